@@ -1,0 +1,200 @@
+#include "cadastre/holder_links.h"
+
+#include <algorithm>
+#include <tuple>
+
+#include "cadastre/exchange_format.h"
+#include "cadastre/parcel.h"
+#include "cadastre/sorting.h"
+#include "cadastre/wrapping.h"
+
+// What a parcel does with its links to holders, and the CT record that carries the co-holders.
+
+namespace {
+
+constexpr int kGruposPorRegistro = 9;
+constexpr int kAnchoCabecera = 23;
+constexpr int kAnchoGrupo = 14;
+constexpr const char* kGrupoVacio = "0000000  00000";
+constexpr const char* kFinRegistro = " \n";
+
+// clang-format off
+constexpr auto kColumnasCabecera = std::to_array<CColumna<CCotitular>>({
+    // field                        read      list      written: column, form  table: field, form
+    {&CDatosLinea::Ger,             kNoSeLee, kNoSeLee, {0, "%03d"},           {0, "%03d"}},
+    {&CDatosLinea::Mun,             kNoSeLee, kNoSeLee, {3, "%03d"},           {1, "%03d"}},
+    {&CDatosLinea::EMenor,          kNoSeLee, kNoSeLee, {6, "%03d"},           kSinTabla},
+    {"CT",                          kNoSeLee, kNoSeLee, {9, "%s"},             kSinTabla},
+    {&CDatosLinea::Zona,            kNoSeLee, kNoSeLee, {11, "%02d"},          {2, "% 4d"}},
+    {&CDatosLinea::Polig,           kNoSeLee, kNoSeLee, {13, "%03d"},          {3, "% 4d"}},
+    {&CDatosLinea::Parcela,         kNoSeLee, kNoSeLee, {16, "%05d"},          {4, "% 6d"}},
+    {&CDatosLinea::numRegistro,     kNoSeLee, kNoSeLee, {21, "%02d"},          kSinTabla},
+});
+
+// A link: one of the nine groups of a CT record, and the rest of a table row.
+constexpr auto kColumnasVinculo = std::to_array<CColumna<CCotitular>>({
+    {&CDatosLinea::numImputa,       kNoSeLee, kNoSeLee, {0, "%07d"},           {5, "% 8d"}},
+    {&CCotitular::Tit,              kNoSeLee, kNoSeLee, {7, "%-2s"},           {6, "%-2s"}},
+    {&CCotitular::partici,          kNoSeLee, kNoSeLee, {9, "%05d"},           {7, "% 6d"}},
+});
+// clang-format on
+
+constexpr CRegistroFijo kCabeceraCT(kColumnasCabecera, kAnchoCabecera);
+constexpr CRegistroFijo kGrupoCT(kColumnasVinculo, kAnchoGrupo);
+constexpr CFilaTabla kFilaCotitular(Une(kColumnasCabecera, kColumnasVinculo));
+
+int NumOrdenDe(const CCotitular& vinculo, const std::vector<CTitular>& titulares)
+{
+    return vinculo.titular >= 0 ? titulares[static_cast<std::size_t>(vinculo.titular)].NumOrden
+                                : -1;
+}
+
+CDatosLinea DatosDe(const CParcela& parcela, short ger, short mun, short emenor)
+{
+    CDatosLinea datos(ger, mun, emenor);
+    datos.Zona = parcela.Zona;
+    datos.Polig = parcela.Polig;
+    datos.Parcela = parcela.Parcela;
+    return datos;
+}
+
+} // namespace
+
+int CParcela::InsertaCotitular(int titular, int orden, int partici, const CString& Tit)
+{
+    const int conTitular = m_porTitular.Busca(m_cotitulares, &CCotitular::titular, titular);
+    if (orden < 0 && conTitular >= 0) {
+        int& suya = m_cotitulares[static_cast<std::size_t>(conTitular)].partici;
+        suya = Suma(suya, partici);
+        return 1;
+    }
+    if (orden >= 0 && orden <= m_ordenMaximo) {
+        // Whichever of the two is met first tells the code; a link that is both tells the number.
+        const auto hasta =
+            conTitular >= 0 ? m_cotitulares.begin() + conTitular + 1 : m_cotitulares.end();
+        if (std::any_of(m_cotitulares.begin(), hasta,
+                        [orden](const CCotitular& c) { return c.orden == orden; }))
+            return kOrdenRepetido;
+    }
+    if (orden >= 0 && conTitular >= 0)
+        return kTitularRepetido;
+    m_cotitulares.push_back({titular, orden, partici, Tit});
+    m_ordenMaximo = std::max(m_ordenMaximo, orden);
+    return 1;
+}
+
+void CParcela::EligeTitularPrincipal()
+{
+    const auto mayor = std::max_element(
+        m_cotitulares.begin(), m_cotitulares.end(),
+        [](const CCotitular& a, const CCotitular& b) { return a.partici < b.partici; });
+    if (mayor == m_cotitulares.end() || mayor->partici <= 0)
+        return;
+    int siguiente = kOrdenPrincipal + 1;
+    for (auto vinculo = m_cotitulares.begin(); vinculo != m_cotitulares.end(); ++vinculo)
+        vinculo->orden = vinculo == mayor ? kOrdenPrincipal : siguiente++;
+    m_ordenMaximo = siguiente - 1;
+}
+
+void CParcela::OrdenaCotitulares()
+{
+    const bool conPrincipal = IndicePrincipal() >= 0;
+    OrdenaEstable(m_cotitulares, [](const CCotitular& a, const CCotitular& b) {
+        return std::tie(a.titular, a.partici, a.orden, a.Tit) <
+               std::tie(b.titular, b.partici, b.orden, b.Tit);
+    });
+    m_porTitular.Olvida();
+    if (!conPrincipal && !m_cotitulares.empty()) {
+        m_cotitulares.front().orden = kOrdenPrincipal;
+        m_ordenMaximo = std::max(m_ordenMaximo, kOrdenPrincipal);
+    }
+}
+
+void CParcela::GrabaCotitulares(CStdioFile& fichero, short ger, short mun, short emenor,
+                                const std::vector<CTitular>& titulares, bool fijo) const
+{
+    if (fijo) {
+        GrabaRegistrosCT(fichero, ger, mun, emenor, titulares);
+        return;
+    }
+    CDatosLinea datos = DatosDe(*this, ger, mun, emenor);
+    for (const CCotitular& vinculo : m_cotitulares) {
+        if (vinculo.orden == kOrdenPrincipal)
+            continue;
+        datos.numImputa = NumOrdenDe(vinculo, titulares);
+        GrabaLinea(fichero, kFilaCotitular, vinculo, datos);
+    }
+}
+
+void CParcela::GrabaRegistrosCT(CStdioFile& fichero, short ger, short mun, short emenor,
+                                const std::vector<CTitular>& titulares) const
+{
+    const int vinculos = static_cast<int>(m_cotitulares.size());
+    if (vinculos < 2)
+        return;
+    std::string& texto = fichero.Borrador();
+    CDatosLinea datos = DatosDe(*this, ger, mun, emenor);
+    int escritos = 0;
+    for (const CCotitular& vinculo : m_cotitulares) {
+        if (vinculo.orden == kOrdenPrincipal)
+            continue;
+        if (escritos++ % kGruposPorRegistro == 0) {
+            if (datos.numRegistro++ > 0)
+                texto += kFinRegistro;
+            kCabeceraCT.Anexa(texto, vinculo, datos);
+        }
+        datos.numImputa = NumOrdenDe(vinculo, titulares);
+        kGrupoCT.Anexa(texto, vinculo, datos);
+    }
+    // Counted from the links and not from the groups: without a main link, or with two of them, the
+    // last record doesn't come out at nine.
+    for (int i = vinculos - 1; i < datos.numRegistro * kGruposPorRegistro; ++i)
+        texto += kGrupoVacio;
+    texto += kFinRegistro;
+    fichero.WriteString(texto);
+}
+
+void CParcela::ReparteParticipaciones()
+{
+    int suma = 0;
+    for (const CSubparcela& sub : m_subparcelas)
+        suma = Suma(suma, sub.superfic);
+    for (CCotitular& vinculo : m_cotitulares)
+        vinculo.partici = suma == 0 ? 100 : Corta(100.0 * vinculo.partici / suma + 0.5);
+    EligeTitularPrincipal();
+}
+
+void CParcela::RenumeraTitulares(const std::vector<int>& nuevos)
+{
+    for (CCotitular& vinculo : m_cotitulares)
+        if (vinculo.titular >= 0)
+            vinculo.titular = nuevos[static_cast<std::size_t>(vinculo.titular)];
+    m_porTitular.Olvida();
+}
+
+int CParcela::IndicePrincipal() const
+{
+    const auto principal =
+        std::find_if(m_cotitulares.begin(), m_cotitulares.end(),
+                     [](const CCotitular& c) { return c.orden == kOrdenPrincipal; });
+    return principal != m_cotitulares.end() ? static_cast<int>(principal - m_cotitulares.begin())
+                                            : kNoEncontrado;
+}
+
+int CParcela::TitularPrincipal() const
+{
+    const int i = IndicePrincipal();
+    return i >= 0 ? m_cotitulares[static_cast<std::size_t>(i)].titular : -1;
+}
+
+CString CParcela::TitPrincipal() const
+{
+    const int i = IndicePrincipal();
+    return i >= 0 ? m_cotitulares[static_cast<std::size_t>(i)].Tit : CString();
+}
+
+int CParcela::ParticiPrincipal() const
+{
+    const int i = IndicePrincipal();
+    return i >= 0 ? m_cotitulares[static_cast<std::size_t>(i)].partici : 0;
+}

@@ -1,0 +1,161 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+/// Code of every look-up that finds nothing.
+inline constexpr int kNoEncontrado = -3;
+
+/// Hashes of keys. A key of several fields has its own overload beside its type.
+inline std::uint32_t Mezcla(std::uint64_t valor)
+{
+    valor = (valor ^ (valor >> 32U)) * 0x9E3779B97F4A7C15U;
+    return static_cast<std::uint32_t>(valor >> 32U);
+}
+inline std::uint32_t Clave(std::string_view texto)
+{
+    return Mezcla(std::hash<std::string_view>()(texto));
+}
+inline std::uint32_t Clave(int numero)
+{
+    return Mezcla(static_cast<std::uint32_t>(numero));
+}
+inline std::uint32_t Clave(std::uint32_t una, std::uint32_t otra)
+{
+    return Mezcla((std::uint64_t{una} << 32U) | otra);
+}
+
+/// Table from the hash of a key to a position in an array. It holds no key itself, so whoever asks
+/// tells it whether the element at a position has the key. Open addressing, 8 bytes a place, at
+/// most three quarters full.
+class CTablaHash {
+public:
+    /// Position stored for the key, kNoEncontrado if there is none.
+    template <class Igual>
+    int Busca(std::uint32_t clave, Igual igual) const
+    {
+        if (m_sitios.empty())
+            return kNoEncontrado;
+        const CSitio& sitio = m_sitios[Sitio(clave, igual)];
+        return sitio.posicion >= 0 ? sitio.posicion : kNoEncontrado;
+    }
+
+    /// Makes `posicion` stand for the key, in the place of another one if there was one.
+    template <class Igual>
+    void Pon(std::uint32_t clave, int posicion, Igual igual)
+    {
+        if ((m_usados + 1) * 4 > m_sitios.size() * 3)
+            Crece();
+        CSitio& sitio = m_sitios[Sitio(clave, igual)];
+        if (sitio.posicion < 0)
+            ++m_usados;
+        sitio = {clave, posicion};
+    }
+
+private:
+    struct CSitio {
+        std::uint32_t clave = 0;
+        int posicion = -1;
+    };
+
+    template <class Igual>
+    std::size_t Sitio(std::uint32_t clave, Igual igual) const
+    {
+        const std::size_t mascara = m_sitios.size() - 1;
+        std::size_t i = clave & mascara;
+        while (m_sitios[i].posicion >= 0 &&
+               !(m_sitios[i].clave == clave && igual(m_sitios[i].posicion)))
+            i = (i + 1) & mascara;
+        return i;
+    }
+    void Crece();
+
+    std::vector<CSitio> m_sitios; // their number is a power of two
+    std::size_t m_usados = 0;
+};
+
+enum class Gana { Primero, Ultimo };
+
+/// Look-up beside a plain array whose answer is that of a walk from index 0: the first element with
+/// the key, or the last one. Short arrays are walked. For a long one a table is made when it is
+/// first asked for; elements appended since then are taken in at the next question. Whoever
+/// reorders the array or changes keys calls `Olvida`. A copy starts without a table.
+template <Gana G>
+class CIndice {
+public:
+    CIndice() = default;
+    CIndice(const CIndice& /*otro*/) {}
+    CIndice(CIndice&&) noexcept = default;
+    CIndice& operator=(const CIndice& /*otro*/)
+    {
+        Olvida();
+        return *this;
+    }
+    CIndice& operator=(CIndice&&) noexcept = default;
+    ~CIndice() = default;
+
+    /// \param proyeccion  member or function that gives an element's key
+    /// \return the position, kNoEncontrado if no element has the key
+    template <class T, class P, class K>
+    int Busca(const std::vector<T>& elementos, P proyeccion, const K& valor) const
+    {
+        const auto igual = [&](int i) {
+            return std::invoke(proyeccion, elementos[static_cast<std::size_t>(i)]) == valor;
+        };
+        const int cuantos = static_cast<int>(elementos.size());
+        if (cuantos > kPocos) {
+            PonAlDia(elementos, proyeccion);
+            return m_estado->tabla.Busca(Clave(valor), igual);
+        }
+        int hallado = kNoEncontrado;
+        for (int i = 0; i < cuantos && (G == Gana::Ultimo || hallado < 0); ++i)
+            if (igual(i))
+                hallado = i;
+        return hallado;
+    }
+
+    /// Tells that the key of the element at a position is a new one.
+    template <class T, class P>
+    void ClaveNueva(const std::vector<T>& elementos, P proyeccion, int posicion)
+    {
+        if (m_estado != nullptr && posicion < m_estado->hasta)
+            Anota(elementos, proyeccion, posicion);
+    }
+
+    void Olvida() { m_estado.reset(); }
+
+private:
+    static constexpr int kPocos = 12;
+
+    struct CEstado {
+        CTablaHash tabla;
+        int hasta = 0; // elements that the table knows
+    };
+
+    template <class T, class P>
+    void PonAlDia(const std::vector<T>& elementos, P proyeccion) const
+    {
+        if (m_estado == nullptr)
+            m_estado = std::make_unique<CEstado>();
+        while (m_estado->hasta < static_cast<int>(elementos.size()))
+            Anota(elementos, proyeccion, m_estado->hasta++);
+    }
+
+    template <class T, class P>
+    void Anota(const std::vector<T>& elementos, P proyeccion, int posicion) const
+    {
+        const auto& valor = std::invoke(proyeccion, elementos[static_cast<std::size_t>(posicion)]);
+        const auto igual = [&](int i) {
+            return std::invoke(proyeccion, elementos[static_cast<std::size_t>(i)]) == valor;
+        };
+        const std::uint32_t clave = Clave(valor);
+        const int antes = m_estado->tabla.Busca(clave, igual);
+        if (antes < 0 || (G == Gana::Primero ? posicion < antes : posicion > antes))
+            m_estado->tabla.Pon(clave, posicion, igual);
+    }
+
+    mutable std::unique_ptr<CEstado> m_estado;
+};

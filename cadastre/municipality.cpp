@@ -1,0 +1,258 @@
+#include "cadastre/municipality.h"
+
+#include <algorithm>
+#include <string_view>
+#include <tuple>
+
+#include "cadastre/message_catalogue.h"
+#include "cadastre/sorting.h"
+#include "cadastre/wrapping.h"
+
+namespace {
+
+constexpr int kSinNumero = -1;
+
+struct CPersona {
+    std::string_view nombre;
+    std::string_view dni;
+
+    static CPersona De(const CTitular& titular) { return {titular.Nombre, titular.DNI}; }
+    friend bool operator==(const CPersona&, const CPersona&) = default;
+    friend std::uint32_t Clave(const CPersona& p)
+    {
+        return ::Clave(::Clave(p.nombre), ::Clave(p.dni));
+    }
+};
+
+struct CNumerosParcela {
+    int polig;
+    int parcela;
+
+    static CNumerosParcela De(const CParcela& parcela) { return {parcela.Polig, parcela.Parcela}; }
+    friend bool operator==(const CNumerosParcela&, const CNumerosParcela&) = default;
+    friend std::uint32_t Clave(const CNumerosParcela& n)
+    {
+        return ::Clave(static_cast<std::uint32_t>(n.polig), static_cast<std::uint32_t>(n.parcela));
+    }
+};
+
+struct CClaveModulo {
+    std::string_view denominacion;
+    std::string_view cal;
+    int inten;
+
+    static CClaveModulo De(const CModulo& m) { return {m.Denominacion, m.Cal, m.Inten}; }
+    friend bool operator==(const CClaveModulo&, const CClaveModulo&) = default;
+    friend std::uint32_t Clave(const CClaveModulo& c)
+    {
+        return ::Clave(::Clave(::Clave(c.denominacion), ::Clave(c.cal)), ::Clave(c.inten));
+    }
+};
+
+int NumeroParaje(const CParaje& paraje)
+{
+    return paraje.NumOrden;
+}
+
+} // namespace
+
+int CMunicipio::BuscaParaje(int num) const
+{
+    return m_parajesPorNumero.Busca(m_parajes, NumeroParaje, num);
+}
+
+int CMunicipio::BuscaParajeNombre(const CParaje& paraje) const
+{
+    return m_parajesPorNombre.Busca(m_parajes, &CParaje::Nombre, paraje.Nombre);
+}
+
+int CMunicipio::InsertaParaje(const CParaje& paraje)
+{
+    if (const int i = BuscaParajeNombre(paraje); i >= 0)
+        return i;
+    m_parajes.push_back(paraje);
+    return static_cast<int>(m_parajes.size()) - 1;
+}
+
+int CMunicipio::BuscaModulo(const CModulo& modulo) const
+{
+    return m_modulosPorClave.Busca(m_modulos, CClaveModulo::De, CClaveModulo::De(modulo));
+}
+
+int CMunicipio::InsertaModulo(const CModulo& modulo)
+{
+    if (const int i = BuscaModulo(modulo); i >= 0)
+        return i;
+    m_modulos.push_back(modulo);
+    return static_cast<int>(m_modulos.size()) - 1;
+}
+
+int CMunicipio::BuscaTitular(const CTitular& titular) const
+{
+    const int igual = m_titularesPorPersona.Busca(m_titulares, CPersona::De, CPersona::De(titular));
+    const int sinDNI =
+        m_titularesPorPersona.Busca(m_titulares, CPersona::De, CPersona{titular.Nombre, {}});
+    if (igual >= 0 && sinDNI >= 0)
+        return std::min(igual, sinDNI);
+    if (igual >= 0 || sinDNI >= 0)
+        return std::max(igual, sinDNI);
+    const int conNombre =
+        m_titularesPorNombre.Busca(m_titulares, &CTitular::Nombre, titular.Nombre);
+    const int conDNI = titular.DNI.IsEmpty()
+                           ? kNoEncontrado
+                           : m_titularesPorDNI.Busca(m_titulares, &CTitular::DNI, titular.DNI);
+    if (conNombre < 0 && conDNI < 0)
+        return kNoEncontrado;
+    return conNombre > conDNI ? kMismoNombreOtroDNI : kMismoDNIOtroNombre;
+}
+
+int CMunicipio::BuscaTitularNumOrden(int num) const
+{
+    if (num != kSinNumero)
+        return m_titularesPorNumero.Busca(m_titulares, &CTitular::NumOrden, num);
+    // Holders lose the number -1 and never get it, so the first one with it only moves on.
+    while (m_primeroSinNumero < m_titulares.size() &&
+           m_titulares[m_primeroSinNumero].NumOrden != kSinNumero)
+        ++m_primeroSinNumero;
+    return m_primeroSinNumero < m_titulares.size() ? static_cast<int>(m_primeroSinNumero)
+                                                   : kNoEncontrado;
+}
+
+int CMunicipio::InsertaTitular(CTitular titular)
+{
+    if (const int i = BuscaTitular(titular); i >= 0) {
+        CTitular& guardado = DameTitular(i);
+        if (guardado.NumOrden == kSinNumero && titular.NumOrden != kSinNumero) {
+            guardado.NumOrden = titular.NumOrden;
+            m_titularesPorNumero.ClaveNueva(m_titulares, &CTitular::NumOrden, i);
+        }
+        return i;
+    }
+    if (BuscaTitularNumOrden(titular.NumOrden) >= 0)
+        titular.NumOrden = kSinNumero;
+    m_titulares.push_back(std::move(titular));
+    return static_cast<int>(m_titulares.size()) - 1;
+}
+
+bool CMunicipio::BuscaParcela(int polig, int parcela, int& i) const
+{
+    const int hallada = m_parcelasPorNumeros.Busca(m_parcelas, CNumerosParcela::De,
+                                                   CNumerosParcela{polig, parcela});
+    if (hallada < 0)
+        return false;
+    i = hallada;
+    return true;
+}
+
+int CMunicipio::BuscaParcela(const CParcela& parcela) const
+{
+    int i = kNoEncontrado;
+    BuscaParcela(parcela.Polig, parcela.Parcela, i);
+    return i;
+}
+
+int CMunicipio::InsertaParcela(CParcela parcela)
+{
+    if (parcela.Polig < 1 || parcela.Parcela < 1)
+        return kParcelaInvalida;
+    if (const int i = BuscaParcela(parcela); i >= 0)
+        return i;
+    m_parcelas.push_back(std::move(parcela));
+    return static_cast<int>(m_parcelas.size()) - 1;
+}
+
+int CMunicipio::MayorNumOrden(int mayor) const
+{
+    for (const CTitular& titular : m_titulares)
+        mayor = std::max(mayor, titular.NumOrden);
+    return mayor;
+}
+
+int CMunicipio::AsignaNumOrden(CStdioFile& log, int& mayor)
+{
+    int asignados = 0;
+    for (CTitular& titular : m_titulares) {
+        if (titular.NumOrden != kSinNumero)
+            continue;
+        mayor = Suma(mayor, 1);
+        titular.NumOrden = mayor;
+        EscribeMensaje(log, kSinNumImputa, titular.Nombre, titular.NumOrden);
+        ++asignados;
+    }
+    if (asignados > 0) {
+        m_titularesPorNumero.Olvida();
+        m_primeroSinNumero = 0;
+    }
+    return asignados;
+}
+
+void CMunicipio::OrdenaTitulares()
+{
+    std::vector<int> nuevos; // by the old position: first the number, then the new position
+    nuevos.reserve(m_titulares.size());
+    for (const CTitular& titular : m_titulares)
+        nuevos.push_back(titular.NumOrden);
+    OrdenaEstable(m_titulares,
+                  [](const CTitular& a, const CTitular& b) { return a.NumOrden < b.NumOrden; });
+    m_titularesPorNumero.Olvida();
+    m_titularesPorPersona.Olvida();
+    m_titularesPorNombre.Olvida();
+    m_titularesPorDNI.Olvida();
+    m_primeroSinNumero = 0;
+    for (int& nuevo : nuevos)
+        nuevo = BuscaTitularNumOrden(nuevo);
+    for (CParcela& parcela : m_parcelas)
+        parcela.RenumeraTitulares(nuevos);
+}
+
+void CMunicipio::OrdenaParajes()
+{
+    std::vector<int> numeros;
+    numeros.reserve(m_parajes.size());
+    for (const CParaje& paraje : m_parajes)
+        numeros.push_back(paraje.NumOrden);
+    OrdenaEstable(m_parajes,
+                  [](const CParaje& a, const CParaje& b) { return a.Nombre < b.Nombre; });
+    m_parajesPorNumero.Olvida();
+    m_parajesPorNombre.Olvida();
+    for (CParcela& parcela : m_parcelas)
+        if (parcela.paraje >= 0)
+            parcela.paraje = BuscaParaje(numeros[static_cast<std::size_t>(parcela.paraje)]);
+}
+
+void CMunicipio::OrdenaParcelas()
+{
+    std::vector<CNumerosParcela> numeros;
+    numeros.reserve(m_parcelas.size());
+    for (const CParcela& parcela : m_parcelas)
+        numeros.push_back(CNumerosParcela::De(parcela));
+    OrdenaEstable(m_parcelas, [](const CParcela& a, const CParcela& b) {
+        return std::tie(a.Zona, a.Polig, a.Parcela) < std::tie(b.Zona, b.Polig, b.Parcela);
+    });
+    m_parcelasPorNumeros.Olvida();
+    std::vector<int> nuevas(numeros.size(), kNoEncontrado);
+    for (std::size_t i = 0; i < numeros.size(); ++i)
+        BuscaParcela(numeros[i].polig, numeros[i].parcela, nuevas[i]);
+    for (CTitular& titular : m_titulares)
+        titular.RenumeraParcelas(nuevas);
+}
+
+void CMunicipio::OrdenaSubparcelas()
+{
+    for (CParcela& parcela : m_parcelas)
+        parcela.OrdenaSubparcelas();
+}
+
+void CMunicipio::OrdenaModulos()
+{
+    OrdenaEstable(m_modulos, [](const CModulo& a, const CModulo& b) {
+        return a.Denominacion < b.Denominacion;
+    });
+    m_modulosPorClave.Olvida();
+}
+
+void CMunicipio::OrdenaCotitulares()
+{
+    for (CParcela& parcela : m_parcelas)
+        parcela.OrdenaCotitulares();
+}

@@ -1,0 +1,101 @@
+#pragma once
+
+#include <vector>
+
+#include "cadastre/holder.h"
+#include "cadastre/index.h"
+#include "cadastre/module_place.h"
+#include "cadastre/parcel.h"
+#include "platform/cfile.h"
+
+/// Codes of `BuscaTitular` for a holder in conflict with a stored one: same DNI and another name,
+/// same name and another DNI.
+inline constexpr int kMismoDNIOtroNombre = -1;
+inline constexpr int kMismoNombreOtroDNI = -2;
+
+/// Code of `InsertaParcela` for a parcel numbered below 1.
+inline constexpr int kParcelaInvalida = -7;
+
+/// One municipality: its places, holders, parcels and modules, in arrays in insertion order.
+/// Records point to one another by their positions there. Every look-up answers as a walk from
+/// position 0 does, at the cost of a hash.
+class CMunicipio {
+public:
+    CMunicipio(short mun, short emenor) : Mun(mun), EMenor(emenor) {}
+    virtual ~CMunicipio() = default;
+    CMunicipio(const CMunicipio&) = default;
+    CMunicipio(CMunicipio&&) = default;
+    CMunicipio& operator=(const CMunicipio&) = default;
+    CMunicipio& operator=(CMunicipio&&) = default;
+
+    /// Index of the first place with the number, or with the paraje's name, else kNoEncontrado.
+    int BuscaParaje(int num) const;
+    int BuscaParajeNombre(const CParaje& paraje) const;
+    /// Index of the place with that name; appends it if there is none.
+    int InsertaParaje(const CParaje& paraje);
+
+    /// Index of the first module equal in `Denominacion`, `Cal` and `Inten`, else kNoEncontrado.
+    int BuscaModulo(const CModulo& modulo) const;
+    /// Index of that module; appends it if there is none.
+    int InsertaModulo(const CModulo& modulo);
+
+    /// Index of the first holder with the same name and either no DNI or the same one. If there is
+    /// none, the last holder that shares the name or the DNI tells the code: kMismoNombreOtroDNI or
+    /// kMismoDNIOtroNombre; kNoEncontrado if no holder shares either.
+    int BuscaTitular(const CTitular& titular) const;
+    /// Index of the first holder with the number, else kNoEncontrado.
+    int BuscaTitularNumOrden(int num) const;
+    CTitular& DameTitular(int i) { return m_titulares[static_cast<std::size_t>(i)]; }
+    /// Index of the holder that `BuscaTitular` finds, which takes the new one's number if it has
+    /// none. Else appends the new one, in spite of a conflict, with its number set to -1 if that is
+    /// taken.
+    int InsertaTitular(CTitular titular);
+
+    /// True and its index if there is a parcel with both numbers, else false and `i` untouched.
+    bool BuscaParcela(int polig, int parcela, int& i) const;
+    /// The same by a parcel's own numbers: its index or kNoEncontrado.
+    int BuscaParcela(const CParcela& parcela) const;
+    CParcela& DameParcela(int i) { return m_parcelas[static_cast<std::size_t>(i)]; }
+    /// Index of the parcel with those numbers, the new one being dropped, or of the appended one;
+    /// kParcelaInvalida if a number is below 1.
+    int InsertaParcela(CParcela parcela);
+
+    const std::vector<CParaje>& Parajes() const { return m_parajes; }
+    const std::vector<CTitular>& Titulares() const { return m_titulares; }
+    std::vector<CParcela>& Parcelas() { return m_parcelas; }
+    const std::vector<CParcela>& Parcelas() const { return m_parcelas; }
+    const std::vector<CModulo>& Modulos() const { return m_modulos; }
+
+    /// Gives each holder without a number the next one behind `mayor`, which is raised, and writes
+    /// a message for each. Gives how many there were.
+    int AsignaNumOrden(CStdioFile& log, int& mayor);
+    /// Highest number of a holder, or `mayor` if that is higher.
+    int MayorNumOrden(int mayor) const;
+
+    // The sorts, stable, with the positions that records hold rewritten.
+    void OrdenaTitulares();   ///< by number
+    void OrdenaParajes();     ///< by name
+    void OrdenaParcelas();    ///< by zone, polygon, parcel
+    void OrdenaSubparcelas(); ///< within each parcel, by letter
+    void OrdenaModulos();     ///< by denomination
+    void OrdenaCotitulares(); ///< within each parcel
+
+    short Mun;
+    short EMenor;
+
+private:
+    std::vector<CParaje> m_parajes;
+    std::vector<CTitular> m_titulares;
+    std::vector<CParcela> m_parcelas;
+    std::vector<CModulo> m_modulos;
+
+    CIndice<Gana::Primero> m_parajesPorNumero;
+    CIndice<Gana::Primero> m_parajesPorNombre;
+    CIndice<Gana::Primero> m_titularesPorNumero;
+    CIndice<Gana::Primero> m_titularesPorPersona; // name and DNI
+    CIndice<Gana::Ultimo> m_titularesPorNombre;
+    CIndice<Gana::Ultimo> m_titularesPorDNI;
+    CIndice<Gana::Primero> m_parcelasPorNumeros;
+    CIndice<Gana::Primero> m_modulosPorClave;
+    mutable std::size_t m_primeroSinNumero = 0; // no holder before it has the number -1
+};

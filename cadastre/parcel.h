@@ -1,0 +1,106 @@
+#pragma once
+
+#include <string_view>
+#include <vector>
+
+#include "cadastre/holder.h"
+#include "cadastre/holder_links.h"
+#include "cadastre/index.h"
+#include "cadastre/module_place.h"
+#include "cadastre/subparcel.h"
+#include "platform/cfile.h"
+#include "platform/cstring.h"
+
+/// A rural parcel of a municipality, with its subparcels and its links to holders.
+class CParcela {
+public:
+    CParcela(short polig, int parcela, short zona, const CString& ortofoto)
+        : Zona(zona), Polig(polig), Parcela(parcela), numOrtofoto(ortofoto)
+    {
+    }
+    virtual ~CParcela() = default;
+    CParcela(const CParcela&) = default;
+    CParcela(CParcela&&) = default;
+    CParcela& operator=(const CParcela&) = default;
+    CParcela& operator=(CParcela&&) = default;
+
+    /// Fills the fields from a PR line (`modo` 0), a parcel line of the list (1) or a row of
+    /// Parcelas.txt (2). Holder and place, which a line names by number, are the reader's affair.
+    /// \return false, with the fields unset, only for a row without `Zona`, `Polig` or `Parcela`
+    bool Lee(std::string_view linea, int modo);
+    /// Writes the PR record with `fijo`, unless `salvar` is off; else the table row. The arrays are
+    /// the municipality's. Raises CFileException.
+    void Graba(CStdioFile& fichero, short ger, short mun, short emenor,
+               const std::vector<CTitular>& titulares, const std::vector<CParaje>& parajes,
+               bool fijo) const;
+
+    /// Index of the first subparcel with the letter at index `desde` or behind it, else
+    /// kNoEncontrado.
+    int BuscaSubparcela(const CString& letra, int desde) const;
+    CSubparcela& DameSubparcela(int i) { return m_subparcelas[static_cast<std::size_t>(i)]; }
+    const std::vector<CSubparcela>& Subparcelas() const { return m_subparcelas; }
+    /// Appends the subparcel and gives its index.
+    /// \param repetida  set to whether a subparcel with its letter was there
+    int InsertaSubparcela(CSubparcela subparcela, bool& repetida);
+    /// Sorts by letter.
+    void OrdenaSubparcelas();
+    /// Writes all subparcels in array order. A subparcel without a surface takes for good that of
+    /// the first one with its letter that has one. Raises CFileException.
+    void GrabaSubparcelas(CStdioFile& fichero, short ger, short mun, short emenor, bool fijo);
+    /// Gives the parcel's surface and the sum of its subparcels', in square metres. One whose
+    /// `salvar` is off doesn't count; a letter counts once, but an abstract subparcel always
+    /// counts.
+    void SumaSuperficies(int& superficie, int& suma) const;
+
+    /// Adds a link to a holder. With a number of 0 or more the holder and the number must be new;
+    /// with a negative one the share is added to the holder's link if there is one.
+    /// \return 1, kTitularRepetido or kOrdenRepetido
+    int InsertaCotitular(int titular, int orden, int partici, const CString& Tit);
+    /// Makes the link with the greatest share above 0 the main one and numbers the others from 1.
+    void EligeTitularPrincipal();
+    /// Sorts by holder, share, number and title. If no link is the main one, the first becomes it.
+    void OrdenaCotitulares();
+    /// Writes the links that aren't the main one: CT records with `fijo`, else table rows. `salvar`
+    /// plays no part. Raises CFileException.
+    void GrabaCotitulares(CStdioFile& fichero, short ger, short mun, short emenor,
+                          const std::vector<CTitular>& titulares, bool fijo) const;
+    const std::vector<CCotitular>& Cotitulares() const { return m_cotitulares; }
+    /// Turns each share, so far square metres, into the percentage of the subparcels' whole
+    /// surface.
+    void ReparteParticipaciones();
+    /// Gives each link the index that `nuevos` has at its old one; a link without a holder stays.
+    void RenumeraTitulares(const std::vector<int>& nuevos);
+
+    /// Index of the main link, else kNoEncontrado; its holder, else -1; its title, else empty; its
+    /// share, else 0.
+    int IndicePrincipal() const;
+    int TitularPrincipal() const;
+    CString TitPrincipal() const;
+    int ParticiPrincipal() const;
+
+    short Zona;
+    short Polig;
+    int Parcela;
+    CString numOrtofoto;
+    char clase = 'R';
+    short subclase = 0;
+    char claveConc = ' '; ///< other than a blank for a concentrated parcel
+    int x = 0;
+    int y = 0;
+    int paraje = -1;    ///< index in the municipality's places, below 0 for none
+    bool salvar = true; ///< off keeps the parcel out of the PR records
+    int valorCatastral = 0;
+    int añoVal = 0;
+    int Superficie = 0; ///< square metres
+
+private:
+    void CompletaSuperficies();
+    void GrabaRegistrosCT(CStdioFile& fichero, short ger, short mun, short emenor,
+                          const std::vector<CTitular>& titulares) const;
+
+    std::vector<CSubparcela> m_subparcelas;
+    std::vector<CCotitular> m_cotitulares;
+    int m_ordenMaximo = kSinOrden; // no link has a greater number
+    CIndice<Gana::Primero> m_porLetra;
+    CIndice<Gana::Primero> m_porTitular;
+};

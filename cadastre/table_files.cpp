@@ -1,0 +1,67 @@
+#include "cadastre/table_files.h"
+
+#include "cadastre/database.h"
+
+// The whole-file writers of the database, for the tables and, without a header line, for the
+// exchange files.
+
+namespace {
+
+template <class B, class F>
+void GrabaTodo(B& base, CStdioFile& fichero, bool fijo, const char* cabecera, F graba)
+{
+    if (!fijo)
+        fichero.WriteString(cabecera);
+    for (auto& municipio : base.Municipios())
+        graba(municipio);
+}
+
+} // namespace
+
+void CBaseCatastro::GrabaTitulares(CStdioFile& fichero, bool fijo) const
+{
+    GrabaTodo(*this, fichero, fijo, kCabeceraTitulares, [&](const CMunicipio& m) {
+        for (const CTitular& titular : m.Titulares())
+            titular.Graba(fichero, Ger, m.Mun, m.EMenor, fijo);
+    });
+}
+
+void CBaseCatastro::GrabaParcelas(CStdioFile& fichero, bool fijo) const
+{
+    GrabaTodo(*this, fichero, fijo, kCabeceraParcelas, [&](const CMunicipio& m) {
+        for (const CParcela& parcela : m.Parcelas())
+            parcela.Graba(fichero, Ger, m.Mun, m.EMenor, m.Titulares(), m.Parajes(), fijo);
+    });
+}
+
+void CBaseCatastro::GrabaModulos(CStdioFile& fichero, bool fijo) const
+{
+    GrabaTodo(*this, fichero, fijo, kCabeceraModulos, [&](const CMunicipio& m) {
+        for (const CModulo& modulo : m.Modulos())
+            modulo.Graba(fichero, Ger, m.Mun, m.EMenor, fijo);
+    });
+}
+
+void CBaseCatastro::GrabaSubparcelas(CStdioFile& fichero, bool fijo)
+{
+    GrabaTodo(*this, fichero, fijo, kCabeceraSubparcelas, [&](CMunicipio& m) {
+        for (CParcela& parcela : m.Parcelas())
+            parcela.GrabaSubparcelas(fichero, Ger, m.Mun, m.EMenor, fijo);
+    });
+}
+
+void CBaseCatastro::GrabaParajes(CStdioFile& fichero, bool fijo) const
+{
+    GrabaTodo(*this, fichero, fijo, kCabeceraParajes, [&](const CMunicipio& m) {
+        for (const CParaje& paraje : m.Parajes())
+            paraje.Graba(fichero, Ger, m.Mun, m.EMenor, fijo);
+    });
+}
+
+void CBaseCatastro::GrabaCotitulares(CStdioFile& fichero, bool fijo) const
+{
+    GrabaTodo(*this, fichero, fijo, kCabeceraCotitulares, [&](const CMunicipio& m) {
+        for (const CParcela& parcela : m.Parcelas())
+            parcela.GrabaCotitulares(fichero, Ger, m.Mun, m.EMenor, m.Titulares(), fijo);
+    });
+}

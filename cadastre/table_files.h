@@ -1,0 +1,34 @@
+#pragma once
+
+// The six table files carry a municipality between the two translations: a header line, then a row
+// for each element, for all municipalities in order, with one tab between fields. What a row holds
+// stands beside each record; here are the header lines.
+
+#include "platform/ansi.h"
+
+inline constexpr const char* kCabeceraTitulares =
+    "Ger Mun NumOrden    Nombre                                                      CJurid  DNI   "
+    "   "
+    "letra Exen Del Mun sig nombreVia                  numPol bloq    esc plant puert  CP\n";
+
+/// The one header line with tabs.
+inline constexpr const char* kCabeceraParcelas =
+    "Ger\tMun\tZona\tPolig\tParcela\tSuperficie\tvalorCatastral\tañoVal\tnumImputa\tTit\tpartici\t"
+    "numOrtofoto\t   x\t   y\tparaje\tclaveConc\n"_ansi;
+
+inline constexpr const char* kCabeceraModulos =
+    "Ger Mun Cal Inten Denominacion                           TipoEvalua    Jornadas EConce1 "
+    "VConce1 "
+    "EConce2 VConce2 EConce3 VConce3 Exen ConIBI ConJornadas\n";
+
+inline constexpr const char* kCabeceraSubparcelas =
+    "Ger Mun Zona   Polig   Parcela letra tipo cFiscal superfic cE   iE   ejer   cA   iA  ref1  "
+    "ref2 "
+    "compCons descComponente    largo   ancho   alto  volumen   uso  cl mod tipo usoP cSing añoC  "
+    "añoR "
+    "iC iR estC exencion añoEx\n"_ansi;
+
+inline constexpr const char* kCabeceraParajes = "Ger Mun EMenor NumOrden Nombre\n";
+
+inline constexpr const char* kCabeceraCotitulares =
+    "Ger Mun  Zona  Polig   Parcela  numOrden Titul partici\n";

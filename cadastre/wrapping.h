@@ -1,0 +1,20 @@
+#pragma once
+
+#include <cmath>
+#include <cstdint>
+
+// Sums of data that nobody checks. They wrap at 32 bits, as the formats' users know them to.
+
+constexpr int Suma(int a, int b)
+{
+    return static_cast<int>(static_cast<std::uint32_t>(a) + static_cast<std::uint32_t>(b));
+}
+
+/// The number cut towards zero, its low 32 bits; 0 for what is no number or passes 64 bits.
+inline int Corta(double valor)
+{
+    constexpr double kPasa64 = 9223372036854775808.0;
+    if (!(std::fabs(valor) < kPasa64))
+        return 0;
+    return static_cast<int>(static_cast<std::uint32_t>(static_cast<std::int64_t>(valor)));
+}

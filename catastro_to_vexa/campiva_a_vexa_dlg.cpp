@@ -1,0 +1,68 @@
+#include "catastro_to_vexa/campiva_a_vexa_dlg.h"
+
+#include "vexa_libs/ccadena.h"
+
+namespace {
+
+constexpr UINT kConmutados[] = {
+    IDC_ENTRADA,     IDC_BUSCAR_ENTRADA, IDC_MODULOS,  IDC_TITULARES,
+    IDC_SUBPARCELAS, IDC_PARAJES,        IDC_PARCELAS, IDC_TIPO_ENTRADA,
+    IDC_COTITULARES, UINT{IDOK},         ID_HELP,      IDC_ACERCA_DE,
+};
+
+} // namespace
+
+CTraduccionDlg::CDescripcion CCampivaAVexaDlg::Describe()
+{
+    return {"CampivaAVexa", m_campos, m_busquedas, kConmutados};
+}
+
+int CCampivaAVexaDlg::EjecutaLote(const CString& entrada, const CString& modulos,
+                                  const CString& titulares, const CString& parcelas,
+                                  const CString& subparcelas, const CString& parajes,
+                                  const CString& cotitulares, CWnd* padre)
+{
+    Create(IDD_CAMPIVA_A_VEXA, padre);
+    ArchivoEntrada = entrada;
+    ArchivoModulos = modulos;
+    ArchivoTitulares = titulares;
+    ArchivoParcelas = parcelas;
+    ArchivoSubparcelas = subparcelas;
+    ArchivoParajes = parajes;
+    ArchivoCotitulares = cotitulares;
+    EjecutaEnLote();
+    return 1;
+}
+
+void CCampivaAVexaDlg::OnOK()
+{
+    UpdateData(true);
+    CStdioFile entrada;
+    if (!AbreEntrada(entrada, ArchivoEntrada))
+        return;
+    CCadena archivoErr = ArchivoEntrada;
+    archivoErr.CambiaExtension("ERR");
+    CStdioFile log;
+    if (!CreaLog(log, archivoErr, ArchivoEntrada))
+        return;
+
+    int numErrores = 0;
+    int numWarnings = 0;
+    CBaseCatastro base(0);
+    ActivaControles(false);
+    if (TipoEntrada == 0)
+        LeeArchivoNormal(base, &entrada, &log, &numErrores, &numWarnings);
+    else
+        LeeListaSubparcelas(base, &entrada, &log, &numErrores, &numWarnings);
+    entrada.Close();
+    CompruebaBase(base, &log, &numErrores);
+    log.Close();
+    GrabaTablas(base);
+
+    CString resumen;
+    resumen.Format(kResumenCatastro, static_cast<int>(base.Municipios().size()), base.NumParcelas(),
+                   base.NumTitulares(), numErrores, numWarnings);
+    MessageBox(resumen, "Fin del proceso", MB_OK);
+    Fase(IDS_NADA, nullptr);
+    ActivaControles(true);
+}

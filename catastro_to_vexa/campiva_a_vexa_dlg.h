@@ -1,0 +1,75 @@
+#pragma once
+
+#include <array>
+
+#include "cadastre/database.h"
+#include "cadastre/message_catalogue.h"
+#include "resources/resource_ids.h"
+#include "shell/frame/translation_dialog.h"
+
+struct CLecturaCatastro;
+
+/// First translation: reads what the cadastre delivers and writes the six table files.
+class CCampivaAVexaDlg : public CTraduccionDlg {
+public:
+    CCampivaAVexaDlg() : CTraduccionDlg(IDD_CAMPIVA_A_VEXA) {}
+
+    /// A run from the command line, with the dialog hidden. Its stored settings give what the
+    /// arguments don't. Gives 1, whatever the run came to.
+    int EjecutaLote(const CString& entrada, const CString& modulos, const CString& titulares,
+                    const CString& parcelas, const CString& subparcelas, const CString& parajes,
+                    const CString& cotitulares, CWnd* padre);
+
+    CString ArchivoEntrada;
+    CString ArchivoModulos;
+    CString ArchivoParajes;
+    CString ArchivoParcelas;
+    CString ArchivoSubparcelas;
+    CString ArchivoTitulares;
+    int TipoEntrada = 0; ///< 0 an exchange file, any other a list of subparcels with holders
+    CString ArchivoCotitulares;
+
+protected:
+    CDescripcion Describe() override;
+    /// The run. It says what it has to say in boxes and in the log, `ArchivoEntrada` with the
+    /// extension ERR. A stop by the user ends the reading; what was read is checked and written.
+    void OnOK() override;
+
+private:
+    /// Reads an exchange file in the read layout. `entrada` stands at its start; neither file is
+    /// closed. The counters are only added to.
+    void LeeArchivoNormal(CBaseCatastro& base, CStdioFile* entrada, CStdioFile* log,
+                          int* numErrores, int* numWarnings);
+    /// Settles the records that waited for the end of the file, in the municipality of its last
+    /// line.
+    void AsientaRegistros(CLecturaCatastro& lectura);
+    bool AsientaParcelas(CLecturaCatastro& lectura);
+    bool AsientaSubparcelas(CLecturaCatastro& lectura);
+    bool AsientaTitulares(CLecturaCatastro& lectura);
+
+    /// Reads a list of subparcels with holders; otherwise like LeeArchivoNormal.
+    void LeeListaSubparcelas(CBaseCatastro& base, CStdioFile* entrada, CStdioFile* log,
+                             int* numErrores, int* numWarnings);
+
+    /// Sorts the database and writes the six tables. One that can't be created is told in a box and
+    /// the others are written. Raises CFileException when a table can't be written to its end; that
+    /// table and those behind it keep their old content.
+    void GrabaTablas(CBaseCatastro& base);
+
+    const std::array<CCampo, 8> m_campos = {{
+        {IDC_ENTRADA, "ArchivoEntrada", &ArchivoEntrada},
+        {IDC_MODULOS, "ArchivoModulos", &ArchivoModulos, "Modulos.txt"},
+        {IDC_PARAJES, "ArchivoParajes", &ArchivoParajes, "Parajes.txt"},
+        {IDC_PARCELAS, "ArchivoParcelas", &ArchivoParcelas, "Parcelas.txt"},
+        {IDC_SUBPARCELAS, "ArchivoSubparcelas", &ArchivoSubparcelas, "Subparcelas.txt"},
+        {IDC_TITULARES, "ArchivoTitulares", &ArchivoTitulares, "Titulares.txt"},
+        {IDC_TIPO_ENTRADA, "TipoEntrada", &TipoEntrada},
+        {IDC_COTITULARES, "ArchivoCotitulares", &ArchivoCotitulares, "Cotitulares.txt"},
+    }};
+    const std::array<CBusqueda, 1> m_busquedas = {
+        {{IDC_BUSCAR_ENTRADA, &ArchivoEntrada, IDS_FILTRO_TODOS}}};
+};
+
+/// Checks a database that was read: parcels without subparcels, else without holders; then, in a
+/// pass of its own, parcels whose surface isn't the sum of their subparcels'.
+void CompruebaBase(CBaseCatastro& base, CStdioFile* log, int* numErrores);

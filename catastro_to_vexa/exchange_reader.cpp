@@ -1,0 +1,98 @@
+#include "catastro_to_vexa/exchange_reader.h"
+
+#include "cadastre/exchange_format.h"
+
+namespace {
+
+// Columns that the reader takes beside the record's own. A PR line must be longer than 71
+// characters to say anything of its holder and place, an SP or SC line longer than 16 to name a
+// parcel, a TL line longer than 18 to tell a share.
+constexpr CLectura kLeeNumImputa = {46, 7, 72};
+constexpr CLectura kLeeTit = {53, 2, 72};
+constexpr CLectura kLeeParaje = {71, 5, 72};
+constexpr CLectura kLeePolig = {13, 3, 17};
+constexpr CLectura kLeeParcela = {16, 5, 17};
+constexpr CLectura kLeePartici = {18, 5, 19};
+
+void TomaModulo(std::string_view linea, CLecturaCatastro& lectura)
+{
+    CModulo modulo;
+    modulo.Lee(linea, kModoCatastro);
+    CMunicipio& municipio = lectura.Municipio();
+    if (municipio.BuscaModulo(modulo) >= 0)
+        Avisa(lectura.avisos, kModuloRepetido, modulo.Denominacion, modulo.Cal, modulo.Inten);
+    else
+        municipio.InsertaModulo(modulo);
+}
+
+void TomaTitular(std::string_view linea, CLecturaCatastro& lectura)
+{
+    CTitular titular;
+    titular.Lee(linea, kModoCatastro);
+    const CLineaFija fija(linea);
+    CTitularLeido leido;
+    leido.NumOrden = titular.NumOrden;
+    leido.partici = fija.Alcanza(kLeePartici.minimo) ? fija.Entero(kLeePartici) : 0;
+    leido.municipio = lectura.municipioActual;
+    AvisaConflicto(lectura.avisos, lectura.Municipio(), titular);
+    leido.indice = lectura.Municipio().InsertaTitular(std::move(titular));
+    lectura.titularesLeidos.push_back(leido);
+}
+
+void TomaParcela(std::string_view linea, CLecturaCatastro& lectura)
+{
+    CParcela parcela(0, 0, 0, {});
+    parcela.Lee(linea, kModoCatastro);
+    CVinculoParcela vinculo;
+    if (const CLineaFija fija(linea); fija.Alcanza(kLeeNumImputa.minimo)) {
+        vinculo.numImputa = fija.Entero(kLeeNumImputa);
+        vinculo.numParaje = fija.Entero(kLeeParaje);
+        vinculo.Tit = fija.Texto(kLeeTit);
+        vinculo.enlaza = true;
+    }
+    vinculo.Polig = parcela.Polig;
+    vinculo.Parcela = parcela.Parcela;
+    lectura.parcelasLeidas.push_back(std::move(parcela));
+    lectura.vinculosParcela.push_back(std::move(vinculo));
+}
+
+void TomaSubparcela(std::string_view linea, CLecturaCatastro& lectura)
+{
+    CSubparcela subparcela;
+    subparcela.Lee(linea, kModoCatastro);
+    CRefSubparcela ref;
+    if (const CLineaFija fija(linea); fija.Alcanza(kLeeParcela.minimo)) {
+        ref.Polig = fija.Entero(kLeePolig);
+        ref.Parcela = fija.Entero(kLeeParcela);
+    }
+    lectura.subparcelasLeidas.push_back(std::move(subparcela));
+    lectura.refSubparcelas.push_back(ref);
+}
+
+void TomaParaje(std::string_view linea, CLecturaCatastro& lectura)
+{
+    CParaje paraje;
+    paraje.Lee(linea);
+    lectura.Municipio().InsertaParaje(paraje);
+}
+
+constexpr struct {
+    std::string_view tipo;
+    void (*toma)(std::string_view linea, CLecturaCatastro& lectura);
+} kRegistros[] = {
+    {"MD", TomaModulo},     {"TL", TomaTitular},    {"PR", TomaParcela},
+    {"SP", TomaSubparcela}, {"SC", TomaSubparcela}, {"PJ", TomaParaje},
+};
+
+} // namespace
+
+void TomaRegistro(std::string_view linea, CLecturaCatastro& lectura)
+{
+    const std::string_view tipo = CLineaFija(linea).Texto(kLeeTipo);
+    for (const auto& registro : kRegistros) {
+        if (registro.tipo == tipo) {
+            registro.toma(linea, lectura);
+            return;
+        }
+    }
+}

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <deque>
+#include <vector>
+
+#include "cadastre/database.h"
+#include "cadastre/message_catalogue.h"
+
+// What an exchange file leaves pending until its last line is read. A record may name another one
+// that stands further on, so parcels, subparcels and links wait.
+
+/// What a PR line says beyond its parcel.
+struct CVinculoParcela {
+    int numImputa = 0;
+    int Polig = 0;
+    int Parcela = 0;
+    int numParaje = 0;
+    CString Tit;
+    bool enlaza = false; ///< off for a line too short to name a holder
+};
+
+/// The parcel that an SP or SC line names.
+struct CRefSubparcela {
+    int Polig = 0;
+    int Parcela = 0;
+};
+
+/// What a TL line says beyond its holder.
+struct CTitularLeido {
+    int indice = 0;    ///< of the holder, in the municipality of the line
+    int NumOrden = 0;  ///< as the line gave it; the stored holder may have another
+    int partici = 0;   ///< share of the parcels that name the number
+    int municipio = 0; ///< index of the line's municipality
+};
+
+/// State of the reading of one exchange file.
+struct CLecturaCatastro {
+    CLecturaCatastro(CBaseCatastro& baseQueLlena, const CAvisos& avisosDelRun)
+        : base(baseQueLlena), avisos(avisosDelRun)
+    {
+    }
+
+    CMunicipio& Municipio() { return base.DameMunicipio(municipioActual); }
+
+    CBaseCatastro& base;
+    CAvisos avisos;
+    int municipioActual = -1; ///< index of the municipality of the last line taken
+    // Queues, taken apart from their front as they are settled, so that the records never stand in
+    // memory twice. The first two go together position by position, and so do the next two.
+    std::deque<CParcela> parcelasLeidas;
+    std::deque<CVinculoParcela> vinculosParcela;
+    std::deque<CSubparcela> subparcelasLeidas;
+    std::deque<CRefSubparcela> refSubparcelas;
+    std::vector<CTitularLeido> titularesLeidos;
+};
+
+/// Does what the line's record type calls for; a line of an unknown type does nothing. A module, a
+/// holder or a place enters the municipality of the line at once, with its messages.
+/// \param linea  keeps its line end
+void TomaRegistro(std::string_view linea, CLecturaCatastro& lectura);

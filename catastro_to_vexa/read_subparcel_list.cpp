@@ -1,0 +1,120 @@
+#include <utility>
+
+#include "cadastre/exchange_format.h"
+#include "catastro_to_vexa/campiva_a_vexa_dlg.h"
+
+// The reading of a list of subparcels with holders. A line that isn't a holder's belongs to the
+// lines before it: the order of the lines links subparcels to parcels and parcels to holders.
+
+namespace {
+
+constexpr UINT kLineaMasLarga = 220; // a longer line comes in pieces, each a line of its own
+
+constexpr CLectura kLeeNombreParaje = {35, 30, 0};
+constexpr CLectura kLeeTit = {65, 2, 66};
+
+enum TipoLinea {
+    kLineaTitular = 31,
+    kLineaParcela = 32,
+    kLineaSubparcela = 33,
+    kLineaIgnorada = 34
+};
+
+/// An element of a municipality that the lines to come belong to.
+struct CActual {
+    int municipio = -1;
+    int indice = -1; ///< below 0 for none
+};
+
+/// State of the reading of one list.
+struct CLecturaLista {
+    CBaseCatastro& base;
+    CAvisos avisos;
+    CActual titular;
+    CActual parcela;
+    CString Tit; ///< of the last parcel line that was long enough to tell it
+};
+
+void TomaTitular(std::string_view linea, int municipio, CLecturaLista& lectura)
+{
+    CTitular titular;
+    titular.Lee(linea, kModoLista);
+    CMunicipio& suyo = lectura.base.DameMunicipio(municipio);
+    AvisaConflicto(lectura.avisos, suyo, titular);
+    lectura.titular = {municipio, suyo.InsertaTitular(std::move(titular))};
+}
+
+void TomaParcela(std::string_view linea, int municipio, CLecturaLista& lectura)
+{
+    CMunicipio& suyo = lectura.base.DameMunicipio(municipio);
+    const CLineaFija fija(linea);
+    CParaje paraje(fija.Texto(kLeeNombreParaje));
+    paraje.NumOrden = static_cast<short>(suyo.Parajes().size());
+    if (fija.Alcanza(kLeeTit.minimo))
+        lectura.Tit = fija.Texto(kLeeTit);
+    CParcela parcela(0, 0, 0, {});
+    parcela.paraje = suyo.InsertaParaje(paraje);
+    parcela.Lee(linea, kModoLista);
+    lectura.parcela = {municipio, suyo.InsertaParcela(std::move(parcela))};
+}
+
+void TomaSubparcela(std::string_view linea, CLecturaLista& lectura)
+{
+    if (lectura.parcela.indice < 0)
+        return;
+    CSubparcela subparcela;
+    subparcela.Lee(linea, kModoLista);
+    const CString letra = subparcela.letra;
+    const int superfic = subparcela.superfic;
+    CParcela& parcela =
+        lectura.base.DameMunicipio(lectura.parcela.municipio).DameParcela(lectura.parcela.indice);
+    if (superfic == 0)
+        Avisa(lectura.avisos, kSubparcelaSinSuperficie, parcela.Polig, parcela.Parcela, letra);
+    bool repetida = false;
+    parcela.InsertaSubparcela(std::move(subparcela), repetida);
+    if (repetida)
+        Avisa(lectura.avisos, kSubparcelaDuplicada, parcela.Polig, parcela.Parcela, letra);
+    if (lectura.titular.indice >= 0 && lectura.titular.municipio == lectura.parcela.municipio)
+        parcela.InsertaCotitular(lectura.titular.indice, kSinOrden, superfic, lectura.Tit);
+}
+
+void TomaLinea(std::string_view linea, CLecturaLista& lectura)
+{
+    const CLineaFija fija(linea);
+    const int tipo = fija.Entero(kLeeTipo);
+    if (fija.Vacia() || tipo == kLineaIgnorada)
+        return;
+    const int municipio = lectura.base.RegistraMunicipio(static_cast<short>(fija.Entero(kLeeMun)));
+    if (tipo == kLineaTitular)
+        TomaTitular(linea, municipio, lectura);
+    else if (tipo == kLineaParcela)
+        TomaParcela(linea, municipio, lectura);
+    else if (tipo == kLineaSubparcela)
+        TomaSubparcela(linea, lectura);
+}
+
+} // namespace
+
+void CCampivaAVexaDlg::LeeListaSubparcelas(CBaseCatastro& base, CStdioFile* entrada,
+                                           CStdioFile* log, int* numErrores, int* numWarnings)
+{
+    CLecturaLista lectura{base, {*log, *numErrores, *numWarnings}, {}, {}, {}};
+    Fase(IDS_LEYENDO_BASE, log);
+    const std::uint64_t longitud = entrada->GetLength();
+    char bufer[kLineaMasLarga + 1];
+    bool cabecera = false; // the first line that isn't empty is the heading
+    while (entrada->ReadString(bufer, sizeof bufer) != nullptr) {
+        const std::string_view linea = bufer;
+        if (!cabecera) {
+            const CLineaFija fija(linea);
+            cabecera = !fija.Vacia();
+            base.Ger = static_cast<short>(fija.Entero(kLeeGer));
+            continue;
+        }
+        if (!Avanza(entrada->GetPosition(), longitud))
+            return;
+        TomaLinea(linea, lectura);
+    }
+    Fase(IDS_ASIGNANDO_TITULARIDAD, log);
+    base.ReparteParticipaciones();
+}

@@ -1,0 +1,195 @@
+#include "platform/cfile.h"
+
+#include <algorithm>
+#include <cstring>
+#include <filesystem>
+#include <system_error>
+
+#include "platform/system.h"
+
+namespace {
+
+constexpr std::size_t kBufer = std::size_t{64} * 1024;
+constexpr char kFinAntiguo = 0x1A;
+
+} // namespace
+
+CFile::CFile() = default;
+
+CFile::~CFile()
+{
+    Cierra();
+}
+
+bool CFile::Open(const CString& nombre, UINT modo)
+{
+    Cierra();
+    m_nombre = nombre;
+    const std::filesystem::path ruta = sistema::Ruta(nombre);
+    std::error_code error;
+    if (std::filesystem::is_directory(ruta, error))
+        return false;
+    if ((modo & modeWrite) == 0) {
+        m_lectura = sistema::AbreLectura(ruta);
+        m_longitud = m_lectura != nullptr ? sistema::Longitud(m_lectura) : 0;
+    } else if ((modo & modeInPlace) != 0) {
+        m_enSitio = sistema::AbreEscritura(ruta);
+    } else {
+        m_reemplazo.Abre(nombre);
+    }
+    const bool abierto = m_lectura != nullptr || Escribiendo();
+    if (abierto && m_bufer == nullptr)
+        m_bufer = std::make_unique<char[]>(kBufer);
+    return abierto;
+}
+
+void CFile::Close()
+{
+    if (Escribiendo())
+        Vacia();
+    const bool confirmado = m_reemplazo.Fichero() == nullptr || m_reemplazo.Confirma();
+    Cierra();
+    if (!confirmado)
+        throw CFileException(m_nombre);
+}
+
+void CFile::Cierra()
+{
+    if (m_lectura != nullptr)
+        std::fclose(m_lectura);
+    if (m_enSitio != nullptr) {
+        Vacia();
+        std::fclose(m_enSitio);
+    }
+    m_reemplazo.Desecha();
+    m_lectura = nullptr;
+    m_enSitio = nullptr;
+    m_lleno = 0;
+    m_leido = 0;
+    m_base = 0;
+    m_longitud = 0;
+    m_final = false;
+}
+
+void CFile::Flush()
+{
+    if (Escribiendo())
+        Vacia();
+}
+
+bool CFile::EsElMismo(const CString& uno, const CString& otro)
+{
+    std::error_code error;
+    return std::filesystem::equivalent(sistema::Ruta(uno), sistema::Ruta(otro), error) && !error;
+}
+
+std::string_view CFile::Mira(std::size_t minimo)
+{
+    if (m_lleno - m_leido < minimo && !m_final) {
+        std::memmove(m_bufer.get(), m_bufer.get() + m_leido, m_lleno - m_leido);
+        m_lleno -= m_leido;
+        m_base += m_leido;
+        m_leido = 0;
+        while (m_lleno < kBufer && !m_final) {
+            const std::size_t n =
+                std::fread(m_bufer.get() + m_lleno, 1, kBufer - m_lleno, m_lectura);
+            m_final = n == 0;
+            m_lleno += n;
+        }
+        if (m_final) {
+            std::string_view ultimo(m_bufer.get(), m_lleno);
+            AlLlegarAlFinal(ultimo);
+            m_lleno = ultimo.size();
+        }
+    }
+    return {m_bufer.get() + m_leido, m_lleno - m_leido};
+}
+
+void CFile::Escribe(std::string_view bytes)
+{
+    while (!bytes.empty()) {
+        if (m_lleno == kBufer)
+            Vacia();
+        const std::size_t n = std::min(bytes.size(), kBufer - m_lleno);
+        std::memcpy(m_bufer.get() + m_lleno, bytes.data(), n);
+        m_lleno += n;
+        bytes.remove_prefix(n);
+    }
+}
+
+void CFile::Vacia()
+{
+    const std::size_t pendientes = m_lleno;
+    m_lleno = 0;
+    std::FILE* destino = m_enSitio != nullptr ? m_enSitio : m_reemplazo.Fichero();
+    const bool escrito = std::fwrite(m_bufer.get(), 1, pendientes, destino) == pendientes;
+    if (!escrito && m_enSitio == nullptr) {
+        m_reemplazo.Desecha();
+        throw CFileException(m_nombre);
+    }
+}
+
+void CStdioFile::AlLlegarAlFinal(std::string_view& ultimo) const
+{
+    if (!ultimo.empty() && ultimo.back() == kFinAntiguo)
+        ultimo.remove_suffix(1);
+}
+
+char* CStdioFile::ReadString(char* bufer, UINT n)
+{
+    const std::size_t cabe = n - 1U;
+    const std::string_view resto = Mira(cabe + 1); // one more: a CR must see what follows it
+    std::size_t largo = std::min(cabe, resto.size());
+    std::size_t consumo = largo;
+    bool entera = false;
+    if (const auto fin = resto.substr(0, cabe + 1).find('\n'); fin != std::string_view::npos) {
+        const std::size_t sinFin = fin > 0 && resto[fin - 1] == '\r' ? fin - 1 : fin;
+        entera =
+            sinFin < cabe; // else the characters fill the buffer and the end waits for its turn
+        largo = entera ? sinFin : largo;
+        consumo = entera ? fin + 1 : largo;
+    }
+    if (consumo == 0)
+        return nullptr;
+    std::replace_copy(resto.begin(), resto.begin() + static_cast<std::ptrdiff_t>(largo), bufer,
+                      '\0', ' ');
+    if (entera)
+        bufer[largo++] = '\n';
+    bufer[largo] = '\0';
+    Consume(consumo);
+    return bufer;
+}
+
+bool CStdioFile::ReadString(CString& linea)
+{
+    m_linea.clear();
+    bool hubo = false;
+    for (bool entera = false; !entera;) {
+        const std::string_view resto = Mira(2); // a CR must see what follows it
+        if (resto.empty())
+            break;
+        hubo = true;
+        const auto fin = resto.find('\n');
+        entera = fin != std::string_view::npos;
+        std::size_t largo = entera ? fin : resto.size() - (AlFinal() ? 0U : 1U);
+        Consume(entera ? fin + 1 : largo);
+        if (entera && fin > 0 && resto[fin - 1] == '\r')
+            --largo;
+        m_linea.append(resto.substr(0, largo));
+    }
+    std::replace(m_linea.begin(), m_linea.end(), '\0', ' ');
+    linea = std::string_view(m_linea);
+    return hubo;
+}
+
+void CStdioFile::WriteString(std::string_view texto)
+{
+    while (!texto.empty()) {
+        const auto fin = texto.find('\n');
+        Escribe(texto.substr(0, fin));
+        if (fin == std::string_view::npos)
+            return;
+        Escribe("\r\n");
+        texto.remove_prefix(fin + 1);
+    }
+}

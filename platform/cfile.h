@@ -1,0 +1,121 @@
+#pragma once
+
+#include <cstdint>
+#include <cstdio>
+#include <exception>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "platform/cstring.h"
+#include "platform/safe_replacement.h"
+#include "platform/types.h"
+
+/// A write that failed: the disk is full, or the file can't take its target's place.
+class CFileException : public std::exception {
+public:
+    explicit CFileException(CString fichero) : m_strFileName(std::move(fichero)) {}
+    const char* what() const noexcept override { return m_strFileName.GetString(); }
+
+    CString m_strFileName; ///< the target's name
+};
+
+/// A file of bytes, read or written through a buffer of its own.
+///
+/// A file opened with `modeCreate | modeWrite` replaces its target when `Close` succeeds, and only
+/// then (see CReemplazo): an object that is destroyed without it leaves the target as it was.
+class CFile {
+public:
+    enum OpenFlags : UINT {
+        modeRead = 0,
+        modeWrite = 0x1,
+        modeCreate = 0x1000,
+        typeText = 0x4000,
+        typeBinary = 0x8000,
+        /// Of this layer: the file is written in its place, line after line, and a write that fails
+        /// is passed over. For logs, which must tell what they can even when the run dies.
+        modeInPlace = 0x10000
+    };
+
+    CFile();
+    CFile(const CFile&) = delete;
+    CFile& operator=(const CFile&) = delete;
+    virtual ~CFile();
+
+    /// Opens for reading, or with `modeCreate | modeWrite` for writing. False, with nothing changed
+    /// on disk, where that can't be done; a folder is no file.
+    bool Open(const CString& nombre, UINT modo);
+
+    /// Ends the work with the file. After writing it raises CFileException, with the target as it
+    /// was, if something couldn't be written.
+    void Close();
+
+    /// Brings what was written so far to the system. Raises CFileException.
+    void Flush();
+
+    /// Length in bytes of a file open for reading as it was when it was opened, 0 for a pipe.
+    std::uint64_t GetLength() const { return m_longitud; }
+
+    /// Number of bytes of the file in front of the next one to be read.
+    std::uint64_t GetPosition() const { return m_base + m_leido; }
+
+    CString GetFilePath() const { return m_nombre; }
+
+    /// Tells whether both names lead to one and the same file on disk.
+    static bool EsElMismo(const CString& uno, const CString& otro);
+
+protected:
+    /// What stands unread in the buffer, at least `minimo` bytes of it unless the file ends before.
+    std::string_view Mira(std::size_t minimo);
+    void Consume(std::size_t bytes) { m_leido += bytes; }
+    bool AlFinal() const { return m_final; } ///< nothing comes behind what `Mira` gave
+    void Escribe(std::string_view bytes);
+    virtual void AlLlegarAlFinal(std::string_view& /*ultimo*/) const {}
+
+private:
+    bool Escribiendo() const { return m_enSitio != nullptr || m_reemplazo.Fichero() != nullptr; }
+    void Vacia();
+    void Cierra();
+
+    CString m_nombre;
+    std::FILE* m_lectura = nullptr;
+    std::FILE* m_enSitio = nullptr;
+    CReemplazo m_reemplazo;
+
+    std::unique_ptr<char[]> m_bufer;
+    std::size_t m_lleno = 0;  // bytes in the buffer
+    std::size_t m_leido = 0;  // of these, how many were consumed
+    std::uint64_t m_base = 0; // position in the file of the buffer's first byte
+    std::uint64_t m_longitud = 0;
+    bool m_final = false; // nothing more comes from the file
+};
+
+/// A text file. On disk its lines end in CR LF; a plain LF is taken too, and the line end that the
+/// program sees and writes is "\n". A NUL reads as a blank, and a 0x1A as the file's very last byte
+/// is the old end mark and no data.
+class CStdioFile : public CFile {
+public:
+    /// Reads up to `n` - 1 characters of the line into the buffer, the line end among them, and
+    /// closes them with a zero. Null at the end of the file.
+    char* ReadString(char* bufer, UINT n);
+
+    /// Reads a line and drops its end. False at the end of the file.
+    bool ReadString(CString& linea);
+
+    /// Writes the text, each "\n" as CR LF. Raises CFileException.
+    void WriteString(std::string_view texto);
+
+    /// A text that the owner of the file may compose before it is written. It keeps its memory from
+    /// one use to the next, so that writing a row costs no allocation.
+    std::string& Borrador()
+    {
+        m_borrador.clear();
+        return m_borrador;
+    }
+
+private:
+    void AlLlegarAlFinal(std::string_view& ultimo) const override;
+
+    std::string m_borrador;
+    std::string m_linea;
+};

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "platform/cstring.h"
+#include "platform/front_end.h"
+#include "platform/resources.h"
+#include "platform/types.h"
+
+class CWnd;
+
+/// The application: the one global object of the program. It holds what the process is given at its
+/// start, its front end, its resources and its command line, and the store of its settings.
+class CWinApp {
+public:
+    CWinApp();
+    CWinApp(const CWinApp&) = delete;
+    CWinApp& operator=(const CWinApp&) = delete;
+    virtual ~CWinApp();
+
+    /// Hands over what the process starts with, then runs `InitInstance`.
+    void Arranca(CFrontal& frontal, const CRecursos& recursos, const CString& mandato,
+                 const CString& ficheroAyuda);
+
+    /// The life of the process. False: there is no message loop to run behind it.
+    virtual BOOL InitInstance() { return 0; }
+
+    /// Command 57670 of the application: the help file on its default topic.
+    void OnHelp();
+
+    /// Key above all stored settings. Without it nothing is stored, and all values are the
+    /// defaults.
+    void SetRegistryKey(const CString& empresa) { m_empresa = empresa; }
+
+    /// A stored value; the default where it isn't there or is no number.
+    int GetProfileInt(const CString& seccion, const CString& clave, int defecto) const;
+    CString GetProfileString(const CString& seccion, const CString& clave,
+                             const CString& defecto) const;
+    /// Stores a value at once. False, with the store as it was, if that can't be done.
+    BOOL WriteProfileInt(const CString& seccion, const CString& clave, int valor);
+    BOOL WriteProfileString(const CString& seccion, const CString& clave, const CString& valor);
+
+    /// Shows a box and notes whether it told an error.
+    int Caja(const CString& texto, const CString& titulo, UINT flags);
+    bool HuboCajaDeError() const { return m_huboCajaDeError; }
+
+    CFrontal& Frontal() const { return *m_frontal; }
+    const CRecursos& Recursos() const { return m_recursos; }
+
+    CString m_lpCmdLine;       ///< the tokens behind the program's name, joined by tabs
+    CString m_pszHelpFilePath; ///< the help file
+    CWnd* m_pMainWnd = nullptr;
+
+private:
+    CFrontal* m_frontal = nullptr;
+    CRecursos m_recursos;
+    CString m_empresa;
+    bool m_huboCajaDeError = false;
+};
+
+/// The application object. There is one as long as `main` runs.
+CWinApp* AfxGetApp();

@@ -1,0 +1,222 @@
+#include "platform/dialog.h"
+
+#include <algorithm>
+
+#include "platform/cwinapp.h"
+
+CControl::CControl(CDialog& dialogo, const CPlantillaControl& plantilla)
+    : m_dialogo(&dialogo), m_plantilla(&plantilla), m_texto(plantilla.texto)
+{
+}
+
+void CControl::Cambiado()
+{
+    m_dialogo->Refleja(*this);
+}
+
+void CControl::SetWindowText(const CString& texto)
+{
+    if (texto == m_texto)
+        return;
+    m_texto = texto;
+    Cambiado();
+}
+
+void CControl::EnableWindow(bool activo)
+{
+    m_activo = activo;
+    Cambiado();
+}
+
+void CControl::SetCheck(int marca)
+{
+    m_marca = marca != 0 ? 1 : 0;
+    Cambiado();
+}
+
+void CControl::SetCurSel(int seleccion)
+{
+    const bool hay =
+        seleccion >= 0 && static_cast<std::size_t>(seleccion) < m_plantilla->elementos.size();
+    m_seleccion = hay ? seleccion : -1;
+    Cambiado();
+}
+
+LRESULT CControl::SendMessage(UINT mensaje, WPARAM wParam, LPARAM /*lParam*/)
+{
+    if (mensaje != PBM_SETPOS)
+        return 0;
+    const int antes = m_posicion;
+    m_posicion = std::clamp(static_cast<int>(wParam), 0, 100);
+    if (m_posicion != antes)
+        Cambiado();
+    return antes;
+}
+
+LRESULT CWnd::SendMessage(UINT mensaje, WPARAM wParam, LPARAM lParam)
+{
+    return WindowProc(mensaje, wParam, lParam);
+}
+
+LRESULT CWnd::WindowProc(UINT mensaje, WPARAM wParam, LPARAM lParam)
+{
+    for (const CEntradaMensaje& entrada : GetMessageMap())
+        if (entrada.mensaje == mensaje && (mensaje != WM_COMMAND || entrada.mandato == wParam))
+            return entrada.manejador(*this, wParam, lParam);
+    return 0;
+}
+
+int CWnd::MessageBox(const CString& texto, const CString& titulo, UINT flags)
+{
+    return AfxGetApp()->Caja(texto, titulo, flags);
+}
+
+CDialog::~CDialog()
+{
+    if (m_plantilla != nullptr)
+        AfxGetApp()->Frontal().Cierra(*this);
+}
+
+bool CDialog::CreaControles(UINT plantilla)
+{
+    m_plantilla = AfxGetApp()->Recursos().Dialogo(plantilla);
+    if (m_plantilla == nullptr)
+        return false;
+    m_controles.clear();
+    for (const CPlantillaControl& control : m_plantilla->controles)
+        m_controles.emplace_back(*this, control);
+    m_resultado.reset();
+    OnInitDialog();
+    return true;
+}
+
+bool CDialog::Create(UINT plantilla, CWnd* /*padre*/)
+{
+    return CreaControles(plantilla);
+}
+
+int CDialog::DoModal()
+{
+    if (!CreaControles(m_idPlantilla))
+        return -1;
+    AfxGetApp()->Frontal().MuestraModal(*this);
+    return m_resultado.value_or(IDCANCEL);
+}
+
+void CDialog::UpdateData(bool guarda)
+{
+    CDataExchange dx(*this, guarda);
+    DoDataExchange(&dx);
+}
+
+CControl* CDialog::GetDlgItem(UINT id)
+{
+    const auto control = std::find_if(m_controles.begin(), m_controles.end(),
+                                      [id](const CControl& c) { return c.Id() == id; });
+    return control != m_controles.end() ? &*control : nullptr;
+}
+
+void CDialog::GotoDlgCtrl(UINT id)
+{
+    m_foco = id;
+    if (const CControl* control = GetDlgItem(id))
+        Refleja(*control);
+}
+
+void CDialog::Refleja(const CControl& control) const
+{
+    AfxGetApp()->Frontal().Refleja(*this, control);
+}
+
+void CDialog::AtiendeUno()
+{
+    AfxGetApp()->Frontal().AtiendeUno(*this);
+}
+
+BOOL CDialog::OnInitDialog()
+{
+    UpdateData(false);
+    return 1;
+}
+
+void CDialog::OnOK()
+{
+    UpdateData(true);
+    EndDialog(IDOK);
+}
+
+void CDialog::OnCancel()
+{
+    EndDialog(IDCANCEL);
+}
+
+std::span<const CEntradaMensaje> CDialog::GetMessageMap() const
+{
+    static constexpr CEntradaMensaje kMapa[] = {
+        EnMandato<&CDialog::OnOK>(IDOK),
+        EnMandato<&CDialog::OnCancel>(IDCANCEL),
+    };
+    return kMapa;
+}
+
+void DDX_Control(CDataExchange* dx, UINT id, CProgressCtrl& control)
+{
+    control.m_control = dx->m_pDlg->GetDlgItem(id);
+}
+
+void DDX_Text(CDataExchange* dx, UINT id, CString& valor)
+{
+    CControl* control = dx->m_pDlg->GetDlgItem(id);
+    if (control == nullptr)
+        return;
+    if (dx->m_bSaveAndValidate)
+        valor = control->GetWindowText();
+    else
+        control->SetWindowText(valor);
+}
+
+void DDX_Check(CDataExchange* dx, UINT id, int& valor)
+{
+    CControl* control = dx->m_pDlg->GetDlgItem(id);
+    if (control == nullptr)
+        return;
+    if (dx->m_bSaveAndValidate)
+        valor = control->GetCheck();
+    else
+        control->SetCheck(valor);
+}
+
+void DDX_CBIndex(CDataExchange* dx, UINT id, int& valor)
+{
+    CControl* control = dx->m_pDlg->GetDlgItem(id);
+    if (control == nullptr)
+        return;
+    if (dx->m_bSaveAndValidate)
+        valor = control->GetCurSel();
+    else
+        control->SetCurSel(valor);
+}
+
+void DDX_Radio(CDataExchange* dx, UINT id, int& valor)
+{
+    int posicion = -1; // in the group, once it was met
+    const int elegido = valor;
+    if (dx->m_bSaveAndValidate)
+        valor = -1;
+    for (CControl& control : dx->m_pDlg->Controles()) {
+        const bool radio = control.Plantilla().clase == ClaseControl::Radio;
+        if (!radio || (posicion >= 0 && control.Plantilla().abreGrupo) ||
+            (posicion < 0 && control.Id() != id))
+            continue;
+        ++posicion;
+        if (!dx->m_bSaveAndValidate)
+            control.SetCheck(posicion == elegido ? 1 : 0);
+        else if (control.GetCheck() != 0)
+            valor = posicion;
+    }
+}
+
+int CFileDialog::DoModal()
+{
+    return AfxGetApp()->Frontal().EligeFichero(*this) ? IDOK : IDCANCEL;
+}

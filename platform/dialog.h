@@ -1,0 +1,234 @@
+#pragma once
+
+#include <deque>
+#include <optional>
+#include <span>
+#include <type_traits>
+#include <vector>
+
+#include "platform/cstring.h"
+#include "platform/resources.h"
+#include "platform/types.h"
+
+// Windows and dialogs as the program sees them. A control is plain state, made from the dialog's
+// template; a front end shows that state and turns what the user does into messages.
+
+inline constexpr int IDOK = 1;
+inline constexpr int IDCANCEL = 2;
+inline constexpr int IDYES = 6;
+inline constexpr int IDNO = 7;
+inline constexpr UINT ID_HELP = 57670;
+
+inline constexpr UINT MB_OK = 0;
+inline constexpr UINT MB_YESNO = 4;
+inline constexpr UINT MB_TYPEMASK = 0x0F;
+inline constexpr UINT MB_ICONERROR = 16;
+inline constexpr UINT MB_ICONQUESTION = 32;
+inline constexpr UINT MB_ICONMASK = 0xF0;
+
+inline constexpr UINT WM_HELP = 0x0053;
+inline constexpr UINT WM_COMMAND = 0x0111;
+inline constexpr UINT PBM_SETPOS = 1026;
+
+/// What a request for context help carries.
+struct HELPINFO {
+    int iCtrlId; ///< control asked about, negative for a label or a group box
+};
+
+class CDialog;
+
+/// One control of a dialog.
+class CControl {
+public:
+    CControl(CDialog& dialogo, const CPlantillaControl& plantilla);
+
+    UINT Id() const { return m_plantilla->id; }
+    const CPlantillaControl& Plantilla() const { return *m_plantilla; }
+
+    /// Text of an edit or a label, caption of everything else.
+    const CString& GetWindowText() const { return m_texto; }
+    void SetWindowText(const CString& texto);
+    bool IsWindowEnabled() const { return m_activo; }
+    void EnableWindow(bool activo);
+    /// Mark of a check box or radio button, 0 or 1.
+    int GetCheck() const { return m_marca; }
+    void SetCheck(int marca);
+    /// Index of the item that a drop-down list shows, -1 for none. An index that it doesn't have
+    /// selects none.
+    int GetCurSel() const { return m_seleccion; }
+    void SetCurSel(int seleccion);
+    /// Position of a progress bar, 0 to 100; PBM_SETPOS cuts what is outside.
+    int GetPos() const { return m_posicion; }
+    LRESULT SendMessage(UINT mensaje, WPARAM wParam, LPARAM lParam);
+
+private:
+    void Cambiado();
+
+    CDialog* m_dialogo;
+    const CPlantillaControl* m_plantilla;
+    CString m_texto;
+    bool m_activo = true;
+    int m_marca = 0;
+    int m_seleccion = -1;
+    int m_posicion = 0;
+};
+
+class CWnd;
+
+/// One line of a message map: the handler of a message and, for WM_COMMAND, of one command.
+struct CEntradaMensaje {
+    UINT mensaje;
+    UINT mandato;
+    LRESULT (*manejador)(CWnd& ventana, WPARAM wParam, LPARAM lParam);
+};
+
+/// A window: something that takes messages.
+class CWnd {
+public:
+    CWnd() = default;
+    CWnd(const CWnd&) = delete;
+    CWnd& operator=(const CWnd&) = delete;
+    virtual ~CWnd() = default;
+
+    /// Runs the message's handler and gives its result; 0 where there is none.
+    LRESULT SendMessage(UINT mensaje, WPARAM wParam, LPARAM lParam);
+    /// Shows a box with this window as its owner and gives the answer.
+    int MessageBox(const CString& texto, const CString& titulo, UINT flags);
+    /// Command "help": ends in `WinHelp`.
+    void OnHelp() { WinHelp(0, 0); }
+
+protected:
+    /// The message map; the first line that fits is taken.
+    virtual std::span<const CEntradaMensaje> GetMessageMap() const { return {}; }
+    virtual void WinHelp(WPARAM /*dato*/, UINT /*mandato*/) {}
+    /// Ways to the handler. What throws passes through.
+    virtual LRESULT WindowProc(UINT mensaje, WPARAM wParam, LPARAM lParam);
+};
+
+template <class D>
+D* ClaseDe(void (D::*)());
+template <class D>
+D* ClaseDe(LRESULT (D::*)(WPARAM, LPARAM));
+
+/// A line of a message map for a command whose handler takes and gives nothing.
+template <auto Manejador>
+constexpr CEntradaMensaje EnMandato(UINT mandato)
+{
+    using D = std::remove_pointer_t<decltype(ClaseDe(Manejador))>;
+    return {WM_COMMAND, mandato, [](CWnd& ventana, WPARAM, LPARAM) -> LRESULT {
+                (static_cast<D&>(ventana).*Manejador)();
+                return 0;
+            }};
+}
+
+/// A line of a message map for any other message.
+template <auto Manejador>
+constexpr CEntradaMensaje EnMensaje(UINT mensaje)
+{
+    using D = std::remove_pointer_t<decltype(ClaseDe(Manejador))>;
+    return {mensaje, 0, [](CWnd& ventana, WPARAM wParam, LPARAM lParam) {
+                return (static_cast<D&>(ventana).*Manejador)(wParam, lParam);
+            }};
+}
+
+class CProgressCtrl;
+
+/// The way between fields and controls: to the fields with `m_bSaveAndValidate`, else to the
+/// controls.
+class CDataExchange {
+public:
+    CDataExchange(CDialog& dialogo, bool guarda) : m_pDlg(&dialogo), m_bSaveAndValidate(guarda) {}
+
+    CDialog* m_pDlg;
+    bool m_bSaveAndValidate;
+};
+
+void DDX_Control(CDataExchange* dx, UINT id, CProgressCtrl& control);
+void DDX_Text(CDataExchange* dx, UINT id, CString& valor);
+void DDX_Check(CDataExchange* dx, UINT id, int& valor);
+void DDX_CBIndex(CDataExchange* dx, UINT id, int& valor);
+/// The value is the position of the marked button in the group that `id` opens, -1 for none.
+void DDX_Radio(CDataExchange* dx, UINT id, int& valor);
+
+/// A progress bar, attached to its control by DDX_Control.
+class CProgressCtrl {
+public:
+    LRESULT SendMessage(UINT mensaje, WPARAM wParam, LPARAM lParam)
+    {
+        return m_control != nullptr ? m_control->SendMessage(mensaje, wParam, lParam) : 0;
+    }
+
+private:
+    friend void DDX_Control(CDataExchange* dx, UINT id, CProgressCtrl& control);
+    CControl* m_control = nullptr;
+};
+
+class CDialog : public CWnd {
+public:
+    explicit CDialog(UINT plantilla) : m_idPlantilla(plantilla) {}
+    ~CDialog() override;
+
+    /// Makes the controls and runs `OnInitDialog`; the dialog stays hidden. False where the
+    /// application has no such template.
+    bool Create(UINT plantilla, CWnd* padre);
+    /// Shows the dialog until it is closed and gives the result that it was closed with; -1 where
+    /// the application has no such template.
+    int DoModal();
+    void EndDialog(int resultado) { m_resultado = resultado; }
+    bool Terminado() const { return m_resultado.has_value(); }
+
+    /// With true reads the controls into the fields, with false writes the fields to the controls.
+    void UpdateData(bool guarda);
+
+    /// The control with the id, null where there is none.
+    CControl* GetDlgItem(UINT id);
+    const CPlantillaDialogo& Plantilla() const { return *m_plantilla; }
+    std::deque<CControl>& Controles() { return m_controles; } ///< in the template's order
+    void GotoDlgCtrl(UINT id);                                ///< gives the control the focus
+    UINT Foco() const { return m_foco; }
+    void SetIcon(UINT icono) { m_icono = icono; }
+    UINT Icono() const { return m_icono; }
+
+    /// Tells the front end that the control changed. The controls call it.
+    void Refleja(const CControl& control) const;
+    /// Hands at most one pending event of the user to this dialog.
+    void AtiendeUno();
+
+protected:
+    virtual void DoDataExchange(CDataExchange* /*dx*/) {}
+    virtual BOOL OnInitDialog();
+    virtual void OnOK();
+    virtual void OnCancel();
+    std::span<const CEntradaMensaje> GetMessageMap() const override;
+
+private:
+    bool CreaControles(UINT plantilla);
+
+    UINT m_idPlantilla;
+    const CPlantillaDialogo* m_plantilla = nullptr;
+    std::deque<CControl> m_controles; // a control keeps its address
+    std::optional<int> m_resultado;
+    UINT m_foco = 0;
+    UINT m_icono = 0;
+};
+
+/// The platform's box for choosing a file that exists.
+class CFileDialog {
+public:
+    /// `filtros`: pairs of a text and a pattern, all ended by "|", the whole by one more.
+    CFileDialog(const CString& inicial, const CString& filtros, CWnd* padre)
+        : m_ruta(inicial), m_filtros(filtros), m_padre(padre)
+    {
+    }
+
+    int DoModal();
+    CString GetPathName() const { return m_ruta; }
+    void SetPathName(const CString& ruta) { m_ruta = ruta; }
+    const CString& Filtros() const { return m_filtros; }
+    CWnd* Padre() const { return m_padre; }
+
+private:
+    CString m_ruta;
+    CString m_filtros;
+    CWnd* m_padre;
+};

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "platform/cstring.h"
+#include "platform/types.h"
+
+class CControl;
+class CDialog;
+class CFileDialog;
+
+/// All that a front end does for the layer. A terminal, real windows and the tests' script each
+/// implement it; the dialogs' own code is the same behind all of them.
+class CFrontal {
+public:
+    virtual ~CFrontal() = default;
+
+    /// Shows the dialog, whose controls exist and are filled, and serves the user until the
+    /// dialog's `EndDialog` was called. The user's actions go to the dialog as messages.
+    virtual void MuestraModal(CDialog& dialogo) = 0;
+
+    /// Takes one pending event of the user, if there is one, and never waits for one. Called many
+    /// times a second during a run.
+    virtual void AtiendeUno(CDialog& dialogo) = 0;
+
+    /// Shows a box and gives the user's answer (IDOK, IDYES, IDNO). `flags` are those of
+    /// MessageBox.
+    virtual int Caja(const CString& texto, const CString& titulo, UINT flags) = 0;
+
+    /// Lets the user choose a file. False if he gave up; else the dialog holds the path.
+    virtual bool EligeFichero(CFileDialog& dialogo) = 0;
+
+    /// Tells that what a control shows has changed. The dialog may be a hidden one.
+    virtual void Refleja(const CDialog& dialogo, const CControl& control) = 0;
+
+    /// Tells that a dialog, hidden or not, is gone.
+    virtual void Cierra(const CDialog& dialogo) = 0;
+
+    /// Shows the help file on its default topic.
+    virtual void MuestraAyuda(const CString& ficheroAyuda) = 0;
+
+    /// Shows the help text of one control of the dialog.
+    virtual void MuestraAyudaControl(const CString& ficheroAyuda, const CDialog& dialogo,
+                                     UINT id) = 0;
+};

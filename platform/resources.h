@@ -1,0 +1,90 @@
+#pragma once
+
+#include <span>
+
+#include "platform/types.h"
+
+// The form of the program's resources. Their content is handed to the application at its start.
+
+struct CCadenaRecurso {
+    UINT numero;
+    const char* texto; ///< code page 1252
+};
+
+enum class ClaseControl {
+    Boton,
+    BotonPorDefecto,
+    Casilla,
+    Radio,
+    Edicion,
+    Lista,
+    Texto,
+    Grupo,
+    Progreso,
+    Imagen,
+    Icono
+};
+
+/// Id of labels and group boxes, which nothing asks for.
+inline constexpr UINT kSinId = 0xFFFF;
+
+struct CPlantillaControl {
+    ClaseControl clase;
+    UINT id;
+    const char* texto;       ///< caption with its mnemonic; for a picture or icon, empty
+    short x, y, ancho, alto; ///< dialog units
+    std::span<const char* const> elementos = {}; ///< of a drop-down list
+    bool abreGrupo = false;                      ///< first of a row of radio buttons
+};
+
+struct CPlantillaDialogo {
+    UINT id;
+    const char* titulo;
+    short ancho, alto; ///< dialog units
+    std::span<const CPlantillaControl>
+        controles; ///< in tab order; a label stands before its control
+};
+
+/// The program's version block.
+struct CRecursoVersion {
+    const char* producto = "";
+    const char* descripcion = "";
+    const char* version = "";
+    const char* copyright = "";
+    const char* empresa = "";
+};
+
+class CRecursos {
+public:
+    constexpr CRecursos() = default;
+    constexpr CRecursos(std::span<const CCadenaRecurso> cadenas,
+                        std::span<const CPlantillaDialogo> dialogos, const CRecursoVersion& version)
+        : m_cadenas(cadenas), m_dialogos(dialogos), m_version(version)
+    {
+    }
+
+    constexpr const CRecursoVersion& Version() const { return m_version; }
+
+    /// The text, or null for a number that isn't there.
+    constexpr const char* Texto(UINT numero) const
+    {
+        for (const CCadenaRecurso& cadena : m_cadenas)
+            if (cadena.numero == numero)
+                return cadena.texto;
+        return nullptr;
+    }
+
+    /// The template, or null for an id that isn't there.
+    constexpr const CPlantillaDialogo* Dialogo(UINT id) const
+    {
+        for (const CPlantillaDialogo& dialogo : m_dialogos)
+            if (dialogo.id == id)
+                return &dialogo;
+        return nullptr;
+    }
+
+private:
+    std::span<const CCadenaRecurso> m_cadenas;
+    std::span<const CPlantillaDialogo> m_dialogos;
+    CRecursoVersion m_version;
+};

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <chrono>
+#include <cstdio>
+#include <deque>
+#include <string>
+
+#include "platform/front_end.h"
+
+/// Front end for a terminal: boxes as text and, where a person watches, one progress line.
+class CFrontalTerminal : public CFrontal {
+public:
+    CFrontalTerminal();
+    CFrontalTerminal(const CFrontalTerminal&) = delete;
+    CFrontalTerminal& operator=(const CFrontalTerminal&) = delete;
+    ~CFrontalTerminal() override;
+
+    void MuestraModal(CDialog& dialogo) override;
+    void AtiendeUno(CDialog& dialogo) override;
+    int Caja(const CString& texto, const CString& titulo, UINT flags) override;
+    bool EligeFichero(CFileDialog& dialogo) override;
+    void Refleja(const CDialog& dialogo, const CControl& control) override;
+    void Cierra(const CDialog& dialogo) override;
+    void MuestraAyuda(const CString& ficheroAyuda) override;
+    void MuestraAyudaControl(const CString& ficheroAyuda, const CDialog& dialogo, UINT id) override;
+
+private:
+    using Reloj = std::chrono::steady_clock;
+
+    bool PuedePintar(Reloj::time_point ahora);
+    void PintaAvance(Reloj::time_point ahora);
+    void BorraAvance();
+    int PreguntaSiNo();
+
+    bool m_entradaPersona; ///< somebody types at the standard input
+    bool m_avanceVisible;  ///< somebody watches the standard error
+    std::string m_fase;    ///< UTF-8
+    int m_porcentaje = 0;
+    Reloj::time_point m_inicio;
+    bool m_enRun = false;
+    std::deque<Reloj::time_point> m_pintadas; ///< moments of the last drawings
+    std::size_t m_anchoPintado = 0;           ///< columns that the line on the screen takes
+};

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "platform/types.h"
+
+// Numbers of dialogs, controls and strings. They are fixed: the stored help texts and the closed
+// libraries know them.
+
+inline constexpr UINT IDD_ACERCA_DE = 100;
+inline constexpr UINT IDR_ICONO = 128;
+inline constexpr UINT IDB_IMAGEN = 133;
+inline constexpr UINT IDD_CAMPIVA_A_VEXA = 135;
+
+// Controls that the translation dialogs share.
+inline constexpr UINT IDC_ACERCA_DE = 1007;
+inline constexpr UINT IDC_ESTADO = 1008;
+inline constexpr UINT IDC_PROGRESO = 1018;
+
+// CCampivaAVexaDlg.
+inline constexpr UINT IDC_ENTRADA = 1000;
+inline constexpr UINT IDC_BUSCAR_ENTRADA = 1001;
+inline constexpr UINT IDC_MODULOS = 1013;
+inline constexpr UINT IDC_TITULARES = 1014;
+inline constexpr UINT IDC_SUBPARCELAS = 1015;
+inline constexpr UINT IDC_PARAJES = 1016;
+inline constexpr UINT IDC_PARCELAS = 1017;
+inline constexpr UINT IDC_TIPO_ENTRADA = 1019;
+inline constexpr UINT IDC_COTITULARES = 1020;
+
+// Values of the About dialog.
+inline constexpr UINT IDC_COPYRIGHT = 1160;
+inline constexpr UINT IDC_AUTOR = 1161;
+inline constexpr UINT IDC_VERSION = 1162;
+inline constexpr UINT IDC_NOMBRE = 1168;
+inline constexpr UINT IDC_DESCRIPCION = 1169;
+
+// Filters of the browse buttons.
+inline constexpr UINT IDS_FILTRO_TODOS = 131;
+inline constexpr UINT IDS_FILTRO_TOPOLOGIAS = 151;
+
+// Status texts.
+inline constexpr UINT IDS_NADA = 132;
+inline constexpr UINT IDS_LEYENDO_BASE = 133;
+inline constexpr UINT IDS_LEYENDO_POLIGONOS = 134;
+inline constexpr UINT IDS_REGISTRANDO_PARCELAS = 135;
+inline constexpr UINT IDS_REGISTRANDO_SUBPARCELAS = 136;
+inline constexpr UINT IDS_REGISTRANDO_TITULARES = 137;
+inline constexpr UINT IDS_GRABANDO_TITULARES = 138;
+inline constexpr UINT IDS_REGISTRANDO_POLIGONOS = 139;
+inline constexpr UINT IDS_GRABANDO_PARCELAS = 140;
+inline constexpr UINT IDS_GRABANDO_SUBPARCELAS = 141;
+inline constexpr UINT IDS_GRABANDO_PARAJES = 142;
+inline constexpr UINT IDS_GRABANDO_COTITULARES = 143;
+inline constexpr UINT IDS_LEYENDO_TITULARES = 144;
+inline constexpr UINT IDS_LEYENDO_MODULOS = 145;
+inline constexpr UINT IDS_LEYENDO_PARCELAS = 146;
+inline constexpr UINT IDS_LEYENDO_SUBPARCELAS = 147;
+inline constexpr UINT IDS_LEYENDO_PARAJES = 148;
+inline constexpr UINT IDS_LEYENDO_COTITULARES = 149;
+inline constexpr UINT IDS_ASIGNANDO_TITULARIDAD = 150;
+inline constexpr UINT IDS_LEYENDO_ORTOS = 152;
+inline constexpr UINT IDS_GRABANDO_MODULOS = 185;

@@ -1,0 +1,78 @@
+#include "shell/campiva_app.h"
+
+#include <algorithm>
+
+#include "catastro_to_vexa/campiva_a_vexa_dlg.h"
+#include "platform/ansi.h"
+#include "platform/dialog.h"
+#include "vexa_libs/ccadena.h"
+
+namespace {
+
+constexpr int kHuboError = 1;
+constexpr int kNoHayRuta = 2;
+
+bool HayVacios(const CTokens& tokens, std::size_t desde, std::size_t hasta)
+{
+    return std::any_of(tokens.begin() + static_cast<std::ptrdiff_t>(desde),
+                       tokens.begin() + static_cast<std::ptrdiff_t>(hasta) + 1,
+                       [](const CString& token) { return token.IsEmpty(); });
+}
+
+} // namespace
+
+Ruta EligeRuta(const CTokens& tokens)
+{
+    if (HayVacios(tokens, 1, 7))
+        return Ruta::Dialogos;
+    const int selector = LeeEntero(tokens[0]);
+    if (selector == 1 && !HayVacios(tokens, 8, 11))
+        return Ruta::VexaACatastro;
+    return selector == 0 ? Ruta::CatastroAVexa : Ruta::Ninguna;
+}
+
+BOOL CCampivaApp::InitInstance()
+{
+    CVersionApp::InitInstance();
+    SetRegistryKey("VexaSoft");
+    ReadResourceInformation();
+    m_pszHelpFilePath.Replace(".HLP", ".chm");
+    CTokens tokens;
+    CCadena(m_lpCmdLine).Leetira(kTokens, tokens.data());
+    switch (EligeRuta(tokens)) {
+    case Ruta::CatastroAVexa:
+        EjecutaCatastroAVexa(tokens);
+        break;
+    case Ruta::VexaACatastro:
+        Caja("La traducción de Vexa a Catastro todavía no está en el programa"_ansi, "Error",
+             MB_ICONERROR);
+        m_estadoSalida = kHuboError;
+        break;
+    case Ruta::Dialogos:
+        MuestraDialogo();
+        break;
+    case Ruta::Ninguna:
+        m_estadoSalida = kNoHayRuta;
+        break;
+    }
+    return 0;
+}
+
+void CCampivaApp::MuestraDialogo()
+{
+    CCampivaAVexaDlg dialogo;
+    m_pMainWnd = &dialogo;
+    dialogo.DoModal();
+    m_pMainWnd = nullptr;
+    m_estadoSalida = kNoHayRuta;
+}
+
+void CCampivaApp::EjecutaCatastroAVexa(const CTokens& tokens)
+{
+    CCampivaAVexaDlg dialogo;
+    m_pMainWnd = &dialogo;
+    dialogo.EjecutaLote(tokens[1], tokens[2], tokens[3], tokens[4], tokens[5], tokens[6], tokens[7],
+                        nullptr);
+    m_pMainWnd = nullptr;
+    m_estadoSalida = HuboCajaDeError() ? kHuboError : 0;
+}

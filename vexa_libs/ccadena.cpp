@@ -1,0 +1,89 @@
+#include "vexa_libs/ccadena.h"
+
+#include "platform/system.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstdint>
+
+namespace {
+
+constexpr std::string_view kBlancos = " \t\n\v\f\r";
+
+/// Where the file's name begins.
+int InicioNombre(std::string_view ruta)
+{
+    return static_cast<int>(ruta.find_last_of(sistema::kSeparadores) + 1);
+}
+
+std::string_view SinBlancosDelante(std::string_view texto)
+{
+    texto.remove_prefix(std::min(texto.find_first_not_of(kBlancos), texto.size()));
+    return texto;
+}
+
+} // namespace
+
+CString CCadena::DamePath() const
+{
+    return Left(InicioNombre(*this));
+}
+
+void CCadena::CambiaPath(const CString& path)
+{
+    *this = path + Mid(InicioNombre(*this));
+}
+
+void CCadena::CambiaExtension(const CString& extension)
+{
+    const int punto = ReverseFind('.');
+    const bool tiene = punto >= InicioNombre(*this);
+    *this = (tiene ? Left(punto) : CString(*this)) + "." + extension;
+}
+
+unsigned CCadena::Leetira(unsigned n, CString* campos) const
+{
+    std::string_view resto = *this;
+    for (unsigned i = 0; i < n; ++i) {
+        const auto fin = resto.find('\t');
+        campos[i] = resto.substr(0, fin);
+        if (fin == std::string_view::npos)
+            return i + 1;
+        resto.remove_prefix(fin + 1);
+    }
+    return n;
+}
+
+void Leetira(std::string_view tira, std::span<std::string_view> campos)
+{
+    for (std::string_view& campo : campos) {
+        const auto fin = tira.find('\t');
+        campo = tira.substr(0, fin);
+        tira.remove_prefix(fin == std::string_view::npos ? tira.size() : fin + 1);
+    }
+}
+
+int LeeEntero(std::string_view texto)
+{
+    texto = SinBlancosDelante(texto);
+    const bool negativo = texto.starts_with('-');
+    if (negativo || texto.starts_with('+'))
+        texto.remove_prefix(1);
+    std::uint32_t valor = 0;
+    for (const char c : texto) {
+        if (c < '0' || c > '9')
+            break;
+        valor = valor * 10U + static_cast<std::uint32_t>(c - '0');
+    }
+    return static_cast<int>(negativo ? 0U - valor : valor);
+}
+
+double LeeReal(std::string_view texto)
+{
+    texto = SinBlancosDelante(texto);
+    if (texto.starts_with('+') && !texto.starts_with("+-"))
+        texto.remove_prefix(1);
+    double valor = 0;
+    std::from_chars(texto.data(), texto.data() + texto.size(), valor);
+    return valor;
+}

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <span>
+#include <string_view>
+
+#include "platform/cstring.h"
+
+/// A text with helpers for paths and for rows of fields.
+class CCadena : public CString {
+public:
+    using CString::CString;
+    CCadena(const CString& texto) : CString(texto) {}
+    using CString::operator=;
+
+    /// Folder of a file's path with its closing separator; empty for a bare name.
+    CString DamePath() const;
+    /// Puts the file into the folder that `DamePath` of another file gave, keeping its name.
+    void CambiaPath(const CString& path);
+    /// Sets the extension, given without its point; a name that has none gets it.
+    void CambiaExtension(const CString& extension);
+    /// Stores the first `n` fields of the row in `campos`; the fields stand between tabs and keep
+    /// their blanks. A field that the row doesn't reach stays as it was. Gives the fields stored.
+    unsigned Leetira(unsigned n, CString* campos) const;
+};
+
+/// The same split without a copy: the fields that the row doesn't reach become empty.
+void Leetira(std::string_view tira, std::span<std::string_view> campos);
+
+/// A decimal number as `atoi` reads it: leading white space, one sign, digits, 0 if there are none.
+/// What passes 32 bits wraps.
+int LeeEntero(std::string_view texto);
+
+/// A real number with a decimal point, whatever the locale; 0 where the text begins with none.
+double LeeReal(std::string_view texto);

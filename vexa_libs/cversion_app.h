@@ -1,0 +1,24 @@
+#pragma once
+
+#include "platform/cwinapp.h"
+
+/// Base of the application: gives it the values of the program's version block.
+class CVersionApp : public CWinApp {
+public:
+    BOOL InitInstance() override { return 1; }
+    /// Makes the values below available. Called once, at start-up.
+    void ReadResourceInformation();
+
+    CString GetAppProductName() const { return m_producto; }
+    CString GetAppDescription() const { return m_descripcion; }
+    CString GetAppVersion() const { return m_version; }
+    CString GetAppCopyright() const { return m_copyright; }
+    CString GetAppCompany() const { return m_empresa; }
+
+private:
+    CString m_producto;
+    CString m_descripcion;
+    CString m_version;
+    CString m_copyright;
+    CString m_empresa;
+};
