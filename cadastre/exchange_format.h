@@ -242,6 +242,39 @@ void LeeFila(const std::array<CColumna<R>, N>& tabla, std::span<const std::strin
     }
 }
 
+/// Puts a value into a line at the place where it is read: numbers with leading zeros, texts cut or
+/// padded to the width. A short line is filled up with blanks.
+void PonEnLinea(std::string& linea, const CLectura& donde, int valor);
+void PonEnLinea(std::string& linea, const CLectura& donde, std::string_view valor);
+
+/// The inverse of LeeColumnas: puts all fields that `cual` gives a place into the line.
+template <class R, std::size_t N>
+void ComponColumnas(const std::array<CColumna<R>, N>& tabla, CLectura CColumna<R>::*cual,
+                    std::string& linea, const R& registro, const CDatosLinea& datos)
+{
+    const auto pon = [&]<class V>(const CLectura& donde, const V& valor) {
+        if constexpr (std::is_same_v<V, char>)
+            PonEnLinea(linea, donde, std::string_view(&valor, 1));
+        else if constexpr (std::is_integral_v<V>)
+            PonEnLinea(linea, donde, static_cast<int>(valor));
+        else if constexpr (std::is_same_v<V, CString>)
+            PonEnLinea(linea, donde, std::string_view(valor));
+    };
+    for (const CColumna<R>& columna : tabla) {
+        const CLectura& donde = columna.*cual;
+        if (donde.columna < 0)
+            continue;
+        std::visit(
+            [&]<class C>(C campo) {
+                if constexpr (std::is_invocable_v<C, const R&>)
+                    pon(donde, registro.*campo);
+                else if constexpr (std::is_invocable_v<C, const CDatosLinea&>)
+                    pon(donde, datos.*campo);
+            },
+            columna.campo);
+    }
+}
+
 /// A piece of a line to be written: blanks, then a field.
 template <class R>
 struct CTrozo {

@@ -51,6 +51,11 @@ constexpr struct {
     {"URB", "UR"}, {"UR", "UR"},   {"CRTA", "CR"}, {"CR", "CR"},
 };
 
+constexpr CLectura CColumna<CTitular>::*Cual(int modo)
+{
+    return modo == kModoLista ? &CColumna<CTitular>::lista : &CColumna<CTitular>::catastro;
+}
+
 /// An asterisk in the first column of the DNI pushes its eight characters one column on, over the
 /// place of the letter.
 void LeeDNITrasAsterisco(const CLineaFija& linea, CLectura CColumna<CTitular>::*cual,
@@ -88,8 +93,7 @@ bool CTitular::Lee(std::string_view linea, int modo)
             return false;
         LeeFila(kColumnasTitular, campos, *this, datos);
     } else {
-        const auto cual =
-            modo == kModoLista ? &CColumna<CTitular>::lista : &CColumna<CTitular>::catastro;
+        const auto cual = Cual(modo);
         const CLineaFija fija(linea);
         LeeColumnas(kColumnasTitular, cual, fija, *this, datos);
         if (std::string_view(DNI).starts_with('*'))
@@ -98,6 +102,11 @@ bool CTitular::Lee(std::string_view linea, int modo)
     Nombre.TrimRight();
     nombreVia.TrimRight();
     return true;
+}
+
+void CTitular::Compon(std::string& linea, int modo) const
+{
+    ComponColumnas(kColumnasTitular, Cual(modo), linea, *this, {});
 }
 
 void CTitular::Graba(CStdioFile& fichero, short ger, short mun, short emenor, bool fijo) const

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -32,6 +33,9 @@ public:
     /// Titulares.txt (2).
     /// \return false, with the fields unset, only for a row without `NumOrden`, `Nombre` or `DNI`
     bool Lee(std::string_view linea, int modo);
+    /// The inverse of `Lee` for the layouts of fixed columns: puts the fields into a line where they
+    /// are read. For programs that make inputs.
+    void Compon(std::string& linea, int modo) const;
     /// Writes the TL record with `fijo`, else the table row. Raises CFileException.
     void Graba(CStdioFile& fichero, short ger, short mun, short emenor, bool fijo) const;
 

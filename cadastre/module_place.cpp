@@ -72,6 +72,11 @@ bool CModulo::Lee(std::string_view linea, int modo)
     return true;
 }
 
+void CModulo::Compon(std::string& linea, int /*modo*/) const
+{
+    ComponColumnas(kColumnasModulo, &CColumna<CModulo>::catastro, linea, *this, {});
+}
+
 void CModulo::Graba(CStdioFile& fichero, short ger, short mun, short emenor, bool fijo) const
 {
     CDatosLinea datos(ger, mun, emenor);
@@ -87,6 +92,11 @@ void CParaje::Lee(std::string_view linea)
     CDatosLinea datos;
     LeeColumnas(kColumnasParaje, &CColumna<CParaje>::catastro, CLineaFija(linea), *this, datos);
     Nombre.TrimRight();
+}
+
+void CParaje::Compon(std::string& linea) const
+{
+    ComponColumnas(kColumnasParaje, &CColumna<CParaje>::catastro, linea, *this, {});
 }
 
 void CParaje::Graba(CStdioFile& fichero, short ger, short mun, short emenor, bool fijo) const

@@ -51,6 +51,11 @@ constexpr std::size_t kCampoPolig = 3;
 constexpr std::size_t kCampoParcela = 4;
 constexpr std::size_t kCamposParcela = 16;
 
+constexpr CLectura CColumna<CParcela>::*Cual(int modo)
+{
+    return modo == kModoLista ? &CColumna<CParcela>::lista : &CColumna<CParcela>::catastro;
+}
+
 /// Link groups of the PR record. It counts by tens, while a CT record carries nine links.
 int GruposVinculos(int vinculos)
 {
@@ -70,14 +75,19 @@ bool CParcela::Lee(std::string_view linea, int modo)
             campos[kCampoParcela].empty())
             return false;
         LeeFila(kColumnasParcela, campos, *this, datos);
-    } else if (modo == kModoLista) {
-        LeeColumnas(kColumnasParcela, &CColumna<CParcela>::lista, CLineaFija(linea), *this, datos);
     } else {
-        LeeColumnas(kColumnasParcela, &CColumna<CParcela>::catastro, CLineaFija(linea), *this,
-                    datos);
-        Superficie = datos.DameSuperficie();
+        LeeColumnas(kColumnasParcela, Cual(modo), CLineaFija(linea), *this, datos);
+        if (modo == kModoCatastro)
+            Superficie = datos.DameSuperficie();
     }
     return true;
+}
+
+void CParcela::Compon(std::string& linea, int modo) const
+{
+    CDatosLinea datos;
+    datos.PonSuperficie(Superficie);
+    ComponColumnas(kColumnasParcela, Cual(modo), linea, *this, datos);
 }
 
 void CParcela::Graba(CStdioFile& fichero, short ger, short mun, short emenor,

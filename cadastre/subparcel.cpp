@@ -63,6 +63,9 @@ constexpr auto kColumnasSubparcela =
 constexpr CRegistroFijo kRegistroSubparcela(kColumnasSubparcela, kAnchoRegistro);
 constexpr CFilaTabla kFilaSubparcela(kColumnasSubparcela);
 
+constexpr std::string_view kTipoSuelo = "SP";
+constexpr std::string_view kTipoConstruccion = "SC";
+
 constexpr std::size_t kCampoLetra = 5;
 constexpr std::size_t kCamposSubparcela = 35;
 
@@ -72,7 +75,7 @@ void LeeCatastro(const CLineaFija& linea, CSubparcela& subparcela)
     constexpr auto kCual = &CColumna<CSubparcela>::catastro;
     CDatosLinea datos;
     LeeColumnas(kColumnasComunes, kCual, linea, subparcela, datos);
-    if (linea.Texto(kLeeTipo) == "SP") {
+    if (linea.Texto(kLeeTipo) == kTipoSuelo) {
         LeeColumnas(kColumnasSuelo, kCual, linea, subparcela, datos);
         subparcela.superfic = datos.DameSuperficie();
         return;
@@ -104,6 +107,23 @@ bool CSubparcela::Lee(std::string_view linea, int modo)
     }
     letra.TrimRight().TrimLeft();
     return true;
+}
+
+void CSubparcela::Compon(std::string& linea, int modo) const
+{
+    constexpr auto kCatastro = &CColumna<CSubparcela>::catastro;
+    CDatosLinea datos;
+    datos.PonSuperficie(superfic);
+    datos.cSing = static_cast<unsigned char>(cSing);
+    if (modo == kModoLista) {
+        ComponColumnas(kColumnasSubparcela, &CColumna<CSubparcela>::lista, linea, *this, datos);
+        return;
+    }
+    ComponColumnas(kColumnasComunes, kCatastro, linea, *this, datos);
+    if (linea.starts_with(kTipoConstruccion))
+        ComponColumnas(kColumnasConstruccion, kCatastro, linea, *this, datos);
+    else
+        ComponColumnas(kColumnasSuelo, kCatastro, linea, *this, datos);
 }
 
 void CSubparcela::Graba(CStdioFile& fichero, short ger, short mun, short emenor, short zona,

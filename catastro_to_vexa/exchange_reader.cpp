@@ -4,16 +4,6 @@
 
 namespace {
 
-// Columns that the reader takes beside the record's own. A PR line must be longer than 71
-// characters to say anything of its holder and place, an SP or SC line longer than 16 to name a
-// parcel, a TL line longer than 18 to tell a share.
-constexpr CLectura kLeeNumImputa = {46, 7, 72};
-constexpr CLectura kLeeTit = {53, 2, 72};
-constexpr CLectura kLeeParaje = {71, 5, 72};
-constexpr CLectura kLeePolig = {13, 3, 17};
-constexpr CLectura kLeeParcela = {16, 5, 17};
-constexpr CLectura kLeePartici = {18, 5, 19};
-
 void TomaModulo(std::string_view linea, CLecturaCatastro& lectura)
 {
     CModulo modulo;

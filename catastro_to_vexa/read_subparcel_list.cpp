@@ -2,6 +2,7 @@
 
 #include "cadastre/exchange_format.h"
 #include "catastro_to_vexa/campiva_a_vexa_dlg.h"
+#include "catastro_to_vexa/list_lines.h"
 
 // The reading of a list of subparcels with holders. A line that isn't a holder's belongs to the
 // lines before it: the order of the lines links subparcels to parcels and parcels to holders.
@@ -9,16 +10,6 @@
 namespace {
 
 constexpr UINT kLineaMasLarga = 220; // a longer line comes in pieces, each a line of its own
-
-constexpr CLectura kLeeNombreParaje = {35, 30, 0};
-constexpr CLectura kLeeTit = {65, 2, 66};
-
-enum TipoLinea {
-    kLineaTitular = 31,
-    kLineaParcela = 32,
-    kLineaSubparcela = 33,
-    kLineaIgnorada = 34
-};
 
 /// An element of a municipality that the lines to come belong to.
 struct CActual {
@@ -50,8 +41,8 @@ void TomaParcela(std::string_view linea, int municipio, CLecturaLista& lectura)
     const CLineaFija fija(linea);
     CParaje paraje(fija.Texto(kLeeNombreParaje));
     paraje.NumOrden = static_cast<short>(suyo.Parajes().size());
-    if (fija.Alcanza(kLeeTit.minimo))
-        lectura.Tit = fija.Texto(kLeeTit);
+    if (fija.Alcanza(kLeeTitLista.minimo))
+        lectura.Tit = fija.Texto(kLeeTitLista);
     CParcela parcela(0, 0, 0, {});
     parcela.paraje = suyo.InsertaParaje(paraje);
     parcela.Lee(linea, kModoLista);

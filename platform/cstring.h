@@ -44,6 +44,7 @@ public:
         Asigna(texto);
         return *this;
     }
+    CString& operator=(const std::string& texto) { return *this = std::string_view(texto); }
     CString& operator=(const char* texto) { return *this = std::string_view(texto); }
 
     int GetLength() const { return static_cast<int>(Largo()); }

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "tools/synthetic_municipality.h"
+
+// The files of a synthetic municipality as the cadastre delivers them, line by line, without line
+// ends.
+
+namespace sintetico {
+
+/// An exchange file of the read layout, by record type.
+struct CLineasCatastro {
+    std::vector<std::string> modulos;
+    std::vector<std::string> parajes;
+    std::vector<std::string> titulares; ///< all numbers' first holders, then the other ones
+    std::vector<std::string> parcelas;
+    std::vector<std::string> subparcelas; ///< land and built components
+
+    std::vector<std::string> Todas() const;
+};
+
+CLineasCatastro LineasCatastro(const CMunicipioSintetico& municipio);
+
+/// Puts some 25 deliberate faults into the lines, which raise most messages of the reading.
+/// Needs a municipality of 200 parcels or more.
+void EstropeaCatastro(CLineasCatastro& lineas);
+
+/// A list of subparcels with holders; a parcel's subparcels are shared out among its holders.
+std::vector<std::string> LineasLista(const CMunicipioSintetico& municipio);
+
+/// Some faults in a list: conflicts of holders, repeated letters, surfaces of 0.
+void EstropeaLista(std::vector<std::string>& lineas);
+
+/// Writes the lines with CR LF. Raises CFileException; false where the file can't be created.
+bool GrabaLineas(const CString& nombre, const std::vector<std::string>& lineas);
+
+} // namespace sintetico

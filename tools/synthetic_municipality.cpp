@@ -1,0 +1,335 @@
+#include "tools/synthetic_municipality.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <set>
+
+#include "platform/ansi.h"
+
+namespace sintetico {
+namespace {
+
+// Outlines stand on a lattice of two metres, so that every area is a whole number of square metres.
+constexpr int kMalla = 200;
+constexpr int kLado = 40 * kMalla; // of a parcel's cell
+constexpr int kTemblor = 8;        // lattice steps that a corner may be off its cell's
+constexpr int kEntrePoligonos = 300000;
+constexpr int kParcelasPorPoligono = 75;
+constexpr int kMasPoligonos = 900;
+
+constexpr std::array kApellidos = {
+    "GARCÍA"_ansi,   "NÚÑEZ"_ansi,     "MUÑOZ"_ansi,     "IBÁÑEZ"_ansi,  "PEÑA"_ansi,
+    "LÓPEZ"_ansi,    "PÉREZ"_ansi,     "GÓMEZ"_ansi,     "MARTÍN"_ansi,  "SÁNCHEZ"_ansi,
+    "ROMERO"_ansi,   "ORTEGA"_ansi,    "CAÑIZARES"_ansi, "MORENO"_ansi,  "ESPAÑA"_ansi,
+    "BOLAÑOS"_ansi,  "HIDALGO"_ansi,   "VELÁZQUEZ"_ansi, "ZURITA"_ansi,  "DEL POZO"_ansi,
+    "ACUÑA"_ansi,    "FERNÁNDEZ"_ansi, "DÍAZ"_ansi,      "CASTAÑO"_ansi, "SERRANO"_ansi,
+    "BLÁZQUEZ"_ansi, "TOLEDANO"_ansi,  "YÁÑEZ"_ansi,     "ROJO"_ansi,    "DE LA FUENTE"_ansi,
+    "GALÁN"_ansi,    "ARRIBAS"_ansi,   "QUIÑONES"_ansi,  "SORIA"_ansi,   "MÉNDEZ"_ansi,
+    "CORDERO"_ansi,  "PIÑA"_ansi,      "AGUADO"_ansi,    "BRAVO"_ansi,   "JIMÉNEZ"_ansi,
+};
+constexpr std::array kNombres = {
+    "MARÍA"_ansi,      "JOSÉ"_ansi,   "BEGOÑA"_ansi,  "ANTONIO"_ansi, "ÁNGELA"_ansi,
+    "ÍÑIGO"_ansi,      "LUCÍA"_ansi,  "JESÚS"_ansi,   "PILAR"_ansi,   "RAMÓN"_ansi,
+    "MERCEDES"_ansi,   "JULIÁN"_ansi, "TERESA"_ansi,  "AGUSTÍN"_ansi, "ELVIRA"_ansi,
+    "TOMÁS"_ansi,      "ROCÍO"_ansi,  "NICOLÁS"_ansi, "INÉS"_ansi,    "FÉLIX"_ansi,
+    "CONCEPCIÓN"_ansi, "ANDRÉS"_ansi, "SOLEDAD"_ansi, "VÍCTOR"_ansi,  "AMPARO"_ansi,
+    "GREGORIO"_ansi,
+};
+constexpr std::array kCalles = {
+    "MAYOR"_ansi,         "DE LA IGLESIA"_ansi,  "DOÑA ELVIRA"_ansi,
+    "CERVANTES"_ansi,     "DEL CAÑO"_ansi,       "LA CONSTITUCIÓN"_ansi,
+    "SAN ANTÓN"_ansi,     "REAL"_ansi,           "DE LOS OLIVOS"_ansi,
+    "RAMÓN Y CAJAL"_ansi, "DEL POZO DULCE"_ansi, "NUESTRA SEÑORA DE GRACIA"_ansi,
+    "TOLEDO"_ansi,        "DE LA PEÑUELA"_ansi,
+};
+constexpr std::array kVias = {"CL", "CL", "CL", "AV", "PZ", "PS", "CM", "CR"};
+constexpr std::array kParajes = {
+    "LA CAÑADA"_ansi,    "CERRO DEL ÁGUILA"_ansi, "VEGA BAJA"_ansi,        "EL MAJUELO"_ansi,
+    "LAS ERAS"_ansi,     "PEÑA NEGRA"_ansi,       "CAMINO DE TOLEDO"_ansi, "LA DEHESILLA"_ansi,
+    "EL OLIVARÓN"_ansi,  "FUENTE FRÍA"_ansi,      "VALDEPEÑITAS"_ansi,     "LOS LLANOS"_ansi,
+    "EL TEJAR"_ansi,     "LA MUÑECA"_ansi,        "ARROYO SECO"_ansi,      "HOYA DEL NIÑO"_ansi,
+    "EL CARRASCAL"_ansi, "LAS VIÑAS VIEJAS"_ansi, "PRADO REDONDO"_ansi,
+};
+
+struct CCultivo {
+    const char* clave;
+    const char* nombre;
+};
+constexpr std::array kCultivos = {
+    CCultivo{"C-", "LABOR SECANO"},    CCultivo{"CR", "LABOR REGADÍO"_ansi},
+    CCultivo{"O-", "OLIVAR SECANO"},   CCultivo{"V-", "VIÑA SECANO"_ansi},
+    CCultivo{"E-", "PASTOS"},          CCultivo{"MB", "MONTE BAJO"},
+    CCultivo{"MM", "PINAR MADERABLE"}, CCultivo{"AM", "ALMENDRO SECANO"},
+    CCultivo{"I-", "IMPRODUCTIVO"},    CCultivo{"FR", "FRUTALES REGADÍO"_ansi},
+};
+constexpr int kIntensidades = 3;
+constexpr std::array kConstrucciones = {"NAVE AGRÍCOLA"_ansi, "CASETA APEROS"_ansi, "CORRAL"_ansi,
+                                        "POZO"_ansi};
+
+template <std::size_t N>
+const char* Uno(CSorteo& sorteo, const std::array<const char*, N>& textos)
+{
+    return textos[static_cast<std::size_t>(sorteo.Hasta(static_cast<int>(N)))];
+}
+
+/// Area in square metres of an outline on the lattice.
+int Area(const std::vector<CVertice>& contorno)
+{
+    std::int64_t doble = 0;
+    for (std::size_t i = 0; i < contorno.size(); ++i) {
+        const CVertice& a = contorno[i];
+        const CVertice& b = contorno[(i + 1) % contorno.size()];
+        doble += std::int64_t{a.x} * b.y - std::int64_t{b.x} * a.y;
+    }
+    return static_cast<int>(std::abs(doble) / 2 / 10000);
+}
+
+class CGenerador {
+public:
+    CGenerador(int parcelas, std::uint64_t semilla) : m_cuantas(parcelas), m_sorteo(semilla) {}
+
+    CMunicipioSintetico Genera()
+    {
+        GeneraModulos();
+        GeneraParajes();
+        GeneraPersonas();
+        RepartePersonas();
+        GeneraPoligonos();
+        return std::move(m_municipio);
+    }
+
+private:
+    void GeneraModulos();
+    void GeneraParajes();
+    void GeneraPersonas();
+    CTitular NuevaPersona();
+    void RepartePersonas();
+    void GeneraPoligonos();
+    void GeneraParcela(short polig, int numero, const std::vector<CVertice>& contorno);
+    void ParteParcela(CParcelaDibujada& parcela);
+    CSubparcelaDibujada NuevoSuelo(int orden);
+    CSubparcelaDibujada NuevaConstruccion(int orden);
+    int Hasta(int n) { return m_sorteo.Hasta(n); }
+
+    int m_cuantas;
+    CSorteo m_sorteo;
+    CMunicipioSintetico m_municipio;
+    std::set<CString> m_nombres; // no two people share one, which would be a conflict
+};
+
+void CGenerador::GeneraModulos()
+{
+    for (const CCultivo& cultivo : kCultivos) {
+        for (int inten = 1; inten <= kIntensidades; ++inten) {
+            CModulo modulo;
+            modulo.Cal = cultivo.clave;
+            modulo.Denominacion = cultivo.nombre;
+            modulo.Inten = inten;
+            modulo.TipoEvalua = 1000 + Hasta(9000);
+            modulo.Jornadas = 25 * Hasta(200);
+            modulo.EConce1 = Hasta(100);
+            modulo.VConce1 = Hasta(5000);
+            modulo.Exen = m_sorteo.UnoDeCada(10) ? 'S' : 'N';
+            modulo.ConIBI = 'S';
+            modulo.ConJornadas = 'S';
+            m_municipio.modulos.push_back(modulo);
+        }
+    }
+}
+
+void CGenerador::GeneraParajes()
+{
+    const int cuantos = std::clamp(m_cuantas / 20, 5, 9000);
+    for (int i = 0; i < cuantos; ++i) {
+        const auto vuelta = static_cast<int>(static_cast<std::size_t>(i) / kParajes.size());
+        CString nombre = kParajes[static_cast<std::size_t>(i) % kParajes.size()];
+        if (vuelta > 0)
+            nombre.Format("%s %d", nombre, vuelta + 1);
+        CParaje paraje(nombre);
+        paraje.NumOrden = static_cast<short>(i + 1);
+        m_municipio.parajes.push_back(paraje);
+    }
+}
+
+CTitular CGenerador::NuevaPersona()
+{
+    CTitular persona;
+    do {
+        persona.Nombre.Format("%s %s %s", Uno(m_sorteo, kApellidos), Uno(m_sorteo, kApellidos),
+                              Uno(m_sorteo, kNombres));
+        if (m_nombres.contains(persona.Nombre))
+            persona.Nombre.Format("%s %s", persona.Nombre, Uno(m_sorteo, kNombres));
+    } while (!m_nombres.insert(persona.Nombre).second);
+    constexpr std::string_view kLetras = "TRWAGMYFPDXBNJZSQVHLCKE";
+    const int numero = static_cast<int>(m_municipio.personas.size());
+    const int dni = 1000000 + numero * 61 + Hasta(61);
+    persona.NumOrden = numero + 1;
+    persona.DNI.Format("%08d", dni);
+    persona.letra = kLetras[static_cast<std::size_t>(dni) % kLetras.size()];
+    persona.sig = Uno(m_sorteo, kVias);
+    persona.nombreVia = Uno(m_sorteo, kCalles);
+    persona.numPol = static_cast<short>(1 + Hasta(90));
+    persona.Del = m_municipio.Ger;
+    persona.MunDom = m_municipio.Mun;
+    persona.CP = 45100 + Hasta(90);
+    if (m_sorteo.UnoDeCada(3)) {
+        persona.esc = Hasta(2) == 0 ? "IZ" : "DR";
+        persona.plant.Format("%02d", 1 + Hasta(5));
+        persona.puert = std::string_view("ABCDEF").substr(static_cast<std::size_t>(Hasta(6)), 1);
+    }
+    return persona;
+}
+
+void CGenerador::GeneraPersonas()
+{
+    const int cuantas = std::max(2, m_cuantas / 2);
+    for (int i = 0; i < cuantas; ++i)
+        m_municipio.personas.push_back(NuevaPersona());
+    CTitular& ayuntamiento = m_municipio.personas.front();
+    ayuntamiento.Nombre = "AYUNTAMIENTO DE VILLANUEVA DE LA CAÑADA BAJA"_ansi;
+    ayuntamiento.DNI = "P4512700";
+    ayuntamiento.letra = 'A';
+    ayuntamiento.CJurid = 'P';
+    ayuntamiento.Exen = 'S';
+}
+
+void CGenerador::RepartePersonas()
+{
+    const int n = static_cast<int>(m_municipio.personas.size());
+    for (int i = 0; i < n; ++i) {
+        std::vector<CParticipe> participes = {{i, 100}};
+        const int otros = i > 0 && m_sorteo.UnoDeCada(6) ? 1 + Hasta(3) : 0;
+        for (int k = 1; k <= otros && i + k < n; ++k)
+            participes.push_back({(i + k * 7) % n, 0});
+        const int cuantos = static_cast<int>(participes.size());
+        for (CParticipe& participe : participes)
+            participe.partici = 100 / cuantos;
+        participes.front().partici += 100 % cuantos;
+        m_municipio.numeros.push_back(participes);
+    }
+}
+
+void CGenerador::GeneraPoligonos()
+{
+    const int poligonos = std::clamp(m_cuantas / kParcelasPorPoligono, 1, kMasPoligonos);
+    const int porFila = static_cast<int>(std::ceil(std::sqrt(poligonos)));
+    for (int p = 0; p < poligonos; ++p) {
+        const int parcelas = m_cuantas / poligonos + (p < m_cuantas % poligonos ? 1 : 0);
+        const int columnas = std::max(1, static_cast<int>(std::sqrt(parcelas)));
+        const int filas = (parcelas + columnas - 1) / columnas;
+        std::vector<CVertice> vertices;
+        for (int fila = 0; fila <= filas; ++fila)
+            for (int columna = 0; columna <= columnas; ++columna)
+                vertices.push_back(
+                    {p % porFila * kEntrePoligonos + columna * kLado + Hasta(kTemblor) * kMalla,
+                     p / porFila * kEntrePoligonos + fila * kLado + Hasta(kTemblor) * kMalla});
+        const auto vertice = [&](int fila, int columna) {
+            return vertices[static_cast<std::size_t>(fila * (columnas + 1) + columna)];
+        };
+        for (int i = 0; i < parcelas; ++i) {
+            const int fila = i / columnas;
+            const int columna = i % columnas;
+            GeneraParcela(static_cast<short>(p + 1), i + 1,
+                          {vertice(fila, columna), vertice(fila, columna + 1),
+                           vertice(fila + 1, columna + 1), vertice(fila + 1, columna)});
+        }
+    }
+}
+
+void CGenerador::GeneraParcela(short polig, int numero, const std::vector<CVertice>& contorno)
+{
+    CParcelaDibujada parcela{CParcela(polig, numero, 0, {}), 0, 0, "PR", contorno, {}};
+    const int personas = static_cast<int>(m_municipio.personas.size());
+    const bool municipal = m_sorteo.UnoDeCada(25);
+    parcela.numero = municipal ? 0 : Hasta(personas);
+    parcela.paraje = Hasta(static_cast<int>(m_municipio.parajes.size()));
+    parcela.datos.Superficie = Area(contorno);
+    parcela.datos.valorCatastral = parcela.datos.Superficie * (20 + Hasta(60));
+    parcela.datos.añoVal = 1996 + Hasta(10);
+    parcela.datos.numOrtofoto.Format("0629-%d-%d", 1 + polig % 4, 1 + numero % 4);
+    parcela.datos.x = contorno.front().x / 10000 % 1000;
+    parcela.datos.y = contorno.front().y / 10000 % 1000;
+    parcela.datos.claveConc = m_sorteo.UnoDeCada(40) ? 'C' : ' ';
+    ParteParcela(parcela);
+    m_municipio.parcelas.push_back(std::move(parcela));
+}
+
+/// Cuts the parcel from a point inside it to one corner after another.
+void CGenerador::ParteParcela(CParcelaDibujada& parcela)
+{
+    const std::vector<CVertice>& c = parcela.contorno;
+    CVertice centro{0, 0};
+    for (const CVertice& v : c) {
+        centro.x += v.x / 4;
+        centro.y += v.y / 4;
+    }
+    centro = {centro.x / kMalla * kMalla, centro.y / kMalla * kMalla};
+    const std::array<std::vector<std::vector<CVertice>>, 4> cortes = {{
+        {c},
+        {{c[0], c[1], c[2], centro}, {c[2], c[3], c[0], centro}},
+        {{c[0], c[1], c[2], centro}, {c[2], c[3], centro}, {c[3], c[0], centro}},
+        {{c[0], c[1], centro}, {c[1], c[2], centro}, {c[2], c[3], centro}, {c[3], c[0], centro}},
+    }};
+    constexpr std::array kPesos = {0, 0, 0, 1, 1, 1, 1, 2, 2, 3};
+    const auto corte = kPesos[static_cast<std::size_t>(Hasta(static_cast<int>(kPesos.size())))];
+    int orden = 0;
+    for (const auto& contorno : cortes[static_cast<std::size_t>(corte)]) {
+        parcela.subparcelas.push_back(NuevoSuelo(orden++));
+        parcela.subparcelas.back().contorno = contorno;
+        parcela.subparcelas.back().datos.superfic = Area(contorno);
+    }
+    if (m_sorteo.UnoDeCada(5))
+        parcela.subparcelas.push_back(NuevaConstruccion(orden));
+}
+
+CSubparcelaDibujada CGenerador::NuevoSuelo(int orden)
+{
+    CSubparcelaDibujada sub;
+    const auto cultivo = static_cast<std::size_t>(Hasta(static_cast<int>(kCultivos.size())));
+    sub.datos.letra = std::string(1, static_cast<char>('a' + orden));
+    sub.datos.cE = kCultivos[cultivo].clave;
+    sub.datos.cA = kCultivos[cultivo].clave;
+    sub.datos.iE = static_cast<short>(1 + Hasta(kIntensidades));
+    sub.datos.iA = sub.datos.iE;
+    sub.datos.ejer = static_cast<short>(1998 + Hasta(8));
+    sub.datos.descCultivo = kCultivos[cultivo].nombre;
+    return sub;
+}
+
+CSubparcelaDibujada CGenerador::NuevaConstruccion(int orden)
+{
+    CSubparcelaDibujada sub;
+    sub.construccion = true;
+    sub.datos.letra = std::string(1, static_cast<char>('a' + orden));
+    sub.datos.compCons = 1;
+    sub.datos.descComponente = Uno(m_sorteo, kConstrucciones);
+    sub.datos.largo = static_cast<short>(5 + Hasta(60));
+    sub.datos.ancho = static_cast<short>(4 + Hasta(20));
+    sub.datos.alto = static_cast<short>(2 + Hasta(7));
+    sub.datos.volumen =
+        static_cast<short>(sub.datos.largo * sub.datos.ancho * sub.datos.alto % 30000);
+    sub.datos.añoC = static_cast<short>(1930 + Hasta(70));
+    sub.datos.usoP = static_cast<short>(1 + Hasta(5));
+    sub.datos.estC = std::string_view("NRD")[static_cast<std::size_t>(Hasta(3))];
+    return sub;
+}
+
+} // namespace
+
+int CSorteo::Hasta(int n)
+{
+    m_estado += 0x9E3779B97F4A7C15U;
+    std::uint64_t z = m_estado;
+    z = (z ^ (z >> 30U)) * 0xBF58476D1CE4E5B9U;
+    z = (z ^ (z >> 27U)) * 0x94D049BB133111EBU;
+    z ^= z >> 31U;
+    return static_cast<int>((z >> 33U) % static_cast<std::uint64_t>(n));
+}
+
+CMunicipioSintetico Genera(int parcelas, std::uint64_t semilla)
+{
+    return CGenerador(parcelas, semilla).Genera();
+}
+
+} // namespace sintetico
