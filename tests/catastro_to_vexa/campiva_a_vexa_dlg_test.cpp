@@ -1,0 +1,304 @@
+#include <filesystem>
+
+#include "tests/catastro_to_vexa/run_fixture.h"
+
+using Textos = std::vector<std::string>;
+
+namespace {
+
+/// The dialog with its protected parts open to a test.
+class CDialogoAbierto : public CCampivaAVexaDlg {
+public:
+    void Abre() { Create(IDD_CAMPIVA_A_VEXA, nullptr); }
+    void Pulsa(int boton) { SendMessage(WM_COMMAND, static_cast<WPARAM>(boton), 0); }
+    CString Texto(UINT id) { return GetDlgItem(id)->GetWindowText(); }
+    void Escribe(UINT id, const CString& texto) { GetDlgItem(id)->SetWindowText(texto); }
+};
+
+std::string Ajuste(CWinApp& aplicacion, const char* clave)
+{
+    return std::string(
+        std::string_view(aplicacion.GetProfileString("CampivaAVexa", clave, "(none)")));
+}
+
+} // namespace
+
+TEST_F(Traduccion, TellsWhichFilesItCannotUse)
+{
+    const std::string en = carpeta.Ruta().string() + "/";
+    const struct {
+        const char* motivo;
+        const char* carpetaEnMedio; ///< a folder that stands where a file should
+        const char* entrada;
+        Textos cajas;
+    } casos[] = {
+        {"no input", "", "falta.txt", {"El archivo " + en + "falta.txt no existe"}},
+        {"a folder for an input", "entra", "entra", {"El archivo " + en + "entra no existe"}},
+        {"a folder for a log", "a.ERR", "a.txt", {"Imposible crear el archivo " + en + "a.ERR"}},
+        {"the log would be the input", "", "b.ERR", {"Imposible crear el archivo " + en + "b.ERR"}},
+        {"a folder for a table",
+         "Modulos.txt",
+         "c.txt",
+         {"El archivo " + en + "Modulos.txt no se puede crear"}},
+    };
+    for (const auto& caso : casos) {
+        SCOPED_TRACE(caso.motivo);
+        for (const char* nombre : {"a.txt", "b.ERR", "c.txt"})
+            carpeta.Pon(nombre, Paraje("00001", "LA ERA"));
+        if (*caso.carpetaEnMedio != '\0')
+            std::filesystem::create_directory(carpeta.Ruta() / caso.carpetaEnMedio);
+        aplicacion.guion.cajas.clear();
+        EjecutaLote(caso.entrada);
+        Textos errores;
+        for (const CCajaVista& caja : aplicacion.guion.cajas)
+            if (caja.flags == MB_ICONERROR && caja.titulo == "Error")
+                errores.push_back(caja.texto);
+        EXPECT_EQ(errores, caso.cajas);
+    }
+    EXPECT_NE(carpeta.Lee("b.ERR"), "") << "the input that the log would have emptied";
+    EXPECT_EQ(Filas("Parajes.txt"), 1) << "a table behind the one that can't be created";
+    EXPECT_EQ(aplicacion.guion.cajas.back().titulo, "Fin del proceso");
+}
+
+TEST_F(Traduccion, EndsWithTheSummary)
+{
+    Ejecuta(Paraje("00001", "LA ERA") + Parcela("00001", "0000001", "00001"));
+    ASSERT_EQ(aplicacion.guion.cajas.size(), 1U);
+    const CCajaVista& caja = aplicacion.guion.cajas.front();
+    EXPECT_EQ(caja.titulo, "Fin del proceso");
+    EXPECT_EQ(caja.flags, MB_OK);
+    EXPECT_EQ(caja.texto,
+              "Proceso finalizado con éxito.\n\nNúmero de municipios leidos  :      1\n"
+              "Número de parcelas leidas    :      1\nNúmero de titulares leidos   :      0\n\n"
+              "Número de errores producidos :      2\nNúmero de warnings producidos :      0\n");
+}
+
+TEST_F(Traduccion, ShowsTheDefaultsThenWhatIsStored)
+{
+    {
+        CDialogoAbierto nuevo;
+        nuevo.Abre();
+        EXPECT_EQ(nuevo.Texto(IDC_ENTRADA), CString(""));
+        EXPECT_EQ(nuevo.Texto(IDC_COTITULARES), CString("Cotitulares.txt"));
+        EXPECT_EQ(nuevo.GetDlgItem(IDC_TIPO_ENTRADA)->GetCurSel(), 0);
+        EXPECT_EQ(nuevo.Texto(IDCANCEL), CString("&Salir"));
+        EXPECT_FALSE(nuevo.EnMarcha);
+    }
+    aplicacion.WriteProfileString("CampivaAVexa", "ArchivoCotitulares", "");
+    aplicacion.WriteProfileString("CampivaAVexa", "ArchivoParajes", "otro.txt");
+    aplicacion.WriteProfileInt("CampivaAVexa", "TipoEntrada", 7);
+    CDialogoAbierto otro;
+    otro.Abre();
+    EXPECT_EQ(otro.Texto(IDC_COTITULARES), CString("")) << "an empty text is stored too";
+    EXPECT_EQ(otro.Texto(IDC_PARAJES), CString("otro.txt"));
+    EXPECT_EQ(otro.GetDlgItem(IDC_TIPO_ENTRADA)->GetCurSel(), -1) << "an item that isn't there";
+}
+
+TEST_F(Traduccion, StoresWhatTheLastReadingOfTheControlsLeft)
+{
+    const struct {
+        const char* motivo;
+        void (*antes)(CDialogoAbierto& dialogo);
+        const char* guardado;
+    } casos[] = {
+        {"typed and left at once", [](CDialogoAbierto&) {}, ""},
+        {"typed, then a browse that was given up",
+         [](CDialogoAbierto& d) { d.Pulsa(IDC_BUSCAR_ENTRADA); }, "escrito.txt"},
+        {"typed, then a run", [](CDialogoAbierto& d) { d.Pulsa(IDOK); }, "escrito.txt"},
+    };
+    for (const auto& caso : casos) {
+        SCOPED_TRACE(caso.motivo);
+        aplicacion.WriteProfileString("CampivaAVexa", "ArchivoEntrada", "");
+        CDialogoAbierto dialogo;
+        dialogo.Abre();
+        dialogo.Escribe(IDC_ENTRADA, "escrito.txt");
+        caso.antes(dialogo);
+        dialogo.Pulsa(IDCANCEL);
+        EXPECT_TRUE(dialogo.Terminado());
+        EXPECT_EQ(Ajuste(aplicacion, "ArchivoEntrada"), caso.guardado);
+    }
+    EXPECT_EQ(Ajuste(aplicacion, "ArchivoModulos"), "Modulos.txt");
+    EXPECT_EQ(Ajuste(aplicacion, "TipoEntrada"), "0");
+}
+
+TEST_F(Traduccion, BrowsesForTheInput)
+{
+    CDialogoAbierto dialogo;
+    dialogo.Abre();
+    dialogo.Escribe(IDC_MODULOS, "tecleado.txt");
+    aplicacion.guion.fichero = "elegido.txt";
+    dialogo.Pulsa(IDC_BUSCAR_ENTRADA);
+    EXPECT_EQ(dialogo.Texto(IDC_ENTRADA), CString("elegido.txt"));
+    EXPECT_EQ(dialogo.Texto(IDC_MODULOS), CString("tecleado.txt"));
+    EXPECT_EQ(aplicacion.guion.filtros, "Todos los ficheros (*.*)|*.*||");
+}
+
+TEST_F(Traduccion, SwitchesItsControlsForTheTimeOfARun)
+{
+    carpeta.Pon("entrada.txt", Paraje("00001", "LA ERA"));
+    CDialogoAbierto dialogo;
+    dialogo.Abre();
+    dialogo.Escribe(IDC_ENTRADA, carpeta.En("entrada.txt"));
+    for (const UINT id :
+         {IDC_MODULOS, IDC_TITULARES, IDC_PARCELAS, IDC_SUBPARCELAS, IDC_PARAJES, IDC_COTITULARES})
+        dialogo.Escribe(id, carpeta.En(std::to_string(id)));
+    std::vector<UINT> activos;
+    aplicacion.guion.alAtender = [&](CDialog& d, int vez) {
+        if (vez != 2)
+            return;
+        for (CControl& control : d.Controles())
+            if (control.IsWindowEnabled() && control.Id() != kSinId)
+                activos.push_back(control.Id());
+        EXPECT_EQ(d.GetDlgItem(IDCANCEL)->GetWindowText(), CString("Detener"));
+        EXPECT_EQ(d.Foco(), UINT{IDCANCEL});
+        EXPECT_EQ(d.GetDlgItem(IDC_ESTADO)->GetWindowText(), CString("Leyendo Base de datos"));
+    };
+    dialogo.Pulsa(IDOK);
+    EXPECT_EQ(activos, (std::vector<UINT>{IDC_ESTADO, IDC_PROGRESO, UINT{IDCANCEL}}));
+    for (CControl& control : dialogo.Controles())
+        EXPECT_TRUE(control.IsWindowEnabled()) << control.Id();
+    EXPECT_EQ(dialogo.Texto(IDCANCEL), CString("Salir"))
+        << "without its mnemonic after the first run";
+    EXPECT_EQ(dialogo.Texto(IDC_ESTADO), CString(" "));
+    EXPECT_FALSE(dialogo.Terminado());
+}
+
+TEST_F(Traduccion, AsksBeforeItStops)
+{
+    const std::string entrada = Paraje("00001", "A") + Paraje("00002", "B") + Paraje("00003", "C");
+    const struct {
+        const char* motivo;
+        std::vector<int> clics; ///< pumps at which button 2 is pressed
+        std::vector<int> respuestas;
+        int parajes;
+        int preguntas;
+        bool cerrado; ///< the dialog closed behind the run
+    } casos[] = {
+        {"no, go on", {2}, {IDNO}, 3, 1, false},
+        {"yes", {3}, {IDYES}, 1, 1, false},
+        {"no, then yes", {2, 4}, {IDNO, IDYES}, 2, 2, false},
+        {"yes, and once more while it stops: stored and closed, the run ends all the same",
+         {3, 4},
+         {IDYES},
+         1,
+         1,
+         true},
+    };
+    for (const auto& caso : casos) {
+        SCOPED_TRACE(caso.motivo);
+        carpeta.Pon("entrada.txt", entrada);
+        aplicacion.WriteProfileString("CampivaAVexa", "ArchivoEntrada", "antes");
+        CGuion& guion = aplicacion.guion;
+        guion.cajas.clear();
+        guion.atendidos = 0;
+        guion.respuestas = caso.respuestas;
+        guion.alAtender = [&](CDialog& dialogo, int vez) {
+            if (std::find(caso.clics.begin(), caso.clics.end(), vez) != caso.clics.end())
+                dialogo.SendMessage(WM_COMMAND, IDCANCEL, 0);
+        };
+        CDialogoAbierto dialogo;
+        dialogo.Abre();
+        dialogo.Escribe(IDC_ENTRADA, carpeta.En("entrada.txt"));
+        for (const UINT id :
+             {IDC_MODULOS, IDC_TITULARES, IDC_PARCELAS, IDC_SUBPARCELAS, IDC_COTITULARES})
+            dialogo.Escribe(id, carpeta.En(std::to_string(id)));
+        dialogo.Escribe(IDC_PARAJES, carpeta.En("Parajes.txt"));
+        dialogo.Pulsa(IDOK);
+        EXPECT_EQ(Filas("Parajes.txt"), caso.parajes);
+        int preguntas = 0;
+        for (const CCajaVista& caja : guion.cajas)
+            if (caja.titulo == "Pausa de usuario") {
+                ++preguntas;
+                EXPECT_EQ(caja.texto, "¿ Quiere detener el proceso ?");
+                EXPECT_EQ(caja.flags, 36U);
+            }
+        EXPECT_EQ(preguntas, caso.preguntas);
+        EXPECT_EQ(guion.cajas.back().titulo, "Fin del proceso");
+        EXPECT_EQ(dialogo.Terminado(), caso.cerrado);
+        EXPECT_EQ(Ajuste(aplicacion, "ArchivoEntrada") == "antes", !caso.cerrado);
+        guion.alAtender = nullptr;
+    }
+}
+
+TEST_F(Traduccion, StoresNothingOfABatchRunEvenWhenItIsStoppedTwice)
+{
+    aplicacion.WriteProfileString("CampivaAVexa", "ArchivoParajes", "antes");
+    aplicacion.guion.alAtender = [](CDialog& dialogo, int) {
+        dialogo.SendMessage(WM_COMMAND, IDCANCEL, 0);
+    };
+    Ejecuta(Paraje("00001", "A"));
+    EXPECT_EQ(Ajuste(aplicacion, "ArchivoParajes"), "antes");
+    EXPECT_EQ(Filas("Parajes.txt"), 0);
+}
+
+TEST_F(Traduccion, AnswersTheProgressMessages)
+{
+    CDialogoAbierto dialogo;
+    dialogo.Abre();
+    const auto barra = [&] { return dialogo.GetDlgItem(IDC_PROGRESO)->GetPos(); };
+    const struct {
+        const char* motivo;
+        WPARAM posicion;
+        LPARAM total;
+        int barra;
+    } casos[] = {
+        {"truncated", 2, 3, 66},
+        {"whole", 9, 9, 100},
+        {"nothing of nothing", 0, 0, 0},
+        {"something of nothing", 5, 0, 0},
+        {"past the end", 9, 3, 100},
+        {"a negative total", 5, -10, 0},
+        {"a large unsigned position", 3000000000U, 2000000000, 100},
+        {"half of a large one", 4000000000U, 2147483647, 100},
+    };
+    for (const auto& caso : casos) {
+        SCOPED_TRACE(caso.motivo);
+        EXPECT_EQ(dialogo.SendMessage(WM_AVANCE, caso.posicion, caso.total), 0)
+            << "idle means stop";
+        EXPECT_EQ(barra(), caso.barra);
+    }
+    dialogo.EnMarcha = true;
+    EXPECT_EQ(dialogo.SendMessage(WM_AVANCE, 1, 2), 1);
+    CString texto = "propio";
+    EXPECT_EQ(dialogo.SendMessage(WM_ESTADO_TEXTO, reinterpret_cast<WPARAM>(&texto), 0), 1);
+    EXPECT_EQ(dialogo.Texto(IDC_ESTADO), texto);
+    EXPECT_EQ(barra(), 50) << "a text leaves the bar";
+    EXPECT_EQ(dialogo.SendMessage(WM_ESTADO_ID, IDS_GRABANDO_PARAJES, 0), 1);
+    EXPECT_EQ(dialogo.Texto(IDC_ESTADO), CString("Grabando fichero de parajes"));
+    EXPECT_EQ(barra(), 0) << "a phase empties it";
+    const int antes = aplicacion.guion.atendidos;
+    EXPECT_EQ(dialogo.SendMessage(WM_LATIDO, 0, 0), 1);
+    EXPECT_EQ(aplicacion.guion.atendidos, antes + 1) << "one event is taken, never more";
+}
+
+TEST_F(Traduccion, GivesHelpForAControlAndNoneForALabel)
+{
+    CDialogoAbierto dialogo;
+    dialogo.Abre();
+    HELPINFO pregunta{1019};
+    EXPECT_EQ(dialogo.SendMessage(WM_HELP, 0, reinterpret_cast<LPARAM>(&pregunta)), 1);
+    pregunta.iCtrlId = -1;
+    EXPECT_EQ(dialogo.SendMessage(WM_HELP, 0, reinterpret_cast<LPARAM>(&pregunta)), 1);
+    dialogo.Pulsa(static_cast<int>(ID_HELP));
+    EXPECT_EQ(aplicacion.guion.ayudas, (Textos{"campiva.chm#1019", "campiva.chm"}));
+}
+
+#ifdef __linux__
+TEST_F(Traduccion, KeepsATableThatCannotBeWrittenAndIsUsableAgain)
+{
+    carpeta.Pon("entrada.txt", Paraje("00001", "LA ERA"));
+    std::filesystem::create_symlink("/dev/full", carpeta.Ruta() / "Parcelas.txt");
+    carpeta.Pon("Parajes.txt", "antes");
+    EjecutaLote("entrada.txt");
+    ASSERT_EQ(aplicacion.guion.cajas.size(), 1U) << "no summary tells of a success";
+    EXPECT_EQ(aplicacion.guion.cajas[0].titulo, "Error");
+    EXPECT_EQ(aplicacion.guion.cajas[0].flags, 16U);
+    EXPECT_THAT(aplicacion.guion.cajas[0].texto, testing::HasSubstr("Parcelas.txt"));
+    EXPECT_EQ(Filas("Titulares.txt"), 0) << "what was whole by then is there";
+    EXPECT_EQ(carpeta.Lee("Parajes.txt"), "antes");
+    EXPECT_EQ(carpeta.Cuantos(), 5) << "input, log, two tables and the link; no temporary file";
+    std::filesystem::remove(carpeta.Ruta() / "Parcelas.txt");
+    EjecutaLote("entrada.txt");
+    EXPECT_EQ(Filas("Parajes.txt"), 1);
+}
+#endif

@@ -1,0 +1,66 @@
+# Runs the program on one stored case and compares all that it leaves, byte for byte.
+#   cmake -D PROGRAM=... -D CASE=folder -D SAMPLES=folder -D WORK=folder -P run_case.cmake
+#
+# A case is a folder with
+#   args        the arguments, one a line
+#   inputs      optional: names in samples/ to copy into the working folder, one a line
+#   input/      optional: files and folders to copy into it
+#   settings    optional: the stored settings
+#   expected/   every file that must be in the working folder afterwards, beside its inputs
+#   stdout, stderr, status
+
+cmake_minimum_required(VERSION 3.25)
+
+file(REMOVE_RECURSE ${WORK})
+file(MAKE_DIRECTORY ${WORK}/run ${WORK}/config/VexaSoft)
+if(EXISTS ${CASE}/inputs)
+  file(STRINGS ${CASE}/inputs names)
+  foreach(name ${names})
+    file(COPY ${SAMPLES}/${name} DESTINATION ${WORK}/run)
+  endforeach()
+endif()
+if(EXISTS ${CASE}/input)
+  file(COPY ${CASE}/input/ DESTINATION ${WORK}/run)
+endif()
+if(EXISTS ${CASE}/settings)
+  file(COPY_FILE ${CASE}/settings ${WORK}/config/VexaSoft/Campiva.ini)
+endif()
+file(GLOB_RECURSE before RELATIVE ${WORK}/run ${WORK}/run/*)
+
+file(STRINGS ${CASE}/args arguments ENCODING UTF-8)
+set(ENV{XDG_CONFIG_HOME} ${WORK}/config)
+execute_process(COMMAND ${PROGRAM} ${arguments}
+  WORKING_DIRECTORY ${WORK}/run
+  OUTPUT_FILE ${WORK}/stdout ERROR_FILE ${WORK}/stderr RESULT_VARIABLE status)
+
+set(failures "")
+file(READ ${CASE}/status expected_status)
+string(STRIP "${expected_status}" expected_status)
+if(NOT "${status}" STREQUAL "${expected_status}")
+  string(APPEND failures "status ${status}, expected ${expected_status}\n")
+endif()
+
+function(compare expected seen)
+  execute_process(COMMAND ${CMAKE_COMMAND} -E compare_files ${expected} ${seen}
+    RESULT_VARIABLE differ OUTPUT_QUIET ERROR_QUIET)
+  if(differ)
+    set(failures "${failures}${seen} differs from ${expected}\n" PARENT_SCOPE)
+  endif()
+endfunction()
+
+compare(${CASE}/stdout ${WORK}/stdout)
+compare(${CASE}/stderr ${WORK}/stderr)
+file(GLOB_RECURSE expected RELATIVE ${CASE}/expected ${CASE}/expected/*)
+foreach(name ${expected})
+  compare(${CASE}/expected/${name} ${WORK}/run/${name})
+endforeach()
+file(GLOB_RECURSE after RELATIVE ${WORK}/run ${WORK}/run/*)
+foreach(name ${after})
+  if(NOT name IN_LIST before AND NOT name IN_LIST expected)
+    string(APPEND failures "${name} was not to be left behind\n")
+  endif()
+endforeach()
+
+if(failures)
+  message(FATAL_ERROR "${failures}")
+endif()

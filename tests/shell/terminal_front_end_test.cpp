@@ -1,0 +1,36 @@
+#include "platform/terminal/terminal_front_end.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/ansi.h"
+#include "platform/dialog.h"
+
+// The tests' own standard input is no terminal, so nothing here waits for anybody.
+
+TEST(FrontalTerminal, PrintsABoxWhereAScriptLooksForIt)
+{
+    const struct {
+        const char* motivo;
+        const char* texto;
+        UINT flags;
+        int respuesta;
+        const char* salida;
+        const char* errores;
+    } casos[] = {
+        {"a message", "Número 1.\n\nFin\n"_ansi, MB_OK, IDOK, "[Título]\nNúmero 1.\n\nFin\n\n", ""},
+        {"an error", "no existe", MB_ICONERROR, IDOK, "", "[Título]\nno existe\n\n"},
+        {"a name in UTF-8 passes", "El archivo Peñuela.txt", MB_ICONERROR, IDOK, "",
+         "[Título]\nEl archivo Peñuela.txt\n\n"},
+        {"a question", "¿ Sí ?"_ansi, MB_YESNO | MB_ICONQUESTION, IDYES,
+         "[Título]\n¿ Sí ? (s/n) \n\n", ""},
+    };
+    for (const auto& caso : casos) {
+        SCOPED_TRACE(caso.motivo);
+        testing::internal::CaptureStdout();
+        testing::internal::CaptureStderr();
+        CFrontalTerminal frontal;
+        EXPECT_EQ(frontal.Caja(caso.texto, "Título"_ansi, caso.flags), caso.respuesta);
+        EXPECT_EQ(testing::internal::GetCapturedStdout(), caso.salida);
+        EXPECT_EQ(testing::internal::GetCapturedStderr(), caso.errores);
+    }
+}

@@ -1,0 +1,62 @@
+#include "tests/support/scripted_front_end.h"
+
+#include "platform/ansi.h"
+#include "resources/resources.h"
+
+void CGuion::MuestraModal(CDialog& dialogo)
+{
+    if (alMostrar)
+        alMostrar(dialogo);
+}
+
+void CGuion::AtiendeUno(CDialog& dialogo)
+{
+    ++atendidos;
+    if (alAtender)
+        alAtender(dialogo, atendidos);
+}
+
+int CGuion::Caja(const CString& texto, const CString& titulo, UINT flags)
+{
+    cajas.push_back({ansi::AUtf8(titulo), ansi::AUtf8(texto), flags});
+    if ((flags & MB_TYPEMASK) != MB_YESNO)
+        return IDOK;
+    if (respuestas.empty())
+        return IDYES;
+    const int respuesta = respuestas.front();
+    respuestas.erase(respuestas.begin());
+    return respuesta;
+}
+
+bool CGuion::EligeFichero(CFileDialog& dialogo)
+{
+    filtros = ansi::AUtf8(dialogo.Filtros());
+    if (fichero.IsEmpty())
+        return false;
+    dialogo.SetPathName(fichero);
+    return true;
+}
+
+void CGuion::Refleja(const CDialog& dialogo, const CControl& control)
+{
+    if (alReflejar)
+        alReflejar(dialogo, control);
+}
+
+void CGuion::Cierra(const CDialog& /*dialogo*/) {}
+
+void CGuion::MuestraAyuda(const CString& ficheroAyuda)
+{
+    ayudas.push_back(ansi::AUtf8(ficheroAyuda));
+}
+
+void CGuion::MuestraAyudaControl(const CString& ficheroAyuda, const CDialog& /*dialogo*/, UINT id)
+{
+    ayudas.push_back(ansi::AUtf8(ficheroAyuda) + "#" + std::to_string(id));
+}
+
+CAplicacionPrueba::CAplicacionPrueba()
+{
+    SetRegistryKey("VexaSoft");
+    Arranca(guion, RecursosDelPrograma(), {}, "campiva.chm");
+}

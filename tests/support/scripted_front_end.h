@@ -1,0 +1,50 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "platform/cwinapp.h"
+#include "platform/dialog.h"
+#include "platform/front_end.h"
+
+/// A box that the program showed, as one line for a test to compare: "[caption] flags: text".
+struct CCajaVista {
+    std::string titulo;
+    std::string texto; ///< UTF-8
+    UINT flags;
+};
+
+/// Front end that plays a user by a script and notes what it is shown.
+class CGuion : public CFrontal {
+public:
+    void MuestraModal(CDialog& dialogo) override;
+    void AtiendeUno(CDialog& dialogo) override;
+    int Caja(const CString& texto, const CString& titulo, UINT flags) override;
+    bool EligeFichero(CFileDialog& dialogo) override;
+    void Refleja(const CDialog& dialogo, const CControl& control) override;
+    void Cierra(const CDialog& dialogo) override;
+    void MuestraAyuda(const CString& ficheroAyuda) override;
+    void MuestraAyudaControl(const CString& ficheroAyuda, const CDialog& dialogo, UINT id) override;
+
+    // The script. What isn't set does nothing.
+    std::function<void(CDialog&)> alMostrar;          ///< plays a whole modal dialog
+    std::function<void(CDialog&, int vez)> alAtender; ///< at the n-th pump, counted from 1
+    std::function<void(const CDialog&, const CControl&)> alReflejar;
+    std::vector<int> respuestas; ///< of the boxes with buttons Yes and No, in order; then Yes
+    CString fichero;             ///< that the user picks; empty: he gives up
+
+    // What was seen.
+    std::vector<CCajaVista> cajas;
+    std::vector<std::string> ayudas;
+    std::string filtros; ///< of the last file box
+    int atendidos = 0;
+};
+
+/// An application with the program's resources, started with a scripted front end.
+class CAplicacionPrueba : public CWinApp {
+public:
+    CAplicacionPrueba();
+
+    CGuion guion;
+};
