@@ -33,8 +33,8 @@ public:
     /// Titulares.txt (2).
     /// \return false, with the fields unset, only for a row without `NumOrden`, `Nombre` or `DNI`
     bool Lee(std::string_view linea, int modo);
-    /// The inverse of `Lee` for the layouts of fixed columns: puts the fields into a line where they
-    /// are read. For programs that make inputs.
+    /// The inverse of `Lee` for the layouts of fixed columns: puts the fields into a line where
+    /// they are read. For programs that make inputs.
     void Compon(std::string& linea, int modo) const;
     /// Writes the TL record with `fijo`, else the table row. Raises CFileException.
     void Graba(CStdioFile& fichero, short ger, short mun, short emenor, bool fijo) const;

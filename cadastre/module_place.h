@@ -19,8 +19,8 @@ public:
     /// Fills the fields from an MD line (`modo` 0) or a row of Modulos.txt (2).
     /// \return false, with the fields unset, only for a row without `Cal` or `Denominacion`
     bool Lee(std::string_view linea, int modo);
-    /// The inverse of `Lee` for the layouts of fixed columns: puts the fields into a line where they
-    /// are read. For programs that make inputs.
+    /// The inverse of `Lee` for the layouts of fixed columns: puts the fields into a line where
+    /// they are read. For programs that make inputs.
     void Compon(std::string& linea, int modo) const;
     /// Writes the MD record with `fijo`, else the table row. Raises CFileException.
     void Graba(CStdioFile& fichero, short ger, short mun, short emenor, bool fijo) const;
@@ -53,8 +53,8 @@ public:
 
     /// Fills the fields from a PJ line of the read layout.
     void Lee(std::string_view linea);
-    /// The inverse of `Lee` for the layouts of fixed columns: puts the fields into a line where they
-    /// are read. For programs that make inputs.
+    /// The inverse of `Lee` for the layouts of fixed columns: puts the fields into a line where
+    /// they are read. For programs that make inputs.
     void Compon(std::string& linea) const;
     /// Writes the PJ record with `fijo`, else the table row. Raises CFileException.
     void Graba(CStdioFile& fichero, short ger, short mun, short emenor, bool fijo) const;

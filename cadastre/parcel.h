@@ -29,8 +29,8 @@ public:
     /// Parcelas.txt (2). Holder and place, which a line names by number, are the reader's affair.
     /// \return false, with the fields unset, only for a row without `Zona`, `Polig` or `Parcela`
     bool Lee(std::string_view linea, int modo);
-    /// The inverse of `Lee` for the layouts of fixed columns: puts the fields into a line where they
-    /// are read. For programs that make inputs.
+    /// The inverse of `Lee` for the layouts of fixed columns: puts the fields into a line where
+    /// they are read. For programs that make inputs.
     void Compon(std::string& linea, int modo) const;
     /// Writes the PR record with `fijo`, unless `salvar` is off; else the table row. The arrays are
     /// the municipality's. Raises CFileException.

@@ -23,8 +23,9 @@ public:
     /// of Subparcelas.txt (2).
     /// \return false, with the fields unset, only for a row without `letra`
     bool Lee(std::string_view linea, int modo);
-    /// The inverse of `Lee` for the layouts of fixed columns: puts the fields into a line where they
-    /// are read; of the read layout, into an SC line if its type stands there, else an SP line. For programs that make inputs.
+    /// The inverse of `Lee` for the layouts of fixed columns: puts the fields into a line where
+    /// they are read; of the read layout, into an SC line if its type stands there, else an SP
+    /// line. For programs that make inputs.
     void Compon(std::string& linea, int modo) const;
     /// Writes the SP record with `fijo`, unless `salvar` is off; else the table row. The last three
     /// numbers are its parcel's. Raises CFileException.
