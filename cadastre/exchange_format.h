@@ -345,8 +345,8 @@ public:
 private:
     static constexpr int Ancho(const CTrozo<R>& trozo)
     {
-        if (const auto* fijo = std::get_if<const char*>(&trozo.campo))
-            return static_cast<int>(std::string_view(*fijo).size());
+        if (std::holds_alternative<const char*>(trozo.campo))
+            return static_cast<int>(std::string_view(std::get<const char*>(trozo.campo)).size());
         return trozo.forma.tipo == 'c' ? 1 : trozo.forma.ancho;
     }
 

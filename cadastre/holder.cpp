@@ -61,7 +61,7 @@ constexpr CLectura CColumna<CTitular>::*Cual(int modo)
 void LeeDNITrasAsterisco(const CLineaFija& linea, CLectura CColumna<CTitular>::*cual,
                          CTitular& titular)
 {
-    const auto columna = std::find_if(
+    const auto* const columna = std::find_if(
         kColumnasTitular.begin(), kColumnasTitular.end(),
         [](const CColumna<CTitular>& c) { return c.campo == CCampo<CTitular>(&CTitular::DNI); });
     const CLectura& donde = (*columna).*cual;

@@ -115,7 +115,7 @@ int CParcela::BuscaSubparcela(const CString& letra, int desde) const
 {
     if (desde <= 0)
         return m_porLetra.Busca(m_subparcelas, &CSubparcela::letra, letra);
-    for (std::size_t i = static_cast<std::size_t>(desde); i < m_subparcelas.size(); ++i)
+    for (auto i = static_cast<std::size_t>(desde); i < m_subparcelas.size(); ++i)
         if (m_subparcelas[i].letra == letra)
             return static_cast<int>(i);
     return kNoEncontrado;

@@ -58,7 +58,7 @@ void CFile::Cierra()
     if (m_lectura != nullptr)
         std::fclose(m_lectura);
     if (m_enSitio != nullptr) {
-        Vacia();
+        Vuelca();
         std::fclose(m_enSitio);
     }
     m_reemplazo.Desecha();
@@ -117,13 +117,17 @@ void CFile::Escribe(std::string_view bytes)
     }
 }
 
-void CFile::Vacia()
+bool CFile::Vuelca()
 {
     const std::size_t pendientes = m_lleno;
     m_lleno = 0;
     std::FILE* destino = m_enSitio != nullptr ? m_enSitio : m_reemplazo.Fichero();
-    const bool escrito = std::fwrite(m_bufer.get(), 1, pendientes, destino) == pendientes;
-    if (!escrito && m_enSitio == nullptr) {
+    return std::fwrite(m_bufer.get(), 1, pendientes, destino) == pendientes;
+}
+
+void CFile::Vacia()
+{
+    if (!Vuelca() && m_enSitio == nullptr) {
         m_reemplazo.Desecha();
         throw CFileException(m_nombre);
     }

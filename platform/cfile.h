@@ -74,6 +74,7 @@ protected:
 
 private:
     bool Escribiendo() const { return m_enSitio != nullptr || m_reemplazo.Fichero() != nullptr; }
+    bool Vuelca();
     void Vacia();
     void Cierra();
 

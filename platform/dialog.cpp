@@ -48,8 +48,7 @@ LRESULT CControl::SendMessage(UINT mensaje, WPARAM wParam, LPARAM /*lParam*/)
         return 0;
     const int antes = m_posicion;
     m_posicion = std::clamp(static_cast<int>(wParam), 0, 100);
-    if (m_posicion != antes)
-        Cambiado();
+    Cambiado();
     return antes;
 }
 

@@ -57,7 +57,7 @@ void AnexaArgumento(std::string& destino, const CForma& forma, const CArgumento&
 void AnexaEntero(std::string& destino, const CForma& forma, int valor)
 {
     char cifras[16];
-    const auto fin = std::to_chars(cifras, cifras + sizeof cifras, valor).ptr;
+    const char* fin = std::to_chars(cifras, cifras + sizeof cifras, valor).ptr;
     AnexaNumero(destino, forma, std::string_view(cifras, static_cast<std::size_t>(fin - cifras)));
 }
 
@@ -65,7 +65,7 @@ void AnexaReal(std::string& destino, const CForma& forma, double valor)
 {
     char cifras[400]; // the longest double has 309 digits before its point
     const int decimales = forma.precision < 0 ? 6 : forma.precision > 60 ? 60 : forma.precision;
-    const auto fin =
+    const char* fin =
         std::to_chars(cifras, cifras + sizeof cifras, valor, std::chars_format::fixed, decimales)
             .ptr;
     AnexaNumero(destino, forma, std::string_view(cifras, static_cast<std::size_t>(fin - cifras)));

@@ -28,7 +28,8 @@ public:
     /// Lets the user choose a file. False if he gave up; else the dialog holds the path.
     virtual bool EligeFichero(CFileDialog& dialogo) = 0;
 
-    /// Tells that what a control shows has changed. The dialog may be a hidden one.
+    /// Tells that what a control shows was set, often to what it was. The dialog may be a hidden
+    /// one.
     virtual void Refleja(const CDialog& dialogo, const CControl& control) = 0;
 
     /// Tells that a dialog, hidden or not, is gone.

@@ -34,7 +34,7 @@ const std::string_view kSeparadores = "/";
 
 std::filesystem::path Ruta(std::string_view nombre)
 {
-    return std::filesystem::path(nombre);
+    return {nombre};
 }
 
 std::FILE* AbreLectura(const std::filesystem::path& ruta)

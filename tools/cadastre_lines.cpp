@@ -151,7 +151,7 @@ void EstropeaCatastro(CLineasCatastro& lineas)
     EstropeaParcelas(lineas.parcelas);
     EstropeaSubparcelas(lineas.subparcelas);
     lineas.parajes.push_back(Con(lineas.parajes.front(), kNumOrden, "07777")); // its number is lost
-    lineas.parajes.push_back("CT" + lineas.parajes.front().substr(2)); // no type of this file
+    lineas.parajes.emplace_back("CT" + lineas.parajes.front().substr(2)); // no type of this file
 }
 
 std::vector<std::string> LineasLista(const CMunicipioSintetico& m)
@@ -204,7 +204,7 @@ void EstropeaLista(std::vector<std::string>& lineas)
     lineas.push_back(Con(titular, kDNILista, "99999991"));         // same name, other DNI
     lineas.push_back(Con(titular, kNombreLista, "OTRO NOMBRE"));   // same DNI, other name
     lineas.push_back("32" + lineas.at(2).substr(2, 22) + "00000"); // parcel number 0
-    lineas.push_back("33 passed over");
+    lineas.emplace_back("33 passed over");
 }
 
 bool GrabaLineas(const CString& nombre, const std::vector<std::string>& lineas)

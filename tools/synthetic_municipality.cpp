@@ -225,7 +225,8 @@ void CGenerador::GeneraPoligonos()
                     {p % porFila * kEntrePoligonos + columna * kLado + Hasta(kTemblor) * kMalla,
                      p / porFila * kEntrePoligonos + fila * kLado + Hasta(kTemblor) * kMalla});
         const auto vertice = [&](int fila, int columna) {
-            return vertices[static_cast<std::size_t>(fila * (columnas + 1) + columna)];
+            const int i = fila * (columnas + 1) + columna;
+            return vertices[static_cast<std::size_t>(i)];
         };
         for (int i = 0; i < parcelas; ++i) {
             const int fila = i / columnas;

@@ -80,6 +80,7 @@ void CFrontalTerminal::PintaAvance(Reloj::time_point ahora)
 {
     if (m_fase.empty() || !PuedePintar(ahora))
         return;
+    m_faseNueva = false;
     m_pintadas.push_back(ahora);
     const auto segundos =
         std::chrono::duration_cast<std::chrono::seconds>(ahora - m_inicio).count();
@@ -124,7 +125,7 @@ int CFrontalTerminal::Caja(const CString& texto, const CString& titulo, UINT fla
     return IDOK;
 }
 
-int CFrontalTerminal::PreguntaSiNo()
+int CFrontalTerminal::PreguntaSiNo() const
 {
     std::string respuesta = "s";
     Escribe(stdout, " (s/n) ");
@@ -147,16 +148,19 @@ bool CFrontalTerminal::EligeFichero(CFileDialog& /*dialogo*/)
 
 void CFrontalTerminal::Refleja(const CDialog& /*dialogo*/, const CControl& control)
 {
+    if (!m_enRun || !m_avanceVisible)
+        return;
     if (control.Plantilla().clase == ClaseControl::Progreso) {
         m_porcentaje = control.GetPos();
-    } else if (m_enRun && m_avanceVisible && control.Plantilla().clase == ClaseControl::Texto &&
-               control.Id() != kSinId) {
+        // A phase sets its text, then its bar; one that sends no ticks is drawn here or never.
+        if (m_faseNueva)
+            PintaAvance(Reloj::now());
+    } else if (control.Plantilla().clase == ClaseControl::Texto && control.Id() != kSinId) {
         CString fase = control.GetWindowText();
         m_fase = ansi::AUtf8(fase.TrimRight());
+        m_faseNueva = !m_fase.empty();
         if (m_fase.empty())
             BorraAvance();
-        else
-            PintaAvance(Reloj::now());
     }
 }
 

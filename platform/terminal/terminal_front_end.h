@@ -30,11 +30,12 @@ private:
     bool PuedePintar(Reloj::time_point ahora);
     void PintaAvance(Reloj::time_point ahora);
     void BorraAvance();
-    int PreguntaSiNo();
+    int PreguntaSiNo() const;
 
-    bool m_entradaPersona; ///< somebody types at the standard input
-    bool m_avanceVisible;  ///< somebody watches the standard error
-    std::string m_fase;    ///< UTF-8
+    bool m_entradaPersona;    ///< somebody types at the standard input
+    bool m_avanceVisible;     ///< somebody watches the standard error
+    std::string m_fase;       ///< UTF-8
+    bool m_faseNueva = false; ///< not drawn yet
     int m_porcentaje = 0;
     Reloj::time_point m_inicio;
     bool m_enRun = false;

@@ -1,6 +1,5 @@
 #include "tests/catastro_to_vexa/run_fixture.h"
 
-using testing::Test;
 using Textos = std::vector<std::string>;
 
 namespace {

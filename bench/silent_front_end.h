@@ -1,0 +1,34 @@
+#pragma once
+
+#include "platform/cwinapp.h"
+#include "platform/dialog.h"
+#include "platform/front_end.h"
+#include "resources/resources.h"
+
+/// A user who isn't there: nothing is shown, every box is answered at once.
+class CSilencio : public CFrontal {
+public:
+    void MuestraModal(CDialog& /*dialogo*/) override {}
+    void AtiendeUno(CDialog& /*dialogo*/) override {}
+    int Caja(const CString& /*texto*/, const CString& /*titulo*/, UINT /*flags*/) override
+    {
+        return IDOK;
+    }
+    bool EligeFichero(CFileDialog& /*dialogo*/) override { return false; }
+    void Refleja(const CDialog& /*dialogo*/, const CControl& /*control*/) override {}
+    void Cierra(const CDialog& /*dialogo*/) override {}
+    void MuestraAyuda(const CString& /*ficheroAyuda*/) override {}
+    void MuestraAyudaControl(const CString& /*ficheroAyuda*/, const CDialog& /*dialogo*/,
+                             UINT /*id*/) override
+    {
+    }
+};
+
+/// An application for such a user. It reads and stores no settings.
+class CAplicacionSilenciosa : public CWinApp {
+public:
+    CAplicacionSilenciosa() { Arranca(m_frontal, RecursosDelPrograma(), {}, {}); }
+
+private:
+    CSilencio m_frontal;
+};
