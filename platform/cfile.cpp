@@ -10,11 +10,50 @@
 namespace {
 
 constexpr std::size_t kBufer = std::size_t{64} * 1024;
+constexpr std::size_t kLoteTrasSalto =
+    std::size_t{4} * 1024; // an entity of a drawing seldom has more
 constexpr char kFinAntiguo = 0x1A;
+
+/// The name with its letters small: those of ASCII, and those of the code page in UTF-8.
+std::string EnMinusculas(const std::filesystem::path& nombre)
+{
+    std::string texto = nombre.string();
+    bool trasC3 = false;
+    for (char& c : texto) {
+        const auto byte = static_cast<unsigned char>(c);
+        const bool mayuscula =
+            (c >= 'A' && c <= 'Z') || (trasC3 && byte >= 0x80 && byte <= 0x9E && byte != 0x97);
+        trasC3 = byte == 0xC3;
+        if (mayuscula)
+            c = static_cast<char>(byte + 0x20U);
+    }
+    return texto;
+}
+
+/// The file itself if it is there; else the one file of its folder whose name differs in the case
+/// of its letters alone; else the name as it was.
+std::filesystem::path SinMayusculas(const std::filesystem::path& ruta)
+{
+    std::error_code error;
+    if (std::filesystem::exists(ruta, error))
+        return ruta;
+    const std::filesystem::path carpeta = ruta.has_parent_path() ? ruta.parent_path() : ".";
+    const std::string buscado = EnMinusculas(ruta.filename());
+    std::filesystem::path hallado;
+    std::filesystem::directory_iterator fichero(carpeta, error);
+    for (; !error && fichero != std::filesystem::directory_iterator(); fichero.increment(error)) {
+        if (EnMinusculas(fichero->path().filename()) != buscado)
+            continue;
+        if (!hallado.empty())
+            return ruta;
+        hallado = fichero->path();
+    }
+    return hallado.empty() ? ruta : hallado;
+}
 
 } // namespace
 
-CFile::CFile() = default;
+CFile::CFile() : m_lote(kBufer) {}
 
 CFile::~CFile()
 {
@@ -25,7 +64,9 @@ bool CFile::Open(const CString& nombre, UINT modo)
 {
     Cierra();
     m_nombre = nombre;
-    const std::filesystem::path ruta = sistema::Ruta(nombre);
+    std::filesystem::path ruta = sistema::Ruta(nombre);
+    if ((modo & anyCase) != 0)
+        ruta = SinMayusculas(ruta);
     std::error_code error;
     if (std::filesystem::is_directory(ruta, error))
         return false;
@@ -69,6 +110,7 @@ void CFile::Cierra()
     m_base = 0;
     m_longitud = 0;
     m_final = false;
+    m_lote = kBufer;
 }
 
 void CFile::Flush()
@@ -90,12 +132,14 @@ std::string_view CFile::Mira(std::size_t minimo)
         m_lleno -= m_leido;
         m_base += m_leido;
         m_leido = 0;
-        while (m_lleno < kBufer && !m_final) {
+        const std::size_t hasta = std::clamp(m_lote, minimo, kBufer);
+        while (m_lleno < hasta && !m_final) {
             const std::size_t n =
-                std::fread(m_bufer.get() + m_lleno, 1, kBufer - m_lleno, m_lectura);
+                std::fread(m_bufer.get() + m_lleno, 1, hasta - m_lleno, m_lectura);
             m_final = n == 0;
             m_lleno += n;
         }
+        m_lote = kBufer;
         if (m_final) {
             std::string_view ultimo(m_bufer.get(), m_lleno);
             AlLlegarAlFinal(ultimo);
@@ -103,6 +147,40 @@ std::string_view CFile::Mira(std::size_t minimo)
         }
     }
     return {m_bufer.get() + m_leido, m_lleno - m_leido};
+}
+
+UINT CFile::Read(void* bytes, UINT n)
+{
+    auto* destino = static_cast<char*>(bytes);
+    UINT leidos = 0;
+    while (leidos < n) {
+        const std::string_view resto = Mira(1);
+        if (resto.empty())
+            break;
+        const std::size_t trozo = std::min(resto.size(), std::size_t{n} - leidos);
+        std::memcpy(destino + leidos, resto.data(), trozo);
+        Consume(trozo);
+        leidos += static_cast<UINT>(trozo);
+    }
+    return leidos;
+}
+
+void CFile::Seek(std::uint64_t posicion)
+{
+    if (posicion >= m_base && posicion <= m_base + m_lleno) {
+        m_leido = static_cast<std::size_t>(posicion - m_base);
+        return;
+    }
+    m_base = posicion;
+    m_lleno = 0;
+    m_leido = 0;
+    m_lote = kLoteTrasSalto;
+    m_final = !sistema::Posiciona(m_lectura, posicion);
+}
+
+void CFile::Write(const void* bytes, UINT n)
+{
+    Escribe({static_cast<const char*>(bytes), n});
 }
 
 void CFile::Escribe(std::string_view bytes)
@@ -120,6 +198,7 @@ void CFile::Escribe(std::string_view bytes)
 bool CFile::Vuelca()
 {
     const std::size_t pendientes = m_lleno;
+    m_base += pendientes;
     m_lleno = 0;
     std::FILE* destino = m_enSitio != nullptr ? m_enSitio : m_reemplazo.Fichero();
     return std::fwrite(m_bufer.get(), 1, pendientes, destino) == pendientes;

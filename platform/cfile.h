@@ -34,7 +34,10 @@ public:
         typeBinary = 0x8000,
         /// Of this layer: the file is written in its place, line after line, and a write that fails
         /// is passed over. For logs, which must tell what they can even when the run dies.
-        modeInPlace = 0x10000
+        modeInPlace = 0x10000,
+        /// Of this layer: files of the drawing system come from a system that doesn't tell capitals
+        /// from small letters in names.
+        anyCase = 0x20000
     };
 
     CFile();
@@ -43,12 +46,23 @@ public:
     virtual ~CFile();
 
     /// Opens for reading, or with `modeCreate | modeWrite` for writing. False, with nothing changed
-    /// on disk, where that can't be done; a folder is no file.
+    /// on disk, where that can't be done; a folder is no file. A file to be read with `anyCase` may
+    /// have a name that differs from this one in the case of its letters, if there is just one.
     bool Open(const CString& nombre, UINT modo);
 
     /// Ends the work with the file. After writing it raises CFileException, with the target as it
     /// was, if something couldn't be written.
     void Close();
+
+    /// Reads up to `n` bytes; gives how many there were.
+    UINT Read(void* bytes, UINT n);
+
+    /// Goes to a position from the start of a file that is read. One past its end is no fault:
+    /// there is nothing to be read there.
+    void Seek(std::uint64_t posicion);
+
+    /// Writes the bytes. Raises CFileException.
+    void Write(const void* bytes, UINT n);
 
     /// Brings what was written so far to the system. Raises CFileException.
     void Flush();
@@ -56,8 +70,8 @@ public:
     /// Length in bytes of a file open for reading as it was when it was opened, 0 for a pipe.
     std::uint64_t GetLength() const { return m_longitud; }
 
-    /// Number of bytes of the file in front of the next one to be read.
-    std::uint64_t GetPosition() const { return m_base + m_leido; }
+    /// Number of bytes of the file in front of the next one to be read or written.
+    std::uint64_t GetPosition() const { return m_base + (Escribiendo() ? m_lleno : m_leido); }
 
     CString GetFilePath() const { return m_nombre; }
 
@@ -87,6 +101,7 @@ private:
     std::size_t m_lleno = 0;  // bytes in the buffer
     std::size_t m_leido = 0;  // of these, how many were consumed
     std::uint64_t m_base = 0; // position in the file of the buffer's first byte
+    std::size_t m_lote = 0;   // bytes that the next filling of the buffer asks for
     std::uint64_t m_longitud = 0;
     bool m_final = false; // nothing more comes from the file
 };

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+// Numbers as the drawing files carry them: little-endian two's complement.
+
+namespace vexageo {
+
+/// CRC-32 as in zip and PNG, polynomial 0xEDB88320.
+std::uint32_t Crc32(std::string_view bytes);
+
+/// Takes numbers from the front of a piece of memory. What passes its end gives 0 and marks it bad.
+class CLector {
+public:
+    explicit CLector(std::string_view bytes) : m_resto(bytes) {}
+
+    std::uint8_t U8() { return static_cast<std::uint8_t>(Toma(1)); }
+    std::uint16_t U16() { return static_cast<std::uint16_t>(Toma(2)); }
+    std::int16_t I16() { return static_cast<std::int16_t>(Toma(2)); }
+    std::uint32_t U32() { return static_cast<std::uint32_t>(Toma(4)); }
+    std::int32_t I32() { return static_cast<std::int32_t>(Toma(4)); }
+    double F64();
+    std::string_view Bytes(std::size_t n);
+
+    std::size_t Quedan() const { return m_resto.size(); }
+    bool Bien() const { return m_bien; }
+    void Falla() { m_bien = false; }
+
+private:
+    std::uint64_t Toma(std::size_t n);
+
+    std::string_view m_resto;
+    bool m_bien = true;
+};
+
+/// Puts numbers behind one another.
+class CEscritor {
+public:
+    void U8(std::uint8_t valor) { Pon(valor, 1); }
+    void U16(std::uint16_t valor) { Pon(valor, 2); }
+    void I16(std::int16_t valor) { Pon(static_cast<std::uint16_t>(valor), 2); }
+    void U32(std::uint32_t valor) { Pon(valor, 4); }
+    void I32(std::int32_t valor) { Pon(static_cast<std::uint32_t>(valor), 4); }
+    void F64(double valor);
+    void Bytes(std::string_view bytes) { m_bytes.append(bytes); }
+    const std::string& Hecho() const { return m_bytes; }
+
+private:
+    void Pon(std::uint64_t valor, std::size_t n);
+
+    std::string m_bytes;
+};
+
+} // namespace vexageo

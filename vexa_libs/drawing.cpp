@@ -1,0 +1,46 @@
+#include "vexa_libs/drawing.h"
+
+namespace vexageo {
+
+CDibujoVexa::CDibujoVexa(const CDibujoVexa& otro) : m_semilla(otro.m_semilla)
+{
+    *this = otro;
+}
+
+CDibujoVexa& CDibujoVexa::operator=(const CDibujoVexa& otro)
+{
+    CDibujoVexa copia(otro.m_semilla);
+    copia.m_mensajes = otro.m_mensajes;
+    for (const auto& entidad : otro.m_entidades)
+        copia.Inserta(*entidad);
+    return *this = std::move(copia);
+}
+
+bool CDibujoVexa::Inserta(const CEntidadVexa<int>& entidad)
+{
+    const CTipoDat& tipo = entidad.Tipo();
+    if (tipo.EsLinea())
+        ++m_lineas;
+    else if (tipo.EsTexto())
+        ++m_textos;
+    else
+        ++m_puntos;
+    if (tipo.EsBorrado())
+        ++m_borrados;
+    for (const CPunto<int>& punto : entidad.Puntos())
+        m_maximas.Nuevo(punto);
+    m_entidades.push_back(entidad.Clona());
+    return true;
+}
+
+CMaximas<double> CDibujoVexa::GetMaximasDouble() const
+{
+    CMaximas<double> maximas;
+    if (!m_maximas.Hay)
+        return maximas;
+    for (const CPunto<int>& punto : {m_maximas.Minimo, m_maximas.Maximo})
+        maximas.Nuevo({punto.X / Precision(), punto.Y / Precision(), punto.Z / Precision()});
+    return maximas;
+}
+
+} // namespace vexageo

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "vexa_libs/entity.h"
+
+namespace vexageo {
+
+/// A drawing in memory: entities in the order in which they were put in.
+class CDibujoVexa {
+public:
+    /// \param semilla  its decimals; null for the default. It must live as long as the drawing.
+    explicit CDibujoVexa(const CDataSemilla* semilla = nullptr) : m_semilla(semilla) {}
+    CDibujoVexa(const CDibujoVexa& otro);
+    CDibujoVexa(CDibujoVexa&&) noexcept = default;
+    CDibujoVexa& operator=(const CDibujoVexa& otro);
+    CDibujoVexa& operator=(CDibujoVexa&&) noexcept = default;
+    ~CDibujoVexa() = default;
+
+    /// Keeps a copy of the entity, behind those that are there.
+    bool Inserta(const CEntidadVexa<int>& entidad);
+    CEntidadVexa<int>* operator[](unsigned i) { return m_entidades[i].get(); }
+    const CEntidadVexa<int>* operator[](unsigned i) const { return m_entidades[i].get(); }
+
+    unsigned CantidadLineas() const { return m_lineas; }
+    unsigned CantidadTextos() const { return m_textos; }
+    unsigned CantidadPuntos() const { return m_puntos; }
+    unsigned CantidadBorrados() const { return m_borrados; }
+    unsigned Cantidad() const { return static_cast<unsigned>(m_entidades.size()); }
+
+    void SinMensajes() { m_mensajes = false; }
+    void ConMensajes() { m_mensajes = true; }
+    const CDataSemilla* Semilla() const { return m_semilla; }
+    double Precision() const
+    {
+        return m_semilla != nullptr ? m_semilla->Precision() : CDataSemilla().Precision();
+    }
+    const CMaximas<int>& GetMaximasInt() const { return m_maximas; }
+    CMaximas<double> GetMaximasDouble() const; ///< in metres
+
+private:
+    unsigned m_lineas = 0;
+    unsigned m_textos = 0;
+    unsigned m_puntos = 0;
+    unsigned m_borrados = 0;
+    bool m_mensajes = true;
+    const CDataSemilla* m_semilla;
+    CMaximas<int> m_maximas;
+    std::vector<std::unique_ptr<CEntidadVexa<int>>> m_entidades;
+};
+
+} // namespace vexageo

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <functional>
+#include <vector>
+
+#include "vexa_libs/point.h"
+
+namespace vexageo {
+
+/// Which of many rings hold a point: a tree over their extents. The rings are asked in a fixed
+/// order of preference, so the first one that an exact test accepts is the answer. A look-up
+/// touches a few extents for rings side by side and for rings within one another alike.
+class CIndiceAnillos {
+public:
+    /// A ring's extent, with what decides among several: the smaller preference, then the smaller
+    /// index.
+    struct CAnillo {
+        int minX, minY, maxX, maxY;
+        double preferencia;
+        int indice;
+    };
+
+    /// Adds a ring; one without points holds nothing and is left out.
+    void Añade(const std::vector<CPunto<int>>& anillo, double preferencia, int indice);
+
+    /// The preferred ring that holds the point, -1 if none does.
+    /// \param tiene  the exact test of the ring with an index
+    int Busca(const CPunto<int>& punto, const std::function<bool(int indice)>& tiene) const;
+
+private:
+    struct CNodo {
+        CAnillo resumen;          // extent of all below it; the best preference and index there
+        std::size_t desde, hasta; // in the level below; for a leaf, in m_anillos
+    };
+
+    void Construye() const;
+
+    // Made ready at the first look-up after rings were added.
+    mutable std::vector<CAnillo> m_anillos;
+    mutable std::vector<std::vector<CNodo>> m_niveles; // leaves' nodes first, the root's level last
+    mutable bool m_listo = false;
+};
+
+} // namespace vexageo

@@ -1,0 +1,142 @@
+#include "vexa_libs/topological_polygon.h"
+
+#include <algorithm>
+#include <string>
+
+namespace vexageo {
+namespace {
+
+constexpr std::string_view kMarca = "VPOL";
+constexpr UINT kCabecera = 8;
+constexpr UINT kBytesCrc = 4;
+constexpr std::size_t kCuerpoMenor = 88; // of a polygon without stretches, indexes and islands
+constexpr int kMasHondo = 16;
+
+CPunto<int> LeePunto(CLector& lector)
+{
+    const int x = lector.I32();
+    const int y = lector.I32();
+    return {x, y, lector.I32()};
+}
+
+void EscribePunto(CEscritor& escritor, const CPunto<int>& punto)
+{
+    escritor.I32(punto.X);
+    escritor.I32(punto.Y);
+    escritor.I32(punto.Z);
+}
+
+void LeeLista(CLector& lector, std::vector<int>& lista)
+{
+    const std::uint32_t cuantos = lector.U32();
+    if (cuantos > lector.Quedan() / sizeof(std::int32_t)) {
+        lector.Falla();
+        return;
+    }
+    lista.resize(cuantos);
+    for (int& valor : lista)
+        valor = lector.I32();
+}
+
+void EscribeLista(CEscritor& escritor, const std::vector<int>& lista)
+{
+    escritor.U32(static_cast<std::uint32_t>(lista.size()));
+    for (const int valor : lista)
+        escritor.I32(valor);
+}
+
+} // namespace
+
+bool CPoligonoTopologico::Read(CFile* fichero)
+{
+    std::string bytes(kCabecera, '\0');
+    if (fichero->Read(bytes.data(), kCabecera) < kCabecera || !bytes.starts_with(kMarca))
+        return false;
+    const std::uint32_t largo = CLector(std::string_view(bytes).substr(kMarca.size())).U32();
+    const std::uint64_t posicion = fichero->GetPosition();
+    if (std::uint64_t{largo} + kBytesCrc >
+        fichero->GetLength() - std::min(posicion, fichero->GetLength()))
+        return false;
+    bytes.resize(std::size_t{kCabecera} + largo + kBytesCrc);
+    if (fichero->Read(bytes.data() + kCabecera, largo + kBytesCrc) < largo + kBytesCrc)
+        return false;
+    const std::string_view todo = bytes;
+    CLector crc(todo.substr(kCabecera + largo));
+    if (crc.U32() != Crc32(todo.substr(0, kCabecera + largo)))
+        return false;
+    CLector lector(todo.substr(kCabecera, largo));
+    CPoligonoTopologico leido;
+    if (!leido.LeeCuerpo(lector, 0) || lector.Quedan() > 0)
+        return false;
+    *this = std::move(leido);
+    return true;
+}
+
+bool CPoligonoTopologico::LeeCuerpo(CLector& lector, int hondura)
+{
+    m_numero = lector.I32();
+    m_clase = lector.I16();
+    m_centroide = LeePunto(lector);
+    m_interior = LeePunto(lector);
+    m_maximas.Minimo = LeePunto(lector);
+    m_maximas.Maximo = LeePunto(lector);
+    m_maximas.Hay = true;
+    m_area = lector.F64();
+    m_propio = lector.I16();
+    m_offsetCentroide = lector.I32();
+    m_indiceCentroide = lector.I32();
+    LeeLista(lector, m_tramos);
+    LeeLista(lector, m_indices);
+    const std::uint32_t islas = lector.U32();
+    if (!lector.Bien() || islas > lector.Quedan() / kCuerpoMenor ||
+        (islas > 0 && hondura == kMasHondo))
+        return false;
+    m_islas.resize(islas);
+    for (CPoligonoTopologico& isla : m_islas)
+        if (!isla.LeeCuerpo(lector, hondura + 1))
+            return false;
+    m_padre = lector.I32();
+    return lector.Bien();
+}
+
+void CPoligonoTopologico::Write(CFile* fichero) const
+{
+    CEscritor cuerpo;
+    EscribeCuerpo(cuerpo);
+    CEscritor registro;
+    registro.Bytes(kMarca);
+    registro.U32(static_cast<std::uint32_t>(cuerpo.Hecho().size()));
+    registro.Bytes(cuerpo.Hecho());
+    registro.U32(Crc32(registro.Hecho()));
+    fichero->Write(registro.Hecho().data(), static_cast<UINT>(registro.Hecho().size()));
+}
+
+void CPoligonoTopologico::EscribeCuerpo(CEscritor& escritor) const
+{
+    escritor.I32(m_numero);
+    escritor.I16(m_clase);
+    EscribePunto(escritor, m_centroide);
+    EscribePunto(escritor, m_interior);
+    EscribePunto(escritor, m_maximas.Minimo);
+    EscribePunto(escritor, m_maximas.Maximo);
+    escritor.F64(m_area);
+    escritor.I16(m_propio);
+    escritor.I32(m_offsetCentroide);
+    escritor.I32(m_indiceCentroide);
+    EscribeLista(escritor, m_tramos);
+    EscribeLista(escritor, m_indices);
+    escritor.U32(static_cast<std::uint32_t>(m_islas.size()));
+    for (const CPoligonoTopologico& isla : m_islas)
+        isla.EscribeCuerpo(escritor);
+    escritor.I32(m_padre);
+}
+
+double CPoligonoTopologico::Area() const
+{
+    double area = m_area;
+    for (const CPoligonoTopologico& isla : m_islas)
+        area += isla.Area();
+    return area;
+}
+
+} // namespace vexageo

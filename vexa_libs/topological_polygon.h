@@ -1,0 +1,86 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "platform/cfile.h"
+#include "vexa_libs/binary.h"
+#include "vexa_libs/point.h"
+
+namespace vexageo {
+
+/// One polygon of a topology file: it points into the drawing of the same name.
+class CPoligonoTopologico {
+public:
+    /// Reads the record at the file's position and moves behind it. False, with nothing changed
+    /// here, at the end of the file and where no whole record stands: a wrong mark or sum, lengths
+    /// that pass the file's end, bytes left over, islands more than 16 deep.
+    bool Read(CFile* fichero);
+    /// Writes the record. Raises CFileException.
+    void Write(CFile* fichero) const;
+
+    int NumPoligono() const { return m_numero; }
+    void NumPoligono(int numero) { m_numero = numero; }
+    bool EsParcela() const { return m_clase == kParcela; }
+    bool EsIsla() const { return m_clase == kIsla; }
+    std::int16_t Clase() const { return m_clase; }
+    void Clase(std::int16_t clase) { m_clase = clase; }
+    const CPunto<int>& Centroide() const { return m_centroide; }
+    void Centroide(const CPunto<int>& punto) { m_centroide = punto; }
+    const CPunto<int>& PuntoInterior() const { return m_interior; }
+    void PuntoInterior(const CPunto<int>& punto) { m_interior = punto; }
+    CMaximas<int>& Maximas() { return m_maximas; }
+    const CMaximas<int>& Maximas() const { return m_maximas; }
+    /// Square metres, with the islands of its list as they are stored.
+    double Area() const;
+    double AreaPropia() const { return m_area; }
+    void AreaPropia(double area) { m_area = area; }
+
+    /// Position in the drawing of the text that names the polygon, counted from 1.
+    int OffsetCentroide() const { return m_offsetCentroide; }
+    void OffsetCentroide(int offset) { m_offsetCentroide = offset; }
+    bool TieneCentroide() const { return m_offsetCentroide > 0; }
+    int IndiceCentroide() const { return m_indiceCentroide; }
+    void IndiceCentroide(int indice) { m_indiceCentroide = indice; }
+
+    /// The boundary: positions in the drawing of its lines, counted from 1, in order; a negative
+    /// one is of a line that runs the other way.
+    int Tramos() const { return static_cast<int>(m_tramos.size()); }
+    int OffsetTramo(int i) const { return m_tramos[static_cast<std::size_t>(i)]; }
+    void InsertaTramo(int offset) { m_tramos.push_back(offset); }
+    int Indices() const { return static_cast<int>(m_indices.size()); }
+    int IndiceTramos(int i) const { return m_indices[static_cast<std::size_t>(i)]; }
+    void IndiceNuevo(int indice) { m_indices.push_back(indice); }
+
+    int Islas() const { return static_cast<int>(m_islas.size()); }
+    CPoligonoTopologico Isla(int i) const { return m_islas[static_cast<std::size_t>(i)]; }
+    void InsertaIsla(const CPoligonoTopologico& isla) { m_islas.push_back(isla); }
+    const std::vector<CPoligonoTopologico>& ListaIslas() const { return m_islas; }
+
+    /// Index of the polygon around it in another topology.
+    int GetPadre() const { return m_padre; }
+    void SetPadre(int padre) { m_padre = padre; }
+
+    static constexpr std::int16_t kParcela = 1;
+    static constexpr std::int16_t kIsla = 2;
+
+private:
+    bool LeeCuerpo(CLector& lector, int hondura);
+    void EscribeCuerpo(CEscritor& escritor) const;
+
+    int m_numero = 0;
+    std::int16_t m_clase = kParcela;
+    CPunto<int> m_centroide;
+    CPunto<int> m_interior;
+    CMaximas<int> m_maximas;
+    double m_area = 0;
+    std::int16_t m_propio = 0; // the library's own
+    int m_offsetCentroide = 0;
+    int m_indiceCentroide = -1;
+    std::vector<int> m_tramos;
+    std::vector<int> m_indices;
+    std::vector<CPoligonoTopologico> m_islas;
+    int m_padre = -1;
+};
+
+} // namespace vexageo

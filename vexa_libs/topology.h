@@ -1,0 +1,67 @@
+#pragma once
+
+#include <functional>
+#include <vector>
+
+#include "platform/cstring.h"
+#include "vexa_libs/drawing.h"
+#include "vexa_libs/ring_index.h"
+#include "vexa_libs/topological_polygon.h"
+
+namespace vexageo {
+
+/// Joins the boundary of a polygon from its stretches in the drawing, a negative one turned round.
+/// \param falla  called for each stretch that can't be read, which is left out; false ends the work
+/// \return false where `falla` ended it
+bool ConstruyeLinea(const CPoligonoTopologico& poligono, CFile* dibujo, CLinea<int>& linea,
+                    const std::function<bool()>& falla);
+
+/// Reads the entity that names a polygon. False where none can be read at its place.
+bool LeeRotulo(const CPoligonoTopologico& poligono, CFile* dibujo, CTexto<int>& rotulo);
+
+/// A whole topology file in memory, with what its polygons point to in the drawing.
+class CTopologia {
+public:
+    /// Loads all polygons of the file and their entities. An island record goes into the list of
+    /// the polygon before it. What can't be read is left out: a stretch, a centroid's text, or the
+    /// rest of a damaged file. Every parent is -1 then.
+    bool Read(CFile* dibujo, CFile* poligonos);
+    /// Sorts by number, polygons of one number keeping their order.
+    void OrdenaPoligonos();
+
+    int Poligonos() const { return static_cast<int>(m_poligonos.size()); }
+    const CPoligonoTopologico& Poligono(int i) const { return Elemento(i).poligono; }
+    /// Index of the polygon that holds the point: in its outer ring, boundary included, and not
+    /// strictly inside one of its own islands. Of several the one of least area, then the first;
+    /// -1 if none does.
+    int EncuentraPoligono(const CPunto<int>& punto) const;
+    /// The centroid; with `interior`, the interior point of a polygon that has none.
+    CPunto<int> DameCentroide(int i, bool interior) const;
+    /// Text of the centroid; empty where it has none that can be read.
+    CString DameTextoCentroide(int i) const { return Elemento(i).texto; }
+    /// Square metres, islands included as they are stored.
+    double DameArea(int i) const { return Poligono(i).Area(); }
+    /// Index of the polygon around it in another topology, -1 until it is set.
+    void SetPadre(int i, int padre)
+    {
+        m_poligonos[static_cast<std::size_t>(i)].poligono.SetPadre(padre);
+    }
+    int GetPadre(int i) const { return Poligono(i).GetPadre(); }
+
+private:
+    struct CElemento {
+        CPoligonoTopologico poligono;
+        CString texto;
+        CLinea<int> contorno;
+        std::vector<CLinea<int>> islas;
+    };
+
+    const CElemento& Elemento(int i) const { return m_poligonos[static_cast<std::size_t>(i)]; }
+    void PreparaIndice() const;
+
+    std::vector<CElemento> m_poligonos;
+    mutable CIndiceAnillos m_indice;
+    mutable bool m_indiceListo = false;
+};
+
+} // namespace vexageo
