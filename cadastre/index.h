@@ -159,3 +159,93 @@ private:
 
     mutable std::unique_ptr<CEstado> m_estado;
 };
+
+/// Look-up of all elements with a key, in the order of the array: the first one, and from each the
+/// next. Otherwise like CIndice.
+class CIndiceEncadenado {
+public:
+    CIndiceEncadenado() = default;
+    CIndiceEncadenado(const CIndiceEncadenado& /*otro*/) {}
+    CIndiceEncadenado(CIndiceEncadenado&&) noexcept = default;
+    CIndiceEncadenado& operator=(const CIndiceEncadenado& /*otro*/)
+    {
+        Olvida();
+        return *this;
+    }
+    CIndiceEncadenado& operator=(CIndiceEncadenado&&) noexcept = default;
+    ~CIndiceEncadenado() = default;
+
+    template <class T, class K>
+    int Primero(const std::vector<T>& elementos, K T::*campo, const K& valor) const
+    {
+        if (elementos.size() <= kPocos)
+            return Recorre(elementos, campo, valor, 0);
+        PonAlDia(elementos, campo);
+        return m_estado->primeros.Busca(Clave(valor),
+                                        [&](int i) { return En(elementos, i).*campo == valor; });
+    }
+
+    /// The next element with the key of the one at `posicion`, else kNoEncontrado.
+    template <class T, class K>
+    int Siguiente(const std::vector<T>& elementos, K T::*campo, int posicion) const
+    {
+        if (elementos.size() <= kPocos)
+            return Recorre(elementos, campo, En(elementos, posicion).*campo, posicion + 1);
+        PonAlDia(elementos, campo);
+        return m_estado->cadena[static_cast<std::size_t>(posicion)].siguiente;
+    }
+
+    void Olvida() { m_estado.reset(); }
+
+private:
+    static constexpr std::size_t kPocos = 12;
+
+    struct CEslabon {
+        int siguiente = kNoEncontrado;
+        int ultimo = kNoEncontrado; ///< at the first element of a key: the last one so far
+    };
+    struct CEstado {
+        CTablaHash primeros;
+        std::vector<CEslabon> cadena; // as far as the elements are known
+    };
+
+    template <class T>
+    static const T& En(const std::vector<T>& elementos, int i)
+    {
+        return elementos[static_cast<std::size_t>(i)];
+    }
+
+    template <class T, class K>
+    static int Recorre(const std::vector<T>& elementos, K T::*campo, const K& valor, int desde)
+    {
+        for (int i = desde; i < static_cast<int>(elementos.size()); ++i)
+            if (En(elementos, i).*campo == valor)
+                return i;
+        return kNoEncontrado;
+    }
+
+    template <class T, class K>
+    void PonAlDia(const std::vector<T>& elementos, K T::*campo) const
+    {
+        if (m_estado == nullptr)
+            m_estado = std::make_unique<CEstado>();
+        std::vector<CEslabon>& cadena = m_estado->cadena;
+        while (cadena.size() < elementos.size()) {
+            const int nuevo = static_cast<int>(cadena.size());
+            const K& valor = En(elementos, nuevo).*campo;
+            const auto igual = [&](int i) { return En(elementos, i).*campo == valor; };
+            int primero = m_estado->primeros.Busca(Clave(valor), igual);
+            cadena.emplace_back();
+            if (primero < 0) {
+                primero = nuevo;
+                m_estado->primeros.Pon(Clave(valor), nuevo, igual);
+            } else {
+                const int ultimo = cadena[static_cast<std::size_t>(primero)].ultimo;
+                cadena[static_cast<std::size_t>(ultimo)].siguiente = nuevo;
+            }
+            cadena[static_cast<std::size_t>(primero)].ultimo = nuevo;
+        }
+    }
+
+    mutable std::unique_ptr<CEstado> m_estado;
+};

@@ -114,8 +114,11 @@ void CParcela::Graba(CStdioFile& fichero, short ger, short mun, short emenor,
 int CParcela::BuscaSubparcela(const CString& letra, int desde) const
 {
     if (desde <= 0)
-        return m_porLetra.Busca(m_subparcelas, &CSubparcela::letra, letra);
-    for (auto i = static_cast<std::size_t>(desde); i < m_subparcelas.size(); ++i)
+        return m_porLetra.Primero(m_subparcelas, &CSubparcela::letra, letra);
+    const auto anterior = static_cast<std::size_t>(desde) - 1;
+    if (anterior < m_subparcelas.size() && m_subparcelas[anterior].letra == letra)
+        return m_porLetra.Siguiente(m_subparcelas, &CSubparcela::letra, desde - 1);
+    for (std::size_t i = anterior + 1; i < m_subparcelas.size(); ++i)
         if (m_subparcelas[i].letra == letra)
             return static_cast<int>(i);
     return kNoEncontrado;

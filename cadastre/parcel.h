@@ -39,7 +39,8 @@ public:
                bool fijo) const;
 
     /// Index of the first subparcel with the letter at index `desde` or behind it, else
-    /// kNoEncontrado.
+    /// kNoEncontrado. Going on behind the one found costs the same in a long parcel as in a short
+    /// one.
     int BuscaSubparcela(const CString& letra, int desde) const;
     CSubparcela& DameSubparcela(int i) { return m_subparcelas[static_cast<std::size_t>(i)]; }
     const std::vector<CSubparcela>& Subparcelas() const { return m_subparcelas; }
@@ -105,6 +106,6 @@ private:
     std::vector<CSubparcela> m_subparcelas;
     std::vector<CCotitular> m_cotitulares;
     int m_ordenMaximo = kSinOrden; // no link has a greater number
-    CIndice<Gana::Primero> m_porLetra;
+    CIndiceEncadenado m_porLetra;
     CIndice<Gana::Primero> m_porTitular;
 };

@@ -9,22 +9,41 @@ inline constexpr UINT IDD_ACERCA_DE = 100;
 inline constexpr UINT IDR_ICONO = 128;
 inline constexpr UINT IDB_IMAGEN = 133;
 inline constexpr UINT IDD_CAMPIVA_A_VEXA = 135;
+inline constexpr UINT IDD_VEXA_A_CAMPIVA2 = 139;
 
 // Controls that the translation dialogs share.
 inline constexpr UINT IDC_ACERCA_DE = 1007;
 inline constexpr UINT IDC_ESTADO = 1008;
 inline constexpr UINT IDC_PROGRESO = 1018;
 
-// CCampivaAVexaDlg.
-inline constexpr UINT IDC_ENTRADA = 1000;
-inline constexpr UINT IDC_BUSCAR_ENTRADA = 1001;
+// The six tables, in the dialogs of the first two translations.
 inline constexpr UINT IDC_MODULOS = 1013;
 inline constexpr UINT IDC_TITULARES = 1014;
 inline constexpr UINT IDC_SUBPARCELAS = 1015;
 inline constexpr UINT IDC_PARAJES = 1016;
 inline constexpr UINT IDC_PARCELAS = 1017;
-inline constexpr UINT IDC_TIPO_ENTRADA = 1019;
 inline constexpr UINT IDC_COTITULARES = 1020;
+
+// CCampivaAVexaDlg.
+inline constexpr UINT IDC_ENTRADA = 1000;
+inline constexpr UINT IDC_BUSCAR_ENTRADA = 1001;
+inline constexpr UINT IDC_TIPO_ENTRADA = 1019;
+
+// CVexaACampiva2Dlg.
+inline constexpr UINT IDC_TREN = 1003;
+inline constexpr UINT IDC_BUSCAR_TREN = 1004;
+inline constexpr UINT IDC_ORTOS = 1005;
+inline constexpr UINT IDC_BUSCAR_ORTOS = 1006;
+inline constexpr UINT IDC_BUSCAR_MODULOS = 1022;
+inline constexpr UINT IDC_BUSCAR_TITULARES = 1023;
+inline constexpr UINT IDC_BUSCAR_PARCELAS = 1024;
+inline constexpr UINT IDC_BUSCAR_SUBPARCELAS = 1025;
+inline constexpr UINT IDC_BUSCAR_PARAJES = 1026;
+inline constexpr UINT IDC_BUSCAR_COTITULARES = 1027;
+inline constexpr UINT IDC_MODIFICAR = 1028;
+inline constexpr UINT IDC_NO_EN_GRAFICO = 1029;
+inline constexpr UINT IDC_NO_EN_BD = 1030;
+inline constexpr UINT IDC_MODIFICAR_CONCENTRADAS = 1031;
 
 // Values of the About dialog.
 inline constexpr UINT IDC_COPYRIGHT = 1160;

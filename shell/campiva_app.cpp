@@ -3,9 +3,9 @@
 #include <algorithm>
 
 #include "catastro_to_vexa/campiva_a_vexa_dlg.h"
-#include "platform/ansi.h"
 #include "platform/dialog.h"
 #include "vexa_libs/ccadena.h"
+#include "vexa_to_catastro/vexa_a_campiva2_dlg.h"
 
 namespace {
 
@@ -44,9 +44,7 @@ BOOL CCampivaApp::InitInstance()
         EjecutaCatastroAVexa(tokens);
         break;
     case Ruta::VexaACatastro:
-        Caja("La traducción de Vexa a Catastro todavía no está en el programa"_ansi, "Error",
-             MB_ICONERROR);
-        m_estadoSalida = kHuboError;
+        EjecutaVexaACatastro(tokens);
         break;
     case Ruta::Dialogos:
         MuestraDialogo();
@@ -73,6 +71,16 @@ void CCampivaApp::EjecutaCatastroAVexa(const CTokens& tokens)
     m_pMainWnd = &dialogo;
     dialogo.EjecutaLote(tokens[1], tokens[2], tokens[3], tokens[4], tokens[5], tokens[6], tokens[7],
                         nullptr);
+    m_pMainWnd = nullptr;
+    m_estadoSalida = HuboCajaDeError() ? kHuboError : 0;
+}
+
+void CCampivaApp::EjecutaVexaACatastro(const CTokens& t)
+{
+    CVexaACampiva2Dlg dialogo;
+    m_pMainWnd = &dialogo;
+    dialogo.EjecutaLote(t[1], t[2], t[3], t[4], t[5], t[6], t[7], t[8], LeeEntero(t[9]),
+                        LeeEntero(t[10]), LeeEntero(t[11]), nullptr);
     m_pMainWnd = nullptr;
     m_estadoSalida = HuboCajaDeError() ? kHuboError : 0;
 }

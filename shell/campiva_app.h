@@ -31,6 +31,7 @@ public:
 private:
     void MuestraDialogo();
     void EjecutaCatastroAVexa(const CTokens& tokens);
+    void EjecutaVexaACatastro(const CTokens& tokens);
 
     int m_estadoSalida = 0;
 };

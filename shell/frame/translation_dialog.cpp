@@ -216,12 +216,22 @@ void CTraduccionDlg::CajaError(const CString& texto)
     MessageBox(texto, kTituloError, MB_ICONERROR);
 }
 
-bool CTraduccionDlg::AbreEntrada(CStdioFile& fichero, const CString& nombre)
+bool CTraduccionDlg::Abre(CFile& fichero, const CString& nombre, UINT modo)
 {
-    const bool abierto = fichero.Open(nombre, CFile::modeRead | CFile::typeText);
+    const bool abierto = fichero.Open(nombre, modo);
     if (!abierto)
         CajaError("El archivo " + nombre + " no existe");
     return abierto;
+}
+
+bool CTraduccionDlg::AbreEntrada(CStdioFile& fichero, const CString& nombre)
+{
+    return Abre(fichero, nombre, CFile::modeRead | CFile::typeText);
+}
+
+bool CTraduccionDlg::AbreDibujo(CFile& fichero, const CString& nombre)
+{
+    return Abre(fichero, nombre, CFile::modeRead | CFile::typeBinary | CFile::anyCase);
 }
 
 bool CTraduccionDlg::CreaLog(CStdioFile& log, const CString& nombre, const CString& entrada)

@@ -73,13 +73,16 @@ protected:
     bool Avanza(std::uint64_t posicion, std::uint64_t total);
 
     void CajaError(const CString& texto);
-    /// Opens an input, with a box where it can't be opened.
+    /// Opens an input, with a box where it can't be opened; a text, or a file of the drawing
+    /// system.
     bool AbreEntrada(CStdioFile& fichero, const CString& nombre);
+    bool AbreDibujo(CFile& fichero, const CString& nombre);
     /// Creates the log of a run, with a box where it can't be created: also where it would fall on
     /// the run's input, which would be lost.
     bool CreaLog(CStdioFile& log, const CString& nombre, const CString& entrada);
 
 private:
+    bool Abre(CFile& fichero, const CString& nombre, UINT modo);
     LRESULT OnEstadoId(WPARAM wParam, LPARAM lParam);
     LRESULT OnAvance(WPARAM wParam, LPARAM lParam);
     LRESULT OnLatido(WPARAM wParam, LPARAM lParam);

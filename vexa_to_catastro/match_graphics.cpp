@@ -1,0 +1,67 @@
+#include "vexa_libs/ccadena.h"
+#include "vexa_to_catastro/vexa_a_campiva2_dlg.h"
+
+// The matching of the drawings with the database: its stages, and the walk of the polygons.
+
+bool CVexaACampiva2Dlg::CruzaGraficoConBase(CStdioFile* log, int* numErrores, int* numWarnings,
+                                            CMunicipio* municipio)
+{
+    const CAvisos avisos{*log, *numErrores, *numWarnings};
+    CCruce cruce{avisos, *municipio, {}, {}, {}};
+    std::vector<CString> entradas;
+    if (!LeeParajes(avisos, *municipio) || !LeeModulos(avisos, *municipio) ||
+        !LeeTitulares(avisos, *municipio) || !LeeParcelas(avisos, *municipio) ||
+        !LeeSubparcelas(avisos, *municipio) || !LeeCotitulares(avisos, *municipio) ||
+        !LeeOrtos(cruce) || !LeeListaPoligonos(entradas, log) || !RecorrePoligonos(entradas, cruce))
+        return false;
+    CompruebaGrafico(log, numErrores, municipio, cruce.parcelasVistas, cruce.subparcelasVistas);
+    CompruebaSuperficies(log, numErrores, numWarnings, municipio);
+    return true;
+}
+
+bool CVexaACampiva2Dlg::LeeListaPoligonos(std::vector<CString>& entradas, CStdioFile* log)
+{
+    Fase(IDS_LEYENDO_POLIGONOS, log);
+    CStdioFile lista;
+    if (!AbreEntrada(lista, ArchivoTren))
+        return false;
+    CString linea;
+    lista.ReadString(linea); // the municipality's, used already
+    while (lista.ReadString(linea))
+        entradas.push_back(linea.Mid(1));
+    return true;
+}
+
+bool CVexaACampiva2Dlg::RecorrePoligonos(const std::vector<CString>& entradas, CCruce& cruce)
+{
+    for (std::size_t i = 0; i < entradas.size(); ++i) {
+        if (!Avanza(i + 1, entradas.size()))
+            return false;
+        CruzaPoligono(entradas[i], cruce);
+    }
+    return true;
+}
+
+void CVexaACampiva2Dlg::CruzaPoligono(const CString& entrada, CCruce& cruce)
+{
+    const int polig = LeeEntero(entrada);
+    const auto nombre = [&](const char* extension) {
+        CCadena ruta = entrada;
+        ruta.CambiaPath(CCadena(ArchivoTren).DamePath());
+        ruta.CambiaExtension(extension);
+        return ruta;
+    };
+    CFile bin;
+    CFile topologia;
+    if (!AbreDibujo(bin, nombre("BIN")) || !AbreDibujo(topologia, nombre("PAR")))
+        return;
+    CPoligonoEnCurso poligono;
+    poligono.entrada = entrada;
+    const CAvisos& avisos = cruce.avisos;
+    RegistraParcelas(&avisos.log, &avisos.numErrores, polig, &cruce.municipio, &topologia, &bin,
+                     poligono, cruce);
+    topologia.Close();
+    if (AbreDibujo(topologia, nombre("SUB")))
+        RegistraSubparcelas(&avisos.log, &avisos.numErrores, &avisos.numWarnings, polig,
+                            &cruce.municipio, &topologia, &bin, poligono, cruce);
+}

@@ -1,0 +1,99 @@
+#include "cadastre/wrapping.h"
+#include "vexa_libs/ccadena.h"
+#include "vexa_libs/topology.h"
+#include "vexa_to_catastro/topology_walk.h"
+#include "vexa_to_catastro/vexa_a_campiva2_dlg.h"
+
+using vexageo::CLinea;
+using vexageo::CPoligonoTopologico;
+using vexageo::CPunto;
+using vexageo::CTexto;
+
+namespace {
+
+constexpr const char* kCodigoParcela = "125201"; // of labels that hold a parcel's number
+
+// An area from here on is none that a subparcel could fall into.
+constexpr double kAreaImposible = 2147483647.0;
+
+/// Tens of metres, modulo 1000, of a coordinate in hundredths of a metre.
+int Recorta(int coordenada)
+{
+    return coordenada / 1000 - coordenada / 1000000 * 1000;
+}
+
+} // namespace
+
+void CVexaACampiva2Dlg::RegistraParcelas(CStdioFile* log, int* numErrores, int polig,
+                                         CMunicipio* municipio, CFile* par, CFile* bin,
+                                         CPoligonoEnCurso& poligono, CCruce& cruce)
+{
+    const CAvisos avisos{*log, *numErrores, cruce.avisos.numWarnings};
+    const auto fueraDeFecha = [&] {
+        CString texto;
+        texto.Format(kParFueraDeFecha, poligono.entrada);
+        CajaError(texto);
+        return true;
+    };
+    int numero = -1; // the last one read from a label: a record that is no parcel goes on with it
+    CTexto<int> rotulo("nuevo");
+    CPoligonoTopologico registro;
+    while (registro.Read(par)) {
+        double area = registro.Area();
+        if (registro.EsParcela()) {
+            if (!registro.TieneCentroide())
+                continue;
+            SumaIslas(par,
+                      area); // before the label: islands of a polygon that is refused are used up
+            const Rotulo leido = LeeRotuloDeCodigo(registro, bin, rotulo, {kCodigoParcela});
+            if (leido == Rotulo::FueraDeFecha) {
+                fueraDeFecha();
+                return;
+            }
+            if (leido == Rotulo::Ajeno)
+                continue;
+            numero = LeeEntero(rotulo.Texto());
+        } else if (numero < 0) {
+            continue;
+        }
+        const int indice = ParcelaDelRotulo(avisos, polig, numero, *municipio);
+        if (indice < 0)
+            continue;
+        CParcela& parcela = municipio->DameParcela(indice);
+        if (parcela.claveConc == ' ' || ModificarConcentradas != 0)
+            parcela.Superficie =
+                Corta((registro.EsIsla() ? parcela.Superficie + area : area) + 0.5);
+        const CPunto<int> punto = rotulo.PrimerPunto();
+        parcela.x = Recorta(punto.X);
+        parcela.y = Recorta(punto.Y);
+        cruce.parcelasVistas.push_back(indice);
+        if (const CString* orto = cruce.ortos.BuscaOrto(punto))
+            parcela.numOrtofoto = *orto;
+        if (!registro.EsParcela())
+            continue;
+        CLinea<int> linea("nuevo");
+        vexageo::ConstruyeLinea(registro, bin, linea, fueraDeFecha);
+        const int posicion = static_cast<int>(poligono.LineasParcelas.Cantidad());
+        poligono.LineasParcelas.Inserta(linea);
+        poligono.TextosParcelas.Inserta(rotulo);
+        if (const double suArea = linea.Area(100.0); suArea < kAreaImposible)
+            poligono.indice.Añade(linea.Puntos(), suArea, posicion);
+    }
+}
+
+int CVexaACampiva2Dlg::ParcelaDelRotulo(const CAvisos& avisos, int polig, int numero,
+                                        CMunicipio& municipio)
+{
+    int indice = kNoEncontrado;
+    if (municipio.BuscaParcela(polig, numero, indice))
+        return indice;
+    Avisa(avisos, kParcelaNoEnBase, polig, numero);
+    if (ParcelasNoEnBD == 0)
+        return kNoEncontrado;
+    indice = municipio.InsertaParcela(CParcela(static_cast<short>(polig), numero, 0, {}));
+    if (indice < 0) {
+        Avisa(avisos, kParcelaNoInsertada, polig, numero);
+        ParcelasNoSalvadas = true;
+    }
+    return indice;
+}

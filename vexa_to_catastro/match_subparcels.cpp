@@ -1,0 +1,99 @@
+#include "cadastre/wrapping.h"
+#include "vexa_libs/ccadena.h"
+#include "vexa_to_catastro/topology_walk.h"
+#include "vexa_to_catastro/vexa_a_campiva2_dlg.h"
+
+using vexageo::CLinea;
+using vexageo::CPoligonoTopologico;
+using vexageo::CPunto;
+using vexageo::CTexto;
+
+namespace {
+
+// Codes of labels that hold a subparcel's letter, behind a hyphen.
+constexpr const char* kCodigoSubparcela = "125501";
+constexpr const char* kOtroCodigoSubparcela = "125502";
+
+constexpr double kMetros = 0.01; // in a hundredth of a metre
+
+CString LetraDelRotulo(const CString& rotulo)
+{
+    return rotulo.Mid(rotulo.Find('-') + 1);
+}
+
+/// Number of the smallest parcel of the polygon that holds the point, -1 if none does.
+int ParcelaEn(CPoligonoEnCurso& poligono, const CPunto<int>& punto)
+{
+    const int k = poligono.indice.Busca(punto, [&](int i) {
+        const auto* linea =
+            static_cast<const CLinea<int>*>(poligono.LineasParcelas[static_cast<unsigned>(i)]);
+        return linea->EstaDentro(punto) != 0;
+    });
+    if (k < 0)
+        return -1;
+    return LeeEntero(
+        static_cast<const CTexto<int>*>(poligono.TextosParcelas[static_cast<unsigned>(k)])
+            ->Texto());
+}
+
+} // namespace
+
+void CVexaACampiva2Dlg::RegistraSubparcelas(CStdioFile* log, int* numErrores, int* numWarnings,
+                                            int polig, CMunicipio* municipio, CFile* sub,
+                                            CFile* bin, CPoligonoEnCurso& poligono, CCruce& cruce)
+{
+    const CAvisos avisos{*log, *numErrores, *numWarnings};
+    CTexto<int> rotulo("nuevo");
+    CPoligonoTopologico registro;
+    while (registro.Read(sub)) {
+        double area = registro.Area();
+        if (!registro.EsParcela() || !registro.TieneCentroide())
+            continue;
+        SumaIslas(sub, area);
+        const Rotulo leido =
+            LeeRotuloDeCodigo(registro, bin, rotulo, {kCodigoSubparcela, kOtroCodigoSubparcela});
+        if (leido == Rotulo::FueraDeFecha) {
+            CString texto;
+            texto.Format(kSubFueraDeFecha, poligono.entrada);
+            CajaError(texto);
+            return;
+        }
+        if (leido == Rotulo::Ajeno)
+            continue;
+        const CString letra = LetraDelRotulo(rotulo.Texto());
+        const CPunto<int> punto = rotulo.PrimerPunto();
+        const int numero = ParcelaEn(poligono, punto);
+        if (numero < 0) {
+            Avisa(avisos, kSubparcelaFuera, letra, punto.X * kMetros, punto.Y * kMetros);
+            continue;
+        }
+        int indice = kNoEncontrado;
+        if (!municipio->BuscaParcela(polig, numero, indice))
+            continue; // of a polygon whose number no parcel can have
+        CParcela& parcela = municipio->DameParcela(indice);
+        if (parcela.BuscaSubparcela(letra, 0) < 0) {
+            Avisa(avisos, kSubparcelaNoEnBase, polig, numero, letra);
+            bool repetida = false;
+            parcela.InsertaSubparcela(CSubparcela(letra), repetida);
+        }
+        AjustaSubparcelas(avisos, parcela, indice, letra, area, cruce);
+    }
+}
+
+void CVexaACampiva2Dlg::AjustaSubparcelas(const CAvisos& avisos, CParcela& parcela, int indice,
+                                          const CString& letra, double area, CCruce& cruce)
+{
+    const int primera = parcela.BuscaSubparcela(letra, 0);
+    const bool abstracta = parcela.DameSubparcela(primera).tipo == kTipoAbstracta;
+    const bool concentrada = parcela.claveConc != ' ' && ModificarConcentradas == 0;
+    double suma = 0;
+    for (int i = primera; i >= 0; i = parcela.BuscaSubparcela(letra, i + 1)) {
+        CSubparcela& subparcela = parcela.DameSubparcela(i);
+        suma += subparcela.superfic;
+        if (!abstracta && !concentrada)
+            subparcela.superfic = Corta(area + 0.5);
+        cruce.subparcelasVistas.push_back({indice, i});
+    }
+    if (const int diferencia = Corta(suma - area); abstracta && diferencia != 0)
+        Avisa(avisos, kAbstractaDifiere, parcela.Polig, parcela.Parcela, letra, diferencia);
+}

@@ -1,0 +1,77 @@
+#include "vexa_to_catastro/ortho_zones.h"
+
+#include "platform/ansi.h"
+#include "vexa_libs/ccadena.h"
+#include "vexa_libs/topology.h"
+#include "vexa_to_catastro/vexa_a_campiva2_dlg.h"
+
+using vexageo::CLinea;
+using vexageo::CPoligonoTopologico;
+using vexageo::CPunto;
+using vexageo::CTexto;
+
+namespace {
+
+constexpr const char* kSinNombre = "  "; // of a sheet without a centroid
+
+/// Reads what a record says of its sheet. False where the topology is out of date.
+bool LeeHoja(const CPoligonoTopologico& hoja, CFile* bin, CLinea<int>& linea, CTexto<int>& texto)
+{
+    if (!vexageo::ConstruyeLinea(hoja, bin, linea, [] { return false; }))
+        return false;
+    if (hoja.TieneCentroide())
+        return vexageo::LeeRotulo(hoja, bin, texto);
+    texto.SetTexto(kSinNombre);
+    texto.Puntos().assign(1, hoja.PuntoInterior());
+    return true;
+}
+
+} // namespace
+
+void CZonasOrto::Inserta(const CLinea<int>& linea, const CTexto<int>& texto)
+{
+    const int indice = static_cast<int>(m_lineas.Cantidad());
+    m_lineas.Inserta(linea);
+    m_textos.Inserta(texto);
+    m_indice.Añade(linea.Puntos(), 0, indice); // no sheet is preferred: the earlier one wins
+}
+
+const CString* CZonasOrto::BuscaOrto(const CPunto<int>& punto) const
+{
+    const int i = m_indice.Busca(punto, [&](int k) {
+        return static_cast<const CLinea<int>*>(m_lineas[static_cast<unsigned>(k)])
+                   ->EstaDentro(punto) != 0;
+    });
+    return i < 0 ? nullptr
+                 : &static_cast<const CTexto<int>*>(m_textos[static_cast<unsigned>(i)])->Texto();
+}
+
+bool CVexaACampiva2Dlg::LeeOrtos(CCruce& cruce)
+{
+    Fase(IDS_LEYENDO_ORTOS, &cruce.avisos.log);
+    CCadena nombreBin = ArchivoOrtos;
+    nombreBin.CambiaExtension("BIN");
+    CCadena nombreTop = ArchivoOrtos;
+    nombreTop.CambiaExtension("TOP");
+    CFile bin;
+    CFile top;
+    const bool hayBin = AbreDibujo(bin, nombreBin);
+    const bool hayTop = AbreDibujo(top, nombreTop);
+    if (!hayBin || !hayTop)
+        return true;
+    CPoligonoTopologico hoja;
+    while (hoja.Read(&top)) {
+        if (!Avanza(top.GetPosition(), top.GetLength()))
+            return false;
+        if (hoja.EsIsla())
+            continue;
+        CLinea<int> linea("nuevo");
+        CTexto<int> texto("nuevo");
+        if (!LeeHoja(hoja, &bin, linea, texto)) {
+            CajaError("Archivo topológico de ortofotos fuera de fecha.\n"_ansi);
+            return false;
+        }
+        cruce.ortos.Inserta(linea, texto);
+    }
+    return true;
+}

@@ -1,0 +1,27 @@
+#include "vexa_to_catastro/topology_walk.h"
+
+#include <algorithm>
+
+#include "vexa_libs/topology.h"
+
+void SumaIslas(CFile* poligonos, double& area)
+{
+    std::uint64_t posicion = poligonos->GetPosition();
+    vexageo::CPoligonoTopologico isla;
+    while (isla.Read(poligonos) && isla.EsIsla()) {
+        posicion = poligonos->GetPosition();
+        area += isla.Area();
+    }
+    poligonos->Seek(posicion);
+}
+
+Rotulo LeeRotuloDeCodigo(const vexageo::CPoligonoTopologico& poligono, CFile* bin,
+                         vexageo::CTexto<int>& rotulo, std::initializer_list<const char*> codigos)
+{
+    if (!vexageo::LeeRotulo(poligono, bin, rotulo))
+        return Rotulo::FueraDeFecha;
+    const vexageo::CTipoDat& tipo = rotulo.Tipo();
+    const bool suyo = std::any_of(codigos.begin(), codigos.end(),
+                                  [&](const char* codigo) { return tipo.ComparaCodigo(codigo); });
+    return tipo.EsTexto() && !tipo.EsBorrado() && suyo ? Rotulo::Valido : Rotulo::Ajeno;
+}

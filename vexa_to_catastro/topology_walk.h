@@ -1,0 +1,22 @@
+#pragma once
+
+#include <initializer_list>
+
+#include "platform/cfile.h"
+#include "vexa_libs/entity.h"
+#include "vexa_libs/topological_polygon.h"
+
+/// Adds to `area` the areas, as stored, of the island records that stand at the file's position,
+/// and leaves the file at the first record that is no island.
+void SumaIslas(CFile* poligonos, double& area);
+
+/// What the label of a polygon came to.
+enum class Rotulo {
+    Valido,
+    Ajeno,       ///< no text, deleted, or of a code that says something else
+    FueraDeFecha ///< it can't be read: the topology doesn't belong to this drawing
+};
+
+/// Reads the label of a polygon and looks at its code.
+Rotulo LeeRotuloDeCodigo(const vexageo::CPoligonoTopologico& poligono, CFile* bin,
+                         vexageo::CTexto<int>& rotulo, std::initializer_list<const char*> codigos);

@@ -1,0 +1,168 @@
+#include "vexa_to_catastro/vexa_a_campiva2_dlg.h"
+
+#include "cadastre/exchange_format.h"
+#include "platform/ansi.h"
+#include "vexa_libs/ccadena.h"
+
+namespace {
+
+constexpr UINT kConmutados[] = {
+    IDC_TREN,
+    IDC_BUSCAR_TREN,
+    IDC_ORTOS,
+    IDC_BUSCAR_ORTOS,
+    IDC_MODULOS,
+    IDC_TITULARES,
+    IDC_SUBPARCELAS,
+    IDC_PARAJES,
+    IDC_PARCELAS,
+    IDC_COTITULARES,
+    IDC_BUSCAR_MODULOS,
+    IDC_BUSCAR_TITULARES,
+    IDC_BUSCAR_PARCELAS,
+    IDC_BUSCAR_SUBPARCELAS,
+    IDC_BUSCAR_PARAJES,
+    IDC_BUSCAR_COTITULARES,
+    IDC_MODIFICAR,
+    IDC_NO_EN_GRAFICO,
+    IDC_NO_EN_BD,
+    IDC_MODIFICAR_CONCENTRADAS,
+    UINT{IDOK},
+    ID_HELP,
+    IDC_ACERCA_DE,
+};
+
+// The first line of the list file. Its two numbers, as text, also name the outputs.
+constexpr CLectura kLeeGerLista = {5, 3, 0};
+constexpr CLectura kLeeMunLista = {8, 3, 0};
+constexpr CLectura kLeeNombreSalida = {5, 6, 0};
+
+constexpr UINT kModoSalida = CFile::modeCreate | CFile::modeWrite | CFile::typeText;
+
+constexpr const char* kAlgunasNoSalvadas =
+    "ATENCION: Algunas parcelas no fueras salvadas en el archivo de Campiva.\n\n"
+    "                         Revisar archivo de errores.\n";
+
+} // namespace
+
+CTraduccionDlg::CDescripcion CVexaACampiva2Dlg::Describe()
+{
+    return {"VexaACampiva2", m_campos, m_busquedas, kConmutados};
+}
+
+int CVexaACampiva2Dlg::EjecutaLote(const CString& modulos, const CString& titulares,
+                                   const CString& parcelas, const CString& subparcelas,
+                                   const CString& parajes, const CString& cotitulares,
+                                   const CString& tren, const CString& ortos, int modificar,
+                                   int noEnGrafico, int noEnBD, CWnd* padre)
+{
+    Create(IDD_VEXA_A_CAMPIVA2, padre);
+    ArchivoModulos = modulos;
+    ArchivoTitulares = titulares;
+    ArchivoParcelas = parcelas;
+    ArchivoSubparcelas = subparcelas;
+    ArchivoParajes = parajes;
+    ArchivoCotitulares = cotitulares;
+    ArchivoTren = tren;
+    ArchivoOrtos = ortos;
+    Modificar = modificar;
+    ParcelasNoEnGrafico = noEnGrafico;
+    ParcelasNoEnBD = noEnBD;
+    EjecutaEnLote();
+    return 1;
+}
+
+void CVexaACampiva2Dlg::OnOK()
+{
+    UpdateData(true);
+    CString primera;
+    CStdioFile lista;
+    if (!AbreEntrada(lista, ArchivoTren))
+        return;
+    lista.ReadString(primera);
+    lista.Close();
+    const CLineaFija cabecera(primera);
+    CBaseCatastro base(static_cast<short>(cabecera.Entero(kLeeGerLista)));
+    const auto mun = static_cast<short>(cabecera.Entero(kLeeMunLista));
+    const int indice = base.InsertaMunicipio(CMunicipio(mun, 0));
+    const auto salida = [&](const char* extension) {
+        CCadena nombre(cabecera.Texto(kLeeNombreSalida));
+        nombre.CambiaPath(CCadena(ArchivoTren).DamePath());
+        nombre.CambiaExtension(extension);
+        return nombre;
+    };
+    CStdioFile log;
+    if (!CreaLog(log, salida("ERR"), ArchivoTren))
+        return;
+
+    int numErrores = 0;
+    int numWarnings = 0;
+    ActivaControles(false);
+    ParcelasNoSalvadas = false;
+    const bool cruzado =
+        CruzaGraficoConBase(&log, &numErrores, &numWarnings, &base.DameMunicipio(indice));
+    log.Close();
+    if (cruzado) {
+        base.Ordena();
+        if (GrabaSalida(base, salida("R"), salida("M")))
+            Despide(base, mun, numErrores, numWarnings);
+    }
+    Fase(IDS_NADA, nullptr);
+    ActivaControles(true);
+}
+
+bool CVexaACampiva2Dlg::GrabaSalida(CBaseCatastro& base, const CString& nombreR,
+                                    const CString& nombreM)
+{
+    constexpr const char* kNoSeCrea = "Imposible crear el archivo ";
+    constexpr bool kFijo = true;
+    CStdioFile r;
+    if (!CreaSalida(r, nombreR, kNoSeCrea))
+        return false;
+    base.GrabaTitulares(r, kFijo);
+    base.GrabaParcelas(r, kFijo);
+    base.GrabaCotitulares(r, kFijo);
+    base.GrabaSubparcelas(r, kFijo);
+    base.GrabaParajes(r, kFijo);
+    r.Close();
+    if (CStdioFile m; CreaSalida(m, nombreM, kNoSeCrea)) {
+        base.GrabaModulos(m, kFijo);
+        m.Close();
+    }
+    if (Modificar != 0)
+        ModificaTablas(base);
+    return true;
+}
+
+void CVexaACampiva2Dlg::ModificaTablas(CBaseCatastro& base)
+{
+    constexpr bool kFijo = false;
+    if (CStdioFile parcelas;
+        CreaSalida(parcelas, ArchivoParcelas, "Imposible salvar el archivo ")) {
+        base.GrabaParcelas(parcelas, kFijo);
+        parcelas.Close();
+    }
+    if (CStdioFile subparcelas;
+        CreaSalida(subparcelas, ArchivoSubparcelas, "Imposib salvar el archivo ")) {
+        base.GrabaSubparcelas(subparcelas, kFijo);
+        subparcelas.Close();
+    }
+}
+
+bool CVexaACampiva2Dlg::CreaSalida(CStdioFile& fichero, const CString& nombre, const char* queja)
+{
+    const bool creado = fichero.Open(nombre, kModoSalida);
+    if (!creado)
+        CajaError(queja + nombre);
+    return creado;
+}
+
+void CVexaACampiva2Dlg::Despide(CBaseCatastro& base, short mun, int numErrores, int numWarnings)
+{
+    CString resumen;
+    resumen.Format(kResumenVexa, base.Ger, mun, base.NumParcelas(), base.NumTitulares(), numErrores,
+                   numWarnings);
+    MessageBox(resumen, "Fin del proceso", MB_OK);
+    if (ParcelasNoSalvadas)
+        CajaError(kAlgunasNoSalvadas);
+}

@@ -1,0 +1,138 @@
+#pragma once
+
+#include <array>
+#include <functional>
+#include <span>
+#include <string_view>
+#include <vector>
+
+#include "cadastre/database.h"
+#include "cadastre/message_catalogue.h"
+#include "resources/resource_ids.h"
+#include "shell/frame/translation_dialog.h"
+#include "vexa_to_catastro/match_state.h"
+
+/// Second translation: brings the tables of one municipality into line with its drawings, reports
+/// every disagreement, and writes the exchange files.
+class CVexaACampiva2Dlg : public CTraduccionDlg {
+public:
+    CVexaACampiva2Dlg() : CTraduccionDlg(IDD_VEXA_A_CAMPIVA2) {}
+
+    /// A run from the command line, with the dialog hidden. `ModificarConcentradas` keeps its
+    /// stored value. Gives 1, whatever the run came to.
+    int EjecutaLote(const CString& modulos, const CString& titulares, const CString& parcelas,
+                    const CString& subparcelas, const CString& parajes, const CString& cotitulares,
+                    const CString& tren, const CString& ortos, int modificar, int noEnGrafico,
+                    int noEnBD, CWnd* padre);
+
+    CString ArchivoCotitulares;
+    CString ArchivoModulos;
+    CString ArchivoParajes;
+    CString ArchivoParcelas;
+    CString ArchivoSubparcelas;
+    CString ArchivoTitulares;
+    CString ArchivoTren;         ///< the list file: the municipality and its polygons
+    CString ArchivoOrtos;        ///< the drawing of the orthophoto sheets
+    int Modificar = 0;           ///< rewrite the tables of parcels and subparcels
+    int ParcelasNoEnGrafico = 0; ///< keep what no polygon touched in the exchange file
+    int ParcelasNoEnBD = 0;      ///< create parcels that only the drawing knows
+    int ModificarConcentradas =
+        0; ///< concentrated parcels take their surfaces from the drawing too
+
+protected:
+    CDescripcion Describe() override;
+    /// The run. A stop, a missing table or list, or an ortho topology out of date leave the log and
+    /// nothing else. Raises CFileException when an output can't be written to its end; that output
+    /// and those behind it keep their old content.
+    void OnOK() override;
+
+private:
+    /// Fills the municipality from the tables, walks the drawings and checks one against the other.
+    /// \return false when the user stopped, a table or the list couldn't be opened, or the ortho
+    ///         topology is out of date: nothing is to be written then
+    bool CruzaGraficoConBase(CStdioFile* log, int* numErrores, int* numWarnings,
+                             CMunicipio* municipio);
+
+    // The six tables, in the order in which records need one another.
+    bool LeeParajes(const CAvisos& avisos, CMunicipio& municipio);
+    bool LeeModulos(const CAvisos& avisos, CMunicipio& municipio);
+    bool LeeTitulares(const CAvisos& avisos, CMunicipio& municipio);
+    bool LeeParcelas(const CAvisos& avisos, CMunicipio& municipio);
+    bool LeeSubparcelas(const CAvisos& avisos, CMunicipio& municipio);
+    bool LeeCotitulares(const CAvisos& avisos, CMunicipio& municipio);
+
+    using CCampos = std::span<const std::string_view>;
+    using CTomaFila = std::function<void(std::string_view fila, CCampos campos)>;
+    /// Reads a table and hands each row of the municipality to `toma`, with its first `n` fields.
+    /// False, with a box where the file can't be opened, if the run must end.
+    bool LeeTabla(UINT estado, const CString& archivo, std::size_t n, const CAvisos& avisos,
+                  const CMunicipio& municipio, const CTomaFila& toma);
+    void TomaParcela(std::string_view fila, CCampos campos, const CAvisos& avisos,
+                     CMunicipio& municipio);
+
+    /// Loads the orthophoto sheets. Without their files there are none and the run goes on; false
+    /// if it must end.
+    bool LeeOrtos(CCruce& cruce);
+    /// Loads the entries of the list file, one a polygon. False, with a box, if it can't be opened.
+    bool LeeListaPoligonos(std::vector<CString>& entradas, CStdioFile* log);
+    bool RecorrePoligonos(const std::vector<CString>& entradas, CCruce& cruce);
+    void CruzaPoligono(const CString& entrada, CCruce& cruce);
+
+    /// Makes the parcels agree with the polygons of a .PAR file that bear their numbers, and keeps
+    /// the polygons' boundaries and labels.
+    void RegistraParcelas(CStdioFile* log, int* numErrores, int polig, CMunicipio* municipio,
+                          CFile* par, CFile* bin, CPoligonoEnCurso& poligono, CCruce& cruce);
+    int ParcelaDelRotulo(const CAvisos& avisos, int polig, int numero, CMunicipio& municipio);
+    /// Gives each subparcel polygon of a .SUB file to the parcel that holds it, and its surface to
+    /// the subparcels with its letter there.
+    void RegistraSubparcelas(CStdioFile* log, int* numErrores, int* numWarnings, int polig,
+                             CMunicipio* municipio, CFile* sub, CFile* bin,
+                             CPoligonoEnCurso& poligono, CCruce& cruce);
+    void AjustaSubparcelas(const CAvisos& avisos, CParcela& parcela, int indice,
+                           const CString& letra, double area, CCruce& cruce);
+
+    /// Reports what no polygon touched and, unless it is to be kept, clears its `salvar`.
+    void CompruebaGrafico(CStdioFile* log, int* numErrores, CMunicipio* municipio,
+                          std::vector<int>& parcelasVistas,
+                          const std::vector<CSubparcelaVista>& subparcelasVistas);
+
+    /// Writes the exchange files and, on demand, two of the tables. False, with a box, where the
+    /// main file can't be created; what else can't be created is told and passed over.
+    bool GrabaSalida(CBaseCatastro& base, const CString& nombreR, const CString& nombreM);
+    void ModificaTablas(CBaseCatastro& base);
+    bool CreaSalida(CStdioFile& fichero, const CString& nombre, const char* queja);
+    /// The closing boxes.
+    void Despide(CBaseCatastro& base, short mun, int numErrores, int numWarnings);
+
+    bool ParcelasNoSalvadas = false; ///< a parcel of this run couldn't be stored
+
+    const std::array<CCampo, 12> m_campos = {{
+        {IDC_COTITULARES, "ArchivoCotitulares", &ArchivoCotitulares},
+        {IDC_MODULOS, "ArchivoModulos", &ArchivoModulos},
+        {IDC_PARAJES, "ArchivoParajes", &ArchivoParajes},
+        {IDC_PARCELAS, "ArchivoParcelas", &ArchivoParcelas},
+        {IDC_SUBPARCELAS, "ArchivoSubparcelas", &ArchivoSubparcelas},
+        {IDC_TITULARES, "ArchivoTitulares", &ArchivoTitulares},
+        {IDC_TREN, "ArchivoTren", &ArchivoTren},
+        {IDC_ORTOS, "ArchivoOrtos", &ArchivoOrtos},
+        {IDC_MODIFICAR, "Modificar", &Modificar},
+        {IDC_NO_EN_GRAFICO, "ParcelasNoEnGrafico", &ParcelasNoEnGrafico},
+        {IDC_NO_EN_BD, "ParcelasNoEnBD", &ParcelasNoEnBD},
+        {IDC_MODIFICAR_CONCENTRADAS, "ModificarConcentradas", &ModificarConcentradas},
+    }};
+    const std::array<CBusqueda, 8> m_busquedas = {{
+        {IDC_BUSCAR_TREN, &ArchivoTren, IDS_FILTRO_TODOS},
+        {IDC_BUSCAR_ORTOS, &ArchivoOrtos, IDS_FILTRO_TOPOLOGIAS},
+        {IDC_BUSCAR_MODULOS, &ArchivoModulos, IDS_FILTRO_TODOS},
+        {IDC_BUSCAR_TITULARES, &ArchivoTitulares, IDS_FILTRO_TODOS},
+        {IDC_BUSCAR_PARCELAS, &ArchivoParcelas, IDS_FILTRO_TODOS},
+        {IDC_BUSCAR_SUBPARCELAS, &ArchivoSubparcelas, IDS_FILTRO_TODOS},
+        {IDC_BUSCAR_PARAJES, &ArchivoParajes, IDS_FILTRO_TODOS},
+        {IDC_BUSCAR_COTITULARES, &ArchivoCotitulares, IDS_FILTRO_TODOS},
+    }};
+};
+
+/// Holds each parcel's surface against its subparcels': mends a difference of up to 5 square
+/// metres, reports a larger one, and a parcel without a main holder.
+void CompruebaSuperficies(CStdioFile* log, int* numErrores, int* numWarnings,
+                          CMunicipio* municipio);
