@@ -25,7 +25,7 @@ void Lee(benchmark::State& estado)
     const auto en = [&](const char* nombre) { return CString((carpeta / nombre).string()); };
     std::size_t lineas = 0;
     {
-        const auto municipio = sintetico::Genera(static_cast<int>(estado.range(0)), 1);
+        const auto municipio = sintetico::Genera({.parcelas = static_cast<int>(estado.range(0))}, 1);
         const auto todas = sintetico::LineasCatastro(municipio).Todas();
         lineas = todas.size();
         sintetico::GrabaLineas(en("entrada.txt"), todas);

@@ -5,6 +5,7 @@
 
 #include "platform/cfile.h"
 #include "tools/cadastre_lines.h"
+#include "tools/drawing_files.h"
 #include "vexa_libs/ccadena.h"
 
 // Makes the input files of a synthetic municipality.
@@ -12,17 +13,20 @@
 namespace {
 
 constexpr const char* kUso =
-    "Uso: make_municipality [--parcels N] [--seed N] [--faults] [--list] FILE\n"
+    "Usage: make_municipality [--parcels N] [--polygons N] [--subparcels N] [--seed N] [--faults]\n"
+    "                         [--list | --drawings] NAME\n"
     "\n"
-    "Writes an exchange file of a synthetic municipality, or with --list a list of subparcels "
-    "with\n"
-    "holders. The same numbers give the same file. A parcel takes about four lines.\n";
+    "Writes an exchange file of a synthetic municipality; with --list a list of subparcels with\n"
+    "holders; with --drawings its drawings and the list of its polygons into the folder NAME. The\n"
+    "same numbers give the same files. A parcel takes about four lines; --subparcels gives each\n"
+    "parcel so many, 1 to 4.\n";
 
 struct COpciones {
-    int parcelas = 300;
+    sintetico::CMedidas medidas;
     int semilla = 1;
     bool faltas = false;
     bool lista = false;
+    bool dibujos = false;
     std::string fichero;
 };
 
@@ -34,8 +38,14 @@ bool LeeOpciones(int argc, char* argv[], COpciones& opciones)
             opciones.faltas = true;
         else if (opcion == "--list")
             opciones.lista = true;
+        else if (opcion == "--drawings")
+            opciones.dibujos = true;
         else if (opcion == "--parcels" && i + 1 < argc)
-            opciones.parcelas = LeeEntero(argv[++i]);
+            opciones.medidas.parcelas = LeeEntero(argv[++i]);
+        else if (opcion == "--polygons" && i + 1 < argc)
+            opciones.medidas.poligonos = LeeEntero(argv[++i]);
+        else if (opcion == "--subparcels" && i + 1 < argc)
+            opciones.medidas.subparcelas = LeeEntero(argv[++i]);
         else if (opcion == "--seed" && i + 1 < argc)
             opciones.semilla = LeeEntero(argv[++i]);
         else if (!opcion.starts_with('-') && opciones.fichero.empty())
@@ -44,14 +54,25 @@ bool LeeOpciones(int argc, char* argv[], COpciones& opciones)
             return false;
     }
     constexpr int kMenosConFaltas = 200;
+    const sintetico::CMedidas& medidas = opciones.medidas;
     return !opciones.fichero.empty() &&
-           opciones.parcelas >= (opciones.faltas ? kMenosConFaltas : 1);
+           medidas.parcelas >= (opciones.faltas ? kMenosConFaltas : 1) && medidas.poligonos >= 0 &&
+           medidas.poligonos <= medidas.parcelas && medidas.subparcelas >= 0 &&
+           medidas.subparcelas <= 4;
 }
 
-std::vector<std::string> Lineas(const COpciones& opciones)
+bool GrabaDibujos(const COpciones& opciones, sintetico::CMunicipioSintetico municipio)
 {
-    const auto municipio =
-        sintetico::Genera(opciones.parcelas, static_cast<std::uint64_t>(opciones.semilla));
+    if (!opciones.faltas)
+        return sintetico::GrabaDibujos(opciones.fichero, municipio);
+    sintetico::DesacuerdaDibujos(municipio);
+    return sintetico::GrabaDibujos(opciones.fichero, municipio) &&
+           sintetico::EstropeaDibujos(opciones.fichero, municipio);
+}
+
+std::vector<std::string> Lineas(const COpciones& opciones,
+                                const sintetico::CMunicipioSintetico& municipio)
+{
     if (opciones.lista) {
         std::vector<std::string> lineas = sintetico::LineasLista(municipio);
         if (opciones.faltas)
@@ -64,6 +85,14 @@ std::vector<std::string> Lineas(const COpciones& opciones)
     return lineas.Todas();
 }
 
+bool Graba(const COpciones& opciones)
+{
+    const auto municipio =
+        sintetico::Genera(opciones.medidas, static_cast<std::uint64_t>(opciones.semilla));
+    return opciones.dibujos ? GrabaDibujos(opciones, municipio)
+                            : sintetico::GrabaLineas(opciones.fichero, Lineas(opciones, municipio));
+}
+
 } // namespace
 
 int main(int argc, char* argv[])
@@ -74,7 +103,7 @@ int main(int argc, char* argv[])
         return EXIT_FAILURE;
     }
     try {
-        if (sintetico::GrabaLineas(opciones.fichero, Lineas(opciones)))
+        if (Graba(opciones))
             return EXIT_SUCCESS;
     } catch (const CFileException&) {
         // told below, like a file that can't be created

@@ -10,11 +10,13 @@
 namespace sintetico {
 namespace {
 
-// Outlines stand on a lattice of two metres, so that every area is a whole number of square metres.
-constexpr int kMalla = 200;
-constexpr int kLado = 40 * kMalla; // of a parcel's cell
-constexpr int kTemblor = 8;        // lattice steps that a corner may be off its cell's
-constexpr int kEntrePoligonos = 300000;
+constexpr int kLado = 40 * kMalla;           // of a parcel's cell
+constexpr int kTemblor = 8;                  // lattice steps that a corner may be off its cell's
+constexpr int kEntrePoligonos = 50 * kMalla; // free ground between two polygons
+constexpr int kMedioHueco = 5 * kMalla;      // of a square hole in a parcel
+constexpr int kMedioMarca = 30;              // of the mark of a built component
+constexpr int kLadoHoja = 350 * kMalla;
+constexpr int kSolapeHoja = 30 * kMalla;
 constexpr int kParcelasPorPoligono = 75;
 constexpr int kMasPoligonos = 900;
 
@@ -74,7 +76,7 @@ const char* Uno(CSorteo& sorteo, const std::array<const char*, N>& textos)
 }
 
 /// Area in square metres of an outline on the lattice.
-int Area(const std::vector<CVertice>& contorno)
+int AreaContorno(const CContorno& contorno)
 {
     std::int64_t doble = 0;
     for (std::size_t i = 0; i < contorno.size(); ++i) {
@@ -85,9 +87,38 @@ int Area(const std::vector<CVertice>& contorno)
     return static_cast<int>(std::abs(doble) / 2 / 10000);
 }
 
+CVertice Medio(const CVertice& a, const CVertice& b)
+{
+    return {a.x + (b.x - a.x) / 2, a.y + (b.y - a.y) / 2};
+}
+
+/// The mean of the corners, on the lattice.
+CVertice Centro(const CContorno& contorno)
+{
+    std::int64_t x = 0;
+    std::int64_t y = 0;
+    for (const CVertice& v : contorno) {
+        x += v.x;
+        y += v.y;
+    }
+    const auto n = static_cast<std::int64_t>(contorno.size());
+    return {static_cast<int>(x / n / kMalla * kMalla), static_cast<int>(y / n / kMalla * kMalla)};
+}
+
+CContorno Cuadrado(const CVertice& centro, int medio)
+{
+    return {{centro.x - medio, centro.y - medio},
+            {centro.x + medio, centro.y - medio},
+            {centro.x + medio, centro.y + medio},
+            {centro.x - medio, centro.y + medio}};
+}
+
 class CGenerador {
 public:
-    CGenerador(int parcelas, std::uint64_t semilla) : m_cuantas(parcelas), m_sorteo(semilla) {}
+    CGenerador(const CMedidas& medidas, std::uint64_t semilla)
+        : m_medidas(medidas), m_cuantas(medidas.parcelas), m_sorteo(semilla)
+    {
+    }
 
     CMunicipioSintetico Genera()
     {
@@ -96,6 +127,7 @@ public:
         GeneraPersonas();
         RepartePersonas();
         GeneraPoligonos();
+        GeneraHojas();
         return std::move(m_municipio);
     }
 
@@ -106,12 +138,16 @@ private:
     CTitular NuevaPersona();
     void RepartePersonas();
     void GeneraPoligonos();
-    void GeneraParcela(short polig, int numero, const std::vector<CVertice>& contorno);
+    void GeneraPoligono(short polig, int celdas, CVertice esquina, int columnas);
+    void GeneraHojas();
+    CParcelaDibujada NuevaParcela(short polig, int numero, const std::vector<CRecinto>& recintos);
     void ParteParcela(CParcelaDibujada& parcela);
+    void Guarda(CParcelaDibujada&& parcela) { m_municipio.parcelas.push_back(std::move(parcela)); }
     CSubparcelaDibujada NuevoSuelo(int orden);
     CSubparcelaDibujada NuevaConstruccion(int orden);
     int Hasta(int n) { return m_sorteo.Hasta(n); }
 
+    CMedidas m_medidas;
     int m_cuantas;
     CSorteo m_sorteo;
     CMunicipioSintetico m_municipio;
@@ -156,8 +192,11 @@ CTitular CGenerador::NuevaPersona()
 {
     CTitular persona;
     do {
-        persona.Nombre.Format("%s %s %s", Uno(m_sorteo, kApellidos), Uno(m_sorteo, kApellidos),
-                              Uno(m_sorteo, kNombres));
+        // One after another: the order in which a call's arguments are made is not the same
+        // everywhere.
+        const char* primero = Uno(m_sorteo, kApellidos);
+        const char* segundo = Uno(m_sorteo, kApellidos);
+        persona.Nombre.Format("%s %s %s", primero, segundo, Uno(m_sorteo, kNombres));
         if (m_nombres.contains(persona.Nombre))
             persona.Nombre.Format("%s %s", persona.Nombre, Uno(m_sorteo, kNombres));
     } while (!m_nombres.insert(persona.Nombre).second);
@@ -212,76 +251,147 @@ void CGenerador::RepartePersonas()
 
 void CGenerador::GeneraPoligonos()
 {
-    const int poligonos = std::clamp(m_cuantas / kParcelasPorPoligono, 1, kMasPoligonos);
+    const int poligonos = m_medidas.poligonos > 0
+                              ? m_medidas.poligonos
+                              : std::clamp(m_cuantas / kParcelasPorPoligono, 1, kMasPoligonos);
     const int porFila = static_cast<int>(std::ceil(std::sqrt(poligonos)));
+    const int celdas = (m_cuantas + poligonos - 1) / poligonos;
+    const int columnas = std::max(1, static_cast<int>(std::sqrt(celdas)));
+    const int filas = (celdas + columnas - 1) / columnas;
     for (int p = 0; p < poligonos; ++p) {
-        const int parcelas = m_cuantas / poligonos + (p < m_cuantas % poligonos ? 1 : 0);
-        const int columnas = std::max(1, static_cast<int>(std::sqrt(parcelas)));
-        const int filas = (parcelas + columnas - 1) / columnas;
-        std::vector<CVertice> vertices;
-        for (int fila = 0; fila <= filas; ++fila)
-            for (int columna = 0; columna <= columnas; ++columna)
-                vertices.push_back(
-                    {p % porFila * kEntrePoligonos + columna * kLado + Hasta(kTemblor) * kMalla,
-                     p / porFila * kEntrePoligonos + fila * kLado + Hasta(kTemblor) * kMalla});
-        const auto vertice = [&](int fila, int columna) {
-            const int i = fila * (columnas + 1) + columna;
-            return vertices[static_cast<std::size_t>(i)];
-        };
-        for (int i = 0; i < parcelas; ++i) {
-            const int fila = i / columnas;
-            const int columna = i % columnas;
-            GeneraParcela(static_cast<short>(p + 1), i + 1,
-                          {vertice(fila, columna), vertice(fila, columna + 1),
-                           vertice(fila + 1, columna + 1), vertice(fila + 1, columna)});
+        const CVertice esquina = {kOrigen.x + p % porFila * (columnas * kLado + kEntrePoligonos),
+                                  kOrigen.y + p / porFila * (filas * kLado + kEntrePoligonos)};
+        const int suyas = m_cuantas / poligonos + (p < m_cuantas % poligonos ? 1 : 0);
+        GeneraPoligono(static_cast<short>(p + 1), suyas, esquina, columnas);
+    }
+}
+
+/// A grid of cells with shaken corners. Most are a parcel each; some have a pond or another parcel
+/// inside, and here and there two make one parcel of two pieces.
+void CGenerador::GeneraPoligono(short polig, int celdas, CVertice esquina, int columnas)
+{
+    const int filas = (celdas + columnas - 1) / columnas;
+    std::vector<CVertice> vertices;
+    for (int fila = 0; fila <= filas; ++fila)
+        for (int columna = 0; columna <= columnas; ++columna)
+            vertices.push_back({esquina.x + columna * kLado + Hasta(kTemblor) * kMalla,
+                                esquina.y + fila * kLado + Hasta(kTemblor) * kMalla});
+    const auto celda = [&](int i) {
+        const int a = i / columnas * (columnas + 1) + i % columnas;
+        const auto v = [&](int k) { return vertices[static_cast<std::size_t>(k)]; };
+        CRecinto recinto{{v(a), v(a + 1), v(a + columnas + 2), v(a + columnas + 1)}, {}, {}};
+        recinto.rotulo = Medio(recinto.contorno[0], Centro(recinto.contorno));
+        return recinto;
+    };
+    constexpr int kCadaEstanque = 29;
+    constexpr int kCadaInterior = 37;
+    constexpr int kCadaDoble = 53;
+    int numero = 1;
+    for (int i = 0; i < celdas; ++i) {
+        CRecinto recinto = celda(i);
+        const bool interior = i % kCadaInterior == 5;
+        if (interior || i % kCadaEstanque == 7)
+            recinto.huecos.push_back(Cuadrado(Centro(recinto.contorno), kMedioHueco));
+        std::vector<CRecinto> recintos = {recinto};
+        if (i % kCadaDoble == 11 && i + 1 < celdas)
+            recintos.push_back(celda(++i));
+        Guarda(NuevaParcela(polig, numero++, recintos));
+        if (interior) {
+            const CContorno hueco = recinto.huecos.front();
+            Guarda(NuevaParcela(polig, numero++, {{hueco, {}, Centro(hueco)}}));
         }
     }
 }
 
-void CGenerador::GeneraParcela(short polig, int numero, const std::vector<CVertice>& contorno)
+void CGenerador::GeneraHojas()
 {
-    CParcelaDibujada parcela{CParcela(polig, numero, 0, {}), 0, 0, "PR", contorno, {}};
-    const int personas = static_cast<int>(m_municipio.personas.size());
-    const bool municipal = m_sorteo.UnoDeCada(25);
-    parcela.numero = municipal ? 0 : Hasta(personas);
-    parcela.paraje = Hasta(static_cast<int>(m_municipio.parajes.size()));
-    parcela.datos.Superficie = Area(contorno);
-    parcela.datos.valorCatastral = parcela.datos.Superficie * (20 + Hasta(60));
-    parcela.datos.añoVal = 1996 + Hasta(10);
-    parcela.datos.numOrtofoto.Format("0629-%d-%d", 1 + polig % 4, 1 + numero % 4);
-    parcela.datos.x = contorno.front().x / 10000 % 1000;
-    parcela.datos.y = contorno.front().y / 10000 % 1000;
-    parcela.datos.claveConc = m_sorteo.UnoDeCada(40) ? 'C' : ' ';
-    ParteParcela(parcela);
-    m_municipio.parcelas.push_back(std::move(parcela));
+    CVertice menor = kOrigen;
+    CVertice mayor = kOrigen;
+    for (const CParcelaDibujada& parcela : m_municipio.parcelas) {
+        mayor.x = std::max(mayor.x, parcela.recintos.back().rotulo.x);
+        mayor.y = std::max(mayor.y, parcela.recintos.back().rotulo.y);
+    }
+    const int filas = (mayor.y - menor.y) / kLadoHoja + 1;
+    const int columnas = (mayor.x - menor.x) / kLadoHoja + 1;
+    for (int fila = 0; fila < filas; ++fila) {
+        for (int columna = 0; columna < columnas; ++columna) {
+            const CVertice centro = {menor.x + columna * kLadoHoja + kLadoHoja / 2,
+                                     menor.y + fila * kLadoHoja + kLadoHoja / 2};
+            CHoja hoja{{}, Cuadrado(centro, kLadoHoja / 2 + kSolapeHoja)};
+            hoja.nombre.Format("0629-%d-%d", fila + 1, columna + 1);
+            m_municipio.hojas.push_back(hoja);
+        }
+    }
+    for (CParcelaDibujada& parcela : m_municipio.parcelas) {
+        const CVertice& punto = parcela.recintos.back().rotulo;
+        // The earlier of two sheets that overlap, so a strip of each belongs to the one before it.
+        const auto orden = [](int distancia) {
+            return std::max(0, (distancia - kSolapeHoja - 1) / kLadoHoja);
+        };
+        const int hoja = orden(punto.y - menor.y) * columnas + orden(punto.x - menor.x);
+        parcela.datos.numOrtofoto = m_municipio.hojas[static_cast<std::size_t>(hoja)].nombre;
+    }
 }
 
-/// Cuts the parcel from a point inside it to one corner after another.
+CParcelaDibujada CGenerador::NuevaParcela(short polig, int numero,
+                                          const std::vector<CRecinto>& recintos)
+{
+    CParcelaDibujada parcela{CParcela(polig, numero, 0, {}), 0, 0, "PR", recintos, {}, {}};
+    const CRecinto& ultimo = recintos.back();
+    const bool municipal = m_sorteo.UnoDeCada(25);
+    parcela.numero = municipal ? 0 : Hasta(static_cast<int>(m_municipio.personas.size()));
+    parcela.paraje = Hasta(static_cast<int>(m_municipio.parajes.size()));
+    parcela.rotulo.Format("%d", numero);
+    parcela.datos.Superficie = Area(ultimo);
+    parcela.datos.valorCatastral = parcela.datos.Superficie * (20 + Hasta(60));
+    parcela.datos.añoVal = 1996 + Hasta(10);
+    parcela.datos.x = ultimo.rotulo.x / 1000 % 1000;
+    parcela.datos.y = ultimo.rotulo.y / 1000 % 1000;
+    parcela.datos.claveConc = m_sorteo.UnoDeCada(40) ? 'C' : ' ';
+    ParteParcela(parcela);
+    return parcela;
+}
+
+/// Gives the parcel its subparcels. A whole one goes into pieces from a point inside it to one
+/// corner after another; one with holes or of several pieces has one letter, now and then an
+/// abstract one.
 void CGenerador::ParteParcela(CParcelaDibujada& parcela)
 {
-    const std::vector<CVertice>& c = parcela.contorno;
-    CVertice centro{0, 0};
-    for (const CVertice& v : c) {
-        centro.x += v.x / 4;
-        centro.y += v.y / 4;
-    }
-    centro = {centro.x / kMalla * kMalla, centro.y / kMalla * kMalla};
-    const std::array<std::vector<std::vector<CVertice>>, 4> cortes = {{
+    const CContorno& c = parcela.recintos.front().contorno;
+    const CVertice centro = Centro(c);
+    const std::array<std::vector<CContorno>, 4> cortes = {{
         {c},
         {{c[0], c[1], c[2], centro}, {c[2], c[3], c[0], centro}},
         {{c[0], c[1], c[2], centro}, {c[2], c[3], centro}, {c[3], c[0], centro}},
         {{c[0], c[1], centro}, {c[1], c[2], centro}, {c[2], c[3], centro}, {c[3], c[0], centro}},
     }};
-    constexpr std::array kPesos = {0, 0, 0, 1, 1, 1, 1, 2, 2, 3};
-    const auto corte = kPesos[static_cast<std::size_t>(Hasta(static_cast<int>(kPesos.size())))];
+    constexpr std::array kCortes = {0, 0, 0, 1, 1, 1, 1, 2, 2, 3};
+    const int azar = kCortes[static_cast<std::size_t>(Hasta(static_cast<int>(kCortes.size())))];
+    const int corte = m_medidas.subparcelas > 0 ? m_medidas.subparcelas - 1 : azar;
+    const bool entera = parcela.recintos.size() > 1 || !parcela.recintos.front().huecos.empty();
     int orden = 0;
-    for (const auto& contorno : cortes[static_cast<std::size_t>(corte)]) {
-        parcela.subparcelas.push_back(NuevoSuelo(orden++));
-        parcela.subparcelas.back().contorno = contorno;
-        parcela.subparcelas.back().datos.superfic = Area(contorno);
+    const auto añade = [&](CSubparcelaDibujada sub, const std::vector<CRecinto>& recintos) {
+        sub.recintos = recintos;
+        sub.datos.superfic = sub.construccion ? 0 : Area(recintos.back());
+        sub.rotulo.Format("%s-%s", parcela.rotulo, sub.datos.letra);
+        parcela.subparcelas.push_back(std::move(sub));
+    };
+    if (entera) {
+        añade(NuevoSuelo(orden++), parcela.recintos);
+        // Each piece is compared with an abstract subparcel, so that only a single one can agree.
+        if (parcela.recintos.size() == 1 && m_sorteo.UnoDeCada(3))
+            parcela.subparcelas.back().datos.tipo = kTipoAbstracta;
+    } else {
+        for (const CContorno& contorno : cortes[static_cast<std::size_t>(corte)]) {
+            const CVertice rotulo =
+                contorno.size() == c.size() && corte == 0 ? Medio(c[2], centro) : Centro(contorno);
+            añade(NuevoSuelo(orden++), {{contorno, {}, rotulo}});
+        }
     }
-    if (m_sorteo.UnoDeCada(5))
-        parcela.subparcelas.push_back(NuevaConstruccion(orden));
+    if (m_sorteo.UnoDeCada(5)) {
+        const CVertice marca = Medio(c[1], centro);
+        añade(NuevaConstruccion(orden), {{Cuadrado(marca, kMedioMarca), {}, marca}});
+    }
 }
 
 CSubparcelaDibujada CGenerador::NuevoSuelo(int orden)
@@ -328,9 +438,17 @@ int CSorteo::Hasta(int n)
     return static_cast<int>((z >> 33U) % static_cast<std::uint64_t>(n));
 }
 
-CMunicipioSintetico Genera(int parcelas, std::uint64_t semilla)
+int Area(const CRecinto& recinto)
 {
-    return CGenerador(parcelas, semilla).Genera();
+    int area = AreaContorno(recinto.contorno);
+    for (const CContorno& hueco : recinto.huecos)
+        area -= AreaContorno(hueco);
+    return area;
+}
+
+CMunicipioSintetico Genera(const CMedidas& medidas, std::uint64_t semilla)
+{
+    return CGenerador(medidas, semilla).Genera();
 }
 
 } // namespace sintetico

@@ -31,11 +31,29 @@ struct CVertice {
     int y;
 };
 
-/// A subparcel with its outline. A built component has none.
+// Outlines stand on a lattice of two metres, so that every area is a whole number of square metres.
+inline constexpr int kMalla = 200;
+inline constexpr CVertice kOrigen = {40000000, 442000000};
+
+using CContorno = std::vector<CVertice>;
+
+/// A piece of ground: its outline, the holes in it, and where its label stands.
+struct CRecinto {
+    CContorno contorno;
+    std::vector<CContorno> huecos;
+    CVertice rotulo;
+};
+
+/// Whole square metres of a piece without its holes.
+int Area(const CRecinto& recinto);
+
+/// A subparcel and its pieces; of several pieces the last one tells the surface. A built component
+/// is drawn as a mark of less than half a square metre, as its ground belongs to the land's letter.
 struct CSubparcelaDibujada {
     CSubparcela datos;
     bool construccion = false;
-    std::vector<CVertice> contorno;
+    std::vector<CRecinto> recintos;
+    CString rotulo; ///< "12-a"
 };
 
 /// A holder of a number: its position among the people, and its share.
@@ -49,8 +67,15 @@ struct CParcelaDibujada {
     int numero; ///< position in `numeros`: who holds it
     int paraje; ///< position in `parajes`
     CString Tit;
-    std::vector<CVertice> contorno;
+    std::vector<CRecinto> recintos; ///< of several pieces the last one tells surface and position
     std::vector<CSubparcelaDibujada> subparcelas;
+    CString rotulo; ///< its number
+};
+
+/// An orthophoto sheet.
+struct CHoja {
+    CString nombre;
+    CContorno contorno;
 };
 
 struct CMunicipioSintetico {
@@ -62,11 +87,17 @@ struct CMunicipioSintetico {
     /// For each person's number all who hold its parcels, that person first.
     std::vector<std::vector<CParticipe>> numeros;
     std::vector<CParcelaDibujada> parcelas;
+    std::vector<CHoja> hojas; ///< they overlap; the earlier one counts
 };
 
-/// \param parcelas  how many parcels; the rest follows from it: polygons of about 75 parcels, half
-///                  as many holders, two subparcels to a parcel
-/// All surfaces are whole square metres and agree with the outlines, so the municipality is clean.
-CMunicipioSintetico Genera(int parcelas, std::uint64_t semilla);
+struct CMedidas {
+    int parcelas = 300;
+    int poligonos = 0;   ///< 0: one for every 75 parcels
+    int subparcelas = 0; ///< of each parcel, 1 to 4; 0: as it comes, two on the average
+};
+
+/// Draws a municipality; half as many holders as parcels, the rest follows. All surfaces are whole
+/// square metres and agree with the outlines, so it is clean.
+CMunicipioSintetico Genera(const CMedidas& medidas, std::uint64_t semilla);
 
 } // namespace sintetico

@@ -115,6 +115,13 @@ void CEntidadVexa<T>::Write(CFile* fichero) const
 }
 
 template <class T>
+int CEntidadVexa<T>::Bytes() const
+{
+    return static_cast<int>(kCabeceraEntidad + kBytesCrc + m_puntos.size() * kBytesPunto) +
+           m_tipo.Codigo().GetLength() + m_texto.GetLength();
+}
+
+template <class T>
 bool CLinea<T>::Read(CFile* fichero)
 {
     CLinea leida;

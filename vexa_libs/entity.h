@@ -52,6 +52,8 @@ public:
     virtual bool Read(CFile* fichero);
     /// Writes the entity at the file's end. Raises CFileException.
     void Write(CFile* fichero) const;
+    /// Length of what `Write` writes.
+    int Bytes() const;
 
     const CTipoDat& Tipo() const { return m_tipo; }
     CTipoDat& Tipo() { return m_tipo; }

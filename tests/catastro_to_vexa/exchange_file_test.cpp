@@ -155,7 +155,7 @@ TEST_F(Traduccion, StopsInEachPhaseWithWhatWasReadUntilThen)
 
 TEST_F(Traduccion, CarriesASyntheticMunicipalityWithoutAMessage)
 {
-    const auto municipio = sintetico::Genera(500, 3);
+    const auto municipio = sintetico::Genera({.parcelas = 500}, 3);
     ASSERT_TRUE(sintetico::GrabaLineas(carpeta.En("entrada.txt"),
                                        sintetico::LineasCatastro(municipio).Todas()));
     EjecutaLote("entrada.txt");

@@ -4,9 +4,11 @@
 # A case is a folder with
 #   args        the arguments, one a line
 #   inputs      optional: names in samples/ to copy into the working folder, one a line
+#   outputs_of  optional: cases whose expected files are copied into it, one a line
 #   input/      optional: files and folders to copy into it
 #   settings    optional: the stored settings
-#   expected/   every file that must be in the working folder afterwards, beside its inputs
+#   expected/   every file that must be in the working folder afterwards, new or changed; all others
+#               must be the inputs as they were
 #   stdout, stderr, status
 
 cmake_minimum_required(VERSION 3.25)
@@ -19,6 +21,12 @@ if(EXISTS ${CASE}/inputs)
     file(COPY ${SAMPLES}/${name} DESTINATION ${WORK}/run)
   endforeach()
 endif()
+if(EXISTS ${CASE}/outputs_of)
+  file(STRINGS ${CASE}/outputs_of names)
+  foreach(name ${names})
+    file(COPY ${CASE}/../${name}/expected/ DESTINATION ${WORK}/run)
+  endforeach()
+endif()
 if(EXISTS ${CASE}/input)
   file(COPY ${CASE}/input/ DESTINATION ${WORK}/run)
 endif()
@@ -26,6 +34,7 @@ if(EXISTS ${CASE}/settings)
   file(COPY_FILE ${CASE}/settings ${WORK}/config/VexaSoft/Campiva.ini)
 endif()
 file(GLOB_RECURSE before RELATIVE ${WORK}/run ${WORK}/run/*)
+file(COPY ${WORK}/run/ DESTINATION ${WORK}/before)
 
 file(STRINGS ${CASE}/args arguments ENCODING UTF-8)
 set(ENV{XDG_CONFIG_HOME} ${WORK}/config)
@@ -53,6 +62,11 @@ compare(${CASE}/stderr ${WORK}/stderr)
 file(GLOB_RECURSE expected RELATIVE ${CASE}/expected ${CASE}/expected/*)
 foreach(name ${expected})
   compare(${CASE}/expected/${name} ${WORK}/run/${name})
+endforeach()
+foreach(name ${before})
+  if(NOT name IN_LIST expected)
+    compare(${WORK}/before/${name} ${WORK}/run/${name})
+  endif()
 endforeach()
 file(GLOB_RECURSE after RELATIVE ${WORK}/run ${WORK}/run/*)
 foreach(name ${after})
