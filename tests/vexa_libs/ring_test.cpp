@@ -1,0 +1,179 @@
+#include "vexa_libs/ring.h"
+
+#include <algorithm>
+#include <climits>
+
+#include <gtest/gtest.h>
+
+#include "vexa_libs/entity.h"
+#include "vexa_libs/ring_index.h"
+
+using vexageo::CIndiceAnillos;
+using vexageo::CLinea;
+using vexageo::CPunto;
+using vexageo::Lugar;
+using vexageo::Situa;
+
+namespace {
+
+using CAnillo = std::vector<CPunto<int>>;
+
+CAnillo Cuadrado(int x, int y, int lado)
+{
+    return {{x, y}, {x + lado, y}, {x + lado, y + lado}, {x, y + lado}};
+}
+
+/// Asks from each corner on and in both directions, as neither may matter, and closed as well.
+void EsperaLugar(const CAnillo& anillo, const CPunto<int>& punto, Lugar esperado)
+{
+    CAnillo girado = anillo;
+    for (std::size_t vuelta = 0; vuelta < anillo.size(); ++vuelta) {
+        std::rotate(girado.begin(), girado.begin() + 1, girado.end());
+        CAnillo cerrado = girado;
+        cerrado.push_back(girado.front());
+        const CAnillo reves(girado.rbegin(), girado.rend());
+        EXPECT_EQ(Situa(girado, punto), esperado) << "from corner " << vuelta;
+        EXPECT_EQ(Situa(cerrado, punto), esperado) << "closed, from corner " << vuelta;
+        EXPECT_EQ(Situa(reves, punto), esperado) << "reversed, from corner " << vuelta;
+    }
+}
+
+} // namespace
+
+TEST(Anillo, TellsInsideBoundaryAndOutside)
+{
+    const CAnillo rombo = {{0, -10}, {10, 0}, {0, 10}, {-10, 0}};
+    const CAnillo muesca = {{0, 0}, {10, 0}, {10, 10}, {5, 5}, {0, 10}};
+    const CAnillo escalon = {{0, 0}, {10, 0}, {10, 5}, {5, 5}, {5, 10}, {0, 10}};
+    const CAnillo repetido = {{0, 0}, {0, 0}, {10, 0}, {10, 10}, {10, 10}, {0, 10}};
+    const CAnillo ocho = {{0, 0}, {10, 10}, {10, 0}, {0, 10}}; // crosses itself
+    const CAnillo ida = {{0, 0}, {10, 0}, {0, 0}};
+    const struct {
+        const char* motivo;
+        const CAnillo& anillo;
+        CPunto<int> punto;
+        Lugar lugar;
+    } casos[] = {
+        {"the ray leaves through a corner", rombo, {0, 0}, Lugar::Dentro},
+        {"a corner", rombo, {10, 0}, Lugar::Borde},
+        {"level with a corner, outside", rombo, {-11, 0}, Lugar::Fuera},
+        {"level with the lowest corner", rombo, {-5, -10}, Lugar::Fuera},
+        {"level with the highest corner", rombo, {5, 10}, Lugar::Fuera},
+        {"on a slanted edge", rombo, {5, 5}, Lugar::Borde},
+        {"one step off it", rombo, {5, 6}, Lugar::Fuera},
+        {"in the notch", muesca, {5, 6}, Lugar::Fuera},
+        {"at the bottom of the notch", muesca, {5, 5}, Lugar::Borde},
+        {"below the notch", muesca, {5, 4}, Lugar::Dentro},
+        {"on a level edge", escalon, {7, 5}, Lugar::Borde},
+        {"on the line of a level edge, inside", escalon, {2, 5}, Lugar::Dentro},
+        {"on the line of a level edge, outside", escalon, {12, 5}, Lugar::Fuera},
+        {"repeated corners", repetido, {5, 5}, Lugar::Dentro},
+        {"a lobe of the eight", ocho, {1, 5}, Lugar::Dentro},
+        {"between the lobes", ocho, {5, 1}, Lugar::Fuera},
+        {"where it crosses", ocho, {5, 5}, Lugar::Borde},
+        {"there and back holds its own line", ida, {4, 0}, Lugar::Borde},
+        {"and nothing else", ida, {4, 1}, Lugar::Fuera},
+    };
+    for (const auto& caso : casos) {
+        SCOPED_TRACE(caso.motivo);
+        EsperaLugar(caso.anillo, caso.punto, caso.lugar);
+    }
+    EXPECT_EQ(Situa({{0, 0}, {10, 0}}, {5, 0}), Lugar::Fuera) << "two points hold nothing";
+    EXPECT_EQ(Situa({}, {0, 0}), Lugar::Fuera);
+}
+
+TEST(Anillo, IsExactAtTheEndsOfTheCoordinates)
+{
+    const CAnillo todo = {
+        {INT_MIN, INT_MIN}, {INT_MAX, INT_MIN}, {INT_MAX, INT_MAX}, {INT_MIN, INT_MAX}};
+    EsperaLugar(todo, {0, 0}, Lugar::Dentro);
+    EsperaLugar(todo, {INT_MAX, 7}, Lugar::Borde);
+    // The diagonal passes one unit from the point; in floating point it would pass through it.
+    const CAnillo mitad = {{INT_MIN, INT_MIN}, {INT_MAX, INT_MAX}, {INT_MIN, INT_MAX}};
+    EsperaLugar(mitad, {5, 5}, Lugar::Borde);
+    EsperaLugar(mitad, {5, 6}, Lugar::Dentro);
+    EsperaLugar(mitad, {6, 5}, Lugar::Fuera);
+    CLinea<int> linea;
+    linea.Puntos() = todo;
+    EXPECT_DOUBLE_EQ(linea.Area(100.0), 4294967295.0 * 4294967295.0 / 10000);
+}
+
+TEST(Linea, JoinsStretchesWithoutRepeatingTheirEnds)
+{
+    const struct {
+        const char* motivo;
+        CAnillo una, otra;
+        bool sinRepetir;
+        std::size_t puntos;
+    } casos[] = {
+        {"the end repeats", {{0, 0}, {1, 0}}, {{1, 0}, {2, 0}}, true, 3},
+        {"it is to be repeated", {{0, 0}, {1, 0}}, {{1, 0}, {2, 0}}, false, 4},
+        {"another height is another point", {{0, 0}, {1, 0, 5}}, {{1, 0}, {2, 0}}, true, 4},
+        {"nothing before", {}, {{1, 0}, {2, 0}}, true, 2},
+        {"nothing behind", {{0, 0}, {1, 0}}, {}, true, 2},
+    };
+    for (const auto& caso : casos) {
+        SCOPED_TRACE(caso.motivo);
+        CLinea<int> una;
+        una.Puntos() = caso.una;
+        CLinea<int> otra;
+        otra.Puntos() = caso.otra;
+        EXPECT_TRUE(una.Une(otra, caso.sinRepetir));
+        EXPECT_EQ(una.Puntos().size(), caso.puntos);
+    }
+}
+
+TEST(IndiceAnillos, AnswersAsAWalkOfAllRingsDoes)
+{
+    // Squares side by side, within one another, equal ones, and one without an extent.
+    std::vector<CAnillo> anillos;
+    for (int i = 0; i < 400; ++i)
+        anillos.push_back(Cuadrado(i % 20 * 10, i / 20 * 10, 10));
+    for (int i = 0; i < 50; ++i)
+        anillos.push_back(Cuadrado(i, i, 200 - 2 * i));
+    anillos.push_back(anillos[7]);
+    anillos.push_back({{3, 3}});
+    CIndiceAnillos indice;
+    EXPECT_EQ(indice.Busca({5, 5}, [](int) { return true; }), -1) << "no ring at all";
+    const auto area = [&](std::size_t i) { return vexageo::DobleArea(anillos[i]); };
+    for (std::size_t i = 0; i < anillos.size(); ++i)
+        indice.Añade(anillos[i], area(i), static_cast<int>(i));
+    for (int x = -3; x < 210; x += 3) {
+        for (int y = -3; y < 210; y += 7) {
+            const CPunto<int> punto(x, y);
+            int esperado = -1;
+            for (std::size_t i = 0; i < anillos.size(); ++i)
+                if (Situa(anillos[i], punto) != Lugar::Fuera &&
+                    (esperado < 0 || area(i) < area(static_cast<std::size_t>(esperado))))
+                    esperado = static_cast<int>(i);
+            const auto tiene = [&](int i) {
+                return Situa(anillos[static_cast<std::size_t>(i)], punto) != Lugar::Fuera;
+            };
+            ASSERT_EQ(indice.Busca(punto, tiene), esperado) << x << ", " << y;
+        }
+    }
+}
+
+TEST(IndiceAnillos, AsksFewOfManyRings)
+{
+    CIndiceAnillos lado;
+    CIndiceAnillos dentro;
+    for (int i = 0; i < 10000; ++i) {
+        lado.Añade(Cuadrado(i % 100 * 10, i / 100 * 10, 10), 100, i);
+        dentro.Añade(Cuadrado(i, i, 100000 - 2 * i), 100000.0 - 2 * i, i);
+    }
+    int preguntas = 0;
+    EXPECT_EQ(lado.Busca({505, 505},
+                         [&](int) {
+                             ++preguntas;
+                             return true;
+                         }),
+              5050);
+    EXPECT_EQ(dentro.Busca({50000, 50000},
+                           [&](int) {
+                               ++preguntas;
+                               return true;
+                           }),
+              9999);
+    EXPECT_EQ(preguntas, 2);
+}

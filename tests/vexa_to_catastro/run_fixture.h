@@ -1,0 +1,207 @@
+#pragma once
+
+#include <algorithm>
+#include <filesystem>
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "cadastre/table_files.h"
+#include "platform/ansi.h"
+#include "tests/support/files.h"
+#include "tests/support/scripted_front_end.h"
+#include "tools/drawing_files.h"
+#include "vexa_libs/ccadena.h"
+#include "vexa_libs/topology.h"
+#include "vexa_to_catastro/vexa_a_campiva2_dlg.h"
+
+/// The drawing of polygon 1 in the making.
+class CDibujoPrueba {
+public:
+    explicit CDibujoPrueba(const CCarpetaPrueba& carpeta) : m_carpeta(carpeta)
+    {
+        constexpr UINT kModo = CFile::modeCreate | CFile::modeWrite | CFile::typeBinary;
+        EXPECT_TRUE(m_bin.Open(carpeta.En("1.BIN"), kModo));
+        vexageo::CCabeceraDibujo().Write(&m_bin);
+    }
+
+    /// A closed square of so many metres, written as one line; gives its position from 1.
+    int Cuadrado(int x, int y, int metros)
+    {
+        vexageo::CLinea<int> linea;
+        const int lado = metros * 100;
+        linea.Puntos() = {{x, y}, {x + lado, y}, {x + lado, y + lado}, {x, y + lado}, {x, y}};
+        return Pon(linea);
+    }
+    int Rotulo(const char* codigo, const CString& texto, int x, int y, bool borrado = false)
+    {
+        vexageo::CTexto<int> rotulo(codigo);
+        rotulo.SetTexto(texto);
+        rotulo.Puntos().push_back({x, y});
+        rotulo.Tipo().SetBorrado(borrado);
+        return Pon(rotulo);
+    }
+    int Parcela(const CString& texto, int x, int y) { return Rotulo("125201", texto, x, y); }
+    int Subparcela(const CString& texto, int x, int y) { return Rotulo("125501", texto, x, y); }
+
+    /// Records for the .PAR and the .SUB.
+    struct CRegistro {
+        std::int16_t clase;
+        double area;
+        int rotulo; ///< position; 0 for none
+        std::vector<int> tramos;
+    };
+    std::vector<CRegistro> par;
+    std::vector<CRegistro> sub;
+
+    void Graba()
+    {
+        m_bin.Close();
+        GrabaTopologia("1.PAR", par);
+        GrabaTopologia("1.SUB", sub);
+    }
+
+private:
+    int Pon(const vexageo::CEntidadVexa<int>& entidad)
+    {
+        const int posicion = static_cast<int>(m_bin.GetPosition()) + 1;
+        entidad.Write(&m_bin);
+        return posicion;
+    }
+    void GrabaTopologia(const char* nombre, const std::vector<CRegistro>& registros)
+    {
+        CFile fichero;
+        fichero.Open(m_carpeta.En(nombre),
+                     CFile::modeCreate | CFile::modeWrite | CFile::typeBinary);
+        for (const CRegistro& registro : registros) {
+            vexageo::CPoligonoTopologico poligono;
+            poligono.Clase(registro.clase);
+            poligono.AreaPropia(registro.area);
+            poligono.OffsetCentroide(registro.rotulo);
+            for (const int tramo : registro.tramos)
+                poligono.InsertaTramo(tramo);
+            poligono.Write(&fichero);
+        }
+        fichero.Close();
+    }
+
+    const CCarpetaPrueba& m_carpeta;
+    CFile m_bin;
+};
+
+/// A run of the translation from the command line, in a folder of its own.
+class Cruce : public testing::Test {
+protected:
+    Cruce()
+    {
+        tablas["Titulares"] = {Fila({"045", "127", "1", "ANA", " ", "11111111"}),
+                               Fila({"045", "127", "2", "LUIS", " ", "22222222"})};
+        tablas["Parajes"] = {Fila({"045", "127", "0", "1", "LA ERA"})};
+        tablas["Modulos"] = {};
+        tablas["Parcelas"] = {};
+        tablas["Subparcelas"] = {};
+        tablas["Cotitulares"] = {};
+        lista = "TREN 045127\r\nP1\r\n";
+    }
+
+    static std::string Fila(std::initializer_list<std::string_view> campos)
+    {
+        std::string fila;
+        for (const std::string_view campo : campos)
+            fila.append(fila.empty() ? "" : "\t").append(campo);
+        return fila + "\r\n";
+    }
+    void Parcela(std::string_view numero, std::string_view superficie,
+                 std::string_view concentrada = " ")
+    {
+        tablas["Parcelas"].push_back(Fila({"045", "127", "0", "1", numero, superficie, "", "", "1",
+                                           "PR", "100", "VIEJA", "", "", "1", concentrada}));
+    }
+    void Subparcela(std::string_view numero, std::string_view letra, std::string_view superficie,
+                    std::string_view tipo = " ")
+    {
+        tablas["Subparcelas"].push_back(
+            Fila({"045", "127", "0", "1", numero, letra, tipo, "S", superficie}));
+    }
+
+    void Ejecuta(int modificar = 0, int noEnGrafico = 0, int noEnBD = 0, int concentradas = 0)
+    {
+        for (const auto& [tabla, filas] : tablas) {
+            std::string texto = "Ger Mun\r\n";
+            for (const std::string& fila : filas)
+                texto += fila;
+            carpeta.Pon(tabla + ".txt", texto);
+        }
+        carpeta.Pon("lista.txt", lista);
+        aplicacion.WriteProfileInt("VexaACampiva2", "ModificarConcentradas", concentradas);
+        EjecutaLote(modificar, noEnGrafico, noEnBD);
+    }
+    void EjecutaLote(int modificar, int noEnGrafico, int noEnBD)
+    {
+        aplicacion.guion.cajas.clear();
+        aplicacion.guion.atendidos = 0;
+        CVexaACampiva2Dlg dialogo;
+        dialogo.EjecutaLote(carpeta.En("Modulos.txt"), carpeta.En("Titulares.txt"),
+                            carpeta.En("Parcelas.txt"), carpeta.En("Subparcelas.txt"),
+                            carpeta.En("Parajes.txt"), carpeta.En("Cotitulares.txt"),
+                            carpeta.En("lista.txt"), carpeta.En("ortos.TOP"), modificar,
+                            noEnGrafico, noEnBD, nullptr);
+    }
+
+    /// Lines of an output, as UTF-8 and without their ends.
+    std::vector<std::string> Lineas(std::string_view nombre) const
+    {
+        std::vector<std::string> lineas;
+        std::string texto = carpeta.Lee(nombre);
+        for (auto fin = texto.find("\r\n"); fin != std::string::npos; fin = texto.find("\r\n")) {
+            lineas.push_back(ansi::AUtf8(texto.substr(0, fin)));
+            texto.erase(0, fin + 2);
+        }
+        return lineas;
+    }
+    std::vector<std::string> Mensajes() const { return Lineas("045127.ERR"); }
+    /// Records of a type in the exchange file.
+    std::vector<std::string> Registros(std::string_view tipo) const
+    {
+        std::vector<std::string> suyos;
+        for (const std::string& linea : Lineas("045127.R"))
+            if (std::string_view(linea).substr(9, 2) == tipo)
+                suyos.push_back(linea);
+        return suyos;
+    }
+    /// Surfaces, in square metres, of the records of a type.
+    std::vector<int> Superficies(std::string_view tipo) const
+    {
+        std::vector<int> superficies;
+        for (const std::string& r : Registros(tipo))
+            superficies.push_back(LeeEntero(r.substr(tipo == "PR" ? 21 : 28, 9)));
+        return superficies;
+    }
+    /// Texts of the error boxes without their paths.
+    std::vector<std::string> Errores() const
+    {
+        std::vector<std::string> errores;
+        const std::string ruta = carpeta.Ruta().string() + "/";
+        for (const CCajaVista& caja : aplicacion.guion.cajas) {
+            if (caja.flags != MB_ICONERROR)
+                continue;
+            EXPECT_EQ(caja.titulo, "Error");
+            std::string texto = caja.texto;
+            if (const auto i = texto.find(ruta); i != std::string::npos)
+                texto.erase(i, ruta.size());
+            errores.push_back(texto);
+        }
+        return errores;
+    }
+
+    CCarpetaPrueba carpeta;
+    CAplicacionPrueba aplicacion;
+    std::map<std::string, std::vector<std::string>> tablas;
+    std::string lista;
+};
+
+using Textos = std::vector<std::string>;

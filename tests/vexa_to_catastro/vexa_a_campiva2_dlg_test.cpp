@@ -1,0 +1,134 @@
+#include "catastro_to_vexa/campiva_a_vexa_dlg.h"
+#include "tests/vexa_to_catastro/run_fixture.h"
+#include "tools/cadastre_lines.h"
+
+TEST_F(Cruce, NamesItsOutputsByTheFirstLineOfTheList)
+{
+    const struct {
+        const char* motivo;
+        const char* lista;
+        const char* nombre;
+        const char* resumen;
+    } casos[] = {
+        {"as it should be", "TREN 045127 VILLANUEVA\r\n", "045127", "Muncipio leido  : 045 127"},
+        {"with blanks", "TREN  45 12\r\n", " 45 12", "Muncipio leido  : 045 012"},
+        {"cut", "TREN 0451", "0451", "Muncipio leido  : 045 001"},
+        {"empty", "", "", "Muncipio leido  : 000 000"},
+    };
+    for (const auto& caso : casos) {
+        SCOPED_TRACE(caso.motivo);
+        lista = caso.lista;
+        Ejecuta();
+        for (const char* extension : {".ERR", ".R", ".M"})
+            EXPECT_NE(carpeta.Lee(std::string(caso.nombre) + extension), "(no file)") << extension;
+        EXPECT_THAT(aplicacion.guion.cajas.back().texto, testing::HasSubstr(caso.resumen));
+    }
+}
+
+TEST_F(Cruce, TellsWhichOutputsItCannotCreate)
+{
+    const struct {
+        const char* carpetaEnMedio;
+        Textos cajas; ///< besides those of the sheets
+        bool acaba;   ///< the closing box comes
+    } casos[] = {
+        {"045127.ERR", {"Imposible crear el archivo 045127.ERR"}, false},
+        {"045127.R", {"Imposible crear el archivo 045127.R"}, false},
+        {"045127.M", {"Imposible crear el archivo 045127.M"}, true},
+    };
+    lista = "TREN 045127\r\n";
+    for (const auto& caso : casos) {
+        SCOPED_TRACE(caso.carpetaEnMedio);
+        std::filesystem::create_directory(carpeta.Ruta() / caso.carpetaEnMedio);
+        Ejecuta();
+        Textos cajas = Errores();
+        if (cajas.size() > 1)
+            cajas.erase(cajas.begin(), cajas.begin() + 2);
+        EXPECT_EQ(cajas, caso.cajas);
+        EXPECT_EQ(aplicacion.guion.cajas.back().titulo == "Fin del proceso", caso.acaba);
+        std::filesystem::remove(carpeta.Ruta() / caso.carpetaEnMedio);
+        std::filesystem::remove(carpeta.Ruta() / "045127.R");
+    }
+}
+
+TEST_F(Cruce, AStopLeavesTheLogAndNothingElse)
+{
+    Parcela("1", "3");
+    carpeta.Pon("045127.R", "antes");
+    for (int vez = 2; vez < 40; vez += 3) {
+        aplicacion.guion.alAtender = [vez](CDialog& dialogo, int cuantas) {
+            if (cuantas == vez)
+                dialogo.SendMessage(WM_COMMAND, IDCANCEL, 0);
+        };
+        Ejecuta(1, 1, 1);
+        const auto& cajas = aplicacion.guion.cajas;
+        const bool acabo = std::any_of(cajas.begin(), cajas.end(), [](const CCajaVista& caja) {
+            return caja.titulo == "Fin del proceso";
+        });
+        EXPECT_EQ(carpeta.Lee("045127.R") == "antes", !acabo) << vez;
+        EXPECT_NE(carpeta.Lee("045127.ERR"), "(no file)");
+        if (acabo)
+            return;
+        EXPECT_EQ(Lineas("Parcelas.txt").at(0), "Ger Mun") << "the table as it was";
+    }
+    FAIL() << "no run was long enough to end before its stop";
+}
+
+TEST_F(Cruce, TheRoadOutAndBackChangesNothing)
+{
+    const auto municipio = sintetico::Genera({.parcelas = 200}, 5);
+    ASSERT_TRUE(sintetico::GrabaLineas(carpeta.En("entrada.txt"),
+                                       sintetico::LineasCatastro(municipio).Todas()));
+    ASSERT_TRUE(sintetico::GrabaDibujos(carpeta.Ruta().string(), municipio));
+    CCampivaAVexaDlg ida;
+    ida.EjecutaLote(carpeta.En("entrada.txt"), carpeta.En("Modulos.txt"),
+                    carpeta.En("Titulares.txt"), carpeta.En("Parcelas.txt"),
+                    carpeta.En("Subparcelas.txt"), carpeta.En("Parajes.txt"),
+                    carpeta.En("Cotitulares.txt"), nullptr);
+    std::filesystem::rename(carpeta.Ruta() / "poligonos.txt", carpeta.Ruta() / "lista.txt");
+    const std::string parcelas = carpeta.Lee("Parcelas.txt");
+    const std::string subparcelas = carpeta.Lee("Subparcelas.txt");
+    EjecutaLote(1, 0, 0);
+    EXPECT_EQ(Mensajes(), Textos{});
+    EXPECT_EQ(Errores(), Textos{});
+    EXPECT_EQ(carpeta.Lee("Parcelas.txt"), parcelas) << "rewritten as they were";
+    EXPECT_EQ(carpeta.Lee("Subparcelas.txt"), subparcelas);
+    ASSERT_EQ(Registros("PR").size(), municipio.parcelas.size());
+    for (std::size_t i = 0; i < municipio.parcelas.size(); ++i) {
+        const CParcela& parcela = municipio.parcelas[i].datos;
+        const std::string pr = Registros("PR")[i];
+        ASSERT_EQ(LeeEntero(pr.substr(13, 3)) * 1000 + LeeEntero(pr.substr(16, 5)),
+                  parcela.Polig * 1000 + parcela.Parcela);
+        EXPECT_EQ(LeeEntero(pr.substr(21, 9)), parcela.Superficie);
+        EXPECT_EQ(LeeEntero(pr.substr(68, 3)), parcela.x);
+        EXPECT_EQ(LeeEntero(pr.substr(71, 3)), parcela.y);
+        EXPECT_EQ(CString(pr.substr(58, 10)).TrimRight(), parcela.numOrtofoto);
+        EXPECT_EQ(pr[111], parcela.claveConc);
+    }
+}
+
+TEST_F(Cruce, MutatedDrawingsNeitherCrashNorStopARun)
+{
+    const auto municipio = sintetico::Genera({.parcelas = 30}, 9);
+    ASSERT_TRUE(sintetico::GrabaDibujos(carpeta.Ruta().string(), municipio));
+    for (const char* numero : {"1", "2", "3"})
+        Parcela(numero, "0");
+    lista = "TREN 045127\r\nP001\r\n";
+    sintetico::CSorteo sorteo(3);
+    for (const char* nombre : {"001.BIN", "001.PAR", "001.SUB", "ortos.BIN", "ortos.TOP"}) {
+        const std::string bueno = carpeta.Lee(nombre);
+        for (int vez = 0; vez < 25; ++vez) {
+            std::string malo = bueno;
+            for (int k = 0; k <= vez % 4; ++k)
+                malo[static_cast<std::size_t>(sorteo.Hasta(static_cast<int>(malo.size())))] =
+                    static_cast<char>(sorteo.Hasta(256));
+            if (vez % 5 == 0)
+                malo.resize(static_cast<std::size_t>(sorteo.Hasta(static_cast<int>(malo.size()))));
+            carpeta.Pon(nombre, malo);
+            Ejecuta(0, 1, 1);
+            const std::string ultima = aplicacion.guion.cajas.back().titulo;
+            ASSERT_TRUE(ultima == "Fin del proceso" || ultima == "Error");
+        }
+        carpeta.Pon(nombre, bueno);
+    }
+}
