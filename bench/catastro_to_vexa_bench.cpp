@@ -25,7 +25,8 @@ void Lee(benchmark::State& estado)
     const auto en = [&](const char* nombre) { return CString((carpeta / nombre).string()); };
     std::size_t lineas = 0;
     {
-        const auto municipio = sintetico::Genera({.parcelas = static_cast<int>(estado.range(0))}, 1);
+        const auto municipio =
+            sintetico::Genera({.parcelas = static_cast<int>(estado.range(0))}, 1);
         const auto todas = sintetico::LineasCatastro(municipio).Todas();
         lineas = todas.size();
         sintetico::GrabaLineas(en("entrada.txt"), todas);
@@ -38,9 +39,9 @@ void Lee(benchmark::State& estado)
     const auto entrada = static_cast<double>(fs::file_size(carpeta / "entrada.txt"));
     estado.counters["lines"] = static_cast<double>(lineas);
     estado.counters["input_MB"] = entrada / 1e6;
-    estado.counters["per_line"] = benchmark::Counter(
-        static_cast<double>(lineas),
-        benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+    estado.counters["per_line"] = benchmark::Counter(static_cast<double>(lineas),
+                                                     benchmark::Counter::kIsIterationInvariantRate |
+                                                         benchmark::Counter::kInvert);
     fs::remove_all(carpeta);
 }
 
