@@ -15,7 +15,6 @@
 // drawing. A technician needs it when a run says that a topology is out of date.
 
 using vexageo::CCabeceraDibujo;
-using vexageo::CEntidadVexa;
 using vexageo::CLinea;
 using vexageo::CPoligonoTopologico;
 using vexageo::CPunto;

@@ -9,6 +9,8 @@ CDibujoVexa::CDibujoVexa(const CDibujoVexa& otro) : m_semilla(otro.m_semilla)
 
 CDibujoVexa& CDibujoVexa::operator=(const CDibujoVexa& otro)
 {
+    if (this == &otro)
+        return *this;
     CDibujoVexa copia(otro.m_semilla);
     copia.m_mensajes = otro.m_mensajes;
     for (const auto& entidad : otro.m_entidades)

@@ -173,7 +173,7 @@ bool CCabeceraDibujo::Read(CFile* fichero)
     CLector lector(bytes);
     const bool marca = lector.Bytes(kMarcaDibujo.size()) == kMarcaDibujo;
     const int version = lector.U8();
-    const int decimales = static_cast<std::int8_t>(lector.U8());
+    const int decimales = lector.U8(); // a negative number reads as one far above the most
     lector.U16();
     entidades = lector.U32();
     semilla.Precision(static_cast<char>(decimales));

@@ -6,9 +6,9 @@
 
 // The last look at the municipality, when all polygons are walked.
 
-void CVexaACampiva2Dlg::CompruebaGrafico(CStdioFile* log, int* numErrores, CMunicipio* municipio,
-                                         std::vector<int>& parcelasVistas,
-                                         const std::vector<CSubparcelaVista>& subparcelasVistas)
+void CVexaACampiva2Dlg::CompruebaGrafico(
+    CStdioFile* log, int* numErrores, CMunicipio* municipio, std::vector<int>& parcelasVistas,
+    const std::vector<CSubparcelaVista>& subparcelasVistas) const
 {
     int sinWarnings = 0; // all that is told here is an error
     const CAvisos avisos{*log, *numErrores, sinWarnings};

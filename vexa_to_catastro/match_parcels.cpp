@@ -22,6 +22,19 @@ int Recorta(int coordenada)
     return coordenada / 1000 - coordenada / 1000000 * 1000;
 }
 
+/// Keeps the boundary of a parcel and, in step with it, its label.
+void GuardaContorno(const CPoligonoTopologico& registro, const CTexto<int>& rotulo, CFile* bin,
+                    CPoligonoEnCurso& poligono, const std::function<bool()>& fueraDeFecha)
+{
+    CLinea<int> linea("nuevo");
+    vexageo::ConstruyeLinea(registro, bin, linea, fueraDeFecha);
+    const int posicion = static_cast<int>(poligono.LineasParcelas.Cantidad());
+    poligono.LineasParcelas.Inserta(linea);
+    poligono.TextosParcelas.Inserta(rotulo);
+    if (const double area = linea.Area(100.0); area < kAreaImposible)
+        poligono.indice.Añade(linea.Puntos(), area, posicion);
+}
+
 } // namespace
 
 void CVexaACampiva2Dlg::RegistraParcelas(CStdioFile* log, int* numErrores, int polig,
@@ -43,8 +56,8 @@ void CVexaACampiva2Dlg::RegistraParcelas(CStdioFile* log, int* numErrores, int p
         if (registro.EsParcela()) {
             if (!registro.TieneCentroide())
                 continue;
-            SumaIslas(par,
-                      area); // before the label: islands of a polygon that is refused are used up
+            // Before the label is looked at: a polygon that is refused uses its islands up all the same.
+            SumaIslas(par, area);
             const Rotulo leido = LeeRotuloDeCodigo(registro, bin, rotulo, {kCodigoParcela});
             if (leido == Rotulo::FueraDeFecha) {
                 fueraDeFecha();
@@ -59,26 +72,23 @@ void CVexaACampiva2Dlg::RegistraParcelas(CStdioFile* log, int* numErrores, int p
         const int indice = ParcelaDelRotulo(avisos, polig, numero, *municipio);
         if (indice < 0)
             continue;
-        CParcela& parcela = municipio->DameParcela(indice);
-        if (parcela.claveConc == ' ' || ModificarConcentradas != 0)
-            parcela.Superficie =
-                Corta((registro.EsIsla() ? parcela.Superficie + area : area) + 0.5);
-        const CPunto<int> punto = rotulo.PrimerPunto();
-        parcela.x = Recorta(punto.X);
-        parcela.y = Recorta(punto.Y);
-        cruce.parcelasVistas.push_back(indice);
-        if (const CString* orto = cruce.ortos.BuscaOrto(punto))
-            parcela.numOrtofoto = *orto;
-        if (!registro.EsParcela())
-            continue;
-        CLinea<int> linea("nuevo");
-        vexageo::ConstruyeLinea(registro, bin, linea, fueraDeFecha);
-        const int posicion = static_cast<int>(poligono.LineasParcelas.Cantidad());
-        poligono.LineasParcelas.Inserta(linea);
-        poligono.TextosParcelas.Inserta(rotulo);
-        if (const double suArea = linea.Area(100.0); suArea < kAreaImposible)
-            poligono.indice.Añade(linea.Puntos(), suArea, posicion);
+        AjustaParcela(indice, registro, area, rotulo.PrimerPunto(), cruce);
+        if (registro.EsParcela())
+            GuardaContorno(registro, rotulo, bin, poligono, fueraDeFecha);
     }
+}
+
+void CVexaACampiva2Dlg::AjustaParcela(int indice, const CPoligonoTopologico& registro, double area,
+                                      const CPunto<int>& punto, CCruce& cruce) const
+{
+    CParcela& parcela = cruce.municipio.DameParcela(indice);
+    if (parcela.claveConc == ' ' || ModificarConcentradas != 0)
+        parcela.Superficie = Corta((registro.EsIsla() ? parcela.Superficie + area : area) + 0.5);
+    parcela.x = Recorta(punto.X);
+    parcela.y = Recorta(punto.Y);
+    cruce.parcelasVistas.push_back(indice);
+    if (const CString* orto = cruce.ortos.BuscaOrto(punto))
+        parcela.numOrtofoto = *orto;
 }
 
 int CVexaACampiva2Dlg::ParcelaDelRotulo(const CAvisos& avisos, int polig, int numero,

@@ -81,7 +81,7 @@ void CVexaACampiva2Dlg::RegistraSubparcelas(CStdioFile* log, int* numErrores, in
 }
 
 void CVexaACampiva2Dlg::AjustaSubparcelas(const CAvisos& avisos, CParcela& parcela, int indice,
-                                          const CString& letra, double area, CCruce& cruce)
+                                          const CString& letra, double area, CCruce& cruce) const
 {
     const int primera = parcela.BuscaSubparcela(letra, 0);
     const bool abstracta = parcela.DameSubparcela(primera).tipo == kTipoAbstracta;

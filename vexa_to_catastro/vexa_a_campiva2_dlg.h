@@ -10,6 +10,7 @@
 #include "cadastre/message_catalogue.h"
 #include "resources/resource_ids.h"
 #include "shell/frame/translation_dialog.h"
+#include "vexa_libs/topological_polygon.h"
 #include "vexa_to_catastro/match_state.h"
 
 /// Second translation: brings the tables of one municipality into line with its drawings, reports
@@ -82,6 +83,8 @@ private:
     /// the polygons' boundaries and labels.
     void RegistraParcelas(CStdioFile* log, int* numErrores, int polig, CMunicipio* municipio,
                           CFile* par, CFile* bin, CPoligonoEnCurso& poligono, CCruce& cruce);
+    void AjustaParcela(int indice, const vexageo::CPoligonoTopologico& registro, double area,
+                       const vexageo::CPunto<int>& punto, CCruce& cruce) const;
     int ParcelaDelRotulo(const CAvisos& avisos, int polig, int numero, CMunicipio& municipio);
     /// Gives each subparcel polygon of a .SUB file to the parcel that holds it, and its surface to
     /// the subparcels with its letter there.
@@ -89,12 +92,12 @@ private:
                              CMunicipio* municipio, CFile* sub, CFile* bin,
                              CPoligonoEnCurso& poligono, CCruce& cruce);
     void AjustaSubparcelas(const CAvisos& avisos, CParcela& parcela, int indice,
-                           const CString& letra, double area, CCruce& cruce);
+                           const CString& letra, double area, CCruce& cruce) const;
 
     /// Reports what no polygon touched and, unless it is to be kept, clears its `salvar`.
     void CompruebaGrafico(CStdioFile* log, int* numErrores, CMunicipio* municipio,
                           std::vector<int>& parcelasVistas,
-                          const std::vector<CSubparcelaVista>& subparcelasVistas);
+                          const std::vector<CSubparcelaVista>& subparcelasVistas) const;
 
     /// Writes the exchange files and, on demand, two of the tables. False, with a box, where the
     /// main file can't be created; what else can't be created is told and passed over.

@@ -160,7 +160,7 @@ TEST_F(Traduccion, CarriesASyntheticMunicipalityWithoutAMessage)
                                        sintetico::LineasCatastro(municipio).Todas()));
     EjecutaLote("entrada.txt");
     EXPECT_EQ(Mensajes(), Textos{});
-    EXPECT_EQ(Filas("Parcelas.txt"), 500);
+    EXPECT_EQ(Filas("Parcelas.txt"), static_cast<int>(municipio.parcelas.size()));
     EXPECT_EQ(Filas("Titulares.txt"), 250);
     EXPECT_EQ(Filas("Modulos.txt"), static_cast<int>(municipio.modulos.size()));
 }

@@ -95,16 +95,34 @@ TEST_F(FicherosDeDibujo, AnEntityStandsAsTheFormSays)
         cabecera.Write(&f);
         Rotulo("12", {1, -1, 256}).Write(&f);
     });
-    EXPECT_EQ(Hex(bytes), "5658424e" "01" "02" "0000" "01000000" "00000000"                // head
-                          "56454e54" "02" "00" "0600" "01000000" "02000000"                // VENT
-                          "313235323031" "01000000" "ffffffff" "00010000" "3132" "e5c91648");
+    EXPECT_EQ(Hex(bytes), "5658424e"
+                          "01"
+                          "02"
+                          "0000"
+                          "01000000"
+                          "00000000" // head
+                          "56454e54"
+                          "02"
+                          "00"
+                          "0600"
+                          "01000000"
+                          "02000000" // VENT
+                          "313235323031"
+                          "01000000"
+                          "ffffffff"
+                          "00010000"
+                          "3132"
+                          "e5c91648");
     EXPECT_EQ(Crc32("123456789"), 0xCBF43926U);
 }
 
 TEST_F(FicherosDeDibujo, APolygonComesBackWhole)
 {
     const std::string bytes = Escribe("a.PAR", [](CFile& f) { Lleno().Write(&f); });
-    EXPECT_EQ(Hex(bytes.substr(0, 14)), "56504f4c" "c0000000" "07000000" "0100");
+    EXPECT_EQ(Hex(bytes.substr(0, 14)), "56504f4c"
+                                        "c0000000"
+                                        "07000000"
+                                        "0100");
     CPoligonoTopologico leido;
     ASSERT_TRUE(Lee(bytes, leido));
     EXPECT_EQ(leido.NumPoligono(), 7);
@@ -144,7 +162,7 @@ TEST_F(FicherosDeDibujo, NoDamageIsTakenForARecord)
 TEST_F(FicherosDeDibujo, ALyingLengthWithAGoodSumIsRefused)
 {
     // The sums are made anew, so that only the lengths themselves can tell.
-    const auto conSuma = [](std::string bytes) {
+    const auto conSuma = [](const std::string& bytes) {
         CEscritor suma;
         suma.U32(Crc32(bytes));
         return bytes + suma.Hecho();
@@ -163,9 +181,11 @@ TEST_F(FicherosDeDibujo, ALyingLengthWithAGoodSumIsRefused)
         {"more stretches than the record holds", con(kTramos, "\xFF\xFF\xFF\x7F")},
         {"fewer, so that bytes are left over", con(kTramos, std::string_view("\0\0\0\0", 4))},
         {"a thousand million islands", con(kTramos + 12, std::string_view("\0\0\0\x40", 4))},
-        {"one byte more behind the parent", conSuma("VPOL" + std::string("\x5D\0\0\0", 4) + cuerpo.substr(8) + "x")},
+        {"one byte more behind the parent",
+         conSuma("VPOL" + std::string("\x5D\0\0\0", 4) + cuerpo.substr(8) + "x")},
         {"an entity of kind 4", conSuma(std::string("VENT\4\0\0\0\0\0\0\0\0\0\0\0", 16))},
-        {"an entity of 4,000 million points", conSuma(std::string("VENT\1\0\0\0\xFF\xFF\xFF\xFF\0\0\0\0", 16))},
+        {"an entity of 4,000 million points",
+         conSuma(std::string("VENT\1\0\0\0\xFF\xFF\xFF\xFF\0\0\0\0", 16))},
     };
     for (const auto& caso : casos) {
         SCOPED_TRACE(caso.motivo);
@@ -210,8 +230,8 @@ TEST_F(FicherosDeDibujo, ALineIsReadFromALineAlone)
 
 TEST_F(FicherosDeDibujo, ATopologyAnswersByItsDrawing)
 {
-    // Two squares side by side that share an edge, the right one with an island, and a square around
-    // all whose label can't be read.
+    // Two squares side by side that share an edge, the right one with an island, and a square
+    // around all whose label can't be read.
     CLinea<int> borde;
     std::vector<int> posicion;
     Escribe("t.BIN", [&](CFile& f) {
@@ -275,9 +295,12 @@ TEST_F(FicherosDeDibujo, ATopologyAnswersByItsDrawing)
         CPunto<int> punto;
         int poligono;
     } casos[] = {
-        {"the smaller of two", {5, 5}, 1},      {"on the shared edge the smaller area", {10, 5}, 2},
-        {"in the island, but in the square around", {15, 5}, 0}, {"on the island's shore", {13, 5}, 2},
-        {"beside both", {-1, 5}, 0},            {"nowhere", {30, 5}, -1},
+        {"the smaller of two", {5, 5}, 1},
+        {"on the shared edge the smaller area", {10, 5}, 2},
+        {"in the island, but in the square around", {15, 5}, 0},
+        {"on the island's shore", {13, 5}, 2},
+        {"beside both", {-1, 5}, 0},
+        {"nowhere", {30, 5}, -1},
     };
     for (const auto& caso : casos) {
         SCOPED_TRACE(caso.motivo);

@@ -41,7 +41,7 @@ public:
     {
         vexageo::CTexto<int> rotulo(codigo);
         rotulo.SetTexto(texto);
-        rotulo.Puntos().push_back({x, y});
+        rotulo.Puntos().emplace_back(x, y);
         rotulo.Tipo().SetBorrado(borrado);
         return Pon(rotulo);
     }
