@@ -43,7 +43,7 @@ void CCampivaAVexaDlg::OnOK()
     CCadena archivoErr = ArchivoEntrada;
     archivoErr.CambiaExtension("ERR");
     CStdioFile log;
-    if (!CreaLog(log, archivoErr, ArchivoEntrada))
+    if (!CreaLog(log, archivoErr, {ArchivoEntrada}))
         return;
 
     int numErrores = 0;

@@ -11,9 +11,18 @@ namespace {
 
 constexpr const char* kUso =
     "Uso: campiva 0 ENTRADA MODULOS TITULARES PARCELAS SUBPARCELAS PARAJES COTITULARES\n"
+    "     campiva 1 MODULOS TITULARES PARCELAS SUBPARCELAS PARAJES COTITULARES LISTA ORTOS \\\n"
+    "               MODIFICAR NO_EN_GRAFICO NO_EN_BD\n"
     "\n"
-    "Lleva un municipio del fichero de Catastro ENTRADA a las seis tablas de Vexa.\n"
-    "Los errores y avisos quedan junto a ENTRADA, en un fichero con la extensión ERR.\n"
+    "0: lleva un municipio del fichero de Catastro ENTRADA a las seis tablas de Vexa. Los errores "
+    "y\n"
+    "   avisos quedan junto a ENTRADA, en un fichero con la extensión ERR.\n"
+    "1: cruza las tablas del municipio que nombra LISTA con los dibujos de sus polígonos y "
+    "escribe\n"
+    "   junto a LISTA los ficheros de Catastro, con las extensiones R y M, y los avisos, con ERR.\n"
+    "   Las tres opciones son 0 o 1: reescribir las tablas de parcelas y subparcelas; conservar "
+    "lo\n"
+    "   que no está en el gráfico; crear las parcelas que sólo están en el gráfico.\n"
     "\n"
     "Estado de salida: 0; 1 si hubo una caja de error; 2 si la línea no pide nada conocido.\n";
 

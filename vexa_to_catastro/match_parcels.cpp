@@ -56,7 +56,8 @@ void CVexaACampiva2Dlg::RegistraParcelas(CStdioFile* log, int* numErrores, int p
         if (registro.EsParcela()) {
             if (!registro.TieneCentroide())
                 continue;
-            // Before the label is looked at: a polygon that is refused uses its islands up all the same.
+            // Before the label is looked at: a polygon that is refused uses its islands up all the
+            // same.
             SumaIslas(par, area);
             const Rotulo leido = LeeRotuloDeCodigo(registro, bin, rotulo, {kCodigoParcela});
             if (leido == Rotulo::FueraDeFecha) {

@@ -92,7 +92,9 @@ void CVexaACampiva2Dlg::OnOK()
         return nombre;
     };
     CStdioFile log;
-    if (!CreaLog(log, salida("ERR"), ArchivoTren))
+    if (!CreaLog(log, salida("ERR"),
+                 {ArchivoTren, ArchivoTitulares, ArchivoParcelas, ArchivoModulos,
+                  ArchivoSubparcelas, ArchivoParajes, ArchivoCotitulares, ArchivoOrtos}))
         return;
 
     int numErrores = 0;

@@ -234,11 +234,15 @@ bool CTraduccionDlg::AbreDibujo(CFile& fichero, const CString& nombre)
     return Abre(fichero, nombre, CFile::modeRead | CFile::typeBinary | CFile::anyCase);
 }
 
-bool CTraduccionDlg::CreaLog(CStdioFile& log, const CString& nombre, const CString& entrada)
+bool CTraduccionDlg::CreaLog(CStdioFile& log, const CString& nombre,
+                             std::initializer_list<CString> entradas)
 {
     constexpr UINT kModo =
         CFile::modeCreate | CFile::modeWrite | CFile::modeInPlace | CFile::typeText;
-    const bool creado = !CFile::EsElMismo(nombre, entrada) && log.Open(nombre, kModo);
+    const bool esEntrada =
+        std::any_of(entradas.begin(), entradas.end(),
+                    [&](const CString& entrada) { return CFile::EsElMismo(nombre, entrada); });
+    const bool creado = !esEntrada && log.Open(nombre, kModo);
     if (!creado)
         CajaError("Imposible crear el archivo " + nombre);
     return creado;

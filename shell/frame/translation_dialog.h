@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <initializer_list>
 #include <span>
 #include <variant>
 
@@ -78,8 +79,8 @@ protected:
     bool AbreEntrada(CStdioFile& fichero, const CString& nombre);
     bool AbreDibujo(CFile& fichero, const CString& nombre);
     /// Creates the log of a run, with a box where it can't be created: also where it would fall on
-    /// the run's input, which would be lost.
-    bool CreaLog(CStdioFile& log, const CString& nombre, const CString& entrada);
+    /// one of the run's inputs, which would be lost.
+    bool CreaLog(CStdioFile& log, const CString& nombre, std::initializer_list<CString> entradas);
 
 private:
     bool Abre(CFile& fichero, const CString& nombre, UINT modo);
