@@ -48,7 +48,8 @@ TEST(Ansi, ShowsUtf8AsItIsAndAnyOtherByteAsCodePage1252)
         {"both in one message", "El a\xF1o de peña.txt", "El año de peña.txt"},
         {"a NUL is a byte like any other", "a\0\xF1"sv, "a\0ñ"sv},
         {"least and greatest of two bytes", "\xC2\x80\xDF\xBF", "\xC2\x80\xDF\xBF"},
-        {"least and greatest of three bytes", "\xE0\xA0\x80\xEF\xBF\xBF", "\xE0\xA0\x80\xEF\xBF\xBF"},
+        {"least and greatest of three bytes", "\xE0\xA0\x80\xEF\xBF\xBF",
+         "\xE0\xA0\x80\xEF\xBF\xBF"},
         {"on both sides of the surrogates", "\xED\x9F\xBF\xEE\x80\x80", "\xED\x9F\xBF\xEE\x80\x80"},
         {"least of four bytes", "\xF0\x90\x80\x80", "\xF0\x90\x80\x80"},
         {"greatest of four bytes", "\xF4\x8F\xBF\xBF", "\xF4\x8F\xBF\xBF"},
@@ -65,7 +66,10 @@ TEST(Ansi, ShowsUtf8AsItIsAndAnyOtherByteAsCodePage1252)
         {"the end of the text counts, not what stands behind it", "\xC3\xB1"sv.substr(0, 1), "Ã"},
         {"three bytes cut off", "\xE2\x82", "â‚"},
         {"four bytes cut off", "\xF0\x9F\x98", "ðŸ˜"},
-        {"three bytes cut off by a letter", "\xE2\x82" "A", "â‚A"},
+        {"three bytes cut off by a letter",
+         "\xE2\x82"
+         "A",
+         "â‚A"},
         {"a broken one doesn't spoil the next", "\xC3\xC3\xB1", "Ãñ"},
     };
     for (const auto& caso : kCasos) {

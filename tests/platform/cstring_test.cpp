@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include "resources/resource_ids.h"
 #include "tests/support/scripted_front_end.h"
 
 using namespace std::string_view_literals;
@@ -143,8 +142,12 @@ TEST(CString, GivesWhatIsInsideTheText)
         int cuantos;
         const char* izquierda;
         const char* derecha;
-    } kExtremos[] = {{INT_MIN, "", ""}, {-1, "", ""},           {0, "", ""},
-                     {2, "ab", "ef"},   {9, "abcdef", "abcdef"}, {INT_MAX, "abcdef", "abcdef"}};
+    } kExtremos[] = {{INT_MIN, "", ""},
+                     {-1, "", ""},
+                     {0, "", ""},
+                     {2, "ab", "ef"},
+                     {9, "abcdef", "abcdef"},
+                     {INT_MAX, "abcdef", "abcdef"}};
     for (const auto& caso : kExtremos) {
         EsperaTexto(texto.Left(caso.cuantos), caso.izquierda);
         EsperaTexto(texto.Right(caso.cuantos), caso.derecha);
@@ -163,8 +166,8 @@ TEST(CString, CutsFromItsEnds)
         {"nothing to cut", "a", " ", "a", "a"},
         {"a blank is 0x20 alone", "\t\xA0 ", " ", "\t\xA0", "\t\xA0 "},
         {"any of several, in any order", "\n\ra\n\r\n", "\r\n", "\n\ra", "a\n\r\n"},
-        {"from a block into the object", "               a               ", " ",
-         "               a", "a               "},
+        {"from a block into the object", "               a               ", " ", "               a",
+         "a               "},
     };
     for (const auto& caso : kCasos) {
         SCOPED_TRACE(caso.motivo);
@@ -207,8 +210,11 @@ TEST(CString, FindsTheFirstAndTheLast)
         std::string_view texto;
         char c;
         int primero, ultimo;
-    } kCasos[] = {{"a.b.c", '.', 1, 3}, {"abc", '.', -1, -1}, {"", 'a', -1, -1},
-                  {"\xF1", '\xF1', 0, 0}, {"aaaaaaaaaaaaaaaaa\0"sv, '\0', 17, 17}};
+    } kCasos[] = {{"a.b.c", '.', 1, 3},
+                  {"abc", '.', -1, -1},
+                  {"", 'a', -1, -1},
+                  {"\xF1", '\xF1', 0, 0},
+                  {"aaaaaaaaaaaaaaaaa\0"sv, '\0', 17, 17}};
     for (const auto& caso : kCasos) {
         SCOPED_TRACE(caso.texto);
         EXPECT_EQ(CString(caso.texto).Find(caso.c), caso.primero);
@@ -244,14 +250,19 @@ TEST(CString, IsComparedByItsBytes)
 
 TEST(CString, TakesItsTextsFromTheStringTable)
 {
-    const CAplicacionPrueba aplicacion;
-    constexpr UINT kNoEstá = 9;
+    static constexpr CCadenaRecurso kCadenas[] = {{1, "Parcela % 4d %s"}, {2, ""}};
+    CGuion guion;
+    CWinApp aplicacion;
+    aplicacion.Arranca(guion, CRecursos(kCadenas, {}, {}), {}, {});
+
     CString texto = "antes";
-    EXPECT_TRUE(texto.LoadString(IDS_FILTRO_TODOS));
-    EsperaTexto(texto, "Todos los ficheros (*.*)|*.*||");
-    EXPECT_FALSE(texto.LoadString(kNoEstá));
+    EXPECT_TRUE(texto.LoadString(2)); // empty, but there
+    EsperaTexto(texto, "");
+    texto.Format(1, 7, "a");
+    EsperaTexto(texto, "Parcela    7 a");
+    EXPECT_FALSE(texto.LoadString(3));
     EsperaTexto(texto, "");
     texto = "antes";
-    texto.Format(kNoEstá, 5);
+    texto.Format(3, 7);
     EsperaTexto(texto, "");
 }

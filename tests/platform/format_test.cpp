@@ -133,25 +133,24 @@ TEST(Formato, TakesTheArgumentsInOrder)
 {
     const struct {
         const char* motivo;
-        const char* forma;
-        std::initializer_list<CArgumento> argumentos;
+        std::string escrito;
         const char* texto;
     } casos[] = {
-        {"one each", "% 4d %s %c", {3, "ab", 'z'}, "   3 ab z"},
-        {"a per cent sign takes none", "%d%% de %d", {50, 7}, "50% de 7"},
-        {"nothing but per cent signs", "%%%%", {7}, "%%"},
-        {"what misses its argument gives nothing", "a% 4db%sc%%", {1}, "a   1bc%"},
-        {"without any", "%d|% 7.2lf|%c", {}, "||"},
-        {"one too many", "%d", {1, 2}, "1"},
-        {"a number for a text", "%-4s|", {12}, "12  |"},
-        {"a text for a number", "%05d|", {"ab"}, "   ab|"},
-        {"a whole number for a real one", "%.2lf", {3}, "3"},
-        {"a text with a per cent sign is no form", "%s %d", {"%d", 4}, "%d 4"},
-        {"a form that the text's end cuts off", "100%", {}, "100"},
-        {"cut off behind its flags", "100%-5.2", {}, "100"},
+        {"one each", Formato("% 4d %s %c", {3, "ab", 'z'}), "   3 ab z"},
+        {"a per cent sign takes none", Formato("%d%% de %d", {50, 7}), "50% de 7"},
+        {"nothing but per cent signs", Formato("%%%%", {7}), "%%"},
+        {"what misses its argument gives nothing", Formato("a% 4db%sc%%", {1}), "a   1bc%"},
+        {"without any", Formato("%d|% 7.2lf|%c", {}), "||"},
+        {"one too many", Formato("%d", {1, 2}), "1"},
+        {"a number for a text", Formato("%-4s|", {12}), "12  |"},
+        {"a text for a number", Formato("%05d|", {"ab"}), "   ab|"},
+        {"a whole number for a real one", Formato("%.2lf", {3}), "3"},
+        {"a text with a per cent sign is no form", Formato("%s %d", {"%d", 4}), "%d 4"},
+        {"a form that the text's end cuts off", Formato("100%", {}), "100"},
+        {"cut off behind its flags", Formato("100%-5.2", {}), "100"},
     };
     for (const auto& caso : casos) {
         SCOPED_TRACE(caso.motivo);
-        EXPECT_EQ(Formato(caso.forma, caso.argumentos), caso.texto);
+        EXPECT_EQ(caso.escrito, caso.texto);
     }
 }

@@ -1,0 +1,217 @@
+#include "platform/safe_replacement.h"
+
+#include <csignal>
+
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <gtest/gtest.h>
+
+#include "platform/cfile.h"
+#include "tests/support/files.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr UINT kEscribe = CFile::modeCreate | CFile::modeWrite | CFile::typeText;
+constexpr UINT kRegistro = kEscribe | CFile::modeInPlace;
+
+bool Reemplaza(const CString& nombre, std::string_view bytes)
+{
+    CReemplazo reemplazo;
+    if (!reemplazo.Abre(nombre))
+        return false;
+    std::fwrite(bytes.data(), 1, bytes.size(), reemplazo.Fichero());
+    return reemplazo.Confirma();
+}
+
+unsigned Permisos(const fs::path& ruta)
+{
+    return static_cast<unsigned>(fs::status(ruta).permissions());
+}
+
+/// While it lives no file can grow past a size, as on a disk that is full.
+class CDiscoLleno {
+public:
+    explicit CDiscoLleno(rlim_t bytes) : m_señal(std::signal(SIGXFSZ, SIG_IGN))
+    {
+        getrlimit(RLIMIT_FSIZE, &m_antes);
+        const rlimit ahora = {bytes, m_antes.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &ahora);
+    }
+    CDiscoLleno(const CDiscoLleno&) = delete;
+    CDiscoLleno& operator=(const CDiscoLleno&) = delete;
+    ~CDiscoLleno()
+    {
+        setrlimit(RLIMIT_FSIZE, &m_antes);
+        std::signal(SIGXFSZ, m_señal);
+    }
+
+private:
+    rlimit m_antes = {};
+    void (*m_señal)(int);
+};
+
+} // namespace
+
+TEST(Reemplazo, FollowsALinkToItsTarget)
+{
+    const CCarpetaPrueba carpeta;
+    const fs::path raiz = carpeta.Ruta();
+    fs::create_directories(raiz / "lejos");
+    fs::create_symlink("../a.txt", raiz / "lejos" / "relativo");
+    fs::create_symlink(raiz / "a.txt", raiz / "absoluto");
+    fs::create_symlink("lejos/relativo", raiz / "cadena");
+    fs::create_symlink("lejos/nuevo.txt", raiz / "colgante");
+    const struct {
+        const char* enlace;
+        const char* destino;
+    } casos[] = {{"lejos/relativo", "a.txt"},
+                 {"absoluto", "a.txt"},
+                 {"cadena", "a.txt"},
+                 {"colgante", "lejos/nuevo.txt"}}; // its target isn't there yet
+    for (const auto& caso : casos) {
+        SCOPED_TRACE(caso.enlace);
+        if (caso.destino == std::string_view("a.txt"))
+            carpeta.Pon(caso.destino, "antes");
+        EXPECT_TRUE(Reemplaza(carpeta.En(caso.enlace), caso.enlace));
+        EXPECT_EQ(carpeta.Lee(caso.destino), caso.enlace);
+        EXPECT_TRUE(fs::is_symlink(raiz / caso.enlace));
+    }
+    EXPECT_EQ(carpeta.Cuantos(), 5);
+}
+
+TEST(Reemplazo, RefusesLinksThatLeadToNoFile)
+{
+    const CCarpetaPrueba carpeta;
+    fs::create_directory(carpeta.Ruta() / "carpeta");
+    fs::create_symlink("circulo2", carpeta.Ruta() / "circulo1");
+    fs::create_symlink("circulo1", carpeta.Ruta() / "circulo2");
+    fs::create_symlink("carpeta", carpeta.Ruta() / "a_carpeta");
+    fs::create_symlink("falta/a.txt", carpeta.Ruta() / "a_falta");
+    for (const char* nombre : {"circulo1", "a_carpeta", "a_falta"})
+        EXPECT_FALSE(CReemplazo().Abre(carpeta.En(nombre))) << nombre;
+    EXPECT_EQ(carpeta.Cuantos(), 5);
+}
+
+TEST(Reemplazo, KeepsThePermissionsOfItsTarget)
+{
+    const CCarpetaPrueba carpeta;
+    const mode_t antes = umask(027);
+    for (const unsigned permisos : {0600U, 0664U, 0755U, 0222U}) {
+        carpeta.Pon("a.txt", "antes");
+        fs::permissions(carpeta.Ruta() / "a.txt", fs::perms{permisos});
+        EXPECT_TRUE(Reemplaza(carpeta.En("a.txt"), "ahora"));
+        EXPECT_EQ(Permisos(carpeta.Ruta() / "a.txt"), permisos);
+        fs::remove(carpeta.Ruta() / "a.txt");
+    }
+    EXPECT_TRUE(Reemplaza(carpeta.En("nuevo.txt"), "ahora"));
+    EXPECT_EQ(Permisos(carpeta.Ruta() / "nuevo.txt"), 0640U); // those that any new file gets
+    umask(antes);
+}
+
+TEST(Reemplazo, WritesNothingThatTheUserMayNotWrite)
+{
+    const CCarpetaPrueba carpeta;
+    fs::create_directories(carpeta.Ruta() / "cerrada");
+    carpeta.Pon("solo_lectura.txt", "antes");
+    carpeta.Pon("cerrada/a.txt", "antes");
+    fs::permissions(carpeta.Ruta(), fs::perms{0777});
+    fs::permissions(carpeta.Ruta() / "solo_lectura.txt", fs::perms{0444});
+    fs::permissions(carpeta.Ruta() / "cerrada" / "a.txt", fs::perms{0666});
+    fs::permissions(carpeta.Ruta() / "cerrada", fs::perms{0555});
+    const auto abre = [&](const char* nombre) {
+        constexpr uid_t kNadie = 65534; // an administrator may write anything
+        if (geteuid() == 0 && setuid(kNadie) != 0)
+            _exit(2);
+        _exit(CReemplazo().Abre(carpeta.En(nombre)) ? 1 : 0);
+    };
+    const struct {
+        const char* nombre;
+        int abierto;
+    } casos[] = {{"solo_lectura.txt", 0}, {"cerrada/a.txt", 0}, {"cerrada/b.txt", 0}, {"c.txt", 1}};
+    for (const auto& caso : casos)
+        EXPECT_EXIT(abre(caso.nombre), testing::ExitedWithCode(caso.abierto), "") << caso.nombre;
+    EXPECT_EQ(carpeta.Lee("solo_lectura.txt"), "antes");
+    fs::permissions(carpeta.Ruta() / "cerrada", fs::perms{0755});
+}
+
+TEST(Reemplazo, PassesOverTemporaryFilesThatWereLeftBehind)
+{
+    const CCarpetaPrueba carpeta;
+    carpeta.Pon("a.txt", "antes");
+    carpeta.Pon("a.txt.~1", "de otro");
+    fs::create_directory(carpeta.Ruta() / "a.txt.~2");
+    fs::create_symlink("ninguna/parte", carpeta.Ruta() / "a.txt.~3");
+    EXPECT_TRUE(Reemplaza(carpeta.En("a.txt"), "ahora"));
+    EXPECT_EQ(carpeta.Lee("a.txt"), "ahora");
+    EXPECT_EQ(carpeta.Lee("a.txt.~1"), "de otro");
+    EXPECT_EQ(carpeta.Cuantos(), 4);
+
+    // Two at work on one target don't disturb each other: the last one to end stands.
+    CReemplazo uno;
+    CReemplazo otro;
+    ASSERT_TRUE(uno.Abre(carpeta.En("b.txt")) && otro.Abre(carpeta.En("b.txt")));
+    std::fputs("uno", uno.Fichero());
+    std::fputs("otro", otro.Fichero());
+    EXPECT_TRUE(otro.Confirma() && uno.Confirma());
+    EXPECT_EQ(carpeta.Lee("b.txt"), "uno");
+    EXPECT_EQ(carpeta.Cuantos(), 5);
+}
+
+TEST(Reemplazo, TakesTheLongestNameThatTheSystemHas)
+{
+    const CCarpetaPrueba carpeta;
+    const std::string nombre(255, 'n');
+    EXPECT_TRUE(Reemplaza(carpeta.En(nombre), "ahora"));
+    EXPECT_EQ(carpeta.Lee(nombre), "ahora");
+    EXPECT_EQ(carpeta.Cuantos(), 1);
+}
+
+TEST(Reemplazo, AFullDiskLeavesTheTargetAsItWas)
+{
+    const CCarpetaPrueba carpeta;
+    carpeta.Pon("a.txt", "antes");
+    const std::string larga(200 * 1024, 'x');
+    {
+        const CDiscoLleno lleno(100 * 1024);
+        CStdioFile fichero;
+        ASSERT_TRUE(fichero.Open(carpeta.En("a.txt"), kEscribe));
+        EXPECT_THROW(fichero.WriteString(larga), CFileException);
+        EXPECT_EQ(carpeta.Cuantos(), 1) << "a temporary file stays";
+        CStdioFile registro;
+        ASSERT_TRUE(registro.Open(carpeta.En("a.ERR"), kRegistro));
+        EXPECT_NO_THROW(registro.WriteString(larga));
+        EXPECT_NO_THROW(registro.Close());
+    }
+    EXPECT_EQ(carpeta.Lee("a.txt"), "antes");
+    EXPECT_EQ(carpeta.Lee("a.ERR").size(), 100U * 1024) << "the log keeps what fitted";
+}
+
+TEST(Reemplazo, WritesADeviceDirectly)
+{
+    const std::string corta = "a\n";
+    const std::string larga(200 * 1024, 'x');
+    for (const std::string& texto : {corta, larga}) {
+        const auto escribe = [&](const char* nombre, UINT modo, bool vacia) {
+            CStdioFile fichero;
+            ASSERT_TRUE(fichero.Open(nombre, modo)) << nombre;
+            fichero.WriteString(texto);
+            if (vacia)
+                fichero.Flush();
+            fichero.Close();
+        };
+        EXPECT_NO_THROW(escribe("/dev/null", kEscribe, false));
+        EXPECT_THROW(escribe("/dev/full", kEscribe, false), CFileException);
+        EXPECT_THROW(escribe("/dev/full", kEscribe, true), CFileException);
+        EXPECT_NO_THROW(escribe("/dev/full", kRegistro, true));
+    }
+    EXPECT_TRUE(fs::is_character_file("/dev/null"));
+    const CCarpetaPrueba carpeta;
+    fs::create_symlink("/dev/null", carpeta.Ruta() / "nada");
+    EXPECT_TRUE(Reemplaza(carpeta.En("nada"), "ahora"));
+    EXPECT_TRUE(fs::is_symlink(carpeta.Ruta() / "nada"));
+    EXPECT_EQ(carpeta.Cuantos(), 1);
+}

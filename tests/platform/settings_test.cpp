@@ -1,0 +1,59 @@
+#include <filesystem>
+
+#include <gtest/gtest.h>
+
+#include "platform/ansi.h"
+#include "tests/support/files.h"
+#include "tests/support/scripted_front_end.h"
+
+namespace {
+
+constexpr const char* kFichero = "config/VexaSoft/Campiva.ini";
+
+} // namespace
+
+TEST(Ajustes, ComeBackAsTheyWereStored)
+{
+    const CCarpetaPrueba carpeta;
+    CAplicacionPrueba aplicacion;
+    EXPECT_EQ(aplicacion.GetProfileString("Uno", "Clave", "por defecto"), CString("por defecto"));
+    for (const char* valor : {"", "  con blancos  ", "a=b;[c]", "peña.txt"}) {
+        EXPECT_NE(aplicacion.WriteProfileString("Uno", "Clave", valor), 0);
+        EXPECT_EQ(aplicacion.GetProfileString("Uno", "Clave", "x"), CString(valor));
+    }
+    aplicacion.WriteProfileString("Uno", "Ansi", "Ñ"_ansi);
+    aplicacion.WriteProfileInt("Dos", "Clave", -7);
+    aplicacion.WriteProfileInt("Uno", "Clave2", 3);
+    EXPECT_EQ(aplicacion.GetProfileInt("Dos", "Clave", 1), -7);
+    EXPECT_EQ(aplicacion.GetProfileInt("Dos", "Clave2", 1), 1) << "a key of another section";
+    EXPECT_EQ(carpeta.Lee(kFichero),
+              "[Uno]\r\nClave=peña.txt\r\nAnsi=Ñ\r\nClave2=3\r\n\r\n[Dos]\r\nClave=-7\r\n");
+}
+
+TEST(Ajustes, AHandWrittenFileIsTakenAndKept)
+{
+    const CCarpetaPrueba carpeta;
+    CAplicacionPrueba aplicacion;
+    std::filesystem::create_directories(carpeta.Ruta() / "config/VexaSoft");
+    carpeta.Pon(kFichero, "; nota\n[Uno]\nClave=5\nMala=5x\nVacia=\n\n[Otra]\nClave=6\n");
+    EXPECT_EQ(aplicacion.GetProfileInt("Uno", "Clave", 1), 5);
+    EXPECT_EQ(aplicacion.GetProfileInt("Uno", "Mala", 1), 1) << "no number";
+    EXPECT_EQ(aplicacion.GetProfileInt("Uno", "Vacia", 1), 1);
+    EXPECT_EQ(aplicacion.GetProfileInt("Otra", "Clave", 1), 6);
+    aplicacion.WriteProfileInt("Uno", "Nueva", 9);
+    EXPECT_EQ(
+        carpeta.Lee(kFichero),
+        "; nota\r\n[Uno]\r\nClave=5\r\nMala=5x\r\nVacia=\r\nNueva=9\r\n\r\n[Otra]\r\nClave=6\r\n");
+}
+
+TEST(Ajustes, WithoutAPlaceNothingIsStoredAndNothingTold)
+{
+    const CCarpetaPrueba carpeta;
+    carpeta.Pon("config", "a file where the folder should be");
+    CAplicacionPrueba aplicacion;
+    EXPECT_EQ(aplicacion.WriteProfileInt("Uno", "Clave", 1), 0);
+    EXPECT_EQ(aplicacion.GetProfileInt("Uno", "Clave", 8), 8);
+    EXPECT_TRUE(aplicacion.guion.cajas.empty());
+    aplicacion.SetRegistryKey("");
+    EXPECT_EQ(aplicacion.WriteProfileInt("Uno", "Clave", 1), 0);
+}

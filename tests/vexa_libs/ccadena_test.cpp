@@ -1,0 +1,100 @@
+#include "vexa_libs/ccadena.h"
+
+#include <array>
+#include <climits>
+
+#include <gtest/gtest.h>
+
+TEST(Cadena, KnowsTheFolderAndTheExtensionOfAPath)
+{
+    const struct {
+        const char* motivo;
+        const char* ruta;
+        const char* carpeta;
+        const char* conR; ///< with the extension R
+    } casos[] = {
+        {"a bare name", "datos.txt", "", "datos.R"},
+        {"without an extension", "/a/datos", "/a/", "/a/datos.R"},
+        {"a point in the folder", "/a.b/datos", "/a.b/", "/a.b/datos.R"},
+        {"several points", "a/datos.v2.txt", "a/", "a/datos.v2.R"},
+        {"a closing point", "datos.", "", "datos.R"},
+        {"nothing but a folder", "a/", "a/", "a/.R"},
+        {"nothing", "", "", ".R"},
+    };
+    for (const auto& caso : casos) {
+        SCOPED_TRACE(caso.motivo);
+        CCadena ruta = caso.ruta;
+        EXPECT_EQ(ruta.DamePath(), CString(caso.carpeta));
+        ruta.CambiaExtension("R");
+        EXPECT_EQ(ruta, CString(caso.conR));
+    }
+    CCadena nombre = "otra/045127.R";
+    nombre.CambiaPath(CCadena("/donde/sea/lista.txt").DamePath());
+    EXPECT_EQ(nombre, CString("/donde/sea/045127.R"));
+    nombre.CambiaPath(CCadena("lista.txt").DamePath());
+    EXPECT_EQ(nombre, CString("045127.R"));
+}
+
+TEST(Cadena, SplitsARowAtItsTabs)
+{
+    const struct {
+        const char* motivo;
+        const char* fila;
+        std::array<const char*, 3> campos;
+        unsigned cuantos;
+    } casos[] = {
+        {"as many as asked for", "a\tb\tc", {"a", "b", "c"}, 3},
+        {"blanks stay", " a \t  \tc ", {" a ", "  ", "c "}, 3},
+        {"more than asked for", "a\tb\tc\td", {"a", "b", "c"}, 3},
+        {"fewer", "a", {"a", "", ""}, 1},
+        {"empty ones", "\t\t", {"", "", ""}, 3},
+        {"nothing", "", {"", "", ""}, 1},
+    };
+    for (const auto& caso : casos) {
+        SCOPED_TRACE(caso.motivo);
+        std::array<CString, 3> copias;
+        EXPECT_EQ(CCadena(caso.fila).Leetira(3, copias.data()), caso.cuantos);
+        std::array<std::string_view, 3> vistas = {"antes", "antes", "antes"};
+        Leetira(caso.fila, vistas);
+        for (std::size_t i = 0; i < 3; ++i) {
+            EXPECT_EQ(copias[i], CString(caso.campos[i]));
+            EXPECT_EQ(vistas[i], caso.campos[i]) << "what the row doesn't reach is emptied";
+        }
+    }
+}
+
+TEST(Numeros, AreReadAsFarAsTheyGo)
+{
+    const struct {
+        const char* texto;
+        int valor;
+    } enteros[] = {
+        {"", 0},
+        {"12", 12},
+        {" \t\r\n\v\f7", 7},
+        {"-12", -12},
+        {"+12", 12},
+        {"--1", 0},
+        {"- 1", 0},
+        {"12A45", 12},
+        {"A1", 0},
+        {"007", 7},
+        {"2147483647", INT_MAX},
+        {"2147483648", INT_MIN},
+        {"-2147483648", INT_MIN},
+        {"4294967297", 1},
+        {"99999999999999999999", 1661992959},
+        {"1 2", 1},
+    };
+    for (const auto& caso : enteros)
+        EXPECT_EQ(LeeEntero(caso.texto), caso.valor) << caso.texto;
+    const struct {
+        const char* texto;
+        double valor;
+    } reales[] = {
+        {"", 0},  {"      12.50", 12.5}, {"+3", 3},    {"-0.5x", -0.5}, {"1,5", 1},
+        {"x", 0}, {".25", 0.25},         {"1e2", 100},
+    };
+    for (const auto& caso : reales)
+        EXPECT_EQ(LeeReal(caso.texto), caso.valor) << caso.texto;
+}
