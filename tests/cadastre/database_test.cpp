@@ -57,13 +57,15 @@ TEST(BaseCatastro, KnowsAMunicipalityByItsCodeAlone)
 
 TEST(BaseCatastro, SortsItsMunicipalitiesByCodeAsSignedNumbers)
 {
-    CBaseCatastro base(28);
-    for (const short mun : {short{79}, short{-1}, short{5}, short{800}})
-        base.RegistraMunicipio(mun);
-    base.Ordena();
-    for (const auto& [mun, i] : {std::pair{-1, 0}, {5, 1}, {79, 2}, {800, 3}}) {
-        EXPECT_EQ(base.DameMunicipio(i).Mun, mun);
-        EXPECT_EQ(base.BuscaMunicipio(static_cast<short>(mun)), i);
+    for (const int cuantos : {3, 30}) {
+        CBaseCatastro base(28);
+        for (int mun = cuantos - 2; mun >= -1; --mun)
+            base.RegistraMunicipio(static_cast<short>(mun));
+        base.Ordena();
+        for (int i = 0; i < cuantos; ++i) {
+            EXPECT_EQ(base.DameMunicipio(i).Mun, i - 1);
+            EXPECT_EQ(base.BuscaMunicipio(static_cast<short>(i - 1)), i);
+        }
     }
 }
 

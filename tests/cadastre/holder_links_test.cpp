@@ -174,15 +174,6 @@ TEST(Cotitulares, TheGreatestShareAboveZeroBecomesTheMainOne)
     }
 }
 
-TEST(Cotitulares, AMainLinkThatIsChosenReplacesTheOldOne)
-{
-    CParcela parcela = Con({{1, 0, 10, ""}, {2, 7, 60, ""}});
-    parcela.EligeTitularPrincipal();
-    EXPECT_EQ(Ordenes(parcela), (std::vector<int>{1, 0}));
-    EXPECT_EQ(parcela.InsertaCotitular(3, 1, 0, ""), kOrdenRepetido);
-    EXPECT_EQ(parcela.InsertaCotitular(3, 7, 0, ""), 1); // free again
-}
-
 TEST(Cotitulares, SortByHolderShareNumberAndTitleAndGetAMainLink)
 {
     const struct {

@@ -232,13 +232,14 @@ TEST(Titular, TakesTheStreetKindFromTheFirstWord)
         {"AVDA. SUR", "AV", "SUR"},   {"AVD SUR", "AV", "SUR"},        {"PASEO SUR", "PS", "SUR"},
         {"PS SUR", "PS", "SUR"},      {"PLZA ALTA", "PZ", "ALTA"},     {"PZA ALTA", "PZ", "ALTA"},
         {"PZ ALTA", "PZ", "ALTA"},    {"CMNO REAL", "CM", "REAL"},     {"CM REAL", "CM", "REAL"},
-        {"URB PINAR", "UR", "PINAR"}, {"UR PINAR", "UR", "PINAR"},     {"CRTA SORIA", "CR", "SORIA"},
-        {"CR SORIA", "CR", "SORIA"},
+        {"URB PINAR", "UR", "PINAR"}, {"UR PINAR", "UR", "PINAR"},     {"CRTA JACA", "CR", "JACA"},
+        {"CR JACA", "CR", "JACA"},
         {"AV SUR", "", "SUR"},         // not in the table, and dropped all the same
         {"c/ MAYOR", "", "MAYOR"},     // capitals only
         {"C/  MAYOR", "CL", " MAYOR"}, // one separator goes
         {"MAYOR", "", "MAYOR"},        // one word: the whole line
         {"PZA", "PZ", "PZA"},
+        {"C/ ", "CL", "C/ "},          // nothing behind the separator: the whole line
         {"", "", ""},
     };
     // clang-format on

@@ -66,7 +66,8 @@ TEST(Mensajes, StandInTheLogAsTheyAlwaysDid)
         {Escrito(kCotitularSinTitular, -1),
          "E105: Titular     -1 no encontrado en el fichero de cotitulares.\r\n"},
         {Escrito(kParcelaNoEnBase, 12, 345),
-         "E106: La parcela   12    345 en gráfico no tiene correspondencia en base de datos\r\n"_ansi},
+         "E106: La parcela   12    345 en gráfico no tiene correspondencia en base de "
+         "datos\r\n"_ansi},
         {Escrito(kParFueraDeFecha, "012"),
          "E107: Archivo topológico del polígono 012.PAR fuera de fecha\r\n"_ansi},
         {Escrito(kSubFueraDeFecha, "012"),

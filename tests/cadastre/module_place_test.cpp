@@ -136,10 +136,13 @@ TEST(Modulo, ARowReadAndWrittenIsTheSameRowAndALineComposedReadsBack)
         Fila("028|079|PD| 12|Prado de siega                          |      7|       8.00|"
              "    1|     -2|    3|      4| 9999|      6| |S|N");
     const CModulo modulo = DeLinea(fila, kModoTabla);
+    EXPECT_EQ(modulo.Denominacion, "Prado de siega"); // which its look-up goes by
     EXPECT_EQ(FilaDe(modulo), fila + "\r\n");
     std::string linea;
     modulo.Compon(linea, kModoCatastro);
-    EXPECT_EQ(FilaDe(DeLinea(linea + "\n", kModoCatastro)), fila + "\r\n");
+    const CModulo leido = DeLinea(linea + "\n", kModoCatastro);
+    EXPECT_EQ(FilaDe(leido), fila + "\r\n");
+    EXPECT_EQ(leido.Denominacion, "Prado de siega");
 }
 
 TEST(Paraje, CutsTheEndOfItsNameAndWrapsItsNumber)

@@ -303,6 +303,8 @@ TEST(ParcelaSubparcelas, FindsAsAWalkDoesInShortAndLongParcels)
             for (const int desde : {-5, 0, 1, hasta(i + 3)})
                 ASSERT_EQ(parcela.BuscaSubparcela(otra, desde), busca(otra, desde));
         }
+        for (int i = 0; (i = busca("A", i)) >= 0; ++i) // from one to the next, as callers go
+            ASSERT_EQ(parcela.BuscaSubparcela("A", i + 1), busca("A", i + 1));
         parcela.OrdenaSubparcelas();
         std::sort(letras.begin(), letras.end());
         for (const std::string& letra : letras)

@@ -59,7 +59,7 @@ private:
 TEST(Reemplazo, FollowsALinkToItsTarget)
 {
     const CCarpetaPrueba carpeta;
-    const fs::path raiz = carpeta.Ruta();
+    const fs::path& raiz = carpeta.Ruta();
     fs::create_directories(raiz / "lejos");
     fs::create_symlink("../a.txt", raiz / "lejos" / "relativo");
     fs::create_symlink(raiz / "a.txt", raiz / "absoluto");
@@ -174,9 +174,9 @@ TEST(Reemplazo, AFullDiskLeavesTheTargetAsItWas)
 {
     const CCarpetaPrueba carpeta;
     carpeta.Pon("a.txt", "antes");
-    const std::string larga(200 * 1024, 'x');
+    const std::string larga(std::size_t{200} * 1024, 'x');
     {
-        const CDiscoLleno lleno(100 * 1024);
+        const CDiscoLleno lleno(std::size_t{100} * 1024);
         CStdioFile fichero;
         ASSERT_TRUE(fichero.Open(carpeta.En("a.txt"), kEscribe));
         EXPECT_THROW(fichero.WriteString(larga), CFileException);
@@ -193,7 +193,7 @@ TEST(Reemplazo, AFullDiskLeavesTheTargetAsItWas)
 TEST(Reemplazo, WritesADeviceDirectly)
 {
     const std::string corta = "a\n";
-    const std::string larga(200 * 1024, 'x');
+    const std::string larga(std::size_t{200} * 1024, 'x');
     for (const std::string& texto : {corta, larga}) {
         const auto escribe = [&](const char* nombre, UINT modo, bool vacia) {
             CStdioFile fichero;

@@ -57,3 +57,76 @@ TEST(Ajustes, WithoutAPlaceNothingIsStoredAndNothingTold)
     aplicacion.SetRegistryKey("");
     EXPECT_EQ(aplicacion.WriteProfileInt("Uno", "Clave", 1), 0);
 }
+
+TEST(Ajustes, ANumberIsTakenWholeOrNotAtAll)
+{
+    const CCarpetaPrueba carpeta;
+    CAplicacionPrueba aplicacion;
+    constexpr int kDefecto = 77;
+    constexpr struct {
+        const char* texto;
+        int valor;
+    } kCasos[] = {
+        {"0", 0},
+        {"-7", -7},
+        {"2147483647", 2147483647},
+        {"-2147483648", -2147483647 - 1},
+        {"2147483648", kDefecto},
+        {"", kDefecto},
+        {"x", kDefecto},
+        {"5x", kDefecto},
+        {"5 ", kDefecto},
+        {" 5", kDefecto},
+        {"1.5", kDefecto},
+        {"0x10", kDefecto},
+    };
+    for (const auto& caso : kCasos) {
+        aplicacion.WriteProfileString("Uno", "Clave", caso.texto);
+        EXPECT_EQ(aplicacion.GetProfileInt("Uno", "Clave", kDefecto), caso.valor) << caso.texto;
+    }
+}
+
+TEST(Ajustes, AKeyIsFoundByItsWholeNameInItsSection)
+{
+    const CCarpetaPrueba carpeta;
+    CAplicacionPrueba aplicacion;
+    std::filesystem::create_directories(carpeta.Ruta() / "config/VexaSoft");
+    constexpr const char* kTexto = "Clave=fuera\r\n[Uno]\r\nClaveLarga=a\r\n;Clave=b\r\nClave=c\r\n"
+                                   "Clave=d\r\n[Unos]\r\nOtra=e\r\n[Uno]\r\nOtra=f\r\n";
+    carpeta.Pon(kFichero, kTexto);
+    const auto lee = [&](const char* seccion, const char* clave) {
+        return aplicacion.GetProfileString(seccion, clave, "nada");
+    };
+    EXPECT_EQ(lee("Uno", "Clave"), CString("c"));
+    EXPECT_EQ(lee("Uno", "ClaveLarga"), CString("a"));
+    EXPECT_EQ(lee("Unos", "Clave"), CString("nada"));
+    EXPECT_EQ(lee("Uno", "Otra"), CString("nada")) << "the first section of a name is the one";
+    EXPECT_EQ(lee("", "Clave"), CString("nada"));
+    EXPECT_EQ(carpeta.Lee(kFichero), kTexto) << "reading changes nothing";
+    aplicacion.WriteProfileString("Uno", "Clave", "c2");
+    std::string despues = kTexto;
+    despues.replace(despues.find("=c"), 2, "=c2");
+    EXPECT_EQ(carpeta.Lee(kFichero), despues);
+}
+
+TEST(Ajustes, AFileThatCannotBeReplacedStaysAsItWas)
+{
+    const CCarpetaPrueba carpeta;
+    CAplicacionPrueba aplicacion;
+    std::filesystem::create_directories(carpeta.Ruta() / kFichero / "dentro");
+    EXPECT_EQ(aplicacion.WriteProfileInt("Uno", "Clave", 1), 0);
+    EXPECT_TRUE(std::filesystem::is_directory(carpeta.Ruta() / kFichero));
+}
+
+TEST(Ajustes, WithoutACompanyTheStoreIsNotEvenLookedAt)
+{
+    const CCarpetaPrueba carpeta;
+    CAplicacionPrueba aplicacion;
+    aplicacion.WriteProfileInt("Uno", "Clave", 1);
+    const std::string antes = carpeta.Lee(kFichero);
+    aplicacion.SetRegistryKey("");
+    EXPECT_EQ(aplicacion.WriteProfileInt("Uno", "Clave", 2), 0);
+    EXPECT_EQ(aplicacion.GetProfileInt("Uno", "Clave", 8), 8);
+    EXPECT_EQ(carpeta.Lee(kFichero), antes);
+    EXPECT_EQ(carpeta.Cuantos(), 1);
+}

@@ -98,3 +98,48 @@ TEST(Numeros, AreReadAsFarAsTheyGo)
     for (const auto& caso : reales)
         EXPECT_EQ(LeeReal(caso.texto), caso.valor) << caso.texto;
 }
+
+TEST(Cadena, LeavesAloneTheFieldsThatTheRowDoesNotReach)
+{
+    constexpr struct {
+        const char* motivo;
+        std::string_view fila;
+        unsigned pedidos, cuantos;
+        std::array<const char*, 4> campos;
+    } kCasos[] = {
+        {"shorter than asked for", "a\tb", 4, 2, {"a", "b", "antes", "antes"}},
+        {"a closing tab opens one more", "a\t", 4, 2, {"a", "", "antes", "antes"}},
+        {"an empty row has one field", "", 4, 1, {"", "antes", "antes", "antes"}},
+        {"none asked for", "a\tb", 0, 0, {"antes", "antes", "antes", "antes"}},
+        {"fewer than there are", "a\tb\tc", 1, 1, {"a", "antes", "antes", "antes"}},
+        {"a line end is no separator", "a\nb\tc", 2, 2, {"a\nb", "c", "antes", "antes"}},
+    };
+    for (const auto& caso : kCasos) {
+        SCOPED_TRACE(caso.motivo);
+        std::array<CString, 4> campos = {"antes", "antes", "antes", "antes"};
+        EXPECT_EQ(CCadena(caso.fila).Leetira(caso.pedidos, campos.data()), caso.cuantos);
+        for (std::size_t i = 0; i < campos.size(); ++i)
+            EXPECT_EQ(campos[i], CString(caso.campos[i]));
+    }
+    std::array<CString, 2> fila = {"a\tb", "antes"};
+    CCadena(fila[0]).Leetira(2, fila.data()); // a row that lies in its own array
+    EXPECT_EQ(fila[0], CString("a"));
+    EXPECT_EQ(fila[1], CString("b"));
+}
+
+TEST(Numeros, EndWhereTheTextEnds)
+{
+    // What stands behind a field in its line is no part of it.
+    constexpr std::string_view kLinea = "12345.75";
+    EXPECT_EQ(LeeEntero(kLinea.substr(1, 2)), 23);
+    EXPECT_EQ(LeeReal(kLinea.substr(3, 3)), 45);
+    EXPECT_EQ(LeeReal(kLinea.substr(3, 4)), 45.7);
+    EXPECT_EQ(LeeEntero(std::string_view("1\0"
+                                         "2",
+                                         3)),
+              1);
+    EXPECT_EQ(LeeEntero("\xA0"
+                        "5"),
+              0)
+        << "the code page's hard blank is no white space";
+}
