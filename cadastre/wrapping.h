@@ -10,11 +10,12 @@ constexpr int Suma(int a, int b)
     return static_cast<int>(static_cast<std::uint32_t>(a) + static_cast<std::uint32_t>(b));
 }
 
-/// The number cut towards zero, its low 32 bits; 0 for what is no number or passes 64 bits.
+/// The number cut towards zero, its low 32 bits; 0 for what is no finite number.
 inline int Corta(double valor)
 {
-    constexpr double kPasa64 = 9223372036854775808.0;
-    if (!(std::fabs(valor) < kPasa64))
+    constexpr double kVuelta = 4294967296.0; // 2 to the power of 32; the remainder is exact
+    if (!std::isfinite(valor))
         return 0;
-    return static_cast<int>(static_cast<std::uint32_t>(static_cast<std::int64_t>(valor)));
+    return static_cast<int>(
+        static_cast<std::uint32_t>(static_cast<std::int64_t>(std::fmod(valor, kVuelta))));
 }
