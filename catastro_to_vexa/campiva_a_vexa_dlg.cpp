@@ -1,5 +1,6 @@
 #include "catastro_to_vexa/campiva_a_vexa_dlg.h"
 
+#include "shell/frame/box_texts.h"
 #include "vexa_libs/ccadena.h"
 
 namespace {
@@ -62,7 +63,7 @@ void CCampivaAVexaDlg::OnOK()
     CString resumen;
     resumen.Format(kResumenCatastro, static_cast<int>(base.Municipios().size()), base.NumParcelas(),
                    base.NumTitulares(), numErrores, numWarnings);
-    MessageBox(resumen, "Fin del proceso", MB_OK);
+    MessageBox(resumen, cajas::kFin, MB_OK);
     Fase(IDS_NADA, nullptr);
     ActivaControles(true);
 }

@@ -1,4 +1,5 @@
 #include "catastro_to_vexa/campiva_a_vexa_dlg.h"
+#include "shell/frame/box_texts.h"
 
 // The end of the run, the same after a complete reading and after a stop: the checks of the
 // database and the six table files.
@@ -50,10 +51,8 @@ void CCampivaAVexaDlg::GrabaTablas(CBaseCatastro& base)
     };
     for (const auto& tabla : tablas) {
         CStdioFile fichero;
-        if (!fichero.Open(tabla.archivo, CFile::modeCreate | CFile::modeWrite | CFile::typeText)) {
-            CajaError("El archivo " + tabla.archivo + " no se puede crear");
+        if (!CreaSalida(fichero, tabla.archivo, cajas::kNoSePuedeCrear))
             continue;
-        }
         Fase(tabla.estado, nullptr);
         tabla.graba(base, fichero);
         fichero.Close();

@@ -73,8 +73,6 @@ public:
     /// Number of bytes of the file in front of the next one to be read or written.
     std::uint64_t GetPosition() const { return m_base + (Escribiendo() ? m_lleno : m_leido); }
 
-    CString GetFilePath() const { return m_nombre; }
-
     /// Tells whether both names lead to one and the same file on disk.
     static bool EsElMismo(const CString& uno, const CString& otro);
 

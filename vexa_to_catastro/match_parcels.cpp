@@ -43,9 +43,7 @@ void CVexaACampiva2Dlg::RegistraParcelas(CStdioFile* log, int* numErrores, int p
 {
     const CAvisos avisos{*log, *numErrores, cruce.avisos.numWarnings};
     const auto fueraDeFecha = [&] {
-        CString texto;
-        texto.Format(kParFueraDeFecha, poligono.entrada);
-        CajaError(texto);
+        CajaError(kParFueraDeFecha, poligono.entrada);
         return true;
     };
     int numero = -1; // the last one read from a label: a record that is no parcel goes on with it

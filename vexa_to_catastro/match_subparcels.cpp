@@ -53,9 +53,7 @@ void CVexaACampiva2Dlg::RegistraSubparcelas(CStdioFile* log, int* numErrores, in
         const Rotulo leido =
             LeeRotuloDeCodigo(registro, bin, rotulo, {kCodigoSubparcela, kOtroCodigoSubparcela});
         if (leido == Rotulo::FueraDeFecha) {
-            CString texto;
-            texto.Format(kSubFueraDeFecha, poligono.entrada);
-            CajaError(texto);
+            CajaError(kSubFueraDeFecha, poligono.entrada);
             return;
         }
         if (leido == Rotulo::Ajeno)

@@ -1,6 +1,6 @@
 #include "vexa_to_catastro/ortho_zones.h"
 
-#include "platform/ansi.h"
+#include "shell/frame/box_texts.h"
 #include "vexa_libs/ccadena.h"
 #include "vexa_libs/topology.h"
 #include "vexa_to_catastro/vexa_a_campiva2_dlg.h"
@@ -68,7 +68,7 @@ bool CVexaACampiva2Dlg::LeeOrtos(CCruce& cruce)
         CLinea<int> linea("nuevo");
         CTexto<int> texto("nuevo");
         if (!LeeHoja(hoja, &bin, linea, texto)) {
-            CajaError("Archivo topológico de ortofotos fuera de fecha.\n"_ansi);
+            CajaError(cajas::kOrtosFueraDeFecha);
             return false;
         }
         cruce.ortos.Inserta(linea, texto);

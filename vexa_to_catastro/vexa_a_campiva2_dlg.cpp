@@ -1,7 +1,7 @@
 #include "vexa_to_catastro/vexa_a_campiva2_dlg.h"
 
 #include "cadastre/exchange_format.h"
-#include "platform/ansi.h"
+#include "shell/frame/box_texts.h"
 #include "vexa_libs/ccadena.h"
 
 namespace {
@@ -36,12 +36,6 @@ constexpr UINT kConmutados[] = {
 constexpr CLectura kLeeGerLista = {5, 3, 0};
 constexpr CLectura kLeeMunLista = {8, 3, 0};
 constexpr CLectura kLeeNombreSalida = {5, 6, 0};
-
-constexpr UINT kModoSalida = CFile::modeCreate | CFile::modeWrite | CFile::typeText;
-
-constexpr const char* kAlgunasNoSalvadas =
-    "ATENCION: Algunas parcelas no fueras salvadas en el archivo de Campiva.\n\n"
-    "                         Revisar archivo de errores.\n";
 
 } // namespace
 
@@ -116,10 +110,9 @@ void CVexaACampiva2Dlg::OnOK()
 bool CVexaACampiva2Dlg::GrabaSalida(CBaseCatastro& base, const CString& nombreR,
                                     const CString& nombreM)
 {
-    constexpr const char* kNoSeCrea = "Imposible crear el archivo ";
     constexpr bool kFijo = true;
     CStdioFile r;
-    if (!CreaSalida(r, nombreR, kNoSeCrea))
+    if (!CreaSalida(r, nombreR, cajas::kNoSeCrea))
         return false;
     base.GrabaTitulares(r, kFijo);
     base.GrabaParcelas(r, kFijo);
@@ -127,7 +120,7 @@ bool CVexaACampiva2Dlg::GrabaSalida(CBaseCatastro& base, const CString& nombreR,
     base.GrabaSubparcelas(r, kFijo);
     base.GrabaParajes(r, kFijo);
     r.Close();
-    if (CStdioFile m; CreaSalida(m, nombreM, kNoSeCrea)) {
+    if (CStdioFile m; CreaSalida(m, nombreM, cajas::kNoSeCrea)) {
         base.GrabaModulos(m, kFijo);
         m.Close();
     }
@@ -139,24 +132,15 @@ bool CVexaACampiva2Dlg::GrabaSalida(CBaseCatastro& base, const CString& nombreR,
 void CVexaACampiva2Dlg::ModificaTablas(CBaseCatastro& base)
 {
     constexpr bool kFijo = false;
-    if (CStdioFile parcelas;
-        CreaSalida(parcelas, ArchivoParcelas, "Imposible salvar el archivo ")) {
+    if (CStdioFile parcelas; CreaSalida(parcelas, ArchivoParcelas, cajas::kNoSeSalvanParcelas)) {
         base.GrabaParcelas(parcelas, kFijo);
         parcelas.Close();
     }
     if (CStdioFile subparcelas;
-        CreaSalida(subparcelas, ArchivoSubparcelas, "Imposib salvar el archivo ")) {
+        CreaSalida(subparcelas, ArchivoSubparcelas, cajas::kNoSeSalvanSubparcelas)) {
         base.GrabaSubparcelas(subparcelas, kFijo);
         subparcelas.Close();
     }
-}
-
-bool CVexaACampiva2Dlg::CreaSalida(CStdioFile& fichero, const CString& nombre, const char* queja)
-{
-    const bool creado = fichero.Open(nombre, kModoSalida);
-    if (!creado)
-        CajaError(queja + nombre);
-    return creado;
 }
 
 void CVexaACampiva2Dlg::Despide(CBaseCatastro& base, short mun, int numErrores, int numWarnings)
@@ -164,7 +148,7 @@ void CVexaACampiva2Dlg::Despide(CBaseCatastro& base, short mun, int numErrores, 
     CString resumen;
     resumen.Format(kResumenVexa, base.Ger, mun, base.NumParcelas(), base.NumTitulares(), numErrores,
                    numWarnings);
-    MessageBox(resumen, "Fin del proceso", MB_OK);
+    MessageBox(resumen, cajas::kFin, MB_OK);
     if (ParcelasNoSalvadas)
-        CajaError(kAlgunasNoSalvadas);
+        CajaError(cajas::kAlgunasNoSalvadas);
 }

@@ -103,7 +103,6 @@ private:
     /// main file can't be created; what else can't be created is told and passed over.
     bool GrabaSalida(CBaseCatastro& base, const CString& nombreR, const CString& nombreM);
     void ModificaTablas(CBaseCatastro& base);
-    bool CreaSalida(CStdioFile& fichero, const CString& nombre, const char* queja);
     /// The closing boxes.
     void Despide(CBaseCatastro& base, short mun, int numErrores, int numWarnings);
 

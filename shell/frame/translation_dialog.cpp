@@ -3,14 +3,12 @@
 #include <algorithm>
 #include <cmath>
 
-#include "platform/ansi.h"
 #include "platform/cwinapp.h"
 #include "resources/resource_ids.h"
 #include "shell/frame/about_dialog.h"
+#include "shell/frame/box_texts.h"
 
 namespace {
-
-constexpr const char* kTituloError = "Error";
 
 /// The bar's position for a tick: truncated, and 0 where there is no total to hold it against.
 WPARAM Porcentaje(std::uint32_t posicion, std::int32_t total)
@@ -60,8 +58,7 @@ void CTraduccionDlg::OnCancel()
 {
     if (EnMarcha) {
         constexpr UINT kPregunta = MB_YESNO | MB_ICONQUESTION;
-        if (MessageBox("¿ Quiere detener el proceso ?"_ansi, "Pausa de usuario", kPregunta) ==
-            IDYES)
+        if (MessageBox(cajas::kDetener, cajas::kPausa, kPregunta) == IDYES)
             EnMarcha = false;
         return;
     }
@@ -120,7 +117,7 @@ LRESULT CTraduccionDlg::WindowProc(UINT mensaje, WPARAM wParam, LPARAM lParam)
     try {
         return CDialog::WindowProc(mensaje, wParam, lParam);
     } catch (const CFileException& fallo) {
-        CajaError("Imposible escribir el archivo " + fallo.m_strFileName);
+        CajaError(cajas::kNoSeEscribe, fallo.m_strFileName);
         Fase(IDS_NADA, nullptr);
         ActivaControles(true);
         return 0;
@@ -211,16 +208,16 @@ bool CTraduccionDlg::Avanza(std::uint64_t posicion, std::uint64_t total)
                        static_cast<std::int32_t>(total)) != 0;
 }
 
-void CTraduccionDlg::CajaError(const CString& texto)
+void CTraduccionDlg::MuestraError(const CString& texto)
 {
-    MessageBox(texto, kTituloError, MB_ICONERROR);
+    MessageBox(texto, cajas::kError, MB_ICONERROR);
 }
 
 bool CTraduccionDlg::Abre(CFile& fichero, const CString& nombre, UINT modo)
 {
     const bool abierto = fichero.Open(nombre, modo);
     if (!abierto)
-        CajaError("El archivo " + nombre + " no existe");
+        CajaError(cajas::kNoExiste, nombre);
     return abierto;
 }
 
@@ -234,6 +231,15 @@ bool CTraduccionDlg::AbreDibujo(CFile& fichero, const CString& nombre)
     return Abre(fichero, nombre, CFile::modeRead | CFile::typeBinary | CFile::anyCase);
 }
 
+bool CTraduccionDlg::CreaSalida(CStdioFile& fichero, const CString& nombre, const char* queja)
+{
+    const bool creado =
+        fichero.Open(nombre, CFile::modeCreate | CFile::modeWrite | CFile::typeText);
+    if (!creado)
+        CajaError(queja, nombre);
+    return creado;
+}
+
 bool CTraduccionDlg::CreaLog(CStdioFile& log, const CString& nombre,
                              std::initializer_list<CString> entradas)
 {
@@ -244,6 +250,6 @@ bool CTraduccionDlg::CreaLog(CStdioFile& log, const CString& nombre,
                     [&](const CString& entrada) { return CFile::EsElMismo(nombre, entrada); });
     const bool creado = !esEntrada && log.Open(nombre, kModo);
     if (!creado)
-        CajaError("Imposible crear el archivo " + nombre);
+        CajaError(cajas::kNoSeCrea, nombre);
     return creado;
 }

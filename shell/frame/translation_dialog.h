@@ -73,16 +73,28 @@ protected:
     /// Ticks inside a loop. False when the user wants to stop.
     bool Avanza(std::uint64_t posicion, std::uint64_t total);
 
-    void CajaError(const CString& texto);
+    /// Shows an error box with a text, or the form of one (box_texts.h, or a number of the string
+    /// table) and its arguments.
+    template <class F, class... T>
+    void CajaError(F forma, const T&... argumentos)
+    {
+        CString texto;
+        texto.Format(forma, argumentos...);
+        MuestraError(texto);
+    }
     /// Opens an input, with a box where it can't be opened; a text, or a file of the drawing
     /// system.
     bool AbreEntrada(CStdioFile& fichero, const CString& nombre);
     bool AbreDibujo(CFile& fichero, const CString& nombre);
+    /// Creates an output that takes its target's place when it is closed. False where it can't be
+    /// created, with a box of the form `queja`.
+    bool CreaSalida(CStdioFile& fichero, const CString& nombre, const char* queja);
     /// Creates the log of a run, with a box where it can't be created: also where it would fall on
     /// one of the run's inputs, which would be lost.
     bool CreaLog(CStdioFile& log, const CString& nombre, std::initializer_list<CString> entradas);
 
 private:
+    void MuestraError(const CString& texto);
     bool Abre(CFile& fichero, const CString& nombre, UINT modo);
     LRESULT OnEstadoId(WPARAM wParam, LPARAM lParam);
     LRESULT OnAvance(WPARAM wParam, LPARAM lParam);
@@ -91,7 +103,6 @@ private:
     LRESULT OnHelpInfo(WPARAM wParam, LPARAM lParam);
     void OnAcercaDe();
     void OnBuscar(const CBusqueda& busqueda);
-    void Bombea();
 
     bool m_enLote = false;
 };

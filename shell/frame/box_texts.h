@@ -1,0 +1,28 @@
+#pragma once
+
+#include "platform/ansi.h"
+
+// The texts of all boxes that have no number in the string table. The log's messages and the
+// summaries stand in the catalogue.
+
+namespace cajas {
+
+inline constexpr const char* kError = "Error";
+inline constexpr const char* kFin = "Fin del proceso";
+inline constexpr const char* kPausa = "Pausa de usuario";
+
+inline constexpr const char* kDetener = "¿ Quiere detener el proceso ?"_ansi;
+inline constexpr const char* kNoExiste = "El archivo %s no existe";
+inline constexpr const char* kNoSePuedeCrear = "El archivo %s no se puede crear";
+inline constexpr const char* kNoSeCrea = "Imposible crear el archivo %s";
+inline constexpr const char* kNoSeSalvanParcelas = "Imposible salvar el archivo %s";
+/// Cut short by whoever wrote it first; users' scripts know it so.
+inline constexpr const char* kNoSeSalvanSubparcelas = "Imposib salvar el archivo %s";
+inline constexpr const char* kNoSeEscribe = "Imposible escribir el archivo %s";
+inline constexpr const char* kOrtosFueraDeFecha =
+    "Archivo topológico de ortofotos fuera de fecha.\n"_ansi;
+inline constexpr const char* kAlgunasNoSalvadas =
+    "ATENCION: Algunas parcelas no fueras salvadas en el archivo de Campiva.\n\n"
+    "                         Revisar archivo de errores.\n";
+
+} // namespace cajas
