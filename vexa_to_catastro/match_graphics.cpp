@@ -1,4 +1,4 @@
-#include "vexa_libs/ccadena.h"
+#include "cadastre/polygon_list.h"
 #include "vexa_to_catastro/vexa_a_campiva2_dlg.h"
 
 // The matching of the drawings with the database: its stages, and the walk of the polygons.
@@ -28,7 +28,7 @@ bool CVexaACampiva2Dlg::LeeListaPoligonos(std::vector<CString>& entradas, CStdio
     CString linea;
     lista.ReadString(linea); // the municipality's, used already
     while (lista.ReadString(linea))
-        entradas.push_back(linea.Mid(1));
+        entradas.push_back(EntradaDeLista(linea));
     return true;
 }
 
@@ -46,10 +46,7 @@ void CVexaACampiva2Dlg::CruzaPoligono(const CString& entrada, CCruce& cruce)
 {
     const int polig = LeeEntero(entrada);
     const auto nombre = [&](const char* extension) {
-        CCadena ruta = entrada;
-        ruta.CambiaPath(CCadena(ArchivoTren).DamePath());
-        ruta.CambiaExtension(extension);
-        return ruta;
+        return FicheroDeLista(CCadena(ArchivoTren).DamePath(), entrada, extension);
     };
     CFile bin;
     CFile topologia;

@@ -1,8 +1,7 @@
 #include "vexa_to_catastro/vexa_a_campiva2_dlg.h"
 
-#include "cadastre/exchange_format.h"
+#include "cadastre/polygon_list.h"
 #include "shell/frame/box_texts.h"
-#include "vexa_libs/ccadena.h"
 
 namespace {
 
@@ -31,11 +30,6 @@ constexpr UINT kConmutados[] = {
     ID_HELP,
     IDC_ACERCA_DE,
 };
-
-// The first line of the list file. Its two numbers, as text, also name the outputs.
-constexpr CLectura kLeeGerLista = {5, 3, 0};
-constexpr CLectura kLeeMunLista = {8, 3, 0};
-constexpr CLectura kLeeNombreSalida = {5, 6, 0};
 
 } // namespace
 
@@ -75,15 +69,11 @@ void CVexaACampiva2Dlg::OnOK()
         return;
     lista.ReadString(primera);
     lista.Close();
-    const CLineaFija cabecera(primera);
-    CBaseCatastro base(static_cast<short>(cabecera.Entero(kLeeGerLista)));
-    const auto mun = static_cast<short>(cabecera.Entero(kLeeMunLista));
-    const int indice = base.InsertaMunicipio(CMunicipio(mun, 0));
+    const CCabeceraLista cabecera = LeeCabeceraLista(primera);
+    CBaseCatastro base(cabecera.Ger);
+    const int indice = base.InsertaMunicipio(CMunicipio(cabecera.Mun, 0));
     const auto salida = [&](const char* extension) {
-        CCadena nombre(cabecera.Texto(kLeeNombreSalida));
-        nombre.CambiaPath(CCadena(ArchivoTren).DamePath());
-        nombre.CambiaExtension(extension);
-        return nombre;
+        return FicheroDeLista(CCadena(ArchivoTren).DamePath(), cabecera.nombreSalida, extension);
     };
     CStdioFile log;
     if (!CreaLog(log, salida("ERR"),
@@ -101,7 +91,7 @@ void CVexaACampiva2Dlg::OnOK()
     if (cruzado) {
         base.Ordena();
         if (GrabaSalida(base, salida("R"), salida("M")))
-            Despide(base, mun, numErrores, numWarnings);
+            Despide(base, cabecera.Mun, numErrores, numWarnings);
     }
     Fase(IDS_NADA, nullptr);
     ActivaControles(true);

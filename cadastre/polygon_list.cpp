@@ -1,0 +1,31 @@
+#include "cadastre/polygon_list.h"
+
+#include "cadastre/exchange_format.h"
+
+namespace {
+
+constexpr CLectura kLeeGerLista = {5, 3, 0};
+constexpr CLectura kLeeMunLista = {8, 3, 0};
+constexpr CLectura kLeeNombreSalida = {5, 6, 0}; // both numbers once more, as text
+
+} // namespace
+
+CCabeceraLista LeeCabeceraLista(const CString& primera)
+{
+    const CLineaFija linea(primera);
+    return {static_cast<short>(linea.Entero(kLeeGerLista)),
+            static_cast<short>(linea.Entero(kLeeMunLista)), linea.Texto(kLeeNombreSalida)};
+}
+
+CString EntradaDeLista(const CString& linea)
+{
+    return linea.Mid(1);
+}
+
+CCadena FicheroDeLista(const CString& carpeta, const CString& nombre, const char* extension)
+{
+    CCadena ruta = nombre;
+    ruta.CambiaPath(carpeta);
+    ruta.CambiaExtension(extension);
+    return ruta;
+}

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "vexa_libs/ccadena.h"
+
+// The list file names the polygons of one municipality. Its first line tells the municipality, each
+// other line is an entry. The polygons' files stand beside it, and what is made of them goes there
+// too.
+
+/// What the first line tells.
+struct CCabeceraLista {
+    short Ger = 0;
+    short Mun = 0;
+    CString nombreSalida; ///< base name of the outputs: the two numbers as they stand
+};
+
+/// \param primera  without its line end; what is missing in it reads as 0 and as empty text
+CCabeceraLista LeeCabeceraLista(const CString& primera);
+
+/// The entry of a line behind the first one: the base name of a polygon's files, which begins with
+/// the polygon's number. The line's first character says nothing.
+CString EntradaDeLista(const CString& linea);
+
+/// Path of a file in the list file's folder, given as `DamePath` gives it.
+CCadena FicheroDeLista(const CString& carpeta, const CString& nombre, const char* extension);
