@@ -57,7 +57,7 @@ struct CDatosLinea {
 /// The field of a column: a member of the record, something beside it, or a fixed text.
 template <class R>
 using CCampo =
-    std::variant<short R::*, int R::*, char R::*, CString R::*, short CDatosLinea::*,
+    std::variant<short R::*, int R::*, char R::*, double R::*, CString R::*, short CDatosLinea::*,
                  int CDatosLinea::*, CString CDatosLinea::*, double CDatosLinea::*, const char*>;
 
 /// Column, width and the least line length, line end included, at which the field is read.

@@ -3,6 +3,7 @@
 #include <charconv>
 
 #include "platform/dialog.h"
+#include "platform/html_help.h"
 #include "platform/settings.h"
 
 namespace {
@@ -45,7 +46,7 @@ void CWinApp::Arranca(CFrontal& frontal, const CRecursos& recursos, const CStrin
 
 void CWinApp::OnHelp()
 {
-    m_frontal->MuestraAyuda(m_pszHelpFilePath);
+    HtmlHelp(m_pMainWnd, m_pszHelpFilePath, HH_DISPLAY_TOPIC, nullptr);
 }
 
 int CWinApp::Caja(const CString& texto, const CString& titulo, UINT flags)

@@ -4,6 +4,42 @@
 
 #include "platform/cwinapp.h"
 
+namespace {
+
+/// The row of radio buttons that the button belongs to, in order. Controls of other kinds may stand
+/// among them.
+std::vector<CControl*> GrupoDe(std::deque<CControl>& controles, const CControl& boton)
+{
+    std::vector<CControl*> grupo;
+    bool hallado = false;
+    for (CControl& control : controles) {
+        if (control.Plantilla().clase != ClaseControl::Radio)
+            continue;
+        if (control.Plantilla().abreGrupo) {
+            if (hallado)
+                break;
+            grupo.clear();
+        }
+        hallado = hallado || &control == &boton;
+        grupo.push_back(&control);
+    }
+    return grupo;
+}
+
+bool TieneLeyenda(ClaseControl clase)
+{
+    return clase == ClaseControl::Boton || clase == ClaseControl::BotonPorDefecto ||
+           clase == ClaseControl::Casilla || clase == ClaseControl::Radio;
+}
+
+bool Rodea(const CPlantillaControl& grupo, const CPlantillaControl& control)
+{
+    return grupo.clase == ClaseControl::Grupo && control.x >= grupo.x && control.y >= grupo.y &&
+           control.x < grupo.x + grupo.ancho && control.y < grupo.y + grupo.alto;
+}
+
+} // namespace
+
 CControl::CControl(CDialog& dialogo, const CPlantillaControl& plantilla)
     : m_dialogo(&dialogo), m_plantilla(&plantilla), m_texto(plantilla.texto)
 {
@@ -115,6 +151,54 @@ CControl* CDialog::GetDlgItem(UINT id)
     return control != m_controles.end() ? &*control : nullptr;
 }
 
+void CDialog::Pulsa(CControl& control)
+{
+    if (!control.IsWindowEnabled())
+        return;
+    switch (control.Plantilla().clase) {
+    case ClaseControl::Boton:
+    case ClaseControl::BotonPorDefecto:
+        SendMessage(WM_COMMAND, control.Id(), 0);
+        break;
+    case ClaseControl::Casilla:
+        control.SetCheck(1 - control.GetCheck());
+        break;
+    case ClaseControl::Radio:
+        for (CControl* otro : GrupoDe(m_controles, control))
+            otro->SetCheck(otro == &control ? 1 : 0);
+        break;
+    default:
+        break;
+    }
+}
+
+CString CDialog::NombreDe(const CControl& control) const
+{
+    CString leyenda;
+    if (TieneLeyenda(control.Plantilla().clase)) {
+        leyenda = control.GetWindowText();
+        leyenda.Replace("&", "");
+    }
+    const CControl* anterior = nullptr;
+    CString grupo;
+    bool delante = true; // of the control itself
+    bool repetida = false;
+    for (const CControl& otro : m_controles) {
+        if (&otro == &control) {
+            delante = false;
+            continue;
+        }
+        repetida = repetida || otro.GetWindowText() == control.GetWindowText();
+        if (delante)
+            anterior = &otro;
+        if (Rodea(otro.Plantilla(), control.Plantilla()))
+            grupo = otro.GetWindowText();
+    }
+    if (!leyenda.IsEmpty())
+        return repetida && anterior != nullptr ? leyenda + " " + NombreDe(*anterior) : leyenda;
+    return anterior != nullptr && anterior->EsRotulo() ? anterior->GetWindowText() : grupo;
+}
+
 void CDialog::GotoDlgCtrl(UINT id)
 {
     m_foco = id;
@@ -198,20 +282,19 @@ void DDX_CBIndex(CDataExchange* dx, UINT id, int& valor)
 
 void DDX_Radio(CDataExchange* dx, UINT id, int& valor)
 {
-    int posicion = -1; // in the group, once it was met
+    const CControl* primero = dx->m_pDlg->GetDlgItem(id);
+    if (primero == nullptr)
+        return;
+    const std::vector<CControl*> grupo = GrupoDe(dx->m_pDlg->Controles(), *primero);
     const int elegido = valor;
     if (dx->m_bSaveAndValidate)
         valor = -1;
-    for (CControl& control : dx->m_pDlg->Controles()) {
-        const bool radio = control.Plantilla().clase == ClaseControl::Radio;
-        if (!radio || (posicion >= 0 && control.Plantilla().abreGrupo) ||
-            (posicion < 0 && control.Id() != id))
-            continue;
-        ++posicion;
+    for (int i = 0; CControl * boton : grupo) {
         if (!dx->m_bSaveAndValidate)
-            control.SetCheck(posicion == elegido ? 1 : 0);
-        else if (control.GetCheck() != 0)
-            valor = posicion;
+            boton->SetCheck(i == elegido ? 1 : 0);
+        else if (boton->GetCheck() != 0)
+            valor = i;
+        ++i;
     }
 }
 

@@ -33,6 +33,7 @@ inline constexpr UINT PBM_SETPOS = 1026;
 /// What a request for context help carries.
 struct HELPINFO {
     int iCtrlId; ///< control asked about, negative for a label or a group box
+    POINT MousePos{};
 };
 
 class CDialog;
@@ -44,6 +45,11 @@ public:
 
     UINT Id() const { return m_plantilla->id; }
     const CPlantillaControl& Plantilla() const { return *m_plantilla; }
+    /// Tells whether it is a label: it names what stands behind it, and is never asked for.
+    bool EsRotulo() const
+    {
+        return m_plantilla->clase == ClaseControl::Texto && m_plantilla->id == kSinId;
+    }
 
     /// Text of an edit or a label, caption of everything else.
     const CString& GetWindowText() const { return m_texto; }
@@ -184,10 +190,20 @@ public:
     CControl* GetDlgItem(UINT id);
     const CPlantillaDialogo& Plantilla() const { return *m_plantilla; }
     std::deque<CControl>& Controles() { return m_controles; } ///< in the template's order
-    void GotoDlgCtrl(UINT id);                                ///< gives the control the focus
+    const std::deque<CControl>& Controles() const { return m_controles; }
+    void GotoDlgCtrl(UINT id); ///< gives the control the focus
     UINT Foco() const { return m_foco; }
     void SetIcon(UINT icono) { m_icono = icono; }
     UINT Icono() const { return m_icono; }
+
+    /// What a click of the user on a control does: a button sends its command, a check box changes
+    /// its mark, a radio button takes it from the others of its group. Nothing on all other
+    /// controls, and on one that is switched off.
+    void Pulsa(CControl& control);
+    /// What the control is called by a person who doesn't see the dialog's layout: its caption
+    /// without the mnemonic's mark, else the label before it, else its group. A caption that
+    /// several controls have is followed by the name of the control before it.
+    CString NombreDe(const CControl& control) const;
 
     /// Tells the front end that the control changed. The controls call it.
     void Refleja(const CControl& control) const;

@@ -6,6 +6,7 @@
 class CControl;
 class CDialog;
 class CFileDialog;
+struct HH_POPUP;
 
 /// All that a front end does for the layer. A terminal, real windows and the tests' script each
 /// implement it; the dialogs' own code is the same behind all of them.
@@ -38,7 +39,7 @@ public:
     /// Shows the help file on its default topic.
     virtual void MuestraAyuda(const CString& ficheroAyuda) = 0;
 
-    /// Shows the help text of one control of the dialog.
-    virtual void MuestraAyudaControl(const CString& ficheroAyuda, const CDialog& dialogo,
-                                     UINT id) = 0;
+    /// Shows the help text of one control.
+    /// \param temas  the help file, "::" and the file inside it that holds the texts
+    virtual void MuestraAyudaControl(const CString& temas, const HH_POPUP& popup) = 0;
 };

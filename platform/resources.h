@@ -45,6 +45,12 @@ struct CPlantillaDialogo {
         controles; ///< in tab order; a label stands before its control
 };
 
+/// A drawing, as a text in SVG: it has no size of its own.
+struct CDibujoRecurso {
+    UINT id;
+    const char* svg;
+};
+
 /// The program's version block.
 struct CRecursoVersion {
     const char* producto = "";
@@ -58,8 +64,9 @@ class CRecursos {
 public:
     constexpr CRecursos() = default;
     constexpr CRecursos(std::span<const CCadenaRecurso> cadenas,
-                        std::span<const CPlantillaDialogo> dialogos, const CRecursoVersion& version)
-        : m_cadenas(cadenas), m_dialogos(dialogos), m_version(version)
+                        std::span<const CPlantillaDialogo> dialogos,
+                        std::span<const CDibujoRecurso> dibujos, const CRecursoVersion& version)
+        : m_cadenas(cadenas), m_dialogos(dialogos), m_dibujos(dibujos), m_version(version)
     {
     }
 
@@ -83,8 +90,18 @@ public:
         return nullptr;
     }
 
+    /// The drawing's SVG, or null for an id that isn't there.
+    constexpr const char* Dibujo(UINT id) const
+    {
+        for (const CDibujoRecurso& dibujo : m_dibujos)
+            if (dibujo.id == id)
+                return dibujo.svg;
+        return nullptr;
+    }
+
 private:
     std::span<const CCadenaRecurso> m_cadenas;
     std::span<const CPlantillaDialogo> m_dialogos;
+    std::span<const CDibujoRecurso> m_dibujos;
     CRecursoVersion m_version;
 };

@@ -115,6 +115,7 @@ bool HuboInterrupcion()
 void OlvidaInterrupcion()
 {
     std::signal(SIGINT, SIG_DFL);
+    g_interrupcion = 0; // one that came too late stops nothing later
 }
 
 } // namespace sistema

@@ -8,8 +8,15 @@
 inline constexpr UINT IDD_ACERCA_DE = 100;
 inline constexpr UINT IDR_ICONO = 128;
 inline constexpr UINT IDB_IMAGEN = 133;
+inline constexpr UINT IDD_TIPO_TRADUCCION = 134;
 inline constexpr UINT IDD_CAMPIVA_A_VEXA = 135;
 inline constexpr UINT IDD_VEXA_A_CAMPIVA2 = 139;
+inline constexpr UINT IDD_VEXA_A_INFOGRAF = 140;
+
+// The choice of translation, in the order of its values.
+inline constexpr UINT IDC_DE_CATASTRO_A_VEXA = 1009;
+inline constexpr UINT IDC_DE_VEXA_A_CATASTRO = 1010;
+inline constexpr UINT IDC_DE_VEXA_A_INFOGRAF = 1011;
 
 // Controls that the translation dialogs share.
 inline constexpr UINT IDC_ACERCA_DE = 1007;
@@ -29,11 +36,13 @@ inline constexpr UINT IDC_ENTRADA = 1000;
 inline constexpr UINT IDC_BUSCAR_ENTRADA = 1001;
 inline constexpr UINT IDC_TIPO_ENTRADA = 1019;
 
-// CVexaACampiva2Dlg.
+// The drawings, in the dialogs of the last two translations.
 inline constexpr UINT IDC_TREN = 1003;
 inline constexpr UINT IDC_BUSCAR_TREN = 1004;
 inline constexpr UINT IDC_ORTOS = 1005;
 inline constexpr UINT IDC_BUSCAR_ORTOS = 1006;
+
+// CVexaACampiva2Dlg.
 inline constexpr UINT IDC_BUSCAR_MODULOS = 1022;
 inline constexpr UINT IDC_BUSCAR_TITULARES = 1023;
 inline constexpr UINT IDC_BUSCAR_PARCELAS = 1024;

@@ -1,6 +1,7 @@
 #include "resources/resources.h"
 
 #include "resources/dialog_templates.h"
+#include "resources/drawings.h"
 #include "resources/string_table.h"
 
 namespace {
@@ -13,6 +14,7 @@ constexpr CRecursoVersion kVersion = {
 
 const CRecursos& RecursosDelPrograma()
 {
-    static const CRecursos kRecursos(TablaDeCadenas(), PlantillasDeDialogo(), kVersion);
+    static const CRecursos kRecursos(TablaDeCadenas(), PlantillasDeDialogo(), DibujosDelPrograma(),
+                                     kVersion);
     return kRecursos;
 }

@@ -4,8 +4,10 @@
 
 #include "catastro_to_vexa/campiva_a_vexa_dlg.h"
 #include "platform/dialog.h"
+#include "shell/translation_choice_dialog.h"
 #include "vexa_libs/ccadena.h"
 #include "vexa_to_catastro/vexa_a_campiva2_dlg.h"
+#include "vexa_to_infograf/vexa_a_infograf_dlg.h"
 
 namespace {
 
@@ -47,7 +49,7 @@ BOOL CCampivaApp::InitInstance()
         EjecutaVexaACatastro(tokens);
         break;
     case Ruta::Dialogos:
-        MuestraDialogo();
+        MuestraDialogos();
         break;
     case Ruta::Ninguna:
         m_estadoSalida = kNoHayRuta;
@@ -56,31 +58,45 @@ BOOL CCampivaApp::InitInstance()
     return 0;
 }
 
-void CCampivaApp::MuestraDialogo()
+void CCampivaApp::MuestraDialogos()
 {
-    CCampivaAVexaDlg dialogo;
-    m_pMainWnd = &dialogo;
-    dialogo.DoModal();
-    m_pMainWnd = nullptr;
-    m_estadoSalida = kNoHayRuta;
+    CTipoTraduccionDlg eleccion;
+    if (eleccion.DoModal() != IDOK)
+        return;
+    switch (eleccion.TipoTraduccion) {
+    case 0:
+        return ConDialogo<CCampivaAVexaDlg>([](auto& dialogo) { dialogo.DoModal(); });
+    case 1:
+        return ConDialogo<CVexaACampiva2Dlg>([](auto& dialogo) { dialogo.DoModal(); });
+    case 2:
+        return ConDialogo<CVexaAInfografDlg>([](auto& dialogo) { dialogo.DoModal(); });
+    default:
+        return; // no button was marked
+    }
 }
 
-void CCampivaApp::EjecutaCatastroAVexa(const CTokens& tokens)
+void CCampivaApp::EjecutaCatastroAVexa(const CTokens& t)
 {
-    CCampivaAVexaDlg dialogo;
-    m_pMainWnd = &dialogo;
-    dialogo.EjecutaLote(tokens[1], tokens[2], tokens[3], tokens[4], tokens[5], tokens[6], tokens[7],
-                        nullptr);
-    m_pMainWnd = nullptr;
+    ConDialogo<CCampivaAVexaDlg>([&](CCampivaAVexaDlg& dialogo) {
+        dialogo.EjecutaLote(t[1], t[2], t[3], t[4], t[5], t[6], t[7], nullptr);
+    });
     m_estadoSalida = HuboCajaDeError() ? kHuboError : 0;
 }
 
 void CCampivaApp::EjecutaVexaACatastro(const CTokens& t)
 {
-    CVexaACampiva2Dlg dialogo;
-    m_pMainWnd = &dialogo;
-    dialogo.EjecutaLote(t[1], t[2], t[3], t[4], t[5], t[6], t[7], t[8], LeeEntero(t[9]),
-                        LeeEntero(t[10]), LeeEntero(t[11]), nullptr);
-    m_pMainWnd = nullptr;
+    ConDialogo<CVexaACampiva2Dlg>([&](CVexaACampiva2Dlg& dialogo) {
+        dialogo.EjecutaLote(t[1], t[2], t[3], t[4], t[5], t[6], t[7], t[8], LeeEntero(t[9]),
+                            LeeEntero(t[10]), LeeEntero(t[11]), nullptr);
+    });
     m_estadoSalida = HuboCajaDeError() ? kHuboError : 0;
+}
+
+template <class D, class F>
+void CCampivaApp::ConDialogo(F accion)
+{
+    D dialogo;
+    m_pMainWnd = &dialogo;
+    accion(dialogo);
+    m_pMainWnd = nullptr;
 }

@@ -29,9 +29,13 @@ public:
     int EstadoSalida() const { return m_estadoSalida; }
 
 private:
-    void MuestraDialogo();
+    /// The choice of translation, then the dialog chosen. Closing that one ends the program.
+    void MuestraDialogos();
     void EjecutaCatastroAVexa(const CTokens& tokens);
     void EjecutaVexaACatastro(const CTokens& tokens);
+    /// Does something with a translation's dialog, which is the main window meanwhile.
+    template <class D, class F>
+    void ConDialogo(F accion);
 
     int m_estadoSalida = 0;
 };

@@ -1,11 +1,13 @@
 #include "platform/terminal/terminal_front_end.h"
 
 #include <algorithm>
-#include <iostream>
+#include <optional>
 #include <string_view>
 
 #include "platform/ansi.h"
+#include "platform/cfile.h"
 #include "platform/dialog.h"
+#include "platform/html_help.h"
 #include "platform/system.h"
 
 namespace {
@@ -13,6 +15,13 @@ namespace {
 constexpr std::size_t kPintadasPorSegundo = 10;
 constexpr std::chrono::milliseconds kEntreAvances{200}; // leaves drawings for changes of phase
 constexpr int kAnchoBarra = 24;
+
+constexpr const char* kSinAyudaDeControles =
+    "Este diálogo no da ayuda de sus controles; el manual los explica.\n";
+constexpr const char* kSinAyuda = "No se encuentra la ayuda en \"%s\".\n";
+constexpr const char* kSinTema = "La ayuda no dice nada del control %d.\n";
+constexpr const char* kPideFichero = "Fichero (ahora \"%s\"): ";
+constexpr const char* kNoExiste = "El archivo %s no existe; el campo queda como estaba.\n";
 
 std::size_t Columnas(std::string_view utf8)
 {
@@ -25,6 +34,27 @@ void Escribe(std::FILE* donde, std::string_view texto)
 {
     std::fwrite(texto.data(), 1, texto.size(), donde);
     std::fflush(donde);
+}
+
+template <class... T>
+void EscribeForma(std::FILE* donde, const char* forma, const T&... argumentos)
+{
+    std::string texto;
+    AnexaFormato(texto, forma, {CArgumento(argumentos)...});
+    Escribe(donde, texto);
+}
+
+/// The whole file, from the help's folder. Nothing where it can't be opened.
+std::optional<std::string> LeeFichero(const CString& nombre)
+{
+    CFile fichero;
+    if (!fichero.Open(nombre, CFile::modeRead | CFile::typeBinary))
+        return {};
+    std::string texto;
+    char trozo[4096];
+    while (const UINT n = fichero.Read(trozo, sizeof trozo))
+        texto.append(trozo, n);
+    return texto;
 }
 
 std::string Barra(int porcentaje)
@@ -47,12 +77,48 @@ CFrontalTerminal::~CFrontalTerminal()
     BorraAvance();
 }
 
+bool CFrontalTerminal::LeeLinea(std::string& linea)
+{
+    constexpr std::size_t kMasLarga = 32767; // no path of any system is longer
+    linea.clear();
+    int c = std::getc(stdin);
+    if (c == EOF)
+        return false;
+    for (; c != EOF && c != '\n'; c = std::getc(stdin))
+        if (linea.size() < kMasLarga)
+            linea += static_cast<char>(c);
+    if (linea.ends_with('\r'))
+        linea.pop_back();
+    return true;
+}
+
 void CFrontalTerminal::MuestraModal(CDialog& dialogo)
 {
-    Escribe(stderr, ansi::AUtf8(dialogo.Plantilla().titulo));
-    Escribe(stderr, ": este programa todavía no muestra diálogos; escriba los nombres de los "
-                    "ficheros en la línea de mandatos.\n");
-    dialogo.EndDialog(IDCANCEL);
+    CDialogoTexto texto(dialogo);
+    Escribe(stdout, texto.Pinta());
+    std::string linea;
+    while (!dialogo.Terminado()) {
+        if (m_entradaPersona)
+            Escribe(stdout, "> ");
+        if (LeeLinea(linea)) {
+            Responde(dialogo, texto.Ejecuta(linea));
+        } else {
+            dialogo.SendMessage(WM_COMMAND, IDCANCEL, 0);
+            if (!dialogo.Terminado())
+                dialogo.EndDialog(IDCANCEL);
+        }
+        AcabaRun();
+    }
+}
+
+void CFrontalTerminal::Responde(CDialog& dialogo, const CDialogoTexto::CRespuesta& respuesta)
+{
+    Escribe(respuesta.queja ? stderr : stdout, respuesta.texto);
+    if (respuesta.ayuda == 0)
+        return;
+    const HELPINFO pregunta{static_cast<int>(respuesta.ayuda)};
+    if (dialogo.SendMessage(WM_HELP, 0, reinterpret_cast<LPARAM>(&pregunta)) == 0)
+        Escribe(stderr, kSinAyudaDeControles);
 }
 
 void CFrontalTerminal::AtiendeUno(CDialog& dialogo)
@@ -121,7 +187,7 @@ int CFrontalTerminal::Caja(const CString& texto, const CString& titulo, UINT fla
     Escribe(salida, "\n\n");
     std::string respuesta;
     if (m_entradaPersona)
-        std::getline(std::cin, respuesta);
+        LeeLinea(respuesta);
     return IDOK;
 }
 
@@ -131,9 +197,8 @@ int CFrontalTerminal::PreguntaSiNo() const
     Escribe(stdout, " (s/n) ");
     if (m_entradaPersona) {
         do {
-            respuesta.clear();
-            std::cin.clear();
-        } while (std::getline(std::cin, respuesta) && respuesta.empty());
+            std::clearerr(stdin);
+        } while (LeeLinea(respuesta) && respuesta.empty());
         // An input that was closed on the question can't be asked again; the run goes on.
     }
     Escribe(stdout, m_entradaPersona ? "\n" : "\n\n");
@@ -141,9 +206,22 @@ int CFrontalTerminal::PreguntaSiNo() const
     return si ? IDYES : IDNO;
 }
 
-bool CFrontalTerminal::EligeFichero(CFileDialog& /*dialogo*/)
+bool CFrontalTerminal::EligeFichero(CFileDialog& dialogo)
 {
-    return false; // on a terminal the name is typed into its field
+    EscribeForma(stdout, kPideFichero, ansi::AUtf8(dialogo.GetPathName()));
+    std::string nombre;
+    const bool hay = LeeLinea(nombre);
+    if (!m_entradaPersona || !hay)
+        Escribe(stdout, "\n");
+    if (nombre.empty())
+        return false;
+    CFile fichero;
+    if (!fichero.Open(nombre, CFile::modeRead | CFile::typeBinary)) {
+        EscribeForma(stderr, kNoExiste, nombre);
+        return false;
+    }
+    dialogo.SetPathName(nombre);
+    return true;
 }
 
 void CFrontalTerminal::Refleja(const CDialog& /*dialogo*/, const CControl& control)
@@ -164,7 +242,7 @@ void CFrontalTerminal::Refleja(const CDialog& /*dialogo*/, const CControl& contr
     }
 }
 
-void CFrontalTerminal::Cierra(const CDialog& /*dialogo*/)
+void CFrontalTerminal::AcabaRun()
 {
     BorraAvance();
     if (m_enRun)
@@ -172,13 +250,30 @@ void CFrontalTerminal::Cierra(const CDialog& /*dialogo*/)
     m_enRun = false;
 }
 
-void CFrontalTerminal::MuestraAyuda(const CString& ficheroAyuda)
+void CFrontalTerminal::Cierra(const CDialog& /*dialogo*/)
 {
-    Escribe(stdout, ansi::AUtf8(ficheroAyuda + "\n"));
+    AcabaRun();
 }
 
-void CFrontalTerminal::MuestraAyudaControl(const CString& ficheroAyuda, const CDialog& /*dialogo*/,
-                                           UINT /*id*/)
+void CFrontalTerminal::MuestraAyuda(const CString& ficheroAyuda)
 {
-    MuestraAyuda(ficheroAyuda);
+    const CString nombre = sistema::Ruta(ficheroAyuda).replace_extension("txt").string();
+    if (const auto texto = LeeFichero(nombre))
+        Escribe(stdout, ansi::AUtf8(*texto));
+    else
+        EscribeForma(stderr, kSinAyuda, ansi::AUtf8(nombre));
+}
+
+void CFrontalTerminal::MuestraAyudaControl(const CString& temas, const HH_POPUP& popup)
+{
+    const auto [fichero, interior] = ParteTemas(temas);
+    const CString nombre =
+        sistema::Ruta(fichero).replace_filename(sistema::Ruta(interior)).string();
+    const auto textos = LeeFichero(nombre);
+    if (!textos)
+        return EscribeForma(stderr, kSinAyuda, ansi::AUtf8(nombre));
+    const std::string_view tema = TextoDeTema(*textos, popup.idString);
+    if (tema.empty())
+        return EscribeForma(stderr, kSinTema, static_cast<int>(popup.idString));
+    Escribe(stdout, ansi::AUtf8(tema) + "\n");
 }

@@ -6,8 +6,13 @@
 #include <string>
 
 #include "platform/front_end.h"
+#include "platform/terminal/text_dialog.h"
 
-/// Front end for a terminal: boxes as text and, where a person watches, one progress line.
+/// Front end for a terminal, for a person or a script: boxes and dialogs as text and, where a
+/// person watches, one progress line.
+///
+/// The help stands beside the help file: the manual as text, in a file of its name with the
+/// extension txt, and the file with the texts of the controls.
 class CFrontalTerminal : public CFrontal {
 public:
     CFrontalTerminal();
@@ -22,7 +27,7 @@ public:
     void Refleja(const CDialog& dialogo, const CControl& control) override;
     void Cierra(const CDialog& dialogo) override;
     void MuestraAyuda(const CString& ficheroAyuda) override;
-    void MuestraAyudaControl(const CString& ficheroAyuda, const CDialog& dialogo, UINT id) override;
+    void MuestraAyudaControl(const CString& temas, const HH_POPUP& popup) override;
 
 private:
     using Reloj = std::chrono::steady_clock;
@@ -31,6 +36,12 @@ private:
     void PintaAvance(Reloj::time_point ahora);
     void BorraAvance();
     int PreguntaSiNo() const;
+    void Responde(CDialog& dialogo, const CDialogoTexto::CRespuesta& respuesta);
+    /// From here on Ctrl-C ends the program again.
+    void AcabaRun();
+    /// Reads a line of the standard input without its end; what passes the length of any path is
+    /// dropped. False at the end of the input.
+    static bool LeeLinea(std::string& linea);
 
     bool m_entradaPersona;    ///< somebody types at the standard input
     bool m_avanceVisible;     ///< somebody watches the standard error

@@ -4,11 +4,15 @@
 #include <cmath>
 
 #include "platform/cwinapp.h"
+#include "platform/html_help.h"
 #include "resources/resource_ids.h"
 #include "shell/frame/about_dialog.h"
 #include "shell/frame/box_texts.h"
 
 namespace {
+
+constexpr std::uint32_t kAmarilloPalido = 0xD0FFFF; // blue, green, red
+constexpr const char* kTextosDeControles = "::Ayuda IDC.txt";
 
 /// The bar's position for a tick: truncated, and 0 where there is no total to hold it against.
 WPARAM Porcentaje(std::uint32_t posicion, std::int32_t total)
@@ -160,16 +164,20 @@ LRESULT CTraduccionDlg::OnHelpInfo(WPARAM /*wParam*/, LPARAM lParam)
 {
     const auto& pregunta =
         *reinterpret_cast<const HELPINFO*>(lParam); // NOLINT(performance-no-int-to-ptr)
-    CWinApp& aplicacion = *AfxGetApp();
-    if (pregunta.iCtrlId >= 0)
-        aplicacion.Frontal().MuestraAyudaControl(aplicacion.m_pszHelpFilePath, *this,
-                                                 static_cast<UINT>(pregunta.iCtrlId));
+    if (!Describe().ayudaDeControles)
+        return 0;
+    if (pregunta.iCtrlId < 0)
+        return 1; // a label or a group box
+    const HH_POPUP popup = {static_cast<UINT>(pregunta.iCtrlId), pregunta.MousePos,
+                            kAmarilloPalido};
+    HtmlHelp(this, AfxGetApp()->m_pszHelpFilePath + kTextosDeControles, HH_DISPLAY_TEXT_POPUP,
+             &popup);
     return 1;
 }
 
 void CTraduccionDlg::WinHelp(WPARAM /*dato*/, UINT /*mandato*/)
 {
-    AfxGetApp()->OnHelp();
+    HtmlHelp(this, AfxGetApp()->m_pszHelpFilePath, HH_DISPLAY_TOPIC, nullptr);
 }
 
 void CTraduccionDlg::OnAcercaDe()

@@ -47,6 +47,7 @@ protected:
         std::span<const CCampo> campos;
         std::span<const CBusqueda> busquedas;
         std::span<const UINT> conmutados; ///< controls that a run disables
+        bool ayudaDeControles = true;     ///< answers a request for the help of one control
     };
     virtual CDescripcion Describe() = 0;
 

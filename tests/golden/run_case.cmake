@@ -7,8 +7,11 @@
 #   outputs_of  optional: cases whose expected files are copied into it, one a line
 #   input/      optional: files and folders to copy into it
 #   settings    optional: the stored settings
+#   stdin       optional: the standard input; without it there is none
 #   expected/   every file that must be in the working folder afterwards, new or changed; all others
 #               must be the inputs as they were
+#   expected_of  instead of expected/: the case whose expected files these are, to the byte
+#   settings_after  optional: the stored settings as the run must leave them
 #   stdout, stderr, status
 
 cmake_minimum_required(VERSION 3.25)
@@ -37,10 +40,21 @@ file(GLOB_RECURSE before RELATIVE ${WORK}/run ${WORK}/run/*)
 file(COPY ${WORK}/run/ DESTINATION ${WORK}/before)
 
 file(STRINGS ${CASE}/args arguments ENCODING UTF-8)
+set(input ${CASE}/stdin)
+if(NOT EXISTS ${input})
+  set(input ${WORK}/nothing)
+  file(TOUCH ${input})
+endif()
 set(ENV{XDG_CONFIG_HOME} ${WORK}/config)
 execute_process(COMMAND ${PROGRAM} ${arguments}
   WORKING_DIRECTORY ${WORK}/run
-  OUTPUT_FILE ${WORK}/stdout ERROR_FILE ${WORK}/stderr RESULT_VARIABLE status)
+  INPUT_FILE ${input} OUTPUT_FILE ${WORK}/stdout ERROR_FILE ${WORK}/stderr RESULT_VARIABLE status)
+
+set(expected_folder ${CASE}/expected)
+if(EXISTS ${CASE}/expected_of)
+  file(STRINGS ${CASE}/expected_of other)
+  set(expected_folder ${CASE}/../${other}/expected)
+endif()
 
 set(failures "")
 file(READ ${CASE}/status expected_status)
@@ -59,9 +73,12 @@ endfunction()
 
 compare(${CASE}/stdout ${WORK}/stdout)
 compare(${CASE}/stderr ${WORK}/stderr)
-file(GLOB_RECURSE expected RELATIVE ${CASE}/expected ${CASE}/expected/*)
+if(EXISTS ${CASE}/settings_after)
+  compare(${CASE}/settings_after ${WORK}/config/VexaSoft/Campiva.ini)
+endif()
+file(GLOB_RECURSE expected RELATIVE ${expected_folder} ${expected_folder}/*)
 foreach(name ${expected})
-  compare(${CASE}/expected/${name} ${WORK}/run/${name})
+  compare(${expected_folder}/${name} ${WORK}/run/${name})
 endforeach()
 foreach(name ${before})
   if(NOT name IN_LIST expected)

@@ -49,7 +49,7 @@ protected:
 
 class Dialogo : public testing::Test {
 protected:
-    Dialogo() { aplicacion.Arranca(guion, CRecursos({}, kPlantillas, {}), {}, {}); }
+    Dialogo() { aplicacion.Arranca(guion, CRecursos({}, kPlantillas, {}, {}), {}, {}); }
 
     CGuion guion;
     CWinApp aplicacion;

@@ -1,6 +1,7 @@
 #include "tests/support/scripted_front_end.h"
 
 #include "platform/ansi.h"
+#include "platform/html_help.h"
 #include "resources/resources.h"
 
 void CGuion::MuestraModal(CDialog& dialogo)
@@ -50,9 +51,9 @@ void CGuion::MuestraAyuda(const CString& ficheroAyuda)
     ayudas.push_back(ansi::AUtf8(ficheroAyuda));
 }
 
-void CGuion::MuestraAyudaControl(const CString& ficheroAyuda, const CDialog& /*dialogo*/, UINT id)
+void CGuion::MuestraAyudaControl(const CString& temas, const HH_POPUP& popup)
 {
-    ayudas.push_back(ansi::AUtf8(ficheroAyuda) + "#" + std::to_string(id));
+    ayudas.push_back(ansi::AUtf8(temas) + "#" + std::to_string(popup.idString));
 }
 
 CAplicacionPrueba::CAplicacionPrueba()

@@ -25,7 +25,7 @@ public:
     void Refleja(const CDialog& dialogo, const CControl& control) override;
     void Cierra(const CDialog& dialogo) override;
     void MuestraAyuda(const CString& ficheroAyuda) override;
-    void MuestraAyudaControl(const CString& ficheroAyuda, const CDialog& dialogo, UINT id) override;
+    void MuestraAyudaControl(const CString& temas, const HH_POPUP& popup) override;
 
     // The script. What isn't set does nothing.
     std::function<void(CDialog&)> alMostrar;          ///< plays a whole modal dialog

@@ -1,0 +1,181 @@
+#include "platform/terminal/text_dialog.h"
+
+#include <algorithm>
+#include <charconv>
+#include <optional>
+
+#include "platform/ansi.h"
+
+namespace {
+
+using enum ClaseControl;
+
+constexpr const char* kEstado = "Estado";
+constexpr const char* kAvance = "Avance";
+constexpr const char* kNoSeEntiende =
+    "No se entiende \"%s\". Escriba ID para pulsar, ID=texto para rellenar, ? para ver el diálogo "
+    "o ? ID para la ayuda de un control.\n";
+constexpr const char* kNoHayControl = "El diálogo no tiene ningún control %s.\n";
+constexpr const char* kInactivo = "El control %d está desactivado.\n";
+constexpr const char* kSeRellena = "El control %d no se pulsa: se rellena, con %d=texto.\n";
+constexpr const char* kNoSeRellena = "El control %d no se rellena.\n";
+constexpr const char* kNoEstaEnLista = "La lista %d no tiene \"%s\".\n";
+
+constexpr std::string_view kBlancos = " \t\r";
+
+std::string_view SinBlancos(std::string_view texto)
+{
+    const std::size_t desde = texto.find_first_not_of(kBlancos);
+    if (desde == std::string_view::npos)
+        return {};
+    return texto.substr(desde, texto.find_last_not_of(kBlancos) + 1 - desde);
+}
+
+/// The number that the whole text is.
+std::optional<UINT> Numero(std::string_view texto)
+{
+    UINT valor = 0;
+    const char* fin = texto.data() + texto.size();
+    const auto [hasta, error] = std::from_chars(texto.data(), fin, valor);
+    if (error != std::errc() || hasta != fin)
+        return {};
+    return valor;
+}
+
+template <class... T>
+CDialogoTexto::CRespuesta Queja(const char* forma, const T&... argumentos)
+{
+    CDialogoTexto::CRespuesta respuesta{{}, true, 0};
+    AnexaFormato(respuesta.texto, forma, {CArgumento(argumentos)...});
+    return respuesta;
+}
+
+/// Position in a list of an item given by its position or by its text; -1 where it has none such.
+int BuscaElemento(const CPlantillaControl& lista, std::string_view valor)
+{
+    const auto cuantos = lista.elementos.size();
+    if (const auto numero = Numero(valor); numero && *numero < cuantos)
+        return static_cast<int>(*numero);
+    const auto elemento =
+        std::find_if(lista.elementos.begin(), lista.elementos.end(),
+                     [&](const char* texto) { return ansi::AUtf8(texto) == valor; });
+    return elemento != lista.elementos.end() ? static_cast<int>(elemento - lista.elementos.begin())
+                                             : -1;
+}
+
+/// The items with their positions, the one that is picked in brackets.
+std::string Elementos(const CControl& lista)
+{
+    std::string texto;
+    for (int i = 0; const char* elemento : lista.Plantilla().elementos) {
+        const bool elegido = i == lista.GetCurSel();
+        texto += std::string(i > 0 ? "  " : "") + (elegido ? "[" : "") + std::to_string(i) + " " +
+                 ansi::AUtf8(elemento) + (elegido ? "]" : "");
+        ++i;
+    }
+    return texto;
+}
+
+std::string ConNombre(std::string nombre, const std::string& valor)
+{
+    return nombre.empty() ? valor : nombre + ": " + valor;
+}
+
+} // namespace
+
+std::string CDialogoTexto::Linea(const CControl& control) const
+{
+    const std::string nombre = ansi::AUtf8(m_dialogo.NombreDe(control));
+    const std::string valor = ansi::AUtf8(control.GetWindowText());
+    switch (control.Plantilla().clase) {
+    case Boton:
+    case BotonPorDefecto:
+        return "<" + nombre + ">";
+    case Casilla:
+        return (control.GetCheck() != 0 ? "[x] " : "[ ] ") + nombre;
+    case Radio:
+        return (control.GetCheck() != 0 ? "(*) " : "( ) ") + nombre;
+    case Lista:
+        return ConNombre(nombre, Elementos(control));
+    case Progreso:
+        return ConNombre(kAvance, std::to_string(control.GetPos()) + " %");
+    case Texto:
+        return ConNombre(nombre.empty() ? kEstado : nombre, valor);
+    default:
+        return ConNombre(nombre, valor);
+    }
+}
+
+std::string CDialogoTexto::Pinta() const
+{
+    std::string texto = ansi::AUtf8(m_dialogo.Plantilla().titulo) + std::string("\n");
+    const std::deque<CControl>& controles = m_dialogo.Controles();
+    for (std::size_t i = 0; i < controles.size(); ++i) {
+        const CControl& control = controles[i];
+        const ClaseControl clase = control.Plantilla().clase;
+        if (clase == Grupo && !control.GetWindowText().IsEmpty()) {
+            texto += "  " + ansi::AUtf8(control.GetWindowText()) + "\n";
+        } else if (control.Id() != kSinId && clase != Imagen && clase != Icono) {
+            AnexaFormato(texto, "  % 6d  ", {static_cast<int>(control.Id())});
+            texto += Linea(control) + "\n";
+        } else if (control.EsRotulo() && i > 0 && controles[i - 1].EsRotulo()) {
+            texto += "          " + Linea(control) + "\n"; // a fixed text behind its label
+        }
+    }
+    return texto;
+}
+
+CDialogoTexto::CRespuesta CDialogoTexto::Pon(CControl& control, std::string_view valor)
+{
+    const int id = static_cast<int>(control.Id());
+    switch (control.Plantilla().clase) {
+    case Edicion:
+        control.SetWindowText(valor);
+        return {};
+    case Lista: {
+        const int elemento = BuscaElemento(control.Plantilla(), SinBlancos(valor));
+        if (elemento < 0)
+            return Queja(kNoEstaEnLista, id, valor);
+        control.SetCurSel(elemento);
+        return {};
+    }
+    case Casilla: {
+        const auto marca = Numero(SinBlancos(valor));
+        if (!marca)
+            return Queja(kNoSeRellena, id);
+        control.SetCheck(*marca != 0 ? 1 : 0);
+        return {};
+    }
+    default:
+        return Queja(kNoSeRellena, id);
+    }
+}
+
+CDialogoTexto::CRespuesta CDialogoTexto::Ejecuta(std::string_view mandato)
+{
+    const std::string_view entero = SinBlancos(mandato);
+    if (entero.empty())
+        return {};
+    if (entero == "?")
+        return {Pinta()};
+    const bool ayuda = entero.front() == '?';
+    const std::size_t igual = ayuda ? std::string_view::npos : mandato.find('=');
+    const std::string_view cual = SinBlancos(ayuda ? entero.substr(1) : mandato.substr(0, igual));
+    const auto id = Numero(cual);
+    if (!id)
+        return Queja(kNoSeEntiende, entero);
+    CControl* control = m_dialogo.GetDlgItem(*id);
+    if (control == nullptr || *id == kSinId)
+        return Queja(kNoHayControl, cual);
+    if (ayuda)
+        return {{}, false, *id};
+    if (!control->IsWindowEnabled())
+        return Queja(kInactivo, static_cast<int>(*id));
+    if (igual != std::string_view::npos)
+        return Pon(*control, mandato.substr(igual + 1));
+    const ClaseControl clase = control->Plantilla().clase;
+    if (clase == Edicion || clase == Lista)
+        return Queja(kSeRellena, static_cast<int>(*id), static_cast<int>(*id));
+    m_dialogo.Pulsa(*control);
+    return {};
+}

@@ -1,0 +1,7 @@
+#pragma once
+
+#include <span>
+
+#include "platform/resources.h"
+
+std::span<const CDibujoRecurso> DibujosDelPrograma();

@@ -1,0 +1,45 @@
+#include "vexa_to_infograf/vexa_a_infograf_dlg.h"
+
+#include "cadastre/polygon_list.h"
+#include "shell/frame/box_texts.h"
+
+namespace {
+
+constexpr UINT kConmutados[] = {
+    IDC_TREN, IDC_BUSCAR_TREN, IDC_ORTOS, IDC_BUSCAR_ORTOS, UINT{IDOK}, ID_HELP, IDC_ACERCA_DE,
+};
+
+} // namespace
+
+CTraduccionDlg::CDescripcion CVexaAInfografDlg::Describe()
+{
+    return {"VexaAInfograf", m_campos, m_busquedas, kConmutados, false};
+}
+
+void CVexaAInfografDlg::OnOK()
+{
+    UpdateData(true);
+    CStdioFile lista;
+    if (!AbreEntrada(lista, ArchivoTren))
+        return;
+    CString linea;
+    lista.ReadString(linea);
+    const CString nombreSalida = LeeCabeceraLista(linea).nombreSalida;
+    std::vector<CString> entradas;
+    while (lista.ReadString(linea))
+        entradas.push_back(EntradaDeLista(linea));
+    lista.Close();
+
+    const CString carpeta = CCadena(ArchivoTren).DamePath();
+    CStdioFile err; // nothing is written to it; whoever collects a run's files looks for it
+    CStdioFile csp;
+    if (!CreaLog(err, FicheroDeLista(carpeta, nombreSalida, "ERR"), {ArchivoTren, ArchivoOrtos}) ||
+        !CreaSalida(csp, FicheroDeLista(carpeta, nombreSalida, "CSP"), cajas::kNoSeCrea))
+        return;
+    ActivaControles(false);
+    GrabaInfograf(&csp, entradas, carpeta);
+    err.Close();
+    csp.Close();
+    Fase(IDS_NADA, nullptr);
+    ActivaControles(true);
+}

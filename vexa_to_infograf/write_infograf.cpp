@@ -1,0 +1,188 @@
+#include <optional>
+
+#include "cadastre/polygon_list.h"
+#include "vexa_libs/ccadena.h"
+#include "vexa_to_infograf/infograf_record.h"
+#include "vexa_to_infograf/vexa_a_infograf_dlg.h"
+
+using vexageo::CPunto;
+using vexageo::CTopologia;
+
+/// The topologies of one entry of the list, each as far as its file could be opened.
+struct CEntradaInfograf {
+    std::optional<CTopologia> parcelas;
+    std::optional<CTopologia> poligono;
+    std::optional<CTopologia> subparcelas;
+};
+
+/// Where the records go, and the sheets that name where they lie.
+struct CSalidaInfograf {
+    CStdioFile& csp;
+    const CTopologia& ortos;
+
+    /// Completes the record with what polygon `i` of the topology says, and writes it.
+    void Graba(CRegistroInfograf& registro, const CTopologia& topologia, int i) const;
+};
+
+namespace {
+
+/// The polygon's point, which stands for it when other polygons are asked what holds it.
+CPunto<int> DamePunto(const CTopologia& topologia, int i)
+{
+    return topologia.DameCentroide(i, true);
+}
+
+int DameNumero(const CTopologia& topologia, int i)
+{
+    return LeeEntero(topologia.DameTextoCentroide(i));
+}
+
+/// Sets the parcel and the polygon in which a subparcel lies. False where one of them is to hold it
+/// and none does.
+bool SituaSubparcela(const CEntradaInfograf& entrada, const CPunto<int>& punto,
+                     CRegistroInfograf& registro)
+{
+    int poligono = -1;
+    if (entrada.parcelas) {
+        const int parcela = entrada.parcelas->EncuentraPoligono(punto);
+        if (parcela < 0)
+            return false;
+        registro.Parcela = DameNumero(*entrada.parcelas, parcela);
+        poligono = entrada.parcelas->GetPadre(parcela);
+    } else if (entrada.poligono) {
+        poligono = entrada.poligono->EncuentraPoligono(punto);
+    }
+    if (!entrada.poligono)
+        return true;
+    if (poligono < 0)
+        return false;
+    registro.Polig = DameNumero(*entrada.poligono, poligono);
+    return true;
+}
+
+} // namespace
+
+void CSalidaInfograf::Graba(CRegistroInfograf& registro, const CTopologia& topologia, int i) const
+{
+    const CPunto<int> punto = DamePunto(topologia, i);
+    registro.x = punto.X;
+    registro.y = punto.Y;
+    registro.area = topologia.DameArea(i);
+    if (const int hoja = ortos.EncuentraPoligono(punto); hoja >= 0)
+        registro.numOrtofoto = ortos.DameTextoCentroide(hoja);
+    registro.Graba(csp);
+}
+
+bool CVexaAInfografDlg::GrabaInfograf(CStdioFile* csp, const std::vector<CString>& entradas,
+                                      const CString& carpeta)
+{
+    const CTopologia ortos = LeeOrtos();
+    const CSalidaInfograf salida = {*csp, ortos};
+    for (const CString& nombre : entradas) {
+        CEntradaInfograf entrada;
+        if (!LeeEntrada(carpeta, nombre, entrada))
+            continue;
+        CString cabecera;
+        cabecera.Format("00%s\n", FicheroDeLista(carpeta, nombre, "IFG"));
+        csp->WriteString(cabecera);
+        if (!GrabaParcelas(entrada, salida) || !GrabaPoligonos(entrada, salida) ||
+            !GrabaSubparcelas(entrada, salida))
+            return false;
+    }
+    return true;
+}
+
+CTopologia CVexaAInfografDlg::LeeOrtos()
+{
+    Fase(IDS_LEYENDO_ORTOS, nullptr);
+    CCadena nombreBin = ArchivoOrtos;
+    nombreBin.CambiaExtension("BIN");
+    CCadena nombreTop = ArchivoOrtos;
+    nombreTop.CambiaExtension("TOP");
+    CFile bin;
+    CFile top;
+    const bool hayBin = AbreDibujo(bin, nombreBin);
+    const bool hayTop = AbreDibujo(top, nombreTop);
+    CTopologia ortos;
+    if (hayBin && hayTop) {
+        ortos.Read(&bin, &top);
+        ortos.OrdenaPoligonos();
+    }
+    return ortos;
+}
+
+bool CVexaAInfografDlg::LeeEntrada(const CString& carpeta, const CString& nombre,
+                                   CEntradaInfograf& entrada)
+{
+    CFile bin;
+    if (!AbreDibujo(bin, FicheroDeLista(carpeta, nombre, "BIN")))
+        return false;
+    const auto lee = [&](const char* extension, std::optional<CTopologia>& topologia) {
+        CFile poligonos;
+        if (!AbreDibujo(poligonos, FicheroDeLista(carpeta, nombre, extension)))
+            return;
+        bin.Seek(0);
+        topologia.emplace();
+        topologia->Read(&bin, &poligonos);
+        topologia->OrdenaPoligonos();
+    };
+    lee("PAR", entrada.parcelas);
+    lee("POL", entrada.poligono);
+    lee("SUB", entrada.subparcelas);
+    return true;
+}
+
+bool CVexaAInfografDlg::GrabaParcelas(CEntradaInfograf& entrada, const CSalidaInfograf& salida)
+{
+    Fase(IDS_REGISTRANDO_PARCELAS, nullptr);
+    const int cuantas = entrada.parcelas ? entrada.parcelas->Poligonos() : 0;
+    for (int i = 0; i < cuantas; ++i) {
+        if (!Avanza(static_cast<unsigned>(i), static_cast<unsigned>(cuantas)))
+            return false;
+        CTopologia& parcelas = *entrada.parcelas;
+        CRegistroInfograf registro(kParcelaInfograf);
+        registro.Parcela = DameNumero(parcelas, i);
+        if (entrada.poligono) {
+            const int poligono = entrada.poligono->EncuentraPoligono(DamePunto(parcelas, i));
+            if (poligono < 0)
+                continue; // its subparcels will be left out with it
+            parcelas.SetPadre(i, poligono);
+            registro.Polig = DameNumero(*entrada.poligono, poligono);
+        }
+        salida.Graba(registro, parcelas, i);
+    }
+    return true;
+}
+
+bool CVexaAInfografDlg::GrabaPoligonos(const CEntradaInfograf& entrada,
+                                       const CSalidaInfograf& salida)
+{
+    Fase(IDS_REGISTRANDO_POLIGONOS, nullptr);
+    const int cuantos = entrada.poligono ? entrada.poligono->Poligonos() : 0;
+    for (int i = 0; i < cuantos; ++i) {
+        if (!Avanza(static_cast<unsigned>(i), static_cast<unsigned>(cuantos)))
+            return false;
+        CRegistroInfograf registro(kPoligonoInfograf);
+        registro.Polig = DameNumero(*entrada.poligono, i);
+        salida.Graba(registro, *entrada.poligono, i);
+    }
+    return true;
+}
+
+bool CVexaAInfografDlg::GrabaSubparcelas(const CEntradaInfograf& entrada,
+                                         const CSalidaInfograf& salida)
+{
+    Fase(IDS_REGISTRANDO_SUBPARCELAS, nullptr);
+    const int cuantas = entrada.subparcelas ? entrada.subparcelas->Poligonos() : 0;
+    for (int i = 0; i < cuantas; ++i) {
+        if (!Avanza(static_cast<unsigned>(i), static_cast<unsigned>(cuantas)))
+            return false;
+        const CTopologia& subparcelas = *entrada.subparcelas;
+        CRegistroInfograf registro(kSubparcelaInfograf);
+        if (!SituaSubparcela(entrada, DamePunto(subparcelas, i), registro))
+            continue;
+        registro.letras = subparcelas.DameTextoCentroide(i);
+        salida.Graba(registro, subparcelas, i);
+    }
+    return true;
+}
