@@ -5,6 +5,7 @@
 #include "platform/dialog.h"
 #include "platform/html_help.h"
 #include "platform/settings.h"
+#include "platform/system.h"
 
 namespace {
 
@@ -42,6 +43,16 @@ void CWinApp::Arranca(CFrontal& frontal, const CRecursos& recursos, const CStrin
     m_lpCmdLine = mandato;
     m_pszHelpFilePath = ficheroAyuda;
     InitInstance();
+}
+
+CString CWinApp::FicheroAyuda(const CString& programa)
+{
+    const std::filesystem::path carpeta = sistema::CarpetaPrograma();
+    const std::filesystem::path instalada =
+        carpeta.parent_path() / "share" / sistema::Ruta(programa);
+    std::error_code error;
+    const bool hay = std::filesystem::exists(instalada / sistema::Ruta(programa + ".chm"), error);
+    return ((hay ? instalada : carpeta) / sistema::Ruta(programa + ".HLP")).string();
 }
 
 void CWinApp::OnHelp()

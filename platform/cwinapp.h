@@ -23,6 +23,10 @@ public:
     /// The life of the process. False: there is no message loop to run behind it.
     virtual BOOL InitInstance() { return 0; }
 
+    /// Default path of a program's help file: beside the program, or where an installed program has
+    /// its data. It ends in ".HLP", whatever the file that is there ends in.
+    static CString FicheroAyuda(const CString& programa);
+
     /// Command 57670 of the application: the help file on its default topic.
     void OnHelp();
 

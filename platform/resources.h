@@ -45,9 +45,10 @@ struct CPlantillaDialogo {
         controles; ///< in tab order; a label stands before its control
 };
 
-/// A drawing, as a text in SVG: it has no size of its own.
+/// A drawing, as a text in SVG. It can be shown in any size of these proportions.
 struct CDibujoRecurso {
     UINT id;
+    short ancho, alto;
     const char* svg;
 };
 
@@ -90,12 +91,12 @@ public:
         return nullptr;
     }
 
-    /// The drawing's SVG, or null for an id that isn't there.
-    constexpr const char* Dibujo(UINT id) const
+    /// The drawing, or null for an id that isn't there.
+    constexpr const CDibujoRecurso* Dibujo(UINT id) const
     {
         for (const CDibujoRecurso& dibujo : m_dibujos)
             if (dibujo.id == id)
-                return dibujo.svg;
+                return &dibujo;
         return nullptr;
     }
 

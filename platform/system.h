@@ -37,6 +37,9 @@ bool Asegura(std::FILE* fichero);
 
 bool EsTerminal(std::FILE* fichero);
 
+/// Folder of the program that runs; empty where the system doesn't tell.
+std::filesystem::path CarpetaPrograma();
+
 /// Folder of the user's settings, with what the environment says about it.
 std::filesystem::path CarpetaAjustes();
 

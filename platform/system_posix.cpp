@@ -91,6 +91,12 @@ bool EsTerminal(std::FILE* fichero)
     return isatty(fileno(fichero)) == 1;
 }
 
+std::filesystem::path CarpetaPrograma()
+{
+    std::error_code error;
+    return std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
+}
+
 std::filesystem::path CarpetaAjustes()
 {
     const char* xdg = std::getenv("XDG_CONFIG_HOME");

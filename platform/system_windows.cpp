@@ -95,6 +95,14 @@ bool EsTerminal(std::FILE* fichero)
     return _isatty(_fileno(fichero)) != 0;
 }
 
+std::filesystem::path CarpetaPrograma()
+{
+    std::wstring ruta(MAX_PATH, L'\0');
+    const DWORD largo = GetModuleFileNameW(nullptr, ruta.data(), static_cast<DWORD>(ruta.size()));
+    ruta.resize(largo < ruta.size() ? largo : 0); // a path that long is cut and of no use
+    return std::filesystem::path(ruta).parent_path();
+}
+
 std::filesystem::path CarpetaAjustes()
 {
     const wchar_t* carpeta = _wgetenv(L"APPDATA");

@@ -1,0 +1,190 @@
+#include "platform/desktop/desktop_front_end.h"
+
+#include <algorithm>
+#include <cstdio>
+
+#include <wx/app.h>
+#include <wx/filedlg.h>
+#include <wx/filename.h>
+#include <wx/filesys.h>
+#include <wx/html/helpctrl.h>
+#include <wx/init.h>
+#include <wx/translation.h>
+#include <wx/treectrl.h>
+
+#include "platform/desktop/dialog_window.h"
+#include "platform/desktop/help_file.h"
+#include "platform/desktop/help_popup.h"
+#include "platform/desktop/message_box.h"
+#include "platform/desktop/text.h"
+#include "platform/html_help.h"
+
+namespace {
+
+constexpr const char* kElige = "Abrir";
+constexpr const char* kTituloAyuda = "Ayuda: %s";
+const wxSize kLadosAyuda(980, 680);
+
+/// What the files' box takes: the filters of the program name patterns as its first system has
+/// them, where "*.*" is every file and no pattern looks at the case of letters.
+wxString Comodines(const CString& filtros)
+{
+    wxString texto = AWx(filtros);
+    while (texto.EndsWith("|"))
+        texto.RemoveLast();
+    wxString comodines;
+    bool patron = false; // the pieces are names and patterns in turn
+    for (const wxString& trozo : wxSplit(texto, '|', '\0')) {
+        if (!comodines.empty())
+            comodines += "|";
+        if (!patron)
+            comodines += trozo;
+        else if (trozo == "*.*")
+            comodines += wxFileSelectorDefaultWildcardStr;
+        else
+            comodines += trozo.Lower() + ";" + trozo.Upper();
+        patron = !patron;
+    }
+    return comodines;
+}
+
+/// What the library finds wrong in itself goes where a developer looks, not into a user's way.
+void AlFallarAserto(const wxString& fichero, int linea, const wxString& funcion,
+                    const wxString& condicion, const wxString& texto)
+{
+    const wxString queja =
+        wxString::Format("%s:%d: %s: %s %s\n", fichero, linea, funcion, condicion, texto);
+    std::fputs(queja.utf8_str(), stderr);
+}
+
+wxColour Color(std::uint32_t bgr)
+{
+    return wxColour(bgr & 0xFFFFFFU);
+}
+
+} // namespace
+
+CFrontalEscritorio::CFrontalEscritorio(int& argc, char** argv)
+{
+    wxSetAssertHandler(AlFallarAserto);
+    wxApp::SetInstance(new wxApp);
+    m_funciona = wxEntryStart(argc, argv);
+    if (!m_funciona)
+        return;
+    wxTheApp->CallOnInit();
+    // The library's own words, in its file and help windows, in the language of all others.
+    auto* traducciones = new wxTranslations;
+    traducciones->SetLanguage(wxLANGUAGE_SPANISH);
+    traducciones->AddStdCatalog();
+    wxTranslations::Set(traducciones);
+    RegistraFicherosDeAyuda();
+}
+
+CFrontalEscritorio::~CFrontalEscritorio()
+{
+    m_ayuda.reset();
+    if (m_funciona)
+        wxEntryCleanup();
+}
+
+CVentanaDialogo* CFrontalEscritorio::VentanaDe(const CDialog& dialogo) const
+{
+    const auto ventana =
+        std::find_if(m_ventanas.begin(), m_ventanas.end(),
+                     [&](const CVentanaDialogo* v) { return &v->Dialogo() == &dialogo; });
+    return ventana != m_ventanas.end() ? *ventana : nullptr;
+}
+
+wxWindow* CFrontalEscritorio::Delante() const
+{
+    return !m_ventanas.empty() && m_ventanas.back()->IsShown() ? m_ventanas.back() : nullptr;
+}
+
+void CFrontalEscritorio::MuestraModal(CDialog& dialogo)
+{
+    wxWindow* debajo = Delante();
+    auto* ventana = new CVentanaDialogo(dialogo, debajo);
+    m_ventanas.push_back(ventana);
+    ventana->Muestra();
+    m_ventanas.pop_back();
+    ventana->Destroy();
+}
+
+void CFrontalEscritorio::AtiendeUno(CDialog& dialogo)
+{
+    if (CVentanaDialogo* ventana = VentanaDe(dialogo))
+        ventana->AtiendeUno();
+}
+
+int CFrontalEscritorio::Caja(const CString& texto, const CString& titulo, UINT flags)
+{
+    CString cuerpo = texto;
+    cuerpo.TrimRight("\n");
+    return CCajaMensaje(Delante(), AWx(cuerpo), AWx(titulo), flags).ShowModal();
+}
+
+bool CFrontalEscritorio::EligeFichero(CFileDialog& dialogo)
+{
+    const wxFileName inicial(AWx(dialogo.GetPathName()));
+    wxFileDialog caja(Delante(), kElige, inicial.GetPath(), inicial.GetFullName(),
+                      Comodines(dialogo.Filtros()), wxFD_OPEN | wxFD_FILE_MUST_EXIST);
+    if (caja.ShowModal() != wxID_OK)
+        return false;
+    dialogo.SetPathName(DeWx(caja.GetPath()));
+    return true;
+}
+
+void CFrontalEscritorio::Refleja(const CDialog& dialogo, const CControl& control)
+{
+    if (CVentanaDialogo* ventana = VentanaDe(dialogo))
+        ventana->Refleja(control);
+}
+
+void CFrontalEscritorio::Cierra(const CDialog& /*dialogo*/) {}
+
+void CFrontalEscritorio::MuestraAyuda(const CString& ficheroAyuda)
+{
+    if (m_ayuda == nullptr || m_ayuda->GetFrame() == nullptr)
+        AbreAyuda(ficheroAyuda);
+    if (m_ayuda == nullptr)
+        return;
+    m_ayuda->GetFrame()->Show();
+    m_ayuda->GetFrame()->Raise();
+}
+
+void CFrontalEscritorio::AbreAyuda(const CString& ficheroAyuda)
+{
+    m_ayuda.reset();
+    const wxFileName fichero(AWx(ficheroAyuda));
+    auto ayuda = std::make_unique<wxHtmlHelpController>(wxHF_TOOLBAR | wxHF_CONTENTS | wxHF_INDEX |
+                                                        wxHF_SEARCH);
+    ayuda->SetTitleFormat(kTituloAyuda);
+    wxString libro = wxFileSystem::FileNameToURL(fichero);
+    libro += "#chm:" + fichero.GetName() + ".hhp";
+    if (!fichero.FileExists() || !ayuda->AddBook(libro) || !ayuda->DisplayContents())
+        return;
+    wxFrame* ventana = ayuda->GetFrame();
+    if (!m_ventanas.empty())
+        ventana->SetIcons(m_ventanas.back()->GetIcons());
+    ventana->SetSize(kLadosAyuda);
+    ventana->CentreOnScreen();
+    if (auto* temas = dynamic_cast<wxTreeCtrl*>(ventana->FindWindow(wxID_HTML_TREECTRL)))
+        if (wxTreeItemIdValue primero = nullptr; temas->GetCount() > 0)
+            temas->Expand(temas->GetFirstChild(temas->GetRootItem(), primero));
+    m_ayuda = std::move(ayuda);
+}
+
+void CFrontalEscritorio::MuestraAyudaControl(const CString& temas, const HH_POPUP& popup)
+{
+    wxWindow* padre = Delante();
+    const auto [fichero, interior] = ParteTemas(temas);
+    const auto textos = CFicheroAyuda(AWx(fichero)).Lee(AWx(interior));
+    if (padre == nullptr || !textos)
+        return;
+    wxString texto = AWx(TextoDeTema(*textos, popup.idString));
+    texto.Replace("\r", "");
+    texto.Replace("\n", " "); // the popup breaks its lines by itself
+    if (texto.empty())
+        return;
+    new CGloboAyuda(padre, texto, {popup.pt.x, popup.pt.y}, Color(popup.clrBackground));
+}

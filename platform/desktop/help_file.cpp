@@ -1,0 +1,64 @@
+#include "platform/desktop/help_file.h"
+
+#include <chm_lib.h>
+#include <wx/filesys.h>
+#include <wx/mstream.h>
+
+namespace {
+
+constexpr std::uint64_t kMayor = 64U << 20U; // of a file inside; a length past it is damage
+
+constexpr const char* kProtocolo = "chm";
+
+class CLectorFicherosDeAyuda : public wxFileSystemHandler {
+public:
+    bool CanOpen(const wxString& lugar) override { return GetProtocol(lugar) == kProtocolo; }
+
+    wxFSFile* OpenFile(wxFileSystem& /*sistema*/, const wxString& lugar) override
+    {
+        const wxString fichero = wxFileSystem::URLToFileName(GetLeftLocation(lugar)).GetFullPath();
+        const wxString nombre = GetRightLocation(lugar);
+        const auto contenido = CFicheroAyuda(fichero).Lee(nombre);
+        if (!contenido)
+            return nullptr;
+        auto* bytes = new wxMemoryOutputStream;
+        bytes->Write(contenido->data(), contenido->size());
+        auto* entrada = new wxMemoryInputStream(*bytes);
+        delete bytes;
+        return new wxFSFile(entrada, lugar, GetMimeTypeFromExt(nombre), GetAnchor(lugar),
+                            wxDateTime::Now());
+    }
+};
+
+} // namespace
+
+void CFicheroAyuda::CCierra::operator()(chmFile* fichero) const
+{
+    chm_close(fichero);
+}
+
+CFicheroAyuda::CFicheroAyuda(const wxString& ruta) : m_fichero(chm_open(ruta.fn_str())) {}
+
+CFicheroAyuda::~CFicheroAyuda() = default;
+
+std::optional<std::string> CFicheroAyuda::Lee(const wxString& nombre) const
+{
+    if (m_fichero == nullptr)
+        return {};
+    chmUnitInfo unidad = {};
+    const wxString dentro = nombre.StartsWith("/") ? nombre : "/" + nombre;
+    if (chm_resolve_object(m_fichero.get(), dentro.utf8_str(), &unidad) != CHM_RESOLVE_SUCCESS ||
+        unidad.length > kMayor)
+        return {};
+    std::string contenido(unidad.length, '\0');
+    const auto leidos = chm_retrieve_object(m_fichero.get(), &unidad,
+                                            reinterpret_cast<unsigned char*>(contenido.data()), 0,
+                                            static_cast<LONGINT64>(contenido.size()));
+    contenido.resize(leidos > 0 ? static_cast<std::size_t>(leidos) : 0);
+    return contenido;
+}
+
+void RegistraFicherosDeAyuda()
+{
+    wxFileSystem::AddHandler(new CLectorFicherosDeAyuda);
+}

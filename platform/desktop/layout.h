@@ -1,0 +1,26 @@
+#pragma once
+
+#include <span>
+
+#include <wx/window.h>
+
+#include "platform/resources.h"
+
+/// Pixels of a dialog unit in a window: a quarter of its font's mean width by an eighth of its
+/// height, as in the templates' own system. Where the theme's widgets are larger than there, both
+/// units grow for the whole dialog, so that nothing is cut and the template's proportions stay.
+class CUnidades {
+public:
+    explicit CUnidades(const wxWindow& ventana);
+
+    /// Grows the units so far that a widget shows whole in its control's place.
+    void HazSitio(const CPlantillaControl& control, const wxSize& necesario);
+
+    wxSize Pixeles(int ancho, int alto) const;
+    /// The control's place. A widget that is lower or higher than it is set at its middle.
+    wxRect Sitio(const CPlantillaControl& control, const wxSize& necesario) const;
+
+private:
+    double m_x;
+    double m_y;
+};

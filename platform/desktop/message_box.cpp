@@ -1,0 +1,67 @@
+#include "platform/desktop/message_box.h"
+
+#include <wx/artprov.h>
+#include <wx/button.h>
+#include <wx/sizer.h>
+#include <wx/statbmp.h>
+#include <wx/stattext.h>
+
+#include "platform/dialog.h"
+
+namespace {
+
+constexpr const char* kSi = "&Sí";
+constexpr const char* kNo = "&No";
+constexpr const char* kAceptar = "&Aceptar";
+
+wxArtID Icono(UINT flags)
+{
+    switch (flags & MB_ICONMASK) {
+    case MB_ICONERROR:
+        return wxART_ERROR;
+    case MB_ICONQUESTION:
+        return wxART_QUESTION;
+    default:
+        return {};
+    }
+}
+
+} // namespace
+
+CCajaMensaje::CCajaMensaje(wxWindow* padre, const wxString& texto, const wxString& titulo,
+                           UINT flags)
+    : wxDialog(padre, wxID_ANY, titulo)
+{
+    const int hueco = 2 * GetCharWidth();
+    auto* cuerpo = new wxBoxSizer(wxHORIZONTAL);
+    if (const wxArtID icono = Icono(flags); !icono.empty()) {
+        auto* dibujo = new wxStaticBitmap(this, wxID_ANY,
+                                          wxArtProvider::GetBitmapBundle(icono, wxART_MESSAGE_BOX));
+        cuerpo->Add(dibujo, 0, wxRIGHT, hueco);
+    }
+    auto* rotulo = new wxStaticText(this, wxID_ANY, {});
+    rotulo->SetLabelText(texto);
+    rotulo->Wrap(90 * GetCharWidth()); // a path may be long
+    cuerpo->Add(rotulo, 1, wxALIGN_CENTER_VERTICAL);
+
+    auto* botones = new wxBoxSizer(wxHORIZONTAL);
+    // An id of the library's own would bring the system's text, in whatever language.
+    const auto pon = [&](int respuesta, const char* leyenda) {
+        auto* boton = new wxButton(this, wxID_ANY, wxString::FromUTF8(leyenda));
+        boton->Bind(wxEVT_BUTTON, [this, respuesta](wxCommandEvent&) { EndModal(respuesta); });
+        botones->Add(boton, 0, wxLEFT, hueco / 2);
+        return boton;
+    };
+    const bool siNo = (flags & MB_TYPEMASK) == MB_YESNO;
+    wxButton* primero = siNo ? pon(IDYES, kSi) : pon(IDOK, kAceptar);
+    wxButton* ultimo = siNo ? pon(IDNO, kNo) : primero;
+    primero->SetDefault();
+    primero->SetFocus();
+    SetEscapeId(ultimo->GetId());
+
+    auto* marco = new wxBoxSizer(wxVERTICAL);
+    marco->Add(cuerpo, 1, wxEXPAND | wxALL, hueco);
+    marco->Add(botones, 0, wxALIGN_RIGHT | wxLEFT | wxRIGHT | wxBOTTOM, hueco);
+    SetSizerAndFit(marco);
+    CentreOnParent();
+}

@@ -1,0 +1,32 @@
+#include "platform/desktop/toolkit.h"
+
+#ifdef __WXGTK__
+#include <gtk/gtk.h>
+#endif
+
+void PonNombreAccesible(wxWindow& widget, const wxString& nombre)
+{
+    if (nombre.empty())
+        return;
+#ifdef __WXGTK__
+    if (AtkObject* accesible = gtk_widget_get_accessible(widget.GetHandle()))
+        atk_object_set_name(accesible, nombre.utf8_str());
+#else
+    widget.SetName(nombre); // the system's own interface takes it from there
+#endif
+}
+
+void HazModal(wxTopLevelWindow& ventana)
+{
+#ifdef __WXGTK__
+    gtk_window_set_modal(GTK_WINDOW(ventana.GetHandle()), TRUE);
+#else
+    if (wxWindow* debajo = ventana.GetParent()) {
+        debajo->Disable();
+        ventana.Bind(wxEVT_DESTROY, [debajo](wxWindowDestroyEvent& suceso) {
+            debajo->Enable();
+            suceso.Skip();
+        });
+    }
+#endif
+}

@@ -1,0 +1,10 @@
+#pragma once
+
+#include "platform/front_end.h"
+
+/// Options that stand alone on a program's line and are answered with a text: --help and --version.
+/// \return true where there was one
+bool AtiendeOpcion(int argc, const char* const* argv);
+
+/// The whole life of the program behind a front end. Gives its exit status.
+int EjecutaPrograma(CFrontal& frontal, int argc, const char* const* argv);
