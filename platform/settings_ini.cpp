@@ -92,6 +92,8 @@ bool CAlmacenAjustes::Escribe(const CString& seccion, const CString& clave, cons
     const CString linea = clave + "=" + ansi::AUtf8(valor);
     const auto lugar = lineas.begin() + static_cast<std::ptrdiff_t>(posicion.linea);
     if (posicion.hay) {
+        if (*lugar == linea)
+            return true; // a dialog stores all its fields whenever it is closed
         *lugar = linea;
     } else if (posicion.haySeccion) {
         lineas.insert(lugar, linea);

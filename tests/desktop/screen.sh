@@ -1,0 +1,62 @@
+# A screen of its own with a window manager, and hands to work the program on it. To be sourced.
+# Needs Xvfb, openbox, xdotool. The caller sets `work`, a folder that it may fill.
+
+start_screen() { # size, as 1400x1000
+  mkdir -p "$work"
+  Xvfb -displayfd 9 -screen 0 "${1}x24" -nolisten tcp 9> "$work/display" 2> "$work/xvfb.log" &
+  screen_pid=$!
+  for _ in $(seq 100); do [ -s "$work/display" ] && break; sleep 0.1; done
+  export DISPLAY=":$(cat "$work/display")"
+  openbox --sm-disable > "$work/openbox.log" 2>&1 &
+  manager_pid=$!
+  for _ in $(seq 100); do xdotool get_num_desktops > /dev/null 2>&1 && break; sleep 0.1; done
+  trap stop_screen EXIT
+}
+
+stop_screen() {
+  kill ${program_pid:+"$program_pid"} "$manager_pid" "$screen_pid" 2> /dev/null || true
+  wait 2> /dev/null || true
+}
+
+front_title() { xdotool getactivewindow getwindowname 2> /dev/null || true; }
+
+# Waits until the window with the title is in front, and a moment more for its focus.
+await() {
+  for _ in $(seq 300); do
+    if [ "$(front_title)" = "$1" ]; then sleep 0.2; return; fi
+    sleep 0.1
+  done
+  fail "no window \"$1\"; in front is \"$(front_title)\""
+}
+
+fail() {
+  echo "FAILED: $*" >&2
+  [ -z "${DISPLAY:-}" ] || import -window root "$work/failure.png" 2> /dev/null || true
+  exit 1
+}
+
+keys() { xdotool key --delay 30 "$@"; }
+# Replaces the text of the field in focus.
+fill() { keys ctrl+a; xdotool type --delay 8 -- "$1"; }
+
+# Starts the program in the folder run, with the arguments.
+start() {
+  (cd "$work/run" && XDG_CONFIG_HOME="$work/config" exec "$program" "$@") \
+    > "$work/stdout" 2> "$work/stderr" &
+  program_pid=$!
+}
+
+# Waits for the program's end and looks at its exit status.
+ended() {
+  for _ in $(seq 300); do
+    if ! kill -0 "$program_pid" 2> /dev/null; then
+      local status=0
+      wait "$program_pid" || status=$?
+      program_pid=
+      [ "$status" -eq "${1:-0}" ] || fail "exit status $status"
+      return
+    fi
+    sleep 0.1
+  done
+  fail "the program doesn't end"
+}
