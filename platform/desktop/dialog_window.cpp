@@ -23,8 +23,8 @@ using std::chrono::milliseconds;
 
 // A tick of a run costs less than a microsecond, a look for events about one and a redrawn bar
 // thousands. So both are done as often as a person can tell, and no more.
-constexpr milliseconds kEntreMiradas{5};
-constexpr milliseconds kEntreBarras{60};
+constexpr milliseconds kEntreMiradas{10};
+constexpr milliseconds kEntreBarras{100};
 
 /// A drawing of the program in the largest size that keeps its proportions within the place.
 wxBitmapBundle Dibujo(UINT id, const wxSize& sitio)
