@@ -10,7 +10,7 @@ BOOL CAcercaDeDlg::OnInitDialog()
 {
     CDialog::OnInitDialog();
     SetIcon(IDR_ICONO);
-    const auto& aplicacion = static_cast<const CVersionApp&>(*AfxGetApp());
+    const auto& aplicacion = dynamic_cast<const CVersionApp&>(*AfxGetApp());
     const struct {
         UINT control;
         CString valor;

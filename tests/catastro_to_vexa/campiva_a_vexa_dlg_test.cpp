@@ -275,12 +275,13 @@ TEST_F(Traduccion, GivesHelpForAControlAndNoneForALabel)
 {
     CDialogoAbierto dialogo;
     dialogo.Abre();
-    HELPINFO pregunta{1019};
+    HELPINFO pregunta{1019, {}};
     EXPECT_EQ(dialogo.SendMessage(WM_HELP, 0, reinterpret_cast<LPARAM>(&pregunta)), 1);
     pregunta.iCtrlId = -1;
     EXPECT_EQ(dialogo.SendMessage(WM_HELP, 0, reinterpret_cast<LPARAM>(&pregunta)), 1);
     dialogo.Pulsa(static_cast<int>(ID_HELP));
-    EXPECT_EQ(aplicacion.guion.ayudas, (Textos{"campiva.chm#1019", "campiva.chm"}));
+    EXPECT_EQ(aplicacion.guion.ayudas,
+              (Textos{"campiva.chm::Ayuda IDC.txt#1019 at 0,0 on 13697023", "campiva.chm"}));
 }
 
 #ifdef __linux__

@@ -312,3 +312,64 @@ TEST_F(Dialogo, TheFileBoxKeepsItsPathUnlessOneIsPicked)
     EXPECT_EQ(caja.GetPathName(), CString("/a/ahora.txt"));
     EXPECT_EQ(guion.filtros, kFiltros);
 }
+
+TEST_F(Dialogo, AClickDoesWhatItDoesToTheControl)
+{
+    CDialogoPrueba dialogo;
+    ASSERT_TRUE(dialogo.Create(7, nullptr));
+    const auto marcas = [&] {
+        std::string texto;
+        for (const CControl& control : dialogo.Controles())
+            texto += control.GetCheck() != 0 ? 'x' : '.';
+        return texto;
+    };
+    const struct {
+        const char* motivo;
+        UINT id;
+        bool activo;
+        const char* marcas; ///< of all controls, in order
+    } casos[] = {
+        {"a mark goes", 12, true, "......x..."},
+        {"and comes", 12, true, "...x..x..."},
+        {"not on one that is switched off", 12, false, "...x..x..."},
+        {"a radio button takes it from its group", 20, true, "...xx....."},
+        {"and keeps it", 20, true, "...xx....."},
+        {"another group has its own", 30, true, "...xx..x.."},
+        {"nothing to a field", 10, true, "...xx..x.."},
+        {"nor to the bar", 40, true, "...xx..x.."},
+    };
+    for (const auto& caso : casos) {
+        SCOPED_TRACE(caso.motivo);
+        CControl& control = *dialogo.GetDlgItem(caso.id);
+        control.EnableWindow(caso.activo);
+        dialogo.Pulsa(control);
+        control.EnableWindow(true);
+        EXPECT_EQ(marcas(), caso.marcas);
+        EXPECT_FALSE(dialogo.Terminado());
+    }
+    dialogo.Pulsa(*dialogo.GetDlgItem(1));
+    EXPECT_TRUE(dialogo.Terminado()) << "a button sends its command";
+}
+
+TEST_F(Dialogo, ItsControlsHaveNamesForWhoDoesNotSeeIt)
+{
+    static constexpr CPlantillaControl kNombrados[] = {
+        {Grupo, kSinId, "Entradas", 0, 0, 100, 30}, {Edicion, 1, "", 5, 5, 50, 10},
+        {Boton, 2, "&Buscar...", 60, 5, 30, 10},    {Texto, kSinId, "Parajes", 5, 40, 20, 10},
+        {Edicion, 3, "", 30, 40, 20, 10},           {Boton, 4, "&Buscar...", 60, 40, 30, 10},
+        {Casilla, 5, "&Modificar", 5, 60, 50, 10},  {Progreso, 6, "", 5, 80, 50, 10},
+    };
+    static constexpr CPlantillaDialogo kPlantilla[] = {{8, "Nombres", 100, 100, kNombrados}};
+    aplicacion.Arranca(guion, CRecursos({}, kPlantilla, {}, {}), {}, {});
+    CDialogoPrueba dialogo(8);
+    ASSERT_TRUE(dialogo.Create(8, nullptr));
+    const struct {
+        UINT id;
+        const char* nombre;
+    } casos[] = {
+        {1, "Entradas"},          {2, "Buscar... Entradas"}, {3, "Parajes"},
+        {4, "Buscar... Parajes"}, {5, "Modificar"},          {6, ""},
+    };
+    for (const auto& [id, nombre] : casos)
+        EXPECT_EQ(dialogo.NombreDe(*dialogo.GetDlgItem(id)), CString(nombre)) << id;
+}

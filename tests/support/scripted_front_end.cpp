@@ -53,11 +53,14 @@ void CGuion::MuestraAyuda(const CString& ficheroAyuda)
 
 void CGuion::MuestraAyudaControl(const CString& temas, const HH_POPUP& popup)
 {
-    ayudas.push_back(ansi::AUtf8(temas) + "#" + std::to_string(popup.idString));
+    ayudas.push_back(ansi::AUtf8(temas) + "#" + std::to_string(popup.idString) + " at " +
+                     std::to_string(popup.pt.x) + "," + std::to_string(popup.pt.y) + " on " +
+                     std::to_string(popup.clrBackground));
 }
 
 CAplicacionPrueba::CAplicacionPrueba()
 {
     SetRegistryKey("VexaSoft");
     Arranca(guion, RecursosDelPrograma(), {}, "campiva.chm");
+    ReadResourceInformation();
 }

@@ -7,6 +7,7 @@
 #include "platform/cwinapp.h"
 #include "platform/dialog.h"
 #include "platform/front_end.h"
+#include "vexa_libs/cversion_app.h"
 
 /// A box that the program showed, as one line for a test to compare: "[caption] flags: text".
 struct CCajaVista {
@@ -42,7 +43,7 @@ public:
 };
 
 /// An application with the program's resources, started with a scripted front end.
-class CAplicacionPrueba : public CWinApp {
+class CAplicacionPrueba : public CVersionApp {
 public:
     CAplicacionPrueba();
 
