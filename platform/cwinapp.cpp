@@ -55,7 +55,7 @@ CString CWinApp::FicheroAyuda(const CString& programa)
     return ((hay ? instalada : carpeta) / sistema::Ruta(programa + ".HLP")).string();
 }
 
-void CWinApp::OnHelp()
+void CWinApp::OnHelp() const
 {
     HtmlHelp(m_pMainWnd, m_pszHelpFilePath, HH_DISPLAY_TOPIC, nullptr);
 }

@@ -28,7 +28,7 @@ public:
     static CString FicheroAyuda(const CString& programa);
 
     /// Command 57670 of the application: the help file on its default topic.
-    void OnHelp();
+    void OnHelp() const;
 
     /// Key above all stored settings. Without it nothing is stored, and all values are the
     /// defaults.

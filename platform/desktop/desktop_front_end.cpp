@@ -59,7 +59,7 @@ void AlFallarAserto(const wxString& fichero, int linea, const wxString& funcion,
 
 wxColour Color(std::uint32_t bgr)
 {
-    return wxColour(bgr & 0xFFFFFFU);
+    return {bgr & 0xFFFFFFU};
 }
 
 } // namespace

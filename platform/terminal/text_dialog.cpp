@@ -76,7 +76,7 @@ std::string Elementos(const CControl& lista)
     return texto;
 }
 
-std::string ConNombre(std::string nombre, const std::string& valor)
+std::string ConNombre(const std::string& nombre, const std::string& valor)
 {
     return nombre.empty() ? valor : nombre + ": " + valor;
 }
