@@ -26,6 +26,8 @@ using std::chrono::milliseconds;
 constexpr milliseconds kEntreMiradas{10};
 constexpr milliseconds kEntreBarras{100};
 
+constexpr const char* kAvance = "Avance"; // the bar has no caption to be read
+
 /// A drawing of the program in the largest size that keeps its proportions within the place.
 wxBitmapBundle Dibujo(UINT id, const wxSize& sitio)
 {
@@ -69,6 +71,8 @@ CVentanaDialogo::CVentanaDialogo(CDialog& dialogo, wxWindow* debajo)
     PonIconos();
     CreaWidgets();
     Coloca();
+    if (m_sinMarca != nullptr)
+        m_sinMarca->SetValue(true);
     for (const CControl& control : m_dialogo.Controles())
         Refleja(control);
     Bind(wxEVT_CLOSE_WINDOW, [this](wxCloseEvent& cierre) {
@@ -91,7 +95,11 @@ void CVentanaDialogo::CreaWidgets()
     for (CControl& control : m_dialogo.Controles()) {
         wxWindow* widget = Crea(control);
         m_widgets.emplace(&control, widget);
-        PonNombreAccesible(*widget, AWx(m_dialogo.NombreDe(control)));
+        // A caption that says enough is read as it stands, also when it changes.
+        const wxString nombre =
+            &control == m_progreso ? wxString(kAvance) : AWx(m_dialogo.NombreDe(control));
+        if (nombre != wxControl::RemoveMnemonics(AWx(control.GetWindowText())))
+            PonNombreAccesible(*widget, nombre);
     }
 }
 
@@ -117,8 +125,13 @@ wxWindow* CVentanaDialogo::Crea(CControl& control)
         return casilla;
     }
     case Radio: {
-        auto* radio = new wxRadioButton(m_panel, wxID_ANY, leyenda, wxDefaultPosition,
-                                        wxDefaultSize, plantilla.abreGrupo ? wxRB_GROUP : 0);
+        if (plantilla.abreGrupo) {
+            // Of a row of these one is always marked. This one is where the dialog has none.
+            m_sinMarca = new wxRadioButton(m_panel, wxID_ANY, {}, wxDefaultPosition, wxDefaultSize,
+                                           wxRB_GROUP);
+            m_sinMarca->Hide();
+        }
+        auto* radio = new wxRadioButton(m_panel, wxID_ANY, leyenda);
         radio->Bind(wxEVT_RADIOBUTTON, pulsa);
         return radio;
     }
@@ -224,8 +237,8 @@ void CVentanaDialogo::Refleja(const CControl& control)
     PonTexto(*widget, AWx(control.GetWindowText()));
     if (auto* casilla = dynamic_cast<wxCheckBox*>(widget))
         casilla->SetValue(control.GetCheck() != 0);
-    else if (auto* radio = dynamic_cast<wxRadioButton*>(widget))
-        radio->SetValue(control.GetCheck() != 0);
+    else if (auto* radio = dynamic_cast<wxRadioButton*>(widget); radio && control.GetCheck() != 0)
+        radio->SetValue(true); // which takes the mark from the others
     else if (auto* lista = dynamic_cast<wxChoice*>(widget))
         lista->SetSelection(control.GetCurSel());
     widget->Enable(control.IsWindowEnabled());

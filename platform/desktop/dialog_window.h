@@ -11,6 +11,7 @@
 
 class wxGauge;
 class wxPanel;
+class wxRadioButton;
 
 /// A dialog in a real window: its widgets show the state of the controls, and what the user does to
 /// them goes to the dialog.
@@ -49,6 +50,7 @@ private:
     wxGUIEventLoop m_bucle;
     int m_despachos = 0; ///< handlers at work
 
+    wxRadioButton* m_sinMarca = nullptr; ///< hidden in the row of radio buttons
     const CControl* m_progreso = nullptr;
     wxGauge* m_barra = nullptr;
     Reloj::time_point m_barraPintada;

@@ -13,6 +13,7 @@ namespace {
 constexpr const char* kSi = "&Sí";
 constexpr const char* kNo = "&No";
 constexpr const char* kAceptar = "&Aceptar";
+constexpr std::size_t kLetrasPorLinea = 90;
 
 wxArtID Icono(UINT flags)
 {
@@ -24,6 +25,22 @@ wxArtID Icono(UINT flags)
     default:
         return {};
     }
+}
+
+/// The text with a line end in each word that is too long for a line: a path may be.
+wxString ConCortes(const wxString& texto)
+{
+    wxString cortado;
+    std::size_t seguidas = 0;
+    for (const wxUniChar c : texto) {
+        seguidas = c == ' ' || c == '\n' ? 0 : seguidas + 1;
+        if (seguidas > kLetrasPorLinea) {
+            cortado += '\n';
+            seguidas = 1;
+        }
+        cortado += c;
+    }
+    return cortado;
 }
 
 } // namespace
@@ -40,8 +57,8 @@ CCajaMensaje::CCajaMensaje(wxWindow* padre, const wxString& texto, const wxStrin
         cuerpo->Add(dibujo, 0, wxRIGHT, hueco);
     }
     auto* rotulo = new wxStaticText(this, wxID_ANY, {});
-    rotulo->SetLabelText(texto);
-    rotulo->Wrap(90 * GetCharWidth()); // a path may be long
+    rotulo->SetLabelText(ConCortes(texto));
+    rotulo->Wrap(static_cast<int>(kLetrasPorLinea) * GetCharWidth());
     cuerpo->Add(rotulo, 1, wxALIGN_CENTER_VERTICAL);
 
     auto* botones = new wxBoxSizer(wxHORIZONTAL);

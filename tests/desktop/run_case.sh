@@ -125,6 +125,15 @@ case_closed_while_choosing() {
   [ ! -e "$settings" ] || fail "a choice that wasn't accepted is stored"
 }
 
+case_no_button_marked() {
+  printf '[Campiva]\r\nTipoTraduccion=7\r\n' > "$settings"
+  start
+  await Campiva
+  keys alt+a
+  ended
+  stored Campiva TipoTraduccion=-1
+}
+
 case_typed_and_left() {
   start
   choose i "Vexa a Infograf"
