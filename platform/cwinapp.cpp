@@ -9,8 +9,6 @@
 
 namespace {
 
-constexpr const char* kPrograma = "Campiva"; // names the store, below the company's key
-
 /// Where the object is, for the framework's function that gives it.
 CWinApp*& Aplicacion()
 {
@@ -66,6 +64,11 @@ int CWinApp::Caja(const CString& texto, const CString& titulo, UINT flags)
     return m_frontal->Caja(texto, titulo, flags);
 }
 
+CAlmacenAjustes CWinApp::Ajustes() const
+{
+    return {m_empresa, m_recursos.Version().producto};
+}
+
 int CWinApp::GetProfileInt(const CString& seccion, const CString& clave, int defecto) const
 {
     const CString texto = GetProfileString(seccion, clave, {});
@@ -80,7 +83,7 @@ CString CWinApp::GetProfileString(const CString& seccion, const CString& clave,
 {
     if (m_empresa.IsEmpty())
         return defecto;
-    return CAlmacenAjustes(m_empresa, kPrograma).Lee(seccion, clave).value_or(defecto);
+    return Ajustes().Lee(seccion, clave).value_or(defecto);
 }
 
 BOOL CWinApp::WriteProfileInt(const CString& seccion, const CString& clave, int valor)
@@ -92,8 +95,5 @@ BOOL CWinApp::WriteProfileInt(const CString& seccion, const CString& clave, int 
 
 BOOL CWinApp::WriteProfileString(const CString& seccion, const CString& clave, const CString& valor)
 {
-    return !m_empresa.IsEmpty() &&
-                   CAlmacenAjustes(m_empresa, kPrograma).Escribe(seccion, clave, valor)
-               ? 1
-               : 0;
+    return !m_empresa.IsEmpty() && Ajustes().Escribe(seccion, clave, valor) ? 1 : 0;
 }

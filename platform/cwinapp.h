@@ -5,6 +5,7 @@
 #include "platform/resources.h"
 #include "platform/types.h"
 
+class CAlmacenAjustes;
 class CWnd;
 
 /// The application: the one global object of the program. It holds what the process is given at its
@@ -27,7 +28,9 @@ public:
     /// its data. It ends in ".HLP", whatever the file that is there ends in.
     static CString FicheroAyuda(const CString& programa);
 
-    /// Command 57670 of the application: the help file on its default topic.
+    /// A command that no window has a handler for.
+    virtual void OnCommand(UINT /*mandato*/) {}
+    /// The help file on its default topic.
     void OnHelp() const;
 
     /// Key above all stored settings. Without it nothing is stored, and all values are the
@@ -54,6 +57,8 @@ public:
     CWnd* m_pMainWnd = nullptr;
 
 private:
+    CAlmacenAjustes Ajustes() const; ///< the store, below the company's key by the program's name
+
     CFrontal* m_frontal = nullptr;
     CRecursos m_recursos;
     CString m_empresa;

@@ -29,7 +29,8 @@ std::vector<CControl*> GrupoDe(std::deque<CControl>& controles, const CControl& 
 bool TieneLeyenda(ClaseControl clase)
 {
     return clase == ClaseControl::Boton || clase == ClaseControl::BotonPorDefecto ||
-           clase == ClaseControl::Casilla || clase == ClaseControl::Radio;
+           clase == ClaseControl::Casilla || clase == ClaseControl::Radio ||
+           clase == ClaseControl::Progreso;
 }
 
 bool Rodea(const CPlantillaControl& grupo, const CPlantillaControl& control)
@@ -98,6 +99,8 @@ LRESULT CWnd::WindowProc(UINT mensaje, WPARAM wParam, LPARAM lParam)
     for (const CEntradaMensaje& entrada : GetMessageMap())
         if (entrada.mensaje == mensaje && (mensaje != WM_COMMAND || entrada.mandato == wParam))
             return entrada.manejador(*this, wParam, lParam);
+    if (mensaje == WM_COMMAND)
+        AfxGetApp()->OnCommand(static_cast<UINT>(wParam));
     return 0;
 }
 

@@ -107,7 +107,8 @@ protected:
     /// The message map; the first line that fits is taken.
     virtual std::span<const CEntradaMensaje> GetMessageMap() const { return {}; }
     virtual void WinHelp(WPARAM /*dato*/, UINT /*mandato*/) {}
-    /// Ways to the handler. What throws passes through.
+    /// Ways to the handler; a command without one goes to the application. What throws passes
+    /// through.
     virtual LRESULT WindowProc(UINT mensaje, WPARAM wParam, LPARAM lParam);
 };
 
@@ -149,6 +150,8 @@ public:
     bool m_bSaveAndValidate;
 };
 
+// One field and its control each, in the direction of the exchange. A field whose control isn't
+// there stays as it is.
 void DDX_Control(CDataExchange* dx, UINT id, CProgressCtrl& control);
 void DDX_Text(CDataExchange* dx, UINT id, CString& valor);
 void DDX_Check(CDataExchange* dx, UINT id, int& valor);
@@ -169,6 +172,7 @@ private:
     CControl* m_control = nullptr;
 };
 
+/// A dialog: controls made from a template, and the fields of the derived class that they show.
 class CDialog : public CWnd {
 public:
     explicit CDialog(UINT plantilla) : m_idPlantilla(plantilla) {}
@@ -180,6 +184,7 @@ public:
     /// Shows the dialog until it is closed and gives the result that it was closed with; -1 where
     /// the application has no such template.
     int DoModal();
+    /// Closes the dialog; what runs in one of its handlers goes on.
     void EndDialog(int resultado) { m_resultado = resultado; }
     bool Terminado() const { return m_resultado.has_value(); }
 
@@ -193,6 +198,7 @@ public:
     const std::deque<CControl>& Controles() const { return m_controles; }
     void GotoDlgCtrl(UINT id); ///< gives the control the focus
     UINT Foco() const { return m_foco; }
+    /// The big icon of its window, by its id among the resources.
     void SetIcon(UINT icono) { m_icono = icono; }
     UINT Icono() const { return m_icono; }
 
@@ -228,12 +234,12 @@ private:
     UINT m_icono = 0;
 };
 
-/// The platform's box for choosing a file that exists.
+/// The platform's box for choosing a file that exists, in front of the window of the moment.
 class CFileDialog {
 public:
     /// `filtros`: pairs of a text and a pattern, all ended by "|", the whole by one more.
-    CFileDialog(const CString& inicial, const CString& filtros, CWnd* padre)
-        : m_ruta(inicial), m_filtros(filtros), m_padre(padre)
+    CFileDialog(const CString& inicial, const CString& filtros)
+        : m_ruta(inicial), m_filtros(filtros)
     {
     }
 
@@ -241,10 +247,8 @@ public:
     CString GetPathName() const { return m_ruta; }
     void SetPathName(const CString& ruta) { m_ruta = ruta; }
     const CString& Filtros() const { return m_filtros; }
-    CWnd* Padre() const { return m_padre; }
 
 private:
     CString m_ruta;
     CString m_filtros;
-    CWnd* m_padre;
 };

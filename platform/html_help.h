@@ -14,6 +14,9 @@ class CWnd;
 inline constexpr UINT HH_DISPLAY_TOPIC = 0;       ///< the help file on its default topic
 inline constexpr UINT HH_DISPLAY_TEXT_POPUP = 14; ///< the help of one control in a small popup
 
+/// The file inside the help file that holds the texts of the controls, behind what parts the two.
+inline constexpr const char* kTextosDeControles = "::Ayuda IDC.txt";
+
 /// What the viewer is told of a popup. Its font, margins and text colour are the viewer's own.
 struct HH_POPUP {
     UINT idString = 0;           ///< key of the text: the id of the control asked about

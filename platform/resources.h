@@ -31,8 +31,8 @@ inline constexpr UINT kSinId = 0xFFFF;
 struct CPlantillaControl {
     ClaseControl clase;
     UINT id;
-    const char* texto;       ///< caption with its mnemonic; for a picture or icon, empty
-    short x, y, ancho, alto; ///< dialog units
+    const char* texto; ///< caption with its mnemonic; a progress bar's name; a picture has none
+    short x, y, ancho, alto;                     ///< dialog units
     std::span<const char* const> elementos = {}; ///< of a drop-down list
     bool abreGrupo = false;                      ///< first of a row of radio buttons
 };

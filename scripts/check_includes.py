@@ -41,9 +41,9 @@ def faults(path):
             other = folder_of(name)
             if ".." in name or other is None:
                 yield where + ": an include names the file from the project's folder"
-            elif folder in OUTSIDE or other == folder:
+            elif folder in OUTSIDE:
                 continue
-            elif other in OUTSIDE or RANK[other] >= RANK[folder]:
+            elif other in OUTSIDE or (other != folder and RANK[other] >= RANK[folder]):
                 yield where + f": {folder} may not include {other}"
             elif "/terminal/" in name or "/desktop/" in name:
                 if not main and not path.startswith(name.rsplit("/", 1)[0]):

@@ -58,6 +58,12 @@ BOOL CCampivaApp::InitInstance()
     return 0;
 }
 
+void CCampivaApp::OnCommand(UINT mandato)
+{
+    if (mandato == ID_HELP)
+        OnHelp();
+}
+
 void CCampivaApp::MuestraDialogos()
 {
     CTipoTraduccionDlg eleccion;

@@ -23,6 +23,7 @@ Ruta EligeRuta(const CTokens& tokens);
 class CCampivaApp : public CVersionApp {
 public:
     BOOL InitInstance() override;
+    void OnCommand(UINT mandato) override;
 
     /// Exit status of the process: 0; 1 after a batch run that showed a box with the error icon; 2
     /// for a command line that fits no route.

@@ -30,7 +30,8 @@ constexpr const char* kUso =
     "lo\n"
     "   que no está en el gráfico; crear las parcelas que sólo están en el gráfico.\n"
     "\n"
-    "Estado de salida: 0; 1 si hubo una caja de error; 2 si la línea no pide nada conocido.\n";
+    "Estado de salida: 0; 1 si una traducción de la línea mostró una caja de error; 2 si la línea\n"
+    "no pide nada conocido.\n";
 
 CCampivaApp theApp;
 

@@ -8,7 +8,6 @@
 #include "vexa_libs/topology.h"
 
 struct CEntradaInfograf;
-struct CRegistroInfograf;
 struct CSalidaInfograf;
 
 /// Third translation: writes a record of the Infograf system for each parcel, polygon and subparcel

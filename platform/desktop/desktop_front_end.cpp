@@ -57,6 +57,12 @@ void AlFallarAserto(const wxString& fichero, int linea, const wxString& funcion,
     std::fputs(queja.utf8_str(), stderr);
 }
 
+/// The library's application object. The command line is the program's own to read.
+class CAplicacionVentanas : public wxApp {
+public:
+    bool OnInit() override { return true; }
+};
+
 wxColour Color(std::uint32_t bgr)
 {
     return {bgr & 0xFFFFFFU};
@@ -67,7 +73,7 @@ wxColour Color(std::uint32_t bgr)
 CFrontalEscritorio::CFrontalEscritorio(int& argc, char** argv)
 {
     wxSetAssertHandler(AlFallarAserto);
-    wxApp::SetInstance(new wxApp);
+    wxApp::SetInstance(new CAplicacionVentanas);
     m_funciona = wxEntryStart(argc, argv);
     if (!m_funciona)
         return;
@@ -118,6 +124,8 @@ void CFrontalEscritorio::AtiendeUno(CDialog& dialogo)
 
 int CFrontalEscritorio::Caja(const CString& texto, const CString& titulo, UINT flags)
 {
+    if (!m_ventanas.empty())
+        m_ventanas.back()->PonBarraAlDia();
     CString cuerpo = texto;
     cuerpo.TrimRight("\n");
     return CCajaMensaje(Delante(), AWx(cuerpo), AWx(titulo), flags).ShowModal();

@@ -26,8 +26,6 @@ using std::chrono::milliseconds;
 constexpr milliseconds kEntreMiradas{10};
 constexpr milliseconds kEntreBarras{100};
 
-constexpr const char* kAvance = "Avance"; // the bar has no caption to be read
-
 /// A drawing of the program in the largest size that keeps its proportions within the place.
 wxBitmapBundle Dibujo(UINT id, const wxSize& sitio)
 {
@@ -96,9 +94,9 @@ void CVentanaDialogo::CreaWidgets()
         wxWindow* widget = Crea(control);
         m_widgets.emplace(&control, widget);
         // A caption that says enough is read as it stands, also when it changes.
-        const wxString nombre =
-            &control == m_progreso ? wxString(kAvance) : AWx(m_dialogo.NombreDe(control));
-        if (nombre != wxControl::RemoveMnemonics(AWx(control.GetWindowText())))
+        const wxString nombre = AWx(m_dialogo.NombreDe(control));
+        if (&control == m_progreso ||
+            nombre != wxControl::RemoveMnemonics(AWx(control.GetWindowText())))
             PonNombreAccesible(*widget, nombre);
     }
 }
@@ -125,13 +123,7 @@ wxWindow* CVentanaDialogo::Crea(CControl& control)
         return casilla;
     }
     case Radio: {
-        if (plantilla.abreGrupo) {
-            // Of a row of these one is always marked. This one is where the dialog has none.
-            m_sinMarca = new wxRadioButton(m_panel, wxID_ANY, {}, wxDefaultPosition, wxDefaultSize,
-                                           wxRB_GROUP);
-            m_sinMarca->Hide();
-        }
-        auto* radio = new wxRadioButton(m_panel, wxID_ANY, leyenda);
+        wxWindow* radio = CreaRadio(plantilla);
         radio->Bind(wxEVT_RADIOBUTTON, pulsa);
         return radio;
     }
@@ -164,6 +156,17 @@ wxWindow* CVentanaDialogo::Crea(CControl& control)
     }
     return new wxStaticText(m_panel, wxID_ANY, leyenda, wxDefaultPosition, wxDefaultSize,
                             wxST_NO_AUTORESIZE | wxST_ELLIPSIZE_END);
+}
+
+wxWindow* CVentanaDialogo::CreaRadio(const CPlantillaControl& plantilla)
+{
+    if (plantilla.abreGrupo) {
+        // Of a row of these one is always marked. This one is where the dialog has none.
+        m_sinMarca =
+            new wxRadioButton(m_panel, wxID_ANY, {}, wxDefaultPosition, wxDefaultSize, wxRB_GROUP);
+        m_sinMarca->Hide();
+    }
+    return new wxRadioButton(m_panel, wxID_ANY, AWx(plantilla.texto));
 }
 
 void CVentanaDialogo::Coloca()
@@ -209,7 +212,10 @@ void CVentanaDialogo::AtiendeUno()
     const auto ahora = Reloj::now();
     if (ahora < m_calma)
         return;
-    MuestraAvance(ahora);
+    if (ahora >= m_barraPintada + kEntreBarras) {
+        PonBarraAlDia();
+        m_barraPintada = ahora;
+    }
     wxEventLoopBase* bucle = wxEventLoopBase::GetActive();
     if (bucle != nullptr && bucle->Pending())
         bucle->Dispatch();
@@ -217,13 +223,10 @@ void CVentanaDialogo::AtiendeUno()
         m_calma = ahora + kEntreMiradas;
 }
 
-void CVentanaDialogo::MuestraAvance(Reloj::time_point ahora)
+void CVentanaDialogo::PonBarraAlDia()
 {
-    if (m_progreso == nullptr || m_barra->GetValue() == m_progreso->GetPos() ||
-        ahora < m_barraPintada + kEntreBarras)
-        return;
-    m_barra->SetValue(m_progreso->GetPos());
-    m_barraPintada = ahora;
+    if (m_progreso != nullptr && m_barra->GetValue() != m_progreso->GetPos())
+        m_barra->SetValue(m_progreso->GetPos());
 }
 
 void CVentanaDialogo::Refleja(const CControl& control)
@@ -269,8 +272,13 @@ void CVentanaDialogo::PideAyuda()
         const wxRect sitio = widget->GetScreenRect();
         const wxPoint raton = wxGetMousePosition();
         const wxPoint punto = sitio.Contains(raton) ? raton : sitio.GetBottomLeft();
-        const HELPINFO pregunta{static_cast<int>(control->Id()), {punto.x, punto.y}};
-        Despacha([&] { m_dialogo.SendMessage(WM_HELP, 0, reinterpret_cast<LPARAM>(&pregunta)); });
+        const HELPINFO pregunta{control->Id() == kSinId ? -1 : static_cast<int>(control->Id()),
+                                {punto.x, punto.y}};
+        Despacha([&] {
+            // A dialog that doesn't tell of its controls leaves the key to the manual.
+            if (m_dialogo.SendMessage(WM_HELP, 0, reinterpret_cast<LPARAM>(&pregunta)) == 0)
+                m_dialogo.SendMessage(WM_COMMAND, ID_HELP, 0);
+        });
         return;
     }
 }

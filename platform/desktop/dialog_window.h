@@ -28,6 +28,8 @@ public:
     void AtiendeUno();
     /// Brings a widget to the state of its control.
     void Refleja(const CControl& control);
+    /// The bar lags behind its control during a run; this brings it there.
+    void PonBarraAlDia();
 
 private:
     using Reloj = std::chrono::steady_clock;
@@ -35,14 +37,13 @@ private:
     void PonIconos();
     void CreaWidgets();
     wxWindow* Crea(CControl& control);
-    wxWindow* CreaDibujo(const CPlantillaControl& control);
+    wxWindow* CreaRadio(const CPlantillaControl& plantilla);
     void Coloca();
     /// Has a handler of the dialog do its work. One may run inside another: a translation takes the
     /// user's clicks while it works.
     void Despacha(const std::function<void()>& trabajo);
     void AlTeclear(wxKeyEvent& tecla);
     void PideAyuda();
-    void MuestraAvance(Reloj::time_point ahora);
 
     CDialog& m_dialogo;
     wxPanel* m_panel; ///< holds the widgets and leads the Tab key through them

@@ -2,6 +2,7 @@
 
 #include <wx/artprov.h>
 #include <wx/button.h>
+#include <wx/crt.h>
 #include <wx/sizer.h>
 #include <wx/statbmp.h>
 #include <wx/stattext.h>
@@ -33,7 +34,7 @@ wxString ConCortes(const wxString& texto)
     wxString cortado;
     std::size_t seguidas = 0;
     for (const wxUniChar c : texto) {
-        seguidas = c == ' ' || c == '\n' ? 0 : seguidas + 1;
+        seguidas = wxIsspace(c) ? 0 : seguidas + 1;
         if (seguidas > kLetrasPorLinea) {
             cortado += '\n';
             seguidas = 1;

@@ -6,6 +6,7 @@
 
 #include "platform/ansi.h"
 #include "platform/cfile.h"
+#include "platform/cwinapp.h"
 #include "platform/dialog.h"
 #include "platform/html_help.h"
 #include "platform/system.h"
@@ -16,8 +17,6 @@ constexpr std::size_t kPintadasPorSegundo = 10;
 constexpr std::chrono::milliseconds kEntreAvances{200}; // leaves drawings for changes of phase
 constexpr int kAnchoBarra = 24;
 
-constexpr const char* kSinAyudaDeControles =
-    "Este diálogo no da ayuda de sus controles; el manual los explica.\n";
 constexpr const char* kSinAyuda = "No se encuentra la ayuda en \"%s\".\n";
 constexpr const char* kSinTema = "La ayuda no dice nada del control %d.\n";
 constexpr const char* kPideFichero = "Fichero (ahora \"%s\"): ";
@@ -107,7 +106,7 @@ void CFrontalTerminal::MuestraModal(CDialog& dialogo)
             if (!dialogo.Terminado())
                 dialogo.EndDialog(IDCANCEL);
         }
-        AcabaRun();
+        AcabaProceso();
     }
 }
 
@@ -117,15 +116,17 @@ void CFrontalTerminal::Responde(CDialog& dialogo, const CDialogoTexto::CRespuest
     if (respuesta.ayuda == 0)
         return;
     const HELPINFO pregunta{static_cast<int>(respuesta.ayuda)};
-    if (dialogo.SendMessage(WM_HELP, 0, reinterpret_cast<LPARAM>(&pregunta)) == 0)
-        Escribe(stderr, kSinAyudaDeControles);
+    if (dialogo.SendMessage(WM_HELP, 0, reinterpret_cast<LPARAM>(&pregunta)) == 0) {
+        const HH_POPUP popup{respuesta.ayuda, {}, 0};
+        MuestraAyudaControl(AfxGetApp()->m_pszHelpFilePath + kTextosDeControles, popup);
+    }
 }
 
 void CFrontalTerminal::AtiendeUno(CDialog& dialogo)
 {
     const auto ahora = Reloj::now();
-    if (!m_enRun) {
-        m_enRun = true;
+    if (!m_enProceso) {
+        m_enProceso = true;
         m_inicio = ahora;
         sistema::VigilaInterrupcion();
     }
@@ -226,7 +227,7 @@ bool CFrontalTerminal::EligeFichero(CFileDialog& dialogo)
 
 void CFrontalTerminal::Refleja(const CDialog& /*dialogo*/, const CControl& control)
 {
-    if (!m_enRun || !m_avanceVisible)
+    if (!m_enProceso || !m_avanceVisible)
         return;
     if (control.Plantilla().clase == ClaseControl::Progreso) {
         m_porcentaje = control.GetPos();
@@ -242,17 +243,17 @@ void CFrontalTerminal::Refleja(const CDialog& /*dialogo*/, const CControl& contr
     }
 }
 
-void CFrontalTerminal::AcabaRun()
+void CFrontalTerminal::AcabaProceso()
 {
     BorraAvance();
-    if (m_enRun)
+    if (m_enProceso)
         sistema::OlvidaInterrupcion();
-    m_enRun = false;
+    m_enProceso = false;
 }
 
 void CFrontalTerminal::Cierra(const CDialog& /*dialogo*/)
 {
-    AcabaRun();
+    AcabaProceso();
 }
 
 void CFrontalTerminal::MuestraAyuda(const CString& ficheroAyuda)

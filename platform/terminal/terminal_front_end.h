@@ -38,7 +38,7 @@ private:
     int PreguntaSiNo() const;
     void Responde(CDialog& dialogo, const CDialogoTexto::CRespuesta& respuesta);
     /// From here on Ctrl-C ends the program again.
-    void AcabaRun();
+    void AcabaProceso();
     /// Reads a line of the standard input without its end; what passes the length of any path is
     /// dropped. False at the end of the input.
     static bool LeeLinea(std::string& linea);
@@ -49,7 +49,7 @@ private:
     bool m_faseNueva = false; ///< not drawn yet
     int m_porcentaje = 0;
     Reloj::time_point m_inicio;
-    bool m_enRun = false;
+    bool m_enProceso = false;
     std::deque<Reloj::time_point> m_pintadas; ///< moments of the last drawings
     std::size_t m_anchoPintado = 0;           ///< columns that the line on the screen takes
 };

@@ -11,7 +11,6 @@ namespace {
 using enum ClaseControl;
 
 constexpr const char* kEstado = "Estado";
-constexpr const char* kAvance = "Avance";
 constexpr const char* kNoSeEntiende =
     "No se entiende \"%s\". Escriba ID para pulsar, ID=texto para rellenar, ? para ver el diálogo "
     "o ? ID para la ayuda de un control.\n";
@@ -98,7 +97,7 @@ std::string CDialogoTexto::Linea(const CControl& control) const
     case Lista:
         return ConNombre(nombre, Elementos(control));
     case Progreso:
-        return ConNombre(kAvance, std::to_string(control.GetPos()) + " %");
+        return ConNombre(nombre, std::to_string(control.GetPos()) + " %");
     case Texto:
         return ConNombre(nombre.empty() ? kEstado : nombre, valor);
     default:

@@ -12,7 +12,6 @@
 namespace {
 
 constexpr std::uint32_t kAmarilloPalido = 0xD0FFFF; // blue, green, red
-constexpr const char* kTextosDeControles = "::Ayuda IDC.txt";
 
 /// The bar's position for a tick: truncated, and 0 where there is no total to hold it against.
 WPARAM Porcentaje(std::uint32_t posicion, std::int32_t total)
@@ -190,7 +189,7 @@ void CTraduccionDlg::OnBuscar(const CBusqueda& busqueda)
     UpdateData(true);
     CString filtros;
     filtros.LoadString(busqueda.filtro);
-    CFileDialog fichero(*busqueda.campo, filtros, this);
+    CFileDialog fichero(*busqueda.campo, filtros);
     if (fichero.DoModal() == IDOK)
         *busqueda.campo = fichero.GetPathName();
     UpdateData(false);

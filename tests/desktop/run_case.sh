@@ -180,5 +180,6 @@ case_batch() {
 
 start_screen 1400x1000
 "case_$case"
-! grep -E '\.(cpp|h):[0-9]+: ' "$work/stderr" || fail "the windows' library complains"
+# The toolkit below the library has complaints of its own about the help's window.
+! grep -vE '^$|Gtk-(CRITICAL|WARNING)' "$work/stderr" || fail "the program complains"
 

@@ -304,7 +304,7 @@ TEST_F(Dialogo, ShowsNothingWithoutATemplate)
 TEST_F(Dialogo, TheFileBoxKeepsItsPathUnlessOneIsPicked)
 {
     constexpr const char* kFiltros = "Todos los ficheros (*.*)|*.*||";
-    CFileDialog caja("antes.txt", kFiltros, nullptr);
+    CFileDialog caja("antes.txt", kFiltros);
     EXPECT_EQ(caja.DoModal(), IDCANCEL);
     EXPECT_EQ(caja.GetPathName(), CString("antes.txt"));
     guion.fichero = "/a/ahora.txt";
@@ -357,7 +357,7 @@ TEST_F(Dialogo, ItsControlsHaveNamesForWhoDoesNotSeeIt)
         {Grupo, kSinId, "Entradas", 0, 0, 100, 30}, {Edicion, 1, "", 5, 5, 50, 10},
         {Boton, 2, "&Buscar...", 60, 5, 30, 10},    {Texto, kSinId, "Parajes", 5, 40, 20, 10},
         {Edicion, 3, "", 30, 40, 20, 10},           {Boton, 4, "&Buscar...", 60, 40, 30, 10},
-        {Casilla, 5, "&Modificar", 5, 60, 50, 10},  {Progreso, 6, "", 5, 80, 50, 10},
+        {Casilla, 5, "&Modificar", 5, 60, 50, 10},  {Progreso, 6, "Avance", 5, 80, 50, 10},
     };
     static constexpr CPlantillaDialogo kPlantilla[] = {{8, "Nombres", 100, 100, kNombrados}};
     aplicacion.Arranca(guion, CRecursos({}, kPlantilla, {}, {}), {}, {});
@@ -368,7 +368,7 @@ TEST_F(Dialogo, ItsControlsHaveNamesForWhoDoesNotSeeIt)
         const char* nombre;
     } casos[] = {
         {1, "Entradas"},          {2, "Buscar... Entradas"}, {3, "Parajes"},
-        {4, "Buscar... Parajes"}, {5, "Modificar"},          {6, ""},
+        {4, "Buscar... Parajes"}, {5, "Modificar"},          {6, "Avance"},
     };
     for (const auto& [id, nombre] : casos)
         EXPECT_EQ(dialogo.NombreDe(*dialogo.GetDlgItem(id)), CString(nombre)) << id;

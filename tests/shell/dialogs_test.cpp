@@ -126,11 +126,10 @@ TEST(RutaDeDialogos, TheChoiceLeadsToItsDialogAndIsRemembered)
     for (const auto& caso : casos) {
         SCOPED_TRACE(caso.motivo);
         const CCarpetaPrueba carpeta;
+        if (caso.guardado != -9)
+            CAplicacionPrueba().WriteProfileInt("Campiva", "TipoTraduccion", caso.guardado);
         CCampivaApp aplicacion;
         CGuion guion;
-        aplicacion.SetRegistryKey("VexaSoft");
-        if (caso.guardado != -9)
-            aplicacion.WriteProfileInt("Campiva", "TipoTraduccion", caso.guardado);
         std::vector<std::string> titulos;
         guion.alMostrar = [&](CDialog& dialogo) {
             titulos.push_back(ansi::AUtf8(dialogo.Plantilla().titulo));
@@ -143,6 +142,7 @@ TEST(RutaDeDialogos, TheChoiceLeadsToItsDialogAndIsRemembered)
                     const UINT id = IDC_DE_CATASTRO_A_VEXA + static_cast<UINT>(i);
                     EXPECT_EQ(dialogo.GetDlgItem(id)->GetCheck(), i == caso.marcado ? 1 : 0);
                 }
+                dialogo.SendMessage(WM_COMMAND, ID_HELP, 0); // the application's to answer
                 if (caso.elige != 0)
                     dialogo.Pulsa(*dialogo.GetDlgItem(caso.elige));
                 dialogo.Pulsa(*dialogo.GetDlgItem(static_cast<UINT>(caso.cierra)));
@@ -152,7 +152,8 @@ TEST(RutaDeDialogos, TheChoiceLeadsToItsDialogAndIsRemembered)
             }
             EXPECT_TRUE(dialogo.Terminado());
         };
-        aplicacion.Arranca(guion, RecursosDelPrograma(), {}, {});
+        aplicacion.Arranca(guion, RecursosDelPrograma(), {}, "campiva.HLP");
+        EXPECT_EQ(guion.ayudas, std::vector<std::string>{"campiva.chm"});
         ASSERT_FALSE(titulos.empty());
         EXPECT_EQ(titulos.front(), "Campiva");
         EXPECT_EQ(titulos.size() > 1 ? titulos[1] : "", caso.titulo);

@@ -4,6 +4,8 @@
 
 #include "platform/ansi.h"
 #include "platform/dialog.h"
+#include "platform/html_help.h"
+#include "tests/support/files.h"
 
 // The tests' own standard input is no terminal, so nothing here waits for anybody.
 
@@ -33,4 +35,31 @@ TEST(FrontalTerminal, PrintsABoxWhereAScriptLooksForIt)
         EXPECT_EQ(testing::internal::GetCapturedStdout(), caso.salida);
         EXPECT_EQ(testing::internal::GetCapturedStderr(), caso.errores);
     }
+}
+
+TEST(FrontalTerminal, PrintsTheHelpThatStandsBesideTheHelpFile)
+{
+    const CCarpetaPrueba carpeta;
+    carpeta.Pon("campiva.txt", "El manual.\n");
+    carpeta.Pon("Ayuda IDC.txt", ".topic 7\r\nM\xF3"
+                                 "dulos.\r\n");
+    const CString fichero = carpeta.En("campiva.chm");
+    const auto visto = [](const auto& accion) {
+        testing::internal::CaptureStdout();
+        testing::internal::CaptureStderr();
+        CFrontalTerminal frontal;
+        accion(frontal);
+        const std::string errores = testing::internal::GetCapturedStderr();
+        return testing::internal::GetCapturedStdout() + "|" + errores;
+    };
+    const auto control = [&](const CString& donde, UINT id) {
+        return visto([&](CFrontalTerminal& frontal) {
+            frontal.MuestraAyudaControl(donde + "::Ayuda IDC.txt", {id, {}, 0});
+        });
+    };
+    EXPECT_EQ(visto([&](CFrontalTerminal& f) { f.MuestraAyuda(fichero); }), "El manual.\n|");
+    EXPECT_EQ(control(fichero, 7), "Módulos.\n|");
+    EXPECT_EQ(control(fichero, 8), "|La ayuda no dice nada del control 8.\n");
+    EXPECT_EQ(control("no_hay/campiva.chm", 7),
+              "|No se encuentra la ayuda en \"no_hay/Ayuda IDC.txt\".\n");
 }
