@@ -3,7 +3,9 @@
 
 start_screen() { # size, as 1400x1000
   mkdir -p "$work"
-  Xvfb -displayfd 9 -screen 0 "${1}x24" -nolisten tcp 9> "$work/display" 2> "$work/xvfb.log" &
+  # Without -noreset the server would begin anew whenever its last client of the moment goes.
+  Xvfb -displayfd 9 -screen 0 "${1}x24" -nolisten tcp -noreset \
+    9> "$work/display" 2> "$work/xvfb.log" &
   screen_pid=$!
   for _ in $(seq 100); do [ -s "$work/display" ] && break; sleep 0.1; done
   export DISPLAY=":$(cat "$work/display")"
