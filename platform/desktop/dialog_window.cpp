@@ -93,10 +93,12 @@ void CVentanaDialogo::CreaWidgets()
     for (CControl& control : m_dialogo.Controles()) {
         wxWindow* widget = Crea(control);
         m_widgets.emplace(&control, widget);
-        // A caption that says enough is read as it stands, also when it changes.
+        // What has a caption of its own that says enough is read as it stands.
+        const ClaseControl clase = control.Plantilla().clase;
+        const bool sinLeyenda = clase == Edicion || clase == Lista || clase == Progreso;
+        const bool boton = clase == Boton || clase == BotonPorDefecto;
         const wxString nombre = AWx(m_dialogo.NombreDe(control));
-        if (&control == m_progreso ||
-            nombre != wxControl::RemoveMnemonics(AWx(control.GetWindowText())))
+        if (sinLeyenda || (boton && nombre != wxControl::RemoveMnemonics(widget->GetLabel())))
             PonNombreAccesible(*widget, nombre);
     }
 }
