@@ -37,6 +37,10 @@ bool Asegura(std::FILE* fichero);
 
 bool EsTerminal(std::FILE* fichero);
 
+/// Gives the standard streams that the process came without a place to go; else the first files
+/// that it opens would get what is printed. To be called before anything is opened.
+void AbreFlujosCerrados();
+
 /// Folder of the program that runs; empty where the system doesn't tell.
 std::filesystem::path CarpetaPrograma();
 

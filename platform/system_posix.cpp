@@ -91,6 +91,13 @@ bool EsTerminal(std::FILE* fichero)
     return isatty(fileno(fichero)) == 1;
 }
 
+void AbreFlujosCerrados()
+{
+    for (const int flujo : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
+        if (fcntl(flujo, F_GETFD) == -1)
+            open("/dev/null", O_RDWR); // takes the lowest number that is free, which is this one
+}
+
 std::filesystem::path CarpetaPrograma()
 {
     std::error_code error;

@@ -95,6 +95,8 @@ bool EsTerminal(std::FILE* fichero)
     return _isatty(_fileno(fichero)) != 0;
 }
 
+void AbreFlujosCerrados() {} // a stream that is closed is no number that a file could get
+
 std::filesystem::path CarpetaPrograma()
 {
     std::wstring ruta(MAX_PATH, L'\0');

@@ -1,13 +1,15 @@
 #include <cstdio>
 
 #include "platform/desktop/desktop_front_end.h"
+#include "platform/system.h"
 #include "shell/start_up.h"
 
 int main(int argc, char* argv[])
 {
+    sistema::AbreFlujosCerrados();
     if (AtiendeOpcion(argc, argv))
         return 0;
-    CFrontalEscritorio frontal(argc, argv);
+    CFrontalEscritorio frontal(argv[0]);
     if (!frontal.Funciona()) {
         std::fputs("campiva-gui: no hay pantalla donde mostrar ventanas.\n", stderr);
         return 1;

@@ -1,8 +1,10 @@
+#include "platform/system.h"
 #include "platform/terminal/terminal_front_end.h"
 #include "shell/start_up.h"
 
 int main(int argc, char* argv[])
 {
+    sistema::AbreFlujosCerrados();
     if (AtiendeOpcion(argc, argv))
         return 0;
     CFrontalTerminal frontal;

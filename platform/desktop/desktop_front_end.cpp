@@ -70,10 +70,15 @@ wxColour Color(std::uint32_t bgr)
 
 } // namespace
 
-CFrontalEscritorio::CFrontalEscritorio(int& argc, char** argv)
+CFrontalEscritorio::CFrontalEscritorio(char* programa)
 {
+    // Names of files are bytes, and some are older than UTF-8.
+    static wxMBConvUTF8 nombres(wxMBConvUTF8::MAP_INVALID_UTF8_TO_PUA);
+    wxConvFileName = &nombres;
     wxSetAssertHandler(AlFallarAserto);
     wxApp::SetInstance(new CAplicacionVentanas);
+    int argc = 1;
+    char* argv[] = {programa, nullptr};
     m_funciona = wxEntryStart(argc, argv);
     if (!m_funciona)
         return;
@@ -138,8 +143,9 @@ bool CFrontalEscritorio::EligeFichero(CFileDialog& dialogo)
                       Comodines(dialogo.Filtros()), wxFD_OPEN | wxFD_FILE_MUST_EXIST);
     if (caja.ShowModal() != wxID_OK)
         return false;
-    dialogo.SetPathName(DeWx(caja.GetPath()));
-    return true;
+    const wxString ruta = caja.GetPath();
+    dialogo.SetPathName(CString(static_cast<const char*>(ruta.fn_str())));
+    return !ruta.empty();
 }
 
 void CFrontalEscritorio::Refleja(const CDialog& dialogo, const CControl& control)

@@ -13,9 +13,9 @@ class wxWindow;
 /// Front end in real windows.
 class CFrontalEscritorio : public CFrontal {
 public:
-    /// Starts the windows' library, which takes its own options out of the arguments. Check
-    /// `Funciona` then.
-    CFrontalEscritorio(int& argc, char** argv);
+    /// Starts the windows' library. Check `Funciona` then.
+    /// \param programa  its name on the command line; what else stands there is not the library's
+    explicit CFrontalEscritorio(char* programa);
     CFrontalEscritorio(const CFrontalEscritorio&) = delete;
     CFrontalEscritorio& operator=(const CFrontalEscritorio&) = delete;
     ~CFrontalEscritorio() override;

@@ -187,9 +187,17 @@ int CFrontalTerminal::Caja(const CString& texto, const CString& titulo, UINT fla
         return PreguntaSiNo();
     Escribe(salida, "\n\n");
     std::string respuesta;
-    if (m_entradaPersona)
+    if (m_entradaPersona) {
         LeeLinea(respuesta);
+        OlvidaTeclas();
+    }
     return IDOK;
+}
+
+void CFrontalTerminal::OlvidaTeclas()
+{
+    std::clearerr(stdin);
+    sistema::HuboInterrupcion();
 }
 
 int CFrontalTerminal::PreguntaSiNo() const
@@ -202,6 +210,7 @@ int CFrontalTerminal::PreguntaSiNo() const
         } while (LeeLinea(respuesta) && respuesta.empty());
         // An input that was closed on the question can't be asked again; the run goes on.
     }
+    OlvidaTeclas();
     Escribe(stdout, m_entradaPersona ? "\n" : "\n\n");
     const bool si = !respuesta.empty() && (respuesta.front() == 's' || respuesta.front() == 'S');
     return si ? IDYES : IDNO;

@@ -1,11 +1,16 @@
 #include "platform/terminal/terminal_front_end.h"
 
+#include <csignal>
+
 #include <gtest/gtest.h>
 
 #include "platform/ansi.h"
 #include "platform/dialog.h"
 #include "platform/html_help.h"
+#include "resources/resources.h"
 #include "tests/support/files.h"
+#include "vexa_libs/cversion_app.h"
+#include "vexa_to_infograf/vexa_a_infograf_dlg.h"
 
 // The tests' own standard input is no terminal, so nothing here waits for anybody.
 
@@ -62,4 +67,24 @@ TEST(FrontalTerminal, PrintsTheHelpThatStandsBesideTheHelpFile)
     EXPECT_EQ(control(fichero, 8), "|La ayuda no dice nada del control 8.\n");
     EXPECT_EQ(control("no_hay/campiva.chm", 7),
               "|No se encuentra la ayuda en \"no_hay/Ayuda IDC.txt\".\n");
+}
+
+TEST(FrontalTerminal, ACtrlCIsForTheRunOrForTheBoxOfItsMoment)
+{
+    const CCarpetaPrueba carpeta;
+    CFrontalTerminal frontal;
+    CVersionApp aplicacion;
+    aplicacion.Arranca(frontal, RecursosDelPrograma(), {}, {});
+    testing::internal::CaptureStdout();
+    for (const bool conCaja : {true, false}) {
+        CVexaAInfografDlg dialogo;
+        dialogo.Create(IDD_VEXA_A_INFOGRAF, nullptr);
+        frontal.AtiendeUno(dialogo); // a run begins: from here on it is noted
+        std::raise(SIGINT);
+        if (conCaja)
+            frontal.Caja("¿ Sí ?"_ansi, "Título"_ansi, MB_YESNO);
+        frontal.AtiendeUno(dialogo);
+        EXPECT_EQ(dialogo.Terminado(), !conCaja);
+    }
+    testing::internal::GetCapturedStdout();
 }
