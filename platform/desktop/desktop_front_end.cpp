@@ -22,6 +22,8 @@
 namespace {
 
 constexpr const char* kElige = "Abrir";
+constexpr const char* kNombreIlegible =
+    "El nombre de ese archivo no se puede leer aquí. Cámbielo y elíjalo otra vez.";
 constexpr const char* kTituloAyuda = "Ayuda: %s";
 const wxSize kLadosAyuda(980, 680);
 
@@ -72,9 +74,6 @@ wxColour Color(std::uint32_t bgr)
 
 CFrontalEscritorio::CFrontalEscritorio(char* programa)
 {
-    // Names of files are bytes, and some are older than UTF-8.
-    static wxMBConvUTF8 nombres(wxMBConvUTF8::MAP_INVALID_UTF8_TO_PUA);
-    wxConvFileName = &nombres;
     wxSetAssertHandler(AlFallarAserto);
     wxApp::SetInstance(new CAplicacionVentanas);
     int argc = 1;
@@ -144,8 +143,12 @@ bool CFrontalEscritorio::EligeFichero(CFileDialog& dialogo)
     if (caja.ShowModal() != wxID_OK)
         return false;
     const wxString ruta = caja.GetPath();
-    dialogo.SetPathName(CString(static_cast<const char*>(ruta.fn_str())));
-    return !ruta.empty();
+    if (ruta.empty()) { // the library doesn't take a name that is no UTF-8
+        Caja(kNombreIlegible, kElige, MB_ICONERROR);
+        return false;
+    }
+    dialogo.SetPathName(DeWx(ruta));
+    return true;
 }
 
 void CFrontalEscritorio::Refleja(const CDialog& dialogo, const CControl& control)
