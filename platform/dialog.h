@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/cstring.h"
+#include "platform/help_info.h"
 #include "platform/resources.h"
 #include "platform/types.h"
 
@@ -29,12 +30,6 @@ inline constexpr UINT MB_ICONMASK = 0xF0;
 inline constexpr UINT WM_HELP = 0x0053;
 inline constexpr UINT WM_COMMAND = 0x0111;
 inline constexpr UINT PBM_SETPOS = 1026;
-
-/// What a request for context help carries.
-struct HELPINFO {
-    int iCtrlId; ///< control asked about, negative for a label or a group box
-    POINT MousePos{};
-};
 
 class CDialog;
 

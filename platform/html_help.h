@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "platform/cstring.h"
+#include "platform/help_info.h"
 #include "platform/types.h"
 
 class CWnd;

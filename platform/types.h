@@ -8,9 +8,3 @@ using UINT = unsigned int;
 using WPARAM = std::uintptr_t;
 using LPARAM = std::intptr_t;
 using LRESULT = std::intptr_t;
-
-/// A point of the screen, in its pixels.
-struct POINT {
-    int x = 0;
-    int y = 0;
-};
