@@ -9,6 +9,7 @@
 #include <wx/filesys.h>
 #include <wx/html/helpctrl.h>
 #include <wx/init.h>
+#include <wx/log.h>
 #include <wx/translation.h>
 #include <wx/treectrl.h>
 
@@ -25,6 +26,8 @@ constexpr const char* kElige = "Abrir";
 constexpr const char* kNombreIlegible =
     "El nombre de ese archivo no se puede leer aquí. Cámbielo y elíjalo otra vez.";
 constexpr const char* kTituloAyuda = "Ayuda: %s";
+constexpr const char* kAyuda = "Ayuda";
+constexpr const char* kSinAyuda = "No se encuentra la ayuda en \"%s\", o está dañada.";
 const wxSize kLadosAyuda(980, 680);
 
 /// What the files' box takes: the filters of the program name patterns as its first system has
@@ -163,8 +166,12 @@ void CFrontalEscritorio::MuestraAyuda(const CString& ficheroAyuda)
 {
     if (m_ayuda == nullptr || m_ayuda->GetFrame() == nullptr)
         AbreAyuda(ficheroAyuda);
-    if (m_ayuda == nullptr)
+    if (m_ayuda == nullptr) {
+        CString queja;
+        queja.Format(kSinAyuda, ficheroAyuda);
+        Caja(queja, kAyuda, MB_ICONERROR);
         return;
+    }
     m_ayuda->GetFrame()->Show();
     m_ayuda->GetFrame()->Raise();
 }
@@ -178,6 +185,7 @@ void CFrontalEscritorio::AbreAyuda(const CString& ficheroAyuda)
     ayuda->SetTitleFormat(kTituloAyuda);
     wxString libro = wxFileSystem::FileNameToURL(fichero);
     libro += "#chm:" + fichero.GetName() + ".hhp";
+    const wxLogNull sinCajas; // what the library says of it, in words of its own
     if (!fichero.FileExists() || !ayuda->AddBook(libro) || !ayuda->DisplayContents())
         return;
     wxFrame* ventana = ayuda->GetFrame();
@@ -197,7 +205,7 @@ void CFrontalEscritorio::MuestraAyudaControl(const CString& temas, const HH_POPU
     const auto [fichero, interior] = ParteTemas(temas);
     const auto textos = CFicheroAyuda(AWx(fichero)).Lee(AWx(interior));
     if (padre == nullptr || !textos)
-        return;
+        return; // a key that gives nothing is answer enough
     wxString texto = AWx(TextoDeTema(*textos, popup.idString));
     texto.Replace("\r", "");
     texto.Replace("\n", " "); // the popup breaks its lines by itself

@@ -1,14 +1,33 @@
 #include "platform/desktop/help_file.h"
 
 #include <chm_lib.h>
+#include <wx/file.h>
+#include <wx/filefn.h>
 #include <wx/filesys.h>
 #include <wx/mstream.h>
+
+#include "platform/desktop/toolkit.h"
 
 namespace {
 
 constexpr std::uint64_t kMayor = 64U << 20U; // of a file inside; a length past it is damage
 
 constexpr const char* kProtocolo = "chm";
+constexpr const char* kExtensionSuma = ".sha256";
+
+/// Tells whether a help file is as it was made. The library that reads it trusts its numbers, so a
+/// damaged one would take the program with it. Beside the file stands its sum; one without it is
+/// taken at its word.
+bool EstaEntero(const wxString& fichero)
+{
+    wxFile suma;
+    wxString esperada;
+    if (!wxFileExists(fichero + kExtensionSuma) || !suma.Open(fichero + kExtensionSuma) ||
+        !suma.ReadAll(&esperada))
+        return true;
+    const wxString hallada = SumaDe(fichero);
+    return hallada.empty() || esperada.StartsWith(hallada);
+}
 
 class CLectorFicherosDeAyuda : public wxFileSystemHandler {
 public:
@@ -37,7 +56,11 @@ void CFicheroAyuda::CCierra::operator()(chmFile* fichero) const
     chm_close(fichero);
 }
 
-CFicheroAyuda::CFicheroAyuda(const wxString& ruta) : m_fichero(chm_open(ruta.fn_str())) {}
+CFicheroAyuda::CFicheroAyuda(const wxString& ruta)
+{
+    if (wxFileExists(ruta) && EstaEntero(ruta))
+        m_fichero.reset(chm_open(ruta.fn_str()));
+}
 
 CFicheroAyuda::~CFicheroAyuda() = default;
 

@@ -16,6 +16,23 @@ void PonNombreAccesible(wxWindow& widget, const wxString& nombre)
 #endif
 }
 
+wxString SumaDe(const wxString& fichero)
+{
+    wxString suma;
+#ifdef __WXGTK__
+    gchar* contenido = nullptr;
+    gsize largo = 0;
+    if (g_file_get_contents(fichero.fn_str(), &contenido, &largo, nullptr) != 0) {
+        gchar* cifras = g_compute_checksum_for_data(
+            G_CHECKSUM_SHA256, reinterpret_cast<const guchar*>(contenido), largo);
+        suma = cifras;
+        g_free(cifras);
+        g_free(contenido);
+    }
+#endif
+    return suma;
+}
+
 void HazModal(wxTopLevelWindow& ventana)
 {
 #ifdef __WXGTK__

@@ -177,6 +177,21 @@ case_help() {
   ended
 }
 
+case_damaged_help() { # by one byte at which the reader of such files would die
+  mkdir "$work/bin"
+  cp "$program" "$(dirname "$program")"/campiva.chm* "$work/bin"
+  program=$work/bin/campiva-gui
+  printf '\0' | dd of="$work/bin/campiva.chm" bs=1 seek=1019 conv=notrunc status=none
+  start
+  choose v "Vexa a Catastro campiva"
+  keys F1 alt+y
+  await Ayuda
+  keys Return
+  await "Vexa a Catastro campiva"
+  keys Escape
+  ended
+}
+
 case_batch() {
   cp "$samples/villanueva.txt" "$work/run"
   start 0 villanueva.txt m t p s j no_hay/c
