@@ -51,7 +51,7 @@ void CCampivaAVexaDlg::GrabaTablas(CBaseCatastro& base)
     };
     for (const auto& tabla : tablas) {
         CStdioFile fichero;
-        if (!CreaSalida(fichero, tabla.archivo, cajas::kNoSePuedeCrear))
+        if (!CreaSalida(fichero, tabla.archivo, cajas::kNoSePuedeCrear, {ArchivoEntrada}))
             continue;
         Fase(tabla.estado, nullptr);
         tabla.graba(base, fichero);

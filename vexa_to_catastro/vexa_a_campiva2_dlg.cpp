@@ -76,9 +76,7 @@ void CVexaACampiva2Dlg::OnOK()
         return FicheroDeLista(CCadena(ArchivoTren).DamePath(), cabecera.nombreSalida, extension);
     };
     CStdioFile log;
-    if (!CreaLog(log, salida("ERR"),
-                 {ArchivoTren, ArchivoTitulares, ArchivoParcelas, ArchivoModulos,
-                  ArchivoSubparcelas, ArchivoParajes, ArchivoCotitulares, ArchivoOrtos}))
+    if (!CreaLog(log, salida("ERR"), Entradas()))
         return;
 
     int numErrores = 0;
@@ -97,12 +95,18 @@ void CVexaACampiva2Dlg::OnOK()
     ActivaControles(true);
 }
 
+std::vector<CString> CVexaACampiva2Dlg::Entradas() const
+{
+    return {ArchivoTren,        ArchivoTitulares, ArchivoParcelas,    ArchivoModulos,
+            ArchivoSubparcelas, ArchivoParajes,   ArchivoCotitulares, ArchivoOrtos};
+}
+
 bool CVexaACampiva2Dlg::GrabaSalida(CBaseCatastro& base, const CString& nombreR,
                                     const CString& nombreM)
 {
     constexpr bool kFijo = true;
     CStdioFile r;
-    if (!CreaSalida(r, nombreR, cajas::kNoSeCrea))
+    if (!CreaSalida(r, nombreR, cajas::kNoSeCrea, Entradas()))
         return false;
     base.GrabaTitulares(r, kFijo);
     base.GrabaParcelas(r, kFijo);
@@ -110,7 +114,7 @@ bool CVexaACampiva2Dlg::GrabaSalida(CBaseCatastro& base, const CString& nombreR,
     base.GrabaSubparcelas(r, kFijo);
     base.GrabaParajes(r, kFijo);
     r.Close();
-    if (CStdioFile m; CreaSalida(m, nombreM, cajas::kNoSeCrea)) {
+    if (CStdioFile m; CreaSalida(m, nombreM, cajas::kNoSeCrea, Entradas())) {
         base.GrabaModulos(m, kFijo);
         m.Close();
     }

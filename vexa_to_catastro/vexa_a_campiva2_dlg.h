@@ -99,6 +99,8 @@ private:
                           std::vector<int>& parcelasVistas,
                           const std::vector<CSubparcelaVista>& subparcelasVistas) const;
 
+    /// The files that a run reads, which no output may fall on; its tables are rewritten on demand.
+    std::vector<CString> Entradas() const;
     /// Writes the exchange files and, on demand, two of the tables. False, with a box, where the
     /// main file can't be created; what else can't be created is told and passed over.
     bool GrabaSalida(CBaseCatastro& base, const CString& nombreR, const CString& nombreM);

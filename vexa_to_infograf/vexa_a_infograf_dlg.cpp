@@ -33,8 +33,9 @@ void CVexaAInfografDlg::OnOK()
     const CString carpeta = CCadena(ArchivoTren).DamePath();
     CStdioFile err; // nothing is written to it; whoever collects a run's files looks for it
     CStdioFile csp;
-    if (!CreaLog(err, FicheroDeLista(carpeta, nombreSalida, "ERR"), {ArchivoTren, ArchivoOrtos}) ||
-        !CreaSalida(csp, FicheroDeLista(carpeta, nombreSalida, "CSP"), cajas::kNoSeCrea))
+    const std::vector<CString> fuentes = {ArchivoTren, ArchivoOrtos};
+    if (!CreaLog(err, FicheroDeLista(carpeta, nombreSalida, "ERR"), fuentes) ||
+        !CreaSalida(csp, FicheroDeLista(carpeta, nombreSalida, "CSP"), cajas::kNoSeCrea, fuentes))
         return;
     ActivaControles(false);
     GrabaInfograf(&csp, entradas, carpeta);

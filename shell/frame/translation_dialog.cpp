@@ -238,25 +238,27 @@ bool CTraduccionDlg::AbreDibujo(CFile& fichero, const CString& nombre)
     return Abre(fichero, nombre, CFile::modeRead | CFile::typeBinary | CFile::anyCase);
 }
 
-bool CTraduccionDlg::CreaSalida(CStdioFile& fichero, const CString& nombre, const char* queja)
+bool CTraduccionDlg::Crea(CStdioFile& fichero, const CString& nombre, UINT modo, const char* queja,
+                          const std::vector<CString>& entradas)
 {
-    const bool creado =
-        fichero.Open(nombre, CFile::modeCreate | CFile::modeWrite | CFile::typeText);
+    const bool esEntrada =
+        std::any_of(entradas.begin(), entradas.end(),
+                    [&](const CString& entrada) { return CFile::EsElMismo(nombre, entrada); });
+    constexpr UINT kModo = CFile::modeCreate | CFile::modeWrite | CFile::typeText;
+    const bool creado = !esEntrada && fichero.Open(nombre, kModo | modo);
     if (!creado)
         CajaError(queja, nombre);
     return creado;
 }
 
-bool CTraduccionDlg::CreaLog(CStdioFile& log, const CString& nombre,
-                             std::initializer_list<CString> entradas)
+bool CTraduccionDlg::CreaSalida(CStdioFile& fichero, const CString& nombre, const char* queja,
+                                const std::vector<CString>& entradas)
 {
-    constexpr UINT kModo =
-        CFile::modeCreate | CFile::modeWrite | CFile::modeInPlace | CFile::typeText;
-    const bool esEntrada =
-        std::any_of(entradas.begin(), entradas.end(),
-                    [&](const CString& entrada) { return CFile::EsElMismo(nombre, entrada); });
-    const bool creado = !esEntrada && log.Open(nombre, kModo);
-    if (!creado)
-        CajaError(cajas::kNoSeCrea, nombre);
-    return creado;
+    return Crea(fichero, nombre, 0, queja, entradas);
+}
+
+bool CTraduccionDlg::CreaLog(CStdioFile& log, const CString& nombre,
+                             const std::vector<CString>& entradas)
+{
+    return Crea(log, nombre, CFile::modeInPlace, cajas::kNoSeCrea, entradas);
 }

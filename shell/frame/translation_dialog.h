@@ -1,9 +1,9 @@
 #pragma once
 
 #include <array>
-#include <initializer_list>
 #include <span>
 #include <variant>
+#include <vector>
 
 #include "platform/cfile.h"
 #include "platform/dialog.h"
@@ -87,16 +87,19 @@ protected:
     /// system.
     bool AbreEntrada(CStdioFile& fichero, const CString& nombre);
     bool AbreDibujo(CFile& fichero, const CString& nombre);
-    /// Creates an output that takes its target's place when it is closed. False where it can't be
-    /// created, with a box of the form `queja`.
-    bool CreaSalida(CStdioFile& fichero, const CString& nombre, const char* queja);
-    /// Creates the log of a run, with a box where it can't be created: also where it would fall on
-    /// one of the run's inputs, which would be lost.
-    bool CreaLog(CStdioFile& log, const CString& nombre, std::initializer_list<CString> entradas);
+    /// Creates an output that takes its target's place when it is closed. False, with a box of the
+    /// form `queja`, where it can't be created: also where it would fall on one of the run's
+    /// inputs, which would be lost.
+    bool CreaSalida(CStdioFile& fichero, const CString& nombre, const char* queja,
+                    const std::vector<CString>& entradas = {});
+    /// Creates the log of a run in the same way, in its place.
+    bool CreaLog(CStdioFile& log, const CString& nombre, const std::vector<CString>& entradas);
 
 private:
     void MuestraError(const CString& texto);
     bool Abre(CFile& fichero, const CString& nombre, UINT modo);
+    bool Crea(CStdioFile& fichero, const CString& nombre, UINT modo, const char* queja,
+              const std::vector<CString>& entradas);
     LRESULT OnEstadoId(WPARAM wParam, LPARAM lParam);
     LRESULT OnAvance(WPARAM wParam, LPARAM lParam);
     LRESULT OnLatido(WPARAM wParam, LPARAM lParam);

@@ -60,6 +60,16 @@ TEST_F(Traduccion, TellsWhichFilesItCannotUse)
     EXPECT_EQ(aplicacion.guion.cajas.back().titulo, "Fin del proceso");
 }
 
+TEST_F(Traduccion, NoTableFallsOnTheInput)
+{
+    carpeta.Pon("Parajes.txt", Paraje("00001", "LA ERA"));
+    EjecutaLote("Parajes.txt");
+    EXPECT_EQ(carpeta.Lee("Parajes.txt"), Paraje("00001", "LA ERA"));
+    EXPECT_EQ(aplicacion.guion.cajas.front().texto,
+              "El archivo " + carpeta.Ruta().string() + "/Parajes.txt no se puede crear");
+    EXPECT_EQ(Filas("Modulos.txt"), 0) << "the others are written";
+}
+
 TEST_F(Traduccion, EndsWithTheSummary)
 {
     Ejecuta(Paraje("00001", "LA ERA") + Parcela("00001", "0000001", "00001"));

@@ -51,6 +51,21 @@ TEST_F(Cruce, TellsWhichOutputsItCannotCreate)
     }
 }
 
+TEST_F(Cruce, NoOutputFallsOnTheList)
+{
+    lista = "TREN 045127\r\n";
+    Ejecuta();
+    for (const char* nombre : {"045127.R", "045127.M"}) {
+        SCOPED_TRACE(nombre);
+        std::filesystem::remove(carpeta.Ruta() / nombre);
+        std::filesystem::create_hard_link(carpeta.Ruta() / "lista.txt", carpeta.Ruta() / nombre);
+        EjecutaLote(0, 0, 0);
+        EXPECT_EQ(Errores().back(), std::string("Imposible crear el archivo ") + nombre);
+        EXPECT_EQ(carpeta.Lee(nombre), lista);
+        std::filesystem::remove(carpeta.Ruta() / nombre);
+    }
+}
+
 TEST_F(Cruce, AStopLeavesTheLogAndNothingElse)
 {
     Parcela("1", "3");

@@ -236,6 +236,21 @@ TEST_F(InfografDeMuestra, AStopLeavesWhatWasWritten)
     EXPECT_GT(anterior, 30U);
 }
 
+TEST_F(InfografDeMuestra, NoOutputFallsOnAnInput)
+{
+    for (const char* lista : {"045127.CSP", "045127.ERR"}) {
+        SCOPED_TRACE(lista);
+        std::filesystem::remove(carpeta.Ruta() / "045127.CSP");
+        carpeta.Pon(lista, "TREN 045127\r\nP001\r\n");
+        CVexaAInfografDlg dialogo;
+        dialogo.Create(IDD_VEXA_A_INFOGRAF, nullptr);
+        dialogo.GetDlgItem(IDC_TREN)->SetWindowText(carpeta.En(lista));
+        dialogo.Pulsa(*dialogo.GetDlgItem(IDOK));
+        EXPECT_EQ(Cajas().back(), std::string("Imposible crear el archivo ") + lista);
+        EXPECT_EQ(carpeta.Lee(lista), "TREN 045127\r\nP001\r\n");
+    }
+}
+
 TEST_F(InfografDeMuestra, TellsWhatItCannotOpenOrCreate)
 {
     const struct {
