@@ -1,7 +1,6 @@
 #include "vexa_to_catastro/ortho_zones.h"
 
 #include "shell/frame/box_texts.h"
-#include "vexa_libs/ccadena.h"
 #include "vexa_libs/topology.h"
 #include "vexa_to_catastro/vexa_a_campiva2_dlg.h"
 
@@ -49,15 +48,9 @@ const CString* CZonasOrto::BuscaOrto(const CPunto<int>& punto) const
 bool CVexaACampiva2Dlg::LeeOrtos(CCruce& cruce)
 {
     Fase(IDS_LEYENDO_ORTOS, &cruce.avisos.log);
-    CCadena nombreBin = ArchivoOrtos;
-    nombreBin.CambiaExtension("BIN");
-    CCadena nombreTop = ArchivoOrtos;
-    nombreTop.CambiaExtension("TOP");
     CFile bin;
     CFile top;
-    const bool hayBin = AbreDibujo(bin, nombreBin);
-    const bool hayTop = AbreDibujo(top, nombreTop);
-    if (!hayBin || !hayTop)
+    if (!AbreOrtos(bin, top, ArchivoOrtos))
         return true;
     CPoligonoTopologico hoja;
     while (hoja.Read(&top)) {

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <array>
+#include <functional>
+#include <optional>
 #include <vector>
 
 #include "resources/resource_ids.h"
@@ -41,6 +43,10 @@ private:
     /// topology that can't be opened gets its box and is missing in the entry.
     bool LeeEntrada(const CString& carpeta, const CString& nombre, CEntradaInfograf& entrada);
 
+    /// Opens a phase and does something with each polygon of a topology; a topology that is missing
+    /// has none. False when the user stopped.
+    bool Recorre(UINT fase, const std::optional<vexageo::CTopologia>& topologia,
+                 const std::function<void(int)>& graba);
     // The three steps of an entry, in this order: the subparcels need what the parcels found. False
     // when the user stopped.
     bool GrabaParcelas(CEntradaInfograf& entrada, const CSalidaInfograf& salida);

@@ -1,5 +1,3 @@
-#include <optional>
-
 #include "cadastre/polygon_list.h"
 #include "vexa_libs/ccadena.h"
 #include "vexa_to_infograf/infograf_record.h"
@@ -95,16 +93,10 @@ bool CVexaAInfografDlg::GrabaInfograf(CStdioFile* csp, const std::vector<CString
 CTopologia CVexaAInfografDlg::LeeOrtos()
 {
     Fase(IDS_LEYENDO_ORTOS, nullptr);
-    CCadena nombreBin = ArchivoOrtos;
-    nombreBin.CambiaExtension("BIN");
-    CCadena nombreTop = ArchivoOrtos;
-    nombreTop.CambiaExtension("TOP");
     CFile bin;
     CFile top;
-    const bool hayBin = AbreDibujo(bin, nombreBin);
-    const bool hayTop = AbreDibujo(top, nombreTop);
     CTopologia ortos;
-    if (hayBin && hayTop) {
+    if (AbreOrtos(bin, top, ArchivoOrtos)) {
         ortos.Read(&bin, &top);
         ortos.OrdenaPoligonos();
     }
@@ -132,57 +124,55 @@ bool CVexaAInfografDlg::LeeEntrada(const CString& carpeta, const CString& nombre
     return true;
 }
 
+bool CVexaAInfografDlg::Recorre(UINT fase, const std::optional<CTopologia>& topologia,
+                                const std::function<void(int)>& graba)
+{
+    Fase(fase, nullptr);
+    const int cuantos = topologia ? topologia->Poligonos() : 0;
+    for (int i = 0; i < cuantos; ++i) {
+        if (!Avanza(static_cast<unsigned>(i), static_cast<unsigned>(cuantos)))
+            return false;
+        graba(i);
+    }
+    return true;
+}
+
 bool CVexaAInfografDlg::GrabaParcelas(CEntradaInfograf& entrada, const CSalidaInfograf& salida)
 {
-    Fase(IDS_REGISTRANDO_PARCELAS, nullptr);
-    const int cuantas = entrada.parcelas ? entrada.parcelas->Poligonos() : 0;
-    for (int i = 0; i < cuantas; ++i) {
-        if (!Avanza(static_cast<unsigned>(i), static_cast<unsigned>(cuantas)))
-            return false;
+    return Recorre(IDS_REGISTRANDO_PARCELAS, entrada.parcelas, [&](int i) {
         CTopologia& parcelas = *entrada.parcelas;
         CRegistroInfograf registro(kParcelaInfograf);
         registro.Parcela = DameNumero(parcelas, i);
         if (entrada.poligono) {
             const int poligono = entrada.poligono->EncuentraPoligono(DamePunto(parcelas, i));
             if (poligono < 0)
-                continue; // its subparcels will be left out with it
+                return; // its subparcels will be left out with it
             parcelas.SetPadre(i, poligono);
             registro.Polig = DameNumero(*entrada.poligono, poligono);
         }
         salida.Graba(registro, parcelas, i);
-    }
-    return true;
+    });
 }
 
 bool CVexaAInfografDlg::GrabaPoligonos(const CEntradaInfograf& entrada,
                                        const CSalidaInfograf& salida)
 {
-    Fase(IDS_REGISTRANDO_POLIGONOS, nullptr);
-    const int cuantos = entrada.poligono ? entrada.poligono->Poligonos() : 0;
-    for (int i = 0; i < cuantos; ++i) {
-        if (!Avanza(static_cast<unsigned>(i), static_cast<unsigned>(cuantos)))
-            return false;
+    return Recorre(IDS_REGISTRANDO_POLIGONOS, entrada.poligono, [&](int i) {
         CRegistroInfograf registro(kPoligonoInfograf);
         registro.Polig = DameNumero(*entrada.poligono, i);
         salida.Graba(registro, *entrada.poligono, i);
-    }
-    return true;
+    });
 }
 
 bool CVexaAInfografDlg::GrabaSubparcelas(const CEntradaInfograf& entrada,
                                          const CSalidaInfograf& salida)
 {
-    Fase(IDS_REGISTRANDO_SUBPARCELAS, nullptr);
-    const int cuantas = entrada.subparcelas ? entrada.subparcelas->Poligonos() : 0;
-    for (int i = 0; i < cuantas; ++i) {
-        if (!Avanza(static_cast<unsigned>(i), static_cast<unsigned>(cuantas)))
-            return false;
+    return Recorre(IDS_REGISTRANDO_SUBPARCELAS, entrada.subparcelas, [&](int i) {
         const CTopologia& subparcelas = *entrada.subparcelas;
         CRegistroInfograf registro(kSubparcelaInfograf);
         if (!SituaSubparcela(entrada, DamePunto(subparcelas, i), registro))
-            continue;
+            return;
         registro.letras = subparcelas.DameTextoCentroide(i);
         salida.Graba(registro, subparcelas, i);
-    }
-    return true;
+    });
 }

@@ -8,6 +8,7 @@
 #include "resources/resource_ids.h"
 #include "shell/frame/about_dialog.h"
 #include "shell/frame/box_texts.h"
+#include "vexa_libs/ccadena.h"
 
 namespace {
 
@@ -236,6 +237,16 @@ bool CTraduccionDlg::AbreEntrada(CStdioFile& fichero, const CString& nombre)
 bool CTraduccionDlg::AbreDibujo(CFile& fichero, const CString& nombre)
 {
     return Abre(fichero, nombre, CFile::modeRead | CFile::typeBinary | CFile::anyCase);
+}
+
+bool CTraduccionDlg::AbreOrtos(CFile& bin, CFile& top, const CString& nombre)
+{
+    CCadena nombreBin = nombre;
+    nombreBin.CambiaExtension("BIN");
+    CCadena nombreTop = nombre;
+    nombreTop.CambiaExtension("TOP");
+    const bool hayBin = AbreDibujo(bin, nombreBin);
+    return AbreDibujo(top, nombreTop) && hayBin;
 }
 
 bool CTraduccionDlg::Crea(CStdioFile& fichero, const CString& nombre, UINT modo, const char* queja,

@@ -87,6 +87,9 @@ protected:
     /// system.
     bool AbreEntrada(CStdioFile& fichero, const CString& nombre);
     bool AbreDibujo(CFile& fichero, const CString& nombre);
+    /// Opens the drawing and the topology of the orthophoto sheets, named by one of the two. False,
+    /// with a box for each that is missing, unless both are there.
+    bool AbreOrtos(CFile& bin, CFile& top, const CString& nombre);
     /// Creates an output that takes its target's place when it is closed. False, with a box of the
     /// form `queja`, where it can't be created: also where it would fall on one of the run's
     /// inputs, which would be lost.
