@@ -22,6 +22,17 @@ std::string_view SinBlancosDelante(std::string_view texto)
     return texto;
 }
 
+/// Takes the first field from the row. `sigue` tells whether another one follows it; behind the
+/// last one there is nothing but empty text.
+std::string_view TomaCampo(std::string_view& tira, bool& sigue)
+{
+    const auto fin = tira.find('\t');
+    const std::string_view campo = tira.substr(0, fin);
+    sigue = fin != std::string_view::npos;
+    tira.remove_prefix(sigue ? fin + 1 : tira.size());
+    return campo;
+}
+
 } // namespace
 
 CString CCadena::DamePath() const
@@ -44,23 +55,18 @@ void CCadena::CambiaExtension(const CString& extension)
 unsigned CCadena::Leetira(unsigned n, CString* campos) const
 {
     std::string_view resto = *this;
-    for (unsigned i = 0; i < n; ++i) {
-        const auto fin = resto.find('\t');
-        campos[i] = resto.substr(0, fin);
-        if (fin == std::string_view::npos)
-            return i + 1;
-        resto.remove_prefix(fin + 1);
-    }
-    return n;
+    bool sigue = true;
+    unsigned i = 0;
+    for (; i < n && sigue; ++i)
+        campos[i] = TomaCampo(resto, sigue);
+    return i;
 }
 
 void Leetira(std::string_view tira, std::span<std::string_view> campos)
 {
-    for (std::string_view& campo : campos) {
-        const auto fin = tira.find('\t');
-        campo = tira.substr(0, fin);
-        tira.remove_prefix(fin == std::string_view::npos ? tira.size() : fin + 1);
-    }
+    bool sigue = true;
+    for (std::string_view& campo : campos)
+        campo = TomaCampo(tira, sigue);
 }
 
 int LeeEntero(std::string_view texto)
