@@ -49,7 +49,6 @@ public:
 
     int GetLength() const { return static_cast<int>(Largo()); }
     bool IsEmpty() const { return Largo() == 0; }
-    void Empty() { Asigna({}); }
     const char* GetString() const { return EsLargo() ? Bloque() : m_bytes; }
     operator std::string_view() const { return {GetString(), Largo()}; }
 

@@ -40,12 +40,10 @@ public:
         const auto contenido = CFicheroAyuda(fichero).Lee(nombre);
         if (!contenido)
             return nullptr;
-        auto* bytes = new wxMemoryOutputStream;
-        bytes->Write(contenido->data(), contenido->size());
-        auto* entrada = new wxMemoryInputStream(*bytes);
-        delete bytes;
-        return new wxFSFile(entrada, lugar, GetMimeTypeFromExt(nombre), GetAnchor(lugar),
-                            wxDateTime::Now());
+        wxMemoryOutputStream bytes;
+        bytes.Write(contenido->data(), contenido->size());
+        return new wxFSFile(new wxMemoryInputStream(bytes), lugar, GetMimeTypeFromExt(nombre),
+                            GetAnchor(lugar), wxDateTime::Now());
     }
 };
 

@@ -7,8 +7,8 @@ namespace {
 
 using enum ClaseControl;
 
-// Units between the tops of two rows of the templates are 17 at least, so a widget may take three
-// more than its control's 14.
+// Units between the tops of two rows of the templates are 17 at least, so a widget may take two
+// more than its control's 14 and keep off the next one.
 constexpr int kHolgura = 2;
 
 bool CreceAncho(ClaseControl clase)
