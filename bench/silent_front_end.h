@@ -16,7 +16,6 @@ public:
     }
     bool EligeFichero(CFileDialog& /*dialogo*/) override { return false; }
     void Refleja(const CDialog& /*dialogo*/, const CControl& /*control*/) override {}
-    void Cierra(const CDialog& /*dialogo*/) override {}
     void MuestraAyuda(const CString& /*ficheroAyuda*/) override {}
     void MuestraAyudaControl(const CString& /*temas*/, const HH_POPUP& /*popup*/) override {}
 };

@@ -229,21 +229,26 @@ private:
     UINT m_icono = 0;
 };
 
-/// The platform's box for choosing a file that exists, in front of the window of the moment.
+inline constexpr UINT OFN_HIDEREADONLY = 0x4; ///< no front end of ours offers that button
+inline constexpr UINT OFN_FILEMUSTEXIST = 0x1000;
+
+/// The platform's box for opening a file, in front of the window of the moment.
 class CFileDialog {
 public:
     /// `filtros`: pairs of a text and a pattern, all ended by "|", the whole by one more.
-    CFileDialog(const CString& inicial, const CString& filtros)
-        : m_ruta(inicial), m_filtros(filtros)
+    CFileDialog(const CString& inicial, UINT flags, const CString& filtros)
+        : m_ruta(inicial), m_flags(flags), m_filtros(filtros)
     {
     }
 
     int DoModal();
     CString GetPathName() const { return m_ruta; }
     void SetPathName(const CString& ruta) { m_ruta = ruta; }
+    UINT Flags() const { return m_flags; }
     const CString& Filtros() const { return m_filtros; }
 
 private:
     CString m_ruta;
+    UINT m_flags;
     CString m_filtros;
 };

@@ -34,7 +34,7 @@ public:
     virtual void Refleja(const CDialog& dialogo, const CControl& control) = 0;
 
     /// Tells that a dialog, hidden or not, is gone.
-    virtual void Cierra(const CDialog& dialogo) = 0;
+    virtual void Cierra(const CDialog& /*dialogo*/) {}
 
     /// Shows the help file on its default topic.
     virtual void MuestraAyuda(const CString& ficheroAyuda) = 0;

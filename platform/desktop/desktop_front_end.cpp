@@ -141,8 +141,10 @@ int CFrontalEscritorio::Caja(const CString& texto, const CString& titulo, UINT f
 bool CFrontalEscritorio::EligeFichero(CFileDialog& dialogo)
 {
     const wxFileName inicial(AWx(dialogo.GetPathName()));
+    const bool existe = (dialogo.Flags() & OFN_FILEMUSTEXIST) != 0;
     wxFileDialog caja(Delante(), kElige, inicial.GetPath(), inicial.GetFullName(),
-                      Comodines(dialogo.Filtros()), wxFD_OPEN | wxFD_FILE_MUST_EXIST);
+                      Comodines(dialogo.Filtros()),
+                      wxFD_OPEN | (existe ? wxFD_FILE_MUST_EXIST : 0));
     if (caja.ShowModal() != wxID_OK)
         return false;
     const wxString ruta = caja.GetPath();
@@ -159,8 +161,6 @@ void CFrontalEscritorio::Refleja(const CDialog& dialogo, const CControl& control
     if (CVentanaDialogo* ventana = VentanaDe(dialogo))
         ventana->Refleja(control);
 }
-
-void CFrontalEscritorio::Cierra(const CDialog& /*dialogo*/) {}
 
 void CFrontalEscritorio::MuestraAyuda(const CString& ficheroAyuda)
 {

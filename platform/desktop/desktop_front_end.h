@@ -28,7 +28,6 @@ public:
     int Caja(const CString& texto, const CString& titulo, UINT flags) override;
     bool EligeFichero(CFileDialog& dialogo) override;
     void Refleja(const CDialog& dialogo, const CControl& control) override;
-    void Cierra(const CDialog& dialogo) override;
     void MuestraAyuda(const CString& ficheroAyuda) override;
     void MuestraAyudaControl(const CString& temas, const HH_POPUP& popup) override;
 

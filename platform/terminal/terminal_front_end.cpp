@@ -223,10 +223,13 @@ bool CFrontalTerminal::EligeFichero(CFileDialog& dialogo)
     const bool hay = LeeLinea(nombre);
     if (!m_entradaPersona || !hay)
         Escribe(stdout, "\n");
+    if (m_entradaPersona)
+        OlvidaTeclas();
     if (nombre.empty())
         return false;
     CFile fichero;
-    if (!fichero.Open(nombre, CFile::modeRead | CFile::typeBinary)) {
+    if ((dialogo.Flags() & OFN_FILEMUSTEXIST) != 0 &&
+        !fichero.Open(nombre, CFile::modeRead | CFile::typeBinary)) {
         EscribeForma(stderr, kNoExiste, nombre);
         return false;
     }

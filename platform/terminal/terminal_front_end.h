@@ -36,7 +36,7 @@ private:
     void PintaAvance(Reloj::time_point ahora);
     void BorraAvance();
     int PreguntaSiNo() const;
-    /// A Ctrl-C or Ctrl-D at a box was meant for the box; it means nothing behind it.
+    /// A Ctrl-C or Ctrl-D at a question was meant for it and means nothing behind it.
     static void OlvidaTeclas();
     void Responde(CDialog& dialogo, const CDialogoTexto::CRespuesta& respuesta);
     /// From here on Ctrl-C ends the program again.

@@ -190,7 +190,7 @@ void CTraduccionDlg::OnBuscar(const CBusqueda& busqueda)
     UpdateData(true);
     CString filtros;
     filtros.LoadString(busqueda.filtro);
-    CFileDialog fichero(*busqueda.campo, filtros);
+    CFileDialog fichero(*busqueda.campo, OFN_HIDEREADONLY | OFN_FILEMUSTEXIST, filtros);
     if (fichero.DoModal() == IDOK)
         *busqueda.campo = fichero.GetPathName();
     UpdateData(false);

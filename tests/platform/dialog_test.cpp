@@ -304,7 +304,7 @@ TEST_F(Dialogo, ShowsNothingWithoutATemplate)
 TEST_F(Dialogo, TheFileBoxKeepsItsPathUnlessOneIsPicked)
 {
     constexpr const char* kFiltros = "Todos los ficheros (*.*)|*.*||";
-    CFileDialog caja("antes.txt", kFiltros);
+    CFileDialog caja("antes.txt", OFN_FILEMUSTEXIST, kFiltros);
     EXPECT_EQ(caja.DoModal(), IDCANCEL);
     EXPECT_EQ(caja.GetPathName(), CString("antes.txt"));
     guion.fichero = "/a/ahora.txt";

@@ -248,6 +248,7 @@ TYPED_TEST(Marco, BrowsesForEachFieldWithItsFilter)
         aplicacion.guion.fichero = "elegido";
         dialogo.Pulsa(*dialogo.GetDlgItem(busqueda.boton));
         EXPECT_EQ(edicion.GetWindowText(), CString("elegido"));
+        EXPECT_EQ(aplicacion.guion.flagsFichero, 4100U);
         EXPECT_EQ(aplicacion.guion.filtros.starts_with("Archivos topológicos"),
                   campo->control == IDC_ORTOS);
     }

@@ -32,6 +32,7 @@ int CGuion::Caja(const CString& texto, const CString& titulo, UINT flags)
 bool CGuion::EligeFichero(CFileDialog& dialogo)
 {
     filtros = ansi::AUtf8(dialogo.Filtros());
+    flagsFichero = dialogo.Flags();
     if (fichero.IsEmpty())
         return false;
     dialogo.SetPathName(fichero);
@@ -43,8 +44,6 @@ void CGuion::Refleja(const CDialog& dialogo, const CControl& control)
     if (alReflejar)
         alReflejar(dialogo, control);
 }
-
-void CGuion::Cierra(const CDialog& /*dialogo*/) {}
 
 void CGuion::MuestraAyuda(const CString& ficheroAyuda)
 {

@@ -24,7 +24,6 @@ public:
     int Caja(const CString& texto, const CString& titulo, UINT flags) override;
     bool EligeFichero(CFileDialog& dialogo) override;
     void Refleja(const CDialog& dialogo, const CControl& control) override;
-    void Cierra(const CDialog& dialogo) override;
     void MuestraAyuda(const CString& ficheroAyuda) override;
     void MuestraAyudaControl(const CString& temas, const HH_POPUP& popup) override;
 
@@ -39,6 +38,7 @@ public:
     std::vector<CCajaVista> cajas;
     std::vector<std::string> ayudas;
     std::string filtros; ///< of the last file box
+    UINT flagsFichero = 0;
     int atendidos = 0;
 };
 
