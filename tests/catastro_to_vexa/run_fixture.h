@@ -35,20 +35,10 @@ protected:
                             carpeta.En("Cotitulares.txt"), nullptr);
     }
 
-    /// Lines of an output, as UTF-8 and without their ends.
     std::vector<std::string> Lineas(std::string_view nombre) const
     {
-        std::vector<std::string> lineas;
-        std::string texto = carpeta.Lee(nombre);
-        for (std::size_t fin = texto.find("\r\n"); fin != std::string::npos;
-             fin = texto.find("\r\n")) {
-            lineas.push_back(ansi::AUtf8(texto.substr(0, fin)));
-            texto.erase(0, fin + 2);
-        }
-        EXPECT_EQ(texto, "") << "a line of " << nombre << " has no end";
-        return lineas;
+        return carpeta.Lineas(nombre);
     }
-
     std::vector<std::string> Mensajes() const { return Lineas("entrada.ERR"); }
     /// A field of a row of a table, both counted from 0, without the blanks before it.
     std::string Campo(std::string_view tabla, std::size_t fila, unsigned campo) const

@@ -5,6 +5,10 @@
 #include <iterator>
 #include <random>
 
+#include <gtest/gtest.h>
+
+#include "platform/ansi.h"
+
 namespace fs = std::filesystem;
 
 namespace {
@@ -53,6 +57,26 @@ std::string CCarpetaPrueba::Lee(std::string_view nombre) const
     if (!fichero)
         return "(no file)";
     return {std::istreambuf_iterator<char>(fichero), std::istreambuf_iterator<char>()};
+}
+
+std::vector<std::string> CCarpetaPrueba::Lineas(std::string_view nombre) const
+{
+    std::vector<std::string> lineas;
+    std::string texto = Lee(nombre);
+    for (auto fin = texto.find("\r\n"); fin != std::string::npos; fin = texto.find("\r\n")) {
+        lineas.push_back(ansi::AUtf8(texto.substr(0, fin)));
+        texto.erase(0, fin + 2);
+    }
+    EXPECT_EQ(texto, "") << "a line of " << nombre << " has no end";
+    return lineas;
+}
+
+std::string CCarpetaPrueba::SinRuta(std::string texto) const
+{
+    const std::string ruta = m_ruta.string() + "/";
+    if (const auto i = texto.find(ruta); i != std::string::npos)
+        texto.erase(i, ruta.size());
+    return texto;
 }
 
 int CCarpetaPrueba::Cuantos() const

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/cstring.h"
 
@@ -20,6 +21,10 @@ public:
     /// Writes and reads whole files, byte for byte. A file that isn't there reads as "(no file)".
     CString Pon(std::string_view nombre, std::string_view bytes) const;
     std::string Lee(std::string_view nombre) const;
+    /// Lines of a text of the program, as UTF-8 and without their ends.
+    std::vector<std::string> Lineas(std::string_view nombre) const;
+    /// The text with the folder's path, if it stands in it, taken out.
+    std::string SinRuta(std::string texto) const;
     /// How many files and folders there are in it.
     int Cuantos() const;
 

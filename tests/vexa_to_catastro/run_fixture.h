@@ -78,16 +78,9 @@ protected:
                             noEnGrafico, noEnBD, nullptr);
     }
 
-    /// Lines of an output, as UTF-8 and without their ends.
     std::vector<std::string> Lineas(std::string_view nombre) const
     {
-        std::vector<std::string> lineas;
-        std::string texto = carpeta.Lee(nombre);
-        for (auto fin = texto.find("\r\n"); fin != std::string::npos; fin = texto.find("\r\n")) {
-            lineas.push_back(ansi::AUtf8(texto.substr(0, fin)));
-            texto.erase(0, fin + 2);
-        }
-        return lineas;
+        return carpeta.Lineas(nombre);
     }
     std::vector<std::string> Mensajes() const { return Lineas("045127.ERR"); }
     /// Records of a type in the exchange file.
@@ -111,15 +104,11 @@ protected:
     std::vector<std::string> Errores() const
     {
         std::vector<std::string> errores;
-        const std::string ruta = carpeta.Ruta().string() + "/";
         for (const CCajaVista& caja : aplicacion.guion.cajas) {
             if (caja.flags != MB_ICONERROR)
                 continue;
             EXPECT_EQ(caja.titulo, "Error");
-            std::string texto = caja.texto;
-            if (const auto i = texto.find(ruta); i != std::string::npos)
-                texto.erase(i, ruta.size());
-            errores.push_back(texto);
+            errores.push_back(carpeta.SinRuta(caja.texto));
         }
         return errores;
     }

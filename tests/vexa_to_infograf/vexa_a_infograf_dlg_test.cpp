@@ -39,17 +39,12 @@ protected:
     /// The records, without the path in front of their blocks' names and the blanks at their ends.
     Textos Registros() const
     {
-        Textos registros;
-        std::string texto = carpeta.Lee("045127.CSP");
-        for (auto fin = texto.find("\r\n"); fin != std::string::npos; fin = texto.find("\r\n")) {
-            std::string linea = texto.substr(0, fin);
-            texto.erase(0, fin + 2);
+        Textos registros = carpeta.Lineas("045127.CSP");
+        for (std::string& linea : registros) {
             if (linea.starts_with("00"))
-                linea.erase(2, carpeta.En("").GetLength());
+                linea.erase(2, static_cast<std::size_t>(carpeta.En("").GetLength()));
             linea.erase(linea.find_last_not_of(' ') + 1);
-            registros.push_back(linea);
         }
-        EXPECT_EQ(texto, "");
         return registros;
     }
     /// How many records of a kind there are.
@@ -65,11 +60,7 @@ protected:
         for (const CCajaVista& caja : aplicacion.guion.cajas) {
             EXPECT_EQ(caja.titulo, "Error");
             EXPECT_EQ(caja.flags, MB_ICONERROR);
-            std::string texto = caja.texto;
-            const std::string ruta(std::string_view(carpeta.En("")));
-            if (const auto i = texto.find(ruta); i != std::string::npos)
-                texto.erase(i, ruta.size());
-            cajas.push_back(texto);
+            cajas.push_back(carpeta.SinRuta(caja.texto));
         }
         return cajas;
     }
