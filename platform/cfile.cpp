@@ -119,6 +119,13 @@ void CFile::Flush()
         Vacia();
 }
 
+CString CFile::RutaCompleta(const CString& nombre)
+{
+    std::error_code error;
+    const std::filesystem::path entera = std::filesystem::absolute(sistema::Ruta(nombre), error);
+    return error ? nombre : sistema::Nombre(entera.lexically_normal());
+}
+
 bool CFile::EsElMismo(const CString& uno, const CString& otro)
 {
     std::error_code error;

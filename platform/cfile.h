@@ -73,6 +73,9 @@ public:
     /// Number of bytes of the file in front of the next one to be read or written.
     std::uint64_t GetPosition() const { return m_base + (Escribiendo() ? m_lleno : m_leido); }
 
+    /// The whole path of a name, from the root; the name itself where the system doesn't tell.
+    static CString RutaCompleta(const CString& nombre);
+
     /// Tells whether both names lead to one and the same file on disk.
     static bool EsElMismo(const CString& uno, const CString& otro);
 

@@ -192,7 +192,13 @@ public:
     std::deque<CControl>& Controles() { return m_controles; } ///< in the template's order
     const std::deque<CControl>& Controles() const { return m_controles; }
     void GotoDlgCtrl(UINT id); ///< gives the control the focus
+    /// The control that has the focus, 0 before anything got it.
     UINT Foco() const { return m_foco; }
+    /// The front end tells that the user took the focus to a control.
+    void NotaFoco(UINT id) { m_foco = id; }
+    /// Asks for its window in the middle of the screen, or of its parent's window.
+    void CenterWindow() { m_centrada = true; }
+    bool Centrada() const { return m_centrada; }
     /// The big icon of its window, by its id among the resources.
     void SetIcon(UINT icono) { m_icono = icono; }
     UINT Icono() const { return m_icono; }
@@ -227,6 +233,7 @@ private:
     std::optional<int> m_resultado;
     UINT m_foco = 0;
     UINT m_icono = 0;
+    bool m_centrada = false;
 };
 
 inline constexpr UINT OFN_HIDEREADONLY = 0x4; ///< no front end of ours offers that button

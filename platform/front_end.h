@@ -1,5 +1,7 @@
 #pragma once
 
+#include <vector>
+
 #include "platform/cstring.h"
 #include "platform/types.h"
 
@@ -7,6 +9,12 @@ class CControl;
 class CDialog;
 class CFileDialog;
 struct HH_POPUP;
+
+/// The files that a run has written, by their whole paths.
+struct CEscritos {
+    CString log;                  ///< empty where the run made none
+    std::vector<CString> salidas; ///< in the order in which they were written
+};
 
 /// All that a front end does for the layer. A terminal, real windows and the tests' script each
 /// implement it; the dialogs' own code is the same behind all of them.
@@ -32,6 +40,10 @@ public:
     /// Tells that what a control shows was set, often to what it was. The dialog may be a hidden
     /// one.
     virtual void Refleja(const CDialog& dialogo, const CControl& control) = 0;
+
+    /// Tells that the run of a dialog, hidden or not, is over and what it left, so that the user
+    /// can be led there.
+    virtual void FinDeProceso(const CDialog& /*dialogo*/, const CEscritos& /*escritos*/) {}
 
     /// Tells that a dialog, hidden or not, is gone.
     virtual void Cierra(const CDialog& /*dialogo*/) {}

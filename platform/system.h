@@ -16,6 +16,8 @@ extern const std::string_view kSeparadores;
 
 /// The path that a name of the program stands for.
 std::filesystem::path Ruta(std::string_view nombre);
+/// The name by which the program knows a path.
+std::string Nombre(const std::filesystem::path& ruta);
 
 /// The files opened here are binary and have no buffer of their own. Null on failure.
 std::FILE* AbreLectura(const std::filesystem::path& ruta);

@@ -37,6 +37,11 @@ std::filesystem::path Ruta(std::string_view nombre)
     return {nombre};
 }
 
+std::string Nombre(const std::filesystem::path& ruta)
+{
+    return ruta.native();
+}
+
 std::FILE* AbreLectura(const std::filesystem::path& ruta)
 {
     return SinBufer(std::fopen(ruta.c_str(), "rb"));

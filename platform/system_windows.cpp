@@ -41,6 +41,12 @@ std::filesystem::path Ruta(std::string_view nombre)
     return std::filesystem::path(std::u8string(utf8.begin(), utf8.end()));
 }
 
+std::string Nombre(const std::filesystem::path& ruta)
+{
+    const std::u8string utf8 = ruta.u8string();
+    return std::string(utf8.begin(), utf8.end());
+}
+
 std::FILE* AbreLectura(const std::filesystem::path& ruta)
 {
     return Abre(ruta, L"rb");

@@ -15,6 +15,7 @@ CTipoTraduccionDlg::CTipoTraduccionDlg() : CDialog(IDD_TIPO_TRADUCCION) {}
 BOOL CTipoTraduccionDlg::OnInitDialog()
 {
     CDialog::OnInitDialog();
+    CenterWindow();
     SetIcon(IDR_ICONO);
     TipoTraduccion = AfxGetApp()->GetProfileInt(kSeccion, kClave, 0);
     UpdateData(false);

@@ -9,6 +9,7 @@ CAcercaDeDlg::CAcercaDeDlg() : CDialog(IDD_ACERCA_DE) {}
 BOOL CAcercaDeDlg::OnInitDialog()
 {
     CDialog::OnInitDialog();
+    CenterWindow();
     SetIcon(IDR_ICONO);
     const auto& aplicacion = dynamic_cast<const CVersionApp&>(*AfxGetApp());
     const struct {

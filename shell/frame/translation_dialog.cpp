@@ -26,6 +26,7 @@ WPARAM Porcentaje(std::uint32_t posicion, std::int32_t total)
 BOOL CTraduccionDlg::OnInitDialog()
 {
     CDialog::OnInitDialog();
+    CenterWindow();
     SetIcon(IDR_ICONO);
     EnMarcha = false;
     const CDescripcion dialogo = Describe();
@@ -86,9 +87,12 @@ void CTraduccionDlg::ActivaControles(bool activar)
         if (CControl* control = GetDlgItem(id))
             control->EnableWindow(activar);
     if (!activar)
-        GotoDlgCtrl(IDCANCEL);
+        m_focoAntes = Foco();
+    GotoDlgCtrl(activar ? m_focoAntes : IDCANCEL);
     if (CControl* boton = GetDlgItem(IDCANCEL))
         boton->SetWindowText(activar ? "Salir" : "Detener");
+    if (activar)
+        AfxGetApp()->Frontal().FinDeProceso(*this, m_escritos);
 }
 
 std::span<const CEntradaMensaje> CTraduccionDlg::GetMessageMap() const
@@ -122,6 +126,7 @@ LRESULT CTraduccionDlg::WindowProc(UINT mensaje, WPARAM wParam, LPARAM lParam)
         return CDialog::WindowProc(mensaje, wParam, lParam);
     } catch (const CFileException& fallo) {
         CajaError(cajas::kNoSeEscribe, fallo.m_strFileName);
+        m_escritos.salidas.clear(); // which of them are whole isn't told
         Fase(IDS_NADA, nullptr);
         ActivaControles(true);
         return 0;
@@ -259,6 +264,10 @@ bool CTraduccionDlg::Crea(CStdioFile& fichero, const CString& nombre, UINT modo,
     const bool creado = !esEntrada && fichero.Open(nombre, kModo | modo);
     if (!creado)
         CajaError(queja, nombre);
+    else if ((modo & CFile::modeInPlace) != 0)
+        m_escritos = {CFile::RutaCompleta(nombre), {}}; // a run begins with its log
+    else
+        m_escritos.salidas.push_back(CFile::RutaCompleta(nombre));
     return creado;
 }
 

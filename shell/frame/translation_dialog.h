@@ -7,6 +7,7 @@
 
 #include "platform/cfile.h"
 #include "platform/dialog.h"
+#include "platform/front_end.h"
 
 // Messages by which a translator reports to its dialog. Each gives the dialog's `EnMarcha`.
 inline constexpr UINT WM_ESTADO_ID = 23000;    ///< a phase begins: number of its status text
@@ -112,4 +113,6 @@ private:
     void OnBuscar(const CBusqueda& busqueda);
 
     bool m_enLote = false;
+    UINT m_focoAntes = 0;  ///< where the focus was before the run
+    CEscritos m_escritos; ///< by the run at work
 };
