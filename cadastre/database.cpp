@@ -81,16 +81,51 @@ void CBaseCatastro::OrdenaMunicipios()
     m_porCodigo.Olvida();
 }
 
+void CBaseCatastro::EnCadaMunicipio(void (CMunicipio::*ordena)())
+{
+    for (CMunicipio& municipio : m_municipios)
+        (municipio.*ordena)();
+}
+
+void CBaseCatastro::OrdenaTitulares()
+{
+    EnCadaMunicipio(&CMunicipio::OrdenaTitulares);
+}
+
+void CBaseCatastro::OrdenaParajes()
+{
+    EnCadaMunicipio(&CMunicipio::OrdenaParajes);
+}
+
+void CBaseCatastro::OrdenaParcelas()
+{
+    EnCadaMunicipio(&CMunicipio::OrdenaParcelas);
+}
+
+void CBaseCatastro::OrdenaSubparcelas()
+{
+    EnCadaMunicipio(&CMunicipio::OrdenaSubparcelas);
+}
+
+void CBaseCatastro::OrdenaModulos()
+{
+    EnCadaMunicipio(&CMunicipio::OrdenaModulos);
+}
+
+void CBaseCatastro::OrdenaCotitulares()
+{
+    EnCadaMunicipio(&CMunicipio::OrdenaCotitulares);
+}
+
 void CBaseCatastro::Ordena()
 {
     OrdenaMunicipios();
-    constexpr void (CMunicipio::*kOrdenes[])() = {
-        &CMunicipio::OrdenaTitulares,   &CMunicipio::OrdenaParajes, &CMunicipio::OrdenaParcelas,
-        &CMunicipio::OrdenaSubparcelas, &CMunicipio::OrdenaModulos, &CMunicipio::OrdenaCotitulares,
-    };
-    for (const auto orden : kOrdenes)
-        for (CMunicipio& municipio : m_municipios)
-            (municipio.*orden)();
+    OrdenaTitulares();
+    OrdenaParajes();
+    OrdenaParcelas();
+    OrdenaSubparcelas();
+    OrdenaModulos();
+    OrdenaCotitulares();
 }
 
 void AvisaConflicto(const CAvisos& avisos, const CMunicipio& municipio, const CTitular& titular)

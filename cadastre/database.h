@@ -34,8 +34,15 @@ public:
     /// Writes a message for each and gives their count; it raises no counter.
     int AsignaNumOrden(CStdioFile& log);
 
-    /// Sorts the municipalities by code, and all that they hold, each by its own keys, in the order
-    /// that the positions held in records need.
+    // The sorts, stable, with the positions that records hold rewritten. Before anything is written
+    // they are called in this order, which those positions need; `Ordena` does so.
+    void OrdenaMunicipios();  ///< by code
+    void OrdenaTitulares();   ///< by number; this and those below within each municipality
+    void OrdenaParajes();     ///< by name
+    void OrdenaParcelas();    ///< by zone, polygon, parcel
+    void OrdenaSubparcelas(); ///< within each parcel, by letter
+    void OrdenaModulos();     ///< by denomination
+    void OrdenaCotitulares(); ///< within each parcel
     void Ordena();
 
     // The writers of whole files (table_files.h has their forms). With `fijo` false the header line
@@ -50,7 +57,7 @@ public:
     short Ger; ///< code above the municipalities
 
 private:
-    void OrdenaMunicipios();
+    void EnCadaMunicipio(void (CMunicipio::*ordena)());
 
     std::vector<CMunicipio> m_municipios;
     CIndice<Gana::Primero> m_porCodigo;

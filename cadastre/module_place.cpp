@@ -48,9 +48,10 @@ constexpr CFilaTabla kFilaModulo(kColumnasModulo);
 constexpr CRegistroFijo kRegistroParaje(kColumnasParaje, kAnchoRegistro);
 constexpr CFilaTabla kFilaParaje(kColumnasParaje);
 
-// Required fields of a row of Modulos.txt, and how many it has.
+// Fields of a row of Modulos.txt that are asked for beside the columns, and how many it has.
 constexpr std::size_t kCampoCal = 2;
 constexpr std::size_t kCampoDenominacion = 4;
+constexpr std::size_t kCampoJornadas = 6;
 constexpr std::size_t kCamposModulo = 16;
 
 } // namespace
@@ -64,7 +65,8 @@ bool CModulo::Lee(std::string_view linea, int modo)
         if (campos[kCampoCal].empty() || campos[kCampoDenominacion].empty())
             return false;
         LeeFila(kColumnasModulo, campos, *this, datos);
-        Jornadas = Corta(datos.jornadas * 100); // cut, not rounded: 0.29 days become 28 hundredths
+        if (!campos[kCampoJornadas].empty())
+            Jornadas = Corta(datos.jornadas * 100); // cut, not rounded: 0.29 days are 28 hundredths
     } else {
         LeeColumnas(kColumnasModulo, &CColumna<CModulo>::catastro, CLineaFija(linea), *this, datos);
     }

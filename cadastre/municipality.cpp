@@ -49,6 +49,25 @@ struct CClaveModulo {
     }
 };
 
+/// All keys by which a record is looked up, in one hash.
+std::uint32_t Claves(const CTitular& titular)
+{
+    return Clave(Clave(CPersona::De(titular)), Clave(titular.NumOrden));
+}
+std::uint32_t Claves(const CParcela& parcela)
+{
+    return Clave(CNumerosParcela::De(parcela));
+}
+
+/// Tells whether the record handed out has other keys than it had then.
+template <class T, class P>
+bool HaCambiado(const std::vector<T>& registros, const P& prestado)
+{
+    return prestado.posicion >= 0 &&
+           static_cast<std::size_t>(prestado.posicion) < registros.size() &&
+           Claves(registros[static_cast<std::size_t>(prestado.posicion)]) != prestado.clave;
+}
+
 int NumeroParaje(const CParaje& paraje)
 {
     return paraje.NumOrden;
@@ -87,8 +106,53 @@ int CMunicipio::InsertaModulo(const CModulo& modulo)
     return static_cast<int>(m_modulos.size()) - 1;
 }
 
+void CMunicipio::OlvidaTitulares() const
+{
+    m_titularesPorNumero.Olvida();
+    m_titularesPorPersona.Olvida();
+    m_titularesPorNombre.Olvida();
+    m_titularesPorDNI.Olvida();
+    m_primeroSinNumero = 0;
+    m_titularPrestado = {};
+}
+
+void CMunicipio::OlvidaParcelas() const
+{
+    m_parcelasPorNumeros.Olvida();
+    m_parcelaPrestada = {};
+}
+
+void CMunicipio::RevisaTitular() const
+{
+    if (HaCambiado(m_titulares, m_titularPrestado))
+        OlvidaTitulares();
+}
+
+void CMunicipio::RevisaParcela() const
+{
+    if (HaCambiado(m_parcelas, m_parcelaPrestada))
+        OlvidaParcelas();
+}
+
+CTitular& CMunicipio::DameTitular(int i)
+{
+    RevisaTitular();
+    CTitular& titular = m_titulares[static_cast<std::size_t>(i)];
+    m_titularPrestado = {i, Claves(titular)};
+    return titular;
+}
+
+CParcela& CMunicipio::DameParcela(int i)
+{
+    RevisaParcela();
+    CParcela& parcela = m_parcelas[static_cast<std::size_t>(i)];
+    m_parcelaPrestada = {i, Claves(parcela)};
+    return parcela;
+}
+
 int CMunicipio::BuscaTitular(const CTitular& titular) const
 {
+    RevisaTitular();
     const int igual = m_titularesPorPersona.Busca(m_titulares, CPersona::De, CPersona::De(titular));
     const int sinDNI =
         m_titularesPorPersona.Busca(m_titulares, CPersona::De, CPersona{titular.Nombre, {}});
@@ -108,6 +172,7 @@ int CMunicipio::BuscaTitular(const CTitular& titular) const
 
 int CMunicipio::BuscaTitularNumOrden(int num) const
 {
+    RevisaTitular();
     if (num != kSinNumero)
         return m_titularesPorNumero.Busca(m_titulares, &CTitular::NumOrden, num);
     // Holders lose the number -1 and never get it, so the first one with it only moves on.
@@ -121,10 +186,12 @@ int CMunicipio::BuscaTitularNumOrden(int num) const
 int CMunicipio::InsertaTitular(CTitular titular)
 {
     if (const int i = BuscaTitular(titular); i >= 0) {
-        CTitular& guardado = DameTitular(i);
+        CTitular& guardado = m_titulares[static_cast<std::size_t>(i)];
         if (guardado.NumOrden == kSinNumero && titular.NumOrden != kSinNumero) {
             guardado.NumOrden = titular.NumOrden;
             m_titularesPorNumero.ClaveNueva(m_titulares, &CTitular::NumOrden, i);
+            if (m_titularPrestado.posicion == i)
+                m_titularPrestado.clave = Claves(guardado);
         }
         return i;
     }
@@ -136,6 +203,7 @@ int CMunicipio::InsertaTitular(CTitular titular)
 
 bool CMunicipio::BuscaParcela(int polig, int parcela, int& i) const
 {
+    RevisaParcela();
     const int hallada = m_parcelasPorNumeros.Busca(m_parcelas, CNumerosParcela::De,
                                                    CNumerosParcela{polig, parcela});
     if (hallada < 0)
@@ -179,10 +247,8 @@ int CMunicipio::AsignaNumOrden(CStdioFile& log, int& mayor)
         EscribeMensaje(log, kSinNumImputa, titular.Nombre, titular.NumOrden);
         ++asignados;
     }
-    if (asignados > 0) {
-        m_titularesPorNumero.Olvida();
-        m_primeroSinNumero = 0;
-    }
+    if (asignados > 0)
+        OlvidaTitulares();
     return asignados;
 }
 
@@ -194,11 +260,7 @@ void CMunicipio::OrdenaTitulares()
         nuevos.push_back(titular.NumOrden);
     OrdenaEstable(m_titulares,
                   [](const CTitular& a, const CTitular& b) { return a.NumOrden < b.NumOrden; });
-    m_titularesPorNumero.Olvida();
-    m_titularesPorPersona.Olvida();
-    m_titularesPorNombre.Olvida();
-    m_titularesPorDNI.Olvida();
-    m_primeroSinNumero = 0;
+    OlvidaTitulares();
     for (int& nuevo : nuevos)
         nuevo = BuscaTitularNumOrden(nuevo);
     for (CParcela& parcela : m_parcelas)
@@ -229,7 +291,7 @@ void CMunicipio::OrdenaParcelas()
     OrdenaEstable(m_parcelas, [](const CParcela& a, const CParcela& b) {
         return std::tie(a.Zona, a.Polig, a.Parcela) < std::tie(b.Zona, b.Polig, b.Parcela);
     });
-    m_parcelasPorNumeros.Olvida();
+    OlvidaParcelas();
     std::vector<int> nuevas(numeros.size(), kNoEncontrado);
     for (std::size_t i = 0; i < numeros.size(); ++i)
         BuscaParcela(numeros[i].polig, numeros[i].parcela, nuevas[i]);

@@ -45,7 +45,10 @@ public:
     int BuscaTitular(const CTitular& titular) const;
     /// Index of the first holder with the number, else kNoEncontrado.
     int BuscaTitularNumOrden(int num) const;
-    CTitular& DameTitular(int i) { return m_titulares[static_cast<std::size_t>(i)]; }
+    /// The holder at a valid position. It may be changed until the next one is asked for: look-ups
+    /// then answer by its new name, DNI and number.
+    CTitular& DameTitular(int i);
+    const CTitular& DameTitular(int i) const { return m_titulares[static_cast<std::size_t>(i)]; }
     /// Index of the holder that `BuscaTitular` finds, which takes the new one's number if it has
     /// none. Else appends the new one, in spite of a conflict, with its number set to -1 if that is
     /// taken.
@@ -55,14 +58,21 @@ public:
     bool BuscaParcela(int polig, int parcela, int& i) const;
     /// The same by a parcel's own numbers: its index or kNoEncontrado.
     int BuscaParcela(const CParcela& parcela) const;
-    CParcela& DameParcela(int i) { return m_parcelas[static_cast<std::size_t>(i)]; }
+    /// The parcel at a valid position. It may be changed until the next one is asked for: look-ups
+    /// then answer by its new numbers.
+    CParcela& DameParcela(int i);
+    const CParcela& DameParcela(int i) const { return m_parcelas[static_cast<std::size_t>(i)]; }
     /// Index of the parcel with those numbers, the new one being dropped, or of the appended one;
     /// kParcelaInvalida if a number is below 1.
     int InsertaParcela(CParcela parcela);
 
     const std::vector<CParaje>& Parajes() const { return m_parajes; }
     const std::vector<CTitular>& Titulares() const { return m_titulares; }
-    std::vector<CParcela>& Parcelas() { return m_parcelas; }
+    std::vector<CParcela>& Parcelas()
+    {
+        OlvidaParcelas(); // whoever gets them all may change them all
+        return m_parcelas;
+    }
     const std::vector<CParcela>& Parcelas() const { return m_parcelas; }
     const std::vector<CModulo>& Modulos() const { return m_modulos; }
 
@@ -84,6 +94,18 @@ public:
     short EMenor;
 
 private:
+    /// The record of an array that was handed out for change last, with the hash of the keys that
+    /// it had then.
+    struct CPrestado {
+        int posicion = -1;
+        std::uint32_t clave = 0;
+    };
+    // Forget what look-ups know where the record handed out has other keys now.
+    void RevisaTitular() const;
+    void RevisaParcela() const;
+    void OlvidaTitulares() const;
+    void OlvidaParcelas() const;
+
     std::vector<CParaje> m_parajes;
     std::vector<CTitular> m_titulares;
     std::vector<CParcela> m_parcelas;
@@ -91,11 +113,13 @@ private:
 
     CIndice<Gana::Primero> m_parajesPorNumero;
     CIndice<Gana::Primero> m_parajesPorNombre;
-    CIndice<Gana::Primero> m_titularesPorNumero;
-    CIndice<Gana::Primero> m_titularesPorPersona; // name and DNI
-    CIndice<Gana::Ultimo> m_titularesPorNombre;
-    CIndice<Gana::Ultimo> m_titularesPorDNI;
-    CIndice<Gana::Primero> m_parcelasPorNumeros;
+    mutable CIndice<Gana::Primero> m_titularesPorNumero;
+    mutable CIndice<Gana::Primero> m_titularesPorPersona; // name and DNI
+    mutable CIndice<Gana::Ultimo> m_titularesPorNombre;
+    mutable CIndice<Gana::Ultimo> m_titularesPorDNI;
+    mutable CIndice<Gana::Primero> m_parcelasPorNumeros;
     CIndice<Gana::Primero> m_modulosPorClave;
+    mutable CPrestado m_titularPrestado;
+    mutable CPrestado m_parcelaPrestada;
     mutable std::size_t m_primeroSinNumero = 0; // no holder before it has the number -1
 };

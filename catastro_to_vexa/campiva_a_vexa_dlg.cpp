@@ -43,8 +43,7 @@ void CCampivaAVexaDlg::OnOK()
         return;
     CCadena archivoErr = ArchivoEntrada;
     archivoErr.CambiaExtension("ERR");
-    CStdioFile log;
-    if (!CreaLog(log, archivoErr, {ArchivoEntrada}))
+    if (!CreaLog(archivoErr, {ArchivoEntrada}))
         return;
 
     int numErrores = 0;
@@ -52,18 +51,18 @@ void CCampivaAVexaDlg::OnOK()
     CBaseCatastro base(0);
     ActivaControles(false);
     if (TipoEntrada == 0)
-        LeeArchivoNormal(base, &entrada, &log, &numErrores, &numWarnings);
+        LeeArchivoNormal(base, &entrada, &Log(), &numErrores, &numWarnings);
     else
-        LeeListaSubparcelas(base, &entrada, &log, &numErrores, &numWarnings);
+        LeeListaSubparcelas(base, &entrada, &Log(), &numErrores, &numWarnings);
     entrada.Close();
-    CompruebaBase(base, &log, &numErrores);
-    log.Close();
+    CompruebaBase(base, &Log(), &numErrores);
+    Log().Close();
     GrabaTablas(base);
 
     CString resumen;
     resumen.Format(kResumenCatastro, static_cast<int>(base.Municipios().size()), base.NumParcelas(),
                    base.NumTitulares(), numErrores, numWarnings);
     MessageBox(resumen, cajas::kFin, MB_OK);
-    Fase(IDS_NADA, nullptr);
+    Fase(IDS_NADA);
     ActivaControles(true);
 }

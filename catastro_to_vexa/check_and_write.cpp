@@ -53,7 +53,7 @@ void CCampivaAVexaDlg::GrabaTablas(CBaseCatastro& base)
         CStdioFile fichero;
         if (!CreaSalida(fichero, tabla.archivo, cajas::kNoSePuedeCrear, {ArchivoEntrada}))
             continue;
-        Fase(tabla.estado, nullptr);
+        Fase(tabla.estado);
         tabla.graba(base, fichero);
         fichero.Close();
     }

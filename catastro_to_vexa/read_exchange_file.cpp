@@ -52,7 +52,7 @@ void CCampivaAVexaDlg::LeeArchivoNormal(CBaseCatastro& base, CStdioFile* entrada
                                         int* numErrores, int* numWarnings)
 {
     CLecturaCatastro lectura(base, {*log, *numErrores, *numWarnings});
-    Fase(IDS_LEYENDO_BASE, log);
+    Fase(IDS_LEYENDO_BASE);
     const std::uint64_t longitud = entrada->GetLength();
     char bufer[kLineaMasLarga + 1];
     while (entrada->ReadString(bufer, sizeof bufer) != nullptr) {
@@ -82,7 +82,7 @@ void CCampivaAVexaDlg::AsientaRegistros(CLecturaCatastro& lectura)
 
 bool CCampivaAVexaDlg::AsientaParcelas(CLecturaCatastro& lectura)
 {
-    Fase(IDS_REGISTRANDO_PARCELAS, &lectura.avisos.log);
+    Fase(IDS_REGISTRANDO_PARCELAS);
     const std::size_t n = lectura.parcelasLeidas.size();
     for (std::size_t k = 0; k < n; ++k) {
         if (!Avanza(k, n))
@@ -106,7 +106,7 @@ bool CCampivaAVexaDlg::AsientaParcelas(CLecturaCatastro& lectura)
 
 bool CCampivaAVexaDlg::AsientaSubparcelas(CLecturaCatastro& lectura)
 {
-    Fase(IDS_REGISTRANDO_SUBPARCELAS, &lectura.avisos.log);
+    Fase(IDS_REGISTRANDO_SUBPARCELAS);
     const std::size_t n = lectura.subparcelasLeidas.size();
     for (std::size_t k = 0; k < n; ++k) {
         if (!Avanza(k, n))
@@ -131,7 +131,7 @@ bool CCampivaAVexaDlg::AsientaSubparcelas(CLecturaCatastro& lectura)
 
 bool CCampivaAVexaDlg::AsientaTitulares(CLecturaCatastro& lectura)
 {
-    Fase(IDS_REGISTRANDO_TITULARES, &lectura.avisos.log);
+    Fase(IDS_REGISTRANDO_TITULARES);
     const std::vector<CTitularLeido>& leidos = lectura.titularesLeidos;
     const std::vector<std::size_t> orden = PorNumero(leidos, lectura.municipioActual);
     const std::size_t n = lectura.vinculosParcela.size();

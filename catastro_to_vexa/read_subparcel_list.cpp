@@ -90,7 +90,7 @@ void CCampivaAVexaDlg::LeeListaSubparcelas(CBaseCatastro& base, CStdioFile* entr
                                            CStdioFile* log, int* numErrores, int* numWarnings)
 {
     CLecturaLista lectura{base, {*log, *numErrores, *numWarnings}, {}, {}, {}};
-    Fase(IDS_LEYENDO_BASE, log);
+    Fase(IDS_LEYENDO_BASE);
     const std::uint64_t longitud = entrada->GetLength();
     char bufer[kLineaMasLarga + 1];
     bool cabecera = false; // the first line that isn't empty is the heading
@@ -106,6 +106,6 @@ void CCampivaAVexaDlg::LeeListaSubparcelas(CBaseCatastro& base, CStdioFile* entr
             return;
         TomaLinea(linea, lectura);
     }
-    Fase(IDS_ASIGNANDO_TITULARIDAD, log);
+    Fase(IDS_ASIGNANDO_TITULARIDAD);
     base.ReparteParticipaciones();
 }

@@ -33,6 +33,11 @@ CWinApp* AfxGetApp()
     return Aplicacion();
 }
 
+void InitCommonControls()
+{
+    AfxGetApp()->Frontal().IniciaControles();
+}
+
 void CWinApp::Arranca(CFrontal& frontal, const CRecursos& recursos, const CString& mandato,
                       const CString& ficheroAyuda)
 {
@@ -45,7 +50,7 @@ void CWinApp::Arranca(CFrontal& frontal, const CRecursos& recursos, const CStrin
 
 CString CWinApp::FicheroAyuda(const CString& programa)
 {
-    const std::filesystem::path carpeta = sistema::CarpetaPrograma();
+    const std::filesystem::path carpeta = sistema::FicheroPrograma().parent_path();
     const std::filesystem::path instalada =
         carpeta.parent_path() / "share" / sistema::Ruta(programa);
     std::error_code error;

@@ -65,5 +65,8 @@ private:
     bool m_huboCajaDeError = false;
 };
 
+/// Makes the front end's controls ready to be shown. Called first of all in `InitInstance`.
+void InitCommonControls();
+
 /// The application object. There is one as long as `main` runs.
 CWinApp* AfxGetApp();

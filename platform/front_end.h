@@ -22,6 +22,9 @@ class CFrontal {
 public:
     virtual ~CFrontal() = default;
 
+    /// Makes ready what shows controls, before any is shown.
+    virtual void IniciaControles() {}
+
     /// Shows the dialog, whose controls exist and are filled, and serves the user until the
     /// dialog's `EndDialog` was called. The user's actions go to the dialog as messages.
     virtual void MuestraModal(CDialog& dialogo) = 0;

@@ -43,8 +43,8 @@ bool EsTerminal(std::FILE* fichero);
 /// that it opens would get what is printed. To be called before anything is opened.
 void AbreFlujosCerrados();
 
-/// Folder of the program that runs; empty where the system doesn't tell.
-std::filesystem::path CarpetaPrograma();
+/// File of the program that runs; empty where the system doesn't tell.
+std::filesystem::path FicheroPrograma();
 
 /// Folder of the user's settings, with what the environment says about it.
 std::filesystem::path CarpetaAjustes();

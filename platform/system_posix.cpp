@@ -103,10 +103,10 @@ void AbreFlujosCerrados()
             open("/dev/null", O_RDWR); // takes the lowest number that is free, which is this one
 }
 
-std::filesystem::path CarpetaPrograma()
+std::filesystem::path FicheroPrograma()
 {
     std::error_code error;
-    return std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
+    return std::filesystem::read_symlink("/proc/self/exe", error);
 }
 
 std::filesystem::path CarpetaAjustes()

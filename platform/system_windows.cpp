@@ -103,12 +103,12 @@ bool EsTerminal(std::FILE* fichero)
 
 void AbreFlujosCerrados() {} // a stream that is closed is no number that a file could get
 
-std::filesystem::path CarpetaPrograma()
+std::filesystem::path FicheroPrograma()
 {
     std::wstring ruta(MAX_PATH, L'\0');
     const DWORD largo = GetModuleFileNameW(nullptr, ruta.data(), static_cast<DWORD>(ruta.size()));
     ruta.resize(largo < ruta.size() ? largo : 0); // a path that long is cut and of no use
-    return std::filesystem::path(ruta).parent_path();
+    return std::filesystem::path(ruta);
 }
 
 std::filesystem::path CarpetaAjustes()

@@ -87,3 +87,6 @@ inline constexpr UINT IDS_LEYENDO_COTITULARES = 149;
 inline constexpr UINT IDS_ASIGNANDO_TITULARIDAD = 150;
 inline constexpr UINT IDS_LEYENDO_ORTOS = 152;
 inline constexpr UINT IDS_GRABANDO_MODULOS = 185;
+// Status texts of the drawing library's phases, by which it reports with WM_ESTADO_ID.
+inline constexpr UINT IDS_DIBUJO_PRIMERO = 21001;
+inline constexpr UINT IDS_DIBUJO_ULTIMO = 21020;

@@ -35,6 +35,30 @@ constexpr CCadenaRecurso kCadenas[] = {
     {IDS_GRABANDO_MODULOS, "Grabando fichero de módulos"_ansi},
 };
 
+constexpr const char* kFasesDelDibujo[] = {
+    "Abriendo dibujo",
+    "Leyendo cabecera del dibujo",
+    "Leyendo entidades",
+    "Leyendo líneas"_ansi,
+    "Leyendo textos",
+    "Leyendo puntos",
+    "Leyendo topología"_ansi,
+    "Leyendo islas",
+    "Leyendo centroides",
+    "Construyendo contornos",
+    "Calculando superficies",
+    "Ordenando polígonos"_ansi,
+    "Ordenando entidades",
+    "Buscando islas",
+    "Asignando centroides",
+    "Indexando dibujo",
+    "Comprobando topología"_ansi,
+    "Grabando entidades",
+    "Grabando dibujo",
+    "Grabando topología"_ansi,
+};
+static_assert(std::size(kFasesDelDibujo) == IDS_DIBUJO_ULTIMO - IDS_DIBUJO_PRIMERO + 1);
+
 } // namespace
 
 std::span<const CCadenaRecurso> TablaDeCadenas()
@@ -43,6 +67,8 @@ std::span<const CCadenaRecurso> TablaDeCadenas()
         std::vector<CCadenaRecurso> tabla(std::begin(kCadenas), std::end(kCadenas));
         for (const CMensaje& mensaje : Catalogo())
             tabla.push_back({mensaje.numero, mensaje.texto});
+        for (UINT numero = IDS_DIBUJO_PRIMERO; const char* fase : kFasesDelDibujo)
+            tabla.push_back({numero++, fase});
         return tabla;
     }();
     return kTabla;

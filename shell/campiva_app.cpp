@@ -35,9 +35,11 @@ Ruta EligeRuta(const CTokens& tokens)
 
 BOOL CCampivaApp::InitInstance()
 {
+    InitCommonControls();
     CVersionApp::InitInstance();
     SetRegistryKey("VexaSoft");
     ReadResourceInformation();
+    ReadFileTime();
     m_pszHelpFilePath.Replace(".HLP", ".chm");
     CTokens tokens;
     CCadena(m_lpCmdLine).Leetira(kTokens, tokens.data());

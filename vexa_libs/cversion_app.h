@@ -1,5 +1,8 @@
 #pragma once
 
+#include <filesystem>
+#include <optional>
+
 #include "platform/cwinapp.h"
 
 /// Base of the application: gives it the values of the program's version block.
@@ -8,12 +11,16 @@ public:
     BOOL InitInstance() override { return 1; }
     /// Makes the values below available. Called once, at start-up.
     void ReadResourceInformation();
+    /// Notes when the program's file was last written. Called once, after the version block.
+    void ReadFileTime();
 
     CString GetAppProductName() const { return m_producto; }
     CString GetAppDescription() const { return m_descripcion; }
     CString GetAppVersion() const { return m_version; }
     CString GetAppCopyright() const { return m_copyright; }
     CString GetAppCompany() const { return m_empresa; }
+    /// Nothing where the system doesn't tell.
+    std::optional<std::filesystem::file_time_type> GetAppFileTime() const { return m_fecha; }
 
 private:
     CString m_producto;
@@ -21,4 +28,5 @@ private:
     CString m_version;
     CString m_copyright;
     CString m_empresa;
+    std::optional<std::filesystem::file_time_type> m_fecha;
 };

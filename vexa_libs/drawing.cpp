@@ -1,10 +1,36 @@
 #include "vexa_libs/drawing.h"
 
+#include <utility>
+
 namespace vexageo {
 
 CDibujoVexa::CDibujoVexa(const CDibujoVexa& otro) : m_semilla(otro.m_semilla)
 {
     *this = otro;
+}
+
+CDibujoVexa::CDibujoVexa(CDibujoVexa&& otro) noexcept : m_semilla(otro.m_semilla)
+{
+    Intercambia(otro);
+}
+
+CDibujoVexa& CDibujoVexa::operator=(CDibujoVexa&& otro) noexcept
+{
+    CDibujoVexa tomado(std::move(otro));
+    Intercambia(tomado);
+    return *this;
+}
+
+void CDibujoVexa::Intercambia(CDibujoVexa& otro) noexcept
+{
+    std::swap(m_lineas, otro.m_lineas);
+    std::swap(m_textos, otro.m_textos);
+    std::swap(m_puntos, otro.m_puntos);
+    std::swap(m_borrados, otro.m_borrados);
+    std::swap(m_mensajes, otro.m_mensajes);
+    std::swap(m_semilla, otro.m_semilla);
+    std::swap(m_maximas, otro.m_maximas);
+    m_entidades.swap(otro.m_entidades);
 }
 
 CDibujoVexa& CDibujoVexa::operator=(const CDibujoVexa& otro)

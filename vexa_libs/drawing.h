@@ -13,9 +13,9 @@ public:
     /// \param semilla  its decimals; null for the default. It must live as long as the drawing.
     explicit CDibujoVexa(const CDataSemilla* semilla = nullptr) : m_semilla(semilla) {}
     CDibujoVexa(const CDibujoVexa& otro);
-    CDibujoVexa(CDibujoVexa&&) noexcept = default;
+    CDibujoVexa(CDibujoVexa&& otro) noexcept; ///< leaves the other one empty
     CDibujoVexa& operator=(const CDibujoVexa& otro);
-    CDibujoVexa& operator=(CDibujoVexa&&) noexcept = default;
+    CDibujoVexa& operator=(CDibujoVexa&& otro) noexcept;
     ~CDibujoVexa() = default;
 
     /// Keeps a copy of the entity, behind those that are there.
@@ -40,6 +40,8 @@ public:
     CMaximas<double> GetMaximasDouble() const; ///< in metres
 
 private:
+    void Intercambia(CDibujoVexa& otro) noexcept;
+
     unsigned m_lineas = 0;
     unsigned m_textos = 0;
     unsigned m_puntos = 0;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <type_traits>
 #include <vector>
 
 #include "platform/cfile.h"
@@ -37,6 +38,8 @@ private:
 /// What all entities have: type, code, points, and the text of those that carry one.
 template <class T>
 class CEntidadVexa {
+    static_assert(std::is_same_v<T, int>, "a drawing holds whole coordinates alone");
+
 public:
     CEntidadVexa() = default;
     explicit CEntidadVexa(const CTipoDat& tipo) : m_tipo(tipo) {}

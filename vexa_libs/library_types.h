@@ -1,7 +1,8 @@
 #pragma once
 
-#include <array>
+#include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <vector>
 
 #include "platform/cstring.h"
@@ -28,16 +29,15 @@ struct CVexaTab {
 
 /// A table of numbers, row by row.
 struct CIndices {
-    /// Makes it of `filas` times `columnas` places that all hold `valor`; none for a size below 1.
+    /// Notes the three values and makes the table of `filas` times `columnas` places that all hold
+    /// `valor`; none where that product is below 1.
     void Inicializa(int filas, int columnas, int valor)
     {
-        const bool vacia = filas < 1 || columnas < 1;
+        const std::int64_t sitios = std::int64_t{filas} * columnas;
+        indices.assign(static_cast<std::size_t>(std::max<std::int64_t>(sitios, 0)), valor);
         primero = filas;
         segundo = columnas;
         tercero = valor;
-        indices.assign(vacia ? 0
-                             : static_cast<std::size_t>(filas) * static_cast<std::size_t>(columnas),
-                       valor);
     }
 
     std::vector<int> indices;

@@ -51,6 +51,7 @@ public:
     int Indices() const { return static_cast<int>(m_indices.size()); }
     int IndiceTramos(int i) const { return m_indices[static_cast<std::size_t>(i)]; }
     void IndiceNuevo(int indice) { m_indices.push_back(indice); }
+    void OlvidaIndices() { m_indices.clear(); }
 
     int Islas() const { return static_cast<int>(m_islas.size()); }
     CPoligonoTopologico Isla(int i) const { return m_islas[static_cast<std::size_t>(i)]; }

@@ -51,32 +51,48 @@ bool LeeRotulo(const CPoligonoTopologico& poligono, CFile* dibujo, CTexto<int>& 
 
 bool CTopologia::Read(CFile* dibujo, CFile* poligonos)
 {
-    m_poligonos.clear();
-    m_indiceListo = false;
+    *this = CTopologia();
     CPoligonoTopologico poligono;
     while (poligono.Read(poligonos)) {
         poligono.SetPadre(-1);
-        if (poligono.EsIsla()) {
-            if (!m_poligonos.empty())
-                m_poligonos.back().poligono.InsertaIsla(poligono);
-            continue;
-        }
-        m_poligonos.push_back({poligono, {}, Contorno(poligono, dibujo), {}});
-        CTexto<int> rotulo("nuevo");
-        if (LeeRotulo(poligono, dibujo, rotulo) && rotulo.Tipo().EsTexto())
-            m_poligonos.back().texto = rotulo.Texto();
+        if (!poligono.EsIsla())
+            m_poligonos.push_back(poligono);
+        else if (!m_poligonos.empty())
+            m_poligonos.back().InsertaIsla(poligono);
     }
-    for (CElemento& elemento : m_poligonos)
-        for (const CPoligonoTopologico& isla : elemento.poligono.ListaIslas())
-            elemento.islas.push_back(Contorno(isla, dibujo));
+    for (CPoligonoTopologico& leido : m_poligonos)
+        TomaEntidades(leido, dibujo);
     return true;
+}
+
+void CTopologia::TomaEntidades(CPoligonoTopologico& poligono, CFile* dibujo)
+{
+    poligono.OlvidaIndices();
+    poligono.IndiceNuevo(Guarda(Contorno(poligono, dibujo)));
+    for (const CPoligonoTopologico& isla : poligono.ListaIslas())
+        poligono.IndiceNuevo(Guarda(Contorno(isla, dibujo)));
+    CTexto<int> rotulo("nuevo");
+    const bool hayTexto = LeeRotulo(poligono, dibujo, rotulo) && rotulo.Tipo().EsTexto();
+    poligono.IndiceCentroide(hayTexto ? Guarda(rotulo) : -1);
+}
+
+int CTopologia::Guarda(const CEntidadVexa<int>& entidad)
+{
+    m_dibujo.Inserta(entidad);
+    return static_cast<int>(m_dibujo.Cantidad()) - 1;
+}
+
+const CLinea<int>& CTopologia::Anillo(const CPoligonoTopologico& poligono, int k) const
+{
+    return static_cast<const CLinea<int>&>(
+        *m_dibujo[static_cast<unsigned>(poligono.IndiceTramos(k))]);
 }
 
 void CTopologia::OrdenaPoligonos()
 {
     std::stable_sort(m_poligonos.begin(), m_poligonos.end(),
-                     [](const CElemento& a, const CElemento& b) {
-                         return a.poligono.NumPoligono() < b.poligono.NumPoligono();
+                     [](const CPoligonoTopologico& a, const CPoligonoTopologico& b) {
+                         return a.NumPoligono() < b.NumPoligono();
                      });
     m_indiceListo = false;
 }
@@ -85,7 +101,7 @@ void CTopologia::PreparaIndice() const
 {
     m_indice = CIndiceAnillos();
     for (int i = 0; i < Poligonos(); ++i)
-        m_indice.Añade(Elemento(i).contorno.Puntos(), DameArea(i), i);
+        m_indice.Añade(Anillo(Poligono(i), 0).Puntos(), DameArea(i), i);
     m_indiceListo = true;
 }
 
@@ -94,13 +110,22 @@ int CTopologia::EncuentraPoligono(const CPunto<int>& punto) const
     if (!m_indiceListo)
         PreparaIndice();
     return m_indice.Busca(punto, [&](int i) {
-        const CElemento& elemento = Elemento(i);
-        return elemento.contorno.EstaDentro(punto) != 0 &&
-               std::none_of(elemento.islas.begin(), elemento.islas.end(),
-                            [&](const CLinea<int>& isla) {
-                                return Situa(isla.Puntos(), punto) == Lugar::Dentro;
-                            });
+        const CPoligonoTopologico& poligono = Poligono(i);
+        if (Anillo(poligono, 0).EstaDentro(punto) == 0)
+            return false;
+        for (int k = 1; k <= poligono.Islas(); ++k)
+            if (Situa(Anillo(poligono, k).Puntos(), punto) == Lugar::Dentro)
+                return false;
+        return true;
     });
+}
+
+CString CTopologia::DameTextoCentroide(int i) const
+{
+    const int indice = Poligono(i).IndiceCentroide();
+    return indice < 0
+               ? CString()
+               : static_cast<const CTexto<int>*>(m_dibujo[static_cast<unsigned>(indice)])->Texto();
 }
 
 CPunto<int> CTopologia::DameCentroide(int i, bool interior) const

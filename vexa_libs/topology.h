@@ -30,7 +30,10 @@ public:
     void OrdenaPoligonos();
 
     int Poligonos() const { return static_cast<int>(m_poligonos.size()); }
-    const CPoligonoTopologico& Poligono(int i) const { return Elemento(i).poligono; }
+    const CPoligonoTopologico& Poligono(int i) const
+    {
+        return m_poligonos[static_cast<std::size_t>(i)];
+    }
     /// Index of the polygon that holds the point: in its outer ring, boundary included, and not
     /// strictly inside one of its own islands. Of several the one of least area, then the first;
     /// -1 if none does.
@@ -38,28 +41,24 @@ public:
     /// The centroid; with `interior`, the interior point of a polygon that has none.
     CPunto<int> DameCentroide(int i, bool interior) const;
     /// Text of the centroid; empty where it has none that can be read.
-    CString DameTextoCentroide(int i) const { return Elemento(i).texto; }
+    CString DameTextoCentroide(int i) const;
     /// Square metres, islands included as they are stored.
     double DameArea(int i) const { return Poligono(i).Area(); }
     /// Index of the polygon around it in another topology, -1 until it is set.
-    void SetPadre(int i, int padre)
-    {
-        m_poligonos[static_cast<std::size_t>(i)].poligono.SetPadre(padre);
-    }
+    void SetPadre(int i, int padre) { m_poligonos[static_cast<std::size_t>(i)].SetPadre(padre); }
     int GetPadre(int i) const { return Poligono(i).GetPadre(); }
 
 private:
-    struct CElemento {
-        CPoligonoTopologico poligono;
-        CString texto;
-        CLinea<int> contorno;
-        std::vector<CLinea<int>> islas;
-    };
-
-    const CElemento& Elemento(int i) const { return m_poligonos[static_cast<std::size_t>(i)]; }
+    void TomaEntidades(CPoligonoTopologico& poligono, CFile* dibujo);
+    int Guarda(const CEntidadVexa<int>& entidad);
+    /// The k-th of a polygon's rings: first its own boundary, then those of its islands.
+    const CLinea<int>& Anillo(const CPoligonoTopologico& poligono, int k) const;
     void PreparaIndice() const;
 
-    std::vector<CElemento> m_poligonos;
+    std::vector<CPoligonoTopologico> m_poligonos;
+    /// What they point to in their drawing: a polygon's centroid index and its list of indexes are
+    /// positions here.
+    CDibujoVexa m_dibujo;
     mutable CIndiceAnillos m_indice;
     mutable bool m_indiceListo = false;
 };

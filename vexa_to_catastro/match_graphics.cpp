@@ -7,21 +7,24 @@ bool CVexaACampiva2Dlg::CruzaGraficoConBase(CStdioFile* log, int* numErrores, in
                                             CMunicipio* municipio)
 {
     const CAvisos avisos{*log, *numErrores, *numWarnings};
-    CCruce cruce{avisos, *municipio, {}, {}, {}};
+    CCruce cruce{avisos, *municipio, {}, {}};
     std::vector<CString> entradas;
-    if (!LeeParajes(avisos, *municipio) || !LeeModulos(avisos, *municipio) ||
-        !LeeTitulares(avisos, *municipio) || !LeeParcelas(avisos, *municipio) ||
-        !LeeSubparcelas(avisos, *municipio) || !LeeCotitulares(avisos, *municipio) ||
-        !LeeOrtos(cruce) || !LeeListaPoligonos(entradas, log) || !RecorrePoligonos(entradas, cruce))
+    if (!LeeParajes(log, numErrores, numWarnings, municipio) ||
+        !LeeModulos(log, numErrores, numWarnings, municipio) ||
+        !LeeTitulares(log, numErrores, numWarnings, municipio) ||
+        !LeeParcelas(log, numErrores, numWarnings, municipio) ||
+        !LeeSubparcelas(log, numErrores, numWarnings, municipio) ||
+        !LeeCotitulares(log, numErrores, numWarnings, municipio) || !LeeOrtos() ||
+        !LeeListaPoligonos(entradas) || !RecorrePoligonos(entradas, cruce))
         return false;
-    CompruebaGrafico(log, numErrores, municipio, cruce.parcelasVistas, cruce.subparcelasVistas);
+    CompruebaGrafico(log, numErrores, municipio, cruce.ParcelasVistas, cruce.SubparcelasVistas);
     CompruebaSuperficies(log, numErrores, numWarnings, municipio);
     return true;
 }
 
-bool CVexaACampiva2Dlg::LeeListaPoligonos(std::vector<CString>& entradas, CStdioFile* log)
+bool CVexaACampiva2Dlg::LeeListaPoligonos(std::vector<CString>& entradas)
 {
-    Fase(IDS_LEYENDO_POLIGONOS, log);
+    Fase(IDS_LEYENDO_POLIGONOS);
     CStdioFile lista;
     if (!AbreEntrada(lista, ArchivoTren))
         return false;

@@ -85,8 +85,8 @@ void CVexaACampiva2Dlg::AjustaParcela(int indice, const CPoligonoTopologico& reg
         parcela.Superficie = Corta((registro.EsIsla() ? parcela.Superficie + area : area) + 0.5);
     parcela.x = Recorta(punto.X);
     parcela.y = Recorta(punto.Y);
-    cruce.parcelasVistas.push_back(indice);
-    if (const CString* orto = cruce.ortos.BuscaOrto(punto))
+    cruce.ParcelasVistas.push_back(indice);
+    if (const CString* orto = m_ortos.BuscaOrto(punto))
         parcela.numOrtofoto = *orto;
 }
 

@@ -6,7 +6,6 @@
 #include "cadastre/municipality.h"
 #include "vexa_libs/drawing.h"
 #include "vexa_libs/ring_index.h"
-#include "vexa_to_catastro/ortho_zones.h"
 
 // What the matching of the drawings with the database keeps while it runs.
 
@@ -22,10 +21,9 @@ struct CSubparcelaVista {
 struct CCruce {
     CAvisos avisos;
     CMunicipio& municipio;
-    CZonasOrto ortos;
-    std::vector<int>
-        parcelasVistas; ///< indexes; a parcel in several pieces stands here several times
-    std::vector<CSubparcelaVista> subparcelasVistas;
+    /// Indexes of what a polygon touched; a parcel in several pieces stands here several times.
+    std::vector<int> ParcelasVistas;
+    std::vector<CSubparcelaVista> SubparcelasVistas;
 };
 
 /// Alive for one entry of the list: what its parcels leave for its subparcels.

@@ -90,7 +90,7 @@ void CVexaACampiva2Dlg::AjustaSubparcelas(const CAvisos& avisos, CParcela& parce
         suma += subparcela.superfic;
         if (!abstracta && !concentrada)
             subparcela.superfic = Corta(area + 0.5);
-        cruce.subparcelasVistas.push_back({indice, i});
+        cruce.SubparcelasVistas.push_back({indice, i});
     }
     if (const int diferencia = Corta(suma - area); abstracta && diferencia != 0)
         Avisa(avisos, kAbstractaDifiere, parcela.Polig, parcela.Parcela, letra, diferencia);

@@ -29,25 +29,25 @@ bool LeeHoja(const CPoligonoTopologico& hoja, CFile* bin, CLinea<int>& linea, CT
 
 void CZonasOrto::Inserta(const CLinea<int>& linea, const CTexto<int>& texto)
 {
-    const int indice = static_cast<int>(m_lineas.Cantidad());
-    m_lineas.Inserta(linea);
-    m_textos.Inserta(texto);
+    const int indice = static_cast<int>(LineasOrtos.Cantidad());
+    LineasOrtos.Inserta(linea);
+    TextosOrtos.Inserta(texto);
     m_indice.Añade(linea.Puntos(), 0, indice); // no sheet is preferred: the earlier one wins
 }
 
 const CString* CZonasOrto::BuscaOrto(const CPunto<int>& punto) const
 {
     const int i = m_indice.Busca(punto, [&](int k) {
-        return static_cast<const CLinea<int>*>(m_lineas[static_cast<unsigned>(k)])
+        return static_cast<const CLinea<int>*>(LineasOrtos[static_cast<unsigned>(k)])
                    ->EstaDentro(punto) != 0;
     });
     return i < 0 ? nullptr
-                 : &static_cast<const CTexto<int>*>(m_textos[static_cast<unsigned>(i)])->Texto();
+                 : &static_cast<const CTexto<int>*>(TextosOrtos[static_cast<unsigned>(i)])->Texto();
 }
 
-bool CVexaACampiva2Dlg::LeeOrtos(CCruce& cruce)
+bool CVexaACampiva2Dlg::LeeOrtos()
 {
-    Fase(IDS_LEYENDO_ORTOS, &cruce.avisos.log);
+    Fase(IDS_LEYENDO_ORTOS);
     CFile bin;
     CFile top;
     if (!AbreOrtos(bin, top, ArchivoOrtos))
@@ -64,7 +64,7 @@ bool CVexaACampiva2Dlg::LeeOrtos(CCruce& cruce)
             CajaError(cajas::kOrtosFueraDeFecha);
             return false;
         }
-        cruce.ortos.Inserta(linea, texto);
+        m_ortos.Inserta(linea, texto);
     }
     return true;
 }

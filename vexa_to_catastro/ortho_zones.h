@@ -11,8 +11,9 @@ public:
     /// Name of the first sheet that holds the point, null if none does.
     const CString* BuscaOrto(const vexageo::CPunto<int>& punto) const;
 
+    vexageo::CDibujoVexa LineasOrtos; ///< boundary of each sheet
+    vexageo::CDibujoVexa TextosOrtos; ///< its name, at the same index
+
 private:
-    vexageo::CDibujoVexa m_lineas; // LineasOrtos
-    vexageo::CDibujoVexa m_textos; // TextosOrtos, in step with the lines
     vexageo::CIndiceAnillos m_indice;
 };

@@ -30,10 +30,9 @@ constexpr std::size_t kCotitularPartici = 7;
 } // namespace
 
 bool CVexaACampiva2Dlg::LeeTabla(UINT estado, const CString& archivo, std::size_t n,
-                                 const CAvisos& avisos, const CMunicipio& municipio,
-                                 const CTomaFila& toma)
+                                 const CMunicipio& municipio, const CTomaFila& toma)
 {
-    Fase(estado, &avisos.log);
+    Fase(estado);
     CStdioFile tabla;
     if (!AbreEntrada(tabla, archivo))
         return false;
@@ -54,51 +53,57 @@ bool CVexaACampiva2Dlg::LeeTabla(UINT estado, const CString& archivo, std::size_
     return true;
 }
 
-bool CVexaACampiva2Dlg::LeeParajes(const CAvisos& avisos, CMunicipio& municipio)
+bool CVexaACampiva2Dlg::LeeParajes(CStdioFile* /*log*/, int* /*numErrores*/, int* /*numWarnings*/,
+                                   CMunicipio* municipio)
 {
     constexpr std::size_t kCampos = 5;
-    return LeeTabla(IDS_LEYENDO_PARAJES, ArchivoParajes, kCampos, avisos, municipio,
+    return LeeTabla(IDS_LEYENDO_PARAJES, ArchivoParajes, kCampos, *municipio,
                     [&](std::string_view /*fila*/, CCampos campos) {
                         if (campos[kParajeNumOrden].empty() || campos[kParajeNombre].empty())
                             return;
                         CParaje paraje(campos[kParajeNombre]);
                         paraje.NumOrden = static_cast<short>(LeeEntero(campos[kParajeNumOrden]));
-                        municipio.InsertaParaje(paraje);
+                        municipio->InsertaParaje(paraje);
                     });
 }
 
-bool CVexaACampiva2Dlg::LeeModulos(const CAvisos& avisos, CMunicipio& municipio)
+bool CVexaACampiva2Dlg::LeeModulos(CStdioFile* /*log*/, int* /*numErrores*/, int* /*numWarnings*/,
+                                   CMunicipio* municipio)
 {
     constexpr std::size_t kCampos = 2;
-    return LeeTabla(IDS_LEYENDO_MODULOS, ArchivoModulos, kCampos, avisos, municipio,
+    return LeeTabla(IDS_LEYENDO_MODULOS, ArchivoModulos, kCampos, *municipio,
                     [&](std::string_view fila, CCampos /*campos*/) {
                         CModulo modulo;
                         if (modulo.Lee(fila, kModoTabla))
-                            municipio.InsertaModulo(modulo);
+                            municipio->InsertaModulo(modulo);
                     });
 }
 
-bool CVexaACampiva2Dlg::LeeTitulares(const CAvisos& avisos, CMunicipio& municipio)
+bool CVexaACampiva2Dlg::LeeTitulares(CStdioFile* log, int* numErrores, int* numWarnings,
+                                     CMunicipio* municipio)
 {
+    const CAvisos avisos{*log, *numErrores, *numWarnings};
     constexpr std::size_t kCampos = 2;
-    return LeeTabla(IDS_LEYENDO_TITULARES, ArchivoTitulares, kCampos, avisos, municipio,
+    return LeeTabla(IDS_LEYENDO_TITULARES, ArchivoTitulares, kCampos, *municipio,
                     [&](std::string_view fila, CCampos /*campos*/) {
                         CTitular titular;
                         if (!titular.Lee(fila, kModoTabla))
                             return;
-                        AvisaConflicto(avisos, municipio, titular);
-                        municipio.InsertaTitular(std::move(titular));
+                        AvisaConflicto(avisos, *municipio, titular);
+                        municipio->InsertaTitular(std::move(titular));
                     });
 }
 
-bool CVexaACampiva2Dlg::LeeParcelas(const CAvisos& avisos, CMunicipio& municipio)
+bool CVexaACampiva2Dlg::LeeParcelas(CStdioFile* log, int* numErrores, int* numWarnings,
+                                    CMunicipio* municipio)
 {
+    const CAvisos avisos{*log, *numErrores, *numWarnings};
     constexpr std::size_t kCampos = 15;
-    return LeeTabla(IDS_LEYENDO_PARCELAS, ArchivoParcelas, kCampos, avisos, municipio,
+    return LeeTabla(IDS_LEYENDO_PARCELAS, ArchivoParcelas, kCampos, *municipio,
                     [&](std::string_view fila, CCampos campos) {
                         if (!campos[kNumImputa].empty() && !campos[kTit].empty() &&
                             !campos[kPartici].empty())
-                            TomaParcela(fila, campos, avisos, municipio);
+                            TomaParcela(fila, campos, avisos, *municipio);
                     });
 }
 
@@ -134,15 +139,17 @@ void CVexaACampiva2Dlg::TomaParcela(std::string_view fila, CCampos campos, const
         municipio.DameTitular(titular).InsertaPropiedad(i, partici, campos[kTit]);
 }
 
-bool CVexaACampiva2Dlg::LeeSubparcelas(const CAvisos& avisos, CMunicipio& municipio)
+bool CVexaACampiva2Dlg::LeeSubparcelas(CStdioFile* log, int* numErrores, int* numWarnings,
+                                       CMunicipio* municipio)
 {
+    const CAvisos avisos{*log, *numErrores, *numWarnings};
     constexpr std::size_t kCampos = 6;
-    return LeeTabla(IDS_LEYENDO_SUBPARCELAS, ArchivoSubparcelas, kCampos, avisos, municipio,
+    return LeeTabla(IDS_LEYENDO_SUBPARCELAS, ArchivoSubparcelas, kCampos, *municipio,
                     [&](std::string_view fila, CCampos campos) {
                         const int polig = LeeEntero(campos[kPolig]);
                         const int numero = LeeEntero(campos[kParcela]);
                         int i = kNoEncontrado;
-                        if (!municipio.BuscaParcela(polig, numero, i)) {
+                        if (!municipio->BuscaParcela(polig, numero, i)) {
                             Avisa(avisos, kSubparcelaSinParcela, polig, numero, campos[kLetra]);
                             return;
                         }
@@ -150,7 +157,7 @@ bool CVexaACampiva2Dlg::LeeSubparcelas(const CAvisos& avisos, CMunicipio& munici
                         if (!subparcela.Lee(fila, kModoTabla))
                             return;
                         const CString letra = subparcela.letra;
-                        CParcela& parcela = municipio.DameParcela(i);
+                        CParcela& parcela = municipio->DameParcela(i);
                         bool repetida = false;
                         parcela.InsertaSubparcela(std::move(subparcela), repetida);
                         if (repetida)
@@ -159,20 +166,22 @@ bool CVexaACampiva2Dlg::LeeSubparcelas(const CAvisos& avisos, CMunicipio& munici
                     });
 }
 
-bool CVexaACampiva2Dlg::LeeCotitulares(const CAvisos& avisos, CMunicipio& municipio)
+bool CVexaACampiva2Dlg::LeeCotitulares(CStdioFile* log, int* numErrores, int* numWarnings,
+                                       CMunicipio* municipio)
 {
+    const CAvisos avisos{*log, *numErrores, *numWarnings};
     constexpr std::size_t kCampos = 8;
-    return LeeTabla(IDS_LEYENDO_COTITULARES, ArchivoCotitulares, kCampos, avisos, municipio,
+    return LeeTabla(IDS_LEYENDO_COTITULARES, ArchivoCotitulares, kCampos, *municipio,
                     [&](std::string_view /*fila*/, CCampos campos) {
                         const int polig = LeeEntero(campos[kPolig]);
                         const int numero = LeeEntero(campos[kParcela]);
                         int i = kNoEncontrado;
-                        if (!municipio.BuscaParcela(polig, numero, i)) {
+                        if (!municipio->BuscaParcela(polig, numero, i)) {
                             Avisa(avisos, kCotitularSinParcela, polig, numero);
                             return;
                         }
                         const int numOrden = LeeEntero(campos[kCotitularNumOrden]);
-                        const int titular = municipio.BuscaTitularNumOrden(numOrden);
+                        const int titular = municipio->BuscaTitularNumOrden(numOrden);
                         if (titular < 0) {
                             Avisa(avisos, kCotitularSinTitular, numOrden);
                             return;
@@ -180,9 +189,9 @@ bool CVexaACampiva2Dlg::LeeCotitulares(const CAvisos& avisos, CMunicipio& munici
                         if (campos[kCotitularTit].empty() || campos[kCotitularPartici].empty())
                             return;
                         const int partici = LeeEntero(campos[kCotitularPartici]);
-                        municipio.DameParcela(i).InsertaCotitular(titular, kSinOrden, partici,
-                                                                  campos[kCotitularTit]);
-                        municipio.DameTitular(titular).InsertaPropiedad(i, partici,
-                                                                        campos[kCotitularTit]);
+                        municipio->DameParcela(i).InsertaCotitular(titular, kSinOrden, partici,
+                                                                   campos[kCotitularTit]);
+                        municipio->DameTitular(titular).InsertaPropiedad(i, partici,
+                                                                         campos[kCotitularTit]);
                     });
 }

@@ -75,8 +75,7 @@ void CVexaACampiva2Dlg::OnOK()
     const auto salida = [&](const char* extension) {
         return FicheroDeLista(CCadena(ArchivoTren).DamePath(), cabecera.nombreSalida, extension);
     };
-    CStdioFile log;
-    if (!CreaLog(log, salida("ERR"), Entradas()))
+    if (!CreaLog(salida("ERR"), Entradas()))
         return;
 
     int numErrores = 0;
@@ -84,14 +83,15 @@ void CVexaACampiva2Dlg::OnOK()
     ActivaControles(false);
     ParcelasNoSalvadas = false;
     const bool cruzado =
-        CruzaGraficoConBase(&log, &numErrores, &numWarnings, &base.DameMunicipio(indice));
-    log.Close();
+        CruzaGraficoConBase(&Log(), &numErrores, &numWarnings, &base.DameMunicipio(indice));
+    m_ortos = {};
+    Log().Close();
     if (cruzado) {
         base.Ordena();
         if (GrabaSalida(base, salida("R"), salida("M")))
             Despide(base, cabecera.Mun, numErrores, numWarnings);
     }
-    Fase(IDS_NADA, nullptr);
+    Fase(IDS_NADA);
     ActivaControles(true);
 }
 

@@ -12,6 +12,7 @@
 #include "shell/frame/translation_dialog.h"
 #include "vexa_libs/topological_polygon.h"
 #include "vexa_to_catastro/match_state.h"
+#include "vexa_to_catastro/ortho_zones.h"
 
 /// Second translation: brings the tables of one municipality into line with its drawings, reports
 /// every disagreement, and writes the exchange files.
@@ -55,27 +56,27 @@ private:
                              CMunicipio* municipio);
 
     // The six tables, in the order in which records need one another.
-    bool LeeParajes(const CAvisos& avisos, CMunicipio& municipio);
-    bool LeeModulos(const CAvisos& avisos, CMunicipio& municipio);
-    bool LeeTitulares(const CAvisos& avisos, CMunicipio& municipio);
-    bool LeeParcelas(const CAvisos& avisos, CMunicipio& municipio);
-    bool LeeSubparcelas(const CAvisos& avisos, CMunicipio& municipio);
-    bool LeeCotitulares(const CAvisos& avisos, CMunicipio& municipio);
+    bool LeeParajes(CStdioFile* log, int* numErrores, int* numWarnings, CMunicipio* municipio);
+    bool LeeModulos(CStdioFile* log, int* numErrores, int* numWarnings, CMunicipio* municipio);
+    bool LeeTitulares(CStdioFile* log, int* numErrores, int* numWarnings, CMunicipio* municipio);
+    bool LeeParcelas(CStdioFile* log, int* numErrores, int* numWarnings, CMunicipio* municipio);
+    bool LeeSubparcelas(CStdioFile* log, int* numErrores, int* numWarnings, CMunicipio* municipio);
+    bool LeeCotitulares(CStdioFile* log, int* numErrores, int* numWarnings, CMunicipio* municipio);
 
     using CCampos = std::span<const std::string_view>;
     using CTomaFila = std::function<void(std::string_view fila, CCampos campos)>;
     /// Reads a table and hands each row of the municipality to `toma`, with its first `n` fields.
     /// False, with a box where the file can't be opened, if the run must end.
-    bool LeeTabla(UINT estado, const CString& archivo, std::size_t n, const CAvisos& avisos,
-                  const CMunicipio& municipio, const CTomaFila& toma);
+    bool LeeTabla(UINT estado, const CString& archivo, std::size_t n, const CMunicipio& municipio,
+                  const CTomaFila& toma);
     void TomaParcela(std::string_view fila, CCampos campos, const CAvisos& avisos,
                      CMunicipio& municipio);
 
     /// Loads the orthophoto sheets. Without their files there are none and the run goes on; false
     /// if it must end.
-    bool LeeOrtos(CCruce& cruce);
+    bool LeeOrtos();
     /// Loads the entries of the list file, one a polygon. False, with a box, if it can't be opened.
-    bool LeeListaPoligonos(std::vector<CString>& entradas, CStdioFile* log);
+    bool LeeListaPoligonos(std::vector<CString>& entradas);
     bool RecorrePoligonos(const std::vector<CString>& entradas, CCruce& cruce);
     void CruzaPoligono(const CString& entrada, CCruce& cruce);
 
@@ -109,6 +110,7 @@ private:
     void Despide(CBaseCatastro& base, short mun, int numErrores, int numWarnings);
 
     bool ParcelasNoSalvadas = false; ///< a parcel of this run couldn't be stored
+    CZonasOrto m_ortos;              ///< alive for the matching
 
     const std::array<CCampo, 12> m_campos = {{
         {IDC_COTITULARES, "ArchivoCotitulares", &ArchivoCotitulares},

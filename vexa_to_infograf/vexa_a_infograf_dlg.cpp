@@ -31,16 +31,16 @@ void CVexaAInfografDlg::OnOK()
     lista.Close();
 
     const CString carpeta = CCadena(ArchivoTren).DamePath();
-    CStdioFile err; // nothing is written to it; whoever collects a run's files looks for it
     CStdioFile csp;
     const std::vector<CString> fuentes = {ArchivoTren, ArchivoOrtos};
-    if (!CreaLog(err, FicheroDeLista(carpeta, nombreSalida, "ERR"), fuentes) ||
+    // Nothing is written to the log; whoever collects a run's files looks for it.
+    if (!CreaLog(FicheroDeLista(carpeta, nombreSalida, "ERR"), fuentes) ||
         !CreaSalida(csp, FicheroDeLista(carpeta, nombreSalida, "CSP"), cajas::kNoSeCrea, fuentes))
         return;
     ActivaControles(false);
     GrabaInfograf(&csp, entradas, carpeta);
-    err.Close();
+    Log().Close();
     csp.Close();
-    Fase(IDS_NADA, nullptr);
+    Fase(IDS_NADA);
     ActivaControles(true);
 }

@@ -92,7 +92,7 @@ bool CVexaAInfografDlg::GrabaInfograf(CStdioFile* csp, const std::vector<CString
 
 CTopologia CVexaAInfografDlg::LeeOrtos()
 {
-    Fase(IDS_LEYENDO_ORTOS, nullptr);
+    Fase(IDS_LEYENDO_ORTOS);
     CFile bin;
     CFile top;
     CTopologia ortos;
@@ -127,7 +127,7 @@ bool CVexaAInfografDlg::LeeEntrada(const CString& carpeta, const CString& nombre
 bool CVexaAInfografDlg::Recorre(UINT fase, const std::optional<CTopologia>& topologia,
                                 const std::function<void(int)>& graba)
 {
-    Fase(fase, nullptr);
+    Fase(fase);
     const int cuantos = topologia ? topologia->Poligonos() : 0;
     for (int i = 0; i < cuantos; ++i) {
         if (!Avanza(static_cast<unsigned>(i), static_cast<unsigned>(cuantos)))

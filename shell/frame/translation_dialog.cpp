@@ -127,7 +127,8 @@ LRESULT CTraduccionDlg::WindowProc(UINT mensaje, WPARAM wParam, LPARAM lParam)
     } catch (const CFileException& fallo) {
         CajaError(cajas::kNoSeEscribe, fallo.m_strFileName);
         m_escritos.salidas.clear(); // which of them are whole isn't told
-        Fase(IDS_NADA, nullptr);
+        m_log.Close();
+        Fase(IDS_NADA);
         ActivaControles(true);
         return 0;
     }
@@ -208,10 +209,9 @@ void CTraduccionDlg::EjecutaEnLote()
     SendMessage(WM_COMMAND, IDOK, 0);
 }
 
-void CTraduccionDlg::Fase(UINT idTexto, CStdioFile* log)
+void CTraduccionDlg::Fase(UINT idTexto)
 {
-    if (log != nullptr)
-        log->Flush();
+    m_log.Flush();
     SendMessage(WM_ESTADO_ID, idTexto, 0);
 }
 
@@ -277,8 +277,7 @@ bool CTraduccionDlg::CreaSalida(CStdioFile& fichero, const CString& nombre, cons
     return Crea(fichero, nombre, 0, queja, entradas);
 }
 
-bool CTraduccionDlg::CreaLog(CStdioFile& log, const CString& nombre,
-                             const std::vector<CString>& entradas)
+bool CTraduccionDlg::CreaLog(const CString& nombre, const std::vector<CString>& entradas)
 {
-    return Crea(log, nombre, CFile::modeInPlace, cajas::kNoSeCrea, entradas);
+    return Crea(m_log, nombre, CFile::modeInPlace, cajas::kNoSeCrea, entradas);
 }

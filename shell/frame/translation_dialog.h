@@ -69,9 +69,9 @@ protected:
     /// controls and runs. The user can stop such a run, but nothing of it is stored.
     void EjecutaEnLote();
 
-    // What a translator calls. A phase also brings the log's lines to the disk.
-    /// \param log  the run's log, null where it is closed already
-    void Fase(UINT idTexto, CStdioFile* log);
+    // What a translator calls.
+    /// Opens a phase; what the log holds so far goes to the disk.
+    void Fase(UINT idTexto);
     /// Ticks inside a loop. False when the user wants to stop.
     bool Avanza(std::uint64_t posicion, std::uint64_t total);
 
@@ -96,8 +96,9 @@ protected:
     /// inputs, which would be lost.
     bool CreaSalida(CStdioFile& fichero, const CString& nombre, const char* queja,
                     const std::vector<CString>& entradas = {});
-    /// Creates the log of a run in the same way, in its place.
-    bool CreaLog(CStdioFile& log, const CString& nombre, const std::vector<CString>& entradas);
+    /// Creates the log of the run in the same way, in its place.
+    bool CreaLog(const CString& nombre, const std::vector<CString>& entradas);
+    CStdioFile& Log() { return m_log; }
 
 private:
     void MuestraError(const CString& texto);
@@ -113,6 +114,7 @@ private:
     void OnBuscar(const CBusqueda& busqueda);
 
     bool m_enLote = false;
-    UINT m_focoAntes = 0;  ///< where the focus was before the run
+    UINT m_focoAntes = 0; ///< where the focus was before the run
+    CStdioFile m_log;     ///< of the run at work
     CEscritos m_escritos; ///< by the run at work
 };

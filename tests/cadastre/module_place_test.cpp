@@ -106,6 +106,14 @@ TEST(Modulo, RefusesARowWithoutARequiredFieldAndLeavesTheRecordAlone)
     DeFila("||  ||    ");  // blanks aren't empty
 }
 
+TEST(Modulo, KeepsWhatAnEmptyFieldOfTheRowWouldSet)
+{
+    CModulo modulo = DeFila("||LR|3|Prado||0.29"); // a product that the cut takes a hundredth from
+    ASSERT_TRUE(modulo.Lee(Fila("||LR||Prado"), kModoTabla));
+    EXPECT_EQ(modulo.Inten, 3);
+    EXPECT_EQ(modulo.Jornadas, 28);
+}
+
 TEST(Modulo, WritesARecordOf80ColumnsAndAWholeRow)
 {
     const CModulo modulo =

@@ -3,6 +3,7 @@
 #include "tests/support/files.h"
 #include "vexa_libs/binary.h"
 #include "vexa_libs/drawing.h"
+#include "vexa_libs/library_types.h"
 #include "vexa_libs/topology.h"
 
 using namespace vexageo; // NOLINT(google-build-using-namespace): it is all about that library
@@ -329,4 +330,32 @@ TEST(Dibujo, CountsWhatItTookAndIsCopiedDeep)
     EXPECT_EQ(static_cast<CTexto<int>*>(copia[1])->Texto(), CString("2"));
     EXPECT_EQ(copia.GetMaximasInt().Minimo, CPunto<int>(-100, -5));
     EXPECT_EQ(copia.GetMaximasDouble().Maximo, CPunto<double>(0.05, 1.0));
+
+    const CDibujoVexa tomado = std::move(copia);
+    EXPECT_EQ(tomado.CantidadTextos(), 2U);
+    copia.Inserta(
+        linea); // NOLINT(bugprone-use-after-move): a drawing that was taken is an empty one
+    EXPECT_EQ(copia.CantidadTextos() + copia.CantidadBorrados(), 0U);
+    EXPECT_EQ(copia.CantidadLineas(), 1U);
+}
+
+TEST(Indices, HoldTheProductOfTheirSizes)
+{
+    constexpr struct {
+        const char* motivo;
+        int filas, columnas;
+        std::size_t sitios;
+    } kCasos[] = {
+        {"a table", 3, 4, 12},
+        {"nothing in one direction", 0, 4, 0},
+        {"less than nothing", -3, 4, 0},
+        {"a product of two negative sizes", -3, -4, 12},
+    };
+    for (const auto& caso : kCasos) {
+        SCOPED_TRACE(caso.motivo);
+        vexageo::CIndices indices;
+        indices.Inicializa(caso.filas, caso.columnas, -7);
+        EXPECT_EQ(indices.indices, std::vector<int>(caso.sitios, -7));
+        EXPECT_EQ(indices.primero * 100 + indices.segundo, caso.filas * 100 + caso.columnas);
+    }
 }
