@@ -13,6 +13,22 @@ constexpr UINT kConmutados[] = {
 
 } // namespace
 
+CCampivaAVexaDlg::CCampivaAVexaDlg() : CTraduccionDlg(IDD_CAMPIVA_A_VEXA)
+{
+    PonValoresIniciales();
+}
+
+void CCampivaAVexaDlg::PonValoresIniciales()
+{
+    ArchivoModulos = "Modulos.txt";
+    ArchivoParajes = "Parajes.txt";
+    ArchivoParcelas = "Parcelas.txt";
+    ArchivoSubparcelas = "Subparcelas.txt";
+    ArchivoTitulares = "Titulares.txt";
+    ArchivoCotitulares = "Cotitulares.txt";
+    TipoEntrada = 0;
+}
+
 CTraduccionDlg::CDescripcion CCampivaAVexaDlg::Describe()
 {
     return {"CampivaAVexa", m_campos, m_busquedas, kConmutados};
@@ -38,12 +54,17 @@ int CCampivaAVexaDlg::EjecutaLote(const CString& entrada, const CString& modulos
 void CCampivaAVexaDlg::OnOK()
 {
     UpdateData(true);
+    const std::vector<CString> tablas = {ArchivoTitulares,   ArchivoParcelas, ArchivoModulos,
+                                         ArchivoSubparcelas, ArchivoParajes,  ArchivoCotitulares};
+    std::vector<CString> ficheros = tablas;
+    ficheros.push_back(ArchivoEntrada);
+    EmpiezaProceso(ficheros);
     CStdioFile entrada;
     if (!AbreEntrada(entrada, ArchivoEntrada))
         return;
     CCadena archivoErr = ArchivoEntrada;
     archivoErr.CambiaExtension("ERR");
-    if (!CreaLog(archivoErr, {ArchivoEntrada}))
+    if (!CreaLog(archivoErr, {ArchivoEntrada}, tablas))
         return;
 
     int numErrores = 0;
@@ -63,6 +84,5 @@ void CCampivaAVexaDlg::OnOK()
     resumen.Format(kResumenCatastro, static_cast<int>(base.Municipios().size()), base.NumParcelas(),
                    base.NumTitulares(), numErrores, numWarnings);
     MessageBox(resumen, cajas::kFin, MB_OK);
-    Fase(IDS_NADA);
-    ActivaControles(true);
+    AcabaProceso();
 }

@@ -12,7 +12,7 @@ struct CLecturaCatastro;
 /// First translation: reads what the cadastre delivers and writes the six table files.
 class CCampivaAVexaDlg : public CTraduccionDlg {
 public:
-    CCampivaAVexaDlg() : CTraduccionDlg(IDD_CAMPIVA_A_VEXA) {}
+    CCampivaAVexaDlg();
 
     /// A run from the command line, with the dialog hidden. Its stored settings give what the
     /// arguments don't. Gives 1, whatever the run came to.
@@ -31,6 +31,7 @@ public:
 
 protected:
     CDescripcion Describe() override;
+    void PonValoresIniciales() final;
     /// The run. It says what it has to say in boxes and in the log, `ArchivoEntrada` with the
     /// extension ERR. A stop by the user ends the reading; what was read is checked and written.
     void OnOK() override;
@@ -58,13 +59,13 @@ private:
 
     const std::array<CCampo, 8> m_campos = {{
         {IDC_ENTRADA, "ArchivoEntrada", &ArchivoEntrada},
-        {IDC_MODULOS, "ArchivoModulos", &ArchivoModulos, "Modulos.txt"},
-        {IDC_PARAJES, "ArchivoParajes", &ArchivoParajes, "Parajes.txt"},
-        {IDC_PARCELAS, "ArchivoParcelas", &ArchivoParcelas, "Parcelas.txt"},
-        {IDC_SUBPARCELAS, "ArchivoSubparcelas", &ArchivoSubparcelas, "Subparcelas.txt"},
-        {IDC_TITULARES, "ArchivoTitulares", &ArchivoTitulares, "Titulares.txt"},
+        {IDC_MODULOS, "ArchivoModulos", &ArchivoModulos},
+        {IDC_PARAJES, "ArchivoParajes", &ArchivoParajes},
+        {IDC_PARCELAS, "ArchivoParcelas", &ArchivoParcelas},
+        {IDC_SUBPARCELAS, "ArchivoSubparcelas", &ArchivoSubparcelas},
+        {IDC_TITULARES, "ArchivoTitulares", &ArchivoTitulares},
         {IDC_TIPO_ENTRADA, "TipoEntrada", &TipoEntrada},
-        {IDC_COTITULARES, "ArchivoCotitulares", &ArchivoCotitulares, "Cotitulares.txt"},
+        {IDC_COTITULARES, "ArchivoCotitulares", &ArchivoCotitulares},
     }};
     const std::array<CBusqueda, 1> m_busquedas = {
         {{IDC_BUSCAR_ENTRADA, &ArchivoEntrada, IDS_FILTRO_TODOS}}};

@@ -57,4 +57,5 @@ void CCampivaAVexaDlg::GrabaTablas(CBaseCatastro& base)
         tabla.graba(base, fichero);
         fichero.Close();
     }
+    ConfirmaSalidas();
 }

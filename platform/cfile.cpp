@@ -5,6 +5,8 @@
 #include <filesystem>
 #include <system_error>
 
+#include "platform/ansi.h"
+#include "platform/output_set.h"
 #include "platform/system.h"
 
 namespace {
@@ -14,10 +16,18 @@ constexpr std::size_t kLoteTrasSalto =
     std::size_t{4} * 1024; // an entity of a drawing seldom has more
 constexpr char kFinAntiguo = 0x1A;
 
+// Reasons of ours, by numbers of the system that no call on a file gives.
+const sistema::Error kAcortado = std::make_error_code(std::errc::no_message_available);
+
+constexpr const char* kNoSeEscribe = "Imposible escribir el archivo %s";
+constexpr const char* kNoSeLee = "Imposible leer el archivo %s";
+
+/// Stands in a log where lines of it couldn't be written.
+constexpr std::string_view kMarcaHueco = "\r\n*** Faltan mensajes: no se pudieron escribir ***\r\n";
+
 /// The name with its letters small: those of ASCII, and those of the code page in UTF-8.
-std::string EnMinusculas(const std::filesystem::path& nombre)
+std::string EnMinusculas(std::string texto)
 {
-    std::string texto = nombre.string();
     bool trasC3 = false;
     for (char& c : texto) {
         const auto byte = static_cast<unsigned char>(c);
@@ -30,25 +40,42 @@ std::string EnMinusculas(const std::filesystem::path& nombre)
     return texto;
 }
 
-/// The file itself if it is there; else the one file of its folder whose name differs in the case
-/// of its letters alone; else the name as it was.
-std::filesystem::path SinMayusculas(const std::filesystem::path& ruta)
-{
-    std::error_code error;
-    if (std::filesystem::exists(ruta, error))
-        return ruta;
-    const std::filesystem::path carpeta = ruta.has_parent_path() ? ruta.parent_path() : ".";
-    const std::string buscado = EnMinusculas(ruta.filename());
-    std::filesystem::path hallado;
-    std::filesystem::directory_iterator fichero(carpeta, error);
-    for (; !error && fichero != std::filesystem::directory_iterator(); fichero.increment(error)) {
-        if (EnMinusculas(fichero->path().filename()) != buscado)
-            continue;
-        if (!hallado.empty())
-            return ruta;
-        hallado = fichero->path();
+/// One file, or the knowledge that there are several.
+struct CCandidato {
+    std::filesystem::path nombre;
+    bool varios = false;
+
+    void Pon(const std::filesystem::path& otro)
+    {
+        varios = varios || !nombre.empty();
+        nombre = otro;
     }
-    return hallado.empty() ? ruta : hallado;
+    bool Sirve() const { return !nombre.empty() && !varios; }
+};
+
+/// The file itself if it is there. Else the one file of its folder whose name has the same letters,
+/// in the code page or in UTF-8; else the one whose letters differ in their case alone; else the
+/// name as it was.
+std::filesystem::path SinMayusculas(const std::filesystem::path& ruta, sistema::Error& error)
+{
+    if (sistema::Mira(ruta, error).tipo != sistema::CEstado::Tipo::NoHay || error)
+        return ruta;
+    const std::string mismas = ansi::AUtf8(sistema::Nombre(ruta.filename()));
+    const std::string parecidas = EnMinusculas(mismas);
+    CCandidato igual;
+    CCandidato parecido;
+    for (const std::filesystem::path& otro : sistema::Lista(ruta.parent_path(), error)) {
+        const std::string letras = ansi::AUtf8(sistema::Nombre(otro));
+        if (letras == mismas)
+            igual.Pon(otro);
+        else if (EnMinusculas(letras) == parecidas)
+            parecido.Pon(otro);
+    }
+    if (error == std::errc::no_such_file_or_directory || error == std::errc::permission_denied ||
+        error == std::errc::not_a_directory)
+        error.clear(); // opening it will tell
+    const CCandidato& mejor = igual.nombre.empty() ? parecido : igual;
+    return mejor.Sirve() ? ruta.parent_path() / mejor.nombre : ruta;
 }
 
 } // namespace
@@ -60,55 +87,143 @@ CFile::~CFile()
     Cierra();
 }
 
-bool CFile::Open(const CString& nombre, UINT modo)
+CString CFileException::Causa() const
+{
+    if (m_causa == kAcortado)
+        return "Termina antes de la longitud que tenía"_ansi;
+    if (m_causa == sistema::kDeOtro)
+        return "Otro proceso lo está escribiendo"_ansi;
+    return m_causa.message();
+}
+
+CString CFileException::Mensaje() const
+{
+    CString texto;
+    texto.Format(m_alLeer ? kNoSeLee : kNoSeEscribe, m_strFileName);
+    return texto + Detalle();
+}
+
+CString CFileException::Detalle() const
+{
+    return m_causa && !SeVe() ? "\n" + Causa() : CString();
+}
+
+bool CFileException::SeVe() const
+{
+    return m_causa == std::errc::no_such_file_or_directory ||
+           m_causa == std::errc::not_a_directory ||
+           (m_causa == std::errc::is_a_directory && !m_alLeer);
+}
+
+bool CFile::Open(const CString& nombre, UINT modo, CFileException* fallo,
+                 CConjuntoSalidas* conjunto)
 {
     Cierra();
     m_nombre = nombre;
+    m_fallo = {};
+    sistema::Error error;
+    if (m_bufer == nullptr)
+        m_bufer = std::make_unique<char[]>(kBufer);
+    bool abierto = false;
+    if ((modo & modeWrite) == 0)
+        abierto = AbreLectura(nombre, modo, error);
+    else if ((modo & modeInPlace) != 0)
+        abierto = AbreEnSitio(nombre, error);
+    else
+        abierto = AbreSalida(nombre, conjunto, error);
+    if (!abierto && fallo != nullptr)
+        *fallo = CFileException(nombre, error, (modo & modeWrite) == 0);
+    return abierto;
+}
+
+bool CFile::AbreLectura(const CString& nombre, UINT modo, sistema::Error& error)
+{
     std::filesystem::path ruta = sistema::Ruta(nombre);
     if ((modo & anyCase) != 0)
-        ruta = SinMayusculas(ruta);
-    std::error_code error;
-    if (std::filesystem::is_directory(ruta, error))
+        ruta = SinMayusculas(ruta, error);
+    if (error)
         return false;
-    if ((modo & modeWrite) == 0) {
-        m_lectura = sistema::AbreLectura(ruta);
-        m_longitud = m_lectura != nullptr ? sistema::Longitud(m_lectura) : 0;
-    } else if ((modo & modeInPlace) != 0) {
-        m_enSitio = sistema::AbreEscritura(ruta);
-    } else {
-        m_reemplazo.Abre(nombre);
+    m_lectura = sistema::Abre(ruta, sistema::Modo::Leer, error);
+    if (m_lectura == sistema::kCerrado)
+        return false;
+    const sistema::CEstado estado = sistema::Mira(m_lectura, error);
+    if (!error && estado.tipo == sistema::CEstado::Tipo::Carpeta)
+        error = std::make_error_code(std::errc::is_a_directory);
+    m_longitud = estado.largo;
+    m_esRegular = estado.tipo == sistema::CEstado::Tipo::Regular;
+    if (error)
+        Cierra();
+    return !error;
+}
+
+bool CFile::AbreEnSitio(const CString& nombre, sistema::Error& error)
+{
+    const std::filesystem::path ruta = sistema::Ruta(nombre);
+    if (sistema::Mira(ruta, error).tipo == sistema::CEstado::Tipo::Carpeta)
+        error = std::make_error_code(std::errc::is_a_directory);
+    if (error)
+        return false;
+    m_enSitio = sistema::Abre(ruta, sistema::Modo::EnSitio, error);
+    if (m_enSitio == sistema::kCerrado)
+        return false;
+    const bool regular = sistema::Mira(m_enSitio, error).tipo == sistema::CEstado::Tipo::Regular;
+    if (!error && regular && !sistema::Bloquea(m_enSitio, error) && !error)
+        error = sistema::kDeOtro;
+    if (!error && regular)
+        sistema::Recorta(m_enSitio, 0, error);
+    if (!error)
+        return true;
+    Cierra();
+    if (error == sistema::kDeOtro)
+        throw CFileException(nombre, error);
+    return false;
+}
+
+bool CFile::AbreSalida(const CString& nombre, CConjuntoSalidas* conjunto, sistema::Error& error)
+{
+    if (conjunto != nullptr) {
+        m_salida = conjunto->Abre(nombre, error);
+        return m_salida != nullptr;
     }
-    const bool abierto = m_lectura != nullptr || Escribiendo();
-    if (abierto && m_bufer == nullptr)
-        m_bufer = std::make_unique<char[]>(kBufer);
-    return abierto;
+    const auto apertura = m_reemplazo.Abre(nombre, error);
+    if (apertura == CReemplazo::Apertura::Ocupado)
+        throw CFileException(nombre, sistema::kDeOtro);
+    m_salida = apertura == CReemplazo::Apertura::Abierto ? &m_reemplazo : nullptr;
+    return m_salida != nullptr;
 }
 
 void CFile::Close()
 {
     if (Escribiendo())
         Vacia();
-    const bool confirmado = m_reemplazo.Fichero() == nullptr || m_reemplazo.Confirma();
+    if (m_salida == &m_reemplazo) {
+        const CSalidaNombrada sola[] = {{m_nombre, m_salida}};
+        ConfirmaSalidas(sola);
+    }
     Cierra();
-    if (!confirmado)
-        throw CFileException(m_nombre);
 }
 
-void CFile::Cierra()
+void CFile::Cierra() noexcept
 {
-    if (m_lectura != nullptr)
-        std::fclose(m_lectura);
-    if (m_enSitio != nullptr) {
-        Vuelca();
-        std::fclose(m_enSitio);
+    sistema::Error error;
+    if (m_lectura != sistema::kCerrado)
+        sistema::Cierra(m_lectura, error);
+    if (m_enSitio != sistema::kCerrado) {
+        VaciaEnSitio();
+        sistema::Cierra(m_enSitio, error);
+        if (error && !m_fallo.m_causa)
+            m_fallo.m_causa = error;
     }
     m_reemplazo.Desecha();
-    m_lectura = nullptr;
-    m_enSitio = nullptr;
+    m_salida = nullptr;
+    m_lectura = sistema::kCerrado;
+    m_enSitio = sistema::kCerrado;
+    m_hayHueco = false;
     m_lleno = 0;
     m_leido = 0;
     m_base = 0;
     m_longitud = 0;
+    m_esRegular = false;
     m_final = false;
     m_lote = kBufer;
 }
@@ -128,8 +243,30 @@ CString CFile::RutaCompleta(const CString& nombre)
 
 bool CFile::EsElMismo(const CString& uno, const CString& otro)
 {
-    std::error_code error;
-    return std::filesystem::equivalent(sistema::Ruta(uno), sistema::Ruta(otro), error) && !error;
+    sistema::Error error;
+    return sistema::Mira(sistema::Ruta(uno), error)
+        .EsElMismo(sistema::Mira(sistema::Ruta(otro), error));
+}
+
+bool CFile::EsAlguno(const CString& nombre, const std::vector<CString>& otros)
+{
+    return std::any_of(otros.begin(), otros.end(),
+                       [&](const CString& otro) { return EsElMismo(nombre, otro); });
+}
+
+bool CFile::SeriaElMismo(const CString& uno, const CString& otro)
+{
+    using Tipo = sistema::CEstado::Tipo;
+    if (uno.IsEmpty() || otro.IsEmpty())
+        return false;
+    sistema::Error error;
+    const auto ruta = CReemplazo::DestinoReal(sistema::Ruta(uno), error);
+    const auto otra = CReemplazo::DestinoReal(sistema::Ruta(otro), error);
+    const sistema::CEstado estado = sistema::Mira(ruta, error);
+    if (estado.tipo == Tipo::Regular)
+        return estado.EsElMismo(sistema::Mira(otra, error));
+    return estado.tipo == Tipo::NoHay && std::filesystem::absolute(ruta).lexically_normal() ==
+                                             std::filesystem::absolute(otra).lexically_normal();
 }
 
 std::string_view CFile::Mira(std::size_t minimo)
@@ -139,13 +276,7 @@ std::string_view CFile::Mira(std::size_t minimo)
         m_lleno -= m_leido;
         m_base += m_leido;
         m_leido = 0;
-        const std::size_t hasta = std::clamp(m_lote, minimo, kBufer);
-        while (m_lleno < hasta && !m_final) {
-            const std::size_t n =
-                std::fread(m_bufer.get() + m_lleno, 1, hasta - m_lleno, m_lectura);
-            m_final = n == 0;
-            m_lleno += n;
-        }
+        Llena(std::clamp(m_lote, minimo, kBufer));
         m_lote = kBufer;
         if (m_final) {
             std::string_view ultimo(m_bufer.get(), m_lleno);
@@ -154,6 +285,24 @@ std::string_view CFile::Mira(std::size_t minimo)
         }
     }
     return {m_bufer.get() + m_leido, m_lleno - m_leido};
+}
+
+void CFile::Llena(std::size_t hasta)
+{
+    while (m_lleno < hasta && !m_final) {
+        sistema::Error error;
+        char* destino = m_bufer.get() + m_lleno;
+        const std::uint64_t posicion = m_base + m_lleno;
+        const std::size_t n =
+            m_esRegular ? sistema::LeeEn(m_lectura, destino, hasta - m_lleno, posicion, error)
+                        : sistema::Lee(m_lectura, destino, hasta - m_lleno, error);
+        if (!error && n == 0 && posicion < m_longitud)
+            error = kAcortado;
+        if (error)
+            throw CFileException(m_nombre, error, true);
+        m_final = n == 0;
+        m_lleno += n;
+    }
 }
 
 UINT CFile::Read(void* bytes, UINT n)
@@ -182,7 +331,9 @@ void CFile::Seek(std::uint64_t posicion)
     m_lleno = 0;
     m_leido = 0;
     m_lote = kLoteTrasSalto;
-    m_final = !sistema::Posiciona(m_lectura, posicion);
+    m_final = false;
+    if (!m_esRegular)
+        throw CFileException(m_nombre, std::make_error_code(std::errc::invalid_seek), true);
 }
 
 void CFile::Write(const void* bytes, UINT n)
@@ -202,21 +353,40 @@ void CFile::Escribe(std::string_view bytes)
     }
 }
 
-bool CFile::Vuelca()
-{
-    const std::size_t pendientes = m_lleno;
-    m_base += pendientes;
-    m_lleno = 0;
-    std::FILE* destino = m_enSitio != nullptr ? m_enSitio : m_reemplazo.Fichero();
-    return std::fwrite(m_bufer.get(), 1, pendientes, destino) == pendientes;
-}
-
 void CFile::Vacia()
 {
-    if (!Vuelca() && m_enSitio == nullptr) {
-        m_reemplazo.Desecha();
-        throw CFileException(m_nombre);
+    if (m_enSitio != sistema::kCerrado)
+        return VaciaEnSitio();
+    sistema::Error error;
+    m_salida->Escribe({m_bufer.get(), m_lleno}, error);
+    m_base += m_lleno;
+    m_lleno = 0;
+    if (!error)
+        return;
+    m_salida->Desecha();
+    m_salida = nullptr;
+    throw CFileException(m_nombre, error);
+}
+
+void CFile::VaciaEnSitio()
+{
+    std::string_view bytes(m_bufer.get(), m_lleno);
+    m_base += m_lleno;
+    m_lleno = 0;
+    sistema::Error error;
+    if (m_hayHueco && !bytes.empty()) {
+        // The buffer may begin inside a line whose start is lost.
+        bytes.remove_prefix(std::min(bytes.find('\n'), bytes.size() - 1) + 1);
+        sistema::Escribe(m_enSitio, kMarcaHueco, error);
+        m_hayHueco = static_cast<bool>(error);
     }
+    if (!error)
+        sistema::Escribe(m_enSitio, bytes, error);
+    if (!error)
+        return;
+    m_hayHueco = true;
+    if (!m_fallo.m_causa)
+        m_fallo.m_causa = error;
 }
 
 void CStdioFile::AlLlegarAlFinal(std::string_view& ultimo) const

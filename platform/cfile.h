@@ -1,23 +1,41 @@
 #pragma once
 
 #include <cstdint>
-#include <cstdio>
 #include <exception>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/cstring.h"
 #include "platform/safe_replacement.h"
 #include "platform/types.h"
 
-/// A write that failed: the disk is full, or the file can't take its target's place.
+class CConjuntoSalidas;
+
+/// A read or a write that failed: the disk is full or damaged, a share is gone, another program has
+/// the file, or it can't take its target's place.
 class CFileException : public std::exception {
 public:
-    explicit CFileException(CString fichero) : m_strFileName(std::move(fichero)) {}
+    CFileException() = default;
+    CFileException(CString fichero, const sistema::Error& causa, bool alLeer = false)
+        : m_strFileName(std::move(fichero)), m_causa(causa), m_alLeer(alLeer)
+    {
+    }
     const char* what() const noexcept override { return m_strFileName.GetString(); }
+    /// The system's reason, in its own words.
+    CString Causa() const;
+    /// What a box tells of it: the file and the reason.
+    CString Mensaje() const;
+    /// The reason as a further line of a box, empty where it needs none.
+    CString Detalle() const;
+    /// Tells that there is no such file or folder, or a folder where the file was to be written:
+    /// what anybody can see needs no reason.
+    bool SeVe() const;
 
-    CString m_strFileName; ///< the target's name
+    CString m_strFileName; ///< as the program named it
+    sistema::Error m_causa;
+    bool m_alLeer = false;
 };
 
 /// A file of bytes, read or written through a buffer of its own.
@@ -32,8 +50,9 @@ public:
         modeCreate = 0x1000,
         typeText = 0x4000,
         typeBinary = 0x8000,
-        /// Of this layer: the file is written in its place, line after line, and a write that fails
-        /// is passed over. For logs, which must tell what they can even when the run dies.
+        /// Of this layer: the file is written in its place, line after line; what can't be written
+        /// leaves a mark and is told by `Fallo`. For logs, which must tell what they can even when
+        /// the run dies.
         modeInPlace = 0x10000,
         /// Of this layer: files of the drawing system come from a system that doesn't tell capitals
         /// from small letters in names.
@@ -45,16 +64,22 @@ public:
     CFile& operator=(const CFile&) = delete;
     virtual ~CFile();
 
-    /// Opens for reading, or with `modeCreate | modeWrite` for writing. False, with nothing changed
-    /// on disk, where that can't be done; a folder is no file. A file to be read with `anyCase` may
-    /// have a name that differs from this one in the case of its letters, if there is just one.
-    bool Open(const CString& nombre, UINT modo);
+    /// Opens for reading, or with `modeCreate | modeWrite` for writing. False, with the reason and
+    /// nothing changed on disk, where that can't be done; a folder is no file. A file to be read
+    /// with `anyCase` may have a name that differs from this one in the case of its letters, if
+    /// there is just one. Raises CFileException where another program is writing the file.
+    /// \param conjunto  the outputs of a run, with which this one takes its place when they are
+    ///                  confirmed; without it `Close` puts it there
+    bool Open(const CString& nombre, UINT modo, CFileException* fallo = nullptr,
+              CConjuntoSalidas* conjunto = nullptr);
 
     /// Ends the work with the file. After writing it raises CFileException, with the target as it
     /// was, if something couldn't be written.
     void Close();
 
-    /// Reads up to `n` bytes; gives how many there were.
+    /// Reads up to `n` bytes; gives how many there were before the end of the file. A read that
+    /// fails, and a file that ends before the length that it had when it was opened, raise
+    /// CFileException; so do all that read here.
     UINT Read(void* bytes, UINT n);
 
     /// Goes to a position from the start of a file that is read. One past its end is no fault:
@@ -76,8 +101,15 @@ public:
     /// The whole path of a name, from the root; the name itself where the system doesn't tell.
     static CString RutaCompleta(const CString& nombre);
 
+    /// What was wrong with the first write that failed in a file that is written in its place; no
+    /// error if none did. `Close` leaves it standing.
+    const CFileException& Fallo() const { return m_fallo; }
+
     /// Tells whether both names lead to one and the same file on disk.
     static bool EsElMismo(const CString& uno, const CString& otro);
+    static bool EsAlguno(const CString& nombre, const std::vector<CString>& otros);
+    /// The same also where the file isn't there yet; what is no regular file (a device) never is.
+    static bool SeriaElMismo(const CString& uno, const CString& otro);
 
 protected:
     /// What stands unread in the buffer, at least `minimo` bytes of it unless the file ends before.
@@ -88,15 +120,22 @@ protected:
     virtual void AlLlegarAlFinal(std::string_view& /*ultimo*/) const {}
 
 private:
-    bool Escribiendo() const { return m_enSitio != nullptr || m_reemplazo.Fichero() != nullptr; }
-    bool Vuelca();
+    bool Escribiendo() const { return m_enSitio != sistema::kCerrado || m_salida != nullptr; }
+    bool AbreLectura(const CString& nombre, UINT modo, sistema::Error& error);
+    bool AbreEnSitio(const CString& nombre, sistema::Error& error);
+    bool AbreSalida(const CString& nombre, CConjuntoSalidas* conjunto, sistema::Error& error);
+    void Llena(std::size_t hasta);
     void Vacia();
-    void Cierra();
+    void VaciaEnSitio();
+    void Cierra() noexcept;
 
     CString m_nombre;
-    std::FILE* m_lectura = nullptr;
-    std::FILE* m_enSitio = nullptr;
-    CReemplazo m_reemplazo;
+    int m_lectura = sistema::kCerrado;
+    int m_enSitio = sistema::kCerrado;
+    CReemplazo m_reemplazo;         // where it belongs to no set
+    CReemplazo* m_salida = nullptr; // being written: that one, or one of a set
+    CFileException m_fallo;
+    bool m_hayHueco = false; // what was to be written in its place last isn't there
 
     std::unique_ptr<char[]> m_bufer;
     std::size_t m_lleno = 0;  // bytes in the buffer
@@ -104,7 +143,8 @@ private:
     std::uint64_t m_base = 0; // position in the file of the buffer's first byte
     std::size_t m_lote = 0;   // bytes that the next filling of the buffer asks for
     std::uint64_t m_longitud = 0;
-    bool m_final = false; // nothing more comes from the file
+    bool m_esRegular = false; // it has positions and a length
+    bool m_final = false;     // nothing more comes from the file
 };
 
 /// A text file. On disk its lines end in CR LF; a plain LF is taken too, and the line end that the

@@ -1,13 +1,20 @@
 #include "platform/cwinapp.h"
 
 #include <charconv>
+#include <new>
 
+#include "platform/cfile.h"
 #include "platform/dialog.h"
 #include "platform/html_help.h"
-#include "platform/settings.h"
 #include "platform/system.h"
 
 namespace {
+
+constexpr std::size_t kReserva = std::size_t{256} * 1024;
+constexpr const char* kError = "Error";
+constexpr const char* kSinMemoria = "No hay memoria para seguir; no se ha cambiado nada";
+constexpr const char* kSinMemoriaNiCaja =
+    "[Error]\nNo hay memoria para seguir; no se ha cambiado nada\n\n";
 
 /// Where the object is, for the framework's function that gives it.
 CWinApp*& Aplicacion()
@@ -45,7 +52,14 @@ void CWinApp::Arranca(CFrontal& frontal, const CRecursos& recursos, const CStrin
     m_recursos = recursos;
     m_lpCmdLine = mandato;
     m_pszHelpFilePath = ficheroAyuda;
-    InitInstance();
+    try {
+        m_reserva = std::make_unique<char[]>(kReserva);
+        InitInstance();
+    } catch (const CFileException& fallo) { // of the settings, which a run goes by
+        Caja(fallo.Mensaje(), kError, MB_ICONERROR);
+    } catch (const std::bad_alloc&) {
+        CajaSinMemoria();
+    }
 }
 
 CString CWinApp::FicheroAyuda(const CString& programa)
@@ -67,6 +81,18 @@ int CWinApp::Caja(const CString& texto, const CString& titulo, UINT flags)
 {
     m_huboCajaDeError = m_huboCajaDeError || (flags & MB_ICONMASK) == MB_ICONERROR;
     return m_frontal->Caja(texto, titulo, flags);
+}
+
+void CWinApp::CajaSinMemoria() noexcept
+{
+    m_reserva.reset();
+    m_huboCajaDeError = true;
+    try {
+        Caja(kSinMemoria, kError, MB_ICONERROR);
+    } catch (const std::bad_alloc&) {
+        sistema::Avisa(kSinMemoriaNiCaja);
+    }
+    m_reserva.reset(new (std::nothrow) char[kReserva]);
 }
 
 CAlmacenAjustes CWinApp::Ajustes() const
@@ -95,10 +121,28 @@ BOOL CWinApp::WriteProfileInt(const CString& seccion, const CString& clave, int 
 {
     CString texto;
     texto.Format("%d", valor);
-    return WriteProfileString(seccion, clave, texto);
+    return Guarda({seccion, clave, texto, true});
 }
 
 BOOL CWinApp::WriteProfileString(const CString& seccion, const CString& clave, const CString& valor)
 {
-    return !m_empresa.IsEmpty() && Ajustes().Escribe(seccion, clave, valor) ? 1 : 0;
+    return Guarda({seccion, clave, valor});
+}
+
+BOOL CWinApp::Guarda(const CAjuste& ajuste)
+{
+    if (m_empresa.IsEmpty())
+        return 0;
+    try {
+        GuardaAjustes({&ajuste, 1});
+    } catch (const CFileException&) {
+        return 0;
+    }
+    return 1;
+}
+
+void CWinApp::GuardaAjustes(std::span<const CAjuste> ajustes)
+{
+    if (!m_empresa.IsEmpty())
+        Ajustes().Escribe(ajustes);
 }

@@ -1,11 +1,14 @@
 #pragma once
 
+#include <memory>
+#include <span>
+
 #include "platform/cstring.h"
 #include "platform/front_end.h"
 #include "platform/resources.h"
+#include "platform/settings.h"
 #include "platform/types.h"
 
-class CAlmacenAjustes;
 class CWnd;
 
 /// The application: the one global object of the program. It holds what the process is given at its
@@ -37,17 +40,23 @@ public:
     /// defaults.
     void SetRegistryKey(const CString& empresa) { m_empresa = empresa; }
 
-    /// A stored value; the default where it isn't there or is no number.
+    /// A stored value; the default where it isn't there or is no number. Raises CFileException
+    /// where the store is there and can't be read.
     int GetProfileInt(const CString& seccion, const CString& clave, int defecto) const;
     CString GetProfileString(const CString& seccion, const CString& clave,
                              const CString& defecto) const;
     /// Stores a value at once. False, with the store as it was, if that can't be done.
     BOOL WriteProfileInt(const CString& seccion, const CString& clave, int valor);
     BOOL WriteProfileString(const CString& seccion, const CString& clave, const CString& valor);
+    /// Stores all values in one step. Raises CFileException, with the store as it was, if that
+    /// can't be done.
+    void GuardaAjustes(std::span<const CAjuste> ajustes);
 
     /// Shows a box and notes whether it told an error.
     int Caja(const CString& texto, const CString& titulo, UINT flags);
     bool HuboCajaDeError() const { return m_huboCajaDeError; }
+    /// Tells that memory ran out, with what was kept back for that.
+    void CajaSinMemoria() noexcept;
 
     CFrontal& Frontal() const { return *m_frontal; }
     const CRecursos& Recursos() const { return m_recursos; }
@@ -57,12 +66,14 @@ public:
     CWnd* m_pMainWnd = nullptr;
 
 private:
+    BOOL Guarda(const CAjuste& ajuste);
     CAlmacenAjustes Ajustes() const; ///< the store, below the company's key by the program's name
 
     CFrontal* m_frontal = nullptr;
     CRecursos m_recursos;
     CString m_empresa;
     bool m_huboCajaDeError = false;
+    std::unique_ptr<char[]> m_reserva; ///< for the box that tells that memory ran out
 };
 
 /// Makes the front end's controls ready to be shown. Called first of all in `InitInstance`.

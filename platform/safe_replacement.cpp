@@ -1,104 +1,279 @@
 #include "platform/safe_replacement.h"
 
-#include <system_error>
-
-#include "platform/system.h"
-
-namespace fs = std::filesystem;
+#include <functional>
 
 namespace {
 
-/// The file that a chain of links leads to; the name itself where it is no link. Empty where the
-/// links go round in a circle.
-fs::path DestinoReal(fs::path ruta)
+using Ruta = CReemplazo::Ruta;
+using Error = sistema::Error;
+using Tipo = sistema::CEstado::Tipo;
+
+/// Copies a whole file into another one, which has its content and length then, on the disk.
+void Copia(int desde, int hasta, Error& error)
 {
-    constexpr int kEnlacesSeguidos = 40;
-    for (int i = 0; i < kEnlacesSeguidos; ++i) {
-        std::error_code error;
-        if (!fs::is_symlink(fs::symlink_status(ruta, error)))
-            return ruta;
-        const fs::path enlace = fs::read_symlink(ruta, error);
-        if (error)
-            return {};
-        ruta = ruta.parent_path() / enlace; // an absolute link replaces the whole
+    char trozo[64 * 1024];
+    std::uint64_t posicion = 0;
+    sistema::Recorta(hasta, 0, error);
+    while (!error) {
+        const std::size_t n = sistema::LeeEn(desde, trozo, sizeof trozo, posicion, error);
+        if (n == 0)
+            break;
+        sistema::Escribe(hasta, {trozo, n}, error);
+        posicion += n;
     }
-    return {};
+    if (!error)
+        sistema::Asegura(hasta, error);
 }
 
 } // namespace
 
-bool CReemplazo::Abre(std::string_view nombre)
+CReemplazo::Ruta CReemplazo::AlLado(const Ruta& destino, std::string_view sufijo)
 {
-    m_destino = DestinoReal(sistema::Ruta(nombre));
-    if (!m_destino.has_filename())
-        return false;
-    std::error_code error;
-    const fs::file_status estado = fs::status(m_destino, error);
-    switch (estado.type()) {
-    case fs::file_type::regular:
-        return sistema::PuedeEscribir(m_destino) && CreaTemporal(m_destino.parent_path());
-    case fs::file_type::not_found:
-        return CreaTemporal(m_destino.parent_path());
-    case fs::file_type::none:
-    case fs::file_type::directory:
-        return false;
+    // A name that leaves no room for the suffix is cut, and a sum of it keeps it apart from others.
+    constexpr std::size_t kNombreMasLargo = 200;
+    Ruta::string_type nombre = destino.filename().native();
+    if (nombre.size() > kNombreMasLargo) {
+        const std::size_t suma = std::hash<Ruta::string_type>()(nombre);
+        nombre = nombre.substr(0, kNombreMasLargo) + Ruta(std::to_string(suma)).native();
+    }
+    Ruta ruta = destino.parent_path() / nombre;
+    ruta += sufijo;
+    return ruta;
+}
+
+CReemplazo::Ruta CReemplazo::DestinoReal(Ruta ruta, Error& error)
+{
+    constexpr int kEnlacesSeguidos = 40;
+    for (int i = 0; i < kEnlacesSeguidos; ++i) {
+        const Tipo tipo = sistema::MiraEnlace(ruta, error).tipo;
+        if (error || tipo != Tipo::Enlace)
+            return ruta;
+        const Ruta enlace = sistema::LeeEnlace(ruta, error);
+        if (error)
+            return ruta;
+        ruta = ruta.parent_path() / enlace; // an absolute link replaces the whole
+    }
+    error = std::make_error_code(std::errc::too_many_symbolic_link_levels);
+    return ruta;
+}
+
+CReemplazo::Apertura CReemplazo::Abre(std::string_view nombre, Error& error)
+{
+    Desecha();
+    m_destino = DestinoReal(sistema::Ruta(nombre), error);
+    if (!error && !m_destino.has_filename())
+        error = std::make_error_code(std::errc::no_such_file_or_directory);
+    if (!error)
+        m_estado = sistema::Mira(m_destino, error);
+    if (error)
+        return Apertura::NoSePuede;
+    switch (m_estado.tipo) {
+    case Tipo::NoHay:
+        return CreaTemporal(error);
+    case Tipo::Regular:
+        return AbreRegular(error);
+    case Tipo::Carpeta:
+        error = std::make_error_code(std::errc::is_a_directory);
+        return Apertura::NoSePuede;
     default:
-        m_fichero = sistema::AbreEscritura(m_destino);
-        return m_fichero != nullptr;
+        m_fichero = sistema::Abre(m_destino, sistema::Modo::EnSitio, error);
+        return Abierto() ? Apertura::Abierto : Apertura::NoSePuede;
     }
 }
 
-bool CReemplazo::CreaTemporal(const fs::path& carpeta)
+CReemplazo::Apertura CReemplazo::AbreRegular(Error& error)
 {
-    // A killed process leaves its temporary file behind, so a taken name is no failure.
-    constexpr int kNombresProbados = 10000;
-    constexpr std::size_t kNombreMasLargo = 200; // leaves room for the suffix in a name of 255
-    const fs::path::string_type nombre = m_destino.filename().native().substr(0, kNombreMasLargo);
-    for (int i = 1; i <= kNombresProbados && m_fichero == nullptr; ++i) {
-        m_temporal = carpeta / nombre;
-        m_temporal += ".~" + std::to_string(i);
-        m_fichero = sistema::CreaNuevo(m_temporal);
-        std::error_code error;
-        if (m_fichero == nullptr && !fs::exists(fs::symlink_status(m_temporal, error)))
-            break; // not taken: the folder refuses
+    if (!sistema::PuedeEscribir(m_destino)) {
+        error = std::make_error_code(std::errc::permission_denied);
+        return Apertura::NoSePuede;
     }
-    if (m_fichero == nullptr)
-        m_temporal.clear();
-    else
-        sistema::CopiaPermisos(m_fichero, m_destino);
-    return m_fichero != nullptr;
+    const Ruta carpeta = m_destino.parent_path();
+    const sistema::CEstado suya = sistema::Mira(carpeta.empty() ? Ruta(".") : carpeta, error);
+    if (error)
+        return Apertura::NoSePuede;
+    if (!sistema::PuedeReemplazar(m_estado, suya))
+        return CreaEnSitio(error);
+    const Apertura abierto = CreaTemporal(error);
+    if (abierto == Apertura::NoSePuede &&
+        (error == std::errc::permission_denied || error == std::errc::operation_not_permitted))
+        return CreaEnSitio(error);
+    return abierto;
 }
 
-bool CReemplazo::Confirma()
+CReemplazo::Apertura CReemplazo::CreaTemporal(Error& error)
 {
-    if (m_temporal.empty()) {
-        const bool cerrado = std::fclose(m_fichero) == 0;
-        m_fichero = nullptr;
-        return cerrado;
+    m_temporal = AlLado(m_destino, kNuevo);
+    constexpr int kIntentos = 100;
+    for (int i = 0; i < kIntentos && !error; ++i) {
+        m_fichero = sistema::Abre(m_temporal, sistema::Modo::Tomar, error);
+        const bool mio = Abierto() && sistema::Bloquea(m_fichero, error);
+        if (Abierto() && !error && !mio) {
+            m_temporal.clear(); // it is the other program's
+            Suelta();
+            return Apertura::Ocupado;
+        }
+        // Between the two calls another program may have put it in place, or away.
+        if (mio &&
+            sistema::Mira(m_fichero, error).EsElMismo(sistema::MiraEnlace(m_temporal, error)))
+            break;
+        Error alCerrar;
+        Cierra(m_fichero, alCerrar);
     }
-    bool bien = sistema::Asegura(m_fichero);
-    bien = std::fclose(m_fichero) == 0 && bien;
-    m_fichero = nullptr;
-    std::error_code error;
-    if (bien)
-        fs::rename(m_temporal, m_destino, error);
-    if (!bien || error)
-        fs::remove(m_temporal, error);
-    else
-        m_temporal.clear();
-    const bool hecho = m_temporal.empty();
+    if (!error && Abierto())
+        sistema::Recorta(m_fichero, 0, error);
+    if (!error && Abierto() && HabiaDestino())
+        sistema::CopiaDerechos(m_fichero, m_destino, error);
+    if (!error && Abierto())
+        return Apertura::Abierto;
+    const Error causa = error;
+    Desecha();
+    error = causa ? causa : std::make_error_code(std::errc::file_exists);
+    return Apertura::NoSePuede;
+}
+
+CReemplazo::Apertura CReemplazo::CreaEnSitio(Error& error)
+{
     m_temporal.clear();
-    return hecho;
+    m_enSitio = sistema::Abre(m_destino, sistema::Modo::Cambiar, error);
+    if (m_enSitio == sistema::kCerrado)
+        return Apertura::NoSePuede;
+    if (!sistema::Bloquea(m_enSitio, error) && !error) {
+        Suelta();
+        return Apertura::Ocupado;
+    }
+    if (!error)
+        m_fichero = sistema::CreaAnonimo(error);
+    if (!error)
+        return Apertura::Abierto;
+    Suelta();
+    return Apertura::NoSePuede;
 }
 
-void CReemplazo::Desecha()
+void CReemplazo::Asegura(Error& error)
 {
-    if (m_fichero == nullptr)
+    sistema::Asegura(m_fichero, error);
+}
+
+void CReemplazo::Prepara(Error& error)
+{
+    error.clear();
+    if (m_enSitio != sistema::kCerrado) {
+        m_anterior = sistema::CreaAnonimo(error);
+        if (!error)
+            Copia(m_enSitio, m_anterior, error);
+    } else if (EstaAlLado() && HabiaDestino()) {
+        GuardaAnterior(error);
+    }
+    if (!error)
+        m_paso = Paso::Preparado;
+}
+
+void CReemplazo::GuardaAnterior(Error& error)
+{
+    const Ruta antes = AlLado(m_destino, kAntes);
+    sistema::Borra(antes, error); // what a killed program left
+    if (error && error != std::errc::no_such_file_or_directory)
         return;
-    std::fclose(m_fichero);
-    m_fichero = nullptr;
-    std::error_code error;
-    if (!m_temporal.empty())
-        fs::remove(m_temporal, error);
+    // As long as it is locked nobody takes it for such.
+    Error ajeno;
+    m_anterior = sistema::Abre(m_destino, sistema::Modo::Leer, ajeno);
+    if (m_anterior != sistema::kCerrado)
+        sistema::Bloquea(m_anterior, ajeno);
+    sistema::Enlaza(m_destino, antes, error);
+    if (error == std::errc::operation_not_permitted ||
+        error == std::errc::operation_not_supported || error == std::errc::function_not_supported)
+        sistema::Renombra(m_destino, antes, error); // a file system without second names
+    if (!error)
+        m_antes = antes;
+}
+
+void CReemplazo::Coloca(Error& error)
+{
+    error.clear();
+    if (m_enSitio != sistema::kCerrado) {
+        m_paso = Paso::Colocado; // from the first byte on there is something to give back
+        Copia(m_fichero, m_enSitio, error);
+    } else if (EstaAlLado()) {
+        if (!sistema::kSeRenombraAbierto)
+            Cierra(m_fichero, error);
+        if (!error)
+            sistema::Renombra(m_temporal, m_destino, error);
+        if (!error)
+            m_paso = Paso::Colocado;
+    } else {
+        Cierra(m_fichero, error);
+    }
+}
+
+void CReemplazo::Acaba()
+{
+    Error error;
+    if (!m_antes.empty())
+        sistema::Borra(m_antes, error);
+    Suelta();
     m_temporal.clear();
+    m_antes.clear();
+    m_paso = Paso::Nada;
+}
+
+bool CReemplazo::Desecha() noexcept
+{
+    const bool bien = m_paso == Paso::Nada || Devuelve();
+    Error error;
+    if (EstaAlLado() && m_paso != Paso::Colocado)
+        sistema::Borra(m_temporal, error);
+    Suelta();
+    m_temporal.clear();
+    m_antes.clear();
+    m_paso = Paso::Nada;
+    return bien;
+}
+
+/// Undoes what `Prepara` and `Coloca` did.
+bool CReemplazo::Devuelve() noexcept
+{
+    Error error;
+    if (m_enSitio != sistema::kCerrado) {
+        if (m_paso == Paso::Colocado)
+            Copia(m_anterior, m_enSitio, error);
+        return !error;
+    }
+    if (!EstaAlLado())
+        return true;
+    if (m_antes.empty()) {
+        if (m_paso == Paso::Colocado)
+            sistema::Borra(m_destino, error);
+        return !error;
+    }
+    const bool esElMismo =
+        sistema::MiraEnlace(m_antes, error).EsElMismo(sistema::MiraEnlace(m_destino, error));
+    if (esElMismo) { // a rename between two names of one file does nothing
+        sistema::Borra(m_antes, error);
+        return true;
+    }
+    sistema::Renombra(m_antes, m_destino, error);
+    if (!error)
+        return true;
+    // The system doesn't rename any more; by another way to the same end.
+    sistema::Borra(m_destino, error);
+    sistema::Enlaza(m_antes, m_destino, error);
+    if (error)
+        return false;
+    sistema::Borra(m_antes, error);
+    return true;
+}
+
+void CReemplazo::Cierra(int& fichero, Error& error) noexcept
+{
+    error.clear();
+    if (fichero != sistema::kCerrado)
+        sistema::Cierra(fichero, error);
+    fichero = sistema::kCerrado;
+}
+
+void CReemplazo::Suelta() noexcept
+{
+    Error error;
+    for (int* fichero : {&m_fichero, &m_enSitio, &m_anterior})
+        Cierra(*fichero, error);
 }

@@ -1,39 +1,87 @@
 #pragma once
 
-#include <cstdio>
 #include <filesystem>
+#include <optional>
 #include <string_view>
 
-/// A file in the making that takes the place of its target only when it is whole.
+#include "platform/system.h"
+
+/// An output in the making that takes the place of its target only when it is whole.
 ///
-/// It grows under a temporary name beside the target; `Confirma` renames it. Whatever happens
-/// before that, a full disk or the end of the process, the target keeps its old content. A link is
-/// followed. What is no regular file (a device, a pipe) can't be replaced and is written directly.
+/// It grows under a temporary name beside the target, locked, so that two programs never write one
+/// output at a time; a file of that name that a killed program left behind is taken over. Where the
+/// folder takes no new file, or the target's owner and permissions couldn't be kept, it grows in a
+/// file without a name, and is copied into the target at the end. A link is followed. What is no
+/// regular file (a device, a pipe) is written directly.
+///
+/// Who has written all calls, in this order, `Asegura`, `Prepara`, `Coloca` and, when nothing can
+/// go wrong any more, `Acaba`; `Desecha` before that leaves the target with what it held (see
+/// output_set.h, which does so for all outputs of a run).
 class CReemplazo {
 public:
+    using Ruta = std::filesystem::path;
+    using Error = sistema::Error;
+
+    // What the names of files that stand beside a target end in.
+    static constexpr std::string_view kNuevo = ".~nuevo";       ///< the output in the making
+    static constexpr std::string_view kAntes = ".~antes";       ///< what the target held
+    static constexpr std::string_view kConjunto = ".~conjunto"; ///< the diary of a set
+    static Ruta AlLado(const Ruta& destino, std::string_view sufijo);
+    /// The file that a chain of links leads to; the name itself where it is no link.
+    static Ruta DestinoReal(Ruta ruta, Error& error);
+
+    enum class Apertura { Abierto, NoSePuede, Ocupado };
+
     CReemplazo() = default;
     CReemplazo(const CReemplazo&) = delete;
     CReemplazo& operator=(const CReemplazo&) = delete;
     ~CReemplazo() { Desecha(); }
 
-    /// Starts a file for the target. False, with nothing changed, where the target could not be
-    /// written: an empty name, a missing folder, a folder of that name, no permission.
-    bool Abre(std::string_view nombre);
+    /// Starts an output for the target. `NoSePuede`, with nothing changed, where the target could
+    /// not be written: an empty name, a missing folder, a folder of that name, no permission;
+    /// `Ocupado` where another program is writing it.
+    Apertura Abre(std::string_view nombre, Error& error);
+    bool Abierto() const { return m_fichero != sistema::kCerrado; }
+    void Escribe(std::string_view bytes, Error& error)
+    {
+        sistema::Escribe(m_fichero, bytes, error);
+    }
 
-    /// Where to write; without a buffer. Null when nothing is open.
-    std::FILE* Fichero() const { return m_fichero; }
+    /// Brings what was written to the disk.
+    void Asegura(Error& error);
+    /// Keeps what the target holds, to be able to give it back.
+    void Prepara(Error& error);
+    void Coloca(Error& error);
+    /// Lets go of what the target held. A failure leaves rubbish for the next run, nothing else.
+    void Acaba();
+    /// Gives the target back what it held and removes all else. False where the system doesn't let
+    /// it; what is needed to do it later stays then.
+    bool Desecha() noexcept;
 
-    /// Closes the file and puts it in the target's place. False, with the target as it was, where
-    /// the system refuses; then, too, nothing stays behind.
-    bool Confirma();
-
-    /// Closes the file and removes it; the target stays as it was.
-    void Desecha();
+    /// Stands beside its target, so that a killed program leaves traces there.
+    bool EstaAlLado() const { return !m_temporal.empty(); }
+    const Ruta& Destino() const { return m_destino; }
+    bool HabiaDestino() const { return m_estado.tipo != sistema::CEstado::Tipo::NoHay; }
+    /// Number of the file in the making, by which it is known under its later name.
+    std::uint64_t Numero(Error& error) const { return sistema::Mira(m_fichero, error).numero; }
 
 private:
-    bool CreaTemporal(const std::filesystem::path& carpeta);
+    enum class Paso { Nada, Preparado, Colocado };
 
-    std::FILE* m_fichero = nullptr;
-    std::filesystem::path m_destino;
-    std::filesystem::path m_temporal; // empty when the target is written directly
+    Apertura AbreRegular(Error& error);
+    Apertura CreaTemporal(Error& error);
+    Apertura CreaEnSitio(Error& error);
+    void GuardaAnterior(Error& error);
+    bool Devuelve() noexcept;
+    void Cierra(int& fichero, Error& error) noexcept;
+    void Suelta() noexcept;
+
+    int m_fichero = sistema::kCerrado;
+    int m_enSitio = sistema::kCerrado;  // the target, to be overwritten in its place
+    int m_anterior = sistema::kCerrado; // what the target held: its file, locked, or a copy
+    Ruta m_destino;
+    Ruta m_temporal; // empty where nothing stands beside the target
+    Ruta m_antes;
+    sistema::CEstado m_estado; // of the target when it was opened
+    Paso m_paso = Paso::Nada;
 };

@@ -1,22 +1,38 @@
 #pragma once
 
 #include <optional>
+#include <span>
 #include <string>
 
 #include "platform/cstring.h"
 
-/// The user's stored settings, by section and key. On Windows they live in the registry under
-/// Software\<company>\<program>, elsewhere in <company>/<program>.ini of the settings folder, a
-/// file in INI form and UTF-8 that is replaced as a whole at each write.
+/// A value to be stored.
+struct CAjuste {
+    CString seccion;
+    CString clave;
+    CString valor;
+    bool esNumero = false; ///< the registry keeps numbers in a form of their own
+};
+
+/// The user's stored settings, by section and key, whose letters may be capital or small. On
+/// Windows they live in the registry under Software\<company>\<program>, elsewhere in
+/// <company>/<program>.ini of the settings folder, a file in INI form. A person may write to it:
+/// blanks around keys and values don't matter. Values are bytes as they come, so that a name of a
+/// file that is no UTF-8 stays what it was; one that begins or ends with a blank stands in quotes.
 class CAlmacenAjustes {
 public:
     CAlmacenAjustes(const CString& empresa, const CString& programa);
 
-    /// The value, or nothing where it was never stored or can't be read.
+    /// The value, or nothing where it was never stored. Raises CFileException where the store is
+    /// there and can't be read.
     std::optional<CString> Lee(const CString& seccion, const CString& clave) const;
 
-    /// Stores the value and keeps all others. False, with the store as it was, if it can't.
-    bool Escribe(const CString& seccion, const CString& clave, const CString& valor);
+    /// Stores the values in one step and keeps all others, also those that another program stores
+    /// at the same time. Raises CFileException, with the store as it was, where it can't.
+    void Escribe(std::span<const CAjuste> ajustes);
+
+    /// Where the store is, for a person.
+    const std::string& Lugar() const { return m_lugar; }
 
 private:
     std::string m_lugar; ///< file, or key of the registry

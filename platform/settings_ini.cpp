@@ -1,14 +1,17 @@
 #include "platform/settings.h"
 
-#include <filesystem>
-#include <system_error>
+#include <algorithm>
+#include <chrono>
+#include <thread>
 #include <vector>
 
-#include "platform/ansi.h"
 #include "platform/cfile.h"
 #include "platform/system.h"
 
 namespace {
+
+constexpr std::string_view kBlancos = " \t";
+constexpr std::string_view kMarcaUtf8 = "\xEF\xBB\xBF"; // that some editors put before all
 
 struct CPosicion {
     std::size_t linea; ///< where the key stands, or where it has to be put
@@ -16,29 +19,65 @@ struct CPosicion {
     bool haySeccion;
 };
 
-std::vector<CString> LeeLineas(const CString& fichero)
+std::string_view SinBlancos(std::string_view texto)
+{
+    const std::size_t desde = std::min(texto.find_first_not_of(kBlancos), texto.size());
+    texto.remove_prefix(desde);
+    return texto.substr(0, texto.find_last_not_of(kBlancos) + 1);
+}
+
+bool EsIgual(std::string_view uno, std::string_view otro)
+{
+    const auto pequeña = [](char c) { return c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c; };
+    return std::equal(uno.begin(), uno.end(), otro.begin(), otro.end(),
+                      [&](char a, char b) { return pequeña(a) == pequeña(b); });
+}
+
+/// A value as it stands in a line, and back.
+CString DeLinea(std::string_view texto)
+{
+    texto = SinBlancos(texto);
+    if (texto.size() >= 2 && texto.front() == '"' && texto.back() == '"')
+        texto = texto.substr(1, texto.size() - 2);
+    return texto;
+}
+CString ALinea(const CString& valor)
+{
+    return DeLinea(valor) == valor ? valor : "\"" + valor + "\"";
+}
+
+/// The lines of the store; none where there is no such file yet.
+std::vector<CString> LeeLineas(const CString& nombre)
 {
     std::vector<CString> lineas;
-    CStdioFile entrada;
-    if (entrada.Open(fichero, CFile::modeRead | CFile::typeText))
-        for (CString linea; entrada.ReadString(linea);)
-            lineas.push_back(linea);
+    CStdioFile fichero;
+    CFileException fallo;
+    if (!fichero.Open(nombre, CFile::modeRead | CFile::typeText, &fallo)) {
+        if (!fallo.SeVe())
+            throw fallo;
+        return lineas;
+    }
+    for (CString linea; fichero.ReadString(linea);)
+        lineas.push_back(linea);
+    if (!lineas.empty() && std::string_view(lineas[0]).starts_with(kMarcaUtf8))
+        lineas[0] = lineas[0].Mid(static_cast<int>(kMarcaUtf8.size()));
     return lineas;
 }
 
 CPosicion Busca(const std::vector<CString>& lineas, const CString& seccion, const CString& clave)
 {
-    const CString cabecera = CString("[") + seccion + "]";
-    const CString principio = clave + "=";
     CPosicion posicion{lineas.size(), false, false};
     bool dentro = false;
     for (std::size_t i = 0; i < lineas.size(); ++i) {
-        const std::string_view linea = lineas[i];
+        const std::string_view linea = SinBlancos(lineas[i]);
         if (linea.starts_with('[')) {
             if (dentro)
                 break;
-            dentro = linea == std::string_view(cabecera);
-        } else if (dentro && linea.starts_with(std::string_view(principio))) {
+            dentro = linea.ends_with(']') &&
+                     EsIgual(SinBlancos(linea.substr(1, linea.size() - 2)), seccion);
+        } else if (const auto igual = linea.find('=');
+                   dentro && igual != std::string_view::npos &&
+                   EsIgual(SinBlancos(linea.substr(0, igual)), clave)) {
             return {i, true, true};
         }
         if (dentro) {
@@ -50,19 +89,44 @@ CPosicion Busca(const std::vector<CString>& lineas, const CString& seccion, cons
     return posicion;
 }
 
-bool Graba(const CString& fichero, const std::vector<CString>& lineas)
+void Pon(std::vector<CString>& lineas, const CAjuste& ajuste)
 {
-    CStdioFile salida;
-    if (!salida.Open(fichero, CFile::modeCreate | CFile::modeWrite | CFile::typeText))
-        return false;
-    try {
-        for (const CString& linea : lineas)
-            salida.WriteString(linea + "\n");
-        salida.Close();
-    } catch (const CFileException&) {
-        return false;
+    const CPosicion posicion = Busca(lineas, ajuste.seccion, ajuste.clave);
+    const CString linea = ajuste.clave + "=" + ALinea(ajuste.valor);
+    const auto lugar = lineas.begin() + static_cast<std::ptrdiff_t>(posicion.linea);
+    if (posicion.hay) {
+        const std::string_view antes = *lugar;
+        if (DeLinea(antes.substr(antes.find('=') + 1)) != ajuste.valor)
+            *lugar = linea;
+    } else if (posicion.haySeccion) {
+        lineas.insert(lugar, linea);
+    } else {
+        if (!lineas.empty())
+            lineas.emplace_back();
+        lineas.push_back("[" + ajuste.seccion + "]");
+        lineas.push_back(linea);
     }
-    return true;
+}
+
+/// Opens the store for writing, which nobody else does meanwhile. Another program has it for a
+/// moment only.
+void AbreCerrado(CStdioFile& fichero, const CString& nombre)
+{
+    constexpr UINT kModo = CFile::modeCreate | CFile::modeWrite | CFile::typeText;
+    constexpr int kIntentos = 200;
+    constexpr std::chrono::milliseconds kEspera{10};
+    for (int i = 0;; ++i) {
+        try {
+            CFileException fallo;
+            if (fichero.Open(nombre, kModo, &fallo))
+                return;
+            throw fallo;
+        } catch (const CFileException& fallo) {
+            if (fallo.m_causa != sistema::kDeOtro || i == kIntentos)
+                throw;
+        }
+        std::this_thread::sleep_for(kEspera);
+    }
 }
 
 } // namespace
@@ -80,28 +144,30 @@ std::optional<CString> CAlmacenAjustes::Lee(const CString& seccion, const CStrin
     const CPosicion posicion = Busca(lineas, seccion, clave);
     if (!posicion.hay)
         return std::nullopt;
-    return lineas[posicion.linea].Mid(clave.GetLength() + 1);
+    const std::string_view linea = lineas[posicion.linea];
+    return DeLinea(linea.substr(linea.find('=') + 1));
 }
 
-bool CAlmacenAjustes::Escribe(const CString& seccion, const CString& clave, const CString& valor)
+void CAlmacenAjustes::Escribe(std::span<const CAjuste> ajustes)
 {
-    std::error_code error;
-    std::filesystem::create_directories(std::filesystem::path(m_lugar).parent_path(), error);
-    std::vector<CString> lineas = LeeLineas(m_lugar);
-    const CPosicion posicion = Busca(lineas, seccion, clave);
-    const CString linea = clave + "=" + ansi::AUtf8(valor);
-    const auto lugar = lineas.begin() + static_cast<std::ptrdiff_t>(posicion.linea);
-    if (posicion.hay) {
-        if (*lugar == linea)
-            return true; // a dialog stores all its fields whenever it is closed
-        *lugar = linea;
-    } else if (posicion.haySeccion) {
-        lineas.insert(lugar, linea);
-    } else {
-        if (!lineas.empty())
-            lineas.emplace_back();
-        lineas.push_back(CString("[") + seccion + "]");
-        lineas.push_back(linea);
-    }
-    return Graba(m_lugar, lineas);
+    const auto cortada = std::find_if(ajustes.begin(), ajustes.end(), [](const CAjuste& ajuste) {
+        return std::string_view(ajuste.valor).find_first_of("\r\n") != std::string_view::npos;
+    });
+    if (cortada != ajustes.end()) // a line can't hold it
+        throw CFileException(m_lugar, std::make_error_code(std::errc::invalid_argument));
+    sistema::Error error;
+    sistema::CreaCarpetas(std::filesystem::path(m_lugar).parent_path(), error);
+    if (error)
+        throw CFileException(m_lugar, error);
+    CStdioFile salida;
+    AbreCerrado(salida, m_lugar);
+    const std::vector<CString> antes = LeeLineas(m_lugar);
+    std::vector<CString> lineas = antes;
+    for (const CAjuste& ajuste : ajustes)
+        Pon(lineas, ajuste);
+    if (lineas == antes)
+        return; // the file stays as its owner wrote it
+    for (const CString& linea : lineas)
+        salida.WriteString(linea + "\n");
+    salida.Close();
 }

@@ -63,6 +63,7 @@ int CVexaACampiva2Dlg::EjecutaLote(const CString& modulos, const CString& titula
 void CVexaACampiva2Dlg::OnOK()
 {
     UpdateData(true);
+    EmpiezaProceso(Entradas());
     CString primera;
     CStdioFile lista;
     if (!AbreEntrada(lista, ArchivoTren))
@@ -75,7 +76,10 @@ void CVexaACampiva2Dlg::OnOK()
     const auto salida = [&](const char* extension) {
         return FicheroDeLista(CCadena(ArchivoTren).DamePath(), cabecera.nombreSalida, extension);
     };
-    if (!CreaLog(salida("ERR"), Entradas()))
+    std::vector<CString> salidas = {salida("R"), salida("M")};
+    if (Modificar != 0)
+        salidas.insert(salidas.end(), {ArchivoParcelas, ArchivoSubparcelas});
+    if (!CreaLog(salida("ERR"), Entradas(), salidas))
         return;
 
     int numErrores = 0;
@@ -91,8 +95,7 @@ void CVexaACampiva2Dlg::OnOK()
         if (GrabaSalida(base, salida("R"), salida("M")))
             Despide(base, cabecera.Mun, numErrores, numWarnings);
     }
-    Fase(IDS_NADA);
-    ActivaControles(true);
+    AcabaProceso();
 }
 
 std::vector<CString> CVexaACampiva2Dlg::Entradas() const
@@ -120,6 +123,7 @@ bool CVexaACampiva2Dlg::GrabaSalida(CBaseCatastro& base, const CString& nombreR,
     }
     if (Modificar != 0)
         ModificaTablas(base);
+    ConfirmaSalidas();
     return true;
 }
 

@@ -19,6 +19,7 @@ CTraduccionDlg::CDescripcion CVexaAInfografDlg::Describe()
 void CVexaAInfografDlg::OnOK()
 {
     UpdateData(true);
+    EmpiezaProceso({ArchivoTren});
     CStdioFile lista;
     if (!AbreEntrada(lista, ArchivoTren))
         return;
@@ -31,16 +32,17 @@ void CVexaAInfografDlg::OnOK()
     lista.Close();
 
     const CString carpeta = CCadena(ArchivoTren).DamePath();
-    CStdioFile csp;
+    const CString salida = FicheroDeLista(carpeta, nombreSalida, "CSP");
     const std::vector<CString> fuentes = {ArchivoTren, ArchivoOrtos};
+    CStdioFile csp;
     // Nothing is written to the log; whoever collects a run's files looks for it.
-    if (!CreaLog(FicheroDeLista(carpeta, nombreSalida, "ERR"), fuentes) ||
-        !CreaSalida(csp, FicheroDeLista(carpeta, nombreSalida, "CSP"), cajas::kNoSeCrea, fuentes))
+    if (!CreaLog(FicheroDeLista(carpeta, nombreSalida, "ERR"), fuentes, {salida}) ||
+        !CreaSalida(csp, salida, cajas::kNoSeCrea, fuentes))
         return;
     ActivaControles(false);
     GrabaInfograf(&csp, entradas, carpeta);
     Log().Close();
     csp.Close();
-    Fase(IDS_NADA);
-    ActivaControles(true);
+    ConfirmaSalidas();
+    AcabaProceso();
 }

@@ -18,7 +18,10 @@ inline constexpr const char* kNoSeCrea = "Imposible crear el archivo %s";
 inline constexpr const char* kNoSeSalvanParcelas = "Imposible salvar el archivo %s";
 /// Cut short by whoever wrote it first; users' scripts know it so.
 inline constexpr const char* kNoSeSalvanSubparcelas = "Imposib salvar el archivo %s";
-inline constexpr const char* kNoSeEscribe = "Imposible escribir el archivo %s";
+inline constexpr const char* kSalidaRepetida =
+    "El archivo %s es a la vez dos de los que el proceso escribe";
+inline constexpr const char* kNoSeGuardan =
+    "No se han podido guardar los nombres y opciones del diálogo en %s"_ansi;
 inline constexpr const char* kOrtosFueraDeFecha =
     "Archivo topológico de ortofotos fuera de fecha.\n"_ansi;
 inline constexpr const char* kAlgunasNoSalvadas =

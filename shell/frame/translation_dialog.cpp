@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <new>
+#include <stdexcept>
 
 #include "platform/cwinapp.h"
 #include "platform/html_help.h"
@@ -12,6 +14,7 @@
 
 namespace {
 
+constexpr UINT kCrea = CFile::modeCreate | CFile::modeWrite | CFile::typeText;
 constexpr std::uint32_t kAmarilloPalido = 0xD0FFFF; // blue, green, red
 
 /// The bar's position for a tick: truncated, and 0 where there is no total to hold it against.
@@ -29,14 +32,14 @@ BOOL CTraduccionDlg::OnInitDialog()
     CenterWindow();
     SetIcon(IDR_ICONO);
     EnMarcha = false;
+    PonValoresIniciales();
     const CDescripcion dialogo = Describe();
     const CWinApp& aplicacion = *AfxGetApp();
     for (const CCampo& campo : dialogo.campos) {
         if (auto* const* texto = std::get_if<CString*>(&campo.valor))
-            **texto = aplicacion.GetProfileString(dialogo.seccion, campo.clave, campo.defecto);
-        else
-            *std::get<int*>(campo.valor) =
-                aplicacion.GetProfileInt(dialogo.seccion, campo.clave, 0);
+            **texto = aplicacion.GetProfileString(dialogo.seccion, campo.clave, **texto);
+        else if (int& numero = *std::get<int*>(campo.valor); true)
+            numero = aplicacion.GetProfileInt(dialogo.seccion, campo.clave, numero);
     }
     UpdateData(false);
     return 1;
@@ -69,15 +72,26 @@ void CTraduccionDlg::OnCancel()
     }
     if (m_enLote)
         return; // stopping already, and a batch run stores nothing
+    GuardaCampos();
+    CDialog::OnCancel();
+}
+
+void CTraduccionDlg::GuardaCampos()
+{
     const CDescripcion dialogo = Describe();
-    CWinApp& aplicacion = *AfxGetApp();
+    std::vector<CAjuste> ajustes;
     for (const CCampo& campo : dialogo.campos) {
         if (auto* const* texto = std::get_if<CString*>(&campo.valor))
-            aplicacion.WriteProfileString(dialogo.seccion, campo.clave, **texto);
+            ajustes.push_back({dialogo.seccion, campo.clave, **texto});
         else
-            aplicacion.WriteProfileInt(dialogo.seccion, campo.clave, *std::get<int*>(campo.valor));
+            ajustes.push_back(
+                {dialogo.seccion, campo.clave, std::to_string(*std::get<int*>(campo.valor)), true});
     }
-    CDialog::OnCancel();
+    try {
+        AfxGetApp()->GuardaAjustes(ajustes);
+    } catch (const CFileException& fallo) {
+        CajaError(cajas::kNoSeGuardan, fallo);
+    }
 }
 
 void CTraduccionDlg::ActivaControles(bool activar)
@@ -125,13 +139,31 @@ LRESULT CTraduccionDlg::WindowProc(UINT mensaje, WPARAM wParam, LPARAM lParam)
     try {
         return CDialog::WindowProc(mensaje, wParam, lParam);
     } catch (const CFileException& fallo) {
-        CajaError(cajas::kNoSeEscribe, fallo.m_strFileName);
-        m_escritos.salidas.clear(); // which of them are whole isn't told
-        m_log.Close();
-        Fase(IDS_NADA);
-        ActivaControles(true);
-        return 0;
+        MuestraError(fallo.Mensaje());
+    } catch (const std::bad_alloc&) {
+        AfxGetApp()->CajaSinMemoria();
+    } catch (const std::length_error&) { // a text or table longer than any memory
+        AfxGetApp()->CajaSinMemoria();
     }
+    DejaProceso();
+    return 0;
+}
+
+/// Ends a run that came to no end of its own.
+void CTraduccionDlg::DejaProceso()
+{
+    m_salidas.Desecha();
+    m_escritos.salidas.clear();
+    AcabaProceso();
+}
+
+void CTraduccionDlg::AcabaProceso()
+{
+    m_log.Close();
+    if (m_log.Fallo().m_causa)
+        MuestraError(CFileException(m_escritos.log, m_log.Fallo().m_causa).Mensaje());
+    Fase(IDS_NADA);
+    ActivaControles(true);
 }
 
 LRESULT CTraduccionDlg::OnEstadoId(WPARAM wParam, LPARAM /*lParam*/)
@@ -226,11 +258,26 @@ void CTraduccionDlg::MuestraError(const CString& texto)
     MessageBox(texto, cajas::kError, MB_ICONERROR);
 }
 
+void CTraduccionDlg::CajaError(const char* forma, const CFileException& fallo)
+{
+    CString texto;
+    texto.Format(forma, fallo.m_strFileName);
+    MuestraError(texto + fallo.Detalle());
+}
+
+void CTraduccionDlg::EmpiezaProceso(const std::vector<CString>& ficheros)
+{
+    m_salidas.Desecha();
+    m_escritos = {};
+    CConjuntoSalidas::Sana(ficheros);
+}
+
 bool CTraduccionDlg::Abre(CFile& fichero, const CString& nombre, UINT modo)
 {
-    const bool abierto = fichero.Open(nombre, modo);
+    CFileException fallo;
+    const bool abierto = fichero.Open(nombre, modo, &fallo);
     if (!abierto)
-        CajaError(cajas::kNoExiste, nombre);
+        CajaError(cajas::kNoExiste, fallo);
     return abierto;
 }
 
@@ -254,30 +301,54 @@ bool CTraduccionDlg::AbreOrtos(CFile& bin, CFile& top, const CString& nombre)
     return AbreDibujo(top, nombreTop) && hayBin;
 }
 
-bool CTraduccionDlg::Crea(CStdioFile& fichero, const CString& nombre, UINT modo, const char* queja,
-                          const std::vector<CString>& entradas)
+/// Tells that two of the files that a run writes are one. What is no regular file takes them all.
+bool CTraduccionDlg::HayRepetidas(const CString& log, const std::vector<CString>& salidas)
 {
-    const bool esEntrada =
-        std::any_of(entradas.begin(), entradas.end(),
-                    [&](const CString& entrada) { return CFile::EsElMismo(nombre, entrada); });
-    constexpr UINT kModo = CFile::modeCreate | CFile::modeWrite | CFile::typeText;
-    const bool creado = !esEntrada && fichero.Open(nombre, kModo | modo);
-    if (!creado)
-        CajaError(queja, nombre);
-    else if ((modo & CFile::modeInPlace) != 0)
-        m_escritos = {CFile::RutaCompleta(nombre), {}}; // a run begins with its log
-    else
-        m_escritos.salidas.push_back(CFile::RutaCompleta(nombre));
-    return creado;
+    std::vector<CString> todas = salidas;
+    todas.insert(todas.begin(), log);
+    for (std::size_t i = 1; i < todas.size(); ++i) {
+        for (std::size_t k = 0; k < i; ++k) {
+            if (!CFile::SeriaElMismo(todas[i], todas[k]))
+                continue;
+            CajaError(cajas::kSalidaRepetida, todas[i]);
+            return true;
+        }
+    }
+    return false;
+}
+
+bool CTraduccionDlg::CreaLog(const CString& nombre, const std::vector<CString>& entradas,
+                             const std::vector<CString>& salidas)
+{
+    if (HayRepetidas(nombre, salidas))
+        return false;
+    for (const CString& salida : salidas)
+        if (m_salidas.Reserva(salida) == CReemplazo::Apertura::Ocupado)
+            throw CFileException(salida, sistema::kDeOtro);
+    CFileException fallo(nombre, {});
+    if (!CFile::EsAlguno(nombre, entradas) &&
+        m_log.Open(nombre, kCrea | CFile::modeInPlace, &fallo)) {
+        m_escritos.log = CFile::RutaCompleta(nombre);
+        return true;
+    }
+    m_salidas.Desecha();
+    CajaError(cajas::kNoSeCrea, fallo);
+    return false;
 }
 
 bool CTraduccionDlg::CreaSalida(CStdioFile& fichero, const CString& nombre, const char* queja,
                                 const std::vector<CString>& entradas)
 {
-    return Crea(fichero, nombre, 0, queja, entradas);
+    CFileException fallo(nombre, {});
+    if (!CFile::EsAlguno(nombre, entradas) && fichero.Open(nombre, kCrea, &fallo, &m_salidas)) {
+        m_escritos.salidas.push_back(CFile::RutaCompleta(nombre));
+        return true;
+    }
+    CajaError(queja, fallo);
+    return false;
 }
 
-bool CTraduccionDlg::CreaLog(const CString& nombre, const std::vector<CString>& entradas)
+void CTraduccionDlg::ConfirmaSalidas()
 {
-    return Crea(m_log, nombre, CFile::modeInPlace, cajas::kNoSeCrea, entradas);
+    m_salidas.Confirma();
 }

@@ -8,6 +8,7 @@
 #include "platform/cfile.h"
 #include "platform/dialog.h"
 #include "platform/front_end.h"
+#include "platform/output_set.h"
 
 // Messages by which a translator reports to its dialog. Each gives the dialog's `EnMarcha`.
 inline constexpr UINT WM_ESTADO_ID = 23000;    ///< a phase begins: number of its status text
@@ -34,7 +35,6 @@ protected:
         const char* clave; ///< in the dialog's section of the settings
         /// An edit's text, the index of a drop-down list, or the mark of a check box.
         std::variant<CString*, int*> valor;
-        const char* defecto = ""; ///< of a text; a number's is 0
     };
     /// A browse button: the field that it fills and the number of its filter string.
     struct CBusqueda {
@@ -51,10 +51,13 @@ protected:
         bool ayudaDeControles = true;     ///< answers a request for the help of one control
     };
     virtual CDescripcion Describe() = 0;
+    /// Gives the fields what they hold where nothing is stored.
+    virtual void PonValoresIniciales() {}
 
     BOOL OnInitDialog() override;
     void DoDataExchange(CDataExchange* dx) override;
-    /// The run. What it can't write to its end ends it with CFileException.
+    /// The run. What it can't read or write to its end ends it with CFileException, and memory that
+    /// runs out with std::bad_alloc: both are told in a box, and no output replaces anything then.
     void OnOK() override = 0;
     /// Asks whether to stop a run; between runs stores the fields and closes the dialog.
     void OnCancel() override;
@@ -84,6 +87,9 @@ protected:
         texto.Format(forma, argumentos...);
         MuestraError(texto);
     }
+
+    /// First of all in a run: heals what a killed one left in the folders of its files.
+    void EmpiezaProceso(const std::vector<CString>& ficheros);
     /// Opens an input, with a box where it can't be opened; a text, or a file of the drawing
     /// system.
     bool AbreEntrada(CStdioFile& fichero, const CString& nombre);
@@ -91,20 +97,30 @@ protected:
     /// Opens the drawing and the topology of the orthophoto sheets, named by one of the two. False,
     /// with a box for each that is missing, unless both are there.
     bool AbreOrtos(CFile& bin, CFile& top, const CString& nombre);
-    /// Creates an output that takes its target's place when it is closed. False, with a box of the
-    /// form `queja`, where it can't be created: also where it would fall on one of the run's
-    /// inputs, which would be lost.
+    /// Creates the log of the run, in its place, and keeps the run's outputs for it. False, with a
+    /// box, where the log can't be created or would fall on one of the run's inputs, which would be
+    /// lost, and where two of log and outputs are one file. Raises CFileException where another
+    /// program is writing one of them.
+    bool CreaLog(const CString& nombre, const std::vector<CString>& entradas,
+                 const std::vector<CString>& salidas);
+    CStdioFile& Log() { return m_log; }
+    /// Creates an output, which takes its target's place with all others. False, with a box of the
+    /// form `queja`, where it can't be created: also where it would fall on one of the inputs.
     bool CreaSalida(CStdioFile& fichero, const CString& nombre, const char* queja,
                     const std::vector<CString>& entradas = {});
-    /// Creates the log of the run in the same way, in its place.
-    bool CreaLog(const CString& nombre, const std::vector<CString>& entradas);
-    CStdioFile& Log() { return m_log; }
+    /// All outputs that were created take their places, or none does.
+    void ConfirmaSalidas();
+    /// Last of all in a run, behind its closing box: tells of a log that isn't whole, and switches
+    /// the controls on.
+    void AcabaProceso();
 
 private:
     void MuestraError(const CString& texto);
     bool Abre(CFile& fichero, const CString& nombre, UINT modo);
-    bool Crea(CStdioFile& fichero, const CString& nombre, UINT modo, const char* queja,
-              const std::vector<CString>& entradas);
+    void CajaError(const char* forma, const CFileException& fallo);
+    bool HayRepetidas(const CString& log, const std::vector<CString>& salidas);
+    void DejaProceso();
+    void GuardaCampos();
     LRESULT OnEstadoId(WPARAM wParam, LPARAM lParam);
     LRESULT OnAvance(WPARAM wParam, LPARAM lParam);
     LRESULT OnLatido(WPARAM wParam, LPARAM lParam);
@@ -116,5 +132,6 @@ private:
     bool m_enLote = false;
     UINT m_focoAntes = 0; ///< where the focus was before the run
     CStdioFile m_log;     ///< of the run at work
+    CConjuntoSalidas m_salidas;
     CEscritos m_escritos; ///< by the run at work
 };

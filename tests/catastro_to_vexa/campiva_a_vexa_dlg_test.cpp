@@ -33,7 +33,10 @@ TEST_F(Traduccion, TellsWhichFilesItCannotUse)
         Textos cajas;
     } casos[] = {
         {"no input", "", "falta.txt", {"El archivo " + en + "falta.txt no existe"}},
-        {"a folder for an input", "entra", "entra", {"El archivo " + en + "entra no existe"}},
+        {"a folder for an input",
+         "entra",
+         "entra",
+         {"El archivo " + en + "entra no existe\nIs a directory"}},
         {"a folder for a log", "a.ERR", "a.txt", {"Imposible crear el archivo " + en + "a.ERR"}},
         {"the log would be the input", "", "b.ERR", {"Imposible crear el archivo " + en + "b.ERR"}},
         {"a folder for a table",
@@ -295,21 +298,49 @@ TEST_F(Traduccion, GivesHelpForAControlAndNoneForALabel)
 }
 
 #ifdef __linux__
-TEST_F(Traduccion, KeepsATableThatCannotBeWrittenAndIsUsableAgain)
+TEST_F(Traduccion, KeepsAllTablesWhereOneCannotBeWrittenAndIsUsableAgain)
 {
     carpeta.Pon("entrada.txt", Paraje("00001", "LA ERA"));
     std::filesystem::create_symlink("/dev/full", carpeta.Ruta() / "Parcelas.txt");
-    carpeta.Pon("Parajes.txt", "antes");
+    carpeta.Pon("Titulares.txt", "antes");
     EjecutaLote("entrada.txt");
     ASSERT_EQ(aplicacion.guion.cajas.size(), 1U) << "no summary tells of a success";
     EXPECT_EQ(aplicacion.guion.cajas[0].titulo, "Error");
     EXPECT_EQ(aplicacion.guion.cajas[0].flags, 16U);
     EXPECT_THAT(aplicacion.guion.cajas[0].texto, testing::HasSubstr("Parcelas.txt"));
-    EXPECT_EQ(Filas("Titulares.txt"), 0) << "what was whole by then is there";
-    EXPECT_EQ(carpeta.Lee("Parajes.txt"), "antes");
-    EXPECT_EQ(carpeta.Cuantos(), 5) << "input, log, two tables and the link; no temporary file";
+    EXPECT_EQ(carpeta.Lee("Titulares.txt"), "antes") << "which was whole by then";
+    EXPECT_EQ(carpeta.Cuantos(), 4) << "input, log, a table and the link; no temporary file";
     std::filesystem::remove(carpeta.Ruta() / "Parcelas.txt");
     EjecutaLote("entrada.txt");
     EXPECT_EQ(Filas("Parajes.txt"), 1);
+}
+
+TEST_F(Traduccion, RefusesTwoOutputsThatAreOneFile)
+{
+    const struct {
+        const char* motivo;
+        const char *titulares, *parajes;
+    } casos[] = {
+        {"two tables of one name", "T.txt", "./T.txt"},
+        {"a table that is the log", "T.txt", "entrada.ERR"},
+        {"by a link to it", "T.txt", "enlace"},
+    };
+    for (const auto& caso : casos) {
+        SCOPED_TRACE(caso.motivo);
+        carpeta.Pon("entrada.txt", Paraje("00001", "LA ERA"));
+        carpeta.Pon("entrada.ERR", "antes");
+        carpeta.Pon("T.txt", "antes");
+        std::error_code hay;
+        std::filesystem::create_symlink("T.txt", carpeta.Ruta() / "enlace", hay);
+        aplicacion.guion.cajas.clear();
+        CCampivaAVexaDlg dialogo;
+        dialogo.EjecutaLote(carpeta.En("entrada.txt"), carpeta.En("M"), carpeta.En(caso.titulares),
+                            carpeta.En("P"), carpeta.En("S"), carpeta.En(caso.parajes),
+                            carpeta.En("C"), nullptr);
+        ASSERT_EQ(aplicacion.guion.cajas.size(), 1U);
+        EXPECT_EQ(aplicacion.guion.cajas[0].flags, 16U);
+        EXPECT_EQ(carpeta.Lee("T.txt") + carpeta.Lee("entrada.ERR"), "antesantes");
+        EXPECT_EQ(carpeta.Cuantos(), 4);
+    }
 }
 #endif

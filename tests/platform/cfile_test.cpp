@@ -325,7 +325,7 @@ TEST(CStdioFile, LeavesItsTargetAsItWasUnlessItIsClosed)
         CStdioFile dosVeces;
         ASSERT_TRUE(nuevo.Open(carpeta.En("b.txt"), kEscribe));
         ASSERT_TRUE(viejo.Open(carpeta.En("a.txt"), kEscribe));
-        ASSERT_TRUE(dosVeces.Open(carpeta.En("a.txt"), kEscribe));
+        ASSERT_TRUE(dosVeces.Open(carpeta.En("d.txt"), kEscribe));
         for (CStdioFile* fichero : {&nuevo, &viejo, &dosVeces}) {
             fichero->WriteString("ahora\n");
             fichero->Flush();

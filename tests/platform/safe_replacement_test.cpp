@@ -20,11 +20,12 @@ constexpr UINT kRegistro = kEscribe | CFile::modeInPlace;
 
 bool Reemplaza(const CString& nombre, std::string_view bytes)
 {
-    CReemplazo reemplazo;
-    if (!reemplazo.Abre(nombre))
+    CFile fichero;
+    if (!fichero.Open(nombre, kEscribe))
         return false;
-    std::fwrite(bytes.data(), 1, bytes.size(), reemplazo.Fichero());
-    return reemplazo.Confirma();
+    fichero.Write(bytes.data(), static_cast<UINT>(bytes.size()));
+    fichero.Close();
+    return true;
 }
 
 unsigned Permisos(const fs::path& ruta)
@@ -92,7 +93,7 @@ TEST(Reemplazo, RefusesLinksThatLeadToNoFile)
     fs::create_symlink("carpeta", carpeta.Ruta() / "a_carpeta");
     fs::create_symlink("falta/a.txt", carpeta.Ruta() / "a_falta");
     for (const char* nombre : {"circulo1", "a_carpeta", "a_falta"})
-        EXPECT_FALSE(CReemplazo().Abre(carpeta.En(nombre))) << nombre;
+        EXPECT_FALSE(CFile().Open(carpeta.En(nombre), kEscribe)) << nombre;
     EXPECT_EQ(carpeta.Cuantos(), 5);
 }
 
@@ -112,53 +113,77 @@ TEST(Reemplazo, KeepsThePermissionsOfItsTarget)
     umask(antes);
 }
 
-TEST(Reemplazo, WritesNothingThatTheUserMayNotWrite)
+TEST(Reemplazo, WritesWhatTheUserMayWriteAndNothingElse)
 {
+    constexpr uid_t kNadie = 65534; // an administrator may write anything
+    constexpr uid_t kOtro = 65533;
     const CCarpetaPrueba carpeta;
-    fs::create_directories(carpeta.Ruta() / "cerrada");
-    carpeta.Pon("solo_lectura.txt", "antes");
-    carpeta.Pon("cerrada/a.txt", "antes");
     fs::permissions(carpeta.Ruta(), fs::perms{0777});
-    fs::permissions(carpeta.Ruta() / "solo_lectura.txt", fs::perms{0444});
-    fs::permissions(carpeta.Ruta() / "cerrada" / "a.txt", fs::perms{0666});
-    fs::permissions(carpeta.Ruta() / "cerrada", fs::perms{0555});
-    const auto abre = [&](const char* nombre) {
-        constexpr uid_t kNadie = 65534; // an administrator may write anything
+    const auto escribe = [&](const char* nombre) {
         if (geteuid() == 0 && setuid(kNadie) != 0)
             _exit(2);
-        _exit(CReemplazo().Abre(carpeta.En(nombre)) ? 1 : 0);
+        _exit(Reemplaza(carpeta.En(nombre), "ahora") ? 1 : 0);
     };
     const struct {
+        const char* motivo;
         const char* nombre;
-        int abierto;
-    } casos[] = {{"solo_lectura.txt", 0}, {"cerrada/a.txt", 0}, {"cerrada/b.txt", 0}, {"c.txt", 1}};
-    for (const auto& caso : casos)
-        EXPECT_EXIT(abre(caso.nombre), testing::ExitedWithCode(caso.abierto), "") << caso.nombre;
-    EXPECT_EQ(carpeta.Lee("solo_lectura.txt"), "antes");
-    fs::permissions(carpeta.Ruta() / "cerrada", fs::perms{0755});
+        unsigned carpeta, fichero; ///< their rights; a file with none isn't there
+        uid_t dueño;
+        bool escrito;
+    } casos[] = {
+        {"no right to the file", "lectura/a.txt", 0777, 0444, kOtro, false},
+        {"a folder that takes no new file, an old one", "cerrada/a.txt", 0555, 0666, kOtro, true},
+        {"the same, a new one", "cerrada/b.txt", 0555, 0, kOtro, false},
+        {"where only owners take files away", "pegajosa/a.txt", 01777, 0646, kOtro, true},
+        {"its own file there", "pegajosa/b.txt", 01777, 0600, kNadie, true},
+        {"somebody else's, whose owner can't be kept by a new one", "d/a.txt", 0777, 0646, kOtro,
+         true},
+        {"a new one", "d/b.txt", 0777, 0, kNadie, true},
+    };
+    for (const auto& caso : casos) {
+        SCOPED_TRACE(caso.motivo);
+        const fs::path ruta = carpeta.Ruta() / caso.nombre;
+        fs::create_directories(ruta.parent_path());
+        if (caso.fichero != 0) {
+            carpeta.Pon(caso.nombre, "antes");
+            fs::permissions(ruta, fs::perms{caso.fichero});
+            if (geteuid() == 0) {
+                ASSERT_EQ(chown(ruta.c_str(), caso.dueño, caso.dueño), 0);
+            }
+        }
+        fs::permissions(ruta.parent_path(), fs::perms{caso.carpeta});
+        EXPECT_EXIT(escribe(caso.nombre), testing::ExitedWithCode(caso.escrito ? 1 : 0), "");
+        fs::permissions(ruta.parent_path(), fs::perms{0777});
+        if (caso.fichero != 0) {
+            struct stat datos = {};
+            stat(ruta.c_str(), &datos);
+            EXPECT_EQ(datos.st_mode & 07777U, caso.fichero);
+            EXPECT_EQ(datos.st_uid, geteuid() == 0 ? caso.dueño : geteuid());
+            EXPECT_EQ(carpeta.Lee(caso.nombre), caso.escrito ? "ahora" : "antes");
+        }
+        EXPECT_FALSE(fs::exists(ruta.string() + ".~nuevo"));
+    }
 }
 
-TEST(Reemplazo, PassesOverTemporaryFilesThatWereLeftBehind)
+TEST(Reemplazo, TwoProgramsNeverWriteOneOutput)
 {
     const CCarpetaPrueba carpeta;
     carpeta.Pon("a.txt", "antes");
-    carpeta.Pon("a.txt.~1", "de otro");
-    fs::create_directory(carpeta.Ruta() / "a.txt.~2");
-    fs::create_symlink("ninguna/parte", carpeta.Ruta() / "a.txt.~3");
-    EXPECT_TRUE(Reemplaza(carpeta.En("a.txt"), "ahora"));
-    EXPECT_EQ(carpeta.Lee("a.txt"), "ahora");
-    EXPECT_EQ(carpeta.Lee("a.txt.~1"), "de otro");
-    EXPECT_EQ(carpeta.Cuantos(), 4);
-
-    // Two at work on one target don't disturb each other: the last one to end stands.
-    CReemplazo uno;
-    CReemplazo otro;
-    ASSERT_TRUE(uno.Abre(carpeta.En("b.txt")) && otro.Abre(carpeta.En("b.txt")));
-    std::fputs("uno", uno.Fichero());
-    std::fputs("otro", otro.Fichero());
-    EXPECT_TRUE(otro.Confirma() && uno.Confirma());
-    EXPECT_EQ(carpeta.Lee("b.txt"), "uno");
-    EXPECT_EQ(carpeta.Cuantos(), 5);
+    CFile uno;
+    CFile otro;
+    ASSERT_TRUE(uno.Open(carpeta.En("a.txt"), kEscribe));
+    EXPECT_THROW(otro.Open(carpeta.En("a.txt"), kEscribe), CFileException);
+    uno.Write("uno", 3);
+    uno.Close();
+    EXPECT_EQ(carpeta.Lee("a.txt"), "uno");
+    ASSERT_TRUE(otro.Open(carpeta.En("a.txt"), kEscribe)); // it has let go
+    CFile registro;
+    CFile segundo;
+    ASSERT_TRUE(registro.Open(carpeta.En("a.ERR"), kRegistro));
+    registro.Write("E101", 4);
+    registro.Flush();
+    EXPECT_THROW(segundo.Open(carpeta.En("a.ERR"), kRegistro), CFileException);
+    EXPECT_EQ(carpeta.Lee("a.ERR"), "E101");
 }
 
 TEST(Reemplazo, TakesTheLongestNameThatTheSystemHas)

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/ansi.h"
+#include "platform/cfile.h"
 #include "tests/support/files.h"
 #include "tests/support/scripted_front_end.h"
 
@@ -27,7 +28,7 @@ TEST(Ajustes, ComeBackAsTheyWereStored)
     EXPECT_EQ(aplicacion.GetProfileInt("Dos", "Clave", 1), -7);
     EXPECT_EQ(aplicacion.GetProfileInt("Dos", "Clave2", 1), 1) << "a key of another section";
     EXPECT_EQ(carpeta.Lee(kFichero),
-              "[Uno]\r\nClave=peña.txt\r\nAnsi=Ñ\r\nClave2=3\r\n\r\n[Dos]\r\nClave=-7\r\n");
+              "[Uno]\r\nClave=peña.txt\r\nAnsi=\xD1\r\nClave2=3\r\n\r\n[Dos]\r\nClave=-7\r\n");
 }
 
 TEST(Ajustes, AHandWrittenFileIsTakenAndKept)
@@ -44,6 +45,51 @@ TEST(Ajustes, AHandWrittenFileIsTakenAndKept)
     EXPECT_EQ(
         carpeta.Lee(kFichero),
         "; nota\r\n[Uno]\r\nClave=5\r\nMala=5x\r\nVacia=\r\nNueva=9\r\n\r\n[Otra]\r\nClave=6\r\n");
+}
+
+TEST(Ajustes, WhatAPersonWroteIsRead)
+{
+    const CCarpetaPrueba carpeta;
+    CAplicacionPrueba aplicacion;
+    std::filesystem::create_directories(carpeta.Ruta() / "config/VexaSoft");
+    constexpr struct {
+        const char* motivo;
+        const char* linea;
+        const char* valor;
+    } kCasos[] = {
+        {"blanks around the sign", "Clave = 1", "1"},
+        {"blanks and tabs around all", " \tClave\t=\t1 \t", "1"},
+        {"small letters", "clave=1", "1"},
+        {"blanks that belong to it", "Clave=\"  a \"", "  a "},
+        {"a quote inside", "Clave=a\"b", "a\"b"},
+        {"nothing", "Clave =", ""},
+    };
+    for (const auto& caso : kCasos) {
+        SCOPED_TRACE(caso.motivo);
+        carpeta.Pon(kFichero, "\xEF\xBB\xBF [ uno ]\n" + std::string(caso.linea) + "\n");
+        EXPECT_EQ(aplicacion.GetProfileString("Uno", "Clave", "x"), CString(caso.valor));
+        const std::string antes = carpeta.Lee(kFichero);
+        EXPECT_NE(aplicacion.WriteProfileString("Uno", "Clave", caso.valor), 0);
+        EXPECT_EQ(carpeta.Lee(kFichero), antes) << "its owner's line stays";
+    }
+}
+
+TEST(Ajustes, AStoreThatCannotBeReadOrHoldAValueLosesNone)
+{
+    const CCarpetaPrueba carpeta;
+    CAplicacionPrueba aplicacion;
+    aplicacion.WriteProfileString("Uno", "Clave", "a");
+    const std::string antes = carpeta.Lee(kFichero);
+    const CAjuste ajustes[] = {{"Uno", "Otra", "b"}, {"Uno", "Clave", "dos\nlíneas"}};
+    EXPECT_THROW(aplicacion.GuardaAjustes(ajustes), CFileException);
+    EXPECT_EQ(carpeta.Lee(kFichero), antes) << "all in one step or none";
+#ifdef __linux__
+    std::filesystem::remove(carpeta.Ruta() / kFichero);
+    std::filesystem::create_symlink("/proc/self/mem",
+                                    carpeta.Ruta() / kFichero); // reads of it fail
+    EXPECT_THROW(aplicacion.GetProfileString("Uno", "Clave", "x"), CFileException);
+    EXPECT_EQ(aplicacion.WriteProfileString("Uno", "Clave", "b"), 0);
+#endif
 }
 
 TEST(Ajustes, WithoutAPlaceNothingIsStoredAndNothingTold)

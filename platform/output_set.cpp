@@ -1,0 +1,410 @@
+#include "platform/output_set.h"
+
+#include <algorithm>
+#include <charconv>
+#include <set>
+
+#include "platform/cfile.h"
+
+namespace {
+
+using Ruta = CReemplazo::Ruta;
+using Error = sistema::Error;
+using sistema::CEstado;
+
+void Exige(const Error& error, const CString& nombre)
+{
+    if (error)
+        throw CFileException(nombre, error);
+}
+
+Ruta CarpetaDe(const Ruta& ruta)
+{
+    return ruta.has_parent_path() ? ruta.parent_path() : Ruta(".");
+}
+
+std::string Entera(const Ruta& ruta)
+{
+    Error error;
+    const Ruta entera = std::filesystem::absolute(ruta, error);
+    return sistema::Nombre(error ? ruta : entera);
+}
+
+/// What a diary says of one target.
+struct CEntrada {
+    Ruta destino;
+    bool habia;           ///< a file stood there before
+    std::uint64_t numero; ///< of the file that takes its place
+};
+
+// A diary is a row of texts, each closed by a zero: its mark, how many diaries there are and their
+// names, three texts for each target, and its mark again. One that was cut short told of nothing
+// that had begun.
+constexpr std::string_view kMarca = "campiva: salidas en curso";
+
+std::string Escribe(const std::vector<Ruta>& diarios, const std::vector<CEntrada>& entradas)
+{
+    std::string bytes;
+    const auto pon = [&](std::string_view texto) { bytes.append(texto).push_back('\0'); };
+    pon(kMarca);
+    pon(std::to_string(diarios.size()));
+    for (const Ruta& diario : diarios)
+        pon(Entera(diario));
+    for (const CEntrada& entrada : entradas) {
+        pon(Entera(entrada.destino));
+        pon(entrada.habia ? "1" : "0");
+        pon(std::to_string(entrada.numero));
+    }
+    pon(kMarca);
+    return bytes;
+}
+
+struct CDiarioLeido {
+    std::vector<Ruta> diarios;
+    std::vector<CEntrada> entradas;
+};
+
+CDiarioLeido Interpreta(std::string_view bytes)
+{
+    std::vector<std::string_view> textos;
+    for (std::size_t fin = bytes.find('\0'); fin != std::string_view::npos;
+         fin = bytes.find('\0')) {
+        textos.push_back(bytes.substr(0, fin));
+        bytes.remove_prefix(fin + 1);
+    }
+    const auto numero = [](std::string_view texto) {
+        std::uint64_t valor = 0;
+        std::from_chars(texto.data(), texto.data() + texto.size(), valor);
+        return valor;
+    };
+    CDiarioLeido leido;
+    if (!bytes.empty() || textos.size() < 3 || textos.front() != kMarca || textos.back() != kMarca)
+        return leido;
+    const std::uint64_t diarios = numero(textos[1]);
+    if (diarios > textos.size() - 3 || (textos.size() - 3 - diarios) % 3 != 0)
+        return leido;
+    std::size_t i = 2;
+    for (std::uint64_t k = 0; k < diarios; ++k)
+        leido.diarios.push_back(sistema::Ruta(textos[i++]));
+    for (; i + 1 < textos.size(); i += 3)
+        leido.entradas.push_back(
+            {sistema::Ruta(textos[i]), textos[i + 1] == "1", numero(textos[i + 2])});
+    return leido;
+}
+
+void AseguraCarpetas(const std::set<Ruta>& carpetas)
+{
+    for (const Ruta& carpeta : carpetas) {
+        Error error;
+        sistema::AseguraCarpeta(carpeta, error);
+        Exige(error, sistema::Nombre(carpeta));
+    }
+}
+
+/// The diaries of a set of outputs, one in each folder, locked as long as the set is at work.
+class CDiario {
+public:
+    CDiario() = default;
+    CDiario(const CDiario&) = delete;
+    CDiario& operator=(const CDiario&) = delete;
+    ~CDiario() { Cierra(); }
+
+    void Abre(std::span<const CSalidaNombrada> salidas);
+    /// Whoever reads the folder next finds nothing to heal.
+    void Borra(Error& error);
+    /// Brings the folders of all outputs to the disk. A single one needs it once, when it has its
+    /// place; several also before the first takes its own, and when their diary is gone.
+    enum class Momento { Antes, Hecho, Final };
+    void AseguraCarpetas(Momento momento) const;
+
+private:
+    void EscribeUno(const Ruta& ruta, std::string_view bytes);
+    void Cierra();
+
+    std::set<Ruta> m_carpetas;
+    std::vector<Ruta> m_rutas;
+    std::vector<int> m_ficheros;
+};
+
+void CDiario::Abre(std::span<const CSalidaNombrada> salidas)
+{
+    std::vector<CEntrada> entradas;
+    for (const CSalidaNombrada& salida : salidas) {
+        const CReemplazo& reemplazo = *salida.reemplazo;
+        if (!reemplazo.EstaAlLado())
+            continue;
+        Error error;
+        entradas.push_back(
+            {reemplazo.Destino(), reemplazo.HabiaDestino(), reemplazo.Numero(error)});
+        Exige(error, salida.nombre);
+        if (m_carpetas.insert(CarpetaDe(reemplazo.Destino())).second)
+            m_rutas.push_back(CReemplazo::AlLado(reemplazo.Destino(), CReemplazo::kConjunto));
+    }
+    if (entradas.size() < 2) {
+        m_rutas.clear(); // one rename is done or not done
+        return;
+    }
+    const std::string bytes = Escribe(m_rutas, entradas);
+    for (const Ruta& ruta : m_rutas)
+        EscribeUno(ruta, bytes);
+}
+
+void CDiario::EscribeUno(const Ruta& ruta, std::string_view bytes)
+{
+    Error error;
+    const int fichero = sistema::Abre(ruta, sistema::Modo::Tomar, error);
+    if (fichero != sistema::kCerrado)
+        m_ficheros.push_back(fichero);
+    if (!error)
+        sistema::Bloquea(fichero, error);
+    if (!error)
+        sistema::Recorta(fichero, 0, error);
+    if (!error)
+        sistema::Escribe(fichero, bytes, error);
+    if (!error)
+        sistema::Asegura(fichero, error);
+    Exige(error, sistema::Nombre(ruta));
+}
+
+void CDiario::Cierra()
+{
+    Error error;
+    for (const int fichero : m_ficheros)
+        sistema::Cierra(fichero, error);
+    m_ficheros.clear();
+}
+
+void CDiario::Borra(Error& error)
+{
+    error.clear();
+    if (!sistema::kSeRenombraAbierto)
+        Cierra();
+    for (const Ruta& ruta : m_rutas) {
+        Error suyo;
+        sistema::Borra(ruta, suyo);
+        if (suyo && suyo != std::errc::no_such_file_or_directory)
+            error = suyo;
+    }
+}
+
+void CDiario::AseguraCarpetas(Momento momento) const
+{
+    if (momento == Momento::Hecho || !m_rutas.empty())
+        ::AseguraCarpetas(m_carpetas);
+}
+
+void Cambia(std::span<const CSalidaNombrada> salidas, CDiario& diario)
+{
+    Error error;
+    for (const CSalidaNombrada& salida : salidas) {
+        salida.reemplazo->Asegura(error);
+        Exige(error, salida.nombre);
+    }
+    diario.Abre(salidas);
+    for (const CSalidaNombrada& salida : salidas) {
+        salida.reemplazo->Prepara(error);
+        Exige(error, salida.nombre);
+    }
+    diario.AseguraCarpetas(CDiario::Momento::Antes);
+    // What is written in its place goes first: it is the likelier to fail.
+    for (const bool alLado : {false, true})
+        for (const CSalidaNombrada& salida : salidas)
+            if (salida.reemplazo->EstaAlLado() == alLado) {
+                salida.reemplazo->Coloca(error);
+                Exige(error, salida.nombre);
+            }
+    diario.AseguraCarpetas(CDiario::Momento::Hecho);
+    diario.Borra(error);
+    Exige(error, salidas.front().nombre);
+    diario.AseguraCarpetas(CDiario::Momento::Final);
+}
+
+/// A file of a folder that may belong to a program that is alive; locked here if it doesn't.
+class CHallado {
+public:
+    explicit CHallado(const Ruta& ruta)
+    {
+        m_estado = sistema::MiraEnlace(ruta, m_error);
+        if (m_estado.tipo != CEstado::Tipo::Regular)
+            return;
+        m_fichero = sistema::Abre(ruta, sistema::Modo::Leer, m_error);
+        if (m_fichero != sistema::kCerrado)
+            m_suelto =
+                sistema::Bloquea(m_fichero, m_error) &&
+                sistema::Mira(m_fichero, m_error).EsElMismo(sistema::MiraEnlace(ruta, m_error));
+    }
+    CHallado(const CHallado&) = delete;
+    CHallado& operator=(const CHallado&) = delete;
+    ~CHallado()
+    {
+        Error error;
+        if (m_fichero != sistema::kCerrado)
+            sistema::Cierra(m_fichero, error);
+    }
+    bool Suelto() const { return m_suelto; }
+    const CEstado& Estado() const { return m_estado; }
+    std::string LeeTodo(Error& error) const
+    {
+        std::string bytes;
+        char trozo[4096];
+        while (const std::size_t n =
+                   sistema::LeeEn(m_fichero, trozo, sizeof trozo, bytes.size(), error))
+            bytes.append(trozo, n);
+        return bytes;
+    }
+
+private:
+    int m_fichero = sistema::kCerrado;
+    bool m_suelto = false;
+    CEstado m_estado;
+    Error m_error;
+};
+
+/// Gives a target back what it held before the set that its diary tells of.
+void Devuelve(const CEntrada& entrada)
+{
+    Error error;
+    const Ruta antes = CReemplazo::AlLado(entrada.destino, CReemplazo::kAntes);
+    const CEstado deAntes = sistema::MiraEnlace(antes, error);
+    const CEstado deAhora = sistema::MiraEnlace(entrada.destino, error);
+    if (entrada.habia) {
+        if (deAntes.tipo != CEstado::Tipo::NoHay && !deAntes.EsElMismo(deAhora))
+            sistema::Renombra(antes, entrada.destino, error);
+    } else if (deAhora.tipo == CEstado::Tipo::Regular && deAhora.numero == entrada.numero) {
+        sistema::Borra(entrada.destino, error);
+    }
+    Exige(error, sistema::Nombre(entrada.destino));
+}
+
+/// Heals by a diary. False where its run is alive.
+bool SanaPorDiario(const Ruta& diario)
+{
+    const CHallado hallado(diario);
+    if (!hallado.Suelto())
+        return false;
+    Error error;
+    const CDiarioLeido leido = Interpreta(hallado.LeeTodo(error));
+    Exige(error, sistema::Nombre(diario));
+    std::set<Ruta> carpetas;
+    for (const CEntrada& entrada : leido.entradas) {
+        // What somebody else's diary says of other folders than its own is not to be believed.
+        const Ruta suya = CarpetaDe(entrada.destino);
+        if (!sistema::EsMio(hallado.Estado()) && suya != CarpetaDe(Entera(diario)))
+            continue;
+        Devuelve(entrada);
+        carpetas.insert(suya);
+    }
+    AseguraCarpetas(carpetas);
+    for (const Ruta& otro : leido.diarios)
+        sistema::Borra(otro, error);
+    sistema::Borra(diario, error);
+    return true;
+}
+
+void SanaCarpeta(const Ruta& carpeta)
+{
+    const auto acabaEn = [](const Ruta& nombre, std::string_view sufijo) {
+        return sistema::Nombre(nombre).ends_with(sufijo);
+    };
+    Error error;
+    const std::vector<Ruta> nombres = sistema::Lista(carpeta, error);
+    if (error == std::errc::no_such_file_or_directory || error == std::errc::permission_denied ||
+        error == std::errc::not_a_directory)
+        return; // whoever opens a file there will be told
+    Exige(error, sistema::Nombre(carpeta));
+    bool hayVivos = false;
+    for (const Ruta& nombre : nombres)
+        if (acabaEn(nombre, CReemplazo::kConjunto))
+            hayVivos = !SanaPorDiario(carpeta / nombre) || hayVivos;
+    for (const Ruta& nombre : nombres) {
+        const bool sobra = acabaEn(nombre, CReemplazo::kNuevo) ||
+                           (!hayVivos && acabaEn(nombre, CReemplazo::kAntes));
+        if (sobra && CHallado(carpeta / nombre).Suelto())
+            sistema::Borra(carpeta / nombre, error);
+    }
+}
+
+} // namespace
+
+void ConfirmaSalidas(std::span<const CSalidaNombrada> salidas)
+{
+    if (salidas.empty())
+        return;
+    CDiario diario;
+    try {
+        Cambia(salidas, diario);
+    } catch (...) {
+        bool devueltas = true;
+        for (const CSalidaNombrada& salida : salidas)
+            devueltas = salida.reemplazo->Desecha() && devueltas;
+        Error error;
+        if (devueltas) // else the next run finds the diary and heals by it
+            diario.Borra(error);
+        throw;
+    }
+    for (const CSalidaNombrada& salida : salidas)
+        salida.reemplazo->Acaba();
+}
+
+void CConjuntoSalidas::Sana(const std::vector<CString>& nombres)
+{
+    std::set<Ruta> carpetas;
+    for (const CString& nombre : nombres) {
+        if (nombre.IsEmpty())
+            continue;
+        Error error;
+        const Ruta destino = CReemplazo::DestinoReal(sistema::Ruta(nombre), error);
+        if (!error)
+            carpetas.insert(CarpetaDe(destino));
+    }
+    for (const Ruta& carpeta : carpetas)
+        SanaCarpeta(carpeta);
+}
+
+CReemplazo::Apertura CConjuntoSalidas::Reserva(const CString& nombre)
+{
+    Error error;
+    CSalida& salida = m_salidas.emplace_back();
+    salida.nombre = nombre;
+    const auto apertura = salida.reemplazo.Abre(nombre, error);
+    if (apertura != CReemplazo::Apertura::Abierto)
+        m_salidas.pop_back();
+    return apertura;
+}
+
+CReemplazo* CConjuntoSalidas::Abre(const CString& nombre, Error& error)
+{
+    error.clear();
+    const auto reservada = std::find_if(m_salidas.begin(), m_salidas.end(), [&](const CSalida& s) {
+        return !s.usada && s.nombre == nombre;
+    });
+    if (reservada != m_salidas.end()) {
+        reservada->usada = true;
+        return &reservada->reemplazo;
+    }
+    CSalida& salida = m_salidas.emplace_back();
+    salida.nombre = nombre;
+    salida.usada = true;
+    const auto apertura = salida.reemplazo.Abre(nombre, error);
+    if (apertura == CReemplazo::Apertura::Abierto)
+        return &salida.reemplazo;
+    m_salidas.pop_back();
+    if (apertura == CReemplazo::Apertura::Ocupado)
+        throw CFileException(nombre, sistema::kDeOtro);
+    return nullptr;
+}
+
+void CConjuntoSalidas::Confirma()
+{
+    m_salidas.remove_if([](const CSalida& salida) { return !salida.usada; });
+    std::vector<CSalidaNombrada> salidas;
+    for (CSalida& salida : m_salidas)
+        salidas.push_back({salida.nombre, &salida.reemplazo});
+    ConfirmaSalidas(salidas);
+    m_salidas.clear();
+}
+
+void CConjuntoSalidas::Desecha()
+{
+    m_salidas.clear();
+}
