@@ -84,6 +84,31 @@ bool BuscaMarca(CFile& fichero, std::uint64_t desde, std::string_view marca)
     return false;
 }
 
+/// Goes on behind damage. A mark inside it may claim to be of a record as long as the file, and be
+/// false; so that many such cost no more than the file does, the search ends when what was read in
+/// vain is several times as long.
+class CTrasElDaño {
+public:
+    CTrasElDaño(CFile& fichero, std::string_view marca) : m_fichero(fichero), m_marca(marca) {}
+
+    /// Moves the file to the next mark behind the record at `posicion` that couldn't be read. False
+    /// if the search is over.
+    bool Sigue(CInforme& informe, std::uint64_t posicion)
+    {
+        constexpr std::uint64_t kVeces = 4;
+        m_enVano += m_fichero.GetPosition() - posicion;
+        if (m_enVano <= kVeces * m_fichero.GetLength())
+            return BuscaMarca(m_fichero, posicion + 1, m_marca);
+        informe.Fallo("hay demasiados daños para seguir"_ansi);
+        return false;
+    }
+
+private:
+    CFile& m_fichero;
+    std::string_view m_marca;
+    std::uint64_t m_enVano = 0;
+};
+
 void MuestraEntidad(CInforme& informe, int posicion, const CTexto<int>& entidad)
 {
     const CPunto<int> punto = entidad.PrimerPunto();
@@ -96,7 +121,7 @@ void MuestraEntidad(CInforme& informe, int posicion, const CTexto<int>& entidad)
 
 void MuestraDibujo(CInforme& informe, CFile& bin)
 {
-    constexpr std::string_view kMarca = "VENT";
+    CTrasElDaño daño(bin, "VENT");
     CCabeceraDibujo cabecera;
     if (!cabecera.Read(&bin))
         informe.Fallo("la cabecera no es de un dibujo"_ansi);
@@ -114,7 +139,7 @@ void MuestraDibujo(CInforme& informe, CFile& bin)
             continue;
         }
         informe.Fallo("en %d no hay una entidad entera"_ansi, static_cast<int>(posicion) + 1);
-        if (!BuscaMarca(bin, posicion + 1, kMarca))
+        if (!daño.Sigue(informe, posicion))
             break;
     }
     if (leidas != cabecera.entidades)
@@ -170,7 +195,7 @@ void MuestraPoligono(CInforme& informe, const CPoligonoTopologico& poligono, CFi
 
 void MuestraTopologia(CInforme& informe, CFile& topologia, CFile& bin)
 {
-    constexpr std::string_view kMarca = "VPOL";
+    CTrasElDaño daño(topologia, "VPOL");
     while (topologia.GetPosition() < topologia.GetLength()) {
         const std::uint64_t posicion = topologia.GetPosition();
         CPoligonoTopologico poligono;
@@ -180,7 +205,7 @@ void MuestraTopologia(CInforme& informe, CFile& topologia, CFile& bin)
         }
         informe.Fallo("en el byte %d no hay un registro entero; un proceso acaba de leer aquí"_ansi,
                       static_cast<int>(posicion));
-        if (!BuscaMarca(topologia, posicion + 1, kMarca))
+        if (!daño.Sigue(informe, posicion))
             break;
     }
 }
@@ -199,15 +224,20 @@ int main(int argc, char* argv[])
         std::string_view(argv[1]).ends_with(".BIN") || std::string_view(argv[1]).ends_with(".bin");
     CFile fichero;
     CFile bin;
-    if (!fichero.Open(argv[1], kModo) || (!esDibujo && !bin.Open(nombreBin, kModo))) {
-        std::fprintf(stderr, "show_drawing: no se puede leer %s o su dibujo\n", argv[1]);
+    CInforme informe;
+    try {
+        if (!fichero.Open(argv[1], kModo) || (!esDibujo && !bin.Open(nombreBin, kModo))) {
+            std::fprintf(stderr, "show_drawing: no se puede leer %s o su dibujo\n", argv[1]);
+            return kNoSeLee;
+        }
+        if (esDibujo)
+            MuestraDibujo(informe, fichero);
+        else
+            MuestraTopologia(informe, fichero, bin);
+    } catch (const CFileException& fallo) {
+        std::fprintf(stderr, "show_drawing: %s\n", ansi::AUtf8(fallo.Mensaje()).c_str());
         return kNoSeLee;
     }
-    CInforme informe;
-    if (esDibujo)
-        MuestraDibujo(informe, fichero);
-    else
-        MuestraTopologia(informe, fichero, bin);
     informe.Linea("%d fallos", informe.Fallos());
     return informe.Fallos() == 0 ? EXIT_SUCCESS : EXIT_FAILURE;
 }

@@ -8,6 +8,10 @@
 
 namespace vexageo {
 
+/// Bytes that a record may have. No honest one comes near: it would be a line of 22 million points.
+/// A length past it is damage, also where a file with holes in it is long enough.
+inline constexpr std::uint64_t kRegistroMayor = std::uint64_t{256} << 20U;
+
 /// CRC-32 as in zip and PNG, polynomial 0xEDB88320.
 std::uint32_t Crc32(std::string_view bytes);
 

@@ -27,6 +27,7 @@ void CDibujoVexa::Intercambia(CDibujoVexa& otro) noexcept
     std::swap(m_textos, otro.m_textos);
     std::swap(m_puntos, otro.m_puntos);
     std::swap(m_borrados, otro.m_borrados);
+    std::swap(m_vertices, otro.m_vertices);
     std::swap(m_mensajes, otro.m_mensajes);
     std::swap(m_semilla, otro.m_semilla);
     std::swap(m_maximas, otro.m_maximas);
@@ -55,6 +56,7 @@ bool CDibujoVexa::Inserta(const CEntidadVexa<int>& entidad)
         ++m_puntos;
     if (tipo.EsBorrado())
         ++m_borrados;
+    m_vertices += entidad.Puntos().size();
     for (const CPunto<int>& punto : entidad.Puntos())
         m_maximas.Nuevo(punto);
     m_entidades.push_back(entidad.Clona());

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <vector>
 
@@ -28,6 +29,7 @@ public:
     unsigned CantidadPuntos() const { return m_puntos; }
     unsigned CantidadBorrados() const { return m_borrados; }
     unsigned Cantidad() const { return static_cast<unsigned>(m_entidades.size()); }
+    std::uint64_t CantidadVertices() const { return m_vertices; } ///< points of all entities
 
     void SinMensajes() { m_mensajes = false; }
     void ConMensajes() { m_mensajes = true; }
@@ -46,6 +48,7 @@ private:
     unsigned m_textos = 0;
     unsigned m_puntos = 0;
     unsigned m_borrados = 0;
+    std::uint64_t m_vertices = 0;
     bool m_mensajes = true;
     const CDataSemilla* m_semilla;
     CMaximas<int> m_maximas;

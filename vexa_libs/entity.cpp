@@ -59,7 +59,7 @@ std::string LeeEntidad(CFile* fichero)
     CLector lector(bytes);
     const CCabecera cabecera = CCabecera::De(lector);
     if (cabecera.tipo < CTipoDat::Linea || cabecera.tipo > CTipoDat::Punto ||
-        cabecera.Cuerpo() > Quedan(*fichero))
+        cabecera.Cuerpo() > std::min(Quedan(*fichero), kRegistroMayor))
         return {};
     const auto cuerpo = static_cast<UINT>(cabecera.Cuerpo());
     bytes.resize(kCabeceraEntidad + cuerpo);

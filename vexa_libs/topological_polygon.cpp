@@ -1,6 +1,7 @@
 #include "vexa_libs/topological_polygon.h"
 
 #include <algorithm>
+#include <cmath>
 #include <string>
 
 namespace vexageo {
@@ -54,8 +55,8 @@ bool CPoligonoTopologico::Read(CFile* fichero)
         return false;
     const std::uint32_t largo = CLector(std::string_view(bytes).substr(kMarca.size())).U32();
     const std::uint64_t posicion = fichero->GetPosition();
-    if (std::uint64_t{largo} + kBytesCrc >
-        fichero->GetLength() - std::min(posicion, fichero->GetLength()))
+    const std::uint64_t quedan = fichero->GetLength() - std::min(posicion, fichero->GetLength());
+    if (std::uint64_t{largo} + kBytesCrc > std::min(quedan, kRegistroMayor))
         return false;
     bytes.resize(std::size_t{kCabecera} + largo + kBytesCrc);
     if (fichero->Read(bytes.data() + kCabecera, largo + kBytesCrc) < largo + kBytesCrc)
@@ -66,7 +67,7 @@ bool CPoligonoTopologico::Read(CFile* fichero)
         return false;
     CLector lector(todo.substr(kCabecera, largo));
     CPoligonoTopologico leido;
-    if (!leido.LeeCuerpo(lector, 0) || lector.Quedan() > 0)
+    if (!leido.LeeCuerpo(lector, 0) || lector.Quedan() > 0 || !std::isfinite(leido.Area()))
         return false;
     *this = std::move(leido);
     return true;
@@ -96,7 +97,7 @@ bool CPoligonoTopologico::LeeCuerpo(CLector& lector, int hondura)
         if (!isla.LeeCuerpo(lector, hondura + 1))
             return false;
     m_padre = lector.I32();
-    return lector.Bien();
+    return lector.Bien() && std::isfinite(m_area);
 }
 
 void CPoligonoTopologico::Write(CFile* fichero) const

@@ -14,7 +14,8 @@ class CPoligonoTopologico {
 public:
     /// Reads the record at the file's position and moves behind it. False, with nothing changed
     /// here, at the end of the file and where no whole record stands: a wrong mark or sum, lengths
-    /// that pass the file's end, bytes left over, islands more than 16 deep.
+    /// that pass the file's end, bytes left over, islands more than 16 deep, an area that is no
+    /// finite number.
     bool Read(CFile* fichero);
     /// Writes the record. Raises CFileException.
     void Write(CFile* fichero) const;

@@ -8,11 +8,16 @@
 namespace vexageo {
 namespace {
 
-CLinea<int> Contorno(const CPoligonoTopologico& poligono, CFile* dibujo)
+constexpr std::uint64_t kBytesPunto = 12;         // of a point in a drawing's file
+constexpr std::uint64_t kAnilloCorto = 1'000'000; // points that no ring needs to answer for
+
+constexpr std::uint64_t kAnillosCortos = 4'000'000; // the same of all rings together
+
+/// Points that a ring of this drawing may have: each line bounds two polygons at most, so a longer
+/// one names lines over and over, and would cost memory that its files don't.
+std::uint64_t MasPuntos(const CFile& dibujo)
 {
-    CLinea<int> linea("nuevo");
-    ConstruyeLinea(poligono, dibujo, linea, [] { return true; });
-    return linea;
+    return std::max(kAnilloCorto, 2 * (dibujo.GetLength() / kBytesPunto));
 }
 
 } // namespace
@@ -37,8 +42,20 @@ bool ConstruyeLinea(const CPoligonoTopologico& poligono, CFile* dibujo, CLinea<i
         if (valor < 0)
             tramo.Voltea();
         linea.Une(tramo, true);
+        if (linea.Puntos().size() > MasPuntos(*dibujo)) {
+            linea.Puntos().clear();
+            linea.Puntos().shrink_to_fit();
+            return falla();
+        }
     }
     return true;
+}
+
+bool SonDesmedidos(std::uint64_t puntos, const CLinea<int>& otro, const CFile& dibujo)
+{
+    constexpr std::uint64_t kVeces = 16;
+    return puntos + otro.Puntos().size() >
+           std::max(kAnillosCortos, kVeces * (dibujo.GetLength() / kBytesPunto));
 }
 
 bool LeeRotulo(const CPoligonoTopologico& poligono, CFile* dibujo, CTexto<int>& rotulo)
@@ -68,12 +85,20 @@ bool CTopologia::Read(CFile* dibujo, CFile* poligonos)
 void CTopologia::TomaEntidades(CPoligonoTopologico& poligono, CFile* dibujo)
 {
     poligono.OlvidaIndices();
-    poligono.IndiceNuevo(Guarda(Contorno(poligono, dibujo)));
+    poligono.IndiceNuevo(GuardaContorno(poligono, dibujo));
     for (const CPoligonoTopologico& isla : poligono.ListaIslas())
-        poligono.IndiceNuevo(Guarda(Contorno(isla, dibujo)));
+        poligono.IndiceNuevo(GuardaContorno(isla, dibujo));
     CTexto<int> rotulo("nuevo");
     const bool hayTexto = LeeRotulo(poligono, dibujo, rotulo) && rotulo.Tipo().EsTexto();
     poligono.IndiceCentroide(hayTexto ? Guarda(rotulo) : -1);
+}
+
+int CTopologia::GuardaContorno(const CPoligonoTopologico& poligono, CFile* dibujo)
+{
+    CLinea<int> linea("nuevo");
+    ConstruyeLinea(poligono, dibujo, linea, [] { return true; });
+    return Guarda(SonDesmedidos(m_dibujo.CantidadVertices(), linea, *dibujo) ? CLinea<int>()
+                                                                             : linea);
 }
 
 int CTopologia::Guarda(const CEntidadVexa<int>& entidad)

@@ -11,10 +11,15 @@
 namespace vexageo {
 
 /// Joins the boundary of a polygon from its stretches in the drawing, a negative one turned round.
-/// \param falla  called for each stretch that can't be read, which is left out; false ends the work
-/// \return false where `falla` ended it
+/// One of more than a million points that is longer than twice what the drawing can hold is out of
+/// date too: `falla` is called, and the line is left empty. \param falla  called for each stretch
+/// that can't be read, which is left out; false ends the work \return false where `falla` ended it
 bool ConstruyeLinea(const CPoligonoTopologico& poligono, CFile* dibujo, CLinea<int>& linea,
                     const std::function<bool()>& falla);
+
+/// Tells that the rings of a drawing have more points in all, `puntos` and those of one more ring,
+/// than its lines account for: a line bounds two polygons, or a few more where they overlap.
+bool SonDesmedidos(std::uint64_t puntos, const CLinea<int>& otro, const CFile& dibujo);
 
 /// Reads the entity that names a polygon. False where none can be read at its place.
 bool LeeRotulo(const CPoligonoTopologico& poligono, CFile* dibujo, CTexto<int>& rotulo);
@@ -51,6 +56,7 @@ public:
 private:
     void TomaEntidades(CPoligonoTopologico& poligono, CFile* dibujo);
     int Guarda(const CEntidadVexa<int>& entidad);
+    int GuardaContorno(const CPoligonoTopologico& poligono, CFile* dibujo);
     /// The k-th of a polygon's rings: first its own boundary, then those of its islands.
     const CLinea<int>& Anillo(const CPoligonoTopologico& poligono, int k) const;
     void PreparaIndice() const;

@@ -28,6 +28,10 @@ void GuardaContorno(const CPoligonoTopologico& registro, const CTexto<int>& rotu
 {
     CLinea<int> linea("nuevo");
     vexageo::ConstruyeLinea(registro, bin, linea, fueraDeFecha);
+    if (vexageo::SonDesmedidos(poligono.LineasParcelas.CantidadVertices(), linea, *bin)) {
+        fueraDeFecha();
+        linea = CLinea<int>("nuevo");
+    }
     const int posicion = static_cast<int>(poligono.LineasParcelas.Cantidad());
     poligono.LineasParcelas.Inserta(linea);
     poligono.TextosParcelas.Inserta(rotulo);

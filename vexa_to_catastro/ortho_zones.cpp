@@ -60,7 +60,8 @@ bool CVexaACampiva2Dlg::LeeOrtos()
             continue;
         CLinea<int> linea("nuevo");
         CTexto<int> texto("nuevo");
-        if (!LeeHoja(hoja, &bin, linea, texto)) {
+        if (!LeeHoja(hoja, &bin, linea, texto) ||
+            vexageo::SonDesmedidos(m_ortos.LineasOrtos.CantidadVertices(), linea, bin)) {
             CajaError(cajas::kOrtosFueraDeFecha);
             return false;
         }

@@ -174,6 +174,7 @@ TEST_F(FicherosDeDibujo, ALyingLengthWithAGoodSumIsRefused)
         std::string otro = cuerpo;
         return conSuma(otro.replace(donde, bytes.size(), bytes));
     };
+    constexpr std::size_t kArea = 8 + 54;
     constexpr std::size_t kTramos = 8 + 72; // where the number of stretches stands
     const struct {
         const char* motivo;
@@ -184,6 +185,8 @@ TEST_F(FicherosDeDibujo, ALyingLengthWithAGoodSumIsRefused)
         {"a thousand million islands", con(kTramos + 12, std::string_view("\0\0\0\x40", 4))},
         {"one byte more behind the parent",
          conSuma("VPOL" + std::string("\x5D\0\0\0", 4) + cuerpo.substr(8) + "x")},
+        {"an area that is no number", con(kArea, std::string_view("\0\0\0\0\0\0\xF8\x7F", 8))},
+        {"an area without bounds", con(kArea, std::string_view("\0\0\0\0\0\0\xF0\xFF", 8))},
         {"an entity of kind 4", conSuma(std::string("VENT\4\0\0\0\0\0\0\0\0\0\0\0", 16))},
         {"an entity of 4,000 million points",
          conSuma(std::string("VENT\1\0\0\0\xFF\xFF\xFF\xFF\0\0\0\0", 16))},
@@ -194,6 +197,41 @@ TEST_F(FicherosDeDibujo, ALyingLengthWithAGoodSumIsRefused)
         CTexto<int> texto;
         EXPECT_FALSE(Lee(caso.bytes, leido));
         EXPECT_FALSE(Lee(caso.bytes, texto));
+    }
+}
+
+TEST_F(FicherosDeDibujo, LinesNamedOverAndOverCostNoMoreThanTheDrawing)
+{
+    CLinea<int> linea;
+    for (int i = 0; i < 1000; ++i)
+        linea.Puntos().emplace_back(i, i % 7);
+    const CString nombre = carpeta.Pon("c", Escribe("c", [&](CFile& f) {
+                                           vexageo::CCabeceraDibujo().Write(&f);
+                                           linea.Write(&f);
+                                       }));
+    CFile dibujo;
+    ASSERT_TRUE(dibujo.Open(nombre, CFile::modeRead | CFile::typeBinary));
+    const struct {
+        const char* motivo;
+        int tramos;
+        std::size_t puntos;
+        int fallos;
+    } casos[] = {
+        {"a few times over", 3, 3000, 0},
+        {"a ring too long for its drawing", 1200, 0, 1},
+    };
+    for (const auto& caso : casos) {
+        SCOPED_TRACE(caso.motivo);
+        CPoligonoTopologico poligono;
+        for (int i = 0; i < caso.tramos; ++i)
+            poligono.InsertaTramo(17);
+        CLinea<int> anillo;
+        int fallos = 0;
+        vexageo::ConstruyeLinea(poligono, &dibujo, anillo, [&] { return ++fallos > 0; });
+        EXPECT_EQ(anillo.Puntos().size(), caso.puntos);
+        EXPECT_EQ(fallos, caso.fallos);
+        EXPECT_FALSE(vexageo::SonDesmedidos(3'999'000, linea, dibujo));
+        EXPECT_TRUE(vexageo::SonDesmedidos(3'999'001, linea, dibujo));
     }
 }
 
