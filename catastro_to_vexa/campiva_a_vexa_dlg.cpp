@@ -78,11 +78,10 @@ void CCampivaAVexaDlg::OnOK()
     entrada.Close();
     CompruebaBase(base, &Log(), &numErrores);
     Log().Close();
-    GrabaTablas(base);
-
-    CString resumen;
+    CString resumen; // made while nothing has changed yet
     resumen.Format(kResumenCatastro, static_cast<int>(base.Municipios().size()), base.NumParcelas(),
                    base.NumTitulares(), numErrores, numWarnings);
-    MessageBox(resumen, cajas::kFin, MB_OK);
+    GrabaTablas(base);
+    CajaDeCierre(resumen);
     AcabaProceso();
 }

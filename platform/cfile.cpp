@@ -25,6 +25,29 @@ constexpr const char* kNoSeLee = "Imposible leer el archivo %s";
 /// Stands in a log where lines of it couldn't be written.
 constexpr std::string_view kMarcaHueco = "\r\n*** Faltan mensajes: no se pudieron escribir ***\r\n";
 
+/// Tells whether a file that can't be opened for this reason isn't there, or isn't for this user:
+/// the usual reasons. All others are faults of the disk or the system.
+bool EsCorriente(const sistema::Error& error)
+{
+    using std::errc;
+    constexpr errc kCorrientes[] = {
+        errc::no_such_file_or_directory,
+        errc::not_a_directory,
+        errc::is_a_directory,
+        errc::permission_denied,
+        errc::operation_not_permitted,
+        errc::read_only_file_system,
+        errc::filename_too_long,
+        errc::too_many_symbolic_link_levels,
+        errc::file_exists,
+        errc::no_such_device_or_address,
+        errc::no_such_device,
+        errc::invalid_argument,
+    };
+    return std::any_of(std::begin(kCorrientes), std::end(kCorrientes),
+                       [&](errc corriente) { return error == corriente; });
+}
+
 /// The name with its letters small: those of ASCII, and those of the code page in UTF-8.
 std::string EnMinusculas(std::string texto)
 {
@@ -131,8 +154,11 @@ bool CFile::Open(const CString& nombre, UINT modo, CFileException* fallo,
         abierto = AbreEnSitio(nombre, error);
     else
         abierto = AbreSalida(nombre, conjunto, error);
+    const CFileException como(nombre, error, (modo & modeWrite) == 0);
+    if (!abierto && !EsCorriente(error))
+        throw como;
     if (!abierto && fallo != nullptr)
-        *fallo = CFileException(nombre, error, (modo & modeWrite) == 0);
+        *fallo = como;
     return abierto;
 }
 

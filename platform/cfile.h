@@ -67,7 +67,8 @@ public:
     /// Opens for reading, or with `modeCreate | modeWrite` for writing. False, with the reason and
     /// nothing changed on disk, where that can't be done; a folder is no file. A file to be read
     /// with `anyCase` may have a name that differs from this one in the case of its letters, if
-    /// there is just one. Raises CFileException where another program is writing the file.
+    /// there is just one. Raises CFileException where another program is writing the file, and
+    /// for a fault of the disk or the system.
     /// \param conjunto  the outputs of a run, with which this one takes its place when they are
     ///                  confirmed; without it `Close` puts it there
     bool Open(const CString& nombre, UINT modo, CFileException* fallo = nullptr,

@@ -12,9 +12,8 @@ namespace {
 
 constexpr std::size_t kReserva = std::size_t{256} * 1024;
 constexpr const char* kError = "Error";
-constexpr const char* kSinMemoria = "No hay memoria para seguir; no se ha cambiado nada";
-constexpr const char* kSinMemoriaNiCaja =
-    "[Error]\nNo hay memoria para seguir; no se ha cambiado nada\n\n";
+constexpr const char* kSinMemoria = "No hay memoria para seguir";
+constexpr const char* kSinMemoriaNiCaja = "[Error]\nNo hay memoria para seguir\n\n";
 
 /// Where the object is, for the framework's function that gives it.
 CWinApp*& Aplicacion()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <new>
 #include <span>
 
 #include "platform/cstring.h"
@@ -57,6 +58,18 @@ public:
     bool HuboCajaDeError() const { return m_huboCajaDeError; }
     /// Tells that memory ran out, with what was kept back for that.
     void CajaSinMemoria() noexcept;
+    /// Does what must be done whatever happens: where it finds no memory once more, with what was
+    /// kept back.
+    template <class F>
+    void ConReserva(F hace)
+    {
+        try {
+            hace();
+        } catch (const std::bad_alloc&) {
+            m_reserva.reset();
+            hace();
+        }
+    }
 
     CFrontal& Frontal() const { return *m_frontal; }
     const CRecursos& Recursos() const { return m_recursos; }

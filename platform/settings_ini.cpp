@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "platform/cfile.h"
+#include "platform/output_set.h"
 #include "platform/system.h"
 
 namespace {
@@ -159,6 +160,7 @@ void CAlmacenAjustes::Escribe(std::span<const CAjuste> ajustes)
     sistema::CreaCarpetas(std::filesystem::path(m_lugar).parent_path(), error);
     if (error)
         throw CFileException(m_lugar, error);
+    CConjuntoSalidas::Sana({m_lugar});
     CStdioFile salida;
     AbreCerrado(salida, m_lugar);
     const std::vector<CString> antes = LeeLineas(m_lugar);

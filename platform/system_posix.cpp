@@ -6,7 +6,9 @@
 #include <cstdio>
 #include <cstdlib>
 #include <limits>
+#include <memory>
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -200,10 +202,9 @@ void Cierra(int fichero, Error& error)
 {
     error.clear();
     const int tropiezo = Tropiezo(Llamada::Cerrar);
-    if (close(fichero) != 0 && errno != EINTR) // which has closed it all the same
-        error = Error(errno, std::generic_category());
-    else if (tropiezo != 0)
-        error = Error(tropiezo, std::generic_category());
+    const int fallo = close(fichero) != 0 ? errno : tropiezo;
+    if (fallo != 0 && fallo != EINTR) // which has closed it all the same
+        error = Error(fallo, std::generic_category());
 }
 
 CEstado Mira(const std::filesystem::path& ruta, Error& error)
@@ -294,22 +295,31 @@ void Enlaza(const std::filesystem::path& ruta, const std::filesystem::path& segu
 
 std::vector<std::filesystem::path> Lista(const std::filesystem::path& carpeta, Error& error)
 {
+    // The standard library's own walk ends the program where it finds no memory.
     std::vector<std::filesystem::path> nombres;
-    if (const int tropiezo = Tropiezo(Llamada::Listar); tropiezo != 0) {
-        error = Error(tropiezo, std::generic_category());
+    Llama(Llamada::Listar, error, [] { return 0; });
+    if (error)
         return nombres;
+    const std::unique_ptr<DIR, int (*)(DIR*)> abierta(
+        opendir(carpeta.empty() ? "." : carpeta.c_str()), closedir);
+    errno = abierta == nullptr ? errno : 0;
+    while (abierta != nullptr) {
+        const dirent* entrada = readdir(abierta.get());
+        if (entrada == nullptr)
+            break;
+        const std::string_view nombre = entrada->d_name;
+        if (nombre != "." && nombre != "..")
+            nombres.emplace_back(nombre);
+        errno = 0; // which tells the end from a failure
     }
-    std::filesystem::directory_iterator fichero(carpeta.empty() ? "." : carpeta, error);
-    for (; !error && fichero != std::filesystem::directory_iterator(); fichero.increment(error))
-        nombres.push_back(fichero->path().filename());
+    error = Error(errno, std::generic_category());
     return nombres;
 }
 
 void CreaCarpetas(const std::filesystem::path& carpeta, Error& error)
 {
-    const int tropiezo = Tropiezo(Llamada::Crear);
-    error = Error(tropiezo, std::generic_category());
-    if (tropiezo == 0)
+    Llama(Llamada::Crear, error, [] { return 0; });
+    if (!error)
         std::filesystem::create_directories(carpeta, error);
 }
 

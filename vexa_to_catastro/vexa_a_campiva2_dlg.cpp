@@ -92,8 +92,9 @@ void CVexaACampiva2Dlg::OnOK()
     Log().Close();
     if (cruzado) {
         base.Ordena();
+        const CString resumen = Resumen(base, cabecera.Mun, numErrores, numWarnings);
         if (GrabaSalida(base, salida("R"), salida("M")))
-            Despide(base, cabecera.Mun, numErrores, numWarnings);
+            Despide(resumen);
     }
     AcabaProceso();
 }
@@ -141,12 +142,18 @@ void CVexaACampiva2Dlg::ModificaTablas(CBaseCatastro& base)
     }
 }
 
-void CVexaACampiva2Dlg::Despide(CBaseCatastro& base, short mun, int numErrores, int numWarnings)
+CString CVexaACampiva2Dlg::Resumen(const CBaseCatastro& base, short mun, int numErrores,
+                                   int numWarnings)
 {
     CString resumen;
     resumen.Format(kResumenVexa, base.Ger, mun, base.NumParcelas(), base.NumTitulares(), numErrores,
                    numWarnings);
-    MessageBox(resumen, cajas::kFin, MB_OK);
+    return resumen;
+}
+
+void CVexaACampiva2Dlg::Despide(const CString& resumen)
+{
+    CajaDeCierre(resumen);
     if (ParcelasNoSalvadas)
         CajaError(cajas::kAlgunasNoSalvadas);
 }

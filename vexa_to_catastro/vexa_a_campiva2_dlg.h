@@ -106,8 +106,9 @@ private:
     /// main file can't be created; what else can't be created is told and passed over.
     bool GrabaSalida(CBaseCatastro& base, const CString& nombreR, const CString& nombreM);
     void ModificaTablas(CBaseCatastro& base);
-    /// The closing boxes.
-    void Despide(CBaseCatastro& base, short mun, int numErrores, int numWarnings);
+    /// The closing boxes; the summary is made while nothing has changed yet.
+    static CString Resumen(const CBaseCatastro& base, short mun, int numErrores, int numWarnings);
+    void Despide(const CString& resumen);
 
     bool ParcelasNoSalvadas = false; ///< a parcel of this run couldn't be stored
     CZonasOrto m_ortos;              ///< alive for the matching

@@ -157,13 +157,20 @@ void CTraduccionDlg::DejaProceso()
     AcabaProceso();
 }
 
+void CTraduccionDlg::CajaDeCierre(const CString& texto)
+{
+    AfxGetApp()->ConReserva([&] { MessageBox(texto, cajas::kFin, MB_OK); });
+}
+
 void CTraduccionDlg::AcabaProceso()
 {
     m_log.Close();
-    if (m_log.Fallo().m_causa)
-        MuestraError(CFileException(m_escritos.log, m_log.Fallo().m_causa).Mensaje());
-    Fase(IDS_NADA);
-    ActivaControles(true);
+    AfxGetApp()->ConReserva([this] {
+        if (m_log.Fallo().m_causa)
+            MuestraError(CFileException(m_escritos.log, m_log.Fallo().m_causa).Mensaje());
+        Fase(IDS_NADA);
+        ActivaControles(true);
+    });
 }
 
 LRESULT CTraduccionDlg::OnEstadoId(WPARAM wParam, LPARAM /*lParam*/)

@@ -110,6 +110,8 @@ protected:
                     const std::vector<CString>& entradas = {});
     /// All outputs that were created take their places, or none does.
     void ConfirmaSalidas();
+    /// Shows the summary of a run that is done.
+    void CajaDeCierre(const CString& texto);
     /// Last of all in a run, behind its closing box: tells of a log that isn't whole, and switches
     /// the controls on.
     void AcabaProceso();

@@ -1,0 +1,343 @@
+#include <cerrno>
+#include <filesystem>
+#include <functional>
+#include <map>
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <gtest/gtest.h>
+
+#include "catastro_to_vexa/campiva_a_vexa_dlg.h"
+#include "tests/faults/fault_plan.h"
+#include "tests/support/files.h"
+#include "tests/support/scripted_front_end.h"
+#include "tools/cadastre_lines.h"
+#include "tools/drawing_files.h"
+#include "vexa_to_catastro/vexa_a_campiva2_dlg.h"
+#include "vexa_to_infograf/vexa_a_infograf_dlg.h"
+
+// Small runs of all translations in which, one after another, each call to the system fails, once
+// or for good, each allocation finds no memory, and the process is killed before each call. Looked
+// at are the bytes of the outputs, the boxes and what is left in the folder.
+
+namespace fs = std::filesystem;
+
+namespace {
+
+using Que = CPlanDeFallos::Que;
+using Contenidos = std::map<std::string, std::string>;
+
+const char* const kTablas[] = {"Titulares.txt",   "Parcelas.txt", "Modulos.txt",
+                               "Subparcelas.txt", "Parajes.txt",  "Cotitulares.txt"};
+
+/// One kind of run: the files that it begins with, and those that it writes as a set.
+struct CEscenario {
+    const char* nombre;
+    std::vector<std::string> salidas;
+    std::function<void(const CCarpetaPrueba&)> prepara;
+    std::function<void(const CCarpetaPrueba&)> corre;
+};
+
+sintetico::CMunicipioSintetico Municipio()
+{
+    return sintetico::Genera({.parcelas = 4, .poligonos = 1, .subparcelas = 1}, 7);
+}
+
+void Traduce(const CCarpetaPrueba& c)
+{
+    CCampivaAVexaDlg dialogo;
+    dialogo.EjecutaLote(c.En("entrada.txt"), c.En("Modulos.txt"), c.En("Titulares.txt"),
+                        c.En("Parcelas.txt"), c.En("Subparcelas.txt"), c.En("Parajes.txt"),
+                        c.En("Cotitulares.txt"), nullptr);
+}
+
+void PonTablasDeAntes(const CCarpetaPrueba& c)
+{
+    for (const char* tabla : kTablas)
+        c.Pon(tabla, "antes\r\n");
+}
+
+void PonEntrada(const CCarpetaPrueba& c, const std::vector<std::string>& lineas)
+{
+    sintetico::GrabaLineas(c.En("entrada.txt"), lineas);
+    PonTablasDeAntes(c);
+}
+
+void PonTablasYDibujos(const CCarpetaPrueba& c)
+{
+    CAplicacionPrueba aplicacion;
+    sintetico::GrabaLineas(c.En("entrada.txt"), sintetico::LineasCatastro(Municipio()).Todas());
+    Traduce(c);
+    sintetico::GrabaDibujos(c.Ruta().string(), Municipio());
+}
+
+void Vuelve(const CCarpetaPrueba& c)
+{
+    CVexaACampiva2Dlg dialogo;
+    dialogo.EjecutaLote(c.En("Modulos.txt"), c.En("Titulares.txt"), c.En("Parcelas.txt"),
+                        c.En("Subparcelas.txt"), c.En("Parajes.txt"), c.En("Cotitulares.txt"),
+                        c.En("poligonos.txt"), c.En("ortos.TOP"), 1, 1, 1, nullptr);
+}
+
+class CInfografDirecto : public CVexaAInfografDlg {
+public:
+    void Corre(const CCarpetaPrueba& c, UINT mandato)
+    {
+        Create(IDD_VEXA_A_INFOGRAF, nullptr);
+        ArchivoTren = c.En("poligonos.txt");
+        ArchivoOrtos = c.En("ortos.TOP");
+        UpdateData(false);
+        SendMessage(WM_COMMAND, mandato, 0);
+    }
+};
+
+const std::vector<CEscenario>& Escenarios()
+{
+    static const std::vector<std::string> tablas(std::begin(kTablas), std::end(kTablas));
+    static const std::vector<CEscenario> escenarios = {
+        {"exchange file", tablas,
+         [](const auto& c) { PonEntrada(c, sintetico::LineasCatastro(Municipio()).Todas()); },
+         Traduce},
+        {"list", tablas,
+         [](const auto& c) {
+             PonEntrada(c, sintetico::LineasLista(Municipio()));
+             CAplicacionPrueba().WriteProfileInt("CampivaAVexa", "TipoEntrada", 1);
+         },
+         Traduce},
+        {"back, with tables rewritten",
+         {"045127.R", "045127.M", "Parcelas.txt", "Subparcelas.txt"},
+         [](const auto& c) {
+             PonTablasYDibujos(c);
+             c.Pon("045127.R", "antes\r\n");
+             c.Pon("045127.M", "antes\r\n");
+         },
+         Vuelve},
+        {"Infograf",
+         {"045127.CSP"},
+         [](const auto& c) {
+             PonTablasYDibujos(c);
+             c.Pon("045127.CSP", "antes\r\n");
+         },
+         [](const auto& c) { CInfografDirecto().Corre(c, IDOK); }},
+        {"the settings of a dialog",
+         {"config/VexaSoft/Campiva.ini"},
+         [](const auto& c) {
+             PonTablasYDibujos(c);
+             CAplicacionPrueba().WriteProfileInt("Otra", "Clave", 1);
+         },
+         [](const auto& c) { CInfografDirecto().Corre(c, IDCANCEL); }},
+    };
+    return escenarios;
+}
+
+/// How a run came out.
+struct CResultado {
+    bool error = false;  ///< it told one
+    bool soloLog = true; ///< and of the log alone
+    Contenidos salidas;
+};
+
+/// A folder in which a run can begin again and again from the same files.
+class CBanco {
+public:
+    explicit CBanco(const CEscenario& escenario) : m_escenario(escenario)
+    {
+        escenario.prepara(m_carpeta);
+        for (const auto& fichero : fs::recursive_directory_iterator(m_carpeta.Ruta()))
+            if (fichero.is_regular_file())
+                m_principio[fs::relative(fichero.path(), m_carpeta.Ruta()).string()] = {};
+        for (auto& [nombre, bytes] : m_principio)
+            bytes = m_carpeta.Lee(nombre);
+        m_antes = Salidas();
+        m_limpio = Corre({}).salidas;
+    }
+
+    /// Puts all files back, carries out the run under the plan, and looks at it.
+    CResultado Corre(const CPlanDeFallos& plan)
+    {
+        Repon();
+        return Sigue(plan);
+    }
+    /// The same on what the last run left.
+    CResultado Sigue(const CPlanDeFallos& plan)
+    {
+        CAplicacionPrueba aplicacion;
+        CResultado resultado;
+        Plan() = plan;
+        try {
+            m_escenario.corre(m_carpeta);
+        } catch (const CFileException&) { // as the start of the program tells it
+            resultado.error = true;
+            resultado.soloLog = false;
+        } catch (const std::bad_alloc&) {
+            resultado.error = true;
+            resultado.soloLog = false;
+        }
+        m_visto = Plan();
+        Plan() = {};
+        resultado.error = resultado.error || aplicacion.HuboCajaDeError();
+        for (const CCajaVista& caja : aplicacion.guion.cajas)
+            if (caja.flags == MB_ICONERROR)
+                resultado.soloLog =
+                    resultado.soloLog && caja.texto.find(".ERR\n") != std::string::npos;
+        resultado.salidas = Salidas();
+        return resultado;
+    }
+    /// The same in a process of its own, which the plan may kill. False where it came to its end.
+    bool Mata(const CPlanDeFallos& plan)
+    {
+        Repon();
+        const pid_t hijo = fork();
+        if (hijo == 0) {
+            Sigue(plan);
+            _exit(0);
+        }
+        int estado = 0;
+        waitpid(hijo, &estado, 0);
+        return WIFSIGNALED(estado);
+    }
+
+    Contenidos Salidas() const
+    {
+        Contenidos salidas;
+        for (const std::string& nombre : m_escenario.salidas)
+            salidas[nombre] = m_carpeta.Lee(nombre);
+        return salidas;
+    }
+    const Contenidos& Antes() const { return m_antes; }
+    const Contenidos& Limpio() const { return m_limpio; }
+    const CPlanDeFallos& Visto() const { return m_visto; }
+    std::vector<CString> Nombres() const
+    {
+        std::vector<CString> nombres;
+        for (const std::string& nombre : m_escenario.salidas)
+            nombres.push_back(m_carpeta.En(nombre));
+        return nombres;
+    }
+    std::string Restos() const
+    {
+        std::string restos;
+        for (const auto& fichero : fs::recursive_directory_iterator(m_carpeta.Ruta()))
+            if (fichero.path().string().find(".~") != std::string::npos)
+                restos += fichero.path().filename().string() + " ";
+        return restos;
+    }
+
+private:
+    void Repon()
+    {
+        for (const auto& fichero : fs::recursive_directory_iterator(m_carpeta.Ruta()))
+            if (fichero.is_regular_file())
+                fs::remove(fichero.path());
+        for (const auto& [nombre, bytes] : m_principio)
+            m_carpeta.Pon(nombre, bytes);
+    }
+
+    const CEscenario& m_escenario;
+    CCarpetaPrueba m_carpeta;
+    Contenidos m_principio;
+    Contenidos m_antes;
+    Contenidos m_limpio;
+    CPlanDeFallos m_visto;
+};
+
+/// Either all outputs are those of a clean run, and no error was told but of the log, or all are
+/// what they were and an error was told. After that a clean run has its clean outputs and leaves no
+/// trace.
+void EsTodoONada(CBanco& banco, const CResultado& resultado)
+{
+    const bool hecho = resultado.salidas == banco.Limpio();
+    const bool nada = resultado.salidas == banco.Antes();
+    EXPECT_TRUE(hecho || nada) << "a mixture of old and new outputs";
+    EXPECT_TRUE(nada || !resultado.error || resultado.soloLog) << "outputs under an error";
+    EXPECT_TRUE(resultado.error || hecho) << "nothing was done, and nothing told";
+    const CResultado despues = banco.Sigue({});
+    EXPECT_FALSE(despues.error);
+    EXPECT_TRUE(despues.salidas == banco.Limpio());
+    EXPECT_EQ(banco.Restos(), "");
+}
+
+/// Where no call at all succeeds any more nothing can be given back either: an error is told, and
+/// the next run in the folder heals what it finds.
+void EsTodoONadaALaLarga(CBanco& banco, CResultado resultado)
+{
+    if (resultado.error && resultado.salidas != banco.Antes()) {
+        CConjuntoSalidas::Sana(banco.Nombres());
+        resultado.salidas = banco.Salidas();
+    }
+    // What stands whole stands, though the last call failed and couldn't be undone.
+    resultado.soloLog = resultado.soloLog || resultado.salidas == banco.Limpio();
+    EsTodoONada(banco, resultado);
+}
+
+class Fallos : public testing::TestWithParam<std::size_t> {
+protected:
+    CBanco banco{Escenarios()[GetParam()]};
+};
+
+} // namespace
+
+TEST_P(Fallos, ACallThatFailsCostsNoOutput)
+{
+    const long cuantas = banco.Visto().llamadas;
+    ASSERT_GT(cuantas, 20);
+    for (const bool siempre : {false, true})
+        for (const int error : {EIO, ENOSPC}) {
+            for (long en = 1; en <= cuantas && !HasFailure(); ++en) {
+                SCOPED_TRACE(testing::Message()
+                             << "call " << en << (siempre ? " and all behind" : "") << ", error "
+                             << error);
+                const CResultado resultado = banco.Corre({Que::FallaLlamada, en, siempre, error});
+                siempre ? EsTodoONadaALaLarga(banco, resultado) : EsTodoONada(banco, resultado);
+            }
+        }
+}
+
+TEST_P(Fallos, AnInterruptedCallIsMadeAgain)
+{
+    const long cuantas = banco.Visto().llamadas;
+    for (long en = 1; en <= cuantas; ++en) {
+        SCOPED_TRACE(testing::Message() << "call " << en);
+        const CResultado resultado = banco.Corre({Que::FallaLlamada, en, false, EINTR});
+        EXPECT_FALSE(resultado.error);
+        EXPECT_TRUE(resultado.salidas == banco.Limpio());
+    }
+}
+
+TEST_P(Fallos, WithoutMemoryNothingIsReplaced)
+{
+    banco.Corre({Que::FaltaMemoria, -1});
+    const long cuantas = banco.Visto().reservas;
+    ASSERT_GT(cuantas, 50);
+    for (const bool siempre : {false, true})
+        for (long en = 1; en <= cuantas && !HasFailure(); en += 1 + en / 400) {
+            SCOPED_TRACE(testing::Message() << "allocation " << en << " of " << cuantas
+                                            << (siempre ? " and all behind" : ""));
+            const CResultado resultado = banco.Corre({Que::FaltaMemoria, en, siempre});
+            siempre ? EsTodoONadaALaLarga(banco, resultado) : EsTodoONada(banco, resultado);
+        }
+}
+
+TEST_P(Fallos, WhatAKilledRunLeftIsHealed)
+{
+    const long cuantas = banco.Visto().llamadas;
+    long matados = 0;
+    for (long en = 1; en <= cuantas && !HasFailure(); ++en) {
+        SCOPED_TRACE(testing::Message() << "before call " << en);
+        if (!banco.Mata({Que::MataEnLlamada, en}))
+            continue;
+        ++matados;
+        CConjuntoSalidas::Sana(banco.Nombres()); // as any next run in the folder begins
+        const Contenidos sanadas = banco.Salidas();
+        EXPECT_TRUE(sanadas == banco.Antes() || sanadas == banco.Limpio());
+        const CResultado despues = banco.Sigue({});
+        EXPECT_FALSE(despues.error);
+        EXPECT_TRUE(despues.salidas == banco.Limpio());
+        EXPECT_EQ(banco.Restos(), "");
+    }
+    EXPECT_GT(matados, 20);
+}
+
+INSTANTIATE_TEST_SUITE_P(Cada, Fallos, testing::Range<std::size_t>(0, 5),
+                         [](const auto& cual) { return "Run" + std::to_string(cual.param); });
