@@ -15,10 +15,17 @@ namespace {
 
 constexpr std::size_t kPintadasPorSegundo = 10;
 constexpr std::chrono::milliseconds kEntreAvances{200}; // leaves drawings for changes of phase
-constexpr int kAnchoBarra = 24;
+constexpr std::size_t kAnchoFase = 34;
+constexpr std::size_t kAnchoBarra = 24;
+constexpr std::size_t kAnchoDesconocido = 80;
 
 constexpr const char* kSinAyuda = "No se encuentra la ayuda en \"%s\".\n";
 constexpr const char* kSinTema = "La ayuda no dice nada del control %d.\n";
+constexpr const char* kSinMandatos =
+    "La entrada acaba antes del primer mandato: no se ha hecho nada.\n";
+constexpr const char* kLog = "Avisos: %s%s\n";
+constexpr const char* kLogVacio = " (vacío: no hay ninguno)";
+constexpr const char* kEscritos = "Escrito en %s:";
 constexpr const char* kPideFichero = "Fichero (ahora \"%s\"): ";
 constexpr const char* kNoExiste = "El archivo %s no existe; el campo queda como estaba.\n";
 
@@ -56,24 +63,41 @@ std::optional<std::string> LeeFichero(const CString& nombre)
     return texto;
 }
 
-std::string Barra(int porcentaje)
+/// The text in so many columns: cut, or filled with blanks.
+std::string Ajusta(std::string_view utf8, std::size_t columnas)
+{
+    std::string texto(utf8);
+    while (Columnas(texto) > columnas)
+        texto.pop_back();
+    return texto.append(columnas - Columnas(texto), ' ');
+}
+
+std::string Barra(int porcentaje, std::size_t columnas)
 {
     std::string barra;
-    for (int i = 0; i < kAnchoBarra; ++i)
-        barra += i * 100 < porcentaje * kAnchoBarra ? "█" : "░";
+    for (std::size_t i = 0; i < columnas; ++i)
+        barra += i * 100 < static_cast<std::size_t>(porcentaje) * columnas ? "█" : "░";
     return barra;
 }
 
 } // namespace
 
 CFrontalTerminal::CFrontalTerminal()
-    : m_entradaPersona(sistema::EsTerminal(stdin)), m_avanceVisible(sistema::EsTerminal(stderr))
+    : m_entradaPersona(sistema::EsTerminal(stdin)),
+      m_conversa(m_entradaPersona && sistema::EsTerminal(stdout)),
+      m_avanceVisible(sistema::EsTerminal(stderr))
 {
+    m_guion.hay = !m_entradaPersona;
 }
 
 CFrontalTerminal::~CFrontalTerminal()
 {
     BorraAvance();
+}
+
+bool CFrontalTerminal::EsperaLinea(std::string& linea)
+{
+    return sistema::EsperaLinea() && LeeLinea(linea);
 }
 
 bool CFrontalTerminal::LeeLinea(std::string& linea)
@@ -95,13 +119,12 @@ void CFrontalTerminal::MuestraModal(CDialog& dialogo)
 {
     CDialogoTexto texto(dialogo);
     Escribe(stdout, texto.Pinta());
-    std::string linea;
     while (!dialogo.Terminado()) {
         if (m_entradaPersona)
             Escribe(stdout, "> ");
-        if (LeeLinea(linea)) {
-            Responde(dialogo, texto.Ejecuta(linea));
-        } else {
+        if (!EjecutaMandato(dialogo, texto)) {
+            if (m_guion.hay && m_guion.leidos == 0)
+                Escribe(stderr, kSinMandatos);
             dialogo.SendMessage(WM_COMMAND, IDCANCEL, 0);
             if (!dialogo.Terminado())
                 dialogo.EndDialog(IDCANCEL);
@@ -110,9 +133,30 @@ void CFrontalTerminal::MuestraModal(CDialog& dialogo)
     }
 }
 
+bool CFrontalTerminal::EjecutaMandato(CDialog& dialogo, CDialogoTexto& texto)
+{
+    std::string linea;
+    if (!LeeLinea(linea))
+        return false;
+    if (!linea.empty())
+        ++m_guion.leidos;
+    Responde(dialogo, texto.Ejecuta(linea));
+    return true;
+}
+
+template <class... T>
+void CFrontalTerminal::Falla(const char* forma, const T&... argumentos)
+{
+    ++m_guion.fallidos;
+    EscribeForma(stderr, forma, argumentos...);
+}
+
 void CFrontalTerminal::Responde(CDialog& dialogo, const CDialogoTexto::CRespuesta& respuesta)
 {
-    Escribe(respuesta.queja ? stderr : stdout, respuesta.texto);
+    if (respuesta.queja)
+        Falla("%s", respuesta.texto);
+    else
+        Escribe(stdout, respuesta.texto);
     if (respuesta.ayuda == 0)
         return;
     const HELPINFO pregunta{static_cast<int>(respuesta.ayuda)};
@@ -122,18 +166,17 @@ void CFrontalTerminal::Responde(CDialog& dialogo, const CDialogoTexto::CRespuest
     }
 }
 
-void CFrontalTerminal::AtiendeUno(CDialog& dialogo)
+void CFrontalTerminal::AtiendeUno(CDialog& /*dialogo*/)
 {
     const auto ahora = Reloj::now();
     if (!m_enProceso) {
         m_enProceso = true;
         m_inicio = ahora;
-        sistema::VigilaInterrupcion();
     }
     if (m_avanceVisible && (m_pintadas.empty() || ahora - m_pintadas.back() >= kEntreAvances))
         PintaAvance(ahora);
-    if (sistema::HuboInterrupcion())
-        dialogo.SendMessage(WM_COMMAND, IDCANCEL, 0);
+    if (sistema::HayQueAcabar())
+        BorraAvance();
 }
 
 bool CFrontalTerminal::PuedePintar(Reloj::time_point ahora)
@@ -149,21 +192,30 @@ void CFrontalTerminal::PintaAvance(Reloj::time_point ahora)
         return;
     m_faseNueva = false;
     m_pintadas.push_back(ahora);
-    const auto segundos =
-        std::chrono::duration_cast<std::chrono::seconds>(ahora - m_inicio).count();
-    std::string cola;
-    AnexaFormato(cola, " % 3d %%  %d:%02d",
-                 {m_porcentaje, static_cast<int>(segundos / 60), static_cast<int>(segundos % 60)});
-    constexpr std::size_t kAnchoFase = 34;
-    const std::size_t relleno = kAnchoFase - std::min(kAnchoFase, Columnas(m_fase));
-    std::string linea = m_fase;
-    linea.append(relleno, ' ').append(Barra(m_porcentaje)).append(cola);
+    std::string linea = LineaAvance(ahora);
     const std::size_t ancho = Columnas(linea);
     if (m_anchoPintado > ancho)
         linea.append(m_anchoPintado - ancho, ' ');
     Escribe(stderr, "\r");
     Escribe(stderr, linea);
     m_anchoPintado = ancho;
+}
+
+std::string CFrontalTerminal::LineaAvance(Reloj::time_point ahora) const
+{
+    const auto segundos =
+        std::chrono::duration_cast<std::chrono::seconds>(ahora - m_inicio).count();
+    std::string cola;
+    AnexaFormato(cola, " % 3d %%  %d:%02d",
+                 {m_porcentaje, static_cast<int>(segundos / 60), static_cast<int>(segundos % 60)});
+    // A line that reaches the last column would go on in the next one, and stay there. Where there
+    // is less room, the bar is the first to give way and then the phase.
+    const std::size_t ancho = sistema::AnchoTerminal(stderr).value_or(kAnchoDesconocido) - 1;
+    const std::size_t sitio = ancho - std::min(ancho, Columnas(cola));
+    const std::size_t fase = std::min(kAnchoFase, sitio);
+    const std::string linea =
+        Ajusta(m_fase, fase) + Barra(m_porcentaje, std::min(kAnchoBarra, sitio - fase)) + cola;
+    return Ajusta(linea, std::min(ancho, Columnas(linea)));
 }
 
 void CFrontalTerminal::BorraAvance()
@@ -187,8 +239,8 @@ int CFrontalTerminal::Caja(const CString& texto, const CString& titulo, UINT fla
         return PreguntaSiNo();
     Escribe(salida, "\n\n");
     std::string respuesta;
-    if (m_entradaPersona) {
-        LeeLinea(respuesta);
+    if (m_conversa) {
+        EsperaLinea(respuesta);
         OlvidaTeclas();
     }
     return IDOK;
@@ -204,14 +256,14 @@ int CFrontalTerminal::PreguntaSiNo() const
 {
     std::string respuesta = "s";
     Escribe(stdout, " (s/n) ");
-    if (m_entradaPersona) {
+    if (m_conversa) {
         do {
             std::clearerr(stdin);
-        } while (LeeLinea(respuesta) && respuesta.empty());
+        } while (EsperaLinea(respuesta) && respuesta.empty());
         // An input that was closed on the question can't be asked again; the run goes on.
     }
     OlvidaTeclas();
-    Escribe(stdout, m_entradaPersona ? "\n" : "\n\n");
+    Escribe(stdout, m_conversa ? "\n" : "\n\n");
     const bool si = !respuesta.empty() && (respuesta.front() == 's' || respuesta.front() == 'S');
     return si ? IDYES : IDNO;
 }
@@ -230,7 +282,7 @@ bool CFrontalTerminal::EligeFichero(CFileDialog& dialogo)
     CFile fichero;
     if ((dialogo.Flags() & OFN_FILEMUSTEXIST) != 0 &&
         !fichero.Open(nombre, CFile::modeRead | CFile::typeBinary)) {
-        EscribeForma(stderr, kNoExiste, nombre);
+        Falla(kNoExiste, nombre);
         return false;
     }
     dialogo.SetPathName(nombre);
@@ -258,9 +310,28 @@ void CFrontalTerminal::Refleja(const CDialog& /*dialogo*/, const CControl& contr
 void CFrontalTerminal::AcabaProceso()
 {
     BorraAvance();
-    if (m_enProceso)
-        sistema::OlvidaInterrupcion();
     m_enProceso = false;
+}
+
+void CFrontalTerminal::FinDeProceso(const CDialog& /*dialogo*/, const CEscritos& escritos)
+{
+    if (!m_conversa)
+        return;
+    BorraAvance();
+    if (CFile log; !escritos.log.IsEmpty() && log.Open(escritos.log, CFile::modeRead))
+        EscribeForma(stdout, kLog, ansi::AUtf8(escritos.log),
+                     log.GetLength() == 0 ? kLogVacio : "");
+    std::filesystem::path carpeta; // those of one folder, nearly always all, stand in one line
+    for (const CString& salida : escritos.salidas) {
+        const std::filesystem::path ruta = sistema::Ruta(salida);
+        if (ruta.parent_path() != carpeta) {
+            Escribe(stdout, carpeta.empty() ? "" : "\n");
+            carpeta = ruta.parent_path();
+            EscribeForma(stdout, kEscritos, ansi::AUtf8(sistema::Nombre(carpeta)));
+        }
+        Escribe(stdout, " " + ansi::AUtf8(sistema::Nombre(ruta.filename())));
+    }
+    Escribe(stdout, carpeta.empty() ? "" : "\n");
 }
 
 void CFrontalTerminal::Cierra(const CDialog& /*dialogo*/)
@@ -271,10 +342,12 @@ void CFrontalTerminal::Cierra(const CDialog& /*dialogo*/)
 void CFrontalTerminal::MuestraAyuda(const CString& ficheroAyuda)
 {
     const CString nombre = sistema::Ruta(ficheroAyuda).replace_extension("txt").string();
-    if (const auto texto = LeeFichero(nombre))
-        Escribe(stdout, ansi::AUtf8(*texto));
-    else
-        EscribeForma(stderr, kSinAyuda, ansi::AUtf8(nombre));
+    const auto texto = LeeFichero(nombre);
+    if (!texto)
+        return Falla(kSinAyuda, ansi::AUtf8(nombre));
+    const std::string legible = ansi::AUtf8(*texto);
+    if (!m_conversa || !sistema::Pagina(legible))
+        Escribe(stdout, legible);
 }
 
 void CFrontalTerminal::MuestraAyudaControl(const CString& temas, const HH_POPUP& popup)
@@ -284,9 +357,9 @@ void CFrontalTerminal::MuestraAyudaControl(const CString& temas, const HH_POPUP&
         sistema::Ruta(fichero).replace_filename(sistema::Ruta(interior)).string();
     const auto textos = LeeFichero(nombre);
     if (!textos)
-        return EscribeForma(stderr, kSinAyuda, ansi::AUtf8(nombre));
+        return Falla(kSinAyuda, ansi::AUtf8(nombre));
     const std::string_view tema = TextoDeTema(*textos, popup.idString);
     if (tema.empty())
-        return EscribeForma(stderr, kSinTema, static_cast<int>(popup.idString));
+        return Falla(kSinTema, static_cast<int>(popup.idString));
     Escribe(stdout, ansi::AUtf8(tema) + "\n");
 }

@@ -5,6 +5,7 @@
 
 #include "platform/cwinapp.h"
 #include "platform/html_help.h"
+#include "platform/system.h"
 #include "resources/resource_ids.h"
 #include "shell/frame/about_dialog.h"
 #include "shell/frame/box_texts.h"
@@ -63,8 +64,10 @@ void CTraduccionDlg::OnCancel()
 {
     if (EnMarcha) {
         constexpr UINT kPregunta = MB_YESNO | MB_ICONQUESTION;
-        if (MessageBox(cajas::kDetener, cajas::kPausa, kPregunta) == IDYES)
+        if (MessageBox(cajas::kDetener, cajas::kPausa, kPregunta) == IDYES) {
+            m_detenido = true;
             EnMarcha = false;
+        }
         return;
     }
     if (m_enLote)
@@ -83,6 +86,7 @@ void CTraduccionDlg::OnCancel()
 void CTraduccionDlg::ActivaControles(bool activar)
 {
     EnMarcha = !activar;
+    activar ? sistema::OlvidaSenales() : sistema::VigilaSenales();
     for (const UINT id : Describe().conmutados)
         if (CControl* control = GetDlgItem(id))
             control->EnableWindow(activar);
@@ -129,6 +133,11 @@ LRESULT CTraduccionDlg::WindowProc(UINT mensaje, WPARAM wParam, LPARAM lParam)
         m_escritos.salidas.clear(); // which of them are whole isn't told
         Fase(IDS_NADA, nullptr);
         ActivaControles(true);
+        return 0;
+    } catch (const CInterrumpido&) {
+        // The run's files are closed or gone. It goes no further up, where the loops of a windows'
+        // library stand, which no exception may cross.
+        sistema::OlvidaSenales();
         return 0;
     }
 }

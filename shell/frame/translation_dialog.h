@@ -24,6 +24,8 @@ public:
     /// The state of a run: true from `ActivaControles(false)` until the user confirms a stop or
     /// `ActivaControles(true)` ends it.
     bool EnMarcha = false;
+    /// Tells whether the user stopped a run of this dialog.
+    bool Detenido() const { return m_detenido; }
     CString Estado;         ///< status text
     CProgressCtrl Progreso; ///< 0 to 100
 
@@ -113,6 +115,7 @@ private:
     void OnBuscar(const CBusqueda& busqueda);
 
     bool m_enLote = false;
-    UINT m_focoAntes = 0;  ///< where the focus was before the run
+    bool m_detenido = false;
+    UINT m_focoAntes = 0; ///< where the focus was before the run
     CEscritos m_escritos; ///< by the run at work
 };

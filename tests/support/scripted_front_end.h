@@ -24,6 +24,7 @@ public:
     int Caja(const CString& texto, const CString& titulo, UINT flags) override;
     bool EligeFichero(CFileDialog& dialogo) override;
     void Refleja(const CDialog& dialogo, const CControl& control) override;
+    CGuionMandatos Guion() const override { return mandatos; }
     void MuestraAyuda(const CString& ficheroAyuda) override;
     void MuestraAyudaControl(const CString& temas, const HH_POPUP& popup) override;
 
@@ -32,6 +33,7 @@ public:
     std::function<void(CDialog&, int vez)> alAtender; ///< at the n-th pump, counted from 1
     std::function<void(const CDialog&, const CControl&)> alReflejar;
     std::vector<int> respuestas; ///< of the boxes with buttons Yes and No, in order; then Yes
+    CGuionMandatos mandatos;     ///< what it says of those it stands for
     CString fichero;             ///< that the user picks; empty: he gives up
 
     // What was seen.
