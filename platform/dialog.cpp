@@ -218,7 +218,7 @@ void CDialog::Refleja(const CControl& control) const
 void CDialog::AtiendeUno()
 {
     AfxGetApp()->Frontal().AtiendeUno(*this);
-    if (sistema::HuboInterrupcion())
+    if (!sistema::HayQueAcabar() && sistema::HuboInterrupcion())
         SendMessage(WM_COMMAND, IDCANCEL, 0);
     if (sistema::HayQueAcabar())
         throw CInterrumpido();
