@@ -16,8 +16,11 @@ public:
     }
     bool EligeFichero(CFileDialog& /*dialogo*/) override { return false; }
     void Refleja(const CDialog& /*dialogo*/, const CControl& /*control*/) override {}
-    void MuestraAyuda(const CString& /*ficheroAyuda*/) override {}
-    void MuestraAyudaControl(const CString& /*temas*/, const HH_POPUP& /*popup*/) override {}
+    bool MuestraAyuda(const CString& /*ficheroAyuda*/) override { return false; }
+    bool MuestraAyudaControl(const CString& /*temas*/, const HH_POPUP& /*popup*/) override
+    {
+        return false;
+    }
 };
 
 /// An application for such a user. It reads and stores no settings.

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "platform/cwinapp.h"
+#include "platform/system.h"
 
 namespace {
 
@@ -217,6 +218,10 @@ void CDialog::Refleja(const CControl& control) const
 void CDialog::AtiendeUno()
 {
     AfxGetApp()->Frontal().AtiendeUno(*this);
+    if (!sistema::HayQueAcabar() && sistema::HuboInterrupcion())
+        SendMessage(WM_COMMAND, IDCANCEL, 0);
+    if (sistema::HayQueAcabar())
+        throw CInterrumpido();
 }
 
 BOOL CDialog::OnInitDialog()

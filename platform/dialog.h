@@ -167,6 +167,9 @@ private:
     CControl* m_control = nullptr;
 };
 
+/// Unwinds a run when the process is asked to end, so that what it was writing is thrown away.
+class CInterrumpido {};
+
 /// A dialog: controls made from a template, and the fields of the derived class that they show.
 class CDialog : public CWnd {
 public:
@@ -214,7 +217,9 @@ public:
 
     /// Tells the front end that the control changed. The controls call it.
     void Refleja(const CControl& control) const;
-    /// Hands at most one pending event of the user to this dialog.
+    /// Hands at most one pending event of the user to this dialog; a Ctrl-C is a click on its
+    /// button
+    /// 2. Throws CInterrumpido where the process is to end.
     void AtiendeUno();
 
 protected:

@@ -16,6 +16,13 @@ struct CEscritos {
     std::vector<CString> salidas; ///< in the order in which they were written
 };
 
+/// What became of the commands that a script gave in place of a user.
+struct CGuionMandatos {
+    bool hay = false; ///< the commands come from a file or a pipe; nobody sits there
+    int leidos = 0;
+    int fallidos = 0; ///< that couldn't be carried out; each was told when it was read
+};
+
 /// All that a front end does for the layer. A terminal, real windows and the tests' script each
 /// implement it; the dialogs' own code is the same behind all of them.
 class CFrontal {
@@ -48,13 +55,16 @@ public:
     /// can be led there.
     virtual void FinDeProceso(const CDialog& /*dialogo*/, const CEscritos& /*escritos*/) {}
 
+    /// What became of a script's commands until now. A front end that reads none has none.
+    virtual CGuionMandatos Guion() const { return {}; }
+
     /// Tells that a dialog, hidden or not, is gone.
     virtual void Cierra(const CDialog& /*dialogo*/) {}
 
-    /// Shows the help file on its default topic.
-    virtual void MuestraAyuda(const CString& ficheroAyuda) = 0;
+    /// Shows the help file on its default topic. False where it can't be shown; so with the next.
+    virtual bool MuestraAyuda(const CString& ficheroAyuda) = 0;
 
     /// Shows the help text of one control.
     /// \param temas  the help file, "::" and the file inside it that holds the texts
-    virtual void MuestraAyudaControl(const CString& temas, const HH_POPUP& popup) = 0;
+    virtual bool MuestraAyudaControl(const CString& temas, const HH_POPUP& popup) = 0;
 };

@@ -32,13 +32,14 @@ std::string_view SinBordes(std::string_view texto)
 
 } // namespace
 
-void HtmlHelp(const CWnd* /*ventana*/, const CString& fichero, UINT mandato, const HH_POPUP* popup)
+BOOL HtmlHelp(const CWnd* /*ventana*/, const CString& fichero, UINT mandato, const HH_POPUP* popup)
 {
     CFrontal& frontal = AfxGetApp()->Frontal();
     if (mandato == HH_DISPLAY_TOPIC)
-        frontal.MuestraAyuda(fichero);
-    else if (mandato == HH_DISPLAY_TEXT_POPUP && popup != nullptr)
-        frontal.MuestraAyudaControl(fichero, *popup);
+        return frontal.MuestraAyuda(fichero) ? 1 : 0;
+    if (mandato == HH_DISPLAY_TEXT_POPUP && popup != nullptr)
+        return frontal.MuestraAyudaControl(fichero, *popup) ? 1 : 0;
+    return 0;
 }
 
 std::pair<CString, CString> ParteTemas(const CString& temas)

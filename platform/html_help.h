@@ -29,8 +29,10 @@ struct HH_POPUP {
 /// \param fichero  the help file; for a popup followed by "::" and the file inside it that holds
 ///                 the texts of the controls
 /// \param popup    for a popup only
-/// A help file that is missing is the viewer's matter: nothing is reported to the program.
-void HtmlHelp(const CWnd* ventana, const CString& fichero, UINT mandato, const HH_POPUP* popup);
+/// \return the viewer's result: 1, or 0 where it could show nothing. A help file that is missing is
+/// the
+///         viewer's matter, and no caller looks at it.
+BOOL HtmlHelp(const CWnd* ventana, const CString& fichero, UINT mandato, const HH_POPUP* popup);
 
 /// The two parts of such a name: the help file and the file inside it.
 std::pair<CString, CString> ParteTemas(const CString& temas);

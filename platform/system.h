@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -104,6 +105,12 @@ extern const bool kSeRenombraAbierto;
 void Avisa(std::string_view texto) noexcept;
 
 bool EsTerminal(std::FILE* fichero);
+/// Columns of the terminal; nothing where it is none or doesn't tell.
+std::optional<std::size_t> AnchoTerminal(std::FILE* fichero);
+
+/// Shows a text, page by page, by the program that the user's PAGER names. False where it names
+/// none or none that runs.
+bool Pagina(std::string_view texto);
 
 /// Gives the standard streams that the process came without a place to go; else the first files
 /// that it opens would get what is printed. To be called before anything is opened.
@@ -115,12 +122,19 @@ std::filesystem::path FicheroPrograma();
 /// Folder of the user's settings, with what the environment says about it.
 std::filesystem::path CarpetaAjustes();
 
-/// From here on the first interruption (Ctrl-C) is noted and nothing more; one that comes before it
-/// was looked at ends the process as usual.
-void VigilaInterrupcion();
+// The signals of a run: an interruption (Ctrl-C) asks it to stop; a second one before anybody
+// looked at the first, or what a terminal or a system that goes down sends, asks the process to
+// end. From `VigilaSenales` on both are noted and nothing more, so that the run can end in its own
+// way; one more behind the wish to end kills at once. A signal that the process was started to pass
+// over is passed over.
+void VigilaSenales();
 /// Tells whether an interruption came since the last question.
 bool HuboInterrupcion();
-/// Interruptions end the process again.
-void OlvidaInterrupcion();
+/// Tells whether the process is to end.
+bool HayQueAcabar();
+/// Signals act as usual again. Where the process is to end, it does so, by the signal that came.
+void OlvidaSenales();
+/// Waits for a line typed at the terminal. False where the process is to end before one came.
+bool EsperaLinea();
 
 } // namespace sistema

@@ -10,8 +10,11 @@
 
 #include <dirent.h>
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/file.h>
+#include <sys/ioctl.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #ifdef __linux__
 #include <sys/xattr.h>
 #endif
@@ -22,16 +25,53 @@
 namespace sistema {
 namespace {
 
-volatile std::sig_atomic_t g_interrupcion = 0; // a signal handler reaches nothing else
+constexpr int kSenales[] = {SIGINT, SIGTERM, SIGHUP};
 
-void AlInterrumpir(int numero)
+// A signal handler reaches nothing else.
+volatile std::sig_atomic_t g_interrupcion = 0; // one that nobody looked at yet
+volatile std::sig_atomic_t g_final = 0; // the signal by which the process is to end, 0 for none
+
+void AlLlegar(int numero)
 {
-    if (g_interrupcion != 0) {
+    if (g_final != 0) {
         std::signal(numero, SIG_DFL);
         std::raise(numero);
+    } else if (numero != SIGINT || g_interrupcion != 0) {
+        g_final = numero;
+    } else {
+        g_interrupcion = 1;
     }
-    g_interrupcion = 1;
 }
+
+/// Puts one handler in the place of the other; a signal that has neither keeps what it has.
+void CambiaManejador(void (*antes)(int), void (*ahora)(int))
+{
+    for (const int senal : kSenales) {
+        struct sigaction actual = {};
+        if (sigaction(senal, nullptr, &actual) == 0 && actual.sa_handler == antes)
+            std::signal(senal, ahora);
+    }
+}
+
+/// Passes over the signals that are meant for a program in front of this one while it lives.
+class CSinSenales {
+public:
+    CSinSenales()
+        : m_interrupcion(std::signal(SIGINT, SIG_IGN)), m_tuberia(std::signal(SIGPIPE, SIG_IGN))
+    {
+    }
+    CSinSenales(const CSinSenales&) = delete;
+    CSinSenales& operator=(const CSinSenales&) = delete;
+    ~CSinSenales()
+    {
+        std::signal(SIGINT, m_interrupcion);
+        std::signal(SIGPIPE, m_tuberia);
+    }
+
+private:
+    void (*m_interrupcion)(int);
+    void (*m_tuberia)(int);
+};
 
 /// Makes a call that gives -1 and an error number on failure; one that a signal interrupted again.
 template <class F>
@@ -335,6 +375,29 @@ bool EsTerminal(std::FILE* fichero)
     return isatty(fileno(fichero)) == 1;
 }
 
+std::optional<std::size_t> AnchoTerminal(std::FILE* fichero)
+{
+    winsize medidas = {};
+    if (ioctl(fileno(fichero), TIOCGWINSZ, &medidas) != 0 || medidas.ws_col == 0)
+        return {};
+    return medidas.ws_col;
+}
+
+bool Pagina(std::string_view texto)
+{
+    const char* paginador = std::getenv("PAGER");
+    if (paginador == nullptr || *paginador == '\0')
+        return false;
+    std::FILE* entrada = popen(paginador, "w");
+    if (entrada == nullptr)
+        return false;
+    const CSinSenales mientras; // he who leaves it early or presses Ctrl-C means the pager
+    std::fwrite(texto.data(), 1, texto.size(), entrada);
+    constexpr int kNoExiste = 127; // the shell's word for it
+    const int estado = pclose(entrada);
+    return !WIFEXITED(estado) || WEXITSTATUS(estado) != kNoExiste;
+}
+
 void AbreFlujosCerrados()
 {
     for (const int flujo : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
@@ -357,9 +420,9 @@ std::filesystem::path CarpetaAjustes()
     return std::filesystem::path(casa != nullptr ? casa : ".") / ".config";
 }
 
-void VigilaInterrupcion()
+void VigilaSenales()
 {
-    std::signal(SIGINT, AlInterrumpir);
+    CambiaManejador(SIG_DFL, AlLlegar);
 }
 
 bool HuboInterrupcion()
@@ -369,10 +432,27 @@ bool HuboInterrupcion()
     return hubo;
 }
 
-void OlvidaInterrupcion()
+bool HayQueAcabar()
 {
-    std::signal(SIGINT, SIG_DFL);
+    return g_final != 0;
+}
+
+void OlvidaSenales()
+{
+    CambiaManejador(AlLlegar, SIG_DFL);
     g_interrupcion = 0; // one that came too late stops nothing later
+    if (g_final != 0)
+        std::raise(g_final);
+}
+
+bool EsperaLinea()
+{
+    // A read would be taken up again behind a signal, this is not.
+    pollfd entrada = {STDIN_FILENO, POLLIN, 0};
+    while (!HayQueAcabar())
+        if (poll(&entrada, 1, -1) >= 0 || errno != EINTR)
+            return true;
+    return false;
 }
 
 } // namespace sistema

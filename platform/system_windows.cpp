@@ -14,12 +14,20 @@
 namespace sistema {
 namespace {
 
-std::atomic<bool> g_interrupcion = false; // the handler runs on a thread of its own
+// The handler runs on a thread of its own.
+std::atomic<bool> g_interrupcion = false; // one that nobody looked at yet
+std::atomic<bool> g_final = false;        // the process is to end
 
-BOOL WINAPI AlInterrumpir(DWORD suceso)
+BOOL WINAPI AlLlegar(DWORD suceso)
 {
-    if (suceso != CTRL_C_EVENT || g_interrupcion.exchange(true))
+    if (suceso == CTRL_C_EVENT && !g_interrupcion.exchange(true))
+        return TRUE;
+    if (g_final.exchange(true))
         return FALSE;
+    // The console closes, or the session: the process is ended when this returns, so it waits until
+    // the run has come to its end by itself or the system loses its patience.
+    if (suceso != CTRL_C_EVENT && suceso != CTRL_BREAK_EVENT)
+        Sleep(INFINITE);
     return TRUE;
 }
 
@@ -101,6 +109,20 @@ bool EsTerminal(std::FILE* fichero)
     return _isatty(_fileno(fichero)) != 0;
 }
 
+std::optional<std::size_t> AnchoTerminal(std::FILE* fichero)
+{
+    const auto consola = reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(fichero)));
+    CONSOLE_SCREEN_BUFFER_INFO medidas = {};
+    if (GetConsoleScreenBufferInfo(consola, &medidas) == 0)
+        return {};
+    return static_cast<std::size_t>(medidas.srWindow.Right - medidas.srWindow.Left + 1);
+}
+
+bool Pagina(std::string_view)
+{
+    return false; // the console scrolls back by itself, and names no pager
+}
+
 void AbreFlujosCerrados() {} // a stream that is closed is no number that a file could get
 
 std::filesystem::path FicheroPrograma()
@@ -117,9 +139,9 @@ std::filesystem::path CarpetaAjustes()
     return carpeta != nullptr ? std::filesystem::path(carpeta) : std::filesystem::path(".");
 }
 
-void VigilaInterrupcion()
+void VigilaSenales()
 {
-    SetConsoleCtrlHandler(AlInterrumpir, TRUE);
+    SetConsoleCtrlHandler(AlLlegar, TRUE);
 }
 
 bool HuboInterrupcion()
@@ -127,9 +149,23 @@ bool HuboInterrupcion()
     return g_interrupcion.exchange(false);
 }
 
-void OlvidaInterrupcion()
+bool HayQueAcabar()
 {
-    SetConsoleCtrlHandler(AlInterrumpir, FALSE);
+    return g_final;
+}
+
+void OlvidaSenales()
+{
+    SetConsoleCtrlHandler(AlLlegar, FALSE);
+    g_interrupcion = false;                 // one that came too late stops nothing later
+    constexpr UINT kPorCtrlC = 0xC000013AU; // what the system's own handler leaves
+    if (g_final)
+        ExitProcess(kPorCtrlC);
+}
+
+bool EsperaLinea()
+{
+    return true; // a signal doesn't end the wait; the system's own patience does
 }
 
 } // namespace sistema

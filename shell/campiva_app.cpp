@@ -11,8 +11,9 @@
 
 namespace {
 
-constexpr int kHuboError = 1;
-constexpr int kNoHayRuta = 2;
+/// What stands for a tab inside an argument while the arguments are one text: the one character
+/// that no argument can hold.
+constexpr std::string_view kTabEnArgumento("\0", 1);
 
 bool HayVacios(const CTokens& tokens, std::size_t desde, std::size_t hasta)
 {
@@ -22,6 +23,28 @@ bool HayVacios(const CTokens& tokens, std::size_t desde, std::size_t hasta)
 }
 
 } // namespace
+
+CString UneArgumentos(std::span<const char* const> argumentos)
+{
+    CString mandato;
+    for (const char* separador = ""; const char* argumento : argumentos) {
+        CString token = argumento;
+        token.Replace("\t", kTabEnArgumento);
+        mandato += separador;
+        mandato += token;
+        separador = "\t";
+    }
+    return mandato;
+}
+
+CTokens ParteMandato(const CString& mandato)
+{
+    CTokens tokens;
+    CCadena(mandato).Leetira(kTokens, tokens.data());
+    for (CString& token : tokens)
+        token.Replace(kTabEnArgumento, "\t");
+    return tokens;
+}
 
 Ruta EligeRuta(const CTokens& tokens)
 {
@@ -41,9 +64,9 @@ BOOL CCampivaApp::InitInstance()
     ReadResourceInformation();
     ReadFileTime();
     m_pszHelpFilePath.Replace(".HLP", ".chm");
-    CTokens tokens;
-    CCadena(m_lpCmdLine).Leetira(kTokens, tokens.data());
-    switch (EligeRuta(tokens)) {
+    const CTokens tokens = ParteMandato(m_lpCmdLine);
+    m_ruta = EligeRuta(tokens);
+    switch (m_ruta) {
     case Ruta::CatastroAVexa:
         EjecutaCatastroAVexa(tokens);
         break;
@@ -54,10 +77,22 @@ BOOL CCampivaApp::InitInstance()
         MuestraDialogos();
         break;
     case Ruta::Ninguna:
-        m_estadoSalida = kNoHayRuta;
         break;
     }
     return 0;
+}
+
+int CCampivaApp::EstadoSalida() const
+{
+    const CGuionMandatos guion = Frontal().Guion();
+    const bool dialogos = m_ruta == Ruta::Dialogos;
+    if (dialogos && !guion.hay)
+        return kHecho;
+    if (m_ruta == Ruta::Ninguna || (dialogos && guion.leidos == 0))
+        return kNadaPedido;
+    if (m_detenido)
+        return kDetenido;
+    return HuboCajaDeError() || guion.fallidos > 0 ? kHuboError : kHecho;
 }
 
 void CCampivaApp::OnCommand(UINT mandato)
@@ -88,7 +123,6 @@ void CCampivaApp::EjecutaCatastroAVexa(const CTokens& t)
     ConDialogo<CCampivaAVexaDlg>([&](CCampivaAVexaDlg& dialogo) {
         dialogo.EjecutaLote(t[1], t[2], t[3], t[4], t[5], t[6], t[7], nullptr);
     });
-    m_estadoSalida = HuboCajaDeError() ? kHuboError : 0;
 }
 
 void CCampivaApp::EjecutaVexaACatastro(const CTokens& t)
@@ -97,7 +131,6 @@ void CCampivaApp::EjecutaVexaACatastro(const CTokens& t)
         dialogo.EjecutaLote(t[1], t[2], t[3], t[4], t[5], t[6], t[7], t[8], LeeEntero(t[9]),
                             LeeEntero(t[10]), LeeEntero(t[11]), nullptr);
     });
-    m_estadoSalida = HuboCajaDeError() ? kHuboError : 0;
 }
 
 template <class D, class F>
@@ -106,5 +139,6 @@ void CCampivaApp::ConDialogo(F accion)
     D dialogo;
     m_pMainWnd = &dialogo;
     accion(dialogo);
+    m_detenido = dialogo.Detenido();
     m_pMainWnd = nullptr;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <span>
 
 #include "vexa_libs/cversion_app.h"
 
@@ -15,6 +16,12 @@ enum class Ruta {
 inline constexpr std::size_t kTokens = 12;
 using CTokens = std::array<CString, kTokens>;
 
+/// The arguments of a program as one text, as the application is given them. A tab inside one of
+/// them doesn't part it.
+CString UneArgumentos(std::span<const char* const> argumentos);
+/// The tokens of such a text; those that it doesn't reach are empty.
+CTokens ParteMandato(const CString& mandato);
+
 /// The route for the tokens of the command line. A line that leaves one of tokens 1 to 7 empty asks
 /// for the dialogs, whatever token 0 says.
 Ruta EligeRuta(const CTokens& tokens);
@@ -25,9 +32,14 @@ public:
     BOOL InitInstance() override;
     void OnCommand(UINT mandato) override;
 
-    /// Exit status of the process: 0; 1 after a batch run that showed a box with the error icon; 2
-    /// for a command line that fits no route.
-    int EstadoSalida() const { return m_estadoSalida; }
+    /// Exit status of the process, once it has run. A person at the dialogs has seen what came of
+    /// his commands, so that they end with 0; for a script it is one of the constants below.
+    int EstadoSalida() const;
+
+    static constexpr int kHecho = 0;
+    static constexpr int kHuboError = 1;  ///< an error box, or a command that couldn't be done
+    static constexpr int kNadaPedido = 2; ///< a line that fits no route, dialogs without commands
+    static constexpr int kDetenido = 130; ///< the user stopped the run
 
 private:
     /// The choice of translation, then the dialog chosen. Closing that one ends the program.
@@ -38,5 +50,6 @@ private:
     template <class D, class F>
     void ConDialogo(F accion);
 
-    int m_estadoSalida = 0;
+    Ruta m_ruta = Ruta::Dialogos;
+    bool m_detenido = false;
 };

@@ -10,28 +10,33 @@ namespace {
 
 constexpr const char* kPrograma = "campiva"; // names the help file
 
-constexpr const char* kUso =
-    "Uso: campiva\n"
-    "     campiva 0 ENTRADA MODULOS TITULARES PARCELAS SUBPARCELAS PARAJES COTITULARES\n"
-    "     campiva 1 MODULOS TITULARES PARCELAS SUBPARCELAS PARAJES COTITULARES LISTA ORTOS \\\n"
-    "               MODIFICAR NO_EN_GRAFICO NO_EN_BD\n"
-    "\n"
-    "Sin nombres de ficheros muestra los diálogos: en ventanas (campiva-gui) o como texto "
-    "(campiva),\n"
-    "con mandatos que lee de la entrada: ID pulsa un control, ID=texto lo rellena, ? enseña el "
-    "diálogo.\n"
-    "0: lleva un municipio del fichero de Catastro ENTRADA a las seis tablas de Vexa. Los errores "
-    "y\n"
-    "   avisos quedan junto a ENTRADA, en un fichero con la extensión ERR.\n"
-    "1: cruza las tablas del municipio que nombra LISTA con los dibujos de sus polígonos y "
-    "escribe\n"
-    "   junto a LISTA los ficheros de Catastro, con las extensiones R y M, y los avisos, con ERR.\n"
-    "   Las tres opciones son 0 o 1: reescribir las tablas de parcelas y subparcelas; conservar "
-    "lo\n"
-    "   que no está en el gráfico; crear las parcelas que sólo están en el gráfico.\n"
-    "\n"
-    "Estado de salida: 0; 1 si una traducción de la línea mostró una caja de error; 2 si la línea\n"
-    "no pide nada conocido.\n";
+constexpr const char* kUso = R"(Uso: campiva
+     campiva 0 ENTRADA MODULOS TITULARES PARCELAS SUBPARCELAS PARAJES \
+               COTITULARES
+     campiva 1 MODULOS TITULARES PARCELAS SUBPARCELAS PARAJES COTITULARES \
+               LISTA ORTOS MODIFICAR NO_EN_GRAFICO NO_EN_BD
+
+Sin nombres de ficheros muestra los diálogos: en ventanas (campiva-gui) o como
+texto (campiva), con mandatos que lee de la entrada: ID pulsa un control,
+ID=texto lo rellena, ? enseña el diálogo, ? ID la ayuda de un control.
+0: lleva un municipio del fichero de Catastro ENTRADA a las seis tablas de
+   Vexa. Los errores y avisos quedan junto a ENTRADA, con la extensión ERR.
+1: cruza las tablas del municipio que nombra LISTA con los dibujos de sus
+   polígonos y escribe junto a LISTA los ficheros de Catastro, con las
+   extensiones R y M, y los avisos, con ERR. Las tres opciones son 0 o 1:
+   reescribir las tablas de parcelas y subparcelas; conservar lo que no está en
+   el gráfico; crear las parcelas que sólo están en el gráfico.
+
+Lo que no tiene lugar en la línea se toma de los ajustes guardados, en
+VexaSoft/Campiva.ini bajo XDG_CONFIG_HOME o ~/.config:
+  [CampivaAVexa]   TipoEntrada=1            ENTRADA es una relación de
+                                            subparcelas con titulares
+  [VexaACampiva2]  ModificarConcentradas=1  las parcelas concentradas toman la
+                                            superficie del dibujo
+
+Estado de salida: 0, hecho; 1, salió una caja de error o algo de lo pedido no
+se pudo hacer; 2, no se pidió nada conocido; 130, el usuario lo detuvo.
+)";
 
 CCampivaApp theApp;
 
@@ -53,9 +58,8 @@ bool AtiendeOpcion(int argc, const char* const* argv)
 
 int EjecutaPrograma(CFrontal& frontal, int argc, const char* const* argv)
 {
-    CString mandato;
-    for (int i = 1; i < argc; ++i)
-        mandato += (i > 1 ? CString("\t") : CString()) + argv[i];
+    const std::span argumentos(argv, static_cast<std::size_t>(argc));
+    const CString mandato = UneArgumentos(argumentos.subspan(argc > 0 ? 1 : 0));
     theApp.Arranca(frontal, RecursosDelPrograma(), mandato, CWinApp::FicheroAyuda(kPrograma));
     return theApp.EstadoSalida();
 }

@@ -162,7 +162,7 @@ void CFrontalEscritorio::Refleja(const CDialog& dialogo, const CControl& control
         ventana->Refleja(control);
 }
 
-void CFrontalEscritorio::MuestraAyuda(const CString& ficheroAyuda)
+bool CFrontalEscritorio::MuestraAyuda(const CString& ficheroAyuda)
 {
     if (m_ayuda == nullptr || m_ayuda->GetFrame() == nullptr)
         AbreAyuda(ficheroAyuda);
@@ -170,10 +170,11 @@ void CFrontalEscritorio::MuestraAyuda(const CString& ficheroAyuda)
         CString queja;
         queja.Format(kSinAyuda, ficheroAyuda);
         Caja(queja, kAyuda, MB_ICONERROR);
-        return;
+        return false;
     }
     m_ayuda->GetFrame()->Show();
     m_ayuda->GetFrame()->Raise();
+    return true;
 }
 
 void CFrontalEscritorio::AbreAyuda(const CString& ficheroAyuda)
@@ -199,17 +200,18 @@ void CFrontalEscritorio::AbreAyuda(const CString& ficheroAyuda)
     m_ayuda = std::move(ayuda);
 }
 
-void CFrontalEscritorio::MuestraAyudaControl(const CString& temas, const HH_POPUP& popup)
+bool CFrontalEscritorio::MuestraAyudaControl(const CString& temas, const HH_POPUP& popup)
 {
     wxWindow* padre = Delante();
     const auto [fichero, interior] = ParteTemas(temas);
     const auto textos = CFicheroAyuda(AWx(fichero)).Lee(AWx(interior));
     if (padre == nullptr || !textos)
-        return; // a key that gives nothing is answer enough
+        return false; // a key that gives nothing is answer enough
     wxString texto = AWx(TextoDeTema(*textos, popup.idString));
     texto.Replace("\r", "");
     texto.Replace("\n", " "); // the popup breaks its lines by itself
     if (texto.empty())
-        return;
+        return false;
     new CGloboAyuda(padre, texto, {popup.pt.x, popup.pt.y}, Color(popup.clrBackground));
+    return true;
 }

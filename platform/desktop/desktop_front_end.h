@@ -28,8 +28,8 @@ public:
     int Caja(const CString& texto, const CString& titulo, UINT flags) override;
     bool EligeFichero(CFileDialog& dialogo) override;
     void Refleja(const CDialog& dialogo, const CControl& control) override;
-    void MuestraAyuda(const CString& ficheroAyuda) override;
-    void MuestraAyudaControl(const CString& temas, const HH_POPUP& popup) override;
+    bool MuestraAyuda(const CString& ficheroAyuda) override;
+    bool MuestraAyudaControl(const CString& temas, const HH_POPUP& popup) override;
 
 private:
     /// The window of a dialog that is shown, null for a hidden one.

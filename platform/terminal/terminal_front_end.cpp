@@ -15,10 +15,18 @@ namespace {
 
 constexpr std::size_t kPintadasPorSegundo = 10;
 constexpr std::chrono::milliseconds kEntreAvances{200}; // leaves drawings for changes of phase
-constexpr int kAnchoBarra = 24;
+constexpr std::size_t kAnchoFase = 34;
+constexpr std::size_t kAnchoBarra = 24;
+constexpr std::size_t kAnchoDesconocido = 80;
 
+constexpr const char* kError = "Error";
 constexpr const char* kSinAyuda = "No se encuentra la ayuda en \"%s\".\n";
 constexpr const char* kSinTema = "La ayuda no dice nada del control %d.\n";
+constexpr const char* kSinMandatos =
+    "La entrada acaba antes del primer mandato: no se ha hecho nada.\n";
+constexpr const char* kLog = "Avisos: %s%s\n";
+constexpr const char* kLogVacio = " (vacío: no hay ninguno)";
+constexpr const char* kEscritos = "Escrito en %s:";
 constexpr const char* kPideFichero = "Fichero (ahora \"%s\"): ";
 constexpr const char* kNoExiste = "El archivo %s no existe; el campo queda como estaba.\n";
 
@@ -43,37 +51,70 @@ void EscribeForma(std::FILE* donde, const char* forma, const T&... argumentos)
     Escribe(donde, texto);
 }
 
-/// The whole file, from the help's folder. Nothing where it can't be opened.
+/// Opens a file to be read. One that a fault keeps from it is told in a box.
+bool Abre(CFile& fichero, const CString& nombre)
+{
+    try {
+        return fichero.Open(nombre, CFile::modeRead | CFile::typeBinary);
+    } catch (const CFileException& fallo) {
+        AfxGetApp()->Caja(fallo.Mensaje(), kError, MB_ICONERROR);
+        return false;
+    }
+}
+
+/// The whole file, from the help's folder. Nothing where it can't be read.
 std::optional<std::string> LeeFichero(const CString& nombre)
 {
     CFile fichero;
-    if (!fichero.Open(nombre, CFile::modeRead | CFile::typeBinary))
+    if (!Abre(fichero, nombre))
         return {};
     std::string texto;
     char trozo[4096];
-    while (const UINT n = fichero.Read(trozo, sizeof trozo))
-        texto.append(trozo, n);
+    try {
+        while (const UINT n = fichero.Read(trozo, sizeof trozo))
+            texto.append(trozo, n);
+    } catch (const CFileException& fallo) {
+        AfxGetApp()->Caja(fallo.Mensaje(), kError, MB_ICONERROR);
+        return {};
+    }
     return texto;
 }
 
-std::string Barra(int porcentaje)
+/// The text in so many columns: cut, or filled with blanks.
+std::string Ajusta(std::string_view utf8, std::size_t columnas)
+{
+    std::string texto(utf8);
+    while (Columnas(texto) > columnas)
+        texto.pop_back();
+    return texto.append(columnas - Columnas(texto), ' ');
+}
+
+std::string Barra(int porcentaje, std::size_t columnas)
 {
     std::string barra;
-    for (int i = 0; i < kAnchoBarra; ++i)
-        barra += i * 100 < porcentaje * kAnchoBarra ? "█" : "░";
+    for (std::size_t i = 0; i < columnas; ++i)
+        barra += i * 100 < static_cast<std::size_t>(porcentaje) * columnas ? "█" : "░";
     return barra;
 }
 
 } // namespace
 
 CFrontalTerminal::CFrontalTerminal()
-    : m_entradaPersona(sistema::EsTerminal(stdin)), m_avanceVisible(sistema::EsTerminal(stderr))
+    : m_entradaPersona(sistema::EsTerminal(stdin)),
+      m_conversa(m_entradaPersona && sistema::EsTerminal(stdout)),
+      m_avanceVisible(sistema::EsTerminal(stderr))
 {
+    m_guion.hay = !m_entradaPersona;
 }
 
 CFrontalTerminal::~CFrontalTerminal()
 {
     BorraAvance();
+}
+
+bool CFrontalTerminal::EsperaLinea(std::string& linea)
+{
+    return sistema::EsperaLinea() && LeeLinea(linea);
 }
 
 bool CFrontalTerminal::LeeLinea(std::string& linea)
@@ -95,13 +136,12 @@ void CFrontalTerminal::MuestraModal(CDialog& dialogo)
 {
     CDialogoTexto texto(dialogo);
     Escribe(stdout, texto.Pinta());
-    std::string linea;
     while (!dialogo.Terminado()) {
         if (m_entradaPersona)
             Escribe(stdout, "> ");
-        if (LeeLinea(linea)) {
-            Responde(dialogo, texto.Ejecuta(linea));
-        } else {
+        if (!EjecutaMandato(dialogo, texto)) {
+            if (m_guion.hay && m_guion.leidos == 0)
+                Escribe(stderr, kSinMandatos);
             dialogo.SendMessage(WM_COMMAND, IDCANCEL, 0);
             if (!dialogo.Terminado())
                 dialogo.EndDialog(IDCANCEL);
@@ -110,9 +150,30 @@ void CFrontalTerminal::MuestraModal(CDialog& dialogo)
     }
 }
 
+bool CFrontalTerminal::EjecutaMandato(CDialog& dialogo, CDialogoTexto& texto)
+{
+    std::string linea;
+    if (!LeeLinea(linea))
+        return false;
+    if (!linea.empty())
+        ++m_guion.leidos;
+    Responde(dialogo, texto.Ejecuta(linea));
+    return true;
+}
+
+template <class... T>
+void CFrontalTerminal::Falla(const char* forma, const T&... argumentos)
+{
+    ++m_guion.fallidos;
+    EscribeForma(stderr, forma, argumentos...);
+}
+
 void CFrontalTerminal::Responde(CDialog& dialogo, const CDialogoTexto::CRespuesta& respuesta)
 {
-    Escribe(respuesta.queja ? stderr : stdout, respuesta.texto);
+    if (respuesta.queja)
+        Falla("%s", respuesta.texto);
+    else
+        Escribe(stdout, respuesta.texto);
     if (respuesta.ayuda == 0)
         return;
     const HELPINFO pregunta{static_cast<int>(respuesta.ayuda)};
@@ -122,18 +183,17 @@ void CFrontalTerminal::Responde(CDialog& dialogo, const CDialogoTexto::CRespuest
     }
 }
 
-void CFrontalTerminal::AtiendeUno(CDialog& dialogo)
+void CFrontalTerminal::AtiendeUno(CDialog& /*dialogo*/)
 {
     const auto ahora = Reloj::now();
     if (!m_enProceso) {
         m_enProceso = true;
         m_inicio = ahora;
-        sistema::VigilaInterrupcion();
     }
     if (m_avanceVisible && (m_pintadas.empty() || ahora - m_pintadas.back() >= kEntreAvances))
         PintaAvance(ahora);
-    if (sistema::HuboInterrupcion())
-        dialogo.SendMessage(WM_COMMAND, IDCANCEL, 0);
+    if (sistema::HayQueAcabar())
+        BorraAvance();
 }
 
 bool CFrontalTerminal::PuedePintar(Reloj::time_point ahora)
@@ -149,15 +209,7 @@ void CFrontalTerminal::PintaAvance(Reloj::time_point ahora)
         return;
     m_faseNueva = false;
     m_pintadas.push_back(ahora);
-    const auto segundos =
-        std::chrono::duration_cast<std::chrono::seconds>(ahora - m_inicio).count();
-    std::string cola;
-    AnexaFormato(cola, " % 3d %%  %d:%02d",
-                 {m_porcentaje, static_cast<int>(segundos / 60), static_cast<int>(segundos % 60)});
-    constexpr std::size_t kAnchoFase = 34;
-    const std::size_t relleno = kAnchoFase - std::min(kAnchoFase, Columnas(m_fase));
-    std::string linea = m_fase;
-    linea.append(relleno, ' ').append(Barra(m_porcentaje)).append(cola);
+    std::string linea = LineaAvance(ahora);
     const std::size_t ancho = Columnas(linea);
     if (m_anchoPintado > ancho)
         linea.append(m_anchoPintado - ancho, ' ');
@@ -166,12 +218,29 @@ void CFrontalTerminal::PintaAvance(Reloj::time_point ahora)
     m_anchoPintado = ancho;
 }
 
+std::string CFrontalTerminal::LineaAvance(Reloj::time_point ahora) const
+{
+    const auto segundos =
+        std::chrono::duration_cast<std::chrono::seconds>(ahora - m_inicio).count();
+    std::string cola;
+    AnexaFormato(cola, " % 3d %%  %d:%02d",
+                 {m_porcentaje, static_cast<int>(segundos / 60), static_cast<int>(segundos % 60)});
+    // A line that reaches the last column would go on in the next one, and stay there. Where there
+    // is less room, the bar is the first to give way and then the phase.
+    const std::size_t ancho = sistema::AnchoTerminal(stderr).value_or(kAnchoDesconocido) - 1;
+    const std::size_t sitio = ancho - std::min(ancho, Columnas(cola));
+    const std::size_t fase = std::min(kAnchoFase, sitio);
+    const std::string linea =
+        Ajusta(m_fase, fase) + Barra(m_porcentaje, std::min(kAnchoBarra, sitio - fase)) + cola;
+    return Ajusta(linea, std::min(ancho, Columnas(linea)));
+}
+
 void CFrontalTerminal::BorraAvance()
 {
     if (m_anchoPintado > 0) {
-        Escribe(stderr, "\r");
-        Escribe(stderr, std::string(m_anchoPintado, ' '));
-        Escribe(stderr, "\r");
+        // Also where there is no memory for a text.
+        std::fprintf(stderr, "\r%*s\r", static_cast<int>(m_anchoPintado), "");
+        std::fflush(stderr);
     }
     m_anchoPintado = 0;
 }
@@ -187,8 +256,8 @@ int CFrontalTerminal::Caja(const CString& texto, const CString& titulo, UINT fla
         return PreguntaSiNo();
     Escribe(salida, "\n\n");
     std::string respuesta;
-    if (m_entradaPersona) {
-        LeeLinea(respuesta);
+    if (m_conversa) {
+        EsperaLinea(respuesta);
         OlvidaTeclas();
     }
     return IDOK;
@@ -204,14 +273,14 @@ int CFrontalTerminal::PreguntaSiNo() const
 {
     std::string respuesta = "s";
     Escribe(stdout, " (s/n) ");
-    if (m_entradaPersona) {
+    if (m_conversa) {
         do {
             std::clearerr(stdin);
-        } while (LeeLinea(respuesta) && respuesta.empty());
+        } while (EsperaLinea(respuesta) && respuesta.empty());
         // An input that was closed on the question can't be asked again; the run goes on.
     }
     OlvidaTeclas();
-    Escribe(stdout, m_entradaPersona ? "\n" : "\n\n");
+    Escribe(stdout, m_conversa ? "\n" : "\n\n");
     const bool si = !respuesta.empty() && (respuesta.front() == 's' || respuesta.front() == 'S');
     return si ? IDYES : IDNO;
 }
@@ -228,9 +297,8 @@ bool CFrontalTerminal::EligeFichero(CFileDialog& dialogo)
     if (nombre.empty())
         return false;
     CFile fichero;
-    if ((dialogo.Flags() & OFN_FILEMUSTEXIST) != 0 &&
-        !fichero.Open(nombre, CFile::modeRead | CFile::typeBinary)) {
-        EscribeForma(stderr, kNoExiste, nombre);
+    if ((dialogo.Flags() & OFN_FILEMUSTEXIST) != 0 && !Abre(fichero, nombre)) {
+        Falla(kNoExiste, nombre);
         return false;
     }
     dialogo.SetPathName(nombre);
@@ -258,9 +326,28 @@ void CFrontalTerminal::Refleja(const CDialog& /*dialogo*/, const CControl& contr
 void CFrontalTerminal::AcabaProceso()
 {
     BorraAvance();
-    if (m_enProceso)
-        sistema::OlvidaInterrupcion();
     m_enProceso = false;
+}
+
+void CFrontalTerminal::FinDeProceso(const CDialog& /*dialogo*/, const CEscritos& escritos)
+{
+    if (!m_conversa)
+        return;
+    BorraAvance();
+    if (CFile log; !escritos.log.IsEmpty() && Abre(log, escritos.log))
+        EscribeForma(stdout, kLog, ansi::AUtf8(escritos.log),
+                     log.GetLength() == 0 ? kLogVacio : "");
+    std::filesystem::path carpeta; // those of one folder, nearly always all, stand in one line
+    for (const CString& salida : escritos.salidas) {
+        const std::filesystem::path ruta = sistema::Ruta(salida);
+        if (ruta.parent_path() != carpeta) {
+            Escribe(stdout, carpeta.empty() ? "" : "\n");
+            carpeta = ruta.parent_path();
+            EscribeForma(stdout, kEscritos, ansi::AUtf8(sistema::Nombre(carpeta)));
+        }
+        Escribe(stdout, " " + ansi::AUtf8(sistema::Nombre(ruta.filename())));
+    }
+    Escribe(stdout, carpeta.empty() ? "" : "\n");
 }
 
 void CFrontalTerminal::Cierra(const CDialog& /*dialogo*/)
@@ -268,25 +355,35 @@ void CFrontalTerminal::Cierra(const CDialog& /*dialogo*/)
     AcabaProceso();
 }
 
-void CFrontalTerminal::MuestraAyuda(const CString& ficheroAyuda)
+bool CFrontalTerminal::MuestraAyuda(const CString& ficheroAyuda)
 {
     const CString nombre = sistema::Ruta(ficheroAyuda).replace_extension("txt").string();
-    if (const auto texto = LeeFichero(nombre))
-        Escribe(stdout, ansi::AUtf8(*texto));
-    else
-        EscribeForma(stderr, kSinAyuda, ansi::AUtf8(nombre));
+    const auto texto = LeeFichero(nombre);
+    if (!texto) {
+        Falla(kSinAyuda, ansi::AUtf8(nombre));
+        return false;
+    }
+    const std::string legible = ansi::AUtf8(*texto);
+    if (!m_conversa || !sistema::Pagina(legible))
+        Escribe(stdout, legible);
+    return true;
 }
 
-void CFrontalTerminal::MuestraAyudaControl(const CString& temas, const HH_POPUP& popup)
+bool CFrontalTerminal::MuestraAyudaControl(const CString& temas, const HH_POPUP& popup)
 {
     const auto [fichero, interior] = ParteTemas(temas);
     const CString nombre =
         sistema::Ruta(fichero).replace_filename(sistema::Ruta(interior)).string();
     const auto textos = LeeFichero(nombre);
-    if (!textos)
-        return EscribeForma(stderr, kSinAyuda, ansi::AUtf8(nombre));
+    if (!textos) {
+        Falla(kSinAyuda, ansi::AUtf8(nombre));
+        return false;
+    }
     const std::string_view tema = TextoDeTema(*textos, popup.idString);
-    if (tema.empty())
-        return EscribeForma(stderr, kSinTema, static_cast<int>(popup.idString));
+    if (tema.empty()) {
+        Falla(kSinTema, static_cast<int>(popup.idString));
+        return false;
+    }
     Escribe(stdout, ansi::AUtf8(tema) + "\n");
+    return true;
 }

@@ -9,7 +9,8 @@
 #include "platform/terminal/text_dialog.h"
 
 /// Front end for a terminal, for a person or a script: boxes and dialogs as text and, where a
-/// person watches, one progress line.
+/// person watches, one progress line. Where a person reads what it prints and can answer, a box
+/// waits for him, the manual is paged, and a run names what it wrote.
 ///
 /// The help stands beside the help file: the manual as text, in a file of its name with the
 /// extension txt, and the file with the texts of the controls.
@@ -25,9 +26,11 @@ public:
     int Caja(const CString& texto, const CString& titulo, UINT flags) override;
     bool EligeFichero(CFileDialog& dialogo) override;
     void Refleja(const CDialog& dialogo, const CControl& control) override;
+    void FinDeProceso(const CDialog& dialogo, const CEscritos& escritos) override;
+    CGuionMandatos Guion() const override { return m_guion; }
     void Cierra(const CDialog& dialogo) override;
-    void MuestraAyuda(const CString& ficheroAyuda) override;
-    void MuestraAyudaControl(const CString& temas, const HH_POPUP& popup) override;
+    bool MuestraAyuda(const CString& ficheroAyuda) override;
+    bool MuestraAyudaControl(const CString& temas, const HH_POPUP& popup) override;
 
 private:
     using Reloj = std::chrono::steady_clock;
@@ -35,18 +38,27 @@ private:
     bool PuedePintar(Reloj::time_point ahora);
     void PintaAvance(Reloj::time_point ahora);
     void BorraAvance();
+    std::string LineaAvance(Reloj::time_point ahora) const;
     int PreguntaSiNo() const;
     /// A Ctrl-C or Ctrl-D at a question was meant for it and means nothing behind it.
     static void OlvidaTeclas();
     void Responde(CDialog& dialogo, const CDialogoTexto::CRespuesta& respuesta);
-    /// From here on Ctrl-C ends the program again.
+    /// Carries out the next command. False at the end of the input.
+    bool EjecutaMandato(CDialog& dialogo, CDialogoTexto& texto);
+    /// Tells that what a command asked for couldn't be done.
+    template <class... T>
+    void Falla(const char* forma, const T&... argumentos);
     void AcabaProceso();
     /// Reads a line of the standard input without its end; what passes the length of any path is
     /// dropped. False at the end of the input.
     static bool LeeLinea(std::string& linea);
+    /// The same at the terminal, in the middle of a run: the end of the process is an end, too.
+    static bool EsperaLinea(std::string& linea);
 
-    bool m_entradaPersona;    ///< somebody types at the standard input
-    bool m_avanceVisible;     ///< somebody watches the standard error
+    bool m_entradaPersona; ///< somebody types at the standard input
+    bool m_conversa;       ///< and sees what the standard output says
+    bool m_avanceVisible;  ///< somebody watches the standard error
+    CGuionMandatos m_guion;
     std::string m_fase;       ///< UTF-8
     bool m_faseNueva = false; ///< not drawn yet
     int m_porcentaje = 0;

@@ -7,6 +7,7 @@
 
 #include "platform/cwinapp.h"
 #include "platform/html_help.h"
+#include "platform/system.h"
 #include "resources/resource_ids.h"
 #include "shell/frame/about_dialog.h"
 #include "shell/frame/box_texts.h"
@@ -66,8 +67,10 @@ void CTraduccionDlg::OnCancel()
 {
     if (EnMarcha) {
         constexpr UINT kPregunta = MB_YESNO | MB_ICONQUESTION;
-        if (MessageBox(cajas::kDetener, cajas::kPausa, kPregunta) == IDYES)
+        if (MessageBox(cajas::kDetener, cajas::kPausa, kPregunta) == IDYES) {
+            m_detenido = true;
             EnMarcha = false;
+        }
         return;
     }
     if (m_enLote)
@@ -97,6 +100,7 @@ void CTraduccionDlg::GuardaCampos()
 void CTraduccionDlg::ActivaControles(bool activar)
 {
     EnMarcha = !activar;
+    activar ? sistema::OlvidaSenales() : sistema::VigilaSenales();
     for (const UINT id : Describe().conmutados)
         if (CControl* control = GetDlgItem(id))
             control->EnableWindow(activar);
@@ -136,8 +140,28 @@ LRESULT CTraduccionDlg::WindowProc(UINT mensaje, WPARAM wParam, LPARAM lParam)
             return 0;
         }
     }
-    try {
+    if (m_procesando) // what goes wrong in a command that comes during a run ends the run
         return CDialog::WindowProc(mensaje, wParam, lParam);
+    // Nothing goes further up, where the loops of a windows' library stand, which no exception may
+    // cross.
+    try {
+        Obedece(wParam, lParam);
+    } catch (const CInterrumpido&) {
+        LimpiaProceso();
+    } catch (const std::bad_alloc&) { // while the end of a run was told
+        AfxGetApp()->CajaSinMemoria();
+        LimpiaProceso();
+    }
+    return 0;
+}
+
+/// Carries out a command and tells what keeps it from its end.
+void CTraduccionDlg::Obedece(WPARAM wParam, LPARAM lParam)
+{
+    try {
+        CDialog::WindowProc(WM_COMMAND, wParam, lParam);
+        LimpiaProceso();
+        return;
     } catch (const CFileException& fallo) {
         MuestraError(fallo.Mensaje());
     } catch (const std::bad_alloc&) {
@@ -145,8 +169,8 @@ LRESULT CTraduccionDlg::WindowProc(UINT mensaje, WPARAM wParam, LPARAM lParam)
     } catch (const std::length_error&) { // a text or table longer than any memory
         AfxGetApp()->CajaSinMemoria();
     }
-    DejaProceso();
-    return 0;
+    if (m_procesando)
+        DejaProceso();
 }
 
 /// Ends a run that came to no end of its own.
@@ -171,6 +195,16 @@ void CTraduccionDlg::AcabaProceso()
         Fase(IDS_NADA);
         ActivaControles(true);
     });
+    LimpiaProceso();
+}
+
+/// Lets go of all that a run held. A signal that came for it ends the program here.
+void CTraduccionDlg::LimpiaProceso()
+{
+    m_procesando = false;
+    m_salidas.Desecha();
+    m_log.Close();
+    sistema::OlvidaSenales();
 }
 
 LRESULT CTraduccionDlg::OnEstadoId(WPARAM wParam, LPARAM /*lParam*/)
@@ -274,6 +308,8 @@ void CTraduccionDlg::CajaError(const char* forma, const CFileException& fallo)
 
 void CTraduccionDlg::EmpiezaProceso(const std::vector<CString>& ficheros)
 {
+    m_procesando = true;
+    sistema::VigilaSenales(); // from here on there is something to clear away
     m_salidas.Desecha();
     m_escritos = {};
     CConjuntoSalidas::Sana(ficheros);

@@ -25,6 +25,8 @@ public:
     /// The state of a run: true from `ActivaControles(false)` until the user confirms a stop or
     /// `ActivaControles(true)` ends it.
     bool EnMarcha = false;
+    /// Tells whether the user stopped a run of this dialog.
+    bool Detenido() const { return m_detenido; }
     CString Estado;         ///< status text
     CProgressCtrl Progreso; ///< 0 to 100
 
@@ -121,7 +123,9 @@ private:
     bool Abre(CFile& fichero, const CString& nombre, UINT modo);
     void CajaError(const char* forma, const CFileException& fallo);
     bool HayRepetidas(const CString& log, const std::vector<CString>& salidas);
+    void Obedece(WPARAM wParam, LPARAM lParam);
     void DejaProceso();
+    void LimpiaProceso();
     void GuardaCampos();
     LRESULT OnEstadoId(WPARAM wParam, LPARAM lParam);
     LRESULT OnAvance(WPARAM wParam, LPARAM lParam);
@@ -132,8 +136,10 @@ private:
     void OnBuscar(const CBusqueda& busqueda);
 
     bool m_enLote = false;
-    UINT m_focoAntes = 0; ///< where the focus was before the run
-    CStdioFile m_log;     ///< of the run at work
+    bool m_detenido = false;
+    bool m_procesando = false; ///< between `EmpiezaProceso` and the end of the run
+    UINT m_focoAntes = 0;      ///< where the focus was before the run
+    CStdioFile m_log;          ///< of the run at work
     CConjuntoSalidas m_salidas;
     CEscritos m_escritos; ///< by the run at work
 };

@@ -1,4 +1,5 @@
 #include <csignal>
+#include <cstdio>
 #include <cstdlib>
 
 #include <gtest/gtest.h>
@@ -59,16 +60,46 @@ TEST(Sistema, FindsTheFolderOfTheSettings)
     }
 }
 
-TEST(Sistema, NotesOneInterruptionAndEndsAtASecondThatNobodyAskedAbout)
+TEST(Sistema, NotesAnInterruptionAndTheWishToEndAndDiesOfOneMore)
 {
-    sistema::VigilaInterrupcion();
+    sistema::VigilaSenales();
     EXPECT_FALSE(sistema::HuboInterrupcion());
     for (int vez = 0; vez < 2; ++vez) {
         std::raise(SIGINT);
         EXPECT_TRUE(sistema::HuboInterrupcion());
         EXPECT_FALSE(sistema::HuboInterrupcion()) << "it is told once";
+        EXPECT_FALSE(sistema::HayQueAcabar());
     }
-    EXPECT_EXIT((std::raise(SIGINT), std::raise(SIGINT)), testing::KilledBySignal(SIGINT), "");
-    sistema::OlvidaInterrupcion();
-    EXPECT_EXIT(std::raise(SIGINT), testing::KilledBySignal(SIGINT), "");
+    const auto llegan = [](std::initializer_list<int> senales, const auto& luego) {
+        for (const int senal : senales)
+            std::raise(senal);
+        luego();
+    };
+    constexpr auto kNada = [] {};
+    constexpr auto kAcaba = [] {
+        std::fputs(sistema::HayQueAcabar() ? "hay que acabar" : "sigue", stderr);
+        sistema::OlvidaSenales();
+    };
+    using testing::KilledBySignal;
+    EXPECT_EXIT(llegan({SIGTERM}, kAcaba), KilledBySignal(SIGTERM), "hay que acabar");
+    EXPECT_EXIT(llegan({SIGHUP}, kAcaba), KilledBySignal(SIGHUP), "hay que acabar");
+    EXPECT_EXIT(llegan({SIGINT, SIGINT}, kAcaba), KilledBySignal(SIGINT), "hay que acabar");
+    EXPECT_EXIT(llegan({SIGINT, SIGINT, SIGINT}, kNada), KilledBySignal(SIGINT), "");
+    EXPECT_EXIT(llegan({SIGHUP, SIGTERM}, kNada), KilledBySignal(SIGTERM), "");
+    sistema::OlvidaSenales();
+    for (const int senal : {SIGINT, SIGTERM, SIGHUP})
+        EXPECT_EXIT(std::raise(senal), KilledBySignal(senal), "") << "as usual again";
+}
+
+TEST(Sistema, PassesOverASignalThatTheProcessWasStartedToPassOver)
+{
+    const auto antes = std::signal(SIGINT, SIG_IGN);
+    for (const bool vigila : {true, false}) {
+        vigila ? sistema::VigilaSenales() : sistema::OlvidaSenales();
+        std::raise(SIGINT);
+        std::raise(SIGINT);
+        EXPECT_FALSE(sistema::HuboInterrupcion());
+        EXPECT_FALSE(sistema::HayQueAcabar());
+    }
+    std::signal(SIGINT, antes);
 }

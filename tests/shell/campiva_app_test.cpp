@@ -1,11 +1,21 @@
 #include "shell/campiva_app.h"
 
+#include <csignal>
+
 #include <gtest/gtest.h>
 
+#include "platform/dialog.h"
+#include "resources/resource_ids.h"
 #include "resources/resources.h"
 #include "tests/support/files.h"
 #include "tests/support/scripted_front_end.h"
 #include "vexa_libs/ccadena.h"
+
+namespace {
+
+constexpr CGuionMandatos kPersona{false, 9, 1};
+
+} // namespace
 
 TEST(Ruta, IsChosenByTheTokens)
 {
@@ -37,6 +47,26 @@ TEST(Ruta, IsChosenByTheTokens)
     }
 }
 
+TEST(Mandato, HandsOverEveryArgumentAsItCame)
+{
+    const struct {
+        const char* motivo;
+        std::vector<const char*> argumentos;
+    } casos[] = {
+        {"nothing", {}},
+        {"names with blanks and without", {"0", "a b", "c"}},
+        {"tabs at all places of one", {"0", "\ta\t\tb\t", "c"}},
+        {"an empty one and a tab alone", {"", "\t", "", "c"}},
+        {"a control character that stands for nothing", {"\x1f\x01", "c"}},
+    };
+    for (const auto& caso : casos) {
+        SCOPED_TRACE(caso.motivo);
+        const CTokens tokens = ParteMandato(UneArgumentos(caso.argumentos));
+        for (std::size_t i = 0; i < kTokens; ++i)
+            EXPECT_EQ(tokens[i], CString(i < caso.argumentos.size() ? caso.argumentos[i] : ""));
+    }
+}
+
 TEST(CampivaApp, EndsWithAStatusThatAScriptCanRead)
 {
     const CCarpetaPrueba carpeta;
@@ -44,23 +74,68 @@ TEST(CampivaApp, EndsWithAStatusThatAScriptCanRead)
     std::string tablas;
     for (const char* tabla : {"m", "t", "p", "s", "j", "c"})
         tablas += "\t" + std::string(std::string_view(carpeta.En(tabla)));
+    const std::string lote = "0\t" + buena + tablas;
+    using A = CCampivaApp;
     const struct {
         const char* motivo;
         std::string linea;
         int estado;
-        std::size_t cajas;
+        CGuionMandatos mandatos = kPersona;
+        bool detiene = false; ///< the user stops the run when it first looks at him
+        bool queja = false;   ///< a dialog that is shown tells an error in a box
     } casos[] = {
-        {"a run", "0\t" + buena + tablas, 0, 1},
-        {"a run with an error box", "0\t" + buena + "x" + tablas, 1, 1},
-        {"no route", "5\t" + buena + tablas, 2, 0},
+        {"a run", lote, A::kHecho, {}},
+        {"a run takes no commands", lote, A::kHecho, {true, 0, 0}},
+        {"a run with an error box", "0\t" + buena + "x" + tablas, A::kHuboError, {}},
+        {"a run that was stopped", lote, A::kDetenido, {}, true},
+        {"no route", "5\t" + buena + tablas, A::kNadaPedido, {}},
+        {"a person saw what went wrong", "", A::kHecho, kPersona, false, true},
+        {"a script that did all", "", A::kHecho, {true, 5, 0}},
+        {"a script that met an error box", "", A::kHuboError, {true, 5, 0}, false, true},
+        {"a script with a command that failed", "", A::kHuboError, {true, 5, 1}},
+        {"a script without a command", "", A::kNadaPedido, {true, 0, 0}},
     };
     for (const auto& caso : casos) {
         SCOPED_TRACE(caso.motivo);
         CCampivaApp aplicacion;
         CGuion guion;
+        guion.mandatos = caso.mandatos;
+        guion.alAtender = [&](CDialog& dialogo, int vez) {
+            if (caso.detiene && vez == 1)
+                dialogo.SendMessage(WM_COMMAND, IDCANCEL, 0);
+        };
+        guion.alMostrar = [&](CDialog& dialogo) {
+            if (caso.queja)
+                dialogo.MessageBox("no existe", "Error", MB_ICONERROR);
+        };
         aplicacion.Arranca(guion, RecursosDelPrograma(), caso.linea, "/usr/bin/campiva.HLP");
         EXPECT_EQ(aplicacion.EstadoSalida(), caso.estado);
-        EXPECT_EQ(guion.cajas.size(), caso.cajas);
+        if (caso.estado == A::kNadaPedido) {
+            EXPECT_TRUE(guion.cajas.empty());
+        }
         EXPECT_EQ(aplicacion.m_pszHelpFilePath, CString("/usr/bin/campiva.chm"));
     }
+}
+
+TEST(CampivaApp, TellsAScriptThatAStopCameFromOutsideInItsDialogsToo)
+{
+    const CCarpetaPrueba carpeta;
+    CCampivaApp aplicacion;
+    CGuion guion;
+    guion.mandatos = {true, 3, 0};
+    guion.alMostrar = [&](CDialog& dialogo) {
+        if (CControl* entrada = dialogo.GetDlgItem(IDC_ENTRADA))
+            entrada->SetWindowText(carpeta.Pon("a.txt", "PJ045127   00001LA ERA\r\n"));
+        for (const UINT tabla : {IDC_MODULOS, IDC_TITULARES, IDC_PARCELAS, IDC_SUBPARCELAS,
+                                 IDC_PARAJES, IDC_COTITULARES})
+            if (CControl* salida = dialogo.GetDlgItem(tabla))
+                salida->SetWindowText(carpeta.En(std::to_string(tabla)));
+        dialogo.SendMessage(WM_COMMAND, IDOK, 0);
+    };
+    guion.alAtender = [](CDialog&, int vez) {
+        if (vez == 1)
+            std::raise(SIGINT);
+    };
+    aplicacion.Arranca(guion, RecursosDelPrograma(), {}, {});
+    EXPECT_EQ(aplicacion.EstadoSalida(), CCampivaApp::kDetenido);
 }

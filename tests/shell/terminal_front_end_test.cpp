@@ -7,6 +7,7 @@
 #include "platform/ansi.h"
 #include "platform/dialog.h"
 #include "platform/html_help.h"
+#include "platform/system.h"
 #include "resources/resources.h"
 #include "tests/support/files.h"
 #include "vexa_libs/cversion_app.h"
@@ -49,11 +50,13 @@ TEST(FrontalTerminal, PrintsTheHelpThatStandsBesideTheHelpFile)
     carpeta.Pon("Ayuda IDC.txt", ".topic 7\r\nM\xF3"
                                  "dulos.\r\n");
     const CString fichero = carpeta.En("campiva.chm");
-    const auto visto = [](const auto& accion) {
+    int fallidos = 0;
+    const auto visto = [&](const auto& accion) {
         testing::internal::CaptureStdout();
         testing::internal::CaptureStderr();
         CFrontalTerminal frontal;
         accion(frontal);
+        fallidos += frontal.Guion().fallidos;
         const std::string errores = testing::internal::GetCapturedStderr();
         return testing::internal::GetCapturedStdout() + "|" + errores;
     };
@@ -64,9 +67,13 @@ TEST(FrontalTerminal, PrintsTheHelpThatStandsBesideTheHelpFile)
     };
     EXPECT_EQ(visto([&](CFrontalTerminal& f) { f.MuestraAyuda(fichero); }), "El manual.\n|");
     EXPECT_EQ(control(fichero, 7), "Módulos.\n|");
+    EXPECT_EQ(fallidos, 0);
     EXPECT_EQ(control(fichero, 8), "|La ayuda no dice nada del control 8.\n");
     EXPECT_EQ(control("no_hay/campiva.chm", 7),
               "|No se encuentra la ayuda en \"no_hay/Ayuda IDC.txt\".\n");
+    EXPECT_EQ(visto([](CFrontalTerminal& f) { f.MuestraAyuda("no_hay/campiva.chm"); }),
+              "|No se encuentra la ayuda en \"no_hay/campiva.txt\".\n");
+    EXPECT_EQ(fallidos, 3);
 }
 
 TEST(FrontalTerminal, ACtrlCIsForTheRunOrForTheBoxOfItsMoment)
@@ -79,11 +86,12 @@ TEST(FrontalTerminal, ACtrlCIsForTheRunOrForTheBoxOfItsMoment)
     for (const bool conCaja : {true, false}) {
         CVexaAInfografDlg dialogo;
         dialogo.Create(IDD_VEXA_A_INFOGRAF, nullptr);
-        frontal.AtiendeUno(dialogo); // a run begins: from here on it is noted
+        sistema::VigilaSenales(); // a run begins: from here on it is noted
         std::raise(SIGINT);
         if (conCaja)
             frontal.Caja("¿ Sí ?"_ansi, "Título"_ansi, MB_YESNO);
-        frontal.AtiendeUno(dialogo);
+        dialogo.AtiendeUno();
+        sistema::OlvidaSenales();
         EXPECT_EQ(dialogo.Terminado(), !conCaja);
     }
     testing::internal::GetCapturedStdout();

@@ -45,16 +45,18 @@ void CGuion::Refleja(const CDialog& dialogo, const CControl& control)
         alReflejar(dialogo, control);
 }
 
-void CGuion::MuestraAyuda(const CString& ficheroAyuda)
+bool CGuion::MuestraAyuda(const CString& ficheroAyuda)
 {
     ayudas.push_back(ansi::AUtf8(ficheroAyuda));
+    return true;
 }
 
-void CGuion::MuestraAyudaControl(const CString& temas, const HH_POPUP& popup)
+bool CGuion::MuestraAyudaControl(const CString& temas, const HH_POPUP& popup)
 {
     ayudas.push_back(ansi::AUtf8(temas) + "#" + std::to_string(popup.idString) + " at " +
                      std::to_string(popup.pt.x) + "," + std::to_string(popup.pt.y) + " on " +
                      std::to_string(popup.clrBackground));
+    return true;
 }
 
 CAplicacionPrueba::CAplicacionPrueba()

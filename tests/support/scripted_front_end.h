@@ -24,14 +24,16 @@ public:
     int Caja(const CString& texto, const CString& titulo, UINT flags) override;
     bool EligeFichero(CFileDialog& dialogo) override;
     void Refleja(const CDialog& dialogo, const CControl& control) override;
-    void MuestraAyuda(const CString& ficheroAyuda) override;
-    void MuestraAyudaControl(const CString& temas, const HH_POPUP& popup) override;
+    CGuionMandatos Guion() const override { return mandatos; }
+    bool MuestraAyuda(const CString& ficheroAyuda) override;
+    bool MuestraAyudaControl(const CString& temas, const HH_POPUP& popup) override;
 
     // The script. What isn't set does nothing.
     std::function<void(CDialog&)> alMostrar;          ///< plays a whole modal dialog
     std::function<void(CDialog&, int vez)> alAtender; ///< at the n-th pump, counted from 1
     std::function<void(const CDialog&, const CControl&)> alReflejar;
     std::vector<int> respuestas; ///< of the boxes with buttons Yes and No, in order; then Yes
+    CGuionMandatos mandatos;     ///< what it says of those it stands for
     CString fichero;             ///< that the user picks; empty: he gives up
 
     // What was seen.

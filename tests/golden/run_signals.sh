@@ -1,0 +1,51 @@
+#!/usr/bin/env bash
+# What signals do to a run: it ends by the signal and leaves nothing half written behind, or passes over
+# what it was started to pass over. A topology that is a pipe holds the run while the signals arrive.
+#   run_signals.sh PROGRAM SAMPLES WORK
+set -euo pipefail
+set -m # else what runs behind would be started to pass over Ctrl-C
+program=$1 samples=$2 work=$3
+rm -rf "$work"
+mkdir -p "$work"
+cd "$work"
+export XDG_CONFIG_HOME=$work/config
+folder=villanueva_dibujos
+printf '%s\n' 1011 1 1003=$folder/poligonos.txt 1005=$folder/no_hay.TOP 1 2 > commands
+
+fail() { echo "FAILED: $*" >&2; exit 1; }
+
+run() { # name, status, the record file must be there or not, signals; before: what the run is started with
+  rm -rf $folder
+  cp -r "$samples/$folder" .
+  rm $folder/001.PAR
+  mkfifo $folder/001.PAR
+  ${before:-} "$program" < commands > stdout 2> stderr &
+  local pid=$!
+  for _ in $(seq 300); do compgen -G "$folder/*.CSP*" > /dev/null && break; sleep 0.02; done
+  compgen -G "$folder/*.CSP*" > /dev/null || fail "$1: the run never began to write"
+  for signal in "${@:4}"; do
+    kill -s "$signal" $pid
+    sleep 0.1 # two at once would be one
+  done
+  : > $folder/001.PAR & # lets the run go on, if it still waits
+  local writer=$! status=0
+  wait $pid || status=$?
+  kill $writer 2> /dev/null || true
+  wait $writer 2> /dev/null || true
+  [ $status -eq "$2" ] || fail "$1: status $status instead of $2"
+  local left
+  left=$(cd $folder && ls | grep CSP || true)
+  [ "$left" = "$3" ] || fail "$1: \"$left\" was left instead of \"$3\""
+}
+
+run "the system goes down"      143 "" TERM
+run "the terminal is closed"    129 "" HUP
+run "Ctrl-C, without a word"    130 045127.CSP INT # a stop, and the program's own status
+run "Ctrl-C twice"              130 "" INT INT
+! grep -q '(s/n)' stdout || fail "who wants to end at once is asked whether to stop"
+before=nohup
+run "started to outlive the terminal" 1 045127.CSP HUP
+pass_over() { (trap '' INT; exec "$@"); }
+before=pass_over
+run "started to pass over Ctrl-C" 1 045127.CSP INT INT
+echo "all signals did what they should"
