@@ -49,6 +49,12 @@ public:
     /// then answer by its new name, DNI and number.
     CTitular& DameTitular(int i);
     const CTitular& DameTitular(int i) const { return m_titulares[static_cast<std::size_t>(i)]; }
+    /// Tells the holder at a position of a parcel that it holds (see CTitular).
+    int InsertaPropiedad(int titular, int parcela, int partici, const CString& Tit)
+    {
+        return m_titulares[static_cast<std::size_t>(titular)].InsertaPropiedad(parcela, partici,
+                                                                               Tit);
+    }
     /// Index of the holder that `BuscaTitular` finds, which takes the new one's number if it has
     /// none. Else appends the new one, in spite of a conflict, with its number set to -1 if that is
     /// taken.

@@ -31,8 +31,9 @@ std::vector<std::size_t> PorNumero(const std::vector<CTitularLeido>& leidos, int
 void Enlaza(CLecturaCatastro& lectura, int indiceParcela, const CTitularLeido& leido,
             const CString& Tit)
 {
-    CParcela& parcela = lectura.Municipio().DameParcela(indiceParcela);
-    CTitular& titular = lectura.Municipio().DameTitular(leido.indice);
+    CMunicipio& municipio = lectura.Municipio();
+    CParcela& parcela = municipio.DameParcela(indiceParcela);
+    const CTitular& titular = std::as_const(municipio).DameTitular(leido.indice);
     const int vinculos = static_cast<int>(parcela.Cotitulares().size());
     switch (parcela.InsertaCotitular(leido.indice, vinculos, leido.partici, Tit)) {
     case kOrdenRepetido:
@@ -42,7 +43,7 @@ void Enlaza(CLecturaCatastro& lectura, int indiceParcela, const CTitularLeido& l
         Avisa(lectura.avisos, kYaTitular, titular.Nombre, parcela.Polig, parcela.Parcela);
         break;
     default:
-        titular.InsertaPropiedad(indiceParcela, leido.partici, Tit);
+        municipio.InsertaPropiedad(leido.indice, indiceParcela, leido.partici, Tit);
     }
 }
 

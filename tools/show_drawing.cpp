@@ -96,8 +96,9 @@ public:
     bool Sigue(CInforme& informe, std::uint64_t posicion)
     {
         constexpr std::uint64_t kVeces = 4;
+        constexpr std::uint64_t kSinCuenta = std::uint64_t{1} << 20U;
         m_enVano += m_fichero.GetPosition() - posicion;
-        if (m_enVano <= kVeces * m_fichero.GetLength())
+        if (m_enVano <= kVeces * m_fichero.GetLength() + kSinCuenta)
             return BuscaMarca(m_fichero, posicion + 1, m_marca);
         informe.Fallo("hay demasiados daños para seguir"_ansi);
         return false;

@@ -136,7 +136,7 @@ void CVexaACampiva2Dlg::TomaParcela(std::string_view fila, CCampos campos, const
     // A holder that wasn't found is linked as such, so that the parcel has its main link.
     municipio.DameParcela(i).InsertaCotitular(titular, kOrdenPrincipal, partici, campos[kTit]);
     if (titular >= 0)
-        municipio.DameTitular(titular).InsertaPropiedad(i, partici, campos[kTit]);
+        municipio.InsertaPropiedad(titular, i, partici, campos[kTit]);
 }
 
 bool CVexaACampiva2Dlg::LeeSubparcelas(CStdioFile* log, int* numErrores, int* numWarnings,
@@ -191,7 +191,6 @@ bool CVexaACampiva2Dlg::LeeCotitulares(CStdioFile* log, int* numErrores, int* nu
                         const int partici = LeeEntero(campos[kCotitularPartici]);
                         municipio->DameParcela(i).InsertaCotitular(titular, kSinOrden, partici,
                                                                    campos[kCotitularTit]);
-                        municipio->DameTitular(titular).InsertaPropiedad(i, partici,
-                                                                         campos[kCotitularTit]);
+                        municipio->InsertaPropiedad(titular, i, partici, campos[kCotitularTit]);
                     });
 }
