@@ -17,7 +17,7 @@ ORDER = [
     ["shell"],
 ]
 # These stand beside the order: they may include anything, and nothing of the program includes them.
-OUTSIDE = ["tools", "tests", "bench"]
+OUTSIDE = ["tools", "tests", "bench", "fuzz"]
 RANK = {folder: rank for rank, folders in enumerate(ORDER) for folder in folders}
 
 

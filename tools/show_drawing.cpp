@@ -1,3 +1,5 @@
+#include "tools/show_drawing.h"
+
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -213,7 +215,7 @@ void MuestraTopologia(CInforme& informe, CFile& topologia, CFile& bin)
 
 } // namespace
 
-int main(int argc, char* argv[])
+int EnseñaDibujo(int argc, const char* const* argv)
 {
     if (argc != 2) {
         std::fputs(kUso, stderr);

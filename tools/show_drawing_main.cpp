@@ -1,0 +1,6 @@
+#include "tools/show_drawing.h"
+
+int main(int argc, char* argv[])
+{
+    return EnseñaDibujo(argc, argv);
+}
