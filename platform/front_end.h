@@ -22,6 +22,9 @@ class CFrontal {
 public:
     virtual ~CFrontal() = default;
 
+    /// Readies what the dialogs are made of. Called once, before the first of them.
+    virtual void IniciaControles() {}
+
     /// Shows the dialog, whose controls exist and are filled, and serves the user until the
     /// dialog's `EndDialog` was called. The user's actions go to the dialog as messages.
     virtual void MuestraModal(CDialog& dialogo) = 0;

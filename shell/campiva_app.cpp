@@ -35,6 +35,7 @@ Ruta EligeRuta(const CTokens& tokens)
 
 BOOL CCampivaApp::InitInstance()
 {
+    InitCommonControls();
     CVersionApp::InitInstance();
     SetRegistryKey("VexaSoft");
     ReadResourceInformation();

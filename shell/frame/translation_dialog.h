@@ -113,6 +113,6 @@ private:
     void OnBuscar(const CBusqueda& busqueda);
 
     bool m_enLote = false;
-    UINT m_focoAntes = 0;  ///< where the focus was before the run
+    UINT m_focoAntes = 0; ///< where the focus was before the run
     CEscritos m_escritos; ///< by the run at work
 };
