@@ -120,15 +120,21 @@ void CTitular::Graba(CStdioFile& fichero, short ger, short mun, short emenor, bo
 
 int CTitular::InsertaPropiedad(int parcela, int partici, const CString& Tit)
 {
-    if (m_porParcela.Busca(m_propiedades, &CPropiedad::parcela, parcela) >= 0)
+    // The readers come with one parcel after the other: one behind all others needs no look-up.
+    if (parcela <= m_mayorParcela &&
+        m_porParcela.Busca(m_propiedades, &CPropiedad::parcela, parcela) >= 0)
         return kPropiedadRepetida;
     m_propiedades.push_back({parcela, partici, Tit});
+    m_mayorParcela = std::max(m_mayorParcela, parcela);
     return 1;
 }
 
 void CTitular::RenumeraParcelas(const std::vector<int>& nuevos)
 {
-    for (CPropiedad& propiedad : m_propiedades)
+    m_mayorParcela = -1;
+    for (CPropiedad& propiedad : m_propiedades) {
         propiedad.parcela = nuevos[static_cast<std::size_t>(propiedad.parcela)];
+        m_mayorParcela = std::max(m_mayorParcela, propiedad.parcela);
+    }
     m_porParcela.Olvida();
 }

@@ -66,4 +66,5 @@ public:
 private:
     std::vector<CPropiedad> m_propiedades;
     CIndice<Gana::Primero> m_porParcela;
+    int m_mayorParcela = -1; // of the back links
 };

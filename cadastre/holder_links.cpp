@@ -62,7 +62,10 @@ CDatosLinea DatosDe(const CParcela& parcela, short ger, short mun, short emenor)
 
 int CParcela::InsertaCotitular(int titular, int orden, int partici, const CString& Tit)
 {
-    const int conTitular = m_porTitular.Busca(m_cotitulares, &CCotitular::titular, titular);
+    // The readers come with one holder after the other: one behind all others needs no look-up.
+    const int conTitular = titular > m_mayorTitular
+                               ? kNoEncontrado
+                               : m_porTitular.Busca(m_cotitulares, &CCotitular::titular, titular);
     if (orden < 0 && conTitular >= 0) {
         int& suya = m_cotitulares[static_cast<std::size_t>(conTitular)].partici;
         suya = Suma(suya, partici);
@@ -80,6 +83,7 @@ int CParcela::InsertaCotitular(int titular, int orden, int partici, const CStrin
         return kTitularRepetido;
     m_cotitulares.push_back({titular, orden, partici, Tit});
     m_ordenMaximo = std::max(m_ordenMaximo, orden);
+    m_mayorTitular = std::max(m_mayorTitular, titular);
     return 1;
 }
 
@@ -94,6 +98,9 @@ void CParcela::EligeTitularPrincipal()
     for (auto vinculo = m_cotitulares.begin(); vinculo != m_cotitulares.end(); ++vinculo)
         vinculo->orden = vinculo == mayor ? kOrdenPrincipal : siguiente++;
     m_ordenMaximo = siguiente - 1;
+    constexpr std::size_t kSobran = 64; // places of a parcel that very many hold
+    if (m_cotitulares.capacity() > m_cotitulares.size() + kSobran)
+        m_cotitulares.shrink_to_fit();
 }
 
 void CParcela::OrdenaCotitulares()
@@ -166,9 +173,11 @@ void CParcela::ReparteParticipaciones()
 
 void CParcela::RenumeraTitulares(const std::vector<int>& nuevos)
 {
-    for (CCotitular& vinculo : m_cotitulares)
+    for (CCotitular& vinculo : m_cotitulares) {
         if (vinculo.titular >= 0)
             vinculo.titular = nuevos[static_cast<std::size_t>(vinculo.titular)];
+        m_mayorTitular = std::max(m_mayorTitular, vinculo.titular);
+    }
     m_porTitular.Olvida();
 }
 

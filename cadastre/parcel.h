@@ -1,5 +1,6 @@
 #pragma once
 
+#include <limits>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -108,4 +109,5 @@ private:
     int m_ordenMaximo = kSinOrden; // no link has a greater number
     CIndiceEncadenado m_porLetra;
     CIndice<Gana::Primero> m_porTitular;
+    int m_mayorTitular = std::numeric_limits<int>::min(); // of the links
 };

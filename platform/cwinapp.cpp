@@ -39,11 +39,6 @@ CWinApp* AfxGetApp()
     return Aplicacion();
 }
 
-void InitCommonControls()
-{
-    AfxGetApp()->Frontal().IniciaControles();
-}
-
 void CWinApp::Arranca(CFrontal& frontal, const CRecursos& recursos, const CString& mandato,
                       const CString& ficheroAyuda)
 {

@@ -89,8 +89,5 @@ private:
     std::unique_ptr<char[]> m_reserva; ///< for the box that tells that memory ran out
 };
 
-/// Makes the front end's controls ready to be shown. Called first of all in `InitInstance`.
-void InitCommonControls();
-
 /// The application object. There is one as long as `main` runs.
 CWinApp* AfxGetApp();

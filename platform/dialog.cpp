@@ -42,6 +42,11 @@ bool Rodea(const CPlantillaControl& grupo, const CPlantillaControl& control)
 
 } // namespace
 
+void InitCommonControls()
+{
+    AfxGetApp()->Frontal().IniciaControles();
+}
+
 CControl::CControl(CDialog& dialogo, const CPlantillaControl& plantilla)
     : m_dialogo(&dialogo), m_plantilla(&plantilla), m_texto(plantilla.texto)
 {

@@ -33,6 +33,9 @@ inline constexpr UINT PBM_SETPOS = 1026;
 
 class CDialog;
 
+/// Readies the controls that dialogs are made of. The program calls it before anything else.
+void InitCommonControls();
+
 /// One control of a dialog.
 class CControl {
 public:

@@ -6,18 +6,17 @@
 #include <wx/app.h>
 #include <wx/filedlg.h>
 #include <wx/filename.h>
-#include <wx/filesys.h>
-#include <wx/html/helpctrl.h>
+#include <wx/html/helpfrm.h>
 #include <wx/init.h>
-#include <wx/log.h>
 #include <wx/translation.h>
-#include <wx/treectrl.h>
 
 #include "platform/desktop/dialog_window.h"
 #include "platform/desktop/help_file.h"
 #include "platform/desktop/help_popup.h"
+#include "platform/desktop/help_window.h"
 #include "platform/desktop/message_box.h"
 #include "platform/desktop/text.h"
+#include "platform/desktop/toolkit.h"
 #include "platform/html_help.h"
 
 namespace {
@@ -25,10 +24,8 @@ namespace {
 constexpr const char* kElige = "Abrir";
 constexpr const char* kNombreIlegible =
     "El nombre de ese archivo no se puede leer aquí. Cámbielo y elíjalo otra vez.";
-constexpr const char* kTituloAyuda = "Ayuda: %s";
 constexpr const char* kAyuda = "Ayuda";
 constexpr const char* kSinAyuda = "No se encuentra la ayuda en \"%s\", o está dañada.";
-const wxSize kLadosAyuda(980, 680);
 
 /// What the files' box takes: the filters of the program name patterns as its first system has
 /// them, where "*.*" is every file and no pattern looks at the case of letters.
@@ -51,6 +48,15 @@ wxString Comodines(const CString& filtros)
         patron = !patron;
     }
     return comodines;
+}
+
+/// The folder that the files' box opens: that of the path in the field, else the last one chosen.
+wxString CarpetaInicial(const wxString& ruta, const wxString& ultima)
+{
+    wxFileName inicial(ruta);
+    inicial.MakeAbsolute();
+    const bool laDice = !ruta.empty() && inicial.DirExists();
+    return laDice || ultima.empty() ? inicial.GetPath() : ultima;
 }
 
 /// What the library finds wrong in itself goes where a developer looks, not into a user's way.
@@ -77,14 +83,18 @@ wxColour Color(std::uint32_t bgr)
 
 CFrontalEscritorio::CFrontalEscritorio(char* programa)
 {
+    TomaIdiomaDelSistema();
     wxSetAssertHandler(AlFallarAserto);
     wxApp::SetInstance(new CAplicacionVentanas);
     int argc = 1;
     char* argv[] = {programa, nullptr};
     m_funciona = wxEntryStart(argc, argv);
-    if (!m_funciona)
-        return;
-    wxTheApp->CallOnInit();
+    if (m_funciona)
+        wxTheApp->CallOnInit();
+}
+
+void CFrontalEscritorio::IniciaControles()
+{
     // The library's own words, in its file and help windows, in the language of all others.
     auto* traducciones = new wxTranslations;
     traducciones->SetLanguage(wxLANGUAGE_SPANISH);
@@ -131,19 +141,18 @@ void CFrontalEscritorio::AtiendeUno(CDialog& dialogo)
 
 int CFrontalEscritorio::Caja(const CString& texto, const CString& titulo, UINT flags)
 {
-    if (!m_ventanas.empty())
-        m_ventanas.back()->PonBarraAlDia();
     CString cuerpo = texto;
     cuerpo.TrimRight("\n");
-    return CCajaMensaje(Delante(), AWx(cuerpo), AWx(titulo), flags).ShowModal();
+    CCajaMensaje caja(Delante(), AWx(cuerpo), AWx(titulo), flags);
+    return m_ventanas.empty() ? caja.ShowModal() : m_ventanas.back()->Espera(caja);
 }
 
 bool CFrontalEscritorio::EligeFichero(CFileDialog& dialogo)
 {
-    const wxFileName inicial(AWx(dialogo.GetPathName()));
+    const wxString inicial = AWx(dialogo.GetPathName());
     const bool existe = (dialogo.Flags() & OFN_FILEMUSTEXIST) != 0;
-    wxFileDialog caja(Delante(), kElige, inicial.GetPath(), inicial.GetFullName(),
-                      Comodines(dialogo.Filtros()),
+    wxFileDialog caja(Delante(), kElige, CarpetaInicial(inicial, AWx(m_carpeta)),
+                      wxFileName(inicial).GetFullName(), Comodines(dialogo.Filtros()),
                       wxFD_OPEN | (existe ? wxFD_FILE_MUST_EXIST : 0));
     if (caja.ShowModal() != wxID_OK)
         return false;
@@ -152,6 +161,7 @@ bool CFrontalEscritorio::EligeFichero(CFileDialog& dialogo)
         Caja(kNombreIlegible, kElige, MB_ICONERROR);
         return false;
     }
+    m_carpeta = DeWx(wxFileName(ruta).GetPath());
     dialogo.SetPathName(DeWx(ruta));
     return true;
 }
@@ -162,10 +172,20 @@ void CFrontalEscritorio::Refleja(const CDialog& dialogo, const CControl& control
         ventana->Refleja(control);
 }
 
+void CFrontalEscritorio::FinDeProceso(const CDialog& dialogo, const CEscritos& escritos)
+{
+    if (CVentanaDialogo* ventana = VentanaDe(dialogo))
+        ventana->FinDeProceso(escritos);
+}
+
 bool CFrontalEscritorio::MuestraAyuda(const CString& ficheroAyuda)
 {
-    if (m_ayuda == nullptr || m_ayuda->GetFrame() == nullptr)
-        AbreAyuda(ficheroAyuda);
+    if (m_ayuda == nullptr || m_ayuda->GetFrame() == nullptr) {
+        m_ayuda = std::make_unique<CVentanaAyuda>(
+            m_ventanas.empty() ? wxIconBundle() : m_ventanas.back()->GetIcons());
+        if (!m_ayuda->Abre(AWx(ficheroAyuda)))
+            m_ayuda.reset();
+    }
     if (m_ayuda == nullptr) {
         CString queja;
         queja.Format(kSinAyuda, ficheroAyuda);
@@ -175,29 +195,6 @@ bool CFrontalEscritorio::MuestraAyuda(const CString& ficheroAyuda)
     m_ayuda->GetFrame()->Show();
     m_ayuda->GetFrame()->Raise();
     return true;
-}
-
-void CFrontalEscritorio::AbreAyuda(const CString& ficheroAyuda)
-{
-    m_ayuda.reset();
-    const wxFileName fichero(AWx(ficheroAyuda));
-    auto ayuda = std::make_unique<wxHtmlHelpController>(wxHF_TOOLBAR | wxHF_CONTENTS | wxHF_INDEX |
-                                                        wxHF_SEARCH);
-    ayuda->SetTitleFormat(kTituloAyuda);
-    wxString libro = wxFileSystem::FileNameToURL(fichero);
-    libro += "#chm:" + fichero.GetName() + ".hhp";
-    const wxLogNull sinCajas; // what the library says of it, in words of its own
-    if (!fichero.FileExists() || !ayuda->AddBook(libro) || !ayuda->DisplayContents())
-        return;
-    wxFrame* ventana = ayuda->GetFrame();
-    if (!m_ventanas.empty())
-        ventana->SetIcons(m_ventanas.back()->GetIcons());
-    ventana->SetSize(kLadosAyuda);
-    ventana->CentreOnScreen();
-    if (auto* temas = dynamic_cast<wxTreeCtrl*>(ventana->FindWindow(wxID_HTML_TREECTRL)))
-        if (wxTreeItemIdValue primero = nullptr; temas->GetCount() > 0)
-            temas->Expand(temas->GetFirstChild(temas->GetRootItem(), primero));
-    m_ayuda = std::move(ayuda);
 }
 
 bool CFrontalEscritorio::MuestraAyudaControl(const CString& temas, const HH_POPUP& popup)

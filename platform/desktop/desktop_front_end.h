@@ -5,9 +5,8 @@
 
 #include "platform/front_end.h"
 
-class CGloboAyuda;
+class CVentanaAyuda;
 class CVentanaDialogo;
-class wxHtmlHelpController;
 class wxWindow;
 
 /// Front end in real windows.
@@ -23,11 +22,13 @@ public:
     /// False where there is no screen to show windows on.
     bool Funciona() const { return m_funciona; }
 
+    void IniciaControles() override;
     void MuestraModal(CDialog& dialogo) override;
     void AtiendeUno(CDialog& dialogo) override;
     int Caja(const CString& texto, const CString& titulo, UINT flags) override;
     bool EligeFichero(CFileDialog& dialogo) override;
     void Refleja(const CDialog& dialogo, const CControl& control) override;
+    void FinDeProceso(const CDialog& dialogo, const CEscritos& escritos) override;
     bool MuestraAyuda(const CString& ficheroAyuda) override;
     bool MuestraAyudaControl(const CString& temas, const HH_POPUP& popup) override;
 
@@ -36,10 +37,8 @@ private:
     CVentanaDialogo* VentanaDe(const CDialog& dialogo) const;
     /// What a box stands in front of; null where no window is seen.
     wxWindow* Delante() const;
-    /// Opens the help's window. A file that can't be read leaves none.
-    void AbreAyuda(const CString& ficheroAyuda);
-
     bool m_funciona;
     std::vector<CVentanaDialogo*> m_ventanas; ///< those shown, the last one on top
-    std::unique_ptr<wxHtmlHelpController> m_ayuda;
+    CString m_carpeta;                        ///< of the file that was chosen last
+    std::unique_ptr<CVentanaAyuda> m_ayuda;
 };

@@ -1,18 +1,24 @@
 #include "platform/desktop/dialog_window.h"
 
+#include <algorithm>
+
 #include <wx/button.h>
 #include <wx/checkbox.h>
 #include <wx/choice.h>
+#include <wx/dialog.h>
+#include <wx/display.h>
 #include <wx/gauge.h>
 #include <wx/panel.h>
 #include <wx/radiobut.h>
+#include <wx/settings.h>
+#include <wx/sizer.h>
 #include <wx/statbmp.h>
 #include <wx/statbox.h>
 #include <wx/stattext.h>
-#include <wx/textctrl.h>
 
 #include "platform/cwinapp.h"
-#include "platform/desktop/layout.h"
+#include "platform/desktop/path_field.h"
+#include "platform/desktop/run_footer.h"
 #include "platform/desktop/text.h"
 #include "platform/desktop/toolkit.h"
 
@@ -38,17 +44,24 @@ wxBitmapBundle Dibujo(UINT id, const wxSize& sitio)
         dibujo->svg, wxSize(wxRound(dibujo->ancho * escala), wxRound(dibujo->alto * escala)));
 }
 
-long Estilo(bool encima)
+bool EsDeTraduccion(const CDialog& dialogo)
+{
+    const auto& controles = dialogo.Controles();
+    return std::any_of(controles.begin(), controles.end(),
+                       [](const CControl& c) { return c.Plantilla().clase == Progreso; });
+}
+
+long Estilo(const CDialog& dialogo, bool encima)
 {
     constexpr long kComun = wxCAPTION | wxSYSTEM_MENU | wxCLOSE_BOX;
-    return kComun | (encima ? wxFRAME_FLOAT_ON_PARENT | wxFRAME_NO_TASKBAR : wxMINIMIZE_BOX);
+    return kComun | (EsDeTraduccion(dialogo) ? wxRESIZE_BORDER : 0) |
+           (encima ? wxFRAME_FLOAT_ON_PARENT | wxFRAME_NO_TASKBAR : wxMINIMIZE_BOX);
 }
 
 void PonTexto(wxWindow& widget, const wxString& texto)
 {
-    if (auto* edicion = dynamic_cast<wxTextCtrl*>(&widget)) {
-        if (edicion->GetValue() != texto) // else the caret would jump under the user's hands
-            edicion->ChangeValue(texto);
+    if (auto* campo = dynamic_cast<CCampoRuta*>(&widget)) {
+        campo->PonRuta(texto);
     } else if (auto* rotulo = dynamic_cast<wxStaticText*>(&widget)) {
         if (rotulo->GetLabelText() != texto)
             rotulo->SetLabelText(texto);
@@ -61,14 +74,18 @@ void PonTexto(wxWindow& widget, const wxString& texto)
 
 CVentanaDialogo::CVentanaDialogo(CDialog& dialogo, wxWindow* debajo)
     : wxFrame(debajo, wxID_ANY, AWx(dialogo.Plantilla().titulo), wxDefaultPosition, wxDefaultSize,
-              Estilo(debajo != nullptr)),
-      m_dialogo(dialogo), m_panel(new wxPanel(this))
+              Estilo(dialogo, debajo != nullptr)),
+      m_dialogo(dialogo), m_marco(new wxPanel(this)), m_vista(new wxScrolledWindow(m_marco)),
+      m_panel(new wxPanel(m_vista)), m_unidades(*m_panel)
 {
     if (debajo != nullptr)
         HazModal(*this);
     PonIconos();
     CreaWidgets();
-    Coloca();
+    if (EsDeTraduccion(dialogo))
+        m_pie = new CPieProceso(m_marco);
+    MideUnidades();
+    PonLados();
     if (m_sinMarca != nullptr)
         m_sinMarca->SetValue(true);
     for (const CControl& control : m_dialogo.Controles())
@@ -78,6 +95,7 @@ CVentanaDialogo::CVentanaDialogo(CDialog& dialogo, wxWindow* debajo)
         Despacha([this] { m_dialogo.SendMessage(WM_COMMAND, IDCANCEL, 0); });
     });
     Bind(wxEVT_CHAR_HOOK, &CVentanaDialogo::AlTeclear, this);
+    m_marco->Bind(wxEVT_CHILD_FOCUS, &CVentanaDialogo::AlTomarFoco, this);
 }
 
 void CVentanaDialogo::PonIconos()
@@ -130,7 +148,7 @@ wxWindow* CVentanaDialogo::Crea(CControl& control)
         return radio;
     }
     case Edicion: {
-        auto* edicion = new wxTextCtrl(m_panel, wxID_ANY);
+        auto* edicion = new CCampoRuta(m_panel);
         edicion->Bind(wxEVT_TEXT, [edicion, &control](wxCommandEvent&) {
             control.SetWindowText(DeWx(edicion->GetValue()));
         });
@@ -171,25 +189,63 @@ wxWindow* CVentanaDialogo::CreaRadio(const CPlantillaControl& plantilla)
     return new wxRadioButton(m_panel, wxID_ANY, AWx(plantilla.texto));
 }
 
+void CVentanaDialogo::MideUnidades()
+{
+    for (const auto& [control, widget] : m_widgets)
+        m_unidades.HazSitio(control->Plantilla(), widget->GetBestSize());
+    for (const auto& [control, widget] : m_widgets)
+        if (auto* dibujo = dynamic_cast<wxStaticBitmap*>(widget)) {
+            const CPlantillaControl& plantilla = control->Plantilla();
+            dibujo->SetBitmap(
+                Dibujo(plantilla.id, m_unidades.Pixeles(plantilla.ancho, plantilla.alto)));
+        }
+}
+
+void CVentanaDialogo::PonLados()
+{
+    const CPlantillaDialogo& plantilla = m_dialogo.Plantilla();
+    const wxSize natural = m_unidades.Pixeles(plantilla.ancho, plantilla.alto);
+    m_panel->SetMinSize(natural);
+    m_panel->Bind(wxEVT_SIZE, [this](wxSizeEvent& suceso) {
+        Coloca();
+        suceso.Skip();
+    });
+    auto* sitio = new wxBoxSizer(wxVERTICAL);
+    sitio->Add(m_panel, 1, wxEXPAND);
+    MuestraBarras(*m_vista);
+    m_vista->SetScrollRate(GetCharWidth(), GetCharHeight());
+    m_vista->SetSizer(sitio);
+    auto* marco = new wxBoxSizer(wxVERTICAL);
+    marco->Add(m_vista, 1, wxEXPAND);
+    if (m_pie != nullptr)
+        marco->Add(m_pie, 0, wxEXPAND);
+    m_marco->SetSizer(marco);
+
+    const int pantalla = std::max(0, wxDisplay::GetFromWindow(this));
+    const wxSize area = wxDisplay(static_cast<unsigned>(pantalla)).GetClientArea().GetSize();
+    const wxSize cabe = area - wxSize(2 * GetCharWidth(), 3 * GetCharHeight()); // title and edges
+    wxSize lados = natural + wxSize(0, m_pie != nullptr ? m_pie->GetBestSize().y : 0);
+    const int entero = lados.y;
+    if (lados.y > cabe.y)
+        lados.x += wxSystemSettings::GetMetric(wxSYS_VSCROLL_X, this);
+    lados.DecTo(cabe);
+    SetClientSize(lados);
+    SetMinClientSize(lados);
+    SetMaxClientSize({-1, entero});
+}
+
 void CVentanaDialogo::Coloca()
 {
-    CUnidades unidades(*m_panel);
+    const int sobra =
+        std::max(0, m_panel->GetSize().x - m_unidades.Pixeles(m_dialogo.Plantilla().ancho, 0).x);
     for (const auto& [control, widget] : m_widgets)
-        unidades.HazSitio(control->Plantilla(), widget->GetBestSize());
-    for (const auto& [control, widget] : m_widgets) {
-        const CPlantillaControl& plantilla = control->Plantilla();
-        const wxRect sitio = unidades.Sitio(plantilla, widget->GetBestSize());
-        if (auto* dibujo = dynamic_cast<wxStaticBitmap*>(widget))
-            dibujo->SetBitmap(Dibujo(plantilla.id, sitio.GetSize()));
-        widget->SetSize(sitio);
-    }
-    const CPlantillaDialogo& plantilla = m_dialogo.Plantilla();
-    SetClientSize(unidades.Pixeles(plantilla.ancho, plantilla.alto));
+        widget->SetSize(m_unidades.Sitio(control->Plantilla(), widget->GetBestSize(), sobra));
 }
 
 void CVentanaDialogo::Muestra()
 {
-    CentreOnScreen();
+    if (m_dialogo.Centrada())
+        CentreOnParent(); // the screen's where it has none
     Show();
     m_panel->SetFocus();
     if (!m_dialogo.Terminado())
@@ -215,7 +271,7 @@ void CVentanaDialogo::AtiendeUno()
     if (ahora < m_calma)
         return;
     if (ahora >= m_barraPintada + kEntreBarras) {
-        PonBarraAlDia();
+        PonAvanceAlDia();
         m_barraPintada = ahora;
     }
     wxEventLoopBase* bucle = wxEventLoopBase::GetActive();
@@ -225,10 +281,43 @@ void CVentanaDialogo::AtiendeUno()
         m_calma = ahora + kEntreMiradas;
 }
 
-void CVentanaDialogo::PonBarraAlDia()
+void CVentanaDialogo::PonAvanceAlDia()
 {
-    if (m_progreso != nullptr && m_barra->GetValue() != m_progreso->GetPos())
-        m_barra->SetValue(m_progreso->GetPos());
+    if (m_progreso == nullptr)
+        return;
+    const int hecho = m_progreso->GetPos();
+    if (m_barra->GetValue() != hecho)
+        m_barra->SetValue(hecho);
+    PonTitulo(wxString::Format("%d %% - ", hecho));
+    m_pie->Avanza(hecho);
+}
+
+void CVentanaDialogo::PonTitulo(const wxString& delante)
+{
+    const wxString titulo = delante + AWx(m_dialogo.Plantilla().titulo);
+    if (GetTitle() != titulo)
+        SetTitle(titulo);
+}
+
+int CVentanaDialogo::Espera(wxDialog& caja)
+{
+    const bool enProceso = m_pie != nullptr && m_pie->EnProceso();
+    if (enProceso) {
+        PonAvanceAlDia();
+        PonTitulo({}); // the run stands still
+    }
+    const auto antes = Reloj::now();
+    const int respuesta = caja.ShowModal();
+    if (enProceso)
+        m_pie->Descuenta(Reloj::now() - antes);
+    return respuesta;
+}
+
+void CVentanaDialogo::FinDeProceso(const CEscritos& escritos)
+{
+    PonTitulo({});
+    if (m_pie != nullptr)
+        m_pie->Termina(escritos);
 }
 
 void CVentanaDialogo::Refleja(const CControl& control)
@@ -247,8 +336,39 @@ void CVentanaDialogo::Refleja(const CControl& control)
     else if (auto* lista = dynamic_cast<wxChoice*>(widget))
         lista->SetSelection(control.GetCurSel());
     widget->Enable(control.IsWindowEnabled());
-    if (control.Id() == m_dialogo.Foco())
-        widget->SetFocus();
+    if (control.Id() == m_dialogo.Foco() && control.Id() != m_foco)
+        widget->SetFocus(); // else it would be taken from where the user has it
+}
+
+const CControl* CVentanaDialogo::ControlDe(const wxWindow* widget) const
+{
+    const auto par = std::find_if(m_widgets.begin(), m_widgets.end(),
+                                  [=](const auto& p) { return p.second == widget; });
+    return par != m_widgets.end() ? par->first : nullptr;
+}
+
+void CVentanaDialogo::AlTomarFoco(wxChildFocusEvent& suceso)
+{
+    suceso.Skip();
+    const CControl* control = ControlDe(suceso.GetWindow());
+    m_foco = control != nullptr ? control->Id() : kSinId;
+    if (control == nullptr)
+        return;
+    m_dialogo.NotaFoco(control->Id());
+    TraeALaVista(*suceso.GetWindow());
+}
+
+void CVentanaDialogo::TraeALaVista(const wxWindow& widget)
+{
+    const int paso = GetCharHeight();
+    const int desde = m_vista->GetViewStart().y * paso;
+    const int alto = m_vista->GetClientSize().y;
+    const int arriba = widget.GetPosition().y - 3 * paso; // a line of its group too
+    const int abajo = widget.GetRect().GetBottom() + paso;
+    if (arriba < desde)
+        m_vista->Scroll(-1, std::max(0, arriba) / paso);
+    else if (abajo > desde + alto)
+        m_vista->Scroll(-1, (abajo - alto + paso - 1) / paso);
 }
 
 void CVentanaDialogo::AlTeclear(wxKeyEvent& tecla)
@@ -267,20 +387,17 @@ void CVentanaDialogo::AlTeclear(wxKeyEvent& tecla)
 
 void CVentanaDialogo::PideAyuda()
 {
-    const wxWindow* foco = FindFocus();
-    for (const auto& [control, widget] : m_widgets) {
-        if (widget != foco)
-            continue;
-        const wxRect sitio = widget->GetScreenRect();
+    LRESULT atendida = 0;
+    if (const CControl* control = ControlDe(FindFocus())) {
+        const wxRect sitio = m_widgets.at(control)->GetScreenRect();
         const wxPoint raton = wxGetMousePosition();
         const wxPoint punto = sitio.Contains(raton) ? raton : sitio.GetBottomLeft();
         const HELPINFO pregunta{control->Id() == kSinId ? -1 : static_cast<int>(control->Id()),
                                 {punto.x, punto.y}};
         Despacha([&] {
-            // A dialog that doesn't tell of its controls leaves the key to the manual.
-            if (m_dialogo.SendMessage(WM_HELP, 0, reinterpret_cast<LPARAM>(&pregunta)) == 0)
-                m_dialogo.SendMessage(WM_COMMAND, ID_HELP, 0);
+            atendida = m_dialogo.SendMessage(WM_HELP, 0, reinterpret_cast<LPARAM>(&pregunta));
         });
-        return;
     }
+    if (atendida == 0) // what the dialog doesn't tell of leaves the key to the manual
+        Despacha([this] { m_dialogo.SendMessage(WM_COMMAND, ID_HELP, 0); });
 }

@@ -29,6 +29,18 @@ bool LlenaAlto(ClaseControl clase)
     return clase == Grupo || clase == Imagen || clase == Icono || clase == Progreso;
 }
 
+/// Widgets that take what a window is wider than its template; a label keeps its width.
+bool Ensancha(const CPlantillaControl& control)
+{
+    return LlenaAlto(control.clase) || control.clase == Edicion || control.clase == Lista ||
+           (control.clase == Texto && control.id != kSinId);
+}
+
+bool GuardaLaDerecha(ClaseControl clase)
+{
+    return clase == Boton || clase == BotonPorDefecto;
+}
+
 } // namespace
 
 CUnidades::CUnidades(const wxWindow& ventana)
@@ -49,11 +61,15 @@ wxSize CUnidades::Pixeles(int ancho, int alto) const
     return {static_cast<int>(std::lround(ancho * m_x)), static_cast<int>(std::lround(alto * m_y))};
 }
 
-wxRect CUnidades::Sitio(const CPlantillaControl& control, const wxSize& necesario) const
+wxRect CUnidades::Sitio(const CPlantillaControl& control, const wxSize& necesario, int sobra) const
 {
     const wxSize origen = Pixeles(control.x, control.y);
     const wxSize fin = Pixeles(control.x + control.ancho, control.y + control.alto);
     wxRect sitio(wxPoint(origen.x, origen.y), fin - origen);
+    if (GuardaLaDerecha(control.clase))
+        sitio.x += sobra;
+    else if (Ensancha(control))
+        sitio.width += sobra;
     if (control.clase == Lista)
         sitio.height = necesario.y; // the template's height counts the list dropped down
     else if (!LlenaAlto(control.clase) && necesario.y > 0) {

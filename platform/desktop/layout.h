@@ -18,7 +18,9 @@ public:
 
     wxSize Pixeles(int ancho, int alto) const;
     /// The control's place. A widget that is lower or higher than it is set at its middle.
-    wxRect Sitio(const CPlantillaControl& control, const wxSize& necesario) const;
+    /// \param sobra  pixels that the window is wider than its template: buttons keep their distance
+    ///               from the right edge, what holds a text or a bar grows
+    wxRect Sitio(const CPlantillaControl& control, const wxSize& necesario, int sobra) const;
 
 private:
     double m_x;

@@ -1,5 +1,8 @@
 #include "platform/desktop/message_box.h"
 
+#include <algorithm>
+
+#include <wx/arrstr.h>
 #include <wx/artprov.h>
 #include <wx/button.h>
 #include <wx/crt.h>
@@ -44,6 +47,35 @@ wxString ConCortes(const wxString& texto)
     return cortado;
 }
 
+constexpr const char* kEntreColumnas = " : ";
+
+/// Tells whether lines of the text put numbers one below the other, as a fixed font would show
+/// them.
+bool TieneColumnas(const wxArrayString& lineas)
+{
+    return std::count_if(lineas.begin(), lineas.end(),
+                         [](const wxString& linea) { return linea.Contains(kEntreColumnas); }) > 1;
+}
+
+/// A run of lines in columns: the blanks that would bring them into line are left to the layout.
+wxSizer* PonColumnas(wxWindow* padre, const wxArrayString& lineas)
+{
+    auto* tabla = new wxFlexGridSizer(3, {padre->GetCharHeight() / 4, padre->GetCharWidth()});
+    const auto pon = [&](const wxString& texto, int flags) {
+        auto* rotulo = new wxStaticText(padre, wxID_ANY, {});
+        rotulo->SetLabelText(texto);
+        tabla->Add(rotulo, 0, flags);
+    };
+    for (const wxString& linea : lineas) {
+        const std::size_t corte = linea.find(kEntreColumnas);
+        const bool partida = corte != wxString::npos;
+        pon(linea.Left(corte).Trim(), 0); // all of it where there is no cut
+        pon(partida ? ":" : "", 0);
+        pon(partida ? linea.Mid(corte + 3).Trim(false) : wxString(), wxALIGN_RIGHT);
+    }
+    return tabla;
+}
+
 } // namespace
 
 CCajaMensaje::CCajaMensaje(wxWindow* padre, const wxString& texto, const wxString& titulo,
@@ -57,10 +89,14 @@ CCajaMensaje::CCajaMensaje(wxWindow* padre, const wxString& texto, const wxStrin
                                           wxArtProvider::GetBitmapBundle(icono, wxART_MESSAGE_BOX));
         cuerpo->Add(dibujo, 0, wxRIGHT, hueco);
     }
-    auto* rotulo = new wxStaticText(this, wxID_ANY, {});
-    rotulo->SetLabelText(ConCortes(texto));
-    rotulo->Wrap(static_cast<int>(kLetrasPorLinea) * GetCharWidth());
-    cuerpo->Add(rotulo, 1, wxALIGN_CENTER_VERTICAL);
+    if (const wxArrayString lineas = wxSplit(texto, '\n', '\0'); TieneColumnas(lineas)) {
+        cuerpo->Add(PonColumnas(this, lineas), 1, wxALIGN_CENTER_VERTICAL);
+    } else {
+        auto* rotulo = new wxStaticText(this, wxID_ANY, {});
+        rotulo->SetLabelText(ConCortes(texto));
+        rotulo->Wrap(static_cast<int>(kLetrasPorLinea) * GetCharWidth());
+        cuerpo->Add(rotulo, 1, wxALIGN_CENTER_VERTICAL);
+    }
 
     auto* botones = new wxBoxSizer(wxHORIZONTAL);
     // An id of the library's own would bring the system's text, in whatever language.
@@ -76,10 +112,21 @@ CCajaMensaje::CCajaMensaje(wxWindow* padre, const wxString& texto, const wxStrin
     primero->SetDefault();
     primero->SetFocus();
     SetEscapeId(ultimo->GetId());
+    if (siNo)
+        Bind(wxEVT_CHAR_HOOK, &CCajaMensaje::AlTeclear, this);
 
     auto* marco = new wxBoxSizer(wxVERTICAL);
     marco->Add(cuerpo, 1, wxEXPAND | wxALL, hueco);
     marco->Add(botones, 0, wxALIGN_RIGHT | wxLEFT | wxRIGHT | wxBOTTOM, hueco);
     SetSizerAndFit(marco);
     CentreOnParent();
+}
+
+void CCajaMensaje::AlTeclear(wxKeyEvent& tecla)
+{
+    const int letra = wxToupper(tecla.GetKeyCode());
+    if (tecla.HasAnyModifiers() || (letra != 'S' && letra != 'N'))
+        tecla.Skip();
+    else
+        EndModal(letra == 'S' ? IDYES : IDNO);
 }

@@ -1,5 +1,9 @@
 #include "platform/desktop/toolkit.h"
 
+#include <clocale>
+
+#include <wx/utils.h>
+
 #ifdef __WXGTK__
 #include <gtk/gtk.h>
 #endif
@@ -33,6 +37,34 @@ wxString SumaDe(const wxString& fichero)
     return suma;
 }
 
+void TomaIdiomaDelSistema()
+{
+#ifdef LC_MESSAGES
+    std::setlocale(LC_MESSAGES, "");
+#endif
+}
+
+void MuestraBarras([[maybe_unused]] wxWindow& ventana)
+{
+#ifdef __WXGTK__
+    gtk_scrolled_window_set_overlay_scrolling(GTK_SCROLLED_WINDOW(ventana.GetHandle()), FALSE);
+#endif
+}
+
+bool AbreConElSistema(const wxString& ruta)
+{
+#ifdef __WXGTK__
+    // The library's own way asks a helper program, which may fail behind its back.
+    gchar* lugar = g_filename_to_uri(ruta.fn_str(), nullptr, nullptr);
+    const bool abierto =
+        lugar != nullptr && g_app_info_launch_default_for_uri(lugar, nullptr, nullptr) != 0;
+    g_free(lugar);
+    return abierto;
+#else
+    return wxLaunchDefaultApplication(ruta);
+#endif
+}
+
 void HazModal(wxTopLevelWindow& ventana)
 {
 #ifdef __WXGTK__
@@ -45,5 +77,14 @@ void HazModal(wxTopLevelWindow& ventana)
             suceso.Skip();
         });
     }
+#endif
+}
+
+void DejaAparte([[maybe_unused]] wxTopLevelWindow& ventana)
+{
+#ifdef __WXGTK__
+    GtkWindowGroup* grupo = gtk_window_group_new();
+    gtk_window_group_add_window(grupo, GTK_WINDOW(ventana.GetHandle()));
+    g_object_unref(grupo); // the window keeps it
 #endif
 }

@@ -11,5 +11,18 @@ void PonNombreAccesible(wxWindow& widget, const wxString& nombre);
 /// sum.
 wxString SumaDe(const wxString& fichero);
 
+/// Has the toolkit speak the language of the environment, where the system has it. Numbers keep
+/// their decimal point. To be called before anything else of it.
+void TomaIdiomaDelSistema();
+
+/// Lets the scroll bars of a window stand beside its content, in sight, not over it.
+void MuestraBarras(wxWindow& ventana);
+
+/// Opens a file or folder with whatever the user has for it. False where he has nothing.
+bool AbreConElSistema(const wxString& ruta);
+
 /// Keeps the user's hands from all other windows as long as this one is shown.
 void HazModal(wxTopLevelWindow& ventana);
+
+/// Leaves a window to the user also while another one is modal.
+void DejaAparte(wxTopLevelWindow& ventana);

@@ -101,11 +101,11 @@ void CTraduccionDlg::ActivaControles(bool activar)
 {
     EnMarcha = !activar;
     activar ? sistema::OlvidaSenales() : sistema::VigilaSenales();
+    if (!activar)
+        m_focoAntes = Foco(); // a control that is switched off loses it
     for (const UINT id : Describe().conmutados)
         if (CControl* control = GetDlgItem(id))
             control->EnableWindow(activar);
-    if (!activar)
-        m_focoAntes = Foco();
     GotoDlgCtrl(activar ? m_focoAntes : IDCANCEL);
     if (CControl* boton = GetDlgItem(IDCANCEL))
         boton->SetWindowText(activar ? "Salir" : "Detener");

@@ -35,7 +35,11 @@ case_catastro_to_vexa() {
   await "Fin del proceso"
   keys Return
   await "Catastro campiva a Vexa"
-  keys space # the focus stayed on the button, which is "Salir" again
+  keys Return # the focus is back in the field, where Enter runs once more and closes nothing
+  await "Fin del proceso"
+  keys Return
+  await "Catastro campiva a Vexa"
+  keys Escape
   ended
   for table in Modulos Titulares Parcelas Subparcelas Parajes Cotitulares; do
     same "$table.txt" "$golden/clean_municipality/expected"
@@ -44,7 +48,20 @@ case_catastro_to_vexa() {
   stored CampivaAVexa ArchivoEntrada=villanueva.txt
 }
 
+# Has the program of the user's choice for texts and folders, which notes what it is told to open.
+note_what_is_opened() {
+  mkdir -p "$work/data/applications"
+  printf '#!/bin/sh\necho "$1" >> "%s"\n' "$work/opened" > "$work/open"
+  chmod +x "$work/open"
+  printf '[Desktop Entry]\nType=Application\nName=Open\nExec="%s" %%f\nMimeType=%s\n' "$work/open" \
+    'text/plain;inode/directory;' > "$work/data/applications/open.desktop"
+  printf '[Default Applications]\ntext/plain=open.desktop\ninode/directory=open.desktop\n' \
+    > "$work/config/mimeapps.list"
+}
+opened() { [ -e "$work/opened" ] && grep -qxF "$1" "$work/opened"; }
+
 case_vexa_to_catastro() {
+  note_what_is_opened
   cp -r "$samples"/villanueva_{tablas,dibujos}_con_faltas "$work/run"
   start
   choose v "Vexa a Catastro campiva"
@@ -68,6 +85,10 @@ case_vexa_to_catastro() {
   await Error # some parcels couldn't be stored
   keys Return
   await "Vexa a Catastro campiva"
+  keys alt+r
+  eventually opened "$work/run/villanueva_dibujos_con_faltas/045127.ERR"
+  keys alt+e
+  eventually opened "$work/run/villanueva_dibujos_con_faltas"
   keys Escape
   ended
   (cd "$golden/drawings_disagree_all_options/expected" && find . -type f) | while read -r name; do
@@ -104,14 +125,14 @@ long_run() {
   keys Tab
   fill larga.txt
   keys alt+a
-  sleep 0.5
+  await '[1-9]* % - Catastro campiva a Vexa'
   keys space # the focus is on "Detener"
   await "Pausa de usuario"
-  keys alt+n
-  await "Catastro campiva a Vexa"
+  keys n
+  await '[1-9]* % - Catastro campiva a Vexa'
   keys Escape
   await "Pausa de usuario"
-  keys alt+s
+  keys s
 }
 
 case_stop() {
@@ -152,6 +173,28 @@ case_typed_and_left() {
   stored Campiva TipoTraduccion=2
 }
 
+browse() { # path; from the field to its button
+  keys Tab space
+  await Abrir
+  keys ctrl+l # to write the path
+  sleep 0.2
+  xdotool type --delay 8 -- "$1"
+  keys Return
+  await "Vexa a Infograf"
+}
+
+case_browse() {
+  cp -r "$samples/villanueva_dibujos" "$work/run"
+  start
+  choose i "Vexa a Infograf"
+  browse "$work/run/villanueva_dibujos/poligonos.txt"
+  keys Tab
+  browse ortos.TOP # the box of an empty field is in the folder of the file before
+  keys Escape
+  ended
+  stored VexaAInfograf "ArchivoOrtos=$work/run/villanueva_dibujos/ortos.TOP"
+}
+
 popup_is_there() { # pale yellow, over at least so many points of the screen
   [ "$(import -window root png:- |
     convert png:- -fill black +opaque '#FFFFD0' -format '%[fx:int(mean*w*h)]' info:)" -gt 2000 ]
@@ -167,6 +210,10 @@ case_help() {
   eventually popup_is_gone
   keys alt+c
   await "Acerca de Campiva..."
+  keys F1
+  await "Ayuda: Campiva"
+  keys Escape # takes the help away and nothing else
+  await "Acerca de Campiva..."
   keys Return
   await "Vexa a Catastro campiva"
   keys alt+y
@@ -174,6 +221,58 @@ case_help() {
   keys alt+F4
   await "Vexa a Catastro campiva"
   keys alt+s
+  ended
+}
+
+look() { import -window "$(xdotool getactivewindow)" "$work/$1.png"; }
+same_look() { cmp -s <(convert "$work/$1.png" rgb:-) <(convert "$work/$2.png" rgb:-); }
+
+case_long_path() {
+  local tail=/$(printf 'carpeta_%d/' $(seq 20))parcelas.txt
+  start
+  choose i "Vexa a Infograf"
+  for path in "uno$tail" "dos$tail" "dos${tail%.txt}.TXT"; do
+    fill "$path"
+    keys Tab # leaves no caret in the picture
+    sleep 0.3
+    look "${path:0:3}${path: -3}"
+    keys shift+Tab
+  done
+  same_look unotxt dostxt || fail "the beginning of a long path shows"
+  ! same_look dostxt dosTXT || fail "the end of a long path doesn't show"
+  keys Escape
+  ended
+}
+
+# Presses "Salir", at the right of the lowest row of the template, where it must be.
+press_leave() { # pixels above the window's bottom
+  xdotool mousemove --window "$(xdotool getactivewindow)" $((WIDTH - 70)) $((HEIGHT - $1)) click 1
+}
+measure() { eval "$(xdotool getactivewindow getwindowgeometry --shell)"; }
+
+case_wider() {
+  start
+  choose i "Vexa a Infograf"
+  measure
+  local before=$WIDTH height=$HEIGHT
+  xdotool getactivewindow windowsize 1100 $((HEIGHT + 200))
+  sleep 0.5
+  measure
+  [ "$before" -lt 1100 ] && [ "$WIDTH" -eq 1100 ] || fail "$before wide at first, then $WIDTH"
+  [ "$HEIGHT" -eq "$height" ] || fail "$HEIGHT high, not $height"
+  press_leave 67
+  ended
+}
+
+case_low_screen() {
+  export GDK_DPI_SCALE=1.25
+  start
+  choose v "Vexa a Catastro campiva"
+  measure
+  [ $((Y + HEIGHT)) -le 768 ] || fail "the window passes the screen's bottom"
+  keys shift+Tab # from the first control to the last one
+  sleep 0.3
+  press_leave 80
   ended
 }
 
@@ -204,8 +303,9 @@ case_batch() {
   cmp "$work/run/p" "$golden/clean_municipality/expected/Parcelas.txt"
 }
 
-start_screen 1400x1000
+case $case in
+  low_screen) start_screen 1366x768 ;;
+  *) start_screen 1400x1000 ;;
+esac
 "case_$case"
-# The toolkit below the library has complaints of its own, about the help's window and the machine.
-! grep -vE '^$|(CRITICAL|WARNING) \*\*' "$work/stderr" || fail "the program complains"
-
+! grep . "$work/stderr" || fail "the program complains"

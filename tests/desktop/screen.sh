@@ -22,10 +22,10 @@ stop_screen() {
 
 front_title() { xdotool getactivewindow getwindowname 2> /dev/null || true; }
 
-# Waits until the window with the title is in front, and a moment more for its focus.
+# Waits until a window whose title fits the pattern is in front, and a moment more for its focus.
 await() {
   for _ in $(seq 300); do
-    if [ "$(front_title)" = "$1" ]; then sleep 0.2; return; fi
+    if [[ $(front_title) == $1 ]]; then sleep 0.2; return; fi
     sleep 0.1
   done
   fail "no window \"$1\"; in front is \"$(front_title)\""
@@ -41,9 +41,10 @@ keys() { xdotool key --delay 30 "$@"; }
 # Replaces the text of the field in focus.
 fill() { keys ctrl+a; xdotool type --delay 8 -- "$1"; }
 
-# Starts the program in the folder run, with the arguments.
+# Starts the program in the folder run, with the arguments, away from its user's own settings.
 start() {
-  (cd "$work/run" && XDG_CONFIG_HOME="$work/config" exec "$program" "$@") \
+  (cd "$work/run" && XDG_CONFIG_HOME="$work/config" XDG_DATA_HOME="$work/data" \
+    GSETTINGS_BACKEND=memory exec "$program" "$@") \
     > "$work/stdout" 2> "$work/stderr" &
   program_pid=$!
 }

@@ -1,0 +1,47 @@
+#include "platform/desktop/run_clock.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace std::chrono_literals;
+
+TEST(RelojProceso, ForetellsAPhaseByItsOwnPace)
+{
+    constexpr struct {
+        const char* motivo;
+        std::chrono::milliseconds fase;  ///< its beginning, counted from that of the run
+        std::chrono::milliseconds ahora; ///< the same
+        int hecho;
+        const char* texto;
+    } kCasos[] = {
+        {"half is done", 0s, 10s, 50, "0:10, quedan 0:10 de esta fase"},
+        {"what is left is rounded up", 0s, 10s, 99, "0:10, quedan 0:01 de esta fase"},
+        {"earlier phases don't count", 60s, 70s, 20, "1:10, quedan 0:40 de esta fase"},
+        {"hours", 0s, 3723s, 50, "1:02:03, quedan 1:02:03 de esta fase"},
+        {"too early to tell", 60s, 61s, 50, "1:01"},
+        {"nothing done yet", 0s, 10s, 0, "0:10"},
+        {"a full bar leaves nothing", 0s, 10s, 100, "0:10"},
+        {"a long wait for the first per cent", 0s, 30min, 1, "30:00, quedan 49:30:00 de esta fase"},
+    };
+    for (const auto& caso : kCasos) {
+        SCOPED_TRACE(caso.motivo);
+        const CRelojProceso::Reloj::time_point inicio(1h);
+        CRelojProceso reloj;
+        reloj.Empieza(inicio);
+        if (caso.fase > 0s)
+            reloj.EmpiezaFase(inicio + caso.fase);
+        EXPECT_EQ(reloj.PasadoYResto(inicio + caso.ahora, caso.hecho), caso.texto);
+    }
+}
+
+TEST(RelojProceso, TimeInABoxIsNotTheRuns)
+{
+    const CRelojProceso::Reloj::time_point inicio(1h);
+    CRelojProceso reloj;
+    reloj.Empieza(inicio);
+    reloj.Descuenta(20s);
+    EXPECT_EQ(reloj.PasadoYResto(inicio + 30s, 50), "0:10, quedan 0:10 de esta fase");
+}
+
+} // namespace
