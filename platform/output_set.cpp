@@ -25,9 +25,7 @@ Ruta CarpetaDe(const Ruta& ruta)
 
 std::string Entera(const Ruta& ruta)
 {
-    Error error;
-    const Ruta entera = std::filesystem::absolute(ruta, error);
-    return sistema::Nombre(error ? ruta : entera);
+    return sistema::Nombre(sistema::Entera(ruta));
 }
 
 /// What a diary says of one target.
@@ -176,9 +174,7 @@ void CDiario::Cierra()
 
 void CDiario::Borra(Error& error)
 {
-    error.clear();
-    if (!sistema::kSeRenombraAbierto)
-        Cierra();
+    error.clear(); // they stay locked until they are gone, or another run would heal by them
     for (const Ruta& ruta : m_rutas) {
         Error suyo;
         sistema::Borra(ruta, suyo);
@@ -289,7 +285,7 @@ bool SanaPorDiario(const Ruta& diario)
     for (const CEntrada& entrada : leido.entradas) {
         // What somebody else's diary says of other folders than its own is not to be believed.
         const Ruta suya = CarpetaDe(entrada.destino);
-        if (!sistema::EsMio(hallado.Estado()) && suya != CarpetaDe(Entera(diario)))
+        if (!sistema::EsMio(hallado.Estado()) && suya != CarpetaDe(sistema::Entera(diario)))
             continue;
         Devuelve(entrada);
         carpetas.insert(suya);
