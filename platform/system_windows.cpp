@@ -578,7 +578,8 @@ void Avisa(std::string_view texto) noexcept
 
 bool EsTerminal(std::FILE* fichero)
 {
-    return _isatty(_fileno(fichero)) != 0;
+    DWORD modo = 0; // which NUL, a device like a terminal to the library, doesn't have
+    return GetConsoleMode(ManijaDe(_fileno(fichero)), &modo) != 0;
 }
 
 void AbreFlujosCerrados() {} // a stream that is closed is no number that a file could get

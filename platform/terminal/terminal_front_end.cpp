@@ -270,7 +270,7 @@ void CFrontalTerminal::Cierra(const CDialog& /*dialogo*/)
 
 void CFrontalTerminal::MuestraAyuda(const CString& ficheroAyuda)
 {
-    const CString nombre = sistema::Ruta(ficheroAyuda).replace_extension("txt").string();
+    const CString nombre = sistema::Nombre(sistema::Ruta(ficheroAyuda).replace_extension("txt"));
     if (const auto texto = LeeFichero(nombre))
         Escribe(stdout, ansi::AUtf8(*texto));
     else
@@ -281,7 +281,7 @@ void CFrontalTerminal::MuestraAyudaControl(const CString& temas, const HH_POPUP&
 {
     const auto [fichero, interior] = ParteTemas(temas);
     const CString nombre =
-        sistema::Ruta(fichero).replace_filename(sistema::Ruta(interior)).string();
+        sistema::Nombre(sistema::Ruta(fichero).replace_filename(sistema::Ruta(interior)));
     const auto textos = LeeFichero(nombre);
     if (!textos)
         return EscribeForma(stderr, kSinAyuda, ansi::AUtf8(nombre));
