@@ -1,7 +1,9 @@
 #include "platform/settings.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstring>
+#include <ranges>
 #include <vector>
 
 #include <windows.h>
@@ -137,8 +139,8 @@ void CAlmacenAjustes::Escribe(std::span<const CAjuste> ajustes)
             puestos.push_back(std::move(puesto));
             continue;
         }
-        for (auto otro = puestos.rbegin(); otro != puestos.rend(); ++otro)
-            PonValor(otro->lugar, otro->antes); // all of them or none
+        for (const CPuesto& otro : std::views::reverse(puestos))
+            PonValor(otro.lugar, otro.antes); // all of them or none
         throw CFileException(m_lugar, error);
     }
 }

@@ -126,8 +126,8 @@ struct CApertura {
 
 Manija AbreManija(const std::filesystem::path& ruta, const CApertura& como)
 {
-    const HANDLE manija = CreateFileW(Larga(ruta).c_str(), como.acceso, como.comparte, nullptr,
-                                      como.siNoEsta, como.atributos, nullptr);
+    HANDLE manija = CreateFileW(Larga(ruta).c_str(), como.acceso, como.comparte, nullptr,
+                                como.siNoEsta, como.atributos, nullptr);
     return Manija(manija == INVALID_HANDLE_VALUE ? nullptr : manija);
 }
 
@@ -230,14 +230,18 @@ CEstado Mirado(const std::filesystem::path& ruta, DWORD atributos, Error& error)
     return error ? CEstado() : estado;
 }
 
-/// Tells whether the file has rights of its own besides those that it takes from its folder.
-bool TieneSuyos(PACL lista, PSECURITY_DESCRIPTOR descriptor)
+/// Tells whether the file takes nothing from its folder's rights.
+bool EstaProtegido(PSECURITY_DESCRIPTOR descriptor)
 {
     SECURITY_DESCRIPTOR_CONTROL control = 0;
     DWORD version = 0;
-    if (GetSecurityDescriptorControl(descriptor, &control, &version) != 0 &&
-        (control & SE_DACL_PROTECTED) != 0)
-        return true;
+    return GetSecurityDescriptorControl(descriptor, &control, &version) != 0 &&
+           (control & SE_DACL_PROTECTED) != 0;
+}
+
+/// Tells whether the file has rights of its own besides those that it takes from its folder.
+bool TieneSuyos(PACL lista)
+{
     for (DWORD i = 0; i < lista->AceCount; ++i) {
         void* derecho = nullptr;
         if (GetAce(lista, i, &derecho) != 0 &&
@@ -372,7 +376,7 @@ void Escribe(int fichero, std::string_view bytes, Error& error)
 
 void Recorta(int fichero, std::uint64_t largo, Error& error)
 {
-    const HANDLE manija = ManijaDe(fichero);
+    HANDLE manija = ManijaDe(fichero);
     Llama(Llamada::Recortar, error, [&] {
         LARGE_INTEGER hasta = {};
         hasta.QuadPart = static_cast<LONGLONG>(largo);
@@ -383,7 +387,7 @@ void Recorta(int fichero, std::uint64_t largo, Error& error)
 
 void Asegura(int fichero, Error& error)
 {
-    const HANDLE manija = ManijaDe(fichero);
+    HANDLE manija = ManijaDe(fichero);
     Llama(Llamada::Asegurar, error, [&] { return FlushFileBuffers(manija) != 0; });
     if (error && GetFileType(manija) != FILE_TYPE_DISK)
         error.clear(); // what has no disk below it
@@ -489,15 +493,18 @@ void CopiaDerechos(int fichero, const std::filesystem::path& modelo, Error& erro
     if (!Llama(Llamada::Mirar, error, lee))
         return;
     const Descriptor descriptor(todo);
-    if (lista == nullptr || !TieneSuyos(lista, todo))
+    const bool protegido = EstaProtegido(todo);
+    if (lista == nullptr || (!protegido && !TieneSuyos(lista)))
         return;
+    const SECURITY_INFORMATION que =
+        DACL_SECURITY_INFORMATION | (protegido ? PROTECTED_DACL_SECURITY_INFORMATION : DWORD{0});
     Llama(Llamada::Derechos, error, [&] {
-        const HANDLE suya = ReOpenFile(ManijaDe(fichero), READ_CONTROL | WRITE_DAC, kDeTodos, 0);
+        HANDLE suya = ReOpenFile(ManijaDe(fichero), READ_CONTROL | WRITE_DAC, kDeTodos, 0);
         if (suya == INVALID_HANDLE_VALUE)
             return false;
         const Manija manija(suya);
-        const DWORD codigo = SetSecurityInfo(suya, SE_FILE_OBJECT, DACL_SECURITY_INFORMATION,
-                                             nullptr, nullptr, lista, nullptr);
+        const DWORD codigo =
+            SetSecurityInfo(suya, SE_FILE_OBJECT, que, nullptr, nullptr, lista, nullptr);
         SetLastError(codigo);
         return codigo == ERROR_SUCCESS;
     });
@@ -545,7 +552,7 @@ std::vector<std::filesystem::path> Lista(const std::filesystem::path& carpeta, E
     const std::filesystem::path todos = (carpeta.empty() ? L"." : carpeta) / L"*";
     Llama(Llamada::Listar, error, [&] {
         WIN32_FIND_DATAW datos = {};
-        const HANDLE busca = FindFirstFileW(Larga(todos).c_str(), &datos);
+        HANDLE busca = FindFirstFileW(Larga(todos).c_str(), &datos);
         if (busca == INVALID_HANDLE_VALUE)
             return GetLastError() == ERROR_FILE_NOT_FOUND;
         const std::unique_ptr<void, decltype(&FindClose)> cierra(busca, FindClose);
