@@ -262,9 +262,7 @@ void CFile::Flush()
 
 CString CFile::RutaCompleta(const CString& nombre)
 {
-    std::error_code error;
-    const std::filesystem::path entera = std::filesystem::absolute(sistema::Ruta(nombre), error);
-    return error ? nombre : sistema::Nombre(entera.lexically_normal());
+    return sistema::Nombre(sistema::EnteraSinPuntos(sistema::Ruta(nombre)));
 }
 
 bool CFile::EsElMismo(const CString& uno, const CString& otro)
@@ -291,8 +289,8 @@ bool CFile::SeriaElMismo(const CString& uno, const CString& otro)
     const sistema::CEstado estado = sistema::Mira(ruta, error);
     if (estado.tipo == Tipo::Regular)
         return estado.EsElMismo(sistema::Mira(otra, error));
-    return estado.tipo == Tipo::NoHay && std::filesystem::absolute(ruta).lexically_normal() ==
-                                             std::filesystem::absolute(otra).lexically_normal();
+    return estado.tipo == Tipo::NoHay &&
+           sistema::EnteraSinPuntos(ruta) == sistema::EnteraSinPuntos(otra);
 }
 
 std::string_view CFile::Mira(std::size_t minimo)

@@ -63,7 +63,7 @@ CString CWinApp::FicheroAyuda(const CString& programa)
         carpeta.parent_path() / "share" / sistema::Ruta(programa);
     std::error_code error;
     const bool hay = std::filesystem::exists(instalada / sistema::Ruta(programa + ".chm"), error);
-    return ((hay ? instalada : carpeta) / sistema::Ruta(programa + ".HLP")).string();
+    return sistema::Nombre((hay ? instalada : carpeta) / sistema::Ruta(programa + ".HLP"));
 }
 
 void CWinApp::OnHelp() const

@@ -25,9 +25,7 @@ Ruta CarpetaDe(const Ruta& ruta)
 
 std::string Entera(const Ruta& ruta)
 {
-    Error error;
-    const Ruta entera = std::filesystem::absolute(ruta, error);
-    return sistema::Nombre(error ? ruta : entera);
+    return sistema::Nombre(sistema::Entera(ruta));
 }
 
 /// What a diary says of one target.
@@ -176,9 +174,7 @@ void CDiario::Cierra()
 
 void CDiario::Borra(Error& error)
 {
-    error.clear();
-    if (!sistema::kSeRenombraAbierto)
-        Cierra();
+    error.clear(); // they stay locked until they are gone, or another run would heal by them
     for (const Ruta& ruta : m_rutas) {
         Error suyo;
         sistema::Borra(ruta, suyo);
@@ -276,36 +272,58 @@ void Devuelve(const CEntrada& entrada)
     Exige(error, sistema::Nombre(entrada.destino));
 }
 
-/// Heals by a diary. False where its run is alive.
+bool AcabaEn(const Ruta& nombre, std::string_view sufijo)
+{
+    return sistema::Nombre(nombre).ends_with(sufijo);
+}
+
+/// What may be done by a diary. Somebody else's is believed about the files of its own folder
+/// alone, and about none where users may not touch one another's files.
+class CCredito {
+public:
+    CCredito(const Ruta& diario, const CEstado& estado)
+        : m_esMio(sistema::EsMio(estado)), m_carpeta(CarpetaDe(sistema::Entera(diario)))
+    {
+    }
+    bool Alguno() const
+    {
+        Error error;
+        return m_esMio || (!sistema::Mira(m_carpeta, error).EsDeTodosConDueño() && !error);
+    }
+    bool Cubre(const Ruta& ruta) const { return m_esMio || CarpetaDe(ruta) == m_carpeta; }
+
+private:
+    bool m_esMio;
+    Ruta m_carpeta;
+};
+
+/// Heals by a diary. False where its run is alive, or it isn't to be believed.
 bool SanaPorDiario(const Ruta& diario)
 {
     const CHallado hallado(diario);
-    if (!hallado.Suelto())
+    const CCredito credito(diario, hallado.Estado());
+    if (!hallado.Suelto() || !credito.Alguno())
         return false;
     Error error;
     const CDiarioLeido leido = Interpreta(hallado.LeeTodo(error));
     Exige(error, sistema::Nombre(diario));
     std::set<Ruta> carpetas;
     for (const CEntrada& entrada : leido.entradas) {
-        // What somebody else's diary says of other folders than its own is not to be believed.
-        const Ruta suya = CarpetaDe(entrada.destino);
-        if (!sistema::EsMio(hallado.Estado()) && suya != CarpetaDe(Entera(diario)))
+        if (!credito.Cubre(entrada.destino))
             continue;
         Devuelve(entrada);
-        carpetas.insert(suya);
+        carpetas.insert(CarpetaDe(entrada.destino));
     }
     AseguraCarpetas(carpetas);
     for (const Ruta& otro : leido.diarios)
-        sistema::Borra(otro, error);
+        if (credito.Cubre(otro) && AcabaEn(otro, CReemplazo::kConjunto))
+            sistema::Borra(otro, error);
     sistema::Borra(diario, error);
     return true;
 }
 
 void SanaCarpeta(const Ruta& carpeta)
 {
-    const auto acabaEn = [](const Ruta& nombre, std::string_view sufijo) {
-        return sistema::Nombre(nombre).ends_with(sufijo);
-    };
     Error error;
     const std::vector<Ruta> nombres = sistema::Lista(carpeta, error);
     if (error == std::errc::no_such_file_or_directory || error == std::errc::permission_denied ||
@@ -314,11 +332,11 @@ void SanaCarpeta(const Ruta& carpeta)
     Exige(error, sistema::Nombre(carpeta));
     bool hayVivos = false;
     for (const Ruta& nombre : nombres)
-        if (acabaEn(nombre, CReemplazo::kConjunto))
+        if (AcabaEn(nombre, CReemplazo::kConjunto))
             hayVivos = !SanaPorDiario(carpeta / nombre) || hayVivos;
     for (const Ruta& nombre : nombres) {
-        const bool sobra = acabaEn(nombre, CReemplazo::kNuevo) ||
-                           (!hayVivos && acabaEn(nombre, CReemplazo::kAntes));
+        const bool sobra = AcabaEn(nombre, CReemplazo::kNuevo) ||
+                           (!hayVivos && AcabaEn(nombre, CReemplazo::kAntes));
         if (sobra && CHallado(carpeta / nombre).Suelto())
             sistema::Borra(carpeta / nombre, error);
     }

@@ -48,10 +48,10 @@ CReemplazo::Ruta CReemplazo::DestinoReal(Ruta ruta, Error& error)
         const Tipo tipo = sistema::MiraEnlace(ruta, error).tipo;
         if (error || tipo != Tipo::Enlace)
             return ruta;
-        const Ruta enlace = sistema::LeeEnlace(ruta, error);
+        const Ruta destino = sistema::LeeEnlace(ruta, error);
         if (error)
             return ruta;
-        ruta = ruta.parent_path() / enlace; // an absolute link replaces the whole
+        ruta = destino;
     }
     error = std::make_error_code(std::errc::too_many_symbolic_link_levels);
     return ruta;
@@ -91,7 +91,7 @@ CReemplazo::Apertura CReemplazo::AbreRegular(Error& error)
     const sistema::CEstado suya = sistema::Mira(carpeta.empty() ? Ruta(".") : carpeta, error);
     if (error)
         return Apertura::NoSePuede;
-    if (!sistema::PuedeReemplazar(m_estado, suya))
+    if (!sistema::PuedeReemplazar(m_destino, m_estado, suya))
         return CreaEnSitio(error);
     const Apertura abierto = CreaTemporal(error);
     if (abierto == Apertura::NoSePuede &&
@@ -112,9 +112,12 @@ CReemplazo::Apertura CReemplazo::CreaTemporal(Error& error)
             Suelta();
             return Apertura::Ocupado;
         }
+        const sistema::CEstado estado = mio ? sistema::Mira(m_fichero, error) : sistema::CEstado();
+        const bool deOtroUsuario = mio && !error && !sistema::EsMio(estado);
+        if (deOtroUsuario) // who could write to the output, once it has its place
+            sistema::Borra(m_temporal, error);
         // Between the two calls another program may have put it in place, or away.
-        if (mio &&
-            sistema::Mira(m_fichero, error).EsElMismo(sistema::MiraEnlace(m_temporal, error)))
+        else if (mio && estado.EsElMismo(sistema::MiraEnlace(m_temporal, error)))
             break;
         Error alCerrar;
         Cierra(m_fichero, alCerrar);
@@ -174,9 +177,10 @@ void CReemplazo::GuardaAnterior(Error& error)
     sistema::Borra(antes, error); // what a killed program left
     if (error && error != std::errc::no_such_file_or_directory)
         return;
-    // As long as it is locked nobody takes it for such.
+    // As long as it is locked nobody takes it for such. Elsewhere the diary alone tells that.
     Error ajeno;
-    m_anterior = sistema::Abre(m_destino, sistema::Modo::Leer, ajeno);
+    if (sistema::kSeReemplazaAbierto)
+        m_anterior = sistema::Abre(m_destino, sistema::Modo::Leer, ajeno);
     if (m_anterior != sistema::kCerrado)
         sistema::Bloquea(m_anterior, ajeno);
     sistema::Enlaza(m_destino, antes, error);
@@ -194,12 +198,12 @@ void CReemplazo::Coloca(Error& error)
         m_paso = Paso::Colocado; // from the first byte on there is something to give back
         Copia(m_fichero, m_enSitio, error);
     } else if (EstaAlLado()) {
-        if (!sistema::kSeRenombraAbierto)
+        sistema::Renombra(m_temporal, m_destino, error);
+        if (error)
+            return;
+        m_paso = Paso::Colocado;
+        if (!sistema::kSeReemplazaAbierto) // or what the target held couldn't come back
             Cierra(m_fichero, error);
-        if (!error)
-            sistema::Renombra(m_temporal, m_destino, error);
-        if (!error)
-            m_paso = Paso::Colocado;
     } else {
         Cierra(m_fichero, error);
     }

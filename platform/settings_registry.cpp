@@ -1,66 +1,146 @@
 #include "platform/settings.h"
 
+#include <algorithm>
+#include <charconv>
+#include <cstring>
+#include <ranges>
+#include <vector>
+
 #include <windows.h>
 
-#include "platform/ansi.h"
+#include "platform/cfile.h"
+#include "platform/system.h"
 
 namespace {
 
-std::wstring Ancho(const std::string& utf8)
+/// A value as the registry has it.
+struct CValor {
+    DWORD tipo = REG_NONE;
+    std::vector<BYTE> bytes;
+};
+
+/// Where a value stands.
+struct CLugar {
+    std::wstring seccion;
+    std::wstring clave;
+};
+
+// Most texts are names of files, so all of them become what a name would be to the system.
+std::wstring Ancho(const CString& texto)
 {
-    const int largo = static_cast<int>(utf8.size());
-    std::wstring texto(
-        static_cast<std::size_t>(MultiByteToWideChar(CP_UTF8, 0, utf8.data(), largo, nullptr, 0)),
-        L' ');
-    MultiByteToWideChar(CP_UTF8, 0, utf8.data(), largo, texto.data(),
-                        static_cast<int>(texto.size()));
-    return texto;
+    return sistema::Ruta(std::string_view(texto)).native();
 }
 
-std::string Utf8(const std::wstring& texto)
+CLugar Situa(const std::string& lugar, const CString& seccion, const CString& clave)
 {
-    const int largo = static_cast<int>(texto.size());
-    std::string utf8(static_cast<std::size_t>(WideCharToMultiByte(CP_UTF8, 0, texto.data(), largo,
-                                                                  nullptr, 0, nullptr, nullptr)),
-                     ' ');
-    WideCharToMultiByte(CP_UTF8, 0, texto.data(), largo, utf8.data(), static_cast<int>(utf8.size()),
-                        nullptr, nullptr);
-    return utf8;
+    return {Ancho(CString(lugar) + "\\" + seccion), Ancho(clave)};
 }
 
-std::wstring Seccion(const std::string& lugar, const CString& seccion)
+sistema::Error Fallo(LSTATUS codigo)
 {
-    return Ancho(lugar + "\\" + ansi::AUtf8(seccion));
+    return {static_cast<int>(codigo), std::system_category()};
+}
+
+/// Nothing, without an error, where there is no such value.
+std::optional<CValor> LeeValor(const CLugar& lugar, sistema::Error& error)
+{
+    CValor valor;
+    DWORD largo = 0;
+    LSTATUS codigo = ERROR_MORE_DATA;
+    while (codigo == ERROR_MORE_DATA) { // it may have grown since it was asked for its length
+        valor.bytes.resize(largo);
+        codigo = RegGetValueW(HKEY_CURRENT_USER, lugar.seccion.c_str(), lugar.clave.c_str(),
+                              RRF_RT_ANY | RRF_NOEXPAND, &valor.tipo,
+                              largo == 0 ? nullptr : valor.bytes.data(), &largo);
+        if (codigo == ERROR_SUCCESS && largo > valor.bytes.size())
+            codigo = ERROR_MORE_DATA;
+    }
+    valor.bytes.resize(largo);
+    error = Fallo(codigo);
+    if (error == std::errc::no_such_file_or_directory)
+        error.clear();
+    return codigo == ERROR_SUCCESS ? std::optional(valor) : std::nullopt;
+}
+
+/// Stores the value, or takes it away.
+sistema::Error PonValor(const CLugar& lugar, const std::optional<CValor>& valor)
+{
+    if (!valor)
+        return Fallo(
+            RegDeleteKeyValueW(HKEY_CURRENT_USER, lugar.seccion.c_str(), lugar.clave.c_str()));
+    return Fallo(RegSetKeyValueW(HKEY_CURRENT_USER, lugar.seccion.c_str(), lugar.clave.c_str(),
+                                 valor->tipo, valor->bytes.data(),
+                                 static_cast<DWORD>(valor->bytes.size())));
+}
+
+CValor DeBytes(DWORD tipo, const void* bytes, std::size_t largo)
+{
+    const auto* primero = static_cast<const BYTE*>(bytes);
+    return {tipo, {primero, primero + largo}};
+}
+
+CValor DeAjuste(const CAjuste& ajuste)
+{
+    const std::string_view texto = ajuste.valor;
+    std::int32_t numero = 0;
+    const auto leido = std::from_chars(texto.data(), texto.data() + texto.size(), numero);
+    if (ajuste.esNumero && leido.ec == std::errc() && leido.ptr == texto.data() + texto.size())
+        return DeBytes(REG_DWORD, &numero, sizeof numero);
+    const std::wstring ancho = Ancho(ajuste.valor);
+    return DeBytes(REG_SZ, ancho.c_str(), (ancho.size() + 1) * sizeof(wchar_t));
+}
+
+/// The value as the program knows it; nothing where it is of another kind than ours.
+std::optional<CString> AlPrograma(const CValor& valor)
+{
+    if (valor.tipo == REG_DWORD && valor.bytes.size() == sizeof(std::int32_t)) {
+        std::int32_t numero = 0;
+        std::memcpy(&numero, valor.bytes.data(), sizeof numero);
+        return std::to_string(numero);
+    }
+    if (valor.tipo != REG_SZ && valor.tipo != REG_EXPAND_SZ)
+        return std::nullopt;
+    std::wstring ancho(valor.bytes.size() / sizeof(wchar_t), L'\0');
+    std::memcpy(ancho.data(), valor.bytes.data(), ancho.size() * sizeof(wchar_t));
+    ancho.resize(std::min(ancho.find(L'\0'), ancho.size())); // the value ends with a zero
+    return sistema::Nombre(ancho);
 }
 
 } // namespace
 
 CAlmacenAjustes::CAlmacenAjustes(const CString& empresa, const CString& programa)
-    : m_lugar("Software\\" + ansi::AUtf8(empresa) + "\\" + ansi::AUtf8(programa))
+    : m_lugar("Software\\" + std::string(empresa) + "\\" + std::string(programa))
 {
 }
 
 std::optional<CString> CAlmacenAjustes::Lee(const CString& seccion, const CString& clave) const
 {
-    const std::wstring donde = Seccion(m_lugar, seccion);
-    const std::wstring nombre = Ancho(ansi::AUtf8(clave));
-    DWORD bytes = 0;
-    if (RegGetValueW(HKEY_CURRENT_USER, donde.c_str(), nombre.c_str(), RRF_RT_REG_SZ, nullptr,
-                     nullptr, &bytes) != ERROR_SUCCESS)
-        return std::nullopt;
-    std::wstring valor(bytes / sizeof(wchar_t), L'\0');
-    if (RegGetValueW(HKEY_CURRENT_USER, donde.c_str(), nombre.c_str(), RRF_RT_REG_SZ, nullptr,
-                     valor.data(), &bytes) != ERROR_SUCCESS)
-        return std::nullopt;
-    valor.resize(valor.find(L'\0')); // the value ends with a zero
-    return CString(Utf8(valor));
+    sistema::Error error;
+    const std::optional<CValor> valor = LeeValor(Situa(m_lugar, seccion, clave), error);
+    if (error)
+        throw CFileException(m_lugar, error, true);
+    return valor ? AlPrograma(*valor) : std::nullopt;
 }
 
-bool CAlmacenAjustes::Escribe(const CString& seccion, const CString& clave, const CString& valor)
+void CAlmacenAjustes::Escribe(std::span<const CAjuste> ajustes)
 {
-    const std::wstring texto = Ancho(ansi::AUtf8(valor));
-    const auto bytes = static_cast<DWORD>((texto.size() + 1) * sizeof(wchar_t));
-    return RegSetKeyValueW(HKEY_CURRENT_USER, Seccion(m_lugar, seccion).c_str(),
-                           Ancho(ansi::AUtf8(clave)).c_str(), REG_SZ, texto.c_str(),
-                           bytes) == ERROR_SUCCESS;
+    struct CPuesto {
+        CLugar lugar;
+        std::optional<CValor> antes;
+    };
+    std::vector<CPuesto> puestos;
+    for (const CAjuste& ajuste : ajustes) {
+        sistema::Error error;
+        CPuesto puesto = {Situa(m_lugar, ajuste.seccion, ajuste.clave), {}};
+        puesto.antes = LeeValor(puesto.lugar, error);
+        if (!error)
+            error = PonValor(puesto.lugar, DeAjuste(ajuste));
+        if (!error) {
+            puestos.push_back(std::move(puesto));
+            continue;
+        }
+        for (const CPuesto& otro : std::views::reverse(puestos))
+            PonValor(otro.lugar, otro.antes); // all of them or none
+        throw CFileException(m_lugar, error);
+    }
 }

@@ -21,6 +21,10 @@ extern const std::string_view kSeparadores;
 std::filesystem::path Ruta(std::string_view nombre);
 /// The name by which the program knows a path.
 std::string Nombre(const std::filesystem::path& ruta);
+/// The path from the root; itself where the system doesn't tell.
+std::filesystem::path Entera(const std::filesystem::path& ruta);
+/// The same without "." and "..", by the letters alone.
+std::filesystem::path EnteraSinPuntos(const std::filesystem::path& ruta);
 
 // Files. What fails tells the system's reason in `error`, which is clear otherwise; a call that a
 // signal interrupted is repeated.
@@ -65,6 +69,12 @@ struct CEstado {
     std::uint32_t dueño = 0;
     std::uint32_t permisos = 0;
 
+    /// Tells of a folder that its users may not put away one another's files.
+    bool EsDeTodosConDueño() const
+    {
+        constexpr std::uint32_t kPegajosa = 01000;
+        return (permisos & kPegajosa) != 0;
+    }
     bool EsElMismo(const CEstado& otro) const
     {
         return tipo != Tipo::NoHay && tipo == otro.tipo && disco == otro.disco &&
@@ -77,12 +87,15 @@ CEstado MiraEnlace(const std::filesystem::path& ruta, Error& error); ///< of a l
 CEstado Mira(int fichero, Error& error);
 /// Tells whether the file is the user's own.
 bool EsMio(const CEstado& estado);
+/// The path that a link leads to.
 std::filesystem::path LeeEnlace(const std::filesystem::path& ruta, Error& error);
 /// Tells whether the process may change the content of the file that is there.
 bool PuedeEscribir(const std::filesystem::path& ruta);
-/// Tells whether the process may put another file in the place of one that is there.
-bool PuedeReemplazar(const CEstado& destino, const CEstado& carpeta);
-/// Gives the open file the owner and all permissions of the one at `modelo`.
+/// Tells whether the process may put another file in the place of the one that is there.
+bool PuedeReemplazar(const std::filesystem::path& ruta, const CEstado& destino,
+                     const CEstado& carpeta);
+/// Gives the open file the owner and all permissions of the one at `modelo`, as far as a file
+/// doesn't have them from its folder.
 void CopiaDerechos(int fichero, const std::filesystem::path& modelo, Error& error);
 
 /// Takes the file for this process alone, until it is closed. False without an error where another
@@ -98,8 +111,9 @@ std::vector<std::filesystem::path> Lista(const std::filesystem::path& carpeta, E
 /// Makes the folder and those around it; one that is there is no failure.
 void CreaCarpetas(const std::filesystem::path& carpeta, Error& error);
 
-/// Tells whether a file that is open may change its name.
-extern const bool kSeRenombraAbierto;
+/// Tells whether another file may take the place of one that is open. What `Abre` opened may change
+/// its name and be deleted everywhere.
+extern const bool kSeReemplazaAbierto;
 
 /// Writes a text to the standard error, with no memory but its own.
 void Avisa(std::string_view texto) noexcept;

@@ -147,6 +147,18 @@ std::string Nombre(const std::filesystem::path& ruta)
     return ruta.native();
 }
 
+std::filesystem::path Entera(const std::filesystem::path& ruta)
+{
+    Error error;
+    const std::filesystem::path entera = std::filesystem::absolute(ruta, error);
+    return error ? ruta : entera;
+}
+
+std::filesystem::path EnteraSinPuntos(const std::filesystem::path& ruta)
+{
+    return Entera(ruta).lexically_normal();
+}
+
 int Abre(const std::filesystem::path& ruta, Modo modo, Error& error)
 {
     constexpr mode_t kPermisos = 0666;
@@ -272,9 +284,10 @@ std::filesystem::path LeeEnlace(const std::filesystem::path& ruta, Error& error)
     char destino[PATH_MAX];
     const auto largo =
         Llama(Llamada::Mirar, error, [&] { return readlink(ruta.c_str(), destino, PATH_MAX); });
-    return error
-               ? std::filesystem::path()
-               : std::filesystem::path(std::string_view(destino, static_cast<std::size_t>(largo)));
+    if (error)
+        return {};
+    // An absolute one replaces the whole.
+    return ruta.parent_path() / std::string_view(destino, static_cast<std::size_t>(largo));
 }
 
 bool PuedeEscribir(const std::filesystem::path& ruta)
@@ -283,9 +296,10 @@ bool PuedeEscribir(const std::filesystem::path& ruta)
     return Llama(Llamada::Mirar, error, [&] { return access(ruta.c_str(), W_OK); }) == 0;
 }
 
-bool PuedeReemplazar(const CEstado& destino, const CEstado& carpeta)
+bool PuedeReemplazar(const std::filesystem::path& /*ruta*/, const CEstado& destino,
+                     const CEstado& carpeta)
 {
-    const bool pegajosa = (carpeta.permisos & S_ISVTX) != 0;
+    const bool pegajosa = carpeta.EsDeTodosConDueño();
     const uid_t yo = geteuid();
     return !pegajosa || yo == 0 || yo == destino.dueño || yo == carpeta.dueño;
 }
@@ -363,7 +377,7 @@ void CreaCarpetas(const std::filesystem::path& carpeta, Error& error)
         std::filesystem::create_directories(carpeta, error);
 }
 
-const bool kSeRenombraAbierto = true;
+const bool kSeReemplazaAbierto = true;
 
 void Avisa(std::string_view texto) noexcept
 {

@@ -357,7 +357,7 @@ void CFrontalTerminal::Cierra(const CDialog& /*dialogo*/)
 
 bool CFrontalTerminal::MuestraAyuda(const CString& ficheroAyuda)
 {
-    const CString nombre = sistema::Ruta(ficheroAyuda).replace_extension("txt").string();
+    const CString nombre = sistema::Nombre(sistema::Ruta(ficheroAyuda).replace_extension("txt"));
     const auto texto = LeeFichero(nombre);
     if (!texto) {
         Falla(kSinAyuda, ansi::AUtf8(nombre));
@@ -373,7 +373,7 @@ bool CFrontalTerminal::MuestraAyudaControl(const CString& temas, const HH_POPUP&
 {
     const auto [fichero, interior] = ParteTemas(temas);
     const CString nombre =
-        sistema::Ruta(fichero).replace_filename(sistema::Ruta(interior)).string();
+        sistema::Nombre(sistema::Ruta(fichero).replace_filename(sistema::Ruta(interior)));
     const auto textos = LeeFichero(nombre);
     if (!textos) {
         Falla(kSinAyuda, ansi::AUtf8(nombre));

@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/cfile.h"
+#include "platform/output_set.h"
 #include "tests/support/files.h"
 
 namespace fs = std::filesystem;
@@ -184,6 +185,86 @@ TEST(Reemplazo, TwoProgramsNeverWriteOneOutput)
     registro.Flush();
     EXPECT_THROW(segundo.Open(carpeta.En("a.ERR"), kRegistro), CFileException);
     EXPECT_EQ(carpeta.Lee("a.ERR"), "E101");
+}
+
+TEST(ConjuntoSalidas, HealsByNoDiaryThatReachesTooFar)
+{
+    const struct {
+        const char* motivo;
+        uid_t dueño;
+        unsigned permisos;             ///< of the diary's folder
+        bool otraCarpeta, estaCarpeta; ///< the files there that it names are taken away
+    } casos[] = {
+        {"one's own", geteuid(), 0777, true, true},
+        {"somebody else's", 65534, 0777, false, true},
+        {"the same, where users keep off one another's files", 65534, 01777, false, false},
+    };
+    for (const auto& caso : casos) {
+        if (geteuid() != 0 && caso.dueño != geteuid())
+            continue; // only an administrator can put it there
+        SCOPED_TRACE(caso.motivo);
+        const CCarpetaPrueba carpeta;
+        fs::create_directories(carpeta.Ruta() / "otra");
+        fs::create_directories(carpeta.Ruta() / "esta");
+        std::string diario = "campiva: salidas en curso";
+        diario.append(1, '\0').append("2").append(1, '\0');
+        for (const char* nombre : {"esta/x.~conjunto", "otra/nota.txt"})
+            diario.append(std::string_view(carpeta.En(nombre))).append(1, '\0');
+        for (const char* nombre : {"otra/a.txt", "esta/a.txt"}) {
+            carpeta.Pon(nombre, "a");
+            struct stat datos = {};
+            stat(carpeta.En(nombre).GetString(), &datos);
+            diario.append(std::string_view(carpeta.En(nombre))).append(1, '\0').append("0");
+            diario.append(1, '\0').append(std::to_string(datos.st_ino)).append(1, '\0');
+        }
+        diario.append("campiva: salidas en curso").append(1, '\0');
+        carpeta.Pon("otra/nota.txt", "no diary");
+        carpeta.Pon("esta/x.~conjunto", diario);
+        [[maybe_unused]] const int dado =
+            chown(carpeta.En("esta/x.~conjunto").GetString(), caso.dueño, caso.dueño);
+        fs::permissions(carpeta.Ruta() / "esta", fs::perms{caso.permisos});
+        CConjuntoSalidas::Sana({carpeta.En("esta/entrada.txt")});
+        EXPECT_EQ(carpeta.Lee("otra/a.txt") != "a", caso.otraCarpeta);
+        EXPECT_EQ(carpeta.Lee("esta/a.txt") != "a", caso.estaCarpeta);
+        EXPECT_EQ(carpeta.Lee("otra/nota.txt"), "no diary");
+    }
+}
+
+TEST(ConjuntoSalidas, LeavesAloneWhatIsAliveAndClearsWhatIsNot)
+{
+    const CCarpetaPrueba carpeta;
+    carpeta.Pon("a.txt", "antes");
+    carpeta.Pon("muerto.txt.~nuevo", "a medias");
+    carpeta.Pon("muerto.txt.~antes", "antes");
+    CFile vivo;
+    ASSERT_TRUE(vivo.Open(carpeta.En("a.txt"), kEscribe));
+    CConjuntoSalidas::Sana({carpeta.En("b.txt")});
+    EXPECT_EQ(carpeta.Cuantos(), 2) << "the file and the one in the making";
+    vivo.Write("ahora", 5);
+    vivo.Close();
+    EXPECT_EQ(carpeta.Lee("a.txt"), "ahora");
+    EXPECT_EQ(carpeta.Cuantos(), 1);
+}
+
+TEST(Reemplazo, ALogTellsWhereALineOfItIsMissing)
+{
+    const CCarpetaPrueba carpeta;
+    const std::string larga(std::size_t{100} * 1024 - 10, 'x');
+    CStdioFile registro;
+    ASSERT_TRUE(registro.Open(carpeta.En("a.ERR"), kRegistro));
+    {
+        const CDiscoLleno lleno(std::size_t{100} * 1024);
+        registro.WriteString(larga + "\n");
+        registro.WriteString("E101: se pierde\n");
+        registro.Flush();
+    }
+    registro.WriteString("E102: el final de una que empezó donde no cabía\nE103: entera\n");
+    registro.Close();
+    EXPECT_TRUE(registro.Fallo().m_causa);
+    const std::vector<std::string> lineas = carpeta.Lineas("a.ERR");
+    ASSERT_GE(lineas.size(), 3U);
+    EXPECT_EQ(lineas.back(), "E103: entera");
+    EXPECT_EQ(lineas[lineas.size() - 2], "*** Faltan mensajes: no se pudieron escribir ***");
 }
 
 TEST(Reemplazo, TakesTheLongestNameThatTheSystemHas)
