@@ -118,13 +118,14 @@ std::string MutaDibujo(std::string_view bytes, CAzar& azar)
     std::vector<std::string> registros = Registros(bytes);
     if (registros.empty() || azar.UnaDe(16))
         return MutaBytes(std::string(bytes), bytes.size() + 1);
-    if (azar.UnaDe(5))
+    std::string& elegido = azar.Uno(registros);
+    const bool baraja = azar.UnaDe(5);
+    if (!baraja)
+        MutaRegistro(elegido, azar);
+    if (!baraja && !azar.UnaDe(10))
+        Sella(elegido);
+    if (baraja)
         Baraja(registros, azar);
-    else if (std::string& registro = azar.Uno(registros); true) {
-        MutaRegistro(registro, azar);
-        if (!azar.UnaDe(10))
-            Sella(registro);
-    }
     std::string nuevo;
     for (const std::string& registro : registros)
         nuevo += registro;

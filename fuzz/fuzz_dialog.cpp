@@ -6,6 +6,7 @@
 #include "fuzz/way_back.h"
 #include "platform/cfile.h"
 #include "platform/html_help.h"
+#include "platform/output_set.h"
 #include "platform/settings.h"
 #include "platform/terminal/terminal_front_end.h"
 #include "resources/resources.h"
@@ -52,6 +53,7 @@ public:
         PonAjustes(entrada);
         PruebaAjustes(entrada.Trozo(3));
         PruebaTextos(entrada.Trozo(2));
+        PruebaDiario(entrada.Trozo(5));
         PonAjustes(entrada);
         Teclea(entrada);
     }
@@ -91,6 +93,17 @@ private:
         const auto [fichero, interior] = ParteTemas(textos);
         Exige(std::string_view(interior).find("::") == std::string_view::npos,
               "the last mark parts a name");
+    }
+
+    /// Whatever a diary says, the folder is healed behind it.
+    void PruebaDiario(std::string_view diario)
+    {
+        if (diario.empty())
+            return;
+        std::ofstream("Parcelas.txt.~antes") << kAntes;
+        std::ofstream("Titulares.txt.~conjunto", std::ios::binary) << SinCarpetas(diario);
+        CConjuntoSalidas::Sana({"entrada.txt"});
+        CompruebaRestos();
     }
 
     /// The whole program on the commands, each run in this folder.

@@ -112,6 +112,10 @@ def seeds_of_dialog():
     for line in batch:
         tokens = line.replace(" ", "\t").encode()
         yield PLAIN + SEPARATOR.join([b"", b"", texts, b"=", tokens])
+    mark = b"campiva: salidas en curso"
+    told = [mark, b"1", b"Titulares.txt.~conjunto", b"Parcelas.txt", b"1", b"7", b"nuevo.txt", b"0", b"8"]
+    for diary in [told + [mark], told]:
+        yield PLAIN + SEPARATOR.join([b"", b"", b"", b"", b"", b"\0".join(diary) + b"\0"])
 
 
 def write(folder, seeds):

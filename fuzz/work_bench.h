@@ -21,7 +21,7 @@ inline constexpr std::string_view kAntes = "antes";
 /// A front end that also notes what a run has written.
 class CGuionAtento : public CGuion {
 public:
-    void FinDeProceso(const CDialog& dialogo, const CEscritos& escritos) override;
+    void FinDeProceso(const CDialog& dialogo, const CEscritos& suyos) override;
     void Olvida();
     bool HuboCierre() const; ///< the closing box was shown
 
