@@ -7,7 +7,7 @@
 
 #include "platform/ansi.h"
 #include "platform/output_set.h"
-#include "platform/system.h"
+#include "platform/system_files.h"
 
 namespace {
 

@@ -7,6 +7,7 @@
 #include "platform/dialog.h"
 #include "platform/html_help.h"
 #include "platform/system.h"
+#include "platform/system_files.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include <optional>
 #include <string_view>
 
-#include "platform/system.h"
+#include "platform/system_files.h"
 
 /// An output in the making that takes the place of its target only when it is whole.
 ///

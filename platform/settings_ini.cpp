@@ -8,6 +8,7 @@
 #include "platform/cfile.h"
 #include "platform/output_set.h"
 #include "platform/system.h"
+#include "platform/system_files.h"
 
 namespace {
 

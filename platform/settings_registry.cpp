@@ -9,7 +9,7 @@
 #include <windows.h>
 
 #include "platform/cfile.h"
-#include "platform/system.h"
+#include "platform/system_files.h"
 
 namespace {
 

@@ -10,6 +10,7 @@
 #include "platform/dialog.h"
 #include "platform/html_help.h"
 #include "platform/system.h"
+#include "platform/system_files.h"
 
 namespace {
 

@@ -1,0 +1,116 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <system_error>
+#include <vector>
+
+// What the layer asks of the operating system about files and their names: one source for each
+// system, chosen by the build. Each call asks the fault point first (fault_point.h).
+
+namespace sistema {
+
+/// What may stand in front of a file's name in its path.
+extern const std::string_view kSeparadores;
+
+/// The path that a name of the program stands for.
+std::filesystem::path Ruta(std::string_view nombre);
+/// The name by which the program knows a path.
+std::string Nombre(const std::filesystem::path& ruta);
+/// The path from the root; itself where the system doesn't tell.
+std::filesystem::path Entera(const std::filesystem::path& ruta);
+/// The same without "." and "..", by the letters alone.
+std::filesystem::path EnteraSinPuntos(const std::filesystem::path& ruta);
+
+// Files. What fails tells the system's reason in `error`, which is clear otherwise; a call that a
+// signal interrupted is repeated.
+using Error = std::error_code;
+
+inline constexpr int kCerrado = -1; ///< number of no open file
+
+/// Reason of ours: another program is writing the file.
+inline const Error kDeOtro = std::make_error_code(std::errc::text_file_busy);
+
+enum class Modo {
+    Leer,
+    EnSitio, ///< for writing; made if it isn't there, and not emptied
+    Cambiar, ///< a file that is there, to be read and written
+    Tomar    ///< the same, made if it isn't there; no link is followed
+};
+
+/// Number of the open file, kCerrado on failure. It is binary and has no buffer.
+int Abre(const std::filesystem::path& ruta, Modo modo, Error& error);
+/// A file without a name, in the system's folder for such, to be read and written.
+int CreaAnonimo(Error& error);
+/// Bytes read, 0 at the end of the file: the next ones, or those at a position.
+std::size_t Lee(int fichero, char* bytes, std::size_t n, Error& error);
+std::size_t LeeEn(int fichero, char* bytes, std::size_t n, std::uint64_t posicion, Error& error);
+/// Writes all bytes behind those written last.
+void Escribe(int fichero, std::string_view bytes, Error& error);
+/// Goes to the start of a file and cuts it to a length.
+void Recorta(int fichero, std::uint64_t largo, Error& error);
+/// Waits until what was written, or what a folder holds, stands on the disk.
+void Asegura(int fichero, Error& error);
+void AseguraCarpeta(const std::filesystem::path& carpeta, Error& error);
+void Cierra(int fichero, Error& error);
+
+/// What stands behind a name or an open file.
+struct CEstado {
+    enum class Tipo { NoHay, Regular, Carpeta, Enlace, Otro };
+
+    Tipo tipo = Tipo::NoHay;
+    std::uint64_t largo = 0; ///< in bytes, of a regular file
+    std::uint64_t disco = 0; ///< this and `numero` tell one file from all others
+    std::uint64_t numero = 0;
+    std::uint32_t dueño = 0;
+    std::uint32_t permisos = 0;
+
+    /// Tells of a folder that its users may not put away one another's files.
+    bool EsDeTodosConDueño() const
+    {
+        constexpr std::uint32_t kPegajosa = 01000;
+        return (permisos & kPegajosa) != 0;
+    }
+    bool EsElMismo(const CEstado& otro) const
+    {
+        return tipo != Tipo::NoHay && tipo == otro.tipo && disco == otro.disco &&
+               numero == otro.numero;
+    }
+};
+/// A name behind which nothing stands is no failure.
+CEstado Mira(const std::filesystem::path& ruta, Error& error);
+CEstado MiraEnlace(const std::filesystem::path& ruta, Error& error); ///< of a link, the link itself
+CEstado Mira(int fichero, Error& error);
+/// Tells whether the file is the user's own.
+bool EsMio(const CEstado& estado);
+/// The path that a link leads to.
+std::filesystem::path LeeEnlace(const std::filesystem::path& ruta, Error& error);
+/// Tells whether the process may change the content of the file that is there.
+bool PuedeEscribir(const std::filesystem::path& ruta);
+/// Tells whether the process may put another file in the place of the one that is there.
+bool PuedeReemplazar(const std::filesystem::path& ruta, const CEstado& destino,
+                     const CEstado& carpeta);
+/// Gives the open file the owner and all permissions of the one at `modelo`, as far as a file
+/// doesn't have them from its folder.
+void CopiaDerechos(int fichero, const std::filesystem::path& modelo, Error& error);
+
+/// Takes the file for this process alone, until it is closed. False without an error where another
+/// process has it.
+bool Bloquea(int fichero, Error& error);
+
+void Renombra(const std::filesystem::path& antes, const std::filesystem::path& ahora, Error& error);
+void Borra(const std::filesystem::path& ruta, Error& error);
+/// Gives the file a second name.
+void Enlaza(const std::filesystem::path& ruta, const std::filesystem::path& segunda, Error& error);
+/// Names in the folder, without their path.
+std::vector<std::filesystem::path> Lista(const std::filesystem::path& carpeta, Error& error);
+/// Makes the folder and those around it; one that is there is no failure.
+void CreaCarpetas(const std::filesystem::path& carpeta, Error& error);
+
+/// Tells whether another file may take the place of one that is open. What `Abre` opened may change
+/// its name and be deleted everywhere.
+extern const bool kSeReemplazaAbierto;
+
+} // namespace sistema

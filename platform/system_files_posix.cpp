@@ -1,0 +1,329 @@
+#include "platform/system_files.h"
+
+#include <cerrno>
+#include <climits>
+#include <cstdlib>
+#include <limits>
+#include <memory>
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#ifdef __linux__
+#include <sys/xattr.h>
+#endif
+#include <unistd.h>
+
+#include "platform/fault_point.h"
+
+namespace sistema {
+namespace {
+
+/// Makes a call that gives -1 and an error number on failure; one that a signal interrupted again.
+template <class F>
+auto Llama(Llamada cual, Error& error, F llamada) -> decltype(llamada())
+{
+    error.clear();
+    for (;;) {
+        if (const int tropiezo = Tropiezo(cual); tropiezo != 0)
+            errno = tropiezo;
+        else if (const auto resultado = llamada(); resultado != -1)
+            return resultado;
+        if (errno == EINTR)
+            continue;
+        error = Error(errno, std::generic_category());
+        return -1;
+    }
+}
+
+CEstado::Tipo TipoDe(mode_t modo)
+{
+    if (S_ISREG(modo))
+        return CEstado::Tipo::Regular;
+    if (S_ISDIR(modo))
+        return CEstado::Tipo::Carpeta;
+    return S_ISLNK(modo) ? CEstado::Tipo::Enlace : CEstado::Tipo::Otro;
+}
+
+template <class F>
+CEstado Mirado(Error& error, F mira)
+{
+    struct stat datos = {};
+    Llama(Llamada::Mirar, error, [&] { return mira(datos); });
+    if (error == std::errc::no_such_file_or_directory || error == std::errc::not_a_directory) {
+        error.clear();
+        return {};
+    }
+    if (error)
+        return {};
+    const CEstado::Tipo tipo = TipoDe(datos.st_mode);
+    return {tipo,
+            tipo == CEstado::Tipo::Regular ? static_cast<std::uint64_t>(datos.st_size) : 0,
+            datos.st_dev,
+            datos.st_ino,
+            datos.st_uid,
+            datos.st_mode & 07777U};
+}
+
+/// Rights beyond owner, group and all others, where the file system has such.
+void CopiaListaDeAcceso(int fichero, const std::filesystem::path& modelo, Error& error)
+{
+#ifdef __linux__
+    constexpr const char* kLista = "system.posix_acl_access";
+    char lista[4096];
+    const auto largo = getxattr(modelo.c_str(), kLista, lista, sizeof lista);
+    if (largo > 0)
+        Llama(Llamada::Derechos, error, [&] {
+            return fsetxattr(fichero, kLista, lista, static_cast<std::size_t>(largo), 0);
+        });
+#endif
+}
+
+} // namespace
+
+const std::string_view kSeparadores = "/";
+
+std::filesystem::path Ruta(std::string_view nombre)
+{
+    return {nombre};
+}
+
+std::string Nombre(const std::filesystem::path& ruta)
+{
+    return ruta.native();
+}
+
+std::filesystem::path Entera(const std::filesystem::path& ruta)
+{
+    Error error;
+    const std::filesystem::path entera = std::filesystem::absolute(ruta, error);
+    return error ? ruta : entera;
+}
+
+std::filesystem::path EnteraSinPuntos(const std::filesystem::path& ruta)
+{
+    return Entera(ruta).lexically_normal();
+}
+
+int Abre(const std::filesystem::path& ruta, Modo modo, Error& error)
+{
+    constexpr mode_t kPermisos = 0666;
+    int como = O_CLOEXEC;
+    switch (modo) {
+    case Modo::Leer:
+        como |= O_RDONLY;
+        break;
+    case Modo::EnSitio:
+        como |= O_WRONLY | O_CREAT;
+        break;
+    case Modo::Cambiar:
+        como |= O_RDWR;
+        break;
+    case Modo::Tomar:
+        como |= O_RDWR | O_CREAT | O_NOFOLLOW;
+        break;
+    }
+    return Llama(Llamada::Abrir, error, [&] { return open(ruta.c_str(), como, kPermisos); });
+}
+
+int CreaAnonimo(Error& error)
+{
+    Error sinCarpeta;
+    std::string nombre =
+        (std::filesystem::temp_directory_path(sinCarpeta) / "campivaXXXXXX").string();
+    const int fichero =
+        Llama(Llamada::Abrir, error, [&] { return mkostemp(nombre.data(), O_CLOEXEC); });
+    if (fichero != kCerrado)
+        unlink(nombre.c_str());
+    return fichero;
+}
+
+std::size_t Lee(int fichero, char* bytes, std::size_t n, Error& error)
+{
+    const auto leidos = Llama(Llamada::Leer, error, [&] { return read(fichero, bytes, n); });
+    return leidos > 0 ? static_cast<std::size_t>(leidos) : 0;
+}
+
+std::size_t LeeEn(int fichero, char* bytes, std::size_t n, std::uint64_t posicion, Error& error)
+{
+    error.clear();
+    if (posicion > static_cast<std::uint64_t>(std::numeric_limits<off_t>::max()) - n)
+        return 0; // no file reaches there
+    const auto leidos = Llama(Llamada::Leer, error, [&] {
+        return pread(fichero, bytes, n, static_cast<off_t>(posicion));
+    });
+    return leidos > 0 ? static_cast<std::size_t>(leidos) : 0;
+}
+
+void Escribe(int fichero, std::string_view bytes, Error& error)
+{
+    error.clear();
+    while (!bytes.empty() && !error) {
+        const auto escritos = Llama(Llamada::Escribir, error,
+                                    [&] { return write(fichero, bytes.data(), bytes.size()); });
+        if (escritos > 0)
+            bytes.remove_prefix(static_cast<std::size_t>(escritos));
+    }
+}
+
+void Recorta(int fichero, std::uint64_t largo, Error& error)
+{
+    const auto hasta = static_cast<off_t>(largo);
+    if (Llama(Llamada::Recortar, error, [&] { return ftruncate(fichero, hasta); }) == 0)
+        Llama(Llamada::Recortar, error, [&] { return lseek(fichero, 0, SEEK_SET); });
+}
+
+void Asegura(int fichero, Error& error)
+{
+    Llama(Llamada::Asegurar, error, [&] { return fsync(fichero); });
+    if (error == std::errc::invalid_argument || error == std::errc::read_only_file_system)
+        error.clear(); // what has no disk below it
+}
+
+void AseguraCarpeta(const std::filesystem::path& carpeta, Error& error)
+{
+    const char* nombre = carpeta.empty() ? "." : carpeta.c_str();
+    const int abierta = Llama(Llamada::Abrir, error,
+                              [&] { return open(nombre, O_RDONLY | O_DIRECTORY | O_CLOEXEC); });
+    if (error == std::errc::permission_denied)
+        error.clear(); // one that may be written and not looked at can't be waited for
+    if (abierta == kCerrado)
+        return;
+    Asegura(abierta, error);
+    Error alCerrar;
+    Cierra(abierta, alCerrar);
+    if (!error)
+        error = alCerrar;
+}
+
+void Cierra(int fichero, Error& error)
+{
+    error.clear();
+    const int tropiezo = Tropiezo(Llamada::Cerrar);
+    const int fallo = close(fichero) != 0 ? errno : tropiezo;
+    if (fallo != 0 && fallo != EINTR) // which has closed it all the same
+        error = Error(fallo, std::generic_category());
+}
+
+CEstado Mira(const std::filesystem::path& ruta, Error& error)
+{
+    return Mirado(error, [&](struct stat& datos) { return stat(ruta.c_str(), &datos); });
+}
+
+CEstado MiraEnlace(const std::filesystem::path& ruta, Error& error)
+{
+    return Mirado(error, [&](struct stat& datos) { return lstat(ruta.c_str(), &datos); });
+}
+
+CEstado Mira(int fichero, Error& error)
+{
+    return Mirado(error, [&](struct stat& datos) { return fstat(fichero, &datos); });
+}
+
+bool EsMio(const CEstado& estado)
+{
+    return estado.dueño == geteuid();
+}
+
+std::filesystem::path LeeEnlace(const std::filesystem::path& ruta, Error& error)
+{
+    char destino[PATH_MAX];
+    const auto largo =
+        Llama(Llamada::Mirar, error, [&] { return readlink(ruta.c_str(), destino, PATH_MAX); });
+    if (error)
+        return {};
+    // An absolute one replaces the whole.
+    return ruta.parent_path() / std::string_view(destino, static_cast<std::size_t>(largo));
+}
+
+bool PuedeEscribir(const std::filesystem::path& ruta)
+{
+    Error error;
+    return Llama(Llamada::Mirar, error, [&] { return access(ruta.c_str(), W_OK); }) == 0;
+}
+
+bool PuedeReemplazar(const std::filesystem::path& /*ruta*/, const CEstado& destino,
+                     const CEstado& carpeta)
+{
+    const bool pegajosa = carpeta.EsDeTodosConDueño();
+    const uid_t yo = geteuid();
+    return !pegajosa || yo == 0 || yo == destino.dueño || yo == carpeta.dueño;
+}
+
+void CopiaDerechos(int fichero, const std::filesystem::path& modelo, Error& error)
+{
+    struct stat suyos = {};
+    struct stat mios = {};
+    Llama(Llamada::Mirar, error, [&] { return stat(modelo.c_str(), &suyos); });
+    if (!error)
+        Llama(Llamada::Mirar, error, [&] { return fstat(fichero, &mios); });
+    // The owner goes first, as a change of owner can take permissions away.
+    if (!error && (suyos.st_uid != mios.st_uid || suyos.st_gid != mios.st_gid))
+        Llama(Llamada::Derechos, error,
+              [&] { return fchown(fichero, suyos.st_uid, suyos.st_gid); });
+    if (!error)
+        Llama(Llamada::Derechos, error, [&] { return fchmod(fichero, suyos.st_mode & 07777U); });
+    if (!error)
+        CopiaListaDeAcceso(fichero, modelo, error);
+}
+
+bool Bloquea(int fichero, Error& error)
+{
+    const int hecho =
+        Llama(Llamada::Bloquear, error, [&] { return flock(fichero, LOCK_EX | LOCK_NB); });
+    const bool deOtro = error == std::errc::operation_would_block;
+    if (deOtro || error == std::errc::operation_not_supported ||
+        error == std::errc::no_lock_available)
+        error.clear(); // some shares know no locks; there nobody can be kept out
+    return hecho == 0 || (!deOtro && !error);
+}
+
+void Renombra(const std::filesystem::path& antes, const std::filesystem::path& ahora, Error& error)
+{
+    Llama(Llamada::Renombrar, error, [&] { return rename(antes.c_str(), ahora.c_str()); });
+}
+
+void Borra(const std::filesystem::path& ruta, Error& error)
+{
+    Llama(Llamada::Borrar, error, [&] { return unlink(ruta.c_str()); });
+}
+
+void Enlaza(const std::filesystem::path& ruta, const std::filesystem::path& segunda, Error& error)
+{
+    Llama(Llamada::Enlazar, error, [&] { return link(ruta.c_str(), segunda.c_str()); });
+}
+
+std::vector<std::filesystem::path> Lista(const std::filesystem::path& carpeta, Error& error)
+{
+    // The standard library's own walk ends the program where it finds no memory.
+    std::vector<std::filesystem::path> nombres;
+    Llama(Llamada::Listar, error, [] { return 0; });
+    if (error)
+        return nombres;
+    const std::unique_ptr<DIR, int (*)(DIR*)> abierta(
+        opendir(carpeta.empty() ? "." : carpeta.c_str()), closedir);
+    errno = abierta == nullptr ? errno : 0;
+    while (abierta != nullptr) {
+        const dirent* entrada = readdir(abierta.get());
+        if (entrada == nullptr)
+            break;
+        const std::string_view nombre = entrada->d_name;
+        if (nombre != "." && nombre != "..")
+            nombres.emplace_back(nombre);
+        errno = 0; // which tells the end from a failure
+    }
+    error = Error(errno, std::generic_category());
+    return nombres;
+}
+
+void CreaCarpetas(const std::filesystem::path& carpeta, Error& error)
+{
+    Llama(Llamada::Crear, error, [] { return 0; });
+    if (!error)
+        std::filesystem::create_directories(carpeta, error);
+}
+
+const bool kSeReemplazaAbierto = true;
+
+} // namespace sistema
