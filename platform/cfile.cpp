@@ -156,7 +156,7 @@ bool CFile::Open(const CString& nombre, UINT modo, CFileException* fallo,
         abierto = AbreSalida(nombre, conjunto, error);
     const CFileException como(nombre, error, (modo & modeWrite) == 0);
     if (!abierto && !EsCorriente(error))
-        throw como;
+        throw CFileException(como);
     if (!abierto && fallo != nullptr)
         *fallo = como;
     return abierto;

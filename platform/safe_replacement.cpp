@@ -152,7 +152,7 @@ CReemplazo::Apertura CReemplazo::CreaEnSitio(Error& error)
     return Apertura::NoSePuede;
 }
 
-void CReemplazo::Asegura(Error& error)
+void CReemplazo::Asegura(Error& error) const
 {
     sistema::Asegura(m_fichero, error);
 }

@@ -42,13 +42,13 @@ public:
     /// `Ocupado` where another program is writing it.
     Apertura Abre(std::string_view nombre, Error& error);
     bool Abierto() const { return m_fichero != sistema::kCerrado; }
-    void Escribe(std::string_view bytes, Error& error)
+    void Escribe(std::string_view bytes, Error& error) const
     {
         sistema::Escribe(m_fichero, bytes, error);
     }
 
     /// Brings what was written to the disk.
-    void Asegura(Error& error);
+    void Asegura(Error& error) const;
     /// Keeps what the target holds, to be able to give it back.
     void Prepara(Error& error);
     void Coloca(Error& error);

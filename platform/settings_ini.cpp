@@ -56,7 +56,7 @@ std::vector<CString> LeeLineas(const CString& nombre)
     CFileException fallo;
     if (!fichero.Open(nombre, CFile::modeRead | CFile::typeText, &fallo)) {
         if (!fallo.SeVe())
-            throw fallo;
+            throw CFileException(fallo);
         return lineas;
     }
     for (CString linea; fichero.ReadString(linea);)
@@ -122,7 +122,7 @@ void AbreCerrado(CStdioFile& fichero, const CString& nombre)
             CFileException fallo;
             if (fichero.Open(nombre, kModo, &fallo))
                 return;
-            throw fallo;
+            throw CFileException(fallo);
         } catch (const CFileException& fallo) {
             if (fallo.m_causa != sistema::kDeOtro || i == kIntentos)
                 throw;

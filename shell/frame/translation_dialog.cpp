@@ -38,10 +38,12 @@ BOOL CTraduccionDlg::OnInitDialog()
     const CDescripcion dialogo = Describe();
     const CWinApp& aplicacion = *AfxGetApp();
     for (const CCampo& campo : dialogo.campos) {
-        if (auto* const* texto = std::get_if<CString*>(&campo.valor))
+        if (auto* const* texto = std::get_if<CString*>(&campo.valor)) {
             **texto = aplicacion.GetProfileString(dialogo.seccion, campo.clave, **texto);
-        else if (int& numero = *std::get<int*>(campo.valor); true)
-            numero = aplicacion.GetProfileInt(dialogo.seccion, campo.clave, numero);
+            continue;
+        }
+        int& numero = *std::get<int*>(campo.valor);
+        numero = aplicacion.GetProfileInt(dialogo.seccion, campo.clave, numero);
     }
     UpdateData(false);
     return 1;
