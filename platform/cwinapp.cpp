@@ -97,10 +97,13 @@ CAlmacenAjustes CWinApp::Ajustes() const
 
 int CWinApp::GetProfileInt(const CString& seccion, const CString& clave, int defecto) const
 {
-    const CString texto = GetProfileString(seccion, clave, {});
-    const char* fin = texto.GetString() + texto.GetLength();
+    const CString guardado = GetProfileString(seccion, clave, {});
+    // A person may have written a note behind it.
+    const std::string_view conNota = guardado;
+    const std::string_view texto = conNota.substr(0, conNota.find_first_of(";#"));
+    const char* fin = texto.data() + texto.find_last_not_of(' ') + 1;
     int valor = 0;
-    const auto [hasta, error] = std::from_chars(texto.GetString(), fin, valor);
+    const auto [hasta, error] = std::from_chars(texto.data(), fin, valor);
     return error == std::errc() && hasta == fin ? valor : defecto;
 }
 

@@ -75,8 +75,9 @@ CPosicion Busca(const std::vector<CString>& lineas, const CString& seccion, cons
         if (linea.starts_with('[')) {
             if (dentro)
                 break;
-            dentro = linea.ends_with(']') &&
-                     EsIgual(SinBlancos(linea.substr(1, linea.size() - 2)), seccion);
+            const std::size_t fin = linea.find(']');
+            dentro = fin != std::string_view::npos &&
+                     EsIgual(SinBlancos(linea.substr(1, fin - 1)), seccion);
         } else if (const auto igual = linea.find('=');
                    dentro && igual != std::string_view::npos &&
                    EsIgual(SinBlancos(linea.substr(0, igual)), clave)) {

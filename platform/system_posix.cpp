@@ -148,9 +148,12 @@ bool EsperaLinea()
 {
     // A read would be taken up again behind a signal, this is not.
     pollfd entrada = {STDIN_FILENO, POLLIN, 0};
-    while (!HayQueAcabar())
+    while (!HayQueAcabar()) {
         if (poll(&entrada, 1, -1) >= 0 || errno != EINTR)
             return true;
+        if (g_interrupcion != 0) // at the question whether to stop it is the second one
+            g_final = SIGINT;
+    }
     return false;
 }
 

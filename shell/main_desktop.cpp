@@ -8,7 +8,7 @@ int main(int argc, char* argv[])
 {
     sistema::AbreFlujosCerrados();
     if (AtiendeOpcion(argc, argv))
-        return 0;
+        return ConSalida(0);
     CFrontalEscritorio frontal(argv[0]);
     if (!frontal.Funciona()) {
         std::fputs("campiva-gui: no hay pantalla donde mostrar ventanas.\n", stderr);

@@ -6,7 +6,7 @@ int main(int argc, char* argv[])
 {
     sistema::AbreFlujosCerrados();
     if (AtiendeOpcion(argc, argv))
-        return 0;
+        return ConSalida(0);
     CFrontalTerminal frontal;
     return EjecutaPrograma(frontal, argc, argv);
 }

@@ -42,6 +42,12 @@ CCampivaApp theApp;
 
 } // namespace
 
+int ConSalida(int estado)
+{
+    const bool dicho = std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
+    return estado == 0 && !dicho ? 1 : estado;
+}
+
 bool AtiendeOpcion(int argc, const char* const* argv)
 {
     if (argc != 2)
@@ -61,5 +67,5 @@ int EjecutaPrograma(CFrontal& frontal, int argc, const char* const* argv)
     const std::span argumentos(argv, static_cast<std::size_t>(argc));
     const CString mandato = UneArgumentos(argumentos.subspan(argc > 0 ? 1 : 0));
     theApp.Arranca(frontal, RecursosDelPrograma(), mandato, CWinApp::FicheroAyuda(kPrograma));
-    return theApp.EstadoSalida();
+    return ConSalida(theApp.EstadoSalida());
 }

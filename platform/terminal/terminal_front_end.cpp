@@ -28,6 +28,7 @@ constexpr const char* kSinMandatos =
 constexpr const char* kLog = "Avisos: %s%s\n";
 constexpr const char* kLogVacio = " (vacío: no hay ninguno)";
 constexpr const char* kEscritos = "Escrito en %s:";
+constexpr const char* kSiNo = " (s/n) ";
 constexpr const char* kPideFichero = "Fichero (ahora \"%s\"): ";
 constexpr const char* kNoExiste = "El archivo %s no existe; el campo queda como estaba.\n";
 
@@ -256,6 +257,8 @@ int CFrontalTerminal::Caja(const CString& texto, const CString& titulo, UINT fla
     if ((flags & MB_TYPEMASK) == MB_YESNO)
         return PreguntaSiNo();
     Escribe(salida, "\n\n");
+    if ((flags & MB_ICONMASK) == 0)
+        m_fase.clear(); // the summary: no phase goes on behind it
     std::string respuesta;
     if (m_conversa) {
         EsperaLinea(respuesta);
@@ -273,11 +276,14 @@ void CFrontalTerminal::OlvidaTeclas()
 int CFrontalTerminal::PreguntaSiNo() const
 {
     std::string respuesta = "s";
-    Escribe(stdout, " (s/n) ");
+    Escribe(stdout, kSiNo);
     if (m_conversa) {
-        do {
+        for (;;) {
             std::clearerr(stdin);
-        } while (EsperaLinea(respuesta) && respuesta.empty());
+            if (!EsperaLinea(respuesta) || !respuesta.empty())
+                break;
+            Escribe(stdout, kSiNo); // Enter alone is no answer
+        }
         // An input that was closed on the question can't be asked again; the run goes on.
     }
     OlvidaTeclas();
