@@ -48,6 +48,26 @@ bool EsCorriente(const sistema::Error& error)
                        [&](errc corriente) { return error == corriente; });
 }
 
+/// What stands at a path that the program knows by a name. A fault is no answer: two files that
+/// can't be told apart could be one.
+sistema::CEstado Mirado(const CString& nombre, const std::filesystem::path& ruta)
+{
+    sistema::Error error;
+    const sistema::CEstado estado = sistema::Mira(ruta, error);
+    if (error && !EsCorriente(error))
+        throw CFileException(nombre, error);
+    return estado;
+}
+
+std::filesystem::path Destino(const CString& nombre)
+{
+    sistema::Error error;
+    const std::filesystem::path ruta = CReemplazo::DestinoReal(sistema::Ruta(nombre), error);
+    if (error && !EsCorriente(error))
+        throw CFileException(nombre, error);
+    return ruta;
+}
+
 /// The name with its letters small: those of ASCII, and those of the code page in UTF-8.
 std::string EnMinusculas(std::string texto)
 {
@@ -236,6 +256,8 @@ void CFile::Cierra() noexcept
         sistema::Cierra(m_lectura, error);
     if (m_enSitio != sistema::kCerrado) {
         VaciaEnSitio();
+        if (m_hayHueco) // at the very end
+            sistema::Escribe(m_enSitio, kMarcaHueco, error);
         sistema::Cierra(m_enSitio, error);
         if (error && !m_fallo.m_causa)
             m_fallo.m_causa = error;
@@ -267,9 +289,7 @@ CString CFile::RutaCompleta(const CString& nombre)
 
 bool CFile::EsElMismo(const CString& uno, const CString& otro)
 {
-    sistema::Error error;
-    return sistema::Mira(sistema::Ruta(uno), error)
-        .EsElMismo(sistema::Mira(sistema::Ruta(otro), error));
+    return Mirado(uno, sistema::Ruta(uno)).EsElMismo(Mirado(otro, sistema::Ruta(otro)));
 }
 
 bool CFile::EsAlguno(const CString& nombre, const std::vector<CString>& otros)
@@ -283,14 +303,16 @@ bool CFile::SeriaElMismo(const CString& uno, const CString& otro)
     using Tipo = sistema::CEstado::Tipo;
     if (uno.IsEmpty() || otro.IsEmpty())
         return false;
-    sistema::Error error;
-    const auto ruta = CReemplazo::DestinoReal(sistema::Ruta(uno), error);
-    const auto otra = CReemplazo::DestinoReal(sistema::Ruta(otro), error);
-    const sistema::CEstado estado = sistema::Mira(ruta, error);
+    const std::filesystem::path ruta = Destino(uno);
+    const std::filesystem::path otra = Destino(otro);
+    const sistema::CEstado estado = Mirado(uno, ruta);
     if (estado.tipo == Tipo::Regular)
-        return estado.EsElMismo(sistema::Mira(otra, error));
-    return estado.tipo == Tipo::NoHay &&
-           sistema::EnteraSinPuntos(ruta) == sistema::EnteraSinPuntos(otra);
+        return estado.EsElMismo(Mirado(otro, otra));
+    const auto carpeta = [](const CString& nombre, const std::filesystem::path& destino) {
+        return Mirado(nombre, destino.has_parent_path() ? destino.parent_path() : ".");
+    };
+    return estado.tipo == Tipo::NoHay && ruta.filename() == otra.filename() &&
+           carpeta(uno, ruta).EsElMismo(carpeta(otro, otra));
 }
 
 std::string_view CFile::Mira(std::size_t minimo)

@@ -1,6 +1,8 @@
 #include "platform/cwinapp.h"
 
 #include <charconv>
+#include <cstdlib>
+#include <exception>
 #include <new>
 
 #include "platform/cfile.h"
@@ -15,6 +17,14 @@ constexpr std::size_t kReserva = std::size_t{256} * 1024;
 constexpr const char* kError = "Error";
 constexpr const char* kSinMemoria = "No hay memoria para seguir";
 constexpr const char* kSinMemoriaNiCaja = "[Error]\nNo hay memoria para seguir\n\n";
+
+/// The last word where not even a failure can be told as one. The outputs are what they were; what
+/// was in the making is cleared away by the next run.
+[[noreturn]] void AlTerminar()
+{
+    sistema::Avisa(kSinMemoriaNiCaja);
+    std::_Exit(EXIT_FAILURE);
+}
 
 /// Where the object is, for the framework's function that gives it.
 CWinApp*& Aplicacion()
@@ -47,9 +57,12 @@ void CWinApp::Arranca(CFrontal& frontal, const CRecursos& recursos, const CStrin
     m_recursos = recursos;
     m_lpCmdLine = mandato;
     m_pszHelpFilePath = ficheroAyuda;
+    m_reserva.reset(new (std::nothrow) char[kReserva]);
+    std::set_terminate(AlTerminar);
+    m_interrumpida = true;
     try {
-        m_reserva = std::make_unique<char[]>(kReserva);
         InitInstance();
+        m_interrumpida = false;
     } catch (const CFileException& fallo) { // of the settings, which a run goes by
         Caja(fallo.Mensaje(), kError, MB_ICONERROR);
     } catch (const std::bad_alloc&) {

@@ -56,6 +56,8 @@ public:
     /// Shows a box and notes whether it told an error.
     int Caja(const CString& texto, const CString& titulo, UINT flags);
     bool HuboCajaDeError() const { return m_huboCajaDeError; }
+    /// Tells that something kept the program from its end, which was told then.
+    bool Interrumpida() const { return m_interrumpida; }
     /// Tells that memory ran out, with what was kept back for that.
     void CajaSinMemoria() noexcept;
     /// Does what must be done whatever happens: where it finds no memory once more, with what was
@@ -86,6 +88,7 @@ private:
     CRecursos m_recursos;
     CString m_empresa;
     bool m_huboCajaDeError = false;
+    bool m_interrumpida = false;       ///< `InitInstance` didn't come to its end
     std::unique_ptr<char[]> m_reserva; ///< for the box that tells that memory ran out
 };
 

@@ -150,11 +150,9 @@ void CDiario::Abre(std::span<const CSalidaNombrada> salidas)
 void CDiario::EscribeUno(const Ruta& ruta, std::string_view bytes)
 {
     Error error;
-    const int fichero = sistema::Abre(ruta, sistema::Modo::Tomar, error);
+    const int fichero = CReemplazo::TomaCerrado(ruta, error);
     if (fichero != sistema::kCerrado)
         m_ficheros.push_back(fichero);
-    if (!error)
-        sistema::Bloquea(fichero, error);
     if (!error)
         sistema::Recorta(fichero, 0, error);
     if (!error)
@@ -216,18 +214,26 @@ void Cambia(std::span<const CSalidaNombrada> salidas, CDiario& diario)
 }
 
 /// A file of a folder that may belong to a program that is alive; locked here if it doesn't.
+/// `Error` tells what kept it from being looked at.
 class CHallado {
 public:
     explicit CHallado(const Ruta& ruta)
     {
         m_estado = sistema::MiraEnlace(ruta, m_error);
-        if (m_estado.tipo != CEstado::Tipo::Regular)
+        if (m_error || m_estado.tipo != CEstado::Tipo::Regular)
             return;
-        m_fichero = sistema::Abre(ruta, sistema::Modo::Leer, m_error);
-        if (m_fichero != sistema::kCerrado)
-            m_suelto =
-                sistema::Bloquea(m_fichero, m_error) &&
-                sistema::Mira(m_fichero, m_error).EsElMismo(sistema::MiraEnlace(ruta, m_error));
+        // Some shares lock only what is open for writing.
+        m_fichero = sistema::Abre(ruta, sistema::Modo::Cambiar, m_error);
+        if (m_error == std::errc::permission_denied || m_error == std::errc::read_only_file_system)
+            m_fichero = sistema::Abre(ruta, sistema::Modo::Leer, m_error);
+        if (m_error == std::errc::no_such_file_or_directory)
+            m_error.clear(); // its program has just put it in place, or away
+        if (m_fichero == sistema::kCerrado)
+            return;
+        const bool mio = sistema::Bloquea(m_fichero, m_error) && !m_error;
+        const CEstado abierto = mio ? sistema::Mira(m_fichero, m_error) : CEstado();
+        m_suelto =
+            mio && !m_error && abierto.EsElMismo(sistema::MiraEnlace(ruta, m_error)) && !m_error;
     }
     CHallado(const CHallado&) = delete;
     CHallado& operator=(const CHallado&) = delete;
@@ -238,6 +244,7 @@ public:
             sistema::Cierra(m_fichero, error);
     }
     bool Suelto() const { return m_suelto; }
+    const Error& Fallo() const { return m_error; }
     const CEstado& Estado() const { return m_estado; }
     std::string LeeTodo(Error& error) const
     {
@@ -261,15 +268,18 @@ void Devuelve(const CEntrada& entrada)
 {
     Error error;
     const Ruta antes = CReemplazo::AlLado(entrada.destino, CReemplazo::kAntes);
+    const CString nombre = sistema::Nombre(entrada.destino);
     const CEstado deAntes = sistema::MiraEnlace(antes, error);
+    Exige(error, nombre);
     const CEstado deAhora = sistema::MiraEnlace(entrada.destino, error);
+    Exige(error, nombre);
     if (entrada.habia) {
         if (deAntes.tipo != CEstado::Tipo::NoHay && !deAntes.EsElMismo(deAhora))
             sistema::Renombra(antes, entrada.destino, error);
     } else if (deAhora.tipo == CEstado::Tipo::Regular && deAhora.numero == entrada.numero) {
         sistema::Borra(entrada.destino, error);
     }
-    Exige(error, sistema::Nombre(entrada.destino));
+    Exige(error, nombre);
 }
 
 bool AcabaEn(const Ruta& nombre, std::string_view sufijo)
@@ -301,6 +311,8 @@ private:
 bool SanaPorDiario(const Ruta& diario)
 {
     const CHallado hallado(diario);
+    if (hallado.Fallo() != std::errc::permission_denied) // else it is kept from this user
+        Exige(hallado.Fallo(), sistema::Nombre(diario));
     const CCredito credito(diario, hallado.Estado());
     if (!hallado.Suelto() || !credito.Alguno())
         return false;
@@ -322,6 +334,24 @@ bool SanaPorDiario(const Ruta& diario)
     return true;
 }
 
+/// Puts away what a killed program left. What its target held stays if the target isn't there: on a
+/// file system without second names it was the only one.
+void Recoge(const Ruta& ruta)
+{
+    Error error;
+    const std::string nombre = sistema::Nombre(ruta);
+    if (AcabaEn(ruta, CReemplazo::kAntes)) {
+        const Ruta destino =
+            sistema::Ruta(nombre.substr(0, nombre.size() - CReemplazo::kAntes.size()));
+        const bool falta = sistema::MiraEnlace(destino, error).tipo == CEstado::Tipo::NoHay;
+        if (error)
+            return;
+        if (falta)
+            return sistema::Renombra(ruta, destino, error);
+    }
+    sistema::Borra(ruta, error);
+}
+
 void SanaCarpeta(const Ruta& carpeta)
 {
     Error error;
@@ -338,7 +368,7 @@ void SanaCarpeta(const Ruta& carpeta)
         const bool sobra = AcabaEn(nombre, CReemplazo::kNuevo) ||
                            (!hayVivos && AcabaEn(nombre, CReemplazo::kAntes));
         if (sobra && CHallado(carpeta / nombre).Suelto())
-            sistema::Borra(carpeta / nombre, error);
+            Recoge(carpeta / nombre);
     }
 }
 
@@ -372,6 +402,9 @@ void CConjuntoSalidas::Sana(const std::vector<CString>& nombres)
             continue;
         Error error;
         const Ruta destino = CReemplazo::DestinoReal(sistema::Ruta(nombre), error);
+        if (error && error != std::errc::permission_denied &&
+            error != std::errc::too_many_symbolic_link_levels)
+            throw CFileException(nombre, error, true);
         if (!error)
             carpetas.insert(CarpetaDe(destino));
     }

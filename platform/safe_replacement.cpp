@@ -83,10 +83,9 @@ CReemplazo::Apertura CReemplazo::Abre(std::string_view nombre, Error& error)
 
 CReemplazo::Apertura CReemplazo::AbreRegular(Error& error)
 {
-    if (!sistema::PuedeEscribir(m_destino)) {
-        error = std::make_error_code(std::errc::permission_denied);
+    sistema::PuedeEscribir(m_destino, error);
+    if (error)
         return Apertura::NoSePuede;
-    }
     const Ruta carpeta = m_destino.parent_path();
     const sistema::CEstado suya = sistema::Mira(carpeta.empty() ? Ruta(".") : carpeta, error);
     if (error)
@@ -100,37 +99,51 @@ CReemplazo::Apertura CReemplazo::AbreRegular(Error& error)
     return abierto;
 }
 
+int CReemplazo::TomaCerrado(const Ruta& ruta, Error& error)
+{
+    constexpr int kIntentos = 100;
+    error.clear();
+    for (int i = 0; i < kIntentos && !error; ++i) {
+        const int fichero = sistema::Abre(ruta, sistema::Modo::Tomar, error);
+        if (fichero == sistema::kCerrado)
+            break;
+        const bool mio = sistema::Bloquea(fichero, error);
+        if (!mio && !error)
+            error = sistema::kDeOtro;
+        const sistema::CEstado estado = mio ? sistema::Mira(fichero, error) : sistema::CEstado();
+        const bool deOtroUsuario = mio && !error && !sistema::EsMio(estado);
+        if (deOtroUsuario) // who could write to the file, once it has its place
+            sistema::Borra(ruta, error);
+        // Between the two calls another program may have put it in place, or away.
+        else if (mio && !error && estado.EsElMismo(sistema::MiraEnlace(ruta, error)))
+            return fichero;
+        Error alCerrar;
+        sistema::Cierra(fichero, alCerrar);
+    }
+    if (!error)
+        error = sistema::kDeOtro;
+    return sistema::kCerrado;
+}
+
 CReemplazo::Apertura CReemplazo::CreaTemporal(Error& error)
 {
     m_temporal = AlLado(m_destino, kNuevo);
-    constexpr int kIntentos = 100;
-    for (int i = 0; i < kIntentos && !error; ++i) {
-        m_fichero = sistema::Abre(m_temporal, sistema::Modo::Tomar, error);
-        const bool mio = Abierto() && sistema::Bloquea(m_fichero, error);
-        if (Abierto() && !error && !mio) {
-            m_temporal.clear(); // it is the other program's
-            Suelta();
-            return Apertura::Ocupado;
-        }
-        const sistema::CEstado estado = mio ? sistema::Mira(m_fichero, error) : sistema::CEstado();
-        const bool deOtroUsuario = mio && !error && !sistema::EsMio(estado);
-        if (deOtroUsuario) // who could write to the output, once it has its place
-            sistema::Borra(m_temporal, error);
-        // Between the two calls another program may have put it in place, or away.
-        else if (mio && estado.EsElMismo(sistema::MiraEnlace(m_temporal, error)))
-            break;
-        Error alCerrar;
-        Cierra(m_fichero, alCerrar);
+    m_fichero = TomaCerrado(m_temporal, error);
+    if (error == sistema::kDeOtro) {
+        m_temporal.clear(); // it is the other program's
+        return Apertura::Ocupado;
     }
-    if (!error && Abierto())
+    if (!error)
         sistema::Recorta(m_fichero, 0, error);
-    if (!error && Abierto() && HabiaDestino())
+    if (!error && HabiaDestino())
         sistema::CopiaDerechos(m_fichero, m_destino, error);
-    if (!error && Abierto())
+    if (!error)
         return Apertura::Abierto;
     const Error causa = error;
+    if (!Abierto())
+        m_temporal.clear();
     Desecha();
-    error = causa ? causa : std::make_error_code(std::errc::file_exists);
+    error = causa;
     return Apertura::NoSePuede;
 }
 

@@ -30,6 +30,10 @@ public:
     /// The file that a chain of links leads to; the name itself where it is no link.
     static Ruta DestinoReal(Ruta ruta, Error& error);
 
+    /// Makes a file beside a target, or takes one that was left, for this program alone. kCerrado
+    /// with the reason on failure; kDeOtro where another program has it.
+    static int TomaCerrado(const Ruta& ruta, Error& error);
+
     enum class Apertura { Abierto, NoSePuede, Ocupado };
 
     CReemplazo() = default;

@@ -87,8 +87,8 @@ CEstado Mira(int fichero, Error& error);
 bool EsMio(const CEstado& estado);
 /// The path that a link leads to.
 std::filesystem::path LeeEnlace(const std::filesystem::path& ruta, Error& error);
-/// Tells whether the process may change the content of the file that is there.
-bool PuedeEscribir(const std::filesystem::path& ruta);
+/// No error where the process may change the content of the file that is there.
+void PuedeEscribir(const std::filesystem::path& ruta, Error& error);
 /// Tells whether the process may put another file in the place of the one that is there.
 bool PuedeReemplazar(const std::filesystem::path& ruta, const CEstado& destino,
                      const CEstado& carpeta);

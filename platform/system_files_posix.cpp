@@ -72,11 +72,21 @@ void CopiaListaDeAcceso(int fichero, const std::filesystem::path& modelo, Error&
 #ifdef __linux__
     constexpr const char* kLista = "system.posix_acl_access";
     char lista[4096];
-    const auto largo = getxattr(modelo.c_str(), kLista, lista, sizeof lista);
-    if (largo > 0)
+    const auto noHay = [](const Error& causa) {
+        return causa == std::errc::no_message_available ||
+               causa == std::errc::operation_not_supported;
+    };
+    const auto largo = Llama(Llamada::Derechos, error,
+                             [&] { return getxattr(modelo.c_str(), kLista, lista, sizeof lista); });
+    if (!error) {
         Llama(Llamada::Derechos, error, [&] {
             return fsetxattr(fichero, kLista, lista, static_cast<std::size_t>(largo), 0);
         });
+    } else if (noHay(error)) { // nor is the folder's list to come with the new file
+        Llama(Llamada::Derechos, error, [&] { return fremovexattr(fichero, kLista); });
+        if (noHay(error))
+            error.clear();
+    }
 #endif
 }
 
@@ -237,10 +247,9 @@ std::filesystem::path LeeEnlace(const std::filesystem::path& ruta, Error& error)
     return ruta.parent_path() / std::string_view(destino, static_cast<std::size_t>(largo));
 }
 
-bool PuedeEscribir(const std::filesystem::path& ruta)
+void PuedeEscribir(const std::filesystem::path& ruta, Error& error)
 {
-    Error error;
-    return Llama(Llamada::Mirar, error, [&] { return access(ruta.c_str(), W_OK); }) == 0;
+    Llama(Llamada::Mirar, error, [&] { return access(ruta.c_str(), W_OK); });
 }
 
 bool PuedeReemplazar(const std::filesystem::path& /*ruta*/, const CEstado& destino,

@@ -450,12 +450,12 @@ std::filesystem::path LeeEnlace(const std::filesystem::path& ruta, Error& error)
     return error ? std::filesystem::path() : std::filesystem::path(SinPrefijo(destino));
 }
 
-bool PuedeEscribir(const std::filesystem::path& ruta)
+void PuedeEscribir(const std::filesystem::path& ruta, Error& error)
 {
-    Error error;
     Llama(Llamada::Mirar, error,
           [&] { return AbreManija(ruta, {.acceso = GENERIC_WRITE}) != nullptr; });
-    return !error || Es(error, ERROR_SHARING_VIOLATION); // opening it will tell who has it
+    if (Es(error, ERROR_SHARING_VIOLATION))
+        error.clear(); // opening it will tell who has it
 }
 
 bool PuedeReemplazar(const std::filesystem::path& ruta, const CEstado& /*destino*/,

@@ -84,6 +84,8 @@ BOOL CCampivaApp::InitInstance()
 
 int CCampivaApp::EstadoSalida() const
 {
+    if (Interrumpida())
+        return kHuboError;
     const CGuionMandatos guion = Frontal().Guion();
     const bool dialogos = m_ruta == Ruta::Dialogos;
     if (dialogos && !guion.hay)

@@ -368,6 +368,7 @@ bool CTraduccionDlg::CreaLog(const CString& nombre, const std::vector<CString>& 
 {
     if (HayRepetidas(nombre, salidas))
         return false;
+    CConjuntoSalidas::Sana(salidas);
     for (const CString& salida : salidas)
         if (m_salidas.Reserva(salida) == CReemplazo::Apertura::Ocupado)
             throw CFileException(salida, sistema::kDeOtro);

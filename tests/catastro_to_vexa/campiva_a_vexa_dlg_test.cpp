@@ -36,7 +36,8 @@ TEST_F(Traduccion, TellsWhichFilesItCannotUse)
         {"a folder for an input",
          "entra",
          "entra",
-         {"El archivo " + en + "entra no existe\nIs a directory"}},
+         {"El archivo " + en + "entra no existe\n" +
+          std::make_error_code(std::errc::is_a_directory).message()}},
         {"a folder for a log", "a.ERR", "a.txt", {"Imposible crear el archivo " + en + "a.ERR"}},
         {"the log would be the input", "", "b.ERR", {"Imposible crear el archivo " + en + "b.ERR"}},
         {"a folder for a table",
@@ -324,6 +325,7 @@ TEST_F(Traduccion, RefusesTwoOutputsThatAreOneFile)
         {"two tables of one name", "T.txt", "./T.txt"},
         {"a table that is the log", "T.txt", "entrada.ERR"},
         {"by a link to it", "T.txt", "enlace"},
+        {"new ones, by two ways to one folder", "N.txt", "otra/N.txt"},
     };
     for (const auto& caso : casos) {
         SCOPED_TRACE(caso.motivo);
@@ -332,6 +334,7 @@ TEST_F(Traduccion, RefusesTwoOutputsThatAreOneFile)
         carpeta.Pon("T.txt", "antes");
         std::error_code hay;
         std::filesystem::create_symlink("T.txt", carpeta.Ruta() / "enlace", hay);
+        std::filesystem::create_symlink(".", carpeta.Ruta() / "otra", hay);
         aplicacion.guion.cajas.clear();
         CCampivaAVexaDlg dialogo;
         dialogo.EjecutaLote(carpeta.En("entrada.txt"), carpeta.En("M"), carpeta.En(caso.titulares),
@@ -340,7 +343,7 @@ TEST_F(Traduccion, RefusesTwoOutputsThatAreOneFile)
         ASSERT_EQ(aplicacion.guion.cajas.size(), 1U);
         EXPECT_EQ(aplicacion.guion.cajas[0].flags, 16U);
         EXPECT_EQ(carpeta.Lee("T.txt") + carpeta.Lee("entrada.ERR"), "antesantes");
-        EXPECT_EQ(carpeta.Cuantos(), 4);
+        EXPECT_EQ(carpeta.Cuantos(), 5);
     }
 }
 #endif
