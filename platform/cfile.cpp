@@ -25,36 +25,13 @@ constexpr const char* kNoSeLee = "Imposible leer el archivo %s";
 /// Stands in a log where lines of it couldn't be written.
 constexpr std::string_view kMarcaHueco = "\r\n*** Faltan mensajes: no se pudieron escribir ***\r\n";
 
-/// Tells whether a file that can't be opened for this reason isn't there, or isn't for this user:
-/// the usual reasons. All others are faults of the disk or the system.
-bool EsCorriente(const sistema::Error& error)
-{
-    using std::errc;
-    constexpr errc kCorrientes[] = {
-        errc::no_such_file_or_directory,
-        errc::not_a_directory,
-        errc::is_a_directory,
-        errc::permission_denied,
-        errc::operation_not_permitted,
-        errc::read_only_file_system,
-        errc::filename_too_long,
-        errc::too_many_symbolic_link_levels,
-        errc::file_exists,
-        errc::no_such_device_or_address,
-        errc::no_such_device,
-        errc::invalid_argument,
-    };
-    return std::any_of(std::begin(kCorrientes), std::end(kCorrientes),
-                       [&](errc corriente) { return error == corriente; });
-}
-
 /// What stands at a path that the program knows by a name. A fault is no answer: two files that
 /// can't be told apart could be one.
 sistema::CEstado Mirado(const CString& nombre, const std::filesystem::path& ruta)
 {
     sistema::Error error;
     const sistema::CEstado estado = sistema::Mira(ruta, error);
-    if (error && !EsCorriente(error))
+    if (error && !CFileException::EsCorriente(error))
         throw CFileException(nombre, error);
     return estado;
 }
@@ -63,7 +40,7 @@ std::filesystem::path Destino(const CString& nombre)
 {
     sistema::Error error;
     const std::filesystem::path ruta = CReemplazo::DestinoReal(sistema::Ruta(nombre), error);
-    if (error && !EsCorriente(error))
+    if (error && !CFileException::EsCorriente(error))
         throw CFileException(nombre, error);
     return ruta;
 }
@@ -151,6 +128,27 @@ CString CFileException::Detalle() const
     return m_causa && !SeVe() ? "\n" + Causa() : CString();
 }
 
+bool CFileException::EsCorriente(const sistema::Error& error)
+{
+    using std::errc;
+    constexpr errc kCorrientes[] = {
+        errc::no_such_file_or_directory,
+        errc::not_a_directory,
+        errc::is_a_directory,
+        errc::permission_denied,
+        errc::operation_not_permitted,
+        errc::read_only_file_system,
+        errc::filename_too_long,
+        errc::too_many_symbolic_link_levels,
+        errc::file_exists,
+        errc::no_such_device_or_address,
+        errc::no_such_device,
+        errc::invalid_argument,
+    };
+    return std::any_of(std::begin(kCorrientes), std::end(kCorrientes),
+                       [&](errc corriente) { return error == corriente; });
+}
+
 bool CFileException::SeVe() const
 {
     return m_causa == std::errc::no_such_file_or_directory ||
@@ -175,7 +173,7 @@ bool CFile::Open(const CString& nombre, UINT modo, CFileException* fallo,
     else
         abierto = AbreSalida(nombre, conjunto, error);
     const CFileException como(nombre, error, (modo & modeWrite) == 0);
-    if (!abierto && !EsCorriente(error))
+    if (!abierto && !CFileException::EsCorriente(error))
         throw CFileException(como);
     if (!abierto && fallo != nullptr)
         *fallo = como;

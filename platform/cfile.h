@@ -29,6 +29,9 @@ public:
     CString Mensaje() const;
     /// The reason as a further line of a box, empty where it needs none.
     CString Detalle() const;
+    /// Tells whether a file that can't be opened for this reason isn't there, or isn't for this
+    /// user: the usual reasons. All others are faults of the disk or the system.
+    static bool EsCorriente(const sistema::Error& error);
     /// Tells that there is no such file or folder, or a folder where the file was to be written:
     /// what anybody can see needs no reason.
     bool SeVe() const;

@@ -38,6 +38,7 @@ CWinApp*& Aplicacion()
 CWinApp::CWinApp()
 {
     Aplicacion() = this;
+    std::set_terminate(AlTerminar);
 }
 
 CWinApp::~CWinApp()
@@ -58,7 +59,6 @@ void CWinApp::Arranca(CFrontal& frontal, const CRecursos& recursos, const CStrin
     m_lpCmdLine = mandato;
     m_pszHelpFilePath = ficheroAyuda;
     m_reserva.reset(new (std::nothrow) char[kReserva]);
-    std::set_terminate(AlTerminar);
     m_interrumpida = true;
     try {
         InitInstance();

@@ -402,8 +402,7 @@ void CConjuntoSalidas::Sana(const std::vector<CString>& nombres)
             continue;
         Error error;
         const Ruta destino = CReemplazo::DestinoReal(sistema::Ruta(nombre), error);
-        if (error && error != std::errc::permission_denied &&
-            error != std::errc::too_many_symbolic_link_levels)
+        if (error && !CFileException::EsCorriente(error))
             throw CFileException(nombre, error, true);
         if (!error)
             carpetas.insert(CarpetaDe(destino));

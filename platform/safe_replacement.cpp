@@ -118,6 +118,8 @@ int CReemplazo::TomaCerrado(const Ruta& ruta, Error& error)
         else if (mio && !error && estado.EsElMismo(sistema::MiraEnlace(ruta, error)))
             return fichero;
         Error alCerrar;
+        if (mio && error && !deOtroUsuario) // nobody else's, and of no use
+            sistema::Borra(ruta, alCerrar);
         sistema::Cierra(fichero, alCerrar);
     }
     if (!error)
