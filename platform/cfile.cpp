@@ -39,7 +39,7 @@ sistema::CEstado Mirado(const CString& nombre, const std::filesystem::path& ruta
 std::filesystem::path Destino(const CString& nombre)
 {
     sistema::Error error;
-    const std::filesystem::path ruta = CReemplazo::DestinoReal(sistema::Ruta(nombre), error);
+    std::filesystem::path ruta = CReemplazo::DestinoReal(sistema::Ruta(nombre), error);
     if (error && !CFileException::EsCorriente(error))
         throw CFileException(nombre, error);
     return ruta;
