@@ -31,9 +31,6 @@ public:
     /// at the same time. Raises CFileException, with the store as it was, where it can't.
     void Escribe(std::span<const CAjuste> ajustes);
 
-    /// Where the store is, for a person.
-    const std::string& Lugar() const { return m_lugar; }
-
 private:
     std::string m_lugar; ///< file, or key of the registry
 };
