@@ -1,87 +1,104 @@
 #include "platform/cstring.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstring>
+#include <limits>
+#include <stdexcept>
 
 #include "platform/cwinapp.h"
 
 namespace {
 
-// A block holds its capacity in front of its characters.
-using Capacidad = std::size_t;
-constexpr std::size_t kCabecera = sizeof(Capacidad);
+/// What stands in front of a block's characters.
+struct CCabecera {
+    std::uint32_t capacidad; ///< characters that fit, beside the zero that closes them
+    std::uint32_t largo;
+};
 
-char* NuevoBloque(Capacidad capacidad)
+char* NuevoBloque(std::size_t capacidad)
 {
-    char* memoria = new char[kCabecera + capacidad + 1];
-    std::memcpy(memoria, &capacidad, kCabecera);
-    return memoria + kCabecera;
+    if (capacidad > std::numeric_limits<std::uint32_t>::max())
+        throw std::length_error("text");
+    char* memoria = new char[sizeof(CCabecera) + capacidad + 1];
+    const CCabecera cabecera = {static_cast<std::uint32_t>(capacidad), 0};
+    std::memcpy(memoria, &cabecera, sizeof cabecera);
+    return memoria + sizeof cabecera;
 }
 
-Capacidad CapacidadDe(const char* bloque)
+CCabecera CabeceraDe(const char* bloque)
 {
-    Capacidad capacidad = 0;
-    std::memcpy(&capacidad, bloque - kCabecera, kCabecera);
-    return capacidad;
+    CCabecera cabecera{};
+    std::memcpy(&cabecera, bloque - sizeof cabecera, sizeof cabecera);
+    return cabecera;
+}
+
+void PonLargo(char* bloque, std::size_t largo)
+{
+    const CCabecera cabecera = {CabeceraDe(bloque).capacidad, static_cast<std::uint32_t>(largo)};
+    std::memcpy(bloque - sizeof cabecera, &cabecera, sizeof cabecera);
+    bloque[largo] = '\0';
+}
+
+/// A word with its lowest byte first in memory, and back.
+constexpr std::uint64_t BajoPrimero(std::uint64_t palabra)
+{
+    if constexpr (std::endian::native == std::endian::little)
+        return palabra;
+    std::uint64_t vuelta = 0;
+    for (int i = 0; i < 8; ++i, palabra >>= 8U)
+        vuelta = (vuelta << 8U) | (palabra & 0xFFU);
+    return vuelta;
 }
 
 } // namespace
 
 char* CString::Bloque() const
 {
-    char* bloque = nullptr;
-    std::memcpy(&bloque, m_bytes, sizeof bloque);
-    return bloque;
+    std::uint64_t palabra = 0;
+    std::memcpy(&palabra, m_bytes, sizeof palabra);
+    constexpr std::uint64_t kDireccion = ~std::uint64_t{0} >> 8U;
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): the address that PonBloque put there
+    return reinterpret_cast<char*>(static_cast<std::uintptr_t>(BajoPrimero(palabra) & kDireccion));
 }
 
 std::size_t CString::LargoBloque() const
 {
-    std::uint32_t largo = 0;
-    std::memcpy(&largo, m_bytes + sizeof(char*), sizeof largo);
-    return largo;
+    return CabeceraDe(Bloque()).largo;
 }
 
-void CString::PonBloque(char* bloque, std::size_t largo)
+void CString::PonBloque(char* bloque)
 {
-    const auto largo32 = static_cast<std::uint32_t>(largo);
-    std::memcpy(m_bytes, &bloque, sizeof bloque);
-    std::memcpy(m_bytes + sizeof bloque, &largo32, sizeof largo32);
-    m_bytes[kMasCorto] = kMarcaLargo;
+    const std::uint64_t palabra = BajoPrimero(reinterpret_cast<std::uintptr_t>(bloque));
+    std::memcpy(m_bytes, &palabra, sizeof palabra);
+    m_bytes[kMasCorto] = static_cast<char>(kMarcaLargo);
 }
 
-void CString::Asigna(std::string_view texto)
+void CString::AsignaLargo(std::string_view texto)
 {
     // The text may be a part of this one: it is copied before anything of ours goes.
     if (texto.size() <= kMasCorto) {
-        char copia[kMasCorto + 1];
-        std::copy(texto.begin(), texto.end(), copia);
-        Libera();
-        std::copy_n(copia, texto.size(), m_bytes);
-        PonLargoCorto(texto.size());
+        CString corto;
+        corto.Asigna(texto);
+        LiberaBloque();
+        Toma(corto);
         return;
     }
-    char* bloque = nullptr;
-    if (EsLargo() && CapacidadDe(Bloque()) >= texto.size()) {
-        bloque = Bloque();
+    char* bloque = EsLargo() ? Bloque() : nullptr;
+    if (bloque != nullptr && CabeceraDe(bloque).capacidad >= texto.size()) {
         std::memmove(bloque, texto.data(), texto.size());
     } else {
         bloque = NuevoBloque(texto.size());
         std::memcpy(bloque, texto.data(), texto.size());
         Libera();
+        PonBloque(bloque);
     }
-    bloque[texto.size()] = '\0';
-    PonBloque(bloque, texto.size());
-}
-
-void CString::Toma(CString& otro) noexcept
-{
-    std::memcpy(m_bytes, otro.m_bytes, sizeof m_bytes);
-    otro.PonLargoCorto(0);
+    PonLargo(bloque, texto.size());
 }
 
 void CString::LiberaBloque() noexcept
 {
-    delete[](Bloque() - kCabecera);
+    delete[](Bloque() - sizeof(CCabecera));
 }
 
 CString CString::Mid(int desde, int cuantos) const

@@ -2,6 +2,7 @@
 
 #include <compare>
 #include <cstdint>
+#include <cstring>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -12,7 +13,7 @@
 /// The framework's text: bytes in code page 1252, compared as bytes.
 ///
 /// A record of the cadastre holds up to eight of these and a run holds millions of records, nearly
-/// all with texts of a few characters. So an object has 16 bytes and keeps up to 15 characters in
+/// all with texts of a few characters. So an object has 8 bytes and keeps up to 7 characters in
 /// itself; a longer text has a block of its own.
 class CString {
 public:
@@ -100,18 +101,16 @@ public:
     }
 
 private:
-    static constexpr std::size_t kMasCorto = 15; // characters that fit into the object
-    static constexpr char kMarcaLargo = 0x7F;
+    static constexpr std::size_t kMasCorto = 7; // characters that fit into the object
+    static constexpr unsigned char kMarcaLargo = 0x80;
 
     static CString Suma(std::string_view a, std::string_view b);
 
-    // The last byte tells the form: up to 15, the room that is left in the object (0 closes a text
-    // of 15 characters); else the first bytes hold the block's address and the length behind it.
-    bool EsLargo() const { return m_bytes[kMasCorto] == kMarcaLargo; }
-    std::size_t Largo() const
-    {
-        return EsLargo() ? LargoBloque() : kMasCorto - static_cast<std::size_t>(m_bytes[kMasCorto]);
-    }
+    // The last byte tells the form: up to 7, the room that is left in the object (0 closes a text
+    // of 7 characters); with the mark, the highest byte of a block's address, which no system uses.
+    unsigned char Marca() const { return static_cast<unsigned char>(m_bytes[kMasCorto]); }
+    bool EsLargo() const { return (Marca() & kMarcaLargo) != 0; }
+    std::size_t Largo() const { return EsLargo() ? LargoBloque() : kMasCorto - Marca(); }
     void PonLargoCorto(std::size_t largo)
     {
         m_bytes[largo] = '\0';
@@ -119,9 +118,23 @@ private:
     }
     char* Bloque() const;
     std::size_t LargoBloque() const;
-    void PonBloque(char* bloque, std::size_t largo);
-    void Asigna(std::string_view texto);
-    void Toma(CString& otro) noexcept;
+    void PonBloque(char* bloque);
+    void Asigna(std::string_view texto)
+    {
+        if (EsLargo() || texto.size() > kMasCorto) {
+            AsignaLargo(texto);
+            return;
+        }
+        // The text may be a part of this one.
+        std::char_traits<char>::move(m_bytes, texto.data(), texto.size());
+        PonLargoCorto(texto.size());
+    }
+    void AsignaLargo(std::string_view texto);
+    void Toma(CString& otro) noexcept
+    {
+        std::memcpy(m_bytes, otro.m_bytes, sizeof m_bytes);
+        otro.PonLargoCorto(0);
+    }
     void Libera() noexcept
     {
         if (EsLargo())
@@ -129,8 +142,9 @@ private:
     }
     void LiberaBloque() noexcept;
 
-    alignas(char*) char m_bytes[16];
+    alignas(int) char m_bytes[kMasCorto + 1];
 };
+static_assert(sizeof(CString) == 8);
 
 template <>
 struct std::hash<CString> {
