@@ -1,5 +1,6 @@
 #include "cadastre/exchange_format.h"
 
+#include "cadastre/column_reader.h"
 #include "cadastre/wrapping.h"
 
 void CDatosLinea::PonSuperficie(int superficie)
@@ -29,7 +30,8 @@ void PonEnLinea(std::string& linea, const CLectura& donde, std::string_view valo
 
 void PonEnLinea(std::string& linea, const CLectura& donde, int valor)
 {
-    std::string cifras;
-    AnexaEntero(cifras, {.ceros = true, .ancho = donde.ancho, .tipo = 'd'}, valor);
-    PonEnLinea(linea, donde, std::string_view(cifras));
+    std::string cifras(kEnteroMasLargo + static_cast<std::size_t>(donde.ancho), '0');
+    const char* const fin =
+        PonEntero(cifras.data(), {.ceros = true, .ancho = donde.ancho, .tipo = 'd'}, valor);
+    PonEnLinea(linea, donde, std::string_view(cifras.data(), fin));
 }

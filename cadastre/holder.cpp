@@ -2,7 +2,8 @@
 
 #include <algorithm>
 
-#include "cadastre/exchange_format.h"
+#include "cadastre/column_reader.h"
+#include "cadastre/column_writer.h"
 
 namespace {
 
@@ -14,7 +15,7 @@ constexpr auto kColumnasTitular = std::to_array<CColumna<CTitular>>({
     {&CDatosLinea::EMenor,  kNoSeLee,       kNoSeLee,       {6, "%03d"},      kSinTabla},
     {"TL",                  kNoSeLee,       kNoSeLee,       {9, "%s"},        kSinTabla},
     {&CTitular::NumOrden,   {11, 7, 12},    {8, 7, 9},      {11, "%07d"},     {2, "% 8d"}},
-    {&CTitular::Nombre,     {23, 60, 24},   {49, 62, 50},   {19, "%-60.60s"}, {3, "%-60s"}},
+    {&CTitular::Nombre,     {23, 60, 24},   {49, 62, 50},   {19, "%-60.60s"}, {3, "%-60s"}, kSinCola},
     {&CTitular::CJurid,     {83, 1, 84},    {111, 1, 112},  {79, "%c"},       {4, "%c"}},
     {&CTitular::DNI,        {84, 8, 85},    {40, 8, 41},    {80, "%-8.8s"},   {5, "%-8s"}},
     {&CTitular::letra,      {92, 1, 93},    {48, 1, 49},    {88, "%c"},       {6, "%c"}},
@@ -23,7 +24,7 @@ constexpr auto kColumnasTitular = std::to_array<CColumna<CTitular>>({
     {&CTitular::Del,        {94, 2, 95},    {112, 2, 113},  {130, "%02d"},    {8, "%03d"}},
     {&CTitular::MunDom,     {96, 3, 97},    {129, 3, 130},  {132, "%03d"},    {9, "%03d"}},
     {&CTitular::sig,        {99, 5, 100},   {167, 5, 168},  {95, "%-2.2s"},   {10, "%-2.2s"}},
-    {&CTitular::nombreVia,  {104, 25, 105}, {172, 25, 173}, {97, "%-15.15s"}, {11, "%-25s"}},
+    {&CTitular::nombreVia,  {104, 25, 105}, {172, 25, 173}, {97, "%-15.15s"}, {11, "%-25s"}, kSinCola},
     {&CTitular::numPol,     {129, 4, 130},  {197, 4, 198},  {117, "%04d"},    {12, "% 5d"}},
     {&CTitular::bloq,       {144, 4, 145},  kNoSeLee,       {122, "%-2.2s"},  {13, "%-2s"}},
     {&CTitular::esc,        {173, 2, 174},  {202, 2, 203},  {124, "%-2.2s"},  {14, "%-2s"}},
@@ -33,8 +34,8 @@ constexpr auto kColumnasTitular = std::to_array<CColumna<CTitular>>({
 });
 // clang-format on
 
-constexpr CRegistroFijo kRegistroTitular(kColumnasTitular, kAnchoRegistro);
-constexpr CFilaTabla kFilaTitular(kColumnasTitular);
+constexpr auto kRegistroTitular = RegistroFijo(kColumnasTitular, kAnchoRegistro);
+constexpr auto kFilaTitular = FilaTabla(kColumnasTitular);
 
 // Required fields of a row of Titulares.txt, and how many it has.
 constexpr std::size_t kCampoNumOrden = 2;
@@ -51,21 +52,22 @@ constexpr struct {
     {"URB", "UR"}, {"UR", "UR"},   {"CRTA", "CR"}, {"CR", "CR"},
 };
 
-constexpr CLectura CColumna<CTitular>::*Cual(int modo)
+/// Reads a line of fixed columns. An asterisk in the first column of the DNI pushes its eight
+/// characters one column on, over the place of the letter.
+template <auto Cual>
+void LeeLinea(std::string_view linea, CTitular& titular)
 {
-    return modo == kModoLista ? &CColumna<CTitular>::lista : &CColumna<CTitular>::catastro;
-}
-
-/// An asterisk in the first column of the DNI pushes its eight characters one column on, over the
-/// place of the letter.
-void LeeDNITrasAsterisco(const CLineaFija& linea, CLectura CColumna<CTitular>::*cual,
-                         CTitular& titular)
-{
-    const auto* const columna = std::find_if(
-        kColumnasTitular.begin(), kColumnasTitular.end(),
-        [](const CColumna<CTitular>& c) { return c.campo == CCampo<CTitular>(&CTitular::DNI); });
-    const CLectura& donde = (*columna).*cual;
-    titular.DNI = linea.Texto(donde.columna + 1, donde.ancho);
+    const CLineaFija fija(linea);
+    CDatosLinea datos;
+    LeeColumnas<kColumnasTitular, Cual>(fija, titular, datos);
+    if (!std::string_view(titular.DNI).starts_with('*'))
+        return;
+    constexpr CLectura kDonde = std::find_if(kColumnasTitular.begin(), kColumnasTitular.end(),
+                                             [](const CColumna<CTitular>& c) {
+                                                 return c.campo == CCampo<CTitular>(&CTitular::DNI);
+                                             })
+                                    ->*Cual;
+    titular.DNI = fija.Texto(kDonde.columna + 1, kDonde.ancho);
     titular.letra = ' ';
 }
 
@@ -84,38 +86,36 @@ CTitular::CTitular(const CString& direccion)
 
 bool CTitular::Lee(std::string_view linea, int modo)
 {
+    if (modo == kModoCatastro)
+        LeeLinea<&CColumna<CTitular>::catastro>(linea, *this);
+    if (modo == kModoLista)
+        LeeLinea<&CColumna<CTitular>::lista>(linea, *this);
+    if (modo != kModoTabla)
+        return true;
+    std::array<std::string_view, kCamposTitular> campos;
+    Leetira(linea, campos);
+    if (campos[kCampoNumOrden].empty() || campos[kCampoNombre].empty() || campos[kCampoDNI].empty())
+        return false;
     CDatosLinea datos;
-    if (modo == kModoTabla) {
-        std::array<std::string_view, kCamposTitular> campos;
-        Leetira(linea, campos);
-        if (campos[kCampoNumOrden].empty() || campos[kCampoNombre].empty() ||
-            campos[kCampoDNI].empty())
-            return false;
-        LeeFila(kColumnasTitular, campos, *this, datos);
-    } else {
-        const auto cual = Cual(modo);
-        const CLineaFija fija(linea);
-        LeeColumnas(kColumnasTitular, cual, fija, *this, datos);
-        if (std::string_view(DNI).starts_with('*'))
-            LeeDNITrasAsterisco(fija, cual, *this);
-    }
-    Nombre.TrimRight();
-    nombreVia.TrimRight();
+    LeeFila<kColumnasTitular>(campos, *this, datos);
     return true;
 }
 
 void CTitular::Compon(std::string& linea, int modo) const
 {
-    ComponColumnas(kColumnasTitular, Cual(modo), linea, *this, {});
+    if (modo == kModoLista)
+        ComponColumnas<kColumnasTitular, &CColumna<CTitular>::lista>(linea, *this, {});
+    else
+        ComponColumnas<kColumnasTitular, &CColumna<CTitular>::catastro>(linea, *this, {});
 }
 
 void CTitular::Graba(CStdioFile& fichero, short ger, short mun, short emenor, bool fijo) const
 {
     const CDatosLinea datos(ger, mun, emenor);
     if (fijo)
-        GrabaLinea(fichero, kRegistroTitular, *this, datos);
+        GrabaLinea<kRegistroTitular>(fichero, *this, datos);
     else
-        GrabaLinea(fichero, kFilaTitular, *this, datos);
+        GrabaLinea<kFilaTitular>(fichero, *this, datos);
 }
 
 int CTitular::InsertaPropiedad(int parcela, int partici, const CString& Tit)

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <tuple>
 
-#include "cadastre/exchange_format.h"
+#include "cadastre/column_writer.h"
 #include "cadastre/parcel.h"
 #include "cadastre/sorting.h"
 #include "cadastre/wrapping.h"
@@ -39,9 +39,9 @@ constexpr auto kColumnasVinculo = std::to_array<CColumna<CCotitular>>({
 });
 // clang-format on
 
-constexpr CRegistroFijo kCabeceraCT(kColumnasCabecera, kAnchoCabecera);
-constexpr CRegistroFijo kGrupoCT(kColumnasVinculo, kAnchoGrupo);
-constexpr CFilaTabla kFilaCotitular(Une(kColumnasCabecera, kColumnasVinculo));
+constexpr auto kCabeceraCT = RegistroFijo(kColumnasCabecera, kAnchoCabecera);
+constexpr auto kGrupoCT = RegistroFijo(kColumnasVinculo, kAnchoGrupo);
+constexpr auto kFilaCotitular = FilaTabla(Une(kColumnasCabecera, kColumnasVinculo));
 
 int NumOrdenDe(const CCotitular& vinculo, const std::vector<CTitular>& titulares)
 {
@@ -129,7 +129,7 @@ void CParcela::GrabaCotitulares(CStdioFile& fichero, short ger, short mun, short
         if (vinculo.orden == kOrdenPrincipal)
             continue;
         datos.numImputa = NumOrdenDe(vinculo, titulares);
-        GrabaLinea(fichero, kFilaCotitular, vinculo, datos);
+        GrabaLinea<kFilaCotitular>(fichero, vinculo, datos);
     }
 }
 
@@ -148,10 +148,10 @@ void CParcela::GrabaRegistrosCT(CStdioFile& fichero, short ger, short mun, short
         if (escritos++ % kGruposPorRegistro == 0) {
             if (datos.numRegistro++ > 0)
                 texto += kFinRegistro;
-            kCabeceraCT.Anexa(texto, vinculo, datos);
+            AnexaLinea<kCabeceraCT>(texto, vinculo, datos);
         }
         datos.numImputa = NumOrdenDe(vinculo, titulares);
-        kGrupoCT.Anexa(texto, vinculo, datos);
+        AnexaLinea<kGrupoCT>(texto, vinculo, datos);
     }
     // Counted from the links and not from the groups: without a main link, or with two of them, the
     // last record doesn't come out at nine.

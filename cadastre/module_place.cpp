@@ -1,6 +1,7 @@
 #include "cadastre/module_place.h"
 
-#include "cadastre/exchange_format.h"
+#include "cadastre/column_reader.h"
+#include "cadastre/column_writer.h"
 #include "cadastre/wrapping.h"
 
 namespace {
@@ -17,7 +18,7 @@ constexpr auto kColumnasModulo = std::to_array<CColumna<CModulo>>({
     {&CModulo::Cal,             {11, 2, 13},   kNoSeLee, {11, "%-2s"},  {2, "%-2s"}},
     {&CModulo::Inten,           {13, 2, 15},   kNoSeLee, {13, "%02d"},  {3, "% 3d"}},
     {"-",                       kNoSeLee,      kNoSeLee, {15, "%s"},    kSinTabla},
-    {&CModulo::Denominacion,    {16, 40, 18},  kNoSeLee, kNoSeEscribe,  {4, "%-40s"}},
+    {&CModulo::Denominacion,    {16, 40, 18},  kNoSeLee, kNoSeEscribe,  {4, "%-40s"}, kSinCola},
     {&CModulo::TipoEvalua,      {56, 6, 58},   kNoSeLee, {16, "%06d"},  {5, "% 7d"}},
     {"00",                      kNoSeLee,      kNoSeLee, {22, "%s"},    kSinTabla},
     {&CModulo::Jornadas,        {62, 8, 64},   kNoSeLee, {60, "%08d"},  kSinTabla},
@@ -39,14 +40,14 @@ constexpr auto kColumnasParaje = std::to_array<CColumna<CParaje>>({
     {&CDatosLinea::EMenor,      kNoSeLee,      kNoSeLee, {6, "%03d"},   {2, "% 4d"}},
     {"PJ",                      kNoSeLee,      kNoSeLee, {9, "%s"},     kSinTabla},
     {&CParaje::NumOrden,        {11, 5, 12},   kNoSeLee, {11, "%05d"},  {3, "% 6d"}},
-    {&CParaje::Nombre,          {16, 30, 17},  kNoSeLee, {16, "%-30s"}, {4, "%-30s"}},
+    {&CParaje::Nombre,          {16, 30, 17},  kNoSeLee, {16, "%-30s"}, {4, "%-30s"}, kSinCola},
 });
 // clang-format on
 
-constexpr CRegistroFijo kRegistroModulo(kColumnasModulo, kAnchoModulo);
-constexpr CFilaTabla kFilaModulo(kColumnasModulo);
-constexpr CRegistroFijo kRegistroParaje(kColumnasParaje, kAnchoRegistro);
-constexpr CFilaTabla kFilaParaje(kColumnasParaje);
+constexpr auto kRegistroModulo = RegistroFijo(kColumnasModulo, kAnchoModulo);
+constexpr auto kFilaModulo = FilaTabla(kColumnasModulo);
+constexpr auto kRegistroParaje = RegistroFijo(kColumnasParaje, kAnchoRegistro);
+constexpr auto kFilaParaje = FilaTabla(kColumnasParaje);
 
 // Fields of a row of Modulos.txt that are asked for beside the columns, and how many it has.
 constexpr std::size_t kCampoCal = 2;
@@ -64,19 +65,18 @@ bool CModulo::Lee(std::string_view linea, int modo)
         Leetira(linea, campos);
         if (campos[kCampoCal].empty() || campos[kCampoDenominacion].empty())
             return false;
-        LeeFila(kColumnasModulo, campos, *this, datos);
+        LeeFila<kColumnasModulo>(campos, *this, datos);
         if (!campos[kCampoJornadas].empty())
             Jornadas = Corta(datos.jornadas * 100); // cut, not rounded: 0.29 days are 28 hundredths
     } else {
-        LeeColumnas(kColumnasModulo, &CColumna<CModulo>::catastro, CLineaFija(linea), *this, datos);
+        LeeColumnas<kColumnasModulo, &CColumna<CModulo>::catastro>(CLineaFija(linea), *this, datos);
     }
-    Denominacion.TrimRight();
     return true;
 }
 
 void CModulo::Compon(std::string& linea, int /*modo*/) const
 {
-    ComponColumnas(kColumnasModulo, &CColumna<CModulo>::catastro, linea, *this, {});
+    ComponColumnas<kColumnasModulo, &CColumna<CModulo>::catastro>(linea, *this, {});
 }
 
 void CModulo::Graba(CStdioFile& fichero, short ger, short mun, short emenor, bool fijo) const
@@ -84,28 +84,27 @@ void CModulo::Graba(CStdioFile& fichero, short ger, short mun, short emenor, boo
     CDatosLinea datos(ger, mun, emenor);
     datos.jornadas = Jornadas * 0.01;
     if (fijo)
-        GrabaLinea(fichero, kRegistroModulo, *this, datos);
+        GrabaLinea<kRegistroModulo>(fichero, *this, datos);
     else
-        GrabaLinea(fichero, kFilaModulo, *this, datos);
+        GrabaLinea<kFilaModulo>(fichero, *this, datos);
 }
 
 void CParaje::Lee(std::string_view linea)
 {
     CDatosLinea datos;
-    LeeColumnas(kColumnasParaje, &CColumna<CParaje>::catastro, CLineaFija(linea), *this, datos);
-    Nombre.TrimRight();
+    LeeColumnas<kColumnasParaje, &CColumna<CParaje>::catastro>(CLineaFija(linea), *this, datos);
 }
 
 void CParaje::Compon(std::string& linea) const
 {
-    ComponColumnas(kColumnasParaje, &CColumna<CParaje>::catastro, linea, *this, {});
+    ComponColumnas<kColumnasParaje, &CColumna<CParaje>::catastro>(linea, *this, {});
 }
 
 void CParaje::Graba(CStdioFile& fichero, short ger, short mun, short emenor, bool fijo) const
 {
     const CDatosLinea datos(ger, mun, emenor);
     if (fijo)
-        GrabaLinea(fichero, kRegistroParaje, *this, datos);
+        GrabaLinea<kRegistroParaje>(fichero, *this, datos);
     else
-        GrabaLinea(fichero, kFilaParaje, *this, datos);
+        GrabaLinea<kFilaParaje>(fichero, *this, datos);
 }

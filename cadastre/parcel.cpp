@@ -4,7 +4,8 @@
 #include <unordered_map>
 #include <unordered_set>
 
-#include "cadastre/exchange_format.h"
+#include "cadastre/column_reader.h"
+#include "cadastre/column_writer.h"
 #include "cadastre/sorting.h"
 #include "cadastre/wrapping.h"
 
@@ -42,19 +43,14 @@ constexpr auto kColumnasParcela = std::to_array<CColumna<CParcela>>({
 });
 // clang-format on
 
-constexpr CRegistroFijo kRegistroParcela(kColumnasParcela, kAnchoRegistro);
-constexpr CFilaTabla kFilaParcela(kColumnasParcela);
+constexpr auto kRegistroParcela = RegistroFijo(kColumnasParcela, kAnchoRegistro);
+constexpr auto kFilaParcela = FilaTabla(kColumnasParcela);
 
 // Required fields of a row of Parcelas.txt, and how many it has.
 constexpr std::size_t kCampoZona = 2;
 constexpr std::size_t kCampoPolig = 3;
 constexpr std::size_t kCampoParcela = 4;
 constexpr std::size_t kCamposParcela = 16;
-
-constexpr CLectura CColumna<CParcela>::*Cual(int modo)
-{
-    return modo == kModoLista ? &CColumna<CParcela>::lista : &CColumna<CParcela>::catastro;
-}
 
 /// Link groups of the PR record. It counts by tens, while a CT record carries nine links.
 int GruposVinculos(int vinculos)
@@ -74,11 +70,13 @@ bool CParcela::Lee(std::string_view linea, int modo)
         if (campos[kCampoZona].empty() || campos[kCampoPolig].empty() ||
             campos[kCampoParcela].empty())
             return false;
-        LeeFila(kColumnasParcela, campos, *this, datos);
+        LeeFila<kColumnasParcela>(campos, *this, datos);
+    } else if (modo == kModoLista) {
+        LeeColumnas<kColumnasParcela, &CColumna<CParcela>::lista>(CLineaFija(linea), *this, datos);
     } else {
-        LeeColumnas(kColumnasParcela, Cual(modo), CLineaFija(linea), *this, datos);
-        if (modo == kModoCatastro)
-            Superficie = datos.DameSuperficie();
+        LeeColumnas<kColumnasParcela, &CColumna<CParcela>::catastro>(CLineaFija(linea), *this,
+                                                                     datos);
+        Superficie = datos.DameSuperficie();
     }
     return true;
 }
@@ -87,7 +85,10 @@ void CParcela::Compon(std::string& linea, int modo) const
 {
     CDatosLinea datos;
     datos.PonSuperficie(Superficie);
-    ComponColumnas(kColumnasParcela, Cual(modo), linea, *this, datos);
+    if (modo == kModoLista)
+        ComponColumnas<kColumnasParcela, &CColumna<CParcela>::lista>(linea, *this, datos);
+    else
+        ComponColumnas<kColumnasParcela, &CColumna<CParcela>::catastro>(linea, *this, datos);
 }
 
 void CParcela::Graba(CStdioFile& fichero, short ger, short mun, short emenor,
@@ -106,9 +107,9 @@ void CParcela::Graba(CStdioFile& fichero, short ger, short mun, short emenor,
     datos.numParaje = paraje >= 0 ? parajes[static_cast<std::size_t>(paraje)].NumOrden : 0;
     datos.PonSuperficie(Superficie);
     if (fijo)
-        GrabaLinea(fichero, kRegistroParcela, *this, datos);
+        GrabaLinea<kRegistroParcela>(fichero, *this, datos);
     else
-        GrabaLinea(fichero, kFilaParcela, *this, datos);
+        GrabaLinea<kFilaParcela>(fichero, *this, datos);
 }
 
 int CParcela::BuscaSubparcela(const CString& letra, int desde) const

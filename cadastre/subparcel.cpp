@@ -1,6 +1,7 @@
 #include "cadastre/subparcel.h"
 
-#include "cadastre/exchange_format.h"
+#include "cadastre/column_reader.h"
+#include "cadastre/column_writer.h"
 
 namespace {
 
@@ -60,8 +61,8 @@ constexpr auto kColumnasConstruccion = std::to_array<CColumna<CSubparcela>>({
 
 constexpr auto kColumnasSubparcela =
     Une(Une(kColumnasComunes, kColumnasSuelo), kColumnasConstruccion);
-constexpr CRegistroFijo kRegistroSubparcela(kColumnasSubparcela, kAnchoRegistro);
-constexpr CFilaTabla kFilaSubparcela(kColumnasSubparcela);
+constexpr auto kRegistroSubparcela = RegistroFijo(kColumnasSubparcela, kAnchoRegistro);
+constexpr auto kFilaSubparcela = FilaTabla(kColumnasSubparcela);
 
 constexpr std::string_view kTipoSuelo = "SP";
 constexpr std::string_view kTipoConstruccion = "SC";
@@ -74,13 +75,13 @@ void LeeCatastro(const CLineaFija& linea, CSubparcela& subparcela)
 {
     constexpr auto kCual = &CColumna<CSubparcela>::catastro;
     CDatosLinea datos;
-    LeeColumnas(kColumnasComunes, kCual, linea, subparcela, datos);
+    LeeColumnas<kColumnasComunes, kCual>(linea, subparcela, datos);
     if (linea.Texto(kLeeTipo) == kTipoSuelo) {
-        LeeColumnas(kColumnasSuelo, kCual, linea, subparcela, datos);
+        LeeColumnas<kColumnasSuelo, kCual>(linea, subparcela, datos);
         subparcela.superfic = datos.DameSuperficie();
         return;
     }
-    LeeColumnas(kColumnasConstruccion, kCual, linea, subparcela, datos);
+    LeeColumnas<kColumnasConstruccion, kCual>(linea, subparcela, datos);
     // The line gives the character's number, and a zero byte would cut the row that it is written
     // to.
     if (const char cSing = static_cast<char>(datos.cSing & 0xFF); cSing != '\0')
@@ -97,11 +98,11 @@ bool CSubparcela::Lee(std::string_view linea, int modo)
         Leetira(linea, campos);
         if (campos[kCampoLetra].empty())
             return false;
-        LeeFila(kColumnasSubparcela, campos, *this, datos);
+        LeeFila<kColumnasSubparcela>(campos, *this, datos);
     } else if (modo == kModoLista) {
         superfic = 0;
-        LeeColumnas(kColumnasSubparcela, &CColumna<CSubparcela>::lista, CLineaFija(linea), *this,
-                    datos);
+        LeeColumnas<kColumnasSubparcela, &CColumna<CSubparcela>::lista>(CLineaFija(linea), *this,
+                                                                        datos);
     } else {
         LeeCatastro(CLineaFija(linea), *this);
     }
@@ -116,14 +117,14 @@ void CSubparcela::Compon(std::string& linea, int modo) const
     datos.PonSuperficie(superfic);
     datos.cSing = static_cast<unsigned char>(cSing);
     if (modo == kModoLista) {
-        ComponColumnas(kColumnasSubparcela, &CColumna<CSubparcela>::lista, linea, *this, datos);
+        ComponColumnas<kColumnasSubparcela, &CColumna<CSubparcela>::lista>(linea, *this, datos);
         return;
     }
-    ComponColumnas(kColumnasComunes, kCatastro, linea, *this, datos);
+    ComponColumnas<kColumnasComunes, kCatastro>(linea, *this, datos);
     if (linea.starts_with(kTipoConstruccion))
-        ComponColumnas(kColumnasConstruccion, kCatastro, linea, *this, datos);
+        ComponColumnas<kColumnasConstruccion, kCatastro>(linea, *this, datos);
     else
-        ComponColumnas(kColumnasSuelo, kCatastro, linea, *this, datos);
+        ComponColumnas<kColumnasSuelo, kCatastro>(linea, *this, datos);
 }
 
 void CSubparcela::Graba(CStdioFile& fichero, short ger, short mun, short emenor, short zona,
@@ -137,7 +138,7 @@ void CSubparcela::Graba(CStdioFile& fichero, short ger, short mun, short emenor,
     datos.Parcela = parcela;
     datos.PonSuperficie(superfic);
     if (fijo)
-        GrabaLinea(fichero, kRegistroSubparcela, *this, datos);
+        GrabaLinea<kRegistroSubparcela>(fichero, *this, datos);
     else
-        GrabaLinea(fichero, kFilaSubparcela, *this, datos);
+        GrabaLinea<kFilaSubparcela>(fichero, *this, datos);
 }

@@ -15,6 +15,7 @@ constexpr std::size_t kBufer = std::size_t{64} * 1024;
 constexpr std::size_t kLoteTrasSalto =
     std::size_t{4} * 1024; // an entity of a drawing seldom has more
 constexpr char kFinAntiguo = 0x1A;
+constexpr std::string_view kFinLinea = "\r\n";
 
 // Reasons of ours, by numbers of the system that no call on a file gives.
 const sistema::Error kAcortado = std::make_error_code(std::errc::no_message_available);
@@ -163,8 +164,10 @@ bool CFile::Open(const CString& nombre, UINT modo, CFileException* fallo,
     m_nombre = nombre;
     m_fallo = {};
     sistema::Error error;
-    if (m_bufer == nullptr)
+    if (m_bufer == nullptr) {
         m_bufer = std::make_unique<char[]>(kBufer);
+        m_cabe = kBufer;
+    }
     bool abierto = false;
     if ((modo & modeWrite) == 0)
         abierto = AbreLectura(nombre, modo, error);
@@ -388,13 +391,24 @@ void CFile::Write(const void* bytes, UINT n)
 void CFile::Escribe(std::string_view bytes)
 {
     while (!bytes.empty()) {
-        if (m_lleno == kBufer)
+        if (m_lleno == m_cabe)
             Vacia();
-        const std::size_t n = std::min(bytes.size(), kBufer - m_lleno);
+        const std::size_t n = std::min(bytes.size(), m_cabe - m_lleno);
         std::memcpy(m_bufer.get() + m_lleno, bytes.data(), n);
         m_lleno += n;
         bytes.remove_prefix(n);
     }
+}
+
+char* CFile::Sitio(std::size_t bytes)
+{
+    if (m_cabe - m_lleno < bytes)
+        Vacia();
+    if (m_cabe < bytes) {
+        m_bufer = std::make_unique<char[]>(bytes);
+        m_cabe = bytes;
+    }
+    return m_bufer.get() + m_lleno;
 }
 
 void CFile::Vacia()
@@ -486,6 +500,24 @@ bool CStdioFile::ReadString(CString& linea)
     return hubo;
 }
 
+char* CStdioFile::EmpiezaLinea(std::size_t cota)
+{
+    m_compuesta = Sitio(cota + kFinLinea.size());
+    return m_compuesta;
+}
+
+void CStdioFile::AcabaLinea(const char* fin)
+{
+    const std::string_view linea(m_compuesta, static_cast<std::size_t>(fin - m_compuesta));
+    if (linea.find('\n') == std::string_view::npos) {
+        std::memcpy(m_compuesta + linea.size(), kFinLinea.data(), kFinLinea.size());
+        Escrito(linea.size() + kFinLinea.size());
+        return;
+    }
+    Borrador().append(linea) += '\n'; // a line end among its characters is one like any other
+    WriteString(m_borrador);
+}
+
 void CStdioFile::WriteString(std::string_view texto)
 {
     while (!texto.empty()) {
@@ -493,7 +525,7 @@ void CStdioFile::WriteString(std::string_view texto)
         Escribe(texto.substr(0, fin));
         if (fin == std::string_view::npos)
             return;
-        Escribe("\r\n");
+        Escribe(kFinLinea);
         texto.remove_prefix(fin + 1);
     }
 }

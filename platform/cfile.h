@@ -121,6 +121,9 @@ protected:
     void Consume(std::size_t bytes) { m_leido += bytes; }
     bool AlFinal() const { return m_final; } ///< nothing comes behind what `Mira` gave
     void Escribe(std::string_view bytes);
+    /// Room in the buffer of a file that is written; `Escrito` tells how much of it was filled.
+    char* Sitio(std::size_t bytes);
+    void Escrito(std::size_t bytes) { m_lleno += bytes; }
     virtual void AlLlegarAlFinal(std::string_view& /*ultimo*/) const {}
 
 private:
@@ -142,6 +145,7 @@ private:
     bool m_hayHueco = false; // what was to be written in its place last isn't there
 
     std::unique_ptr<char[]> m_bufer;
+    std::size_t m_cabe = 0;   // bytes that fit into the buffer
     std::size_t m_lleno = 0;  // bytes in the buffer
     std::size_t m_leido = 0;  // of these, how many were consumed
     std::uint64_t m_base = 0; // position in the file of the buffer's first byte
@@ -166,6 +170,12 @@ public:
     /// Writes the text, each "\n" as CR LF. Raises CFileException.
     void WriteString(std::string_view texto);
 
+    /// Room for a line of up to `cota` characters, which is composed where it is written from;
+    /// `AcabaLinea` takes its end and adds the line end. Nothing else is asked of the file between
+    /// the two. Both raise CFileException.
+    char* EmpiezaLinea(std::size_t cota);
+    void AcabaLinea(const char* fin);
+
     /// A text that the owner of the file may compose before it is written. It keeps its memory from
     /// one use to the next, so that writing a row costs no allocation.
     std::string& Borrador()
@@ -177,6 +187,7 @@ public:
 private:
     void AlLlegarAlFinal(std::string_view& ultimo) const override;
 
+    char* m_compuesta = nullptr; // the line that is being composed
     std::string m_borrador;
     std::string m_linea;
 };

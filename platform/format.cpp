@@ -1,22 +1,30 @@
 #include "platform/format.h"
 
+#include <algorithm>
 #include <charconv>
 
 namespace {
 
-void AnexaAjustado(std::string& destino, const CForma& forma, std::string_view valor)
+char* Repite(char* destino, std::size_t veces, char c)
+{
+    std::memset(destino, c, veces);
+    return destino + veces;
+}
+
+char* Copia(char* destino, std::string_view texto)
+{
+    return std::copy(texto.begin(), texto.end(), destino);
+}
+
+/// What a value lacks to its form's width.
+std::size_t Relleno(const CForma& forma, std::size_t largo)
 {
     const auto ancho = static_cast<std::size_t>(forma.ancho);
-    const std::size_t relleno = valor.size() < ancho ? ancho - valor.size() : 0;
-    if (!forma.izquierda)
-        destino.append(relleno, ' ');
-    destino.append(valor);
-    if (forma.izquierda)
-        destino.append(relleno, ' ');
+    return largo < ancho ? ancho - largo : 0;
 }
 
 /// A number whose digits, with their minus if they have one, are ready.
-void AnexaNumero(std::string& destino, const CForma& forma, std::string_view cifras)
+char* PonNumero(char* destino, const CForma& forma, std::string_view cifras)
 {
     char signo = '\0';
     if (!cifras.empty() && cifras.front() == '-') {
@@ -25,57 +33,70 @@ void AnexaNumero(std::string& destino, const CForma& forma, std::string_view cif
     } else if (forma.hueco) {
         signo = ' ';
     }
-    const std::size_t largo = cifras.size() + (signo != '\0' ? 1U : 0U);
-    const auto ancho = static_cast<std::size_t>(forma.ancho);
-    const std::size_t relleno = largo < ancho ? ancho - largo : 0;
+    const std::size_t relleno = Relleno(forma, cifras.size() + (signo != '\0' ? 1U : 0U));
     const bool ceros = forma.ceros && !forma.izquierda;
     if (!forma.izquierda && !ceros)
-        destino.append(relleno, ' ');
+        destino = Repite(destino, relleno, ' ');
     if (signo != '\0')
-        destino += signo;
+        *destino++ = signo;
     if (ceros)
-        destino.append(relleno, '0');
-    destino.append(cifras);
-    if (forma.izquierda)
-        destino.append(relleno, ' ');
+        destino = Repite(destino, relleno, '0');
+    destino = Copia(destino, cifras);
+    return forma.izquierda ? Repite(destino, relleno, ' ') : destino;
+}
+
+/// Appends what `pon` puts into a room for the width of the form and `largo` characters at most.
+template <class F>
+void Anexa(std::string& destino, const CForma& forma, std::size_t largo, F pon)
+{
+    const std::size_t antes = destino.size();
+    destino.resize(antes + std::max(largo, static_cast<std::size_t>(forma.ancho)));
+    destino.resize(static_cast<std::size_t>(pon(destino.data() + antes) - destino.data()));
 }
 
 void AnexaArgumento(std::string& destino, const CForma& forma, const CArgumento& argumento)
 {
-    if (const auto* entero = std::get_if<int>(&argumento))
-        AnexaEntero(destino, forma, *entero);
-    else if (const auto* real = std::get_if<double>(&argumento))
-        AnexaReal(destino, forma, *real);
-    else if (const auto* caracter = std::get_if<char>(&argumento))
-        AnexaTexto(destino, forma, std::string_view(caracter, 1));
-    else
-        AnexaTexto(destino, forma, std::get<std::string_view>(argumento));
+    if (const auto* entero = std::get_if<int>(&argumento)) {
+        Anexa(destino, forma, kEnteroMasLargo,
+              [&](char* p) { return PonEntero(p, forma, *entero); });
+    } else if (const auto* real = std::get_if<double>(&argumento)) {
+        Anexa(destino, forma, kRealMasLargo, [&](char* p) { return PonReal(p, forma, *real); });
+    } else {
+        const auto* caracter = std::get_if<char>(&argumento);
+        const std::string_view texto = caracter != nullptr ? std::string_view(caracter, 1)
+                                                           : std::get<std::string_view>(argumento);
+        Anexa(destino, forma, texto.size(), [&](char* p) { return PonTexto(p, forma, texto); });
+    }
 }
 
 } // namespace
 
-void AnexaEntero(std::string& destino, const CForma& forma, int valor)
+char* PonEntero(char* destino, const CForma& forma, int valor)
 {
-    char cifras[16];
+    char cifras[kEnteroMasLargo];
     const char* fin = std::to_chars(cifras, cifras + sizeof cifras, valor).ptr;
-    AnexaNumero(destino, forma, std::string_view(cifras, static_cast<std::size_t>(fin - cifras)));
+    return PonNumero(destino, forma, {cifras, fin});
 }
 
-void AnexaReal(std::string& destino, const CForma& forma, double valor)
+char* PonReal(char* destino, const CForma& forma, double valor)
 {
-    char cifras[400]; // the longest double has 309 digits before its point
+    char cifras[kRealMasLargo];
     const int decimales = forma.precision < 0 ? 6 : forma.precision > 60 ? 60 : forma.precision;
     const char* fin =
         std::to_chars(cifras, cifras + sizeof cifras, valor, std::chars_format::fixed, decimales)
             .ptr;
-    AnexaNumero(destino, forma, std::string_view(cifras, static_cast<std::size_t>(fin - cifras)));
+    return PonNumero(destino, forma, {cifras, fin});
 }
 
-void AnexaTexto(std::string& destino, const CForma& forma, std::string_view valor)
+char* PonTexto(char* destino, const CForma& forma, std::string_view valor)
 {
     if (forma.precision >= 0)
         valor = valor.substr(0, static_cast<std::size_t>(forma.precision));
-    AnexaAjustado(destino, forma, valor);
+    const std::size_t relleno = Relleno(forma, valor.size());
+    if (!forma.izquierda)
+        destino = Repite(destino, relleno, ' ');
+    destino = Copia(destino, valor);
+    return forma.izquierda ? Repite(destino, relleno, ' ') : destino;
 }
 
 void AnexaFormato(std::string& destino, std::string_view texto,

@@ -1,7 +1,8 @@
 #pragma once
 
+#include <cstdint>
+#include <cstring>
 #include <initializer_list>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -55,9 +56,50 @@ constexpr CForma AnalizaForma(std::string_view& texto)
     return forma;
 }
 
-void AnexaEntero(std::string& destino, const CForma& forma, int valor);
-void AnexaReal(std::string& destino, const CForma& forma, double valor);
-void AnexaTexto(std::string& destino, const CForma& forma, std::string_view valor);
+// Most characters of a number that is wider than its form asks for.
+inline constexpr std::size_t kEnteroMasLargo = 11; // "-2147483648"
+inline constexpr std::size_t kRealMasLargo = 372;  // sign, 309 digits, point and 60 decimals
+
+// Each puts a value in its form at `destino`, where there must be room for it, and gives its end.
+char* PonEntero(char* destino, const CForma& forma, int valor);
+char* PonReal(char* destino, const CForma& forma, double valor);
+char* PonTexto(char* destino, const CForma& forma, std::string_view valor);
+
+/// The same with a form that is known when the program is built: a number that isn't negative and
+/// fits into its width, as nearly all do, is written in its place.
+template <CForma F>
+char* PonEntero(char* destino, int valor)
+{
+    constexpr int kPrimera = F.hueco ? 1 : 0; // where its first digit may stand
+    if constexpr (!F.izquierda && F.ancho > kPrimera) {
+        char* const fin = destino + F.ancho;
+        char* cifra = fin;
+        auto resto = static_cast<std::uint32_t>(valor);
+        std::memset(destino, F.ceros ? '0' : ' ', static_cast<std::size_t>(F.ancho));
+        if (F.hueco)
+            *destino = ' ';
+        do {
+            *--cifra = static_cast<char>('0' + resto % 10);
+            resto /= 10;
+        } while (resto != 0 && cifra > destino + kPrimera);
+        if (valor >= 0 && resto == 0)
+            return fin;
+    }
+    return PonEntero(destino, F, valor);
+}
+template <CForma F>
+char* PonTexto(char* destino, std::string_view valor)
+{
+    if constexpr (F.precision >= 0)
+        valor = valor.substr(0, static_cast<std::size_t>(F.precision));
+    constexpr auto kAncho = static_cast<std::size_t>(F.ancho);
+    if (F.izquierda && valor.size() <= kAncho) {
+        std::memset(destino, ' ', kAncho);
+        std::char_traits<char>::copy(destino, valor.data(), valor.size());
+        return destino + kAncho;
+    }
+    return PonTexto(destino, F, valor);
+}
 
 /// A value for a form. A value of another kind than its form's is written in its own kind.
 using CArgumento = std::variant<int, double, char, std::string_view>;

@@ -1,6 +1,6 @@
 #include "tools/cadastre_lines.h"
 
-#include "cadastre/exchange_format.h"
+#include "cadastre/column_reader.h"
 #include "catastro_to_vexa/exchange_reader.h"
 #include "catastro_to_vexa/list_lines.h"
 #include "platform/ansi.h"

@@ -1,6 +1,6 @@
 #include "vexa_to_infograf/infograf_record.h"
 
-#include "cadastre/exchange_format.h"
+#include "cadastre/column_writer.h"
 
 namespace {
 
@@ -27,7 +27,7 @@ constexpr auto kColumnasInfograf = std::to_array<CColumna<R>>({
 });
 // clang-format on
 
-constexpr CRegistroFijo kRegistro(kColumnasInfograf, kAnchoInfograf);
+constexpr auto kRegistro = RegistroFijo(kColumnasInfograf, kAnchoInfograf);
 
 } // namespace
 
@@ -38,5 +38,5 @@ CRegistroInfograf::CRegistroInfograf(const CClaseInfograf& clase)
 
 void CRegistroInfograf::Graba(CStdioFile& csp) const
 {
-    GrabaLinea(csp, kRegistro, *this, {});
+    GrabaLinea<kRegistro>(csp, *this, {});
 }

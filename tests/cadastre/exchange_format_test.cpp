@@ -1,5 +1,7 @@
 #include "cadastre/exchange_format.h"
 
+#include "cadastre/column_reader.h"
+
 #include <gtest/gtest.h>
 
 TEST(FormatoCatastro, SplitsASurfaceTowardsZeroAndPutsItTogetherAgain)
