@@ -42,8 +42,12 @@ void PonCampo(std::string_view texto, R& registro, CDatosLinea& datos)
 {
     constexpr auto kCampo = kMiembro<Tabla, I>;
     using C = decltype(kCampo);
-    if constexpr (Tabla[I].recorta)
-        texto = texto.substr(0, texto.find_last_not_of(' ') + 1);
+    if constexpr (Tabla[I].recorta != Recorta::Nada)
+        while (texto.ends_with(' '))
+            texto.remove_suffix(1);
+    if constexpr (Tabla[I].recorta == Recorta::Entorno)
+        while (texto.starts_with(' '))
+            texto.remove_prefix(1);
     if constexpr (std::is_invocable_v<C, R&>)
         Pon(registro.*kCampo, texto);
     else if constexpr (std::is_invocable_v<C, CDatosLinea&>)

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -29,6 +30,8 @@ struct CFormatoLinea {
     std::array<CTrozo<R>, N> trozos{};
     std::size_t cuantos = 0;
     std::size_t cola = 0; ///< blanks behind the last one
+
+    constexpr const CTrozo<R>& operator[](std::size_t i) const { return trozos[i]; }
 
     constexpr void Añade(int orden, const CCampo<R>& campo, const char* forma)
     {
@@ -147,7 +150,7 @@ template <const auto& Formato, class R, class F>
 void EnCadaTrozo(const R& registro, const CDatosLinea& datos, F f)
 {
     const auto con = [&](auto trozo) {
-        constexpr auto kCampo = kMiembro<Formato.trozos, trozo>;
+        constexpr auto kCampo = kMiembro<Formato, trozo>;
         using C = decltype(kCampo);
         if constexpr (std::is_invocable_v<C, const R&>)
             f(trozo, registro.*kCampo);
@@ -171,7 +174,7 @@ std::size_t Cota(const R& registro, const CDatosLinea& datos)
 {
     std::size_t cota = Formato.cola;
     columnas::EnCadaTrozo<Formato>(registro, datos, [&]<class V>(auto trozo, const V& valor) {
-        constexpr const auto& kTrozo = Formato.trozos[trozo];
+        constexpr const auto& kTrozo = Formato[trozo];
         cota += kTrozo.huecos;
         if constexpr (std::is_same_v<V, std::string_view>)
             cota += valor.size();
@@ -191,7 +194,7 @@ char* PonLinea(char* destino, const R& registro, const CDatosLinea& datos)
         destino += huecos;
     };
     columnas::EnCadaTrozo<Formato>(registro, datos, [&]<class V>(auto trozo, const V& valor) {
-        constexpr const auto& kTrozo = Formato.trozos[trozo];
+        constexpr const auto& kTrozo = Formato[trozo];
         llena(kTrozo.huecos, Formato.hueco);
         if constexpr (std::is_same_v<V, std::string_view>)
             destino = std::copy(valor.begin(), valor.end(), destino);

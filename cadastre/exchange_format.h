@@ -78,6 +78,9 @@ inline constexpr CLectura kNoSeLee = {};
 inline constexpr CEscritura kNoSeEscribe = {};
 inline constexpr CCampoTabla kSinTabla = {};
 
+/// The blanks that a text loses when it is read.
+enum class Recorta { Nada, Cola, Entorno };
+
 /// One row of a record's table of columns.
 template <class R>
 struct CColumna {
@@ -86,13 +89,14 @@ struct CColumna {
     CLectura lista;    ///< list layout
     CEscritura escrita;
     CCampoTabla tabla;
-    bool recorta = false; ///< a text that is kept without the blanks behind it
+    Recorta recorta = Recorta::Nada;
 };
 
-/// Of a text that is kept without the blanks behind it.
-inline constexpr bool kSinCola = true;
+/// Of texts that are kept without the blanks behind them, and without those around them.
+inline constexpr Recorta kSinCola = Recorta::Cola;
+inline constexpr Recorta kSinBlancos = Recorta::Entorno;
 
-/// The member, or the fixed text, of a row of a table.
+/// The member, or the fixed text, of a row of a table or of a piece of a line.
 template <const auto& Tabla, std::size_t I>
 inline constexpr auto kMiembro = std::get<Tabla[I].campo.index()>(Tabla[I].campo);
 

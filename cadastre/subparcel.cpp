@@ -15,7 +15,7 @@ constexpr auto kColumnasComunes = std::to_array<CColumna<CSubparcela>>({
     {&CDatosLinea::Zona,            kNoSeLee,      kNoSeLee,     {11, "%02d"},     {2, "% 4d"}},
     {&CDatosLinea::Polig,           kNoSeLee,      kNoSeLee,     {13, "%03d"},     {3, "% 4d"}},
     {&CDatosLinea::Parcela,         kNoSeLee,      kNoSeLee,     {16, "%05d"},     {4, "% 6d"}},
-    {&CSubparcela::letra,           {21, 4, 0},    {29, 4, 30},  {21, "% 4.4s"},   {5, "% 4.4s"}},
+    {&CSubparcela::letra,           {21, 4, 0},    {29, 4, 30},  {21, "% 4.4s"},   {5, "% 4.4s"}, kSinBlancos},
 });
 
 constexpr auto kColumnasSuelo = std::to_array<CColumna<CSubparcela>>({
@@ -106,7 +106,6 @@ bool CSubparcela::Lee(std::string_view linea, int modo)
     } else {
         LeeCatastro(CLineaFija(linea), *this);
     }
-    letra.TrimRight().TrimLeft();
     return true;
 }
 

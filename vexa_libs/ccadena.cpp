@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <cstdint>
 
 namespace {
 
@@ -67,21 +66,6 @@ void Leetira(std::string_view tira, std::span<std::string_view> campos)
     bool sigue = true;
     for (std::string_view& campo : campos)
         campo = TomaCampo(tira, sigue);
-}
-
-int LeeEntero(std::string_view texto)
-{
-    texto = SinBlancosDelante(texto);
-    const bool negativo = texto.starts_with('-');
-    if (negativo || texto.starts_with('+'))
-        texto.remove_prefix(1);
-    std::uint32_t valor = 0;
-    for (const char c : texto) {
-        if (c < '0' || c > '9')
-            break;
-        valor = valor * 10U + static_cast<std::uint32_t>(c - '0');
-    }
-    return static_cast<int>(negativo ? 0U - valor : valor);
 }
 
 double LeeReal(std::string_view texto)
