@@ -187,13 +187,14 @@ void CFrontalTerminal::Responde(CDialog& dialogo, const CDialogoTexto::CRespuest
 
 void CFrontalTerminal::AtiendeUno(CDialog& /*dialogo*/)
 {
-    const auto ahora = Reloj::now();
     if (!m_enProceso) {
         m_enProceso = true;
-        m_inicio = ahora;
+        m_inicio = Reloj::now();
     }
-    if (m_avanceVisible && (m_pintadas.empty() || ahora - m_pintadas.back() >= kEntreAvances))
-        PintaAvance(ahora);
+    if (m_avanceVisible)
+        if (const auto ahora = Reloj::now();
+            m_pintadas.empty() || ahora - m_pintadas.back() >= kEntreAvances)
+            PintaAvance(ahora);
     if (sistema::HayQueAcabar())
         BorraAvance();
 }

@@ -120,12 +120,12 @@ std::span<const CEntradaMensaje> CTraduccionDlg::GetMessageMap() const
 {
     using D = CTraduccionDlg;
     static constexpr CEntradaMensaje kMapa[] = {
+        EnMensaje<&D::OnAvance>(WM_AVANCE), // the one that comes with every line is found first
         EnMandato<&D::OnOK>(IDOK),
         EnMandato<&D::OnCancel>(IDCANCEL),
         EnMandato<&D::OnHelp>(ID_HELP),
         EnMandato<&D::OnAcercaDe>(IDC_ACERCA_DE),
         EnMensaje<&D::OnEstadoId>(WM_ESTADO_ID),
-        EnMensaje<&D::OnAvance>(WM_AVANCE),
         EnMensaje<&D::OnLatido>(WM_LATIDO),
         EnMensaje<&D::OnEstadoTexto>(WM_ESTADO_TEXTO),
         EnMensaje<&D::OnHelpInfo>(WM_HELP),
