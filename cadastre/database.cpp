@@ -128,11 +128,12 @@ void CBaseCatastro::Ordena()
     OrdenaCotitulares();
 }
 
-void AvisaConflicto(const CAvisos& avisos, const CMunicipio& municipio, const CTitular& titular)
+int RegistraTitular(const CAvisos& avisos, CMunicipio& municipio, CTitular titular)
 {
     const int codigo = municipio.BuscaTitular(titular);
     if (codigo == kMismoDNIOtroNombre)
         Avisa(avisos, kMismoDNI, titular.DNI);
     else if (codigo == kMismoNombreOtroDNI)
         Avisa(avisos, kMismoNombre, titular.Nombre);
+    return municipio.InsertaTitular(std::move(titular), codigo);
 }

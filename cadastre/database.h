@@ -63,6 +63,6 @@ private:
     CIndice<Gana::Primero> m_porCodigo;
 };
 
-/// Raises the message for a holder in conflict with one that the municipality holds, if there is
-/// one. Called before the holder is stored, which it is in any case.
-void AvisaConflicto(const CAvisos& avisos, const CMunicipio& municipio, const CTitular& titular);
+/// Stores a holder and gives its index (CMunicipio::InsertaTitular). First raises the message for
+/// one in conflict with a stored one, which is stored all the same.
+int RegistraTitular(const CAvisos& avisos, CMunicipio& municipio, CTitular titular);

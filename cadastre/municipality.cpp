@@ -68,6 +68,16 @@ bool HaCambiado(const std::vector<T>& registros, const P& prestado)
            Claves(registros[static_cast<std::size_t>(prestado.posicion)]) != prestado.clave;
 }
 
+/// Tells whether each record stands before the next one by `antes`: then no number is there twice,
+/// and a sort would move nothing.
+template <class T, class A>
+bool Asciende(const std::vector<T>& registros, A antes)
+{
+    return std::adjacent_find(registros.begin(), registros.end(), [&](const T& a, const T& b) {
+               return !antes(a, b);
+           }) == registros.end();
+}
+
 int NumeroParaje(const CParaje& paraje)
 {
     return paraje.NumOrden;
@@ -153,15 +163,20 @@ CParcela& CMunicipio::DameParcela(int i)
 int CMunicipio::BuscaTitular(const CTitular& titular) const
 {
     RevisaTitular();
-    const int igual = m_titularesPorPersona.Busca(m_titulares, CPersona::De, CPersona::De(titular));
-    const int sinDNI =
-        m_titularesPorPersona.Busca(m_titulares, CPersona::De, CPersona{titular.Nombre, {}});
-    if (igual >= 0 && sinDNI >= 0)
-        return std::min(igual, sinDNI);
-    if (igual >= 0 || sinDNI >= 0)
-        return std::max(igual, sinDNI);
     const int conNombre =
         m_titularesPorNombre.Busca(m_titulares, &CTitular::Nombre, titular.Nombre);
+    if (conNombre >= 0) { // else nobody is asked by name and DNI, and that table is never made
+        const auto busca = [&](std::string_view dni) {
+            return m_titularesPorPersona.Busca(m_titulares, CPersona::De,
+                                               CPersona{titular.Nombre, dni});
+        };
+        const int igual = busca(titular.DNI);
+        const int sinDNI = busca({});
+        if (igual >= 0 && sinDNI >= 0)
+            return std::min(igual, sinDNI);
+        if (igual >= 0 || sinDNI >= 0)
+            return std::max(igual, sinDNI);
+    }
     const int conDNI = titular.DNI.IsEmpty()
                            ? kNoEncontrado
                            : m_titularesPorDNI.Busca(m_titulares, &CTitular::DNI, titular.DNI);
@@ -185,7 +200,13 @@ int CMunicipio::BuscaTitularNumOrden(int num) const
 
 int CMunicipio::InsertaTitular(CTitular titular)
 {
-    if (const int i = BuscaTitular(titular); i >= 0) {
+    const int hallado = BuscaTitular(titular);
+    return InsertaTitular(std::move(titular), hallado);
+}
+
+int CMunicipio::InsertaTitular(CTitular titular, int hallado)
+{
+    if (const int i = hallado; i >= 0) {
         CTitular& guardado = m_titulares[static_cast<std::size_t>(i)];
         if (guardado.NumOrden == kSinNumero && titular.NumOrden != kSinNumero) {
             guardado.NumOrden = titular.NumOrden;
@@ -254,6 +275,9 @@ int CMunicipio::AsignaNumOrden(CStdioFile& log, int& mayor)
 
 void CMunicipio::OrdenaTitulares()
 {
+    if (Asciende(m_titulares,
+                 [](const CTitular& a, const CTitular& b) { return a.NumOrden < b.NumOrden; }))
+        return;
     std::vector<int> nuevos; // by the old position: first the number, then the new position
     nuevos.reserve(m_titulares.size());
     for (const CTitular& titular : m_titulares)
@@ -269,21 +293,27 @@ void CMunicipio::OrdenaTitulares()
 
 void CMunicipio::OrdenaParajes()
 {
-    std::vector<int> numeros;
-    numeros.reserve(m_parajes.size());
+    std::vector<int> nuevos; // by the old position: first the number, then the new position
+    nuevos.reserve(m_parajes.size());
     for (const CParaje& paraje : m_parajes)
-        numeros.push_back(paraje.NumOrden);
+        nuevos.push_back(paraje.NumOrden);
     OrdenaEstable(m_parajes,
                   [](const CParaje& a, const CParaje& b) { return a.Nombre < b.Nombre; });
     m_parajesPorNumero.Olvida();
     m_parajesPorNombre.Olvida();
+    for (int& nuevo : nuevos)
+        nuevo = BuscaParaje(nuevo);
     for (CParcela& parcela : m_parcelas)
         if (parcela.paraje >= 0)
-            parcela.paraje = BuscaParaje(numeros[static_cast<std::size_t>(parcela.paraje)]);
+            parcela.paraje = nuevos[static_cast<std::size_t>(parcela.paraje)];
 }
 
 void CMunicipio::OrdenaParcelas()
 {
+    if (Asciende(m_parcelas, [](const CParcela& a, const CParcela& b) {
+            return a.Zona <= b.Zona && std::tie(a.Polig, a.Parcela) < std::tie(b.Polig, b.Parcela);
+        }))
+        return;
     std::vector<CNumerosParcela> numeros;
     numeros.reserve(m_parcelas.size());
     for (const CParcela& parcela : m_parcelas)

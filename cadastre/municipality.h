@@ -55,10 +55,28 @@ public:
         return m_titulares[static_cast<std::size_t>(titular)].InsertaPropiedad(parcela, partici,
                                                                                Tit);
     }
+    // What doesn't touch the numbers of the parcel at a position (see CParcela).
+    int InsertaCotitular(int parcela, int titular, int orden, int partici, const CString& Tit)
+    {
+        return Parcela(parcela).InsertaCotitular(titular, orden, partici, Tit);
+    }
+    int InsertaSubparcela(int parcela, CSubparcela subparcela, bool& repetida)
+    {
+        return Parcela(parcela).InsertaSubparcela(std::move(subparcela), repetida);
+    }
+    /// Makes room for so many further parcels, or for the first subparcels of a parcel.
+    void ReservaParcelas(std::size_t cuantas) { m_parcelas.reserve(m_parcelas.size() + cuantas); }
+    void ReservaSubparcelas(int parcela, std::size_t cuantas)
+    {
+        Parcela(parcela).ReservaSubparcelas(cuantas);
+    }
+    std::size_t NumParcelas() const { return m_parcelas.size(); }
     /// Index of the holder that `BuscaTitular` finds, which takes the new one's number if it has
     /// none. Else appends the new one, in spite of a conflict, with its number set to -1 if that is
     /// taken.
     int InsertaTitular(CTitular titular);
+    /// The same with what `BuscaTitular` gave for the holder.
+    int InsertaTitular(CTitular titular, int hallado);
 
     /// True and its index if there is a parcel with both numbers, else false and `i` untouched.
     bool BuscaParcela(int polig, int parcela, int& i) const;
@@ -106,6 +124,7 @@ private:
         int posicion = -1;
         std::uint32_t clave = 0;
     };
+    CParcela& Parcela(int i) { return m_parcelas[static_cast<std::size_t>(i)]; }
     // Forget what look-ups know where the record handed out has other keys now.
     void RevisaTitular() const;
     void RevisaParcela() const;

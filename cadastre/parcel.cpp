@@ -1,8 +1,9 @@
 #include "cadastre/parcel.h"
 
 #include <algorithm>
+#include <array>
+#include <set>
 #include <unordered_map>
-#include <unordered_set>
 
 #include "cadastre/column_reader.h"
 #include "cadastre/column_writer.h"
@@ -57,6 +58,27 @@ int GruposVinculos(int vinculos)
 {
     return vinculos < 2 ? 0 : (vinculos - 1) / 10 + 1;
 }
+
+/// A set of letters. The few that a parcel has as a rule need no memory of their own.
+class CLetrasVistas {
+public:
+    /// False if the letter was there.
+    bool Añade(std::string_view letra)
+    {
+        const auto fin = m_pocas.begin() + static_cast<std::ptrdiff_t>(m_cuantas);
+        if (std::find(m_pocas.begin(), fin, letra) != fin)
+            return false;
+        if (m_cuantas == m_pocas.size())
+            return m_otras.insert(letra).second;
+        m_pocas[m_cuantas++] = letra;
+        return true;
+    }
+
+private:
+    std::array<std::string_view, 12> m_pocas;
+    std::size_t m_cuantas = 0;
+    std::set<std::string_view> m_otras;
+};
 
 } // namespace
 
@@ -164,11 +186,11 @@ void CParcela::SumaSuperficies(int& superficie, int& suma) const
 {
     superficie = Superficie;
     suma = 0;
-    std::unordered_set<std::string_view> contadas;
+    CLetrasVistas contadas;
     for (const CSubparcela& sub : m_subparcelas) {
         if (!sub.salvar)
             continue;
-        const bool nueva = contadas.insert(sub.letra).second;
+        const bool nueva = contadas.Añade(sub.letra);
         if (nueva || sub.tipo == kTipoAbstracta)
             suma = Suma(suma, sub.superfic);
     }

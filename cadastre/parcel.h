@@ -48,6 +48,12 @@ public:
     /// Appends the subparcel and gives its index.
     /// \param repetida  set to whether a subparcel with its letter was there
     int InsertaSubparcela(CSubparcela subparcela, bool& repetida);
+    /// Makes room for the first subparcels; a later call does nothing.
+    void ReservaSubparcelas(std::size_t cuantas)
+    {
+        if (m_subparcelas.empty())
+            m_subparcelas.reserve(cuantas);
+    }
     /// Sorts by letter.
     void OrdenaSubparcelas();
     /// Writes all subparcels in array order. A subparcel without a surface takes for good that of

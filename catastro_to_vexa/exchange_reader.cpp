@@ -24,14 +24,13 @@ void TomaTitular(std::string_view linea, CLecturaCatastro& lectura)
     leido.NumOrden = titular.NumOrden;
     leido.partici = fija.Alcanza(kLeePartici.minimo) ? fija.Entero(kLeePartici) : 0;
     leido.municipio = lectura.municipioActual;
-    AvisaConflicto(lectura.avisos, lectura.Municipio(), titular);
-    leido.indice = lectura.Municipio().InsertaTitular(std::move(titular));
+    leido.indice = RegistraTitular(lectura.avisos, lectura.Municipio(), std::move(titular));
     lectura.titularesLeidos.push_back(leido);
 }
 
 void TomaParcela(std::string_view linea, CLecturaCatastro& lectura)
 {
-    CParcela parcela(0, 0, 0, {});
+    CParcela& parcela = lectura.parcelasLeidas.Nueva(CParcela(0, 0, 0, {}));
     parcela.Lee(linea, kModoCatastro);
     CVinculoParcela vinculo;
     if (const CLineaFija fija(linea); fija.Alcanza(kLeeNumImputa.minimo)) {
@@ -42,20 +41,17 @@ void TomaParcela(std::string_view linea, CLecturaCatastro& lectura)
     }
     vinculo.Polig = parcela.Polig;
     vinculo.Parcela = parcela.Parcela;
-    lectura.parcelasLeidas.push_back(std::move(parcela));
     lectura.vinculosParcela.push_back(std::move(vinculo));
 }
 
 void TomaSubparcela(std::string_view linea, CLecturaCatastro& lectura)
 {
-    CSubparcela subparcela;
-    subparcela.Lee(linea, kModoCatastro);
+    lectura.subparcelasLeidas.Nueva(CSubparcela()).Lee(linea, kModoCatastro);
     CRefSubparcela ref;
     if (const CLineaFija fija(linea); fija.Alcanza(kLeeParcela.minimo)) {
         ref.Polig = fija.Entero(kLeePolig);
         ref.Parcela = fija.Entero(kLeeParcela);
     }
-    lectura.subparcelasLeidas.push_back(std::move(subparcela));
     lectura.refSubparcelas.push_back(ref);
 }
 

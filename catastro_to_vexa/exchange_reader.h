@@ -6,6 +6,7 @@
 #include "cadastre/database.h"
 #include "cadastre/exchange_format.h"
 #include "cadastre/message_catalogue.h"
+#include "catastro_to_vexa/record_queue.h"
 
 // What an exchange file leaves pending until its last line is read. A record may name another one
 // that stands further on, so parcels, subparcels and links wait.
@@ -27,13 +28,16 @@ struct CVinculoParcela {
     int Parcela = 0;
     int numParaje = 0;
     CString Tit;
-    bool enlaza = false; ///< off for a line too short to name a holder
+    bool enlaza = false;        ///< off for a line too short to name a holder
+    int indice = kNoEncontrado; ///< of the parcel, once it is settled
 };
 
 /// The parcel that an SP or SC line names.
 struct CRefSubparcela {
     int Polig = 0;
     int Parcela = 0;
+
+    friend bool operator==(const CRefSubparcela&, const CRefSubparcela&) = default;
 };
 
 /// What a TL line says beyond its holder.
@@ -56,11 +60,10 @@ struct CLecturaCatastro {
     CBaseCatastro& base;
     CAvisos avisos;
     int municipioActual = -1; ///< index of the municipality of the last line taken
-    // Queues, taken apart from their front as they are settled, so that the records never stand in
-    // memory twice. The first two go together position by position, and so do the next two.
-    std::deque<CParcela> parcelasLeidas;
+    // The first two go together position by position, and so do the next two.
+    CCola<CParcela> parcelasLeidas;
     std::deque<CVinculoParcela> vinculosParcela;
-    std::deque<CSubparcela> subparcelasLeidas;
+    CCola<CSubparcela> subparcelasLeidas;
     std::deque<CRefSubparcela> refSubparcelas;
     std::vector<CTitularLeido> titularesLeidos;
 };

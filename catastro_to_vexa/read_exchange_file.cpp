@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "cadastre/exchange_format.h"
@@ -13,18 +14,26 @@ namespace {
 
 constexpr UINT kLineaMasLarga = 190; // a longer line comes in pieces, each a line of its own
 
-/// Positions in `titularesLeidos` of the municipality's holder lines, by number and, within one
-/// number, in the order of the file.
-std::vector<std::size_t> PorNumero(const std::vector<CTitularLeido>& leidos, int municipio)
+/// The municipality's holder lines, by number and, within one number, in the order of the file.
+std::vector<CTitularLeido> PorNumero(const std::vector<CTitularLeido>& leidos, int municipio)
 {
-    std::vector<std::size_t> orden;
-    for (std::size_t i = 0; i < leidos.size(); ++i)
-        if (leidos[i].municipio == municipio)
-            orden.push_back(i);
-    std::stable_sort(orden.begin(), orden.end(), [&](std::size_t a, std::size_t b) {
-        return leidos[a].NumOrden < leidos[b].NumOrden;
-    });
+    std::vector<CTitularLeido> orden;
+    orden.reserve(leidos.size());
+    std::copy_if(leidos.begin(), leidos.end(), std::back_inserter(orden),
+                 [&](const CTitularLeido& leido) { return leido.municipio == municipio; });
+    std::stable_sort(
+        orden.begin(), orden.end(),
+        [](const CTitularLeido& a, const CTitularLeido& b) { return a.NumOrden < b.NumOrden; });
     return orden;
+}
+
+/// How many subparcels from position `k` on belong to the same parcel.
+std::size_t Seguidas(const std::deque<CRefSubparcela>& refs, std::size_t k)
+{
+    const auto desde = refs.begin() + static_cast<std::ptrdiff_t>(k);
+    return static_cast<std::size_t>(
+        std::find_if(desde, refs.end(), [&](const CRefSubparcela& r) { return r != *desde; }) -
+        desde);
 }
 
 /// Links the parcel to the holder of a TL line that has the number which the parcel names.
@@ -32,10 +41,10 @@ void Enlaza(CLecturaCatastro& lectura, int indiceParcela, const CTitularLeido& l
             const CString& Tit)
 {
     CMunicipio& municipio = lectura.Municipio();
-    CParcela& parcela = municipio.DameParcela(indiceParcela);
+    const CParcela& parcela = std::as_const(municipio).DameParcela(indiceParcela);
     const CTitular& titular = std::as_const(municipio).DameTitular(leido.indice);
     const int vinculos = static_cast<int>(parcela.Cotitulares().size());
-    switch (parcela.InsertaCotitular(leido.indice, vinculos, leido.partici, Tit)) {
+    switch (municipio.InsertaCotitular(indiceParcela, leido.indice, vinculos, leido.partici, Tit)) {
     case kOrdenRepetido:
         Avisa(lectura.avisos, kYaCotitular, parcela.Polig, parcela.Parcela, titular.Nombre);
         break;
@@ -84,23 +93,29 @@ void CCampivaAVexaDlg::AsientaRegistros(CLecturaCatastro& lectura)
 bool CCampivaAVexaDlg::AsientaParcelas(CLecturaCatastro& lectura)
 {
     Fase(IDS_REGISTRANDO_PARCELAS);
-    const std::size_t n = lectura.parcelasLeidas.size();
+    const std::size_t n = lectura.parcelasLeidas.Cuantos();
+    if (n == 0)
+        return true;
+    CMunicipio& municipio = lectura.Municipio();
+    municipio.ReservaParcelas(n);
     for (std::size_t k = 0; k < n; ++k) {
         if (!Avanza(k, n))
             return false;
-        CParcela parcela = std::move(lectura.parcelasLeidas.front());
-        lectura.parcelasLeidas.pop_front();
-        const int numParaje = lectura.vinculosParcela[k].numParaje;
-        CMunicipio& municipio = lectura.Municipio();
+        CParcela parcela = lectura.parcelasLeidas.Toma();
+        CVinculoParcela& vinculo = lectura.vinculosParcela[k];
         const int polig = parcela.Polig;
         const int numero = parcela.Parcela;
-        parcela.paraje = municipio.BuscaParaje(numParaje);
-        if (parcela.paraje < 0)
-            Avisa(lectura.avisos, kParajeNoEncontrado, numParaje, polig, numero);
-        else if (municipio.BuscaParcela(parcela) >= 0)
-            Avisa(lectura.avisos, kParcelaRepetida, polig, numero);
-        else if (municipio.InsertaParcela(std::move(parcela)) == kParcelaInvalida)
+        parcela.paraje = municipio.BuscaParaje(vinculo.numParaje);
+        if (parcela.paraje < 0) {
+            Avisa(lectura.avisos, kParajeNoEncontrado, vinculo.numParaje, polig, numero);
+            continue;
+        }
+        const std::size_t antes = municipio.NumParcelas();
+        vinculo.indice = municipio.InsertaParcela(std::move(parcela));
+        if (vinculo.indice == kParcelaInvalida)
             Avisa(lectura.avisos, kParcelaNoValida, polig, numero);
+        else if (municipio.NumParcelas() == antes)
+            Avisa(lectura.avisos, kParcelaRepetida, polig, numero);
     }
     return true;
 }
@@ -108,22 +123,28 @@ bool CCampivaAVexaDlg::AsientaParcelas(CLecturaCatastro& lectura)
 bool CCampivaAVexaDlg::AsientaSubparcelas(CLecturaCatastro& lectura)
 {
     Fase(IDS_REGISTRANDO_SUBPARCELAS);
-    const std::size_t n = lectura.subparcelasLeidas.size();
+    const std::size_t n = lectura.subparcelasLeidas.Cuantos();
+    std::size_t hasta = 0; // where the subparcels of the parcel at work end
+    int i = kNoEncontrado;
     for (std::size_t k = 0; k < n; ++k) {
         if (!Avanza(k, n))
             return false;
-        CSubparcela subparcela = std::move(lectura.subparcelasLeidas.front());
-        lectura.subparcelasLeidas.pop_front();
-        const CRefSubparcela ref = lectura.refSubparcelas.front();
-        lectura.refSubparcelas.pop_front();
-        const CString letra = subparcela.letra;
-        int i = kNoEncontrado;
-        if (!lectura.Municipio().BuscaParcela(ref.Polig, ref.Parcela, i)) {
-            Avisa(lectura.avisos, kSubparcelaSinParcela, ref.Polig, ref.Parcela, letra);
-            continue;
+        CMunicipio& municipio = lectura.Municipio();
+        CSubparcela subparcela = lectura.subparcelasLeidas.Toma();
+        const CRefSubparcela ref = lectura.refSubparcelas[k];
+        if (k == hasta) {
+            const std::size_t seguidas = Seguidas(lectura.refSubparcelas, k);
+            hasta += seguidas;
+            i = kNoEncontrado;
+            if (municipio.BuscaParcela(ref.Polig, ref.Parcela, i))
+                municipio.ReservaSubparcelas(i, seguidas);
         }
+        const CString letra = subparcela.letra;
         bool repetida = false;
-        lectura.Municipio().DameParcela(i).InsertaSubparcela(std::move(subparcela), repetida);
+        if (i < 0)
+            Avisa(lectura.avisos, kSubparcelaSinParcela, ref.Polig, ref.Parcela, letra);
+        else
+            municipio.InsertaSubparcela(i, std::move(subparcela), repetida);
         if (repetida)
             Avisa(lectura.avisos, kSubparcelaDuplicada, ref.Polig, ref.Parcela, letra);
     }
@@ -133,20 +154,22 @@ bool CCampivaAVexaDlg::AsientaSubparcelas(CLecturaCatastro& lectura)
 bool CCampivaAVexaDlg::AsientaTitulares(CLecturaCatastro& lectura)
 {
     Fase(IDS_REGISTRANDO_TITULARES);
-    const std::vector<CTitularLeido>& leidos = lectura.titularesLeidos;
-    const std::vector<std::size_t> orden = PorNumero(leidos, lectura.municipioActual);
+    const std::vector<CTitularLeido> leidos =
+        PorNumero(lectura.titularesLeidos, lectura.municipioActual);
     const std::size_t n = lectura.vinculosParcela.size();
     for (std::size_t k = 0; k < n; ++k) {
         if (!Avanza(k, n))
             return false;
         const CVinculoParcela& vinculo = lectura.vinculosParcela[k];
-        int i = kNoEncontrado;
-        if (!vinculo.enlaza || !lectura.Municipio().BuscaParcela(vinculo.Polig, vinculo.Parcela, i))
+        int i = vinculo.indice;
+        if (!vinculo.enlaza ||
+            (i < 0 && !lectura.Municipio().BuscaParcela(vinculo.Polig, vinculo.Parcela, i)))
             continue; // the parcel was dropped, and told then
-        auto t = std::lower_bound(orden.begin(), orden.end(), vinculo.numImputa,
-                                  [&](std::size_t a, int num) { return leidos[a].NumOrden < num; });
-        for (; t != orden.end() && leidos[*t].NumOrden == vinculo.numImputa; ++t)
-            Enlaza(lectura, i, leidos[*t], vinculo.Tit);
+        auto leido = std::lower_bound(
+            leidos.begin(), leidos.end(), vinculo.numImputa,
+            [](const CTitularLeido& l, int numero) { return l.NumOrden < numero; });
+        for (; leido != leidos.end() && leido->NumOrden == vinculo.numImputa; ++leido)
+            Enlaza(lectura, i, *leido, vinculo.Tit);
     }
     return true;
 }

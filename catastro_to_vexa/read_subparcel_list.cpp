@@ -31,8 +31,7 @@ void TomaTitular(std::string_view linea, int municipio, CLecturaLista& lectura)
     CTitular titular;
     titular.Lee(linea, kModoLista);
     CMunicipio& suyo = lectura.base.DameMunicipio(municipio);
-    AvisaConflicto(lectura.avisos, suyo, titular);
-    lectura.titular = {municipio, suyo.InsertaTitular(std::move(titular))};
+    lectura.titular = {municipio, RegistraTitular(lectura.avisos, suyo, std::move(titular))};
 }
 
 void TomaParcela(std::string_view linea, int municipio, CLecturaLista& lectura)

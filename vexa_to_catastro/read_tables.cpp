@@ -87,10 +87,8 @@ bool CVexaACampiva2Dlg::LeeTitulares(CStdioFile* log, int* numErrores, int* numW
     return LeeTabla(IDS_LEYENDO_TITULARES, ArchivoTitulares, kCampos, *municipio,
                     [&](std::string_view fila, CCampos /*campos*/) {
                         CTitular titular;
-                        if (!titular.Lee(fila, kModoTabla))
-                            return;
-                        AvisaConflicto(avisos, *municipio, titular);
-                        municipio->InsertaTitular(std::move(titular));
+                        if (titular.Lee(fila, kModoTabla))
+                            RegistraTitular(avisos, *municipio, std::move(titular));
                     });
 }
 

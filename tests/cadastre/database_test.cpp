@@ -224,17 +224,23 @@ TEST(BaseCatastro, AfterTheSortsEachRecordStillPointsToItsOwn)
     }
 }
 
-TEST(AvisaConflicto, RaisesOneMessageByTheLastConflictAndNoneForAKnownPerson)
+TEST(RegistraTitular, RaisesOneMessageByTheLastConflictAndNoneForAKnownPerson)
 {
-    CMunicipio municipio(79, 0);
-    municipio.InsertaTitular(Titular("ANA", "1", 1));
-    municipio.InsertaTitular(Titular("LUIS", "2", 2));
+    CMunicipio dos(79, 0);
+    dos.InsertaTitular(Titular("ANA", "1", 1));
+    dos.InsertaTitular(Titular("LUIS", "2", 2));
     int errores = 0;
     int warnings = 0;
     const std::string log = Grabado([&](CStdioFile& f) {
-        for (const auto& [nombre, DNI] :
-             {std::pair{"EVA", "3"}, {"ANA", "1"}, {"ANA", "3"}, {"EVA", "2"}, {"LUIS", "1"}})
-            AvisaConflicto({f, errores, warnings}, municipio, Titular(nombre, DNI, 3));
+        for (const auto& [nombre, DNI, indice] : {std::tuple{"EVA", "3", 2},
+                                                  {"ANA", "1", 0},
+                                                  {"ANA", "3", 2},
+                                                  {"EVA", "2", 2},
+                                                  {"LUIS", "1", 2}}) {
+            CMunicipio municipio = dos;
+            EXPECT_EQ(RegistraTitular({f, errores, warnings}, municipio, Titular(nombre, DNI, 3)),
+                      indice);
+        }
     });
     EXPECT_EQ(log, "E204: Ya existe otro titular con el mismo nombre y distinto DNI para ANA\r\n"
                    "E205: Ya existe otro titular con el mismo DNI y distinto nombre que 2\r\n"
