@@ -120,7 +120,8 @@ std::size_t Cota(char /*campo*/)
 template <CForma F>
 std::size_t Cota(const CString& campo)
 {
-    return std::max<std::size_t>(F.ancho, F.precision >= 0 ? F.precision : campo.GetLength());
+    const int largo = F.precision >= 0 ? F.precision : campo.GetLength();
+    return static_cast<std::size_t>(std::max<int>(F.ancho, largo));
 }
 
 template <CForma F>

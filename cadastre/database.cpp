@@ -1,6 +1,6 @@
 #include "cadastre/database.h"
 
-#include <tuple>
+#include <utility>
 
 #include "cadastre/sorting.h"
 
@@ -75,8 +75,8 @@ int CBaseCatastro::AsignaNumOrden(CStdioFile& log)
 
 void CBaseCatastro::OrdenaMunicipios()
 {
-    OrdenaEstable(m_municipios, [](const CMunicipio& a, const CMunicipio& b) {
-        return std::tie(a.Mun, a.EMenor) < std::tie(b.Mun, b.EMenor);
+    OrdenaPor(m_municipios, [](const CMunicipio& municipio) {
+        return std::pair(municipio.Mun, municipio.EMenor);
     });
     m_porCodigo.Olvida();
 }

@@ -106,9 +106,8 @@ void CParcela::EligeTitularPrincipal()
 void CParcela::OrdenaCotitulares()
 {
     const bool conPrincipal = IndicePrincipal() >= 0;
-    OrdenaEstable(m_cotitulares, [](const CCotitular& a, const CCotitular& b) {
-        return std::tie(a.titular, a.partici, a.orden, a.Tit) <
-               std::tie(b.titular, b.partici, b.orden, b.Tit);
+    OrdenaPor(m_cotitulares, [](const CCotitular& v) {
+        return std::tuple(v.titular, v.partici, v.orden, std::string_view(v.Tit));
     });
     m_porTitular.Olvida();
     if (!conPrincipal && !m_cotitulares.empty()) {

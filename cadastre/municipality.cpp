@@ -68,16 +68,6 @@ bool HaCambiado(const std::vector<T>& registros, const P& prestado)
            Claves(registros[static_cast<std::size_t>(prestado.posicion)]) != prestado.clave;
 }
 
-/// Tells whether each record stands before the next one by `antes`: then no number is there twice,
-/// and a sort would move nothing.
-template <class T, class A>
-bool Asciende(const std::vector<T>& registros, A antes)
-{
-    return std::adjacent_find(registros.begin(), registros.end(), [&](const T& a, const T& b) {
-               return !antes(a, b);
-           }) == registros.end();
-}
-
 int NumeroParaje(const CParaje& paraje)
 {
     return paraje.NumOrden;
@@ -275,18 +265,11 @@ int CMunicipio::AsignaNumOrden(CStdioFile& log, int& mayor)
 
 void CMunicipio::OrdenaTitulares()
 {
-    if (Asciende(m_titulares,
-                 [](const CTitular& a, const CTitular& b) { return a.NumOrden < b.NumOrden; }))
+    const std::vector<int> nuevos =
+        OrdenaPor(m_titulares, [](const CTitular& titular) { return titular.NumOrden; });
+    if (nuevos.empty())
         return;
-    std::vector<int> nuevos; // by the old position: first the number, then the new position
-    nuevos.reserve(m_titulares.size());
-    for (const CTitular& titular : m_titulares)
-        nuevos.push_back(titular.NumOrden);
-    OrdenaEstable(m_titulares,
-                  [](const CTitular& a, const CTitular& b) { return a.NumOrden < b.NumOrden; });
     OlvidaTitulares();
-    for (int& nuevo : nuevos)
-        nuevo = BuscaTitularNumOrden(nuevo);
     for (CParcela& parcela : m_parcelas)
         parcela.RenumeraTitulares(nuevos);
 }
@@ -297,8 +280,7 @@ void CMunicipio::OrdenaParajes()
     nuevos.reserve(m_parajes.size());
     for (const CParaje& paraje : m_parajes)
         nuevos.push_back(paraje.NumOrden);
-    OrdenaEstable(m_parajes,
-                  [](const CParaje& a, const CParaje& b) { return a.Nombre < b.Nombre; });
+    OrdenaPor(m_parajes, [](const CParaje& paraje) { return std::string_view(paraje.Nombre); });
     m_parajesPorNumero.Olvida();
     m_parajesPorNombre.Olvida();
     for (int& nuevo : nuevos)
@@ -310,21 +292,12 @@ void CMunicipio::OrdenaParajes()
 
 void CMunicipio::OrdenaParcelas()
 {
-    if (Asciende(m_parcelas, [](const CParcela& a, const CParcela& b) {
-            return a.Zona <= b.Zona && std::tie(a.Polig, a.Parcela) < std::tie(b.Polig, b.Parcela);
-        }))
-        return;
-    std::vector<CNumerosParcela> numeros;
-    numeros.reserve(m_parcelas.size());
-    for (const CParcela& parcela : m_parcelas)
-        numeros.push_back(CNumerosParcela::De(parcela));
-    OrdenaEstable(m_parcelas, [](const CParcela& a, const CParcela& b) {
-        return std::tie(a.Zona, a.Polig, a.Parcela) < std::tie(b.Zona, b.Polig, b.Parcela);
+    const std::vector<int> nuevas = OrdenaPor(m_parcelas, [](const CParcela& parcela) {
+        return std::tuple(parcela.Zona, parcela.Polig, parcela.Parcela);
     });
+    if (nuevas.empty())
+        return;
     OlvidaParcelas();
-    std::vector<int> nuevas(numeros.size(), kNoEncontrado);
-    for (std::size_t i = 0; i < numeros.size(); ++i)
-        BuscaParcela(numeros[i].polig, numeros[i].parcela, nuevas[i]);
     for (CTitular& titular : m_titulares)
         titular.RenumeraParcelas(nuevas);
 }
@@ -337,9 +310,8 @@ void CMunicipio::OrdenaSubparcelas()
 
 void CMunicipio::OrdenaModulos()
 {
-    OrdenaEstable(m_modulos, [](const CModulo& a, const CModulo& b) {
-        return a.Denominacion < b.Denominacion;
-    });
+    OrdenaPor(m_modulos,
+              [](const CModulo& modulo) { return std::string_view(modulo.Denominacion); });
     m_modulosPorClave.Olvida();
 }
 

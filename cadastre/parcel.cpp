@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <set>
+#include <span>
 #include <unordered_map>
 
 #include "cadastre/column_reader.h"
@@ -65,8 +66,8 @@ public:
     /// False if the letter was there.
     bool Añade(std::string_view letra)
     {
-        const auto fin = m_pocas.begin() + static_cast<std::ptrdiff_t>(m_cuantas);
-        if (std::find(m_pocas.begin(), fin, letra) != fin)
+        const std::span vistas(m_pocas.data(), m_cuantas);
+        if (std::find(vistas.begin(), vistas.end(), letra) != vistas.end())
             return false;
         if (m_cuantas == m_pocas.size())
             return m_otras.insert(letra).second;
@@ -156,8 +157,8 @@ int CParcela::InsertaSubparcela(CSubparcela subparcela, bool& repetida)
 
 void CParcela::OrdenaSubparcelas()
 {
-    OrdenaEstable(m_subparcelas,
-                  [](const CSubparcela& a, const CSubparcela& b) { return a.letra < b.letra; });
+    OrdenaPor(m_subparcelas,
+              [](const CSubparcela& subparcela) { return std::string_view(subparcela.letra); });
     m_porLetra.Olvida();
 }
 

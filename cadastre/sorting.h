@@ -2,33 +2,44 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <numeric>
 #include <utility>
 #include <vector>
 
-/// Sorts by `menor`, elements equal to it keeping their order. The records are moved once each, as
-/// they are large.
-template <class T, class M>
-void OrdenaEstable(std::vector<T>& elementos, M menor)
+/// Sorts by the key that `clave` gives of an element, elements with equal keys keeping their order.
+/// The keys are sorted apart and the records moved once each, as they are large. A key may point
+/// into its element.
+/// \return for each old position that of the first element with its key now; nothing where the keys
+/// ascended from the start
+template <class T, class C>
+std::vector<int> OrdenaPor(std::vector<T>& elementos, C clave)
 {
-    if (std::is_sorted(elementos.begin(), elementos.end(), menor))
-        return;
-    std::vector<std::size_t> orden(elementos.size());
-    std::iota(orden.begin(), orden.end(), std::size_t{0});
-    std::stable_sort(orden.begin(), orden.end(), [&](std::size_t a, std::size_t b) {
-        return menor(elementos[a], elementos[b]);
-    });
+    const auto noAsciende = [&](const T& a, const T& b) { return !(clave(a) < clave(b)); };
+    if (std::adjacent_find(elementos.begin(), elementos.end(), noAsciende) == elementos.end())
+        return {};
+    using Clave = decltype(clave(elementos.front()));
+    std::vector<std::pair<Clave, std::size_t>> orden; // with the old position
+    orden.reserve(elementos.size());
+    for (const T& elemento : elementos)
+        orden.emplace_back(clave(elemento), orden.size());
+    std::sort(orden.begin(), orden.end());
+    std::vector<int> nuevas(orden.size());
+    for (std::size_t i = 0, primera = 0; i < orden.size(); ++i) {
+        if (orden[primera].first < orden[i].first)
+            primera = i;
+        nuevas[orden[i].second] = static_cast<int>(primera);
+    }
     // Position i takes the element of position orden[i]: one walk along each cycle.
     for (std::size_t inicio = 0; inicio < orden.size(); ++inicio) {
-        if (orden[inicio] == inicio)
+        if (orden[inicio].second == inicio)
             continue;
         T primero = std::move(elementos[inicio]);
         std::size_t i = inicio;
-        while (orden[i] != inicio) {
-            elementos[i] = std::move(elementos[orden[i]]);
-            i = std::exchange(orden[i], i);
+        while (orden[i].second != inicio) {
+            elementos[i] = std::move(elementos[orden[i].second]);
+            i = std::exchange(orden[i].second, i);
         }
         elementos[i] = std::move(primero);
-        orden[i] = i;
+        orden[i].second = i;
     }
+    return nuevas;
 }

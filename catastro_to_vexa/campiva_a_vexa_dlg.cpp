@@ -1,5 +1,7 @@
 #include "catastro_to_vexa/campiva_a_vexa_dlg.h"
 
+#include <memory>
+
 #include "shell/frame/box_texts.h"
 #include "vexa_libs/ccadena.h"
 
@@ -69,7 +71,8 @@ void CCampivaAVexaDlg::OnOK()
 
     int numErrores = 0;
     int numWarnings = 0;
-    CBaseCatastro base(0);
+    const auto registros = std::make_shared<CBaseCatastro>(0);
+    CBaseCatastro& base = *registros;
     ActivaControles(false);
     if (TipoEntrada == 0)
         LeeArchivoNormal(base, &entrada, &Log(), &numErrores, &numWarnings);
@@ -83,5 +86,6 @@ void CCampivaAVexaDlg::OnOK()
                    base.NumTitulares(), numErrores, numWarnings);
     GrabaTablas(base);
     CajaDeCierre(resumen);
+    Suelta(registros);
     AcabaProceso();
 }

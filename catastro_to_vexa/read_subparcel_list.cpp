@@ -56,16 +56,17 @@ void TomaSubparcela(std::string_view linea, CLecturaLista& lectura)
     subparcela.Lee(linea, kModoLista);
     const CString letra = subparcela.letra;
     const int superfic = subparcela.superfic;
-    CParcela& parcela =
-        lectura.base.DameMunicipio(lectura.parcela.municipio).DameParcela(lectura.parcela.indice);
+    const auto& [municipio, i] = lectura.parcela;
+    CMunicipio& suyo = lectura.base.DameMunicipio(municipio);
+    const CParcela& parcela = std::as_const(suyo).Parcelas()[static_cast<std::size_t>(i)];
     if (superfic == 0)
         Avisa(lectura.avisos, kSubparcelaSinSuperficie, parcela.Polig, parcela.Parcela, letra);
     bool repetida = false;
-    parcela.InsertaSubparcela(std::move(subparcela), repetida);
+    suyo.InsertaSubparcela(i, std::move(subparcela), repetida);
     if (repetida)
         Avisa(lectura.avisos, kSubparcelaDuplicada, parcela.Polig, parcela.Parcela, letra);
-    if (lectura.titular.indice >= 0 && lectura.titular.municipio == lectura.parcela.municipio)
-        parcela.InsertaCotitular(lectura.titular.indice, kSinOrden, superfic, lectura.Tit);
+    if (lectura.titular.indice >= 0 && lectura.titular.municipio == municipio)
+        suyo.InsertaCotitular(i, lectura.titular.indice, kSinOrden, superfic, lectura.Tit);
 }
 
 void TomaLinea(std::string_view linea, CLecturaLista& lectura)

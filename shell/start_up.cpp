@@ -38,7 +38,8 @@ Estado de salida: 0, hecho; 1, salió una caja de error o algo de lo pedido no
 se pudo hacer; 2, no se pidió nada conocido; 130, el usuario lo detuvo.
 )";
 
-CCampivaApp theApp;
+// Never destroyed: the end of the process frees at once what it holds.
+CCampivaApp& theApp = *new CCampivaApp;
 
 } // namespace
 

@@ -1,5 +1,7 @@
 #include "vexa_to_catastro/vexa_a_campiva2_dlg.h"
 
+#include <memory>
+
 #include "cadastre/polygon_list.h"
 #include "shell/frame/box_texts.h"
 
@@ -71,7 +73,8 @@ void CVexaACampiva2Dlg::OnOK()
     lista.ReadString(primera);
     lista.Close();
     const CCabeceraLista cabecera = LeeCabeceraLista(primera);
-    CBaseCatastro base(cabecera.Ger);
+    const auto registros = std::make_shared<CBaseCatastro>(cabecera.Ger);
+    CBaseCatastro& base = *registros;
     const int indice = base.InsertaMunicipio(CMunicipio(cabecera.Mun, 0));
     const auto salida = [&](const char* extension) {
         return FicheroDeLista(CCadena(ArchivoTren).DamePath(), cabecera.nombreSalida, extension);
@@ -96,6 +99,7 @@ void CVexaACampiva2Dlg::OnOK()
         if (GrabaSalida(base, salida("R"), salida("M")))
             Despide(resumen);
     }
+    Suelta(registros);
     AcabaProceso();
 }
 

@@ -285,6 +285,12 @@ void CTraduccionDlg::EjecutaEnLote()
     SendMessage(WM_COMMAND, IDOK, 0);
 }
 
+void CTraduccionDlg::Suelta(std::shared_ptr<const void> datos) const
+{
+    if (m_enLote)
+        AfxGetApp()->Conserva(std::move(datos));
+}
+
 void CTraduccionDlg::Fase(UINT idTexto)
 {
     m_log.Flush();

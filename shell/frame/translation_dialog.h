@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <memory>
 #include <span>
 #include <variant>
 #include <vector>
@@ -117,6 +118,8 @@ protected:
     /// Last of all in a run, behind its closing box: tells of a log that isn't whole, and switches
     /// the controls on.
     void AcabaProceso();
+    /// Takes the records of a run that is done: behind that of a command line nothing follows.
+    void Suelta(std::shared_ptr<const void> datos) const;
 
 private:
     void MuestraError(const CString& texto);
