@@ -14,6 +14,7 @@ namespace {
 constexpr std::size_t kBufer = std::size_t{64} * 1024;
 constexpr std::size_t kLoteTrasSalto =
     std::size_t{4} * 1024; // an entity of a drawing seldom has more
+constexpr std::size_t kEnteroMayor = std::size_t{64} << 20U; // of a file read as a whole
 constexpr char kFinAntiguo = 0x1A;
 constexpr std::string_view kFinLinea = "\r\n";
 
@@ -164,10 +165,6 @@ bool CFile::Open(const CString& nombre, UINT modo, CFileException* fallo,
     m_nombre = nombre;
     m_fallo = {};
     sistema::Error error;
-    if (m_bufer == nullptr) {
-        m_bufer = std::make_unique<char[]>(kBufer);
-        m_cabe = kBufer;
-    }
     bool abierto = false;
     if ((modo & modeWrite) == 0)
         abierto = AbreLectura(nombre, modo, error);
@@ -198,9 +195,17 @@ bool CFile::AbreLectura(const CString& nombre, UINT modo, sistema::Error& error)
         error = std::make_error_code(std::errc::is_a_directory);
     m_longitud = estado.largo;
     m_esRegular = estado.tipo == sistema::CEstado::Tipo::Regular;
-    if (error)
+    if (error) {
         Cierra();
-    return !error;
+        return false;
+    }
+    const bool entero = (modo & modeWhole) != 0 && m_esRegular && m_longitud <= kEnteroMayor;
+    Cabe(entero ? static_cast<std::size_t>(m_longitud) : kBufer);
+    if (entero) {
+        Llena(static_cast<std::size_t>(m_longitud));
+        m_final = true;
+    }
+    return true;
 }
 
 bool CFile::AbreEnSitio(const CString& nombre, sistema::Error& error)
@@ -218,8 +223,10 @@ bool CFile::AbreEnSitio(const CString& nombre, sistema::Error& error)
         error = sistema::kDeOtro;
     if (!error && regular)
         sistema::Recorta(m_enSitio, 0, error);
-    if (!error)
+    if (!error) {
+        Cabe(kBufer);
         return true;
+    }
     Cierra();
     if (error == sistema::kDeOtro)
         throw CFileException(nombre, error);
@@ -228,6 +235,7 @@ bool CFile::AbreEnSitio(const CString& nombre, sistema::Error& error)
 
 bool CFile::AbreSalida(const CString& nombre, CConjuntoSalidas* conjunto, sistema::Error& error)
 {
+    Cabe(kBufer);
     if (conjunto != nullptr) {
         m_salida = conjunto->Abre(nombre, error);
         return m_salida != nullptr;
@@ -323,7 +331,8 @@ std::string_view CFile::Mira(std::size_t minimo)
         m_lleno -= m_leido;
         m_base += m_leido;
         m_leido = 0;
-        Llena(std::clamp(m_lote, minimo, kBufer));
+        Cabe(minimo);
+        Llena(std::max(m_lote, minimo));
         m_lote = kBufer;
         if (m_final) {
             std::string_view ultimo(m_bufer.get(), m_lleno);
@@ -332,6 +341,16 @@ std::string_view CFile::Mira(std::size_t minimo)
         }
     }
     return {m_bufer.get() + m_leido, m_lleno - m_leido};
+}
+
+void CFile::Cabe(std::size_t bytes)
+{
+    if (bytes <= m_cabe)
+        return;
+    std::unique_ptr<char[]> mayor(new char[bytes]); // not filled with zeros
+    std::copy_n(m_bufer.get(), m_lleno, mayor.get());
+    m_bufer = std::move(mayor);
+    m_cabe = bytes;
 }
 
 void CFile::Llena(std::size_t hasta)
@@ -368,10 +387,21 @@ UINT CFile::Read(void* bytes, UINT n)
     return leidos;
 }
 
+std::string_view CFile::Tramo(std::size_t n)
+{
+    const std::string_view tramo = Mira(n).substr(0, n);
+    Consume(tramo.size());
+    return tramo;
+}
+
 void CFile::Seek(std::uint64_t posicion)
 {
     if (posicion >= m_base && posicion <= m_base + m_lleno) {
         m_leido = static_cast<std::size_t>(posicion - m_base);
+        return;
+    }
+    if (m_base == 0 && m_final) { // the whole file is here
+        m_leido = m_lleno;
         return;
     }
     m_base = posicion;
@@ -404,10 +434,7 @@ char* CFile::Sitio(std::size_t bytes)
 {
     if (m_cabe - m_lleno < bytes)
         Vacia();
-    if (m_cabe < bytes) {
-        m_bufer = std::make_unique<char[]>(bytes);
-        m_cabe = bytes;
-    }
+    Cabe(bytes);
     return m_bufer.get() + m_lleno;
 }
 

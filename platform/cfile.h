@@ -59,7 +59,10 @@ public:
         modeInPlace = 0x10000,
         /// Of this layer: files of the drawing system come from a system that doesn't tell capitals
         /// from small letters in names.
-        anyCase = 0x20000
+        anyCase = 0x20000,
+        /// Of this layer: the file is read to and fro, so it is taken into memory as a whole when
+        /// it is opened, unless it is longer than any that does some good.
+        modeWhole = 0x40000
     };
 
     CFile();
@@ -85,6 +88,10 @@ public:
     /// fails, and a file that ends before the length that it had when it was opened, raise
     /// CFileException; so do all that read here.
     UINT Read(void* bytes, UINT n);
+
+    /// The next up to `n` bytes where they stand in memory, which holds them until the next call;
+    /// fewer before the end of the file alone. The file moves behind them.
+    std::string_view Tramo(std::size_t n);
 
     /// Goes to a position from the start of a file that is read. One past its end is no fault:
     /// there is nothing to be read there.
@@ -131,6 +138,7 @@ private:
     bool AbreLectura(const CString& nombre, UINT modo, sistema::Error& error);
     bool AbreEnSitio(const CString& nombre, sistema::Error& error);
     bool AbreSalida(const CString& nombre, CConjuntoSalidas* conjunto, sistema::Error& error);
+    void Cabe(std::size_t bytes);
     void Llena(std::size_t hasta);
     void Vacia();
     void VaciaEnSitio();

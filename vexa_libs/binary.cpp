@@ -6,15 +6,26 @@
 namespace vexageo {
 namespace {
 
-constexpr std::array<std::uint32_t, 256> kTablaCrc = [] {
-    std::array<std::uint32_t, 256> tabla{};
+constexpr std::size_t kBytesALaVez = 8;
+
+using CTablaCrc = std::array<std::uint32_t, 256>;
+
+/// What a byte does to the sum, and what it does with 1 to 7 zero bytes behind it: so eight bytes
+/// are taken at a time.
+constexpr std::array<CTablaCrc, kBytesALaVez> kTablasCrc = [] {
+    std::array<CTablaCrc, kBytesALaVez> tablas{};
     for (std::uint32_t i = 0; i < 256; ++i) {
         std::uint32_t valor = i;
         for (int bit = 0; bit < 8; ++bit)
             valor = (valor >> 1U) ^ ((valor & 1U) != 0 ? 0xEDB88320U : 0U);
-        tabla[i] = valor;
+        tablas[0][i] = valor;
     }
-    return tabla;
+    for (std::size_t detras = 1; detras < kBytesALaVez; ++detras)
+        for (std::size_t i = 0; i < 256; ++i) {
+            const std::uint32_t valor = tablas[detras - 1][i];
+            tablas[detras][i] = (valor >> 8U) ^ tablas[0][valor & 0xFFU];
+        }
+    return tablas;
 }();
 
 } // namespace
@@ -22,35 +33,15 @@ constexpr std::array<std::uint32_t, 256> kTablaCrc = [] {
 std::uint32_t Crc32(std::string_view bytes)
 {
     std::uint32_t crc = 0xFFFFFFFFU;
-    for (const char c : bytes)
-        crc = (crc >> 8U) ^ kTablaCrc[(crc ^ static_cast<unsigned char>(c)) & 0xFFU];
-    return crc ^ 0xFFFFFFFFU;
-}
-
-std::uint64_t CLector::Toma(std::size_t n)
-{
-    std::uint64_t valor = 0;
-    const std::string_view bytes = Bytes(n);
-    for (std::size_t i = bytes.size(); i > 0; --i)
-        valor = (valor << 8U) | static_cast<unsigned char>(bytes[i - 1]);
-    return valor;
-}
-
-double CLector::F64()
-{
-    return std::bit_cast<double>(Toma(8));
-}
-
-std::string_view CLector::Bytes(std::size_t n)
-{
-    if (n > m_resto.size()) {
-        m_bien = false;
-        m_resto = {};
-        return {};
+    for (; bytes.size() >= kBytesALaVez; bytes.remove_prefix(kBytesALaVez)) {
+        std::uint64_t ocho = CLector(bytes).U64() ^ crc;
+        crc = 0;
+        for (std::size_t detras = kBytesALaVez; detras-- > 0; ocho >>= 8U)
+            crc ^= kTablasCrc[detras][ocho & 0xFFU];
     }
-    const std::string_view bytes = m_resto.substr(0, n);
-    m_resto.remove_prefix(n);
-    return bytes;
+    for (const char c : bytes)
+        crc = (crc >> 8U) ^ kTablasCrc[0][(crc ^ static_cast<unsigned char>(c)) & 0xFFU];
+    return crc ^ 0xFFFFFFFFU;
 }
 
 void CEscritor::F64(double valor)

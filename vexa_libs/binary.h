@@ -1,5 +1,6 @@
 #pragma once
 
+#include <bit>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -20,20 +21,41 @@ class CLector {
 public:
     explicit CLector(std::string_view bytes) : m_resto(bytes) {}
 
-    std::uint8_t U8() { return static_cast<std::uint8_t>(Toma(1)); }
-    std::uint16_t U16() { return static_cast<std::uint16_t>(Toma(2)); }
-    std::int16_t I16() { return static_cast<std::int16_t>(Toma(2)); }
-    std::uint32_t U32() { return static_cast<std::uint32_t>(Toma(4)); }
-    std::int32_t I32() { return static_cast<std::int32_t>(Toma(4)); }
-    double F64();
-    std::string_view Bytes(std::size_t n);
+    std::uint8_t U8() { return static_cast<std::uint8_t>(Toma<1>()); }
+    std::uint16_t U16() { return static_cast<std::uint16_t>(Toma<2>()); }
+    std::int16_t I16() { return static_cast<std::int16_t>(Toma<2>()); }
+    std::uint32_t U32() { return static_cast<std::uint32_t>(Toma<4>()); }
+    std::int32_t I32() { return static_cast<std::int32_t>(Toma<4>()); }
+    std::uint64_t U64() { return Toma<8>(); }
+    double F64() { return std::bit_cast<double>(U64()); }
+    std::string_view Bytes(std::size_t n)
+    {
+        if (n > m_resto.size()) {
+            m_bien = false;
+            m_resto = {};
+            return {};
+        }
+        const std::string_view bytes = m_resto.substr(0, n);
+        m_resto.remove_prefix(n);
+        return bytes;
+    }
 
     std::size_t Quedan() const { return m_resto.size(); }
     bool Bien() const { return m_bien; }
     void Falla() { m_bien = false; }
 
 private:
-    std::uint64_t Toma(std::size_t n);
+    template <std::size_t N>
+    std::uint64_t Toma()
+    {
+        const std::string_view bytes = Bytes(N);
+        if (bytes.empty())
+            return 0;
+        std::uint64_t valor = 0;
+        for (std::size_t i = N; i-- > 0;)
+            valor = (valor << 8U) | static_cast<unsigned char>(bytes[i]);
+        return valor;
+    }
 
     std::string_view m_resto;
     bool m_bien = true;

@@ -49,39 +49,41 @@ std::uint64_t Quedan(const CFile& fichero)
     return posicion < fichero.GetLength() ? fichero.GetLength() - posicion : 0;
 }
 
-/// All bytes of the entity at the file's position; empty where no whole one stands.
-std::string LeeEntidad(CFile* fichero)
+/// The entity at the file's position, in the file's memory; empty where no whole one stands.
+std::string_view LeeEntidad(CFile* fichero)
 {
-    std::string bytes(kCabeceraEntidad, '\0');
-    if (fichero->Read(bytes.data(), kCabeceraEntidad) < kCabeceraEntidad ||
-        !bytes.starts_with(kMarcaEntidad))
+    const std::uint64_t posicion = fichero->GetPosition();
+    const std::string_view bytes = fichero->Tramo(kCabeceraEntidad);
+    if (bytes.size() < kCabeceraEntidad || !bytes.starts_with(kMarcaEntidad))
         return {};
     CLector lector(bytes);
     const CCabecera cabecera = CCabecera::De(lector);
     if (cabecera.tipo < CTipoDat::Linea || cabecera.tipo > CTipoDat::Punto ||
         cabecera.Cuerpo() > std::min(Quedan(*fichero), kRegistroMayor))
         return {};
-    const auto cuerpo = static_cast<UINT>(cabecera.Cuerpo());
-    bytes.resize(kCabeceraEntidad + cuerpo);
-    if (fichero->Read(bytes.data() + kCabeceraEntidad, cuerpo) < cuerpo)
+    const std::size_t largo = kCabeceraEntidad + static_cast<std::size_t>(cabecera.Cuerpo());
+    fichero->Seek(posicion);
+    const std::string_view todo = fichero->Tramo(largo);
+    if (todo.size() < largo)
         return {};
-    const std::string_view todo = bytes;
-    CLector crc(todo.substr(todo.size() - kBytesCrc));
-    return crc.U32() == Crc32(todo.substr(0, todo.size() - kBytesCrc)) ? bytes : std::string();
+    CLector crc(todo.substr(largo - kBytesCrc));
+    return crc.U32() == Crc32(todo.substr(0, largo - kBytesCrc)) ? todo : std::string_view();
 }
 
 } // namespace
 
 template <class T>
-bool CEntidadVexa<T>::Read(CFile* fichero)
+bool CEntidadVexa<T>::Lee(CFile* fichero, bool soloLineas)
 {
-    const std::string bytes = LeeEntidad(fichero);
+    const std::string_view bytes = LeeEntidad(fichero);
     if (bytes.empty())
         return false;
     CLector lector(bytes);
     const CCabecera cabecera = CCabecera::De(lector);
-    const std::string_view codigo = lector.Bytes(cabecera.codigo);
-    m_tipo = CTipoDat(static_cast<CTipoDat::CTipoEntidad>(cabecera.tipo), codigo);
+    const auto tipo = static_cast<CTipoDat::CTipoEntidad>(cabecera.tipo);
+    if (soloLineas && tipo != CTipoDat::Linea)
+        return false;
+    m_tipo = CTipoDat(tipo, lector.Bytes(cabecera.codigo));
     m_tipo.SetBorrado(cabecera.estado != 0);
     m_puntos.resize(cabecera.puntos);
     for (CPunto<T>& punto : m_puntos) {
@@ -119,16 +121,6 @@ int CEntidadVexa<T>::Bytes() const
 {
     return static_cast<int>(kCabeceraEntidad + kBytesCrc + m_puntos.size() * kBytesPunto) +
            m_tipo.Codigo().GetLength() + m_texto.GetLength();
-}
-
-template <class T>
-bool CLinea<T>::Read(CFile* fichero)
-{
-    CLinea leida;
-    if (!leida.CEntidadVexa<T>::Read(fichero) || !leida.Tipo().EsLinea())
-        return false;
-    *this = std::move(leida);
-    return true;
 }
 
 template <class T>

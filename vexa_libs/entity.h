@@ -52,7 +52,7 @@ public:
     /// Reads the entity at the file's position. False, with nothing changed here, at the end of the
     /// file and where no whole entity stands: a wrong mark or kind, lengths that pass the file's
     /// end, a wrong sum. No length is believed before it is held against the file.
-    virtual bool Read(CFile* fichero);
+    virtual bool Read(CFile* fichero) { return Lee(fichero, false); }
     /// Writes the entity at the file's end. Raises CFileException.
     void Write(CFile* fichero) const;
     /// Length of what `Write` writes.
@@ -71,6 +71,8 @@ public:
     }
 
 protected:
+    bool Lee(CFile* fichero, bool soloLineas);
+
     CString m_texto;
 
 private:
@@ -88,7 +90,7 @@ public:
     }
 
     /// As the base's; false, with nothing changed, for an entity that is no line.
-    bool Read(CFile* fichero) override;
+    bool Read(CFile* fichero) override { return this->Lee(fichero, true); }
     /// Turns the line round.
     void Voltea();
     /// Appends the other line; with `sinRepetir` without its first point where it repeats the last

@@ -2,14 +2,14 @@
 
 #include <algorithm>
 #include <cmath>
-#include <string>
+#include <string_view>
 
 namespace vexageo {
 namespace {
 
 constexpr std::string_view kMarca = "VPOL";
-constexpr UINT kCabecera = 8;
-constexpr UINT kBytesCrc = 4;
+constexpr std::size_t kCabecera = 8;
+constexpr std::size_t kBytesCrc = 4;
 constexpr std::size_t kCuerpoMenor = 88; // of a polygon without stretches, indexes and islands
 constexpr int kMasHondo = 16;
 
@@ -50,18 +50,19 @@ void EscribeLista(CEscritor& escritor, const std::vector<int>& lista)
 
 bool CPoligonoTopologico::Read(CFile* fichero)
 {
-    std::string bytes(kCabecera, '\0');
-    if (fichero->Read(bytes.data(), kCabecera) < kCabecera || !bytes.starts_with(kMarca))
-        return false;
-    const std::uint32_t largo = CLector(std::string_view(bytes).substr(kMarca.size())).U32();
     const std::uint64_t posicion = fichero->GetPosition();
-    const std::uint64_t quedan = fichero->GetLength() - std::min(posicion, fichero->GetLength());
-    if (std::uint64_t{largo} + kBytesCrc > std::min(quedan, kRegistroMayor))
+    CLector cabecera(fichero->Tramo(kCabecera));
+    const bool marca = cabecera.Bytes(kMarca.size()) == kMarca;
+    const std::uint32_t largo = cabecera.U32();
+    const std::uint64_t quedan =
+        fichero->GetLength() - std::min(fichero->GetPosition(), fichero->GetLength());
+    if (!marca || !cabecera.Bien() ||
+        std::uint64_t{largo} + kBytesCrc > std::min(quedan, kRegistroMayor))
         return false;
-    bytes.resize(std::size_t{kCabecera} + largo + kBytesCrc);
-    if (fichero->Read(bytes.data() + kCabecera, largo + kBytesCrc) < largo + kBytesCrc)
+    fichero->Seek(posicion);
+    const std::string_view todo = fichero->Tramo(kCabecera + largo + kBytesCrc);
+    if (todo.size() < kCabecera + largo + kBytesCrc)
         return false;
-    const std::string_view todo = bytes;
     CLector crc(todo.substr(kCabecera + largo));
     if (crc.U32() != Crc32(todo.substr(0, kCabecera + largo)))
         return false;
@@ -71,6 +72,19 @@ bool CPoligonoTopologico::Read(CFile* fichero)
         return false;
     *this = std::move(leido);
     return true;
+}
+
+bool CPoligonoTopologico::ReadIsla(CFile* fichero)
+{
+    const std::uint64_t posicion = fichero->GetPosition();
+    CLector lector(fichero->Tramo(kCabecera + sizeof m_numero + sizeof m_clase));
+    lector.Bytes(kCabecera + sizeof m_numero);
+    const bool isla = lector.I16() == kIsla;
+    fichero->Seek(posicion);
+    if (isla && Read(fichero))
+        return true;
+    fichero->Seek(posicion);
+    return false;
 }
 
 bool CPoligonoTopologico::LeeCuerpo(CLector& lector, int hondura)

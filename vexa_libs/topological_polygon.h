@@ -17,6 +17,9 @@ public:
     /// that pass the file's end, bytes left over, islands more than 16 deep, an area that is no
     /// finite number.
     bool Read(CFile* fichero);
+    /// The same for the record of an island alone; where another one stands, or none, the file
+    /// stays in front of it.
+    bool ReadIsla(CFile* fichero);
     /// Writes the record. Raises CFileException.
     void Write(CFile* fichero) const;
 

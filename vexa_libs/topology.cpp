@@ -25,10 +25,10 @@ std::uint64_t MasPuntos(const CFile& dibujo)
 bool ConstruyeLinea(const CPoligonoTopologico& poligono, CFile* dibujo, CLinea<int>& linea,
                     const std::function<bool()>& falla)
 {
+    CLinea<int> tramo("nuevo");
     for (int i = 0; i < poligono.Tramos(); ++i) {
         const std::int64_t valor = poligono.OffsetTramo(i);
         const std::int64_t posicion = (valor < 0 ? -valor : valor) - 1;
-        CLinea<int> tramo("nuevo");
         bool leido = false;
         if (posicion >= 0) {
             dibujo->Seek(static_cast<std::uint64_t>(posicion));
@@ -73,7 +73,7 @@ bool CTopologia::Read(CFile* dibujo, CFile* poligonos)
     while (poligono.Read(poligonos)) {
         poligono.SetPadre(-1);
         if (!poligono.EsIsla())
-            m_poligonos.push_back(poligono);
+            m_poligonos.push_back(std::move(poligono));
         else if (!m_poligonos.empty())
             m_poligonos.back().InsertaIsla(poligono);
     }

@@ -6,13 +6,9 @@
 
 void SumaIslas(CFile* poligonos, double& area)
 {
-    std::uint64_t posicion = poligonos->GetPosition();
     vexageo::CPoligonoTopologico isla;
-    while (isla.Read(poligonos) && isla.EsIsla()) {
-        posicion = poligonos->GetPosition();
+    while (isla.ReadIsla(poligonos))
         area += isla.Area();
-    }
-    poligonos->Seek(posicion);
 }
 
 Rotulo LeeRotuloDeCodigo(const vexageo::CPoligonoTopologico& poligono, CFile* bin,

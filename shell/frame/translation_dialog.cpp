@@ -340,7 +340,8 @@ bool CTraduccionDlg::AbreEntrada(CStdioFile& fichero, const CString& nombre)
 
 bool CTraduccionDlg::AbreDibujo(CFile& fichero, const CString& nombre)
 {
-    return Abre(fichero, nombre, CFile::modeRead | CFile::typeBinary | CFile::anyCase);
+    return Abre(fichero, nombre,
+                CFile::modeRead | CFile::typeBinary | CFile::anyCase | CFile::modeWhole);
 }
 
 bool CTraduccionDlg::AbreOrtos(CFile& bin, CFile& top, const CString& nombre)
