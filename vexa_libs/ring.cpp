@@ -1,5 +1,6 @@
 #include "vexa_libs/ring.h"
 
+#include <algorithm>
 #include <cstdint>
 
 namespace vexageo {
@@ -21,28 +22,134 @@ bool EntreExtremos(const CPunto<int>& a, const CPunto<int>& b, const CPunto<int>
            p.Y <= std::max(a.Y, b.Y);
 }
 
+/// What the edges seen so far say of a point, whose ray runs to the right.
+struct CCuenta {
+    CPunto<int> punto;
+    bool dentro = false; // the ray has met an odd number of them
+    bool borde = false;
+
+    void Arista(const CPunto<int>& a, const CPunto<int>& b)
+    {
+        const bool sube = a.Y <= punto.Y && punto.Y < b.Y;
+        const bool baja = b.Y <= punto.Y && punto.Y < a.Y;
+        if (!sube && !baja && !EntreExtremos(a, b, punto))
+            return;
+        const Ancho cruz = Cruz(a, b, punto);
+        borde = borde || (cruz == 0 && EntreExtremos(a, b, punto));
+        dentro ^= (sube && cruz > 0) || (baja && cruz < 0);
+    }
+    /// Edges in a row that lie right of the point all: the ray meets an odd number of them where
+    /// their two ends lie on both sides of it.
+    void CadenaALaDerecha(const CPunto<int>& a, const CPunto<int>& b)
+    {
+        dentro ^= (a.Y <= punto.Y) != (b.Y <= punto.Y);
+    }
+    Lugar Dice() const { return borde ? Lugar::Borde : dentro ? Lugar::Dentro : Lugar::Fuera; }
+};
+
+constexpr std::size_t kMenosPuntos = 3; // of a ring that holds something
+constexpr std::size_t kAnilloLargo = 64;
+constexpr std::size_t kPorCadena = 8;
+
 } // namespace
 
 Lugar Situa(const std::vector<CPunto<int>>& anillo, const CPunto<int>& punto)
 {
-    constexpr std::size_t kMenosPuntos = 3;
     if (anillo.size() < kMenosPuntos)
         return Lugar::Fuera;
-    bool dentro = false;
+    CCuenta cuenta{punto};
     const CPunto<int>* a = &anillo.back();
     for (const CPunto<int>& b : anillo) {
-        const bool sube = a->Y <= punto.Y && punto.Y < b.Y;
-        const bool baja = b.Y <= punto.Y && punto.Y < a->Y;
-        if (sube || baja || EntreExtremos(*a, b, punto)) {
-            const Ancho cruz = Cruz(*a, b, punto);
-            if (cruz == 0 && EntreExtremos(*a, b, punto))
-                return Lugar::Borde;
-            if ((sube && cruz > 0) || (baja && cruz < 0))
-                dentro = !dentro;
-        }
+        cuenta.Arista(*a, b);
+        if (cuenta.borde)
+            break;
         a = &b;
     }
-    return dentro ? Lugar::Dentro : Lugar::Fuera;
+    return cuenta.Dice();
+}
+
+struct CAnilloConsultado::CVisita {
+    CCuenta cuenta;
+    std::size_t aristas; // of a chain of the level at work
+};
+
+bool CAnilloConsultado::CCadena::Abarca(const CPunto<int>& punto) const
+{
+    return minX <= punto.X && punto.X <= maxX && minY <= punto.Y && punto.Y <= maxY;
+}
+
+const CPunto<int>& CAnilloConsultado::Esquina(std::size_t arista) const
+{
+    return arista == 0 ? m_anillo->back() : (*m_anillo)[arista - 1];
+}
+
+Lugar CAnilloConsultado::Situa(const CPunto<int>& punto) const
+{
+    if (m_anillo->size() < kAnilloLargo)
+        return vexageo::Situa(*m_anillo, punto);
+    if (m_niveles.empty())
+        Construye();
+    CVisita visita{{punto}, kPorCadena};
+    for (std::size_t nivel = 1; nivel < m_niveles.size(); ++nivel)
+        visita.aristas *= kPorCadena;
+    Mira(visita, m_niveles.size() - 1, 0);
+    return visita.cuenta.Dice();
+}
+
+void CAnilloConsultado::Construye() const
+{
+    std::vector<CCadena> nivel;
+    const auto cadenas = [](std::size_t debajo) { return (debajo - 1) / kPorCadena + 1; };
+    nivel.reserve(cadenas(m_anillo->size()));
+    for (std::size_t i = 0; i < m_anillo->size(); i += kPorCadena) {
+        const CPunto<int>& a = Esquina(i);
+        CCadena& cadena = nivel.emplace_back(CCadena{a.X, a.Y, a.X, a.Y});
+        for (std::size_t k = i; k < std::min(i + kPorCadena, m_anillo->size()); ++k) {
+            const CPunto<int>& b = (*m_anillo)[k];
+            cadena = {std::min(cadena.minX, b.X), std::min(cadena.minY, b.Y),
+                      std::max(cadena.maxX, b.X), std::max(cadena.maxY, b.Y)};
+        }
+    }
+    m_niveles.push_back(std::move(nivel));
+    while (m_niveles.back().size() > 1) {
+        const std::vector<CCadena>& debajo = m_niveles.back();
+        std::vector<CCadena> encima;
+        encima.reserve(cadenas(debajo.size()));
+        for (std::size_t i = 0; i < debajo.size(); ++i) {
+            const CCadena& c = debajo[i];
+            if (i % kPorCadena == 0) {
+                encima.push_back(c);
+                continue;
+            }
+            CCadena& suma = encima.back();
+            suma = {std::min(suma.minX, c.minX), std::min(suma.minY, c.minY),
+                    std::max(suma.maxX, c.maxX), std::max(suma.maxY, c.maxY)};
+        }
+        m_niveles.push_back(std::move(encima));
+    }
+}
+
+void CAnilloConsultado::Mira(CVisita& visita, std::size_t nivel, std::size_t i) const
+{
+    const CCadena& cadena = m_niveles[nivel][i];
+    const CPunto<int>& punto = visita.cuenta.punto;
+    const std::size_t desde = i * visita.aristas;
+    const std::size_t hasta = std::min(desde + visita.aristas, m_anillo->size());
+    if (punto.X < cadena.minX)
+        return visita.cuenta.CadenaALaDerecha(Esquina(desde), Esquina(hasta));
+    if (!cadena.Abarca(punto))
+        return;
+    if (nivel == 0) {
+        for (std::size_t k = desde; k < hasta; ++k)
+            visita.cuenta.Arista(Esquina(k), (*m_anillo)[k]);
+        return;
+    }
+    visita.aristas /= kPorCadena;
+    const std::size_t primera = i * kPorCadena;
+    const std::size_t fin = std::min(primera + kPorCadena, m_niveles[nivel - 1].size());
+    for (std::size_t k = primera; k < fin && !visita.cuenta.borde; ++k)
+        Mira(visita, nivel - 1, k);
+    visita.aristas *= kPorCadena;
 }
 
 double DobleArea(const std::vector<CPunto<int>>& anillo)

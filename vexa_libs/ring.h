@@ -16,6 +16,31 @@ enum class Lugar { Fuera, Borde, Dentro };
 /// hold nothing. Z plays no part. Takes a step for each edge.
 Lugar Situa(const std::vector<CPunto<int>>& anillo, const CPunto<int>& punto);
 
+/// A ring that is asked for many points. The answers are those of `Situa`; those of a long ring
+/// take steps by its logarithm, as a rule: a tree over chains of its edges, made at the first
+/// question, leaves only the chains to walk whose extent holds the point.
+class CAnilloConsultado {
+public:
+    /// \param anillo  which must stay as it is, and where it is
+    explicit CAnilloConsultado(const std::vector<CPunto<int>>& anillo) : m_anillo(&anillo) {}
+
+    Lugar Situa(const CPunto<int>& punto) const;
+
+private:
+    struct CCadena {
+        int minX, minY, maxX, maxY;
+        bool Abarca(const CPunto<int>& punto) const;
+    };
+    struct CVisita;
+
+    const CPunto<int>& Esquina(std::size_t arista) const; ///< where an edge begins
+    void Construye() const;
+    void Mira(CVisita& visita, std::size_t nivel, std::size_t i) const;
+
+    const std::vector<CPunto<int>>* m_anillo;
+    mutable std::vector<std::vector<CCadena>> m_niveles; // the shortest chains first, the ring last
+};
+
 /// Twice the area that the ring encloses, in squared units, without its sign; exact below 2^53.
 double DobleArea(const std::vector<CPunto<int>>& anillo);
 

@@ -61,7 +61,8 @@ void CIndiceAnillos::Añade(const std::vector<CPunto<int>>& anillo, double prefe
     for (const CPunto<int>& punto : anillo)
         maximas.Nuevo(punto);
     m_anillos.push_back({maximas.Minimo.X, maximas.Minimo.Y, maximas.Maximo.X, maximas.Maximo.Y,
-                         preferencia, indice});
+                         preferencia, indice, m_consultas.size()});
+    m_consultas.emplace_back(anillo);
     m_listo = false;
 }
 
@@ -87,7 +88,8 @@ void CIndiceAnillos::Construye() const
     m_listo = true;
 }
 
-int CIndiceAnillos::Busca(const CPunto<int>& punto, const std::function<bool(int)>& tiene) const
+int CIndiceAnillos::Busca(const CPunto<int>& punto,
+                          const std::function<bool(int, Lugar)>& acepta) const
 {
     if (m_anillos.empty())
         return -1;
@@ -112,7 +114,7 @@ int CIndiceAnillos::Busca(const CPunto<int>& punto, const std::function<bool(int
         const CPendiente mejor = cola.top();
         cola.pop();
         if (mejor.nivel == kEsAnillo) {
-            if (tiene(mejor.caja.indice))
+            if (acepta(mejor.caja.indice, m_consultas[mejor.caja.consulta].Situa(punto)))
                 return mejor.caja.indice;
             continue;
         }

@@ -3,7 +3,7 @@
 #include <functional>
 #include <vector>
 
-#include "vexa_libs/point.h"
+#include "vexa_libs/ring.h"
 
 namespace vexageo {
 
@@ -18,14 +18,30 @@ public:
         int minX, minY, maxX, maxY;
         double preferencia;
         int indice;
+        std::size_t consulta; ///< in m_consultas
     };
 
-    /// Adds a ring; one without points holds nothing and is left out.
-    void Añade(const std::vector<CPunto<int>>& anillo, double preferencia, int indice);
+    CIndiceAnillos() = default;
+    CIndiceAnillos(const CIndiceAnillos&) = delete; // a copy of the rings stands elsewhere
+    CIndiceAnillos(CIndiceAnillos&&) noexcept = default;
+    CIndiceAnillos& operator=(const CIndiceAnillos&) = delete;
+    CIndiceAnillos& operator=(CIndiceAnillos&&) noexcept = default;
+    ~CIndiceAnillos() = default;
 
-    /// The preferred ring that holds the point, -1 if none does.
-    /// \param tiene  the exact test of the ring with an index
-    int Busca(const CPunto<int>& punto, const std::function<bool(int indice)>& tiene) const;
+    /// Adds a ring, which must stay as it is, and where it is, as long as questions are asked; one
+    /// without points holds nothing and is left out.
+    void Añade(const std::vector<CPunto<int>>& anillo, double preferencia, int indice);
+    void Añade(std::vector<CPunto<int>>&& anillo, double preferencia, int indice) = delete;
+
+    /// The preferred ring that is accepted for the point, -1 if none is.
+    /// \param acepta  is told how the point lies to the ring with an index, and decides
+    int Busca(const CPunto<int>& punto,
+              const std::function<bool(int indice, Lugar lugar)>& acepta) const;
+    /// The preferred ring that holds the point, its boundary included.
+    int Busca(const CPunto<int>& punto) const
+    {
+        return Busca(punto, [](int, Lugar lugar) { return lugar != Lugar::Fuera; });
+    }
 
 private:
     struct CNodo {
@@ -35,6 +51,7 @@ private:
 
     void Construye() const;
 
+    std::vector<CAnilloConsultado> m_consultas;
     // Made ready at the first look-up after rings were added.
     mutable std::vector<CAnillo> m_anillos;
     mutable std::vector<std::vector<CNodo>> m_niveles; // leaves' nodes first, the root's level last

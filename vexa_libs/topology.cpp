@@ -125,8 +125,14 @@ void CTopologia::OrdenaPoligonos()
 void CTopologia::PreparaIndice() const
 {
     m_indice = CIndiceAnillos();
-    for (int i = 0; i < Poligonos(); ++i)
-        m_indice.Añade(Anillo(Poligono(i), 0).Puntos(), DameArea(i), i);
+    m_islas.clear();
+    m_islas.resize(m_poligonos.size());
+    for (int i = 0; i < Poligonos(); ++i) {
+        const CPoligonoTopologico& poligono = Poligono(i);
+        m_indice.Añade(Anillo(poligono, 0).Puntos(), DameArea(i), i);
+        for (int k = 1; k <= poligono.Islas(); ++k)
+            m_islas[static_cast<std::size_t>(i)].Añade(Anillo(poligono, k).Puntos(), 0, k);
+    }
     m_indiceListo = true;
 }
 
@@ -134,14 +140,10 @@ int CTopologia::EncuentraPoligono(const CPunto<int>& punto) const
 {
     if (!m_indiceListo)
         PreparaIndice();
-    return m_indice.Busca(punto, [&](int i) {
-        const CPoligonoTopologico& poligono = Poligono(i);
-        if (Anillo(poligono, 0).EstaDentro(punto) == 0)
-            return false;
-        for (int k = 1; k <= poligono.Islas(); ++k)
-            if (Situa(Anillo(poligono, k).Puntos(), punto) == Lugar::Dentro)
-                return false;
-        return true;
+    const auto estrictamente = [](int, Lugar lugar) { return lugar == Lugar::Dentro; };
+    return m_indice.Busca(punto, [&](int i, Lugar lugar) {
+        return lugar != Lugar::Fuera &&
+               m_islas[static_cast<std::size_t>(i)].Busca(punto, estrictamente) < 0;
     });
 }
 

@@ -66,6 +66,7 @@ private:
     /// positions here.
     CDibujoVexa m_dibujo;
     mutable CIndiceAnillos m_indice;
+    mutable std::vector<CIndiceAnillos> m_islas; // of each polygon
     mutable bool m_indiceListo = false;
 };
 

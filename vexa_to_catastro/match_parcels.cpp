@@ -36,7 +36,8 @@ void GuardaContorno(const CPoligonoTopologico& registro, const CTexto<int>& rotu
     poligono.LineasParcelas.Inserta(linea);
     poligono.TextosParcelas.Inserta(rotulo);
     if (const double area = linea.Area(100.0); area < kAreaImposible)
-        poligono.indice.Añade(linea.Puntos(), area, posicion);
+        poligono.indice.Añade(poligono.LineasParcelas[static_cast<unsigned>(posicion)]->Puntos(),
+                              area, posicion);
 }
 
 } // namespace

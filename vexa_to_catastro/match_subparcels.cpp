@@ -24,11 +24,7 @@ CString LetraDelRotulo(const CString& rotulo)
 /// Number of the smallest parcel of the polygon that holds the point, -1 if none does.
 int ParcelaEn(CPoligonoEnCurso& poligono, const CPunto<int>& punto)
 {
-    const int k = poligono.indice.Busca(punto, [&](int i) {
-        const auto* linea =
-            static_cast<const CLinea<int>*>(poligono.LineasParcelas[static_cast<unsigned>(i)]);
-        return linea->EstaDentro(punto) != 0;
-    });
+    const int k = poligono.indice.Busca(punto);
     if (k < 0)
         return -1;
     return LeeEntero(

@@ -32,15 +32,13 @@ void CZonasOrto::Inserta(const CLinea<int>& linea, const CTexto<int>& texto)
     const int indice = static_cast<int>(LineasOrtos.Cantidad());
     LineasOrtos.Inserta(linea);
     TextosOrtos.Inserta(texto);
-    m_indice.Añade(linea.Puntos(), 0, indice); // no sheet is preferred: the earlier one wins
+    // No sheet is preferred: the earlier one wins.
+    m_indice.Añade(LineasOrtos[static_cast<unsigned>(indice)]->Puntos(), 0, indice);
 }
 
 const CString* CZonasOrto::BuscaOrto(const CPunto<int>& punto) const
 {
-    const int i = m_indice.Busca(punto, [&](int k) {
-        return static_cast<const CLinea<int>*>(LineasOrtos[static_cast<unsigned>(k)])
-                   ->EstaDentro(punto) != 0;
-    });
+    const int i = m_indice.Busca(punto);
     return i < 0 ? nullptr
                  : &static_cast<const CTexto<int>*>(TextosOrtos[static_cast<unsigned>(i)])->Texto();
 }

@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <climits>
+#include <cmath>
+#include <numeric>
+#include <random>
 
 #include <gtest/gtest.h>
 
@@ -134,7 +137,7 @@ TEST(IndiceAnillos, AnswersAsAWalkOfAllRingsDoes)
     anillos.push_back(anillos[7]);
     anillos.push_back({{3, 3}});
     CIndiceAnillos indice;
-    EXPECT_EQ(indice.Busca({5, 5}, [](int) { return true; }), -1) << "no ring at all";
+    EXPECT_EQ(indice.Busca({5, 5}), -1) << "no ring at all";
     const auto area = [&](std::size_t i) { return vexageo::DobleArea(anillos[i]); };
     for (std::size_t i = 0; i < anillos.size(); ++i)
         indice.Añade(anillos[i], area(i), static_cast<int>(i));
@@ -146,34 +149,77 @@ TEST(IndiceAnillos, AnswersAsAWalkOfAllRingsDoes)
                 if (Situa(anillos[i], punto) != Lugar::Fuera &&
                     (esperado < 0 || area(i) < area(static_cast<std::size_t>(esperado))))
                     esperado = static_cast<int>(i);
-            const auto tiene = [&](int i) {
-                return Situa(anillos[static_cast<std::size_t>(i)], punto) != Lugar::Fuera;
-            };
-            ASSERT_EQ(indice.Busca(punto, tiene), esperado) << x << ", " << y;
+            ASSERT_EQ(indice.Busca(punto), esperado) << x << ", " << y;
         }
     }
 }
 
 TEST(IndiceAnillos, AsksFewOfManyRings)
 {
+    std::vector<CAnillo> celdas;
+    std::vector<CAnillo> marcos;
+    for (int i = 0; i < 10000; ++i) {
+        celdas.push_back(Cuadrado(i % 100 * 10, i / 100 * 10, 10));
+        marcos.push_back(Cuadrado(i, i, 100000 - 2 * i));
+    }
     CIndiceAnillos lado;
     CIndiceAnillos dentro;
     for (int i = 0; i < 10000; ++i) {
-        lado.Añade(Cuadrado(i % 100 * 10, i / 100 * 10, 10), 100, i);
-        dentro.Añade(Cuadrado(i, i, 100000 - 2 * i), 100000.0 - 2 * i, i);
+        lado.Añade(celdas[static_cast<std::size_t>(i)], 100, i);
+        dentro.Añade(marcos[static_cast<std::size_t>(i)], 100000.0 - 2 * i, i);
     }
     int preguntas = 0;
-    EXPECT_EQ(lado.Busca({505, 505},
-                         [&](int) {
-                             ++preguntas;
-                             return true;
-                         }),
-              5050);
-    EXPECT_EQ(dentro.Busca({50000, 50000},
-                           [&](int) {
-                               ++preguntas;
-                               return true;
-                           }),
-              9999);
+    const auto cuenta = [&](int, Lugar lugar) {
+        ++preguntas;
+        return lugar != Lugar::Fuera;
+    };
+    EXPECT_EQ(lado.Busca({505, 505}, cuenta), 5050);
+    EXPECT_EQ(dentro.Busca({50000, 50000}, cuenta), 9999);
     EXPECT_EQ(preguntas, 2);
+}
+
+namespace {
+
+/// Rings of many kinds: of few different coordinates, so that edges lie on one another, corners on
+/// edges, and the ring crosses itself; combs; smooth ones; and those as large as coordinates go.
+CAnillo AnilloAlAzar(std::mt19937& azar)
+{
+    const int puntos = 3 + static_cast<int>(azar() % 700);
+    const int clase = static_cast<int>(azar() % 4);
+    const int lado = 2 + static_cast<int>(azar() % 60);
+    const auto hasta = [&](int n) { return static_cast<int>(azar() % static_cast<unsigned>(n)); };
+    CAnillo anillo;
+    for (int i = 0; i < puntos; ++i) {
+        const double angulo = 6.283185307179586 * i / puntos;
+        if (clase == 0)
+            anillo.push_back({hasta(lado), hasta(lado)});
+        else if (clase == 1)
+            anillo.push_back({i / 2, i / 2 % 2 == 0 ? lado : hasta(3)});
+        else if (clase == 2)
+            anillo.push_back({static_cast<int>(lado * std::cos(angulo)),
+                              static_cast<int>(lado * std::sin(angulo))});
+        else
+            anillo.push_back({static_cast<int>(azar()), static_cast<int>(azar())});
+    }
+    return anillo;
+}
+
+} // namespace
+
+TEST(AnilloConsultado, AnswersAsAWalkOfAllEdgesDoes)
+{
+    std::mt19937 azar(7);
+    for (int vez = 0; vez < 300; ++vez) {
+        const CAnillo anillo = AnilloAlAzar(azar);
+        const vexageo::CAnilloConsultado consultado(anillo);
+        for (int k = 0; k < 1000; ++k) { // near its corners, level with them, and on its edges
+            const CPunto<int>& a = anillo[azar() % anillo.size()];
+            const CPunto<int>& b = anillo[azar() % anillo.size()];
+            const CPunto<int> puntos[] = {
+                {a.X, b.Y}, {a.X, a.Y}, {std::midpoint(a.X, b.X), std::midpoint(a.Y, b.Y)}};
+            for (const CPunto<int>& punto : puntos)
+                ASSERT_EQ(consultado.Situa(punto), Situa(anillo, punto))
+                    << "ring " << vez << " at " << punto.X << ", " << punto.Y;
+        }
+    }
 }
