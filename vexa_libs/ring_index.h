@@ -12,15 +12,6 @@ namespace vexageo {
 /// touches a few extents for rings side by side and for rings within one another alike.
 class CIndiceAnillos {
 public:
-    /// A ring's extent, with what decides among several: the smaller preference, then the smaller
-    /// index.
-    struct CAnillo {
-        int minX, minY, maxX, maxY;
-        double preferencia;
-        int indice;
-        std::size_t consulta; ///< in m_consultas
-    };
-
     CIndiceAnillos() = default;
     CIndiceAnillos(const CIndiceAnillos&) = delete; // a copy of the rings stands elsewhere
     CIndiceAnillos(CIndiceAnillos&&) noexcept = default;
@@ -44,18 +35,34 @@ public:
     }
 
 private:
-    struct CNodo {
-        CAnillo resumen;          // extent of all below it; the best preference and index there
-        std::size_t desde, hasta; // in the level below; for a leaf, in m_anillos
+    /// A ring, or all that stand below a node: the extent, and the best preference and index there.
+    struct CCaja {
+        int minX, minY, maxX, maxY;
+        double preferencia;
+        int indice;
+        int consulta; ///< of a ring, in m_consultas
+
+        bool Abarca(int x, int y) const;
+        void Junta(const CCaja& otra);
+    };
+    /// A box that is still to be looked into.
+    struct CPendiente {
+        double preferencia;
+        int indice;
+        int nivel;
+        std::size_t posicion;
+
+        bool operator>(const CPendiente& otro) const;
     };
 
     void Construye() const;
+    static void OrdenaPorSitio(std::vector<CCaja>& cajas);
 
     std::vector<CAnilloConsultado> m_consultas;
-    // Made ready at the first look-up after rings were added.
-    mutable std::vector<CAnillo> m_anillos;
-    mutable std::vector<std::vector<CNodo>> m_niveles; // leaves' nodes first, the root's level last
-    mutable bool m_listo = false;
+    // Made ready at the first look-up after rings were added: the rings by their place, then the
+    // nodes above them, level by level up to the root. A look-up keeps its memory for the next.
+    mutable std::vector<std::vector<CCaja>> m_niveles = std::vector<std::vector<CCaja>>(1);
+    mutable std::vector<CPendiente> m_pendientes;
 };
 
 } // namespace vexageo
