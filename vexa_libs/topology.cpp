@@ -69,8 +69,7 @@ bool LeeRotulo(const CPoligonoTopologico& poligono, CFile* dibujo, CTexto<int>& 
 bool CTopologia::Read(CFile* dibujo, CFile* poligonos)
 {
     *this = CTopologia();
-    CPoligonoTopologico poligono;
-    while (poligono.Read(poligonos)) {
+    for (CPoligonoTopologico poligono; poligono.Read(poligonos); poligono = {}) {
         poligono.SetPadre(-1);
         if (!poligono.EsIsla())
             m_poligonos.push_back(std::move(poligono));
