@@ -113,8 +113,9 @@ int CWinApp::GetProfileInt(const CString& seccion, const CString& clave, int def
     const CString guardado = GetProfileString(seccion, clave, {});
     // A person may have written a note behind it.
     const std::string_view conNota = guardado;
-    const std::string_view texto = conNota.substr(0, conNota.find_first_of(";#"));
-    const char* fin = texto.data() + texto.find_last_not_of(' ') + 1;
+    std::string_view texto = conNota.substr(0, conNota.find_first_of(";#"));
+    texto = texto.substr(0, texto.find_last_not_of(' ') + 1);
+    const char* const fin = texto.data() + texto.size();
     int valor = 0;
     const auto [hasta, error] = std::from_chars(texto.data(), fin, valor);
     return error == std::errc() && hasta == fin ? valor : defecto;
