@@ -267,7 +267,8 @@ void DesacuerdaDibujos(CMunicipioSintetico& municipio)
 {
     std::vector<CParcelaDibujada>& p = municipio.parcelas;
     const auto esAbstracta = [](const CParcelaDibujada& parcela) {
-        return parcela.subparcelas.front().datos.tipo == kTipoAbstracta;
+        return !parcela.subparcelas.empty() &&
+               parcela.subparcelas.front().datos.tipo == kTipoAbstracta;
     };
     p.at(0).rotulo = "9001";                     // of no parcel; its own is never drawn
     p.at(1).rotulo = "no es un número";          // reads as 0
