@@ -1,20 +1,27 @@
 #include <algorithm>
+#include <csignal>
 #include <cstdint>
-#include <cstdio>
+#include <cstdlib>
 #include <fstream>
+#include <vector>
 
+#include "fuzz/terminal.h"
 #include "fuzz/way_back.h"
 #include "platform/cfile.h"
 #include "platform/html_help.h"
 #include "platform/output_set.h"
-#include "platform/settings.h"
+#include "platform/system.h"
 #include "platform/terminal/terminal_front_end.h"
 #include "resources/resources.h"
 #include "shell/campiva_app.h"
+#include "shell/start_up.h"
+#include "vexa_libs/ccadena.h"
 
 // The program at a terminal, and the texts that it takes from its user and finds beside it. The
-// pieces are the stored settings, what is typed, the file with the texts of the controls, a value
-// to be stored, and the command line, its tokens parted by tabs.
+// pieces are the stored settings, what is typed, the file with the texts of the help, a value
+// to be stored, the command line, its tokens parted by tabs, a diary, and the terminal's columns.
+// Option 0 has somebody type at it, 1 has it show what is told; 2 and 3 together name the pager.
+// The user stops a run by Ctrl-C.
 
 namespace {
 
@@ -35,6 +42,38 @@ private:
     fs::path m_antes;
 };
 
+constexpr UINT kMasColumnas = 200;
+constexpr const char* kPaginadores[] = {"", "cat", "no-hay-tal-programa", "true"};
+
+/// The front end with a user who presses Ctrl-C at one of a run's ticks.
+class CFrontalConUsuario : public CFrontalTerminal {
+public:
+    explicit CFrontalConUsuario(int parada) : m_parada(parada) {}
+    void AtiendeUno(CDialog& dialogo) override
+    {
+        CFrontalTerminal::AtiendeUno(dialogo);
+        if (++m_vez == m_parada)
+            std::raise(SIGINT);
+    }
+
+private:
+    int m_parada;
+    int m_vez = 0;
+};
+
+/// Takes Ctrl-C from the fuzzer, which has a handler of its own, as long as it lives. Where the
+/// program has none a key that comes too late changes nothing.
+class CTeclaParar {
+public:
+    CTeclaParar() : m_antes(std::signal(SIGINT, SIG_DFL)) {}
+    CTeclaParar(const CTeclaParar&) = delete;
+    CTeclaParar& operator=(const CTeclaParar&) = delete;
+    ~CTeclaParar() { std::signal(SIGINT, m_antes); }
+
+private:
+    void (*m_antes)(int);
+};
+
 /// No name leads out of the folder.
 std::string SinCarpetas(std::string_view texto)
 {
@@ -43,15 +82,27 @@ std::string SinCarpetas(std::string_view texto)
     return suyo;
 }
 
+/// Nor does one look like that of an output in the making.
+std::string SinRestos(std::string_view texto)
+{
+    std::string suyo = SinCarpetas(texto);
+    std::replace(suyo.begin(), suyo.end(), '~', '_');
+    return suyo;
+}
+
 class CTerminal : public CVuelta {
 public:
-    CTerminal() { fs::create_directories(m_ajustes.parent_path()); }
+    CTerminal()
+    {
+        sistema::AbreFlujosCerrados();
+        fs::create_directories(m_ajustes.parent_path());
+    }
 
     void Prueba(const CEntrada& entrada)
     {
         const CEnCarpeta carpeta(Ruta());
         PonAjustes(entrada);
-        PruebaAjustes(entrada.Trozo(3));
+        PruebaAjustes(entrada);
         PruebaTextos(entrada.Trozo(2));
         PruebaDiario(entrada.Trozo(5));
         PonAjustes(entrada);
@@ -61,26 +112,37 @@ public:
 private:
     void PonAjustes(const CEntrada& entrada) const
     {
-        std::ofstream(m_ajustes, std::ios::binary) << SinCarpetas(entrada.Trozo(0));
+        std::ofstream(m_ajustes, std::ios::binary) << SinRestos(entrada.Trozo(0));
     }
 
-    /// What is stored is read again, and nothing else has changed.
-    static void PruebaAjustes(std::string_view valor)
+    /// What is stored is read again, what can't be stored stays, and nothing else has changed.
+    void PruebaAjustes(const CEntrada& entrada)
     {
-        CAlmacenAjustes almacen("VexaSoft", "Campiva");
-        const auto otro = almacen.Lee("VexaACampiva2", "ArchivoTren");
-        const CAjuste ajuste{"CampivaAVexa", "ArchivoEntrada", valor};
-        try {
-            almacen.Escribe({&ajuste, 1});
-        } catch (const CFileException&) {
-            Exige(valor.find_first_of("\r\n") != std::string_view::npos,
-                  "a value of one line can be stored");
-            return;
+        constexpr const char* kSeccion = "CampivaAVexa";
+        constexpr const char* kClave = "ArchivoEntrada";
+        CVersionApp& aplicacion = Aplicacion();
+        const CString valor = entrada.Trozo(3);
+        const CString antes = aplicacion.GetProfileString(kSeccion, kClave, "no está");
+        const CString otro = aplicacion.GetProfileString("VexaACampiva2", "ArchivoTren", {});
+        const int numero = aplicacion.GetProfileInt("VexaACampiva2", "TipoEntrada", -1);
+        bool guardado = false;
+        {
+            const CTropiezo tropiezo(entrada);
+            guardado = aplicacion.WriteProfileString(kSeccion, kClave, valor) != 0;
         }
-        const auto leido = almacen.Lee(ajuste.seccion, ajuste.clave);
-        const bool conNulo = valor.find('\0') != std::string_view::npos; // no name has one
-        Exige(leido && (conNulo || *leido == ajuste.valor), "what was stored is read again");
-        Exige(almacen.Lee("VexaACampiva2", "ArchivoTren") == otro, "other values stay");
+        if (entrada.Fallo() != 0)
+            CConjuntoSalidas::Sana({m_ajustes.string()});
+        const std::string_view texto = valor;
+        const bool unaLinea = texto.find_first_of("\r\n") == std::string_view::npos;
+        Exige(guardado ? unaLinea : !unaLinea || entrada.Fallo() != 0,
+              "a value of one line can be stored");
+        const CString ahora = aplicacion.GetProfileString(kSeccion, kClave, "no está");
+        const bool conNulo = texto.find('\0') != std::string_view::npos; // no name has one
+        Exige(guardado ? conNulo || ahora == valor : ahora == antes,
+              "what was stored is read again, and else what was there");
+        Exige(aplicacion.GetProfileString("VexaACampiva2", "ArchivoTren", {}) == otro &&
+                  aplicacion.GetProfileInt("VexaACampiva2", "TipoEntrada", -1) == numero,
+              "other values stay");
     }
 
     static void PruebaTextos(std::string_view textos)
@@ -110,13 +172,52 @@ private:
     void Teclea(const CEntrada& entrada)
     {
         Pon("Ayuda IDC.txt", entrada.Trozo(2));
-        Pon("tecleado", SinCarpetas(entrada.Trozo(1)));
-        Exige(std::freopen("tecleado", "rb", stdin) != nullptr, "the commands can be read");
-        CFrontalTerminal frontal;
-        CCampivaApp aplicacion;
-        aplicacion.Arranca(frontal, RecursosDelPrograma(), SinCarpetas(entrada.Trozo(4)),
-                           "campiva.HLP");
+        Pon("campiva.txt", entrada.Trozo(2));
+        setenv("PAGER", kPaginadores[entrada.Opciones() / 4], 1);
+        const CString columnas = entrada.Trozo(6);
+        const auto ancho = static_cast<int>(static_cast<UINT>(LeeEntero(columnas)) % kMasColumnas);
+        int estado = 0;
+        {
+            const CTeclaParar parada;
+            const CFlujos flujos({entrada.Opcion(0), entrada.Opcion(1), ancho},
+                                 SinRestos(entrada.Trozo(1)), "tecleado");
+            const CTropiezo tropiezo(entrada);
+            estado = Programa(entrada);
+        }
+        Exige((estado >= 0 && estado <= 2) || estado == CCampivaApp::kDetenido,
+              "the exit status is one of those that are told");
+        if (entrada.Fallo() != 0)
+            CConjuntoSalidas::Sana({"entrada.txt", m_ajustes.string()});
         CompruebaRestos();
+    }
+
+    /// What the program's start does. Gives its exit status.
+    static int Programa(const CEntrada& entrada)
+    {
+        const std::vector<std::string> textos = Argumentos(SinRestos(entrada.Trozo(4)));
+        std::vector<const char*> argumentos = {"campiva"};
+        for (const std::string& texto : textos)
+            argumentos.push_back(texto.c_str());
+        if (AtiendeOpcion(static_cast<int>(argumentos.size()), argumentos.data()))
+            return ConSalida(0);
+        CFrontalConUsuario frontal(entrada.Parada());
+        CCampivaApp aplicacion;
+        aplicacion.Arranca(frontal, RecursosDelPrograma(),
+                           UneArgumentos(std::span(argumentos).subspan(1)), "campiva.HLP");
+        return ConSalida(aplicacion.EstadoSalida());
+    }
+
+    /// The tokens; a zero is a tab inside one.
+    static std::vector<std::string> Argumentos(std::string linea)
+    {
+        std::vector<std::string> argumentos;
+        while (!linea.empty()) {
+            const std::size_t fin = std::min(linea.find('\t'), linea.size());
+            std::string& argumento = argumentos.emplace_back(linea.substr(0, fin));
+            std::replace(argumento.begin(), argumento.end(), '\0', '\t');
+            linea.erase(0, fin + 1);
+        }
+        return argumentos;
     }
 
     /// Names come from the input, so outputs may be anywhere in the folder; unfinished ones never.

@@ -4,7 +4,7 @@
 #include "tools/show_drawing.h"
 
 // The tool that prints a drawing or a topology: the pieces are a drawing and a topology of it.
-// Option 0 has the drawing printed.
+// Option 0 has the drawing printed, 1 takes it away, 2 names no file.
 
 namespace {
 
@@ -12,12 +12,26 @@ class CMuestra : public CBanco {
 public:
     void Prueba(const CEntrada& entrada)
     {
-        Pon("1.BIN", entrada.Trozo(0));
         Pon("1.PAR", entrada.Trozo(1));
+        if (entrada.Opcion(1))
+            Quita("1.BIN");
+        else
+            Pon("1.BIN", entrada.Trozo(0));
         const CString fichero = En(entrada.Opcion(0) ? "1.BIN" : "1.PAR");
         const char* const argumentos[] = {"show_drawing", fichero.GetString()};
-        Ejecuta(entrada, false, [&] { EnseñaDibujo(2, argumentos); });
+        const int cuantos = entrada.Opcion(2) ? 1 : 2;
+        Ejecuta(entrada, false, [&] {
+            const int estado = EnseñaDibujo(cuantos, argumentos);
+            const bool sinFichero = entrada.Opcion(1) || entrada.Opcion(2);
+            Exige(estado == kNoSeLee ? sinFichero || entrada.Fallo() != 0
+                                     : !sinFichero && (estado == 0 || estado == kHayFallos),
+                  "the exit status tells what was read");
+        });
     }
+
+private:
+    static constexpr int kHayFallos = 1;
+    static constexpr int kNoSeLee = 2;
 };
 
 } // namespace

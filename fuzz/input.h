@@ -21,7 +21,10 @@ public:
     bool Opcion(unsigned n) const { return ((m_opciones >> n) & 1U) != 0; }
     /// The four as one number, 0 to 15.
     unsigned Opciones() const { return m_opciones & 0xFU; }
-    /// The call to the system that is to fail, counted from 1; 0: none.
+    /// How a call to the system fails, numbered from 0: the characters of the first column that
+    /// ASCII has from '0' on, and so on to the right.
+    unsigned ModoFallo() const { return m_opciones / kFilasAscii - kPrimeraColumna; }
+    /// The call to the system that is to fail, counted from 1, or the kind of call; 0: none.
     int Fallo() const { return m_fallo; }
     /// The tick at which the user stops the run, counted from 1; 0: never.
     int Parada() const { return m_parada; }
@@ -32,7 +35,10 @@ public:
     }
 
 private:
-    unsigned m_opciones = 0;
+    static constexpr unsigned kFilasAscii = 16;
+    static constexpr unsigned kPrimeraColumna = '0' / kFilasAscii;
+
+    unsigned m_opciones = '0';
     int m_fallo = 0;
     int m_parada = 0;
     std::vector<std::string_view> m_trozos;

@@ -11,11 +11,14 @@ namespace {
 std::string MutaCabecera(std::string cabecera, CAzar& azar)
 {
     constexpr std::size_t kOpciones = 16;
+    constexpr std::size_t kModosFallo = 5;
     constexpr std::size_t kLlamadas = 224;
     constexpr std::size_t kAvances = 40;
     cabecera.resize(kBytesCabecera, ' ');
     switch (azar.Hasta(4)) {
-    case 0:
+    case 0: // the options stay, in another column
+        cabecera[0] = static_cast<char>('0' + static_cast<unsigned char>(cabecera[0]) % kOpciones +
+                                        azar.Hasta(kModosFallo) * kOpciones);
         cabecera[1] = static_cast<char>(' ' + azar.Hasta(kLlamadas));
         break;
     case 1:

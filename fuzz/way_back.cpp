@@ -12,12 +12,17 @@ CVuelta::CVuelta()
         const auto municipio = sintetico::Genera({.parcelas = 4, .poligonos = 1}, 7);
         sintetico::GrabaLineas(En("entrada.txt"), sintetico::LineasCatastro(municipio).Todas());
         sintetico::GrabaDibujos(Ruta().string(), municipio);
-        CCampivaAVexaDlg().EjecutaLote(En("entrada.txt"), En("Modulos.txt"), En("Titulares.txt"),
-                                       En("Parcelas.txt"), En("Subparcelas.txt"), En("Parajes.txt"),
-                                       En("Cotitulares.txt"), nullptr);
+        AVexa();
     });
-    for (const char* salida : {"045127.R", "045127.M", "045127.CSP"})
+    for (const char* salida : kSalidas)
         Pon(salida, kAntes);
+}
+
+void CVuelta::AVexa()
+{
+    CCampivaAVexaDlg().EjecutaLote(En("entrada.txt"), En("Modulos.txt"), En("Titulares.txt"),
+                                   En("Parcelas.txt"), En("Subparcelas.txt"), En("Parajes.txt"),
+                                   En("Cotitulares.txt"), nullptr);
 }
 
 void CVuelta::ACatastro(const CEntrada& entrada)

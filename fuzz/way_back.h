@@ -11,8 +11,12 @@ public:
     static constexpr const char* kDibujos[] = {"poligonos.txt", "001.BIN",   "001.PAR",  "001.SUB",
                                                "001.POL",       "ortos.BIN", "ortos.TOP"};
 
+    static constexpr const char* kSalidas[] = {"045127.R", "045127.M", "045127.CSP"};
+
     CVuelta();
 
+    /// The first translation, of entrada.txt as the stored settings take it.
+    void AVexa();
     /// The second translation, with its options by their numbers: rewrite the tables, keep what is
     /// in no drawing, create what only the drawing knows; concentrated parcels with the first.
     void ACatastro(const CEntrada& entrada);

@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <optional>
 
 #include "platform/cfile.h"
 #include "platform/fault_point.h"
@@ -18,32 +19,62 @@ namespace {
 constexpr const char* kFin = "Fin del proceso";
 constexpr std::string_view kLog = ".ERR";
 
-/// How many calls to the system there are to the one that fails; 0: none does.
-int& FaltanParaFallar()
+struct CModoFallo {
+    int error;
+    enum { UnaVez, DesdeEntonces, Clase } cuando; ///< later ones of its kind, too; all of a kind
+};
+
+/// By the numbers that inputs give them; what has no number here fails as the first.
+constexpr CModoFallo kModos[] = {
+    {EIO, CModoFallo::UnaVez},           // a spot of the disk
+    {EINTR, CModoFallo::UnaVez},         // a signal in between, which is no fault
+    {EACCES, CModoFallo::UnaVez},        // rights that are missing
+    {EOPNOTSUPP, CModoFallo::Clase},     // a file system that has no such calls
+    {ENOSPC, CModoFallo::DesdeEntonces}, // a disk that is full
+};
+constexpr int kClases = static_cast<int>(sistema::Llamada::Crear) + 1;
+
+/// What is to fail.
+struct CPlan {
+    int faltan = 0; ///< calls to the one that fails; 0: none does, or it is over
+    CModoFallo modo = kModos[0];
+    std::optional<sistema::Llamada> clase; ///< of the calls that fail from now on
+};
+
+CPlan& Plan()
 {
-    static int faltan = 0;
-    return faltan;
+    static CPlan plan;
+    return plan;
 }
 
 } // namespace
 
-int sistema::Tropiezo(Llamada /*llamada*/)
+int sistema::Tropiezo(Llamada llamada)
 {
-    int& faltan = FaltanParaFallar();
-    if (faltan == 0)
+    CPlan& plan = Plan();
+    if (plan.faltan == 0)
+        return plan.clase == llamada ? plan.modo.error : 0;
+    --plan.faltan;
+    if (plan.faltan > 0)
         return 0;
-    --faltan;
-    return faltan == 0 ? EIO : 0;
+    if (plan.modo.cuando == CModoFallo::DesdeEntonces)
+        plan.clase = llamada;
+    return plan.modo.error;
 }
 
-CTropiezo::CTropiezo(int llamada)
+CTropiezo::CTropiezo(const CEntrada& entrada)
 {
-    FaltanParaFallar() = llamada;
+    const unsigned modo = entrada.ModoFallo();
+    Plan().modo = kModos[modo < std::size(kModos) ? modo : 0];
+    if (entrada.Fallo() > 0 && Plan().modo.cuando == CModoFallo::Clase)
+        Plan().clase = static_cast<sistema::Llamada>((entrada.Fallo() - 1) % kClases);
+    else
+        Plan().faltan = entrada.Fallo();
 }
 
 CTropiezo::~CTropiezo()
 {
-    FaltanParaFallar() = 0;
+    Plan() = {};
 }
 
 void Exige(bool vale, std::string_view que, std::string_view donde)
@@ -91,6 +122,20 @@ void CBanco::Pon(std::string_view nombre, std::string_view bytes)
     m_carpeta.Pon(nombre, bytes);
 }
 
+void CBanco::Quita(std::string_view nombre)
+{
+    m_puestos.erase(std::string(nombre));
+    fs::remove_all(Ruta() / nombre);
+}
+
+void CBanco::Vacia()
+{
+    m_puestos.clear();
+    for (const fs::directory_entry& fichero : fs::directory_iterator(Ruta()))
+        if (!fichero.is_directory())
+            fs::remove(fichero);
+}
+
 void CBanco::Hace(const std::function<void()>& obra)
 {
     obra();
@@ -109,7 +154,7 @@ void CBanco::Ejecuta(const CEntrada& entrada, bool conCierre, const std::functio
             dialogo.SendMessage(WM_COMMAND, IDCANCEL, 0);
     };
     try {
-        const CTropiezo tropiezo(entrada.Fallo());
+        const CTropiezo tropiezo(entrada);
         proceso();
     } catch (const CFileException& fallo) {
         // of the settings, before the run; whoever starts the program tells it
@@ -123,12 +168,18 @@ void CBanco::Ejecuta(const CEntrada& entrada, bool conCierre, const std::functio
 void CBanco::Comprueba(bool conCierre)
 {
     std::vector<std::string> escritos;
+    const CString& log = m_guion.escritos.log;
+    m_registro = log.IsEmpty() ? "" : m_carpeta.Lee(std::string_view(log));
     for (const CString& salida : m_guion.escritos.salidas)
-        escritos.push_back(fs::path(std::string_view(salida)).filename().string());
+        // Links are looked at where they lead to; what goes to a device can't be.
+        if (const fs::path real = fs::canonical(std::string_view(salida));
+            fs::is_regular_file(real))
+            escritos.push_back(real.filename().string());
     if (conCierre)
-        Exige(m_guion.HuboCierre() == !escritos.empty(), "the closing box comes with the outputs");
+        Exige(m_guion.HuboCierre() == !m_guion.escritos.salidas.empty(),
+              "the closing box comes with the outputs");
     for (const fs::directory_entry& fichero : fs::directory_iterator(Ruta()))
-        if (fichero.is_regular_file()) {
+        if (!fichero.is_symlink() && fichero.is_regular_file()) {
             const std::string nombre = fichero.path().filename().string();
             CompruebaFichero(nombre, escritos);
             Repon(nombre);

@@ -42,13 +42,23 @@ public:
     /// Makes files by a program of ours, and keeps them as if they had been put there.
     void Hace(const std::function<void()>& obra);
 
+    /// Takes a file away, whatever it is, and forgets that it was put there.
+    void Quita(std::string_view nombre);
+
+    /// The same with all files.
+    void Vacia();
+
     /// Makes a run with the fault and the stop that the input asks for, then looks at what it left:
     /// its outputs all replaced or all as they were, every other file untouched, and nothing else
     /// that the next run wouldn't clear away.
     /// \param conCierre  the run tells its end by a box, if and only if it has written its outputs
     void Ejecuta(const CEntrada& entrada, bool conCierre, const std::function<void()>& proceso);
 
+    /// The log of the last run.
+    const std::string& Registro() const { return m_registro; }
+
 protected:
+    CVersionApp& Aplicacion() { return m_aplicacion; }
     /// Gives a file its bytes back, or takes away one that wasn't put there.
     void Repon(const std::string& nombre);
 
@@ -59,13 +69,14 @@ private:
     CCarpetaPrueba m_carpeta;
     CGuionAtento m_guion;
     CVersionApp m_aplicacion;
+    std::string m_registro;
     std::map<std::string, std::string> m_puestos; ///< files by name, and their bytes
 };
 
-/// Lets a call to the system fail as long as it lives.
+/// Lets the call to the system fail that an input names, as long as it lives.
 class CTropiezo {
 public:
-    explicit CTropiezo(int llamada);
+    explicit CTropiezo(const CEntrada& entrada);
     CTropiezo(const CTropiezo&) = delete;
     CTropiezo& operator=(const CTropiezo&) = delete;
     ~CTropiezo();
