@@ -68,5 +68,9 @@ int EjecutaPrograma(CFrontal& frontal, int argc, const char* const* argv)
     const std::span argumentos(argv, static_cast<std::size_t>(argc));
     const CString mandato = UneArgumentos(argumentos.subspan(argc > 0 ? 1 : 0));
     theApp.Arranca(frontal, RecursosDelPrograma(), mandato, CWinApp::FicheroAyuda(kPrograma));
-    return ConSalida(theApp.EstadoSalida());
+    const int estado = theApp.EstadoSalida();
+#ifdef __SANITIZE_ADDRESS__
+    delete &theApp; // so that what nobody else frees comes to light
+#endif
+    return ConSalida(estado);
 }
