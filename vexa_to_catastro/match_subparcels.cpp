@@ -3,7 +3,6 @@
 #include "vexa_to_catastro/topology_walk.h"
 #include "vexa_to_catastro/vexa_a_campiva2_dlg.h"
 
-using vexageo::CLinea;
 using vexageo::CPoligonoTopologico;
 using vexageo::CPunto;
 using vexageo::CTexto;
