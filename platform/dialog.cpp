@@ -208,6 +208,26 @@ CString CDialog::NombreDe(const CControl& control) const
     return anterior != nullptr && anterior->EsRotulo() ? anterior->GetWindowText() : grupo;
 }
 
+const CControl* CDialog::Avance() const
+{
+    const auto barra = std::find_if(m_controles.begin(), m_controles.end(), [](const CControl& c) {
+        return c.Plantilla().clase == ClaseControl::Progreso;
+    });
+    return barra != m_controles.end() ? &*barra : nullptr;
+}
+
+void CDialog::PideAyuda(const CControl* control, const POINT& punto)
+{
+    LRESULT atendida = 0;
+    if (control != nullptr) {
+        const HELPINFO pregunta{control->Id() == kSinId ? -1 : static_cast<int>(control->Id()),
+                                punto};
+        atendida = SendMessage(WM_HELP, 0, reinterpret_cast<LPARAM>(&pregunta));
+    }
+    if (atendida == 0)
+        SendMessage(WM_COMMAND, ID_HELP, 0);
+}
+
 void CDialog::GotoDlgCtrl(UINT id)
 {
     m_foco = id;

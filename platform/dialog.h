@@ -218,6 +218,14 @@ public:
     /// several controls have is followed by the name of the control before it.
     CString NombreDe(const CControl& control) const;
 
+    /// The bar of a translation's dialog, null in others.
+    const CControl* Avance() const;
+    /// What F1 does: asks the dialog for the help of the control that has the focus, and for the
+    /// manual where it has none to give.
+    /// \param control  null where none has the focus
+    /// \param punto    of the screen, where the help is to stand
+    void PideAyuda(const CControl* control, const POINT& punto);
+
     /// Tells the front end that the control changed. The controls call it.
     void Refleja(const CControl& control) const;
     /// Hands at most one pending event of the user to this dialog; a Ctrl-C is a click on its

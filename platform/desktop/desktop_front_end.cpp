@@ -17,7 +17,9 @@
 #include "platform/desktop/message_box.h"
 #include "platform/desktop/text.h"
 #include "platform/desktop/toolkit.h"
+#include "platform/file_box.h"
 #include "platform/html_help.h"
+#include "platform/system_files.h"
 
 namespace {
 
@@ -48,15 +50,6 @@ wxString Comodines(const CString& filtros)
         patron = !patron;
     }
     return comodines;
-}
-
-/// The folder that the files' box opens: that of the path in the field, else the last one chosen.
-wxString CarpetaInicial(const wxString& ruta, const wxString& ultima)
-{
-    wxFileName inicial(ruta);
-    inicial.MakeAbsolute();
-    const bool laDice = !ruta.empty() && inicial.DirExists();
-    return laDice || ultima.empty() ? inicial.GetPath() : ultima;
 }
 
 /// What the library finds wrong in itself goes where a developer looks, not into a user's way.
@@ -150,8 +143,9 @@ int CFrontalEscritorio::Caja(const CString& texto, const CString& titulo, UINT f
 bool CFrontalEscritorio::EligeFichero(CFileDialog& dialogo)
 {
     const wxString inicial = AWx(dialogo.GetPathName());
+    const auto carpeta = CarpetaInicial(dialogo.GetPathName(), m_carpeta);
     const bool existe = (dialogo.Flags() & OFN_FILEMUSTEXIST) != 0;
-    wxFileDialog caja(Delante(), kElige, CarpetaInicial(inicial, AWx(m_carpeta)),
+    wxFileDialog caja(Delante(), kElige, AWx(sistema::Nombre(carpeta)),
                       wxFileName(inicial).GetFullName(), Comodines(dialogo.Filtros()),
                       wxFD_OPEN | (existe ? wxFD_FILE_MUST_EXIST : 0));
     if (caja.ShowModal() != wxID_OK)

@@ -21,16 +21,11 @@
 #include "platform/desktop/run_footer.h"
 #include "platform/desktop/text.h"
 #include "platform/desktop/toolkit.h"
+#include "platform/run_story.h"
 
 namespace {
 
 using enum ClaseControl;
-using std::chrono::milliseconds;
-
-// A tick of a run costs less than a microsecond, a look for events about one and a redrawn bar
-// thousands. So both are done as often as a person can tell, and no more.
-constexpr milliseconds kEntreMiradas{10};
-constexpr milliseconds kEntreBarras{100};
 
 /// A drawing of the program in the largest size that keeps its proportions within the place.
 wxBitmapBundle Dibujo(UINT id, const wxSize& sitio)
@@ -44,17 +39,10 @@ wxBitmapBundle Dibujo(UINT id, const wxSize& sitio)
         dibujo->svg, wxSize(wxRound(dibujo->ancho * escala), wxRound(dibujo->alto * escala)));
 }
 
-bool EsDeTraduccion(const CDialog& dialogo)
-{
-    const auto& controles = dialogo.Controles();
-    return std::any_of(controles.begin(), controles.end(),
-                       [](const CControl& c) { return c.Plantilla().clase == Progreso; });
-}
-
 long Estilo(const CDialog& dialogo, bool encima)
 {
     constexpr long kComun = wxCAPTION | wxSYSTEM_MENU | wxCLOSE_BOX;
-    return kComun | (EsDeTraduccion(dialogo) ? wxRESIZE_BORDER : 0) |
+    return kComun | (dialogo.Avance() != nullptr ? wxRESIZE_BORDER : 0) |
            (encima ? wxFRAME_FLOAT_ON_PARENT | wxFRAME_NO_TASKBAR : wxMINIMIZE_BOX);
 }
 
@@ -82,7 +70,7 @@ CVentanaDialogo::CVentanaDialogo(CDialog& dialogo, wxWindow* debajo)
         HazModal(*this);
     PonIconos();
     CreaWidgets();
-    if (EsDeTraduccion(dialogo))
+    if (dialogo.Avance() != nullptr)
         m_pie = new CPieProceso(m_marco);
     MideUnidades();
     PonLados();
@@ -268,17 +256,15 @@ void CVentanaDialogo::Despacha(const std::function<void()>& trabajo)
 void CVentanaDialogo::AtiendeUno()
 {
     const auto ahora = Reloj::now();
-    if (ahora < m_calma)
+    if (!m_ritmo.TocaMirar(ahora))
         return;
-    if (ahora >= m_barraPintada + kEntreBarras) {
+    if (m_ritmo.TocaPintar(ahora))
         PonAvanceAlDia();
-        m_barraPintada = ahora;
-    }
     wxEventLoopBase* bucle = wxEventLoopBase::GetActive();
     if (bucle != nullptr && bucle->Pending())
         bucle->Dispatch();
     else
-        m_calma = ahora + kEntreMiradas;
+        m_ritmo.EstaEnCalma(ahora);
 }
 
 void CVentanaDialogo::PonAvanceAlDia()
@@ -288,13 +274,12 @@ void CVentanaDialogo::PonAvanceAlDia()
     const int hecho = m_progreso->GetPos();
     if (m_barra->GetValue() != hecho)
         m_barra->SetValue(hecho);
-    PonTitulo(wxString::Format("%d %% - ", hecho));
+    PonTitulo(wxString::FromUTF8(TituloEnProceso(hecho, m_dialogo.Plantilla().titulo)));
     m_pie->Avanza(hecho);
 }
 
-void CVentanaDialogo::PonTitulo(const wxString& delante)
+void CVentanaDialogo::PonTitulo(const wxString& titulo)
 {
-    const wxString titulo = delante + AWx(m_dialogo.Plantilla().titulo);
     if (GetTitle() != titulo)
         SetTitle(titulo);
 }
@@ -304,7 +289,7 @@ int CVentanaDialogo::Espera(wxDialog& caja)
     const bool enProceso = m_pie != nullptr && m_pie->EnProceso();
     if (enProceso) {
         PonAvanceAlDia();
-        PonTitulo({}); // the run stands still
+        PonTitulo(AWx(m_dialogo.Plantilla().titulo)); // the run stands still
     }
     const auto antes = Reloj::now();
     const int respuesta = caja.ShowModal();
@@ -315,7 +300,7 @@ int CVentanaDialogo::Espera(wxDialog& caja)
 
 void CVentanaDialogo::FinDeProceso(const CEscritos& escritos)
 {
-    PonTitulo({});
+    PonTitulo(AWx(m_dialogo.Plantilla().titulo));
     if (m_pie != nullptr)
         m_pie->Termina(escritos);
 }
@@ -387,17 +372,13 @@ void CVentanaDialogo::AlTeclear(wxKeyEvent& tecla)
 
 void CVentanaDialogo::PideAyuda()
 {
-    LRESULT atendida = 0;
-    if (const CControl* control = ControlDe(FindFocus())) {
+    const CControl* control = ControlDe(FindFocus());
+    POINT punto;
+    if (control != nullptr) {
         const wxRect sitio = m_widgets.at(control)->GetScreenRect();
         const wxPoint raton = wxGetMousePosition();
-        const wxPoint punto = sitio.Contains(raton) ? raton : sitio.GetBottomLeft();
-        const HELPINFO pregunta{control->Id() == kSinId ? -1 : static_cast<int>(control->Id()),
-                                {punto.x, punto.y}};
-        Despacha([&] {
-            atendida = m_dialogo.SendMessage(WM_HELP, 0, reinterpret_cast<LPARAM>(&pregunta));
-        });
+        const wxPoint donde = sitio.Contains(raton) ? raton : sitio.GetBottomLeft();
+        punto = {donde.x, donde.y};
     }
-    if (atendida == 0) // what the dialog doesn't tell of leaves the key to the manual
-        Despacha([this] { m_dialogo.SendMessage(WM_COMMAND, ID_HELP, 0); });
+    Despacha([&] { m_dialogo.PideAyuda(control, punto); });
 }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <chrono>
 #include <functional>
 #include <unordered_map>
 
@@ -10,6 +9,7 @@
 
 #include "platform/desktop/layout.h"
 #include "platform/dialog.h"
+#include "platform/run_pace.h"
 
 class CPieProceso;
 class wxDialog;
@@ -40,7 +40,7 @@ public:
     void FinDeProceso(const CEscritos& escritos);
 
 private:
-    using Reloj = std::chrono::steady_clock;
+    using Reloj = CRitmoProceso::Reloj;
 
     void PonIconos();
     void CreaWidgets();
@@ -52,7 +52,7 @@ private:
     void Coloca();
     /// Bar, title and times lag behind a run; this brings them there.
     void PonAvanceAlDia();
-    void PonTitulo(const wxString& delante);
+    void PonTitulo(const wxString& titulo);
     void AlTomarFoco(wxChildFocusEvent& suceso);
     /// Scrolls a widget into view.
     void TraeALaVista(const wxWindow& widget);
@@ -77,6 +77,5 @@ private:
     wxRadioButton* m_sinMarca = nullptr; ///< hidden in the row of radio buttons
     const CControl* m_progreso = nullptr;
     wxGauge* m_barra = nullptr;
-    Reloj::time_point m_barraPintada;
-    Reloj::time_point m_calma; ///< no event was pending a moment ago; until then none is looked for
+    CRitmoProceso m_ritmo;
 };

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "platform/window_layout.h"
+
 namespace {
 
 using enum ClaseControl;
@@ -27,18 +29,6 @@ bool CreceAlto(ClaseControl clase)
 bool LlenaAlto(ClaseControl clase)
 {
     return clase == Grupo || clase == Imagen || clase == Icono || clase == Progreso;
-}
-
-/// Widgets that take what a window is wider than its template; a label keeps its width.
-bool Ensancha(const CPlantillaControl& control)
-{
-    return LlenaAlto(control.clase) || control.clase == Edicion || control.clase == Lista ||
-           (control.clase == Texto && control.id != kSinId);
-}
-
-bool GuardaLaDerecha(ClaseControl clase)
-{
-    return clase == Boton || clase == BotonPorDefecto;
 }
 
 } // namespace
@@ -66,10 +56,16 @@ wxRect CUnidades::Sitio(const CPlantillaControl& control, const wxSize& necesari
     const wxSize origen = Pixeles(control.x, control.y);
     const wxSize fin = Pixeles(control.x + control.ancho, control.y + control.alto);
     wxRect sitio(wxPoint(origen.x, origen.y), fin - origen);
-    if (GuardaLaDerecha(control.clase))
+    switch (QueHaceAlEnsanchar(control)) {
+    case AlEnsanchar::SeDesplaza:
         sitio.x += sobra;
-    else if (Ensancha(control))
+        break;
+    case AlEnsanchar::Crece:
         sitio.width += sobra;
+        break;
+    case AlEnsanchar::Queda:
+        break;
+    }
     if (control.clase == Lista)
         sitio.height = necesario.y; // the template's height counts the list dropped down
     else if (!LlenaAlto(control.clase) && necesario.y > 0) {

@@ -1,8 +1,6 @@
 #include "platform/desktop/run_footer.h"
 
 #include <wx/button.h>
-#include <wx/filefn.h>
-#include <wx/filename.h>
 #include <wx/sizer.h>
 #include <wx/stattext.h>
 
@@ -12,34 +10,11 @@
 #include "platform/dialog.h"
 #include "platform/front_end.h"
 
-namespace {
-
-using Reloj = CRelojProceso::Reloj;
-
-constexpr const char* kAbreLog = "Abrir &registro";
-constexpr const char* kAbreCarpeta = "Abrir carp&eta";
-constexpr const char* kNombreLog = "Abrir el registro de errores: ";
-constexpr const char* kNombreCarpeta = "Abrir la carpeta de los archivos escritos: ";
-constexpr const char* kDuracion = "Duración: %s";
-constexpr const char* kLogVacio = "Registro vacío: sin errores ni avisos";
-constexpr const char* kNoSeAbre = "Ningún programa abre aquí %s";
-constexpr const char* kTituloNoSeAbre = "Abrir";
-
-wxString CarpetaDeSalidas(const CEscritos& escritos)
-{
-    for (const CString& salida : escritos.salidas)
-        if (wxFileExists(AWx(salida)))
-            return wxFileName(AWx(salida)).GetPath();
-    return {};
-}
-
-} // namespace
-
 CPieProceso::CPieProceso(wxWindow* padre)
     : wxPanel(padre), m_texto(new wxStaticText(this, wxID_ANY, {}, wxDefaultPosition, wxDefaultSize,
                                                wxST_NO_AUTORESIZE | wxST_ELLIPSIZE_END)),
-      m_abreLog(PonBoton(kAbreLog, &CPieProceso::m_log)),
-      m_abreCarpeta(PonBoton(kAbreCarpeta, &CPieProceso::m_carpeta))
+      m_abreLog(PonBoton(kAbreLog, &CRelatoProceso::Log)),
+      m_abreCarpeta(PonBoton(kAbreCarpeta, &CRelatoProceso::Carpeta))
 {
     const int letra = GetCharWidth();
     auto* renglon = new wxBoxSizer(wxHORIZONTAL);
@@ -56,65 +31,52 @@ CPieProceso::CPieProceso(wxWindow* padre)
     SetSizer(marco);
 }
 
-wxButton* CPieProceso::PonBoton(const char* leyenda, wxString CPieProceso::*destino)
+wxButton* CPieProceso::PonBoton(const char* leyenda, Destino destino)
 {
     auto* boton = new wxButton(this, wxID_ANY, wxString::FromUTF8(leyenda), wxDefaultPosition,
                                wxDefaultSize, wxBU_EXACTFIT);
-    boton->Bind(wxEVT_BUTTON, [this, destino](wxCommandEvent&) { Abre(this->*destino); });
+    boton->Bind(wxEVT_BUTTON, [this, destino](wxCommandEvent&) { Abre((m_relato.*destino)()); });
     return boton;
 }
 
 void CPieProceso::Avanza(int hecho)
 {
-    const auto ahora = Reloj::now();
-    if (!m_enProceso) {
-        m_enProceso = true;
-        m_reloj.Empieza(ahora);
-        m_abreLog->Hide();
-        m_abreCarpeta->Hide();
-    } else if (hecho < m_hecho) {
-        m_reloj.EmpiezaFase(ahora);
-    }
-    m_hecho = hecho;
-    Escribe(wxString::FromUTF8(m_reloj.PasadoYResto(ahora, hecho)));
+    m_relato.Avanza(CRelatoProceso::Reloj::now(), hecho);
+    PonAlDia();
 }
 
 void CPieProceso::Termina(const CEscritos& escritos)
 {
-    const std::string pasado = m_reloj.Pasado(Reloj::now());
-    wxString texto;
-    if (m_enProceso && pasado != "0:00")
-        texto = wxString::Format(wxString::FromUTF8(kDuracion), pasado);
-    m_enProceso = false;
-    m_log = AWx(escritos.log);
-    m_carpeta = CarpetaDeSalidas(escritos);
-    const bool hayLog = !m_log.empty() && wxFileExists(m_log);
-    const bool vacio = hayLog && wxFileName::GetSize(m_log) == 0;
-    if (vacio)
-        texto += (texto.empty() ? "" : ".  ") + wxString::FromUTF8(kLogVacio);
-    Escribe(texto);
-    Ofrece(*m_abreLog, kNombreLog, hayLog && !vacio ? m_log : wxString());
-    Ofrece(*m_abreCarpeta, kNombreCarpeta, m_carpeta);
+    m_relato.Termina(CRelatoProceso::Reloj::now(), escritos);
+    PonAlDia();
     Layout();
 }
 
-void CPieProceso::Ofrece(wxButton& boton, const wxString& nombre, const wxString& ruta)
+void CPieProceso::PonAlDia()
 {
-    boton.Show(!ruta.empty());
-    boton.SetToolTip(ruta);
-    PonNombreAccesible(boton, nombre + ruta);
-}
-
-void CPieProceso::Escribe(const wxString& texto)
-{
+    const wxString texto = wxString::FromUTF8(m_relato.Texto());
     if (m_texto->GetLabelText() != texto)
         m_texto->SetLabelText(texto);
+    Ofrece(*m_abreLog, kNombreAbreLog, m_relato.Log());
+    Ofrece(*m_abreCarpeta, kNombreAbreCarpeta, m_relato.Carpeta());
 }
 
-void CPieProceso::Abre(const wxString& ruta)
+void CPieProceso::Ofrece(wxButton& boton, const char* nombre, const CString& ruta)
 {
-    if (AbreConElSistema(ruta))
+    if (ruta.IsEmpty()) {
+        boton.Hide();
         return;
-    const wxString queja = wxString::Format(wxString::FromUTF8(kNoSeAbre), ruta);
-    CCajaMensaje(wxGetTopLevelParent(this), queja, kTituloNoSeAbre, MB_ICONERROR).ShowModal();
+    }
+    boton.Show();
+    boton.SetToolTip(AWx(ruta));
+    PonNombreAccesible(boton, nombre + AWx(ruta));
+}
+
+void CPieProceso::Abre(const CString& ruta)
+{
+    if (AbreConElSistema(AWx(ruta)))
+        return;
+    CCajaMensaje(wxGetTopLevelParent(this), wxString::FromUTF8(NoSeAbre(ruta)), kTituloNoSeAbre,
+                 MB_ICONERROR)
+        .ShowModal();
 }

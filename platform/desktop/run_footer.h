@@ -2,7 +2,7 @@
 
 #include <wx/panel.h>
 
-#include "platform/desktop/run_clock.h"
+#include "platform/run_story.h"
 
 class wxButton;
 class wxStaticText;
@@ -19,21 +19,19 @@ public:
     void Avanza(int hecho);
     /// The run is over. Only what is there is offered.
     void Termina(const CEscritos& escritos);
-    bool EnProceso() const { return m_enProceso; }
+    bool EnProceso() const { return m_relato.EnProceso(); }
     /// Takes out of the run the time in which it waited for the user.
-    void Descuenta(CRelojProceso::Reloj::duration espera) { m_reloj.Descuenta(espera); }
+    void Descuenta(CRelatoProceso::Reloj::duration espera) { m_relato.Descuenta(espera); }
 
 private:
-    wxButton* PonBoton(const char* leyenda, wxString CPieProceso::*destino);
-    void Ofrece(wxButton& boton, const wxString& nombre, const wxString& ruta);
-    void Escribe(const wxString& texto);
-    void Abre(const wxString& ruta);
+    using Destino = const CString& (CRelatoProceso::*)() const;
+    wxButton* PonBoton(const char* leyenda, Destino destino);
+    void Ofrece(wxButton& boton, const char* nombre, const CString& ruta);
+    /// Brings text and buttons to what the story says.
+    void PonAlDia();
+    void Abre(const CString& ruta);
 
-    CRelojProceso m_reloj;
-    bool m_enProceso = false;
-    int m_hecho = 0;
-    wxString m_log;     ///< path of the last run's log
-    wxString m_carpeta; ///< of its outputs
+    CRelatoProceso m_relato;
     wxStaticText* m_texto;
     wxButton* m_abreLog;
     wxButton* m_abreCarpeta;

@@ -1,4 +1,4 @@
-#include "platform/desktop/run_clock.h"
+#include "platform/run_clock.h"
 
 #include "platform/format.h"
 

@@ -1,0 +1,74 @@
+#include "platform/run_story.h"
+
+#include "platform/ansi.h"
+#include "platform/format.h"
+#include "platform/front_end.h"
+#include "platform/system_files.h"
+
+namespace {
+
+constexpr const char* kDuracion = "Duración: %s";
+constexpr const char* kLogVacio = "Registro vacío: sin errores ni avisos";
+constexpr const char* kNoSeAbre = "Ningún programa abre aquí %s";
+
+sistema::CEstado EstadoDe(const CString& nombre)
+{
+    sistema::Error error; // what can't be looked at isn't offered
+    return nombre.IsEmpty() ? sistema::CEstado() : sistema::Mira(sistema::Ruta(nombre), error);
+}
+
+bool EsFichero(const sistema::CEstado& estado)
+{
+    return estado.tipo == sistema::CEstado::Tipo::Regular;
+}
+
+CString CarpetaDeSalidas(const CEscritos& escritos)
+{
+    for (const CString& salida : escritos.salidas)
+        if (EsFichero(EstadoDe(salida)))
+            return sistema::Nombre(sistema::Ruta(salida).parent_path());
+    return {};
+}
+
+} // namespace
+
+std::string NoSeAbre(const CString& ruta)
+{
+    std::string queja;
+    AnexaFormato(queja, kNoSeAbre, {ansi::AUtf8(ruta)});
+    return queja;
+}
+
+std::string TituloEnProceso(int hecho, const CString& titulo)
+{
+    return std::to_string(hecho) + " % - " + ansi::AUtf8(titulo);
+}
+
+void CRelatoProceso::Avanza(Reloj::time_point ahora, int hecho)
+{
+    if (!m_enProceso) {
+        m_enProceso = true;
+        m_reloj.Empieza(ahora);
+        m_log = CString();
+        m_carpeta = CString();
+    } else if (hecho < m_hecho) {
+        m_reloj.EmpiezaFase(ahora);
+    }
+    m_hecho = hecho;
+    m_texto = m_reloj.PasadoYResto(ahora, hecho);
+}
+
+void CRelatoProceso::Termina(Reloj::time_point ahora, const CEscritos& escritos)
+{
+    const std::string pasado = m_reloj.Pasado(ahora);
+    m_texto.clear();
+    if (m_enProceso && pasado != "0:00")
+        AnexaFormato(m_texto, kDuracion, {pasado});
+    m_enProceso = false;
+    const sistema::CEstado log = EstadoDe(escritos.log);
+    const bool vacio = EsFichero(log) && log.largo == 0;
+    if (vacio)
+        m_texto += (m_texto.empty() ? "" : ".  ") + std::string(kLogVacio);
+    m_log = EsFichero(log) && !vacio ? escritos.log : CString();
+    m_carpeta = CarpetaDeSalidas(escritos);
+}

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <string>
+
+#include "platform/cstring.h"
+#include "platform/run_clock.h"
+
+struct CEscritos;
+
+// What the window of a translation tells of its run outside the dialog's template, alike on every
+// desktop: the title, a line with the run's times, and the ways to what it wrote. All texts are
+// UTF-8.
+
+inline constexpr const char* kAbreLog = "Abrir &registro";
+inline constexpr const char* kAbreCarpeta = "Abrir carp&eta";
+/// The same for a person who hears them; the path follows.
+inline constexpr const char* kNombreAbreLog = "Abrir el registro de errores: ";
+inline constexpr const char* kNombreAbreCarpeta = "Abrir la carpeta de los archivos escritos: ";
+inline constexpr const char* kTituloNoSeAbre = "Abrir";
+
+/// The complaint that nothing opens a file here.
+std::string NoSeAbre(const CString& ruta);
+/// The title of a window whose run is at so many per cent of its phase.
+std::string TituloEnProceso(int hecho, const CString& titulo);
+
+/// The story of a window's runs, one after the other.
+class CRelatoProceso {
+public:
+    using Reloj = CRelojProceso::Reloj;
+
+    /// The run goes on. The first time it begins.
+    /// \param hecho  per cent of the phase; where it falls, a new phase began
+    void Avanza(Reloj::time_point ahora, int hecho);
+    /// The run is over. Only what is there is offered.
+    void Termina(Reloj::time_point ahora, const CEscritos& escritos);
+    /// Takes out of the run the time in which it waited for the user.
+    void Descuenta(Reloj::duration espera) { m_reloj.Descuenta(espera); }
+
+    bool EnProceso() const { return m_enProceso; }
+    const std::string& Texto() const { return m_texto; }
+    /// Paths to be offered; empty for none, and as long as a run is at work.
+    const CString& Log() const { return m_log; }
+    const CString& Carpeta() const { return m_carpeta; }
+
+private:
+    CRelojProceso m_reloj;
+    bool m_enProceso = false;
+    int m_hecho = 0;
+    std::string m_texto;
+    CString m_log;
+    CString m_carpeta;
+};
