@@ -3,7 +3,9 @@
 #include <cstdio>
 #include <filesystem>
 #include <optional>
+#include <string>
 #include <string_view>
+#include <vector>
 
 // What the layer asks of the operating system beside files (system_files.h), and the standard
 // library doesn't give: one source for each system, chosen by the build. Nothing outside this
@@ -22,9 +24,17 @@ std::optional<std::size_t> AnchoTerminal(std::FILE* fichero);
 /// none or none that runs.
 bool Pagina(std::string_view texto);
 
-/// Gives the standard streams that the process came without a place to go; else the first files
-/// that it opens would get what is printed. To be called before anything is opened.
-void AbreFlujosCerrados();
+/// Readies the standard streams: bytes pass through them as they are, a console shows them as
+/// UTF-8, and those that the process came without get a place to go; else the first files that it
+/// opens would get what is printed. To be called before anything is opened.
+void PreparaFlujos();
+
+/// The arguments of the program, its own name first, as `main` got them or, where the system knows
+/// them by more letters than it hands to `main`, in UTF-8.
+std::vector<std::string> Argumentos(int argc, const char* const* argv);
+
+/// The next byte of the standard input, EOF at its end. What is typed at a console comes in UTF-8.
+int LeeByte();
 
 /// File of the program that runs; empty where the system doesn't tell.
 std::filesystem::path FicheroPrograma();

@@ -1,129 +1,19 @@
-#include "platform/system_files.h"
-
 #include <algorithm>
-#include <cwchar>
+#include <cerrno>
+#include <cstdint>
 #include <limits>
 #include <memory>
 #include <string>
 
+#include "platform/windows_handles.h"
+
 #include <fcntl.h>
 #include <io.h>
 
-#include <windows.h>
-
-#include <aclapi.h>
-
-#include "platform/ansi.h"
-#include "platform/fault_point.h"
+// Files on Windows: their content, and what befalls them as a whole.
 
 namespace sistema {
 namespace {
-
-struct CCierraManija {
-    void operator()(HANDLE manija) const { CloseHandle(manija); }
-};
-using Manija = std::unique_ptr<void, CCierraManija>; // null where it isn't open
-
-struct CSueltaMemoria {
-    void operator()(void* memoria) const { LocalFree(memoria); }
-};
-using Descriptor = std::unique_ptr<void, CSueltaMemoria>; // what the system tells of rights
-
-/// What is open here may be read, renamed and deleted by others. That two programs don't write one
-/// file is for `Bloquea`, which can tell it from other faults.
-constexpr DWORD kDeTodos = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-
-/// The system's reason; where the library would take it for another one, the nearest that is right.
-Error Fallo(DWORD codigo)
-{
-    switch (codigo) {
-    case ERROR_LOCK_VIOLATION:
-        return kDeOtro;
-    case ERROR_INVALID_FUNCTION: // how a file system says that it has no such thing
-        codigo = ERROR_NOT_SUPPORTED;
-        break;
-    case ERROR_NETNAME_DELETED: // of a file that is open; it is no "not found"
-        codigo = ERROR_UNEXP_NET_ERR;
-        break;
-    default:
-        break;
-    }
-    return {static_cast<int>(codigo), std::system_category()};
-}
-
-bool Es(const Error& error, DWORD codigo)
-{
-    return error == Error(static_cast<int>(codigo), std::system_category());
-}
-
-/// Makes a call that tells whether it went well.
-template <class F>
-bool Llama(Llamada cual, Error& error, F llamada)
-{
-    error.clear();
-    if (const int tropiezo = Tropiezo(cual); tropiezo != 0)
-        error = Error(tropiezo, std::generic_category());
-    else if (!llamada())
-        error = Fallo(GetLastError());
-    return !error;
-}
-
-std::wstring Completa(const std::wstring& ruta)
-{
-    std::wstring entera(GetFullPathNameW(ruta.c_str(), 0, nullptr, nullptr), L'\0');
-    const auto largo =
-        GetFullPathNameW(ruta.c_str(), static_cast<DWORD>(entera.size()), entera.data(), nullptr);
-    if (largo == 0 || largo >= entera.size())
-        return ruta;
-    entera.resize(largo);
-    return entera;
-}
-
-constexpr std::wstring_view kLarga = L"\\\\?\\"; // in front of a path: it may have any length
-constexpr std::wstring_view kLargaDeRed = L"\\\\?\\UNC\\";
-
-/// The path as the system takes it however long it is.
-std::wstring Larga(const std::filesystem::path& ruta)
-{
-    constexpr std::size_t kCabe = 240; // a folder's may have less than a file's
-    constexpr std::wstring_view kRed = L"\\\\";
-    std::wstring entera = Completa(ruta.native());
-    if (entera.size() < kCabe)
-        return ruta.native();
-    if (entera.starts_with(kLarga) || entera.starts_with(L"\\\\.\\"))
-        return entera;
-    if (entera.starts_with(kRed))
-        return entera.replace(0, kRed.size(), kLargaDeRed);
-    return entera.insert(0, kLarga);
-}
-
-std::wstring SinPrefijo(std::wstring ruta)
-{
-    if (ruta.starts_with(kLargaDeRed))
-        return ruta.replace(0, kLargaDeRed.size(), L"\\\\");
-    if (ruta.starts_with(kLarga))
-        ruta.erase(0, kLarga.size());
-    return ruta;
-}
-
-struct CApertura {
-    DWORD acceso;
-    DWORD comparte = kDeTodos;
-    DWORD siNoEsta = OPEN_EXISTING;
-    DWORD atributos = FILE_ATTRIBUTE_NORMAL;
-};
-
-Manija AbreManija(const std::filesystem::path& ruta, const CApertura& como)
-{
-    HANDLE manija = CreateFileW(Larga(ruta).c_str(), como.acceso, como.comparte, nullptr,
-                                como.siNoEsta, como.atributos, nullptr);
-    return Manija(manija == INVALID_HANDLE_VALUE ? nullptr : manija);
-}
-
-HANDLE ManijaDe(int fichero)
-{
-    return reinterpret_cast<HANDLE>(_get_osfhandle(fichero));
-}
 
 /// Number for an open file, which has it from here on.
 int Numera(Manija manija, Error& error)
@@ -144,102 +34,6 @@ bool EstaAbierto(const std::filesystem::path& ruta)
            GetLastError() == ERROR_SHARING_VIOLATION;
 }
 
-// Owners are texts of any length to the system; here a sum stands for each.
-std::uint32_t Suma(PSID dueño)
-{
-    std::uint32_t suma = 2166136261U;
-    const auto* bytes = static_cast<const unsigned char*>(dueño);
-    for (DWORD i = 0; i < GetLengthSid(dueño); ++i)
-        suma = (suma ^ bytes[i]) * 16777619U;
-    return suma;
-}
-
-std::uint32_t DueñoDe(HANDLE manija)
-{
-    PSID dueño = nullptr;
-    PSECURITY_DESCRIPTOR todo = nullptr;
-    if (GetSecurityInfo(manija, SE_FILE_OBJECT, OWNER_SECURITY_INFORMATION, &dueño, nullptr,
-                        nullptr, nullptr, &todo) != ERROR_SUCCESS)
-        return 0;
-    const Descriptor descriptor(todo);
-    return dueño != nullptr ? Suma(dueño) : 0;
-}
-
-bool EsEnlace(HANDLE manija)
-{
-    FILE_ATTRIBUTE_TAG_INFO marca = {};
-    return GetFileInformationByHandleEx(manija, FileAttributeTagInfo, &marca, sizeof marca) != 0 &&
-           (marca.FileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 &&
-           marca.ReparseTag == IO_REPARSE_TAG_SYMLINK;
-}
-
-constexpr std::uint64_t Junta(DWORD alto, DWORD bajo)
-{
-    return (std::uint64_t{alto} << 32U) | bajo;
-}
-
-bool LeeEstado(HANDLE manija, CEstado& estado)
-{
-    if (GetFileType(manija) != FILE_TYPE_DISK) {
-        estado.tipo = CEstado::Tipo::Otro;
-        return true;
-    }
-    BY_HANDLE_FILE_INFORMATION datos = {};
-    if (GetFileInformationByHandle(manija, &datos) == 0)
-        return false;
-    estado.tipo = CEstado::Tipo::Regular;
-    if (EsEnlace(manija))
-        estado.tipo = CEstado::Tipo::Enlace;
-    else if ((datos.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0)
-        estado.tipo = CEstado::Tipo::Carpeta;
-    if (estado.tipo == CEstado::Tipo::Regular)
-        estado.largo = Junta(datos.nFileSizeHigh, datos.nFileSizeLow);
-    estado.disco = datos.dwVolumeSerialNumber;
-    estado.numero = Junta(datos.nFileIndexHigh, datos.nFileIndexLow);
-    estado.dueño = DueñoDe(manija);
-    return true;
-}
-
-CEstado Mirado(const std::filesystem::path& ruta, DWORD atributos, Error& error)
-{
-    CEstado estado;
-    Llama(Llamada::Mirar, error, [&] {
-        Manija manija;
-        for (const DWORD dueño :
-             {DWORD{READ_CONTROL}, DWORD{0}}) // who may not ask for it goes without
-            if (manija == nullptr)
-                manija = AbreManija(ruta, {.acceso = FILE_READ_ATTRIBUTES | dueño,
-                                           .atributos = FILE_FLAG_BACKUP_SEMANTICS | atributos});
-        return manija != nullptr && LeeEstado(manija.get(), estado);
-    });
-    constexpr DWORD kBorrandose = 303; // it goes when the last one who has it open closes it
-    if (error == std::errc::no_such_file_or_directory || error == std::errc::not_a_directory ||
-        Es(error, kBorrandose))
-        error.clear();
-    return error ? CEstado() : estado;
-}
-
-/// Tells whether the file takes nothing from its folder's rights.
-bool EstaProtegido(PSECURITY_DESCRIPTOR descriptor)
-{
-    SECURITY_DESCRIPTOR_CONTROL control = 0;
-    DWORD version = 0;
-    return GetSecurityDescriptorControl(descriptor, &control, &version) != 0 &&
-           (control & SE_DACL_PROTECTED) != 0;
-}
-
-/// Tells whether the file has rights of its own besides those that it takes from its folder.
-bool TieneSuyos(PACL lista)
-{
-    for (DWORD i = 0; i < lista->AceCount; ++i) {
-        void* derecho = nullptr;
-        if (GetAce(lista, i, &derecho) != 0 &&
-            (static_cast<ACE_HEADER*>(derecho)->AceFlags & INHERITED_ACE) == 0)
-            return true;
-    }
-    return false;
-}
-
 /// Reads at the handle's place or, with `donde`, at that one. The end of the file is no failure.
 std::size_t LeeManija(int fichero, char* bytes, std::size_t n, OVERLAPPED* donde, Error& error)
 {
@@ -254,39 +48,6 @@ std::size_t LeeManija(int fichero, char* bytes, std::size_t n, OVERLAPPED* donde
 }
 
 } // namespace
-
-const std::string_view kSeparadores = "\\/:";
-
-std::filesystem::path Ruta(std::string_view nombre)
-{
-    const std::string utf8 = ansi::AUtf8(nombre);
-    return std::filesystem::path(std::u8string(utf8.begin(), utf8.end()));
-}
-
-std::string Nombre(const std::filesystem::path& ruta)
-{
-    // The library's own conversion raises an exception for half a pair of units, which the system
-    // lets a name have.
-    const std::wstring& ancho = ruta.native();
-    const auto unidades = static_cast<int>(ancho.size());
-    const auto convierte = [&](char* utf8, int largo) {
-        return WideCharToMultiByte(CP_UTF8, 0, ancho.data(), unidades, utf8, largo, nullptr,
-                                   nullptr);
-    };
-    std::string utf8(static_cast<std::size_t>(convierte(nullptr, 0)), ' ');
-    convierte(utf8.data(), static_cast<int>(utf8.size()));
-    return utf8;
-}
-
-std::filesystem::path Entera(const std::filesystem::path& ruta)
-{
-    return Completa(ruta.native());
-}
-
-std::filesystem::path EnteraSinPuntos(const std::filesystem::path& ruta)
-{
-    return Entera(ruta); // the system takes them out by the letters, too
-}
 
 int Abre(const std::filesystem::path& ruta, Modo modo, Error& error)
 {
@@ -395,108 +156,6 @@ void Cierra(int fichero, Error& error)
         error = Error(errno, std::generic_category());
     else if (tropiezo != 0)
         error = Error(tropiezo, std::generic_category());
-}
-
-CEstado Mira(const std::filesystem::path& ruta, Error& error)
-{
-    return Mirado(ruta, 0, error);
-}
-
-CEstado MiraEnlace(const std::filesystem::path& ruta, Error& error)
-{
-    return Mirado(ruta, FILE_FLAG_OPEN_REPARSE_POINT, error);
-}
-
-CEstado Mira(int fichero, Error& error)
-{
-    CEstado estado;
-    Llama(Llamada::Mirar, error, [&] { return LeeEstado(ManijaDe(fichero), estado); });
-    return error ? CEstado() : estado;
-}
-
-bool EsMio(const CEstado& estado)
-{
-    HANDLE abierto = nullptr;
-    if (OpenProcessToken(GetCurrentProcess(), TOKEN_QUERY, &abierto) == 0)
-        return false;
-    const Manija proceso(abierto);
-    // What an administrator makes belongs to all of them.
-    for (const TOKEN_INFORMATION_CLASS quien : {TokenUser, TokenOwner}) {
-        alignas(TOKEN_USER) unsigned char datos[sizeof(TOKEN_USER) + SECURITY_MAX_SID_SIZE];
-        DWORD largo = 0;
-        if (GetTokenInformation(proceso.get(), quien, datos, sizeof datos, &largo) == 0)
-            continue;
-        const PSID yo = quien == TokenUser ? reinterpret_cast<TOKEN_USER*>(datos)->User.Sid
-                                           : reinterpret_cast<TOKEN_OWNER*>(datos)->Owner;
-        if (Suma(yo) == estado.dueño)
-            return true;
-    }
-    return false;
-}
-
-std::filesystem::path LeeEnlace(const std::filesystem::path& ruta, Error& error)
-{
-    std::wstring destino(std::numeric_limits<std::int16_t>::max(), L'\0');
-    Llama(Llamada::Mirar, error, [&] {
-        const Manija manija = AbreManija(
-            ruta, {.acceso = FILE_READ_ATTRIBUTES, .atributos = FILE_FLAG_BACKUP_SEMANTICS});
-        if (manija == nullptr)
-            return false;
-        const DWORD largo = GetFinalPathNameByHandleW(
-            manija.get(), destino.data(), static_cast<DWORD>(destino.size()), FILE_NAME_NORMALIZED);
-        destino.resize(std::min<std::size_t>(largo, destino.size()));
-        return largo != 0;
-    });
-    return error ? std::filesystem::path() : std::filesystem::path(SinPrefijo(destino));
-}
-
-void PuedeEscribir(const std::filesystem::path& ruta, Error& error)
-{
-    Llama(Llamada::Mirar, error,
-          [&] { return AbreManija(ruta, {.acceso = GENERIC_WRITE}) != nullptr; });
-    if (Es(error, ERROR_SHARING_VIOLATION))
-        error.clear(); // opening it will tell who has it
-}
-
-bool PuedeReemplazar(const std::filesystem::path& ruta, const CEstado& /*destino*/,
-                     const CEstado& /*carpeta*/)
-{
-    Error error;
-    return Llama(Llamada::Mirar, error,
-                 [&] { return AbreManija(ruta, {.acceso = DELETE, .comparte = 0}) != nullptr; });
-}
-
-void CopiaDerechos(int fichero, const std::filesystem::path& modelo, Error& error)
-{
-    // A new file has the rights that its folder gives, as the model has unless somebody gave it
-    // others. The owner is whoever makes it, as everywhere on this system.
-    PACL lista = nullptr;
-    PSECURITY_DESCRIPTOR todo = nullptr;
-    const auto lee = [&] {
-        const DWORD codigo =
-            GetNamedSecurityInfoW(Larga(modelo).data(), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION,
-                                  nullptr, nullptr, &lista, nullptr, &todo);
-        SetLastError(codigo);
-        return codigo == ERROR_SUCCESS;
-    };
-    if (!Llama(Llamada::Mirar, error, lee))
-        return;
-    const Descriptor descriptor(todo);
-    const bool protegido = EstaProtegido(todo);
-    if (lista == nullptr || (!protegido && !TieneSuyos(lista)))
-        return;
-    const SECURITY_INFORMATION que =
-        DACL_SECURITY_INFORMATION | (protegido ? PROTECTED_DACL_SECURITY_INFORMATION : DWORD{0});
-    Llama(Llamada::Derechos, error, [&] {
-        HANDLE suya = ReOpenFile(ManijaDe(fichero), READ_CONTROL | WRITE_DAC, kDeTodos, 0);
-        if (suya == INVALID_HANDLE_VALUE)
-            return false;
-        const Manija manija(suya);
-        const DWORD codigo =
-            SetSecurityInfo(suya, SE_FILE_OBJECT, que, nullptr, nullptr, lista, nullptr);
-        SetLastError(codigo);
-        return codigo == ERROR_SUCCESS;
-    });
 }
 
 bool Bloquea(int fichero, Error& error)

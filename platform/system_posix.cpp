@@ -97,11 +97,21 @@ bool Pagina(std::string_view texto)
     return !WIFEXITED(estado) || WEXITSTATUS(estado) != kNoExiste;
 }
 
-void AbreFlujosCerrados()
+void PreparaFlujos()
 {
     for (const int flujo : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
         if (fcntl(flujo, F_GETFD) == -1)
             open("/dev/null", O_RDWR); // takes the lowest number that is free, which is this one
+}
+
+std::vector<std::string> Argumentos(int argc, const char* const* argv)
+{
+    return {argv, argv + argc};
+}
+
+int LeeByte()
+{
+    return std::getc(stdin);
 }
 
 std::filesystem::path FicheroPrograma()

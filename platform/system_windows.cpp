@@ -2,11 +2,17 @@
 
 #include <atomic>
 #include <cstdlib>
+#include <memory>
 #include <string>
 
+#include <fcntl.h>
 #include <io.h>
 
 #include <windows.h>
+
+#include <shellapi.h>
+
+#include "platform/system_files.h"
 
 namespace sistema {
 namespace {
@@ -31,6 +37,68 @@ BOOL WINAPI AlLlegar(DWORD suceso)
 HANDLE Consola(std::FILE* fichero)
 {
     return reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(fichero)));
+}
+
+constexpr UINT kPorCtrlC = 0xC000013AU; // the status that the system's own handler leaves
+
+/// Lines typed at the console. What reads bytes from it gets no letter that its code page lacks, so
+/// they are read as the console has them.
+class CLineaDeConsola {
+public:
+    /// Waits for a line. False at the end of the input and where Ctrl-C came in its place.
+    bool Espera()
+    {
+        if (m_siguiente < m_bytes.size())
+            return true;
+        std::wstring trozo(kTrozo, L'\0');
+        DWORD leidos = 0;
+        SetLastError(ERROR_SUCCESS);
+        if (ReadConsoleW(Consola(stdin), trozo.data(), kTrozo, &leidos, nullptr) == 0)
+            leidos = 0;
+        m_interrumpida = leidos == 0 && GetLastError() == ERROR_OPERATION_ABORTED;
+        trozo.resize(leidos);
+        constexpr wchar_t kFin = 0x1A; // Ctrl-Z at the beginning of a line
+        if (trozo.empty() || trozo.front() == kFin)
+            return false;
+        m_bytes = Nombre(trozo);
+        m_siguiente = 0;
+        return true;
+    }
+    int Byte() { return Espera() ? static_cast<unsigned char>(m_bytes[m_siguiente++]) : EOF; }
+    bool Interrumpida() const { return m_interrumpida; }
+
+private:
+    static constexpr DWORD kTrozo = 8192; // the console itself takes no longer line
+    std::string m_bytes;
+    std::size_t m_siguiente = 0;
+    bool m_interrumpida = false;
+};
+
+CLineaDeConsola& Tecleado()
+{
+    static CLineaDeConsola linea;
+    return linea;
+}
+
+/// Has the console take what is printed for UTF-8, and gives it back what it had at the end.
+void PonUtf8()
+{
+    static const UINT kAntes = GetConsoleOutputCP();
+    if (kAntes == 0 || SetConsoleOutputCP(CP_UTF8) == 0) // there is none
+        return;
+    std::atexit([] { SetConsoleOutputCP(kAntes); });
+}
+
+/// A program with windows has no console; where one starts it and nothing else takes what it
+/// prints, that one shows it.
+void PidePrestadaConsola()
+{
+    const HANDLE salida = GetStdHandle(STD_OUTPUT_HANDLE);
+    const bool hay = salida != nullptr && salida != INVALID_HANDLE_VALUE;
+    if (hay || AttachConsole(ATTACH_PARENT_PROCESS) == 0)
+        return;
+    for (std::FILE* flujo : {stdout, stderr})
+        static_cast<void>(std::freopen("CONOUT$", "w", flujo));
 }
 
 } // namespace
@@ -61,13 +129,39 @@ bool Pagina(std::string_view)
     return false; // the console scrolls back by itself, and names no pager
 }
 
-void AbreFlujosCerrados() {} // a stream that is closed is no number that a file could get
+void PreparaFlujos()
+{
+    PidePrestadaConsola();
+    // A stream that is closed is no number that a file could get.
+    for (std::FILE* flujo : {stdin, stdout, stderr})
+        if (_fileno(flujo) >= 0)
+            _setmode(_fileno(flujo), _O_BINARY);
+    PonUtf8();
+}
+
+std::vector<std::string> Argumentos(int argc, const char* const* argv)
+{
+    int n = 0;
+    wchar_t** anchos = CommandLineToArgvW(GetCommandLineW(), &n);
+    if (anchos == nullptr)
+        return {argv, argv + argc};
+    const std::unique_ptr<wchar_t*, decltype(&LocalFree)> suelta(anchos, LocalFree);
+    std::vector<std::string> argumentos;
+    for (int i = 0; i < n; ++i)
+        argumentos.push_back(Nombre(anchos[i]));
+    return argumentos;
+}
+
+int LeeByte()
+{
+    return EsTerminal(stdin) ? Tecleado().Byte() : std::getc(stdin);
+}
 
 std::filesystem::path FicheroPrograma()
 {
-    std::wstring ruta(MAX_PATH, L'\0');
-    const DWORD largo = GetModuleFileNameW(nullptr, ruta.data(), static_cast<DWORD>(ruta.size()));
-    ruta.resize(largo < ruta.size() ? largo : 0); // a path that long is cut and of no use
+    constexpr std::size_t kMasLarga = 32768; // no path of the system is longer
+    std::wstring ruta(kMasLarga, L'\0');
+    ruta.resize(GetModuleFileNameW(nullptr, ruta.data(), static_cast<DWORD>(ruta.size())));
     return std::filesystem::path(ruta);
 }
 
@@ -95,15 +189,22 @@ bool HayQueAcabar()
 void OlvidaSenales()
 {
     SetConsoleCtrlHandler(AlLlegar, FALSE);
-    g_interrupcion = false;                 // one that came too late stops nothing later
-    constexpr UINT kPorCtrlC = 0xC000013AU; // what the system's own handler leaves
+    g_interrupcion = false; // one that came too late stops nothing later
     if (g_final)
         ExitProcess(kPorCtrlC);
 }
 
 bool EsperaLinea()
 {
-    return true; // a signal doesn't end the wait; the system's own patience does
+    if (!EsTerminal(stdin) || Tecleado().Espera() || !Tecleado().Interrumpida())
+        return !HayQueAcabar();
+    // The handler runs on another thread and may be behind. At the question whether to stop it is
+    // the second one.
+    constexpr DWORD kUnMomento = 100;
+    Sleep(kUnMomento);
+    if (g_interrupcion)
+        g_final = true;
+    return !HayQueAcabar();
 }
 
 } // namespace sistema

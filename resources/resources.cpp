@@ -3,18 +3,11 @@
 #include "resources/dialog_templates.h"
 #include "resources/drawings.h"
 #include "resources/string_table.h"
-
-namespace {
-
-constexpr CRecursoVersion kVersion = {
-    "Campiva", "Genera y lee base de datos de campiva", "1, 6, 6, 0", "(c) VexaSoft", "VexaSoft",
-};
-
-} // namespace
+#include "resources/version_block.h"
 
 const CRecursos& RecursosDelPrograma()
 {
     static const CRecursos kRecursos(TablaDeCadenas(), PlantillasDeDialogo(), DibujosDelPrograma(),
-                                     kVersion);
+                                     BloqueDeVersion());
     return kRecursos;
 }

@@ -24,10 +24,10 @@ bool HayVacios(const CTokens& tokens, std::size_t desde, std::size_t hasta)
 
 } // namespace
 
-CString UneArgumentos(std::span<const char* const> argumentos)
+CString UneArgumentos(std::span<const std::string> argumentos)
 {
     CString mandato;
-    for (const char* separador = ""; const char* argumento : argumentos) {
+    for (const char* separador = ""; const std::string& argumento : argumentos) {
         CString token = argumento;
         token.Replace("\t", kTabEnArgumento);
         mandato += separador;

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <span>
+#include <string>
 
 #include "vexa_libs/cversion_app.h"
 
@@ -18,7 +19,7 @@ using CTokens = std::array<CString, kTokens>;
 
 /// The arguments of a program as one text, as the application is given them. A tab inside one of
 /// them doesn't part it.
-CString UneArgumentos(std::span<const char* const> argumentos);
+CString UneArgumentos(std::span<const std::string> argumentos);
 /// The tokens of such a text; those that it doesn't reach are empty.
 CTokens ParteMandato(const CString& mandato);
 

@@ -6,13 +6,14 @@
 
 int main(int argc, char* argv[])
 {
-    sistema::AbreFlujosCerrados();
-    if (AtiendeOpcion(argc, argv))
+    sistema::PreparaFlujos();
+    const std::vector<std::string> argumentos = sistema::Argumentos(argc, argv);
+    if (AtiendeOpcion(argumentos))
         return ConSalida(0);
     CFrontalEscritorio frontal(argv[0]);
     if (!frontal.Funciona()) {
         std::fputs("campiva-gui: no hay pantalla donde mostrar ventanas.\n", stderr);
         return 1;
     }
-    return EjecutaPrograma(frontal, argc, argv);
+    return EjecutaPrograma(frontal, argumentos);
 }

@@ -4,9 +4,10 @@
 
 int main(int argc, char* argv[])
 {
-    sistema::AbreFlujosCerrados();
-    if (AtiendeOpcion(argc, argv))
+    sistema::PreparaFlujos();
+    const std::vector<std::string> argumentos = sistema::Argumentos(argc, argv);
+    if (AtiendeOpcion(argumentos))
         return ConSalida(0);
     CFrontalTerminal frontal;
-    return EjecutaPrograma(frontal, argc, argv);
+    return EjecutaPrograma(frontal, argumentos);
 }

@@ -49,11 +49,11 @@ int ConSalida(int estado)
     return estado == 0 && !dicho ? 1 : estado;
 }
 
-bool AtiendeOpcion(int argc, const char* const* argv)
+bool AtiendeOpcion(std::span<const std::string> argumentos)
 {
-    if (argc != 2)
+    if (argumentos.size() != 2)
         return false;
-    const std::string_view opcion = argv[1];
+    const std::string_view opcion = argumentos[1];
     if (opcion == "--help")
         std::fputs(kUso, stdout);
     else if (opcion == "--version")
@@ -63,10 +63,9 @@ bool AtiendeOpcion(int argc, const char* const* argv)
     return true;
 }
 
-int EjecutaPrograma(CFrontal& frontal, int argc, const char* const* argv)
+int EjecutaPrograma(CFrontal& frontal, std::span<const std::string> argumentos)
 {
-    const std::span argumentos(argv, static_cast<std::size_t>(argc));
-    const CString mandato = UneArgumentos(argumentos.subspan(argc > 0 ? 1 : 0));
+    const CString mandato = UneArgumentos(argumentos.subspan(argumentos.empty() ? 0 : 1));
     theApp.Arranca(frontal, RecursosDelPrograma(), mandato, CWinApp::FicheroAyuda(kPrograma));
     const int estado = theApp.EstadoSalida();
 #ifdef __SANITIZE_ADDRESS__

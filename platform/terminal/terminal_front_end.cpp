@@ -123,10 +123,10 @@ bool CFrontalTerminal::LeeLinea(std::string& linea)
 {
     constexpr std::size_t kMasLarga = 32767; // no path of any system is longer
     linea.clear();
-    int c = std::getc(stdin);
+    int c = sistema::LeeByte();
     if (c == EOF)
         return false;
-    for (; c != EOF && c != '\n'; c = std::getc(stdin))
+    for (; c != EOF && c != '\n'; c = sistema::LeeByte())
         if (linea.size() < kMasLarga)
             linea += static_cast<char>(c);
     if (linea.ends_with('\r'))

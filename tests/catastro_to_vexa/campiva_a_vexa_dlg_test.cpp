@@ -25,7 +25,7 @@ std::string Ajuste(CWinApp& aplicacion, const char* clave)
 
 TEST_F(Traduccion, TellsWhichFilesItCannotUse)
 {
-    const std::string en = carpeta.Ruta().string() + "/";
+    const std::string en(std::string_view(carpeta.En("")));
     const struct {
         const char* motivo;
         const char* carpetaEnMedio; ///< a folder that stands where a file should
@@ -70,7 +70,7 @@ TEST_F(Traduccion, NoTableFallsOnTheInput)
     EjecutaLote("Parajes.txt");
     EXPECT_EQ(carpeta.Lee("Parajes.txt"), Paraje("00001", "LA ERA"));
     EXPECT_EQ(aplicacion.guion.cajas.front().texto,
-              "El archivo " + carpeta.Ruta().string() + "/Parajes.txt no se puede crear");
+              "El archivo " + std::string(carpeta.En("Parajes.txt")) + " no se puede crear");
     EXPECT_EQ(Filas("Modulos.txt"), 0) << "the others are written";
 }
 

@@ -1,13 +1,12 @@
 #include "shell/campiva_app.h"
 
-#include <csignal>
-
 #include <gtest/gtest.h>
 
 #include "platform/dialog.h"
 #include "resources/resource_ids.h"
 #include "resources/resources.h"
 #include "tests/support/files.h"
+#include "tests/support/interruption.h"
 #include "tests/support/scripted_front_end.h"
 #include "vexa_libs/ccadena.h"
 
@@ -51,7 +50,7 @@ TEST(Mandato, HandsOverEveryArgumentAsItCame)
 {
     const struct {
         const char* motivo;
-        std::vector<const char*> argumentos;
+        std::vector<std::string> argumentos;
     } casos[] = {
         {"nothing", {}},
         {"names with blanks and without", {"0", "a b", "c"}},
@@ -119,6 +118,8 @@ TEST(CampivaApp, EndsWithAStatusThatAScriptCanRead)
 
 TEST(CampivaApp, TellsAScriptThatAStopCameFromOutsideInItsDialogsToo)
 {
+    if (!PuedeInterrumpir())
+        GTEST_SKIP();
     const CCarpetaPrueba carpeta;
     CCampivaApp aplicacion;
     CGuion guion;
@@ -134,7 +135,7 @@ TEST(CampivaApp, TellsAScriptThatAStopCameFromOutsideInItsDialogsToo)
     };
     guion.alAtender = [](CDialog&, int vez) {
         if (vez == 1)
-            std::raise(SIGINT);
+            Interrumpe();
     };
     aplicacion.Arranca(guion, RecursosDelPrograma(), {}, {});
     EXPECT_EQ(aplicacion.EstadoSalida(), CCampivaApp::kDetenido);

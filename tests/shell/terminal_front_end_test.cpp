@@ -1,7 +1,5 @@
 #include "platform/terminal/terminal_front_end.h"
 
-#include <csignal>
-
 #include <gtest/gtest.h>
 
 #include "platform/ansi.h"
@@ -10,6 +8,7 @@
 #include "platform/system.h"
 #include "resources/resources.h"
 #include "tests/support/files.h"
+#include "tests/support/interruption.h"
 #include "vexa_libs/cversion_app.h"
 #include "vexa_to_infograf/vexa_a_infograf_dlg.h"
 
@@ -78,6 +77,8 @@ TEST(FrontalTerminal, PrintsTheHelpThatStandsBesideTheHelpFile)
 
 TEST(FrontalTerminal, ACtrlCIsForTheRunOrForTheBoxOfItsMoment)
 {
+    if (!PuedeInterrumpir())
+        GTEST_SKIP();
     const CCarpetaPrueba carpeta;
     CFrontalTerminal frontal;
     CVersionApp aplicacion;
@@ -87,7 +88,7 @@ TEST(FrontalTerminal, ACtrlCIsForTheRunOrForTheBoxOfItsMoment)
         CVexaAInfografDlg dialogo;
         dialogo.Create(IDD_VEXA_A_INFOGRAF, nullptr);
         sistema::VigilaSenales(); // a run begins: from here on it is noted
-        std::raise(SIGINT);
+        Interrumpe();
         if (conCaja)
             frontal.Caja("¿ Sí ?"_ansi, "Título"_ansi, MB_YESNO);
         dialogo.AtiendeUno();

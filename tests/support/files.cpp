@@ -8,17 +8,22 @@
 #include <gtest/gtest.h>
 
 #include "platform/ansi.h"
+#include "platform/system_files.h"
+#ifdef _WIN32
+#include "tests/support/files_windows.h"
+#endif
 
 namespace fs = std::filesystem;
 
 namespace {
 
-void PonEntorno(const char* variable, const std::string& valor)
+/// Keeps the settings of a test away from its user's own.
+void ApartaAjustes(const fs::path& carpeta)
 {
 #ifdef _WIN32
-    _putenv_s(variable, valor.c_str());
+    EmpiezaRegistroPropio(carpeta.filename().native());
 #else
-    setenv(variable, valor.c_str(), 1);
+    setenv("XDG_CONFIG_HOME", (carpeta / "config").c_str(), 1);
 #endif
 }
 
@@ -30,30 +35,33 @@ CCarpetaPrueba::CCarpetaPrueba()
     do {
         m_ruta = fs::temp_directory_path() / ("campiva_test_" + std::to_string(azar()));
     } while (!fs::create_directory(m_ruta));
-    PonEntorno("XDG_CONFIG_HOME", (m_ruta / "config").string());
+    ApartaAjustes(m_ruta);
 }
 
 CCarpetaPrueba::~CCarpetaPrueba()
 {
+#ifdef _WIN32
+    AcabaRegistroPropio(m_ruta.filename().native());
+#endif
     std::error_code error;
     fs::remove_all(m_ruta, error);
 }
 
 CString CCarpetaPrueba::En(std::string_view nombre) const
 {
-    return (m_ruta / nombre).string();
+    return sistema::Nombre(m_ruta / sistema::Ruta(nombre));
 }
 
 CString CCarpetaPrueba::Pon(std::string_view nombre, std::string_view bytes) const
 {
-    std::ofstream fichero(m_ruta / nombre, std::ios::binary);
+    std::ofstream fichero(m_ruta / sistema::Ruta(nombre), std::ios::binary);
     fichero.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
     return En(nombre);
 }
 
 std::string CCarpetaPrueba::Lee(std::string_view nombre) const
 {
-    std::ifstream fichero(m_ruta / nombre, std::ios::binary);
+    std::ifstream fichero(m_ruta / sistema::Ruta(nombre), std::ios::binary);
     if (!fichero)
         return "(no file)";
     return {std::istreambuf_iterator<char>(fichero), std::istreambuf_iterator<char>()};
@@ -73,7 +81,7 @@ std::vector<std::string> CCarpetaPrueba::Lineas(std::string_view nombre) const
 
 std::string CCarpetaPrueba::SinRuta(std::string texto) const
 {
-    const std::string ruta = m_ruta.string() + "/";
+    const std::string ruta(std::string_view(En("")));
     if (const auto i = texto.find(ruta); i != std::string::npos)
         texto.erase(i, ruta.size());
     return texto;

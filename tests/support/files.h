@@ -15,7 +15,7 @@ public:
     CCarpetaPrueba& operator=(const CCarpetaPrueba&) = delete;
     ~CCarpetaPrueba();
 
-    /// Path of a file in the folder.
+    /// Path of a file in the folder; without a name the folder's own, with what parts the two.
     CString En(std::string_view nombre) const;
     const std::filesystem::path& Ruta() const { return m_ruta; }
     /// Writes and reads whole files, byte for byte. A file that isn't there reads as "(no file)".

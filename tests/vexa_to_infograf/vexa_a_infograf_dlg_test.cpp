@@ -48,7 +48,7 @@ protected:
         return registros;
     }
     /// How many records of a kind there are.
-    long Cuantos(std::string_view tipo) const
+    std::ptrdiff_t Cuantos(std::string_view tipo) const
     {
         const Textos registros = Registros();
         return std::count_if(registros.begin(), registros.end(),
@@ -170,11 +170,11 @@ TEST_F(InfografDeMuestra, NamesTheSheetOfEachRecord)
 
 TEST_F(InfografDeMuestra, GoesOnWithoutAMissingFile)
 {
-    const long subparcelas = Cuantos("11 ");
+    const std::ptrdiff_t subparcelas = Cuantos("11 ");
     ASSERT_GT(subparcelas, 60);
     const struct {
         const char* falta; ///< of the first polygon
-        long bloques, parcelas, poligonos, subparcelas;
+        std::ptrdiff_t bloques, parcelas, poligonos, subparcelas;
         const char* primera; ///< head of the first subparcel, after its kind
     } casos[] = {
         {"001.BIN", 1, 31, 1, 0, "00000002"},

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include <windows.h>
+
+#include "platform/fault_point.h"
+#include "platform/system_files.h"
+
+// What the sources for Windows' files share: handles, paths as its calls take them, its reasons.
+
+namespace sistema {
+
+struct CCierraManija {
+    void operator()(HANDLE manija) const { CloseHandle(manija); }
+};
+using Manija = std::unique_ptr<void, CCierraManija>; ///< null where it isn't open
+
+/// What is open here may be read, renamed and deleted by others. That two programs don't write one
+/// file is for `Bloquea`, which can tell it from other faults.
+inline constexpr DWORD kDeTodos = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+
+struct CApertura {
+    DWORD acceso;
+    DWORD comparte = kDeTodos;
+    DWORD siNoEsta = OPEN_EXISTING;
+    DWORD atributos = FILE_ATTRIBUTE_NORMAL;
+};
+Manija AbreManija(const std::filesystem::path& ruta, const CApertura& como);
+/// The handle of an open file.
+HANDLE ManijaDe(int fichero);
+/// Tells whether the handle is that of a link, not of what it leads to.
+bool EsEnlace(HANDLE manija);
+
+/// The path as the system takes it however long it is.
+std::wstring Larga(const std::filesystem::path& ruta);
+/// The path without what stands in front of a long one.
+std::wstring SinPrefijo(std::wstring ruta);
+
+/// The system's reason; where the library would take it for another one, the nearest that is right.
+Error Fallo(DWORD codigo);
+bool Es(const Error& error, DWORD codigo);
+
+/// Makes a call that tells whether it went well.
+template <class F>
+bool Llama(Llamada cual, Error& error, F llamada)
+{
+    error.clear();
+    if (const int tropiezo = Tropiezo(cual); tropiezo != 0)
+        error = Error(tropiezo, std::generic_category());
+    else if (!llamada())
+        error = Fallo(GetLastError());
+    return !error;
+}
+
+} // namespace sistema
