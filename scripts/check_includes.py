@@ -45,7 +45,7 @@ def faults(path):
                 continue
             elif other in OUTSIDE or (other != folder and RANK[other] >= RANK[folder]):
                 yield where + f": {folder} may not include {other}"
-            elif "/terminal/" in name or "/desktop/" in name:
+            elif any(front in name for front in ("/terminal/", "/desktop/", "/windows/")):
                 if not main and not path.startswith(name.rsplit("/", 1)[0]):
                     yield where + ": only a program knows its front end"
 

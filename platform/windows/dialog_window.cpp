@@ -1,0 +1,374 @@
+#include "platform/windows/dialog_window.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/run_story.h"
+#include "platform/windows/dialog_template.h"
+#include "platform/windows/path_field.h"
+#include "platform/windows/run_footer.h"
+#include "platform/windows/text.h"
+
+namespace {
+
+using enum ClaseControl;
+
+/// The font that the user's system has for its messages.
+CLetra LetraDelSistema()
+{
+    NONCLIENTMETRICSW medidas = {};
+    medidas.cbSize = sizeof medidas;
+    if (SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof medidas, &medidas, 0) == 0)
+        return {L"MS Shell Dlg 2"};
+    const LOGFONTW& letra = medidas.lfMessageFont;
+    HDC pantalla = GetDC(nullptr);
+    const int puntos = MulDiv(std::abs(letra.lfHeight), 72, GetDeviceCaps(pantalla, LOGPIXELSY));
+    ReleaseDC(nullptr, pantalla);
+    return {letra.lfFaceName, static_cast<std::uint16_t>(puntos),
+            static_cast<std::uint16_t>(letra.lfWeight)};
+}
+
+std::wstring TextoDe(HWND ventana)
+{
+    std::wstring texto(static_cast<std::size_t>(GetWindowTextLengthW(ventana)) + 1, L'\0');
+    texto.resize(static_cast<std::size_t>(
+        GetWindowTextW(ventana, texto.data(), static_cast<int>(texto.size()))));
+    return texto;
+}
+
+/// Sets a window's text, unless it is the same: the caret would jump under the user's hands.
+bool PonTexto(HWND ventana, const std::wstring& texto)
+{
+    if (TextoDe(ventana) == texto)
+        return false;
+    SetWindowTextW(ventana, texto.c_str());
+    return true;
+}
+
+} // namespace
+
+CVentanaDialogo::CVentanaDialogo(CDialog& dialogo, HWND debajo)
+    : m_dialogo(dialogo), m_debajo(debajo), m_progreso(dialogo.Avance())
+{
+    Crea(debajo);
+    PreparaControles();
+    if (m_progreso != nullptr)
+        m_pie = std::make_unique<CPieProceso>(m_ventana);
+    m_marco.emplace(m_ventana, dialogo.Plantilla(), m_controles, m_pie.get());
+    for (const CControl& control : m_dialogo.Controles())
+        Refleja(control);
+    m_marco->HazSitio();
+    PonImagenes();
+    m_marco->PonLados();
+    if (m_dialogo.Centrada())
+        m_marco->Centra(debajo);
+}
+
+CVentanaDialogo::~CVentanaDialogo()
+{
+    DestroyWindow(m_ventana);
+}
+
+void CVentanaDialogo::Crea(HWND debajo)
+{
+    const auto plantilla =
+        HazPlantilla(m_dialogo.Plantilla(), LetraDelSistema(),
+                     {.seEnsancha = m_progreso != nullptr, .seMinimiza = debajo == nullptr});
+    m_ventana = CreateDialogIndirectParamW(GetModuleHandleW(nullptr),
+                                           reinterpret_cast<LPCDLGTEMPLATEW>(plantilla.data()),
+                                           debajo, AlLlegar, reinterpret_cast<LPARAM>(this));
+    for (HWND hijo = GetWindow(m_ventana, GW_CHILD); hijo != nullptr;
+         hijo = GetWindow(hijo, GW_HWNDNEXT))
+        m_controles.push_back(hijo);
+    for (const WPARAM cual : {ICON_BIG, ICON_SMALL}) {
+        const int lado = GetSystemMetrics(cual == ICON_BIG ? SM_CXICON : SM_CXSMICON);
+        SendMessageW(m_ventana, WM_SETICON, cual,
+                     reinterpret_cast<LPARAM>(m_imagenes.Icono(m_dialogo.Icono(), lado)));
+    }
+}
+
+void CVentanaDialogo::PreparaControles()
+{
+    for (const CControl& control : m_dialogo.Controles()) {
+        HWND ventana = VentanaDe(control);
+        if (control.Plantilla().clase == Edicion)
+            HazCampoRuta(ventana);
+        for (const char* elemento : control.Plantilla().elementos)
+            SendMessageW(ventana, CB_ADDSTRING, 0,
+                         reinterpret_cast<LPARAM>(AAncho(elemento).c_str()));
+    }
+}
+
+void CVentanaDialogo::PonImagenes()
+{
+    for (const CControl& control : m_dialogo.Controles()) {
+        const CPlantillaControl& plantilla = control.Plantilla();
+        const RECT sitio = m_marco->Pixeles(plantilla);
+        const SIZE lados = {sitio.right - sitio.left, sitio.bottom - sitio.top};
+        if (plantilla.clase == Imagen)
+            SendMessageW(VentanaDe(control), STM_SETIMAGE, IMAGE_BITMAP,
+                         reinterpret_cast<LPARAM>(
+                             m_imagenes.Imagen(plantilla.id, lados, GetSysColor(COLOR_BTNFACE))));
+        else if (plantilla.clase == Icono)
+            SendMessageW(VentanaDe(control), STM_SETIMAGE, IMAGE_ICON,
+                         reinterpret_cast<LPARAM>(m_imagenes.Icono(
+                             plantilla.id, static_cast<int>(std::min(lados.cx, lados.cy)))));
+    }
+}
+
+HWND CVentanaDialogo::VentanaDe(const CControl& control) const
+{
+    const auto& controles = m_dialogo.Controles();
+    const auto este = std::find_if(controles.begin(), controles.end(),
+                                   [&](const CControl& c) { return &c == &control; });
+    const auto lugar = static_cast<std::size_t>(este - controles.begin());
+    return lugar < m_controles.size() ? m_controles[lugar] : nullptr;
+}
+
+CControl* CVentanaDialogo::ControlDe(HWND ventana)
+{
+    // The edit of a list is a window of its own.
+    for (; ventana != nullptr && ventana != m_ventana; ventana = GetParent(ventana)) {
+        const auto este = std::find(m_controles.begin(), m_controles.end(), ventana);
+        if (este != m_controles.end())
+            return &m_dialogo.Controles()[static_cast<std::size_t>(este - m_controles.begin())];
+    }
+    return nullptr;
+}
+
+HWND CVentanaDialogo::ControlCon(UINT id) const
+{
+    return GetDlgItem(m_ventana, static_cast<int>(id));
+}
+
+void CVentanaDialogo::Muestra()
+{
+    if (m_debajo != nullptr)
+        EnableWindow(m_debajo, FALSE);
+    ShowWindow(m_ventana, SW_SHOW);
+    PonFocoInicial();
+    MSG mensaje = {};
+    while (!m_dialogo.Terminado() && GetMessageW(&mensaje, nullptr, 0, 0) > 0) {
+        if (IsDialogMessageW(m_ventana, &mensaje) == 0) {
+            TranslateMessage(&mensaje);
+            DispatchMessageW(&mensaje);
+        }
+        LanzaLoGuardado();
+    }
+    if (m_debajo != nullptr) // before it goes, else another program's window would come up
+        EnableWindow(m_debajo, TRUE);
+    ShowWindow(m_ventana, SW_HIDE);
+}
+
+void CVentanaDialogo::PonFocoInicial()
+{
+    HWND primero = GetNextDlgTabItem(m_ventana, nullptr, FALSE);
+    const CControl* control = ControlDe(primero);
+    const auto& controles = m_dialogo.Controles();
+    const bool hayMarcado = std::any_of(controles.begin(), controles.end(), [](const CControl& c) {
+        return c.Plantilla().clase == Radio && c.GetCheck() != 0;
+    });
+    // A radio button is marked by the focus, so where none is it begins elsewhere.
+    if (control != nullptr && control->Plantilla().clase == Radio && !hayMarcado)
+        primero = ControlCon(UINT{IDOK});
+    SendMessageW(m_ventana, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(primero), TRUE);
+}
+
+void CVentanaDialogo::AtiendeUno()
+{
+    const auto ahora = Reloj::now();
+    if (!m_ritmo.TocaMirar(ahora))
+        return;
+    if (m_ritmo.TocaPintar(ahora))
+        PonAvanceAlDia();
+    MSG mensaje = {};
+    if (PeekMessageW(&mensaje, nullptr, 0, 0, PM_REMOVE) == 0) {
+        m_ritmo.EstaEnCalma(ahora);
+        return;
+    }
+    TranslateMessage(&mensaje);
+    DispatchMessageW(&mensaje);
+    LanzaLoGuardado();
+}
+
+void CVentanaDialogo::LanzaLoGuardado()
+{
+    if (const std::exception_ptr lanzado = std::exchange(m_lanzado, nullptr))
+        std::rethrow_exception(lanzado);
+}
+
+void CVentanaDialogo::Despacha(const std::function<void()>& trabajo)
+{
+    try {
+        trabajo();
+    } catch (...) {
+        m_lanzado = std::current_exception();
+    }
+    if (!m_dialogo.Terminado())
+        return;
+    ShowWindow(m_ventana, SW_HIDE); // a run may go on behind it
+    PostMessageW(m_ventana, WM_NULL, 0, 0);
+}
+
+void CVentanaDialogo::PonAvanceAlDia()
+{
+    if (m_progreso == nullptr)
+        return;
+    const int hecho = m_progreso->GetPos();
+    SendMessageW(VentanaDe(*m_progreso), PBM_SETPOS, static_cast<WPARAM>(hecho), 0);
+    PonTitulo(AAncho(TituloEnProceso(hecho, m_dialogo.Plantilla().titulo)));
+    m_pie->Avanza(hecho);
+}
+
+void CVentanaDialogo::PonTitulo(const std::wstring& titulo)
+{
+    PonTexto(m_ventana, titulo);
+}
+
+int CVentanaDialogo::Espera(const std::function<int()>& caja)
+{
+    const bool enProceso = m_pie != nullptr && m_pie->EnProceso();
+    if (enProceso) {
+        PonAvanceAlDia();
+        PonTitulo(AAncho(m_dialogo.Plantilla().titulo)); // the run stands still
+    }
+    const auto antes = Reloj::now();
+    const int respuesta = caja();
+    if (enProceso)
+        m_pie->Descuenta(Reloj::now() - antes);
+    return respuesta;
+}
+
+void CVentanaDialogo::FinDeProceso(const CEscritos& escritos)
+{
+    PonTitulo(AAncho(m_dialogo.Plantilla().titulo));
+    if (m_pie != nullptr)
+        m_pie->Termina(escritos);
+}
+
+void CVentanaDialogo::Refleja(const CControl& control)
+{
+    HWND ventana = VentanaDe(control);
+    if (&control == m_progreso) {
+        if (control.GetPos() == 0)
+            SendMessageW(ventana, PBM_SETPOS, 0, 0);
+        return; // all else shows when the next event is looked for
+    }
+    const bool antes = std::exchange(m_reflejando, true);
+    switch (control.Plantilla().clase) {
+    case Casilla:
+    case Radio:
+        SendMessageW(ventana, BM_SETCHECK, static_cast<WPARAM>(control.GetCheck()), 0);
+        break;
+    case Lista:
+        SendMessageW(ventana, CB_SETCURSEL, static_cast<WPARAM>(control.GetCurSel()), 0);
+        break;
+    case Imagen:
+    case Icono:
+        break;
+    case Edicion:
+        if (PonTexto(ventana, AAncho(control.GetWindowText())))
+            MuestraFinal(ventana);
+        break;
+    default:
+        PonTexto(ventana, AAncho(control.GetWindowText()));
+    }
+    EnableWindow(ventana, control.IsWindowEnabled() ? TRUE : FALSE);
+    if (control.Id() == m_dialogo.Foco() && control.Id() != m_foco)
+        SendMessageW(m_ventana, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(ventana), TRUE);
+    m_reflejando = antes;
+}
+
+INT_PTR CALLBACK CVentanaDialogo::AlLlegar(HWND ventana, UINT mensaje, WPARAM wParam, LPARAM lParam)
+{
+    if (mensaje == WM_INITDIALOG) {
+        SetWindowLongPtrW(ventana, DWLP_USER, lParam);
+        return FALSE; // the focus is given when the window is shown
+    }
+    auto* esta = reinterpret_cast<CVentanaDialogo*>(GetWindowLongPtrW(ventana, DWLP_USER));
+    return esta != nullptr && esta->m_marco ? esta->Atiende(mensaje, wParam, lParam) : FALSE;
+}
+
+INT_PTR CVentanaDialogo::Atiende(UINT mensaje, WPARAM wParam, LPARAM lParam)
+{
+    switch (mensaje) {
+    case WM_COMMAND:
+        AlMandar(HIWORD(wParam), LOWORD(wParam), reinterpret_cast<HWND>(lParam));
+        return TRUE;
+    case WM_CLOSE:
+        AlMandar(BN_CLICKED, WORD{IDCANCEL}, nullptr);
+        return TRUE;
+    case WM_HELP:
+        PideAyuda(*reinterpret_cast<const AyudaDelSistema*>(lParam));
+        return TRUE;
+    case WM_SIZE:
+        if (wParam != SIZE_MINIMIZED)
+            m_marco->Coloca();
+        return TRUE;
+    case WM_GETMINMAXINFO:
+        if (m_progreso == nullptr)
+            return FALSE;
+        m_marco->PonLimites(*reinterpret_cast<MINMAXINFO*>(lParam));
+        return TRUE;
+    case WM_VSCROLL:
+        m_marco->Desplaza(LOWORD(wParam));
+        return TRUE;
+    case WM_MOUSEWHEEL:
+        m_marco->Rueda(static_cast<short>(HIWORD(wParam)));
+        return TRUE;
+    default:
+        return FALSE;
+    }
+}
+
+void CVentanaDialogo::AlMandar(WORD aviso, WORD id, HWND ventana)
+{
+    CControl* control = ventana != nullptr ? ControlDe(ventana) : nullptr;
+    if (control != nullptr)
+        return AlCambiar(*control, aviso, ventana);
+    if (m_pie != nullptr && ventana != nullptr && aviso == BN_CLICKED && m_pie->AlPulsar(ventana))
+        return;
+    if (ventana == nullptr && id == WORD{IDCANCEL}) // the window's own ways to close it
+        Despacha([this] { m_dialogo.SendMessage(WM_COMMAND, IDCANCEL, 0); });
+}
+
+void CVentanaDialogo::AlCambiar(CControl& control, WORD aviso, HWND ventana)
+{
+    const ClaseControl clase = control.Plantilla().clase;
+    if (clase == Edicion && aviso == EN_CHANGE && !m_reflejando)
+        control.SetWindowText(DeAncho(TextoDe(ventana)));
+    else if (clase == Lista && aviso == CBN_SELCHANGE)
+        control.SetCurSel(static_cast<int>(SendMessageW(ventana, CB_GETCURSEL, 0, 0)));
+    else if ((clase == Edicion && aviso == EN_SETFOCUS) ||
+             (clase == Lista && aviso == CBN_SETFOCUS))
+        AlTomarFoco(ventana);
+    else if (clase == Boton || clase == BotonPorDefecto || clase == Casilla || clase == Radio) {
+        if (aviso == BN_CLICKED || aviso == BN_DBLCLK) // the second of two quick ones
+            Despacha([&] { m_dialogo.Pulsa(control); });
+        else if (aviso == BN_SETFOCUS)
+            AlTomarFoco(ventana);
+    }
+}
+
+void CVentanaDialogo::AlTomarFoco(HWND ventana)
+{
+    const CControl* control = ControlDe(ventana);
+    m_foco = control != nullptr ? control->Id() : kSinId;
+    if (control == nullptr)
+        return;
+    m_dialogo.NotaFoco(control->Id());
+    m_marco->TraeALaVista(ventana);
+}
+
+void CVentanaDialogo::PideAyuda(const AyudaDelSistema& pregunta)
+{
+    HWND ventana = static_cast<HWND>(pregunta.hItemHandle);
+    const CControl* control = ControlDe(ventana);
+    PuntoDelSistema donde = pregunta.MousePos;
+    RECT sitio = {};
+    GetWindowRect(ventana, &sitio);
+    if (control != nullptr && PtInRect(&sitio, donde) == 0)
+        donde = {sitio.left, sitio.bottom};
+    const POINT punto{static_cast<int>(donde.x), static_cast<int>(donde.y)};
+    Despacha([&] { m_dialogo.PideAyuda(control, punto); });
+}

@@ -1,0 +1,110 @@
+#include "platform/windows/help_viewer.h"
+
+#include <bit>
+#include <cstddef>
+
+#include "platform/html_help.h"
+
+namespace {
+
+constexpr const wchar_t* kClase = L"CLSID\\{ADB880A6-D8FF-11CF-9377-00AA003B7A11}\\InprocServer32";
+constexpr const wchar_t* kFichero = L"hhctrl.ocx";
+constexpr WORD kEntrada = 14;
+constexpr UINT kCierraTodas = 18;
+
+/// The record that the viewer takes for a popup.
+struct CGlobo {
+    int largo;
+    HINSTANCE programa;
+    UINT tema;
+    const char* texto;
+    PuntoDelSistema punto;
+    COLORREF letras;
+    COLORREF fondo;
+    RECT margenes;
+    const char* letra;
+};
+// With addresses of 32 bits all fields stand one behind the other, 52 bytes. With 64 the viewer
+// has been compiled with the same alignment as this.
+static_assert(sizeof(CGlobo) == (sizeof(void*) == 4 ? 52 : 72));
+static_assert(offsetof(CGlobo, fondo) == (sizeof(void*) == 4 ? 28 : 44));
+
+/// The library that is registered for the viewer; empty where none is.
+std::wstring Registrado()
+{
+    constexpr std::size_t kCaracteres = 260;
+    std::wstring ruta(kCaracteres, L'\0');
+    auto bytes = static_cast<DWORD>(ruta.size() * sizeof(wchar_t));
+    if (RegGetValueW(HKEY_CLASSES_ROOT, kClase, nullptr, RRF_RT_REG_SZ | RRF_RT_REG_EXPAND_SZ,
+                     nullptr, ruta.data(), &bytes) != ERROR_SUCCESS)
+        return {};
+    ruta.resize(std::min(ruta.find(L'\0'), ruta.size()));
+    return ruta;
+}
+
+/// A name for the viewer, which knows the system's code page only. One that has other letters is
+/// called by its short name.
+std::string AlVisor(std::wstring fichero)
+{
+    const auto convierte = [&](char* destino, int largo, BOOL* falta) {
+        return WideCharToMultiByte(CP_ACP, 0, fichero.c_str(), -1, destino, largo, nullptr, falta);
+    };
+    BOOL falta = FALSE;
+    const bool conUtf8 = GetACP() == CP_UTF8; // which lacks nothing, and takes no such question
+    int largo = convierte(nullptr, 0, conUtf8 ? nullptr : &falta);
+    if (falta != FALSE) {
+        std::wstring corto(GetShortPathNameW(fichero.c_str(), nullptr, 0), L'\0');
+        corto.resize(
+            GetShortPathNameW(fichero.c_str(), corto.data(), static_cast<DWORD>(corto.size())));
+        if (!corto.empty())
+            fichero = corto;
+        largo = convierte(nullptr, 0, nullptr);
+    }
+    std::string texto(static_cast<std::size_t>(largo), '\0');
+    convierte(texto.data(), largo, nullptr);
+    texto.resize(texto.empty() ? 0 : texto.size() - 1); // the closing zero
+    return texto;
+}
+
+} // namespace
+
+CVisorAyuda::~CVisorAyuda()
+{
+    if (m_funcion != nullptr)
+        m_funcion(nullptr, nullptr, kCierraTodas, 0);
+}
+
+bool CVisorAyuda::Carga()
+{
+    if (m_modulo == nullptr && !m_noHay) {
+        if (const std::wstring ruta = Registrado(); !ruta.empty())
+            m_modulo = LoadLibraryW(ruta.c_str());
+        if (m_modulo == nullptr)
+            m_modulo = LoadLibraryW(kFichero);
+    }
+    if (m_modulo != nullptr && m_funcion == nullptr)
+        m_funcion = std::bit_cast<Funcion>(GetProcAddress(m_modulo, MAKEINTRESOURCEA(kEntrada)));
+    m_noHay = m_funcion == nullptr;
+    return !m_noHay;
+}
+
+bool CVisorAyuda::MuestraTema(HWND ventana, const std::wstring& fichero)
+{
+    return Carga() && m_funcion(ventana, AlVisor(fichero).c_str(), HH_DISPLAY_TOPIC, 0) != nullptr;
+}
+
+bool CVisorAyuda::MuestraGlobo(HWND control, const std::wstring& fichero,
+                               const std::wstring& interior, const HH_POPUP& popup)
+{
+    constexpr LONG kSuyo = -1; // the viewer's own
+    CGlobo globo = {};
+    globo.largo = sizeof globo;
+    globo.tema = popup.idString;
+    globo.punto = {popup.pt.x, popup.pt.y};
+    globo.letras = static_cast<COLORREF>(kSuyo);
+    globo.fondo = popup.clrBackground;
+    globo.margenes = {kSuyo, kSuyo, kSuyo, kSuyo};
+    const std::string temas = AlVisor(fichero) + "::" + AlVisor(interior);
+    return Carga() && m_funcion(control, temas.c_str(), HH_DISPLAY_TEXT_POPUP,
+                                reinterpret_cast<DWORD_PTR>(&globo)) != nullptr;
+}

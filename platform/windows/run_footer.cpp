@@ -1,0 +1,119 @@
+#include "platform/windows/run_footer.h"
+
+#include "platform/dialog.h"
+#include "platform/front_end.h"
+#include "platform/windows/text.h"
+
+namespace {
+
+constexpr short kMargen = 7; // dialog units, as the templates have it
+constexpr short kBoton = 62;
+constexpr short kAltoBoton = 14;
+constexpr short kHueco = 7;
+
+RECT EnPixeles(HWND ventana, RECT unidades)
+{
+    MapDialogRect(ventana, &unidades);
+    return unidades;
+}
+
+/// Opens a file or folder with whatever the user has for it. No program is made for a log, so what
+/// reads texts reads it.
+bool AbreConElSistema(HWND ventana, const std::wstring& ruta, bool esTexto)
+{
+    SHELLEXECUTEINFOW pide = {};
+    pide.cbSize = sizeof pide;
+    pide.fMask = SEE_MASK_FLAG_NO_UI | (esTexto ? SEE_MASK_CLASSNAME : 0U);
+    pide.hwnd = ventana;
+    pide.lpFile = ruta.c_str();
+    pide.lpClass = L".txt";
+    pide.nShow = SW_SHOWNORMAL;
+    if (ShellExecuteExW(&pide) != 0)
+        return true;
+    const std::wstring entreComillas = L'"' + ruta + L'"';
+    pide.fMask = SEE_MASK_FLAG_NO_UI;
+    pide.lpFile = L"notepad.exe";
+    pide.lpParameters = entreComillas.c_str();
+    return esTexto && ShellExecuteExW(&pide) != 0;
+}
+
+} // namespace
+
+CPieProceso::CPieProceso(HWND ventana)
+    : m_ventana(ventana),
+      m_texto(Crea(L"STATIC", "", SS_LEFT | SS_NOPREFIX | SS_ENDELLIPSIS | WS_VISIBLE | WS_GROUP)),
+      m_abreLog(Crea(L"BUTTON", kAbreLog, BS_PUSHBUTTON | WS_TABSTOP | WS_GROUP)),
+      m_abreCarpeta(Crea(L"BUTTON", kAbreCarpeta, BS_PUSHBUTTON | WS_TABSTOP))
+{
+}
+
+HWND CPieProceso::Crea(const wchar_t* clase, const char* texto, DWORD estilo)
+{
+    HWND hijo = CreateWindowExW(0, clase, AAncho(texto).c_str(), estilo | WS_CHILD, 0, 0, 0, 0,
+                                m_ventana, nullptr, GetModuleHandleW(nullptr), nullptr);
+    SetWindowLongPtrW(hijo, GWLP_ID, -1);
+    SendMessageW(hijo, WM_SETFONT, static_cast<WPARAM>(SendMessageW(m_ventana, WM_GETFONT, 0, 0)),
+                 FALSE);
+    return hijo;
+}
+
+int CPieProceso::Alto() const
+{
+    return EnPixeles(m_ventana, {0, 0, 0, kAltoBoton + kMargen}).bottom;
+}
+
+void CPieProceso::Coloca(const RECT& sitio)
+{
+    // The two buttons stand below the last two of the template.
+    const RECT boton = EnPixeles(m_ventana, {kMargen, kHueco, kBoton, kAltoBoton});
+    const int separa = boton.top;
+    int derecha = sitio.right - boton.left;
+    for (HWND cual : {m_abreCarpeta, m_abreLog}) {
+        MoveWindow(cual, derecha - boton.right, sitio.top, boton.right, boton.bottom, TRUE);
+        derecha -= boton.right + separa;
+    }
+    const RECT renglon = EnPixeles(m_ventana, {0, 3, 0, 8});
+    MoveWindow(m_texto, sitio.left + boton.left, sitio.top + renglon.top,
+               derecha - sitio.left - boton.left, renglon.bottom, TRUE);
+}
+
+void CPieProceso::Avanza(int hecho)
+{
+    m_relato.Avanza(CRelatoProceso::Reloj::now(), hecho);
+    PonAlDia();
+}
+
+void CPieProceso::Termina(const CEscritos& escritos)
+{
+    m_relato.Termina(CRelatoProceso::Reloj::now(), escritos);
+    PonAlDia();
+}
+
+void CPieProceso::PonAlDia()
+{
+    const std::wstring texto = AAncho(m_relato.Texto());
+    std::wstring antes(static_cast<std::size_t>(GetWindowTextLengthW(m_texto)) + 1, L'\0');
+    antes.resize(static_cast<std::size_t>(
+        GetWindowTextW(m_texto, antes.data(), static_cast<int>(antes.size()))));
+    if (antes != texto)
+        SetWindowTextW(m_texto, texto.c_str());
+    ShowWindow(m_abreLog, m_relato.Log().IsEmpty() ? SW_HIDE : SW_SHOWNA);
+    ShowWindow(m_abreCarpeta, m_relato.Carpeta().IsEmpty() ? SW_HIDE : SW_SHOWNA);
+}
+
+bool CPieProceso::AlPulsar(HWND boton)
+{
+    if (boton != m_abreLog && boton != m_abreCarpeta)
+        return false;
+    Abre(boton == m_abreLog ? m_relato.Log() : m_relato.Carpeta());
+    return true;
+}
+
+void CPieProceso::Abre(const CString& ruta) const
+{
+    const std::wstring ancha = AAncho(ruta);
+    if (AbreConElSistema(m_ventana, ancha, ruta == m_relato.Log()))
+        return;
+    MessageBoxW(m_ventana, AAncho(NoSeAbre(ruta)).c_str(), AAncho(kTituloNoSeAbre).c_str(),
+                MB_ICONERROR);
+}

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "platform/windows/win32.h"
+
+#include "platform/run_story.h"
+
+struct CEscritos;
+
+/// The line below a translation's window: during a run its times, and then the way to what the run
+/// has written.
+class CPieProceso {
+public:
+    /// Its text and buttons are made as children of the window, hidden where there is nothing to
+    /// tell.
+    explicit CPieProceso(HWND ventana);
+
+    /// A run goes on.
+    /// \param hecho  per cent of the phase
+    void Avanza(int hecho);
+    /// The run is over. Only what is there is offered.
+    void Termina(const CEscritos& escritos);
+    bool EnProceso() const { return m_relato.EnProceso(); }
+    /// Takes out of the run the time in which it waited for the user.
+    void Descuenta(CRelatoProceso::Reloj::duration espera) { m_relato.Descuenta(espera); }
+
+    /// Pixels that it takes.
+    int Alto() const;
+    void Coloca(const RECT& sitio);
+    /// Does what a click on one of its buttons asks. False for any other window.
+    bool AlPulsar(HWND boton);
+
+private:
+    HWND Crea(const wchar_t* clase, const char* texto, DWORD estilo);
+    /// Brings text and buttons to what the story says.
+    void PonAlDia();
+    void Abre(const CString& ruta) const;
+
+    HWND m_ventana;
+    CRelatoProceso m_relato;
+    HWND m_texto;
+    HWND m_abreLog;
+    HWND m_abreCarpeta;
+};

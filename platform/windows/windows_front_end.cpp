@@ -1,0 +1,175 @@
+#include "platform/windows/windows_front_end.h"
+
+#include "platform/windows/win32.h"
+
+#include <algorithm>
+
+#include "platform/cfile.h"
+#include "platform/file_box.h"
+#include "platform/html_help.h"
+#include "platform/windows/dialog_window.h"
+#include "platform/windows/help_popup.h"
+#include "platform/windows/help_viewer.h"
+#include "platform/windows/text.h"
+
+namespace {
+
+/// The filters as the system takes them: with a zero where the program has a bar.
+std::wstring Filtros(const CString& filtros)
+{
+    std::wstring texto = AAncho(filtros);
+    std::replace(texto.begin(), texto.end(), L'|', L'\0');
+    return texto;
+}
+
+/// The name that the box shows first: a whole path where its folder is there, else the name alone.
+std::wstring NombreInicial(const CString& ruta)
+{
+    return sistema::Ruta(ruta).filename().native();
+}
+
+HWND ManijaDe(const CVentanaDialogo* ventana)
+{
+    return ventana != nullptr ? ventana->Manija() : nullptr;
+}
+
+/// The text of a control, from the file that stands beside the help file too; empty where there is
+/// none.
+std::wstring TextoDeControl(const CString& fichero, const CString& interior, UINT id)
+{
+    const auto ruta = sistema::Ruta(fichero).replace_filename(sistema::Ruta(interior));
+    std::string textos;
+    try {
+        CFile abierto;
+        if (!abierto.Open(sistema::Nombre(ruta), CFile::modeRead | CFile::typeBinary))
+            return {};
+        textos.resize(static_cast<std::size_t>(abierto.GetLength()));
+        textos.resize(abierto.Read(textos.data(), static_cast<UINT>(textos.size())));
+    } catch (const CFileException&) {
+        return {};
+    }
+    std::wstring texto = AAncho(TextoDeTema(textos, id));
+    std::erase(texto, L'\r');
+    std::replace(texto.begin(), texto.end(), L'\n', L' '); // the popup breaks its lines by itself
+    return texto;
+}
+
+/// The system's box leaves the process in the folder of the file; what is relative would become
+/// another file.
+class CMismaCarpeta {
+public:
+    CMismaCarpeta() : m_carpeta(std::filesystem::current_path(m_error)) {}
+    CMismaCarpeta(const CMismaCarpeta&) = delete;
+    CMismaCarpeta& operator=(const CMismaCarpeta&) = delete;
+    ~CMismaCarpeta() { std::filesystem::current_path(m_carpeta, m_error); }
+
+private:
+    std::error_code m_error;
+    std::filesystem::path m_carpeta;
+};
+
+} // namespace
+
+CFrontalWindows::CFrontalWindows() : m_visor(std::make_unique<CVisorAyuda>()) {}
+
+CFrontalWindows::~CFrontalWindows() = default;
+
+void CFrontalWindows::IniciaControles()
+{
+    INITCOMMONCONTROLSEX cuales = {sizeof cuales,
+                                   ICC_STANDARD_CLASSES | ICC_PROGRESS_CLASS | ICC_BAR_CLASSES};
+    InitCommonControlsEx(&cuales);
+}
+
+CVentanaDialogo* CFrontalWindows::VentanaDe(const CDialog& dialogo) const
+{
+    const auto ventana =
+        std::find_if(m_ventanas.begin(), m_ventanas.end(),
+                     [&](const CVentanaDialogo* v) { return &v->Dialogo() == &dialogo; });
+    return ventana != m_ventanas.end() ? *ventana : nullptr;
+}
+
+CVentanaDialogo* CFrontalWindows::Delante() const
+{
+    return !m_ventanas.empty() && m_ventanas.back()->SeVe() ? m_ventanas.back() : nullptr;
+}
+
+void CFrontalWindows::MuestraModal(CDialog& dialogo)
+{
+    CVentanaDialogo ventana(dialogo, ManijaDe(Delante()));
+    m_ventanas.push_back(&ventana);
+    const auto quita = [this](CVentanaDialogo*) { m_ventanas.pop_back(); };
+    const std::unique_ptr<CVentanaDialogo, decltype(quita)> alSalir(&ventana, quita);
+    ventana.Muestra();
+}
+
+void CFrontalWindows::AtiendeUno(CDialog& dialogo)
+{
+    if (CVentanaDialogo* ventana = VentanaDe(dialogo))
+        ventana->AtiendeUno();
+}
+
+int CFrontalWindows::Caja(const CString& texto, const CString& titulo, UINT flags)
+{
+    const std::wstring cuerpo = AAncho(texto);
+    const std::wstring rotulo = AAncho(titulo);
+    const auto caja = [&] {
+        return MessageBoxW(ManijaDe(Delante()), cuerpo.c_str(), rotulo.c_str(), flags);
+    };
+    return m_ventanas.empty() ? caja() : m_ventanas.back()->Espera(caja);
+}
+
+bool CFrontalWindows::EligeFichero(CFileDialog& dialogo)
+{
+    constexpr std::size_t kMasLarga = 32768; // no path of the system is longer
+    const CMismaCarpeta alSalir;
+    const std::wstring filtros = Filtros(dialogo.Filtros());
+    const std::wstring carpeta = CarpetaInicial(dialogo.GetPathName(), m_carpeta).native();
+    std::wstring ruta = NombreInicial(dialogo.GetPathName());
+    ruta.resize(kMasLarga);
+    OPENFILENAMEW caja = {};
+    caja.lStructSize = sizeof caja;
+    caja.hwndOwner = ManijaDe(Delante());
+    caja.lpstrFilter = filtros.c_str();
+    caja.lpstrFile = ruta.data();
+    caja.nMaxFile = static_cast<DWORD>(ruta.size());
+    caja.lpstrInitialDir = carpeta.c_str();
+    caja.Flags = dialogo.Flags() | OFN_EXPLORER;
+    if (GetOpenFileNameW(&caja) == 0)
+        return false;
+    const std::filesystem::path elegida = ruta.c_str();
+    m_carpeta = sistema::Nombre(elegida.parent_path());
+    dialogo.SetPathName(sistema::Nombre(elegida));
+    return true;
+}
+
+void CFrontalWindows::Refleja(const CDialog& dialogo, const CControl& control)
+{
+    if (CVentanaDialogo* ventana = VentanaDe(dialogo))
+        ventana->Refleja(control);
+}
+
+void CFrontalWindows::FinDeProceso(const CDialog& dialogo, const CEscritos& escritos)
+{
+    if (CVentanaDialogo* ventana = VentanaDe(dialogo))
+        ventana->FinDeProceso(escritos);
+}
+
+bool CFrontalWindows::MuestraAyuda(const CString& ficheroAyuda)
+{
+    return m_visor->MuestraTema(ManijaDe(Delante()), AAncho(ficheroAyuda));
+}
+
+bool CFrontalWindows::MuestraAyudaControl(const CString& temas, const HH_POPUP& popup)
+{
+    const auto [fichero, interior] = ParteTemas(temas);
+    const CVentanaDialogo* ventana = Delante();
+    HWND control = ventana != nullptr ? ventana->ControlCon(popup.idString) : nullptr;
+    if (m_visor->MuestraGlobo(control, AAncho(fichero), AAncho(interior), popup))
+        return true;
+    const std::wstring texto = TextoDeControl(fichero, interior, popup.idString);
+    if (ventana == nullptr || texto.empty())
+        return false; // a key that gives nothing is answer enough
+    MuestraGlobo(ventana->Manija(), texto, {popup.pt.x, popup.pt.y}, popup.clrBackground);
+    return true;
+}

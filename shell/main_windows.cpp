@@ -1,0 +1,13 @@
+#include "platform/system.h"
+#include "platform/windows/windows_front_end.h"
+#include "shell/start_up.h"
+
+int main(int argc, char* argv[])
+{
+    sistema::PreparaFlujos();
+    const std::vector<std::string> argumentos = sistema::Argumentos(argc, argv);
+    if (AtiendeOpcion(argumentos))
+        return ConSalida(0);
+    CFrontalWindows frontal;
+    return EjecutaPrograma(frontal, argumentos);
+}
