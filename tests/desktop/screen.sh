@@ -1,7 +1,10 @@
 # A screen of its own with a window manager, and hands to work the program on it. To be sourced.
-# Needs Xvfb, openbox, xdotool. The caller sets `work`, a folder that it may fill.
+# Needs Xvfb, openbox, xdotool. The caller sets `work`, a folder that it may fill, and where the
+# program is one for Windows `runner`, which runs it here. With CAMPIVA_SCREEN set, the screen that
+# DISPLAY names is taken: whoever has many programs to run by Wine saves a start of it for each.
 
 start_screen() { # size, as 1400x1000
+  [ -z "${CAMPIVA_SCREEN:-}" ] || return 0
   mkdir -p "$work"
   # Without -noreset the server would begin anew whenever its last client of the moment goes.
   Xvfb -displayfd 9 -screen 0 "${1}x24" -nolisten tcp -noreset \
@@ -16,6 +19,7 @@ start_screen() { # size, as 1400x1000
 }
 
 stop_screen() {
+  [ -z "${runner:-}" ] || "$runner" --end 2> /dev/null || true # it is tied to its first screen
   kill ${program_pid:+"$program_pid"} "$manager_pid" "$screen_pid" 2> /dev/null || true
   wait 2> /dev/null || true
 }
@@ -44,7 +48,7 @@ fill() { keys ctrl+a; xdotool type --delay 8 -- "$1"; }
 # Starts the program in the folder run, with the arguments, away from its user's own settings.
 start() {
   (cd "$work/run" && XDG_CONFIG_HOME="$work/config" XDG_DATA_HOME="$work/data" \
-    GSETTINGS_BACKEND=memory exec "$program" "$@") \
+    GSETTINGS_BACKEND=memory exec ${runner:-} "$program" "$@") \
     > "$work/stdout" 2> "$work/stderr" &
   program_pid=$!
 }

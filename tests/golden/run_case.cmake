@@ -1,5 +1,7 @@
 # Runs the program on one stored case and compares all that it leaves, byte for byte.
 #   cmake -D PROGRAM=... -D CASE=folder -D SAMPLES=folder -D WORK=folder -P run_case.cmake
+# A program for Windows comes with -D RUNNER=..., which runs it here, and -D REGISTRY=..., which knows
+# its settings.
 #
 # A case is a folder with
 #   args        the arguments, one a line
@@ -33,7 +35,13 @@ endif()
 if(EXISTS ${CASE}/input)
   file(COPY ${CASE}/input/ DESTINATION ${WORK}/run)
 endif()
-if(EXISTS ${CASE}/settings)
+if(REGISTRY)
+  set(settings ${WORK}/no_settings)
+  if(EXISTS ${CASE}/settings)
+    set(settings ${CASE}/settings)
+  endif()
+  execute_process(COMMAND ${RUNNER} ${REGISTRY} put ${settings} COMMAND_ERROR_IS_FATAL ANY)
+elseif(EXISTS ${CASE}/settings)
   file(COPY_FILE ${CASE}/settings ${WORK}/config/VexaSoft/Campiva.ini)
 endif()
 file(GLOB_RECURSE before RELATIVE ${WORK}/run ${WORK}/run/*)
@@ -46,7 +54,7 @@ if(NOT EXISTS ${input})
   file(TOUCH ${input})
 endif()
 set(ENV{XDG_CONFIG_HOME} ${WORK}/config)
-execute_process(COMMAND ${PROGRAM} ${arguments}
+execute_process(COMMAND ${RUNNER} ${PROGRAM} ${arguments}
   WORKING_DIRECTORY ${WORK}/run
   INPUT_FILE ${input} OUTPUT_FILE ${WORK}/stdout ERROR_FILE ${WORK}/stderr RESULT_VARIABLE status)
 
@@ -73,7 +81,13 @@ endfunction()
 
 compare(${CASE}/stdout ${WORK}/stdout)
 compare(${CASE}/stderr ${WORK}/stderr)
-if(EXISTS ${CASE}/settings_after)
+if(EXISTS ${CASE}/settings_after AND REGISTRY)
+  execute_process(COMMAND ${RUNNER} ${REGISTRY} compare ${CASE}/settings_after
+    RESULT_VARIABLE differ ERROR_VARIABLE difference)
+  if(differ)
+    string(APPEND failures "the settings differ from ${CASE}/settings_after\n${difference}")
+  endif()
+elseif(EXISTS ${CASE}/settings_after)
   compare(${CASE}/settings_after ${WORK}/config/VexaSoft/Campiva.ini)
 endif()
 file(GLOB_RECURSE expected RELATIVE ${expected_folder} ${expected_folder}/*)

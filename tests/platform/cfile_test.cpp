@@ -1,9 +1,11 @@
 #include "platform/cfile.h"
 
+#include <filesystem>
 #include <vector>
 
 #include <gtest/gtest.h>
 
+#include "platform/system_files.h"
 #include "tests/support/files.h"
 
 using namespace std::string_view_literals;
@@ -252,6 +254,8 @@ TEST(CFile, PassesOverTheCaseOfANameWhereJustOneFits)
         const CCarpetaPrueba carpeta;
         for (const std::string& nombre : caso.hay)
             carpeta.Pon(nombre, nombre);
+        if (carpeta.Cuantos() != static_cast<int>(caso.hay.size()))
+            continue; // where capitals make no other file
         CStdioFile fichero;
         EXPECT_EQ(fichero.Open(carpeta.En(caso.pedido), kLee | CFile::anyCase),
                   caso.abierto != nullptr);
@@ -260,7 +264,7 @@ TEST(CFile, PassesOverTheCaseOfANameWhereJustOneFits)
             fichero.ReadString(linea);
             EXPECT_EQ(linea, CString(caso.abierto));
         }
-        const bool exacto = caso.hay.size() == 3;
+        const bool exacto = std::filesystem::exists(sistema::Ruta(carpeta.En(caso.pedido)));
         EXPECT_EQ(fichero.Open(carpeta.En(caso.pedido), kLee), exacto) << "without the flag";
     }
 }
@@ -380,7 +384,8 @@ TEST(CFile, KnowsOneFileUnderTwoNames)
     carpeta.Pon("a.txt", "igual");
     carpeta.Pon("b.txt", "igual");
     std::filesystem::create_hard_link(carpeta.Ruta() / "a.txt", carpeta.Ruta() / "duro");
-    std::filesystem::create_symlink("../a.txt", carpeta.Ruta() / "s" / "enlace");
+    std::error_code sinEnlaces; // a system may keep them from its users
+    std::filesystem::create_symlink("../a.txt", carpeta.Ruta() / "s" / "enlace", sinEnlaces);
     const struct {
         const char* motivo;
         const char *uno, *otro;
@@ -388,7 +393,7 @@ TEST(CFile, KnowsOneFileUnderTwoNames)
     } casos[] = {
         {"the name itself", "a.txt", "a.txt", true},
         {"another way to it", "a.txt", "./s/../a.txt", true},
-        {"a link", "a.txt", "s/enlace", true},
+        {"a link", "a.txt", "s/enlace", !sinEnlaces},
         {"a second name", "duro", "a.txt", true},
         {"the same content", "a.txt", "b.txt", false},
         {"one that isn't there", "a.txt", "c.txt", false},

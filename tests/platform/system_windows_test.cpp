@@ -1,0 +1,173 @@
+#include <memory>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include <windows.h>
+
+#include "platform/cfile.h"
+#include "platform/output_set.h"
+#include "platform/system_files.h"
+#include "tests/support/files.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr UINT kEscribe = CFile::modeCreate | CFile::modeWrite | CFile::typeText;
+
+struct CCierra {
+    void operator()(HANDLE manija) const { CloseHandle(manija); }
+};
+using Manija = std::unique_ptr<void, CCierra>;
+
+/// Has the file open as another program would.
+Manija Ocupa(const fs::path& ruta, DWORD comparte)
+{
+    HANDLE manija =
+        CreateFileW(ruta.c_str(), GENERIC_READ, comparte, nullptr, OPEN_EXISTING, 0, nullptr);
+    EXPECT_NE(manija, INVALID_HANDLE_VALUE);
+    return Manija(manija == INVALID_HANDLE_VALUE ? nullptr : manija);
+}
+
+void EscribeEntero(CFile& fichero, std::string_view bytes)
+{
+    fichero.Write(bytes.data(), static_cast<UINT>(bytes.size()));
+}
+
+} // namespace
+
+TEST(FicherosWindows, WhatAnotherProgramHasOpenIsToldAndStays)
+{
+    const struct {
+        const char* motivo;
+        DWORD comparte;
+    } casos[] = {
+        {"a spreadsheet, which lets others read", FILE_SHARE_READ},
+        {"one that lets nobody in", 0},
+    };
+    for (const auto& caso : casos) {
+        SCOPED_TRACE(caso.motivo);
+        const CCarpetaPrueba carpeta;
+        const CString tabla = carpeta.Pon("tabla.txt", "antes");
+        {
+            const Manija ocupada = Ocupa(carpeta.Ruta() / "tabla.txt", caso.comparte);
+            sistema::Error motivo;
+            try {
+                CFile fichero;
+                CFileException alAbrir(tabla, {});
+                if (!fichero.Open(tabla, kEscribe, &alAbrir))
+                    throw CFileException(alAbrir);
+                EscribeEntero(fichero, "ahora");
+                fichero.Close();
+                ADD_FAILURE() << "it was replaced";
+            } catch (const CFileException& excepcion) {
+                motivo = excepcion.m_causa;
+            }
+            EXPECT_EQ(motivo, sistema::Error(ERROR_SHARING_VIOLATION, std::system_category()))
+                << motivo.message();
+        }
+        EXPECT_EQ(carpeta.Lee("tabla.txt"), "antes");
+        EXPECT_EQ(carpeta.Cuantos(), 1) << "nothing is left beside it";
+    }
+}
+
+TEST(FicherosWindows, WhatAnotherProgramLetsOthersWriteGetsTheNewContent)
+{
+    const CCarpetaPrueba carpeta;
+    const CString tabla = carpeta.Pon("tabla.txt", "antes, y más largo");
+    const Manija abierta = Ocupa(carpeta.Ruta() / "tabla.txt", FILE_SHARE_READ | FILE_SHARE_WRITE);
+    CFile fichero;
+    ASSERT_TRUE(fichero.Open(tabla, kEscribe));
+    EscribeEntero(fichero, "ahora");
+    fichero.Close();
+    EXPECT_EQ(carpeta.Lee("tabla.txt"), "ahora");
+    EXPECT_EQ(carpeta.Cuantos(), 1);
+}
+
+TEST(FicherosWindows, OneOutputThatIsOpenElsewhereKeepsAllOthersAsTheyWere)
+{
+    const CCarpetaPrueba carpeta;
+    for (const char* nombre : {"a.txt", "b.txt", "c.txt"})
+        carpeta.Pon(nombre, "antes");
+    {
+        CConjuntoSalidas salidas;
+        sistema::Error error;
+        for (const char* nombre : {"a.txt", "b.txt", "c.txt"}) {
+            CReemplazo* salida = salidas.Abre(carpeta.En(nombre), error);
+            ASSERT_NE(salida, nullptr) << error.message();
+            salida->Escribe("ahora", error);
+        }
+        const Manija ocupada = Ocupa(carpeta.Ruta() / "b.txt", FILE_SHARE_READ);
+        EXPECT_THROW(salidas.Confirma(), CFileException);
+    }
+    for (const char* nombre : {"a.txt", "b.txt", "c.txt"})
+        EXPECT_EQ(carpeta.Lee(nombre), "antes") << nombre;
+    // The second name of what was open couldn't go before; the next run takes it away.
+    CConjuntoSalidas::Sana({carpeta.En("b.txt")});
+    EXPECT_EQ(carpeta.Lee("b.txt"), "antes");
+    EXPECT_EQ(carpeta.Cuantos(), 3);
+}
+
+TEST(FicherosWindows, TakesPathsOfAnyLengthAndLetter)
+{
+    const struct {
+        const char* motivo;
+        std::string carpeta;
+        const char* nombre;
+    } casos[] = {
+        {"blanks", "Mis documentos", "mi tabla.txt"},
+        {"letters of the code page", "Peñaranda", "municipio nº 1.txt"},
+        {"letters of no code page", "市町村", "表.txt"},
+        {"more than 260 characters", std::string(150, 'a') + "\\" + std::string(150, 'b'), "c.txt"},
+    };
+    for (const auto& caso : casos) {
+        SCOPED_TRACE(caso.motivo);
+        const CCarpetaPrueba carpeta;
+        const fs::path lugar = carpeta.Ruta() / sistema::Ruta(caso.carpeta);
+        fs::create_directories(L"\\\\?\\" + lugar.native());
+        const CString nombre = sistema::Nombre(lugar / sistema::Ruta(caso.nombre));
+        for (const char* texto : {"uno\n", "dos\n"}) { // made, then replaced
+            CStdioFile fichero;
+            ASSERT_TRUE(fichero.Open(nombre, kEscribe));
+            fichero.WriteString(texto);
+            fichero.Close();
+        }
+        CStdioFile fichero;
+        ASSERT_TRUE(fichero.Open(nombre, CFile::modeRead | CFile::typeText));
+        CString linea;
+        EXPECT_TRUE(fichero.ReadString(linea));
+        EXPECT_EQ(linea, CString("dos"));
+        fichero.Close();
+        sistema::Error error;
+        EXPECT_EQ(sistema::Lista(lugar, error).size(), 1U) << "nothing is left beside it";
+        fs::remove_all(L"\\\\?\\" + (carpeta.Ruta() / *fs::path(caso.carpeta).begin()).native(),
+                       error);
+    }
+}
+
+TEST(FicherosWindows, TwoProgramsNeverWriteOneOutput)
+{
+    const CCarpetaPrueba carpeta;
+    const CString nombre = carpeta.Pon("a.txt", "antes");
+    CFile uno, otro;
+    ASSERT_TRUE(uno.Open(nombre, kEscribe));
+    EXPECT_THROW(otro.Open(nombre, kEscribe), CFileException) << "two write one output";
+    EscribeEntero(uno, "ahora");
+    uno.Close();
+    ASSERT_TRUE(otro.Open(nombre, kEscribe));
+    EscribeEntero(otro, "luego");
+    otro.Close();
+    EXPECT_EQ(carpeta.Lee("a.txt"), "luego");
+}
+
+TEST(FicherosWindows, NamesComeBackAsTheyWent)
+{
+    for (const wchar_t* nombre :
+         {L"a.txt", L"peña.txt", L"表.txt", L"\\\\servidor\\recurso\\a b.txt", L"\U0001F33E.txt"}) {
+        const std::string texto = sistema::Nombre(nombre);
+        EXPECT_EQ(sistema::Ruta(texto).native(), nombre) << texto;
+    }
+    const wchar_t media[] = {L'a', 0xD800, L'b', 0}; // which the system lets a name have
+    EXPECT_NO_THROW(sistema::Nombre(media));
+}
