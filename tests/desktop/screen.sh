@@ -28,7 +28,7 @@ front_title() { xdotool getactivewindow getwindowname 2> /dev/null || true; }
 
 # Waits until a window whose title fits the pattern is in front, and a moment more for its focus.
 await() {
-  for _ in $(seq 300); do
+  for _ in $(seq "${patience:-300}"); do # tenths of a second
     if [[ $(front_title) == $1 ]]; then sleep 0.2; return; fi
     sleep 0.1
   done
