@@ -94,7 +94,7 @@ class CTerminal : public CVuelta {
 public:
     CTerminal()
     {
-        sistema::AbreFlujosCerrados();
+        sistema::PreparaFlujos();
         fs::create_directories(m_ajustes.parent_path());
     }
 
@@ -194,11 +194,8 @@ private:
     /// What the program's start does. Gives its exit status.
     static int Programa(const CEntrada& entrada)
     {
-        const std::vector<std::string> textos = Argumentos(SinRestos(entrada.Trozo(4)));
-        std::vector<const char*> argumentos = {"campiva"};
-        for (const std::string& texto : textos)
-            argumentos.push_back(texto.c_str());
-        if (AtiendeOpcion(static_cast<int>(argumentos.size()), argumentos.data()))
+        const std::vector<std::string> argumentos = Argumentos(SinRestos(entrada.Trozo(4)));
+        if (AtiendeOpcion(argumentos))
             return ConSalida(0);
         CFrontalConUsuario frontal(entrada.Parada());
         CCampivaApp aplicacion;
@@ -207,10 +204,10 @@ private:
         return ConSalida(aplicacion.EstadoSalida());
     }
 
-    /// The tokens; a zero is a tab inside one.
+    /// The program's name and the tokens; a zero is a tab inside one.
     static std::vector<std::string> Argumentos(std::string linea)
     {
-        std::vector<std::string> argumentos;
+        std::vector<std::string> argumentos = {"campiva"};
         while (!linea.empty()) {
             const std::size_t fin = std::min(linea.find('\t'), linea.size());
             std::string& argumento = argumentos.emplace_back(linea.substr(0, fin));
