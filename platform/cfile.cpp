@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include "platform/ansi.h"
+#include "platform/any_case_name.h"
 #include "platform/output_set.h"
 #include "platform/system_files.h"
 
@@ -15,8 +16,6 @@ constexpr std::size_t kBufer = std::size_t{64} * 1024;
 constexpr std::size_t kLoteTrasSalto =
     std::size_t{4} * 1024; // an entity of a drawing seldom has more
 constexpr std::size_t kEnteroMayor = std::size_t{64} << 20U; // of a file read as a whole
-constexpr char kFinAntiguo = 0x1A;
-constexpr std::string_view kFinLinea = "\r\n";
 
 // Reasons of ours, by numbers of the system that no call on a file gives.
 const sistema::Error kAcortado = std::make_error_code(std::errc::no_message_available);
@@ -45,59 +44,6 @@ std::filesystem::path Destino(const CString& nombre)
     if (error && !CFileException::EsCorriente(error))
         throw CFileException(nombre, error);
     return ruta;
-}
-
-/// The name with its letters small: those of ASCII, and those of the code page in UTF-8.
-std::string EnMinusculas(std::string texto)
-{
-    bool trasC3 = false;
-    for (char& c : texto) {
-        const auto byte = static_cast<unsigned char>(c);
-        const bool mayuscula =
-            (c >= 'A' && c <= 'Z') || (trasC3 && byte >= 0x80 && byte <= 0x9E && byte != 0x97);
-        trasC3 = byte == 0xC3;
-        if (mayuscula)
-            c = static_cast<char>(byte + 0x20U);
-    }
-    return texto;
-}
-
-/// One file, or the knowledge that there are several.
-struct CCandidato {
-    std::filesystem::path nombre;
-    bool varios = false;
-
-    void Pon(const std::filesystem::path& otro)
-    {
-        varios = varios || !nombre.empty();
-        nombre = otro;
-    }
-    bool Sirve() const { return !nombre.empty() && !varios; }
-};
-
-/// The file itself if it is there. Else the one file of its folder whose name has the same letters,
-/// in the code page or in UTF-8; else the one whose letters differ in their case alone; else the
-/// name as it was.
-std::filesystem::path SinMayusculas(const std::filesystem::path& ruta, sistema::Error& error)
-{
-    if (sistema::Mira(ruta, error).tipo != sistema::CEstado::Tipo::NoHay || error)
-        return ruta;
-    const std::string mismas = ansi::AUtf8(sistema::Nombre(ruta.filename()));
-    const std::string parecidas = EnMinusculas(mismas);
-    CCandidato igual;
-    CCandidato parecido;
-    for (const std::filesystem::path& otro : sistema::Lista(ruta.parent_path(), error)) {
-        const std::string letras = ansi::AUtf8(sistema::Nombre(otro));
-        if (letras == mismas)
-            igual.Pon(otro);
-        else if (EnMinusculas(letras) == parecidas)
-            parecido.Pon(otro);
-    }
-    if (error == std::errc::no_such_file_or_directory || error == std::errc::permission_denied ||
-        error == std::errc::not_a_directory)
-        error.clear(); // opening it will tell
-    const CCandidato& mejor = igual.nombre.empty() ? parecido : igual;
-    return mejor.Sirve() ? ruta.parent_path() / mejor.nombre : ruta;
 }
 
 } // namespace
@@ -472,87 +418,4 @@ void CFile::VaciaEnSitio()
     m_hayHueco = true;
     if (!m_fallo.m_causa)
         m_fallo.m_causa = error;
-}
-
-void CStdioFile::AlLlegarAlFinal(std::string_view& ultimo) const
-{
-    if (!ultimo.empty() && ultimo.back() == kFinAntiguo)
-        ultimo.remove_suffix(1);
-}
-
-char* CStdioFile::ReadString(char* bufer, UINT n)
-{
-    const std::size_t cabe = n - 1U;
-    const std::string_view resto = Mira(cabe + 1); // one more: a CR must see what follows it
-    std::size_t largo = std::min(cabe, resto.size());
-    std::size_t consumo = largo;
-    bool entera = false;
-    if (const auto fin = resto.substr(0, cabe + 1).find('\n'); fin != std::string_view::npos) {
-        const std::size_t sinFin = fin > 0 && resto[fin - 1] == '\r' ? fin - 1 : fin;
-        entera =
-            sinFin < cabe; // else the characters fill the buffer and the end waits for its turn
-        largo = entera ? sinFin : largo;
-        consumo = entera ? fin + 1 : largo;
-    }
-    if (consumo == 0)
-        return nullptr;
-    std::replace_copy(resto.begin(), resto.begin() + static_cast<std::ptrdiff_t>(largo), bufer,
-                      '\0', ' ');
-    if (entera)
-        bufer[largo++] = '\n';
-    bufer[largo] = '\0';
-    Consume(consumo);
-    return bufer;
-}
-
-bool CStdioFile::ReadString(CString& linea)
-{
-    m_linea.clear();
-    bool hubo = false;
-    for (bool entera = false; !entera;) {
-        const std::string_view resto = Mira(2); // a CR must see what follows it
-        if (resto.empty())
-            break;
-        hubo = true;
-        const auto fin = resto.find('\n');
-        entera = fin != std::string_view::npos;
-        std::size_t largo = entera ? fin : resto.size() - (AlFinal() ? 0U : 1U);
-        Consume(entera ? fin + 1 : largo);
-        if (entera && fin > 0 && resto[fin - 1] == '\r')
-            --largo;
-        m_linea.append(resto.substr(0, largo));
-    }
-    std::replace(m_linea.begin(), m_linea.end(), '\0', ' ');
-    linea = std::string_view(m_linea);
-    return hubo;
-}
-
-char* CStdioFile::EmpiezaLinea(std::size_t cota)
-{
-    m_compuesta = Sitio(cota + kFinLinea.size());
-    return m_compuesta;
-}
-
-void CStdioFile::AcabaLinea(const char* fin)
-{
-    const std::string_view linea(m_compuesta, static_cast<std::size_t>(fin - m_compuesta));
-    if (linea.find('\n') == std::string_view::npos) {
-        std::memcpy(m_compuesta + linea.size(), kFinLinea.data(), kFinLinea.size());
-        Escrito(linea.size() + kFinLinea.size());
-        return;
-    }
-    Borrador().append(linea) += '\n'; // a line end among its characters is one like any other
-    WriteString(m_borrador);
-}
-
-void CStdioFile::WriteString(std::string_view texto)
-{
-    while (!texto.empty()) {
-        const auto fin = texto.find('\n');
-        Escribe(texto.substr(0, fin));
-        if (fin == std::string_view::npos)
-            return;
-        Escribe(kFinLinea);
-        texto.remove_prefix(fin + 1);
-    }
 }
