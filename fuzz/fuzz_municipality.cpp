@@ -48,20 +48,6 @@ CPedido LeePedido(const CEntrada& entrada)
             faltas};
 }
 
-std::vector<std::string> Lineas(const CMunicipioSintetico& municipio, const CPedido& pedido)
-{
-    if (pedido.lista) {
-        std::vector<std::string> lineas = sintetico::LineasLista(municipio);
-        if (pedido.faltas)
-            sintetico::EstropeaLista(lineas);
-        return lineas;
-    }
-    sintetico::CLineasCatastro lineas = sintetico::LineasCatastro(municipio);
-    if (pedido.faltas)
-        sintetico::EstropeaCatastro(lineas);
-    return lineas.Todas();
-}
-
 class CMunicipal : public CVuelta {
 public:
     void Prueba(const CEntrada& entrada)
@@ -87,7 +73,8 @@ private:
     {
         CMunicipioSintetico municipio = sintetico::Genera(pedido.medidas, pedido.semilla);
         const CString carpeta = Ruta().string();
-        sintetico::GrabaLineas(En("entrada.txt"), Lineas(municipio, pedido));
+        sintetico::GrabaLineas(En("entrada.txt"),
+                               sintetico::LineasDeEntrada(municipio, pedido.lista, pedido.faltas));
         if (pedido.faltas)
             sintetico::DesacuerdaDibujos(municipio);
         sintetico::GrabaDibujos(carpeta, municipio);

@@ -220,4 +220,19 @@ bool GrabaLineas(const CString& nombre, const std::vector<std::string>& lineas)
     return true;
 }
 
+std::vector<std::string> LineasDeEntrada(const CMunicipioSintetico& municipio, bool lista,
+                                         bool faltas)
+{
+    if (lista) {
+        std::vector<std::string> lineas = LineasLista(municipio);
+        if (faltas)
+            EstropeaLista(lineas);
+        return lineas;
+    }
+    CLineasCatastro lineas = LineasCatastro(municipio);
+    if (faltas)
+        EstropeaCatastro(lineas);
+    return lineas.Todas();
+}
+
 } // namespace sintetico

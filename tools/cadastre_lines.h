@@ -33,6 +33,11 @@ std::vector<std::string> LineasLista(const CMunicipioSintetico& municipio);
 /// Some faults in a list: conflicts of holders, repeated letters, surfaces of 0.
 void EstropeaLista(std::vector<std::string>& lineas);
 
+/// The lines of either input, a list or else an exchange file, with the faults if they are asked
+/// for.
+std::vector<std::string> LineasDeEntrada(const CMunicipioSintetico& municipio, bool lista,
+                                         bool faltas);
+
 /// Writes the lines with CR LF. Raises CFileException; false where the file can't be created.
 bool GrabaLineas(const CString& nombre, const std::vector<std::string>& lineas);
 

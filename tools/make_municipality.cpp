@@ -70,27 +70,15 @@ bool GrabaDibujos(const COpciones& opciones, sintetico::CMunicipioSintetico muni
            sintetico::EstropeaDibujos(opciones.fichero, municipio);
 }
 
-std::vector<std::string> Lineas(const COpciones& opciones,
-                                const sintetico::CMunicipioSintetico& municipio)
-{
-    if (opciones.lista) {
-        std::vector<std::string> lineas = sintetico::LineasLista(municipio);
-        if (opciones.faltas)
-            sintetico::EstropeaLista(lineas);
-        return lineas;
-    }
-    sintetico::CLineasCatastro lineas = sintetico::LineasCatastro(municipio);
-    if (opciones.faltas)
-        sintetico::EstropeaCatastro(lineas);
-    return lineas.Todas();
-}
-
 bool Graba(const COpciones& opciones)
 {
     const auto municipio =
         sintetico::Genera(opciones.medidas, static_cast<std::uint64_t>(opciones.semilla));
-    return opciones.dibujos ? GrabaDibujos(opciones, municipio)
-                            : sintetico::GrabaLineas(opciones.fichero, Lineas(opciones, municipio));
+    return opciones.dibujos
+               ? GrabaDibujos(opciones, municipio)
+               : sintetico::GrabaLineas(
+                     opciones.fichero,
+                     sintetico::LineasDeEntrada(municipio, opciones.lista, opciones.faltas));
 }
 
 } // namespace
