@@ -2,69 +2,50 @@
 
 #include <array>
 #include <map>
-#include <memory>
 #include <set>
 #include <utility>
 
+#include "cadastre/label_codes.h"
 #include "tools/cadastre_lines.h"
-#include "vexa_libs/entity.h"
-#include "vexa_libs/topological_polygon.h"
+#include "vexa_libs/drawing_writer.h"
 
-using vexageo::CCabeceraDibujo;
-using vexageo::CEntidadVexa;
-using vexageo::CLinea;
 using vexageo::CPoligonoTopologico;
 using vexageo::CPunto;
-using vexageo::CTexto;
 
 namespace sintetico {
 namespace {
 
 constexpr UINT kModo = CFile::modeCreate | CFile::modeWrite | CFile::typeBinary;
 
-// Codes of the drawing's code table.
-constexpr const char* kLinde = "125001";
-constexpr const char* kRotuloPoligono = "125101";
-constexpr const char* kRotuloParcela = "125201";
-constexpr const char* kRotuloSubparcela = "125501";
-constexpr const char* kRotuloConstruccion = "125502";
-constexpr const char* kRotuloHoja = "126001";
-
 CPunto<int> Punto(const CVertice& v)
 {
     return {v.x, v.y};
 }
 
-double AreaExacta(const CContorno& contorno)
-{
-    CLinea<int> linea;
-    for (const CVertice& v : contorno)
-        linea.Puntos().push_back(Punto(v));
-    return linea.Area(100.0);
-}
-
-/// A .BIN file in the making. Each edge is one line, shared by the outlines on both of its sides.
+/// The drawing of a polygon in the making. Each edge is one line, shared by the outlines on both of
+/// its sides.
 class CDibujante {
 public:
-    bool Abre(const CString& nombre)
-    {
-        if (!m_bin.Open(nombre, kModo))
-            return false;
-        // The head tells how many entities follow, which is known at the end; its room comes first.
-        m_entidades.clear();
-        m_posicion = CCabeceraDibujo::kBytes;
-        return true;
-    }
+    bool Abre(const CString& nombre) { return m_dibujo.Abre(nombre); }
+    void Cierra() { m_dibujo.Cierra(); }
 
-    /// Position, counted from 1, of a label.
     int Rotulo(const char* codigo, const CString& texto, const CVertice& donde)
     {
-        CTexto<int> rotulo(codigo);
-        rotulo.SetTexto(texto);
-        rotulo.Puntos().push_back(Punto(donde));
-        return Pon(std::make_unique<CTexto<int>>(rotulo));
+        return m_dibujo.Rotulo(codigo, texto, Punto(donde));
+    }
+    CPoligonoTopologico Poligono(const CContorno& contorno, int numero,
+                                 std::int16_t clase = CPoligonoTopologico::kParcela)
+    {
+        std::vector<CPunto<int>> puntos;
+        std::vector<int> tramos;
+        for (std::size_t i = 0; i < contorno.size(); ++i) {
+            puntos.push_back(Punto(contorno[i]));
+            tramos.push_back(Borde(contorno[i], contorno[(i + 1) % contorno.size()]));
+        }
+        return vexageo::NuevoPoligono(numero, clase, puntos, tramos);
     }
 
+private:
     /// Position of an edge, negative where it is drawn the other way.
     int Borde(const CVertice& a, const CVertice& b)
     {
@@ -75,62 +56,23 @@ public:
             return hecho->second;
         if (const auto hecho = m_bordes.find(clave(b, a)); hecho != m_bordes.end())
             return -hecho->second;
-        CLinea<int> linea(kLinde);
-        linea.Puntos() = {Punto(a), Punto(b)};
-        return m_bordes[clave(a, b)] = Pon(std::make_unique<CLinea<int>>(linea));
+        return m_bordes[clave(a, b)] = m_dibujo.Linea(kCodigoLinde, {Punto(a), Punto(b)});
     }
 
-    void Cierra()
-    {
-        CCabeceraDibujo cabecera;
-        cabecera.entidades = static_cast<unsigned>(m_entidades.size());
-        cabecera.Write(&m_bin);
-        for (const auto& entidad : m_entidades)
-            entidad->Write(&m_bin);
-        m_bin.Close();
-    }
-
-private:
-    int Pon(std::unique_ptr<CEntidadVexa<int>> entidad)
-    {
-        const int posicion = m_posicion + 1;
-        m_posicion += entidad->Bytes();
-        m_entidades.push_back(std::move(entidad));
-        return posicion;
-    }
-
-    CFile m_bin;
-    int m_posicion = 0;
-    std::vector<std::unique_ptr<CEntidadVexa<int>>> m_entidades;
+    vexageo::CEscritorDibujo m_dibujo;
     std::map<std::array<int, 4>, int> m_bordes;
 };
-
-CPoligonoTopologico NuevoPoligono(CDibujante& dibujo, const CContorno& contorno, int numero)
-{
-    CPoligonoTopologico poligono;
-    poligono.NumPoligono(numero);
-    for (std::size_t i = 0; i < contorno.size(); ++i) {
-        poligono.InsertaTramo(dibujo.Borde(contorno[i], contorno[(i + 1) % contorno.size()]));
-        poligono.Maximas().Nuevo(Punto(contorno[i]));
-    }
-    poligono.AreaPropia(AreaExacta(contorno));
-    return poligono;
-}
 
 /// Writes a piece with its label. Its islands go into its own list and behind it by turns, as both
 /// are found in real topologies.
 void GrabaRecinto(CFile& topologia, CDibujante& dibujo, const CRecinto& recinto, int numero,
                   int rotulo)
 {
-    CPoligonoTopologico poligono = NuevoPoligono(dibujo, recinto.contorno, numero);
-    poligono.Centroide(Punto(recinto.rotulo));
-    poligono.PuntoInterior(Punto(recinto.rotulo));
-    poligono.OffsetCentroide(rotulo);
+    CPoligonoTopologico poligono = dibujo.Poligono(recinto.contorno, numero);
+    vexageo::PonRotulo(poligono, rotulo, Punto(recinto.rotulo));
     std::vector<CPoligonoTopologico> detras;
     for (const CContorno& hueco : recinto.huecos) {
-        CPoligonoTopologico isla = NuevoPoligono(dibujo, hueco, numero);
-        isla.Clase(CPoligonoTopologico::kIsla);
-        isla.AreaPropia(-isla.AreaPropia());
+        const CPoligonoTopologico isla = dibujo.Poligono(hueco, numero, CPoligonoTopologico::kIsla);
         if (numero % 2 == 0)
             poligono.InsertaIsla(isla);
         else
@@ -179,18 +121,18 @@ bool GrabaPoligono(const CString& base, short polig,
     for (const CParcelaDibujada* parcela : parcelas) {
         for (const CRecinto& recinto : parcela->recintos)
             GrabaRecinto(par, dibujo, recinto, ++numPar,
-                         dibujo.Rotulo(kRotuloParcela, parcela->rotulo, recinto.rotulo));
+                         dibujo.Rotulo(kCodigoParcela, parcela->rotulo, recinto.rotulo));
         for (const CSubparcelaDibujada& suya : parcela->subparcelas)
             for (const CRecinto& recinto : suya.recintos)
                 GrabaRecinto(
                     sub, dibujo, recinto, ++numSub,
-                    dibujo.Rotulo(suya.construccion ? kRotuloConstruccion : kRotuloSubparcela,
+                    dibujo.Rotulo(suya.construccion ? kCodigoConstruccion : kCodigoSubparcela,
                                   suya.rotulo, recinto.rotulo));
     }
     CString nombre;
     nombre.Format("%d", polig);
     const CRecinto todo{Alrededor(parcelas), {}, parcelas.front()->recintos.front().rotulo};
-    GrabaRecinto(pol, dibujo, todo, 1, dibujo.Rotulo(kRotuloPoligono, nombre, todo.rotulo));
+    GrabaRecinto(pol, dibujo, todo, 1, dibujo.Rotulo(kCodigoPoligono, nombre, todo.rotulo));
     dibujo.Cierra();
     par.Close();
     sub.Close();
@@ -208,7 +150,7 @@ bool GrabaHojas(const CString& base, const std::vector<CHoja>& hojas)
     for (const CHoja& hoja : hojas) {
         const CRecinto recinto{hoja.contorno, {}, hoja.contorno.front()};
         GrabaRecinto(top, dibujo, recinto, ++numero,
-                     dibujo.Rotulo(kRotuloHoja, hoja.nombre, recinto.rotulo));
+                     dibujo.Rotulo(kCodigoHoja, hoja.nombre, recinto.rotulo));
     }
     dibujo.Cierra();
     top.Close();

@@ -1,3 +1,4 @@
+#include "cadastre/label_codes.h"
 #include "cadastre/wrapping.h"
 #include "vexa_libs/ccadena.h"
 #include "vexa_libs/topology.h"
@@ -10,11 +11,6 @@ using vexageo::CPunto;
 using vexageo::CTexto;
 
 namespace {
-
-constexpr const char* kCodigoParcela = "125201"; // of labels that hold a parcel's number
-
-// An area from here on is none that a subparcel could fall into.
-constexpr double kAreaImposible = 2147483647.0;
 
 /// Tens of metres, modulo 1000, of a coordinate in hundredths of a metre.
 int Recorta(int coordenada)

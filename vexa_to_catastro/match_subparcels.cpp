@@ -1,3 +1,4 @@
+#include "cadastre/label_codes.h"
 #include "cadastre/wrapping.h"
 #include "vexa_libs/ccadena.h"
 #include "vexa_to_catastro/topology_walk.h"
@@ -9,16 +10,7 @@ using vexageo::CTexto;
 
 namespace {
 
-// Codes of labels that hold a subparcel's letter, behind a hyphen.
-constexpr const char* kCodigoSubparcela = "125501";
-constexpr const char* kOtroCodigoSubparcela = "125502";
-
 constexpr double kMetros = 0.01; // in a hundredth of a metre
-
-CString LetraDelRotulo(const CString& rotulo)
-{
-    return rotulo.Mid(rotulo.Find('-') + 1);
-}
 
 /// Number of the smallest parcel of the polygon that holds the point, -1 if none does.
 int ParcelaEn(CPoligonoEnCurso& poligono, const CPunto<int>& punto)
@@ -46,7 +38,7 @@ void CVexaACampiva2Dlg::RegistraSubparcelas(CStdioFile* log, int* numErrores, in
             continue;
         SumaIslas(sub, area);
         const Rotulo leido =
-            LeeRotuloDeCodigo(registro, bin, rotulo, {kCodigoSubparcela, kOtroCodigoSubparcela});
+            LeeRotuloDeCodigo(registro, bin, rotulo, {kCodigoSubparcela, kCodigoConstruccion});
         if (leido == Rotulo::FueraDeFecha) {
             CajaError(kSubFueraDeFecha, poligono.entrada);
             return;

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/files.h"
+#include "vexa_libs/drawing_writer.h"
 #include "vexa_libs/topology.h"
 
 /// The drawing of polygon 1 in the making.
@@ -12,18 +13,15 @@ class CDibujoPrueba {
 public:
     explicit CDibujoPrueba(const CCarpetaPrueba& carpeta) : m_carpeta(carpeta)
     {
-        constexpr UINT kModo = CFile::modeCreate | CFile::modeWrite | CFile::typeBinary;
-        EXPECT_TRUE(m_bin.Open(carpeta.En("1.BIN"), kModo));
-        vexageo::CCabeceraDibujo().Write(&m_bin);
+        EXPECT_TRUE(m_bin.Abre(carpeta.En("1.BIN")));
     }
 
     /// A closed square of so many metres, written as one line; gives its position from 1.
     int Cuadrado(int x, int y, int metros)
     {
-        vexageo::CLinea<int> linea;
         const int lado = metros * 100;
-        linea.Puntos() = {{x, y}, {x + lado, y}, {x + lado, y + lado}, {x, y + lado}, {x, y}};
-        return Pon(linea);
+        return m_bin.Linea("nuevo",
+                           {{x, y}, {x + lado, y}, {x + lado, y + lado}, {x, y + lado}, {x, y}});
     }
     int Rotulo(const char* codigo, const CString& texto, int x, int y, bool borrado = false)
     {
@@ -31,7 +29,7 @@ public:
         rotulo.SetTexto(texto);
         rotulo.Puntos().emplace_back(x, y);
         rotulo.Tipo().SetBorrado(borrado);
-        return Pon(rotulo);
+        return m_bin.Pon(rotulo);
     }
     int Parcela(const CString& texto, int x, int y) { return Rotulo("125201", texto, x, y); }
     int Subparcela(const CString& texto, int x, int y) { return Rotulo("125501", texto, x, y); }
@@ -51,19 +49,13 @@ public:
 
     void Graba()
     {
-        m_bin.Close();
+        m_bin.Cierra();
         GrabaTopologia("1.PAR", par);
         GrabaTopologia("1.SUB", sub);
         GrabaTopologia("1.POL", pol);
     }
 
 private:
-    int Pon(const vexageo::CEntidadVexa<int>& entidad)
-    {
-        const int posicion = static_cast<int>(m_bin.GetPosition()) + 1;
-        entidad.Write(&m_bin);
-        return posicion;
-    }
     void GrabaTopologia(const char* nombre, const std::vector<CRegistro>& registros)
     {
         CFile fichero;
@@ -85,5 +77,5 @@ private:
     }
 
     const CCarpetaPrueba& m_carpeta;
-    CFile m_bin;
+    vexageo::CEscritorDibujo m_bin;
 };

@@ -1,0 +1,79 @@
+#include "vexa_libs/drawing_writer.h"
+
+#include <limits>
+
+#include "vexa_libs/ring.h"
+
+namespace vexageo {
+
+bool CEscritorDibujo::Abre(const CString& nombre, CFileException* fallo, CConjuntoSalidas* conjunto)
+{
+    constexpr UINT kModo = CFile::modeCreate | CFile::modeWrite | CFile::typeBinary;
+    m_entidades.clear();
+    m_posicion = CCabeceraDibujo::kBytes;
+    return m_bin.Open(nombre, kModo, fallo, conjunto);
+}
+
+int CEscritorDibujo::Rotulo(const CString& codigo, const CString& texto, const CPunto<int>& donde)
+{
+    CTexto<int> rotulo(codigo);
+    rotulo.SetTexto(texto);
+    rotulo.Puntos().push_back(donde);
+    return Pon(rotulo);
+}
+
+int CEscritorDibujo::Linea(const CString& codigo, std::vector<CPunto<int>> puntos)
+{
+    CLinea<int> linea(codigo);
+    linea.Puntos() = std::move(puntos);
+    return Pon(linea);
+}
+
+int CEscritorDibujo::Pon(const CEntidadVexa<int>& entidad)
+{
+    const int bytes = entidad.Bytes();
+    if (bytes > std::numeric_limits<int>::max() - 1 - m_posicion)
+        return 0;
+    const int posicion = m_posicion + 1;
+    m_posicion += bytes;
+    m_entidades.push_back(entidad.Clona());
+    return posicion;
+}
+
+void CEscritorDibujo::Cierra()
+{
+    CCabeceraDibujo cabecera;
+    cabecera.entidades = static_cast<unsigned>(m_entidades.size());
+    cabecera.Write(&m_bin);
+    for (const auto& entidad : m_entidades)
+        entidad->Write(&m_bin);
+    m_entidades.clear();
+    m_bin.Close();
+}
+
+CPoligonoTopologico NuevoPoligono(int numero, std::int16_t clase,
+                                  const std::vector<CPunto<int>>& contorno,
+                                  const std::vector<int>& tramos)
+{
+    constexpr double kUnidades = 2.0 * 100 * 100; // of twice an area, in a square metre
+    CPoligonoTopologico poligono;
+    poligono.NumPoligono(numero);
+    poligono.Clase(clase);
+    for (const CPunto<int>& punto : contorno)
+        poligono.Maximas().Nuevo(punto);
+    for (const int tramo : tramos)
+        poligono.InsertaTramo(tramo);
+    const double area = DobleArea(contorno) / kUnidades;
+    poligono.AreaPropia(clase == CPoligonoTopologico::kIsla ? -area : area);
+    return poligono;
+}
+
+void PonRotulo(CPoligonoTopologico& poligono, int posicion, const CPunto<int>& donde)
+{
+    if (posicion > 0)
+        poligono.Centroide(donde);
+    poligono.PuntoInterior(donde);
+    poligono.OffsetCentroide(posicion);
+}
+
+} // namespace vexageo
