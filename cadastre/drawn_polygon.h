@@ -1,0 +1,107 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <vector>
+
+#include "platform/cfile.h"
+#include "vexa_libs/ccadena.h"
+#include "vexa_libs/entity.h"
+#include "vexa_libs/point.h"
+
+// The drawing of a cadastral polygon as evidence: every outline that its topologies hold, with what
+// the way back makes of it, and of one that it makes nothing of the reason. Nothing is dropped.
+
+/// What the way back makes of an outline, and of its label.
+enum class EstadoRecinto : std::uint8_t {
+    Valido,
+    SinRotulo,
+    NoEsTexto,
+    Borrado,      ///< its label is deleted
+    CodigoAjeno,  ///< its label's code says something else
+    FueraDeFecha, ///< its label can't be read: the walk of the topology ends here
+    NoSeLlega,    ///< it stands behind such a one
+    OtraClase     ///< the record is neither a parcel nor an island
+};
+
+/// The state in words, in Spanish.
+const char* NombreEstado(EstadoRecinto estado);
+
+struct CIslaDibujada {
+    std::vector<vexageo::CPunto<int>> contorno;
+    double area = 0;      ///< square metres as stored, its own islands included; negative as a rule
+    bool enLista = false; ///< in the polygon's own list, or as a record behind it
+};
+
+/// An outline of a topology, with its islands.
+struct CRecintoDibujado {
+    /// Square metres that the rings enclose, islands taken off.
+    double AreaContorno() const;
+    bool Valido() const { return estado == EstadoRecinto::Valido; }
+
+    EstadoRecinto estado = EstadoRecinto::SinRotulo;
+    int numero = 0; ///< of the record
+    CString rotulo;
+    CString codigo;
+    int posicionRotulo = 0; ///< of its label in the drawing, from 1; 0 for none
+    /// Where its label stands; where it has none, the point inside it.
+    vexageo::CPunto<int> punto;
+    vexageo::CPunto<int> centroide; ///< the record's own
+    std::vector<vexageo::CPunto<int>> contorno;
+    std::vector<CIslaDibujada> islas;
+    double areaPropia = 0;   ///< as stored, without the islands
+    double areaRegistro = 0; ///< as the way back adds it up: square metres, islands as stored
+    int tramosPerdidos = 0;  ///< stretches of its boundaries that can't be read
+
+    int parcela = -1; ///< of a valid outline: by its label, or of the parcel that it lies in
+    CString letra;    ///< of a subparcel
+    int pieza = 1;    ///< among those of one parcel, or of one letter in it
+    int piezas = 1;
+};
+
+/// A topology file.
+struct CTopologiaDibujada {
+    bool hay = false;                ///< its file could be opened
+    std::uint64_t dañoEn = kSinDaño; ///< byte at which no whole record stands, and the reading ends
+    std::vector<CRecintoDibujado> recintos;
+
+    static constexpr std::uint64_t kSinDaño = ~std::uint64_t{0};
+};
+
+/// An entry of the list: a cadastral polygon's drawing.
+struct CPoligonoDibujado {
+    CString entrada;
+    int polig = 0;          ///< the number that the entry begins with
+    bool hayDibujo = false; ///< its .BIN could be opened; without it nothing else is read
+    CTopologiaDibujada parcelas;
+    CTopologiaDibujada subparcelas;
+    CTopologiaDibujada poligonos;
+};
+
+/// Tells whether the database has a parcel, as the way back asks before it keeps an outline.
+using CHayParcela = std::function<bool(int polig, int parcela)>;
+
+/// Reads the drawing of an entry. A file that isn't there leaves its part empty; a read that fails
+/// raises CFileException.
+/// \param carpeta  as `DamePath` gives it
+/// \param hayParcela  subparcels fall into outlines of such parcels alone; null for all
+CPoligonoDibujado LeePoligonoDibujado(const CString& carpeta, const CString& entrada,
+                                      const CHayParcela& hayParcela = {});
+
+/// Reads the orthophoto sheets by the name of their .TOP or .BIN.
+CTopologiaDibujada LeeHojasDibujadas(const CCadena& ortos);
+
+/// Goes through the entities of a .BIN, which are lines, texts and points, deleted ones included.
+/// \param toma  gets each with its position, from 1
+/// \return false where damage ends the drawing
+bool RecorreEntidades(CFile& bin,
+                      const std::function<void(int, const vexageo::CTexto<int>&)>& toma);
+
+/// The list file: its first line, and its entries in order.
+struct CListaPoligonos {
+    CString cabecera;
+    std::vector<CString> entradas;
+};
+
+/// False where the file can't be opened. Raises CFileException.
+bool LeeLista(const CString& nombre, CListaPoligonos& lista);
