@@ -94,6 +94,7 @@ private:
             recinto.posicionRotulo = registro.OffsetCentroide();
             recinto.rotulo = rotulo.Texto();
             recinto.codigo = rotulo.Tipo().Codigo();
+            recinto.borrado = rotulo.Tipo().EsBorrado();
             recinto.punto = rotulo.PrimerPunto();
         }
         if (!registro.EsParcela())

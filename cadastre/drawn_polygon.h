@@ -43,6 +43,7 @@ struct CRecintoDibujado {
     int numero = 0; ///< of the record
     CString rotulo;
     CString codigo;
+    bool borrado = false;   ///< its label is marked as deleted
     int posicionRotulo = 0; ///< of its label in the drawing, from 1; 0 for none
     /// Where its label stands; where it has none, the point inside it.
     vexageo::CPunto<int> punto;

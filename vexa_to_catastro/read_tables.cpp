@@ -1,33 +1,11 @@
 #include "cadastre/exchange_format.h"
+#include "cadastre/table_fields.h"
 #include "vexa_libs/ccadena.h"
 #include "vexa_to_catastro/vexa_a_campiva2_dlg.h"
 
 // The reading of one municipality from the six tables. Places and holders must be there before the
 // parcels that name them, and parcels before what hangs on them. A row that lacks what it needs is
 // dropped without a message.
-
-namespace {
-
-constexpr std::size_t kMun = 1; // the field that all tables have
-
-// Fields that the readers look at beside the records' own, by table.
-constexpr std::size_t kPolig = 3;
-constexpr std::size_t kParcela = 4;
-constexpr std::size_t kLetra = 5;
-
-constexpr std::size_t kParajeNumOrden = 3;
-constexpr std::size_t kParajeNombre = 4;
-
-constexpr std::size_t kNumImputa = 8;
-constexpr std::size_t kTit = 9;
-constexpr std::size_t kPartici = 10;
-constexpr std::size_t kParaje = 14;
-
-constexpr std::size_t kCotitularNumOrden = 5;
-constexpr std::size_t kCotitularTit = 6;
-constexpr std::size_t kCotitularPartici = 7;
-
-} // namespace
 
 bool CVexaACampiva2Dlg::LeeTabla(UINT estado, const CString& archivo, std::size_t n,
                                  const CMunicipio& municipio, const CTomaFila& toma)
@@ -47,7 +25,7 @@ bool CVexaACampiva2Dlg::LeeTabla(UINT estado, const CString& archivo, std::size_
         const bool cabecera = primera && municipio.Mun == 0 && texto.starts_with("Ger");
         primera = false;
         Leetira(texto, campos);
-        if (!cabecera && LeeEntero(campos[kMun]) == municipio.Mun)
+        if (!cabecera && LeeEntero(campos[tabla::kMun]) == municipio.Mun)
             toma(texto, campos);
     }
     return true;
@@ -56,15 +34,15 @@ bool CVexaACampiva2Dlg::LeeTabla(UINT estado, const CString& archivo, std::size_
 bool CVexaACampiva2Dlg::LeeParajes(CStdioFile* /*log*/, int* /*numErrores*/, int* /*numWarnings*/,
                                    CMunicipio* municipio)
 {
-    constexpr std::size_t kCampos = 5;
-    return LeeTabla(IDS_LEYENDO_PARAJES, ArchivoParajes, kCampos, *municipio,
-                    [&](std::string_view /*fila*/, CCampos campos) {
-                        if (campos[kParajeNumOrden].empty() || campos[kParajeNombre].empty())
-                            return;
-                        CParaje paraje(campos[kParajeNombre]);
-                        paraje.NumOrden = static_cast<short>(LeeEntero(campos[kParajeNumOrden]));
-                        municipio->InsertaParaje(paraje);
-                    });
+    return LeeTabla(
+        IDS_LEYENDO_PARAJES, ArchivoParajes, tabla::kCamposParaje, *municipio,
+        [&](std::string_view /*fila*/, CCampos campos) {
+            if (campos[tabla::kParajeNumOrden].empty() || campos[tabla::kParajeNombre].empty())
+                return;
+            CParaje paraje(campos[tabla::kParajeNombre]);
+            paraje.NumOrden = static_cast<short>(LeeEntero(campos[tabla::kParajeNumOrden]));
+            municipio->InsertaParaje(paraje);
+        });
 }
 
 bool CVexaACampiva2Dlg::LeeModulos(CStdioFile* /*log*/, int* /*numErrores*/, int* /*numWarnings*/,
@@ -96,11 +74,10 @@ bool CVexaACampiva2Dlg::LeeParcelas(CStdioFile* log, int* numErrores, int* numWa
                                     CMunicipio* municipio)
 {
     const CAvisos avisos{*log, *numErrores, *numWarnings};
-    constexpr std::size_t kCampos = 15;
-    return LeeTabla(IDS_LEYENDO_PARCELAS, ArchivoParcelas, kCampos, *municipio,
+    return LeeTabla(IDS_LEYENDO_PARCELAS, ArchivoParcelas, tabla::kCamposParcela, *municipio,
                     [&](std::string_view fila, CCampos campos) {
-                        if (!campos[kNumImputa].empty() && !campos[kTit].empty() &&
-                            !campos[kPartici].empty())
+                        if (!campos[tabla::kNumImputa].empty() && !campos[tabla::kTit].empty() &&
+                            !campos[tabla::kPartici].empty())
                             TomaParcela(fila, campos, avisos, *municipio);
                     });
 }
@@ -108,11 +85,11 @@ bool CVexaACampiva2Dlg::LeeParcelas(CStdioFile* log, int* numErrores, int* numWa
 void CVexaACampiva2Dlg::TomaParcela(std::string_view fila, CCampos campos, const CAvisos& avisos,
                                     CMunicipio& municipio)
 {
-    const int polig = LeeEntero(campos[kPolig]);
-    const int numero = LeeEntero(campos[kParcela]);
-    const int numImputa = LeeEntero(campos[kNumImputa]);
-    const int numParaje = LeeEntero(campos[kParaje]);
-    const int partici = LeeEntero(campos[kPartici]);
+    const int polig = LeeEntero(campos[tabla::kPolig]);
+    const int numero = LeeEntero(campos[tabla::kParcela]);
+    const int numImputa = LeeEntero(campos[tabla::kNumImputa]);
+    const int numParaje = LeeEntero(campos[tabla::kParaje]);
+    const int partici = LeeEntero(campos[tabla::kPartici]);
     const int titular = municipio.BuscaTitularNumOrden(numImputa);
     if (titular < 0)
         Avisa(avisos, kTitularNoEncontrado, numImputa, polig, numero);
@@ -132,9 +109,10 @@ void CVexaACampiva2Dlg::TomaParcela(std::string_view fila, CCampos campos, const
         return;
     }
     // A holder that wasn't found is linked as such, so that the parcel has its main link.
-    municipio.DameParcela(i).InsertaCotitular(titular, kOrdenPrincipal, partici, campos[kTit]);
+    municipio.DameParcela(i).InsertaCotitular(titular, kOrdenPrincipal, partici,
+                                              campos[tabla::kTit]);
     if (titular >= 0)
-        municipio.InsertaPropiedad(titular, i, partici, campos[kTit]);
+        municipio.InsertaPropiedad(titular, i, partici, campos[tabla::kTit]);
 }
 
 bool CVexaACampiva2Dlg::LeeSubparcelas(CStdioFile* log, int* numErrores, int* numWarnings,
@@ -142,26 +120,26 @@ bool CVexaACampiva2Dlg::LeeSubparcelas(CStdioFile* log, int* numErrores, int* nu
 {
     const CAvisos avisos{*log, *numErrores, *numWarnings};
     constexpr std::size_t kCampos = 6;
-    return LeeTabla(IDS_LEYENDO_SUBPARCELAS, ArchivoSubparcelas, kCampos, *municipio,
-                    [&](std::string_view fila, CCampos campos) {
-                        const int polig = LeeEntero(campos[kPolig]);
-                        const int numero = LeeEntero(campos[kParcela]);
-                        int i = kNoEncontrado;
-                        if (!municipio->BuscaParcela(polig, numero, i)) {
-                            Avisa(avisos, kSubparcelaSinParcela, polig, numero, campos[kLetra]);
-                            return;
-                        }
-                        CSubparcela subparcela;
-                        if (!subparcela.Lee(fila, kModoTabla))
-                            return;
-                        const CString letra = subparcela.letra;
-                        CParcela& parcela = municipio->DameParcela(i);
-                        bool repetida = false;
-                        parcela.InsertaSubparcela(std::move(subparcela), repetida);
-                        if (repetida)
-                            Avisa(avisos, kSubparcelaDuplicada, parcela.Polig, parcela.Parcela,
-                                  letra);
-                    });
+    return LeeTabla(
+        IDS_LEYENDO_SUBPARCELAS, ArchivoSubparcelas, kCampos, *municipio,
+        [&](std::string_view fila, CCampos campos) {
+            const int polig = LeeEntero(campos[tabla::kPolig]);
+            const int numero = LeeEntero(campos[tabla::kParcela]);
+            int i = kNoEncontrado;
+            if (!municipio->BuscaParcela(polig, numero, i)) {
+                Avisa(avisos, kSubparcelaSinParcela, polig, numero, campos[tabla::kLetra]);
+                return;
+            }
+            CSubparcela subparcela;
+            if (!subparcela.Lee(fila, kModoTabla))
+                return;
+            const CString letra = subparcela.letra;
+            CParcela& parcela = municipio->DameParcela(i);
+            bool repetida = false;
+            parcela.InsertaSubparcela(std::move(subparcela), repetida);
+            if (repetida)
+                Avisa(avisos, kSubparcelaDuplicada, parcela.Polig, parcela.Parcela, letra);
+        });
 }
 
 bool CVexaACampiva2Dlg::LeeCotitulares(CStdioFile* log, int* numErrores, int* numWarnings,
@@ -169,26 +147,27 @@ bool CVexaACampiva2Dlg::LeeCotitulares(CStdioFile* log, int* numErrores, int* nu
 {
     const CAvisos avisos{*log, *numErrores, *numWarnings};
     constexpr std::size_t kCampos = 8;
-    return LeeTabla(IDS_LEYENDO_COTITULARES, ArchivoCotitulares, kCampos, *municipio,
-                    [&](std::string_view /*fila*/, CCampos campos) {
-                        const int polig = LeeEntero(campos[kPolig]);
-                        const int numero = LeeEntero(campos[kParcela]);
-                        int i = kNoEncontrado;
-                        if (!municipio->BuscaParcela(polig, numero, i)) {
-                            Avisa(avisos, kCotitularSinParcela, polig, numero);
-                            return;
-                        }
-                        const int numOrden = LeeEntero(campos[kCotitularNumOrden]);
-                        const int titular = municipio->BuscaTitularNumOrden(numOrden);
-                        if (titular < 0) {
-                            Avisa(avisos, kCotitularSinTitular, numOrden);
-                            return;
-                        }
-                        if (campos[kCotitularTit].empty() || campos[kCotitularPartici].empty())
-                            return;
-                        const int partici = LeeEntero(campos[kCotitularPartici]);
-                        municipio->DameParcela(i).InsertaCotitular(titular, kSinOrden, partici,
-                                                                   campos[kCotitularTit]);
-                        municipio->InsertaPropiedad(titular, i, partici, campos[kCotitularTit]);
-                    });
+    return LeeTabla(
+        IDS_LEYENDO_COTITULARES, ArchivoCotitulares, kCampos, *municipio,
+        [&](std::string_view /*fila*/, CCampos campos) {
+            const int polig = LeeEntero(campos[tabla::kPolig]);
+            const int numero = LeeEntero(campos[tabla::kParcela]);
+            int i = kNoEncontrado;
+            if (!municipio->BuscaParcela(polig, numero, i)) {
+                Avisa(avisos, kCotitularSinParcela, polig, numero);
+                return;
+            }
+            const int numOrden = LeeEntero(campos[tabla::kCotitularNumOrden]);
+            const int titular = municipio->BuscaTitularNumOrden(numOrden);
+            if (titular < 0) {
+                Avisa(avisos, kCotitularSinTitular, numOrden);
+                return;
+            }
+            if (campos[tabla::kCotitularTit].empty() || campos[tabla::kCotitularPartici].empty())
+                return;
+            const int partici = LeeEntero(campos[tabla::kCotitularPartici]);
+            municipio->DameParcela(i).InsertaCotitular(titular, kSinOrden, partici,
+                                                       campos[tabla::kCotitularTit]);
+            municipio->InsertaPropiedad(titular, i, partici, campos[tabla::kCotitularTit]);
+        });
 }

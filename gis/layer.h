@@ -1,0 +1,56 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <ogrsf_frmts.h>
+
+// A layer whose features are made as they are asked for, out of what the dataset holds.
+
+/// The fields of a layer, in order.
+struct CCampoCapa {
+    const char* nombre;
+    OGRFieldType tipo;
+    OGRFieldSubType subtipo = OFSTNone;
+};
+
+class CCapa final : public OGRLayer {
+public:
+    /// Fills a new feature with the number `i`.
+    using CRellena = std::function<void(std::size_t i, OGRFeature& elemento)>;
+    /// What stands behind the layer: how many features, and how to fill them. Asked for once, at
+    /// the first question.
+    struct CFuente {
+        std::size_t cuantos;
+        CRellena rellena;
+    };
+
+    CCapa(const char* nombre, OGRwkbGeometryType geometria, const OGRSpatialReference* referencia,
+          const std::vector<CCampoCapa>& campos, std::function<CFuente()> fuente);
+    CCapa(const CCapa&) = delete;
+    CCapa& operator=(const CCapa&) = delete;
+    ~CCapa() override;
+
+    void ResetReading() override { m_siguiente = 0; }
+    OGRFeature* GetNextFeature() override;
+    OGRFeature* GetFeature(GIntBig fid) override;
+    OGRErr SetNextByIndex(GIntBig indice) override;
+    OGRFeatureDefn* GetLayerDefn() override { return m_definicion; }
+    GIntBig GetFeatureCount(int forzar) override;
+    int TestCapability(const char* capacidad) override;
+
+private:
+    const CFuente& Fuente();
+    std::unique_ptr<OGRFeature> Haz(std::size_t i);
+
+    OGRFeatureDefn* m_definicion;
+    std::function<CFuente()> m_pide;
+    std::unique_ptr<CFuente> m_fuente;
+    std::size_t m_siguiente = 0;
+};
+
+/// Sets a field to a text of the program, which GDAL takes as UTF-8.
+void PonTexto(OGRFeature& elemento, const char* campo, std::string_view texto);

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <string_view>
+
+#include <cpl_error.h>
+
+#include "platform/cfile.h"
+#include "platform/format.h"
+
+// The driver's sentences go the way that GDAL's do, in UTF-8.
+
+/// Tells that something failed, so that the program at work ends with an error.
+void Falla(std::string_view texto);
+void Falla(const CFileException& fallo);
+/// Tells what a user has to know, and goes on.
+void Avisa(std::string_view texto);
+
+/// The same with a printf form in code page 1252.
+template <class... T>
+void FallaCon(std::string_view forma, const T&... argumentos)
+{
+    std::string texto;
+    AnexaFormato(texto, forma, {CArgumento(argumentos)...});
+    Falla(std::string_view(texto));
+}
+template <class... T>
+void AvisaCon(std::string_view forma, const T&... argumentos)
+{
+    std::string texto;
+    AnexaFormato(texto, forma, {CArgumento(argumentos)...});
+    Avisa(texto);
+}

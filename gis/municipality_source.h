@@ -1,0 +1,43 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "cadastre/drawn_polygon.h"
+#include "cadastre/polygon_list.h"
+#include "gis/tables.h"
+
+/// A municipality by its list file: what the layers are made of. Each part is read when it is
+/// asked for first; a read that fails raises CFileException.
+class CMunicipioAbierto {
+public:
+    /// Files that don't stand where they are looked for; empty for those that do.
+    struct COtrosSitios {
+        CString tablas;   ///< folder of the tables; else the list's
+        CString ortos;    ///< else ortos.TOP beside the list
+        CString registro; ///< the log; else beside the list, named by its first line
+    };
+
+    /// False where the file can't be opened, or is no list of polygons of which one at least has a
+    /// drawing.
+    bool Abre(const CString& lista, const COtrosSitios& otros);
+
+    const CString& Cabecera() const { return m_lista.cabecera; }
+    const CString& Carpeta() const { return m_carpeta; }
+    const std::vector<CString>& Entradas() const { return m_lista.entradas; }
+    CCadena Ortos() const;
+    CCadena Registro() const;
+
+    const CTablas& Tablas();
+    const std::vector<CPoligonoDibujado>& Poligonos();
+    const CTopologiaDibujada& Hojas();
+
+private:
+    CListaPoligonos m_lista;
+    CString m_carpeta;
+    COtrosSitios m_otros;
+    std::unique_ptr<CTablas> m_tablas;
+    std::optional<std::vector<CPoligonoDibujado>> m_poligonos;
+    std::optional<CTopologiaDibujada> m_hojas;
+};

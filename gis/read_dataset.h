@@ -1,0 +1,30 @@
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include <gdal_priv.h>
+
+#include "gis/layers.h"
+#include "gis/municipality_source.h"
+
+/// A municipality opened by its list file.
+class CDatosMunicipio final : public GDALDataset {
+public:
+    static int Identifica(GDALOpenInfo* que);
+    /// Null for a file that is no list, in silence, and for one that can't be read, which is told.
+    static GDALDataset* Abre(GDALOpenInfo* que);
+
+    int GetLayerCount() override { return static_cast<int>(m_capas.size()); }
+    OGRLayer* GetLayer(int i) override;
+
+private:
+    explicit CDatosMunicipio(std::unique_ptr<CMunicipioAbierto> municipio)
+        : m_municipio(std::move(municipio))
+    {
+    }
+    void PonCapas(const OGRSpatialReference* referencia);
+
+    std::unique_ptr<CMunicipioAbierto> m_municipio;
+    std::vector<CCapaNueva> m_capas;
+};

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "cadastre/municipality.h"
+#include "vexa_libs/ccadena.h"
+
+/// What the tables of a municipality say of its parcels. A table that isn't there says nothing.
+class CTablas {
+public:
+    /// Reads the tables by their usual names in a folder, given as `DamePath` gives it. Raises
+    /// CFileException.
+    CTablas(const CString& carpeta, short mun);
+
+    bool HayParcelas() const { return m_hayParcelas; }
+    /// Null where the tables have none with these numbers.
+    const CParcela* Parcela(int polig, int parcela) const;
+    /// Main holder and place of a parcel, null where it names none that is there.
+    const CTitular* Titular(const CParcela& parcela) const;
+    const CParaje* Paraje(const CParcela& parcela) const;
+
+private:
+    void TomaParaje(std::string_view fila);
+    void TomaTitular(std::string_view fila);
+    void TomaParcela(std::string_view fila);
+    void TomaSubparcela(std::string_view fila);
+    bool Recorre(const CString& carpeta, const char* nombre,
+                 void (CTablas::*toma)(std::string_view));
+
+    CMunicipio m_municipio;
+    bool m_hayParcelas = false;
+};
