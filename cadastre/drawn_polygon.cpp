@@ -221,9 +221,14 @@ CPoligonoDibujado LeePoligonoDibujado(const CString& carpeta, const CString& ent
     lee("PAR", kCodigosPar, poligono.parcelas);
     lee("SUB", kCodigosSub, poligono.subparcelas);
     lee("POL", {}, poligono.poligonos);
+    Relaciona(poligono, hayParcela);
+    return poligono;
+}
+
+void Relaciona(CPoligonoDibujado& poligono, const CHayParcela& hayParcela)
+{
     NumeraParcelas(poligono.parcelas.recintos);
     SituaSubparcelas(poligono, hayParcela);
-    return poligono;
 }
 
 CTopologiaDibujada LeeHojasDibujadas(const CCadena& ortos)

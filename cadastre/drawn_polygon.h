@@ -89,6 +89,10 @@ using CHayParcela = std::function<bool(int polig, int parcela)>;
 CPoligonoDibujado LeePoligonoDibujado(const CString& carpeta, const CString& entrada,
                                       const CHayParcela& hayParcela = {});
 
+/// Gives the outlines of a polygon their numbers and letters, each subparcel its parcel, and counts
+/// their pieces: as the reading does, for a drawing that is still to be written.
+void Relaciona(CPoligonoDibujado& poligono, const CHayParcela& hayParcela);
+
 /// Reads the orthophoto sheets by the name of their .TOP or .BIN.
 CTopologiaDibujada LeeHojasDibujadas(const CCadena& ortos);
 

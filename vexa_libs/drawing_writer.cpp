@@ -9,8 +9,6 @@ namespace vexageo {
 bool CEscritorDibujo::Abre(const CString& nombre, CFileException* fallo, CConjuntoSalidas* conjunto)
 {
     constexpr UINT kModo = CFile::modeCreate | CFile::modeWrite | CFile::typeBinary;
-    m_entidades.clear();
-    m_posicion = CCabeceraDibujo::kBytes;
     return m_bin.Open(nombre, kModo, fallo, conjunto);
 }
 
@@ -48,6 +46,7 @@ void CEscritorDibujo::Cierra()
     for (const auto& entidad : m_entidades)
         entidad->Write(&m_bin);
     m_entidades.clear();
+    m_posicion = CCabeceraDibujo::kBytes;
     m_bin.Close();
 }
 

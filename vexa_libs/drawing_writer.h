@@ -15,8 +15,9 @@ namespace vexageo {
 /// counted from 1, so they are composed while the drawing is, and written behind it.
 class CEscritorDibujo {
 public:
-    /// Opens the file. False, with nothing changed on disk, where it can't be created.
-    /// \param conjunto  the outputs that it takes its place with; without it `Cierra` puts it there
+    /// Opens the file, when the entities are there or before. False, with nothing changed on disk,
+    /// where it can't be created. \param conjunto  the outputs that it takes its place with;
+    /// without it `Cierra` puts it there
     bool Abre(const CString& nombre, CFileException* fallo = nullptr,
               CConjuntoSalidas* conjunto = nullptr);
 

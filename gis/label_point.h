@@ -1,0 +1,17 @@
+#pragma once
+
+#include <optional>
+
+#include "gis/noding.h"
+
+/// Where a label of an outline stands: at the point that is wished where that lies strictly inside
+/// it, in none of its holes and on no boundary; else at a point that does.
+struct CSitioRotulo {
+    vexageo::CPunto<int> punto;
+    bool comoSePide = false; ///< it is the point that was wished
+    bool dentro = true;      ///< false where no whole point lies inside: then it is a corner
+};
+
+/// \param anillos  the outline and its holes, without a closing point; empty ones are none
+CSitioRotulo SituaRotulo(const std::vector<CAnillo>& anillos,
+                         const std::optional<vexageo::CPunto<int>>& pedido);

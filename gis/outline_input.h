@@ -1,0 +1,40 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <ogr_feature.h>
+
+#include "gis/noding.h"
+#include "platform/cstring.h"
+
+/// The layers that a drawing is made from.
+enum class Clase { Parcela, Subparcela, Poligono, Hoja };
+
+/// The layer of a name, in any case; none for another one.
+std::optional<Clase> ClaseDeCapa(const std::string& nombre);
+
+/// One outline on its way into a drawing.
+struct CRecintoEntrante {
+    Clase clase = Clase::Parcela;
+    CString nombre;  ///< that messages call it by
+    CString entrada; ///< base name of its polygon's files; none for a sheet
+    std::optional<int> numero;
+    std::optional<CString> rotulo; ///< none for an outline without a label
+    CString codigo;
+    bool borrado = false;
+    std::optional<vexageo::CPunto<int>> punto; ///< where its label is wished
+    std::vector<CAnilloFino> anillos;          ///< the outer one first, without closing points
+};
+
+/// Tells whether coordinates are degrees. Some formats put a geographic reference where there is
+/// none at all: that says nothing.
+bool EstaEnGrados(const OGRSpatialReference* referencia);
+
+/// Takes the outlines of a feature, one for each of its pieces.
+/// \param tolerancia  metres that a chord may be off its arc; 0 refuses arcs
+/// \param[out] motivo  why it was refused, with the feature's name
+/// \return false where it was refused
+bool TomaElemento(Clase clase, const OGRFeature& elemento, double tolerancia,
+                  std::vector<CRecintoEntrante>& recintos, CString& motivo);

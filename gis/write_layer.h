@@ -1,0 +1,31 @@
+#pragma once
+
+#include <optional>
+
+#include <ogrsf_frmts.h>
+
+#include "gis/write_dataset.h"
+
+/// A layer that takes features for the drawings. It keeps none to be read.
+class CCapaNuevaSalida final : public OGRLayer {
+public:
+    /// \param clase  what the features are; none for a layer that is left out
+    CCapaNuevaSalida(CMunicipioNuevo& municipio, const char* nombre, std::optional<Clase> clase,
+                     OGRSpatialReference* referencia);
+    CCapaNuevaSalida(const CCapaNuevaSalida&) = delete;
+    CCapaNuevaSalida& operator=(const CCapaNuevaSalida&) = delete;
+    ~CCapaNuevaSalida() override { m_definicion->Release(); }
+
+    void ResetReading() override {}
+    OGRFeature* GetNextFeature() override { return nullptr; }
+    OGRFeatureDefn* GetLayerDefn() override { return m_definicion; }
+    OGRErr CreateField(OGRFieldDefn* campo, int aproximado) override;
+    OGRErr ICreateFeature(OGRFeature* elemento) override;
+    int TestCapability(const char* capacidad) override;
+
+private:
+    CMunicipioNuevo& m_municipio;
+    OGRFeatureDefn* m_definicion;
+    std::optional<Clase> m_clase;
+    GIntBig m_ultimo = 0; // number of the last feature
+};
