@@ -25,6 +25,11 @@ bool PareceLista(const GDALOpenInfo& que)
            principio.find('\0') == std::string_view::npos;
 }
 
+/// Gives up a share of a reference.
+struct CSuelta {
+    void operator()(OGRSpatialReference* referencia) const { referencia->Release(); }
+};
+
 } // namespace
 
 int CDatosMunicipio::Identifica(GDALOpenInfo* que)
@@ -52,13 +57,14 @@ GDALDataset* CDatosMunicipio::Abre(GDALOpenInfo* que)
                 FallaCon("%s no es una lista de polígonos con sus dibujos al lado"_ansi, nombre);
             return nullptr;
         }
-        OGRSpatialReference referencia;
-        referencia.SetAxisMappingStrategy(OAMS_TRADITIONAL_GIS_ORDER);
+        // Layers and geometries share it by counting.
+        const std::unique_ptr<OGRSpatialReference, CSuelta> referencia(new OGRSpatialReference());
+        referencia->SetAxisMappingStrategy(OAMS_TRADITIONAL_GIS_ORDER);
         const CString srs = opcionDe(opcion::kReferencia);
-        if (!srs.IsEmpty() && referencia.SetFromUserInput(srs.GetString()) != OGRERR_NONE)
+        if (!srs.IsEmpty() && referencia->SetFromUserInput(srs.GetString()) != OGRERR_NONE)
             return nullptr; // told by GDAL
         auto datos = std::unique_ptr<CDatosMunicipio>(new CDatosMunicipio(std::move(municipio)));
-        datos->PonCapas(srs.IsEmpty() ? nullptr : &referencia);
+        datos->PonCapas(srs.IsEmpty() ? nullptr : referencia.get());
         return datos.release();
     } catch (const CFileException& fallo) {
         Falla(fallo);

@@ -1,0 +1,63 @@
+#!/usr/bin/env bash
+# Real parcels into drawings and through the way back: each must come out with the surface that its
+# outline has, and drawings made from the drawings must be taken alike to the byte.
+#   run_real.sh CAMPIVA FOLDER_OF_PLUGIN FOLDER_OF_PARCELS
+set -euo pipefail
+campiva=$1 real=$3
+export GDAL_DRIVER_PATH=$2
+compgen -G "$real/*.jsonl.xz" > /dev/null || exit 77
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+export XDG_CONFIG_HOME=$work/config
+cd "$work"
+tables=(Modulos.txt Titulares.txt Parcelas.txt Subparcelas.txt Parajes.txt Cotitulares.txt)
+
+for set in "$real"/*.jsonl.xz; do
+  rm -rf ./*
+  xz -dc "$set" | python3 -c '
+import json, sys
+features = [{"type": "Feature", "properties": {"poligono": d["polig"], "parcela": d["parcela"]},
+             "geometry": {"type": "Polygon", "coordinates": d["rings"]}}
+            for d in map(json.loads, sys.stdin)]
+json.dump({"type": "FeatureCollection", "name": "parcelas", "features": features,
+           "crs": {"type": "name", "properties": {"name": "urn:ogc:def:crs:EPSG::25830"}}},
+          sys.stdout)' > parcelas.geojson
+  mkdir first again
+  ogr2ogr -f Vexa -dsco GER=45 -dsco MUN=155 -dsco PIEZAS=SI first/lista.txt parcelas.geojson 2> told
+  ogr2ogr -f GPKG all.gpkg first/lista.txt
+  ogr2ogr -f Vexa -dsco PIEZAS=SI again/lista.txt all.gpkg 2> told_again
+  for place in first again; do
+    (
+      cd $place
+      for table in "${tables[@]}"; do printf 'Ger\tMun\r\n' > "$table"; done
+      # No table knows the parcels, so that the drawing makes them all.
+      "$campiva" 1 "${tables[@]}" lista.txt ortos.TOP 0 1 1 > out 2>&1 || true
+      mv 045155.ERR back.ERR
+      printf '%s\n' 1011 1 1003=lista.txt 1005=ortos.TOP 1 | "$campiva" > out 2>&1 || true
+    )
+  done
+  for made in 045155.R 045155.M 045155.CSP back.ERR; do cmp "first/$made" "again/$made"; done
+
+  # The surfaces of the PR records against those that GEOS finds in the outlines as they came: the
+  # last piece of each parcel. Rounding to hundredths may move one by half a metre and its share of
+  # the boundary.
+  ogr2ogr -f CSV -lco STRING_QUOTING=IF_NEEDED areas.csv parcelas.geojson -dialect sqlite \
+    -sql "select poligono, parcela, ST_Area(geometry) as area, ST_Perimeter(geometry) as borde
+          from parcelas"
+  awk -F, '
+    FNR == NR { if (FNR > 1) { area[$1 + 0, $2 + 0] = $3; border[$1 + 0, $2 + 0] = $4 } next }
+    substr($0, 10, 2) == "PR" {
+      ++records
+      key = substr($0, 14, 3) + 0 SUBSEP substr($0, 17, 5) + 0
+      if (!(key in area)) { print "unknown: " $0; failed = 1; next }
+      off = substr($0, 22, 9) - area[key]
+      if (off < 0) off = -off
+      if (off > 0.5 + border[key] * 0.01) { print "differs: " off " " area[key] " " $0; failed = 1 }
+      delete area[key]
+    }
+    END {
+      for (key in area) { print "missing: " key; failed = 1 }
+      print records " parcels"
+      exit failed || !records
+    }' areas.csv first/045155.R
+done
