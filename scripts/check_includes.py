@@ -18,12 +18,17 @@ ORDER = [
 ]
 # These stand beside the order: they may include anything, and nothing of the program includes them.
 OUTSIDE = ["tools", "tests", "bench", "fuzz"]
+# These stand beside the program, on what they name here.
+BESIDE = {
+    "help/advice": [],
+    "gis": ["platform", "vexa_libs", "cadastre", "help/advice"],
+}
 RANK = {folder: rank for rank, folders in enumerate(ORDER) for folder in folders}
 
 
 def folder_of(path):
     """The listed folder that holds the path, the longest one that fits."""
-    names = [f for f in list(RANK) + OUTSIDE if path.startswith(f + "/")]
+    names = [f for f in [*RANK, *OUTSIDE, *BESIDE] if path.startswith(f + "/")]
     return max(names, key=len) if names else None
 
 
@@ -41,9 +46,11 @@ def faults(path):
             other = folder_of(name)
             if ".." in name or other is None:
                 yield where + ": an include names the file from the project's folder"
-            elif folder in OUTSIDE:
+            elif folder in OUTSIDE or other == folder:
                 continue
-            elif other in OUTSIDE or (other != folder and RANK[other] >= RANK[folder]):
+            elif folder in BESIDE and other in BESIDE[folder]:
+                continue
+            elif folder in BESIDE or other in BESIDE or other in OUTSIDE or RANK[other] >= RANK[folder]:
                 yield where + f": {folder} may not include {other}"
             elif any(front in name for front in ("/terminal/", "/desktop/", "/windows/")):
                 if not main and not path.startswith(name.rsplit("/", 1)[0]):
