@@ -91,12 +91,12 @@ public:
     {
         if (m_recinto.tramosPerdidos > 0)
             Falta(ClaseFalta::TramoPerdido, 0, m_recinto.punto,
-                  Texto("%d tramos de su contorno no se leen en el dibujo: fuera de fecha",
+                  Texto("%d de los tramos de su contorno no se leen en el dibujo: fuera de fecha",
                         m_recinto.tramosPerdidos));
         MiraContorno(m_recinto.contorno, m_recinto.areaPropia, 0);
         MiraIslas();
         MiraEstado();
-        if (HayRotulo())
+        if (HayRotulo() && m_que != ClaseTopologia::Hojas) // nobody asks where a sheet's stands
             MiraRotulo();
         if (m_recinto.Valido())
             MiraTexto();
@@ -151,9 +151,10 @@ private:
                             isla.areaPropia));
             const auto [otra, nueva] = vistas.try_emplace(Lados(isla.contorno), numero);
             if (!nueva && isla.contorno.size() >= kMenosPuntos)
-                Falta(ClaseFalta::IslaRepetida, numero, donde,
-                      Texto("es la misma que la isla %d%s y se resta dos veces: %.2lf m2"_ansi,
-                            otra->second, DondeEsta(isla, otra->second), std::fabs(isla.area)));
+                Falta(
+                    ClaseFalta::IslaRepetida, numero, donde,
+                    Texto("es la misma que la isla %d%s: cuenta dos veces, con %.2lf m2 ésta"_ansi,
+                          otra->second, DondeEsta(isla, otra->second), isla.area));
         }
     }
 
@@ -161,7 +162,7 @@ private:
     {
         return isla.enLista == m_recinto.islas[static_cast<std::size_t>(otra) - 1].enLista
                    ? ""
-                   : ", una en la lista y otra en registro aparte,";
+                   : ", que está en la lista"_ansi;
     }
 
     void MiraEstado()

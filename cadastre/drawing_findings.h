@@ -8,9 +8,6 @@
 // What is wrong with the outlines of a drawing, for those who drew it. The translations go on over
 // all of it; what they lose by it is said in the fault's text.
 
-/// What a topology's outlines are.
-enum class ClaseTopologia : std::uint8_t { Parcelas, Subparcelas, Poligonos, Hojas };
-
 enum class ClaseFalta : std::uint8_t {
     // The boundary, of the outline or of one of its islands.
     TramoPerdido, ///< stretches can't be read

@@ -12,6 +12,9 @@
 // The drawing of a cadastral polygon as evidence: every outline that its topologies hold, with what
 // the way back makes of it, and of one that it makes nothing of the reason. Nothing is dropped.
 
+/// What a topology's outlines are.
+enum class ClaseTopologia : std::uint8_t { Parcelas, Subparcelas, Poligonos, Hojas };
+
 /// What the way back makes of an outline, and of its label.
 enum class EstadoRecinto : std::uint8_t {
     Valido,
@@ -91,6 +94,10 @@ CPoligonoDibujado LeePoligonoDibujado(const CString& carpeta, const CString& ent
 
 /// Reads the orthophoto sheets by the name of their .TOP or .BIN.
 CTopologiaDibujada LeeHojasDibujadas(const CCadena& ortos);
+
+/// Reads the outlines of a topology from the file's position to its end or its damage. They aren't
+/// held against one another or against the parcels.
+CTopologiaDibujada LeeTopologiaDibujada(CFile& topologia, CFile& bin, ClaseTopologia que);
 
 /// Goes through the entities of a .BIN, which are lines, texts and points, deleted ones included.
 /// \param toma  gets each with its position, from 1

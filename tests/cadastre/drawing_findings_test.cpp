@@ -97,7 +97,7 @@ TEST_F(DrawingFindings, LooksAtTheBoundary)
         {{marco, rotulo},
          100,
          {TramoPerdido},
-         "1 tramos de su contorno no se leen en el dibujo: fuera de fecha"},
+         "1 de los tramos de su contorno no se leen en el dibujo: fuera de fecha"},
     };
     int numero = 0;
     for (const auto& caso : casos) {
@@ -131,7 +131,7 @@ TEST_F(DrawingFindings, LooksAtTheIslands)
     const CFaltasDeRecintos faltas = Parcelas();
     ASSERT_EQ(faltas.size(), 2U);
     EXPECT_EQ(Utf8(TextoFaltas(faltas[0])),
-              "isla 3: es la misma que la isla 1 y se resta dos veces: 4.00 m2");
+              "isla 3: es la misma que la isla 1: cuenta dos veces, con -4.00 m2 ésta");
     EXPECT_EQ(Clases(faltas[1]), (CClases{AreaDistinta, IslaPositiva}));
     EXPECT_EQ(faltas[1][0].isla, 2);
     EXPECT_EQ(Utf8(faltas[1][1].texto),
