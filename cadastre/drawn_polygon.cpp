@@ -28,6 +28,13 @@ constexpr std::array<const char*, 1> kCodigosPar = {kCodigoParcela};
 constexpr std::array<const char*, 2> kCodigosSub = {kCodigoSubparcela, kCodigoConstruccion};
 using CCodigos = std::span<const char* const>;
 
+CCodigos CodigosDe(ClaseTopologia que)
+{
+    if (que == ClaseTopologia::Parcelas)
+        return kCodigosPar;
+    return que == ClaseTopologia::Subparcelas ? CCodigos(kCodigosSub) : CCodigos();
+}
+
 /// Reads the outlines of one topology.
 class CLectorTopologia {
 public:
@@ -36,7 +43,7 @@ public:
     void Lee(CFile& topologia, CTopologiaDibujada& dibujada)
     {
         dibujada.hay = true;
-        std::uint64_t posicion = 0;
+        std::uint64_t posicion = topologia.GetPosition();
         for (CPoligonoTopologico registro; registro.Read(&topologia);
              posicion = topologia.GetPosition()) {
             // An island with no outline in front of it is told as one of another kind.
@@ -66,7 +73,7 @@ private:
     }
     void PonIsla(const CPoligonoTopologico& isla, bool enLista, CRecintoDibujado& recinto)
     {
-        recinto.islas.push_back({Contorno(isla, recinto), isla.Area(), enLista});
+        recinto.islas.push_back({Contorno(isla, recinto), isla.Area(), enLista, isla.AreaPropia()});
         recinto.areaRegistro += isla.Area();
     }
     std::vector<CPunto<int>> Contorno(const CPoligonoTopologico& registro,
@@ -213,14 +220,14 @@ CPoligonoDibujado LeePoligonoDibujado(const CString& carpeta, const CString& ent
     poligono.hayDibujo = bin.Open(FicheroDeLista(carpeta, entrada, "BIN"), kModo);
     if (!poligono.hayDibujo)
         return poligono;
-    const auto lee = [&](const char* extension, CCodigos codigos, CTopologiaDibujada& dibujada) {
+    const auto lee = [&](const char* extension, ClaseTopologia que, CTopologiaDibujada& dibujada) {
         CFile topologia;
         if (topologia.Open(FicheroDeLista(carpeta, entrada, extension), kModo))
-            CLectorTopologia(bin, codigos).Lee(topologia, dibujada);
+            dibujada = LeeTopologiaDibujada(topologia, bin, que);
     };
-    lee("PAR", kCodigosPar, poligono.parcelas);
-    lee("SUB", kCodigosSub, poligono.subparcelas);
-    lee("POL", {}, poligono.poligonos);
+    lee("PAR", ClaseTopologia::Parcelas, poligono.parcelas);
+    lee("SUB", ClaseTopologia::Subparcelas, poligono.subparcelas);
+    lee("POL", ClaseTopologia::Poligonos, poligono.poligonos);
     Relaciona(poligono, hayParcela);
     return poligono;
 }
@@ -233,16 +240,21 @@ void Relaciona(CPoligonoDibujado& poligono, const CHayParcela& hayParcela)
 
 CTopologiaDibujada LeeHojasDibujadas(const CCadena& ortos)
 {
-    CTopologiaDibujada hojas;
     CCadena nombre = ortos;
     CFile bin;
     CFile top;
     nombre.CambiaExtension("BIN");
     const bool hayBin = bin.Open(nombre, kModo);
     nombre.CambiaExtension("TOP");
-    if (hayBin && top.Open(nombre, kModo))
-        CLectorTopologia(bin, {}).Lee(top, hojas);
-    return hojas;
+    return hayBin && top.Open(nombre, kModo) ? LeeTopologiaDibujada(top, bin, ClaseTopologia::Hojas)
+                                             : CTopologiaDibujada();
+}
+
+CTopologiaDibujada LeeTopologiaDibujada(CFile& topologia, CFile& bin, ClaseTopologia que)
+{
+    CTopologiaDibujada dibujada;
+    CLectorTopologia(bin, CodigosDe(que)).Lee(topologia, dibujada);
+    return dibujada;
 }
 
 bool RecorreEntidades(CFile& bin, const std::function<void(int, const CTexto<int>&)>& toma)

@@ -12,6 +12,9 @@
 // The drawing of a cadastral polygon as evidence: every outline that its topologies hold, with what
 // the way back makes of it, and of one that it makes nothing of the reason. Nothing is dropped.
 
+/// What a topology's outlines are.
+enum class ClaseTopologia : std::uint8_t { Parcelas, Subparcelas, Poligonos, Hojas };
+
 /// What the way back makes of an outline, and of its label.
 enum class EstadoRecinto : std::uint8_t {
     Valido,
@@ -31,6 +34,7 @@ struct CIslaDibujada {
     std::vector<vexageo::CPunto<int>> contorno;
     double area = 0;      ///< square metres as stored, its own islands included; negative as a rule
     bool enLista = false; ///< in the polygon's own list, or as a record behind it
+    double areaPropia = 0; ///< as stored, without its own islands
 };
 
 /// An outline of a topology, with its islands.
@@ -95,6 +99,10 @@ void Relaciona(CPoligonoDibujado& poligono, const CHayParcela& hayParcela);
 
 /// Reads the orthophoto sheets by the name of their .TOP or .BIN.
 CTopologiaDibujada LeeHojasDibujadas(const CCadena& ortos);
+
+/// Reads the outlines of a topology from the file's position to its end or its damage. They aren't
+/// held against one another or against the parcels.
+CTopologiaDibujada LeeTopologiaDibujada(CFile& topologia, CFile& bin, ClaseTopologia que);
 
 /// Goes through the entities of a .BIN, which are lines, texts and points, deleted ones included.
 /// \param toma  gets each with its position, from 1

@@ -28,9 +28,10 @@ EstadoRecinto EstadoDe(const CRecintoEntrante& recinto)
         return EstadoRecinto::SinRotulo;
     if (recinto.borrado)
         return EstadoRecinto::Borrado;
-    const bool suyo = recinto.clase == Clase::Parcela ? recinto.codigo == kCodigoParcela
-                                                      : recinto.codigo == kCodigoSubparcela ||
-                                                            recinto.codigo == kCodigoConstruccion;
+    const bool suyo =
+        recinto.clase == ClaseTopologia::Parcelas
+            ? recinto.codigo == kCodigoParcela
+            : recinto.codigo == kCodigoSubparcela || recinto.codigo == kCodigoConstruccion;
     return suyo ? EstadoRecinto::Valido : EstadoRecinto::CodigoAjeno;
 }
 
@@ -90,7 +91,7 @@ bool CDibujoHecho::Compon(const std::vector<const CRecintoEntrante*>& entrantes,
     for (const CRedondo& redondo : m_redondos)
         bien = ComponRegistro(redondo.recinto, redondo.anillos, modo) && bien;
     Relaciona(m_dibujado, {});
-    if (m_registros[Clase::Poligono].empty())
+    if (m_registros[ClaseTopologia::Poligonos].empty())
         RodeaParcelas();
     bien = PermitePiezas(m_dibujado.parcelas.recintos, false, modo) && bien;
     return PermitePiezas(m_dibujado.subparcelas.recintos, true, modo) && bien;
@@ -138,7 +139,7 @@ void CDibujoHecho::RodeaParcelas()
     if (parcelas.empty())
         return;
     CRecintoEntrante recinto;
-    recinto.clase = Clase::Poligono;
+    recinto.clase = ClaseTopologia::Poligonos;
     recinto.codigo = kCodigoPoligono;
     CString numero;
     numero.Format("%d", LeeEntero(m_redondos.front().recinto.entrada));
@@ -190,7 +191,7 @@ void CDibujoHecho::ApuntaDibujado(const CRecintoEntrante& recinto,
                                   const std::vector<CAnillo>& anillos,
                                   const CPoligonoTopologico& registro)
 {
-    if (recinto.clase != Clase::Parcela && recinto.clase != Clase::Subparcela)
+    if (recinto.clase != ClaseTopologia::Parcelas && recinto.clase != ClaseTopologia::Subparcelas)
         return;
     CRecintoDibujado dibujado;
     dibujado.estado = EstadoDe(recinto);
@@ -201,7 +202,7 @@ void CDibujoHecho::ApuntaDibujado(const CRecintoEntrante& recinto,
     for (std::size_t i = 1; i < anillos.size(); ++i)
         dibujado.islas.push_back({anillos[i], 0, true});
     m_dibujado.entrada = recinto.entrada;
-    (recinto.clase == Clase::Parcela ? m_dibujado.parcelas : m_dibujado.subparcelas)
+    (recinto.clase == ClaseTopologia::Parcelas ? m_dibujado.parcelas : m_dibujado.subparcelas)
         .recintos.push_back(std::move(dibujado));
 }
 
@@ -237,7 +238,7 @@ bool CDibujoHecho::PermitePiezas(const std::vector<CRecintoDibujado>& recintos, 
 }
 
 bool CDibujoHecho::Graba(const CString& base,
-                         std::initializer_list<std::pair<Clase, const char*>> ficheros,
+                         std::initializer_list<std::pair<ClaseTopologia, const char*>> ficheros,
                          CConjuntoSalidas& salidas, CFileException& fallo)
 {
     constexpr UINT kModo = CFile::modeCreate | CFile::modeWrite | CFile::typeBinary;

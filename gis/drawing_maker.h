@@ -41,9 +41,10 @@ public:
     /// where an outline can't be drawn or stands in several pieces and the mode takes neither.
     bool Compon(const std::vector<const CRecintoEntrante*>& entrantes, const CModoDibujo& modo);
 
-    /// Writes the drawing and the topologies with these extensions, in the order of `Clase`.
+    /// Writes the drawing and the topologies with these extensions, in the order given.
     /// False, with the reason, where a file can't be created. Raises CFileException.
-    bool Graba(const CString& base, std::initializer_list<std::pair<Clase, const char*>> ficheros,
+    bool Graba(const CString& base,
+               std::initializer_list<std::pair<ClaseTopologia, const char*>> ficheros,
                CConjuntoSalidas& salidas, CFileException& fallo);
 
 private:
@@ -63,6 +64,6 @@ private:
     std::vector<CRedondo> m_redondos;
     std::unique_ptr<CTramos> m_tramos;
     vexageo::CEscritorDibujo m_dibujo;
-    std::map<Clase, std::vector<vexageo::CPoligonoTopologico>> m_registros;
+    std::map<ClaseTopologia, std::vector<vexageo::CPoligonoTopologico>> m_registros;
     CPoligonoDibujado m_dibujado; ///< the same as it will be read
 };

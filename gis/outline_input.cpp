@@ -66,48 +66,48 @@ CString EnTexto(const std::optional<int>& numero)
     return texto;
 }
 
-const char* CodigoUsual(Clase clase)
+const char* CodigoUsual(ClaseTopologia clase)
 {
     switch (clase) {
-    case Clase::Parcela:
+    case ClaseTopologia::Parcelas:
         return kCodigoParcela;
-    case Clase::Subparcela:
+    case ClaseTopologia::Subparcelas:
         return kCodigoSubparcela;
-    case Clase::Poligono:
+    case ClaseTopologia::Poligonos:
         return kCodigoPoligono;
-    case Clase::Hoja:
+    case ClaseTopologia::Hojas:
         return kCodigoHoja;
     }
     return "";
 }
 
 /// The label that the other fields make where there is no field for it.
-std::optional<CString> RotuloUsual(Clase clase, const CCampos& campos)
+std::optional<CString> RotuloUsual(ClaseTopologia clase, const CCampos& campos)
 {
     const std::optional<int> parcela = campos.Entero(capa::kParcela);
     switch (clase) {
-    case Clase::Parcela:
+    case ClaseTopologia::Parcelas:
         return parcela ? std::optional(EnTexto(parcela)) : std::nullopt;
-    case Clase::Subparcela: {
+    case ClaseTopologia::Subparcelas: {
         const std::optional<CString> letra = campos.Texto(capa::kLetra);
         return letra ? std::optional(EnTexto(parcela) + "-" + *letra) : std::nullopt;
     }
-    case Clase::Poligono:
+    case ClaseTopologia::Poligonos:
         return EnTexto(campos.Entero(capa::kPoligono));
-    case Clase::Hoja:
+    case ClaseTopologia::Hojas:
         return campos.Texto(capa::kHoja);
     }
     return std::nullopt;
 }
 
-CString NombreDe(Clase clase, const OGRFeature& elemento, const CRecintoEntrante& recinto)
+CString NombreDe(ClaseTopologia clase, const OGRFeature& elemento, const CRecintoEntrante& recinto)
 {
     const char* const kNombres[] = {"la parcela", "la subparcela", "el polígono"_ansi, "la hoja"};
     CString nombre;
     nombre.Format("%s %s", kNombres[static_cast<std::size_t>(clase)],
                   recinto.rotulo ? *recinto.rotulo : CString("sin rótulo"_ansi));
     CString sitio;
-    if (!recinto.entrada.IsEmpty() && clase != Clase::Poligono)
+    if (!recinto.entrada.IsEmpty() && clase != ClaseTopologia::Poligonos)
         sitio.Format(" del polígono %s"_ansi, recinto.entrada);
     CString fid;
     fid.Format(" (elemento %d)", static_cast<int>(elemento.GetFID()));
@@ -115,7 +115,8 @@ CString NombreDe(Clase clase, const OGRFeature& elemento, const CRecintoEntrante
 }
 
 /// What the fields say of an outline. False, with the reason, where they don't say enough.
-bool LeeCampos(Clase clase, const OGRFeature& elemento, CRecintoEntrante& recinto, CString& motivo)
+bool LeeCampos(ClaseTopologia clase, const OGRFeature& elemento, CRecintoEntrante& recinto,
+               CString& motivo)
 {
     const CCampos campos(elemento);
     recinto.clase = clase;
@@ -124,7 +125,7 @@ bool LeeCampos(Clase clase, const OGRFeature& elemento, CRecintoEntrante& recint
     recinto.codigo = campos.Texto(capa::kCodigo).value_or(CString(CodigoUsual(clase)));
     recinto.borrado = campos.Entero(capa::kBorrado).value_or(0) != 0;
     recinto.numero = campos.Entero(capa::kNumero);
-    if (clase != Clase::Hoja) {
+    if (clase != ClaseTopologia::Hojas) {
         const std::optional<int> polig = campos.Entero(capa::kPoligono);
         CString usual;
         if (polig)
@@ -132,7 +133,7 @@ bool LeeCampos(Clase clase, const OGRFeature& elemento, CRecintoEntrante& recint
         recinto.entrada = campos.Texto(capa::kEntrada).value_or(usual);
     }
     recinto.nombre = NombreDe(clase, elemento, recinto);
-    if (clase != Clase::Hoja && recinto.entrada.IsEmpty())
+    if (clase != ClaseTopologia::Hojas && recinto.entrada.IsEmpty())
         motivo.Format("%s no dice de qué polígono es: falta el campo poligono"_ansi,
                       recinto.nombre);
     else if (!recinto.rotulo && !campos.Hay(capa::kRotulo))
@@ -219,15 +220,15 @@ CString MotivoDe(const OGRGeometry* geometria)
 
 } // namespace
 
-std::optional<Clase> ClaseDeCapa(const std::string& nombre)
+std::optional<ClaseTopologia> ClaseDeCapa(const std::string& nombre)
 {
     const struct {
         const char* nombre;
-        Clase clase;
-    } kCapas[] = {{capa::kParcelas, Clase::Parcela},
-                  {capa::kSubparcelas, Clase::Subparcela},
-                  {capa::kPoligonos, Clase::Poligono},
-                  {capa::kHojas, Clase::Hoja}};
+        ClaseTopologia clase;
+    } kCapas[] = {{capa::kParcelas, ClaseTopologia::Parcelas},
+                  {capa::kSubparcelas, ClaseTopologia::Subparcelas},
+                  {capa::kPoligonos, ClaseTopologia::Poligonos},
+                  {capa::kHojas, ClaseTopologia::Hojas}};
     for (const auto& capa : kCapas)
         if (EQUAL(nombre.c_str(), capa.nombre))
             return capa.clase;
@@ -239,7 +240,7 @@ bool EstaEnGrados(const OGRSpatialReference* referencia)
     return referencia != nullptr && referencia->IsGeographic() != 0 && !SinReferencia(referencia);
 }
 
-bool TomaElemento(Clase clase, const OGRFeature& elemento, double tolerancia,
+bool TomaElemento(ClaseTopologia clase, const OGRFeature& elemento, double tolerancia,
                   std::vector<CRecintoEntrante>& recintos, CString& motivo)
 {
     CRecintoEntrante recinto;

@@ -6,18 +6,16 @@
 
 #include <ogr_feature.h>
 
+#include "cadastre/drawn_polygon.h"
 #include "gis/noding.h"
 #include "platform/cstring.h"
 
-/// The layers that a drawing is made from.
-enum class Clase { Parcela, Subparcela, Poligono, Hoja };
-
-/// The layer of a name, in any case; none for another one.
-std::optional<Clase> ClaseDeCapa(const std::string& nombre);
+/// What the outlines of a layer are, by its name in any case; none for another one.
+std::optional<ClaseTopologia> ClaseDeCapa(const std::string& nombre);
 
 /// One outline on its way into a drawing.
 struct CRecintoEntrante {
-    Clase clase = Clase::Parcela;
+    ClaseTopologia clase = ClaseTopologia::Parcelas;
     CString nombre;  ///< that messages call it by
     CString entrada; ///< base name of its polygon's files; none for a sheet
     std::optional<int> numero;
@@ -36,5 +34,5 @@ bool EstaEnGrados(const OGRSpatialReference* referencia);
 /// \param tolerancia  metres that a chord may be off its arc; 0 refuses arcs
 /// \param[out] motivo  why it was refused, with the feature's name
 /// \return false where it was refused
-bool TomaElemento(Clase clase, const OGRFeature& elemento, double tolerancia,
+bool TomaElemento(ClaseTopologia clase, const OGRFeature& elemento, double tolerancia,
                   std::vector<CRecintoEntrante>& recintos, CString& motivo);

@@ -1,3 +1,4 @@
+#include "cadastre/drawing_findings.h"
 #include "gis/geometry.h"
 #include "gis/layers.h"
 
@@ -12,7 +13,17 @@ using CCampos = std::vector<CCampoCapa>;
 struct CSuyo {
     const CPoligonoDibujado* poligono; ///< null for a sheet
     const CRecintoDibujado* recinto;
+    CString faltas; ///< what is wrong with it; empty as a rule
 };
+
+/// Appends the outlines of a topology.
+void Apunta(const CPoligonoDibujado* poligono, const CTopologiaDibujada& topologia,
+            ClaseTopologia que, std::vector<CSuyo>& suyos)
+{
+    const CFaltasDeRecintos faltas = FaltasDe(topologia, que);
+    for (std::size_t i = 0; i < topologia.recintos.size(); ++i)
+        suyos.push_back({poligono, &topologia.recintos[i], TextoFaltas(faltas[i])});
+}
 
 CCampos Une(CCampos campos, const CCampos& otros)
 {
@@ -30,14 +41,16 @@ const CCampos& Comunes()
                                    {"area_contorno", OFTReal},
                                    {"valido", OFTInteger, OFSTBoolean},
                                    {"estado", OFTString},
+                                   {"faltas", OFTString},
                                    {capa::kNumero, OFTInteger},
                                    {capa::kX, OFTReal},
                                    {capa::kY, OFTReal}};
     return campos;
 }
 
-void PonComunes(OGRFeature& elemento, const CRecintoDibujado& recinto)
+void PonComunes(OGRFeature& elemento, const CSuyo& suyo)
 {
+    const CRecintoDibujado& recinto = *suyo.recinto;
     if (recinto.posicionRotulo > 0) {
         PonTexto(elemento, capa::kRotulo, recinto.rotulo);
         PonTexto(elemento, capa::kCodigo, recinto.codigo);
@@ -47,6 +60,8 @@ void PonComunes(OGRFeature& elemento, const CRecintoDibujado& recinto)
     elemento.SetField("area_contorno", recinto.AreaContorno());
     elemento.SetField("valido", recinto.Valido() ? 1 : 0);
     PonTexto(elemento, "estado", NombreEstado(recinto.estado));
+    if (!suyo.faltas.IsEmpty())
+        PonTexto(elemento, "faltas", suyo.faltas);
     elemento.SetField(capa::kNumero, recinto.numero);
     const OGRPoint punto = EnMetros(recinto.punto);
     elemento.SetField(capa::kX, punto.getX());
@@ -65,21 +80,36 @@ void PonPieza(OGRFeature& elemento, const CSuyo& suyo)
     }
 }
 
-/// A layer of the outlines of one topology of each polygon.
-CCapaNueva CapaDeTopologia(const char* nombre, CTopologiaDibujada CPoligonoDibujado::*topologia,
-                           CMunicipioAbierto& municipio, const OGRSpatialReference* referencia,
-                           const CCampos& campos,
-                           const std::function<void(OGRFeature&, const CSuyo&)>& rellena)
+/// All outlines of a kind.
+std::vector<CSuyo> Recoge(CMunicipioAbierto& municipio, ClaseTopologia que)
+{
+    std::vector<CSuyo> suyos;
+    if (que == ClaseTopologia::Hojas) {
+        Apunta(nullptr, municipio.Hojas(), que, suyos);
+        return suyos;
+    }
+    for (const CPoligonoDibujado& poligono : municipio.Poligonos())
+        Apunta(&poligono,
+               que == ClaseTopologia::Parcelas      ? poligono.parcelas
+               : que == ClaseTopologia::Subparcelas ? poligono.subparcelas
+                                                    : poligono.poligonos,
+               que, suyos);
+    return suyos;
+}
+
+using CRellenaPropios = std::function<void(OGRFeature&, const CSuyo&)>;
+
+/// A layer of the outlines of a kind. \param rellena  sets the fields that others don't have
+CCapaNueva CapaDeRecintos(const char* nombre, ClaseTopologia que, CMunicipioAbierto& municipio,
+                          const OGRSpatialReference* referencia, const CCampos& campos,
+                          const CRellenaPropios& rellena)
 {
     return std::make_unique<CCapa>(nombre, wkbPolygon, referencia, campos, [=, &municipio] {
-        std::vector<CSuyo> suyos;
-        for (const CPoligonoDibujado& poligono : municipio.Poligonos())
-            for (const CRecintoDibujado& recinto : (poligono.*topologia).recintos)
-                suyos.push_back({&poligono, &recinto});
+        std::vector<CSuyo> suyos = Recoge(municipio, que);
         const std::size_t cuantos = suyos.size();
         return CCapa::CFuente{
             cuantos, [suyos = std::move(suyos), rellena](std::size_t i, OGRFeature& elemento) {
-                PonComunes(elemento, *suyos[i].recinto);
+                PonComunes(elemento, suyos[i]);
                 rellena(elemento, suyos[i]);
             }};
     });
@@ -123,18 +153,18 @@ CCapaNueva CapaParcelas(CMunicipioAbierto& municipio, const OGRSpatialReference*
                                 {"participacion", OFTInteger},
                                 {"paraje", OFTString},
                                 {"clave_conc", OFTString}});
-    return CapaDeTopologia(capa::kParcelas, &CPoligonoDibujado::parcelas, municipio, referencia,
-                           campos, [&municipio](OGRFeature& elemento, const CSuyo& suyo) {
-                               PonPieza(elemento, suyo);
-                               const CTablas& tablas = municipio.Tablas();
-                               if (!tablas.HayParcelas() || suyo.recinto->parcela < 0)
-                                   return;
-                               const CParcela* parcela =
-                                   tablas.Parcela(suyo.poligono->polig, suyo.recinto->parcela);
-                               elemento.SetField("en_tablas", parcela != nullptr ? 1 : 0);
-                               if (parcela != nullptr)
-                                   PonParcelaDeTablas(elemento, tablas, *parcela);
-                           });
+    return CapaDeRecintos(capa::kParcelas, ClaseTopologia::Parcelas, municipio, referencia, campos,
+                          [&municipio](OGRFeature& elemento, const CSuyo& suyo) {
+                              PonPieza(elemento, suyo);
+                              const CTablas& tablas = municipio.Tablas();
+                              if (!tablas.HayParcelas() || suyo.recinto->parcela < 0)
+                                  return;
+                              const CParcela* parcela =
+                                  tablas.Parcela(suyo.poligono->polig, suyo.recinto->parcela);
+                              elemento.SetField("en_tablas", parcela != nullptr ? 1 : 0);
+                              if (parcela != nullptr)
+                                  PonParcelaDeTablas(elemento, tablas, *parcela);
+                          });
 }
 
 CCapaNueva CapaSubparcelas(CMunicipioAbierto& municipio, const OGRSpatialReference* referencia)
@@ -151,8 +181,8 @@ CCapaNueva CapaSubparcelas(CMunicipioAbierto& municipio, const OGRSpatialReferen
                                 {"tipo", OFTString},
                                 {"calificacion", OFTString},
                                 {"clase", OFTInteger}});
-    return CapaDeTopologia(
-        capa::kSubparcelas, &CPoligonoDibujado::subparcelas, municipio, referencia, campos,
+    return CapaDeRecintos(
+        capa::kSubparcelas, ClaseTopologia::Subparcelas, municipio, referencia, campos,
         [&municipio](OGRFeature& elemento, const CSuyo& suyo) {
             PonPieza(elemento, suyo);
             if (suyo.recinto->Valido())
@@ -174,18 +204,15 @@ CCapaNueva CapaPoligonos(CMunicipioAbierto& municipio, const OGRSpatialReference
 {
     const CCampos campos =
         Une({{capa::kPoligono, OFTInteger}, {capa::kEntrada, OFTString}}, Comunes());
-    return CapaDeTopologia(capa::kPoligonos, &CPoligonoDibujado::poligonos, municipio, referencia,
-                           campos, PonPieza);
+    return CapaDeRecintos(capa::kPoligonos, ClaseTopologia::Poligonos, municipio, referencia,
+                          campos, PonPieza);
 }
 
 CCapaNueva CapaHojas(CMunicipioAbierto& municipio, const OGRSpatialReference* referencia)
 {
     const CCampos campos = Une({{capa::kHoja, OFTString}}, Comunes());
-    return std::make_unique<CCapa>(capa::kHojas, wkbPolygon, referencia, campos, [&municipio] {
-        const std::vector<CRecintoDibujado>& hojas = municipio.Hojas().recintos;
-        return CCapa::CFuente{hojas.size(), [&hojas](std::size_t i, OGRFeature& elemento) {
-                                  PonComunes(elemento, hojas[i]);
-                                  PonTexto(elemento, capa::kHoja, hojas[i].rotulo);
-                              }};
-    });
+    return CapaDeRecintos(capa::kHojas, ClaseTopologia::Hojas, municipio, referencia, campos,
+                          [](OGRFeature& elemento, const CSuyo& suyo) {
+                              PonTexto(elemento, capa::kHoja, suyo.recinto->rotulo);
+                          });
 }

@@ -67,7 +67,7 @@ OGRLayer* CMunicipioNuevo::GetLayer(int i)
 OGRLayer* CMunicipioNuevo::ICreateLayer(const char* nombre, OGRSpatialReference* referencia,
                                         OGRwkbGeometryType /*tipo*/, char** /*opciones*/)
 {
-    const std::optional<Clase> clase = ClaseDeCapa(nombre);
+    const std::optional<ClaseTopologia> clase = ClaseDeCapa(nombre);
     if (!clase && !EsDeEvidencia(nombre)) {
         FallaCon(
             "De la capa %s no se hace un dibujo; las hay de parcelas, subparcelas, poligonos y "
@@ -92,7 +92,7 @@ int CMunicipioNuevo::TestCapability(const char* capacidad)
                                                                                       : FALSE;
 }
 
-bool CMunicipioNuevo::Toma(Clase clase, const OGRFeature& elemento)
+bool CMunicipioNuevo::Toma(ClaseTopologia clase, const OGRFeature& elemento)
 {
     CString motivo;
     if (TomaElemento(clase, elemento, m_tolerancia, m_recintos, motivo))
@@ -154,7 +154,7 @@ bool CMunicipioNuevo::GrabaPoligonos(CConjuntoSalidas& salidas, std::vector<CStr
 {
     std::map<std::string, std::vector<const CRecintoEntrante*>> porEntrada;
     for (const CRecintoEntrante& recinto : m_recintos) {
-        if (recinto.clase == Clase::Hoja)
+        if (recinto.clase == ClaseTopologia::Hojas)
             continue;
         auto& suyos = porEntrada[std::string(std::string_view(recinto.entrada))];
         if (suyos.empty())
@@ -168,9 +168,9 @@ bool CMunicipioNuevo::GrabaPoligonos(CConjuntoSalidas& salidas, std::vector<CStr
         if (!dibujo.Compon(porEntrada[std::string(std::string_view(entrada))], m_modo)) {
             bien = false; // the others are looked at all the same, so that all refusals are told
         } else if (bien && !dibujo.Graba(Al(entrada),
-                                         {{Clase::Parcela, ".PAR"},
-                                          {Clase::Subparcela, ".SUB"},
-                                          {Clase::Poligono, ".POL"}},
+                                         {{ClaseTopologia::Parcelas, ".PAR"},
+                                          {ClaseTopologia::Subparcelas, ".SUB"},
+                                          {ClaseTopologia::Poligonos, ".POL"}},
                                          salidas, fallo)) {
             Falla(fallo);
             return false;
@@ -183,7 +183,7 @@ bool CMunicipioNuevo::GrabaHojas(CConjuntoSalidas& salidas)
 {
     std::vector<const CRecintoEntrante*> hojas;
     for (const CRecintoEntrante& recinto : m_recintos)
-        if (recinto.clase == Clase::Hoja)
+        if (recinto.clase == ClaseTopologia::Hojas)
             hojas.push_back(&recinto);
     if (hojas.empty())
         return true;
@@ -192,7 +192,7 @@ bool CMunicipioNuevo::GrabaHojas(CConjuntoSalidas& salidas)
     if (!dibujo.Compon(hojas, m_modo))
         return false;
     const CString base = Al(m_opciones.FetchNameValueDef(opcion::kOrtos, "ortos"));
-    if (dibujo.Graba(base, {{Clase::Hoja, ".TOP"}}, salidas, fallo))
+    if (dibujo.Graba(base, {{ClaseTopologia::Hojas, ".TOP"}}, salidas, fallo))
         return true;
     Falla(fallo);
     return false;

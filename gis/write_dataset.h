@@ -26,7 +26,7 @@ public:
     int TestCapability(const char* capacidad) override;
 
     /// Takes a feature of one of its layers. False, which was told, where it is refused.
-    bool Toma(Clase clase, const OGRFeature& elemento);
+    bool Toma(ClaseTopologia clase, const OGRFeature& elemento);
 
 private:
     CMunicipioNuevo(const char* lista, char** opciones);

@@ -1,7 +1,8 @@
 #include "gis/write_layer.h"
 
 CCapaNuevaSalida::CCapaNuevaSalida(CMunicipioNuevo& municipio, const char* nombre,
-                                   std::optional<Clase> clase, OGRSpatialReference* referencia)
+                                   std::optional<ClaseTopologia> clase,
+                                   OGRSpatialReference* referencia)
     : m_municipio(municipio), m_definicion(new OGRFeatureDefn(nombre)), m_clase(clase)
 {
     SetDescription(nombre);

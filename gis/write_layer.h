@@ -10,8 +10,8 @@
 class CCapaNuevaSalida final : public OGRLayer {
 public:
     /// \param clase  what the features are; none for a layer that is left out
-    CCapaNuevaSalida(CMunicipioNuevo& municipio, const char* nombre, std::optional<Clase> clase,
-                     OGRSpatialReference* referencia);
+    CCapaNuevaSalida(CMunicipioNuevo& municipio, const char* nombre,
+                     std::optional<ClaseTopologia> clase, OGRSpatialReference* referencia);
     CCapaNuevaSalida(const CCapaNuevaSalida&) = delete;
     CCapaNuevaSalida& operator=(const CCapaNuevaSalida&) = delete;
     ~CCapaNuevaSalida() override { m_definicion->Release(); }
@@ -26,6 +26,6 @@ public:
 private:
     CMunicipioNuevo& m_municipio;
     OGRFeatureDefn* m_definicion;
-    std::optional<Clase> m_clase;
+    std::optional<ClaseTopologia> m_clase;
     GIntBig m_ultimo = 0; // number of the last feature
 };

@@ -1,11 +1,15 @@
 #include "tools/show_drawing.h"
 
-#include <cmath>
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <iterator>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
+#include "cadastre/drawing_findings.h"
 #include "platform/ansi.h"
 #include "platform/cfile.h"
 #include "vexa_libs/ccadena.h"
@@ -17,7 +21,6 @@
 // drawing. A technician needs it when a run says that a topology is out of date.
 
 using vexageo::CCabeceraDibujo;
-using vexageo::CLinea;
 using vexageo::CPoligonoTopologico;
 using vexageo::CPunto;
 using vexageo::CTexto;
@@ -30,12 +33,19 @@ constexpr const char* kUso =
     "\n"
     "FICHERO es un dibujo (.BIN) o una topología (.PAR, .SUB, .POL, .TOP), cuyo dibujo se busca a "
     "su\n"
-    "lado. Cada línea que empieza por \"!\" cuenta un fallo.\n"
+    "lado, y para un .SUB también su .PAR. De un dibujo salen sus entidades; de una topología, "
+    "sus\n"
+    "recintos con sus islas. Cada línea que empieza por \"!\" cuenta un fallo de lo que está "
+    "encima:\n"
+    "lo dañado, lo que no corresponde al dibujo y lo que una traducción perdería o tomaría mal.\n"
+    "\n"
+    "  --help  escribe este texto\n"
     "\n"
     "Estado de salida: 0; 1 si hay fallos; 2 si no se puede leer el fichero.\n";
 
 constexpr UINT kModo = CFile::modeRead | CFile::typeBinary | CFile::anyCase | CFile::modeWhole;
 constexpr int kNoSeLee = 2;
+constexpr int kDecimales = 2;
 
 /// Prints lines, and counts those that tell a fault.
 class CInforme {
@@ -131,6 +141,10 @@ void MuestraDibujo(CInforme& informe, CFile& bin)
     informe.Linea("Dibujo con %d decimales; la cabecera cuenta %d entidades"_ansi,
                   static_cast<int>(cabecera.semilla.Decimales()),
                   static_cast<int>(cabecera.entidades));
+    if (cabecera.semilla.Decimales() != kDecimales)
+        informe.Fallo("los %d decimales de la cabecera no cuentan: las coordenadas se toman en "
+                      "centésimas de metro"_ansi,
+                      static_cast<int>(cabecera.semilla.Decimales()));
     bin.Seek(CCabeceraDibujo::kBytes);
     unsigned leidas = 0;
     while (bin.GetPosition() < bin.GetLength()) {
@@ -150,67 +164,164 @@ void MuestraDibujo(CInforme& informe, CFile& bin)
                       static_cast<int>(cabecera.entidades));
 }
 
-void CompruebaContorno(CInforme& informe, const CPoligonoTopologico& poligono, CFile& bin)
-{
-    CLinea<int> linea;
-    vexageo::ConstruyeLinea(poligono, &bin, linea, [&] {
-        informe.Fallo("un tramo de su contorno no se lee en el dibujo: fuera de fecha"_ansi);
-        return true;
-    });
-    if (linea.Puntos().size() < 3) {
-        informe.Fallo("su contorno no encierra nada"_ansi);
-        return;
+/// Prints the records of a topology, and below each what is wrong with it.
+class CMuestraTopologia {
+public:
+    CMuestraTopologia(CInforme& informe, CFile& topologia, CFile& bin, ClaseTopologia que)
+        : m_informe(informe), m_topologia(topologia), m_bin(bin), m_que(que)
+    {
     }
-    if (!(linea.Puntos().front() == linea.Puntos().back()))
-        informe.Fallo("su contorno no cierra");
-    constexpr double kTolerancia = 0.5; // square metres
-    const double dibujada = linea.Area(100.0);
-    if (std::fabs(dibujada - std::fabs(poligono.AreaPropia())) > kTolerancia)
-        informe.Fallo("su contorno encierra %.2lf m2 y el registro dice %.2lf", dibujada,
-                      poligono.AreaPropia());
-}
 
-void MuestraPoligono(CInforme& informe, const CPoligonoTopologico& poligono, CFile& bin,
-                     int hondura)
-{
-    const std::string sangria(static_cast<std::size_t>(hondura) * 4, ' ');
-    CString clase;
-    clase.Format("clase %d", static_cast<int>(poligono.Clase()));
-    if (poligono.EsParcela())
-        clase = "recinto";
-    else if (poligono.EsIsla())
-        clase = "isla";
-    CTexto<int> rotulo;
-    const bool leido = vexageo::LeeRotulo(poligono, &bin, rotulo);
-    informe.Linea("%s%d: %s, %.2lf m2, %d tramos, %d islas%s", sangria, poligono.NumPoligono(),
-                  clase, poligono.Area(), poligono.Tramos(), poligono.Islas(),
-                  leido ? ", \"" + rotulo.Texto() + "\" " + rotulo.Tipo().Codigo() : CString());
-    if (poligono.TieneCentroide() && !leido)
-        informe.Fallo("su rótulo no se lee en el dibujo: fuera de fecha"_ansi);
-    if (leido && !rotulo.Tipo().EsTexto())
-        informe.Fallo("su rótulo no es un texto"_ansi);
-    if (leido && rotulo.Tipo().EsBorrado())
-        informe.Fallo("su rótulo está borrado"_ansi);
-    CompruebaContorno(informe, poligono, bin);
-    for (const CPoligonoTopologico& isla : poligono.ListaIslas())
-        MuestraPoligono(informe, isla, bin, hondura + 1);
-}
-
-void MuestraTopologia(CInforme& informe, CFile& topologia, CFile& bin)
-{
-    CTrasElDaño daño(topologia, "VPOL");
-    while (topologia.GetPosition() < topologia.GetLength()) {
-        const std::uint64_t posicion = topologia.GetPosition();
-        CPoligonoTopologico poligono;
-        if (poligono.Read(&topologia)) {
-            MuestraPoligono(informe, poligono, bin, 0);
-            continue;
+    /// \param primeras  the faults of its outlines up to the first damage
+    void Muestra(const CFaltasDeRecintos& primeras)
+    {
+        CTrasElDaño daño(m_topologia, "VPOL");
+        MuestraTrozo(primeras);
+        while (m_topologia.GetPosition() < m_topologia.GetLength()) {
+            const std::uint64_t posicion = m_topologia.GetPosition();
+            m_informe.Fallo(
+                "en el byte %d no hay un registro entero; un proceso acaba de leer aquí"_ansi,
+                static_cast<int>(posicion));
+            // Read once more, for how far it was read in vain.
+            if (CPoligonoTopologico().Read(&m_topologia) || !daño.Sigue(m_informe, posicion))
+                break;
+            MuestraTrozo(FaltasSueltas());
         }
-        informe.Fallo("en el byte %d no hay un registro entero; un proceso acaba de leer aquí"_ansi,
-                      static_cast<int>(posicion));
-        if (!daño.Sigue(informe, posicion))
-            break;
     }
+
+private:
+    /// The faults of the outlines from here to the next damage, each looked at by itself.
+    CFaltasDeRecintos FaltasSueltas()
+    {
+        const std::uint64_t posicion = m_topologia.GetPosition();
+        CFaltasDeRecintos faltas = FaltasDe(LeeTopologiaDibujada(m_topologia, m_bin, m_que), m_que);
+        m_topologia.Seek(posicion);
+        for (std::vector<CFalta>& suyas : faltas)
+            std::erase_if(suyas,
+                          [](const CFalta& falta) { return falta.clase >= ClaseFalta::SinNumero; });
+        return faltas;
+    }
+
+    /// Goes through the records up to the next damage, as those did that the faults are of.
+    void MuestraTrozo(const CFaltasDeRecintos& faltas)
+    {
+        std::size_t recintos = 0;
+        int isla = 0; // of the outline, the last one seen
+        std::uint64_t posicion = m_topologia.GetPosition();
+        for (CPoligonoTopologico registro; registro.Read(&m_topologia);
+             posicion = m_topologia.GetPosition()) {
+            MuestraRegistro(registro, 0);
+            if (registro.EsIsla() && recintos > 0) {
+                MuestraFaltas(faltas, recintos - 1, ++isla);
+                continue;
+            }
+            MuestraFaltas(faltas, recintos++, 0);
+            isla = 0;
+            for (const CPoligonoTopologico& suya : registro.ListaIslas()) {
+                MuestraConIslas(suya, 1);
+                MuestraFaltas(faltas, recintos - 1, ++isla);
+            }
+        }
+        m_topologia.Seek(posicion);
+    }
+
+    /// \param recinto  none of them where the file isn't the one that was read before
+    void MuestraFaltas(const CFaltasDeRecintos& faltas, std::size_t recinto, int isla)
+    {
+        if (recinto >= faltas.size())
+            return;
+        for (const CFalta& falta : faltas[recinto])
+            if (falta.isla == isla)
+                m_informe.Fallo("%s", falta.texto);
+    }
+
+    void MuestraConIslas(const CPoligonoTopologico& registro, int hondura)
+    {
+        MuestraRegistro(registro, hondura);
+        for (const CPoligonoTopologico& isla : registro.ListaIslas())
+            MuestraConIslas(isla, hondura + 1);
+    }
+
+    void MuestraRegistro(const CPoligonoTopologico& registro, int hondura)
+    {
+        const std::string sangria(static_cast<std::size_t>(hondura) * 4, ' ');
+        CString clase;
+        clase.Format("clase %d", static_cast<int>(registro.Clase()));
+        if (registro.EsParcela())
+            clase = "recinto";
+        else if (registro.EsIsla())
+            clase = "isla";
+        CTexto<int> rotulo;
+        const bool leido = vexageo::LeeRotulo(registro, &m_bin, rotulo);
+        m_informe.Linea(
+            "%s%d: %s, %.2lf m2, %d tramos, %d islas%s", sangria, registro.NumPoligono(), clase,
+            registro.Area(), registro.Tramos(), registro.Islas(),
+            leido ? ", \"" + rotulo.Texto() + "\" " + rotulo.Tipo().Codigo() : CString());
+    }
+
+    CInforme& m_informe;
+    CFile& m_topologia;
+    CFile& m_bin;
+    ClaseTopologia m_que;
+};
+
+bool AcabaEn(std::string_view nombre, std::string_view extension)
+{
+    const auto mayuscula = [](char c) { return c >= 'a' && c <= 'z' ? c - 'a' + 'A' : +c; };
+    return nombre.size() >= extension.size() &&
+           std::equal(extension.begin(), extension.end(), nombre.end() - std::ssize(extension),
+                      [&](char a, char b) { return a == mayuscula(b); });
+}
+
+/// The faults of a topology's outlines up to its first damage, held against their neighbours.
+CFaltasDeRecintos FaltasConVecinos(CInforme& informe, const CString& nombre, ClaseTopologia que)
+{
+    if (que == ClaseTopologia::Hojas)
+        return FaltasDe(LeeHojasDibujadas(nombre), que);
+    const CPoligonoDibujado poligono = LeePoligonoDibujado(CCadena(nombre).DamePath(), nombre);
+    if (que == ClaseTopologia::Parcelas)
+        return FaltasDe(poligono.parcelas, que);
+    if (que == ClaseTopologia::Poligonos)
+        return FaltasDe(poligono.poligonos, que);
+    CFaltasDeRecintos faltas = FaltasDe(poligono.subparcelas, que);
+    if (!poligono.parcelas.hay) {
+        informe.Fallo("no está su .PAR: no se sabe en qué parcela cae cada recinto"_ansi);
+        for (std::vector<CFalta>& suyas : faltas)
+            std::erase_if(suyas, [](const CFalta& falta) {
+                return falta.clase == ClaseFalta::FueraDeParcela;
+            });
+    }
+    return faltas;
+}
+
+std::optional<ClaseTopologia> ClaseDe(std::string_view nombre)
+{
+    using enum ClaseTopologia;
+    constexpr std::pair<std::string_view, ClaseTopologia> kClases[] = {
+        {".PAR", Parcelas}, {".SUB", Subparcelas}, {".POL", Poligonos}, {".TOP", Hojas}};
+    for (const auto& [extension, clase] : kClases)
+        if (AcabaEn(nombre, extension))
+            return clase;
+    return std::nullopt;
+}
+
+/// Prints the file. False where it or its drawing can't be opened.
+bool Muestra(CInforme& informe, const char* nombre)
+{
+    const std::optional<ClaseTopologia> que = ClaseDe(nombre);
+    CCadena nombreBin = nombre;
+    nombreBin.CambiaExtension("BIN");
+    CFile fichero;
+    CFile bin;
+    if ((!que && !AcabaEn(nombre, ".BIN")) || !fichero.Open(nombre, kModo) ||
+        (que && !bin.Open(nombreBin, kModo)))
+        return false;
+    if (que)
+        CMuestraTopologia(informe, fichero, bin, *que)
+            .Muestra(FaltasConVecinos(informe, nombre, *que));
+    else
+        MuestraDibujo(informe, fichero);
+    return true;
 }
 
 } // namespace
@@ -221,22 +332,16 @@ int EnseñaDibujo(int argc, const char* const* argv)
         std::fputs(kUso, stderr);
         return kNoSeLee;
     }
-    CCadena nombreBin = argv[1];
-    nombreBin.CambiaExtension("BIN");
-    const bool esDibujo =
-        std::string_view(argv[1]).ends_with(".BIN") || std::string_view(argv[1]).ends_with(".bin");
-    CFile fichero;
-    CFile bin;
+    if (std::string_view(argv[1]) == "--help") {
+        std::fputs(kUso, stdout);
+        return EXIT_SUCCESS;
+    }
     CInforme informe;
     try {
-        if (!fichero.Open(argv[1], kModo) || (!esDibujo && !bin.Open(nombreBin, kModo))) {
+        if (!Muestra(informe, argv[1])) {
             std::fprintf(stderr, "show_drawing: no se puede leer %s o su dibujo\n", argv[1]);
             return kNoSeLee;
         }
-        if (esDibujo)
-            MuestraDibujo(informe, fichero);
-        else
-            MuestraTopologia(informe, fichero, bin);
     } catch (const CFileException& fallo) {
         std::fprintf(stderr, "show_drawing: %s\n", ansi::AUtf8(fallo.Mensaje()).c_str());
         return kNoSeLee;

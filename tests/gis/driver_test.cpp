@@ -130,6 +130,7 @@ TEST_F(Driver, ShowsEveryOutlineLabelAndMessage)
                       "8|parcelas|-|rótulo borrado|1|POINT (0.01 0.01)",
                       "7-ñ|subparcelas|7|válido|0|POINT (1 1)", "suelto|-|-|-|0|POINT (3 3)"}));
     EXPECT_EQ(Lee(*datos, "lineas", {"posicion"}).size(), 2U);
+    EXPECT_TRUE(Lee(*datos, "parcelas", {"faltas"}).at(2).starts_with("su rótulo está borrado"));
     EXPECT_EQ(Lee(*datos, "mensajes", {"numero", "clase", "poligono", "parcela", "letra"}),
               (Lineas{"E111|error|1|7|-|MULTIPOLYGON (((0 0,10 0,10 10,0 10,0 0),(2 2,4 2,4 4,2 "
                       "4,2 2)))",
