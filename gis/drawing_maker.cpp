@@ -15,7 +15,6 @@ using vexageo::CPoligonoTopologico;
 namespace {
 
 constexpr const char* kHuecosPerdidos = "agujeros que desaparecen al redondear a centímetros"_ansi;
-constexpr const char* kRecintosPerdidos = "recintos que se dejan fuera"_ansi;
 constexpr const char* kRotulosMovidos =
     "rótulos que no caían dentro de su recinto y se ponen en su interior"_ansi;
 constexpr const char* kSinInterior =
@@ -117,7 +116,8 @@ bool CDibujoHecho::Redondea(const CModoDibujo& modo)
         const auto fin = siguiente + static_cast<std::ptrdiff_t>(redondo.recinto.anillos.size());
         const bool quedaExterior = siguiente != fin && !siguiente->empty();
         if (!quedaExterior && modo.saltaInvalidos) {
-            modo.noticias->Apunta(kRecintosPerdidos, redondo.recinto.nombre);
+            AvisaCon("Se deja fuera %s: se queda en nada al redondear a centímetros"_ansi,
+                     redondo.recinto.nombre);
         } else if (!quedaExterior) {
             FallaCon("%s se queda en nada al redondear a centímetros"_ansi, redondo.recinto.nombre);
             bien = false;

@@ -248,12 +248,13 @@ bool TomaElemento(ClaseTopologia clase, const OGRFeature& elemento, double toler
         return false;
     std::unique_ptr<OGRGeometry> sinArcos;
     const OGRGeometry* geometria = elemento.GetGeometryRef();
-    if (geometria != nullptr && geometria->hasCurveGeometry(TRUE) != 0) {
-        if (tolerancia <= 0) {
-            motivo.Format("%s tiene arcos: hace falta la opción TOLERANCIA_ARCOS, en metros"_ansi,
-                          recinto.nombre);
-            return false;
-        }
+    const bool hayArcos = geometria != nullptr && geometria->hasCurveGeometry(TRUE) != 0;
+    if (hayArcos && tolerancia <= 0) {
+        motivo.Format("%s tiene arcos: hace falta la opción TOLERANCIA_ARCOS, en metros"_ansi,
+                      recinto.nombre);
+        return false;
+    }
+    if (geometria != nullptr && geometria->hasCurveGeometry(FALSE) != 0) {
         sinArcos = SinArcos(*geometria, tolerancia);
         geometria = sinArcos.get();
     }

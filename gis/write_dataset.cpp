@@ -13,7 +13,6 @@
 namespace {
 
 constexpr UINT kModoTexto = CFile::modeCreate | CFile::modeWrite | CFile::typeText;
-constexpr const char* kRechazados = "recintos que se dejan fuera"_ansi;
 
 /// A layer of what the driver shows beside the outlines: it comes from the drawings, not into them.
 bool EsDeEvidencia(const char* nombre)
@@ -98,7 +97,7 @@ bool CMunicipioNuevo::Toma(ClaseTopologia clase, const OGRFeature& elemento)
     if (TomaElemento(clase, elemento, m_tolerancia, m_recintos, motivo))
         return true;
     if (m_modo.saltaInvalidos) {
-        m_noticias.Apunta(kRechazados, motivo);
+        Avisa("Se deja fuera "_ansi + motivo);
         return true;
     }
     m_rechazado = true;
@@ -142,6 +141,10 @@ void CMunicipioNuevo::Graba()
     const CString cabecera = Cabecera();
     if (cabecera.IsEmpty())
         return;
+    if (m_recintos.empty()) {
+        Falla("No hay ningún recinto que dibujar"_ansi);
+        return;
+    }
     CConjuntoSalidas salidas;
     std::vector<CString> entradas;
     const bool bien = GrabaPoligonos(salidas, entradas) && GrabaHojas(salidas);

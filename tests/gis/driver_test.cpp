@@ -256,11 +256,13 @@ TEST_F(Driver, GoesOnWhereAnOptionSaysSo)
         std::size_t parcelas;
     } casos[] = {
         {"without the bow tie", "POLYGON ((0 0,10 10,10 0,0 10,0 0))", "INVALIDOS=SI",
-         "aviso: 1 recintos que se dejan fuera: la parcela 7", 1},
+         "aviso: Se deja fuera la parcela 7 del polígono 003 (elemento 1): ", 1},
         {"without what rounding takes", "POLYGON ((0 0,0.001 0,0 0.001,0 0))", "INVALIDOS=SI",
-         "aviso: 1 recintos que se dejan fuera: la parcela 7", 1},
+         "aviso: Se deja fuera la parcela 7 del polígono 003 (elemento 1): ", 1},
         {"with both pieces", "MULTIPOLYGON (((0 0,9 0,9 9,0 9,0 0)),((20 0,22 0,22 2,20 2,20 0)))",
          "PIEZAS=SI", "aviso: la parcela 7 del polígono 003 está en 2 recintos", 3},
+        {"without arcs that aren't there", "CURVEPOLYGON ((0 0,9 0,9 9,0 0))", "ORTOS=ortos", "",
+         2},
         {"with chords", "CURVEPOLYGON (CIRCULARSTRING (0 0,5 5,10 0,5 -5,0 0))",
          "TOLERANCIA_ARCOS=0.01", "", 2},
         {"without a hole", "POLYGON ((0 0,10 0,10 10,0 0),(5 2,5.001 2,5 2.001,5 2))",
