@@ -32,7 +32,7 @@ using CArista = std::pair<CFino, CFino>;
 void Apunta(const CFino& a, const CFino& b, std::vector<CArista>& aristas)
 {
     if (a != b)
-        aristas.push_back(std::minmax(a, b));
+        aristas.emplace_back(std::minmax(a, b));
 }
 
 void Ordena(std::vector<CArista>& aristas)
@@ -96,12 +96,12 @@ void Limpia(CAnilloFino& anillo)
     // The same over the seam.
     std::size_t desde = 0;
     while (limpio.size() - desde >= kMenosPuntos) {
-        if (limpio[desde] == limpio.back())
+        const bool sobraUltimo = limpio[desde] == limpio.back() || // or it is a spike
+                                 limpio[desde] == limpio[limpio.size() - 2];
+        if (sobraUltimo)
             limpio.pop_back();
         else if (limpio[desde + 1] == limpio.back()) // the first one is a spike
             ++desde;
-        else if (limpio[desde] == limpio[limpio.size() - 2]) // the last one is
-            limpio.pop_back();
         else
             break;
     }
