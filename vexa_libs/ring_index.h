@@ -1,5 +1,7 @@
 #pragma once
 
+#include <array>
+#include <deque>
 #include <functional>
 #include <vector>
 
@@ -35,33 +37,57 @@ public:
     }
 
 private:
-    /// A ring, or all that stand below a node: the extent, and the best preference and index there.
-    struct CCaja {
-        int minX, minY, maxX, maxY;
+    static constexpr std::size_t kPorNodo = 16;
+    static constexpr std::size_t kMedidas = 4;
+
+    /// What a point is by each measure: x, y, and how far along either diagonal.
+    using CMedidas = std::array<int, kMedidas>;
+    static CMedidas Mide(const CPunto<int>& punto);
+
+    struct CAnillo {
+        CAnilloConsultado consulta;
         double preferencia;
         int indice;
-        int consulta; ///< of a ring, in m_consultas
+    };
+    /// Where to look: at a ring, or at a node for the best ring below it.
+    struct CVia {
+        double preferencia;
+        int indice;
+        unsigned posicion; ///< in m_anillos, or in the level of the node
 
-        bool Abarca(int x, int y) const;
+        bool operator<(const CVia& otra) const;
+    };
+    /// The extent by each measure, which is an octagon, of what is found that way.
+    struct CCaja {
+        CMedidas minimo, maximo;
+        CVia via;
+
         void Junta(const CCaja& otra);
     };
-    /// A box that is still to be looked into.
-    struct CPendiente {
-        double preferencia;
-        int indice;
-        int nivel;
-        std::size_t posicion;
+    /// Boxes near one another, the numbers of all side by side so that they are compared at once.
+    struct CNodo {
+        using CFila = std::array<int, kPorNodo>;
+        std::array<CFila, kMedidas> minimo, maximo;
+        std::array<CVia, kPorNodo> vias;
 
-        bool operator>(const CPendiente& otro) const;
+        CNodo();
+        void Pon(std::size_t i, const CCaja& caja);
+    };
+    /// What is still to be looked at: a ring, or a node of the level below.
+    struct CPendiente {
+        CVia via;
+        std::size_t nivel;
     };
 
+    CCaja Encierra(unsigned anillo) const;
+    std::vector<unsigned> PorSitio() const;
     void Construye() const;
-    static void OrdenaPorSitio(std::vector<CCaja>& cajas);
+    void Mira(std::size_t nivel, std::size_t posicion, const CMedidas& punto) const;
 
-    std::vector<CAnilloConsultado> m_consultas;
-    // Made ready at the first look-up after rings were added: the rings by their place, then the
-    // nodes above them, level by level up to the root. A look-up keeps its memory for the next.
-    mutable std::vector<std::vector<CCaja>> m_niveles = std::vector<std::vector<CCaja>>(1);
+    std::deque<CAnillo> m_anillos; // which grows without a second copy
+    // Made ready at the first look-up after rings were added: the nodes of rings by their place,
+    // then those of nodes, level by level up to the root. A look-up keeps its memory for the next.
+    mutable std::vector<std::vector<CNodo>> m_niveles;
     mutable std::vector<CPendiente> m_pendientes;
 };
 
