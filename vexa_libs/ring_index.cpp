@@ -31,6 +31,12 @@ bool CIndiceAnillos::CVia::operator<(const CVia& otra) const
            (preferencia == otra.preferencia && indice < otra.indice);
 }
 
+CIndiceAnillos::CSitio CIndiceAnillos::CCaja::Sitio() const
+{
+    return {Mitad(std::int64_t{minimo[0]} + maximo[0]), Mitad(std::int64_t{minimo[1]} + maximo[1]),
+            via};
+}
+
 void CIndiceAnillos::CCaja::Junta(const CCaja& otra)
 {
     for (std::size_t k = 0; k < minimo.size(); ++k) {
@@ -63,14 +69,17 @@ void CIndiceAnillos::Añade(const std::vector<CPunto<int>>& anillo, double prefe
     if (anillo.empty())
         return;
     m_niveles.clear();
-    m_anillos.push_back({CAnilloConsultado(anillo), preferencia, indice});
+    if (m_anillos % kPorBloque == 0)
+        m_bloques.emplace_back();
+    m_bloques.back().push_back({CAnilloConsultado(anillo), preferencia, indice});
+    ++m_anillos;
 }
 
-CIndiceAnillos::CCaja CIndiceAnillos::Encierra(unsigned anillo) const
+CIndiceAnillos::CCaja CIndiceAnillos::Encierra(std::size_t anillo) const
 {
-    const CAnillo& a = m_anillos[anillo];
+    const CAnillo& a = Anillo(anillo);
     const CMedidas primero = Mide(a.consulta.Anillo().front());
-    CCaja caja{primero, primero, {a.preferencia, a.indice, anillo}};
+    CCaja caja{primero, primero, {a.preferencia, a.indice, static_cast<unsigned>(anillo)}};
     for (const CPunto<int>& punto : a.consulta.Anillo()) {
         const CMedidas medidas = Mide(punto);
         for (std::size_t k = 0; k < medidas.size(); ++k) {
@@ -81,70 +90,62 @@ CIndiceAnillos::CCaja CIndiceAnillos::Encierra(unsigned anillo) const
     return caja;
 }
 
-/// The rings so that those near one another stand side by side: strips from left to right, each
-/// from below, and where rings have the same centre the best first.
-std::vector<unsigned> CIndiceAnillos::PorSitio() const
+/// Puts those near one another side by side: strips of whole nodes from left to right, each from
+/// below, and of those with the same centre the best first.
+void CIndiceAnillos::Ordena(std::vector<CSitio>& sitios)
 {
-    struct CSitio {
-        int x, y;
-        CVia via;
-    };
-    std::vector<CSitio> sitios;
-    sitios.reserve(m_anillos.size());
-    for (unsigned i = 0; i < m_anillos.size(); ++i) {
-        const CCaja caja = Encierra(i);
-        sitios.push_back({Mitad(std::int64_t{caja.minimo[0]} + caja.maximo[0]),
-                          Mitad(std::int64_t{caja.minimo[1]} + caja.maximo[1]), caja.via});
-    }
     const auto porY = [](const CSitio& a, const CSitio& b) {
         return a.y < b.y || (a.y == b.y && a.via < b.via);
     };
     std::sort(sitios.begin(), sitios.end(), [&](const CSitio& a, const CSitio& b) {
         return a.x < b.x || (a.x == b.x && porY(a, b));
     });
-    const auto n = static_cast<double>(sitios.size());
-    const auto porTira = static_cast<std::size_t>(std::ceil(std::sqrt(n * kPorNodo)));
+    const double nodos = std::ceil(static_cast<double>(sitios.size()) / kPorNodo);
+    const std::size_t porTira = static_cast<std::size_t>(std::ceil(std::sqrt(nodos))) * kPorNodo;
     for (std::size_t i = 0; i < sitios.size(); i += porTira) {
         const auto desde = sitios.begin() + static_cast<std::ptrdiff_t>(i);
         const auto hasta =
             sitios.begin() + static_cast<std::ptrdiff_t>(std::min(i + porTira, sitios.size()));
         std::sort(desde, hasta, porY);
     }
-    std::vector<unsigned> orden;
-    orden.reserve(sitios.size());
-    for (const CSitio& sitio : sitios)
-        orden.push_back(sitio.via.posicion);
-    return orden;
+}
+
+/// Makes a level of nodes for boxes, and gives the nodes' own. What `caja` gives it is asked for
+/// twice: to keep the boxes of all rings would take longer.
+template <class F>
+std::vector<CIndiceAnillos::CCaja> CIndiceAnillos::Agrupa(std::vector<CNivel>& niveles,
+                                                          std::size_t cuantas, F caja)
+{
+    std::vector<CSitio> sitios;
+    sitios.reserve(cuantas);
+    for (std::size_t i = 0; i < cuantas; ++i)
+        sitios.push_back(caja(i).Sitio());
+    Ordena(sitios);
+    CNivel nivel((cuantas - 1) / kPorNodo + 1);
+    std::vector<CCaja> encima(nivel.size());
+    for (std::size_t i = 0; i < cuantas; ++i) {
+        const CCaja& una = caja(sitios[i].via.posicion);
+        CCaja& suma = encima[i / kPorNodo];
+        nivel[i / kPorNodo].Pon(i % kPorNodo, una);
+        if (i % kPorNodo == 0)
+            suma = una;
+        else
+            suma.Junta(una);
+    }
+    for (std::size_t i = 0; i < encima.size(); ++i)
+        encima[i].via.posicion = static_cast<unsigned>(i);
+    niveles.push_back(std::move(nivel));
+    return encima;
 }
 
 void CIndiceAnillos::Construye() const
 {
-    const auto nodos = [](std::size_t debajo) { return (debajo - 1) / kPorNodo + 1; };
-    const std::vector<unsigned> orden = PorSitio();
-    std::vector<CNodo> nivel(nodos(orden.size()));
-    std::vector<CCaja> cajas(nivel.size()); // of the nodes
-    const auto pon = [&](std::size_t i, const CCaja& caja) {
-        CCaja& suma = cajas[i / kPorNodo];
-        nivel[i / kPorNodo].Pon(i % kPorNodo, caja);
-        if (i % kPorNodo == 0)
-            suma = caja;
-        else
-            suma.Junta(caja);
-    };
-    for (std::size_t i = 0; i < orden.size(); ++i)
-        pon(i, Encierra(orden[i]));
-    while (nivel.size() > 1) {
-        m_niveles.push_back(std::move(nivel));
-        nivel = std::vector<CNodo>(nodos(cajas.size()));
-        const std::size_t cuantas = cajas.size();
-        for (std::size_t i = 0; i < cuantas; ++i) {
-            CCaja caja = cajas[i];
-            caja.via.posicion = static_cast<unsigned>(i);
-            pon(i, caja);
-        }
-        cajas.resize(nivel.size());
-    }
-    m_niveles.push_back(std::move(nivel));
+    std::vector<CNivel> niveles;
+    std::vector<CCaja> cajas =
+        Agrupa(niveles, m_anillos, [this](std::size_t i) { return Encierra(i); });
+    while (cajas.size() > 1)
+        cajas = Agrupa(niveles, cajas.size(), [&](std::size_t i) { return cajas[i]; });
+    m_niveles = std::move(niveles);
 }
 
 /// Notes which boxes of a node hold the point.
@@ -169,7 +170,7 @@ void CIndiceAnillos::Mira(std::size_t nivel, std::size_t posicion, const CMedida
 int CIndiceAnillos::Busca(const CPunto<int>& punto,
                           const std::function<bool(int, Lugar)>& acepta) const
 {
-    if (m_anillos.empty())
+    if (m_anillos == 0)
         return -1;
     if (m_niveles.empty())
         Construye();
@@ -183,7 +184,7 @@ int CIndiceAnillos::Busca(const CPunto<int>& punto,
         m_pendientes.pop_back();
         if (nivel > 0)
             Mira(nivel - 1, via.posicion, medidas);
-        else if (acepta(via.indice, m_anillos[via.posicion].consulta.Situa(punto)))
+        else if (acepta(via.indice, Anillo(via.posicion).consulta.Situa(punto)))
             return via.indice;
     }
     return -1;

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <array>
-#include <deque>
 #include <functional>
 #include <vector>
 
@@ -9,9 +8,10 @@
 
 namespace vexageo {
 
-/// Which of many rings hold a point: a tree over their extents. The rings are asked in a fixed
-/// order of preference, so the first one that an exact test accepts is the answer. A look-up
-/// touches a few extents for rings side by side and for rings within one another alike.
+/// Which of many rings hold a point: a tree over their extents, which are octagons, as a slanted
+/// ring fills little of an upright rectangle. The rings are asked in a fixed order of preference,
+/// so the first one that an exact test accepts is the answer. A look-up touches a few extents for
+/// rings side by side and for rings within one another alike.
 class CIndiceAnillos {
 public:
     CIndiceAnillos() = default;
@@ -38,9 +38,10 @@ public:
 
 private:
     static constexpr std::size_t kPorNodo = 16;
+    static constexpr std::size_t kPorBloque = 64;
     static constexpr std::size_t kMedidas = 4;
 
-    /// What a point is by each measure: x, y, and how far along either diagonal.
+    /// A point by each measure: x, y, and half of how far along either diagonal.
     using CMedidas = std::array<int, kMedidas>;
     static CMedidas Mide(const CPunto<int>& punto);
 
@@ -53,15 +54,21 @@ private:
     struct CVia {
         double preferencia;
         int indice;
-        unsigned posicion; ///< in m_anillos, or in the level of the node
+        unsigned posicion; ///< of the ring, or in the level of the node
 
         bool operator<(const CVia& otra) const;
     };
-    /// The extent by each measure, which is an octagon, of what is found that way.
+    /// The centre of what is found that way.
+    struct CSitio {
+        int x, y;
+        CVia via;
+    };
+    /// The extent, by each measure, of what is found that way.
     struct CCaja {
         CMedidas minimo, maximo;
         CVia via;
 
+        CSitio Sitio() const;
         void Junta(const CCaja& otra);
     };
     /// Boxes near one another, the numbers of all side by side so that they are compared at once.
@@ -73,21 +80,26 @@ private:
         CNodo();
         void Pon(std::size_t i, const CCaja& caja);
     };
+    using CNivel = std::vector<CNodo>;
     /// What is still to be looked at: a ring, or a node of the level below.
     struct CPendiente {
         CVia via;
         std::size_t nivel;
     };
 
-    CCaja Encierra(unsigned anillo) const;
-    std::vector<unsigned> PorSitio() const;
+    const CAnillo& Anillo(std::size_t i) const { return m_bloques[i / kPorBloque][i % kPorBloque]; }
+    CCaja Encierra(std::size_t anillo) const;
+    static void Ordena(std::vector<CSitio>& sitios);
+    template <class F>
+    static std::vector<CCaja> Agrupa(std::vector<CNivel>& niveles, std::size_t cuantas, F caja);
     void Construye() const;
     void Mira(std::size_t nivel, std::size_t posicion, const CMedidas& punto) const;
 
-    std::deque<CAnillo> m_anillos; // which grows without a second copy
+    std::vector<std::vector<CAnillo>> m_bloques; // of rings, which grow without a copy of all
+    std::size_t m_anillos = 0;
     // Made ready at the first look-up after rings were added: the nodes of rings by their place,
     // then those of nodes, level by level up to the root. A look-up keeps its memory for the next.
-    mutable std::vector<std::vector<CNodo>> m_niveles;
+    mutable std::vector<CNivel> m_niveles;
     mutable std::vector<CPendiente> m_pendientes;
 };
 
