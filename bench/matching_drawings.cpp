@@ -42,7 +42,7 @@ CDibujo Parcelas(int lado)
         return CPunto<int>(x * kMalla + static_cast<int>(azar() % 2000),
                            y * kMalla + static_cast<int>(azar() % 2000));
     };
-    CDibujo dibujo{"parcels side by side", {}, {}, 0.55};
+    CDibujo dibujo{"parcels side by side", {}, {}, 0.40};
     std::mt19937 azar(5);
     const auto dentro = [&](int celda) {
         return celda * kMalla + 2000 + static_cast<int>(azar() % 3000);

@@ -34,7 +34,7 @@ bool CIndiceAnillos::CVia::operator<(const CVia& otra) const
 CIndiceAnillos::CSitio CIndiceAnillos::CCaja::Sitio() const
 {
     return {Mitad(std::int64_t{minimo[0]} + maximo[0]), Mitad(std::int64_t{minimo[1]} + maximo[1]),
-            via};
+            static_cast<unsigned>(std::int64_t{maximo[0]} - minimo[0]), via.posicion};
 }
 
 void CIndiceAnillos::CCaja::Junta(const CCaja& otra)
@@ -90,23 +90,29 @@ CIndiceAnillos::CCaja CIndiceAnillos::Encierra(std::size_t anillo) const
     return caja;
 }
 
+bool CIndiceAnillos::CSitio::PorY(const CSitio& otro) const
+{
+    return y < otro.y || (y == otro.y && ancho < otro.ancho);
+}
+
+bool CIndiceAnillos::CSitio::PorX(const CSitio& otro) const
+{
+    return x < otro.x || (x == otro.x && PorY(otro));
+}
+
 /// Puts those near one another side by side: strips of whole nodes from left to right, each from
-/// below, and of those with the same centre the best first.
+/// below, and of those with the same centre the narrowest first.
 void CIndiceAnillos::Ordena(std::vector<CSitio>& sitios)
 {
-    const auto porY = [](const CSitio& a, const CSitio& b) {
-        return a.y < b.y || (a.y == b.y && a.via < b.via);
-    };
-    std::sort(sitios.begin(), sitios.end(), [&](const CSitio& a, const CSitio& b) {
-        return a.x < b.x || (a.x == b.x && porY(a, b));
-    });
+    std::sort(sitios.begin(), sitios.end(),
+              [](const CSitio& a, const CSitio& b) { return a.PorX(b); });
     const double nodos = std::ceil(static_cast<double>(sitios.size()) / kPorNodo);
     const std::size_t porTira = static_cast<std::size_t>(std::ceil(std::sqrt(nodos))) * kPorNodo;
     for (std::size_t i = 0; i < sitios.size(); i += porTira) {
         const auto desde = sitios.begin() + static_cast<std::ptrdiff_t>(i);
         const auto hasta =
             sitios.begin() + static_cast<std::ptrdiff_t>(std::min(i + porTira, sitios.size()));
-        std::sort(desde, hasta, porY);
+        std::sort(desde, hasta, [](const CSitio& a, const CSitio& b) { return a.PorY(b); });
     }
 }
 
@@ -124,7 +130,7 @@ std::vector<CIndiceAnillos::CCaja> CIndiceAnillos::Agrupa(std::vector<CNivel>& n
     CNivel nivel((cuantas - 1) / kPorNodo + 1);
     std::vector<CCaja> encima(nivel.size());
     for (std::size_t i = 0; i < cuantas; ++i) {
-        const CCaja& una = caja(sitios[i].via.posicion);
+        const CCaja& una = caja(sitios[i].posicion);
         CCaja& suma = encima[i / kPorNodo];
         nivel[i / kPorNodo].Pon(i % kPorNodo, una);
         if (i % kPorNodo == 0)

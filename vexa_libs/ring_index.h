@@ -58,10 +58,14 @@ private:
 
         bool operator<(const CVia& otra) const;
     };
-    /// The centre of what is found that way.
+    /// Where a box lies: its centre, and how wide it is.
     struct CSitio {
         int x, y;
-        CVia via;
+        unsigned ancho;
+        unsigned posicion; ///< of what is in it
+
+        bool PorY(const CSitio& otro) const;
+        bool PorX(const CSitio& otro) const;
     };
     /// The extent, by each measure, of what is found that way.
     struct CCaja {
