@@ -110,7 +110,11 @@ CAlmacenAjustes CWinApp::Ajustes() const
 
 int CWinApp::GetProfileInt(const CString& seccion, const CString& clave, int defecto) const
 {
-    const CString guardado = GetProfileString(seccion, clave, {});
+    return NumeroGuardado(GetProfileString(seccion, clave, {}), defecto);
+}
+
+int CWinApp::NumeroGuardado(const CString& guardado, int defecto)
+{
     // A person may have written a note behind it.
     const std::string_view conNota = guardado;
     std::string_view texto = conNota.substr(0, conNota.find_first_of(";#"));
@@ -124,9 +128,15 @@ int CWinApp::GetProfileInt(const CString& seccion, const CString& clave, int def
 CString CWinApp::GetProfileString(const CString& seccion, const CString& clave,
                                   const CString& defecto) const
 {
+    return LeeAjustes(seccion, {&clave, 1}).front().value_or(defecto);
+}
+
+std::vector<std::optional<CString>> CWinApp::LeeAjustes(const CString& seccion,
+                                                        std::span<const CString> claves) const
+{
     if (m_empresa.IsEmpty())
-        return defecto;
-    return Ajustes().Lee(seccion, clave).value_or(defecto);
+        return std::vector<std::optional<CString>>(claves.size());
+    return Ajustes().Lee(seccion, claves);
 }
 
 BOOL CWinApp::WriteProfileInt(const CString& seccion, const CString& clave, int valor)

@@ -2,7 +2,9 @@
 
 #include <memory>
 #include <new>
+#include <optional>
 #include <span>
+#include <vector>
 
 #include "platform/cstring.h"
 #include "platform/front_end.h"
@@ -46,6 +48,12 @@ public:
     int GetProfileInt(const CString& seccion, const CString& clave, int defecto) const;
     CString GetProfileString(const CString& seccion, const CString& clave,
                              const CString& defecto) const;
+    /// The same of several keys of a section in one reading of the store; nothing for those that
+    /// aren't there.
+    std::vector<std::optional<CString>> LeeAjustes(const CString& seccion,
+                                                   std::span<const CString> claves) const;
+    /// The number that a stored value is, the default where it is none.
+    static int NumeroGuardado(const CString& guardado, int defecto);
     /// Stores a value at once. False, with the store as it was, if that can't be done.
     BOOL WriteProfileInt(const CString& seccion, const CString& clave, int valor);
     BOOL WriteProfileString(const CString& seccion, const CString& clave, const CString& valor);

@@ -3,6 +3,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <vector>
 
 #include "platform/cstring.h"
 
@@ -23,9 +24,10 @@ class CAlmacenAjustes {
 public:
     CAlmacenAjustes(const CString& empresa, const CString& programa);
 
-    /// The value, or nothing where it was never stored. Raises CFileException where the store is
-    /// there and can't be read.
-    std::optional<CString> Lee(const CString& seccion, const CString& clave) const;
+    /// A section's values in the order of their keys, all of one reading of the store; nothing for
+    /// one that was never stored. Raises CFileException where the store is there and can't be read.
+    std::vector<std::optional<CString>> Lee(const CString& seccion,
+                                            std::span<const CString> claves) const;
 
     /// Stores the values in one step and keeps all others, also those that another program stores
     /// at the same time. Raises CFileException, with the store as it was, where it can't.

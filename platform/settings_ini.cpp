@@ -141,14 +141,20 @@ CAlmacenAjustes::CAlmacenAjustes(const CString& empresa, const CString& programa
 {
 }
 
-std::optional<CString> CAlmacenAjustes::Lee(const CString& seccion, const CString& clave) const
+std::vector<std::optional<CString>> CAlmacenAjustes::Lee(const CString& seccion,
+                                                         std::span<const CString> claves) const
 {
     const std::vector<CString> lineas = LeeLineas(m_lugar);
-    const CPosicion posicion = Busca(lineas, seccion, clave);
-    if (!posicion.hay)
-        return std::nullopt;
-    const std::string_view linea = lineas[posicion.linea];
-    return DeLinea(linea.substr(linea.find('=') + 1));
+    std::vector<std::optional<CString>> valores;
+    for (const CString& clave : claves) {
+        std::optional<CString>& valor = valores.emplace_back();
+        const CPosicion posicion = Busca(lineas, seccion, clave);
+        if (!posicion.hay)
+            continue;
+        const std::string_view linea = lineas[posicion.linea];
+        valor = DeLinea(linea.substr(linea.find('=') + 1));
+    }
+    return valores;
 }
 
 void CAlmacenAjustes::Escribe(std::span<const CAjuste> ajustes)

@@ -113,13 +113,18 @@ CAlmacenAjustes::CAlmacenAjustes(const CString& empresa, const CString& programa
 {
 }
 
-std::optional<CString> CAlmacenAjustes::Lee(const CString& seccion, const CString& clave) const
+std::vector<std::optional<CString>> CAlmacenAjustes::Lee(const CString& seccion,
+                                                         std::span<const CString> claves) const
 {
-    sistema::Error error;
-    const std::optional<CValor> valor = LeeValor(Situa(m_lugar, seccion, clave), error);
-    if (error)
-        throw CFileException(m_lugar, error, true);
-    return valor ? AlPrograma(*valor) : std::nullopt;
+    std::vector<std::optional<CString>> valores;
+    for (const CString& clave : claves) {
+        sistema::Error error;
+        const std::optional<CValor> valor = LeeValor(Situa(m_lugar, seccion, clave), error);
+        if (error)
+            throw CFileException(m_lugar, error, true);
+        valores.push_back(valor ? AlPrograma(*valor) : std::nullopt);
+    }
+    return valores;
 }
 
 void CAlmacenAjustes::Escribe(std::span<const CAjuste> ajustes)

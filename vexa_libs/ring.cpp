@@ -78,17 +78,18 @@ Lugar CAnilloConsultado::Situa(const CPunto<int>& punto) const
 {
     if (m_anillo->size() < kAnilloLargo)
         return vexageo::Situa(*m_anillo, punto);
-    if (m_niveles.empty())
-        Construye();
+    if (!m_niveles)
+        m_niveles = std::make_unique<CNiveles>(Construye());
     CVisita visita{{punto}, kPorCadena};
-    for (std::size_t nivel = 1; nivel < m_niveles.size(); ++nivel)
+    for (std::size_t nivel = 1; nivel < m_niveles->size(); ++nivel)
         visita.aristas *= kPorCadena;
-    Mira(visita, m_niveles.size() - 1, 0);
+    Mira(visita, m_niveles->size() - 1, 0);
     return visita.cuenta.Dice();
 }
 
-void CAnilloConsultado::Construye() const
+CAnilloConsultado::CNiveles CAnilloConsultado::Construye() const
 {
+    CNiveles niveles;
     std::vector<CCadena> nivel;
     const auto cadenas = [](std::size_t debajo) { return (debajo - 1) / kPorCadena + 1; };
     nivel.reserve(cadenas(m_anillo->size()));
@@ -101,9 +102,9 @@ void CAnilloConsultado::Construye() const
                       std::max(cadena.maxX, b.X), std::max(cadena.maxY, b.Y)};
         }
     }
-    m_niveles.push_back(std::move(nivel));
-    while (m_niveles.back().size() > 1) {
-        const std::vector<CCadena>& debajo = m_niveles.back();
+    niveles.push_back(std::move(nivel));
+    while (niveles.back().size() > 1) {
+        const std::vector<CCadena>& debajo = niveles.back();
         std::vector<CCadena> encima;
         encima.reserve(cadenas(debajo.size()));
         for (std::size_t i = 0; i < debajo.size(); ++i) {
@@ -116,13 +117,14 @@ void CAnilloConsultado::Construye() const
             suma = {std::min(suma.minX, c.minX), std::min(suma.minY, c.minY),
                     std::max(suma.maxX, c.maxX), std::max(suma.maxY, c.maxY)};
         }
-        m_niveles.push_back(std::move(encima));
+        niveles.push_back(std::move(encima));
     }
+    return niveles;
 }
 
 void CAnilloConsultado::Mira(CVisita& visita, std::size_t nivel, std::size_t i) const
 {
-    const CCadena& cadena = m_niveles[nivel][i];
+    const CCadena& cadena = (*m_niveles)[nivel][i];
     const CPunto<int>& punto = visita.cuenta.punto;
     const std::size_t desde = i * visita.aristas;
     const std::size_t hasta = std::min(desde + visita.aristas, m_anillo->size());
@@ -137,7 +139,7 @@ void CAnilloConsultado::Mira(CVisita& visita, std::size_t nivel, std::size_t i) 
     }
     visita.aristas /= kPorCadena;
     const std::size_t primera = i * kPorCadena;
-    const std::size_t fin = std::min(primera + kPorCadena, m_niveles[nivel - 1].size());
+    const std::size_t fin = std::min(primera + kPorCadena, (*m_niveles)[nivel - 1].size());
     for (std::size_t k = primera; k < fin && !visita.cuenta.borde; ++k)
         Mira(visita, nivel - 1, k);
     visita.aristas *= kPorCadena;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <vector>
 
 #include "vexa_libs/point.h"
@@ -25,20 +26,22 @@ public:
     explicit CAnilloConsultado(const std::vector<CPunto<int>>& anillo) : m_anillo(&anillo) {}
 
     Lugar Situa(const CPunto<int>& punto) const;
+    const std::vector<CPunto<int>>& Anillo() const { return *m_anillo; }
 
 private:
     struct CCadena {
         int minX, minY, maxX, maxY;
         bool Abarca(const CPunto<int>& punto) const;
     };
+    using CNiveles = std::vector<std::vector<CCadena>>; // the shortest chains first, the ring last
     struct CVisita;
 
     const CPunto<int>& Esquina(std::size_t arista) const; ///< where an edge begins
-    void Construye() const;
+    CNiveles Construye() const;
     void Mira(CVisita& visita, std::size_t nivel, std::size_t i) const;
 
     const std::vector<CPunto<int>>* m_anillo;
-    mutable std::vector<std::vector<CCadena>> m_niveles; // the shortest chains first, the ring last
+    mutable std::unique_ptr<const CNiveles> m_niveles; // most rings need none
 };
 
 /// Twice the area that the ring encloses, in squared units, without its sign; exact below 2^53.

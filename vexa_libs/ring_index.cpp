@@ -4,125 +4,194 @@
 #include <cmath>
 #include <cstdint>
 #include <functional>
-#include <tuple>
+#include <limits>
 
 namespace vexageo {
 namespace {
 
-constexpr std::size_t kPorNodo = 16;
+constexpr auto kMejorPrimero = [](const auto& una, const auto& otra) { return otra.via < una.via; };
+
+// Half of a sum of coordinates fits where the sum doesn't, and the order stays.
+int Mitad(std::int64_t suma)
+{
+    return static_cast<int>(suma >> 1);
+}
 
 } // namespace
 
-bool CIndiceAnillos::CCaja::Abarca(int x, int y) const
+CIndiceAnillos::CMedidas CIndiceAnillos::Mide(const CPunto<int>& punto)
 {
-    // Nobody can guess which side decides, so all are looked at.
-    return (static_cast<int>(minX <= x) & static_cast<int>(x <= maxX) &
-            static_cast<int>(minY <= y) & static_cast<int>(y <= maxY)) != 0;
+    return {punto.X, punto.Y, Mitad(std::int64_t{punto.X} + punto.Y),
+            Mitad(std::int64_t{punto.X} - punto.Y)};
+}
+
+bool CIndiceAnillos::CVia::operator<(const CVia& otra) const
+{
+    return preferencia < otra.preferencia ||
+           (preferencia == otra.preferencia && indice < otra.indice);
+}
+
+CIndiceAnillos::CSitio CIndiceAnillos::CCaja::Sitio() const
+{
+    return {Mitad(std::int64_t{minimo[0]} + maximo[0]), Mitad(std::int64_t{minimo[1]} + maximo[1]),
+            static_cast<unsigned>(std::int64_t{maximo[0]} - minimo[0]), via.posicion};
 }
 
 void CIndiceAnillos::CCaja::Junta(const CCaja& otra)
 {
-    minX = std::min(minX, otra.minX);
-    minY = std::min(minY, otra.minY);
-    maxX = std::max(maxX, otra.maxX);
-    maxY = std::max(maxY, otra.maxY);
-    std::tie(preferencia, indice) =
-        std::min(std::tuple(preferencia, indice), std::tuple(otra.preferencia, otra.indice));
+    for (std::size_t k = 0; k < minimo.size(); ++k) {
+        minimo[k] = std::min(minimo[k], otra.minimo[k]);
+        maximo[k] = std::max(maximo[k], otra.maximo[k]);
+    }
+    via = std::min(via, otra.via);
 }
 
-bool CIndiceAnillos::CPendiente::operator>(const CPendiente& otro) const
+/// Without a box: none holds a point.
+CIndiceAnillos::CNodo::CNodo() : vias()
 {
-    return std::tie(preferencia, indice, nivel) >
-           std::tie(otro.preferencia, otro.indice, otro.nivel);
+    for (std::size_t k = 0; k < kMedidas; ++k) {
+        minimo[k].fill(std::numeric_limits<int>::max());
+        maximo[k].fill(std::numeric_limits<int>::min());
+    }
+}
+
+void CIndiceAnillos::CNodo::Pon(std::size_t i, const CCaja& caja)
+{
+    for (std::size_t k = 0; k < kMedidas; ++k) {
+        minimo[k][i] = caja.minimo[k];
+        maximo[k][i] = caja.maximo[k];
+    }
+    vias[i] = caja.via;
 }
 
 void CIndiceAnillos::Añade(const std::vector<CPunto<int>>& anillo, double preferencia, int indice)
 {
     if (anillo.empty())
         return;
-    const CPunto<int>& p = anillo.front();
-    CCaja caja{p.X, p.Y, p.X, p.Y, preferencia, indice, static_cast<int>(m_consultas.size())};
-    for (const CPunto<int>& punto : anillo) {
-        caja.minX = std::min(caja.minX, punto.X);
-        caja.minY = std::min(caja.minY, punto.Y);
-        caja.maxX = std::max(caja.maxX, punto.X);
-        caja.maxY = std::max(caja.maxY, punto.Y);
-    }
-    m_niveles.resize(1);
-    m_niveles.front().push_back(caja);
-    m_consultas.emplace_back(anillo);
+    m_niveles.clear();
+    if (m_anillos % kPorBloque == 0)
+        m_bloques.emplace_back();
+    m_bloques.back().push_back({CAnilloConsultado(anillo), preferencia, indice});
+    ++m_anillos;
 }
 
-/// Puts rings that lie near one another side by side: strips from left to right, each from below.
-void CIndiceAnillos::OrdenaPorSitio(std::vector<CCaja>& cajas)
+CIndiceAnillos::CCaja CIndiceAnillos::Encierra(std::size_t anillo) const
 {
-    const auto centroX = [](const CCaja& c) { return std::int64_t{c.minX} + c.maxX; };
-    const auto centroY = [](const CCaja& c) { return std::int64_t{c.minY} + c.maxY; };
-    std::sort(cajas.begin(), cajas.end(),
-              [&](const CCaja& a, const CCaja& b) { return centroX(a) < centroX(b); });
-    const auto n = static_cast<double>(cajas.size());
-    const auto porTira = static_cast<std::size_t>(std::ceil(std::sqrt(n * kPorNodo)));
-    for (std::size_t i = 0; i < cajas.size(); i += porTira) {
-        const auto desde = cajas.begin() + static_cast<std::ptrdiff_t>(i);
-        const auto hasta =
-            cajas.begin() + static_cast<std::ptrdiff_t>(std::min(i + porTira, cajas.size()));
-        std::sort(desde, hasta,
-                  [&](const CCaja& a, const CCaja& b) { return centroY(a) < centroY(b); });
+    const CAnillo& a = Anillo(anillo);
+    const CMedidas primero = Mide(a.consulta.Anillo().front());
+    CCaja caja{primero, primero, {a.preferencia, a.indice, static_cast<unsigned>(anillo)}};
+    for (const CPunto<int>& punto : a.consulta.Anillo()) {
+        const CMedidas medidas = Mide(punto);
+        for (std::size_t k = 0; k < medidas.size(); ++k) {
+            caja.minimo[k] = std::min(caja.minimo[k], medidas[k]);
+            caja.maximo[k] = std::max(caja.maximo[k], medidas[k]);
+        }
     }
+    return caja;
+}
+
+bool CIndiceAnillos::CSitio::PorY(const CSitio& otro) const
+{
+    return y < otro.y || (y == otro.y && ancho < otro.ancho);
+}
+
+bool CIndiceAnillos::CSitio::PorX(const CSitio& otro) const
+{
+    return x < otro.x || (x == otro.x && PorY(otro));
+}
+
+/// Puts those near one another side by side: strips of whole nodes from left to right, each from
+/// below, and of those with the same centre the narrowest first.
+void CIndiceAnillos::Ordena(std::vector<CSitio>& sitios)
+{
+    std::sort(sitios.begin(), sitios.end(),
+              [](const CSitio& a, const CSitio& b) { return a.PorX(b); });
+    const double nodos = std::ceil(static_cast<double>(sitios.size()) / kPorNodo);
+    const std::size_t porTira = static_cast<std::size_t>(std::ceil(std::sqrt(nodos))) * kPorNodo;
+    for (std::size_t i = 0; i < sitios.size(); i += porTira) {
+        const auto desde = sitios.begin() + static_cast<std::ptrdiff_t>(i);
+        const auto hasta =
+            sitios.begin() + static_cast<std::ptrdiff_t>(std::min(i + porTira, sitios.size()));
+        std::sort(desde, hasta, [](const CSitio& a, const CSitio& b) { return a.PorY(b); });
+    }
+}
+
+/// Makes a level of nodes for boxes, and gives the nodes' own. What `caja` gives it is asked for
+/// twice: to keep the boxes of all rings would take longer.
+template <class F>
+std::vector<CIndiceAnillos::CCaja> CIndiceAnillos::Agrupa(std::vector<CNivel>& niveles,
+                                                          std::size_t cuantas, F caja)
+{
+    std::vector<CSitio> sitios;
+    sitios.reserve(cuantas);
+    for (std::size_t i = 0; i < cuantas; ++i)
+        sitios.push_back(caja(i).Sitio());
+    Ordena(sitios);
+    CNivel nivel((cuantas - 1) / kPorNodo + 1);
+    std::vector<CCaja> encima(nivel.size());
+    for (std::size_t i = 0; i < cuantas; ++i) {
+        const CCaja& una = caja(sitios[i].posicion);
+        CCaja& suma = encima[i / kPorNodo];
+        nivel[i / kPorNodo].Pon(i % kPorNodo, una);
+        if (i % kPorNodo == 0)
+            suma = una;
+        else
+            suma.Junta(una);
+    }
+    for (std::size_t i = 0; i < encima.size(); ++i)
+        encima[i].via.posicion = static_cast<unsigned>(i);
+    niveles.push_back(std::move(nivel));
+    return encima;
 }
 
 void CIndiceAnillos::Construye() const
 {
-    OrdenaPorSitio(m_niveles.front());
-    do {
-        const std::vector<CCaja>& debajo = m_niveles.back();
-        std::vector<CCaja> nivel;
-        nivel.reserve((debajo.size() - 1) / kPorNodo + 1);
-        for (std::size_t i = 0; i < debajo.size(); ++i) {
-            if (i % kPorNodo == 0)
-                nivel.push_back(debajo[i]);
-            else
-                nivel.back().Junta(debajo[i]);
-        }
-        m_niveles.push_back(std::move(nivel));
-    } while (m_niveles.back().size() > 1);
+    std::vector<CNivel> niveles;
+    std::vector<CCaja> cajas =
+        Agrupa(niveles, m_anillos, [this](std::size_t i) { return Encierra(i); });
+    while (cajas.size() > 1)
+        cajas = Agrupa(niveles, cajas.size(), [&](std::size_t i) { return cajas[i]; });
+    m_niveles = std::move(niveles);
+}
+
+/// Notes which boxes of a node hold the point.
+void CIndiceAnillos::Mira(std::size_t nivel, std::size_t posicion, const CMedidas& punto) const
+{
+    const CNodo& nodo = m_niveles[nivel][posicion];
+    CNodo::CFila fuera;
+    const auto falla = [&](std::size_t k, std::size_t i) {
+        return static_cast<int>(punto[k] < nodo.minimo[k][i]) |
+               static_cast<int>(nodo.maximo[k][i] < punto[k]);
+    };
+    for (std::size_t i = 0; i < kPorNodo; ++i)
+        fuera[i] = falla(0, i) | falla(1, i) | falla(2, i) | falla(3, i);
+    for (std::size_t i = 0; i < kPorNodo; ++i) {
+        if (fuera[i] != 0)
+            continue;
+        m_pendientes.push_back({nodo.vias[i], nivel});
+        std::push_heap(m_pendientes.begin(), m_pendientes.end(), kMejorPrimero);
+    }
 }
 
 int CIndiceAnillos::Busca(const CPunto<int>& punto,
                           const std::function<bool(int, Lugar)>& acepta) const
 {
-    if (m_consultas.empty())
+    if (m_anillos == 0)
         return -1;
-    if (m_niveles.size() == 1)
+    if (m_niveles.empty())
         Construye();
     // What is worth a look, best first: a node stands for the best of what lies below it.
     m_pendientes.clear();
-    const auto mira = [&, x = punto.X, y = punto.Y](std::size_t nivel, std::size_t desde) {
-        const std::vector<CCaja>& cajas = m_niveles[nivel];
-        const std::size_t hasta = std::min(desde + kPorNodo, cajas.size());
-        for (std::size_t i = desde; i < hasta; ++i) {
-            const CCaja& caja = cajas[i];
-            if (!caja.Abarca(x, y))
-                continue;
-            m_pendientes.push_back({caja.preferencia, caja.indice, static_cast<int>(nivel), i});
-            std::push_heap(m_pendientes.begin(), m_pendientes.end(), std::greater<>());
-        }
-    };
-    mira(m_niveles.size() - 1, 0);
+    const CMedidas medidas = Mide(punto);
+    Mira(m_niveles.size() - 1, 0, medidas);
     while (!m_pendientes.empty()) {
-        std::pop_heap(m_pendientes.begin(), m_pendientes.end(), std::greater<>());
-        const CPendiente mejor = m_pendientes.back();
+        std::pop_heap(m_pendientes.begin(), m_pendientes.end(), kMejorPrimero);
+        const auto [via, nivel] = m_pendientes.back();
         m_pendientes.pop_back();
-        const auto nivel = static_cast<std::size_t>(mejor.nivel);
-        if (nivel == 0) {
-            const CCaja& anillo = m_niveles.front()[mejor.posicion];
-            const CAnilloConsultado& consulta =
-                m_consultas[static_cast<std::size_t>(anillo.consulta)];
-            if (acepta(anillo.indice, consulta.Situa(punto)))
-                return anillo.indice;
-            continue;
-        }
-        mira(nivel - 1, mejor.posicion * kPorNodo);
+        if (nivel > 0)
+            Mira(nivel - 1, via.posicion, medidas);
+        else if (acepta(via.indice, Anillo(via.posicion).consulta.Situa(punto)))
+            return via.indice;
     }
     return -1;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <functional>
 #include <vector>
 
@@ -7,9 +8,10 @@
 
 namespace vexageo {
 
-/// Which of many rings hold a point: a tree over their extents. The rings are asked in a fixed
-/// order of preference, so the first one that an exact test accepts is the answer. A look-up
-/// touches a few extents for rings side by side and for rings within one another alike.
+/// Which of many rings hold a point: a tree over their extents, which are octagons, as a slanted
+/// ring fills little of an upright rectangle. The rings are asked in a fixed order of preference,
+/// so the first one that an exact test accepts is the answer. A look-up touches a few extents for
+/// rings side by side and for rings within one another alike.
 class CIndiceAnillos {
 public:
     CIndiceAnillos() = default;
@@ -35,33 +37,73 @@ public:
     }
 
 private:
-    /// A ring, or all that stand below a node: the extent, and the best preference and index there.
-    struct CCaja {
-        int minX, minY, maxX, maxY;
+    static constexpr std::size_t kPorNodo = 16;
+    static constexpr std::size_t kPorBloque = 64;
+    static constexpr std::size_t kMedidas = 4;
+
+    /// A point by each measure: x, y, and half of how far along either diagonal.
+    using CMedidas = std::array<int, kMedidas>;
+    static CMedidas Mide(const CPunto<int>& punto);
+
+    struct CAnillo {
+        CAnilloConsultado consulta;
         double preferencia;
         int indice;
-        int consulta; ///< of a ring, in m_consultas
+    };
+    /// Where to look: at a ring, or at a node for the best ring below it.
+    struct CVia {
+        double preferencia;
+        int indice;
+        unsigned posicion; ///< of the ring, or in the level of the node
 
-        bool Abarca(int x, int y) const;
+        bool operator<(const CVia& otra) const;
+    };
+    /// Where a box lies: its centre, and how wide it is.
+    struct CSitio {
+        int x, y;
+        unsigned ancho;
+        unsigned posicion; ///< of what is in it
+
+        bool PorY(const CSitio& otro) const;
+        bool PorX(const CSitio& otro) const;
+    };
+    /// The extent, by each measure, of what is found that way.
+    struct CCaja {
+        CMedidas minimo, maximo;
+        CVia via;
+
+        CSitio Sitio() const;
         void Junta(const CCaja& otra);
     };
-    /// A box that is still to be looked into.
-    struct CPendiente {
-        double preferencia;
-        int indice;
-        int nivel;
-        std::size_t posicion;
+    /// Boxes near one another, the numbers of all side by side so that they are compared at once.
+    struct CNodo {
+        using CFila = std::array<int, kPorNodo>;
+        std::array<CFila, kMedidas> minimo, maximo;
+        std::array<CVia, kPorNodo> vias;
 
-        bool operator>(const CPendiente& otro) const;
+        CNodo();
+        void Pon(std::size_t i, const CCaja& caja);
+    };
+    using CNivel = std::vector<CNodo>;
+    /// What is still to be looked at: a ring, or a node of the level below.
+    struct CPendiente {
+        CVia via;
+        std::size_t nivel;
     };
 
+    const CAnillo& Anillo(std::size_t i) const { return m_bloques[i / kPorBloque][i % kPorBloque]; }
+    CCaja Encierra(std::size_t anillo) const;
+    static void Ordena(std::vector<CSitio>& sitios);
+    template <class F>
+    static std::vector<CCaja> Agrupa(std::vector<CNivel>& niveles, std::size_t cuantas, F caja);
     void Construye() const;
-    static void OrdenaPorSitio(std::vector<CCaja>& cajas);
+    void Mira(std::size_t nivel, std::size_t posicion, const CMedidas& punto) const;
 
-    std::vector<CAnilloConsultado> m_consultas;
-    // Made ready at the first look-up after rings were added: the rings by their place, then the
-    // nodes above them, level by level up to the root. A look-up keeps its memory for the next.
-    mutable std::vector<std::vector<CCaja>> m_niveles = std::vector<std::vector<CCaja>>(1);
+    std::vector<std::vector<CAnillo>> m_bloques; // of rings, which grow without a copy of all
+    std::size_t m_anillos = 0;
+    // Made ready at the first look-up after rings were added: the nodes of rings by their place,
+    // then those of nodes, level by level up to the root. A look-up keeps its memory for the next.
+    mutable std::vector<CNivel> m_niveles;
     mutable std::vector<CPendiente> m_pendientes;
 };
 

@@ -35,18 +35,29 @@ BOOL CTraduccionDlg::OnInitDialog()
     SetIcon(IDR_ICONO);
     EnMarcha = false;
     PonValoresIniciales();
-    const CDescripcion dialogo = Describe();
-    const CWinApp& aplicacion = *AfxGetApp();
-    for (const CCampo& campo : dialogo.campos) {
-        if (auto* const* texto = std::get_if<CString*>(&campo.valor)) {
-            **texto = aplicacion.GetProfileString(dialogo.seccion, campo.clave, **texto);
-            continue;
-        }
-        int& numero = *std::get<int*>(campo.valor);
-        numero = aplicacion.GetProfileInt(dialogo.seccion, campo.clave, numero);
-    }
+    LeeCampos();
     UpdateData(false);
     return 1;
+}
+
+/// Gives the fields what is stored of them.
+void CTraduccionDlg::LeeCampos()
+{
+    const CDescripcion dialogo = Describe();
+    std::vector<CString> claves;
+    for (const CCampo& campo : dialogo.campos)
+        claves.emplace_back(campo.clave);
+    const auto guardados = AfxGetApp()->LeeAjustes(dialogo.seccion, claves);
+    for (std::size_t i = 0; i < guardados.size(); ++i) {
+        if (!guardados[i])
+            continue;
+        if (auto* const* texto = std::get_if<CString*>(&dialogo.campos[i].valor)) {
+            **texto = *guardados[i];
+            continue;
+        }
+        int& numero = *std::get<int*>(dialogo.campos[i].valor);
+        numero = CWinApp::NumeroGuardado(*guardados[i], numero);
+    }
 }
 
 void CTraduccionDlg::DoDataExchange(CDataExchange* dx)

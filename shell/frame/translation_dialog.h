@@ -129,6 +129,7 @@ private:
     void Obedece(WPARAM wParam, LPARAM lParam);
     void DejaProceso();
     void LimpiaProceso();
+    void LeeCampos();
     void GuardaCampos();
     LRESULT OnEstadoId(WPARAM wParam, LPARAM lParam);
     LRESULT OnAvance(WPARAM wParam, LPARAM lParam);

@@ -282,6 +282,21 @@ protected:
 
 } // namespace
 
+TEST(Ajustes, ADialogReadsThemOnce)
+{
+    const CCarpetaPrueba carpeta;
+    CAplicacionPrueba aplicacion;
+    aplicacion.WriteProfileInt("VexaAInfograf", "TipoEntrada", 1);
+    Plan() = {};
+    aplicacion.GetProfileInt("VexaAInfograf", "TipoEntrada", 0);
+    const long unaVez = Plan().llamadas;
+    ASSERT_GT(unaVez, 0);
+    Plan() = {};
+    CInfografDirecto dialogo;
+    dialogo.Create(IDD_VEXA_A_INFOGRAF, nullptr);
+    EXPECT_EQ(Plan().llamadas, unaVez);
+}
+
 TEST_P(Fallos, ACallThatFailsCostsNoOutput)
 {
     const long cuantas = banco.Visto().llamadas;

@@ -156,6 +156,21 @@ TEST(Ajustes, AKeyIsFoundByItsWholeNameInItsSection)
     EXPECT_EQ(carpeta.Lee(kFichero), despues);
 }
 
+TEST(Ajustes, SeveralValuesComeInTheOrderOfTheirKeys)
+{
+    const CCarpetaPrueba carpeta;
+    CAplicacionPrueba aplicacion;
+    aplicacion.WriteProfileString("Uno", "Clave", "a");
+    aplicacion.WriteProfileString("Uno", "Vacia", "");
+    aplicacion.WriteProfileString("Dos", "Otra", "b");
+    const CString claves[] = {"Vacia", "Otra", "Clave"};
+    const std::vector<std::optional<CString>> esperados = {CString(), std::nullopt, CString("a")};
+    EXPECT_EQ(aplicacion.LeeAjustes("Uno", claves), esperados);
+    EXPECT_TRUE(aplicacion.LeeAjustes("Uno", {}).empty());
+    aplicacion.SetRegistryKey("");
+    EXPECT_EQ(aplicacion.LeeAjustes("Uno", claves), std::vector<std::optional<CString>>(3));
+}
+
 TEST(Ajustes, AFileThatCannotBeReplacedStaysAsItWas)
 {
     const CCarpetaPrueba carpeta;

@@ -158,15 +158,20 @@ TEST(IndiceAnillos, AsksFewOfManyRings)
 {
     std::vector<CAnillo> celdas;
     std::vector<CAnillo> marcos;
+    std::vector<CAnillo> tiras; // whose upright extents hold the point all
     for (int i = 0; i < 10000; ++i) {
+        tiras.push_back(
+            {{-i, i}, {100000 - i, 100000 + i}, {99999 - i, 100001 + i}, {-1 - i, i + 1}});
         celdas.push_back(Cuadrado(i % 100 * 10, i / 100 * 10, 10));
         marcos.push_back(Cuadrado(i, i, 100000 - 2 * i));
     }
     CIndiceAnillos lado;
     CIndiceAnillos dentro;
+    CIndiceAnillos juntas;
     for (int i = 0; i < 10000; ++i) {
         lado.Añade(celdas[static_cast<std::size_t>(i)], 100, i);
         dentro.Añade(marcos[static_cast<std::size_t>(i)], 100000.0 - 2 * i, i);
+        juntas.Añade(tiras[static_cast<std::size_t>(i)], 7, i);
     }
     int preguntas = 0;
     const auto cuenta = [&](int, Lugar lugar) {
@@ -176,6 +181,8 @@ TEST(IndiceAnillos, AsksFewOfManyRings)
     EXPECT_EQ(lado.Busca({505, 505}, cuenta), 5050);
     EXPECT_EQ(dentro.Busca({50000, 50000}, cuenta), 9999);
     EXPECT_EQ(preguntas, 2);
+    EXPECT_EQ(juntas.Busca({50000, 60001}, cuenta), 5000);
+    EXPECT_LE(preguntas, 4);
 }
 
 namespace {
@@ -222,4 +229,40 @@ TEST(AnilloConsultado, AnswersAsAWalkOfAllEdgesDoes)
                     << "ring " << vez << " at " << punto.X << ", " << punto.Y;
         }
     }
+}
+
+TEST(IndiceAnillos, AnswersAsAWalkDoesForRingsOfManyKinds)
+{
+    std::mt19937 azar(11);
+    std::vector<CAnillo> anillos(200);
+    const auto area = [&](std::size_t i) { return vexageo::DobleArea(anillos[i]); };
+    CIndiceAnillos indice;
+    for (std::size_t cuantos = 0; cuantos < anillos.size();) { // asked between one and the next too
+        anillos[cuantos] = AnilloAlAzar(azar);
+        indice.Añade(anillos[cuantos], area(cuantos), static_cast<int>(cuantos));
+        ++cuantos;
+        for (int k = 0; k < 20; ++k) {
+            const CAnillo& anillo = anillos[azar() % cuantos];
+            const CPunto<int>& a = anillo[azar() % anillo.size()];
+            const CPunto<int>& b = anillo[azar() % anillo.size()];
+            const CPunto<int> punto(std::midpoint(a.X, b.X), k % 2 == 0 ? a.Y : b.Y);
+            int esperado = -1;
+            for (std::size_t i = 0; i < cuantos; ++i)
+                if (Situa(anillos[i], punto) != Lugar::Fuera &&
+                    (esperado < 0 || area(i) < area(static_cast<std::size_t>(esperado))))
+                    esperado = static_cast<int>(i);
+            ASSERT_EQ(indice.Busca(punto), esperado) << punto.X << ", " << punto.Y;
+        }
+    }
+}
+
+TEST(IndiceAnillos, ReachesTheEndsOfTheCoordinates)
+{
+    const CAnillo todo = {
+        {INT_MIN, INT_MIN}, {INT_MAX, INT_MIN}, {INT_MAX, INT_MAX}, {INT_MIN, INT_MAX}};
+    CIndiceAnillos indice;
+    indice.Añade(todo, 1, 5);
+    for (const CPunto<int>& esquina : todo)
+        EXPECT_EQ(indice.Busca(esquina), 5);
+    EXPECT_EQ(indice.Busca({0, -1}), 5);
 }
