@@ -175,9 +175,9 @@ private:
         case Valido:
             break;
         case OtraClase:
-            return falta(ClaseFalta::OtraClase, "el registro no es un recinto ni una isla");
+            return falta(ClaseFalta::OtraClase, TextoOtraClase());
         case SinRotulo:
-            return falta(ClaseFalta::SinRotulo, "no tiene rótulo: se pasa por alto"_ansi);
+            return falta(ClaseFalta::SinRotulo, TextoSinRotulo());
         case NoEsTexto:
             return falta(ClaseFalta::NoEsTexto, "su rótulo no es un texto"_ansi);
         case Borrado:
@@ -194,6 +194,23 @@ private:
             return falta(ClaseFalta::NoSeLlega,
                          "no se llega a él: está tras un rótulo que no se lee"_ansi);
         }
+    }
+
+    CString TextoOtraClase() const
+    {
+        const CString texto = "el registro no es un recinto ni una isla";
+        return m_que == ClaseTopologia::Parcelas
+                   ? texto + ": su superficie se da a la parcela rotulada antes"_ansi
+                   : texto;
+    }
+    CString TextoSinRotulo() const
+    {
+        const CString texto = "no tiene rótulo: se pasa por alto"_ansi;
+        const bool conIslas = m_que == ClaseTopologia::Parcelas &&
+                              std::any_of(m_recinto.islas.begin(), m_recinto.islas.end(),
+                                          [](const CIslaDibujada& isla) { return !isla.enLista; });
+        return conIslas ? texto + ", y sus islas se restan de la parcela rotulada antes"_ansi
+                        : texto;
     }
 
     /// Tells whether a text names the outline, whatever else is wrong with it.

@@ -193,13 +193,26 @@ TEST_F(DrawingFindings, LooksAtTheLabel)
         "el código de su rótulo, 125501, no es de una parcela",
         "su rótulo está borrado",
         "su rótulo no es un texto",
-        "el registro no es un recinto ni una isla",
+        "el registro no es un recinto ni una isla: su superficie se da a la parcela rotulada antes",
         "su rótulo no se lee en el dibujo: fuera de fecha",
         "no se llega a él: está tras un rótulo que no se lee",
     };
     ASSERT_EQ(faltas.size(), std::size(textos));
     for (std::size_t i = 0; i < faltas.size(); ++i)
         EXPECT_EQ(Utf8(faltas[i].at(0).texto), textos[i]);
+}
+
+TEST_F(DrawingFindings, TellsWhoseSurfaceTheIslandsOfAnUnlabelledOutlineTake)
+{
+    const int marco = dibujo.Cuadrado(0, 0, 10);
+    const int hueco = dibujo.Cuadrado(200, 200, 2);
+    dibujo.par = {{kParcela, 100, 0, {marco}}, {kIsla, -4, 0, {hueco}}};
+    dibujo.sub = dibujo.par;
+    EXPECT_EQ(
+        Utf8(TextoFaltas(Parcelas()[0])),
+        "no tiene rótulo: se pasa por alto, y sus islas se restan de la parcela rotulada antes");
+    EXPECT_EQ(Utf8(TextoFaltas(FaltasDe(poligono.subparcelas, ClaseTopologia::Subparcelas)[0])),
+              "no tiene rótulo: se pasa por alto");
 }
 
 TEST_F(DrawingFindings, TellsWhatRepeatedNumbersAndLettersLose)
