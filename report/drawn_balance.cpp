@@ -33,10 +33,11 @@ std::string Que(const CRecintoDibujado& recinto)
     return Texto(NombreEstado(recinto.estado));
 }
 
+/// Told by the polygon, or nothing to tell.
 bool EsRuido(EstadoRecinto estado)
 {
     return estado == EstadoRecinto::Valido || estado == EstadoRecinto::NoSeLlega ||
-           estado == EstadoRecinto::OtraClase;
+           estado == EstadoRecinto::FueraDeFecha || estado == EstadoRecinto::OtraClase;
 }
 
 } // namespace

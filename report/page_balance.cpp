@@ -61,9 +61,14 @@ std::string Columna(const char* titulo, const std::vector<CPartida::CRenglon>& r
 {
     std::string html =
         std::string("<table class=\"partida\"><caption>") + titulo + "</caption><tbody>\n";
-    for (const CPartida::CRenglon& renglon : renglones)
+    std::size_t dichos = 0;
+    for (const CPartida::CRenglon& renglon : renglones) {
+        if (dichos > 0 && renglon.cuantos == 0)
+            continue; // what didn't happen needs no line
         html += Renglon(renglon);
-    if (renglones.size() > 1)
+        ++dichos;
+    }
+    if (dichos > 1)
         html += "<tr class=\"suma\"><td>suma</td><td class=\"n\">" + Miles(suma) + "</td></tr>\n";
     return html + "</tbody></table>\n";
 }

@@ -70,10 +70,11 @@ path.sin{stroke:var(--tenue);stroke-dasharray:1.5 3;stroke-width:1.6}
 path.pieza{stroke-dasharray:8 3}
 path.sub{stroke-width:.6}path.sub.ok{fill:none;stroke:var(--tenue)}
 path:target{stroke:var(--azul);stroke-width:4}
+.mapa path.te,.muestra path.te{vector-effect:none}
 .te{stroke:var(--err);fill:none;opacity:.55}.ta{fill:var(--avi);opacity:.8}
 .mapa text{fill:var(--tinta);text-anchor:middle;dominant-baseline:middle;paint-order:stroke;stroke:var(--papel);stroke-width:.25em;stroke-linejoin:round;font-weight:600}
-.mapa text.re{fill:var(--err)}.mapa text.rs{fill:var(--tenue);font-style:italic}
-.mapa text.rl{font-size:.62em;font-weight:400;fill:var(--tenue)}
+.mapa text.re{fill:var(--err)}.mapa text.ra{fill:var(--avi)}.mapa text.rs{fill:var(--tenue);font-style:italic}
+.mapa text.rl{font-size:.72em;font-weight:400;fill:var(--tenue)}
 .mapa text.pie{text-anchor:start;font-weight:400}
 .cruz{fill:none;stroke:var(--err);stroke-width:2.6}
 .escala{fill:none;stroke:var(--tinta);stroke-width:1.4}.norte{fill:var(--tinta);stroke:none}

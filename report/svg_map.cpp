@@ -94,7 +94,7 @@ private:
     long long Ancho() const { return Sitio(m_maximas.Maximo).x + 1; }
     long long Alto() const { return Sitio(m_maximas.Minimo).y + 1; }
     /// Size of a letter that can be read on a page.
-    long long Letra() const { return std::max<long long>(std::max(Ancho(), Alto()) / 75, 1); }
+    long long Letra() const { return std::max<long long>(std::max(Ancho(), Alto()) / 70, 1); }
 
     void PonAnillo(const std::vector<CPunto<int>>& anillo);
     void PonContorno(const CRecintoDibujado& recinto, const char* clase, const std::string& ancla,
@@ -215,7 +215,11 @@ void CMapa::PonParcela(const CRecintoDibujado& recinto)
         clase += " pieza";
     }
     PonContorno(recinto, clase.c_str(), avisos.empty() ? "" : "p" + nombre, titulo);
-    PonRotulo(recinto, Texto(recinto.rotulo), avisos.empty() ? "r" : "re");
+    const Trato trato = TratoDe(avisos);
+    PonRotulo(recinto, Texto(recinto.rotulo),
+              trato == Trato::Error   ? "re"
+              : trato == Trato::Aviso ? "ra"
+                                      : "r");
     if (!enlace.empty())
         m_svg += "</a>\n";
 }
@@ -241,21 +245,25 @@ void CMapa::PonSubparcela(const CRecintoDibujado& recinto)
     PonRotulo(recinto, Texto(recinto.letra), "rl");
 }
 
-/// A cross at the place that a message names.
+/// A cross at the place that a message names; at the edge for one that lies outside the map.
 void CMapa::PonSenal(const CPunto<int>& punto, std::uint32_t posicion)
 {
-    const CSitioMapa sitio = Sitio(punto);
+    const CSitioMapa donde = Sitio(punto);
+    const CSitioMapa sitio = {std::clamp(donde.x, 0LL, Ancho()), std::clamp(donde.y, 0LL, Alto())};
+    const bool fuera = donde.x != sitio.x || donde.y != sitio.y;
     const std::string brazo = std::to_string(Letra());
+    const std::string dos = std::to_string(2 * Letra());
     const std::string ancla = "s" + std::to_string(m_indice[posicion].linea);
     const std::string enlace = m_enlaces.ancla(posicion);
     if (!enlace.empty())
         m_svg += "<a href=\"#" + enlace + "\">";
     m_svg += "<path id=\"" + ancla + "\" class=\"cruz\" d=\"M" + std::to_string(sitio.x) + " " +
-             std::to_string(sitio.y) + "m-" + brazo + " -" + brazo + "l" +
-             std::to_string(2 * Letra()) + " " + std::to_string(2 * Letra()) + "m0 -" +
-             std::to_string(2 * Letra()) + "l-" + std::to_string(2 * Letra()) + " " +
-             std::to_string(2 * Letra()) + "\"><title>" + Codigo(m_indice[posicion]) +
-             "</title></path>";
+             std::to_string(sitio.y) + "m-" + brazo + " -" + brazo + "l" + dos + " " + dos +
+             "m0 -" + dos + "l-" + dos + " " + dos + "\"><title>" + Codigo(m_indice[posicion]) +
+             (fuera ? ", fuera del mapa" : "") + "</title></path>";
+    if (fuera)
+        m_svg += "<text class=\"re\" x=\"" + std::to_string(sitio.x) + "\" y=\"" +
+                 std::to_string(sitio.y) + "\" dy=\"-1.6em\">fuera</text>";
     m_svg += enlace.empty() ? "\n" : "</a>\n";
     m_enlaces.hechas.insert(ancla);
 }

@@ -109,8 +109,15 @@ public:
 private:
     using CClase = CTablasLeidas::CClase;
 
-    CPartida Empieza(const char* titulo, Tabla tabla, const CClase& clase, const char* fichero,
-                     bool hayFichero, const char* incompletas) const;
+    /// What one kind of record is called on either side.
+    struct CNombres {
+        const char* titulo;
+        Tabla tabla;
+        char fichero; ///< R or M
+        const char* registros;
+        const char* incompletas; ///< what a row lacks that is lost without a message
+    };
+    CPartida Empieza(const CNombres& nombres, const CClase& clase, std::int64_t escritos) const;
     CPartida Titulares() const;
     CPartida Parcelas() const;
     CPartida Subparcelas() const;
@@ -124,20 +131,19 @@ private:
     const CEscritosCatastro& m_escritos;
 };
 
-CPartida CBalanceVuelta::Empieza(const char* titulo, Tabla tabla, const CClase& clase,
-                                 const char* fichero, bool hayFichero,
-                                 const char* incompletas) const
+CPartida CBalanceVuelta::Empieza(const CNombres& nombres, const CClase& clase,
+                                 std::int64_t escritos) const
 {
     CPartida partida;
-    partida.titulo = titulo;
-    partida.Entra("filas de " + std::string(NombreTabla(tabla)), clase.filas);
+    partida.titulo = nombres.titulo;
+    partida.Entra("filas de " + std::string(NombreTabla(nombres.tabla)), clase.filas);
     if (!clase.hay)
-        partida.noSePuede = "no está " + std::string(NombreTabla(tabla));
-    else if (!hayFichero)
-        partida.noSePuede = "no está el fichero " + std::string(fichero);
-    if (clase.deOtro > 0)
-        partida.Sale("de otro municipio", clase.deOtro);
-    partida.SalePerdido(std::string(incompletas) + ", sin mensaje", clase.incompletas);
+        partida.noSePuede = "no está " + std::string(NombreTabla(nombres.tabla));
+    else if (!(nombres.fichero == 'R' ? m_escritos.hayR : m_escritos.hayM))
+        partida.noSePuede = std::string("no está el fichero ") + nombres.fichero;
+    partida.Sale(nombres.registros, escritos);
+    partida.Sale("de otro municipio", clase.deOtro);
+    partida.SalePerdido(std::string(nombres.incompletas) + ", sin mensaje", clase.incompletas);
     return partida;
 }
 
@@ -159,9 +165,9 @@ std::int64_t Cuantas(const std::vector<CClave>& claves)
 
 CPartida CBalanceVuelta::Titulares() const
 {
-    CPartida partida = Empieza("Titulares", kTitulares, m_tablas.titulares, "R", m_escritos.hayR,
-                               "sin número, nombre o DNI");
-    partida.Sale("registros TL", Cuantas(m_escritos.titulares));
+    CPartida partida =
+        Empieza({"Titulares", kTitulares, 'R', "registros TL", "sin número, nombre o DNI"},
+                m_tablas.titulares, Cuantas(m_escritos.titulares));
     partida.Sale("unidas a otra de igual nombre y DNI", m_tablas.titulares.unidas);
     Coteja(m_tablas.titulares.quedan, m_escritos.titulares, partida);
     return partida;
@@ -170,12 +176,12 @@ CPartida CBalanceVuelta::Titulares() const
 CPartida CBalanceVuelta::Parcelas() const
 {
     const CClase& clase = m_tablas.parcelas;
-    CPartida partida = Empieza("Parcelas", kParcelas, clase, "R", m_escritos.hayR,
-                               "sin zona, polígono, parcela, numImputa, Tit o partici");
     std::vector<CClave> escritas;
     for (const auto& escrita : m_escritos.parcelas)
         escritas.push_back(escrita.clave);
-    partida.Sale("registros PR", Cuantas(escritas));
+    CPartida partida = Empieza({"Parcelas", kParcelas, 'R', "registros PR",
+                                "sin zona, polígono, parcela, numImputa, Tit o partici"},
+                               clase, Cuantas(escritas));
     partida.SalePerdido("de una parcela que ya estaba, sin mensaje", clase.unidas);
     partida.Sale("con polígono o parcela menor que 1 (E213)",
                  std::min(clase.conMensaje, Cuenta(kParcelaNoInsertada)));
@@ -189,9 +195,8 @@ CPartida CBalanceVuelta::Parcelas() const
 CPartida CBalanceVuelta::Subparcelas() const
 {
     const CClase& clase = m_tablas.subparcelas;
-    CPartida partida =
-        Empieza("Subparcelas", kSubparcelas, clase, "R", m_escritos.hayR, "sin letra");
-    partida.Sale("registros SP", Cuantas(m_escritos.subparcelas));
+    CPartida partida = Empieza({"Subparcelas", kSubparcelas, 'R', "registros SP", "sin letra"},
+                               clase, Cuantas(m_escritos.subparcelas));
     partida.Sale("sin su parcela (E103)",
                  std::min(clase.conMensaje, Cuenta(kSubparcelaSinParcela)));
     CCuadre(clase.quedan, m_escritos.subparcelas, ClavesDe(m_registro, kSubparcelaNoEnBase),
@@ -204,9 +209,9 @@ CPartida CBalanceVuelta::Subparcelas() const
 CPartida CBalanceVuelta::Cotitulares() const
 {
     const CClase& clase = m_tablas.cotitulares;
-    CPartida partida =
-        Empieza("Cotitulares", kCotitulares, clase, "R", m_escritos.hayR, "sin Titul o partici");
-    partida.Sale("cotitulares en registros CT", Cuantas(m_escritos.cotitulares));
+    CPartida partida = Empieza(
+        {"Cotitulares", kCotitulares, 'R', "cotitulares en registros CT", "sin Titul o partici"},
+        clase, Cuantas(m_escritos.cotitulares));
     partida.Sale("sin su parcela (E104)",
                  std::min(m_tablas.cotitularesSinParcela, Cuenta(kCotitularSinParcela)));
     partida.Sale("sin su titular (E105)",
@@ -218,9 +223,8 @@ CPartida CBalanceVuelta::Cotitulares() const
 
 CPartida CBalanceVuelta::Parajes() const
 {
-    CPartida partida =
-        Empieza("Parajes", kParajes, m_tablas.parajes, "R", m_escritos.hayR, "sin número o nombre");
-    partida.Sale("registros PJ", Cuantas(m_escritos.parajes));
+    CPartida partida = Empieza({"Parajes", kParajes, 'R', "registros PJ", "sin número o nombre"},
+                               m_tablas.parajes, Cuantas(m_escritos.parajes));
     partida.SalePerdido("de un nombre que ya estaba: su número se pierde, sin mensaje",
                         m_tablas.parajes.unidas);
     Coteja(m_tablas.parajes.quedan, m_escritos.parajes, partida);
@@ -229,9 +233,8 @@ CPartida CBalanceVuelta::Parajes() const
 
 CPartida CBalanceVuelta::Modulos() const
 {
-    CPartida partida = Empieza("Módulos", kModulos, m_tablas.modulos, "M", m_escritos.hayM,
-                               "sin Cal o Denominacion");
-    partida.Sale("registros MD", Cuantas(m_escritos.modulos));
+    CPartida partida = Empieza({"Módulos", kModulos, 'M', "registros MD", "sin Cal o Denominacion"},
+                               m_tablas.modulos, Cuantas(m_escritos.modulos));
     partida.SalePerdido("de un módulo que ya estaba, sin mensaje", m_tablas.modulos.unidas);
     Coteja(m_tablas.modulos.quedan, m_escritos.modulos, partida);
     return partida;
