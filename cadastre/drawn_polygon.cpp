@@ -66,7 +66,7 @@ private:
     }
     void PonIsla(const CPoligonoTopologico& isla, bool enLista, CRecintoDibujado& recinto)
     {
-        recinto.islas.push_back({Contorno(isla, recinto), isla.Area(), enLista});
+        recinto.islas.push_back({Contorno(isla, recinto), isla.Area(), enLista, isla.AreaPropia()});
         recinto.areaRegistro += isla.Area();
     }
     std::vector<CPunto<int>> Contorno(const CPoligonoTopologico& registro,

@@ -31,6 +31,7 @@ struct CIslaDibujada {
     std::vector<vexageo::CPunto<int>> contorno;
     double area = 0;      ///< square metres as stored, its own islands included; negative as a rule
     bool enLista = false; ///< in the polygon's own list, or as a record behind it
+    double areaPropia = 0; ///< as stored, without its own islands
 };
 
 /// An outline of a topology, with its islands.

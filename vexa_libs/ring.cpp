@@ -1,20 +1,11 @@
 #include "vexa_libs/ring.h"
 
 #include <algorithm>
-#include <cstdint>
+
+#include "vexa_libs/orientation.h"
 
 namespace vexageo {
 namespace {
-
-// Differences of two coordinates have 33 bits, their products 66.
-using Ancho = __int128;
-
-/// Twice the signed area of the triangle a, b, p: above 0 where p lies left of the way from a to b.
-Ancho Cruz(const CPunto<int>& a, const CPunto<int>& b, const CPunto<int>& p)
-{
-    const auto resta = [](int m, int n) { return std::int64_t{m} - n; };
-    return Ancho{resta(b.X, a.X)} * resta(p.Y, a.Y) - Ancho{resta(b.Y, a.Y)} * resta(p.X, a.X);
-}
 
 bool EntreExtremos(const CPunto<int>& a, const CPunto<int>& b, const CPunto<int>& p)
 {

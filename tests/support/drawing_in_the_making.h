@@ -23,6 +23,10 @@ public:
         return m_bin.Linea("nuevo",
                            {{x, y}, {x + lado, y}, {x + lado, y + lado}, {x, y + lado}, {x, y}});
     }
+    int Linea(const std::vector<vexageo::CPunto<int>>& puntos)
+    {
+        return m_bin.Linea("nuevo", puntos);
+    }
     int Rotulo(const char* codigo, const CString& texto, int x, int y, bool borrado = false)
     {
         vexageo::CTexto<int> rotulo(codigo);
