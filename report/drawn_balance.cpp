@@ -28,16 +28,42 @@ std::string FaltaDe(const CTopologiaDibujada& topologia, const char* extension)
     return {};
 }
 
-std::string Que(const CRecintoDibujado& recinto)
+/// Tells of faults that are told elsewhere: by a message, or by the polygon as a whole.
+bool SeDiceYa(const CFalta& falta, const CRecintoDibujado& recinto)
 {
-    return Texto(NombreEstado(recinto.estado));
+    switch (falta.clase) {
+    case ClaseFalta::FueraDeFecha:
+    case ClaseFalta::NoSeLlega:
+    case ClaseFalta::FueraDeParcela:
+        return true;
+    case ClaseFalta::Repetido:
+        return recinto.pieza > 1; // once for all pieces
+    default:
+        return false;
+    }
 }
 
-/// Told by the polygon, or nothing to tell.
-bool EsRuido(EstadoRecinto estado)
+/// The faults in words. What several outlines cost stands in the surfaces.
+std::string Di(const std::vector<CFalta>& faltas, const CRecintoDibujado& recinto)
 {
-    return estado == EstadoRecinto::Valido || estado == EstadoRecinto::NoSeLlega ||
-           estado == EstadoRecinto::FueraDeFecha || estado == EstadoRecinto::OtraClase;
+    std::string texto;
+    for (const CFalta& falta : faltas)
+        texto += (texto.empty() ? "" : "; ") +
+                 (falta.clase == ClaseFalta::Repetido
+                      ? "está en " + Miles(recinto.piezas) + " recintos: cuenta el último"
+                      : Texto(falta.texto));
+    return texto;
+}
+
+std::string Nombra(const CRecintoDibujado& recinto, ClaseTopologia clase)
+{
+    const bool subparcela = clase == ClaseTopologia::Subparcelas;
+    if (recinto.Valido() && !subparcela)
+        return "parcela " + Texto(recinto.rotulo);
+    if (recinto.Valido() && recinto.parcela >= 0)
+        return "subparcela " + std::to_string(recinto.parcela) + "-" + Texto(recinto.letra);
+    const std::string que = subparcela ? "recinto de subparcela " : "recinto de parcela ";
+    return que + (recinto.rotulo.IsEmpty() ? "sin nombre" : "«" + Texto(recinto.rotulo) + "»");
 }
 
 } // namespace
@@ -71,24 +97,33 @@ void CBalanceDibujo::Toma(const CPoligonoDibujado& poligono)
     CPoligonoRoto roto;
     if (!FaltaDelPoligono(poligono, roto).empty())
         rotos.push_back(roto);
+    recintosParcela += static_cast<std::int64_t>(poligono.parcelas.recintos.size());
+    recintosSubparcela += static_cast<std::int64_t>(poligono.subparcelas.recintos.size());
     TomaParcelas(poligono);
-    TomaSubparcelas(poligono);
+    Halla(poligono, poligono.parcelas, ClaseTopologia::Parcelas);
+    Halla(poligono, poligono.subparcelas, ClaseTopologia::Subparcelas);
+}
+
+void CBalanceDibujo::Halla(const CPoligonoDibujado& poligono, const CTopologiaDibujada& topologia,
+                           ClaseTopologia clase)
+{
+    const CFaltasDeRecintos faltas = FaltasDe(topologia, clase);
+    for (std::size_t i = 0; i < topologia.recintos.size(); ++i) {
+        const CRecintoDibujado& recinto = topologia.recintos[i];
+        std::vector<CFalta> suyas;
+        for (const CFalta& falta : faltas[i])
+            if (!SeDiceYa(falta, recinto))
+                suyas.push_back(falta);
+        if (!suyas.empty())
+            hallazgos.push_back(
+                {poligono.polig, Nombra(recinto, clase), Di(suyas, recinto), suyas.front().donde});
+    }
 }
 
 void CBalanceDibujo::TomaParcelas(const CPoligonoDibujado& poligono)
 {
     std::map<int, CSuma> sumas;
     for (const CRecintoDibujado& recinto : poligono.parcelas.recintos) {
-        ++recintosParcela;
-        if (!EsRuido(recinto.estado))
-            Halla(poligono.polig,
-                  recinto.rotulo.IsEmpty() ? "recinto sin nombre"
-                                           : "recinto «" + Texto(recinto.rotulo) + "»",
-                  Que(recinto) + ": la vuelta no lo ve");
-        if (recinto.tramosPerdidos > 0)
-            Halla(poligono.polig, "parcela " + Texto(recinto.rotulo),
-                  Cuantos(recinto.tramosPerdidos, "tramo de su linde no se lee",
-                          "tramos de su linde no se leen"));
         if (!recinto.Valido())
             continue;
         CSuma& suma = sumas[recinto.parcela];
@@ -100,23 +135,6 @@ void CBalanceDibujo::TomaParcelas(const CPoligonoDibujado& poligono)
     }
     for (const auto& [parcela, suma] : sumas)
         Compara(poligono.polig, parcela, suma);
-}
-
-void CBalanceDibujo::TomaSubparcelas(const CPoligonoDibujado& poligono)
-{
-    for (const CRecintoDibujado& recinto : poligono.subparcelas.recintos) {
-        ++recintosSubparcela;
-        if (!EsRuido(recinto.estado))
-            Halla(poligono.polig,
-                  recinto.rotulo.IsEmpty()
-                      ? "recinto de subparcela sin nombre"
-                      : "recinto de subparcela «" + Texto(recinto.rotulo) + "»",
-                  Que(recinto) + ": la vuelta no lo ve");
-        if (recinto.Valido() && recinto.parcela >= 0 && recinto.piezas > 1 && recinto.pieza == 1)
-            Halla(poligono.polig,
-                  "subparcela " + std::to_string(recinto.parcela) + "-" + Texto(recinto.letra),
-                  "su letra está en " + Miles(recinto.piezas) + " recintos: cuenta el último");
-    }
 }
 
 void CBalanceDibujo::Compara(int polig, int parcela, const CSuma& suma)

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "cadastre/drawing_findings.h"
 #include "cadastre/drawn_polygon.h"
 #include "report/log_messages.h"
 #include "report/tables_balance.h"
@@ -31,6 +32,7 @@ struct CHallazgo {
     int polig = 0;
     std::string donde; ///< "parcela 12", "subparcela 12-a"
     std::string que;
+    vexageo::CPunto<int> sitio;
 };
 
 /// A polygon whose files aren't all there, or don't belong together.
@@ -66,14 +68,11 @@ private:
         bool islasRaras = false;
     };
     void TomaParcelas(const CPoligonoDibujado& poligono);
-    void TomaSubparcelas(const CPoligonoDibujado& poligono);
+    void Halla(const CPoligonoDibujado& poligono, const CTopologiaDibujada& topologia,
+               ClaseTopologia clase);
     void Compara(int polig, int parcela, const CSuma& suma);
     std::string Motivo(int polig, int parcela, const CSuma& suma,
                        const CSuperficie& superficie) const;
-    void Halla(int polig, std::string donde, std::string que)
-    {
-        hallazgos.push_back({polig, std::move(donde), std::move(que)});
-    }
 
     const CSuperficies& m_superficies;
     std::set<std::pair<int, int>> m_corregidas; // told by W304

@@ -9,6 +9,7 @@ namespace informe {
 namespace {
 
 constexpr std::size_t kFilas = 60; // of each list
+constexpr double kMetro = 0.01;    // in a hundredth of a metre
 
 std::string FilaDesajuste(const CInforme& informe, const CDesajuste& uno)
 {
@@ -63,16 +64,18 @@ std::string Hallazgos(const CBalanceDibujo& dibujo)
     if (dibujo.hallazgos.empty() && dibujo.rotos.empty())
         return html + "<p class=\"cuadra\">✓ Nada.</p></article>\n";
     html += "<div class=\"ancha\"><table><thead><tr><th>Polígono</th><th>Dónde</th><th>Qué"
-            "</th></tr></thead><tbody>\n";
+            "</th><th class=\"n\">Sitio, m</th></tr></thead><tbody>\n";
     for (const CPoligonoRoto& roto : dibujo.rotos)
         html += "<tr class=\"mal\"><td>" + Html(Texto(roto.entrada)) + "</td><td>todo él</td><td>" +
-                Html(roto.que) + "</td></tr>\n";
+                Html(roto.que) + "</td><td></td></tr>\n";
     std::size_t dichos = 0;
     for (const CHallazgo& uno : dibujo.hallazgos) {
         if (++dichos > kFilas)
             break;
         html += "<tr><td>" + std::to_string(uno.polig) + "</td><td>" + Html(uno.donde) +
-                "</td><td>" + Html(uno.que) + "</td></tr>\n";
+                "</td><td>" + Html(uno.que) + "</td><td class=\"n\">" +
+                Decimal(uno.sitio.X * kMetro, 2) + " " + Decimal(uno.sitio.Y * kMetro, 2) +
+                "</td></tr>\n";
     }
     html += "</tbody></table></div>\n";
     if (dibujo.hallazgos.size() > kFilas)
