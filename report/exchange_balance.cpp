@@ -94,7 +94,7 @@ CPartida CBalanceIda::Empieza(std::string titulo, std::string lineas,
 CPartida CBalanceIda::Lineas() const
 {
     CPartida partida;
-    partida.titulo = "Líneas de la entrada";
+    partida.titulo = kTituloLineas;
     partida.Entra("líneas leídas", m_leida.lineas);
     const bool lista = m_leida.esLista;
     if (!lista)
@@ -258,7 +258,7 @@ std::vector<std::string> CBalanceIda::Notas(const std::vector<CPartida>& partida
     bool todas = true;
     for (const CPartida& partida : partidas) {
         todas = todas && partida.SePuedeDecir();
-        if (partida.titulo != partidas.front().titulo)
+        if (partida.titulo != kTituloLineas)
             filas += partida.sale.front().cuantos;
     }
     if (todas && filas == 0 && m_leida.lineas > 1)

@@ -1,5 +1,6 @@
 #include "report/page.h"
 
+#include <algorithm>
 #include <array>
 
 #include "report/svg_map.h"
@@ -30,7 +31,7 @@ std::string Cifra(std::int64_t cuantos, const char* que, const char* clase)
 std::string Cabecera(const CInforme& informe)
 {
     const std::string nombre = Html(Texto(informe.ficheros.base));
-    const std::int64_t sinExplicar = informe.balance.SinExplicar();
+    const std::int64_t sinExplicar = informe.SinExplicar();
     std::string html = "<header>\n<p class=\"sobre\">Informe del proceso</p>\n<h1>" + nombre +
                        "</h1>\n<p class=\"sentido\">" + NombreSentido(informe.ficheros.sentido) +
                        "</p>\n<ul class=\"cifras\">\n";
@@ -77,6 +78,15 @@ std::string CInforme::Ancla(std::uint32_t posicion) const
 {
     return mostradas.contains(posicion) ? "m" + std::to_string(registro.avisos[posicion].linea)
                                         : std::string();
+}
+
+std::int64_t CInforme::SinExplicar() const
+{
+    std::int64_t suma = balance.SinExplicar();
+    if (dibujo)
+        suma += std::count_if(dibujo->desajustes.begin(), dibujo->desajustes.end(),
+                              [](const CDesajuste& uno) { return uno.motivo.empty(); });
+    return suma;
 }
 
 std::string Fecha(std::time_t fecha)

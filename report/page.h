@@ -46,6 +46,8 @@ struct CInforme {
     /// Anchor of a message's row, empty where it isn't shown.
     std::string Ancla(std::uint32_t posicion) const;
     bool Detenido() const { return informe::Detenido(vistos); }
+    /// Records, and surfaces of parcels.
+    std::int64_t SinExplicar() const;
 };
 
 using CEscribe = std::function<void(std::string_view)>;

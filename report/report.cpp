@@ -38,6 +38,7 @@ private:
     void MiraNombrados();
     bool CabenSalidas();
     void LeeEntradas();
+    void OlvidaSalidas(CSuperficies& superficies);
     void Elige();
     void RecorreDibujos(const CSuperficies& superficies);
     void Mapa(const CPoligonoDibujado& poligono, CEnlaces& enlaces, CPresupuesto& presupuesto);
@@ -162,6 +163,16 @@ void CElaboracion::RecorreDibujos(const CSuperficies& superficies)
     m_informe.anclas = std::move(enlaces.hechas);
 }
 
+/// A run that was stopped left the outputs of an older one, which tell nothing of it.
+void CElaboracion::OlvidaSalidas(CSuperficies& superficies)
+{
+    for (CPartida& partida : m_informe.balance.partidas)
+        if (partida.titulo != kTituloLineas && partida.SePuedeDecir())
+            partida.noSePuede = "el proceso no llegó a escribirlo";
+    for (auto& [parcela, superficie] : superficies)
+        superficie.escrita.reset();
+}
+
 void CElaboracion::LeeEntradas()
 {
     CFicheros& ficheros = m_informe.ficheros;
@@ -176,6 +187,8 @@ void CElaboracion::LeeEntradas()
     else
         m_informe.balance.notas = {"No se halló la entrada ni la lista del proceso; --entrada o "
                                    "--lista las nombran."};
+    if (m_informe.Detenido())
+        OlvidaSalidas(superficies);
     Elige();
     m_indice = std::make_unique<CIndiceAvisos>(m_informe.registro);
     if (!m_opciones.geojson.IsEmpty())
@@ -213,7 +226,7 @@ void CElaboracion::Resume()
     texto += Cuantos(registro.Errores(), "error", "errores") + ", " +
              Cuantos(registro.Warnings(), "warning", "warnings") + ", " +
              Cuantos(m_informe.asuntos.cuantos, "asunto", "asuntos") + ", " +
-             Miles(m_informe.balance.SinExplicar()) + " sin explicar\n";
+             Miles(m_informe.SinExplicar()) + " sin explicar\n";
     const auto renglon = [&](std::string_view codigo, std::int64_t cuantos,
                              const std::string& que) {
         constexpr std::size_t kAncho = 9;
