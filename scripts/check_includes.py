@@ -18,12 +18,17 @@ ORDER = [
 ]
 # These stand beside the order: they may include anything, and nothing of the program includes them.
 OUTSIDE = ["tools", "tests", "bench", "fuzz"]
+# So do these, which include the folders named and no others.
+BESIDE = {
+    "help/advice": [],
+    "report": ["platform", "vexa_libs", "cadastre", "help/advice"],
+}
 RANK = {folder: rank for rank, folders in enumerate(ORDER) for folder in folders}
 
 
 def folder_of(path):
     """The listed folder that holds the path, the longest one that fits."""
-    names = [f for f in list(RANK) + OUTSIDE if path.startswith(f + "/")]
+    names = [f for f in [*RANK, *OUTSIDE, *BESIDE] if path.startswith(f + "/")]
     return max(names, key=len) if names else None
 
 
@@ -43,7 +48,10 @@ def faults(path):
                 yield where + ": an include names the file from the project's folder"
             elif folder in OUTSIDE:
                 continue
-            elif other in OUTSIDE or (other != folder and RANK[other] >= RANK[folder]):
+            elif folder in BESIDE:
+                if other != folder and other not in BESIDE[folder]:
+                    yield where + f": {folder} may not include {other}"
+            elif other in OUTSIDE or other in BESIDE or (other != folder and RANK[other] >= RANK[folder]):
                 yield where + f": {folder} may not include {other}"
             elif any(front in name for front in ("/terminal/", "/desktop/", "/windows/")):
                 if not main and not path.startswith(name.rsplit("/", 1)[0]):

@@ -9,12 +9,15 @@ execute_process(COMMAND ${CMAKE_COMMAND} --install ${BUILD} --prefix ${WORK}/usr
 foreach(file
     bin/campiva
     bin/campiva-gui
+    bin/campiva-informe
     share/applications/campiva.desktop
     share/campiva/campiva.chm
     share/icons/hicolor/scalable/apps/campiva.svg
     share/man/es/man1/campiva-gui.1
+    share/man/es/man1/campiva-informe.1
     share/man/es/man1/campiva.1
     share/man/man1/campiva-gui.1
+    share/man/man1/campiva-informe.1
     share/man/man1/campiva.1)
   if(NOT EXISTS ${WORK}/usr/${file})
     message(FATAL_ERROR "${file} isn't installed")
