@@ -45,7 +45,7 @@ std::int64_t CBalance::SinExplicar() const
 
 std::string Nombra(const CClave& clave)
 {
-    const std::string texto = SinBlancos(Texto(clave.texto));
+    std::string texto = SinBlancos(Texto(clave.texto));
     if (clave.polig == 0 && clave.parcela == 0)
         return texto;
     const std::string numeros = std::to_string(clave.polig) + "-" + std::to_string(clave.parcela);

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <compare>
 #include <cstdint>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "platform/cstring.h"
@@ -60,8 +60,11 @@ struct CClave {
     int parcela = 0;
     CString texto;
 
-    friend auto operator<=>(const CClave& a, const CClave& b) = default;
     friend bool operator==(const CClave& a, const CClave& b) = default;
+    friend bool operator<(const CClave& a, const CClave& b)
+    {
+        return std::tie(a.polig, a.parcela, a.texto) < std::tie(b.polig, b.parcela, b.texto);
+    }
 };
 
 /// "3-12", "3-12 a", or the text of what has no numbers.

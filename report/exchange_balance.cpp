@@ -244,16 +244,17 @@ CPartida CBalanceIda::Vinculos() const
 
 std::vector<std::string> CBalanceIda::Notas(const std::vector<CPartida>& partidas) const
 {
-    std::vector<std::string> notas;
-    notas.push_back(m_leida.esLista ? "La entrada es una relación de subparcelas con titulares."
-                                    : "La entrada es un fichero de Catastro.");
+    std::vector<std::string> notas = {m_leida.esLista
+                                          ? "La entrada es una relación de subparcelas con "
+                                            "titulares."
+                                          : "La entrada es un fichero de Catastro."};
     if (m_leida.municipios > 1)
         notas.push_back("Trae " + Miles(m_leida.municipios) +
                         " municipios: las parcelas de un fichero de Catastro van todas al de su "
                         "última línea.");
     if (m_leida.sinVinculo > 0)
-        notas.push_back(Cuantos(m_leida.sinVinculo, "línea PR es", "líneas PR son") +
-                        " de 71 caracteres o menos y no nombran titular ni paraje.");
+        notas.push_back(Cuantos(m_leida.sinVinculo, "línea PR de", "líneas PR de") +
+                        " 71 caracteres o menos, sin titular ni paraje.");
     std::int64_t filas = 0;
     bool todas = true;
     for (const CPartida& partida : partidas) {
@@ -262,7 +263,7 @@ std::vector<std::string> CBalanceIda::Notas(const std::vector<CPartida>& partida
             filas += partida.sale.front().cuantos;
     }
     if (todas && filas == 0 && m_leida.lineas > 1)
-        notas.push_back(
+        notas.emplace_back(
             "Las tablas no tienen más que su cabecera. ¿Se leyó la entrada como si fuera "
             "de la otra clase (TipoEntrada)?");
     return notas;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <map>
 #include <set>
+#include <tuple>
 
 #include "report/text.h"
 
@@ -33,7 +34,10 @@ struct CCausa {
     {
         return clase == otra.clase && a == otra.a && b == otra.b;
     }
-    friend auto operator<=>(const CCausa&, const CCausa&) = default;
+    friend bool operator<(const CCausa& x, const CCausa& y)
+    {
+        return std::tie(x.clase, x.a, x.b, x.posicion) < std::tie(y.clase, y.a, y.b, y.posicion);
+    }
 };
 
 using CNumeros = std::pair<int, int>; // of a parcel

@@ -4,6 +4,7 @@
 #include <map>
 #include <optional>
 #include <span>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -32,7 +33,12 @@ private:
         int polig;
         int parcela;
         std::uint32_t posicion;
-        auto operator<=>(const CEntrada&) const = default;
+
+        friend bool operator<(const CEntrada& a, const CEntrada& b)
+        {
+            return std::tie(a.polig, a.parcela, a.posicion) <
+                   std::tie(b.polig, b.parcela, b.posicion);
+        }
     };
     std::span<const CEntrada> Tramo(int polig, int parcela) const;
 

@@ -83,7 +83,7 @@ path:target{stroke:var(--azul);stroke-width:4}
 footer{margin:3rem auto 2rem;color:var(--tenue);font-size:.88rem}
 @page{size:A4;margin:16mm 14mm}
 @media print{:root{--papel:#fff;--tinta:#000;--tenue:#444;--raya:#bbb;--fondo:#fff;--err:#8f1d12;--avi:#6b4500;--bien:#1d4d28;--azul:#000}
-body{font-size:9.5pt}header,main,footer{max-width:none;padding:0}nav,#filtro{display:none!important}a{text-decoration:none}h2,h3{break-after:avoid}thead{display:table-header-group}tr{break-inside:avoid}.mapa{max-height:22cm}}
+body{font-size:9.5pt}header,main,footer{max-width:none;padding:0}nav,#filtro{display:none!important}a{text-decoration:none}h2,h3{break-after:avoid}thead{display:table-header-group}tr{break-inside:avoid}table{font-size:8pt;line-height:1.3}th,td{padding:.1rem .35rem}#lista td:last-child,#lista th:last-child{display:none}.mapa{max-height:22cm}}
 )";
 }
 
