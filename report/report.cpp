@@ -60,7 +60,9 @@ private:
 /// Complains of files that the line names and that aren't there.
 void CElaboracion::MiraNombrados()
 {
-    for (const CString& nombre : {m_opciones.entrada, m_opciones.lista})
+    std::vector<CString> nombrados = m_opciones.con;
+    nombrados.insert(nombrados.end(), {m_opciones.entrada, m_opciones.lista});
+    for (const CString& nombre : nombrados)
         if (!nombre.IsEmpty() && !HayFichero(nombre))
             Queja("El archivo " + Texto(nombre) + " no existe");
     if (!m_opciones.tablas.IsEmpty())

@@ -18,7 +18,8 @@ constexpr struct {
 
 bool TieneAlgunValor(const COpciones& opciones)
 {
-    return std::any_of(std::begin(kConValor), std::end(kConValor),
+    return !opciones.con.empty() ||
+           std::any_of(std::begin(kConValor), std::end(kConValor),
                        [&](const auto& opcion) { return !(opciones.*opcion.valor).IsEmpty(); });
 }
 
@@ -41,13 +42,18 @@ bool TomaOpcion(std::span<const std::string> argumentos, std::size_t& i, COpcion
     const auto* const opcion =
         std::find_if(std::begin(kConValor), std::end(kConValor),
                      [&](const auto& una) { return una.nombre == argumento; });
-    if (opcion == std::end(kConValor)) {
+    const bool con = argumento == "--con";
+    if (opcion == std::end(kConValor) && !con) {
         queja = "no hay opción " + argumento;
         return false;
     }
     if (i + 1 == argumentos.size() || argumentos[i + 1].empty()) {
         queja = "a " + argumento + " le falta su nombre";
         return false;
+    }
+    if (con) {
+        opciones.con.emplace_back(argumentos[++i]);
+        return true;
     }
     if (!(opciones.*opcion->valor).IsEmpty()) {
         queja = argumento + " está dos veces";
@@ -78,6 +84,8 @@ la entrada o a la lista.
   --tablas CARPETA la carpeta de las seis tablas: Modulos.txt, Titulares.txt,
                    Parcelas.txt, Subparcelas.txt, Parajes.txt, Cotitulares.txt
   --ortos F        el gráfico de las ortofotos (.TOP o .BIN)
+  --con F          otro fichero que leyó o escribió el proceso; qué es, se ve
+                   en él. Puede ir varias veces
   --help           esto
   --version        la versión
 

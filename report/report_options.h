@@ -23,6 +23,7 @@ struct COpciones {
     CString entrada;
     CString tablas; ///< folder
     CString ortos;
+    std::vector<CString> con; ///< files of the run; what each is, its content tells
 };
 
 extern const char* const kUso;

@@ -4,6 +4,7 @@
 #include <chrono>
 #include <filesystem>
 
+#include "cadastre/table_files.h"
 #include "platform/cfile.h"
 #include "platform/system_files.h"
 #include "vexa_libs/binary.h"
@@ -18,6 +19,10 @@ constexpr std::string_view kNoEsEntrada[] = {"ERR", "HTML", "HTM",     "CSV",
                                              "R",   "M",    "GEOJSON", "CSP"};
 constexpr std::string_view kNoEsLista[] = {"ERR", "HTML", "HTM", "CSV", "R",   "M",  "GEOJSON",
                                            "CSP", "BIN",  "PAR", "SUB", "POL", "TOP"};
+
+constexpr const char* kCabeceras[kTablas] = {kCabeceraModulos,  kCabeceraTitulares,
+                                             kCabeceraParcelas, kCabeceraSubparcelas,
+                                             kCabeceraParajes,  kCabeceraCotitulares};
 
 constexpr std::size_t kPedazo = std::size_t{1} << 16U;
 constexpr auto kHolgura = std::chrono::seconds(2); // some disks tell the time no better
@@ -71,10 +76,10 @@ CString BuscaEntrada(const CString& carpeta, const CString& base)
     return {};
 }
 
-/// The first line of a list; empty where the file can't be read.
-CCabeceraLista Cabecera(const CString& nombre)
+/// The first line, with its end, as far as it tells what a file is; empty where it can't be read.
+std::string PrimeraLinea(const CString& nombre)
 {
-    constexpr UINT kBasta = 64; // characters of the line
+    constexpr UINT kBasta = 512; // no header is longer
     char bufer[kBasta] = "";
     try {
         CStdioFile fichero;
@@ -82,9 +87,14 @@ CCabeceraLista Cabecera(const CString& nombre)
             fichero.ReadString(bufer, kBasta) == nullptr)
             return {};
     } catch (const CFileException&) {
-        return {}; // whatever it is, it is no list
+        return {}; // whatever it is, it is none of ours
     }
-    return LeeCabeceraLista(CString(std::string_view(bufer)));
+    return bufer;
+}
+
+CCabeceraLista Cabecera(const CString& nombre)
+{
+    return LeeCabeceraLista(PrimeraLinea(nombre));
 }
 
 CString BuscaLista(const CString& carpeta, const CString& base)
@@ -98,12 +108,44 @@ CString BuscaLista(const CString& carpeta, const CString& base)
     return {};
 }
 
+/// Takes what the line says of the run's files, each for what it is.
+void TomaNombrados(const std::vector<CString>& nombrados, CFicheros& ficheros)
+{
+    for (const CString& nombre : nombrados) {
+        const std::string primera = PrimeraLinea(nombre);
+        const auto* const tabla = std::find(std::begin(kCabeceras), std::end(kCabeceras), primera);
+        const std::filesystem::path ruta = sistema::Ruta(nombre);
+        const std::string extension = Extension(ruta);
+        if (tabla != std::end(kCabeceras))
+            ficheros.tablas[static_cast<std::size_t>(tabla - kCabeceras)] = nombre;
+        else if (!EsUna(extension, kNoEsLista) &&
+                 LeeCabeceraLista(primera).nombreSalida == ficheros.base)
+            ficheros.lista = nombre;
+        else if (!EsUna(extension, kNoEsEntrada) &&
+                 sistema::Nombre(ruta.stem()) == std::string_view(ficheros.base))
+            ficheros.entrada = nombre;
+    }
+}
+
 CString BuscaOrtos(const CString& carpeta)
 {
     for (const std::filesystem::path& nombre : Nombres(carpeta))
         if (Extension(nombre) == "TOP")
             return EnCarpeta(carpeta, sistema::Nombre(nombre));
     return {};
+}
+
+/// Gives the tables that nobody named their usual names.
+void SituaTablas(const CString& junto, const CString& carpeta, CFicheros& ficheros)
+{
+    for (std::size_t tabla = 0; tabla < kTablas; ++tabla) {
+        const CString nombre = kNombres[tabla];
+        if (!carpeta.IsEmpty())
+            ficheros.tablas[tabla] =
+                sistema::Nombre(sistema::Ruta(carpeta) / sistema::Ruta(nombre));
+        else if (ficheros.tablas[tabla].IsEmpty())
+            ficheros.tablas[tabla] = EnCarpeta(junto, nombre);
+    }
 }
 
 std::optional<std::filesystem::file_time_type> Fecha(const CString& nombre)
@@ -182,10 +224,17 @@ CFicheros BuscaFicheros(const CString& registro, const COpciones& opciones)
     ficheros.registro = registro;
     ficheros.base = sistema::Nombre(sistema::Ruta(registro).stem());
     const CString junto = CCadena(registro).DamePath();
-    const bool deIda = !opciones.entrada.IsEmpty();
-    ficheros.lista = deIda ? CString() : opciones.lista;
-    if (!deIda && ficheros.lista.IsEmpty())
+    TomaNombrados(opciones.con, ficheros);
+    if (!opciones.entrada.IsEmpty()) {
+        ficheros.entrada = opciones.entrada;
+        ficheros.lista = CString();
+    } else if (!opciones.lista.IsEmpty()) {
+        ficheros.lista = opciones.lista;
+    } else if (ficheros.lista.IsEmpty() && ficheros.entrada.IsEmpty()) {
         ficheros.lista = BuscaLista(junto, ficheros.base);
+        if (ficheros.lista.IsEmpty())
+            ficheros.entrada = BuscaEntrada(junto, ficheros.base);
+    }
     CString carpetaTablas = junto;
     if (!ficheros.lista.IsEmpty()) {
         ficheros.sentido = Sentido::Vuelta;
@@ -194,18 +243,11 @@ CFicheros BuscaFicheros(const CString& registro, const COpciones& opciones)
         ficheros.ortos = opciones.ortos.IsEmpty() ? BuscaOrtos(ficheros.carpeta) : opciones.ortos;
         ficheros.ficheroR = FicheroDeLista(ficheros.carpeta, ficheros.base, "R");
         ficheros.ficheroM = FicheroDeLista(ficheros.carpeta, ficheros.base, "M");
-    } else {
-        ficheros.entrada = deIda ? opciones.entrada : BuscaEntrada(junto, ficheros.base);
-        if (!ficheros.entrada.IsEmpty())
-            ficheros.sentido = Sentido::Ida;
+        ficheros.entrada = CString();
+    } else if (!ficheros.entrada.IsEmpty()) {
+        ficheros.sentido = Sentido::Ida;
     }
-    for (int tabla = 0; tabla < kTablas; ++tabla) {
-        const CString nombre = kNombres[tabla];
-        ficheros.tablas[static_cast<std::size_t>(tabla)] =
-            opciones.tablas.IsEmpty()
-                ? EnCarpeta(carpetaTablas, nombre)
-                : CString(sistema::Nombre(sistema::Ruta(opciones.tablas) / sistema::Ruta(nombre)));
-    }
+    SituaTablas(carpetaTablas, opciones.tablas, ficheros);
     return ficheros;
 }
 

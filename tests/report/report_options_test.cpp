@@ -16,6 +16,8 @@ TEST(ReportOptions, TakesLogsAndTheirOptions)
     EXPECT_EQ(opciones->lista, CString("l.txt"));
     EXPECT_EQ(opciones->csv, CString("a.csv"));
     EXPECT_TRUE(opciones->html.IsEmpty());
+    const std::vector<std::string> con = {"--con", "a", "--con", "b", "a.ERR"};
+    EXPECT_EQ(LeeOpciones(con, queja)->con, (std::vector<CString>{"a", "b"}));
     const std::vector<std::string> varios = {"a.ERR", "--", "--csv"};
     EXPECT_EQ(LeeOpciones(varios, queja)->registros, (std::vector<CString>{"a.ERR", "--csv"}));
     const std::vector<std::string> ayuda = {"a.ERR", "--help", "--nada"};
@@ -38,6 +40,8 @@ TEST(ReportOptions, ComplainsOfALineThatItDoesNotUnderstand)
         {{"a.ERR", "--csv", ""}, "a --csv le falta"},
         {{"a.ERR", "--csv", "a", "--csv", "b"}, "dos veces"},
         {{"a.ERR", "b.ERR", "--html", "p.html"}, "de uno solo"},
+        {{"a.ERR", "b.ERR", "--con", "f"}, "de uno solo"},
+        {{"a.ERR", "--con"}, "a --con le falta"},
         {{"a.ERR", "--entrada", "e", "--lista", "l"}, "de la ida"},
     };
     for (const auto& caso : casos) {

@@ -158,6 +158,27 @@ TEST_F(Traduccion, ReportDoesWithoutWhatIsMissing)
     EXPECT_THAT(sinEntrada.resultado.quejas, IsEmpty());
 }
 
+TEST_F(Traduccion, ReportSeesWhatTheFilesOfTheRunAre)
+{
+    Ejecuta(DosParcelas());
+    informe::COpciones opciones;
+    std::filesystem::create_directory(carpeta.Ruta() / "otra");
+    for (const char* tabla :
+         {"Modulos", "Titulares", "Parcelas", "Subparcelas", "Parajes", "Cotitulares", "entrada"}) {
+        const std::string antes = std::string(tabla) + ".txt";
+        const std::string ahora =
+            std::string("otra/") + (antes == "entrada.txt" ? "entrada.cat" : antes + "2");
+        std::filesystem::rename(carpeta.Ruta() / antes, carpeta.Ruta() / ahora);
+        opciones.con.push_back(carpeta.En(ahora));
+    }
+    opciones.con.push_back(carpeta.En("entrada.ERR"));
+    const CInformePrueba informe(carpeta, "entrada.ERR", opciones);
+    EXPECT_THAT(informe.resultado.quejas, IsEmpty());
+    EXPECT_THAT(informe.Cuenta(), testing::StartsWith("ida, "));
+    EXPECT_THAT(informe.Partida("Parcelas"), HasSubstr("|2|Sale|filas de Parcelas.txt|2|"));
+    EXPECT_FALSE(informe.Dice("No se puede comprobar"));
+}
+
 TEST_F(Traduccion, ReportComplainsOfWhatTheLineNamesInVain)
 {
     Ejecuta(DosParcelas());
