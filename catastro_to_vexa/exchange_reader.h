@@ -4,22 +4,12 @@
 #include <vector>
 
 #include "cadastre/database.h"
-#include "cadastre/exchange_format.h"
+#include "cadastre/exchange_lines.h"
 #include "cadastre/message_catalogue.h"
 #include "catastro_to_vexa/record_queue.h"
 
 // What an exchange file leaves pending until its last line is read. A record may name another one
 // that stands further on, so parcels, subparcels and links wait.
-
-// Columns that the reader takes beside the record's own. A PR line must be longer than 71
-// characters to say anything of its holder and place, an SP or SC line longer than 16 to name a
-// parcel, a TL line longer than 18 to tell a share.
-inline constexpr CLectura kLeeNumImputa = {46, 7, 72};
-inline constexpr CLectura kLeeTit = {53, 2, 72};
-inline constexpr CLectura kLeeParaje = {71, 5, 72};
-inline constexpr CLectura kLeePolig = {13, 3, 17};
-inline constexpr CLectura kLeeParcela = {16, 5, 17};
-inline constexpr CLectura kLeePartici = {18, 5, 19};
 
 /// What a PR line says beyond its parcel.
 struct CVinculoParcela {

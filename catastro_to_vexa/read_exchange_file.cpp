@@ -2,7 +2,7 @@
 #include <iterator>
 #include <utility>
 
-#include "cadastre/exchange_format.h"
+#include "cadastre/exchange_lines.h"
 #include "cadastre/wrapping.h"
 #include "catastro_to_vexa/campiva_a_vexa_dlg.h"
 #include "catastro_to_vexa/exchange_reader.h"
@@ -11,8 +11,6 @@
 // the lines left pending. Each gives false when the user stopped it.
 
 namespace {
-
-constexpr UINT kLineaMasLarga = 190; // a longer line comes in pieces, each a line of its own
 
 /// The municipality's holder lines, by number and, within one number, in the order of the file.
 std::vector<CTitularLeido> PorNumero(const std::vector<CTitularLeido>& leidos, int municipio)
@@ -64,7 +62,7 @@ void CCampivaAVexaDlg::LeeArchivoNormal(CBaseCatastro& base, CStdioFile* entrada
     CLecturaCatastro lectura(base, {*log, *numErrores, *numWarnings});
     Fase(IDS_LEYENDO_BASE);
     const std::uint64_t longitud = entrada->GetLength();
-    char bufer[kLineaMasLarga + 1];
+    char bufer[kLineaCatastro + 1];
     while (entrada->ReadString(bufer, sizeof bufer) != nullptr) {
         const std::string_view linea = bufer;
         if (!Avanza(entrada->GetPosition(), longitud))

@@ -1,15 +1,12 @@
 #include <utility>
 
-#include "cadastre/exchange_format.h"
+#include "cadastre/exchange_lines.h"
 #include "catastro_to_vexa/campiva_a_vexa_dlg.h"
-#include "catastro_to_vexa/list_lines.h"
 
 // The reading of a list of subparcels with holders. A line that isn't a holder's belongs to the
 // lines before it: the order of the lines links subparcels to parcels and parcels to holders.
 
 namespace {
-
-constexpr UINT kLineaMasLarga = 220; // a longer line comes in pieces, each a line of its own
 
 /// An element of a municipality that the lines to come belong to.
 struct CActual {
@@ -92,7 +89,7 @@ void CCampivaAVexaDlg::LeeListaSubparcelas(CBaseCatastro& base, CStdioFile* entr
     CLecturaLista lectura{base, {*log, *numErrores, *numWarnings}, {}, {}, {}};
     Fase(IDS_LEYENDO_BASE);
     const std::uint64_t longitud = entrada->GetLength();
-    char bufer[kLineaMasLarga + 1];
+    char bufer[kLineaLista + 1];
     bool cabecera = false; // the first line that isn't empty is the heading
     while (entrada->ReadString(bufer, sizeof bufer) != nullptr) {
         const std::string_view linea = bufer;

@@ -18,10 +18,11 @@ ORDER = [
 ]
 # These stand beside the order: they may include anything, and nothing of the program includes them.
 OUTSIDE = ["tools", "tests", "bench", "fuzz"]
-# These stand beside the program, on what they name here.
+# So do these, which include the folders named and no others.
 BESIDE = {
     "help/advice": [],
     "gis": ["platform", "vexa_libs", "cadastre", "help/advice"],
+    "report": ["platform", "vexa_libs", "cadastre", "help/advice"],
 }
 RANK = {folder: rank for rank, folders in enumerate(ORDER) for folder in folders}
 
@@ -48,9 +49,10 @@ def faults(path):
                 yield where + ": an include names the file from the project's folder"
             elif folder in OUTSIDE or other == folder:
                 continue
-            elif folder in BESIDE and other in BESIDE[folder]:
-                continue
-            elif folder in BESIDE or other in BESIDE or other in OUTSIDE or RANK[other] >= RANK[folder]:
+            elif folder in BESIDE:
+                if other not in BESIDE[folder]:
+                    yield where + f": {folder} may not include {other}"
+            elif other in OUTSIDE or other in BESIDE or RANK[other] >= RANK[folder]:
                 yield where + f": {folder} may not include {other}"
             elif any(front in name for front in ("/terminal/", "/desktop/", "/windows/")):
                 if not main and not path.startswith(name.rsplit("/", 1)[0]):

@@ -1,8 +1,7 @@
 #include "tools/cadastre_lines.h"
 
 #include "cadastre/column_reader.h"
-#include "catastro_to_vexa/exchange_reader.h"
-#include "catastro_to_vexa/list_lines.h"
+#include "cadastre/exchange_lines.h"
 #include "platform/ansi.h"
 
 namespace sintetico {

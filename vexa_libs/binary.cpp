@@ -30,9 +30,9 @@ constexpr std::array<CTablaCrc, kBytesALaVez> kTablasCrc = [] {
 
 } // namespace
 
-std::uint32_t Crc32(std::string_view bytes)
+std::uint32_t Crc32(std::string_view bytes, std::uint32_t anterior)
 {
-    std::uint32_t crc = 0xFFFFFFFFU;
+    std::uint32_t crc = anterior ^ 0xFFFFFFFFU;
     for (; bytes.size() >= kBytesALaVez; bytes.remove_prefix(kBytesALaVez)) {
         std::uint64_t ocho = CLector(bytes).U64() ^ crc;
         crc = 0;

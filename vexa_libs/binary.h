@@ -14,7 +14,8 @@ namespace vexageo {
 inline constexpr std::uint64_t kRegistroMayor = std::uint64_t{256} << 20U;
 
 /// CRC-32 as in zip and PNG, polynomial 0xEDB88320.
-std::uint32_t Crc32(std::string_view bytes);
+/// \param anterior  that of what stands in front of the bytes, for a sum taken piece by piece
+std::uint32_t Crc32(std::string_view bytes, std::uint32_t anterior = 0);
 
 /// Takes numbers from the front of a piece of memory. What passes its end gives 0 and marks it bad.
 class CLector {

@@ -124,6 +124,9 @@ Section
   SetOutPath "$INSTDIR"
   File "${PROGRAMS}\campiva-gui.exe"
   File "${PROGRAMS}\campiva.exe"
+!ifdef REPORT
+  File "${PROGRAMS}\campiva-informe.exe"
+!endif
   File "${PROGRAMS}\campiva.chm"
   File "${PROGRAMS}\campiva.chm.sha256"
   File "${PROGRAMS}\campiva.txt"
@@ -158,6 +161,7 @@ Section Uninstall
   !insertmacro WAIT_FOR_PROGRAMS
   Delete "$INSTDIR\campiva-gui.exe"
   Delete "$INSTDIR\campiva.exe"
+  Delete "$INSTDIR\campiva-informe.exe"
   Delete "$INSTDIR\campiva.chm"
   Delete "$INSTDIR\campiva.chm.sha256"
   Delete "$INSTDIR\campiva.chw" ; which the viewer makes beside it

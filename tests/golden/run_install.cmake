@@ -1,25 +1,35 @@
-# Installs the program into an empty folder and looks for what a Linux desktop expects of it.
+# Installs the program into an empty folder, looks for what a Linux desktop expects of it, and takes it
+# away again.
 #   cmake -D BUILD=folder -D WORK=folder -P run_install.cmake
 
 cmake_minimum_required(VERSION 3.25)
 
 file(REMOVE_RECURSE ${WORK})
-execute_process(COMMAND ${CMAKE_COMMAND} --install ${BUILD} --prefix ${WORK}/usr
+execute_process(COMMAND ${CMAKE_COMMAND} --install ${BUILD} --prefix "${WORK}/the usr"
   OUTPUT_QUIET COMMAND_ERROR_IS_FATAL ANY)
 foreach(file
     bin/campiva
     bin/campiva-gui
     bin/show_drawing
+    bin/campiva-informe
+    bin/campiva-lote
     share/applications/campiva.desktop
+    share/bash-completion/completions/campiva-informe
     share/campiva/campiva.chm
+    share/campiva/samples/villanueva_dibujos/poligonos.txt
     share/icons/hicolor/scalable/apps/campiva.svg
     share/man/es/man1/campiva-gui.1
+    share/man/es/man1/campiva-informe.1
+    share/man/es/man1/campiva-lote.1
     share/man/es/man1/campiva.1
     share/man/es/man1/show_drawing.1
     share/man/man1/campiva-gui.1
+    share/man/man1/campiva-informe.1
+    share/man/man1/campiva-lote.1
     share/man/man1/campiva.1
-    share/man/man1/show_drawing.1)
-  if(NOT EXISTS ${WORK}/usr/${file})
+    share/man/man1/show_drawing.1
+    share/metainfo/example.vexasoft.campiva.metainfo.xml)
+  if(NOT EXISTS "${WORK}/the usr/${file}")
     message(FATAL_ERROR "${file} isn't installed")
   endif()
 endforeach()
@@ -27,9 +37,16 @@ endforeach()
 # The installed program finds its help: the manual, and the text of a control.
 file(WRITE ${WORK}/commands "1\n? 1013\n57670\n")
 set(ENV{XDG_CONFIG_HOME} ${WORK}/config)
-execute_process(COMMAND ${WORK}/usr/bin/campiva INPUT_FILE ${WORK}/commands
+execute_process(COMMAND "${WORK}/the usr/bin/campiva" INPUT_FILE ${WORK}/commands
   OUTPUT_VARIABLE seen ERROR_VARIABLE complaints RESULT_VARIABLE status)
 if(NOT status EQUAL 0 OR complaints OR NOT seen MATCHES "Tabla de módulos" OR
    NOT seen MATCHES "Las tres traducciones")
   message(FATAL_ERROR "status ${status}\n${complaints}\n${seen}")
+endif()
+
+execute_process(COMMAND ${CMAKE_COMMAND} --build ${BUILD} --target uninstall
+  OUTPUT_QUIET COMMAND_ERROR_IS_FATAL ANY)
+file(GLOB_RECURSE left "${WORK}/the usr/*")
+if(left OR EXISTS "${WORK}/the usr/share/campiva")
+  message(FATAL_ERROR "left behind: ${left}")
 endif()

@@ -115,6 +115,7 @@ TEST_F(FicherosDeDibujo, AnEntityStandsAsTheFormSays)
                           "3132"
                           "e5c91648");
     EXPECT_EQ(Crc32("123456789"), 0xCBF43926U);
+    EXPECT_EQ(Crc32("3456789", Crc32("12")), 0xCBF43926U);
 }
 
 TEST_F(FicherosDeDibujo, APolygonComesBackWhole)

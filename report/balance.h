@@ -1,0 +1,86 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <tuple>
+#include <vector>
+
+#include "platform/cstring.h"
+
+// The balance of a run: what went in, and where each piece of it is now.
+
+namespace informe {
+
+/// What one kind of record came to. Both sides are counted apart, from different files, so what one
+/// of them lacks comes to light.
+struct CPartida {
+    struct CRenglon {
+        std::string texto;
+        std::int64_t cuantos;
+        bool callado = false; ///< lost without a message of the run
+    };
+
+    void Entra(std::string texto, std::int64_t cuantos)
+    {
+        entra.push_back({std::move(texto), cuantos});
+    }
+    void Sale(std::string texto, std::int64_t cuantos)
+    {
+        sale.push_back({std::move(texto), cuantos});
+    }
+    void SalePerdido(std::string texto, std::int64_t cuantos)
+    {
+        sale.push_back({std::move(texto), cuantos, true});
+    }
+    std::int64_t SumaEntra() const;
+    std::int64_t SumaSale() const;
+    /// 0 where everything is accounted for, or nothing can be said.
+    std::int64_t SinExplicar() const;
+    bool SePuedeDecir() const { return noSePuede.empty(); }
+
+    std::string titulo;
+    std::vector<CRenglon> entra;
+    std::vector<CRenglon> sale;
+    std::int64_t faltan = 0;           ///< records that should have been written and aren't there
+    std::int64_t sobran = 0;           ///< records that are there and come from nowhere
+    std::vector<std::string> ejemplos; ///< of both
+    std::string noSePuede;             ///< why nothing can be said
+};
+
+struct CBalance {
+    std::int64_t SinExplicar() const;
+
+    std::vector<CPartida> partidas;
+    std::vector<std::string> notas; ///< what is worth a look beside the sums
+};
+
+/// What tells one record from others of its kind.
+struct CClave {
+    int polig = 0;
+    int parcela = 0;
+    CString texto;
+
+    friend bool operator==(const CClave& a, const CClave& b) = default;
+    friend bool operator<(const CClave& a, const CClave& b)
+    {
+        return std::tie(a.polig, a.parcela, a.texto) < std::tie(b.polig, b.parcela, b.texto);
+    }
+};
+
+/// "3-12", "3-12 a", or the text of what has no numbers.
+std::string Nombra(const CClave& clave);
+
+/// Records that should be there against records that are.
+class CCotejo {
+public:
+    void Espera(CClave clave) { m_esperados.push_back(std::move(clave)); }
+    void Hay(CClave clave) { m_hallados.push_back(std::move(clave)); }
+    /// Tells the part what is missing and what is too much.
+    void Cierra(CPartida& partida);
+
+private:
+    std::vector<CClave> m_esperados;
+    std::vector<CClave> m_hallados;
+};
+
+} // namespace informe

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "report/log_messages.h"
+#include "report/message_index.h"
+
+namespace informe {
+
+/// Writes all lines of the log as a sheet: UTF-8 with its mark, semicolons, CR LF.
+/// \param sitios  where the drawings show what the messages speak of; null for no drawings
+void EscribeCsv(const CString& nombre, const CRegistroLeido& registro,
+                const CString& ficheroRegistro, const CSitios* sitios);
+
+} // namespace informe

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "report/balance.h"
+#include "report/log_messages.h"
+#include "report/people.h"
+#include "report/run_files.h"
+
+namespace informe {
+
+/// Title of the one part that asks nothing of the outputs.
+inline constexpr const char* kTituloLineas = "Líneas de la entrada";
+
+/// The balance of a way out: lines of the input against rows of the six tables and messages. An
+/// input that can't be opened leaves it empty but for a note.
+CBalance BalanceIda(const CFicheros& ficheros, const CRegistroLeido& registro, CPersonas& personas);
+
+} // namespace informe

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <set>
+#include <string>
+#include <tuple>
+#include <vector>
+
+#include "cadastre/database.h"
+#include "report/balance.h"
+#include "report/people.h"
+
+// What the lines of an input come to by the rules of the way out: which are kept, which join one
+// that is there, which are dropped.
+
+namespace informe {
+
+/// Records that the tables should hold, and lines that left none.
+struct CEntradaLeida {
+    struct CClase {
+        std::int64_t lineas = 0;
+        std::int64_t unidas = 0;    ///< joined one that was there, without a message
+        std::int64_t sinEfecto = 0; ///< left nothing, without a message
+        std::vector<CClave> quedan;
+    };
+
+    bool hay = false;     ///< it could be opened
+    bool esLista = false; ///< a list of subparcels, no exchange file
+    std::int64_t lineas = 0;
+    std::int64_t vacias = 0;
+    std::int64_t trozos = 0;                    ///< ends of lines longer than the reader takes
+    std::map<std::string, std::int64_t> ajenas; ///< of types that the reader passes over
+    CClase modulos;
+    CClase titulares;
+    CClase parcelas;
+    CClase subparcelas;
+    CClase parajes;
+    CClase vinculos;
+    std::int64_t sinVinculo = 0; ///< parcel lines too short to name a holder
+    std::int64_t municipios = 0;
+};
+
+/// Reads the input of a way out. A read that fails raises CFileException.
+CEntradaLeida LeeEntrada(const CString& nombre, CPersonas& personas);
+
+// The two kinds. `personas` is told all holders.
+void LeeCatastro(CStdioFile& entrada, CEntradaLeida& leida, CPersonas& personas);
+void LeeRelacion(CStdioFile& entrada, CEntradaLeida& leida, CPersonas& personas);
+
+CClave ClaveTitular(const CTitular& titular);
+CClave ClaveModulo(const CModulo& modulo);
+CClave ClaveParaje(std::string_view nombre);
+
+} // namespace informe

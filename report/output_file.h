@@ -1,0 +1,31 @@
+#pragma once
+
+#include <string_view>
+
+#include "platform/cfile.h"
+
+namespace informe {
+
+/// A file that the report writes. It takes the place of an older one when it is whole. All raise
+/// CFileException.
+class CSalida {
+public:
+    explicit CSalida(const CString& nombre)
+    {
+        CFileException fallo;
+        if (!m_fichero.Open(nombre, CFile::modeCreate | CFile::modeWrite | CFile::typeBinary,
+                            &fallo))
+            throw CFileException(nombre, fallo.m_causa);
+    }
+
+    void Escribe(std::string_view utf8)
+    {
+        m_fichero.Write(utf8.data(), static_cast<UINT>(utf8.size()));
+    }
+    void Cierra() { m_fichero.Close(); }
+
+private:
+    CFile m_fichero;
+};
+
+} // namespace informe

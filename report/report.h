@@ -1,0 +1,21 @@
+#pragma once
+
+#include <ctime>
+#include <string>
+#include <vector>
+
+#include "report/report_options.h"
+
+namespace informe {
+
+struct CResultado {
+    std::string resumen;             ///< for the terminal
+    std::vector<std::string> quejas; ///< what couldn't be read or written, a sentence each
+};
+
+/// Writes the report of a log, and what else the options ask for.
+/// \param hecho  the time that the page tells
+CResultado HazInforme(const CString& registro, const COpciones& opciones,
+                      const std::string& version, std::time_t hecho);
+
+} // namespace informe

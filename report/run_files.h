@@ -1,0 +1,66 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <ctime>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "cadastre/polygon_list.h"
+#include "report/report_options.h"
+
+// Which files belong to the run that wrote a log, and what can be seen of them from outside.
+
+namespace informe {
+
+enum class Sentido { Ninguno, Ida, Vuelta };
+
+enum Tabla { kModulos, kTitulares, kParcelas, kSubparcelas, kParajes, kCotitulares, kTablas };
+
+/// The usual name of a table, "Modulos.txt".
+const char* NombreTabla(Tabla tabla);
+
+/// The files of a run. A name is empty where none was found; that of an output may be of a file
+/// that isn't there.
+struct CFicheros {
+    Sentido sentido = Sentido::Ninguno;
+    CString registro;
+    CString base; ///< of the log's name, without folder and extension
+    std::array<CString, kTablas> tablas;
+    CString entrada; ///< the way out alone
+    CString lista;   ///< this and those below the way back alone
+    CCabeceraLista cabecera;
+    CString carpeta; ///< of the list, as `DamePath` gives it
+    CString ortos;
+    CString ficheroR;
+    CString ficheroM;
+};
+
+/// Looks for what belongs to the log, except for what the options name. The direction isn't told
+/// where neither an input nor a list was found.
+CFicheros BuscaFicheros(const CString& registro, const COpciones& opciones);
+
+/// Tells whether a regular file of that name is there.
+bool HayFichero(const CString& nombre);
+
+struct CFicheroVisto {
+    std::string papel; ///< what it was to the run
+    CString nombre;
+    bool salida = false;
+    bool hay = false;
+    bool viejo = false; ///< an output that is older than the log
+    std::uint64_t largo = 0;
+    std::optional<std::time_t> fecha;
+    std::uint32_t crc = 0;
+};
+
+/// Looks at all files of the run. A read that fails raises CFileException.
+/// \param entradas  of the list: the polygons' names
+std::vector<CFicheroVisto> MiraFicheros(const CFicheros& ficheros,
+                                        const std::vector<CString>& entradas);
+
+/// Tells that the run left its log and no outputs: it was stopped, or ended by a fault.
+bool Detenido(const std::vector<CFicheroVisto>& vistos);
+
+} // namespace informe

@@ -1,0 +1,62 @@
+#!/usr/bin/env bash
+# The report by its command line, on the samples: what the page says against log and tables.
+#   run_program.sh CAMPIVA CAMPIVA-INFORME SAMPLES WORK
+set -euo pipefail
+campiva=$1 informe=$2 samples=$3 work=$4
+rm -rf "$work"
+mkdir -p "$work"
+cd "$work"
+export XDG_CONFIG_HOME=$work/config
+tables=(Modulos.txt Titulares.txt Parcelas.txt Subparcelas.txt Parajes.txt Cotitulares.txt)
+
+failures=0
+fail() {
+  echo "$*" >&2
+  failures=1
+}
+equal() { # what, got, expected
+  [ "$2" = "$3" ] || fail "$1: $2 instead of $3"
+}
+status() { # expected, command...
+  local status=0
+  "${@:2}" > stdout 2> stderr || status=$?
+  equal "status of ${*:2}" $status "$1"
+}
+number() { # page, text in front of it: the number that stands in the next cell
+  sed -n "s|.*<td>$2</td><td class=\"n\">\([0-9.]*\)</td>.*|\1|p" "$1" | head -1 | tr -d .
+}
+
+cp "$samples/villanueva_con_faltas.txt" entrada.txt
+"$campiva" 0 entrada.txt "${tables[@]}" < /dev/null > /dev/null
+status 0 "$informe" --csv entrada.csv --geojson entrada.geojson entrada.ERR
+equal "lines of the sheet" "$(wc -l < entrada.csv)" $(($(wc -l < entrada.ERR) + 1))
+grep -q '^entrada.ERR: ida, .* 0 sin explicar$' stdout || fail "the summary doesn't balance"
+while read -r code count _; do
+  equal "$code" "$count" "$(grep -c "^$code:" entrada.ERR)"
+done < <(grep -E '^  [EW][0-9]{3} ' stdout)
+for table in "${tables[@]}"; do
+  [ $table = Cotitulares.txt ] || [ $table = Parcelas.txt ] ||
+    equal "$table" "$(number entrada.html "filas de $table")" $(($(wc -l < $table) - 1))
+done
+equal "PR lines" "$(number entrada.html 'líneas PR')" "$(grep -ac ^PR entrada.txt)"
+equal "E103" "$(number entrada.html 'sin su parcela (E103)')" "$(grep -c ^E103: entrada.ERR)"
+
+cp -r "$samples/villanueva_dibujos_con_faltas" dibujos
+cp -r "$samples/villanueva_tablas_con_faltas" tablas
+"$campiva" 1 "${tables[@]/#/tablas/}" dibujos/poligonos.txt dibujos/ortos.TOP 0 0 0 \
+  < /dev/null > /dev/null 2>&1 || [ $? -eq 1 ]
+status 0 "$informe" --tablas tablas dibujos/045127.ERR
+grep -q ': vuelta, .* 0 sin explicar$' stdout || fail "the way back doesn't balance"
+equal "PR records" "$(number dibujos/045127.html 'registros PR')" \
+  "$(cut -b10-11 dibujos/045127.R | grep -c PR)"
+
+status 0 "$informe" entrada.ERR dibujos/045127.ERR
+equal "summaries" "$(grep -c 'Informe en' stdout)" 2
+status 0 "$informe" --help
+status 0 "$informe" --version
+status 1 "$informe" no_hay.ERR
+grep -q no_hay.ERR stderr || fail "the file that isn't there isn't told"
+status 1 "$informe" --tablas no_hay entrada.ERR
+status 2 "$informe"
+status 2 "$informe" --csv a.csv entrada.ERR dibujos/045127.ERR
+exit $failures
