@@ -1,60 +1,65 @@
 #pragma once
 
+#include <algorithm>
 #include <span>
+#include <string_view>
+#include <type_traits>
 
+#include "cadastre/messages.h"
 #include "platform/cfile.h"
 #include "platform/cstring.h"
 
-/// Numbers of the messages in the string table. They never change: a technician's notes and the
-/// help name them.
-enum Mensaje : UINT {
-    kResumenCatastro = 155,
-    kTitularNoEncontrado = 156,     // E101
-    kParajeNoEncontrado = 157,      // E102
-    kSubparcelaSinParcela = 158,    // E103
-    kCotitularSinParcela = 159,     // E104
-    kCotitularSinTitular = 160,     // E105
-    kParcelaNoEnBase = 161,         // E106
-    kParFueraDeFecha = 162,         // E107
-    kSubFueraDeFecha = 163,         // E108
-    kSubparcelaFuera = 164,         // E109
-    kSubparcelaNoEnBase = 165,      // E110
-    kParcelaNoEnGrafico = 166,      // E111
-    kSubparcelaNoEnGrafico = 167,   // E113
-    kSuperficieDifiere = 168,       // E112
-    kSinSubparcelas = 169,          // E201
-    kSinPropietarios = 170,         // E202
-    kSubparcelaDuplicada = 171,     // W301
-    kModuloRepetido = 172,          // E203
-    kMismoNombre = 173,             // E204
-    kMismoDNI = 174,                // E205
-    kSinTitular = 175,              // W302
-    kParcelaRepetida = 176,         // E206
-    kParcelaNoValida = 177,         // E207
-    kSubparcelaRepetida = 178,      // E208
-    kSubparcelaSinSuperficie = 179, // E209
-    kMismoIndice = 180,             // E210
-    kYaCotitular = 181,             // E211
-    kYaTitular = 182,               // E212
-    kParcelaNoInsertada = 183,      // E213
-    kSinNumImputa = 184,            // E214
-    kResumenVexa = 186,
-    kAbstractaDifiere = 187,    // W303
-    kSuperficieCorregida = 188, // W304
-};
-
-enum class Contador { Ninguno, Errores, Warnings };
-
-/// One message: its number, the counter that it raises, and its text with printf forms.
-struct CMensaje {
-    Mensaje numero;
-    Contador contador;
-    const char* texto; ///< code page 1252
-};
-
 /// All messages, by number.
-std::span<const CMensaje> Catalogo();
-const CMensaje& DameMensaje(Mensaje numero);
+constexpr std::span<const CMensaje> Catalogo()
+{
+    return kCatalogo;
+}
+
+/// The message with a number of the catalogue.
+constexpr const CMensaje& DameMensaje(Mensaje numero)
+{
+    return *std::ranges::lower_bound(kCatalogo, numero, {}, &CMensaje::numero);
+}
+
+/// The conversion of a printf form that an argument of this type is for.
+template <class T>
+constexpr char ConversionDe()
+{
+    if (std::is_convertible_v<const T&, std::string_view>)
+        return 's';
+    if (std::is_floating_point_v<T>)
+        return 'f';
+    return std::is_same_v<T, char> ? 'c' : std::is_integral_v<T> ? 'd' : '?';
+}
+
+/// Tells whether arguments of these types are those of a text with printf forms.
+template <class... T>
+constexpr bool Encajan(std::string_view forma)
+{
+    constexpr char kSuyas[] = {ConversionDe<T>()..., '\0'};
+    std::size_t cuantos = 0;
+    for (std::size_t i = forma.find('%'); i < forma.size(); i = forma.find('%', i)) {
+        i = forma.find_first_of("dsfc", i);
+        if (i >= forma.size() || kSuyas[cuantos++] != forma[i])
+            return false;
+    }
+    return cuantos == sizeof...(T);
+}
+
+/// A message that is raised with arguments of these types. One that has others doesn't compile.
+template <class... T>
+class CMensajeCon {
+public:
+    consteval CMensajeCon(Mensaje numero) : m_mensaje(&DameMensaje(numero))
+    {
+        if (!Encajan<T...>(m_mensaje->texto))
+            throw "the arguments are not those of the message";
+    }
+    const CMensaje* operator->() const { return m_mensaje; }
+
+private:
+    const CMensaje* m_mensaje;
+};
 
 /// Where a run's messages go: its log and its two counters.
 struct CAvisos {
@@ -66,10 +71,11 @@ struct CAvisos {
 /// Writes a message to the log and raises no counter.
 /// \param argumentos  int, double, char or text, in the order of the message's forms
 template <class... T>
-void EscribeMensaje(CStdioFile& log, Mensaje numero, const T&... argumentos)
+void EscribeMensaje(CStdioFile& log, CMensajeCon<std::type_identity_t<T>...> mensaje,
+                    const T&... argumentos)
 {
     std::string& linea = log.Borrador();
-    AnexaFormato(linea, DameMensaje(numero).texto, {CArgumento(argumentos)...});
+    AnexaFormato(linea, mensaje->texto, {CArgumento(argumentos)...});
     log.WriteString(linea);
 }
 
@@ -78,8 +84,9 @@ void Cuenta(const CAvisos& avisos, Contador contador);
 /// Raises a message: writes it to the log, then adds one to its counter. The log passes over a
 /// write that fails; the counter is raised all the same.
 template <class... T>
-void Avisa(const CAvisos& avisos, Mensaje numero, const T&... argumentos)
+void Avisa(const CAvisos& avisos, CMensajeCon<std::type_identity_t<T>...> mensaje,
+           const T&... argumentos)
 {
-    EscribeMensaje(avisos.log, numero, argumentos...);
-    Cuenta(avisos, DameMensaje(numero).contador);
+    EscribeMensaje(avisos.log, mensaje, argumentos...);
+    Cuenta(avisos, mensaje->contador);
 }
