@@ -128,15 +128,14 @@ std::filesystem::path BuscaPrograma(std::string_view nombre)
         std::error_code error;
         return std::filesystem::is_regular_file(ruta, error) && access(ruta.c_str(), X_OK) == 0;
     };
-    if (const auto junto = FicheroPrograma().parent_path() / nombre; sirve(junto))
+    if (auto junto = FicheroPrograma().parent_path() / nombre; sirve(junto))
         return junto;
     const char* const path = std::getenv("PATH");
     std::string_view quedan = path != nullptr ? path : "";
     while (!quedan.empty()) {
         const std::string_view carpeta = quedan.substr(0, quedan.find(':'));
         quedan.remove_prefix(std::min(carpeta.size() + 1, quedan.size()));
-        if (const auto ruta = std::filesystem::path(carpeta) / nombre;
-            !carpeta.empty() && sirve(ruta))
+        if (auto ruta = std::filesystem::path(carpeta) / nombre; !carpeta.empty() && sirve(ruta))
             return ruta;
     }
     return {};
@@ -148,6 +147,7 @@ std::optional<int> Ejecuta(const std::filesystem::path& programa,
     std::vector<std::string> textos = {programa.native()};
     textos.insert(textos.end(), argumentos.begin(), argumentos.end());
     std::vector<char*> argv;
+    argv.reserve(textos.size() + 1);
     for (std::string& texto : textos)
         argv.push_back(texto.data());
     argv.push_back(nullptr);

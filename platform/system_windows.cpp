@@ -185,7 +185,7 @@ std::filesystem::path BuscaPrograma(std::string_view nombre)
 {
     const std::filesystem::path fichero = Ruta(std::string(nombre) + ".exe");
     std::error_code error;
-    if (const auto junto = FicheroPrograma().parent_path() / fichero;
+    if (auto junto = FicheroPrograma().parent_path() / fichero;
         std::filesystem::is_regular_file(junto, error))
         return junto;
     std::wstring ruta(kRutaMasLarga, L'\0');
