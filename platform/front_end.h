@@ -10,10 +10,11 @@ class CDialog;
 class CFileDialog;
 struct HH_POPUP;
 
-/// The files that a run has written, by their whole paths.
+/// The files that a run has written, and those of its inputs that are texts, by their whole paths.
 struct CEscritos {
     CString log;                  ///< empty where the run made none
     std::vector<CString> salidas; ///< in the order in which they were written
+    std::vector<CString> leidos;
 };
 
 /// What became of the commands that a script gave in place of a user.

@@ -3,6 +3,7 @@
 #include "platform/ansi.h"
 #include "platform/format.h"
 #include "platform/front_end.h"
+#include "platform/system.h"
 #include "platform/system_files.h"
 
 namespace {
@@ -10,6 +11,8 @@ namespace {
 constexpr const char* kDuracion = "Duración: %s";
 constexpr const char* kLogVacio = "Registro vacío: sin errores ni avisos";
 constexpr const char* kNoSeAbre = "Ningún programa abre aquí %s";
+constexpr const char* kNoHayInforme = "No se pudo hacer el informe de %s";
+constexpr const char* kProgramaInforme = "campiva-informe";
 
 sistema::CEstado EstadoDe(const CString& nombre)
 {
@@ -39,6 +42,13 @@ std::string NoSeAbre(const CString& ruta)
     return queja;
 }
 
+std::string NoHayInforme(const CString& log)
+{
+    std::string queja;
+    AnexaFormato(queja, kNoHayInforme, {ansi::AUtf8(log)});
+    return queja;
+}
+
 std::string TituloEnProceso(int hecho, const CString& titulo)
 {
     return std::to_string(hecho) + " % - " + ansi::AUtf8(titulo);
@@ -51,6 +61,7 @@ void CRelatoProceso::Avanza(Reloj::time_point ahora, int hecho)
         m_reloj.Empieza(ahora);
         m_log = CString();
         m_carpeta = CString();
+        m_deInforme = CString();
     } else if (hecho < m_hecho) {
         m_reloj.EmpiezaFase(ahora);
     }
@@ -71,4 +82,26 @@ void CRelatoProceso::Termina(Reloj::time_point ahora, const CEscritos& escritos)
         m_texto += (m_texto.empty() ? "" : ".  ") + std::string(kLogVacio);
     m_log = EsFichero(log) && !vacio ? escritos.log : CString();
     m_carpeta = CarpetaDeSalidas(escritos);
+    const bool hayPrograma = EsFichero(log) && !sistema::BuscaPrograma(kProgramaInforme).empty();
+    m_deInforme = hayPrograma ? escritos.log : CString();
+    m_ficheros = escritos.leidos;
+    for (const CString& salida : escritos.salidas)
+        if (EsFichero(EstadoDe(salida)))
+            m_ficheros.push_back(salida);
+}
+
+CString CRelatoProceso::HazInforme() const
+{
+    const CString pagina = sistema::Nombre(sistema::Ruta(m_deInforme).replace_extension("html"));
+    std::vector<std::string> argumentos = {"--html", std::string(pagina)};
+    for (const CString& fichero : m_ficheros) {
+        argumentos.emplace_back("--con");
+        argumentos.emplace_back(fichero);
+    }
+    argumentos.emplace_back("--");
+    argumentos.emplace_back(m_deInforme);
+    const auto estado = sistema::Ejecuta(sistema::BuscaPrograma(kProgramaInforme), argumentos);
+    constexpr int kAlgoFalto = 1; // the page may be there all the same
+    const bool hecho = estado && *estado <= kAlgoFalto && EsFichero(EstadoDe(pagina));
+    return hecho ? pagina : CString();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "platform/cstring.h"
 #include "platform/run_clock.h"
@@ -12,14 +13,18 @@ struct CEscritos;
 // UTF-8.
 
 inline constexpr const char* kAbreLog = "Abrir &registro";
+inline constexpr const char* kHazInforme = "In&forme";
 inline constexpr const char* kAbreCarpeta = "Abrir carp&eta";
 /// The same for a person who hears them; the path follows.
 inline constexpr const char* kNombreAbreLog = "Abrir el registro de errores: ";
+inline constexpr const char* kNombreHazInforme = "Hacer y abrir el informe de: ";
 inline constexpr const char* kNombreAbreCarpeta = "Abrir la carpeta de los archivos escritos: ";
 inline constexpr const char* kTituloNoSeAbre = "Abrir";
 
 /// The complaint that nothing opens a file here.
 std::string NoSeAbre(const CString& ruta);
+/// The complaint that no report could be made of a log.
+std::string NoHayInforme(const CString& log);
 /// The title of a window whose run is at so many per cent of its phase.
 std::string TituloEnProceso(int hecho, const CString& titulo);
 
@@ -41,6 +46,10 @@ public:
     /// Paths to be offered; empty for none, and as long as a run is at work.
     const CString& Log() const { return m_log; }
     const CString& Carpeta() const { return m_carpeta; }
+    /// The log that a report may be made of: the program that makes it is there.
+    const CString& DeInforme() const { return m_deInforme; }
+    /// Has the report made, and waits for it. The page, empty where it couldn't be made.
+    CString HazInforme() const;
 
 private:
     CRelojProceso m_reloj;
@@ -49,4 +58,6 @@ private:
     std::string m_texto;
     CString m_log;
     CString m_carpeta;
+    CString m_deInforme;
+    std::vector<CString> m_ficheros; // of the run, beside its log
 };

@@ -39,6 +39,14 @@ int LeeByte();
 /// File of the program that runs; empty where the system doesn't tell.
 std::filesystem::path FicheroPrograma();
 
+/// The program of the name that stands beside the one that runs, or else in the user's path; empty
+/// for none.
+std::filesystem::path BuscaPrograma(std::string_view nombre);
+/// Runs a program with its arguments, without a window and without streams of its own, and waits
+/// for its end. Its exit status; nothing where it can't be started or was killed.
+std::optional<int> Ejecuta(const std::filesystem::path& programa,
+                           const std::vector<std::string>& argumentos);
+
 /// Folder of the user's settings, with what the environment says about it.
 std::filesystem::path CarpetaAjustes();
 

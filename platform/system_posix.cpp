@@ -1,5 +1,6 @@
 #include "platform/system.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
@@ -7,6 +8,7 @@
 
 #include <fcntl.h>
 #include <poll.h>
+#include <spawn.h>
 #include <sys/ioctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -118,6 +120,52 @@ std::filesystem::path FicheroPrograma()
 {
     std::error_code error;
     return std::filesystem::read_symlink("/proc/self/exe", error);
+}
+
+std::filesystem::path BuscaPrograma(std::string_view nombre)
+{
+    const auto sirve = [](const std::filesystem::path& ruta) {
+        std::error_code error;
+        return std::filesystem::is_regular_file(ruta, error) && access(ruta.c_str(), X_OK) == 0;
+    };
+    if (auto junto = FicheroPrograma().parent_path() / nombre; sirve(junto))
+        return junto;
+    const char* const path = std::getenv("PATH");
+    std::string_view quedan = path != nullptr ? path : "";
+    while (!quedan.empty()) {
+        const std::string_view carpeta = quedan.substr(0, quedan.find(':'));
+        quedan.remove_prefix(std::min(carpeta.size() + 1, quedan.size()));
+        if (auto ruta = std::filesystem::path(carpeta) / nombre; !carpeta.empty() && sirve(ruta))
+            return ruta;
+    }
+    return {};
+}
+
+std::optional<int> Ejecuta(const std::filesystem::path& programa,
+                           const std::vector<std::string>& argumentos)
+{
+    std::vector<std::string> textos = {programa.native()};
+    textos.insert(textos.end(), argumentos.begin(), argumentos.end());
+    std::vector<char*> argv;
+    argv.reserve(textos.size() + 1);
+    for (std::string& texto : textos)
+        argv.push_back(texto.data());
+    argv.push_back(nullptr);
+    posix_spawn_file_actions_t flujos;
+    if (posix_spawn_file_actions_init(&flujos) != 0)
+        return std::nullopt;
+    for (const int flujo : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
+        posix_spawn_file_actions_addopen(&flujos, flujo, "/dev/null", O_RDWR, 0);
+    pid_t hijo = 0;
+    const int fallo = posix_spawn(&hijo, programa.c_str(), &flujos, nullptr, argv.data(), environ);
+    posix_spawn_file_actions_destroy(&flujos);
+    if (fallo != 0)
+        return std::nullopt;
+    int estado = 0;
+    while (waitpid(hijo, &estado, 0) == -1)
+        if (errno != EINTR)
+            return std::nullopt;
+    return WIFEXITED(estado) ? std::optional(WEXITSTATUS(estado)) : std::nullopt;
 }
 
 std::filesystem::path CarpetaAjustes()

@@ -69,7 +69,7 @@ std::string Columna(const char* titulo, const std::vector<CPartida::CRenglon>& r
         ++dichos;
     }
     if (dichos > 1)
-        html += "<tr class=\"suma\"><td>suma</td><td class=\"n\">" + Miles(suma) + "</td></tr>\n";
+        html += R"(<tr class="suma"><td>suma</td><td class="n">)" + Miles(suma) + "</td></tr>\n";
     return html + "</tbody></table>\n";
 }
 

@@ -14,7 +14,8 @@ std::string Cuentas(const CAsunto& asunto)
     std::string html;
     for (const auto& [mensaje, cuantos] : asunto.cuentas) {
         const std::string codigo(CodigoMensaje(*mensaje));
-        html += "<a class=\"codigo\" href=\"#" + codigo + "\">" + codigo + "</a>";
+        html.append(R"(<a class="codigo" href="#)").append(codigo).append("\">");
+        html.append(codigo).append("</a>");
         if (cuantos > 1)
             html += "<small>×" + Miles(cuantos) + "</small>";
         html += " ";
@@ -40,7 +41,10 @@ std::string Lineas(const CInforme& informe, const CAsunto& asunto)
         const std::string linea = std::to_string(informe.registro.avisos[posicion].linea);
         const std::string ancla = informe.Ancla(posicion);
         html += dichas == 1 ? (asunto.mensajes == 1 ? "línea " : "líneas ") : ", ";
-        html += ancla.empty() ? linea : "<a href=\"#" + ancla + "\">" + linea + "</a>";
+        if (ancla.empty())
+            html += linea;
+        else
+            html.append("<a href=\"#").append(ancla).append("\">").append(linea).append("</a>");
     }
     return html + (static_cast<std::size_t>(asunto.mensajes) > kTope ? " …" : "");
 }
@@ -66,11 +70,27 @@ std::string FilaMensaje(const CInforme& informe, const CLineaMostrada& linea)
     const char* const clase = aviso.mensaje == nullptr    ? "ajena"
                               : EsWarning(*aviso.mensaje) ? "avi"
                                                           : "err";
-    return "<tr id=\"m" + numero + "\" class=\"" + clase + "\"><td class=\"n\">" + numero +
+    return "<tr id=\"m" + numero + "\" class=\"" + clase + R"("><td class="n">)" + numero +
            "</td><td>" + Codigo(aviso) + "</td><td class=\"n\">" + Numero(aviso.polig) +
            "</td><td class=\"n\">" + Numero(aviso.parcela) + "</td><td>" +
            Html(Texto(aviso.letra)) + "</td><td class=\"texto\">" + Html(linea.texto) +
            "</td><td>" + Mapa(informe, aviso) + "</td></tr>\n";
+}
+
+/// A number with its cause and its remedy.
+std::string Articulo(const CMensaje& mensaje, std::int64_t cuantos)
+{
+    const std::string codigo(CodigoMensaje(mensaje));
+    const CConsejo consejo = DameConsejo(codigo);
+    std::string html =
+        "<article class=\"numero " + std::string(EsWarning(mensaje) ? "avi" : "err") + "\" id=\"" +
+        codigo + R"("><h3><span class="codigo">)" + codigo + "</span> " + Html(Enunciado(mensaje)) +
+        " <span class=\"cuantos\">" + Miles(cuantos) + "</span></h3>\n";
+    if (!consejo.causa.empty())
+        html += "<p><b>Causa.</b> " + Html(consejo.causa) + "</p>\n";
+    if (!consejo.remedio.empty())
+        html += "<p><b>Remedio.</b> " + Html(consejo.remedio) + "</p>\n";
+    return html + "</article>\n";
 }
 
 constexpr const char* kFiltro =
@@ -115,22 +135,9 @@ std::string SeccionAsuntos(const CInforme& informe)
 std::string SeccionNumeros(const CInforme& informe)
 {
     std::string html = "<section id=\"numeros\">\n<h2>Por número de mensaje</h2>\n";
-    for (const CMensaje& mensaje : Catalogo()) {
-        const std::int64_t cuantos = informe.registro.Cuenta(mensaje.numero);
-        if (cuantos == 0)
-            continue;
-        const std::string codigo(CodigoMensaje(mensaje));
-        const CConsejo consejo = DameConsejo(codigo);
-        html += "<article class=\"numero " + std::string(EsWarning(mensaje) ? "avi" : "err") +
-                "\" id=\"" + codigo + "\"><h3><span class=\"codigo\">" + codigo + "</span> " +
-                Html(Enunciado(mensaje)) + " <span class=\"cuantos\">" + Miles(cuantos) +
-                "</span></h3>\n";
-        if (!consejo.causa.empty())
-            html += "<p><b>Causa.</b> " + Html(consejo.causa) + "</p>\n";
-        if (!consejo.remedio.empty())
-            html += "<p><b>Remedio.</b> " + Html(consejo.remedio) + "</p>\n";
-        html += "</article>\n";
-    }
+    for (const CMensaje& mensaje : Catalogo())
+        if (const std::int64_t cuantos = informe.registro.Cuenta(mensaje.numero); cuantos > 0)
+            html += Articulo(mensaje, cuantos);
     if (informe.registro.Ajenas() > 0)
         html += "<article class=\"numero\"><h3>" +
                 Cuantos(informe.registro.Ajenas(), "línea que no es", "líneas que no son") +

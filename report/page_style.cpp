@@ -4,10 +4,10 @@
 // without them as well.
 
 namespace informe {
+namespace {
 
-std::string Estilo()
-{
-    return R"(:root{color-scheme:light dark;--papel:#fcfcfa;--tinta:#23262b;--tenue:#646b75;--raya:#d9dbd6;--fondo:#f1f2ee;--err:#a82a1e;--avi:#8a5a00;--bien:#2f6b3c;--azul:#1f5a96}
+constexpr const char* kEstilo =
+    R"(:root{color-scheme:light dark;--papel:#fcfcfa;--tinta:#23262b;--tenue:#646b75;--raya:#d9dbd6;--fondo:#f1f2ee;--err:#a82a1e;--avi:#8a5a00;--bien:#2f6b3c;--azul:#1f5a96}
 @media (prefers-color-scheme:dark){:root{--papel:#191b1e;--tinta:#dfe1e3;--tenue:#9aa2ac;--raya:#3a3e44;--fondo:#23262a;--err:#f0887c;--avi:#e0b25a;--bien:#86c795;--azul:#8db9ea}}
 *{box-sizing:border-box}
 body{margin:0;background:var(--papel);color:var(--tinta);font:15px/1.5 system-ui,"Segoe UI","Liberation Sans",Arial,sans-serif}
@@ -85,11 +85,8 @@ footer{margin:3rem auto 2rem;color:var(--tenue);font-size:.88rem}
 @media print{:root{--papel:#fff;--tinta:#000;--tenue:#444;--raya:#bbb;--fondo:#fff;--err:#8f1d12;--avi:#6b4500;--bien:#1d4d28;--azul:#000}
 body{font-size:9.5pt}header,main,footer{max-width:none;padding:0}nav,#filtro{display:none!important}a{text-decoration:none}h2,h3{break-after:avoid}thead{display:table-header-group}tr{break-inside:avoid}table{font-size:8pt;line-height:1.3}th,td{padding:.1rem .35rem}#lista td:last-child,#lista th:last-child{display:none}.mapa{max-height:22cm}}
 )";
-}
 
-std::string Guion()
-{
-    return R"((() => {
+constexpr const char* kGuion = R"((() => {
   const lista = document.getElementById('lista'), filtro = document.getElementById('filtro');
   if (!lista || !filtro) return;
   const cuerpo = lista.tBodies[0], filas = [...cuerpo.rows];
@@ -125,6 +122,17 @@ std::string Guion()
   filtra();
 })();
 )";
+
+} // namespace
+
+std::string Estilo()
+{
+    return kEstilo;
+}
+
+std::string Guion()
+{
+    return kGuion;
 }
 
 } // namespace informe

@@ -18,6 +18,7 @@ namespace {
 constexpr std::size_t kTodas = 5000; // lines of a log that a page shows as a whole
 constexpr int kDeCadaUno = 150;      // of a longer log those of each number
 constexpr std::size_t kAsuntos = 200;
+constexpr std::size_t kPuntosSinMensajes = 50'000; // once drawn, only maps with messages follow
 
 class CElaboracion {
 public:
@@ -125,7 +126,7 @@ void CElaboracion::Mapa(const CPoligonoDibujado& poligono, CEnlaces& enlaces,
         poligono.parcelas.recintos.begin(), poligono.parcelas.recintos.end(), [&](const auto& r) {
             return r.Valido() && m_indice->HayDeParcela(poligono.polig, r.parcela);
         });
-    if (!conMensajes && presupuesto.puntos < CPresupuesto().puntos / 2) {
+    if (!conMensajes && presupuesto.puntos + kPuntosSinMensajes < CPresupuesto().puntos) {
         ++m_sinMapa;
         return;
     }

@@ -68,7 +68,7 @@ std::vector<std::filesystem::path> Nombres(const CString& carpeta)
 CString BuscaEntrada(const CString& carpeta, const CString& base)
 {
     for (const std::filesystem::path& nombre : Nombres(carpeta)) {
-        const CString ruta = EnCarpeta(carpeta, sistema::Nombre(nombre));
+        CString ruta = EnCarpeta(carpeta, sistema::Nombre(nombre));
         if (sistema::Nombre(nombre.stem()) == std::string_view(base) &&
             !EsUna(Extension(nombre), kNoEsEntrada) && HayFichero(ruta))
             return ruta;
@@ -100,7 +100,7 @@ CCabeceraLista Cabecera(const CString& nombre)
 CString BuscaLista(const CString& carpeta, const CString& base)
 {
     for (const std::filesystem::path& nombre : Nombres(carpeta)) {
-        const CString ruta = EnCarpeta(carpeta, sistema::Nombre(nombre));
+        CString ruta = EnCarpeta(carpeta, sistema::Nombre(nombre));
         if (!EsUna(Extension(nombre), kNoEsLista) && HayFichero(ruta) &&
             Cabecera(ruta).nombreSalida == base)
             return ruta;

@@ -3,6 +3,7 @@
 #include <wx/button.h>
 #include <wx/sizer.h>
 #include <wx/stattext.h>
+#include <wx/utils.h>
 
 #include "platform/desktop/message_box.h"
 #include "platform/desktop/text.h"
@@ -13,13 +14,14 @@
 CPieProceso::CPieProceso(wxWindow* padre)
     : wxPanel(padre), m_texto(new wxStaticText(this, wxID_ANY, {}, wxDefaultPosition, wxDefaultSize,
                                                wxST_NO_AUTORESIZE | wxST_ELLIPSIZE_END)),
-      m_abreLog(PonBoton(kAbreLog, &CRelatoProceso::Log)),
-      m_abreCarpeta(PonBoton(kAbreCarpeta, &CRelatoProceso::Carpeta))
+      m_haceInforme(PonBoton(kHazInforme, &CPieProceso::AbreInforme)),
+      m_abreLog(PonBoton(kAbreLog, &CPieProceso::AbreLog)),
+      m_abreCarpeta(PonBoton(kAbreCarpeta, &CPieProceso::AbreCarpeta))
 {
     const int letra = GetCharWidth();
     auto* renglon = new wxBoxSizer(wxHORIZONTAL);
     renglon->Add(m_texto, 1, wxALIGN_CENTER_VERTICAL);
-    for (wxButton* boton : {m_abreLog, m_abreCarpeta}) {
+    for (wxButton* boton : {m_haceInforme, m_abreLog, m_abreCarpeta}) {
         renglon->Add(boton, 0, wxLEFT, letra);
         boton->SetMinSize(boton->GetBestSize() + wxSize(2 * letra, 0));
         boton->Hide();
@@ -31,11 +33,11 @@ CPieProceso::CPieProceso(wxWindow* padre)
     SetSizer(marco);
 }
 
-wxButton* CPieProceso::PonBoton(const char* leyenda, Destino destino)
+wxButton* CPieProceso::PonBoton(const char* leyenda, void (CPieProceso::*alPulsar)())
 {
     auto* boton = new wxButton(this, wxID_ANY, wxString::FromUTF8(leyenda), wxDefaultPosition,
                                wxDefaultSize, wxBU_EXACTFIT);
-    boton->Bind(wxEVT_BUTTON, [this, destino](wxCommandEvent&) { Abre((m_relato.*destino)()); });
+    boton->Bind(wxEVT_BUTTON, [this, alPulsar](wxCommandEvent&) { (this->*alPulsar)(); });
     return boton;
 }
 
@@ -57,6 +59,7 @@ void CPieProceso::PonAlDia()
     const wxString texto = wxString::FromUTF8(m_relato.Texto());
     if (m_texto->GetLabelText() != texto)
         m_texto->SetLabelText(texto);
+    Ofrece(*m_haceInforme, kNombreHazInforme, m_relato.DeInforme());
     Ofrece(*m_abreLog, kNombreAbreLog, m_relato.Log());
     Ofrece(*m_abreCarpeta, kNombreAbreCarpeta, m_relato.Carpeta());
 }
@@ -72,11 +75,24 @@ void CPieProceso::Ofrece(wxButton& boton, const char* nombre, const CString& rut
     PonNombreAccesible(boton, nombre + AWx(ruta));
 }
 
+void CPieProceso::AbreInforme()
+{
+    const wxBusyCursor mientras;
+    if (const CString pagina = m_relato.HazInforme(); !pagina.IsEmpty())
+        Abre(pagina);
+    else
+        Quejate(NoHayInforme(m_relato.DeInforme()));
+}
+
 void CPieProceso::Abre(const CString& ruta)
 {
-    if (AbreConElSistema(AWx(ruta)))
-        return;
-    CCajaMensaje(wxGetTopLevelParent(this), wxString::FromUTF8(NoSeAbre(ruta)), kTituloNoSeAbre,
+    if (!AbreConElSistema(AWx(ruta)))
+        Quejate(NoSeAbre(ruta));
+}
+
+void CPieProceso::Quejate(const std::string& queja)
+{
+    CCajaMensaje(wxGetTopLevelParent(this), wxString::FromUTF8(queja), kTituloNoSeAbre,
                  MB_ICONERROR)
         .ShowModal();
 }

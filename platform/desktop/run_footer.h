@@ -24,15 +24,19 @@ public:
     void Descuenta(CRelatoProceso::Reloj::duration espera) { m_relato.Descuenta(espera); }
 
 private:
-    using Destino = const CString& (CRelatoProceso::*)() const;
-    wxButton* PonBoton(const char* leyenda, Destino destino);
+    wxButton* PonBoton(const char* leyenda, void (CPieProceso::*alPulsar)());
     void Ofrece(wxButton& boton, const char* nombre, const CString& ruta);
     /// Brings text and buttons to what the story says.
     void PonAlDia();
+    void AbreLog() { Abre(m_relato.Log()); }
+    void AbreCarpeta() { Abre(m_relato.Carpeta()); }
+    void AbreInforme();
     void Abre(const CString& ruta);
+    void Quejate(const std::string& queja);
 
     CRelatoProceso m_relato;
     wxStaticText* m_texto;
+    wxButton* m_haceInforme;
     wxButton* m_abreLog;
     wxButton* m_abreCarpeta;
 };

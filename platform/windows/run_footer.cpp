@@ -1,5 +1,7 @@
 #include "platform/windows/run_footer.h"
 
+#include <utility>
+
 #include "platform/dialog.h"
 #include "platform/front_end.h"
 #include "platform/windows/text.h"
@@ -7,7 +9,7 @@
 namespace {
 
 constexpr short kMargen = 7; // dialog units, as the templates have it
-constexpr short kBoton = 62;
+constexpr short kBoton = 56;
 constexpr short kAltoBoton = 14;
 constexpr short kHueco = 7;
 
@@ -42,7 +44,8 @@ bool AbreConElSistema(HWND ventana, const std::wstring& ruta, bool esTexto)
 CPieProceso::CPieProceso(HWND ventana)
     : m_ventana(ventana),
       m_texto(Crea(L"STATIC", "", SS_LEFT | SS_NOPREFIX | SS_ENDELLIPSIS | WS_VISIBLE | WS_GROUP)),
-      m_abreLog(Crea(L"BUTTON", kAbreLog, BS_PUSHBUTTON | WS_TABSTOP | WS_GROUP)),
+      m_haceInforme(Crea(L"BUTTON", kHazInforme, BS_PUSHBUTTON | WS_TABSTOP | WS_GROUP)),
+      m_abreLog(Crea(L"BUTTON", kAbreLog, BS_PUSHBUTTON | WS_TABSTOP)),
       m_abreCarpeta(Crea(L"BUTTON", kAbreCarpeta, BS_PUSHBUTTON | WS_TABSTOP))
 {
 }
@@ -64,11 +67,18 @@ int CPieProceso::Alto() const
 
 void CPieProceso::Coloca(const RECT& sitio)
 {
-    // The two buttons stand below the last two of the template.
+    m_sitio = sitio;
+    // The last two buttons stand below the last two of the template; one that isn't offered leaves
+    // its place to the text.
     const RECT boton = EnPixeles(m_ventana, {kMargen, kHueco, kBoton, kAltoBoton});
     const int separa = boton.top;
     int derecha = sitio.right - boton.left;
-    for (HWND cual : {m_abreCarpeta, m_abreLog}) {
+    for (const auto& [cual, ofrecido] :
+         {std::pair(m_abreCarpeta, !m_relato.Carpeta().IsEmpty()),
+          std::pair(m_abreLog, !m_relato.Log().IsEmpty()),
+          std::pair(m_haceInforme, !m_relato.DeInforme().IsEmpty())}) {
+        if (!ofrecido)
+            continue;
         MoveWindow(cual, derecha - boton.right, sitio.top, boton.right, boton.bottom, TRUE);
         derecha -= boton.right + separa;
     }
@@ -97,23 +107,41 @@ void CPieProceso::PonAlDia()
         GetWindowTextW(m_texto, antes.data(), static_cast<int>(antes.size()))));
     if (antes != texto)
         SetWindowTextW(m_texto, texto.c_str());
+    Coloca(m_sitio);
+    ShowWindow(m_haceInforme, m_relato.DeInforme().IsEmpty() ? SW_HIDE : SW_SHOWNA);
     ShowWindow(m_abreLog, m_relato.Log().IsEmpty() ? SW_HIDE : SW_SHOWNA);
     ShowWindow(m_abreCarpeta, m_relato.Carpeta().IsEmpty() ? SW_HIDE : SW_SHOWNA);
 }
 
 bool CPieProceso::AlPulsar(HWND boton)
 {
-    if (boton != m_abreLog && boton != m_abreCarpeta)
+    if (boton == m_haceInforme)
+        AbreInforme();
+    else if (boton == m_abreLog || boton == m_abreCarpeta)
+        Abre(boton == m_abreLog ? m_relato.Log() : m_relato.Carpeta());
+    else
         return false;
-    Abre(boton == m_abreLog ? m_relato.Log() : m_relato.Carpeta());
     return true;
+}
+
+void CPieProceso::AbreInforme() const
+{
+    const HCURSOR antes = SetCursor(LoadCursorW(nullptr, IDC_WAIT));
+    const CString pagina = m_relato.HazInforme();
+    SetCursor(antes);
+    if (pagina.IsEmpty())
+        Quejate(NoHayInforme(m_relato.DeInforme()));
+    else
+        Abre(pagina);
 }
 
 void CPieProceso::Abre(const CString& ruta) const
 {
-    const std::wstring ancha = AAncho(ruta);
-    if (AbreConElSistema(m_ventana, ancha, ruta == m_relato.Log()))
-        return;
-    MessageBoxW(m_ventana, AAncho(NoSeAbre(ruta)).c_str(), AAncho(kTituloNoSeAbre).c_str(),
-                MB_ICONERROR);
+    if (!AbreConElSistema(m_ventana, AAncho(ruta), ruta == m_relato.Log()))
+        Quejate(NoSeAbre(ruta));
+}
+
+void CPieProceso::Quejate(const std::string& queja) const
+{
+    MessageBoxW(m_ventana, AAncho(queja).c_str(), AAncho(kTituloNoSeAbre).c_str(), MB_ICONERROR);
 }

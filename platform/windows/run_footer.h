@@ -33,11 +33,15 @@ private:
     HWND Crea(const wchar_t* clase, const char* texto, DWORD estilo);
     /// Brings text and buttons to what the story says.
     void PonAlDia();
+    void AbreInforme() const;
     void Abre(const CString& ruta) const;
+    void Quejate(const std::string& queja) const;
 
     HWND m_ventana;
+    RECT m_sitio = {};
     CRelatoProceso m_relato;
     HWND m_texto;
+    HWND m_haceInforme;
     HWND m_abreLog;
     HWND m_abreCarpeta;
 };

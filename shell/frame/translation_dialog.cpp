@@ -346,7 +346,11 @@ bool CTraduccionDlg::Abre(CFile& fichero, const CString& nombre, UINT modo)
 
 bool CTraduccionDlg::AbreEntrada(CStdioFile& fichero, const CString& nombre)
 {
-    return Abre(fichero, nombre, CFile::modeRead | CFile::typeText);
+    if (!Abre(fichero, nombre, CFile::modeRead | CFile::typeText))
+        return false;
+    if (!CFile::EsAlguno(nombre, m_escritos.leidos))
+        m_escritos.leidos.push_back(CFile::RutaCompleta(nombre));
+    return true;
 }
 
 bool CTraduccionDlg::AbreDibujo(CFile& fichero, const CString& nombre)

@@ -62,8 +62,8 @@ note_what_is_opened() {
   printf '#!/bin/sh\necho "$1" >> "%s"\n' "$work/opened" > "$work/open"
   chmod +x "$work/open"
   printf '[Desktop Entry]\nType=Application\nName=Open\nExec="%s" %%f\nMimeType=%s\n' "$work/open" \
-    'text/plain;inode/directory;' > "$work/data/applications/open.desktop"
-  printf '[Default Applications]\ntext/plain=open.desktop\ninode/directory=open.desktop\n' \
+    'text/plain;text/html;inode/directory;' > "$work/data/applications/open.desktop"
+  printf '[Default Applications]\ntext/plain=open.desktop\ntext/html=open.desktop\ninode/directory=open.desktop\n' \
     > "$work/config/mimeapps.list"
 }
 opened() { [ -e "$work/opened" ] && grep -qxF "$1" "$work/opened"; }
@@ -102,6 +102,12 @@ case_vexa_to_catastro() {
     eventually opened "$work/run/villanueva_dibujos_con_faltas/045127.ERR"
     keys alt+e
     eventually opened "$work/run/villanueva_dibujos_con_faltas"
+    if [ -e "$(dirname "$program")/campiva-informe" ]; then
+      keys alt+f
+      eventually opened "$work/run/villanueva_dibujos_con_faltas/045127.html"
+      grep -q 'registros PR</td><td' "$work/run/villanueva_dibujos_con_faltas/045127.html" ||
+        fail "the report knows nothing of the tables"
+    fi
   fi
   keys Escape
   ended

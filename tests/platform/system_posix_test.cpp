@@ -4,7 +4,10 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/front_end.h"
+#include "platform/run_story.h"
 #include "platform/system.h"
+#include "tests/support/files.h"
 
 namespace {
 
@@ -102,4 +105,53 @@ TEST(Sistema, PassesOverASignalThatTheProcessWasStartedToPassOver)
         EXPECT_FALSE(sistema::HayQueAcabar());
     }
     std::signal(SIGINT, antes);
+}
+
+TEST(System, RunsAProgramAndTellsWhatItCameTo)
+{
+    const std::filesystem::path sh = sistema::BuscaPrograma("sh");
+    ASSERT_FALSE(sh.empty());
+    EXPECT_EQ(sistema::Ejecuta(sh, {"-c", "exit 3"}), 3);
+    EXPECT_EQ(sistema::Ejecuta(sh, {"-c", "test \"$1\" = 'a b' && ! read x", "sh", "a b"}), 0)
+        << "arguments stay whole, and nothing is read";
+    EXPECT_EQ(sistema::Ejecuta(sh, {"-c", "kill -9 $$"}), std::nullopt);
+    EXPECT_EQ(sistema::Ejecuta("/no/hay", {}), std::nullopt);
+}
+
+TEST(System, LooksForAProgramInThePath)
+{
+    const CCarpetaPrueba carpeta;
+    carpeta.Pon("mio", "#!/bin/sh\n");
+    const std::string path = "/no/hay::" + carpeta.Ruta().string();
+    const CVariable variable("PATH", path.c_str());
+    EXPECT_EQ(sistema::BuscaPrograma("mio"), "") << "nobody may run it";
+    std::filesystem::permissions(carpeta.Ruta() / "mio", std::filesystem::perms::owner_all);
+    EXPECT_EQ(sistema::BuscaPrograma("mio"), carpeta.Ruta() / "mio");
+    EXPECT_EQ(sistema::BuscaPrograma("platform_test"),
+              sistema::FicheroPrograma().parent_path() / "platform_test");
+}
+
+TEST(RelatoProceso, OffersTheReportWhereItsProgramIsThere)
+{
+    const CCarpetaPrueba carpeta;
+    const auto termina = [&](const char* log) {
+        CRelatoProceso relato;
+        relato.Termina({}, {carpeta.En(log), {carpeta.En("salida")}, {carpeta.En("entrada")}});
+        return relato;
+    };
+    carpeta.Pon("a.ERR", "");
+    carpeta.Pon("salida", "");
+    const CVariable variable("PATH", carpeta.Ruta().c_str());
+    EXPECT_TRUE(termina("a.ERR").DeInforme().IsEmpty());
+    carpeta.Pon("campiva-informe",
+                "#!/bin/sh\nfor a; do printf '%s ' \"${a##*/}\"; done > \"$2\"\n");
+    std::filesystem::permissions(carpeta.Ruta() / "campiva-informe",
+                                 std::filesystem::perms::owner_all);
+    EXPECT_TRUE(termina("no_hay.ERR").DeInforme().IsEmpty());
+    const CRelatoProceso relato = termina("a.ERR");
+    EXPECT_EQ(relato.DeInforme(), carpeta.En("a.ERR"));
+    EXPECT_EQ(relato.HazInforme(), carpeta.En("a.html"));
+    EXPECT_EQ(carpeta.Lee("a.html"), "--html a.html --con entrada --con salida -- a.ERR ");
+    carpeta.Pon("campiva-informe", "#!/bin/sh\nexit 2\n");
+    EXPECT_TRUE(relato.HazInforme().IsEmpty());
 }
