@@ -45,7 +45,7 @@ struct CInforme {
 
     /// Anchor of a message's row, empty where it isn't shown.
     std::string Ancla(std::uint32_t posicion) const;
-    bool Detenido() const { return informe::Detenido(vistos); }
+    bool Detenido() const { return informe::Detenido(vistos, ficheros.sentido); }
     /// Records, and surfaces of parcels.
     std::int64_t SinExplicar() const;
 };

@@ -192,6 +192,9 @@ void CElaboracion::LeeEntradas()
                                    "--lista las nombran."};
     if (m_informe.Detenido())
         OlvidaSalidas(superficies);
+    else if (ficheros.sentido == Sentido::Ida && SinSalidas(m_informe.vistos))
+        m_informe.balance.notas.emplace_back(
+            "No se halló ninguna tabla: si están en otra carpeta, --tablas la nombra.");
     Elige();
     m_indice = std::make_unique<CIndiceAvisos>(m_informe.registro);
     if (!m_opciones.geojson.IsEmpty())

@@ -277,7 +277,7 @@ std::vector<CFicheroVisto> MiraFicheros(const CFicheros& ficheros,
     return vistos;
 }
 
-bool Detenido(const std::vector<CFicheroVisto>& vistos)
+bool Detenido(const std::vector<CFicheroVisto>& vistos, Sentido sentido)
 {
     bool alguna = false;
     for (std::size_t i = 1; i < vistos.size(); ++i) { // the first one is the log
@@ -287,7 +287,13 @@ bool Detenido(const std::vector<CFicheroVisto>& vistos)
         if (vistos[i].hay && !vistos[i].viejo)
             return false;
     }
-    return alguna;
+    return alguna && (sentido == Sentido::Vuelta || !SinSalidas(vistos));
+}
+
+bool SinSalidas(const std::vector<CFicheroVisto>& vistos)
+{
+    return std::none_of(vistos.begin() + 1, vistos.end(),
+                        [](const CFicheroVisto& visto) { return visto.salida && visto.hay; });
 }
 
 } // namespace informe

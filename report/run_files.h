@@ -60,7 +60,10 @@ struct CFicheroVisto {
 std::vector<CFicheroVisto> MiraFicheros(const CFicheros& ficheros,
                                         const std::vector<CString>& entradas);
 
-/// Tells that the run left its log and no outputs: it was stopped, or ended by a fault.
-bool Detenido(const std::vector<CFicheroVisto>& vistos);
+/// Tells that the run left its log and no outputs: it was stopped, or ended by a fault. Tables that
+/// aren't there at all may as well stand in another folder.
+bool Detenido(const std::vector<CFicheroVisto>& vistos, Sentido sentido);
+/// Tells that no output was found.
+bool SinSalidas(const std::vector<CFicheroVisto>& vistos);
 
 } // namespace informe

@@ -152,6 +152,12 @@ TEST_F(Traduccion, ReportDoesWithoutWhatIsMissing)
     EXPECT_THAT(sinTabla.Partida("Parajes"),
                 HasSubstr("No se puede comprobar: no está Parajes.txt"));
     EXPECT_THAT(sinTabla.Partida("Parcelas"), HasSubstr("✓"));
+    for (const char* tabla :
+         {"Modulos.txt", "Titulares.txt", "Parcelas.txt", "Subparcelas.txt", "Cotitulares.txt"})
+        std::filesystem::remove(carpeta.Ruta() / tabla);
+    const CInformePrueba sinTablas(carpeta, "entrada.ERR");
+    EXPECT_TRUE(sinTablas.Dice("No se halló ninguna tabla"));
+    EXPECT_FALSE(sinTablas.Dice("se detuvo"));
     std::filesystem::remove(carpeta.Ruta() / "entrada.txt");
     const CInformePrueba sinEntrada(carpeta, "entrada.ERR");
     EXPECT_TRUE(sinEntrada.Dice("no se halló ni su entrada ni su lista"));
