@@ -2,22 +2,15 @@
 
 #include <random>
 
-#include "cadastre/exchange_format.h"
 #include "platform/ansi.h"
+#include "tests/cadastre/record_lines.h"
 #include "tests/cadastre/record_tools.h"
 
 namespace {
 
-CParcela Nueva()
-{
-    return {0, 0, 0, ""};
-}
-
 CParcela DeFila(std::string_view conBarras)
 {
-    CParcela parcela = Nueva();
-    EXPECT_TRUE(parcela.Lee(Fila(conBarras), kModoTabla));
-    return parcela;
+    return DeFila(CParcela(0, 0, 0, ""), conBarras);
 }
 
 std::vector<CTitular> Titulares(const std::vector<int>& numeros)
@@ -72,96 +65,7 @@ std::vector<int> Superficies(const CParcela& parcela)
     return superficies;
 }
 
-// Every value differs from the lines' below.
-CParcela Anterior()
-{
-    return DeFila("||5|6|7|8|9|10||||ANTES|11|12||k");
-}
-
-const std::string kLineaPR =
-    "PR028079   123456789012345678998765       19940007654PR0559-12-SU10714500042C";
-
-const std::string kLineaLista =
-    "28079xxxxxxxxxxxxxx1234567890AB  LR12xxxxxxxxxxxxxxxxxxxxxxxxxxxxxx1234567890";
-
 } // namespace
-
-TEST(Parcela, ReadsEachFieldOfTheReadLayoutFromItsGuardOn)
-{
-    using P = CParcela;
-    CompruebaGuardas<P>(
-        kLineaPR,
-        {
-            {"Zona", &P::Zona, 13, "5", "12", "1"},
-            {"Polig", &P::Polig, 15, "6", "34", "3"},
-            {"Parcela", &P::Parcela, 18, "7", "67", "6"},
-            {"hectares", &P::Superficie, 23, "0", "120000", "10000"},
-            {"ares", &P::Superficie, 28, "123450000", "123456700", "123450600"},
-            {"centiares", &P::Superficie, 30, "123456700", "123456789", "123456708"},
-            {"valorCatastral", &P::valorCatastral, 32, "9", "98", "9"},
-            {"añoVal", &P::añoVal, 44, "10", "19", "1"},
-            {"numOrtofoto", &P::numOrtofoto, 57, "ANTES", "05", "0"},
-            {"x", &P::x, 67, "11", "10", "1"},
-            {"y", &P::y, 70, "12", "14", "1"},
-        },
-        Anterior(), [](P& p, std::string_view linea) { p.Lee(linea, kModoCatastro); });
-    // The key's guard lies one column behind the key.
-    for (const char* fin : {"", "\n", " ", " \n"}) {
-        CParcela parcela = Anterior();
-        parcela.Lee(kLineaPR + fin, kModoCatastro);
-        EXPECT_EQ(parcela.claveConc, *fin == '\0' ? 'k' : 'C');
-    }
-}
-
-TEST(Parcela, ReadsFourFieldsOfTheListFromTheirGuardsOn)
-{
-    using P = CParcela;
-    CompruebaGuardas<P>(kLineaLista,
-                        {
-                            {"Zona", &P::Zona, 21, "5", "12", "1"},
-                            {"Polig", &P::Polig, 23, "6", "34", "3"},
-                            {"Parcela", &P::Parcela, 26, "7", "67", "6"},
-                            {"Superficie", &P::Superficie, 69, "0", "12", "1"},
-                        },
-                        Anterior(), [](P& p, std::string_view linea) { p.Lee(linea, kModoLista); });
-}
-
-TEST(Parcela, ReadsWholeLines)
-{
-    CParcela catastro = Nueva();
-    EXPECT_TRUE(catastro.Lee(kLineaPR + "\n", kModoCatastro));
-    EXPECT_EQ(Graba(catastro, false),
-              Fila("028|079|  12| 345| 67890| 123456789|        98765| 1994|      -1|  |     0|"
-                   "0559-12-SU| 107| 145|     0|C\r\n"));
-    CParcela lista = Nueva();
-    EXPECT_TRUE(lista.Lee(kLineaLista + "\n", kModoLista));
-    EXPECT_EQ(Graba(lista, false),
-              Fila("028|079|  12| 345| 67890| 1234567890|            0|    0|      -1|  |     0|"
-                   "          |   0|   0|     0| \r\n"));
-}
-
-TEST(Parcela, RefusesARowWithoutARequiredField)
-{
-    for (const char* fila :
-         {"028|079||12|345|1", "028|079|1||345|1", "028|079|1|12||1", "028|079|1|12", ""}) {
-        CParcela parcela(6, 7, 5, "");
-        EXPECT_FALSE(parcela.Lee(Fila(fila), kModoTabla)) << fila;
-        EXPECT_TRUE(parcela.Zona == 5 && parcela.Polig == 6 && parcela.Parcela == 7) << fila;
-    }
-    DeFila("||1|12|345"); // all that it needs
-    DeFila("|| | | ");    // blanks aren't empty
-}
-
-TEST(Parcela, KeepsConstructorValuesForTheEmptyFieldsOfARowButNotItsSurface)
-{
-    CParcela parcela(6, 7, 5, "0559");
-    parcela.Superficie = 99;
-    parcela.añoVal = 1994;
-    EXPECT_TRUE(parcela.Lee(Fila("028|079|1|12|345||||||||||||"), kModoTabla));
-    EXPECT_EQ(Graba(parcela, false),
-              Fila("028|079|   1|  12|   345|         0|            0| 1994|      -1|  |     0|"
-                   "0559      |   0|   0|     0| \r\n"));
-}
 
 TEST(Parcela, WrapsNumbersThatPassTheirBits)
 {
@@ -215,19 +119,6 @@ TEST(Parcela, WritesMinusOneWithTitleAndShareForAMainLinkWhoseHolderWasNotFound)
                    "          |   0|   0|     0| \r\n"));
 }
 
-TEST(Parcela, WidensForWideNumbersAndKeepsTheSignInsideTheWidth)
-{
-    CParcela parcela = DeFila("||123|1234|123456|-123456|-1|||||  |-3|1000|| ");
-    parcela.InsertaCotitular(0, -1, 40, "US");
-    EXPECT_EQ(
-        Graba(parcela, true),
-        "028079000PR1231234123456-0012-34-56-000001  0000000100                   -031000      "
-        "              00000         R00                                       \r\n");
-    EXPECT_EQ(Graba(parcela, false),
-              Fila("028|079| 123| 1234| 123456|   -123456|           -1|    0|      -1|  |     0|"
-                   "          |  -3| 1000|     0| \r\n"));
-}
-
 TEST(Parcela, CountsItsLinksAndTheirGroupsByTens)
 {
     constexpr struct {
@@ -242,38 +133,6 @@ TEST(Parcela, CountsItsLinksAndTheirGroupsByTens)
             parcela.InsertaCotitular(-10 - i, i + 1, 0, "");
         const std::string registro = Graba(parcela, true);
         EXPECT_EQ(registro.substr(44, registro.size() - 2 - 145), caso.columnas);
-    }
-}
-
-TEST(Parcela, WithoutItsSaveMarkHasARowAndNoRecord)
-{
-    CParcela parcela(12, 345, 1, "");
-    parcela.salvar = false;
-    EXPECT_EQ(Graba(parcela, true), "");
-    EXPECT_NE(Graba(parcela, false), "");
-}
-
-TEST(Parcela, ARowReadAndWrittenIsTheSameRow)
-{
-    const std::string fila =
-        Fila("028|079|   1| -12|   345|   -123456|        98765| 1994|      -1|  |     0|"
-             "Ñ-12      |   7| 1000|     0|ñ"_ansi);
-    CParcela parcela = Nueva();
-    ASSERT_TRUE(parcela.Lee(fila, kModoTabla));
-    EXPECT_EQ(Graba(parcela, false), fila + "\r\n");
-}
-
-TEST(Parcela, ReadsTheLinesThatItComposes)
-{
-    for (const auto& [original, modo] :
-         {std::pair{kLineaPR, kModoCatastro}, {kLineaLista, kModoLista}}) {
-        CParcela parcela = Nueva();
-        parcela.Lee(original + " \n", modo);
-        std::string linea;
-        parcela.Compon(linea, modo);
-        CParcela leida = Nueva();
-        leida.Lee(linea + " \n", modo);
-        EXPECT_EQ(Graba(leida, false), Graba(parcela, false));
     }
 }
 

@@ -22,12 +22,13 @@ constexpr const char* kSubparcelas =
 constexpr const char* kParajes = "Ger Mun EMenor NumOrden Nombre\r\n";
 constexpr const char* kCotitulares = "Ger Mun  Zona  Polig   Parcela  numOrden Titul partici\r\n";
 
-/// Two municipalities, the later one first, each with one record of each kind.
+/// Two municipalities, the later one first, each with one record of each kind; that one is a part
+/// of a municipality, with the number 3.
 CBaseCatastro DosMunicipios()
 {
     CBaseCatastro base(28);
-    for (const short mun : {short{80}, short{79}}) {
-        CMunicipio& m = base.DameMunicipio(base.InsertaMunicipio(CMunicipio(mun, 0)));
+    for (const auto& [mun, emenor] : {std::pair<short, short>{80, 3}, {79, 0}}) {
+        CMunicipio& m = base.DameMunicipio(base.InsertaMunicipio(CMunicipio(mun, emenor)));
         CParaje paraje("Eras");
         paraje.NumOrden = 42;
         m.InsertaParaje(paraje);
@@ -75,6 +76,8 @@ TEST(FicherosTabla, HoldTheRowsOfAllMunicipalitiesInTheirOrder)
     CBaseCatastro base = DosMunicipios();
     const auto dos = [](std::string_view cabecera, const std::string& filas) {
         std::string segunda = filas;
+        if (const auto i = segunda.find("028\t080\t   3"); i != std::string::npos)
+            segunda[i + 11] = '0';
         for (std::size_t i = 0; (i = segunda.find("028\t080", i)) != std::string::npos; ++i)
             segunda.replace(i, 7, "028\t079");
         return std::string(cabecera) + filas + segunda;
@@ -102,7 +105,7 @@ TEST(FicherosTabla, HoldTheRowsOfAllMunicipalitiesInTheirOrder)
                        "       |   0|              |   0|   0|  0|       0|  0| 0| 0| 0| 0| |    0|"
                        "    0| | | | |    0\r\n")));
     EXPECT_EQ(Grabado([&](CStdioFile& f) { base.GrabaParajes(f, false); }),
-              dos(kParajes, Fila("028|080|   0|    42|Eras                          \r\n")));
+              dos(kParajes, Fila("028|080|   3|    42|Eras                          \r\n")));
     EXPECT_EQ(Grabado([&](CStdioFile& f) { base.GrabaCotitulares(f, false); }),
               dos(kCotitulares, Fila("028|080|   1|  12|   345|       8|US|    40\r\n")));
 }
@@ -120,7 +123,7 @@ TEST(FicherosTabla, TheExchangeFormIsTheRecordsOfAllMunicipalitiesAlone)
     };
     for (const auto& [escrito, bytes] : kCasos) {
         EXPECT_EQ(escrito.size(), bytes);
-        EXPECT_TRUE(escrito.starts_with("028080000")) << escrito;
+        EXPECT_TRUE(escrito.starts_with("028080003")) << escrito;
         EXPECT_EQ(escrito.substr(bytes / 2, 9), "028079000");
     }
 }
