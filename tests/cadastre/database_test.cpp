@@ -95,7 +95,7 @@ TEST(BaseCatastro, NumbersHoldersBehindTheHighestNumberOfAllMunicipalities)
 
 TEST(BaseCatastro, NumbersHoldersFromOneWhereNobodyHasAPositiveNumber)
 {
-    for (const int cuantos : {2, 30}) { // short arrays and long ones
+    for (const int cuantos : {1, 2, 30}) { // short arrays and long ones
         CBaseCatastro base(28);
         CMunicipio& municipio = base.DameMunicipio(base.RegistraMunicipio(79));
         municipio.InsertaTitular(Titular("NEGATIVO", "N", -5));

@@ -13,6 +13,14 @@ public:
     void Pulsa(int boton) { SendMessage(WM_COMMAND, static_cast<WPARAM>(boton), 0); }
     CString Texto(UINT id) { return GetDlgItem(id)->GetWindowText(); }
     void Escribe(UINT id, const CString& texto) { GetDlgItem(id)->SetWindowText(texto); }
+    /// Names the input and the tables by their fields' defaults, in the folder.
+    void Rellena(const CCarpetaPrueba& carpeta)
+    {
+        for (const UINT id : {IDC_MODULOS, IDC_TITULARES, IDC_PARCELAS, IDC_SUBPARCELAS,
+                              IDC_PARAJES, IDC_COTITULARES})
+            Escribe(id, carpeta.En(std::string(std::string_view(Texto(id)))));
+        Escribe(IDC_ENTRADA, carpeta.En("entrada.txt"));
+    }
 };
 
 std::string Ajuste(CWinApp& aplicacion, const char* clave)
@@ -152,10 +160,7 @@ TEST_F(Traduccion, SwitchesItsControlsForTheTimeOfARun)
     carpeta.Pon("entrada.txt", Paraje("00001", "LA ERA"));
     CDialogoAbierto dialogo;
     dialogo.Abre();
-    dialogo.Escribe(IDC_ENTRADA, carpeta.En("entrada.txt"));
-    for (const UINT id :
-         {IDC_MODULOS, IDC_TITULARES, IDC_PARCELAS, IDC_SUBPARCELAS, IDC_PARAJES, IDC_COTITULARES})
-        dialogo.Escribe(id, carpeta.En(std::to_string(id)));
+    dialogo.Rellena(carpeta);
     std::vector<UINT> activos;
     aplicacion.guion.alAtender = [&](CDialog& d, int vez) {
         if (vez != 2)
@@ -175,6 +180,23 @@ TEST_F(Traduccion, SwitchesItsControlsForTheTimeOfARun)
         << "without its mnemonic after the first run";
     EXPECT_EQ(dialogo.Texto(IDC_ESTADO), CString(" "));
     EXPECT_FALSE(dialogo.Terminado());
+}
+
+TEST_F(Traduccion, TellsEachPhaseInItsStatusLine)
+{
+    const Textos lecturas[] = {{"Leyendo Base de datos", "Registrando parcelas",
+                                "Registrando subparcelas", "Registrando titulares"},
+                               {"Leyendo Base de datos", "Asignando titularidad"}};
+    for (const int tipo : {0, 1}) {
+        aplicacion.guion.estados.clear();
+        Ejecuta(Paraje("00001", "LA ERA"), tipo);
+        Textos fases = lecturas[tipo];
+        for (const char* tabla :
+             {"titulares", "parcelas", "módulos", "subparcelas", "parajes", "cotitulares"})
+            fases.push_back(std::string("Grabando fichero de ") + tabla);
+        fases.emplace_back(" ");
+        EXPECT_EQ(aplicacion.guion.estados, fases);
+    }
 }
 
 TEST_F(Traduccion, AsksBeforeItStops)
@@ -212,11 +234,7 @@ TEST_F(Traduccion, AsksBeforeItStops)
         };
         CDialogoAbierto dialogo;
         dialogo.Abre();
-        dialogo.Escribe(IDC_ENTRADA, carpeta.En("entrada.txt"));
-        for (const UINT id :
-             {IDC_MODULOS, IDC_TITULARES, IDC_PARCELAS, IDC_SUBPARCELAS, IDC_COTITULARES})
-            dialogo.Escribe(id, carpeta.En(std::to_string(id)));
-        dialogo.Escribe(IDC_PARAJES, carpeta.En("Parajes.txt"));
+        dialogo.Rellena(carpeta);
         dialogo.Pulsa(IDOK);
         EXPECT_EQ(Filas("Parajes.txt"), caso.parajes);
         int preguntas = 0;
@@ -304,15 +322,21 @@ TEST_F(Traduccion, KeepsAllTablesWhereOneCannotBeWrittenAndIsUsableAgain)
     carpeta.Pon("entrada.txt", Paraje("00001", "LA ERA"));
     std::filesystem::create_symlink("/dev/full", carpeta.Ruta() / "Parcelas.txt");
     carpeta.Pon("Titulares.txt", "antes");
-    EjecutaLote("entrada.txt");
+    CDialogoAbierto dialogo;
+    dialogo.Abre();
+    dialogo.Rellena(carpeta);
+    dialogo.Pulsa(IDOK);
     ASSERT_EQ(aplicacion.guion.cajas.size(), 1U) << "no summary tells of a success";
     EXPECT_EQ(aplicacion.guion.cajas[0].titulo, "Error");
     EXPECT_EQ(aplicacion.guion.cajas[0].flags, 16U);
-    EXPECT_THAT(aplicacion.guion.cajas[0].texto, testing::HasSubstr("Parcelas.txt"));
+    EXPECT_EQ(carpeta.SinRuta(aplicacion.guion.cajas[0].texto),
+              "Imposible escribir el archivo Parcelas.txt\n" +
+                  std::make_error_code(std::errc::no_space_on_device).message());
     EXPECT_EQ(carpeta.Lee("Titulares.txt"), "antes") << "which was whole by then";
     EXPECT_EQ(carpeta.Cuantos(), 4) << "input, log, a table and the link; no temporary file";
     std::filesystem::remove(carpeta.Ruta() / "Parcelas.txt");
-    EjecutaLote("entrada.txt");
+    dialogo.Pulsa(IDOK);
+    EXPECT_EQ(aplicacion.guion.cajas.back().titulo, "Fin del proceso");
     EXPECT_EQ(Filas("Parajes.txt"), 1);
 }
 

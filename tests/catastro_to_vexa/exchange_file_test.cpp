@@ -121,21 +121,36 @@ TEST_F(Traduccion, ReadsALongLineInPiecesThatAreLinesOfTheirOwn)
 
 TEST_F(Traduccion, StopsInEachPhaseWithWhatWasReadUntilThen)
 {
-    const std::string entrada = kParaje + kAna + kLuis + Parcela("00001", "0000001", "00001") +
+    // EVA has the number of ANA, and more of the first parcel than she.
+    const std::string eva = Titular("0000001", "00070", "EVA", "33333333");
+    const std::string entrada = kParaje + kAna + kLuis + eva +
+                                Parcela("00001", "0000001", "00001") +
                                 Parcela("00002", "0000002", "00001") +
                                 Suelo("00001", "   a", "00100") + Suelo("00002", "   a", "00100");
-    // One pump for each phase and each tick: 1 + 7 lines, 1 + 2 parcels, 1 + 2 subparcels, 1 + 2
+    // One pump for each phase and each tick: 1 + 8 lines, 1 + 2 parcels, 1 + 2 subparcels, 1 + 2
     // links.
     const struct {
         const char* motivo;
         int vez;
         int parcelas, subparcelas, errores;
         const char* numImputa; ///< of the first parcel, if there is one
+        Textos numeros;        ///< of the holders
     } casos[] = {
-        {"the first line", 2, 0, 0, 0, ""},         {"the last line", 8, 0, 0, 0, ""},
-        {"the first parcel", 10, 0, 0, 0, ""},      {"the second parcel", 11, 1, 0, 2, "-1"},
-        {"the first subparcel", 13, 2, 0, 4, "-1"}, {"the second subparcel", 14, 2, 1, 3, "-1"},
-        {"the first link", 16, 2, 2, 2, "-1"},      {"the second link", 17, 2, 2, 1, "1"},
+        {"the first line", 2, 0, 0, 0, "", {}},
+        {"the last line", 9, 0, 0, 0, "", {"-1", "1", "2"}},
+        {"the first parcel", 11, 0, 0, 0, "", {"-1", "1", "2"}},
+        {"the second parcel", 12, 1, 0, 2, "-1", {"-1", "1", "2"}},
+        {"the first subparcel", 14, 2, 0, 4, "-1", {"-1", "1", "2"}},
+        {"the second subparcel", 15, 2, 1, 3, "-1", {"-1", "1", "2"}},
+        {"the first link: all have numbers", 17, 2, 2, 3, "-1", {"1", "2", "3"}},
+        {"the second link: the first holder is still the main one",
+         18,
+         2,
+         2,
+         2,
+         "1",
+         {"1", "2", "3"}},
+        {"never: the main holder is chosen", 0, 2, 2, 1, "3", {"1", "2", "3"}},
     };
     for (const auto& caso : casos) {
         SCOPED_TRACE(caso.motivo);
@@ -149,6 +164,10 @@ TEST_F(Traduccion, StopsInEachPhaseWithWhatWasReadUntilThen)
         EXPECT_EQ(Filas("Subparcelas.txt"), caso.subparcelas);
         EXPECT_EQ(static_cast<int>(Mensajes().size()), caso.errores);
         EXPECT_EQ(caso.parcelas > 0 ? Campo("Parcelas.txt", 0, 8) : "", caso.numImputa);
+        Textos numeros;
+        for (int i = 0; i < Filas("Titulares.txt"); ++i)
+            numeros.push_back(Campo("Titulares.txt", static_cast<std::size_t>(i), 2));
+        EXPECT_EQ(numeros, caso.numeros);
         EXPECT_EQ(aplicacion.guion.cajas.back().titulo, "Fin del proceso");
     }
 }

@@ -2,6 +2,7 @@
 
 #include "platform/ansi.h"
 #include "platform/html_help.h"
+#include "resources/resource_ids.h"
 #include "resources/resources.h"
 
 void CGuion::MuestraModal(CDialog& dialogo)
@@ -41,6 +42,10 @@ bool CGuion::EligeFichero(CFileDialog& dialogo)
 
 void CGuion::Refleja(const CDialog& dialogo, const CControl& control)
 {
+    if (control.Id() == IDC_ESTADO)
+        if (const std::string estado = ansi::AUtf8(control.GetWindowText());
+            estados.empty() || estados.back() != estado)
+            estados.push_back(estado);
     if (alReflejar)
         alReflejar(dialogo, control);
 }

@@ -39,7 +39,8 @@ public:
     // What was seen.
     std::vector<CCajaVista> cajas;
     std::vector<std::string> ayudas;
-    std::string filtros; ///< of the last file box
+    std::vector<std::string> estados; ///< what the status line said, one after another
+    std::string filtros;              ///< of the last file box
     UINT flagsFichero = 0;
     int atendidos = 0;
 };

@@ -56,6 +56,12 @@ protected:
 
     void Ejecuta(int modificar = 0, int noEnGrafico = 0, int noEnBD = 0, int concentradas = 0)
     {
+        CVexaACampiva2Dlg dialogo;
+        Ejecuta(dialogo, modificar, noEnGrafico, noEnBD, concentradas);
+    }
+    void Ejecuta(CVexaACampiva2Dlg& dialogo, int modificar, int noEnGrafico, int noEnBD,
+                 int concentradas = 0)
+    {
         for (const auto& [tabla, filas] : tablas) {
             std::string texto = "Ger Mun\r\n";
             for (const std::string& fila : filas)
@@ -64,13 +70,17 @@ protected:
         }
         carpeta.Pon("lista.txt", lista);
         aplicacion.WriteProfileInt("VexaACampiva2", "ModificarConcentradas", concentradas);
-        EjecutaLote(modificar, noEnGrafico, noEnBD);
+        EjecutaLote(dialogo, modificar, noEnGrafico, noEnBD);
     }
     void EjecutaLote(int modificar, int noEnGrafico, int noEnBD)
     {
+        CVexaACampiva2Dlg dialogo;
+        EjecutaLote(dialogo, modificar, noEnGrafico, noEnBD);
+    }
+    void EjecutaLote(CVexaACampiva2Dlg& dialogo, int modificar, int noEnGrafico, int noEnBD)
+    {
         aplicacion.guion.cajas.clear();
         aplicacion.guion.atendidos = 0;
-        CVexaACampiva2Dlg dialogo;
         dialogo.EjecutaLote(carpeta.En("Modulos.txt"), carpeta.En("Titulares.txt"),
                             carpeta.En("Parcelas.txt"), carpeta.En("Subparcelas.txt"),
                             carpeta.En("Parajes.txt"), carpeta.En("Cotitulares.txt"),

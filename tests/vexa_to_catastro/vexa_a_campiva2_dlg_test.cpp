@@ -70,7 +70,7 @@ TEST_F(Cruce, AStopLeavesTheLogAndNothingElse)
 {
     Parcela("1", "3");
     carpeta.Pon("045127.R", "antes");
-    for (int vez = 2; vez < 40; vez += 3) {
+    for (int vez = 2; vez < 40; ++vez) { // in each phase
         aplicacion.guion.alAtender = [vez](CDialog& dialogo, int cuantas) {
             if (cuantas == vez)
                 dialogo.SendMessage(WM_COMMAND, IDCANCEL, 0);
@@ -87,6 +87,55 @@ TEST_F(Cruce, AStopLeavesTheLogAndNothingElse)
         EXPECT_EQ(Lineas("Parcelas.txt").at(0), "Ger Mun") << "the table as it was";
     }
     FAIL() << "no run was long enough to end before its stop";
+}
+
+TEST_F(Cruce, TellsEachPhaseInItsStatusLine)
+{
+    Ejecuta();
+    EXPECT_EQ(aplicacion.guion.estados,
+              (Textos{"Leyendo fichero de parajes", "Leyendo fichero de módulos",
+                      "Leyendo fichero de titulares", "Leyendo fichero de parcelas",
+                      "Leyendo fichero de subparcelas", "Leyendo fichero de cotitulares",
+                      "Leyendo fichero de ortos", "Leyendo polígonos", " "}));
+}
+
+TEST_F(Cruce, ADialogIsAsNewInItsNextRun)
+{
+    const struct {
+        const char* motivo;
+        const char* rotulo; ///< of a parcel that only the drawing has
+        bool llena;         ///< the output's disk is full
+        const char* caja;   ///< the last one of the first run
+    } casos[] = {
+        {"after parcels that weren't saved", "x", false, "ATENCION: Algunas parcelas no fueras"},
+#ifdef __linux__
+        {"after a write that failed", "7", true, "Imposible escribir el archivo 045127.R\n"},
+#endif
+    };
+    for (const auto& caso : casos) {
+        SCOPED_TRACE(caso.motivo);
+        CDibujoPrueba dibujo(carpeta);
+        dibujo.par = {{1, 50, dibujo.Parcela(caso.rotulo, 0, 0), {}}};
+        dibujo.Graba();
+        const auto r = carpeta.Ruta() / "045127.R";
+        std::filesystem::remove(r);
+        if (caso.llena)
+            std::filesystem::create_symlink("/dev/full", r);
+        CVexaACampiva2Dlg dialogo;
+        Ejecuta(dialogo, 0, 0, 1);
+        ASSERT_FALSE(Errores().empty());
+        EXPECT_THAT(Errores().back(), testing::StartsWith(caso.caja));
+
+        std::filesystem::remove(r);
+        CDibujoPrueba bueno(carpeta);
+        bueno.par = {{1, 50, bueno.Parcela("7", 0, 0), {}}};
+        bueno.Graba();
+        aplicacion.guion.cajas.clear();
+        dialogo.SendMessage(WM_COMMAND, IDOK, 0);
+        EXPECT_EQ(aplicacion.guion.cajas.back().titulo, "Fin del proceso");
+        EXPECT_EQ(Superficies("PR"), std::vector<int>{50});
+        EXPECT_THAT(Mensajes(), testing::Not(testing::Contains(testing::HasSubstr("E213"))));
+    }
 }
 
 TEST_F(Cruce, TheRoadOutAndBackChangesNothing)

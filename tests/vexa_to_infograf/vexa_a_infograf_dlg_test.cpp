@@ -147,9 +147,13 @@ TEST_F(Infograf, AValueWiderThanItsColumnPushesTheRestOn)
     EXPECT_EQ(csp.size() - csp.find("13 "), 126U + 3 + 2 + 1 + 2 + 2) << "the blanks are all there";
 }
 
-TEST_F(InfografDeMuestra, NamesTheSheetOfEachRecord)
+TEST_F(InfografDeMuestra, TellsItsPhasesAndNamesTheSheetOfEachRecord)
 {
     EXPECT_TRUE(Cajas().empty());
+    EXPECT_EQ(aplicacion.guion.estados,
+              (Textos{"Leyendo fichero de ortos", "Registrando parcelas", "Registrando polígonos",
+                      "Registrando subparcelas", "Registrando parcelas", "Registrando polígonos",
+                      "Registrando subparcelas", " "}));
     EXPECT_EQ(Cuantos("00"), 2);
     EXPECT_EQ(Cuantos("12 "), 62);
     EXPECT_EQ(Cuantos("13 "), 2);
