@@ -5,7 +5,6 @@
 #include <filesystem>
 #include <system_error>
 
-#include "platform/ansi.h"
 #include "platform/any_case_name.h"
 #include "platform/output_set.h"
 #include "platform/system_files.h"
@@ -16,12 +15,6 @@ constexpr std::size_t kBufer = std::size_t{64} * 1024;
 constexpr std::size_t kLoteTrasSalto =
     std::size_t{4} * 1024; // an entity of a drawing seldom has more
 constexpr std::size_t kEnteroMayor = std::size_t{64} << 20U; // of a file read as a whole
-
-// Reasons of ours, by numbers of the system that no call on a file gives.
-const sistema::Error kAcortado = std::make_error_code(std::errc::no_message_available);
-
-constexpr const char* kNoSeEscribe = "Imposible escribir el archivo %s";
-constexpr const char* kNoSeLee = "Imposible leer el archivo %s";
 
 /// Stands in a log where lines of it couldn't be written.
 constexpr std::string_view kMarcaHueco = "\r\n*** Faltan mensajes: no se pudieron escribir ***\r\n";
@@ -53,55 +46,6 @@ CFile::CFile() : m_lote(kBufer) {}
 CFile::~CFile()
 {
     Cierra();
-}
-
-CString CFileException::Causa() const
-{
-    if (m_causa == kAcortado)
-        return "Termina antes de la longitud que tenía"_ansi;
-    if (m_causa == sistema::kDeOtro)
-        return "Otro proceso lo está escribiendo"_ansi;
-    return m_causa.message();
-}
-
-CString CFileException::Mensaje() const
-{
-    CString texto;
-    texto.Format(m_alLeer ? kNoSeLee : kNoSeEscribe, m_strFileName);
-    return texto + Detalle();
-}
-
-CString CFileException::Detalle() const
-{
-    return m_causa && !SeVe() ? "\n" + Causa() : CString();
-}
-
-bool CFileException::EsCorriente(const sistema::Error& error)
-{
-    using std::errc;
-    constexpr errc kCorrientes[] = {
-        errc::no_such_file_or_directory,
-        errc::not_a_directory,
-        errc::is_a_directory,
-        errc::permission_denied,
-        errc::operation_not_permitted,
-        errc::read_only_file_system,
-        errc::filename_too_long,
-        errc::too_many_symbolic_link_levels,
-        errc::file_exists,
-        errc::no_such_device_or_address,
-        errc::no_such_device,
-        errc::invalid_argument,
-    };
-    return std::any_of(std::begin(kCorrientes), std::end(kCorrientes),
-                       [&](errc corriente) { return error == corriente; });
-}
-
-bool CFileException::SeVe() const
-{
-    return m_causa == std::errc::no_such_file_or_directory ||
-           m_causa == std::errc::not_a_directory ||
-           (m_causa == std::errc::is_a_directory && !m_alLeer);
 }
 
 bool CFile::Open(const CString& nombre, UINT modo, CFileException* fallo,
@@ -309,7 +253,7 @@ void CFile::Llena(std::size_t hasta)
             m_esRegular ? sistema::LeeEn(m_lectura, destino, hasta - m_lleno, posicion, error)
                         : sistema::Lee(m_lectura, destino, hasta - m_lleno, error);
         if (!error && n == 0 && posicion < m_longitud)
-            error = kAcortado;
+            error = CFileException::AcortadoAlLeer();
         if (error)
             throw CFileException(m_nombre, error, true);
         m_final = n == 0;

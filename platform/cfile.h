@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 #include "platform/cstring.h"
@@ -32,6 +33,12 @@ public:
     /// Tells whether a file that can't be opened for this reason isn't there, or isn't for this
     /// user: the usual reasons. All others are faults of the disk or the system.
     static bool EsCorriente(const sistema::Error& error);
+    /// The reason of ours for a file that ends before its length: the number of the system that no
+    /// call on a file gives.
+    static sistema::Error AcortadoAlLeer()
+    {
+        return std::make_error_code(std::errc::no_message_available);
+    }
     /// Tells that there is no such file or folder, or a folder where the file was to be written:
     /// what anybody can see needs no reason.
     bool SeVe() const;

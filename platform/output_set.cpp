@@ -1,10 +1,10 @@
 #include "platform/output_set.h"
 
 #include <algorithm>
-#include <charconv>
 #include <set>
 
 #include "platform/cfile.h"
+#include "platform/output_diary.h"
 
 namespace {
 
@@ -21,73 +21,6 @@ void Exige(const Error& error, const CString& nombre)
 Ruta CarpetaDe(const Ruta& ruta)
 {
     return ruta.has_parent_path() ? ruta.parent_path() : Ruta(".");
-}
-
-std::string Entera(const Ruta& ruta)
-{
-    return sistema::Nombre(sistema::Entera(ruta));
-}
-
-/// What a diary says of one target.
-struct CEntrada {
-    Ruta destino;
-    bool habia;           ///< a file stood there before
-    std::uint64_t numero; ///< of the file that takes its place
-};
-
-// A diary is a row of texts, each closed by a zero: its mark, how many diaries there are and their
-// names, three texts for each target, and its mark again. One that was cut short told of nothing
-// that had begun.
-constexpr std::string_view kMarca = "campiva: salidas en curso";
-
-std::string Escribe(const std::vector<Ruta>& diarios, const std::vector<CEntrada>& entradas)
-{
-    std::string bytes;
-    const auto pon = [&](std::string_view texto) { bytes.append(texto).push_back('\0'); };
-    pon(kMarca);
-    pon(std::to_string(diarios.size()));
-    for (const Ruta& diario : diarios)
-        pon(Entera(diario));
-    for (const CEntrada& entrada : entradas) {
-        pon(Entera(entrada.destino));
-        pon(entrada.habia ? "1" : "0");
-        pon(std::to_string(entrada.numero));
-    }
-    pon(kMarca);
-    return bytes;
-}
-
-struct CDiarioLeido {
-    std::vector<Ruta> diarios;
-    std::vector<CEntrada> entradas;
-};
-
-CDiarioLeido Interpreta(std::string_view bytes)
-{
-    std::vector<std::string_view> textos;
-    for (std::size_t fin = bytes.find('\0'); fin != std::string_view::npos;
-         fin = bytes.find('\0')) {
-        textos.push_back(bytes.substr(0, fin));
-        bytes.remove_prefix(fin + 1);
-    }
-    const auto numero = [](std::string_view texto) {
-        std::uint64_t valor = 0;
-        std::from_chars(texto.data(), texto.data() + texto.size(), valor);
-        return valor;
-    };
-    CDiarioLeido leido;
-    if (!bytes.empty() || textos.size() < 3 || textos.front() != kMarca || textos.back() != kMarca)
-        return leido;
-    const std::uint64_t diarios = numero(textos[1]);
-    if (diarios > textos.size() - 3 || (textos.size() - 3 - diarios) % 3 != 0)
-        return leido;
-    std::size_t i = 2;
-    for (std::uint64_t k = 0; k < diarios; ++k)
-        leido.diarios.push_back(sistema::Ruta(textos[i++]));
-    for (; i + 1 < textos.size(); i += 3)
-        leido.entradas.push_back(
-            {sistema::Ruta(textos[i]), textos[i + 1] == "1", numero(textos[i + 2])});
-    return leido;
 }
 
 void AseguraCarpetas(const std::set<Ruta>& carpetas)
@@ -126,7 +59,7 @@ private:
 
 void CDiario::Abre(std::span<const CSalidaNombrada> salidas)
 {
-    std::vector<CEntrada> entradas;
+    std::vector<CEntradaDiario> entradas;
     for (const CSalidaNombrada& salida : salidas) {
         const CReemplazo& reemplazo = *salida.reemplazo;
         if (!reemplazo.EstaAlLado())
@@ -142,7 +75,7 @@ void CDiario::Abre(std::span<const CSalidaNombrada> salidas)
         m_rutas.clear(); // one rename is done or not done
         return;
     }
-    const std::string bytes = Escribe(m_rutas, entradas);
+    const std::string bytes = EscribeDiario(m_rutas, entradas);
     for (const Ruta& ruta : m_rutas)
         EscribeUno(ruta, bytes);
 }
@@ -264,7 +197,7 @@ private:
 };
 
 /// Gives a target back what it held before the set that its diary tells of.
-void Devuelve(const CEntrada& entrada)
+void Devuelve(const CEntradaDiario& entrada)
 {
     Error error;
     const Ruta antes = CReemplazo::AlLado(entrada.destino, CReemplazo::kAntes);
@@ -317,10 +250,10 @@ bool SanaPorDiario(const Ruta& diario)
     if (!hallado.Suelto() || !credito.Alguno())
         return false;
     Error error;
-    const CDiarioLeido leido = Interpreta(hallado.LeeTodo(error));
+    const CDiarioLeido leido = LeeDiario(hallado.LeeTodo(error));
     Exige(error, sistema::Nombre(diario));
     std::set<Ruta> carpetas;
-    for (const CEntrada& entrada : leido.entradas) {
+    for (const CEntradaDiario& entrada : leido.entradas) {
         if (!credito.Cubre(entrada.destino))
             continue;
         Devuelve(entrada);

@@ -6,6 +6,8 @@
 #include <set>
 
 #include "platform/ansi.h"
+#include "tools/lattice.h"
+#include "tools/synthetic_names.h"
 
 namespace sintetico {
 namespace {
@@ -20,97 +22,10 @@ constexpr int kSolapeHoja = 30 * kMalla;
 constexpr int kParcelasPorPoligono = 75;
 constexpr int kMasPoligonos = 900;
 
-constexpr std::array kApellidos = {
-    "GARCÍA"_ansi,   "NÚÑEZ"_ansi,     "MUÑOZ"_ansi,     "IBÁÑEZ"_ansi,  "PEÑA"_ansi,
-    "LÓPEZ"_ansi,    "PÉREZ"_ansi,     "GÓMEZ"_ansi,     "MARTÍN"_ansi,  "SÁNCHEZ"_ansi,
-    "ROMERO"_ansi,   "ORTEGA"_ansi,    "CAÑIZARES"_ansi, "MORENO"_ansi,  "ESPAÑA"_ansi,
-    "BOLAÑOS"_ansi,  "HIDALGO"_ansi,   "VELÁZQUEZ"_ansi, "ZURITA"_ansi,  "DEL POZO"_ansi,
-    "ACUÑA"_ansi,    "FERNÁNDEZ"_ansi, "DÍAZ"_ansi,      "CASTAÑO"_ansi, "SERRANO"_ansi,
-    "BLÁZQUEZ"_ansi, "TOLEDANO"_ansi,  "YÁÑEZ"_ansi,     "ROJO"_ansi,    "DE LA FUENTE"_ansi,
-    "GALÁN"_ansi,    "ARRIBAS"_ansi,   "QUIÑONES"_ansi,  "SORIA"_ansi,   "MÉNDEZ"_ansi,
-    "CORDERO"_ansi,  "PIÑA"_ansi,      "AGUADO"_ansi,    "BRAVO"_ansi,   "JIMÉNEZ"_ansi,
-};
-constexpr std::array kNombres = {
-    "MARÍA"_ansi,      "JOSÉ"_ansi,   "BEGOÑA"_ansi,  "ANTONIO"_ansi, "ÁNGELA"_ansi,
-    "ÍÑIGO"_ansi,      "LUCÍA"_ansi,  "JESÚS"_ansi,   "PILAR"_ansi,   "RAMÓN"_ansi,
-    "MERCEDES"_ansi,   "JULIÁN"_ansi, "TERESA"_ansi,  "AGUSTÍN"_ansi, "ELVIRA"_ansi,
-    "TOMÁS"_ansi,      "ROCÍO"_ansi,  "NICOLÁS"_ansi, "INÉS"_ansi,    "FÉLIX"_ansi,
-    "CONCEPCIÓN"_ansi, "ANDRÉS"_ansi, "SOLEDAD"_ansi, "VÍCTOR"_ansi,  "AMPARO"_ansi,
-    "GREGORIO"_ansi,
-};
-constexpr std::array kCalles = {
-    "MAYOR"_ansi,         "DE LA IGLESIA"_ansi,  "DOÑA ELVIRA"_ansi,
-    "CERVANTES"_ansi,     "DEL CAÑO"_ansi,       "LA CONSTITUCIÓN"_ansi,
-    "SAN ANTÓN"_ansi,     "REAL"_ansi,           "DE LOS OLIVOS"_ansi,
-    "RAMÓN Y CAJAL"_ansi, "DEL POZO DULCE"_ansi, "NUESTRA SEÑORA DE GRACIA"_ansi,
-    "TOLEDO"_ansi,        "DE LA PEÑUELA"_ansi,
-};
-constexpr std::array kVias = {"CL", "CL", "CL", "AV", "PZ", "PS", "CM", "CR"};
-constexpr std::array kParajes = {
-    "LA CAÑADA"_ansi,    "CERRO DEL ÁGUILA"_ansi, "VEGA BAJA"_ansi,        "EL MAJUELO"_ansi,
-    "LAS ERAS"_ansi,     "PEÑA NEGRA"_ansi,       "CAMINO DE TOLEDO"_ansi, "LA DEHESILLA"_ansi,
-    "EL OLIVARÓN"_ansi,  "FUENTE FRÍA"_ansi,      "VALDEPEÑITAS"_ansi,     "LOS LLANOS"_ansi,
-    "EL TEJAR"_ansi,     "LA MUÑECA"_ansi,        "ARROYO SECO"_ansi,      "HOYA DEL NIÑO"_ansi,
-    "EL CARRASCAL"_ansi, "LAS VIÑAS VIEJAS"_ansi, "PRADO REDONDO"_ansi,
-};
-
-struct CCultivo {
-    const char* clave;
-    const char* nombre;
-};
-constexpr std::array kCultivos = {
-    CCultivo{"C-", "LABOR SECANO"},    CCultivo{"CR", "LABOR REGADÍO"_ansi},
-    CCultivo{"O-", "OLIVAR SECANO"},   CCultivo{"V-", "VIÑA SECANO"_ansi},
-    CCultivo{"E-", "PASTOS"},          CCultivo{"MB", "MONTE BAJO"},
-    CCultivo{"MM", "PINAR MADERABLE"}, CCultivo{"AM", "ALMENDRO SECANO"},
-    CCultivo{"I-", "IMPRODUCTIVO"},    CCultivo{"FR", "FRUTALES REGADÍO"_ansi},
-};
-constexpr int kIntensidades = 3;
-constexpr std::array kConstrucciones = {"NAVE AGRÍCOLA"_ansi, "CASETA APEROS"_ansi, "CORRAL"_ansi,
-                                        "POZO"_ansi};
-
 template <std::size_t N>
 const char* Uno(CSorteo& sorteo, const std::array<const char*, N>& textos)
 {
     return textos[static_cast<std::size_t>(sorteo.Hasta(static_cast<int>(N)))];
-}
-
-/// Area in square metres of an outline on the lattice.
-int AreaContorno(const CContorno& contorno)
-{
-    std::int64_t doble = 0;
-    for (std::size_t i = 0; i < contorno.size(); ++i) {
-        const CVertice& a = contorno[i];
-        const CVertice& b = contorno[(i + 1) % contorno.size()];
-        doble += std::int64_t{a.x} * b.y - std::int64_t{b.x} * a.y;
-    }
-    return static_cast<int>(std::abs(doble) / 2 / 10000);
-}
-
-CVertice Medio(const CVertice& a, const CVertice& b)
-{
-    return {a.x + (b.x - a.x) / 2, a.y + (b.y - a.y) / 2};
-}
-
-/// The mean of the corners, on the lattice.
-CVertice Centro(const CContorno& contorno)
-{
-    std::int64_t x = 0;
-    std::int64_t y = 0;
-    for (const CVertice& v : contorno) {
-        x += v.x;
-        y += v.y;
-    }
-    const auto n = static_cast<std::int64_t>(contorno.size());
-    return {static_cast<int>(x / n / kMalla * kMalla), static_cast<int>(y / n / kMalla * kMalla)};
-}
-
-CContorno Cuadrado(const CVertice& centro, int medio)
-{
-    return {{centro.x - medio, centro.y - medio},
-            {centro.x + medio, centro.y - medio},
-            {centro.x + medio, centro.y + medio},
-            {centro.x - medio, centro.y + medio}};
 }
 
 class CGenerador {

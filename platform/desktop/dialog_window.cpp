@@ -58,6 +58,33 @@ void PonTexto(wxWindow& widget, const wxString& texto)
     }
 }
 
+wxButton* NuevoBoton(wxWindow& panel, const wxString& leyenda, bool porDefecto)
+{
+    auto* boton = new wxButton(&panel, wxID_ANY, leyenda);
+    if (porDefecto)
+        boton->SetDefault();
+    return boton;
+}
+
+wxWindow* NuevaEdicion(wxWindow& panel, CControl& control)
+{
+    auto* edicion = new CCampoRuta(&panel);
+    edicion->Bind(wxEVT_TEXT, [edicion, &control](wxCommandEvent&) {
+        control.SetWindowText(DeWx(edicion->GetValue()));
+    });
+    return edicion;
+}
+
+wxWindow* NuevaLista(wxWindow& panel, CControl& control)
+{
+    auto* lista = new wxChoice(&panel, wxID_ANY);
+    for (const char* elemento : control.Plantilla().elementos)
+        lista->Append(AWx(elemento));
+    lista->Bind(wxEVT_CHOICE,
+                [lista, &control](wxCommandEvent&) { control.SetCurSel(lista->GetSelection()); });
+    return lista;
+}
+
 } // namespace
 
 CVentanaDialogo::CVentanaDialogo(CDialog& dialogo, wxWindow* debajo)
@@ -119,10 +146,8 @@ wxWindow* CVentanaDialogo::Crea(CControl& control)
     switch (plantilla.clase) {
     case Boton:
     case BotonPorDefecto: {
-        auto* boton = new wxButton(m_panel, wxID_ANY, leyenda);
+        wxButton* boton = NuevoBoton(*m_panel, leyenda, plantilla.clase == BotonPorDefecto);
         boton->Bind(wxEVT_BUTTON, pulsa);
-        if (plantilla.clase == BotonPorDefecto)
-            boton->SetDefault();
         return boton;
     }
     case Casilla: {
@@ -135,22 +160,10 @@ wxWindow* CVentanaDialogo::Crea(CControl& control)
         radio->Bind(wxEVT_RADIOBUTTON, pulsa);
         return radio;
     }
-    case Edicion: {
-        auto* edicion = new CCampoRuta(m_panel);
-        edicion->Bind(wxEVT_TEXT, [edicion, &control](wxCommandEvent&) {
-            control.SetWindowText(DeWx(edicion->GetValue()));
-        });
-        return edicion;
-    }
-    case Lista: {
-        auto* lista = new wxChoice(m_panel, wxID_ANY);
-        for (const char* elemento : plantilla.elementos)
-            lista->Append(AWx(elemento));
-        lista->Bind(wxEVT_CHOICE, [lista, &control](wxCommandEvent&) {
-            control.SetCurSel(lista->GetSelection());
-        });
-        return lista;
-    }
+    case Edicion:
+        return NuevaEdicion(*m_panel, control);
+    case Lista:
+        return NuevaLista(*m_panel, control);
     case Grupo:
         return new wxStaticBox(m_panel, wxID_ANY, leyenda);
     case Progreso:

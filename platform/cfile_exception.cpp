@@ -1,0 +1,63 @@
+#include <algorithm>
+#include <iterator>
+
+#include "platform/ansi.h"
+#include "platform/cfile.h"
+
+// What a failed read or write is told with.
+
+namespace {
+
+constexpr const char* kNoSeEscribe = "Imposible escribir el archivo %s";
+constexpr const char* kNoSeLee = "Imposible leer el archivo %s";
+
+} // namespace
+
+CString CFileException::Causa() const
+{
+    if (m_causa == AcortadoAlLeer())
+        return "Termina antes de la longitud que tenía"_ansi;
+    if (m_causa == sistema::kDeOtro)
+        return "Otro proceso lo está escribiendo"_ansi;
+    return m_causa.message();
+}
+
+CString CFileException::Mensaje() const
+{
+    CString texto;
+    texto.Format(m_alLeer ? kNoSeLee : kNoSeEscribe, m_strFileName);
+    return texto + Detalle();
+}
+
+CString CFileException::Detalle() const
+{
+    return m_causa && !SeVe() ? "\n" + Causa() : CString();
+}
+
+bool CFileException::EsCorriente(const sistema::Error& error)
+{
+    using std::errc;
+    constexpr errc kCorrientes[] = {
+        errc::no_such_file_or_directory,
+        errc::not_a_directory,
+        errc::is_a_directory,
+        errc::permission_denied,
+        errc::operation_not_permitted,
+        errc::read_only_file_system,
+        errc::filename_too_long,
+        errc::too_many_symbolic_link_levels,
+        errc::file_exists,
+        errc::no_such_device_or_address,
+        errc::no_such_device,
+        errc::invalid_argument,
+    };
+    return std::any_of(std::begin(kCorrientes), std::end(kCorrientes),
+                       [&](errc corriente) { return error == corriente; });
+}
+
+bool CFileException::SeVe() const
+{
+    return m_causa == std::errc::no_such_file_or_directory ||
+           m_causa == std::errc::not_a_directory ||
+           (m_causa == std::errc::is_a_directory && !m_alLeer);
+}

@@ -1,0 +1,107 @@
+#include "shell/frame/box_texts.h"
+#include "shell/frame/translation_dialog.h"
+#include "vexa_libs/ccadena.h"
+
+// The files of a run: opened with their boxes, kept for it, and put in their places together.
+
+namespace {
+
+constexpr UINT kCrea = CFile::modeCreate | CFile::modeWrite | CFile::typeText;
+
+} // namespace
+
+void CTraduccionDlg::EmpiezaProceso(const std::vector<CString>& ficheros)
+{
+    m_procesando = true;
+    sistema::VigilaSenales(); // from here on there is something to clear away
+    m_salidas.Desecha();
+    m_escritos = {};
+    CConjuntoSalidas::Sana(ficheros);
+}
+
+bool CTraduccionDlg::Abre(CFile& fichero, const CString& nombre, UINT modo)
+{
+    CFileException fallo;
+    const bool abierto = fichero.Open(nombre, modo, &fallo);
+    if (!abierto)
+        CajaError(cajas::kNoExiste, fallo);
+    return abierto;
+}
+
+bool CTraduccionDlg::AbreEntrada(CStdioFile& fichero, const CString& nombre)
+{
+    if (!Abre(fichero, nombre, CFile::modeRead | CFile::typeText))
+        return false;
+    if (!CFile::EsAlguno(nombre, m_escritos.leidos))
+        m_escritos.leidos.push_back(CFile::RutaCompleta(nombre));
+    return true;
+}
+
+bool CTraduccionDlg::AbreDibujo(CFile& fichero, const CString& nombre)
+{
+    return Abre(fichero, nombre,
+                CFile::modeRead | CFile::typeBinary | CFile::anyCase | CFile::modeWhole);
+}
+
+bool CTraduccionDlg::AbreOrtos(CFile& bin, CFile& top, const CString& nombre)
+{
+    CCadena nombreBin = nombre;
+    nombreBin.CambiaExtension("BIN");
+    CCadena nombreTop = nombre;
+    nombreTop.CambiaExtension("TOP");
+    const bool hayBin = AbreDibujo(bin, nombreBin);
+    return AbreDibujo(top, nombreTop) && hayBin;
+}
+
+/// Tells that two of the files that a run writes are one. What is no regular file takes them all.
+bool CTraduccionDlg::HayRepetidas(const CString& log, const std::vector<CString>& salidas)
+{
+    std::vector<CString> todas = salidas;
+    todas.insert(todas.begin(), log);
+    for (std::size_t i = 1; i < todas.size(); ++i) {
+        for (std::size_t k = 0; k < i; ++k) {
+            if (!CFile::SeriaElMismo(todas[i], todas[k]))
+                continue;
+            CajaError(cajas::kSalidaRepetida, todas[i]);
+            return true;
+        }
+    }
+    return false;
+}
+
+bool CTraduccionDlg::CreaLog(const CString& nombre, const std::vector<CString>& entradas,
+                             const std::vector<CString>& salidas)
+{
+    if (HayRepetidas(nombre, salidas))
+        return false;
+    CConjuntoSalidas::Sana(salidas);
+    for (const CString& salida : salidas)
+        if (m_salidas.Reserva(salida) == CReemplazo::Apertura::Ocupado)
+            throw CFileException(salida, sistema::kDeOtro);
+    CFileException fallo(nombre, {});
+    if (!CFile::EsAlguno(nombre, entradas) &&
+        m_log.Open(nombre, kCrea | CFile::modeInPlace, &fallo)) {
+        m_escritos.log = CFile::RutaCompleta(nombre);
+        return true;
+    }
+    m_salidas.Desecha();
+    CajaError(cajas::kNoSeCrea, fallo);
+    return false;
+}
+
+bool CTraduccionDlg::CreaSalida(CStdioFile& fichero, const CString& nombre, const char* queja,
+                                const std::vector<CString>& entradas)
+{
+    CFileException fallo(nombre, {});
+    if (!CFile::EsAlguno(nombre, entradas) && fichero.Open(nombre, kCrea, &fallo, &m_salidas)) {
+        m_escritos.salidas.push_back(CFile::RutaCompleta(nombre));
+        return true;
+    }
+    CajaError(queja, fallo);
+    return false;
+}
+
+void CTraduccionDlg::ConfirmaSalidas()
+{
+    m_salidas.Confirma();
+}
