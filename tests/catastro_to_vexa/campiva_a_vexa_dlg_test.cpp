@@ -333,10 +333,14 @@ TEST_F(Traduccion, KeepsAllTablesWhereOneCannotBeWrittenAndIsUsableAgain)
               "Imposible escribir el archivo Parcelas.txt\n" +
                   std::make_error_code(std::errc::no_space_on_device).message());
     EXPECT_EQ(carpeta.Lee("Titulares.txt"), "antes") << "which was whole by then";
+    EXPECT_EQ(aplicacion.guion.escritos.log, carpeta.En("entrada.ERR"));
+    EXPECT_TRUE(aplicacion.guion.escritos.salidas.empty());
     EXPECT_EQ(carpeta.Cuantos(), 4) << "input, log, a table and the link; no temporary file";
     std::filesystem::remove(carpeta.Ruta() / "Parcelas.txt");
     dialogo.Pulsa(IDOK);
+    dialogo.Pulsa(IDOK);
     EXPECT_EQ(aplicacion.guion.cajas.back().titulo, "Fin del proceso");
+    EXPECT_EQ(aplicacion.guion.escritos.salidas.size(), 6U);
     EXPECT_EQ(Filas("Parajes.txt"), 1);
 }
 
