@@ -93,17 +93,22 @@ TEST(BaseCatastro, NumbersHoldersBehindTheHighestNumberOfAllMunicipalities)
     EXPECT_EQ(Asigna(base).log, ""); // nothing is left to do
 }
 
-TEST(BaseCatastro, NumbersHoldersFromOneWhereNobodyHasAPositiveNumber)
+TEST(BaseCatastro, NumbersHoldersFromOneOnOrBehindThoseWithANumber)
 {
-    for (const int cuantos : {1, 2, 30}) { // short arrays and long ones
+    constexpr struct {
+        int numerados, sinNumero;
+    } kCasos[] = {{0, 1}, {0, 2}, {0, 30}, {30, 1}}; // short arrays and long ones
+    for (const auto& [numerados, sinNumero] : kCasos) {
         CBaseCatastro base(28);
         CMunicipio& municipio = base.DameMunicipio(base.RegistraMunicipio(79));
         municipio.InsertaTitular(Titular("NEGATIVO", "N", -5));
-        for (int i = 0; i < cuantos; ++i)
-            municipio.InsertaTitular(Titular("X" + std::to_string(i), std::to_string(i), -1));
+        const int todos = numerados + sinNumero;
+        for (int i = 1; i <= todos; ++i)
+            municipio.InsertaTitular(
+                Titular("X" + std::to_string(i), std::to_string(i), i <= numerados ? i : -1));
         EXPECT_EQ(municipio.BuscaTitularNumOrden(-5), 0); // what it remembers must go
-        EXPECT_EQ(Asigna(base).asignados, cuantos);
-        for (int i = 1; i <= cuantos; ++i)
+        EXPECT_EQ(Asigna(base).asignados, sinNumero);
+        for (int i = 1; i <= todos; ++i)
             EXPECT_EQ(municipio.BuscaTitularNumOrden(i), i);
     }
 }

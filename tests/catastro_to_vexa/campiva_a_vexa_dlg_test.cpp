@@ -82,19 +82,6 @@ TEST_F(Traduccion, NoTableFallsOnTheInput)
     EXPECT_EQ(Filas("Modulos.txt"), 0) << "the others are written";
 }
 
-TEST_F(Traduccion, EndsWithTheSummary)
-{
-    Ejecuta(Paraje("00001", "LA ERA") + Parcela("00001", "0000001", "00001"));
-    ASSERT_EQ(aplicacion.guion.cajas.size(), 1U);
-    const CCajaVista& caja = aplicacion.guion.cajas.front();
-    EXPECT_EQ(caja.titulo, "Fin del proceso");
-    EXPECT_EQ(caja.flags, MB_OK);
-    EXPECT_EQ(caja.texto,
-              "Proceso finalizado con éxito.\n\nNúmero de municipios leidos  :      1\n"
-              "Número de parcelas leidas    :      1\nNúmero de titulares leidos   :      0\n\n"
-              "Número de errores producidos :      2\nNúmero de warnings producidos :      0\n");
-}
-
 TEST_F(Traduccion, ShowsTheDefaultsThenWhatIsStored)
 {
     {
@@ -141,18 +128,6 @@ TEST_F(Traduccion, StoresWhatTheLastReadingOfTheControlsLeft)
     }
     EXPECT_EQ(Ajuste(aplicacion, "ArchivoModulos"), "Modulos.txt");
     EXPECT_EQ(Ajuste(aplicacion, "TipoEntrada"), "0");
-}
-
-TEST_F(Traduccion, BrowsesForTheInput)
-{
-    CDialogoAbierto dialogo;
-    dialogo.Abre();
-    dialogo.Escribe(IDC_MODULOS, "tecleado.txt");
-    aplicacion.guion.fichero = "elegido.txt";
-    dialogo.Pulsa(IDC_BUSCAR_ENTRADA);
-    EXPECT_EQ(dialogo.Texto(IDC_ENTRADA), CString("elegido.txt"));
-    EXPECT_EQ(dialogo.Texto(IDC_MODULOS), CString("tecleado.txt"));
-    EXPECT_EQ(aplicacion.guion.filtros, "Todos los ficheros (*.*)|*.*||");
 }
 
 TEST_F(Traduccion, SwitchesItsControlsForTheTimeOfARun)
@@ -303,19 +278,6 @@ TEST_F(Traduccion, AnswersTheProgressMessages)
     EXPECT_EQ(aplicacion.guion.atendidos, antes + 1) << "one event is taken, never more";
 }
 
-TEST_F(Traduccion, GivesHelpForAControlAndNoneForALabel)
-{
-    CDialogoAbierto dialogo;
-    dialogo.Abre();
-    HELPINFO pregunta{1019, {}};
-    EXPECT_EQ(dialogo.SendMessage(WM_HELP, 0, reinterpret_cast<LPARAM>(&pregunta)), 1);
-    pregunta.iCtrlId = -1;
-    EXPECT_EQ(dialogo.SendMessage(WM_HELP, 0, reinterpret_cast<LPARAM>(&pregunta)), 1);
-    dialogo.Pulsa(static_cast<int>(ID_HELP));
-    EXPECT_EQ(aplicacion.guion.ayudas,
-              (Textos{"campiva.chm::Ayuda IDC.txt#1019 at 0,0 on 13697023", "campiva.chm"}));
-}
-
 #ifdef __linux__
 TEST_F(Traduccion, KeepsAllTablesWhereOneCannotBeWrittenAndIsUsableAgain)
 {
@@ -333,10 +295,14 @@ TEST_F(Traduccion, KeepsAllTablesWhereOneCannotBeWrittenAndIsUsableAgain)
               "Imposible escribir el archivo Parcelas.txt\n" +
                   std::make_error_code(std::errc::no_space_on_device).message());
     EXPECT_EQ(carpeta.Lee("Titulares.txt"), "antes") << "which was whole by then";
+    EXPECT_EQ(aplicacion.guion.escritos.log, carpeta.En("entrada.ERR"));
+    EXPECT_TRUE(aplicacion.guion.escritos.salidas.empty());
     EXPECT_EQ(carpeta.Cuantos(), 4) << "input, log, a table and the link; no temporary file";
     std::filesystem::remove(carpeta.Ruta() / "Parcelas.txt");
     dialogo.Pulsa(IDOK);
+    dialogo.Pulsa(IDOK);
     EXPECT_EQ(aplicacion.guion.cajas.back().titulo, "Fin del proceso");
+    EXPECT_EQ(aplicacion.guion.escritos.salidas.size(), 6U);
     EXPECT_EQ(Filas("Parajes.txt"), 1);
 }
 

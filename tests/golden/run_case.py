@@ -146,7 +146,7 @@ def main():
     parser.add_argument("--update", action="store_true")
     parser.add_argument("--runner", default=[], nargs=1)
     parser.add_argument("--registry")
-    parser.add_argument("program")
+    parser.add_argument("program", type=os.path.abspath)  # it runs in a folder of its own
     for name in ("samples", "work"):
         parser.add_argument(name, type=pathlib.Path)
     parser.add_argument("cases", type=pathlib.Path, nargs="+")

@@ -249,8 +249,10 @@ TYPED_TEST(Marco, BrowsesForEachFieldWithItsFilter)
         dialogo.Pulsa(*dialogo.GetDlgItem(busqueda.boton));
         EXPECT_EQ(edicion.GetWindowText(), CString("elegido"));
         EXPECT_EQ(aplicacion.guion.flagsFichero, 4100U);
-        EXPECT_EQ(aplicacion.guion.filtros.starts_with("Archivos topológicos"),
-                  campo->control == IDC_ORTOS);
+        const std::string todos = "Todos los ficheros (*.*)|*.*||";
+        EXPECT_EQ(aplicacion.guion.filtros, campo->control == IDC_ORTOS
+                                                ? "Archivos topológicos (*.top)|*.top|" + todos
+                                                : todos);
     }
 }
 
@@ -273,6 +275,9 @@ TYPED_TEST(Marco, TellsWhoAsksAboutTheProgramAndItsHelp)
     dialogo.Pulsa(*dialogo.GetDlgItem(ID_HELP));
     HELPINFO pregunta{static_cast<int>(IDC_ESTADO), {3, 4}};
     const bool deControles = !std::is_same_v<TypeParam, CVexaAInfografDlg>;
+    EXPECT_EQ(dialogo.SendMessage(WM_HELP, 0, reinterpret_cast<LPARAM>(&pregunta)),
+              deControles ? 1 : 0);
+    pregunta.iCtrlId = -1; // a label, which has none
     EXPECT_EQ(dialogo.SendMessage(WM_HELP, 0, reinterpret_cast<LPARAM>(&pregunta)),
               deControles ? 1 : 0);
     std::vector<std::string> ayudas = {"campiva.chm"};

@@ -50,6 +50,11 @@ void CGuion::Refleja(const CDialog& dialogo, const CControl& control)
         alReflejar(dialogo, control);
 }
 
+void CGuion::FinDeProceso(const CDialog& /*dialogo*/, const CEscritos& suyos)
+{
+    escritos = suyos;
+}
+
 bool CGuion::MuestraAyuda(const CString& ficheroAyuda)
 {
     ayudas.push_back(ansi::AUtf8(ficheroAyuda));
