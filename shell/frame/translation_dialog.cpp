@@ -8,11 +8,9 @@
 #include "platform/cwinapp.h"
 #include "platform/html_help.h"
 #include "platform/system.h"
-#include "platform/system_files.h"
 #include "resources/resource_ids.h"
 #include "shell/frame/about_dialog.h"
 #include "shell/frame/box_texts.h"
-#include "vexa_libs/ccadena.h"
 
 namespace {
 

@@ -1,3 +1,4 @@
+#include "platform/system.h"
 #include "shell/frame/box_texts.h"
 #include "shell/frame/translation_dialog.h"
 #include "vexa_libs/ccadena.h"
