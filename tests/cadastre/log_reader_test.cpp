@@ -29,9 +29,11 @@ std::string Dicho(const CMensajeLeido& leido)
     numero("numero ", leido.numero);
     numero("superficie ", leido.superficie);
     numero("suma ", leido.suma);
-    if (leido.sitio)
-        dicho +=
-            "sitio " + std::to_string(leido.sitio->x) + ' ' + std::to_string(leido.sitio->y) + ' ';
+    if (leido.sitio) {
+        CString sitio; // std::to_string would ask the locale for its point
+        sitio.Format("sitio %.2lf %.2lf ", leido.sitio->x, leido.sitio->y);
+        dicho += std::string_view(sitio);
+    }
     dicho += '[' + std::string(std::string_view(leido.letra)) + "][" +
              std::string(std::string_view(leido.texto)) + ']';
     return dicho;
@@ -55,7 +57,7 @@ TEST(LogReader, ReadsBackWhatAMessageSpeaksOf)
         {Linea(kSubparcelaSinParcela, 1, 2, ""), kSubparcelaSinParcela, "polig 1 parcela 2 [][]"},
         {Linea(kCotitularSinTitular, -3), kCotitularSinTitular, "numero -3 [][]"},
         {Linea(kSubparcelaFuera, "ab", 483123.45, -12.5), kSubparcelaFuera,
-         "sitio 483123.450000 -12.500000 [ab][]"},
+         "sitio 483123.45 -12.50 [ab][]"},
         {Linea(kSubparcelaNoEnBase, 12345, 1234567, "abcdef"), kSubparcelaNoEnBase,
          "polig 12345 parcela 1234567 [abcdef][]"},
         {Linea(kSuperficieDifiere, 1, 2, -123456789, 40), kSuperficieDifiere,
