@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <climits>
 #include <cmath>
+#include <numbers>
 #include <random>
 
 #include <gtest/gtest.h>
@@ -67,7 +68,7 @@ bool EnElGiro(const vexageo::CVector& desde, const vexageo::CVector& p,
     const auto angulo = [&](const vexageo::CVector& v) {
         const double giro = std::atan2(static_cast<double>(v.y), static_cast<double>(v.x)) -
                             std::atan2(static_cast<double>(desde.y), static_cast<double>(desde.x));
-        return giro < 0 ? giro + 2 * M_PI : giro;
+        return giro < 0 ? giro + 2 * std::numbers::pi : giro;
     };
     return angulo(p) < angulo(hasta);
 }
@@ -138,7 +139,7 @@ CAnillo Rueda(int puntos)
 {
     CAnillo anillo;
     for (int i = 0; i < puntos; ++i) {
-        const double giro = 2 * M_PI * i / puntos;
+        const double giro = 2 * std::numbers::pi * i / puntos;
         const double radio = i % 2 == 0 ? 2.0e9 : 1.9e9;
         anillo.emplace_back(static_cast<int>(radio * std::cos(giro)),
                             static_cast<int>(radio * std::sin(giro)));
