@@ -38,12 +38,19 @@ constexpr bool Encajan(std::string_view forma)
 {
     constexpr char kSuyas[] = {ConversionDe<T>()..., '\0'};
     std::size_t cuantos = 0;
-    for (std::size_t i = forma.find('%'); i < forma.size(); i = forma.find('%', i)) {
-        i = forma.find_first_of("dsfc", i);
-        if (i >= forma.size() || kSuyas[cuantos++] != forma[i])
+    bool enForma = false;
+    for (const char c : forma) {
+        if (!enForma) {
+            enForma = c == '%';
+            continue;
+        }
+        if (c != 'd' && c != 's' && c != 'f' && c != 'c')
+            continue; // a flag, a width, or the length of a number
+        if (kSuyas[cuantos++] != c)
             return false;
+        enForma = false;
     }
-    return cuantos == sizeof...(T);
+    return !enForma && cuantos == sizeof...(T);
 }
 
 /// A message that is raised with arguments of these types. One that has others doesn't compile.
