@@ -44,7 +44,7 @@ json.dump({"type": "FeatureCollection", "name": "parcelas", "features": features
   ogr2ogr -f CSV -lco STRING_QUOTING=IF_NEEDED areas.csv parcelas.geojson -dialect sqlite \
     -sql "select poligono, parcela, ST_Area(geometry) as area, ST_Perimeter(geometry) as borde
           from parcelas"
-  awk -F, '
+  LC_ALL=C awk -F, '
     FNR == NR { if (FNR > 1) { area[$1 + 0, $2 + 0] = $3; border[$1 + 0, $2 + 0] = $4 } next }
     substr($0, 10, 2) == "PR" {
       ++records
