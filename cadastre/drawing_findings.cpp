@@ -20,9 +20,8 @@ namespace {
 using CAnillo = std::vector<CPunto<int>>;
 
 constexpr std::size_t kMenosPuntos = 3;
-constexpr double kTolerancia = 0.5;           // square metres
-constexpr double kUnidades = 2.0 * 100 * 100; // of twice an area, in a square metre
-constexpr double kMetros = 0.01;              // in a hundredth of a metre
+constexpr double kTolerancia = 0.5; // square metres
+constexpr double kMetros = 0.01;    // in a hundredth of a metre
 
 bool MismoSitio(const CPunto<int>& a, const CPunto<int>& b)
 {
@@ -131,7 +130,7 @@ private:
                               : "su contorno pasa dos veces por la misma línea en %.2lf %.2lf"_ansi,
                         encuentro->donde.X * kMetros, encuentro->donde.Y * kMetros));
         }
-        const double dibujada = vexageo::DobleArea(anillo) / kUnidades;
+        const double dibujada = vexageo::DobleArea(anillo) / vexageo::kDobleMetroCuadrado;
         if (std::fabs(dibujada - std::fabs(area)) > kTolerancia)
             Falta(ClaseFalta::AreaDistinta, isla, anillo.front(),
                   Texto("su contorno encierra %.2lf m2 y el registro dice %.2lf", dibujada, area));

@@ -21,24 +21,17 @@ using vexageo::CTexto;
 namespace {
 
 constexpr UINT kModo = CFile::modeRead | CFile::typeBinary | CFile::anyCase | CFile::modeWhole;
-constexpr double kUnidades = 2.0 * 100 * 100; // of twice an area, in a square metre
 
-// Codes that the labels of a topology may have; none for one whose labels may have any.
-constexpr std::array<const char*, 1> kCodigosPar = {kCodigoParcela};
-constexpr std::array<const char*, 2> kCodigosSub = {kCodigoSubparcela, kCodigoConstruccion};
-using CCodigos = std::span<const char* const>;
-
-CCodigos CodigosDe(ClaseTopologia que)
+/// The labels of polygons and sheets may have any code, and be deleted.
+bool CuentanCodigos(ClaseTopologia que)
 {
-    if (que == ClaseTopologia::Parcelas)
-        return kCodigosPar;
-    return que == ClaseTopologia::Subparcelas ? CCodigos(kCodigosSub) : CCodigos();
+    return que == ClaseTopologia::Parcelas || que == ClaseTopologia::Subparcelas;
 }
 
 /// Reads the outlines of one topology.
 class CLectorTopologia {
 public:
-    CLectorTopologia(CFile& bin, CCodigos codigos) : m_bin(bin), m_codigos(codigos) {}
+    CLectorTopologia(CFile& bin, ClaseTopologia que) : m_bin(bin), m_que(que) {}
 
     void Lee(CFile& topologia, CTopologiaDibujada& dibujada)
     {
@@ -111,23 +104,20 @@ private:
         if (m_fueraDeFecha)
             return NoSeLlega;
         if (!leido) {
-            m_fueraDeFecha = !m_codigos.empty(); // where codes don't count it stops nothing
+            m_fueraDeFecha = CuentanCodigos(m_que); // where codes don't count it stops nothing
             return FueraDeFecha;
         }
         if (!rotulo.Tipo().EsTexto())
             return NoEsTexto;
-        if (m_codigos.empty())
+        if (!CuentanCodigos(m_que))
             return Valido;
         if (rotulo.Tipo().EsBorrado())
             return Borrado;
-        const bool suyo = std::any_of(m_codigos.begin(), m_codigos.end(), [&](const char* codigo) {
-            return rotulo.Tipo().ComparaCodigo(codigo);
-        });
-        return suyo ? Valido : CodigoAjeno;
+        return EsCodigoDe(m_que, recinto.codigo) ? Valido : CodigoAjeno;
     }
 
     CFile& m_bin;
-    CCodigos m_codigos;
+    ClaseTopologia m_que;
     std::uint64_t m_vertices = 0; // of all rings
     bool m_fueraDeFecha = false;  // a label couldn't be read
 };
@@ -159,7 +149,7 @@ void SituaSubparcelas(CPoligonoDibujado& poligono, const CHayParcela& hayParcela
     const std::vector<CRecintoDibujado>& parcelas = poligono.parcelas.recintos;
     vexageo::CIndiceAnillos indice;
     for (std::size_t i = 0; i < parcelas.size(); ++i) {
-        const double area = vexageo::DobleArea(parcelas[i].contorno) / kUnidades;
+        const double area = vexageo::DobleArea(parcelas[i].contorno) / vexageo::kDobleMetroCuadrado;
         if (parcelas[i].Valido() && area < kAreaImposible &&
             (!hayParcela || hayParcela(poligono.polig, parcelas[i].parcela)))
             indice.Añade(parcelas[i].contorno, area, static_cast<int>(i));
@@ -178,6 +168,14 @@ void SituaSubparcelas(CPoligonoDibujado& poligono, const CHayParcela& hayParcela
 }
 
 } // namespace
+
+bool EsCodigoDe(ClaseTopologia que, const CString& codigo)
+{
+    if (que == ClaseTopologia::Parcelas)
+        return codigo == kCodigoParcela;
+    return que != ClaseTopologia::Subparcelas || codigo == kCodigoSubparcela ||
+           codigo == kCodigoConstruccion;
+}
 
 const char* NombreEstado(EstadoRecinto estado)
 {
@@ -207,7 +205,7 @@ double CRecintoDibujado::AreaContorno() const
     double doble = vexageo::DobleArea(contorno);
     for (const CIslaDibujada& isla : islas)
         doble -= vexageo::DobleArea(isla.contorno);
-    return doble / kUnidades;
+    return doble / vexageo::kDobleMetroCuadrado;
 }
 
 CPoligonoDibujado LeePoligonoDibujado(const CString& carpeta, const CString& entrada,
@@ -253,7 +251,7 @@ CTopologiaDibujada LeeHojasDibujadas(const CCadena& ortos)
 CTopologiaDibujada LeeTopologiaDibujada(CFile& topologia, CFile& bin, ClaseTopologia que)
 {
     CTopologiaDibujada dibujada;
-    CLectorTopologia(bin, CodigosDe(que)).Lee(topologia, dibujada);
+    CLectorTopologia(bin, que).Lee(topologia, dibujada);
     return dibujada;
 }
 

@@ -15,6 +15,9 @@
 /// What a topology's outlines are.
 enum class ClaseTopologia : std::uint8_t { Parcelas, Subparcelas, Poligonos, Hojas };
 
+/// Tells whether a label of that code is of such an outline. For polygons and sheets any is.
+bool EsCodigoDe(ClaseTopologia que, const CString& codigo);
+
 /// What the way back makes of an outline, and of its label.
 enum class EstadoRecinto : std::uint8_t {
     Valido,

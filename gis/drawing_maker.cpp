@@ -5,9 +5,9 @@
 #include <ogr_geometry.h>
 
 #include "cadastre/label_codes.h"
+#include "gis/complaints.h"
 #include "gis/geometry.h"
 #include "gis/label_point.h"
-#include "gis/messages.h"
 #include "platform/ansi.h"
 
 using vexageo::CPoligonoTopologico;
@@ -27,11 +27,8 @@ EstadoRecinto EstadoDe(const CRecintoEntrante& recinto)
         return EstadoRecinto::SinRotulo;
     if (recinto.borrado)
         return EstadoRecinto::Borrado;
-    const bool suyo =
-        recinto.clase == ClaseTopologia::Parcelas
-            ? recinto.codigo == kCodigoParcela
-            : recinto.codigo == kCodigoSubparcela || recinto.codigo == kCodigoConstruccion;
-    return suyo ? EstadoRecinto::Valido : EstadoRecinto::CodigoAjeno;
+    return EsCodigoDe(recinto.clase, recinto.codigo) ? EstadoRecinto::Valido
+                                                     : EstadoRecinto::CodigoAjeno;
 }
 
 /// The rings around all parcels, by their own points; each with its holes.
@@ -48,8 +45,7 @@ std::vector<std::vector<CAnillo>> Alrededor(const std::vector<CRecintoDibujado>&
         for (const OGRLinearRing* anillo : poligono) {
             CAnillo& suyo = anillos.emplace_back();
             for (int i = 0; i + 1 < anillo->getNumPoints(); ++i)
-                suyo.emplace_back(static_cast<int>(std::lround(anillo->getX(i) * 100)),
-                                  static_cast<int>(std::lround(anillo->getY(i) * 100)));
+                suyo.push_back(EnUnidades(anillo->getX(i), anillo->getY(i)));
         }
     };
     if (juntas && wkbFlatten(juntas->getGeometryType()) == wkbPolygon)

@@ -1,8 +1,8 @@
 #include "gis/geometry.h"
 
-namespace {
+#include <cmath>
 
-constexpr double kPorMetro = 100; // units of a drawing
+namespace {
 
 void PonPuntos(OGRSimpleCurve& curva, const std::vector<vexageo::CPunto<int>>& puntos)
 {
@@ -24,6 +24,12 @@ OGRLinearRing* AnilloDe(const std::vector<vexageo::CPunto<int>>& contorno)
 OGRPoint EnMetros(const vexageo::CPunto<int>& punto)
 {
     return {punto.X / kPorMetro, punto.Y / kPorMetro};
+}
+
+vexageo::CPunto<int> EnUnidades(double x, double y)
+{
+    return {static_cast<int>(std::lround(x * kPorMetro)),
+            static_cast<int>(std::lround(y * kPorMetro))};
 }
 
 std::unique_ptr<OGRPolygon> PoligonoDe(const CRecintoDibujado& recinto)

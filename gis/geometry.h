@@ -6,8 +6,11 @@
 
 #include "cadastre/drawn_polygon.h"
 
-/// A point of a drawing in metres.
+inline constexpr double kPorMetro = 100; ///< units of a drawing
+
+/// A point of a drawing in metres, and back, rounded.
 OGRPoint EnMetros(const vexageo::CPunto<int>& punto);
+vexageo::CPunto<int> EnUnidades(double x, double y);
 
 /// The outline, closed, with its islands as holes; null for one without points.
 std::unique_ptr<OGRPolygon> PoligonoDe(const CRecintoDibujado& recinto);

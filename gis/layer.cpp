@@ -1,6 +1,6 @@
 #include "gis/layer.h"
 
-#include "gis/messages.h"
+#include "gis/complaints.h"
 #include "platform/ansi.h"
 #include "platform/cfile.h"
 

@@ -6,12 +6,13 @@
 
 #include <ogr_geometry.h>
 
+#include "gis/geometry.h"
 #include "gis/node_grid.h"
 #include "vexa_libs/ring.h"
 
 namespace {
 
-constexpr double kFinosPorMetro = 100.0 * kFinos;
+constexpr double kFinosPorMetro = kPorMetro * kFinos;
 constexpr std::size_t kMenosPuntos = 3; // of a ring that holds something
 
 std::unique_ptr<OGRLineString> EnMetros(const CAnilloFino& anillo)

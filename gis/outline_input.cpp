@@ -10,14 +10,15 @@
 
 #include "cadastre/label_codes.h"
 #include "gis/arcs.h"
+#include "gis/geometry.h"
 #include "gis/layers.h"
 #include "platform/ansi.h"
 #include "vexa_libs/ccadena.h"
 
 namespace {
 
-constexpr double kFinosPorMetro = 100.0 * kFinos;
-constexpr double kMayorCoordenada = std::numeric_limits<int>::max() / 100.0; // metres
+constexpr double kFinosPorMetro = kPorMetro * kFinos;
+constexpr double kMayorCoordenada = std::numeric_limits<int>::max() / kPorMetro; // metres
 
 /// A text of GDAL as one of the program.
 CString Ansi(const char* utf8)
@@ -144,8 +145,7 @@ bool LeeCampos(ClaseTopologia clase, const OGRFeature& elemento, CRecintoEntrant
     const std::optional<double> x = campos.Real(capa::kX);
     const std::optional<double> y = campos.Real(capa::kY);
     if (x && y && std::fabs(*x) < kMayorCoordenada && std::fabs(*y) < kMayorCoordenada)
-        recinto.punto = vexageo::CPunto<int>(static_cast<int>(std::lround(*x * 100)),
-                                             static_cast<int>(std::lround(*y * 100)));
+        recinto.punto = EnUnidades(*x, *y);
     return motivo.IsEmpty();
 }
 
@@ -175,7 +175,7 @@ void TomaPiezas(const OGRGeometry& geometria, const CRecintoEntrante& recinto,
             suyo.anillos.push_back(AnilloDe(*anillo));
         if (piezas.size() == 1 || !suyo.punto)
             continue;
-        const OGRPoint punto(suyo.punto->X / 100.0, suyo.punto->Y / 100.0);
+        const OGRPoint punto = EnMetros(*suyo.punto);
         if (pieza->Contains(&punto) == FALSE)
             suyo.punto.reset();
     }

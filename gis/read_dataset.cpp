@@ -4,7 +4,7 @@
 #include <cstring>
 #include <string_view>
 
-#include "gis/messages.h"
+#include "gis/complaints.h"
 #include "gis/options.h"
 #include "platform/ansi.h"
 

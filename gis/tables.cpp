@@ -1,38 +1,30 @@
 #include "gis/tables.h"
 
-#include <array>
-
 #include "cadastre/exchange_format.h"
-#include "cadastre/table_fields.h"
+#include "cadastre/table_rows.h"
 #include "platform/cfile.h"
 
 CTablas::CTablas(const CString& carpeta, short mun) : m_municipio(mun, 0)
 {
-    Recorre(carpeta, "Parajes.txt", &CTablas::TomaParaje);
-    Recorre(carpeta, "Titulares.txt", &CTablas::TomaTitular);
-    m_hayParcelas = Recorre(carpeta, "Parcelas.txt", &CTablas::TomaParcela);
-    Recorre(carpeta, "Subparcelas.txt", &CTablas::TomaSubparcela);
+    Recorre(carpeta + "Parajes.txt", &CTablas::TomaParaje);
+    Recorre(carpeta + "Titulares.txt", &CTablas::TomaTitular);
+    m_hayParcelas = Recorre(carpeta + "Parcelas.txt", &CTablas::TomaParcela);
+    Recorre(carpeta + "Subparcelas.txt", &CTablas::TomaSubparcela);
 }
 
-bool CTablas::Recorre(const CString& carpeta, const char* nombre,
-                      void (CTablas::*toma)(std::string_view))
+bool CTablas::Recorre(const CString& nombre, void (CTablas::*toma)(CFila, CCampos))
 {
-    CStdioFile tabla;
-    if (!tabla.Open(carpeta + nombre, CFile::modeRead | CFile::typeText | CFile::anyCase))
-        return false;
-    std::array<std::string_view, tabla::kMun + 1> campos;
-    for (CString fila; tabla.ReadString(fila);) {
-        Leetira(std::string_view(fila), campos);
-        if (LeeEntero(campos[tabla::kMun]) == m_municipio.Mun)
-            (this->*toma)(fila);
-    }
-    return true;
+    return RecorreTabla(
+        nombre,
+        [&](CFila fila, CCampos campos) {
+            if (LeeEntero(campos[tabla::kMun]) == m_municipio.Mun)
+                (this->*toma)(fila, campos);
+        },
+        CFile::anyCase);
 }
 
-void CTablas::TomaParaje(std::string_view fila)
+void CTablas::TomaParaje(CFila /*fila*/, CCampos campos)
 {
-    std::array<std::string_view, tabla::kCamposParaje> campos;
-    Leetira(fila, campos);
     if (campos[tabla::kParajeNumOrden].empty() || campos[tabla::kParajeNombre].empty())
         return;
     CParaje paraje(campos[tabla::kParajeNombre]);
@@ -40,17 +32,15 @@ void CTablas::TomaParaje(std::string_view fila)
     m_municipio.InsertaParaje(paraje);
 }
 
-void CTablas::TomaTitular(std::string_view fila)
+void CTablas::TomaTitular(CFila fila, CCampos /*campos*/)
 {
     CTitular titular;
     if (titular.Lee(fila, kModoTabla))
         m_municipio.InsertaTitular(std::move(titular));
 }
 
-void CTablas::TomaParcela(std::string_view fila)
+void CTablas::TomaParcela(CFila fila, CCampos campos)
 {
-    std::array<std::string_view, tabla::kCamposParcela> campos;
-    Leetira(fila, campos);
     CParcela parcela(0, 0, 0, {});
     if (campos[tabla::kNumImputa].empty() || campos[tabla::kTit].empty() ||
         campos[tabla::kPartici].empty() || !parcela.Lee(fila, kModoTabla))
@@ -62,10 +52,8 @@ void CTablas::TomaParcela(std::string_view fila)
     m_municipio.InsertaParcela(std::move(parcela));
 }
 
-void CTablas::TomaSubparcela(std::string_view fila)
+void CTablas::TomaSubparcela(CFila fila, CCampos campos)
 {
-    std::array<std::string_view, tabla::kParcela + 1> campos;
-    Leetira(fila, campos);
     CSubparcela subparcela;
     int i = kNoEncontrado;
     if (!subparcela.Lee(fila, kModoTabla) ||

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <span>
+#include <string_view>
+
 #include "cadastre/municipality.h"
 #include "vexa_libs/ccadena.h"
 
@@ -18,12 +21,13 @@ public:
     const CParaje* Paraje(const CParcela& parcela) const;
 
 private:
-    void TomaParaje(std::string_view fila);
-    void TomaTitular(std::string_view fila);
-    void TomaParcela(std::string_view fila);
-    void TomaSubparcela(std::string_view fila);
-    bool Recorre(const CString& carpeta, const char* nombre,
-                 void (CTablas::*toma)(std::string_view));
+    using CFila = std::string_view;
+    using CCampos = std::span<const std::string_view>;
+    void TomaParaje(CFila fila, CCampos campos);
+    void TomaTitular(CFila fila, CCampos campos);
+    void TomaParcela(CFila fila, CCampos campos);
+    void TomaSubparcela(CFila fila, CCampos campos);
+    bool Recorre(const CString& nombre, void (CTablas::*toma)(CFila, CCampos));
 
     CMunicipio m_municipio;
     bool m_hayParcelas = false;

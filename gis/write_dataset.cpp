@@ -4,8 +4,8 @@
 #include <map>
 
 #include "cadastre/polygon_list.h"
+#include "gis/complaints.h"
 #include "gis/layers.h"
-#include "gis/messages.h"
 #include "gis/options.h"
 #include "gis/write_layer.h"
 #include "platform/ansi.h"

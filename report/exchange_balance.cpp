@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "cadastre/exchange_format.h"
+#include "cadastre/table_rows.h"
 #include "report/input_lines.h"
-#include "report/table_rows.h"
 #include "report/text.h"
 #include "vexa_libs/ccadena.h"
 
@@ -57,13 +57,13 @@ std::string Filas(Tabla tabla)
 
 CClave ClaveNumeros(std::span<const std::string_view> campos)
 {
-    return {LeeEntero(campos[kCampoPolig]), LeeEntero(campos[kCampoParcela]), {}};
+    return {LeeEntero(campos[tabla::kPolig]), LeeEntero(campos[tabla::kParcela]), {}};
 }
 
 CClave ClaveConLetra(std::string_view /*fila*/, std::span<const std::string_view> campos)
 {
     CClave clave = ClaveNumeros(campos);
-    clave.texto = CString(campos[kCampoLetra]);
+    clave.texto = CString(campos[tabla::kLetra]);
     clave.texto.TrimLeft().TrimRight();
     return clave;
 }
@@ -213,7 +213,7 @@ CPartida CBalanceIda::Vinculos() const
     std::int64_t otros = 0;
     const bool hayParcelas =
         RecorreTabla(NombreDe(kParcelas), [&](std::string_view /*fila*/, auto campos) {
-            if (LeeEntero(campos[kCampoNumImputa]) == -1)
+            if (LeeEntero(campos[tabla::kNumImputa]) == -1)
                 return;
             ++principales;
             cotejo.Hay(ClaveNumeros(campos));

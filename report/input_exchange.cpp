@@ -202,13 +202,7 @@ void CLectorCatastro::AsientaVinculos()
 void LeeCatastro(CStdioFile& entrada, CEntradaLeida& leida, CPersonas& personas)
 {
     CLectorCatastro lector(leida, personas);
-    std::array<char, kLineaCatastro + 1> bufer{};
-    bool entera = true; // the line before came to its end
-    while (entrada.ReadString(bufer.data(), static_cast<UINT>(bufer.size())) != nullptr) {
-        const std::string_view linea = bufer.data();
-        lector.Toma(linea, !entera);
-        entera = linea.ends_with('\n');
-    }
+    RecorreLineas<kLineaCatastro>(entrada, lector);
     lector.Acaba();
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <map>
 #include <set>
@@ -47,6 +48,19 @@ CEntradaLeida LeeEntrada(const CString& nombre, CPersonas& personas);
 // The two kinds. `personas` is told all holders.
 void LeeCatastro(CStdioFile& entrada, CEntradaLeida& leida, CPersonas& personas);
 void LeeRelacion(CStdioFile& entrada, CEntradaLeida& leida, CPersonas& personas);
+
+/// Hands a reader each line of an input, in pieces where it is longer than `Largo`.
+template <unsigned Largo, class Lector>
+void RecorreLineas(CStdioFile& entrada, Lector& lector)
+{
+    std::array<char, Largo + 1> bufer{};
+    bool entera = true; // the line before came to its end
+    while (entrada.ReadString(bufer.data(), static_cast<UINT>(bufer.size())) != nullptr) {
+        const std::string_view linea = bufer.data();
+        lector.Toma(linea, !entera);
+        entera = linea.ends_with('\n');
+    }
+}
 
 CClave ClaveTitular(const CTitular& titular);
 CClave ClaveModulo(const CModulo& modulo);

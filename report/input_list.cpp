@@ -134,13 +134,7 @@ void CLectorRelacion::TomaSubparcela(std::string_view linea)
 void LeeRelacion(CStdioFile& entrada, CEntradaLeida& leida, CPersonas& personas)
 {
     CLectorRelacion lector(leida, personas);
-    std::array<char, kLineaLista + 1> bufer{};
-    bool entera = true; // the line before came to its end
-    while (entrada.ReadString(bufer.data(), static_cast<UINT>(bufer.size())) != nullptr) {
-        const std::string_view linea = bufer.data();
-        lector.Toma(linea, !entera);
-        entera = linea.ends_with('\n');
-    }
+    RecorreLineas<kLineaLista>(entrada, lector);
     lector.Acaba();
 }
 

@@ -1,8 +1,7 @@
 #include "report/municipality_tables.h"
 
 #include "cadastre/exchange_format.h"
-
-#include "report/table_rows.h"
+#include "cadastre/table_rows.h"
 #include "vexa_libs/ccadena.h"
 
 namespace informe {
@@ -52,7 +51,7 @@ void CLectorTablas::Recorre(Tabla tabla, CClase& clase, const CTomaFila& toma)
     clase.hay = RecorreTabla(m_tablas[static_cast<std::size_t>(tabla)],
                              [&](std::string_view fila, CCampos campos) {
                                  ++clase.filas;
-                                 if (LeeEntero(campos[kCampoMun]) == m_municipio.Mun)
+                                 if (LeeEntero(campos[tabla::kMun]) == m_municipio.Mun)
                                      toma(fila, campos);
                                  else
                                      ++clase.deOtro;
@@ -82,8 +81,8 @@ void CLectorTablas::TomaParcela(std::string_view fila, CCampos campos)
 {
     CClase& clase = m_leidas.parcelas;
     CParcela parcela(0, 0, 0, {});
-    if (campos[kCampoNumImputa].empty() || campos[kCampoTit].empty() ||
-        campos[kCampoPartici].empty() || !parcela.Lee(fila, kModoTabla)) {
+    if (campos[tabla::kNumImputa].empty() || campos[tabla::kTit].empty() ||
+        campos[tabla::kPartici].empty() || !parcela.Lee(fila, kModoTabla)) {
         ++clase.incompletas;
         return;
     }
@@ -100,15 +99,16 @@ void CLectorTablas::TomaParcela(std::string_view fila, CCampos campos)
     } else {
         clase.quedan.push_back(clave);
         m_superficies[{clave.polig, clave.parcela}] = superficie;
-        m_vinculos.emplace(i, m_municipio.BuscaTitularNumOrden(LeeEntero(campos[kCampoNumImputa])));
+        m_vinculos.emplace(i,
+                           m_municipio.BuscaTitularNumOrden(LeeEntero(campos[tabla::kNumImputa])));
     }
 }
 
 void CLectorTablas::TomaSubparcela(std::string_view fila, CCampos campos)
 {
     CClase& clase = m_leidas.subparcelas;
-    const int polig = LeeEntero(campos[kCampoPolig]);
-    const int numero = LeeEntero(campos[kCampoParcela]);
+    const int polig = LeeEntero(campos[tabla::kPolig]);
+    const int numero = LeeEntero(campos[tabla::kParcela]);
     int i = kNoEncontrado;
     CSubparcela subparcela;
     if (!m_municipio.BuscaParcela(polig, numero, i))
@@ -121,21 +121,19 @@ void CLectorTablas::TomaSubparcela(std::string_view fila, CCampos campos)
 
 void CLectorTablas::TomaCotitular(CCampos campos)
 {
-    constexpr std::size_t kNumOrden = 5;
-    constexpr std::size_t kTit = 6;
-    constexpr std::size_t kPartici = 7;
     CClase& clase = m_leidas.cotitulares;
-    const int polig = LeeEntero(campos[kCampoPolig]);
-    const int numero = LeeEntero(campos[kCampoParcela]);
+    const int polig = LeeEntero(campos[tabla::kPolig]);
+    const int numero = LeeEntero(campos[tabla::kParcela]);
     int i = kNoEncontrado;
     if (!m_municipio.BuscaParcela(polig, numero, i)) {
         ++m_leidas.cotitularesSinParcela;
         return;
     }
-    const int titular = m_municipio.BuscaTitularNumOrden(LeeEntero(campos[kNumOrden]));
+    const int titular =
+        m_municipio.BuscaTitularNumOrden(LeeEntero(campos[tabla::kCotitularNumOrden]));
     if (titular < 0)
         ++m_leidas.cotitularesSinTitular;
-    else if (campos[kTit].empty() || campos[kPartici].empty())
+    else if (campos[tabla::kCotitularTit].empty() || campos[tabla::kCotitularPartici].empty())
         ++clase.incompletas;
     else if (m_vinculos.emplace(i, titular).second)
         clase.quedan.push_back({polig, numero, {}});
@@ -145,14 +143,12 @@ void CLectorTablas::TomaCotitular(CCampos campos)
 
 void CLectorTablas::TomaParaje(CCampos campos)
 {
-    constexpr std::size_t kNumOrden = 3;
-    constexpr std::size_t kNombre = 4;
     CClase& clase = m_leidas.parajes;
-    if (campos[kNumOrden].empty() || campos[kNombre].empty()) {
+    if (campos[tabla::kParajeNumOrden].empty() || campos[tabla::kParajeNombre].empty()) {
         ++clase.incompletas;
         return;
     }
-    const CParaje paraje{CString(campos[kNombre])};
+    const CParaje paraje{CString(campos[tabla::kParajeNombre])};
     const std::size_t antes = m_municipio.Parajes().size();
     m_municipio.InsertaParaje(paraje);
     if (m_municipio.Parajes().size() == antes)

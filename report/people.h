@@ -19,7 +19,6 @@ public:
                 m_buscados.insert(aviso.texto);
     }
 
-    bool SeBuscan() const { return !m_buscados.empty(); }
     void Mira(const CString& nombre, const CString& dni)
     {
         if (m_buscados.contains(dni))

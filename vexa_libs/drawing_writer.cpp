@@ -54,7 +54,6 @@ CPoligonoTopologico NuevoPoligono(int numero, std::int16_t clase,
                                   const std::vector<CPunto<int>>& contorno,
                                   const std::vector<int>& tramos)
 {
-    constexpr double kUnidades = 2.0 * 100 * 100; // of twice an area, in a square metre
     CPoligonoTopologico poligono;
     poligono.NumPoligono(numero);
     poligono.Clase(clase);
@@ -62,7 +61,7 @@ CPoligonoTopologico NuevoPoligono(int numero, std::int16_t clase,
         poligono.Maximas().Nuevo(punto);
     for (const int tramo : tramos)
         poligono.InsertaTramo(tramo);
-    const double area = DobleArea(contorno) / kUnidades;
+    const double area = DobleArea(contorno) / kDobleMetroCuadrado;
     poligono.AreaPropia(clase == CPoligonoTopologico::kIsla ? -area : area);
     return poligono;
 }

@@ -46,5 +46,6 @@ private:
 
 /// Twice the area that the ring encloses, in squared units, without its sign; exact below 2^53.
 double DobleArea(const std::vector<CPunto<int>>& anillo);
+inline constexpr double kDobleMetroCuadrado = 2.0 * 100 * 100; ///< a square metre in these units
 
 } // namespace vexageo

@@ -1,5 +1,5 @@
 #include "cadastre/exchange_format.h"
-#include "cadastre/table_fields.h"
+#include "cadastre/table_rows.h"
 #include "vexa_libs/ccadena.h"
 #include "vexa_to_catastro/vexa_a_campiva2_dlg.h"
 

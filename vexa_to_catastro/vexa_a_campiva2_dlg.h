@@ -1,13 +1,13 @@
 #pragma once
 
 #include <array>
-#include <functional>
 #include <span>
 #include <string_view>
 #include <vector>
 
 #include "cadastre/database.h"
 #include "cadastre/message_catalogue.h"
+#include "cadastre/table_rows.h"
 #include "resources/resource_ids.h"
 #include "shell/frame/translation_dialog.h"
 #include "vexa_libs/topological_polygon.h"
@@ -64,7 +64,6 @@ private:
     bool LeeCotitulares(CStdioFile* log, int* numErrores, int* numWarnings, CMunicipio* municipio);
 
     using CCampos = std::span<const std::string_view>;
-    using CTomaFila = std::function<void(std::string_view fila, CCampos campos)>;
     /// Reads a table and hands each row of the municipality to `toma`, with its first `n` fields.
     /// False, with a box where the file can't be opened, if the run must end.
     bool LeeTabla(UINT estado, const CString& archivo, std::size_t n, const CMunicipio& municipio,

@@ -1,4 +1,4 @@
-#include "gis/messages.h"
+#include "gis/complaints.h"
 
 #include "platform/ansi.h"
 
