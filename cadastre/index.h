@@ -15,15 +15,15 @@ inline std::uint32_t Mezcla(std::uint64_t valor)
     valor = (valor ^ (valor >> 32U)) * 0x9E3779B97F4A7C15U;
     return static_cast<std::uint32_t>(valor >> 32U);
 }
-inline std::uint32_t Clave(std::string_view texto)
+inline std::uint32_t Resumen(std::string_view texto)
 {
     return Mezcla(std::hash<std::string_view>()(texto));
 }
-inline std::uint32_t Clave(int numero)
+inline std::uint32_t Resumen(int numero)
 {
     return Mezcla(static_cast<std::uint32_t>(numero));
 }
-inline std::uint32_t Clave(std::uint32_t una, std::uint32_t otra)
+inline std::uint32_t Resumen(std::uint32_t una, std::uint32_t otra)
 {
     return Mezcla((std::uint64_t{una} << 32U) | otra);
 }
@@ -35,39 +35,39 @@ class CTablaHash {
 public:
     /// Position stored for the key, kNoEncontrado if there is none.
     template <class Igual>
-    int Busca(std::uint32_t clave, Igual igual) const
+    int Busca(std::uint32_t resumen, Igual igual) const
     {
         if (m_sitios.empty())
             return kNoEncontrado;
-        const CSitio& sitio = m_sitios[Sitio(clave, igual)];
+        const CSitio& sitio = m_sitios[Sitio(resumen, igual)];
         return sitio.posicion >= 0 ? sitio.posicion : kNoEncontrado;
     }
 
     /// Makes `posicion` stand for the key, in the place of another one if there was one.
     template <class Igual>
-    void Pon(std::uint32_t clave, int posicion, Igual igual)
+    void Pon(std::uint32_t resumen, int posicion, Igual igual)
     {
         if ((m_usados + 1) * 4 > m_sitios.size() * 3)
             Crece();
-        CSitio& sitio = m_sitios[Sitio(clave, igual)];
+        CSitio& sitio = m_sitios[Sitio(resumen, igual)];
         if (sitio.posicion < 0)
             ++m_usados;
-        sitio = {clave, posicion};
+        sitio = {resumen, posicion};
     }
 
 private:
     struct CSitio {
-        std::uint32_t clave = 0;
+        std::uint32_t resumen = 0;
         int posicion = -1;
     };
 
     template <class Igual>
-    std::size_t Sitio(std::uint32_t clave, Igual igual) const
+    std::size_t Sitio(std::uint32_t resumen, Igual igual) const
     {
         const std::size_t mascara = m_sitios.size() - 1;
-        std::size_t i = clave & mascara;
+        std::size_t i = resumen & mascara;
         while (m_sitios[i].posicion >= 0 &&
-               !(m_sitios[i].clave == clave && igual(m_sitios[i].posicion)))
+               !(m_sitios[i].resumen == resumen && igual(m_sitios[i].posicion)))
             i = (i + 1) & mascara;
         return i;
     }
@@ -108,7 +108,7 @@ public:
         const int cuantos = static_cast<int>(elementos.size());
         if (cuantos > kPocos) {
             PonAlDia(elementos, proyeccion);
-            return m_estado->tabla.Busca(Clave(valor), igual);
+            return m_estado->tabla.Busca(Resumen(valor), igual);
         }
         int hallado = kNoEncontrado;
         for (int i = 0; i < cuantos && (G == Gana::Ultimo || hallado < 0); ++i)
@@ -151,10 +151,10 @@ private:
         const auto igual = [&](int i) {
             return std::invoke(proyeccion, elementos[static_cast<std::size_t>(i)]) == valor;
         };
-        const std::uint32_t clave = Clave(valor);
-        const int antes = m_estado->tabla.Busca(clave, igual);
+        const std::uint32_t resumen = Resumen(valor);
+        const int antes = m_estado->tabla.Busca(resumen, igual);
         if (antes < 0 || (G == Gana::Primero ? posicion < antes : posicion > antes))
-            m_estado->tabla.Pon(clave, posicion, igual);
+            m_estado->tabla.Pon(resumen, posicion, igual);
     }
 
     mutable std::unique_ptr<CEstado> m_estado;
@@ -181,7 +181,7 @@ public:
         if (elementos.size() <= kPocos)
             return Recorre(elementos, campo, valor, 0);
         PonAlDia(elementos, campo);
-        return m_estado->primeros.Busca(Clave(valor),
+        return m_estado->primeros.Busca(Resumen(valor),
                                         [&](int i) { return En(elementos, i).*campo == valor; });
     }
 
@@ -234,11 +234,11 @@ private:
             const int nuevo = static_cast<int>(cadena.size());
             const K& valor = En(elementos, nuevo).*campo;
             const auto igual = [&](int i) { return En(elementos, i).*campo == valor; };
-            int primero = m_estado->primeros.Busca(Clave(valor), igual);
+            int primero = m_estado->primeros.Busca(Resumen(valor), igual);
             cadena.emplace_back();
             if (primero < 0) {
                 primero = nuevo;
-                m_estado->primeros.Pon(Clave(valor), nuevo, igual);
+                m_estado->primeros.Pon(Resumen(valor), nuevo, igual);
             } else {
                 const int ultimo = cadena[static_cast<std::size_t>(primero)].ultimo;
                 cadena[static_cast<std::size_t>(ultimo)].siguiente = nuevo;

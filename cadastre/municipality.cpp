@@ -18,9 +18,9 @@ struct CPersona {
 
     static CPersona De(const CTitular& titular) { return {titular.Nombre, titular.DNI}; }
     friend bool operator==(const CPersona&, const CPersona&) = default;
-    friend std::uint32_t Clave(const CPersona& p)
+    friend std::uint32_t Resumen(const CPersona& p)
     {
-        return ::Clave(::Clave(p.nombre), ::Clave(p.dni));
+        return ::Resumen(::Resumen(p.nombre), ::Resumen(p.dni));
     }
 };
 
@@ -30,9 +30,10 @@ struct CNumerosParcela {
 
     static CNumerosParcela De(const CParcela& parcela) { return {parcela.Polig, parcela.Parcela}; }
     friend bool operator==(const CNumerosParcela&, const CNumerosParcela&) = default;
-    friend std::uint32_t Clave(const CNumerosParcela& n)
+    friend std::uint32_t Resumen(const CNumerosParcela& n)
     {
-        return ::Clave(static_cast<std::uint32_t>(n.polig), static_cast<std::uint32_t>(n.parcela));
+        return ::Resumen(static_cast<std::uint32_t>(n.polig),
+                         static_cast<std::uint32_t>(n.parcela));
     }
 };
 
@@ -43,20 +44,21 @@ struct CClaveModulo {
 
     static CClaveModulo De(const CModulo& m) { return {m.Denominacion, m.Cal, m.Inten}; }
     friend bool operator==(const CClaveModulo&, const CClaveModulo&) = default;
-    friend std::uint32_t Clave(const CClaveModulo& c)
+    friend std::uint32_t Resumen(const CClaveModulo& c)
     {
-        return ::Clave(::Clave(::Clave(c.denominacion), ::Clave(c.cal)), ::Clave(c.inten));
+        return ::Resumen(::Resumen(::Resumen(c.denominacion), ::Resumen(c.cal)),
+                         ::Resumen(c.inten));
     }
 };
 
 /// All keys by which a record is looked up, in one hash.
 std::uint32_t Claves(const CTitular& titular)
 {
-    return Clave(Clave(CPersona::De(titular)), Clave(titular.NumOrden));
+    return Resumen(Resumen(CPersona::De(titular)), Resumen(titular.NumOrden));
 }
 std::uint32_t Claves(const CParcela& parcela)
 {
-    return Clave(CNumerosParcela::De(parcela));
+    return Resumen(CNumerosParcela::De(parcela));
 }
 
 /// Tells whether the record handed out has other keys than it had then.
@@ -65,7 +67,7 @@ bool HaCambiado(const std::vector<T>& registros, const P& prestado)
 {
     return prestado.posicion >= 0 &&
            static_cast<std::size_t>(prestado.posicion) < registros.size() &&
-           Claves(registros[static_cast<std::size_t>(prestado.posicion)]) != prestado.clave;
+           Claves(registros[static_cast<std::size_t>(prestado.posicion)]) != prestado.resumen;
 }
 
 int NumeroParaje(const CParaje& paraje)
@@ -202,7 +204,7 @@ int CMunicipio::InsertaTitular(CTitular titular, int hallado)
             guardado.NumOrden = titular.NumOrden;
             m_titularesPorNumero.ClaveNueva(m_titulares, &CTitular::NumOrden, i);
             if (m_titularPrestado.posicion == i)
-                m_titularPrestado.clave = Claves(guardado);
+                m_titularPrestado.resumen = Claves(guardado);
         }
         return i;
     }

@@ -122,7 +122,7 @@ private:
     /// it had then.
     struct CPrestado {
         int posicion = -1;
-        std::uint32_t clave = 0;
+        std::uint32_t resumen = 0;
     };
     CParcela& Parcela(int i) { return m_parcelas[static_cast<std::size_t>(i)]; }
     // Forget what look-ups know where the record handed out has other keys now.
