@@ -5,7 +5,7 @@
 
 #include "bench/silent_front_end.h"
 #include "catastro_to_vexa/campiva_a_vexa_dlg.h"
-#include "tools/cadastre_lines.h"
+#include "generator/cadastre_lines.h"
 
 // The whole run of the first translation on municipalities of about 10,000, 100,000 and 1,000,000
 // lines, all records in one municipality. It decides whether the look-ups of the database stay as

@@ -5,8 +5,8 @@
 
 #include "bench/silent_front_end.h"
 #include "catastro_to_vexa/campiva_a_vexa_dlg.h"
-#include "tools/cadastre_lines.h"
-#include "tools/drawing_files.h"
+#include "generator/cadastre_lines.h"
+#include "generator/drawing_files.h"
 #include "vexa_to_catastro/vexa_a_campiva2_dlg.h"
 
 // The whole run of the second translation: on municipalities of 10,000 and 100,000 parcels, and on

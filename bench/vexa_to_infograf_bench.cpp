@@ -4,7 +4,7 @@
 #include <benchmark/benchmark.h>
 
 #include "bench/silent_front_end.h"
-#include "tools/drawing_files.h"
+#include "generator/drawing_files.h"
 #include "vexa_to_infograf/vexa_a_infograf_dlg.h"
 
 // The whole run of the third translation: on municipalities of 10,000 and 100,000 parcels, and on

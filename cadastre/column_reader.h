@@ -1,8 +1,7 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
-#include <span>
-#include <string>
 #include <string_view>
 #include <type_traits>
 #include <utility>
@@ -36,19 +35,23 @@ inline void Pon(char& campo, std::string_view texto)
         campo = texto.front();
 }
 
+/// Tells whether row `I` of a table is a field of the record, and no value beside it.
+template <const auto& Tabla, std::size_t I, class R>
+inline constexpr bool kDelRegistro = std::is_invocable_v<decltype(kMiembro<Tabla, I>), R&>;
+
 /// Puts a text into the field of row `I` of a table. A fixed text takes none.
 template <const auto& Tabla, std::size_t I, class R>
 void PonCampo(std::string_view texto, R& registro, CDatosLinea& datos)
 {
     constexpr auto kCampo = kMiembro<Tabla, I>;
     using C = decltype(kCampo);
-    if constexpr (Tabla[I].recorta != Recorta::Nada)
+    if constexpr (Tabla[I].pierde != Blancos::Ninguno)
         while (texto.ends_with(' '))
             texto.remove_suffix(1);
-    if constexpr (Tabla[I].recorta == Recorta::Entorno)
+    if constexpr (Tabla[I].pierde == Blancos::DelEntorno)
         while (texto.starts_with(' '))
             texto.remove_prefix(1);
-    if constexpr (std::is_invocable_v<C, R&>)
+    if constexpr (kDelRegistro<Tabla, I, R>)
         Pon(registro.*kCampo, texto);
     else if constexpr (std::is_invocable_v<C, CDatosLinea&>)
         Pon(datos.*kCampo, texto);
@@ -81,44 +84,41 @@ void LeeColumnas(const CLineaFija& linea, R& registro, CDatosLinea& datos)
     });
 }
 
-/// Reads the fields of a table row that aren't empty; `campos` are all fields of the row.
-template <const auto& Tabla, class R>
-void LeeFila(std::span<const std::string_view> campos, R& registro, CDatosLinea& datos)
+/// How many fields a reader splits a row into.
+template <class R, std::size_t N>
+constexpr std::size_t CamposDeFila(const std::array<CColumna<R>, N>& tabla)
 {
-    columnas::EnCadaFila<Tabla>([&](auto fila) {
-        constexpr short kNumero = Tabla[fila].tabla.numero;
-        if constexpr (kNumero >= 0)
-            if (const std::string_view texto = campos[kNumero]; !texto.empty())
-                columnas::PonCampo<Tabla, fila>(texto, registro, datos);
-    });
+    int ultimo = -1;
+    for (const CColumna<R>& columna : tabla)
+        ultimo = std::max<int>(ultimo, columna.tabla.numero);
+    return static_cast<std::size_t>(ultimo + 1);
 }
 
-/// Puts a value into a line at the place where it is read: numbers with leading zeros, texts cut or
-/// padded to the width. A short line is filled up with blanks.
-void PonEnLinea(std::string& linea, const CLectura& donde, int valor);
-void PonEnLinea(std::string& linea, const CLectura& donde, std::string_view valor);
-
-/// The inverse of LeeColumnas: puts all fields that `Cual` gives a place into the line.
-template <const auto& Tabla, auto Cual, class R>
-void ComponColumnas(std::string& linea, const R& registro, const CDatosLinea& datos)
+/// Reads the fields of a table row that aren't empty.
+/// \return false, with the record as it was, if the row lacks a field of the record that it must
+/// have. What stands beside the record is read all the same; `faltan` tells that it lacks one.
+template <const auto& Tabla, class R>
+bool LeeFila(std::string_view fila, R& registro, CDatosLinea& datos)
 {
-    const auto pon = [&]<class V>(const CLectura& donde, const V& valor) {
-        if constexpr (std::is_same_v<V, char>)
-            PonEnLinea(linea, donde, std::string_view(&valor, 1));
-        else if constexpr (std::is_integral_v<V>)
-            PonEnLinea(linea, donde, static_cast<int>(valor));
-        else if constexpr (std::is_same_v<V, CString>)
-            PonEnLinea(linea, donde, std::string_view(valor));
-    };
-    columnas::EnCadaFila<Tabla>([&](auto fila) {
-        constexpr CLectura kDonde = Tabla[fila].*Cual;
-        constexpr auto kCampo = kMiembro<Tabla, fila>;
-        using C = decltype(kCampo);
-        if constexpr (kDonde.columna < 0)
-            return;
-        else if constexpr (std::is_invocable_v<C, const R&>)
-            pon(kDonde, registro.*kCampo);
-        else if constexpr (std::is_invocable_v<C, const CDatosLinea&>)
-            pon(kDonde, datos.*kCampo);
+    std::array<std::string_view, CamposDeFila(Tabla)> campos;
+    Leetira(fila, campos);
+    bool completa = true;
+    columnas::EnCadaFila<Tabla>([&](auto i) {
+        constexpr CCampoTabla kCampo = Tabla[i].tabla;
+        if constexpr (kCampo.obligado)
+            if (campos[kCampo.numero].empty()) {
+                if constexpr (columnas::kDelRegistro<Tabla, i, R>)
+                    completa = false;
+                else
+                    datos.faltan = true;
+            }
     });
+    columnas::EnCadaFila<Tabla>([&](auto i) {
+        constexpr short kNumero = Tabla[i].tabla.numero;
+        if constexpr (kNumero >= 0)
+            if (const std::string_view texto = campos[kNumero];
+                !texto.empty() && (completa || !columnas::kDelRegistro<Tabla, i, R>))
+                columnas::PonCampo<Tabla, i>(texto, registro, datos);
+    });
+    return completa;
 }

@@ -18,7 +18,7 @@
 template <class R>
 struct CTrozo {
     int orden = -1; ///< its column, or its number in the row
-    CCampo<R> campo;
+    CMiembroDe<R> campo;
     CForma forma;
     std::size_t huecos = 0; ///< blanks, or a tab, in front of it
 };
@@ -33,7 +33,7 @@ struct CFormatoLinea {
 
     constexpr const CTrozo<R>& operator[](std::size_t i) const { return trozos[i]; }
 
-    constexpr void Añade(int orden, const CCampo<R>& campo, const char* forma)
+    constexpr void Añade(int orden, const CMiembroDe<R>& campo, const char* forma)
     {
         std::string_view texto = forma;
         const CTrozo<R> trozo{orden, campo, AnalizaForma(texto)};
@@ -89,7 +89,7 @@ constexpr CFormatoLinea<R, N> FilaTabla(const std::array<CColumna<R>, N>& tabla)
     CFormatoLinea<R, N> formato;
     formato.hueco = '\t';
     for (const CColumna<R>& columna : tabla)
-        if (columna.tabla.numero >= 0)
+        if (columna.tabla.numero >= 0 && *columna.tabla.forma != '\0')
             formato.Añade(columna.tabla.numero, columna.campo, columna.tabla.forma);
     for (std::size_t i = 0; i < formato.cuantos; ++i) {
         if (formato.trozos[i].orden != static_cast<int>(i))

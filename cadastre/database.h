@@ -45,7 +45,7 @@ public:
     void OrdenaCotitulares(); ///< within each parcel
     void Ordena();
 
-    // The writers of whole files (table_files.h has their forms). With `fijo` false the header line
+    // The writers of whole files (database_tables.cpp). With `fijo` false the header line
     // comes first. Each raises CFileException.
     void GrabaTitulares(CStdioFile& fichero, bool fijo) const;
     void GrabaParcelas(CStdioFile& fichero, bool fijo) const;

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <string_view>
+#include <type_traits>
 #include <variant>
 
 #include "platform/cstring.h"
@@ -30,20 +31,23 @@ struct CDatosLinea {
     short Mun = 0;
     short EMenor = 0;
     short Zona = 0;
-    short Polig = 0;
+    int Polig = 0;
     int Parcela = 0;
+    CString letra;     ///< of a subparcel, as a row has it
     int numImputa = 0; ///< `NumOrden` of a holder
     CString Tit;
     int partici = 0;
     int numVinculos = 0;
     int gruposVinculos = 0;
     int numParaje = 0;
+    CString nombreParaje;
     int numRegistro = 0; ///< of a parcel's CT records, from 1
     int hectareas = 0;   ///< with the next two, a surface in three fields
     int areas = 0;
     int centiareas = 0;
     int cSing = 0;       ///< a character given by its number
     double jornadas = 0; ///< days, where the record holds hundredths
+    bool faltan = false; ///< a row lacked one of these values that it should have
 
     /// A surface in square metres as three fields, and back. Sums wrap at 32 bits.
     void PonSuperficie(int superficie);
@@ -52,7 +56,7 @@ struct CDatosLinea {
 
 /// The field of a column: a member of the record, something beside it, or a fixed text.
 template <class R>
-using CCampo =
+using CMiembroDe =
     std::variant<short R::*, int R::*, char R::*, double R::*, CString R::*, short CDatosLinea::*,
                  int CDatosLinea::*, CString CDatosLinea::*, double CDatosLinea::*, const char*>;
 
@@ -68,37 +72,52 @@ struct CEscritura {
     const char* forma = ""; ///< its width is the column's
 };
 
-/// Number of the field in a row of the table file, from 0.
+/// Number of the field in a row of the table file, from 0. Without a form it is read alone.
 struct CCampoTabla {
     short numero = -1;
     const char* forma = "";
+    bool obligado = false; ///< a row without it is no record, or tells that it lacks it
 };
+
+/// Of fields that a row should have.
+inline constexpr bool kObligado = true;
 
 inline constexpr CLectura kNoSeLee = {};
 inline constexpr CEscritura kNoSeEscribe = {};
 inline constexpr CCampoTabla kSinTabla = {};
 
 /// The blanks that a text loses when it is read.
-enum class Recorta { Nada, Cola, Entorno };
+enum class Blancos { Ninguno, DeCola, DelEntorno };
 
 /// One row of a record's table of columns.
 template <class R>
 struct CColumna {
-    CCampo<R> campo;
+    CMiembroDe<R> campo;
     CLectura catastro; ///< read layout
     CLectura lista;    ///< list layout
     CEscritura escrita;
     CCampoTabla tabla;
-    Recorta recorta = Recorta::Nada;
+    Blancos pierde = Blancos::Ninguno;
 };
 
 /// Of texts that are kept without the blanks behind them, and without those around them.
-inline constexpr Recorta kSinCola = Recorta::Cola;
-inline constexpr Recorta kSinBlancos = Recorta::Entorno;
+inline constexpr Blancos kSinCola = Blancos::DeCola;
+inline constexpr Blancos kSinBlancos = Blancos::DelEntorno;
 
 /// The member, or the fixed text, of a row of a table or of a piece of a line.
 template <const auto& Tabla, std::size_t I>
 inline constexpr auto kMiembro = std::get<Tabla[I].campo.index()>(Tabla[I].campo);
+
+/// The first row of a table for a field.
+template <class R, std::size_t N>
+constexpr const CColumna<R>& ColumnaDe(const std::array<CColumna<R>, N>& tabla,
+                                       const std::type_identity_t<CMiembroDe<R>>& campo)
+{
+    for (const CColumna<R>& columna : tabla)
+        if (columna.campo == campo)
+            return columna;
+    throw "no row of the table is for that field";
+}
 
 template <class R, std::size_t N, std::size_t M>
 constexpr std::array<CColumna<R>, N + M> Une(const std::array<CColumna<R>, N>& a,

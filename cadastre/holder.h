@@ -1,12 +1,13 @@
 #pragma once
 
-#include <string>
 #include <string_view>
 #include <vector>
 
 #include "cadastre/index.h"
 #include "platform/cfile.h"
 #include "platform/cstring.h"
+
+struct CDatosLinea;
 
 /// Code of `InsertaPropiedad` for a parcel that the holder has already.
 inline constexpr int kPropiedadRepetida = -11;
@@ -31,11 +32,10 @@ public:
 
     /// Fills the fields from a TL line (`modo` 0), a holder line of the list (1) or a row of
     /// Titulares.txt (2).
+    /// \param datos  takes what the line says beside them: of a TL line the share
     /// \return false, with the fields unset, only for a row without `NumOrden`, `Nombre` or `DNI`
+    bool Lee(std::string_view linea, int modo, CDatosLinea& datos);
     bool Lee(std::string_view linea, int modo);
-    /// The inverse of `Lee` for the layouts of fixed columns: puts the fields into a line where
-    /// they are read. For programs that make inputs.
-    void Compon(std::string& linea, int modo) const;
     /// Writes the TL record with `fijo`, else the table row. Raises CFileException.
     void Graba(CStdioFile& fichero, short ger, short mun, short emenor, bool fijo) const;
 

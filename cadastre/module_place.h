@@ -1,6 +1,5 @@
 #pragma once
 
-#include <string>
 #include <string_view>
 
 #include "platform/cfile.h"
@@ -19,9 +18,6 @@ public:
     /// Fills the fields from an MD line (`modo` 0) or a row of Modulos.txt (2).
     /// \return false, with the fields unset, only for a row without `Cal` or `Denominacion`
     bool Lee(std::string_view linea, int modo);
-    /// The inverse of `Lee` for the layouts of fixed columns: puts the fields into a line where
-    /// they are read. For programs that make inputs.
-    void Compon(std::string& linea, int modo) const;
     /// Writes the MD record with `fijo`, else the table row. Raises CFileException.
     void Graba(CStdioFile& fichero, short ger, short mun, short emenor, bool fijo) const;
 
@@ -51,11 +47,10 @@ public:
     CParaje& operator=(const CParaje&) = default;
     CParaje& operator=(CParaje&&) = default;
 
-    /// Fills the fields from a PJ line of the read layout.
-    void Lee(std::string_view linea);
-    /// The inverse of `Lee` for the layouts of fixed columns: puts the fields into a line where
-    /// they are read. For programs that make inputs.
-    void Compon(std::string& linea) const;
+    /// Fills the fields from a PJ line (`modo` 0) or a row of Parajes.txt (2).
+    /// \return false, with the fields unset, only for a row without `NumOrden` or `Nombre`
+    bool Lee(std::string_view linea, int modo);
+    bool Lee(std::string_view linea);
     /// Writes the PJ record with `fijo`, else the table row. Raises CFileException.
     void Graba(CStdioFile& fichero, short ger, short mun, short emenor, bool fijo) const;
 

@@ -8,51 +8,14 @@
 
 #include "cadastre/column_reader.h"
 #include "cadastre/column_writer.h"
+#include "cadastre/parcel_columns.h"
 #include "cadastre/sorting.h"
 #include "cadastre/wrapping.h"
 
 namespace {
 
-// clang-format off
-constexpr auto kColumnasParcela = std::to_array<CColumna<CParcela>>({
-    // field                        read: column, width, least  list: the same  written: column, form  table: field, form
-    {&CDatosLinea::Ger,             kNoSeLee,     kNoSeLee,     {0, "%03d"},       {0, "%03d"}},
-    {&CDatosLinea::Mun,             kNoSeLee,     kNoSeLee,     {3, "%03d"},       {1, "%03d"}},
-    {&CDatosLinea::EMenor,          kNoSeLee,     kNoSeLee,     {6, "%03d"},       kSinTabla},
-    {"PR",                          kNoSeLee,     kNoSeLee,     {9, "%s"},         kSinTabla},
-    {&CParcela::Zona,               {11, 2, 13},  {19, 2, 21},  {11, "%02d"},      {2, "% 4d"}},
-    {&CParcela::Polig,              {13, 3, 15},  {21, 3, 23},  {13, "%03d"},      {3, "% 4d"}},
-    {&CParcela::Parcela,            {16, 5, 18},  {24, 5, 26},  {16, "%05d"},      {4, "% 6d"}},
-    {&CDatosLinea::hectareas,       {21, 5, 23},  kNoSeLee,     {21, "%05d"},      kSinTabla},
-    {&CDatosLinea::areas,           {26, 2, 28},  kNoSeLee,     {26, "%02d"},      kSinTabla},
-    {&CDatosLinea::centiareas,      {28, 2, 30},  kNoSeLee,     {28, "%02d"},      kSinTabla},
-    {&CParcela::Superficie,         kNoSeLee,     {67, 10, 69}, kNoSeEscribe,      {5, "% 10d"}},
-    {&CParcela::valorCatastral,     {30, 12, 32}, kNoSeLee,     kNoSeEscribe,      {6, "% 13d"}},
-    {&CParcela::añoVal,             {42, 4, 44},  kNoSeLee,     kNoSeEscribe,      {7, "% 5d"}},
-    {&CDatosLinea::numImputa,       kNoSeLee,     kNoSeLee,     {30, "%07d"},      {8, "% 8d"}},
-    {&CDatosLinea::Tit,             kNoSeLee,     kNoSeLee,     {37, "%-2.2s"},    kSinTabla},
-    {&CDatosLinea::Tit,             kNoSeLee,     kNoSeLee,     kNoSeEscribe,      {9, "%-2s"}},
-    {&CDatosLinea::partici,         kNoSeLee,     kNoSeLee,     {39, "%05d"},      {10, "% 6d"}},
-    {&CDatosLinea::numVinculos,     kNoSeLee,     kNoSeLee,     {44, "%03d"},      kSinTabla},
-    {&CDatosLinea::gruposVinculos,  kNoSeLee,     kNoSeLee,     {47, "%02d"},      kSinTabla},
-    {&CParcela::numOrtofoto,        {55, 10, 57}, kNoSeLee,     {58, "%-10.10s"},  {11, "%-10.10s"}},
-    {&CParcela::x,                  {65, 3, 67},  kNoSeLee,     {68, "%03d"},      {12, "% 4d"}},
-    {&CParcela::y,                  {68, 3, 70},  kNoSeLee,     {71, "%03d"},      {13, "% 4d"}},
-    {&CDatosLinea::numParaje,       kNoSeLee,     kNoSeLee,     {94, "%05d"},      {14, "% 6d"}},
-    {&CParcela::clase,              kNoSeLee,     kNoSeLee,     {108, "%c"},       kSinTabla},
-    {&CParcela::subclase,           kNoSeLee,     kNoSeLee,     {109, "%02d"},     kSinTabla},
-    {&CParcela::claveConc,          {76, 1, 78},  kNoSeLee,     {111, "%c"},       {15, "%c"}},
-});
-// clang-format on
-
 constexpr auto kRegistroParcela = RegistroFijo(kColumnasParcela, kAnchoRegistro);
 constexpr auto kFilaParcela = FilaTabla(kColumnasParcela);
-
-// Required fields of a row of Parcelas.txt, and how many it has.
-constexpr std::size_t kCampoZona = 2;
-constexpr std::size_t kCampoPolig = 3;
-constexpr std::size_t kCampoParcela = 4;
-constexpr std::size_t kCamposParcela = 16;
 
 /// Link groups of the PR record. It counts by tens, while a CT record carries nine links.
 int GruposVinculos(int vinculos)
@@ -83,35 +46,24 @@ private:
 
 } // namespace
 
-bool CParcela::Lee(std::string_view linea, int modo)
+bool CParcela::Lee(std::string_view linea, int modo, CDatosLinea& datos)
 {
     Superficie = 0;
-    CDatosLinea datos;
-    if (modo == kModoTabla) {
-        std::array<std::string_view, kCamposParcela> campos;
-        Leetira(linea, campos);
-        if (campos[kCampoZona].empty() || campos[kCampoPolig].empty() ||
-            campos[kCampoParcela].empty())
-            return false;
-        LeeFila<kColumnasParcela>(campos, *this, datos);
-    } else if (modo == kModoLista) {
+    if (modo == kModoTabla)
+        return LeeFila<kColumnasParcela>(linea, *this, datos);
+    if (modo == kModoLista) {
         LeeColumnas<kColumnasParcela, &CColumna<CParcela>::lista>(CLineaFija(linea), *this, datos);
-    } else {
-        LeeColumnas<kColumnasParcela, &CColumna<CParcela>::catastro>(CLineaFija(linea), *this,
-                                                                     datos);
-        Superficie = datos.DameSuperficie();
+        return true;
     }
+    LeeColumnas<kColumnasParcela, &CColumna<CParcela>::catastro>(CLineaFija(linea), *this, datos);
+    Superficie = datos.DameSuperficie();
     return true;
 }
 
-void CParcela::Compon(std::string& linea, int modo) const
+bool CParcela::Lee(std::string_view linea, int modo)
 {
     CDatosLinea datos;
-    datos.PonSuperficie(Superficie);
-    if (modo == kModoLista)
-        ComponColumnas<kColumnasParcela, &CColumna<CParcela>::lista>(linea, *this, datos);
-    else
-        ComponColumnas<kColumnasParcela, &CColumna<CParcela>::catastro>(linea, *this, datos);
+    return Lee(linea, modo, datos);
 }
 
 void CParcela::Graba(CStdioFile& fichero, short ger, short mun, short emenor,

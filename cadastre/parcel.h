@@ -1,17 +1,18 @@
 #pragma once
 
 #include <limits>
-#include <string>
 #include <string_view>
 #include <vector>
 
+#include "cadastre/co_holder.h"
 #include "cadastre/holder.h"
-#include "cadastre/holder_links.h"
 #include "cadastre/index.h"
 #include "cadastre/module_place.h"
 #include "cadastre/subparcel.h"
 #include "platform/cfile.h"
 #include "platform/cstring.h"
+
+struct CDatosLinea;
 
 /// A rural parcel of a municipality, with its subparcels and its links to holders.
 class CParcela {
@@ -27,12 +28,13 @@ public:
     CParcela& operator=(CParcela&&) = default;
 
     /// Fills the fields from a PR line (`modo` 0), a parcel line of the list (1) or a row of
-    /// Parcelas.txt (2). Holder and place, which a line names by number, are the reader's affair.
-    /// \return false, with the fields unset, only for a row without `Zona`, `Polig` or `Parcela`
+    /// Parcelas.txt (2).
+    /// \param datos  takes what the line says beside them: holder, title and place, and of a row
+    /// the share; `faltan` if a row lacks a holder's number, title or share. What a line is too
+    /// short for stays as it is. \return false, with the fields unset, only for a row without
+    /// `Zona`, `Polig` or `Parcela`
+    bool Lee(std::string_view linea, int modo, CDatosLinea& datos);
     bool Lee(std::string_view linea, int modo);
-    /// The inverse of `Lee` for the layouts of fixed columns: puts the fields into a line where
-    /// they are read. For programs that make inputs.
-    void Compon(std::string& linea, int modo) const;
     /// Writes the PR record with `fijo`, unless `salvar` is off; else the table row. The arrays are
     /// the municipality's. Raises CFileException.
     void Graba(CStdioFile& fichero, short ger, short mun, short emenor,

@@ -1,10 +1,11 @@
 #pragma once
 
-#include <string>
 #include <string_view>
 
 #include "platform/cfile.h"
 #include "platform/cstring.h"
+
+struct CDatosLinea;
 
 /// `tipo` of an abstract subparcel.
 inline constexpr char kTipoAbstracta = 'A';
@@ -21,12 +22,11 @@ public:
 
     /// Fills the fields from an SP or SC line (`modo` 0), a subparcel line of the list (1) or a row
     /// of Subparcelas.txt (2).
+    /// \param datos  takes what the line says beside them: of a row and of a line that is long
+    /// enough its parcel's numbers
     /// \return false, with the fields unset, only for a row without `letra`
+    bool Lee(std::string_view linea, int modo, CDatosLinea& datos);
     bool Lee(std::string_view linea, int modo);
-    /// The inverse of `Lee` for the layouts of fixed columns: puts the fields into a line where
-    /// they are read; of the read layout, into an SC line if its type stands there, else an SP
-    /// line. For programs that make inputs.
-    void Compon(std::string& linea, int modo) const;
     /// Writes the SP record with `fijo`, unless `salvar` is off; else the table row. The last three
     /// numbers are its parcel's. Raises CFileException.
     void Graba(CStdioFile& fichero, short ger, short mun, short emenor, short zona, short polig,

@@ -5,19 +5,26 @@
 #include "platform/cfile.h"
 #include "vexa_libs/ccadena.h"
 
+int MunicipioDeFila(std::string_view fila)
+{
+    std::array<std::string_view, 2> campos;
+    Leetira(fila, campos);
+    return LeeEntero(campos.back());
+}
+
+bool EsCabecera(std::string_view fila)
+{
+    return fila.starts_with("Ger");
+}
+
 bool RecorreTabla(const CString& nombre, const CTomaFila& toma, UINT modo)
 {
     CStdioFile tabla;
     if (nombre.IsEmpty() || !tabla.Open(nombre, CFile::modeRead | CFile::typeText | modo))
         return false;
-    std::array<std::string_view, tabla::kCampos> campos;
     bool primera = true;
-    for (CString fila; tabla.ReadString(fila); primera = false) {
-        const std::string_view texto = fila;
-        if (texto.empty() || (primera && texto.starts_with("Ger")))
-            continue;
-        Leetira(texto, campos);
-        toma(texto, campos);
-    }
+    for (CString fila; tabla.ReadString(fila); primera = false)
+        if (!fila.IsEmpty() && !(primera && EsCabecera(fila)))
+            toma(fila);
     return true;
 }

@@ -18,11 +18,11 @@ void TomaModulo(std::string_view linea, CLecturaCatastro& lectura)
 void TomaTitular(std::string_view linea, CLecturaCatastro& lectura)
 {
     CTitular titular;
-    titular.Lee(linea, kModoCatastro);
-    const CLineaFija fija(linea);
+    CDatosLinea datos;
+    titular.Lee(linea, kModoCatastro, datos);
     CTitularLeido leido;
     leido.NumOrden = titular.NumOrden;
-    leido.partici = fija.Alcanza(kLeePartici.minimo) ? fija.Entero(kLeePartici) : 0;
+    leido.partici = datos.partici;
     leido.municipio = lectura.municipioActual;
     leido.indice = RegistraTitular(lectura.avisos, lectura.Municipio(), std::move(titular));
     lectura.titularesLeidos.push_back(leido);
@@ -31,14 +31,12 @@ void TomaTitular(std::string_view linea, CLecturaCatastro& lectura)
 void TomaParcela(std::string_view linea, CLecturaCatastro& lectura)
 {
     CParcela& parcela = lectura.parcelasLeidas.Nueva(CParcela(0, 0, 0, {}));
-    parcela.Lee(linea, kModoCatastro);
+    CDatosLinea datos;
+    parcela.Lee(linea, kModoCatastro, datos);
     CVinculoParcela vinculo;
-    if (const CLineaFija fija(linea); fija.Alcanza(kLeeNumImputa.minimo)) {
-        vinculo.numImputa = fija.Entero(kLeeNumImputa);
-        vinculo.numParaje = fija.Entero(kLeeParaje);
-        vinculo.Tit = fija.Texto(kLeeTit);
-        vinculo.enlaza = true;
-    }
+    vinculo.numImputa = datos.numImputa;
+    vinculo.numParaje = datos.numParaje;
+    vinculo.Tit = datos.Tit;
     vinculo.Polig = parcela.Polig;
     vinculo.Parcela = parcela.Parcela;
     lectura.vinculosParcela.push_back(std::move(vinculo));
@@ -46,13 +44,9 @@ void TomaParcela(std::string_view linea, CLecturaCatastro& lectura)
 
 void TomaSubparcela(std::string_view linea, CLecturaCatastro& lectura)
 {
-    lectura.subparcelasLeidas.Nueva(CSubparcela()).Lee(linea, kModoCatastro);
-    CRefSubparcela ref;
-    if (const CLineaFija fija(linea); fija.Alcanza(kLeeParcela.minimo)) {
-        ref.Polig = fija.Entero(kLeePolig);
-        ref.Parcela = fija.Entero(kLeeParcela);
-    }
-    lectura.refSubparcelas.push_back(ref);
+    CDatosLinea datos;
+    lectura.subparcelasLeidas.Nueva(CSubparcela()).Lee(linea, kModoCatastro, datos);
+    lectura.refSubparcelas.push_back({datos.Polig, datos.Parcela});
 }
 
 void TomaParaje(std::string_view linea, CLecturaCatastro& lectura)

@@ -17,8 +17,7 @@ struct CVinculoParcela {
     int Polig = 0;
     int Parcela = 0;
     int numParaje = 0;
-    CString Tit;
-    bool enlaza = false;        ///< off for a line too short to name a holder
+    CString Tit;                ///< empty for a line too short to name a holder
     int indice = kNoEncontrado; ///< of the parcel, once it is settled
 };
 

@@ -160,7 +160,7 @@ bool CCampivaAVexaDlg::AsientaTitulares(CLecturaCatastro& lectura)
             return false;
         const CVinculoParcela& vinculo = lectura.vinculosParcela[k];
         int i = vinculo.indice;
-        if (!vinculo.enlaza ||
+        if (vinculo.Tit.IsEmpty() ||
             (i < 0 && !lectura.Municipio().BuscaParcela(vinculo.Polig, vinculo.Parcela, i)))
             continue; // the parcel was dropped, and told then
         auto leido = std::lower_bound(

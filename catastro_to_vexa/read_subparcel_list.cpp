@@ -34,14 +34,14 @@ void TomaTitular(std::string_view linea, int municipio, CLecturaLista& lectura)
 void TomaParcela(std::string_view linea, int municipio, CLecturaLista& lectura)
 {
     CMunicipio& suyo = lectura.base.DameMunicipio(municipio);
-    const CLineaFija fija(linea);
-    CParaje paraje(fija.Texto(kLeeNombreParaje));
-    paraje.NumOrden = static_cast<short>(suyo.Parajes().size());
-    if (fija.Alcanza(kLeeTitLista.minimo))
-        lectura.Tit = fija.Texto(kLeeTitLista);
     CParcela parcela(0, 0, 0, {});
+    CDatosLinea datos;
+    datos.Tit = lectura.Tit;
+    parcela.Lee(linea, kModoLista, datos);
+    lectura.Tit = datos.Tit;
+    CParaje paraje(datos.nombreParaje);
+    paraje.NumOrden = static_cast<short>(suyo.Parajes().size());
     parcela.paraje = suyo.InsertaParaje(paraje);
-    parcela.Lee(linea, kModoLista);
     lectura.parcela = {municipio, suyo.InsertaParcela(std::move(parcela))};
 }
 

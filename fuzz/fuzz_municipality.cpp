@@ -3,8 +3,8 @@
 #include <cstdint>
 
 #include "fuzz/way_back.h"
-#include "tools/cadastre_lines.h"
-#include "tools/drawing_files.h"
+#include "generator/cadastre_lines.h"
+#include "generator/drawing_files.h"
 #include "vexa_libs/ccadena.h"
 
 // Municipalities that nobody owns, on all their ways. The only piece has five numbers, one a line:

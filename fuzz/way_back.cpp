@@ -1,8 +1,8 @@
 #include "fuzz/way_back.h"
 
 #include "catastro_to_vexa/campiva_a_vexa_dlg.h"
-#include "tools/cadastre_lines.h"
-#include "tools/drawing_files.h"
+#include "generator/cadastre_lines.h"
+#include "generator/drawing_files.h"
 #include "vexa_to_catastro/vexa_a_campiva2_dlg.h"
 #include "vexa_to_infograf/vexa_a_infograf_dlg.h"
 

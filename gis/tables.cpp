@@ -12,53 +12,50 @@ CTablas::CTablas(const CString& carpeta, short mun) : m_municipio(mun, 0)
     Recorre(carpeta + "Subparcelas.txt", &CTablas::TomaSubparcela);
 }
 
-bool CTablas::Recorre(const CString& nombre, void (CTablas::*toma)(CFila, CCampos))
+bool CTablas::Recorre(const CString& nombre, void (CTablas::*toma)(std::string_view))
 {
     return RecorreTabla(
         nombre,
-        [&](CFila fila, CCampos campos) {
-            if (LeeEntero(campos[tabla::kMun]) == m_municipio.Mun)
-                (this->*toma)(fila, campos);
+        [&](std::string_view fila) {
+            if (MunicipioDeFila(fila) == m_municipio.Mun)
+                (this->*toma)(fila);
         },
         CFile::anyCase);
 }
 
-void CTablas::TomaParaje(CFila /*fila*/, CCampos campos)
+void CTablas::TomaParaje(std::string_view fila)
 {
-    if (campos[tabla::kParajeNumOrden].empty() || campos[tabla::kParajeNombre].empty())
-        return;
-    CParaje paraje(campos[tabla::kParajeNombre]);
-    paraje.NumOrden = static_cast<short>(LeeEntero(campos[tabla::kParajeNumOrden]));
-    m_municipio.InsertaParaje(paraje);
+    CParaje paraje;
+    if (paraje.Lee(fila, kModoTabla))
+        m_municipio.InsertaParaje(paraje);
 }
 
-void CTablas::TomaTitular(CFila fila, CCampos /*campos*/)
+void CTablas::TomaTitular(std::string_view fila)
 {
     CTitular titular;
     if (titular.Lee(fila, kModoTabla))
         m_municipio.InsertaTitular(std::move(titular));
 }
 
-void CTablas::TomaParcela(CFila fila, CCampos campos)
+void CTablas::TomaParcela(std::string_view fila)
 {
     CParcela parcela(0, 0, 0, {});
-    if (campos[tabla::kNumImputa].empty() || campos[tabla::kTit].empty() ||
-        campos[tabla::kPartici].empty() || !parcela.Lee(fila, kModoTabla))
+    CDatosLinea datos;
+    if (!parcela.Lee(fila, kModoTabla, datos) || datos.faltan)
         return; // no parcel for the way back either
-    parcela.paraje = m_municipio.BuscaParaje(LeeEntero(campos[tabla::kParaje]));
-    parcela.InsertaCotitular(m_municipio.BuscaTitularNumOrden(LeeEntero(campos[tabla::kNumImputa])),
-                             kOrdenPrincipal, LeeEntero(campos[tabla::kPartici]),
-                             campos[tabla::kTit]);
+    parcela.paraje = m_municipio.BuscaParaje(datos.numParaje);
+    parcela.InsertaCotitular(m_municipio.BuscaTitularNumOrden(datos.numImputa), kOrdenPrincipal,
+                             datos.partici, datos.Tit);
     m_municipio.InsertaParcela(std::move(parcela));
 }
 
-void CTablas::TomaSubparcela(CFila fila, CCampos campos)
+void CTablas::TomaSubparcela(std::string_view fila)
 {
     CSubparcela subparcela;
+    CDatosLinea datos;
     int i = kNoEncontrado;
-    if (!subparcela.Lee(fila, kModoTabla) ||
-        !m_municipio.BuscaParcela(LeeEntero(campos[tabla::kPolig]),
-                                  LeeEntero(campos[tabla::kParcela]), i))
+    if (!subparcela.Lee(fila, kModoTabla, datos) ||
+        !m_municipio.BuscaParcela(datos.Polig, datos.Parcela, i))
         return;
     bool repetida = false;
     m_municipio.DameParcela(i).InsertaSubparcela(std::move(subparcela), repetida);

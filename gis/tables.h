@@ -1,6 +1,5 @@
 #pragma once
 
-#include <span>
 #include <string_view>
 
 #include "cadastre/municipality.h"
@@ -21,13 +20,11 @@ public:
     const CParaje* Paraje(const CParcela& parcela) const;
 
 private:
-    using CFila = std::string_view;
-    using CCampos = std::span<const std::string_view>;
-    void TomaParaje(CFila fila, CCampos campos);
-    void TomaTitular(CFila fila, CCampos campos);
-    void TomaParcela(CFila fila, CCampos campos);
-    void TomaSubparcela(CFila fila, CCampos campos);
-    bool Recorre(const CString& nombre, void (CTablas::*toma)(CFila, CCampos));
+    void TomaParaje(std::string_view fila);
+    void TomaTitular(std::string_view fila);
+    void TomaParcela(std::string_view fila);
+    void TomaSubparcela(std::string_view fila);
+    bool Recorre(const CString& nombre, void (CTablas::*toma)(std::string_view));
 
     CMunicipio m_municipio;
     bool m_hayParcelas = false;

@@ -6,7 +6,6 @@
 #include "cadastre/table_rows.h"
 #include "report/input_lines.h"
 #include "report/text.h"
-#include "vexa_libs/ccadena.h"
 
 namespace informe {
 namespace {
@@ -25,8 +24,7 @@ public:
     CBalance Hace();
 
 private:
-    using CLeeClave =
-        std::function<CClave(std::string_view fila, std::span<const std::string_view>)>;
+    using CLeeClave = std::function<CClave(std::string_view fila)>;
 
     CPartida Lineas() const;
     CPartida Modulos() const;
@@ -55,17 +53,28 @@ std::string Filas(Tabla tabla)
     return "filas de " + std::string(NombreTabla(tabla));
 }
 
-CClave ClaveNumeros(std::span<const std::string_view> campos)
+CClave ClaveFilaSubparcela(std::string_view fila)
 {
-    return {LeeEntero(campos[tabla::kPolig]), LeeEntero(campos[tabla::kParcela]), {}};
+    CSubparcela subparcela;
+    CDatosLinea datos;
+    subparcela.Lee(fila, kModoTabla, datos);
+    return {datos.Polig, datos.Parcela, subparcela.letra};
 }
 
-CClave ClaveConLetra(std::string_view /*fila*/, std::span<const std::string_view> campos)
+CClave ClaveFilaCotitular(std::string_view fila)
 {
-    CClave clave = ClaveNumeros(campos);
-    clave.texto = CString(campos[tabla::kLetra]);
-    clave.texto.TrimLeft().TrimRight();
-    return clave;
+    CDatosLinea datos;
+    CCotitular().Lee(fila, datos);
+    return {datos.Polig, datos.Parcela, {}};
+}
+
+/// \param numImputa  takes the number of the holder, -1 for none
+CClave ClaveFilaParcela(std::string_view fila, int& numImputa)
+{
+    CDatosLinea datos;
+    CParcela(0, 0, 0, {}).Lee(fila, kModoTabla, datos);
+    numImputa = datos.numImputa;
+    return {datos.Polig, datos.Parcela, {}};
 }
 
 CPartida CBalanceIda::Empieza(std::string titulo, std::string lineas,
@@ -79,9 +88,9 @@ CPartida CBalanceIda::Empieza(std::string titulo, std::string lineas,
     for (const CClave& queda : clase.quedan)
         cotejo.Espera(queda);
     std::int64_t filas = 0;
-    const bool hay = RecorreTabla(NombreDe(tabla), [&](std::string_view fila, auto campos) {
+    const bool hay = RecorreTabla(NombreDe(tabla), [&](std::string_view fila) {
         ++filas;
-        cotejo.Hay(clave(fila, campos));
+        cotejo.Hay(clave(fila));
     });
     if (!hay)
         partida.noSePuede = "no está " + std::string(NombreTabla(tabla));
@@ -129,7 +138,7 @@ CPartida CBalanceIda::Lineas() const
 CPartida CBalanceIda::Modulos() const
 {
     CPartida partida =
-        Empieza("Módulos", "líneas MD", m_leida.modulos, kModulos, [](std::string_view fila, auto) {
+        Empieza("Módulos", "líneas MD", m_leida.modulos, kModulos, [](std::string_view fila) {
             CModulo modulo;
             modulo.Lee(fila, kModoTabla);
             return ClaveModulo(modulo);
@@ -140,25 +149,23 @@ CPartida CBalanceIda::Modulos() const
 
 CPartida CBalanceIda::Titulares() const
 {
-    CPartida partida =
-        Empieza("Titulares", m_leida.esLista ? "líneas 31" : "líneas TL", m_leida.titulares,
-                kTitulares, [](std::string_view /*fila*/, auto campos) {
-                    constexpr std::size_t kNombre = 3;
-                    constexpr std::size_t kDni = 5;
-                    CTitular titular;
-                    titular.Nombre = campos[kNombre];
-                    titular.DNI = campos[kDni];
-                    return ClaveTitular(titular);
-                });
+    CPartida partida = Empieza("Titulares", m_leida.esLista ? "líneas 31" : "líneas TL",
+                               m_leida.titulares, kTitulares, [](std::string_view fila) {
+                                   CTitular titular;
+                                   titular.Lee(fila, kModoTabla);
+                                   return ClaveTitular(titular);
+                               });
     partida.Sale("unidas a otra de igual nombre y DNI", m_leida.titulares.unidas);
     return partida;
 }
 
 CPartida CBalanceIda::Parcelas() const
 {
-    CPartida partida = Empieza(
-        "Parcelas", m_leida.esLista ? "líneas 32" : "líneas PR", m_leida.parcelas, kParcelas,
-        [](std::string_view /*fila*/, auto campos) { return ClaveNumeros(campos); });
+    CPartida partida = Empieza("Parcelas", m_leida.esLista ? "líneas 32" : "líneas PR",
+                               m_leida.parcelas, kParcelas, [](std::string_view fila) {
+                                   int numImputa = 0;
+                                   return ClaveFilaParcela(fila, numImputa);
+                               });
     if (m_leida.esLista) {
         partida.Sale("de una parcela que ya estaba", m_leida.parcelas.unidas);
         partida.SalePerdido("con polígono o parcela menor que 1, sin mensaje",
@@ -174,7 +181,7 @@ CPartida CBalanceIda::Parcelas() const
 CPartida CBalanceIda::Subparcelas() const
 {
     CPartida partida = Empieza("Subparcelas", m_leida.esLista ? "líneas 33" : "líneas SP y SC",
-                               m_leida.subparcelas, kSubparcelas, ClaveConLetra);
+                               m_leida.subparcelas, kSubparcelas, ClaveFilaSubparcela);
     if (m_leida.esLista)
         partida.SalePerdido("sin parcela válida delante, sin mensaje",
                             m_leida.subparcelas.sinEfecto);
@@ -185,12 +192,12 @@ CPartida CBalanceIda::Subparcelas() const
 
 CPartida CBalanceIda::Parajes() const
 {
-    CPartida partida =
-        Empieza("Parajes", m_leida.esLista ? "nombrados en líneas 32" : "líneas PJ",
-                m_leida.parajes, kParajes, [](std::string_view /*fila*/, auto campos) {
-                    constexpr std::size_t kNombre = 4;
-                    return ClaveParaje(campos[kNombre]);
-                });
+    CPartida partida = Empieza("Parajes", m_leida.esLista ? "nombrados en líneas 32" : "líneas PJ",
+                               m_leida.parajes, kParajes, [](std::string_view fila) {
+                                   CParaje paraje;
+                                   paraje.Lee(fila, kModoTabla);
+                                   return ClaveParaje(paraje.Nombre);
+                               });
     if (m_leida.esLista)
         partida.Sale("de un nombre que ya estaba", m_leida.parajes.unidas);
     else
@@ -211,18 +218,18 @@ CPartida CBalanceIda::Vinculos() const
         cotejo.Espera(queda);
     std::int64_t principales = 0;
     std::int64_t otros = 0;
-    const bool hayParcelas =
-        RecorreTabla(NombreDe(kParcelas), [&](std::string_view /*fila*/, auto campos) {
-            if (LeeEntero(campos[tabla::kNumImputa]) == -1)
-                return;
-            ++principales;
-            cotejo.Hay(ClaveNumeros(campos));
-        });
-    const bool hayCotitulares =
-        RecorreTabla(NombreDe(kCotitulares), [&](std::string_view /*fila*/, auto campos) {
-            ++otros;
-            cotejo.Hay(ClaveNumeros(campos));
-        });
+    const bool hayParcelas = RecorreTabla(NombreDe(kParcelas), [&](std::string_view fila) {
+        int numImputa = 0;
+        const CClave clave = ClaveFilaParcela(fila, numImputa);
+        if (numImputa == -1)
+            return;
+        ++principales;
+        cotejo.Hay(clave);
+    });
+    const bool hayCotitulares = RecorreTabla(NombreDe(kCotitulares), [&](std::string_view fila) {
+        ++otros;
+        cotejo.Hay(ClaveFilaCotitular(fila));
+    });
     if (!hayParcelas || !hayCotitulares)
         partida.noSePuede =
             "no está " + std::string(NombreTabla(hayParcelas ? kCotitulares : kParcelas));

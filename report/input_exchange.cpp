@@ -112,26 +112,22 @@ void CLectorCatastro::TomaParcela(std::string_view linea)
 {
     ++m_leida.parcelas.lineas;
     CParcela parcela(0, 0, 0, {});
-    parcela.Lee(linea, kModoCatastro);
-    const CLineaFija fija(linea);
-    const bool enlaza = fija.Alcanza(kLeeNumImputa.minimo);
+    CDatosLinea datos;
+    parcela.Lee(linea, kModoCatastro, datos);
+    const bool enlaza = !datos.Tit.IsEmpty(); // the line is long enough to name a holder
     if (!enlaza)
         ++m_leida.sinVinculo;
-    m_parcelas.push_back({parcela.Polig, parcela.Parcela, enlaza ? fija.Entero(kLeeParaje) : 0,
-                          enlaza ? fija.Entero(kLeeNumImputa) : 0, enlaza});
+    m_parcelas.push_back(
+        {parcela.Polig, parcela.Parcela, datos.numParaje, datos.numImputa, enlaza});
 }
 
 void CLectorCatastro::TomaSubparcela(std::string_view linea)
 {
     ++m_leida.subparcelas.lineas;
     CSubparcela subparcela;
-    subparcela.Lee(linea, kModoCatastro);
-    CClave clave{0, 0, subparcela.letra};
-    if (const CLineaFija fija(linea); fija.Alcanza(kLeeParcela.minimo)) {
-        clave.polig = fija.Entero(kLeePolig);
-        clave.parcela = fija.Entero(kLeeParcela);
-    }
-    m_subparcelas.push_back(std::move(clave));
+    CDatosLinea datos;
+    subparcela.Lee(linea, kModoCatastro, datos);
+    m_subparcelas.push_back({datos.Polig, datos.Parcela, subparcela.letra});
 }
 
 void CLectorCatastro::TomaParaje(std::string_view linea)

@@ -87,15 +87,16 @@ void CLectorRelacion::TomaParcela(std::string_view linea, int municipio)
     ++m_leida.parcelas.lineas;
     ++m_leida.parajes.lineas;
     CMunicipio& suyo = m_base.DameMunicipio(municipio);
-    const CParaje paraje(CLineaFija(linea).Texto(kLeeNombreParaje));
+    CParcela parcela(0, 0, 0, {});
+    CDatosLinea datos;
+    parcela.Lee(linea, kModoLista, datos);
+    const CParaje paraje(datos.nombreParaje);
     const std::size_t parajes = suyo.Parajes().size();
     suyo.InsertaParaje(paraje);
     if (suyo.Parajes().size() == parajes)
         ++m_leida.parajes.unidas;
     else
         m_leida.parajes.quedan.push_back(ClaveParaje(paraje.Nombre));
-    CParcela parcela(0, 0, 0, {});
-    parcela.Lee(linea, kModoLista);
     const CClave clave{parcela.Polig, parcela.Parcela, {}};
     const std::size_t parcelas = suyo.NumParcelas();
     m_parcela = {municipio, suyo.InsertaParcela(std::move(parcela))};

@@ -2,12 +2,9 @@
 
 #include "cadastre/exchange_format.h"
 #include "cadastre/table_rows.h"
-#include "vexa_libs/ccadena.h"
 
 namespace informe {
 namespace {
-
-using CCampos = std::span<const std::string_view>;
 
 // What the written layout keeps of a holder's name and DNI.
 constexpr int kNombreEscrito = 60;
@@ -32,10 +29,10 @@ private:
     using CClase = CTablasLeidas::CClase;
     void Recorre(Tabla tabla, CClase& clase, const CTomaFila& toma);
     void TomaTitular(std::string_view fila);
-    void TomaParcela(std::string_view fila, CCampos campos);
-    void TomaSubparcela(std::string_view fila, CCampos campos);
-    void TomaCotitular(CCampos campos);
-    void TomaParaje(CCampos campos);
+    void TomaParcela(std::string_view fila);
+    void TomaSubparcela(std::string_view fila);
+    void TomaCotitular(std::string_view fila);
+    void TomaParaje(std::string_view fila);
     void TomaModulo(std::string_view fila);
 
     const std::array<CString, kTablas>& m_tablas;
@@ -48,14 +45,13 @@ private:
 
 void CLectorTablas::Recorre(Tabla tabla, CClase& clase, const CTomaFila& toma)
 {
-    clase.hay = RecorreTabla(m_tablas[static_cast<std::size_t>(tabla)],
-                             [&](std::string_view fila, CCampos campos) {
-                                 ++clase.filas;
-                                 if (LeeEntero(campos[tabla::kMun]) == m_municipio.Mun)
-                                     toma(fila, campos);
-                                 else
-                                     ++clase.deOtro;
-                             });
+    clase.hay = RecorreTabla(m_tablas[static_cast<std::size_t>(tabla)], [&](std::string_view fila) {
+        ++clase.filas;
+        if (MunicipioDeFila(fila) == m_municipio.Mun)
+            toma(fila);
+        else
+            ++clase.deOtro;
+    });
 }
 
 void CLectorTablas::TomaTitular(std::string_view fila)
@@ -77,12 +73,12 @@ void CLectorTablas::TomaTitular(std::string_view fila)
         m_leidas.titulares.quedan.push_back({0, 0, clave});
 }
 
-void CLectorTablas::TomaParcela(std::string_view fila, CCampos campos)
+void CLectorTablas::TomaParcela(std::string_view fila)
 {
     CClase& clase = m_leidas.parcelas;
     CParcela parcela(0, 0, 0, {});
-    if (campos[tabla::kNumImputa].empty() || campos[tabla::kTit].empty() ||
-        campos[tabla::kPartici].empty() || !parcela.Lee(fila, kModoTabla)) {
+    CDatosLinea datos;
+    if (!parcela.Lee(fila, kModoTabla, datos) || datos.faltan) {
         ++clase.incompletas;
         return;
     }
@@ -99,56 +95,55 @@ void CLectorTablas::TomaParcela(std::string_view fila, CCampos campos)
     } else {
         clase.quedan.push_back(clave);
         m_superficies[{clave.polig, clave.parcela}] = superficie;
-        m_vinculos.emplace(i,
-                           m_municipio.BuscaTitularNumOrden(LeeEntero(campos[tabla::kNumImputa])));
+        m_vinculos.emplace(i, m_municipio.BuscaTitularNumOrden(datos.numImputa));
     }
 }
 
-void CLectorTablas::TomaSubparcela(std::string_view fila, CCampos campos)
+void CLectorTablas::TomaSubparcela(std::string_view fila)
 {
     CClase& clase = m_leidas.subparcelas;
-    const int polig = LeeEntero(campos[tabla::kPolig]);
-    const int numero = LeeEntero(campos[tabla::kParcela]);
-    int i = kNoEncontrado;
     CSubparcela subparcela;
-    if (!m_municipio.BuscaParcela(polig, numero, i))
+    CDatosLinea datos;
+    const bool leida = subparcela.Lee(fila, kModoTabla, datos);
+    int i = kNoEncontrado;
+    if (!m_municipio.BuscaParcela(datos.Polig, datos.Parcela, i))
         ++clase.conMensaje;
-    else if (!subparcela.Lee(fila, kModoTabla))
+    else if (!leida)
         ++clase.incompletas;
     else
-        clase.quedan.push_back({polig, numero, subparcela.letra});
+        clase.quedan.push_back({datos.Polig, datos.Parcela, subparcela.letra});
 }
 
-void CLectorTablas::TomaCotitular(CCampos campos)
+void CLectorTablas::TomaCotitular(std::string_view fila)
 {
     CClase& clase = m_leidas.cotitulares;
-    const int polig = LeeEntero(campos[tabla::kPolig]);
-    const int numero = LeeEntero(campos[tabla::kParcela]);
+    CCotitular vinculo;
+    CDatosLinea datos;
+    const bool leido = vinculo.Lee(fila, datos);
     int i = kNoEncontrado;
-    if (!m_municipio.BuscaParcela(polig, numero, i)) {
+    if (!m_municipio.BuscaParcela(datos.Polig, datos.Parcela, i)) {
         ++m_leidas.cotitularesSinParcela;
         return;
     }
-    const int titular =
-        m_municipio.BuscaTitularNumOrden(LeeEntero(campos[tabla::kCotitularNumOrden]));
+    const int titular = m_municipio.BuscaTitularNumOrden(datos.numImputa);
     if (titular < 0)
         ++m_leidas.cotitularesSinTitular;
-    else if (campos[tabla::kCotitularTit].empty() || campos[tabla::kCotitularPartici].empty())
+    else if (!leido)
         ++clase.incompletas;
     else if (m_vinculos.emplace(i, titular).second)
-        clase.quedan.push_back({polig, numero, {}});
+        clase.quedan.push_back({datos.Polig, datos.Parcela, {}});
     else
         ++clase.unidas;
 }
 
-void CLectorTablas::TomaParaje(CCampos campos)
+void CLectorTablas::TomaParaje(std::string_view fila)
 {
     CClase& clase = m_leidas.parajes;
-    if (campos[tabla::kParajeNumOrden].empty() || campos[tabla::kParajeNombre].empty()) {
+    CParaje paraje;
+    if (!paraje.Lee(fila, kModoTabla)) {
         ++clase.incompletas;
         return;
     }
-    const CParaje paraje{CString(campos[tabla::kParajeNombre])};
     const std::size_t antes = m_municipio.Parajes().size();
     m_municipio.InsertaParaje(paraje);
     if (m_municipio.Parajes().size() == antes)
@@ -175,15 +170,12 @@ void CLectorTablas::TomaModulo(std::string_view fila)
 
 CTablasLeidas CLectorTablas::Lee()
 {
-    Recorre(kParajes, m_leidas.parajes, [&](auto, CCampos campos) { TomaParaje(campos); });
-    Recorre(kModulos, m_leidas.modulos, [&](auto fila, auto) { TomaModulo(fila); });
-    Recorre(kTitulares, m_leidas.titulares, [&](auto fila, auto) { TomaTitular(fila); });
-    Recorre(kParcelas, m_leidas.parcelas,
-            [&](auto fila, CCampos campos) { TomaParcela(fila, campos); });
-    Recorre(kSubparcelas, m_leidas.subparcelas,
-            [&](auto fila, CCampos campos) { TomaSubparcela(fila, campos); });
-    Recorre(kCotitulares, m_leidas.cotitulares,
-            [&](auto, CCampos campos) { TomaCotitular(campos); });
+    Recorre(kParajes, m_leidas.parajes, [&](auto fila) { TomaParaje(fila); });
+    Recorre(kModulos, m_leidas.modulos, [&](auto fila) { TomaModulo(fila); });
+    Recorre(kTitulares, m_leidas.titulares, [&](auto fila) { TomaTitular(fila); });
+    Recorre(kParcelas, m_leidas.parcelas, [&](auto fila) { TomaParcela(fila); });
+    Recorre(kSubparcelas, m_leidas.subparcelas, [&](auto fila) { TomaSubparcela(fila); });
+    Recorre(kCotitulares, m_leidas.cotitulares, [&](auto fila) { TomaCotitular(fila); });
     return std::move(m_leidas);
 }
 

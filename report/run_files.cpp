@@ -4,7 +4,7 @@
 #include <chrono>
 #include <filesystem>
 
-#include "cadastre/table_files.h"
+#include "cadastre/table_headers.h"
 #include "platform/cfile.h"
 #include "platform/system_files.h"
 #include "vexa_libs/binary.h"

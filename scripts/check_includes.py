@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Fails on an #include that runs against the order of the folders.
+"""Fails on an #include that runs against the order of the folders, and on files that include one
+another in a circle.
 
 Each folder may include itself and what stands before it; the translations never one another.
 """
@@ -17,12 +18,14 @@ ORDER = [
     ["shell"],
 ]
 # These stand beside the order: they may include anything, and nothing of the program includes them.
-OUTSIDE = ["tools", "tests", "bench", "fuzz"]
+OUTSIDE = ["tests", "bench", "fuzz"]
 # So do these, which include the folders named and no others.
 BESIDE = {
     "help/advice": [],
     "gis": ["platform", "vexa_libs", "cadastre", "help/advice"],
     "report": ["platform", "vexa_libs", "cadastre", "help/advice"],
+    "tools": ["platform", "vexa_libs", "cadastre"],
+    "generator": ["platform", "vexa_libs", "cadastre"],
 }
 RANK = {folder: rank for rank, folders in enumerate(ORDER) for folder in folders}
 
@@ -33,34 +36,56 @@ def folder_of(path):
     return max(names, key=len) if names else None
 
 
+def includes(path):
+    """The project's own files that a source includes, with the numbers of the lines."""
+    with open(path, encoding="utf-8") as source:
+        for number, line in enumerate(source, 1):
+            if match := re.match(r'\s*#\s*include\s*"([^"]+)"', line):
+                yield number, match.group(1)
+
+
+def circles(paths):
+    """The files that reach themselves by their includes."""
+    graph = {path: [name for _, name in includes(path)] for path in paths}
+    done = set()
+    for start in graph:
+        trail = []
+
+        def walk(path):
+            if path in trail:
+                yield " -> ".join([*trail[trail.index(path):], path])
+            elif path not in done:
+                trail.append(path)
+                for name in graph.get(path, []):
+                    yield from walk(name)
+                done.add(trail.pop())
+
+        yield from walk(start)
+
+
 def faults(path):
     folder = folder_of(path)
     # A program's main puts a front end, the resources and the shell together.
     main = path.startswith("shell/main_")
-    with open(path, encoding="utf-8") as source:
-        for number, line in enumerate(source, 1):
-            match = re.match(r'\s*#\s*include\s*"([^"]+)"', line)
-            if not match:
-                continue
-            name = match.group(1)
-            where = f"{path}:{number}: {name}"
-            other = folder_of(name)
-            if ".." in name or other is None:
-                yield where + ": an include names the file from the project's folder"
-            elif folder in OUTSIDE or other == folder:
-                continue
-            elif folder in BESIDE:
-                if other not in BESIDE[folder]:
-                    yield where + f": {folder} may not include {other}"
-            elif other in OUTSIDE or other in BESIDE or RANK[other] >= RANK[folder]:
+    for number, name in includes(path):
+        where = f"{path}:{number}: {name}"
+        other = folder_of(name)
+        if ".." in name or other is None:
+            yield where + ": an include names the file from the project's folder"
+        elif folder in OUTSIDE or other == folder:
+            continue
+        elif folder in BESIDE:
+            if other not in BESIDE[folder]:
                 yield where + f": {folder} may not include {other}"
-            elif any(front in name for front in ("/terminal/", "/desktop/", "/windows/")):
-                if not main and not path.startswith(name.rsplit("/", 1)[0]):
-                    yield where + ": only a program knows its front end"
+        elif other in OUTSIDE or other in BESIDE or RANK[other] >= RANK[folder]:
+            yield where + f": {folder} may not include {other}"
+        elif any(front in name for front in ("/terminal/", "/desktop/", "/windows/")):
+            if not main and not path.startswith(name.rsplit("/", 1)[0]):
+                yield where + ": only a program knows its front end"
 
 
 def main():
-    found = [fault for path in sys.argv[1:] for fault in faults(path)]
+    found = [fault for path in sys.argv[1:] for fault in faults(path)] + [*circles(sys.argv[1:])]
     print("\n".join(found), end="\n" if found else "")
     return 1 if found else 0
 

@@ -1,32 +1,28 @@
 #include "cadastre/exchange_format.h"
 #include "cadastre/table_rows.h"
-#include "vexa_libs/ccadena.h"
 #include "vexa_to_catastro/vexa_a_campiva2_dlg.h"
 
 // The reading of one municipality from the six tables. Places and holders must be there before the
 // parcels that name them, and parcels before what hangs on them. A row that lacks what it needs is
 // dropped without a message.
 
-bool CVexaACampiva2Dlg::LeeTabla(UINT estado, const CString& archivo, std::size_t n,
-                                 const CMunicipio& municipio, const CTomaFila& toma)
+bool CVexaACampiva2Dlg::LeeTabla(UINT estado, const CString& archivo, const CMunicipio& municipio,
+                                 const CTomaFila& toma)
 {
     Fase(estado);
     CStdioFile tabla;
     if (!AbreEntrada(tabla, archivo))
         return false;
-    std::vector<std::string_view> campos(n);
     CString fila;
     bool primera = true;
     while (tabla.ReadString(fila)) {
         if (!Avanza(tabla.GetPosition(), tabla.GetLength()))
             return false;
-        const std::string_view texto = fila;
-        // The second word of a header line reads as 0, which is no other municipality's code.
-        const bool cabecera = primera && municipio.Mun == 0 && texto.starts_with("Ger");
+        // A header line reads as municipality 0, which is no other municipality's code.
+        const bool cabecera = primera && municipio.Mun == 0 && EsCabecera(fila);
         primera = false;
-        Leetira(texto, campos);
-        if (!cabecera && LeeEntero(campos[tabla::kMun]) == municipio.Mun)
-            toma(texto, campos);
+        if (!cabecera && MunicipioDeFila(fila) == municipio.Mun)
+            toma(fila);
     }
     return true;
 }
@@ -34,36 +30,29 @@ bool CVexaACampiva2Dlg::LeeTabla(UINT estado, const CString& archivo, std::size_
 bool CVexaACampiva2Dlg::LeeParajes(CStdioFile* /*log*/, int* /*numErrores*/, int* /*numWarnings*/,
                                    CMunicipio* municipio)
 {
-    return LeeTabla(
-        IDS_LEYENDO_PARAJES, ArchivoParajes, tabla::kCamposParaje, *municipio,
-        [&](std::string_view /*fila*/, CCampos campos) {
-            if (campos[tabla::kParajeNumOrden].empty() || campos[tabla::kParajeNombre].empty())
-                return;
-            CParaje paraje(campos[tabla::kParajeNombre]);
-            paraje.NumOrden = static_cast<short>(LeeEntero(campos[tabla::kParajeNumOrden]));
+    return LeeTabla(IDS_LEYENDO_PARAJES, ArchivoParajes, *municipio, [&](std::string_view fila) {
+        CParaje paraje;
+        if (paraje.Lee(fila, kModoTabla))
             municipio->InsertaParaje(paraje);
-        });
+    });
 }
 
 bool CVexaACampiva2Dlg::LeeModulos(CStdioFile* /*log*/, int* /*numErrores*/, int* /*numWarnings*/,
                                    CMunicipio* municipio)
 {
-    constexpr std::size_t kCampos = 2;
-    return LeeTabla(IDS_LEYENDO_MODULOS, ArchivoModulos, kCampos, *municipio,
-                    [&](std::string_view fila, CCampos /*campos*/) {
-                        CModulo modulo;
-                        if (modulo.Lee(fila, kModoTabla))
-                            municipio->InsertaModulo(modulo);
-                    });
+    return LeeTabla(IDS_LEYENDO_MODULOS, ArchivoModulos, *municipio, [&](std::string_view fila) {
+        CModulo modulo;
+        if (modulo.Lee(fila, kModoTabla))
+            municipio->InsertaModulo(modulo);
+    });
 }
 
 bool CVexaACampiva2Dlg::LeeTitulares(CStdioFile* log, int* numErrores, int* numWarnings,
                                      CMunicipio* municipio)
 {
     const CAvisos avisos{*log, *numErrores, *numWarnings};
-    constexpr std::size_t kCampos = 2;
-    return LeeTabla(IDS_LEYENDO_TITULARES, ArchivoTitulares, kCampos, *municipio,
-                    [&](std::string_view fila, CCampos /*campos*/) {
+    return LeeTabla(IDS_LEYENDO_TITULARES, ArchivoTitulares, *municipio,
+                    [&](std::string_view fila) {
                         CTitular titular;
                         if (titular.Lee(fila, kModoTabla))
                             RegistraTitular(avisos, *municipio, std::move(titular));
@@ -74,64 +63,55 @@ bool CVexaACampiva2Dlg::LeeParcelas(CStdioFile* log, int* numErrores, int* numWa
                                     CMunicipio* municipio)
 {
     const CAvisos avisos{*log, *numErrores, *numWarnings};
-    return LeeTabla(IDS_LEYENDO_PARCELAS, ArchivoParcelas, tabla::kCamposParcela, *municipio,
-                    [&](std::string_view fila, CCampos campos) {
-                        if (!campos[tabla::kNumImputa].empty() && !campos[tabla::kTit].empty() &&
-                            !campos[tabla::kPartici].empty())
-                            TomaParcela(fila, campos, avisos, *municipio);
-                    });
+    return LeeTabla(IDS_LEYENDO_PARCELAS, ArchivoParcelas, *municipio,
+                    [&](std::string_view fila) { TomaParcela(fila, avisos, *municipio); });
 }
 
-void CVexaACampiva2Dlg::TomaParcela(std::string_view fila, CCampos campos, const CAvisos& avisos,
+void CVexaACampiva2Dlg::TomaParcela(std::string_view fila, const CAvisos& avisos,
                                     CMunicipio& municipio)
 {
-    const int polig = LeeEntero(campos[tabla::kPolig]);
-    const int numero = LeeEntero(campos[tabla::kParcela]);
-    const int numImputa = LeeEntero(campos[tabla::kNumImputa]);
-    const int numParaje = LeeEntero(campos[tabla::kParaje]);
-    const int partici = LeeEntero(campos[tabla::kPartici]);
-    const int titular = municipio.BuscaTitularNumOrden(numImputa);
-    if (titular < 0)
-        Avisa(avisos, kTitularNoEncontrado, numImputa, polig, numero);
-    const int paraje = municipio.BuscaParaje(numParaje);
-    if (paraje < 0)
-        Avisa(avisos, kParajeNoEncontrado, numParaje, polig, numero);
     CParcela parcela(0, 0, 0, {});
-    if (!parcela.Lee(fila, kModoTabla))
+    CDatosLinea datos;
+    const bool leida = parcela.Lee(fila, kModoTabla, datos);
+    if (datos.faltan)
         return;
-    parcela.paraje = paraje;
-    const int suPolig = parcela.Polig;
-    const int suNumero = parcela.Parcela;
+    const int titular = municipio.BuscaTitularNumOrden(datos.numImputa);
+    if (titular < 0)
+        Avisa(avisos, kTitularNoEncontrado, datos.numImputa, datos.Polig, datos.Parcela);
+    parcela.paraje = municipio.BuscaParaje(datos.numParaje);
+    if (parcela.paraje < 0)
+        Avisa(avisos, kParajeNoEncontrado, datos.numParaje, datos.Polig, datos.Parcela);
+    if (!leida)
+        return; // holder and place are told all the same
+    const int polig = parcela.Polig;
+    const int numero = parcela.Parcela;
     const int i = municipio.InsertaParcela(std::move(parcela));
     if (i < 0) {
-        Avisa(avisos, kParcelaNoInsertada, suPolig, suNumero);
+        Avisa(avisos, kParcelaNoInsertada, polig, numero);
         ParcelasNoSalvadas = true;
         return;
     }
     // A holder that wasn't found is linked as such, so that the parcel has its main link.
-    municipio.DameParcela(i).InsertaCotitular(titular, kOrdenPrincipal, partici,
-                                              campos[tabla::kTit]);
+    municipio.DameParcela(i).InsertaCotitular(titular, kOrdenPrincipal, datos.partici, datos.Tit);
     if (titular >= 0)
-        municipio.InsertaPropiedad(titular, i, partici, campos[tabla::kTit]);
+        municipio.InsertaPropiedad(titular, i, datos.partici, datos.Tit);
 }
 
 bool CVexaACampiva2Dlg::LeeSubparcelas(CStdioFile* log, int* numErrores, int* numWarnings,
                                        CMunicipio* municipio)
 {
     const CAvisos avisos{*log, *numErrores, *numWarnings};
-    constexpr std::size_t kCampos = 6;
     return LeeTabla(
-        IDS_LEYENDO_SUBPARCELAS, ArchivoSubparcelas, kCampos, *municipio,
-        [&](std::string_view fila, CCampos campos) {
-            const int polig = LeeEntero(campos[tabla::kPolig]);
-            const int numero = LeeEntero(campos[tabla::kParcela]);
+        IDS_LEYENDO_SUBPARCELAS, ArchivoSubparcelas, *municipio, [&](std::string_view fila) {
+            CSubparcela subparcela;
+            CDatosLinea datos;
+            const bool leida = subparcela.Lee(fila, kModoTabla, datos);
             int i = kNoEncontrado;
-            if (!municipio->BuscaParcela(polig, numero, i)) {
-                Avisa(avisos, kSubparcelaSinParcela, polig, numero, campos[tabla::kLetra]);
+            if (!municipio->BuscaParcela(datos.Polig, datos.Parcela, i)) {
+                Avisa(avisos, kSubparcelaSinParcela, datos.Polig, datos.Parcela, datos.letra);
                 return;
             }
-            CSubparcela subparcela;
-            if (!subparcela.Lee(fila, kModoTabla))
+            if (!leida)
                 return;
             const CString letra = subparcela.letra;
             CParcela& parcela = municipio->DameParcela(i);
@@ -146,28 +126,25 @@ bool CVexaACampiva2Dlg::LeeCotitulares(CStdioFile* log, int* numErrores, int* nu
                                        CMunicipio* municipio)
 {
     const CAvisos avisos{*log, *numErrores, *numWarnings};
-    constexpr std::size_t kCampos = 8;
-    return LeeTabla(
-        IDS_LEYENDO_COTITULARES, ArchivoCotitulares, kCampos, *municipio,
-        [&](std::string_view /*fila*/, CCampos campos) {
-            const int polig = LeeEntero(campos[tabla::kPolig]);
-            const int numero = LeeEntero(campos[tabla::kParcela]);
-            int i = kNoEncontrado;
-            if (!municipio->BuscaParcela(polig, numero, i)) {
-                Avisa(avisos, kCotitularSinParcela, polig, numero);
-                return;
-            }
-            const int numOrden = LeeEntero(campos[tabla::kCotitularNumOrden]);
-            const int titular = municipio->BuscaTitularNumOrden(numOrden);
-            if (titular < 0) {
-                Avisa(avisos, kCotitularSinTitular, numOrden);
-                return;
-            }
-            if (campos[tabla::kCotitularTit].empty() || campos[tabla::kCotitularPartici].empty())
-                return;
-            const int partici = LeeEntero(campos[tabla::kCotitularPartici]);
-            municipio->DameParcela(i).InsertaCotitular(titular, kSinOrden, partici,
-                                                       campos[tabla::kCotitularTit]);
-            municipio->InsertaPropiedad(titular, i, partici, campos[tabla::kCotitularTit]);
-        });
+    return LeeTabla(IDS_LEYENDO_COTITULARES, ArchivoCotitulares, *municipio,
+                    [&](std::string_view fila) {
+                        CCotitular vinculo;
+                        CDatosLinea datos;
+                        const bool leido = vinculo.Lee(fila, datos);
+                        int i = kNoEncontrado;
+                        if (!municipio->BuscaParcela(datos.Polig, datos.Parcela, i)) {
+                            Avisa(avisos, kCotitularSinParcela, datos.Polig, datos.Parcela);
+                            return;
+                        }
+                        const int titular = municipio->BuscaTitularNumOrden(datos.numImputa);
+                        if (titular < 0) {
+                            Avisa(avisos, kCotitularSinTitular, datos.numImputa);
+                            return;
+                        }
+                        if (!leido)
+                            return;
+                        municipio->DameParcela(i).InsertaCotitular(titular, kSinOrden,
+                                                                   vinculo.partici, vinculo.Tit);
+                        municipio->InsertaPropiedad(titular, i, vinculo.partici, vinculo.Tit);
+                    });
 }

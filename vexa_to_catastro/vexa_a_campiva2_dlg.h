@@ -63,13 +63,11 @@ private:
     bool LeeSubparcelas(CStdioFile* log, int* numErrores, int* numWarnings, CMunicipio* municipio);
     bool LeeCotitulares(CStdioFile* log, int* numErrores, int* numWarnings, CMunicipio* municipio);
 
-    using CCampos = std::span<const std::string_view>;
-    /// Reads a table and hands each row of the municipality to `toma`, with its first `n` fields.
-    /// False, with a box where the file can't be opened, if the run must end.
-    bool LeeTabla(UINT estado, const CString& archivo, std::size_t n, const CMunicipio& municipio,
+    /// Reads a table and hands each row of the municipality to `toma`. False, with a box where the
+    /// file can't be opened, if the run must end.
+    bool LeeTabla(UINT estado, const CString& archivo, const CMunicipio& municipio,
                   const CTomaFila& toma);
-    void TomaParcela(std::string_view fila, CCampos campos, const CAvisos& avisos,
-                     CMunicipio& municipio);
+    void TomaParcela(std::string_view fila, const CAvisos& avisos, CMunicipio& municipio);
 
     /// Loads the orthophoto sheets. Without their files there are none and the run goes on; false
     /// if it must end.

@@ -12,7 +12,7 @@
 #include "platform/ansi.h"
 #include "tests/support/files.h"
 #include "tests/support/scripted_front_end.h"
-#include "tools/cadastre_lines.h"
+#include "generator/cadastre_lines.h"
 #include "vexa_libs/ccadena.h"
 
 /// A run of the translation from the command line, in a folder of its own.

@@ -12,8 +12,8 @@
 #include "tests/faults/fault_plan.h"
 #include "tests/support/files.h"
 #include "tests/support/scripted_front_end.h"
-#include "tools/cadastre_lines.h"
-#include "tools/drawing_files.h"
+#include "generator/cadastre_lines.h"
+#include "generator/drawing_files.h"
 #include "vexa_to_catastro/vexa_a_campiva2_dlg.h"
 #include "vexa_to_infograf/vexa_a_infograf_dlg.h"
 

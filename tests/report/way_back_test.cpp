@@ -3,7 +3,7 @@
 
 #include "tests/report/report_fixture.h"
 #include "tests/vexa_to_catastro/run_fixture.h"
-#include "tools/synthetic_municipality.h"
+#include "generator/synthetic_municipality.h"
 
 using testing::EndsWith;
 using testing::HasSubstr;

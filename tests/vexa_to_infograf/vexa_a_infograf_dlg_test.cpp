@@ -12,8 +12,8 @@
 #include "tests/support/drawing_in_the_making.h"
 #include "tests/support/files.h"
 #include "tests/support/scripted_front_end.h"
-#include "tools/cadastre_lines.h"
-#include "tools/drawing_files.h"
+#include "generator/cadastre_lines.h"
+#include "generator/drawing_files.h"
 
 using Textos = std::vector<std::string>;
 

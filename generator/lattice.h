@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tools/synthetic_municipality.h"
+#include "generator/synthetic_municipality.h"
 
 // Geometry on the lattice that a synthetic municipality's outlines stand on.
 

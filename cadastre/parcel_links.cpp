@@ -1,8 +1,7 @@
-#include "cadastre/holder_links.h"
-
 #include <algorithm>
 #include <tuple>
 
+#include "cadastre/co_holder_columns.h"
 #include "cadastre/column_writer.h"
 #include "cadastre/parcel.h"
 #include "cadastre/sorting.h"
@@ -18,30 +17,9 @@ constexpr int kAnchoGrupo = 14;
 constexpr const char* kGrupoVacio = "0000000  00000";
 constexpr const char* kFinRegistro = " \n";
 
-// clang-format off
-constexpr auto kColumnasCabecera = std::to_array<CColumna<CCotitular>>({
-    // field                        read      list      written: column, form  table: field, form
-    {&CDatosLinea::Ger,             kNoSeLee, kNoSeLee, {0, "%03d"},           {0, "%03d"}},
-    {&CDatosLinea::Mun,             kNoSeLee, kNoSeLee, {3, "%03d"},           {1, "%03d"}},
-    {&CDatosLinea::EMenor,          kNoSeLee, kNoSeLee, {6, "%03d"},           kSinTabla},
-    {"CT",                          kNoSeLee, kNoSeLee, {9, "%s"},             kSinTabla},
-    {&CDatosLinea::Zona,            kNoSeLee, kNoSeLee, {11, "%02d"},          {2, "% 4d"}},
-    {&CDatosLinea::Polig,           kNoSeLee, kNoSeLee, {13, "%03d"},          {3, "% 4d"}},
-    {&CDatosLinea::Parcela,         kNoSeLee, kNoSeLee, {16, "%05d"},          {4, "% 6d"}},
-    {&CDatosLinea::numRegistro,     kNoSeLee, kNoSeLee, {21, "%02d"},          kSinTabla},
-});
-
-// A link: one of the nine groups of a CT record, and the rest of a table row.
-constexpr auto kColumnasVinculo = std::to_array<CColumna<CCotitular>>({
-    {&CDatosLinea::numImputa,       kNoSeLee, kNoSeLee, {0, "%07d"},           {5, "% 8d"}},
-    {&CCotitular::Tit,              kNoSeLee, kNoSeLee, {7, "%-2s"},           {6, "%-2s"}},
-    {&CCotitular::partici,          kNoSeLee, kNoSeLee, {9, "%05d"},           {7, "% 6d"}},
-});
-// clang-format on
-
 constexpr auto kCabeceraCT = RegistroFijo(kColumnasCabecera, kAnchoCabecera);
 constexpr auto kGrupoCT = RegistroFijo(kColumnasVinculo, kAnchoGrupo);
-constexpr auto kFilaCotitular = FilaTabla(Une(kColumnasCabecera, kColumnasVinculo));
+constexpr auto kFilaCotitular = FilaTabla(kColumnasCotitular);
 
 int NumOrdenDe(const CCotitular& vinculo, const std::vector<CTitular>& titulares)
 {

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "tools/synthetic_municipality.h"
+#include "generator/synthetic_municipality.h"
 
 // The files of a synthetic municipality as the cadastre delivers them, line by line, without line
 // ends.

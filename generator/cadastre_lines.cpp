@@ -1,7 +1,10 @@
-#include "tools/cadastre_lines.h"
+#include "generator/cadastre_lines.h"
 
-#include "cadastre/column_reader.h"
-#include "cadastre/exchange_lines.h"
+#include "cadastre/holder_columns.h"
+#include "cadastre/module_place_columns.h"
+#include "cadastre/parcel_columns.h"
+#include "cadastre/subparcel_columns.h"
+#include "generator/compose_line.h"
 #include "platform/ansi.h"
 
 namespace sintetico {
@@ -21,29 +24,50 @@ std::string LineaTitular(const CMunicipioSintetico& m, const CParticipe& partici
 {
     CTitular titular = m.personas[static_cast<std::size_t>(participe.persona)];
     titular.NumOrden = numero;
+    CDatosLinea datos;
+    datos.partici = participe.partici;
     std::string linea = NuevaLinea(m, "TL");
-    titular.Compon(linea, kModoCatastro);
-    PonEnLinea(linea, kLeePartici, participe.partici);
+    Compon<kColumnasTitular, &CColumna<CTitular>::catastro>(linea, titular, datos);
     return linea;
 }
 
 std::string LineaParcela(const CMunicipioSintetico& m, const CParcelaDibujada& parcela)
 {
+    CDatosLinea datos;
+    datos.PonSuperficie(parcela.datos.Superficie);
+    datos.numImputa = m.personas[static_cast<std::size_t>(parcela.numero)].NumOrden;
+    datos.Tit = parcela.Tit;
+    datos.numParaje = m.parajes[static_cast<std::size_t>(parcela.paraje)].NumOrden;
     std::string linea = NuevaLinea(m, "PR");
-    parcela.datos.Compon(linea, kModoCatastro);
-    PonEnLinea(linea, kLeeNumImputa, m.personas[static_cast<std::size_t>(parcela.numero)].NumOrden);
-    PonEnLinea(linea, kLeeTit, parcela.Tit);
-    PonEnLinea(linea, kLeeParaje, m.parajes[static_cast<std::size_t>(parcela.paraje)].NumOrden);
+    Compon<kColumnasParcela, &CColumna<CParcela>::catastro>(linea, parcela.datos, datos);
     return linea;
 }
 
 std::string LineaSubparcela(const CMunicipioSintetico& m, const CParcela& parcela,
                             const CSubparcelaDibujada& sub)
 {
-    std::string linea = NuevaLinea(m, sub.construccion ? "SC" : "SP");
-    PonEnLinea(linea, kLeePolig, parcela.Polig);
-    PonEnLinea(linea, kLeeParcela, parcela.Parcela);
-    sub.datos.Compon(linea, kModoCatastro);
+    constexpr auto kCual = &CColumna<CSubparcela>::catastro;
+    CDatosLinea datos;
+    datos.Polig = parcela.Polig;
+    datos.Parcela = parcela.Parcela;
+    datos.PonSuperficie(sub.datos.superfic);
+    datos.cSing = static_cast<unsigned char>(sub.datos.cSing);
+    std::string linea = NuevaLinea(m, sub.construccion ? kTipoConstruccion : kTipoSuelo);
+    Compon<kColumnasComunes, kCual>(linea, sub.datos, datos);
+    if (sub.construccion)
+        Compon<kColumnasConstruccion, kCual>(linea, sub.datos, datos);
+    else
+        Compon<kColumnasSuelo, kCual>(linea, sub.datos, datos);
+    return linea;
+}
+
+std::string LineaParcelaLista(const CMunicipioSintetico& m, const CParcelaDibujada& parcela)
+{
+    CDatosLinea datos;
+    datos.nombreParaje = m.parajes[static_cast<std::size_t>(parcela.paraje)].Nombre;
+    datos.Tit = parcela.Tit;
+    std::string linea = NuevaLinea(m, "32");
+    Compon<kColumnasParcela, &CColumna<CParcela>::lista>(linea, parcela.datos, datos);
     return linea;
 }
 
@@ -53,14 +77,17 @@ std::string Con(std::string linea, const CLectura& donde, std::string_view valor
     return linea;
 }
 
-// Columns whose fields the faults change: a holder's name and DNI, a surface's ares, a letter.
-constexpr CLectura kNombre = {23, 60, 0};
-constexpr CLectura kDNI = {84, 8, 0};
-constexpr CLectura kNumOrden = {11, 7, 0};
-constexpr CLectura kPolig = {13, 3, 0};
-constexpr CLectura kParcela = {16, 5, 0};
-constexpr CLectura kAreasPR = {26, 2, 0};
-constexpr CLectura kLetra = {21, 4, 0};
+// Where the fields stand that the faults change.
+constexpr CLectura kNombre = ColumnaDe(kColumnasTitular, &CTitular::Nombre).catastro;
+constexpr CLectura kDNI = ColumnaDe(kColumnasTitular, &CTitular::DNI).catastro;
+constexpr CLectura kNumOrden = ColumnaDe(kColumnasTitular, &CTitular::NumOrden).catastro;
+constexpr CLectura kPolig = ColumnaDe(kColumnasParcela, &CParcela::Polig).catastro;
+constexpr CLectura kParcela = ColumnaDe(kColumnasParcela, &CParcela::Parcela).catastro;
+constexpr CLectura kAreasPR = ColumnaDe(kColumnasParcela, &CDatosLinea::areas).catastro;
+constexpr CLectura kNumImputa = ColumnaDe(kColumnasParcela, &CDatosLinea::numImputa).catastro;
+constexpr CLectura kNumParaje = ColumnaDe(kColumnasParcela, &CDatosLinea::numParaje).catastro;
+constexpr CLectura kLetra = ColumnaDe(kColumnasComunes, &CSubparcela::letra).catastro;
+constexpr CLectura kOrdenParaje = ColumnaDe(kColumnasParaje, &CParaje::NumOrden).catastro;
 
 void EstropeaTitulares(std::vector<std::string>& t)
 {
@@ -86,17 +113,17 @@ void EstropeaTitulares(std::vector<std::string>& t)
 void EstropeaParcelas(std::vector<std::string>& p)
 {
     const std::string primera = p.at(0);
-    p.at(3) = Con(p.at(3), kLeeParaje, "00000"); // no such place; its subparcels lose it too
-    p.at(4) = Con(p.at(4), kLeeParaje, "99999");
-    p.at(5) = Con(p.at(5), kLeeNumImputa, "0999999"); // no such holder
-    p.at(6) = Con(p.at(6), kAreasPR, "99");           // not the sum of its subparcels
+    p.at(3) = Con(p.at(3), kNumParaje, "00000"); // no such place; its subparcels lose it too
+    p.at(4) = Con(p.at(4), kNumParaje, "99999");
+    p.at(5) = Con(p.at(5), kNumImputa, "0999999"); // no such holder
+    p.at(6) = Con(p.at(6), kAreasPR, "99");        // not the sum of its subparcels
     p.at(7) = Con(p.at(7), kAreasPR, "00");
     p.push_back(primera); // repeated
     p.push_back(Con(p.at(1), kAreasPR, "11"));
     p.push_back(Con(primera, kPolig, "000")); // not valid
     p.push_back(Con(primera, kParcela, "00000"));
     p.push_back(Con(primera, kParcela, "90001")); // without subparcels
-    p.push_back(Con(Con(primera, kParcela, "90002"), kLeeNumImputa, "0999999"));
+    p.push_back(Con(Con(primera, kParcela, "90002"), kNumImputa, "0999999"));
     p.push_back(
         Con(primera, kParcela, "90003").substr(0, 60)); // too short to name holder and place
 }
@@ -126,9 +153,11 @@ CLineasCatastro LineasCatastro(const CMunicipioSintetico& m)
 {
     CLineasCatastro lineas;
     for (const CModulo& modulo : m.modulos)
-        modulo.Compon(lineas.modulos.emplace_back(NuevaLinea(m, "MD")), kModoCatastro);
+        Compon<kColumnasModulo, &CColumna<CModulo>::catastro>(
+            lineas.modulos.emplace_back(NuevaLinea(m, "MD")), modulo, {});
     for (const CParaje& paraje : m.parajes)
-        paraje.Compon(lineas.parajes.emplace_back(NuevaLinea(m, "PJ")));
+        Compon<kColumnasParaje, &CColumna<CParaje>::catastro>(
+            lineas.parajes.emplace_back(NuevaLinea(m, "PJ")), paraje, {});
     for (std::size_t i = 0; i < m.numeros.size(); ++i)
         lineas.titulares.push_back(LineaTitular(m, m.numeros[i].front(), m.personas[i].NumOrden));
     for (std::size_t i = 0; i < m.numeros.size(); ++i)
@@ -149,7 +178,8 @@ void EstropeaCatastro(CLineasCatastro& lineas)
     EstropeaTitulares(lineas.titulares);
     EstropeaParcelas(lineas.parcelas);
     EstropeaSubparcelas(lineas.subparcelas);
-    lineas.parajes.push_back(Con(lineas.parajes.front(), kNumOrden, "07777")); // its number is lost
+    lineas.parajes.push_back(
+        Con(lineas.parajes.front(), kOrdenParaje, "07777"));              // its number is lost
     lineas.parajes.emplace_back("CT" + lineas.parajes.front().substr(2)); // no type of this file
 }
 
@@ -165,19 +195,15 @@ std::vector<std::string> LineasLista(const CMunicipioSintetico& m)
         const std::vector<CParticipe>& participes = m.numeros[i];
         for (std::size_t k = 0; k < participes.size(); ++k) {
             const auto persona = static_cast<std::size_t>(participes[k].persona);
-            std::string& titular = lineas.emplace_back(NuevaLinea(m, "31"));
-            m.personas[persona].Compon(titular, kModoLista);
+            Compon<kColumnasTitular, &CColumna<CTitular>::lista>(
+                lineas.emplace_back(NuevaLinea(m, "31")), m.personas[persona], {});
             for (const CParcelaDibujada* parcela : porNumero[i]) {
-                std::string cabecera = NuevaLinea(m, "32");
-                parcela->datos.Compon(cabecera, kModoLista);
-                PonEnLinea(cabecera, kLeeNombreParaje,
-                           m.parajes[static_cast<std::size_t>(parcela->paraje)].Nombre);
-                PonEnLinea(cabecera, kLeeTitLista, parcela->Tit);
-                lineas.push_back(cabecera);
+                lineas.push_back(LineaParcelaLista(m, *parcela));
                 for (std::size_t s = k; s < parcela->subparcelas.size(); s += participes.size())
                     if (!parcela->subparcelas[s].construccion)
-                        parcela->subparcelas[s].datos.Compon(
-                            lineas.emplace_back(NuevaLinea(m, "33")), kModoLista);
+                        Compon<kColumnasSubparcela, &CColumna<CSubparcela>::lista>(
+                            lineas.emplace_back(NuevaLinea(m, "33")), parcela->subparcelas[s].datos,
+                            {});
             }
             lineas.push_back(NuevaLinea(m, "34"));
         }
@@ -187,9 +213,9 @@ std::vector<std::string> LineasLista(const CMunicipioSintetico& m)
 
 void EstropeaLista(std::vector<std::string>& lineas)
 {
-    constexpr CLectura kSuperficie = {77, 10, 0};
-    constexpr CLectura kDNILista = {40, 8, 0};
-    constexpr CLectura kNombreLista = {49, 62, 0};
+    constexpr CLectura kSuperficie = ColumnaDe(kColumnasSubparcela, &CSubparcela::superfic).lista;
+    constexpr CLectura kDNILista = ColumnaDe(kColumnasTitular, &CTitular::DNI).lista;
+    constexpr CLectura kNombreLista = ColumnaDe(kColumnasTitular, &CTitular::Nombre).lista;
     const std::string titular = lineas.at(1);
     const std::size_t total = lineas.size();
     for (std::size_t i = 0, hechas = 0; i < total && hechas < 2; ++i) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tools/synthetic_municipality.h"
+#include "generator/synthetic_municipality.h"
 
 // The drawings of a synthetic municipality: what the drawing work leaves for the translations back.
 

@@ -1,6 +1,5 @@
-#include "cadastre/table_files.h"
-
 #include "cadastre/database.h"
+#include "cadastre/table_headers.h"
 
 // The whole-file writers of the database, for the tables and, without a header line, for the
 // exchange files.

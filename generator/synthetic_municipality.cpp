@@ -1,13 +1,13 @@
-#include "tools/synthetic_municipality.h"
+#include "generator/synthetic_municipality.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <set>
 
+#include "generator/lattice.h"
+#include "generator/synthetic_names.h"
 #include "platform/ansi.h"
-#include "tools/lattice.h"
-#include "tools/synthetic_names.h"
 
 namespace sintetico {
 namespace {

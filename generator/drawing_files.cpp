@@ -1,4 +1,4 @@
-#include "tools/drawing_files.h"
+#include "generator/drawing_files.h"
 
 #include <array>
 #include <map>
@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "cadastre/label_codes.h"
-#include "tools/cadastre_lines.h"
+#include "generator/cadastre_lines.h"
 #include "vexa_libs/drawing_writer.h"
 
 using vexageo::CPoligonoTopologico;

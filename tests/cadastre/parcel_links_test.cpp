@@ -1,5 +1,3 @@
-#include "cadastre/holder_links.h"
-
 #include <random>
 #include <tuple>
 

@@ -1,4 +1,4 @@
-#include "tools/lattice.h"
+#include "generator/lattice.h"
 
 #include <cstdint>
 #include <cstdlib>

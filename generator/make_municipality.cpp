@@ -3,9 +3,9 @@
 #include <string>
 #include <string_view>
 
+#include "generator/cadastre_lines.h"
+#include "generator/drawing_files.h"
 #include "platform/cfile.h"
-#include "tools/cadastre_lines.h"
-#include "tools/drawing_files.h"
 #include "vexa_libs/ccadena.h"
 
 // Makes the input files of a synthetic municipality.
