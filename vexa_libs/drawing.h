@@ -24,6 +24,16 @@ public:
     CEntidadVexa<int>* operator[](unsigned i) { return m_entidades[i].get(); }
     const CEntidadVexa<int>* operator[](unsigned i) const { return m_entidades[i].get(); }
 
+    /// The line or the text at that place; what stands there must be one.
+    const CLinea<int>& Linea(unsigned i) const
+    {
+        return static_cast<const CLinea<int>&>(*m_entidades[i]);
+    }
+    const CTexto<int>& Texto(unsigned i) const
+    {
+        return static_cast<const CTexto<int>&>(*m_entidades[i]);
+    }
+
     unsigned CantidadLineas() const { return m_lineas; }
     unsigned CantidadTextos() const { return m_textos; }
     unsigned CantidadPuntos() const { return m_puntos; }

@@ -108,8 +108,7 @@ int CTopologia::Guarda(const CEntidadVexa<int>& entidad)
 
 const CLinea<int>& CTopologia::Anillo(const CPoligonoTopologico& poligono, int k) const
 {
-    return static_cast<const CLinea<int>&>(
-        *m_dibujo[static_cast<unsigned>(poligono.IndiceTramos(k))]);
+    return m_dibujo.Linea(static_cast<unsigned>(poligono.IndiceTramos(k)));
 }
 
 void CTopologia::OrdenaPoligonos()
@@ -149,9 +148,7 @@ int CTopologia::EncuentraPoligono(const CPunto<int>& punto) const
 CString CTopologia::DameTextoCentroide(int i) const
 {
     const int indice = Poligono(i).IndiceCentroide();
-    return indice < 0
-               ? CString()
-               : static_cast<const CTexto<int>*>(m_dibujo[static_cast<unsigned>(indice)])->Texto();
+    return indice < 0 ? CString() : m_dibujo.Texto(static_cast<unsigned>(indice)).Texto();
 }
 
 CPunto<int> CTopologia::DameCentroide(int i, bool interior) const

@@ -7,7 +7,7 @@ bool CVexaACampiva2Dlg::CruzaGraficoConBase(CStdioFile* log, int* numErrores, in
                                             CMunicipio* municipio)
 {
     const CAvisos avisos{*log, *numErrores, *numWarnings};
-    CCruce cruce{avisos, *municipio, {}, {}};
+    CVistas vistas;
     std::vector<CString> entradas;
     if (!LeeParajes(log, numErrores, numWarnings, municipio) ||
         !LeeModulos(log, numErrores, numWarnings, municipio) ||
@@ -15,9 +15,9 @@ bool CVexaACampiva2Dlg::CruzaGraficoConBase(CStdioFile* log, int* numErrores, in
         !LeeParcelas(log, numErrores, numWarnings, municipio) ||
         !LeeSubparcelas(log, numErrores, numWarnings, municipio) ||
         !LeeCotitulares(log, numErrores, numWarnings, municipio) || !LeeOrtos() ||
-        !LeeListaPoligonos(entradas) || !RecorrePoligonos(entradas, cruce))
+        !LeeListaPoligonos(entradas) || !RecorrePoligonos(entradas, avisos, *municipio, vistas))
         return false;
-    CompruebaGrafico(log, numErrores, municipio, cruce.ParcelasVistas, cruce.SubparcelasVistas);
+    CompruebaGrafico(log, numErrores, municipio, vistas.ParcelasVistas, vistas.SubparcelasVistas);
     CompruebaSuperficies(log, numErrores, numWarnings, municipio);
     return true;
 }
@@ -35,17 +35,20 @@ bool CVexaACampiva2Dlg::LeeListaPoligonos(std::vector<CString>& entradas)
     return true;
 }
 
-bool CVexaACampiva2Dlg::RecorrePoligonos(const std::vector<CString>& entradas, CCruce& cruce)
+bool CVexaACampiva2Dlg::RecorrePoligonos(const std::vector<CString>& entradas,
+                                         const CAvisos& avisos, CMunicipio& municipio,
+                                         CVistas& vistas)
 {
     for (std::size_t i = 0; i < entradas.size(); ++i) {
         if (!Avanza(i + 1, entradas.size()))
             return false;
-        CruzaPoligono(entradas[i], cruce);
+        CruzaPoligono(entradas[i], avisos, municipio, vistas);
     }
     return true;
 }
 
-void CVexaACampiva2Dlg::CruzaPoligono(const CString& entrada, CCruce& cruce)
+void CVexaACampiva2Dlg::CruzaPoligono(const CString& entrada, const CAvisos& avisos,
+                                      CMunicipio& municipio, CVistas& vistas)
 {
     const int polig = LeeEntero(entrada);
     const auto nombre = [&](const char* extension) {
@@ -57,11 +60,10 @@ void CVexaACampiva2Dlg::CruzaPoligono(const CString& entrada, CCruce& cruce)
         return;
     CPoligonoEnCurso poligono;
     poligono.entrada = entrada;
-    const CAvisos& avisos = cruce.avisos;
-    RegistraParcelas(&avisos.log, &avisos.numErrores, polig, &cruce.municipio, &topologia, &bin,
-                     poligono, cruce);
+    RegistraParcelas(&avisos.log, &avisos.numErrores, polig, &municipio, &topologia, &bin, poligono,
+                     vistas);
     topologia.Close();
     if (AbreDibujo(topologia, nombre("SUB")))
-        RegistraSubparcelas(&avisos.log, &avisos.numErrores, &avisos.numWarnings, polig,
-                            &cruce.municipio, &topologia, &bin, poligono, cruce);
+        RegistraSubparcelas(&avisos.log, &avisos.numErrores, &avisos.numWarnings, polig, &municipio,
+                            &topologia, &bin, poligono, vistas);
 }

@@ -18,9 +18,10 @@ int Recorta(int coordenada)
     return coordenada / 1000 - coordenada / 1000000 * 1000;
 }
 
-/// Keeps the boundary of a parcel and, in step with it, its label.
-void GuardaContorno(const CPoligonoTopologico& registro, const CTexto<int>& rotulo, CFile* bin,
-                    CPoligonoEnCurso& poligono, const std::function<bool()>& fueraDeFecha)
+/// Keeps the boundary of a parcel and, in step with it, its label and number.
+void GuardaContorno(const CPoligonoTopologico& registro, const CTexto<int>& rotulo, int numero,
+                    CFile* bin, CPoligonoEnCurso& poligono,
+                    const std::function<bool()>& fueraDeFecha)
 {
     CLinea<int> linea("nuevo");
     vexageo::ConstruyeLinea(registro, bin, linea, fueraDeFecha);
@@ -31,6 +32,7 @@ void GuardaContorno(const CPoligonoTopologico& registro, const CTexto<int>& rotu
     const int posicion = static_cast<int>(poligono.LineasParcelas.Cantidad());
     poligono.LineasParcelas.Inserta(linea);
     poligono.TextosParcelas.Inserta(rotulo);
+    poligono.numeros.push_back(numero);
     if (const double area = linea.Area(100.0); area < kAreaImposible)
         poligono.indice.Añade(poligono.LineasParcelas[static_cast<unsigned>(posicion)]->Puntos(),
                               area, posicion);
@@ -40,9 +42,10 @@ void GuardaContorno(const CPoligonoTopologico& registro, const CTexto<int>& rotu
 
 void CVexaACampiva2Dlg::RegistraParcelas(CStdioFile* log, int* numErrores, int polig,
                                          CMunicipio* municipio, CFile* par, CFile* bin,
-                                         CPoligonoEnCurso& poligono, CCruce& cruce)
+                                         CPoligonoEnCurso& poligono, CVistas& vistas)
 {
-    const CAvisos avisos{*log, *numErrores, cruce.avisos.numWarnings};
+    int sinWarnings = 0; // all that is told here is an error
+    const CAvisos avisos{*log, *numErrores, sinWarnings};
     const auto fueraDeFecha = [&] {
         CajaError(kParFueraDeFecha, poligono.entrada);
         return true;
@@ -72,21 +75,20 @@ void CVexaACampiva2Dlg::RegistraParcelas(CStdioFile* log, int* numErrores, int p
         const int indice = ParcelaDelRotulo(avisos, polig, numero, *municipio);
         if (indice < 0)
             continue;
-        AjustaParcela(indice, registro, area, rotulo.PrimerPunto(), cruce);
+        vistas.ParcelasVistas.push_back(indice);
+        AjustaParcela(municipio->DameParcela(indice), registro, area, rotulo.PrimerPunto());
         if (registro.EsParcela())
-            GuardaContorno(registro, rotulo, bin, poligono, fueraDeFecha);
+            GuardaContorno(registro, rotulo, numero, bin, poligono, fueraDeFecha);
     }
 }
 
-void CVexaACampiva2Dlg::AjustaParcela(int indice, const CPoligonoTopologico& registro, double area,
-                                      const CPunto<int>& punto, CCruce& cruce) const
+void CVexaACampiva2Dlg::AjustaParcela(CParcela& parcela, const CPoligonoTopologico& registro,
+                                      double area, const CPunto<int>& punto) const
 {
-    CParcela& parcela = cruce.municipio.DameParcela(indice);
     if (parcela.claveConc == ' ' || ModificarConcentradas != 0)
         parcela.Superficie = Corta((registro.EsIsla() ? parcela.Superficie + area : area) + 0.5);
     parcela.x = Recorta(punto.X);
     parcela.y = Recorta(punto.Y);
-    cruce.ParcelasVistas.push_back(indice);
     if (const CString* orto = m_ortos.BuscaOrto(punto))
         parcela.numOrtofoto = *orto;
 }

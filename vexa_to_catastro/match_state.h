@@ -2,8 +2,7 @@
 
 #include <vector>
 
-#include "cadastre/message_catalogue.h"
-#include "cadastre/municipality.h"
+#include "platform/cstring.h"
 #include "vexa_libs/drawing.h"
 #include "vexa_libs/ring_index.h"
 
@@ -17,11 +16,9 @@ struct CSubparcelaVista {
     friend auto operator<=>(const CSubparcelaVista&, const CSubparcelaVista&) = default;
 };
 
-/// Alive for the matching of one municipality.
-struct CCruce {
-    CAvisos avisos;
-    CMunicipio& municipio;
-    /// Indexes of what a polygon touched; a parcel in several pieces stands here several times.
+/// Indexes of what the polygons of one municipality touched; a parcel in several pieces stands here
+/// several times.
+struct CVistas {
     std::vector<int> ParcelasVistas;
     std::vector<CSubparcelaVista> SubparcelasVistas;
 };
@@ -31,5 +28,13 @@ struct CPoligonoEnCurso {
     CString entrada;
     vexageo::CDibujoVexa LineasParcelas; ///< boundary of each parcel that was accepted
     vexageo::CDibujoVexa TextosParcelas; ///< its label, at the same index
+    std::vector<int> numeros;            ///< and the number that the label gives
     vexageo::CIndiceAnillos indice;      ///< of the boundaries, the smallest first
+
+    /// Number of the smallest parcel that holds the point, -1 if none does.
+    int ParcelaEn(const vexageo::CPunto<int>& punto) const
+    {
+        const int i = indice.Busca(punto);
+        return i < 0 ? -1 : numeros[static_cast<std::size_t>(i)];
+    }
 };

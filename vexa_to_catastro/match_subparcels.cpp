@@ -1,6 +1,5 @@
 #include "cadastre/label_codes.h"
 #include "cadastre/wrapping.h"
-#include "vexa_libs/ccadena.h"
 #include "vexa_to_catastro/topology_walk.h"
 #include "vexa_to_catastro/vexa_a_campiva2_dlg.h"
 
@@ -12,22 +11,12 @@ namespace {
 
 constexpr double kMetros = 0.01; // in a hundredth of a metre
 
-/// Number of the smallest parcel of the polygon that holds the point, -1 if none does.
-int ParcelaEn(CPoligonoEnCurso& poligono, const CPunto<int>& punto)
-{
-    const int k = poligono.indice.Busca(punto);
-    if (k < 0)
-        return -1;
-    return LeeEntero(
-        static_cast<const CTexto<int>*>(poligono.TextosParcelas[static_cast<unsigned>(k)])
-            ->Texto());
-}
-
 } // namespace
 
 void CVexaACampiva2Dlg::RegistraSubparcelas(CStdioFile* log, int* numErrores, int* numWarnings,
                                             int polig, CMunicipio* municipio, CFile* sub,
-                                            CFile* bin, CPoligonoEnCurso& poligono, CCruce& cruce)
+                                            CFile* bin, const CPoligonoEnCurso& poligono,
+                                            CVistas& vistas)
 {
     const CAvisos avisos{*log, *numErrores, *numWarnings};
     CTexto<int> rotulo("nuevo");
@@ -47,7 +36,7 @@ void CVexaACampiva2Dlg::RegistraSubparcelas(CStdioFile* log, int* numErrores, in
             continue;
         const CString letra = LetraDelRotulo(rotulo.Texto());
         const CPunto<int> punto = rotulo.PrimerPunto();
-        const int numero = ParcelaEn(poligono, punto);
+        const int numero = poligono.ParcelaEn(punto);
         if (numero < 0) {
             Avisa(avisos, kSubparcelaFuera, letra, punto.X * kMetros, punto.Y * kMetros);
             continue;
@@ -61,12 +50,12 @@ void CVexaACampiva2Dlg::RegistraSubparcelas(CStdioFile* log, int* numErrores, in
             bool repetida = false;
             parcela.InsertaSubparcela(CSubparcela(letra), repetida);
         }
-        AjustaSubparcelas(avisos, parcela, indice, letra, area, cruce);
+        AjustaSubparcelas(avisos, parcela, indice, letra, area, vistas);
     }
 }
 
 void CVexaACampiva2Dlg::AjustaSubparcelas(const CAvisos& avisos, CParcela& parcela, int indice,
-                                          const CString& letra, double area, CCruce& cruce) const
+                                          const CString& letra, double area, CVistas& vistas) const
 {
     const int primera = parcela.BuscaSubparcela(letra, 0);
     const bool abstracta = parcela.DameSubparcela(primera).tipo == kTipoAbstracta;
@@ -77,7 +66,7 @@ void CVexaACampiva2Dlg::AjustaSubparcelas(const CAvisos& avisos, CParcela& parce
         suma += subparcela.superfic;
         if (!abstracta && !concentrada)
             subparcela.superfic = Corta(area + 0.5);
-        cruce.SubparcelasVistas.push_back({indice, i});
+        vistas.SubparcelasVistas.push_back({indice, i});
     }
     if (const int diferencia = Corta(suma - area); abstracta && diferencia != 0)
         Avisa(avisos, kAbstractaDifiere, parcela.Polig, parcela.Parcela, letra, diferencia);

@@ -39,8 +39,7 @@ void CZonasOrto::Inserta(const CLinea<int>& linea, const CTexto<int>& texto)
 const CString* CZonasOrto::BuscaOrto(const CPunto<int>& punto) const
 {
     const int i = m_indice.Busca(punto);
-    return i < 0 ? nullptr
-                 : &static_cast<const CTexto<int>*>(TextosOrtos[static_cast<unsigned>(i)])->Texto();
+    return i < 0 ? nullptr : &TextosOrtos.Texto(static_cast<unsigned>(i)).Texto();
 }
 
 bool CVexaACampiva2Dlg::LeeOrtos()

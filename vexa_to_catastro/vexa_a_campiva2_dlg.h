@@ -74,23 +74,25 @@ private:
     bool LeeOrtos();
     /// Loads the entries of the list file, one a polygon. False, with a box, if it can't be opened.
     bool LeeListaPoligonos(std::vector<CString>& entradas);
-    bool RecorrePoligonos(const std::vector<CString>& entradas, CCruce& cruce);
-    void CruzaPoligono(const CString& entrada, CCruce& cruce);
+    bool RecorrePoligonos(const std::vector<CString>& entradas, const CAvisos& avisos,
+                          CMunicipio& municipio, CVistas& vistas);
+    void CruzaPoligono(const CString& entrada, const CAvisos& avisos, CMunicipio& municipio,
+                       CVistas& vistas);
 
     /// Makes the parcels agree with the polygons of a .PAR file that bear their numbers, and keeps
     /// the polygons' boundaries and labels.
     void RegistraParcelas(CStdioFile* log, int* numErrores, int polig, CMunicipio* municipio,
-                          CFile* par, CFile* bin, CPoligonoEnCurso& poligono, CCruce& cruce);
-    void AjustaParcela(int indice, const vexageo::CPoligonoTopologico& registro, double area,
-                       const vexageo::CPunto<int>& punto, CCruce& cruce) const;
+                          CFile* par, CFile* bin, CPoligonoEnCurso& poligono, CVistas& vistas);
+    void AjustaParcela(CParcela& parcela, const vexageo::CPoligonoTopologico& registro, double area,
+                       const vexageo::CPunto<int>& punto) const;
     int ParcelaDelRotulo(const CAvisos& avisos, int polig, int numero, CMunicipio& municipio);
     /// Gives each subparcel polygon of a .SUB file to the parcel that holds it, and its surface to
     /// the subparcels with its letter there.
     void RegistraSubparcelas(CStdioFile* log, int* numErrores, int* numWarnings, int polig,
                              CMunicipio* municipio, CFile* sub, CFile* bin,
-                             CPoligonoEnCurso& poligono, CCruce& cruce);
+                             const CPoligonoEnCurso& poligono, CVistas& vistas);
     void AjustaSubparcelas(const CAvisos& avisos, CParcela& parcela, int indice,
-                           const CString& letra, double area, CCruce& cruce) const;
+                           const CString& letra, double area, CVistas& vistas) const;
 
     /// Reports what no polygon touched and, unless it is to be kept, clears its `salvar`.
     void CompruebaGrafico(CStdioFile* log, int* numErrores, CMunicipio* municipio,

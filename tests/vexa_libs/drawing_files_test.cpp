@@ -366,7 +366,7 @@ TEST(Dibujo, CountsWhatItTookAndIsCopiedDeep)
     EXPECT_EQ(copia.CantidadTextos(), 2U);
     EXPECT_EQ(copia.CantidadLineas(), 1U);
     EXPECT_EQ(copia.CantidadBorrados(), 1U);
-    EXPECT_EQ(static_cast<CTexto<int>*>(copia[1])->Texto(), CString("2"));
+    EXPECT_EQ(copia.Texto(1).Texto(), CString("2"));
     EXPECT_EQ(copia.GetMaximasInt().Minimo, CPunto<int>(-100, -5));
     EXPECT_EQ(copia.GetMaximasDouble().Maximo, CPunto<double>(0.05, 1.0));
 
