@@ -3,7 +3,7 @@
 #include "platform/cwinapp.h"
 #include "platform/dialog.h"
 #include "platform/front_end.h"
-#include "resources/resources.h"
+#include "resources/program_resources.h"
 
 /// A user who isn't there: nothing is shown, every box is answered at once.
 class CSilencio : public CFrontal {

@@ -20,7 +20,7 @@ using vexageo::CTexto;
 
 namespace {
 
-constexpr UINT kModo = CFile::modeRead | CFile::typeBinary | CFile::anyCase | CFile::modeWhole;
+constexpr UINT kModo = CFile::modeRead | CFile::anyCase | CFile::modeWhole;
 
 /// The labels of polygons and sheets may have any code, and be deleted.
 bool CuentanCodigos(ClaseTopologia que)
@@ -271,7 +271,7 @@ bool RecorreEntidades(CFile& bin, const std::function<void(int, const CTexto<int
 bool LeeLista(const CString& nombre, CListaPoligonos& lista)
 {
     CStdioFile fichero;
-    if (!fichero.Open(nombre, CFile::modeRead | CFile::typeText))
+    if (!fichero.Open(nombre, CFile::modeRead))
         return false;
     fichero.ReadString(lista.cabecera);
     CString linea;

@@ -20,7 +20,7 @@ bool EsCabecera(std::string_view fila)
 bool RecorreTabla(const CString& nombre, const CTomaFila& toma, UINT modo)
 {
     CStdioFile tabla;
-    if (nombre.IsEmpty() || !tabla.Open(nombre, CFile::modeRead | CFile::typeText | modo))
+    if (nombre.IsEmpty() || !tabla.Open(nombre, CFile::modeRead | modo))
         return false;
     bool primera = true;
     for (CString fila; tabla.ReadString(fila); primera = false)

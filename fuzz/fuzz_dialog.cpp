@@ -12,7 +12,7 @@
 #include "platform/output_set.h"
 #include "platform/system.h"
 #include "platform/terminal/terminal_front_end.h"
-#include "resources/resources.h"
+#include "resources/program_resources.h"
 #include "shell/campiva_app.h"
 #include "shell/start_up.h"
 #include "vexa_libs/ccadena.h"

@@ -10,7 +10,7 @@
 #include "platform/cfile.h"
 #include "platform/fault_point.h"
 #include "platform/output_set.h"
-#include "resources/resources.h"
+#include "resources/program_resources.h"
 
 namespace fs = std::filesystem;
 

@@ -235,7 +235,7 @@ void EstropeaLista(std::vector<std::string>& lineas)
 bool GrabaLineas(const CString& nombre, const std::vector<std::string>& lineas)
 {
     CStdioFile fichero;
-    if (!fichero.Open(nombre, CFile::modeCreate | CFile::modeWrite | CFile::typeText))
+    if (!fichero.Open(nombre, CFile::modeCreate | CFile::modeWrite))
         return false;
     for (const std::string& linea : lineas) {
         fichero.WriteString(linea);

@@ -15,7 +15,7 @@ using vexageo::CPunto;
 namespace sintetico {
 namespace {
 
-constexpr UINT kModo = CFile::modeCreate | CFile::modeWrite | CFile::typeBinary;
+constexpr UINT kModo = CFile::modeCreate | CFile::modeWrite;
 
 CPunto<int> Punto(const CVertice& v)
 {

@@ -237,7 +237,7 @@ bool CDibujoHecho::Graba(const CString& base,
                          std::initializer_list<std::pair<ClaseTopologia, const char*>> ficheros,
                          CConjuntoSalidas& salidas, CFileException& fallo)
 {
-    constexpr UINT kModo = CFile::modeCreate | CFile::modeWrite | CFile::typeBinary;
+    constexpr UINT kModo = CFile::modeCreate | CFile::modeWrite;
     if (!m_dibujo.Abre(base + ".BIN", &fallo, &salidas))
         return false;
     m_dibujo.Cierra();

@@ -29,7 +29,7 @@ using CDueños = std::map<std::pair<const CPoligonoDibujado*, int>, CDueño>;
 /// All entities of the drawings that `quiere` wants, in the order of the list, the sheets last.
 CEntidades Recoge(CMunicipioAbierto& municipio, bool (*quiere)(const vexageo::CTipoDat&))
 {
-    constexpr UINT kModo = CFile::modeRead | CFile::typeBinary | CFile::anyCase | CFile::modeWhole;
+    constexpr UINT kModo = CFile::modeRead | CFile::anyCase | CFile::modeWhole;
     CEntidades recogidas;
     const auto lee = [&](const CString& nombre, const CPoligonoDibujado* poligono) {
         CFile bin;

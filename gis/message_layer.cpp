@@ -89,7 +89,7 @@ std::vector<CString> LeeRegistro(const CString& nombre)
 {
     std::vector<CString> lineas;
     CStdioFile registro;
-    if (registro.Open(nombre, CFile::modeRead | CFile::typeText | CFile::anyCase))
+    if (registro.Open(nombre, CFile::modeRead | CFile::anyCase))
         for (CString linea; registro.ReadString(linea);)
             lineas.push_back(linea);
     return lineas;

@@ -9,7 +9,7 @@ bool CMunicipioAbierto::Abre(const CString& lista, const COtrosSitios& otros)
     m_carpeta = CCadena(lista).DamePath();
     m_otros = otros;
     return std::any_of(Entradas().begin(), Entradas().end(), [&](const CString& entrada) {
-        constexpr UINT kModo = CFile::modeRead | CFile::typeBinary | CFile::anyCase;
+        constexpr UINT kModo = CFile::modeRead | CFile::anyCase;
         return CFile().Open(FicheroDeLista(m_carpeta, entrada, "BIN"), kModo);
     });
 }

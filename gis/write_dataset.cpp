@@ -12,7 +12,7 @@
 
 namespace {
 
-constexpr UINT kModoTexto = CFile::modeCreate | CFile::modeWrite | CFile::typeText;
+constexpr UINT kModoTexto = CFile::modeCreate | CFile::modeWrite;
 
 /// A layer of what the driver shows beside the outlines: it comes from the drawings, not into them.
 bool EsDeEvidencia(const char* nombre)

@@ -45,13 +45,13 @@ CFile::CFile() : m_lote(kBufer) {}
 
 CFile::~CFile()
 {
-    Cierra();
+    Suelta();
 }
 
 bool CFile::Open(const CString& nombre, UINT modo, CFileException* fallo,
                  CConjuntoSalidas* conjunto)
 {
-    Cierra();
+    Suelta();
     m_nombre = nombre;
     m_fallo = {};
     sistema::Error error;
@@ -86,7 +86,7 @@ bool CFile::AbreLectura(const CString& nombre, UINT modo, sistema::Error& error)
     m_longitud = estado.largo;
     m_esRegular = estado.tipo == sistema::CEstado::Tipo::Regular;
     if (error) {
-        Cierra();
+        Suelta();
         return false;
     }
     const bool entero = (modo & modeWhole) != 0 && m_esRegular && m_longitud <= kEnteroMayor;
@@ -117,7 +117,7 @@ bool CFile::AbreEnSitio(const CString& nombre, sistema::Error& error)
         Cabe(kBufer);
         return true;
     }
-    Cierra();
+    Suelta();
     if (error == sistema::kDeOtro)
         throw CFileException(nombre, error);
     return false;
@@ -140,21 +140,21 @@ bool CFile::AbreSalida(const CString& nombre, CConjuntoSalidas* conjunto, sistem
 void CFile::Close()
 {
     if (Escribiendo())
-        Vacia();
+        Vuelca();
     if (m_salida == &m_reemplazo) {
         const CSalidaNombrada sola[] = {{m_nombre, m_salida}};
         ConfirmaSalidas(sola);
     }
-    Cierra();
+    Suelta();
 }
 
-void CFile::Cierra() noexcept
+void CFile::Suelta() noexcept
 {
     sistema::Error error;
     if (m_lectura != sistema::kCerrado)
         sistema::Cierra(m_lectura, error);
     if (m_enSitio != sistema::kCerrado) {
-        VaciaEnSitio();
+        VuelcaEnSitio();
         if (m_hayHueco) // at the very end
             sistema::Escribe(m_enSitio, kMarcaHueco, error);
         sistema::Cierra(m_enSitio, error);
@@ -178,7 +178,7 @@ void CFile::Cierra() noexcept
 void CFile::Flush()
 {
     if (Escribiendo())
-        Vacia();
+        Vuelca();
 }
 
 CString CFile::RutaCompleta(const CString& nombre)
@@ -312,7 +312,7 @@ void CFile::Escribe(std::string_view bytes)
 {
     while (!bytes.empty()) {
         if (m_lleno == m_cabe)
-            Vacia();
+            Vuelca();
         const std::size_t n = std::min(bytes.size(), m_cabe - m_lleno);
         std::memcpy(m_bufer.get() + m_lleno, bytes.data(), n);
         m_lleno += n;
@@ -323,15 +323,15 @@ void CFile::Escribe(std::string_view bytes)
 char* CFile::Sitio(std::size_t bytes)
 {
     if (m_cabe - m_lleno < bytes)
-        Vacia();
+        Vuelca();
     Cabe(bytes);
     return m_bufer.get() + m_lleno;
 }
 
-void CFile::Vacia()
+void CFile::Vuelca()
 {
     if (m_enSitio != sistema::kCerrado)
-        return VaciaEnSitio();
+        return VuelcaEnSitio();
     sistema::Error error;
     m_salida->Escribe({m_bufer.get(), m_lleno}, error);
     m_base += m_lleno;
@@ -343,7 +343,7 @@ void CFile::Vacia()
     throw CFileException(m_nombre, error);
 }
 
-void CFile::VaciaEnSitio()
+void CFile::VuelcaEnSitio()
 {
     std::string_view bytes(m_bufer.get(), m_lleno);
     m_base += m_lleno;

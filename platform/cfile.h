@@ -58,8 +58,6 @@ public:
         modeRead = 0,
         modeWrite = 0x1,
         modeCreate = 0x1000,
-        typeText = 0x4000,
-        typeBinary = 0x8000,
         /// Of this layer: the file is written in its place, line after line; what can't be written
         /// leaves a mark and is told by `Fallo`. For logs, which must tell what they can even when
         /// the run dies.
@@ -147,9 +145,9 @@ private:
     bool AbreSalida(const CString& nombre, CConjuntoSalidas* conjunto, sistema::Error& error);
     void Cabe(std::size_t bytes);
     void Llena(std::size_t hasta);
-    void Vacia();
-    void VaciaEnSitio();
-    void Cierra() noexcept;
+    void Vuelca(); ///< the buffer into the output
+    void VuelcaEnSitio();
+    void Suelta() noexcept; ///< all that is open, as it is: the other half of `Close`
 
     CString m_nombre;
     int m_lectura = sistema::kCerrado;

@@ -8,7 +8,7 @@
 
 #include "platform/cstring.h"
 #include "platform/front_end.h"
-#include "platform/resources.h"
+#include "platform/resource_form.h"
 #include "platform/settings.h"
 #include "platform/types.h"
 

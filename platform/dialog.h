@@ -8,7 +8,7 @@
 
 #include "platform/cstring.h"
 #include "platform/help_info.h"
-#include "platform/resources.h"
+#include "platform/resource_form.h"
 #include "platform/types.h"
 
 // Windows and dialogs as the program sees them. A control is plain state, made from the dialog's

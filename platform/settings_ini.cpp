@@ -54,7 +54,7 @@ std::vector<CString> LeeLineas(const CString& nombre)
     std::vector<CString> lineas;
     CStdioFile fichero;
     CFileException fallo;
-    if (!fichero.Open(nombre, CFile::modeRead | CFile::typeText, &fallo)) {
+    if (!fichero.Open(nombre, CFile::modeRead, &fallo)) {
         if (!fallo.SeVe())
             throw CFileException(fallo);
         return lineas;
@@ -115,7 +115,7 @@ void Pon(std::vector<CString>& lineas, const CAjuste& ajuste)
 /// moment only.
 void AbreCerrado(CStdioFile& fichero, const CString& nombre)
 {
-    constexpr UINT kModo = CFile::modeCreate | CFile::modeWrite | CFile::typeText;
+    constexpr UINT kModo = CFile::modeCreate | CFile::modeWrite;
     constexpr int kIntentos = 200;
     constexpr std::chrono::milliseconds kEspera{10};
     for (int i = 0;; ++i) {

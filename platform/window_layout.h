@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/resources.h"
+#include "platform/resource_form.h"
 
 // Where the controls of a template stand in a window, as far as it is the same on every desktop.
 

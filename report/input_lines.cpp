@@ -15,7 +15,7 @@ std::string_view SinCola(std::string_view texto)
 bool EsRelacion(const CString& nombre)
 {
     CStdioFile fichero;
-    fichero.Open(nombre, CFile::modeRead | CFile::typeText);
+    fichero.Open(nombre, CFile::modeRead);
     constexpr int kBastan = 500; // lines, to be sure
     int deLista = 0;
     int deCatastro = 0;
@@ -36,7 +36,7 @@ CEntradaLeida LeeEntrada(const CString& nombre, CPersonas& personas)
 {
     CEntradaLeida leida;
     CStdioFile fichero;
-    leida.hay = !nombre.IsEmpty() && fichero.Open(nombre, CFile::modeRead | CFile::typeText);
+    leida.hay = !nombre.IsEmpty() && fichero.Open(nombre, CFile::modeRead);
     if (!leida.hay)
         return leida;
     leida.esLista = EsRelacion(nombre);

@@ -67,7 +67,7 @@ void RecorreRegistro(const CString& nombre,
                      const std::function<void(std::uint32_t linea, const CString& texto)>& toma)
 {
     CStdioFile fichero;
-    if (CFileException fallo; !fichero.Open(nombre, CFile::modeRead | CFile::typeText, &fallo))
+    if (CFileException fallo; !fichero.Open(nombre, CFile::modeRead, &fallo))
         throw CFileException(nombre, fallo.m_causa, true);
     CString texto;
     for (std::uint32_t linea = 1; fichero.ReadString(texto); ++linea)

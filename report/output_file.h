@@ -13,8 +13,7 @@ public:
     explicit CSalida(const CString& nombre)
     {
         CFileException fallo;
-        if (!m_fichero.Open(nombre, CFile::modeCreate | CFile::modeWrite | CFile::typeBinary,
-                            &fallo))
+        if (!m_fichero.Open(nombre, CFile::modeCreate | CFile::modeWrite, &fallo))
             throw CFileException(nombre, fallo.m_causa);
     }
 

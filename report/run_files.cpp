@@ -83,8 +83,7 @@ std::string PrimeraLinea(const CString& nombre)
     char bufer[kBasta] = "";
     try {
         CStdioFile fichero;
-        if (!fichero.Open(nombre, CFile::modeRead | CFile::typeText) ||
-            fichero.ReadString(bufer, kBasta) == nullptr)
+        if (!fichero.Open(nombre, CFile::modeRead) || fichero.ReadString(bufer, kBasta) == nullptr)
             return {};
     } catch (const CFileException&) {
         return {}; // whatever it is, it is none of ours
@@ -178,7 +177,7 @@ CFicheroVisto Mira(std::string papel, const CString& nombre, bool salida)
     visto.nombre = nombre;
     visto.salida = salida;
     CFile fichero;
-    visto.hay = fichero.Open(nombre, CFile::modeRead | CFile::typeBinary | CFile::anyCase);
+    visto.hay = fichero.Open(nombre, CFile::modeRead | CFile::anyCase);
     if (!visto.hay)
         return visto;
     visto.largo = fichero.GetLength();

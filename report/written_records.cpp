@@ -94,7 +94,7 @@ void TomaRegistro(const CLineaFija& linea, CEscritosCatastro& escritos)
 bool Recorre(const CString& nombre, CEscritosCatastro& escritos)
 {
     CStdioFile fichero;
-    if (nombre.IsEmpty() || !fichero.Open(nombre, CFile::modeRead | CFile::typeText))
+    if (nombre.IsEmpty() || !fichero.Open(nombre, CFile::modeRead))
         return false;
     CString linea;
     while (fichero.ReadString(linea))

@@ -2,6 +2,6 @@
 
 #include <span>
 
-#include "platform/resources.h"
+#include "platform/resource_form.h"
 
 std::span<const CDibujoRecurso> DibujosDelPrograma();

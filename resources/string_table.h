@@ -2,7 +2,7 @@
 
 #include <span>
 
-#include "platform/resources.h"
+#include "platform/resource_form.h"
 
 /// All strings with their fixed numbers, the messages of the catalogue among them.
 std::span<const CCadenaRecurso> TablaDeCadenas();

@@ -3,7 +3,7 @@
 #include <cstdio>
 #include <string_view>
 
-#include "resources/resources.h"
+#include "resources/program_resources.h"
 #include "shell/campiva_app.h"
 
 namespace {

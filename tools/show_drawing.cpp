@@ -43,7 +43,7 @@ constexpr const char* kUso =
     "\n"
     "Estado de salida: 0; 1 si hay fallos; 2 si no se puede leer el fichero.\n";
 
-constexpr UINT kModo = CFile::modeRead | CFile::typeBinary | CFile::anyCase | CFile::modeWhole;
+constexpr UINT kModo = CFile::modeRead | CFile::anyCase | CFile::modeWhole;
 constexpr int kNoSeLee = 2;
 constexpr int kDecimales = 2;
 

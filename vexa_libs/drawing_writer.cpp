@@ -8,7 +8,7 @@ namespace vexageo {
 
 bool CEscritorDibujo::Abre(const CString& nombre, CFileException* fallo, CConjuntoSalidas* conjunto)
 {
-    constexpr UINT kModo = CFile::modeCreate | CFile::modeWrite | CFile::typeBinary;
+    constexpr UINT kModo = CFile::modeCreate | CFile::modeWrite;
     return m_bin.Open(nombre, kModo, fallo, conjunto);
 }
 

@@ -4,7 +4,7 @@
 
 #include <wx/window.h>
 
-#include "platform/resources.h"
+#include "platform/resource_form.h"
 
 /// Pixels of a dialog unit in a window: a quarter of its font's mean width by an eighth of its
 /// height, as in the templates' own system. Where the theme's widgets are larger than there, both

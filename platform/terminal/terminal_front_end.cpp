@@ -57,7 +57,7 @@ void EscribeForma(std::FILE* donde, const char* forma, const T&... argumentos)
 bool Abre(CFile& fichero, const CString& nombre)
 {
     try {
-        return fichero.Open(nombre, CFile::modeRead | CFile::typeBinary);
+        return fichero.Open(nombre, CFile::modeRead);
     } catch (const CFileException& fallo) {
         AfxGetApp()->Caja(fallo.Mensaje(), kError, MB_ICONERROR);
         return false;

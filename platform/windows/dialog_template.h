@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/resources.h"
+#include "platform/resource_form.h"
 
 /// The font of a dialog.
 struct CLetra {

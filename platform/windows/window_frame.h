@@ -5,7 +5,7 @@
 #include <span>
 #include <vector>
 
-#include "platform/resources.h"
+#include "platform/resource_form.h"
 
 class CPieProceso;
 

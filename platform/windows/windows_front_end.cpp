@@ -41,7 +41,7 @@ std::wstring TextoDeControl(const CString& fichero, const CString& interior, UIN
     std::string textos;
     try {
         CFile abierto;
-        if (!abierto.Open(sistema::Nombre(ruta), CFile::modeRead | CFile::typeBinary))
+        if (!abierto.Open(sistema::Nombre(ruta), CFile::modeRead))
             return {};
         textos.resize(static_cast<std::size_t>(abierto.GetLength()));
         textos.resize(abierto.Read(textos.data(), static_cast<UINT>(textos.size())));

@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr UINT kCrea = CFile::modeCreate | CFile::modeWrite | CFile::typeText;
+constexpr UINT kCrea = CFile::modeCreate | CFile::modeWrite;
 
 } // namespace
 
@@ -31,7 +31,7 @@ bool CTraduccionDlg::Abre(CFile& fichero, const CString& nombre, UINT modo)
 
 bool CTraduccionDlg::AbreEntrada(CStdioFile& fichero, const CString& nombre)
 {
-    if (!Abre(fichero, nombre, CFile::modeRead | CFile::typeText))
+    if (!Abre(fichero, nombre, CFile::modeRead))
         return false;
     if (!CFile::EsAlguno(nombre, m_escritos.leidos))
         m_escritos.leidos.push_back(CFile::RutaCompleta(nombre));
@@ -40,8 +40,7 @@ bool CTraduccionDlg::AbreEntrada(CStdioFile& fichero, const CString& nombre)
 
 bool CTraduccionDlg::AbreDibujo(CFile& fichero, const CString& nombre)
 {
-    return Abre(fichero, nombre,
-                CFile::modeRead | CFile::typeBinary | CFile::anyCase | CFile::modeWhole);
+    return Abre(fichero, nombre, CFile::modeRead | CFile::anyCase | CFile::modeWhole);
 }
 
 bool CTraduccionDlg::AbreOrtos(CFile& bin, CFile& top, const CString& nombre)

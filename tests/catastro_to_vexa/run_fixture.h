@@ -9,10 +9,10 @@
 #include <gtest/gtest.h>
 
 #include "catastro_to_vexa/campiva_a_vexa_dlg.h"
+#include "generator/cadastre_lines.h"
 #include "platform/ansi.h"
 #include "tests/support/files.h"
 #include "tests/support/scripted_front_end.h"
-#include "generator/cadastre_lines.h"
 #include "vexa_libs/ccadena.h"
 
 /// A run of the translation from the command line, in a folder of its own.

@@ -9,11 +9,11 @@
 #include <gtest/gtest.h>
 
 #include "catastro_to_vexa/campiva_a_vexa_dlg.h"
+#include "generator/cadastre_lines.h"
+#include "generator/drawing_files.h"
 #include "tests/faults/fault_plan.h"
 #include "tests/support/files.h"
 #include "tests/support/scripted_front_end.h"
-#include "generator/cadastre_lines.h"
-#include "generator/drawing_files.h"
 #include "vexa_to_catastro/vexa_a_campiva2_dlg.h"
 #include "vexa_to_infograf/vexa_a_infograf_dlg.h"
 

@@ -229,7 +229,7 @@ TEST(Stretches, AreCutWhereOutlinesPartAndSharedWithTheirSign)
     ASSERT_TRUE(dibujo.Abre(carpeta.En("1.BIN")));
     dibujo.Cierra();
     CFile bin;
-    ASSERT_TRUE(bin.Open(carpeta.En("1.BIN"), CFile::modeRead | CFile::typeBinary));
+    ASSERT_TRUE(bin.Open(carpeta.En("1.BIN"), CFile::modeRead));
     for (const auto& [anillo, suyos] :
          {std::pair(izquierda, i), std::pair(derecha, d), std::pair(alReves, r)}) {
         vexageo::CLinea<int> linea;

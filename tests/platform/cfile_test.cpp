@@ -14,8 +14,8 @@ namespace {
 
 using Textos = std::vector<std::string>;
 
-constexpr UINT kLee = CFile::modeRead | CFile::typeText;
-constexpr UINT kEscribe = CFile::modeCreate | CFile::modeWrite | CFile::typeText;
+constexpr UINT kLee = CFile::modeRead;
+constexpr UINT kEscribe = CFile::modeCreate | CFile::modeWrite;
 constexpr UINT kRegistro = kEscribe | CFile::modeInPlace;
 constexpr std::size_t kBufer = std::size_t{64} * 1024;
 
@@ -199,7 +199,7 @@ TEST(CFile, ReadsFromAnyPosition)
         bytes += static_cast<char>(i % 251);
     bytes.back() = 0x1A; // no end mark here
     CFile fichero;
-    ASSERT_TRUE(fichero.Open(carpeta.Pon("a.bin", bytes), CFile::modeRead | CFile::typeBinary));
+    ASSERT_TRUE(fichero.Open(carpeta.Pon("a.bin", bytes), CFile::modeRead));
     const struct {
         const char* motivo;
         std::uint64_t posicion;

@@ -16,7 +16,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr UINT kEscribe = CFile::modeCreate | CFile::modeWrite | CFile::typeText;
+constexpr UINT kEscribe = CFile::modeCreate | CFile::modeWrite;
 constexpr UINT kRegistro = kEscribe | CFile::modeInPlace;
 
 bool Reemplaza(const CString& nombre, std::string_view bytes)

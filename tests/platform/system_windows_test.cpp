@@ -14,7 +14,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr UINT kEscribe = CFile::modeCreate | CFile::modeWrite | CFile::typeText;
+constexpr UINT kEscribe = CFile::modeCreate | CFile::modeWrite;
 
 struct CCierra {
     void operator()(HANDLE manija) const { CloseHandle(manija); }
@@ -134,7 +134,7 @@ TEST(FicherosWindows, TakesPathsOfAnyLengthAndLetter)
             fichero.Close();
         }
         CStdioFile fichero;
-        ASSERT_TRUE(fichero.Open(nombre, CFile::modeRead | CFile::typeText));
+        ASSERT_TRUE(fichero.Open(nombre, CFile::modeRead));
         CString linea;
         EXPECT_TRUE(fichero.ReadString(linea));
         EXPECT_EQ(linea, CString("dos"));

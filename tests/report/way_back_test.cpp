@@ -1,9 +1,9 @@
 #include <chrono>
 #include <filesystem>
 
+#include "generator/synthetic_municipality.h"
 #include "tests/report/report_fixture.h"
 #include "tests/vexa_to_catastro/run_fixture.h"
-#include "generator/synthetic_municipality.h"
 
 using testing::EndsWith;
 using testing::HasSubstr;

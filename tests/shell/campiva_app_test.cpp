@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "platform/dialog.h"
+#include "resources/program_resources.h"
 #include "resources/resource_ids.h"
-#include "resources/resources.h"
 #include "tests/support/files.h"
 #include "tests/support/interruption.h"
 #include "tests/support/scripted_front_end.h"

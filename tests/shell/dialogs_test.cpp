@@ -10,7 +10,7 @@
 #include "catastro_to_vexa/campiva_a_vexa_dlg.h"
 #include "platform/ansi.h"
 #include "platform/html_help.h"
-#include "resources/resources.h"
+#include "resources/program_resources.h"
 #include "shell/campiva_app.h"
 #include "shell/translation_choice_dialog.h"
 #include "tests/support/files.h"

@@ -6,7 +6,7 @@
 #include "platform/dialog.h"
 #include "platform/html_help.h"
 #include "platform/system.h"
-#include "resources/resources.h"
+#include "resources/program_resources.h"
 #include "tests/support/files.h"
 #include "tests/support/interruption.h"
 #include "vexa_libs/cversion_app.h"

@@ -63,8 +63,7 @@ private:
     void GrabaTopologia(const char* nombre, const std::vector<CRegistro>& registros)
     {
         CFile fichero;
-        fichero.Open(m_carpeta.En(nombre),
-                     CFile::modeCreate | CFile::modeWrite | CFile::typeBinary);
+        fichero.Open(m_carpeta.En(nombre), CFile::modeCreate | CFile::modeWrite);
         for (const CRegistro& registro : registros) {
             vexageo::CPoligonoTopologico poligono;
             poligono.NumPoligono(registro.numero);

@@ -2,8 +2,8 @@
 
 #include "platform/ansi.h"
 #include "platform/html_help.h"
+#include "resources/program_resources.h"
 #include "resources/resource_ids.h"
-#include "resources/resources.h"
 
 void CGuion::MuestraModal(CDialog& dialogo)
 {

@@ -105,8 +105,7 @@ TEST_F(ShowDrawing, TellsAnIslandOfTheListThatStandsBehindTheRecordToo)
     vexageo::PonRotulo(recinto, rotulo, {50, 50});
     recinto.InsertaIsla(isla);
     CFile par;
-    ASSERT_TRUE(
-        par.Open(carpeta.En("1.PAR"), CFile::modeCreate | CFile::modeWrite | CFile::typeBinary));
+    ASSERT_TRUE(par.Open(carpeta.En("1.PAR"), CFile::modeCreate | CFile::modeWrite));
     recinto.Write(&par);
     isla.Write(&par);
     par.Close();
@@ -159,8 +158,7 @@ TEST_F(ShowDrawing, GoesOnBehindDamage)
     malo.back() = static_cast<char>(malo.back() + 1);
     const auto cola = [&](std::int16_t clase) {
         CFile par;
-        EXPECT_TRUE(par.Open(carpeta.En("2.PAR"),
-                             CFile::modeCreate | CFile::modeWrite | CFile::typeBinary));
+        EXPECT_TRUE(par.Open(carpeta.En("2.PAR"), CFile::modeCreate | CFile::modeWrite));
         vexageo::CPoligonoTopologico suelto;
         suelto.Clase(clase);
         suelto.AreaPropia(50);

@@ -10,8 +10,8 @@ using namespace vexageo; // NOLINT(google-build-using-namespace): it is all abou
 
 namespace {
 
-constexpr UINT kEscribe = CFile::modeCreate | CFile::modeWrite | CFile::typeBinary;
-constexpr UINT kLee = CFile::modeRead | CFile::typeBinary;
+constexpr UINT kEscribe = CFile::modeCreate | CFile::modeWrite;
+constexpr UINT kLee = CFile::modeRead;
 
 std::string Hex(std::string_view bytes)
 {
@@ -211,7 +211,7 @@ TEST_F(FicherosDeDibujo, LinesNamedOverAndOverCostNoMoreThanTheDrawing)
                                            linea.Write(&f);
                                        }));
     CFile dibujo;
-    ASSERT_TRUE(dibujo.Open(nombre, CFile::modeRead | CFile::typeBinary));
+    ASSERT_TRUE(dibujo.Open(nombre, CFile::modeRead));
     const struct {
         const char* motivo;
         int tramos;

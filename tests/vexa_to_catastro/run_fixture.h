@@ -11,11 +11,11 @@
 #include <gtest/gtest.h>
 
 #include "cadastre/table_headers.h"
+#include "generator/drawing_files.h"
 #include "platform/ansi.h"
 #include "tests/support/drawing_in_the_making.h"
 #include "tests/support/files.h"
 #include "tests/support/scripted_front_end.h"
-#include "generator/drawing_files.h"
 #include "vexa_libs/ccadena.h"
 #include "vexa_to_catastro/vexa_a_campiva2_dlg.h"
 

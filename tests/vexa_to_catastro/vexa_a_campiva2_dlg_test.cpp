@@ -1,6 +1,6 @@
 #include "catastro_to_vexa/campiva_a_vexa_dlg.h"
-#include "tests/vexa_to_catastro/run_fixture.h"
 #include "generator/cadastre_lines.h"
+#include "tests/vexa_to_catastro/run_fixture.h"
 
 TEST_F(Cruce, NamesItsOutputsByTheFirstLineOfTheList)
 {

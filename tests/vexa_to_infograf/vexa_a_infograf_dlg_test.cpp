@@ -9,11 +9,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "generator/cadastre_lines.h"
+#include "generator/drawing_files.h"
 #include "tests/support/drawing_in_the_making.h"
 #include "tests/support/files.h"
 #include "tests/support/scripted_front_end.h"
-#include "generator/cadastre_lines.h"
-#include "generator/drawing_files.h"
 
 using Textos = std::vector<std::string>;
 

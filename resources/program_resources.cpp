@@ -1,4 +1,4 @@
-#include "resources/resources.h"
+#include "resources/program_resources.h"
 
 #include "resources/dialog_templates.h"
 #include "resources/drawings.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/resources.h"
+#include "platform/resource_form.h"
 
 /// The program's strings, dialog templates and version block, handed to the application at its
 /// start.
