@@ -88,10 +88,11 @@ void LeeColumnas(const CLineaFija& linea, R& registro, CDatosLinea& datos)
 template <class R, std::size_t N>
 constexpr std::size_t CamposDeFila(const std::array<CColumna<R>, N>& tabla)
 {
-    int ultimo = -1;
+    std::size_t campos = 0;
     for (const CColumna<R>& columna : tabla)
-        ultimo = std::max<int>(ultimo, columna.tabla.numero);
-    return static_cast<std::size_t>(ultimo + 1);
+        if (columna.tabla.numero >= 0)
+            campos = std::max(campos, static_cast<std::size_t>(columna.tabla.numero) + 1);
+    return campos;
 }
 
 /// Reads the fields of a table row that aren't empty.
