@@ -1,5 +1,6 @@
 #pragma once
 
+#include <tuple>
 #include <vector>
 
 #include "platform/cstring.h"
@@ -13,7 +14,10 @@ struct CSubparcelaVista {
     int parcela;
     int subparcela;
 
-    friend auto operator<=>(const CSubparcelaVista&, const CSubparcelaVista&) = default;
+    friend bool operator<(const CSubparcelaVista& una, const CSubparcelaVista& otra)
+    {
+        return std::tie(una.parcela, una.subparcela) < std::tie(otra.parcela, otra.subparcela);
+    }
 };
 
 /// Indexes of what the polygons of one municipality touched; a parcel in several pieces stands here
