@@ -1,6 +1,5 @@
 #pragma once
 
-#include <tuple>
 #include <vector>
 
 #include "platform/cstring.h"
@@ -14,10 +13,7 @@ struct CSubparcelaVista {
     int parcela;
     int subparcela;
 
-    friend bool operator<(const CSubparcelaVista& una, const CSubparcelaVista& otra)
-    {
-        return std::tie(una.parcela, una.subparcela) < std::tie(otra.parcela, otra.subparcela);
-    }
+    friend auto operator<=>(const CSubparcelaVista&, const CSubparcelaVista&) = default;
 };
 
 /// Indexes of what the polygons of one municipality touched; a parcel in several pieces stands here
