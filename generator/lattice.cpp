@@ -16,6 +16,14 @@ int AreaContorno(const CContorno& contorno)
     return static_cast<int>(std::abs(doble) / 2 / 10000);
 }
 
+int Area(const CRecinto& recinto)
+{
+    int area = AreaContorno(recinto.contorno);
+    for (const CContorno& hueco : recinto.huecos)
+        area -= AreaContorno(hueco);
+    return area;
+}
+
 CVertice Medio(const CVertice& a, const CVertice& b)
 {
     return {a.x + (b.x - a.x) / 2, a.y + (b.y - a.y) / 2};

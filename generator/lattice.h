@@ -1,10 +1,32 @@
 #pragma once
 
-#include "generator/synthetic_municipality.h"
+#include <vector>
 
-// Geometry on the lattice that a synthetic municipality's outlines stand on.
+// The lattice that a synthetic municipality's outlines stand on.
 
 namespace sintetico {
+
+/// A point of the drawing, in hundredths of a metre.
+struct CVertice {
+    int x;
+    int y;
+};
+
+// Outlines stand on a lattice of two metres, so that every area is a whole number of square metres.
+inline constexpr int kMalla = 200;
+inline constexpr CVertice kOrigen = {40000000, 442000000};
+
+using CContorno = std::vector<CVertice>;
+
+/// A piece of ground: its outline, the holes in it, and where its label stands.
+struct CRecinto {
+    CContorno contorno;
+    std::vector<CContorno> huecos;
+    CVertice rotulo;
+};
+
+/// Whole square metres of a piece without its holes.
+int Area(const CRecinto& recinto);
 
 /// Area in square metres of an outline.
 int AreaContorno(const CContorno& contorno);

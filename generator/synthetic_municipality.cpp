@@ -353,14 +353,6 @@ int CSorteo::Hasta(int n)
     return static_cast<int>((z >> 33U) % static_cast<std::uint64_t>(n));
 }
 
-int Area(const CRecinto& recinto)
-{
-    int area = AreaContorno(recinto.contorno);
-    for (const CContorno& hueco : recinto.huecos)
-        area -= AreaContorno(hueco);
-    return area;
-}
-
 CMunicipioSintetico Genera(const CMedidas& medidas, std::uint64_t semilla)
 {
     return CGenerador(medidas, semilla).Genera();

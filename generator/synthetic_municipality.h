@@ -7,6 +7,7 @@
 #include "cadastre/holder.h"
 #include "cadastre/module_place.h"
 #include "cadastre/parcel.h"
+#include "generator/lattice.h"
 
 // A municipality that nobody owns: names, parcels and holders drawn by a number, the same for the
 // same number on every machine.
@@ -24,28 +25,6 @@ public:
 private:
     std::uint64_t m_estado;
 };
-
-/// A point of the drawing, in hundredths of a metre.
-struct CVertice {
-    int x;
-    int y;
-};
-
-// Outlines stand on a lattice of two metres, so that every area is a whole number of square metres.
-inline constexpr int kMalla = 200;
-inline constexpr CVertice kOrigen = {40000000, 442000000};
-
-using CContorno = std::vector<CVertice>;
-
-/// A piece of ground: its outline, the holes in it, and where its label stands.
-struct CRecinto {
-    CContorno contorno;
-    std::vector<CContorno> huecos;
-    CVertice rotulo;
-};
-
-/// Whole square metres of a piece without its holes.
-int Area(const CRecinto& recinto);
 
 /// A subparcel and its pieces; of several pieces the last one tells the surface. A built component
 /// is drawn as a mark of less than half a square metre, as its ground belongs to the land's letter.

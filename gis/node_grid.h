@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "gis/noding.h"
+#include "gis/fine_point.h"
 
 /// A node of an arrangement: the whole point in the middle of its cell.
 struct CNudo {

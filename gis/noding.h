@@ -1,24 +1,13 @@
 #pragma once
 
-#include <cstdint>
 #include <vector>
 
+#include "gis/fine_point.h"
 #include "vexa_libs/point.h"
 
 // The outlines of a polygon come from anywhere: neighbours that touch without sharing points, and
 // coordinates finer than those of a drawing. Here they get common points, and whole hundredths.
 
-/// A coordinate that is still to be rounded: thousandths of a drawing's unit.
-struct CFino {
-    std::int64_t x = 0;
-    std::int64_t y = 0;
-
-    friend auto operator<=>(const CFino&, const CFino&) = default;
-};
-
-inline constexpr std::int64_t kFinos = 1000; // in a unit of a drawing
-
-using CAnilloFino = std::vector<CFino>;
 using CAnillo = std::vector<vexageo::CPunto<int>>;
 
 /// Nodes the rings together and rounds them: where two of them cross, touch or run along one

@@ -81,7 +81,10 @@ OGRLayer* CMunicipioNuevo::ICreateLayer(const char* nombre, OGRSpatialReference*
         m_rechazado = true;
         return nullptr;
     }
-    m_capas.push_back(std::make_unique<CCapaNuevaSalida>(*this, nombre, clase, referencia));
+    const auto toma = [this](ClaseTopologia suya, const OGRFeature& elemento) {
+        return Toma(suya, elemento);
+    };
+    m_capas.push_back(std::make_unique<CCapaNuevaSalida>(toma, nombre, clase, referencia));
     return m_capas.back().get();
 }
 

@@ -25,12 +25,11 @@ public:
                            OGRwkbGeometryType tipo, char** opciones) override;
     int TestCapability(const char* capacidad) override;
 
-    /// Takes a feature of one of its layers. False, which was told, where it is refused.
-    bool Toma(ClaseTopologia clase, const OGRFeature& elemento);
-
 private:
     CMunicipioNuevo(const char* lista, char** opciones);
 
+    /// Takes a feature of one of its layers. False, which was told, where it is refused.
+    bool Toma(ClaseTopologia clase, const OGRFeature& elemento);
     bool SiNo(const char* opcion) const;
     /// The list's first line; empty, which was told, where nothing says which municipality it is.
     CString Cabecera();

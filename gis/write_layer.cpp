@@ -1,9 +1,11 @@
 #include "gis/write_layer.h"
 
-CCapaNuevaSalida::CCapaNuevaSalida(CMunicipioNuevo& municipio, const char* nombre,
+#include <utility>
+
+CCapaNuevaSalida::CCapaNuevaSalida(CTomaElemento toma, const char* nombre,
                                    std::optional<ClaseTopologia> clase,
                                    OGRSpatialReference* referencia)
-    : m_municipio(municipio), m_definicion(new OGRFeatureDefn(nombre)), m_clase(clase)
+    : m_toma(std::move(toma)), m_definicion(new OGRFeatureDefn(nombre)), m_clase(clase)
 {
     SetDescription(nombre);
     m_definicion->Reference();
@@ -26,7 +28,7 @@ OGRErr CCapaNuevaSalida::ICreateFeature(OGRFeature* elemento)
     if (OGRGeometry* geometria = elemento->GetGeometryRef();
         geometria != nullptr && geometria->getSpatialReference() == nullptr)
         geometria->assignSpatialReference(m_definicion->GetGeomFieldDefn(0)->GetSpatialRef());
-    return m_municipio.Toma(*m_clase, *elemento) ? OGRERR_NONE : OGRERR_FAILURE;
+    return m_toma(*m_clase, *elemento) ? OGRERR_NONE : OGRERR_FAILURE;
 }
 
 int CCapaNuevaSalida::TestCapability(const char* capacidad)

@@ -1,8 +1,9 @@
+#include "platform/cfile_exception.h"
+
 #include <algorithm>
 #include <iterator>
 
 #include "platform/ansi.h"
-#include "platform/cfile.h"
 
 // What a failed read or write is told with.
 

@@ -6,7 +6,7 @@
 #include <limits>
 #include <stdexcept>
 
-#include "platform/cwinapp.h"
+#include "platform/resource_form.h"
 
 namespace {
 
@@ -154,7 +154,7 @@ int CString::Replace(std::string_view antes, std::string_view ahora)
 
 bool CString::LoadString(UINT numero)
 {
-    const char* texto = AfxGetApp()->Recursos().Texto(numero);
+    const char* texto = RecursosDeLaAplicacion().Texto(numero);
     Asigna(texto != nullptr ? texto : "");
     return texto != nullptr;
 }

@@ -6,10 +6,10 @@
 #include <new>
 
 #include "platform/cfile.h"
-#include "platform/dialog.h"
 #include "platform/html_help.h"
 #include "platform/system.h"
 #include "platform/system_files.h"
+#include "platform/window_messages.h"
 
 namespace {
 
@@ -49,6 +49,16 @@ CWinApp::~CWinApp()
 CWinApp* AfxGetApp()
 {
     return Aplicacion();
+}
+
+const CRecursos& RecursosDeLaAplicacion()
+{
+    return AfxGetApp()->Recursos();
+}
+
+CFrontal& FrontalDeLaAplicacion()
+{
+    return AfxGetApp()->Frontal();
 }
 
 void CWinApp::Arranca(CFrontal& frontal, const CRecursos& recursos, const CString& mandato,

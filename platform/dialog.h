@@ -10,26 +10,10 @@
 #include "platform/help_info.h"
 #include "platform/resource_form.h"
 #include "platform/types.h"
+#include "platform/window_messages.h"
 
 // Windows and dialogs as the program sees them. A control is plain state, made from the dialog's
 // template; a front end shows that state and turns what the user does into messages.
-
-inline constexpr int IDOK = 1;
-inline constexpr int IDCANCEL = 2;
-inline constexpr int IDYES = 6;
-inline constexpr int IDNO = 7;
-inline constexpr UINT ID_HELP = 57670;
-
-inline constexpr UINT MB_OK = 0;
-inline constexpr UINT MB_YESNO = 4;
-inline constexpr UINT MB_TYPEMASK = 0x0F;
-inline constexpr UINT MB_ICONERROR = 16;
-inline constexpr UINT MB_ICONQUESTION = 32;
-inline constexpr UINT MB_ICONMASK = 0xF0;
-
-inline constexpr UINT WM_HELP = 0x0053;
-inline constexpr UINT WM_COMMAND = 0x0111;
-inline constexpr UINT PBM_SETPOS = 1026;
 
 class CDialog;
 

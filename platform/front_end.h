@@ -69,3 +69,6 @@ public:
     /// \param temas  the help file, "::" and the file inside it that holds the texts
     virtual bool MuestraAyudaControl(const CString& temas, const HH_POPUP& popup) = 0;
 };
+
+/// The one of the application object.
+CFrontal& FrontalDeLaAplicacion();

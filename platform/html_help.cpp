@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <charconv>
 
-#include "platform/cwinapp.h"
+#include "platform/front_end.h"
 
 namespace {
 
@@ -34,7 +34,7 @@ std::string_view SinBordes(std::string_view texto)
 
 BOOL HtmlHelp(const CWnd* /*ventana*/, const CString& fichero, UINT mandato, const HH_POPUP* popup)
 {
-    CFrontal& frontal = AfxGetApp()->Frontal();
+    CFrontal& frontal = FrontalDeLaAplicacion();
     if (mandato == HH_DISPLAY_TOPIC)
         return frontal.MuestraAyuda(fichero) ? 1 : 0;
     if (mandato == HH_DISPLAY_TEXT_POPUP && popup != nullptr)

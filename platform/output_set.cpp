@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <set>
 
-#include "platform/cfile.h"
+#include "platform/cfile_exception.h"
 #include "platform/output_diary.h"
 
 namespace {

@@ -106,3 +106,6 @@ private:
     std::span<const CDibujoRecurso> m_dibujos;
     CRecursoVersion m_version;
 };
+
+/// Those of the application object.
+const CRecursos& RecursosDeLaAplicacion();

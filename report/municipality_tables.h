@@ -11,7 +11,7 @@
 #include "report/balance.h"
 #include "report/people.h"
 #include "report/run_files.h"
-#include "report/tables_balance.h"
+#include "report/surfaces.h"
 
 namespace informe {
 

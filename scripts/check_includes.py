@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Fails on an #include that runs against the order of the folders, and on files that include one
-another in a circle.
+"""Fails on an #include that runs against the order of the folders, and on sources that know one
+another in a circle, each with its header.
 
 Each folder may include itself and what stands before it; the translations never one another.
 """
@@ -44,19 +44,27 @@ def includes(path):
                 yield number, match.group(1)
 
 
+def source_of(path):
+    """A source with its header, and a record with its columns, are one."""
+    return re.sub(r"(_columns)?\.(cpp|h)$", "", path)
+
+
 def circles(paths):
-    """The files that reach themselves by their includes."""
-    graph = {path: [name for _, name in includes(path)] for path in paths}
+    """The sources that reach themselves by their includes."""
+    graph = {}
+    for path in paths:
+        known = {source_of(name) for _, name in includes(path)} - {source_of(path)}
+        graph.setdefault(source_of(path), set()).update(known)
     done = set()
     for start in graph:
         trail = []
 
-        def walk(path):
-            if path in trail:
-                yield " -> ".join([*trail[trail.index(path):], path])
-            elif path not in done:
-                trail.append(path)
-                for name in graph.get(path, []):
+        def walk(source):
+            if source in trail:
+                yield " -> ".join([*trail[trail.index(source):], source])
+            elif source not in done:
+                trail.append(source)
+                for name in sorted(graph.get(source, ())):
                     yield from walk(name)
                 done.add(trail.pop())
 

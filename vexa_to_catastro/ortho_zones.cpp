@@ -1,31 +1,8 @@
 #include "vexa_to_catastro/ortho_zones.h"
 
-#include "shell/frame/box_texts.h"
-#include "vexa_libs/topology.h"
-#include "vexa_to_catastro/vexa_a_campiva2_dlg.h"
-
 using vexageo::CLinea;
-using vexageo::CPoligonoTopologico;
 using vexageo::CPunto;
 using vexageo::CTexto;
-
-namespace {
-
-constexpr const char* kSinNombre = "  "; // of a sheet without a centroid
-
-/// Reads what a record says of its sheet. False where the topology is out of date.
-bool LeeHoja(const CPoligonoTopologico& hoja, CFile* bin, CLinea<int>& linea, CTexto<int>& texto)
-{
-    if (!vexageo::ConstruyeLinea(hoja, bin, linea, [] { return false; }))
-        return false;
-    if (hoja.TieneCentroide())
-        return vexageo::LeeRotulo(hoja, bin, texto);
-    texto.SetTexto(kSinNombre);
-    texto.Puntos().assign(1, hoja.PuntoInterior());
-    return true;
-}
-
-} // namespace
 
 void CZonasOrto::Inserta(const CLinea<int>& linea, const CTexto<int>& texto)
 {
@@ -40,29 +17,4 @@ const CString* CZonasOrto::BuscaOrto(const CPunto<int>& punto) const
 {
     const int i = m_indice.Busca(punto);
     return i < 0 ? nullptr : &TextosOrtos.Texto(static_cast<unsigned>(i)).Texto();
-}
-
-bool CVexaACampiva2Dlg::LeeOrtos()
-{
-    Fase(IDS_LEYENDO_ORTOS);
-    CFile bin;
-    CFile top;
-    if (!AbreOrtos(bin, top, ArchivoOrtos))
-        return true;
-    CPoligonoTopologico hoja;
-    while (hoja.Read(&top)) {
-        if (!Avanza(top.GetPosition(), top.GetLength()))
-            return false;
-        if (hoja.EsIsla())
-            continue;
-        CLinea<int> linea("nuevo");
-        CTexto<int> texto("nuevo");
-        if (!LeeHoja(hoja, &bin, linea, texto) ||
-            vexageo::SonDesmedidos(m_ortos.LineasOrtos.CantidadVertices(), linea, bin)) {
-            CajaError(cajas::kOrtosFueraDeFecha);
-            return false;
-        }
-        m_ortos.Inserta(linea, texto);
-    }
-    return true;
 }

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <exception>
+#include <system_error>
+#include <utility>
+
+#include "platform/cstring.h"
+#include "platform/system_files.h"
+
+/// A read or a write that failed: the disk is full or damaged, a share is gone, another program has
+/// the file, or it can't take its target's place.
+class CFileException : public std::exception {
+public:
+    CFileException() = default;
+    CFileException(CString fichero, const sistema::Error& causa, bool alLeer = false)
+        : m_strFileName(std::move(fichero)), m_causa(causa), m_alLeer(alLeer)
+    {
+    }
+    const char* what() const noexcept override { return m_strFileName.GetString(); }
+    /// The system's reason, in its own words.
+    CString Causa() const;
+    /// What a box tells of it: the file and the reason.
+    CString Mensaje() const;
+    /// The reason as a further line of a box, empty where it needs none.
+    CString Detalle() const;
+    /// Tells whether a file that can't be opened for this reason isn't there, or isn't for this
+    /// user: the usual reasons. All others are faults of the disk or the system.
+    static bool EsCorriente(const sistema::Error& error);
+    /// The reason of ours for a file that ends before its length: the number of the system that no
+    /// call on a file gives.
+    static sistema::Error AcortadoAlLeer()
+    {
+        return std::make_error_code(std::errc::no_message_available);
+    }
+    /// Tells that there is no such file or folder, or a folder where the file was to be written:
+    /// what anybody can see needs no reason.
+    bool SeVe() const;
+
+    CString m_strFileName; ///< as the program named it
+    sistema::Error m_causa;
+    bool m_alLeer = false;
+};
