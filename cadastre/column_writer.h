@@ -7,6 +7,7 @@
 #include <string_view>
 #include <type_traits>
 #include <utility>
+#include <variant>
 
 #include "cadastre/exchange_format.h"
 #include "platform/cfile.h"

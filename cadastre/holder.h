@@ -4,9 +4,9 @@
 #include <vector>
 
 #include "cadastre/index.h"
-#include "platform/cfile.h"
 #include "platform/cstring.h"
 
+class CStdioFile;
 struct CDatosLinea;
 
 /// Code of `InsertaPropiedad` for a parcel that the holder has already.

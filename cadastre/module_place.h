@@ -2,8 +2,9 @@
 
 #include <string_view>
 
-#include "platform/cfile.h"
 #include "platform/cstring.h"
+
+class CStdioFile;
 
 /// A value module of a municipality: a class and intensity with the figures that go with it.
 class CModulo {

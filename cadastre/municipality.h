@@ -1,12 +1,17 @@
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
+#include <utility>
 #include <vector>
 
 #include "cadastre/holder.h"
 #include "cadastre/index.h"
 #include "cadastre/module_place.h"
 #include "cadastre/parcel.h"
-#include "platform/cfile.h"
+#include "platform/cstring.h"
+
+class CStdioFile;
 
 /// Codes of `BuscaTitular` for a holder in conflict with a stored one: same DNI and another name,
 /// same name and another DNI.

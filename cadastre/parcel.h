@@ -1,7 +1,9 @@
 #pragma once
 
+#include <cstddef>
 #include <limits>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "cadastre/co_holder.h"
@@ -9,9 +11,9 @@
 #include "cadastre/index.h"
 #include "cadastre/module_place.h"
 #include "cadastre/subparcel.h"
-#include "platform/cfile.h"
 #include "platform/cstring.h"
 
+class CStdioFile;
 struct CDatosLinea;
 
 /// A rural parcel of a municipality, with its subparcels and its links to holders.

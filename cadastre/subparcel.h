@@ -2,9 +2,9 @@
 
 #include <string_view>
 
-#include "platform/cfile.h"
 #include "platform/cstring.h"
 
+class CStdioFile;
 struct CDatosLinea;
 
 /// `tipo` of an abstract subparcel.

@@ -1,10 +1,10 @@
 #pragma once
 
 #include <deque>
+#include <string_view>
 #include <vector>
 
 #include "cadastre/database.h"
-#include "cadastre/exchange_lines.h"
 #include "cadastre/message_catalogue.h"
 #include "catastro_to_vexa/record_queue.h"
 

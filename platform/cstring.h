@@ -1,7 +1,7 @@
 #pragma once
 
 #include <compare>
-#include <cstdint>
+#include <cstddef>
 #include <cstring>
 #include <functional>
 #include <string>

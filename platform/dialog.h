@@ -4,7 +4,6 @@
 #include <optional>
 #include <span>
 #include <type_traits>
-#include <vector>
 
 #include "platform/cstring.h"
 #include "platform/help_info.h"

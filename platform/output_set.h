@@ -2,7 +2,6 @@
 
 #include <list>
 #include <span>
-#include <string>
 #include <vector>
 
 #include "platform/cstring.h"

@@ -1,7 +1,7 @@
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
-#include <optional>
 #include <string_view>
 
 #include "platform/system_files.h"

@@ -3,14 +3,16 @@
 #include <array>
 #include <cstdint>
 #include <map>
-#include <set>
 #include <string>
-#include <tuple>
+#include <string_view>
 #include <vector>
 
-#include "cadastre/database.h"
+#include "platform/cfile.h"
 #include "report/balance.h"
 #include "report/people.h"
+
+class CModulo;
+class CTitular;
 
 // What the lines of an input come to by the rules of the way out: which are kept, which join one
 // that is there, which are dropped.

@@ -2,12 +2,8 @@
 
 #include <array>
 #include <cstdint>
-#include <map>
-#include <set>
-#include <string>
 #include <vector>
 
-#include "cadastre/municipality.h"
 #include "report/balance.h"
 #include "report/people.h"
 #include "report/run_files.h"
