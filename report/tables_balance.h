@@ -22,6 +22,8 @@ struct CSuperficie {
 using CSuperficies = std::map<std::pair<int, int>, CSuperficie>;
 
 /// The balance of a way back: rows of the tables against records of the files R and M and messages.
+/// A read that fails raises CFileException.
+/// \param personas     is told of all holders of the tables
 /// \param superficies  gets those of all parcels
 CBalance BalanceVuelta(const CFicheros& ficheros, const CRegistroLeido& registro,
                        CPersonas& personas, CSuperficies& superficies);
