@@ -18,10 +18,10 @@ inline constexpr int kOrdenRepetido = -9;
 struct CCotitular {
     int titular = -1; ///< index in the municipality's holders, below 0 for one that wasn't found
     int orden = kSinOrden; ///< 0 the main holder, any other value a co-holder
-    int partici = 0;       ///< share
+    int partici = 0;       ///< share, as the input has it; square metres while a list is read
     CString Tit;           ///< title code
 
-    /// Fills share and title from a row of Cotitulares.txt.
+    /// Fills share and title from a row of Cotitulares.txt, without its line end.
     /// \param datos  takes what the row says beside them: the parcel's numbers and the holder's
     /// \return false, with the fields unset, for a row without `Tit` or `partici`
     bool Lee(std::string_view fila, CDatosLinea& datos);

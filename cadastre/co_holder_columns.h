@@ -1,5 +1,7 @@
 #pragma once
 
+#include <array>
+
 #include "cadastre/co_holder.h"
 #include "cadastre/exchange_format.h"
 

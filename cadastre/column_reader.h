@@ -95,9 +95,11 @@ constexpr std::size_t CamposDeFila(const std::array<CColumna<R>, N>& tabla)
     return campos;
 }
 
-/// Reads the fields of a table row that aren't empty.
-/// \return false, with the record as it was, if the row lacks a field of the record that it must
-/// have. What stands beside the record is read all the same; `faltan` tells that it lacks one.
+/// Reads the fields of a table row that aren't empty; the others stay as they are.
+/// \param datos  takes the values that stand beside the record, also where the result is false; its
+///               `faltan` becomes true if one of those that the row must have is empty
+/// \return false, with the record as it was, if a field of the record that the row must have is
+///         empty
 template <const auto& Tabla, class R>
 bool LeeFila(std::string_view fila, R& registro, CDatosLinea& datos)
 {

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <type_traits>
 #include <utility>
+#include <variant>
 
 #include "cadastre/exchange_format.h"
 #include "platform/cfile.h"
@@ -169,7 +170,7 @@ void EnCadaTrozo(const R& registro, const CDatosLinea& datos, F f)
 
 } // namespace columnas
 
-/// The room that a line may take at most, without a line end.
+/// Most bytes that the line may take, without a line end.
 template <const auto& Formato, class R>
 std::size_t Cota(const R& registro, const CDatosLinea& datos)
 {
@@ -185,8 +186,8 @@ std::size_t Cota(const R& registro, const CDatosLinea& datos)
     return cota;
 }
 
-/// Puts the line, without a line end, where there is room for it; gives its end. A value wider than
-/// its column widens a record.
+/// Puts the line, without a line end, at `destino`, where there must be room for `Cota` bytes, and
+/// gives its end. A value wider than its column moves what follows it to the right.
 template <const auto& Formato, class R>
 char* PonLinea(char* destino, const R& registro, const CDatosLinea& datos)
 {

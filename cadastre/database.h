@@ -12,6 +12,7 @@ class CBaseCatastro {
 public:
     explicit CBaseCatastro(short ger) : Ger(ger) {}
 
+    /// The municipality at a valid index.
     CMunicipio& DameMunicipio(int i) { return m_municipios[static_cast<std::size_t>(i)]; }
     /// Index of the municipality with the code, else kNoEncontrado.
     int BuscaMunicipio(short mun) const;
@@ -26,16 +27,19 @@ public:
     int NumTitulares() const;
     int NumParcelas() const;
 
-    /// Turns the shares of all parcels, so far square metres, into percentages and chooses each
+    /// Turns the shares of all parcels, so far square metres, into per cent, and then chooses each
     /// parcel's main holder.
     void ReparteParticipaciones();
+    /// Chooses the main holder of each parcel by the shares as they are (see CParcela).
     void EligeTitularPrincipal();
     /// Gives a number to each holder that has none, behind the highest of all municipalities.
-    /// Writes a message for each and gives their count; it raises no counter.
+    /// Writes a message to the log for each and gives how many there were. It raises no counter of
+    /// errors: the caller does.
     int AsignaNumOrden(CStdioFile& log);
 
-    // The sorts, stable, with the positions that records hold rewritten. Before anything is written
-    // they are called in this order, which those positions need; `Ordena` does so.
+    // The sorts. Elements with equal keys keep their order, and the positions by which records
+    // point to one another are rewritten. Before anything is written all are called in this order:
+    // the later ones sort by the new positions. `Ordena` does so.
     void OrdenaMunicipios();  ///< by code
     void OrdenaTitulares();   ///< by number; this and those below within each municipality
     void OrdenaParajes();     ///< by name
@@ -45,8 +49,9 @@ public:
     void OrdenaCotitulares(); ///< within each parcel
     void Ordena();
 
-    // The writers of whole files (database_tables.cpp). With `fijo` false the header line
-    // comes first. Each raises CFileException.
+    // The writers of whole files: with `fijo` the records of the written layout, else the rows of a
+    // table behind its header line. The file stays open. Each raises CFileException. That of the
+    // subparcels first completes their surfaces (see CParcela::GrabaSubparcelas).
     void GrabaTitulares(CStdioFile& fichero, bool fijo) const;
     void GrabaParcelas(CStdioFile& fichero, bool fijo) const;
     void GrabaModulos(CStdioFile& fichero, bool fijo) const;
@@ -63,6 +68,6 @@ private:
     CIndice<Gana::Primero> m_porCodigo;
 };
 
-/// Stores a holder and gives its index (CMunicipio::InsertaTitular). First raises the message for
-/// one in conflict with a stored one, which is stored all the same.
+/// Stores a holder and gives its index, as CMunicipio::InsertaTitular does. One in conflict with a
+/// stored holder is stored too, once a message told of the conflict.
 int RegistraTitular(const CAvisos& avisos, CMunicipio& municipio, CTitular titular);

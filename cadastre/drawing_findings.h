@@ -47,7 +47,8 @@ struct CFalta {
 /// The faults of a topology: those of each outline at its index, in the order of their kinds.
 using CFaltasDeRecintos = std::vector<std::vector<CFalta>>;
 
-/// Subparcels need to have been read with their parcels. Takes n log n steps for n points.
+/// Looks for all faults of a topology's outlines. Takes n log n steps for n points.
+/// \param topologia  subparcels must have been read together with their parcels
 CFaltasDeRecintos FaltasDe(const CTopologiaDibujada& topologia, ClaseTopologia que);
 
 /// The texts, one behind the other with "; " between; empty for none.

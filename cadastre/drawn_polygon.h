@@ -15,7 +15,8 @@
 /// What a topology's outlines are.
 enum class ClaseTopologia : std::uint8_t { Parcelas, Subparcelas, Poligonos, Hojas };
 
-/// Tells whether a label of that code is of such an outline. For polygons and sheets any is.
+/// Tells whether labels with that code belong to such outlines. Those of polygons and sheets may
+/// have any code.
 bool EsCodigoDe(ClaseTopologia que, const CString& codigo);
 
 /// What the way back makes of an outline, and of its label.
@@ -30,13 +31,13 @@ enum class EstadoRecinto : std::uint8_t {
     OtraClase     ///< the record is neither a parcel nor an island
 };
 
-/// The state in words, in Spanish.
+/// The state in words, in Spanish, code page 1252.
 const char* NombreEstado(EstadoRecinto estado);
 
 struct CIslaDibujada {
     std::vector<vexageo::CPunto<int>> contorno;
-    double area = 0;      ///< square metres as stored, its own islands included; negative as a rule
-    bool enLista = false; ///< in the polygon's own list, or as a record behind it
+    double area = 0;       ///< square metres as stored, its own islands added; negative as a rule
+    bool enLista = false;  ///< in the polygon's own list, or as a record behind it
     double areaPropia = 0; ///< as stored, without its own islands
 };
 
@@ -51,7 +52,7 @@ struct CRecintoDibujado {
     CString rotulo;
     CString codigo;
     bool borrado = false;   ///< its label is marked as deleted
-    int posicionRotulo = 0; ///< of its label in the drawing, from 1; 0 for none
+    int posicionRotulo = 0; ///< byte of its label in the drawing, from 1; 0 for none
     /// Where its label stands; where it has none, the point inside it.
     vexageo::CPunto<int> punto;
     vexageo::CPunto<int> centroide; ///< the record's own
@@ -100,15 +101,18 @@ CPoligonoDibujado LeePoligonoDibujado(const CString& carpeta, const CString& ent
 /// their pieces: as the reading does, for a drawing that is still to be written.
 void Relaciona(CPoligonoDibujado& poligono, const CHayParcela& hayParcela);
 
-/// Reads the orthophoto sheets by the name of their .TOP or .BIN.
+/// Reads the orthophoto sheets by the name of their .TOP or .BIN; empty, with `hay` false, unless
+/// both are there. Raises CFileException where a read fails.
 CTopologiaDibujada LeeHojasDibujadas(const CCadena& ortos);
 
-/// Reads the outlines of a topology from the file's position to its end or its damage. They aren't
-/// held against one another or against the parcels.
+/// Reads the outlines of a topology from the file's position to its end or its damage. The outlines
+/// have no numbers, letters and parcels yet; `Relaciona` gives them those. Raises CFileException
+/// where a read fails.
 CTopologiaDibujada LeeTopologiaDibujada(CFile& topologia, CFile& bin, ClaseTopologia que);
 
 /// Goes through the entities of a .BIN, which are lines, texts and points, deleted ones included.
-/// \param toma  gets each with its position, from 1
+/// Raises CFileException where a read fails.
+/// \param toma  gets each with the number of its first byte in the file, from 1
 /// \return false where damage ends the drawing
 bool RecorreEntidades(CFile& bin,
                       const std::function<void(int, const vexageo::CTexto<int>&)>& toma);
@@ -119,5 +123,6 @@ struct CListaPoligonos {
     std::vector<CString> entradas;
 };
 
-/// False where the file can't be opened. Raises CFileException.
+/// Reads the list file; entries go behind those that `lista` has. False where the file can't be
+/// opened. Raises CFileException where a read fails.
 bool LeeLista(const CString& nombre, CListaPoligonos& lista);

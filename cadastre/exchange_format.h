@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <string_view>
 #include <type_traits>
 #include <variant>
@@ -49,8 +50,9 @@ struct CDatosLinea {
     double jornadas = 0; ///< days, where the record holds hundredths
     bool faltan = false; ///< a row lacked one of these values that it should have
 
-    /// A surface in square metres as three fields, and back. Sums wrap at 32 bits.
+    /// Puts a surface in square metres into the three fields.
     void PonSuperficie(int superficie);
+    /// The three fields as square metres; the sum wraps at 32 bits.
     int DameSuperficie() const;
 };
 
@@ -72,14 +74,15 @@ struct CEscritura {
     const char* forma = ""; ///< its width is the column's
 };
 
-/// Number of the field in a row of the table file, from 0. Without a form it is read alone.
+/// Number of the field in a row of the table file, from 0. One without a form is only read, never
+/// written.
 struct CCampoTabla {
     short numero = -1;
     const char* forma = "";
     bool obligado = false; ///< a row without it is no record, or tells that it lacks it
 };
 
-/// Of fields that a row should have.
+/// Marks fields that a row must have.
 inline constexpr bool kObligado = true;
 
 inline constexpr CLectura kNoSeLee = {};
@@ -108,7 +111,8 @@ inline constexpr Blancos kSinBlancos = Blancos::DelEntorno;
 template <const auto& Tabla, std::size_t I>
 inline constexpr auto kMiembro = std::get<Tabla[I].campo.index()>(Tabla[I].campo);
 
-/// The first row of a table for a field.
+/// The first row of a table for a field. For constants alone: a field that has no row doesn't
+/// compile.
 template <class R, std::size_t N>
 constexpr const CColumna<R>& ColumnaDe(const std::array<CColumna<R>, N>& tabla,
                                        const std::type_identity_t<CMiembroDe<R>>& campo)
@@ -119,6 +123,7 @@ constexpr const CColumna<R>& ColumnaDe(const std::array<CColumna<R>, N>& tabla,
     throw "no row of the table is for that field";
 }
 
+/// The rows of two tables as one table, those of `a` first.
 template <class R, std::size_t N, std::size_t M>
 constexpr std::array<CColumna<R>, N + M> Une(const std::array<CColumna<R>, N>& a,
                                              const std::array<CColumna<R>, M>& b)
@@ -142,6 +147,7 @@ public:
 
     bool Vacia() const { return m_texto.empty(); }
     bool Alcanza(int minimo) const { return m_largo >= minimo; }
+    /// The field at a column, counted from 0; shorter, or empty, where the line ends before.
     std::string_view Texto(int columna, int ancho) const
     {
         const auto desde = static_cast<std::size_t>(columna);

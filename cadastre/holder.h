@@ -4,9 +4,9 @@
 #include <vector>
 
 #include "cadastre/index.h"
-#include "platform/cfile.h"
 #include "platform/cstring.h"
 
+class CStdioFile;
 struct CDatosLinea;
 
 /// Code of `InsertaPropiedad` for a parcel that the holder has already.
@@ -15,14 +15,15 @@ inline constexpr int kPropiedadRepetida = -11;
 /// Back link of a holder to a parcel that it holds: the mirror of a CCotitular.
 struct CPropiedad {
     int parcela; ///< index in the municipality's parcels
-    int partici; ///< share
+    int partici; ///< share, as the CCotitular had it when it was made
     CString Tit; ///< title code
 };
 
 /// A holder of parcels: a person or body with its number, identity and postal address.
 class CTitular {
 public:
-    /// \param direccion  address line, "C/ MAYOR": its first word gives `sig`, the rest `nombreVia`
+    /// \param direccion  address line, "C/ MAYOR": its first word gives `sig` where it is a known
+    ///                   kind of street, the rest `nombreVia`; of one word alone it is `nombreVia`
     explicit CTitular(const CString& direccion = {});
     virtual ~CTitular() = default;
     CTitular(const CTitular&) = default;
@@ -43,7 +44,7 @@ public:
     /// \return 1, or kPropiedadRepetida, with nothing changed, if there is one to that parcel
     int InsertaPropiedad(int parcela, int partici, const CString& Tit);
     const std::vector<CPropiedad>& Propiedades() const { return m_propiedades; }
-    /// Gives each back link the index that `nuevos` has at its old one.
+    /// The parcels were sorted: gives each back link the index that `nuevos` has at its old one.
     void RenumeraParcelas(const std::vector<int>& nuevos);
 
     CString Nombre;

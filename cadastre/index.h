@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -82,7 +83,8 @@ enum class Gana { Primero, Ultimo };
 /// Look-up beside a plain array whose answer is that of a walk from index 0: the first element with
 /// the key, or the last one. Short arrays are walked. For a long one a table is made when it is
 /// first asked for; elements appended since then are taken in at the next question. Whoever
-/// reorders the array or changes keys calls `Olvida`. A copy starts without a table.
+/// reorders the array or changes keys must call `Olvida`. A copy starts without a table. Not for
+/// several threads at once.
 template <Gana G>
 class CIndice {
 public:
@@ -117,7 +119,9 @@ public:
         return hallado;
     }
 
-    /// Tells that the key of the element at a position is a new one.
+    /// To be called when the element at a position got another key: the table takes that in and
+    /// needn't be made anew. For an old key that nobody asks for any more, as other elements that
+    /// have it would not be found.
     template <class T, class P>
     void ClaveNueva(const std::vector<T>& elementos, P proyeccion, int posicion)
     {
@@ -175,6 +179,7 @@ public:
     CIndiceEncadenado& operator=(CIndiceEncadenado&&) noexcept = default;
     ~CIndiceEncadenado() = default;
 
+    /// The first element with the key, else kNoEncontrado.
     template <class T, class K>
     int Primero(const std::vector<T>& elementos, K T::*campo, const K& valor) const
     {

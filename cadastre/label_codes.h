@@ -19,5 +19,6 @@ inline CString LetraDelRotulo(const CString& rotulo)
     return rotulo.Mid(rotulo.Find('-') + 1);
 }
 
-/// An area from here on is none that a subparcel could fall into. Square metres.
+/// Square metres. No subparcel is looked for in a parcel of this area or more, which no surface of
+/// 32 bits could hold.
 inline constexpr double kAreaImposible = 2147483647.0;

@@ -18,7 +18,7 @@ struct CMensajeLeido {
     const CMensaje* mensaje = nullptr; ///< null for a line that is no message
     std::optional<int> polig;
     std::optional<int> parcela;
-    std::optional<int> numero;     ///< of the holder or the place that isn't there
+    std::optional<int> numero;     ///< of a holder or place; of E203 the module's intensity
     std::optional<int> superficie; ///< of the parcel, as the line says; of W303 the difference
     std::optional<int> suma;       ///< of its subparcels
     std::optional<CSitio> sitio;
@@ -32,7 +32,7 @@ std::string_view CodigoMensaje(const CMensaje& mensaje);
 /// The message with the code, null for none.
 const CMensaje* BuscaMensaje(std::string_view codigo);
 
-/// Reads a line of a log. One that begins with a code but hasn't the form of its text is no
-/// message. Takes time by the line's length.
+/// Reads a line of a log. One that begins with a code but doesn't read as that message is no
+/// message. Takes time in proportion to the line's length.
 /// \param linea  without its line end
 CMensajeLeido LeeMensaje(std::string_view linea);

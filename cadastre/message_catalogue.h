@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <span>
+#include <string>
 #include <string_view>
 #include <type_traits>
 
@@ -15,7 +16,7 @@ constexpr std::span<const CMensaje> Catalogo()
     return kCatalogo;
 }
 
-/// The message with a number of the catalogue.
+/// The message with a number, which must be one of the catalogue's.
 constexpr const CMensaje& DameMensaje(Mensaje numero)
 {
     return *std::ranges::lower_bound(kCatalogo, numero, {}, &CMensaje::numero);
@@ -53,7 +54,8 @@ constexpr bool Encajan(std::string_view forma)
     return !enForma && cuantos == sizeof...(T);
 }
 
-/// A message that is raised with arguments of these types. One that has others doesn't compile.
+/// A message together with the types of the arguments that it is raised with. Types that don't fit
+/// the message's text don't compile.
 template <class... T>
 class CMensajeCon {
 public:
@@ -75,7 +77,8 @@ struct CAvisos {
     int& numWarnings;
 };
 
-/// Writes a message to the log and raises no counter.
+/// Writes a message to the log and raises no counter. Raises CFileException, but never for a log
+/// that is written in its place (CFile::modeInPlace).
 /// \param argumentos  int, double, char or text, in the order of the message's forms
 template <class... T>
 void EscribeMensaje(CStdioFile& log, CMensajeCon<std::type_identity_t<T>...> mensaje,
@@ -86,10 +89,11 @@ void EscribeMensaje(CStdioFile& log, CMensajeCon<std::type_identity_t<T>...> men
     log.WriteString(linea);
 }
 
+/// Adds one to a counter, which wraps at 32 bits; `Ninguno` does nothing.
 void Cuenta(const CAvisos& avisos, Contador contador);
 
-/// Raises a message: writes it to the log, then adds one to its counter. The log passes over a
-/// write that fails; the counter is raised all the same.
+/// Raises a message: writes it to the log, then adds one to its counter. A run's log is written in
+/// its place and passes over a write that fails, so the counter is raised all the same.
 template <class... T>
 void Avisa(const CAvisos& avisos, CMensajeCon<std::type_identity_t<T>...> mensaje,
            const T&... argumentos)

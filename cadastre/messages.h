@@ -3,8 +3,8 @@
 #include "platform/ansi.h"
 #include "platform/types.h"
 
-// The catalogue of messages, known when the program is built, so that a message that is raised with
-// arguments of others doesn't compile.
+// The catalogue of messages. It is known when the program is built, so that raising a message with
+// the wrong arguments doesn't compile.
 
 /// Numbers of the messages in the string table. They never change: a technician's notes and the
 /// help name them.
@@ -53,9 +53,9 @@ struct CMensaje {
     const char* texto; ///< code page 1252
 };
 
-// By number.
-// E107 and E108 go to a box, E214 is counted by whoever has the holders numbered, the summaries end
-// a run. E208 and E210 are kept for their numbers; nothing raises them.
+// In the order of the numbers. Some raise no counter of their own: E107 and E108 are shown in a
+// box; E214 is counted by the caller of CBaseCatastro::AsignaNumOrden; the summaries end a run.
+// E208 and E210 are never raised and only keep their numbers taken.
 // clang-format off
 inline constexpr CMensaje kCatalogo[] = {
     {kResumenCatastro, Contador::Ninguno,

@@ -2,8 +2,9 @@
 
 #include <string_view>
 
-#include "platform/cfile.h"
 #include "platform/cstring.h"
+
+class CStdioFile;
 
 /// A value module of a municipality: a class and intensity with the figures that go with it.
 class CModulo {
@@ -50,10 +51,11 @@ public:
     /// Fills the fields from a PJ line (`modo` 0) or a row of Parajes.txt (2).
     /// \return false, with the fields unset, only for a row without `NumOrden` or `Nombre`
     bool Lee(std::string_view linea, int modo);
+    /// The same from a PJ line.
     bool Lee(std::string_view linea);
     /// Writes the PJ record with `fijo`, else the table row. Raises CFileException.
     void Graba(CStdioFile& fichero, short ger, short mun, short emenor, bool fijo) const;
 
-    short NumOrden = 0;
+    short NumOrden = 0; ///< the low 16 bits of what a line says
     CString Nombre;
 };

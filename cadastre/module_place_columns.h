@@ -1,5 +1,7 @@
 #pragma once
 
+#include <array>
+
 #include "cadastre/exchange_format.h"
 #include "cadastre/module_place.h"
 

@@ -1,12 +1,17 @@
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
+#include <utility>
 #include <vector>
 
 #include "cadastre/holder.h"
 #include "cadastre/index.h"
 #include "cadastre/module_place.h"
 #include "cadastre/parcel.h"
-#include "platform/cfile.h"
+#include "platform/cstring.h"
+
+class CStdioFile;
 
 /// Codes of `BuscaTitular` for a holder in conflict with a stored one: same DNI and another name,
 /// same name and another DNI.
@@ -49,13 +54,14 @@ public:
     /// then answer by its new name, DNI and number.
     CTitular& DameTitular(int i);
     const CTitular& DameTitular(int i) const { return m_titulares[static_cast<std::size_t>(i)]; }
-    /// Tells the holder at a position of a parcel that it holds (see CTitular).
+    /// Gives the holder at a valid position a back link to a parcel (see CTitular).
     int InsertaPropiedad(int titular, int parcela, int partici, const CString& Tit)
     {
         return m_titulares[static_cast<std::size_t>(titular)].InsertaPropiedad(parcela, partici,
                                                                                Tit);
     }
-    // What doesn't touch the numbers of the parcel at a position (see CParcela).
+    // These do to the parcel at a valid position what CParcela says. They change no key that
+    // look-ups go by, so they cost less than the way by `DameParcela`.
     int InsertaCotitular(int parcela, int titular, int orden, int partici, const CString& Tit)
     {
         return Parcela(parcela).InsertaCotitular(titular, orden, partici, Tit);
@@ -75,7 +81,8 @@ public:
     /// none. Else appends the new one, in spite of a conflict, with its number set to -1 if that is
     /// taken.
     int InsertaTitular(CTitular titular);
-    /// The same with what `BuscaTitular` gave for the holder.
+    /// The same for a caller who has asked already.
+    /// \param hallado  what `BuscaTitular` gave for the holder, with nothing changed since then
     int InsertaTitular(CTitular titular, int hallado);
 
     /// True and its index if there is a parcel with both numbers, else false and `i` untouched.
@@ -90,23 +97,25 @@ public:
     /// kParcelaInvalida if a number is below 1.
     int InsertaParcela(CParcela parcela);
 
+    // The arrays. Whoever takes the parcels for change makes the next look-up among them build its
+    // table anew.
     const std::vector<CParaje>& Parajes() const { return m_parajes; }
     const std::vector<CTitular>& Titulares() const { return m_titulares; }
     std::vector<CParcela>& Parcelas()
     {
-        OlvidaParcelas(); // whoever gets them all may change them all
+        OlvidaParcelas(); // their numbers may change
         return m_parcelas;
     }
     const std::vector<CParcela>& Parcelas() const { return m_parcelas; }
     const std::vector<CModulo>& Modulos() const { return m_modulos; }
 
     /// Gives each holder without a number the next one behind `mayor`, which is raised, and writes
-    /// a message for each. Gives how many there were.
+    /// a message to the log for each. Gives how many there were.
     int AsignaNumOrden(CStdioFile& log, int& mayor);
     /// Highest number of a holder, or `mayor` if that is higher.
     int MayorNumOrden(int mayor) const;
 
-    // The sorts, stable, with the positions that records hold rewritten.
+    // The sorts (see CBaseCatastro).
     void OrdenaTitulares();   ///< by number
     void OrdenaParajes();     ///< by name
     void OrdenaParcelas();    ///< by zone, polygon, parcel

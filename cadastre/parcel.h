@@ -1,7 +1,9 @@
 #pragma once
 
+#include <cstddef>
 #include <limits>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "cadastre/co_holder.h"
@@ -9,9 +11,9 @@
 #include "cadastre/index.h"
 #include "cadastre/module_place.h"
 #include "cadastre/subparcel.h"
-#include "platform/cfile.h"
 #include "platform/cstring.h"
 
+class CStdioFile;
 struct CDatosLinea;
 
 /// A rural parcel of a municipality, with its subparcels and its links to holders.
@@ -30,9 +32,10 @@ public:
     /// Fills the fields from a PR line (`modo` 0), a parcel line of the list (1) or a row of
     /// Parcelas.txt (2).
     /// \param datos  takes what the line says beside them: holder, title and place, and of a row
-    /// the share; `faltan` if a row lacks a holder's number, title or share. What a line is too
-    /// short for stays as it is. \return false, with the fields unset, only for a row without
-    /// `Zona`, `Polig` or `Parcela`
+    ///               the share; its `faltan` becomes true if a row lacks a holder's number, title
+    ///               or share. What a line is too short for stays as it is.
+    /// \return false only for a row without `Zona`, `Polig` or `Parcela`: `Superficie` is 0 then,
+    ///         all other fields are as they were
     bool Lee(std::string_view linea, int modo, CDatosLinea& datos);
     bool Lee(std::string_view linea, int modo);
     /// Writes the PR record with `fijo`, unless `salvar` is off; else the table row. The arrays are
@@ -61,16 +64,18 @@ public:
     /// Writes all subparcels in array order. A subparcel without a surface takes for good that of
     /// the first one with its letter that has one. Raises CFileException.
     void GrabaSubparcelas(CStdioFile& fichero, short ger, short mun, short emenor, bool fijo);
-    /// Gives the parcel's surface and the sum of its subparcels', in square metres. One whose
-    /// `salvar` is off doesn't count; a letter counts once, but an abstract subparcel always
-    /// counts.
+    /// Gives the parcel's surface and the sum of its subparcels', in square metres; it wraps at 32
+    /// bits. A subparcel whose `salvar` is off doesn't count. Of several with one letter the first
+    /// counts, and each abstract one.
     void SumaSuperficies(int& superficie, int& suma) const;
 
-    /// Adds a link to a holder. With a number of 0 or more the holder and the number must be new;
-    /// with a negative one the share is added to the holder's link if there is one.
-    /// \return 1, kTitularRepetido or kOrdenRepetido
+    /// Adds a link to a holder. With an `orden` of 0 or more the holder and the number must be new
+    /// here; with a negative one the share is added to the holder's link if there is one.
+    /// \param titular  index in the municipality's holders
+    /// \return 1; kTitularRepetido or kOrdenRepetido, with nothing changed
     int InsertaCotitular(int titular, int orden, int partici, const CString& Tit);
-    /// Makes the link with the greatest share above 0 the main one and numbers the others from 1.
+    /// Makes the link with the greatest share the main one, the first of equal ones, and numbers
+    /// the others from 1. Nothing changes where no share is above 0.
     void EligeTitularPrincipal();
     /// Sorts by holder, share, number and title. If no link is the main one, the first becomes it.
     void OrdenaCotitulares();
@@ -79,18 +84,18 @@ public:
     void GrabaCotitulares(CStdioFile& fichero, short ger, short mun, short emenor,
                           const std::vector<CTitular>& titulares, bool fijo) const;
     const std::vector<CCotitular>& Cotitulares() const { return m_cotitulares; }
-    /// Turns each share, so far square metres, into the percentage of the subparcels' whole
-    /// surface.
+    /// Turns each share, so far square metres, into per cent of the subparcels' whole surface, 100
+    /// where that is 0. Then chooses the main link (`EligeTitularPrincipal`).
     void ReparteParticipaciones();
-    /// Gives each link the index that `nuevos` has at its old one; a link without a holder stays.
+    /// The holders were sorted: gives each link the index that `nuevos` has at its old one. A link
+    /// without a holder stays.
     void RenumeraTitulares(const std::vector<int>& nuevos);
 
-    /// Index of the main link, else kNoEncontrado; its holder, else -1; its title, else empty; its
-    /// share, else 0.
-    int IndicePrincipal() const;
-    int TitularPrincipal() const;
+    // The first link that is the main one, and what it says.
+    int IndicePrincipal() const;  ///< among the links; kNoEncontrado where there is none
+    int TitularPrincipal() const; ///< index of its holder, -1 where there is none
     CString TitPrincipal() const;
-    int ParticiPrincipal() const;
+    int ParticiPrincipal() const; ///< 0 where there is none
 
     short Zona;
     short Polig;
@@ -99,7 +104,7 @@ public:
     char clase = 'R';
     short subclase = 0;
     char claveConc = ' '; ///< other than a blank for a concentrated parcel
-    int x = 0;
+    int x = 0;            ///< where it lies: tens of metres, the last three digits
     int y = 0;
     int paraje = -1;    ///< index in the municipality's places, below 0 for none
     bool salvar = true; ///< off keeps the parcel out of the PR records

@@ -13,6 +13,7 @@ struct CCabeceraLista {
     CString nombreSalida; ///< base name of the outputs: the two numbers as they stand
 };
 
+/// Takes the list's first line apart.
 /// \param primera  without its line end; what is missing in it reads as 0 and as empty text
 CCabeceraLista LeeCabeceraLista(const CString& primera);
 
@@ -20,5 +21,8 @@ CCabeceraLista LeeCabeceraLista(const CString& primera);
 /// the polygon's number. The line's first character says nothing.
 CString EntradaDeLista(const CString& linea);
 
-/// Path of a file in the list file's folder, given as `DamePath` gives it.
+/// Path of a file that stands beside the list.
+/// \param carpeta    the list's folder, as `DamePath` gives it
+/// \param nombre     base name of the file
+/// \param extension  without its point; it takes the place of one that the name has
 CCadena FicheroDeLista(const CString& carpeta, const CString& nombre, const char* extension);

@@ -2,9 +2,9 @@
 
 #include <string_view>
 
-#include "platform/cfile.h"
 #include "platform/cstring.h"
 
+class CStdioFile;
 struct CDatosLinea;
 
 /// `tipo` of an abstract subparcel.
@@ -22,8 +22,8 @@ public:
 
     /// Fills the fields from an SP or SC line (`modo` 0), a subparcel line of the list (1) or a row
     /// of Subparcelas.txt (2).
-    /// \param datos  takes what the line says beside them: of a row and of a line that is long
-    /// enough its parcel's numbers
+    /// \param datos  takes what the line says beside them: its parcel's numbers, of a row and of an
+    ///               SP or SC line that is long enough
     /// \return false, with the fields unset, only for a row without `letra`
     bool Lee(std::string_view linea, int modo, CDatosLinea& datos);
     bool Lee(std::string_view linea, int modo);

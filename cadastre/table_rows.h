@@ -11,7 +11,7 @@
 /// Code of the municipality that a row of any table belongs to; 0 for a header line.
 int MunicipioDeFila(std::string_view fila);
 
-/// Tells whether the first line of a table is its header.
+/// Tells whether a row, the first one of its table, is the header line.
 bool EsCabecera(std::string_view fila);
 
 using CTomaFila = std::function<void(std::string_view fila)>;

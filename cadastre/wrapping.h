@@ -5,6 +5,7 @@
 
 // Sums of data that nobody checks. They wrap at 32 bits, as the formats' users know them to.
 
+/// The sum, wrapped at 32 bits.
 constexpr int Suma(int a, int b)
 {
     return static_cast<int>(static_cast<std::uint32_t>(a) + static_cast<std::uint32_t>(b));

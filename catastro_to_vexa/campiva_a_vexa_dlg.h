@@ -15,7 +15,7 @@ public:
     CCampivaAVexaDlg();
 
     /// A run from the command line, with the dialog hidden. Its stored settings give what the
-    /// arguments don't. Gives 1, whatever the run came to.
+    /// arguments don't. Gives 1, whatever the run came to. What a run raises is told in a box.
     int EjecutaLote(const CString& entrada, const CString& modulos, const CString& titulares,
                     const CString& parcelas, const CString& subparcelas, const CString& parajes,
                     const CString& cotitulares, CWnd* padre);
@@ -38,7 +38,8 @@ protected:
 
 private:
     /// Reads an exchange file in the read layout. `entrada` stands at its start; neither file is
-    /// closed. The counters are only added to.
+    /// closed. The counters are only added to. A stop by the user ends the reading early. Raises
+    /// CFileException where a read fails.
     void LeeArchivoNormal(CBaseCatastro& base, CStdioFile* entrada, CStdioFile* log,
                           int* numErrores, int* numWarnings);
     /// Settles the records that waited for the end of the file, in the municipality of its last
@@ -71,6 +72,7 @@ private:
         {{IDC_BUSCAR_ENTRADA, &ArchivoEntrada, IDS_FILTRO_TODOS}}};
 };
 
-/// Checks a database that was read: parcels without subparcels, else without holders; then, in a
-/// pass of its own, parcels whose surface isn't the sum of their subparcels'.
+/// Checks a database that was read, and tells the log of parcels without subparcels, or else
+/// without holders; then, in a pass of its own, of those whose surface isn't the sum of their
+/// subparcels'. Adds all to `numErrores`.
 void CompruebaBase(CBaseCatastro& base, CStdioFile* log, int* numErrores);

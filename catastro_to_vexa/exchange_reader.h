@@ -1,10 +1,10 @@
 #pragma once
 
 #include <deque>
+#include <string_view>
 #include <vector>
 
 #include "cadastre/database.h"
-#include "cadastre/exchange_lines.h"
 #include "cadastre/message_catalogue.h"
 #include "catastro_to_vexa/record_queue.h"
 
@@ -37,7 +37,7 @@ struct CTitularLeido {
     int municipio = 0; ///< index of the line's municipality
 };
 
-/// State of the reading of one exchange file.
+/// State of the reading of one exchange file. The base must outlive it.
 struct CLecturaCatastro {
     CLecturaCatastro(CBaseCatastro& baseQueLlena, const CAvisos& avisosDelRun)
         : base(baseQueLlena), avisos(avisosDelRun)
@@ -49,7 +49,8 @@ struct CLecturaCatastro {
     CBaseCatastro& base;
     CAvisos avisos;
     int municipioActual = -1; ///< index of the municipality of the last line taken
-    // The first two go together position by position, and so do the next two.
+    // A record and what its line says beyond it stand at the same position of two queues: parcels
+    // and their links, then subparcels and their references.
     CCola<CParcela> parcelasLeidas;
     std::deque<CVinculoParcela> vinculosParcela;
     CCola<CSubparcela> subparcelasLeidas;

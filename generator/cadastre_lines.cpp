@@ -6,6 +6,7 @@
 #include "cadastre/subparcel_columns.h"
 #include "generator/compose_line.h"
 #include "platform/ansi.h"
+#include "platform/cfile.h"
 
 namespace sintetico {
 namespace {

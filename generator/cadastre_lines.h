@@ -18,9 +18,11 @@ struct CLineasCatastro {
     std::vector<std::string> parcelas;
     std::vector<std::string> subparcelas; ///< land and built components
 
+    /// All lines in the order of a delivered file: as above, but the places last.
     std::vector<std::string> Todas() const;
 };
 
+/// The lines of a municipality's exchange file, code page 1252.
 CLineasCatastro LineasCatastro(const CMunicipioSintetico& municipio);
 
 /// Puts some 25 deliberate faults into the lines, which raise most messages of the reading.
@@ -30,7 +32,7 @@ void EstropeaCatastro(CLineasCatastro& lineas);
 /// A list of subparcels with holders; a parcel's subparcels are shared out among its holders.
 std::vector<std::string> LineasLista(const CMunicipioSintetico& municipio);
 
-/// Some faults in a list: conflicts of holders, repeated letters, surfaces of 0.
+/// Puts some faults into a list: conflicts of holders, repeated letters, surfaces of 0.
 void EstropeaLista(std::vector<std::string>& lineas);
 
 /// The lines of either input, a list or else an exchange file, with the faults if they are asked
@@ -38,7 +40,8 @@ void EstropeaLista(std::vector<std::string>& lineas);
 std::vector<std::string> LineasDeEntrada(const CMunicipioSintetico& municipio, bool lista,
                                          bool faltas);
 
-/// Writes the lines with CR LF. Raises CFileException; false where the file can't be created.
+/// Writes the lines with CR LF. False where the file can't be created; raises CFileException where
+/// it can't be written.
 bool GrabaLineas(const CString& nombre, const std::vector<std::string>& lineas);
 
 } // namespace sintetico

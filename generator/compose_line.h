@@ -6,7 +6,7 @@
 
 #include "cadastre/column_reader.h"
 
-// Lines of fixed columns for a reader to read: what column_reader.h does, the other way round.
+// Composes lines of fixed columns as the readers of column_reader.h expect them.
 
 namespace sintetico {
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <string>
 #include <vector>
 
 #include "cadastre/holder.h"
@@ -9,8 +8,8 @@
 #include "cadastre/parcel.h"
 #include "generator/lattice.h"
 
-// A municipality that nobody owns: names, parcels and holders drawn by a number, the same for the
-// same number on every machine.
+// A municipality that nobody owns: names, parcels and holders are drawn at random from a seed. The
+// same seed gives the same municipality on every machine.
 
 namespace sintetico {
 
@@ -18,7 +17,7 @@ namespace sintetico {
 class CSorteo {
 public:
     explicit CSorteo(std::uint64_t semilla) : m_estado(semilla) {}
-    /// A number from 0 to n - 1.
+    /// A number from 0 to n - 1; n is 1 or more.
     int Hasta(int n);
     bool UnoDeCada(int n) { return Hasta(n) == 0; }
 
@@ -35,7 +34,7 @@ struct CSubparcelaDibujada {
     CString rotulo; ///< "12-a"
 };
 
-/// A holder of a number: its position among the people, and its share.
+/// Somebody who holds the parcels of a number: the position among the people, and the share.
 struct CParticipe {
     int persona;
     int partici;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <string_view>
 
 #include <cpl_error.h>
@@ -7,15 +8,17 @@
 #include "platform/cfile.h"
 #include "platform/format.h"
 
-// The driver's sentences go the way that GDAL's do, in UTF-8.
+// The driver's sentences go the way that GDAL's do (CPLError). Texts come in code page 1252 or
+// UTF-8, and go out in UTF-8.
 
 /// Tells that something failed, so that the program at work ends with an error.
 void Falla(std::string_view texto);
+/// The same with the file and the reason.
 void Falla(const CFileException& fallo);
 /// Tells what a user has to know, and goes on.
 void Avisa(std::string_view texto);
 
-/// The same with a printf form in code page 1252.
+/// The two above with a printf form (see format.h).
 template <class... T>
 void FallaCon(std::string_view forma, const T&... argumentos)
 {

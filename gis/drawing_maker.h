@@ -15,6 +15,9 @@
 /// What is told once for many outlines: how many there were, and the first of them by name.
 class CNoticias {
 public:
+    /// Counts an outline.
+    /// \param noticia  what is told of it, code page 1252
+    /// \param nombre   of the outline
     void Apunta(const char* noticia, const CString& nombre);
     /// Tells all and forgets them.
     void Dice();
@@ -41,8 +44,10 @@ public:
     /// where an outline can't be drawn or stands in several pieces and the mode takes neither.
     bool Compon(const std::vector<const CRecintoEntrante*>& entrantes, const CModoDibujo& modo);
 
-    /// Writes the drawing and the topologies with these extensions, in the order given.
-    /// False, with the reason, where a file can't be created. Raises CFileException.
+    /// Writes the drawing and the topologies with these extensions, in the order given. They take
+    /// their places when `salidas` is confirmed. False, with the reason in `fallo`, where a file
+    /// can't be created; raises CFileException where one can't be written.
+    /// \param base  path of the files without their extension
     bool Graba(const CString& base,
                std::initializer_list<std::pair<ClaseTopologia, const char*>> ficheros,
                CConjuntoSalidas& salidas, CFileException& fallo);

@@ -17,6 +17,7 @@ struct CCampoCapa {
     OGRFieldSubType subtipo = OFSTNone;
 };
 
+/// A layer to be read. Where `fuente` raises CFileException, the layer tells GDAL and is empty.
 class CCapa final : public OGRLayer {
 public:
     /// Fills a new feature with the number `i`.

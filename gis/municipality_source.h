@@ -8,8 +8,8 @@
 #include "cadastre/polygon_list.h"
 #include "gis/tables.h"
 
-/// A municipality by its list file: what the layers are made of. Each part is read when it is
-/// asked for first; a read that fails raises CFileException.
+/// A municipality by its list file: what the layers are made of. Each part is read whole when it is
+/// asked for first, and kept; a read that fails raises CFileException.
 class CMunicipioAbierto {
 public:
     /// Files that don't stand where they are looked for; empty for those that do.
@@ -19,10 +19,11 @@ public:
         CString registro; ///< the log; else beside the list, named by its first line
     };
 
-    /// False where the file can't be opened, or is no list of polygons of which one at least has a
-    /// drawing.
+    /// Reads the list. False where the file can't be opened, and where none of its entries has a
+    /// .BIN beside it: then it is hardly a list of polygons.
     bool Abre(const CString& lista, const COtrosSitios& otros);
 
+    /// The list's first line.
     const CString& Cabecera() const { return m_lista.cabecera; }
     const CString& Carpeta() const { return m_carpeta; }
     const std::vector<CString>& Entradas() const { return m_lista.entradas; }

@@ -14,7 +14,7 @@ struct CNudo {
     friend auto operator<=>(const CNudo&, const CNudo&) = default;
 };
 
-/// The nodes of an arrangement by their place.
+/// The nodes of an arrangement by their place, so that those near a way are found at once.
 class CRejillaNudos {
 public:
     explicit CRejillaNudos(const std::vector<CNudo>& nudos);

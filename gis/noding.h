@@ -10,11 +10,11 @@
 
 using CAnillo = std::vector<vexageo::CPunto<int>>;
 
-/// Nodes the rings together and rounds them: where two of them cross, touch or run along one
-/// another, both have the same points afterwards, no point is farther from its place than a
-/// rounding takes it (a few where points crowd), and no ring crosses another one or itself anew.
-/// Rings of whole points alone are a drawing's, and their surfaces are somebody's: they get the
-/// points of others that lie exactly on them, and nothing moves.
+/// Nodes the rings together and rounds them. Where two of them cross, touch or run along one
+/// another, both have the same points afterwards. A point moves no farther than rounding takes it,
+/// or a few times that where points crowd. No ring comes to cross another one or itself that
+/// didn't before. A ring that has whole points alone comes from a drawing, and somebody counts on
+/// its surface: it gets the points of others that lie exactly on it, and none of its own moves.
 /// \param anillos  without a closing point
 /// \param[out] redondos  in the same order; a ring that rounding leaves without a surface is empty
 /// \return false where they can't be noded

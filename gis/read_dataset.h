@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include <gdal_priv.h>
@@ -11,8 +12,10 @@
 /// A municipality opened by its list file.
 class CDatosMunicipio final : public GDALDataset {
 public:
+    /// Tells GDAL whether the file looks like a list, by its first lines or by the prefix "VEXA:".
     static int Identifica(GDALOpenInfo* que);
-    /// Null for a file that is no list, in silence, and for one that can't be read, which is told.
+    /// Opens the list; GDAL owns the result. Null for a file that is no list, in silence, and for
+    /// one that can't be read, which GDAL is told. Raises no CFileException.
     static GDALDataset* Abre(GDALOpenInfo* que);
 
     int GetLayerCount() override { return static_cast<int>(m_capas.size()); }

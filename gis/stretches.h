@@ -1,7 +1,9 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "gis/noding.h"
@@ -14,9 +16,9 @@ public:
     /// \param anillos  noded, all those of the drawing
     explicit CTramos(const std::vector<CAnillo>& anillos);
 
-    /// Positions in the drawing of the lines that make one of the rings, in its order, negative for
-    /// those that run the other way. Puts the lines there that are new. Empty where the drawing has
-    /// no room left.
+    /// Gives the positions in the drawing of the lines that make one of the rings, in its order,
+    /// negative for those that run the other way. Adds the lines that the drawing hasn't got yet.
+    /// Empty where it has no room left.
     std::vector<int> Pon(const CAnillo& anillo, vexageo::CEscritorDibujo& dibujo);
 
 private:

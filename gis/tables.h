@@ -9,13 +9,15 @@
 class CTablas {
 public:
     /// Reads the tables by their usual names in a folder, given as `DamePath` gives it. Raises
-    /// CFileException.
+    /// CFileException where a read fails.
+    /// \param mun  code of the municipality whose rows count
     CTablas(const CString& carpeta, short mun);
 
     bool HayParcelas() const { return m_hayParcelas; }
     /// Null where the tables have none with these numbers.
     const CParcela* Parcela(int polig, int parcela) const;
-    /// Main holder and place of a parcel, null where it names none that is there.
+    /// Main holder of a parcel of these tables, and its place; null where it names none that is
+    /// there.
     const CTitular* Titular(const CParcela& parcela) const;
     const CParaje* Paraje(const CParcela& parcela) const;
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <memory>
-#include <string>
 #include <vector>
 
 #include <gdal_priv.h>
@@ -13,6 +12,8 @@
 /// it is closed. Nothing is written where one of them was refused.
 class CMunicipioNuevo final : public GDALDataset {
 public:
+    /// Begins a municipality; nothing is written yet. GDAL owns the result. Null where a picture is
+    /// asked for: the numbers are its width, height and bands, and must be 0 bands.
     static GDALDataset* Crea(const char* lista, int, int, int, GDALDataType, char** opciones);
 
     CMunicipioNuevo(const CMunicipioNuevo&) = delete;

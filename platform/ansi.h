@@ -16,7 +16,8 @@ inline constexpr char16_t kAltos[32] = {
     0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
     0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
 
-/// The code page's byte for a Unicode value. One that it lacks stops the compilation.
+/// The code page's byte for a Unicode value. A value that it lacks stops the compilation of a
+/// constant; at run time it would throw.
 constexpr char ByteDe(char32_t valor)
 {
     for (unsigned i = 0; i < 32; ++i)

@@ -40,60 +40,78 @@ public:
     CFile& operator=(const CFile&) = delete;
     virtual ~CFile();
 
-    /// Opens for reading, or with `modeCreate | modeWrite` for writing. False, with the reason and
-    /// nothing changed on disk, where that can't be done; a folder is no file. A file to be read
-    /// with `anyCase` may have a name that differs from this one in the case of its letters, if
-    /// there is just one. Raises CFileException where another program is writing the file, and
-    /// for a fault of the disk or the system.
+    /// Opens for reading, or with `modeCreate | modeWrite` for writing. What the object had open
+    /// before is let go of, unwritten bytes included. A folder is no file. A file to be read with
+    /// `anyCase` may have a name that differs from this one in the case of its letters, if there is
+    /// just one such file.
+    /// \param fallo     takes the reason of a false; null for nobody who asks
     /// \param conjunto  the outputs of a run, with which this one takes its place when they are
     ///                  confirmed; without it `Close` puts it there
+    /// \return false, with nothing changed on disk, for the usual reasons (see
+    ///         CFileException::EsCorriente): no such file, no permission
+    /// Raises CFileException for all other reasons: another program is writing the file, or the
+    /// disk or the system is at fault. With `modeWhole` also where the file can't be read.
     bool Open(const CString& nombre, UINT modo, CFileException* fallo = nullptr,
               CConjuntoSalidas* conjunto = nullptr);
 
     /// Ends the work with the file. After writing it raises CFileException, with the target as it
-    /// was, if something couldn't be written.
+    /// was, if something couldn't be written. A file that is written in its place tells that by
+    /// `Fallo` instead. An output that belongs to a set waits there until the set is confirmed.
     void Close();
 
-    /// Reads up to `n` bytes; gives how many there were before the end of the file. A read that
-    /// fails, and a file that ends before the length that it had when it was opened, raise
-    /// CFileException; so do all that read here.
+    /// Reads up to `n` bytes; gives how many there were before the end of the file. Raises
+    /// CFileException where a read fails, and where the file ends before the length that it had
+    /// when it was opened. So do all operations of this class and the next that read.
     UINT Read(void* bytes, UINT n);
 
-    /// The next up to `n` bytes where they stand in memory, which holds them until the next call;
-    /// fewer before the end of the file alone. The file moves behind them.
+    /// The next `n` bytes, fewer only at the end of the file. They stand in the file's own buffer
+    /// and are valid until the next call. The position moves behind them.
     std::string_view Tramo(std::size_t n);
 
-    /// Goes to a position from the start of a file that is read. One past its end is no fault:
-    /// there is nothing to be read there.
+    /// Goes to a position, in bytes from the start of a file that is read. One past its end is no
+    /// fault: there is nothing to be read there. Raises CFileException for a file without positions
+    /// (a pipe), unless the position is still in the buffer.
     void Seek(std::uint64_t posicion);
 
-    /// Writes the bytes. Raises CFileException.
+    // All that write go through the buffer, so a write that fails may show later. They raise
+    // CFileException, and the output is thrown away then; a file that is written in its place
+    // raises nothing and tells by `Fallo`.
+
+    /// Writes the bytes.
     void Write(const void* bytes, UINT n);
 
-    /// Brings what was written so far to the system. Raises CFileException.
+    /// Hands what was written so far to the system; it isn't brought to the disk.
     void Flush();
 
-    /// Length in bytes of a file open for reading as it was when it was opened, 0 for a pipe.
+    /// Length in bytes that a file open for reading had when it was opened; 0 for a pipe, a device
+    /// and a file that is written.
     std::uint64_t GetLength() const { return m_longitud; }
 
     /// Number of bytes of the file in front of the next one to be read or written.
     std::uint64_t GetPosition() const { return m_base + (Escribiendo() ? m_lleno : m_leido); }
 
-    /// The whole path of a name, from the root; the name itself where the system doesn't tell.
+    /// The whole path of a name, from the root, without "." and ".."; the name itself where the
+    /// system doesn't tell.
     static CString RutaCompleta(const CString& nombre);
 
     /// What was wrong with the first write that failed in a file that is written in its place; no
     /// error if none did. `Close` leaves it standing.
     const CFileException& Fallo() const { return m_fallo; }
 
-    /// Tells whether both names lead to one and the same file on disk.
+    // Comparisons of names. All raise CFileException where a file can't be looked at: two files
+    // that nobody can tell apart could be one.
+
+    /// Tells whether both names lead to one and the same file on disk. False where one isn't there.
     static bool EsElMismo(const CString& uno, const CString& otro);
+    /// The same with any of the other names.
     static bool EsAlguno(const CString& nombre, const std::vector<CString>& otros);
-    /// The same also where the file isn't there yet; what is no regular file (a device) never is.
+    /// Tells whether both names would be one file once it is written; it need not be there yet.
+    /// False for what is no regular file: a device takes the bytes of all.
     static bool SeriaElMismo(const CString& uno, const CString& otro);
 
 protected:
     /// What stands unread in the buffer, at least `minimo` bytes of it unless the file ends before.
+    /// It is valid until the next call; `Consume` moves the position.
     std::string_view Mira(std::size_t minimo);
     void Consume(std::size_t bytes) { m_leido += bytes; }
     bool AlFinal() const { return m_final; } ///< nothing comes behind what `Mira` gave
@@ -101,6 +119,7 @@ protected:
     /// Room in the buffer of a file that is written; `Escrito` tells how much of it was filled.
     char* Sitio(std::size_t bytes);
     void Escrito(std::size_t bytes) { m_lleno += bytes; }
+    /// Called once the end of the file is in the buffer; may cut what is no data from the end.
     virtual void AlLlegarAlFinal(std::string_view& /*ultimo*/) const {}
 
 private:
@@ -139,23 +158,26 @@ private:
 class CStdioFile : public CFile {
 public:
     /// Reads up to `n` - 1 characters of the line into the buffer, the line end among them, and
-    /// closes them with a zero. Null at the end of the file.
+    /// closes them with a zero. A longer line comes in pieces, one a call. Gives `bufer`, null at
+    /// the end of the file. `n` is 2 or more.
     char* ReadString(char* bufer, UINT n);
 
-    /// Reads a line and drops its end. False at the end of the file.
+    /// Reads a line of any length and drops its end. False, with an empty text, at the end of the
+    /// file.
     bool ReadString(CString& linea);
 
-    /// Writes the text, each "\n" as CR LF. Raises CFileException.
+    /// Writes the text, bytes in code page 1252, each "\n" as CR LF. Raises CFileException.
     void WriteString(std::string_view texto);
 
-    /// Room for a line of up to `cota` characters, which is composed where it is written from;
-    /// `AcabaLinea` takes its end and adds the line end. Nothing else is asked of the file between
-    /// the two. Both raise CFileException.
+    /// Gives room in the buffer for a line of up to `cota` characters, so that it is composed
+    /// where it is written from. `AcabaLinea` is told where the line ends and adds the line end.
+    /// Nothing else may be asked of the file between the two. Both raise CFileException.
     char* EmpiezaLinea(std::size_t cota);
     void AcabaLinea(const char* fin);
 
-    /// A text that the owner of the file may compose before it is written. It keeps its memory from
-    /// one use to the next, so that writing a row costs no allocation.
+    /// An empty text for whoever composes something before it is written here. It keeps its memory
+    /// from one use to the next, so that writing a row costs no allocation. The next call, and
+    /// `AcabaLinea`, empty it.
     std::string& Borrador()
     {
         m_borrador.clear();

@@ -38,5 +38,5 @@ public:
 
     CString m_strFileName; ///< as the program named it
     sistema::Error m_causa;
-    bool m_alLeer = false;
+    bool m_alLeer = false; ///< a read failed, not a write
 };

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <compare>
-#include <cstdint>
+#include <cstddef>
 #include <cstring>
 #include <functional>
 #include <string>
@@ -62,7 +62,7 @@ public:
     /// Position of the first, or last, such character, -1 if there is none.
     int Find(char c) const;
     int ReverseFind(char c) const;
-    /// Cuts the characters of `cuales` from the end, or from the start.
+    /// Cuts the characters of `cuales`, blanks by default, from the end, or from the start.
     CString& TrimRight(std::string_view cuales = " ");
     CString& TrimLeft(std::string_view cuales = " ");
     /// Replaces every `antes` by `ahora`; gives how many there were.

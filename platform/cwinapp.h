@@ -4,6 +4,7 @@
 #include <new>
 #include <optional>
 #include <span>
+#include <utility>
 #include <vector>
 
 #include "platform/cstring.h"
@@ -23,11 +24,15 @@ public:
     CWinApp& operator=(const CWinApp&) = delete;
     virtual ~CWinApp();
 
-    /// Hands over what the process starts with, then runs `InitInstance`.
+    /// Hands over what the process starts with, then runs `InitInstance`. A CFileException or a
+    /// std::bad_alloc that leaves it is told in a box and ends here; `Interrumpida` is true then.
+    /// \param frontal       must live as long as the application
+    /// \param mandato       the tokens behind the program's name, joined by tabs
+    /// \param ficheroAyuda  path of the help file
     void Arranca(CFrontal& frontal, const CRecursos& recursos, const CString& mandato,
                  const CString& ficheroAyuda);
 
-    /// The life of the process. False: there is no message loop to run behind it.
+    /// The life of the process. Its result is 0, as no message loop runs behind it.
     virtual BOOL InitInstance() { return 0; }
 
     /// Default path of a program's help file: beside the program, or where an installed program has
@@ -48,28 +53,31 @@ public:
     int GetProfileInt(const CString& seccion, const CString& clave, int defecto) const;
     CString GetProfileString(const CString& seccion, const CString& clave,
                              const CString& defecto) const;
-    /// The same of several keys of a section in one reading of the store; nothing for those that
-    /// aren't there.
+    /// The same of several keys of a section, which cost one reading of the store; nothing for
+    /// those that aren't there. Raises CFileException as above.
     std::vector<std::optional<CString>> LeeAjustes(const CString& seccion,
                                                    std::span<const CString> claves) const;
-    /// The number that a stored value is, the default where it is none.
+    /// The number that a stored value is, the default where it is none. What a person wrote behind
+    /// a ";" or "#" is passed over.
     static int NumeroGuardado(const CString& guardado, int defecto);
-    /// Stores a value at once. False, with the store as it was, if that can't be done.
+    /// Stores a value at once. False, with the store as it was, if that can't be done or there is
+    /// no registry key.
     BOOL WriteProfileInt(const CString& seccion, const CString& clave, int valor);
     BOOL WriteProfileString(const CString& seccion, const CString& clave, const CString& valor);
-    /// Stores all values in one step. Raises CFileException, with the store as it was, if that
-    /// can't be done.
+    /// Stores all values in one step; nothing where there is no registry key. Raises
+    /// CFileException, with the store as it was, if that can't be done.
     void GuardaAjustes(std::span<const CAjuste> ajustes);
 
-    /// Shows a box and notes whether it told an error.
+    /// Shows a box and gives the user's answer (see CFrontal). Notes whether it told an error.
     int Caja(const CString& texto, const CString& titulo, UINT flags);
     bool HuboCajaDeError() const { return m_huboCajaDeError; }
-    /// Tells that something kept the program from its end, which was told then.
+    /// Tells that an exception kept `InitInstance` from its end. A box told the user.
     bool Interrumpida() const { return m_interrumpida; }
-    /// Tells that memory ran out, with what was kept back for that.
+    /// Shows the box that memory ran out. It uses memory that was kept back for that, and writes
+    /// to the standard error where even that isn't enough.
     void CajaSinMemoria() noexcept;
-    /// Does what must be done whatever happens: where it finds no memory once more, with what was
-    /// kept back.
+    /// Calls `hace`, which must come to its end whatever happens. Where memory runs out in it, it
+    /// is called a second time with the memory that was kept back.
     template <class F>
     void ConReserva(F hace)
     {
@@ -81,9 +89,9 @@ public:
         }
     }
 
-    /// Keeps what the last work of the process leaves in memory, for as long as the application
-    /// stands. The end of the process frees millions of records at once; one by one they take a
-    /// fifth of the work.
+    /// Keeps the records of the last run in memory as long as the application stands. To free
+    /// millions of them one by one would take a fifth of the run's time; the end of the process
+    /// frees them at once.
     void Conserva(std::shared_ptr<const void> datos) { m_conservado = std::move(datos); }
 
     CFrontal& Frontal() const { return *m_frontal; }

@@ -4,7 +4,6 @@
 #include <optional>
 #include <span>
 #include <type_traits>
-#include <vector>
 
 #include "platform/cstring.h"
 #include "platform/help_info.h"
@@ -45,8 +44,10 @@ public:
     /// selects none.
     int GetCurSel() const { return m_seleccion; }
     void SetCurSel(int seleccion);
-    /// Position of a progress bar, 0 to 100; PBM_SETPOS cuts what is outside.
+    /// Position of a progress bar, 0 to 100.
     int GetPos() const { return m_posicion; }
+    /// PBM_SETPOS sets the bar's position to `wParam`, cut to 0 to 100, and gives the one before.
+    /// All other messages do nothing and give 0.
     LRESULT SendMessage(UINT mensaje, WPARAM wParam, LPARAM lParam);
 
 private:
@@ -89,8 +90,8 @@ protected:
     /// The message map; the first line that fits is taken.
     virtual std::span<const CEntradaMensaje> GetMessageMap() const { return {}; }
     virtual void WinHelp(WPARAM /*dato*/, UINT /*mandato*/) {}
-    /// Ways to the handler; a command without one goes to the application. What throws passes
-    /// through.
+    /// Finds the handler of a message and gives its result. A command without a handler goes to the
+    /// application. What a handler throws passes through.
     virtual LRESULT WindowProc(UINT mensaje, WPARAM wParam, LPARAM lParam);
 };
 
@@ -132,9 +133,10 @@ public:
     bool m_bSaveAndValidate;
 };
 
+/// Attaches a bar to its control in either direction; to none where that isn't there.
+void DDX_Control(CDataExchange* dx, UINT id, CProgressCtrl& control);
 // One field and its control each, in the direction of the exchange. A field whose control isn't
 // there stays as it is.
-void DDX_Control(CDataExchange* dx, UINT id, CProgressCtrl& control);
 void DDX_Text(CDataExchange* dx, UINT id, CString& valor);
 void DDX_Check(CDataExchange* dx, UINT id, int& valor);
 void DDX_CBIndex(CDataExchange* dx, UINT id, int& valor);
@@ -212,9 +214,8 @@ public:
 
     /// Tells the front end that the control changed. The controls call it.
     void Refleja(const CControl& control) const;
-    /// Hands at most one pending event of the user to this dialog; a Ctrl-C is a click on its
-    /// button
-    /// 2. Throws CInterrumpido where the process is to end.
+    /// Hands at most one pending event of the user to this dialog. A Ctrl-C counts as a click on
+    /// its button IDCANCEL. Throws CInterrumpido where the process is to end.
     void AtiendeUno();
 
 protected:
@@ -242,12 +243,14 @@ inline constexpr UINT OFN_FILEMUSTEXIST = 0x1000;
 /// The platform's box for opening a file, in front of the window of the moment.
 class CFileDialog {
 public:
-    /// `filtros`: pairs of a text and a pattern, all ended by "|", the whole by one more.
+    /// \param inicial  the path that the box starts with; may be empty
+    /// \param filtros  pairs of a text and a pattern, all ended by "|", the whole by one more
     CFileDialog(const CString& inicial, UINT flags, const CString& filtros)
         : m_ruta(inicial), m_flags(flags), m_filtros(filtros)
     {
     }
 
+    /// Shows the box. IDOK, and the path chosen in `GetPathName`; IDCANCEL if the user gave up.
     int DoModal();
     CString GetPathName() const { return m_ruta; }
     void SetPathName(const CString& ruta) { m_ruta = ruta; }

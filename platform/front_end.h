@@ -62,10 +62,10 @@ public:
     /// Tells that a dialog, hidden or not, is gone.
     virtual void Cierra(const CDialog& /*dialogo*/) {}
 
-    /// Shows the help file on its default topic. False where it can't be shown; so with the next.
+    /// Shows the help file on its default topic. False where it can't be shown.
     virtual bool MuestraAyuda(const CString& ficheroAyuda) = 0;
 
-    /// Shows the help text of one control.
+    /// Shows the help text of one control. False where it can't be shown.
     /// \param temas  the help file, "::" and the file inside it that holds the texts
     virtual bool MuestraAyudaControl(const CString& temas, const HH_POPUP& popup) = 0;
 };

@@ -15,7 +15,7 @@ class CWnd;
 inline constexpr UINT HH_DISPLAY_TOPIC = 0;       ///< the help file on its default topic
 inline constexpr UINT HH_DISPLAY_TEXT_POPUP = 14; ///< the help of one control in a small popup
 
-/// The file inside the help file that holds the texts of the controls, behind what parts the two.
+/// What follows the help file's path to name the file inside it that holds the controls' texts.
 inline constexpr const char* kTextosDeControles = "::Ayuda IDC.txt";
 
 /// What the viewer is told of a popup. Its font, margins and text colour are the viewer's own.
@@ -29,12 +29,11 @@ struct HH_POPUP {
 /// \param fichero  the help file; for a popup followed by "::" and the file inside it that holds
 ///                 the texts of the controls
 /// \param popup    for a popup only
-/// \return the viewer's result: 1, or 0 where it could show nothing. A help file that is missing is
-/// the
-///         viewer's matter, and no caller looks at it.
+/// \return 1, or 0 where the viewer could show nothing, as without a help file
 BOOL HtmlHelp(const CWnd* ventana, const CString& fichero, UINT mandato, const HH_POPUP* popup);
 
-/// The two parts of such a name: the help file and the file inside it.
+/// The two parts of a name such as "help.chm::texts.txt": the help file and the file inside it. The
+/// second one is empty where there is no "::".
 std::pair<CString, CString> ParteTemas(const CString& temas);
 
 /// Text of a topic in a file of popup texts: the lines between ".topic ID" and the next such line,

@@ -21,8 +21,10 @@ struct CDiarioLeido {
     std::vector<CEntradaDiario> entradas;
 };
 
+/// The bytes of a diary.
+/// \param diarios  paths of all diaries of the set, one in each folder
 std::string EscribeDiario(const std::vector<CReemplazo::Ruta>& diarios,
                           const std::vector<CEntradaDiario>& entradas);
 
-/// One that was cut short reads as empty.
+/// Reads the bytes of a diary. One that was cut short or damaged reads as empty.
 CDiarioLeido LeeDiario(std::string_view bytes);

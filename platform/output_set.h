@@ -2,7 +2,6 @@
 
 #include <list>
 #include <span>
-#include <string>
 #include <vector>
 
 #include "platform/cstring.h"
@@ -26,18 +25,21 @@ public:
     /// alive stays. Raises CFileException where a folder or a diary can't be read.
     static void Sana(const std::vector<CString>& nombres);
 
-    /// Keeps an output for this run, before anything is written to it. `Ocupado` where another
-    /// program is writing it; what can't be created is told when it is opened.
+    /// Keeps an output for this run, before anything is written to it.
+    /// \return `Ocupado` where another program is writing it; `NoSePuede` where it can't be
+    ///         created, for a reason that `Abre` will give. The set stays as it was in both cases.
     CReemplazo::Apertura Reserva(const CString& nombre);
 
-    /// Opens an output, reserved or not. Null with the reason where that can't be done. It belongs
-    /// to the set.
+    /// Opens an output, reserved or not. Null with the reason where that can't be done. Raises
+    /// CFileException where another program is writing it. The object belongs to the set, which
+    /// lets go of it in `Confirma` and `Desecha`.
     CReemplazo* Abre(const CString& nombre, sistema::Error& error);
 
-    /// All outputs that were opened take their places. Raises CFileException, with all targets as
-    /// they were, where one of them can't.
+    /// All outputs that were opened take their targets' places; the set is empty then. Those that
+    /// were only reserved are let go of. Raises CFileException, with all targets as they were,
+    /// where one of them can't.
     void Confirma();
-    /// Nothing takes any place; what was written is gone.
+    /// Throws away all that was written and empties the set; the targets stay as they were.
     void Desecha();
 
 private:
@@ -50,9 +52,11 @@ private:
     std::list<CSalida> m_salidas; // an output keeps its address
 };
 
-/// The same for outputs that stand each by itself: named as they were asked for.
+/// An output, and the name by which the program asked for it, which complaints name.
 struct CSalidaNombrada {
     CString nombre;
     CReemplazo* reemplazo;
 };
+/// Does what CConjuntoSalidas::Confirma does, for outputs that the caller owns. They are closed
+/// afterwards, also where it raises CFileException.
 void ConfirmaSalidas(std::span<const CSalidaNombrada> salidas);

@@ -1,7 +1,7 @@
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
-#include <optional>
 #include <string_view>
 
 #include "platform/system_files.h"
@@ -14,9 +14,10 @@
 /// file without a name, and is copied into the target at the end. A link is followed. What is no
 /// regular file (a device, a pipe) is written directly.
 ///
-/// Who has written all calls, in this order, `Asegura`, `Prepara`, `Coloca` and, when nothing can
-/// go wrong any more, `Acaba`; `Desecha` before that leaves the target with what it held (see
-/// output_set.h, which does so for all outputs of a run).
+/// Once all is written the owner calls `Asegura`, `Prepara`, `Coloca` and, when nothing can go
+/// wrong any more, `Acaba`, in this order. `Desecha` at any time before `Acaba` leaves the target
+/// with what it held. `ConfirmaSalidas` (output_set.h) does all this for the outputs of a run. No
+/// operation throws: `error` tells the system's reason, and is clear where all went well.
 class CReemplazo {
 public:
     using Ruta = std::filesystem::path;
@@ -26,8 +27,11 @@ public:
     static constexpr std::string_view kNuevo = ".~nuevo";       ///< the output in the making
     static constexpr std::string_view kAntes = ".~antes";       ///< what the target held
     static constexpr std::string_view kConjunto = ".~conjunto"; ///< the diary of a set
+    /// Path of such a file. The name of a target that is too long for the suffix is cut, and a sum
+    /// of it added.
     static Ruta AlLado(const Ruta& destino, std::string_view sufijo);
-    /// The file that a chain of links leads to; the name itself where it is no link.
+    /// The file that a chain of links leads to; the name itself where it is no link. With an error,
+    /// as for links in a circle, how far it came.
     static Ruta DestinoReal(Ruta ruta, Error& error);
 
     /// Makes a file beside a target, or takes one that was left, for this program alone. kCerrado
@@ -46,6 +50,7 @@ public:
     /// `Ocupado` where another program is writing it.
     Apertura Abre(std::string_view nombre, Error& error);
     bool Abierto() const { return m_fichero != sistema::kCerrado; }
+    /// Writes the bytes behind those written last, without a buffer.
     void Escribe(std::string_view bytes, Error& error) const
     {
         sistema::Escribe(m_fichero, bytes, error);
@@ -55,6 +60,8 @@ public:
     void Asegura(Error& error) const;
     /// Keeps what the target holds, to be able to give it back.
     void Prepara(Error& error);
+    /// Puts the output in its target's place. A target that is overwritten in its place may be half
+    /// written after an error; `Desecha` mends that.
     void Coloca(Error& error);
     /// Lets go of what the target held. A failure leaves rubbish for the next run, nothing else.
     void Acaba();
@@ -62,9 +69,10 @@ public:
     /// it; what is needed to do it later stays then.
     bool Desecha() noexcept;
 
-    /// Stands beside its target, so that a killed program leaves traces there.
+    /// Tells whether the output grows beside its target, where a killed program leaves traces.
     bool EstaAlLado() const { return !m_temporal.empty(); }
-    const Ruta& Destino() const { return m_destino; }
+    const Ruta& Destino() const { return m_destino; } ///< links followed
+    /// Tells whether the target was there when the output was opened.
     bool HabiaDestino() const { return m_estado.tipo != sistema::CEstado::Tipo::NoHay; }
     /// Number of the file in the making, by which it is known under its later name.
     std::uint64_t Numero(Error& error) const { return sistema::Mira(m_fichero, error).numero; }

@@ -24,13 +24,16 @@ class CAlmacenAjustes {
 public:
     CAlmacenAjustes(const CString& empresa, const CString& programa);
 
-    /// A section's values in the order of their keys, all of one reading of the store; nothing for
-    /// one that was never stored. Raises CFileException where the store is there and can't be read.
+    /// A section's values in the order of `claves`; nothing for one that was never stored. An INI
+    /// file is read once for all of them. Raises CFileException where the store is there and can't
+    /// be read.
     std::vector<std::optional<CString>> Lee(const CString& seccion,
                                             std::span<const CString> claves) const;
 
     /// Stores the values in one step and keeps all others, also those that another program stores
-    /// at the same time. Raises CFileException, with the store as it was, where it can't.
+    /// at the same time. Raises CFileException, with the store as it was, where it can't: also for
+    /// a value with a line end, which an INI file can't hold. Waits up to two seconds for another
+    /// program that is storing its own.
     void Escribe(std::span<const CAjuste> ajustes);
 
 private:

@@ -16,6 +16,7 @@ namespace sistema {
 /// Writes a text to the standard error, with no memory but its own.
 void Avisa(std::string_view texto) noexcept;
 
+/// Tells whether the stream is a terminal or a console.
 bool EsTerminal(std::FILE* fichero);
 /// Columns of the terminal; nothing where it is none or doesn't tell.
 std::optional<std::size_t> AnchoTerminal(std::FILE* fichero);
@@ -43,18 +44,20 @@ std::filesystem::path FicheroPrograma();
 /// for none.
 std::filesystem::path BuscaPrograma(std::string_view nombre);
 /// Runs a program with its arguments, without a window and without streams of its own, and waits
-/// for its end. Its exit status; nothing where it can't be started or was killed.
+/// for its end, however long that takes. Gives its exit status; nothing where it can't be started
+/// or was killed.
 std::optional<int> Ejecuta(const std::filesystem::path& programa,
                            const std::vector<std::string>& argumentos);
 
 /// Folder of the user's settings, with what the environment says about it.
 std::filesystem::path CarpetaAjustes();
 
-// The signals of a run: an interruption (Ctrl-C) asks it to stop; a second one before anybody
-// looked at the first, or what a terminal or a system that goes down sends, asks the process to
-// end. From `VigilaSenales` on both are noted and nothing more, so that the run can end in its own
-// way; one more behind the wish to end kills at once. A signal that the process was started to pass
-// over is passed over.
+// The signals of a run. An interruption (Ctrl-C) asks the run to stop. A second one before anybody
+// asked about the first, or the signal of a terminal or system that goes down, asks the process to
+// end. A signal that the process was started to ignore stays ignored.
+
+/// From now on signals are only noted, so that the run can end in its own way. One more signal
+/// after the process was asked to end kills it at once.
 void VigilaSenales();
 /// Tells whether an interruption came since the last question.
 bool HuboInterrupcion();

@@ -15,7 +15,8 @@ namespace sistema {
 /// What may stand in front of a file's name in its path.
 extern const std::string_view kSeparadores;
 
-/// The path that a name of the program stands for.
+/// The path that a name of the program stands for. Names are bytes of the program, code page 1252
+/// or UTF-8.
 std::filesystem::path Ruta(std::string_view nombre);
 /// The name by which the program knows a path.
 std::string Nombre(const std::filesystem::path& ruta);
@@ -44,7 +45,8 @@ enum class Modo {
 int Abre(const std::filesystem::path& ruta, Modo modo, Error& error);
 /// A file without a name, in the system's folder for such, to be read and written.
 int CreaAnonimo(Error& error);
-/// Bytes read, 0 at the end of the file: the next ones, or those at a position.
+/// Reads up to `n` bytes: the next ones, or those at a position. Gives how many were read, which
+/// may be fewer; 0 at the end of the file and on failure.
 std::size_t Lee(int fichero, char* bytes, std::size_t n, Error& error);
 std::size_t LeeEn(int fichero, char* bytes, std::size_t n, std::uint64_t posicion, Error& error);
 /// Writes all bytes behind those written last.
@@ -87,7 +89,7 @@ CEstado Mira(int fichero, Error& error);
 bool EsMio(const CEstado& estado);
 /// The path that a link leads to.
 std::filesystem::path LeeEnlace(const std::filesystem::path& ruta, Error& error);
-/// No error where the process may change the content of the file that is there.
+/// Leaves `error` clear where the process may change the content of the file that is there.
 void PuedeEscribir(const std::filesystem::path& ruta, Error& error);
 /// Tells whether the process may put another file in the place of the one that is there.
 bool PuedeReemplazar(const std::filesystem::path& ruta, const CEstado& destino,

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 #include "platform/cstring.h"
@@ -20,6 +21,7 @@ struct CPartida {
         bool callado = false; ///< lost without a message of the run
     };
 
+    /// Adds a line to the side of what went in, or of where it is now.
     void Entra(std::string texto, std::int64_t cuantos)
     {
         entra.push_back({std::move(texto), cuantos});
@@ -28,13 +30,14 @@ struct CPartida {
     {
         sale.push_back({std::move(texto), cuantos});
     }
+    /// The same of records that are lost without a message of the run.
     void SalePerdido(std::string texto, std::int64_t cuantos)
     {
         sale.push_back({std::move(texto), cuantos, true});
     }
     std::int64_t SumaEntra() const;
     std::int64_t SumaSale() const;
-    /// 0 where everything is accounted for, or nothing can be said.
+    /// How many records nothing explains; 0 too where nothing can be said.
     std::int64_t SinExplicar() const;
     bool SePuedeDecir() const { return noSePuede.empty(); }
 
@@ -48,7 +51,7 @@ struct CPartida {
 };
 
 struct CBalance {
-    std::int64_t SinExplicar() const;
+    std::int64_t SinExplicar() const; ///< of all parts
 
     std::vector<CPartida> partidas;
     std::vector<std::string> notas; ///< what is worth a look beside the sums
@@ -75,7 +78,8 @@ class CCotejo {
 public:
     void Espera(CClave clave) { m_esperados.push_back(std::move(clave)); }
     void Hay(CClave clave) { m_hallados.push_back(std::move(clave)); }
-    /// Tells the part what is missing and what is too much.
+    /// Tells the part how many are missing and how many are too much, with examples. To be called
+    /// once, when all were told.
     void Cierra(CPartida& partida);
 
 private:

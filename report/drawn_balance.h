@@ -1,9 +1,9 @@
 #pragma once
 
 #include <cstdint>
-#include <map>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "cadastre/drawing_findings.h"
@@ -44,10 +44,13 @@ struct CPoligonoRoto {
     std::string que;
 };
 
+/// Compares surfaces and gathers what is wrong with the drawings, polygon by polygon.
 class CBalanceDibujo {
 public:
+    /// \param superficies  must outlive this object
     CBalanceDibujo(const CSuperficies& superficies, const CRegistroLeido& registro);
 
+    /// Takes a polygon, each once.
     void Toma(const CPoligonoDibujado& poligono);
 
     std::int64_t poligonos = 0;
@@ -78,7 +81,9 @@ private:
     std::set<std::pair<int, int>> m_corregidas; // told by W304
 };
 
-/// The polygon's fault, if its files have one that costs more than an outline.
+/// Describes what is wrong with a polygon's files, where that costs more than an outline: a file is
+/// missing, damaged, or doesn't belong to the drawing. Empty where nothing is.
+/// \param roto  gets the same, with the polygon and which of the topologies suffer by it
 std::string FaltaDelPoligono(const CPoligonoDibujado& poligono, CPoligonoRoto& roto);
 
 } // namespace informe

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "cadastre/exchange_format.h"
+#include "cadastre/parcel.h"
 #include "cadastre/table_rows.h"
 #include "report/input_lines.h"
 #include "report/text.h"

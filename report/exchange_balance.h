@@ -11,7 +11,9 @@ namespace informe {
 inline constexpr const char* kTituloLineas = "Líneas de la entrada";
 
 /// The balance of a way out: lines of the input against rows of the six tables and messages. An
-/// input that can't be opened leaves it empty but for a note.
+/// input that can't be opened leaves it empty but for a note. A read that fails raises
+/// CFileException.
+/// \param personas  is told of all holders of the input
 CBalance BalanceIda(const CFicheros& ficheros, const CRegistroLeido& registro, CPersonas& personas);
 
 } // namespace informe

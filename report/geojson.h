@@ -11,10 +11,13 @@ namespace informe {
 /// the drawing's, in metres; no system of coordinates is told, as the drawing tells none.
 class CGeoJson {
 public:
-    /// Raises CFileException, as all do.
+    /// Creates the file. This and all others raise CFileException; the file takes its place in
+    /// `Cierra` alone.
     explicit CGeoJson(const CString& nombre);
 
+    /// Writes the outlines of a polygon.
     void Toma(const CPoligonoDibujado& poligono, const CIndiceAvisos& indice);
+    /// Writes the messages, behind all polygons. The log is read once more for its words.
     /// \param sitios  null for no drawings
     void TomaMensajes(const CRegistroLeido& registro, const CString& ficheroRegistro,
                       const CSitios* sitios);

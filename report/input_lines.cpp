@@ -1,7 +1,8 @@
 #include "report/input_lines.h"
 
 #include "cadastre/exchange_lines.h"
-#include "platform/cfile.h"
+#include "cadastre/holder.h"
+#include "cadastre/module_place.h"
 
 namespace informe {
 namespace {

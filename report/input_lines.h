@@ -3,14 +3,16 @@
 #include <array>
 #include <cstdint>
 #include <map>
-#include <set>
 #include <string>
-#include <tuple>
+#include <string_view>
 #include <vector>
 
-#include "cadastre/database.h"
+#include "platform/cfile.h"
 #include "report/balance.h"
 #include "report/people.h"
+
+class CModulo;
+class CTitular;
 
 // What the lines of an input come to by the rules of the way out: which are kept, which join one
 // that is there, which are dropped.
@@ -42,14 +44,16 @@ struct CEntradaLeida {
     std::int64_t municipios = 0;
 };
 
-/// Reads the input of a way out. A read that fails raises CFileException.
+/// Reads the input of a way out, an exchange file or a list, whichever its first lines look like.
+/// One that can't be opened leaves `hay` false. A read that fails raises CFileException.
 CEntradaLeida LeeEntrada(const CString& nombre, CPersonas& personas);
 
 // The two kinds. `personas` is told all holders.
 void LeeCatastro(CStdioFile& entrada, CEntradaLeida& leida, CPersonas& personas);
 void LeeRelacion(CStdioFile& entrada, CEntradaLeida& leida, CPersonas& personas);
 
-/// Hands a reader each line of an input, in pieces where it is longer than `Largo`.
+/// Hands a reader each line of an input, with its line end, in pieces where it is longer than
+/// `Largo` characters. `Lector::Toma` is told whether what it gets is a further piece of a line.
 template <unsigned Largo, class Lector>
 void RecorreLineas(CStdioFile& entrada, Lector& lector)
 {
@@ -62,6 +66,7 @@ void RecorreLineas(CStdioFile& entrada, Lector& lector)
     }
 }
 
+// What tells holders, modules and places from others of their kind.
 CClave ClaveTitular(const CTitular& titular);
 CClave ClaveModulo(const CModulo& modulo);
 CClave ClaveParaje(std::string_view nombre);

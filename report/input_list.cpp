@@ -1,5 +1,6 @@
 #include <array>
 
+#include "cadastre/database.h"
 #include "cadastre/exchange_lines.h"
 #include "report/input_lines.h"
 

@@ -1,13 +1,11 @@
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <deque>
 #include <functional>
 #include <limits>
 #include <map>
 #include <string>
-#include <vector>
 
 #include "cadastre/log_reader.h"
 
@@ -34,6 +32,7 @@ struct CAviso {
     CString texto;
 };
 
+/// A log, and how many messages of each number it has.
 class CRegistroLeido {
 public:
     std::int64_t Cuenta(Mensaje mensaje) const;
@@ -52,10 +51,12 @@ private:
     std::int64_t m_ajenas = 0;
 };
 
-/// Goes through the lines of a log. A log that can't be opened or read raises CFileException.
+/// Goes through the lines of a log, which come numbered from 1 and without their ends. A log that
+/// can't be opened or read raises CFileException.
 void RecorreRegistro(const CString& nombre,
                      const std::function<void(std::uint32_t linea, const CString& texto)>& toma);
 
+/// Reads a log. Raises CFileException as `RecorreRegistro` does.
 CRegistroLeido LeeRegistro(const CString& nombre);
 
 /// What a message says with its values left out: "Paraje … no encontrado en parcela …".

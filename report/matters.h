@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "report/drawn_balance.h"
@@ -37,6 +38,7 @@ struct CDatosAsuntos {
     const std::vector<CPoligonoRoto>* rotos = nullptr;
 };
 
+/// Gathers the messages of a log by what lies behind them.
 /// \param tope  how many to tell
 CAsuntos ReuneAsuntos(const CDatosAsuntos& datos, std::size_t tope);
 

@@ -1,6 +1,7 @@
 #include "report/municipality_tables.h"
 
 #include "cadastre/exchange_format.h"
+#include "cadastre/municipality.h"
 #include "cadastre/table_rows.h"
 
 namespace informe {

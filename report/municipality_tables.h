@@ -2,12 +2,8 @@
 
 #include <array>
 #include <cstdint>
-#include <map>
-#include <set>
-#include <string>
 #include <vector>
 
-#include "cadastre/municipality.h"
 #include "report/balance.h"
 #include "report/people.h"
 #include "report/run_files.h"
@@ -37,7 +33,9 @@ struct CTablasLeidas {
     std::int64_t cotitularesSinTitular = 0;
 };
 
-/// Reads the tables' rows of a municipality. A read that fails raises CFileException.
+/// Reads the tables' rows of a municipality. A table that can't be opened leaves `hay` false; a
+/// read that fails raises CFileException.
+/// \param personas     is told of all holders
 /// \param superficies  gets those of the parcels
 CTablasLeidas LeeTablas(const std::array<CString, kTablas>& tablas, short mun, CPersonas& personas,
                         CSuperficies& superficies);

@@ -6,8 +6,8 @@
 
 namespace informe {
 
-/// A file that the report writes. It takes the place of an older one when it is whole. All raise
-/// CFileException.
+/// A file that the report writes. It takes the place of an older one in `Cierra` alone. All
+/// operations raise CFileException, the constructor where the file can't be created.
 class CSalida {
 public:
     explicit CSalida(const CString& nombre)

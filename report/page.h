@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <ctime>
 #include <functional>
 #include <optional>
@@ -46,13 +47,13 @@ struct CInforme {
     /// Anchor of a message's row, empty where it isn't shown.
     std::string Ancla(std::uint32_t posicion) const;
     bool Detenido() const { return informe::Detenido(vistos, ficheros.sentido); }
-    /// Records, and surfaces of parcels.
+    /// How many records and surfaces of parcels nothing explains.
     std::int64_t SinExplicar() const;
 };
 
 using CEscribe = std::function<void(std::string_view)>;
 
-/// Writes the page piece by piece.
+/// Writes the page, HTML in UTF-8, piece by piece. Throws what `escribe` throws.
 void EscribePagina(const CInforme& informe, const CEscribe& escribe);
 
 // Its parts.
@@ -67,7 +68,7 @@ void SeccionMensajes(const CInforme& informe, const CEscribe& escribe);
 
 /// "25/11/2026 12:34", by the clock of the place.
 std::string Fecha(std::time_t fecha);
-/// Where a list was cut: the rest, and where it is to be found.
+/// The note where a list was cut: how many more there are, and where they are to be found.
 std::string YMas(const CInforme& informe, std::int64_t cuantos);
 
 } // namespace informe

@@ -2,14 +2,13 @@
 
 #include <map>
 #include <set>
-#include <string>
 
 #include "report/log_messages.h"
 
 namespace informe {
 
-/// The people that a log speaks of: of some it tells the name, of others the DNI. What goes through
-/// the holders tells whose DNI it is.
+/// The people that a log speaks of: it calls some by their names, others by their DNI. Whoever
+/// reads the holders tells of each of them, so that it is known whose DNI that is.
 class CPersonas {
 public:
     explicit CPersonas(const CRegistroLeido& registro)
@@ -19,6 +18,7 @@ public:
                 m_buscados.insert(aviso.texto);
     }
 
+    /// Tells it of a holder.
     void Mira(const CString& nombre, const CString& dni)
     {
         if (m_buscados.contains(dni))

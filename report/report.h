@@ -13,8 +13,11 @@ struct CResultado {
     std::vector<std::string> quejas; ///< what couldn't be read or written, a sentence each
 };
 
-/// Writes the report of a log, and what else the options ask for.
-/// \param hecho  the time that the page tells
+/// Writes the report of a log, and what else the options ask for. Raises no CFileException: what
+/// couldn't be read or written is one of the complaints, and ends the work.
+/// \param registro  path of the log
+/// \param version   of the program, for the page
+/// \param hecho     the time that the page tells
 CResultado HazInforme(const CString& registro, const COpciones& opciones,
                       const std::string& version, std::time_t hecho);
 

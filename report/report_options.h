@@ -9,7 +9,7 @@
 
 namespace informe {
 
-/// What the line of the program asks for.
+/// What the command line asks for.
 struct COpciones {
     enum class Pide { Informes, Ayuda, Version };
 
@@ -26,9 +26,10 @@ struct COpciones {
     std::vector<CString> con; ///< files of the run; what each is, its content tells
 };
 
+/// The usage text, UTF-8.
 extern const char* const kUso;
 
-/// Nothing, and the complaint, for a line that can't be understood.
+/// Reads the command line. Nothing, and the complaint, where it can't be understood.
 /// \param argumentos  without the program's name
 std::optional<COpciones> LeeOpciones(std::span<const std::string> argumentos, std::string& queja);
 

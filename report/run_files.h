@@ -37,33 +37,36 @@ struct CFicheros {
     CString ficheroM;
 };
 
-/// Looks for what belongs to the log, except for what the options name. The direction isn't told
-/// where neither an input nor a list was found.
+/// Looks for what belongs to the log in the log's folder, except for what the options name. The
+/// direction is `Ninguno` where neither an input nor a list was found. A file that can't be read is
+/// taken for none of the run's.
 CFicheros BuscaFicheros(const CString& registro, const COpciones& opciones);
 
 /// Tells whether a regular file of that name is there.
 bool HayFichero(const CString& nombre);
 
+/// A file of the run as it was found.
 struct CFicheroVisto {
     std::string papel; ///< what it was to the run
     CString nombre;
     bool salida = false;
     bool hay = false;
-    bool viejo = false; ///< an output that is older than the log
-    std::uint64_t largo = 0;
-    std::optional<std::time_t> fecha;
-    std::uint32_t crc = 0;
+    bool viejo = false;               ///< an output that is older than the log
+    std::uint64_t largo = 0;          ///< bytes
+    std::optional<std::time_t> fecha; ///< of the last write
+    std::uint32_t crc = 0;            ///< of all its bytes (vexageo::Crc32)
 };
 
-/// Looks at all files of the run. A read that fails raises CFileException.
-/// \param entradas  of the list: the polygons' names
+/// Looks at all files of the run, the log first, and reads each whole for its sum. A read that
+/// fails raises CFileException.
+/// \param entradas  of the list: the base names of the polygons' files
 std::vector<CFicheroVisto> MiraFicheros(const CFicheros& ficheros,
                                         const std::vector<CString>& entradas);
 
-/// Tells that the run left its log and no outputs: it was stopped, or ended by a fault. Tables that
-/// aren't there at all may as well stand in another folder.
+/// Tells whether the run left its log and no outputs: it was stopped, or ended by a fault. False
+/// for a way out none of whose tables is there, as they may stand in another folder.
 bool Detenido(const std::vector<CFicheroVisto>& vistos, Sentido sentido);
-/// Tells that no output was found.
+/// Tells whether no output was found.
 bool SinSalidas(const std::vector<CFicheroVisto>& vistos);
 
 } // namespace informe

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <set>
 #include <string>
@@ -10,8 +11,8 @@
 
 namespace informe {
 
-/// Points that the maps of a page may still draw. What passes it is left out, and said so: first
-/// the subparcels of a polygon, then the parcels without messages.
+/// Points that the maps of a page may still draw. What passes that is left out, and the map says
+/// so: first the subparcels of a polygon, then the parcels without messages.
 struct CPresupuesto {
     std::size_t puntos = 250'000; ///< of the page
     std::size_t deUno = 60'000;   ///< of a polygon
@@ -26,10 +27,10 @@ struct CEnlaces {
     int mapas = 0; ///< how many were drawn
 };
 
-/// What colours, patterns and signs say.
+/// The legend, as HTML: what colours, patterns and signs say.
 std::string LeyendaSvg();
 /// The drawing of a polygon, with its heading and remarks, as HTML. Coordinates are decimetres from
-/// its corner.
+/// its corner. Takes the points that it draws off `presupuesto`.
 std::string MapaSvg(const CPoligonoDibujado& poligono, const CIndiceAvisos& indice,
                     CEnlaces& enlaces, CPresupuesto& presupuesto);
 

@@ -9,6 +9,8 @@
 namespace informe {
 
 /// The balance of a way back: rows of the tables against records of the files R and M and messages.
+/// A read that fails raises CFileException.
+/// \param personas     is told of all holders of the tables
 /// \param superficies  gets those of all parcels
 CBalance BalanceVuelta(const CFicheros& ficheros, const CRegistroLeido& registro,
                        CPersonas& personas, CSuperficies& superficies);

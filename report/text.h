@@ -11,22 +11,24 @@ namespace informe {
 
 /// "1.234.567"
 std::string Miles(std::int64_t numero);
-/// "1.234,50"
+/// The number with so many decimals, "1.234,50".
 std::string Decimal(double numero, int decimales);
 /// "1 línea", "3 líneas"
 std::string Cuantos(std::int64_t cuantos, std::string_view uno, std::string_view varios);
 /// A sum as eight digits, "CBF43926".
 std::string Hexadecimal(std::uint32_t suma);
 
-/// A text of the program's files, in UTF-8; what is no character becomes the sign for such.
+/// A text of the program's files, in UTF-8; a byte that is no character becomes the sign for such.
 std::string Texto(std::string_view texto);
+/// The text without blanks at either end.
 std::string SinBlancos(std::string_view texto);
 
 /// The text as HTML shows it, also inside an attribute between double quotes.
 std::string Html(std::string_view utf8);
-/// The text between quotes.
+/// The text as JSON writes it, between its quotes.
 std::string Json(std::string_view utf8);
-/// A field of a row. A text that a spreadsheet would take for a formula gets an apostrophe.
+/// A field of a CSV row, in quotes where it needs them. A text that a spreadsheet would take for a
+/// formula gets an apostrophe.
 std::string CampoCsv(std::string_view utf8);
 
 } // namespace informe

@@ -2,5 +2,5 @@
 
 #include "platform/resource_form.h"
 
-/// The program's version block; what stands in it is told by the build, in one place.
+/// The program's version block. The build tells what stands in it.
 const CRecursoVersion& BloqueDeVersion();

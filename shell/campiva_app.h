@@ -17,10 +17,11 @@ enum class Ruta {
 inline constexpr std::size_t kTokens = 12;
 using CTokens = std::array<CString, kTokens>;
 
-/// The arguments of a program as one text, as the application is given them. A tab inside one of
-/// them doesn't part it.
+/// The arguments of a program as one text, joined by tabs, as the application is given them. A tab
+/// inside an argument is kept apart from those.
 CString UneArgumentos(std::span<const std::string> argumentos);
-/// The tokens of such a text; those that it doesn't reach are empty.
+/// The tokens of such a text; those that it doesn't reach are empty, and those behind the twelfth
+/// are dropped.
 CTokens ParteMandato(const CString& mandato);
 
 /// The route for the tokens of the command line. A line that leaves one of tokens 1 to 7 empty asks

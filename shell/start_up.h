@@ -6,12 +6,13 @@
 #include "platform/front_end.h"
 
 /// Options that stand alone on a program's line and are answered with a text: --help and --version.
-/// \param argumentos  the line's, the program's own name first; so with the next
+/// \param argumentos  the line's, the program's own name first
 /// \return true where there was one
 bool AtiendeOpcion(std::span<const std::string> argumentos);
 
 /// The exit status of a program that has done all: 1 where what it said couldn't be written.
 int ConSalida(int estado);
 
-/// The whole life of the program behind a front end. Gives its exit status.
+/// The whole life of the program behind a front end. Gives its exit status (CCampivaApp).
+/// \param argumentos  the line's, the program's own name first
 int EjecutaPrograma(CFrontal& frontal, std::span<const std::string> argumentos);

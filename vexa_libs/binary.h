@@ -1,6 +1,7 @@
 #pragma once
 
 #include <bit>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -17,7 +18,8 @@ inline constexpr std::uint64_t kRegistroMayor = std::uint64_t{256} << 20U;
 /// \param anterior  that of what stands in front of the bytes, for a sum taken piece by piece
 std::uint32_t Crc32(std::string_view bytes, std::uint32_t anterior = 0);
 
-/// Takes numbers from the front of a piece of memory. What passes its end gives 0 and marks it bad.
+/// Takes numbers from the front of a piece of memory. A number or text that passes its end reads as
+/// 0 or empty, and so do all behind it; `Bien` is false from then on.
 class CLector {
 public:
     explicit CLector(std::string_view bytes) : m_resto(bytes) {}
@@ -43,7 +45,7 @@ public:
 
     std::size_t Quedan() const { return m_resto.size(); }
     bool Bien() const { return m_bien; }
-    void Falla() { m_bien = false; }
+    void Falla() { m_bien = false; } ///< marks it bad: what was read makes no sense
 
 private:
     template <std::size_t N>

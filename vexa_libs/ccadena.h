@@ -15,12 +15,13 @@ public:
 
     /// Folder of a file's path with its closing separator; empty for a bare name.
     CString DamePath() const;
-    /// Puts the file into the folder that `DamePath` of another file gave, keeping its name.
+    /// Puts the file into a folder, keeping its name.
+    /// \param path  as `DamePath` gives it, with its closing separator
     void CambiaPath(const CString& path);
     /// Sets the extension, given without its point; a name that has none gets it.
     void CambiaExtension(const CString& extension);
     /// Stores the first `n` fields of the row in `campos`; the fields stand between tabs and keep
-    /// their blanks. A field that the row doesn't reach stays as it was. Gives the fields stored.
+    /// their blanks. A field that the row doesn't reach stays as it was. Gives how many it stored.
     unsigned Leetira(unsigned n, CString* campos) const;
 };
 

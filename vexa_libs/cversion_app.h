@@ -5,7 +5,8 @@
 
 #include "platform/cwinapp.h"
 
-/// Base of the application: gives it the values of the program's version block.
+/// Base of the application: gives it the values of the program's version block. They are texts in
+/// code page 1252, empty until they were read.
 class CVersionApp : public CWinApp {
 public:
     BOOL InitInstance() override { return 1; }
@@ -19,7 +20,7 @@ public:
     CString GetAppVersion() const { return m_version; }
     CString GetAppCopyright() const { return m_copyright; }
     CString GetAppCompany() const { return m_empresa; }
-    /// Nothing where the system doesn't tell.
+    /// When the program's file was last written; nothing where the system doesn't tell.
     std::optional<std::filesystem::file_time_type> GetAppFileTime() const { return m_fecha; }
 
 private:

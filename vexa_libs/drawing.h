@@ -11,7 +11,8 @@ namespace vexageo {
 /// A drawing in memory: entities in the order in which they were put in.
 class CDibujoVexa {
 public:
-    /// \param semilla  its decimals; null for the default. It must live as long as the drawing.
+    /// \param semilla  its decimals; null for two. It must live as long as the drawing and its
+    ///                 copies.
     explicit CDibujoVexa(const CDataSemilla* semilla = nullptr) : m_semilla(semilla) {}
     CDibujoVexa(const CDibujoVexa& otro);
     CDibujoVexa(CDibujoVexa&& otro) noexcept; ///< leaves the other one empty
@@ -19,8 +20,10 @@ public:
     CDibujoVexa& operator=(CDibujoVexa&& otro) noexcept;
     ~CDibujoVexa() = default;
 
-    /// Keeps a copy of the entity, behind those that are there.
+    /// Keeps a copy of the entity, behind those that are there. The copy keeps its address as long
+    /// as the drawing has it. Gives true.
     bool Inserta(const CEntidadVexa<int>& entidad);
+    /// The entity at a valid position, from 0.
     CEntidadVexa<int>* operator[](unsigned i) { return m_entidades[i].get(); }
     const CEntidadVexa<int>* operator[](unsigned i) const { return m_entidades[i].get(); }
 
@@ -44,6 +47,7 @@ public:
     void SinMensajes() { m_mensajes = false; }
     void ConMensajes() { m_mensajes = true; }
     const CDataSemilla* Semilla() const { return m_semilla; }
+    /// Units of a coordinate in a metre.
     double Precision() const
     {
         return m_semilla != nullptr ? m_semilla->Precision() : CDataSemilla().Precision();

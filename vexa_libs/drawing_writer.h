@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <vector>
 
@@ -15,22 +16,22 @@ namespace vexageo {
 /// counted from 1, so they are composed while the drawing is, and written behind it.
 class CEscritorDibujo {
 public:
-    /// Opens the file, when the entities are there or before. False, with nothing changed on disk,
-    /// where it can't be created. \param conjunto  the outputs that it takes its place with;
-    /// without it `Cierra` puts it there
+    /// Opens the file; entities may be added before and after that. False, with nothing changed on
+    /// disk, where it can't be created. Raises CFileException as CFile::Open does.
+    /// \param conjunto  the outputs that it takes its place with; without it `Cierra` puts it there
     bool Abre(const CString& nombre, CFileException* fallo = nullptr,
               CConjuntoSalidas* conjunto = nullptr);
 
-    /// Adds a copy of an entity and gives its position; 0 where the drawing has no room left, as
-    /// positions have 31 bits.
+    /// Adds a copy of an entity and gives its position in bytes, from 1; 0, with nothing added,
+    /// where the drawing has no room left, as positions have 31 bits.
     int Pon(const CEntidadVexa<int>& entidad);
-    /// The same with a text at a point.
+    /// The same with a text, code page 1252, at a point in hundredths of a metre.
     int Rotulo(const CString& codigo, const CString& texto, const CPunto<int>& donde);
     /// The same with a line. One that closes repeats its first point at its end.
     int Linea(const CString& codigo, std::vector<CPunto<int>> puntos);
 
-    /// Writes the head, which counts the entities, and all of them. Raises CFileException, with no
-    /// file left behind.
+    /// Writes the head, which counts the entities, and all of them, and closes the file. The writer
+    /// is empty then. Raises CFileException, with what stood there before as it was.
     void Cierra();
 
 private:
@@ -39,9 +40,11 @@ private:
     std::vector<std::unique_ptr<CEntidadVexa<int>>> m_entidades;
 };
 
-/// The record of a boundary: its stretches, its extent, and the area that its points enclose, which
-/// is negative for an island.
-/// \param clase  CPoligonoTopologico::kParcela or kIsla
+/// The record of a boundary: its stretches, its extent, and the area that its points enclose, in
+/// square metres, which is negative for an island.
+/// \param clase     CPoligonoTopologico::kParcela or kIsla
+/// \param contorno  its points, hundredths of a metre
+/// \param tramos    positions of its lines in the drawing, negative for one that runs the other way
 CPoligonoTopologico NuevoPoligono(int numero, std::int16_t clase,
                                   const std::vector<CPunto<int>>& contorno,
                                   const std::vector<int>& tramos);

@@ -51,11 +51,13 @@ public:
 
     /// Reads the entity at the file's position. False, with nothing changed here, at the end of the
     /// file and where no whole entity stands: a wrong mark or kind, lengths that pass the file's
-    /// end, a wrong sum. No length is believed before it is held against the file.
+    /// end, a wrong sum. No length is believed before it is held against the file. Behind a false
+    /// the file stands nowhere in particular. Raises CFileException where a read fails.
     virtual bool Read(CFile* fichero) { return Lee(fichero, false); }
-    /// Writes the entity at the file's end. Raises CFileException.
+    /// Writes the entity at the file's end. The code must be shorter than 65536 characters. Raises
+    /// CFileException.
     void Write(CFile* fichero) const;
-    /// Length of what `Write` writes.
+    /// Length in bytes of what `Write` writes.
     int Bytes() const;
 
     const CTipoDat& Tipo() const { return m_tipo; }
@@ -94,12 +96,13 @@ public:
     /// Turns the line round.
     void Voltea();
     /// Appends the other line; with `sinRepetir` without its first point where it repeats the last
-    /// one here.
+    /// one here, Z included. Gives true.
     bool Une(const CLinea& otra, bool sinRepetir);
     /// Non-zero where the closed line holds the point, its boundary included; 0 outside and with
     /// fewer than three points. Exact.
     short EstaDentro(const CPunto<T>& punto) const;
-    /// Area of the closed line in drawing units, divided by the square of `precision`.
+    /// Area of the closed line, without a sign: drawing units divided by the square of `precision`,
+    /// so 100 gives square metres.
     double Area(double precision) const;
 
     std::unique_ptr<CEntidadVexa<T>> Clona() const override
@@ -130,8 +133,10 @@ public:
 struct CCabeceraDibujo {
     static constexpr unsigned kBytes = 16;
 
-    /// Reads the head at the file's start. False where it is none, or has more decimals than nine.
+    /// Reads the head at the file's start. False where it is none, or has more decimals than nine;
+    /// the fields below may have changed then. Raises CFileException where a read fails.
     bool Read(CFile* fichero);
+    /// Writes the head at the file's end. Raises CFileException.
     void Write(CFile* fichero) const;
 
     CDataSemilla semilla;

@@ -22,7 +22,7 @@ Lugar Situa(const std::vector<CPunto<int>>& anillo, const CPunto<int>& punto);
 /// question, leaves only the chains to walk whose extent holds the point.
 class CAnilloConsultado {
 public:
-    /// \param anillo  which must stay as it is, and where it is
+    /// \param anillo  must stay as it is, and where it is, as long as questions are asked
     explicit CAnilloConsultado(const std::vector<CPunto<int>>& anillo) : m_anillo(&anillo) {}
 
     Lugar Situa(const CPunto<int>& punto) const;

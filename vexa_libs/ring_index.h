@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <functional>
 #include <vector>
 
@@ -9,9 +10,10 @@
 namespace vexageo {
 
 /// Which of many rings hold a point: a tree over their extents, which are octagons, as a slanted
-/// ring fills little of an upright rectangle. The rings are asked in a fixed order of preference,
-/// so the first one that an exact test accepts is the answer. A look-up touches a few extents for
-/// rings side by side and for rings within one another alike.
+/// ring fills little of an upright rectangle. The ring with the least `preferencia` is asked first,
+/// of equal ones that with the least `indice`, so the first one that an exact test accepts is the
+/// answer. A look-up touches a few extents for rings side by side and for rings within one another
+/// alike. The first one after rings were added builds the tree. Not for several threads at once.
 class CIndiceAnillos {
 public:
     CIndiceAnillos() = default;
@@ -23,14 +25,16 @@ public:
 
     /// Adds a ring, which must stay as it is, and where it is, as long as questions are asked; one
     /// without points holds nothing and is left out.
+    /// \param indice  what a look-up gives for it, 0 or more
     void Añade(const std::vector<CPunto<int>>& anillo, double preferencia, int indice);
     void Añade(std::vector<CPunto<int>>&& anillo, double preferencia, int indice) = delete;
 
-    /// The preferred ring that is accepted for the point, -1 if none is.
-    /// \param acepta  is told how the point lies to the ring with an index, and decides
+    /// Index of the preferred ring that is accepted for the point, -1 if none is.
+    /// \param acepta  is told how the point lies to the ring with an index, and decides; the point
+    ///                may lie outside
     int Busca(const CPunto<int>& punto,
               const std::function<bool(int indice, Lugar lugar)>& acepta) const;
-    /// The preferred ring that holds the point, its boundary included.
+    /// Index of the preferred ring that holds the point, its boundary included; -1 if none does.
     int Busca(const CPunto<int>& punto) const
     {
         return Busca(punto, [](int, Lugar lugar) { return lugar != Lugar::Fuera; });

@@ -15,7 +15,8 @@ public:
     /// Reads the record at the file's position and moves behind it. False, with nothing changed
     /// here, at the end of the file and where no whole record stands: a wrong mark or sum, lengths
     /// that pass the file's end, bytes left over, islands more than 16 deep, an area that is no
-    /// finite number.
+    /// finite number. Behind a false the file stands nowhere in particular. Raises CFileException
+    /// where a read fails.
     bool Read(CFile* fichero);
     /// The same for the record of an island alone; where another one stands, or none, the file
     /// stays in front of it.
@@ -35,8 +36,9 @@ public:
     void PuntoInterior(const CPunto<int>& punto) { m_interior = punto; }
     CMaximas<int>& Maximas() { return m_maximas; }
     const CMaximas<int>& Maximas() const { return m_maximas; }
-    /// Square metres, with the islands of its list as they are stored.
+    /// Square metres, with the islands of its list added as they are stored: negative as a rule.
     double Area() const;
+    /// Square metres as stored, without the islands.
     double AreaPropia() const { return m_area; }
     void AreaPropia(double area) { m_area = area; }
 
@@ -44,6 +46,7 @@ public:
     int OffsetCentroide() const { return m_offsetCentroide; }
     void OffsetCentroide(int offset) { m_offsetCentroide = offset; }
     bool TieneCentroide() const { return m_offsetCentroide > 0; }
+    /// The same as a position in whatever holds the drawing's entities; -1 for none.
     int IndiceCentroide() const { return m_indiceCentroide; }
     void IndiceCentroide(int indice) { m_indiceCentroide = indice; }
 
@@ -52,12 +55,14 @@ public:
     int Tramos() const { return static_cast<int>(m_tramos.size()); }
     int OffsetTramo(int i) const { return m_tramos[static_cast<std::size_t>(i)]; }
     void InsertaTramo(int offset) { m_tramos.push_back(offset); }
+    /// Numbers that the library keeps beside the stretches. CTopologia puts its own there.
     int Indices() const { return static_cast<int>(m_indices.size()); }
     int IndiceTramos(int i) const { return m_indices[static_cast<std::size_t>(i)]; }
     void IndiceNuevo(int indice) { m_indices.push_back(indice); }
     void OlvidaIndices() { m_indices.clear(); }
 
     int Islas() const { return static_cast<int>(m_islas.size()); }
+    /// A copy, with all islands inside it; `ListaIslas` costs nothing.
     CPoligonoTopologico Isla(int i) const { return m_islas[static_cast<std::size_t>(i)]; }
     void InsertaIsla(const CPoligonoTopologico& isla) { m_islas.push_back(isla); }
     const std::vector<CPoligonoTopologico>& ListaIslas() const { return m_islas; }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <vector>
 
@@ -11,17 +12,23 @@
 namespace vexageo {
 
 /// Joins the boundary of a polygon from its stretches in the drawing, a negative one turned round.
-/// One of more than a million points that is longer than twice what the drawing can hold is out of
-/// date too: `falla` is called, and the line is left empty. \param falla  called for each stretch
-/// that can't be read, which is left out; false ends the work \return false where `falla` ended it
+/// A boundary of more than a million points that is longer than twice what the drawing can hold is
+/// out of date too: `falla` is called, and the line is left empty. Raises CFileException where a
+/// read fails.
+/// \param dibujo  the open .BIN
+/// \param linea   takes the boundary behind what it has
+/// \param falla   called for each stretch that can't be read, which is left out; false ends all
+/// \return false where `falla` ended it
 bool ConstruyeLinea(const CPoligonoTopologico& poligono, CFile* dibujo, CLinea<int>& linea,
                     const std::function<bool()>& falla);
 
-/// Tells that the rings of a drawing have more points in all, `puntos` and those of one more ring,
-/// than its lines account for: a line bounds two polygons, or a few more where they overlap.
+/// Tells whether the rings of a drawing have more points in all, `puntos` and those of one more
+/// ring, than honest ones can have: over four million, and over 16 times what its file can hold. A
+/// line bounds two polygons, or a few more where they overlap.
 bool SonDesmedidos(std::uint64_t puntos, const CLinea<int>& otro, const CFile& dibujo);
 
-/// Reads the entity that names a polygon. False where none can be read at its place.
+/// Reads the entity that names a polygon, whatever its kind. False, with the label as it was, where
+/// the polygon has none or none can be read at its place. Raises CFileException where a read fails.
 bool LeeRotulo(const CPoligonoTopologico& poligono, CFile* dibujo, CTexto<int>& rotulo);
 
 /// A whole topology file in memory, with what its polygons point to in the drawing.
@@ -29,7 +36,10 @@ class CTopologia {
 public:
     /// Loads all polygons of the file and their entities. An island record goes into the list of
     /// the polygon before it. What can't be read is left out: a stretch, a centroid's text, or the
-    /// rest of a damaged file. Every parent is -1 then.
+    /// rest of a damaged file. Every parent is -1 then. Gives true, and raises CFileException where
+    /// a read fails.
+    /// \param dibujo     the open .BIN
+    /// \param poligonos  the open topology file
     bool Read(CFile* dibujo, CFile* poligonos);
     /// Sorts by number, polygons of one number keeping their order.
     void OrdenaPoligonos();
@@ -40,8 +50,9 @@ public:
         return m_poligonos[static_cast<std::size_t>(i)];
     }
     /// Index of the polygon that holds the point: in its outer ring, boundary included, and not
-    /// strictly inside one of its own islands. Of several the one of least area, then the first;
-    /// -1 if none does.
+    /// strictly inside one of its own islands. Of several the one of least area, as `DameArea`
+    /// gives it, then the first; -1 if none does. The first question after a change builds an index
+    /// of all rings.
     int EncuentraPoligono(const CPunto<int>& punto) const;
     /// The centroid; with `interior`, the interior point of a polygon that has none.
     CPunto<int> DameCentroide(int i, bool interior) const;

@@ -23,7 +23,8 @@ struct CVistas {
     std::vector<CSubparcelaVista> SubparcelasVistas;
 };
 
-/// Alive for one entry of the list: what its parcels leave for its subparcels.
+/// What the parcels of one entry of the list leave for its subparcels. It lives as long as the
+/// entry is matched.
 struct CPoligonoEnCurso {
     CString entrada;
     vexageo::CDibujoVexa LineasParcelas; ///< boundary of each parcel that was accepted
@@ -31,7 +32,7 @@ struct CPoligonoEnCurso {
     std::vector<int> numeros;            ///< and the number that the label gives
     vexageo::CIndiceAnillos indice;      ///< of the boundaries, the smallest first
 
-    /// Number of the smallest parcel that holds the point, -1 if none does.
+    /// Number of the smallest parcel that holds the point, its boundary included, -1 if none does.
     int ParcelaEn(const vexageo::CPunto<int>& punto) const
     {
         const int i = indice.Busca(punto);

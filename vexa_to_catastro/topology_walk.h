@@ -7,7 +7,8 @@
 #include "vexa_libs/topological_polygon.h"
 
 /// Adds to `area` the areas, as stored, of the island records that stand at the file's position,
-/// and leaves the file at the first record that is no island.
+/// and leaves the file at the first record that is no island. Square metres, negative as a rule.
+/// Raises CFileException where a read fails.
 void SumaIslas(CFile* poligonos, double& area);
 
 /// What the label of a polygon came to.
@@ -17,6 +18,9 @@ enum class Rotulo {
     FueraDeFecha ///< it can't be read: the topology doesn't belong to this drawing
 };
 
-/// Reads the label of a polygon and looks at its code.
+/// Reads the label of a polygon and looks at its code. `rotulo` stays as it was where it can't be
+/// read. Raises CFileException where a read fails.
+/// \param bin      the open drawing
+/// \param codigos  those of a valid label
 Rotulo LeeRotuloDeCodigo(const vexageo::CPoligonoTopologico& poligono, CFile* bin,
                          vexageo::CTexto<int>& rotulo, std::initializer_list<const char*> codigos);

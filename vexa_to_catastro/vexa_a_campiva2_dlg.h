@@ -1,7 +1,6 @@
 #pragma once
 
 #include <array>
-#include <span>
 #include <string_view>
 #include <vector>
 
@@ -138,7 +137,8 @@ private:
     }};
 };
 
-/// Holds each parcel's surface against its subparcels': mends a difference of up to 5 square
-/// metres, reports a larger one, and a parcel without a main holder.
+/// Compares each parcel's surface with the sum of its subparcels'. Where they differ by up to 5
+/// square metres the parcel gets the sum, with a warning; a larger difference is reported as an
+/// error. A parcel without a main holder is reported too.
 void CompruebaSuperficies(CStdioFile* log, int* numErrores, int* numWarnings,
                           CMunicipio* municipio);

@@ -31,7 +31,7 @@ struct CRegistroInfograf {
     CString numOrtofoto; ///< the sheet on which the point lies, empty where there is none
     CString letras;      ///< a subparcel's label, whole
 
-    /// Writes the record: 126 columns, more where a value is wider than its own. Raises
+    /// Writes the record: 126 columns, more where a value is wider than its column. Raises
     /// CFileException.
     void Graba(CStdioFile& csp) const;
 };

@@ -37,7 +37,8 @@ private:
     /// \return false when the user stopped
     bool GrabaInfograf(CStdioFile* csp, const std::vector<CString>& entradas,
                        const CString& carpeta);
-    /// The orthophoto sheets; none, with a box for each file missing, without both their files.
+    /// The orthophoto sheets. None, with a box for each file that is missing, unless both are
+    /// there.
     vexageo::CTopologia LeeOrtos();
     /// Loads the topologies of an entry. False, with a box, where its drawing can't be opened; a
     /// topology that can't be opened gets its box and is missing in the entry.

@@ -10,6 +10,6 @@ struct CConsejo {
     std::string ejemplo; ///< empty where it gives none
 };
 
-/// What the manual's page of messages says of the one with the code, "E112"; empty texts for a code
-/// that it doesn't have.
+/// What the manual's page of messages says of the message with a code, "E112"; empty texts for a
+/// code that the page doesn't have. Goes through the page each time.
 CConsejo DameConsejo(std::string_view codigo);

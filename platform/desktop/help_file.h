@@ -11,6 +11,7 @@ struct chmFile;
 /// A compiled help file.
 class CFicheroAyuda {
 public:
+    /// Opens the file. Where it can't be read, `Lee` gives nothing.
     explicit CFicheroAyuda(const wxString& ruta);
     ~CFicheroAyuda();
 
@@ -25,5 +26,5 @@ private:
 };
 
 /// Lets the library's help window open what stands inside a help file, by names of the form
-/// "file:path#chm:name". Done once.
+/// "file:path#chm:name". To be called once: each call adds a handler more.
 void RegistraFicherosDeAyuda();

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <span>
-
 #include <wx/window.h>
 
 #include "platform/resource_form.h"

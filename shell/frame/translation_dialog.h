@@ -1,6 +1,6 @@
 #pragma once
 
-#include <array>
+#include <cstdint>
 #include <memory>
 #include <span>
 #include <variant>
@@ -75,10 +75,13 @@ protected:
     /// controls and runs. The user can stop such a run, but nothing of it is stored.
     void EjecutaEnLote();
 
-    // What a translator calls.
-    /// Opens a phase; what the log holds so far goes to the disk.
+    // What a translator calls. What looks for events, `Fase` and `Avanza`, throws CInterrumpido
+    // where the process is to end.
+
+    /// Begins a phase with its status text; what the log holds so far goes to the system.
     void Fase(UINT idTexto);
-    /// Ticks inside a loop. False when the user wants to stop.
+    /// Moves the bar and takes the user's clicks, inside a loop. False when the user wants to stop.
+    /// \param posicion  how far the loop is, in any unit, against `total`; 32 bits count of both
     bool Avanza(std::uint64_t posicion, std::uint64_t total);
 
     /// Shows an error box with a text, or the form of one (box_texts.h, or a number of the string
@@ -91,34 +94,38 @@ protected:
         MuestraError(texto);
     }
 
-    /// First of all in a run: heals what a killed one left in the folders of its files.
+    /// First of all in a run: heals what a killed one left in the folders of its files. Raises
+    /// CFileException where a folder can't be read.
     void EmpiezaProceso(const std::vector<CString>& ficheros);
-    /// Opens an input, with a box where it can't be opened; a text, or a file of the drawing
-    /// system.
+    /// Opens an input: a text, or a file of the drawing system. False, with a box, where it can't
+    /// be opened for one of the usual reasons; raises CFileException for others (CFile::Open).
     bool AbreEntrada(CStdioFile& fichero, const CString& nombre);
     bool AbreDibujo(CFile& fichero, const CString& nombre);
     /// Opens the drawing and the topology of the orthophoto sheets, named by one of the two. False,
     /// with a box for each that is missing, unless both are there.
     bool AbreOrtos(CFile& bin, CFile& top, const CString& nombre);
-    /// Creates the log of the run, in its place, and keeps the run's outputs for it. False, with a
-    /// box, where the log can't be created or would fall on one of the run's inputs, which would be
-    /// lost, and where two of log and outputs are one file. Raises CFileException where another
-    /// program is writing one of them.
+    /// Creates the log of the run, in its place, and reserves the outputs for this run. False, with
+    /// a box, where the log can't be created or would overwrite one of the inputs, and where two of
+    /// log and outputs are one file. Raises CFileException where another program is writing one of
+    /// them.
     bool CreaLog(const CString& nombre, const std::vector<CString>& entradas,
                  const std::vector<CString>& salidas);
     CStdioFile& Log() { return m_log; }
     /// Creates an output, which takes its target's place with all others. False, with a box of the
-    /// form `queja`, where it can't be created: also where it would fall on one of the inputs.
+    /// form `queja`, where it can't be created or is one of `entradas`, which the run still reads.
+    /// Raises CFileException as CFile::Open does.
     bool CreaSalida(CStdioFile& fichero, const CString& nombre, const char* queja,
                     const std::vector<CString>& entradas = {});
-    /// All outputs that were created take their places, or none does.
+    /// All outputs that were created take their places. Raises CFileException, with all targets as
+    /// they were, where one of them can't.
     void ConfirmaSalidas();
     /// Shows the summary of a run that is done.
     void CajaDeCierre(const CString& texto);
     /// Last of all in a run, behind its closing box: tells of a log that isn't whole, and switches
     /// the controls on.
     void AcabaProceso();
-    /// Takes the records of a run that is done: behind that of a command line nothing follows.
+    /// Takes the records of a run that is done. Behind a run from the command line nothing follows,
+    /// so they are kept until the process ends (CWinApp::Conserva); others are freed here.
     void Suelta(std::shared_ptr<const void> datos) const;
 
 private:
