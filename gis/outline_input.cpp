@@ -18,6 +18,7 @@
 namespace {
 
 constexpr double kFinosPorMetro = kPorMetro * kFinos;
+constexpr int kCodigoMasLargo = 0xFFFF; // a drawing has two bytes for its length
 constexpr double kMayorCoordenada = std::numeric_limits<int>::max() / kPorMetro; // metres
 
 /// A text of GDAL as one of the program.
@@ -140,6 +141,8 @@ bool LeeCampos(ClaseTopologia clase, const OGRFeature& elemento, CRecintoEntrant
     else if (!recinto.rotulo && !campos.Hay(capa::kRotulo))
         motivo.Format("%s no dice qué rótulo lleva: faltan los campos rotulo, parcela o letra"_ansi,
                       recinto.nombre);
+    else if (recinto.codigo.GetLength() > kCodigoMasLargo)
+        motivo.Format("%s: el código es demasiado largo"_ansi, recinto.nombre);
     else if (std::string_view(recinto.entrada).find_first_of("/\\") != std::string_view::npos)
         motivo.Format("%s: el nombre del polígono lleva una barra"_ansi, recinto.nombre);
     const std::optional<double> x = campos.Real(capa::kX);

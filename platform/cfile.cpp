@@ -186,6 +186,15 @@ CString CFile::RutaCompleta(const CString& nombre)
     return sistema::Nombre(sistema::EnteraSinPuntos(sistema::Ruta(nombre)));
 }
 
+CString CFile::EnDisco(const CString& nombre)
+{
+    sistema::Error error;
+    const std::filesystem::path ruta = SinMayusculas(sistema::Ruta(nombre), error);
+    if (error)
+        throw CFileException(nombre, error, true);
+    return sistema::Nombre(ruta);
+}
+
 bool CFile::EsElMismo(const CString& uno, const CString& otro)
 {
     return Mirado(uno, sistema::Ruta(uno)).EsElMismo(Mirado(otro, sistema::Ruta(otro)));

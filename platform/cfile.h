@@ -94,6 +94,10 @@ public:
     /// system doesn't tell.
     static CString RutaCompleta(const CString& nombre);
 
+    /// The name of the file that `Open` finds by this one with `anyCase`; the name itself where
+    /// there is none. Raises CFileException where the folder can't be looked at.
+    static CString EnDisco(const CString& nombre);
+
     /// What was wrong with the first write that failed in a file that is written in its place; no
     /// error if none did. `Close` leaves it standing.
     const CFileException& Fallo() const { return m_fallo; }

@@ -268,7 +268,8 @@ bool SanaPorDiario(const Ruta& diario)
 }
 
 /// Puts away what a killed program left. What its target held stays if the target isn't there: on a
-/// file system without second names it was the only one.
+/// file system without second names it was the only one. Where a name was cut, so that it doesn't
+/// tell the target's, the file stays as it is.
 void Recoge(const Ruta& ruta)
 {
     Error error;
@@ -278,6 +279,8 @@ void Recoge(const Ruta& ruta)
             sistema::Ruta(nombre.substr(0, nombre.size() - CReemplazo::kAntes.size()));
         const bool falta = sistema::MiraEnlace(destino, error).tipo == CEstado::Tipo::NoHay;
         if (error)
+            return;
+        if (CReemplazo::AlLado(destino, CReemplazo::kAntes) != ruta)
             return;
         if (falta)
             return sistema::Renombra(ruta, destino, error);

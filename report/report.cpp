@@ -86,7 +86,12 @@ bool CElaboracion::CabenSalidas()
     leidos.insert(leidos.end(), {f.registro, f.entrada, f.lista, f.ficheroR, f.ficheroM});
     for (const CString& entrada : m_lista.entradas)
         for (const char* extension : {"BIN", "PAR", "SUB", "POL"})
-            leidos.push_back(FicheroDeLista(f.carpeta, entrada, extension));
+            leidos.push_back(CFile::EnDisco(FicheroDeLista(f.carpeta, entrada, extension)));
+    for (const char* extension : {"BIN", "TOP"}) {
+        CCadena hojas = f.ortos;
+        hojas.CambiaExtension(extension);
+        leidos.push_back(f.ortos.IsEmpty() ? CString() : CFile::EnDisco(hojas));
+    }
     for (const CString& salida : {CString(m_html), m_opciones.csv, m_opciones.geojson}) {
         if (salida.IsEmpty())
             continue;

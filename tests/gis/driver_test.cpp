@@ -246,6 +246,20 @@ TEST_F(Driver, RefusesByNameWhatItCantDrawAndWritesNothing)
     }
 }
 
+TEST_F(Driver, RefusesACodeThatNoDrawingCouldTellTheLengthOf)
+{
+    {
+        const GDALDatasetUniquePtr datos = Crea();
+        OGRLayer* capa =
+            Capa(*datos, "parcelas",
+                 {{"poligono", OFTInteger}, {"parcela", OFTInteger}, {"codigo", OFTString}});
+        Pon(*capa, {{"poligono", "3"}, {"parcela", "7"}, {"codigo", std::string(65536, '1')}},
+            kCuadro);
+    }
+    EXPECT_NE(dicho.find("el código es demasiado largo"), std::string::npos) << dicho;
+    EXPECT_EQ(carpeta.Cuantos(), 0);
+}
+
 TEST_F(Driver, GoesOnWhereAnOptionSaysSo)
 {
     const struct {

@@ -247,6 +247,17 @@ TEST(ConjuntoSalidas, LeavesAloneWhatIsAliveAndClearsWhatIsNot)
     EXPECT_EQ(carpeta.Cuantos(), 2);
 }
 
+TEST(ConjuntoSalidas, LeavesWhatATargetHeldUnderANameThatWasCut)
+{
+    const CCarpetaPrueba carpeta;
+    const std::string cortado = std::string(200, 'a') + "12345.~antes";
+    carpeta.Pon(cortado.c_str(), "antes");
+    carpeta.Pon((std::string(200, 'b') + "67890.~nuevo").c_str(), "a medias");
+    CConjuntoSalidas::Sana({carpeta.En("b.txt")});
+    EXPECT_EQ(carpeta.Lee(cortado.c_str()), "antes");
+    EXPECT_EQ(carpeta.Cuantos(), 1);
+}
+
 TEST(Reemplazo, ALogTellsWhereALineOfItIsMissing)
 {
     const CCarpetaPrueba carpeta;

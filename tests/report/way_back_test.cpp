@@ -186,6 +186,24 @@ TEST_F(InformeDeVuelta, WritesFeaturesAndASheet)
     EXPECT_TRUE(carpeta.Lee("m.csv").starts_with("\xEF\xBB\xBF"));
 }
 
+TEST_F(InformeDeVuelta, FallsOnNoDrawingThatItReadsByWhateverName)
+{
+    DosParcelas();
+    Ejecuta();
+    std::filesystem::rename(carpeta.Ruta() / "1.PAR", carpeta.Ruta() / "1.par");
+    carpeta.Pon("ortos.BIN", "x");
+    carpeta.Pon("ortos.TOP", "x");
+    for (const char* nombre : {"1.par", "1.BIN", "ortos.TOP", "ortos.BIN"}) {
+        const std::string antes = carpeta.Lee(nombre);
+        informe::COpciones opciones;
+        opciones.geojson = carpeta.En(nombre);
+        EXPECT_THAT(Informa(opciones).resultado.quejas,
+                    testing::Contains(HasSubstr("no se escribe")))
+            << nombre;
+        EXPECT_EQ(carpeta.Lee(nombre), antes);
+    }
+}
+
 TEST_F(InformeDeVuelta, MakesOneMatterOfAPolygonWithoutItsFiles)
 {
     const struct {
