@@ -6,6 +6,7 @@
 Unicode true
 Target amd64-unicode
 SetCompressor /SOLID lzma
+SetDateSave off ; the same content is the same installer, whenever it was built
 
 !define PRODUCT "Campiva"
 !define REMOVER "Desinstalar.exe"
