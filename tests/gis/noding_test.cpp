@@ -17,8 +17,6 @@ using vexageo::CPunto;
 
 namespace {
 
-constexpr std::int64_t kMedio = kFinos / 2;
-
 CAnilloFino Fino(std::initializer_list<std::pair<double, double>> puntos)
 {
     CAnilloFino anillo;
