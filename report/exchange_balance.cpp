@@ -62,20 +62,24 @@ CClave ClaveFilaSubparcela(std::string_view fila)
     return {datos.Polig, datos.Parcela, subparcela.letra};
 }
 
+/// What a row of parcels says beside its record: its numbers, and the holder's, -1 for none.
+CDatosLinea DatosDeParcela(std::string_view fila)
+{
+    CDatosLinea datos;
+    CParcela(0, 0, 0, {}).Lee(fila, kModoTabla, datos);
+    return datos;
+}
+
+CClave ClaveDe(const CDatosLinea& parcela)
+{
+    return {parcela.Polig, parcela.Parcela, {}};
+}
+
 CClave ClaveFilaCotitular(std::string_view fila)
 {
     CDatosLinea datos;
     CCotitular().Lee(fila, datos);
-    return {datos.Polig, datos.Parcela, {}};
-}
-
-/// \param numImputa  takes the number of the holder, -1 for none
-CClave ClaveFilaParcela(std::string_view fila, int& numImputa)
-{
-    CDatosLinea datos;
-    CParcela(0, 0, 0, {}).Lee(fila, kModoTabla, datos);
-    numImputa = datos.numImputa;
-    return {datos.Polig, datos.Parcela, {}};
+    return ClaveDe(datos);
 }
 
 CPartida CBalanceIda::Empieza(std::string titulo, std::string lineas,
@@ -162,11 +166,9 @@ CPartida CBalanceIda::Titulares() const
 
 CPartida CBalanceIda::Parcelas() const
 {
-    CPartida partida = Empieza("Parcelas", m_leida.esLista ? "líneas 32" : "líneas PR",
-                               m_leida.parcelas, kParcelas, [](std::string_view fila) {
-                                   int numImputa = 0;
-                                   return ClaveFilaParcela(fila, numImputa);
-                               });
+    CPartida partida =
+        Empieza("Parcelas", m_leida.esLista ? "líneas 32" : "líneas PR", m_leida.parcelas,
+                kParcelas, [](std::string_view fila) { return ClaveDe(DatosDeParcela(fila)); });
     if (m_leida.esLista) {
         partida.Sale("de una parcela que ya estaba", m_leida.parcelas.unidas);
         partida.SalePerdido("con polígono o parcela menor que 1, sin mensaje",
@@ -220,12 +222,11 @@ CPartida CBalanceIda::Vinculos() const
     std::int64_t principales = 0;
     std::int64_t otros = 0;
     const bool hayParcelas = RecorreTabla(NombreDe(kParcelas), [&](std::string_view fila) {
-        int numImputa = 0;
-        const CClave clave = ClaveFilaParcela(fila, numImputa);
-        if (numImputa == -1)
+        const CDatosLinea parcela = DatosDeParcela(fila);
+        if (parcela.numImputa == -1)
             return;
         ++principales;
-        cotejo.Hay(clave);
+        cotejo.Hay(ClaveDe(parcela));
     });
     const bool hayCotitulares = RecorreTabla(NombreDe(kCotitulares), [&](std::string_view fila) {
         ++otros;
