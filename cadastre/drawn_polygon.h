@@ -4,7 +4,7 @@
 #include <functional>
 #include <vector>
 
-#include "platform/cfile.h"
+#include "platform/files/cfile.h"
 #include "vexa_libs/ccadena.h"
 #include "vexa_libs/entity.h"
 #include "vexa_libs/point.h"

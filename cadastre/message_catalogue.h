@@ -7,8 +7,8 @@
 #include <type_traits>
 
 #include "cadastre/messages.h"
-#include "platform/cfile.h"
 #include "platform/cstring.h"
+#include "platform/files/cfile.h"
 
 /// All messages, by number.
 constexpr std::span<const CMensaje> Catalogo()

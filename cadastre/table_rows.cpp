@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "platform/cfile.h"
+#include "platform/files/cfile.h"
 #include "vexa_libs/ccadena.h"
 
 int MunicipioDeFila(std::string_view fila)

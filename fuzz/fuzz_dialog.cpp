@@ -7,9 +7,9 @@
 
 #include "fuzz/terminal.h"
 #include "fuzz/way_back.h"
-#include "platform/cfile.h"
+#include "platform/files/cfile.h"
+#include "platform/files/output_set.h"
 #include "platform/html_help.h"
-#include "platform/output_set.h"
 #include "platform/system.h"
 #include "platform/terminal/terminal_front_end.h"
 #include "resources/program_resources.h"

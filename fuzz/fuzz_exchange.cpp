@@ -5,7 +5,7 @@
 
 #include "catastro_to_vexa/campiva_a_vexa_dlg.h"
 #include "fuzz/work_bench.h"
-#include "platform/safe_replacement.h"
+#include "platform/files/safe_replacement.h"
 
 // The first translation. Option 0 asks for a list of subparcels with holders; the others together
 // tell what stands where one of the tables goes. The only piece is the input file.

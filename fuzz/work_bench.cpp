@@ -7,9 +7,9 @@
 #include <filesystem>
 #include <optional>
 
-#include "platform/cfile.h"
-#include "platform/fault_point.h"
-#include "platform/output_set.h"
+#include "platform/files/cfile.h"
+#include "platform/files/fault_point.h"
+#include "platform/files/output_set.h"
 #include "resources/program_resources.h"
 
 namespace fs = std::filesystem;

@@ -5,7 +5,7 @@
 
 #include "generator/cadastre_lines.h"
 #include "generator/drawing_files.h"
-#include "platform/cfile.h"
+#include "platform/files/cfile.h"
 #include "vexa_libs/ccadena.h"
 
 // Makes the input files of a synthetic municipality.

@@ -5,7 +5,7 @@
 
 #include <cpl_error.h>
 
-#include "platform/cfile.h"
+#include "platform/files/cfile.h"
 #include "platform/format.h"
 
 // The driver's sentences go the way that GDAL's do (CPLError). Texts come in code page 1252 or

@@ -10,7 +10,7 @@
 #include "cadastre/drawn_polygon.h"
 #include "gis/outline_input.h"
 #include "gis/stretches.h"
-#include "platform/output_set.h"
+#include "platform/files/output_set.h"
 
 /// What is told once for many outlines: how many there were, and the first of them by name.
 class CNoticias {

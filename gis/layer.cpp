@@ -2,7 +2,7 @@
 
 #include "gis/complaints.h"
 #include "platform/ansi.h"
-#include "platform/cfile.h"
+#include "platform/files/cfile.h"
 
 CCapa::CCapa(const char* nombre, OGRwkbGeometryType geometria,
              const OGRSpatialReference* referencia, const std::vector<CCampoCapa>& campos,

@@ -2,7 +2,7 @@
 
 #include "cadastre/exchange_format.h"
 #include "cadastre/table_rows.h"
-#include "platform/cfile.h"
+#include "platform/files/cfile.h"
 
 CTablas::CTablas(const CString& carpeta, short mun) : m_municipio(mun, 0)
 {

@@ -5,10 +5,10 @@
 #include <exception>
 #include <new>
 
-#include "platform/cfile.h"
+#include "platform/files/cfile.h"
+#include "platform/files/system_files.h"
 #include "platform/html_help.h"
 #include "platform/system.h"
-#include "platform/system_files.h"
 #include "platform/window_messages.h"
 
 namespace {

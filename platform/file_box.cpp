@@ -1,6 +1,6 @@
 #include "platform/file_box.h"
 
-#include "platform/system_files.h"
+#include "platform/files/system_files.h"
 
 std::filesystem::path CarpetaInicial(const CString& enCampo, const CString& ultima)
 {

@@ -1,10 +1,10 @@
 #include "platform/run_story.h"
 
 #include "platform/ansi.h"
+#include "platform/files/system_files.h"
 #include "platform/format.h"
 #include "platform/front_end.h"
 #include "platform/system.h"
-#include "platform/system_files.h"
 
 namespace {
 

@@ -5,10 +5,10 @@
 #include <thread>
 #include <vector>
 
-#include "platform/cfile.h"
-#include "platform/output_set.h"
+#include "platform/files/cfile.h"
+#include "platform/files/output_set.h"
+#include "platform/files/system_files.h"
 #include "platform/system.h"
-#include "platform/system_files.h"
 
 namespace {
 

@@ -8,8 +8,8 @@
 
 #include <windows.h>
 
-#include "platform/cfile.h"
-#include "platform/system_files.h"
+#include "platform/files/cfile.h"
+#include "platform/files/system_files.h"
 
 namespace {
 

@@ -12,7 +12,7 @@
 
 #include <shellapi.h>
 
-#include "platform/system_files.h"
+#include "platform/files/system_files.h"
 
 namespace sistema {
 namespace {

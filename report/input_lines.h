@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/cfile.h"
+#include "platform/files/cfile.h"
 #include "report/balance.h"
 #include "report/people.h"
 

@@ -3,7 +3,7 @@
 #include <cmath>
 #include <utility>
 
-#include "platform/cfile.h"
+#include "platform/files/cfile.h"
 #include "report/text.h"
 
 namespace informe {

@@ -2,9 +2,9 @@
 #include <ctime>
 #include <new>
 
+#include "report/version.h"
 #include "platform/system.h"
 #include "report/report.h"
-#include "report/version.h"
 
 namespace {
 

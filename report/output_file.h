@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "platform/cfile.h"
+#include "platform/files/cfile.h"
 
 namespace informe {
 

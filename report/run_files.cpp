@@ -5,8 +5,8 @@
 #include <filesystem>
 
 #include "cadastre/table_headers.h"
-#include "platform/cfile.h"
-#include "platform/system_files.h"
+#include "platform/files/cfile.h"
+#include "platform/files/system_files.h"
 #include "vexa_libs/binary.h"
 
 namespace informe {

@@ -1,7 +1,7 @@
 #include "report/written_records.h"
 
 #include "cadastre/exchange_format.h"
-#include "platform/cfile.h"
+#include "platform/files/cfile.h"
 
 namespace informe {
 namespace {

@@ -11,7 +11,7 @@ import sys
 from collections import defaultdict
 
 # What stands by itself although a folder holds it, the longest name first.
-FOLDERS = ["platform/terminal", "platform/desktop", "platform/windows", "shell/frame", "help/advice"]
+FOLDERS = ["platform/files", "platform/terminal", "platform/desktop", "platform/windows", "shell/frame", "help/advice"]
 LEFT_OUT = {"tests", "bench", "fuzz"}
 KINDS = {  # of folders that are more than a part of the program: shape and colour
     "platform/terminal": "front", "platform/desktop": "front", "platform/windows": "front",

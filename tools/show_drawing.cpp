@@ -11,7 +11,7 @@
 
 #include "cadastre/drawing_findings.h"
 #include "platform/ansi.h"
-#include "platform/cfile.h"
+#include "platform/files/cfile.h"
 #include "vexa_libs/ccadena.h"
 #include "vexa_libs/entity.h"
 #include "vexa_libs/topological_polygon.h"

@@ -1,6 +1,6 @@
 #include "vexa_libs/ccadena.h"
 
-#include "platform/system_files.h"
+#include "platform/files/system_files.h"
 
 #include <algorithm>
 #include <charconv>

@@ -4,7 +4,7 @@
 #include <memory>
 #include <vector>
 
-#include "platform/cfile.h"
+#include "platform/files/cfile.h"
 #include "vexa_libs/entity.h"
 #include "vexa_libs/topological_polygon.h"
 

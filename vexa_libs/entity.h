@@ -4,8 +4,8 @@
 #include <type_traits>
 #include <vector>
 
-#include "platform/cfile.h"
 #include "platform/cstring.h"
+#include "platform/files/cfile.h"
 #include "vexa_libs/point.h"
 
 // The entities of a drawing, and how they stand in a .BIN file.

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "platform/cfile.h"
+#include "platform/files/cfile.h"
 #include "vexa_libs/binary.h"
 #include "vexa_libs/point.h"
 

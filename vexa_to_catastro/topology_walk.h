@@ -2,7 +2,7 @@
 
 #include <initializer_list>
 
-#include "platform/cfile.h"
+#include "platform/files/cfile.h"
 #include "vexa_libs/entity.h"
 #include "vexa_libs/topological_polygon.h"
 

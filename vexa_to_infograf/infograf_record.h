@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/cfile.h"
+#include "platform/files/cfile.h"
 
 // The records of the Infograf system: one line for each polygon of a drawing.
 

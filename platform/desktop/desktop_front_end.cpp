@@ -18,8 +18,8 @@
 #include "platform/desktop/text.h"
 #include "platform/desktop/toolkit.h"
 #include "platform/file_box.h"
+#include "platform/files/system_files.h"
 #include "platform/html_help.h"
-#include "platform/system_files.h"
 
 namespace {
 

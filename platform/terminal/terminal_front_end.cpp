@@ -5,12 +5,12 @@
 #include <string_view>
 
 #include "platform/ansi.h"
-#include "platform/cfile.h"
 #include "platform/cwinapp.h"
 #include "platform/dialog.h"
+#include "platform/files/cfile.h"
+#include "platform/files/system_files.h"
 #include "platform/html_help.h"
 #include "platform/system.h"
-#include "platform/system_files.h"
 
 namespace {
 

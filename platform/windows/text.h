@@ -4,7 +4,7 @@
 #include <string_view>
 
 #include "platform/cstring.h"
-#include "platform/system_files.h"
+#include "platform/files/system_files.h"
 
 // The way between the program's texts and those of the windows.
 

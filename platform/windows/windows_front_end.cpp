@@ -4,8 +4,8 @@
 
 #include <algorithm>
 
-#include "platform/cfile.h"
 #include "platform/file_box.h"
+#include "platform/files/cfile.h"
 #include "platform/html_help.h"
 #include "platform/windows/dialog_window.h"
 #include "platform/windows/help_popup.h"

@@ -6,10 +6,10 @@
 #include <variant>
 #include <vector>
 
-#include "platform/cfile.h"
 #include "platform/dialog.h"
+#include "platform/files/cfile.h"
+#include "platform/files/output_set.h"
 #include "platform/front_end.h"
-#include "platform/output_set.h"
 
 // Messages by which a translator reports to its dialog. Each gives the dialog's `EnMarcha`.
 inline constexpr UINT WM_ESTADO_ID = 23000;    ///< a phase begins: number of its status text

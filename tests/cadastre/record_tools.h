@@ -7,8 +7,8 @@
 #include <gtest/gtest.h>
 
 #include "cadastre/exchange_format.h"
-#include "platform/cfile.h"
 #include "platform/cstring.h"
+#include "platform/files/cfile.h"
 #include "tests/support/files.h"
 
 // What the tests of the records share.

@@ -2,7 +2,7 @@
 
 #include <cstddef>
 
-#include "platform/fault_point.h"
+#include "platform/files/fault_point.h"
 
 /// What goes wrong while a test looks on, in this program alone: the n-th call to the system fails,
 /// or kills the process; the n-th allocation finds no memory.

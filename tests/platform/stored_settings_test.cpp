@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/ansi.h"
-#include "platform/cfile.h"
+#include "platform/files/cfile.h"
 #include "tests/support/files.h"
 #include "tests/support/scripted_front_end.h"
 

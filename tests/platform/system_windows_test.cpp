@@ -5,9 +5,9 @@
 
 #include <windows.h>
 
-#include "platform/cfile.h"
-#include "platform/output_set.h"
-#include "platform/system_files.h"
+#include "platform/files/cfile.h"
+#include "platform/files/output_set.h"
+#include "platform/files/system_files.h"
 #include "tests/support/files.h"
 
 namespace fs = std::filesystem;

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/ansi.h"
-#include "platform/cfile.h"
+#include "platform/files/cfile.h"
 #include "report/svg_map.h"
 #include "tests/report/report_fixture.h"
 

@@ -8,7 +8,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/ansi.h"
-#include "platform/system_files.h"
+#include "platform/files/system_files.h"
 #ifdef _WIN32
 #include "tests/support/files_windows.h"
 #endif

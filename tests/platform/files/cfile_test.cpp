@@ -1,11 +1,11 @@
-#include "platform/cfile.h"
+#include "platform/files/cfile.h"
 
 #include <filesystem>
 #include <vector>
 
 #include <gtest/gtest.h>
 
-#include "platform/system_files.h"
+#include "platform/files/system_files.h"
 #include "tests/support/files.h"
 
 using namespace std::string_view_literals;

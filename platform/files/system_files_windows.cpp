@@ -5,7 +5,7 @@
 #include <memory>
 #include <string>
 
-#include "platform/windows_handles.h"
+#include "platform/files/windows_handles.h"
 
 #include <fcntl.h>
 #include <io.h>

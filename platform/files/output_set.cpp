@@ -1,10 +1,10 @@
-#include "platform/output_set.h"
+#include "platform/files/output_set.h"
 
 #include <algorithm>
 #include <set>
 
-#include "platform/cfile_exception.h"
-#include "platform/output_diary.h"
+#include "platform/files/cfile_exception.h"
+#include "platform/files/output_diary.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "platform/any_case_name.h"
+#include "platform/files/any_case_name.h"
 
 #include <string>
 #include <system_error>

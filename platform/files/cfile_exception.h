@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "platform/cstring.h"
-#include "platform/system_files.h"
+#include "platform/files/system_files.h"
 
 /// A read or a write that failed: the disk is full or damaged, a share is gone, another program has
 /// the file, or it can't take its target's place.

@@ -1,7 +1,7 @@
 #include <string>
 
 #include "platform/ansi.h"
-#include "platform/windows_handles.h"
+#include "platform/files/windows_handles.h"
 
 // Names and paths on Windows.
 

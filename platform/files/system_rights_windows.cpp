@@ -4,7 +4,7 @@
 #include <memory>
 #include <string>
 
-#include "platform/windows_handles.h"
+#include "platform/files/windows_handles.h"
 
 #include <aclapi.h>
 

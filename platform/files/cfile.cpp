@@ -1,13 +1,13 @@
-#include "platform/cfile.h"
+#include "platform/files/cfile.h"
 
 #include <algorithm>
 #include <cstring>
 #include <filesystem>
 #include <system_error>
 
-#include "platform/any_case_name.h"
-#include "platform/output_set.h"
-#include "platform/system_files.h"
+#include "platform/files/any_case_name.h"
+#include "platform/files/output_set.h"
+#include "platform/files/system_files.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "platform/cstring.h"
-#include "platform/safe_replacement.h"
+#include "platform/files/safe_replacement.h"
 
 /// The outputs of one run: all of them take their targets' places, or none does.
 ///

@@ -1,4 +1,4 @@
-#include "platform/cfile_exception.h"
+#include "platform/files/cfile_exception.h"
 
 #include <algorithm>
 #include <iterator>

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/safe_replacement.h"
+#include "platform/files/safe_replacement.h"
 
 // The diary of a set of outputs, as it stands in its file: what is about to be replaced.
 

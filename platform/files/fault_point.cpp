@@ -1,4 +1,4 @@
-#include "platform/fault_point.h"
+#include "platform/files/fault_point.h"
 
 // Alone in its file, so that a test's own takes its place when the program is linked.
 

@@ -1,8 +1,8 @@
-#include "platform/output_diary.h"
+#include "platform/files/output_diary.h"
 
 #include <charconv>
 
-#include "platform/system_files.h"
+#include "platform/files/system_files.h"
 
 namespace {
 

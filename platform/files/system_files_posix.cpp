@@ -1,4 +1,4 @@
-#include "platform/system_files.h"
+#include "platform/files/system_files.h"
 
 #include <cerrno>
 #include <climits>
@@ -15,7 +15,7 @@
 #endif
 #include <unistd.h>
 
-#include "platform/fault_point.h"
+#include "platform/files/fault_point.h"
 
 namespace sistema {
 namespace {

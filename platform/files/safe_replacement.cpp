@@ -1,4 +1,4 @@
-#include "platform/safe_replacement.h"
+#include "platform/files/safe_replacement.h"
 
 #include <functional>
 

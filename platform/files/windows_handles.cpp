@@ -1,4 +1,4 @@
-#include "platform/windows_handles.h"
+#include "platform/files/windows_handles.h"
 
 #include <cstdint>
 

@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <string_view>
 
-#include "platform/system_files.h"
+#include "platform/files/system_files.h"
 
 /// An output in the making that takes the place of its target only when it is whole.
 ///

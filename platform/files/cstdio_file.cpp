@@ -1,7 +1,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "platform/cfile.h"
+#include "platform/files/cfile.h"
 
 namespace {
 

@@ -6,9 +6,9 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/cfile_exception.h"
 #include "platform/cstring.h"
-#include "platform/safe_replacement.h"
+#include "platform/files/cfile_exception.h"
+#include "platform/files/safe_replacement.h"
 #include "platform/types.h"
 
 class CConjuntoSalidas;

@@ -5,8 +5,8 @@
 
 #include <windows.h>
 
-#include "platform/fault_point.h"
-#include "platform/system_files.h"
+#include "platform/files/fault_point.h"
+#include "platform/files/system_files.h"
 
 // What the sources for Windows' files share: handles, paths as its calls take them, its reasons.
 

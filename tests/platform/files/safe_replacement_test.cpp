@@ -1,4 +1,4 @@
-#include "platform/safe_replacement.h"
+#include "platform/files/safe_replacement.h"
 
 #include <csignal>
 
@@ -8,8 +8,8 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/cfile.h"
-#include "platform/output_set.h"
+#include "platform/files/cfile.h"
+#include "platform/files/output_set.h"
 #include "tests/support/files.h"
 
 namespace fs = std::filesystem;

@@ -2,7 +2,7 @@
 
 #include <filesystem>
 
-#include "platform/system_files.h"
+#include "platform/files/system_files.h"
 
 // Files of a system that doesn't tell capitals from small letters in names, on one that does.
 
