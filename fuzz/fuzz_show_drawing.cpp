@@ -1,7 +1,7 @@
 #include <cstdint>
 
+#include "evidence/show_drawing/show_drawing.h"
 #include "fuzz/work_bench.h"
-#include "tools/show_drawing.h"
 
 // The tool that prints a drawing or a topology: the pieces are a drawing and a topology of it.
 // Option 0 has the drawing printed, 1 takes it away, 2 names no file.

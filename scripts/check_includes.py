@@ -20,12 +20,20 @@ ORDER = [
 # These stand beside the order: they may include anything, and nothing of the program includes them.
 OUTSIDE = ["tests", "bench", "fuzz"]
 # So do these, which include the folders named and no others.
+CORE = ["platform", "vexa_libs", "cadastre"]
+EVIDENCE = [*CORE, "evidence"]
+REPORT = [*EVIDENCE, "evidence/report/reading"]
 BESIDE = {
-    "help/advice": [],
-    "gis": ["platform", "vexa_libs", "cadastre", "help/advice"],
-    "report": ["platform", "vexa_libs", "cadastre", "help/advice"],
-    "tools": ["platform", "vexa_libs", "cadastre"],
-    "generator": ["platform", "vexa_libs", "cadastre"],
+    "evidence": CORE,
+    "evidence/report/reading": EVIDENCE,
+    "evidence/report/findings": REPORT,
+    "evidence/report/writing": [*REPORT, "evidence/report/findings"],
+    "evidence/report": [*REPORT, "evidence/report/findings", "evidence/report/writing"],
+    "evidence/gis/reading": [*EVIDENCE, "evidence/gis"],
+    "evidence/gis/writing": [*EVIDENCE, "evidence/gis"],
+    "evidence/gis": [*EVIDENCE, "evidence/gis/reading", "evidence/gis/writing"],
+    "evidence/show_drawing": EVIDENCE,
+    "generator": CORE,
 }
 RANK = {folder: rank for rank, folders in enumerate(ORDER) for folder in folders}
 

@@ -11,11 +11,13 @@ import sys
 from collections import defaultdict
 
 # What stands by itself although a folder holds it, the longest name first.
-FOLDERS = ["platform/files", "platform/terminal", "platform/desktop", "platform/windows", "shell/frame", "help/advice"]
+FOLDERS = ["platform/terminal", "platform/desktop", "platform/windows", "shell/frame",
+           "evidence/report", "evidence/gis", "evidence/show_drawing"]
 LEFT_OUT = {"tests", "bench", "fuzz"}
 KINDS = {  # of folders that are more than a part of the program: shape and colour
     "platform/terminal": "front", "platform/desktop": "front", "platform/windows": "front",
-    "gis": "beside", "report": "beside", "tools": "beside", "generator": "beside", "help/advice": "beside",
+    "evidence": "beside", "evidence/report": "beside", "evidence/gis": "beside",
+    "evidence/show_drawing": "beside", "generator": "beside",
 }
 STYLES = {"front": 'fillcolor="#e8f0e4"', "beside": 'fillcolor="#f4ead8"', "core": 'fillcolor="#e4ecf5"'}
 

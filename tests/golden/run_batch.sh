@@ -3,7 +3,7 @@
 #   run_batch.sh CAMPIVA SAMPLES WORK
 set -euo pipefail
 export CAMPIVA=$1
-samples=$2 work=$3 batch=$(dirname "$0")/../../packaging/batch/campiva-lote
+samples=$2 work=$3 batch=$(dirname "$0")/../../batch/campiva-lote
 command -v parallel > /dev/null || exit 77
 rm -rf "$work"
 mkdir -p "$work/config/VexaSoft"

@@ -1,7 +1,7 @@
 #include <fstream>
 #include <sstream>
 
-#include "cadastre/drawing_findings.h"
+#include "evidence/drawing_findings.h"
 #include "tests/vexa_to_catastro/run_fixture.h"
 
 namespace {

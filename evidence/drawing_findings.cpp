@@ -1,0 +1,342 @@
+#include "evidence/drawing_findings.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <map>
+#include <string>
+#include <utility>
+
+#include "cadastre/label_codes.h"
+#include "platform/ansi.h"
+#include "vexa_libs/ring.h"
+#include "vexa_libs/ring_crossings.h"
+
+using vexageo::CPunto;
+using vexageo::Lugar;
+
+namespace {
+
+using CAnillo = std::vector<CPunto<int>>;
+
+constexpr std::size_t kMenosPuntos = 3;
+constexpr double kTolerancia = 0.5; // square metres
+constexpr double kMetros = 0.01;    // in a hundredth of a metre
+
+bool MismoSitio(const CPunto<int>& a, const CPunto<int>& b)
+{
+    return a.X == b.X && a.Y == b.Y;
+}
+
+/// Any character will do that is no blank, digit or sign of the first half of the code page.
+bool TieneLetra(std::string_view texto)
+{
+    constexpr unsigned char kSegundaMitad = 0x80;
+    return std::any_of(texto.begin(), texto.end(), [](char c) {
+        return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') ||
+               static_cast<unsigned char>(c) >= kSegundaMitad;
+    });
+}
+
+template <class... T>
+CString Texto(const char* forma, const T&... argumentos)
+{
+    CString texto;
+    texto.Format(forma, argumentos...);
+    return texto;
+}
+
+/// The label's point lies to the rings of an outline.
+struct CSitioRotulo {
+    Lugar lugar;
+    int isla = 0; ///< the one it lies in, or on whose boundary
+};
+
+CSitioRotulo SitioDelRotulo(const CRecintoDibujado& recinto)
+{
+    const Lugar lugar = vexageo::Situa(recinto.contorno, recinto.punto);
+    if (lugar != Lugar::Dentro)
+        return {lugar};
+    for (std::size_t i = 0; i < recinto.islas.size(); ++i)
+        if (const Lugar enIsla = vexageo::Situa(recinto.islas[i].contorno, recinto.punto);
+            enIsla != Lugar::Fuera)
+            return {enIsla, static_cast<int>(i) + 1};
+    return {lugar};
+}
+
+/// The sides of a ring, each in one direction, in order: those of equal rings are equal, wherever
+/// they begin and whichever way they run.
+std::vector<std::array<int, 4>> Lados(const CAnillo& anillo)
+{
+    std::vector<std::array<int, 4>> lados;
+    const CPunto<int>* a = anillo.empty() ? nullptr : &anillo.back();
+    for (const CPunto<int>& b : anillo) {
+        if (!MismoSitio(*a, b)) {
+            const auto [menor, mayor] = std::minmax({std::pair(a->X, a->Y), std::pair(b.X, b.Y)});
+            lados.push_back({menor.first, menor.second, mayor.first, mayor.second});
+        }
+        a = &b;
+    }
+    std::sort(lados.begin(), lados.end());
+    return lados;
+}
+
+/// Finds the faults of one outline.
+class CExamen {
+public:
+    CExamen(const CRecintoDibujado& recinto, ClaseTopologia que) : m_recinto(recinto), m_que(que) {}
+
+    std::vector<CFalta> Faltas()
+    {
+        if (m_recinto.tramosPerdidos > 0)
+            Falta(ClaseFalta::TramoPerdido, 0, m_recinto.punto,
+                  Texto("%d de los tramos de su contorno no se leen en el dibujo: fuera de fecha",
+                        m_recinto.tramosPerdidos));
+        MiraContorno(m_recinto.contorno, m_recinto.areaPropia, 0);
+        MiraIslas();
+        MiraEstado();
+        if (HayRotulo() && m_que != ClaseTopologia::Hojas) // nobody asks where a sheet's stands
+            MiraRotulo();
+        if (m_recinto.Valido())
+            MiraTexto();
+        std::stable_sort(m_faltas.begin(), m_faltas.end(),
+                         [](const CFalta& a, const CFalta& b) { return a.clase < b.clase; });
+        return std::move(m_faltas);
+    }
+
+private:
+    void Falta(ClaseFalta clase, int isla, const CPunto<int>& donde, const CString& texto)
+    {
+        m_faltas.push_back(
+            {clase, isla, donde, isla > 0 ? Texto("isla %d: ", isla) + texto : texto});
+    }
+
+    void MiraContorno(const CAnillo& anillo, double area, int isla)
+    {
+        if (anillo.size() < kMenosPuntos) {
+            Falta(ClaseFalta::NoEncierra, isla, anillo.empty() ? m_recinto.punto : anillo.front(),
+                  "su contorno no encierra nada");
+            return;
+        }
+        if (!(anillo.front() == anillo.back()))
+            Falta(ClaseFalta::NoCierra, isla, anillo.back(),
+                  Texto("su contorno no cierra: va de %.2lf %.2lf a %.2lf %.2lf",
+                        anillo.front().X * kMetros, anillo.front().Y * kMetros,
+                        anillo.back().X * kMetros, anillo.back().Y * kMetros));
+        if (const auto encuentro = vexageo::BuscaEncuentro(anillo)) {
+            const bool cruza = encuentro->clase == vexageo::Encuentro::Cruza;
+            Falta(cruza ? ClaseFalta::Cruza : ClaseFalta::Repasa, isla, encuentro->donde,
+                  Texto(cruza ? "su contorno se cruza a sí mismo en %.2lf %.2lf"_ansi
+                              : "su contorno pasa dos veces por la misma línea en %.2lf %.2lf"_ansi,
+                        encuentro->donde.X * kMetros, encuentro->donde.Y * kMetros));
+        }
+        const double dibujada = vexageo::DobleArea(anillo) / vexageo::kDobleMetroCuadrado;
+        if (std::fabs(dibujada - std::fabs(area)) > kTolerancia)
+            Falta(ClaseFalta::AreaDistinta, isla, anillo.front(),
+                  Texto("su contorno encierra %.2lf m2 y el registro dice %.2lf", dibujada, area));
+    }
+
+    void MiraIslas()
+    {
+        std::map<std::vector<std::array<int, 4>>, int> vistas;
+        int numero = 0;
+        for (const CIslaDibujada& isla : m_recinto.islas) {
+            ++numero;
+            MiraContorno(isla.contorno, isla.areaPropia, numero);
+            const CPunto<int> donde = isla.contorno.empty() ? m_recinto.punto : isla.contorno[0];
+            if (isla.areaPropia > 0)
+                Falta(ClaseFalta::IslaPositiva, numero, donde,
+                      Texto("su superficie es positiva y se suma en vez de restarse: %.2lf m2",
+                            isla.areaPropia));
+            const auto [otra, nueva] = vistas.try_emplace(Lados(isla.contorno), numero);
+            if (!nueva && isla.contorno.size() >= kMenosPuntos)
+                Falta(
+                    ClaseFalta::IslaRepetida, numero, donde,
+                    Texto("es la misma que la isla %d%s: cuenta dos veces, con %.2lf m2 ésta"_ansi,
+                          otra->second, DondeEsta(isla, otra->second), isla.area));
+        }
+    }
+
+    const char* DondeEsta(const CIslaDibujada& isla, int otra) const
+    {
+        return isla.enLista == m_recinto.islas[static_cast<std::size_t>(otra) - 1].enLista
+                   ? ""
+                   : ", que está en la lista"_ansi;
+    }
+
+    void MiraEstado()
+    {
+        using enum EstadoRecinto;
+        const auto falta = [&](ClaseFalta clase, const CString& texto) {
+            Falta(clase, 0, m_recinto.punto, texto);
+        };
+        switch (m_recinto.estado) {
+        case Valido:
+            break;
+        case OtraClase:
+            return falta(ClaseFalta::OtraClase, TextoOtraClase());
+        case SinRotulo:
+            return falta(ClaseFalta::SinRotulo, TextoSinRotulo());
+        case NoEsTexto:
+            return falta(ClaseFalta::NoEsTexto, "su rótulo no es un texto"_ansi);
+        case Borrado:
+            return falta(ClaseFalta::Borrado, "su rótulo está borrado"_ansi);
+        case CodigoAjeno:
+            return falta(
+                ClaseFalta::CodigoAjeno,
+                Texto("el código de su rótulo, %s, no es de %s"_ansi, m_recinto.codigo,
+                      m_que == ClaseTopologia::Parcelas ? "una parcela" : "una subparcela"));
+        case FueraDeFecha:
+            return falta(ClaseFalta::FueraDeFecha,
+                         "su rótulo no se lee en el dibujo: fuera de fecha"_ansi);
+        case NoSeLlega:
+            return falta(ClaseFalta::NoSeLlega,
+                         "no se llega a él: está tras un rótulo que no se lee"_ansi);
+        }
+    }
+
+    CString TextoOtraClase() const
+    {
+        const CString texto = "el registro no es un recinto ni una isla";
+        return m_que == ClaseTopologia::Parcelas
+                   ? texto + ": su superficie se da a la parcela rotulada antes"_ansi
+                   : texto;
+    }
+    CString TextoSinRotulo() const
+    {
+        const CString texto = "no tiene rótulo: se pasa por alto"_ansi;
+        const bool conIslas = m_que == ClaseTopologia::Parcelas &&
+                              std::any_of(m_recinto.islas.begin(), m_recinto.islas.end(),
+                                          [](const CIslaDibujada& isla) { return !isla.enLista; });
+        return conIslas ? texto + ", y sus islas se restan de la parcela rotulada antes"_ansi
+                        : texto;
+    }
+
+    /// Tells whether a text names the outline, whatever else is wrong with it.
+    bool HayRotulo() const
+    {
+        using enum EstadoRecinto;
+        return m_recinto.estado == Valido || m_recinto.estado == Borrado ||
+               m_recinto.estado == CodigoAjeno;
+    }
+
+    void MiraRotulo()
+    {
+        const CPunto<int>& rotulo = m_recinto.punto;
+        const CPunto<int>& centroide = m_recinto.centroide;
+        if (!MismoSitio(rotulo, centroide))
+            Falta(ClaseFalta::CentroideDistinto, 0, rotulo,
+                  Texto("su rótulo está en %.2lf %.2lf y el registro dice %.2lf %.2lf"_ansi,
+                        rotulo.X * kMetros, rotulo.Y * kMetros, centroide.X * kMetros,
+                        centroide.Y * kMetros));
+        if (m_recinto.tramosPerdidos > 0 || m_recinto.contorno.size() < kMenosPuntos)
+            return;
+        const CSitioRotulo sitio = SitioDelRotulo(m_recinto);
+        const CString isla = sitio.isla > 0 ? Texto(" de su isla %d", sitio.isla) : CString();
+        if (sitio.lugar == Lugar::Fuera)
+            Falta(ClaseFalta::RotuloFuera, 0, rotulo, "su rótulo cae fuera de su contorno"_ansi);
+        else if (sitio.lugar == Lugar::Borde)
+            Falta(ClaseFalta::RotuloEnBorde, 0, rotulo, "su rótulo está en el borde"_ansi + isla);
+        else if (sitio.isla > 0)
+            Falta(ClaseFalta::RotuloEnIsla, 0, rotulo, "su rótulo cae dentro"_ansi + isla);
+    }
+
+    void MiraTexto()
+    {
+        const CPunto<int>& rotulo = m_recinto.punto;
+        const bool conNumero =
+            m_que == ClaseTopologia::Parcelas || m_que == ClaseTopologia::Poligonos;
+        if (conNumero && LeeEntero(m_recinto.rotulo) <= 0)
+            Falta(ClaseFalta::SinNumero, 0, rotulo,
+                  Texto("su rótulo, \"%s\", no empieza por un número"_ansi, m_recinto.rotulo));
+        if (m_que != ClaseTopologia::Subparcelas)
+            return;
+        if (!TieneLetra(m_recinto.letra))
+            Falta(ClaseFalta::SinLetra, 0, rotulo,
+                  Texto("su rótulo, \"%s\", no dice ninguna letra"_ansi, m_recinto.rotulo));
+        if (m_recinto.parcela < 0)
+            Falta(ClaseFalta::FueraDeParcela, 0, rotulo,
+                  "su rótulo no cae en ninguna parcela: se pasa por alto"_ansi);
+    }
+
+    const CRecintoDibujado& m_recinto;
+    ClaseTopologia m_que;
+    std::vector<CFalta> m_faltas;
+};
+
+/// The outlines that share a number, or a letter in one parcel.
+struct CPiezas {
+    double suma = 0; ///< square metres, of all of them
+    std::size_t ultima = 0;
+};
+
+class CRepetidos {
+public:
+    CRepetidos(const CTopologiaDibujada& topologia, ClaseTopologia que)
+        : m_recintos(topologia.recintos), m_que(que)
+    {
+        for (std::size_t i = 0; i < m_recintos.size(); ++i)
+            if (HayOtros(m_recintos[i])) {
+                CPiezas& piezas = m_piezas[Clave(m_recintos[i])];
+                piezas.suma += m_recintos[i].areaRegistro;
+                piezas.ultima = i;
+            }
+    }
+
+    void Anota(CFaltasDeRecintos& faltas) const
+    {
+        for (std::size_t i = 0; i < m_recintos.size(); ++i)
+            if (HayOtros(m_recintos[i]))
+                faltas[i].push_back(
+                    {ClaseFalta::Repetido, 0, m_recintos[i].punto, TextoRepetido(i)});
+    }
+
+private:
+    static bool HayOtros(const CRecintoDibujado& recinto) { return recinto.piezas > 1; }
+    static std::pair<int, std::string> Clave(const CRecintoDibujado& recinto)
+    {
+        return {recinto.parcela, std::string(std::string_view(recinto.letra))};
+    }
+    CString TextoRepetido(std::size_t i) const
+    {
+        const CRecintoDibujado& recinto = m_recintos[i];
+        const CPiezas& piezas = m_piezas.at(Clave(recinto));
+        const double cuenta = m_recintos[piezas.ultima].areaRegistro;
+        const CString cual =
+            m_que == ClaseTopologia::Subparcelas
+                ? Texto("la letra %s de la parcela %d", recinto.letra, recinto.parcela)
+                : Texto("la parcela %d", recinto.parcela);
+        if (i == piezas.ultima)
+            return Texto(
+                "%s está en %d recintos: cuenta éste, el último, de %.2lf m2, y se pierden "
+                "%.2lf m2 de los demás"_ansi,
+                cual, recinto.piezas, cuenta, piezas.suma - cuenta);
+        return Texto("%s está en %d recintos y éste no cuenta: se pierden sus %.2lf m2; cuenta el "
+                     "último, de %.2lf m2"_ansi,
+                     cual, recinto.piezas, recinto.areaRegistro, cuenta);
+    }
+
+    const std::vector<CRecintoDibujado>& m_recintos;
+    ClaseTopologia m_que;
+    std::map<std::pair<int, std::string>, CPiezas> m_piezas;
+};
+
+} // namespace
+
+CFaltasDeRecintos FaltasDe(const CTopologiaDibujada& topologia, ClaseTopologia que)
+{
+    CFaltasDeRecintos faltas;
+    faltas.reserve(topologia.recintos.size());
+    for (const CRecintoDibujado& recinto : topologia.recintos)
+        faltas.push_back(CExamen(recinto, que).Faltas());
+    CRepetidos(topologia, que).Anota(faltas);
+    return faltas;
+}
+
+CString TextoFaltas(const std::vector<CFalta>& faltas)
+{
+    CString texto;
+    for (const CFalta& falta : faltas)
+        texto += (texto.IsEmpty() ? "" : "; ") + falta.texto;
+    return texto;
+}

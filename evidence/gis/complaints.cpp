@@ -1,0 +1,18 @@
+#include "evidence/gis/complaints.h"
+
+#include "platform/ansi.h"
+
+void Falla(std::string_view texto)
+{
+    CPLError(CE_Failure, CPLE_AppDefined, "%s", ansi::AUtf8(texto).c_str());
+}
+
+void Falla(const CFileException& fallo)
+{
+    CPLError(CE_Failure, CPLE_FileIO, "%s", ansi::AUtf8(fallo.Mensaje()).c_str());
+}
+
+void Avisa(std::string_view texto)
+{
+    CPLError(CE_Warning, CPLE_AppDefined, "%s", ansi::AUtf8(texto).c_str());
+}

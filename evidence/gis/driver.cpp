@@ -1,0 +1,51 @@
+#include "evidence/gis/driver.h"
+
+#include <gdal_priv.h>
+
+#include "evidence/gis/reading/read_dataset.h"
+#include "evidence/gis/writing/write_dataset.h"
+
+namespace {
+
+constexpr const char* kNombre = "Vexa";
+
+constexpr const char* kOpcionesAbrir = R"(<OpenOptionList>
+  <Option name='TABLAS' type='string' description='Carpeta de las tablas, si no es la de la lista'/>
+  <Option name='ORTOS' type='string' description='Dibujo de las hojas, si no es ortos.TOP'/>
+  <Option name='REGISTRO' type='string' description='Fichero de errores, si no es el de la lista'/>
+  <Option name='SRS' type='string' description='Sistema de referencia de los dibujos, p. ej. EPSG:25830'/>
+</OpenOptionList>)";
+
+constexpr const char* kOpcionesCrear = R"(<CreationOptionList>
+  <Option name='GER' type='int' description='Código de la gerencia'/>
+  <Option name='MUN' type='int' description='Código del municipio'/>
+  <Option name='CABECERA' type='string' description='Primera línea de la lista, en lugar de GER y MUN'/>
+  <Option name='ORTOS' type='string' default='ortos' description='Nombre del dibujo de las hojas'/>
+  <Option name='PIEZAS' type='string-select' default='NO' description='Escribir también parcelas y letras que están en varios recintos'>
+    <Value>NO</Value><Value>SI</Value></Option>
+  <Option name='INVALIDOS' type='string-select' default='NO' description='Dejar fuera los recintos que no se pueden dibujar, en vez de no escribir nada'>
+    <Value>NO</Value><Value>SI</Value></Option>
+  <Option name='TOLERANCIA_ARCOS' type='float' description='Metros que las cuerdas pueden separarse de sus arcos'/>
+</CreationOptionList>)";
+
+} // namespace
+
+void RegistraVexa()
+{
+    if (GDALGetDriverByName(kNombre) != nullptr)
+        return;
+    auto* driver = new GDALDriver(); // NOLINT(cppcoreguidelines-owning-memory): the manager's
+    driver->SetDescription(kNombre);
+    driver->SetMetadataItem(GDAL_DCAP_VECTOR, "YES");
+    driver->SetMetadataItem(GDAL_DMD_LONGNAME, "Dibujos de Vexa, por su lista de polígonos");
+    driver->SetMetadataItem(GDAL_DMD_EXTENSION, "txt");
+    driver->SetMetadataItem(GDAL_DMD_CONNECTION_PREFIX, "VEXA:");
+    driver->SetMetadataItem(GDAL_DMD_OPENOPTIONLIST, kOpcionesAbrir);
+    driver->SetMetadataItem(GDAL_DMD_CREATIONOPTIONLIST, kOpcionesCrear);
+    driver->SetMetadataItem(GDAL_DMD_CREATIONFIELDDATATYPES,
+                            "Integer Integer64 Real String Date Time DateTime");
+    driver->pfnCreate = CMunicipioNuevo::Crea;
+    driver->pfnIdentify = CDatosMunicipio::Identifica;
+    driver->pfnOpen = CDatosMunicipio::Abre;
+    GetGDALDriverManager()->RegisterDriver(driver);
+}

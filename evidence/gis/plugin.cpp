@@ -1,0 +1,13 @@
+#include <gdal_priv.h>
+
+#include "evidence/gis/driver.h"
+
+// The entry of the plugin, which GDAL looks up by the name of its file.
+
+extern "C" CPL_DLL void RegisterOGRVexa();
+
+void RegisterOGRVexa()
+{
+    if (GDAL_CHECK_VERSION("Vexa") != 0)
+        RegistraVexa();
+}

@@ -1,0 +1,143 @@
+#include <map>
+
+#include "evidence/gis/geometry.h"
+#include "evidence/gis/reading/layers.h"
+
+// The layers of what the drawings hold, whether a topology names it or not.
+
+namespace {
+
+using vexageo::CTexto;
+
+struct CEntidad {
+    const CPoligonoDibujado* poligono; ///< null for one of the sheets
+    int posicion;                      ///< in its drawing, from 1
+    CTexto<int> entidad;
+};
+
+using CEntidades = std::vector<CEntidad>;
+
+/// The outline that a label belongs to.
+struct CDueño {
+    const char* capa;
+    const CRecintoDibujado* recinto;
+};
+
+/// Owners of the labels by drawing and position.
+using CDueños = std::map<std::pair<const CPoligonoDibujado*, int>, CDueño>;
+
+/// All entities of the drawings that `quiere` wants, in the order of the list, the sheets last.
+CEntidades Recoge(CMunicipioAbierto& municipio, bool (*quiere)(const vexageo::CTipoDat&))
+{
+    constexpr UINT kModo = CFile::modeRead | CFile::anyCase | CFile::modeWhole;
+    CEntidades recogidas;
+    const auto lee = [&](const CString& nombre, const CPoligonoDibujado* poligono) {
+        CFile bin;
+        if (bin.Open(nombre, kModo))
+            RecorreEntidades(bin, [&](int posicion, const CTexto<int>& entidad) {
+                if (quiere(entidad.Tipo()))
+                    recogidas.push_back({poligono, posicion, entidad});
+            });
+    };
+    for (const CPoligonoDibujado& poligono : municipio.Poligonos())
+        lee(FicheroDeLista(municipio.Carpeta(), poligono.entrada, "BIN"), &poligono);
+    CCadena ortos = municipio.Ortos();
+    ortos.CambiaExtension("BIN");
+    lee(ortos, nullptr);
+    return recogidas;
+}
+
+CDueños Dueños(CMunicipioAbierto& municipio)
+{
+    CDueños dueños;
+    const auto apunta = [&](const CPoligonoDibujado* poligono, const char* capa,
+                            const CTopologiaDibujada& topologia) {
+        for (const CRecintoDibujado& recinto : topologia.recintos)
+            if (recinto.posicionRotulo > 0)
+                dueños.try_emplace({poligono, recinto.posicionRotulo}, CDueño{capa, &recinto});
+    };
+    for (const CPoligonoDibujado& poligono : municipio.Poligonos()) {
+        apunta(&poligono, capa::kParcelas, poligono.parcelas);
+        apunta(&poligono, capa::kSubparcelas, poligono.subparcelas);
+        apunta(&poligono, capa::kPoligonos, poligono.poligonos);
+    }
+    apunta(nullptr, capa::kHojas, municipio.Hojas());
+    return dueños;
+}
+
+void PonComunes(OGRFeature& elemento, const CEntidad& suya)
+{
+    if (suya.poligono != nullptr) {
+        elemento.SetField(capa::kPoligono, suya.poligono->polig);
+        PonTexto(elemento, capa::kEntrada, suya.poligono->entrada);
+    }
+    PonTexto(elemento, capa::kCodigo, suya.entidad.Tipo().Codigo());
+    elemento.SetField(capa::kBorrado, suya.entidad.Tipo().EsBorrado() ? 1 : 0);
+    elemento.SetField("posicion", suya.posicion);
+}
+
+std::vector<CCampoCapa> Campos(std::vector<CCampoCapa> propios)
+{
+    std::vector<CCampoCapa> campos = {{capa::kPoligono, OFTInteger},
+                                      {capa::kEntrada, OFTString},
+                                      {capa::kCodigo, OFTString},
+                                      {capa::kBorrado, OFTInteger, OFSTBoolean},
+                                      {"posicion", OFTInteger}};
+    campos.insert(campos.end(), propios.begin(), propios.end());
+    return campos;
+}
+
+void PonDueño(OGRFeature& elemento, const CDueño& dueño)
+{
+    const CRecintoDibujado& recinto = *dueño.recinto;
+    elemento.SetField("capa", dueño.capa);
+    elemento.SetField(capa::kNumero, recinto.numero);
+    PonTexto(elemento, "estado", NombreEstado(recinto.estado));
+    if (recinto.parcela >= 0)
+        elemento.SetField(capa::kParcela, recinto.parcela);
+}
+
+} // namespace
+
+CCapaNueva CapaRotulos(CMunicipioAbierto& municipio, const OGRSpatialReference* referencia)
+{
+    const std::vector<CCampoCapa> campos = Campos({{"clase", OFTString},
+                                                   {"texto", OFTString},
+                                                   {"capa", OFTString},
+                                                   {capa::kNumero, OFTInteger},
+                                                   {capa::kParcela, OFTInteger},
+                                                   {"estado", OFTString}});
+    return std::make_unique<CCapa>(capa::kRotulos, wkbPoint, referencia, campos, [&municipio] {
+        CEntidades rotulos =
+            Recoge(municipio, [](const vexageo::CTipoDat& tipo) { return !tipo.EsLinea(); });
+        const std::size_t cuantos = rotulos.size();
+        return CCapa::CFuente{
+            cuantos, [rotulos = std::move(rotulos),
+                      dueños = Dueños(municipio)](std::size_t i, OGRFeature& elemento) {
+                const CEntidad& suya = rotulos[i];
+                PonComunes(elemento, suya);
+                elemento.SetField("clase", suya.entidad.Tipo().EsTexto() ? "texto" : "punto");
+                PonTexto(elemento, "texto", suya.entidad.Texto());
+                if (const auto dueño = dueños.find({suya.poligono, suya.posicion});
+                    dueño != dueños.end())
+                    PonDueño(elemento, dueño->second);
+                const OGRPoint punto = EnMetros(suya.entidad.PrimerPunto());
+                elemento.SetGeometry(&punto);
+            }};
+    });
+}
+
+CCapaNueva CapaLineas(CMunicipioAbierto& municipio, const OGRSpatialReference* referencia)
+{
+    return std::make_unique<CCapa>(
+        capa::kLineas, wkbLineString, referencia, Campos({}), [&municipio] {
+            CEntidades lineas =
+                Recoge(municipio, [](const vexageo::CTipoDat& tipo) { return tipo.EsLinea(); });
+            const std::size_t cuantas = lineas.size();
+            return CCapa::CFuente{
+                cuantas, [lineas = std::move(lineas)](std::size_t i, OGRFeature& elemento) {
+                    PonComunes(elemento, lineas[i]);
+                    elemento.SetGeometryDirectly(LineaDe(lineas[i].entidad.Puntos()).release());
+                }};
+        });
+}

@@ -1,0 +1,98 @@
+#include "evidence/gis/reading/layer.h"
+
+#include "evidence/gis/complaints.h"
+#include "platform/ansi.h"
+#include "platform/files/cfile.h"
+
+CCapa::CCapa(const char* nombre, OGRwkbGeometryType geometria,
+             const OGRSpatialReference* referencia, const std::vector<CCampoCapa>& campos,
+             std::function<CFuente()> fuente)
+    : m_definicion(new OGRFeatureDefn(nombre)), m_pide(std::move(fuente))
+{
+    SetDescription(nombre);
+    m_definicion->Reference();
+    m_definicion->SetGeomType(geometria);
+    m_definicion->GetGeomFieldDefn(0)->SetSpatialRef(
+        const_cast<OGRSpatialReference*>(referencia)); // NOLINT: it keeps a reference alone
+    for (const CCampoCapa& campo : campos) {
+        OGRFieldDefn definicion(campo.nombre, campo.tipo);
+        definicion.SetSubType(campo.subtipo);
+        m_definicion->AddFieldDefn(&definicion);
+    }
+}
+
+CCapa::~CCapa()
+{
+    m_definicion->Release();
+}
+
+const CCapa::CFuente& CCapa::Fuente()
+{
+    if (m_fuente)
+        return *m_fuente;
+    try {
+        m_fuente = std::make_unique<CFuente>(m_pide());
+    } catch (const CFileException& fallo) {
+        Falla(fallo);
+        m_fuente = std::make_unique<CFuente>(CFuente{0, {}});
+    }
+    return *m_fuente;
+}
+
+std::unique_ptr<OGRFeature> CCapa::Haz(std::size_t i)
+{
+    auto elemento = std::make_unique<OGRFeature>(m_definicion);
+    elemento->SetFID(static_cast<GIntBig>(i) + 1);
+    Fuente().rellena(i, *elemento);
+    if (OGRGeometry* geometria = elemento->GetGeometryRef())
+        geometria->assignSpatialReference(m_definicion->GetGeomFieldDefn(0)->GetSpatialRef());
+    return elemento;
+}
+
+OGRFeature* CCapa::GetNextFeature()
+{
+    while (m_siguiente < Fuente().cuantos) {
+        std::unique_ptr<OGRFeature> elemento = Haz(m_siguiente++);
+        if ((m_poFilterGeom == nullptr || FilterGeometry(elemento->GetGeometryRef()) != 0) &&
+            (m_poAttrQuery == nullptr || m_poAttrQuery->Evaluate(elemento.get()) != 0))
+            return elemento.release();
+    }
+    return nullptr;
+}
+
+OGRFeature* CCapa::GetFeature(GIntBig fid)
+{
+    return fid < 1 || static_cast<std::size_t>(fid) > Fuente().cuantos
+               ? nullptr
+               : Haz(static_cast<std::size_t>(fid) - 1).release();
+}
+
+OGRErr CCapa::SetNextByIndex(GIntBig indice)
+{
+    if (m_poFilterGeom != nullptr || m_poAttrQuery != nullptr)
+        return OGRLayer::SetNextByIndex(indice);
+    if (indice < 0 || static_cast<std::size_t>(indice) >= Fuente().cuantos)
+        return OGRERR_FAILURE;
+    m_siguiente = static_cast<std::size_t>(indice);
+    return OGRERR_NONE;
+}
+
+GIntBig CCapa::GetFeatureCount(int forzar)
+{
+    return m_poFilterGeom == nullptr && m_poAttrQuery == nullptr
+               ? static_cast<GIntBig>(Fuente().cuantos)
+               : OGRLayer::GetFeatureCount(forzar);
+}
+
+int CCapa::TestCapability(const char* capacidad)
+{
+    const bool sinFiltro = m_poFilterGeom == nullptr && m_poAttrQuery == nullptr;
+    if (EQUAL(capacidad, OLCFastFeatureCount) || EQUAL(capacidad, OLCFastSetNextByIndex))
+        return sinFiltro ? TRUE : FALSE;
+    return EQUAL(capacidad, OLCRandomRead) || EQUAL(capacidad, OLCStringsAsUTF8) ? TRUE : FALSE;
+}
+
+void PonTexto(OGRFeature& elemento, const char* campo, std::string_view texto)
+{
+    elemento.SetField(campo, ansi::AUtf8(texto).c_str());
+}

@@ -1,0 +1,115 @@
+#include <map>
+#include <string>
+#include <utility>
+
+#include "evidence/gis/geometry.h"
+#include "evidence/gis/reading/layers.h"
+#include "evidence/log_reader.h"
+#include "evidence/message_advice.h"
+
+namespace {
+
+using CRecintos = std::vector<const CRecintoDibujado*>;
+
+/// Outlines by what a message can speak of.
+struct CLugares {
+    std::map<std::pair<int, int>, CRecintos> parcelas; // by polygon and parcel
+    std::map<std::pair<std::pair<int, int>, std::string>, CRecintos> subparcelas;
+};
+
+CLugares LugaresDe(CMunicipioAbierto& municipio)
+{
+    CLugares lugares;
+    for (const CPoligonoDibujado& poligono : municipio.Poligonos()) {
+        for (const CRecintoDibujado& recinto : poligono.parcelas.recintos)
+            if (recinto.parcela >= 0)
+                lugares.parcelas[{poligono.polig, recinto.parcela}].push_back(&recinto);
+        for (const CRecintoDibujado& recinto : poligono.subparcelas.recintos)
+            if (recinto.parcela >= 0)
+                lugares
+                    .subparcelas[{{poligono.polig, recinto.parcela},
+                                  std::string(std::string_view(recinto.letra))}]
+                    .push_back(&recinto);
+    }
+    return lugares;
+}
+
+/// The pieces as one geometry.
+std::unique_ptr<OGRGeometry> Juntos(const CRecintos& recintos)
+{
+    auto juntos = std::make_unique<OGRMultiPolygon>();
+    for (const CRecintoDibujado* recinto : recintos)
+        if (std::unique_ptr<OGRPolygon> poligono = PoligonoDe(*recinto))
+            juntos->addGeometryDirectly(poligono.release());
+    return juntos;
+}
+
+/// The point, subparcel or parcel that a message speaks of; null where the drawing has none.
+std::unique_ptr<OGRGeometry> LugarDe(const CMensajeLeido& leido, const CLugares& lugares)
+{
+    if (leido.sitio)
+        return std::make_unique<OGRPoint>(leido.sitio->x, leido.sitio->y);
+    if (!leido.polig || !leido.parcela)
+        return nullptr;
+    const std::pair<int, int> parcela(*leido.polig, *leido.parcela);
+    if (const auto suya =
+            lugares.subparcelas.find({parcela, std::string(std::string_view(leido.letra))});
+        suya != lugares.subparcelas.end() && !leido.letra.IsEmpty())
+        return Juntos(suya->second);
+    const auto suya = lugares.parcelas.find(parcela);
+    return suya == lugares.parcelas.end() ? nullptr : Juntos(suya->second);
+}
+
+void PonMensaje(OGRFeature& elemento, const CString& linea, const CLugares& lugares,
+                std::map<std::string, CConsejo>& consejos)
+{
+    PonTexto(elemento, "texto", linea);
+    const CMensajeLeido leido = LeeMensaje(linea);
+    if (leido.mensaje == nullptr)
+        return;
+    const std::string codigo(CodigoMensaje(*leido.mensaje));
+    elemento.SetField(capa::kNumero, codigo.c_str());
+    elemento.SetField("clase", codigo.front() == 'W' ? "warning" : "error");
+    if (leido.polig)
+        elemento.SetField(capa::kPoligono, *leido.polig);
+    if (leido.parcela)
+        elemento.SetField(capa::kParcela, *leido.parcela);
+    if (!leido.letra.IsEmpty())
+        PonTexto(elemento, capa::kLetra, leido.letra);
+    const auto [consejo, nuevo] = consejos.try_emplace(codigo);
+    if (nuevo)
+        consejo->second = DameConsejo(codigo);
+    elemento.SetField("causa", consejo->second.causa.c_str());
+    elemento.SetField("remedio", consejo->second.remedio.c_str());
+    if (std::unique_ptr<OGRGeometry> lugar = LugarDe(leido, lugares))
+        elemento.SetGeometryDirectly(lugar.release());
+}
+
+std::vector<CString> LeeRegistro(const CString& nombre)
+{
+    std::vector<CString> lineas;
+    CStdioFile registro;
+    if (registro.Open(nombre, CFile::modeRead | CFile::anyCase))
+        for (CString linea; registro.ReadString(linea);)
+            lineas.push_back(linea);
+    return lineas;
+}
+
+} // namespace
+
+CCapaNueva CapaMensajes(CMunicipioAbierto& municipio, const OGRSpatialReference* referencia)
+{
+    const std::vector<CCampoCapa> campos = {
+        {capa::kNumero, OFTString},    {"clase", OFTString},         {"texto", OFTString},
+        {capa::kPoligono, OFTInteger}, {capa::kParcela, OFTInteger}, {capa::kLetra, OFTString},
+        {"causa", OFTString},          {"remedio", OFTString}};
+    return std::make_unique<CCapa>(capa::kMensajes, wkbUnknown, referencia, campos, [&municipio] {
+        std::vector<CString> lineas = LeeRegistro(municipio.Registro());
+        const std::size_t cuantas = lineas.size();
+        return CCapa::CFuente{cuantas, [lineas = std::move(lineas), lugares = LugaresDe(municipio),
+                                        consejos = std::map<std::string, CConsejo>()](
+                                           std::size_t i, OGRFeature& elemento) mutable {
+                                  PonMensaje(elemento, lineas[i], lugares, consejos);
+                              }};
+    });
+}

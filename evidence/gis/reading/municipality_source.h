@@ -1,0 +1,44 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "cadastre/polygon_list.h"
+#include "evidence/drawn_polygon.h"
+#include "evidence/gis/reading/tables.h"
+
+/// A municipality by its list file: what the layers are made of. Each part is read whole when it is
+/// asked for first, and kept; a read that fails raises CFileException.
+class CMunicipioAbierto {
+public:
+    /// Files that don't stand where they are looked for; empty for those that do.
+    struct COtrosSitios {
+        CString tablas;   ///< folder of the tables; else the list's
+        CString ortos;    ///< else ortos.TOP beside the list
+        CString registro; ///< the log; else beside the list, named by its first line
+    };
+
+    /// Reads the list. False where the file can't be opened, and where none of its entries has a
+    /// .BIN beside it: then it is hardly a list of polygons.
+    bool Abre(const CString& lista, const COtrosSitios& otros);
+
+    /// The list's first line.
+    const CString& Cabecera() const { return m_lista.cabecera; }
+    const CString& Carpeta() const { return m_carpeta; }
+    const std::vector<CString>& Entradas() const { return m_lista.entradas; }
+    CCadena Ortos() const;
+    CCadena Registro() const;
+
+    const CTablas& Tablas();
+    const std::vector<CPoligonoDibujado>& Poligonos();
+    const CTopologiaDibujada& Hojas();
+
+private:
+    CListaPoligonos m_lista;
+    CString m_carpeta;
+    COtrosSitios m_otros;
+    std::unique_ptr<CTablas> m_tablas;
+    std::optional<std::vector<CPoligonoDibujado>> m_poligonos;
+    std::optional<CTopologiaDibujada> m_hojas;
+};

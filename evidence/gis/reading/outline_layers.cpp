@@ -1,0 +1,218 @@
+#include "evidence/drawing_findings.h"
+#include "evidence/gis/geometry.h"
+#include "evidence/gis/reading/layers.h"
+
+// The layers of outlines: parcels, subparcels, polygons and sheets. An outline that the way back
+// makes nothing of is there too, and says why.
+
+namespace {
+
+using CCampos = std::vector<CCampoCapa>;
+
+/// The outlines of one kind, in the order of the list and of their files.
+struct CSuyo {
+    const CPoligonoDibujado* poligono; ///< null for a sheet
+    const CRecintoDibujado* recinto;
+    CString faltas; ///< what is wrong with it; empty as a rule
+};
+
+/// Appends the outlines of a topology.
+void Apunta(const CPoligonoDibujado* poligono, const CTopologiaDibujada& topologia,
+            ClaseTopologia que, std::vector<CSuyo>& suyos)
+{
+    const CFaltasDeRecintos faltas = FaltasDe(topologia, que);
+    for (std::size_t i = 0; i < topologia.recintos.size(); ++i)
+        suyos.push_back({poligono, &topologia.recintos[i], TextoFaltas(faltas[i])});
+}
+
+CCampos Une(CCampos campos, const CCampos& otros)
+{
+    campos.insert(campos.end(), otros.begin(), otros.end());
+    return campos;
+}
+
+/// The fields that all outlines have.
+const CCampos& Comunes()
+{
+    static const CCampos campos = {{capa::kRotulo, OFTString},
+                                   {capa::kCodigo, OFTString},
+                                   {capa::kBorrado, OFTInteger, OFSTBoolean},
+                                   {"area_registro", OFTReal},
+                                   {"area_contorno", OFTReal},
+                                   {"valido", OFTInteger, OFSTBoolean},
+                                   {"estado", OFTString},
+                                   {"faltas", OFTString},
+                                   {capa::kNumero, OFTInteger},
+                                   {capa::kX, OFTReal},
+                                   {capa::kY, OFTReal}};
+    return campos;
+}
+
+void PonComunes(OGRFeature& elemento, const CSuyo& suyo)
+{
+    const CRecintoDibujado& recinto = *suyo.recinto;
+    if (recinto.posicionRotulo > 0) {
+        PonTexto(elemento, capa::kRotulo, recinto.rotulo);
+        PonTexto(elemento, capa::kCodigo, recinto.codigo);
+    }
+    elemento.SetField(capa::kBorrado, recinto.borrado ? 1 : 0);
+    elemento.SetField("area_registro", recinto.areaRegistro);
+    elemento.SetField("area_contorno", recinto.AreaContorno());
+    elemento.SetField("valido", recinto.Valido() ? 1 : 0);
+    PonTexto(elemento, "estado", NombreEstado(recinto.estado));
+    if (!suyo.faltas.IsEmpty())
+        PonTexto(elemento, "faltas", suyo.faltas);
+    elemento.SetField(capa::kNumero, recinto.numero);
+    const OGRPoint punto = EnMetros(recinto.punto);
+    elemento.SetField(capa::kX, punto.getX());
+    elemento.SetField(capa::kY, punto.getY());
+    elemento.SetGeometryDirectly(PoligonoDe(recinto).release());
+}
+
+void PonPieza(OGRFeature& elemento, const CSuyo& suyo)
+{
+    elemento.SetField(capa::kPoligono, suyo.poligono->polig);
+    PonTexto(elemento, capa::kEntrada, suyo.poligono->entrada);
+    if (suyo.recinto->parcela >= 0) {
+        elemento.SetField(capa::kParcela, suyo.recinto->parcela);
+        elemento.SetField("pieza", suyo.recinto->pieza);
+        elemento.SetField("piezas", suyo.recinto->piezas);
+    }
+}
+
+/// All outlines of a kind.
+std::vector<CSuyo> Recoge(CMunicipioAbierto& municipio, ClaseTopologia que)
+{
+    std::vector<CSuyo> suyos;
+    if (que == ClaseTopologia::Hojas) {
+        Apunta(nullptr, municipio.Hojas(), que, suyos);
+        return suyos;
+    }
+    for (const CPoligonoDibujado& poligono : municipio.Poligonos())
+        Apunta(&poligono,
+               que == ClaseTopologia::Parcelas      ? poligono.parcelas
+               : que == ClaseTopologia::Subparcelas ? poligono.subparcelas
+                                                    : poligono.poligonos,
+               que, suyos);
+    return suyos;
+}
+
+using CRellenaPropios = std::function<void(OGRFeature&, const CSuyo&)>;
+
+/// A layer of the outlines of a kind. \param rellena  sets the fields that others don't have
+CCapaNueva CapaDeRecintos(const char* nombre, ClaseTopologia que, CMunicipioAbierto& municipio,
+                          const OGRSpatialReference* referencia, const CCampos& campos,
+                          const CRellenaPropios& rellena)
+{
+    return std::make_unique<CCapa>(nombre, wkbPolygon, referencia, campos, [=, &municipio] {
+        std::vector<CSuyo> suyos = Recoge(municipio, que);
+        const std::size_t cuantos = suyos.size();
+        return CCapa::CFuente{
+            cuantos, [suyos = std::move(suyos), rellena](std::size_t i, OGRFeature& elemento) {
+                PonComunes(elemento, suyos[i]);
+                rellena(elemento, suyos[i]);
+            }};
+    });
+}
+
+void PonParcelaDeTablas(OGRFeature& elemento, const CTablas& tablas, const CParcela& parcela)
+{
+    elemento.SetField("superficie", parcela.Superficie);
+    elemento.SetField("participacion", parcela.ParticiPrincipal());
+    PonTexto(elemento, "clave_conc", CString(std::string(1, parcela.claveConc)).TrimRight());
+    if (const CTitular* titular = tablas.Titular(parcela)) {
+        PonTexto(elemento, "titular", CString(titular->Nombre).TrimRight());
+        PonTexto(elemento, "dni", CString(titular->DNI).TrimRight());
+    }
+    if (const CParaje* paraje = tablas.Paraje(parcela))
+        PonTexto(elemento, "paraje", CString(paraje->Nombre).TrimRight());
+}
+
+void PonSubparcelaDeTablas(OGRFeature& elemento, const CSubparcela& subparcela)
+{
+    elemento.SetField("superficie", subparcela.superfic);
+    PonTexto(elemento, "tipo", CString(std::string(1, subparcela.tipo)).TrimRight());
+    PonTexto(elemento, "calificacion", CString(subparcela.cE).TrimRight());
+    elemento.SetField("clase", subparcela.iE);
+}
+
+} // namespace
+
+CCapaNueva CapaParcelas(CMunicipioAbierto& municipio, const OGRSpatialReference* referencia)
+{
+    const CCampos campos = Une(Une({{capa::kPoligono, OFTInteger},
+                                    {capa::kParcela, OFTInteger},
+                                    {capa::kEntrada, OFTString},
+                                    {"pieza", OFTInteger},
+                                    {"piezas", OFTInteger}},
+                                   Comunes()),
+                               {{"en_tablas", OFTInteger, OFSTBoolean},
+                                {"superficie", OFTInteger},
+                                {"titular", OFTString},
+                                {"dni", OFTString},
+                                {"participacion", OFTInteger},
+                                {"paraje", OFTString},
+                                {"clave_conc", OFTString}});
+    return CapaDeRecintos(capa::kParcelas, ClaseTopologia::Parcelas, municipio, referencia, campos,
+                          [&municipio](OGRFeature& elemento, const CSuyo& suyo) {
+                              PonPieza(elemento, suyo);
+                              const CTablas& tablas = municipio.Tablas();
+                              if (!tablas.HayParcelas() || suyo.recinto->parcela < 0)
+                                  return;
+                              const CParcela* parcela =
+                                  tablas.Parcela(suyo.poligono->polig, suyo.recinto->parcela);
+                              elemento.SetField("en_tablas", parcela != nullptr ? 1 : 0);
+                              if (parcela != nullptr)
+                                  PonParcelaDeTablas(elemento, tablas, *parcela);
+                          });
+}
+
+CCapaNueva CapaSubparcelas(CMunicipioAbierto& municipio, const OGRSpatialReference* referencia)
+{
+    const CCampos campos = Une(Une({{capa::kPoligono, OFTInteger},
+                                    {capa::kParcela, OFTInteger},
+                                    {capa::kLetra, OFTString},
+                                    {capa::kEntrada, OFTString},
+                                    {"pieza", OFTInteger},
+                                    {"piezas", OFTInteger}},
+                                   Comunes()),
+                               {{"en_tablas", OFTInteger, OFSTBoolean},
+                                {"superficie", OFTInteger},
+                                {"tipo", OFTString},
+                                {"calificacion", OFTString},
+                                {"clase", OFTInteger}});
+    return CapaDeRecintos(
+        capa::kSubparcelas, ClaseTopologia::Subparcelas, municipio, referencia, campos,
+        [&municipio](OGRFeature& elemento, const CSuyo& suyo) {
+            PonPieza(elemento, suyo);
+            if (suyo.recinto->Valido())
+                PonTexto(elemento, capa::kLetra, suyo.recinto->letra);
+            const CTablas& tablas = municipio.Tablas();
+            if (!tablas.HayParcelas() || suyo.recinto->parcela < 0)
+                return;
+            const CParcela* parcela = tablas.Parcela(suyo.poligono->polig, suyo.recinto->parcela);
+            const int i =
+                parcela == nullptr ? -1 : parcela->BuscaSubparcela(suyo.recinto->letra, 0);
+            elemento.SetField("en_tablas", i >= 0 ? 1 : 0);
+            if (i >= 0)
+                PonSubparcelaDeTablas(elemento,
+                                      parcela->Subparcelas()[static_cast<std::size_t>(i)]);
+        });
+}
+
+CCapaNueva CapaPoligonos(CMunicipioAbierto& municipio, const OGRSpatialReference* referencia)
+{
+    const CCampos campos =
+        Une({{capa::kPoligono, OFTInteger}, {capa::kEntrada, OFTString}}, Comunes());
+    return CapaDeRecintos(capa::kPoligonos, ClaseTopologia::Poligonos, municipio, referencia,
+                          campos, PonPieza);
+}
+
+CCapaNueva CapaHojas(CMunicipioAbierto& municipio, const OGRSpatialReference* referencia)
+{
+    const CCampos campos = Une({{capa::kHoja, OFTString}}, Comunes());
+    return CapaDeRecintos(capa::kHojas, ClaseTopologia::Hojas, municipio, referencia, campos,
+                          [](OGRFeature& elemento, const CSuyo& suyo) {
+                              PonTexto(elemento, capa::kHoja, suyo.recinto->rotulo);
+                          });
+}

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "evidence/gis/writing/noding.h"
+
+/// Where a label of an outline stands.
+struct CSitioRotulo {
+    vexageo::CPunto<int> punto;
+    bool comoSePide = false; ///< it is the point that was wished
+    bool dentro = true;      ///< false where no whole point lies inside: then it is a corner
+};
+
+/// Finds a place for the label of an outline: the point that is wished where that lies strictly
+/// inside the outline, in none of its holes and on no boundary; else a point that does.
+/// \param anillos  the outline and its holes, without a closing point; empty ones are none
+/// \param pedido   the point that is wished, hundredths of a metre
+CSitioRotulo SituaRotulo(const std::vector<CAnillo>& anillos,
+                         const std::optional<vexageo::CPunto<int>>& pedido);

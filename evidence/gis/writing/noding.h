@@ -1,0 +1,21 @@
+#pragma once
+
+#include <vector>
+
+#include "evidence/gis/writing/fine_point.h"
+#include "vexa_libs/point.h"
+
+// The outlines of a polygon come from anywhere: neighbours that touch without sharing points, and
+// coordinates finer than those of a drawing. Here they get common points, and whole hundredths.
+
+using CAnillo = std::vector<vexageo::CPunto<int>>;
+
+/// Nodes the rings together and rounds them. Where two of them cross, touch or run along one
+/// another, both have the same points afterwards. A point moves no farther than rounding takes it,
+/// or a few times that where points crowd. No ring comes to cross another one or itself that
+/// didn't before. A ring that has whole points alone comes from a drawing, and somebody counts on
+/// its surface: it gets the points of others that lie exactly on it, and none of its own moves.
+/// \param anillos  without a closing point
+/// \param[out] redondos  in the same order; a ring that rounding leaves without a surface is empty
+/// \return false where they can't be noded
+bool Anuda(const std::vector<CAnilloFino>& anillos, std::vector<CAnillo>& redondos);

@@ -1,0 +1,220 @@
+#include "evidence/gis/writing/write_dataset.h"
+
+#include <cstdlib>
+#include <map>
+
+#include "cadastre/polygon_list.h"
+#include "evidence/gis/complaints.h"
+#include "evidence/gis/names.h"
+#include "evidence/gis/writing/write_layer.h"
+#include "platform/ansi.h"
+
+namespace {
+
+constexpr UINT kModoTexto = CFile::modeCreate | CFile::modeWrite;
+
+/// A layer of what the driver shows beside the outlines: it comes from the drawings, not into them.
+bool EsDeEvidencia(const char* nombre)
+{
+    return EQUAL(nombre, capa::kRotulos) || EQUAL(nombre, capa::kLineas) ||
+           EQUAL(nombre, capa::kMensajes);
+}
+
+} // namespace
+
+GDALDataset* CMunicipioNuevo::Crea(const char* lista, int /*ancho*/, int /*alto*/, int bandas,
+                                   GDALDataType /*tipo*/, char** opciones)
+{
+    if (bandas != 0)
+        return nullptr;
+    return new CMunicipioNuevo(lista, opciones); // NOLINT(cppcoreguidelines-owning-memory): GDAL's
+}
+
+CMunicipioNuevo::CMunicipioNuevo(const char* lista, char** opciones)
+    : m_lista(lista), m_opciones(CSLDuplicate(opciones), TRUE)
+{
+    SetDescription(lista);
+    eAccess = GA_Update;
+    m_modo = {SiNo(opcion::kPiezas), SiNo(opcion::kInvalidos), &m_noticias};
+    m_tolerancia = CPLAtof(m_opciones.FetchNameValueDef(opcion::kArcos, "0"));
+}
+
+CMunicipioNuevo::~CMunicipioNuevo()
+{
+    if (m_rechazado) {
+        Falla("No se ha escrito ningún dibujo: hay recintos rechazados"_ansi);
+        return;
+    }
+    try {
+        Graba();
+    } catch (const CFileException& fallo) {
+        Falla(fallo);
+    }
+}
+
+bool CMunicipioNuevo::SiNo(const char* opcion) const
+{
+    return CPLTestBool(m_opciones.FetchNameValueDef(opcion, "NO"));
+}
+
+OGRLayer* CMunicipioNuevo::GetLayer(int i)
+{
+    return i < 0 || i >= GetLayerCount() ? nullptr : m_capas[static_cast<std::size_t>(i)].get();
+}
+
+OGRLayer* CMunicipioNuevo::ICreateLayer(const char* nombre, OGRSpatialReference* referencia,
+                                        OGRwkbGeometryType /*tipo*/, char** /*opciones*/)
+{
+    const std::optional<ClaseTopologia> clase = ClaseDeCapa(nombre);
+    if (!clase && !EsDeEvidencia(nombre)) {
+        FallaCon(
+            "De la capa %s no se hace un dibujo; las hay de parcelas, subparcelas, poligonos y "
+            "hojas (se nombra con -nln)"_ansi,
+            nombre);
+        return nullptr;
+    }
+    if (EstaEnGrados(referencia)) {
+        FallaCon(
+            "La capa %s está en grados: reproyecte antes a coordenadas en metros (-t_srs)"_ansi,
+            nombre);
+        m_rechazado = true;
+        return nullptr;
+    }
+    const auto toma = [this](ClaseTopologia suya, const OGRFeature& elemento) {
+        return Toma(suya, elemento);
+    };
+    m_capas.push_back(std::make_unique<CCapaNuevaSalida>(toma, nombre, clase, referencia));
+    return m_capas.back().get();
+}
+
+int CMunicipioNuevo::TestCapability(const char* capacidad)
+{
+    return EQUAL(capacidad, ODsCCreateLayer) || EQUAL(capacidad, ODsCCurveGeometries) ? TRUE
+                                                                                      : FALSE;
+}
+
+bool CMunicipioNuevo::Toma(ClaseTopologia clase, const OGRFeature& elemento)
+{
+    CString motivo;
+    if (TomaElemento(clase, elemento, m_tolerancia, m_recintos, motivo))
+        return true;
+    if (m_modo.saltaInvalidos) {
+        Avisa("Se deja fuera "_ansi + motivo);
+        return true;
+    }
+    m_rechazado = true;
+    Falla(motivo);
+    return false;
+}
+
+CString CMunicipioNuevo::Cabecera()
+{
+    constexpr int kMayorCodigo = 999;
+    const char* ger = m_opciones.FetchNameValue(opcion::kGer);
+    const char* mun = m_opciones.FetchNameValue(opcion::kMun);
+    CString cabecera;
+    if (ger != nullptr && mun != nullptr) {
+        const int numeros[] = {std::atoi(ger), std::atoi(mun)};
+        for (const int numero : numeros)
+            if (numero < 0 || numero > kMayorCodigo) {
+                Falla("GER y MUN van de 0 a 999");
+                return {};
+            }
+        cabecera.Format("LISTA%03d%03d", numeros[0], numeros[1]);
+        return cabecera;
+    }
+    const char* puesta = m_opciones.FetchNameValue(opcion::kCabecera);
+    if (puesta == nullptr)
+        puesta = GetMetadataItem(opcion::kCabecera);
+    if (puesta == nullptr)
+        Falla("Falta el municipio: opciones GER y MUN"_ansi);
+    else
+        cabecera = CString(CPLString(puesta).Recode(CPL_ENC_UTF8, "CP1252").c_str());
+    return cabecera;
+}
+
+CString CMunicipioNuevo::Al(const CString& nombre) const
+{
+    return CCadena(m_lista).DamePath() + nombre;
+}
+
+void CMunicipioNuevo::Graba()
+{
+    const CString cabecera = Cabecera();
+    if (cabecera.IsEmpty())
+        return;
+    if (m_recintos.empty()) {
+        Falla("No hay ningún recinto que dibujar"_ansi);
+        return;
+    }
+    CConjuntoSalidas salidas;
+    std::vector<CString> entradas;
+    const bool bien = GrabaPoligonos(salidas, entradas) && GrabaHojas(salidas);
+    m_noticias.Dice();
+    if (bien && GrabaLista(salidas, cabecera, entradas))
+        salidas.Confirma();
+}
+
+bool CMunicipioNuevo::GrabaPoligonos(CConjuntoSalidas& salidas, std::vector<CString>& entradas)
+{
+    std::map<std::string, std::vector<const CRecintoEntrante*>> porEntrada;
+    for (const CRecintoEntrante& recinto : m_recintos) {
+        if (recinto.clase == ClaseTopologia::Hojas)
+            continue;
+        auto& suyos = porEntrada[std::string(std::string_view(recinto.entrada))];
+        if (suyos.empty())
+            entradas.push_back(recinto.entrada);
+        suyos.push_back(&recinto);
+    }
+    bool bien = true;
+    for (const CString& entrada : entradas) {
+        CDibujoHecho dibujo;
+        CFileException fallo;
+        if (!dibujo.Compon(porEntrada[std::string(std::string_view(entrada))], m_modo)) {
+            bien = false; // the others are looked at all the same, so that all refusals are told
+        } else if (bien && !dibujo.Graba(Al(entrada),
+                                         {{ClaseTopologia::Parcelas, ".PAR"},
+                                          {ClaseTopologia::Subparcelas, ".SUB"},
+                                          {ClaseTopologia::Poligonos, ".POL"}},
+                                         salidas, fallo)) {
+            Falla(fallo);
+            return false;
+        }
+    }
+    return bien;
+}
+
+bool CMunicipioNuevo::GrabaHojas(CConjuntoSalidas& salidas)
+{
+    std::vector<const CRecintoEntrante*> hojas;
+    for (const CRecintoEntrante& recinto : m_recintos)
+        if (recinto.clase == ClaseTopologia::Hojas)
+            hojas.push_back(&recinto);
+    if (hojas.empty())
+        return true;
+    CDibujoHecho dibujo;
+    CFileException fallo;
+    if (!dibujo.Compon(hojas, m_modo))
+        return false;
+    const CString base = Al(m_opciones.FetchNameValueDef(opcion::kOrtos, "ortos"));
+    if (dibujo.Graba(base, {{ClaseTopologia::Hojas, ".TOP"}}, salidas, fallo))
+        return true;
+    Falla(fallo);
+    return false;
+}
+
+bool CMunicipioNuevo::GrabaLista(CConjuntoSalidas& salidas, const CString& cabecera,
+                                 const std::vector<CString>& entradas)
+{
+    CStdioFile lista;
+    CFileException fallo;
+    if (!lista.Open(m_lista, kModoTexto, &fallo, &salidas)) {
+        Falla(fallo);
+        return false;
+    }
+    lista.WriteString(cabecera + "\n");
+    for (const CString& entrada : entradas)
+        lista.WriteString("P" + entrada + "\n");
+    lista.Close();
+    return true;
+}

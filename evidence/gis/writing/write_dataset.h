@@ -1,0 +1,52 @@
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include <gdal_priv.h>
+
+#include "evidence/gis/writing/drawing_maker.h"
+#include "evidence/gis/writing/outline_input.h"
+
+/// A municipality in the making: its layers take outlines, and the drawings are made of them when
+/// it is closed. Nothing is written where one of them was refused.
+class CMunicipioNuevo final : public GDALDataset {
+public:
+    /// Begins a municipality; nothing is written yet. GDAL owns the result. Null where a picture is
+    /// asked for: the numbers are its width, height and bands, and must be 0 bands.
+    static GDALDataset* Crea(const char* lista, int, int, int, GDALDataType, char** opciones);
+
+    CMunicipioNuevo(const CMunicipioNuevo&) = delete;
+    CMunicipioNuevo& operator=(const CMunicipioNuevo&) = delete;
+    ~CMunicipioNuevo() override;
+
+    int GetLayerCount() override { return static_cast<int>(m_capas.size()); }
+    OGRLayer* GetLayer(int i) override;
+    OGRLayer* ICreateLayer(const char* nombre, OGRSpatialReference* referencia,
+                           OGRwkbGeometryType tipo, char** opciones) override;
+    int TestCapability(const char* capacidad) override;
+
+private:
+    CMunicipioNuevo(const char* lista, char** opciones);
+
+    /// Takes a feature of one of its layers. False, which was told, where it is refused.
+    bool Toma(ClaseTopologia clase, const OGRFeature& elemento);
+    bool SiNo(const char* opcion) const;
+    /// The list's first line; empty, which was told, where nothing says which municipality it is.
+    CString Cabecera();
+    void Graba();
+    bool GrabaPoligonos(CConjuntoSalidas& salidas, std::vector<CString>& entradas);
+    bool GrabaHojas(CConjuntoSalidas& salidas);
+    bool GrabaLista(CConjuntoSalidas& salidas, const CString& cabecera,
+                    const std::vector<CString>& entradas);
+    CString Al(const CString& nombre) const; ///< beside the list
+
+    CString m_lista;
+    CPLStringList m_opciones;
+    CNoticias m_noticias;
+    CModoDibujo m_modo;
+    double m_tolerancia = 0; // of arcs, in metres
+    bool m_rechazado = false;
+    std::vector<CRecintoEntrante> m_recintos;
+    std::vector<std::unique_ptr<OGRLayer>> m_capas;
+};

@@ -1,0 +1,186 @@
+#include "evidence/log_reader.h"
+
+#include <algorithm>
+#include <array>
+#include <span>
+
+#include "vexa_libs/ccadena.h"
+
+namespace {
+
+/// What an argument of a message says.
+enum class Papel { Polig, Parcela, Letra, Numero, Superficie, Suma, X, Y, Texto };
+
+using enum Papel;
+
+struct CPapeles {
+    Mensaje mensaje;
+    std::array<Papel, 4> papeles;
+    std::size_t cuantos;
+};
+
+// clang-format off
+constexpr CPapeles kPapeles[] = {
+    {kTitularNoEncontrado,    {Numero, Polig, Parcela}, 3},
+    {kParajeNoEncontrado,     {Numero, Polig, Parcela}, 3},
+    {kSubparcelaSinParcela,   {Polig, Parcela, Letra}, 3},
+    {kCotitularSinParcela,    {Polig, Parcela}, 2},
+    {kCotitularSinTitular,    {Numero}, 1},
+    {kParcelaNoEnBase,        {Polig, Parcela}, 2},
+    {kSubparcelaFuera,        {Letra, X, Y}, 3},
+    {kSubparcelaNoEnBase,     {Polig, Parcela, Letra}, 3},
+    {kParcelaNoEnGrafico,     {Polig, Parcela}, 2},
+    {kSubparcelaNoEnGrafico,  {Polig, Parcela, Letra}, 3},
+    {kSuperficieDifiere,      {Polig, Parcela, Superficie, Suma}, 4},
+    {kSinSubparcelas,         {Polig, Parcela}, 2},
+    {kSinPropietarios,        {Polig, Parcela}, 2},
+    {kSubparcelaDuplicada,    {Polig, Parcela, Letra}, 3},
+    {kModuloRepetido,         {Texto, Texto, Numero}, 3},
+    {kMismoNombre,            {Texto}, 1},
+    {kMismoDNI,               {Texto}, 1},
+    {kSinTitular,             {Polig, Parcela}, 2},
+    {kParcelaRepetida,        {Polig, Parcela}, 2},
+    {kParcelaNoValida,        {Polig, Parcela}, 2},
+    {kSubparcelaRepetida,     {Polig, Parcela, Letra}, 3},
+    {kSubparcelaSinSuperficie, {Polig, Parcela, Letra}, 3},
+    {kMismoIndice,            {Polig, Parcela, Texto}, 3},
+    {kYaCotitular,            {Polig, Parcela, Texto}, 3},
+    {kYaTitular,              {Texto, Polig, Parcela}, 3},
+    {kParcelaNoInsertada,     {Polig, Parcela}, 2},
+    {kSinNumImputa,           {Texto, Numero}, 2},
+    {kAbstractaDifiere,       {Polig, Parcela, Letra, Superficie}, 4},
+    {kSuperficieCorregida,    {Polig, Parcela, Superficie, Suma}, 4},
+};
+// clang-format on
+
+constexpr std::size_t kLargoCodigo = 4;
+
+std::span<const Papel> PapelesDe(const CMensaje& mensaje)
+{
+    for (const CPapeles& suyos : kPapeles)
+        if (suyos.mensaje == mensaje.numero)
+            return std::span(suyos.papeles).first(suyos.cuantos);
+    return {};
+}
+
+/// Notes what an argument says.
+void Anota(CMensajeLeido& leido, Papel papel, std::string_view argumento)
+{
+    switch (papel) {
+    case Polig:
+        leido.polig = LeeEntero(argumento);
+        break;
+    case Parcela:
+        leido.parcela = LeeEntero(argumento);
+        break;
+    case Numero:
+        leido.numero = LeeEntero(argumento);
+        break;
+    case Superficie:
+        leido.superficie = LeeEntero(argumento);
+        break;
+    case Suma:
+        leido.suma = LeeEntero(argumento);
+        break;
+    case X:
+        leido.sitio = CSitio{LeeReal(argumento), 0};
+        break;
+    case Y:
+        leido.sitio->y = LeeReal(argumento);
+        break;
+    case Letra:
+        leido.letra = argumento;
+        break;
+    case Texto:
+        if (leido.texto.IsEmpty())
+            leido.texto = argumento;
+        break;
+    }
+}
+
+/// Takes an argument from the front of what is left of a line: a number as far as it goes, a text
+/// as far as the last place where what follows it in the form stands.
+std::string_view Argumento(std::string_view& resto, char conversion, std::string_view sigue)
+{
+    std::size_t hasta = 0;
+    if (conversion == 's') {
+        hasta = sigue.empty() ? resto.size() : resto.rfind(sigue);
+    } else {
+        const char* const suyos = conversion == 'd' ? "+-0123456789" : "+-.0123456789";
+        hasta = resto.find_first_not_of(' ');
+        if (hasta != std::string_view::npos)
+            hasta = resto.find_first_not_of(suyos, hasta);
+        hasta = std::min(hasta, resto.size());
+    }
+    if (hasta == std::string_view::npos)
+        return {};
+    const std::string_view argumento = resto.substr(0, hasta);
+    resto.remove_prefix(hasta);
+    return argumento;
+}
+
+/// A text that was padded to four columns loses the blanks in front of it.
+std::string_view SinRelleno(std::string_view argumento)
+{
+    constexpr std::size_t kAncho = 4;
+    if (argumento.size() == kAncho)
+        argumento.remove_prefix(std::min(argumento.find_first_not_of(' '), kAncho));
+    return argumento;
+}
+
+/// Reads the arguments of a form out of a line that was made by it. False where it wasn't.
+bool LeePorForma(std::string_view forma, std::string_view linea, std::span<const Papel> papeles,
+                 CMensajeLeido& leido)
+{
+    constexpr std::string_view kConversiones = "dsf";
+    if (forma.ends_with('\n'))
+        forma.remove_suffix(1);
+    std::size_t k = 0;
+    while (!forma.empty()) {
+        const std::string_view fijo = forma.substr(0, forma.find('%'));
+        if (!linea.starts_with(fijo))
+            return false;
+        linea.remove_prefix(fijo.size());
+        forma.remove_prefix(fijo.size());
+        if (forma.empty())
+            break;
+        const std::size_t fin = forma.find_first_of(kConversiones);
+        const bool relleno = forma[fin] == 's' && fin > 1;
+        const char conversion = forma[fin];
+        forma.remove_prefix(fin + 1);
+        const std::string_view argumento =
+            Argumento(linea, conversion, forma.substr(0, forma.find('%')));
+        if (argumento.data() == nullptr || k == papeles.size())
+            return false;
+        Anota(leido, papeles[k++], relleno ? SinRelleno(argumento) : argumento);
+    }
+    return linea.empty() && k == papeles.size();
+}
+
+} // namespace
+
+std::string_view CodigoMensaje(const CMensaje& mensaje)
+{
+    const std::string_view texto = mensaje.texto;
+    return texto.size() > kLargoCodigo && texto[kLargoCodigo] == ':' ? texto.substr(0, kLargoCodigo)
+                                                                     : std::string_view();
+}
+
+const CMensaje* BuscaMensaje(std::string_view codigo)
+{
+    const auto esEl = [&](const CMensaje& mensaje) {
+        return !codigo.empty() && CodigoMensaje(mensaje) == codigo;
+    };
+    const auto hallado = std::find_if(Catalogo().begin(), Catalogo().end(), esEl);
+    return hallado == Catalogo().end() ? nullptr : &*hallado;
+}
+
+CMensajeLeido LeeMensaje(std::string_view linea)
+{
+    CMensajeLeido leido;
+    const CMensaje* mensaje = BuscaMensaje(linea.substr(0, kLargoCodigo));
+    if (mensaje == nullptr || !LeePorForma(mensaje->texto, linea, PapelesDe(*mensaje), leido))
+        return {};
+    leido.mensaje = mensaje;
+    return leido;
+}

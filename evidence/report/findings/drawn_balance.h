@@ -1,0 +1,89 @@
+#pragma once
+
+#include <cstdint>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "evidence/drawing_findings.h"
+#include "evidence/drawn_polygon.h"
+#include "evidence/report/findings/tables_balance.h"
+#include "evidence/report/reading/log_messages.h"
+
+// What the drawings hold against what the way back took from them.
+
+namespace informe {
+
+/// A parcel whose written surface isn't that of its outlines.
+struct CDesajuste {
+    int polig = 0;
+    int parcela = 0;
+    int recintos = 0;
+    std::int64_t dibujada = 0; ///< square metres of all its outlines
+    int escrita = 0;
+    std::string motivo; ///< empty where nothing explains it
+
+    std::int64_t Diferencia() const { return escrita - dibujada; }
+};
+
+/// What no message tells of an outline.
+struct CHallazgo {
+    int polig = 0;
+    std::string donde; ///< "parcela 12", "subparcela 12-a"
+    std::string que;
+    vexageo::CPunto<int> sitio;
+};
+
+/// A polygon whose files aren't all there, or don't belong together.
+struct CPoligonoRoto {
+    CString entrada;
+    int polig = 0;
+    bool parcelas = false; ///< parcels went unread by it, all or some
+    bool subparcelas = false;
+    std::string que;
+};
+
+/// Compares surfaces and gathers what is wrong with the drawings, polygon by polygon.
+class CBalanceDibujo {
+public:
+    /// \param superficies  must outlive this object
+    CBalanceDibujo(const CSuperficies& superficies, const CRegistroLeido& registro);
+
+    /// Takes a polygon, each once.
+    void Toma(const CPoligonoDibujado& poligono);
+
+    std::int64_t poligonos = 0;
+    std::int64_t recintosParcela = 0;
+    std::int64_t recintosSubparcela = 0;
+    std::int64_t dibujada = 0; ///< square metres of all outlines of parcels that were written
+    std::int64_t escrita = 0;  ///< square metres of the same parcels
+    std::int64_t perdida = 0;  ///< of those in several outlines
+    std::vector<CDesajuste> desajustes;
+    std::vector<CHallazgo> hallazgos;
+    std::vector<CPoligonoRoto> rotos;
+
+private:
+    struct CSuma {
+        int recintos = 0;
+        double todos = 0;
+        double ultimo = 0;
+        bool islasRaras = false;
+    };
+    void TomaParcelas(const CPoligonoDibujado& poligono);
+    void Halla(const CPoligonoDibujado& poligono, const CTopologiaDibujada& topologia,
+               ClaseTopologia clase);
+    void Compara(int polig, int parcela, const CSuma& suma);
+    std::string Motivo(int polig, int parcela, const CSuma& suma,
+                       const CSuperficie& superficie) const;
+
+    const CSuperficies& m_superficies;
+    std::set<std::pair<int, int>> m_corregidas; // told by W304
+};
+
+/// Describes what is wrong with a polygon's files, where that costs more than an outline: a file is
+/// missing, damaged, or doesn't belong to the drawing. Empty where nothing is.
+/// \param roto  gets the same, with the polygon and which of the topologies suffer by it
+std::string FaltaDelPoligono(const CPoligonoDibujado& poligono, CPoligonoRoto& roto);
+
+} // namespace informe

@@ -1,0 +1,66 @@
+#include <cstdio>
+#include <ctime>
+#include <new>
+
+#include "evidence/report/report.h"
+#include "evidence/report/version.h"
+#include "platform/system.h"
+
+namespace {
+
+constexpr int kHecho = 0;
+constexpr int kFallo = 1;
+constexpr int kNoSeEntiende = 2;
+
+int Informa(const informe::COpciones& opciones)
+{
+    int estado = kHecho;
+    for (const CString& registro : opciones.registros) {
+        const informe::CResultado resultado =
+            informe::HazInforme(registro, opciones, informe::kVersion, std::time(nullptr));
+        std::fputs(resultado.resumen.c_str(), stdout);
+        for (const std::string& queja : resultado.quejas) {
+            std::fprintf(stderr, "campiva-informe: %s\n", queja.c_str());
+            estado = kFallo;
+        }
+    }
+    return estado;
+}
+
+int Atiende(const std::vector<std::string>& argumentos)
+{
+    std::string queja;
+    const auto opciones =
+        informe::LeeOpciones(std::span(argumentos).subspan(argumentos.empty() ? 0 : 1), queja);
+    if (!opciones) {
+        std::fprintf(stderr, "campiva-informe: %s.\nPruebe campiva-informe --help.\n",
+                     queja.c_str());
+        return kNoSeEntiende;
+    }
+    switch (opciones->pide) {
+    case informe::COpciones::Pide::Ayuda:
+        std::fputs(informe::kUso, stdout);
+        return kHecho;
+    case informe::COpciones::Pide::Version:
+        std::printf("campiva-informe %s\n", informe::kVersion);
+        return kHecho;
+    case informe::COpciones::Pide::Informes:
+        break;
+    }
+    return Informa(*opciones);
+}
+
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    sistema::PreparaFlujos();
+    int estado = kFallo;
+    try {
+        estado = Atiende(sistema::Argumentos(argc, argv));
+    } catch (const std::bad_alloc&) {
+        sistema::Avisa("campiva-informe: no hay memoria bastante\n");
+    }
+    const bool dicho = std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
+    return estado == kHecho && !dicho ? kFallo : estado;
+}

@@ -1,0 +1,206 @@
+#include <array>
+
+#include "cadastre/database.h"
+#include "cadastre/exchange_lines.h"
+#include "evidence/report/reading/input_lines.h"
+
+// The lines of an exchange file. Modules, holders and places count where they stand; parcels and
+// what hangs on them wait for the end of the file, and belong to the municipality of its last line.
+
+namespace informe {
+namespace {
+
+struct CParcelaLeida {
+    int polig;
+    int parcela;
+    int numParaje;
+    int numImputa;
+    bool enlaza;
+};
+
+struct CTitularLeido {
+    int numero;
+    int indice;
+    int municipio;
+};
+
+class CLectorCatastro {
+public:
+    CLectorCatastro(CEntradaLeida& leida, CPersonas& personas)
+        : m_leida(leida), m_personas(personas)
+    {
+    }
+
+    void Toma(std::string_view linea, bool esTrozo);
+    void Acaba();
+
+private:
+    void TomaModulo(std::string_view linea);
+    void TomaTitular(std::string_view linea);
+    void TomaParcela(std::string_view linea);
+    void TomaSubparcela(std::string_view linea);
+    void TomaParaje(std::string_view linea);
+    void AsientaParcelas();
+    void AsientaSubparcelas();
+    void AsientaVinculos();
+    CMunicipio& Municipio() { return m_base.DameMunicipio(m_municipio); }
+
+    CEntradaLeida& m_leida;
+    CPersonas& m_personas;
+    CBaseCatastro m_base{0};
+    int m_municipio = -1; // of the last line
+    std::vector<CParcelaLeida> m_parcelas;
+    std::vector<CClave> m_subparcelas;
+    std::vector<CTitularLeido> m_titulares;
+    std::map<std::pair<int, int>, int> m_porNumeros; // parcels that are kept, by their numbers
+};
+
+void CLectorCatastro::Toma(std::string_view linea, bool esTrozo)
+{
+    ++m_leida.lineas;
+    const CLineaFija fija(linea);
+    if (fija.Vacia()) {
+        ++m_leida.vacias;
+        return;
+    }
+    m_municipio = m_base.RegistraMunicipio(static_cast<short>(fija.Entero(kLeeMun)));
+    const std::string_view tipo = fija.Texto(kLeeTipo);
+    if (tipo == "MD")
+        TomaModulo(linea);
+    else if (tipo == "TL")
+        TomaTitular(linea);
+    else if (tipo == "PR")
+        TomaParcela(linea);
+    else if (tipo == "SP" || tipo == "SC")
+        TomaSubparcela(linea);
+    else if (tipo == "PJ")
+        TomaParaje(linea);
+    else if (esTrozo)
+        ++m_leida.trozos;
+    else
+        ++m_leida.ajenas[std::string(tipo)];
+}
+
+void CLectorCatastro::TomaModulo(std::string_view linea)
+{
+    ++m_leida.modulos.lineas;
+    CModulo modulo;
+    modulo.Lee(linea, kModoCatastro);
+    if (Municipio().BuscaModulo(modulo) >= 0)
+        return; // told by E203
+    Municipio().InsertaModulo(modulo);
+    m_leida.modulos.quedan.push_back(ClaveModulo(modulo));
+}
+
+void CLectorCatastro::TomaTitular(std::string_view linea)
+{
+    ++m_leida.titulares.lineas;
+    CTitular titular;
+    titular.Lee(linea, kModoCatastro);
+    m_personas.Mira(titular.Nombre, titular.DNI);
+    const int numero = titular.NumOrden;
+    const CClave clave = ClaveTitular(titular);
+    const std::size_t antes = Municipio().Titulares().size();
+    const int indice = Municipio().InsertaTitular(std::move(titular));
+    if (Municipio().Titulares().size() == antes)
+        ++m_leida.titulares.unidas;
+    else
+        m_leida.titulares.quedan.push_back(clave);
+    m_titulares.push_back({numero, indice, m_municipio});
+}
+
+void CLectorCatastro::TomaParcela(std::string_view linea)
+{
+    ++m_leida.parcelas.lineas;
+    CParcela parcela(0, 0, 0, {});
+    CDatosLinea datos;
+    parcela.Lee(linea, kModoCatastro, datos);
+    const bool enlaza = !datos.Tit.IsEmpty(); // the line is long enough to name a holder
+    if (!enlaza)
+        ++m_leida.sinVinculo;
+    m_parcelas.push_back(
+        {parcela.Polig, parcela.Parcela, datos.numParaje, datos.numImputa, enlaza});
+}
+
+void CLectorCatastro::TomaSubparcela(std::string_view linea)
+{
+    ++m_leida.subparcelas.lineas;
+    CSubparcela subparcela;
+    CDatosLinea datos;
+    subparcela.Lee(linea, kModoCatastro, datos);
+    m_subparcelas.push_back({datos.Polig, datos.Parcela, subparcela.letra});
+}
+
+void CLectorCatastro::TomaParaje(std::string_view linea)
+{
+    ++m_leida.parajes.lineas;
+    CParaje paraje;
+    paraje.Lee(linea);
+    const std::size_t antes = Municipio().Parajes().size();
+    Municipio().InsertaParaje(paraje);
+    if (Municipio().Parajes().size() == antes)
+        ++m_leida.parajes.unidas;
+    else
+        m_leida.parajes.quedan.push_back(ClaveParaje(paraje.Nombre));
+}
+
+void CLectorCatastro::Acaba()
+{
+    m_leida.municipios = static_cast<std::int64_t>(m_base.Municipios().size());
+    if (m_municipio < 0)
+        return;
+    AsientaParcelas();
+    AsientaSubparcelas();
+    AsientaVinculos();
+}
+
+void CLectorCatastro::AsientaParcelas()
+{
+    for (const CParcelaLeida& leida : m_parcelas) {
+        if (Municipio().BuscaParaje(leida.numParaje) < 0 || leida.polig < 1 || leida.parcela < 1)
+            continue; // told by E102 or E207
+        const int indice = static_cast<int>(m_porNumeros.size());
+        if (m_porNumeros.emplace(std::pair(leida.polig, leida.parcela), indice).second)
+            m_leida.parcelas.quedan.push_back({leida.polig, leida.parcela, {}});
+    }
+}
+
+void CLectorCatastro::AsientaSubparcelas()
+{
+    for (CClave& clave : m_subparcelas)
+        if (m_porNumeros.contains({clave.polig, clave.parcela}))
+            m_leida.subparcelas.quedan.push_back(std::move(clave));
+}
+
+void CLectorCatastro::AsientaVinculos()
+{
+    std::multimap<int, int> porNumero; // indices of holders
+    for (const CTitularLeido& titular : m_titulares)
+        if (titular.municipio == m_municipio)
+            porNumero.emplace(titular.numero, titular.indice);
+    std::set<std::pair<int, int>> hechos; // parcel and holder
+    for (const CParcelaLeida& leida : m_parcelas) {
+        if (!leida.enlaza)
+            continue;
+        const auto parcela = m_porNumeros.find({leida.polig, leida.parcela});
+        const auto [desde, hasta] = porNumero.equal_range(leida.numImputa);
+        for (auto titular = desde; titular != hasta; ++titular) {
+            ++m_leida.vinculos.lineas;
+            if (parcela == m_porNumeros.end())
+                ++m_leida.vinculos.sinEfecto;
+            else if (hechos.emplace(parcela->second, titular->second).second)
+                m_leida.vinculos.quedan.push_back({leida.polig, leida.parcela, {}});
+        }
+    }
+}
+
+} // namespace
+
+void LeeCatastro(CStdioFile& entrada, CEntradaLeida& leida, CPersonas& personas)
+{
+    CLectorCatastro lector(leida, personas);
+    RecorreLineas<kLineaCatastro>(entrada, lector);
+    lector.Acaba();
+}
+
+} // namespace informe

@@ -1,0 +1,74 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "evidence/report/reading/people.h"
+#include "evidence/report/reading/record_key.h"
+#include "platform/files/cfile.h"
+
+class CModulo;
+class CTitular;
+
+// What the lines of an input come to by the rules of the way out: which are kept, which join one
+// that is there, which are dropped.
+
+namespace informe {
+
+/// Records that the tables should hold, and lines that left none.
+struct CEntradaLeida {
+    struct CClase {
+        std::int64_t lineas = 0;
+        std::int64_t unidas = 0;    ///< joined one that was there, without a message
+        std::int64_t sinEfecto = 0; ///< left nothing, without a message
+        std::vector<CClave> quedan;
+    };
+
+    bool hay = false;     ///< it could be opened
+    bool esLista = false; ///< a list of subparcels, no exchange file
+    std::int64_t lineas = 0;
+    std::int64_t vacias = 0;
+    std::int64_t trozos = 0;                    ///< ends of lines longer than the reader takes
+    std::map<std::string, std::int64_t> ajenas; ///< of types that the reader passes over
+    CClase modulos;
+    CClase titulares;
+    CClase parcelas;
+    CClase subparcelas;
+    CClase parajes;
+    CClase vinculos;
+    std::int64_t sinVinculo = 0; ///< parcel lines too short to name a holder
+    std::int64_t municipios = 0;
+};
+
+/// Reads the input of a way out, an exchange file or a list, whichever its first lines look like.
+/// One that can't be opened leaves `hay` false. A read that fails raises CFileException.
+CEntradaLeida LeeEntrada(const CString& nombre, CPersonas& personas);
+
+// The two kinds. `personas` is told all holders.
+void LeeCatastro(CStdioFile& entrada, CEntradaLeida& leida, CPersonas& personas);
+void LeeRelacion(CStdioFile& entrada, CEntradaLeida& leida, CPersonas& personas);
+
+/// Hands a reader each line of an input, with its line end, in pieces where it is longer than
+/// `Largo` characters. `Lector::Toma` is told whether what it gets is a further piece of a line.
+template <unsigned Largo, class Lector>
+void RecorreLineas(CStdioFile& entrada, Lector& lector)
+{
+    std::array<char, Largo + 1> bufer{};
+    bool entera = true; // the line before came to its end
+    while (entrada.ReadString(bufer.data(), static_cast<UINT>(bufer.size())) != nullptr) {
+        const std::string_view linea = bufer.data();
+        lector.Toma(linea, !entera);
+        entera = linea.ends_with('\n');
+    }
+}
+
+// What tells holders, modules and places from others of their kind.
+CClave ClaveTitular(const CTitular& titular);
+CClave ClaveModulo(const CModulo& modulo);
+CClave ClaveParaje(std::string_view nombre);
+
+} // namespace informe

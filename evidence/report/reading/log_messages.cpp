@@ -1,0 +1,113 @@
+#include "evidence/report/reading/log_messages.h"
+
+#include <cmath>
+#include <utility>
+
+#include "evidence/report/reading/text.h"
+#include "platform/files/cfile.h"
+
+namespace informe {
+namespace {
+
+/// Metres as hundredths; nothing where no drawing reaches.
+int EnCentesimas(double metros)
+{
+    constexpr double kCentesimas = 100.0;
+    constexpr double kMayor = 21e6;
+    return std::abs(metros) < kMayor ? static_cast<int>(std::lround(metros * kCentesimas))
+                                     : CAviso::kNada;
+}
+
+CAviso Reduce(std::uint32_t linea, CMensajeLeido leido)
+{
+    CAviso aviso;
+    aviso.linea = linea;
+    aviso.mensaje = leido.mensaje;
+    aviso.polig = leido.polig.value_or(CAviso::kNada);
+    aviso.parcela = leido.parcela.value_or(CAviso::kNada);
+    aviso.numero = leido.numero.value_or(CAviso::kNada);
+    aviso.superficie = leido.superficie.value_or(CAviso::kNada);
+    aviso.suma = leido.suma.value_or(CAviso::kNada);
+    if (leido.sitio) {
+        aviso.x = EnCentesimas(leido.sitio->x);
+        aviso.y = EnCentesimas(leido.sitio->y);
+    }
+    aviso.letra = std::move(leido.letra);
+    aviso.texto = std::move(leido.texto);
+    return aviso;
+}
+
+} // namespace
+
+std::int64_t CRegistroLeido::Cuenta(Mensaje mensaje) const
+{
+    const auto suya = m_cuentas.find(&DameMensaje(mensaje));
+    return suya == m_cuentas.end() ? 0 : suya->second;
+}
+
+std::int64_t CRegistroLeido::Suma(Contador contador) const
+{
+    std::int64_t suma = 0;
+    for (const auto& [mensaje, cuantos] : m_cuentas)
+        if (mensaje->contador == contador)
+            suma += cuantos;
+    return suma;
+}
+
+void CRegistroLeido::Añade(CAviso aviso)
+{
+    if (aviso.mensaje == nullptr)
+        ++m_ajenas;
+    else
+        ++m_cuentas[aviso.mensaje];
+    avisos.push_back(std::move(aviso));
+}
+
+void RecorreRegistro(const CString& nombre,
+                     const std::function<void(std::uint32_t linea, const CString& texto)>& toma)
+{
+    CStdioFile fichero;
+    if (CFileException fallo; !fichero.Open(nombre, CFile::modeRead, &fallo))
+        throw CFileException(nombre, fallo.m_causa, true);
+    CString texto;
+    for (std::uint32_t linea = 1; fichero.ReadString(texto); ++linea)
+        toma(linea, texto);
+}
+
+CRegistroLeido LeeRegistro(const CString& nombre)
+{
+    CRegistroLeido registro;
+    RecorreRegistro(nombre, [&](std::uint32_t linea, const CString& texto) {
+        registro.Añade(Reduce(linea, LeeMensaje(texto)));
+    });
+    return registro;
+}
+
+std::string Enunciado(const CMensaje& mensaje)
+{
+    std::string_view texto = mensaje.texto;
+    texto.remove_prefix(std::min(texto.find(": ") + 2, texto.size()));
+    std::string enunciado;
+    while (!texto.empty() && texto.front() != '\n') {
+        if (texto.front() == '%') {
+            AnalizaForma(texto);
+            enunciado += "…";
+        } else {
+            enunciado += Texto(texto.substr(0, 1));
+            texto.remove_prefix(1);
+        }
+    }
+    return enunciado;
+}
+
+std::string Codigo(const CAviso& aviso)
+{
+    return aviso.mensaje == nullptr ? "-" : std::string(CodigoMensaje(*aviso.mensaje));
+}
+
+bool EsWarning(const CMensaje& mensaje)
+{
+    return mensaje.contador == Contador::Warnings;
+}
+
+} // namespace informe

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <limits>
+#include <map>
+#include <string>
+
+#include "evidence/log_reader.h"
+
+// The log of a run, line by line, kept small: a log may have a million lines.
+
+namespace informe {
+
+/// A line of the log without its words.
+struct CAviso {
+    static constexpr int kNada = std::numeric_limits<int>::min();
+
+    bool HayParcela() const { return polig != kNada; }
+
+    const CMensaje* mensaje = nullptr; ///< null for a line that is no message
+    std::uint32_t linea = 0;           ///< in the log, from 1
+    int polig = kNada;
+    int parcela = kNada;
+    int numero = kNada;
+    int superficie = kNada;
+    int suma = kNada;
+    int x = kNada; ///< hundredths of a metre
+    int y = kNada;
+    CString letra;
+    CString texto;
+};
+
+/// A log, and how many messages of each number it has.
+class CRegistroLeido {
+public:
+    std::int64_t Cuenta(Mensaje mensaje) const;
+    std::int64_t Errores() const { return Suma(Contador::Errores); }
+    std::int64_t Warnings() const { return Suma(Contador::Warnings); }
+    std::int64_t Ajenas() const { return m_ajenas; } ///< lines that are no message
+
+    void Añade(CAviso aviso);
+
+    std::deque<CAviso> avisos; ///< one for each line, in order
+
+private:
+    std::int64_t Suma(Contador contador) const;
+
+    std::map<const CMensaje*, std::int64_t> m_cuentas;
+    std::int64_t m_ajenas = 0;
+};
+
+/// Goes through the lines of a log, which come numbered from 1 and without their ends. A log that
+/// can't be opened or read raises CFileException.
+void RecorreRegistro(const CString& nombre,
+                     const std::function<void(std::uint32_t linea, const CString& texto)>& toma);
+
+/// Reads a log. Raises CFileException as `RecorreRegistro` does.
+CRegistroLeido LeeRegistro(const CString& nombre);
+
+/// What a message says with its values left out: "Paraje … no encontrado en parcela …".
+std::string Enunciado(const CMensaje& mensaje);
+
+/// The code of a line, "E102"; a dash where it is no message.
+std::string Codigo(const CAviso& aviso);
+
+bool EsWarning(const CMensaje& mensaje);
+
+} // namespace informe

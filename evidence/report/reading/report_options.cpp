@@ -1,0 +1,124 @@
+#include "evidence/report/reading/report_options.h"
+
+#include <algorithm>
+#include <string_view>
+
+namespace informe {
+namespace {
+
+constexpr struct {
+    std::string_view nombre;
+    CString COpciones::*valor;
+} kConValor[] = {
+    {"--html", &COpciones::html},       {"--geojson", &COpciones::geojson},
+    {"--csv", &COpciones::csv},         {"--lista", &COpciones::lista},
+    {"--entrada", &COpciones::entrada}, {"--tablas", &COpciones::tablas},
+    {"--ortos", &COpciones::ortos},
+};
+
+bool TieneAlgunValor(const COpciones& opciones)
+{
+    return !opciones.con.empty() ||
+           std::any_of(std::begin(kConValor), std::end(kConValor),
+                       [&](const auto& opcion) { return !(opciones.*opcion.valor).IsEmpty(); });
+}
+
+std::string Repara(const COpciones& opciones)
+{
+    if (opciones.registros.empty())
+        return "falta el nombre de un registro";
+    if (opciones.registros.size() > 1 && TieneAlgunValor(opciones))
+        return "con varios registros no caben opciones, que son de uno solo";
+    if (!opciones.entrada.IsEmpty() && !opciones.lista.IsEmpty())
+        return "--entrada es de la ida y --lista de la vuelta: un registro es de una de las dos";
+    return {};
+}
+
+/// Takes the option that stands at `i`, and its value.
+bool TomaOpcion(std::span<const std::string> argumentos, std::size_t& i, COpciones& opciones,
+                std::string& queja)
+{
+    const std::string& argumento = argumentos[i];
+    const auto* const opcion =
+        std::find_if(std::begin(kConValor), std::end(kConValor),
+                     [&](const auto& una) { return una.nombre == argumento; });
+    const bool con = argumento == "--con";
+    if (opcion == std::end(kConValor) && !con) {
+        queja = "no hay opción " + argumento;
+        return false;
+    }
+    if (i + 1 == argumentos.size() || argumentos[i + 1].empty()) {
+        queja = "a " + argumento + " le falta su nombre";
+        return false;
+    }
+    if (con) {
+        opciones.con.emplace_back(argumentos[++i]);
+        return true;
+    }
+    if (!(opciones.*opcion->valor).IsEmpty()) {
+        queja = argumento + " está dos veces";
+        return false;
+    }
+    opciones.*opcion->valor = argumentos[++i];
+    return true;
+}
+
+} // namespace
+
+const char* const kUso = R"(Uso: campiva-informe [OPCIONES] REGISTRO.ERR ...
+
+Escribe de cada registro de errores una página HTML con lo que dice del proceso:
+qué se leyó y qué se escribió, el balance de lo que entró y lo que salió, los
+mensajes reunidos por asuntos y, en la vuelta, un mapa de cada polígono. En el
+terminal da el resumen por número de mensaje.
+
+Sin opciones busca lo que es del registro: junto a él, la entrada de su mismo
+nombre (ida) o la lista que nombra el municipio (vuelta); las tablas, junto a
+la entrada o a la lista.
+
+  --html F         la página; si no, REGISTRO.html junto al registro
+  --csv F          todos los mensajes, en una hoja (UTF-8, con punto y coma)
+  --geojson F      los recintos de los dibujos y los mensajes, con su sitio
+  --entrada F      el fichero de Catastro o la relación que leyó la ida
+  --lista F        la lista de polígonos de la vuelta
+  --tablas CARPETA la carpeta de las seis tablas: Modulos.txt, Titulares.txt,
+                   Parcelas.txt, Subparcelas.txt, Parajes.txt, Cotitulares.txt
+  --ortos F        el gráfico de las ortofotos (.TOP o .BIN)
+  --con F          otro fichero que leyó o escribió el proceso; qué es, se ve
+                   en él. Puede ir varias veces
+  --help           esto
+  --version        la versión
+
+Las opciones son de un solo registro.
+
+Estado de salida: 0, hecho; 1, algo no se pudo leer o escribir; 2, la línea no
+se entiende.
+)";
+
+std::optional<COpciones> LeeOpciones(std::span<const std::string> argumentos, std::string& queja)
+{
+    COpciones opciones;
+    bool soloNombres = false;
+    for (std::size_t i = 0; i < argumentos.size(); ++i) {
+        const std::string& argumento = argumentos[i];
+        if (soloNombres || !argumento.starts_with('-') || argumento == "-") {
+            opciones.registros.emplace_back(argumento);
+        } else if (argumento == "--") {
+            soloNombres = true;
+        } else if (argumento == "--help") {
+            opciones.pide = COpciones::Pide::Ayuda;
+            return opciones;
+        } else if (argumento == "--version") {
+            opciones.pide = COpciones::Pide::Version;
+            return opciones;
+        } else if (!TomaOpcion(argumentos, i, opciones, queja)) {
+            return std::nullopt;
+        }
+    }
+    queja = Repara(opciones);
+    if (!queja.empty())
+        return std::nullopt;
+    return opciones;
+}
+
+} // namespace informe

@@ -1,0 +1,93 @@
+#include "evidence/report/reading/text.h"
+
+#include <array>
+#include <cmath>
+#include <cstdio>
+
+#include "platform/ansi.h"
+
+namespace informe {
+namespace {
+
+constexpr std::string_view kNoEsCaracter = "\xEF\xBF\xBD";
+
+/// Puts a point in front of every three digits of a whole number.
+void PonPuntos(std::string& cifras)
+{
+    const std::size_t signo = cifras.starts_with('-') ? 1 : 0;
+    for (std::size_t i = cifras.size(); i > signo + 3;) {
+        i -= 3;
+        cifras.insert(i, ".");
+    }
+}
+
+bool EsControl(char c)
+{
+    return static_cast<unsigned char>(c) < 0x20 || c == 0x7F;
+}
+
+} // namespace
+
+std::string Miles(std::int64_t numero)
+{
+    std::string cifras = std::to_string(numero);
+    PonPuntos(cifras);
+    return cifras;
+}
+
+std::string Decimal(double numero, int decimales)
+{
+    constexpr double kMayor = 1e15; // past it nobody reads the decimals
+    if (!std::isfinite(numero) || std::abs(numero) > kMayor)
+        return "desmedido";
+    std::array<char, 64> bufer{};
+    std::snprintf(bufer.data(), bufer.size(), "%.*f", decimales, numero);
+    std::string cifras = bufer.data();
+    const std::size_t punto = cifras.find_first_not_of("-0123456789");
+    std::string detras;
+    if (punto != std::string::npos) {
+        detras = "," + cifras.substr(punto + 1);
+        cifras.resize(punto);
+    }
+    PonPuntos(cifras);
+    cifras += detras;
+    return cifras.find_first_of("123456789") == std::string::npos && cifras.starts_with('-')
+               ? cifras.substr(1)
+               : cifras;
+}
+
+std::string Cuantos(std::int64_t cuantos, std::string_view uno, std::string_view varios)
+{
+    return Miles(cuantos) + " " + std::string(cuantos == 1 ? uno : varios);
+}
+
+std::string Hexadecimal(std::uint32_t suma)
+{
+    std::array<char, 16> bufer{};
+    std::snprintf(bufer.data(), bufer.size(), "%08X", static_cast<unsigned>(suma));
+    return bufer.data();
+}
+
+std::string Texto(std::string_view texto)
+{
+    const std::string utf8 = ansi::AUtf8(texto);
+    std::string limpio;
+    limpio.reserve(utf8.size());
+    for (const char c : utf8) {
+        if (EsControl(c))
+            limpio += c == '\t' ? std::string_view(" ") : kNoEsCaracter;
+        else
+            limpio += c;
+    }
+    return limpio;
+}
+
+std::string SinBlancos(std::string_view texto)
+{
+    const std::size_t desde = texto.find_first_not_of(" \t\r\n");
+    if (desde == std::string_view::npos)
+        return {};
+    return std::string(texto.substr(desde, texto.find_last_not_of(" \t\r\n") + 1 - desde));
+}
+
+} // namespace informe

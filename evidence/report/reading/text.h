@@ -1,0 +1,26 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+// Everything that the report writes is UTF-8, and so are the literals of this folder. What comes
+// out of the program's files is code page 1252 and passes through `Texto` first.
+
+namespace informe {
+
+/// "1.234.567"
+std::string Miles(std::int64_t numero);
+/// The number with so many decimals, "1.234,50".
+std::string Decimal(double numero, int decimales);
+/// "1 línea", "3 líneas"
+std::string Cuantos(std::int64_t cuantos, std::string_view uno, std::string_view varios);
+/// A sum as eight digits, "CBF43926".
+std::string Hexadecimal(std::uint32_t suma);
+
+/// A text of the program's files, in UTF-8; a byte that is no character becomes the sign for such.
+std::string Texto(std::string_view texto);
+/// The text without blanks at either end.
+std::string SinBlancos(std::string_view texto);
+
+} // namespace informe

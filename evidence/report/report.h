@@ -1,0 +1,24 @@
+#pragma once
+
+#include <ctime>
+#include <string>
+#include <vector>
+
+#include "evidence/report/reading/report_options.h"
+
+namespace informe {
+
+struct CResultado {
+    std::string resumen;             ///< for the terminal
+    std::vector<std::string> quejas; ///< what couldn't be read or written, a sentence each
+};
+
+/// Writes the report of a log, and what else the options ask for. Raises no CFileException: what
+/// couldn't be read or written is one of the complaints, and ends the work.
+/// \param registro  path of the log
+/// \param version   of the program, for the page
+/// \param hecho     the time that the page tells
+CResultado HazInforme(const CString& registro, const COpciones& opciones,
+                      const std::string& version, std::time_t hecho);
+
+} // namespace informe

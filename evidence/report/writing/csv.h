@@ -1,0 +1,14 @@
+#pragma once
+
+#include "evidence/report/findings/message_index.h"
+#include "evidence/report/reading/log_messages.h"
+
+namespace informe {
+
+/// Writes all lines of the log as a sheet: UTF-8 with its mark, semicolons, CR LF. The log is read
+/// once more for its words. Raises CFileException, with an older sheet as it was.
+/// \param sitios  where the drawings show what the messages speak of; null for no drawings
+void EscribeCsv(const CString& nombre, const CRegistroLeido& registro,
+                const CString& ficheroRegistro, const CSitios* sitios);
+
+} // namespace informe

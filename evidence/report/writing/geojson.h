@@ -1,0 +1,35 @@
+#pragma once
+
+#include <string>
+
+#include "evidence/report/findings/message_index.h"
+#include "evidence/report/writing/output_file.h"
+
+namespace informe {
+
+/// The outlines of the drawings and the messages as features, written one by one. Coordinates are
+/// the drawing's, in metres; no system of coordinates is told, as the drawing tells none.
+class CGeoJson {
+public:
+    /// Creates the file. This and all others raise CFileException; the file takes its place in
+    /// `Cierra` alone.
+    explicit CGeoJson(const CString& nombre);
+
+    /// Writes the outlines of a polygon.
+    void Toma(const CPoligonoDibujado& poligono, const CIndiceAvisos& indice);
+    /// Writes the messages, behind all polygons. The log is read once more for its words.
+    /// \param sitios  null for no drawings
+    void TomaMensajes(const CRegistroLeido& registro, const CString& ficheroRegistro,
+                      const CSitios* sitios);
+    void Cierra();
+
+private:
+    void Rasgo(const std::string& geometria, const std::string& propiedades);
+    void Recinto(const char* clase, int polig, const CRecintoDibujado& recinto,
+                 const std::string& mensajes);
+
+    CSalida m_salida;
+    bool m_primero = true;
+};
+
+} // namespace informe

@@ -1,0 +1,138 @@
+#include <algorithm>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "evidence/report/writing/svg_map.h"
+#include "platform/ansi.h"
+#include "platform/files/cfile.h"
+#include "tests/evidence/report/report_fixture.h"
+
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+namespace {
+
+std::int64_t Veces(std::string_view texto, std::string_view que)
+{
+    std::int64_t veces = 0;
+    for (std::size_t i = texto.find(que); i != std::string_view::npos; i = texto.find(que, i + 1))
+        ++veces;
+    return veces;
+}
+
+} // namespace
+
+TEST(ReportPage, IsTheSameForTheSameFiles)
+{
+    const CCarpetaPrueba carpeta;
+    carpeta.Pon("a.ERR", "E206: La parcela    1      2 ya existe\r\n");
+    const std::string una = CInformePrueba(carpeta, "a.ERR").pagina;
+    EXPECT_EQ(CInformePrueba(carpeta, "a.ERR").pagina, una);
+    EXPECT_EQ(Veces(una, "<p class=\"fecha\">"), 1);
+}
+
+TEST(ReportPage, AsksNothingOfTheNetwork)
+{
+    const CCarpetaPrueba carpeta;
+    carpeta.Pon("a.ERR", "E206: La parcela    1      2 ya existe\r\n");
+    const std::string pagina = CInformePrueba(carpeta, "a.ERR").pagina;
+    for (const char* fuera : {"http:", "https:", "src=", "@import", "<link", "url(//"})
+        EXPECT_EQ(Veces(pagina, fuera), 0) << fuera;
+}
+
+TEST(ReportPage, ShowsLinesThatAreNoMessageAsSuch)
+{
+    const CCarpetaPrueba carpeta;
+    carpeta.Pon("a.ERR", "hola\r\nE206: medio\r\n\r\nE206: La parcela    1      2 ya existe\r\n");
+    const CInformePrueba informe(carpeta, "a.ERR");
+    EXPECT_TRUE(informe.Dice("<tr id=\"m1\" class=\"ajena\">"));
+    EXPECT_TRUE(informe.Dice("3 líneas que no son ningún mensaje"));
+    EXPECT_TRUE(informe.Dice("<b>Líneas que no son mensajes</b>"));
+    EXPECT_THAT(informe.resultado.resumen, HasSubstr("líneas que no son ningún mensaje"));
+    EXPECT_EQ(Veces(informe.pagina, "<tr id=\"m"), 4);
+}
+
+TEST(ReportPage, BoundsItsListsAndCountsTheRest)
+{
+    const CCarpetaPrueba carpeta;
+    std::string registro;
+    for (int i = 1; i <= 20000; ++i)
+        registro += "E206: La parcela    1 " + std::to_string(100000 + i) + " ya existe\r\n";
+    registro += "W302: Parcela    1      1 no tiene titular\r\n";
+    carpeta.Pon("a.ERR", registro);
+    informe::COpciones opciones;
+    opciones.csv = carpeta.En("a.csv");
+    const CInformePrueba informe(carpeta, "a.ERR", opciones);
+    const std::int64_t filas = Veces(informe.pagina, "<tr id=\"m");
+    EXPECT_LT(filas, 1000);
+    EXPECT_TRUE(informe.Dice("<tr id=\"m20001\" class=\"avi\">")) << "some of each number";
+    EXPECT_TRUE(informe.Dice("y 19.850 más, en "));
+    EXPECT_TRUE(informe.Dice("y 19.801 más, de menos mensajes")) << "matters";
+    EXPECT_LT(informe.pagina.size(), 400'000U);
+    EXPECT_EQ(carpeta.Lineas("a.csv").size(), 20002U);
+}
+
+TEST(ReportPage, TellsCauseAndRemedyOfEachNumber)
+{
+    const CCarpetaPrueba carpeta;
+    carpeta.Pon("a.ERR", "E206: La parcela    1      2 ya existe\r\n");
+    const CInformePrueba informe(carpeta, "a.ERR");
+    EXPECT_TRUE(informe.Dice("id=\"E206\""));
+    EXPECT_TRUE(informe.Dice("La parcela … … ya existe"));
+    EXPECT_TRUE(informe.Dice("<b>Causa.</b> "));
+    EXPECT_TRUE(informe.Dice("<b>Remedio.</b> "));
+}
+
+TEST(ReportPage, AnEmptyLogIsGoodNews)
+{
+    const CCarpetaPrueba carpeta;
+    carpeta.Pon("a.ERR", "");
+    const CInformePrueba informe(carpeta, "a.ERR");
+    EXPECT_THAT(informe.resultado.quejas, IsEmpty());
+    EXPECT_TRUE(informe.Dice("El registro está vacío"));
+}
+
+TEST(ReportMap, LeavesOutWhatPassesItsBoundAndSaysSo)
+{
+    CPoligonoDibujado poligono;
+    poligono.polig = 1;
+    poligono.hayDibujo = poligono.parcelas.hay = poligono.subparcelas.hay = true;
+    const auto recinto = [](int parcela, const char* letra) {
+        CRecintoDibujado r;
+        r.estado = EstadoRecinto::Valido;
+        r.parcela = parcela;
+        r.letra = letra;
+        r.rotulo = std::to_string(parcela);
+        r.contorno = {{0, 0}, {1000, 0}, {1000, 1000}, {0, 1000}};
+        return r;
+    };
+    for (int i = 1; i <= 10; ++i) {
+        poligono.parcelas.recintos.push_back(recinto(i, ""));
+        poligono.subparcelas.recintos.push_back(recinto(i, "a"));
+    }
+    informe::CRegistroLeido registro;
+    informe::CAviso aviso;
+    aviso.mensaje = &DameMensaje(kSuperficieDifiere);
+    aviso.linea = 1;
+    aviso.polig = 1;
+    aviso.parcela = 3;
+    registro.Añade(aviso);
+    const informe::CIndiceAvisos indice(registro);
+    const struct {
+        std::size_t puntos;
+        std::int64_t parcelas, subparcelas;
+        const char* nota;
+    } casos[] = {
+        {1000, 10, 10, ""}, {79, 10, 0, "no lleva las subparcelas"}, {39, 1, 0, "con mensajes"}};
+    for (const auto& caso : casos) {
+        informe::CEnlaces enlaces{[](std::uint32_t) { return std::string("m1"); }, {}};
+        informe::CPresupuesto presupuesto{1000, caso.puntos};
+        const std::string svg = informe::MapaSvg(poligono, indice, enlaces, presupuesto);
+        EXPECT_EQ(Veces(svg, "<title>Parcela "), caso.parcelas) << caso.puntos;
+        EXPECT_EQ(Veces(svg, "class=\"sub ok\""), caso.subparcelas) << caso.puntos;
+        EXPECT_THAT(svg, HasSubstr(caso.nota));
+        EXPECT_EQ(Veces(svg, "<a href=\"#m1\"><path id=\"p1-3\" class=\"err\""), 1);
+        EXPECT_LT(presupuesto.puntos, 1000U);
+    }
+}

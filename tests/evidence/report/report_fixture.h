@@ -1,0 +1,48 @@
+#pragma once
+
+#include <string>
+
+#include "evidence/report/report.h"
+#include "tests/support/files.h"
+
+// Beside a fixture that runs a translation: the report on its log, and what stands in the page.
+
+/// What the report of a log in the folder says.
+struct CInformePrueba {
+    explicit CInformePrueba(const CCarpetaPrueba& carpeta, const char* registro,
+                            informe::COpciones opciones = {})
+        : resultado(informe::HazInforme(carpeta.En(registro), opciones, "1", 0))
+    {
+        std::string nombre = registro;
+        pagina = carpeta.Lee(nombre.replace(nombre.rfind('.'), std::string::npos, ".html"));
+    }
+
+    bool Dice(std::string_view html) const { return pagina.find(html) != std::string::npos; }
+    /// The part of the balance with the title, without its marks.
+    std::string Partida(std::string_view titulo) const
+    {
+        const std::string desde = "<article class=\"partidas\"><h3>" + std::string(titulo) + "<";
+        const std::size_t i = pagina.find(desde);
+        if (i == std::string::npos)
+            return "(no part)";
+        std::string texto;
+        bool marca = false;
+        for (const char c : pagina.substr(i, pagina.find("</article>", i) - i)) {
+            if (c == '<')
+                texto += texto.ends_with('|') ? "" : "|";
+            marca = c == '<' || (marca && c != '>');
+            if (!marca && c != '>' && c != '\n')
+                texto += c;
+        }
+        return texto;
+    }
+    /// The first line of the summary, behind the log's name.
+    std::string Cuenta() const
+    {
+        const std::size_t desde = resultado.resumen.find(".ERR: ") + 6;
+        return resultado.resumen.substr(desde, resultado.resumen.find('\n') - desde);
+    }
+
+    informe::CResultado resultado;
+    std::string pagina;
+};

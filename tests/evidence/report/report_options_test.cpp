@@ -1,0 +1,52 @@
+#include "evidence/report/reading/report_options.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+using namespace informe;
+using testing::HasSubstr;
+
+TEST(ReportOptions, TakesLogsAndTheirOptions)
+{
+    std::string queja;
+    const std::vector<std::string> argumentos = {"--lista", "l.txt", "a.ERR", "--csv", "a.csv"};
+    const auto opciones = LeeOpciones(argumentos, queja);
+    ASSERT_TRUE(opciones) << queja;
+    EXPECT_EQ(opciones->registros, std::vector<CString>{"a.ERR"});
+    EXPECT_EQ(opciones->lista, CString("l.txt"));
+    EXPECT_EQ(opciones->csv, CString("a.csv"));
+    EXPECT_TRUE(opciones->html.IsEmpty());
+    const std::vector<std::string> con = {"--con", "a", "--con", "b", "a.ERR"};
+    EXPECT_EQ(LeeOpciones(con, queja)->con, (std::vector<CString>{"a", "b"}));
+    const std::vector<std::string> varios = {"a.ERR", "--", "--csv"};
+    EXPECT_EQ(LeeOpciones(varios, queja)->registros, (std::vector<CString>{"a.ERR", "--csv"}));
+    const std::vector<std::string> ayuda = {"a.ERR", "--help", "--nada"};
+    EXPECT_EQ(LeeOpciones(ayuda, queja)->pide, COpciones::Pide::Ayuda);
+    const std::vector<std::string> version = {"--version"};
+    EXPECT_EQ(LeeOpciones(version, queja)->pide, COpciones::Pide::Version);
+}
+
+TEST(ReportOptions, ComplainsOfALineThatItDoesNotUnderstand)
+{
+    const struct {
+        std::vector<std::string> argumentos;
+        const char* queja;
+    } casos[] = {
+        {{}, "falta el nombre"},
+        {{"--csv", "a.csv"}, "falta el nombre"},
+        {{"a.ERR", "--nada"}, "--nada"},
+        {{"a.ERR", "-x"}, "-x"},
+        {{"a.ERR", "--csv"}, "a --csv le falta"},
+        {{"a.ERR", "--csv", ""}, "a --csv le falta"},
+        {{"a.ERR", "--csv", "a", "--csv", "b"}, "dos veces"},
+        {{"a.ERR", "b.ERR", "--html", "p.html"}, "de uno solo"},
+        {{"a.ERR", "b.ERR", "--con", "f"}, "de uno solo"},
+        {{"a.ERR", "--con"}, "a --con le falta"},
+        {{"a.ERR", "--entrada", "e", "--lista", "l"}, "de la ida"},
+    };
+    for (const auto& caso : casos) {
+        std::string queja;
+        EXPECT_FALSE(LeeOpciones(caso.argumentos, queja)) << caso.queja;
+        EXPECT_THAT(queja, HasSubstr(caso.queja));
+    }
+}

@@ -1,0 +1,291 @@
+#include <chrono>
+#include <filesystem>
+
+#include "generator/synthetic_municipality.h"
+#include "tests/evidence/report/report_fixture.h"
+#include "tests/vexa_to_catastro/run_fixture.h"
+
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+
+namespace {
+
+constexpr std::int16_t kParcela = 1;
+
+/// Parcels 7, in two outlines of 100 and 64 square metres, and 8, with a subparcel outside of it.
+void DibujaDos(CDibujoPrueba& dibujo)
+{
+    const int uno = dibujo.Cuadrado(0, 0, 10);
+    const int otro = dibujo.Cuadrado(2000, 0, 8);
+    const int tercero = dibujo.Cuadrado(4000, 0, 10);
+    dibujo.par = {{kParcela, 100, dibujo.Parcela("7", 500, 500), {uno}},
+                  {kParcela, 64, dibujo.Parcela("7", 2400, 400), {otro}},
+                  {kParcela, 100, dibujo.Parcela("8", 4500, 500), {tercero}},
+                  {kParcela, 25, 0, {dibujo.Cuadrado(6000, 0, 5)}, {6100, 100}}};
+    dibujo.sub = {{kParcela, 100, dibujo.Subparcela("7-a", 600, 600), {uno}},
+                  {kParcela, 64, dibujo.Subparcela("7-a", 2500, 500), {otro}},
+                  {kParcela, 100, dibujo.Subparcela("8-a", 9000, 9000), {tercero}}};
+    dibujo.Graba();
+}
+
+} // namespace
+
+class InformeDeVuelta : public Cruce {
+protected:
+    void DosParcelas()
+    {
+        Parcela("7", "164");
+        Parcela("8", "100");
+        Subparcela("7", "a", "164");
+        Subparcela("8", "a", "100");
+        CDibujoPrueba dibujo(carpeta);
+        DibujaDos(dibujo);
+    }
+    CInformePrueba Informa(const informe::COpciones& opciones = {}) const
+    {
+        return CInformePrueba(carpeta, "045127.ERR", opciones);
+    }
+};
+
+TEST_F(InformeDeVuelta, AccountsForEveryRowWhateverTheOptions)
+{
+    const struct {
+        int modificar, noEnGrafico, noEnBD;
+    } opciones[] = {{0, 0, 0}, {0, 1, 1}, {0, 1, 0}, {1, 0, 1}, {1, 1, 1}};
+    for (const auto& [modificar, noEnGrafico, noEnBD] : opciones) {
+        SCOPED_TRACE(testing::Message() << modificar << noEnGrafico << noEnBD);
+        for (auto& [tabla, filas] : tablas)
+            if (tabla != "Titulares" && tabla != "Parajes")
+                filas.clear();
+        DosParcelas();
+        Parcela("9", "10"); // isn't drawn
+        Parcela("7", "1");  // once more
+        tablas["Parcelas"].push_back(Fila({"045", "127", "0", "1", "11", "5"}));
+        tablas["Parcelas"].push_back(
+            Fila({"045", "127", "0", "0", "1", "5", "", "", "1", "PR", "1"}));
+        Subparcela("9", "a", "10");
+        Subparcela("7", "z", "10"); // isn't drawn
+        Subparcela("77", "a", "1");
+        Subparcela("7", "", "1");
+        tablas["Cotitulares"] = {Fila({"045", "127", "0", "1", "7", "2", "PR", "50"}),
+                                 Fila({"045", "127", "0", "1", "7", "2", "PR", "20"}),
+                                 Fila({"045", "127", "0", "1", "7", "9", "PR", "50"}),
+                                 Fila({"045", "127", "0", "1", "99", "2", "PR", "50"}),
+                                 Fila({"045", "127", "0", "1", "8", "2", "", ""}),
+                                 Fila({"045", "999", "0", "1", "8", "2", "PR", "1"})};
+        Ejecuta(modificar, noEnGrafico, noEnBD);
+        const CInformePrueba informe = Informa();
+        EXPECT_THAT(informe.Cuenta(), EndsWith(", 0 sin explicar"));
+        EXPECT_FALSE(informe.Dice("✕ sin explicar")) << informe.Partida("Subparcelas");
+        EXPECT_THAT(informe.Partida("Cotitulares"),
+                    HasSubstr("|6|Sale|cotitulares en registros CT|1|de otro municipio|1|sin Titul "
+                              "o partici, sin mensaje|1|sin su parcela (E104)|1|sin su titular "
+                              "(E105)|1|sumadas a la parte del mismo titular|1|suma|6|"));
+    }
+}
+
+TEST_F(InformeDeVuelta, TellsWhatWasDroppedWithoutAWord)
+{
+    DosParcelas();
+    tablas["Parcelas"].push_back(Fila({"045", "127", "0", "1", "11", "5"}));
+    tablas["Titulares"].push_back(Fila({"045", "127", "3", "EVA", " ", ""}));
+    Ejecuta();
+    const CInformePrueba informe = Informa();
+    EXPECT_THAT(informe.Partida("Parcelas"),
+                HasSubstr("sin zona, polígono, parcela, numImputa, Tit o partici, sin mensaje|1|"));
+    EXPECT_THAT(informe.Partida("Titulares"),
+                HasSubstr("sin número, nombre o DNI, sin mensaje|1|"));
+    EXPECT_TRUE(informe.Dice("<tr class=\"callado\">"));
+}
+
+TEST_F(InformeDeVuelta, ShowsARecordThatWasTakenOutOrPutIn)
+{
+    const struct {
+        const char* tipo;
+        const char* partida;
+        const char* dice;
+    } casos[] = {
+        {"PR", "Parcelas", "✕ sin explicar: 1: falta 1-7"},
+        {"SP", "Subparcelas", "✕ sin explicar: 1: falta 1-7 a"},
+        {"TL", "Titulares", "✕ sin explicar: 1: falta ANA, 11111111"},
+        {"PJ", "Parajes", "✕ sin explicar: 1: falta LA ERA"},
+    };
+    DosParcelas();
+    Ejecuta(0, 1);
+    const std::string entero = carpeta.Lee("045127.R");
+    for (const auto& caso : casos) {
+        const std::size_t tipo = entero.find("000" + std::string(caso.tipo));
+        const std::size_t desde = entero.rfind('\n', tipo) + 1; // 0 for none
+        std::string sin = entero;
+        const std::string linea = sin.substr(desde, sin.find('\n', desde) + 1 - desde);
+        carpeta.Pon("045127.R", sin.erase(desde, linea.size()));
+        EXPECT_THAT(Informa().Partida(caso.partida), HasSubstr(caso.dice));
+        carpeta.Pon("045127.R", entero + linea);
+        EXPECT_THAT(Informa().Partida(caso.partida), HasSubstr("sobra")) << caso.tipo;
+    }
+    carpeta.Pon("045127.R", entero);
+    EXPECT_THAT(Informa().Cuenta(), EndsWith(", 0 sin explicar"));
+}
+
+TEST_F(InformeDeVuelta, HoldsTheDrawnSurfaceAgainstTheWrittenOne)
+{
+    DosParcelas();
+    Ejecuta();
+    CInformePrueba informe = Informa();
+    EXPECT_TRUE(informe.Dice("<b>100 m² no cuentan</b>"));
+    EXPECT_TRUE(informe.Dice("en 2 recintos: toma la del último"));
+    EXPECT_TRUE(informe.Dice("<td>recinto de parcela sin nombre</td>"));
+    std::string r = carpeta.Lee("045127.R");
+    r.replace(r.find("000000064", r.find("127000PR")), 9, "000000063");
+    carpeta.Pon("045127.R", r);
+    informe = Informa();
+    EXPECT_TRUE(informe.Dice("<b>✕ sin explicar</b>"));
+    EXPECT_THAT(informe.Cuenta(), EndsWith(", 1 sin explicar"));
+}
+
+TEST_F(InformeDeVuelta, MapsWhereEachMessageLies)
+{
+    DosParcelas();
+    Ejecuta();
+    const CInformePrueba informe = Informa();
+    const auto mensajes = Mensajes();
+    ASSERT_THAT(mensajes.at(0), HasSubstr("E109"));
+    EXPECT_TRUE(informe.Dice("<path id=\"s1\" class=\"cruz\"")) << "the place of line 1";
+    EXPECT_TRUE(informe.Dice("<tr id=\"m1\" class=\"err\">"));
+    EXPECT_TRUE(informe.Dice("<a href=\"#s1\">mapa</a>"));
+    EXPECT_TRUE(informe.Dice("id=\"p1-8\" class=\"err\""));
+    EXPECT_TRUE(informe.Dice("<title>Parcela 1-8: E113, E112</title>"));
+    EXPECT_TRUE(informe.Dice("class=\"ok pieza\""));
+    EXPECT_TRUE(informe.Dice("<path class=\"sin\""));
+    EXPECT_TRUE(informe.Dice("<b>Parcela 1-8: una subparcela está fuera de ella</b>"));
+    EXPECT_TRUE(informe.Dice("3 mensajes: ")) << "E109, E113 and E112 are one matter";
+}
+
+TEST_F(InformeDeVuelta, ColoursAParcelThatHasWarningsAloneAsSuch)
+{
+    Parcela("7", "100");
+    Subparcela("7", "a", "97");
+    CDibujoPrueba dibujo(carpeta);
+    const int contorno = dibujo.Cuadrado(0, 0, 10);
+    dibujo.par = {{kParcela, 100, dibujo.Parcela("7", 500, 500), {contorno}}};
+    dibujo.sub = {{kParcela, 97, dibujo.Subparcela("7-a", 600, 600), {contorno}}};
+    dibujo.Graba();
+    Ejecuta();
+    ASSERT_THAT(Mensajes(), testing::ElementsAre(HasSubstr("W304")));
+    EXPECT_TRUE(Informa().Dice("id=\"p1-7\" class=\"avi\""));
+}
+
+TEST_F(InformeDeVuelta, WritesFeaturesAndASheet)
+{
+    DosParcelas();
+    Ejecuta();
+    informe::COpciones opciones;
+    opciones.geojson = carpeta.En("m.geojson");
+    opciones.csv = carpeta.En("m.csv");
+    const CInformePrueba informe = Informa(opciones);
+    ASSERT_THAT(informe.resultado.quejas, IsEmpty());
+    const std::string rasgos = carpeta.Lee("m.geojson");
+    EXPECT_THAT(rasgos, HasSubstr(R"("coordinates":[[[0.00,0.00],[10.00,0.00],[10.00,10.00],)"
+                                  R"([0.00,10.00],[0.00,0.00]]]},"properties":{"clase":"parcela",)"
+                                  R"("poligono":1,"parcela":7,)"));
+    EXPECT_THAT(rasgos, HasSubstr(R"({"type":"Point","coordinates":[90.00,90.00]})"));
+    EXPECT_THAT(rasgos, HasSubstr(R"("mensajes":["E109"])"));
+    EXPECT_THAT(rasgos, Not(HasSubstr("crs")));
+    const auto hoja = carpeta.Lineas("m.csv");
+    EXPECT_EQ(hoja.size(), Mensajes().size() + 1);
+    EXPECT_THAT(hoja.at(0), HasSubstr("línea;código;clase;"));
+    EXPECT_THAT(hoja.at(1), HasSubstr("1;E109;error;;;a;;;;;90,00;90,00;E109: "));
+    EXPECT_TRUE(carpeta.Lee("m.csv").starts_with("\xEF\xBB\xBF"));
+}
+
+TEST_F(InformeDeVuelta, FallsOnNoDrawingThatItReadsByWhateverName)
+{
+    DosParcelas();
+    Ejecuta();
+    std::filesystem::rename(carpeta.Ruta() / "1.PAR", carpeta.Ruta() / "1.par");
+    carpeta.Pon("ortos.BIN", "x");
+    carpeta.Pon("ortos.TOP", "x");
+    for (const char* nombre : {"1.par", "1.BIN", "ortos.TOP", "ortos.BIN"}) {
+        const std::string antes = carpeta.Lee(nombre);
+        informe::COpciones opciones;
+        opciones.geojson = carpeta.En(nombre);
+        EXPECT_THAT(Informa(opciones).resultado.quejas,
+                    testing::Contains(HasSubstr("no se escribe")))
+            << nombre;
+        EXPECT_EQ(carpeta.Lee(nombre), antes);
+    }
+}
+
+TEST_F(InformeDeVuelta, MakesOneMatterOfAPolygonWithoutItsFiles)
+{
+    const struct {
+        const char* falta;
+        const char* titulo;
+    } casos[] = {{"1.BIN", "<b>Polígono 1: falta su .BIN</b>"},
+                 {"1.PAR", "<b>Polígono 1: falta su .PAR</b>"},
+                 {"1.SUB", "<b>Polígono 1: falta su .SUB</b>"}};
+    for (const auto& caso : casos) {
+        for (const char* tabla : {"Parcelas", "Subparcelas"})
+            tablas[tabla].clear();
+        DosParcelas();
+        std::filesystem::remove(carpeta.Ruta() / caso.falta);
+        Ejecuta();
+        const CInformePrueba informe = Informa();
+        EXPECT_TRUE(informe.Dice(caso.titulo));
+        EXPECT_THAT(informe.Cuenta(), HasSubstr(", 1 asunto, 0 sin explicar")) << caso.falta;
+        carpeta.Pon(caso.falta, ""); // else the next drawing couldn't be told from it
+    }
+}
+
+TEST_F(InformeDeVuelta, TellsARunThatWasStopped)
+{
+    DosParcelas();
+    Ejecuta();
+    std::filesystem::remove(carpeta.Ruta() / "045127.M");
+    const auto ayer = std::filesystem::file_time_type::clock::now() - std::chrono::hours(24);
+    std::filesystem::last_write_time(carpeta.Ruta() / "045127.R", ayer);
+    CInformePrueba informe = Informa();
+    EXPECT_TRUE(informe.Dice("El proceso se detuvo"));
+    EXPECT_THAT(informe.Partida("Parcelas"), HasSubstr("no llegó a escribirlo"));
+    EXPECT_TRUE(informe.Dice("no hay con qué compararla"));
+    std::filesystem::remove(carpeta.Ruta() / "045127.R");
+    informe = Informa();
+    EXPECT_TRUE(informe.Dice("El proceso se detuvo"));
+    EXPECT_THAT(informe.Partida("Parcelas"), HasSubstr("no está el fichero R"));
+}
+
+TEST_F(InformeDeVuelta, FindsTheListByWhatItSays)
+{
+    DosParcelas();
+    Ejecuta();
+    carpeta.Pon("a_otra.txt", "TREN 045128\r\nP1\r\n");
+    EXPECT_THAT(Informa().Cuenta(), testing::StartsWith("vuelta, "));
+    std::filesystem::rename(carpeta.Ruta() / "lista.txt", carpeta.Ruta() / "lista.R");
+    EXPECT_TRUE(Informa().Dice("Proceso sin identificar"));
+    informe::COpciones opciones;
+    opciones.lista = carpeta.En("lista.R");
+    EXPECT_THAT(Informa(opciones).Cuenta(), testing::StartsWith("vuelta, "));
+}
+
+TEST_F(InformeDeVuelta, GoesOverMadeDrawingsWithAndWithoutFaults)
+{
+    for (const bool faltas : {false, true}) {
+        auto municipio = sintetico::Genera({400, 4, 0}, 7);
+        if (faltas)
+            sintetico::DesacuerdaDibujos(municipio);
+        ASSERT_TRUE(sintetico::GrabaDibujos(carpeta.En(""), municipio));
+        tablas["Parcelas"].clear();
+        for (const auto& parcela : municipio.parcelas)
+            tablas["Parcelas"].push_back(
+                Fila({"045", "127", "0", std::to_string(parcela.datos.Polig),
+                      std::to_string(parcela.datos.Parcela), "1", "", "", "1", "PR", "100", "", "",
+                      "", "1", std::string(1, parcela.datos.claveConc)}));
+        lista = carpeta.Lee("poligonos.txt");
+        Ejecuta();
+        const CInformePrueba informe = Informa();
+        EXPECT_THAT(informe.Cuenta(), EndsWith(", 0 sin explicar"));
+        EXPECT_TRUE(informe.Dice("aria-label=\"Mapa del polígono 4\""));
+    }
+}

@@ -1,0 +1,209 @@
+#include <chrono>
+#include <filesystem>
+
+#include "generator/synthetic_municipality.h"
+#include "tests/catastro_to_vexa/run_fixture.h"
+#include "tests/evidence/report/report_fixture.h"
+
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+namespace {
+
+std::string DosParcelas()
+{
+    return Paraje("00001", "LA ERA") + Titular("0000001", "00100", "ANA", "11111111") +
+           Parcela("00001", "0000001", "00001") + Suelo("00001", "   a", "00100") +
+           Parcela("00002", "0000001", "00001") + Suelo("00002", "   a", "00100");
+}
+
+/// Takes the last row off a table.
+void QuitaFila(const CCarpetaPrueba& carpeta, const char* tabla)
+{
+    std::string texto = carpeta.Lee(tabla);
+    texto.resize(texto.rfind('\n', texto.size() - 2) + 1);
+    carpeta.Pon(tabla, texto);
+}
+
+} // namespace
+
+TEST_F(Traduccion, ReportAccountsForEveryLineOfAnyInput)
+{
+    for (const bool lista : {false, true})
+        for (const bool faltas : {false, true})
+            for (const int semilla : {1, 2, 3}) {
+                SCOPED_TRACE(testing::Message() << lista << faltas << semilla);
+                const auto municipio =
+                    sintetico::Genera({300, 0, 0}, static_cast<std::uint64_t>(semilla));
+                std::string texto;
+                for (const auto& linea : sintetico::LineasDeEntrada(municipio, lista, faltas))
+                    texto += linea + "\r\n";
+                Ejecuta(texto, lista ? 1 : 0);
+                const CInformePrueba informe(carpeta, "entrada.ERR");
+                EXPECT_THAT(informe.Cuenta(), EndsWith(", 0 sin explicar"));
+                EXPECT_THAT(informe.resultado.quejas, IsEmpty());
+                EXPECT_FALSE(informe.Dice("✕"));
+            }
+}
+
+TEST_F(Traduccion, ReportTellsOfEachKindWhereItWent)
+{
+    const std::string muyLarga = "PJ045127   00002LA VEGA" + std::string(400, ' ') + "\r\n";
+    Ejecuta(DosParcelas() + Paraje("00007", "LA ERA") + Parcela("00003", "0000001", "00099") +
+            Suelo("00003", "   a", "00100") + Parcela("00001", "0000001", "00001") +
+            Titular("0000005", "00100", "ANA", "11111111") + "CT045127\r\n\r\nXX\r\n" + muyLarga +
+            Titular("0000001", "00050", "LUIS", "22222222"));
+    const CInformePrueba informe(carpeta, "entrada.ERR");
+    EXPECT_THAT(informe.Partida("Líneas de la entrada"), HasSubstr("|de tipo «CT», sin efecto|1|"));
+    EXPECT_THAT(informe.Partida("Líneas de la entrada"),
+                HasSubstr("|final de una línea demasiado larga, sin efecto|2|"));
+    EXPECT_THAT(informe.Partida("Líneas de la entrada"), HasSubstr("|vacías|1|"));
+    EXPECT_THAT(informe.Partida("Titulares"),
+                HasSubstr("|líneas TL|3|Sale|filas de Titulares.txt|2|unidas a otra de igual "
+                          "nombre y DNI|1|suma|3|"));
+    EXPECT_THAT(informe.Partida("Parcelas"),
+                HasSubstr("|líneas PR|4|Sale|filas de Parcelas.txt|2|sin su paraje (E102)|1|ya "
+                          "estaban (E206)|1|suma|4|✓ Cuadra"));
+    EXPECT_THAT(informe.Partida("Subparcelas"), HasSubstr("|sin su parcela (E103)|1|"));
+    EXPECT_THAT(informe.Partida("Parajes"), HasSubstr("sin mensaje|1|"));
+    EXPECT_THAT(informe.Partida("Titularidades"),
+                HasSubstr("|8|Sale|titulares principales, en Parcelas.txt|2|filas de "
+                          "Cotitulares.txt|2|ya era titular (E212)|2|de parcelas "
+                          "descartadas|2|suma|8|✓"));
+}
+
+TEST_F(Traduccion, ReportShowsWhatWasTakenOutOfAnOutput)
+{
+    const struct {
+        const char* fichero;
+        const char* partida;
+        const char* dice;
+    } casos[] = {
+        {"Parcelas.txt", "Parcelas", "✕ sin explicar: 1: falta 1-2"},
+        {"Parcelas.txt", "Titularidades", "✕ sin explicar: 1: falta 1-2"},
+        {"Subparcelas.txt", "Subparcelas", "✕ sin explicar: 1: falta 1-2 a"},
+        {"Titulares.txt", "Titulares", "✕ sin explicar: 1: falta ANA, 11111111"},
+        {"Parajes.txt", "Parajes", "✕ sin explicar: 1: falta LA ERA"},
+    };
+    for (const auto& caso : casos) {
+        Ejecuta(DosParcelas());
+        QuitaFila(carpeta, caso.fichero);
+        const CInformePrueba informe(carpeta, "entrada.ERR");
+        EXPECT_THAT(informe.Partida(caso.partida), HasSubstr(caso.dice));
+        EXPECT_THAT(informe.Cuenta(), testing::Not(HasSubstr(" 0 sin explicar")));
+    }
+    Ejecuta(DosParcelas() + Suelo("00003", "   a", "00100"));
+    carpeta.Pon("entrada.ERR", "");
+    EXPECT_THAT(CInformePrueba(carpeta, "entrada.ERR").Partida("Subparcelas"),
+                HasSubstr("✕ sin explicar: 1"))
+        << "a message taken out of the log";
+}
+
+TEST_F(Traduccion, ReportTellsAnInputThatWasReadAsTheOtherKind)
+{
+    Ejecuta(DosParcelas(), 1);
+    const CInformePrueba informe(carpeta, "entrada.ERR");
+    EXPECT_TRUE(informe.Dice("¿Se leyó la entrada como si fuera de la otra clase"));
+    EXPECT_THAT(informe.Partida("Parcelas"), HasSubstr("✕ sin explicar: 2"));
+}
+
+TEST_F(Traduccion, ReportGathersWhatHasOneCause)
+{
+    Ejecuta(DosParcelas() + Parcela("00003", "0000001", "00099") + Suelo("00003", "   a", "00100") +
+            Suelo("00003", "   b", "00100") + Titular("0000001", "00050", "LUIS", "11111111") +
+            Parcela("00004", "0000009", "00001"));
+    const CInformePrueba informe(carpeta, "entrada.ERR");
+    EXPECT_THAT(informe.Cuenta(), HasSubstr("3 asuntos"));
+    EXPECT_TRUE(informe.Dice("<b>El paraje 99 no existe</b><br>3 mensajes: "));
+    EXPECT_TRUE(informe.Dice("<b>Titular 11111111</b><br>2 mensajes: "))
+        << "E205 tells the DNI, E214 the name";
+    EXPECT_TRUE(informe.Dice("<b>Parcela 1-4: sin subparcelas</b>"));
+}
+
+TEST_F(Traduccion, ReportShowsNamesAsNames)
+{
+    Ejecuta(DosParcelas() + Titular("0000002", "00100", "<script>alert(1)</script>", "22222222") +
+            Titular("0000003", "00100", "<script>alert(1)</script>", "33333333"));
+    const CInformePrueba informe(carpeta, "entrada.ERR");
+    EXPECT_TRUE(informe.Dice("para &lt;script&gt;alert(1)&lt;/script&gt;"));
+    EXPECT_FALSE(informe.Dice("<script>alert"));
+}
+
+TEST_F(Traduccion, ReportSaysThatTheRunWasStopped)
+{
+    Ejecuta(DosParcelas());
+    const auto ayer = std::filesystem::file_time_type::clock::now() - std::chrono::hours(24);
+    for (const auto& fichero : std::filesystem::directory_iterator(carpeta.Ruta()))
+        if (fichero.path().extension() == ".txt")
+            std::filesystem::last_write_time(fichero.path(), ayer);
+    const CInformePrueba informe(carpeta, "entrada.ERR");
+    EXPECT_TRUE(informe.Dice("El proceso se detuvo"));
+    EXPECT_TRUE(informe.Dice("más viejo que el registro"));
+    EXPECT_THAT(informe.Partida("Parcelas"), HasSubstr("No se puede comprobar"));
+    EXPECT_THAT(informe.resultado.resumen, HasSubstr("se detuvo"));
+}
+
+TEST_F(Traduccion, ReportDoesWithoutWhatIsMissing)
+{
+    Ejecuta(DosParcelas());
+    std::filesystem::remove(carpeta.Ruta() / "Parajes.txt");
+    const CInformePrueba sinTabla(carpeta, "entrada.ERR");
+    EXPECT_THAT(sinTabla.Partida("Parajes"),
+                HasSubstr("No se puede comprobar: no está Parajes.txt"));
+    EXPECT_THAT(sinTabla.Partida("Parcelas"), HasSubstr("✓"));
+    for (const char* tabla :
+         {"Modulos.txt", "Titulares.txt", "Parcelas.txt", "Subparcelas.txt", "Cotitulares.txt"})
+        std::filesystem::remove(carpeta.Ruta() / tabla);
+    const CInformePrueba sinTablas(carpeta, "entrada.ERR");
+    EXPECT_TRUE(sinTablas.Dice("No se halló ninguna tabla"));
+    EXPECT_FALSE(sinTablas.Dice("se detuvo"));
+    std::filesystem::remove(carpeta.Ruta() / "entrada.txt");
+    const CInformePrueba sinEntrada(carpeta, "entrada.ERR");
+    EXPECT_TRUE(sinEntrada.Dice("no se halló ni su entrada ni su lista"));
+    EXPECT_THAT(sinEntrada.resultado.quejas, IsEmpty());
+}
+
+TEST_F(Traduccion, ReportSeesWhatTheFilesOfTheRunAre)
+{
+    Ejecuta(DosParcelas());
+    informe::COpciones opciones;
+    std::filesystem::create_directory(carpeta.Ruta() / "otra");
+    for (const char* tabla :
+         {"Modulos", "Titulares", "Parcelas", "Subparcelas", "Parajes", "Cotitulares", "entrada"}) {
+        const std::string antes = std::string(tabla) + ".txt";
+        const std::string ahora =
+            std::string("otra/") + (antes == "entrada.txt" ? "entrada.cat" : antes + "2");
+        std::filesystem::rename(carpeta.Ruta() / antes, carpeta.Ruta() / ahora);
+        opciones.con.push_back(carpeta.En(ahora));
+    }
+    opciones.con.push_back(carpeta.En("entrada.ERR"));
+    const CInformePrueba informe(carpeta, "entrada.ERR", opciones);
+    EXPECT_THAT(informe.resultado.quejas, IsEmpty());
+    EXPECT_THAT(informe.Cuenta(), testing::StartsWith("ida, "));
+    EXPECT_THAT(informe.Partida("Parcelas"), HasSubstr("|2|Sale|filas de Parcelas.txt|2|"));
+    EXPECT_FALSE(informe.Dice("No se puede comprobar"));
+}
+
+TEST_F(Traduccion, ReportComplainsOfWhatTheLineNamesInVain)
+{
+    Ejecuta(DosParcelas());
+    informe::COpciones opciones;
+    opciones.entrada = carpeta.En("no_hay.txt");
+    EXPECT_THAT(CInformePrueba(carpeta, "entrada.ERR", opciones).resultado.quejas,
+                testing::ElementsAre(HasSubstr("no_hay.txt no existe")));
+    EXPECT_THAT(CInformePrueba(carpeta, "no_hay.ERR").resultado.quejas,
+                testing::ElementsAre(HasSubstr("no_hay.ERR")));
+    for (auto opcion :
+         {&informe::COpciones::csv, &informe::COpciones::geojson, &informe::COpciones::html}) {
+        const std::string antes = carpeta.Lee("entrada.txt");
+        opciones = {};
+        opciones.*opcion = carpeta.En("entrada.txt");
+        EXPECT_THAT(CInformePrueba(carpeta, "entrada.ERR", opciones).resultado.quejas,
+                    testing::ElementsAre(HasSubstr("no se escribe")));
+        EXPECT_EQ(carpeta.Lee("entrada.txt"), antes);
+        opciones.*opcion = carpeta.En("no_hay/f");
+        EXPECT_THAT(CInformePrueba(carpeta, "entrada.ERR", opciones).resultado.quejas,
+                    testing::ElementsAre(HasSubstr("no_hay")));
+    }
+}

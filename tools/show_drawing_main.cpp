@@ -1,6 +1,0 @@
-#include "tools/show_drawing.h"
-
-int main(int argc, char* argv[])
-{
-    return EnseñaDibujo(argc, argv);
-}
