@@ -2,8 +2,6 @@
 
 #include <utility>
 
-#include "cadastre/sorting.h"
-
 namespace {
 
 int Codigo(const CMunicipio& municipio)
@@ -71,69 +69,4 @@ int CBaseCatastro::AsignaNumOrden(CStdioFile& log)
     for (CMunicipio& municipio : m_municipios)
         asignados += municipio.AsignaNumOrden(log, mayor);
     return asignados;
-}
-
-void CBaseCatastro::OrdenaMunicipios()
-{
-    OrdenaPor(m_municipios, [](const CMunicipio& municipio) {
-        return std::pair(municipio.Mun, municipio.EMenor);
-    });
-    m_porCodigo.Olvida();
-}
-
-void CBaseCatastro::EnCadaMunicipio(void (CMunicipio::*ordena)())
-{
-    for (CMunicipio& municipio : m_municipios)
-        (municipio.*ordena)();
-}
-
-void CBaseCatastro::OrdenaTitulares()
-{
-    EnCadaMunicipio(&CMunicipio::OrdenaTitulares);
-}
-
-void CBaseCatastro::OrdenaParajes()
-{
-    EnCadaMunicipio(&CMunicipio::OrdenaParajes);
-}
-
-void CBaseCatastro::OrdenaParcelas()
-{
-    EnCadaMunicipio(&CMunicipio::OrdenaParcelas);
-}
-
-void CBaseCatastro::OrdenaSubparcelas()
-{
-    EnCadaMunicipio(&CMunicipio::OrdenaSubparcelas);
-}
-
-void CBaseCatastro::OrdenaModulos()
-{
-    EnCadaMunicipio(&CMunicipio::OrdenaModulos);
-}
-
-void CBaseCatastro::OrdenaCotitulares()
-{
-    EnCadaMunicipio(&CMunicipio::OrdenaCotitulares);
-}
-
-void CBaseCatastro::Ordena()
-{
-    OrdenaMunicipios();
-    OrdenaTitulares();
-    OrdenaParajes();
-    OrdenaParcelas();
-    OrdenaSubparcelas();
-    OrdenaModulos();
-    OrdenaCotitulares();
-}
-
-int RegistraTitular(const CAvisos& avisos, CMunicipio& municipio, CTitular titular)
-{
-    const int codigo = municipio.BuscaTitular(titular);
-    if (codigo == kMismoDNIOtroNombre)
-        Avisa(avisos, kMismoDNI, titular.DNI);
-    else if (codigo == kMismoNombreOtroDNI)
-        Avisa(avisos, kMismoNombre, titular.Nombre);
-    return municipio.InsertaTitular(std::move(titular), codigo);
 }

@@ -10,5 +10,5 @@ void CTablaHash::Crece()
     const auto ninguna = [](int) { return false; }; // the keys that were in differ from one another
     for (const CSitio& sitio : antes)
         if (sitio.posicion >= 0)
-            m_sitios[Sitio(sitio.resumen, ninguna)] = sitio;
+            m_sitios[Sitio(sitio.hash, ninguna)] = sitio;
 }

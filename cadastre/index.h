@@ -16,15 +16,15 @@ inline std::uint32_t Mezcla(std::uint64_t valor)
     valor = (valor ^ (valor >> 32U)) * 0x9E3779B97F4A7C15U;
     return static_cast<std::uint32_t>(valor >> 32U);
 }
-inline std::uint32_t Resumen(std::string_view texto)
+inline std::uint32_t HashDe(std::string_view texto)
 {
     return Mezcla(std::hash<std::string_view>()(texto));
 }
-inline std::uint32_t Resumen(int numero)
+inline std::uint32_t HashDe(int numero)
 {
     return Mezcla(static_cast<std::uint32_t>(numero));
 }
-inline std::uint32_t Resumen(std::uint32_t una, std::uint32_t otra)
+inline std::uint32_t HashDe(std::uint32_t una, std::uint32_t otra)
 {
     return Mezcla((std::uint64_t{una} << 32U) | otra);
 }
@@ -36,39 +36,39 @@ class CTablaHash {
 public:
     /// Position stored for the key, kNoEncontrado if there is none.
     template <class Igual>
-    int Busca(std::uint32_t resumen, Igual igual) const
+    int Busca(std::uint32_t hash, Igual igual) const
     {
         if (m_sitios.empty())
             return kNoEncontrado;
-        const CSitio& sitio = m_sitios[Sitio(resumen, igual)];
+        const CSitio& sitio = m_sitios[Sitio(hash, igual)];
         return sitio.posicion >= 0 ? sitio.posicion : kNoEncontrado;
     }
 
     /// Makes `posicion` stand for the key, in the place of another one if there was one.
     template <class Igual>
-    void Pon(std::uint32_t resumen, int posicion, Igual igual)
+    void Pon(std::uint32_t hash, int posicion, Igual igual)
     {
         if ((m_usados + 1) * 4 > m_sitios.size() * 3)
             Crece();
-        CSitio& sitio = m_sitios[Sitio(resumen, igual)];
+        CSitio& sitio = m_sitios[Sitio(hash, igual)];
         if (sitio.posicion < 0)
             ++m_usados;
-        sitio = {resumen, posicion};
+        sitio = {hash, posicion};
     }
 
 private:
     struct CSitio {
-        std::uint32_t resumen = 0;
+        std::uint32_t hash = 0;
         int posicion = -1;
     };
 
     template <class Igual>
-    std::size_t Sitio(std::uint32_t resumen, Igual igual) const
+    std::size_t Sitio(std::uint32_t hash, Igual igual) const
     {
         const std::size_t mascara = m_sitios.size() - 1;
-        std::size_t i = resumen & mascara;
+        std::size_t i = hash & mascara;
         while (m_sitios[i].posicion >= 0 &&
-               !(m_sitios[i].resumen == resumen && igual(m_sitios[i].posicion)))
+               !(m_sitios[i].hash == hash && igual(m_sitios[i].posicion)))
             i = (i + 1) & mascara;
         return i;
     }
@@ -78,13 +78,17 @@ private:
     std::size_t m_usados = 0;
 };
 
-enum class Gana { Primero, Ultimo };
+/// Which elements with a key an index is asked for.
+enum class Gana {
+    Primero,
+    Ultimo,
+    Todos ///< the first one, and from each the next (`Siguiente`)
+};
 
-/// Look-up beside a plain array whose answer is that of a walk from index 0: the first element with
-/// the key, or the last one. Short arrays are walked. For a long one a table is made when it is
-/// first asked for; elements appended since then are taken in at the next question. Whoever
-/// reorders the array or changes keys must call `Olvida`. A copy starts without a table. Not for
-/// several threads at once.
+/// Look-up beside a plain array whose answer is that of a walk from index 0. Short arrays are
+/// walked. For a long one a table is made when it is first asked for; elements appended since then
+/// are taken in at the next question. Whoever reorders the array or changes keys must call
+/// `Olvida`. A copy starts without a table. Not for several threads at once.
 template <Gana G>
 class CIndice {
 public:
@@ -104,26 +108,30 @@ public:
     template <class T, class P, class K>
     int Busca(const std::vector<T>& elementos, P proyeccion, const K& valor) const
     {
-        const auto igual = [&](int i) {
-            return std::invoke(proyeccion, elementos[static_cast<std::size_t>(i)]) == valor;
-        };
-        const int cuantos = static_cast<int>(elementos.size());
-        if (cuantos > kPocos) {
-            PonAlDia(elementos, proyeccion);
-            return m_estado->tabla.Busca(Resumen(valor), igual);
-        }
-        int hallado = kNoEncontrado;
-        for (int i = 0; i < cuantos && (G == Gana::Ultimo || hallado < 0); ++i)
-            if (igual(i))
-                hallado = i;
-        return hallado;
+        if (elementos.size() <= kPocos)
+            return Recorre(elementos, proyeccion, valor, 0);
+        PonAlDia(elementos, proyeccion);
+        return m_estado->tabla.Busca(HashDe(valor), Con(elementos, proyeccion, valor));
+    }
+
+    /// The next element with the key of the one at `posicion`, else kNoEncontrado.
+    template <class T, class P>
+    int Siguiente(const std::vector<T>& elementos, P proyeccion, int posicion) const
+        requires(G == Gana::Todos)
+    {
+        if (elementos.size() <= kPocos)
+            return Recorre(elementos, proyeccion, Clave(elementos, proyeccion, posicion),
+                           posicion + 1);
+        PonAlDia(elementos, proyeccion);
+        return m_estado->cadena[static_cast<std::size_t>(posicion)].siguiente;
     }
 
     /// To be called when the element at a position got another key: the table takes that in and
     /// needn't be made anew. For an old key that nobody asks for any more, as other elements that
     /// have it would not be found.
     template <class T, class P>
-    void ClaveNueva(const std::vector<T>& elementos, P proyeccion, int posicion)
+    void ClaveNueva(const std::vector<T>& elementos, P proyeccion,
+                    int posicion) requires(G != Gana::Todos)
     {
         if (m_estado != nullptr && posicion < m_estado->hasta)
             Anota(elementos, proyeccion, posicion);
@@ -132,12 +140,45 @@ public:
     void Olvida() { m_estado.reset(); }
 
 private:
-    static constexpr int kPocos = 12;
+    static constexpr std::size_t kPocos = 12;
 
+    struct CEslabon {
+        int siguiente = kNoEncontrado;
+        int ultimo = kNoEncontrado; ///< at the first element of a key: the last one so far
+    };
     struct CEstado {
         CTablaHash tabla;
-        int hasta = 0; // elements that the table knows
+        int hasta = 0;                // elements that the table knows
+        std::vector<CEslabon> cadena; // of these, where all are asked for
     };
+
+    template <class T, class P>
+    static decltype(auto) Clave(const std::vector<T>& elementos, P proyeccion, int i)
+    {
+        return std::invoke(proyeccion, elementos[static_cast<std::size_t>(i)]);
+    }
+
+    /// Tells whether the element at a position has the key.
+    template <class T, class P, class K>
+    static auto Con(const std::vector<T>& elementos, P proyeccion, const K& valor)
+    {
+        return [&elementos, proyeccion, &valor](int i) {
+            return Clave(elementos, proyeccion, i) == valor;
+        };
+    }
+
+    template <class T, class P, class K>
+    static int Recorre(const std::vector<T>& elementos, P proyeccion, const K& valor, int desde)
+    {
+        int hallado = kNoEncontrado;
+        for (int i = desde; i < static_cast<int>(elementos.size()); ++i)
+            if (Clave(elementos, proyeccion, i) == valor) {
+                hallado = i;
+                if (G != Gana::Ultimo)
+                    break;
+            }
+        return hallado;
+    }
 
     template <class T, class P>
     void PonAlDia(const std::vector<T>& elementos, P proyeccion) const
@@ -151,105 +192,25 @@ private:
     template <class T, class P>
     void Anota(const std::vector<T>& elementos, P proyeccion, int posicion) const
     {
-        const auto& valor = std::invoke(proyeccion, elementos[static_cast<std::size_t>(posicion)]);
-        const auto igual = [&](int i) {
-            return std::invoke(proyeccion, elementos[static_cast<std::size_t>(i)]) == valor;
-        };
-        const std::uint32_t resumen = Resumen(valor);
-        const int antes = m_estado->tabla.Busca(resumen, igual);
-        if (antes < 0 || (G == Gana::Primero ? posicion < antes : posicion > antes))
-            m_estado->tabla.Pon(resumen, posicion, igual);
+        const auto& valor = Clave(elementos, proyeccion, posicion);
+        const auto igual = Con(elementos, proyeccion, valor);
+        const std::uint32_t hash = HashDe(valor);
+        const int antes = m_estado->tabla.Busca(hash, igual);
+        if (antes < 0 || (G == Gana::Ultimo ? posicion > antes : posicion < antes))
+            m_estado->tabla.Pon(hash, posicion, igual);
+        if constexpr (G == Gana::Todos)
+            Encadena(posicion, antes < 0 ? posicion : antes);
     }
 
-    mutable std::unique_ptr<CEstado> m_estado;
-};
-
-/// Look-up of all elements with a key, in the order of the array: the first one, and from each the
-/// next. Otherwise like CIndice.
-class CIndiceEncadenado {
-public:
-    CIndiceEncadenado() = default;
-    CIndiceEncadenado(const CIndiceEncadenado& /*otro*/) {}
-    CIndiceEncadenado(CIndiceEncadenado&&) noexcept = default;
-    CIndiceEncadenado& operator=(const CIndiceEncadenado& /*otro*/)
+    /// Hangs a new element behind the last one of its key.
+    void Encadena(int posicion, int primero) const
     {
-        Olvida();
-        return *this;
-    }
-    CIndiceEncadenado& operator=(CIndiceEncadenado&&) noexcept = default;
-    ~CIndiceEncadenado() = default;
-
-    /// The first element with the key, else kNoEncontrado.
-    template <class T, class K>
-    int Primero(const std::vector<T>& elementos, K T::*campo, const K& valor) const
-    {
-        if (elementos.size() <= kPocos)
-            return Recorre(elementos, campo, valor, 0);
-        PonAlDia(elementos, campo);
-        return m_estado->primeros.Busca(Resumen(valor),
-                                        [&](int i) { return En(elementos, i).*campo == valor; });
-    }
-
-    /// The next element with the key of the one at `posicion`, else kNoEncontrado.
-    template <class T, class K>
-    int Siguiente(const std::vector<T>& elementos, K T::*campo, int posicion) const
-    {
-        if (elementos.size() <= kPocos)
-            return Recorre(elementos, campo, En(elementos, posicion).*campo, posicion + 1);
-        PonAlDia(elementos, campo);
-        return m_estado->cadena[static_cast<std::size_t>(posicion)].siguiente;
-    }
-
-    void Olvida() { m_estado.reset(); }
-
-private:
-    static constexpr std::size_t kPocos = 12;
-
-    struct CEslabon {
-        int siguiente = kNoEncontrado;
-        int ultimo = kNoEncontrado; ///< at the first element of a key: the last one so far
-    };
-    struct CEstado {
-        CTablaHash primeros;
-        std::vector<CEslabon> cadena; // as far as the elements are known
-    };
-
-    template <class T>
-    static const T& En(const std::vector<T>& elementos, int i)
-    {
-        return elementos[static_cast<std::size_t>(i)];
-    }
-
-    template <class T, class K>
-    static int Recorre(const std::vector<T>& elementos, K T::*campo, const K& valor, int desde)
-    {
-        for (int i = desde; i < static_cast<int>(elementos.size()); ++i)
-            if (En(elementos, i).*campo == valor)
-                return i;
-        return kNoEncontrado;
-    }
-
-    template <class T, class K>
-    void PonAlDia(const std::vector<T>& elementos, K T::*campo) const
-    {
-        if (m_estado == nullptr)
-            m_estado = std::make_unique<CEstado>();
         std::vector<CEslabon>& cadena = m_estado->cadena;
-        while (cadena.size() < elementos.size()) {
-            const int nuevo = static_cast<int>(cadena.size());
-            const K& valor = En(elementos, nuevo).*campo;
-            const auto igual = [&](int i) { return En(elementos, i).*campo == valor; };
-            int primero = m_estado->primeros.Busca(Resumen(valor), igual);
-            cadena.emplace_back();
-            if (primero < 0) {
-                primero = nuevo;
-                m_estado->primeros.Pon(Resumen(valor), nuevo, igual);
-            } else {
-                const int ultimo = cadena[static_cast<std::size_t>(primero)].ultimo;
-                cadena[static_cast<std::size_t>(ultimo)].siguiente = nuevo;
-            }
-            cadena[static_cast<std::size_t>(primero)].ultimo = nuevo;
-        }
+        cadena.emplace_back();
+        int& ultimo = cadena[static_cast<std::size_t>(primero)].ultimo;
+        if (primero != posicion)
+            cadena[static_cast<std::size_t>(ultimo)].siguiente = posicion;
+        ultimo = posicion;
     }
 
     mutable std::unique_ptr<CEstado> m_estado;

@@ -1,8 +1,7 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
-#include <utility>
+#include <span>
 #include <vector>
 
 #include "cadastre/holder.h"
@@ -50,9 +49,7 @@ public:
     int BuscaTitular(const CTitular& titular) const;
     /// Index of the first holder with the number, else kNoEncontrado.
     int BuscaTitularNumOrden(int num) const;
-    /// The holder at a valid position. It may be changed until the next one is asked for: look-ups
-    /// then answer by its new name, DNI and number.
-    CTitular& DameTitular(int i);
+    /// The holder at a valid position.
     const CTitular& DameTitular(int i) const { return m_titulares[static_cast<std::size_t>(i)]; }
     /// Gives the holder at a valid position a back link to a parcel (see CTitular).
     int InsertaPropiedad(int titular, int parcela, int partici, const CString& Tit)
@@ -60,23 +57,6 @@ public:
         return m_titulares[static_cast<std::size_t>(titular)].InsertaPropiedad(parcela, partici,
                                                                                Tit);
     }
-    // These do to the parcel at a valid position what CParcela says. They change no key that
-    // look-ups go by, so they cost less than the way by `DameParcela`.
-    int InsertaCotitular(int parcela, int titular, int orden, int partici, const CString& Tit)
-    {
-        return Parcela(parcela).InsertaCotitular(titular, orden, partici, Tit);
-    }
-    int InsertaSubparcela(int parcela, CSubparcela subparcela, bool& repetida)
-    {
-        return Parcela(parcela).InsertaSubparcela(std::move(subparcela), repetida);
-    }
-    /// Makes room for so many further parcels, or for the first subparcels of a parcel.
-    void ReservaParcelas(std::size_t cuantas) { m_parcelas.reserve(m_parcelas.size() + cuantas); }
-    void ReservaSubparcelas(int parcela, std::size_t cuantas)
-    {
-        Parcela(parcela).ReservaSubparcelas(cuantas);
-    }
-    std::size_t NumParcelas() const { return m_parcelas.size(); }
     /// Index of the holder that `BuscaTitular` finds, which takes the new one's number if it has
     /// none. Else appends the new one, in spite of a conflict, with its number set to -1 if that is
     /// taken.
@@ -89,23 +69,22 @@ public:
     bool BuscaParcela(int polig, int parcela, int& i) const;
     /// The same by a parcel's own numbers: its index or kNoEncontrado.
     int BuscaParcela(const CParcela& parcela) const;
-    /// The parcel at a valid position. It may be changed until the next one is asked for: look-ups
-    /// then answer by its new numbers.
-    CParcela& DameParcela(int i);
+    /// The parcel at a valid position. It may be changed, but for its numbers, by which it is
+    /// known.
+    CParcela& DameParcela(int i) { return m_parcelas[static_cast<std::size_t>(i)]; }
     const CParcela& DameParcela(int i) const { return m_parcelas[static_cast<std::size_t>(i)]; }
     /// Index of the parcel with those numbers, the new one being dropped, or of the appended one;
     /// kParcelaInvalida if a number is below 1.
     int InsertaParcela(CParcela parcela);
 
-    // The arrays. Whoever takes the parcels for change makes the next look-up among them build its
-    // table anew.
+    /// Makes room for so many further parcels.
+    void ReservaParcelas(std::size_t cuantas) { m_parcelas.reserve(m_parcelas.size() + cuantas); }
+
     const std::vector<CParaje>& Parajes() const { return m_parajes; }
     const std::vector<CTitular>& Titulares() const { return m_titulares; }
-    std::vector<CParcela>& Parcelas()
-    {
-        OlvidaParcelas(); // their numbers may change
-        return m_parcelas;
-    }
+    /// The parcels, to be changed as `DameParcela` allows.
+    std::span<CParcela> Parcelas() { return m_parcelas; }
+    std::size_t NumParcelas() const { return m_parcelas.size(); }
     const std::vector<CParcela>& Parcelas() const { return m_parcelas; }
     const std::vector<CModulo>& Modulos() const { return m_modulos; }
 
@@ -127,18 +106,7 @@ public:
     short EMenor;
 
 private:
-    /// The record of an array that was handed out for change last, with the hash of the keys that
-    /// it had then.
-    struct CPrestado {
-        int posicion = -1;
-        std::uint32_t resumen = 0;
-    };
-    CParcela& Parcela(int i) { return m_parcelas[static_cast<std::size_t>(i)]; }
-    // Forget what look-ups know where the record handed out has other keys now.
-    void RevisaTitular() const;
-    void RevisaParcela() const;
-    void OlvidaTitulares() const;
-    void OlvidaParcelas() const;
+    void OlvidaTitulares();
 
     std::vector<CParaje> m_parajes;
     std::vector<CTitular> m_titulares;
@@ -147,13 +115,11 @@ private:
 
     CIndice<Gana::Primero> m_parajesPorNumero;
     CIndice<Gana::Primero> m_parajesPorNombre;
-    mutable CIndice<Gana::Primero> m_titularesPorNumero;
-    mutable CIndice<Gana::Primero> m_titularesPorPersona; // name and DNI
-    mutable CIndice<Gana::Ultimo> m_titularesPorNombre;
-    mutable CIndice<Gana::Ultimo> m_titularesPorDNI;
-    mutable CIndice<Gana::Primero> m_parcelasPorNumeros;
+    CIndice<Gana::Primero> m_titularesPorNumero;
+    CIndice<Gana::Primero> m_titularesPorPersona; // name and DNI
+    CIndice<Gana::Ultimo> m_titularesPorNombre;
+    CIndice<Gana::Ultimo> m_titularesPorDNI;
+    CIndice<Gana::Primero> m_parcelasPorNumeros;
     CIndice<Gana::Primero> m_modulosPorClave;
-    mutable CPrestado m_titularPrestado;
-    mutable CPrestado m_parcelaPrestada;
     mutable std::size_t m_primeroSinNumero = 0; // no holder before it has the number -1
 };

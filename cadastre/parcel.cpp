@@ -9,7 +9,6 @@
 #include "cadastre/column_reader.h"
 #include "cadastre/column_writer.h"
 #include "cadastre/parcel_columns.h"
-#include "cadastre/sorting.h"
 #include "cadastre/wrapping.h"
 
 namespace {
@@ -90,7 +89,7 @@ void CParcela::Graba(CStdioFile& fichero, short ger, short mun, short emenor,
 int CParcela::BuscaSubparcela(const CString& letra, int desde) const
 {
     if (desde <= 0)
-        return m_porLetra.Primero(m_subparcelas, &CSubparcela::letra, letra);
+        return m_porLetra.Busca(m_subparcelas, &CSubparcela::letra, letra);
     const auto anterior = static_cast<std::size_t>(desde) - 1;
     if (anterior < m_subparcelas.size() && m_subparcelas[anterior].letra == letra)
         return m_porLetra.Siguiente(m_subparcelas, &CSubparcela::letra, desde - 1);
@@ -105,13 +104,6 @@ int CParcela::InsertaSubparcela(CSubparcela subparcela, bool& repetida)
     repetida = BuscaSubparcela(subparcela.letra, 0) >= 0;
     m_subparcelas.push_back(std::move(subparcela));
     return static_cast<int>(m_subparcelas.size()) - 1;
-}
-
-void CParcela::OrdenaSubparcelas()
-{
-    OrdenaPor(m_subparcelas,
-              [](const CSubparcela& subparcela) { return std::string_view(subparcela.letra); });
-    m_porLetra.Olvida();
 }
 
 void CParcela::CompletaSuperficies()

@@ -37,6 +37,7 @@ public:
     /// \return false only for a row without `Zona`, `Polig` or `Parcela`: `Superficie` is 0 then,
     ///         all other fields are as they were
     bool Lee(std::string_view linea, int modo, CDatosLinea& datos);
+    /// The form that all records are read by, for whoever asks for the record's own fields alone.
     bool Lee(std::string_view linea, int modo);
     /// Writes the PR record with `fijo`, unless `salvar` is off; else the table row. The arrays are
     /// the municipality's. Raises CFileException.
@@ -120,7 +121,7 @@ private:
     std::vector<CSubparcela> m_subparcelas;
     std::vector<CCotitular> m_cotitulares;
     int m_ordenMaximo = kSinOrden; // no link has a greater number
-    CIndiceEncadenado m_porLetra;
+    CIndice<Gana::Todos> m_porLetra;
     CIndice<Gana::Primero> m_porTitular;
     int m_mayorTitular = std::numeric_limits<int>::min(); // of the links
 };

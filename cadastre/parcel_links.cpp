@@ -4,7 +4,6 @@
 #include "cadastre/co_holder_columns.h"
 #include "cadastre/column_writer.h"
 #include "cadastre/parcel.h"
-#include "cadastre/sorting.h"
 #include "cadastre/wrapping.h"
 
 // What a parcel does with its links to holders, and the CT record that carries the co-holders.
@@ -79,19 +78,6 @@ void CParcela::EligeTitularPrincipal()
     constexpr std::size_t kSobran = 64; // places of a parcel that very many hold
     if (m_cotitulares.capacity() > m_cotitulares.size() + kSobran)
         m_cotitulares.shrink_to_fit();
-}
-
-void CParcela::OrdenaCotitulares()
-{
-    const bool conPrincipal = IndicePrincipal() >= 0;
-    OrdenaPor(m_cotitulares, [](const CCotitular& v) {
-        return std::tuple(v.titular, v.partici, v.orden, std::string_view(v.Tit));
-    });
-    m_porTitular.Olvida();
-    if (!conPrincipal && !m_cotitulares.empty()) {
-        m_cotitulares.front().orden = kOrdenPrincipal;
-        m_ordenMaximo = std::max(m_ordenMaximo, kOrdenPrincipal);
-    }
 }
 
 void CParcela::GrabaCotitulares(CStdioFile& fichero, short ger, short mun, short emenor,

@@ -39,10 +39,10 @@ void Enlaza(CLecturaCatastro& lectura, int indiceParcela, const CTitularLeido& l
             const CString& Tit)
 {
     CMunicipio& municipio = lectura.Municipio();
-    const CParcela& parcela = std::as_const(municipio).DameParcela(indiceParcela);
-    const CTitular& titular = std::as_const(municipio).DameTitular(leido.indice);
+    CParcela& parcela = municipio.DameParcela(indiceParcela);
+    const CTitular& titular = municipio.DameTitular(leido.indice);
     const int vinculos = static_cast<int>(parcela.Cotitulares().size());
-    switch (municipio.InsertaCotitular(indiceParcela, leido.indice, vinculos, leido.partici, Tit)) {
+    switch (parcela.InsertaCotitular(leido.indice, vinculos, leido.partici, Tit)) {
     case kOrdenRepetido:
         Avisa(lectura.avisos, kYaCotitular, parcela.Polig, parcela.Parcela, titular.Nombre);
         break;
@@ -135,14 +135,14 @@ bool CCampivaAVexaDlg::AsientaSubparcelas(CLecturaCatastro& lectura)
             hasta += seguidas;
             i = kNoEncontrado;
             if (municipio.BuscaParcela(ref.Polig, ref.Parcela, i))
-                municipio.ReservaSubparcelas(i, seguidas);
+                municipio.DameParcela(i).ReservaSubparcelas(seguidas);
         }
         const CString letra = subparcela.letra;
         bool repetida = false;
         if (i < 0)
             Avisa(lectura.avisos, kSubparcelaSinParcela, ref.Polig, ref.Parcela, letra);
         else
-            municipio.InsertaSubparcela(i, std::move(subparcela), repetida);
+            municipio.DameParcela(i).InsertaSubparcela(std::move(subparcela), repetida);
         if (repetida)
             Avisa(lectura.avisos, kSubparcelaDuplicada, ref.Polig, ref.Parcela, letra);
     }

@@ -54,16 +54,15 @@ void TomaSubparcela(std::string_view linea, CLecturaLista& lectura)
     const CString letra = subparcela.letra;
     const int superfic = subparcela.superfic;
     const auto& [municipio, i] = lectura.parcela;
-    CMunicipio& suyo = lectura.base.DameMunicipio(municipio);
-    const CParcela& parcela = std::as_const(suyo).Parcelas()[static_cast<std::size_t>(i)];
+    CParcela& parcela = lectura.base.DameMunicipio(municipio).DameParcela(i);
     if (superfic == 0)
         Avisa(lectura.avisos, kSubparcelaSinSuperficie, parcela.Polig, parcela.Parcela, letra);
     bool repetida = false;
-    suyo.InsertaSubparcela(i, std::move(subparcela), repetida);
+    parcela.InsertaSubparcela(std::move(subparcela), repetida);
     if (repetida)
         Avisa(lectura.avisos, kSubparcelaDuplicada, parcela.Polig, parcela.Parcela, letra);
     if (lectura.titular.indice >= 0 && lectura.titular.municipio == municipio)
-        suyo.InsertaCotitular(i, lectura.titular.indice, kSinOrden, superfic, lectura.Tit);
+        parcela.InsertaCotitular(lectura.titular.indice, kSinOrden, superfic, lectura.Tit);
 }
 
 void TomaLinea(std::string_view linea, CLecturaLista& lectura)

@@ -1,5 +1,5 @@
 #include "cadastre/exchange_format.h"
-#include "cadastre/table_rows.h"
+#include "cadastre/table_files.h"
 #include "vexa_to_catastro/vexa_a_campiva2_dlg.h"
 
 // The reading of one municipality from the six tables. Places and holders must be there before the

@@ -6,7 +6,7 @@
 
 #include "cadastre/database.h"
 #include "cadastre/message_catalogue.h"
-#include "cadastre/table_rows.h"
+#include "cadastre/table_files.h"
 #include "resources/resource_ids.h"
 #include "shell/frame/translation_dialog.h"
 #include "vexa_libs/topological_polygon.h"

@@ -205,7 +205,7 @@ TEST(BaseCatastro, AfterTheSortsEachRecordStillPointsToItsOwn)
                 for (int v = hasta(5); v >= 0; --v) {
                     const int titular = hasta(static_cast<int>(m.Titulares().size()));
                     if (m.DameParcela(nueva).InsertaCotitular(titular, v, v, "") == 1)
-                        m.DameTitular(titular).InsertaPropiedad(nueva, v, "");
+                        m.InsertaPropiedad(titular, nueva, v, "");
                 }
             }
         }

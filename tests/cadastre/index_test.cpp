@@ -68,6 +68,31 @@ void CompruebaContraElPaseo(unsigned semilla)
     }
 }
 
+/// The same for all elements with a key, which come one after the other.
+void CompruebaLaCadena(unsigned semilla)
+{
+    std::mt19937 azar(semilla);
+    std::vector<CCosa> cosas;
+    CIndice<Gana::Todos> porNumero;
+    const int distintos = 1 + static_cast<int>(azar() % 9);
+    for (int paso = 0; paso < 60; ++paso) {
+        cosas.push_back({"", static_cast<int>(azar() % static_cast<unsigned>(distintos))});
+        if (azar() % 16 == 0) {
+            std::shuffle(cosas.begin(), cosas.end(), azar);
+            porNumero.Olvida();
+        }
+        const int numero = static_cast<int>(azar() % static_cast<unsigned>(distintos));
+        int hallada = porNumero.Busca(cosas, &CCosa::numero, numero);
+        for (std::size_t i = 0; i < cosas.size(); ++i) {
+            if (cosas[i].numero != numero)
+                continue;
+            ASSERT_EQ(hallada, static_cast<int>(i));
+            hallada = porNumero.Siguiente(cosas, &CCosa::numero, hallada);
+        }
+        ASSERT_EQ(hallada, -3);
+    }
+}
+
 } // namespace
 
 TEST(Indice, AnswersAsAWalkDoes)
@@ -76,6 +101,7 @@ TEST(Indice, AnswersAsAWalkDoes)
         SCOPED_TRACE(semilla);
         CompruebaContraElPaseo<Gana::Primero>(semilla);
         CompruebaContraElPaseo<Gana::Ultimo>(semilla);
+        CompruebaLaCadena(semilla);
         if (testing::Test::HasFatalFailure())
             return;
     }

@@ -245,36 +245,6 @@ TEST(InsertaParcela, KnowsAParcelByPolygonAndNumberAlone)
     }
 }
 
-TEST(Municipio, LookUpsKnowTheNewKeysOfARecordThatWasChanged)
-{
-    for (const int relleno : kCortoYLargo) {
-        SCOPED_TRACE(relleno);
-        CMunicipio municipio(79, 0);
-        for (int i = 0; i <= relleno; ++i) {
-            municipio.InsertaParcela(CParcela(9, 1 + i, 1, ""));
-            municipio.InsertaTitular(Titular("N" + std::to_string(i), std::to_string(i), i));
-        }
-        int i = kNoEncontrado;
-        ASSERT_TRUE(municipio.BuscaParcela(9, 1, i)); // the look-ups are in use
-        ASSERT_EQ(municipio.BuscaTitularNumOrden(0), 0);
-
-        municipio.DameParcela(0).Parcela = 5000;
-        EXPECT_TRUE(municipio.BuscaParcela(9, 5000, i));
-        EXPECT_FALSE(municipio.BuscaParcela(9, 1, i));
-        municipio.Parcelas()[0].Polig = 8;
-        EXPECT_TRUE(municipio.BuscaParcela(8, 5000, i));
-
-        municipio.DameTitular(0).NumOrden = 700;
-        EXPECT_EQ(municipio.BuscaTitularNumOrden(700), 0);
-        EXPECT_EQ(municipio.BuscaTitularNumOrden(0), kNoEncontrado);
-        municipio.DameTitular(0).DNI = "77";
-        EXPECT_EQ(municipio.BuscaTitular(Titular("N0", "77", 1)), 0);
-        EXPECT_EQ(municipio.BuscaTitular(Titular("OTRO", "77", 1)), kMismoDNIOtroNombre);
-        municipio.DameTitular(0).NumOrden = -1;
-        EXPECT_EQ(municipio.BuscaTitularNumOrden(-1), 0);
-    }
-}
-
 TEST(InsertaParaje, KnowsAPlaceByItsNameAndFindsANumbersFirst)
 {
     for (const int relleno : kCortoYLargo) {
@@ -357,7 +327,7 @@ TEST(OrdenaParcelas, SortsByZonePolygonAndNumberAndBackLinksFollow)
     municipio.InsertaTitular(Titular("ANA", "1", 1));
     for (const auto& [zona, polig, parcela] : kNumeros) {
         const int i = municipio.InsertaParcela(CParcela(polig, parcela, zona, ""));
-        municipio.DameTitular(0).InsertaPropiedad(i, zona * 100 + polig * 10 + parcela, "");
+        municipio.InsertaPropiedad(0, i, zona * 100 + polig * 10 + parcela, "");
     }
     municipio.OrdenaParcelas();
     std::vector<int> claves;

@@ -1,7 +1,7 @@
 #include "evidence/gis/reading/tables.h"
 
 #include "cadastre/exchange_format.h"
-#include "cadastre/table_rows.h"
+#include "evidence/table_rows.h"
 #include "platform/files/cfile.h"
 
 CTablas::CTablas(const CString& carpeta, short mun) : m_municipio(mun, 0)

@@ -4,9 +4,9 @@
 
 #include "cadastre/exchange_format.h"
 #include "cadastre/parcel.h"
-#include "cadastre/table_rows.h"
 #include "evidence/report/reading/input_lines.h"
 #include "evidence/report/reading/text.h"
+#include "evidence/table_rows.h"
 
 namespace informe {
 namespace {

@@ -2,7 +2,7 @@
 
 #include "cadastre/exchange_format.h"
 #include "cadastre/municipality.h"
-#include "cadastre/table_rows.h"
+#include "evidence/table_rows.h"
 
 namespace informe {
 namespace {

@@ -4,7 +4,7 @@
 #include <chrono>
 #include <filesystem>
 
-#include "cadastre/table_headers.h"
+#include "cadastre/table_files.h"
 #include "platform/files/cfile.h"
 #include "platform/files/system_files.h"
 #include "vexa_libs/binary.h"

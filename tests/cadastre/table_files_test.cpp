@@ -1,4 +1,4 @@
-#include "cadastre/table_headers.h"
+#include "cadastre/table_files.h"
 
 #include "cadastre/database.h"
 #include "tests/cadastre/record_tools.h"

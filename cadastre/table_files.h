@@ -1,10 +1,14 @@
 #pragma once
 
-// The six table files carry a municipality between the two translations: a header line, then a row
-// for each element, for all municipalities in order, with one tab between fields. What a row holds
-// stands beside each record; here are the header lines.
+#include <functional>
+#include <string_view>
 
 #include "platform/ansi.h"
+
+// The six table files carry a municipality between the two translations: a header line, then a row
+// for each element, for all municipalities in order, with one tab between fields. What a row holds
+// stands beside each record; here are the header lines, and what all rows begin with. The source
+// has the writers of whole files, which CBaseCatastro and the exchange files share.
 
 inline constexpr const char* kCabeceraTitulares =
     "Ger Mun NumOrden    Nombre                                                      CJurid  DNI   "
@@ -32,3 +36,11 @@ inline constexpr const char* kCabeceraParajes = "Ger Mun EMenor NumOrden Nombre\
 
 inline constexpr const char* kCabeceraCotitulares =
     "Ger Mun  Zona  Polig   Parcela  numOrden Titul partici\n";
+
+/// Code of the municipality that a row of any table belongs to; 0 for a header line.
+int MunicipioDeFila(std::string_view fila);
+
+/// Tells whether a row, the first one of its table, is the header line.
+bool EsCabecera(std::string_view fila);
+
+using CTomaFila = std::function<void(std::string_view fila)>;

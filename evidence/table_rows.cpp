@@ -1,21 +1,6 @@
-#include "cadastre/table_rows.h"
-
-#include <array>
+#include "evidence/table_rows.h"
 
 #include "platform/files/cfile.h"
-#include "vexa_libs/ccadena.h"
-
-int MunicipioDeFila(std::string_view fila)
-{
-    std::array<std::string_view, 2> campos;
-    Leetira(fila, campos);
-    return LeeEntero(campos.back());
-}
-
-bool EsCabecera(std::string_view fila)
-{
-    return fila.starts_with("Ger");
-}
 
 bool RecorreTabla(const CString& nombre, const CTomaFila& toma, UINT modo)
 {

@@ -1,8 +1,9 @@
-#include "cadastre/database.h"
-#include "cadastre/table_headers.h"
+#include "cadastre/table_files.h"
 
-// The whole-file writers of the database, for the tables and, without a header line, for the
-// exchange files.
+#include <array>
+
+#include "cadastre/database.h"
+#include "vexa_libs/ccadena.h"
 
 namespace {
 
@@ -16,6 +17,18 @@ void GrabaTodo(B& base, CStdioFile& fichero, bool fijo, const char* cabecera, F 
 }
 
 } // namespace
+
+int MunicipioDeFila(std::string_view fila)
+{
+    std::array<std::string_view, 2> campos;
+    Leetira(fila, campos);
+    return LeeEntero(campos.back());
+}
+
+bool EsCabecera(std::string_view fila)
+{
+    return fila.starts_with("Ger");
+}
 
 void CBaseCatastro::GrabaTitulares(CStdioFile& fichero, bool fijo) const
 {
