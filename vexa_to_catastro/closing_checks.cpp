@@ -35,14 +35,15 @@ void CVexaACampiva2Dlg::CompruebaGrafico(
 
 void CompruebaSuperficies(CStdioFile* log, int* numErrores, int* numWarnings, CMunicipio* municipio)
 {
-    constexpr std::int64_t kTolerancia = 5; // square metres
+    // Square metres by which whole metres and rounded drawings part without a fault of anybody.
+    constexpr std::int64_t kDiferenciaQueSeCorrige = 5;
     const CAvisos avisos{*log, *numErrores, *numWarnings};
     for (CParcela& parcela : municipio->Parcelas()) {
         int superficie = 0;
         int suma = 0;
         parcela.SumaSuperficies(superficie, suma);
         const std::int64_t diferencia = std::abs(std::int64_t{superficie} - suma);
-        if (diferencia > kTolerancia) {
+        if (diferencia > kDiferenciaQueSeCorrige) {
             Avisa(avisos, kSuperficieDifiere, parcela.Polig, parcela.Parcela, superficie, suma);
         } else if (diferencia > 0) {
             Avisa(avisos, kSuperficieCorregida, parcela.Polig, parcela.Parcela, superficie, suma);

@@ -7,17 +7,17 @@ bool CVexaACampiva2Dlg::CruzaGraficoConBase(CStdioFile* log, int* numErrores, in
                                             CMunicipio* municipio)
 {
     const CAvisos avisos{*log, *numErrores, *numWarnings};
-    CVistas vistas;
+    CCruce cruce;
     std::vector<CString> entradas;
     if (!LeeParajes(log, numErrores, numWarnings, municipio) ||
         !LeeModulos(log, numErrores, numWarnings, municipio) ||
         !LeeTitulares(log, numErrores, numWarnings, municipio) ||
         !LeeParcelas(log, numErrores, numWarnings, municipio) ||
         !LeeSubparcelas(log, numErrores, numWarnings, municipio) ||
-        !LeeCotitulares(log, numErrores, numWarnings, municipio) || !LeeOrtos() ||
-        !LeeListaPoligonos(entradas) || !RecorrePoligonos(entradas, avisos, *municipio, vistas))
+        !LeeCotitulares(log, numErrores, numWarnings, municipio) || !LeeOrtos(cruce.ortos) ||
+        !LeeListaPoligonos(entradas) || !RecorrePoligonos(entradas, avisos, *municipio, cruce))
         return false;
-    CompruebaGrafico(log, numErrores, municipio, vistas.ParcelasVistas, vistas.SubparcelasVistas);
+    CompruebaGrafico(log, numErrores, municipio, cruce.ParcelasVistas, cruce.SubparcelasVistas);
     CompruebaSuperficies(log, numErrores, numWarnings, municipio);
     return true;
 }
@@ -37,20 +37,19 @@ bool CVexaACampiva2Dlg::LeeListaPoligonos(std::vector<CString>& entradas)
 
 bool CVexaACampiva2Dlg::RecorrePoligonos(const std::vector<CString>& entradas,
                                          const CAvisos& avisos, CMunicipio& municipio,
-                                         CVistas& vistas)
+                                         CCruce& cruce)
 {
     for (std::size_t i = 0; i < entradas.size(); ++i) {
         if (!Avanza(i + 1, entradas.size()))
             return false;
-        CruzaPoligono(entradas[i], avisos, municipio, vistas);
+        CruzaPoligono(entradas[i], avisos, municipio, cruce);
     }
     return true;
 }
 
 void CVexaACampiva2Dlg::CruzaPoligono(const CString& entrada, const CAvisos& avisos,
-                                      CMunicipio& municipio, CVistas& vistas)
+                                      CMunicipio& municipio, CCruce& cruce)
 {
-    const int polig = LeeEntero(entrada);
     const auto nombre = [&](const char* extension) {
         return FicheroDeLista(CCadena(ArchivoTren).DamePath(), entrada, extension);
     };
@@ -58,12 +57,13 @@ void CVexaACampiva2Dlg::CruzaPoligono(const CString& entrada, const CAvisos& avi
     CFile topologia;
     if (!AbreDibujo(bin, nombre("BIN")) || !AbreDibujo(topologia, nombre("PAR")))
         return;
+    const int polig = LeeEntero(entrada);
     CPoligonoEnCurso poligono;
     poligono.entrada = entrada;
     RegistraParcelas(&avisos.log, &avisos.numErrores, polig, &municipio, &topologia, &bin, poligono,
-                     vistas);
+                     cruce);
     topologia.Close();
     if (AbreDibujo(topologia, nombre("SUB")))
         RegistraSubparcelas(&avisos.log, &avisos.numErrores, &avisos.numWarnings, polig, &municipio,
-                            &topologia, &bin, poligono, vistas);
+                            &topologia, &bin, poligono, cruce);
 }

@@ -18,11 +18,61 @@ int Recorta(int coordenada)
     return coordenada / 1000 - coordenada / 1000000 * 1000;
 }
 
-/// Keeps the boundary of a parcel and, in step with it, its label and number.
-void GuardaContorno(const CPoligonoTopologico& registro, const CTexto<int>& rotulo, int numero,
-                    CFile* bin, CPoligonoEnCurso& poligono,
-                    const std::function<bool()>& fueraDeFecha)
+} // namespace
+
+void CVexaACampiva2Dlg::RegistraParcelas(CStdioFile* log, int* numErrores, int polig,
+                                         CMunicipio* municipio, CFile* par, CFile* bin,
+                                         CPoligonoEnCurso& poligono, CCruce& cruce)
 {
+    int sinWarnings = 0; // all that is told here is an error
+    const CAvisos avisos{*log, *numErrores, sinWarnings};
+    CPoligonoTopologico registro;
+    while (registro.Read(par)) {
+        double area = registro.Area();
+        bool fueraDeFecha = false;
+        const bool deParcela =
+            LeeParcelaDeRegistro(registro, par, bin, poligono, area, fueraDeFecha);
+        if (fueraDeFecha) {
+            CajaError(kParFueraDeFecha, poligono.entrada);
+            return;
+        }
+        const int indice = deParcela ? ParcelaDelRotulo(avisos, polig, poligono.parcela, *municipio)
+                                     : kNoEncontrado;
+        if (indice < 0)
+            continue;
+        cruce.ParcelasVistas.push_back(indice);
+        AjustaParcela(municipio->DameParcela(indice), registro, area, poligono.rotulo.PrimerPunto(),
+                      cruce.ortos);
+        if (registro.EsParcela())
+            GuardaContorno(registro, bin, poligono);
+    }
+}
+
+bool CVexaACampiva2Dlg::LeeParcelaDeRegistro(const CPoligonoTopologico& registro, CFile* par,
+                                             CFile* bin, CPoligonoEnCurso& poligono, double& area,
+                                             bool& fueraDeFecha)
+{
+    if (!registro.EsParcela())
+        return poligono.parcela >= 0;
+    if (!registro.TieneCentroide())
+        return false;
+    // Before the label is looked at: a polygon that is refused uses its islands up all the same.
+    SumaIslas(par, area);
+    const Rotulo leido = LeeRotuloDeCodigo(registro, bin, poligono.rotulo, {kCodigoParcela});
+    fueraDeFecha = leido == Rotulo::FueraDeFecha;
+    if (leido != Rotulo::Valido)
+        return false;
+    poligono.parcela = LeeEntero(poligono.rotulo.Texto());
+    return true;
+}
+
+void CVexaACampiva2Dlg::GuardaContorno(const CPoligonoTopologico& registro, CFile* bin,
+                                       CPoligonoEnCurso& poligono)
+{
+    const auto fueraDeFecha = [&] {
+        CajaError(kParFueraDeFecha, poligono.entrada);
+        return true; // the line goes on without the stretch
+    };
     CLinea<int> linea("nuevo");
     vexageo::ConstruyeLinea(registro, bin, linea, fueraDeFecha);
     if (vexageo::SonDesmedidos(poligono.LineasParcelas.CantidadVertices(), linea, *bin)) {
@@ -31,65 +81,21 @@ void GuardaContorno(const CPoligonoTopologico& registro, const CTexto<int>& rotu
     }
     const int posicion = static_cast<int>(poligono.LineasParcelas.Cantidad());
     poligono.LineasParcelas.Inserta(linea);
-    poligono.TextosParcelas.Inserta(rotulo);
-    poligono.numeros.push_back(numero);
+    poligono.TextosParcelas.Inserta(poligono.rotulo);
     if (const double area = linea.Area(100.0); area < kAreaImposible)
         poligono.indice.Añade(poligono.LineasParcelas[static_cast<unsigned>(posicion)]->Puntos(),
                               area, posicion);
 }
 
-} // namespace
-
-void CVexaACampiva2Dlg::RegistraParcelas(CStdioFile* log, int* numErrores, int polig,
-                                         CMunicipio* municipio, CFile* par, CFile* bin,
-                                         CPoligonoEnCurso& poligono, CVistas& vistas)
-{
-    int sinWarnings = 0; // all that is told here is an error
-    const CAvisos avisos{*log, *numErrores, sinWarnings};
-    const auto fueraDeFecha = [&] {
-        CajaError(kParFueraDeFecha, poligono.entrada);
-        return true;
-    };
-    int numero = -1; // the last one read from a label: a record that is no parcel goes on with it
-    CTexto<int> rotulo("nuevo");
-    CPoligonoTopologico registro;
-    while (registro.Read(par)) {
-        double area = registro.Area();
-        if (registro.EsParcela()) {
-            if (!registro.TieneCentroide())
-                continue;
-            // Before the label is looked at: a polygon that is refused uses its islands up all the
-            // same.
-            SumaIslas(par, area);
-            const Rotulo leido = LeeRotuloDeCodigo(registro, bin, rotulo, {kCodigoParcela});
-            if (leido == Rotulo::FueraDeFecha) {
-                fueraDeFecha();
-                return;
-            }
-            if (leido == Rotulo::Ajeno)
-                continue;
-            numero = LeeEntero(rotulo.Texto());
-        } else if (numero < 0) {
-            continue;
-        }
-        const int indice = ParcelaDelRotulo(avisos, polig, numero, *municipio);
-        if (indice < 0)
-            continue;
-        vistas.ParcelasVistas.push_back(indice);
-        AjustaParcela(municipio->DameParcela(indice), registro, area, rotulo.PrimerPunto());
-        if (registro.EsParcela())
-            GuardaContorno(registro, rotulo, numero, bin, poligono, fueraDeFecha);
-    }
-}
-
 void CVexaACampiva2Dlg::AjustaParcela(CParcela& parcela, const CPoligonoTopologico& registro,
-                                      double area, const CPunto<int>& punto) const
+                                      double area, const CPunto<int>& punto,
+                                      const CZonasOrto& ortos) const
 {
     if (parcela.claveConc == ' ' || ModificarConcentradas != 0)
         parcela.Superficie = Corta((registro.EsIsla() ? parcela.Superficie + area : area) + 0.5);
     parcela.x = Recorta(punto.X);
     parcela.y = Recorta(punto.Y);
-    if (const CString* orto = m_ortos.BuscaOrto(punto))
+    if (const CString* orto = ortos.BuscaOrto(punto))
         parcela.numOrtofoto = *orto;
 }
 

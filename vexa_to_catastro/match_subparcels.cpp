@@ -16,7 +16,7 @@ constexpr double kMetros = 0.01; // in a hundredth of a metre
 void CVexaACampiva2Dlg::RegistraSubparcelas(CStdioFile* log, int* numErrores, int* numWarnings,
                                             int polig, CMunicipio* municipio, CFile* sub,
                                             CFile* bin, const CPoligonoEnCurso& poligono,
-                                            CVistas& vistas)
+                                            CCruce& cruce)
 {
     const CAvisos avisos{*log, *numErrores, *numWarnings};
     CTexto<int> rotulo("nuevo");
@@ -50,12 +50,12 @@ void CVexaACampiva2Dlg::RegistraSubparcelas(CStdioFile* log, int* numErrores, in
             bool repetida = false;
             parcela.InsertaSubparcela(CSubparcela(letra), repetida);
         }
-        AjustaSubparcelas(avisos, parcela, indice, letra, area, vistas);
+        AjustaSubparcelas(avisos, parcela, indice, letra, area, cruce);
     }
 }
 
 void CVexaACampiva2Dlg::AjustaSubparcelas(const CAvisos& avisos, CParcela& parcela, int indice,
-                                          const CString& letra, double area, CVistas& vistas) const
+                                          const CString& letra, double area, CCruce& cruce) const
 {
     const int primera = parcela.BuscaSubparcela(letra, 0);
     const bool abstracta = parcela.DameSubparcela(primera).tipo == kTipoAbstracta;
@@ -66,7 +66,7 @@ void CVexaACampiva2Dlg::AjustaSubparcelas(const CAvisos& avisos, CParcela& parce
         suma += subparcela.superfic;
         if (!abstracta && !concentrada)
             subparcela.superfic = Corta(area + 0.5);
-        vistas.SubparcelasVistas.push_back({indice, i});
+        cruce.SubparcelasVistas.push_back({indice, i});
     }
     if (const int diferencia = Corta(suma - area); abstracta && diferencia != 0)
         Avisa(avisos, kAbstractaDifiere, parcela.Polig, parcela.Parcela, letra, diferencia);

@@ -26,7 +26,7 @@ bool LeeHoja(const CPoligonoTopologico& hoja, CFile* bin, CLinea<int>& linea, CT
 
 } // namespace
 
-bool CVexaACampiva2Dlg::LeeOrtos()
+bool CVexaACampiva2Dlg::LeeOrtos(CZonasOrto& ortos)
 {
     Fase(IDS_LEYENDO_ORTOS);
     CFile bin;
@@ -42,11 +42,11 @@ bool CVexaACampiva2Dlg::LeeOrtos()
         CLinea<int> linea("nuevo");
         CTexto<int> texto("nuevo");
         if (!LeeHoja(hoja, &bin, linea, texto) ||
-            vexageo::SonDesmedidos(m_ortos.LineasOrtos.CantidadVertices(), linea, bin)) {
+            vexageo::SonDesmedidos(ortos.LineasOrtos.CantidadVertices(), linea, bin)) {
             CajaError(cajas::kOrtosFueraDeFecha);
             return false;
         }
-        m_ortos.Inserta(linea, texto);
+        ortos.Inserta(linea, texto);
     }
     return true;
 }

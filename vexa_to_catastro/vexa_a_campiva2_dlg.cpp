@@ -91,7 +91,6 @@ void CVexaACampiva2Dlg::OnOK()
     ParcelasNoSalvadas = false;
     const bool cruzado =
         CruzaGraficoConBase(&Log(), &numErrores, &numWarnings, &base.DameMunicipio(indice));
-    m_ortos = {};
     Log().Close();
     if (cruzado) {
         base.Ordena();

@@ -11,7 +11,6 @@
 #include "shell/frame/translation_dialog.h"
 #include "vexa_libs/topological_polygon.h"
 #include "vexa_to_catastro/match_state.h"
-#include "vexa_to_catastro/ortho_zones.h"
 
 /// Second translation: brings the tables of one municipality into line with its drawings, reports
 /// every disagreement, and writes the exchange files.
@@ -70,28 +69,46 @@ private:
 
     /// Loads the orthophoto sheets. Without their files there are none and the run goes on; false
     /// if it must end.
-    bool LeeOrtos();
+    bool LeeOrtos(CZonasOrto& ortos);
     /// Loads the entries of the list file, one a polygon. False, with a box, if it can't be opened.
     bool LeeListaPoligonos(std::vector<CString>& entradas);
     bool RecorrePoligonos(const std::vector<CString>& entradas, const CAvisos& avisos,
-                          CMunicipio& municipio, CVistas& vistas);
+                          CMunicipio& municipio, CCruce& cruce);
+    /// Matches the polygon of an entry. One whose files aren't there gets a box and is passed over.
     void CruzaPoligono(const CString& entrada, const CAvisos& avisos, CMunicipio& municipio,
-                       CVistas& vistas);
+                       CCruce& cruce);
 
     /// Makes the parcels agree with the polygons of a .PAR file that bear their numbers, and keeps
     /// the polygons' boundaries and labels.
     void RegistraParcelas(CStdioFile* log, int* numErrores, int polig, CMunicipio* municipio,
-                          CFile* par, CFile* bin, CPoligonoEnCurso& poligono, CVistas& vistas);
+                          CFile* par, CFile* bin, CPoligonoEnCurso& poligono, CCruce& cruce);
+    /// Reads which parcel a record speaks of, and adds its islands to its area. False where it
+    /// speaks of none.
+    /// \param fueraDeFecha  becomes true where the label can't be read
+    static bool LeeParcelaDeRegistro(const vexageo::CPoligonoTopologico& registro, CFile* par,
+                                     CFile* bin, CPoligonoEnCurso& poligono, double& area,
+                                     bool& fueraDeFecha);
+    /// Gives the parcel surface, position and sheet. `area` is square metres, the point that of the
+    /// label.
     void AjustaParcela(CParcela& parcela, const vexageo::CPoligonoTopologico& registro, double area,
-                       const vexageo::CPunto<int>& punto) const;
+                       const vexageo::CPunto<int>& punto, const CZonasOrto& ortos) const;
+    /// Keeps the boundary of a parcel and, in step with it, its label, for the subparcels.
+    void GuardaContorno(const vexageo::CPoligonoTopologico& registro, CFile* bin,
+                        CPoligonoEnCurso& poligono);
+    /// Index of the parcel with the numbers; with a message below 0 where there is none and
+    /// none was made.
     int ParcelaDelRotulo(const CAvisos& avisos, int polig, int numero, CMunicipio& municipio);
     /// Gives each subparcel polygon of a .SUB file to the parcel that holds it, and its surface to
     /// the subparcels with its letter there.
     void RegistraSubparcelas(CStdioFile* log, int* numErrores, int* numWarnings, int polig,
                              CMunicipio* municipio, CFile* sub, CFile* bin,
-                             const CPoligonoEnCurso& poligono, CVistas& vistas);
+                             const CPoligonoEnCurso& poligono, CCruce& cruce);
+    /// Gives all subparcels of a letter the drawn surface, or compares it with theirs where the
+    /// database's has to stand, and notes them as seen.
+    /// \param indice  of the parcel, in the municipality
+    /// \param area    square metres
     void AjustaSubparcelas(const CAvisos& avisos, CParcela& parcela, int indice,
-                           const CString& letra, double area, CVistas& vistas) const;
+                           const CString& letra, double area, CCruce& cruce) const;
 
     /// Reports what no polygon touched and, unless it is to be kept, clears its `salvar`.
     void CompruebaGrafico(CStdioFile* log, int* numErrores, CMunicipio* municipio,
@@ -109,7 +126,6 @@ private:
     void Despide(const CString& resumen);
 
     bool ParcelasNoSalvadas = false; ///< a parcel of this run couldn't be stored
-    CZonasOrto m_ortos;              ///< alive for the matching
 
     const std::array<CCampo, 12> m_campos = {{
         {IDC_COTITULARES, "ArchivoCotitulares", &ArchivoCotitulares},

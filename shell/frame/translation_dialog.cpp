@@ -112,16 +112,19 @@ void CTraduccionDlg::ActivaControles(bool activar)
 {
     EnMarcha = !activar;
     activar ? sistema::OlvidaSenales() : sistema::VigilaSenales();
-    if (!activar)
-        m_focoAntes = Foco(); // a control that is switched off loses it
+    if (!activar && m_proceso)
+        m_proceso->focoAntes = Foco(); // a control that is switched off loses it
     for (const UINT id : Describe().conmutados)
         if (CControl* control = GetDlgItem(id))
             control->EnableWindow(activar);
-    GotoDlgCtrl(activar ? m_focoAntes : IDCANCEL);
+    if (!activar)
+        GotoDlgCtrl(IDCANCEL);
+    else if (m_proceso && m_proceso->focoAntes)
+        GotoDlgCtrl(*m_proceso->focoAntes);
     if (CControl* boton = GetDlgItem(IDCANCEL))
         boton->SetWindowText(activar ? "Salir" : "Detener");
-    if (activar)
-        AfxGetApp()->Frontal().FinDeProceso(*this, m_escritos);
+    if (activar && m_proceso)
+        AfxGetApp()->Frontal().FinDeProceso(*this, m_proceso->escritos);
 }
 
 std::span<const CEntradaMensaje> CTraduccionDlg::GetMessageMap() const
@@ -151,7 +154,7 @@ LRESULT CTraduccionDlg::WindowProc(UINT mensaje, WPARAM wParam, LPARAM lParam)
             return 0;
         }
     }
-    if (m_procesando) // what goes wrong in a command that comes during a run ends the run
+    if (m_proceso) // what goes wrong in a command that comes during a run ends the run
         return CDialog::WindowProc(mensaje, wParam, lParam);
     // Nothing goes further up, where the loops of a windows' library stand, which no exception may
     // cross.
@@ -180,15 +183,15 @@ void CTraduccionDlg::Obedece(WPARAM wParam, LPARAM lParam)
     } catch (const std::length_error&) { // a text or table longer than any memory
         AfxGetApp()->CajaSinMemoria();
     }
-    if (m_procesando)
+    if (m_proceso)
         DejaProceso();
 }
 
 /// Ends a run that came to no end of its own.
 void CTraduccionDlg::DejaProceso()
 {
-    m_salidas.Desecha();
-    m_escritos.salidas.clear();
+    m_proceso->salidas.Desecha();
+    m_proceso->escritos.salidas.clear();
     AcabaProceso();
 }
 
@@ -199,10 +202,10 @@ void CTraduccionDlg::CajaDeCierre(const CString& texto)
 
 void CTraduccionDlg::AcabaProceso()
 {
-    m_log.Close();
+    m_proceso->log.Close();
     AfxGetApp()->ConReserva([this] {
-        if (m_log.Fallo().m_causa)
-            MuestraError(CFileException(m_escritos.log, m_log.Fallo().m_causa).Mensaje());
+        if (const auto& causa = m_proceso->log.Fallo().m_causa)
+            MuestraError(CFileException(m_proceso->escritos.log, causa).Mensaje());
         Fase(IDS_NADA);
         ActivaControles(true);
     });
@@ -212,9 +215,7 @@ void CTraduccionDlg::AcabaProceso()
 /// Lets go of all that a run held. A signal that came for it ends the program here.
 void CTraduccionDlg::LimpiaProceso()
 {
-    m_procesando = false;
-    m_salidas.Desecha();
-    m_log.Close();
+    m_proceso.reset();
     sistema::OlvidaSenales();
 }
 
@@ -301,7 +302,8 @@ void CTraduccionDlg::Suelta(std::shared_ptr<const void> datos) const
 
 void CTraduccionDlg::Fase(UINT idTexto)
 {
-    m_log.Flush();
+    if (m_proceso)
+        m_proceso->log.Flush();
     SendMessage(WM_ESTADO_ID, idTexto, 0);
 }
 

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <span>
 #include <variant>
 #include <vector>
@@ -94,8 +95,8 @@ protected:
         MuestraError(texto);
     }
 
-    /// First of all in a run: heals what a killed one left in the folders of its files. Raises
-    /// CFileException where a folder can't be read.
+    /// First of all in a run, and what all below needs: heals what a killed one left in the folders
+    /// of its files. Raises CFileException where a folder can't be read.
     void EmpiezaProceso(const std::vector<CString>& ficheros);
     /// Opens an input: a text, or a file of the drawing system. False, with a box, where it can't
     /// be opened for one of the usual reasons; raises CFileException for others (CFile::Open).
@@ -110,7 +111,7 @@ protected:
     /// them.
     bool CreaLog(const CString& nombre, const std::vector<CString>& entradas,
                  const std::vector<CString>& salidas);
-    CStdioFile& Log() { return m_log; }
+    CStdioFile& Log() { return m_proceso->log; }
     /// Creates an output, which takes its target's place with all others. False, with a box of the
     /// form `queja`, where it can't be created or is one of `entradas`, which the run still reads.
     /// Raises CFileException as CFile::Open does.
@@ -146,11 +147,15 @@ private:
     void OnAcercaDe();
     void OnBuscar(const CBusqueda& busqueda);
 
+    /// What the frame knows of the run at work. It goes with the run, whatever ends it.
+    struct CProceso {
+        CStdioFile log;
+        CConjuntoSalidas salidas;
+        CEscritos escritos;
+        std::optional<UINT> focoAntes; ///< before the run switched the controls off
+    };
+
     bool m_enLote = false;
     bool m_detenido = false;
-    bool m_procesando = false; ///< between `EmpiezaProceso` and the end of the run
-    UINT m_focoAntes = 0;      ///< where the focus was before the run
-    CStdioFile m_log;          ///< of the run at work
-    CConjuntoSalidas m_salidas;
-    CEscritos m_escritos; ///< by the run at work
+    std::optional<CProceso> m_proceso; ///< from `EmpiezaProceso` to the end of the run
 };

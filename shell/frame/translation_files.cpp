@@ -13,10 +13,8 @@ constexpr UINT kCrea = CFile::modeCreate | CFile::modeWrite;
 
 void CTraduccionDlg::EmpiezaProceso(const std::vector<CString>& ficheros)
 {
-    m_procesando = true;
+    m_proceso.emplace();
     sistema::VigilaSenales(); // from here on there is something to clear away
-    m_salidas.Desecha();
-    m_escritos = {};
     CConjuntoSalidas::Sana(ficheros);
 }
 
@@ -33,8 +31,8 @@ bool CTraduccionDlg::AbreEntrada(CStdioFile& fichero, const CString& nombre)
 {
     if (!Abre(fichero, nombre, CFile::modeRead))
         return false;
-    if (!CFile::EsAlguno(nombre, m_escritos.leidos))
-        m_escritos.leidos.push_back(CFile::RutaCompleta(nombre));
+    if (!CFile::EsAlguno(nombre, m_proceso->escritos.leidos))
+        m_proceso->escritos.leidos.push_back(CFile::RutaCompleta(nombre));
     return true;
 }
 
@@ -76,15 +74,15 @@ bool CTraduccionDlg::CreaLog(const CString& nombre, const std::vector<CString>& 
         return false;
     CConjuntoSalidas::Sana(salidas);
     for (const CString& salida : salidas)
-        if (m_salidas.Reserva(salida) == CReemplazo::Apertura::Ocupado)
+        if (m_proceso->salidas.Reserva(salida) == CReemplazo::Apertura::Ocupado)
             throw CFileException(salida, sistema::kDeOtro);
     CFileException fallo(nombre, {});
     if (!CFile::EsAlguno(nombre, entradas) &&
-        m_log.Open(nombre, kCrea | CFile::modeInPlace, &fallo)) {
-        m_escritos.log = CFile::RutaCompleta(nombre);
+        m_proceso->log.Open(nombre, kCrea | CFile::modeInPlace, &fallo)) {
+        m_proceso->escritos.log = CFile::RutaCompleta(nombre);
         return true;
     }
-    m_salidas.Desecha();
+    m_proceso->salidas.Desecha();
     CajaError(cajas::kNoSeCrea, fallo);
     return false;
 }
@@ -93,8 +91,9 @@ bool CTraduccionDlg::CreaSalida(CStdioFile& fichero, const CString& nombre, cons
                                 const std::vector<CString>& entradas)
 {
     CFileException fallo(nombre, {});
-    if (!CFile::EsAlguno(nombre, entradas) && fichero.Open(nombre, kCrea, &fallo, &m_salidas)) {
-        m_escritos.salidas.push_back(CFile::RutaCompleta(nombre));
+    if (!CFile::EsAlguno(nombre, entradas) &&
+        fichero.Open(nombre, kCrea, &fallo, &m_proceso->salidas)) {
+        m_proceso->escritos.salidas.push_back(CFile::RutaCompleta(nombre));
         return true;
     }
     CajaError(queja, fallo);
@@ -103,5 +102,5 @@ bool CTraduccionDlg::CreaSalida(CStdioFile& fichero, const CString& nombre, cons
 
 void CTraduccionDlg::ConfirmaSalidas()
 {
-    m_salidas.Confirma();
+    m_proceso->salidas.Confirma();
 }

@@ -1,0 +1,232 @@
+#include <cerrno>
+#include <filesystem>
+#include <functional>
+#include <map>
+#include <memory>
+#include <new>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "catastro_to_vexa/campiva_a_vexa_dlg.h"
+#include "generator/cadastre_lines.h"
+#include "generator/drawing_files.h"
+#include "tests/faults/fault_plan.h"
+#include "tests/support/files.h"
+#include "tests/support/scripted_front_end.h"
+#include "vexa_to_catastro/vexa_a_campiva2_dlg.h"
+#include "vexa_to_infograf/vexa_a_infograf_dlg.h"
+
+// A dialog may run again after any end of a run: a fault, a stop, no memory. What it does then, on
+// other files, is compared with what a new dialog does on them.
+
+namespace fs = std::filesystem;
+
+namespace {
+
+using Que = CPlanDeFallos::Que;
+
+sintetico::CMunicipioSintetico Municipio(unsigned semilla)
+{
+    return sintetico::Genera({.parcelas = 4, .poligonos = 1, .subparcelas = 1}, semilla);
+}
+
+/// A dialog whose run can be asked for with the names in a folder.
+class CDialogoDeCarpeta {
+public:
+    virtual ~CDialogoDeCarpeta() = default;
+    virtual void Corre() = 0;
+    virtual CTraduccionDlg& Dialogo() = 0;
+};
+
+template <class D>
+class CDialogoDe : public CDialogoDeCarpeta, private D {
+public:
+    CDialogoDe(const CCarpetaPrueba& c, UINT plantilla)
+    {
+        D::Create(plantilla, nullptr);
+        if constexpr (requires { D::ArchivoEntrada; })
+            D::ArchivoEntrada = c.En("entrada.txt");
+        if constexpr (requires { D::ArchivoTren; }) {
+            D::ArchivoTren = c.En("poligonos.txt");
+            D::ArchivoOrtos = c.En("ortos.TOP");
+        }
+        if constexpr (requires { D::ArchivoModulos; }) {
+            D::ArchivoModulos = c.En("Modulos.txt");
+            D::ArchivoTitulares = c.En("Titulares.txt");
+            D::ArchivoParcelas = c.En("Parcelas.txt");
+            D::ArchivoSubparcelas = c.En("Subparcelas.txt");
+            D::ArchivoParajes = c.En("Parajes.txt");
+            D::ArchivoCotitulares = c.En("Cotitulares.txt");
+        }
+        D::UpdateData(false);
+    }
+    void Corre() override { D::SendMessage(WM_COMMAND, IDOK, 0); }
+    CTraduccionDlg& Dialogo() override { return *this; }
+};
+
+using CNuevoDialogo = std::unique_ptr<CDialogoDeCarpeta> (*)(const CCarpetaPrueba& c);
+
+const struct CTraduccion {
+    const char* nombre;
+    CNuevoDialogo nuevo;
+    const char* lista; ///< the input that is read first
+} kTraducciones[] = {
+    {"CatastroToVexa",
+     [](const CCarpetaPrueba& c) -> std::unique_ptr<CDialogoDeCarpeta> {
+         return std::make_unique<CDialogoDe<CCampivaAVexaDlg>>(c, IDD_CAMPIVA_A_VEXA);
+     },
+     "entrada.txt"},
+    {"VexaToCatastro",
+     [](const CCarpetaPrueba& c) -> std::unique_ptr<CDialogoDeCarpeta> {
+         return std::make_unique<CDialogoDe<CVexaACampiva2Dlg>>(c, IDD_VEXA_A_CAMPIVA2);
+     },
+     "poligonos.txt"},
+    {"VexaToInfograf",
+     [](const CCarpetaPrueba& c) -> std::unique_ptr<CDialogoDeCarpeta> {
+         return std::make_unique<CDialogoDe<CVexaAInfografDlg>>(c, IDD_VEXA_A_INFOGRAF);
+     },
+     "poligonos.txt"},
+};
+
+class NextRun : public testing::TestWithParam<CTraduccion> {
+protected:
+    NextRun()
+    {
+        for (const char* tabla : {"Titulares.txt", "Parcelas.txt", "Modulos.txt", "Subparcelas.txt",
+                                  "Parajes.txt", "Cotitulares.txt"})
+            m_carpeta.Pon(tabla, "antes\r\n");
+        sintetico::GrabaLineas(m_carpeta.En("entrada.txt"),
+                               sintetico::LineasCatastro(Municipio(7)).Todas());
+        CAplicacionPrueba aplicacion;
+        CDialogoDe<CCampivaAVexaDlg>(m_carpeta, IDD_CAMPIVA_A_VEXA).Corre();
+        sintetico::GrabaDibujos(m_carpeta.Ruta().string(), Municipio(7));
+        m_principio = Ficheros();
+        Prepara();
+    }
+
+    void Prepara()
+    {
+        for (const bool ilegible : {false, true})
+            m_deNuevo[ilegible ? 1 : 0] = VistoDeNuevo(ilegible);
+    }
+    std::map<std::string, std::string> Ficheros() const
+    {
+        std::map<std::string, std::string> ficheros;
+        for (const auto& fichero : fs::directory_iterator(m_carpeta.Ruta()))
+            if (fichero.is_regular_file() && !fichero.is_symlink())
+                ficheros[fichero.path().filename().string()] =
+                    m_carpeta.Lee(fichero.path().filename().string());
+        return ficheros;
+    }
+    void Repon()
+    {
+        for (const auto& fichero : fs::directory_iterator(m_carpeta.Ruta()))
+            if (fichero.is_regular_file() || fichero.is_symlink())
+                fs::remove(fichero.path());
+        for (const auto& [nombre, bytes] : m_principio)
+            m_carpeta.Pon(nombre, bytes);
+    }
+    /// Other files for the next run: another exchange file, no sheets; or a list that can't be
+    /// read.
+    void PonOtros(bool ilegible)
+    {
+        fs::remove(m_carpeta.Ruta() / "ortos.TOP");
+        fs::remove(m_carpeta.Ruta() / "ortos.BIN");
+        sintetico::GrabaLineas(m_carpeta.En("entrada.txt"),
+                               sintetico::LineasCatastro(Municipio(8)).Todas());
+        if (!ilegible)
+            return;
+        fs::remove(m_carpeta.Ruta() / GetParam().lista);
+        fs::create_symlink("/proc/self/mem", m_carpeta.Ruta() / GetParam().lista);
+    }
+    /// What a run came to, in files and in words.
+    std::string Visto(CDialogoDeCarpeta& dialogo, CGuion& guion)
+    {
+        guion.cajas.clear();
+        guion.estados.clear();
+        guion.alAtender = {};
+        dialogo.Dialogo().GotoDlgCtrl(IDOK);
+        dialogo.Corre();
+        std::string visto;
+        for (const CCajaVista& caja : guion.cajas)
+            visto += "[" + caja.titulo + "] " + caja.texto + "\n";
+        for (const std::string& estado : guion.estados)
+            if (estado != " ") // with which a run ends: seen only where something stood there
+                visto += estado + "\n";
+        visto += "focus " + std::to_string(dialogo.Dialogo().Foco()) + ", log " +
+                 std::string(guion.escritos.log) + "\n";
+        for (const CString& salida : guion.escritos.salidas)
+            visto += std::string(salida) + "\n";
+        for (const auto& [nombre, bytes] : Ficheros())
+            visto += nombre + ": " + bytes;
+        return visto;
+    }
+    std::string VistoDeNuevo(bool ilegible)
+    {
+        Repon();
+        PonOtros(ilegible);
+        CAplicacionPrueba aplicacion;
+        return Visto(*GetParam().nuevo(m_carpeta), aplicacion.guion);
+    }
+    /// Ends a first run by the plan or, with `parada`, by a stop at the n-th look for events; then
+    /// compares the next run of the dialog with the run of a new one.
+    /// \return false where the run came to its end before that
+    bool EsComoNuevo(const CPlanDeFallos& plan, int parada = 0)
+    {
+        bool llego = true;
+        for (const bool ilegible : {false, true}) {
+            Repon();
+            CAplicacionPrueba aplicacion;
+            const auto usado = GetParam().nuevo(m_carpeta);
+            aplicacion.guion.alAtender = [&](CDialog& dialogo, int vez) {
+                if (vez == parada)
+                    dialogo.SendMessage(WM_COMMAND, IDCANCEL, 0);
+            };
+            Plan() = plan;
+            usado->Corre();
+            llego = plan.que == Que::Nada           ? aplicacion.guion.atendidos >= parada
+                    : plan.que == Que::FaltaMemoria ? Plan().reservas >= plan.en
+                                                    : Plan().llamadas >= plan.en;
+            Plan() = {};
+            Repon();
+            PonOtros(ilegible);
+            EXPECT_EQ(Visto(*usado, aplicacion.guion), m_deNuevo[ilegible ? 1 : 0]);
+        }
+        return llego;
+    }
+
+private:
+    CCarpetaPrueba m_carpeta;
+    std::map<std::string, std::string> m_principio;
+    std::string m_deNuevo[2];
+};
+
+} // namespace
+
+TEST_P(NextRun, IsThatOfANewDialogAfterACallThatFailed)
+{
+    long en = 1;
+    for (; !HasFailure() && EsComoNuevo({Que::FallaLlamada, en, false, EIO}); ++en)
+        SCOPED_TRACE(testing::Message() << "call " << en);
+    EXPECT_GT(en, 20);
+}
+
+TEST_P(NextRun, IsThatOfANewDialogAfterMemoryRanOut)
+{
+    long en = 1;
+    for (; !HasFailure() && EsComoNuevo({Que::FaltaMemoria, en}); en += 1 + en / 8)
+        SCOPED_TRACE(testing::Message() << "allocation " << en);
+    EXPECT_GT(en, 50);
+}
+
+TEST_P(NextRun, IsThatOfANewDialogAfterAStop)
+{
+    int vez = 1;
+    for (; !HasFailure() && EsComoNuevo({}, vez); ++vez)
+        SCOPED_TRACE(testing::Message() << "look " << vez);
+    EXPECT_GT(vez, 5);
+}
+
+INSTANTIATE_TEST_SUITE_P(Cada, NextRun, testing::ValuesIn(kTraducciones),
+                         [](const auto& cual) { return cual.param.nombre; });
