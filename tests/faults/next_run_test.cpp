@@ -100,7 +100,10 @@ protected:
                                sintetico::LineasCatastro(Municipio(7)).Todas());
         CAplicacionPrueba aplicacion;
         CDialogoDe<CCampivaAVexaDlg>(m_carpeta, IDD_CAMPIVA_A_VEXA).Corre();
-        sintetico::GrabaDibujos(m_carpeta.Ruta().string(), Municipio(7));
+        auto dibujado = Municipio(7);
+        for (auto& hoja : dibujado.hojas)
+            hoja.nombre = "OTRA"; // than the tables say
+        sintetico::GrabaDibujos(m_carpeta.Ruta().string(), dibujado);
         m_principio = Ficheros();
         Prepara();
     }
