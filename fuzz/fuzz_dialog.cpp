@@ -14,6 +14,7 @@
 #include "platform/terminal/terminal_front_end.h"
 #include "resources/program_resources.h"
 #include "shell/campiva_app.h"
+#include "shell/exit_status.h"
 #include "shell/start_up.h"
 #include "vexa_libs/ccadena.h"
 
@@ -201,7 +202,7 @@ private:
         CCampivaApp aplicacion;
         aplicacion.Arranca(frontal, RecursosDelPrograma(),
                            UneArgumentos(std::span(argumentos).subspan(1)), "campiva.HLP");
-        return ConSalida(aplicacion.EstadoSalida());
+        return ConSalida(EstadoSalida(aplicacion));
     }
 
     /// The program's name and the tokens; a zero is a tab inside one.

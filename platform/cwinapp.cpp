@@ -90,6 +90,12 @@ CString CWinApp::FicheroAyuda(const CString& programa)
     return sistema::Nombre((hay ? instalada : carpeta) / sistema::Ruta(programa + ".HLP"));
 }
 
+void CWinApp::OnCommand(UINT mandato) const
+{
+    if (mandato == ID_HELP)
+        OnHelp();
+}
+
 void CWinApp::OnHelp() const
 {
     HtmlHelp(m_pMainWnd, m_pszHelpFilePath, HH_DISPLAY_TOPIC, nullptr);

@@ -39,8 +39,8 @@ public:
     /// its data. It ends in ".HLP", whatever the file that is there ends in.
     static CString FicheroAyuda(const CString& programa);
 
-    /// A command that no window has a handler for.
-    virtual void OnCommand(UINT /*mandato*/) {}
+    /// A command that no window has a handler for: the map of the application has `OnHelp` alone.
+    void OnCommand(UINT mandato) const;
     /// The help file on its default topic.
     void OnHelp() const;
 
@@ -73,6 +73,9 @@ public:
     bool HuboCajaDeError() const { return m_huboCajaDeError; }
     /// Tells that an exception kept `InitInstance` from its end. A box told the user.
     bool Interrumpida() const { return m_interrumpida; }
+    /// Notes that a run ended early because the user stopped it.
+    void NotaParada() { m_huboParada = true; }
+    bool HuboParada() const { return m_huboParada; }
     /// Shows the box that memory ran out. It uses memory that was kept back for that, and writes
     /// to the standard error where even that isn't enough.
     void CajaSinMemoria() noexcept;
@@ -109,6 +112,7 @@ private:
     CRecursos m_recursos;
     CString m_empresa;
     bool m_huboCajaDeError = false;
+    bool m_huboParada = false;
     bool m_interrumpida = false;       ///< `InitInstance` didn't come to its end
     std::unique_ptr<char[]> m_reserva; ///< for the box that tells that memory ran out
     std::shared_ptr<const void> m_conservado;

@@ -1,60 +1,10 @@
 #include "shell/campiva_app.h"
 
-#include <algorithm>
-
 #include "catastro_to_vexa/campiva_a_vexa_dlg.h"
-#include "platform/dialog.h"
 #include "shell/translation_choice_dialog.h"
 #include "vexa_libs/ccadena.h"
 #include "vexa_to_catastro/vexa_a_campiva2_dlg.h"
 #include "vexa_to_infograf/vexa_a_infograf_dlg.h"
-
-namespace {
-
-/// What stands for a tab inside an argument while the arguments are one text: the one character
-/// that no argument can hold.
-constexpr std::string_view kTabEnArgumento("\0", 1);
-
-bool HayVacios(const CTokens& tokens, std::size_t desde, std::size_t hasta)
-{
-    return std::any_of(tokens.begin() + static_cast<std::ptrdiff_t>(desde),
-                       tokens.begin() + static_cast<std::ptrdiff_t>(hasta) + 1,
-                       [](const CString& token) { return token.IsEmpty(); });
-}
-
-} // namespace
-
-CString UneArgumentos(std::span<const std::string> argumentos)
-{
-    CString mandato;
-    for (const char* separador = ""; const std::string& argumento : argumentos) {
-        CString token = argumento;
-        token.Replace("\t", kTabEnArgumento);
-        mandato += separador;
-        mandato += token;
-        separador = "\t";
-    }
-    return mandato;
-}
-
-CTokens ParteMandato(const CString& mandato)
-{
-    CTokens tokens;
-    CCadena(mandato).Leetira(kTokens, tokens.data());
-    for (CString& token : tokens)
-        token.Replace(kTabEnArgumento, "\t");
-    return tokens;
-}
-
-Ruta EligeRuta(const CTokens& tokens)
-{
-    if (HayVacios(tokens, 1, 7))
-        return Ruta::Dialogos;
-    const int selector = LeeEntero(tokens[0]);
-    if (selector == 1 && !HayVacios(tokens, 8, 11))
-        return Ruta::VexaACatastro;
-    return selector == 0 ? Ruta::CatastroAVexa : Ruta::Ninguna;
-}
 
 BOOL CCampivaApp::InitInstance()
 {
@@ -65,8 +15,7 @@ BOOL CCampivaApp::InitInstance()
     ReadFileTime();
     m_pszHelpFilePath.Replace(".HLP", ".chm");
     const CTokens tokens = ParteMandato(m_lpCmdLine);
-    m_ruta = EligeRuta(tokens);
-    switch (m_ruta) {
+    switch (EligeRuta(tokens)) {
     case Ruta::CatastroAVexa:
         EjecutaCatastroAVexa(tokens);
         break;
@@ -80,27 +29,6 @@ BOOL CCampivaApp::InitInstance()
         break;
     }
     return 0;
-}
-
-int CCampivaApp::EstadoSalida() const
-{
-    if (Interrumpida())
-        return kHuboError;
-    const CGuionMandatos guion = Frontal().Guion();
-    const bool dialogos = m_ruta == Ruta::Dialogos;
-    if (dialogos && !guion.hay)
-        return kHecho;
-    if (m_ruta == Ruta::Ninguna || (dialogos && guion.leidos == 0))
-        return kNadaPedido;
-    if (m_detenido)
-        return kDetenido;
-    return HuboCajaDeError() || guion.fallidos > 0 ? kHuboError : kHecho;
-}
-
-void CCampivaApp::OnCommand(UINT mandato)
-{
-    if (mandato == ID_HELP)
-        OnHelp();
 }
 
 void CCampivaApp::MuestraDialogos()
@@ -141,6 +69,5 @@ void CCampivaApp::ConDialogo(F accion)
     D dialogo;
     m_pMainWnd = &dialogo;
     accion(dialogo);
-    m_detenido = dialogo.Detenido();
     m_pMainWnd = nullptr;
 }

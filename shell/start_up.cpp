@@ -5,6 +5,7 @@
 
 #include "resources/program_resources.h"
 #include "shell/campiva_app.h"
+#include "shell/exit_status.h"
 
 namespace {
 
@@ -67,7 +68,7 @@ int EjecutaPrograma(CFrontal& frontal, std::span<const std::string> argumentos)
 {
     const CString mandato = UneArgumentos(argumentos.subspan(argumentos.empty() ? 0 : 1));
     theApp.Arranca(frontal, RecursosDelPrograma(), mandato, CWinApp::FicheroAyuda(kPrograma));
-    const int estado = theApp.EstadoSalida();
+    const int estado = EstadoSalida(theApp);
 #ifdef __SANITIZE_ADDRESS__
     delete &theApp; // so that what nobody else frees comes to light
 #endif

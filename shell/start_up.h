@@ -13,6 +13,6 @@ bool AtiendeOpcion(std::span<const std::string> argumentos);
 /// The exit status of a program that has done all: 1 where what it said couldn't be written.
 int ConSalida(int estado);
 
-/// The whole life of the program behind a front end. Gives its exit status (CCampivaApp).
+/// The whole life of the program behind a front end. Gives its exit status (exit_status.h).
 /// \param argumentos  the line's, the program's own name first
 int EjecutaPrograma(CFrontal& frontal, std::span<const std::string> argumentos);

@@ -78,10 +78,8 @@ void CTraduccionDlg::OnCancel()
 {
     if (EnMarcha) {
         constexpr UINT kPregunta = MB_YESNO | MB_ICONQUESTION;
-        if (MessageBox(cajas::kDetener, cajas::kPausa, kPregunta) == IDYES) {
-            m_detenido = true;
+        if (MessageBox(cajas::kDetener, cajas::kPausa, kPregunta) == IDYES)
             EnMarcha = false;
-        }
         return;
     }
     if (m_enLote)
@@ -234,6 +232,9 @@ LRESULT CTraduccionDlg::OnAvance(WPARAM wParam, LPARAM lParam)
     const WPARAM hecho =
         Porcentaje(static_cast<std::uint32_t>(wParam), static_cast<std::int32_t>(lParam));
     Progreso.SendMessage(PBM_SETPOS, hecho, 0);
+    if (!EnMarcha &&
+        m_proceso) // by this answer a run ends; a stop behind the last one stops nothing
+        AfxGetApp()->NotaParada();
     return EnMarcha ? 1 : 0;
 }
 

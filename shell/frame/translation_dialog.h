@@ -27,8 +27,6 @@ public:
     /// The state of a run: true from `ActivaControles(false)` until the user confirms a stop or
     /// `ActivaControles(true)` ends it.
     bool EnMarcha = false;
-    /// Tells whether the user stopped a run of this dialog.
-    bool Detenido() const { return m_detenido; }
     CString Estado;         ///< status text
     CProgressCtrl Progreso; ///< 0 to 100
 
@@ -156,6 +154,5 @@ private:
     };
 
     bool m_enLote = false;
-    bool m_detenido = false;
     std::optional<CProceso> m_proceso; ///< from `EmpiezaProceso` to the end of the run
 };

@@ -5,6 +5,7 @@
 #include "platform/dialog.h"
 #include "resources/program_resources.h"
 #include "resources/resource_ids.h"
+#include "shell/exit_status.h"
 #include "tests/support/files.h"
 #include "tests/support/interruption.h"
 #include "tests/support/scripted_front_end.h"
@@ -74,42 +75,46 @@ TEST(CampivaApp, EndsWithAStatusThatAScriptCanRead)
     for (const char* tabla : {"m", "t", "p", "s", "j", "c"})
         tablas += "\t" + std::string(std::string_view(carpeta.En(tabla)));
     const std::string lote = "0\t" + buena + tablas;
-    using A = CCampivaApp;
     const struct {
         const char* motivo;
         std::string linea;
         int estado;
         CGuionMandatos mandatos = kPersona;
-        bool detiene = false; ///< the user stops the run when it first looks at him
-        bool queja = false;   ///< a dialog that is shown tells an error in a box
+        const char* detiene = nullptr; ///< the status line at which the user stops the run
+        bool queja = false;            ///< a dialog that is shown tells an error in a box
     } casos[] = {
-        {"a run", lote, A::kHecho, {}},
-        {"a run takes no commands", lote, A::kHecho, {true, 0, 0}},
-        {"a run with an error box", "0\t" + buena + "x" + tablas, A::kHuboError, {}},
-        {"a run that was stopped", lote, A::kDetenido, {}, true},
-        {"no route", "5\t" + buena + tablas, A::kNadaPedido, {}},
-        {"a person saw what went wrong", "", A::kHecho, kPersona, false, true},
-        {"a script that did all", "", A::kHecho, {true, 5, 0}},
-        {"a script that met an error box", "", A::kHuboError, {true, 5, 0}, false, true},
-        {"a script with a command that failed", "", A::kHuboError, {true, 5, 1}},
-        {"a script without a command", "", A::kNadaPedido, {true, 0, 0}},
+        {"a run", lote, estado::kHecho, {}},
+        {"a run takes no commands", lote, estado::kHecho, {true, 0, 0}},
+        {"a run with an error box", "0\t" + buena + "x" + tablas, estado::kHuboError, {}},
+        {"a run that was stopped", lote, estado::kDetenido, {}, "Leyendo Base de datos"},
+        {"a stop that came too late", lote, estado::kHecho, {}, "Grabando fichero de titulares"},
+        {"no route", "5\t" + buena + tablas, estado::kNadaPedido, {}},
+        {"a person saw what went wrong", "", estado::kHecho, kPersona, nullptr, true},
+        {"a script that did all", "", estado::kHecho, {true, 5, 0}},
+        {"a script that met an error box", "", estado::kHuboError, {true, 5, 0}, nullptr, true},
+        {"a script with a command that failed", "", estado::kHuboError, {true, 5, 1}},
+        {"a script without a command", "", estado::kNadaPedido, {true, 0, 0}},
     };
     for (const auto& caso : casos) {
         SCOPED_TRACE(caso.motivo);
         CCampivaApp aplicacion;
         CGuion guion;
         guion.mandatos = caso.mandatos;
-        guion.alAtender = [&](CDialog& dialogo, int vez) {
-            if (caso.detiene && vez == 1)
-                dialogo.SendMessage(WM_COMMAND, IDCANCEL, 0);
+        bool detenido = false;
+        guion.alAtender = [&](CDialog& dialogo, int) {
+            if (caso.detiene == nullptr || detenido || guion.estados.empty() ||
+                guion.estados.back() != caso.detiene)
+                return;
+            detenido = true;
+            dialogo.SendMessage(WM_COMMAND, IDCANCEL, 0);
         };
         guion.alMostrar = [&](CDialog& dialogo) {
             if (caso.queja)
                 dialogo.MessageBox("no existe", "Error", MB_ICONERROR);
         };
         aplicacion.Arranca(guion, RecursosDelPrograma(), caso.linea, "/usr/bin/campiva.HLP");
-        EXPECT_EQ(aplicacion.EstadoSalida(), caso.estado);
-        if (caso.estado == A::kNadaPedido) {
+        EXPECT_EQ(EstadoSalida(aplicacion), caso.estado);
+        if (caso.estado == estado::kNadaPedido) {
             EXPECT_TRUE(guion.cajas.empty());
         }
         EXPECT_EQ(aplicacion.m_pszHelpFilePath, CString("/usr/bin/campiva.chm"));
@@ -138,5 +143,5 @@ TEST(CampivaApp, TellsAScriptThatAStopCameFromOutsideInItsDialogsToo)
             Interrumpe();
     };
     aplicacion.Arranca(guion, RecursosDelPrograma(), {}, {});
-    EXPECT_EQ(aplicacion.EstadoSalida(), CCampivaApp::kDetenido);
+    EXPECT_EQ(EstadoSalida(aplicacion), estado::kDetenido);
 }

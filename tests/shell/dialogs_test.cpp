@@ -12,6 +12,7 @@
 #include "platform/html_help.h"
 #include "resources/program_resources.h"
 #include "shell/campiva_app.h"
+#include "shell/exit_status.h"
 #include "shell/translation_choice_dialog.h"
 #include "tests/support/files.h"
 #include "tests/support/scripted_front_end.h"
@@ -157,7 +158,7 @@ TEST(RutaDeDialogos, TheChoiceLeadsToItsDialogAndIsRemembered)
         ASSERT_FALSE(titulos.empty());
         EXPECT_EQ(titulos.front(), "Campiva");
         EXPECT_EQ(titulos.size() > 1 ? titulos[1] : "", caso.titulo);
-        EXPECT_EQ(aplicacion.EstadoSalida(), 0);
+        EXPECT_EQ(EstadoSalida(aplicacion), estado::kHecho);
         EXPECT_EQ(aplicacion.GetProfileInt("Campiva", "TipoTraduccion", -9), caso.queda);
         EXPECT_EQ(aplicacion.m_pMainWnd, nullptr);
     }
