@@ -5,7 +5,7 @@
 #include <thread>
 #include <vector>
 
-#include "platform/files/cfile.h"
+#include "platform/files/cstdio_file.h"
 #include "platform/files/output_set.h"
 #include "platform/files/system_files.h"
 #include "platform/system.h"

@@ -5,7 +5,7 @@
 
 #include <windows.h>
 
-#include "platform/files/cfile.h"
+#include "platform/files/cstdio_file.h"
 #include "platform/files/output_set.h"
 #include "platform/files/system_files.h"
 #include "tests/support/files.h"

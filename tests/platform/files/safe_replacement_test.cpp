@@ -8,7 +8,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/files/cfile.h"
+#include "platform/files/cstdio_file.h"
 #include "platform/files/output_set.h"
 #include "tests/support/files.h"
 
