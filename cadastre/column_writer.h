@@ -10,7 +10,7 @@
 #include <variant>
 
 #include "cadastre/exchange_format.h"
-#include "platform/files/cfile.h"
+#include "platform/files/cstdio_file.h"
 #include "platform/format.h"
 
 // The writers that a record's table of columns makes.

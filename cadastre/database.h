@@ -4,7 +4,7 @@
 
 #include "cadastre/message_catalogue.h"
 #include "cadastre/municipality.h"
-#include "platform/files/cfile.h"
+#include "platform/files/cstdio_file.h"
 
 /// The database of one run: the municipalities read, with all that they hold. One reader fills it,
 /// then it is sorted and written; it dies with the run.

@@ -8,7 +8,7 @@
 
 #include "cadastre/messages.h"
 #include "platform/cstring.h"
-#include "platform/files/cfile.h"
+#include "platform/files/cstdio_file.h"
 
 /// All messages, by number.
 constexpr std::span<const CMensaje> Catalogo()

@@ -1,6 +1,6 @@
 #include "evidence/table_rows.h"
 
-#include "platform/files/cfile.h"
+#include "platform/files/cstdio_file.h"
 
 bool RecorreTabla(const CString& nombre, const CTomaFila& toma, UINT modo)
 {

@@ -8,7 +8,7 @@
 #include "fuzz/terminal.h"
 #include "fuzz/way_back.h"
 #include "platform/files/cfile.h"
-#include "platform/files/output_set.h"
+#include "platform/files/set_healing.h"
 #include "platform/html_help.h"
 #include "platform/system.h"
 #include "platform/terminal/terminal_front_end.h"
@@ -132,7 +132,7 @@ private:
             guardado = aplicacion.WriteProfileString(kSeccion, kClave, valor) != 0;
         }
         if (entrada.Fallo() != 0)
-            CConjuntoSalidas::Sana({m_ajustes.string()});
+            SanaConjuntos({m_ajustes.string()});
         const std::string_view texto = valor;
         const bool unaLinea = texto.find_first_of("\r\n") == std::string_view::npos;
         Exige(guardado ? unaLinea : !unaLinea || entrada.Fallo() != 0,
@@ -165,7 +165,7 @@ private:
             return;
         std::ofstream("Parcelas.txt.~antes") << kAntes;
         std::ofstream("Titulares.txt.~conjunto", std::ios::binary) << SinCarpetas(diario);
-        CConjuntoSalidas::Sana({"entrada.txt"});
+        SanaConjuntos({"entrada.txt"});
         CompruebaRestos();
     }
 
@@ -188,7 +188,7 @@ private:
         Exige((estado >= 0 && estado <= 2) || estado == CCampivaApp::kDetenido,
               "the exit status is one of those that are told");
         if (entrada.Fallo() != 0)
-            CConjuntoSalidas::Sana({"entrada.txt", m_ajustes.string()});
+            SanaConjuntos({"entrada.txt", m_ajustes.string()});
         CompruebaRestos();
     }
 

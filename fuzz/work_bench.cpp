@@ -9,7 +9,7 @@
 
 #include "platform/files/cfile.h"
 #include "platform/files/fault_point.h"
-#include "platform/files/output_set.h"
+#include "platform/files/set_healing.h"
 #include "resources/program_resources.h"
 
 namespace fs = std::filesystem;
@@ -161,7 +161,7 @@ void CBanco::Ejecuta(const CEntrada& entrada, bool conCierre, const std::functio
         Exige(entrada.Fallo() != 0, "a file failed by itself:", fallo.what());
     }
     if (entrada.Fallo() != 0)
-        CConjuntoSalidas::Sana({En("entrada.txt")});
+        SanaConjuntos({En("entrada.txt")});
     Comprueba(conCierre);
 }
 

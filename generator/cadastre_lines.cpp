@@ -6,7 +6,7 @@
 #include "cadastre/subparcel_columns.h"
 #include "generator/compose_line.h"
 #include "platform/ansi.h"
-#include "platform/files/cfile.h"
+#include "platform/files/cstdio_file.h"
 
 namespace sintetico {
 namespace {

@@ -5,8 +5,8 @@
 #include <thread>
 #include <vector>
 
-#include "platform/files/cfile.h"
-#include "platform/files/output_set.h"
+#include "platform/files/cstdio_file.h"
+#include "platform/files/set_healing.h"
 #include "platform/files/system_files.h"
 #include "platform/system.h"
 
@@ -168,7 +168,7 @@ void CAlmacenAjustes::Escribe(std::span<const CAjuste> ajustes)
     sistema::CreaCarpetas(std::filesystem::path(m_lugar).parent_path(), error);
     if (error)
         throw CFileException(m_lugar, error);
-    CConjuntoSalidas::Sana({m_lugar});
+    SanaConjuntos({m_lugar});
     CStdioFile salida;
     AbreCerrado(salida, m_lugar);
     const std::vector<CString> antes = LeeLineas(m_lugar);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/files/cfile.h"
+#include "platform/files/cstdio_file.h"
 
 // The records of the Infograf system: one line for each polygon of a drawing.
 

@@ -1,14 +1,13 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
-#include <string>
 #include <string_view>
 #include <vector>
 
 #include "platform/cstring.h"
 #include "platform/files/cfile_exception.h"
-#include "platform/files/safe_replacement.h"
+#include "platform/files/file_reader.h"
+#include "platform/files/file_writer.h"
 #include "platform/types.h"
 
 class CConjuntoSalidas;
@@ -35,10 +34,10 @@ public:
         modeWhole = 0x40000
     };
 
-    CFile();
+    CFile() : CFile(CLectorFichero::Fin::EsDato) {}
     CFile(const CFile&) = delete;
     CFile& operator=(const CFile&) = delete;
-    virtual ~CFile();
+    virtual ~CFile() = default;
 
     /// Opens for reading, or with `modeCreate | modeWrite` for writing. What the object had open
     /// before is let go of, unwritten bytes included. A folder is no file. A file to be read with
@@ -85,10 +84,13 @@ public:
 
     /// Length in bytes that a file open for reading had when it was opened; 0 for a pipe, a device
     /// and a file that is written.
-    std::uint64_t GetLength() const { return m_longitud; }
+    std::uint64_t GetLength() const { return m_lector.Longitud(); }
 
     /// Number of bytes of the file in front of the next one to be read or written.
-    std::uint64_t GetPosition() const { return m_base + (Escribiendo() ? m_lleno : m_leido); }
+    std::uint64_t GetPosition() const
+    {
+        return m_escritor.Abierto() ? m_escritor.Posicion() : m_lector.Posicion();
+    }
 
     /// The whole path of a name, from the root, without "." and ".."; the name itself where the
     /// system doesn't tell.
@@ -114,84 +116,16 @@ public:
     static bool SeriaElMismo(const CString& uno, const CString& otro);
 
 protected:
-    /// What stands unread in the buffer, at least `minimo` bytes of it unless the file ends before.
-    /// It is valid until the next call; `Consume` moves the position.
-    std::string_view Mira(std::size_t minimo);
-    void Consume(std::size_t bytes) { m_leido += bytes; }
-    bool AlFinal() const { return m_final; } ///< nothing comes behind what `Mira` gave
-    void Escribe(std::string_view bytes);
-    /// Room in the buffer of a file that is written; `Escrito` tells how much of it was filled.
-    char* Sitio(std::size_t bytes);
-    void Escrito(std::size_t bytes) { m_lleno += bytes; }
-    /// Called once the end of the file is in the buffer; may cut what is no data from the end.
-    virtual void AlLlegarAlFinal(std::string_view& /*ultimo*/) const {}
+    /// \param fin  what the class of the file has at its end
+    explicit CFile(CLectorFichero::Fin fin) : m_lector(fin) {}
+
+    CLectorFichero& Lector() { return m_lector; }
+    CEscritorFichero& Escritor() { return m_escritor; }
 
 private:
-    bool Escribiendo() const { return m_enSitio != sistema::kCerrado || m_salida != nullptr; }
     bool AbreLectura(const CString& nombre, UINT modo, sistema::Error& error);
-    bool AbreEnSitio(const CString& nombre, sistema::Error& error);
-    bool AbreSalida(const CString& nombre, CConjuntoSalidas* conjunto, sistema::Error& error);
-    void Cabe(std::size_t bytes);
-    void Llena(std::size_t hasta);
-    void Vuelca(); ///< the buffer into the output
-    void VuelcaEnSitio();
-    void Suelta() noexcept; ///< all that is open, as it is: the other half of `Close`
 
-    CString m_nombre;
-    int m_lectura = sistema::kCerrado;
-    int m_enSitio = sistema::kCerrado;
-    CReemplazo m_reemplazo;         // where it belongs to no set
-    CReemplazo* m_salida = nullptr; // being written: that one, or one of a set
     CFileException m_fallo;
-    bool m_hayHueco = false; // what was to be written in its place last isn't there
-
-    std::unique_ptr<char[]> m_bufer;
-    std::size_t m_cabe = 0;   // bytes that fit into the buffer
-    std::size_t m_lleno = 0;  // bytes in the buffer
-    std::size_t m_leido = 0;  // of these, how many were consumed
-    std::uint64_t m_base = 0; // position in the file of the buffer's first byte
-    std::size_t m_lote = 0;   // bytes that the next filling of the buffer asks for
-    std::uint64_t m_longitud = 0;
-    bool m_esRegular = false; // it has positions and a length
-    bool m_final = false;     // nothing more comes from the file
-};
-
-/// A text file. On disk its lines end in CR LF; a plain LF is taken too, and the line end that the
-/// program sees and writes is "\n". A NUL reads as a blank, and a 0x1A as the file's very last byte
-/// is the old end mark and no data.
-class CStdioFile : public CFile {
-public:
-    /// Reads up to `n` - 1 characters of the line into the buffer, the line end among them, and
-    /// closes them with a zero. A longer line comes in pieces, one a call. Gives `bufer`, null at
-    /// the end of the file. `n` is 2 or more.
-    char* ReadString(char* bufer, UINT n);
-
-    /// Reads a line of any length and drops its end. False, with an empty text, at the end of the
-    /// file.
-    bool ReadString(CString& linea);
-
-    /// Writes the text, bytes in code page 1252, each "\n" as CR LF. Raises CFileException.
-    void WriteString(std::string_view texto);
-
-    /// Gives room in the buffer for a line of up to `cota` characters, so that it is composed
-    /// where it is written from. `AcabaLinea` is told where the line ends and adds the line end.
-    /// Nothing else may be asked of the file between the two. Both raise CFileException.
-    char* EmpiezaLinea(std::size_t cota);
-    void AcabaLinea(const char* fin);
-
-    /// An empty text for whoever composes something before it is written here. It keeps its memory
-    /// from one use to the next, so that writing a row costs no allocation. The next call, and
-    /// `AcabaLinea`, empty it.
-    std::string& Borrador()
-    {
-        m_borrador.clear();
-        return m_borrador;
-    }
-
-private:
-    void AlLlegarAlFinal(std::string_view& ultimo) const override;
-
-    char* m_compuesta = nullptr; // the line that is being composed
-    std::string m_borrador;
-    std::string m_linea;
+    CLectorFichero m_lector; // of it and the next one at most one has a file
+    CEscritorFichero m_escritor;
 };

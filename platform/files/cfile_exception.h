@@ -26,6 +26,12 @@ public:
     /// Tells whether a file that can't be opened for this reason isn't there, or isn't for this
     /// user: the usual reasons. All others are faults of the disk or the system.
     static bool EsCorriente(const sistema::Error& error);
+    /// Raises one for a failed write where there is an error.
+    static void Exige(const sistema::Error& error, const CString& fichero)
+    {
+        if (error)
+            throw CFileException(fichero, error);
+    }
     /// The reason of ours for a file that ends before its length: the number of the system that no
     /// call on a file gives.
     static sistema::Error AcortadoAlLeer()

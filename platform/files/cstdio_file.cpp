@@ -1,25 +1,19 @@
+#include "platform/files/cstdio_file.h"
+
 #include <algorithm>
 #include <cstring>
 
-#include "platform/files/cfile.h"
-
 namespace {
 
-constexpr char kFinAntiguo = 0x1A;
 constexpr std::string_view kFinLinea = "\r\n";
 
 } // namespace
 
-void CStdioFile::AlLlegarAlFinal(std::string_view& ultimo) const
-{
-    if (!ultimo.empty() && ultimo.back() == kFinAntiguo)
-        ultimo.remove_suffix(1);
-}
-
 char* CStdioFile::ReadString(char* bufer, UINT n)
 {
     const std::size_t cabe = n - 1U;
-    const std::string_view resto = Mira(cabe + 1); // one more: a CR must see what follows it
+    const std::string_view resto =
+        Lector().Mira(cabe + 1); // one more: a CR must see what follows it
     std::size_t largo = std::min(cabe, resto.size());
     std::size_t consumo = largo;
     bool entera = false;
@@ -37,7 +31,7 @@ char* CStdioFile::ReadString(char* bufer, UINT n)
     if (entera)
         bufer[largo++] = '\n';
     bufer[largo] = '\0';
-    Consume(consumo);
+    Lector().Consume(consumo);
     return bufer;
 }
 
@@ -46,14 +40,14 @@ bool CStdioFile::ReadString(CString& linea)
     m_linea.clear();
     bool hubo = false;
     for (bool entera = false; !entera;) {
-        const std::string_view resto = Mira(2); // a CR must see what follows it
+        const std::string_view resto = Lector().Mira(2); // a CR must see what follows it
         if (resto.empty())
             break;
         hubo = true;
         const auto fin = resto.find('\n');
         entera = fin != std::string_view::npos;
-        std::size_t largo = entera ? fin : resto.size() - (AlFinal() ? 0U : 1U);
-        Consume(entera ? fin + 1 : largo);
+        std::size_t largo = entera ? fin : resto.size() - (Lector().AlFinal() ? 0U : 1U);
+        Lector().Consume(entera ? fin + 1 : largo);
         if (entera && fin > 0 && resto[fin - 1] == '\r')
             --largo;
         m_linea.append(resto.substr(0, largo));
@@ -65,7 +59,7 @@ bool CStdioFile::ReadString(CString& linea)
 
 char* CStdioFile::EmpiezaLinea(std::size_t cota)
 {
-    m_compuesta = Sitio(cota + kFinLinea.size());
+    m_compuesta = Escritor().Sitio(cota + kFinLinea.size());
     return m_compuesta;
 }
 
@@ -74,7 +68,7 @@ void CStdioFile::AcabaLinea(const char* fin)
     const std::string_view linea(m_compuesta, static_cast<std::size_t>(fin - m_compuesta));
     if (linea.find('\n') == std::string_view::npos) {
         std::memcpy(m_compuesta + linea.size(), kFinLinea.data(), kFinLinea.size());
-        Escrito(linea.size() + kFinLinea.size());
+        Escritor().Escrito(linea.size() + kFinLinea.size());
         return;
     }
     Borrador().append(linea) += '\n'; // a line end among its characters is one like any other
@@ -85,10 +79,10 @@ void CStdioFile::WriteString(std::string_view texto)
 {
     while (!texto.empty()) {
         const auto fin = texto.find('\n');
-        Escribe(texto.substr(0, fin));
+        Escritor().Escribe(texto.substr(0, fin));
         if (fin == std::string_view::npos)
             return;
-        Escribe(kFinLinea);
+        Escritor().Escribe(kFinLinea);
         texto.remove_prefix(fin + 1);
     }
 }

@@ -1,8 +1,6 @@
 #pragma once
 
 #include <list>
-#include <span>
-#include <vector>
 
 #include "platform/cstring.h"
 #include "platform/files/safe_replacement.h"
@@ -12,18 +10,14 @@
 /// They are brought to the disk first. Then, beside a target in each folder, a diary tells what is
 /// about to be replaced, each target gets a second name for what it holds, and the outputs are
 /// renamed. When the folders are on the disk the diaries go, and with them the second names. A
-/// program that is killed in between leaves its diary; the next run that works in the folder finds
-/// it, gives all targets back what they held, and clears away what else was left.
+/// program that is killed in between leaves its diary; the next run that works in the folder heals
+/// by it (set_healing.h).
 class CConjuntoSalidas {
 public:
     CConjuntoSalidas() = default;
     CConjuntoSalidas(const CConjuntoSalidas&) = delete;
     CConjuntoSalidas& operator=(const CConjuntoSalidas&) = delete;
     ~CConjuntoSalidas() { Desecha(); }
-
-    /// Heals what a killed run left in the folders of these files. What belongs to a run that is
-    /// alive stays. Raises CFileException where a folder or a diary can't be read.
-    static void Sana(const std::vector<CString>& nombres);
 
     /// Keeps an output for this run, before anything is written to it.
     /// \return `Ocupado` where another program is writing it; `NoSePuede` where it can't be
@@ -49,14 +43,7 @@ private:
         bool usada = false;
     };
 
+    CReemplazo::Apertura Pon(const CString& nombre, sistema::Error& error);
+
     std::list<CSalida> m_salidas; // an output keeps its address
 };
-
-/// An output, and the name by which the program asked for it, which complaints name.
-struct CSalidaNombrada {
-    CString nombre;
-    CReemplazo* reemplazo;
-};
-/// Does what CConjuntoSalidas::Confirma does, for outputs that the caller owns. They are closed
-/// afterwards, also where it raises CFileException.
-void ConfirmaSalidas(std::span<const CSalidaNombrada> salidas);

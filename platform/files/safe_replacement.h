@@ -16,7 +16,7 @@
 ///
 /// Once all is written the owner calls `Asegura`, `Prepara`, `Coloca` and, when nothing can go
 /// wrong any more, `Acaba`, in this order. `Desecha` at any time before `Acaba` leaves the target
-/// with what it held. `ConfirmaSalidas` (output_set.h) does all this for the outputs of a run. No
+/// with what it held. CConjuntoSalidas (output_set.h) does all this for the outputs of a run. No
 /// operation throws: `error` tells the system's reason, and is clear where all went well.
 class CReemplazo {
 public:

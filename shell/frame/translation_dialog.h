@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "platform/dialog.h"
-#include "platform/files/cfile.h"
+#include "platform/files/cstdio_file.h"
 #include "platform/files/output_set.h"
 #include "platform/front_end.h"
 

@@ -1,3 +1,4 @@
+#include "platform/files/set_healing.h"
 #include "platform/system.h"
 #include "shell/frame/box_texts.h"
 #include "shell/frame/translation_dialog.h"
@@ -15,7 +16,7 @@ void CTraduccionDlg::EmpiezaProceso(const std::vector<CString>& ficheros)
 {
     m_proceso.emplace();
     sistema::VigilaSenales(); // from here on there is something to clear away
-    CConjuntoSalidas::Sana(ficheros);
+    SanaConjuntos(ficheros);
 }
 
 bool CTraduccionDlg::Abre(CFile& fichero, const CString& nombre, UINT modo)
@@ -72,7 +73,7 @@ bool CTraduccionDlg::CreaLog(const CString& nombre, const std::vector<CString>& 
 {
     if (HayRepetidas(nombre, salidas))
         return false;
-    CConjuntoSalidas::Sana(salidas);
+    SanaConjuntos(salidas);
     for (const CString& salida : salidas)
         if (m_proceso->salidas.Reserva(salida) == CReemplazo::Apertura::Ocupado)
             throw CFileException(salida, sistema::kDeOtro);

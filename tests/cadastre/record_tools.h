@@ -8,7 +8,7 @@
 
 #include "cadastre/exchange_format.h"
 #include "platform/cstring.h"
-#include "platform/files/cfile.h"
+#include "platform/files/cstdio_file.h"
 #include "tests/support/files.h"
 
 // What the tests of the records share.

@@ -11,6 +11,7 @@
 #include "catastro_to_vexa/campiva_a_vexa_dlg.h"
 #include "generator/cadastre_lines.h"
 #include "generator/drawing_files.h"
+#include "platform/files/set_healing.h"
 #include "tests/faults/fault_plan.h"
 #include "tests/support/files.h"
 #include "tests/support/scripted_front_end.h"
@@ -267,7 +268,7 @@ void EsTodoONada(CBanco& banco, const CResultado& resultado)
 void EsTodoONadaALaLarga(CBanco& banco, CResultado resultado)
 {
     if (resultado.error && resultado.salidas != banco.Antes()) {
-        CConjuntoSalidas::Sana(banco.Nombres());
+        SanaConjuntos(banco.Nombres());
         resultado.salidas = banco.Salidas();
     }
     // What stands whole stands, though the last call failed and couldn't be undone.
@@ -347,7 +348,7 @@ TEST_P(Fallos, WhatAKilledRunLeftIsHealed)
         if (!banco.Mata({Que::MataEnLlamada, en}))
             continue;
         ++matados;
-        CConjuntoSalidas::Sana(banco.Nombres()); // as any next run in the folder begins
+        SanaConjuntos(banco.Nombres()); // as any next run in the folder begins
         const Contenidos sanadas = banco.Salidas();
         EXPECT_TRUE(sanadas == banco.Antes() || sanadas == banco.Limpio());
         const CResultado despues = banco.Sigue({});

@@ -5,8 +5,9 @@
 
 #include <windows.h>
 
-#include "platform/files/cfile.h"
+#include "platform/files/cstdio_file.h"
 #include "platform/files/output_set.h"
+#include "platform/files/set_healing.h"
 #include "platform/files/system_files.h"
 #include "tests/support/files.h"
 
@@ -104,7 +105,7 @@ TEST(FicherosWindows, OneOutputThatIsOpenElsewhereKeepsAllOthersAsTheyWere)
     for (const char* nombre : {"a.txt", "b.txt", "c.txt"})
         EXPECT_EQ(carpeta.Lee(nombre), "antes") << nombre;
     // The second name of what was open couldn't go before; the next run takes it away.
-    CConjuntoSalidas::Sana({carpeta.En("b.txt")});
+    SanaConjuntos({carpeta.En("b.txt")});
     EXPECT_EQ(carpeta.Lee("b.txt"), "antes");
     EXPECT_EQ(carpeta.Cuantos(), 3);
 }

@@ -9,7 +9,7 @@
 
 #include "evidence/report/reading/people.h"
 #include "evidence/report/reading/record_key.h"
-#include "platform/files/cfile.h"
+#include "platform/files/cstdio_file.h"
 
 class CModulo;
 class CTitular;

@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "evidence/report/reading/text.h"
-#include "platform/files/cfile.h"
+#include "platform/files/cstdio_file.h"
 
 namespace informe {
 namespace {

@@ -5,7 +5,7 @@
 #include <filesystem>
 
 #include "cadastre/table_files.h"
-#include "platform/files/cfile.h"
+#include "platform/files/cstdio_file.h"
 #include "platform/files/system_files.h"
 #include "vexa_libs/binary.h"
 

@@ -1,7 +1,7 @@
 #include "evidence/report/reading/written_records.h"
 
 #include "cadastre/exchange_format.h"
-#include "platform/files/cfile.h"
+#include "platform/files/cstdio_file.h"
 
 namespace informe {
 namespace {

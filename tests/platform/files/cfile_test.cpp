@@ -1,4 +1,4 @@
-#include "platform/files/cfile.h"
+#include "platform/files/cstdio_file.h"
 
 #include <filesystem>
 #include <vector>

@@ -8,8 +8,8 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/files/cfile.h"
-#include "platform/files/output_set.h"
+#include "platform/files/cstdio_file.h"
+#include "platform/files/set_healing.h"
 #include "tests/support/files.h"
 
 namespace fs = std::filesystem;
@@ -223,7 +223,7 @@ TEST(ConjuntoSalidas, HealsByNoDiaryThatReachesTooFar)
         [[maybe_unused]] const int dado =
             chown(carpeta.En("esta/x.~conjunto").GetString(), caso.dueño, caso.dueño);
         fs::permissions(carpeta.Ruta() / "esta", fs::perms{caso.permisos});
-        CConjuntoSalidas::Sana({carpeta.En("esta/entrada.txt")});
+        SanaConjuntos({carpeta.En("esta/entrada.txt")});
         EXPECT_EQ(carpeta.Lee("otra/a.txt") != "a", caso.otraCarpeta);
         EXPECT_EQ(carpeta.Lee("esta/a.txt") != "a", caso.estaCarpeta);
         EXPECT_EQ(carpeta.Lee("otra/nota.txt"), "no diary");
@@ -238,7 +238,7 @@ TEST(ConjuntoSalidas, LeavesAloneWhatIsAliveAndClearsWhatIsNot)
     carpeta.Pon("muerto.txt.~antes", "antes"); // by a system that gives no second names
     CFile vivo;
     ASSERT_TRUE(vivo.Open(carpeta.En("a.txt"), kEscribe));
-    CConjuntoSalidas::Sana({carpeta.En("b.txt")});
+    SanaConjuntos({carpeta.En("b.txt")});
     EXPECT_EQ(carpeta.Lee("muerto.txt"), "antes");
     EXPECT_EQ(carpeta.Cuantos(), 3) << "that one, the file and the one in the making";
     vivo.Write("ahora", 5);
@@ -253,7 +253,7 @@ TEST(ConjuntoSalidas, LeavesWhatATargetHeldUnderANameThatWasCut)
     const std::string cortado = std::string(200, 'a') + "12345.~antes";
     carpeta.Pon(cortado.c_str(), "antes");
     carpeta.Pon((std::string(200, 'b') + "67890.~nuevo").c_str(), "a medias");
-    CConjuntoSalidas::Sana({carpeta.En("b.txt")});
+    SanaConjuntos({carpeta.En("b.txt")});
     EXPECT_EQ(carpeta.Lee(cortado.c_str()), "antes");
     EXPECT_EQ(carpeta.Cuantos(), 1);
 }

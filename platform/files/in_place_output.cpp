@@ -1,0 +1,66 @@
+#include "platform/files/in_place_output.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+/// Stands in a log where lines of it couldn't be written.
+constexpr std::string_view kMarcaHueco = "\r\n*** Faltan mensajes: no se pudieron escribir ***\r\n";
+
+} // namespace
+
+std::unique_ptr<CSalidaEnSitio> CSalidaEnSitio::Abre(const CString& nombre, sistema::Error& fallo,
+                                                     sistema::Error& error)
+{
+    using Tipo = sistema::CEstado::Tipo;
+    const std::filesystem::path ruta = sistema::Ruta(nombre);
+    if (sistema::Mira(ruta, error).tipo == Tipo::Carpeta)
+        error = std::make_error_code(std::errc::is_a_directory);
+    if (error)
+        return nullptr;
+    const int fichero = sistema::Abre(ruta, sistema::Modo::EnSitio, error);
+    if (fichero == sistema::kCerrado)
+        return nullptr;
+    std::unique_ptr<CSalidaEnSitio> salida(new CSalidaEnSitio(fichero, fallo));
+    const bool regular = sistema::Mira(fichero, error).tipo == Tipo::Regular;
+    if (!error && regular && !sistema::Bloquea(fichero, error) && !error)
+        error = sistema::kDeOtro;
+    if (!error && regular)
+        sistema::Recorta(fichero, 0, error);
+    if (error)
+        salida.reset();
+    return salida;
+}
+
+void CSalidaEnSitio::Escribe(std::string_view bytes)
+{
+    sistema::Error error;
+    if (m_hayHueco && !bytes.empty()) {
+        // The bytes may begin inside a line whose start is lost.
+        bytes.remove_prefix(std::min(bytes.find('\n'), bytes.size() - 1) + 1);
+        sistema::Escribe(m_fichero, kMarcaHueco, error);
+        m_hayHueco = static_cast<bool>(error);
+    }
+    if (!error)
+        sistema::Escribe(m_fichero, bytes, error);
+    m_hayHueco = m_hayHueco || error;
+    Anota(error);
+}
+
+void CSalidaEnSitio::Cierra() noexcept
+{
+    if (m_fichero == sistema::kCerrado)
+        return;
+    sistema::Error error;
+    if (m_hayHueco) // at the very end
+        sistema::Escribe(m_fichero, kMarcaHueco, error);
+    sistema::Cierra(std::exchange(m_fichero, sistema::kCerrado), error);
+    Anota(error);
+}
+
+void CSalidaEnSitio::Anota(const sistema::Error& error)
+{
+    if (error && !m_fallo)
+        m_fallo = error;
+}
