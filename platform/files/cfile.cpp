@@ -247,7 +247,8 @@ void CFile::Cabe(std::size_t bytes)
     if (bytes <= m_cabe)
         return;
     std::unique_ptr<char[]> mayor(new char[bytes]); // not filled with zeros
-    std::copy_n(m_bufer.get(), m_lleno, mayor.get());
+    // No more than fits: g++ 14 sees a Mira(1) into an empty buffer that holds more.
+    std::copy_n(m_bufer.get(), std::min(m_lleno, bytes), mayor.get());
     m_bufer = std::move(mayor);
     m_cabe = bytes;
 }
