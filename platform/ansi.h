@@ -21,7 +21,7 @@ inline constexpr char16_t kAltos[32] = {
 constexpr char ByteDe(char32_t valor)
 {
     for (unsigned i = 0; i < 32; ++i)
-        if (valor == kAltos[i])
+        if (valor == char32_t{kAltos[i]})
             return static_cast<char>(0x80U + i);
     if (valor > 0xFF)
         throw "this character is not in code page 1252";

@@ -44,7 +44,11 @@ void RegistraVexa()
     driver->SetMetadataItem(GDAL_DMD_CREATIONOPTIONLIST, kOpcionesCrear);
     driver->SetMetadataItem(GDAL_DMD_CREATIONFIELDDATATYPES,
                             "Integer Integer64 Real String Date Time DateTime");
-    driver->pfnCreate = CMunicipioNuevo::Crea;
+    // The options' type is another from 3.13 on.
+    driver->pfnCreate = [](const char* lista, int /*ancho*/, int /*alto*/, int bandas,
+                           GDALDataType /*tipo*/, auto opciones) {
+        return CMunicipioNuevo::Crea(lista, bandas, opciones);
+    };
     driver->pfnIdentify = CDatosMunicipio::Identifica;
     driver->pfnOpen = CDatosMunicipio::Abre;
     GetGDALDriverManager()->RegisterDriver(driver);

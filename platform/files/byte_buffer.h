@@ -17,7 +17,8 @@ public:
         if (bytes <= m_cabe)
             return;
         std::unique_ptr<char[]> mayor(new char[bytes]);
-        std::copy_n(m_bytes.get(), m_lleno, mayor.get());
+        // No more than fits, which it never is: g++ 14 sees a larger buffer behind an empty one.
+        std::copy_n(m_bytes.get(), std::min(m_lleno, bytes), mayor.get());
         m_bytes = std::move(mayor);
         m_cabe = bytes;
     }

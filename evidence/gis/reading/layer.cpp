@@ -7,23 +7,13 @@
 CCapa::CCapa(const char* nombre, OGRwkbGeometryType geometria,
              const OGRSpatialReference* referencia, const std::vector<CCampoCapa>& campos,
              std::function<CFuente()> fuente)
-    : m_definicion(new OGRFeatureDefn(nombre)), m_pide(std::move(fuente))
+    : CCapaGdal(nombre, geometria, referencia), m_pide(std::move(fuente))
 {
-    SetDescription(nombre);
-    m_definicion->Reference();
-    m_definicion->SetGeomType(geometria);
-    m_definicion->GetGeomFieldDefn(0)->SetSpatialRef(
-        const_cast<OGRSpatialReference*>(referencia)); // NOLINT: it keeps a reference alone
     for (const CCampoCapa& campo : campos) {
         OGRFieldDefn definicion(campo.nombre, campo.tipo);
         definicion.SetSubType(campo.subtipo);
-        m_definicion->AddFieldDefn(&definicion);
+        Definicion().AddFieldDefn(&definicion);
     }
-}
-
-CCapa::~CCapa()
-{
-    m_definicion->Release();
 }
 
 const CCapa::CFuente& CCapa::Fuente()
@@ -41,11 +31,11 @@ const CCapa::CFuente& CCapa::Fuente()
 
 std::unique_ptr<OGRFeature> CCapa::Haz(std::size_t i)
 {
-    auto elemento = std::make_unique<OGRFeature>(m_definicion);
+    auto elemento = std::make_unique<OGRFeature>(&Definicion());
     elemento->SetFID(static_cast<GIntBig>(i) + 1);
     Fuente().rellena(i, *elemento);
     if (OGRGeometry* geometria = elemento->GetGeometryRef())
-        geometria->assignSpatialReference(m_definicion->GetGeomFieldDefn(0)->GetSpatialRef());
+        geometria->assignSpatialReference(Referencia());
     return elemento;
 }
 
@@ -84,12 +74,12 @@ GIntBig CCapa::GetFeatureCount(int forzar)
                : OGRLayer::GetFeatureCount(forzar);
 }
 
-int CCapa::TestCapability(const char* capacidad)
+bool CCapa::Sabe(const char* capacidad) const
 {
     const bool sinFiltro = m_poFilterGeom == nullptr && m_poAttrQuery == nullptr;
     if (EQUAL(capacidad, OLCFastFeatureCount) || EQUAL(capacidad, OLCFastSetNextByIndex))
-        return sinFiltro ? TRUE : FALSE;
-    return EQUAL(capacidad, OLCRandomRead) || EQUAL(capacidad, OLCStringsAsUTF8) ? TRUE : FALSE;
+        return sinFiltro;
+    return EQUAL(capacidad, OLCRandomRead) || EQUAL(capacidad, OLCStringsAsUTF8);
 }
 
 void PonTexto(OGRFeature& elemento, const char* campo, std::string_view texto)

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include <ogrsf_frmts.h>
+#include "evidence/gis/gdal_versions.h"
 
 // A layer whose features are made as they are asked for, out of what the dataset holds.
 
@@ -18,7 +18,7 @@ struct CCampoCapa {
 };
 
 /// A layer to be read. Where `fuente` raises CFileException, the layer tells GDAL and is empty.
-class CCapa final : public OGRLayer {
+class CCapa final : public CCapaGdal {
 public:
     /// Fills a new feature with the number `i`.
     using CRellena = std::function<void(std::size_t i, OGRFeature& elemento)>;
@@ -31,23 +31,18 @@ public:
 
     CCapa(const char* nombre, OGRwkbGeometryType geometria, const OGRSpatialReference* referencia,
           const std::vector<CCampoCapa>& campos, std::function<CFuente()> fuente);
-    CCapa(const CCapa&) = delete;
-    CCapa& operator=(const CCapa&) = delete;
-    ~CCapa() override;
 
     void ResetReading() override { m_siguiente = 0; }
     OGRFeature* GetNextFeature() override;
     OGRFeature* GetFeature(GIntBig fid) override;
     OGRErr SetNextByIndex(GIntBig indice) override;
-    OGRFeatureDefn* GetLayerDefn() override { return m_definicion; }
     GIntBig GetFeatureCount(int forzar) override;
-    int TestCapability(const char* capacidad) override;
 
 private:
+    bool Sabe(const char* capacidad) const override;
     const CFuente& Fuente();
     std::unique_ptr<OGRFeature> Haz(std::size_t i);
 
-    OGRFeatureDefn* m_definicion;
     std::function<CFuente()> m_pide;
     std::unique_ptr<CFuente> m_fuente;
     std::size_t m_siguiente = 0;

@@ -7,7 +7,7 @@
 #include "evidence/gis/reading/municipality_source.h"
 
 // The layers of a municipality. Surfaces are square metres, coordinates metres. They ask the
-// municipality for what they show when they are read first; it must outlive them.
+// municipality for what they show when they are read first, so it must be there then.
 
 using CCapaNueva = std::unique_ptr<CCapa>;
 

@@ -77,10 +77,5 @@ void CDatosMunicipio::PonCapas(const OGRSpatialReference* referencia)
     SetMetadataItem(opcion::kCabecera, ansi::AUtf8(m_municipio->Cabecera()).c_str());
     for (const auto haz : {CapaParcelas, CapaSubparcelas, CapaPoligonos, CapaHojas, CapaRotulos,
                            CapaLineas, CapaMensajes})
-        m_capas.push_back(haz(*m_municipio, referencia));
-}
-
-OGRLayer* CDatosMunicipio::GetLayer(int i)
-{
-    return i < 0 || i >= GetLayerCount() ? nullptr : m_capas[static_cast<std::size_t>(i)].get();
+        Añade(haz(*m_municipio, referencia));
 }

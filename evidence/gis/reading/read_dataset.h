@@ -2,24 +2,19 @@
 
 #include <memory>
 #include <utility>
-#include <vector>
 
-#include <gdal_priv.h>
-
+#include "evidence/gis/gdal_versions.h"
 #include "evidence/gis/reading/layers.h"
 #include "evidence/gis/reading/municipality_source.h"
 
 /// A municipality opened by its list file.
-class CDatosMunicipio final : public GDALDataset {
+class CDatosMunicipio final : public CDatosGdal {
 public:
     /// Tells GDAL whether the file looks like a list, by its first lines or by the prefix "VEXA:".
     static int Identifica(GDALOpenInfo* que);
     /// Opens the list; GDAL owns the result. Null for a file that is no list, in silence, and for
     /// one that can't be read, which GDAL is told. Raises no CFileException.
     static GDALDataset* Abre(GDALOpenInfo* que);
-
-    int GetLayerCount() override { return static_cast<int>(m_capas.size()); }
-    OGRLayer* GetLayer(int i) override;
 
 private:
     explicit CDatosMunicipio(std::unique_ptr<CMunicipioAbierto> municipio)
@@ -29,5 +24,4 @@ private:
     void PonCapas(const OGRSpatialReference* referencia);
 
     std::unique_ptr<CMunicipioAbierto> m_municipio;
-    std::vector<CCapaNueva> m_capas;
 };

@@ -22,15 +22,14 @@ bool EsDeEvidencia(const char* nombre)
 
 } // namespace
 
-GDALDataset* CMunicipioNuevo::Crea(const char* lista, int /*ancho*/, int /*alto*/, int bandas,
-                                   GDALDataType /*tipo*/, char** opciones)
+GDALDataset* CMunicipioNuevo::Crea(const char* lista, int bandas, CSLConstList opciones)
 {
     if (bandas != 0)
         return nullptr;
     return new CMunicipioNuevo(lista, opciones); // NOLINT(cppcoreguidelines-owning-memory): GDAL's
 }
 
-CMunicipioNuevo::CMunicipioNuevo(const char* lista, char** opciones)
+CMunicipioNuevo::CMunicipioNuevo(const char* lista, CSLConstList opciones)
     : m_lista(lista), m_opciones(CSLDuplicate(opciones), TRUE)
 {
     SetDescription(lista);
@@ -57,13 +56,7 @@ bool CMunicipioNuevo::SiNo(const char* opcion) const
     return CPLTestBool(m_opciones.FetchNameValueDef(opcion, "NO"));
 }
 
-OGRLayer* CMunicipioNuevo::GetLayer(int i)
-{
-    return i < 0 || i >= GetLayerCount() ? nullptr : m_capas[static_cast<std::size_t>(i)].get();
-}
-
-OGRLayer* CMunicipioNuevo::ICreateLayer(const char* nombre, OGRSpatialReference* referencia,
-                                        OGRwkbGeometryType /*tipo*/, char** /*opciones*/)
+OGRLayer* CMunicipioNuevo::CreaCapa(const char* nombre, const OGRSpatialReference* referencia)
 {
     const std::optional<ClaseTopologia> clase = ClaseDeCapa(nombre);
     if (!clase && !EsDeEvidencia(nombre)) {
@@ -83,14 +76,13 @@ OGRLayer* CMunicipioNuevo::ICreateLayer(const char* nombre, OGRSpatialReference*
     const auto toma = [this](ClaseTopologia suya, const OGRFeature& elemento) {
         return Toma(suya, elemento);
     };
-    m_capas.push_back(std::make_unique<CCapaNuevaSalida>(toma, nombre, clase, referencia));
-    return m_capas.back().get();
+    Añade(std::make_unique<CCapaNuevaSalida>(toma, nombre, clase, referencia));
+    return Ultima();
 }
 
-int CMunicipioNuevo::TestCapability(const char* capacidad)
+bool CMunicipioNuevo::Sabe(const char* capacidad) const
 {
-    return EQUAL(capacidad, ODsCCreateLayer) || EQUAL(capacidad, ODsCCurveGeometries) ? TRUE
-                                                                                      : FALSE;
+    return EQUAL(capacidad, ODsCCreateLayer) || EQUAL(capacidad, ODsCCurveGeometries);
 }
 
 bool CMunicipioNuevo::Toma(ClaseTopologia clase, const OGRFeature& elemento)

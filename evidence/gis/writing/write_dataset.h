@@ -1,33 +1,28 @@
 #pragma once
 
-#include <memory>
 #include <vector>
 
-#include <gdal_priv.h>
-
+#include "evidence/gis/gdal_versions.h"
 #include "evidence/gis/writing/drawing_maker.h"
 #include "evidence/gis/writing/outline_input.h"
 
 /// A municipality in the making: its layers take outlines, and the drawings are made of them when
 /// it is closed. Nothing is written where one of them was refused.
-class CMunicipioNuevo final : public GDALDataset {
+class CMunicipioNuevo final : public CDatosNuevosGdal {
 public:
     /// Begins a municipality; nothing is written yet. GDAL owns the result. Null where a picture is
-    /// asked for: the numbers are its width, height and bands, and must be 0 bands.
-    static GDALDataset* Crea(const char* lista, int, int, int, GDALDataType, char** opciones);
+    /// asked for, which has bands.
+    static GDALDataset* Crea(const char* lista, int bandas, CSLConstList opciones);
 
     CMunicipioNuevo(const CMunicipioNuevo&) = delete;
     CMunicipioNuevo& operator=(const CMunicipioNuevo&) = delete;
     ~CMunicipioNuevo() override;
 
-    int GetLayerCount() override { return static_cast<int>(m_capas.size()); }
-    OGRLayer* GetLayer(int i) override;
-    OGRLayer* ICreateLayer(const char* nombre, OGRSpatialReference* referencia,
-                           OGRwkbGeometryType tipo, char** opciones) override;
-    int TestCapability(const char* capacidad) override;
-
 private:
-    CMunicipioNuevo(const char* lista, char** opciones);
+    CMunicipioNuevo(const char* lista, CSLConstList opciones);
+
+    bool Sabe(const char* capacidad) const override;
+    OGRLayer* CreaCapa(const char* nombre, const OGRSpatialReference* referencia) override;
 
     /// Takes a feature of one of its layers. False, which was told, where it is refused.
     bool Toma(ClaseTopologia clase, const OGRFeature& elemento);
@@ -48,5 +43,4 @@ private:
     double m_tolerancia = 0; // of arcs, in metres
     bool m_rechazado = false;
     std::vector<CRecintoEntrante> m_recintos;
-    std::vector<std::unique_ptr<OGRLayer>> m_capas;
 };

@@ -4,17 +4,14 @@
 
 CCapaNuevaSalida::CCapaNuevaSalida(CTomaElemento toma, const char* nombre,
                                    std::optional<ClaseTopologia> clase,
-                                   OGRSpatialReference* referencia)
-    : m_toma(std::move(toma)), m_definicion(new OGRFeatureDefn(nombre)), m_clase(clase)
+                                   const OGRSpatialReference* referencia)
+    : CCapaGdal(nombre, wkbUnknown, referencia), m_toma(std::move(toma)), m_clase(clase)
 {
-    SetDescription(nombre);
-    m_definicion->Reference();
-    m_definicion->GetGeomFieldDefn(0)->SetSpatialRef(referencia);
 }
 
-OGRErr CCapaNuevaSalida::CreateField(OGRFieldDefn* campo, int /*aproximado*/)
+OGRErr CCapaNuevaSalida::CreateField(CCampoPedido* campo, int /*aproximado*/)
 {
-    m_definicion->AddFieldDefn(campo);
+    Definicion().AddFieldDefn(campo);
     return OGRERR_NONE;
 }
 
@@ -27,14 +24,12 @@ OGRErr CCapaNuevaSalida::ICreateFeature(OGRFeature* elemento)
         return OGRERR_NONE;
     if (OGRGeometry* geometria = elemento->GetGeometryRef();
         geometria != nullptr && geometria->getSpatialReference() == nullptr)
-        geometria->assignSpatialReference(m_definicion->GetGeomFieldDefn(0)->GetSpatialRef());
+        geometria->assignSpatialReference(Referencia());
     return m_toma(*m_clase, *elemento) ? OGRERR_NONE : OGRERR_FAILURE;
 }
 
-int CCapaNuevaSalida::TestCapability(const char* capacidad)
+bool CCapaNuevaSalida::Sabe(const char* capacidad) const
 {
     return EQUAL(capacidad, OLCSequentialWrite) || EQUAL(capacidad, OLCCreateField) ||
-                   EQUAL(capacidad, OLCStringsAsUTF8) || EQUAL(capacidad, OLCCurveGeometries)
-               ? TRUE
-               : FALSE;
+           EQUAL(capacidad, OLCStringsAsUTF8) || EQUAL(capacidad, OLCCurveGeometries);
 }

@@ -1,0 +1,164 @@
+#pragma once
+
+#include <memory>
+#include <utility>
+#include <vector>
+
+#include <ogrsf_frmts.h>
+
+// What GDAL asks of a driver's classes differs from version to version. It stands here alone,
+// from 3.6 on, and the driver's own classes are written against these.
+
+/// A field that a layer is told to have: nobody's to change from 3.9 on.
+#if GDAL_VERSION_NUM >= GDAL_COMPUTE_VERSION(3, 9, 0)
+using CCampoPedido = const OGRFieldDefn;
+#else
+using CCampoPedido = OGRFieldDefn;
+#endif
+
+/// A layer with one column of geometries.
+class CCapaGdal : public OGRLayer {
+public:
+    CCapaGdal(const CCapaGdal&) = delete;
+    CCapaGdal& operator=(const CCapaGdal&) = delete;
+    ~CCapaGdal() override { m_definicion->Release(); }
+
+    // They change nothing, which GDAL says itself from 3.12 on.
+#if GDAL_VERSION_NUM >= GDAL_COMPUTE_VERSION(3, 12, 0)
+    using OGRLayer::GetLayerDefn;
+    const OGRFeatureDefn* GetLayerDefn() const final
+    {
+        return m_definicion;
+    }
+    int TestCapability(const char* capacidad) const final
+    {
+        return Sabe(capacidad) ? TRUE : FALSE;
+    }
+#else
+    OGRFeatureDefn* GetLayerDefn() final
+    {
+        return m_definicion;
+    }
+    int TestCapability(const char* capacidad) final
+    {
+        return Sabe(capacidad) ? TRUE : FALSE;
+    }
+#endif
+
+protected:
+    CCapaGdal(const char* nombre, OGRwkbGeometryType geometria,
+              const OGRSpatialReference* referencia)
+        : m_definicion(
+              new OGRFeatureDefn(nombre)) // NOLINT(cppcoreguidelines-owning-memory): counted
+    {
+        SetDescription(nombre);
+        m_definicion->Reference();
+        m_definicion->SetGeomType(geometria);
+        m_definicion->GetGeomFieldDefn(0)->SetSpatialRef(
+            const_cast<OGRSpatialReference*>(referencia)); // NOLINT: it keeps a reference alone
+    }
+
+    OGRFeatureDefn& Definicion()
+    {
+        return *m_definicion;
+    }
+    auto Referencia()
+    {
+        return m_definicion->GetGeomFieldDefn(0)->GetSpatialRef();
+    }
+
+private:
+    /// Tells whether the layer has an ability, by GDAL's name of it.
+    virtual bool Sabe(const char* capacidad) const = 0;
+
+    OGRFeatureDefn* m_definicion;
+};
+
+/// A dataset of layers that it owns.
+class CDatosGdal : public GDALDataset {
+public:
+#if GDAL_VERSION_NUM >= GDAL_COMPUTE_VERSION(3, 12, 0)
+    using GDALDataset::GetLayer;
+    int GetLayerCount() const final
+    {
+        return NumCapas();
+    }
+    const OGRLayer* GetLayer(int i) const final
+    {
+        return Capa(i);
+    }
+#else
+    int GetLayerCount() final
+    {
+        return NumCapas();
+    }
+    OGRLayer* GetLayer(int i) final
+    {
+        return Capa(i);
+    }
+#endif
+
+protected:
+    void Añade(std::unique_ptr<OGRLayer> capa)
+    {
+        m_capas.push_back(std::move(capa));
+    }
+    OGRLayer* Ultima()
+    {
+        return m_capas.back().get();
+    }
+
+private:
+    int NumCapas() const
+    {
+        return static_cast<int>(m_capas.size());
+    }
+    OGRLayer* Capa(int i) const
+    {
+        return i < 0 || i >= NumCapas() ? nullptr : m_capas[static_cast<std::size_t>(i)].get();
+    }
+
+    std::vector<std::unique_ptr<OGRLayer>> m_capas;
+};
+
+/// A dataset that takes new layers.
+class CDatosNuevosGdal : public CDatosGdal {
+public:
+#if GDAL_VERSION_NUM >= GDAL_COMPUTE_VERSION(3, 12, 0)
+    int TestCapability(const char* capacidad) const final
+    {
+        return Sabe(capacidad) ? TRUE : FALSE;
+    }
+#else
+    int TestCapability(const char* capacidad) final
+    {
+        return Sabe(capacidad) ? TRUE : FALSE;
+    }
+#endif
+
+#if GDAL_VERSION_NUM >= GDAL_COMPUTE_VERSION(3, 9, 0)
+    OGRLayer* ICreateLayer(const char* nombre, const OGRGeomFieldDefn* geometria,
+                           CSLConstList /*opciones*/) final
+    {
+        return CreaCapa(nombre, geometria == nullptr ? nullptr : geometria->GetSpatialRef());
+    }
+#elif GDAL_VERSION_NUM >= GDAL_COMPUTE_VERSION(3, 8, 0)
+    OGRLayer* ICreateLayer(const char* nombre, const OGRSpatialReference* referencia,
+                           OGRwkbGeometryType /*tipo*/, char** /*opciones*/) final
+    {
+        return CreaCapa(nombre, referencia);
+    }
+#else
+    OGRLayer* ICreateLayer(const char* nombre, OGRSpatialReference* referencia,
+                           OGRwkbGeometryType /*tipo*/, char** /*opciones*/) final
+    {
+        return CreaCapa(nombre, referencia);
+    }
+#endif
+
+private:
+    /// Tells whether the dataset has an ability, by GDAL's name of it.
+    virtual bool Sabe(const char* capacidad) const = 0;
+    /// Makes a layer. Null, which was told, where there can be none.
+    virtual OGRLayer* CreaCapa(const char* nombre, const OGRSpatialReference* referencia) = 0;
+};
