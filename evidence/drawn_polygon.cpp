@@ -9,6 +9,7 @@
 #include "cadastre/label_codes.h"
 #include "cadastre/polygon_list.h"
 #include "platform/ansi.h"
+#include "platform/files/cstdio_file.h"
 #include "vexa_libs/ring.h"
 #include "vexa_libs/ring_index.h"
 #include "vexa_libs/topology.h"

@@ -101,6 +101,11 @@ void CWinApp::OnHelp() const
     HtmlHelp(m_pMainWnd, m_pszHelpFilePath, HH_DISPLAY_TOPIC, nullptr);
 }
 
+CString CWinApp::TemasDeControles() const
+{
+    return UneTemas(m_pszHelpFilePath, m_recursos.Ficheros().textosDeControles);
+}
+
 int CWinApp::Caja(const CString& texto, const CString& titulo, UINT flags)
 {
     m_huboCajaDeError = m_huboCajaDeError || (flags & MB_ICONMASK) == MB_ICONERROR;

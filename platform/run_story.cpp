@@ -12,7 +12,6 @@ constexpr const char* kDuracion = "Duración: %s";
 constexpr const char* kLogVacio = "Registro vacío: sin errores ni avisos";
 constexpr const char* kNoSeAbre = "Ningún programa abre aquí %s";
 constexpr const char* kNoHayInforme = "No se pudo hacer el informe de %s";
-constexpr const char* kProgramaInforme = "campiva-informe";
 
 sistema::CEstado EstadoDe(const CString& nombre)
 {
@@ -82,7 +81,8 @@ void CRelatoProceso::Termina(Reloj::time_point ahora, const CEscritos& escritos)
         m_texto += (m_texto.empty() ? "" : ".  ") + std::string(kLogVacio);
     m_log = EsFichero(log) && !vacio ? escritos.log : CString();
     m_carpeta = CarpetaDeSalidas(escritos);
-    const bool hayPrograma = EsFichero(log) && !sistema::BuscaPrograma(kProgramaInforme).empty();
+    const bool hayPrograma = EsFichero(log) && !m_programaInforme.IsEmpty() &&
+                             !sistema::BuscaPrograma(m_programaInforme).empty();
     m_deInforme = hayPrograma ? escritos.log : CString();
     m_ficheros = escritos.leidos;
     for (const CString& salida : escritos.salidas)
@@ -100,7 +100,7 @@ CString CRelatoProceso::HazInforme() const
     }
     argumentos.emplace_back("--");
     argumentos.emplace_back(m_deInforme);
-    const auto estado = sistema::Ejecuta(sistema::BuscaPrograma(kProgramaInforme), argumentos);
+    const auto estado = sistema::Ejecuta(sistema::BuscaPrograma(m_programaInforme), argumentos);
     constexpr int kAlgoFalto = 1; // the page may be there all the same
     const bool hecho = estado && *estado <= kAlgoFalto && EsFichero(EstadoDe(pagina));
     return hecho ? pagina : CString();

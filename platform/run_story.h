@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/cstring.h"
@@ -33,6 +34,11 @@ class CRelatoProceso {
 public:
     using Reloj = CRelojProceso::Reloj;
 
+    /// \param programaInforme  name of the program that makes a report of a log; empty for none
+    explicit CRelatoProceso(CString programaInforme) : m_programaInforme(std::move(programaInforme))
+    {
+    }
+
     /// The run goes on. The first time it begins.
     /// \param hecho  per cent of the phase; where it falls, a new phase began
     void Avanza(Reloj::time_point ahora, int hecho);
@@ -52,6 +58,7 @@ public:
     CString HazInforme() const;
 
 private:
+    CString m_programaInforme;
     CRelojProceso m_reloj;
     bool m_enProceso = false;
     int m_hecho = 0;

@@ -5,6 +5,7 @@
 #include <wx/stattext.h>
 #include <wx/utils.h>
 
+#include "platform/cwinapp.h"
 #include "platform/desktop/message_box.h"
 #include "platform/desktop/text.h"
 #include "platform/desktop/toolkit.h"
@@ -12,8 +13,9 @@
 #include "platform/front_end.h"
 
 CPieProceso::CPieProceso(wxWindow* padre)
-    : wxPanel(padre), m_texto(new wxStaticText(this, wxID_ANY, {}, wxDefaultPosition, wxDefaultSize,
-                                               wxST_NO_AUTORESIZE | wxST_ELLIPSIZE_END)),
+    : wxPanel(padre), m_relato(AfxGetApp()->Recursos().Ficheros().informe),
+      m_texto(new wxStaticText(this, wxID_ANY, {}, wxDefaultPosition, wxDefaultSize,
+                               wxST_NO_AUTORESIZE | wxST_ELLIPSIZE_END)),
       m_haceInforme(PonBoton(kHazInforme, &CPieProceso::AbreInforme)),
       m_abreLog(PonBoton(kAbreLog, &CPieProceso::AbreLog)),
       m_abreCarpeta(PonBoton(kAbreCarpeta, &CPieProceso::AbreCarpeta))

@@ -181,7 +181,7 @@ void CFrontalTerminal::Responde(CDialog& dialogo, const CDialogoTexto::CRespuest
     const HELPINFO pregunta{static_cast<int>(respuesta.ayuda)};
     if (dialogo.SendMessage(WM_HELP, 0, reinterpret_cast<LPARAM>(&pregunta)) == 0) {
         const HH_POPUP popup{respuesta.ayuda, {}, 0};
-        MuestraAyudaControl(AfxGetApp()->m_pszHelpFilePath + kTextosDeControles, popup);
+        MuestraAyudaControl(AfxGetApp()->TemasDeControles(), popup);
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "platform/cwinapp.h"
 #include "platform/dialog.h"
 #include "platform/front_end.h"
 #include "platform/windows/text.h"
@@ -42,7 +43,7 @@ bool AbreConElSistema(HWND ventana, const std::wstring& ruta, bool esTexto)
 } // namespace
 
 CPieProceso::CPieProceso(HWND ventana)
-    : m_ventana(ventana),
+    : m_ventana(ventana), m_relato(AfxGetApp()->Recursos().Ficheros().informe),
       m_texto(Crea(L"STATIC", "", SS_LEFT | SS_NOPREFIX | SS_ENDELLIPSIS | WS_VISIBLE | WS_GROUP)),
       m_haceInforme(Crea(L"BUTTON", kHazInforme, BS_PUSHBUTTON | WS_TABSTOP | WS_GROUP)),
       m_abreLog(Crea(L"BUTTON", kAbreLog, BS_PUSHBUTTON | WS_TABSTOP)),

@@ -8,6 +8,7 @@
 #include "evidence/gis/names.h"
 #include "evidence/gis/writing/write_layer.h"
 #include "platform/ansi.h"
+#include "platform/files/cstdio_file.h"
 
 namespace {
 
