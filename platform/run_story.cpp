@@ -4,14 +4,10 @@
 #include "platform/files/system_files.h"
 #include "platform/format.h"
 #include "platform/front_end.h"
+#include "platform/layer_texts.h"
 #include "platform/system.h"
 
 namespace {
-
-constexpr const char* kDuracion = "Duración: %s";
-constexpr const char* kLogVacio = "Registro vacío: sin errores ni avisos";
-constexpr const char* kNoSeAbre = "Ningún programa abre aquí %s";
-constexpr const char* kNoHayInforme = "No se pudo hacer el informe de %s";
 
 sistema::CEstado EstadoDe(const CString& nombre)
 {
@@ -37,14 +33,14 @@ CString CarpetaDeSalidas(const CEscritos& escritos)
 std::string NoSeAbre(const CString& ruta)
 {
     std::string queja;
-    AnexaFormato(queja, kNoSeAbre, {ansi::AUtf8(ruta)});
+    AnexaFormato(queja, textos::kNoSeAbre, {ansi::AUtf8(ruta)});
     return queja;
 }
 
 std::string NoHayInforme(const CString& log)
 {
     std::string queja;
-    AnexaFormato(queja, kNoHayInforme, {ansi::AUtf8(log)});
+    AnexaFormato(queja, textos::kNoHayInforme, {ansi::AUtf8(log)});
     return queja;
 }
 
@@ -73,12 +69,12 @@ void CRelatoProceso::Termina(Reloj::time_point ahora, const CEscritos& escritos)
     const std::string pasado = m_reloj.Pasado(ahora);
     m_texto.clear();
     if (m_enProceso && pasado != "0:00")
-        AnexaFormato(m_texto, kDuracion, {pasado});
+        AnexaFormato(m_texto, textos::kDuracion, {pasado});
     m_enProceso = false;
     const sistema::CEstado log = EstadoDe(escritos.log);
     const bool vacio = EsFichero(log) && log.largo == 0;
     if (vacio)
-        m_texto += (m_texto.empty() ? "" : ".  ") + std::string(kLogVacio);
+        m_texto += (m_texto.empty() ? "" : ".  ") + std::string(textos::kRegistroVacio);
     m_log = EsFichero(log) && !vacio ? escritos.log : CString();
     m_carpeta = CarpetaDeSalidas(escritos);
     const bool hayPrograma = EsFichero(log) && !m_programaInforme.IsEmpty() &&

@@ -13,15 +13,6 @@ struct CEscritos;
 // desktop: the title, a line with the run's times, and the ways to what it wrote. All texts are
 // UTF-8.
 
-inline constexpr const char* kAbreLog = "Abrir &registro";
-inline constexpr const char* kHazInforme = "In&forme";
-inline constexpr const char* kAbreCarpeta = "Abrir carp&eta";
-/// The same for a person who hears them; the path follows.
-inline constexpr const char* kNombreAbreLog = "Abrir el registro de errores: ";
-inline constexpr const char* kNombreHazInforme = "Hacer y abrir el informe de: ";
-inline constexpr const char* kNombreAbreCarpeta = "Abrir la carpeta de los archivos escritos: ";
-inline constexpr const char* kTituloNoSeAbre = "Abrir";
-
 /// The complaint that nothing opens a file here.
 std::string NoSeAbre(const CString& ruta);
 /// The complaint that no report could be made of a log.
