@@ -20,7 +20,7 @@ constexpr std::size_t kReserva = std::size_t{256} * 1024;
 /// was in the making is cleared away by the next run.
 [[noreturn]] void AlTerminar()
 {
-    sistema::Avisa(textos::kSinMemoriaNiCaja);
+    sistema::EscribeError(textos::kSinMemoriaNiCaja);
     std::_Exit(EXIT_FAILURE);
 }
 
@@ -117,7 +117,7 @@ void CWinApp::CajaSinMemoria() noexcept
     try {
         Caja(textos::kSinMemoria, textos::kError, MB_ICONERROR);
     } catch (const std::bad_alloc&) {
-        sistema::Avisa(textos::kSinMemoriaNiCaja);
+        sistema::EscribeError(textos::kSinMemoriaNiCaja);
     }
     m_reserva.reset(new (std::nothrow) char[kReserva]);
 }
