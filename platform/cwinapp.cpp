@@ -8,21 +8,19 @@
 #include "platform/files/cfile.h"
 #include "platform/files/system_files.h"
 #include "platform/html_help.h"
+#include "platform/layer_texts.h"
 #include "platform/system.h"
 #include "platform/window_messages.h"
 
 namespace {
 
 constexpr std::size_t kReserva = std::size_t{256} * 1024;
-constexpr const char* kError = "Error";
-constexpr const char* kSinMemoria = "No hay memoria para seguir";
-constexpr const char* kSinMemoriaNiCaja = "[Error]\nNo hay memoria para seguir\n\n";
 
 /// The last word where not even a failure can be told as one. The outputs are what they were; what
 /// was in the making is cleared away by the next run.
 [[noreturn]] void AlTerminar()
 {
-    sistema::Avisa(kSinMemoriaNiCaja);
+    sistema::EscribeError(textos::kSinMemoriaNiCaja);
     std::_Exit(EXIT_FAILURE);
 }
 
@@ -74,7 +72,7 @@ void CWinApp::Arranca(CFrontal& frontal, const CRecursos& recursos, const CStrin
         InitInstance();
         m_interrumpida = false;
     } catch (const CFileException& fallo) { // of the settings, which a run goes by
-        Caja(fallo.Mensaje(), kError, MB_ICONERROR);
+        Caja(fallo.Mensaje(), textos::kError, MB_ICONERROR);
     } catch (const std::bad_alloc&) {
         CajaSinMemoria();
     }
@@ -101,6 +99,11 @@ void CWinApp::OnHelp() const
     HtmlHelp(m_pMainWnd, m_pszHelpFilePath, HH_DISPLAY_TOPIC, nullptr);
 }
 
+CString CWinApp::TemasDeControles() const
+{
+    return UneTemas(m_pszHelpFilePath, m_recursos.Ficheros().textosDeControles);
+}
+
 int CWinApp::Caja(const CString& texto, const CString& titulo, UINT flags)
 {
     m_huboCajaDeError = m_huboCajaDeError || (flags & MB_ICONMASK) == MB_ICONERROR;
@@ -112,9 +115,9 @@ void CWinApp::CajaSinMemoria() noexcept
     m_reserva.reset();
     m_huboCajaDeError = true;
     try {
-        Caja(kSinMemoria, kError, MB_ICONERROR);
+        Caja(textos::kSinMemoria, textos::kError, MB_ICONERROR);
     } catch (const std::bad_alloc&) {
-        sistema::Avisa(kSinMemoriaNiCaja);
+        sistema::EscribeError(textos::kSinMemoriaNiCaja);
     }
     m_reserva.reset(new (std::nothrow) char[kReserva]);
 }

@@ -43,6 +43,8 @@ public:
     void OnCommand(UINT mandato) const;
     /// The help file on its default topic.
     void OnHelp() const;
+    /// Where the help's texts of the controls stand, as HtmlHelp takes it for a popup.
+    CString TemasDeControles() const;
 
     /// Key above all stored settings. Without it nothing is stored, and all values are the
     /// defaults.

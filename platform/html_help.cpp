@@ -42,6 +42,11 @@ BOOL HtmlHelp(const CWnd* /*ventana*/, const CString& fichero, UINT mandato, con
     return 0;
 }
 
+CString UneTemas(const CString& ayuda, const CString& interior)
+{
+    return ayuda + CString(kCorteTemas) + interior;
+}
+
 std::pair<CString, CString> ParteTemas(const CString& temas)
 {
     const std::string_view texto = temas;

@@ -15,9 +15,6 @@ class CWnd;
 inline constexpr UINT HH_DISPLAY_TOPIC = 0;       ///< the help file on its default topic
 inline constexpr UINT HH_DISPLAY_TEXT_POPUP = 14; ///< the help of one control in a small popup
 
-/// What follows the help file's path to name the file inside it that holds the controls' texts.
-inline constexpr const char* kTextosDeControles = "::Ayuda IDC.txt";
-
 /// What the viewer is told of a popup. Its font, margins and text colour are the viewer's own.
 struct HH_POPUP {
     UINT idString = 0;           ///< key of the text: the id of the control asked about
@@ -32,8 +29,9 @@ struct HH_POPUP {
 /// \return 1, or 0 where the viewer could show nothing, as without a help file
 BOOL HtmlHelp(const CWnd* ventana, const CString& fichero, UINT mandato, const HH_POPUP* popup);
 
-/// The two parts of a name such as "help.chm::texts.txt": the help file and the file inside it. The
-/// second one is empty where there is no "::".
+/// A help file and a file inside it as one name, such as "help.chm::texts.txt".
+CString UneTemas(const CString& ayuda, const CString& interior);
+/// The two parts of such a name. The second one is empty where there is no "::".
 std::pair<CString, CString> ParteTemas(const CString& temas);
 
 /// Text of a topic in a file of popup texts: the lines between ".topic ID" and the next such line,

@@ -61,17 +61,26 @@ struct CRecursoVersion {
     const char* empresa = "";
 };
 
+/// Files that the layer finds by name: beside the program, and inside its help.
+struct CFicherosPrograma {
+    const char* informe = ""; ///< the program that makes a report of a log; empty for none
+    const char* textosDeControles = ""; ///< in the help: what it says of each control
+};
+
 class CRecursos {
 public:
     constexpr CRecursos() = default;
     constexpr CRecursos(std::span<const CCadenaRecurso> cadenas,
                         std::span<const CPlantillaDialogo> dialogos,
-                        std::span<const CDibujoRecurso> dibujos, const CRecursoVersion& version)
-        : m_cadenas(cadenas), m_dialogos(dialogos), m_dibujos(dibujos), m_version(version)
+                        std::span<const CDibujoRecurso> dibujos, const CRecursoVersion& version,
+                        const CFicherosPrograma& ficheros = {})
+        : m_cadenas(cadenas), m_dialogos(dialogos), m_dibujos(dibujos), m_version(version),
+          m_ficheros(ficheros)
     {
     }
 
     constexpr const CRecursoVersion& Version() const { return m_version; }
+    constexpr const CFicherosPrograma& Ficheros() const { return m_ficheros; }
 
     /// The text, or null for a number that isn't there.
     constexpr const char* Texto(UINT numero) const
@@ -105,6 +114,7 @@ private:
     std::span<const CPlantillaDialogo> m_dialogos;
     std::span<const CDibujoRecurso> m_dibujos;
     CRecursoVersion m_version;
+    CFicherosPrograma m_ficheros;
 };
 
 /// Those of the application object.

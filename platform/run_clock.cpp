@@ -1,6 +1,7 @@
 #include "platform/run_clock.h"
 
 #include "platform/format.h"
+#include "platform/layer_texts.h"
 
 namespace {
 
@@ -41,5 +42,7 @@ std::string CRelojProceso::PasadoYResto(Reloj::time_point ahora, int hecho) cons
     if (fase < kAntesDePredecir || hecho <= 0 || hecho >= 100)
         return Pasado(ahora);
     const auto resto = std::chrono::ceil<std::chrono::seconds>(fase * (100 - hecho) / hecho);
-    return Pasado(ahora) + ", quedan " + Horas(resto) + " de esta fase";
+    std::string texto = Pasado(ahora);
+    AnexaFormato(texto, textos::kQuedan, {Horas(resto)});
+    return texto;
 }

@@ -4,15 +4,10 @@
 #include "platform/files/system_files.h"
 #include "platform/format.h"
 #include "platform/front_end.h"
+#include "platform/layer_texts.h"
 #include "platform/system.h"
 
 namespace {
-
-constexpr const char* kDuracion = "Duración: %s";
-constexpr const char* kLogVacio = "Registro vacío: sin errores ni avisos";
-constexpr const char* kNoSeAbre = "Ningún programa abre aquí %s";
-constexpr const char* kNoHayInforme = "No se pudo hacer el informe de %s";
-constexpr const char* kProgramaInforme = "campiva-informe";
 
 sistema::CEstado EstadoDe(const CString& nombre)
 {
@@ -38,14 +33,14 @@ CString CarpetaDeSalidas(const CEscritos& escritos)
 std::string NoSeAbre(const CString& ruta)
 {
     std::string queja;
-    AnexaFormato(queja, kNoSeAbre, {ansi::AUtf8(ruta)});
+    AnexaFormato(queja, textos::kNoSeAbre, {ansi::AUtf8(ruta)});
     return queja;
 }
 
 std::string NoHayInforme(const CString& log)
 {
     std::string queja;
-    AnexaFormato(queja, kNoHayInforme, {ansi::AUtf8(log)});
+    AnexaFormato(queja, textos::kNoHayInforme, {ansi::AUtf8(log)});
     return queja;
 }
 
@@ -74,15 +69,16 @@ void CRelatoProceso::Termina(Reloj::time_point ahora, const CEscritos& escritos)
     const std::string pasado = m_reloj.Pasado(ahora);
     m_texto.clear();
     if (m_enProceso && pasado != "0:00")
-        AnexaFormato(m_texto, kDuracion, {pasado});
+        AnexaFormato(m_texto, textos::kDuracion, {pasado});
     m_enProceso = false;
     const sistema::CEstado log = EstadoDe(escritos.log);
     const bool vacio = EsFichero(log) && log.largo == 0;
     if (vacio)
-        m_texto += (m_texto.empty() ? "" : ".  ") + std::string(kLogVacio);
+        m_texto += (m_texto.empty() ? "" : ".  ") + std::string(textos::kRegistroVacio);
     m_log = EsFichero(log) && !vacio ? escritos.log : CString();
     m_carpeta = CarpetaDeSalidas(escritos);
-    const bool hayPrograma = EsFichero(log) && !sistema::BuscaPrograma(kProgramaInforme).empty();
+    const bool hayPrograma = EsFichero(log) && !m_programaInforme.IsEmpty() &&
+                             !sistema::BuscaPrograma(m_programaInforme).empty();
     m_deInforme = hayPrograma ? escritos.log : CString();
     m_ficheros = escritos.leidos;
     for (const CString& salida : escritos.salidas)
@@ -100,7 +96,7 @@ CString CRelatoProceso::HazInforme() const
     }
     argumentos.emplace_back("--");
     argumentos.emplace_back(m_deInforme);
-    const auto estado = sistema::Ejecuta(sistema::BuscaPrograma(kProgramaInforme), argumentos);
+    const auto estado = sistema::Ejecuta(sistema::BuscaPrograma(m_programaInforme), argumentos);
     constexpr int kAlgoFalto = 1; // the page may be there all the same
     const bool hecho = estado && *estado <= kAlgoFalto && EsFichero(EstadoDe(pagina));
     return hecho ? pagina : CString();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/cstring.h"
@@ -11,15 +12,6 @@ struct CEscritos;
 // What the window of a translation tells of its run outside the dialog's template, alike on every
 // desktop: the title, a line with the run's times, and the ways to what it wrote. All texts are
 // UTF-8.
-
-inline constexpr const char* kAbreLog = "Abrir &registro";
-inline constexpr const char* kHazInforme = "In&forme";
-inline constexpr const char* kAbreCarpeta = "Abrir carp&eta";
-/// The same for a person who hears them; the path follows.
-inline constexpr const char* kNombreAbreLog = "Abrir el registro de errores: ";
-inline constexpr const char* kNombreHazInforme = "Hacer y abrir el informe de: ";
-inline constexpr const char* kNombreAbreCarpeta = "Abrir la carpeta de los archivos escritos: ";
-inline constexpr const char* kTituloNoSeAbre = "Abrir";
 
 /// The complaint that nothing opens a file here.
 std::string NoSeAbre(const CString& ruta);
@@ -32,6 +24,11 @@ std::string TituloEnProceso(int hecho, const CString& titulo);
 class CRelatoProceso {
 public:
     using Reloj = CRelojProceso::Reloj;
+
+    /// \param programaInforme  name of the program that makes a report of a log; empty for none
+    explicit CRelatoProceso(CString programaInforme) : m_programaInforme(std::move(programaInforme))
+    {
+    }
 
     /// The run goes on. The first time it begins.
     /// \param hecho  per cent of the phase; where it falls, a new phase began
@@ -52,6 +49,7 @@ public:
     CString HazInforme() const;
 
 private:
+    CString m_programaInforme;
     CRelojProceso m_reloj;
     bool m_enProceso = false;
     int m_hecho = 0;

@@ -14,7 +14,7 @@
 namespace sistema {
 
 /// Writes a text to the standard error, with no memory but its own.
-void Avisa(std::string_view texto) noexcept;
+void EscribeError(std::string_view texto) noexcept;
 
 /// Tells whether the stream is a terminal or a console.
 bool EsTerminal(std::FILE* fichero);

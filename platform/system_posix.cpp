@@ -66,7 +66,7 @@ private:
 
 } // namespace
 
-void Avisa(std::string_view texto) noexcept
+void EscribeError(std::string_view texto) noexcept
 {
     [[maybe_unused]] const auto escritos = write(STDERR_FILENO, texto.data(), texto.size());
 }

@@ -120,7 +120,7 @@ void PidePrestadaConsola()
 
 } // namespace
 
-void Avisa(std::string_view texto) noexcept
+void EscribeError(std::string_view texto) noexcept
 {
     DWORD escritos = 0;
     WriteFile(GetStdHandle(STD_ERROR_HANDLE), texto.data(), static_cast<DWORD>(texto.size()),

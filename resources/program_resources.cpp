@@ -5,9 +5,18 @@
 #include "resources/string_table.h"
 #include "resources/version_block.h"
 
+namespace {
+
+constexpr CFicherosPrograma kFicheros = {
+    .informe = "campiva-informe",
+    .textosDeControles = "Ayuda IDC.txt",
+};
+
+} // namespace
+
 const CRecursos& RecursosDelPrograma()
 {
     static const CRecursos kRecursos(TablaDeCadenas(), PlantillasDeDialogo(), DibujosDelPrograma(),
-                                     BloqueDeVersion());
+                                     BloqueDeVersion(), kFicheros);
     return kRecursos;
 }

@@ -59,7 +59,7 @@ int main(int argc, char* argv[])
     try {
         estado = Atiende(sistema::Argumentos(argc, argv));
     } catch (const std::bad_alloc&) {
-        sistema::Avisa("campiva-informe: no hay memoria bastante\n");
+        sistema::EscribeError("campiva-informe: no hay memoria bastante\n");
     }
     const bool dicho = std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
     return estado == kHecho && !dicho ? kFallo : estado;

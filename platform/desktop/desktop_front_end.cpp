@@ -20,14 +20,9 @@
 #include "platform/file_box.h"
 #include "platform/files/system_files.h"
 #include "platform/html_help.h"
+#include "platform/layer_texts.h"
 
 namespace {
-
-constexpr const char* kElige = "Abrir";
-constexpr const char* kNombreIlegible =
-    "El nombre de ese archivo no se puede leer aquí. Cámbielo y elíjalo otra vez.";
-constexpr const char* kAyuda = "Ayuda";
-constexpr const char* kSinAyuda = "No se encuentra la ayuda en \"%s\", o está dañada.";
 
 /// What the files' box takes: the filters of the program name patterns as its first system has
 /// them, where "*.*" is every file and no pattern looks at the case of letters.
@@ -145,14 +140,14 @@ bool CFrontalEscritorio::EligeFichero(CFileDialog& dialogo)
     const wxString inicial = AWx(dialogo.GetPathName());
     const auto carpeta = CarpetaInicial(dialogo.GetPathName(), m_carpeta);
     const bool existe = (dialogo.Flags() & OFN_FILEMUSTEXIST) != 0;
-    wxFileDialog caja(Delante(), kElige, AWx(sistema::Nombre(carpeta)),
+    wxFileDialog caja(Delante(), textos::kElige, AWx(sistema::Nombre(carpeta)),
                       wxFileName(inicial).GetFullName(), Comodines(dialogo.Filtros()),
                       wxFD_OPEN | (existe ? wxFD_FILE_MUST_EXIST : 0));
     if (caja.ShowModal() != wxID_OK)
         return false;
     const wxString ruta = caja.GetPath();
     if (ruta.empty()) { // the library doesn't take a name that is no UTF-8
-        Caja(kNombreIlegible, kElige, MB_ICONERROR);
+        Caja(textos::kNombreIlegible, textos::kElige, MB_ICONERROR);
         return false;
     }
     m_carpeta = DeWx(wxFileName(ruta).GetPath());
@@ -182,8 +177,8 @@ bool CFrontalEscritorio::MuestraAyuda(const CString& ficheroAyuda)
     }
     if (m_ayuda == nullptr) {
         CString queja;
-        queja.Format(kSinAyuda, ficheroAyuda);
-        Caja(queja, kAyuda, MB_ICONERROR);
+        queja.Format(textos::kNoSeVeLaAyuda, ficheroAyuda);
+        Caja(queja, textos::kAyuda, MB_ICONERROR);
         return false;
     }
     m_ayuda->GetFrame()->Show();

@@ -8,10 +8,10 @@
 #include <wx/treectrl.h>
 
 #include "platform/desktop/toolkit.h"
+#include "platform/layer_texts.h"
 
 namespace {
 
-constexpr const char* kTitulo = "Ayuda: %s";
 const wxSize kLados(980, 680);
 
 /// Gives the pages colours of their own: the viewer would write in the theme's colour on white.
@@ -32,7 +32,7 @@ CVentanaAyuda::CVentanaAyuda(const wxIconBundle& iconos)
     : wxHtmlHelpController(wxHF_TOOLBAR | wxHF_CONTENTS | wxHF_INDEX | wxHF_SEARCH),
       m_iconos(iconos)
 {
-    SetTitleFormat(kTitulo);
+    SetTitleFormat(textos::kTituloAyuda);
 }
 
 wxHtmlHelpFrame* CVentanaAyuda::CreateHelpFrame(wxHtmlHelpData* datos)

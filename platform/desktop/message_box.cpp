@@ -11,12 +11,10 @@
 #include <wx/stattext.h>
 
 #include "platform/dialog.h"
+#include "platform/layer_texts.h"
 
 namespace {
 
-constexpr const char* kSi = "&Sí";
-constexpr const char* kNo = "&No";
-constexpr const char* kAceptar = "&Aceptar";
 constexpr std::size_t kLetrasPorLinea = 90;
 
 wxArtID Icono(UINT flags)
@@ -107,8 +105,8 @@ CCajaMensaje::CCajaMensaje(wxWindow* padre, const wxString& texto, const wxStrin
         return boton;
     };
     const bool siNo = (flags & MB_TYPEMASK) == MB_YESNO;
-    wxButton* primero = siNo ? pon(IDYES, kSi) : pon(IDOK, kAceptar);
-    wxButton* ultimo = siNo ? pon(IDNO, kNo) : primero;
+    wxButton* primero = siNo ? pon(IDYES, textos::kSi) : pon(IDOK, textos::kAceptar);
+    wxButton* ultimo = siNo ? pon(IDNO, textos::kNo) : primero;
     primero->SetDefault();
     primero->SetFocus();
     SetEscapeId(ultimo->GetId());

@@ -5,18 +5,21 @@
 #include <wx/stattext.h>
 #include <wx/utils.h>
 
+#include "platform/cwinapp.h"
 #include "platform/desktop/message_box.h"
 #include "platform/desktop/text.h"
 #include "platform/desktop/toolkit.h"
 #include "platform/dialog.h"
 #include "platform/front_end.h"
+#include "platform/layer_texts.h"
 
 CPieProceso::CPieProceso(wxWindow* padre)
-    : wxPanel(padre), m_texto(new wxStaticText(this, wxID_ANY, {}, wxDefaultPosition, wxDefaultSize,
-                                               wxST_NO_AUTORESIZE | wxST_ELLIPSIZE_END)),
-      m_haceInforme(PonBoton(kHazInforme, &CPieProceso::AbreInforme)),
-      m_abreLog(PonBoton(kAbreLog, &CPieProceso::AbreLog)),
-      m_abreCarpeta(PonBoton(kAbreCarpeta, &CPieProceso::AbreCarpeta))
+    : wxPanel(padre), m_relato(AfxGetApp()->Recursos().Ficheros().informe),
+      m_texto(new wxStaticText(this, wxID_ANY, {}, wxDefaultPosition, wxDefaultSize,
+                               wxST_NO_AUTORESIZE | wxST_ELLIPSIZE_END)),
+      m_haceInforme(PonBoton(textos::kHazInforme, &CPieProceso::AbreInforme)),
+      m_abreLog(PonBoton(textos::kAbreLog, &CPieProceso::AbreLog)),
+      m_abreCarpeta(PonBoton(textos::kAbreCarpeta, &CPieProceso::AbreCarpeta))
 {
     const int letra = GetCharWidth();
     auto* renglon = new wxBoxSizer(wxHORIZONTAL);
@@ -59,9 +62,9 @@ void CPieProceso::PonAlDia()
     const wxString texto = wxString::FromUTF8(m_relato.Texto());
     if (m_texto->GetLabelText() != texto)
         m_texto->SetLabelText(texto);
-    Ofrece(*m_haceInforme, kNombreHazInforme, m_relato.DeInforme());
-    Ofrece(*m_abreLog, kNombreAbreLog, m_relato.Log());
-    Ofrece(*m_abreCarpeta, kNombreAbreCarpeta, m_relato.Carpeta());
+    Ofrece(*m_haceInforme, textos::kNombreHazInforme, m_relato.DeInforme());
+    Ofrece(*m_abreLog, textos::kNombreAbreLog, m_relato.Log());
+    Ofrece(*m_abreCarpeta, textos::kNombreAbreCarpeta, m_relato.Carpeta());
 }
 
 void CPieProceso::Ofrece(wxButton& boton, const char* nombre, const CString& ruta)
@@ -92,7 +95,7 @@ void CPieProceso::Abre(const CString& ruta)
 
 void CPieProceso::Quejate(const std::string& queja)
 {
-    CCajaMensaje(wxGetTopLevelParent(this), wxString::FromUTF8(queja), kTituloNoSeAbre,
+    CCajaMensaje(wxGetTopLevelParent(this), wxString::FromUTF8(queja), textos::kTituloNoSeAbre,
                  MB_ICONERROR)
         .ShowModal();
 }

@@ -62,7 +62,7 @@ UINT CFile::Read(void* bytes, UINT n)
     auto* destino = static_cast<char*>(bytes);
     UINT leidos = 0;
     while (leidos < n) {
-        const std::string_view resto = m_lector.Mira(1);
+        const std::string_view resto = m_lector.Resto(1);
         if (resto.empty())
             break;
         const std::size_t trozo = std::min(resto.size(), std::size_t{n} - leidos);
@@ -75,7 +75,7 @@ UINT CFile::Read(void* bytes, UINT n)
 
 std::string_view CFile::Tramo(std::size_t n)
 {
-    const std::string_view tramo = m_lector.Mira(n).substr(0, n);
+    const std::string_view tramo = m_lector.Resto(n).substr(0, n);
     m_lector.Consume(tramo.size());
     return tramo;
 }

@@ -3,30 +3,23 @@
 #include <algorithm>
 #include <iterator>
 
-#include "platform/ansi.h"
+#include "platform/layer_texts.h"
 
 // What a failed read or write is told with.
-
-namespace {
-
-constexpr const char* kNoSeEscribe = "Imposible escribir el archivo %s";
-constexpr const char* kNoSeLee = "Imposible leer el archivo %s";
-
-} // namespace
 
 CString CFileException::Causa() const
 {
     if (m_causa == AcortadoAlLeer())
-        return "Termina antes de la longitud que tenía"_ansi;
+        return textos::kTerminaAntes;
     if (m_causa == sistema::kDeOtro)
-        return "Otro proceso lo está escribiendo"_ansi;
+        return textos::kLoEscribeOtro;
     return m_causa.message();
 }
 
 CString CFileException::Mensaje() const
 {
     CString texto;
-    texto.Format(m_alLeer ? kNoSeLee : kNoSeEscribe, m_strFileName);
+    texto.Format(m_alLeer ? textos::kNoSeLee : textos::kNoSeEscribe, m_strFileName);
     return texto + Detalle();
 }
 

@@ -13,7 +13,7 @@ char* CStdioFile::ReadString(char* bufer, UINT n)
 {
     const std::size_t cabe = n - 1U;
     const std::string_view resto =
-        Lector().Mira(cabe + 1); // one more: a CR must see what follows it
+        Lector().Resto(cabe + 1); // one more: a CR must see what follows it
     std::size_t largo = std::min(cabe, resto.size());
     std::size_t consumo = largo;
     bool entera = false;
@@ -40,7 +40,7 @@ bool CStdioFile::ReadString(CString& linea)
     m_linea.clear();
     bool hubo = false;
     for (bool entera = false; !entera;) {
-        const std::string_view resto = Lector().Mira(2); // a CR must see what follows it
+        const std::string_view resto = Lector().Resto(2); // a CR must see what follows it
         if (resto.empty())
             break;
         hubo = true;

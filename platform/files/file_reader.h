@@ -37,7 +37,7 @@ public:
 
     /// What stands unread in the buffer, at least `minimo` bytes of it unless the file ends before.
     /// It is valid until the next call; `Consume` moves the position.
-    std::string_view Mira(std::size_t minimo)
+    std::string_view Resto(std::size_t minimo)
     {
         if (m_bufer.Lleno() - m_leido < minimo && !m_final)
             Rellena(minimo);
@@ -46,7 +46,7 @@ public:
         return resto;
     }
     void Consume(std::size_t bytes) { m_leido += bytes; }
-    bool AlFinal() const { return m_final; } ///< nothing comes behind what `Mira` gave
+    bool AlFinal() const { return m_final; } ///< nothing comes behind what `Resto` gave
     /// Goes to a position; one past the end is no fault. Raises CFileException for a file without
     /// positions (a pipe), unless the position is still in the buffer.
     void Seek(std::uint64_t posicion);

@@ -3,12 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-namespace {
-
-/// Stands in a log where lines of it couldn't be written.
-constexpr std::string_view kMarcaHueco = "\r\n*** Faltan mensajes: no se pudieron escribir ***\r\n";
-
-} // namespace
+#include "platform/layer_texts.h"
 
 std::unique_ptr<CSalidaEnSitio> CSalidaEnSitio::Abre(const CString& nombre, sistema::Error& fallo,
                                                      sistema::Error& error)
@@ -39,7 +34,7 @@ void CSalidaEnSitio::Escribe(std::string_view bytes)
     if (m_hayHueco && !bytes.empty()) {
         // The bytes may begin inside a line whose start is lost.
         bytes.remove_prefix(std::min(bytes.find('\n'), bytes.size() - 1) + 1);
-        sistema::Escribe(m_fichero, kMarcaHueco, error);
+        sistema::Escribe(m_fichero, textos::kMarcaHueco, error);
         m_hayHueco = static_cast<bool>(error);
     }
     if (!error)
@@ -54,7 +49,7 @@ void CSalidaEnSitio::Cierra() noexcept
         return;
     sistema::Error error;
     if (m_hayHueco) // at the very end
-        sistema::Escribe(m_fichero, kMarcaHueco, error);
+        sistema::Escribe(m_fichero, textos::kMarcaHueco, error);
     sistema::Cierra(std::exchange(m_fichero, sistema::kCerrado), error);
     Anota(error);
 }

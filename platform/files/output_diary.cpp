@@ -11,6 +11,8 @@ using Ruta = CReemplazo::Ruta;
 // A diary is a row of texts, each closed by a zero: its mark, how many diaries there are and their
 // names, three texts for each target, and its mark again. One that was cut short told of nothing
 // that had begun.
+// The mark's bytes stand in diaries on users' disks: they stay what they are, whatever the program
+// is called.
 constexpr std::string_view kMarca = "campiva: salidas en curso";
 
 std::string Entera(const Ruta& ruta)

@@ -35,7 +35,7 @@ public:
     /// Brings the folders of all outputs to the disk. A single one needs it once, when it has its
     /// place; several also before the first takes its own, and when their diary is gone.
     enum class Momento { Antes, Hecho, Final };
-    void AseguraCarpetas(Momento momento) const;
+    void AseguraLasSuyas(Momento momento) const;
 
 private:
     void EscribeUno(const Ruta& ruta, std::string_view bytes);
@@ -103,10 +103,10 @@ void CDiario::Borra(Error& error)
     }
 }
 
-void CDiario::AseguraCarpetas(Momento momento) const
+void CDiario::AseguraLasSuyas(Momento momento) const
 {
     if (momento == Momento::Hecho || !m_rutas.empty())
-        ::AseguraCarpetas(m_carpetas);
+        AseguraCarpetas(m_carpetas);
 }
 
 void Cambia(std::span<const CSalidaNombrada> salidas, CDiario& diario)
@@ -121,7 +121,7 @@ void Cambia(std::span<const CSalidaNombrada> salidas, CDiario& diario)
         salida.reemplazo->Prepara(error);
         CFileException::Exige(error, salida.nombre);
     }
-    diario.AseguraCarpetas(CDiario::Momento::Antes);
+    diario.AseguraLasSuyas(CDiario::Momento::Antes);
     // What is written in its place goes first: it is the likelier to fail.
     for (const bool alLado : {false, true})
         for (const CSalidaNombrada& salida : salidas)
@@ -129,10 +129,10 @@ void Cambia(std::span<const CSalidaNombrada> salidas, CDiario& diario)
                 salida.reemplazo->Coloca(error);
                 CFileException::Exige(error, salida.nombre);
             }
-    diario.AseguraCarpetas(CDiario::Momento::Hecho);
+    diario.AseguraLasSuyas(CDiario::Momento::Hecho);
     diario.Borra(error);
     CFileException::Exige(error, salidas.front().nombre);
-    diario.AseguraCarpetas(CDiario::Momento::Final);
+    diario.AseguraLasSuyas(CDiario::Momento::Final);
 }
 
 /// Puts all outputs in their targets' places, or none. They are closed afterwards, also where it

@@ -141,7 +141,7 @@ int CreaAnonimo(Error& error)
 {
     Error sinCarpeta;
     std::string nombre =
-        (std::filesystem::temp_directory_path(sinCarpeta) / "campivaXXXXXX").string();
+        (std::filesystem::temp_directory_path(sinCarpeta) / "salidaXXXXXX").string();
     const int fichero =
         Llama(Llamada::Abrir, error, [&] { return mkostemp(nombre.data(), O_CLOEXEC); });
     if (fichero != kCerrado)

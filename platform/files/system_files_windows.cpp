@@ -82,7 +82,7 @@ int CreaAnonimo(Error& error)
     Manija manija;
     Llama(Llamada::Abrir, error, [&] {
         if (GetTempPathW(MAX_PATH, carpeta) == 0 ||
-            GetTempFileNameW(carpeta, L"cam", 0, nombre) == 0)
+            GetTempFileNameW(carpeta, L"sal", 0, nombre) == 0)
             return false;
         manija =
             AbreManija(nombre, {.acceso = GENERIC_READ | GENERIC_WRITE,

@@ -10,6 +10,7 @@
 #include "platform/files/cfile.h"
 #include "platform/files/system_files.h"
 #include "platform/html_help.h"
+#include "platform/layer_texts.h"
 #include "platform/system.h"
 
 namespace {
@@ -19,18 +20,6 @@ constexpr std::chrono::milliseconds kEntreAvances{200}; // leaves drawings for c
 constexpr std::size_t kAnchoFase = 34;
 constexpr std::size_t kAnchoBarra = 24;
 constexpr std::size_t kAnchoDesconocido = 80;
-
-constexpr const char* kError = "Error";
-constexpr const char* kSinAyuda = "No se encuentra la ayuda en \"%s\".\n";
-constexpr const char* kSinTema = "La ayuda no dice nada del control %d.\n";
-constexpr const char* kSinMandatos =
-    "La entrada acaba antes del primer mandato: no se ha hecho nada.\n";
-constexpr const char* kLog = "Avisos: %s%s\n";
-constexpr const char* kLogVacio = " (vacío: no hay ninguno)";
-constexpr const char* kEscritos = "Escrito en %s:";
-constexpr const char* kSiNo = " (s/n) ";
-constexpr const char* kPideFichero = "Fichero (ahora \"%s\"): ";
-constexpr const char* kNoExiste = "El archivo %s no existe; el campo queda como estaba.\n";
 
 std::size_t Columnas(std::string_view utf8)
 {
@@ -59,7 +48,7 @@ bool Abre(CFile& fichero, const CString& nombre)
     try {
         return fichero.Open(nombre, CFile::modeRead);
     } catch (const CFileException& fallo) {
-        AfxGetApp()->Caja(fallo.Mensaje(), kError, MB_ICONERROR);
+        AfxGetApp()->Caja(fallo.Mensaje(), textos::kError, MB_ICONERROR);
         return false;
     }
 }
@@ -76,7 +65,7 @@ std::optional<std::string> LeeFichero(const CString& nombre)
         while (const UINT n = fichero.Read(trozo, sizeof trozo))
             texto.append(trozo, n);
     } catch (const CFileException& fallo) {
-        AfxGetApp()->Caja(fallo.Mensaje(), kError, MB_ICONERROR);
+        AfxGetApp()->Caja(fallo.Mensaje(), textos::kError, MB_ICONERROR);
         return {};
     }
     return texto;
@@ -143,7 +132,7 @@ void CFrontalTerminal::MuestraModal(CDialog& dialogo)
             Escribe(stdout, "> ");
         if (!EjecutaMandato(dialogo, texto)) {
             if (m_guion.hay && m_guion.leidos == 0)
-                Escribe(stderr, kSinMandatos);
+                Escribe(stderr, textos::kSinMandatos);
             dialogo.SendMessage(WM_COMMAND, IDCANCEL, 0);
             if (!dialogo.Terminado())
                 dialogo.EndDialog(IDCANCEL);
@@ -181,7 +170,7 @@ void CFrontalTerminal::Responde(CDialog& dialogo, const CDialogoTexto::CRespuest
     const HELPINFO pregunta{static_cast<int>(respuesta.ayuda)};
     if (dialogo.SendMessage(WM_HELP, 0, reinterpret_cast<LPARAM>(&pregunta)) == 0) {
         const HH_POPUP popup{respuesta.ayuda, {}, 0};
-        MuestraAyudaControl(AfxGetApp()->m_pszHelpFilePath + kTextosDeControles, popup);
+        MuestraAyudaControl(AfxGetApp()->TemasDeControles(), popup);
     }
 }
 
@@ -277,13 +266,13 @@ void CFrontalTerminal::OlvidaTeclas()
 int CFrontalTerminal::PreguntaSiNo() const
 {
     std::string respuesta = "s";
-    Escribe(stdout, kSiNo);
+    Escribe(stdout, textos::kSiNo);
     if (m_conversa) {
         for (;;) {
             std::clearerr(stdin);
             if (!EsperaLinea(respuesta) || !respuesta.empty())
                 break;
-            Escribe(stdout, kSiNo); // Enter alone is no answer
+            Escribe(stdout, textos::kSiNo); // Enter alone is no answer
         }
         // An input that was closed on the question can't be asked again; the run goes on.
     }
@@ -295,7 +284,7 @@ int CFrontalTerminal::PreguntaSiNo() const
 
 bool CFrontalTerminal::EligeFichero(CFileDialog& dialogo)
 {
-    EscribeForma(stdout, kPideFichero, ansi::AUtf8(dialogo.GetPathName()));
+    EscribeForma(stdout, textos::kPideFichero, ansi::AUtf8(dialogo.GetPathName()));
     std::string nombre;
     const bool hay = LeeLinea(nombre);
     if (!m_entradaPersona || !hay)
@@ -306,7 +295,7 @@ bool CFrontalTerminal::EligeFichero(CFileDialog& dialogo)
         return false;
     CFile fichero;
     if ((dialogo.Flags() & OFN_FILEMUSTEXIST) != 0 && !Abre(fichero, nombre)) {
-        Falla(kNoExiste, nombre);
+        Falla(textos::kNoExiste, nombre);
         return false;
     }
     dialogo.SetPathName(nombre);
@@ -343,15 +332,15 @@ void CFrontalTerminal::FinDeProceso(const CDialog& /*dialogo*/, const CEscritos&
         return;
     BorraAvance();
     if (CFile log; !escritos.log.IsEmpty() && Abre(log, escritos.log))
-        EscribeForma(stdout, kLog, ansi::AUtf8(escritos.log),
-                     log.GetLength() == 0 ? kLogVacio : "");
+        EscribeForma(stdout, textos::kAvisos, ansi::AUtf8(escritos.log),
+                     log.GetLength() == 0 ? textos::kNingunAviso : "");
     std::filesystem::path carpeta; // those of one folder, nearly always all, stand in one line
     for (const CString& salida : escritos.salidas) {
         const std::filesystem::path ruta = sistema::Ruta(salida);
         if (ruta.parent_path() != carpeta) {
             Escribe(stdout, carpeta.empty() ? "" : "\n");
             carpeta = ruta.parent_path();
-            EscribeForma(stdout, kEscritos, ansi::AUtf8(sistema::Nombre(carpeta)));
+            EscribeForma(stdout, textos::kEscritos, ansi::AUtf8(sistema::Nombre(carpeta)));
         }
         Escribe(stdout, " " + ansi::AUtf8(sistema::Nombre(ruta.filename())));
     }
@@ -368,7 +357,7 @@ bool CFrontalTerminal::MuestraAyuda(const CString& ficheroAyuda)
     const CString nombre = sistema::Nombre(sistema::Ruta(ficheroAyuda).replace_extension("txt"));
     const auto texto = LeeFichero(nombre);
     if (!texto) {
-        Falla(kSinAyuda, ansi::AUtf8(nombre));
+        Falla(textos::kNoEstaLaAyuda, ansi::AUtf8(nombre));
         return false;
     }
     const std::string legible = ansi::AUtf8(*texto);
@@ -384,12 +373,12 @@ bool CFrontalTerminal::MuestraAyudaControl(const CString& temas, const HH_POPUP&
         sistema::Nombre(sistema::Ruta(fichero).replace_filename(sistema::Ruta(interior)));
     const auto textos = LeeFichero(nombre);
     if (!textos) {
-        Falla(kSinAyuda, ansi::AUtf8(nombre));
+        Falla(textos::kNoEstaLaAyuda, ansi::AUtf8(nombre));
         return false;
     }
     const std::string_view tema = TextoDeTema(*textos, popup.idString);
     if (tema.empty()) {
-        Falla(kSinTema, static_cast<int>(popup.idString));
+        Falla(textos::kSinTema, static_cast<int>(popup.idString));
         return false;
     }
     Escribe(stdout, ansi::AUtf8(tema) + "\n");

@@ -5,20 +5,11 @@
 #include <optional>
 
 #include "platform/ansi.h"
+#include "platform/layer_texts.h"
 
 namespace {
 
 using enum ClaseControl;
-
-constexpr const char* kEstado = "Estado";
-constexpr const char* kNoSeEntiende =
-    "No se entiende \"%s\". Escriba ID para pulsar, ID=texto para rellenar, ? para ver el diálogo "
-    "o ? ID para la ayuda de un control.\n";
-constexpr const char* kNoHayControl = "El diálogo no tiene ningún control %s.\n";
-constexpr const char* kInactivo = "El control %d está desactivado.\n";
-constexpr const char* kSeRellena = "El control %d no se pulsa: se rellena, con %d=texto.\n";
-constexpr const char* kNoSeRellena = "El control %d no se rellena.\n";
-constexpr const char* kNoEstaEnLista = "La lista %d no tiene \"%s\".\n";
 
 constexpr std::string_view kBlancos = " \t\r";
 
@@ -99,7 +90,7 @@ std::string CDialogoTexto::Linea(const CControl& control) const
     case Progreso:
         return ConNombre(nombre, std::to_string(control.GetPos()) + " %");
     case Texto:
-        return ConNombre(nombre.empty() ? kEstado : nombre, valor);
+        return ConNombre(nombre.empty() ? textos::kEstado : nombre, valor);
     default:
         return ConNombre(nombre, valor);
     }
@@ -134,19 +125,19 @@ CDialogoTexto::CRespuesta CDialogoTexto::Pon(CControl& control, std::string_view
     case Lista: {
         const int elemento = BuscaElemento(control.Plantilla(), SinBlancos(valor));
         if (elemento < 0)
-            return Queja(kNoEstaEnLista, id, valor);
+            return Queja(textos::kNoEstaEnLista, id, valor);
         control.SetCurSel(elemento);
         return {};
     }
     case Casilla: {
         const auto marca = Numero(SinBlancos(valor));
         if (!marca)
-            return Queja(kNoSeRellena, id);
+            return Queja(textos::kNoSeRellena, id);
         control.SetCheck(*marca != 0 ? 1 : 0);
         return {};
     }
     default:
-        return Queja(kNoSeRellena, id);
+        return Queja(textos::kNoSeRellena, id);
     }
 }
 
@@ -162,19 +153,19 @@ CDialogoTexto::CRespuesta CDialogoTexto::Ejecuta(std::string_view mandato)
     const std::string_view cual = SinBlancos(ayuda ? entero.substr(1) : mandato.substr(0, igual));
     const auto id = Numero(cual);
     if (!id)
-        return Queja(kNoSeEntiende, entero);
+        return Queja(textos::kNoSeEntiende, entero);
     CControl* control = m_dialogo.GetDlgItem(*id);
     if (control == nullptr || *id == kSinId)
-        return Queja(kNoHayControl, cual);
+        return Queja(textos::kNoHayControl, cual);
     if (ayuda)
         return {{}, false, *id};
     if (!control->IsWindowEnabled())
-        return Queja(kInactivo, static_cast<int>(*id));
+        return Queja(textos::kInactivo, static_cast<int>(*id));
     if (igual != std::string_view::npos)
         return Pon(*control, mandato.substr(igual + 1));
     const ClaseControl clase = control->Plantilla().clase;
     if (clase == Edicion || clase == Lista)
-        return Queja(kSeRellena, static_cast<int>(*id), static_cast<int>(*id));
+        return Queja(textos::kSeRellena, static_cast<int>(*id), static_cast<int>(*id));
     m_dialogo.Pulsa(*control);
     return {};
 }

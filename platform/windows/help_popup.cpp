@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr const wchar_t* kClase = L"CampivaGlobo";
+constexpr const wchar_t* kClase = L"GloboAyuda";
 constexpr int kLetrasDeAncho = 52;
 
 /// What a popup shows.

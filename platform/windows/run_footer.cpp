@@ -2,8 +2,10 @@
 
 #include <utility>
 
+#include "platform/cwinapp.h"
 #include "platform/dialog.h"
 #include "platform/front_end.h"
+#include "platform/layer_texts.h"
 #include "platform/windows/text.h"
 
 namespace {
@@ -42,11 +44,11 @@ bool AbreConElSistema(HWND ventana, const std::wstring& ruta, bool esTexto)
 } // namespace
 
 CPieProceso::CPieProceso(HWND ventana)
-    : m_ventana(ventana),
+    : m_ventana(ventana), m_relato(AfxGetApp()->Recursos().Ficheros().informe),
       m_texto(Crea(L"STATIC", "", SS_LEFT | SS_NOPREFIX | SS_ENDELLIPSIS | WS_VISIBLE | WS_GROUP)),
-      m_haceInforme(Crea(L"BUTTON", kHazInforme, BS_PUSHBUTTON | WS_TABSTOP | WS_GROUP)),
-      m_abreLog(Crea(L"BUTTON", kAbreLog, BS_PUSHBUTTON | WS_TABSTOP)),
-      m_abreCarpeta(Crea(L"BUTTON", kAbreCarpeta, BS_PUSHBUTTON | WS_TABSTOP))
+      m_haceInforme(Crea(L"BUTTON", textos::kHazInforme, BS_PUSHBUTTON | WS_TABSTOP | WS_GROUP)),
+      m_abreLog(Crea(L"BUTTON", textos::kAbreLog, BS_PUSHBUTTON | WS_TABSTOP)),
+      m_abreCarpeta(Crea(L"BUTTON", textos::kAbreCarpeta, BS_PUSHBUTTON | WS_TABSTOP))
 {
 }
 
@@ -143,5 +145,6 @@ void CPieProceso::Abre(const CString& ruta) const
 
 void CPieProceso::Quejate(const std::string& queja) const
 {
-    MessageBoxW(m_ventana, AAncho(queja).c_str(), AAncho(kTituloNoSeAbre).c_str(), MB_ICONERROR);
+    MessageBoxW(m_ventana, AAncho(queja).c_str(), AAncho(textos::kTituloNoSeAbre).c_str(),
+                MB_ICONERROR);
 }

@@ -2,8 +2,9 @@
 
 #include "platform/ansi.h"
 
-// The texts of all boxes that have no number in the string table. The log's messages and the
-// summaries stand in the catalogue.
+// The texts of the translations' own boxes that have no number in the string table. The log's
+// messages and the summaries stand in the catalogue, the layer's own texts in
+// platform/layer_texts.h.
 
 namespace cajas {
 

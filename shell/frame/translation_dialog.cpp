@@ -262,8 +262,7 @@ LRESULT CTraduccionDlg::OnHelpInfo(WPARAM /*wParam*/, LPARAM lParam)
         return 1; // a label or a group box
     const HH_POPUP popup = {static_cast<UINT>(pregunta.iCtrlId), pregunta.MousePos,
                             kAmarilloPalido};
-    HtmlHelp(this, AfxGetApp()->m_pszHelpFilePath + kTextosDeControles, HH_DISPLAY_TEXT_POPUP,
-             &popup);
+    HtmlHelp(this, AfxGetApp()->TemasDeControles(), HH_DISPLAY_TEXT_POPUP, &popup);
     return 1;
 }
 

@@ -135,7 +135,7 @@ TEST(RelatoProceso, OffersTheReportWhereItsProgramIsThere)
 {
     const CCarpetaPrueba carpeta;
     const auto termina = [&](const char* log) {
-        CRelatoProceso relato;
+        CRelatoProceso relato("informe");
         relato.Termina({}, {carpeta.En(log), {carpeta.En("salida")}, {carpeta.En("entrada")}});
         return relato;
     };
@@ -143,15 +143,13 @@ TEST(RelatoProceso, OffersTheReportWhereItsProgramIsThere)
     carpeta.Pon("salida", "");
     const CVariable variable("PATH", carpeta.Ruta().c_str());
     EXPECT_TRUE(termina("a.ERR").DeInforme().IsEmpty());
-    carpeta.Pon("campiva-informe",
-                "#!/bin/sh\nfor a; do printf '%s ' \"${a##*/}\"; done > \"$2\"\n");
-    std::filesystem::permissions(carpeta.Ruta() / "campiva-informe",
-                                 std::filesystem::perms::owner_all);
+    carpeta.Pon("informe", "#!/bin/sh\nfor a; do printf '%s ' \"${a##*/}\"; done > \"$2\"\n");
+    std::filesystem::permissions(carpeta.Ruta() / "informe", std::filesystem::perms::owner_all);
     EXPECT_TRUE(termina("no_hay.ERR").DeInforme().IsEmpty());
     const CRelatoProceso relato = termina("a.ERR");
     EXPECT_EQ(relato.DeInforme(), carpeta.En("a.ERR"));
     EXPECT_EQ(relato.HazInforme(), carpeta.En("a.html"));
     EXPECT_EQ(carpeta.Lee("a.html"), "--html a.html --con entrada --con salida -- a.ERR ");
-    carpeta.Pon("campiva-informe", "#!/bin/sh\nexit 2\n");
+    carpeta.Pon("informe", "#!/bin/sh\nexit 2\n");
     EXPECT_TRUE(relato.HazInforme().IsEmpty());
 }

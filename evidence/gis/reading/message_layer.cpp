@@ -6,6 +6,7 @@
 #include "evidence/gis/reading/layers.h"
 #include "evidence/log_reader.h"
 #include "evidence/message_advice.h"
+#include "platform/files/cstdio_file.h"
 
 namespace {
 

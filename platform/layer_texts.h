@@ -1,0 +1,76 @@
+#pragma once
+
+#include <string_view>
+
+#include "platform/ansi.h"
+
+// All that the layer says to users in words of its own; what the program has it say comes with the
+// resources or in a call. Texts are UTF-8, or code page 1252 where "_ansi" stands behind them.
+// Those with a "%" are forms for AnexaFormato (format.h).
+
+namespace textos {
+
+// Files and settings: boxes, and the log.
+inline constexpr const char* kError = "Error";
+inline constexpr const char* kNoSeEscribe = "Imposible escribir el archivo %s";
+inline constexpr const char* kNoSeLee = "Imposible leer el archivo %s";
+inline constexpr const char* kTerminaAntes = "Termina antes de la longitud que tenía"_ansi;
+inline constexpr const char* kLoEscribeOtro = "Otro proceso lo está escribiendo"_ansi;
+/// Stands in a log where lines of it couldn't be written.
+inline constexpr std::string_view kMarcaHueco =
+    "\r\n*** Faltan mensajes: no se pudieron escribir ***\r\n";
+
+// Memory ran out: in a box, and on the standard error where not even a box can be shown.
+inline constexpr const char* kSinMemoria = "No hay memoria para seguir";
+inline constexpr const char* kSinMemoriaNiCaja = "[Error]\nNo hay memoria para seguir\n\n";
+
+// The foot of a translation's window, on every desktop.
+inline constexpr const char* kQuedan = ", quedan %s de esta fase"; ///< behind the time passed
+inline constexpr const char* kDuracion = "Duración: %s";
+inline constexpr const char* kRegistroVacio = "Registro vacío: sin errores ni avisos";
+inline constexpr const char* kAbreLog = "Abrir &registro";
+inline constexpr const char* kHazInforme = "In&forme";
+inline constexpr const char* kAbreCarpeta = "Abrir carp&eta";
+/// The same for a person who hears them; the path follows.
+inline constexpr const char* kNombreAbreLog = "Abrir el registro de errores: ";
+inline constexpr const char* kNombreHazInforme = "Hacer y abrir el informe de: ";
+inline constexpr const char* kNombreAbreCarpeta = "Abrir la carpeta de los archivos escritos: ";
+inline constexpr const char* kTituloNoSeAbre = "Abrir";
+inline constexpr const char* kNoSeAbre = "Ningún programa abre aquí %s";
+inline constexpr const char* kNoHayInforme = "No se pudo hacer el informe de %s";
+
+// Windows that the system doesn't fill with words of its own.
+inline constexpr const char* kSi = "&Sí";
+inline constexpr const char* kNo = "&No";
+inline constexpr const char* kAceptar = "&Aceptar";
+inline constexpr const char* kElige = "Abrir"; ///< title of the box for choosing a file
+inline constexpr const char* kNombreIlegible =
+    "El nombre de ese archivo no se puede leer aquí. Cámbielo y elíjalo otra vez.";
+inline constexpr const char* kAyuda = "Ayuda";
+inline constexpr const char* kTituloAyuda = "Ayuda: %s";
+inline constexpr const char* kNoSeVeLaAyuda = "No se encuentra la ayuda en \"%s\", o está dañada.";
+
+// The terminal.
+inline constexpr const char* kNoEstaLaAyuda = "No se encuentra la ayuda en \"%s\".\n";
+inline constexpr const char* kSinTema = "La ayuda no dice nada del control %d.\n";
+inline constexpr const char* kSinMandatos =
+    "La entrada acaba antes del primer mandato: no se ha hecho nada.\n";
+inline constexpr const char* kAvisos = "Avisos: %s%s\n";
+inline constexpr const char* kNingunAviso = " (vacío: no hay ninguno)";
+inline constexpr const char* kEscritos = "Escrito en %s:";
+inline constexpr const char* kSiNo = " (s/n) ";
+inline constexpr const char* kPideFichero = "Fichero (ahora \"%s\"): ";
+inline constexpr const char* kNoExiste = "El archivo %s no existe; el campo queda como estaba.\n";
+
+// A dialog as text.
+inline constexpr const char* kEstado = "Estado"; ///< of the progress bar
+inline constexpr const char* kNoSeEntiende =
+    "No se entiende \"%s\". Escriba ID para pulsar, ID=texto para rellenar, ? para ver el diálogo "
+    "o ? ID para la ayuda de un control.\n";
+inline constexpr const char* kNoHayControl = "El diálogo no tiene ningún control %s.\n";
+inline constexpr const char* kInactivo = "El control %d está desactivado.\n";
+inline constexpr const char* kSeRellena = "El control %d no se pulsa: se rellena, con %d=texto.\n";
+inline constexpr const char* kNoSeRellena = "El control %d no se rellena.\n";
+inline constexpr const char* kNoEstaEnLista = "La lista %d no tiene \"%s\".\n";
+
+} // namespace textos
