@@ -76,6 +76,7 @@ CFrontalEscritorio::CFrontalEscritorio(char* programa)
     wxApp::SetInstance(new CAplicacionVentanas);
     int argc = 1;
     char* argv[] = {programa, nullptr};
+    TomaNombreDelMenu();
     m_funciona = wxEntryStart(argc, argv);
     if (m_funciona)
         wxTheApp->CallOnInit();

@@ -20,6 +20,13 @@ void PonNombreAccesible(wxWindow& widget, const wxString& nombre)
 #endif
 }
 
+void TomaNombreDelMenu()
+{
+#ifdef __WXGTK__
+    g_set_prgname("campiva"); // of packaging/campiva.desktop
+#endif
+}
+
 wxString SumaDe(const wxString& fichero)
 {
     wxString suma;

@@ -16,6 +16,10 @@ foreach(file
     share/applications/campiva.desktop
     share/bash-completion/completions/campiva-informe
     share/campiva/campiva.chm
+    share/doc/campiva/CHANGELOG.md
+    share/doc/campiva/LEEME.md
+    share/doc/campiva/README.md
+    share/doc/campiva/docs/pictures/choice.png
     share/campiva/samples/villanueva_dibujos/poligonos.txt
     share/icons/hicolor/scalable/apps/campiva.svg
     share/man/es/man1/campiva-gui.1
@@ -44,9 +48,13 @@ if(NOT status EQUAL 0 OR complaints OR NOT seen MATCHES "Tabla de módulos" OR
   message(FATAL_ERROR "status ${status}\n${complaints}\n${seen}")
 endif()
 
+# Completion knows the options that each program tells of, and no others.
+execute_process(COMMAND bash ${CMAKE_CURRENT_LIST_DIR}/compare_options.sh "${WORK}/the usr"
+  COMMAND_ERROR_IS_FATAL ANY)
+
 execute_process(COMMAND ${CMAKE_COMMAND} --build ${BUILD} --target uninstall
   OUTPUT_QUIET COMMAND_ERROR_IS_FATAL ANY)
 file(GLOB_RECURSE left "${WORK}/the usr/*")
-if(left OR EXISTS "${WORK}/the usr/share/campiva")
+if(left OR EXISTS "${WORK}/the usr/share/campiva" OR EXISTS "${WORK}/the usr/share/doc/campiva")
   message(FATAL_ERROR "left behind: ${left}")
 endif()
