@@ -5,12 +5,11 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <optional>
 
 #include "platform/files/cfile.h"
-#include "platform/files/fault_point.h"
 #include "platform/files/set_healing.h"
 #include "resources/program_resources.h"
+#include "tests/faults/fault_plan.h"
 
 namespace fs = std::filesystem;
 
@@ -19,57 +18,37 @@ namespace {
 constexpr const char* kFin = "Fin del proceso";
 constexpr std::string_view kLog = ".ERR";
 
+using Alcance = CPlanDeFallos::Alcance;
+
 struct CModoFallo {
     int error;
-    enum { UnaVez, DesdeEntonces, Clase } cuando; ///< later ones of its kind, too; all of a kind
+    Alcance alcance;
+    bool todaLaClase = false; ///< no one call is meant, but all of a kind
 };
 
 /// By the numbers that inputs give them; what has no number here fails as the first.
 constexpr CModoFallo kModos[] = {
-    {EIO, CModoFallo::UnaVez},           // a spot of the disk
-    {EINTR, CModoFallo::UnaVez},         // a signal in between, which is no fault
-    {EACCES, CModoFallo::UnaVez},        // rights that are missing
-    {EOPNOTSUPP, CModoFallo::Clase},     // a file system that has no such calls
-    {ENOSPC, CModoFallo::DesdeEntonces}, // a disk that is full
+    {EIO, Alcance::EsaSola},              // a spot of the disk
+    {EINTR, Alcance::EsaSola},            // a signal in between, which is no fault
+    {EACCES, Alcance::EsaSola},           // rights that are missing
+    {EOPNOTSUPP, Alcance::EsaSola, true}, // a file system that has no such calls
+    {ENOSPC, Alcance::YLasDeSuClase},     // a disk that is full
 };
 constexpr int kClases = static_cast<int>(sistema::Llamada::Crear) + 1;
 
-/// What is to fail.
-struct CPlan {
-    int faltan = 0; ///< calls to the one that fails; 0: none does, or it is over
-    CModoFallo modo = kModos[0];
-    std::optional<sistema::Llamada> clase; ///< of the calls that fail from now on
-};
-
-CPlan& Plan()
-{
-    static CPlan plan;
-    return plan;
-}
-
 } // namespace
-
-int sistema::Tropiezo(Llamada llamada)
-{
-    CPlan& plan = Plan();
-    if (plan.faltan == 0)
-        return plan.clase == llamada ? plan.modo.error : 0;
-    --plan.faltan;
-    if (plan.faltan > 0)
-        return 0;
-    if (plan.modo.cuando == CModoFallo::DesdeEntonces)
-        plan.clase = llamada;
-    return plan.modo.error;
-}
 
 CTropiezo::CTropiezo(const CEntrada& entrada)
 {
-    const unsigned modo = entrada.ModoFallo();
-    Plan().modo = kModos[modo < std::size(kModos) ? modo : 0];
-    if (entrada.Fallo() > 0 && Plan().modo.cuando == CModoFallo::Clase)
+    if (entrada.Fallo() == 0)
+        return;
+    const unsigned numero = entrada.ModoFallo();
+    const CModoFallo& modo = kModos[numero < std::size(kModos) ? numero : 0];
+    Plan() = {CPlanDeFallos::Que::FallaLlamada, entrada.Fallo(), modo.alcance, modo.error};
+    if (modo.todaLaClase) {
+        Plan().en = 0;
         Plan().clase = static_cast<sistema::Llamada>((entrada.Fallo() - 1) % kClases);
-    else
-        Plan().faltan = entrada.Fallo();
+    }
 }
 
 CTropiezo::~CTropiezo()
@@ -87,12 +66,7 @@ void Exige(bool vale, std::string_view que, std::string_view donde)
     std::abort();
 }
 
-void CGuionAtento::FinDeProceso(const CDialog& /*dialogo*/, const CEscritos& suyos)
-{
-    escritos = suyos;
-}
-
-void CGuionAtento::Olvida()
+void CGuionDeBanco::Olvida()
 {
     cajas.clear();
     ayudas.clear();
@@ -101,7 +75,7 @@ void CGuionAtento::Olvida()
     escritos = {};
 }
 
-bool CGuionAtento::HuboCierre() const
+bool CGuionDeBanco::HuboCierre() const
 {
     return std::any_of(cajas.begin(), cajas.end(),
                        [](const CCajaVista& caja) { return caja.titulo == kFin; });

@@ -18,14 +18,11 @@ void Exige(bool vale, std::string_view que, std::string_view donde = {});
 /// What a target's outputs hold before a run, and never behind one.
 inline constexpr std::string_view kAntes = "antes";
 
-/// A front end that also notes what a run has written.
-class CGuionAtento : public CGuion {
+/// A script for a user of many runs.
+class CGuionDeBanco : public CGuion {
 public:
-    void FinDeProceso(const CDialog& dialogo, const CEscritos& suyos) override;
-    void Olvida();
+    void Olvida();           ///< what it saw of the last run
     bool HuboCierre() const; ///< the closing box was shown
-
-    CEscritos escritos; ///< by the last run
 };
 
 /// The folder in which a target makes its runs, one after another, and what must hold behind each.
@@ -35,7 +32,7 @@ public:
 
     CString En(std::string_view nombre) const { return m_carpeta.En(nombre); }
     const std::filesystem::path& Ruta() const { return m_carpeta.Ruta(); }
-    CGuionAtento& Guion() { return m_guion; }
+    CGuionDeBanco& Guion() { return m_guion; }
 
     /// A file as it is to stand there before a run. One that is there with these bytes is left.
     void Pon(std::string_view nombre, std::string_view bytes);
@@ -67,7 +64,7 @@ private:
     void CompruebaFichero(const std::string& nombre, std::vector<std::string>& escritos);
 
     CCarpetaPrueba m_carpeta;
-    CGuionAtento m_guion;
+    CGuionDeBanco m_guion;
     CVersionApp m_aplicacion;
     std::string m_registro;
     std::map<std::string, std::string> m_puestos; ///< files by name, and their bytes

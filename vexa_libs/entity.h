@@ -99,7 +99,8 @@ public:
     /// one here, Z included. Gives true.
     bool Une(const CLinea& otra, bool sinRepetir);
     /// Non-zero where the closed line holds the point, its boundary included; 0 outside and with
-    /// fewer than three points. Exact.
+    /// fewer than three points. Exact. A question of this line alone: the translations, which want
+    /// the smallest of many rings, ask a CIndiceAnillos, by the same exact test.
     short EstaDentro(const CPunto<T>& punto) const;
     /// Area of the closed line, without a sign: drawing units divided by the square of `precision`,
     /// so 100 gives square metres.

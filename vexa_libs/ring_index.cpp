@@ -69,10 +69,9 @@ void CIndiceAnillos::Añade(const std::vector<CPunto<int>>& anillo, double prefe
     if (anillo.empty())
         return;
     m_niveles.clear();
-    if (m_anillos % kPorBloque == 0)
+    if (m_bloques.empty() || m_bloques.back().size() == kPorBloque)
         m_bloques.emplace_back();
     m_bloques.back().push_back({CAnilloConsultado(anillo), preferencia, indice});
-    ++m_anillos;
 }
 
 CIndiceAnillos::CCaja CIndiceAnillos::Encierra(std::size_t anillo) const
@@ -148,7 +147,7 @@ void CIndiceAnillos::Construye() const
 {
     std::vector<CNivel> niveles;
     std::vector<CCaja> cajas =
-        Agrupa(niveles, m_anillos, [this](std::size_t i) { return Encierra(i); });
+        Agrupa(niveles, Anillos(), [this](std::size_t i) { return Encierra(i); });
     while (cajas.size() > 1)
         cajas = Agrupa(niveles, cajas.size(), [&](std::size_t i) { return cajas[i]; });
     m_niveles = std::move(niveles);
@@ -176,7 +175,7 @@ void CIndiceAnillos::Mira(std::size_t nivel, std::size_t posicion, const CMedida
 int CIndiceAnillos::Busca(const CPunto<int>& punto,
                           const std::function<bool(int, Lugar)>& acepta) const
 {
-    if (m_anillos == 0)
+    if (Anillos() == 0)
         return -1;
     if (m_niveles.empty())
         Construye();

@@ -13,7 +13,8 @@ namespace vexageo {
 /// ring fills little of an upright rectangle. The ring with the least `preferencia` is asked first,
 /// of equal ones that with the least `indice`, so the first one that an exact test accepts is the
 /// answer. A look-up touches a few extents for rings side by side and for rings within one another
-/// alike. The first one after rings were added builds the tree. Not for several threads at once.
+/// alike. The first one after rings were added builds the tree. One that was moved from has no
+/// rings. Not for several threads at once.
 class CIndiceAnillos {
 public:
     CIndiceAnillos() = default;
@@ -103,8 +104,15 @@ private:
     void Construye() const;
     void Mira(std::size_t nivel, std::size_t posicion, const CMedidas& punto) const;
 
-    std::vector<std::vector<CAnillo>> m_bloques; // of rings, which grow without a copy of all
-    std::size_t m_anillos = 0;
+    std::size_t Anillos() const
+    {
+        return m_bloques.empty() ? 0
+                                 : (m_bloques.size() - 1) * kPorBloque + m_bloques.back().size();
+    }
+
+    // Of rings, all full but the last one, so that they grow without a copy of all. What tells
+    // whether there are any: a count beside them would stay behind when they are moved.
+    std::vector<std::vector<CAnillo>> m_bloques;
     // Made ready at the first look-up after rings were added: the nodes of rings by their place,
     // then those of nodes, level by level up to the root. A look-up keeps its memory for the next.
     mutable std::vector<CNivel> m_niveles;

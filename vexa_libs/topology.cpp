@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <utility>
 
 #include "vexa_libs/ring.h"
 
@@ -117,31 +118,31 @@ void CTopologia::OrdenaPoligonos()
                      [](const CPoligonoTopologico& a, const CPoligonoTopologico& b) {
                          return a.NumPoligono() < b.NumPoligono();
                      });
-    m_indiceListo = false;
+    m_buscador = {};
 }
 
-void CTopologia::PreparaIndice() const
+const CTopologia::CBuscador& CTopologia::Buscador() const
 {
-    m_indice = CIndiceAnillos();
-    m_islas.clear();
-    m_islas.resize(m_poligonos.size());
+    if (m_buscador.islas.size() == m_poligonos.size())
+        return m_buscador;
+    CBuscador buscador;
+    buscador.islas.resize(m_poligonos.size());
     for (int i = 0; i < Poligonos(); ++i) {
         const CPoligonoTopologico& poligono = Poligono(i);
-        m_indice.Añade(Anillo(poligono, 0).Puntos(), DameArea(i), i);
+        buscador.contornos.Añade(Anillo(poligono, 0).Puntos(), DameArea(i), i);
         for (int k = 1; k <= poligono.Islas(); ++k)
-            m_islas[static_cast<std::size_t>(i)].Añade(Anillo(poligono, k).Puntos(), 0, k);
+            buscador.islas[static_cast<std::size_t>(i)].Añade(Anillo(poligono, k).Puntos(), 0, k);
     }
-    m_indiceListo = true;
+    return m_buscador = std::move(buscador);
 }
 
 int CTopologia::EncuentraPoligono(const CPunto<int>& punto) const
 {
-    if (!m_indiceListo)
-        PreparaIndice();
+    const CBuscador& buscador = Buscador();
     const auto estrictamente = [](int, Lugar lugar) { return lugar == Lugar::Dentro; };
-    return m_indice.Busca(punto, [&](int i, Lugar lugar) {
+    return buscador.contornos.Busca(punto, [&](int i, Lugar lugar) {
         return lugar != Lugar::Fuera &&
-               m_islas[static_cast<std::size_t>(i)].Busca(punto, estrictamente) < 0;
+               buscador.islas[static_cast<std::size_t>(i)].Busca(punto, estrictamente) < 0;
     });
 }
 

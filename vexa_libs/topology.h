@@ -31,7 +31,8 @@ bool SonDesmedidos(std::uint64_t puntos, const CLinea<int>& otro, const CFile& d
 /// the polygon has none or none can be read at its place. Raises CFileException where a read fails.
 bool LeeRotulo(const CPoligonoTopologico& poligono, CFile* dibujo, CTexto<int>& rotulo);
 
-/// A whole topology file in memory, with what its polygons point to in the drawing.
+/// A whole topology file in memory, with what its polygons point to in the drawing. A copy is one
+/// by itself; one that was moved from has no polygons.
 class CTopologia {
 public:
     /// Loads all polygons of the file and their entities. An island record goes into the list of
@@ -70,15 +71,26 @@ private:
     int GuardaContorno(const CPoligonoTopologico& poligono, CFile* dibujo);
     /// The k-th of a polygon's rings: first its own boundary, then those of its islands.
     const CLinea<int>& Anillo(const CPoligonoTopologico& poligono, int k) const;
-    void PreparaIndice() const;
+    /// The rings of the topology's own drawing, for questions. They stay behind when it is copied:
+    /// the copy has other rings, and finds them at its own first question.
+    struct CBuscador {
+        CBuscador() = default;
+        CBuscador(const CBuscador& /*otro*/) {}
+        CBuscador(CBuscador&&) noexcept = default;
+        CBuscador& operator=(const CBuscador& otro) { return *this = CBuscador(otro); }
+        CBuscador& operator=(CBuscador&&) noexcept = default;
+        ~CBuscador() = default;
+
+        CIndiceAnillos contornos;
+        std::vector<CIndiceAnillos> islas; ///< of each polygon
+    };
+    const CBuscador& Buscador() const;
 
     std::vector<CPoligonoTopologico> m_poligonos;
     /// What they point to in their drawing: a polygon's centroid index and its list of indexes are
     /// positions here.
     CDibujoVexa m_dibujo;
-    mutable CIndiceAnillos m_indice;
-    mutable std::vector<CIndiceAnillos> m_islas; // of each polygon
-    mutable bool m_indiceListo = false;
+    mutable CBuscador m_buscador; // ready where it has as many polygons
 };
 
 } // namespace vexageo

@@ -1,22 +1,27 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 
 #include "platform/files/fault_point.h"
 
-/// What goes wrong while a test looks on, in this program alone: the n-th call to the system fails,
-/// or kills the process; the n-th allocation finds no memory.
+/// What goes wrong while a test or a fuzzer looks on, in its program alone: the n-th call to the
+/// system fails, or kills the process; the n-th allocation finds no memory, where the program has
+/// the allocation of failing_memory.cpp in it.
 struct CPlanDeFallos {
     enum class Que { Nada, FallaLlamada, MataEnLlamada, FaltaMemoria };
+    enum class Alcance { EsaSola, YLasDeSuClase, YTodas }; ///< what else fails from then on
 
     Que que = Que::Nada;
-    long en = 0;          ///< counted from 1
-    bool siempre = false; ///< and all behind it too
-    int error = 0;        ///< with which a call fails
-    long llamadas = 0;    ///< made since the plan began
-    long reservas = 0;    ///< of memory, likewise
+    long en = 0; ///< counted from 1
+    Alcance alcance = Alcance::EsaSola;
+    int error = 0;                              ///< with which a call fails
+    std::optional<sistema::Llamada> clase = {}; ///< whose calls all fail
+    long llamadas = 0;                          ///< made since the plan began
+    long reservas = 0;                          ///< of memory, likewise
 
-    bool Toca(long vez) const { return vez == en || (siempre && vez > en); }
+    bool Toca(long vez) const { return vez == en || (alcance == Alcance::YTodas && vez > en); }
+    bool TocaLlamada(sistema::Llamada llamada) const { return Toca(llamadas) || clase == llamada; }
 };
 
 /// The plan in force.

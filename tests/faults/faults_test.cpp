@@ -27,6 +27,7 @@ namespace fs = std::filesystem;
 namespace {
 
 using Que = CPlanDeFallos::Que;
+using Alcance = CPlanDeFallos::Alcance;
 using Contenidos = std::map<std::string, std::string>;
 
 const char* const kTablas[] = {"Titulares.txt",   "Parcelas.txt", "Modulos.txt",
@@ -302,13 +303,14 @@ TEST_P(Fallos, ACallThatFailsCostsNoOutput)
 {
     const long cuantas = banco.Visto().llamadas;
     ASSERT_GT(cuantas, 20);
-    for (const bool siempre : {false, true})
+    for (const Alcance alcance : {Alcance::EsaSola, Alcance::YTodas})
         for (const int error : {EIO, ENOSPC}) {
             for (long en = 1; en <= cuantas && !HasFailure(); ++en) {
+                const bool siempre = alcance == Alcance::YTodas;
                 SCOPED_TRACE(testing::Message()
                              << "call " << en << (siempre ? " and all behind" : "") << ", error "
                              << error);
-                const CResultado resultado = banco.Corre({Que::FallaLlamada, en, siempre, error});
+                const CResultado resultado = banco.Corre({Que::FallaLlamada, en, alcance, error});
                 siempre ? EsTodoONadaALaLarga(banco, resultado) : EsTodoONada(banco, resultado);
             }
         }
@@ -319,7 +321,7 @@ TEST_P(Fallos, AnInterruptedCallIsMadeAgain)
     const long cuantas = banco.Visto().llamadas;
     for (long en = 1; en <= cuantas; ++en) {
         SCOPED_TRACE(testing::Message() << "call " << en);
-        const CResultado resultado = banco.Corre({Que::FallaLlamada, en, false, EINTR});
+        const CResultado resultado = banco.Corre({Que::FallaLlamada, en, Alcance::EsaSola, EINTR});
         EXPECT_FALSE(resultado.error);
         EXPECT_TRUE(resultado.salidas == banco.Limpio());
     }
@@ -330,11 +332,12 @@ TEST_P(Fallos, WithoutMemoryNothingIsReplaced)
     banco.Corre({Que::FaltaMemoria, -1});
     const long cuantas = banco.Visto().reservas;
     ASSERT_GT(cuantas, 50);
-    for (const bool siempre : {false, true})
+    for (const Alcance alcance : {Alcance::EsaSola, Alcance::YTodas})
         for (long en = 1; en <= cuantas && !HasFailure(); en += 1 + en / 400) {
+            const bool siempre = alcance == Alcance::YTodas;
             SCOPED_TRACE(testing::Message() << "allocation " << en << " of " << cuantas
                                             << (siempre ? " and all behind" : ""));
-            const CResultado resultado = banco.Corre({Que::FaltaMemoria, en, siempre});
+            const CResultado resultado = banco.Corre({Que::FaltaMemoria, en, alcance});
             siempre ? EsTodoONadaALaLarga(banco, resultado) : EsTodoONada(banco, resultado);
         }
 }

@@ -23,9 +23,9 @@ public:
         return m_bin.Linea("nuevo",
                            {{x, y}, {x + lado, y}, {x + lado, y + lado}, {x, y + lado}, {x, y}});
     }
-    int Linea(const std::vector<vexageo::CPunto<int>>& puntos)
+    int Linea(const std::vector<vexageo::CPunto<int>>& puntos, const char* codigo = "nuevo")
     {
-        return m_bin.Linea("nuevo", puntos);
+        return m_bin.Linea(codigo, puntos);
     }
     int Rotulo(const char* codigo, const CString& texto, int x, int y, bool borrado = false)
     {
@@ -46,6 +46,7 @@ public:
         std::vector<int> tramos;
         vexageo::CPunto<int> punto = {}; ///< centroid and interior point
         int numero = 0;
+        std::vector<CRegistro> islas = {}; ///< in its own list
     };
     std::vector<CRegistro> par;
     std::vector<CRegistro> sub;
@@ -64,19 +65,24 @@ private:
     {
         CFile fichero;
         fichero.Open(m_carpeta.En(nombre), CFile::modeCreate | CFile::modeWrite);
-        for (const CRegistro& registro : registros) {
-            vexageo::CPoligonoTopologico poligono;
-            poligono.NumPoligono(registro.numero);
-            poligono.Clase(registro.clase);
-            poligono.Centroide(registro.punto);
-            poligono.PuntoInterior(registro.punto);
-            poligono.AreaPropia(registro.area);
-            poligono.OffsetCentroide(registro.rotulo);
-            for (const int tramo : registro.tramos)
-                poligono.InsertaTramo(tramo);
-            poligono.Write(&fichero);
-        }
+        for (const CRegistro& registro : registros)
+            Poligono(registro).Write(&fichero);
         fichero.Close();
+    }
+    static vexageo::CPoligonoTopologico Poligono(const CRegistro& registro)
+    {
+        vexageo::CPoligonoTopologico poligono;
+        poligono.NumPoligono(registro.numero);
+        poligono.Clase(registro.clase);
+        poligono.Centroide(registro.punto);
+        poligono.PuntoInterior(registro.punto);
+        poligono.AreaPropia(registro.area);
+        poligono.OffsetCentroide(registro.rotulo);
+        for (const int tramo : registro.tramos)
+            poligono.InsertaTramo(tramo);
+        for (const CRegistro& isla : registro.islas)
+            poligono.InsertaIsla(Poligono(isla));
+        return poligono;
     }
 
     const CCarpetaPrueba& m_carpeta;

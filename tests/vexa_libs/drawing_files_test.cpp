@@ -342,10 +342,28 @@ TEST_F(FicherosDeDibujo, ATopologyAnswersByItsDrawing)
         {"beside both", {-1, 5}, 0},
         {"nowhere", {30, 5}, -1},
     };
-    for (const auto& caso : casos) {
-        SCOPED_TRACE(caso.motivo);
-        EXPECT_EQ(topologia.EncuentraPoligono(caso.punto), caso.poligono);
-    }
+    const auto responde = [&casos](const CTopologia& preguntada) {
+        for (const auto& caso : casos) {
+            SCOPED_TRACE(caso.motivo);
+            EXPECT_EQ(preguntada.EncuentraPoligono(caso.punto), caso.poligono);
+        }
+    };
+    responde(topologia);
+
+    CTopologia otra; // in another order, and asked already
+    bin.Seek(0);
+    par.Seek(0);
+    otra.Read(&bin, &par);
+    EXPECT_EQ(otra.EncuentraPoligono({5, 5}), 2);
+    CTopologia copia = topologia;
+    otra = copia;
+    const CTopologia tomada = std::move(copia);
+    // NOLINTNEXTLINE(bugprone-use-after-move): a topology that was taken is an empty one
+    EXPECT_EQ(copia.EncuentraPoligono({5, 5}), -1);
+    topologia = CTopologia();
+    EXPECT_EQ(topologia.EncuentraPoligono({5, 5}), -1);
+    responde(otra);
+    responde(tomada);
 }
 
 TEST(Dibujo, CountsWhatItTookAndIsCopiedDeep)

@@ -38,6 +38,9 @@ void EsperaLugar(const CAnillo& anillo, const CPunto<int>& punto, Lugar esperado
         EXPECT_EQ(Situa(girado, punto), esperado) << "from corner " << vuelta;
         EXPECT_EQ(Situa(cerrado, punto), esperado) << "closed, from corner " << vuelta;
         EXPECT_EQ(Situa(reves, punto), esperado) << "reversed, from corner " << vuelta;
+        CLinea<int> linea;
+        linea.Puntos() = girado;
+        EXPECT_EQ(linea.EstaDentro(punto) != 0, esperado != Lugar::Fuera) << "as a line";
     }
 }
 
@@ -265,4 +268,22 @@ TEST(IndiceAnillos, ReachesTheEndsOfTheCoordinates)
     for (const CPunto<int>& esquina : todo)
         EXPECT_EQ(indice.Busca(esquina), 5);
     EXPECT_EQ(indice.Busca({0, -1}), 5);
+}
+
+TEST(IndiceAnillos, OneThatWasMovedFromHoldsNothingAndTakesRingsAgain)
+{
+    const CAnillo uno = Cuadrado(0, 0, 10);
+    const CAnillo otro = Cuadrado(0, 0, 10);
+    CIndiceAnillos indice;
+    indice.Añade(uno, 1, 5);
+    EXPECT_EQ(indice.Busca({5, 5}), 5);
+    CIndiceAnillos tomado = std::move(indice);
+    EXPECT_EQ(tomado.Busca({5, 5}), 5);
+    // NOLINTNEXTLINE(bugprone-use-after-move): it counts none, and may be asked
+    EXPECT_EQ(indice.Busca({5, 5}), -1);
+    indice.Añade(otro, 1, 7);
+    EXPECT_EQ(indice.Busca({5, 5}), 7);
+    tomado = std::move(indice);
+    EXPECT_EQ(tomado.Busca({5, 5}), 7);
+    EXPECT_EQ(indice.Busca({5, 5}), -1); // NOLINT(bugprone-use-after-move): as above
 }
