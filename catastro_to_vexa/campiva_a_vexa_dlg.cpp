@@ -1,7 +1,9 @@
 #include "catastro_to_vexa/campiva_a_vexa_dlg.h"
 
+#include <algorithm>
 #include <memory>
 
+#include "catastro_to_vexa/input_check.h"
 #include "shell/frame/box_texts.h"
 #include "vexa_libs/ccadena.h"
 
@@ -41,7 +43,7 @@ int CCampivaAVexaDlg::EjecutaLote(const CString& entrada, const CString& modulos
                                   const CString& subparcelas, const CString& parajes,
                                   const CString& cotitulares, CWnd* padre)
 {
-    Create(IDD_CAMPIVA_A_VEXA, padre);
+    CreaParaLote(padre);
     ArchivoEntrada = entrada;
     ArchivoModulos = modulos;
     ArchivoTitulares = titulares;
@@ -78,6 +80,7 @@ void CCampivaAVexaDlg::OnOK()
         LeeArchivoNormal(base, &entrada, &Log(), &numErrores, &numWarnings);
     else
         LeeListaSubparcelas(base, &entrada, &Log(), &numErrores, &numWarnings);
+    ObservaEntrada(entrada, base);
     entrada.Close();
     CompruebaBase(base, &Log(), &numErrores);
     Log().Close();
@@ -88,4 +91,38 @@ void CCampivaAVexaDlg::OnOK()
     CajaDeCierre(resumen);
     Suelta(registros);
     AcabaProceso();
+}
+
+void CCampivaAVexaDlg::ObservaEntrada(CStdioFile& entrada, const CBaseCatastro& base)
+{
+    const bool nadaLeido =
+        std::all_of(base.Municipios().begin(), base.Municipios().end(), [](const CMunicipio& m) {
+            return m.Titulares().empty() && m.Parcelas().empty() && m.Modulos().empty() &&
+                   m.Parajes().empty();
+        });
+    const char* observacion = nullptr;
+    switch (MiraEntrada(entrada, TipoEntrada)) {
+    case SospechaEntrada::Ninguna:
+        return;
+    case SospechaEntrada::Vacia:
+        observacion = observaciones::kVacia;
+        break;
+    case SospechaEntrada::OtraForma:
+        if (!nadaLeido)
+            return; // its records stand further down
+        observacion =
+            TipoEntrada == 0 ? observaciones::kNoEsIntercambio : observaciones::kNoEsRelacion;
+        break;
+    case SospechaEntrada::EsUtf8:
+        observacion = observaciones::kParecenUtf8;
+        break;
+    case SospechaEntrada::LineasLargas:
+        observacion = observaciones::kLineasLargas;
+        break;
+    case SospechaEntrada::LineasCortas:
+        observacion = observaciones::kLineasCortas;
+        break;
+    }
+    Observa(observacion, ArchivoEntrada);
+    ConservaAnteriores();
 }

@@ -196,8 +196,8 @@ private:
     static int Programa(const CEntrada& entrada)
     {
         const std::vector<std::string> argumentos = Argumentos(SinRestos(entrada.Trozo(4)));
-        if (AtiendeOpcion(argumentos))
-            return ConSalida(0);
+        if (const auto estado = AtiendeOpcion(argumentos))
+            return *estado;
         CFrontalConUsuario frontal(entrada.Parada());
         CCampivaApp aplicacion;
         aplicacion.Arranca(frontal, RecursosDelPrograma(),

@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <exception>
 #include <new>
+#include <utility>
 
 #include "platform/files/cfile.h"
 #include "platform/files/system_files.h"
@@ -108,6 +109,12 @@ int CWinApp::Caja(const CString& texto, const CString& titulo, UINT flags)
 {
     m_huboCajaDeError = m_huboCajaDeError || (flags & MB_ICONMASK) == MB_ICONERROR;
     return m_frontal->Caja(texto, titulo, flags);
+}
+
+void CWinApp::CajaDeAjustes(const CString& texto)
+{
+    if (!std::exchange(m_huboCajaDeAjustes, true))
+        Caja(texto, textos::kAjustes, MB_ICONWARNING);
 }
 
 void CWinApp::CajaSinMemoria() noexcept

@@ -75,6 +75,9 @@ public:
     bool HuboCajaDeError() const { return m_huboCajaDeError; }
     /// Tells that an exception kept `InitInstance` from its end. A box told the user.
     bool Interrumpida() const { return m_interrumpida; }
+    /// Tells the user that his settings couldn't be read or stored: once, and without its being an
+    /// error of what he asked for.
+    void CajaDeAjustes(const CString& texto);
     /// Notes that a run ended early because the user stopped it.
     void NotaParada() { m_huboParada = true; }
     bool HuboParada() const { return m_huboParada; }
@@ -115,6 +118,7 @@ private:
     CString m_empresa;
     bool m_huboCajaDeError = false;
     bool m_huboParada = false;
+    bool m_huboCajaDeAjustes = false;
     bool m_interrumpida = false;       ///< `InitInstance` didn't come to its end
     std::unique_ptr<char[]> m_reserva; ///< for the box that tells that memory ran out
     std::shared_ptr<const void> m_conservado;

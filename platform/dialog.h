@@ -180,6 +180,7 @@ public:
 
     /// The control with the id, null where there is none.
     CControl* GetDlgItem(UINT id);
+    UINT IdPlantilla() const { return m_idPlantilla; }
     const CPlantillaDialogo& Plantilla() const { return *m_plantilla; }
     std::deque<CControl>& Controles() { return m_controles; } ///< in the template's order
     const std::deque<CControl>& Controles() const { return m_controles; }

@@ -15,6 +15,9 @@ struct CEscritos {
     CString log;                  ///< empty where the run made none
     std::vector<CString> salidas; ///< in the order in which they were written
     std::vector<CString> leidos;
+    /// What the run says beside its boxes, a sentence each: its input may not be what it was read
+    /// as.
+    std::vector<CString> observaciones;
 };
 
 /// What became of the commands that a script gave in place of a user.
@@ -44,6 +47,9 @@ public:
     /// Shows a box and gives the user's answer (IDOK, IDYES, IDNO). `flags` are those of
     /// MessageBox.
     virtual int Caja(const CString& texto, const CString& titulo, UINT flags) = 0;
+
+    /// Tells whether somebody is there who can answer a question.
+    virtual bool AlguienContesta() const { return true; }
 
     /// Lets the user choose a file. False if he gave up; else the dialog holds the path.
     virtual bool EligeFichero(CFileDialog& dialogo) = 0;

@@ -12,6 +12,7 @@ namespace textos {
 
 // Files and settings: boxes, and the log.
 inline constexpr const char* kError = "Error";
+inline constexpr const char* kAjustes = "Ajustes"; ///< caption, where they can't be read or stored
 inline constexpr const char* kNoSeEscribe = "Imposible escribir el archivo %s";
 inline constexpr const char* kNoSeLee = "Imposible leer el archivo %s";
 inline constexpr const char* kTerminaAntes = "Termina antes de la longitud que tenía"_ansi;
@@ -25,6 +26,8 @@ inline constexpr const char* kSinMemoria = "No hay memoria para seguir";
 inline constexpr const char* kSinMemoriaNiCaja = "[Error]\nNo hay memoria para seguir\n\n";
 
 // The foot of a translation's window, on every desktop.
+inline constexpr const char* kNombresSinCarpeta =
+    "Los nombres sin carpeta van a %s";                            ///< before a run
 inline constexpr const char* kQuedan = ", quedan %s de esta fase"; ///< behind the time passed
 inline constexpr const char* kDuracion = "Duración: %s";
 inline constexpr const char* kRegistroVacio = "Registro vacío: sin errores ni avisos";

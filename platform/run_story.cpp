@@ -49,6 +49,13 @@ std::string TituloEnProceso(int hecho, const CString& titulo)
     return std::to_string(hecho) + " % - " + ansi::AUtf8(titulo);
 }
 
+CRelatoProceso::CRelatoProceso(CString programaInforme)
+    : m_programaInforme(std::move(programaInforme))
+{
+    const std::filesystem::path aqui = sistema::Entera("nombre").parent_path();
+    AnexaFormato(m_texto, textos::kNombresSinCarpeta, {ansi::AUtf8(sistema::Nombre(aqui))});
+}
+
 void CRelatoProceso::Avanza(Reloj::time_point ahora, int hecho)
 {
     if (!m_enProceso) {
@@ -71,9 +78,11 @@ void CRelatoProceso::Termina(Reloj::time_point ahora, const CEscritos& escritos)
     if (m_enProceso && pasado != "0:00")
         AnexaFormato(m_texto, textos::kDuracion, {pasado});
     m_enProceso = false;
+    for (const CString& observacion : escritos.observaciones)
+        m_texto += (m_texto.empty() ? "" : ".  ") + ansi::AUtf8(observacion);
     const sistema::CEstado log = EstadoDe(escritos.log);
     const bool vacio = EsFichero(log) && log.largo == 0;
-    if (vacio)
+    if (vacio && escritos.observaciones.empty())
         m_texto += (m_texto.empty() ? "" : ".  ") + std::string(textos::kRegistroVacio);
     m_log = EsFichero(log) && !vacio ? escritos.log : CString();
     m_carpeta = CarpetaDeSalidas(escritos);

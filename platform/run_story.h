@@ -26,9 +26,7 @@ public:
     using Reloj = CRelojProceso::Reloj;
 
     /// \param programaInforme  name of the program that makes a report of a log; empty for none
-    explicit CRelatoProceso(CString programaInforme) : m_programaInforme(std::move(programaInforme))
-    {
-    }
+    explicit CRelatoProceso(CString programaInforme);
 
     /// The run goes on. The first time it begins.
     /// \param hecho  per cent of the phase; where it falls, a new phase began
@@ -39,6 +37,7 @@ public:
     void Descuenta(Reloj::duration espera) { m_reloj.Descuenta(espera); }
 
     bool EnProceso() const { return m_enProceso; }
+    /// Before the first run: into which folder names without one go.
     const std::string& Texto() const { return m_texto; }
     /// Paths to be offered; empty for none, and as long as a run is at work.
     const CString& Log() const { return m_log; }

@@ -21,8 +21,8 @@ bool EsTerminal(std::FILE* fichero);
 /// Columns of the terminal; nothing where it is none or doesn't tell.
 std::optional<std::size_t> AnchoTerminal(std::FILE* fichero);
 
-/// Shows a text, page by page, by the program that the user's PAGER names. False where it names
-/// none or none that runs.
+/// Shows a text, page by page, by the program that the user's PAGER names, or where he has none by
+/// the system's. False where PAGER is empty, and where there is no such program.
 bool Pagina(std::string_view texto);
 
 /// Readies the standard streams: bytes pass through them as they are, a console shows them as
@@ -52,13 +52,15 @@ std::optional<int> Ejecuta(const std::filesystem::path& programa,
 /// Folder of the user's settings, with what the environment says about it.
 std::filesystem::path CarpetaAjustes();
 
-// The signals of a run. An interruption (Ctrl-C) asks the run to stop. A second one before anybody
-// asked about the first, or the signal of a terminal or system that goes down, asks the process to
-// end. A signal that the process was started to ignore stays ignored.
+// The signals of a run. An interruption (Ctrl-C) asks the run to stop, where somebody can answer
+// the question whether to. Elsewhere it asks the process to end, as do a second one before anybody
+// asked about the first, and the signal of a terminal or system that goes down. A signal that the
+// process was started to ignore stays ignored.
 
 /// From now on signals are only noted, so that the run can end in its own way. One more signal
 /// after the process was asked to end kills it at once.
-void VigilaSenales();
+/// \param seContesta  somebody is there to be asked
+void VigilaSenales(bool seContesta);
 /// Tells whether an interruption came since the last question.
 bool HuboInterrupcion();
 /// Tells whether the process is to end.

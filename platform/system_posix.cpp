@@ -21,13 +21,14 @@ constexpr int kSenales[] = {SIGINT, SIGTERM, SIGHUP};
 // A signal handler reaches nothing else.
 volatile std::sig_atomic_t g_interrupcion = 0; // one that nobody looked at yet
 volatile std::sig_atomic_t g_final = 0; // the signal by which the process is to end, 0 for none
+volatile std::sig_atomic_t g_seContesta = 1; // whether to stop can be asked
 
 void AlLlegar(int numero)
 {
     if (g_final != 0) {
         std::signal(numero, SIG_DFL);
         std::raise(numero);
-    } else if (numero != SIGINT || g_interrupcion != 0) {
+    } else if (numero != SIGINT || g_interrupcion != 0 || g_seContesta == 0) {
         g_final = numero;
     } else {
         g_interrupcion = 1;
@@ -86,10 +87,14 @@ std::optional<std::size_t> AnchoTerminal(std::FILE* fichero)
 
 bool Pagina(std::string_view texto)
 {
-    const char* paginador = std::getenv("PAGER");
-    if (paginador == nullptr || *paginador == '\0')
-        return false;
-    std::FILE* entrada = popen(paginador, "w");
+    std::string paginador;
+    if (const char* suyo = std::getenv("PAGER"); suyo != nullptr)
+        paginador = suyo;
+    else // of somebody who never chose one: what the system has
+        for (const char* usual : {"pager", "less"})
+            if (paginador.empty() && !BuscaPrograma(usual).empty())
+                paginador = usual;
+    std::FILE* entrada = paginador.empty() ? nullptr : popen(paginador.c_str(), "w");
     if (entrada == nullptr)
         return false;
     const CSinSenales mientras; // he who leaves it early or presses Ctrl-C means the pager
@@ -177,8 +182,9 @@ std::filesystem::path CarpetaAjustes()
     return std::filesystem::path(casa != nullptr ? casa : ".") / ".config";
 }
 
-void VigilaSenales()
+void VigilaSenales(bool seContesta)
 {
+    g_seContesta = seContesta ? 1 : 0;
     CambiaManejador(SIG_DFL, AlLlegar);
 }
 

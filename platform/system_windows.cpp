@@ -20,10 +20,11 @@ namespace {
 // The handler runs on a thread of its own.
 std::atomic<bool> g_interrupcion = false; // one that nobody looked at yet
 std::atomic<bool> g_final = false;        // the process is to end
+std::atomic<bool> g_seContesta = true;    // whether to stop can be asked
 
 BOOL WINAPI AlLlegar(DWORD suceso)
 {
-    if (suceso == CTRL_C_EVENT && !g_interrupcion.exchange(true))
+    if (suceso == CTRL_C_EVENT && g_seContesta && !g_interrupcion.exchange(true))
         return TRUE;
     if (g_final.exchange(true))
         return FALSE;
@@ -220,8 +221,9 @@ std::filesystem::path CarpetaAjustes()
     return carpeta != nullptr ? std::filesystem::path(carpeta) : std::filesystem::path(".");
 }
 
-void VigilaSenales()
+void VigilaSenales(bool seContesta)
 {
+    g_seContesta = seContesta;
     SetConsoleCtrlHandler(AlLlegar, TRUE);
 }
 

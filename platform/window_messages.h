@@ -15,6 +15,7 @@ inline constexpr UINT MB_YESNO = 4;
 inline constexpr UINT MB_TYPEMASK = 0x0F;
 inline constexpr UINT MB_ICONERROR = 16;
 inline constexpr UINT MB_ICONQUESTION = 32;
+inline constexpr UINT MB_ICONWARNING = 48;
 inline constexpr UINT MB_ICONMASK = 0xF0;
 
 inline constexpr UINT WM_HELP = 0x0053;

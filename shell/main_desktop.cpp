@@ -8,8 +8,8 @@ int main(int argc, char* argv[])
 {
     sistema::PreparaFlujos();
     const std::vector<std::string> argumentos = sistema::Argumentos(argc, argv);
-    if (AtiendeOpcion(argumentos))
-        return ConSalida(0);
+    if (const auto estado = AtiendeOpcion(argumentos))
+        return *estado;
     CFrontalEscritorio frontal(argv[0]);
     if (!frontal.Funciona()) {
         std::fputs("campiva-gui: no hay pantalla donde mostrar ventanas.\n", stderr);

@@ -6,8 +6,8 @@ int main(int argc, char* argv[])
 {
     sistema::PreparaFlujos();
     const std::vector<std::string> argumentos = sistema::Argumentos(argc, argv);
-    if (AtiendeOpcion(argumentos))
-        return ConSalida(0);
+    if (const auto estado = AtiendeOpcion(argumentos))
+        return *estado;
     CFrontalTerminal frontal;
     return EjecutaPrograma(frontal, argumentos);
 }

@@ -39,6 +39,9 @@ Estado de salida: 0, hecho; 1, salió una caja de error o algo de lo pedido no
 se pudo hacer; 2, no se pidió nada conocido; 130, el usuario lo detuvo.
 )";
 
+constexpr const char* kNoEsOpcion =
+    "%s no es ninguna opción, o no está sola. campiva --help dice cómo se usa.\n";
+
 // Never destroyed: the end of the process frees at once what it holds.
 CCampivaApp& theApp = *new CCampivaApp;
 
@@ -50,18 +53,21 @@ int ConSalida(int estado)
     return estado == 0 && !dicho ? 1 : estado;
 }
 
-bool AtiendeOpcion(std::span<const std::string> argumentos)
+std::optional<int> AtiendeOpcion(std::span<const std::string> argumentos)
 {
-    if (argumentos.size() != 2)
-        return false;
-    const std::string_view opcion = argumentos[1];
-    if (opcion == "--help")
+    const std::string_view opcion = argumentos.size() > 1 ? argumentos[1] : std::string_view();
+    const bool sola = argumentos.size() == 2;
+    if (sola && (opcion == "--help" || opcion == "-h")) {
         std::fputs(kUso, stdout);
-    else if (opcion == "--version")
+    } else if (sola && opcion == "--version") {
         std::printf("Campiva %s\n", RecursosDelPrograma().Version().version);
-    else
-        return false;
-    return true;
+    } else if (opcion.starts_with("--")) {
+        std::fprintf(stderr, kNoEsOpcion, argumentos[1].c_str());
+        return estado::kNadaPedido;
+    } else {
+        return std::nullopt;
+    }
+    return ConSalida(estado::kHecho);
 }
 
 int EjecutaPrograma(CFrontal& frontal, std::span<const std::string> argumentos)

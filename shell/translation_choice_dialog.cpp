@@ -1,7 +1,9 @@
 #include "shell/translation_choice_dialog.h"
 
 #include "platform/cwinapp.h"
+#include "platform/files/cfile_exception.h"
 #include "resources/resource_ids.h"
+#include "shell/frame/box_texts.h"
 
 namespace {
 
@@ -17,7 +19,13 @@ BOOL CTipoTraduccionDlg::OnInitDialog()
     CDialog::OnInitDialog();
     CenterWindow();
     SetIcon(IDR_ICONO);
-    TipoTraduccion = AfxGetApp()->GetProfileInt(kSeccion, kClave, 0);
+    try {
+        TipoTraduccion = AfxGetApp()->GetProfileInt(kSeccion, kClave, 0);
+    } catch (const CFileException& fallo) { // the first of the three then
+        CString texto;
+        texto.Format(cajas::kNoSeLeenAjustes, fallo.m_strFileName);
+        AfxGetApp()->CajaDeAjustes(texto + fallo.Detalle());
+    }
     UpdateData(false);
     return 1;
 }

@@ -46,7 +46,7 @@ int CVexaACampiva2Dlg::EjecutaLote(const CString& modulos, const CString& titula
                                    const CString& tren, const CString& ortos, int modificar,
                                    int noEnGrafico, int noEnBD, CWnd* padre)
 {
-    Create(IDD_VEXA_A_CAMPIVA2, padre);
+    CreaParaLote(padre);
     ArchivoModulos = modulos;
     ArchivoTitulares = titulares;
     ArchivoParcelas = parcelas;

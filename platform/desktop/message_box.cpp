@@ -22,6 +22,8 @@ wxArtID Icono(UINT flags)
     switch (flags & MB_ICONMASK) {
     case MB_ICONERROR:
         return wxART_ERROR;
+    case MB_ICONWARNING:
+        return wxART_WARNING;
     case MB_ICONQUESTION:
         return wxART_QUESTION;
     default:

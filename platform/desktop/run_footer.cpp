@@ -34,6 +34,7 @@ CPieProceso::CPieProceso(wxWindow* padre)
     marco->Add(renglon, 1, wxEXPAND | wxLEFT | wxRIGHT, 2 * letra);
     marco->AddSpacer(letra);
     SetSizer(marco);
+    PonAlDia();
 }
 
 wxButton* CPieProceso::PonBoton(const char* leyenda, void (CPieProceso::*alPulsar)())
@@ -60,8 +61,10 @@ void CPieProceso::Termina(const CEscritos& escritos)
 void CPieProceso::PonAlDia()
 {
     const wxString texto = wxString::FromUTF8(m_relato.Texto());
-    if (m_texto->GetLabelText() != texto)
+    if (m_texto->GetLabelText() != texto) {
         m_texto->SetLabelText(texto);
+        m_texto->SetToolTip(texto); // whole, where the window is too narrow
+    }
     Ofrece(*m_haceInforme, textos::kNombreHazInforme, m_relato.DeInforme());
     Ofrece(*m_abreLog, textos::kNombreAbreLog, m_relato.Log());
     Ofrece(*m_abreCarpeta, textos::kNombreAbreCarpeta, m_relato.Carpeta());

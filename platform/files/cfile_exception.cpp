@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "platform/files/system_reasons.h"
 #include "platform/layer_texts.h"
 
 // What a failed read or write is told with.
@@ -13,7 +14,7 @@ CString CFileException::Causa() const
         return textos::kTerminaAntes;
     if (m_causa == sistema::kDeOtro)
         return textos::kLoEscribeOtro;
-    return m_causa.message();
+    return RazonDelSistema(m_causa);
 }
 
 CString CFileException::Mensaje() const

@@ -17,7 +17,7 @@ public:
     {
     }
     const char* what() const noexcept override { return m_strFileName.GetString(); }
-    /// The system's reason, in its own words.
+    /// The system's reason, or ours, in Spanish.
     CString Causa() const;
     /// What a box tells of it: the file and the reason.
     CString Mensaje() const;

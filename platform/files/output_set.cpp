@@ -135,8 +135,8 @@ void Cambia(std::span<const CSalidaNombrada> salidas, CDiario& diario)
     diario.AseguraLasSuyas(CDiario::Momento::Final);
 }
 
-/// Puts all outputs in their targets' places, or none. They are closed afterwards, also where it
-/// raises CFileException.
+/// Puts all outputs in their targets' places, or none. What the targets held is still there then;
+/// where it raises CFileException the outputs are closed.
 void ConfirmaSalidas(std::span<const CSalidaNombrada> salidas)
 {
     if (salidas.empty())
@@ -153,8 +153,6 @@ void ConfirmaSalidas(std::span<const CSalidaNombrada> salidas)
             diario.Borra(error);
         throw;
     }
-    for (const CSalidaNombrada& salida : salidas)
-        salida.reemplazo->Acaba();
 }
 
 } // namespace
@@ -199,6 +197,9 @@ void CConjuntoSalidas::Confirma()
     for (CSalida& salida : m_salidas)
         salidas.push_back({salida.nombre, &salida.reemplazo});
     ConfirmaSalidas(salidas);
+    for (const CSalidaNombrada& salida : salidas)
+        if (const auto anterior = salida.reemplazo->Acaba(m_conserva); !anterior.empty())
+            m_conservadas.emplace_back(salida.nombre, sistema::Nombre(anterior));
     m_salidas.clear();
 }
 

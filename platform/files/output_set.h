@@ -1,6 +1,8 @@
 #pragma once
 
 #include <list>
+#include <utility>
+#include <vector>
 
 #include "platform/cstring.h"
 #include "platform/files/safe_replacement.h"
@@ -33,6 +35,11 @@ public:
     /// were only reserved are let go of. Raises CFileException, with all targets as they were,
     /// where one of them can't.
     void Confirma();
+    /// From now on `Confirma` leaves what the outputs replace beside them, under names of their
+    /// own.
+    void ConservaAnteriores() { m_conserva = true; }
+    /// The targets whose older content was kept, each with the name that it has now.
+    const std::vector<std::pair<CString, CString>>& Conservadas() const { return m_conservadas; }
     /// Throws away all that was written and empties the set; the targets stay as they were.
     void Desecha();
 
@@ -46,4 +53,6 @@ private:
     CReemplazo::Apertura Pon(const CString& nombre, sistema::Error& error);
 
     std::list<CSalida> m_salidas; // an output keeps its address
+    bool m_conserva = false;
+    std::vector<std::pair<CString, CString>> m_conservadas;
 };

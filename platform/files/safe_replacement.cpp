@@ -224,15 +224,23 @@ void CReemplazo::Coloca(Error& error)
     }
 }
 
-void CReemplazo::Acaba()
+CReemplazo::Ruta CReemplazo::Acaba(bool conserva)
 {
     Error error;
-    if (!m_antes.empty())
+    Ruta anterior;
+    if (conserva && !m_antes.empty()) {
+        anterior = AlLado(m_destino, kAnterior);
+        sistema::Renombra(m_antes, anterior, error);
+        if (error)
+            anterior.clear();
+    }
+    if (!m_antes.empty() && anterior.empty())
         sistema::Borra(m_antes, error);
     Suelta();
     m_temporal.clear();
     m_antes.clear();
     m_paso = Paso::Nada;
+    return anterior;
 }
 
 bool CReemplazo::Desecha() noexcept

@@ -27,6 +27,7 @@ public:
     static constexpr std::string_view kNuevo = ".~nuevo";       ///< the output in the making
     static constexpr std::string_view kAntes = ".~antes";       ///< what the target held
     static constexpr std::string_view kConjunto = ".~conjunto"; ///< the diary of a set
+    static constexpr std::string_view kAnterior = ".anterior";  ///< what a target held, to be kept
     /// Path of such a file. The name of a target that is too long for the suffix is cut, and a sum
     /// of it added.
     static Ruta AlLado(const Ruta& destino, std::string_view sufijo);
@@ -64,7 +65,9 @@ public:
     /// written after an error; `Desecha` mends that.
     void Coloca(Error& error);
     /// Lets go of what the target held. A failure leaves rubbish for the next run, nothing else.
-    void Acaba();
+    /// \param conserva  keep it as `NAME.anterior` beside the target, in the place of an older one
+    /// \return that name; empty where nothing was kept
+    Ruta Acaba(bool conserva = false);
     /// Gives the target back what it held and removes all else. False where the system doesn't let
     /// it; what is needed to do it later stays then.
     bool Desecha() noexcept;

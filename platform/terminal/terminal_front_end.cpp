@@ -130,7 +130,10 @@ void CFrontalTerminal::MuestraModal(CDialog& dialogo)
     while (!dialogo.Terminado()) {
         if (m_entradaPersona)
             Escribe(stdout, "> ");
-        if (!EjecutaMandato(dialogo, texto)) {
+        if (m_guion.fallidos > 0 && m_guion.hay) {
+            dialogo.EndDialog(
+                IDCANCEL); // what the script meant to follow hangs on what wasn't done
+        } else if (!EjecutaMandato(dialogo, texto)) {
             if (m_guion.hay && m_guion.leidos == 0)
                 Escribe(stderr, textos::kSinMandatos);
             dialogo.SendMessage(WM_COMMAND, IDCANCEL, 0);
@@ -328,9 +331,11 @@ void CFrontalTerminal::AcabaProceso()
 
 void CFrontalTerminal::FinDeProceso(const CDialog& /*dialogo*/, const CEscritos& escritos)
 {
+    BorraAvance();
+    for (const CString& observacion : escritos.observaciones)
+        Escribe(stderr, ansi::AUtf8(observacion) + "\n");
     if (!m_conversa)
         return;
-    BorraAvance();
     if (CFile log; !escritos.log.IsEmpty() && Abre(log, escritos.log))
         EscribeForma(stdout, textos::kAvisos, ansi::AUtf8(escritos.log),
                      log.GetLength() == 0 ? textos::kNingunAviso : "");

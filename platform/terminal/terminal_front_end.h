@@ -23,6 +23,7 @@ public:
     void MuestraModal(CDialog& dialogo) override;
     void AtiendeUno(CDialog& dialogo) override;
     int Caja(const CString& texto, const CString& titulo, UINT flags) override;
+    bool AlguienContesta() const override { return m_conversa; }
     bool EligeFichero(CFileDialog& dialogo) override;
     void Refleja(const CDialog& dialogo, const CControl& control) override;
     void FinDeProceso(const CDialog& dialogo, const CEscritos& escritos) override;

@@ -45,7 +45,8 @@ bool AbreConElSistema(HWND ventana, const std::wstring& ruta, bool esTexto)
 
 CPieProceso::CPieProceso(HWND ventana)
     : m_ventana(ventana), m_relato(AfxGetApp()->Recursos().Ficheros().informe),
-      m_texto(Crea(L"STATIC", "", SS_LEFT | SS_NOPREFIX | SS_ENDELLIPSIS | WS_VISIBLE | WS_GROUP)),
+      m_texto(Crea(L"STATIC", m_relato.Texto().c_str(),
+                   SS_LEFT | SS_NOPREFIX | SS_ENDELLIPSIS | WS_VISIBLE | WS_GROUP)),
       m_haceInforme(Crea(L"BUTTON", textos::kHazInforme, BS_PUSHBUTTON | WS_TABSTOP | WS_GROUP)),
       m_abreLog(Crea(L"BUTTON", textos::kAbreLog, BS_PUSHBUTTON | WS_TABSTOP)),
       m_abreCarpeta(Crea(L"BUTTON", textos::kAbreCarpeta, BS_PUSHBUTTON | WS_TABSTOP))

@@ -23,6 +23,8 @@ inline constexpr const char* kSalidaRepetida =
     "El archivo %s es a la vez dos de los que el proceso escribe";
 inline constexpr const char* kNoSeGuardan =
     "No se han podido guardar los nombres y opciones del diálogo en %s"_ansi;
+inline constexpr const char* kNoSeLeenAjustes =
+    "No se han podido leer los nombres y opciones guardados en %s"_ansi;
 inline constexpr const char* kOrtosFueraDeFecha =
     "Archivo topológico de ortofotos fuera de fecha.\n"_ansi;
 inline constexpr const char* kAlgunasNoSalvadas =
@@ -30,3 +32,23 @@ inline constexpr const char* kAlgunasNoSalvadas =
     "                         Revisar archivo de errores.\n";
 
 } // namespace cajas
+
+// What a run says behind its summary where its input may not be what it was read as.
+namespace observaciones {
+
+inline constexpr const char* kNoEsIntercambio =
+    "Ninguna línea de %s es de un fichero de intercambio. ¿Será una relación de subparcelas con "
+    "titulares (TipoEntrada=1)?"_ansi;
+inline constexpr const char* kNoEsRelacion =
+    "Ninguna línea de %s es de una relación de subparcelas con titulares. ¿Será un fichero de "
+    "intercambio (TipoEntrada=0)?"_ansi;
+inline constexpr const char* kVacia = "El archivo %s está vacío"_ansi;
+inline constexpr const char* kParecenUtf8 =
+    "El archivo %s parece estar en UTF-8: sus acentos y eñes se han leído mal"_ansi;
+inline constexpr const char* kLineasLargas =
+    "Todas las líneas de %s son más largas que las de su forma"_ansi;
+inline constexpr const char* kLineasCortas =
+    "Todas las líneas de %s son más cortas que las de su forma"_ansi;
+inline constexpr const char* kAnterior = "Lo que había en %s queda en %s"_ansi;
+
+} // namespace observaciones

@@ -44,7 +44,14 @@ void CTraduccionDlg::LeeCampos()
     std::vector<CString> claves;
     for (const CCampo& campo : dialogo.campos)
         claves.emplace_back(campo.clave);
-    const auto guardados = AfxGetApp()->LeeAjustes(dialogo.seccion, claves);
+    std::vector<std::optional<CString>> guardados;
+    try {
+        guardados = AfxGetApp()->LeeAjustes(dialogo.seccion, claves);
+    } catch (const CFileException& fallo) {
+        if (m_enLote) // what its input is hangs on them
+            throw;
+        CajaDeAjustes(cajas::kNoSeLeenAjustes, fallo);
+    }
     for (std::size_t i = 0; i < guardados.size(); ++i) {
         if (!guardados[i])
             continue;
@@ -102,14 +109,15 @@ void CTraduccionDlg::GuardaCampos()
     try {
         AfxGetApp()->GuardaAjustes(ajustes);
     } catch (const CFileException& fallo) {
-        CajaError(cajas::kNoSeGuardan, fallo);
+        CajaDeAjustes(cajas::kNoSeGuardan, fallo);
     }
 }
 
 void CTraduccionDlg::ActivaControles(bool activar)
 {
     EnMarcha = !activar;
-    activar ? sistema::OlvidaSenales() : sistema::VigilaSenales();
+    activar ? sistema::OlvidaSenales()
+            : sistema::VigilaSenales(AfxGetApp()->Frontal().AlguienContesta());
     if (!activar && m_proceso)
         m_proceso->focoAntes = Foco(); // a control that is switched off loses it
     for (const UINT id : Describe().conmutados)
@@ -287,9 +295,14 @@ void CTraduccionDlg::OnBuscar(const CBusqueda& busqueda)
     UpdateData(false);
 }
 
-void CTraduccionDlg::EjecutaEnLote()
+void CTraduccionDlg::CreaParaLote(CWnd* padre)
 {
     m_enLote = true;
+    Create(IdPlantilla(), padre);
+}
+
+void CTraduccionDlg::EjecutaEnLote()
+{
     UpdateData(false);
     SendMessage(WM_COMMAND, IDOK, 0);
 }
@@ -316,6 +329,13 @@ bool CTraduccionDlg::Avanza(std::uint64_t posicion, std::uint64_t total)
 void CTraduccionDlg::MuestraError(const CString& texto)
 {
     MessageBox(texto, cajas::kError, MB_ICONERROR);
+}
+
+void CTraduccionDlg::CajaDeAjustes(const char* forma, const CFileException& fallo)
+{
+    CString texto;
+    texto.Format(forma, fallo.m_strFileName);
+    AfxGetApp()->CajaDeAjustes(texto + fallo.Detalle());
 }
 
 void CTraduccionDlg::CajaError(const char* forma, const CFileException& fallo)

@@ -70,6 +70,9 @@ protected:
     /// Switches the controls for a run (false) or for the time between runs (true).
     void ActivaControles(bool activar);
 
+    /// Begin of `EjecutaLote`: makes the dialog, hidden, with its stored values. Raises
+    /// CFileException where they are there and can't be read.
+    void CreaParaLote(CWnd* padre);
     /// End of `EjecutaLote`, once the fields hold what the command line gave: shows them in the
     /// controls and runs. The user can stop such a run, but nothing of it is stored.
     void EjecutaEnLote();
@@ -118,6 +121,16 @@ protected:
     /// All outputs that were created take their places. Raises CFileException, with all targets as
     /// they were, where one of them can't.
     void ConfirmaSalidas();
+    /// Says something beside the run's boxes, behind its end: a form of box_texts.h.
+    template <class... T>
+    void Observa(const char* forma, const T&... argumentos)
+    {
+        CString texto;
+        texto.Format(forma, argumentos...);
+        m_proceso->escritos.observaciones.push_back(texto);
+    }
+    /// What the outputs replace is to stay beside them (CConjuntoSalidas::ConservaAnteriores).
+    void ConservaAnteriores() { m_proceso->salidas.ConservaAnteriores(); }
     /// Shows the summary of a run that is done.
     void CajaDeCierre(const CString& texto);
     /// Last of all in a run, behind its closing box: tells of a log that isn't whole, and switches
@@ -131,6 +144,7 @@ private:
     void MuestraError(const CString& texto);
     bool Abre(CFile& fichero, const CString& nombre, UINT modo);
     void CajaError(const char* forma, const CFileException& fallo);
+    static void CajaDeAjustes(const char* forma, const CFileException& fallo);
     bool HayRepetidas(const CString& log, const std::vector<CString>& salidas);
     void Obedece(WPARAM wParam, LPARAM lParam);
     void DejaProceso();

@@ -15,7 +15,8 @@ constexpr UINT kCrea = CFile::modeCreate | CFile::modeWrite;
 void CTraduccionDlg::EmpiezaProceso(const std::vector<CString>& ficheros)
 {
     m_proceso.emplace();
-    sistema::VigilaSenales(); // from here on there is something to clear away
+    // From here on there is something to clear away.
+    sistema::VigilaSenales(AfxGetApp()->Frontal().AlguienContesta());
     SanaConjuntos(ficheros);
 }
 
@@ -104,4 +105,6 @@ bool CTraduccionDlg::CreaSalida(CStdioFile& fichero, const CString& nombre, cons
 void CTraduccionDlg::ConfirmaSalidas()
 {
     m_proceso->salidas.Confirma();
+    for (const auto& [destino, anterior] : m_proceso->salidas.Conservadas())
+        Observa(observaciones::kAnterior, destino, anterior);
 }

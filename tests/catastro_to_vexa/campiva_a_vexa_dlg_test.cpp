@@ -44,8 +44,7 @@ TEST_F(Traduccion, TellsWhichFilesItCannotUse)
         {"a folder for an input",
          "entra",
          "entra",
-         {"El archivo " + en + "entra no existe\n" +
-          std::make_error_code(std::errc::is_a_directory).message()}},
+         {"El archivo " + en + "entra no existe\nEs un directorio"}},
         {"a folder for a log", "a.ERR", "a.txt", {"Imposible crear el archivo " + en + "a.ERR"}},
         {"the log would be the input", "", "b.ERR", {"Imposible crear el archivo " + en + "b.ERR"}},
         {"a folder for a table",
@@ -292,8 +291,7 @@ TEST_F(Traduccion, KeepsAllTablesWhereOneCannotBeWrittenAndIsUsableAgain)
     EXPECT_EQ(aplicacion.guion.cajas[0].titulo, "Error");
     EXPECT_EQ(aplicacion.guion.cajas[0].flags, 16U);
     EXPECT_EQ(carpeta.SinRuta(aplicacion.guion.cajas[0].texto),
-              "Imposible escribir el archivo Parcelas.txt\n" +
-                  std::make_error_code(std::errc::no_space_on_device).message());
+              "Imposible escribir el archivo Parcelas.txt\nNo queda espacio en el dispositivo");
     EXPECT_EQ(carpeta.Lee("Titulares.txt"), "antes") << "which was whole by then";
     EXPECT_EQ(aplicacion.guion.escritos.log, carpeta.En("entrada.ERR"));
     EXPECT_TRUE(aplicacion.guion.escritos.salidas.empty());

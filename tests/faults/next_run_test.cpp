@@ -210,7 +210,7 @@ private:
 TEST_P(NextRun, IsThatOfANewDialogAfterACallThatFailed)
 {
     long en = 1;
-    for (; !HasFailure() && EsComoNuevo({Que::FallaLlamada, en, false, EIO}); ++en)
+    for (; !HasFailure() && EsComoNuevo({.que = Que::FallaLlamada, .en = en, .error = EIO}); ++en)
         SCOPED_TRACE(testing::Message() << "call " << en);
     EXPECT_GT(en, 20);
 }
@@ -218,7 +218,7 @@ TEST_P(NextRun, IsThatOfANewDialogAfterACallThatFailed)
 TEST_P(NextRun, IsThatOfANewDialogAfterMemoryRanOut)
 {
     long en = 1;
-    for (; !HasFailure() && EsComoNuevo({Que::FaltaMemoria, en}); en += 1 + en / 8)
+    for (; !HasFailure() && EsComoNuevo({.que = Que::FaltaMemoria, .en = en}); en += 1 + en / 8)
         SCOPED_TRACE(testing::Message() << "allocation " << en);
     EXPECT_GT(en, 50);
 }
