@@ -138,3 +138,13 @@ TEST(Registros, AddASurfaceUpFromThePartsThatTheLineReaches)
         EXPECT_EQ(suelo.superfic, caso.superficie);
     }
 }
+
+TEST(Registros, ForgetTheSurfaceThatALineOfTheListIsTooShortFor)
+{
+    CParcela parcela = DeFila(CParcela(0, 0, 0, ""), "||5|6|7|8");
+    parcela.Lee(kListaPR.substr(0, 68), kModoLista);
+    EXPECT_EQ(parcela.Superficie, 0);
+    CSubparcela sub = DeFila(CSubparcela(), kAntesSP);
+    sub.Lee(kListaSP.substr(0, 77), kModoLista);
+    EXPECT_EQ(sub.superfic, 0);
+}
