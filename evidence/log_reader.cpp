@@ -119,7 +119,7 @@ std::string_view Argumento(std::string_view& resto, char conversion, std::string
     return argumento;
 }
 
-/// A text that was padded to four columns loses the blanks in front of it.
+/// A text that was padded to four columns, as a letter is, loses the blanks in front of it.
 std::string_view SinRelleno(std::string_view argumento)
 {
     constexpr std::size_t kAncho = 4;

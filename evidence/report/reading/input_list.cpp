@@ -48,7 +48,7 @@ void CLectorRelacion::Toma(std::string_view linea, bool esTrozo)
     }
     if (!m_cabecera) {
         m_cabecera = true;
-        ++m_leida.ajenas["cabecera"];
+        ++m_leida.ajenas[kTipoCabecera];
         return;
     }
     const int tipo = fija.Entero(kLeeTipo);
@@ -73,7 +73,7 @@ void CLectorRelacion::TomaTitular(std::string_view linea, int municipio)
     CTitular titular;
     titular.Lee(linea, kModoLista);
     m_personas.Mira(titular.Nombre, titular.DNI);
-    const CClave clave = ClaveTitular(titular);
+    const CClaveRegistro clave = CClaveRegistro::De(titular);
     CMunicipio& suyo = m_base.DameMunicipio(municipio);
     const std::size_t antes = suyo.Titulares().size();
     m_titular = {municipio, suyo.InsertaTitular(std::move(titular))};
@@ -97,8 +97,8 @@ void CLectorRelacion::TomaParcela(std::string_view linea, int municipio)
     if (suyo.Parajes().size() == parajes)
         ++m_leida.parajes.unidas;
     else
-        m_leida.parajes.quedan.push_back(ClaveParaje(paraje.Nombre));
-    const CClave clave{parcela.Polig, parcela.Parcela, {}};
+        m_leida.parajes.quedan.push_back(CClaveRegistro::De(paraje));
+    const auto clave = CClaveRegistro::DeParcela(parcela.Polig, parcela.Parcela);
     const std::size_t parcelas = suyo.NumParcelas();
     m_parcela = {municipio, suyo.InsertaParcela(std::move(parcela))};
     if (m_parcela.indice < 0)
@@ -122,11 +122,13 @@ void CLectorRelacion::TomaSubparcela(std::string_view linea)
     subparcela.Lee(linea, kModoLista);
     const CMunicipio& suyo = m_base.DameMunicipio(m_parcela.municipio);
     const CParcela& parcela = suyo.DameParcela(m_parcela.indice);
-    m_leida.subparcelas.quedan.push_back({parcela.Polig, parcela.Parcela, subparcela.letra});
+    m_leida.subparcelas.quedan.push_back(
+        CClaveRegistro::DeSubparcela(parcela.Polig, parcela.Parcela, subparcela.letra));
     if (m_titular.indice < 0 || m_titular.municipio != m_parcela.municipio)
         ++m_leida.vinculos.sinEfecto;
     else if (m_vinculos.emplace(m_parcela.municipio, m_parcela.indice, m_titular.indice).second)
-        m_leida.vinculos.quedan.push_back({parcela.Polig, parcela.Parcela, {}});
+        m_leida.vinculos.quedan.push_back(
+            CClaveRegistro::DeParcela(parcela.Polig, parcela.Parcela));
     else
         ++m_leida.vinculos.unidas;
 }
