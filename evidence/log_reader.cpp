@@ -4,6 +4,7 @@
 #include <array>
 #include <span>
 
+#include "platform/format.h"
 #include "vexa_libs/ccadena.h"
 
 namespace {
@@ -13,6 +14,9 @@ enum class Papel { Polig, Parcela, Letra, Numero, Superficie, Suma, X, Y, Texto 
 
 using enum Papel;
 
+/// What the arguments of a message say, in order. The catalogue knows the kinds of its arguments
+/// and not what they stand for: who raises a message has them by name, and only who reads a log
+/// back asks for more.
 struct CPapeles {
     Mensaje mensaje;
     std::array<Papel, 4> papeles;
@@ -54,6 +58,26 @@ constexpr CPapeles kPapeles[] = {
 // clang-format on
 
 constexpr std::size_t kLargoCodigo = 4;
+
+/// Tells whether the roles are those of the message's forms, one for each and of its kind.
+constexpr bool Encajan(const CPapeles& suyos)
+{
+    std::string_view texto = DameMensaje(suyos.mensaje).texto;
+    std::size_t k = 0;
+    for (std::size_t i = texto.find('%'); i != std::string_view::npos; i = texto.find('%')) {
+        texto.remove_prefix(i);
+        const char tipo = AnalizaForma(texto).tipo;
+        if (k == suyos.cuantos)
+            return false;
+        const Papel papel = suyos.papeles[k++];
+        const bool deTexto = papel == Letra || papel == Texto;
+        const bool real = papel == X || papel == Y;
+        if (tipo != (deTexto ? 's' : real ? 'f' : 'd'))
+            return false;
+    }
+    return k == suyos.cuantos;
+}
+static_assert(std::all_of(std::begin(kPapeles), std::end(kPapeles), Encajan));
 
 std::span<const Papel> PapelesDe(const CMensaje& mensaje)
 {

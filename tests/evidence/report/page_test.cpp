@@ -32,6 +32,22 @@ TEST(ReportPage, IsTheSameForTheSameFiles)
     EXPECT_EQ(Veces(una, "<p class=\"fecha\">"), 1);
 }
 
+TEST(ReportPage, IsLookedOverForWhatNoBrowserTells)
+{
+    const struct {
+        const char* pagina;
+        const char* reparo;
+    } casos[] = {
+        {"<!DOCTYPE html>\n<p id=\"a\"><br><a href=\"#a\">b</a><path d=\"M0 0\"/></p>", ""},
+        {"<style>a>b{}</style><script>if (a<b) c</script>", ""},
+        {"<p><b></p>", "ends unopened: /p\nopen: p\nopen: b\n"},
+        {"<p id=\"a\"></p><p class=\"x\" id=\"a\"></p>", "twice: a\n"},
+        {"<a href=\"#b\"></a>", "leads nowhere: b\n"},
+    };
+    for (const auto& caso : casos)
+        EXPECT_EQ(ReparosDePagina(caso.pagina), caso.reparo);
+}
+
 TEST(ReportPage, AsksNothingOfTheNetwork)
 {
     const CCarpetaPrueba carpeta;
