@@ -188,25 +188,15 @@ EstadoRecinto EstadoPorRotulo(ClaseTopologia que, const CString& codigo, bool bo
 
 const char* NombreEstado(EstadoRecinto estado)
 {
-    switch (estado) {
-    case EstadoRecinto::Valido:
-        return "válido"_ansi;
-    case EstadoRecinto::SinRotulo:
-        return "sin rótulo"_ansi;
-    case EstadoRecinto::NoEsTexto:
-        return "el rótulo no es un texto"_ansi;
-    case EstadoRecinto::Borrado:
-        return "rótulo borrado"_ansi;
-    case EstadoRecinto::CodigoAjeno:
-        return "rótulo de código ajeno"_ansi;
-    case EstadoRecinto::FueraDeFecha:
-        return "fuera de fecha";
-    case EstadoRecinto::NoSeLlega:
-        return "tras un rótulo fuera de fecha"_ansi;
-    case EstadoRecinto::OtraClase:
-        return "registro de otra clase";
-    }
-    return "";
+    constexpr const char* kNombres[] = {"válido"_ansi,
+                                        "sin rótulo"_ansi,
+                                        "el rótulo no es un texto"_ansi,
+                                        "rótulo borrado"_ansi,
+                                        "rótulo de código ajeno"_ansi,
+                                        "fuera de fecha",
+                                        "tras un rótulo fuera de fecha"_ansi,
+                                        "registro de otra clase"};
+    return kNombres[static_cast<std::size_t>(estado)];
 }
 
 double CRecintoDibujado::AreaContorno() const

@@ -9,8 +9,8 @@
 
 namespace {
 
-/// What an argument of a message says.
-enum class Papel { Polig, Parcela, Letra, Numero, Superficie, Suma, X, Y, Texto };
+/// What an argument of a message says: whole numbers first.
+enum class Papel { Polig, Parcela, Numero, Superficie, Suma, X, Y, Letra, Texto };
 
 using enum Papel;
 
@@ -87,39 +87,21 @@ std::span<const Papel> PapelesDe(const CMensaje& mensaje)
     return {};
 }
 
-/// Notes what an argument says.
+/// Notes what an argument says. Of two texts the first one names what the message is about.
 void Anota(CMensajeLeido& leido, Papel papel, std::string_view argumento)
 {
-    switch (papel) {
-    case Polig:
-        leido.polig = LeeEntero(argumento);
-        break;
-    case Parcela:
-        leido.parcela = LeeEntero(argumento);
-        break;
-    case Numero:
-        leido.numero = LeeEntero(argumento);
-        break;
-    case Superficie:
-        leido.superficie = LeeEntero(argumento);
-        break;
-    case Suma:
-        leido.suma = LeeEntero(argumento);
-        break;
-    case X:
+    std::optional<int>* const numeros[] = {&leido.polig, &leido.parcela, &leido.numero,
+                                           &leido.superficie, &leido.suma};
+    if (papel <= Suma)
+        *numeros[static_cast<std::size_t>(papel)] = LeeEntero(argumento);
+    else if (papel == X)
         leido.sitio = CSitio{LeeReal(argumento), 0};
-        break;
-    case Y:
+    else if (papel == Y)
         leido.sitio->y = LeeReal(argumento);
-        break;
-    case Letra:
+    else if (papel == Letra)
         leido.letra = argumento;
-        break;
-    case Texto:
-        if (leido.texto.IsEmpty())
-            leido.texto = argumento;
-        break;
-    }
+    else if (leido.texto.IsEmpty())
+        leido.texto = argumento;
 }
 
 /// Takes an argument from the front of what is left of a line: a number as far as it goes, a text

@@ -87,8 +87,10 @@ void CLectorTablas::TomaParcela(std::string_view fila)
     }
     const auto clave = CClaveRegistro::DeParcela(parcela.Polig, parcela.Parcela);
     const int titular = m_municipio.BuscaTitularNumOrden(datos.numImputa);
-    parcela.paraje = m_municipio.BuscaParaje(datos.numParaje);
-    parcela.InsertaCotitular(titular, kOrdenPrincipal, datos.partici, datos.Tit);
+    if (m_que.detalle) {
+        parcela.paraje = m_municipio.BuscaParaje(datos.numParaje);
+        parcela.InsertaCotitular(titular, kOrdenPrincipal, datos.partici, datos.Tit);
+    }
     const std::size_t antes = m_municipio.NumParcelas();
     const int i = m_municipio.InsertaParcela(std::move(parcela));
     const bool nueva = m_municipio.NumParcelas() > antes;
@@ -117,7 +119,7 @@ void CLectorTablas::TomaSubparcela(std::string_view fila)
     }
     Queda(clase, true, CClaveRegistro::DeSubparcela(datos.Polig, datos.Parcela, subparcela.letra));
     bool repetida = false; // a letter that is there is told by a message, and stays all the same
-    if (m_que.subparcelas)
+    if (m_que.detalle)
         m_municipio.DameParcela(i).InsertaSubparcela(std::move(subparcela), repetida);
 }
 

@@ -31,9 +31,9 @@ struct CFilasLeidas {
 
 /// What to take of the tables beside the counts.
 struct CQueSeLee {
-    bool claves = false;                       ///< those of the rows that stay
-    bool subparcelas = false;                  ///< into the municipality, where they take much room
-    UINT modo = 0;                             ///< how to open a table, beside for reading
+    bool claves = false;  ///< those of the rows that stay
+    bool detalle = false; ///< place, main holder and subparcels of a parcel, which take much room
+    UINT modo = 0;        ///< how to open a table, beside for reading
     std::function<void(const CTitular&)> mira; ///< sees each holder whose row is whole
 };
 
@@ -48,8 +48,7 @@ struct CTablasLeidas {
     CFilasLeidas cotitulares;
     std::int64_t cotitularesSinParcela = 0; ///< of those with a message
     std::int64_t cotitularesSinTitular = 0;
-    /// What stands behind the rows: parcels with place and main holder, and no further ones.
-    CMunicipio municipio;
+    CMunicipio municipio; ///< what the rows make, without links to co-holders
 };
 
 /// Reads the tables' rows of a municipality by the rules of the way back. A table that can't be

@@ -30,25 +30,10 @@ void CPartida::Faltan(std::int64_t cuantos, const CClaveRegistro& clave)
 
 const char* CPartida::Titulo() const
 {
-    switch (que) {
-    case Partida::Lineas:
-        return "Líneas de la entrada";
-    case Partida::Modulos:
-        return "Módulos";
-    case Partida::Titulares:
-        return "Titulares";
-    case Partida::Parcelas:
-        return "Parcelas";
-    case Partida::Cotitulares:
-        return "Cotitulares";
-    case Partida::Subparcelas:
-        return "Subparcelas";
-    case Partida::Parajes:
-        return "Parajes";
-    case Partida::Titularidades:
-        return "Titularidades";
-    }
-    return "";
+    constexpr const char* kTitulos[] = {
+        "Líneas de la entrada", "Módulos",     "Titulares", "Parcelas",
+        "Cotitulares",          "Subparcelas", "Parajes",   "Titularidades"};
+    return kTitulos[static_cast<std::size_t>(que)];
 }
 
 std::int64_t CPartida::SumaEntra() const

@@ -253,13 +253,14 @@ CBalance CBalanceVuelta::Hace() const
 CBalance BalanceVuelta(const CFicheros& ficheros, const CRegistroLeido& registro,
                        CPersonas& personas, CSuperficies& superficies)
 {
-    const CTablasLeidas tablas = LeeTablas(ficheros.tablas, ficheros.lista.cabecera.Mun,
-                                           {true, false, 0, [&](const CTitular& titular) {
-                                                personas.Mira(titular.Nombre, titular.DNI);
-                                            }});
+    CTablasLeidas tablas = LeeTablas(ficheros.tablas, ficheros.lista.cabecera.Mun,
+                                     {true, false, 0, [&](const CTitular& titular) {
+                                          personas.Mira(titular.Nombre, titular.DNI);
+                                      }});
     for (const CParcela& parcela : tablas.municipio.Parcelas())
         superficies[{parcela.Polig, parcela.Parcela}] = {parcela.Superficie, std::nullopt,
                                                          parcela.claveConc != ' '};
+    tablas.municipio = CMunicipio(0, 0); // its keys are all that is asked for from here on
     const CEscritosCatastro escritos = LeeEscritos(ficheros.ficheroR, ficheros.ficheroM);
     for (const auto& escrita : escritos.parcelas) {
         CSuperficie& suya = superficies[{escrita.clave.Polig(), escrita.clave.Parcela()}];

@@ -102,10 +102,7 @@ void CLectorCatastro::TomaTitular(std::string_view linea)
     const CClaveRegistro clave = CClaveRegistro::De(titular);
     const std::size_t antes = Municipio().Titulares().size();
     const int indice = Municipio().InsertaTitular(std::move(titular));
-    if (Municipio().Titulares().size() == antes)
-        ++m_leida.titulares.unidas;
-    else
-        m_leida.titulares.quedan.push_back(clave);
+    m_leida.titulares.Inserta(Municipio().Titulares().size() > antes, clave);
     m_titulares.push_back({numero, indice, m_municipio});
 }
 
@@ -139,10 +136,7 @@ void CLectorCatastro::TomaParaje(std::string_view linea)
     paraje.Lee(linea);
     const std::size_t antes = Municipio().Parajes().size();
     Municipio().InsertaParaje(paraje);
-    if (Municipio().Parajes().size() == antes)
-        ++m_leida.parajes.unidas;
-    else
-        m_leida.parajes.quedan.push_back(CClaveRegistro::De(paraje));
+    m_leida.parajes.Inserta(Municipio().Parajes().size() > antes, CClaveRegistro::De(paraje));
 }
 
 void CLectorCatastro::Acaba()

@@ -27,6 +27,15 @@ struct CEntradaLeida {
         std::int64_t unidas = 0;    ///< joined one that was there, without a message
         std::int64_t sinEfecto = 0; ///< left nothing, without a message
         std::vector<CClaveRegistro> quedan;
+
+        /// Counts one that was inserted: it stays, or it joined one that was there.
+        void Inserta(bool nueva, const CClaveRegistro& clave)
+        {
+            if (nueva)
+                quedan.push_back(clave);
+            else
+                ++unidas;
+        }
     };
 
     bool hay = false;     ///< it could be opened

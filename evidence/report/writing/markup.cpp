@@ -5,24 +5,9 @@ namespace {
 
 constexpr std::size_t kPedazo = std::size_t{1} << 16U;
 
-/// What stands for a character that means something in markup; empty for any other.
-constexpr std::string_view EnMarcas(char c)
-{
-    switch (c) {
-    case '<':
-        return "&lt;";
-    case '>':
-        return "&gt;";
-    case '&':
-        return "&amp;";
-    case '"':
-        return "&quot;";
-    case '\'':
-        return "&#39;";
-    default:
-        return {};
-    }
-}
+// Characters that mean something in markup, and what stands for each.
+constexpr std::string_view kSignos = "<>&\"'";
+constexpr std::string_view kEscritos[] = {"&lt;", "&gt;", "&amp;", "&quot;", "&#39;"};
 
 } // namespace
 
@@ -30,9 +15,9 @@ constexpr std::string_view EnMarcas(char c)
 /// are others.
 void CMarcas::Anexa(std::string_view utf8)
 {
-    for (std::size_t i = utf8.find_first_of("<>&\"'"); i != std::string_view::npos;
-         i = utf8.find_first_of("<>&\"'")) {
-        m_texto.append(utf8.substr(0, i)).append(EnMarcas(utf8[i]));
+    for (std::size_t i = utf8.find_first_of(kSignos); i != std::string_view::npos;
+         i = utf8.find_first_of(kSignos)) {
+        m_texto.append(utf8.substr(0, i)).append(kEscritos[kSignos.find(utf8[i])]);
         utf8.remove_prefix(i + 1);
     }
     m_texto += utf8;

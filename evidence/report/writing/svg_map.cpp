@@ -13,24 +13,17 @@ using vexageo::CPunto;
 /// How an outline stands with the messages.
 enum class Trato { Bien, Aviso, Error, SinUso };
 
+/// Classes of an outline, and of the label in it.
 const char* Clase(Trato trato)
 {
-    switch (trato) {
-    case Trato::Error:
-        return "err";
-    case Trato::Aviso:
-        return "avi";
-    case Trato::SinUso:
-        return "sin";
-    case Trato::Bien:
-        break;
-    }
-    return "ok";
+    constexpr const char* kClases[] = {"ok", "avi", "err", "sin"};
+    return kClases[static_cast<std::size_t>(trato)];
 }
 
 const char* ClaseRotulo(Trato trato)
 {
-    return trato == Trato::Error ? "re" : trato == Trato::Aviso ? "ra" : "r";
+    constexpr const char* kClases[] = {"r", "ra", "re", "rs"};
+    return kClases[static_cast<std::size_t>(trato)];
 }
 
 std::size_t Puntos(const CRecintoDibujado& recinto)
@@ -155,7 +148,7 @@ void CMapa::PonParcela(const CRecintoDibujado& recinto)
     PonContorno(recinto, Clase(Trato::SinUso), {},
                 "Recinto" + (rotulo.empty() ? "" : " «" + rotulo + "»") + ": " +
                     Texto(NombreEstado(recinto.estado)));
-    PonRotulo(recinto, rotulo.empty() ? "?" : rotulo, "rs");
+    PonRotulo(recinto, rotulo.empty() ? "?" : rotulo, ClaseRotulo(Trato::SinUso));
 }
 
 void CMapa::PonParcelaValida(const CRecintoDibujado& recinto, const CPosiciones& avisos)
