@@ -4,10 +4,11 @@
 #include <array>
 #include <cmath>
 #include <map>
-#include <string>
 #include <utility>
 
 #include "cadastre/label_codes.h"
+#include "evidence/outline_pieces.h"
+#include "evidence/units.h"
 #include "platform/ansi.h"
 #include "vexa_libs/ring.h"
 #include "vexa_libs/ring_crossings.h"
@@ -21,7 +22,6 @@ using CAnillo = std::vector<CPunto<int>>;
 
 constexpr std::size_t kMenosPuntos = 3;
 constexpr double kTolerancia = 0.5; // square metres
-constexpr double kMetros = 0.01;    // in a hundredth of a metre
 
 bool MismoSitio(const CPunto<int>& a, const CPunto<int>& b)
 {
@@ -47,12 +47,12 @@ CString Texto(const char* forma, const T&... argumentos)
 }
 
 /// The label's point lies to the rings of an outline.
-struct CSitioRotulo {
+struct CAnilloDelRotulo {
     Lugar lugar;
     int isla = 0; ///< the one it lies in, or on whose boundary
 };
 
-CSitioRotulo SitioDelRotulo(const CRecintoDibujado& recinto)
+CAnilloDelRotulo SituaRotulo(const CRecintoDibujado& recinto)
 {
     const Lugar lugar = vexageo::Situa(recinto.contorno, recinto.punto);
     if (lugar != Lugar::Dentro)
@@ -121,14 +121,14 @@ private:
         if (!(anillo.front() == anillo.back()))
             Falta(ClaseFalta::NoCierra, isla, anillo.back(),
                   Texto("su contorno no cierra: va de %.2lf %.2lf a %.2lf %.2lf",
-                        anillo.front().X * kMetros, anillo.front().Y * kMetros,
-                        anillo.back().X * kMetros, anillo.back().Y * kMetros));
+                        EnMetros(anillo.front().X), EnMetros(anillo.front().Y),
+                        EnMetros(anillo.back().X), EnMetros(anillo.back().Y)));
         if (const auto encuentro = vexageo::BuscaEncuentro(anillo)) {
             const bool cruza = encuentro->clase == vexageo::Encuentro::Cruza;
             Falta(cruza ? ClaseFalta::Cruza : ClaseFalta::Repasa, isla, encuentro->donde,
                   Texto(cruza ? "su contorno se cruza a sí mismo en %.2lf %.2lf"_ansi
                               : "su contorno pasa dos veces por la misma línea en %.2lf %.2lf"_ansi,
-                        encuentro->donde.X * kMetros, encuentro->donde.Y * kMetros));
+                        EnMetros(encuentro->donde.X), EnMetros(encuentro->donde.Y)));
         }
         const double dibujada = vexageo::DobleArea(anillo) / vexageo::kDobleMetroCuadrado;
         if (std::fabs(dibujada - std::fabs(area)) > kTolerancia)
@@ -227,11 +227,11 @@ private:
         if (!MismoSitio(rotulo, centroide))
             Falta(ClaseFalta::CentroideDistinto, 0, rotulo,
                   Texto("su rótulo está en %.2lf %.2lf y el registro dice %.2lf %.2lf"_ansi,
-                        rotulo.X * kMetros, rotulo.Y * kMetros, centroide.X * kMetros,
-                        centroide.Y * kMetros));
+                        EnMetros(rotulo.X), EnMetros(rotulo.Y), EnMetros(centroide.X),
+                        EnMetros(centroide.Y)));
         if (m_recinto.tramosPerdidos > 0 || m_recinto.contorno.size() < kMenosPuntos)
             return;
-        const CSitioRotulo sitio = SitioDelRotulo(m_recinto);
+        const CAnilloDelRotulo sitio = SituaRotulo(m_recinto);
         const CString isla = sitio.isla > 0 ? Texto(" de su isla %d", sitio.isla) : CString();
         if (sitio.lugar == Lugar::Fuera)
             Falta(ClaseFalta::RotuloFuera, 0, rotulo, "su rótulo cae fuera de su contorno"_ansi);
@@ -264,62 +264,31 @@ private:
     std::vector<CFalta> m_faltas;
 };
 
-/// The outlines that share a number, or a letter in one parcel.
-struct CPiezas {
-    double suma = 0; ///< square metres, of all of them
-    std::size_t ultima = 0;
-};
+CString TextoRepetido(const CRecintoDibujado& recinto, const CPiezas& piezas, ClaseTopologia que)
+{
+    const CString cual = NombreDePieza(recinto, que);
+    const double cuenta = piezas.Ultima().areaRegistro;
+    if (&recinto == &piezas.Ultima())
+        return Texto("%s está en %d recintos: cuenta éste, el último, de %.2lf m2, y se pierden "
+                     "%.2lf m2 de los demás"_ansi,
+                     cual, recinto.piezas, cuenta, piezas.Area() - cuenta);
+    return Texto("%s está en %d recintos y éste no cuenta: se pierden sus %.2lf m2; cuenta el "
+                 "último, de %.2lf m2"_ansi,
+                 cual, recinto.piezas, recinto.areaRegistro, cuenta);
+}
 
-class CRepetidos {
-public:
-    CRepetidos(const CTopologiaDibujada& topologia, ClaseTopologia que)
-        : m_recintos(topologia.recintos), m_que(que)
-    {
-        for (std::size_t i = 0; i < m_recintos.size(); ++i)
-            if (HayOtros(m_recintos[i])) {
-                CPiezas& piezas = m_piezas[Clave(m_recintos[i])];
-                piezas.suma += m_recintos[i].areaRegistro;
-                piezas.ultima = i;
-            }
+/// Adds what can't be seen of one outline alone.
+void AnotaRepetidos(const CTopologiaDibujada& topologia, ClaseTopologia que,
+                    CFaltasDeRecintos& faltas)
+{
+    const auto piezas = ReunePiezas(topologia.recintos);
+    for (std::size_t i = 0; i < topologia.recintos.size(); ++i) {
+        const CRecintoDibujado& recinto = topologia.recintos[i];
+        if (recinto.piezas > 1)
+            faltas[i].push_back({ClaseFalta::Repetido, 0, recinto.punto,
+                                 TextoRepetido(recinto, piezas.at(ClaveDePieza(recinto)), que)});
     }
-
-    void Anota(CFaltasDeRecintos& faltas) const
-    {
-        for (std::size_t i = 0; i < m_recintos.size(); ++i)
-            if (HayOtros(m_recintos[i]))
-                faltas[i].push_back(
-                    {ClaseFalta::Repetido, 0, m_recintos[i].punto, TextoRepetido(i)});
-    }
-
-private:
-    static bool HayOtros(const CRecintoDibujado& recinto) { return recinto.piezas > 1; }
-    static std::pair<int, std::string> Clave(const CRecintoDibujado& recinto)
-    {
-        return {recinto.parcela, std::string(std::string_view(recinto.letra))};
-    }
-    CString TextoRepetido(std::size_t i) const
-    {
-        const CRecintoDibujado& recinto = m_recintos[i];
-        const CPiezas& piezas = m_piezas.at(Clave(recinto));
-        const double cuenta = m_recintos[piezas.ultima].areaRegistro;
-        const CString cual =
-            m_que == ClaseTopologia::Subparcelas
-                ? Texto("la letra %s de la parcela %d", recinto.letra, recinto.parcela)
-                : Texto("la parcela %d", recinto.parcela);
-        if (i == piezas.ultima)
-            return Texto(
-                "%s está en %d recintos: cuenta éste, el último, de %.2lf m2, y se pierden "
-                "%.2lf m2 de los demás"_ansi,
-                cual, recinto.piezas, cuenta, piezas.suma - cuenta);
-        return Texto("%s está en %d recintos y éste no cuenta: se pierden sus %.2lf m2; cuenta el "
-                     "último, de %.2lf m2"_ansi,
-                     cual, recinto.piezas, recinto.areaRegistro, cuenta);
-    }
-
-    const std::vector<CRecintoDibujado>& m_recintos;
-    ClaseTopologia m_que;
-    std::map<std::pair<int, std::string>, CPiezas> m_piezas;
-};
+}
 
 } // namespace
 
@@ -329,7 +298,7 @@ CFaltasDeRecintos FaltasDe(const CTopologiaDibujada& topologia, ClaseTopologia q
     faltas.reserve(topologia.recintos.size());
     for (const CRecintoDibujado& recinto : topologia.recintos)
         faltas.push_back(CExamen(recinto, que).Faltas());
-    CRepetidos(topologia, que).Anota(faltas);
+    AnotaRepetidos(topologia, que, faltas);
     return faltas;
 }
 

@@ -8,6 +8,7 @@
 
 #include "cadastre/label_codes.h"
 #include "cadastre/polygon_list.h"
+#include "evidence/paths.h"
 #include "platform/ansi.h"
 #include "platform/files/cstdio_file.h"
 #include "vexa_libs/ring.h"
@@ -21,7 +22,7 @@ using vexageo::CTexto;
 
 namespace {
 
-constexpr UINT kModo = CFile::modeRead | CFile::anyCase | CFile::modeWhole;
+constexpr std::array<const char*, 4> kExtensiones = {"PAR", "SUB", "POL", "TOP"};
 
 /// The labels of polygons and sheets may have any code, and be deleted.
 bool CuentanCodigos(ClaseTopologia que)
@@ -108,13 +109,8 @@ private:
             m_fueraDeFecha = CuentanCodigos(m_que); // where codes don't count it stops nothing
             return FueraDeFecha;
         }
-        if (!rotulo.Tipo().EsTexto())
-            return NoEsTexto;
-        if (!CuentanCodigos(m_que))
-            return Valido;
-        if (rotulo.Tipo().EsBorrado())
-            return Borrado;
-        return EsCodigoDe(m_que, recinto.codigo) ? Valido : CodigoAjeno;
+        return rotulo.Tipo().EsTexto() ? EstadoPorRotulo(m_que, recinto.codigo, recinto.borrado)
+                                       : NoEsTexto;
     }
 
     CFile& m_bin;
@@ -124,16 +120,15 @@ private:
 };
 
 /// Tells each valid outline which of the pieces with its key it is.
-template <class Clave, class F>
-void CuentaPiezas(std::vector<CRecintoDibujado>& recintos, F clave)
+void CuentaPiezas(std::vector<CRecintoDibujado>& recintos)
 {
-    std::map<Clave, int> piezas;
+    std::map<std::pair<int, CString>, int> piezas; // by parcel and letter, if any
     for (CRecintoDibujado& recinto : recintos)
-        if (recinto.Valido() && recinto.parcela >= 0)
-            recinto.pieza = ++piezas[clave(recinto)];
+        if (recinto.EsDeParcela())
+            recinto.pieza = ++piezas[{recinto.parcela, recinto.letra}];
     for (CRecintoDibujado& recinto : recintos)
-        if (recinto.Valido() && recinto.parcela >= 0)
-            recinto.piezas = piezas[clave(recinto)];
+        if (recinto.EsDeParcela())
+            recinto.piezas = piezas[{recinto.parcela, recinto.letra}];
 }
 
 void NumeraParcelas(std::vector<CRecintoDibujado>& parcelas)
@@ -141,7 +136,7 @@ void NumeraParcelas(std::vector<CRecintoDibujado>& parcelas)
     for (CRecintoDibujado& recinto : parcelas)
         if (recinto.Valido())
             recinto.parcela = LeeEntero(recinto.rotulo);
-    CuentaPiezas<int>(parcelas, [](const CRecintoDibujado& recinto) { return recinto.parcela; });
+    CuentaPiezas(parcelas);
 }
 
 /// Gives each subparcel the smallest parcel that holds its label.
@@ -162,43 +157,47 @@ void SituaSubparcelas(CPoligonoDibujado& poligono, const CHayParcela& hayParcela
         const int i = indice.Busca(recinto.punto);
         recinto.parcela = i < 0 ? -1 : parcelas[static_cast<std::size_t>(i)].parcela;
     }
-    CuentaPiezas<std::pair<int, std::string>>(
-        poligono.subparcelas.recintos, [](const CRecintoDibujado& recinto) {
-            return std::pair(recinto.parcela, std::string(std::string_view(recinto.letra)));
-        });
+    CuentaPiezas(poligono.subparcelas.recintos);
 }
 
 } // namespace
 
-bool EsCodigoDe(ClaseTopologia que, const CString& codigo)
+const char* ExtensionDe(ClaseTopologia que)
 {
-    if (que == ClaseTopologia::Parcelas)
-        return codigo == kCodigoParcela;
-    return que != ClaseTopologia::Subparcelas || codigo == kCodigoSubparcela ||
-           codigo == kCodigoConstruccion;
+    return kExtensiones[static_cast<std::size_t>(que)];
+}
+
+std::optional<ClaseTopologia> ClaseDeExtension(std::string_view extension)
+{
+    const auto suya = std::find(kExtensiones.begin(), kExtensiones.end(), extension);
+    return suya == kExtensiones.end()
+               ? std::nullopt
+               : std::optional(static_cast<ClaseTopologia>(suya - kExtensiones.begin()));
+}
+
+EstadoRecinto EstadoPorRotulo(ClaseTopologia que, const CString& codigo, bool borrado)
+{
+    if (!CuentanCodigos(que))
+        return EstadoRecinto::Valido;
+    if (borrado)
+        return EstadoRecinto::Borrado;
+    const bool suyo = que == ClaseTopologia::Parcelas
+                          ? codigo == kCodigoParcela
+                          : codigo == kCodigoSubparcela || codigo == kCodigoConstruccion;
+    return suyo ? EstadoRecinto::Valido : EstadoRecinto::CodigoAjeno;
 }
 
 const char* NombreEstado(EstadoRecinto estado)
 {
-    switch (estado) {
-    case EstadoRecinto::Valido:
-        return "válido"_ansi;
-    case EstadoRecinto::SinRotulo:
-        return "sin rótulo"_ansi;
-    case EstadoRecinto::NoEsTexto:
-        return "el rótulo no es un texto"_ansi;
-    case EstadoRecinto::Borrado:
-        return "rótulo borrado"_ansi;
-    case EstadoRecinto::CodigoAjeno:
-        return "rótulo de código ajeno"_ansi;
-    case EstadoRecinto::FueraDeFecha:
-        return "fuera de fecha";
-    case EstadoRecinto::NoSeLlega:
-        return "tras un rótulo fuera de fecha"_ansi;
-    case EstadoRecinto::OtraClase:
-        return "registro de otra clase";
-    }
-    return "";
+    constexpr const char* kNombres[] = {"válido"_ansi,
+                                        "sin rótulo"_ansi,
+                                        "el rótulo no es un texto"_ansi,
+                                        "rótulo borrado"_ansi,
+                                        "rótulo de código ajeno"_ansi,
+                                        "fuera de fecha",
+                                        "tras un rótulo fuera de fecha"_ansi,
+                                        "registro de otra clase"};
+    return kNombres[static_cast<std::size_t>(estado)];
 }
 
 double CRecintoDibujado::AreaContorno() const
@@ -216,17 +215,17 @@ CPoligonoDibujado LeePoligonoDibujado(const CString& carpeta, const CString& ent
     poligono.entrada = entrada;
     poligono.polig = LeeEntero(entrada);
     CFile bin;
-    poligono.hayDibujo = bin.Open(FicheroDeLista(carpeta, entrada, "BIN"), kModo);
+    poligono.hayDibujo = bin.Open(FicheroDeLista(carpeta, entrada, kExtensionDibujo), kModoDibujo);
     if (!poligono.hayDibujo)
         return poligono;
-    const auto lee = [&](const char* extension, ClaseTopologia que, CTopologiaDibujada& dibujada) {
+    const auto lee = [&](ClaseTopologia que, CTopologiaDibujada& dibujada) {
         CFile topologia;
-        if (topologia.Open(FicheroDeLista(carpeta, entrada, extension), kModo))
+        if (topologia.Open(FicheroDeLista(carpeta, entrada, ExtensionDe(que)), kModoDibujo))
             dibujada = LeeTopologiaDibujada(topologia, bin, que);
     };
-    lee("PAR", ClaseTopologia::Parcelas, poligono.parcelas);
-    lee("SUB", ClaseTopologia::Subparcelas, poligono.subparcelas);
-    lee("POL", ClaseTopologia::Poligonos, poligono.poligonos);
+    lee(ClaseTopologia::Parcelas, poligono.parcelas);
+    lee(ClaseTopologia::Subparcelas, poligono.subparcelas);
+    lee(ClaseTopologia::Poligonos, poligono.poligonos);
     Relaciona(poligono, hayParcela);
     return poligono;
 }
@@ -239,14 +238,13 @@ void Relaciona(CPoligonoDibujado& poligono, const CHayParcela& hayParcela)
 
 CTopologiaDibujada LeeHojasDibujadas(const CCadena& ortos)
 {
-    CCadena nombre = ortos;
+    constexpr ClaseTopologia kHojas = ClaseTopologia::Hojas;
     CFile bin;
     CFile top;
-    nombre.CambiaExtension("BIN");
-    const bool hayBin = bin.Open(nombre, kModo);
-    nombre.CambiaExtension("TOP");
-    return hayBin && top.Open(nombre, kModo) ? LeeTopologiaDibujada(top, bin, ClaseTopologia::Hojas)
-                                             : CTopologiaDibujada();
+    return bin.Open(ConExtension(ortos, kExtensionDibujo), kModoDibujo) &&
+                   top.Open(ConExtension(ortos, ExtensionDe(kHojas)), kModoDibujo)
+               ? LeeTopologiaDibujada(top, bin, kHojas)
+               : CTopologiaDibujada();
 }
 
 CTopologiaDibujada LeeTopologiaDibujada(CFile& topologia, CFile& bin, ClaseTopologia que)
@@ -266,17 +264,5 @@ bool RecorreEntidades(CFile& bin, const std::function<void(int, const CTexto<int
             return false;
         toma(posicion, entidad);
     }
-    return true;
-}
-
-bool LeeLista(const CString& nombre, CListaPoligonos& lista)
-{
-    CStdioFile fichero;
-    if (!fichero.Open(nombre, CFile::modeRead))
-        return false;
-    fichero.ReadString(lista.cabecera);
-    CString linea;
-    while (fichero.ReadString(linea))
-        lista.entradas.push_back(EntradaDeLista(linea));
     return true;
 }

@@ -2,6 +2,8 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
+#include <string_view>
 #include <vector>
 
 #include "platform/files/cfile.h"
@@ -15,9 +17,14 @@
 /// What a topology's outlines are.
 enum class ClaseTopologia : std::uint8_t { Parcelas, Subparcelas, Poligonos, Hojas };
 
-/// Tells whether labels with that code belong to such outlines. Those of polygons and sheets may
-/// have any code.
-bool EsCodigoDe(ClaseTopologia que, const CString& codigo);
+/// Extension of a drawing, and of the topologies beside it.
+inline constexpr const char* kExtensionDibujo = "BIN";
+const char* ExtensionDe(ClaseTopologia que);
+/// The topology with an extension, in capitals; none for another file's.
+std::optional<ClaseTopologia> ClaseDeExtension(std::string_view extension);
+
+/// How a drawing and its topologies are opened: whole, since they are read all over.
+inline constexpr UINT kModoDibujo = CFile::modeRead | CFile::anyCase | CFile::modeWhole;
 
 /// What the way back makes of an outline, and of its label.
 enum class EstadoRecinto : std::uint8_t {
@@ -30,6 +37,9 @@ enum class EstadoRecinto : std::uint8_t {
     NoSeLlega,    ///< it stands behind such a one
     OtraClase     ///< the record is neither a parcel nor an island
 };
+
+/// The state that a label with this code gives to such an outline.
+EstadoRecinto EstadoPorRotulo(ClaseTopologia que, const CString& codigo, bool borrado);
 
 /// The state in words, in Spanish, code page 1252.
 const char* NombreEstado(EstadoRecinto estado);
@@ -46,6 +56,8 @@ struct CRecintoDibujado {
     /// Square metres that the rings enclose, islands taken off.
     double AreaContorno() const;
     bool Valido() const { return estado == EstadoRecinto::Valido; }
+    /// It is one of a parcel's outlines, or its subparcels'.
+    bool EsDeParcela() const { return Valido() && parcela >= 0; }
 
     EstadoRecinto estado = EstadoRecinto::SinRotulo;
     int numero = 0; ///< of the record
@@ -79,6 +91,14 @@ struct CTopologiaDibujada {
 
 /// An entry of the list: a cadastral polygon's drawing.
 struct CPoligonoDibujado {
+    /// The topology of a kind, which is none of the sheets'.
+    const CTopologiaDibujada& Topologia(ClaseTopologia que) const
+    {
+        return que == ClaseTopologia::Parcelas      ? parcelas
+               : que == ClaseTopologia::Subparcelas ? subparcelas
+                                                    : poligonos;
+    }
+
     CString entrada;
     int polig = 0;          ///< the number that the entry begins with
     bool hayDibujo = false; ///< its .BIN could be opened; without it nothing else is read
@@ -116,13 +136,3 @@ CTopologiaDibujada LeeTopologiaDibujada(CFile& topologia, CFile& bin, ClaseTopol
 /// \return false where damage ends the drawing
 bool RecorreEntidades(CFile& bin,
                       const std::function<void(int, const vexageo::CTexto<int>&)>& toma);
-
-/// The list file: its first line, and its entries in order.
-struct CListaPoligonos {
-    CString cabecera;
-    std::vector<CString> entradas;
-};
-
-/// Reads the list file; entries go behind those that `lista` has. False where the file can't be
-/// opened. Raises CFileException where a read fails.
-bool LeeLista(const CString& nombre, CListaPoligonos& lista);

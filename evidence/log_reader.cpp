@@ -4,15 +4,19 @@
 #include <array>
 #include <span>
 
+#include "platform/format.h"
 #include "vexa_libs/ccadena.h"
 
 namespace {
 
-/// What an argument of a message says.
-enum class Papel { Polig, Parcela, Letra, Numero, Superficie, Suma, X, Y, Texto };
+/// What an argument of a message says: whole numbers first.
+enum class Papel { Polig, Parcela, Numero, Superficie, Suma, X, Y, Letra, Texto };
 
 using enum Papel;
 
+/// What the arguments of a message say, in order. The catalogue knows the kinds of its arguments
+/// and not what they stand for: who raises a message has them by name, and only who reads a log
+/// back asks for more.
 struct CPapeles {
     Mensaje mensaje;
     std::array<Papel, 4> papeles;
@@ -55,6 +59,26 @@ constexpr CPapeles kPapeles[] = {
 
 constexpr std::size_t kLargoCodigo = 4;
 
+/// Tells whether the roles are those of the message's forms, one for each and of its kind.
+constexpr bool Encajan(const CPapeles& suyos)
+{
+    std::string_view texto = DameMensaje(suyos.mensaje).texto;
+    std::size_t k = 0;
+    for (std::size_t i = texto.find('%'); i != std::string_view::npos; i = texto.find('%')) {
+        texto.remove_prefix(i);
+        const char tipo = AnalizaForma(texto).tipo;
+        if (k == suyos.cuantos)
+            return false;
+        const Papel papel = suyos.papeles[k++];
+        const bool deTexto = papel == Letra || papel == Texto;
+        const bool real = papel == X || papel == Y;
+        if (tipo != (deTexto ? 's' : real ? 'f' : 'd'))
+            return false;
+    }
+    return k == suyos.cuantos;
+}
+static_assert(std::all_of(std::begin(kPapeles), std::end(kPapeles), Encajan));
+
 std::span<const Papel> PapelesDe(const CMensaje& mensaje)
 {
     for (const CPapeles& suyos : kPapeles)
@@ -63,39 +87,21 @@ std::span<const Papel> PapelesDe(const CMensaje& mensaje)
     return {};
 }
 
-/// Notes what an argument says.
+/// Notes what an argument says. Of two texts the first one names what the message is about.
 void Anota(CMensajeLeido& leido, Papel papel, std::string_view argumento)
 {
-    switch (papel) {
-    case Polig:
-        leido.polig = LeeEntero(argumento);
-        break;
-    case Parcela:
-        leido.parcela = LeeEntero(argumento);
-        break;
-    case Numero:
-        leido.numero = LeeEntero(argumento);
-        break;
-    case Superficie:
-        leido.superficie = LeeEntero(argumento);
-        break;
-    case Suma:
-        leido.suma = LeeEntero(argumento);
-        break;
-    case X:
+    std::optional<int>* const numeros[] = {&leido.polig, &leido.parcela, &leido.numero,
+                                           &leido.superficie, &leido.suma};
+    if (papel <= Suma)
+        *numeros[static_cast<std::size_t>(papel)] = LeeEntero(argumento);
+    else if (papel == X)
         leido.sitio = CSitio{LeeReal(argumento), 0};
-        break;
-    case Y:
+    else if (papel == Y)
         leido.sitio->y = LeeReal(argumento);
-        break;
-    case Letra:
+    else if (papel == Letra)
         leido.letra = argumento;
-        break;
-    case Texto:
-        if (leido.texto.IsEmpty())
-            leido.texto = argumento;
-        break;
-    }
+    else if (leido.texto.IsEmpty())
+        leido.texto = argumento;
 }
 
 /// Takes an argument from the front of what is left of a line: a number as far as it goes, a text
@@ -119,7 +125,7 @@ std::string_view Argumento(std::string_view& resto, char conversion, std::string
     return argumento;
 }
 
-/// A text that was padded to four columns loses the blanks in front of it.
+/// A text that was padded to four columns, as a letter is, loses the blanks in front of it.
 std::string_view SinRelleno(std::string_view argumento)
 {
     constexpr std::size_t kAncho = 4;

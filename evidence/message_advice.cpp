@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "evidence/messages_page.h"
+#include "evidence/texts.h"
 
 // The page has a section for each message, with a paragraph each for cause and remedy.
 
@@ -40,10 +41,7 @@ std::string SinMarcas(std::string_view html)
         texto += c;
         html.remove_prefix(largo);
     }
-    const std::size_t principio = texto.find_first_not_of(' ');
-    return principio == std::string::npos
-               ? std::string()
-               : texto.substr(principio, texto.find_last_not_of(' ') + 1 - principio);
+    return std::string(SinBlancos(texto));
 }
 
 } // namespace

@@ -12,7 +12,7 @@ void Falla(const CFileException& fallo)
     CPLError(CE_Failure, CPLE_FileIO, "%s", ansi::AUtf8(fallo.Mensaje()).c_str());
 }
 
-void Avisa(std::string_view texto)
+void Advierte(std::string_view texto)
 {
     CPLError(CE_Warning, CPLE_AppDefined, "%s", ansi::AUtf8(texto).c_str());
 }

@@ -16,7 +16,7 @@ void Falla(std::string_view texto);
 /// The same with the file and the reason.
 void Falla(const CFileException& fallo);
 /// Tells what a user has to know, and goes on.
-void Avisa(std::string_view texto);
+void Advierte(std::string_view texto);
 
 /// The two above with a printf form (see format.h).
 template <class... T>
@@ -27,9 +27,9 @@ void FallaCon(std::string_view forma, const T&... argumentos)
     Falla(std::string_view(texto));
 }
 template <class... T>
-void AvisaCon(std::string_view forma, const T&... argumentos)
+void AdvierteCon(std::string_view forma, const T&... argumentos)
 {
     std::string texto;
     AnexaFormato(texto, forma, {CArgumento(argumentos)...});
-    Avisa(texto);
+    Advierte(texto);
 }

@@ -2,13 +2,26 @@
 
 #include <cmath>
 
+#include "evidence/units.h"
+
 namespace {
+
+constexpr double kFinosPorMetro = kUnidadesPorMetro * kFinos;
+constexpr std::int64_t kMedio = kFinos / 2;
+
+/// The whole unit nearest to a coordinate, the upper one of two; in thousandths as well.
+std::int64_t Redondea(std::int64_t finos)
+{
+    const std::int64_t desplazado = finos + kMedio;
+    const std::int64_t cociente = desplazado / kFinos;
+    return (cociente - (desplazado % kFinos < 0 ? 1 : 0)) * kFinos;
+}
 
 void PonPuntos(OGRSimpleCurve& curva, const std::vector<vexageo::CPunto<int>>& puntos)
 {
     curva.setNumPoints(static_cast<int>(puntos.size()));
     for (std::size_t i = 0; i < puntos.size(); ++i)
-        curva.setPoint(static_cast<int>(i), puntos[i].X / kPorMetro, puntos[i].Y / kPorMetro);
+        curva.setPoint(static_cast<int>(i), EnMetros(puntos[i].X), EnMetros(puntos[i].Y));
 }
 
 OGRLinearRing* AnilloDe(const std::vector<vexageo::CPunto<int>>& contorno)
@@ -23,13 +36,13 @@ OGRLinearRing* AnilloDe(const std::vector<vexageo::CPunto<int>>& contorno)
 
 OGRPoint EnMetros(const vexageo::CPunto<int>& punto)
 {
-    return {punto.X / kPorMetro, punto.Y / kPorMetro};
+    return {EnMetros(punto.X), EnMetros(punto.Y)};
 }
 
 vexageo::CPunto<int> EnUnidades(double x, double y)
 {
-    return {static_cast<int>(std::lround(x * kPorMetro)),
-            static_cast<int>(std::lround(y * kPorMetro))};
+    return {static_cast<int>(std::lround(x * kUnidadesPorMetro)),
+            static_cast<int>(std::lround(y * kUnidadesPorMetro))};
 }
 
 std::unique_ptr<OGRPolygon> PoligonoDe(const CRecintoDibujado& recinto)
@@ -48,5 +61,32 @@ std::unique_ptr<OGRLineString> LineaDe(const std::vector<vexageo::CPunto<int>>& 
 {
     auto linea = std::make_unique<OGRLineString>();
     PonPuntos(*linea, puntos);
+    return linea;
+}
+
+CFino EnFinos(double x, double y)
+{
+    return {std::llround(x * kFinosPorMetro), std::llround(y * kFinosPorMetro)};
+}
+
+CFino Redondea(const CFino& punto)
+{
+    return {Redondea(punto.x), Redondea(punto.y)};
+}
+
+vexageo::CPunto<int> EnUnidades(const CFino& redondo)
+{
+    return {static_cast<int>(redondo.x / kFinos), static_cast<int>(redondo.y / kFinos)};
+}
+
+std::unique_ptr<OGRLineString> LineaDe(const CAnilloFino& anillo)
+{
+    auto linea = std::make_unique<OGRLineString>();
+    linea->setNumPoints(static_cast<int>(anillo.size()) + 1);
+    for (std::size_t i = 0; i <= anillo.size(); ++i) {
+        const CFino& punto = anillo[i % anillo.size()];
+        linea->setPoint(static_cast<int>(i), static_cast<double>(punto.x) / kFinosPorMetro,
+                        static_cast<double>(punto.y) / kFinosPorMetro);
+    }
     return linea;
 }

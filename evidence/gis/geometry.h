@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <vector>
 
@@ -7,7 +8,7 @@
 
 #include "evidence/drawn_polygon.h"
 
-inline constexpr double kPorMetro = 100; ///< units of a drawing
+// Between GDAL's metres and a drawing's whole hundredths: all rounding of coordinates stands here.
 
 /// A point of a drawing in metres, and back, rounded.
 OGRPoint EnMetros(const vexageo::CPunto<int>& punto);
@@ -18,3 +19,24 @@ std::unique_ptr<OGRPolygon> PoligonoDe(const CRecintoDibujado& recinto);
 
 /// The points of a line of a drawing.
 std::unique_ptr<OGRLineString> LineaDe(const std::vector<vexageo::CPunto<int>>& puntos);
+
+inline constexpr std::int64_t kFinos = 1000; // in a unit of a drawing
+
+/// A coordinate that is still to be rounded: thousandths of a drawing's unit.
+struct CFino {
+    std::int64_t x = 0;
+    std::int64_t y = 0;
+
+    friend auto operator<=>(const CFino&, const CFino&) = default;
+};
+
+using CAnilloFino = std::vector<CFino>;
+
+CFino EnFinos(double x, double y); ///< of metres
+/// The whole point in whose cell the point lies, in thousandths as well. A cell has its lower edges
+/// and not its upper ones, so that each point lies in one.
+CFino Redondea(const CFino& punto);
+vexageo::CPunto<int> EnUnidades(const CFino& redondo); ///< of a point that is whole
+
+/// The ring as a closed line in metres.
+std::unique_ptr<OGRLineString> LineaDe(const CAnilloFino& anillo);

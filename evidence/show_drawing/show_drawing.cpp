@@ -1,15 +1,14 @@
 #include "evidence/show_drawing/show_drawing.h"
 
-#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <iterator>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <utility>
 
 #include "evidence/drawing_findings.h"
+#include "evidence/paths.h"
+#include "evidence/units.h"
 #include "platform/ansi.h"
 #include "platform/files/cfile.h"
 #include "vexa_libs/ccadena.h"
@@ -43,12 +42,11 @@ constexpr const char* kUso =
     "\n"
     "Estado de salida: 0; 1 si hay fallos; 2 si no se puede leer el fichero.\n";
 
-constexpr UINT kModo = CFile::modeRead | CFile::anyCase | CFile::modeWhole;
 constexpr int kNoSeLee = 2;
 constexpr int kDecimales = 2;
 
 /// Prints lines, and counts those that tell a fault.
-class CInforme {
+class CImpresion {
 public:
     template <class... T>
     void Linea(std::string_view forma, const T&... argumentos)
@@ -68,11 +66,6 @@ public:
 private:
     int m_fallos = 0;
 };
-
-double Metros(int coordenada)
-{
-    return coordenada / 100.0;
-}
 
 const char* NombreTipo(const CTipoDat& tipo)
 {
@@ -105,7 +98,7 @@ public:
 
     /// Moves the file to the next mark behind the record at `posicion` that couldn't be read. False
     /// if the search is over.
-    bool Sigue(CInforme& informe, std::uint64_t posicion)
+    bool Sigue(CImpresion& informe, std::uint64_t posicion)
     {
         constexpr std::uint64_t kVeces = 4;
         constexpr std::uint64_t kSinCuenta = std::uint64_t{1} << 20U;
@@ -122,17 +115,17 @@ private:
     std::uint64_t m_enVano = 0;
 };
 
-void MuestraEntidad(CInforme& informe, int posicion, const CTexto<int>& entidad)
+void MuestraEntidad(CImpresion& informe, int posicion, const CTexto<int>& entidad)
 {
     const CPunto<int> punto = entidad.PrimerPunto();
     informe.Linea("% 10d  %-5s %-10s % 6d puntos  %.2lf %.2lf %s%s", posicion + 1,
                   NombreTipo(entidad.Tipo()), entidad.Tipo().Codigo(),
-                  static_cast<int>(entidad.Puntos().size()), Metros(punto.X), Metros(punto.Y),
+                  static_cast<int>(entidad.Puntos().size()), EnMetros(punto.X), EnMetros(punto.Y),
                   entidad.Texto().IsEmpty() ? CString() : " \"" + entidad.Texto() + "\"",
                   entidad.Tipo().EsBorrado() ? " (borrado)" : "");
 }
 
-void MuestraDibujo(CInforme& informe, CFile& bin)
+void MuestraDibujo(CImpresion& informe, CFile& bin)
 {
     CTrasElDaño daño(bin, "VENT");
     CCabeceraDibujo cabecera;
@@ -167,7 +160,7 @@ void MuestraDibujo(CInforme& informe, CFile& bin)
 /// Prints the records of a topology, and below each what is wrong with it.
 class CMuestraTopologia {
 public:
-    CMuestraTopologia(CInforme& informe, CFile& topologia, CFile& bin, ClaseTopologia que)
+    CMuestraTopologia(CImpresion& informe, CFile& topologia, CFile& bin, ClaseTopologia que)
         : m_informe(informe), m_topologia(topologia), m_bin(bin), m_que(que)
     {
     }
@@ -259,32 +252,20 @@ private:
             leido ? ", \"" + rotulo.Texto() + "\" " + rotulo.Tipo().Codigo() : CString());
     }
 
-    CInforme& m_informe;
+    CImpresion& m_informe;
     CFile& m_topologia;
     CFile& m_bin;
     ClaseTopologia m_que;
 };
 
-bool AcabaEn(std::string_view nombre, std::string_view extension)
-{
-    const auto mayuscula = [](char c) { return c >= 'a' && c <= 'z' ? c - 'a' + 'A' : +c; };
-    return nombre.size() >= extension.size() &&
-           std::equal(extension.begin(), extension.end(), nombre.end() - std::ssize(extension),
-                      [&](char a, char b) { return a == mayuscula(b); });
-}
-
 /// The faults of a topology's outlines up to its first damage, held against their neighbours.
-CFaltasDeRecintos FaltasConVecinos(CInforme& informe, const CString& nombre, ClaseTopologia que)
+CFaltasDeRecintos FaltasConVecinos(CImpresion& informe, const CString& nombre, ClaseTopologia que)
 {
     if (que == ClaseTopologia::Hojas)
         return FaltasDe(LeeHojasDibujadas(nombre), que);
     const CPoligonoDibujado poligono = LeePoligonoDibujado(CCadena(nombre).DamePath(), nombre);
-    if (que == ClaseTopologia::Parcelas)
-        return FaltasDe(poligono.parcelas, que);
-    if (que == ClaseTopologia::Poligonos)
-        return FaltasDe(poligono.poligonos, que);
-    CFaltasDeRecintos faltas = FaltasDe(poligono.subparcelas, que);
-    if (!poligono.parcelas.hay) {
+    CFaltasDeRecintos faltas = FaltasDe(poligono.Topologia(que), que);
+    if (que == ClaseTopologia::Subparcelas && !poligono.parcelas.hay) {
         informe.Fallo("no está su .PAR: no se sabe en qué parcela cae cada recinto"_ansi);
         for (std::vector<CFalta>& suyas : faltas)
             std::erase_if(suyas, [](const CFalta& falta) {
@@ -294,27 +275,15 @@ CFaltasDeRecintos FaltasConVecinos(CInforme& informe, const CString& nombre, Cla
     return faltas;
 }
 
-std::optional<ClaseTopologia> ClaseDe(std::string_view nombre)
-{
-    using enum ClaseTopologia;
-    constexpr std::pair<std::string_view, ClaseTopologia> kClases[] = {
-        {".PAR", Parcelas}, {".SUB", Subparcelas}, {".POL", Poligonos}, {".TOP", Hojas}};
-    for (const auto& [extension, clase] : kClases)
-        if (AcabaEn(nombre, extension))
-            return clase;
-    return std::nullopt;
-}
-
 /// Prints the file. False where it or its drawing can't be opened.
-bool Muestra(CInforme& informe, const char* nombre)
+bool Muestra(CImpresion& informe, const char* nombre)
 {
-    const std::optional<ClaseTopologia> que = ClaseDe(nombre);
-    CCadena nombreBin = nombre;
-    nombreBin.CambiaExtension("BIN");
+    const std::string extension = ExtensionDe(CString(nombre));
+    const std::optional<ClaseTopologia> que = ClaseDeExtension(extension);
     CFile fichero;
     CFile bin;
-    if ((!que && !AcabaEn(nombre, ".BIN")) || !fichero.Open(nombre, kModo) ||
-        (que && !bin.Open(nombreBin, kModo)))
+    if ((!que && extension != kExtensionDibujo) || !fichero.Open(nombre, kModoDibujo) ||
+        (que && !bin.Open(ConExtension(nombre, kExtensionDibujo), kModoDibujo)))
         return false;
     if (que)
         CMuestraTopologia(informe, fichero, bin, *que)
@@ -336,7 +305,7 @@ int EnseñaDibujo(int argc, const char* const* argv)
         std::fputs(kUso, stdout);
         return EXIT_SUCCESS;
     }
-    CInforme informe;
+    CImpresion informe;
     try {
         if (!Muestra(informe, argv[1])) {
             std::fprintf(stderr, "show_drawing: no se puede leer %s o su dibujo\n", argv[1]);

@@ -2,6 +2,7 @@
 
 #include "evidence/gis/geometry.h"
 #include "evidence/gis/reading/layers.h"
+#include "evidence/paths.h"
 
 // The layers of what the drawings hold, whether a topology names it or not.
 
@@ -29,21 +30,19 @@ using CDueños = std::map<std::pair<const CPoligonoDibujado*, int>, CDueño>;
 /// All entities of the drawings that `quiere` wants, in the order of the list, the sheets last.
 CEntidades Recoge(CMunicipioAbierto& municipio, bool (*quiere)(const vexageo::CTipoDat&))
 {
-    constexpr UINT kModo = CFile::modeRead | CFile::anyCase | CFile::modeWhole;
     CEntidades recogidas;
     const auto lee = [&](const CString& nombre, const CPoligonoDibujado* poligono) {
         CFile bin;
-        if (bin.Open(nombre, kModo))
+        if (bin.Open(nombre, kModoDibujo))
             RecorreEntidades(bin, [&](int posicion, const CTexto<int>& entidad) {
                 if (quiere(entidad.Tipo()))
                     recogidas.push_back({poligono, posicion, entidad});
             });
     };
     for (const CPoligonoDibujado& poligono : municipio.Poligonos())
-        lee(FicheroDeLista(municipio.Carpeta(), poligono.entrada, "BIN"), &poligono);
-    CCadena ortos = municipio.Ortos();
-    ortos.CambiaExtension("BIN");
-    lee(ortos, nullptr);
+        lee(FicheroDeLista(municipio.Lista().carpeta, poligono.entrada, kExtensionDibujo),
+            &poligono);
+    lee(ConExtension(municipio.Ortos(), kExtensionDibujo), nullptr);
     return recogidas;
 }
 

@@ -1,22 +1,18 @@
 #include <map>
 #include <string>
-#include <utility>
 
 #include "evidence/gis/geometry.h"
 #include "evidence/gis/reading/layers.h"
 #include "evidence/log_reader.h"
 #include "evidence/message_advice.h"
+#include "evidence/message_places.h"
 #include "platform/files/cstdio_file.h"
 
 namespace {
 
 using CRecintos = std::vector<const CRecintoDibujado*>;
 
-/// Outlines by what a message can speak of.
-struct CLugares {
-    std::map<std::pair<int, int>, CRecintos> parcelas; // by polygon and parcel
-    std::map<std::pair<std::pair<int, int>, std::string>, CRecintos> subparcelas;
-};
+using CLugares = CPorLugar<CRecintos>;
 
 CLugares LugaresDe(CMunicipioAbierto& municipio)
 {
@@ -24,12 +20,10 @@ CLugares LugaresDe(CMunicipioAbierto& municipio)
     for (const CPoligonoDibujado& poligono : municipio.Poligonos()) {
         for (const CRecintoDibujado& recinto : poligono.parcelas.recintos)
             if (recinto.parcela >= 0)
-                lugares.parcelas[{poligono.polig, recinto.parcela}].push_back(&recinto);
+                lugares.DeParcela(poligono.polig, recinto.parcela).push_back(&recinto);
         for (const CRecintoDibujado& recinto : poligono.subparcelas.recintos)
-            if (recinto.parcela >= 0)
-                lugares
-                    .subparcelas[{{poligono.polig, recinto.parcela},
-                                  std::string(std::string_view(recinto.letra))}]
+            if (recinto.parcela >= 0 && !recinto.letra.IsEmpty())
+                lugares.DeSubparcela(poligono.polig, recinto.parcela, recinto.letra)
                     .push_back(&recinto);
     }
     return lugares;
@@ -52,13 +46,8 @@ std::unique_ptr<OGRGeometry> LugarDe(const CMensajeLeido& leido, const CLugares&
         return std::make_unique<OGRPoint>(leido.sitio->x, leido.sitio->y);
     if (!leido.polig || !leido.parcela)
         return nullptr;
-    const std::pair<int, int> parcela(*leido.polig, *leido.parcela);
-    if (const auto suya =
-            lugares.subparcelas.find({parcela, std::string(std::string_view(leido.letra))});
-        suya != lugares.subparcelas.end() && !leido.letra.IsEmpty())
-        return Juntos(suya->second);
-    const auto suya = lugares.parcelas.find(parcela);
-    return suya == lugares.parcelas.end() ? nullptr : Juntos(suya->second);
+    const CRecintos* suyos = lugares.Busca(*leido.polig, *leido.parcela, leido.letra);
+    return suyos == nullptr ? nullptr : Juntos(*suyos);
 }
 
 void PonMensaje(OGRFeature& elemento, const CString& linea, const CLugares& lugares,

@@ -2,40 +2,39 @@
 
 #include <algorithm>
 
+#include "platform/files/cfile.h"
+
 bool CMunicipioAbierto::Abre(const CString& lista, const COtrosSitios& otros)
 {
-    if (!LeeLista(lista, m_lista))
+    std::optional<CListaPoligonos> leida = LeeLista(lista);
+    if (!leida)
         return false;
-    m_carpeta = CCadena(lista).DamePath();
+    m_lista = std::move(*leida);
     m_otros = otros;
-    return std::any_of(Entradas().begin(), Entradas().end(), [&](const CString& entrada) {
-        constexpr UINT kModo = CFile::modeRead | CFile::anyCase;
-        return CFile().Open(FicheroDeLista(m_carpeta, entrada, "BIN"), kModo);
-    });
+    return std::any_of(
+        m_lista.entradas.begin(), m_lista.entradas.end(), [&](const CString& entrada) {
+            return CFile().Open(FicheroDeLista(m_lista.carpeta, entrada, kExtensionDibujo),
+                                kModoDibujo);
+        });
 }
 
 CCadena CMunicipioAbierto::Ortos() const
 {
-    return m_otros.ortos.IsEmpty() ? FicheroDeLista(m_carpeta, "ortos", "TOP")
-                                   : CCadena(m_otros.ortos);
+    return m_otros.ortos.IsEmpty()
+               ? FicheroDeLista(m_lista.carpeta, "ortos", ExtensionDe(ClaseTopologia::Hojas))
+               : CCadena(m_otros.ortos);
 }
 
 CCadena CMunicipioAbierto::Registro() const
 {
-    return m_otros.registro.IsEmpty()
-               ? FicheroDeLista(m_carpeta, LeeCabeceraLista(Cabecera()).nombreSalida, "ERR")
-               : CCadena(m_otros.registro);
+    return m_otros.registro.IsEmpty() ? m_lista.Salida("ERR") : CCadena(m_otros.registro);
 }
 
 const CTablas& CMunicipioAbierto::Tablas()
 {
-    if (!m_tablas) {
-        CString carpeta = m_otros.tablas.IsEmpty() ? m_carpeta : m_otros.tablas;
-        if (!carpeta.IsEmpty() && std::string_view(carpeta).back() != '/' &&
-            std::string_view(carpeta).back() != '\\')
-            carpeta += "/";
-        m_tablas = std::make_unique<CTablas>(carpeta, LeeCabeceraLista(Cabecera()).Mun);
-    }
+    if (!m_tablas)
+        m_tablas = std::make_unique<CTablas>(
+            m_otros.tablas.IsEmpty() ? m_lista.carpeta : m_otros.tablas, m_lista.cabecera.Mun);
     return *m_tablas;
 }
 
@@ -49,9 +48,9 @@ const std::vector<CPoligonoDibujado>& CMunicipioAbierto::Poligonos()
             return tablas.Parcela(polig, parcela) != nullptr;
         };
     std::vector<CPoligonoDibujado> poligonos;
-    poligonos.reserve(Entradas().size());
-    for (const CString& entrada : Entradas())
-        poligonos.push_back(LeePoligonoDibujado(m_carpeta, entrada, hayParcela));
+    poligonos.reserve(m_lista.entradas.size());
+    for (const CString& entrada : m_lista.entradas)
+        poligonos.push_back(LeePoligonoDibujado(m_lista.carpeta, entrada, hayParcela));
     m_poligonos = std::move(poligonos);
     return *m_poligonos;
 }

@@ -4,9 +4,9 @@
 #include <optional>
 #include <vector>
 
-#include "cadastre/polygon_list.h"
 #include "evidence/drawn_polygon.h"
 #include "evidence/gis/reading/tables.h"
+#include "evidence/municipality_files.h"
 
 /// A municipality by its list file: what the layers are made of. Each part is read whole when it is
 /// asked for first, and kept; a read that fails raises CFileException.
@@ -23,10 +23,7 @@ public:
     /// .BIN beside it: then it is hardly a list of polygons.
     bool Abre(const CString& lista, const COtrosSitios& otros);
 
-    /// The list's first line.
-    const CString& Cabecera() const { return m_lista.cabecera; }
-    const CString& Carpeta() const { return m_carpeta; }
-    const std::vector<CString>& Entradas() const { return m_lista.entradas; }
+    const CListaPoligonos& Lista() const { return m_lista; }
     CCadena Ortos() const;
     CCadena Registro() const;
 
@@ -36,7 +33,6 @@ public:
 
 private:
     CListaPoligonos m_lista;
-    CString m_carpeta;
     COtrosSitios m_otros;
     std::unique_ptr<CTablas> m_tablas;
     std::optional<std::vector<CPoligonoDibujado>> m_poligonos;

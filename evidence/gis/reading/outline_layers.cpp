@@ -7,7 +7,7 @@
 
 namespace {
 
-using CCampos = std::vector<CCampoCapa>;
+using CListaCampos = std::vector<CCampoCapa>;
 
 /// The outlines of one kind, in the order of the list and of their files.
 struct CSuyo {
@@ -25,26 +25,26 @@ void Apunta(const CPoligonoDibujado* poligono, const CTopologiaDibujada& topolog
         suyos.push_back({poligono, &topologia.recintos[i], TextoFaltas(faltas[i])});
 }
 
-CCampos Une(CCampos campos, const CCampos& otros)
+CListaCampos Une(CListaCampos campos, const CListaCampos& otros)
 {
     campos.insert(campos.end(), otros.begin(), otros.end());
     return campos;
 }
 
 /// The fields that all outlines have.
-const CCampos& Comunes()
+const CListaCampos& Comunes()
 {
-    static const CCampos campos = {{capa::kRotulo, OFTString},
-                                   {capa::kCodigo, OFTString},
-                                   {capa::kBorrado, OFTInteger, OFSTBoolean},
-                                   {"area_registro", OFTReal},
-                                   {"area_contorno", OFTReal},
-                                   {"valido", OFTInteger, OFSTBoolean},
-                                   {"estado", OFTString},
-                                   {"faltas", OFTString},
-                                   {capa::kNumero, OFTInteger},
-                                   {capa::kX, OFTReal},
-                                   {capa::kY, OFTReal}};
+    static const CListaCampos campos = {{capa::kRotulo, OFTString},
+                                        {capa::kCodigo, OFTString},
+                                        {capa::kBorrado, OFTInteger, OFSTBoolean},
+                                        {"area_registro", OFTReal},
+                                        {"area_contorno", OFTReal},
+                                        {"valido", OFTInteger, OFSTBoolean},
+                                        {"estado", OFTString},
+                                        {"faltas", OFTString},
+                                        {capa::kNumero, OFTInteger},
+                                        {capa::kX, OFTReal},
+                                        {capa::kY, OFTReal}};
     return campos;
 }
 
@@ -89,11 +89,7 @@ std::vector<CSuyo> Recoge(CMunicipioAbierto& municipio, ClaseTopologia que)
         return suyos;
     }
     for (const CPoligonoDibujado& poligono : municipio.Poligonos())
-        Apunta(&poligono,
-               que == ClaseTopologia::Parcelas      ? poligono.parcelas
-               : que == ClaseTopologia::Subparcelas ? poligono.subparcelas
-                                                    : poligono.poligonos,
-               que, suyos);
+        Apunta(&poligono, poligono.Topologia(que), que, suyos);
     return suyos;
 }
 
@@ -101,7 +97,7 @@ using CRellenaPropios = std::function<void(OGRFeature&, const CSuyo&)>;
 
 /// A layer of the outlines of a kind. \param rellena  sets the fields that others don't have
 CCapaNueva CapaDeRecintos(const char* nombre, ClaseTopologia que, CMunicipioAbierto& municipio,
-                          const OGRSpatialReference* referencia, const CCampos& campos,
+                          const OGRSpatialReference* referencia, const CListaCampos& campos,
                           const CRellenaPropios& rellena)
 {
     return std::make_unique<CCapa>(nombre, wkbPolygon, referencia, campos, [=, &municipio] {
@@ -140,19 +136,19 @@ void PonSubparcelaDeTablas(OGRFeature& elemento, const CSubparcela& subparcela)
 
 CCapaNueva CapaParcelas(CMunicipioAbierto& municipio, const OGRSpatialReference* referencia)
 {
-    const CCampos campos = Une(Une({{capa::kPoligono, OFTInteger},
-                                    {capa::kParcela, OFTInteger},
-                                    {capa::kEntrada, OFTString},
-                                    {"pieza", OFTInteger},
-                                    {"piezas", OFTInteger}},
-                                   Comunes()),
-                               {{"en_tablas", OFTInteger, OFSTBoolean},
-                                {"superficie", OFTInteger},
-                                {"titular", OFTString},
-                                {"dni", OFTString},
-                                {"participacion", OFTInteger},
-                                {"paraje", OFTString},
-                                {"clave_conc", OFTString}});
+    const CListaCampos campos = Une(Une({{capa::kPoligono, OFTInteger},
+                                         {capa::kParcela, OFTInteger},
+                                         {capa::kEntrada, OFTString},
+                                         {"pieza", OFTInteger},
+                                         {"piezas", OFTInteger}},
+                                        Comunes()),
+                                    {{"en_tablas", OFTInteger, OFSTBoolean},
+                                     {"superficie", OFTInteger},
+                                     {"titular", OFTString},
+                                     {"dni", OFTString},
+                                     {"participacion", OFTInteger},
+                                     {"paraje", OFTString},
+                                     {"clave_conc", OFTString}});
     return CapaDeRecintos(capa::kParcelas, ClaseTopologia::Parcelas, municipio, referencia, campos,
                           [&municipio](OGRFeature& elemento, const CSuyo& suyo) {
                               PonPieza(elemento, suyo);
@@ -169,18 +165,18 @@ CCapaNueva CapaParcelas(CMunicipioAbierto& municipio, const OGRSpatialReference*
 
 CCapaNueva CapaSubparcelas(CMunicipioAbierto& municipio, const OGRSpatialReference* referencia)
 {
-    const CCampos campos = Une(Une({{capa::kPoligono, OFTInteger},
-                                    {capa::kParcela, OFTInteger},
-                                    {capa::kLetra, OFTString},
-                                    {capa::kEntrada, OFTString},
-                                    {"pieza", OFTInteger},
-                                    {"piezas", OFTInteger}},
-                                   Comunes()),
-                               {{"en_tablas", OFTInteger, OFSTBoolean},
-                                {"superficie", OFTInteger},
-                                {"tipo", OFTString},
-                                {"calificacion", OFTString},
-                                {"clase", OFTInteger}});
+    const CListaCampos campos = Une(Une({{capa::kPoligono, OFTInteger},
+                                         {capa::kParcela, OFTInteger},
+                                         {capa::kLetra, OFTString},
+                                         {capa::kEntrada, OFTString},
+                                         {"pieza", OFTInteger},
+                                         {"piezas", OFTInteger}},
+                                        Comunes()),
+                                    {{"en_tablas", OFTInteger, OFSTBoolean},
+                                     {"superficie", OFTInteger},
+                                     {"tipo", OFTString},
+                                     {"calificacion", OFTString},
+                                     {"clase", OFTInteger}});
     return CapaDeRecintos(
         capa::kSubparcelas, ClaseTopologia::Subparcelas, municipio, referencia, campos,
         [&municipio](OGRFeature& elemento, const CSuyo& suyo) {
@@ -202,7 +198,7 @@ CCapaNueva CapaSubparcelas(CMunicipioAbierto& municipio, const OGRSpatialReferen
 
 CCapaNueva CapaPoligonos(CMunicipioAbierto& municipio, const OGRSpatialReference* referencia)
 {
-    const CCampos campos =
+    const CListaCampos campos =
         Une({{capa::kPoligono, OFTInteger}, {capa::kEntrada, OFTString}}, Comunes());
     return CapaDeRecintos(capa::kPoligonos, ClaseTopologia::Poligonos, municipio, referencia,
                           campos, PonPieza);
@@ -210,7 +206,7 @@ CCapaNueva CapaPoligonos(CMunicipioAbierto& municipio, const OGRSpatialReference
 
 CCapaNueva CapaHojas(CMunicipioAbierto& municipio, const OGRSpatialReference* referencia)
 {
-    const CCampos campos = Une({{capa::kHoja, OFTString}}, Comunes());
+    const CListaCampos campos = Une({{capa::kHoja, OFTString}}, Comunes());
     return CapaDeRecintos(capa::kHojas, ClaseTopologia::Hojas, municipio, referencia, campos,
                           [](OGRFeature& elemento, const CSuyo& suyo) {
                               PonTexto(elemento, capa::kHoja, suyo.recinto->rotulo);

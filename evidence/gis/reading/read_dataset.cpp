@@ -74,7 +74,7 @@ GDALDataset* CDatosMunicipio::Abre(GDALOpenInfo* que)
 
 void CDatosMunicipio::PonCapas(const OGRSpatialReference* referencia)
 {
-    SetMetadataItem(opcion::kCabecera, ansi::AUtf8(m_municipio->Cabecera()).c_str());
+    SetMetadataItem(opcion::kCabecera, ansi::AUtf8(m_municipio->Lista().primera).c_str());
     for (const auto haz : {CapaParcelas, CapaSubparcelas, CapaPoligonos, CapaHojas, CapaRotulos,
                            CapaLineas, CapaMensajes})
         Añade(haz(*m_municipio, referencia));

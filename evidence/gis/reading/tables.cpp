@@ -1,80 +1,44 @@
 #include "evidence/gis/reading/tables.h"
 
-#include "cadastre/exchange_format.h"
-#include "evidence/table_rows.h"
 #include "platform/files/cfile.h"
 
-CTablas::CTablas(const CString& carpeta, short mun) : m_municipio(mun, 0)
+namespace {
+
+/// The tables whose rows a layer shows something of.
+CNombresTablas Mostradas(const CString& carpeta)
 {
-    Recorre(carpeta + "Parajes.txt", &CTablas::TomaParaje);
-    Recorre(carpeta + "Titulares.txt", &CTablas::TomaTitular);
-    m_hayParcelas = Recorre(carpeta + "Parcelas.txt", &CTablas::TomaParcela);
-    Recorre(carpeta + "Subparcelas.txt", &CTablas::TomaSubparcela);
+    CNombresTablas tablas = TablasEn(carpeta);
+    tablas[kModulos] = tablas[kCotitulares] = CString();
+    return tablas;
 }
 
-bool CTablas::Recorre(const CString& nombre, void (CTablas::*toma)(std::string_view))
+/// The element at an index of an array, null for an index below 0.
+template <class T>
+const T* Elemento(const std::vector<T>& todos, int i)
 {
-    return RecorreTabla(
-        nombre,
-        [&](std::string_view fila) {
-            if (MunicipioDeFila(fila) == m_municipio.Mun)
-                (this->*toma)(fila);
-        },
-        CFile::anyCase);
+    return i < 0 ? nullptr : &todos[static_cast<std::size_t>(i)];
 }
 
-void CTablas::TomaParaje(std::string_view fila)
-{
-    CParaje paraje;
-    if (paraje.Lee(fila, kModoTabla))
-        m_municipio.InsertaParaje(paraje);
-}
+} // namespace
 
-void CTablas::TomaTitular(std::string_view fila)
+CTablas::CTablas(const CString& carpeta, short mun)
+    : m_leidas(LeeTablas(Mostradas(carpeta), mun, {false, true, CFile::anyCase, {}}))
 {
-    CTitular titular;
-    if (titular.Lee(fila, kModoTabla))
-        m_municipio.InsertaTitular(std::move(titular));
-}
-
-void CTablas::TomaParcela(std::string_view fila)
-{
-    CParcela parcela(0, 0, 0, {});
-    CDatosLinea datos;
-    if (!parcela.Lee(fila, kModoTabla, datos) || datos.faltan)
-        return; // no parcel for the way back either
-    parcela.paraje = m_municipio.BuscaParaje(datos.numParaje);
-    parcela.InsertaCotitular(m_municipio.BuscaTitularNumOrden(datos.numImputa), kOrdenPrincipal,
-                             datos.partici, datos.Tit);
-    m_municipio.InsertaParcela(std::move(parcela));
-}
-
-void CTablas::TomaSubparcela(std::string_view fila)
-{
-    CSubparcela subparcela;
-    CDatosLinea datos;
-    int i = kNoEncontrado;
-    if (!subparcela.Lee(fila, kModoTabla, datos) ||
-        !m_municipio.BuscaParcela(datos.Polig, datos.Parcela, i))
-        return;
-    bool repetida = false;
-    m_municipio.DameParcela(i).InsertaSubparcela(std::move(subparcela), repetida);
 }
 
 const CParcela* CTablas::Parcela(int polig, int parcela) const
 {
     int i = kNoEncontrado;
-    return m_municipio.BuscaParcela(polig, parcela, i) ? &m_municipio.DameParcela(i) : nullptr;
+    return m_leidas.municipio.BuscaParcela(polig, parcela, i) ? &m_leidas.municipio.DameParcela(i)
+                                                              : nullptr;
 }
 
 const CTitular* CTablas::Titular(const CParcela& parcela) const
 {
-    const int i = parcela.TitularPrincipal();
-    return i < 0 ? nullptr : &m_municipio.Titulares()[static_cast<std::size_t>(i)];
+    return Elemento(m_leidas.municipio.Titulares(), parcela.TitularPrincipal());
 }
 
 const CParaje* CTablas::Paraje(const CParcela& parcela) const
 {
-    return parcela.paraje < 0 ? nullptr
-                              : &m_municipio.Parajes()[static_cast<std::size_t>(parcela.paraje)];
+    return Elemento(m_leidas.municipio.Parajes(), parcela.paraje);
 }

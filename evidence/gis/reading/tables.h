@@ -1,19 +1,15 @@
 #pragma once
 
-#include <string_view>
-
-#include "cadastre/municipality.h"
-#include "vexa_libs/ccadena.h"
+#include "evidence/municipality_tables.h"
 
 /// What the tables of a municipality say of its parcels. A table that isn't there says nothing.
 class CTablas {
 public:
-    /// Reads the tables by their usual names in a folder, given as `DamePath` gives it. Raises
-    /// CFileException where a read fails.
+    /// Reads the tables by their usual names in a folder. Raises CFileException where a read fails.
     /// \param mun  code of the municipality whose rows count
     CTablas(const CString& carpeta, short mun);
 
-    bool HayParcelas() const { return m_hayParcelas; }
+    bool HayParcelas() const { return m_leidas.parcelas.hay; }
     /// Null where the tables have none with these numbers.
     const CParcela* Parcela(int polig, int parcela) const;
     /// Main holder of a parcel of these tables, and its place; null where it names none that is
@@ -22,12 +18,5 @@ public:
     const CParaje* Paraje(const CParcela& parcela) const;
 
 private:
-    void TomaParaje(std::string_view fila);
-    void TomaTitular(std::string_view fila);
-    void TomaParcela(std::string_view fila);
-    void TomaSubparcela(std::string_view fila);
-    bool Recorre(const CString& nombre, void (CTablas::*toma)(std::string_view));
-
-    CMunicipio m_municipio;
-    bool m_hayParcelas = false;
+    CTablasLeidas m_leidas;
 };

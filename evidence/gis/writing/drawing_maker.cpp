@@ -8,6 +8,7 @@
 #include "evidence/gis/complaints.h"
 #include "evidence/gis/geometry.h"
 #include "evidence/gis/writing/label_point.h"
+#include "evidence/outline_pieces.h"
 #include "platform/ansi.h"
 
 using vexageo::CPoligonoTopologico;
@@ -23,12 +24,8 @@ constexpr const char* kSinInterior =
 /// The state that an outline will be read with.
 EstadoRecinto EstadoDe(const CRecintoEntrante& recinto)
 {
-    if (!recinto.rotulo)
-        return EstadoRecinto::SinRotulo;
-    if (recinto.borrado)
-        return EstadoRecinto::Borrado;
-    return EsCodigoDe(recinto.clase, recinto.codigo) ? EstadoRecinto::Valido
-                                                     : EstadoRecinto::CodigoAjeno;
+    return recinto.rotulo ? EstadoPorRotulo(recinto.clase, recinto.codigo, recinto.borrado)
+                          : EstadoRecinto::SinRotulo;
 }
 
 /// The rings around all parcels, by their own points; each with its holes.
@@ -71,7 +68,7 @@ void CNoticias::Apunta(const char* noticia, const CString& nombre)
 void CNoticias::Dice()
 {
     for (const auto& [noticia, cuenta] : m_cuentas)
-        AvisaCon("%d %s: %s", cuenta.veces, noticia.c_str(), cuenta.nombres);
+        AdvierteCon("%d %s: %s", cuenta.veces, noticia.c_str(), cuenta.nombres);
     m_cuentas.clear();
 }
 
@@ -80,7 +77,7 @@ bool CDibujoHecho::Compon(const std::vector<const CRecintoEntrante*>& entrantes,
 {
     for (const CRecintoEntrante* entrante : entrantes)
         m_redondos.push_back({*entrante, {}});
-    if (!Redondea(modo))
+    if (!RedondeaRecintos(modo))
         return false;
     bool bien = true;
     for (const CRedondo& redondo : m_redondos)
@@ -88,11 +85,11 @@ bool CDibujoHecho::Compon(const std::vector<const CRecintoEntrante*>& entrantes,
     Relaciona(m_dibujado, {});
     if (m_registros[ClaseTopologia::Poligonos].empty())
         RodeaParcelas();
-    bien = PermitePiezas(m_dibujado.parcelas.recintos, false, modo) && bien;
-    return PermitePiezas(m_dibujado.subparcelas.recintos, true, modo) && bien;
+    bien = PermitePiezas(ClaseTopologia::Parcelas, modo) && bien;
+    return PermitePiezas(ClaseTopologia::Subparcelas, modo) && bien;
 }
 
-bool CDibujoHecho::Redondea(const CModoDibujo& modo)
+bool CDibujoHecho::RedondeaRecintos(const CModoDibujo& modo)
 {
     std::vector<CAnilloFino> finos;
     for (CRedondo& redondo : m_redondos) {
@@ -112,8 +109,8 @@ bool CDibujoHecho::Redondea(const CModoDibujo& modo)
         const auto fin = siguiente + static_cast<std::ptrdiff_t>(redondo.recinto.anillos.size());
         const bool quedaExterior = siguiente != fin && !siguiente->empty();
         if (!quedaExterior && modo.saltaInvalidos) {
-            AvisaCon("Se deja fuera %s: se queda en nada al redondear a centímetros"_ansi,
-                     redondo.recinto.nombre);
+            AdvierteCon("Se deja fuera %s: se queda en nada al redondear a centímetros"_ansi,
+                        redondo.recinto.nombre);
         } else if (!quedaExterior) {
             FallaCon("%s se queda en nada al redondear a centímetros"_ansi, redondo.recinto.nombre);
             bien = false;
@@ -161,7 +158,7 @@ bool CDibujoHecho::ComponRegistro(CRecintoEntrante recinto, const std::vector<CA
             numero, partes.empty() ? CPoligonoTopologico::kParcela : CPoligonoTopologico::kIsla,
             anillo, tramos));
     }
-    const CSitioRotulo sitio = SituaRotulo(anillos, recinto.punto);
+    const CPuntoRotulo sitio = SituaRotulo(anillos, recinto.punto);
     if (!sitio.dentro)
         modo.noticias->Apunta(kSinInterior, recinto.nombre);
     else if (recinto.punto && recinto.rotulo && !sitio.comoSePide)
@@ -202,30 +199,22 @@ void CDibujoHecho::ApuntaDibujado(const CRecintoEntrante& recinto,
         .recintos.push_back(std::move(dibujado));
 }
 
-/// Tells what the way back will lose of each parcel, or letter, that stands in several outlines: it
-/// takes the last one alone.
-bool CDibujoHecho::PermitePiezas(const std::vector<CRecintoDibujado>& recintos, bool letras,
-                                 const CModoDibujo& modo) const
+/// Tells what the way back will lose of each parcel, or letter, that stands in several outlines.
+bool CDibujoHecho::PermitePiezas(ClaseTopologia que, const CModoDibujo& modo) const
 {
-    std::map<std::pair<int, std::string>, double> perdidas;
+    const std::vector<CRecintoDibujado>& recintos = m_dibujado.Topologia(que).recintos;
+    const auto piezas = ReunePiezas(recintos);
     bool permitidas = true;
     for (const CRecintoDibujado& recinto : recintos) {
-        if (recinto.piezas < 2)
+        if (recinto.piezas < 2 || recinto.pieza < recinto.piezas) // once, at the last one
             continue;
-        double& perdida = perdidas[{recinto.parcela, std::string(std::string_view(recinto.letra))}];
-        if (recinto.pieza < recinto.piezas) {
-            perdida += recinto.areaRegistro;
-            continue;
-        }
-        CString que;
-        que.Format(letras ? "la letra %s de la parcela %d" : "%sla parcela %d", recinto.letra,
-                   recinto.parcela);
         CString frase;
         frase.Format("%s del polígono %s está en %d recintos: la vuelta toma el último, de %.2lf "
                      "m2, y pierde %.2lf m2 de los otros"_ansi,
-                     que, m_dibujado.entrada, recinto.piezas, recinto.areaRegistro, perdida);
+                     NombreDePieza(recinto, que), m_dibujado.entrada, recinto.piezas,
+                     recinto.areaRegistro, piezas.at(ClaveDePieza(recinto)).AreaPerdida());
         if (modo.admitePiezas)
-            Avisa(frase);
+            Advierte(frase);
         else
             Falla(frase + ". Con la opción PIEZAS=SI se escribe así"_ansi);
         permitidas = permitidas && modo.admitePiezas;

@@ -53,14 +53,13 @@ public:
                CConjuntoSalidas& salidas, CFileException& fallo);
 
 private:
-    bool Redondea(const CModoDibujo& modo);
+    bool RedondeaRecintos(const CModoDibujo& modo);
     void RodeaParcelas();
     bool ComponRegistro(CRecintoEntrante recinto, const std::vector<CAnillo>& anillos,
                         const CModoDibujo& modo);
     void ApuntaDibujado(const CRecintoEntrante& recinto, const std::vector<CAnillo>& anillos,
                         const vexageo::CPoligonoTopologico& registro);
-    bool PermitePiezas(const std::vector<CRecintoDibujado>& recintos, bool letras,
-                       const CModoDibujo& modo) const;
+    bool PermitePiezas(ClaseTopologia que, const CModoDibujo& modo) const;
 
     struct CRedondo {
         CRecintoEntrante recinto;

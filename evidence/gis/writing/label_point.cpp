@@ -53,7 +53,7 @@ std::optional<CPunto<int>> EnAltura(const std::vector<CAnillo>& anillos, int y)
 
 } // namespace
 
-CSitioRotulo SituaRotulo(const std::vector<CAnillo>& anillos,
+CPuntoRotulo SituaRotulo(const std::vector<CAnillo>& anillos,
                          const std::optional<CPunto<int>>& pedido)
 {
     if (pedido && EstaDentro(anillos, *pedido))

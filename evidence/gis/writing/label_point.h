@@ -6,7 +6,7 @@
 #include "evidence/gis/writing/noding.h"
 
 /// Where a label of an outline stands.
-struct CSitioRotulo {
+struct CPuntoRotulo {
     vexageo::CPunto<int> punto;
     bool comoSePide = false; ///< it is the point that was wished
     bool dentro = true;      ///< false where no whole point lies inside: then it is a corner
@@ -16,5 +16,5 @@ struct CSitioRotulo {
 /// inside the outline, in none of its holes and on no boundary; else a point that does.
 /// \param anillos  the outline and its holes, without a closing point; empty ones are none
 /// \param pedido   the point that is wished, hundredths of a metre
-CSitioRotulo SituaRotulo(const std::vector<CAnillo>& anillos,
+CPuntoRotulo SituaRotulo(const std::vector<CAnillo>& anillos,
                          const std::optional<vexageo::CPunto<int>>& pedido);

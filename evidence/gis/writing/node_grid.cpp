@@ -9,13 +9,6 @@ using Ancho = __int128; // products of two differences have 86 bits
 
 constexpr std::int64_t kMedio = kFinos / 2;
 
-std::int64_t Redondea(std::int64_t valor)
-{
-    const std::int64_t desplazado = valor + kMedio;
-    const std::int64_t cociente = desplazado / kFinos;
-    return (cociente - (desplazado % kFinos < 0 ? 1 : 0)) * kFinos;
-}
-
 /// A bound of the share of a way that lies in a cell: from 0 at its start to 1 at its end.
 struct CCota {
     std::int64_t numerador;
@@ -50,11 +43,6 @@ bool Estrecha(std::int64_t desde, std::int64_t paso, CCota& primera, CCota& ulti
 }
 
 } // namespace
-
-CFino Redondea(const CFino& punto)
-{
-    return {Redondea(punto.x), Redondea(punto.y)};
-}
 
 bool Atraviesa(const CFino& a, const CFino& b, const CFino& nudo)
 {

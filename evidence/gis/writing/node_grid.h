@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "evidence/gis/writing/fine_point.h"
+#include "evidence/gis/geometry.h"
 
 /// A node of an arrangement: the whole point in the middle of its cell.
 struct CNudo {
@@ -38,9 +38,6 @@ private:
     std::int64_t m_lado = 1;
     std::int64_t m_columnas = 1;
 };
-
-/// The whole point in whose cell a point lies; a cell owns its lower and left sides.
-CFino Redondea(const CFino& punto);
 
 /// Tells whether the way from a to b goes through the cell of a node. Exact.
 bool Atraviesa(const CFino& a, const CFino& b, const CFino& nudo);

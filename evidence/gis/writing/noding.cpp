@@ -1,31 +1,16 @@
 #include "evidence/gis/writing/noding.h"
 
 #include <algorithm>
-#include <cmath>
 #include <memory>
 
 #include <ogr_geometry.h>
 
-#include "evidence/gis/geometry.h"
 #include "evidence/gis/writing/node_grid.h"
 #include "vexa_libs/ring.h"
 
 namespace {
 
-constexpr double kFinosPorMetro = kPorMetro * kFinos;
 constexpr std::size_t kMenosPuntos = 3; // of a ring that holds something
-
-std::unique_ptr<OGRLineString> EnMetros(const CAnilloFino& anillo)
-{
-    auto linea = std::make_unique<OGRLineString>();
-    linea->setNumPoints(static_cast<int>(anillo.size()) + 1);
-    for (std::size_t i = 0; i <= anillo.size(); ++i) {
-        const CFino& punto = anillo[i % anillo.size()];
-        linea->setPoint(static_cast<int>(i), static_cast<double>(punto.x) / kFinosPorMetro,
-                        static_cast<double>(punto.y) / kFinosPorMetro);
-    }
-    return linea;
-}
 
 /// An edge between two whole points, the lesser one first.
 using CArista = std::pair<CFino, CFino>;
@@ -59,15 +44,14 @@ bool AristasAnudadas(const std::vector<CAnilloFino>& anillos, std::vector<CArist
     OGRMultiLineString todas;
     for (const CAnilloFino& anillo : anillos)
         if (anillo.size() >= kMenosPuntos)
-            todas.addGeometryDirectly(EnMetros(anillo).release());
+            todas.addGeometryDirectly(LineaDe(anillo).release());
     if (todas.getNumGeometries() == 0)
         return true;
     const std::unique_ptr<OGRGeometry> anudadas(todas.Union(todas.getGeometryRef(0)));
     if (!anudadas)
         return false;
     const auto punto = [](const OGRLineString& linea, int i) {
-        return Redondea({std::llround(linea.getX(i) * kFinosPorMetro),
-                         std::llround(linea.getY(i) * kFinosPorMetro)});
+        return Redondea(EnFinos(linea.getX(i), linea.getY(i)));
     };
     const auto recorre = [&](const OGRLineString& linea) {
         for (int i = 1; i < linea.getNumPoints(); ++i)
@@ -144,7 +128,10 @@ std::vector<CNudo> NudosDe(const std::vector<CArista>& aristas, bool atraen)
     return nudos;
 }
 
-/// Nodes and rounds until nothing is left to be noded.
+/// Nodes and rounds until nothing is left to be noded. Rounding moves an edge by half a unit, which
+/// may lead it into the cell of a node that it passed before; the next round takes it there. Each
+/// round only adds nodes to edges, and no more than lie on their way, so two or three are enough
+/// for what people draw. The bound is for points so crowded that rounding pushes them about.
 bool AnudaHastaQueCuadra(std::vector<CAnilloFino>& anillos)
 {
     constexpr int kVueltas = 10;
@@ -163,12 +150,12 @@ bool AnudaHastaQueCuadra(std::vector<CAnilloFino>& anillos)
     return false;
 }
 
-CAnillo EnUnidades(const CAnilloFino& anillo)
+/// The ring in whole units; empty where rounding left it without a surface.
+CAnillo AnilloEntero(const CAnilloFino& anillo)
 {
     CAnillo redondo;
     for (const CFino& punto : anillo)
-        redondo.emplace_back(static_cast<int>(punto.x / kFinos),
-                             static_cast<int>(punto.y / kFinos));
+        redondo.push_back(EnUnidades(punto));
     if (vexageo::DobleArea(redondo) == 0)
         redondo.clear();
     return redondo;
@@ -185,6 +172,6 @@ bool Anuda(const std::vector<CAnilloFino>& anillos, std::vector<CAnillo>& redond
         return false;
     redondos.clear();
     for (const CAnilloFino& anillo : llevados)
-        redondos.push_back(EnUnidades(anillo));
+        redondos.push_back(AnilloEntero(anillo));
     return true;
 }

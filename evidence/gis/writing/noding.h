@@ -2,8 +2,7 @@
 
 #include <vector>
 
-#include "evidence/gis/writing/fine_point.h"
-#include "vexa_libs/point.h"
+#include "evidence/gis/geometry.h"
 
 // The outlines of a polygon come from anywhere: neighbours that touch without sharing points, and
 // coordinates finer than those of a drawing. Here they get common points, and whole hundredths.

@@ -12,14 +12,14 @@
 #include "evidence/gis/geometry.h"
 #include "evidence/gis/names.h"
 #include "evidence/gis/writing/arcs.h"
+#include "evidence/units.h"
 #include "platform/ansi.h"
 #include "vexa_libs/ccadena.h"
 
 namespace {
 
-constexpr double kFinosPorMetro = kPorMetro * kFinos;
 constexpr int kCodigoMasLargo = 0xFFFF; // a drawing has two bytes for its length
-constexpr double kMayorCoordenada = std::numeric_limits<int>::max() / kPorMetro; // metres
+constexpr double kMayorCoordenada = EnMetros(std::numeric_limits<int>::max());
 
 /// A text of GDAL as one of the program.
 CString Ansi(const char* utf8)
@@ -29,9 +29,9 @@ CString Ansi(const char* utf8)
 }
 
 /// The fields of a feature, by the names that drawings are read with.
-class CCampos {
+class CCamposElemento {
 public:
-    explicit CCampos(const OGRFeature& elemento) : m_elemento(elemento) {}
+    explicit CCamposElemento(const OGRFeature& elemento) : m_elemento(elemento) {}
 
     bool Hay(const char* nombre) const { return m_elemento.GetFieldIndex(nombre) >= 0; }
     std::optional<CString> Texto(const char* nombre) const
@@ -84,7 +84,7 @@ const char* CodigoUsual(ClaseTopologia clase)
 }
 
 /// The label that the other fields make where there is no field for it.
-std::optional<CString> RotuloUsual(ClaseTopologia clase, const CCampos& campos)
+std::optional<CString> RotuloUsual(ClaseTopologia clase, const CCamposElemento& campos)
 {
     const std::optional<int> parcela = campos.Entero(capa::kParcela);
     switch (clase) {
@@ -120,7 +120,7 @@ CString NombreDe(ClaseTopologia clase, const OGRFeature& elemento, const CRecint
 bool LeeCampos(ClaseTopologia clase, const OGRFeature& elemento, CRecintoEntrante& recinto,
                CString& motivo)
 {
-    const CCampos campos(elemento);
+    const CCamposElemento campos(elemento);
     recinto.clase = clase;
     recinto.rotulo =
         campos.Hay(capa::kRotulo) ? campos.Texto(capa::kRotulo) : RotuloUsual(clase, campos);
@@ -156,8 +156,7 @@ CAnilloFino AnilloDe(const OGRLinearRing& curva)
 {
     CAnilloFino anillo;
     for (int i = 0; i + 1 < curva.getNumPoints(); ++i) // the last one repeats the first
-        anillo.push_back({std::llround(curva.getX(i) * kFinosPorMetro),
-                          std::llround(curva.getY(i) * kFinosPorMetro)});
+        anillo.push_back(EnFinos(curva.getX(i), curva.getY(i)));
     return anillo;
 }
 

@@ -8,7 +8,7 @@
 
 using vexageo::CPunto;
 
-std::size_t CTramos::CDispersa::operator()(const CClave& clave) const
+std::size_t CTramos::CDispersa::operator()(const CClaveArista& clave) const
 {
     constexpr std::uint64_t kMezcla = 0x9E3779B97F4A7C15U;
     const auto mezcla = [](std::int64_t valor) {
@@ -26,7 +26,7 @@ std::int64_t CTramos::Clave(const CPunto<int>& punto)
 
 CTramos::CTramos(const std::vector<CAnillo>& anillos)
 {
-    std::unordered_set<CClave, CDispersa> vistas;
+    std::unordered_set<CClaveArista, CDispersa> vistas;
     for (const CAnillo& anillo : anillos)
         for (std::size_t i = 0; i < anillo.size(); ++i) {
             const std::int64_t a = Clave(anillo[i]);
@@ -70,10 +70,10 @@ std::vector<int> CTramos::Pon(const CAnillo& anillo, vexageo::CEscritorDibujo& d
 
 int CTramos::PonLinea(CAnillo linea, vexageo::CEscritorDibujo& dibujo)
 {
-    const CClave ida(Clave(linea[0]), Clave(linea[1]));
+    const CClaveArista ida(Clave(linea[0]), Clave(linea[1]));
     if (const auto hecha = m_lineas.find(ida); hecha != m_lineas.end())
         return hecha->second;
-    const CClave vuelta(Clave(linea.back()), Clave(linea[linea.size() - 2]));
+    const CClaveArista vuelta(Clave(linea.back()), Clave(linea[linea.size() - 2]));
     const int posicion = dibujo.Linea(kCodigoLinde, std::move(linea));
     if (posicion != 0) {
         m_lineas[ida] = posicion;

@@ -22,9 +22,9 @@ public:
     std::vector<int> Pon(const CAnillo& anillo, vexageo::CEscritorDibujo& dibujo);
 
 private:
-    using CClave = std::pair<std::int64_t, std::int64_t>; // two points
+    using CClaveArista = std::pair<std::int64_t, std::int64_t>; // two points
     struct CDispersa {
-        std::size_t operator()(const CClave& clave) const;
+        std::size_t operator()(const CClaveArista& clave) const;
     };
 
     static std::int64_t Clave(const vexageo::CPunto<int>& punto);
@@ -32,6 +32,7 @@ private:
     bool EsNudo(const vexageo::CPunto<int>& punto) const;
     int PonLinea(CAnillo linea, vexageo::CEscritorDibujo& dibujo);
 
-    std::unordered_map<std::int64_t, int> m_aristas;     // that end at a point
-    std::unordered_map<CClave, int, CDispersa> m_lineas; // by their first two points, either way
+    std::unordered_map<std::int64_t, int> m_aristas; // that end at a point
+    std::unordered_map<CClaveArista, int, CDispersa>
+        m_lineas; // by their first two points, either way
 };

@@ -92,7 +92,7 @@ bool CMunicipioNuevo::Toma(ClaseTopologia clase, const OGRFeature& elemento)
     if (TomaElemento(clase, elemento, m_tolerancia, m_recintos, motivo))
         return true;
     if (m_modo.saltaInvalidos) {
-        Avisa("Se deja fuera "_ansi + motivo);
+        Advierte("Se deja fuera "_ansi + motivo);
         return true;
     }
     m_rechazado = true;

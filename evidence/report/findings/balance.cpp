@@ -4,10 +4,11 @@
 #include <cstdlib>
 #include <numeric>
 
+#include "evidence/report/reading/bounds.h"
+#include "evidence/report/reading/text.h"
+
 namespace informe {
 namespace {
-
-constexpr std::size_t kEjemplos = 8;
 
 std::int64_t Suma(const std::vector<CPartida::CRenglon>& renglones)
 {
@@ -17,6 +18,23 @@ std::int64_t Suma(const std::vector<CPartida::CRenglon>& renglones)
 }
 
 } // namespace
+
+void CPartida::Faltan(std::int64_t cuantos, const CClaveRegistro& clave)
+{
+    if (cuantos == 0)
+        return;
+    (cuantos > 0 ? faltan : sobran) += std::abs(cuantos);
+    if (ejemplos.size() < topes::kEjemplos)
+        ejemplos.push_back((cuantos > 0 ? "falta " : "sobra ") + Nombra(clave));
+}
+
+const char* CPartida::Titulo() const
+{
+    constexpr const char* kTitulos[] = {
+        "Líneas de la entrada", "Módulos",     "Titulares", "Parcelas",
+        "Cotitulares",          "Subparcelas", "Parajes",   "Titularidades"};
+    return kTitulos[static_cast<std::size_t>(que)];
+}
 
 std::int64_t CPartida::SumaEntra() const
 {
@@ -28,6 +46,8 @@ std::int64_t CPartida::SumaSale() const
     return Suma(sale);
 }
 
+/// The sums may agree by chance, and records of one key may stand for those of another: the greater
+/// of the two numbers is told.
 std::int64_t CPartida::SinExplicar() const
 {
     return SePuedeDecir() ? std::max(std::abs(SumaEntra() - SumaSale()), faltan + sobran) : 0;
@@ -41,25 +61,34 @@ std::int64_t CBalance::SinExplicar() const
     return suma;
 }
 
-void CCotejo::Cierra(CPartida& partida)
+bool CBalance::HayPerdidas() const
 {
-    std::sort(m_esperados.begin(), m_esperados.end());
-    std::sort(m_hallados.begin(), m_hallados.end());
-    const auto anota = [&](std::int64_t& cuenta, const char* que, const CClave& clave) {
-        ++cuenta;
-        if (partida.ejemplos.size() < kEjemplos)
-            partida.ejemplos.push_back(que + Nombra(clave));
-    };
-    auto esperado = m_esperados.begin();
-    auto hallado = m_hallados.begin();
-    while (esperado != m_esperados.end() || hallado != m_hallados.end()) {
-        if (hallado == m_hallados.end() || (esperado != m_esperados.end() && *esperado < *hallado))
-            anota(partida.faltan, "falta ", *esperado++);
-        else if (esperado == m_esperados.end() || *hallado < *esperado)
-            anota(partida.sobran, "sobra ", *hallado++);
+    return std::any_of(partidas.begin(), partidas.end(), [](const CPartida& partida) {
+        return std::any_of(partida.sale.begin(), partida.sale.end(),
+                           [](const CPartida::CRenglon& r) { return r.EsPerdida(); });
+    });
+}
+
+void Coteja(std::vector<CClaveRegistro> esperados, std::vector<CClaveRegistro> hallados,
+            CPartida& partida)
+{
+    std::sort(esperados.begin(), esperados.end());
+    std::sort(hallados.begin(), hallados.end());
+    auto esperado = esperados.begin();
+    auto hallado = hallados.begin();
+    while (esperado != esperados.end() || hallado != hallados.end()) {
+        if (hallado == hallados.end() || (esperado != esperados.end() && *esperado < *hallado))
+            partida.Faltan(1, *esperado++);
+        else if (esperado == esperados.end() || *hallado < *esperado)
+            partida.Faltan(-1, *hallado++);
         else
             ++esperado, ++hallado;
     }
+}
+
+std::string Nombra(const CClaveRegistro& clave)
+{
+    return TextoSinBlancos(clave.Nombre());
 }
 
 } // namespace informe

@@ -5,11 +5,23 @@
 #include <utility>
 #include <vector>
 
-#include "evidence/report/reading/record_key.h"
+#include "evidence/record_key.h"
 
 // The balance of a run: what went in, and where each piece of it is now.
 
 namespace informe {
+
+/// What a part of the balance counts. All but the lines of the input are held against outputs.
+enum class Partida : std::uint8_t {
+    Lineas,
+    Modulos,
+    Titulares,
+    Parcelas,
+    Cotitulares,
+    Subparcelas,
+    Parajes,
+    Titularidades
+};
 
 /// What one kind of record came to. Both sides are counted apart, from different files, so what one
 /// of them lacks comes to light.
@@ -18,7 +30,11 @@ struct CPartida {
         std::string texto;
         std::int64_t cuantos;
         bool callado = false; ///< lost without a message of the run
+
+        bool EsPerdida() const { return callado && cuantos > 0; }
     };
+
+    explicit CPartida(Partida cual) : que(cual) {}
 
     /// Adds a line to the side of what went in, or of where it is now.
     void Entra(std::string texto, std::int64_t cuantos)
@@ -34,13 +50,18 @@ struct CPartida {
     {
         sale.push_back({std::move(texto), cuantos, true});
     }
+    /// Notes records that should have been written and aren't there, above 0, or that are there and
+    /// come from nowhere, below it; the first few as examples.
+    void Faltan(std::int64_t cuantos, const CClaveRegistro& clave);
+
+    const char* Titulo() const;
     std::int64_t SumaEntra() const;
     std::int64_t SumaSale() const;
     /// How many records nothing explains; 0 too where nothing can be said.
     std::int64_t SinExplicar() const;
     bool SePuedeDecir() const { return noSePuede.empty(); }
 
-    std::string titulo;
+    Partida que;
     std::vector<CRenglon> entra;
     std::vector<CRenglon> sale;
     std::int64_t faltan = 0;           ///< records that should have been written and aren't there
@@ -51,23 +72,18 @@ struct CPartida {
 
 struct CBalance {
     std::int64_t SinExplicar() const; ///< of all parts
+    bool HayPerdidas() const;         ///< something was lost without a message
 
     std::vector<CPartida> partidas;
     std::vector<std::string> notas; ///< what is worth a look beside the sums
 };
 
-/// Records that should be there against records that are.
-class CCotejo {
-public:
-    void Espera(CClave clave) { m_esperados.push_back(std::move(clave)); }
-    void Hay(CClave clave) { m_hallados.push_back(std::move(clave)); }
-    /// Tells the part how many are missing and how many are too much, with examples. To be called
-    /// once, when all were told.
-    void Cierra(CPartida& partida);
+/// Holds records that should be there against records that are, and notes in the part what is
+/// missing and what is too much.
+void Coteja(std::vector<CClaveRegistro> esperados, std::vector<CClaveRegistro> hallados,
+            CPartida& partida);
 
-private:
-    std::vector<CClave> m_esperados;
-    std::vector<CClave> m_hallados;
-};
+/// What a person calls a record by, in UTF-8.
+std::string Nombra(const CClaveRegistro& clave);
 
 } // namespace informe

@@ -1,29 +1,27 @@
 #include "evidence/report/findings/drawn_balance.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "evidence/report/reading/text.h"
+#include "evidence/units.h"
 
 namespace informe {
 namespace {
 
-/// Square metres as the way back rounds them; what no parcel has counts as none.
-std::int64_t Redondea(double area)
+/// What is wrong with a topology as a whole; empty for nothing. The way back ends its reading at
+/// the first label that it can't read, so that one is told before damage that it never came to.
+std::string FaltaDe(const CPoligonoDibujado& poligono, ClaseTopologia que)
 {
-    constexpr double kMayor = 1e15;
-    return std::abs(area) < kMayor ? static_cast<std::int64_t>(std::trunc(area + 0.5)) : 0;
-}
-
-/// What is wrong with a topology as a whole; empty for nothing.
-std::string FaltaDe(const CTopologiaDibujada& topologia, const char* extension)
-{
+    const CTopologiaDibujada& topologia = poligono.Topologia(que);
+    const std::string fichero = std::string("su .") + ExtensionDe(que);
     if (!topologia.hay)
-        return std::string("falta su .") + extension;
+        return "falta " + fichero;
     for (const CRecintoDibujado& recinto : topologia.recintos)
         if (recinto.estado == EstadoRecinto::FueraDeFecha)
-            return std::string("su .") + extension + " está fuera de fecha";
+            return fichero + " está fuera de fecha";
     if (topologia.dañoEn != CTopologiaDibujada::kSinDaño)
-        return std::string("su .") + extension + " está dañado en el byte " +
+        return fichero + " está dañado en el byte " +
                Miles(static_cast<std::int64_t>(topologia.dañoEn));
     return {};
 }
@@ -55,15 +53,22 @@ std::string Di(const std::vector<CFalta>& faltas, const CRecintoDibujado& recint
     return texto;
 }
 
-std::string Nombra(const CRecintoDibujado& recinto, ClaseTopologia clase)
+std::string NombreEnElDibujo(const CRecintoDibujado& recinto, ClaseTopologia clase)
 {
     const bool subparcela = clase == ClaseTopologia::Subparcelas;
     if (recinto.Valido() && !subparcela)
         return "parcela " + Texto(recinto.rotulo);
-    if (recinto.Valido() && recinto.parcela >= 0)
+    if (recinto.EsDeParcela())
         return "subparcela " + std::to_string(recinto.parcela) + "-" + Texto(recinto.letra);
     const std::string que = subparcela ? "recinto de subparcela " : "recinto de parcela ";
     return que + (recinto.rotulo.IsEmpty() ? "sin nombre" : "«" + Texto(recinto.rotulo) + "»");
+}
+
+/// The record's surface isn't that of the rings, by a square metre or more: an island that is
+/// counted twice, or added instead of taken off.
+bool GuardaOtraArea(const CRecintoDibujado* recinto)
+{
+    return std::abs(recinto->areaRegistro - recinto->AreaContorno()) >= 1;
 }
 
 } // namespace
@@ -74,10 +79,10 @@ std::string FaltaDelPoligono(const CPoligonoDibujado& poligono, CPoligonoRoto& r
     roto.polig = poligono.polig;
     if (!poligono.hayDibujo) {
         roto.parcelas = roto.subparcelas = true;
-        return roto.que = "falta su .BIN";
+        return roto.que = std::string("falta su .") + kExtensionDibujo;
     }
-    const std::string par = FaltaDe(poligono.parcelas, "PAR");
-    const std::string sub = FaltaDe(poligono.subparcelas, "SUB");
+    const std::string par = FaltaDe(poligono, ClaseTopologia::Parcelas);
+    const std::string sub = FaltaDe(poligono, ClaseTopologia::Subparcelas);
     roto.parcelas = !par.empty();
     roto.subparcelas = !sub.empty();
     return roto.que = par + (par.empty() || sub.empty() ? "" : " y ") + sub;
@@ -87,7 +92,7 @@ CBalanceDibujo::CBalanceDibujo(const CSuperficies& superficies, const CRegistroL
     : m_superficies(superficies)
 {
     for (const CAviso& aviso : registro.avisos)
-        if (aviso.mensaje != nullptr && aviso.mensaje->numero == kSuperficieCorregida)
+        if (aviso.Es(kSuperficieCorregida))
             m_corregidas.emplace(aviso.polig, aviso.parcela);
 }
 
@@ -100,13 +105,19 @@ void CBalanceDibujo::Toma(const CPoligonoDibujado& poligono)
     recintosParcela += static_cast<std::int64_t>(poligono.parcelas.recintos.size());
     recintosSubparcela += static_cast<std::int64_t>(poligono.subparcelas.recintos.size());
     TomaParcelas(poligono);
-    Halla(poligono, poligono.parcelas, ClaseTopologia::Parcelas);
-    Halla(poligono, poligono.subparcelas, ClaseTopologia::Subparcelas);
+    Halla(poligono, ClaseTopologia::Parcelas);
+    Halla(poligono, ClaseTopologia::Subparcelas);
 }
 
-void CBalanceDibujo::Halla(const CPoligonoDibujado& poligono, const CTopologiaDibujada& topologia,
-                           ClaseTopologia clase)
+std::int64_t CBalanceDibujo::SinExplicar() const
 {
+    return std::count_if(desajustes.begin(), desajustes.end(),
+                         [](const CDesajuste& uno) { return uno.motivo.empty(); });
+}
+
+void CBalanceDibujo::Halla(const CPoligonoDibujado& poligono, ClaseTopologia clase)
+{
+    const CTopologiaDibujada& topologia = poligono.Topologia(clase);
     const CFaltasDeRecintos faltas = FaltasDe(topologia, clase);
     for (std::size_t i = 0; i < topologia.recintos.size(); ++i) {
         const CRecintoDibujado& recinto = topologia.recintos[i];
@@ -115,62 +126,57 @@ void CBalanceDibujo::Halla(const CPoligonoDibujado& poligono, const CTopologiaDi
             if (!SeDiceYa(falta, recinto))
                 suyas.push_back(falta);
         if (!suyas.empty())
-            hallazgos.push_back(
-                {poligono.polig, Nombra(recinto, clase), Di(suyas, recinto), suyas.front().donde});
+            hallazgos.push_back({poligono.polig, NombreEnElDibujo(recinto, clase),
+                                 Di(suyas, recinto), suyas.front().donde});
     }
 }
 
 void CBalanceDibujo::TomaParcelas(const CPoligonoDibujado& poligono)
 {
-    std::map<int, CSuma> sumas;
-    for (const CRecintoDibujado& recinto : poligono.parcelas.recintos) {
-        if (!recinto.Valido())
-            continue;
-        CSuma& suma = sumas[recinto.parcela];
-        ++suma.recintos;
-        suma.todos += recinto.areaRegistro;
-        suma.ultimo = recinto.areaRegistro;
-        suma.islasRaras =
-            suma.islasRaras || std::abs(recinto.areaRegistro - recinto.AreaContorno()) >= 1;
-    }
-    for (const auto& [parcela, suma] : sumas)
-        Compara(poligono.polig, parcela, suma);
+    for (const auto& [clave, piezas] : ReunePiezas(poligono.parcelas.recintos))
+        Compara(poligono.polig, clave.first, piezas);
 }
 
-void CBalanceDibujo::Compara(int polig, int parcela, const CSuma& suma)
+/// Parcels that are on one side alone are told by the balance of the records.
+void CBalanceDibujo::Compara(int polig, int parcela, const CPiezas& piezas)
 {
     const auto suya = m_superficies.find({polig, parcela});
     if (suya == m_superficies.end() || !suya->second.escrita)
         return;
-    CDesajuste desajuste{polig, parcela, suma.recintos, Redondea(suma.todos), *suya->second.escrita,
-                         {}};
+    const int recintos = static_cast<int>(piezas.Recintos().size());
+    CDesajuste desajuste{
+        polig, parcela, recintos, EnMetrosCuadrados(piezas.Area()), *suya->second.escrita, {}};
     dibujada += desajuste.dibujada;
     escrita += desajuste.escrita;
-    if (desajuste.Diferencia() == 0 && suma.recintos == 1)
+    if (desajuste.Diferencia() == 0 && recintos == 1)
         return;
-    if (suma.recintos > 1 && !suya->second.concentrada)
-        perdida += Redondea(suma.todos) - Redondea(suma.ultimo);
-    desajuste.motivo = Motivo(polig, parcela, suma, suya->second);
+    if (recintos > 1 && !suya->second.concentrada)
+        perdida += desajuste.dibujada - EnMetrosCuadrados(piezas.Ultima().areaRegistro);
+    desajuste.motivo = Motivo(desajuste, piezas, suya->second);
     desajustes.push_back(std::move(desajuste));
 }
 
-std::string CBalanceDibujo::Motivo(int polig, int parcela, const CSuma& suma,
+/// What explains the surface that was written. A concentrated parcel keeps the table's, whatever is
+/// drawn, unless the run was told otherwise. Any other takes that of its last outline, islands as
+/// they are stored; W304 says that it took that of its subparcels instead.
+std::string CBalanceDibujo::Motivo(const CDesajuste& desajuste, const CPiezas& piezas,
                                    const CSuperficie& superficie) const
 {
-    const std::int64_t deR = *superficie.escrita;
-    if (superficie.concentrada && superficie.tabla.value_or(*superficie.escrita) == deR)
+    if (superficie.concentrada && superficie.tabla.value_or(desajuste.escrita) == desajuste.escrita)
         return "concentrada: conserva la de la tabla";
     std::string motivo;
-    if (suma.recintos > 1)
-        motivo = "en " + Miles(suma.recintos) + " recintos: toma la del último";
-    const bool corregida = m_corregidas.contains({polig, parcela});
+    const auto anota = [&](const std::string& otro) {
+        motivo += (motivo.empty() ? "" : "; ") + otro;
+    };
+    if (desajuste.recintos > 1)
+        anota("en " + Miles(desajuste.recintos) + " recintos: toma la del último");
+    const bool corregida = m_corregidas.contains({desajuste.polig, desajuste.parcela});
     if (corregida)
-        motivo +=
-            (motivo.empty() ? "" : "; ") + std::string("toma la suma de sus subparcelas (W304)");
-    if (suma.islasRaras)
-        motivo +=
-            (motivo.empty() ? "" : "; ") + std::string("el área guardada no es la del contorno");
-    const bool seExplica = corregida || deR == Redondea(suma.ultimo);
+        anota("toma la suma de sus subparcelas (W304)");
+    if (std::any_of(piezas.Recintos().begin(), piezas.Recintos().end(), GuardaOtraArea))
+        anota("el área guardada no es la del contorno");
+    const bool seExplica =
+        corregida || desajuste.escrita == EnMetrosCuadrados(piezas.Ultima().areaRegistro);
     return seExplica ? motivo : std::string();
 }
 

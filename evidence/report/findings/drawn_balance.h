@@ -8,8 +8,9 @@
 
 #include "evidence/drawing_findings.h"
 #include "evidence/drawn_polygon.h"
-#include "evidence/report/findings/tables_balance.h"
+#include "evidence/outline_pieces.h"
 #include "evidence/report/reading/log_messages.h"
+#include "evidence/report/reading/surfaces.h"
 
 // What the drawings hold against what the way back took from them.
 
@@ -52,6 +53,8 @@ public:
 
     /// Takes a polygon, each once.
     void Toma(const CPoligonoDibujado& poligono);
+    /// How many surfaces of parcels nothing explains.
+    std::int64_t SinExplicar() const;
 
     std::int64_t poligonos = 0;
     std::int64_t recintosParcela = 0;
@@ -64,17 +67,10 @@ public:
     std::vector<CPoligonoRoto> rotos;
 
 private:
-    struct CSuma {
-        int recintos = 0;
-        double todos = 0;
-        double ultimo = 0;
-        bool islasRaras = false;
-    };
     void TomaParcelas(const CPoligonoDibujado& poligono);
-    void Halla(const CPoligonoDibujado& poligono, const CTopologiaDibujada& topologia,
-               ClaseTopologia clase);
-    void Compara(int polig, int parcela, const CSuma& suma);
-    std::string Motivo(int polig, int parcela, const CSuma& suma,
+    void Halla(const CPoligonoDibujado& poligono, ClaseTopologia clase);
+    void Compara(int polig, int parcela, const CPiezas& piezas);
+    std::string Motivo(const CDesajuste& desajuste, const CPiezas& piezas,
                        const CSuperficie& superficie) const;
 
     const CSuperficies& m_superficies;

@@ -4,14 +4,13 @@
 
 #include "cadastre/exchange_format.h"
 #include "cadastre/parcel.h"
+#include "evidence/municipality_tables.h"
+#include "evidence/report/reading/bounds.h"
 #include "evidence/report/reading/input_lines.h"
 #include "evidence/report/reading/text.h"
-#include "evidence/table_rows.h"
 
 namespace informe {
 namespace {
-
-constexpr std::size_t kTiposNombrados = 12;
 
 /// Puts the parts together from what the input should come to, the tables and the log.
 class CBalanceIda {
@@ -25,7 +24,7 @@ public:
     CBalance Hace();
 
 private:
-    using CLeeClave = std::function<CClave(std::string_view fila)>;
+    using CLeeClave = std::function<CClaveRegistro(std::string_view fila)>;
 
     CPartida Lineas() const;
     CPartida Modulos() const;
@@ -35,13 +34,9 @@ private:
     CPartida Parajes() const;
     CPartida Vinculos() const;
     /// The lines of a kind against the rows of its table.
-    CPartida Empieza(std::string titulo, std::string lineas, const CEntradaLeida::CClase& clase,
+    CPartida Empieza(Partida que, std::string lineas, const CEntradaLeida::CLineas& clase,
                      Tabla tabla, const CLeeClave& clave) const;
     std::int64_t Cuenta(Mensaje mensaje) const { return m_registro.Cuenta(mensaje); }
-    const CString& NombreDe(Tabla tabla) const
-    {
-        return m_ficheros.tablas[static_cast<std::size_t>(tabla)];
-    }
     std::vector<std::string> Notas(const std::vector<CPartida>& partidas) const;
 
     const CFicheros& m_ficheros;
@@ -54,12 +49,15 @@ std::string Filas(Tabla tabla)
     return "filas de " + std::string(NombreTabla(tabla));
 }
 
-CClave ClaveFilaSubparcela(std::string_view fila)
+// What a row of each table is told by. Rows are read as they stand: what the way out wrote is
+// whole.
+
+CClaveRegistro ClaveFilaSubparcela(std::string_view fila)
 {
     CSubparcela subparcela;
     CDatosLinea datos;
     subparcela.Lee(fila, kModoTabla, datos);
-    return {datos.Polig, datos.Parcela, subparcela.letra};
+    return CClaveRegistro::DeSubparcela(datos.Polig, datos.Parcela, subparcela.letra);
 }
 
 /// What a row of parcels says beside its record: its numbers, and the holder's, -1 for none.
@@ -70,45 +68,47 @@ CDatosLinea DatosDeParcela(std::string_view fila)
     return datos;
 }
 
-CClave ClaveDe(const CDatosLinea& parcela)
+CClaveRegistro ClaveDe(const CDatosLinea& parcela)
 {
-    return {parcela.Polig, parcela.Parcela, {}};
+    return CClaveRegistro::DeParcela(parcela.Polig, parcela.Parcela);
 }
 
-CClave ClaveFilaCotitular(std::string_view fila)
+CClaveRegistro ClaveFilaCotitular(std::string_view fila)
 {
     CDatosLinea datos;
     CCotitular().Lee(fila, datos);
     return ClaveDe(datos);
 }
 
-CPartida CBalanceIda::Empieza(std::string titulo, std::string lineas,
-                              const CEntradaLeida::CClase& clase, Tabla tabla,
-                              const CLeeClave& clave) const
+template <class R>
+CClaveRegistro ClaveFila(std::string_view fila)
 {
-    CPartida partida;
-    partida.titulo = std::move(titulo);
+    R registro;
+    registro.Lee(fila, kModoTabla);
+    return CClaveRegistro::De(registro);
+}
+
+CPartida CBalanceIda::Empieza(Partida que, std::string lineas, const CEntradaLeida::CLineas& clase,
+                              Tabla tabla, const CLeeClave& clave) const
+{
+    CPartida partida(que);
     partida.Entra(std::move(lineas), clase.lineas);
-    CCotejo cotejo;
-    for (const CClave& queda : clase.quedan)
-        cotejo.Espera(queda);
-    std::int64_t filas = 0;
-    const bool hay = RecorreTabla(NombreDe(tabla), [&](std::string_view fila) {
-        ++filas;
-        cotejo.Hay(clave(fila));
-    });
-    if (!hay)
-        partida.noSePuede = "no está " + std::string(NombreTabla(tabla));
-    partida.Sale(Filas(tabla), filas);
+    std::vector<CClaveRegistro> halladas;
+    const bool hay = RecorreTabla(m_ficheros.tablas[tabla],
+                                  [&](std::string_view fila) { halladas.push_back(clave(fila)); });
+    partida.Sale(Filas(tabla), static_cast<std::int64_t>(halladas.size()));
     if (hay)
-        cotejo.Cierra(partida);
+        Coteja(clase.quedan, std::move(halladas), partida);
+    else
+        partida.noSePuede = "no está " + std::string(NombreTabla(tabla));
     return partida;
 }
 
+/// The lines of the input by their types, so that none is passed over in silence. The most frequent
+/// of the types without effect come first.
 CPartida CBalanceIda::Lineas() const
 {
-    CPartida partida;
-    partida.titulo = kTituloLineas;
+    CPartida partida(Partida::Lineas);
     partida.Entra("líneas leídas", m_leida.lineas);
     const bool lista = m_leida.esLista;
     if (!lista)
@@ -124,9 +124,9 @@ CPartida CBalanceIda::Lineas() const
                      [](const auto& a, const auto& b) { return a.second > b.second; });
     std::int64_t otras = 0;
     for (std::size_t i = 0; i < ajenas.size(); ++i) {
-        if (ajenas[i].first == "cabecera")
-            partida.Sale("cabecera", ajenas[i].second);
-        else if (i < kTiposNombrados)
+        if (ajenas[i].first == kTipoCabecera)
+            partida.Sale(kTipoCabecera, ajenas[i].second);
+        else if (i < topes::kTiposNombrados)
             partida.Sale("de tipo «" + Texto(ajenas[i].first) + "», sin efecto", ajenas[i].second);
         else
             otras += ajenas[i].second;
@@ -143,23 +143,15 @@ CPartida CBalanceIda::Lineas() const
 CPartida CBalanceIda::Modulos() const
 {
     CPartida partida =
-        Empieza("Módulos", "líneas MD", m_leida.modulos, kModulos, [](std::string_view fila) {
-            CModulo modulo;
-            modulo.Lee(fila, kModoTabla);
-            return ClaveModulo(modulo);
-        });
+        Empieza(Partida::Modulos, "líneas MD", m_leida.modulos, kModulos, ClaveFila<CModulo>);
     partida.Sale("ya estaban (E203)", Cuenta(kModuloRepetido));
     return partida;
 }
 
 CPartida CBalanceIda::Titulares() const
 {
-    CPartida partida = Empieza("Titulares", m_leida.esLista ? "líneas 31" : "líneas TL",
-                               m_leida.titulares, kTitulares, [](std::string_view fila) {
-                                   CTitular titular;
-                                   titular.Lee(fila, kModoTabla);
-                                   return ClaveTitular(titular);
-                               });
+    CPartida partida = Empieza(Partida::Titulares, m_leida.esLista ? "líneas 31" : "líneas TL",
+                               m_leida.titulares, kTitulares, ClaveFila<CTitular>);
     partida.Sale("unidas a otra de igual nombre y DNI", m_leida.titulares.unidas);
     return partida;
 }
@@ -167,7 +159,7 @@ CPartida CBalanceIda::Titulares() const
 CPartida CBalanceIda::Parcelas() const
 {
     CPartida partida =
-        Empieza("Parcelas", m_leida.esLista ? "líneas 32" : "líneas PR", m_leida.parcelas,
+        Empieza(Partida::Parcelas, m_leida.esLista ? "líneas 32" : "líneas PR", m_leida.parcelas,
                 kParcelas, [](std::string_view fila) { return ClaveDe(DatosDeParcela(fila)); });
     if (m_leida.esLista) {
         partida.Sale("de una parcela que ya estaba", m_leida.parcelas.unidas);
@@ -183,8 +175,9 @@ CPartida CBalanceIda::Parcelas() const
 
 CPartida CBalanceIda::Subparcelas() const
 {
-    CPartida partida = Empieza("Subparcelas", m_leida.esLista ? "líneas 33" : "líneas SP y SC",
-                               m_leida.subparcelas, kSubparcelas, ClaveFilaSubparcela);
+    CPartida partida =
+        Empieza(Partida::Subparcelas, m_leida.esLista ? "líneas 33" : "líneas SP y SC",
+                m_leida.subparcelas, kSubparcelas, ClaveFilaSubparcela);
     if (m_leida.esLista)
         partida.SalePerdido("sin parcela válida delante, sin mensaje",
                             m_leida.subparcelas.sinEfecto);
@@ -195,12 +188,9 @@ CPartida CBalanceIda::Subparcelas() const
 
 CPartida CBalanceIda::Parajes() const
 {
-    CPartida partida = Empieza("Parajes", m_leida.esLista ? "nombrados en líneas 32" : "líneas PJ",
-                               m_leida.parajes, kParajes, [](std::string_view fila) {
-                                   CParaje paraje;
-                                   paraje.Lee(fila, kModoTabla);
-                                   return ClaveParaje(paraje.Nombre);
-                               });
+    CPartida partida =
+        Empieza(Partida::Parajes, m_leida.esLista ? "nombrados en líneas 32" : "líneas PJ",
+                m_leida.parajes, kParajes, ClaveFila<CParaje>);
     if (m_leida.esLista)
         partida.Sale("de un nombre que ya estaba", m_leida.parajes.unidas);
     else
@@ -211,32 +201,26 @@ CPartida CBalanceIda::Parajes() const
 
 CPartida CBalanceIda::Vinculos() const
 {
-    CPartida partida;
-    partida.titulo = "Titularidades";
+    CPartida partida(Partida::Titularidades);
     partida.Entra(m_leida.esLista ? "líneas 33, bajo su titular"
                                   : "parcelas con cada titular de su número",
                   m_leida.vinculos.lineas);
-    CCotejo cotejo;
-    for (const CClave& queda : m_leida.vinculos.quedan)
-        cotejo.Espera(queda);
-    std::int64_t principales = 0;
-    std::int64_t otros = 0;
-    const bool hayParcelas = RecorreTabla(NombreDe(kParcelas), [&](std::string_view fila) {
+    std::vector<CClaveRegistro> hallados;
+    const auto cuantos = [&] { return static_cast<std::int64_t>(hallados.size()); };
+    const bool hayParcelas = RecorreTabla(m_ficheros.tablas[kParcelas], [&](std::string_view fila) {
         const CDatosLinea parcela = DatosDeParcela(fila);
-        if (parcela.numImputa == -1)
-            return;
-        ++principales;
-        cotejo.Hay(ClaveDe(parcela));
+        if (parcela.numImputa != -1)
+            hallados.push_back(ClaveDe(parcela));
     });
-    const bool hayCotitulares = RecorreTabla(NombreDe(kCotitulares), [&](std::string_view fila) {
-        ++otros;
-        cotejo.Hay(ClaveFilaCotitular(fila));
-    });
+    const std::int64_t principales = cuantos();
+    const bool hayCotitulares =
+        RecorreTabla(m_ficheros.tablas[kCotitulares],
+                     [&](std::string_view fila) { hallados.push_back(ClaveFilaCotitular(fila)); });
     if (!hayParcelas || !hayCotitulares)
         partida.noSePuede =
             "no está " + std::string(NombreTabla(hayParcelas ? kCotitulares : kParcelas));
     partida.Sale("titulares principales, en Parcelas.txt", principales);
-    partida.Sale(Filas(kCotitulares), otros);
+    partida.Sale(Filas(kCotitulares), cuantos() - principales);
     if (m_leida.esLista) {
         partida.Sale("sumadas a la parte del mismo titular", m_leida.vinculos.unidas);
         partida.SalePerdido("sin parcela válida o sin titular delante, sin mensaje",
@@ -247,7 +231,7 @@ CPartida CBalanceIda::Vinculos() const
         partida.Sale("de parcelas descartadas", m_leida.vinculos.sinEfecto);
     }
     if (partida.SePuedeDecir())
-        cotejo.Cierra(partida);
+        Coteja(m_leida.vinculos.quedan, std::move(hallados), partida);
     return partida;
 }
 
@@ -268,7 +252,7 @@ std::vector<std::string> CBalanceIda::Notas(const std::vector<CPartida>& partida
     bool todas = true;
     for (const CPartida& partida : partidas) {
         todas = todas && partida.SePuedeDecir();
-        if (partida.titulo != kTituloLineas)
+        if (partida.que != Partida::Lineas)
             filas += partida.sale.front().cuantos;
     }
     if (todas && filas == 0 && m_leida.lineas > 1)

@@ -7,9 +7,6 @@
 
 namespace informe {
 
-/// Title of the one part that asks nothing of the outputs.
-inline constexpr const char* kTituloLineas = "Líneas de la entrada";
-
 /// The balance of a way out: lines of the input against rows of the six tables and messages. An
 /// input that can't be opened leaves it empty but for a note. A read that fails raises
 /// CFileException.

@@ -5,11 +5,13 @@
 #include <set>
 #include <tuple>
 
+#include "evidence/report/reading/bounds.h"
 #include "evidence/report/reading/text.h"
 
 namespace informe {
 namespace {
 
+/// What lies behind a matter's messages, in the order of matters that are of one size.
 enum class Clase : std::uint8_t {
     Ajena,
     Paraje,
@@ -18,16 +20,14 @@ enum class Clase : std::uint8_t {
     Parcela,
     Persona,
     Modulo,
-    Fuera
+    Fuera ///< subparcels drawn in no parcel, whose labels name none either
 };
 
-constexpr std::size_t kPrimeros = 24; // messages of a matter that it names
-
-/// What lies behind a message: the numbers depend on the class.
+/// What lies behind a message.
 struct CCausa {
     Clase clase = Clase::Ajena;
-    int a = 0;
-    int b = 0;
+    int a = 0; // number of the place, holder or polygon; of a person or module that of its name
+    int b = 0; // of a parcel alone: its own number, behind the polygon's
     std::uint32_t posicion = 0; // of the message
 
     bool EsLaDe(const CCausa& otra) const
@@ -46,7 +46,7 @@ class CReunion {
 public:
     explicit CReunion(const CDatosAsuntos& datos) : m_datos(datos) { Prepara(); }
 
-    CAsuntos Reune(std::size_t tope);
+    CAsuntos Reune();
 
 private:
     void Prepara();
@@ -54,9 +54,17 @@ private:
     CCausa CausaDeParcela(const CAviso& aviso, CNumeros parcela);
     CCausa CausaDePersona(const CString& nombre) { return {Clase::Persona, Numero(nombre), 0, 0}; }
     int Numero(const CString& texto);
-    CAsunto Cuenta(std::size_t desde, std::size_t hasta) const;
+    struct CTramo {
+        std::uint32_t desde;
+        std::uint32_t hasta;
+
+        std::uint32_t Largo() const { return hasta - desde; }
+    };
+    void BuscaCausas();
+    std::vector<CTramo> Tramos() const;
+    CAsunto Cuenta(const CTramo& tramo) const;
     std::string Titulo(const CCausa& causa, const CAsunto& asunto) const;
-    std::string TituloDeParcela(const CAsunto& asunto) const;
+    static std::string TituloDeParcela(const CAsunto& asunto);
     const CAviso& Aviso(std::uint32_t i) const { return m_datos.registro.avisos[i]; }
 
     const CDatosAsuntos& m_datos;
@@ -69,15 +77,15 @@ private:
     std::map<int, const CPoligonoRoto*> m_rotos;
 };
 
+/// Notes what the messages say of one another's causes. On the way out E102 drops the parcel, and
+/// all that hangs on it then misses it; the way back only leaves the parcel without its place.
 void CReunion::Prepara()
 {
     for (const CAviso& aviso : m_datos.registro.avisos) {
-        if (aviso.mensaje == nullptr)
-            continue;
         const CNumeros parcela(aviso.polig, aviso.parcela);
-        if (aviso.mensaje->numero == kParajeNoEncontrado && m_datos.sentido != Sentido::Vuelta)
+        if (aviso.Es(kParajeNoEncontrado) && m_datos.sentido != Sentido::Vuelta)
             m_sinParaje.emplace(parcela, aviso.numero);
-        else if (aviso.mensaje->numero == kParcelaRepetida)
+        else if (aviso.Es(kParcelaRepetida))
             m_repetidas.insert(parcela);
     }
     if (m_datos.rotos == nullptr)
@@ -85,8 +93,7 @@ void CReunion::Prepara()
     for (const CPoligonoRoto& roto : *m_datos.rotos)
         m_rotos.emplace(roto.polig, &roto);
     for (const CAviso& aviso : m_datos.registro.avisos)
-        if (aviso.mensaje != nullptr && aviso.mensaje->numero == kSubparcelaNoEnGrafico &&
-            m_rotos.contains(aviso.polig))
+        if (aviso.Es(kSubparcelaNoEnGrafico) && m_rotos.contains(aviso.polig))
             m_sinDibujo.emplace(aviso.polig, aviso.parcela);
 }
 
@@ -98,6 +105,10 @@ int CReunion::Numero(const CString& texto)
     return suyo->second;
 }
 
+/// The cause that lies farthest back: a drawing that is missing takes its whole polygon along, a
+/// place that is missing a parcel, and only what neither explains is the parcel's own. The drawing
+/// of the parcels costs E111 and E109, that of the subparcels E113 and E109; and a parcel some of
+/// whose subparcels are missing no longer has the sum of their surfaces (E112, W304).
 CCausa CReunion::CausaDeParcela(const CAviso& aviso, CNumeros parcela)
 {
     if (const auto roto = m_rotos.find(parcela.first); roto != m_rotos.end()) {
@@ -115,6 +126,8 @@ CCausa CReunion::CausaDeParcela(const CAviso& aviso, CNumeros parcela)
     return {Clase::Parcela, parcela.first, parcela.second, 0};
 }
 
+/// A parcel that stands twice links its holders twice: E211 and E212 of such a parcel are the
+/// parcel's matter, of any other the person's, who stands twice in the list of holders.
 CCausa CReunion::Causa(const CAviso& aviso, std::uint32_t posicion)
 {
     if (aviso.mensaje == nullptr)
@@ -138,7 +151,7 @@ CCausa CReunion::Causa(const CAviso& aviso, std::uint32_t posicion)
         break;
     case kSubparcelaFuera: {
         const auto fuera =
-            m_datos.sitios == nullptr ? std::nullopt : m_datos.sitios->DeFuera(posicion);
+            m_datos.lugares == nullptr ? std::nullopt : m_datos.lugares->DeFuera(posicion);
         if (!fuera)
             return {Clase::Fuera, 0, 0, 0};
         return fuera->second == 0 && !m_rotos.contains(fuera->first)
@@ -151,14 +164,14 @@ CCausa CReunion::Causa(const CAviso& aviso, std::uint32_t posicion)
     return CausaDeParcela(aviso, {aviso.polig, aviso.parcela});
 }
 
-CAsunto CReunion::Cuenta(std::size_t desde, std::size_t hasta) const
+CAsunto CReunion::Cuenta(const CTramo& tramo) const
 {
     CAsunto asunto;
-    const CCausa& causa = m_causas[desde];
-    for (std::size_t i = desde; i < hasta; ++i) {
+    const CCausa& causa = m_causas[tramo.desde];
+    for (std::uint32_t i = tramo.desde; i < tramo.hasta; ++i) {
         const CAviso& aviso = Aviso(m_causas[i].posicion);
         ++asunto.mensajes;
-        if (asunto.primeros.size() < kPrimeros)
+        if (asunto.primeros.size() < topes::kMensajesDeAsunto)
             asunto.primeros.push_back(m_causas[i].posicion);
         if (aviso.mensaje == nullptr)
             continue;
@@ -180,7 +193,10 @@ CAsunto CReunion::Cuenta(std::size_t desde, std::size_t hasta) const
     return asunto;
 }
 
-std::string CReunion::TituloDeParcela(const CAsunto& asunto) const
+/// Of all that is said of a parcel the reason that the rest follows from. What keeps the parcel out
+/// altogether comes first, then what doesn't know it, then what of it is missing in the drawing or
+/// the database; then what it lacks, and last sums and surfaces, which any of the others upsets.
+std::string CReunion::TituloDeParcela(const CAsunto& asunto)
 {
     const auto hay = [&](Mensaje numero) {
         return std::any_of(asunto.cuentas.begin(), asunto.cuentas.end(),
@@ -215,7 +231,7 @@ std::string CReunion::TituloDeParcela(const CAsunto& asunto) const
 std::string CReunion::Titulo(const CCausa& causa, const CAsunto& asunto) const
 {
     const auto texto = [&](int numero) {
-        return SinBlancos(Texto(m_textos[static_cast<std::size_t>(numero)]));
+        return TextoSinBlancos(m_textos[static_cast<std::size_t>(numero)]);
     };
     switch (causa.clase) {
     case Clase::Paraje:
@@ -241,10 +257,10 @@ std::string CReunion::Titulo(const CCausa& causa, const CAsunto& asunto) const
     return "Líneas que no son mensajes";
 }
 
-CAsuntos CReunion::Reune(std::size_t tope)
+/// The causes of all messages, sorted: those of one matter stand together, in the log's order.
+void CReunion::BuscaCausas()
 {
-    const std::size_t n = m_datos.registro.avisos.size();
-    m_causas.reserve(n);
+    m_causas.reserve(m_datos.registro.avisos.size());
     std::uint32_t posicion = 0;
     for (const CAviso& aviso : m_datos.registro.avisos) {
         CCausa causa = Causa(aviso, posicion);
@@ -252,34 +268,39 @@ CAsuntos CReunion::Reune(std::size_t tope)
         m_causas.push_back(causa);
     }
     std::sort(m_causas.begin(), m_causas.end());
-    struct CTramo {
-        std::uint32_t desde;
-        std::uint32_t largo;
-    };
+}
+
+/// The stretches of the causes that are alike.
+std::vector<CReunion::CTramo> CReunion::Tramos() const
+{
     std::vector<CTramo> tramos;
-    for (std::size_t desde = 0; desde < n;) {
-        std::size_t hasta = desde + 1;
-        while (hasta < n && m_causas[hasta].EsLaDe(m_causas[desde]))
+    for (std::uint32_t desde = 0, hasta = 0; desde < m_causas.size(); desde = hasta) {
+        while (hasta < m_causas.size() && m_causas[hasta].EsLaDe(m_causas[desde]))
             ++hasta;
-        tramos.push_back(
-            {static_cast<std::uint32_t>(desde), static_cast<std::uint32_t>(hasta - desde)});
-        desde = hasta;
+        tramos.push_back({desde, hasta});
     }
+    return tramos;
+}
+
+CAsuntos CReunion::Reune()
+{
+    BuscaCausas();
+    std::vector<CTramo> tramos = Tramos();
     CAsuntos asuntos;
     asuntos.cuantos = static_cast<std::int64_t>(tramos.size());
     std::stable_sort(tramos.begin(), tramos.end(),
-                     [](const CTramo& a, const CTramo& b) { return a.largo > b.largo; });
-    tramos.resize(std::min(tramos.size(), tope));
+                     [](const CTramo& a, const CTramo& b) { return a.Largo() > b.Largo(); });
+    tramos.resize(std::min(tramos.size(), topes::kAsuntos));
     for (const CTramo& tramo : tramos)
-        asuntos.mayores.push_back(Cuenta(tramo.desde, std::size_t{tramo.desde} + tramo.largo));
+        asuntos.mayores.push_back(Cuenta(tramo));
     return asuntos;
 }
 
 } // namespace
 
-CAsuntos ReuneAsuntos(const CDatosAsuntos& datos, std::size_t tope)
+CAsuntos ReuneAsuntos(const CDatosAsuntos& datos)
 {
-    return CReunion(datos).Reune(tope);
+    return CReunion(datos).Reune();
 }
 
 } // namespace informe

@@ -34,12 +34,12 @@ struct CDatosAsuntos {
     const CRegistroLeido& registro;
     const CPersonas& personas;
     Sentido sentido = Sentido::Ninguno;
-    const CSitios* sitios = nullptr; ///< null where there are no drawings
+    const CLugaresDeAvisos* lugares = nullptr; ///< null where there are no drawings
     const std::vector<CPoligonoRoto>* rotos = nullptr;
 };
 
-/// Gathers the messages of a log by what lies behind them.
-/// \param tope  how many to tell
-CAsuntos ReuneAsuntos(const CDatosAsuntos& datos, std::size_t tope);
+/// Gathers the messages of a log by what lies behind them. Tells the largest ones, as many as a
+/// page has room for.
+CAsuntos ReuneAsuntos(const CDatosAsuntos& datos);
 
 } // namespace informe

@@ -11,9 +11,9 @@ CIndiceAvisos::CIndiceAvisos(const CRegistroLeido& registro) : m_registro(regist
     std::uint32_t posicion = 0;
     for (const CAviso& aviso : registro.avisos) {
         if (aviso.HayParcela())
-            m_porParcela.push_back({aviso.polig, aviso.parcela, posicion});
+            m_porParcela.push_back({{aviso.polig, aviso.parcela}, posicion});
         else if (aviso.x != CAviso::kNada)
-            m_porSitio.push_back({aviso.x, aviso.y, posicion});
+            m_porSitio.push_back({{aviso.x, aviso.y}, posicion});
         ++posicion;
     }
     std::sort(m_porParcela.begin(), m_porParcela.end());
@@ -22,12 +22,9 @@ CIndiceAvisos::CIndiceAvisos(const CRegistroLeido& registro) : m_registro(regist
 
 std::span<const CIndiceAvisos::CEntrada> CIndiceAvisos::Tramo(int polig, int parcela) const
 {
-    const auto menor = [](const CEntrada& a, const CEntrada& b) {
-        return std::pair(a.polig, a.parcela) < std::pair(b.polig, b.parcela);
-    };
-    const auto [desde, hasta] = std::equal_range(m_porParcela.begin(), m_porParcela.end(),
-                                                 CEntrada{polig, parcela, 0}, menor);
-    return {desde, hasta};
+    const auto suyas =
+        std::ranges::equal_range(m_porParcela, std::pair(polig, parcela), {}, &CEntrada::numeros);
+    return {suyas.begin(), suyas.end()};
 }
 
 std::vector<std::uint32_t> CIndiceAvisos::DeParcela(int polig, int parcela) const
@@ -53,49 +50,43 @@ std::vector<std::uint32_t> CIndiceAvisos::DeSubparcela(int polig, int parcela,
     return posiciones;
 }
 
-std::int64_t CIndiceAvisos::EnSitio(int x, int y) const
+std::optional<std::uint32_t> CIndiceAvisos::EnSitio(const vexageo::CPunto<int>& sitio) const
 {
-    const auto hallado = std::lower_bound(m_porSitio.begin(), m_porSitio.end(), CEntrada{x, y, 0});
-    return hallado != m_porSitio.end() && hallado->polig == x && hallado->parcela == y
-               ? std::int64_t{hallado->posicion}
-               : -1;
+    const std::pair numeros(sitio.X, sitio.Y);
+    const auto hallado = std::ranges::lower_bound(m_porSitio, numeros, {}, &CEntrada::numeros);
+    return hallado != m_porSitio.end() && hallado->numeros == numeros
+               ? std::optional(hallado->posicion)
+               : std::nullopt;
 }
 
-void CSitios::Toma(const CPoligonoDibujado& poligono)
+void CLugaresDeAvisos::Toma(const CPoligonoDibujado& poligono)
 {
     for (const CRecintoDibujado& recinto : poligono.parcelas.recintos)
         if (recinto.Valido() && m_indice.HayDeParcela(poligono.polig, recinto.parcela))
-            m_parcelas[{poligono.polig, recinto.parcela}] = recinto.punto;
+            m_lugares.DeParcela(poligono.polig, recinto.parcela) = recinto.punto;
     for (const CRecintoDibujado& recinto : poligono.subparcelas.recintos) {
-        if (!recinto.Valido())
-            continue;
-        if (recinto.parcela >= 0) {
-            if (m_indice.HayDeParcela(poligono.polig, recinto.parcela))
-                m_subparcelas[{{poligono.polig, recinto.parcela}, recinto.letra}] = recinto.punto;
-        } else if (const auto i = m_indice.EnSitio(recinto.punto.X, recinto.punto.Y); i >= 0) {
+        if (recinto.EsDeParcela()) {
+            if (!recinto.letra.IsEmpty() && m_indice.HayDeParcela(poligono.polig, recinto.parcela))
+                m_lugares.DeSubparcela(poligono.polig, recinto.parcela, recinto.letra) =
+                    recinto.punto;
+        } else if (const auto i =
+                       recinto.Valido() ? m_indice.EnSitio(recinto.punto) : std::nullopt) {
             const bool hayNumero = recinto.rotulo.Find('-') > 0;
-            m_fuera[static_cast<std::uint32_t>(i)] = {poligono.polig,
-                                                      hayNumero ? LeeEntero(recinto.rotulo) : 0};
+            m_fuera[*i] = {poligono.polig, hayNumero ? LeeEntero(recinto.rotulo) : 0};
         }
     }
 }
 
-std::optional<vexageo::CPunto<int>> CSitios::De(const CAviso& aviso) const
+std::optional<vexageo::CPunto<int>> CLugaresDeAvisos::De(const CAviso& aviso) const
 {
     if (aviso.x != CAviso::kNada && aviso.y != CAviso::kNada)
         return vexageo::CPunto<int>(aviso.x, aviso.y);
-    if (!aviso.HayParcela())
-        return std::nullopt;
-    const std::pair parcela(aviso.polig, aviso.parcela);
-    if (!aviso.letra.IsEmpty())
-        if (const auto suyo = m_subparcelas.find({parcela, aviso.letra});
-            suyo != m_subparcelas.end())
-            return suyo->second;
-    const auto suya = m_parcelas.find(parcela);
-    return suya == m_parcelas.end() ? std::nullopt : std::optional(suya->second);
+    const auto* const suyo =
+        aviso.HayParcela() ? m_lugares.Busca(aviso.polig, aviso.parcela, aviso.letra) : nullptr;
+    return suyo == nullptr ? std::nullopt : std::optional(*suyo);
 }
 
-std::optional<std::pair<int, int>> CSitios::DeFuera(std::uint32_t posicion) const
+std::optional<std::pair<int, int>> CLugaresDeAvisos::DeFuera(std::uint32_t posicion) const
 {
     const auto suyo = m_fuera.find(posicion);
     return suyo == m_fuera.end() ? std::nullopt : std::optional(suyo->second);

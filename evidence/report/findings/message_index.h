@@ -4,11 +4,11 @@
 #include <map>
 #include <optional>
 #include <span>
-#include <tuple>
 #include <utility>
 #include <vector>
 
 #include "evidence/drawn_polygon.h"
+#include "evidence/message_places.h"
 #include "evidence/report/reading/log_messages.h"
 
 namespace informe {
@@ -24,33 +24,31 @@ public:
     bool HayDeParcela(int polig, int parcela) const;
     /// The same of those that speak of the subparcel with the letter.
     std::vector<std::uint32_t> DeSubparcela(int polig, int parcela, const CString& letra) const;
-    /// Position of the message that names the place, in hundredths of a metre; below 0 for none.
-    std::int64_t EnSitio(int x, int y) const;
+    /// Position of the first message that names the place; none where none does.
+    std::optional<std::uint32_t> EnSitio(const vexageo::CPunto<int>& sitio) const;
     const CAviso& operator[](std::size_t i) const { return m_registro.avisos[i]; }
 
 private:
+    /// A message by the two numbers that it names.
     struct CEntrada {
-        int polig;
-        int parcela;
+        std::pair<int, int> numeros;
         std::uint32_t posicion;
 
-        friend bool operator<(const CEntrada& a, const CEntrada& b)
-        {
-            return std::tie(a.polig, a.parcela, a.posicion) <
-                   std::tie(b.polig, b.parcela, b.posicion);
-        }
+        friend auto operator<=>(const CEntrada&, const CEntrada&) = default;
     };
     std::span<const CEntrada> Tramo(int polig, int parcela) const;
 
     const CRegistroLeido& m_registro;
-    std::vector<CEntrada> m_porParcela;
-    std::vector<CEntrada> m_porSitio; // x and y in place of the numbers
+    std::vector<CEntrada> m_porParcela; // polygon and parcel
+    std::vector<CEntrada> m_porSitio;   // x and y
 };
 
-/// Where the drawings show what a message speaks of.
-class CSitios {
+/// Where the drawings show what a message speaks of. Polygons pass by one at a time, so that a
+/// point is kept of each outline, the last one's where there are several, and only where a message
+/// speaks of its parcel.
+class CLugaresDeAvisos {
 public:
-    explicit CSitios(const CIndiceAvisos& indice) : m_indice(indice) {}
+    explicit CLugaresDeAvisos(const CIndiceAvisos& indice) : m_indice(indice) {}
 
     /// Takes the places of a polygon's outlines, as far as messages speak of them.
     void Toma(const CPoligonoDibujado& poligono);
@@ -62,8 +60,7 @@ public:
 
 private:
     const CIndiceAvisos& m_indice;
-    std::map<std::pair<int, int>, vexageo::CPunto<int>> m_parcelas;
-    std::map<std::pair<std::pair<int, int>, CString>, vexageo::CPunto<int>> m_subparcelas;
+    CPorLugar<vexageo::CPunto<int>> m_lugares;
     std::map<std::uint32_t, std::pair<int, int>> m_fuera;
 };
 

@@ -1,40 +1,39 @@
 #include "evidence/report/findings/tables_balance.h"
 
 #include <algorithm>
-#include <array>
-#include <cstdlib>
 
-#include "evidence/report/reading/municipality_tables.h"
+#include "evidence/municipality_tables.h"
 #include "evidence/report/reading/text.h"
 #include "evidence/report/reading/written_records.h"
 
 namespace informe {
 namespace {
 
-using CClaves = std::vector<CClave>;
+using CClaves = std::vector<CClaveRegistro>;
 
-/// The records that a message tells of, each as often as the log does.
-CClaves ClavesDe(const CRegistroLeido& registro, Mensaje mensaje)
+/// The parcels or subparcels that a message tells of, each as often as the log does.
+CClaves ClavesDe(const CRegistroLeido& registro, Mensaje mensaje, bool deSubparcelas)
 {
-    const CMensaje& cual = DameMensaje(mensaje);
     CClaves claves;
     for (const CAviso& aviso : registro.avisos)
-        if (aviso.mensaje == &cual)
-            claves.push_back({aviso.polig, aviso.parcela, aviso.letra});
+        if (aviso.Es(mensaje))
+            claves.push_back(deSubparcelas ? CClaveRegistro::DeSubparcela(
+                                                 aviso.polig, aviso.parcela, aviso.letra)
+                                           : CClaveRegistro::DeParcela(aviso.polig, aviso.parcela));
     return claves;
 }
 
 /// Sorted keys, taken one after the other.
-class CFila {
+class CClavesEnFila {
 public:
-    explicit CFila(CClaves claves) : m_claves(std::move(claves))
+    explicit CClavesEnFila(CClaves claves) : m_claves(std::move(claves))
     {
         std::sort(m_claves.begin(), m_claves.end());
     }
     bool Acabada() const { return m_i == m_claves.size(); }
-    const CClave& Primera() const { return m_claves[m_i]; }
+    const CClaveRegistro& Primera() const { return m_claves[m_i]; }
     /// Takes the key as often as it stands in front; gives how often.
-    std::int64_t Toma(const CClave& clave)
+    std::int64_t Toma(const CClaveRegistro& clave)
     {
         const std::size_t antes = m_i;
         while (!Acabada() && Primera() == clave)
@@ -54,48 +53,52 @@ private:
 class CCuadre {
 public:
     CCuadre(CClaves filas, CClaves escritas, CClaves creadas, CClaves noEnGrafico)
-        : m_lados{CFila(std::move(filas)), CFila(std::move(escritas)), CFila(std::move(creadas)),
-                  CFila(std::move(noEnGrafico))}
+        : m_filas(std::move(filas)), m_escritas(std::move(escritas)), m_creadas(std::move(creadas)),
+          m_noEnGrafico(std::move(noEnGrafico))
     {
     }
 
     void Cierra(const char* creadas, const char* noEnGrafico, CPartida& partida)
     {
-        for (const CClave* clave = Siguiente(); clave != nullptr; clave = Siguiente())
-            Toma(CClave(*clave), partida);
+        for (const CClaveRegistro* clave = Siguiente(); clave != nullptr; clave = Siguiente())
+            Toma(CClaveRegistro(*clave), partida);
         partida.Entra(creadas, m_nuevas);
         partida.Sale(noEnGrafico, m_fuera);
     }
 
 private:
-    const CClave* Siguiente() const
+    /// The least key that stands in front of any queue.
+    const CClaveRegistro* Siguiente() const
     {
-        const CClave* menor = nullptr;
-        for (const CFila& lado : m_lados)
-            if (!lado.Acabada() && (menor == nullptr || lado.Primera() < *menor))
-                menor = &lado.Primera();
+        const CClaveRegistro* menor = nullptr;
+        for (const CClavesEnFila* fila : {&m_filas, &m_escritas, &m_creadas, &m_noEnGrafico})
+            if (!fila->Acabada() && (menor == nullptr || fila->Primera() < *menor))
+                menor = &fila->Primera();
         return menor;
     }
-    void Toma(const CClave& clave, CPartida& partida)
+    /// A message explains a difference of its own key, and no more of it than there is.
+    void Toma(const CClaveRegistro& clave, CPartida& partida)
     {
-        constexpr std::size_t kEjemplos = 8;
-        const std::int64_t filas = m_lados[0].Toma(clave);
-        const std::int64_t hueco = m_lados[1].Toma(clave) - filas;
-        const std::int64_t crea = std::clamp<std::int64_t>(hueco, 0, m_lados[2].Toma(clave));
-        const std::int64_t quita = std::clamp<std::int64_t>(-hueco, 0, m_lados[3].Toma(clave));
+        const std::int64_t filas = m_filas.Toma(clave);
+        const std::int64_t hueco = m_escritas.Toma(clave) - filas;
+        const std::int64_t crea = std::clamp<std::int64_t>(hueco, 0, m_creadas.Toma(clave));
+        const std::int64_t quita = std::clamp<std::int64_t>(-hueco, 0, m_noEnGrafico.Toma(clave));
         m_nuevas += crea;
         m_fuera += quita;
-        const std::int64_t resto = hueco - crea + quita;
-        (resto > 0 ? partida.sobran : partida.faltan) += std::abs(resto);
-        if (resto != 0 && partida.ejemplos.size() < kEjemplos)
-            partida.ejemplos.push_back((resto > 0 ? "sobra " : "falta ") + Nombra(clave));
+        partida.Faltan(crea - hueco - quita, clave);
     }
 
-    std::array<CFila, 4> m_lados; // rows, written, created, not drawn
+    CClavesEnFila m_filas;
+    CClavesEnFila m_escritas;
+    CClavesEnFila m_creadas;
+    CClavesEnFila m_noEnGrafico;
     std::int64_t m_nuevas = 0;
     std::int64_t m_fuera = 0;
 };
 
+/// Puts the parts together from the tables' rows, the records of the files R and M, and the log.
+/// Messages are counted by the log, and never for more than the rows that they speak of: one that
+/// the reading of the tables doesn't bear out comes from elsewhere and explains nothing.
 class CBalanceVuelta {
 public:
     CBalanceVuelta(const CRegistroLeido& registro, const CTablasLeidas& tablas,
@@ -107,17 +110,16 @@ public:
     CBalance Hace() const;
 
 private:
-    using CClase = CTablasLeidas::CClase;
-
     /// What one kind of record is called on either side.
     struct CNombres {
-        const char* titulo;
+        Partida que;
         Tabla tabla;
         char fichero; ///< R or M
         const char* registros;
         const char* incompletas; ///< what a row lacks that is lost without a message
     };
-    CPartida Empieza(const CNombres& nombres, const CClase& clase, std::int64_t escritos) const;
+    CPartida Empieza(const CNombres& nombres, const CFilasLeidas& clase,
+                     std::int64_t escritos) const;
     CPartida Titulares() const;
     CPartida Parcelas() const;
     CPartida Subparcelas() const;
@@ -131,11 +133,10 @@ private:
     const CEscritosCatastro& m_escritos;
 };
 
-CPartida CBalanceVuelta::Empieza(const CNombres& nombres, const CClase& clase,
+CPartida CBalanceVuelta::Empieza(const CNombres& nombres, const CFilasLeidas& clase,
                                  std::int64_t escritos) const
 {
-    CPartida partida;
-    partida.titulo = nombres.titulo;
+    CPartida partida(nombres.que);
     partida.Entra("filas de " + std::string(NombreTabla(nombres.tabla)), clase.filas);
     if (!clase.hay)
         partida.noSePuede = "no está " + std::string(NombreTabla(nombres.tabla));
@@ -147,18 +148,7 @@ CPartida CBalanceVuelta::Empieza(const CNombres& nombres, const CClase& clase,
     return partida;
 }
 
-void Coteja(const std::vector<CClave>& quedan, const std::vector<CClave>& escritas,
-            CPartida& partida)
-{
-    CCotejo cotejo;
-    for (const CClave& clave : quedan)
-        cotejo.Espera(clave);
-    for (const CClave& clave : escritas)
-        cotejo.Hay(clave);
-    cotejo.Cierra(partida);
-}
-
-std::int64_t Cuantas(const std::vector<CClave>& claves)
+std::int64_t Cuantas(const CClaves& claves)
 {
     return static_cast<std::int64_t>(claves.size());
 }
@@ -166,7 +156,7 @@ std::int64_t Cuantas(const std::vector<CClave>& claves)
 CPartida CBalanceVuelta::Titulares() const
 {
     CPartida partida =
-        Empieza({"Titulares", kTitulares, 'R', "registros TL", "sin número, nombre o DNI"},
+        Empieza({Partida::Titulares, kTitulares, 'R', "registros TL", "sin número, nombre o DNI"},
                 m_tablas.titulares, Cuantas(m_escritos.titulares));
     partida.Sale("unidas a otra de igual nombre y DNI", m_tablas.titulares.unidas);
     Coteja(m_tablas.titulares.quedan, m_escritos.titulares, partida);
@@ -175,18 +165,18 @@ CPartida CBalanceVuelta::Titulares() const
 
 CPartida CBalanceVuelta::Parcelas() const
 {
-    const CClase& clase = m_tablas.parcelas;
-    std::vector<CClave> escritas;
+    const CFilasLeidas& clase = m_tablas.parcelas;
+    CClaves escritas;
     for (const auto& escrita : m_escritos.parcelas)
         escritas.push_back(escrita.clave);
-    CPartida partida = Empieza({"Parcelas", kParcelas, 'R', "registros PR",
+    CPartida partida = Empieza({Partida::Parcelas, kParcelas, 'R', "registros PR",
                                 "sin zona, polígono, parcela, numImputa, Tit o partici"},
                                clase, Cuantas(escritas));
     partida.SalePerdido("de una parcela que ya estaba, sin mensaje", clase.unidas);
     partida.Sale("con polígono o parcela menor que 1 (E213)",
                  std::min(clase.conMensaje, Cuenta(kParcelaNoInsertada)));
-    CCuadre(clase.quedan, std::move(escritas), ClavesDe(m_registro, kParcelaNoEnBase),
-            ClavesDe(m_registro, kParcelaNoEnGrafico))
+    CCuadre(clase.quedan, std::move(escritas), ClavesDe(m_registro, kParcelaNoEnBase, false),
+            ClavesDe(m_registro, kParcelaNoEnGrafico, false))
         .Cierra("creadas desde el gráfico (E106)",
                 "no están en el gráfico y no se conservan (E111)", partida);
     return partida;
@@ -194,13 +184,14 @@ CPartida CBalanceVuelta::Parcelas() const
 
 CPartida CBalanceVuelta::Subparcelas() const
 {
-    const CClase& clase = m_tablas.subparcelas;
-    CPartida partida = Empieza({"Subparcelas", kSubparcelas, 'R', "registros SP", "sin letra"},
-                               clase, Cuantas(m_escritos.subparcelas));
+    const CFilasLeidas& clase = m_tablas.subparcelas;
+    CPartida partida =
+        Empieza({Partida::Subparcelas, kSubparcelas, 'R', "registros SP", "sin letra"}, clase,
+                Cuantas(m_escritos.subparcelas));
     partida.Sale("sin su parcela (E103)",
                  std::min(clase.conMensaje, Cuenta(kSubparcelaSinParcela)));
-    CCuadre(clase.quedan, m_escritos.subparcelas, ClavesDe(m_registro, kSubparcelaNoEnBase),
-            ClavesDe(m_registro, kSubparcelaNoEnGrafico))
+    CCuadre(clase.quedan, m_escritos.subparcelas, ClavesDe(m_registro, kSubparcelaNoEnBase, true),
+            ClavesDe(m_registro, kSubparcelaNoEnGrafico, true))
         .Cierra("creadas desde el gráfico (E110)",
                 "no están en el gráfico y no se conservan (E113)", partida);
     return partida;
@@ -208,10 +199,10 @@ CPartida CBalanceVuelta::Subparcelas() const
 
 CPartida CBalanceVuelta::Cotitulares() const
 {
-    const CClase& clase = m_tablas.cotitulares;
-    CPartida partida = Empieza(
-        {"Cotitulares", kCotitulares, 'R', "cotitulares en registros CT", "sin Titul o partici"},
-        clase, Cuantas(m_escritos.cotitulares));
+    const CFilasLeidas& clase = m_tablas.cotitulares;
+    CPartida partida = Empieza({Partida::Cotitulares, kCotitulares, 'R',
+                                "cotitulares en registros CT", "sin Titul o partici"},
+                               clase, Cuantas(m_escritos.cotitulares));
     partida.Sale("sin su parcela (E104)",
                  std::min(m_tablas.cotitularesSinParcela, Cuenta(kCotitularSinParcela)));
     partida.Sale("sin su titular (E105)",
@@ -223,8 +214,9 @@ CPartida CBalanceVuelta::Cotitulares() const
 
 CPartida CBalanceVuelta::Parajes() const
 {
-    CPartida partida = Empieza({"Parajes", kParajes, 'R', "registros PJ", "sin número o nombre"},
-                               m_tablas.parajes, Cuantas(m_escritos.parajes));
+    CPartida partida =
+        Empieza({Partida::Parajes, kParajes, 'R', "registros PJ", "sin número o nombre"},
+                m_tablas.parajes, Cuantas(m_escritos.parajes));
     partida.SalePerdido("de un nombre que ya estaba: su número se pierde, sin mensaje",
                         m_tablas.parajes.unidas);
     Coteja(m_tablas.parajes.quedan, m_escritos.parajes, partida);
@@ -233,8 +225,9 @@ CPartida CBalanceVuelta::Parajes() const
 
 CPartida CBalanceVuelta::Modulos() const
 {
-    CPartida partida = Empieza({"Módulos", kModulos, 'M', "registros MD", "sin Cal o Denominacion"},
-                               m_tablas.modulos, Cuantas(m_escritos.modulos));
+    CPartida partida =
+        Empieza({Partida::Modulos, kModulos, 'M', "registros MD", "sin Cal o Denominacion"},
+                m_tablas.modulos, Cuantas(m_escritos.modulos));
     partida.SalePerdido("de un módulo que ya estaba, sin mensaje", m_tablas.modulos.unidas);
     Coteja(m_tablas.modulos.quedan, m_escritos.modulos, partida);
     return partida;
@@ -260,11 +253,17 @@ CBalance CBalanceVuelta::Hace() const
 CBalance BalanceVuelta(const CFicheros& ficheros, const CRegistroLeido& registro,
                        CPersonas& personas, CSuperficies& superficies)
 {
-    const CTablasLeidas tablas =
-        LeeTablas(ficheros.tablas, ficheros.cabecera.Mun, personas, superficies);
+    CTablasLeidas tablas = LeeTablas(ficheros.tablas, ficheros.lista.cabecera.Mun,
+                                     {true, false, 0, [&](const CTitular& titular) {
+                                          personas.Mira(titular.Nombre, titular.DNI);
+                                      }});
+    for (const CParcela& parcela : tablas.municipio.Parcelas())
+        superficies[{parcela.Polig, parcela.Parcela}] = {parcela.Superficie, std::nullopt,
+                                                         parcela.claveConc != ' '};
+    tablas.municipio = CMunicipio(0, 0); // its keys are all that is asked for from here on
     const CEscritosCatastro escritos = LeeEscritos(ficheros.ficheroR, ficheros.ficheroM);
     for (const auto& escrita : escritos.parcelas) {
-        CSuperficie& suya = superficies[{escrita.clave.polig, escrita.clave.parcela}];
+        CSuperficie& suya = superficies[{escrita.clave.Polig(), escrita.clave.Parcela()}];
         suya.escrita = escrita.superficie;
         suya.concentrada = suya.concentrada || escrita.concentrada;
     }

@@ -50,7 +50,7 @@ private:
     CBaseCatastro m_base{0};
     int m_municipio = -1; // of the last line
     std::vector<CParcelaLeida> m_parcelas;
-    std::vector<CClave> m_subparcelas;
+    std::vector<CClaveRegistro> m_subparcelas;
     std::vector<CTitularLeido> m_titulares;
     std::map<std::pair<int, int>, int> m_porNumeros; // parcels that are kept, by their numbers
 };
@@ -89,7 +89,7 @@ void CLectorCatastro::TomaModulo(std::string_view linea)
     if (Municipio().BuscaModulo(modulo) >= 0)
         return; // told by E203
     Municipio().InsertaModulo(modulo);
-    m_leida.modulos.quedan.push_back(ClaveModulo(modulo));
+    m_leida.modulos.quedan.push_back(CClaveRegistro::De(modulo));
 }
 
 void CLectorCatastro::TomaTitular(std::string_view linea)
@@ -99,13 +99,10 @@ void CLectorCatastro::TomaTitular(std::string_view linea)
     titular.Lee(linea, kModoCatastro);
     m_personas.Mira(titular.Nombre, titular.DNI);
     const int numero = titular.NumOrden;
-    const CClave clave = ClaveTitular(titular);
+    const CClaveRegistro clave = CClaveRegistro::De(titular);
     const std::size_t antes = Municipio().Titulares().size();
     const int indice = Municipio().InsertaTitular(std::move(titular));
-    if (Municipio().Titulares().size() == antes)
-        ++m_leida.titulares.unidas;
-    else
-        m_leida.titulares.quedan.push_back(clave);
+    m_leida.titulares.Inserta(Municipio().Titulares().size() > antes, clave);
     m_titulares.push_back({numero, indice, m_municipio});
 }
 
@@ -128,7 +125,8 @@ void CLectorCatastro::TomaSubparcela(std::string_view linea)
     CSubparcela subparcela;
     CDatosLinea datos;
     subparcela.Lee(linea, kModoCatastro, datos);
-    m_subparcelas.push_back({datos.Polig, datos.Parcela, subparcela.letra});
+    m_subparcelas.push_back(
+        CClaveRegistro::DeSubparcela(datos.Polig, datos.Parcela, subparcela.letra));
 }
 
 void CLectorCatastro::TomaParaje(std::string_view linea)
@@ -138,10 +136,7 @@ void CLectorCatastro::TomaParaje(std::string_view linea)
     paraje.Lee(linea);
     const std::size_t antes = Municipio().Parajes().size();
     Municipio().InsertaParaje(paraje);
-    if (Municipio().Parajes().size() == antes)
-        ++m_leida.parajes.unidas;
-    else
-        m_leida.parajes.quedan.push_back(ClaveParaje(paraje.Nombre));
+    m_leida.parajes.Inserta(Municipio().Parajes().size() > antes, CClaveRegistro::De(paraje));
 }
 
 void CLectorCatastro::Acaba()
@@ -161,14 +156,15 @@ void CLectorCatastro::AsientaParcelas()
             continue; // told by E102 or E207
         const int indice = static_cast<int>(m_porNumeros.size());
         if (m_porNumeros.emplace(std::pair(leida.polig, leida.parcela), indice).second)
-            m_leida.parcelas.quedan.push_back({leida.polig, leida.parcela, {}});
+            m_leida.parcelas.quedan.push_back(
+                CClaveRegistro::DeParcela(leida.polig, leida.parcela));
     }
 }
 
 void CLectorCatastro::AsientaSubparcelas()
 {
-    for (CClave& clave : m_subparcelas)
-        if (m_porNumeros.contains({clave.polig, clave.parcela}))
+    for (CClaveRegistro& clave : m_subparcelas)
+        if (m_porNumeros.contains({clave.Polig(), clave.Parcela()}))
             m_leida.subparcelas.quedan.push_back(std::move(clave));
 }
 
@@ -189,7 +185,8 @@ void CLectorCatastro::AsientaVinculos()
             if (parcela == m_porNumeros.end())
                 ++m_leida.vinculos.sinEfecto;
             else if (hechos.emplace(parcela->second, titular->second).second)
-                m_leida.vinculos.quedan.push_back({leida.polig, leida.parcela, {}});
+                m_leida.vinculos.quedan.push_back(
+                    CClaveRegistro::DeParcela(leida.polig, leida.parcela));
         }
     }
 }

@@ -7,25 +7,35 @@
 #include <string_view>
 #include <vector>
 
+#include "evidence/record_key.h"
 #include "evidence/report/reading/people.h"
-#include "evidence/report/reading/record_key.h"
 #include "platform/files/cstdio_file.h"
-
-class CModulo;
-class CTitular;
 
 // What the lines of an input come to by the rules of the way out: which are kept, which join one
 // that is there, which are dropped.
 
 namespace informe {
 
+/// In place of a type, which has two characters: the header of a list.
+inline constexpr const char* kTipoCabecera = "cabecera";
+
 /// Records that the tables should hold, and lines that left none.
 struct CEntradaLeida {
-    struct CClase {
+    /// What the lines of a kind come to.
+    struct CLineas {
         std::int64_t lineas = 0;
         std::int64_t unidas = 0;    ///< joined one that was there, without a message
         std::int64_t sinEfecto = 0; ///< left nothing, without a message
-        std::vector<CClave> quedan;
+        std::vector<CClaveRegistro> quedan;
+
+        /// Counts one that was inserted: it stays, or it joined one that was there.
+        void Inserta(bool nueva, const CClaveRegistro& clave)
+        {
+            if (nueva)
+                quedan.push_back(clave);
+            else
+                ++unidas;
+        }
     };
 
     bool hay = false;     ///< it could be opened
@@ -34,12 +44,12 @@ struct CEntradaLeida {
     std::int64_t vacias = 0;
     std::int64_t trozos = 0;                    ///< ends of lines longer than the reader takes
     std::map<std::string, std::int64_t> ajenas; ///< of types that the reader passes over
-    CClase modulos;
-    CClase titulares;
-    CClase parcelas;
-    CClase subparcelas;
-    CClase parajes;
-    CClase vinculos;
+    CLineas modulos;
+    CLineas titulares;
+    CLineas parcelas;
+    CLineas subparcelas;
+    CLineas parajes;
+    CLineas vinculos;
     std::int64_t sinVinculo = 0; ///< parcel lines too short to name a holder
     std::int64_t municipios = 0;
 };
@@ -65,10 +75,5 @@ void RecorreLineas(CStdioFile& entrada, Lector& lector)
         entera = linea.ends_with('\n');
     }
 }
-
-// What tells holders, modules and places from others of their kind.
-CClave ClaveTitular(const CTitular& titular);
-CClave ClaveModulo(const CModulo& modulo);
-CClave ClaveParaje(std::string_view nombre);
 
 } // namespace informe

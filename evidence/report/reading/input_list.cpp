@@ -48,7 +48,7 @@ void CLectorRelacion::Toma(std::string_view linea, bool esTrozo)
     }
     if (!m_cabecera) {
         m_cabecera = true;
-        ++m_leida.ajenas["cabecera"];
+        ++m_leida.ajenas[kTipoCabecera];
         return;
     }
     const int tipo = fija.Entero(kLeeTipo);
@@ -73,14 +73,11 @@ void CLectorRelacion::TomaTitular(std::string_view linea, int municipio)
     CTitular titular;
     titular.Lee(linea, kModoLista);
     m_personas.Mira(titular.Nombre, titular.DNI);
-    const CClave clave = ClaveTitular(titular);
+    const CClaveRegistro clave = CClaveRegistro::De(titular);
     CMunicipio& suyo = m_base.DameMunicipio(municipio);
     const std::size_t antes = suyo.Titulares().size();
     m_titular = {municipio, suyo.InsertaTitular(std::move(titular))};
-    if (suyo.Titulares().size() == antes)
-        ++m_leida.titulares.unidas;
-    else
-        m_leida.titulares.quedan.push_back(clave);
+    m_leida.titulares.Inserta(suyo.Titulares().size() > antes, clave);
 }
 
 void CLectorRelacion::TomaParcela(std::string_view linea, int municipio)
@@ -94,19 +91,14 @@ void CLectorRelacion::TomaParcela(std::string_view linea, int municipio)
     const CParaje paraje(datos.nombreParaje);
     const std::size_t parajes = suyo.Parajes().size();
     suyo.InsertaParaje(paraje);
-    if (suyo.Parajes().size() == parajes)
-        ++m_leida.parajes.unidas;
-    else
-        m_leida.parajes.quedan.push_back(ClaveParaje(paraje.Nombre));
-    const CClave clave{parcela.Polig, parcela.Parcela, {}};
+    m_leida.parajes.Inserta(suyo.Parajes().size() > parajes, CClaveRegistro::De(paraje));
+    const auto clave = CClaveRegistro::DeParcela(parcela.Polig, parcela.Parcela);
     const std::size_t parcelas = suyo.NumParcelas();
     m_parcela = {municipio, suyo.InsertaParcela(std::move(parcela))};
     if (m_parcela.indice < 0)
         ++m_leida.parcelas.sinEfecto;
-    else if (suyo.NumParcelas() == parcelas)
-        ++m_leida.parcelas.unidas;
     else
-        m_leida.parcelas.quedan.push_back(clave);
+        m_leida.parcelas.Inserta(suyo.NumParcelas() > parcelas, clave);
 }
 
 void CLectorRelacion::TomaSubparcela(std::string_view linea)
@@ -122,13 +114,14 @@ void CLectorRelacion::TomaSubparcela(std::string_view linea)
     subparcela.Lee(linea, kModoLista);
     const CMunicipio& suyo = m_base.DameMunicipio(m_parcela.municipio);
     const CParcela& parcela = suyo.DameParcela(m_parcela.indice);
-    m_leida.subparcelas.quedan.push_back({parcela.Polig, parcela.Parcela, subparcela.letra});
+    m_leida.subparcelas.quedan.push_back(
+        CClaveRegistro::DeSubparcela(parcela.Polig, parcela.Parcela, subparcela.letra));
     if (m_titular.indice < 0 || m_titular.municipio != m_parcela.municipio)
         ++m_leida.vinculos.sinEfecto;
-    else if (m_vinculos.emplace(m_parcela.municipio, m_parcela.indice, m_titular.indice).second)
-        m_leida.vinculos.quedan.push_back({parcela.Polig, parcela.Parcela, {}});
-    else
-        ++m_leida.vinculos.unidas;
+    else // further subparcels add to the share of the same holder
+        m_leida.vinculos.Inserta(
+            m_vinculos.emplace(m_parcela.municipio, m_parcela.indice, m_titular.indice).second,
+            CClaveRegistro::DeParcela(parcela.Polig, parcela.Parcela));
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "evidence/report/reading/text.h"
+#include "evidence/units.h"
 #include "platform/files/cstdio_file.h"
 
 namespace informe {
@@ -12,9 +13,8 @@ namespace {
 /// Metres as hundredths; nothing where no drawing reaches.
 int EnCentesimas(double metros)
 {
-    constexpr double kCentesimas = 100.0;
-    constexpr double kMayor = 21e6;
-    return std::abs(metros) < kMayor ? static_cast<int>(std::lround(metros * kCentesimas))
+    constexpr double kMayor = 21e6; // 32 bits of hundredths
+    return std::abs(metros) < kMayor ? static_cast<int>(std::lround(metros * kUnidadesPorMetro))
                                      : CAviso::kNada;
 }
 
@@ -83,6 +83,16 @@ CRegistroLeido LeeRegistro(const CString& nombre)
     return registro;
 }
 
+void RecorreConAvisos(const CRegistroLeido& registro, const CString& nombre,
+                      const std::function<void(const CAviso& aviso, const CString& texto)>& toma)
+{
+    auto aviso = registro.avisos.begin();
+    RecorreRegistro(nombre, [&](std::uint32_t /*linea*/, const CString& texto) {
+        if (aviso != registro.avisos.end())
+            toma(*aviso++, texto);
+    });
+}
+
 std::string Enunciado(const CMensaje& mensaje)
 {
     std::string_view texto = mensaje.texto;
@@ -103,6 +113,11 @@ std::string Enunciado(const CMensaje& mensaje)
 std::string Codigo(const CAviso& aviso)
 {
     return aviso.mensaje == nullptr ? "-" : std::string(CodigoMensaje(*aviso.mensaje));
+}
+
+std::string Numero(int numero)
+{
+    return numero == CAviso::kNada ? "" : std::to_string(numero);
 }
 
 bool EsWarning(const CMensaje& mensaje)

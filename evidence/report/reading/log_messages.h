@@ -18,6 +18,7 @@ struct CAviso {
     static constexpr int kNada = std::numeric_limits<int>::min();
 
     bool HayParcela() const { return polig != kNada; }
+    bool Es(Mensaje cual) const { return mensaje != nullptr && mensaje->numero == cual; }
 
     const CMensaje* mensaje = nullptr; ///< null for a line that is no message
     std::uint32_t linea = 0;           ///< in the log, from 1
@@ -59,8 +60,17 @@ void RecorreRegistro(const CString& nombre,
 /// Reads a log. Raises CFileException as `RecorreRegistro` does.
 CRegistroLeido LeeRegistro(const CString& nombre);
 
+/// Goes through the lines of a log that was read, with their words, which it doesn't keep. Lines
+/// that came to the log since then are passed over. Raises CFileException as `RecorreRegistro`
+/// does.
+void RecorreConAvisos(const CRegistroLeido& registro, const CString& nombre,
+                      const std::function<void(const CAviso& aviso, const CString& texto)>& toma);
+
 /// What a message says with its values left out: "Paraje … no encontrado en parcela …".
 std::string Enunciado(const CMensaje& mensaje);
+
+/// A number of a line; empty where the line has none.
+std::string Numero(int numero);
 
 /// The code of a line, "E102"; a dash where it is no message.
 std::string Codigo(const CAviso& aviso);

@@ -14,7 +14,7 @@ public:
     explicit CPersonas(const CRegistroLeido& registro)
     {
         for (const CAviso& aviso : registro.avisos)
-            if (aviso.mensaje != nullptr && aviso.mensaje->numero == kMismoDNI)
+            if (aviso.Es(kMismoDNI))
                 m_buscados.insert(aviso.texto);
     }
 

@@ -1,79 +1,29 @@
 #include "evidence/report/reading/run_files.h"
 
 #include <algorithm>
-#include <chrono>
-#include <filesystem>
 
-#include "cadastre/table_files.h"
+#include "evidence/drawn_polygon.h"
+#include "evidence/paths.h"
 #include "platform/files/cstdio_file.h"
 #include "platform/files/system_files.h"
-#include "vexa_libs/binary.h"
 
 namespace informe {
 namespace {
 
-constexpr const char* kNombres[kTablas] = {"Modulos.txt",     "Titulares.txt", "Parcelas.txt",
-                                           "Subparcelas.txt", "Parajes.txt",   "Cotitulares.txt"};
-// Of files beside a log that are no input: what the program and this one write.
-constexpr std::string_view kNoEsEntrada[] = {"ERR", "HTML", "HTM",     "CSV",
-                                             "R",   "M",    "GEOJSON", "CSP"};
-constexpr std::string_view kNoEsLista[] = {"ERR", "HTML", "HTM", "CSV", "R",   "M",  "GEOJSON",
-                                           "CSP", "BIN",  "PAR", "SUB", "POL", "TOP"};
+// Of files beside a log that are no input: what the program and this one write; and that are no
+// list: the drawings as well.
+constexpr std::string_view kEscritas[] = {"ERR", "HTML", "HTM", "CSV", "R", "M", "GEOJSON", "CSP"};
 
-constexpr const char* kCabeceras[kTablas] = {kCabeceraModulos,  kCabeceraTitulares,
-                                             kCabeceraParcelas, kCabeceraSubparcelas,
-                                             kCabeceraParajes,  kCabeceraCotitulares};
-
-constexpr std::size_t kPedazo = std::size_t{1} << 16U;
-constexpr auto kHolgura = std::chrono::seconds(2); // some disks tell the time no better
-
-std::string EnMayusculas(std::string texto)
+bool PuedeSerEntrada(const CString& nombre)
 {
-    for (char& c : texto)
-        if (c >= 'a' && c <= 'z')
-            c = static_cast<char>(c - 'a' + 'A');
-    return texto;
+    return std::find(std::begin(kEscritas), std::end(kEscritas), ExtensionDe(nombre)) ==
+           std::end(kEscritas);
 }
 
-std::string Extension(const std::filesystem::path& ruta)
+bool PuedeSerLista(const CString& nombre)
 {
-    const std::string punto = EnMayusculas(sistema::Nombre(ruta.extension()));
-    return punto.empty() ? punto : punto.substr(1);
-}
-
-template <std::size_t N>
-bool EsUna(const std::string& extension, const std::string_view (&extensiones)[N])
-{
-    return std::find(std::begin(extensiones), std::end(extensiones), extension) !=
-           std::end(extensiones);
-}
-
-CString EnCarpeta(const CString& carpeta, const CString& nombre)
-{
-    CCadena ruta = nombre;
-    ruta.CambiaPath(carpeta);
-    return ruta;
-}
-
-/// Names in a folder, in order.
-std::vector<std::filesystem::path> Nombres(const CString& carpeta)
-{
-    sistema::Error error; // a folder that can't be looked at holds nothing for us
-    std::vector<std::filesystem::path> nombres =
-        sistema::Lista(sistema::Ruta(carpeta.IsEmpty() ? "." : carpeta), error);
-    std::sort(nombres.begin(), nombres.end());
-    return nombres;
-}
-
-CString BuscaEntrada(const CString& carpeta, const CString& base)
-{
-    for (const std::filesystem::path& nombre : Nombres(carpeta)) {
-        CString ruta = EnCarpeta(carpeta, sistema::Nombre(nombre));
-        if (sistema::Nombre(nombre.stem()) == std::string_view(base) &&
-            !EsUna(Extension(nombre), kNoEsEntrada) && HayFichero(ruta))
-            return ruta;
-    }
-    return {};
+    const std::string extension = ExtensionDe(nombre);
+    return PuedeSerEntrada(nombre) && extension != kExtensionDibujo && !ClaseDeExtension(extension);
 }
 
 /// The first line, with its end, as far as it tells what a file is; empty where it can't be read.
@@ -91,20 +41,40 @@ std::string PrimeraLinea(const CString& nombre)
     return bufer;
 }
 
-CCabeceraLista Cabecera(const CString& nombre)
+/// The first name in a folder, in order, that fits; empty for none.
+template <class F>
+CString BuscaEn(const CString& carpeta, F encaja)
 {
-    return LeeCabeceraLista(PrimeraLinea(nombre));
+    sistema::Error error; // a folder that can't be looked at holds nothing for us
+    std::vector<std::filesystem::path> nombres =
+        sistema::Lista(sistema::Ruta(carpeta.IsEmpty() ? "." : carpeta), error);
+    std::sort(nombres.begin(), nombres.end());
+    for (const std::filesystem::path& nombre : nombres)
+        if (CString ruta = EnCarpeta(carpeta, sistema::Nombre(nombre)); encaja(ruta))
+            return ruta;
+    return {};
+}
+
+CString BuscaEntrada(const CString& carpeta, const CString& base)
+{
+    return BuscaEn(carpeta, [&](const CString& ruta) {
+        return BaseDe(ruta) == base && PuedeSerEntrada(ruta) && HayFichero(ruta);
+    });
 }
 
 CString BuscaLista(const CString& carpeta, const CString& base)
 {
-    for (const std::filesystem::path& nombre : Nombres(carpeta)) {
-        CString ruta = EnCarpeta(carpeta, sistema::Nombre(nombre));
-        if (!EsUna(Extension(nombre), kNoEsLista) && HayFichero(ruta) &&
-            Cabecera(ruta).nombreSalida == base)
-            return ruta;
-    }
-    return {};
+    return BuscaEn(carpeta, [&](const CString& ruta) {
+        return PuedeSerLista(ruta) && HayFichero(ruta) &&
+               LeeCabeceraLista(PrimeraLinea(ruta)).nombreSalida == base;
+    });
+}
+
+CString BuscaOrtos(const CString& carpeta)
+{
+    return BuscaEn(carpeta, [](const CString& ruta) {
+        return ClaseDeExtension(ExtensionDe(ruta)) == ClaseTopologia::Hojas;
+    });
 }
 
 /// Takes what the line says of the run's files, each for what it is.
@@ -112,187 +82,105 @@ void TomaNombrados(const std::vector<CString>& nombrados, CFicheros& ficheros)
 {
     for (const CString& nombre : nombrados) {
         const std::string primera = PrimeraLinea(nombre);
-        const auto* const tabla = std::find(std::begin(kCabeceras), std::end(kCabeceras), primera);
-        const std::filesystem::path ruta = sistema::Ruta(nombre);
-        const std::string extension = Extension(ruta);
-        if (tabla != std::end(kCabeceras))
-            ficheros.tablas[static_cast<std::size_t>(tabla - kCabeceras)] = nombre;
-        else if (!EsUna(extension, kNoEsLista) &&
-                 LeeCabeceraLista(primera).nombreSalida == ficheros.base)
-            ficheros.lista = nombre;
-        else if (!EsUna(extension, kNoEsEntrada) &&
-                 sistema::Nombre(ruta.stem()) == std::string_view(ficheros.base))
+        if (const auto tabla = TablaDeCabecera(primera))
+            ficheros.tablas[*tabla] = nombre;
+        else if (PuedeSerLista(nombre) && LeeCabeceraLista(primera).nombreSalida == ficheros.base)
+            ficheros.lista.nombre = nombre;
+        else if (PuedeSerEntrada(nombre) && BaseDe(nombre) == ficheros.base)
             ficheros.entrada = nombre;
     }
 }
 
-CString BuscaOrtos(const CString& carpeta)
+/// Settles whether the run read an input or a list, and which: what the line names, else what
+/// stands beside the log. A list tells by what it says that it is of this log, an input by its name
+/// alone, so the list is looked for first.
+void SituaOrigen(const COpciones& opciones, const CString& junto, CFicheros& ficheros)
 {
-    for (const std::filesystem::path& nombre : Nombres(carpeta))
-        if (Extension(nombre) == "TOP")
-            return EnCarpeta(carpeta, sistema::Nombre(nombre));
-    return {};
-}
-
-/// Gives the tables that nobody named their usual names.
-void SituaTablas(const CString& junto, const CString& carpeta, CFicheros& ficheros)
-{
-    for (std::size_t tabla = 0; tabla < kTablas; ++tabla) {
-        const CString nombre = kNombres[tabla];
-        if (!carpeta.IsEmpty())
-            ficheros.tablas[tabla] =
-                sistema::Nombre(sistema::Ruta(carpeta) / sistema::Ruta(nombre));
-        else if (ficheros.tablas[tabla].IsEmpty())
-            ficheros.tablas[tabla] = EnCarpeta(junto, nombre);
+    CString& lista = ficheros.lista.nombre;
+    if (!opciones.entrada.IsEmpty()) {
+        ficheros.entrada = opciones.entrada;
+        lista = CString();
+    } else if (!opciones.lista.IsEmpty()) {
+        lista = opciones.lista;
+    } else if (lista.IsEmpty() && ficheros.entrada.IsEmpty()) {
+        lista = BuscaLista(junto, ficheros.base);
+        if (lista.IsEmpty())
+            ficheros.entrada = BuscaEntrada(junto, ficheros.base);
     }
+    if (!lista.IsEmpty())
+        ficheros.sentido = Sentido::Vuelta;
+    else if (!ficheros.entrada.IsEmpty())
+        ficheros.sentido = Sentido::Ida;
 }
 
-std::optional<std::filesystem::file_time_type> Fecha(const CString& nombre)
+/// What stands beside the list.
+void SituaVuelta(const CString& ortos, CFicheros& ficheros)
 {
-    std::error_code error;
-    const auto fecha = std::filesystem::last_write_time(sistema::Ruta(nombre), error);
-    return error ? std::nullopt : std::optional(fecha);
+    CListaPoligonos& lista = ficheros.lista;
+    lista.cabecera = LeeCabeceraLista(PrimeraLinea(lista.nombre));
+    lista.carpeta = CCadena(lista.nombre).DamePath();
+    ficheros.ortos = ortos.IsEmpty() ? BuscaOrtos(lista.carpeta) : ortos;
+    ficheros.ficheroR = FicheroDeLista(lista.carpeta, ficheros.base, "R");
+    ficheros.ficheroM = FicheroDeLista(lista.carpeta, ficheros.base, "M");
+    ficheros.entrada = CString();
 }
 
-std::time_t EnSegundos(std::filesystem::file_time_type fecha)
+/// Gives the tables their usual names: all of them in a folder that the line names, else those that
+/// nobody named.
+void SituaTablas(const CString& nombrada, const CString& junto, CFicheros& ficheros)
 {
-    using std::chrono::system_clock;
-    return system_clock::to_time_t(std::chrono::time_point_cast<system_clock::duration>(
-        std::filesystem::file_time_type::clock::to_sys(fecha)));
-}
-
-std::uint32_t SumaFichero(CFile& fichero)
-{
-    std::uint32_t suma = 0;
-    for (std::string_view tramo = fichero.Tramo(kPedazo); !tramo.empty();
-         tramo = fichero.Tramo(kPedazo))
-        suma = vexageo::Crc32(tramo, suma);
-    return suma;
-}
-
-CFicheroVisto Mira(std::string papel, const CString& nombre, bool salida)
-{
-    CFicheroVisto visto;
-    visto.papel = std::move(papel);
-    visto.nombre = nombre;
-    visto.salida = salida;
-    CFile fichero;
-    visto.hay = fichero.Open(nombre, CFile::modeRead | CFile::anyCase);
-    if (!visto.hay)
-        return visto;
-    visto.largo = fichero.GetLength();
-    visto.crc = SumaFichero(fichero);
-    if (const auto fecha = Fecha(nombre))
-        visto.fecha = EnSegundos(*fecha);
-    return visto;
-}
-
-void MiraDibujos(const CFicheros& ficheros, const std::vector<CString>& entradas,
-                 std::vector<CFicheroVisto>& vistos)
-{
-    for (const CString& entrada : entradas)
-        for (const char* extension : {"BIN", "PAR", "SUB"})
-            vistos.push_back(Mira(std::string(*extension == 'B' ? "dibujo" : "topología"),
-                                  FicheroDeLista(ficheros.carpeta, entrada, extension), false));
-    if (ficheros.ortos.IsEmpty())
-        return;
-    for (const char* extension : {"BIN", "TOP"}) {
-        CCadena nombre = ficheros.ortos;
-        nombre.CambiaExtension(extension);
-        vistos.push_back(Mira("ortofotos", nombre, false));
-    }
+    const CNombresTablas usuales = TablasEn(nombrada.IsEmpty() ? junto : nombrada);
+    for (std::size_t tabla = 0; tabla < kTablas; ++tabla)
+        if (!nombrada.IsEmpty() || ficheros.tablas[tabla].IsEmpty())
+            ficheros.tablas[tabla] = usuales[tabla];
 }
 
 } // namespace
-
-const char* NombreTabla(Tabla tabla)
-{
-    return kNombres[tabla];
-}
-
-bool HayFichero(const CString& nombre)
-{
-    sistema::Error error;
-    return !nombre.IsEmpty() &&
-           sistema::Mira(sistema::Ruta(nombre), error).tipo == sistema::CEstado::Tipo::Regular;
-}
 
 CFicheros BuscaFicheros(const CString& registro, const COpciones& opciones)
 {
     CFicheros ficheros;
     ficheros.registro = registro;
-    ficheros.base = sistema::Nombre(sistema::Ruta(registro).stem());
+    ficheros.base = BaseDe(registro);
     const CString junto = CCadena(registro).DamePath();
     TomaNombrados(opciones.con, ficheros);
-    if (!opciones.entrada.IsEmpty()) {
-        ficheros.entrada = opciones.entrada;
-        ficheros.lista = CString();
-    } else if (!opciones.lista.IsEmpty()) {
-        ficheros.lista = opciones.lista;
-    } else if (ficheros.lista.IsEmpty() && ficheros.entrada.IsEmpty()) {
-        ficheros.lista = BuscaLista(junto, ficheros.base);
-        if (ficheros.lista.IsEmpty())
-            ficheros.entrada = BuscaEntrada(junto, ficheros.base);
-    }
-    CString carpetaTablas = junto;
-    if (!ficheros.lista.IsEmpty()) {
-        ficheros.sentido = Sentido::Vuelta;
-        ficheros.cabecera = Cabecera(ficheros.lista);
-        ficheros.carpeta = carpetaTablas = CCadena(ficheros.lista).DamePath();
-        ficheros.ortos = opciones.ortos.IsEmpty() ? BuscaOrtos(ficheros.carpeta) : opciones.ortos;
-        ficheros.ficheroR = FicheroDeLista(ficheros.carpeta, ficheros.base, "R");
-        ficheros.ficheroM = FicheroDeLista(ficheros.carpeta, ficheros.base, "M");
-        ficheros.entrada = CString();
-    } else if (!ficheros.entrada.IsEmpty()) {
-        ficheros.sentido = Sentido::Ida;
-    }
-    SituaTablas(carpetaTablas, opciones.tablas, ficheros);
+    SituaOrigen(opciones, junto, ficheros);
+    const bool vuelta = ficheros.sentido == Sentido::Vuelta;
+    if (vuelta)
+        SituaVuelta(opciones.ortos, ficheros);
+    SituaTablas(opciones.tablas, vuelta ? ficheros.lista.carpeta : junto, ficheros);
     return ficheros;
 }
 
-std::vector<CFicheroVisto> MiraFicheros(const CFicheros& ficheros,
-                                        const std::vector<CString>& entradas)
+std::vector<CString> Ausentes(const CFicheros& ficheros, const COpciones& opciones)
 {
-    std::vector<CFicheroVisto> vistos;
-    const bool ida = ficheros.sentido == Sentido::Ida;
-    vistos.push_back(Mira("registro de errores", ficheros.registro, true));
-    if (!ficheros.entrada.IsEmpty())
-        vistos.push_back(Mira("entrada", ficheros.entrada, false));
-    for (const CString& tabla : ficheros.tablas)
-        if (ficheros.sentido != Sentido::Ninguno)
-            vistos.push_back(Mira("tabla", tabla, ida));
-    if (ficheros.sentido == Sentido::Vuelta) {
-        vistos.push_back(Mira("lista de polígonos", ficheros.lista, false));
-        MiraDibujos(ficheros, entradas, vistos);
-        vistos.push_back(Mira("fichero de Catastro", ficheros.ficheroR, true));
-        vistos.push_back(Mira("módulos de Catastro", ficheros.ficheroM, true));
-    }
-    const auto delRegistro = Fecha(ficheros.registro);
-    for (CFicheroVisto& visto : vistos) {
-        const auto fecha = Fecha(visto.nombre);
-        visto.viejo =
-            visto.salida && visto.hay && fecha && delRegistro && *fecha + kHolgura < *delRegistro;
-    }
-    return vistos;
+    std::vector<CString> nombrados = opciones.con;
+    nombrados.insert(nombrados.end(), {opciones.entrada, opciones.lista});
+    if (!opciones.tablas.IsEmpty())
+        nombrados.insert(nombrados.end(), ficheros.tablas.begin(), ficheros.tablas.end());
+    if (!opciones.ortos.IsEmpty())
+        nombrados.push_back(ConExtension(opciones.ortos, ExtensionDe(ClaseTopologia::Hojas)));
+    std::erase_if(nombrados,
+                  [](const CString& nombre) { return nombre.IsEmpty() || HayFichero(nombre); });
+    return nombrados;
 }
 
-bool Detenido(const std::vector<CFicheroVisto>& vistos, Sentido sentido)
+std::vector<CString> Leidos(const CFicheros& ficheros)
 {
-    bool alguna = false;
-    for (std::size_t i = 1; i < vistos.size(); ++i) { // the first one is the log
-        if (!vistos[i].salida)
-            continue;
-        alguna = true;
-        if (vistos[i].hay && !vistos[i].viejo)
-            return false;
-    }
-    return alguna && (sentido == Sentido::Vuelta || !SinSalidas(vistos));
-}
-
-bool SinSalidas(const std::vector<CFicheroVisto>& vistos)
-{
-    return std::none_of(vistos.begin() + 1, vistos.end(),
-                        [](const CFicheroVisto& visto) { return visto.salida && visto.hay; });
+    std::vector<CString> leidos(ficheros.tablas.begin(), ficheros.tablas.end());
+    leidos.insert(leidos.end(), {ficheros.registro, ficheros.entrada, ficheros.lista.nombre,
+                                 ficheros.ficheroR, ficheros.ficheroM});
+    using enum ClaseTopologia;
+    for (const CString& entrada : ficheros.lista.entradas)
+        for (const char* extension : {kExtensionDibujo, ExtensionDe(Parcelas),
+                                      ExtensionDe(Subparcelas), ExtensionDe(Poligonos)})
+            leidos.push_back(
+                CFile::EnDisco(FicheroDeLista(ficheros.lista.carpeta, entrada, extension)));
+    if (!ficheros.ortos.IsEmpty())
+        for (const char* extension : {kExtensionDibujo, ExtensionDe(Hojas)})
+            leidos.push_back(CFile::EnDisco(ConExtension(ficheros.ortos, extension)));
+    std::erase_if(leidos, [](const CString& nombre) { return nombre.IsEmpty(); });
+    return leidos;
 }
 
 } // namespace informe

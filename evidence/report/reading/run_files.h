@@ -1,25 +1,15 @@
 #pragma once
 
-#include <array>
-#include <cstdint>
-#include <ctime>
-#include <optional>
-#include <string>
 #include <vector>
 
-#include "cadastre/polygon_list.h"
+#include "evidence/municipality_files.h"
 #include "evidence/report/reading/report_options.h"
 
-// Which files belong to the run that wrote a log, and what can be seen of them from outside.
+// Which files belong to the run that wrote a log.
 
 namespace informe {
 
 enum class Sentido { Ninguno, Ida, Vuelta };
-
-enum Tabla { kModulos, kTitulares, kParcelas, kSubparcelas, kParajes, kCotitulares, kTablas };
-
-/// The usual name of a table, "Modulos.txt".
-const char* NombreTabla(Tabla tabla);
 
 /// The files of a run. A name is empty where none was found; that of an output may be of a file
 /// that isn't there.
@@ -27,11 +17,9 @@ struct CFicheros {
     Sentido sentido = Sentido::Ninguno;
     CString registro;
     CString base; ///< of the log's name, without folder and extension
-    std::array<CString, kTablas> tablas;
-    CString entrada; ///< the way out alone
-    CString lista;   ///< this and those below the way back alone
-    CCabeceraLista cabecera;
-    CString carpeta; ///< of the list, as `DamePath` gives it
+    CNombresTablas tablas;
+    CString entrada;       ///< the way out alone
+    CListaPoligonos lista; ///< this and those below the way back alone; its entries are unread
     CString ortos;
     CString ficheroR;
     CString ficheroM;
@@ -42,31 +30,10 @@ struct CFicheros {
 /// taken for none of the run's.
 CFicheros BuscaFicheros(const CString& registro, const COpciones& opciones);
 
-/// Tells whether a regular file of that name is there.
-bool HayFichero(const CString& nombre);
+/// The files that the options name and that aren't there.
+std::vector<CString> Ausentes(const CFicheros& ficheros, const COpciones& opciones);
 
-/// A file of the run as it was found.
-struct CFicheroVisto {
-    std::string papel; ///< what it was to the run
-    CString nombre;
-    bool salida = false;
-    bool hay = false;
-    bool viejo = false;               ///< an output that is older than the log
-    std::uint64_t largo = 0;          ///< bytes
-    std::optional<std::time_t> fecha; ///< of the last write
-    std::uint32_t crc = 0;            ///< of all its bytes (vexageo::Crc32)
-};
-
-/// Looks at all files of the run, the log first, and reads each whole for its sum. A read that
-/// fails raises CFileException.
-/// \param entradas  of the list: the base names of the polygons' files
-std::vector<CFicheroVisto> MiraFicheros(const CFicheros& ficheros,
-                                        const std::vector<CString>& entradas);
-
-/// Tells whether the run left its log and no outputs: it was stopped, or ended by a fault. False
-/// for a way out none of whose tables is there, as they may stand in another folder.
-bool Detenido(const std::vector<CFicheroVisto>& vistos, Sentido sentido);
-/// Tells whether no output was found.
-bool SinSalidas(const std::vector<CFicheroVisto>& vistos);
+/// Everything that is read for the report, so that nothing is written over it.
+std::vector<CString> Leidos(const CFicheros& ficheros);
 
 } // namespace informe

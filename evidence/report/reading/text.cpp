@@ -4,7 +4,9 @@
 #include <cmath>
 #include <cstdio>
 
+#include "evidence/texts.h"
 #include "platform/ansi.h"
+#include "platform/format.h"
 
 namespace informe {
 namespace {
@@ -56,6 +58,13 @@ std::string Decimal(double numero, int decimales)
                : cifras;
 }
 
+std::string Fijo(double numero)
+{
+    std::string texto;
+    AnexaFormato(texto, "%.2lf", {numero});
+    return texto;
+}
+
 std::string Cuantos(std::int64_t cuantos, std::string_view uno, std::string_view varios)
 {
     return Miles(cuantos) + " " + std::string(cuantos == 1 ? uno : varios);
@@ -82,12 +91,9 @@ std::string Texto(std::string_view texto)
     return limpio;
 }
 
-std::string SinBlancos(std::string_view texto)
+std::string TextoSinBlancos(std::string_view texto)
 {
-    const std::size_t desde = texto.find_first_not_of(" \t\r\n");
-    if (desde == std::string_view::npos)
-        return {};
-    return std::string(texto.substr(desde, texto.find_last_not_of(" \t\r\n") + 1 - desde));
+    return std::string(SinBlancos(Texto(texto)));
 }
 
 } // namespace informe

@@ -13,6 +13,8 @@ namespace informe {
 std::string Miles(std::int64_t numero);
 /// The number with so many decimals, "1.234,50".
 std::string Decimal(double numero, int decimales);
+/// The number with two decimals and a point, "1234.50", for programs.
+std::string Fijo(double numero);
 /// "1 línea", "3 líneas"
 std::string Cuantos(std::int64_t cuantos, std::string_view uno, std::string_view varios);
 /// A sum as eight digits, "CBF43926".
@@ -20,7 +22,7 @@ std::string Hexadecimal(std::uint32_t suma);
 
 /// A text of the program's files, in UTF-8; a byte that is no character becomes the sign for such.
 std::string Texto(std::string_view texto);
-/// The text without blanks at either end.
-std::string SinBlancos(std::string_view texto);
+/// The same without the blanks at either end that its columns have.
+std::string TextoSinBlancos(std::string_view texto);
 
 } // namespace informe

@@ -1,38 +1,45 @@
 #include "evidence/report/reading/written_records.h"
 
-#include "cadastre/exchange_format.h"
+#include "cadastre/co_holder_columns.h"
+#include "cadastre/holder_columns.h"
+#include "cadastre/module_place_columns.h"
+#include "cadastre/parcel_columns.h"
+#include "cadastre/subparcel_columns.h"
+#include "evidence/written_columns.h"
 #include "platform/files/cstdio_file.h"
 
 namespace informe {
 namespace {
 
-// Columns of the written layout.
-constexpr CLectura kTipo = {9, 2, 0};
-constexpr CLectura kPolig = {13, 3, 0};
-constexpr CLectura kParcela = {16, 5, 0};
-constexpr CLectura kHectareas = {21, 5, 0};
-constexpr CLectura kAreas = {26, 2, 0};
-constexpr CLectura kCentiareas = {28, 2, 0};
-constexpr CLectura kClaveConc = {111, 1, 0};
-constexpr CLectura kLetra = {21, 4, 0};
-constexpr CLectura kNombre = {19, 60, 0};
-constexpr CLectura kDni = {80, 8, 0};
-constexpr CLectura kNombreParaje = {16, 30, 0};
-constexpr CLectura kCal = {11, 2, 0};
-constexpr CLectura kInten = {13, 2, 0};
-constexpr short kPrimerGrupo = 23;
-constexpr short kAnchoGrupo = 14;
+// Columns of the written layout. All records of a parcel have its numbers in the same place.
+constexpr CLectura kTipo = {Detras(LecturaDe(kColumnasParcela, &CDatosLinea::EMenor)), 2, 0};
+constexpr CLectura kPolig = LecturaDe(kColumnasParcela, &CParcela::Polig);
+constexpr CLectura kParcela = LecturaDe(kColumnasParcela, &CParcela::Parcela);
+constexpr CLectura kHectareas = LecturaDe(kColumnasParcela, &CDatosLinea::hectareas);
+constexpr CLectura kAreas = LecturaDe(kColumnasParcela, &CDatosLinea::areas);
+constexpr CLectura kCentiareas = LecturaDe(kColumnasParcela, &CDatosLinea::centiareas);
+constexpr CLectura kClaveConc = LecturaDe(kColumnasParcela, &CParcela::claveConc);
+constexpr CLectura kLetra = LecturaDe(kColumnasComunes, &CSubparcela::letra);
+constexpr CLectura kNombre = LecturaDe(kColumnasTitular, &CTitular::Nombre);
+constexpr CLectura kDni = LecturaDe(kColumnasTitular, &CTitular::DNI);
+constexpr CLectura kNombreParaje = LecturaDe(kColumnasParaje, &CParaje::Nombre);
+constexpr CLectura kCal = LecturaDe(kColumnasModulo, &CModulo::Cal);
+constexpr CLectura kInten = LecturaDe(kColumnasModulo, &CModulo::Inten);
+
+// The groups of a CT record stand one behind the other; those that no holder needs are empty.
+constexpr short kPrimerGrupo = FinDe(kColumnasCabecera);
+constexpr short kAnchoGrupo = FinDe(kColumnasVinculo);
 constexpr int kGrupos = 9;
 constexpr std::string_view kGrupoVacio = "0000000  00000";
 
-std::string_view SinCola(std::string_view texto)
-{
-    return texto.substr(0, texto.find_last_not_of(' ') + 1);
-}
+static_assert(kPolig.columna == LecturaDe(kColumnasCabecera, &CDatosLinea::Polig).columna &&
+              kPolig.columna == LecturaDe(kColumnasComunes, &CDatosLinea::Polig).columna);
+static_assert(kPrimerGrupo + kGrupos * kAnchoGrupo <= kAnchoRegistro &&
+              kGrupoVacio.size() == kAnchoGrupo);
 
-CClave ClaveParcela(const CLineaFija& linea)
+CClaveRegistro ClaveParcela(const CLineaFija& linea)
 {
-    return {linea.Entero(kPolig), linea.Entero(kParcela), {}};
+    return CClaveRegistro::DeParcela(linea.Entero(kPolig), linea.Entero(kParcela));
 }
 
 void TomaParcela(const CLineaFija& linea, CEscritosCatastro& escritos)
@@ -55,38 +62,25 @@ void TomaCotitulares(const CLineaFija& linea, CEscritosCatastro& escritos)
     }
 }
 
-void TomaSubparcela(const CLineaFija& linea, CEscritosCatastro& escritos)
-{
-    CClave clave = ClaveParcela(linea);
-    clave.texto = CString(linea.Texto(kLetra));
-    clave.texto.TrimLeft().TrimRight();
-    escritos.subparcelas.push_back(std::move(clave));
-}
-
-void TomaTitular(const CLineaFija& linea, CEscritosCatastro& escritos)
-{
-    std::string clave(SinCola(linea.Texto(kNombre)));
-    if (const std::string_view dni = SinCola(linea.Texto(kDni)); !dni.empty())
-        clave.append(", ").append(dni);
-    escritos.titulares.push_back({0, 0, clave});
-}
-
 void TomaRegistro(const CLineaFija& linea, CEscritosCatastro& escritos)
 {
     ++escritos.registros;
     const std::string_view tipo = linea.Texto(kTipo);
     if (tipo == "TL")
-        TomaTitular(linea, escritos);
+        escritos.titulares.push_back(
+            CClaveRegistro::DeTitular(linea.Texto(kNombre), linea.Texto(kDni)));
     else if (tipo == "PR")
         TomaParcela(linea, escritos);
     else if (tipo == "CT")
         TomaCotitulares(linea, escritos);
     else if (tipo == "SP")
-        TomaSubparcela(linea, escritos);
+        escritos.subparcelas.push_back(CClaveRegistro::DeSubparcela(
+            linea.Entero(kPolig), linea.Entero(kParcela), linea.Texto(kLetra)));
     else if (tipo == "PJ")
-        escritos.parajes.push_back({0, 0, CString(SinCola(linea.Texto(kNombreParaje)))});
+        escritos.parajes.push_back(CClaveRegistro::DeParaje(linea.Texto(kNombreParaje)));
     else if (tipo == "MD")
-        escritos.modulos.push_back({linea.Entero(kInten), 0, CString(linea.Texto(kCal))});
+        escritos.modulos.push_back( // the record has no room for the name
+            CClaveRegistro::DeModulo({}, linea.Texto(kCal), linea.Entero(kInten)));
     else
         ++escritos.ajenos;
 }
@@ -96,8 +90,7 @@ bool Recorre(const CString& nombre, CEscritosCatastro& escritos)
     CStdioFile fichero;
     if (nombre.IsEmpty() || !fichero.Open(nombre, CFile::modeRead))
         return false;
-    CString linea;
-    while (fichero.ReadString(linea))
+    for (CString linea; fichero.ReadString(linea);)
         TomaRegistro(CLineaFija(linea), escritos);
     return true;
 }

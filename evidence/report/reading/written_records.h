@@ -3,14 +3,14 @@
 #include <cstdint>
 #include <vector>
 
-#include "evidence/report/reading/record_key.h"
+#include "evidence/record_key.h"
 
 namespace informe {
 
 /// What stands in the files R and M of a way back.
 struct CEscritosCatastro {
     struct CParcelaEscrita {
-        CClave clave;
+        CClaveRegistro clave;
         int superficie;
         bool concentrada;
     };
@@ -19,12 +19,12 @@ struct CEscritosCatastro {
     bool hayM = false;
     std::int64_t registros = 0;
     std::int64_t ajenos = 0; ///< lines that are no record of the written layout
-    std::vector<CClave> titulares;
+    std::vector<CClaveRegistro> titulares;
     std::vector<CParcelaEscrita> parcelas;
-    std::vector<CClave> cotitulares; ///< one for each group of a CT record, by parcel
-    std::vector<CClave> subparcelas;
-    std::vector<CClave> parajes;
-    std::vector<CClave> modulos; ///< by class and intensity
+    std::vector<CClaveRegistro> cotitulares; ///< one for each group of a CT record, by parcel
+    std::vector<CClaveRegistro> subparcelas;
+    std::vector<CClaveRegistro> parajes;
+    std::vector<CClaveRegistro> modulos; ///< by class and intensity
 };
 
 /// Reads both; one that isn't there leaves its part empty. A read that fails raises CFileException.

@@ -1,26 +1,18 @@
 #include "evidence/report/writing/csv.h"
 
 #include "evidence/report/reading/text.h"
-#include "evidence/report/writing/escapes.h"
 #include "evidence/report/writing/output_file.h"
-#include "platform/format.h"
+#include "evidence/units.h"
 
 namespace informe {
 namespace {
 
 constexpr std::string_view kMarca = "\xEF\xBB\xBF";
 
-std::string Numero(int numero)
+/// A coordinate in metres, without points in the thousands: a sheet reads it as a number.
+std::string Metros(int unidades)
 {
-    return numero == CAviso::kNada ? "" : std::to_string(numero);
-}
-
-/// Hundredths of a metre as metres, without points in the thousands: a sheet reads it as a number.
-std::string Metros(int centesimas)
-{
-    constexpr double kMetro = 0.01;
-    std::string texto;
-    AnexaFormato(texto, "%.2lf", {centesimas * kMetro});
+    std::string texto = Fijo(EnMetros(unidades));
     texto[texto.find('.')] = ',';
     return texto;
 }
@@ -32,13 +24,13 @@ std::string Clase(const CAviso& aviso)
     return EsWarning(*aviso.mensaje) ? "warning" : "error";
 }
 
-std::string Fila(const CAviso& aviso, const CString& texto, const CSitios* sitios)
+std::string Fila(const CAviso& aviso, const CString& texto, const CLugaresDeAvisos* lugares)
 {
-    const auto sitio = sitios == nullptr ? std::nullopt : sitios->De(aviso);
+    const auto sitio = lugares == nullptr ? std::nullopt : lugares->De(aviso);
     std::string fila = std::to_string(aviso.linea);
     for (const std::string& campo :
          {Codigo(aviso), Clase(aviso), Numero(aviso.polig), Numero(aviso.parcela),
-          CampoCsv(Texto(aviso.letra)), CampoCsv(SinBlancos(Texto(aviso.texto))),
+          CampoCsv(Texto(aviso.letra)), CampoCsv(TextoSinBlancos(aviso.texto)),
           Numero(aviso.numero), Numero(aviso.superficie), Numero(aviso.suma),
           sitio ? Metros(sitio->X) : "", sitio ? Metros(sitio->Y) : "", CampoCsv(Texto(texto))})
         fila += ";" + campo;
@@ -48,18 +40,33 @@ std::string Fila(const CAviso& aviso, const CString& texto, const CSitios* sitio
 } // namespace
 
 void EscribeCsv(const CString& nombre, const CRegistroLeido& registro,
-                const CString& ficheroRegistro, const CSitios* sitios)
+                const CString& ficheroRegistro, const CLugaresDeAvisos* lugares)
 {
     CSalida salida(nombre);
     salida.Escribe(kMarca);
     salida.Escribe("línea;código;clase;polígono;parcela;letra;nombre;número;superficie;suma;x;y;"
                    "mensaje\r\n");
-    auto aviso = registro.avisos.begin();
-    RecorreRegistro(ficheroRegistro, [&](std::uint32_t /*linea*/, const CString& texto) {
-        if (aviso != registro.avisos.end())
-            salida.Escribe(Fila(*aviso++, texto, sitios));
+    RecorreConAvisos(registro, ficheroRegistro, [&](const CAviso& aviso, const CString& texto) {
+        salida.Escribe(Fila(aviso, texto, lugares));
     });
     salida.Cierra();
+}
+
+std::string CampoCsv(std::string_view utf8)
+{
+    std::string campo;
+    if (!utf8.empty() && std::string_view("=+-@").find(utf8.front()) != std::string_view::npos)
+        campo = "'";
+    campo += utf8;
+    if (campo.find_first_of(";\"\r\n") == std::string::npos)
+        return campo;
+    std::string entreComillas = "\"";
+    for (const char c : campo) {
+        if (c == '"')
+            entreComillas += '"';
+        entreComillas += c;
+    }
+    return entreComillas + "\"";
 }
 
 } // namespace informe

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <string>
+#include <string_view>
+
 #include "evidence/report/findings/message_index.h"
 #include "evidence/report/reading/log_messages.h"
 
@@ -7,8 +10,12 @@ namespace informe {
 
 /// Writes all lines of the log as a sheet: UTF-8 with its mark, semicolons, CR LF. The log is read
 /// once more for its words. Raises CFileException, with an older sheet as it was.
-/// \param sitios  where the drawings show what the messages speak of; null for no drawings
+/// \param lugares  where the drawings show what the messages speak of; null for no drawings
 void EscribeCsv(const CString& nombre, const CRegistroLeido& registro,
-                const CString& ficheroRegistro, const CSitios* sitios);
+                const CString& ficheroRegistro, const CLugaresDeAvisos* lugares);
+
+/// A field of a row, UTF-8, in quotes where it needs them. A text that a spreadsheet would take for
+/// a formula gets an apostrophe.
+std::string CampoCsv(std::string_view utf8);
 
 } // namespace informe

@@ -4,8 +4,7 @@
 #include <set>
 
 #include "evidence/report/reading/text.h"
-#include "evidence/report/writing/escapes.h"
-#include "platform/format.h"
+#include "evidence/units.h"
 
 namespace informe {
 namespace {
@@ -13,17 +12,9 @@ namespace {
 using vexageo::CPunto;
 using CAnillo = std::vector<CPunto<int>>;
 
-std::string Metros(double centesimas)
+void PonPunto(CJson& json, const CPunto<int>& punto)
 {
-    constexpr double kMetro = 0.01;
-    std::string texto;
-    AnexaFormato(texto, "%.2lf", {centesimas * kMetro});
-    return texto;
-}
-
-std::string Coordenadas(const CPunto<int>& punto)
-{
-    return "[" + Metros(punto.X) + "," + Metros(punto.Y) + "]";
+    json.Lista([&] { json.Valor(EnMetros(punto.X)).Valor(EnMetros(punto.Y)); });
 }
 
 /// Twice the area, positive where the ring turns to the left.
@@ -40,48 +31,70 @@ double DobleAreaConSigno(const CAnillo& anillo)
 
 /// The ring as the form wants it: closed, outlines to the left and holes to the right; empty where
 /// it isn't one.
-std::string Anillo(CAnillo anillo, bool hueco)
+CAnillo Ordenado(CAnillo anillo, bool hueco)
 {
     constexpr std::size_t kMenos = 4;
-    if (anillo.empty())
-        return {};
-    if (anillo.front().X != anillo.back().X || anillo.front().Y != anillo.back().Y)
+    if (!anillo.empty() &&
+        (anillo.front().X != anillo.back().X || anillo.front().Y != anillo.back().Y))
         anillo.push_back(anillo.front());
     if (anillo.size() < kMenos)
         return {};
     if ((DobleAreaConSigno(anillo) < 0) != hueco)
         std::reverse(anillo.begin(), anillo.end());
-    std::string texto;
-    for (const CPunto<int>& punto : anillo)
-        texto += (texto.empty() ? "[" : ",") + Coordenadas(punto);
-    return texto + "]";
+    return anillo;
 }
 
-std::string Geometria(const CRecintoDibujado& recinto)
+void PonAnillo(CJson& json, const CAnillo& anillo)
 {
-    std::string anillos = Anillo(recinto.contorno, false);
-    if (anillos.empty())
-        return "null";
-    for (const CIslaDibujada& isla : recinto.islas)
-        if (const std::string hueco = Anillo(isla.contorno, true); !hueco.empty())
-            anillos += "," + hueco;
-    return R"({"type":"Polygon","coordinates":[)" + anillos + "]}";
+    if (!anillo.empty())
+        json.Lista([&] {
+            for (const CPunto<int>& punto : anillo)
+                PonPunto(json, punto);
+        });
 }
 
-std::string Codigos(const CIndiceAvisos& indice, const std::vector<std::uint32_t>& avisos)
+void PonGeometria(CJson& json, const char* tipo, std::invocable auto coordenadas)
 {
-    std::set<std::string> codigos;
-    for (const std::uint32_t i : avisos)
-        codigos.insert(Codigo(indice[i]));
-    std::string lista;
-    for (const std::string& codigo : codigos)
-        lista += (lista.empty() ? "" : ",") + Json(codigo);
-    return "[" + lista + "]";
+    json.Objeto([&] {
+        json.Campo("type", tipo).Campo("coordinates");
+        coordenadas();
+    });
 }
 
-std::string Numero(int numero)
+void PonRecinto(CJson& json, const CRecintoDibujado& recinto)
 {
-    return numero == CAviso::kNada ? "null" : std::to_string(numero);
+    const CAnillo contorno = Ordenado(recinto.contorno, false);
+    if (contorno.empty()) {
+        json.Nulo();
+        return;
+    }
+    PonGeometria(json, "Polygon", [&] {
+        json.Lista([&] {
+            PonAnillo(json, contorno);
+            for (const CIslaDibujada& isla : recinto.islas)
+                PonAnillo(json, Ordenado(isla.contorno, true));
+        });
+    });
+}
+
+std::optional<int> SiHay(int numero)
+{
+    return numero == CAviso::kNada ? std::nullopt : std::optional(numero);
+}
+
+std::optional<std::string> Letra(const CString& letra)
+{
+    return letra.IsEmpty() ? std::nullopt : std::optional(Texto(letra));
+}
+
+/// The messages that speak of a subparcel; of one in no parcel the one that names its place.
+std::vector<std::uint32_t> AvisosDeSubparcela(const CIndiceAvisos& indice, int polig,
+                                              const CRecintoDibujado& recinto)
+{
+    if (recinto.EsDeParcela())
+        return indice.DeSubparcela(polig, recinto.parcela, recinto.letra);
+    const auto i = indice.EnSitio(recinto.punto);
+    return i ? std::vector{*i} : std::vector<std::uint32_t>();
 }
 
 } // namespace
@@ -92,60 +105,70 @@ CGeoJson::CGeoJson(const CString& nombre) : m_salida(nombre)
         R"({"type":"FeatureCollection","nota":"Coordenadas del dibujo, en metros.","features":[)");
 }
 
-void CGeoJson::Rasgo(const std::string& geometria, const std::string& propiedades)
+void CGeoJson::Rasgo(std::invocable<CJson&> auto geometria, std::invocable<CJson&> auto propiedades)
 {
-    m_salida.Escribe(m_primero ? "\n" : ",\n");
+    CJson json;
+    json.Objeto([&] {
+        json.Campo("type", "Feature").Campo("geometry");
+        geometria(json);
+        json.Campo("properties").Objeto([&] { propiedades(json); });
+    });
+    m_salida.Escribe(m_primero ? "\n" : ",\n"); // a line each, for who reads it as text
+    m_salida.Escribe(json.Texto());
     m_primero = false;
-    m_salida.Escribe(R"({"type":"Feature","geometry":)" + geometria + R"(,"properties":{)" +
-                     propiedades + "}}");
 }
 
 void CGeoJson::Recinto(const char* clase, int polig, const CRecintoDibujado& recinto,
-                       const std::string& mensajes)
+                       const CIndiceAvisos& indice, const std::vector<std::uint32_t>& avisos)
 {
-    const bool situado = recinto.Valido() && recinto.parcela >= 0;
-    Rasgo(Geometria(recinto),
-          std::string(R"("clase":")") + clase + R"(","poligono":)" + std::to_string(polig) +
-              R"(,"parcela":)" + (situado ? std::to_string(recinto.parcela) : "null") +
-              R"(,"letra":)" + (recinto.letra.IsEmpty() ? "null" : Json(Texto(recinto.letra))) +
-              R"(,"rotulo":)" + Json(Texto(recinto.rotulo)) + R"(,"estado":)" +
-              Json(Texto(NombreEstado(recinto.estado))) + R"(,"recinto":)" +
-              std::to_string(recinto.pieza) + R"(,"recintos":)" + std::to_string(recinto.piezas) +
-              R"(,"mensajes":)" + mensajes);
+    std::set<std::string> codigos;
+    for (const std::uint32_t i : avisos)
+        codigos.insert(Codigo(indice[i]));
+    Rasgo([&](CJson& json) { PonRecinto(json, recinto); },
+          [&](CJson& json) {
+              json.Campo("clase", clase).Campo("poligono", polig);
+              json.Campo("parcela",
+                         recinto.EsDeParcela() ? std::optional(recinto.parcela) : std::nullopt);
+              json.Campo("letra", Letra(recinto.letra)).Campo("rotulo", Texto(recinto.rotulo));
+              json.Campo("estado", Texto(NombreEstado(recinto.estado)));
+              json.Campo("recinto", recinto.pieza).Campo("recintos", recinto.piezas);
+              json.Campo("mensajes").Lista([&] {
+                  for (const std::string& codigo : codigos)
+                      json.Valor(codigo);
+              });
+          });
 }
 
 void CGeoJson::Toma(const CPoligonoDibujado& poligono, const CIndiceAvisos& indice)
 {
     for (const CRecintoDibujado& recinto : poligono.parcelas.recintos)
-        Recinto("parcela", poligono.polig, recinto,
-                recinto.Valido()
-                    ? Codigos(indice, indice.DeParcela(poligono.polig, recinto.parcela))
-                    : "[]");
-    for (const CRecintoDibujado& recinto : poligono.subparcelas.recintos) {
-        std::vector<std::uint32_t> avisos;
-        if (recinto.Valido() && recinto.parcela >= 0)
-            avisos = indice.DeSubparcela(poligono.polig, recinto.parcela, recinto.letra);
-        else if (const auto i = indice.EnSitio(recinto.punto.X, recinto.punto.Y); i >= 0)
-            avisos = {static_cast<std::uint32_t>(i)};
-        Recinto("subparcela", poligono.polig, recinto, Codigos(indice, avisos));
-    }
+        Recinto("parcela", poligono.polig, recinto, indice,
+                recinto.Valido() ? indice.DeParcela(poligono.polig, recinto.parcela)
+                                 : std::vector<std::uint32_t>());
+    for (const CRecintoDibujado& recinto : poligono.subparcelas.recintos)
+        Recinto("subparcela", poligono.polig, recinto, indice,
+                AvisosDeSubparcela(indice, poligono.polig, recinto));
 }
 
 void CGeoJson::TomaMensajes(const CRegistroLeido& registro, const CString& ficheroRegistro,
-                            const CSitios* sitios)
+                            const CLugaresDeAvisos* lugares)
 {
-    auto siguiente = registro.avisos.begin();
-    RecorreRegistro(ficheroRegistro, [&](std::uint32_t /*linea*/, const CString& texto) {
-        if (siguiente == registro.avisos.end())
-            return;
-        const CAviso& aviso = *siguiente++;
-        const auto sitio = sitios == nullptr ? std::nullopt : sitios->De(aviso);
-        Rasgo(sitio ? R"({"type":"Point","coordinates":)" + Coordenadas(*sitio) + "}" : "null",
-              R"("clase":"mensaje","linea":)" + std::to_string(aviso.linea) + R"(,"codigo":)" +
-                  (aviso.mensaje == nullptr ? "null" : Json(Codigo(aviso))) + R"(,"poligono":)" +
-                  Numero(aviso.polig) + R"(,"parcela":)" + Numero(aviso.parcela) + R"(,"letra":)" +
-                  (aviso.letra.IsEmpty() ? "null" : Json(Texto(aviso.letra))) + R"(,"texto":)" +
-                  Json(Texto(texto)));
+    RecorreConAvisos(registro, ficheroRegistro, [&](const CAviso& aviso, const CString& texto) {
+        const auto sitio = lugares == nullptr ? std::nullopt : lugares->De(aviso);
+        Rasgo(
+            [&](CJson& json) {
+                if (sitio)
+                    PonGeometria(json, "Point", [&] { PonPunto(json, *sitio); });
+                else
+                    json.Nulo();
+            },
+            [&](CJson& json) {
+                json.Campo("clase", "mensaje").Campo("linea", aviso.linea);
+                json.Campo("codigo",
+                           aviso.mensaje == nullptr ? std::nullopt : std::optional(Codigo(aviso)));
+                json.Campo("poligono", SiHay(aviso.polig)).Campo("parcela", SiHay(aviso.parcela));
+                json.Campo("letra", Letra(aviso.letra)).Campo("texto", Texto(texto));
+            });
     });
 }
 

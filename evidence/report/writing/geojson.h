@@ -1,8 +1,7 @@
 #pragma once
 
-#include <string>
-
 #include "evidence/report/findings/message_index.h"
+#include "evidence/report/writing/json.h"
 #include "evidence/report/writing/output_file.h"
 
 namespace informe {
@@ -18,15 +17,15 @@ public:
     /// Writes the outlines of a polygon.
     void Toma(const CPoligonoDibujado& poligono, const CIndiceAvisos& indice);
     /// Writes the messages, behind all polygons. The log is read once more for its words.
-    /// \param sitios  null for no drawings
+    /// \param lugares  null for no drawings
     void TomaMensajes(const CRegistroLeido& registro, const CString& ficheroRegistro,
-                      const CSitios* sitios);
+                      const CLugaresDeAvisos* lugares);
     void Cierra();
 
 private:
-    void Rasgo(const std::string& geometria, const std::string& propiedades);
+    void Rasgo(std::invocable<CJson&> auto geometria, std::invocable<CJson&> auto propiedades);
     void Recinto(const char* clase, int polig, const CRecintoDibujado& recinto,
-                 const std::string& mensajes);
+                 const CIndiceAvisos& indice, const std::vector<std::uint32_t>& avisos);
 
     CSalida m_salida;
     bool m_primero = true;

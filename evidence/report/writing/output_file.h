@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string_view>
+#include <vector>
 
 #include "platform/files/cfile.h"
 
@@ -26,5 +27,10 @@ public:
 private:
     CFile m_fichero;
 };
+
+/// What is written must fall on nothing that is read, nor on one another.
+/// \param salidas  names of the outputs; empty ones are none
+/// \return the first output that does, null for none
+const CString* BuscaOcupada(const std::vector<CString>& salidas, std::vector<CString> leidos);
 
 } // namespace informe

@@ -1,10 +1,11 @@
 #include "evidence/report/writing/page.h"
 
-#include <algorithm>
-#include <array>
+#include <utility>
+#include <vector>
 
 #include "evidence/report/reading/text.h"
-#include "evidence/report/writing/escapes.h"
+#include "evidence/report/writing/page_files.h"
+#include "evidence/report/writing/page_parts.h"
 #include "evidence/report/writing/svg_map.h"
 
 namespace informe {
@@ -23,109 +24,109 @@ const char* NombreSentido(Sentido sentido)
     return "Proceso sin identificar: no se halló ni su entrada ni su lista";
 }
 
-std::string Cifra(std::int64_t cuantos, const char* que, const char* clase)
+void Cifra(CMarcas& marcas, std::int64_t cuantos, const char* que, const char* clase)
 {
-    return std::string("<li class=\"") + (cuantos == 0 ? "cero" : clase) + "\"><b>" +
-           Miles(cuantos) + "</b> " + que + "</li>\n";
+    marcas.Bloque("li", {{"class", cuantos == 0 ? "cero" : clase}},
+                  [&] { marcas.Elemento("b", {}, Miles(cuantos)).Texto(" ").Texto(que); });
 }
 
-std::string Cabecera(const CInforme& informe)
+void Cifras(CMarcas& marcas, const CContenido& contenido)
 {
-    const std::string nombre = Html(Texto(informe.ficheros.base));
-    const std::int64_t sinExplicar = informe.SinExplicar();
-    std::string html = "<header>\n<p class=\"sobre\">Informe del proceso</p>\n<h1>" + nombre +
-                       "</h1>\n<p class=\"sentido\">" + NombreSentido(informe.ficheros.sentido) +
-                       "</p>\n<ul class=\"cifras\">\n";
-    html += Cifra(informe.registro.Errores(), informe.registro.Errores() == 1 ? "error" : "errores",
-                  "err");
-    html += Cifra(informe.registro.Warnings(),
-                  informe.registro.Warnings() == 1 ? "warning" : "warnings", "avi");
-    html += Cifra(informe.asuntos.cuantos, informe.asuntos.cuantos == 1 ? "asunto" : "asuntos", "");
-    html += Cifra(sinExplicar, "sin explicar", "err");
-    html += "</ul>\n";
-    if (informe.Detenido())
-        html += "<p class=\"alarma\">El proceso se detuvo, o no llegó a su fin: el registro está, "
-                "y lo que debía escribir falta o es más viejo que él.</p>\n";
-    html += "<nav><a href=\"#ficheros\">Ficheros</a> <a href=\"#balance\">Balance</a> <a "
-            "href=\"#asuntos\">Asuntos</a> <a href=\"#numeros\">Por número</a> <a "
-            "href=\"#mensajes\">Mensajes</a>";
-    if (!informe.mapas.empty())
-        html += " <a href=\"#mapas\">Mapas</a>";
-    return html + "</nav>\n</header>\n";
+    const std::int64_t errores = contenido.proceso.registro.Errores();
+    const std::int64_t warnings = contenido.proceso.registro.Warnings();
+    const std::int64_t asuntos = contenido.asuntos.cuantos;
+    marcas.Bloque("ul", {{"class", "cifras"}}, [&] {
+        marcas.Linea();
+        Cifra(marcas, errores, errores == 1 ? "error" : "errores", "err");
+        Cifra(marcas, warnings, warnings == 1 ? "warning" : "warnings", "avi");
+        Cifra(marcas, asuntos, asuntos == 1 ? "asunto" : "asuntos", "");
+        Cifra(marcas, contenido.SinExplicar(), "sin explicar", "err");
+    });
 }
 
-std::string Pie(const CInforme& informe)
+/// The links to the sections; the maps, which a page may lack, come last.
+void Indice(CMarcas& marcas, const CContenido& contenido)
 {
-    return "<footer><p class=\"fecha\">Hecho el " + Fecha(informe.hecho) + " por campiva-informe " +
-           Html(informe.version) + ".</p></footer>\n";
+    std::vector<CSeccion> secciones = {seccion::kFicheros, seccion::kBalance, seccion::kAsuntos,
+                                       seccion::kNumeros, seccion::kMensajes};
+    if (!contenido.mapas.empty())
+        secciones.push_back(seccion::kMapas);
+    marcas.Bloque("nav", {}, [&] {
+        const char* entre = "";
+        for (const CSeccion& una : secciones) {
+            marcas.Texto(std::exchange(entre, " "));
+            Enlace(marcas, CAnclas::A(una.ancla), una.enlace);
+        }
+    });
 }
 
-void SeccionMapas(const CInforme& informe, const CEscribe& escribe)
+void Cabecera(CMarcas& marcas, const CContenido& contenido)
 {
-    if (informe.mapas.empty())
+    const CFicheros& ficheros = contenido.proceso.ficheros;
+    marcas.Linea().Bloque("p", {{"class", "sobre"}}, "Informe del proceso");
+    marcas.Bloque("h1", {}, Texto(ficheros.base));
+    marcas.Bloque("p", {{"class", "sentido"}}, NombreSentido(ficheros.sentido));
+    Cifras(marcas, contenido);
+    if (contenido.proceso.Detenido())
+        Parrafo(marcas, kAlarma,
+                "El proceso se detuvo, o no llegó a su fin: el registro está, y lo que debía "
+                "escribir falta o es más viejo que él.");
+    Indice(marcas, contenido);
+}
+
+void SeccionMapas(const CContenido& contenido, CMarcas& marcas)
+{
+    if (contenido.mapas.empty())
         return;
-    escribe("<section id=\"mapas\">\n<h2>Mapas</h2>\n" + LeyendaSvg());
-    for (const CMapaHecho& mapa : informe.mapas) {
-        escribe("<article class=\"poligono\"><h3>" + Html(mapa.titulo) + "</h3>\n");
-        escribe(mapa.svg);
-        escribe("</article>\n");
-    }
-    escribe("</section>\n");
+    PonSeccion(marcas, seccion::kMapas, [&] {
+        PonLeyenda(marcas);
+        for (const CMapaHecho& mapa : contenido.mapas)
+            marcas.Bloque("article", {{"class", "poligono"}}, [&] {
+                marcas.Elemento("h3", {}, mapa.titulo).Linea().Hecho(mapa.marcas);
+            });
+    });
+}
+
+/// The head of the document, which asks nothing of the network.
+void Cabeza(CMarcas& marcas, const CContenido& contenido)
+{
+    marcas.Linea().Suelto("meta", {{"charset", "utf-8"}}).Linea();
+    marcas
+        .Suelto("meta", {{"name", "viewport"}, {"content", "width=device-width, initial-scale=1"}})
+        .Linea();
+    marcas.Bloque("title", {}, "Informe de " + Texto(contenido.proceso.ficheros.base));
+    marcas.Bloque("style", {}, [&] { marcas.Linea().Hecho(Estilo()); });
+}
+
+void Cuerpo(CMarcas& marcas, const CContenido& contenido)
+{
+    marcas.Linea().Bloque("header", {}, [&] { Cabecera(marcas, contenido); });
+    marcas.Bloque("main", {}, [&] {
+        marcas.Linea();
+        for (const auto pon : {SeccionFicheros, SeccionBalance, SeccionAsuntos, SeccionNumeros,
+                               SeccionMapas, SeccionMensajes})
+            pon(contenido, marcas);
+    });
+    marcas.Bloque("footer", {}, [&] {
+        marcas.Elemento("p", {{"class", "fecha"}},
+                        "Hecho el " + Fecha(contenido.hecho) + " por campiva-informe " +
+                            contenido.version + ".");
+    });
+    marcas.Bloque("script", {}, [&] { marcas.Linea().Hecho(Guion()); });
 }
 
 } // namespace
 
-std::string CInforme::Ancla(std::uint32_t posicion) const
+void EscribePagina(const CContenido& contenido, const CEscribe& escribe)
 {
-    return mostradas.contains(posicion) ? "m" + std::to_string(registro.avisos[posicion].linea)
-                                        : std::string();
-}
-
-std::int64_t CInforme::SinExplicar() const
-{
-    std::int64_t suma = balance.SinExplicar();
-    if (dibujo)
-        suma += std::count_if(dibujo->desajustes.begin(), dibujo->desajustes.end(),
-                              [](const CDesajuste& uno) { return uno.motivo.empty(); });
-    return suma;
-}
-
-std::string Fecha(std::time_t fecha)
-{
-    std::array<char, 32> bufer{};
-    const std::tm* const partes = std::localtime(&fecha);
-    if (partes == nullptr)
-        return "sin fecha";
-    std::strftime(bufer.data(), bufer.size(), "%d/%m/%Y %H:%M", partes);
-    return bufer.data();
-}
-
-std::string YMas(const CInforme& informe, std::int64_t cuantos)
-{
-    if (cuantos <= 0)
-        return {};
-    return "<p class=\"nota\">y " + Miles(cuantos) + " más, " +
-           (informe.csv.empty() ? std::string("en el registro; --csv los da en una hoja")
-                                : "en " + Html(informe.csv)) +
-           ".</p>\n";
-}
-
-void EscribePagina(const CInforme& informe, const CEscribe& escribe)
-{
-    escribe(
-        "<!DOCTYPE html>\n<html lang=\"es\">\n<head>\n<meta charset=\"utf-8\">\n<meta "
-        "name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n<title>Informe de " +
-        Html(Texto(informe.ficheros.base)) + "</title>\n<style>\n" + Estilo() +
-        "</style>\n</head>\n<body>\n");
-    escribe(Cabecera(informe));
-    escribe("<main>\n");
-    escribe(SeccionFicheros(informe));
-    escribe(SeccionBalance(informe));
-    escribe(SeccionAsuntos(informe));
-    escribe(SeccionNumeros(informe));
-    SeccionMapas(informe, escribe);
-    SeccionMensajes(informe, escribe);
-    escribe("</main>\n" + Pie(informe) + "<script>\n" + Guion() + "</script>\n</body>\n</html>\n");
+    CMarcas marcas(escribe);
+    marcas.Hecho("<!DOCTYPE html>\n");
+    marcas.Bloque("html", {{"lang", "es"}}, [&] {
+        marcas.Linea();
+        marcas.Bloque("head", {}, [&] { Cabeza(marcas, contenido); });
+        marcas.Bloque("body", {}, [&] { Cuerpo(marcas, contenido); });
+    });
+    marcas.Vuelca();
 }
 
 } // namespace informe

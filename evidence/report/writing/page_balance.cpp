@@ -1,125 +1,141 @@
-#include <algorithm>
-
+#include "evidence/report/reading/bounds.h"
 #include "evidence/report/reading/text.h"
-#include "evidence/report/writing/escapes.h"
-#include "evidence/report/writing/page.h"
+#include "evidence/report/writing/page_parts.h"
 
 // What was run, and its balance.
 
 namespace informe {
 namespace {
 
-constexpr std::size_t kFicheros = 40; // that are named; further ones are counted
-
-std::string Fila(const CFicheroVisto& visto)
+void FilaFichero(CMarcas& marcas, const CFicheroVisto& visto)
 {
-    std::string html = "<tr" + std::string(visto.hay && !visto.viejo ? "" : " class=\"mal\"") +
-                       "><td>" + Html(visto.papel) + "</td><td class=\"nombre\">" +
-                       Html(Texto(visto.nombre)) + "</td>";
-    if (!visto.hay)
-        return html + "<td colspan=\"3\">no está</td></tr>\n";
-    html += "<td class=\"n\">" + Miles(static_cast<std::int64_t>(visto.largo)) + "</td><td>" +
-            (visto.fecha ? Fecha(*visto.fecha) : "") +
-            (visto.viejo ? " <b>más viejo que el registro</b>" : "") + "</td><td class=\"suma\">" +
-            Hexadecimal(visto.crc) + "</td></tr>\n";
-    return html;
+    const char* const clase = visto.hay && !visto.viejo ? nullptr : "mal";
+    if (!visto.hay) {
+        marcas.Bloque("tr", {{"class", clase}}, [&] {
+            marcas.Elemento("td", {}, visto.papel);
+            marcas.Elemento("td", {{"class", "nombre"}}, Texto(visto.nombre));
+            marcas.Elemento("td", {{"colspan", 3}}, "no está");
+        });
+        return;
+    }
+    const std::string fecha = visto.fecha ? Fecha(*visto.fecha) : std::string();
+    Fila(marcas, {{"class", clase}},
+         {{visto.papel},
+          {Texto(visto.nombre), "nombre"},
+          {Miles(static_cast<std::int64_t>(visto.largo)), kNumero},
+          {fecha + (visto.viejo ? " " : ""),
+           nullptr,
+           {},
+           visto.viejo ? "más viejo que el registro" : nullptr},
+          {Hexadecimal(visto.crc), "suma"}});
 }
 
-std::string TablaFicheros(const CInforme& informe, bool salidas)
+/// The first files of a side, and all that aren't there: those are why somebody looks.
+void TablaFicheros(CMarcas& marcas, const std::vector<CFicheroVisto>& vistos, bool salidas)
 {
-    std::string filas;
-    std::size_t dichas = 0;
-    std::int64_t calladas = 0;
-    for (const CFicheroVisto& visto : informe.vistos) {
+    std::vector<const CFicheroVisto*> dichos;
+    std::int64_t callados = 0;
+    for (const CFicheroVisto& visto : vistos) {
         if (visto.salida != salidas)
             continue;
-        if (visto.hay && dichas >= kFicheros) {
-            ++calladas;
-            continue;
-        }
-        filas += Fila(visto);
-        ++dichas;
+        if (visto.hay && dichos.size() >= topes::kFicheros)
+            ++callados;
+        else
+            dichos.push_back(&visto);
     }
-    if (filas.empty())
-        return {};
-    return std::string("<h3>") + (salidas ? "Escribe" : "Lee") +
-           "</h3>\n<div class=\"ancha\"><table><thead><tr><th>Qué es</th><th>Fichero</th><th "
-           "class=\"n\">Bytes</th><th>Fecha</th><th>CRC-32</th></tr></thead><tbody>\n" +
-           filas + "</tbody></table></div>\n" +
-           (calladas > 0 ? "<p class=\"nota\">y " + Miles(calladas) + " más, que están.</p>\n"
-                         : std::string());
+    if (dichos.empty())
+        return;
+    marcas.Bloque("h3", {}, salidas ? "Escribe" : "Lee");
+    Tabla(marcas, nullptr, {{"Qué es"}, {"Fichero"}, {"Bytes", true}, {"Fecha"}, {"CRC-32"}}, [&] {
+        for (const CFicheroVisto* visto : dichos)
+            FilaFichero(marcas, *visto);
+    });
+    if (callados > 0)
+        Parrafo(marcas, kNota, "y " + Miles(callados) + " más, que están.");
 }
 
-std::string Renglon(const CPartida::CRenglon& renglon)
+/// One side of a part. What didn't happen needs no line, but the first one is what is counted.
+void Columna(CMarcas& marcas, const char* titulo, const std::vector<CPartida::CRenglon>& renglones,
+             std::int64_t suma)
 {
-    return std::string("<tr") +
-           (renglon.callado && renglon.cuantos > 0 ? " class=\"callado\"" : "") + "><td>" +
-           Html(renglon.texto) + "</td><td class=\"n\">" + Miles(renglon.cuantos) + "</td></tr>\n";
+    const auto lineas = [&] {
+        marcas.Linea();
+        std::size_t dichos = 0;
+        for (const CPartida::CRenglon& renglon : renglones)
+            if (dichos == 0 || renglon.cuantos != 0) {
+                Fila(marcas, {{"class", renglon.EsPerdida() ? "callado" : nullptr}},
+                     {{renglon.texto}, {Miles(renglon.cuantos), kNumero}});
+                ++dichos;
+            }
+        if (dichos > 1)
+            Fila(marcas, {{"class", "suma"}}, {{"suma"}, {Miles(suma), kNumero}});
+    };
+    marcas.Bloque("table", {{"class", "partida"}}, [&] {
+        marcas.Elemento("caption", {}, titulo);
+        marcas.Elemento("tbody", {}, lineas);
+    });
 }
 
-std::string Columna(const char* titulo, const std::vector<CPartida::CRenglon>& renglones,
-                    std::int64_t suma)
+/// What a part comes to, in a word.
+void Dictamen(CMarcas& marcas, const CPartida& partida)
 {
-    std::string html =
-        std::string("<table class=\"partida\"><caption>") + titulo + "</caption><tbody>\n";
-    std::size_t dichos = 0;
-    for (const CPartida::CRenglon& renglon : renglones) {
-        if (dichos > 0 && renglon.cuantos == 0)
-            continue; // what didn't happen needs no line
-        html += Renglon(renglon);
-        ++dichos;
-    }
-    if (dichos > 1)
-        html += R"(<tr class="suma"><td>suma</td><td class="n">)" + Miles(suma) + "</td></tr>\n";
-    return html + "</tbody></table>\n";
-}
-
-std::string Partida(const CPartida& partida)
-{
-    std::string html = "<article class=\"partidas\"><h3>" + Html(partida.titulo) + "</h3>\n<div>" +
-                       Columna("Entra", partida.entra, partida.SumaEntra());
-    if (!partida.SePuedeDecir())
-        return html +
-               "</div><p class=\"alarma\">No se puede comprobar: " + Html(partida.noSePuede) +
-               ".</p></article>\n";
-    html += Columna("Sale", partida.sale, partida.SumaSale()) + "</div>";
+    const auto parrafo = [&](const char* clase, const std::string& texto) {
+        marcas.Elemento("p", {{"class", clase}}, texto);
+    };
     const std::int64_t sinExplicar = partida.SinExplicar();
+    if (!partida.SePuedeDecir())
+        return parrafo(kAlarma, "No se puede comprobar: " + partida.noSePuede + ".");
     if (sinExplicar == 0)
-        return html + "<p class=\"cuadra\">✓ Cuadra: sin explicar, 0.</p></article>\n";
-    html += "<p class=\"alarma\">✕ sin explicar: " + Miles(sinExplicar);
+        return parrafo(kCuadra, "✓ Cuadra: sin explicar, 0.");
+    std::string texto = "✕ sin explicar: " + Miles(sinExplicar);
     for (std::size_t i = 0; i < partida.ejemplos.size(); ++i)
-        html += (i == 0 ? ": " : ", ") + Html(partida.ejemplos[i]);
+        texto += (i == 0 ? ": " : ", ") + partida.ejemplos[i];
     if (static_cast<std::size_t>(partida.faltan + partida.sobran) > partida.ejemplos.size() &&
         !partida.ejemplos.empty())
-        html += " …";
-    return html + "</p></article>\n";
+        texto += " …";
+    parrafo(kAlarma, texto);
+}
+
+void PonPartida(CMarcas& marcas, const CPartida& partida)
+{
+    const auto columnas = [&] {
+        Columna(marcas, "Entra", partida.entra, partida.SumaEntra());
+        if (partida.SePuedeDecir())
+            Columna(marcas, "Sale", partida.sale, partida.SumaSale());
+    };
+    marcas.Bloque("article", {{"class", "partidas"}}, [&] {
+        marcas.Bloque("h3", {}, partida.Titulo());
+        marcas.Elemento("div", {}, columnas);
+        Dictamen(marcas, partida);
+    });
 }
 
 } // namespace
 
-std::string SeccionFicheros(const CInforme& informe)
+void SeccionFicheros(const CContenido& contenido, CMarcas& marcas)
 {
-    return "<section id=\"ficheros\">\n<h2>Ficheros</h2>\n" + TablaFicheros(informe, false) +
-           TablaFicheros(informe, true) + "</section>\n";
+    PonSeccion(marcas, seccion::kFicheros, [&] {
+        for (const bool salidas : {false, true})
+            TablaFicheros(marcas, contenido.proceso.vistos, salidas);
+    });
 }
 
-std::string SeccionBalance(const CInforme& informe)
+void SeccionBalance(const CContenido& contenido, CMarcas& marcas)
 {
-    std::string html = "<section id=\"balance\">\n<h2>Balance</h2>\n";
-    for (const std::string& nota : informe.balance.notas)
-        html += "<p class=\"nota\">" + Html(nota) + "</p>\n";
-    for (const CPartida& partida : informe.balance.partidas)
-        html += Partida(partida);
-    const bool perdidos = std::any_of(
-        informe.balance.partidas.begin(), informe.balance.partidas.end(), [](const CPartida& p) {
-            return std::any_of(p.sale.begin(), p.sale.end(), [](const CPartida::CRenglon& r) {
-                return r.callado && r.cuantos > 0;
+    const CBalance& balance = contenido.proceso.balance;
+    PonSeccion(marcas, seccion::kBalance, [&] {
+        for (const std::string& nota : balance.notas)
+            Parrafo(marcas, kNota, nota);
+        for (const CPartida& partida : balance.partidas)
+            PonPartida(marcas, partida);
+        if (balance.HayPerdidas())
+            marcas.Bloque("p", {{"class", "nota"}}, [&] {
+                marcas.Texto("Con ")
+                    .Elemento("b", {}, "▸")
+                    .Texto(", lo que se perdió sin que ningún mensaje lo diga.");
             });
-        });
-    if (perdidos)
-        html += "<p class=\"nota\">Con <b>▸</b>, lo que se perdió sin que ningún mensaje lo "
-                "diga.</p>\n";
-    return html + SeccionDibujo(informe) + "</section>\n";
+        PonDibujo(contenido, marcas);
+    });
 }
 
 } // namespace informe

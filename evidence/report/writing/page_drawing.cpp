@@ -1,101 +1,124 @@
 #include <algorithm>
 
+#include "evidence/report/reading/bounds.h"
 #include "evidence/report/reading/text.h"
-#include "evidence/report/writing/escapes.h"
-#include "evidence/report/writing/page.h"
+#include "evidence/report/writing/page_parts.h"
+#include "evidence/units.h"
 
 // The drawings' side of the balance: surfaces, and what no message tells.
 
 namespace informe {
 namespace {
 
-constexpr std::size_t kFilas = 60; // of each list
-constexpr double kMetro = 0.01;    // in a hundredth of a metre
-
-std::string FilaDesajuste(const CInforme& informe, const CDesajuste& uno)
+void FilaDesajuste(CMarcas& marcas, const CAnclas& anclas, const CDesajuste& uno)
 {
-    const std::string nombre = std::to_string(uno.polig) + "-" + std::to_string(uno.parcela);
-    const std::string ancla = "p" + nombre;
-    return std::string("<tr") + (uno.motivo.empty() ? " class=\"mal\"" : "") + "><td>" +
-           (informe.anclas.contains(ancla) ? "<a href=\"#" + ancla + "\">" + nombre + "</a>"
-                                           : nombre) +
-           "</td><td class=\"n\">" + Miles(uno.recintos) + "</td><td class=\"n\">" +
-           Miles(uno.dibujada) + "</td><td class=\"n\">" + Miles(uno.escrita) +
-           "</td><td class=\"n\">" + (uno.Diferencia() > 0 ? "+" : "") + Miles(uno.Diferencia()) +
-           "</td><td>" + (uno.motivo.empty() ? "<b>✕ sin explicar</b>" : Html(uno.motivo)) +
-           "</td></tr>\n";
+    const bool seExplica = !uno.motivo.empty();
+    Fila(marcas, {{"class", seExplica ? nullptr : "mal"}},
+         {{std::to_string(uno.polig) + "-" + std::to_string(uno.parcela), nullptr,
+           anclas.AParcela(uno.polig, uno.parcela)},
+          {Miles(uno.recintos), kNumero},
+          {Miles(uno.dibujada), kNumero},
+          {Miles(uno.escrita), kNumero},
+          {(uno.Diferencia() > 0 ? "+" : "") + Miles(uno.Diferencia()), kNumero},
+          {uno.motivo, nullptr, {}, seExplica ? nullptr : "✕ sin explicar"}});
 }
 
-std::string Superficies(const CInforme& informe, const CBalanceDibujo& dibujo)
+/// Those that nothing explains first, and the greater ones before the smaller.
+std::vector<CDesajuste> EnOrden(std::vector<CDesajuste> desajustes)
 {
-    std::string html = "<article><h3>Superficie dibujada y superficie escrita</h3>\n";
-    if (dibujo.escrita == 0 && dibujo.dibujada == 0)
-        return html + "<p class=\"nota\">Sin fichero R no hay con qué compararla.</p></article>\n";
-    html += "<p>Las parcelas que están en el dibujo y en el fichero R tienen " +
-            Miles(dibujo.dibujada) + " m² en el uno y " + Miles(dibujo.escrita) + " m² en el otro.";
-    if (dibujo.perdida != 0)
-        html +=
-            " <b>" + Miles(dibujo.perdida) +
-            " m² no cuentan</b>, por estar en parcelas de varios recintos, de las que la vuelta "
-            "toma el último.";
-    html += "</p>\n";
-    if (dibujo.desajustes.empty())
-        return html +
-               "<p class=\"cuadra\">✓ Todas tienen la superficie de su recinto.</p></article>\n";
-    std::vector<CDesajuste> orden = dibujo.desajustes;
-    std::stable_sort(orden.begin(), orden.end(), [](const CDesajuste& a, const CDesajuste& b) {
-        return std::pair(!a.motivo.empty(), -std::abs(a.Diferencia())) <
-               std::pair(!b.motivo.empty(), -std::abs(b.Diferencia()));
-    });
-    html += "<div class=\"ancha\"><table><thead><tr><th>Parcela</th><th "
-            "class=\"n\">Recintos</th><th class=\"n\">Dibujada, m²</th><th class=\"n\">Escrita, "
-            "m²</th><th class=\"n\">Diferencia</th><th>Por qué</th></tr></thead><tbody>\n";
-    for (std::size_t i = 0; i < std::min(orden.size(), kFilas); ++i)
-        html += FilaDesajuste(informe, orden[i]);
-    html += "</tbody></table></div>\n";
-    if (orden.size() > kFilas)
-        html += "<p class=\"nota\">y " + Miles(static_cast<std::int64_t>(orden.size() - kFilas)) +
-                " más, de menos diferencia.</p>\n";
-    return html + "</article>\n";
+    std::stable_sort(desajustes.begin(), desajustes.end(),
+                     [](const CDesajuste& a, const CDesajuste& b) {
+                         return std::pair(!a.motivo.empty(), -std::abs(a.Diferencia())) <
+                                std::pair(!b.motivo.empty(), -std::abs(b.Diferencia()));
+                     });
+    return desajustes;
 }
 
-std::string Hallazgos(const CBalanceDibujo& dibujo)
+void TablaDesajustes(CMarcas& marcas, const CAnclas& anclas, const CBalanceDibujo& dibujo)
 {
-    std::string html = "<article><h3>Lo que ningún mensaje dice del dibujo</h3>\n";
-    if (dibujo.hallazgos.empty() && dibujo.rotos.empty())
-        return html + "<p class=\"cuadra\">✓ Nada.</p></article>\n";
-    html += "<div class=\"ancha\"><table><thead><tr><th>Polígono</th><th>Dónde</th><th>Qué"
-            "</th><th class=\"n\">Sitio, m</th></tr></thead><tbody>\n";
-    for (const CPoligonoRoto& roto : dibujo.rotos)
-        html += "<tr class=\"mal\"><td>" + Html(Texto(roto.entrada)) + "</td><td>todo él</td><td>" +
-                Html(roto.que) + "</td><td></td></tr>\n";
-    std::size_t dichos = 0;
-    for (const CHallazgo& uno : dibujo.hallazgos) {
-        if (++dichos > kFilas)
-            break;
-        html += "<tr><td>" + std::to_string(uno.polig) + "</td><td>" + Html(uno.donde) +
-                "</td><td>" + Html(uno.que) + "</td><td class=\"n\">" +
-                Decimal(uno.sitio.X * kMetro, 2) + " " + Decimal(uno.sitio.Y * kMetro, 2) +
-                "</td></tr>\n";
+    const std::vector<CDesajuste> orden = EnOrden(dibujo.desajustes);
+    Tabla(marcas, nullptr,
+          {{"Parcela"},
+           {"Recintos", true},
+           {"Dibujada, m²", true},
+           {"Escrita, m²", true},
+           {"Diferencia", true},
+           {"Por qué"}},
+          [&] {
+              for (std::size_t i = 0; i < std::min(orden.size(), topes::kFilasDibujo); ++i)
+                  FilaDesajuste(marcas, anclas, orden[i]);
+          });
+    if (orden.size() > topes::kFilasDibujo)
+        Parrafo(marcas, kNota,
+                "y " + Miles(static_cast<std::int64_t>(orden.size() - topes::kFilasDibujo)) +
+                    " más, de menos diferencia.");
+}
+
+void Superficies(CMarcas& marcas, const CAnclas& anclas, const CBalanceDibujo& dibujo)
+{
+    marcas.Bloque("h3", {}, "Superficie dibujada y superficie escrita");
+    if (dibujo.escrita == 0 && dibujo.dibujada == 0) {
+        marcas.Elemento("p", {{"class", kNota}}, "Sin fichero R no hay con qué compararla.");
+        return;
     }
-    html += "</tbody></table></div>\n";
-    if (dibujo.hallazgos.size() > kFilas)
-        html += "<p class=\"nota\">y " +
-                Miles(static_cast<std::int64_t>(dibujo.hallazgos.size() - kFilas)) + " más.</p>\n";
-    return html + "</article>\n";
+    marcas.Bloque("p", {}, [&] {
+        marcas.Texto("Las parcelas que están en el dibujo y en el fichero R tienen " +
+                     Miles(dibujo.dibujada) + " m² en el uno y " + Miles(dibujo.escrita) +
+                     " m² en el otro.");
+        if (dibujo.perdida != 0)
+            marcas.Texto(" ")
+                .Elemento("b", {}, Miles(dibujo.perdida) + " m² no cuentan")
+                .Texto(", por estar en parcelas de varios recintos, de las que la "
+                       "vuelta toma el último.");
+    });
+    if (dibujo.desajustes.empty())
+        marcas.Elemento("p", {{"class", kCuadra}}, "✓ Todas tienen la superficie de su recinto.");
+    else
+        TablaDesajustes(marcas, anclas, dibujo);
+}
+
+void Hallazgos(CMarcas& marcas, const CBalanceDibujo& dibujo)
+{
+    marcas.Bloque("h3", {}, "Lo que ningún mensaje dice del dibujo");
+    if (dibujo.hallazgos.empty() && dibujo.rotos.empty()) {
+        marcas.Elemento("p", {{"class", kCuadra}}, "✓ Nada.");
+        return;
+    }
+    const std::size_t dichos = std::min(dibujo.hallazgos.size(), topes::kFilasDibujo);
+    Tabla(marcas, nullptr, {{"Polígono"}, {"Dónde"}, {"Qué"}, {"Sitio, m", true}}, [&] {
+        for (const CPoligonoRoto& roto : dibujo.rotos)
+            Fila(marcas, {{"class", "mal"}},
+                 {{Texto(roto.entrada)}, {"todo él"}, {roto.que}, {""}});
+        for (std::size_t i = 0; i < dichos; ++i) {
+            const CHallazgo& uno = dibujo.hallazgos[i];
+            Fila(marcas, {},
+                 {{std::to_string(uno.polig)},
+                  {uno.donde},
+                  {uno.que},
+                  {Decimal(EnMetros(uno.sitio.X), 2) + " " + Decimal(EnMetros(uno.sitio.Y), 2),
+                   kNumero}});
+        }
+    });
+    if (dichos < dibujo.hallazgos.size())
+        Parrafo(marcas, kNota,
+                "y " + Miles(static_cast<std::int64_t>(dibujo.hallazgos.size() - dichos)) +
+                    " más.");
 }
 
 } // namespace
 
-std::string SeccionDibujo(const CInforme& informe)
+void PonDibujo(const CContenido& contenido, CMarcas& marcas)
 {
-    if (!informe.dibujo)
-        return {};
-    return "<h2>Balance del dibujo</h2>\n<p class=\"nota\">" +
-           Cuantos(informe.dibujo->poligonos, "polígono", "polígonos") + ", " +
-           Cuantos(informe.dibujo->recintosParcela, "recinto de parcela", "recintos de parcela") +
-           " y " + Cuantos(informe.dibujo->recintosSubparcela, "de subparcela", "de subparcela") +
-           ".</p>\n" + Superficies(informe, *informe.dibujo) + Hallazgos(*informe.dibujo);
+    if (!contenido.dibujo)
+        return;
+    const CBalanceDibujo& dibujo = *contenido.dibujo;
+    marcas.Bloque("h2", {}, "Balance del dibujo");
+    Parrafo(marcas, kNota,
+            Cuantos(dibujo.poligonos, "polígono", "polígonos") + ", " +
+                Cuantos(dibujo.recintosParcela, "recinto de parcela", "recintos de parcela") +
+                " y " + Cuantos(dibujo.recintosSubparcela, "de subparcela", "de subparcela") + ".");
+    marcas.Bloque("article", {}, [&] { Superficies(marcas, contenido.anclas, dibujo); });
+    marcas.Bloque("article", {}, [&] { Hallazgos(marcas, dibujo); });
 }
 
 } // namespace informe

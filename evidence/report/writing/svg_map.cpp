@@ -1,34 +1,29 @@
 #include "evidence/report/writing/svg_map.h"
 
 #include <algorithm>
-#include <cmath>
 
 #include "evidence/report/reading/text.h"
-#include "evidence/report/writing/escapes.h"
+#include "evidence/report/writing/svg_shapes.h"
 
 namespace informe {
 namespace {
 
 using vexageo::CPunto;
 
-constexpr int kDecimetro = 10; // in the drawing's unit
-
 /// How an outline stands with the messages.
 enum class Trato { Bien, Aviso, Error, SinUso };
 
+/// Classes of an outline, and of the label in it.
 const char* Clase(Trato trato)
 {
-    switch (trato) {
-    case Trato::Error:
-        return "err";
-    case Trato::Aviso:
-        return "avi";
-    case Trato::SinUso:
-        return "sin";
-    case Trato::Bien:
-        break;
-    }
-    return "ok";
+    constexpr const char* kClases[] = {"ok", "avi", "err", "sin"};
+    return kClases[static_cast<std::size_t>(trato)];
+}
+
+const char* ClaseRotulo(Trato trato)
+{
+    constexpr const char* kClases[] = {"r", "ra", "re", "rs"};
+    return kClases[static_cast<std::size_t>(trato)];
 }
 
 std::size_t Puntos(const CRecintoDibujado& recinto)
@@ -47,67 +42,32 @@ std::size_t Puntos(const CTopologiaDibujada& topologia)
     return puntos;
 }
 
-/// The patterns of one map: stripes and dots that are apart by `paso` of its units.
-std::string Tramas(const std::string& serie, double paso)
-{
-    const auto n = [](double valor) {
-        std::string texto;
-        AnexaFormato(texto, "%.2lf", {valor});
-        return texto;
-    };
-    const std::string lado = "\" width=\"" + n(2 * paso) + "\" height=\"" + n(2 * paso) +
-                             "\" patternUnits=\"userSpaceOnUse\"";
-    return "<defs><pattern id=\"te" + serie + lado +
-           " patternTransform=\"rotate(45)\"><path "
-           "class=\"te\" stroke-width=\"" +
-           n(paso / 3) + "\" d=\"M0 0v" + n(2 * paso) + "M" + n(paso) + " 0v" + n(2 * paso) +
-           "\"/></pattern><pattern id=\"ta" + serie + lado + "><circle class=\"ta\" cx=\"" +
-           n(paso / 2) + "\" cy=\"" + n(paso / 2) + "\" r=\"" + n(paso / 4) +
-           "\"/><circle class=\"ta\" cx=\"" + n(paso * 3 / 2) + "\" cy=\"" + n(paso * 3 / 2) +
-           "\" r=\"" + n(paso / 4) + "\"/></pattern></defs>\n";
-}
-
 class CMapa {
 public:
-    CMapa(const CPoligonoDibujado& poligono, const CIndiceAvisos& indice, CEnlaces& enlaces)
-        : m_poligono(poligono), m_indice(indice), m_enlaces(enlaces)
+    CMapa(const CPoligonoDibujado& poligono, const CIndiceAvisos& indice, CAnclas& anclas)
+        : m_poligono(poligono), m_indice(indice), m_anclas(anclas), m_hoja(poligono)
     {
-        for (const CTopologiaDibujada* topologia : {&poligono.parcelas, &poligono.subparcelas})
-            for (const CRecintoDibujado& recinto : topologia->recintos)
-                for (const CPunto<int>& punto : recinto.contorno)
-                    m_maximas.Nuevo(punto);
     }
 
-    bool Hay() const { return m_maximas.Hay; }
-    std::string Dibuja(CPresupuesto& presupuesto);
+    bool Hay() const { return m_hoja.Hay(); }
+    std::string Dibuja(CPresupuesto& presupuesto, int serie);
 
 private:
-    struct CSitioMapa {
-        long long x;
-        long long y;
-    };
+    using CPosiciones = std::vector<std::uint32_t>;
 
-    CSitioMapa Sitio(const CPunto<int>& punto) const
-    {
-        const auto decimetros = [](long long a, long long b) { return (a - b) / kDecimetro; };
-        return {decimetros(punto.X, m_maximas.Minimo.X), decimetros(m_maximas.Maximo.Y, punto.Y)};
-    }
-    long long Ancho() const { return Sitio(m_maximas.Maximo).x + 1; }
-    long long Alto() const { return Sitio(m_maximas.Minimo).y + 1; }
-    /// Size of a letter that can be read on a page.
-    long long Letra() const { return std::max<long long>(std::max(Ancho(), Alto()) / 70, 1); }
-
-    void PonAnillo(const std::vector<CPunto<int>>& anillo);
-    void PonContorno(const CRecintoDibujado& recinto, const char* clase, const std::string& ancla,
-                     const std::string& titulo);
+    void PonRecintos(std::size_t quedan);
+    void PonContorno(const CRecintoDibujado& recinto, const std::string& clase,
+                     const std::string& ancla, const std::string& titulo);
     void PonParcela(const CRecintoDibujado& recinto);
+    void PonParcelaValida(const CRecintoDibujado& recinto, const CPosiciones& avisos);
     void PonSubparcela(const CRecintoDibujado& recinto);
     void PonRotulo(const CRecintoDibujado& recinto, std::string_view texto, const char* clase);
     void PonSenal(const CPunto<int>& punto, std::uint32_t posicion);
-    void PonEscala();
-    Trato TratoDe(const std::vector<std::uint32_t>& avisos) const;
-    std::string Enlace(const std::vector<std::uint32_t>& avisos) const;
-    std::string Explica(const std::vector<std::uint32_t>& avisos) const;
+    /// Draws what links to the first of the messages that the page shows; false where it shows
+    /// none.
+    bool ConEnlace(const CPosiciones& avisos, std::invocable auto dentro);
+    Trato TratoDe(const CPosiciones& avisos) const;
+    std::string Explica(const CPosiciones& avisos) const;
     void Decide(CPresupuesto& presupuesto);
     bool Toca(const CRecintoDibujado& recinto) const
     {
@@ -116,46 +76,28 @@ private:
 
     const CPoligonoDibujado& m_poligono;
     const CIndiceAvisos& m_indice;
-    CEnlaces& m_enlaces;
-    vexageo::CMaximas<int> m_maximas;
-    std::string m_svg;
+    CAnclas& m_anclas;
+    CHojaSvg m_hoja;
+    CMarcas m_svg;
     bool m_conSubparcelas = true;
     bool m_soloAvisos = false;
-    std::string m_nota;
+    const char* m_nota = nullptr;
 };
 
-void CMapa::PonAnillo(const std::vector<CPunto<int>>& anillo)
-{
-    CSitioMapa antes{};
-    bool primero = true;
-    for (const CPunto<int>& punto : anillo) {
-        const CSitioMapa sitio = Sitio(punto);
-        if (primero)
-            m_svg += "M" + std::to_string(sitio.x) + " " + std::to_string(sitio.y) + "l";
-        else if (sitio.x != antes.x || sitio.y != antes.y)
-            m_svg +=
-                std::to_string(sitio.x - antes.x) + " " + std::to_string(sitio.y - antes.y) + " ";
-        antes = sitio;
-        primero = false;
-    }
-    if (!primero)
-        m_svg += "0 0z";
-}
-
-void CMapa::PonContorno(const CRecintoDibujado& recinto, const char* clase,
+void CMapa::PonContorno(const CRecintoDibujado& recinto, const std::string& clase,
                         const std::string& ancla, const std::string& titulo)
 {
-    m_svg += "<path";
-    if (!ancla.empty() && m_enlaces.hechas.insert(ancla).second)
-        m_svg += " id=\"" + ancla + "\"";
-    m_svg += std::string(" class=\"") + clase + "\" d=\"";
-    PonAnillo(recinto.contorno);
-    for (const CIslaDibujada& isla : recinto.islas)
-        PonAnillo(isla.contorno);
-    m_svg += titulo.empty() ? "\"/>\n" : "\"><title>" + Html(titulo) + "</title></path>\n";
+    const bool nueva = !ancla.empty() && m_anclas.Pon(ancla);
+    const CAtributos atributos = {
+        {"id", nueva ? ancla.c_str() : nullptr}, {"class", clase}, {"d", m_hoja.Camino(recinto)}};
+    if (titulo.empty())
+        m_svg.Figura("path", atributos).Linea();
+    else
+        m_svg.Bloque("path", atributos, [&] { m_svg.Elemento("title", {}, titulo); });
 }
 
-Trato CMapa::TratoDe(const std::vector<std::uint32_t>& avisos) const
+/// One error outweighs any number of warnings.
+Trato CMapa::TratoDe(const CPosiciones& avisos) const
 {
     Trato trato = Trato::Bien;
     for (const std::uint32_t i : avisos) {
@@ -166,15 +108,18 @@ Trato CMapa::TratoDe(const std::vector<std::uint32_t>& avisos) const
     return trato;
 }
 
-std::string CMapa::Enlace(const std::vector<std::uint32_t>& avisos) const
+bool CMapa::ConEnlace(const CPosiciones& avisos, std::invocable auto dentro)
 {
     for (const std::uint32_t i : avisos)
-        if (std::string ancla = m_enlaces.ancla(i); !ancla.empty())
-            return ancla;
-    return {};
+        if (const std::string destino = m_anclas.ALinea(i); !destino.empty()) {
+            m_svg.Elemento("a", {{"href", destino}}, dentro);
+            return true;
+        }
+    dentro();
+    return false;
 }
 
-std::string CMapa::Explica(const std::vector<std::uint32_t>& avisos) const
+std::string CMapa::Explica(const CPosiciones& avisos) const
 {
     std::string codigos;
     for (const std::uint32_t i : avisos) {
@@ -187,42 +132,40 @@ std::string CMapa::Explica(const std::vector<std::uint32_t>& avisos) const
 
 void CMapa::PonRotulo(const CRecintoDibujado& recinto, std::string_view texto, const char* clase)
 {
-    const CSitioMapa sitio = Sitio(recinto.punto);
-    m_svg += std::string("<text class=\"") + clase + "\" x=\"" + std::to_string(sitio.x) +
-             "\" y=\"" + std::to_string(sitio.y) + "\">" + Html(texto) + "</text>\n";
+    const CSitioHoja sitio = m_hoja.Sitio(recinto.punto);
+    m_svg.Bloque("text", {{"class", clase}, {"x", sitio.x}, {"y", sitio.y}}, texto);
 }
 
 void CMapa::PonParcela(const CRecintoDibujado& recinto)
 {
-    if (!recinto.Valido()) {
-        const std::string rotulo =
-            recinto.rotulo.IsEmpty() ? "" : " «" + Texto(recinto.rotulo) + "»";
-        PonContorno(recinto, Clase(Trato::SinUso), {},
-                    "Recinto" + rotulo + ": " + Texto(NombreEstado(recinto.estado)));
-        PonRotulo(recinto, recinto.rotulo.IsEmpty() ? "?" : Texto(recinto.rotulo), "rs");
+    if (recinto.Valido()) {
+        const CPosiciones avisos = m_indice.DeParcela(m_poligono.polig, recinto.parcela);
+        if (ConEnlace(avisos, [&] { PonParcelaValida(recinto, avisos); }))
+            m_svg.Linea();
         return;
     }
-    const std::vector<std::uint32_t> avisos = m_indice.DeParcela(m_poligono.polig, recinto.parcela);
-    const std::string nombre =
-        std::to_string(m_poligono.polig) + "-" + std::to_string(recinto.parcela);
-    const std::string enlace = Enlace(avisos);
-    if (!enlace.empty())
-        m_svg += "<a href=\"#" + enlace + "\">";
-    std::string titulo = "Parcela " + nombre + Explica(avisos);
-    std::string clase = Clase(TratoDe(avisos));
+    const std::string rotulo = Texto(recinto.rotulo);
+    PonContorno(recinto, Clase(Trato::SinUso), {},
+                "Recinto" + (rotulo.empty() ? "" : " «" + rotulo + "»") + ": " +
+                    Texto(NombreEstado(recinto.estado)));
+    PonRotulo(recinto, rotulo.empty() ? "?" : rotulo, ClaseRotulo(Trato::SinUso));
+}
+
+void CMapa::PonParcelaValida(const CRecintoDibujado& recinto, const CPosiciones& avisos)
+{
+    const Trato trato = TratoDe(avisos);
+    std::string titulo = "Parcela " + std::to_string(m_poligono.polig) + "-" +
+                         std::to_string(recinto.parcela) + Explica(avisos);
+    std::string clase = Clase(trato);
     if (recinto.piezas > 1) {
         titulo +=
             ", recinto " + std::to_string(recinto.pieza) + " de " + std::to_string(recinto.piezas);
         clase += " pieza";
     }
-    PonContorno(recinto, clase.c_str(), avisos.empty() ? "" : "p" + nombre, titulo);
-    const Trato trato = TratoDe(avisos);
-    PonRotulo(recinto, Texto(recinto.rotulo),
-              trato == Trato::Error   ? "re"
-              : trato == Trato::Aviso ? "ra"
-                                      : "r");
-    if (!enlace.empty())
-        m_svg += "</a>\n";
+    PonContorno(recinto, clase,
+                avisos.empty() ? "" : CAnclas::DeParcela(m_poligono.polig, recinto.parcela),
+                titulo);
+    PonRotulo(recinto, Texto(recinto.rotulo), ClaseRotulo(trato));
 }
 
 void CMapa::PonSubparcela(const CRecintoDibujado& recinto)
@@ -231,65 +174,44 @@ void CMapa::PonSubparcela(const CRecintoDibujado& recinto)
         PonContorno(recinto, "sub sin", {}, "Subparcela: " + Texto(NombreEstado(recinto.estado)));
         return;
     }
+    const std::string letra = Texto(recinto.letra);
     if (recinto.parcela < 0) {
         PonContorno(recinto, "sub err", {}, "Subparcela fuera de toda parcela: E109");
-        PonRotulo(recinto, Texto(recinto.letra), "rl");
-        return;
+    } else {
+        const CPosiciones avisos =
+            m_indice.DeSubparcela(m_poligono.polig, recinto.parcela, recinto.letra);
+        const std::string nombre = "Subparcela " + std::to_string(m_poligono.polig) + "-" +
+                                   std::to_string(recinto.parcela) + " " + letra;
+        PonContorno(recinto, std::string("sub ") + Clase(TratoDe(avisos)), {},
+                    avisos.empty() ? std::string() : nombre + Explica(avisos));
     }
-    const std::vector<std::uint32_t> avisos =
-        m_indice.DeSubparcela(m_poligono.polig, recinto.parcela, recinto.letra);
-    const std::string clase = std::string("sub ") + Clase(TratoDe(avisos));
-    const std::string nombre = std::to_string(m_poligono.polig) + "-" +
-                               std::to_string(recinto.parcela) + " " + Texto(recinto.letra);
-    PonContorno(recinto, clase.c_str(), {},
-                avisos.empty() ? std::string() : "Subparcela " + nombre + Explica(avisos));
-    PonRotulo(recinto, Texto(recinto.letra), "rl");
+    PonRotulo(recinto, letra, "rl");
 }
 
 /// A cross at the place that a message names; at the edge for one that lies outside the map.
 void CMapa::PonSenal(const CPunto<int>& punto, std::uint32_t posicion)
 {
-    const CSitioMapa donde = Sitio(punto);
-    const CSitioMapa sitio = {std::clamp(donde.x, 0LL, Ancho()), std::clamp(donde.y, 0LL, Alto())};
+    const CSitioHoja donde = m_hoja.Sitio(punto);
+    const CSitioHoja sitio = m_hoja.Dentro(donde);
     const bool fuera = donde.x != sitio.x || donde.y != sitio.y;
-    const std::string brazo = std::to_string(Letra());
-    const std::string dos = std::to_string(2 * Letra());
-    const std::string ancla = "s" + std::to_string(m_indice[posicion].linea);
-    const std::string enlace = m_enlaces.ancla(posicion);
-    if (!enlace.empty())
-        m_svg += "<a href=\"#" + enlace + "\">";
-    m_svg += "<path id=\"" + ancla + "\" class=\"cruz\" d=\"M" + std::to_string(sitio.x) + " " +
-             std::to_string(sitio.y) + "m-" + brazo + " -" + brazo + "l" + dos + " " + dos +
-             "m0 -" + dos + "l-" + dos + " " + dos + "\"><title>" + Codigo(m_indice[posicion]) +
-             (fuera ? ", fuera del mapa" : "") + "</title></path>";
-    if (fuera)
-        m_svg += "<text class=\"re\" x=\"" + std::to_string(sitio.x) + "\" y=\"" +
-                 std::to_string(sitio.y) + "\" dy=\"-1.6em\">fuera</text>";
-    m_svg += enlace.empty() ? "\n" : "</a>\n";
-    m_enlaces.hechas.insert(ancla);
+    const CAviso& aviso = m_indice[posicion];
+    const std::string ancla = CAnclas::DeSitio(aviso);
+    ConEnlace({posicion}, [&] {
+        m_svg.Elemento(
+            "path", {{"id", ancla}, {"class", "cruz"}, {"d", CaminoCruz(sitio, m_hoja.Letra())}},
+            [&] {
+                m_svg.Elemento("title", {}, Codigo(aviso) + (fuera ? ", fuera del mapa" : ""));
+            });
+        if (fuera)
+            m_svg.Elemento("text",
+                           {{"class", "re"}, {"x", sitio.x}, {"y", sitio.y}, {"dy", "-1.6em"}},
+                           "fuera");
+    });
+    m_svg.Linea();
+    m_anclas.Pon(ancla);
 }
 
-/// A bar of a round length, and where north is.
-void CMapa::PonEscala()
-{
-    const double metros = static_cast<double>(std::max(Ancho(), Alto())) / kDecimetro / 5;
-    const double decena = std::pow(10.0, std::floor(std::log10(std::max(metros, 1.0))));
-    const double veces = metros / decena;
-    const double redondo = std::max(decena * (veces >= 5 ? 5 : veces >= 2 ? 2 : 1), 1.0);
-    const long long letra = Letra();
-    const auto n = [](long long valor) { return std::to_string(valor); };
-    const long long y = Alto() + 2 * letra;
-    const long long largo = static_cast<long long>(redondo) * kDecimetro;
-    m_svg += "<path class=\"escala\" d=\"M0 " + n(y) + "v" + n(letra) + "h" + n(largo) + "v-" +
-             n(letra) + "\"/><text class=\"pie\" x=\"" + n(largo + letra) + "\" y=\"" +
-             n(y + letra) + "\">" + Miles(static_cast<std::int64_t>(redondo)) + " m</text>\n";
-    const long long x = Ancho() - letra;
-    m_svg += "<path class=\"norte\" d=\"M" + n(x) + " " + n(y - letra / 2) + "l-" + n(letra) + " " +
-             n(3 * letra) + "l" + n(letra) + " -" + n(letra) + "l" + n(letra) + " " + n(letra) +
-             "z\"><title>Norte</title></path><text class=\"pie\" x=\"" +
-             n(x - 2 * letra - letra / 2) + "\" y=\"" + n(y + 2 * letra) + "\">N</text>\n";
-}
-
+/// What of the polygon fits on the page.
 void CMapa::Decide(CPresupuesto& presupuesto)
 {
     const std::size_t tope = std::min(presupuesto.puntos, presupuesto.deUno);
@@ -297,70 +219,97 @@ void CMapa::Decide(CPresupuesto& presupuesto)
     const std::size_t todos = deParcelas + Puntos(m_poligono.subparcelas);
     m_conSubparcelas = todos <= tope;
     m_soloAvisos = deParcelas > tope;
-    if (!m_conSubparcelas)
-        m_nota = "Es grande: el mapa no lleva las subparcelas.";
     if (m_soloAvisos)
         m_nota = "Es muy grande: el mapa no lleva más que las parcelas con mensajes, y no todas si "
                  "son muchas.";
-    std::size_t gasta = m_conSubparcelas ? todos : std::min(deParcelas, tope);
+    else if (!m_conSubparcelas)
+        m_nota = "Es grande: el mapa no lleva las subparcelas.";
+    const std::size_t gasta = m_conSubparcelas ? todos : std::min(deParcelas, tope);
     presupuesto.puntos -= std::min(gasta, presupuesto.puntos);
 }
 
-std::string CMapa::Dibuja(CPresupuesto& presupuesto)
+void CMapa::PonRecintos(std::size_t quedan)
 {
-    std::size_t quedan = std::min(presupuesto.puntos, presupuesto.deUno);
-    Decide(presupuesto);
-    const long long letra = Letra();
-    const auto n = [](long long valor) { return std::to_string(valor); };
-    const std::string serie = std::to_string(++m_enlaces.mapas);
-    m_svg = "<svg class=\"mapa\" role=\"img\" aria-label=\"Mapa del polígono " +
-            n(m_poligono.polig) + "\" viewBox=\"-" + n(letra) + " -" + n(letra) + " " +
-            n(Ancho() + 2 * letra) + " " + n(Alto() + 6 * letra) +
-            "\" style=\"font-size:" + n(letra) + "px;--te:url(#te" + serie + ");--ta:url(#ta" +
-            serie + ")\">\n" + Tramas(serie, static_cast<double>(letra) / 2);
     for (const CRecintoDibujado& recinto : m_poligono.parcelas.recintos) {
         if (!Toca(recinto) || Puntos(recinto) > quedan)
             continue;
         quedan -= Puntos(recinto);
         PonParcela(recinto);
     }
+    const std::vector<CRecintoDibujado>& subparcelas = m_poligono.subparcelas.recintos;
     if (m_conSubparcelas)
-        for (const CRecintoDibujado& recinto : m_poligono.subparcelas.recintos)
+        for (const CRecintoDibujado& recinto : subparcelas)
             PonSubparcela(recinto);
-    for (const CRecintoDibujado& recinto : m_poligono.subparcelas.recintos)
+    for (const CRecintoDibujado& recinto : subparcelas)
         if (recinto.Valido() && recinto.parcela < 0)
-            if (const auto i = m_indice.EnSitio(recinto.punto.X, recinto.punto.Y); i >= 0)
-                PonSenal(recinto.punto, static_cast<std::uint32_t>(i));
-    PonEscala();
-    m_svg += "</svg>\n";
-    return m_nota.empty() ? m_svg : "<p class=\"nota\">" + m_nota + "</p>\n" + m_svg;
+            if (const auto i = m_indice.EnSitio(recinto.punto))
+                PonSenal(recinto.punto, *i);
+}
+
+std::string CMapa::Dibuja(CPresupuesto& presupuesto, int serie)
+{
+    const std::size_t quedan = std::min(presupuesto.puntos, presupuesto.deUno);
+    Decide(presupuesto);
+    if (m_nota != nullptr)
+        m_svg.Bloque("p", {{"class", "nota"}}, m_nota);
+    m_svg.Bloque("svg",
+                 {{"class", "mapa"},
+                  {"role", "img"},
+                  {"aria-label", "Mapa del polígono " + std::to_string(m_poligono.polig)},
+                  {"viewBox", m_hoja.Ventana()},
+                  {"style", m_hoja.EstiloLetra() + EstiloTramas(serie)}},
+                 [&] {
+                     m_svg.Linea();
+                     PonTramas(m_svg, serie, static_cast<double>(m_hoja.Letra()) / 2);
+                     PonRecintos(quedan);
+                     m_hoja.PonEscala(m_svg);
+                 });
+    return m_svg.Toma();
 }
 
 } // namespace
 
-std::string LeyendaSvg()
+void PonLeyenda(CMarcas& marcas)
 {
-    const auto muestra = [](const char* clase, const char* texto) {
-        return std::string("<span class=\"muestra\"><svg viewBox=\"0 0 26 16\" "
-                           "style=\"--te:url(#te0);--ta:url(#ta0)\">") +
-               (std::string_view(clase) == "err" ? Tramas("0", 4) : "") + "<path class=\"" + clase +
-               "\" d=\"M1 1h24v14h-24z\"/></svg>" + texto + "</span>\n";
+    constexpr int kSerie = 0; // of no map
+    constexpr std::pair<const char*, const char*> kMuestras[] = {
+        {"ok", "parcela sin mensajes"},
+        {"err", "con errores (rayada)"},
+        {"avi", "con warnings (punteada)"},
+        {"sin", "recinto que la vuelta no ve (línea de puntos)"},
+        {"ok pieza", "parcela en varios recintos (línea partida)"},
+        {"sub ok", "subparcela (línea fina)"}};
+    const auto muestra = [&](const char* estilo, const char* texto, std::invocable auto dibujo) {
+        marcas.Elemento("span", {{"class", "muestra"}}, [&] {
+            marcas.Elemento("svg", {{"viewBox", "0 0 26 16"}, {"style", estilo}}, dibujo)
+                .Texto(texto);
+        });
     };
-    return "<p class=\"leyenda\">" + muestra("ok", "parcela sin mensajes") +
-           muestra("err", "con errores (rayada)") + muestra("avi", "con warnings (punteada)") +
-           muestra("sin", "recinto que la vuelta no ve (línea de puntos)") +
-           muestra("ok pieza", "parcela en varios recintos (línea partida)") +
-           muestra("sub ok", "subparcela (línea fina)") +
-           "<span class=\"muestra\"><svg viewBox=\"0 0 26 16\"><path class=\"cruz\" d=\"M8 3l10 "
-           "10m0 -10l-10 10\"/></svg>sitio que nombra un mensaje</span></p>\n";
+    const std::string tramas = EstiloTramas(kSerie);
+    marcas.Bloque("p", {{"class", "leyenda"}}, [&] {
+        for (const auto& [clase, texto] : kMuestras) {
+            muestra(tramas.c_str(), texto, [&] {
+                if (clase == std::string_view(Clase(Trato::Error)))
+                    PonTramas(marcas, kSerie, 4);
+                marcas.Figura("path", {{"class", clase}, {"d", "M1 1h24v14h-24z"}});
+            });
+            marcas.Linea();
+        }
+        muestra(nullptr, "sitio que nombra un mensaje", [&] {
+            marcas.Figura("path", {{"class", "cruz"}, {"d", "M8 3l10 10m0 -10l-10 10"}});
+        });
+    });
 }
 
-std::string MapaSvg(const CPoligonoDibujado& poligono, const CIndiceAvisos& indice,
-                    CEnlaces& enlaces, CPresupuesto& presupuesto)
+std::string MapaSvg(const CPoligonoDibujado& poligono, const CIndiceAvisos& indice, CAnclas& anclas,
+                    CPresupuesto& presupuesto, int& dibujados)
 {
-    CMapa mapa(poligono, indice, enlaces);
-    return mapa.Hay() ? mapa.Dibuja(presupuesto)
-                      : "<p class=\"nota\">No hay recintos que dibujar.</p>\n";
+    CMapa mapa(poligono, indice, anclas);
+    if (mapa.Hay())
+        return mapa.Dibuja(presupuesto, ++dibujados);
+    CMarcas nota;
+    nota.Bloque("p", {{"class", "nota"}}, "No hay recintos que dibujar.");
+    return nota.Toma();
 }
 
 } // namespace informe

@@ -32,6 +32,22 @@ TEST(ReportPage, IsTheSameForTheSameFiles)
     EXPECT_EQ(Veces(una, "<p class=\"fecha\">"), 1);
 }
 
+TEST(ReportPage, IsLookedOverForWhatNoBrowserTells)
+{
+    const struct {
+        const char* pagina;
+        const char* reparo;
+    } casos[] = {
+        {"<!DOCTYPE html>\n<p id=\"a\"><br><a href=\"#a\">b</a><path d=\"M0 0\"/></p>", ""},
+        {"<style>a>b{}</style><script>if (a<b) c</script>", ""},
+        {"<p><b></p>", "ends unopened: /p\nopen: p\nopen: b\n"},
+        {"<p id=\"a\"></p><p class=\"x\" id=\"a\"></p>", "twice: a\n"},
+        {"<a href=\"#b\"></a>", "leads nowhere: b\n"},
+    };
+    for (const auto& caso : casos)
+        EXPECT_EQ(ReparosDePagina(caso.pagina), caso.reparo);
+}
+
 TEST(ReportPage, AsksNothingOfTheNetwork)
 {
     const CCarpetaPrueba carpeta;
@@ -119,6 +135,9 @@ TEST(ReportMap, LeavesOutWhatPassesItsBoundAndSaysSo)
     aviso.parcela = 3;
     registro.Añade(aviso);
     const informe::CIndiceAvisos indice(registro);
+    const CCarpetaPrueba carpeta;
+    carpeta.Pon("a.ERR", "E112: de la parcela 1 3\r\n");
+    const informe::CLineasMostradas lineas(registro, carpeta.En("a.ERR"));
     const struct {
         std::size_t puntos;
         std::int64_t parcelas, subparcelas;
@@ -126,9 +145,10 @@ TEST(ReportMap, LeavesOutWhatPassesItsBoundAndSaysSo)
     } casos[] = {
         {1000, 10, 10, ""}, {79, 10, 0, "no lleva las subparcelas"}, {39, 1, 0, "con mensajes"}};
     for (const auto& caso : casos) {
-        informe::CEnlaces enlaces{[](std::uint32_t) { return std::string("m1"); }, {}};
+        informe::CAnclas anclas(registro, lineas);
         informe::CPresupuesto presupuesto{1000, caso.puntos};
-        const std::string svg = informe::MapaSvg(poligono, indice, enlaces, presupuesto);
+        int dibujados = 0;
+        const std::string svg = informe::MapaSvg(poligono, indice, anclas, presupuesto, dibujados);
         EXPECT_EQ(Veces(svg, "<title>Parcela "), caso.parcelas) << caso.puntos;
         EXPECT_EQ(Veces(svg, "class=\"sub ok\""), caso.subparcelas) << caso.puntos;
         EXPECT_THAT(svg, HasSubstr(caso.nota));

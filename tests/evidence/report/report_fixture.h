@@ -2,10 +2,16 @@
 
 #include <string>
 
+#include <gtest/gtest.h>
+
 #include "evidence/report/report.h"
 #include "tests/support/files.h"
 
 // Beside a fixture that runs a translation: the report on its log, and what stands in the page.
+
+/// What is wrong with a page, whatever it says: elements that don't end where they should, places
+/// of one name, links that lead nowhere. Empty for nothing, and for no page.
+std::string ReparosDePagina(std::string_view pagina);
 
 /// What the report of a log in the folder says.
 struct CInformePrueba {
@@ -15,6 +21,7 @@ struct CInformePrueba {
     {
         std::string nombre = registro;
         pagina = carpeta.Lee(nombre.replace(nombre.rfind('.'), std::string::npos, ".html"));
+        EXPECT_EQ(ReparosDePagina(pagina), "");
     }
 
     bool Dice(std::string_view html) const { return pagina.find(html) != std::string::npos; }

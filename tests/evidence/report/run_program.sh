@@ -22,6 +22,11 @@ status() { # expected, command...
   "${@:2}" > stdout 2> stderr || status=$?
   equal "status of ${*:2}" $status "$1"
 }
+whole() { # page: each place has a name of its own, and each link leads to one
+  equal "names twice in $1" "$(grep -o ' id="[^"]*"' "$1" | sort | uniq -d)" ''
+  equal "links to nowhere in $1" "$(comm -13 <(grep -o ' id="[^"]*"' "$1" | cut -d'"' -f2 | sort -u) \
+    <(grep -o ' href="#[^"]*"' "$1" | cut -d'#' -f2 | cut -d'"' -f1 | sort -u))" ''
+}
 number() { # page, text in front of it: the number that stands in the next cell
   sed -n "s|.*<td>$2</td><td class=\"n\">\([0-9.]*\)</td>.*|\1|p" "$1" | head -1 | tr -d .
 }
@@ -38,6 +43,7 @@ for table in "${tables[@]}"; do
   [ $table = Cotitulares.txt ] || [ $table = Parcelas.txt ] ||
     equal "$table" "$(number entrada.html "filas de $table")" $(($(wc -l < $table) - 1))
 done
+whole entrada.html
 equal "PR lines" "$(number entrada.html 'líneas PR')" "$(grep -ac ^PR entrada.txt)"
 equal "E103" "$(number entrada.html 'sin su parcela (E103)')" "$(grep -c ^E103: entrada.ERR)"
 
@@ -47,6 +53,7 @@ cp -r "$samples/villanueva_tablas_con_faltas" tablas
   < /dev/null > /dev/null 2>&1 || [ $? -eq 1 ]
 status 0 "$informe" --tablas tablas dibujos/045127.ERR
 grep -q ': vuelta, .* 0 sin explicar$' stdout || fail "the way back doesn't balance"
+whole dibujos/045127.html
 equal "PR records" "$(number dibujos/045127.html 'registros PR')" \
   "$(cut -b10-11 dibujos/045127.R | grep -c PR)"
 

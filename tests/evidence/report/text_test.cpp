@@ -1,5 +1,7 @@
 #include "evidence/report/reading/text.h"
-#include "evidence/report/writing/escapes.h"
+#include "evidence/report/writing/csv.h"
+#include "evidence/report/writing/json.h"
+#include "evidence/report/writing/markup.h"
 
 #include <limits>
 
@@ -39,8 +41,8 @@ TEST(ReportText, TakesTextsOutOfTheCodePage)
     EXPECT_EQ(Texto("Año"_ansi), "Año");
     EXPECT_EQ(Texto("a\tb"), "a b");
     EXPECT_EQ(Texto(std::string_view("a\0b\x1F", 4)), "a�b�");
-    EXPECT_EQ(SinBlancos("  a b \r\n"), "a b");
-    EXPECT_EQ(SinBlancos("  \t"), "");
+    EXPECT_EQ(TextoSinBlancos(" \ta b  "), "a b");
+    EXPECT_EQ(TextoSinBlancos("  \t"), "");
 }
 
 TEST(ReportText, LeavesNothingThatAFormWouldTakeForItsOwn)
@@ -62,8 +64,10 @@ TEST(ReportText, LeavesNothingThatAFormWouldTakeForItsOwn)
         {"", "", "\"\"", ""},
     };
     for (const auto& caso : casos) {
-        EXPECT_EQ(Html(caso.texto), caso.html);
-        EXPECT_EQ(Json(caso.texto), caso.json);
+        EXPECT_EQ(CMarcas().Texto(caso.texto).Toma(), caso.html);
+        EXPECT_EQ(CMarcas().Figura("a", {{"b", std::string(caso.texto)}}).Toma(),
+                  "<a b=\"" + std::string(caso.html) + "\"/>");
+        EXPECT_EQ(CJson().Valor(caso.texto).Texto(), caso.json);
         EXPECT_EQ(CampoCsv(caso.texto), caso.csv);
     }
 }

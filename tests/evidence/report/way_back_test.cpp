@@ -43,6 +43,13 @@ protected:
         CDibujoPrueba dibujo(carpeta);
         DibujaDos(dibujo);
     }
+    /// Rows in each of the six tables.
+    void DeTodo()
+    {
+        DosParcelas();
+        tablas["Cotitulares"] = {Fila({"045", "127", "0", "1", "7", "2", "PR", "50"})};
+        tablas["Modulos"] = {Fila({"045", "127", "C-", "3", "SECANO", "1", "1.00"})};
+    }
     CInformePrueba Informa(const informe::COpciones& opciones = {}) const
     {
         return CInformePrueba(carpeta, "045127.ERR", opciones);
@@ -103,30 +110,54 @@ TEST_F(InformeDeVuelta, TellsWhatWasDroppedWithoutAWord)
 TEST_F(InformeDeVuelta, ShowsARecordThatWasTakenOutOrPutIn)
 {
     const struct {
+        const char* fichero;
         const char* tipo;
         const char* partida;
         const char* dice;
     } casos[] = {
-        {"PR", "Parcelas", "✕ sin explicar: 1: falta 1-7"},
-        {"SP", "Subparcelas", "✕ sin explicar: 1: falta 1-7 a"},
-        {"TL", "Titulares", "✕ sin explicar: 1: falta ANA, 11111111"},
-        {"PJ", "Parajes", "✕ sin explicar: 1: falta LA ERA"},
+        {"045127.R", "PR", "Parcelas", "✕ sin explicar: 1: falta 1-7"},
+        {"045127.R", "SP", "Subparcelas", "✕ sin explicar: 1: falta 1-7 a"},
+        {"045127.R", "CT", "Cotitulares", "✕ sin explicar: 1: falta 1-7"},
+        {"045127.R", "TL", "Titulares", "✕ sin explicar: 1: falta ANA, 11111111"},
+        {"045127.R", "PJ", "Parajes", "✕ sin explicar: 1: falta LA ERA"},
+        {"045127.M", "MD", "Módulos", "✕ sin explicar: 1: falta C- 3"},
     };
-    DosParcelas();
+    DeTodo();
     Ejecuta(0, 1);
-    const std::string entero = carpeta.Lee("045127.R");
     for (const auto& caso : casos) {
+        const std::string entero = carpeta.Lee(caso.fichero);
         const std::size_t tipo = entero.find("000" + std::string(caso.tipo));
         const std::size_t desde = entero.rfind('\n', tipo) + 1; // 0 for none
         std::string sin = entero;
         const std::string linea = sin.substr(desde, sin.find('\n', desde) + 1 - desde);
-        carpeta.Pon("045127.R", sin.erase(desde, linea.size()));
+        carpeta.Pon(caso.fichero, sin.erase(desde, linea.size()));
         EXPECT_THAT(Informa().Partida(caso.partida), HasSubstr(caso.dice));
-        carpeta.Pon("045127.R", entero + linea);
+        carpeta.Pon(caso.fichero, entero + linea);
         EXPECT_THAT(Informa().Partida(caso.partida), HasSubstr("sobra")) << caso.tipo;
+        carpeta.Pon(caso.fichero, entero);
     }
-    carpeta.Pon("045127.R", entero);
     EXPECT_THAT(Informa().Cuenta(), EndsWith(", 0 sin explicar"));
+}
+
+TEST_F(InformeDeVuelta, ShowsARowThatWasTakenOutOfATable)
+{
+    const struct {
+        const char* tabla;
+        const char* dice;
+    } casos[] = {{"Parcelas", "sobra 1-8"},    {"Subparcelas", "sobra 1-8 a"},
+                 {"Cotitulares", "sobra 1-7"}, {"Titulares", "sobra LUIS, 22222222"},
+                 {"Parajes", "sobra LA ERA"},  {"Modulos", "sobra C- 3"}};
+    DeTodo();
+    Ejecuta(0, 1);
+    for (const auto& caso : casos) {
+        const std::string nombre = std::string(caso.tabla) + ".txt";
+        const std::string entera = carpeta.Lee(nombre);
+        carpeta.Pon(nombre, entera.substr(0, entera.rfind('\n', entera.size() - 2) + 1));
+        EXPECT_THAT(
+            Informa().Partida(caso.tabla == std::string("Modulos") ? "Módulos" : caso.tabla),
+            HasSubstr(std::string("✕ sin explicar: 1: ") + caso.dice));
+        carpeta.Pon(nombre, entera);
+    }
 }
 
 TEST_F(InformeDeVuelta, HoldsTheDrawnSurfaceAgainstTheWrittenOne)

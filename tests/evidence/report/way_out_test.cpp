@@ -83,11 +83,14 @@ TEST_F(Traduccion, ReportShowsWhatWasTakenOutOfAnOutput)
         {"Parcelas.txt", "Parcelas", "✕ sin explicar: 1: falta 1-2"},
         {"Parcelas.txt", "Titularidades", "✕ sin explicar: 1: falta 1-2"},
         {"Subparcelas.txt", "Subparcelas", "✕ sin explicar: 1: falta 1-2 a"},
-        {"Titulares.txt", "Titulares", "✕ sin explicar: 1: falta ANA, 11111111"},
+        {"Titulares.txt", "Titulares", "✕ sin explicar: 1: falta LUIS, 22222222"},
         {"Parajes.txt", "Parajes", "✕ sin explicar: 1: falta LA ERA"},
+        {"Modulos.txt", "Módulos", "✕ sin explicar: 1: falta SECANO, C- 3"},
+        {"Cotitulares.txt", "Titularidades", "✕ sin explicar: 1: falta 1-2"},
     };
+    const std::string modulo = Linea("MD045127", {{11, "C-03"}, {16, "SECANO"}, {62, "00000100"}});
     for (const auto& caso : casos) {
-        Ejecuta(DosParcelas());
+        Ejecuta(modulo + DosParcelas() + Titular("0000001", "00050", "LUIS", "22222222"));
         QuitaFila(carpeta, caso.fichero);
         const CInformePrueba informe(carpeta, "entrada.ERR");
         EXPECT_THAT(informe.Partida(caso.partida), HasSubstr(caso.dice));

@@ -1,0 +1,60 @@
+#include "evidence/municipality_files.h"
+
+#include <algorithm>
+
+#include "cadastre/table_files.h"
+#include "evidence/paths.h"
+#include "platform/files/cstdio_file.h"
+
+namespace {
+
+struct CTablaUsual {
+    const char* nombre;
+    const char* cabecera;
+};
+
+constexpr std::array<CTablaUsual, kTablas> kUsuales = {{{"Modulos.txt", kCabeceraModulos},
+                                                        {"Titulares.txt", kCabeceraTitulares},
+                                                        {"Parcelas.txt", kCabeceraParcelas},
+                                                        {"Subparcelas.txt", kCabeceraSubparcelas},
+                                                        {"Parajes.txt", kCabeceraParajes},
+                                                        {"Cotitulares.txt", kCabeceraCotitulares}}};
+
+} // namespace
+
+const char* NombreTabla(Tabla tabla)
+{
+    return kUsuales[tabla].nombre;
+}
+
+CNombresTablas TablasEn(const CString& carpeta)
+{
+    CNombresTablas nombres;
+    std::transform(kUsuales.begin(), kUsuales.end(), nombres.begin(),
+                   [&](const CTablaUsual& usual) { return EnCarpeta(carpeta, usual.nombre); });
+    return nombres;
+}
+
+std::optional<Tabla> TablaDeCabecera(std::string_view primera)
+{
+    const auto* const suya =
+        std::find_if(kUsuales.begin(), kUsuales.end(),
+                     [&](const CTablaUsual& usual) { return primera == usual.cabecera; });
+    return suya == kUsuales.end() ? std::nullopt
+                                  : std::optional(static_cast<Tabla>(suya - kUsuales.begin()));
+}
+
+std::optional<CListaPoligonos> LeeLista(const CString& nombre)
+{
+    CStdioFile fichero;
+    if (nombre.IsEmpty() || !fichero.Open(nombre, CFile::modeRead))
+        return std::nullopt;
+    CListaPoligonos lista;
+    lista.nombre = nombre;
+    lista.carpeta = CCadena(nombre).DamePath();
+    fichero.ReadString(lista.primera);
+    lista.cabecera = LeeCabeceraLista(lista.primera);
+    for (CString linea; fichero.ReadString(linea);)
+        lista.entradas.push_back(EntradaDeLista(linea));
+    return lista;
+}

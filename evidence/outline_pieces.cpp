@@ -1,0 +1,31 @@
+#include "evidence/outline_pieces.h"
+
+double CPiezas::Suma(std::size_t primeras) const
+{
+    double suma = 0;
+    for (std::size_t i = 0; i < primeras; ++i)
+        suma += m_recintos[i]->areaRegistro;
+    return suma;
+}
+
+CClavePiezas ClaveDePieza(const CRecintoDibujado& recinto)
+{
+    return {recinto.parcela, recinto.letra};
+}
+
+std::map<CClavePiezas, CPiezas> ReunePiezas(const std::vector<CRecintoDibujado>& recintos)
+{
+    std::map<CClavePiezas, CPiezas> piezas;
+    for (const CRecintoDibujado& recinto : recintos)
+        if (recinto.EsDeParcela())
+            piezas[ClaveDePieza(recinto)].Toma(recinto);
+    return piezas;
+}
+
+CString NombreDePieza(const CRecintoDibujado& recinto, ClaseTopologia que)
+{
+    CString nombre;
+    nombre.Format("la parcela %d", recinto.parcela);
+    return que == ClaseTopologia::Subparcelas ? "la letra " + recinto.letra + " de " + nombre
+                                              : nombre;
+}

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <vector>
+
+#include "evidence/report/findings/balance.h"
+#include "evidence/report/reading/log_messages.h"
+#include "evidence/report/reading/people.h"
+#include "evidence/report/reading/seen_files.h"
+#include "evidence/report/reading/surfaces.h"
+
+namespace informe {
+
+/// A run as its log and its tables show it. The drawings of a way back are another matter: they are
+/// gone through one by one, and not kept.
+struct CProceso {
+    /// Reads all files of the run but its drawings. Raises CFileException where one of them, or the
+    /// log, can't be read.
+    explicit CProceso(CFicheros suyos);
+
+    bool Detenido() const { return informe::Detenido(vistos, ficheros.sentido); }
+
+    CFicheros ficheros;
+    std::vector<CFicheroVisto> vistos;
+    CRegistroLeido registro;
+    CPersonas personas;
+    CBalance balance;
+    CSuperficies superficies; ///< of a way back
+
+private:
+    void OlvidaSalidas();
+};
+
+} // namespace informe

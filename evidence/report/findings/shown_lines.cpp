@@ -1,0 +1,26 @@
+#include "evidence/report/findings/shown_lines.h"
+
+#include <map>
+
+#include "evidence/report/reading/bounds.h"
+#include "evidence/report/reading/text.h"
+
+namespace informe {
+
+CLineasMostradas::CLineasMostradas(const CRegistroLeido& registro, const CString& ficheroRegistro)
+{
+    const bool todas = registro.avisos.size() <= topes::kLineas;
+    std::map<const CMensaje*, int> dichos;
+    for (std::uint32_t i = 0; i < registro.avisos.size(); ++i)
+        if (todas || dichos[registro.avisos[i].mensaje]++ < topes::kLineasDeCadaNumero)
+            m_posiciones.insert(i);
+    auto elegida = m_posiciones.begin();
+    RecorreRegistro(ficheroRegistro, [&](std::uint32_t linea, const CString& texto) {
+        if (elegida == m_posiciones.end() || *elegida + 1 != linea)
+            return;
+        m_lineas.push_back({*elegida, Texto(texto)});
+        ++elegida;
+    });
+}
+
+} // namespace informe

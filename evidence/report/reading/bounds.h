@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstddef>
+
+// How much a page tells. A run may leave a million messages and drawings of as many points; a page
+// that a browser is to open at once, and a person to read, has the first of everything and the
+// number of the rest. The sheet (--csv) and the features (--geojson) have all.
+
+namespace informe::topes {
+
+// The list of messages. A browser filters and sorts five thousand rows without a pause. Of a longer
+// log each number is worth showing, and 29 numbers times 150 rows are about as many.
+inline constexpr std::size_t kLineas = 5000;
+inline constexpr int kLineasDeCadaNumero = 150;
+
+// Matters. The first ones explain nearly all messages; one matter names a few lines of its own, and
+// keeps twice as many, as some of them aren't on the page.
+inline constexpr std::size_t kAsuntos = 200;
+inline constexpr std::size_t kMensajesDeAsunto = 24;
+inline constexpr std::size_t kLineasDeAsunto = 12;
+
+// Tables of the page: a screen or two of each. Files that aren't there are named past it as well.
+inline constexpr std::size_t kFicheros = 40;
+inline constexpr std::size_t kFilasDibujo = 60;
+
+// Records without an explanation: enough to look one up.
+inline constexpr std::size_t kEjemplos = 8;
+
+// Types of lines that the reader passes over: there are a handful, but any two bytes may be one.
+inline constexpr std::size_t kTiposNombrados = 12;
+
+// Points of the maps: of all, and of one polygon. A point takes some five bytes of the page, and a
+// browser draws 60,000 in an instant. Past the second bound a map leaves out subparcels, then
+// parcels without messages. Once so many are drawn on maps, polygons without messages get none.
+inline constexpr std::size_t kPuntosDePagina = 250'000;
+inline constexpr std::size_t kPuntosDeMapa = 60'000;
+inline constexpr std::size_t kPuntosSinMensajes = 50'000;
+
+// Lines at the start of an input that tell a list of subparcels from an exchange file.
+inline constexpr int kLineasParaConocer = 500;
+
+} // namespace informe::topes

@@ -1,0 +1,129 @@
+#include "evidence/report/reading/seen_files.h"
+
+#include <algorithm>
+#include <chrono>
+#include <filesystem>
+
+#include "evidence/drawn_polygon.h"
+#include "evidence/paths.h"
+#include "platform/files/cfile.h"
+#include "platform/files/system_files.h"
+#include "vexa_libs/binary.h"
+
+namespace informe {
+namespace {
+
+constexpr std::size_t kPedazo = std::size_t{1} << 16U;
+constexpr auto kHolgura = std::chrono::seconds(2); // some disks tell the time no better
+
+std::optional<std::filesystem::file_time_type> Fecha(const CString& nombre)
+{
+    std::error_code error;
+    const auto fecha = std::filesystem::last_write_time(sistema::Ruta(nombre), error);
+    return error ? std::nullopt : std::optional(fecha);
+}
+
+std::time_t EnSegundos(std::filesystem::file_time_type fecha)
+{
+    using std::chrono::system_clock;
+    return system_clock::to_time_t(std::chrono::time_point_cast<system_clock::duration>(
+        std::filesystem::file_time_type::clock::to_sys(fecha)));
+}
+
+std::uint32_t SumaFichero(CFile& fichero)
+{
+    std::uint32_t suma = 0;
+    for (std::string_view tramo = fichero.Tramo(kPedazo); !tramo.empty();
+         tramo = fichero.Tramo(kPedazo))
+        suma = vexageo::Crc32(tramo, suma);
+    return suma;
+}
+
+CFicheroVisto Mira(const char* papel, const CString& nombre, bool salida)
+{
+    CFicheroVisto visto;
+    visto.papel = papel;
+    visto.nombre = nombre;
+    visto.salida = salida;
+    CFile fichero;
+    visto.hay = fichero.Open(nombre, CFile::modeRead | CFile::anyCase);
+    if (!visto.hay)
+        return visto;
+    visto.largo = fichero.GetLength();
+    visto.crc = SumaFichero(fichero);
+    if (const auto fecha = Fecha(nombre))
+        visto.fecha = EnSegundos(*fecha);
+    return visto;
+}
+
+/// The drawings as the run reads them: it asks nothing of a .POL.
+void MiraDibujos(const CFicheros& ficheros, std::vector<CFicheroVisto>& vistos)
+{
+    using enum ClaseTopologia;
+    for (const CString& entrada : ficheros.lista.entradas) {
+        const auto mira = [&](const char* papel, const char* extension) {
+            vistos.push_back(
+                Mira(papel, FicheroDeLista(ficheros.lista.carpeta, entrada, extension), false));
+        };
+        mira("dibujo", kExtensionDibujo);
+        mira("topología", ExtensionDe(Parcelas));
+        mira("topología", ExtensionDe(Subparcelas));
+    }
+    if (!ficheros.ortos.IsEmpty())
+        for (const char* extension : {kExtensionDibujo, ExtensionDe(Hojas)})
+            vistos.push_back(Mira("ortofotos", ConExtension(ficheros.ortos, extension), false));
+}
+
+/// Tells of each output whether it is older than the log that stands in front.
+void BuscaViejos(std::vector<CFicheroVisto>& vistos)
+{
+    const auto delRegistro = Fecha(vistos.front().nombre);
+    for (CFicheroVisto& visto : vistos) {
+        const auto fecha = Fecha(visto.nombre);
+        visto.viejo =
+            visto.salida && visto.hay && fecha && delRegistro && *fecha + kHolgura < *delRegistro;
+    }
+}
+
+} // namespace
+
+std::vector<CFicheroVisto> MiraFicheros(const CFicheros& ficheros)
+{
+    std::vector<CFicheroVisto> vistos;
+    const bool ida = ficheros.sentido == Sentido::Ida;
+    vistos.push_back(Mira("registro de errores", ficheros.registro, true));
+    if (!ficheros.entrada.IsEmpty())
+        vistos.push_back(Mira("entrada", ficheros.entrada, false));
+    for (const CString& tabla : ficheros.tablas)
+        if (ficheros.sentido != Sentido::Ninguno)
+            vistos.push_back(Mira("tabla", tabla, ida));
+    if (ficheros.sentido == Sentido::Vuelta) {
+        vistos.push_back(Mira("lista de polígonos", ficheros.lista.nombre, false));
+        MiraDibujos(ficheros, vistos);
+        vistos.push_back(Mira("fichero de Catastro", ficheros.ficheroR, true));
+        vistos.push_back(Mira("módulos de Catastro", ficheros.ficheroM, true));
+    }
+    BuscaViejos(vistos);
+    return vistos;
+}
+
+bool Detenido(const std::vector<CFicheroVisto>& vistos, Sentido sentido)
+{
+    bool alguna = false;
+    for (std::size_t i = 1; i < vistos.size(); ++i) { // the first one is the log
+        if (!vistos[i].salida)
+            continue;
+        alguna = true;
+        if (vistos[i].hay && !vistos[i].viejo)
+            return false;
+    }
+    return alguna && (sentido == Sentido::Vuelta || !SinSalidas(vistos));
+}
+
+bool SinSalidas(const std::vector<CFicheroVisto>& vistos)
+{
+    return std::none_of(vistos.begin() + 1, vistos.end(),
+                        [](const CFicheroVisto& visto) { return visto.salida && visto.hay; });
+}
+
+} // namespace informe

@@ -1,0 +1,63 @@
+#include "evidence/report/writing/json.h"
+
+#include <array>
+#include <cstdio>
+
+#include "evidence/report/reading/text.h"
+
+namespace informe {
+
+void CJson::Separa()
+{
+    if (!m_primero)
+        m_texto += ',';
+    m_primero = false;
+}
+
+CJson& CJson::Crudo(std::string_view valor)
+{
+    Separa();
+    m_texto += valor;
+    return *this;
+}
+
+void CJson::PonTexto(std::string_view utf8)
+{
+    m_texto += '"';
+    for (const char c : utf8) {
+        if (c == '"' || c == '\\') {
+            m_texto += '\\';
+            m_texto += c;
+        } else if (static_cast<unsigned char>(c) < 0x20) {
+            std::array<char, 8> bufer{};
+            std::snprintf(bufer.data(), bufer.size(), "\\u%04X", static_cast<unsigned>(c));
+            m_texto += bufer.data();
+        } else {
+            m_texto += c;
+        }
+    }
+    m_texto += '"';
+}
+
+CJson& CJson::Campo(std::string_view nombre)
+{
+    Separa();
+    PonTexto(nombre);
+    m_texto += ':';
+    m_primero = true;
+    return *this;
+}
+
+CJson& CJson::Valor(std::string_view utf8)
+{
+    Separa();
+    PonTexto(utf8);
+    return *this;
+}
+
+CJson& CJson::Valor(double numero)
+{
+    return Crudo(Fijo(numero));
+}
+
+} // namespace informe

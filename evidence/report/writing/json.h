@@ -1,0 +1,57 @@
+#pragma once
+
+#include <concepts>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace informe {
+
+/// A value of JSON as it grows. Commas and the escapes of texts, which are UTF-8, come by
+/// themselves.
+class CJson {
+public:
+    CJson& Objeto(std::invocable auto dentro) { return Entre('{', dentro, '}'); }
+    CJson& Lista(std::invocable auto dentro) { return Entre('[', dentro, ']'); }
+    /// The name of an object's member; its value comes next.
+    CJson& Campo(std::string_view nombre);
+    CJson& Valor(std::string_view utf8);
+    CJson& Valor(std::integral auto numero) { return Crudo(std::to_string(numero)); }
+    /// A number with two decimals.
+    CJson& Valor(double numero);
+    CJson& Nulo() { return Crudo("null"); }
+
+    CJson& Campo(std::string_view nombre, const auto& valor) { return Campo(nombre).Valor(valor); }
+    /// One that may have no value.
+    CJson& Campo(std::string_view nombre, const std::optional<std::string>& valor)
+    {
+        return valor ? Campo(nombre).Valor(std::string_view(*valor)) : Campo(nombre).Nulo();
+    }
+    CJson& Campo(std::string_view nombre, const std::optional<int>& valor)
+    {
+        return valor ? Campo(nombre).Valor(*valor) : Campo(nombre).Nulo();
+    }
+
+    std::string_view Texto() const { return m_texto; }
+
+private:
+    CJson& Entre(char abre, std::invocable auto& dentro, char cierra)
+    {
+        Separa();
+        m_texto += abre;
+        m_primero = true;
+        dentro();
+        m_texto += cierra;
+        m_primero = false;
+        return *this;
+    }
+    CJson& Crudo(std::string_view valor);
+    void Separa();
+    void PonTexto(std::string_view utf8);
+
+    std::string m_texto;
+    bool m_primero = true; // nothing stands in front that a comma would part the next value from
+};
+
+} // namespace informe

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "evidence/report/writing/anchors.h"
+#include "evidence/report/writing/svg_map.h"
+
+namespace informe {
+
+struct CMapaHecho {
+    std::string titulo;
+    std::string marcas;
+};
+
+/// The maps of a page, as far as it has room for them.
+class CMapas {
+public:
+    /// \param anclas  gets the places that the maps have
+    CMapas(const CIndiceAvisos& indice, CAnclas& anclas) : m_indice(indice), m_anclas(anclas) {}
+
+    /// Draws a polygon, each once, in the order of the list.
+    void Toma(const CPoligonoDibujado& poligono);
+    /// The maps; to be called once, when all polygons were taken.
+    std::vector<CMapaHecho> Acaba();
+
+private:
+    bool HayMensajes(const CPoligonoDibujado& poligono) const;
+
+    const CIndiceAvisos& m_indice;
+    CAnclas& m_anclas;
+    CPresupuesto m_presupuesto;
+    std::vector<CMapaHecho> m_mapas;
+    int m_dibujados = 0;
+    std::int64_t m_sinMapa = 0;
+};
+
+} // namespace informe

@@ -1,0 +1,88 @@
+#pragma once
+
+#include <concepts>
+#include <cstdint>
+#include <functional>
+#include <initializer_list>
+#include <string>
+#include <string_view>
+
+namespace informe {
+
+using CEscribe = std::function<void(std::string_view)>;
+
+/// An attribute of an element. One whose value is null is left out.
+class CAtributo {
+public:
+    CAtributo(const char* nombre, const char* valor)
+        : m_nombre(valor == nullptr ? nullptr : nombre), m_valor(valor == nullptr ? "" : valor)
+    {
+    }
+    CAtributo(const char* nombre, std::string valor) : m_nombre(nombre), m_valor(std::move(valor))
+    {
+    }
+    CAtributo(const char* nombre, std::integral auto valor)
+        : m_nombre(nombre), m_valor(std::to_string(valor))
+    {
+    }
+
+    const char* Nombre() const { return m_nombre; } ///< null for one that is left out
+    const std::string& Valor() const { return m_valor; }
+
+private:
+    const char* m_nombre;
+    std::string m_valor;
+};
+
+using CAtributos = std::initializer_list<CAtributo>;
+
+/// Markup, HTML or SVG, as it grows. Texts and values are UTF-8 and come out so that they can be
+/// taken for nothing else; an element ends where its content does.
+class CMarcas {
+public:
+    CMarcas() = default;
+    /// Markup that is handed on in large pieces; `Vuelca` hands on the last one.
+    explicit CMarcas(CEscribe escribe) : m_escribe(std::move(escribe)) {}
+
+    CMarcas& Texto(std::string_view utf8);
+    /// The end of a line of the source, for who reads that.
+    CMarcas& Linea();
+    CMarcas& Elemento(const char* elemento, CAtributos atributos, std::string_view texto)
+    {
+        Abre(elemento, atributos);
+        Texto(texto);
+        return Cierra(elemento);
+    }
+    /// An element with what `dentro` writes.
+    CMarcas& Elemento(const char* elemento, CAtributos atributos, std::invocable auto dentro)
+    {
+        Abre(elemento, atributos);
+        dentro();
+        return Cierra(elemento);
+    }
+    /// The same on a line of its own.
+    void Bloque(const char* elemento, CAtributos atributos, auto contenido)
+    {
+        Elemento(elemento, atributos, contenido).Linea();
+    }
+    /// An element that never has content: `<br>`.
+    CMarcas& Suelto(const char* elemento, CAtributos atributos = {});
+    /// An element of SVG without content: `<path/>`.
+    CMarcas& Figura(const char* elemento, CAtributos atributos);
+    /// Markup that is made already: the program's own, or another object's.
+    CMarcas& Hecho(std::string_view marcas);
+
+    void Vuelca();
+    std::string Toma() { return std::move(m_texto); }
+
+private:
+    void Anexa(std::string_view utf8);
+    void PonMarca(const char* elemento, CAtributos atributos, const char* fin);
+    void Abre(const char* elemento, CAtributos atributos) { PonMarca(elemento, atributos, ">"); }
+    CMarcas& Cierra(const char* elemento);
+
+    CEscribe m_escribe;
+    std::string m_texto;
+};
+
+} // namespace informe

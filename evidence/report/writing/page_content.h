@@ -1,0 +1,37 @@
+#pragma once
+
+#include <cstdint>
+#include <ctime>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "evidence/report/findings/drawn_balance.h"
+#include "evidence/report/findings/matters.h"
+#include "evidence/report/findings/run_evidence.h"
+#include "evidence/report/findings/shown_lines.h"
+#include "evidence/report/writing/anchors.h"
+#include "evidence/report/writing/maps.h"
+
+namespace informe {
+
+/// All that a page tells.
+struct CContenido {
+    std::string version; ///< of the program
+    std::time_t hecho = 0;
+    std::string csv; ///< name of the sheet with all messages; empty for none
+    const CProceso& proceso;
+    const CLineasMostradas& lineas;
+    const CAnclas& anclas;
+    std::optional<CBalanceDibujo> dibujo; ///< of a way back
+    CAsuntos asuntos;
+    std::vector<CMapaHecho> mapas;
+
+    /// How many records and surfaces of parcels nothing explains.
+    std::int64_t SinExplicar() const
+    {
+        return proceso.balance.SinExplicar() + (dibujo ? dibujo->SinExplicar() : 0);
+    }
+};
+
+} // namespace informe

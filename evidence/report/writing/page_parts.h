@@ -1,0 +1,91 @@
+#pragma once
+
+#include <concepts>
+#include <cstdint>
+#include <ctime>
+#include <initializer_list>
+#include <string>
+#include <string_view>
+
+#include "evidence/report/writing/markup.h"
+#include "evidence/report/writing/page_content.h"
+
+// What the sections of a page are made of, and the sections.
+
+namespace informe {
+
+struct CSeccion {
+    const char* ancla;
+    const char* enlace; ///< what the link to it says
+    const char* titulo;
+};
+
+namespace seccion {
+inline constexpr CSeccion kFicheros = {"ficheros", "Ficheros", "Ficheros"};
+inline constexpr CSeccion kBalance = {"balance", "Balance", "Balance"};
+inline constexpr CSeccion kAsuntos = {"asuntos", "Asuntos", "Asuntos"};
+inline constexpr CSeccion kNumeros = {"numeros", "Por número", "Por número de mensaje"};
+inline constexpr CSeccion kMapas = {"mapas", "Mapas", "Mapas"};
+inline constexpr CSeccion kMensajes = {"mensajes", "Mensajes", "Mensajes"};
+} // namespace seccion
+
+/// A section with its heading and what `dentro` writes.
+void PonSeccion(CMarcas& marcas, const CSeccion& seccion, std::invocable auto dentro)
+{
+    marcas.Bloque("section", {{"id", seccion.ancla}}, [&] {
+        marcas.Linea().Bloque("h2", {}, seccion.titulo);
+        dentro();
+    });
+}
+
+// Classes of paragraphs: a note, a complaint, good news.
+inline constexpr const char* kNota = "nota";
+inline constexpr const char* kAlarma = "alarma";
+inline constexpr const char* kCuadra = "cuadra";
+void Parrafo(CMarcas& marcas, const char* clase, std::string_view texto);
+
+/// A link where there is somewhere to go to, else the text alone.
+void Enlace(CMarcas& marcas, const std::string& destino, std::string_view texto);
+
+/// A cell of a table.
+struct CCelda {
+    std::string texto;
+    const char* clase = nullptr;
+    std::string destino = {};     ///< where its text links to; empty for nowhere
+    const char* fuerte = nullptr; ///< what stands behind the text in bold
+};
+inline constexpr const char* kNumero = "n"; ///< class of cells whose numbers stand to the right
+void Fila(CMarcas& marcas, CAtributos atributos, std::initializer_list<CCelda> celdas);
+
+struct CColumnaPagina {
+    const char* titulo;
+    bool deNumeros = false;
+};
+/// A table whose rows `filas` writes.
+void CabeceraTabla(CMarcas& marcas, std::initializer_list<CColumnaPagina> columnas);
+void Tabla(CMarcas& marcas, const char* ancla, std::initializer_list<CColumnaPagina> columnas,
+           std::invocable auto filas)
+{
+    marcas.Bloque("div", {{"class", "ancha"}}, [&] {
+        marcas.Elemento("table", {{"id", ancla}}, [&] {
+            CabeceraTabla(marcas, columnas);
+            marcas.Elemento("tbody", {}, [&] {
+                marcas.Linea();
+                filas();
+            });
+        });
+    });
+}
+
+/// "25/11/2026 12:34", by the clock of the place.
+std::string Fecha(std::time_t fecha);
+
+void SeccionFicheros(const CContenido& contenido, CMarcas& marcas);
+void SeccionBalance(const CContenido& contenido, CMarcas& marcas);
+/// The drawings' side of the balance; nothing without drawings.
+void PonDibujo(const CContenido& contenido, CMarcas& marcas);
+void SeccionAsuntos(const CContenido& contenido, CMarcas& marcas);
+void SeccionNumeros(const CContenido& contenido, CMarcas& marcas);
+void SeccionMensajes(const CContenido& contenido, CMarcas& marcas);
+
+} // namespace informe

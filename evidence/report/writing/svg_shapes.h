@@ -1,0 +1,53 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "evidence/drawn_polygon.h"
+#include "evidence/report/writing/markup.h"
+
+// The sheet that a map is drawn on, and its signs. Lengths are decimetres: a drawing's hundredths
+// would make the page longer by half, and nobody sees them.
+
+namespace informe {
+
+struct CSitioHoja {
+    long long x; ///< from the left
+    long long y; ///< from the top
+};
+
+/// A sheet as large as a polygon's outlines.
+class CHojaSvg {
+public:
+    explicit CHojaSvg(const CPoligonoDibujado& poligono);
+
+    bool Hay() const { return m_maximas.Hay; } ///< there is something to be drawn
+    CSitioHoja Sitio(const vexageo::CPunto<int>& punto) const;
+    /// The place itself, or the one at the edge nearest to it.
+    CSitioHoja Dentro(const CSitioHoja& sitio) const;
+    /// Size of a letter that can be read on a page, which margins and signs go by.
+    long long Letra() const;
+    /// The way of an outline and its islands, as a path has it.
+    std::string Camino(const CRecintoDibujado& recinto) const;
+    std::string Ventana() const;
+    std::string EstiloLetra() const;
+    /// A bar of a round length, and where north is.
+    void PonEscala(CMarcas& svg) const;
+
+private:
+    long long Ancho() const { return Sitio(m_maximas.Maximo).x + 1; }
+    long long Alto() const { return Sitio(m_maximas.Minimo).y + 1; }
+    void AnexaAnillo(const std::vector<vexageo::CPunto<int>>& anillo, std::string& camino) const;
+
+    vexageo::CMaximas<int> m_maximas;
+};
+
+/// A cross around a place.
+std::string CaminoCruz(const CSitioHoja& sitio, long long brazo);
+
+/// The patterns of errors and warnings, stripes and dots that are apart by `paso`. Each map has its
+/// own, as they grow with it; its style names them.
+void PonTramas(CMarcas& svg, int serie, double paso);
+std::string EstiloTramas(int serie);
+
+} // namespace informe
