@@ -15,7 +15,7 @@ constexpr std::uint64_t kMuestra = std::uint64_t{64} * 1024; // bytes
 constexpr int kLineasQueDicenAlgo = 10; // a few lines may all be short by chance
 
 /// Form of an input: how its records are known, and how long they are.
-struct CForma {
+struct CFormaEntrada {
     bool (*esRegistro)(const CLineaFija& linea);
     std::size_t masLarga; ///< characters that its reader takes, without the line end
     std::size_t masCorta; ///< up to the last column of its shortest record
@@ -34,8 +34,8 @@ bool EsDeRelacion(const CLineaFija& linea)
     return tipo >= kLineaTitular && tipo <= kLineaIgnorada;
 }
 
-constexpr CForma kIntercambio = {EsDeIntercambio, kLineaCatastro - 1, 45};
-constexpr CForma kRelacion = {EsDeRelacion, kLineaLista - 1, 76};
+constexpr CFormaEntrada kIntercambio = {EsDeIntercambio, kLineaCatastro - 1, 45};
+constexpr CFormaEntrada kRelacion = {EsDeRelacion, kLineaLista - 1, 76};
 
 /// What the first lines came to.
 struct CMuestra {
@@ -46,7 +46,7 @@ struct CMuestra {
     int conLetras = 0; ///< with letters beyond ASCII
     int enUtf8 = 0;    ///< all of them UTF-8
 
-    void Toma(std::string_view linea, const CForma& forma)
+    void Toma(std::string_view linea, const CFormaEntrada& forma)
     {
         ++lineas;
         registros += forma.esRegistro(CLineaFija(linea)) ? 1 : 0;
@@ -69,7 +69,7 @@ SospechaEntrada MiraEntrada(CStdioFile& entrada, int tipoEntrada)
     if (entrada.GetLength() == 0)
         return SospechaEntrada::Ninguna;
     entrada.Seek(0);
-    const CForma& forma = tipoEntrada == 0 ? kIntercambio : kRelacion;
+    const CFormaEntrada& forma = tipoEntrada == 0 ? kIntercambio : kRelacion;
     CMuestra muestra;
     for (CString linea; entrada.GetPosition() < kMuestra && entrada.ReadString(linea);)
         if (!linea.IsEmpty())

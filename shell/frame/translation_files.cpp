@@ -1,3 +1,4 @@
+#include "platform/cwinapp.h"
 #include "platform/files/set_healing.h"
 #include "platform/system.h"
 #include "shell/frame/box_texts.h"

@@ -65,7 +65,7 @@ TEST(Sistema, FindsTheFolderOfTheSettings)
 
 TEST(Sistema, NotesAnInterruptionAndTheWishToEndAndDiesOfOneMore)
 {
-    sistema::VigilaSenales();
+    sistema::VigilaSenales(true);
     EXPECT_FALSE(sistema::HuboInterrupcion());
     for (int vez = 0; vez < 2; ++vez) {
         std::raise(SIGINT);
@@ -94,11 +94,24 @@ TEST(Sistema, NotesAnInterruptionAndTheWishToEndAndDiesOfOneMore)
         EXPECT_EXIT(std::raise(senal), KilledBySignal(senal), "") << "as usual again";
 }
 
+TEST(Sistema, TakesAnInterruptionForTheEndWhereNobodyCanBeAsked)
+{
+    EXPECT_EXIT(
+        {
+            sistema::VigilaSenales(false);
+            std::raise(SIGINT);
+            if (sistema::HayQueAcabar() && !sistema::HuboInterrupcion())
+                sistema::OlvidaSenales();
+            std::_Exit(0);
+        },
+        testing::KilledBySignal(SIGINT), "");
+}
+
 TEST(Sistema, PassesOverASignalThatTheProcessWasStartedToPassOver)
 {
     const auto antes = std::signal(SIGINT, SIG_IGN);
     for (const bool vigila : {true, false}) {
-        vigila ? sistema::VigilaSenales() : sistema::OlvidaSenales();
+        vigila ? sistema::VigilaSenales(true) : sistema::OlvidaSenales();
         std::raise(SIGINT);
         std::raise(SIGINT);
         EXPECT_FALSE(sistema::HuboInterrupcion());
@@ -136,7 +149,7 @@ TEST(RelatoProceso, OffersTheReportWhereItsProgramIsThere)
     const CCarpetaPrueba carpeta;
     const auto termina = [&](const char* log) {
         CRelatoProceso relato("informe");
-        relato.Termina({}, {carpeta.En(log), {carpeta.En("salida")}, {carpeta.En("entrada")}});
+        relato.Termina({}, {carpeta.En(log), {carpeta.En("salida")}, {carpeta.En("entrada")}, {}});
         return relato;
     };
     carpeta.Pon("a.ERR", "");

@@ -87,7 +87,7 @@ TEST(FrontalTerminal, ACtrlCIsForTheRunOrForTheBoxOfItsMoment)
     for (const bool conCaja : {true, false}) {
         CVexaAInfografDlg dialogo;
         dialogo.Create(IDD_VEXA_A_INFOGRAF, nullptr);
-        sistema::VigilaSenales(); // a run begins: from here on it is noted
+        sistema::VigilaSenales(true); // a run begins: from here on it is noted
         Interrumpe();
         if (conCaja)
             frontal.Caja("¿ Sí ?"_ansi, "Título"_ansi, MB_YESNO);
