@@ -64,8 +64,11 @@ constexpr bool Encajan(const CPapeles& suyos)
 {
     std::string_view texto = DameMensaje(suyos.mensaje).texto;
     std::size_t k = 0;
-    for (std::size_t i = texto.find('%'); i != std::string_view::npos; i = texto.find('%')) {
-        texto.remove_prefix(i);
+    while (!texto.empty()) {
+        if (texto.front() != '%') {
+            texto.remove_prefix(1);
+            continue;
+        }
         const char tipo = AnalizaForma(texto).tipo;
         if (k == suyos.cuantos)
             return false;

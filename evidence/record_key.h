@@ -3,6 +3,7 @@
 #include <compare>
 #include <cstdint>
 #include <string_view>
+#include <utility>
 
 #include "platform/cstring.h"
 

@@ -129,9 +129,9 @@ std::vector<CNudo> NudosDe(const std::vector<CArista>& aristas, bool atraen)
 }
 
 /// Nodes and rounds until nothing is left to be noded. Rounding moves an edge by half a unit, which
-/// may lead it into the cell of a node that it passed before; the next round takes it there. Each
-/// round only adds nodes to edges, and no more than lie on their way, so two or three are enough
-/// for what people draw. The bound is for points so crowded that rounding pushes them about.
+/// may lead it into the cell of a node that it passed before; the next round takes it there, and a
+/// round that changes nothing is the last. The bound is for points so crowded that rounding keeps
+/// pushing them about: those are told as rings that can't be noded.
 bool AnudaHastaQueCuadra(std::vector<CAnilloFino>& anillos)
 {
     constexpr int kVueltas = 10;

@@ -8,8 +8,8 @@
 
 namespace informe::topes {
 
-// The list of messages. A browser filters and sorts five thousand rows without a pause. Of a longer
-// log each number is worth showing, and 29 numbers times 150 rows are about as many.
+// The list of messages, which the page's script filters and sorts row by row. Of a longer log each
+// number is worth showing, and 29 numbers times 150 rows are about as many.
 inline constexpr std::size_t kLineas = 5000;
 inline constexpr int kLineasDeCadaNumero = 150;
 
@@ -29,9 +29,9 @@ inline constexpr std::size_t kEjemplos = 8;
 // Types of lines that the reader passes over: there are a handful, but any two bytes may be one.
 inline constexpr std::size_t kTiposNombrados = 12;
 
-// Points of the maps: of all, and of one polygon. A point takes some five bytes of the page, and a
-// browser draws 60,000 in an instant. Past the second bound a map leaves out subparcels, then
-// parcels without messages. Once so many are drawn on maps, polygons without messages get none.
+// Points of the maps: of all, and of one polygon. They make up nearly all of a page with drawings.
+// Past the second bound a map leaves out subparcels, then parcels without messages. Once so many
+// are drawn, polygons without messages get no map.
 inline constexpr std::size_t kPuntosDePagina = 250'000;
 inline constexpr std::size_t kPuntosDeMapa = 60'000;
 inline constexpr std::size_t kPuntosSinMensajes = 50'000;

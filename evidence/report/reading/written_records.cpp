@@ -64,7 +64,6 @@ void TomaCotitulares(const CLineaFija& linea, CEscritosCatastro& escritos)
 
 void TomaRegistro(const CLineaFija& linea, CEscritosCatastro& escritos)
 {
-    ++escritos.registros;
     const std::string_view tipo = linea.Texto(kTipo);
     if (tipo == "TL")
         escritos.titulares.push_back(

@@ -17,7 +17,6 @@ struct CEscritosCatastro {
 
     bool hayR = false;
     bool hayM = false;
-    std::int64_t registros = 0;
     std::int64_t ajenos = 0; ///< lines that are no record of the written layout
     std::vector<CClaveRegistro> titulares;
     std::vector<CParcelaEscrita> parcelas;
