@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -44,9 +45,10 @@ public:
         double area;
         int rotulo; ///< position; 0 for none
         std::vector<int> tramos;
-        vexageo::CPunto<int> punto = {}; ///< centroid and interior point
+        vexageo::CPunto<int> punto = {}; ///< centroid, and interior point where that isn't told
         int numero = 0;
         std::vector<CRegistro> islas = {}; ///< in its own list
+        std::optional<vexageo::CPunto<int>> interior = {};
     };
     std::vector<CRegistro> par;
     std::vector<CRegistro> sub;
@@ -75,7 +77,7 @@ private:
         poligono.NumPoligono(registro.numero);
         poligono.Clase(registro.clase);
         poligono.Centroide(registro.punto);
-        poligono.PuntoInterior(registro.punto);
+        poligono.PuntoInterior(registro.interior.value_or(registro.punto));
         poligono.AreaPropia(registro.area);
         poligono.OffsetCentroide(registro.rotulo);
         for (const int tramo : registro.tramos)

@@ -15,6 +15,7 @@
 #include "tests/support/files.h"
 #include "tests/support/scripted_front_end.h"
 
+using CPunto = vexageo::CPunto<int>;
 using Textos = std::vector<std::string>;
 
 namespace {
@@ -104,8 +105,10 @@ TEST_F(Infograf, WritesARecordForEachPolygonInItsParent)
     dibujo.sub = {
         {kParcela, 20, dibujo.Rotulo("1", "b", 0, 0), {}, {3000, 3000}},
         {kParcela, 30, dibujo.Rotulo("1", "12-abcd", 0, 0), {}, {4900, 100}},
-        {kParcela, 40, 0, {}, {1500, 1500}}, // in the island: the parcel around holds it
-        {kParcela, 50, dibujo.Rotulo("1", "c", 0, 0), {}, {1000, 1500}},     // on the island's edge
+        // In the island, by the point inside it, as it has no label: the parcel around holds it.
+        {kParcela, 40, 0, {}, {-5, 0}, 0, {}, CPunto(1500, 1500)},
+        // On the island's edge, by its label's place and no other.
+        {kParcela, 50, dibujo.Rotulo("1", "c", 0, 0), {}, {1000, 1500}, 0, {}, CPunto(-5, 0)},
         {kParcela, 60, dibujo.Rotulo("1", "d", 0, 0), {}, {900100, 900100}}, // with its parcel
         {kParcela, 70, dibujo.Rotulo("1", "e", 0, 0), {}, {-5, 0}},          // in none
     };
