@@ -68,14 +68,14 @@ wxColour Color(std::uint32_t bgr)
 
 } // namespace
 
-CFrontalEscritorio::CFrontalEscritorio(char* programa)
+CFrontalEscritorio::CFrontalEscritorio(char* programa, const char* entrada)
 {
     TomaIdiomaDelSistema();
     wxSetAssertHandler(AlFallarAserto);
     wxApp::SetInstance(new CAplicacionVentanas);
     int argc = 1;
     char* argv[] = {programa, nullptr};
-    TomaNombreDelMenu();
+    TomaNombreDelMenu(entrada);
     m_funciona = wxEntryStart(argc, argv);
     if (m_funciona)
         wxTheApp->CallOnInit();

@@ -12,7 +12,8 @@ class CFrontalEscritorio : public CFrontalVentanas {
 public:
     /// Starts the windows' library. Check `Funciona` then.
     /// \param programa  its name on the command line; what else stands there is not the library's
-    explicit CFrontalEscritorio(char* programa);
+    /// \param entrada   the program's entry in the desktop's menu
+    CFrontalEscritorio(char* programa, const char* entrada);
     CFrontalEscritorio(const CFrontalEscritorio&) = delete;
     CFrontalEscritorio& operator=(const CFrontalEscritorio&) = delete;
     ~CFrontalEscritorio() override;
