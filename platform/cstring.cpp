@@ -111,11 +111,6 @@ CString CString::Mid(int desde, int cuantos) const
                                           static_cast<std::size_t>(cuantos));
 }
 
-CString CString::Right(int cuantos) const
-{
-    return Mid(GetLength() - std::clamp(cuantos, 0, GetLength()));
-}
-
 int CString::Find(char c) const
 {
     return static_cast<int>(std::string_view(*this).find(c));

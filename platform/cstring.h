@@ -58,7 +58,6 @@ public:
     CString Mid(int desde, int cuantos) const;
     CString Mid(int desde) const { return Mid(desde, GetLength()); }
     CString Left(int cuantos) const { return Mid(0, cuantos); }
-    CString Right(int cuantos) const;
     /// Position of the first, or last, such character, -1 if there is none.
     int Find(char c) const;
     int ReverseFind(char c) const;

@@ -63,7 +63,8 @@ public:
     /// a ";" or "#" is passed over.
     static int NumeroGuardado(const CString& guardado, int defecto);
     /// Stores a value at once. False, with the store as it was, if that can't be done or there is
-    /// no registry key.
+    /// no registry key. The second one stands for the framework's; a dialog stores its texts with
+    /// all its other values by `GuardaAjustes`, so that never half of them are there.
     BOOL WriteProfileInt(const CString& seccion, const CString& clave, int valor);
     BOOL WriteProfileString(const CString& seccion, const CString& clave, const CString& valor);
     /// Stores all values in one step; nothing where there is no registry key. Raises

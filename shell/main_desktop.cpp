@@ -10,7 +10,7 @@ int main(int argc, char* argv[])
     const std::vector<std::string> argumentos = sistema::Argumentos(argc, argv);
     if (const auto estado = AtiendeOpcion(argumentos))
         return *estado;
-    CFrontalEscritorio frontal(argv[0]);
+    CFrontalEscritorio frontal(argv[0], "campiva"); // of packaging/campiva.desktop
     if (!frontal.Funciona()) {
         std::fputs("campiva-gui: no hay pantalla donde mostrar ventanas.\n", stderr);
         return 1;

@@ -1,6 +1,5 @@
 #include "platform/desktop/desktop_front_end.h"
 
-#include <algorithm>
 #include <cstdio>
 
 #include <wx/app.h>
@@ -69,14 +68,14 @@ wxColour Color(std::uint32_t bgr)
 
 } // namespace
 
-CFrontalEscritorio::CFrontalEscritorio(char* programa)
+CFrontalEscritorio::CFrontalEscritorio(char* programa, const char* entrada)
 {
     TomaIdiomaDelSistema();
     wxSetAssertHandler(AlFallarAserto);
     wxApp::SetInstance(new CAplicacionVentanas);
     int argc = 1;
     char* argv[] = {programa, nullptr};
-    TomaNombreDelMenu();
+    TomaNombreDelMenu(entrada);
     m_funciona = wxEntryStart(argc, argv);
     if (m_funciona)
         wxTheApp->CallOnInit();
@@ -99,41 +98,25 @@ CFrontalEscritorio::~CFrontalEscritorio()
         wxEntryCleanup();
 }
 
-CVentanaDialogo* CFrontalEscritorio::VentanaDe(const CDialog& dialogo) const
+wxWindow* CFrontalEscritorio::Padre() const
 {
-    const auto ventana =
-        std::find_if(m_ventanas.begin(), m_ventanas.end(),
-                     [&](const CVentanaDialogo* v) { return &v->Dialogo() == &dialogo; });
-    return ventana != m_ventanas.end() ? *ventana : nullptr;
-}
-
-wxWindow* CFrontalEscritorio::Delante() const
-{
-    return !m_ventanas.empty() && m_ventanas.back()->IsShown() ? m_ventanas.back() : nullptr;
+    return static_cast<CVentanaDialogo*>(Delante());
 }
 
 void CFrontalEscritorio::MuestraModal(CDialog& dialogo)
 {
-    wxWindow* debajo = Delante();
-    auto* ventana = new CVentanaDialogo(dialogo, debajo);
-    m_ventanas.push_back(ventana);
-    ventana->Muestra();
-    m_ventanas.pop_back();
-    ventana->Destroy();
-}
-
-void CFrontalEscritorio::AtiendeUno(CDialog& dialogo)
-{
-    if (CVentanaDialogo* ventana = VentanaDe(dialogo))
-        ventana->AtiendeUno();
+    const auto destruye = [](CVentanaDialogo* ventana) { ventana->Destroy(); }; // not at once
+    const std::unique_ptr<CVentanaDialogo, decltype(destruye)> ventana(
+        new CVentanaDialogo(dialogo, Padre()), destruye);
+    Muestra(*ventana);
 }
 
 int CFrontalEscritorio::Caja(const CString& texto, const CString& titulo, UINT flags)
 {
     CString cuerpo = texto;
     cuerpo.TrimRight("\n");
-    CCajaMensaje caja(Delante(), AWx(cuerpo), AWx(titulo), flags);
-    return m_ventanas.empty() ? caja.ShowModal() : m_ventanas.back()->Espera(caja);
+    CCajaMensaje caja(Padre(), AWx(cuerpo), AWx(titulo), flags);
+    return Espera([&] { return caja.ShowModal(); });
 }
 
 bool CFrontalEscritorio::EligeFichero(CFileDialog& dialogo)
@@ -141,7 +124,7 @@ bool CFrontalEscritorio::EligeFichero(CFileDialog& dialogo)
     const wxString inicial = AWx(dialogo.GetPathName());
     const auto carpeta = CarpetaInicial(dialogo.GetPathName(), m_carpeta);
     const bool existe = (dialogo.Flags() & OFN_FILEMUSTEXIST) != 0;
-    wxFileDialog caja(Delante(), textos::kElige, AWx(sistema::Nombre(carpeta)),
+    wxFileDialog caja(Padre(), textos::kElige, AWx(sistema::Nombre(carpeta)),
                       wxFileName(inicial).GetFullName(), Comodines(dialogo.Filtros()),
                       wxFD_OPEN | (existe ? wxFD_FILE_MUST_EXIST : 0));
     if (caja.ShowModal() != wxID_OK)
@@ -156,23 +139,12 @@ bool CFrontalEscritorio::EligeFichero(CFileDialog& dialogo)
     return true;
 }
 
-void CFrontalEscritorio::Refleja(const CDialog& dialogo, const CControl& control)
-{
-    if (CVentanaDialogo* ventana = VentanaDe(dialogo))
-        ventana->Refleja(control);
-}
-
-void CFrontalEscritorio::FinDeProceso(const CDialog& dialogo, const CEscritos& escritos)
-{
-    if (CVentanaDialogo* ventana = VentanaDe(dialogo))
-        ventana->FinDeProceso(escritos);
-}
-
 bool CFrontalEscritorio::MuestraAyuda(const CString& ficheroAyuda)
 {
     if (m_ayuda == nullptr || m_ayuda->GetFrame() == nullptr) {
         m_ayuda = std::make_unique<CVentanaAyuda>(
-            m_ventanas.empty() ? wxIconBundle() : m_ventanas.back()->GetIcons());
+            Ultima() == nullptr ? wxIconBundle()
+                                : static_cast<CVentanaDialogo*>(Ultima())->GetIcons());
         if (!m_ayuda->Abre(AWx(ficheroAyuda)))
             m_ayuda.reset();
     }
@@ -189,7 +161,7 @@ bool CFrontalEscritorio::MuestraAyuda(const CString& ficheroAyuda)
 
 bool CFrontalEscritorio::MuestraAyudaControl(const CString& temas, const HH_POPUP& popup)
 {
-    wxWindow* padre = Delante();
+    wxWindow* padre = Padre();
     const auto [fichero, interior] = ParteTemas(temas);
     const auto textos = CFicheroAyuda(AWx(fichero)).Lee(AWx(interior));
     if (padre == nullptr || !textos)

@@ -90,7 +90,7 @@ wxWindow* NuevaLista(wxWindow& panel, CControl& control)
 CVentanaDialogo::CVentanaDialogo(CDialog& dialogo, wxWindow* debajo)
     : wxFrame(debajo, wxID_ANY, AWx(dialogo.Plantilla().titulo), wxDefaultPosition, wxDefaultSize,
               Estilo(dialogo, debajo != nullptr)),
-      m_dialogo(dialogo), m_marco(new wxPanel(this)), m_vista(new wxScrolledWindow(m_marco)),
+      CVentanaComun(dialogo), m_marco(new wxPanel(this)), m_vista(new wxScrolledWindow(m_marco)),
       m_panel(new wxPanel(m_vista)), m_unidades(*m_panel)
 {
     if (debajo != nullptr)
@@ -98,16 +98,16 @@ CVentanaDialogo::CVentanaDialogo(CDialog& dialogo, wxWindow* debajo)
     PonIconos();
     CreaWidgets();
     if (dialogo.Avance() != nullptr)
-        m_pie = new CPieProceso(m_marco);
+        m_pie = new CPieProceso(m_marco, Relato());
     MideUnidades();
     PonLados();
     if (m_sinMarca != nullptr)
         m_sinMarca->SetValue(true);
-    for (const CControl& control : m_dialogo.Controles())
+    for (const CControl& control : dialogo.Controles())
         Refleja(control);
     Bind(wxEVT_CLOSE_WINDOW, [this](wxCloseEvent& cierre) {
         cierre.Veto();
-        Despacha([this] { m_dialogo.SendMessage(WM_COMMAND, IDCANCEL, 0); });
+        Cancela();
     });
     Bind(wxEVT_CHAR_HOOK, &CVentanaDialogo::AlTeclear, this);
     m_marco->Bind(wxEVT_CHILD_FOCUS, &CVentanaDialogo::AlTomarFoco, this);
@@ -117,20 +117,20 @@ void CVentanaDialogo::PonIconos()
 {
     wxIconBundle iconos;
     for (const int lado : {16, 24, 32, 48, 64, 128, 256})
-        iconos.AddIcon(Dibujo(m_dialogo.Icono(), {lado, lado}).GetIcon({lado, lado}));
+        iconos.AddIcon(Dibujo(Dialogo().Icono(), {lado, lado}).GetIcon({lado, lado}));
     SetIcons(iconos);
 }
 
 void CVentanaDialogo::CreaWidgets()
 {
-    for (CControl& control : m_dialogo.Controles()) {
+    for (CControl& control : Suyo().Controles()) {
         wxWindow* widget = Crea(control);
         m_widgets.emplace(&control, widget);
         // What has a caption of its own that says enough is read as it stands.
         const ClaseControl clase = control.Plantilla().clase;
         const bool sinLeyenda = clase == Edicion || clase == Lista || clase == Progreso;
         const bool boton = clase == Boton || clase == BotonPorDefecto;
-        const wxString nombre = AWx(m_dialogo.NombreDe(control));
+        const wxString nombre = AWx(Dialogo().NombreDe(control));
         if (sinLeyenda || (boton && nombre != wxControl::RemoveMnemonics(widget->GetLabel())))
             PonNombreAccesible(*widget, nombre);
     }
@@ -141,7 +141,7 @@ wxWindow* CVentanaDialogo::Crea(CControl& control)
     const CPlantillaControl& plantilla = control.Plantilla();
     const wxString leyenda = AWx(control.GetWindowText());
     const auto pulsa = [this, &control](wxCommandEvent&) {
-        Despacha([this, &control] { m_dialogo.Pulsa(control); });
+        Despacha([this, &control] { Suyo().Pulsa(control); });
     };
     switch (plantilla.clase) {
     case Boton:
@@ -167,7 +167,6 @@ wxWindow* CVentanaDialogo::Crea(CControl& control)
     case Grupo:
         return new wxStaticBox(m_panel, wxID_ANY, leyenda);
     case Progreso:
-        m_progreso = &control;
         return m_barra = new wxGauge(m_panel, wxID_ANY, 100);
     case Imagen:
     case Icono:
@@ -204,7 +203,7 @@ void CVentanaDialogo::MideUnidades()
 
 void CVentanaDialogo::PonLados()
 {
-    const CPlantillaDialogo& plantilla = m_dialogo.Plantilla();
+    const CPlantillaDialogo& plantilla = Dialogo().Plantilla();
     const wxSize natural = m_unidades.Pixeles(plantilla.ancho, plantilla.alto);
     m_panel->SetMinSize(natural);
     m_panel->Bind(wxEVT_SIZE, [this](wxSizeEvent& suceso) {
@@ -238,93 +237,58 @@ void CVentanaDialogo::PonLados()
 void CVentanaDialogo::Coloca()
 {
     const int sobra =
-        std::max(0, m_panel->GetSize().x - m_unidades.Pixeles(m_dialogo.Plantilla().ancho, 0).x);
+        std::max(0, m_panel->GetSize().x - m_unidades.Pixeles(Dialogo().Plantilla().ancho, 0).x);
     for (const auto& [control, widget] : m_widgets)
         widget->SetSize(m_unidades.Sitio(control->Plantilla(), widget->GetBestSize(), sobra));
 }
 
-void CVentanaDialogo::Muestra()
+void CVentanaDialogo::Aparece()
 {
-    if (m_dialogo.Centrada())
+    if (Dialogo().Centrada())
         CentreOnParent(); // the screen's where it has none
     Show();
     m_panel->SetFocus();
-    if (!m_dialogo.Terminado())
+}
+
+void CVentanaDialogo::SirveAlUsuario()
+{
+    if (!HayQueSalir())
         m_bucle.Run();
-    Hide();
 }
 
-void CVentanaDialogo::Despacha(const std::function<void()>& trabajo)
+void CVentanaDialogo::DejaDeServir()
 {
-    ++m_despachos;
-    trabajo();
-    --m_despachos;
-    if (!m_dialogo.Terminado())
-        return;
-    Hide(); // a run may go on behind it
-    if (m_despachos == 0)
-        m_bucle.Exit();
+    m_bucle.ScheduleExit(); // a box may have a loop of its own on top
 }
 
-void CVentanaDialogo::AtiendeUno()
+bool CVentanaDialogo::TomaUno()
 {
-    const auto ahora = Reloj::now();
-    if (!m_ritmo.TocaMirar(ahora))
-        return;
-    if (m_ritmo.TocaPintar(ahora))
-        PonAvanceAlDia();
     wxEventLoopBase* bucle = wxEventLoopBase::GetActive();
-    if (bucle != nullptr && bucle->Pending())
+    const bool hay = bucle != nullptr && bucle->Pending();
+    if (hay)
         bucle->Dispatch();
-    else
-        m_ritmo.EstaEnCalma(ahora);
+    return hay;
 }
 
-void CVentanaDialogo::PonAvanceAlDia()
+void CVentanaDialogo::PonBarra(int hecho)
 {
-    if (m_progreso == nullptr)
-        return;
-    const int hecho = m_progreso->GetPos();
     if (m_barra->GetValue() != hecho)
         m_barra->SetValue(hecho);
-    PonTitulo(wxString::FromUTF8(TituloEnProceso(hecho, m_dialogo.Plantilla().titulo)));
-    m_pie->Avanza(hecho);
 }
 
-void CVentanaDialogo::PonTitulo(const wxString& titulo)
+void CVentanaDialogo::PonTitulo(const std::string& utf8)
 {
-    if (GetTitle() != titulo)
+    if (const wxString titulo = wxString::FromUTF8(utf8); GetTitle() != titulo)
         SetTitle(titulo);
 }
 
-int CVentanaDialogo::Espera(wxDialog& caja)
+void CVentanaDialogo::PonPie()
 {
-    const bool enProceso = m_pie != nullptr && m_pie->EnProceso();
-    if (enProceso) {
-        PonAvanceAlDia();
-        PonTitulo(AWx(m_dialogo.Plantilla().titulo)); // the run stands still
-    }
-    const auto antes = Reloj::now();
-    const int respuesta = caja.ShowModal();
-    if (enProceso)
-        m_pie->Descuenta(Reloj::now() - antes);
-    return respuesta;
+    m_pie->PonAlDia();
 }
 
-void CVentanaDialogo::FinDeProceso(const CEscritos& escritos)
+void CVentanaDialogo::PonControl(const CControl& control)
 {
-    PonTitulo(AWx(m_dialogo.Plantilla().titulo));
-    if (m_pie != nullptr)
-        m_pie->Termina(escritos);
-}
-
-void CVentanaDialogo::Refleja(const CControl& control)
-{
-    if (&control == m_progreso) {
-        if (control.GetPos() == 0)
-            m_barra->SetValue(0);
-        return; // all else shows when the next event is looked for
-    }
     wxWindow* widget = m_widgets.at(&control);
     PonTexto(*widget, AWx(control.GetWindowText()));
     if (auto* casilla = dynamic_cast<wxCheckBox*>(widget))
@@ -334,7 +298,7 @@ void CVentanaDialogo::Refleja(const CControl& control)
     else if (auto* lista = dynamic_cast<wxChoice*>(widget))
         lista->SetSelection(control.GetCurSel());
     widget->Enable(control.IsWindowEnabled());
-    if (control.Id() == m_dialogo.Foco() && control.Id() != m_foco)
+    if (control.Id() == Dialogo().Foco() && control.Id() != m_foco)
         widget->SetFocus(); // else it would be taken from where the user has it
 }
 
@@ -352,7 +316,7 @@ void CVentanaDialogo::AlTomarFoco(wxChildFocusEvent& suceso)
     m_foco = control != nullptr ? control->Id() : kSinId;
     if (control == nullptr)
         return;
-    m_dialogo.NotaFoco(control->Id());
+    Suyo().NotaFoco(control->Id());
     TraeALaVista(*suceso.GetWindow());
 }
 
@@ -376,7 +340,7 @@ void CVentanaDialogo::AlTeclear(wxKeyEvent& tecla)
         PideAyuda();
         break;
     case WXK_ESCAPE:
-        Despacha([this] { m_dialogo.SendMessage(WM_COMMAND, IDCANCEL, 0); });
+        Cancela();
         break;
     default:
         tecla.Skip();
@@ -393,5 +357,5 @@ void CVentanaDialogo::PideAyuda()
         const wxPoint donde = sitio.Contains(raton) ? raton : sitio.GetBottomLeft();
         punto = {donde.x, donde.y};
     }
-    Despacha([&] { m_dialogo.PideAyuda(control, punto); });
+    Despacha([&] { Suyo().PideAyuda(control, punto); });
 }

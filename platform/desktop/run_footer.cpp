@@ -5,7 +5,6 @@
 #include <wx/stattext.h>
 #include <wx/utils.h>
 
-#include "platform/cwinapp.h"
 #include "platform/desktop/message_box.h"
 #include "platform/desktop/text.h"
 #include "platform/desktop/toolkit.h"
@@ -13,8 +12,8 @@
 #include "platform/front_end.h"
 #include "platform/layer_texts.h"
 
-CPieProceso::CPieProceso(wxWindow* padre)
-    : wxPanel(padre), m_relato(AfxGetApp()->Recursos().Ficheros().informe),
+CPieProceso::CPieProceso(wxWindow* padre, const CRelatoProceso& relato)
+    : wxPanel(padre), m_relato(relato),
       m_texto(new wxStaticText(this, wxID_ANY, {}, wxDefaultPosition, wxDefaultSize,
                                wxST_NO_AUTORESIZE | wxST_ELLIPSIZE_END)),
       m_haceInforme(PonBoton(textos::kHazInforme, &CPieProceso::AbreInforme)),
@@ -45,19 +44,6 @@ wxButton* CPieProceso::PonBoton(const char* leyenda, void (CPieProceso::*alPulsa
     return boton;
 }
 
-void CPieProceso::Avanza(int hecho)
-{
-    m_relato.Avanza(CRelatoProceso::Reloj::now(), hecho);
-    PonAlDia();
-}
-
-void CPieProceso::Termina(const CEscritos& escritos)
-{
-    m_relato.Termina(CRelatoProceso::Reloj::now(), escritos);
-    PonAlDia();
-    Layout();
-}
-
 void CPieProceso::PonAlDia()
 {
     const wxString texto = wxString::FromUTF8(m_relato.Texto());
@@ -68,6 +54,8 @@ void CPieProceso::PonAlDia()
     Ofrece(*m_haceInforme, textos::kNombreHazInforme, m_relato.DeInforme());
     Ofrece(*m_abreLog, textos::kNombreAbreLog, m_relato.Log());
     Ofrece(*m_abreCarpeta, textos::kNombreAbreCarpeta, m_relato.Carpeta());
+    if (!m_relato.EnProceso())
+        Layout();
 }
 
 void CPieProceso::Ofrece(wxButton& boton, const char* nombre, const CString& ruta)

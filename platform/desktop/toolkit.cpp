@@ -20,10 +20,10 @@ void PonNombreAccesible(wxWindow& widget, const wxString& nombre)
 #endif
 }
 
-void TomaNombreDelMenu()
+void TomaNombreDelMenu([[maybe_unused]] const char* entrada)
 {
 #ifdef __WXGTK__
-    g_set_prgname("campiva"); // of packaging/campiva.desktop
+    g_set_prgname(entrada);
 #endif
 }
 

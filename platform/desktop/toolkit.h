@@ -9,7 +9,7 @@ void PonNombreAccesible(wxWindow& widget, const wxString& nombre);
 
 /// Has the system know the windows by the name of the program's entry in the menu. To be called
 /// before there is any.
-void TomaNombreDelMenu();
+void TomaNombreDelMenu(const char* entrada);
 
 /// SHA-256 of a file in hexadecimal digits; empty where it can't be read or the system has no such
 /// sum.

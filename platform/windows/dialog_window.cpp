@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/run_story.h"
 #include "platform/windows/dialog_template.h"
 #include "platform/windows/path_field.h"
 #include "platform/windows/run_footer.h"
@@ -48,19 +47,19 @@ bool PonTexto(HWND ventana, const std::wstring& texto)
 } // namespace
 
 CVentanaDialogo::CVentanaDialogo(CDialog& dialogo, HWND debajo)
-    : m_dialogo(dialogo), m_debajo(debajo), m_progreso(dialogo.Avance())
+    : CVentanaComun(dialogo), m_debajo(debajo)
 {
     Crea(debajo);
     PreparaControles();
-    if (m_progreso != nullptr)
-        m_pie = std::make_unique<CPieProceso>(m_ventana);
+    if (Avance() != nullptr)
+        m_pie = std::make_unique<CPieProceso>(m_ventana, Relato());
     m_marco.emplace(m_ventana, dialogo.Plantilla(), m_controles, m_pie.get());
-    for (const CControl& control : m_dialogo.Controles())
+    for (const CControl& control : Dialogo().Controles())
         Refleja(control);
     m_marco->HazSitio();
     PonImagenes();
     m_marco->PonLados();
-    if (m_dialogo.Centrada())
+    if (Dialogo().Centrada())
         m_marco->Centra(debajo);
 }
 
@@ -72,8 +71,8 @@ CVentanaDialogo::~CVentanaDialogo()
 void CVentanaDialogo::Crea(HWND debajo)
 {
     const auto plantilla =
-        HazPlantilla(m_dialogo.Plantilla(), LetraDelSistema(),
-                     {.seEnsancha = m_progreso != nullptr, .seMinimiza = debajo == nullptr});
+        HazPlantilla(Dialogo().Plantilla(), LetraDelSistema(),
+                     {.seEnsancha = Avance() != nullptr, .seMinimiza = debajo == nullptr});
     m_ventana = CreateDialogIndirectParamW(GetModuleHandleW(nullptr),
                                            reinterpret_cast<LPCDLGTEMPLATEW>(plantilla.data()),
                                            debajo, AlLlegar, reinterpret_cast<LPARAM>(this));
@@ -83,13 +82,13 @@ void CVentanaDialogo::Crea(HWND debajo)
     for (const WPARAM cual : {ICON_BIG, ICON_SMALL}) {
         const int lado = GetSystemMetrics(cual == ICON_BIG ? SM_CXICON : SM_CXSMICON);
         SendMessageW(m_ventana, WM_SETICON, cual,
-                     reinterpret_cast<LPARAM>(m_imagenes.Icono(m_dialogo.Icono(), lado)));
+                     reinterpret_cast<LPARAM>(m_imagenes.Icono(Dialogo().Icono(), lado)));
     }
 }
 
 void CVentanaDialogo::PreparaControles()
 {
-    for (const CControl& control : m_dialogo.Controles()) {
+    for (const CControl& control : Dialogo().Controles()) {
         HWND ventana = VentanaDe(control);
         if (control.Plantilla().clase == Edicion)
             HazCampoRuta(ventana);
@@ -101,7 +100,7 @@ void CVentanaDialogo::PreparaControles()
 
 void CVentanaDialogo::PonImagenes()
 {
-    for (const CControl& control : m_dialogo.Controles()) {
+    for (const CControl& control : Dialogo().Controles()) {
         const CPlantillaControl& plantilla = control.Plantilla();
         const RECT sitio = m_marco->Pixeles(plantilla);
         const SIZE lados = {sitio.right - sitio.left, sitio.bottom - sitio.top};
@@ -118,7 +117,7 @@ void CVentanaDialogo::PonImagenes()
 
 HWND CVentanaDialogo::VentanaDe(const CControl& control) const
 {
-    const auto& controles = m_dialogo.Controles();
+    const auto& controles = Dialogo().Controles();
     const auto este = std::find_if(controles.begin(), controles.end(),
                                    [&](const CControl& c) { return &c == &control; });
     const auto lugar = static_cast<std::size_t>(este - controles.begin());
@@ -131,7 +130,7 @@ CControl* CVentanaDialogo::ControlDe(HWND ventana)
     for (; ventana != nullptr && ventana != m_ventana; ventana = GetParent(ventana)) {
         const auto este = std::find(m_controles.begin(), m_controles.end(), ventana);
         if (este != m_controles.end())
-            return &m_dialogo.Controles()[static_cast<std::size_t>(este - m_controles.begin())];
+            return &Suyo().Controles()[static_cast<std::size_t>(este - m_controles.begin())];
     }
     return nullptr;
 }
@@ -141,30 +140,11 @@ HWND CVentanaDialogo::ControlCon(UINT id) const
     return GetDlgItem(m_ventana, static_cast<int>(id));
 }
 
-void CVentanaDialogo::Muestra()
-{
-    if (m_debajo != nullptr)
-        EnableWindow(m_debajo, FALSE);
-    ShowWindow(m_ventana, SW_SHOW);
-    PonFocoInicial();
-    MSG mensaje = {};
-    while (!m_dialogo.Terminado() && GetMessageW(&mensaje, nullptr, 0, 0) > 0) {
-        if (IsDialogMessageW(m_ventana, &mensaje) == 0) {
-            TranslateMessage(&mensaje);
-            DispatchMessageW(&mensaje);
-        }
-        LanzaLoGuardado();
-    }
-    if (m_debajo != nullptr) // before it goes, else another program's window would come up
-        EnableWindow(m_debajo, TRUE);
-    ShowWindow(m_ventana, SW_HIDE);
-}
-
 void CVentanaDialogo::PonFocoInicial()
 {
     HWND primero = GetNextDlgTabItem(m_ventana, nullptr, FALSE);
     const CControl* control = ControlDe(primero);
-    const auto& controles = m_dialogo.Controles();
+    const auto& controles = Dialogo().Controles();
     const bool hayMarcado = std::any_of(controles.begin(), controles.end(), [](const CControl& c) {
         return c.Plantilla().clase == Radio && c.GetCheck() != 0;
     });
@@ -174,86 +154,60 @@ void CVentanaDialogo::PonFocoInicial()
     SendMessageW(m_ventana, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(primero), TRUE);
 }
 
-void CVentanaDialogo::AtiendeUno()
+void CVentanaDialogo::Aparece()
 {
-    const auto ahora = Reloj::now();
-    if (!m_ritmo.TocaMirar(ahora))
-        return;
-    if (m_ritmo.TocaPintar(ahora))
-        PonAvanceAlDia();
+    if (m_debajo != nullptr)
+        EnableWindow(m_debajo, FALSE);
+    ShowWindow(m_ventana, SW_SHOW);
+    PonFocoInicial();
+}
+
+void CVentanaDialogo::SirveAlUsuario()
+{
     MSG mensaje = {};
-    if (PeekMessageW(&mensaje, nullptr, 0, 0, PM_REMOVE) == 0) {
-        m_ritmo.EstaEnCalma(ahora);
-        return;
+    while (!HayQueSalir() && GetMessageW(&mensaje, nullptr, 0, 0) > 0) {
+        if (IsDialogMessageW(m_ventana, &mensaje) == 0) {
+            TranslateMessage(&mensaje);
+            DispatchMessageW(&mensaje);
+        }
     }
-    TranslateMessage(&mensaje);
-    DispatchMessageW(&mensaje);
-    LanzaLoGuardado();
+    if (m_debajo != nullptr) // before it goes, else another program's window would come up
+        EnableWindow(m_debajo, TRUE);
 }
 
-void CVentanaDialogo::LanzaLoGuardado()
+void CVentanaDialogo::DejaDeServir()
 {
-    if (const std::exception_ptr lanzado = std::exchange(m_lanzado, nullptr))
-        std::rethrow_exception(lanzado);
-}
-
-void CVentanaDialogo::Despacha(const std::function<void()>& trabajo)
-{
-    try {
-        trabajo();
-    } catch (...) {
-        m_lanzado = std::current_exception();
-    }
-    if (!m_dialogo.Terminado())
-        return;
-    ShowWindow(m_ventana, SW_HIDE); // a run may go on behind it
     PostMessageW(m_ventana, WM_NULL, 0, 0);
 }
 
-void CVentanaDialogo::PonAvanceAlDia()
+bool CVentanaDialogo::TomaUno()
 {
-    if (m_progreso == nullptr)
-        return;
-    const int hecho = m_progreso->GetPos();
-    SendMessageW(VentanaDe(*m_progreso), PBM_SETPOS, static_cast<WPARAM>(hecho), 0);
-    PonTitulo(AAncho(TituloEnProceso(hecho, m_dialogo.Plantilla().titulo)));
-    m_pie->Avanza(hecho);
+    MSG mensaje = {};
+    if (PeekMessageW(&mensaje, nullptr, 0, 0, PM_REMOVE) == 0)
+        return false;
+    TranslateMessage(&mensaje);
+    DispatchMessageW(&mensaje);
+    return true;
 }
 
-void CVentanaDialogo::PonTitulo(const std::wstring& titulo)
+void CVentanaDialogo::PonBarra(int hecho)
 {
-    PonTexto(m_ventana, titulo);
+    SendMessageW(VentanaDe(*Avance()), PBM_SETPOS, static_cast<WPARAM>(hecho), 0);
 }
 
-int CVentanaDialogo::Espera(const std::function<int()>& caja)
+void CVentanaDialogo::PonTitulo(const std::string& utf8)
 {
-    const bool enProceso = m_pie != nullptr && m_pie->EnProceso();
-    if (enProceso) {
-        PonAvanceAlDia();
-        PonTitulo(AAncho(m_dialogo.Plantilla().titulo)); // the run stands still
-    }
-    const auto antes = Reloj::now();
-    const int respuesta = caja();
-    if (enProceso)
-        m_pie->Descuenta(Reloj::now() - antes);
-    return respuesta;
+    PonTexto(m_ventana, AAncho(utf8));
 }
 
-void CVentanaDialogo::FinDeProceso(const CEscritos& escritos)
+void CVentanaDialogo::PonPie()
 {
-    PonTitulo(AAncho(m_dialogo.Plantilla().titulo));
-    if (m_pie != nullptr)
-        m_pie->Termina(escritos);
+    m_pie->PonAlDia();
 }
 
-void CVentanaDialogo::Refleja(const CControl& control)
+void CVentanaDialogo::PonControl(const CControl& control)
 {
     HWND ventana = VentanaDe(control);
-    if (&control == m_progreso) {
-        if (control.GetPos() == 0)
-            SendMessageW(ventana, PBM_SETPOS, 0, 0);
-        return; // all else shows when the next event is looked for
-    }
     const bool antes = std::exchange(m_reflejando, true);
     switch (control.Plantilla().clase) {
     case Casilla:
@@ -274,7 +228,7 @@ void CVentanaDialogo::Refleja(const CControl& control)
         PonTexto(ventana, AAncho(control.GetWindowText()));
     }
     EnableWindow(ventana, control.IsWindowEnabled() ? TRUE : FALSE);
-    if (control.Id() == m_dialogo.Foco() && control.Id() != m_foco)
+    if (control.Id() == Dialogo().Foco() && control.Id() != m_foco)
         SendMessageW(m_ventana, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(ventana), TRUE);
     m_reflejando = antes;
 }
@@ -306,7 +260,7 @@ INT_PTR CVentanaDialogo::Atiende(UINT mensaje, WPARAM wParam, LPARAM lParam)
             m_marco->Coloca();
         return TRUE;
     case WM_GETMINMAXINFO:
-        if (m_progreso == nullptr)
+        if (Avance() == nullptr)
             return FALSE;
         m_marco->PonLimites(*reinterpret_cast<MINMAXINFO*>(lParam));
         return TRUE;
@@ -329,7 +283,7 @@ void CVentanaDialogo::AlMandar(WORD aviso, WORD id, HWND ventana)
     if (m_pie != nullptr && ventana != nullptr && aviso == BN_CLICKED && m_pie->AlPulsar(ventana))
         return;
     if (ventana == nullptr && id == WORD{IDCANCEL}) // the window's own ways to close it
-        Despacha([this] { m_dialogo.SendMessage(WM_COMMAND, IDCANCEL, 0); });
+        Cancela();
 }
 
 void CVentanaDialogo::AlCambiar(CControl& control, WORD aviso, HWND ventana)
@@ -344,7 +298,7 @@ void CVentanaDialogo::AlCambiar(CControl& control, WORD aviso, HWND ventana)
         AlTomarFoco(ventana);
     else if (clase == Boton || clase == BotonPorDefecto || clase == Casilla || clase == Radio) {
         if (aviso == BN_CLICKED || aviso == BN_DBLCLK) // the second of two quick ones
-            Despacha([&] { m_dialogo.Pulsa(control); });
+            Despacha([&] { Suyo().Pulsa(control); });
         else if (aviso == BN_SETFOCUS)
             AlTomarFoco(ventana);
     }
@@ -356,7 +310,7 @@ void CVentanaDialogo::AlTomarFoco(HWND ventana)
     m_foco = control != nullptr ? control->Id() : kSinId;
     if (control == nullptr)
         return;
-    m_dialogo.NotaFoco(control->Id());
+    Suyo().NotaFoco(control->Id());
     m_marco->TraeALaVista(ventana);
 }
 
@@ -370,5 +324,5 @@ void CVentanaDialogo::PideAyuda(const AyudaDelSistema& pregunta)
     if (control != nullptr && PtInRect(&sitio, donde) == 0)
         donde = {sitio.left, sitio.bottom};
     const POINT punto{static_cast<int>(donde.x), static_cast<int>(donde.y)};
-    Despacha([&] { m_dialogo.PideAyuda(control, punto); });
+    Despacha([&] { Suyo().PideAyuda(control, punto); });
 }

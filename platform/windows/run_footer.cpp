@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include "platform/cwinapp.h"
 #include "platform/dialog.h"
 #include "platform/front_end.h"
 #include "platform/layer_texts.h"
@@ -43,8 +42,8 @@ bool AbreConElSistema(HWND ventana, const std::wstring& ruta, bool esTexto)
 
 } // namespace
 
-CPieProceso::CPieProceso(HWND ventana)
-    : m_ventana(ventana), m_relato(AfxGetApp()->Recursos().Ficheros().informe),
+CPieProceso::CPieProceso(HWND ventana, const CRelatoProceso& relato)
+    : m_ventana(ventana), m_relato(relato),
       m_texto(Crea(L"STATIC", m_relato.Texto().c_str(),
                    SS_LEFT | SS_NOPREFIX | SS_ENDELLIPSIS | WS_VISIBLE | WS_GROUP)),
       m_haceInforme(Crea(L"BUTTON", textos::kHazInforme, BS_PUSHBUTTON | WS_TABSTOP | WS_GROUP)),
@@ -88,18 +87,6 @@ void CPieProceso::Coloca(const RECT& sitio)
     const RECT renglon = EnPixeles(m_ventana, {0, 3, 0, 8});
     MoveWindow(m_texto, sitio.left + boton.left, sitio.top + renglon.top,
                derecha - sitio.left - boton.left, renglon.bottom, TRUE);
-}
-
-void CPieProceso::Avanza(int hecho)
-{
-    m_relato.Avanza(CRelatoProceso::Reloj::now(), hecho);
-    PonAlDia();
-}
-
-void CPieProceso::Termina(const CEscritos& escritos)
-{
-    m_relato.Termina(CRelatoProceso::Reloj::now(), escritos);
-    PonAlDia();
 }
 
 void CPieProceso::PonAlDia()

@@ -4,25 +4,17 @@
 
 #include "platform/run_story.h"
 
-struct CEscritos;
-
 /// The line below a translation's window: during a run its times, and then the way to what the run
 /// has written.
 class CPieProceso {
 public:
     /// Its text and buttons are made as children of the window, hidden where there is nothing to
     /// tell.
-    explicit CPieProceso(HWND ventana);
+    /// \param relato  what is to be told; must live as long as the object
+    CPieProceso(HWND ventana, const CRelatoProceso& relato);
 
-    /// A run goes on.
-    /// \param hecho  per cent of the phase
-    void Avanza(int hecho);
-    /// The run is over. Only what is there is offered.
-    void Termina(const CEscritos& escritos);
-    bool EnProceso() const { return m_relato.EnProceso(); }
-    /// Takes out of the run the time in which it waited for the user.
-    void Descuenta(CRelatoProceso::Reloj::duration espera) { m_relato.Descuenta(espera); }
-
+    /// Brings text and buttons to what the story says.
+    void PonAlDia();
     /// Pixels that it takes.
     int Alto() const;
     void Coloca(const RECT& sitio);
@@ -31,15 +23,13 @@ public:
 
 private:
     HWND Crea(const wchar_t* clase, const char* texto, DWORD estilo);
-    /// Brings text and buttons to what the story says.
-    void PonAlDia();
     void AbreInforme() const;
     void Abre(const CString& ruta) const;
     void Quejate(const std::string& queja) const;
 
     HWND m_ventana;
     RECT m_sitio = {};
-    CRelatoProceso m_relato;
+    const CRelatoProceso& m_relato;
     HWND m_texto;
     HWND m_haceInforme;
     HWND m_abreLog;

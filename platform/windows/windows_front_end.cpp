@@ -81,42 +81,23 @@ void CFrontalWindows::IniciaControles()
     InitCommonControlsEx(&cuales);
 }
 
-CVentanaDialogo* CFrontalWindows::VentanaDe(const CDialog& dialogo) const
+const CVentanaDialogo* CFrontalWindows::DeDelante() const
 {
-    const auto ventana =
-        std::find_if(m_ventanas.begin(), m_ventanas.end(),
-                     [&](const CVentanaDialogo* v) { return &v->Dialogo() == &dialogo; });
-    return ventana != m_ventanas.end() ? *ventana : nullptr;
-}
-
-CVentanaDialogo* CFrontalWindows::Delante() const
-{
-    return !m_ventanas.empty() && m_ventanas.back()->SeVe() ? m_ventanas.back() : nullptr;
+    return static_cast<const CVentanaDialogo*>(Delante());
 }
 
 void CFrontalWindows::MuestraModal(CDialog& dialogo)
 {
-    CVentanaDialogo ventana(dialogo, ManijaDe(Delante()));
-    m_ventanas.push_back(&ventana);
-    const auto quita = [this](CVentanaDialogo*) { m_ventanas.pop_back(); };
-    const std::unique_ptr<CVentanaDialogo, decltype(quita)> alSalir(&ventana, quita);
-    ventana.Muestra();
-}
-
-void CFrontalWindows::AtiendeUno(CDialog& dialogo)
-{
-    if (CVentanaDialogo* ventana = VentanaDe(dialogo))
-        ventana->AtiendeUno();
+    CVentanaDialogo ventana(dialogo, ManijaDe(DeDelante()));
+    Muestra(ventana);
 }
 
 int CFrontalWindows::Caja(const CString& texto, const CString& titulo, UINT flags)
 {
     const std::wstring cuerpo = AAncho(texto);
     const std::wstring rotulo = AAncho(titulo);
-    const auto caja = [&] {
-        return MessageBoxW(ManijaDe(Delante()), cuerpo.c_str(), rotulo.c_str(), flags);
-    };
-    return m_ventanas.empty() ? caja() : m_ventanas.back()->Espera(caja);
+    return Espera(
+        [&] { return MessageBoxW(ManijaDe(DeDelante()), cuerpo.c_str(), rotulo.c_str(), flags); });
 }
 
 bool CFrontalWindows::EligeFichero(CFileDialog& dialogo)
@@ -129,7 +110,7 @@ bool CFrontalWindows::EligeFichero(CFileDialog& dialogo)
     ruta.resize(kMasLarga);
     OPENFILENAMEW caja = {};
     caja.lStructSize = sizeof caja;
-    caja.hwndOwner = ManijaDe(Delante());
+    caja.hwndOwner = ManijaDe(DeDelante());
     caja.lpstrFilter = filtros.c_str();
     caja.lpstrFile = ruta.data();
     caja.nMaxFile = static_cast<DWORD>(ruta.size());
@@ -143,27 +124,15 @@ bool CFrontalWindows::EligeFichero(CFileDialog& dialogo)
     return true;
 }
 
-void CFrontalWindows::Refleja(const CDialog& dialogo, const CControl& control)
-{
-    if (CVentanaDialogo* ventana = VentanaDe(dialogo))
-        ventana->Refleja(control);
-}
-
-void CFrontalWindows::FinDeProceso(const CDialog& dialogo, const CEscritos& escritos)
-{
-    if (CVentanaDialogo* ventana = VentanaDe(dialogo))
-        ventana->FinDeProceso(escritos);
-}
-
 bool CFrontalWindows::MuestraAyuda(const CString& ficheroAyuda)
 {
-    return m_visor->MuestraTema(ManijaDe(Delante()), AAncho(ficheroAyuda));
+    return m_visor->MuestraTema(ManijaDe(DeDelante()), AAncho(ficheroAyuda));
 }
 
 bool CFrontalWindows::MuestraAyudaControl(const CString& temas, const HH_POPUP& popup)
 {
     const auto [fichero, interior] = ParteTemas(temas);
-    const CVentanaDialogo* ventana = Delante();
+    const CVentanaDialogo* ventana = DeDelante();
     HWND control = ventana != nullptr ? ventana->ControlCon(popup.idString) : nullptr;
     if (m_visor->MuestraGlobo(control, AAncho(fichero), AAncho(interior), popup))
         return true;

@@ -141,17 +141,10 @@ TEST(CString, GivesWhatIsInsideTheText)
     constexpr struct {
         int cuantos;
         const char* izquierda;
-        const char* derecha;
-    } kExtremos[] = {{INT_MIN, "", ""},
-                     {-1, "", ""},
-                     {0, "", ""},
-                     {2, "ab", "ef"},
-                     {9, "abcdef", "abcdef"},
-                     {INT_MAX, "abcdef", "abcdef"}};
-    for (const auto& caso : kExtremos) {
+    } kExtremos[] = {{INT_MIN, ""}, {-1, ""},      {0, ""},
+                     {2, "ab"},     {9, "abcdef"}, {INT_MAX, "abcdef"}};
+    for (const auto& caso : kExtremos)
         EsperaTexto(texto.Left(caso.cuantos), caso.izquierda);
-        EsperaTexto(texto.Right(caso.cuantos), caso.derecha);
-    }
 }
 
 TEST(CString, CutsFromItsEnds)

@@ -1,0 +1,50 @@
+#include "platform/windowed_front_end.h"
+
+#include <algorithm>
+#include <memory>
+
+#include "platform/common_window.h"
+
+void CFrontalVentanas::Muestra(CVentanaComun& ventana)
+{
+    m_ventanas.push_back(&ventana);
+    const auto quita = [this](CVentanaComun*) { m_ventanas.pop_back(); };
+    const std::unique_ptr<CVentanaComun, decltype(quita)> alSalir(&ventana, quita);
+    ventana.Muestra();
+}
+
+CVentanaComun* CFrontalVentanas::Delante() const
+{
+    return Ultima() != nullptr && Ultima()->SeVe() ? Ultima() : nullptr;
+}
+
+int CFrontalVentanas::Espera(const std::function<int()>& caja) const
+{
+    return Ultima() != nullptr ? Ultima()->Espera(caja) : caja();
+}
+
+CVentanaComun* CFrontalVentanas::VentanaDe(const CDialog& dialogo) const
+{
+    const auto esta =
+        std::find_if(m_ventanas.begin(), m_ventanas.end(),
+                     [&](const CVentanaComun* v) { return &v->Dialogo() == &dialogo; });
+    return esta != m_ventanas.end() ? *esta : nullptr;
+}
+
+void CFrontalVentanas::AtiendeUno(CDialog& dialogo)
+{
+    if (CVentanaComun* ventana = VentanaDe(dialogo))
+        ventana->AtiendeUno();
+}
+
+void CFrontalVentanas::Refleja(const CDialog& dialogo, const CControl& control)
+{
+    if (CVentanaComun* ventana = VentanaDe(dialogo))
+        ventana->Refleja(control);
+}
+
+void CFrontalVentanas::FinDeProceso(const CDialog& dialogo, const CEscritos& escritos)
+{
+    if (CVentanaComun* ventana = VentanaDe(dialogo))
+        ventana->FinDeProceso(escritos);
+}

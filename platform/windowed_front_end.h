@@ -1,0 +1,34 @@
+#pragma once
+
+#include <functional>
+#include <vector>
+
+#include "platform/front_end.h"
+
+class CVentanaComun;
+
+/// A front end in windows, as far as it is the same on every desktop: which window shows which
+/// dialog.
+class CFrontalVentanas : public CFrontal {
+public:
+    void AtiendeUno(CDialog& dialogo) override;
+    void Refleja(const CDialog& dialogo, const CControl& control) override;
+    void FinDeProceso(const CDialog& dialogo, const CEscritos& escritos) override;
+
+protected:
+    /// Shows a window in front of all others until its dialog is closed. What
+    /// `CVentanaComun::Muestra` throws passes through.
+    void Muestra(CVentanaComun& ventana);
+    /// The window on top, also one that a run goes on behind; null for none.
+    CVentanaComun* Ultima() const { return m_ventanas.empty() ? nullptr : m_ventanas.back(); }
+    /// The same where it is seen: what a box stands in front of.
+    CVentanaComun* Delante() const;
+    /// Has the user answer a box, which a run at work waits for.
+    int Espera(const std::function<int()>& caja) const;
+
+private:
+    /// Null for a dialog that isn't shown.
+    CVentanaComun* VentanaDe(const CDialog& dialogo) const;
+
+    std::vector<CVentanaComun*> m_ventanas; // those shown, the last one on top
+};
