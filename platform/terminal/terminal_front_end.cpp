@@ -130,10 +130,9 @@ void CFrontalTerminal::MuestraModal(CDialog& dialogo)
     while (!dialogo.Terminado()) {
         if (m_entradaPersona)
             Escribe(stdout, "> ");
-        if (m_guion.fallidos > 0 && m_guion.hay) {
-            dialogo.EndDialog(
-                IDCANCEL); // what the script meant to follow hangs on what wasn't done
-        } else if (!EjecutaMandato(dialogo, texto)) {
+        // What a script meant to follow hangs on what couldn't be done: its pipe ends there.
+        const bool roto = m_guion.hay && m_guion.fallidos > 0;
+        if (roto || !EjecutaMandato(dialogo, texto)) {
             if (m_guion.hay && m_guion.leidos == 0)
                 Escribe(stderr, textos::kSinMandatos);
             dialogo.SendMessage(WM_COMMAND, IDCANCEL, 0);

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cerrno>
 #include <filesystem>
 #include <functional>
@@ -182,9 +183,11 @@ public:
         }
         m_visto = Plan();
         Plan() = {};
-        resultado.error = resultado.error || aplicacion.HuboCajaDeError();
+        resultado.error = resultado.error || aplicacion.HuboCajaDeError() ||
+                          std::any_of(aplicacion.guion.cajas.begin(), aplicacion.guion.cajas.end(),
+                                      [](const auto& caja) { return caja.titulo == "Ajustes"; });
         for (const CCajaVista& caja : aplicacion.guion.cajas)
-            if (caja.flags == MB_ICONERROR)
+            if (caja.flags == MB_ICONERROR || caja.titulo == "Ajustes")
                 resultado.soloLog =
                     resultado.soloLog && caja.texto.find(".ERR\n") != std::string::npos;
         resultado.salidas = Salidas();

@@ -71,6 +71,11 @@ const struct CTraduccion {
     const char* nombre;
     CNuevoDialogo nuevo;
     const char* lista; ///< the input that is read first
+
+    friend void PrintTo(const CTraduccion& traduccion, std::ostream* donde)
+    {
+        *donde << traduccion.nombre;
+    }
 } kTraducciones[] = {
     {"CatastroToVexa",
      [](const CCarpetaPrueba& c) -> std::unique_ptr<CDialogoDeCarpeta> {

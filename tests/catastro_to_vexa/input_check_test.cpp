@@ -1,0 +1,70 @@
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "platform/ansi.h"
+#include "tests/catastro_to_vexa/run_fixture.h"
+
+namespace {
+
+std::string Veces(int veces, const std::string& linea)
+{
+    std::string lineas;
+    for (int i = 0; i < veces; ++i)
+        lineas += linea + "\r\n";
+    return lineas;
+}
+
+const std::string kBuena = "PJ045127   00001LA ERA" + std::string(30, ' ');
+
+} // namespace
+
+TEST(EntradaSospechosa, IsToldBehindTheSummaryAndKeepsWhatItsTablesReplace)
+{
+    const std::string relacion = "32045127" + std::string(80, ' ');
+    const struct {
+        const char* motivo;
+        std::string entrada;
+        int tipo;
+        const char* observacion; ///< what it begins or ends with; empty for none
+    } casos[] = {
+        {"a good one", Veces(12, kBuena), 0, ""},
+        {"nothing in it", "", 0, "está vacío"},
+        {"blank lines alone", "\r\n\r\n", 0, "está vacío"},
+        {"a list read as an exchange file", Veces(3, relacion), 0, "(TipoEntrada=1)?"},
+        {"an exchange file read as a list", Veces(3, kBuena), 1, "(TipoEntrada=0)?"},
+        {"UTF-8", Veces(1, "PJ045127   00001LA PEÑA" + std::string(30, ' ')), 0,
+         "se han leído mal"},
+        {"the code page",
+         Veces(1, std::string("PJ045127   00001LA PEÑA"_ansi) + std::string(30, ' ')), 0, ""},
+        {"lines longer than any", Veces(12, kBuena + std::string(200, 'x')), 0,
+         "más largas que las de su forma"},
+        {"lines shorter than any", Veces(12, "PJ045127   00001"), 0,
+         "más cortas que las de su forma"},
+        {"a few short ones may be so", Veces(9, "PJ045127   00001"), 0, ""},
+    };
+    for (const auto& caso : casos) {
+        SCOPED_TRACE(caso.motivo);
+        const CCarpetaPrueba carpeta;
+        CAplicacionPrueba aplicacion;
+        aplicacion.WriteProfileInt("CampivaAVexa", "TipoEntrada", caso.tipo);
+        carpeta.Pon("entrada.txt", caso.entrada);
+        carpeta.Pon("Parajes.txt", "antes");
+        CCampivaAVexaDlg dialogo;
+        dialogo.EjecutaLote(carpeta.En("entrada.txt"), carpeta.En("Modulos.txt"),
+                            carpeta.En("Titulares.txt"), carpeta.En("Parcelas.txt"),
+                            carpeta.En("Subparcelas.txt"), carpeta.En("Parajes.txt"),
+                            carpeta.En("Cotitulares.txt"), nullptr);
+        EXPECT_EQ(aplicacion.guion.cajas.size(), 1U) << "the summary alone";
+        const auto& dicho = aplicacion.guion.escritos.observaciones;
+        if (*caso.observacion == '\0') {
+            EXPECT_TRUE(dicho.empty());
+            EXPECT_EQ(carpeta.Lee("Parajes.txt.anterior"), "(no file)");
+            continue;
+        }
+        ASSERT_EQ(dicho.size(), 2U);
+        EXPECT_TRUE(ansi::AUtf8(dicho[0]).ends_with(caso.observacion)) << ansi::AUtf8(dicho[0]);
+        EXPECT_EQ(carpeta.Lee("Parajes.txt.anterior"), "antes");
+        EXPECT_NE(ansi::AUtf8(dicho[1]).find("Parajes.txt.anterior"), std::string::npos);
+    }
+}
