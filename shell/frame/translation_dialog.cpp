@@ -50,6 +50,7 @@ void CTraduccionDlg::LeeCampos()
     } catch (const CFileException& fallo) {
         if (m_enLote) // what its input is hangs on them
             throw;
+        m_sinAjustes = true;
         CajaDeAjustes(cajas::kNoSeLeenAjustes, fallo);
     }
     for (std::size_t i = 0; i < guardados.size(); ++i) {
@@ -91,7 +92,8 @@ void CTraduccionDlg::OnCancel()
     }
     if (m_enLote)
         return; // stopping already, and a batch run stores nothing
-    GuardaCampos();
+    if (!m_sinAjustes)
+        GuardaCampos();
     CDialog::OnCancel();
 }
 
