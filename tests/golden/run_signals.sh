@@ -21,7 +21,7 @@ run() { # name, status, the record file must be there or not, signals; before: w
   mkfifo $folder/001.PAR
   ${before:-} "$program" < commands > stdout 2> stderr &
   local pid=$!
-  for _ in $(seq 300); do compgen -G "$folder/*.CSP*" > /dev/null && break; sleep 0.02; done
+  for _ in $(seq 1500); do compgen -G "$folder/*.CSP*" > /dev/null && break; sleep 0.02; done
   compgen -G "$folder/*.CSP*" > /dev/null || fail "$1: the run never began to write"
   for signal in "${@:4}"; do
     kill -s "$signal" $pid

@@ -6,6 +6,7 @@
 #include "resources/program_resources.h"
 #include "resources/resource_ids.h"
 #include "shell/exit_status.h"
+#include "shell/start_up.h"
 #include "tests/support/files.h"
 #include "tests/support/interruption.h"
 #include "tests/support/scripted_front_end.h"
@@ -64,6 +65,33 @@ TEST(Mandato, HandsOverEveryArgumentAsItCame)
         const CTokens tokens = ParteMandato(UneArgumentos(caso.argumentos));
         for (std::size_t i = 0; i < kTokens; ++i)
             EXPECT_EQ(tokens[i], CString(i < caso.argumentos.size() ? caso.argumentos[i] : ""));
+    }
+}
+
+TEST(Opciones, AreAnsweredAloneAndOthersAreTold)
+{
+    const struct {
+        std::vector<std::string> argumentos;
+        std::optional<int> estado;
+    } casos[] = {
+        {{"campiva", "--help"}, estado::kHecho},
+        {{"campiva", "-h"}, estado::kHecho},
+        {{"campiva", "--version"}, estado::kHecho},
+        {{"campiva", "--nada"}, estado::kNadaPedido},
+        {{"campiva", "--help", "0"}, estado::kNadaPedido},
+        {{"campiva", "--"}, estado::kNadaPedido},
+        {{"campiva", "-x"}, std::nullopt},
+        {{"campiva", "0", "--help"}, std::nullopt},
+        {{"campiva"}, std::nullopt},
+    };
+    for (const auto& caso : casos) {
+        SCOPED_TRACE(caso.argumentos.back());
+        testing::internal::CaptureStdout();
+        testing::internal::CaptureStderr();
+        EXPECT_EQ(AtiendeOpcion(caso.argumentos), caso.estado);
+        EXPECT_EQ(testing::internal::GetCapturedStdout().empty(), caso.estado != estado::kHecho);
+        EXPECT_EQ(testing::internal::GetCapturedStderr().empty(),
+                  caso.estado != estado::kNadaPedido);
     }
 }
 
