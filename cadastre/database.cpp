@@ -59,14 +59,3 @@ void CBaseCatastro::EligeTitularPrincipal()
         for (CParcela& parcela : municipio.Parcelas())
             parcela.EligeTitularPrincipal();
 }
-
-int CBaseCatastro::AsignaNumOrden(CStdioFile& log)
-{
-    int mayor = 0;
-    for (const CMunicipio& municipio : m_municipios)
-        mayor = municipio.MayorNumOrden(mayor);
-    int asignados = 0;
-    for (CMunicipio& municipio : m_municipios)
-        asignados += municipio.AsignaNumOrden(log, mayor);
-    return asignados;
-}

@@ -116,6 +116,17 @@ int CMunicipio::AsignaNumOrden(CStdioFile& log, int& mayor)
     return asignados;
 }
 
+int CBaseCatastro::AsignaNumOrden(CStdioFile& log)
+{
+    int mayor = 0;
+    for (const CMunicipio& municipio : m_municipios)
+        mayor = municipio.MayorNumOrden(mayor);
+    int asignados = 0;
+    for (CMunicipio& municipio : m_municipios)
+        asignados += municipio.AsignaNumOrden(log, mayor);
+    return asignados;
+}
+
 int RegistraTitular(const CAvisos& avisos, CMunicipio& municipio, CTitular titular)
 {
     const int codigo = municipio.BuscaTitular(titular);

@@ -13,6 +13,10 @@ inline constexpr const char* kCodigoSubparcela = "125501";
 inline constexpr const char* kCodigoConstruccion = "125502";
 inline constexpr const char* kCodigoHoja = "126001"; ///< of an orthophoto sheet; others do as well
 
+// Which of them make a label valid, for the run and for what explains it.
+inline constexpr const char* kCodigosDeParcela[] = {kCodigoParcela};
+inline constexpr const char* kCodigosDeSubparcela[] = {kCodigoSubparcela, kCodigoConstruccion};
+
 /// The letter in a subparcel's label: what stands behind its first hyphen, or all of it.
 inline CString LetraDelRotulo(const CString& rotulo)
 {

@@ -181,9 +181,10 @@ EstadoRecinto EstadoPorRotulo(ClaseTopologia que, const CString& codigo, bool bo
         return EstadoRecinto::Valido;
     if (borrado)
         return EstadoRecinto::Borrado;
-    const bool suyo = que == ClaseTopologia::Parcelas
-                          ? codigo == kCodigoParcela
-                          : codigo == kCodigoSubparcela || codigo == kCodigoConstruccion;
+    const std::span<const char* const> codigos =
+        que == ClaseTopologia::Parcelas ? std::span<const char* const>(kCodigosDeParcela)
+                                        : std::span<const char* const>(kCodigosDeSubparcela);
+    const bool suyo = std::find(codigos.begin(), codigos.end(), codigo) != codigos.end();
     return suyo ? EstadoRecinto::Valido : EstadoRecinto::CodigoAjeno;
 }
 

@@ -185,7 +185,7 @@ private:
             const CTropiezo tropiezo(entrada);
             estado = Programa(entrada);
         }
-        Exige((estado >= 0 && estado <= 2) || estado == CCampivaApp::kDetenido,
+        Exige((estado >= 0 && estado <= 2) || estado == estado::kDetenido,
               "the exit status is one of those that are told");
         if (entrada.Fallo() != 0)
             SanaConjuntos({"entrada.txt", m_ajustes.string()});

@@ -58,7 +58,7 @@ bool CVexaACampiva2Dlg::LeeParcelaDeRegistro(const CPoligonoTopologico& registro
         return false;
     // Before the label is looked at: a polygon that is refused uses its islands up all the same.
     SumaIslas(par, area);
-    const Rotulo leido = LeeRotuloDeCodigo(registro, bin, poligono.rotulo, {kCodigoParcela});
+    const Rotulo leido = LeeRotuloDeCodigo(registro, bin, poligono.rotulo, kCodigosDeParcela);
     fueraDeFecha = leido == Rotulo::FueraDeFecha;
     if (leido != Rotulo::Valido)
         return false;

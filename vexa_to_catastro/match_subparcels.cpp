@@ -26,8 +26,7 @@ void CVexaACampiva2Dlg::RegistraSubparcelas(CStdioFile* log, int* numErrores, in
         if (!registro.EsParcela() || !registro.TieneCentroide())
             continue;
         SumaIslas(sub, area);
-        const Rotulo leido =
-            LeeRotuloDeCodigo(registro, bin, rotulo, {kCodigoSubparcela, kCodigoConstruccion});
+        const Rotulo leido = LeeRotuloDeCodigo(registro, bin, rotulo, kCodigosDeSubparcela);
         if (leido == Rotulo::FueraDeFecha) {
             CajaError(kSubFueraDeFecha, poligono.entrada);
             return;

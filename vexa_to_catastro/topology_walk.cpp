@@ -12,7 +12,7 @@ void SumaIslas(CFile* poligonos, double& area)
 }
 
 Rotulo LeeRotuloDeCodigo(const vexageo::CPoligonoTopologico& poligono, CFile* bin,
-                         vexageo::CTexto<int>& rotulo, std::initializer_list<const char*> codigos)
+                         vexageo::CTexto<int>& rotulo, std::span<const char* const> codigos)
 {
     if (!vexageo::LeeRotulo(poligono, bin, rotulo))
         return Rotulo::FueraDeFecha;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <initializer_list>
+#include <span>
 
 #include "platform/files/cfile.h"
 #include "vexa_libs/entity.h"
@@ -23,4 +23,4 @@ enum class Rotulo {
 /// \param bin      the open drawing
 /// \param codigos  those of a valid label
 Rotulo LeeRotuloDeCodigo(const vexageo::CPoligonoTopologico& poligono, CFile* bin,
-                         vexageo::CTexto<int>& rotulo, std::initializer_list<const char*> codigos);
+                         vexageo::CTexto<int>& rotulo, std::span<const char* const> codigos);
