@@ -50,6 +50,7 @@ constexpr const char* kPaginadores[] = {"", "cat", "no-hay-tal-programa", "true"
 class CFrontalConUsuario : public CFrontalTerminal {
 public:
     explicit CFrontalConUsuario(int parada) : m_parada(parada) {}
+    bool AlguienContesta() const override { return true; }
     void AtiendeUno(CDialog& dialogo) override
     {
         CFrontalTerminal::AtiendeUno(dialogo);

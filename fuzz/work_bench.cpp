@@ -7,6 +7,7 @@
 #include <filesystem>
 
 #include "platform/files/cfile.h"
+#include "platform/files/safe_replacement.h"
 #include "platform/files/set_healing.h"
 #include "resources/program_resources.h"
 #include "tests/faults/fault_plan.h"
@@ -170,7 +171,12 @@ void CBanco::CompruebaFichero(const std::string& nombre, std::vector<std::string
     const bool escrito = suyo != escritos.end();
     if (escrito)
         escritos.erase(suyo);
-    if (puesto == m_puestos.end())
+    const std::string_view anterior = CReemplazo::kAnterior;
+    if (nombre.ends_with(anterior)) { // of a suspicious input: what an output replaced
+        const auto antes = m_puestos.find(nombre.substr(0, nombre.size() - anterior.size()));
+        Exige(antes != m_puestos.end() && m_carpeta.Lee(nombre) == antes->second,
+              "what is kept is what was there:", nombre);
+    } else if (puesto == m_puestos.end())
         Exige(escrito || nombre.ends_with(kLog), "nothing else is left behind:", nombre);
     else if (!escrito)
         Exige(m_carpeta.Lee(nombre) == puesto->second, "a file stays as it was:", nombre);
