@@ -8,7 +8,6 @@
 using vexageo::CLinea;
 using vexageo::CPoligonoTopologico;
 using vexageo::CPunto;
-using vexageo::CTexto;
 
 namespace {
 

@@ -40,6 +40,7 @@
 #undef MB_TYPEMASK
 #undef MB_ICONERROR
 #undef MB_ICONQUESTION
+#undef MB_ICONWARNING
 #undef MB_ICONMASK
 #undef WM_HELP
 #undef WM_COMMAND
