@@ -169,7 +169,7 @@ const char* ExtensionDe(ClaseTopologia que)
 
 std::optional<ClaseTopologia> ClaseDeExtension(std::string_view extension)
 {
-    const auto suya = std::find(kExtensiones.begin(), kExtensiones.end(), extension);
+    const auto* const suya = std::find(kExtensiones.begin(), kExtensiones.end(), extension);
     return suya == kExtensiones.end()
                ? std::nullopt
                : std::optional(static_cast<ClaseTopologia>(suya - kExtensiones.begin()));

@@ -22,9 +22,9 @@ CIndiceAvisos::CIndiceAvisos(const CRegistroLeido& registro) : m_registro(regist
 
 std::span<const CIndiceAvisos::CEntrada> CIndiceAvisos::Tramo(int polig, int parcela) const
 {
-    const auto suyas =
-        std::ranges::equal_range(m_porParcela, std::pair(polig, parcela), {}, &CEntrada::numeros);
-    return {suyas.begin(), suyas.end()};
+    const std::pair numeros(polig, parcela);
+    return {std::ranges::lower_bound(m_porParcela, numeros, {}, &CEntrada::numeros),
+            std::ranges::upper_bound(m_porParcela, numeros, {}, &CEntrada::numeros)};
 }
 
 std::vector<std::uint32_t> CIndiceAvisos::DeParcela(int polig, int parcela) const

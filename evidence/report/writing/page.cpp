@@ -95,7 +95,7 @@ void Cabeza(CMarcas& marcas, const CContenido& contenido)
         .Suelto("meta", {{"name", "viewport"}, {"content", "width=device-width, initial-scale=1"}})
         .Linea();
     marcas.Bloque("title", {}, "Informe de " + Texto(contenido.proceso.ficheros.base));
-    marcas.Bloque("style", {}, [&] { marcas.Linea().Hecho(Estilo()); });
+    marcas.Bloque("style", {}, [&] { marcas.Linea().Hecho(kEstilo); });
 }
 
 void Cuerpo(CMarcas& marcas, const CContenido& contenido)
@@ -112,7 +112,7 @@ void Cuerpo(CMarcas& marcas, const CContenido& contenido)
                         "Hecho el " + Fecha(contenido.hecho) + " por campiva-informe " +
                             contenido.version + ".");
     });
-    marcas.Bloque("script", {}, [&] { marcas.Linea().Hecho(Guion()); });
+    marcas.Bloque("script", {}, [&] { marcas.Linea().Hecho(kGuion); });
 }
 
 } // namespace

@@ -146,7 +146,7 @@ void SeccionMensajes(const CContenido& contenido, CMarcas& marcas)
         if (dichas < total)
             Parrafo(marcas, kNota,
                     Miles(dichas) + " de " + Miles(total) + ": los primeros de cada número.");
-        marcas.Hecho(Filtro());
+        marcas.Hecho(kFiltro);
         Tabla(marcas, "lista",
               {{"Línea", true},
                {"Código"},

@@ -287,8 +287,8 @@ void PonLeyenda(CMarcas& marcas)
     };
     const std::string tramas = EstiloTramas(kSerie);
     marcas.Bloque("p", {{"class", "leyenda"}}, [&] {
-        for (const auto& [clase, texto] : kMuestras) {
-            muestra(tramas.c_str(), texto, [&] {
+        for (const auto& [estilo, texto] : kMuestras) {
+            muestra(tramas.c_str(), texto, [&, clase = estilo] {
                 if (clase == std::string_view(Clase(Trato::Error)))
                     PonTramas(marcas, kSerie, 4);
                 marcas.Figura("path", {{"class", clase}, {"d", "M1 1h24v14h-24z"}});
