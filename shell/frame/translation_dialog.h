@@ -168,6 +168,6 @@ private:
     };
 
     bool m_enLote = false;
-    bool m_sinAjustes = false; ///< they couldn't be read, so nothing is stored over them
+    bool m_sinAjustes = false;         ///< they couldn't be read, so nothing is stored over them
     std::optional<CProceso> m_proceso; ///< from `EmpiezaProceso` to the end of the run
 };
