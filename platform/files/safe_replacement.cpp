@@ -1,6 +1,7 @@
 #include "platform/files/safe_replacement.h"
 
 #include <functional>
+#include <string>
 
 namespace {
 
@@ -229,9 +230,17 @@ CReemplazo::Ruta CReemplazo::Acaba(bool conserva)
     Error error;
     Ruta anterior;
     if (conserva && !m_antes.empty()) {
-        anterior = AlLado(m_destino, kAnterior);
-        sistema::Renombra(m_antes, anterior, error);
-        if (error)
+        // An older one stays: a run that is wrong for the second time replaces its own tables.
+        constexpr int kIntentos = 1000;
+        bool libre = false;
+        for (int i = 1; i <= kIntentos && !libre && !error; ++i) {
+            const std::string numero = i > 1 ? "." + std::to_string(i) : "";
+            anterior = AlLado(m_destino, std::string(kAnterior) + numero);
+            libre = sistema::MiraEnlace(anterior, error).tipo == Tipo::NoHay && !error;
+        }
+        if (libre)
+            sistema::Renombra(m_antes, anterior, error);
+        if (!libre || error)
             anterior.clear();
     }
     if (!m_antes.empty() && anterior.empty())

@@ -65,8 +65,8 @@ public:
     /// written after an error; `Desecha` mends that.
     void Coloca(Error& error);
     /// Lets go of what the target held. A failure leaves rubbish for the next run, nothing else.
-    /// \param conserva  keep it as `NAME.anterior` beside the target, in the place of an older one
-    /// \return that name; empty where nothing was kept
+    /// \param conserva  keep it as `NAME.anterior` beside the target, with a number where one is
+    /// there \return that name; empty where nothing was kept
     Ruta Acaba(bool conserva = false);
     /// Gives the target back what it held and removes all else. False where the system doesn't let
     /// it; what is needed to do it later stays then.

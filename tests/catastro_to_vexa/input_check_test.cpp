@@ -66,5 +66,9 @@ TEST(EntradaSospechosa, IsToldBehindTheSummaryAndKeepsWhatItsTablesReplace)
         EXPECT_TRUE(ansi::AUtf8(dicho[0]).ends_with(caso.observacion)) << ansi::AUtf8(dicho[0]);
         EXPECT_EQ(carpeta.Lee("Parajes.txt.anterior"), "antes");
         EXPECT_NE(ansi::AUtf8(dicho[1]).find("Parajes.txt.anterior"), std::string::npos);
+
+        dialogo.SendMessage(WM_COMMAND, IDOK, 0); // wrong once more
+        EXPECT_EQ(carpeta.Lee("Parajes.txt.anterior"), "antes");
+        EXPECT_NE(carpeta.Lee("Parajes.txt.anterior.2"), "(no file)");
     }
 }
