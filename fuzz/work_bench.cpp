@@ -7,8 +7,8 @@
 #include <filesystem>
 
 #include "platform/files/cfile.h"
-#include "platform/files/safe_replacement.h"
 #include "platform/files/set_healing.h"
+#include "platform/files/side_names.h"
 #include "resources/program_resources.h"
 #include "tests/faults/fault_plan.h"
 
@@ -171,7 +171,7 @@ void CBanco::CompruebaFichero(const std::string& nombre, std::vector<std::string
     const bool escrito = suyo != escritos.end();
     if (escrito)
         escritos.erase(suyo);
-    const std::string_view anterior = CReemplazo::kAnterior;
+    const std::string_view anterior = lado::kAnterior;
     if (nombre.ends_with(anterior)) { // of a suspicious input: what an output replaced
         const auto antes = m_puestos.find(nombre.substr(0, nombre.size() - anterior.size()));
         Exige(antes != m_puestos.end() && m_carpeta.Lee(nombre) == antes->second,

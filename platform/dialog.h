@@ -156,9 +156,6 @@ private:
     CControl* m_control = nullptr;
 };
 
-/// Unwinds a run when the process is asked to end, so that what it was writing is thrown away.
-class CInterrumpido {};
-
 /// A dialog: controls made from a template, and the fields of the derived class that they show.
 class CDialog : public CWnd {
 public:

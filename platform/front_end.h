@@ -18,6 +18,7 @@ struct CEscritos {
     /// What the run says beside its boxes, a sentence each: its input may not be what it was read
     /// as.
     std::vector<CString> observaciones;
+    bool huboErrores = false; ///< boxes told some, which stand in no log
 };
 
 /// What became of the commands that a script gave in place of a user.

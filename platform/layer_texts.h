@@ -17,6 +17,12 @@ inline constexpr const char* kNoSeEscribe = "Imposible escribir el archivo %s";
 inline constexpr const char* kNoSeLee = "Imposible leer el archivo %s";
 inline constexpr const char* kTerminaAntes = "Termina antes de la longitud que tenía"_ansi;
 inline constexpr const char* kLoEscribeOtro = "Otro proceso lo está escribiendo"_ansi;
+inline constexpr const char* kSinDevolver =
+    "No se ha podido devolver lo que tenían (lo hará el próximo proceso que trabaje en su carpeta):"_ansi;
+/// Of a file that another user's program left half changed: who he is, and where it is told.
+inline constexpr const char* kAMedias =
+    "Se quedó a medias cuando murió un proceso de %s, y este usuario no puede devolverle lo que "
+    "tenía.\nHágalo trabajar otra vez en esa carpeta, o pregunte a quien la administra: lo cuenta %s"_ansi;
 /// Stands in a log where lines of it couldn't be written.
 inline constexpr std::string_view kMarcaHueco =
     "\r\n*** Faltan mensajes: no se pudieron escribir ***\r\n";

@@ -82,7 +82,7 @@ void CRelatoProceso::Termina(Reloj::time_point ahora, const CEscritos& escritos)
         m_texto += (m_texto.empty() ? "" : ".  ") + ansi::AUtf8(observacion);
     const sistema::CEstado log = EstadoDe(escritos.log);
     const bool vacio = EsFichero(log) && log.largo == 0;
-    if (vacio && escritos.observaciones.empty())
+    if (vacio && escritos.observaciones.empty() && !escritos.huboErrores)
         m_texto += (m_texto.empty() ? "" : ".  ") + std::string(textos::kRegistroVacio);
     m_log = EsFichero(log) && !vacio ? escritos.log : CString();
     m_carpeta = CarpetaDeSalidas(escritos);

@@ -2,11 +2,11 @@
 
 #include <algorithm>
 #include <chrono>
-#include <thread>
 #include <vector>
 
 #include "platform/files/cstdio_file.h"
 #include "platform/files/set_healing.h"
+#include "platform/files/short_wait.h"
 #include "platform/files/system_files.h"
 #include "platform/system.h"
 
@@ -116,19 +116,18 @@ void Pon(std::vector<CString>& lineas, const CAjuste& ajuste)
 void AbreCerrado(CStdioFile& fichero, const CString& nombre)
 {
     constexpr UINT kModo = CFile::modeCreate | CFile::modeWrite;
-    constexpr int kIntentos = 200;
-    constexpr std::chrono::milliseconds kEspera{10};
-    for (int i = 0;; ++i) {
+    constexpr std::chrono::seconds kComoMucho{2};
+    const CEspera espera(kComoMucho);
+    for (;;) {
         try {
             CFileException fallo;
             if (fichero.Open(nombre, kModo, &fallo))
                 return;
             throw CFileException(fallo);
         } catch (const CFileException& fallo) {
-            if (fallo.m_causa != sistema::kDeOtro || i == kIntentos)
+            if (fallo.m_causa != sistema::kDeOtro || !espera.Sigue())
                 throw;
         }
-        std::this_thread::sleep_for(kEspera);
     }
 }
 

@@ -71,3 +71,6 @@ void OlvidaSenales();
 bool EsperaLinea();
 
 } // namespace sistema
+
+/// Unwinds a run when the process is asked to end, so that what it was writing is thrown away.
+class CInterrumpido {};

@@ -19,7 +19,7 @@ CTraduccionDlg::CDescripcion CVexaAInfografDlg::Describe()
 void CVexaAInfografDlg::OnOK()
 {
     UpdateData(true);
-    EmpiezaProceso({ArchivoTren});
+    EmpiezaProceso({ArchivoTren, ArchivoOrtos});
     CStdioFile lista;
     if (!AbreEntrada(lista, ArchivoTren))
         return;
@@ -35,8 +35,10 @@ void CVexaAInfografDlg::OnOK()
     const CString salida = FicheroDeLista(carpeta, nombreSalida, "CSP");
     const std::vector<CString> fuentes = {ArchivoTren, ArchivoOrtos};
     CStdioFile csp;
-    // Nothing is written to the log; whoever collects a run's files looks for it.
-    if (!CreaLog(FicheroDeLista(carpeta, nombreSalida, "ERR"), fuentes, {salida}) ||
+    // Nothing is written to the log, which is the way back's, too; whoever collects a run's files
+    // looks for it.
+    if (!CreaLog(FicheroDeLista(carpeta, nombreSalida, "ERR"), fuentes, {salida},
+                 Registro::SiempreVacio) ||
         !CreaSalida(csp, salida, cajas::kNoSeCrea, fuentes))
         return;
     ActivaControles(false);

@@ -2,6 +2,7 @@
 
 #include <string>
 #include <system_error>
+#include <utility>
 
 #include "platform/ansi.h"
 
@@ -22,39 +23,44 @@ std::string EnMinusculas(std::string texto)
     return texto;
 }
 
-/// One file, or the knowledge that there are several.
-struct CCandidato {
-    std::filesystem::path nombre;
-    bool varios = false;
-
-    void Pon(const std::filesystem::path& otro)
-    {
-        varios = varios || !nombre.empty();
-        nombre = otro;
-    }
-    bool Sirve() const { return !nombre.empty() && !varios; }
-};
+std::string Letras(const std::filesystem::path& nombre)
+{
+    return ansi::AUtf8(sistema::Nombre(nombre));
+}
 
 } // namespace
 
-std::filesystem::path SinMayusculas(const std::filesystem::path& ruta, sistema::Error& error)
+std::filesystem::path CNombresEnDisco::Busca(const std::filesystem::path& ruta,
+                                             sistema::Error& error)
 {
     if (sistema::Mira(ruta, error).tipo != sistema::CEstado::Tipo::NoHay || error)
         return ruta;
-    const std::string mismas = ansi::AUtf8(sistema::Nombre(ruta.filename()));
-    const std::string parecidas = EnMinusculas(mismas);
-    CCandidato igual;
-    CCandidato parecido;
-    for (const std::filesystem::path& otro : sistema::Lista(ruta.parent_path(), error)) {
-        const std::string letras = ansi::AUtf8(sistema::Nombre(otro));
-        if (letras == mismas)
-            igual.Pon(otro);
-        else if (EnMinusculas(letras) == parecidas)
-            parecido.Pon(otro);
-    }
+    const std::string letras = Letras(ruta.filename());
+    const CListado& listado = Listado(ruta.parent_path(), error);
+    const auto parecidos = listado.find(EnMinusculas(letras));
+    if (parecidos == listado.end())
+        return ruta;
+    std::vector<std::filesystem::path> candidatos;
+    for (const std::filesystem::path& nombre : parecidos->second)
+        if (Letras(nombre) == letras)
+            candidatos.push_back(nombre);
+    if (candidatos.empty())
+        candidatos = parecidos->second;
+    return candidatos.size() == 1 ? ruta.parent_path() / candidatos.front() : ruta;
+}
+
+const CNombresEnDisco::CListado& CNombresEnDisco::Listado(const std::filesystem::path& carpeta,
+                                                          sistema::Error& error)
+{
+    if (const auto vista = m_carpetas.find(carpeta); vista != m_carpetas.end())
+        return vista->second;
+    const std::vector<std::filesystem::path> nombres = sistema::Lista(carpeta, error);
     if (error == std::errc::no_such_file_or_directory || error == std::errc::permission_denied ||
         error == std::errc::not_a_directory)
         error.clear(); // opening it will tell
-    const CCandidato& mejor = igual.nombre.empty() ? parecido : igual;
-    return mejor.Sirve() ? ruta.parent_path() / mejor.nombre : ruta;
+    CListado listado;
+    if (!error)
+        for (const std::filesystem::path& nombre : nombres)
+            listado[EnMinusculas(Letras(nombre))].push_back(nombre);
+    return m_carpetas[carpeta] = std::move(listado);
 }

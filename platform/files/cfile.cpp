@@ -14,34 +14,49 @@
 bool CFile::Open(const CString& nombre, UINT modo, CFileException* fallo,
                  CConjuntoSalidas* conjunto)
 {
-    m_lector.Cierra();
-    m_escritor.Suelta();
-    m_fallo = {};
+    if ((modo & modeWrite) == 0) {
+        CNombresEnDisco nombres;
+        return Open(nombre, modo, fallo, nombres);
+    }
+    Suelta();
     sistema::Error error;
-    const bool escribe = (modo & modeWrite) != 0;
     std::unique_ptr<CDestino> destino;
-    if (escribe && (modo & modeInPlace) != 0)
+    if ((modo & modeInPlace) != 0)
         destino = CSalidaEnSitio::Abre(nombre, m_fallo.m_causa, error);
-    else if (escribe)
+    else
         destino = CSalidaReemplazo::Abre(nombre, conjunto, error);
     if (destino != nullptr)
         m_escritor.Abre(std::move(destino));
-    if (m_escritor.Abierto() || (!escribe && AbreLectura(nombre, modo, error)))
-        return true;
-    const CFileException como(nombre, error, !escribe);
-    if (!CFileException::EsCorriente(error))
+    return m_escritor.Abierto() || NoSeAbre({nombre, error}, fallo);
+}
+
+bool CFile::Open(const CString& nombre, UINT modo, CFileException* fallo, CNombresEnDisco& nombres)
+{
+    Suelta();
+    sistema::Error error;
+    std::filesystem::path ruta = sistema::Ruta(nombre);
+    if ((modo & anyCase) != 0)
+        ruta = nombres.Busca(ruta, error);
+    const bool abierto = !error && m_lector.Abre(nombre, ruta, (modo & modeWhole) != 0, error);
+    return abierto || NoSeAbre({nombre, error, true}, fallo);
+}
+
+/// Lets go of what is open.
+void CFile::Suelta()
+{
+    m_lector.Cierra();
+    m_escritor.Suelta();
+    m_fallo = {};
+}
+
+/// Tells one of the usual reasons by false, and raises all others.
+bool CFile::NoSeAbre(const CFileException& como, CFileException* fallo)
+{
+    if (!CFileException::EsCorriente(como.m_causa))
         throw CFileException(como);
     if (fallo != nullptr)
         *fallo = como;
     return false;
-}
-
-bool CFile::AbreLectura(const CString& nombre, UINT modo, sistema::Error& error)
-{
-    std::filesystem::path ruta = sistema::Ruta(nombre);
-    if ((modo & anyCase) != 0)
-        ruta = SinMayusculas(ruta, error);
-    return !error && m_lector.Abre(nombre, ruta, (modo & modeWhole) != 0, error);
 }
 
 void CFile::Close()

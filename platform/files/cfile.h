@@ -11,6 +11,7 @@
 #include "platform/types.h"
 
 class CConjuntoSalidas;
+class CNombresEnDisco;
 
 /// A file of bytes, read or written through a buffer of its own.
 ///
@@ -52,6 +53,8 @@ public:
     /// disk or the system is at fault. With `modeWhole` also where the file can't be read.
     bool Open(const CString& nombre, UINT modo, CFileException* fallo = nullptr,
               CConjuntoSalidas* conjunto = nullptr);
+    /// The same for reading with `anyCase`, for one who asks for many files of a folder.
+    bool Open(const CString& nombre, UINT modo, CFileException* fallo, CNombresEnDisco& nombres);
 
     /// Ends the work with the file. After writing it raises CFileException, with the target as it
     /// was, if something couldn't be written. A file that is written in its place tells that by
@@ -98,7 +101,12 @@ public:
 
     /// The name of the file that `Open` finds by this one with `anyCase`; the name itself where
     /// there is none. Raises CFileException where the folder can't be looked at.
-    static CString EnDisco(const CString& nombre);
+    static CString EnDisco(const CString& nombre, CNombresEnDisco& nombres);
+
+    /// Copies what a file holds, unless that is nothing, to `NAME.anterior` beside it, in the place
+    /// of an older one. Gives that name, an empty one where nothing was copied. Raises
+    /// CFileException where it can't be copied.
+    static CString GuardaAnterior(const CString& nombre);
 
     /// What was wrong with the first write that failed in a file that is written in its place; no
     /// error if none did. `Close` leaves it standing.
@@ -123,7 +131,8 @@ protected:
     CEscritorFichero& Escritor() { return m_escritor; }
 
 private:
-    bool AbreLectura(const CString& nombre, UINT modo, sistema::Error& error);
+    void Suelta();
+    static bool NoSeAbre(const CFileException& como, CFileException* fallo);
 
     CFileException m_fallo;
     CLectorFichero m_lector; // of it and the next one at most one has a file

@@ -26,7 +26,14 @@ CString CFileException::Mensaje() const
 
 CString CFileException::Detalle() const
 {
-    return m_causa && !SeVe() ? "\n" + Causa() : CString();
+    CString lineas = m_causa && !SeVe() ? "\n" + Causa() : CString();
+    if (!m_nota.IsEmpty())
+        lineas += "\n" + m_nota;
+    if (!m_sinDevolver.empty())
+        lineas += CString("\n") + textos::kSinDevolver;
+    for (const CString& nombre : m_sinDevolver)
+        lineas += "\n  " + nombre;
+    return lineas;
 }
 
 bool CFileException::EsCorriente(const sistema::Error& error)

@@ -3,6 +3,7 @@
 #include <exception>
 #include <system_error>
 #include <utility>
+#include <vector>
 
 #include "platform/cstring.h"
 #include "platform/files/system_files.h"
@@ -21,7 +22,7 @@ public:
     CString Causa() const;
     /// What a box tells of it: the file and the reason.
     CString Mensaje() const;
-    /// The reason as a further line of a box, empty where it needs none.
+    /// The reason, and what else there is to say, as further lines of a box; empty for none.
     CString Detalle() const;
     /// Tells whether a file that can't be opened for this reason isn't there, or isn't for this
     /// user: the usual reasons. All others are faults of the disk or the system.
@@ -44,5 +45,7 @@ public:
 
     CString m_strFileName; ///< as the program named it
     sistema::Error m_causa;
-    bool m_alLeer = false; ///< a read failed, not a write
+    bool m_alLeer = false;              ///< a read failed, not a write
+    CString m_nota;                     ///< what else there is to say of it, empty for nothing
+    std::vector<CString> m_sinDevolver; ///< outputs that couldn't be given back what they held
 };

@@ -5,6 +5,7 @@
 
 #include "platform/files/any_case_name.h"
 #include "platform/files/safe_replacement.h"
+#include "platform/files/side_names.h"
 #include "platform/files/system_files.h"
 
 // What the names of files lead to, and whether it is one file.
@@ -38,13 +39,30 @@ CString CFile::RutaCompleta(const CString& nombre)
     return sistema::Nombre(sistema::EnteraSinPuntos(sistema::Ruta(nombre)));
 }
 
-CString CFile::EnDisco(const CString& nombre)
+CString CFile::EnDisco(const CString& nombre, CNombresEnDisco& nombres)
 {
     sistema::Error error;
-    const std::filesystem::path ruta = SinMayusculas(sistema::Ruta(nombre), error);
+    const std::filesystem::path ruta = nombres.Busca(sistema::Ruta(nombre), error);
     if (error)
         throw CFileException(nombre, error, true);
     return sistema::Nombre(ruta);
+}
+
+CString CFile::GuardaAnterior(const CString& nombre)
+{
+    constexpr std::size_t kTrozo = std::size_t{64} * 1024;
+    CFile fichero;
+    if (!fichero.Open(nombre, modeRead) || fichero.GetLength() == 0)
+        return {};
+    const CString anterior = sistema::Nombre(lado::De(sistema::Ruta(nombre), lado::kAnterior));
+    CFile copia;
+    CFileException fallo;
+    if (!copia.Open(anterior, modeCreate | modeWrite, &fallo))
+        throw CFileException(fallo);
+    for (auto tramo = fichero.Tramo(kTrozo); !tramo.empty(); tramo = fichero.Tramo(kTrozo))
+        copia.Write(tramo.data(), static_cast<UINT>(tramo.size()));
+    copia.Close();
+    return anterior;
 }
 
 bool CFile::EsElMismo(const CString& uno, const CString& otro)

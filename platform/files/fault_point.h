@@ -17,7 +17,8 @@ enum class Llamada {
     Bloquear,
     Derechos,
     Listar,
-    Crear ///< a folder
+    Crear,  ///< a folder
+    Esperar ///< a moment, for another program
 };
 
 /// Asked before each call to the system: 0 to make the call, else the number of the error with

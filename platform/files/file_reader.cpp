@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "platform/files/cfile_exception.h"
+#include "platform/system.h"
 
 namespace {
 
@@ -76,9 +77,13 @@ void CLectorFichero::Lee(std::size_t hasta)
         sistema::Error error;
         const std::uint64_t posicion = m_base + m_bufer.Lleno();
         const std::size_t faltan = hasta - m_bufer.Lleno();
-        const std::size_t n =
-            m_esRegular ? sistema::LeeEn(m_fichero, m_bufer.Final(), faltan, posicion, error)
-                        : sistema::Lee(m_fichero, m_bufer.Final(), faltan, error);
+        if (!m_esRegular && !sistema::EsperaDatos(m_fichero, error))
+            throw CInterrumpido();
+        std::size_t n = 0;
+        if (m_esRegular)
+            n = sistema::LeeEn(m_fichero, m_bufer.Final(), faltan, posicion, error);
+        else if (!error)
+            n = sistema::Lee(m_fichero, m_bufer.Final(), faltan, error);
         if (!error && n == 0 && posicion < m_longitud)
             error = CFileException::AcortadoAlLeer();
         if (error)

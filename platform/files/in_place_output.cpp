@@ -19,7 +19,7 @@ std::unique_ptr<CSalidaEnSitio> CSalidaEnSitio::Abre(const CString& nombre, sist
         return nullptr;
     std::unique_ptr<CSalidaEnSitio> salida(new CSalidaEnSitio(fichero, fallo));
     const bool regular = sistema::Mira(fichero, error).tipo == Tipo::Regular;
-    if (!error && regular && !sistema::Bloquea(fichero, error) && !error)
+    if (!error && regular && sistema::Bloquea(fichero, error) == sistema::Bloqueo::DeOtro && !error)
         error = sistema::kDeOtro;
     if (!error && regular)
         sistema::Recorta(fichero, 0, error);

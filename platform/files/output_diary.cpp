@@ -1,12 +1,11 @@
 #include "platform/files/output_diary.h"
 
 #include <charconv>
+#include <optional>
 
 #include "platform/files/system_files.h"
 
 namespace {
-
-using Ruta = CReemplazo::Ruta;
 
 // A diary is a row of texts, each closed by a zero: its mark, how many diaries there are and their
 // names, three texts for each target, and its mark again. One that was cut short told of nothing
@@ -15,24 +14,48 @@ using Ruta = CReemplazo::Ruta;
 // is called.
 constexpr std::string_view kMarca = "campiva: salidas en curso";
 
-std::string Entera(const Ruta& ruta)
-{
-    return sistema::Nombre(sistema::Entera(ruta));
-}
+/// Takes the texts of a diary, one after another.
+class CTextos {
+public:
+    explicit CTextos(std::string_view bytes) : m_quedan(bytes) {}
+    bool Quedan() const { return !m_quedan.empty(); }
+    /// The next one; nothing where it has no end, or is empty, as none of a diary's is.
+    std::optional<std::string_view> Toma()
+    {
+        const std::size_t fin = m_quedan.find('\0');
+        if (fin == std::string_view::npos || fin == 0)
+            return std::nullopt;
+        const std::string_view texto = m_quedan.substr(0, fin);
+        m_quedan.remove_prefix(fin + 1);
+        return texto;
+    }
+    std::optional<std::uint64_t> TomaNumero()
+    {
+        const auto texto = Toma();
+        std::uint64_t valor = 0;
+        if (!texto ||
+            std::from_chars(texto->data(), texto->data() + texto->size(), valor).ec != std::errc())
+            return std::nullopt;
+        return valor;
+    }
+
+private:
+    std::string_view m_quedan;
+};
 
 } // namespace
 
-std::string EscribeDiario(const std::vector<Ruta>& diarios,
+std::string EscribeDiario(const std::vector<std::filesystem::path>& diarios,
                           const std::vector<CEntradaDiario>& entradas)
 {
     std::string bytes;
     const auto pon = [&](std::string_view texto) { bytes.append(texto).push_back('\0'); };
     pon(kMarca);
     pon(std::to_string(diarios.size()));
-    for (const Ruta& diario : diarios)
-        pon(Entera(diario));
+    for (const std::filesystem::path& diario : diarios)
+        pon(sistema::Nombre(sistema::Entera(diario)));
     for (const CEntradaDiario& entrada : entradas) {
-        pon(Entera(entrada.destino));
+        pon(sistema::Nombre(entrada.destino));
         pon(entrada.habia ? "1" : "0");
         pon(std::to_string(entrada.numero));
     }
@@ -42,28 +65,26 @@ std::string EscribeDiario(const std::vector<Ruta>& diarios,
 
 CDiarioLeido LeeDiario(std::string_view bytes)
 {
-    std::vector<std::string_view> textos;
-    for (std::size_t fin = bytes.find('\0'); fin != std::string_view::npos;
-         fin = bytes.find('\0')) {
-        textos.push_back(bytes.substr(0, fin));
-        bytes.remove_prefix(fin + 1);
-    }
-    const auto numero = [](std::string_view texto) {
-        std::uint64_t valor = 0;
-        std::from_chars(texto.data(), texto.data() + texto.size(), valor);
-        return valor;
-    };
+    CTextos textos(bytes);
     CDiarioLeido leido;
-    if (!bytes.empty() || textos.size() < 3 || textos.front() != kMarca || textos.back() != kMarca)
-        return leido;
-    const std::uint64_t diarios = numero(textos[1]);
-    if (diarios > textos.size() - 3 || (textos.size() - 3 - diarios) % 3 != 0)
-        return leido;
-    std::size_t i = 2;
-    for (std::uint64_t k = 0; k < diarios; ++k)
-        leido.diarios.push_back(sistema::Ruta(textos[i++]));
-    for (; i + 1 < textos.size(); i += 3)
-        leido.entradas.push_back(
-            {sistema::Ruta(textos[i]), textos[i + 1] == "1", numero(textos[i + 2])});
-    return leido;
+    if (textos.Toma() != kMarca)
+        return {};
+    auto faltan = textos.TomaNumero();
+    for (; faltan && *faltan > 0; --*faltan) {
+        const auto diario = textos.Toma();
+        if (!diario)
+            return {};
+        leido.diarios.push_back(sistema::Ruta(*diario));
+    }
+    while (faltan) {
+        const auto destino = textos.Toma();
+        if (destino == kMarca && !textos.Quedan())
+            return leido;
+        const auto habia = textos.TomaNumero();
+        const auto numero = textos.TomaNumero();
+        if (!destino || !habia || !numero)
+            return {};
+        leido.entradas.push_back({sistema::Ruta(*destino), *habia != 0, *numero});
+    }
+    return {};
 }

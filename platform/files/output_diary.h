@@ -1,29 +1,31 @@
 #pragma once
 
 #include <cstdint>
+#include <filesystem>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "platform/files/safe_replacement.h"
-
-// The diary of a set of outputs, as it stands in its file: what is about to be replaced.
+// The diary of a set of outputs, as it stands in its file: what is about to be replaced. Each
+// folder has one, of its own targets.
 
 /// What a diary says of one target.
 struct CEntradaDiario {
-    CReemplazo::Ruta destino;
-    bool habia;           ///< a file stood there before
-    std::uint64_t numero; ///< of the file that takes its place
+    std::filesystem::path destino; ///< its name; by an older diary with its whole path
+    bool habia = false;            ///< a file stood there before
+    std::uint64_t numero = 0;      ///< of the file that takes its place
 };
 
 struct CDiarioLeido {
-    std::vector<CReemplazo::Ruta> diarios;
+    std::vector<std::filesystem::path> diarios; ///< whole paths of all diaries of the set
     std::vector<CEntradaDiario> entradas;
 };
 
+/// No diary is longer; sets of so many outputs aren't made.
+inline constexpr std::size_t kDiarioMasLargo = std::size_t{4} << 20U;
+
 /// The bytes of a diary.
-/// \param diarios  paths of all diaries of the set, one in each folder
-std::string EscribeDiario(const std::vector<CReemplazo::Ruta>& diarios,
+std::string EscribeDiario(const std::vector<std::filesystem::path>& diarios,
                           const std::vector<CEntradaDiario>& entradas);
 
 /// Reads the bytes of a diary. One that was cut short or damaged reads as empty.

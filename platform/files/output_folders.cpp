@@ -2,16 +2,16 @@
 
 #include "platform/files/cfile_exception.h"
 
-CReemplazo::Ruta CarpetaDe(const CReemplazo::Ruta& ruta)
+std::filesystem::path CarpetaDe(const std::filesystem::path& ruta)
 {
-    return ruta.has_parent_path() ? ruta.parent_path() : CReemplazo::Ruta(".");
+    return ruta.has_parent_path() ? ruta.parent_path() : std::filesystem::path(".");
 }
 
-void AseguraCarpetas(const std::set<CReemplazo::Ruta>& carpetas)
+void AseguraCarpetas(const std::set<std::filesystem::path>& carpetas)
 {
-    for (const CReemplazo::Ruta& carpeta : carpetas) {
+    for (const std::filesystem::path& carpeta : carpetas) {
         sistema::Error error;
         sistema::AseguraCarpeta(carpeta, error);
-        CFileException::Exige(error, sistema::Nombre(carpeta));
+        CFileException::Exige(error, sistema::Nombre(sistema::Entera(carpeta)));
     }
 }

@@ -1,7 +1,9 @@
 #include "platform/files/output_set.h"
 
 #include <algorithm>
+#include <chrono>
 #include <iterator>
+#include <map>
 #include <set>
 #include <span>
 #include <string>
@@ -9,6 +11,8 @@
 #include "platform/files/cfile_exception.h"
 #include "platform/files/output_diary.h"
 #include "platform/files/output_folders.h"
+#include "platform/files/short_wait.h"
+#include "platform/files/side_names.h"
 
 namespace {
 
@@ -21,15 +25,19 @@ struct CSalidaNombrada {
     CReemplazo* reemplazo;
 };
 
-/// The diaries of a set of outputs, one in each folder, locked as long as the set is at work.
+/// What the outputs of a run are put in their places by.
+struct CCambio {
+    std::span<const CSalidaNombrada> salidas;
+    const std::string& marca; ///< of the run
+    bool conserva;            ///< what the targets held
+};
+
+/// The diaries of a set of outputs, one in each folder. The locks of the targets tell that the set
+/// is at work.
 class CDiario {
 public:
-    CDiario() = default;
-    CDiario(const CDiario&) = delete;
-    CDiario& operator=(const CDiario&) = delete;
-    ~CDiario() { Cierra(); }
-
-    void Abre(std::span<const CSalidaNombrada> salidas);
+    /// Raises CFileException where one can't be brought to the disk.
+    void Escribe(const CCambio& cambio);
     /// Whoever reads the folder next finds nothing to heal.
     void Borra(Error& error);
     /// Brings the folders of all outputs to the disk. A single one needs it once, when it has its
@@ -38,63 +46,56 @@ public:
     void AseguraLasSuyas(Momento momento) const;
 
 private:
-    void EscribeUno(const Ruta& ruta, std::string_view bytes);
-    void Cierra();
+    static void EscribeUno(const Ruta& ruta, std::string_view bytes);
 
     std::set<Ruta> m_carpetas;
     std::vector<Ruta> m_rutas;
-    std::vector<int> m_ficheros;
 };
 
-void CDiario::Abre(std::span<const CSalidaNombrada> salidas)
+void CDiario::Escribe(const CCambio& cambio)
 {
-    std::vector<CEntradaDiario> entradas;
-    for (const CSalidaNombrada& salida : salidas) {
+    std::map<Ruta, std::vector<CEntradaDiario>> carpetas;
+    std::size_t cuantas = 0;
+    for (const CSalidaNombrada& salida : cambio.salidas) {
         const CReemplazo& reemplazo = *salida.reemplazo;
         if (!reemplazo.EstaAlLado())
             continue;
-        Error error;
-        entradas.push_back(
-            {reemplazo.Destino(), reemplazo.HabiaDestino(), reemplazo.Numero(error)});
-        CFileException::Exige(error, salida.nombre);
-        if (m_carpetas.insert(CarpetaDe(reemplazo.Destino())).second)
-            m_rutas.push_back(CReemplazo::AlLado(reemplazo.Destino(), CReemplazo::kConjunto));
+        ++cuantas;
+        carpetas[CarpetaDe(reemplazo.Destino())].push_back(
+            {reemplazo.Destino().filename(), reemplazo.HabiaDestino(), reemplazo.Numero()});
     }
-    if (entradas.size() < 2) {
-        m_rutas.clear(); // one rename is done or not done
-        return;
-    }
-    const std::string bytes = EscribeDiario(m_rutas, entradas);
-    for (const Ruta& ruta : m_rutas)
-        EscribeUno(ruta, bytes);
+    for (const auto& [carpeta, entradas] : carpetas)
+        m_carpetas.insert(carpeta);
+    if (cuantas < 2)
+        return; // one rename is done or not done
+    for (const auto& [carpeta, entradas] : carpetas)
+        m_rutas.push_back(
+            lado::De(carpeta / entradas.front().destino, lado::kConjunto, cambio.marca));
+    auto ruta = m_rutas.begin();
+    for (const auto& [carpeta, entradas] : carpetas)
+        EscribeUno(*ruta++, EscribeDiario(m_rutas, entradas));
 }
 
 void CDiario::EscribeUno(const Ruta& ruta, std::string_view bytes)
 {
     Error error;
-    const int fichero = CReemplazo::TomaCerrado(ruta, error);
-    if (fichero != sistema::kCerrado)
-        m_ficheros.push_back(fichero);
-    if (!error)
-        sistema::Recorta(fichero, 0, error);
+    if (bytes.size() > kDiarioMasLargo)
+        error = std::make_error_code(std::errc::file_too_large);
+    const int fichero =
+        error ? sistema::kCerrado : sistema::Abre(ruta, sistema::Modo::CrearSinOtros, error);
     if (!error)
         sistema::Escribe(fichero, bytes, error);
     if (!error)
         sistema::Asegura(fichero, error);
+    Error alCerrar;
+    if (fichero != sistema::kCerrado)
+        sistema::Cierra(fichero, alCerrar);
     CFileException::Exige(error, sistema::Nombre(ruta));
-}
-
-void CDiario::Cierra()
-{
-    Error error;
-    for (const int fichero : m_ficheros)
-        sistema::Cierra(fichero, error);
-    m_ficheros.clear();
 }
 
 void CDiario::Borra(Error& error)
 {
-    error.clear(); // they stay locked until they are gone, or another run would heal by them
+    error.clear();
     for (const Ruta& ruta : m_rutas) {
         Error suyo;
         sistema::Borra(ruta, suyo);
@@ -109,48 +110,72 @@ void CDiario::AseguraLasSuyas(Momento momento) const
         AseguraCarpetas(m_carpetas);
 }
 
-void Cambia(std::span<const CSalidaNombrada> salidas, CDiario& diario)
+void Cambia(const CCambio& cambio, CDiario& diario)
 {
     Error error;
-    for (const CSalidaNombrada& salida : salidas) {
+    for (const CSalidaNombrada& salida : cambio.salidas) {
         salida.reemplazo->Asegura(error);
         CFileException::Exige(error, salida.nombre);
     }
-    diario.Abre(salidas);
-    for (const CSalidaNombrada& salida : salidas) {
-        salida.reemplazo->Prepara(error);
+    diario.Escribe(cambio);
+    for (const CSalidaNombrada& salida : cambio.salidas) {
+        salida.reemplazo->Prepara(cambio.marca, error);
         CFileException::Exige(error, salida.nombre);
     }
     diario.AseguraLasSuyas(CDiario::Momento::Antes);
     // What is written in its place goes first: it is the likelier to fail.
     for (const bool alLado : {false, true})
-        for (const CSalidaNombrada& salida : salidas)
+        for (const CSalidaNombrada& salida : cambio.salidas)
             if (salida.reemplazo->EstaAlLado() == alLado) {
                 salida.reemplazo->Coloca(error);
                 CFileException::Exige(error, salida.nombre);
             }
+    for (const CSalidaNombrada& salida : cambio.salidas) {
+        if (!salida.reemplazo->SigueColocado(error) && !error)
+            error = sistema::kDeOtro;
+        CFileException::Exige(error, salida.nombre);
+        if (cambio.conserva)
+            salida.reemplazo->Conserva();
+    }
     diario.AseguraLasSuyas(CDiario::Momento::Hecho);
     diario.Borra(error);
-    CFileException::Exige(error, salidas.front().nombre);
+    CFileException::Exige(error, cambio.salidas.front().nombre);
     diario.AseguraLasSuyas(CDiario::Momento::Final);
+}
+
+/// Gives all targets back what they held.
+/// \return the names of those that couldn't be; they are healed by the diary, which stays then
+std::vector<CString> Deshaz(const CCambio& cambio, CDiario& diario)
+{
+    std::vector<CString> sinDevolver;
+    for (const CSalidaNombrada& salida : cambio.salidas)
+        if (!salida.reemplazo->Desecha())
+            sinDevolver.push_back(salida.nombre);
+    Error error;
+    if (sinDevolver.empty())
+        diario.Borra(error);
+    return sinDevolver;
 }
 
 /// Puts all outputs in their targets' places, or none. What the targets held is still there then;
 /// where it raises CFileException the outputs are closed.
-void ConfirmaSalidas(std::span<const CSalidaNombrada> salidas)
+void ConfirmaSalidas(const CCambio& cambio)
 {
-    if (salidas.empty())
+    if (cambio.salidas.empty())
         return;
     CDiario diario;
     try {
-        Cambia(salidas, diario);
+        Cambia(cambio, diario);
+    } catch (CFileException& fallo) {
+        fallo.m_sinDevolver = Deshaz(cambio, diario);
+        throw;
     } catch (...) {
-        bool devueltas = true;
-        for (const CSalidaNombrada& salida : salidas)
-            devueltas = salida.reemplazo->Desecha() && devueltas;
-        Error error;
-        if (devueltas) // else the next run finds the diary and heals by it
-            diario.Borra(error);
+        if (const auto sinDevolver = Deshaz(cambio, diario); !sinDevolver.empty()) {
+            CFileException fallo(sinDevolver.front(),
+                                 std::make_error_code(std::errc::not_enough_memory));
+            fallo.m_sinDevolver = sinDevolver;
+            throw fallo;
+        }
         throw;
     }
 }
@@ -159,15 +184,23 @@ void ConfirmaSalidas(std::span<const CSalidaNombrada> salidas)
 
 CReemplazo::Apertura CConjuntoSalidas::Reserva(const CString& nombre)
 {
+    constexpr std::chrono::milliseconds kUnMomento{200}; // as long as somebody heals the folder
+    const CEspera espera(kUnMomento);
     Error error;
-    return Pon(nombre, error);
+    for (;;) {
+        const auto apertura = Pon(nombre, error);
+        if (apertura != CReemplazo::Apertura::Ocupado || !espera.Sigue())
+            return apertura;
+    }
 }
 
 CReemplazo::Apertura CConjuntoSalidas::Pon(const CString& nombre, Error& error)
 {
+    if (m_marca.empty())
+        m_marca = lado::Marca();
     CSalida& salida = m_salidas.emplace_back();
     salida.nombre = nombre;
-    const auto apertura = salida.reemplazo.Abre(nombre, error);
+    const auto apertura = salida.reemplazo.Abre(nombre, m_marca, error);
     if (apertura != CReemplazo::Apertura::Abierto)
         m_salidas.pop_back();
     return apertura;
@@ -196,10 +229,12 @@ void CConjuntoSalidas::Confirma()
     std::vector<CSalidaNombrada> salidas;
     for (CSalida& salida : m_salidas)
         salidas.push_back({salida.nombre, &salida.reemplazo});
-    ConfirmaSalidas(salidas);
-    for (const CSalidaNombrada& salida : salidas)
-        if (const auto anterior = salida.reemplazo->Acaba(m_conserva); !anterior.empty())
+    ConfirmaSalidas({salidas, m_marca, m_conserva});
+    for (const CSalidaNombrada& salida : salidas) {
+        salida.reemplazo->Acaba();
+        if (const Ruta& anterior = salida.reemplazo->Conservado(); !anterior.empty())
             m_conservadas.emplace_back(salida.nombre, sistema::Nombre(anterior));
+    }
     m_salidas.clear();
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <list>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -21,7 +22,8 @@ public:
     CConjuntoSalidas& operator=(const CConjuntoSalidas&) = delete;
     ~CConjuntoSalidas() { Desecha(); }
 
-    /// Keeps an output for this run, before anything is written to it.
+    /// Keeps an output for this run, before anything is written to it. Another program may have it
+    /// for a moment.
     /// \return `Ocupado` where another program is writing it; `NoSePuede` where it can't be
     ///         created, for a reason that `Abre` will give. The set stays as it was in both cases.
     CReemplazo::Apertura Reserva(const CString& nombre);
@@ -33,7 +35,7 @@ public:
 
     /// All outputs that were opened take their targets' places; the set is empty then. Those that
     /// were only reserved are let go of. Raises CFileException, with all targets as they were,
-    /// where one of them can't.
+    /// where one of them can't; those that couldn't be given back what they held are named in it.
     void Confirma();
     /// From now on `Confirma` leaves what the outputs replace beside them, under names of their
     /// own.
@@ -52,6 +54,7 @@ private:
 
     CReemplazo::Apertura Pon(const CString& nombre, sistema::Error& error);
 
+    std::string m_marca;          // of this run, from the first output on
     std::list<CSalida> m_salidas; // an output keeps its address
     bool m_conserva = false;
     std::vector<std::pair<CString, CString>> m_conservadas;

@@ -1,7 +1,10 @@
 #include "platform/files/safe_replacement.h"
 
-#include <functional>
 #include <string>
+#include <utility>
+
+#include "platform/files/output_folders.h"
+#include "platform/files/side_names.h"
 
 namespace {
 
@@ -26,30 +29,41 @@ void Copia(int desde, int hasta, Error& error)
         sistema::Asegura(hasta, error);
 }
 
-} // namespace
-
-CReemplazo::Ruta CReemplazo::AlLado(const Ruta& destino, std::string_view sufijo)
+bool NoHaySegundosNombres(const Error& error)
 {
-    // A name that leaves no room for the suffix is cut, and a sum of it keeps it apart from others.
-    constexpr std::size_t kNombreMasLargo = 200;
-    Ruta::string_type nombre = destino.filename().native();
-    if (nombre.size() > kNombreMasLargo) {
-        const std::size_t suma = std::hash<Ruta::string_type>()(nombre);
-        nombre = nombre.substr(0, kNombreMasLargo) + Ruta(std::to_string(suma)).native();
-    }
-    Ruta ruta = destino.parent_path() / nombre;
-    ruta += sufijo;
-    return ruta;
+    return error == std::errc::operation_not_permitted ||
+           error == std::errc::operation_not_supported ||
+           error == std::errc::function_not_supported;
 }
+
+/// Copies a file to a name that nothing has yet.
+void CopiaAUnoNuevo(const Ruta& desde, const Ruta& hasta, Error& error)
+{
+    const int fuente = sistema::Abre(desde, sistema::Modo::Leer, error);
+    const int copia = error ? sistema::kCerrado : sistema::Abre(hasta, sistema::Modo::Crear, error);
+    if (!error)
+        Copia(fuente, copia, error);
+    Error ajeno;
+    if (error && copia != sistema::kCerrado)
+        sistema::Borra(hasta, ajeno);
+    for (const int fichero : {fuente, copia})
+        if (fichero != sistema::kCerrado)
+            sistema::Cierra(fichero, ajeno);
+}
+
+} // namespace
 
 CReemplazo::Ruta CReemplazo::DestinoReal(Ruta ruta, Error& error)
 {
     constexpr int kEnlacesSeguidos = 40;
     for (int i = 0; i < kEnlacesSeguidos; ++i) {
-        const Tipo tipo = sistema::MiraEnlace(ruta, error).tipo;
-        if (error || tipo != Tipo::Enlace)
+        const sistema::CEstado estado = sistema::MiraEnlace(ruta, error);
+        if (error || estado.tipo != Tipo::Enlace)
             return ruta;
-        const Ruta destino = sistema::LeeEnlace(ruta, error);
+        const sistema::CEstado carpeta = sistema::Mira(CarpetaDe(ruta), error);
+        if (!error && !sistema::SePuedeSeguir(estado, carpeta))
+            error = std::make_error_code(std::errc::permission_denied);
+        const Ruta destino = error ? Ruta() : sistema::LeeEnlace(ruta, error);
         if (error)
             return ruta;
         ruta = destino;
@@ -58,7 +72,7 @@ CReemplazo::Ruta CReemplazo::DestinoReal(Ruta ruta, Error& error)
     return ruta;
 }
 
-CReemplazo::Apertura CReemplazo::Abre(std::string_view nombre, Error& error)
+CReemplazo::Apertura CReemplazo::Abre(std::string_view nombre, std::string_view marca, Error& error)
 {
     Desecha();
     m_destino = DestinoReal(sistema::Ruta(nombre), error);
@@ -70,9 +84,8 @@ CReemplazo::Apertura CReemplazo::Abre(std::string_view nombre, Error& error)
         return Apertura::NoSePuede;
     switch (m_estado.tipo) {
     case Tipo::NoHay:
-        return CreaTemporal(error);
     case Tipo::Regular:
-        return AbreRegular(error);
+        return AbreRegular(marca, error);
     case Tipo::Carpeta:
         error = std::make_error_code(std::errc::is_a_directory);
         return Apertura::NoSePuede;
@@ -82,90 +95,59 @@ CReemplazo::Apertura CReemplazo::Abre(std::string_view nombre, Error& error)
     }
 }
 
-CReemplazo::Apertura CReemplazo::AbreRegular(Error& error)
+CReemplazo::Apertura CReemplazo::AbreRegular(std::string_view marca, Error& error)
 {
-    sistema::PuedeEscribir(m_destino, error);
+    const auto sinDerecho = [&] {
+        return error == std::errc::permission_denied || error == std::errc::operation_not_permitted;
+    };
+    const sistema::CEstado carpeta =
+        HabiaDestino() ? sistema::Mira(CarpetaDe(m_destino), error) : sistema::CEstado();
+    if (!error && HabiaDestino())
+        sistema::PuedeEscribir(m_destino, error);
     if (error)
         return Apertura::NoSePuede;
-    const Ruta carpeta = m_destino.parent_path();
-    const sistema::CEstado suya = sistema::Mira(carpeta.empty() ? Ruta(".") : carpeta, error);
-    if (error)
-        return Apertura::NoSePuede;
-    if (!sistema::PuedeReemplazar(m_destino, m_estado, suya))
-        return CreaEnSitio(error);
-    const Apertura abierto = CreaTemporal(error);
-    if (abierto == Apertura::NoSePuede &&
-        (error == std::errc::permission_denied || error == std::errc::operation_not_permitted))
-        return CreaEnSitio(error);
-    return abierto;
-}
-
-int CReemplazo::TomaCerrado(const Ruta& ruta, Error& error)
-{
-    constexpr int kIntentos = 100;
-    error.clear();
-    for (int i = 0; i < kIntentos && !error; ++i) {
-        const int fichero = sistema::Abre(ruta, sistema::Modo::Tomar, error);
-        if (fichero == sistema::kCerrado)
-            break;
-        const bool mio = sistema::Bloquea(fichero, error);
-        if (!mio && !error)
-            error = sistema::kDeOtro;
-        const sistema::CEstado estado = mio ? sistema::Mira(fichero, error) : sistema::CEstado();
-        const bool deOtroUsuario = mio && !error && !sistema::EsMio(estado);
-        if (deOtroUsuario) // who could write to the file, once it has its place
-            sistema::Borra(ruta, error);
-        // Between the two calls another program may have put it in place, or away.
-        else if (mio && !error && estado.EsElMismo(sistema::MiraEnlace(ruta, error)))
-            return fichero;
-        Error alCerrar;
-        if (mio && error && !deOtroUsuario) // nobody else's, and of no use
-            sistema::Borra(ruta, alCerrar);
-        sistema::Cierra(fichero, alCerrar);
-    }
-    if (!error)
-        error = sistema::kDeOtro;
-    return sistema::kCerrado;
-}
-
-CReemplazo::Apertura CReemplazo::CreaTemporal(Error& error)
-{
-    m_temporal = AlLado(m_destino, kNuevo);
-    m_fichero = TomaCerrado(m_temporal, error);
-    if (error == sistema::kDeOtro) {
-        m_temporal.clear(); // it is the other program's
+    const sistema::Bloqueo bloqueo = m_candado.Toma(lado::De(m_destino, lado::kCandado), error);
+    if (!error && bloqueo == sistema::Bloqueo::DeOtro)
         return Apertura::Ocupado;
-    }
-    if (!error)
-        sistema::Recorta(m_fichero, 0, error);
+    const bool alLado = !HabiaDestino() || sistema::PuedeReemplazar(m_destino, m_estado, carpeta);
+    if (!error && alLado && CreaTemporal(marca, error) == Apertura::Abierto)
+        return Apertura::Abierto;
+    if (HabiaDestino() && (!alLado || sinDerecho()))
+        return CreaEnSitio(error);
+    m_candado.Suelta();
+    return Apertura::NoSePuede;
+}
+
+CReemplazo::Apertura CReemplazo::CreaTemporal(std::string_view marca, Error& error)
+{
+    Ruta temporal = lado::De(m_destino, lado::kNuevo, marca);
+    m_fichero = sistema::Abre(temporal, sistema::Modo::Crear, error);
+    if (!Abierto())
+        return Apertura::NoSePuede;
+    m_temporal = std::move(temporal);
+    m_suyo = sistema::Mira(m_fichero, error);
     if (!error && HabiaDestino())
         sistema::CopiaDerechos(m_fichero, m_destino, error);
     if (!error)
         return Apertura::Abierto;
-    const Error causa = error;
-    if (!Abierto())
-        m_temporal.clear();
-    Desecha();
-    error = causa;
+    Error alBorrar;
+    sistema::Borra(m_temporal, alBorrar);
+    Cierra(m_fichero, alBorrar);
+    m_temporal.clear();
     return Apertura::NoSePuede;
 }
 
 CReemplazo::Apertura CReemplazo::CreaEnSitio(Error& error)
 {
-    m_temporal.clear();
     m_enSitio = sistema::Abre(m_destino, sistema::Modo::Cambiar, error);
-    if (m_enSitio == sistema::kCerrado)
-        return Apertura::NoSePuede;
-    if (!sistema::Bloquea(m_enSitio, error) && !error) {
-        Suelta();
-        return Apertura::Ocupado;
-    }
-    if (!error)
+    const sistema::Bloqueo bloqueo =
+        error ? sistema::Bloqueo::NoHay : sistema::Bloquea(m_enSitio, error);
+    if (!error && bloqueo != sistema::Bloqueo::DeOtro)
         m_fichero = sistema::CreaAnonimo(error);
-    if (!error)
+    if (Abierto())
         return Apertura::Abierto;
     Suelta();
-    return Apertura::NoSePuede;
+    return error ? Apertura::NoSePuede : Apertura::Ocupado;
 }
 
 void CReemplazo::Asegura(Error& error) const
@@ -173,38 +155,42 @@ void CReemplazo::Asegura(Error& error) const
     sistema::Asegura(m_fichero, error);
 }
 
-void CReemplazo::Prepara(Error& error)
+void CReemplazo::Prepara(std::string_view marca, Error& error)
 {
     error.clear();
     if (m_enSitio != sistema::kCerrado) {
         m_anterior = sistema::CreaAnonimo(error);
         if (!error)
             Copia(m_enSitio, m_anterior, error);
-    } else if (EstaAlLado() && HabiaDestino()) {
-        GuardaAnterior(error);
+    } else if (EstaAlLado()) {
+        GuardaAnterior(marca, error);
     }
     if (!error)
         m_paso = Paso::Preparado;
 }
 
-void CReemplazo::GuardaAnterior(Error& error)
+void CReemplazo::GuardaAnterior(std::string_view marca, Error& error)
 {
-    const Ruta antes = AlLado(m_destino, kAntes);
-    sistema::Borra(antes, error); // what a killed program left
-    if (error && error != std::errc::no_such_file_or_directory)
-        return;
-    // As long as it is locked nobody takes it for such. Elsewhere the diary alone tells that.
-    Error ajeno;
-    if (sistema::kSeReemplazaAbierto)
-        m_anterior = sistema::Abre(m_destino, sistema::Modo::Leer, ajeno);
-    if (m_anterior != sistema::kCerrado)
-        sistema::Bloquea(m_anterior, ajeno);
+    Ruta antes = lado::De(m_destino, lado::kAntes, marca);
     sistema::Enlaza(m_destino, antes, error);
-    if (error == std::errc::operation_not_permitted ||
-        error == std::errc::operation_not_supported || error == std::errc::function_not_supported)
-        sistema::Renombra(m_destino, antes, error); // a file system without second names
+    if (!error) {
+        m_antes = std::move(antes);
+        return;
+    }
+    const Error causa = error;
+    const Tipo tipo = sistema::MiraEnlace(m_destino, error).tipo;
+    if (error)
+        return;
+    if (tipo == Tipo::Carpeta) // it has come there meanwhile
+        error = std::make_error_code(std::errc::is_a_directory);
+    else if (tipo != Tipo::NoHay && NoHaySegundosNombres(causa))
+        sistema::Renombra(m_destino, antes, error);
+    else if (tipo != Tipo::NoHay || HabiaDestino())
+        error = causa;
+    else
+        return; // nothing is to be kept
     if (!error)
-        m_antes = antes;
+        m_antes = std::move(antes);
 }
 
 void CReemplazo::Coloca(Error& error)
@@ -225,43 +211,54 @@ void CReemplazo::Coloca(Error& error)
     }
 }
 
-CReemplazo::Ruta CReemplazo::Acaba(bool conserva)
+bool CReemplazo::SigueColocado(Error& error) const
+{
+    error.clear();
+    return !EstaAlLado() || m_suyo.EsElMismo(sistema::MiraEnlace(m_destino, error));
+}
+
+void CReemplazo::Conserva() noexcept
+{
+    // An older one stays: a run that is wrong for the second time replaces its own tables.
+    constexpr int kIntentos = 1000;
+    Error error;
+    for (int i = 1; i <= kIntentos && !m_antes.empty() && m_conservado.empty(); ++i) {
+        const std::string numero = i > 1 ? "." + std::to_string(i) : "";
+        const Ruta ruta = lado::De(m_destino, std::string(lado::kAnterior) + numero);
+        sistema::Enlaza(m_antes, ruta, error);
+        if (error && error != std::errc::file_exists) // a file system without second names
+            CopiaAUnoNuevo(m_antes, ruta, error);
+        if (!error)
+            m_conservado = ruta;
+        else if (error != std::errc::file_exists)
+            return;
+    }
+}
+
+void CReemplazo::Acaba() noexcept
 {
     Error error;
-    Ruta anterior;
-    if (conserva && !m_antes.empty()) {
-        // An older one stays: a run that is wrong for the second time replaces its own tables.
-        constexpr int kIntentos = 1000;
-        bool libre = false;
-        for (int i = 1; i <= kIntentos && !libre && !error; ++i) {
-            const std::string numero = i > 1 ? "." + std::to_string(i) : "";
-            anterior = AlLado(m_destino, std::string(kAnterior) + numero);
-            libre = sistema::MiraEnlace(anterior, error).tipo == Tipo::NoHay && !error;
-        }
-        if (libre)
-            sistema::Renombra(m_antes, anterior, error);
-        if (!libre || error)
-            anterior.clear();
-    }
-    if (!m_antes.empty() && anterior.empty())
+    if (!m_antes.empty())
         sistema::Borra(m_antes, error);
-    Suelta();
     m_temporal.clear();
     m_antes.clear();
     m_paso = Paso::Nada;
-    return anterior;
+    Suelta();
 }
 
 bool CReemplazo::Desecha() noexcept
 {
     const bool bien = m_paso == Paso::Nada || Devuelve();
     Error error;
+    if (m_paso != Paso::Nada && !m_conservado.empty()) // the target has it again
+        sistema::Borra(m_conservado, error);
     if (EstaAlLado() && m_paso != Paso::Colocado)
         sistema::Borra(m_temporal, error);
-    Suelta();
     m_temporal.clear();
     m_antes.clear();
+    m_conservado.clear();
     m_paso = Paso::Nada;
+    Suelta();
     return bien;
 }
 
@@ -276,27 +273,44 @@ bool CReemplazo::Devuelve() noexcept
     }
     if (!EstaAlLado())
         return true;
-    if (m_antes.empty()) {
-        if (m_paso == Paso::Colocado)
-            sistema::Borra(m_destino, error);
-        return !error;
-    }
-    const bool esElMismo =
-        sistema::MiraEnlace(m_antes, error).EsElMismo(sistema::MiraEnlace(m_destino, error));
-    if (esElMismo) { // a rename between two names of one file does nothing
-        sistema::Borra(m_antes, error);
-        return true;
-    }
-    sistema::Renombra(m_antes, m_destino, error);
-    if (!error)
-        return true;
-    // The system doesn't rename any more; by another way to the same end.
-    sistema::Borra(m_destino, error);
-    sistema::Enlaza(m_antes, m_destino, error);
+    const sistema::CEstado ahora = sistema::MiraEnlace(m_destino, error);
     if (error)
         return false;
-    sistema::Borra(m_antes, error);
+    const bool esNuestro = ahora.EsElMismo(m_suyo);
+    if (!m_antes.empty())
+        return DevuelveSegundo(esNuestro, ahora.tipo == Tipo::NoHay);
+    if (esNuestro)
+        sistema::Borra(m_destino, error);
+    return !error;
+}
+
+/// Gives the target back the file that has a second name.
+/// \param esNuestro  the target is the file that this output placed
+/// \param falta      nothing stands at its name
+bool CReemplazo::DevuelveSegundo(bool esNuestro, bool falta) noexcept
+{
+    Error error;
+    if (esNuestro || falta) {
+        sistema::Renombra(m_antes, m_destino, error);
+        return !error || (esNuestro && CopiaDeVuelta());
+    }
+    sistema::Borra(m_antes, error); // what it held stands there, or what another run has placed
     return true;
+}
+
+/// Where nothing can be renamed any more, what the target held comes back into the file that was
+/// placed there.
+bool CReemplazo::CopiaDeVuelta() noexcept
+{
+    Error error;
+    int antes = sistema::Abre(m_antes, sistema::Modo::Leer, error);
+    if (!error && Abierto())
+        Copia(antes, m_fichero, error);
+    const bool devuelto = !error && Abierto();
+    Cierra(antes, error);
+    if (devuelto)
+        sistema::Borra(m_antes, error);
+    return devuelto;
 }
 
 void CReemplazo::Cierra(int& fichero, Error& error) noexcept
@@ -312,4 +326,5 @@ void CReemplazo::Suelta() noexcept
     Error error;
     for (int* fichero : {&m_fichero, &m_enSitio, &m_anterior})
         Cierra(*fichero, error);
+    m_candado.Suelta();
 }

@@ -1,18 +1,18 @@
 #pragma once
 
-#include <cstdint>
 #include <filesystem>
 #include <string_view>
 
 #include "platform/files/system_files.h"
+#include "platform/files/target_lock.h"
 
 /// An output in the making that takes the place of its target only when it is whole.
 ///
-/// It grows under a temporary name beside the target, locked, so that two programs never write one
-/// output at a time; a file of that name that a killed program left behind is taken over. Where the
-/// folder takes no new file, or the target's owner and permissions couldn't be kept, it grows in a
-/// file without a name, and is copied into the target at the end. A link is followed. What is no
-/// regular file (a device, a pipe) is written directly.
+/// It grows beside the target under a name that no other run has (side_names.h), and the target is
+/// locked meanwhile, so that two programs never write one output at a time. Where the folder takes
+/// no new file, or the target's owner and permissions couldn't be kept, it grows in a file without
+/// a name, and is copied into the target at the end. A link is followed. What is no regular file (a
+/// device, a pipe) is written directly.
 ///
 /// Once all is written the owner calls `Asegura`, `Prepara`, `Coloca` and, when nothing can go
 /// wrong any more, `Acaba`, in this order. `Desecha` at any time before `Acaba` leaves the target
@@ -23,21 +23,10 @@ public:
     using Ruta = std::filesystem::path;
     using Error = sistema::Error;
 
-    // What the names of files that stand beside a target end in.
-    static constexpr std::string_view kNuevo = ".~nuevo";       ///< the output in the making
-    static constexpr std::string_view kAntes = ".~antes";       ///< what the target held
-    static constexpr std::string_view kConjunto = ".~conjunto"; ///< the diary of a set
-    static constexpr std::string_view kAnterior = ".anterior";  ///< what a target held, to be kept
-    /// Path of such a file. The name of a target that is too long for the suffix is cut, and a sum
-    /// of it added.
-    static Ruta AlLado(const Ruta& destino, std::string_view sufijo);
     /// The file that a chain of links leads to; the name itself where it is no link. With an error,
-    /// as for links in a circle, how far it came.
+    /// as for links in a circle, how far it came. A link of somebody else in a folder where users
+    /// may not touch one another's files is followed by nobody but him.
     static Ruta DestinoReal(Ruta ruta, Error& error);
-
-    /// Makes a file beside a target, or takes one that was left, for this program alone. kCerrado
-    /// with the reason on failure; kDeOtro where another program has it.
-    static int TomaCerrado(const Ruta& ruta, Error& error);
 
     enum class Apertura { Abierto, NoSePuede, Ocupado };
 
@@ -49,7 +38,8 @@ public:
     /// Starts an output for the target. `NoSePuede`, with nothing changed, where the target could
     /// not be written: an empty name, a missing folder, a folder of that name, no permission;
     /// `Ocupado` where another program is writing it.
-    Apertura Abre(std::string_view nombre, Error& error);
+    /// \param marca  of the run (lado::Marca)
+    Apertura Abre(std::string_view nombre, std::string_view marca, Error& error);
     bool Abierto() const { return m_fichero != sistema::kCerrado; }
     /// Writes the bytes behind those written last, without a buffer.
     void Escribe(std::string_view bytes, Error& error) const
@@ -60,16 +50,22 @@ public:
     /// Brings what was written to the disk.
     void Asegura(Error& error) const;
     /// Keeps what the target holds, to be able to give it back.
-    void Prepara(Error& error);
+    void Prepara(std::string_view marca, Error& error);
     /// Puts the output in its target's place. A target that is overwritten in its place may be half
     /// written after an error; `Desecha` mends that.
     void Coloca(Error& error);
+    /// Tells whether the target is what `Coloca` put there: where locks don't reach another run may
+    /// have come between.
+    bool SigueColocado(Error& error) const;
+    /// Keeps what the target held as `NAME.anterior` beside it, with a number where one is there.
+    /// What couldn't be kept is no failure.
+    void Conserva() noexcept;
+    const Ruta& Conservado() const { return m_conservado; } ///< that name; empty for none
     /// Lets go of what the target held. A failure leaves rubbish for the next run, nothing else.
-    /// \param conserva  keep it as `NAME.anterior` beside the target, with a number where one is
-    /// there \return that name; empty where nothing was kept
-    Ruta Acaba(bool conserva = false);
-    /// Gives the target back what it held and removes all else. False where the system doesn't let
-    /// it; what is needed to do it later stays then.
+    void Acaba() noexcept;
+    /// Gives the target back what it held and removes all else. Touches only what this output
+    /// placed, and no name goes before what it held is back. False where the system doesn't let it;
+    /// what is needed to do it later stays then.
     bool Desecha() noexcept;
 
     /// Tells whether the output grows beside its target, where a killed program leaves traces.
@@ -78,25 +74,30 @@ public:
     /// Tells whether the target was there when the output was opened.
     bool HabiaDestino() const { return m_estado.tipo != sistema::CEstado::Tipo::NoHay; }
     /// Number of the file in the making, by which it is known under its later name.
-    std::uint64_t Numero(Error& error) const { return sistema::Mira(m_fichero, error).numero; }
+    std::uint64_t Numero() const { return m_suyo.numero; }
 
 private:
     enum class Paso { Nada, Preparado, Colocado };
 
-    Apertura AbreRegular(Error& error);
-    Apertura CreaTemporal(Error& error);
+    Apertura AbreRegular(std::string_view marca, Error& error);
+    Apertura CreaTemporal(std::string_view marca, Error& error);
     Apertura CreaEnSitio(Error& error);
-    void GuardaAnterior(Error& error);
+    void GuardaAnterior(std::string_view marca, Error& error);
     bool Devuelve() noexcept;
+    bool DevuelveSegundo(bool esNuestro, bool falta) noexcept;
+    bool CopiaDeVuelta() noexcept;
     void Cierra(int& fichero, Error& error) noexcept;
     void Suelta() noexcept;
 
+    CCandado m_candado; // of the target
     int m_fichero = sistema::kCerrado;
     int m_enSitio = sistema::kCerrado;  // the target, to be overwritten in its place
-    int m_anterior = sistema::kCerrado; // what the target held: its file, locked, or a copy
+    int m_anterior = sistema::kCerrado; // a copy of what it held
     Ruta m_destino;
     Ruta m_temporal; // empty where nothing stands beside the target
     Ruta m_antes;
+    Ruta m_conservado;
     sistema::CEstado m_estado; // of the target when it was opened
+    sistema::CEstado m_suyo;   // of the file in the making
     Paso m_paso = Paso::Nada;
 };

@@ -1,195 +1,336 @@
 #include "platform/files/set_healing.h"
 
+#include <algorithm>
+#include <chrono>
 #include <set>
 #include <string>
 
 #include "platform/files/cfile_exception.h"
 #include "platform/files/output_diary.h"
 #include "platform/files/output_folders.h"
+#include "platform/files/safe_replacement.h"
+#include "platform/files/short_wait.h"
+#include "platform/files/side_names.h"
+#include "platform/files/target_lock.h"
+#include "platform/layer_texts.h"
 
 namespace {
 
-using Ruta = CReemplazo::Ruta;
+using Ruta = std::filesystem::path;
 using Error = sistema::Error;
+using sistema::Bloqueo;
 using sistema::CEstado;
+using Tipo = CEstado::Tipo;
 
-/// A file of a folder that may belong to a program that is alive; locked here if it doesn't.
-/// `Error` tells what kept it from being looked at.
-class CHallado {
+/// One of the files that the run is about to read or write.
+struct CSuyo {
+    CString nombre; ///< by which the program knows it
+    Ruta fichero;   ///< without its folder
+};
+
+/// A folder with files of the run, whatever path leads there.
+struct CCarpeta {
+    Ruta ruta;
+    CEstado estado;
+    std::vector<CSuyo> suyos;
+    std::vector<Ruta> nombres; ///< of all that stands there
+};
+
+/// A diary, opened, and what it says.
+class CDiarioHallado {
 public:
-    explicit CHallado(const Ruta& ruta)
+    explicit CDiarioHallado(Ruta ruta) : m_ruta(std::move(ruta))
     {
-        m_estado = sistema::MiraEnlace(ruta, m_error);
-        if (m_error || m_estado.tipo != CEstado::Tipo::Regular)
-            return;
-        // Some shares lock only what is open for writing.
-        m_fichero = sistema::Abre(ruta, sistema::Modo::Cambiar, m_error);
+        m_fichero = sistema::Abre(m_ruta, sistema::Modo::Cambiar, m_error);
         if (m_error == std::errc::permission_denied || m_error == std::errc::read_only_file_system)
-            m_fichero = sistema::Abre(ruta, sistema::Modo::Leer, m_error);
-        if (m_error == std::errc::no_such_file_or_directory)
-            m_error.clear(); // its program has just put it in place, or away
-        if (m_fichero == sistema::kCerrado)
-            return;
-        const bool mio = sistema::Bloquea(m_fichero, m_error) && !m_error;
-        const CEstado abierto = mio ? sistema::Mira(m_fichero, m_error) : CEstado();
-        m_suelto =
-            mio && !m_error && abierto.EsElMismo(sistema::MiraEnlace(ruta, m_error)) && !m_error;
+            m_fichero = sistema::Abre(m_ruta, sistema::Modo::Leer, m_error);
+        if (!m_error)
+            m_estado = sistema::Mira(m_fichero, m_error);
+        if (!m_error && EsElDeSuNombre(m_error) && m_estado.largo <= kDiarioMasLargo)
+            Lee();
     }
-    CHallado(const CHallado&) = delete;
-    CHallado& operator=(const CHallado&) = delete;
-    ~CHallado()
+    CDiarioHallado(const CDiarioHallado&) = delete;
+    CDiarioHallado& operator=(const CDiarioHallado&) = delete;
+    ~CDiarioHallado()
     {
         Error error;
         if (m_fichero != sistema::kCerrado)
             sistema::Cierra(m_fichero, error);
     }
-    bool Suelto() const { return m_suelto; }
+
     const Error& Fallo() const { return m_error; }
     const CEstado& Estado() const { return m_estado; }
-    std::string LeeTodo(Error& error) const
+    const CDiarioLeido& Leido() const { return m_leido; }
+    /// Tells whether it still stands under its name: a run that is done has taken it away.
+    bool EsElDeSuNombre(Error& error) const
     {
-        std::string bytes;
-        char trozo[4096];
-        while (const std::size_t n =
-                   sistema::LeeEn(m_fichero, trozo, sizeof trozo, bytes.size(), error))
-            bytes.append(trozo, n);
-        return bytes;
+        const CEstado ahora = sistema::MiraEnlace(m_ruta, error);
+        return !error && m_estado.tipo == Tipo::Regular && m_estado.EsElMismo(ahora);
+    }
+    /// Runs of older versions lock their diary itself.
+    bool LoTieneOtro() const
+    {
+        Error error;
+        return sistema::Bloquea(m_fichero, error) == Bloqueo::DeOtro && !error;
     }
 
 private:
+    void Lee()
+    {
+        std::string bytes(static_cast<std::size_t>(m_estado.largo), '\0');
+        std::size_t leidos = 0;
+        while (leidos < bytes.size() && !m_error) {
+            const std::size_t n = sistema::LeeEn(m_fichero, bytes.data() + leidos,
+                                                 bytes.size() - leidos, leidos, m_error);
+            if (n == 0)
+                break;
+            leidos += n;
+        }
+        m_leido = LeeDiario(std::string_view(bytes).substr(0, leidos));
+    }
+
+    Ruta m_ruta;
     int m_fichero = sistema::kCerrado;
-    bool m_suelto = false;
     CEstado m_estado;
+    CDiarioLeido m_leido;
     Error m_error;
 };
 
-/// Gives a target back what it held before the set that its diary tells of.
-void Devuelve(const CEntradaDiario& entrada)
-{
-    Error error;
-    const Ruta antes = CReemplazo::AlLado(entrada.destino, CReemplazo::kAntes);
-    const CString nombre = sistema::Nombre(entrada.destino);
-    const CEstado deAntes = sistema::MiraEnlace(antes, error);
-    CFileException::Exige(error, nombre);
-    const CEstado deAhora = sistema::MiraEnlace(entrada.destino, error);
-    CFileException::Exige(error, nombre);
-    if (entrada.habia) {
-        if (deAntes.tipo != CEstado::Tipo::NoHay && !deAntes.EsElMismo(deAhora))
-            sistema::Renombra(antes, entrada.destino, error);
-    } else if (deAhora.tipo == CEstado::Tipo::Regular && deAhora.numero == entrada.numero) {
-        sistema::Borra(entrada.destino, error);
-    }
-    CFileException::Exige(error, nombre);
-}
-
-bool AcabaEn(const Ruta& nombre, std::string_view sufijo)
-{
-    return sistema::Nombre(nombre).ends_with(sufijo);
-}
-
-/// What may be done by a diary. Somebody else's is believed about the files of its own folder
-/// alone, and about none where users may not touch one another's files.
-class CCredito {
+/// Heals one folder.
+class CSanador {
 public:
-    CCredito(const Ruta& diario, const CEstado& estado)
-        : m_esMio(sistema::EsMio(estado)), m_carpeta(CarpetaDe(sistema::Entera(diario)))
-    {
-    }
-    bool Alguno() const
-    {
-        Error error;
-        return m_esMio || (!sistema::Mira(m_carpeta, error).EsDeTodosConDueño() && !error);
-    }
-    bool Cubre(const Ruta& ruta) const { return m_esMio || CarpetaDe(ruta) == m_carpeta; }
+    explicit CSanador(CCarpeta& carpeta) : m_carpeta(carpeta) {}
+
+    void Sana();
 
 private:
-    bool m_esMio;
-    Ruta m_carpeta;
+    enum class Estado { Hecho, Vivo, Queda };
+
+    void SanaPorDiario(const Ruta& nombre);
+    Estado Prueba(const Ruta& nombre, const CDiarioHallado& diario, bool sinEspera);
+    void Aplica(const Ruta& nombre, const CDiarioHallado& diario);
+    void Devuelve(const CEntradaDiario& entrada, std::string_view marca) const;
+    bool MereceCredito(const CEstado& diario) const;
+    bool EsDeAqui(const Ruta& destino) const;
+    const CSuyo* Afectado(const Ruta& nombre, const CDiarioLeido& leido) const;
+    void Recoge(const Ruta& nombre) const;
+    Ruta En(const Ruta& nombre) const { return m_carpeta.ruta / nombre; }
+    Ruta Candado(const std::string& base) const
+    {
+        return En(sistema::Ruta(base).concat(lado::kCandado)); // a base was cut where it had to be
+    }
+
+    CCarpeta& m_carpeta;
+    std::set<std::string> m_marcasVivas; // of the sets whose diary stays
 };
 
-/// Heals by a diary. False where its run is alive, or it isn't to be believed.
-bool SanaPorDiario(const Ruta& diario)
+/// The folder of a file of the run, out of those that are known.
+void Anota(std::vector<CCarpeta>& carpetas, const CString& nombre)
 {
-    const CHallado hallado(diario);
-    if (hallado.Fallo() != std::errc::permission_denied) // else it is kept from this user
-        CFileException::Exige(hallado.Fallo(), sistema::Nombre(diario));
-    const CCredito credito(diario, hallado.Estado());
-    if (!hallado.Suelto() || !credito.Alguno())
-        return false;
     Error error;
-    const CDiarioLeido leido = LeeDiario(hallado.LeeTodo(error));
-    CFileException::Exige(error, sistema::Nombre(diario));
-    std::set<Ruta> carpetas;
-    for (const CEntradaDiario& entrada : leido.entradas) {
-        if (!credito.Cubre(entrada.destino))
-            continue;
-        Devuelve(entrada);
-        carpetas.insert(CarpetaDe(entrada.destino));
+    const Ruta destino = CReemplazo::DestinoReal(sistema::Ruta(nombre), error);
+    if (error && !CFileException::EsCorriente(error))
+        throw CFileException(nombre, error, true);
+    if (error)
+        return; // whoever opens it will be told
+    const Ruta ruta = CarpetaDe(destino);
+    const auto conRuta = [&](const CCarpeta& c) { return c.ruta == ruta; };
+    auto carpeta = std::find_if(carpetas.begin(), carpetas.end(), conRuta);
+    if (carpeta == carpetas.end()) {
+        const CEstado estado = sistema::Mira(ruta, error);
+        if (error && !CFileException::EsCorriente(error))
+            throw CFileException(sistema::Nombre(sistema::Entera(ruta)), error, true);
+        carpeta = std::find_if(carpetas.begin(), carpetas.end(),
+                               [&](const CCarpeta& c) { return c.estado.EsElMismo(estado); });
+        if (carpeta == carpetas.end())
+            carpeta = carpetas.insert(carpetas.end(), {ruta, estado, {}, {}});
     }
-    AseguraCarpetas(carpetas);
-    for (const Ruta& otro : leido.diarios)
-        if (credito.Cubre(otro) && AcabaEn(otro, CReemplazo::kConjunto))
-            sistema::Borra(otro, error);
-    sistema::Borra(diario, error);
-    return true;
+    carpeta->suyos.push_back({nombre, destino.filename()});
 }
 
-/// Puts away what a killed program left. What its target held stays if the target isn't there: on a
-/// file system without second names it was the only one. Where a name was cut, so that it doesn't
-/// tell the target's, the file stays as it is.
-void Recoge(const Ruta& ruta)
+void CSanador::Sana()
 {
     Error error;
-    const std::string nombre = sistema::Nombre(ruta);
-    if (AcabaEn(ruta, CReemplazo::kAntes)) {
-        const Ruta destino =
-            sistema::Ruta(nombre.substr(0, nombre.size() - CReemplazo::kAntes.size()));
-        const bool falta = sistema::MiraEnlace(destino, error).tipo == CEstado::Tipo::NoHay;
-        if (error)
-            return;
-        if (CReemplazo::AlLado(destino, CReemplazo::kAntes) != ruta)
-            return;
-        if (falta)
-            return sistema::Renombra(ruta, destino, error);
-    }
-    sistema::Borra(ruta, error);
-}
-
-void SanaCarpeta(const Ruta& carpeta)
-{
-    Error error;
-    const std::vector<Ruta> nombres = sistema::Lista(carpeta, error);
+    m_carpeta.nombres = sistema::Lista(m_carpeta.ruta, error);
     if (error == std::errc::no_such_file_or_directory || error == std::errc::permission_denied ||
         error == std::errc::not_a_directory)
         return; // whoever opens a file there will be told
-    CFileException::Exige(error, sistema::Nombre(carpeta));
-    bool hayVivos = false;
-    for (const Ruta& nombre : nombres)
-        if (AcabaEn(nombre, CReemplazo::kConjunto))
-            hayVivos = !SanaPorDiario(carpeta / nombre) || hayVivos;
-    for (const Ruta& nombre : nombres) {
-        const bool sobra = AcabaEn(nombre, CReemplazo::kNuevo) ||
-                           (!hayVivos && AcabaEn(nombre, CReemplazo::kAntes));
-        if (sobra && CHallado(carpeta / nombre).Suelto())
-            Recoge(carpeta / nombre);
+    CFileException::Exige(error, sistema::Nombre(sistema::Entera(m_carpeta.ruta)));
+    for (const Ruta& nombre : m_carpeta.nombres)
+        if (lado::Parte(nombre).sufijo == lado::kConjunto)
+            SanaPorDiario(nombre);
+    for (const Ruta& nombre : m_carpeta.nombres)
+        Recoge(nombre);
+}
+
+/// Heals by a diary, as soon as its run is dead. Raises CFileException where that can't be and it
+/// names a file of the run.
+void CSanador::SanaPorDiario(const Ruta& nombre)
+{
+    constexpr std::chrono::seconds kComoMucho{5}; // a set takes its places in a blink
+    const CEspera espera(kComoMucho);
+    Error error;
+    for (bool sinEspera = false;; sinEspera = !espera.Sigue()) {
+        const CDiarioHallado diario(En(nombre));
+        if (diario.Fallo() == std::errc::no_such_file_or_directory)
+            return; // its run is done
+        if (diario.Fallo() && !CFileException::EsCorriente(diario.Fallo()))
+            throw CFileException(sistema::Nombre(En(nombre)), diario.Fallo(), true);
+        const CSuyo* const suyo = Afectado(nombre, diario.Leido());
+        const Estado estado = Prueba(nombre, diario, sinEspera);
+        if (estado == Estado::Hecho)
+            return;
+        m_marcasVivas.insert(lado::Parte(nombre).marca);
+        if (suyo == nullptr)
+            return;
+        if (estado == Estado::Vivo && sinEspera)
+            throw CFileException(suyo->nombre, sistema::kDeOtro, true);
+        if (estado == Estado::Queda) {
+            CFileException fallo(suyo->nombre, {}, true);
+            const CString quien = sistema::NombreDelDueño(En(nombre));
+            fallo.m_nota.Format(textos::kAMedias, quien,
+                                CString(sistema::Nombre(sistema::Entera(En(nombre)))));
+            throw fallo;
+        }
     }
+}
+
+/// \param sinEspera  where locks don't reach nobody knows whether a run is alive: then it was given
+///                   the time that a live one takes
+CSanador::Estado CSanador::Prueba(const Ruta& nombre, const CDiarioHallado& diario, bool sinEspera)
+{
+    CCandado candado;
+    Error error;
+    const Bloqueo bloqueo = candado.Toma(Candado(lado::Parte(nombre).base), error);
+    if (bloqueo == Bloqueo::DeOtro || (bloqueo == Bloqueo::NoHay && !error && !sinEspera))
+        return Estado::Vivo;
+    if (diario.Fallo() || error || !MereceCredito(diario.Estado()))
+        return Estado::Queda;
+    if (diario.LoTieneOtro())
+        return Estado::Vivo;
+    if (!diario.EsElDeSuNombre(error))
+        return error ? Estado::Queda : Estado::Hecho;
+    try {
+        Aplica(nombre, diario);
+    } catch (const CFileException& fallo) {
+        if (!CFileException::EsCorriente(fallo.m_causa) &&
+            Afectado(nombre, diario.Leido()) != nullptr)
+            throw;
+        return Estado::Queda;
+    }
+    return Estado::Hecho;
+}
+
+/// Gives all targets of a diary back what they held, and the other folders of its set as well.
+void CSanador::Aplica(const Ruta& nombre, const CDiarioHallado& diario)
+{
+    Error error;
+    const std::string marca = lado::Parte(nombre).marca;
+    for (const CEntradaDiario& entrada : diario.Leido().entradas)
+        if (EsDeAqui(entrada.destino) && diario.EsElDeSuNombre(error))
+            Devuelve(entrada, marca);
+    AseguraCarpetas({m_carpeta.ruta});
+    sistema::Borra(En(nombre), error);
+    CFileException::Exige(error, sistema::Nombre(En(nombre)));
+    if (!sistema::EsMio(diario.Estado()))
+        return; // where its owner works he heals the rest himself
+    for (const Ruta& otro : diario.Leido().diarios) {
+        CCarpeta carpeta{CarpetaDe(otro), sistema::Mira(CarpetaDe(otro), error), {}, {}};
+        if (!error && !carpeta.estado.EsElMismo(m_carpeta.estado) &&
+            lado::Parte(otro).sufijo == lado::kConjunto)
+            CSanador(carpeta).SanaPorDiario(otro.filename());
+    }
+}
+
+/// Gives a target back what it held before the set that its diary tells of.
+void CSanador::Devuelve(const CEntradaDiario& entrada, std::string_view marca) const
+{
+    Error error;
+    const Ruta destino = En(entrada.destino.filename());
+    const Ruta antes = lado::De(destino, lado::kAntes, marca);
+    const CString nombre = sistema::Nombre(destino);
+    const CEstado deAntes = sistema::MiraEnlace(antes, error);
+    CFileException::Exige(error, nombre);
+    const CEstado deAhora = sistema::MiraEnlace(destino, error);
+    CFileException::Exige(error, nombre);
+    if (deAntes.tipo != Tipo::NoHay) {
+        if (!deAntes.EsElMismo(deAhora))
+            sistema::Renombra(antes, destino, error);
+    } else if (!entrada.habia && deAhora.tipo == Tipo::Regular &&
+               deAhora.numero == entrada.numero) {
+        sistema::Borra(destino, error);
+    }
+    CFileException::Exige(error, nombre);
+}
+
+/// Tells whether a diary is to be believed: it is what its owner wrote, and he could have done all
+/// that it asks for himself.
+bool CSanador::MereceCredito(const CEstado& diario) const
+{
+    const bool loEscribioSuDueño = diario.nombres == 1 && !diario.EscribenOtros();
+    return loEscribioSuDueño && (sistema::EsMio(diario) || !m_carpeta.estado.EsDeTodosConDueño());
+}
+
+/// Tells whether a target of a diary stands in the diary's own folder. Older ones name it by its
+/// whole path.
+bool CSanador::EsDeAqui(const Ruta& destino) const
+{
+    Error error;
+    return !destino.has_parent_path() ||
+           (sistema::Mira(destino.parent_path(), error).EsElMismo(m_carpeta.estado) && !error);
+}
+
+/// The file of the run that a set leaves half done, null for none. A diary that can't be read tells
+/// by the second names that its targets have.
+const CSuyo* CSanador::Afectado(const Ruta& nombre, const CDiarioLeido& leido) const
+{
+    const std::string marca = lado::Parte(nombre).marca;
+    const auto esDe = [&](const CSuyo& suyo) {
+        const Ruta antes = lado::De(suyo.fichero, lado::kAntes, marca);
+        const auto leNombra = [&](const CEntradaDiario& entrada) {
+            return sistema::SonElMismoNombre(entrada.destino.filename(), suyo.fichero) &&
+                   EsDeAqui(entrada.destino);
+        };
+        return std::any_of(leido.entradas.begin(), leido.entradas.end(), leNombra) ||
+               std::count(m_carpeta.nombres.begin(), m_carpeta.nombres.end(), antes) != 0;
+    };
+    const auto suyo = std::find_if(m_carpeta.suyos.begin(), m_carpeta.suyos.end(), esDe);
+    return suyo != m_carpeta.suyos.end() ? &*suyo : nullptr;
+}
+
+/// Puts away what a killed run left. What its target held stays if the target isn't there: on a
+/// file system without second names it was the only one. Where a name was cut, so that it doesn't
+/// tell the target's, that stays as it is.
+void CSanador::Recoge(const Ruta& nombre) const
+{
+    const lado::CPartes partes = lado::Parte(nombre);
+    if (partes.sufijo.empty() || partes.sufijo == lado::kConjunto ||
+        (partes.sufijo == lado::kAntes && m_marcasVivas.contains(partes.marca)))
+        return;
+    CCandado candado;
+    Error error;
+    if (candado.Toma(Candado(partes.base), error) != Bloqueo::Mio ||
+        partes.sufijo == lado::kCandado)
+        return; // a lock goes when it is let go of
+    if (partes.sufijo == lado::kAntes) {
+        const Ruta destino = En(sistema::Ruta(partes.base));
+        const bool falta = sistema::MiraEnlace(destino, error).tipo == Tipo::NoHay;
+        if (error || lado::De(destino, lado::kAntes, partes.marca).filename() != nombre)
+            return;
+        if (falta)
+            return sistema::Renombra(En(nombre), destino, error);
+    }
+    sistema::Borra(En(nombre), error);
 }
 
 } // namespace
 
 void SanaConjuntos(const std::vector<CString>& nombres)
 {
-    std::set<Ruta> carpetas;
-    for (const CString& nombre : nombres) {
-        if (nombre.IsEmpty())
-            continue;
-        Error error;
-        const Ruta destino = CReemplazo::DestinoReal(sistema::Ruta(nombre), error);
-        if (error && !CFileException::EsCorriente(error))
-            throw CFileException(nombre, error, true);
-        if (!error)
-            carpetas.insert(CarpetaDe(destino));
-    }
-    for (const Ruta& carpeta : carpetas)
-        SanaCarpeta(carpeta);
+    std::vector<CCarpeta> carpetas;
+    for (const CString& nombre : nombres)
+        if (!nombre.IsEmpty())
+            Anota(carpetas, nombre);
+    for (CCarpeta& carpeta : carpetas)
+        CSanador(carpeta).Sana();
 }

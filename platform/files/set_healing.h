@@ -4,12 +4,17 @@
 
 #include "platform/cstring.h"
 
-/// Heals what killed runs left in the folders of these files: by the diary of a set of outputs
-/// (output_set.h) that took only some of its places, its targets get back what they held; then
-/// outputs that were never finished, and what targets held before, are put away. What belongs to a
-/// run that is alive stays, and so does what a diary tells that its owner couldn't have done
-/// himself. Empty names are passed over.
-/// Raises CFileException where a folder or a diary can't be read, or a target can't get back what
-/// it held; the diary stays then, for whoever comes next. A folder that isn't there or is forbidden
-/// is passed over: whoever opens a file there will be told.
+/// Sees to it that none of these files, which a run is about to read or write, is part of a set of
+/// outputs (output_set.h) that is half done; to be called before the first is opened. Empty names
+/// are passed over.
+///
+/// A set of a run that is alive is waited for, a few seconds at most. By the diary of one that was
+/// killed its targets get back what they held, the other files of these folders as well; then
+/// outputs that were never finished, and what targets held before, are put away. A diary is
+/// believed about its own folder, and as far as its owner could have done the same himself; one
+/// that isn't believed stays.
+///
+/// Raises CFileException where one of the files stays half done: it is still being changed, or this
+/// user can't give back what it held; and where a folder or a diary can't be read. A folder that
+/// isn't there or is forbidden is passed over: whoever opens a file there will be told.
 void SanaConjuntos(const std::vector<CString>& nombres);

@@ -37,8 +37,11 @@ inline const Error kDeOtro = std::make_error_code(std::errc::text_file_busy);
 enum class Modo {
     Leer,
     EnSitio, ///< for writing; made if it isn't there, and not emptied
-    Cambiar, ///< a file that is there, to be read and written
-    Tomar    ///< the same, made if it isn't there; no link is followed
+    // To be read and written; no link is followed.
+    Cambiar,      ///< a file that is there
+    Tomar,        ///< made if it isn't there
+    Crear,        ///< one that isn't there yet
+    CrearSinOtros ///< the same; nobody but its owner is to write it
 };
 
 /// Number of the open file, kCerrado on failure. It is binary and has no buffer.
@@ -49,6 +52,9 @@ int CreaAnonimo(Error& error);
 /// may be fewer; 0 at the end of the file and on failure.
 std::size_t Lee(int fichero, char* bytes, std::size_t n, Error& error);
 std::size_t LeeEn(int fichero, char* bytes, std::size_t n, std::uint64_t posicion, Error& error);
+/// Waits until there is something to be read of a pipe or device, or its end. False where the
+/// process is to end before that (HayQueAcabar).
+bool EsperaDatos(int fichero, Error& error);
 /// Writes all bytes behind those written last.
 void Escribe(int fichero, std::string_view bytes, Error& error);
 /// Goes to the start of a file and cuts it to a length.
@@ -68,12 +74,19 @@ struct CEstado {
     std::uint64_t numero = 0;
     std::uint32_t dueño = 0;
     std::uint32_t permisos = 0;
+    std::uint64_t nombres = 1; ///< that the file has
 
     /// Tells of a folder that its users may not put away one another's files.
     bool EsDeTodosConDueño() const
     {
         constexpr std::uint32_t kPegajosa = 01000;
         return (permisos & kPegajosa) != 0;
+    }
+    /// Tells whether others than the owner may write it.
+    bool EscribenOtros() const
+    {
+        constexpr std::uint32_t kOtros = 0022;
+        return (permisos & kOtros) != 0;
     }
     bool EsElMismo(const CEstado& otro) const
     {
@@ -87,6 +100,13 @@ CEstado MiraEnlace(const std::filesystem::path& ruta, Error& error); ///< of a l
 CEstado Mira(int fichero, Error& error);
 /// Tells whether the file is the user's own.
 bool EsMio(const CEstado& estado);
+/// By which name people know the owner of what stands there.
+std::string NombreDelDueño(const std::filesystem::path& ruta);
+/// Tells whether a link in the folder may be followed: where users may not touch one another's
+/// files they don't lead one another's programs astray either.
+bool SePuedeSeguir(const CEstado& enlace, const CEstado& carpeta);
+/// Tells whether two names of one folder are, or would be, one file's.
+bool SonElMismoNombre(const std::filesystem::path& uno, const std::filesystem::path& otro);
 /// The path that a link leads to.
 std::filesystem::path LeeEnlace(const std::filesystem::path& ruta, Error& error);
 /// Leaves `error` clear where the process may change the content of the file that is there.
@@ -98,9 +118,16 @@ bool PuedeReemplazar(const std::filesystem::path& ruta, const CEstado& destino,
 /// doesn't have them from its folder.
 void CopiaDerechos(int fichero, const std::filesystem::path& modelo, Error& error);
 
-/// Takes the file for this process alone, until it is closed. False without an error where another
-/// process has it.
-bool Bloquea(int fichero, Error& error);
+/// Lets all who may use its folder write the file, which is the user's own.
+void AbreATodos(int fichero, const CEstado& estado);
+
+enum class Bloqueo {
+    Mio,
+    DeOtro, ///< another process has it; also with an error
+    NoHay   ///< the share knows no locks: nobody can be kept out
+};
+/// Takes the file for this process alone, until it is closed.
+Bloqueo Bloquea(int fichero, Error& error);
 
 void Renombra(const std::filesystem::path& antes, const std::filesystem::path& ahora, Error& error);
 void Borra(const std::filesystem::path& ruta, Error& error);

@@ -8,6 +8,8 @@
 
 #include <dirent.h>
 #include <fcntl.h>
+#include <poll.h>
+#include <pwd.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #ifdef __linux__
@@ -16,6 +18,7 @@
 #include <unistd.h>
 
 #include "platform/files/fault_point.h"
+#include "platform/system.h"
 
 namespace sistema {
 namespace {
@@ -63,7 +66,8 @@ CEstado Mirado(Error& error, F mira)
             datos.st_dev,
             datos.st_ino,
             datos.st_uid,
-            datos.st_mode & 07777U};
+            datos.st_mode & 07777U,
+            datos.st_nlink};
 }
 
 /// Rights beyond owner, group and all others, where the file system has such.
@@ -118,23 +122,27 @@ std::filesystem::path EnteraSinPuntos(const std::filesystem::path& ruta)
 
 int Abre(const std::filesystem::path& ruta, Modo modo, Error& error)
 {
-    constexpr mode_t kPermisos = 0666;
+    const mode_t permisos = modo == Modo::CrearSinOtros ? 0644 : 0666;
     int como = O_CLOEXEC;
     switch (modo) {
     case Modo::Leer:
-        como |= O_RDONLY;
+        como |= O_RDONLY | O_NONBLOCK; // a pipe is waited for where a signal ends the wait
         break;
     case Modo::EnSitio:
         como |= O_WRONLY | O_CREAT;
         break;
     case Modo::Cambiar:
-        como |= O_RDWR;
+        como |= O_RDWR | O_NOFOLLOW;
         break;
     case Modo::Tomar:
-        como |= O_RDWR | O_CREAT | O_NOFOLLOW;
+        como |= O_RDWR | O_NOFOLLOW | O_CREAT;
+        break;
+    case Modo::Crear:
+    case Modo::CrearSinOtros:
+        como |= O_RDWR | O_NOFOLLOW | O_CREAT | O_EXCL;
         break;
     }
-    return Llama(Llamada::Abrir, error, [&] { return open(ruta.c_str(), como, kPermisos); });
+    return Llama(Llamada::Abrir, error, [&] { return open(ruta.c_str(), como, permisos); });
 }
 
 int CreaAnonimo(Error& error)
@@ -164,6 +172,19 @@ std::size_t LeeEn(int fichero, char* bytes, std::size_t n, std::uint64_t posicio
         return pread(fichero, bytes, n, static_cast<off_t>(posicion));
     });
     return leidos > 0 ? static_cast<std::size_t>(leidos) : 0;
+}
+
+bool EsperaDatos(int fichero, Error& error)
+{
+    constexpr int kCadaMs = 100; // a signal between the look for it and the call interrupts nothing
+    pollfd espera = {fichero, POLLIN, 0};
+    int listos = 0;
+    do {
+        if (HayQueAcabar())
+            return false;
+        listos = Llama(Llamada::Leer, error, [&] { return poll(&espera, 1, kCadaMs); });
+    } while (listos == 0);
+    return true;
 }
 
 void Escribe(int fichero, std::string_view bytes, Error& error)
@@ -236,6 +257,32 @@ bool EsMio(const CEstado& estado)
     return estado.dueño == geteuid();
 }
 
+std::string NombreDelDueño(const std::filesystem::path& ruta)
+{
+    struct stat datos = {};
+    passwd usuario = {};
+    passwd* hallado = nullptr;
+    char textos[4096];
+    if (lstat(ruta.c_str(), &datos) != 0)
+        return "?";
+    if (getpwuid_r(datos.st_uid, &usuario, textos, sizeof textos, &hallado) == 0 &&
+        hallado != nullptr)
+        return usuario.pw_name;
+    return std::to_string(datos.st_uid);
+}
+
+bool SePuedeSeguir(const CEstado& enlace, const CEstado& carpeta)
+{
+    // As the system itself has it where it is told to protect links.
+    return !carpeta.EsDeTodosConDueño() || !carpeta.EscribenOtros() || EsMio(enlace) ||
+           enlace.dueño == carpeta.dueño;
+}
+
+bool SonElMismoNombre(const std::filesystem::path& uno, const std::filesystem::path& otro)
+{
+    return uno.native() == otro.native();
+}
+
 std::filesystem::path LeeEnlace(const std::filesystem::path& ruta, Error& error)
 {
     char destino[PATH_MAX];
@@ -277,15 +324,23 @@ void CopiaDerechos(int fichero, const std::filesystem::path& modelo, Error& erro
         CopiaListaDeAcceso(fichero, modelo, error);
 }
 
-bool Bloquea(int fichero, Error& error)
+void AbreATodos(int fichero, const CEstado& estado)
 {
-    const int hecho =
-        Llama(Llamada::Bloquear, error, [&] { return flock(fichero, LOCK_EX | LOCK_NB); });
-    const bool deOtro = error == std::errc::operation_would_block;
-    if (deOtro || error == std::errc::operation_not_supported ||
-        error == std::errc::no_lock_available)
-        error.clear(); // some shares know no locks; there nobody can be kept out
-    return hecho == 0 || (!deOtro && !error);
+    constexpr mode_t kTodos = 0666;
+    if ((estado.permisos & kTodos) != kTodos)
+        static_cast<void>(fchmod(fichero, kTodos));
+}
+
+Bloqueo Bloquea(int fichero, Error& error)
+{
+    Llama(Llamada::Bloquear, error, [&] { return flock(fichero, LOCK_EX | LOCK_NB); });
+    if (!error)
+        return Bloqueo::Mio;
+    const bool noHay =
+        error == std::errc::operation_not_supported || error == std::errc::no_lock_available;
+    if (noHay || error == std::errc::operation_would_block)
+        error.clear();
+    return noHay ? Bloqueo::NoHay : Bloqueo::DeOtro;
 }
 
 void Renombra(const std::filesystem::path& antes, const std::filesystem::path& ahora, Error& error)

@@ -58,7 +58,10 @@ int Abre(const std::filesystem::path& ruta, Modo modo, Error& error)
         como.acceso = GENERIC_WRITE;
     if (modo == Modo::EnSitio || modo == Modo::Tomar)
         como.siNoEsta = OPEN_ALWAYS;
-    if (modo == Modo::Tomar)
+    if (modo == Modo::Crear || modo == Modo::CrearSinOtros)
+        como.siNoEsta = CREATE_NEW;
+    const bool sinEnlaces = modo != Modo::Leer && modo != Modo::EnSitio;
+    if (sinEnlaces)
         como.atributos |= FILE_FLAG_OPEN_REPARSE_POINT;
     Manija manija;
     Llama(Llamada::Abrir, error, [&] {
@@ -70,7 +73,7 @@ int Abre(const std::filesystem::path& ruta, Modo modo, Error& error)
         if (Mira(ruta, alMirar).tipo == CEstado::Tipo::Carpeta)
             error = std::make_error_code(std::errc::is_a_directory);
     }
-    if (!error && modo == Modo::Tomar && EsEnlace(manija.get()))
+    if (!error && sinEnlaces && EsEnlace(manija.get()))
         error = std::make_error_code(std::errc::too_many_symbolic_link_levels);
     return error ? kCerrado : Numera(std::move(manija), error);
 }
@@ -107,6 +110,12 @@ std::size_t LeeEn(int fichero, char* bytes, std::size_t n, std::uint64_t posicio
     donde.Offset = static_cast<DWORD>(posicion);
     donde.OffsetHigh = static_cast<DWORD>(posicion >> 32U);
     return LeeManija(fichero, bytes, n, &donde, error);
+}
+
+bool EsperaDatos(int /*fichero*/, Error& error)
+{
+    error.clear(); // a read waits, and no signal ends a process gently here
+    return true;
 }
 
 void Escribe(int fichero, std::string_view bytes, Error& error)
@@ -158,20 +167,24 @@ void Cierra(int fichero, Error& error)
         error = Error(tropiezo, std::generic_category());
 }
 
-bool Bloquea(int fichero, Error& error)
+Bloqueo Bloquea(int fichero, Error& error)
 {
     // Nobody can read what is locked, so it is a byte that no file reaches.
     OVERLAPPED donde = {};
     donde.OffsetHigh = 0x40000000;
-    Llama(Llamada::Bloquear, error, [&] {
+    const bool mio = Llama(Llamada::Bloquear, error, [&] {
         return LockFileEx(ManijaDe(fichero), LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY, 0,
                           1, 0, &donde) != 0;
     });
-    const bool deOtro = error == kDeOtro || Es(error, ERROR_IO_PENDING);
-    if (deOtro || error == std::errc::function_not_supported)
-        error.clear(); // some shares know no locks; there nobody can be kept out
-    return !deOtro && !error;
+    if (mio)
+        return Bloqueo::Mio;
+    const bool noHay = error == std::errc::function_not_supported;
+    if (noHay || error == kDeOtro || Es(error, ERROR_IO_PENDING))
+        error.clear();
+    return noHay ? Bloqueo::NoHay : Bloqueo::DeOtro;
 }
+
+void AbreATodos(int /*fichero*/, const CEstado& /*estado*/) {} // its folder's rights are the file's
 
 void Renombra(const std::filesystem::path& antes, const std::filesystem::path& ahora, Error& error)
 {

@@ -70,6 +70,17 @@ std::string Nombre(const std::filesystem::path& ruta)
     return utf8;
 }
 
+bool SonElMismoNombre(const std::filesystem::path& uno, const std::filesystem::path& otro)
+{
+    const auto sinFinal = [](std::wstring_view nombre) { // the system cuts these off
+        return nombre.substr(0, nombre.find_last_not_of(L". ") + 1);
+    };
+    const std::wstring_view a = sinFinal(uno.native());
+    const std::wstring_view b = sinFinal(otro.native());
+    return CompareStringOrdinal(a.data(), static_cast<int>(a.size()), b.data(),
+                                static_cast<int>(b.size()), TRUE) == CSTR_EQUAL;
+}
+
 std::filesystem::path Entera(const std::filesystem::path& ruta)
 {
     return Completa(ruta.native());

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cstdint>
+#include <iterator>
 #include <limits>
 #include <memory>
 #include <string>
@@ -63,6 +64,7 @@ bool LeeEstado(HANDLE manija, CEstado& estado)
     estado.disco = datos.dwVolumeSerialNumber;
     estado.numero = Junta(datos.nFileIndexHigh, datos.nFileIndexLow);
     estado.dueño = DueñoDe(manija);
+    estado.nombres = datos.nNumberOfLinks;
     return true;
 }
 
@@ -143,6 +145,29 @@ bool EsMio(const CEstado& estado)
             return true;
     }
     return false;
+}
+
+std::string NombreDelDueño(const std::filesystem::path& ruta)
+{
+    PSID dueño = nullptr;
+    PSECURITY_DESCRIPTOR todo = nullptr;
+    wchar_t nombre[256] = {};
+    wchar_t dominio[256] = {};
+    DWORD largo = std::size(nombre);
+    DWORD suyo = std::size(dominio);
+    SID_NAME_USE clase = {};
+    if (GetNamedSecurityInfoW(Larga(ruta).c_str(), SE_FILE_OBJECT, OWNER_SECURITY_INFORMATION,
+                              &dueño, nullptr, nullptr, nullptr, &todo) != ERROR_SUCCESS)
+        return "?";
+    const Descriptor descriptor(todo);
+    if (LookupAccountSidW(nullptr, dueño, nombre, &largo, dominio, &suyo, &clase) == 0)
+        return "?";
+    return Nombre(nombre);
+}
+
+bool SePuedeSeguir(const CEstado& /*enlace*/, const CEstado& /*carpeta*/)
+{
+    return true; // only who may administer the machine makes one
 }
 
 std::filesystem::path LeeEnlace(const std::filesystem::path& ruta, Error& error)

@@ -337,7 +337,7 @@ void CFrontalTerminal::FinDeProceso(const CDialog& /*dialogo*/, const CEscritos&
         return;
     if (CFile log; !escritos.log.IsEmpty() && Abre(log, escritos.log))
         EscribeForma(stdout, textos::kAvisos, ansi::AUtf8(escritos.log),
-                     log.GetLength() == 0 ? textos::kNingunAviso : "");
+                     log.GetLength() == 0 && !escritos.huboErrores ? textos::kNingunAviso : "");
     std::filesystem::path carpeta; // those of one folder, nearly always all, stand in one line
     for (const CString& salida : escritos.salidas) {
         const std::filesystem::path ruta = sistema::Ruta(salida);

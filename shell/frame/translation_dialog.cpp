@@ -330,6 +330,8 @@ bool CTraduccionDlg::Avanza(std::uint64_t posicion, std::uint64_t total)
 
 void CTraduccionDlg::MuestraError(const CString& texto)
 {
+    if (m_proceso)
+        m_proceso->escritos.huboErrores = true;
     MessageBox(texto, cajas::kError, MB_ICONERROR);
 }
 

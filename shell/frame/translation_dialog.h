@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/dialog.h"
+#include "platform/files/any_case_name.h"
 #include "platform/files/cstdio_file.h"
 #include "platform/files/output_set.h"
 #include "platform/front_end.h"
@@ -106,12 +107,14 @@ protected:
     /// Opens the drawing and the topology of the orthophoto sheets, named by one of the two. False,
     /// with a box for each that is missing, unless both are there.
     bool AbreOrtos(CFile& bin, CFile& top, const CString& nombre);
-    /// Creates the log of the run, in its place, and reserves the outputs for this run. False, with
-    /// a box, where the log can't be created or would overwrite one of the inputs, and where two of
-    /// log and outputs are one file. Raises CFileException where another program is writing one of
-    /// them.
+    /// Creates the log of the run, in its place, and reserves the outputs for this run. Where the
+    /// run writes nothing to its log, one that is there is kept beside it, which is told. False,
+    /// with a box, where the log can't be created or would overwrite one of the inputs, and where
+    /// two of log and outputs are one file. Raises CFileException where another program is writing
+    /// one of them.
+    enum class Registro { DeEsteProceso, SiempreVacio };
     bool CreaLog(const CString& nombre, const std::vector<CString>& entradas,
-                 const std::vector<CString>& salidas);
+                 const std::vector<CString>& salidas, Registro que = Registro::DeEsteProceso);
     CStdioFile& Log() { return m_proceso->log; }
     /// Creates an output, which takes its target's place with all others. False, with a box of the
     /// form `queja`, where it can't be created or is one of `entradas`, which the run still reads.
@@ -142,7 +145,6 @@ protected:
 
 private:
     void MuestraError(const CString& texto);
-    bool Abre(CFile& fichero, const CString& nombre, UINT modo);
     void CajaError(const char* forma, const CFileException& fallo);
     static void CajaDeAjustes(const char* forma, const CFileException& fallo);
     bool HayRepetidas(const CString& log, const std::vector<CString>& salidas);
@@ -163,6 +165,7 @@ private:
     struct CProceso {
         CStdioFile log;
         CConjuntoSalidas salidas;
+        CNombresEnDisco nombres; // of the folders in which drawings were looked for
         CEscritos escritos;
         std::optional<UINT> focoAntes; ///< before the run switched the controls off
     };

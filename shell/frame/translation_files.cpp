@@ -21,19 +21,13 @@ void CTraduccionDlg::EmpiezaProceso(const std::vector<CString>& ficheros)
     SanaConjuntos(ficheros);
 }
 
-bool CTraduccionDlg::Abre(CFile& fichero, const CString& nombre, UINT modo)
-{
-    CFileException fallo;
-    const bool abierto = fichero.Open(nombre, modo, &fallo);
-    if (!abierto)
-        CajaError(cajas::kNoExiste, fallo);
-    return abierto;
-}
-
 bool CTraduccionDlg::AbreEntrada(CStdioFile& fichero, const CString& nombre)
 {
-    if (!Abre(fichero, nombre, CFile::modeRead))
+    CFileException fallo;
+    if (!fichero.Open(nombre, CFile::modeRead, &fallo)) {
+        CajaError(cajas::kNoExiste, fallo);
         return false;
+    }
     if (!CFile::EsAlguno(nombre, m_proceso->escritos.leidos))
         m_proceso->escritos.leidos.push_back(CFile::RutaCompleta(nombre));
     return true;
@@ -41,7 +35,12 @@ bool CTraduccionDlg::AbreEntrada(CStdioFile& fichero, const CString& nombre)
 
 bool CTraduccionDlg::AbreDibujo(CFile& fichero, const CString& nombre)
 {
-    return Abre(fichero, nombre, CFile::modeRead | CFile::anyCase | CFile::modeWhole);
+    constexpr UINT kModo = CFile::modeRead | CFile::anyCase | CFile::modeWhole;
+    CFileException fallo;
+    const bool abierto = fichero.Open(nombre, kModo, &fallo, m_proceso->nombres);
+    if (!abierto)
+        CajaError(cajas::kNoExiste, fallo);
+    return abierto;
 }
 
 bool CTraduccionDlg::AbreOrtos(CFile& bin, CFile& top, const CString& nombre)
@@ -71,7 +70,7 @@ bool CTraduccionDlg::HayRepetidas(const CString& log, const std::vector<CString>
 }
 
 bool CTraduccionDlg::CreaLog(const CString& nombre, const std::vector<CString>& entradas,
-                             const std::vector<CString>& salidas)
+                             const std::vector<CString>& salidas, Registro que)
 {
     if (HayRepetidas(nombre, salidas))
         return false;
@@ -80,8 +79,12 @@ bool CTraduccionDlg::CreaLog(const CString& nombre, const std::vector<CString>& 
         if (m_proceso->salidas.Reserva(salida) == CReemplazo::Apertura::Ocupado)
             throw CFileException(salida, sistema::kDeOtro);
     CFileException fallo(nombre, {});
-    if (!CFile::EsAlguno(nombre, entradas) &&
-        m_proceso->log.Open(nombre, kCrea | CFile::modeInPlace, &fallo)) {
+    const bool esEntrada = CFile::EsAlguno(nombre, entradas);
+    const CString anterior =
+        que == Registro::SiempreVacio && !esEntrada ? CFile::GuardaAnterior(nombre) : CString();
+    if (!anterior.IsEmpty())
+        Observa(observaciones::kAnterior, nombre, anterior);
+    if (!esEntrada && m_proceso->log.Open(nombre, kCrea | CFile::modeInPlace, &fallo)) {
         m_proceso->escritos.log = CFile::RutaCompleta(nombre);
         return true;
     }

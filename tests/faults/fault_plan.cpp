@@ -1,5 +1,6 @@
 #include "tests/faults/fault_plan.h"
 
+#include <cerrno>
 #include <csignal>
 
 CPlanDeFallos& Plan()
@@ -11,7 +12,14 @@ CPlanDeFallos& Plan()
 int sistema::Tropiezo(Llamada llamada)
 {
     CPlanDeFallos& plan = Plan();
-    ++plan.llamadas;
+    if (++plan.llamadas == plan.entretantoEn && plan.entretanto)
+        plan.entretanto();
+    if (plan.anota)
+        plan.hechas.push_back(llamada);
+    if (plan.sinCandados && llamada == Llamada::Bloquear)
+        return ENOLCK;
+    if (plan.entretanto && llamada == Llamada::Esperar)
+        return ETIMEDOUT; // for the other run, which stands still here
     if (!plan.TocaLlamada(llamada))
         return 0;
     if (plan.que == CPlanDeFallos::Que::MataEnLlamada)

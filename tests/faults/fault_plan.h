@@ -1,7 +1,8 @@
 #pragma once
 
-#include <cstddef>
+#include <functional>
 #include <optional>
+#include <vector>
 
 #include "platform/files/fault_point.h"
 
@@ -17,8 +18,13 @@ struct CPlanDeFallos {
     Alcance alcance = Alcance::EsaSola;
     int error = 0;                              ///< with which a call fails
     std::optional<sistema::Llamada> clase = {}; ///< whose calls all fail
-    long llamadas = 0;                          ///< made since the plan began
-    long reservas = 0;                          ///< of memory, likewise
+    bool sinCandados = false;                   ///< the disk knows no locks
+    std::function<void()> entretanto = {};      ///< what others do before the n-th call
+    long entretantoEn = 0;                      ///< counted from 1
+    bool anota = false;                         ///< keeps the calls in `hechas`
+    std::vector<sistema::Llamada> hechas = {};
+    long llamadas = 0; ///< made since the plan began
+    long reservas = 0; ///< of memory, likewise
 
     bool Toca(long vez) const { return vez == en || (alcance == Alcance::YTodas && vez > en); }
     bool TocaLlamada(sistema::Llamada llamada) const { return Toca(llamadas) || clase == llamada; }

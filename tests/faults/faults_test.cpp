@@ -29,6 +29,7 @@ namespace {
 
 using Que = CPlanDeFallos::Que;
 using Alcance = CPlanDeFallos::Alcance;
+using sistema::Llamada;
 using Contenidos = std::map<std::string, std::string>;
 
 const char* const kTablas[] = {"Titulares.txt",   "Parcelas.txt", "Modulos.txt",
@@ -50,12 +51,24 @@ sintetico::CMunicipioSintetico Municipio()
     return sintetico::Genera({.parcelas = 4, .poligonos = 1, .subparcelas = 1}, 7);
 }
 
-void Traduce(const CCarpetaPrueba& c)
+void TraduceA(const CString& entrada, const std::function<CString(const char*)>& tabla)
 {
     CCampivaAVexaDlg dialogo;
-    dialogo.EjecutaLote(c.En("entrada.txt"), c.En("Modulos.txt"), c.En("Titulares.txt"),
-                        c.En("Parcelas.txt"), c.En("Subparcelas.txt"), c.En("Parajes.txt"),
-                        c.En("Cotitulares.txt"), nullptr);
+    dialogo.EjecutaLote(entrada, tabla("Modulos.txt"), tabla("Titulares.txt"),
+                        tabla("Parcelas.txt"), tabla("Subparcelas.txt"), tabla("Parajes.txt"),
+                        tabla("Cotitulares.txt"), nullptr);
+}
+
+void Traduce(const CCarpetaPrueba& c)
+{
+    TraduceA(c.En("entrada.txt"), [&](const char* tabla) { return c.En(tabla); });
+}
+
+/// The same by names without a folder.
+void TraduceAhi(const CCarpetaPrueba& c)
+{
+    const CEnCarpeta ahi(c.Ruta());
+    TraduceA("entrada.txt", [](const char* tabla) { return CString(tabla); });
 }
 
 void PonTablasDeAntes(const CCarpetaPrueba& c)
@@ -111,6 +124,12 @@ const std::vector<CEscenario>& Escenarios()
              CAplicacionPrueba().WriteProfileInt("CampivaAVexa", "TipoEntrada", 1);
          },
          Traduce},
+        {"exchange file, nothing there before, names without a folder", tablas,
+         [](const auto& c) {
+             sintetico::GrabaLineas(c.En("entrada.txt"),
+                                    sintetico::LineasCatastro(Municipio()).Todas());
+         },
+         TraduceAhi},
         {"back, with tables rewritten",
          {"045127.R", "045127.M", "Parcelas.txt", "Subparcelas.txt"},
          [](const auto& c) {
@@ -368,5 +387,164 @@ TEST_P(Fallos, WhatAKilledRunLeftIsHealed)
     EXPECT_GT(matados, 20);
 }
 
-INSTANTIATE_TEST_SUITE_P(Cada, Fallos, testing::Range<std::size_t>(0, 5),
+TEST_P(Fallos, NoFailedWriteRenameOrSyncIsPassedOver)
+{
+    banco.Corre({.que = Que::Nada, .anota = true});
+    const std::vector<Llamada> hechas = banco.Visto().hechas;
+    for (std::size_t i = 0; i < hechas.size(); ++i) {
+        const Llamada cual = hechas[i];
+        if (cual != Llamada::Escribir && cual != Llamada::Asegurar && cual != Llamada::Renombrar)
+            continue;
+        SCOPED_TRACE(testing::Message() << "call " << i + 1);
+        const CResultado resultado =
+            banco.Corre({Que::FallaLlamada, static_cast<long>(i + 1), Alcance::EsaSola, EIO});
+        EXPECT_TRUE(resultado.error || resultado.ajustes);
+    }
+}
+
+TEST(Salidas, AreOnTheDiskBeforeWhatHangsOnThem)
+{
+    CBanco banco(Escenarios()[0]);
+    banco.Corre({.que = Que::Nada, .anota = true});
+    std::string orden; // from the first output that is brought to the disk
+    for (const Llamada llamada : banco.Visto().hechas)
+        switch (llamada) {
+        case Llamada::Asegurar:
+            orden += 'a';
+            break;
+        case Llamada::Enlazar:
+            orden += 'e';
+            break;
+        case Llamada::Renombrar:
+            orden += 'r';
+            break;
+        case Llamada::Borrar:
+            orden += 'b';
+            break;
+        default:
+            break;
+        }
+    // Six outputs and the diary; second names, and their folder; places, and their folder; the
+    // diary goes, and their folder; then each second name and lock.
+    EXPECT_EQ(orden, "aaaaaaa"
+                     "eeeeee"
+                     "a"
+                     "rrrrrr"
+                     "a"
+                     "b"
+                     "a"
+                     "bbbbbbbbbbbb");
+}
+
+namespace {
+
+/// Two runs at the same tables, of inputs that differ; the second comes and goes before a call of
+/// the first.
+class DosProcesos : public testing::TestWithParam<bool> {
+protected:
+    DosProcesos()
+    {
+        carpeta.Pon("otra.txt", "");
+        sintetico::GrabaLineas(
+            carpeta.En("otra.txt"),
+            sintetico::LineasCatastro(
+                sintetico::Genera({.parcelas = 3, .poligonos = 1, .subparcelas = 1}, 8))
+                .Todas());
+        sintetico::GrabaLineas(carpeta.En("entrada.txt"),
+                               sintetico::LineasCatastro(Municipio()).Todas());
+        deUno = Limpias("entrada.txt");
+        deOtro = Limpias("otra.txt");
+    }
+
+    Contenidos Tablas() const
+    {
+        Contenidos tablas;
+        for (const char* tabla : kTablas)
+            tablas[tabla] = carpeta.Lee(tabla);
+        return tablas;
+    }
+    /// A run without a dialog's user. Tells whether it told an error.
+    bool Corre(const char* entrada, const CPlanDeFallos& plan) const
+    {
+        CAplicacionPrueba aplicacion;
+        Plan() = plan;
+        Plan().sinCandados = GetParam();
+        TraduceA(carpeta.En(entrada), [&](const char* tabla) { return carpeta.En(tabla); });
+        visto = Plan();
+        Plan() = {};
+        return aplicacion.HuboCajaDeError();
+    }
+    /// The same in a process of its own.
+    bool CorreAparte(const char* entrada) const
+    {
+        const pid_t hijo = fork();
+        if (hijo == 0)
+            _exit(Corre(entrada, {.entretanto = [] {}}) ? 1 : 0);
+        int estado = 0;
+        waitpid(hijo, &estado, 0);
+        return !WIFEXITED(estado) || WEXITSTATUS(estado) != 0;
+    }
+    Contenidos Limpias(const char* entrada) const
+    {
+        PonTablasDeAntes(carpeta);
+        EXPECT_FALSE(Corre(entrada, {}));
+        return Tablas();
+    }
+    /// The first run, in which a call may fail, with the second before another one.
+    void Cruza(long entretanto, long falla)
+    {
+        SCOPED_TRACE(testing::Message()
+                     << "the other before call " << entretanto << ", call " << falla << " fails");
+        PonTablasDeAntes(carpeta);
+        const Contenidos antes = Tablas();
+        bool tocado = false;
+        CPlanDeFallos plan = {falla > 0 ? Que::FallaLlamada : Que::Nada, falla, Alcance::EsaSola,
+                              EIO};
+        plan.entretantoEn = entretanto;
+        plan.entretanto = [&] {
+            tocado = true;
+            otroAvisa = CorreAparte("otra.txt");
+        };
+        const bool unoAvisa = Corre("entrada.txt", plan);
+        ASSERT_TRUE(tocado || falla > 0);
+        const Contenidos ahora = Tablas();
+        for (const auto& [tabla, bytes] : ahora)
+            EXPECT_NE(bytes, "(no file)") << tabla << " is gone";
+        const bool entera = ahora == deUno || ahora == deOtro || (unoAvisa && ahora == antes);
+        EXPECT_TRUE(entera || unoAvisa || otroAvisa) << "a mixture that nobody is told of";
+        if (!GetParam()) { // locks keep them apart
+            EXPECT_TRUE(entera);
+        }
+    }
+
+    CCarpetaPrueba carpeta;
+    Contenidos deUno;
+    Contenidos deOtro;
+    bool otroAvisa = false;
+    mutable CPlanDeFallos visto;
+};
+
+} // namespace
+
+TEST_P(DosProcesos, EndWithTheWholeSetOfOneOrAreTold)
+{
+    Corre("entrada.txt", {});
+    const long cuantas = visto.llamadas;
+    long apartados = 0;
+    for (long en = 1; en <= cuantas && !HasFailure(); ++en) {
+        Cruza(en, 0);
+        apartados += otroAvisa ? 1 : 0;
+    }
+    // All through the first run's time, but for its first steps and its last.
+    EXPECT_TRUE(GetParam() || apartados > cuantas / 2) << apartados << " of " << cuantas;
+    for (long en = cuantas / 3; en <= cuantas && !HasFailure(); en += 3)
+        for (long falla = en; falla <= cuantas && !HasFailure(); falla += 5)
+            Cruza(en, falla);
+}
+
+INSTANTIATE_TEST_SUITE_P(Cada, DosProcesos, testing::Bool(), [](const auto& cual) {
+    return cual.param ? "WithoutLocks" : "WithLocks";
+});
+
+INSTANTIATE_TEST_SUITE_P(Cada, Fallos, testing::Range<std::size_t>(0, 6),
                          [](const auto& cual) { return "Run" + std::to_string(cual.param); });

@@ -31,3 +31,19 @@ public:
 private:
     std::filesystem::path m_ruta;
 };
+
+/// Goes to a folder, and back at the end.
+class CEnCarpeta {
+public:
+    explicit CEnCarpeta(const std::filesystem::path& ruta)
+        : m_antes(std::filesystem::current_path())
+    {
+        std::filesystem::current_path(ruta);
+    }
+    CEnCarpeta(const CEnCarpeta&) = delete;
+    CEnCarpeta& operator=(const CEnCarpeta&) = delete;
+    ~CEnCarpeta() { std::filesystem::current_path(m_antes); }
+
+private:
+    std::filesystem::path m_antes;
+};

@@ -4,6 +4,7 @@
 
 #include "evidence/drawn_polygon.h"
 #include "evidence/paths.h"
+#include "platform/files/any_case_name.h"
 #include "platform/files/cstdio_file.h"
 #include "platform/files/system_files.h"
 
@@ -170,15 +171,16 @@ std::vector<CString> Leidos(const CFicheros& ficheros)
     std::vector<CString> leidos(ficheros.tablas.begin(), ficheros.tablas.end());
     leidos.insert(leidos.end(), {ficheros.registro, ficheros.entrada, ficheros.lista.nombre,
                                  ficheros.ficheroR, ficheros.ficheroM});
+    CNombresEnDisco nombres;
     using enum ClaseTopologia;
     for (const CString& entrada : ficheros.lista.entradas)
         for (const char* extension : {kExtensionDibujo, ExtensionDe(Parcelas),
                                       ExtensionDe(Subparcelas), ExtensionDe(Poligonos)})
-            leidos.push_back(
-                CFile::EnDisco(FicheroDeLista(ficheros.lista.carpeta, entrada, extension)));
+            leidos.push_back(CFile::EnDisco(
+                FicheroDeLista(ficheros.lista.carpeta, entrada, extension), nombres));
     if (!ficheros.ortos.IsEmpty())
         for (const char* extension : {kExtensionDibujo, ExtensionDe(Hojas)})
-            leidos.push_back(CFile::EnDisco(ConExtension(ficheros.ortos, extension)));
+            leidos.push_back(CFile::EnDisco(ConExtension(ficheros.ortos, extension), nombres));
     std::erase_if(leidos, [](const CString& nombre) { return nombre.IsEmpty(); });
     return leidos;
 }

@@ -9,7 +9,6 @@
 #include <gtest/gtest.h>
 
 #include "platform/files/cstdio_file.h"
-#include "platform/files/set_healing.h"
 #include "tests/support/files.h"
 
 namespace fs = std::filesystem;
@@ -83,6 +82,38 @@ TEST(Reemplazo, FollowsALinkToItsTarget)
         EXPECT_TRUE(fs::is_symlink(raiz / caso.enlace));
     }
     EXPECT_EQ(carpeta.Cuantos(), 5);
+}
+
+TEST(Reemplazo, FollowsNobodyElsesLinkWhereUsersKeepOffOneAnothersFiles)
+{
+    if (geteuid() != 0)
+        GTEST_SKIP() << "only an administrator can make another user's link";
+    constexpr uid_t kOtro = 65533;
+    const CCarpetaPrueba carpeta;
+    const fs::path deTodos = carpeta.Ruta() / "de_todos";
+    fs::create_directories(deTodos);
+    const struct {
+        const char* motivo;
+        unsigned permisos; ///< of the folder
+        uid_t dueño;       ///< of the link
+        bool seguido;
+    } casos[] = {
+        {"one's own", 01777, 0, true},
+        {"somebody else's", 01777, kOtro, false},
+        {"the same where all may do all", 0777, kOtro, true},
+        {"the same where nobody else can put one", 01755, kOtro, true},
+    };
+    for (const auto& caso : casos) {
+        SCOPED_TRACE(caso.motivo);
+        carpeta.Pon("privado.txt", "antes");
+        fs::remove(deTodos / "a.txt");
+        fs::create_symlink("../privado.txt", deTodos / "a.txt");
+        ASSERT_EQ(lchown((deTodos / "a.txt").c_str(), caso.dueño, caso.dueño), 0);
+        fs::permissions(deTodos, fs::perms{caso.permisos});
+        EXPECT_EQ(Reemplaza(carpeta.En("de_todos/a.txt"), "ahora"), caso.seguido);
+        EXPECT_EQ(carpeta.Lee("privado.txt"), caso.seguido ? "ahora" : "antes");
+        EXPECT_EQ(carpeta.Cuantos(), 2);
+    }
 }
 
 TEST(Reemplazo, RefusesLinksThatLeadToNoFile)
@@ -185,77 +216,6 @@ TEST(Reemplazo, TwoProgramsNeverWriteOneOutput)
     registro.Flush();
     EXPECT_THROW(segundo.Open(carpeta.En("a.ERR"), kRegistro), CFileException);
     EXPECT_EQ(carpeta.Lee("a.ERR"), "E101");
-}
-
-TEST(ConjuntoSalidas, HealsByNoDiaryThatReachesTooFar)
-{
-    const struct {
-        const char* motivo;
-        uid_t dueño;
-        unsigned permisos;             ///< of the diary's folder
-        bool otraCarpeta, estaCarpeta; ///< the files there that it names are taken away
-    } casos[] = {
-        {"one's own", geteuid(), 0777, true, true},
-        {"somebody else's", 65534, 0777, false, true},
-        {"the same, where users keep off one another's files", 65534, 01777, false, false},
-    };
-    for (const auto& caso : casos) {
-        if (geteuid() != 0 && caso.dueño != geteuid())
-            continue; // only an administrator can put it there
-        SCOPED_TRACE(caso.motivo);
-        const CCarpetaPrueba carpeta;
-        fs::create_directories(carpeta.Ruta() / "otra");
-        fs::create_directories(carpeta.Ruta() / "esta");
-        std::string diario = "campiva: salidas en curso";
-        diario.append(1, '\0').append("2").append(1, '\0');
-        for (const char* nombre : {"esta/x.~conjunto", "otra/nota.txt"})
-            diario.append(std::string_view(carpeta.En(nombre))).append(1, '\0');
-        for (const char* nombre : {"otra/a.txt", "esta/a.txt"}) {
-            carpeta.Pon(nombre, "a");
-            struct stat datos = {};
-            stat(carpeta.En(nombre).GetString(), &datos);
-            diario.append(std::string_view(carpeta.En(nombre))).append(1, '\0').append("0");
-            diario.append(1, '\0').append(std::to_string(datos.st_ino)).append(1, '\0');
-        }
-        diario.append("campiva: salidas en curso").append(1, '\0');
-        carpeta.Pon("otra/nota.txt", "no diary");
-        carpeta.Pon("esta/x.~conjunto", diario);
-        [[maybe_unused]] const int dado =
-            chown(carpeta.En("esta/x.~conjunto").GetString(), caso.dueño, caso.dueño);
-        fs::permissions(carpeta.Ruta() / "esta", fs::perms{caso.permisos});
-        SanaConjuntos({carpeta.En("esta/entrada.txt")});
-        EXPECT_EQ(carpeta.Lee("otra/a.txt") != "a", caso.otraCarpeta);
-        EXPECT_EQ(carpeta.Lee("esta/a.txt") != "a", caso.estaCarpeta);
-        EXPECT_EQ(carpeta.Lee("otra/nota.txt"), "no diary");
-    }
-}
-
-TEST(ConjuntoSalidas, LeavesAloneWhatIsAliveAndClearsWhatIsNot)
-{
-    const CCarpetaPrueba carpeta;
-    carpeta.Pon("a.txt", "antes");
-    carpeta.Pon("muerto.txt.~nuevo", "a medias");
-    carpeta.Pon("muerto.txt.~antes", "antes"); // by a system that gives no second names
-    CFile vivo;
-    ASSERT_TRUE(vivo.Open(carpeta.En("a.txt"), kEscribe));
-    SanaConjuntos({carpeta.En("b.txt")});
-    EXPECT_EQ(carpeta.Lee("muerto.txt"), "antes");
-    EXPECT_EQ(carpeta.Cuantos(), 3) << "that one, the file and the one in the making";
-    vivo.Write("ahora", 5);
-    vivo.Close();
-    EXPECT_EQ(carpeta.Lee("a.txt"), "ahora");
-    EXPECT_EQ(carpeta.Cuantos(), 2);
-}
-
-TEST(ConjuntoSalidas, LeavesWhatATargetHeldUnderANameThatWasCut)
-{
-    const CCarpetaPrueba carpeta;
-    const std::string cortado = std::string(200, 'a') + "12345.~antes";
-    carpeta.Pon(cortado.c_str(), "antes");
-    carpeta.Pon((std::string(200, 'b') + "67890.~nuevo").c_str(), "a medias");
-    SanaConjuntos({carpeta.En("b.txt")});
-    EXPECT_EQ(carpeta.Lee(cortado.c_str()), "antes");
-    EXPECT_EQ(carpeta.Cuantos(), 1);
 }
 
 TEST(Reemplazo, ALogTellsWhereALineOfItIsMissing)

@@ -1,0 +1,247 @@
+#include "platform/files/set_healing.h"
+
+#include <csignal>
+#include <iterator>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <gtest/gtest.h>
+
+#include "platform/files/cstdio_file.h"
+#include "platform/files/output_diary.h"
+#include "platform/files/output_set.h"
+#include "platform/files/target_lock.h"
+#include "platform/system.h"
+#include "tests/support/files.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr UINT kEscribe = CFile::modeCreate | CFile::modeWrite;
+constexpr uid_t kOtro = 65533;
+constexpr const char* kDiario = "a.txt.~0123456789ab.~conjunto";
+
+std::uint64_t Numero(const CCarpetaPrueba& carpeta, const char* nombre)
+{
+    struct stat datos = {};
+    stat(carpeta.En(nombre).GetString(), &datos);
+    return datos.st_ino;
+}
+
+long CuantosEn(const fs::path& carpeta)
+{
+    return std::distance(fs::directory_iterator(carpeta), fs::directory_iterator());
+}
+
+/// What a run leaves that was killed when it had placed one of its two tables and one that wasn't
+/// there before, in the folder "m".
+void PonAMedias(const CCarpetaPrueba& carpeta)
+{
+    fs::create_directories(carpeta.Ruta() / "m");
+    carpeta.Pon("m/a.txt", "nueva");
+    carpeta.Pon("m/a.txt.~0123456789ab.~antes", "vieja");
+    carpeta.Pon("m/b.txt", "vieja");
+    carpeta.Pon("m/b.txt.~0123456789ab.~nuevo", "nueva");
+    carpeta.Pon("m/c.txt", "nueva");
+    carpeta.Pon("m/a.txt.~candado", "");
+    carpeta.Pon(std::string("m/") + kDiario,
+                EscribeDiario({}, {{"a.txt", true, Numero(carpeta, "m/a.txt")},
+                                   {"b.txt", true, 0},
+                                   {"c.txt", false, Numero(carpeta, "m/c.txt")}}));
+    fs::permissions(carpeta.Ruta() / "m" / kDiario, fs::perms{0644});
+}
+
+} // namespace
+
+TEST(Conjuntos, AreHealedWhateverPathLeadsToThem)
+{
+    const struct {
+        const char* desde;
+        const char* nombre;
+    } casos[] = {{".", "m/a.txt"},
+                 {"m", "b.txt"},
+                 {"m", "./c.txt"},
+                 {".", "enlace/otra.txt"},
+                 {".", "a_la_tabla"}};
+    for (const auto& caso : casos) {
+        SCOPED_TRACE(caso.nombre);
+        const CCarpetaPrueba carpeta;
+        PonAMedias(carpeta);
+        fs::create_symlink("m", carpeta.Ruta() / "enlace");
+        fs::create_symlink("m/a.txt", carpeta.Ruta() / "a_la_tabla");
+        const CEnCarpeta ahi(carpeta.Ruta() / caso.desde);
+        SanaConjuntos({caso.nombre});
+        EXPECT_EQ(carpeta.Lee("m/a.txt"), "vieja");
+        EXPECT_EQ(carpeta.Lee("m/b.txt"), "vieja");
+        EXPECT_EQ(carpeta.Lee("m/c.txt"), "(no file)");
+        EXPECT_EQ(CuantosEn(carpeta.Ruta() / "m"), 2) << "something else is left behind";
+    }
+}
+
+TEST(Conjuntos, AreHealedByTheDiaryOfAnOlderVersion)
+{
+    const CCarpetaPrueba carpeta;
+    fs::create_directories(carpeta.Ruta() / "otra");
+    carpeta.Pon("a.txt", "nueva");
+    carpeta.Pon("a.txt.~antes", "vieja");
+    carpeta.Pon("otra/b.txt", "nueva");
+    carpeta.Pon("otra/b.txt.~antes", "vieja");
+    const std::string diario = EscribeDiario(
+        {carpeta.En("a.txt.~conjunto").GetString(), carpeta.En("otra/b.txt.~conjunto").GetString()},
+        {{carpeta.En("a.txt").GetString(), true, 1},
+         {carpeta.En("otra/b.txt").GetString(), true, 2}});
+    for (const char* nombre : {"a.txt.~conjunto", "otra/b.txt.~conjunto"}) {
+        carpeta.Pon(nombre, diario);
+        fs::permissions(carpeta.Ruta() / nombre, fs::perms{0644});
+    }
+    SanaConjuntos({carpeta.En("a.txt")});
+    EXPECT_EQ(carpeta.Lee("a.txt"), "vieja");
+    EXPECT_EQ(carpeta.Lee("otra/b.txt"), "vieja");
+    EXPECT_EQ(carpeta.Cuantos(), 2);
+    EXPECT_EQ(CuantosEn(carpeta.Ruta() / "otra"), 1);
+}
+
+TEST(Conjuntos, AreHealedAsFarAsTheirDiaryCanBeTrusted)
+{
+    const struct {
+        const char* motivo;
+        unsigned carpeta; ///< rights
+        unsigned diario;
+        uid_t dueño; ///< of the diary
+        bool segundoNombre, creido;
+    } casos[] = {
+        {"one's own", 0777, 0644, geteuid(), false, true},
+        {"one's own, where users keep off one another's files", 01777, 0644, geteuid(), false,
+         true},
+        {"one's own that others can write", 0777, 0664, geteuid(), false, false},
+        {"one's own that has a name elsewhere", 0777, 0644, geteuid(), true, false},
+        {"somebody else's", 0777, 0644, kOtro, false, true},
+        {"the same where users keep off one another's files", 01777, 0644, kOtro, false, false},
+    };
+    for (const auto& caso : casos) {
+        if (geteuid() != 0 && caso.dueño != geteuid())
+            continue; // only an administrator can put it there
+        SCOPED_TRACE(caso.motivo);
+        const CCarpetaPrueba carpeta;
+        PonAMedias(carpeta);
+        const fs::path diario = carpeta.Ruta() / "m" / kDiario;
+        if (caso.segundoNombre)
+            fs::create_hard_link(diario, carpeta.Ruta() / "x");
+        fs::permissions(diario, fs::perms{caso.diario});
+        ASSERT_EQ(chown(diario.c_str(), caso.dueño, caso.dueño), 0);
+        fs::permissions(carpeta.Ruta() / "m", fs::perms{caso.carpeta});
+        EXPECT_NO_THROW(SanaConjuntos({carpeta.En("m/otro_municipio.txt")}));
+        EXPECT_EQ(carpeta.Lee("m/a.txt"), caso.creido ? "vieja" : "nueva");
+        EXPECT_EQ(fs::exists(diario), !caso.creido) << "what wasn't believed stays";
+        EXPECT_EQ(carpeta.Lee("m/a.txt.~0123456789ab.~antes"), caso.creido ? "(no file)" : "vieja");
+        if (caso.creido)
+            continue;
+        try {
+            SanaConjuntos({carpeta.En("m/otro.txt"), carpeta.En("m/b.txt")});
+            ADD_FAILURE() << "a table that is half done is read";
+        } catch (const CFileException& fallo) {
+            EXPECT_EQ(fallo.m_strFileName, carpeta.En("m/b.txt"));
+            EXPECT_NE(std::string(fallo.Mensaje()).find(kDiario), std::string::npos);
+        }
+    }
+}
+
+TEST(Conjuntos, ADiaryReachesNoFileOfAnotherFolderAndNoneWithoutItsNumber)
+{
+    const CCarpetaPrueba carpeta;
+    fs::create_directories(carpeta.Ruta() / "otra");
+    for (const char* nombre : {"a.txt", "b.txt", "otra/a.txt", "otra/nota.txt"})
+        carpeta.Pon(nombre, "privado");
+    carpeta.Pon(kDiario, EscribeDiario({carpeta.En("otra/nota.txt").GetString()},
+                                       {{carpeta.En("otra/a.txt").GetString(), false,
+                                         Numero(carpeta, "otra/a.txt")},
+                                        {"../otra/a.txt", false, Numero(carpeta, "otra/a.txt")},
+                                        {"b.txt", false, Numero(carpeta, "a.txt")}}));
+    fs::permissions(carpeta.Ruta() / kDiario, fs::perms{0644});
+    SanaConjuntos({carpeta.En("a.txt")});
+    for (const char* nombre : {"a.txt", "b.txt", "otra/a.txt", "otra/nota.txt"})
+        EXPECT_EQ(carpeta.Lee(nombre), "privado") << nombre;
+}
+
+TEST(Conjuntos, ADiaryThatIsNoneCostsNothingAndStopsNobody)
+{
+    const std::string entero = EscribeDiario({}, {{"a.txt", false, 1}});
+    const struct {
+        const char* motivo;
+        std::string bytes;
+    } casos[] = {{"empty", ""},
+                 {"cut short", entero.substr(0, entero.size() - 1)},
+                 {"zeros", std::string(kDiarioMasLargo, '\0')},
+                 {"longer than any", std::string(kDiarioMasLargo + 1, 'x')}};
+    for (const auto& caso : casos) {
+        SCOPED_TRACE(caso.motivo);
+        EXPECT_TRUE(LeeDiario(caso.bytes).entradas.empty());
+        const CCarpetaPrueba carpeta;
+        carpeta.Pon("a.txt", "a");
+        carpeta.Pon(kDiario, caso.bytes);
+        EXPECT_NO_THROW(SanaConjuntos({carpeta.En("a.txt")}));
+        EXPECT_EQ(carpeta.Lee("a.txt"), "a");
+    }
+}
+
+TEST(Conjuntos, ALiveOneIsWaitedForWhereItChangesAFileOfTheRun)
+{
+    const CCarpetaPrueba carpeta;
+    PonAMedias(carpeta);
+    CCandado vivo;
+    sistema::Error error;
+    ASSERT_EQ(vivo.Toma((carpeta.Ruta() / "m/a.txt.~candado"), error), sistema::Bloqueo::Mio);
+    EXPECT_NO_THROW(SanaConjuntos({carpeta.En("m/otro_municipio.txt")}));
+    EXPECT_EQ(carpeta.Lee("m/a.txt"), "nueva");
+    EXPECT_EQ(carpeta.Lee("m/a.txt.~0123456789ab.~antes"), "vieja");
+    const auto acaba = [&] { // the process is to end while it waits
+        sistema::VigilaSenales(false);
+        std::raise(SIGTERM);
+        try {
+            SanaConjuntos({carpeta.En("m/b.txt")});
+        } catch (const CInterrumpido&) {
+            _exit(3);
+        }
+        _exit(0);
+    };
+    EXPECT_EXIT(acaba(), testing::ExitedWithCode(3), "");
+    const pid_t hijo = fork();
+    if (hijo == 0) { // it comes to its end in a moment
+        usleep(100'000);
+        fs::remove(carpeta.Ruta() / "m" / kDiario);
+        _exit(0);
+    }
+    SanaConjuntos({carpeta.En("m/b.txt")});
+    EXPECT_EQ(carpeta.Lee("m/a.txt"), "nueva") << "what is alive is undone";
+    EXPECT_FALSE(fs::exists(carpeta.Ruta() / "m" / kDiario));
+}
+
+TEST(Conjuntos, LeavesAloneWhatIsAliveAndClearsWhatIsNot)
+{
+    const CCarpetaPrueba carpeta;
+    carpeta.Pon("a.txt", "antes");
+    carpeta.Pon("muerto.txt.~nuevo", "a medias");
+    carpeta.Pon("muerto.txt.~antes", "antes"); // by a system that gives no second names
+    CFile vivo;
+    ASSERT_TRUE(vivo.Open(carpeta.En("a.txt"), kEscribe));
+    SanaConjuntos({carpeta.En("b.txt")});
+    EXPECT_EQ(carpeta.Lee("muerto.txt"), "antes");
+    EXPECT_EQ(carpeta.Cuantos(), 4) << "that one, the file, its lock and the one in the making";
+    vivo.Write("ahora", 5);
+    vivo.Close();
+    EXPECT_EQ(carpeta.Lee("a.txt"), "ahora");
+    EXPECT_EQ(carpeta.Cuantos(), 2);
+}
+
+TEST(Conjuntos, LeavesWhatATargetHeldUnderANameThatWasCut)
+{
+    const CCarpetaPrueba carpeta;
+    const std::string cortado = std::string(200, 'a') + "12345.~antes";
+    carpeta.Pon(cortado.c_str(), "antes");
+    carpeta.Pon((std::string(200, 'b') + "67890.~nuevo").c_str(), "a medias");
+    SanaConjuntos({carpeta.En("b.txt")});
+    EXPECT_EQ(carpeta.Lee(cortado.c_str()), "antes");
+    EXPECT_EQ(carpeta.Cuantos(), 1);
+}
