@@ -1,6 +1,7 @@
 #include "shell/start_up.h"
 
 #include <cstdio>
+#include <new>
 #include <string_view>
 
 #include "resources/program_resources.h"
@@ -42,8 +43,10 @@ se pudo hacer; 2, no se pidió nada conocido; 130, el usuario lo detuvo.
 constexpr const char* kNoEsOpcion =
     "%s no es ninguna opción, o no está sola. campiva --help dice cómo se usa.\n";
 
-// Never destroyed: the end of the process frees at once what it holds.
-CCampivaApp& theApp = *new CCampivaApp;
+// Never destroyed: the end of the process frees at once what it holds. It has its place without
+// asking for any, as nobody could tell before `main` that there is none.
+alignas(CCampivaApp) unsigned char g_lugar[sizeof(CCampivaApp)];
+CCampivaApp& theApp = *new (g_lugar) CCampivaApp;
 
 } // namespace
 
@@ -76,7 +79,7 @@ int EjecutaPrograma(CFrontal& frontal, std::span<const std::string> argumentos)
     theApp.Arranca(frontal, RecursosDelPrograma(), mandato, CWinApp::FicheroAyuda(kPrograma));
     const int estado = EstadoSalida(theApp);
 #ifdef __SANITIZE_ADDRESS__
-    delete &theApp; // so that what nobody else frees comes to light
+    theApp.~CCampivaApp(); // so that what nobody else frees comes to light
 #endif
     return ConSalida(estado);
 }
