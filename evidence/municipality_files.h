@@ -38,5 +38,5 @@ struct CListaPoligonos {
     }
 };
 
-/// Reads a list file; nothing where it can't be opened. Raises CFileException where a read fails.
+/// Reads a list file; nothing where it isn't there. Raises CFileException where it can't be read.
 std::optional<CListaPoligonos> LeeLista(const CString& nombre);

@@ -1,5 +1,6 @@
 #include "evidence/gis/complaints.h"
 
+#include "evidence/paths.h"
 #include "platform/ansi.h"
 
 void Falla(std::string_view texto)
@@ -9,7 +10,7 @@ void Falla(std::string_view texto)
 
 void Falla(const CFileException& fallo)
 {
-    CPLError(CE_Failure, CPLE_FileIO, "%s", ansi::AUtf8(fallo.Mensaje()).c_str());
+    CPLError(CE_Failure, CPLE_FileIO, "%s", ansi::AUtf8(EnUnaLinea(fallo)).c_str());
 }
 
 void Advierte(std::string_view texto)

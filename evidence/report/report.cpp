@@ -23,7 +23,7 @@ public:
           m_indice(m_proceso.registro), m_lugares(m_indice)
     {
         if (!opciones.geojson.IsEmpty())
-            m_geojson = std::make_unique<CGeoJson>(opciones.geojson);
+            m_geojson = std::make_unique<CGeoJson>(opciones.geojson, m_salidas);
     }
 
     std::string Hace(const CString& pagina, const std::string& version, std::time_t hecho)
@@ -37,7 +37,9 @@ public:
                           Lugares(), HayDibujos() ? &contenido.dibujo->rotos : nullptr});
         EscribeMensajes();
         EscribeLaPagina(contenido, pagina);
-        return Resumen(contenido, pagina);
+        std::string resumen = Resumen(contenido, pagina);
+        m_salidas.Confirma();
+        return resumen;
     }
 
 private:
@@ -72,13 +74,16 @@ private:
             m_geojson->TomaMensajes(m_proceso.registro, registro, Lugares());
             m_geojson->Cierra();
         }
-        if (!m_opciones.csv.IsEmpty())
-            EscribeCsv(m_opciones.csv, m_proceso.registro, registro, Lugares());
+        if (m_opciones.csv.IsEmpty())
+            return;
+        CSalida hoja(m_opciones.csv, m_salidas);
+        EscribeCsv(hoja, m_proceso.registro, registro, Lugares());
+        hoja.Cierra();
     }
 
-    static void EscribeLaPagina(const CContenido& contenido, const CString& nombre)
+    void EscribeLaPagina(const CContenido& contenido, const CString& nombre)
     {
-        CSalida salida(nombre);
+        CSalida salida(nombre, m_salidas);
         EscribePagina(contenido, [&](std::string_view html) { salida.Escribe(html); });
         salida.Cierra();
     }
@@ -89,6 +94,7 @@ private:
     CAnclas m_anclas;
     CIndiceAvisos m_indice;
     CLugaresDeAvisos m_lugares;
+    CConjuntoSalidas m_salidas;
     std::unique_ptr<CGeoJson> m_geojson;
 };
 
@@ -119,7 +125,7 @@ CResultado HazInforme(const CString& registro, const COpciones& opciones,
     try {
         Elabora(registro, opciones, version, hecho, resultado);
     } catch (const CFileException& fallo) {
-        resultado.quejas.push_back(Texto(fallo.Mensaje()));
+        resultado.quejas.push_back(Texto(EnUnaLinea(fallo)));
     }
     return resultado;
 }

@@ -33,7 +33,7 @@ CEntidades Recoge(CMunicipioAbierto& municipio, bool (*quiere)(const vexageo::CT
     CEntidades recogidas;
     const auto lee = [&](const CString& nombre, const CPoligonoDibujado* poligono) {
         CFile bin;
-        if (bin.Open(nombre, kModoDibujo))
+        if (AbreSiHay(bin, nombre, kModoDibujo))
             RecorreEntidades(bin, [&](int posicion, const CTexto<int>& entidad) {
                 if (quiere(entidad.Tipo()))
                     recogidas.push_back({poligono, posicion, entidad});

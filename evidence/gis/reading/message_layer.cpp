@@ -6,6 +6,7 @@
 #include "evidence/log_reader.h"
 #include "evidence/message_advice.h"
 #include "evidence/message_places.h"
+#include "evidence/paths.h"
 #include "platform/files/cstdio_file.h"
 
 namespace {
@@ -79,7 +80,7 @@ std::vector<CString> LeeRegistro(const CString& nombre)
 {
     std::vector<CString> lineas;
     CStdioFile registro;
-    if (registro.Open(nombre, CFile::modeRead | CFile::anyCase))
+    if (AbreSiHay(registro, nombre, CFile::anyCase))
         for (CString linea; registro.ReadString(linea);)
             lineas.push_back(linea);
     return lineas;

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/files/cfile.h"
+#include "evidence/paths.h"
 
 bool CMunicipioAbierto::Abre(const CString& lista, const COtrosSitios& otros)
 {
@@ -13,8 +13,9 @@ bool CMunicipioAbierto::Abre(const CString& lista, const COtrosSitios& otros)
     m_otros = otros;
     return std::any_of(
         m_lista.entradas.begin(), m_lista.entradas.end(), [&](const CString& entrada) {
-            return CFile().Open(FicheroDeLista(m_lista.carpeta, entrada, kExtensionDibujo),
-                                kModoDibujo);
+            CFile bin;
+            return AbreSiHay(bin, FicheroDeLista(m_lista.carpeta, entrada, kExtensionDibujo),
+                             kModoDibujo);
         });
 }
 

@@ -38,7 +38,7 @@ struct CEntradaLeida {
         }
     };
 
-    bool hay = false;     ///< it could be opened
+    bool hay = false;     ///< it is there
     bool esLista = false; ///< a list of subparcels, no exchange file
     std::int64_t lineas = 0;
     std::int64_t vacias = 0;
@@ -55,7 +55,7 @@ struct CEntradaLeida {
 };
 
 /// Reads the input of a way out, an exchange file or a list, whichever its first lines look like.
-/// One that can't be opened leaves `hay` false. A read that fails raises CFileException.
+/// One that isn't there leaves `hay` false; one that can't be read raises CFileException.
 CEntradaLeida LeeEntrada(const CString& nombre, CPersonas& personas);
 
 // The two kinds. `personas` is told all holders.

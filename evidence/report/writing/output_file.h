@@ -4,17 +4,18 @@
 #include <vector>
 
 #include "platform/files/cfile.h"
+#include "platform/files/output_set.h"
 
 namespace informe {
 
-/// A file that the report writes. It takes the place of an older one in `Cierra` alone. All
-/// operations raise CFileException, the constructor where the file can't be created.
+/// A file that the report writes. It takes the place of an older one when all that belong to the
+/// report do. All operations raise CFileException, the constructor where the file can't be created.
 class CSalida {
 public:
-    explicit CSalida(const CString& nombre)
+    CSalida(const CString& nombre, CConjuntoSalidas& todas)
     {
         CFileException fallo;
-        if (!m_fichero.Open(nombre, CFile::modeCreate | CFile::modeWrite, &fallo))
+        if (!m_fichero.Open(nombre, CFile::modeCreate | CFile::modeWrite, &fallo, &todas))
             throw CFileException(nombre, fallo.m_causa);
     }
 
