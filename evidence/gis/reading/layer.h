@@ -17,7 +17,7 @@ struct CCampoCapa {
     OGRFieldSubType subtipo = OFSTNone;
 };
 
-/// A layer to be read. Where `fuente` raises CFileException, the layer tells GDAL and is empty.
+/// A layer to be read. What `fuente` and its `rellena` raise is told to GDAL at each question.
 class CCapa final : public CCapaGdal {
 public:
     /// Fills a new feature with the number `i`.

@@ -41,15 +41,13 @@ CMunicipioNuevo::CMunicipioNuevo(const char* lista, CSLConstList opciones)
 
 CMunicipioNuevo::~CMunicipioNuevo()
 {
-    if (m_rechazado) {
-        Falla("No se ha escrito ningún dibujo: hay recintos rechazados"_ansi);
-        return;
-    }
-    try {
-        Graba();
-    } catch (const CFileException& fallo) {
-        Falla(fallo);
-    }
+    SinExcepciones(false, [this] {
+        if (m_rechazado)
+            Falla("No se ha escrito ningún dibujo: hay recintos rechazados"_ansi);
+        else
+            Graba();
+        return true;
+    });
 }
 
 bool CMunicipioNuevo::SiNo(const char* opcion) const
@@ -75,10 +73,14 @@ OGRLayer* CMunicipioNuevo::CreaCapa(const char* nombre, const OGRSpatialReferenc
         return nullptr;
     }
     const auto toma = [this](ClaseTopologia suya, const OGRFeature& elemento) {
-        return Toma(suya, elemento);
+        const bool tomado = SinExcepciones(false, [&] { return Toma(suya, elemento); });
+        m_rechazado = m_rechazado || !tomado;
+        return tomado;
     };
-    Añade(std::make_unique<CCapaNuevaSalida>(toma, nombre, clase, referencia));
-    return Ultima();
+    return SinExcepciones<OGRLayer*>(nullptr, [&] {
+        Añade(std::make_unique<CCapaNuevaSalida>(toma, nombre, clase, referencia));
+        return Ultima();
+    });
 }
 
 bool CMunicipioNuevo::Sabe(const char* capacidad) const
@@ -95,7 +97,6 @@ bool CMunicipioNuevo::Toma(ClaseTopologia clase, const OGRFeature& elemento)
         Advierte("Se deja fuera "_ansi + motivo);
         return true;
     }
-    m_rechazado = true;
     Falla(motivo);
     return false;
 }
