@@ -1,5 +1,6 @@
 #include "vexa_to_infograf/vexa_a_infograf_dlg.h"
 
+#include "cadastre/messages.h"
 #include "cadastre/polygon_list.h"
 #include "shell/frame/box_texts.h"
 
@@ -36,7 +37,7 @@ void CVexaAInfografDlg::OnOK()
     const std::vector<CString> fuentes = {ArchivoTren, ArchivoOrtos};
     CStdioFile csp;
     // Nothing is written to the log; whoever collects a run's files looks for it.
-    if (!CreaLog(FicheroDeLista(carpeta, nombreSalida, "ERR"), fuentes, {salida}) ||
+    if (!CreaLog(FicheroDeLista(carpeta, nombreSalida, kExtensionRegistro), fuentes, {salida}) ||
         !CreaSalida(csp, salida, cajas::kNoSeCrea, fuentes))
         return;
     ActivaControles(false);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "cadastre/messages.h"
 #include "evidence/paths.h"
 
 bool CMunicipioAbierto::Abre(const CString& lista, const COtrosSitios& otros)
@@ -28,7 +29,8 @@ CCadena CMunicipioAbierto::Ortos() const
 
 CCadena CMunicipioAbierto::Registro() const
 {
-    return m_otros.registro.IsEmpty() ? m_lista.Salida("ERR") : CCadena(m_otros.registro);
+    return m_otros.registro.IsEmpty() ? m_lista.Salida(kExtensionRegistro)
+                                      : CCadena(m_otros.registro);
 }
 
 const CTablas& CMunicipioAbierto::Tablas()

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "cadastre/messages.h"
 #include "evidence/drawn_polygon.h"
 #include "evidence/paths.h"
 #include "platform/files/cstdio_file.h"
@@ -12,7 +13,8 @@ namespace {
 
 // Of files beside a log that are no input: what the program and this one write; and that are no
 // list: the drawings as well.
-constexpr std::string_view kEscritas[] = {"ERR", "HTML", "HTM", "CSV", "R", "M", "GEOJSON", "CSP"};
+constexpr std::string_view kEscritas[] = {kExtensionRegistro, "HTML", "HTM", "CSV", "R", "M",
+                                          "GEOJSON",          "CSP"};
 
 bool PuedeSerEntrada(const CString& nombre)
 {
