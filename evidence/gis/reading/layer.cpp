@@ -4,8 +4,14 @@
 #include "platform/ansi.h"
 #include "platform/files/cfile.h"
 
+CListaCampos Une(CListaCampos campos, const CListaCampos& otros)
+{
+    campos.insert(campos.end(), otros.begin(), otros.end());
+    return campos;
+}
+
 CCapa::CCapa(const char* nombre, OGRwkbGeometryType geometria,
-             const OGRSpatialReference* referencia, const std::vector<CCampoCapa>& campos,
+             const OGRSpatialReference* referencia, const CListaCampos& campos,
              std::function<CFuente()> fuente)
     : CCapaGdal(nombre, geometria, referencia), m_pide(std::move(fuente))
 {

@@ -90,17 +90,16 @@ std::vector<CString> LeeRegistro(const CString& nombre)
 
 CCapaNueva CapaMensajes(CMunicipioAbierto& municipio, const OGRSpatialReference* referencia)
 {
-    const std::vector<CCampoCapa> campos = {
-        {capa::kNumero, OFTString},    {"clase", OFTString},         {"texto", OFTString},
-        {capa::kPoligono, OFTInteger}, {capa::kParcela, OFTInteger}, {capa::kLetra, OFTString},
-        {"causa", OFTString},          {"remedio", OFTString}};
+    const CListaCampos campos = {{capa::kNumero, OFTString},   {"clase", OFTString},
+                                 {"texto", OFTString},         {capa::kPoligono, OFTInteger},
+                                 {capa::kParcela, OFTInteger}, {capa::kLetra, OFTString},
+                                 {"causa", OFTString},         {"remedio", OFTString}};
     return std::make_unique<CCapa>(capa::kMensajes, wkbUnknown, referencia, campos, [&municipio] {
-        std::vector<CString> lineas = LeeRegistro(municipio.Registro());
-        const std::size_t cuantas = lineas.size();
-        return CCapa::CFuente{cuantas, [lineas = std::move(lineas), lugares = LugaresDe(municipio),
-                                        consejos = std::map<std::string, CConsejo>()](
-                                           std::size_t i, OGRFeature& elemento) mutable {
-                                  PonMensaje(elemento, lineas[i], lugares, consejos);
-                              }};
+        return FuenteDe(
+            LeeRegistro(municipio.Registro()),
+            [lugares = LugaresDe(municipio), consejos = std::map<std::string, CConsejo>()](
+                OGRFeature& elemento, const CString& linea) mutable {
+                PonMensaje(elemento, linea, lugares, consejos);
+            });
     });
 }

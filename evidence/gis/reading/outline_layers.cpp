@@ -7,8 +7,6 @@
 
 namespace {
 
-using CListaCampos = std::vector<CCampoCapa>;
-
 /// The outlines of one kind, in the order of the list and of their files.
 struct CSuyo {
     const CPoligonoDibujado* poligono; ///< null for a sheet
@@ -23,12 +21,6 @@ void Apunta(const CPoligonoDibujado* poligono, const CTopologiaDibujada& topolog
     const CFaltasDeRecintos faltas = FaltasDe(topologia, que);
     for (std::size_t i = 0; i < topologia.recintos.size(); ++i)
         suyos.push_back({poligono, &topologia.recintos[i], TextoFaltas(faltas[i])});
-}
-
-CListaCampos Une(CListaCampos campos, const CListaCampos& otros)
-{
-    campos.insert(campos.end(), otros.begin(), otros.end());
-    return campos;
 }
 
 /// The fields that all outlines have.
@@ -46,6 +38,17 @@ const CListaCampos& Comunes()
                                         {capa::kX, OFTReal},
                                         {capa::kY, OFTReal}};
     return campos;
+}
+
+/// The fields of parcels and subparcels: `suyos` tell which one it is, `deTablas` what the tables
+/// say of it.
+CListaCampos DePiezas(const CListaCampos& suyos, const CListaCampos& deTablas)
+{
+    const CListaCampos numeros = {{capa::kPoligono, OFTInteger}, {capa::kParcela, OFTInteger}};
+    const CListaCampos pieza = {
+        {capa::kEntrada, OFTString}, {"pieza", OFTInteger}, {"piezas", OFTInteger}};
+    const CListaCampos dibujados = Une(Une(Une(numeros, suyos), pieza), Comunes());
+    return Une(Une(dibujados, {{"en_tablas", OFTInteger, OFSTBoolean}}), deTablas);
 }
 
 void PonComunes(OGRFeature& elemento, const CSuyo& suyo)
@@ -101,13 +104,10 @@ CCapaNueva CapaDeRecintos(const char* nombre, ClaseTopologia que, CMunicipioAbie
                           const CRellenaPropios& rellena)
 {
     return std::make_unique<CCapa>(nombre, wkbPolygon, referencia, campos, [=, &municipio] {
-        std::vector<CSuyo> suyos = Recoge(municipio, que);
-        const std::size_t cuantos = suyos.size();
-        return CCapa::CFuente{
-            cuantos, [suyos = std::move(suyos), rellena](std::size_t i, OGRFeature& elemento) {
-                PonComunes(elemento, suyos[i]);
-                rellena(elemento, suyos[i]);
-            }};
+        return FuenteDe(Recoge(municipio, que), [=](OGRFeature& elemento, const CSuyo& suyo) {
+            PonComunes(elemento, suyo);
+            rellena(elemento, suyo);
+        });
     });
 }
 
@@ -136,19 +136,12 @@ void PonSubparcelaDeTablas(OGRFeature& elemento, const CSubparcela& subparcela)
 
 CCapaNueva CapaParcelas(CMunicipioAbierto& municipio, const OGRSpatialReference* referencia)
 {
-    const CListaCampos campos = Une(Une({{capa::kPoligono, OFTInteger},
-                                         {capa::kParcela, OFTInteger},
-                                         {capa::kEntrada, OFTString},
-                                         {"pieza", OFTInteger},
-                                         {"piezas", OFTInteger}},
-                                        Comunes()),
-                                    {{"en_tablas", OFTInteger, OFSTBoolean},
-                                     {"superficie", OFTInteger},
-                                     {"titular", OFTString},
-                                     {"dni", OFTString},
-                                     {"participacion", OFTInteger},
-                                     {"paraje", OFTString},
-                                     {"clave_conc", OFTString}});
+    const CListaCampos campos = DePiezas({}, {{"superficie", OFTInteger},
+                                              {"titular", OFTString},
+                                              {"dni", OFTString},
+                                              {"participacion", OFTInteger},
+                                              {"paraje", OFTString},
+                                              {"clave_conc", OFTString}});
     return CapaDeRecintos(capa::kParcelas, ClaseTopologia::Parcelas, municipio, referencia, campos,
                           [&municipio](OGRFeature& elemento, const CSuyo& suyo) {
                               PonPieza(elemento, suyo);
@@ -165,18 +158,10 @@ CCapaNueva CapaParcelas(CMunicipioAbierto& municipio, const OGRSpatialReference*
 
 CCapaNueva CapaSubparcelas(CMunicipioAbierto& municipio, const OGRSpatialReference* referencia)
 {
-    const CListaCampos campos = Une(Une({{capa::kPoligono, OFTInteger},
-                                         {capa::kParcela, OFTInteger},
-                                         {capa::kLetra, OFTString},
-                                         {capa::kEntrada, OFTString},
-                                         {"pieza", OFTInteger},
-                                         {"piezas", OFTInteger}},
-                                        Comunes()),
-                                    {{"en_tablas", OFTInteger, OFSTBoolean},
-                                     {"superficie", OFTInteger},
-                                     {"tipo", OFTString},
-                                     {"calificacion", OFTString},
-                                     {"clase", OFTInteger}});
+    const CListaCampos campos = DePiezas({{capa::kLetra, OFTString}}, {{"superficie", OFTInteger},
+                                                                       {"tipo", OFTString},
+                                                                       {"calificacion", OFTString},
+                                                                       {"clase", OFTInteger}});
     return CapaDeRecintos(
         capa::kSubparcelas, ClaseTopologia::Subparcelas, municipio, referencia, campos,
         [&municipio](OGRFeature& elemento, const CSuyo& suyo) {
