@@ -41,13 +41,11 @@ std::unique_ptr<OGRGeometry> Juntos(const CRecintos& recintos)
 }
 
 /// The point, subparcel or parcel that a message speaks of; null where the drawing has none.
-std::unique_ptr<OGRGeometry> LugarDe(const CMensajeLeido& leido, const CLugares& lugares)
+std::unique_ptr<OGRGeometry> LugarDe(const CAviso& aviso, const CLugares& lugares)
 {
-    if (leido.sitio)
-        return std::make_unique<OGRPoint>(leido.sitio->x, leido.sitio->y);
-    if (!leido.polig || !leido.parcela)
-        return nullptr;
-    const CRecintos* suyos = lugares.Busca(*leido.polig, *leido.parcela, leido.letra);
+    if (aviso.HaySitio())
+        return std::make_unique<OGRPoint>(EnMetros({aviso.x, aviso.y}));
+    const CRecintos* suyos = lugares.Busca(aviso.polig, aviso.parcela, aviso.letra);
     return suyos == nullptr ? nullptr : Juntos(*suyos);
 }
 
@@ -55,24 +53,24 @@ void PonMensaje(OGRFeature& elemento, const CString& linea, const CLugares& luga
                 std::map<std::string, CConsejo>& consejos)
 {
     PonTexto(elemento, "texto", linea);
-    const CMensajeLeido leido = LeeMensaje(linea);
-    if (leido.mensaje == nullptr)
+    const CAviso aviso = LeeMensaje(linea);
+    if (aviso.mensaje == nullptr)
         return;
-    const std::string codigo(CodigoMensaje(*leido.mensaje));
+    const std::string codigo(CodigoMensaje(*aviso.mensaje));
     elemento.SetField(capa::kNumero, codigo.c_str());
     elemento.SetField("clase", codigo.front() == 'W' ? "warning" : "error");
-    if (leido.polig)
-        elemento.SetField(capa::kPoligono, *leido.polig);
-    if (leido.parcela)
-        elemento.SetField(capa::kParcela, *leido.parcela);
-    if (!leido.letra.IsEmpty())
-        PonTexto(elemento, capa::kLetra, leido.letra);
+    if (aviso.HayParcela()) {
+        elemento.SetField(capa::kPoligono, aviso.polig);
+        elemento.SetField(capa::kParcela, aviso.parcela);
+    }
+    if (!aviso.letra.IsEmpty())
+        PonTexto(elemento, capa::kLetra, aviso.letra);
     const auto [consejo, nuevo] = consejos.try_emplace(codigo);
     if (nuevo)
         consejo->second = DameConsejo(codigo);
     elemento.SetField("causa", consejo->second.causa.c_str());
     elemento.SetField("remedio", consejo->second.remedio.c_str());
-    if (std::unique_ptr<OGRGeometry> lugar = LugarDe(leido, lugares))
+    if (std::unique_ptr<OGRGeometry> lugar = LugarDe(aviso, lugares))
         elemento.SetGeometryDirectly(lugar.release());
 }
 

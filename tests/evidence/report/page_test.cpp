@@ -135,7 +135,7 @@ TEST(ReportMap, LeavesOutWhatPassesItsBoundAndSaysSo)
         poligono.subparcelas.recintos.push_back(recinto(i, "a"));
     }
     informe::CRegistroLeido registro;
-    informe::CAviso aviso;
+    CAviso aviso;
     aviso.mensaje = &DameMensaje(kSuperficieDifiere);
     aviso.linea = 1;
     aviso.polig = 1;
