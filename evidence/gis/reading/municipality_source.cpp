@@ -33,12 +33,14 @@ CCadena CMunicipioAbierto::Registro() const
                                       : CCadena(m_otros.registro);
 }
 
-const CTablas& CMunicipioAbierto::Tablas()
+const CTablasLeidas& CMunicipioAbierto::Tablas()
 {
-    if (!m_tablas)
-        m_tablas = std::make_unique<CTablas>(
-            m_otros.tablas.IsEmpty() ? m_lista.carpeta : m_otros.tablas, m_lista.cabecera.Mun);
-    return *m_tablas;
+    if (m_tablas)
+        return *m_tablas;
+    CNombresTablas nombres = TablasEn(m_otros.tablas.IsEmpty() ? m_lista.carpeta : m_otros.tablas);
+    nombres[kModulos] = nombres[kCotitulares] = CString(); // no layer shows anything of them
+    return m_tablas.emplace(
+        LeeTablas(nombres, m_lista.cabecera.Mun, {false, true, CFile::anyCase, {}}));
 }
 
 const std::vector<CPoligonoDibujado>& CMunicipioAbierto::Poligonos()
@@ -46,9 +48,10 @@ const std::vector<CPoligonoDibujado>& CMunicipioAbierto::Poligonos()
     if (m_poligonos)
         return *m_poligonos;
     CHayParcela hayParcela;
-    if (const CTablas& tablas = Tablas(); tablas.HayParcelas())
+    if (const CTablasLeidas& tablas = Tablas(); tablas.parcelas.hay)
         hayParcela = [&tablas](int polig, int parcela) {
-            return tablas.Parcela(polig, parcela) != nullptr;
+            int i = kNoEncontrado;
+            return tablas.municipio.BuscaParcela(polig, parcela, i);
         };
     std::vector<CPoligonoDibujado> poligonos;
     poligonos.reserve(m_lista.entradas.size());

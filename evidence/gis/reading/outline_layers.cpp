@@ -111,17 +111,35 @@ CCapaNueva CapaDeRecintos(const char* nombre, ClaseTopologia que, CMunicipioAbie
     });
 }
 
-void PonParcelaDeTablas(OGRFeature& elemento, const CTablas& tablas, const CParcela& parcela)
+/// Tells whether the tables can be asked for an outline's parcel.
+bool HayTablas(CMunicipioAbierto& municipio, const CSuyo& suyo)
+{
+    return municipio.Tablas().parcelas.hay && suyo.recinto->parcela >= 0;
+}
+
+/// The outline's parcel in the tables, null where they have none.
+const CParcela* EnTablas(CMunicipioAbierto& municipio, const CSuyo& suyo)
+{
+    const CMunicipio& tablas = municipio.Tablas().municipio;
+    int i = kNoEncontrado;
+    return tablas.BuscaParcela(suyo.poligono->polig, suyo.recinto->parcela, i)
+               ? &tablas.DameParcela(i)
+               : nullptr;
+}
+
+void PonParcelaDeTablas(OGRFeature& elemento, const CMunicipio& tablas, const CParcela& parcela)
 {
     elemento.SetField("superficie", parcela.Superficie);
     elemento.SetField("participacion", parcela.ParticiPrincipal());
     PonTexto(elemento, "clave_conc", CString(std::string(1, parcela.claveConc)).TrimRight());
-    if (const CTitular* titular = tablas.Titular(parcela)) {
-        PonTexto(elemento, "titular", CString(titular->Nombre).TrimRight());
-        PonTexto(elemento, "dni", CString(titular->DNI).TrimRight());
+    if (const int titular = parcela.TitularPrincipal(); titular >= 0) {
+        PonTexto(elemento, "titular", CString(tablas.DameTitular(titular).Nombre).TrimRight());
+        PonTexto(elemento, "dni", CString(tablas.DameTitular(titular).DNI).TrimRight());
     }
-    if (const CParaje* paraje = tablas.Paraje(parcela))
-        PonTexto(elemento, "paraje", CString(paraje->Nombre).TrimRight());
+    if (parcela.paraje >= 0)
+        PonTexto(
+            elemento, "paraje",
+            CString(tablas.Parajes()[static_cast<std::size_t>(parcela.paraje)].Nombre).TrimRight());
 }
 
 void PonSubparcelaDeTablas(OGRFeature& elemento, const CSubparcela& subparcela)
@@ -145,14 +163,13 @@ CCapaNueva CapaParcelas(CMunicipioAbierto& municipio, const OGRSpatialReference*
     return CapaDeRecintos(capa::kParcelas, ClaseTopologia::Parcelas, municipio, referencia, campos,
                           [&municipio](OGRFeature& elemento, const CSuyo& suyo) {
                               PonPieza(elemento, suyo);
-                              const CTablas& tablas = municipio.Tablas();
-                              if (!tablas.HayParcelas() || suyo.recinto->parcela < 0)
+                              if (!HayTablas(municipio, suyo))
                                   return;
-                              const CParcela* parcela =
-                                  tablas.Parcela(suyo.poligono->polig, suyo.recinto->parcela);
+                              const CParcela* parcela = EnTablas(municipio, suyo);
                               elemento.SetField("en_tablas", parcela != nullptr ? 1 : 0);
                               if (parcela != nullptr)
-                                  PonParcelaDeTablas(elemento, tablas, *parcela);
+                                  PonParcelaDeTablas(elemento, municipio.Tablas().municipio,
+                                                     *parcela);
                           });
 }
 
@@ -168,10 +185,9 @@ CCapaNueva CapaSubparcelas(CMunicipioAbierto& municipio, const OGRSpatialReferen
             PonPieza(elemento, suyo);
             if (suyo.recinto->Valido())
                 PonTexto(elemento, capa::kLetra, suyo.recinto->letra);
-            const CTablas& tablas = municipio.Tablas();
-            if (!tablas.HayParcelas() || suyo.recinto->parcela < 0)
+            if (!HayTablas(municipio, suyo))
                 return;
-            const CParcela* parcela = tablas.Parcela(suyo.poligono->polig, suyo.recinto->parcela);
+            const CParcela* parcela = EnTablas(municipio, suyo);
             const int i =
                 parcela == nullptr ? -1 : parcela->BuscaSubparcela(suyo.recinto->letra, 0);
             elemento.SetField("en_tablas", i >= 0 ? 1 : 0);
