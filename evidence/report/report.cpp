@@ -1,5 +1,6 @@
 #include "evidence/report/report.h"
 
+#include <algorithm>
 #include <memory>
 #include <utility>
 
@@ -8,8 +9,7 @@
 #include "evidence/report/writing/csv.h"
 #include "evidence/report/writing/geojson.h"
 #include "evidence/report/writing/output_file.h"
-#include "evidence/report/writing/page.h"
-#include "evidence/report/writing/summary.h"
+#include "evidence/report/writing/page_content.h"
 
 namespace informe {
 namespace {
@@ -97,6 +97,21 @@ private:
     CConjuntoSalidas m_salidas;
     std::unique_ptr<CGeoJson> m_geojson;
 };
+
+/// What is written must fall on nothing that is read, nor on one another: gives the first output
+/// that does, null for none. Empty names are no outputs.
+const CString* BuscaOcupada(const std::vector<CString>& salidas, std::vector<CString> leidos)
+{
+    for (const CString& salida : salidas) {
+        if (salida.IsEmpty())
+            continue;
+        if (std::any_of(leidos.begin(), leidos.end(),
+                        [&](const CString& leido) { return CFile::SeriaElMismo(salida, leido); }))
+            return &salida;
+        leidos.push_back(salida);
+    }
+    return nullptr;
+}
 
 void Elabora(const CString& registro, const COpciones& opciones, const std::string& version,
              std::time_t hecho, CResultado& resultado)

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <string_view>
-#include <vector>
 
 #include "platform/files/cfile.h"
 #include "platform/files/output_set.h"
@@ -28,10 +27,5 @@ public:
 private:
     CFile m_fichero;
 };
-
-/// What is written must fall on nothing that is read, nor on one another.
-/// \param salidas  names of the outputs; empty ones are none
-/// \return the first output that does, null for none
-const CString* BuscaOcupada(const std::vector<CString>& salidas, std::vector<CString> leidos);
 
 } // namespace informe

@@ -1,5 +1,3 @@
-#include "evidence/report/writing/page.h"
-
 #include <utility>
 #include <vector>
 
