@@ -48,6 +48,13 @@ bool AbreSiHay(CFile& fichero, const CString& nombre, UINT modo)
                                  !NoSeHalla(nombre, fallo.m_causa));
 }
 
+void CreaSalida(CFile& fichero, const CString& nombre, CConjuntoSalidas& todas)
+{
+    CFileException fallo;
+    if (!fichero.Open(nombre, CFile::modeCreate | CFile::modeWrite, &fallo, &todas))
+        throw CFileException(fallo);
+}
+
 CString EnUnaLinea(const CFileException& fallo)
 {
     CString texto = fallo.Mensaje();

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "platform/files/cfile.h"
+#include "platform/files/output_set.h"
 #include "vexa_libs/ccadena.h"
 
 // Names of files, taken apart and put together, and what stands behind them. A file that isn't
@@ -25,5 +26,7 @@ bool HayFichero(const CString& nombre);
 /// CFileException where it can't be opened for any other reason, a lacking permission included.
 /// \param modo  how to open it, beside for reading
 bool AbreSiHay(CFile& fichero, const CString& nombre, UINT modo = 0);
+/// Creates a file that takes its place with the others of the set. Raises CFileException.
+void CreaSalida(CFile& fichero, const CString& nombre, CConjuntoSalidas& todas);
 /// What a complaint says of a failed read or write: the file and the reason.
 CString EnUnaLinea(const CFileException& fallo);

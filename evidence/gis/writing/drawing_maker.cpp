@@ -10,6 +10,7 @@
 #include "evidence/gis/writing/label_point.h"
 #include "evidence/gis/writing/overlaps.h"
 #include "evidence/outline_pieces.h"
+#include "evidence/paths.h"
 #include "platform/ansi.h"
 
 using vexageo::CPoligonoTopologico;
@@ -221,21 +222,19 @@ bool CDibujoHecho::PermitePiezas(ClaseTopologia que, const CModoDibujo& modo) co
     return permitidas;
 }
 
-bool CDibujoHecho::Graba(const CString& base,
+void CDibujoHecho::Graba(const CString& base,
                          std::initializer_list<std::pair<ClaseTopologia, const char*>> ficheros,
-                         CConjuntoSalidas& salidas, CFileException& fallo)
+                         CConjuntoSalidas& salidas)
 {
-    constexpr UINT kModo = CFile::modeCreate | CFile::modeWrite;
+    CFileException fallo;
     if (!m_dibujo.Abre(base + ".BIN", &fallo, &salidas))
-        return false;
+        throw CFileException(fallo);
     m_dibujo.Cierra();
     for (const auto& [clase, extension] : ficheros) {
         CFile topologia;
-        if (!topologia.Open(base + extension, kModo, &fallo, &salidas))
-            return false;
+        CreaSalida(topologia, base + extension, salidas);
         for (const CPoligonoTopologico& registro : m_registros[clase])
             registro.Write(&topologia);
         topologia.Close();
     }
-    return true;
 }

@@ -2,8 +2,7 @@
 
 #include <string_view>
 
-#include "platform/files/cfile.h"
-#include "platform/files/output_set.h"
+#include "evidence/paths.h"
 
 namespace informe {
 
@@ -13,9 +12,7 @@ class CSalida {
 public:
     CSalida(const CString& nombre, CConjuntoSalidas& todas)
     {
-        CFileException fallo;
-        if (!m_fichero.Open(nombre, CFile::modeCreate | CFile::modeWrite, &fallo, &todas))
-            throw CFileException(nombre, fallo.m_causa);
+        CreaSalida(m_fichero, nombre, todas);
     }
 
     void Escribe(std::string_view utf8)
