@@ -183,21 +183,17 @@ std::string_view CodigoMensaje(const CMensaje& mensaje)
                                                                      : std::string_view();
 }
 
-const CMensaje* BuscaMensaje(std::string_view codigo)
-{
-    const auto esEl = [&](const CMensaje& mensaje) {
-        return !codigo.empty() && CodigoMensaje(mensaje) == codigo;
-    };
-    const auto hallado = std::find_if(Catalogo().begin(), Catalogo().end(), esEl);
-    return hallado == Catalogo().end() ? nullptr : &*hallado;
-}
-
 CAviso LeeMensaje(std::string_view linea)
 {
+    const std::string_view codigo = linea.substr(0, kLargoCodigo);
+    const auto mensaje =
+        std::find_if(Catalogo().begin(), Catalogo().end(), [&](const CMensaje& uno) {
+            return !codigo.empty() && CodigoMensaje(uno) == codigo;
+        });
     CAviso aviso;
-    const CMensaje* mensaje = BuscaMensaje(linea.substr(0, kLargoCodigo));
-    if (mensaje == nullptr || !LeePorForma(mensaje->texto, linea, PapelesDe(*mensaje), aviso))
+    if (mensaje == Catalogo().end() ||
+        !LeePorForma(mensaje->texto, linea, PapelesDe(*mensaje), aviso))
         return {};
-    aviso.mensaje = mensaje;
+    aviso.mensaje = &*mensaje;
     return aviso;
 }

@@ -34,9 +34,6 @@ struct CAviso {
 /// The code that a message's text begins with, "E112"; empty where there is none.
 std::string_view CodigoMensaje(const CMensaje& mensaje);
 
-/// The message with the code, null for none.
-const CMensaje* BuscaMensaje(std::string_view codigo);
-
 /// Reads a line of a log. One that begins with a code but doesn't read as that message is no
 /// message. Takes time in proportion to the line's length.
 /// \param linea  without its line end

@@ -29,8 +29,9 @@ CCadena CMunicipioAbierto::Ortos() const
 
 CCadena CMunicipioAbierto::Registro() const
 {
-    return m_otros.registro.IsEmpty() ? m_lista.Salida(kExtensionRegistro)
-                                      : CCadena(m_otros.registro);
+    return m_otros.registro.IsEmpty()
+               ? FicheroDeLista(m_lista.carpeta, m_lista.cabecera.nombreSalida, kExtensionRegistro)
+               : CCadena(m_otros.registro);
 }
 
 const CTablasLeidas& CMunicipioAbierto::Tablas()
