@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <memory>
 
+#include "cadastre/messages.h"
 #include "catastro_to_vexa/input_check.h"
 #include "shell/frame/box_texts.h"
 #include "vexa_libs/ccadena.h"
@@ -67,7 +68,7 @@ void CCampivaAVexaDlg::OnOK()
     if (!AbreEntrada(entrada, ArchivoEntrada))
         return;
     CCadena archivoErr = ArchivoEntrada;
-    archivoErr.CambiaExtension("ERR");
+    archivoErr.CambiaExtension(kExtensionRegistro);
     if (!CreaLog(archivoErr, {ArchivoEntrada}, tablas))
         return;
 

@@ -216,12 +216,13 @@ CPoligonoDibujado LeePoligonoDibujado(const CString& carpeta, const CString& ent
     poligono.entrada = entrada;
     poligono.polig = LeeEntero(entrada);
     CFile bin;
-    poligono.hayDibujo = bin.Open(FicheroDeLista(carpeta, entrada, kExtensionDibujo), kModoDibujo);
+    poligono.hayDibujo =
+        AbreSiHay(bin, FicheroDeLista(carpeta, entrada, kExtensionDibujo), kModoDibujo);
     if (!poligono.hayDibujo)
         return poligono;
     const auto lee = [&](ClaseTopologia que, CTopologiaDibujada& dibujada) {
         CFile topologia;
-        if (topologia.Open(FicheroDeLista(carpeta, entrada, ExtensionDe(que)), kModoDibujo))
+        if (AbreSiHay(topologia, FicheroDeLista(carpeta, entrada, ExtensionDe(que)), kModoDibujo))
             dibujada = LeeTopologiaDibujada(topologia, bin, que);
     };
     lee(ClaseTopologia::Parcelas, poligono.parcelas);
@@ -242,8 +243,8 @@ CTopologiaDibujada LeeHojasDibujadas(const CCadena& ortos)
     constexpr ClaseTopologia kHojas = ClaseTopologia::Hojas;
     CFile bin;
     CFile top;
-    return bin.Open(ConExtension(ortos, kExtensionDibujo), kModoDibujo) &&
-                   top.Open(ConExtension(ortos, ExtensionDe(kHojas)), kModoDibujo)
+    return AbreSiHay(bin, ConExtension(ortos, kExtensionDibujo), kModoDibujo) &&
+                   AbreSiHay(top, ConExtension(ortos, ExtensionDe(kHojas)), kModoDibujo)
                ? LeeTopologiaDibujada(top, bin, kHojas)
                : CTopologiaDibujada();
 }

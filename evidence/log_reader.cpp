@@ -2,14 +2,16 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <span>
 
+#include "evidence/units.h"
 #include "platform/format.h"
 #include "vexa_libs/ccadena.h"
 
 namespace {
 
-/// What an argument of a message says: whole numbers first.
+/// What an argument of a message says: whole numbers first, then coordinates.
 enum class Papel { Polig, Parcela, Numero, Superficie, Suma, X, Y, Letra, Texto };
 
 using enum Papel;
@@ -90,21 +92,27 @@ std::span<const Papel> PapelesDe(const CMensaje& mensaje)
     return {};
 }
 
-/// Notes what an argument says. Of two texts the first one names what the message is about.
-void Anota(CMensajeLeido& leido, Papel papel, std::string_view argumento)
+/// Metres as hundredths; nothing where no drawing reaches.
+int EnCentesimas(double metros)
 {
-    std::optional<int>* const numeros[] = {&leido.polig, &leido.parcela, &leido.numero,
-                                           &leido.superficie, &leido.suma};
+    constexpr double kMayor = 21e6; // 32 bits of hundredths
+    return std::abs(metros) < kMayor ? static_cast<int>(std::lround(metros * kUnidadesPorMetro))
+                                     : CAviso::kNada;
+}
+
+/// Notes what an argument says. Of two texts the first one names what the message is about.
+void Anota(CAviso& aviso, Papel papel, std::string_view argumento)
+{
+    int* const numeros[] = {&aviso.polig, &aviso.parcela, &aviso.numero, &aviso.superficie,
+                            &aviso.suma,  &aviso.x,       &aviso.y};
     if (papel <= Suma)
         *numeros[static_cast<std::size_t>(papel)] = LeeEntero(argumento);
-    else if (papel == X)
-        leido.sitio = CSitio{LeeReal(argumento), 0};
-    else if (papel == Y)
-        leido.sitio->y = LeeReal(argumento);
+    else if (papel <= Y)
+        *numeros[static_cast<std::size_t>(papel)] = EnCentesimas(LeeReal(argumento));
     else if (papel == Letra)
-        leido.letra = argumento;
-    else if (leido.texto.IsEmpty())
-        leido.texto = argumento;
+        aviso.letra = argumento;
+    else if (aviso.texto.IsEmpty())
+        aviso.texto = argumento;
 }
 
 /// Takes an argument from the front of what is left of a line: a number as far as it goes, a text
@@ -139,7 +147,7 @@ std::string_view SinRelleno(std::string_view argumento)
 
 /// Reads the arguments of a form out of a line that was made by it. False where it wasn't.
 bool LeePorForma(std::string_view forma, std::string_view linea, std::span<const Papel> papeles,
-                 CMensajeLeido& leido)
+                 CAviso& aviso)
 {
     constexpr std::string_view kConversiones = "dsf";
     if (forma.ends_with('\n'))
@@ -161,7 +169,7 @@ bool LeePorForma(std::string_view forma, std::string_view linea, std::span<const
             Argumento(linea, conversion, forma.substr(0, forma.find('%')));
         if (argumento.data() == nullptr || k == papeles.size())
             return false;
-        Anota(leido, papeles[k++], relleno ? SinRelleno(argumento) : argumento);
+        Anota(aviso, papeles[k++], relleno ? SinRelleno(argumento) : argumento);
     }
     return linea.empty() && k == papeles.size();
 }
@@ -175,21 +183,17 @@ std::string_view CodigoMensaje(const CMensaje& mensaje)
                                                                      : std::string_view();
 }
 
-const CMensaje* BuscaMensaje(std::string_view codigo)
+CAviso LeeMensaje(std::string_view linea)
 {
-    const auto esEl = [&](const CMensaje& mensaje) {
-        return !codigo.empty() && CodigoMensaje(mensaje) == codigo;
-    };
-    const auto hallado = std::find_if(Catalogo().begin(), Catalogo().end(), esEl);
-    return hallado == Catalogo().end() ? nullptr : &*hallado;
-}
-
-CMensajeLeido LeeMensaje(std::string_view linea)
-{
-    CMensajeLeido leido;
-    const CMensaje* mensaje = BuscaMensaje(linea.substr(0, kLargoCodigo));
-    if (mensaje == nullptr || !LeePorForma(mensaje->texto, linea, PapelesDe(*mensaje), leido))
+    const std::string_view codigo = linea.substr(0, kLargoCodigo);
+    const auto mensaje =
+        std::find_if(Catalogo().begin(), Catalogo().end(), [&](const CMensaje& uno) {
+            return !codigo.empty() && CodigoMensaje(uno) == codigo;
+        });
+    CAviso aviso;
+    if (mensaje == Catalogo().end() ||
+        !LeePorForma(mensaje->texto, linea, PapelesDe(*mensaje), aviso))
         return {};
-    leido.mensaje = mensaje;
-    return leido;
+    aviso.mensaje = &*mensaje;
+    return aviso;
 }

@@ -47,7 +47,7 @@ std::optional<Tabla> TablaDeCabecera(std::string_view primera)
 std::optional<CListaPoligonos> LeeLista(const CString& nombre)
 {
     CStdioFile fichero;
-    if (nombre.IsEmpty() || !fichero.Open(nombre, CFile::modeRead))
+    if (!AbreSiHay(fichero, nombre))
         return std::nullopt;
     CListaPoligonos lista;
     lista.nombre = nombre;

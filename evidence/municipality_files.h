@@ -30,13 +30,7 @@ struct CListaPoligonos {
     CString primera;
     CCabeceraLista cabecera; ///< what the first line says
     std::vector<CString> entradas;
-
-    /// A file of the municipality beside the list: its log, its outputs.
-    CCadena Salida(const char* extension) const
-    {
-        return FicheroDeLista(carpeta, cabecera.nombreSalida, extension);
-    }
 };
 
-/// Reads a list file; nothing where it can't be opened. Raises CFileException where a read fails.
+/// Reads a list file; nothing where it isn't there. Raises CFileException where it can't be read.
 std::optional<CListaPoligonos> LeeLista(const CString& nombre);

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "cadastre/holder_columns.h"
+#include "evidence/paths.h"
 #include "evidence/written_columns.h"
 #include "platform/files/cstdio_file.h"
 
@@ -187,7 +188,7 @@ CTablasLeidas CLectorTablas::Lee()
 bool RecorreTabla(const CString& nombre, const CTomaFila& toma, UINT modo)
 {
     CStdioFile tabla;
-    if (nombre.IsEmpty() || !tabla.Open(nombre, CFile::modeRead | modo))
+    if (!AbreSiHay(tabla, nombre, modo))
         return false;
     bool primera = true;
     for (CString fila; tabla.ReadString(fila); primera = false)

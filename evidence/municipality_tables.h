@@ -14,13 +14,13 @@
 // The rows of the six tables, and what the way back makes of them.
 
 /// Goes through the rows of a table; a header line and lines without anything are none. False where
-/// the table can't be opened. A read that fails raises CFileException.
+/// the table isn't there. Raises CFileException where it can't be read.
 /// \param modo  how to open it, beside for reading: CFile::anyCase
 bool RecorreTabla(const CString& nombre, const CTomaFila& toma, UINT modo = 0);
 
 /// What the rows of a table come to.
 struct CFilasLeidas {
-    bool hay = false; ///< the table could be opened
+    bool hay = false; ///< the table is there
     std::int64_t filas = 0;
     std::int64_t deOtro = 0;      ///< of another municipality
     std::int64_t incompletas = 0; ///< lack what they need: lost without a message
@@ -51,6 +51,6 @@ struct CTablasLeidas {
     CMunicipio municipio; ///< what the rows make, without links to co-holders
 };
 
-/// Reads the tables' rows of a municipality by the rules of the way back. A table that can't be
-/// opened leaves `hay` false; a read that fails raises CFileException.
+/// Reads the tables' rows of a municipality by the rules of the way back. A table that isn't there
+/// leaves `hay` false; one that can't be read raises CFileException.
 CTablasLeidas LeeTablas(const CNombresTablas& tablas, short mun, const CQueSeLee& que);

@@ -26,9 +26,38 @@ CString EnCarpeta(const CString& carpeta, const CString& nombre)
     return sistema::Nombre(sistema::Ruta(carpeta) / sistema::Ruta(nombre));
 }
 
+bool NoSeHalla(const CString& nombre, const sistema::Error& error)
+{
+    const CFileException fallo(nombre, error, true);
+    if (error && !fallo.SeVe())
+        throw CFileException(fallo);
+    return static_cast<bool>(error);
+}
+
 bool HayFichero(const CString& nombre)
 {
     sistema::Error error;
-    return !nombre.IsEmpty() &&
-           sistema::Mira(sistema::Ruta(nombre), error).tipo == sistema::CEstado::Tipo::Regular;
+    const sistema::CEstado estado = sistema::Mira(sistema::Ruta(nombre), error);
+    return !NoSeHalla(nombre, error) && estado.tipo == sistema::CEstado::Tipo::Regular;
+}
+
+bool AbreSiHay(CFile& fichero, const CString& nombre, UINT modo)
+{
+    CFileException fallo;
+    return !nombre.IsEmpty() && (fichero.Open(nombre, CFile::modeRead | modo, &fallo) ||
+                                 !NoSeHalla(nombre, fallo.m_causa));
+}
+
+void CreaSalida(CFile& fichero, const CString& nombre, CConjuntoSalidas& todas)
+{
+    CFileException fallo;
+    if (!fichero.Open(nombre, CFile::modeCreate | CFile::modeWrite, &fallo, &todas))
+        throw CFileException(fallo);
+}
+
+CString EnUnaLinea(const CFileException& fallo)
+{
+    CString texto = fallo.Mensaje();
+    texto.Replace("\n", ": ");
+    return texto;
 }

@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "cadastre/messages.h"
 #include "cadastre/polygon_list.h"
 #include "shell/frame/box_texts.h"
 
@@ -82,7 +83,7 @@ void CVexaACampiva2Dlg::OnOK()
     std::vector<CString> salidas = {salida("R"), salida("M")};
     if (Modificar != 0)
         salidas.insert(salidas.end(), {ArchivoParcelas, ArchivoSubparcelas});
-    if (!CreaLog(salida("ERR"), Entradas(), salidas))
+    if (!CreaLog(salida(kExtensionRegistro), Entradas(), salidas))
         return;
 
     int numErrores = 0;

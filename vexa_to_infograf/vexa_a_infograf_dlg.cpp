@@ -1,5 +1,6 @@
 #include "vexa_to_infograf/vexa_a_infograf_dlg.h"
 
+#include "cadastre/messages.h"
 #include "cadastre/polygon_list.h"
 #include "shell/frame/box_texts.h"
 
@@ -37,7 +38,7 @@ void CVexaAInfografDlg::OnOK()
     CStdioFile csp;
     // Nothing is written to the log, which is the way back's, too; whoever collects a run's files
     // looks for it.
-    if (!CreaLog(FicheroDeLista(carpeta, nombreSalida, "ERR"), fuentes, {salida},
+    if (!CreaLog(FicheroDeLista(carpeta, nombreSalida, kExtensionRegistro), fuentes, {salida},
                  Registro::SiempreVacio) ||
         !CreaSalida(csp, salida, cajas::kNoSeCrea, fuentes))
         return;

@@ -15,10 +15,12 @@
 void Falla(std::string_view texto);
 /// The same with the file and the reason.
 void Falla(const CFileException& fallo);
+/// The same of the exception that is being handled.
+void FallaLaExcepcion() noexcept;
 /// Tells what a user has to know, and goes on.
 void Advierte(std::string_view texto);
 
-/// The two above with a printf form (see format.h).
+/// Both with a printf form (see format.h).
 template <class... T>
 void FallaCon(std::string_view forma, const T&... argumentos)
 {
@@ -32,4 +34,17 @@ void AdvierteCon(std::string_view forma, const T&... argumentos)
     std::string texto;
     AnexaFormato(texto, forma, {CArgumento(argumentos)...});
     Advierte(texto);
+}
+
+/// Does what GDAL asks for and gives the answer. GDAL knows no exceptions: where one comes it is
+/// told, and the answer is `siNo`.
+template <class R, class F>
+R SinExcepciones(R siNo, F hace) noexcept
+{
+    try {
+        return hace();
+    } catch (...) {
+        FallaLaExcepcion();
+        return siNo;
+    }
 }

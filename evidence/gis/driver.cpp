@@ -2,6 +2,7 @@
 
 #include <gdal_priv.h>
 
+#include "evidence/gis/complaints.h"
 #include "evidence/gis/reading/read_dataset.h"
 #include "evidence/gis/writing/write_dataset.h"
 
@@ -47,9 +48,12 @@ void RegistraVexa()
     // The options' type is another from 3.13 on.
     driver->pfnCreate = [](const char* lista, int /*ancho*/, int /*alto*/, int bandas,
                            GDALDataType /*tipo*/, auto opciones) {
-        return CMunicipioNuevo::Crea(lista, bandas, opciones);
+        return SinExcepciones<GDALDataset*>(
+            nullptr, [&] { return CMunicipioNuevo::Crea(lista, bandas, opciones); });
     };
     driver->pfnIdentify = CDatosMunicipio::Identifica;
-    driver->pfnOpen = CDatosMunicipio::Abre;
+    driver->pfnOpen = [](GDALOpenInfo* que) {
+        return SinExcepciones<GDALDataset*>(nullptr, [&] { return CDatosMunicipio::Abre(que); });
+    };
     GetGDALDriverManager()->RegisterDriver(driver);
 }

@@ -57,6 +57,29 @@ std::unique_ptr<OGRPolygon> PoligonoDe(const CRecintoDibujado& recinto)
     return poligono;
 }
 
+std::unique_ptr<OGRPolygon>
+PoligonoDe(const std::vector<std::vector<vexageo::CPunto<int>>>& anillos)
+{
+    auto poligono = std::make_unique<OGRPolygon>();
+    for (const std::vector<vexageo::CPunto<int>>& anillo : anillos)
+        poligono->addRingDirectly(AnilloDe(anillo));
+    return poligono;
+}
+
+std::vector<std::vector<vexageo::CPunto<int>>> AnillosDe(const OGRPolygon& poligono)
+{
+    std::vector<std::vector<vexageo::CPunto<int>>> anillos;
+    for (const OGRLinearRing* anillo : poligono) {
+        auto& suyo = anillos.emplace_back();
+        for (int i = 0; i + 1 < anillo->getNumPoints(); ++i) {
+            const vexageo::CPunto<int> punto = EnUnidades(anillo->getX(i), anillo->getY(i));
+            if (suyo.empty() || !(suyo.back() == punto))
+                suyo.push_back(punto);
+        }
+    }
+    return anillos;
+}
+
 std::unique_ptr<OGRLineString> LineaDe(const std::vector<vexageo::CPunto<int>>& puntos)
 {
     auto linea = std::make_unique<OGRLineString>();

@@ -17,6 +17,11 @@ vexageo::CPunto<int> EnUnidades(double x, double y); ///< of metres; they must f
 /// The outline, closed, with its islands as holes; null for one without points.
 std::unique_ptr<OGRPolygon> PoligonoDe(const CRecintoDibujado& recinto);
 
+/// The same of rings, the outer one first; and back, rounded and without their closing points.
+std::unique_ptr<OGRPolygon>
+PoligonoDe(const std::vector<std::vector<vexageo::CPunto<int>>>& anillos);
+std::vector<std::vector<vexageo::CPunto<int>>> AnillosDe(const OGRPolygon& poligono);
+
 /// The points of a line of a drawing.
 std::unique_ptr<OGRLineString> LineaDe(const std::vector<vexageo::CPunto<int>>& puntos);
 

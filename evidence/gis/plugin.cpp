@@ -1,5 +1,6 @@
 #include <gdal_priv.h>
 
+#include "evidence/gis/complaints.h"
 #include "evidence/gis/driver.h"
 
 // The entry of the plugin, which GDAL looks up by the name of its file.
@@ -9,5 +10,8 @@ extern "C" CPL_DLL void RegisterOGRVexa();
 void RegisterOGRVexa()
 {
     if (GDAL_CHECK_VERSION("Vexa") != 0)
-        RegistraVexa();
+        SinExcepciones(false, [] {
+            RegistraVexa();
+            return true;
+        });
 }

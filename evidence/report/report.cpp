@@ -1,5 +1,6 @@
 #include "evidence/report/report.h"
 
+#include <algorithm>
 #include <memory>
 #include <utility>
 
@@ -8,8 +9,7 @@
 #include "evidence/report/writing/csv.h"
 #include "evidence/report/writing/geojson.h"
 #include "evidence/report/writing/output_file.h"
-#include "evidence/report/writing/page.h"
-#include "evidence/report/writing/summary.h"
+#include "evidence/report/writing/page_content.h"
 
 namespace informe {
 namespace {
@@ -23,7 +23,7 @@ public:
           m_indice(m_proceso.registro), m_lugares(m_indice)
     {
         if (!opciones.geojson.IsEmpty())
-            m_geojson = std::make_unique<CGeoJson>(opciones.geojson);
+            m_geojson = std::make_unique<CGeoJson>(opciones.geojson, m_salidas);
     }
 
     std::string Hace(const CString& pagina, const std::string& version, std::time_t hecho)
@@ -37,7 +37,9 @@ public:
                           Lugares(), HayDibujos() ? &contenido.dibujo->rotos : nullptr});
         EscribeMensajes();
         EscribeLaPagina(contenido, pagina);
-        return Resumen(contenido, pagina);
+        std::string resumen = Resumen(contenido, pagina);
+        m_salidas.Confirma();
+        return resumen;
     }
 
 private:
@@ -72,13 +74,16 @@ private:
             m_geojson->TomaMensajes(m_proceso.registro, registro, Lugares());
             m_geojson->Cierra();
         }
-        if (!m_opciones.csv.IsEmpty())
-            EscribeCsv(m_opciones.csv, m_proceso.registro, registro, Lugares());
+        if (m_opciones.csv.IsEmpty())
+            return;
+        CSalida hoja(m_opciones.csv, m_salidas);
+        EscribeCsv(hoja, m_proceso.registro, registro, Lugares());
+        hoja.Cierra();
     }
 
-    static void EscribeLaPagina(const CContenido& contenido, const CString& nombre)
+    void EscribeLaPagina(const CContenido& contenido, const CString& nombre)
     {
-        CSalida salida(nombre);
+        CSalida salida(nombre, m_salidas);
         EscribePagina(contenido, [&](std::string_view html) { salida.Escribe(html); });
         salida.Cierra();
     }
@@ -89,8 +94,24 @@ private:
     CAnclas m_anclas;
     CIndiceAvisos m_indice;
     CLugaresDeAvisos m_lugares;
+    CConjuntoSalidas m_salidas;
     std::unique_ptr<CGeoJson> m_geojson;
 };
+
+/// What is written must fall on nothing that is read, nor on one another: gives the first output
+/// that does, null for none. Empty names are no outputs.
+const CString* BuscaOcupada(const std::vector<CString>& salidas, std::vector<CString> leidos)
+{
+    for (const CString& salida : salidas) {
+        if (salida.IsEmpty())
+            continue;
+        if (std::any_of(leidos.begin(), leidos.end(),
+                        [&](const CString& leido) { return CFile::SeriaElMismo(salida, leido); }))
+            return &salida;
+        leidos.push_back(salida);
+    }
+    return nullptr;
+}
 
 void Elabora(const CString& registro, const COpciones& opciones, const std::string& version,
              std::time_t hecho, CResultado& resultado)
@@ -119,7 +140,7 @@ CResultado HazInforme(const CString& registro, const COpciones& opciones,
     try {
         Elabora(registro, opciones, version, hecho, resultado);
     } catch (const CFileException& fallo) {
-        resultado.quejas.push_back(Texto(fallo.Mensaje()));
+        resultado.quejas.push_back(Texto(EnUnaLinea(fallo)));
     }
     return resultado;
 }

@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <new>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -40,7 +41,8 @@ constexpr const char* kUso =
     "\n"
     "  --help  escribe este texto\n"
     "\n"
-    "Estado de salida: 0; 1 si hay fallos; 2 si no se puede leer el fichero.\n";
+    "Estado de salida: 0; 1 si hay fallos; 2 si no se puede leer el fichero, o escribir lo que\n"
+    "dice.\n";
 
 constexpr int kNoSeLee = 2;
 constexpr int kDecimales = 2;
@@ -275,15 +277,15 @@ CFaltasDeRecintos FaltasConVecinos(CImpresion& informe, const CString& nombre, C
     return faltas;
 }
 
-/// Prints the file. False where it or its drawing can't be opened.
+/// Prints the file. False where it or its drawing isn't there, or it is neither.
 bool Muestra(CImpresion& informe, const char* nombre)
 {
     const std::string extension = ExtensionDe(CString(nombre));
     const std::optional<ClaseTopologia> que = ClaseDeExtension(extension);
     CFile fichero;
     CFile bin;
-    if ((!que && extension != kExtensionDibujo) || !fichero.Open(nombre, kModoDibujo) ||
-        (que && !bin.Open(ConExtension(nombre, kExtensionDibujo), kModoDibujo)))
+    if ((!que && extension != kExtensionDibujo) || !AbreSiHay(fichero, nombre, kModoDibujo) ||
+        (que && !AbreSiHay(bin, ConExtension(nombre, kExtensionDibujo), kModoDibujo)))
         return false;
     if (que)
         CMuestraTopologia(informe, fichero, bin, *que)
@@ -291,6 +293,28 @@ bool Muestra(CImpresion& informe, const char* nombre)
     else
         MuestraDibujo(informe, fichero);
     return true;
+}
+
+/// Prints the file and how many faults it has, and tells what keeps it from that.
+/// \return the exit status
+int Imprime(const char* nombre)
+{
+    CImpresion informe;
+    try {
+        if (!Muestra(informe, nombre)) {
+            std::fprintf(stderr, "show_drawing: no se puede leer %s o su dibujo\n", nombre);
+            return kNoSeLee;
+        }
+    } catch (const CFileException& fallo) {
+        std::fprintf(stderr, "show_drawing: %s\n", ansi::AUtf8(EnUnaLinea(fallo)).c_str());
+        return kNoSeLee;
+    }
+    informe.Linea("%d fallos", informe.Fallos());
+    if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
+        std::fputs("show_drawing: no se puede escribir todo\n", stderr);
+        return kNoSeLee;
+    }
+    return informe.Fallos() == 0 ? EXIT_SUCCESS : EXIT_FAILURE;
 }
 
 } // namespace
@@ -305,16 +329,10 @@ int EnseñaDibujo(int argc, const char* const* argv)
         std::fputs(kUso, stdout);
         return EXIT_SUCCESS;
     }
-    CImpresion informe;
     try {
-        if (!Muestra(informe, argv[1])) {
-            std::fprintf(stderr, "show_drawing: no se puede leer %s o su dibujo\n", argv[1]);
-            return kNoSeLee;
-        }
-    } catch (const CFileException& fallo) {
-        std::fprintf(stderr, "show_drawing: %s\n", ansi::AUtf8(fallo.Mensaje()).c_str());
+        return Imprime(argv[1]);
+    } catch (const std::bad_alloc&) {
+        std::fputs("show_drawing: no hay memoria bastante\n", stderr);
         return kNoSeLee;
     }
-    informe.Linea("%d fallos", informe.Fallos());
-    return informe.Fallos() == 0 ? EXIT_SUCCESS : EXIT_FAILURE;
 }

@@ -17,23 +17,20 @@ std::string Linea(Mensaje numero, const T&... argumentos)
 }
 
 /// What a message says, but for what it doesn't.
-std::string Dicho(const CMensajeLeido& leido)
+std::string Dicho(const CAviso& leido)
 {
     std::string dicho;
-    const auto numero = [&](const char* nombre, const std::optional<int>& valor) {
-        if (valor)
-            dicho += nombre + std::to_string(*valor) + ' ';
+    const auto numero = [&](const char* nombre, int valor) {
+        if (valor != CAviso::kNada)
+            dicho += nombre + std::to_string(valor) + ' ';
     };
     numero("polig ", leido.polig);
     numero("parcela ", leido.parcela);
     numero("numero ", leido.numero);
     numero("superficie ", leido.superficie);
     numero("suma ", leido.suma);
-    if (leido.sitio) {
-        CString sitio; // std::to_string would ask the locale for its point
-        sitio.Format("sitio %.2lf %.2lf ", leido.sitio->x, leido.sitio->y);
-        dicho += std::string_view(sitio);
-    }
+    numero("x ", leido.x);
+    numero("y ", leido.y);
     dicho += '[' + std::string(std::string_view(leido.letra)) + "][" +
              std::string(std::string_view(leido.texto)) + ']';
     return dicho;
@@ -57,7 +54,7 @@ TEST(LogReader, ReadsBackWhatAMessageSpeaksOf)
         {Linea(kSubparcelaSinParcela, 1, 2, ""), kSubparcelaSinParcela, "polig 1 parcela 2 [][]"},
         {Linea(kCotitularSinTitular, -3), kCotitularSinTitular, "numero -3 [][]"},
         {Linea(kSubparcelaFuera, "ab", 483123.45, -12.5), kSubparcelaFuera,
-         "sitio 483123.45 -12.50 [ab][]"},
+         "x 48312345 y -1250 [ab][]"},
         {Linea(kSubparcelaNoEnBase, 12345, 1234567, "abcdef"), kSubparcelaNoEnBase,
          "polig 12345 parcela 1234567 [abcdef][]"},
         {Linea(kSuperficieDifiere, 1, 2, -123456789, 40), kSuperficieDifiere,
@@ -75,7 +72,7 @@ TEST(LogReader, ReadsBackWhatAMessageSpeaksOf)
     };
     for (const auto& caso : casos) {
         SCOPED_TRACE(caso.linea);
-        const CMensajeLeido leido = LeeMensaje(caso.linea);
+        const CAviso leido = LeeMensaje(caso.linea);
         ASSERT_NE(leido.mensaje, nullptr);
         EXPECT_EQ(leido.mensaje->numero, caso.mensaje);
         EXPECT_EQ(Dicho(leido), caso.dicho);

@@ -33,7 +33,7 @@ CEntidades Recoge(CMunicipioAbierto& municipio, bool (*quiere)(const vexageo::CT
     CEntidades recogidas;
     const auto lee = [&](const CString& nombre, const CPoligonoDibujado* poligono) {
         CFile bin;
-        if (bin.Open(nombre, kModoDibujo))
+        if (AbreSiHay(bin, nombre, kModoDibujo))
             RecorreEntidades(bin, [&](int posicion, const CTexto<int>& entidad) {
                 if (quiere(entidad.Tipo()))
                     recogidas.push_back({poligono, posicion, entidad});
@@ -75,15 +75,14 @@ void PonComunes(OGRFeature& elemento, const CEntidad& suya)
     elemento.SetField("posicion", suya.posicion);
 }
 
-std::vector<CCampoCapa> Campos(std::vector<CCampoCapa> propios)
+CListaCampos Campos(const CListaCampos& propios)
 {
-    std::vector<CCampoCapa> campos = {{capa::kPoligono, OFTInteger},
-                                      {capa::kEntrada, OFTString},
-                                      {capa::kCodigo, OFTString},
-                                      {capa::kBorrado, OFTInteger, OFSTBoolean},
-                                      {"posicion", OFTInteger}};
-    campos.insert(campos.end(), propios.begin(), propios.end());
-    return campos;
+    return Une({{capa::kPoligono, OFTInteger},
+                {capa::kEntrada, OFTString},
+                {capa::kCodigo, OFTString},
+                {capa::kBorrado, OFTInteger, OFSTBoolean},
+                {"posicion", OFTInteger}},
+               propios);
 }
 
 void PonDueño(OGRFeature& elemento, const CDueño& dueño)
@@ -100,29 +99,26 @@ void PonDueño(OGRFeature& elemento, const CDueño& dueño)
 
 CCapaNueva CapaRotulos(CMunicipioAbierto& municipio, const OGRSpatialReference* referencia)
 {
-    const std::vector<CCampoCapa> campos = Campos({{"clase", OFTString},
-                                                   {"texto", OFTString},
-                                                   {"capa", OFTString},
-                                                   {capa::kNumero, OFTInteger},
-                                                   {capa::kParcela, OFTInteger},
-                                                   {"estado", OFTString}});
+    const CListaCampos campos = Campos({{"clase", OFTString},
+                                        {"texto", OFTString},
+                                        {"capa", OFTString},
+                                        {capa::kNumero, OFTInteger},
+                                        {capa::kParcela, OFTInteger},
+                                        {"estado", OFTString}});
     return std::make_unique<CCapa>(capa::kRotulos, wkbPoint, referencia, campos, [&municipio] {
-        CEntidades rotulos =
-            Recoge(municipio, [](const vexageo::CTipoDat& tipo) { return !tipo.EsLinea(); });
-        const std::size_t cuantos = rotulos.size();
-        return CCapa::CFuente{
-            cuantos, [rotulos = std::move(rotulos),
-                      dueños = Dueños(municipio)](std::size_t i, OGRFeature& elemento) {
-                const CEntidad& suya = rotulos[i];
-                PonComunes(elemento, suya);
-                elemento.SetField("clase", suya.entidad.Tipo().EsTexto() ? "texto" : "punto");
-                PonTexto(elemento, "texto", suya.entidad.Texto());
-                if (const auto dueño = dueños.find({suya.poligono, suya.posicion});
-                    dueño != dueños.end())
-                    PonDueño(elemento, dueño->second);
-                const OGRPoint punto = EnMetros(suya.entidad.PrimerPunto());
-                elemento.SetGeometry(&punto);
-            }};
+        const auto noEsLinea = [](const vexageo::CTipoDat& tipo) { return !tipo.EsLinea(); };
+        return FuenteDe(Recoge(municipio, noEsLinea),
+                        [dueños = Dueños(municipio)](OGRFeature& elemento, const CEntidad& suya) {
+                            PonComunes(elemento, suya);
+                            elemento.SetField("clase",
+                                              suya.entidad.Tipo().EsTexto() ? "texto" : "punto");
+                            PonTexto(elemento, "texto", suya.entidad.Texto());
+                            if (const auto dueño = dueños.find({suya.poligono, suya.posicion});
+                                dueño != dueños.end())
+                                PonDueño(elemento, dueño->second);
+                            const OGRPoint punto = EnMetros(suya.entidad.PrimerPunto());
+                            elemento.SetGeometry(&punto);
+                        });
     });
 }
 
@@ -130,13 +126,11 @@ CCapaNueva CapaLineas(CMunicipioAbierto& municipio, const OGRSpatialReference* r
 {
     return std::make_unique<CCapa>(
         capa::kLineas, wkbLineString, referencia, Campos({}), [&municipio] {
-            CEntidades lineas =
-                Recoge(municipio, [](const vexageo::CTipoDat& tipo) { return tipo.EsLinea(); });
-            const std::size_t cuantas = lineas.size();
-            return CCapa::CFuente{
-                cuantas, [lineas = std::move(lineas)](std::size_t i, OGRFeature& elemento) {
-                    PonComunes(elemento, lineas[i]);
-                    elemento.SetGeometryDirectly(LineaDe(lineas[i].entidad.Puntos()).release());
-                }};
+            const auto esLinea = [](const vexageo::CTipoDat& tipo) { return tipo.EsLinea(); };
+            return FuenteDe(
+                Recoge(municipio, esLinea), [](OGRFeature& elemento, const CEntidad& suya) {
+                    PonComunes(elemento, suya);
+                    elemento.SetGeometryDirectly(LineaDe(suya.entidad.Puntos()).release());
+                });
         });
 }

@@ -4,8 +4,14 @@
 #include "platform/ansi.h"
 #include "platform/files/cfile.h"
 
+CListaCampos Une(CListaCampos campos, const CListaCampos& otros)
+{
+    campos.insert(campos.end(), otros.begin(), otros.end());
+    return campos;
+}
+
 CCapa::CCapa(const char* nombre, OGRwkbGeometryType geometria,
-             const OGRSpatialReference* referencia, const std::vector<CCampoCapa>& campos,
+             const OGRSpatialReference* referencia, const CListaCampos& campos,
              std::function<CFuente()> fuente)
     : CCapaGdal(nombre, geometria, referencia), m_pide(std::move(fuente))
 {
@@ -18,14 +24,8 @@ CCapa::CCapa(const char* nombre, OGRwkbGeometryType geometria,
 
 const CCapa::CFuente& CCapa::Fuente()
 {
-    if (m_fuente)
-        return *m_fuente;
-    try {
+    if (!m_fuente)
         m_fuente = std::make_unique<CFuente>(m_pide());
-    } catch (const CFileException& fallo) {
-        Falla(fallo);
-        m_fuente = std::make_unique<CFuente>(CFuente{0, {}});
-    }
     return *m_fuente;
 }
 
@@ -41,37 +41,46 @@ std::unique_ptr<OGRFeature> CCapa::Haz(std::size_t i)
 
 OGRFeature* CCapa::GetNextFeature()
 {
-    while (m_siguiente < Fuente().cuantos) {
-        std::unique_ptr<OGRFeature> elemento = Haz(m_siguiente++);
-        if ((m_poFilterGeom == nullptr || FilterGeometry(elemento->GetGeometryRef()) != 0) &&
-            (m_poAttrQuery == nullptr || m_poAttrQuery->Evaluate(elemento.get()) != 0))
-            return elemento.release();
-    }
-    return nullptr;
+    return SinExcepciones<OGRFeature*>(nullptr, [&]() -> OGRFeature* {
+        while (m_siguiente < Fuente().cuantos) {
+            std::unique_ptr<OGRFeature> elemento = Haz(m_siguiente++);
+            if ((m_poFilterGeom == nullptr || FilterGeometry(elemento->GetGeometryRef()) != 0) &&
+                (m_poAttrQuery == nullptr || m_poAttrQuery->Evaluate(elemento.get()) != 0))
+                return elemento.release();
+        }
+        return nullptr;
+    });
 }
 
 OGRFeature* CCapa::GetFeature(GIntBig fid)
 {
-    return fid < 1 || static_cast<std::size_t>(fid) > Fuente().cuantos
-               ? nullptr
-               : Haz(static_cast<std::size_t>(fid) - 1).release();
+    return SinExcepciones<OGRFeature*>(nullptr, [&] {
+        return fid < 1 || static_cast<std::size_t>(fid) > Fuente().cuantos
+                   ? nullptr
+                   : Haz(static_cast<std::size_t>(fid) - 1).release();
+    });
 }
 
 OGRErr CCapa::SetNextByIndex(GIntBig indice)
 {
-    if (m_poFilterGeom != nullptr || m_poAttrQuery != nullptr)
-        return OGRLayer::SetNextByIndex(indice);
-    if (indice < 0 || static_cast<std::size_t>(indice) >= Fuente().cuantos)
-        return OGRERR_FAILURE;
-    m_siguiente = static_cast<std::size_t>(indice);
-    return OGRERR_NONE;
+    return SinExcepciones<OGRErr>(OGRERR_FAILURE, [&] {
+        if (m_poFilterGeom != nullptr || m_poAttrQuery != nullptr)
+            return OGRLayer::SetNextByIndex(indice);
+        if (indice < 0 || static_cast<std::size_t>(indice) >= Fuente().cuantos)
+            return OGRERR_FAILURE;
+        m_siguiente = static_cast<std::size_t>(indice);
+        return OGRERR_NONE;
+    });
 }
 
 GIntBig CCapa::GetFeatureCount(int forzar)
 {
-    return m_poFilterGeom == nullptr && m_poAttrQuery == nullptr
-               ? static_cast<GIntBig>(Fuente().cuantos)
-               : OGRLayer::GetFeatureCount(forzar);
+    constexpr GIntBig kNoSeSabe = -1;
+    return SinExcepciones<GIntBig>(kNoSeSabe, [&] {
+        return m_poFilterGeom == nullptr && m_poAttrQuery == nullptr
+                   ? static_cast<GIntBig>(Fuente().cuantos)
+                   : OGRLayer::GetFeatureCount(forzar);
+    });
 }
 
 bool CCapa::Sabe(const char* capacidad) const

@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "evidence/gis/gdal_versions.h"
@@ -17,7 +18,10 @@ struct CCampoCapa {
     OGRFieldSubType subtipo = OFSTNone;
 };
 
-/// A layer to be read. Where `fuente` raises CFileException, the layer tells GDAL and is empty.
+using CListaCampos = std::vector<CCampoCapa>;
+CListaCampos Une(CListaCampos campos, const CListaCampos& otros);
+
+/// A layer to be read. What `fuente` and its `rellena` raise is told to GDAL at each question.
 class CCapa final : public CCapaGdal {
 public:
     /// Fills a new feature with the number `i`.
@@ -30,7 +34,7 @@ public:
     };
 
     CCapa(const char* nombre, OGRwkbGeometryType geometria, const OGRSpatialReference* referencia,
-          const std::vector<CCampoCapa>& campos, std::function<CFuente()> fuente);
+          const CListaCampos& campos, std::function<CFuente()> fuente);
 
     void ResetReading() override { m_siguiente = 0; }
     OGRFeature* GetNextFeature() override;
@@ -47,6 +51,18 @@ private:
     std::unique_ptr<CFuente> m_fuente;
     std::size_t m_siguiente = 0;
 };
+
+/// What a layer shows of each of these.
+/// \param rellena  fills a feature from one of them
+template <class T, class F>
+CCapa::CFuente FuenteDe(std::vector<T> todos, F rellena)
+{
+    const std::size_t cuantos = todos.size();
+    return {cuantos,
+            [todos = std::move(todos), rellena](std::size_t i, OGRFeature& elemento) mutable {
+                rellena(elemento, todos[i]);
+            }};
+}
 
 /// Sets a field to a text of the program, which GDAL takes as UTF-8.
 void PonTexto(OGRFeature& elemento, const char* campo, std::string_view texto);

@@ -6,6 +6,7 @@
 #include "evidence/log_reader.h"
 #include "evidence/message_advice.h"
 #include "evidence/message_places.h"
+#include "evidence/paths.h"
 #include "platform/files/cstdio_file.h"
 
 namespace {
@@ -40,13 +41,11 @@ std::unique_ptr<OGRGeometry> Juntos(const CRecintos& recintos)
 }
 
 /// The point, subparcel or parcel that a message speaks of; null where the drawing has none.
-std::unique_ptr<OGRGeometry> LugarDe(const CMensajeLeido& leido, const CLugares& lugares)
+std::unique_ptr<OGRGeometry> LugarDe(const CAviso& aviso, const CLugares& lugares)
 {
-    if (leido.sitio)
-        return std::make_unique<OGRPoint>(leido.sitio->x, leido.sitio->y);
-    if (!leido.polig || !leido.parcela)
-        return nullptr;
-    const CRecintos* suyos = lugares.Busca(*leido.polig, *leido.parcela, leido.letra);
+    if (aviso.HaySitio())
+        return std::make_unique<OGRPoint>(EnMetros({aviso.x, aviso.y}));
+    const CRecintos* suyos = lugares.Busca(aviso.polig, aviso.parcela, aviso.letra);
     return suyos == nullptr ? nullptr : Juntos(*suyos);
 }
 
@@ -54,24 +53,24 @@ void PonMensaje(OGRFeature& elemento, const CString& linea, const CLugares& luga
                 std::map<std::string, CConsejo>& consejos)
 {
     PonTexto(elemento, "texto", linea);
-    const CMensajeLeido leido = LeeMensaje(linea);
-    if (leido.mensaje == nullptr)
+    const CAviso aviso = LeeMensaje(linea);
+    if (aviso.mensaje == nullptr)
         return;
-    const std::string codigo(CodigoMensaje(*leido.mensaje));
+    const std::string codigo(CodigoMensaje(*aviso.mensaje));
     elemento.SetField(capa::kNumero, codigo.c_str());
     elemento.SetField("clase", codigo.front() == 'W' ? "warning" : "error");
-    if (leido.polig)
-        elemento.SetField(capa::kPoligono, *leido.polig);
-    if (leido.parcela)
-        elemento.SetField(capa::kParcela, *leido.parcela);
-    if (!leido.letra.IsEmpty())
-        PonTexto(elemento, capa::kLetra, leido.letra);
+    if (aviso.HayParcela()) {
+        elemento.SetField(capa::kPoligono, aviso.polig);
+        elemento.SetField(capa::kParcela, aviso.parcela);
+    }
+    if (!aviso.letra.IsEmpty())
+        PonTexto(elemento, capa::kLetra, aviso.letra);
     const auto [consejo, nuevo] = consejos.try_emplace(codigo);
     if (nuevo)
         consejo->second = DameConsejo(codigo);
     elemento.SetField("causa", consejo->second.causa.c_str());
     elemento.SetField("remedio", consejo->second.remedio.c_str());
-    if (std::unique_ptr<OGRGeometry> lugar = LugarDe(leido, lugares))
+    if (std::unique_ptr<OGRGeometry> lugar = LugarDe(aviso, lugares))
         elemento.SetGeometryDirectly(lugar.release());
 }
 
@@ -79,7 +78,7 @@ std::vector<CString> LeeRegistro(const CString& nombre)
 {
     std::vector<CString> lineas;
     CStdioFile registro;
-    if (registro.Open(nombre, CFile::modeRead | CFile::anyCase))
+    if (AbreSiHay(registro, nombre, CFile::anyCase))
         for (CString linea; registro.ReadString(linea);)
             lineas.push_back(linea);
     return lineas;
@@ -89,17 +88,16 @@ std::vector<CString> LeeRegistro(const CString& nombre)
 
 CCapaNueva CapaMensajes(CMunicipioAbierto& municipio, const OGRSpatialReference* referencia)
 {
-    const std::vector<CCampoCapa> campos = {
-        {capa::kNumero, OFTString},    {"clase", OFTString},         {"texto", OFTString},
-        {capa::kPoligono, OFTInteger}, {capa::kParcela, OFTInteger}, {capa::kLetra, OFTString},
-        {"causa", OFTString},          {"remedio", OFTString}};
+    const CListaCampos campos = {{capa::kNumero, OFTString},   {"clase", OFTString},
+                                 {"texto", OFTString},         {capa::kPoligono, OFTInteger},
+                                 {capa::kParcela, OFTInteger}, {capa::kLetra, OFTString},
+                                 {"causa", OFTString},         {"remedio", OFTString}};
     return std::make_unique<CCapa>(capa::kMensajes, wkbUnknown, referencia, campos, [&municipio] {
-        std::vector<CString> lineas = LeeRegistro(municipio.Registro());
-        const std::size_t cuantas = lineas.size();
-        return CCapa::CFuente{cuantas, [lineas = std::move(lineas), lugares = LugaresDe(municipio),
-                                        consejos = std::map<std::string, CConsejo>()](
-                                           std::size_t i, OGRFeature& elemento) mutable {
-                                  PonMensaje(elemento, lineas[i], lugares, consejos);
-                              }};
+        return FuenteDe(
+            LeeRegistro(municipio.Registro()),
+            [lugares = LugaresDe(municipio), consejos = std::map<std::string, CConsejo>()](
+                OGRFeature& elemento, const CString& linea) mutable {
+                PonMensaje(elemento, linea, lugares, consejos);
+            });
     });
 }

@@ -2,7 +2,8 @@
 
 #include <algorithm>
 
-#include "platform/files/cfile.h"
+#include "cadastre/messages.h"
+#include "evidence/paths.h"
 
 bool CMunicipioAbierto::Abre(const CString& lista, const COtrosSitios& otros)
 {
@@ -13,8 +14,9 @@ bool CMunicipioAbierto::Abre(const CString& lista, const COtrosSitios& otros)
     m_otros = otros;
     return std::any_of(
         m_lista.entradas.begin(), m_lista.entradas.end(), [&](const CString& entrada) {
-            return CFile().Open(FicheroDeLista(m_lista.carpeta, entrada, kExtensionDibujo),
-                                kModoDibujo);
+            CFile bin;
+            return AbreSiHay(bin, FicheroDeLista(m_lista.carpeta, entrada, kExtensionDibujo),
+                             kModoDibujo);
         });
 }
 
@@ -27,15 +29,19 @@ CCadena CMunicipioAbierto::Ortos() const
 
 CCadena CMunicipioAbierto::Registro() const
 {
-    return m_otros.registro.IsEmpty() ? m_lista.Salida("ERR") : CCadena(m_otros.registro);
+    return m_otros.registro.IsEmpty()
+               ? FicheroDeLista(m_lista.carpeta, m_lista.cabecera.nombreSalida, kExtensionRegistro)
+               : CCadena(m_otros.registro);
 }
 
-const CTablas& CMunicipioAbierto::Tablas()
+const CTablasLeidas& CMunicipioAbierto::Tablas()
 {
-    if (!m_tablas)
-        m_tablas = std::make_unique<CTablas>(
-            m_otros.tablas.IsEmpty() ? m_lista.carpeta : m_otros.tablas, m_lista.cabecera.Mun);
-    return *m_tablas;
+    if (m_tablas)
+        return *m_tablas;
+    CNombresTablas nombres = TablasEn(m_otros.tablas.IsEmpty() ? m_lista.carpeta : m_otros.tablas);
+    nombres[kModulos] = nombres[kCotitulares] = CString(); // no layer shows anything of them
+    return m_tablas.emplace(
+        LeeTablas(nombres, m_lista.cabecera.Mun, {false, true, CFile::anyCase, {}}));
 }
 
 const std::vector<CPoligonoDibujado>& CMunicipioAbierto::Poligonos()
@@ -43,9 +49,10 @@ const std::vector<CPoligonoDibujado>& CMunicipioAbierto::Poligonos()
     if (m_poligonos)
         return *m_poligonos;
     CHayParcela hayParcela;
-    if (const CTablas& tablas = Tablas(); tablas.HayParcelas())
+    if (const CTablasLeidas& tablas = Tablas(); tablas.parcelas.hay)
         hayParcela = [&tablas](int polig, int parcela) {
-            return tablas.Parcela(polig, parcela) != nullptr;
+            int i = kNoEncontrado;
+            return tablas.municipio.BuscaParcela(polig, parcela, i);
         };
     std::vector<CPoligonoDibujado> poligonos;
     poligonos.reserve(m_lista.entradas.size());

@@ -1,12 +1,11 @@
 #pragma once
 
-#include <memory>
 #include <optional>
 #include <vector>
 
 #include "evidence/drawn_polygon.h"
-#include "evidence/gis/reading/tables.h"
 #include "evidence/municipality_files.h"
+#include "evidence/municipality_tables.h"
 
 /// A municipality by its list file: what the layers are made of. Each part is read whole when it is
 /// asked for first, and kept; a read that fails raises CFileException.
@@ -27,14 +26,15 @@ public:
     CCadena Ortos() const;
     CCadena Registro() const;
 
-    const CTablas& Tablas();
+    /// What the tables say of parcels; one that isn't there says nothing.
+    const CTablasLeidas& Tablas();
     const std::vector<CPoligonoDibujado>& Poligonos();
     const CTopologiaDibujada& Hojas();
 
 private:
     CListaPoligonos m_lista;
     COtrosSitios m_otros;
-    std::unique_ptr<CTablas> m_tablas;
+    std::optional<CTablasLeidas> m_tablas;
     std::optional<std::vector<CPoligonoDibujado>> m_poligonos;
     std::optional<CTopologiaDibujada> m_hojas;
 };

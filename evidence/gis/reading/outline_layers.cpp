@@ -7,8 +7,6 @@
 
 namespace {
 
-using CListaCampos = std::vector<CCampoCapa>;
-
 /// The outlines of one kind, in the order of the list and of their files.
 struct CSuyo {
     const CPoligonoDibujado* poligono; ///< null for a sheet
@@ -23,12 +21,6 @@ void Apunta(const CPoligonoDibujado* poligono, const CTopologiaDibujada& topolog
     const CFaltasDeRecintos faltas = FaltasDe(topologia, que);
     for (std::size_t i = 0; i < topologia.recintos.size(); ++i)
         suyos.push_back({poligono, &topologia.recintos[i], TextoFaltas(faltas[i])});
-}
-
-CListaCampos Une(CListaCampos campos, const CListaCampos& otros)
-{
-    campos.insert(campos.end(), otros.begin(), otros.end());
-    return campos;
 }
 
 /// The fields that all outlines have.
@@ -46,6 +38,17 @@ const CListaCampos& Comunes()
                                         {capa::kX, OFTReal},
                                         {capa::kY, OFTReal}};
     return campos;
+}
+
+/// The fields of parcels and subparcels: `suyos` tell which one it is, `deTablas` what the tables
+/// say of it.
+CListaCampos DePiezas(const CListaCampos& suyos, const CListaCampos& deTablas)
+{
+    const CListaCampos numeros = {{capa::kPoligono, OFTInteger}, {capa::kParcela, OFTInteger}};
+    const CListaCampos pieza = {
+        {capa::kEntrada, OFTString}, {"pieza", OFTInteger}, {"piezas", OFTInteger}};
+    const CListaCampos dibujados = Une(Une(Une(numeros, suyos), pieza), Comunes());
+    return Une(Une(dibujados, {{"en_tablas", OFTInteger, OFSTBoolean}}), deTablas);
 }
 
 void PonComunes(OGRFeature& elemento, const CSuyo& suyo)
@@ -101,27 +104,42 @@ CCapaNueva CapaDeRecintos(const char* nombre, ClaseTopologia que, CMunicipioAbie
                           const CRellenaPropios& rellena)
 {
     return std::make_unique<CCapa>(nombre, wkbPolygon, referencia, campos, [=, &municipio] {
-        std::vector<CSuyo> suyos = Recoge(municipio, que);
-        const std::size_t cuantos = suyos.size();
-        return CCapa::CFuente{
-            cuantos, [suyos = std::move(suyos), rellena](std::size_t i, OGRFeature& elemento) {
-                PonComunes(elemento, suyos[i]);
-                rellena(elemento, suyos[i]);
-            }};
+        return FuenteDe(Recoge(municipio, que), [=](OGRFeature& elemento, const CSuyo& suyo) {
+            PonComunes(elemento, suyo);
+            rellena(elemento, suyo);
+        });
     });
 }
 
-void PonParcelaDeTablas(OGRFeature& elemento, const CTablas& tablas, const CParcela& parcela)
+/// Tells whether the tables can be asked for an outline's parcel.
+bool HayTablas(CMunicipioAbierto& municipio, const CSuyo& suyo)
+{
+    return municipio.Tablas().parcelas.hay && suyo.recinto->parcela >= 0;
+}
+
+/// The outline's parcel in the tables, null where they have none.
+const CParcela* EnTablas(CMunicipioAbierto& municipio, const CSuyo& suyo)
+{
+    const CMunicipio& tablas = municipio.Tablas().municipio;
+    int i = kNoEncontrado;
+    return tablas.BuscaParcela(suyo.poligono->polig, suyo.recinto->parcela, i)
+               ? &tablas.DameParcela(i)
+               : nullptr;
+}
+
+void PonParcelaDeTablas(OGRFeature& elemento, const CMunicipio& tablas, const CParcela& parcela)
 {
     elemento.SetField("superficie", parcela.Superficie);
     elemento.SetField("participacion", parcela.ParticiPrincipal());
     PonTexto(elemento, "clave_conc", CString(std::string(1, parcela.claveConc)).TrimRight());
-    if (const CTitular* titular = tablas.Titular(parcela)) {
-        PonTexto(elemento, "titular", CString(titular->Nombre).TrimRight());
-        PonTexto(elemento, "dni", CString(titular->DNI).TrimRight());
+    if (const int titular = parcela.TitularPrincipal(); titular >= 0) {
+        PonTexto(elemento, "titular", CString(tablas.DameTitular(titular).Nombre).TrimRight());
+        PonTexto(elemento, "dni", CString(tablas.DameTitular(titular).DNI).TrimRight());
     }
-    if (const CParaje* paraje = tablas.Paraje(parcela))
-        PonTexto(elemento, "paraje", CString(paraje->Nombre).TrimRight());
+    if (parcela.paraje >= 0)
+        PonTexto(
+            elemento, "paraje",
+            CString(tablas.Parajes()[static_cast<std::size_t>(parcela.paraje)].Nombre).TrimRight());
 }
 
 void PonSubparcelaDeTablas(OGRFeature& elemento, const CSubparcela& subparcela)
@@ -136,57 +154,40 @@ void PonSubparcelaDeTablas(OGRFeature& elemento, const CSubparcela& subparcela)
 
 CCapaNueva CapaParcelas(CMunicipioAbierto& municipio, const OGRSpatialReference* referencia)
 {
-    const CListaCampos campos = Une(Une({{capa::kPoligono, OFTInteger},
-                                         {capa::kParcela, OFTInteger},
-                                         {capa::kEntrada, OFTString},
-                                         {"pieza", OFTInteger},
-                                         {"piezas", OFTInteger}},
-                                        Comunes()),
-                                    {{"en_tablas", OFTInteger, OFSTBoolean},
-                                     {"superficie", OFTInteger},
-                                     {"titular", OFTString},
-                                     {"dni", OFTString},
-                                     {"participacion", OFTInteger},
-                                     {"paraje", OFTString},
-                                     {"clave_conc", OFTString}});
+    const CListaCampos campos = DePiezas({}, {{"superficie", OFTInteger},
+                                              {"titular", OFTString},
+                                              {"dni", OFTString},
+                                              {"participacion", OFTInteger},
+                                              {"paraje", OFTString},
+                                              {"clave_conc", OFTString}});
     return CapaDeRecintos(capa::kParcelas, ClaseTopologia::Parcelas, municipio, referencia, campos,
                           [&municipio](OGRFeature& elemento, const CSuyo& suyo) {
                               PonPieza(elemento, suyo);
-                              const CTablas& tablas = municipio.Tablas();
-                              if (!tablas.HayParcelas() || suyo.recinto->parcela < 0)
+                              if (!HayTablas(municipio, suyo))
                                   return;
-                              const CParcela* parcela =
-                                  tablas.Parcela(suyo.poligono->polig, suyo.recinto->parcela);
+                              const CParcela* parcela = EnTablas(municipio, suyo);
                               elemento.SetField("en_tablas", parcela != nullptr ? 1 : 0);
                               if (parcela != nullptr)
-                                  PonParcelaDeTablas(elemento, tablas, *parcela);
+                                  PonParcelaDeTablas(elemento, municipio.Tablas().municipio,
+                                                     *parcela);
                           });
 }
 
 CCapaNueva CapaSubparcelas(CMunicipioAbierto& municipio, const OGRSpatialReference* referencia)
 {
-    const CListaCampos campos = Une(Une({{capa::kPoligono, OFTInteger},
-                                         {capa::kParcela, OFTInteger},
-                                         {capa::kLetra, OFTString},
-                                         {capa::kEntrada, OFTString},
-                                         {"pieza", OFTInteger},
-                                         {"piezas", OFTInteger}},
-                                        Comunes()),
-                                    {{"en_tablas", OFTInteger, OFSTBoolean},
-                                     {"superficie", OFTInteger},
-                                     {"tipo", OFTString},
-                                     {"calificacion", OFTString},
-                                     {"clase", OFTInteger}});
+    const CListaCampos campos = DePiezas({{capa::kLetra, OFTString}}, {{"superficie", OFTInteger},
+                                                                       {"tipo", OFTString},
+                                                                       {"calificacion", OFTString},
+                                                                       {"clase", OFTInteger}});
     return CapaDeRecintos(
         capa::kSubparcelas, ClaseTopologia::Subparcelas, municipio, referencia, campos,
         [&municipio](OGRFeature& elemento, const CSuyo& suyo) {
             PonPieza(elemento, suyo);
             if (suyo.recinto->Valido())
                 PonTexto(elemento, capa::kLetra, suyo.recinto->letra);
-            const CTablas& tablas = municipio.Tablas();
-            if (!tablas.HayParcelas() || suyo.recinto->parcela < 0)
+            if (!HayTablas(municipio, suyo))
                 return;
-            const CParcela* parcela = tablas.Parcela(suyo.poligono->polig, suyo.recinto->parcela);
+            const CParcela* parcela = EnTablas(municipio, suyo);
             const int i =
                 parcela == nullptr ? -1 : parcela->BuscaSubparcela(suyo.recinto->letra, 0);
             elemento.SetField("en_tablas", i >= 0 ? 1 : 0);

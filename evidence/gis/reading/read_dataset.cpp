@@ -49,27 +49,22 @@ GDALDataset* CDatosMunicipio::Abre(GDALOpenInfo* que)
     const auto opcionDe = [&](const char* cual) {
         return CString(CSLFetchNameValueDef(que->papszOpenOptions, cual, ""));
     };
-    try {
-        auto municipio = std::make_unique<CMunicipioAbierto>();
-        if (!municipio->Abre(nombre, {opcionDe(opcion::kTablas), opcionDe(opcion::kOrtos),
-                                      opcionDe(opcion::kRegistro)})) {
-            if (pedido)
-                FallaCon("%s no es una lista de polígonos con sus dibujos al lado"_ansi, nombre);
-            return nullptr;
-        }
-        // Layers and geometries share it by counting.
-        const std::unique_ptr<OGRSpatialReference, CSuelta> referencia(new OGRSpatialReference());
-        referencia->SetAxisMappingStrategy(OAMS_TRADITIONAL_GIS_ORDER);
-        const CString srs = opcionDe(opcion::kReferencia);
-        if (!srs.IsEmpty() && referencia->SetFromUserInput(srs.GetString()) != OGRERR_NONE)
-            return nullptr; // told by GDAL
-        auto datos = std::unique_ptr<CDatosMunicipio>(new CDatosMunicipio(std::move(municipio)));
-        datos->PonCapas(srs.IsEmpty() ? nullptr : referencia.get());
-        return datos.release();
-    } catch (const CFileException& fallo) {
-        Falla(fallo);
+    auto municipio = std::make_unique<CMunicipioAbierto>();
+    if (!municipio->Abre(nombre, {opcionDe(opcion::kTablas), opcionDe(opcion::kOrtos),
+                                  opcionDe(opcion::kRegistro)})) {
+        if (pedido)
+            FallaCon("%s no es una lista de polígonos con sus dibujos al lado"_ansi, nombre);
         return nullptr;
     }
+    // Layers and geometries share it by counting.
+    const std::unique_ptr<OGRSpatialReference, CSuelta> referencia(new OGRSpatialReference());
+    referencia->SetAxisMappingStrategy(OAMS_TRADITIONAL_GIS_ORDER);
+    const CString srs = opcionDe(opcion::kReferencia);
+    if (!srs.IsEmpty() && referencia->SetFromUserInput(srs.GetString()) != OGRERR_NONE)
+        return nullptr; // told by GDAL
+    auto datos = std::unique_ptr<CDatosMunicipio>(new CDatosMunicipio(std::move(municipio)));
+    datos->PonCapas(srs.IsEmpty() ? nullptr : referencia.get());
+    return datos.release();
 }
 
 void CDatosMunicipio::PonCapas(const OGRSpatialReference* referencia)

@@ -12,8 +12,8 @@ class CDatosMunicipio final : public CDatosGdal {
 public:
     /// Tells GDAL whether the file looks like a list, by its first lines or by the prefix "VEXA:".
     static int Identifica(GDALOpenInfo* que);
-    /// Opens the list; GDAL owns the result. Null for a file that is no list, in silence, and for
-    /// one that can't be read, which GDAL is told. Raises no CFileException.
+    /// Opens the list; GDAL owns the result. Null for a file that is no list, in silence. Raises
+    /// CFileException for one that can't be read.
     static GDALDataset* Abre(GDALOpenInfo* que);
 
 private:

@@ -8,7 +8,9 @@
 #include "evidence/gis/complaints.h"
 #include "evidence/gis/geometry.h"
 #include "evidence/gis/writing/label_point.h"
+#include "evidence/gis/writing/overlaps.h"
 #include "evidence/outline_pieces.h"
+#include "evidence/paths.h"
 #include "platform/ansi.h"
 
 using vexageo::CPoligonoTopologico;
@@ -28,28 +30,16 @@ EstadoRecinto EstadoDe(const CRecintoEntrante& recinto)
                           : EstadoRecinto::SinRotulo;
 }
 
-/// The rings around all parcels, by their own points; each with its holes.
-std::vector<std::vector<CAnillo>> Alrededor(const std::vector<CRecintoDibujado>& parcelas)
+/// The rings around all outlines together; each with its holes.
+std::vector<std::vector<CAnillo>> Alrededor(const OGRMultiPolygon& todas)
 {
-    OGRMultiPolygon todas;
-    for (const CRecintoDibujado& parcela : parcelas)
-        if (std::unique_ptr<OGRPolygon> poligono = PoligonoDe(parcela))
-            todas.addGeometryDirectly(poligono.release());
     const std::unique_ptr<OGRGeometry> juntas(todas.UnionCascaded());
     std::vector<std::vector<CAnillo>> recintos;
-    const auto toma = [&](const OGRPolygon& poligono) {
-        std::vector<CAnillo>& anillos = recintos.emplace_back();
-        for (const OGRLinearRing* anillo : poligono) {
-            CAnillo& suyo = anillos.emplace_back();
-            for (int i = 0; i + 1 < anillo->getNumPoints(); ++i)
-                suyo.push_back(EnUnidades(anillo->getX(i), anillo->getY(i)));
-        }
-    };
     if (juntas && wkbFlatten(juntas->getGeometryType()) == wkbPolygon)
-        toma(*juntas->toPolygon());
+        recintos.push_back(AnillosDe(*juntas->toPolygon()));
     else if (juntas && wkbFlatten(juntas->getGeometryType()) == wkbMultiPolygon)
         for (const OGRPolygon* poligono : *juntas->toMultiPolygon())
-            toma(*poligono);
+            recintos.push_back(AnillosDe(*poligono));
     return recintos;
 }
 
@@ -79,12 +69,17 @@ bool CDibujoHecho::Compon(const std::vector<const CRecintoEntrante*>& entrantes,
         m_redondos.push_back({*entrante, {}});
     if (!RedondeaRecintos(modo))
         return false;
+    RodeaParcelas();
+    std::vector<CAnillo> todos;
+    for (const CRedondo& redondo : m_redondos)
+        todos.insert(todos.end(), redondo.anillos.begin(), redondo.anillos.end());
+    m_tramos = std::make_unique<CTramos>(todos);
     bool bien = true;
     for (const CRedondo& redondo : m_redondos)
         bien = ComponRegistro(redondo.recinto, redondo.anillos, modo) && bien;
     Relaciona(m_dibujado, {});
-    if (m_registros[ClaseTopologia::Poligonos].empty())
-        RodeaParcelas();
+    for (const ClaseTopologia que : {ClaseTopologia::Parcelas, ClaseTopologia::Subparcelas})
+        AvisaSolapes(m_dibujado.Topologia(que), que, m_dibujado.entrada);
     bien = PermitePiezas(ClaseTopologia::Parcelas, modo) && bien;
     return PermitePiezas(ClaseTopologia::Subparcelas, modo) && bien;
 }
@@ -102,7 +97,6 @@ bool CDibujoHecho::RedondeaRecintos(const CModoDibujo& modo)
                  m_redondos.front().recinto.nombre);
         return false;
     }
-    m_tramos = std::make_unique<CTramos>(todos);
     auto siguiente = todos.begin();
     bool bien = true;
     for (CRedondo& redondo : m_redondos) {
@@ -125,21 +119,27 @@ bool CDibujoHecho::RedondeaRecintos(const CModoDibujo& modo)
     return bien;
 }
 
-/// A polygon that nobody drew is what its parcels cover.
+/// A polygon that nobody drew is what its parcels cover. Where they cross, its points lie on none
+/// of them.
 void CDibujoHecho::RodeaParcelas()
 {
-    const std::vector<CRecintoDibujado>& parcelas = m_dibujado.parcelas.recintos;
-    if (parcelas.empty())
+    OGRMultiPolygon parcelas;
+    for (const CRedondo& redondo : m_redondos) {
+        if (redondo.recinto.clase == ClaseTopologia::Poligonos)
+            return;
+        if (redondo.recinto.clase == ClaseTopologia::Parcelas)
+            parcelas.addGeometryDirectly(PoligonoDe(redondo.anillos).release());
+    }
+    if (parcelas.IsEmpty())
         return;
     CRecintoEntrante recinto;
     recinto.clase = ClaseTopologia::Poligonos;
     recinto.codigo = kCodigoPoligono;
-    CString numero;
-    numero.Format("%d", LeeEntero(m_redondos.front().recinto.entrada));
-    recinto.rotulo = numero;
-    CNoticias sinEco;
-    for (const std::vector<CAnillo>& anillos : Alrededor(parcelas))
-        ComponRegistro(recinto, anillos, {true, true, &sinEco});
+    const int polig = LeeEntero(m_redondos.front().recinto.entrada);
+    recinto.rotulo.emplace().Format("%d", polig);
+    recinto.nombre.Format("el polígono %d"_ansi, polig);
+    for (std::vector<CAnillo>& anillos : Alrededor(parcelas))
+        m_redondos.push_back({recinto, std::move(anillos)});
 }
 
 bool CDibujoHecho::ComponRegistro(CRecintoEntrante recinto, const std::vector<CAnillo>& anillos,
@@ -222,21 +222,19 @@ bool CDibujoHecho::PermitePiezas(ClaseTopologia que, const CModoDibujo& modo) co
     return permitidas;
 }
 
-bool CDibujoHecho::Graba(const CString& base,
+void CDibujoHecho::Graba(const CString& base,
                          std::initializer_list<std::pair<ClaseTopologia, const char*>> ficheros,
-                         CConjuntoSalidas& salidas, CFileException& fallo)
+                         CConjuntoSalidas& salidas)
 {
-    constexpr UINT kModo = CFile::modeCreate | CFile::modeWrite;
+    CFileException fallo;
     if (!m_dibujo.Abre(base + ".BIN", &fallo, &salidas))
-        return false;
+        throw CFileException(fallo);
     m_dibujo.Cierra();
     for (const auto& [clase, extension] : ficheros) {
         CFile topologia;
-        if (!topologia.Open(base + extension, kModo, &fallo, &salidas))
-            return false;
+        CreaSalida(topologia, base + extension, salidas);
         for (const CPoligonoTopologico& registro : m_registros[clase])
             registro.Write(&topologia);
         topologia.Close();
     }
-    return true;
 }

@@ -45,12 +45,11 @@ public:
     bool Compon(const std::vector<const CRecintoEntrante*>& entrantes, const CModoDibujo& modo);
 
     /// Writes the drawing and the topologies with these extensions, in the order given. They take
-    /// their places when `salidas` is confirmed. False, with the reason in `fallo`, where a file
-    /// can't be created; raises CFileException where one can't be written.
+    /// their places when `salidas` is confirmed. Raises CFileException.
     /// \param base  path of the files without their extension
-    bool Graba(const CString& base,
+    void Graba(const CString& base,
                std::initializer_list<std::pair<ClaseTopologia, const char*>> ficheros,
-               CConjuntoSalidas& salidas, CFileException& fallo);
+               CConjuntoSalidas& salidas);
 
 private:
     bool RedondeaRecintos(const CModoDibujo& modo);

@@ -212,10 +212,9 @@ CString MotivoDe(const OGRGeometry* geometria)
     if (!(std::max({-caja.MinX, -caja.MinY, caja.MaxX, caja.MaxY}) < kMayorCoordenada))
         return "sus coordenadas no caben en un dibujo"_ansi;
     CPLErrorReset();
-    CPLPushErrorHandler(CPLQuietErrorHandler);
+    const CPLErrorHandlerPusher callado(CPLQuietErrorHandler);
     const bool valido = geometria->IsValid() != 0;
     const CString dicho = Ansi(CPLGetLastErrorMsg());
-    CPLPopErrorHandler();
     CPLErrorReset();
     return valido ? CString() : "su contorno no es válido: "_ansi + dicho;
 }

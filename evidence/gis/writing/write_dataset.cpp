@@ -7,12 +7,11 @@
 #include "evidence/gis/complaints.h"
 #include "evidence/gis/names.h"
 #include "evidence/gis/writing/write_layer.h"
+#include "evidence/paths.h"
 #include "platform/ansi.h"
 #include "platform/files/cstdio_file.h"
 
 namespace {
-
-constexpr UINT kModoTexto = CFile::modeCreate | CFile::modeWrite;
 
 /// A layer of what the driver shows beside the outlines: it comes from the drawings, not into them.
 bool EsDeEvidencia(const char* nombre)
@@ -41,15 +40,13 @@ CMunicipioNuevo::CMunicipioNuevo(const char* lista, CSLConstList opciones)
 
 CMunicipioNuevo::~CMunicipioNuevo()
 {
-    if (m_rechazado) {
-        Falla("No se ha escrito ningún dibujo: hay recintos rechazados"_ansi);
-        return;
-    }
-    try {
-        Graba();
-    } catch (const CFileException& fallo) {
-        Falla(fallo);
-    }
+    SinExcepciones(false, [this] {
+        if (m_rechazado)
+            Falla("No se ha escrito ningún dibujo: hay recintos rechazados"_ansi);
+        else
+            Graba();
+        return true;
+    });
 }
 
 bool CMunicipioNuevo::SiNo(const char* opcion) const
@@ -75,10 +72,14 @@ OGRLayer* CMunicipioNuevo::CreaCapa(const char* nombre, const OGRSpatialReferenc
         return nullptr;
     }
     const auto toma = [this](ClaseTopologia suya, const OGRFeature& elemento) {
-        return Toma(suya, elemento);
+        const bool tomado = SinExcepciones(false, [&] { return Toma(suya, elemento); });
+        m_rechazado = m_rechazado || !tomado;
+        return tomado;
     };
-    Añade(std::make_unique<CCapaNuevaSalida>(toma, nombre, clase, referencia));
-    return Ultima();
+    return SinExcepciones<OGRLayer*>(nullptr, [&] {
+        Añade(std::make_unique<CCapaNuevaSalida>(toma, nombre, clase, referencia));
+        return Ultima();
+    });
 }
 
 bool CMunicipioNuevo::Sabe(const char* capacidad) const
@@ -95,7 +96,6 @@ bool CMunicipioNuevo::Toma(ClaseTopologia clase, const OGRFeature& elemento)
         Advierte("Se deja fuera "_ansi + motivo);
         return true;
     }
-    m_rechazado = true;
     Falla(motivo);
     return false;
 }
@@ -144,8 +144,10 @@ void CMunicipioNuevo::Graba()
     std::vector<CString> entradas;
     const bool bien = GrabaPoligonos(salidas, entradas) && GrabaHojas(salidas);
     m_noticias.Dice();
-    if (bien && GrabaLista(salidas, cabecera, entradas))
-        salidas.Confirma();
+    if (!bien)
+        return;
+    GrabaLista(salidas, cabecera, entradas);
+    salidas.Confirma();
 }
 
 bool CMunicipioNuevo::GrabaPoligonos(CConjuntoSalidas& salidas, std::vector<CString>& entradas)
@@ -162,17 +164,14 @@ bool CMunicipioNuevo::GrabaPoligonos(CConjuntoSalidas& salidas, std::vector<CStr
     bool bien = true;
     for (const CString& entrada : entradas) {
         CDibujoHecho dibujo;
-        CFileException fallo;
-        if (!dibujo.Compon(porEntrada[std::string(std::string_view(entrada))], m_modo)) {
+        if (!dibujo.Compon(porEntrada[std::string(std::string_view(entrada))], m_modo))
             bien = false; // the others are looked at all the same, so that all refusals are told
-        } else if (bien && !dibujo.Graba(Al(entrada),
-                                         {{ClaseTopologia::Parcelas, ".PAR"},
-                                          {ClaseTopologia::Subparcelas, ".SUB"},
-                                          {ClaseTopologia::Poligonos, ".POL"}},
-                                         salidas, fallo)) {
-            Falla(fallo);
-            return false;
-        }
+        else if (bien)
+            dibujo.Graba(Al(entrada),
+                         {{ClaseTopologia::Parcelas, ".PAR"},
+                          {ClaseTopologia::Subparcelas, ".SUB"},
+                          {ClaseTopologia::Poligonos, ".POL"}},
+                         salidas);
     }
     return bien;
 }
@@ -186,28 +185,20 @@ bool CMunicipioNuevo::GrabaHojas(CConjuntoSalidas& salidas)
     if (hojas.empty())
         return true;
     CDibujoHecho dibujo;
-    CFileException fallo;
     if (!dibujo.Compon(hojas, m_modo))
         return false;
-    const CString base = Al(m_opciones.FetchNameValueDef(opcion::kOrtos, "ortos"));
-    if (dibujo.Graba(base, {{ClaseTopologia::Hojas, ".TOP"}}, salidas, fallo))
-        return true;
-    Falla(fallo);
-    return false;
+    dibujo.Graba(Al(m_opciones.FetchNameValueDef(opcion::kOrtos, "ortos")),
+                 {{ClaseTopologia::Hojas, ".TOP"}}, salidas);
+    return true;
 }
 
-bool CMunicipioNuevo::GrabaLista(CConjuntoSalidas& salidas, const CString& cabecera,
-                                 const std::vector<CString>& entradas)
+void CMunicipioNuevo::GrabaLista(CConjuntoSalidas& salidas, const CString& cabecera,
+                                 const std::vector<CString>& entradas) const
 {
     CStdioFile lista;
-    CFileException fallo;
-    if (!lista.Open(m_lista, kModoTexto, &fallo, &salidas)) {
-        Falla(fallo);
-        return false;
-    }
+    CreaSalida(lista, m_lista, salidas);
     lista.WriteString(cabecera + "\n");
     for (const CString& entrada : entradas)
         lista.WriteString("P" + entrada + "\n");
     lista.Close();
-    return true;
 }

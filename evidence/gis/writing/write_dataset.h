@@ -30,10 +30,11 @@ private:
     /// The list's first line; empty, which was told, where nothing says which municipality it is.
     CString Cabecera();
     void Graba();
+    // The two make drawings, and give false where an outline was refused, which was told.
     bool GrabaPoligonos(CConjuntoSalidas& salidas, std::vector<CString>& entradas);
     bool GrabaHojas(CConjuntoSalidas& salidas);
-    bool GrabaLista(CConjuntoSalidas& salidas, const CString& cabecera,
-                    const std::vector<CString>& entradas);
+    void GrabaLista(CConjuntoSalidas& salidas, const CString& cabecera,
+                    const std::vector<CString>& entradas) const;
     CString Al(const CString& nombre) const; ///< beside the list
 
     CString m_lista;

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "evidence/gis/complaints.h"
+
 CCapaNuevaSalida::CCapaNuevaSalida(CTomaElemento toma, const char* nombre,
                                    std::optional<ClaseTopologia> clase,
                                    const OGRSpatialReference* referencia)
@@ -11,8 +13,10 @@ CCapaNuevaSalida::CCapaNuevaSalida(CTomaElemento toma, const char* nombre,
 
 OGRErr CCapaNuevaSalida::CreateField(CCampoPedido* campo, int /*aproximado*/)
 {
-    Definicion().AddFieldDefn(campo);
-    return OGRERR_NONE;
+    return SinExcepciones<OGRErr>(OGRERR_FAILURE, [&] {
+        Definicion().AddFieldDefn(campo);
+        return OGRERR_NONE;
+    });
 }
 
 OGRErr CCapaNuevaSalida::ICreateFeature(OGRFeature* elemento)

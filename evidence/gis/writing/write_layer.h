@@ -6,7 +6,8 @@
 #include "evidence/drawn_polygon.h"
 #include "evidence/gis/gdal_versions.h"
 
-/// Takes a feature of a layer for the drawings. False, which was told, where it is refused.
+/// Takes a feature of a layer for the drawings. False, which was told, where it is refused. Raises
+/// nothing.
 using CTomaElemento = std::function<bool(ClaseTopologia clase, const OGRFeature& elemento)>;
 
 /// A layer that takes features for the drawings. It keeps none to be read.

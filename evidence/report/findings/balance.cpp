@@ -8,16 +8,12 @@
 #include "evidence/report/reading/text.h"
 
 namespace informe {
-namespace {
 
-std::int64_t Suma(const std::vector<CPartida::CRenglon>& renglones)
+std::int64_t CPartida::Suma(const std::vector<CRenglon>& renglones)
 {
-    return std::accumulate(
-        renglones.begin(), renglones.end(), std::int64_t{0},
-        [](std::int64_t suma, const CPartida::CRenglon& r) { return suma + r.cuantos; });
+    return std::accumulate(renglones.begin(), renglones.end(), std::int64_t{0},
+                           [](std::int64_t suma, const CRenglon& r) { return suma + r.cuantos; });
 }
-
-} // namespace
 
 void CPartida::Faltan(std::int64_t cuantos, const CClaveRegistro& clave)
 {
@@ -36,21 +32,11 @@ const char* CPartida::Titulo() const
     return kTitulos[static_cast<std::size_t>(que)];
 }
 
-std::int64_t CPartida::SumaEntra() const
-{
-    return Suma(entra);
-}
-
-std::int64_t CPartida::SumaSale() const
-{
-    return Suma(sale);
-}
-
 /// The sums may agree by chance, and records of one key may stand for those of another: the greater
 /// of the two numbers is told.
 std::int64_t CPartida::SinExplicar() const
 {
-    return SePuedeDecir() ? std::max(std::abs(SumaEntra() - SumaSale()), faltan + sobran) : 0;
+    return SePuedeDecir() ? std::max(std::abs(Suma(entra) - Suma(sale)), faltan + sobran) : 0;
 }
 
 std::int64_t CBalance::SinExplicar() const

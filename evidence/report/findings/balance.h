@@ -55,8 +55,7 @@ struct CPartida {
     void Faltan(std::int64_t cuantos, const CClaveRegistro& clave);
 
     const char* Titulo() const;
-    std::int64_t SumaEntra() const;
-    std::int64_t SumaSale() const;
+    static std::int64_t Suma(const std::vector<CRenglon>& renglones); ///< of one of the sides
     /// How many records nothing explains; 0 too where nothing can be said.
     std::int64_t SinExplicar() const;
     bool SePuedeDecir() const { return noSePuede.empty(); }

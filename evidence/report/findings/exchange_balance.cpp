@@ -1,4 +1,4 @@
-#include "evidence/report/findings/exchange_balance.h"
+#include "evidence/report/findings/run_balances.h"
 
 #include <algorithm>
 

@@ -79,7 +79,7 @@ void CLugaresDeAvisos::Toma(const CPoligonoDibujado& poligono)
 
 std::optional<vexageo::CPunto<int>> CLugaresDeAvisos::De(const CAviso& aviso) const
 {
-    if (aviso.x != CAviso::kNada && aviso.y != CAviso::kNada)
+    if (aviso.HaySitio())
         return vexageo::CPunto<int>(aviso.x, aviso.y);
     const auto* const suyo =
         aviso.HayParcela() ? m_lugares.Busca(aviso.polig, aviso.parcela, aviso.letra) : nullptr;

@@ -2,8 +2,7 @@
 
 #include <utility>
 
-#include "evidence/report/findings/exchange_balance.h"
-#include "evidence/report/findings/tables_balance.h"
+#include "evidence/report/findings/run_balances.h"
 
 namespace informe {
 

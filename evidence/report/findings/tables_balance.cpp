@@ -1,4 +1,4 @@
-#include "evidence/report/findings/tables_balance.h"
+#include "evidence/report/findings/run_balances.h"
 
 #include <algorithm>
 
@@ -120,12 +120,11 @@ private:
     };
     CPartida Empieza(const CNombres& nombres, const CFilasLeidas& clase,
                      std::int64_t escritos) const;
-    CPartida Titulares() const;
+    CPartida FilaAFila(const CNombres& nombres, const CFilasLeidas& clase,
+                       const CClaves& escritas) const;
     CPartida Parcelas() const;
     CPartida Subparcelas() const;
     CPartida Cotitulares() const;
-    CPartida Parajes() const;
-    CPartida Modulos() const;
     std::int64_t Cuenta(Mensaje mensaje) const { return m_registro.Cuenta(mensaje); }
 
     const CRegistroLeido& m_registro;
@@ -153,13 +152,12 @@ std::int64_t Cuantas(const CClaves& claves)
     return static_cast<std::int64_t>(claves.size());
 }
 
-CPartida CBalanceVuelta::Titulares() const
+/// A kind whose rows the drawing neither adds to nor takes from.
+CPartida CBalanceVuelta::FilaAFila(const CNombres& nombres, const CFilasLeidas& clase,
+                                   const CClaves& escritas) const
 {
-    CPartida partida =
-        Empieza({Partida::Titulares, kTitulares, 'R', "registros TL", "sin número, nombre o DNI"},
-                m_tablas.titulares, Cuantas(m_escritos.titulares));
-    partida.Sale("unidas a otra de igual nombre y DNI", m_tablas.titulares.unidas);
-    Coteja(m_tablas.titulares.quedan, m_escritos.titulares, partida);
+    CPartida partida = Empieza(nombres, clase, Cuantas(escritas));
+    Coteja(clase.quedan, escritas, partida);
     return partida;
 }
 
@@ -200,44 +198,34 @@ CPartida CBalanceVuelta::Subparcelas() const
 CPartida CBalanceVuelta::Cotitulares() const
 {
     const CFilasLeidas& clase = m_tablas.cotitulares;
-    CPartida partida = Empieza({Partida::Cotitulares, kCotitulares, 'R',
-                                "cotitulares en registros CT", "sin Titul o partici"},
-                               clase, Cuantas(m_escritos.cotitulares));
+    CPartida partida = FilaAFila({Partida::Cotitulares, kCotitulares, 'R',
+                                  "cotitulares en registros CT", "sin Titul o partici"},
+                                 clase, m_escritos.cotitulares);
     partida.Sale("sin su parcela (E104)",
                  std::min(m_tablas.cotitularesSinParcela, Cuenta(kCotitularSinParcela)));
     partida.Sale("sin su titular (E105)",
                  std::min(m_tablas.cotitularesSinTitular, Cuenta(kCotitularSinTitular)));
     partida.Sale("sumadas a la parte del mismo titular", clase.unidas);
-    Coteja(clase.quedan, m_escritos.cotitulares, partida);
-    return partida;
-}
-
-CPartida CBalanceVuelta::Parajes() const
-{
-    CPartida partida =
-        Empieza({Partida::Parajes, kParajes, 'R', "registros PJ", "sin número o nombre"},
-                m_tablas.parajes, Cuantas(m_escritos.parajes));
-    partida.SalePerdido("de un nombre que ya estaba: su número se pierde, sin mensaje",
-                        m_tablas.parajes.unidas);
-    Coteja(m_tablas.parajes.quedan, m_escritos.parajes, partida);
-    return partida;
-}
-
-CPartida CBalanceVuelta::Modulos() const
-{
-    CPartida partida =
-        Empieza({Partida::Modulos, kModulos, 'M', "registros MD", "sin Cal o Denominacion"},
-                m_tablas.modulos, Cuantas(m_escritos.modulos));
-    partida.SalePerdido("de un módulo que ya estaba, sin mensaje", m_tablas.modulos.unidas);
-    Coteja(m_tablas.modulos.quedan, m_escritos.modulos, partida);
     return partida;
 }
 
 CBalance CBalanceVuelta::Hace() const
 {
     CBalance balance;
-    balance.partidas = {Titulares(),   Parcelas(), Cotitulares(),
-                        Subparcelas(), Parajes(),  Modulos()};
+    CPartida titulares =
+        FilaAFila({Partida::Titulares, kTitulares, 'R', "registros TL", "sin número, nombre o DNI"},
+                  m_tablas.titulares, m_escritos.titulares);
+    titulares.Sale("unidas a otra de igual nombre y DNI", m_tablas.titulares.unidas);
+    CPartida parajes =
+        FilaAFila({Partida::Parajes, kParajes, 'R', "registros PJ", "sin número o nombre"},
+                  m_tablas.parajes, m_escritos.parajes);
+    parajes.SalePerdido("de un nombre que ya estaba: su número se pierde, sin mensaje",
+                        m_tablas.parajes.unidas);
+    CPartida modulos =
+        FilaAFila({Partida::Modulos, kModulos, 'M', "registros MD", "sin Cal o Denominacion"},
+                  m_tablas.modulos, m_escritos.modulos);
+    modulos.SalePerdido("de un módulo que ya estaba, sin mensaje", m_tablas.modulos.unidas);
+    balance.partidas = {titulares, Parcelas(), Cotitulares(), Subparcelas(), parajes, modulos};
     for (CPartida& partida : balance.partidas)
         if (!partida.SePuedeDecir())
             partida.faltan = partida.sobran = 0;

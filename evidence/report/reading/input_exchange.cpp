@@ -1,5 +1,3 @@
-#include <array>
-
 #include "cadastre/database.h"
 #include "cadastre/exchange_lines.h"
 #include "evidence/report/reading/input_lines.h"
@@ -57,12 +55,7 @@ private:
 
 void CLectorCatastro::Toma(std::string_view linea, bool esTrozo)
 {
-    ++m_leida.lineas;
     const CLineaFija fija(linea);
-    if (fija.Vacia()) {
-        ++m_leida.vacias;
-        return;
-    }
     m_municipio = m_base.RegistraMunicipio(static_cast<short>(fija.Entero(kLeeMun)));
     const std::string_view tipo = fija.Texto(kLeeTipo);
     if (tipo == "MD")
@@ -196,7 +189,7 @@ void CLectorCatastro::AsientaVinculos()
 void LeeCatastro(CStdioFile& entrada, CEntradaLeida& leida, CPersonas& personas)
 {
     CLectorCatastro lector(leida, personas);
-    RecorreLineas<kLineaCatastro>(entrada, lector);
+    RecorreLineas<kLineaCatastro>(entrada, lector, leida);
     lector.Acaba();
 }
 

@@ -1,6 +1,7 @@
 #include "evidence/report/reading/input_lines.h"
 
 #include "cadastre/exchange_lines.h"
+#include "evidence/paths.h"
 #include "evidence/report/reading/bounds.h"
 
 namespace informe {
@@ -10,7 +11,7 @@ namespace {
 bool EsRelacion(const CString& nombre)
 {
     CStdioFile fichero;
-    fichero.Open(nombre, CFile::modeRead);
+    AbreSiHay(fichero, nombre);
     int deLista = 0;
     int deCatastro = 0;
     char bufer[kLineaCatastro + 1];
@@ -31,7 +32,7 @@ CEntradaLeida LeeEntrada(const CString& nombre, CPersonas& personas)
 {
     CEntradaLeida leida;
     CStdioFile fichero;
-    leida.hay = !nombre.IsEmpty() && fichero.Open(nombre, CFile::modeRead);
+    leida.hay = AbreSiHay(fichero, nombre);
     if (!leida.hay)
         return leida;
     leida.esLista = EsRelacion(nombre);

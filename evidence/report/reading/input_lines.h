@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "cadastre/exchange_format.h"
 #include "evidence/record_key.h"
 #include "evidence/report/reading/people.h"
 #include "platform/files/cstdio_file.h"
@@ -38,7 +39,7 @@ struct CEntradaLeida {
         }
     };
 
-    bool hay = false;     ///< it could be opened
+    bool hay = false;     ///< it is there
     bool esLista = false; ///< a list of subparcels, no exchange file
     std::int64_t lineas = 0;
     std::int64_t vacias = 0;
@@ -55,23 +56,28 @@ struct CEntradaLeida {
 };
 
 /// Reads the input of a way out, an exchange file or a list, whichever its first lines look like.
-/// One that can't be opened leaves `hay` false. A read that fails raises CFileException.
+/// One that isn't there leaves `hay` false; one that can't be read raises CFileException.
 CEntradaLeida LeeEntrada(const CString& nombre, CPersonas& personas);
 
 // The two kinds. `personas` is told all holders.
 void LeeCatastro(CStdioFile& entrada, CEntradaLeida& leida, CPersonas& personas);
 void LeeRelacion(CStdioFile& entrada, CEntradaLeida& leida, CPersonas& personas);
 
-/// Hands a reader each line of an input, with its line end, in pieces where it is longer than
-/// `Largo` characters. `Lector::Toma` is told whether what it gets is a further piece of a line.
+/// Hands a reader each line of an input that holds anything, with its line end, in pieces where it
+/// is longer than `Largo` characters, and counts them all. `Lector::Toma` is told whether what it
+/// gets is a further piece of a line.
 template <unsigned Largo, class Lector>
-void RecorreLineas(CStdioFile& entrada, Lector& lector)
+void RecorreLineas(CStdioFile& entrada, Lector& lector, CEntradaLeida& leida)
 {
     std::array<char, Largo + 1> bufer{};
     bool entera = true; // the line before came to its end
     while (entrada.ReadString(bufer.data(), static_cast<UINT>(bufer.size())) != nullptr) {
         const std::string_view linea = bufer.data();
-        lector.Toma(linea, !entera);
+        ++leida.lineas;
+        if (CLineaFija(linea).Vacia())
+            ++leida.vacias;
+        else
+            lector.Toma(linea, !entera);
         entera = linea.ends_with('\n');
     }
 }

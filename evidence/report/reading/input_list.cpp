@@ -1,4 +1,4 @@
-#include <array>
+#include <utility>
 
 #include "cadastre/database.h"
 #include "cadastre/exchange_lines.h"
@@ -40,17 +40,11 @@ private:
 
 void CLectorRelacion::Toma(std::string_view linea, bool esTrozo)
 {
-    ++m_leida.lineas;
-    const CLineaFija fija(linea);
-    if (fija.Vacia()) {
-        ++m_leida.vacias;
-        return;
-    }
-    if (!m_cabecera) {
-        m_cabecera = true;
+    if (!std::exchange(m_cabecera, true)) {
         ++m_leida.ajenas[kTipoCabecera];
         return;
     }
+    const CLineaFija fija(linea);
     const int tipo = fija.Entero(kLeeTipo);
     const int municipio = tipo == kLineaIgnorada
                               ? -1
@@ -129,7 +123,7 @@ void CLectorRelacion::TomaSubparcela(std::string_view linea)
 void LeeRelacion(CStdioFile& entrada, CEntradaLeida& leida, CPersonas& personas)
 {
     CLectorRelacion lector(leida, personas);
-    RecorreLineas<kLineaLista>(entrada, lector);
+    RecorreLineas<kLineaLista>(entrada, lector, leida);
     lector.Acaba();
 }
 

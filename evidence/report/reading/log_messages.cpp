@@ -1,43 +1,11 @@
 #include "evidence/report/reading/log_messages.h"
 
-#include <cmath>
 #include <utility>
 
 #include "evidence/report/reading/text.h"
-#include "evidence/units.h"
 #include "platform/files/cstdio_file.h"
 
 namespace informe {
-namespace {
-
-/// Metres as hundredths; nothing where no drawing reaches.
-int EnCentesimas(double metros)
-{
-    constexpr double kMayor = 21e6; // 32 bits of hundredths
-    return std::abs(metros) < kMayor ? static_cast<int>(std::lround(metros * kUnidadesPorMetro))
-                                     : CAviso::kNada;
-}
-
-CAviso Reduce(std::uint32_t linea, CMensajeLeido leido)
-{
-    CAviso aviso;
-    aviso.linea = linea;
-    aviso.mensaje = leido.mensaje;
-    aviso.polig = leido.polig.value_or(CAviso::kNada);
-    aviso.parcela = leido.parcela.value_or(CAviso::kNada);
-    aviso.numero = leido.numero.value_or(CAviso::kNada);
-    aviso.superficie = leido.superficie.value_or(CAviso::kNada);
-    aviso.suma = leido.suma.value_or(CAviso::kNada);
-    if (leido.sitio) {
-        aviso.x = EnCentesimas(leido.sitio->x);
-        aviso.y = EnCentesimas(leido.sitio->y);
-    }
-    aviso.letra = std::move(leido.letra);
-    aviso.texto = std::move(leido.texto);
-    return aviso;
-}
-
-} // namespace
 
 std::int64_t CRegistroLeido::Cuenta(Mensaje mensaje) const
 {
@@ -78,7 +46,9 @@ CRegistroLeido LeeRegistro(const CString& nombre)
 {
     CRegistroLeido registro;
     RecorreRegistro(nombre, [&](std::uint32_t linea, const CString& texto) {
-        registro.Añade(Reduce(linea, LeeMensaje(texto)));
+        CAviso aviso = LeeMensaje(texto);
+        aviso.linea = linea;
+        registro.Añade(std::move(aviso));
     });
     return registro;
 }

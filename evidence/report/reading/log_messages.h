@@ -3,35 +3,14 @@
 #include <cstdint>
 #include <deque>
 #include <functional>
-#include <limits>
 #include <map>
 #include <string>
 
 #include "evidence/log_reader.h"
 
-// The log of a run, line by line, kept small: a log may have a million lines.
+// The log of a run, line by line.
 
 namespace informe {
-
-/// A line of the log without its words.
-struct CAviso {
-    static constexpr int kNada = std::numeric_limits<int>::min();
-
-    bool HayParcela() const { return polig != kNada; }
-    bool Es(Mensaje cual) const { return mensaje != nullptr && mensaje->numero == cual; }
-
-    const CMensaje* mensaje = nullptr; ///< null for a line that is no message
-    std::uint32_t linea = 0;           ///< in the log, from 1
-    int polig = kNada;
-    int parcela = kNada;
-    int numero = kNada;
-    int superficie = kNada;
-    int suma = kNada;
-    int x = kNada; ///< hundredths of a metre
-    int y = kNada;
-    CString letra;
-    CString texto;
-};
 
 /// A log, and how many messages of each number it has.
 class CRegistroLeido {

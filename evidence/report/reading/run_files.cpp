@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "cadastre/messages.h"
 #include "evidence/drawn_polygon.h"
 #include "evidence/paths.h"
 #include "platform/files/any_case_name.h"
@@ -13,7 +14,8 @@ namespace {
 
 // Of files beside a log that are no input: what the program and this one write; and that are no
 // list: the drawings as well.
-constexpr std::string_view kEscritas[] = {"ERR", "HTML", "HTM", "CSV", "R", "M", "GEOJSON", "CSP"};
+constexpr std::string_view kEscritas[] = {kExtensionRegistro, "HTML", "HTM", "CSV", "R", "M",
+                                          "GEOJSON",          "CSP"};
 
 bool PuedeSerEntrada(const CString& nombre)
 {
@@ -27,18 +29,14 @@ bool PuedeSerLista(const CString& nombre)
     return PuedeSerEntrada(nombre) && extension != kExtensionDibujo && !ClaseDeExtension(extension);
 }
 
-/// The first line, with its end, as far as it tells what a file is; empty where it can't be read.
+/// The first line, with its end, as far as it tells what a file is; empty where there is none.
 std::string PrimeraLinea(const CString& nombre)
 {
     constexpr UINT kBasta = 512; // no header is longer
     char bufer[kBasta] = "";
-    try {
-        CStdioFile fichero;
-        if (!fichero.Open(nombre, CFile::modeRead) || fichero.ReadString(bufer, kBasta) == nullptr)
-            return {};
-    } catch (const CFileException&) {
-        return {}; // whatever it is, it is none of ours
-    }
+    CStdioFile fichero;
+    if (AbreSiHay(fichero, nombre))
+        fichero.ReadString(bufer, kBasta);
     return bufer;
 }
 
@@ -46,9 +44,11 @@ std::string PrimeraLinea(const CString& nombre)
 template <class F>
 CString BuscaEn(const CString& carpeta, F encaja)
 {
-    sistema::Error error; // a folder that can't be looked at holds nothing for us
-    std::vector<std::filesystem::path> nombres =
-        sistema::Lista(sistema::Ruta(carpeta.IsEmpty() ? "." : carpeta), error);
+    const CString lugar = carpeta.IsEmpty() ? "." : carpeta;
+    sistema::Error error;
+    std::vector<std::filesystem::path> nombres = sistema::Lista(sistema::Ruta(lugar), error);
+    if (NoSeHalla(lugar, error))
+        return {};
     std::sort(nombres.begin(), nombres.end());
     for (const std::filesystem::path& nombre : nombres)
         if (CString ruta = EnCarpeta(carpeta, sistema::Nombre(nombre)); encaja(ruta))

@@ -20,7 +20,7 @@ std::optional<std::filesystem::file_time_type> Fecha(const CString& nombre)
 {
     std::error_code error;
     const auto fecha = std::filesystem::last_write_time(sistema::Ruta(nombre), error);
-    return error ? std::nullopt : std::optional(fecha);
+    return NoSeHalla(nombre, error) ? std::nullopt : std::optional(fecha);
 }
 
 std::time_t EnSegundos(std::filesystem::file_time_type fecha)
@@ -46,7 +46,7 @@ CFicheroVisto Mira(const char* papel, const CString& nombre, bool salida)
     visto.nombre = nombre;
     visto.salida = salida;
     CFile fichero;
-    visto.hay = fichero.Open(nombre, CFile::modeRead | CFile::anyCase);
+    visto.hay = AbreSiHay(fichero, nombre, CFile::anyCase);
     if (!visto.hay)
         return visto;
     visto.largo = fichero.GetLength();

@@ -24,8 +24,8 @@ struct CFicheroVisto {
     std::uint32_t crc = 0;            ///< of all its bytes (vexageo::Crc32)
 };
 
-/// Looks at all files of the run, the log first, and reads each whole for its sum. A read that
-/// fails raises CFileException.
+/// Looks at all files of the run, the log first, and reads each whole for its sum. One that is
+/// there and can't be read raises CFileException.
 std::vector<CFicheroVisto> MiraFicheros(const CFicheros& ficheros);
 
 /// Tells whether the run left its log and no outputs: it was stopped, or ended by a fault. False

@@ -5,6 +5,7 @@
 #include "cadastre/module_place_columns.h"
 #include "cadastre/parcel_columns.h"
 #include "cadastre/subparcel_columns.h"
+#include "evidence/paths.h"
 #include "evidence/written_columns.h"
 #include "platform/files/cstdio_file.h"
 
@@ -87,7 +88,7 @@ void TomaRegistro(const CLineaFija& linea, CEscritosCatastro& escritos)
 bool Recorre(const CString& nombre, CEscritosCatastro& escritos)
 {
     CStdioFile fichero;
-    if (nombre.IsEmpty() || !fichero.Open(nombre, CFile::modeRead))
+    if (!AbreSiHay(fichero, nombre))
         return false;
     for (CString linea; fichero.ReadString(linea);)
         TomaRegistro(CLineaFija(linea), escritos);

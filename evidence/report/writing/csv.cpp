@@ -1,7 +1,6 @@
 #include "evidence/report/writing/csv.h"
 
 #include "evidence/report/reading/text.h"
-#include "evidence/report/writing/output_file.h"
 #include "evidence/units.h"
 
 namespace informe {
@@ -39,17 +38,15 @@ std::string Fila(const CAviso& aviso, const CString& texto, const CLugaresDeAvis
 
 } // namespace
 
-void EscribeCsv(const CString& nombre, const CRegistroLeido& registro,
-                const CString& ficheroRegistro, const CLugaresDeAvisos* lugares)
+void EscribeCsv(CSalida& salida, const CRegistroLeido& registro, const CString& ficheroRegistro,
+                const CLugaresDeAvisos* lugares)
 {
-    CSalida salida(nombre);
     salida.Escribe(kMarca);
     salida.Escribe("línea;código;clase;polígono;parcela;letra;nombre;número;superficie;suma;x;y;"
                    "mensaje\r\n");
     RecorreConAvisos(registro, ficheroRegistro, [&](const CAviso& aviso, const CString& texto) {
         salida.Escribe(Fila(aviso, texto, lugares));
     });
-    salida.Cierra();
 }
 
 std::string CampoCsv(std::string_view utf8)

@@ -5,14 +5,15 @@
 
 #include "evidence/report/findings/message_index.h"
 #include "evidence/report/reading/log_messages.h"
+#include "evidence/report/writing/output_file.h"
 
 namespace informe {
 
 /// Writes all lines of the log as a sheet: UTF-8 with its mark, semicolons, CR LF. The log is read
-/// once more for its words. Raises CFileException, with an older sheet as it was.
+/// once more for its words. Raises CFileException.
 /// \param lugares  where the drawings show what the messages speak of; null for no drawings
-void EscribeCsv(const CString& nombre, const CRegistroLeido& registro,
-                const CString& ficheroRegistro, const CLugaresDeAvisos* lugares);
+void EscribeCsv(CSalida& salida, const CRegistroLeido& registro, const CString& ficheroRegistro,
+                const CLugaresDeAvisos* lugares);
 
 /// A field of a row, UTF-8, in quotes where it needs them. A text that a spreadsheet would take for
 /// a formula gets an apostrophe.

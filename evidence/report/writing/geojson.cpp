@@ -99,7 +99,7 @@ std::vector<std::uint32_t> AvisosDeSubparcela(const CIndiceAvisos& indice, int p
 
 } // namespace
 
-CGeoJson::CGeoJson(const CString& nombre) : m_salida(nombre)
+CGeoJson::CGeoJson(const CString& nombre, CConjuntoSalidas& todas) : m_salida(nombre, todas)
 {
     m_salida.Escribe(
         R"({"type":"FeatureCollection","nota":"Coordenadas del dibujo, en metros.","features":[)");

@@ -10,9 +10,8 @@ namespace informe {
 /// the drawing's, in metres; no system of coordinates is told, as the drawing tells none.
 class CGeoJson {
 public:
-    /// Creates the file. This and all others raise CFileException; the file takes its place in
-    /// `Cierra` alone.
-    explicit CGeoJson(const CString& nombre);
+    /// Creates the file. This and all others raise CFileException.
+    CGeoJson(const CString& nombre, CConjuntoSalidas& todas);
 
     /// Writes the outlines of a polygon.
     void Toma(const CPoligonoDibujado& poligono, const CIndiceAvisos& indice);

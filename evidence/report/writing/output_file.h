@@ -1,21 +1,18 @@
 #pragma once
 
 #include <string_view>
-#include <vector>
 
-#include "platform/files/cfile.h"
+#include "evidence/paths.h"
 
 namespace informe {
 
-/// A file that the report writes. It takes the place of an older one in `Cierra` alone. All
-/// operations raise CFileException, the constructor where the file can't be created.
+/// A file that the report writes. It takes the place of an older one when all that belong to the
+/// report do. All operations raise CFileException, the constructor where the file can't be created.
 class CSalida {
 public:
-    explicit CSalida(const CString& nombre)
+    CSalida(const CString& nombre, CConjuntoSalidas& todas)
     {
-        CFileException fallo;
-        if (!m_fichero.Open(nombre, CFile::modeCreate | CFile::modeWrite, &fallo))
-            throw CFileException(nombre, fallo.m_causa);
+        CreaSalida(m_fichero, nombre, todas);
     }
 
     void Escribe(std::string_view utf8)
@@ -27,10 +24,5 @@ public:
 private:
     CFile m_fichero;
 };
-
-/// What is written must fall on nothing that is read, nor on one another.
-/// \param salidas  names of the outputs; empty ones are none
-/// \return the first output that does, null for none
-const CString* BuscaOcupada(const std::vector<CString>& salidas, std::vector<CString> leidos);
 
 } // namespace informe

@@ -1,5 +1,3 @@
-#include "evidence/report/writing/page.h"
-
 #include <utility>
 #include <vector>
 
@@ -87,10 +85,17 @@ void SeccionMapas(const CContenido& contenido, CMarcas& marcas)
     });
 }
 
+// What a browser is told to refuse: all requests, whatever a name in the log smuggled in.
+constexpr const char* kPolitica =
+    "default-src 'none'; style-src 'unsafe-inline'; script-src 'unsafe-inline'; base-uri 'none'; "
+    "form-action 'none'";
+
 /// The head of the document, which asks nothing of the network.
 void Cabeza(CMarcas& marcas, const CContenido& contenido)
 {
     marcas.Linea().Suelto("meta", {{"charset", "utf-8"}}).Linea();
+    marcas.Suelto("meta", {{"http-equiv", "Content-Security-Policy"}, {"content", kPolitica}})
+        .Linea();
     marcas
         .Suelto("meta", {{"name", "viewport"}, {"content", "width=device-width, initial-scale=1"}})
         .Linea();

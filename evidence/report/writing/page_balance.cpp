@@ -55,8 +55,7 @@ void TablaFicheros(CMarcas& marcas, const std::vector<CFicheroVisto>& vistos, bo
 }
 
 /// One side of a part. What didn't happen needs no line, but the first one is what is counted.
-void Columna(CMarcas& marcas, const char* titulo, const std::vector<CPartida::CRenglon>& renglones,
-             std::int64_t suma)
+void Columna(CMarcas& marcas, const char* titulo, const std::vector<CPartida::CRenglon>& renglones)
 {
     const auto lineas = [&] {
         marcas.Linea();
@@ -68,7 +67,8 @@ void Columna(CMarcas& marcas, const char* titulo, const std::vector<CPartida::CR
                 ++dichos;
             }
         if (dichos > 1)
-            Fila(marcas, {{"class", "suma"}}, {{"suma"}, {Miles(suma), kNumero}});
+            Fila(marcas, {{"class", "suma"}},
+                 {{"suma"}, {Miles(CPartida::Suma(renglones)), kNumero}});
     };
     marcas.Bloque("table", {{"class", "partida"}}, [&] {
         marcas.Elemento("caption", {}, titulo);
@@ -99,9 +99,9 @@ void Dictamen(CMarcas& marcas, const CPartida& partida)
 void PonPartida(CMarcas& marcas, const CPartida& partida)
 {
     const auto columnas = [&] {
-        Columna(marcas, "Entra", partida.entra, partida.SumaEntra());
+        Columna(marcas, "Entra", partida.entra);
         if (partida.SePuedeDecir())
-            Columna(marcas, "Sale", partida.sale, partida.SumaSale());
+            Columna(marcas, "Sale", partida.sale);
     };
     marcas.Bloque("article", {{"class", "partidas"}}, [&] {
         marcas.Bloque("h3", {}, partida.Titulo());

@@ -12,6 +12,7 @@
 #include "evidence/report/findings/shown_lines.h"
 #include "evidence/report/writing/anchors.h"
 #include "evidence/report/writing/maps.h"
+#include "evidence/report/writing/markup.h"
 
 namespace informe {
 
@@ -33,5 +34,12 @@ struct CContenido {
         return proceso.balance.SinExplicar() + (dibujo ? dibujo->SinExplicar() : 0);
     }
 };
+
+/// Writes the page, HTML in UTF-8, piece by piece. Throws what `escribe` throws.
+void EscribePagina(const CContenido& contenido, const CEscribe& escribe);
+
+/// What the terminal is told, UTF-8: the log in a line, its messages by number, and where the page
+/// is.
+std::string Resumen(const CContenido& contenido, const CString& pagina);
 
 } // namespace informe

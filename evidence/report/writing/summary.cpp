@@ -1,8 +1,7 @@
-#include "evidence/report/writing/summary.h"
-
 #include <algorithm>
 
 #include "evidence/report/reading/text.h"
+#include "evidence/report/writing/page_content.h"
 
 namespace informe {
 namespace {

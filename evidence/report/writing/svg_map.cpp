@@ -196,19 +196,22 @@ void CMapa::PonSenal(const CPunto<int>& punto, std::uint32_t posicion)
     const bool fuera = donde.x != sitio.x || donde.y != sitio.y;
     const CAviso& aviso = m_indice[posicion];
     const std::string ancla = CAnclas::DeSitio(aviso);
+    const bool nueva = m_anclas.Pon(ancla); // labels that lie upon one another have one
     ConEnlace({posicion}, [&] {
-        m_svg.Elemento(
-            "path", {{"id", ancla}, {"class", "cruz"}, {"d", CaminoCruz(sitio, m_hoja.Letra())}},
-            [&] {
-                m_svg.Elemento("title", {}, Codigo(aviso) + (fuera ? ", fuera del mapa" : ""));
-            });
+        m_svg.Elemento("path",
+                       {{"id", nueva ? ancla.c_str() : nullptr},
+                        {"class", "cruz"},
+                        {"d", CaminoCruz(sitio, m_hoja.Letra())}},
+                       [&] {
+                           m_svg.Elemento("title", {},
+                                          Codigo(aviso) + (fuera ? ", fuera del mapa" : ""));
+                       });
         if (fuera)
             m_svg.Elemento("text",
                            {{"class", "re"}, {"x", sitio.x}, {"y", sitio.y}, {"dy", "-1.6em"}},
                            "fuera");
     });
     m_svg.Linea();
-    m_anclas.Pon(ancla);
 }
 
 /// What of the polygon fits on the page.

@@ -1,12 +1,16 @@
 #include "evidence/gis/driver.h"
 
+#include <cerrno>
 #include <map>
+#include <stdexcept>
 
 #include <gdal_priv.h>
 #include <gtest/gtest.h>
 #include <ogrsf_frmts.h>
 
+#include "evidence/gis/reading/layer.h"
 #include "platform/ansi.h"
+#include "tests/faults/fault_plan.h"
 #include "tests/support/drawing_in_the_making.h"
 
 namespace {
@@ -299,6 +303,52 @@ TEST_F(Driver, GoesOnWhereAnOptionSaysSo)
     }
 }
 
+TEST_F(Driver, TellsOverlapsAndDrawsTheOutlinesAsTheyAre)
+{
+    const struct {
+        const char* motivo;
+        const char* una;
+        const char* otra;
+        const char* frase;
+        const char* areas;
+    } casos[] = {
+        {"by a centimetre", "POLYGON ((0 0,10 0,10.03 7.01,10 10,0 10,0 0))",
+         "POLYGON ((10 0,20 0,20 10,10.01 10,10 0))",
+         "aviso: 1 solapes de parcelas en el polígono 003: 0.10 m2 en total\n", "100.15 99.95 "},
+        {"by more than a square metre", "POLYGON ((10 0,20 0,20 10,10 10,10 0))",
+         "POLYGON ((15 5,25 5,25 9,15 9,15 5))",
+         "aviso: se solapan la parcela 7 y la parcela 8 del polígono 003: 20.00 m2 en 17.50 7.00\n"
+         "aviso: 1 solapes de parcelas en el polígono 003: 20.00 m2 en total\n",
+         "100.00 40.00 "},
+        {"in two places", "POLYGON ((0 0,10 0,10 10,0 10,0 0))",
+         "POLYGON ((8 -1,30 -1,30 20,6 20,6 7,20 7,20 3,8 3,8 -1))",
+         "aviso: se solapan la parcela 7 y la parcela 8 del polígono 003: 18.00 m2 en 8.00 8.50\n"
+         "aviso: 1 solapes de parcelas en el polígono 003: 18.00 m2 en total\n",
+         "100.00 440.00 "},
+        {"an island isn't one", "POLYGON ((0 0,10 0,10 10,0 10,0 0),(2 2,4 2,4 4,2 4,2 2))",
+         "POLYGON ((2 2,4 2,4 4,2 4,2 2))", "", "96.00 4.00 "},
+    };
+    for (const auto& caso : casos) {
+        SCOPED_TRACE(caso.motivo);
+        dicho.clear();
+        {
+            const GDALDatasetUniquePtr datos = Crea();
+            OGRLayer* capa =
+                Capa(*datos, "parcelas", {{"poligono", OFTInteger}, {"parcela", OFTInteger}});
+            EXPECT_TRUE(Pon(*capa, {{"poligono", "3"}, {"parcela", "7"}}, caso.una));
+            EXPECT_TRUE(Pon(*capa, {{"poligono", "3"}, {"parcela", "8"}}, caso.otra));
+        }
+        EXPECT_EQ(dicho, caso.frase);
+        const GDALDatasetUniquePtr datos = Abre(carpeta.En("lista.txt"));
+        ASSERT_NE(datos, nullptr);
+        std::string areas;
+        for (const auto& elemento : *datos->GetLayerByName("parcelas"))
+            areas += CPLSPrintf("%.2f ", elemento->GetFieldAsDouble("area_registro"));
+        EXPECT_EQ(areas, caso.areas);
+        EXPECT_EQ(Lee(*datos, "poligonos", {}).size(), 1U);
+    }
+}
+
 TEST_F(Driver, RefusesWhatNobodyCouldMeanByALayerOrAMunicipality)
 {
     {
@@ -333,4 +383,85 @@ TEST_F(Driver, LeavesOldDrawingsAloneWhereItCantWriteAll)
     EXPECT_NE(dicho.find("fallo: "), std::string::npos);
     EXPECT_EQ(carpeta.Lee("003.PAR"), "viejo");
     EXPECT_EQ(carpeta.Cuantos(), 2);
+}
+
+TEST_F(Driver, LetsNoExceptionIntoGdal)
+{
+    const struct {
+        std::function<void()> lanza;
+        const char* frase;
+    } casos[] = {
+        {[] { throw std::out_of_range("indice"); }, "fallo: Fallo del programa: indice\n"},
+        {[] { throw std::bad_alloc(); }, "fallo: No hay memoria para seguir\n"},
+        {[] { throw CFileException("a", std::make_error_code(std::errc::io_error), true); },
+         "fallo: Imposible leer el archivo a: Error de entrada/salida\n"},
+    };
+    for (const auto& caso : casos) {
+        CCapa capa("c", wkbPoint, nullptr, {}, [&] {
+            caso.lanza();
+            return CCapa::CFuente{};
+        });
+        const std::pair<const char*, std::function<bool()>> preguntas[] = {
+            {"next", [&] { return capa.GetNextFeature() == nullptr; }},
+            {"by id", [&] { return capa.GetFeature(1) == nullptr; }},
+            {"go to", [&] { return capa.SetNextByIndex(0) == OGRERR_FAILURE; }},
+            {"count", [&] { return capa.GetFeatureCount(TRUE) == -1; }},
+        };
+        for (const auto& [motivo, falla] : preguntas) {
+            dicho.clear();
+            EXPECT_TRUE(falla()) << motivo;
+            EXPECT_EQ(dicho, caso.frase) << motivo;
+        }
+    }
+}
+
+TEST_F(Driver, TellsEachCallOfTheSystemThatFailsAndGoesOnLiving)
+{
+    CDibujoPrueba dibujo(carpeta);
+    dibujo.par = {{kParcela, 100, dibujo.Parcela("7", 100, 100), {dibujo.Cuadrado(0, 0, 10)}}};
+    dibujo.Graba();
+    carpeta.Pon("lista.txt", "TREN 045127\r\nP1\r\n");
+    carpeta.Pon("Parcelas.txt", "45\t127\t0\t1\t7\t555\t0\t0\t12\tPR\t100\tX\t1\t2\t3\tC\r\n");
+    carpeta.Pon("045127.ERR", "E111: La parcela    1      7 en base\r\n");
+    const auto lee = [&] {
+        Lineas todas;
+        const GDALDatasetUniquePtr datos = Abre(carpeta.En("lista.txt"));
+        for (int i = 0; datos && i < datos->GetLayerCount(); ++i)
+            for (const auto& elemento : *datos->GetLayer(i))
+                for (int campo = 0; campo < elemento->GetFieldCount(); ++campo)
+                    todas.push_back(elemento->GetFieldAsString(campo));
+        return todas;
+    };
+    const auto escribe = [&] {
+        {
+            const GDALDatasetUniquePtr datos = Crea();
+            OGRLayer* capa =
+                Capa(*datos, "parcelas", {{"poligono", OFTInteger}, {"parcela", OFTInteger}});
+            Pon(*capa, {{"poligono", "3"}, {"parcela", "7"}}, kCuadro);
+        }
+        Lineas todas;
+        for (const char* nombre : {"003.BIN", "003.PAR", "003.SUB", "003.POL", "lista.txt"})
+            todas.push_back(carpeta.Lee(nombre));
+        return todas;
+    };
+    const auto prueba = [&](const std::function<Lineas()>& hace, const Lineas& antes) {
+        Plan() = {};
+        const Lineas limpias = hace();
+        const long cuantas = Plan().llamadas;
+        EXPECT_GT(cuantas, 10);
+        EXPECT_EQ(dicho, "");
+        for (long en = 1; en <= cuantas && !HasFailure(); ++en) {
+            SCOPED_TRACE(testing::Message() << "call " << en << " of " << cuantas);
+            for (std::size_t i = 0; i < antes.size(); ++i)
+                std::filesystem::remove(carpeta.Ruta() / antes[i]);
+            dicho.clear();
+            Plan() = {CPlanDeFallos::Que::FallaLlamada, en};
+            Plan().error = EIO;
+            const Lineas lineas = hace();
+            Plan() = {};
+            EXPECT_TRUE(lineas == limpias || dicho.find("fallo: ") != std::string::npos);
+        }
+    };
+    prueba(lee, {});
+    prueba(escribe, {"003.BIN", "003.PAR", "003.SUB", "003.POL"});
 }

@@ -55,6 +55,13 @@ TEST(ReportPage, AsksNothingOfTheNetwork)
     const std::string pagina = CInformePrueba(carpeta, "a.ERR").pagina;
     for (const char* fuera : {"http:", "https:", "src=", "@import", "<link", "url(//"})
         EXPECT_EQ(Veces(pagina, fuera), 0) << fuera;
+    // Nor could it: the browser refuses, and is told so before anything else.
+    const std::size_t politica = pagina.find(
+        R"(<meta http-equiv="Content-Security-Policy" content="default-src &#39;none&#39;; )");
+    EXPECT_LT(politica, std::min(pagina.find("<style"), pagina.find("<title")));
+    const std::string lista = pagina.substr(politica, pagina.find('>', politica) - politica);
+    for (const char* permiso : {"http", "data:", "*", "self", "unsafe-eval", "blob:"})
+        EXPECT_EQ(Veces(lista.substr(lista.find("content")), permiso), 0) << permiso;
 }
 
 TEST(ReportPage, ShowsLinesThatAreNoMessageAsSuch)
@@ -128,7 +135,7 @@ TEST(ReportMap, LeavesOutWhatPassesItsBoundAndSaysSo)
         poligono.subparcelas.recintos.push_back(recinto(i, "a"));
     }
     informe::CRegistroLeido registro;
-    informe::CAviso aviso;
+    CAviso aviso;
     aviso.mensaje = &DameMensaje(kSuperficieDifiere);
     aviso.linea = 1;
     aviso.polig = 1;

@@ -64,6 +64,12 @@ status 0 "$informe" --version
 status 1 "$informe" no_hay.ERR
 grep -q no_hay.ERR stderr || fail "the file that isn't there isn't told"
 status 1 "$informe" --tablas no_hay entrada.ERR
+rm tablas/Parcelas.txt
+mkdir tablas/Parcelas.txt
+cp dibujos/045127.html before.html
+status 1 "$informe" --tablas tablas dibujos/045127.ERR
+grep -q 'Parcelas.txt: Es un directorio$' stderr || fail "a table that can't be read isn't told"
+cmp before.html dibujos/045127.html || fail "a page without the table that can't be read"
 status 2 "$informe"
 status 2 "$informe" --csv a.csv entrada.ERR dibujos/045127.ERR
 exit $failures

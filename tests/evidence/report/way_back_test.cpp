@@ -194,6 +194,21 @@ TEST_F(InformeDeVuelta, MapsWhereEachMessageLies)
     EXPECT_TRUE(informe.Dice("3 mensajes: ")) << "E109, E113 and E112 are one matter";
 }
 
+TEST_F(InformeDeVuelta, NamesAPlaceOnceWhereTwoLabelsLie)
+{
+    Parcela("7", "100");
+    CDibujoPrueba dibujo(carpeta);
+    const int marco = dibujo.Cuadrado(0, 0, 10);
+    dibujo.par = {{kParcela, 100, dibujo.Parcela("7", 500, 500), {marco}}};
+    dibujo.sub = {{kParcela, 100, dibujo.Subparcela("7-a", 9000, 9000), {marco}},
+                  {kParcela, 100, dibujo.Subparcela("7-b", 9000, 9000), {marco}}};
+    dibujo.Graba();
+    Ejecuta();
+    const CInformePrueba informe = Informa(); // looks itself for names that stand twice
+    EXPECT_TRUE(informe.Dice("<path id=\"s1\" class=\"cruz\""));
+    EXPECT_TRUE(informe.Dice("<path class=\"cruz\" d="));
+}
+
 TEST_F(InformeDeVuelta, ColoursAParcelThatHasWarningsAloneAsSuch)
 {
     Parcela("7", "100");

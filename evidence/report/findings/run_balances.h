@@ -6,10 +6,16 @@
 #include "evidence/report/reading/run_files.h"
 #include "evidence/report/reading/surfaces.h"
 
+// The balances of the two ways. A file that can't be read raises CFileException.
+
 namespace informe {
 
-/// The balance of a way back: rows of the tables against records of the files R and M and messages.
-/// A read that fails raises CFileException.
+/// Lines of the input against rows of the six tables and messages. An input that isn't there leaves
+/// it empty but for a note.
+/// \param personas  is told of all holders of the input
+CBalance BalanceIda(const CFicheros& ficheros, const CRegistroLeido& registro, CPersonas& personas);
+
+/// Rows of the tables against records of the files R and M and messages.
 /// \param personas     is told of all holders of the tables
 /// \param superficies  gets those of all parcels
 CBalance BalanceVuelta(const CFicheros& ficheros, const CRegistroLeido& registro,

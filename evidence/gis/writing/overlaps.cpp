@@ -1,0 +1,108 @@
+#include "evidence/gis/writing/overlaps.h"
+
+#include <algorithm>
+#include <memory>
+
+#include "evidence/gis/complaints.h"
+#include "evidence/gis/geometry.h"
+#include "evidence/gis/writing/label_point.h"
+#include "evidence/outline_pieces.h"
+#include "platform/ansi.h"
+
+namespace {
+
+struct CPuesto {
+    const CRecintoDibujado* recinto;
+    std::unique_ptr<OGRPolygon> poligono;
+    OGREnvelope caja;
+};
+
+/// The valid outlines, from left to right.
+std::vector<CPuesto> Puestos(const std::vector<CRecintoDibujado>& recintos)
+{
+    std::vector<CPuesto> puestos;
+    for (const CRecintoDibujado& recinto : recintos) {
+        std::unique_ptr<OGRPolygon> poligono = recinto.Valido() ? PoligonoDe(recinto) : nullptr;
+        if (!poligono)
+            continue;
+        CPuesto& suyo = puestos.emplace_back(CPuesto{&recinto, std::move(poligono), {}});
+        suyo.poligono->getEnvelope(&suyo.caja);
+    }
+    std::sort(puestos.begin(), puestos.end(),
+              [](const CPuesto& a, const CPuesto& b) { return a.caja.MinX < b.caja.MinX; });
+    return puestos;
+}
+
+/// The surfaces that two outlines share.
+class CSolape {
+public:
+    CSolape(const CPuesto& a, const CPuesto& b)
+    {
+        if (a.caja.Intersects(b.caja) == FALSE)
+            return;
+        m_comun.reset(a.poligono->Intersection(b.poligono.get()));
+        if (!m_comun)
+            return;
+        if (wkbFlatten(m_comun->getGeometryType()) == wkbPolygon)
+            Toma(*m_comun->toPolygon());
+        else if (OGR_GT_IsSubClassOf(m_comun->getGeometryType(), wkbGeometryCollection) != FALSE)
+            for (const OGRGeometry* parte : *m_comun->toGeometryCollection())
+                if (wkbFlatten(parte->getGeometryType()) == wkbPolygon) // none is a line or a point
+                    Toma(*parte->toPolygon());
+    }
+
+    double Area() const { return m_area; }
+    /// A point in the largest of them, in metres.
+    OGRPoint Donde() const
+    {
+        return EnMetros(SituaRotulo(AnillosDe(*m_mayor), std::nullopt).punto);
+    }
+
+private:
+    void Toma(const OGRPolygon& parte)
+    {
+        m_area += parte.get_Area();
+        if (m_mayor == nullptr || parte.get_Area() > m_mayor->get_Area())
+            m_mayor = &parte;
+    }
+
+    std::unique_ptr<OGRGeometry> m_comun;
+    double m_area = 0; // square metres
+    const OGRPolygon* m_mayor = nullptr;
+};
+
+CString Nombre(const CRecintoDibujado& recinto, ClaseTopologia que)
+{
+    return recinto.EsDeParcela() ? NombreDePieza(recinto, que) : "\"" + recinto.rotulo + "\"";
+}
+
+} // namespace
+
+void AvisaSolapes(const CTopologiaDibujada& topologia, ClaseTopologia que, const CString& entrada)
+{
+    constexpr double kMasDeUnMetro = 1;
+    constexpr double kSeVe = 0.005; // square metres, as they are told
+    const std::vector<CPuesto> puestos = Puestos(topologia.recintos);
+    std::vector<const CPuesto*> abiertos; // may reach the next one
+    int cuantos = 0;
+    double total = 0;
+    for (const CPuesto& uno : puestos) {
+        std::erase_if(abiertos,
+                      [&](const CPuesto* otro) { return otro->caja.MaxX <= uno.caja.MinX; });
+        for (const CPuesto* otro : abiertos) {
+            const CSolape solape(*otro, uno);
+            cuantos += solape.Area() > 0 ? 1 : 0;
+            total += solape.Area();
+            if (solape.Area() <= kMasDeUnMetro)
+                continue;
+            const OGRPoint donde = solape.Donde();
+            AdvierteCon("se solapan %s y %s del polígono %s: %.2lf m2 en %.2lf %.2lf"_ansi,
+                        Nombre(*otro->recinto, que), Nombre(*uno.recinto, que), entrada,
+                        solape.Area(), donde.getX(), donde.getY());
+        }
+        abiertos.push_back(&uno);
+    }
+    if (total >= kSeVe)
+        AdvierteCon("%d solapes de %s en el polígono %s: %.2lf m2 en total"_ansi, cuantos,
+                    que == ClaseTopologia::Parcelas ? "parcelas" : "subparcelas", entrada, total);
+}

@@ -1,0 +1,226 @@
+#include <algorithm>
+#include <cerrno>
+#include <cstdlib>
+#include <filesystem>
+#include <functional>
+#include <new>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "catastro_to_vexa/campiva_a_vexa_dlg.h"
+#include "evidence/report/report.h"
+#include "evidence/show_drawing/show_drawing.h"
+#include "generator/cadastre_lines.h"
+#include "generator/drawing_files.h"
+#include "platform/files/set_healing.h"
+#include "tests/faults/fault_plan.h"
+#include "tests/support/files.h"
+#include "tests/support/scripted_front_end.h"
+#include "vexa_to_catastro/vexa_a_campiva2_dlg.h"
+
+// Reports and printed drawings while, one after another, each call to the system fails, once or for
+// good, and each allocation finds no memory. What comes out is what comes out of a clean run, or a
+// fault is told and the outputs are what they were: never a page that says something else.
+
+namespace fs = std::filesystem;
+
+namespace {
+
+using Que = CPlanDeFallos::Que;
+using Alcance = CPlanDeFallos::Alcance;
+using testing::HasSubstr;
+
+constexpr const char* kSinMemoria = "no hay memoria";
+
+/// How a run came out.
+struct CResultado {
+    bool hecho = false; ///< it says so by its status
+    std::string escrito;
+    std::string quejas;
+};
+
+using CCorre = std::function<CResultado(const CCarpetaPrueba&, const CPlanDeFallos&)>;
+
+/// The report of a log in the folder, as its program makes it.
+CCorre Informe(const char* registro, const char* geojson)
+{
+    return [=](const CCarpetaPrueba& c, const CPlanDeFallos& plan) {
+        informe::COpciones opciones;
+        opciones.csv = c.En("mensajes.csv");
+        if (geojson != nullptr)
+            opciones.geojson = c.En(geojson);
+        CResultado resultado;
+        Plan() = plan;
+        try {
+            const auto hecho = informe::HazInforme(c.En(registro), opciones, "1", 0);
+            Plan().que = Que::Nada;
+            resultado.escrito = hecho.resumen;
+            for (const std::string& queja : hecho.quejas)
+                resultado.quejas += queja + "\n";
+        } catch (const std::bad_alloc&) {
+            Plan().que = Que::Nada;
+            resultado.quejas = kSinMemoria;
+        }
+        resultado.hecho = resultado.quejas.empty();
+        return resultado;
+    };
+}
+
+/// A drawing of the folder, printed.
+CCorre Impreso(const char* nombre)
+{
+    return [=](const CCarpetaPrueba& c, const CPlanDeFallos& plan) {
+        const CString ruta = c.En(nombre);
+        const char* const argumentos[] = {"show_drawing", ruta.GetString()};
+        testing::internal::CaptureStdout();
+        testing::internal::CaptureStderr();
+        Plan() = plan;
+        const int estado = EnseñaDibujo(2, argumentos);
+        Plan().que = Que::Nada;
+        CResultado resultado{estado == EXIT_SUCCESS, testing::internal::GetCapturedStdout(),
+                             testing::internal::GetCapturedStderr()};
+        if (!resultado.hecho)
+            resultado.escrito.clear(); // of what it came to before, nothing is promised
+        return resultado;
+    };
+}
+
+const struct CCaso {
+    const char* nombre;
+    std::vector<const char*> salidas;
+    CCorre corre;
+} kCasos[] = {
+    {"WayOut", {"entrada.html", "mensajes.csv"}, Informe("entrada.ERR", nullptr)},
+    {"WayBack",
+     {"045127.html", "mensajes.csv", "045127.geojson"},
+     Informe("045127.ERR", "045127.geojson")},
+    {"Drawing", {}, Impreso("001.BIN")},
+    {"Topology", {}, Impreso("001.SUB")},
+    {"Sheets", {}, Impreso("ortos.TOP")},
+};
+
+/// A municipality that went out and came back.
+void PonMunicipio(const CCarpetaPrueba& c)
+{
+    CAplicacionPrueba aplicacion;
+    const auto municipio = sintetico::Genera({.parcelas = 3, .poligonos = 1, .subparcelas = 1}, 7);
+    const auto lineas = sintetico::LineasCatastro(municipio).Todas();
+    sintetico::GrabaLineas(c.En("entrada.txt"), lineas);
+    CCampivaAVexaDlg().EjecutaLote(c.En("entrada.txt"), c.En("Modulos.txt"), c.En("Titulares.txt"),
+                                   c.En("Parcelas.txt"), c.En("Subparcelas.txt"),
+                                   c.En("Parajes.txt"), c.En("Cotitulares.txt"), nullptr);
+    ASSERT_TRUE(sintetico::GrabaDibujos(c.Ruta().string(), municipio));
+    CVexaACampiva2Dlg().EjecutaLote(c.En("Modulos.txt"), c.En("Titulares.txt"),
+                                    c.En("Parcelas.txt"), c.En("Subparcelas.txt"),
+                                    c.En("Parajes.txt"), c.En("Cotitulares.txt"),
+                                    c.En("poligonos.txt"), c.En("ortos.TOP"), 0, 1, 1, nullptr);
+}
+
+class FallosDeEvidencia : public testing::TestWithParam<std::size_t> {
+protected:
+    FallosDeEvidencia()
+    {
+        PonMunicipio(carpeta);
+        Repon();
+        limpio = caso.corre(carpeta, {});
+        salidasLimpias = Salidas();
+        EXPECT_TRUE(limpio.hecho) << limpio.quejas;
+        EXPECT_FALSE(limpio.escrito.empty());
+        EXPECT_TRUE(caso.salidas.empty() || salidasLimpias != antes);
+    }
+
+    void Repon() const
+    {
+        for (const char* salida : caso.salidas)
+            carpeta.Pon(salida, "antes");
+    }
+    std::string Salidas() const
+    {
+        std::string todas;
+        for (const char* salida : caso.salidas)
+            todas += carpeta.Lee(salida);
+        return todas;
+    }
+    void Sana() const
+    {
+        std::vector<CString> nombres;
+        for (const char* salida : caso.salidas)
+            nombres.push_back(carpeta.En(salida));
+        SanaConjuntos(nombres);
+    }
+    /// Carries the case out under the plan, and looks at what came of it.
+    void Prueba(const CPlanDeFallos& plan, const char* razon)
+    {
+        Repon();
+        const CResultado resultado = caso.corre(carpeta, plan);
+        if (resultado.hecho) {
+            ++hechos;
+            EXPECT_TRUE(resultado.escrito == limpio.escrito) << resultado.escrito;
+            EXPECT_TRUE(Salidas() == salidasLimpias) << "another page";
+        } else {
+            ++fallados;
+            EXPECT_THAT(resultado.quejas, HasSubstr(razon));
+            EXPECT_EQ(resultado.escrito, "");
+            const bool siempre = plan.alcance == Alcance::YTodas;
+            if (siempre) // nothing can be given back, nor what stands whole be put away
+                Sana();
+            EXPECT_TRUE(Salidas() == antes || (siempre && Salidas() == salidasLimpias))
+                << "outputs under a fault";
+        }
+        EXPECT_TRUE(caso.corre(carpeta, {}).hecho);
+        EXPECT_TRUE(Salidas() == salidasLimpias) << "the next one";
+        for (const auto& fichero : fs::directory_iterator(carpeta.Ruta()))
+            EXPECT_EQ(fichero.path().string().find(".~"), std::string::npos) << fichero.path();
+    }
+
+    const CCaso& caso = kCasos[GetParam()];
+    const CCarpetaPrueba carpeta;
+    CResultado limpio;
+    std::string salidasLimpias;
+    const std::string antes = [&] {
+        std::string todas;
+        for (std::size_t i = 0; i < caso.salidas.size(); ++i)
+            todas += "antes";
+        return todas;
+    }();
+    int hechos = 0;
+    int fallados = 0;
+};
+
+} // namespace
+
+TEST_P(FallosDeEvidencia, ACallThatFailsIsToldAndChangesNothing)
+{
+    caso.corre(carpeta, {});
+    const long cuantas = Plan().llamadas;
+    ASSERT_GT(cuantas, 3);
+    const std::pair<int, const char*> errores[] = {{EIO, "Error de entrada/salida"},
+                                                   {EACCES, "Permiso denegado"}};
+    for (const Alcance alcance : {Alcance::EsaSola, Alcance::YTodas})
+        for (const auto& [error, razon] : errores)
+            for (long en = 1; en <= cuantas && !HasFailure(); ++en) {
+                SCOPED_TRACE(testing::Message()
+                             << "call " << en << " of " << cuantas
+                             << (alcance == Alcance::YTodas ? " and on" : "") << ": " << razon);
+                Prueba({Que::FallaLlamada, en, alcance, error}, razon);
+            }
+    EXPECT_GT(fallados, hechos);
+}
+
+TEST_P(FallosDeEvidencia, WithoutMemoryNothingIsSaid)
+{
+    caso.corre(carpeta, {Que::FaltaMemoria, -1});
+    const long cuantas = Plan().reservas;
+    ASSERT_GT(cuantas, 20);
+    for (const Alcance alcance : {Alcance::EsaSola, Alcance::YTodas})
+        for (long en = 1; en <= cuantas && !HasFailure(); en += 1 + en / 200) {
+            SCOPED_TRACE(testing::Message() << "allocation " << en << " of " << cuantas
+                                            << (alcance == Alcance::YTodas ? " and on" : ""));
+            Prueba({Que::FaltaMemoria, en, alcance}, kSinMemoria);
+        }
+    EXPECT_GT(fallados, hechos);
+}
+
+INSTANTIATE_TEST_SUITE_P(Each, FallosDeEvidencia, testing::Range<std::size_t>(0, std::size(kCasos)),
+                         [](const auto& cual) { return kCasos[cual.param].nombre; });
