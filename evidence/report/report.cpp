@@ -10,6 +10,7 @@
 #include "evidence/report/writing/geojson.h"
 #include "evidence/report/writing/output_file.h"
 #include "evidence/report/writing/page_content.h"
+#include "platform/files/set_healing.h"
 
 namespace informe {
 namespace {
@@ -119,6 +120,7 @@ void Elabora(const CString& registro, const COpciones& opciones, const std::stri
     const CString pagina =
         opciones.html.IsEmpty() ? ConExtension(registro, "html") : CCadena(opciones.html);
     CFicheros ficheros = BuscaFicheros(registro, opciones);
+    SanaConjuntos(Leidos(ficheros));
     for (const CString& nombre : Ausentes(ficheros, opciones))
         resultado.quejas.push_back("El archivo " + Texto(nombre) + " no existe");
     if (std::optional<CListaPoligonos> lista = LeeLista(ficheros.lista.nombre))

@@ -12,6 +12,7 @@
 #include "evidence/units.h"
 #include "platform/ansi.h"
 #include "platform/files/cfile.h"
+#include "platform/files/set_healing.h"
 #include "vexa_libs/ccadena.h"
 #include "vexa_libs/entity.h"
 #include "vexa_libs/topological_polygon.h"
@@ -282,6 +283,7 @@ bool Muestra(CImpresion& informe, const char* nombre)
 {
     const std::string extension = ExtensionDe(CString(nombre));
     const std::optional<ClaseTopologia> que = ClaseDeExtension(extension);
+    SanaConjuntos({nombre});
     CFile fichero;
     CFile bin;
     if ((!que && extension != kExtensionDibujo) || !AbreSiHay(fichero, nombre, kModoDibujo) ||

@@ -4,9 +4,15 @@
 
 #include "cadastre/messages.h"
 #include "evidence/paths.h"
+#include "platform/files/set_healing.h"
 
 bool CMunicipioAbierto::Abre(const CString& lista, const COtrosSitios& otros)
 {
+    const CCadena carpeta = CCadena(lista).DamePath();
+    const CNombresTablas tablas = TablasEn(otros.tablas.IsEmpty() ? carpeta : otros.tablas);
+    std::vector<CString> ficheros(tablas.begin(), tablas.end());
+    ficheros.insert(ficheros.end(), {lista, otros.registro, otros.ortos});
+    SanaConjuntos(ficheros);
     std::optional<CListaPoligonos> leida = LeeLista(lista);
     if (!leida)
         return false;

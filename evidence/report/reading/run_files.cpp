@@ -7,6 +7,7 @@
 #include "evidence/paths.h"
 #include "platform/files/any_case_name.h"
 #include "platform/files/cstdio_file.h"
+#include "platform/files/side_names.h"
 #include "platform/files/system_files.h"
 
 namespace informe {
@@ -136,6 +137,23 @@ void SituaTablas(const CString& nombrada, const CString& junto, CFicheros& fiche
             ficheros.tablas[tabla] = usuales[tabla];
 }
 
+/// Where the way on to Infograf came behind the way back, the log is empty and that of the way back
+/// is kept beside it; unless the way back has written its files again since.
+CString RegistroDeLaVuelta(const CFicheros& ficheros)
+{
+    namespace fs = std::filesystem;
+    sistema::Error error;
+    const fs::path registro = sistema::Ruta(ficheros.registro);
+    const fs::path guardado = lado::De(registro, lado::kAnterior);
+    const fs::path escrito = sistema::Ruta(ficheros.ficheroR);
+    if (sistema::Mira(registro, error).largo > 0 || error || !HayFichero(sistema::Nombre(guardado)))
+        return ficheros.registro;
+    const bool deDespues =
+        HayFichero(ficheros.ficheroR) &&
+        fs::last_write_time(escrito, error) > fs::last_write_time(guardado, error);
+    return deDespues || error ? ficheros.registro : CString(sistema::Nombre(guardado));
+}
+
 } // namespace
 
 CFicheros BuscaFicheros(const CString& registro, const COpciones& opciones)
@@ -147,8 +165,10 @@ CFicheros BuscaFicheros(const CString& registro, const COpciones& opciones)
     TomaNombrados(opciones.con, ficheros);
     SituaOrigen(opciones, junto, ficheros);
     const bool vuelta = ficheros.sentido == Sentido::Vuelta;
-    if (vuelta)
+    if (vuelta) {
         SituaVuelta(opciones.ortos, ficheros);
+        ficheros.registro = RegistroDeLaVuelta(ficheros);
+    }
     SituaTablas(opciones.tablas, vuelta ? ficheros.lista.carpeta : junto, ficheros);
     return ficheros;
 }

@@ -2,6 +2,7 @@
 #include <filesystem>
 
 #include "generator/synthetic_municipality.h"
+#include "platform/files/output_diary.h"
 #include "tests/evidence/report/report_fixture.h"
 #include "tests/vexa_to_catastro/run_fixture.h"
 
@@ -244,6 +245,35 @@ TEST_F(InformeDeVuelta, WritesFeaturesAndASheet)
     EXPECT_THAT(hoja.at(0), HasSubstr("línea;código;clase;"));
     EXPECT_THAT(hoja.at(1), HasSubstr("1;E109;error;;;a;;;;;90,00;90,00;E109: "));
     EXPECT_TRUE(carpeta.Lee("m.csv").starts_with("\xEF\xBB\xBF"));
+}
+
+TEST_F(InformeDeVuelta, FindsTheLogThatTheWayToInfografKeptUntilTheNextWayBack)
+{
+    namespace fs = std::filesystem;
+    DosParcelas();
+    Ejecuta();
+    const std::string cuenta = Informa().Cuenta();
+    EXPECT_FALSE(CFile::GuardaAnterior(carpeta.En("045127.ERR")).IsEmpty());
+    carpeta.Pon("045127.ERR", "");
+    EXPECT_THAT(Informa().Cuenta(), EndsWith("045127.ERR.anterior: " + cuenta));
+    const auto guardado = fs::last_write_time(carpeta.Ruta() / "045127.ERR.anterior");
+    fs::last_write_time(carpeta.Ruta() / "045127.R", guardado + std::chrono::seconds(1));
+    EXPECT_NE(Informa().Cuenta(), cuenta);
+}
+
+TEST_F(InformeDeVuelta, ReadsNoTableThatIsHalfDone)
+{
+    DosParcelas();
+    Ejecuta();
+    const std::string cuenta = Informa().Cuenta();
+    carpeta.Pon("Parcelas.txt.~0123456789ab.~antes", carpeta.Lee("Parcelas.txt"));
+    carpeta.Pon("Parcelas.txt", "a medias");
+    const CString diario = carpeta.Pon("Parcelas.txt.~0123456789ab.~conjunto",
+                                       EscribeDiario({}, {{"Parcelas.txt", true, 1}}));
+    std::filesystem::permissions(std::string(diario), std::filesystem::perms{0666});
+    EXPECT_THAT(Informa().resultado.quejas, testing::Contains(HasSubstr("~conjunto")));
+    std::filesystem::permissions(std::string(diario), std::filesystem::perms{0644});
+    EXPECT_EQ(Informa().Cuenta(), cuenta);
 }
 
 TEST_F(InformeDeVuelta, FallsOnNoDrawingThatItReadsByWhateverName)
