@@ -438,12 +438,17 @@ TEST(Salidas, AreOnTheDiskBeforeWhatHangsOnThem)
 
 namespace {
 
+enum class Vecino { ConCandados, SinCandados, OtroUsuario };
+
 /// Two runs at the same tables, of inputs that differ; the second comes and goes before a call of
 /// the first.
-class DosProcesos : public testing::TestWithParam<bool> {
+class DosProcesos : public testing::TestWithParam<Vecino> {
 protected:
-    DosProcesos()
+    void SetUp() override
     {
+        if (GetParam() == Vecino::OtroUsuario && geteuid() != 0)
+            GTEST_SKIP() << "only an administrator can be two users";
+        fs::permissions(carpeta.Ruta(), fs::perms{0777});
         carpeta.Pon("otra.txt", "");
         sintetico::GrabaLineas(
             carpeta.En("otra.txt"),
@@ -468,7 +473,7 @@ protected:
     {
         CAplicacionPrueba aplicacion;
         Plan() = plan;
-        Plan().sinCandados = GetParam();
+        Plan().sinCandados = GetParam() == Vecino::SinCandados;
         TraduceA(carpeta.En(entrada), [&](const char* tabla) { return carpeta.En(tabla); });
         visto = Plan();
         Plan() = {};
@@ -477,16 +482,28 @@ protected:
     /// The same in a process of its own.
     bool CorreAparte(const char* entrada) const
     {
+        constexpr uid_t kOtro = 65533;
         const pid_t hijo = fork();
-        if (hijo == 0)
+        if (hijo == 0) {
+            if (GetParam() == Vecino::OtroUsuario && setuid(kOtro) != 0)
+                _exit(2);
             _exit(Corre(entrada, {.entretanto = [] {}}) ? 1 : 0);
+        }
         int estado = 0;
         waitpid(hijo, &estado, 0);
         return !WIFEXITED(estado) || WEXITSTATUS(estado) != 0;
     }
-    Contenidos Limpias(const char* entrada) const
+    /// Tables that anybody may write.
+    void PonTablas() const
     {
         PonTablasDeAntes(carpeta);
+        for (const char* tabla : kTablas)
+            fs::permissions(carpeta.Ruta() / tabla, fs::perms{0666});
+        fs::remove(carpeta.Ruta() / "otra.ERR"); // of whoever ran last
+    }
+    Contenidos Limpias(const char* entrada) const
+    {
+        PonTablas();
         EXPECT_FALSE(Corre(entrada, {}));
         return Tablas();
     }
@@ -512,9 +529,7 @@ protected:
             EXPECT_NE(bytes, "(no file)") << tabla << " is gone";
         const bool entera = ahora == deUno || ahora == deOtro || (unoAvisa && ahora == antes);
         EXPECT_TRUE(entera || unoAvisa || otroAvisa) << "a mixture that nobody is told of";
-        if (!GetParam()) { // locks keep them apart
-            EXPECT_TRUE(entera);
-        }
+        EXPECT_TRUE(entera || GetParam() == Vecino::SinCandados) << "locks keep them apart";
     }
 
     CCarpetaPrueba carpeta;
@@ -536,15 +551,16 @@ TEST_P(DosProcesos, EndWithTheWholeSetOfOneOrAreTold)
         apartados += otroAvisa ? 1 : 0;
     }
     // All through the first run's time, but for its first steps and its last.
-    EXPECT_TRUE(GetParam() || apartados > cuantas / 2) << apartados << " of " << cuantas;
+    EXPECT_TRUE(GetParam() == Vecino::SinCandados || apartados > cuantas / 2)
+        << apartados << " of " << cuantas;
     for (long en = cuantas / 3; en <= cuantas && !HasFailure(); en += 3)
         for (long falla = en; falla <= cuantas && !HasFailure(); falla += 5)
             Cruza(en, falla);
 }
 
-INSTANTIATE_TEST_SUITE_P(Cada, DosProcesos, testing::Bool(), [](const auto& cual) {
-    return cual.param ? "WithoutLocks" : "WithLocks";
-});
+INSTANTIATE_TEST_SUITE_P(WithLocks, DosProcesos, testing::Values(Vecino::ConCandados));
+INSTANTIATE_TEST_SUITE_P(WithoutLocks, DosProcesos, testing::Values(Vecino::SinCandados));
+INSTANTIATE_TEST_SUITE_P(AnotherUser, DosProcesos, testing::Values(Vecino::OtroUsuario));
 
 INSTANTIATE_TEST_SUITE_P(Cada, Fallos, testing::Range<std::size_t>(0, 6),
                          [](const auto& cual) { return "Run" + std::to_string(cual.param); });
