@@ -402,6 +402,54 @@ TEST_P(Fallos, NoFailedWriteRenameOrSyncIsPassedOver)
     }
 }
 
+TEST_P(Fallos, NoNameGoesWhereNothingCanBeRenamedAnyMore)
+{
+    banco.Corre({.que = Que::Nada, .anota = true});
+    const std::vector<Llamada> hechas = banco.Visto().hechas;
+    for (std::size_t i = 0; i < hechas.size(); ++i) {
+        if (hechas[i] != Llamada::Renombrar)
+            continue;
+        SCOPED_TRACE(testing::Message() << "call " << i + 1);
+        EsTodoONada(banco, banco.Corre({Que::FallaLlamada, static_cast<long>(i + 1),
+                                        Alcance::YLasDeSuClase, EIO}));
+    }
+}
+
+TEST(Salidas, AnUndoLeavesWhatSomebodyElseHasPlaced)
+{
+    const CCarpetaPrueba carpeta;
+    const auto graba = [&](const CPlanDeFallos& plan) {
+        for (const char* nombre : {"a.txt", "b.txt"})
+            carpeta.Pon(nombre, "antes");
+        CConjuntoSalidas conjunto;
+        for (const char* nombre : {"a.txt", "b.txt"}) {
+            CFile fichero;
+            fichero.Open(carpeta.En(nombre), CFile::modeCreate | CFile::modeWrite, nullptr,
+                         &conjunto);
+            fichero.Write("ahora", 5);
+            fichero.Close();
+        }
+        Plan() = plan;
+        conjunto.Confirma();
+    };
+    graba({.que = Que::Nada, .anota = true});
+    const std::vector<Llamada>& hechas = Plan().hechas;
+    const auto primera = std::find(hechas.begin(), hechas.end(), Llamada::Renombrar);
+    const auto segunda = std::find(primera + 1, hechas.end(), Llamada::Renombrar);
+    ASSERT_NE(segunda, hechas.end());
+    CPlanDeFallos plan = {Que::FallaLlamada, segunda - hechas.begin() + 1, Alcance::EsaSola, EIO};
+    plan.entretantoEn = plan.en;
+    plan.entretanto = [&] {
+        carpeta.Pon("x", "de otro");
+        fs::rename(carpeta.Ruta() / "x", carpeta.Ruta() / "a.txt");
+    };
+    EXPECT_THROW(graba(plan), CFileException);
+    Plan() = {};
+    EXPECT_EQ(carpeta.Lee("a.txt"), "de otro");
+    EXPECT_EQ(carpeta.Lee("b.txt"), "antes");
+    EXPECT_EQ(carpeta.Cuantos(), 2);
+}
+
 TEST(Salidas, AreOnTheDiskBeforeWhatHangsOnThem)
 {
     CBanco banco(Escenarios()[0]);
