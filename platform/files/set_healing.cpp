@@ -263,12 +263,13 @@ void CSanador::Devuelve(const CEntradaDiario& entrada, std::string_view marca) c
     CFileException::Exige(error, nombre);
 }
 
-/// Tells whether a diary is to be believed: it is what its owner wrote, and he could have done all
-/// that it asks for himself.
+/// Tells whether a diary is to be believed: it is what its owner wrote, it can be one, and he could
+/// have done all that it asks for himself.
 bool CSanador::MereceCredito(const CEstado& diario) const
 {
     const bool loEscribioSuDueño = diario.nombres == 1 && !diario.EscribenOtros();
-    return loEscribioSuDueño && (sistema::EsMio(diario) || !m_carpeta.estado.EsDeTodosConDueño());
+    return loEscribioSuDueño && diario.tipo == Tipo::Regular && diario.largo <= kDiarioMasLargo &&
+           (sistema::EsMio(diario) || !m_carpeta.estado.EsDeTodosConDueño());
 }
 
 /// Tells whether a target of a diary stands in the diary's own folder. Older ones name it by its

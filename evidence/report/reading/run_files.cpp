@@ -48,7 +48,7 @@ CString BuscaEn(const CString& carpeta, F encaja)
     const CString lugar = carpeta.IsEmpty() ? "." : carpeta;
     sistema::Error error;
     std::vector<std::filesystem::path> nombres = sistema::Lista(sistema::Ruta(lugar), error);
-    if (NoSeHalla(lugar, error))
+    if (NoSeHalla(CFile::RutaCompleta(lugar), error))
         return {};
     std::sort(nombres.begin(), nombres.end());
     for (const std::filesystem::path& nombre : nombres)

@@ -183,6 +183,8 @@ TEST(Conjuntos, ADiaryThatIsNoneCostsNothingAndStopsNobody)
         carpeta.Pon(kDiario, caso.bytes);
         EXPECT_NO_THROW(SanaConjuntos({carpeta.En("a.txt")}));
         EXPECT_EQ(carpeta.Lee("a.txt"), "a");
+        const bool noEsNinguno = caso.bytes.size() > kDiarioMasLargo;
+        EXPECT_EQ(fs::exists(carpeta.Ruta() / kDiario), noEsNinguno);
     }
 }
 
