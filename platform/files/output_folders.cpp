@@ -12,6 +12,6 @@ void AseguraCarpetas(const std::set<std::filesystem::path>& carpetas)
     for (const std::filesystem::path& carpeta : carpetas) {
         sistema::Error error;
         sistema::AseguraCarpeta(carpeta, error);
-        CFileException::Exige(error, sistema::Nombre(sistema::Entera(carpeta)));
+        CFileException::Exige(error, sistema::Nombre(sistema::EnteraSinPuntos(carpeta)));
     }
 }

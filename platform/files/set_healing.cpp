@@ -139,7 +139,7 @@ void Anota(std::vector<CCarpeta>& carpetas, const CString& nombre)
     if (carpeta == carpetas.end()) {
         const CEstado estado = sistema::Mira(ruta, error);
         if (error && !CFileException::EsCorriente(error))
-            throw CFileException(sistema::Nombre(sistema::Entera(ruta)), error, true);
+            throw CFileException(sistema::Nombre(sistema::EnteraSinPuntos(ruta)), error, true);
         carpeta = std::find_if(carpetas.begin(), carpetas.end(),
                                [&](const CCarpeta& c) { return c.estado.EsElMismo(estado); });
         if (carpeta == carpetas.end())
@@ -155,7 +155,7 @@ void CSanador::Sana()
     if (error == std::errc::no_such_file_or_directory || error == std::errc::permission_denied ||
         error == std::errc::not_a_directory)
         return; // whoever opens a file there will be told
-    CFileException::Exige(error, sistema::Nombre(sistema::Entera(m_carpeta.ruta)));
+    CFileException::Exige(error, sistema::Nombre(sistema::EnteraSinPuntos(m_carpeta.ruta)));
     for (const Ruta& nombre : m_carpeta.nombres)
         if (lado::Parte(nombre).sufijo == lado::kConjunto)
             SanaPorDiario(nombre);
@@ -189,7 +189,7 @@ void CSanador::SanaPorDiario(const Ruta& nombre)
             CFileException fallo(suyo->nombre, {}, true);
             const CString quien = sistema::NombreDelDueño(En(nombre));
             fallo.m_nota.Format(textos::kAMedias, quien,
-                                CString(sistema::Nombre(sistema::Entera(En(nombre)))));
+                                CString(sistema::Nombre(sistema::EnteraSinPuntos(En(nombre)))));
             throw fallo;
         }
     }
