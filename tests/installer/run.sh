@@ -67,7 +67,7 @@ only_theirs_stays() {
   diff "$work/before" <(files) || fail "something stays, or went"
 }
 
-runs_a_sample() {
+runs_a_sample() { # where the menu has it begin
   local samples_there="$documents/Muestras de Campiva"
   "$runner" "$folder/campiva-muestras.exe" /S || fail "the samples aren't copied"
   cmp "$samples/villanueva.txt" "$samples_there/villanueva.txt" || fail "no samples"
@@ -81,11 +81,28 @@ runs_a_sample() {
     cmp "$golden/clean_municipality/expected/$table.txt" "$samples_there/$table.txt" ||
       fail "$table.txt isn't what it should be"
   done
+  begins_in_the_documents "$1"
   rm -r "$samples_there"
 }
+# Started in its own folder, as by a click on it, it has its dialogs read and write among the documents.
+begins_in_the_documents() {
+  local program_folder
+  program_folder=$(ls "$folder")
+  (cd "$folder" && "$runner" campiva.exe << 'END'
+1009
+1
+1000=Muestras de Campiva\villanueva.txt
+1
+END
+  ) > "$work/stdout" 2>&1 || fail "its dialog doesn't run"
+  [ "$(ls "$folder")" = "$program_folder" ] || fail "tables beside the program"
+  cmp "$golden/clean_municipality/expected/Parcelas.txt" "$documents/Parcelas.txt" || fail "no tables"
+  rm "$documents"/{Modulos,Titulares,Parcelas,Subparcelas,Parajes,Cotitulares}.txt
+  tr -d '\0' < "$menu/Campiva.lnk" | grep -aqi "$1" || fail "the menu begins in another folder"
+}
 
-cycle() { # root of the registry, option, folder, menu
-  local root=$1 option=$2
+cycle() { # root of the registry, option, folder, menu, where the menu has it begin
+  local root=$1 option=$2 begins=$5
   folder=$drive/$3 menu=$drive/$4/Campiva
   "$runner" "$work/before_1.7.exe" /S "$option" || fail "the one before 1.7.0 isn't installed"
   puts "$folder/Muestras/Arroyo/GerMun.txt" "a municipality among the samples"
@@ -111,7 +128,7 @@ cycle() { # root of the registry, option, folder, menu
   all_kept
   gone "$folder/retirada.txt" || fail "a file of the older one stays"
   cmp "$content/LEEME.txt" "$folder/LEEME.txt" || fail "the text is the older one's"
-  runs_a_sample
+  runs_a_sample "$begins"
   removed "$option"
   no_entry "$root"
   rmdir "$folder/vacía" || fail "an empty folder of theirs went"
@@ -188,7 +205,7 @@ echo "another text" > "$work/older/LEEME.txt"
   "$source/campiva.nsi"
 "${make_installer[@]}" "-DCONTENT=$content" "-DSAMPLES=$samples" "-DOUT=$work/before_1.7.exe" \
   "$(dirname "$0")/older.nsi"
-printf '[Campiva]\r\nTipoTraduccion=2\r\n' > "$work/settings"
+printf '[Campiva]\r\nSuyo=2\r\n' > "$work/settings"
 "$runner" "$registry" put "$work/settings"
 windows reg query 'HKCU\Software' > /dev/null # it is awake, and its folders are made
 user=$(cd "$drive" && echo users/[!P]*)
@@ -199,10 +216,10 @@ user_menu="$user/AppData/Roaming/Microsoft/Windows/Start Menu/Programs"
 all_menu="ProgramData/Microsoft/Windows/Start Menu/Programs"
 mkdir -p "$drive/$programs"
 files > "$work/before"
-cycle HKCU /CurrentUser "$programs/Campiva" "$user_menu"
-cycle HKLM /AllUsers "Program Files/Campiva" "$all_menu"
+cycle HKCU /CurrentUser "$programs/Campiva" "$user_menu" '[\]Documents'
+cycle HKLM /AllUsers "Program Files/Campiva" "$all_menu" 'Program Files[\]Campiva'
 over_a_folder
 enters_the_path
 one_on_a_machine
-[ "$(in_registry 'HKCU\Software\VexaSoft\Campiva\Campiva' TipoTraduccion)" = 2 ] ||
+[ "$(in_registry 'HKCU\Software\VexaSoft\Campiva\Campiva' Suyo)" = 2 ] ||
   fail "what the user stored is gone"
