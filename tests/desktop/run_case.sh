@@ -319,6 +319,39 @@ case_damaged_help() { # by one byte at which the reader of such files would die
   ended
 }
 
+# Windows: without its help file the program says so, and with the manual's pages it has those shown.
+case_no_help() {
+  local classes='HKLM\Software\Classes'
+  mkdir -p "$work/bin"
+  cp "$program" "$work/bin"
+  program=$work/bin/campiva-gui.exe
+  {
+    $runner reg add "$classes\.html" /ve /d pagina /f
+    $runner reg add "$classes\pagina\shell\open\command" /ve /f \
+      /d "cmd.exe /c echo %1 > \"Z:${work//\//\\}\\opened\""
+  } > /dev/null 2>&1
+  start
+  choose v "Vexa a Catastro campiva"
+  keys F1
+  await Ayuda
+  keys Return
+  await "Vexa a Catastro campiva"
+  keys alt+y
+  await Ayuda
+  look no_help
+  keys Return
+  await "Vexa a Catastro campiva"
+  [ ! -e "$work/opened" ] || fail "something is shown that isn't there"
+  mkdir "$work/bin/manual"
+  echo '<html><body>inicio</body></html>' > "$work/bin/manual/inicio.html"
+  keys alt+y
+  eventually grep -qs 'manual[\/]inicio.html' "$work/opened"
+  for class in .html pagina; do $runner reg delete "$classes\$class" /f > /dev/null 2>&1; done
+  await "Vexa a Catastro campiva"
+  keys Escape
+  ended
+}
+
 case_batch() {
   cp "$samples/villanueva.txt" "$work/run"
   start 0 villanueva.txt m t p s j no_hay/c
