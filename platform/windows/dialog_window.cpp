@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/windows/accessible_name.h"
 #include "platform/windows/dialog_template.h"
 #include "platform/windows/path_field.h"
 #include "platform/windows/run_footer.h"
@@ -86,12 +87,25 @@ void CVentanaDialogo::Crea(HWND debajo)
     }
 }
 
+bool CVentanaDialogo::SeLlamaComoSuLeyenda(const CControl& control) const
+{
+    const ClaseControl clase = control.Plantilla().clase;
+    if (clase == Edicion || clase == Lista || clase == Progreso)
+        return false;
+    CString leyenda = control.GetWindowText();
+    leyenda.Replace("&", "");
+    const bool boton = clase == Boton || clase == BotonPorDefecto;
+    return !boton || Dialogo().NombreDe(control) == leyenda;
+}
+
 void CVentanaDialogo::PreparaControles()
 {
     for (const CControl& control : Dialogo().Controles()) {
         HWND ventana = VentanaDe(control);
         if (control.Plantilla().clase == Edicion)
             HazCampoRuta(ventana);
+        if (!SeLlamaComoSuLeyenda(control))
+            PonNombreAccesible(ventana, AAncho(Dialogo().NombreDe(control)));
         for (const char* elemento : control.Plantilla().elementos)
             SendMessageW(ventana, CB_ADDSTRING, 0,
                          reinterpret_cast<LPARAM>(AAncho(elemento).c_str()));

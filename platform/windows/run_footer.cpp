@@ -5,6 +5,7 @@
 #include "platform/dialog.h"
 #include "platform/front_end.h"
 #include "platform/layer_texts.h"
+#include "platform/windows/accessible_name.h"
 #include "platform/windows/open_file.h"
 #include "platform/windows/text.h"
 
@@ -79,9 +80,17 @@ void CPieProceso::PonAlDia()
     if (antes != texto)
         SetWindowTextW(m_texto, texto.c_str());
     Coloca(m_sitio);
-    ShowWindow(m_haceInforme, m_relato.DeInforme().IsEmpty() ? SW_HIDE : SW_SHOWNA);
-    ShowWindow(m_abreLog, m_relato.Log().IsEmpty() ? SW_HIDE : SW_SHOWNA);
-    ShowWindow(m_abreCarpeta, m_relato.Carpeta().IsEmpty() ? SW_HIDE : SW_SHOWNA);
+    Ofrece(m_haceInforme, textos::kNombreHazInforme, m_relato.DeInforme());
+    Ofrece(m_abreLog, textos::kNombreAbreLog, m_relato.Log());
+    Ofrece(m_abreCarpeta, textos::kNombreAbreCarpeta, m_relato.Carpeta());
+}
+
+void CPieProceso::Ofrece(HWND boton, const char* nombre, const CString& ruta)
+{
+    const bool seVe = (GetWindowLongW(boton, GWL_STYLE) & WS_VISIBLE) != 0;
+    if (!ruta.IsEmpty() && !seVe)
+        PonNombreAccesible(boton, AAncho(nombre) + AAncho(ruta));
+    ShowWindow(boton, ruta.IsEmpty() ? SW_HIDE : SW_SHOWNA);
 }
 
 bool CPieProceso::AlPulsar(HWND boton)

@@ -23,6 +23,8 @@ public:
 
 private:
     HWND Crea(const wchar_t* clase, const char* texto, DWORD estilo);
+    /// Shows a button where there is what it opens.
+    static void Ofrece(HWND boton, const char* nombre, const CString& ruta);
     void AbreInforme() const;
     void Abre(const CString& ruta) const;
     void Quejate(const std::string& queja) const;

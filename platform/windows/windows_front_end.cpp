@@ -89,6 +89,7 @@ void CFrontalWindows::IniciaControles()
     INITCOMMONCONTROLSEX cuales = {sizeof cuales,
                                    ICC_STANDARD_CLASSES | ICC_PROGRESS_CLASS | ICC_BAR_CLASSES};
     InitCommonControlsEx(&cuales);
+    CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED | COINIT_DISABLE_OLE1DDE);
 }
 
 const CVentanaDialogo* CFrontalWindows::DeDelante() const
