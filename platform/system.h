@@ -76,6 +76,8 @@ void VigilaSenales(bool seContesta);
 bool HuboInterrupcion();
 /// Tells whether the process is to end.
 bool HayQueAcabar();
+/// Asks the process to end, as the signal of a system that goes down does.
+void PideAcabar();
 /// Signals act as usual again. Where the process is to end, it does so, by the signal that came.
 void OlvidaSenales();
 /// Waits for a line typed at the terminal. False where the process is to end before one came.

@@ -205,6 +205,11 @@ bool HuboInterrupcion()
     return hubo;
 }
 
+void PideAcabar()
+{
+    std::raise(SIGTERM);
+}
+
 bool HayQueAcabar()
 {
     return g_final != 0;

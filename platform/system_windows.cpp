@@ -286,12 +286,18 @@ std::filesystem::path CarpetaAjustes()
 void VigilaSenales(bool seContesta)
 {
     g_seContesta = seContesta;
+    SetThreadExecutionState(ES_CONTINUOUS | ES_SYSTEM_REQUIRED); // nobody types during a long run
     SetConsoleCtrlHandler(AlLlegar, TRUE);
 }
 
 bool HuboInterrupcion()
 {
     return g_interrupcion.exchange(false);
+}
+
+void PideAcabar()
+{
+    g_final = true;
 }
 
 bool HayQueAcabar()
@@ -302,6 +308,7 @@ bool HayQueAcabar()
 void OlvidaSenales()
 {
     SetConsoleCtrlHandler(AlLlegar, FALSE);
+    SetThreadExecutionState(ES_CONTINUOUS);
     g_interrupcion = false; // one that came too late stops nothing later
     if (g_final)
         ExitProcess(kPorCtrlC);

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/layer_texts.h"
+#include "platform/system.h"
 #include "platform/windows/accessible_name.h"
 #include "platform/windows/dialog_template.h"
 #include "platform/windows/path_field.h"
@@ -52,8 +54,10 @@ CVentanaDialogo::CVentanaDialogo(CDialog& dialogo, HWND debajo)
 {
     Crea(debajo);
     PreparaControles();
-    if (Avance() != nullptr)
+    if (Avance() != nullptr) {
         m_pie = std::make_unique<CPieProceso>(m_ventana, Relato());
+        m_tareas.emplace(m_ventana);
+    }
     m_marco.emplace(m_ventana, dialogo.Plantilla(), m_controles, m_pie.get());
     for (const CControl& control : Dialogo().Controles())
         Refleja(control);
@@ -207,6 +211,8 @@ bool CVentanaDialogo::TomaUno()
 void CVentanaDialogo::PonBarra(int hecho)
 {
     SendMessageW(VentanaDe(*Avance()), PBM_SETPOS, static_cast<WPARAM>(hecho), 0);
+    if (Relato().EnProceso())
+        m_tareas->Pon(hecho);
 }
 
 void CVentanaDialogo::PonTitulo(const std::string& utf8)
@@ -217,6 +223,10 @@ void CVentanaDialogo::PonTitulo(const std::string& utf8)
 void CVentanaDialogo::PonPie()
 {
     m_pie->PonAlDia();
+    if (!Relato().EnProceso()) {
+        m_tareas->Quita();
+        ShutdownBlockReasonDestroy(m_ventana);
+    }
 }
 
 void CVentanaDialogo::PonControl(const CControl& control)
@@ -278,6 +288,15 @@ INT_PTR CVentanaDialogo::Atiende(UINT mensaje, WPARAM wParam, LPARAM lParam)
             return FALSE;
         m_marco->PonLimites(*reinterpret_cast<MINMAXINFO*>(lParam));
         return TRUE;
+    case WM_QUERYENDSESSION:
+        SetWindowLongPtrW(m_ventana, DWLP_MSGRESULT, PuedeAcabarLaSesion() ? TRUE : FALSE);
+        return TRUE;
+    case WM_ENDSESSION:
+        AcabaLaSesion(wParam != 0);
+        return TRUE;
+    case CPieProceso::kHayInforme:
+        m_pie->AbreInformeHecho();
+        return TRUE;
     case WM_VSCROLL:
         m_marco->Desplaza(LOWORD(wParam));
         return TRUE;
@@ -287,6 +306,22 @@ INT_PTR CVentanaDialogo::Atiende(UINT mensaje, WPARAM wParam, LPARAM lParam)
     default:
         return FALSE;
     }
+}
+
+bool CVentanaDialogo::PuedeAcabarLaSesion()
+{
+    if (!Relato().EnProceso())
+        return true;
+    ShutdownBlockReasonCreate(m_ventana, AAncho(textos::kProcesoAMedias).c_str());
+    return false;
+}
+
+void CVentanaDialogo::AcabaLaSesion(bool deVerdad)
+{
+    if (deVerdad && Relato().EnProceso())
+        sistema::PideAcabar(); // the run finds it where it looks for events, and clears up
+    else
+        ShutdownBlockReasonDestroy(m_ventana);
 }
 
 void CVentanaDialogo::AlMandar(WORD aviso, WORD id, HWND ventana)

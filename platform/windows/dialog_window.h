@@ -9,6 +9,7 @@
 
 #include "platform/common_window.h"
 #include "platform/windows/pictures.h"
+#include "platform/windows/taskbar.h"
 #include "platform/windows/window_frame.h"
 
 class CPieProceso;
@@ -56,6 +57,10 @@ private:
     void AlCambiar(CControl& control, WORD aviso, HWND ventana);
     void AlTomarFoco(HWND ventana);
     void PideAyuda(const AyudaDelSistema& pregunta);
+    /// Answers the question whether the session may end: not in the middle of a run, of which the
+    /// system then tells its user, who may end it all the same.
+    bool PuedeAcabarLaSesion();
+    void AcabaLaSesion(bool deVerdad);
 
     HWND m_debajo;
     HWND m_ventana = nullptr;
@@ -63,6 +68,7 @@ private:
     std::optional<CMarcoVentana> m_marco;
     CImagenes m_imagenes;
     std::unique_ptr<CPieProceso> m_pie;
+    std::optional<CBarraDeTareas> m_tareas;
     UINT m_foco = kSinId;      ///< of the control that has the focus
     bool m_reflejando = false; ///< what changes now is not the user's doing
 };

@@ -201,3 +201,18 @@ TEST(ProgramaWindows, WorksInItsUsersDocumentsRatherThanInAFolderOfPrograms)
     }
     fs::current_path(antes);
 }
+
+TEST(ProgramaWindows, KeepsTheMachineAwakeDuringARunOnly)
+{
+    const auto despierta = [] { // what was asked for before comes back, and is asked for again
+        const EXECUTION_STATE antes = SetThreadExecutionState(ES_CONTINUOUS);
+        SetThreadExecutionState(antes | ES_CONTINUOUS);
+        return (antes & ES_SYSTEM_REQUIRED) != 0;
+    };
+    SetThreadExecutionState(ES_CONTINUOUS); // Wine begins with all that can be asked for
+    EXPECT_FALSE(despierta());
+    sistema::VigilaSenales(false);
+    EXPECT_TRUE(despierta());
+    sistema::OlvidaSenales();
+    EXPECT_FALSE(despierta());
+}

@@ -1,23 +1,16 @@
 #include <algorithm>
 #include <cstdio>
 #include <iterator>
-#include <memory>
 #include <span>
 #include <string>
 
 #include <gtest/gtest.h>
 
-#include <windows.h>
-
 #include "platform/files/system_files.h"
 #include "platform/system.h"
+#include "tests/windows/driven_program.h"
 
 namespace {
-
-struct CCierra {
-    void operator()(HANDLE manija) const { CloseHandle(manija); }
-};
-using Manija = std::unique_ptr<void, CCierra>;
 
 /// A console of the test's own, as long as the object lives.
 class CConsola {
@@ -82,29 +75,12 @@ private:
     Manija m_teclas;
 };
 
-constexpr DWORD kPaciencia = 60'000; // milliseconds
-
 std::string Impreso(const std::string& programa, const std::string& argumentos)
 {
     const CConsola consola;
     const Manija proceso = consola.Arranca(programa, argumentos);
     EXPECT_EQ(WaitForSingleObject(proceso.get(), kPaciencia), WAIT_OBJECT_0);
     return consola.Texto();
-}
-
-/// The program's window of the name, once it is there; null where it never comes.
-HWND EsperaVentana(HANDLE proceso, const wchar_t* titulo)
-{
-    constexpr DWORD kCadaVez = 100;
-    for (DWORD esperado = 0; esperado < kPaciencia; esperado += kCadaVez) {
-        DWORD suyo = 0;
-        HWND ventana = FindWindowW(nullptr, titulo);
-        GetWindowThreadProcessId(ventana, &suyo);
-        if (suyo == GetProcessId(proceso) && IsWindowVisible(ventana) != 0)
-            return ventana;
-        Sleep(kCadaVez);
-    }
-    return nullptr;
 }
 
 } // namespace
