@@ -1,6 +1,7 @@
 #include "platform/windows/dialog_window.h"
 
 #include <algorithm>
+#include <bit>
 #include <utility>
 
 #include "platform/layer_texts.h"
@@ -15,19 +16,16 @@ namespace {
 
 using enum ClaseControl;
 
-/// The font that the user's system has for its messages.
-CLetra LetraDelSistema()
+/// Newer systems change a dialog's scale by themselves, and know nothing of what makes it wider
+/// than its template or stands below it.
+void SinEscalaAjena(HWND ventana)
 {
-    NONCLIENTMETRICSW medidas = {};
-    medidas.cbSize = sizeof medidas;
-    if (SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof medidas, &medidas, 0) == 0)
-        return {L"MS Shell Dlg 2"};
-    const LOGFONTW& letra = medidas.lfMessageFont;
-    HDC pantalla = GetDC(nullptr);
-    const int puntos = MulDiv(std::abs(letra.lfHeight), 72, GetDeviceCaps(pantalla, LOGPIXELSY));
-    ReleaseDC(nullptr, pantalla);
-    return {letra.lfFaceName, static_cast<std::uint16_t>(puntos),
-            static_cast<std::uint16_t>(letra.lfWeight)};
+    constexpr int kDeNada = 1;
+    using Funcion = BOOL(WINAPI*)(HWND, int, int);
+    const FARPROC hallada =
+        GetProcAddress(GetModuleHandleW(L"user32.dll"), "SetDialogDpiChangeBehavior");
+    if (hallada != nullptr)
+        std::bit_cast<Funcion>(hallada)(ventana, kDeNada, kDeNada);
 }
 
 std::wstring TextoDe(HWND ventana)
@@ -81,6 +79,7 @@ void CVentanaDialogo::Crea(HWND debajo)
     m_ventana = CreateDialogIndirectParamW(GetModuleHandleW(nullptr),
                                            reinterpret_cast<LPCDLGTEMPLATEW>(plantilla.data()),
                                            debajo, AlLlegar, reinterpret_cast<LPARAM>(this));
+    SinEscalaAjena(m_ventana);
     for (HWND hijo = GetWindow(m_ventana, GW_CHILD); hijo != nullptr;
          hijo = GetWindow(hijo, GW_HWNDNEXT))
         m_controles.push_back(hijo);
@@ -288,6 +287,9 @@ INT_PTR CVentanaDialogo::Atiende(UINT mensaje, WPARAM wParam, LPARAM lParam)
             return FALSE;
         m_marco->PonLimites(*reinterpret_cast<MINMAXINFO*>(lParam));
         return TRUE;
+    case WM_DPICHANGED:
+        CambiaEscala(LOWORD(wParam), *reinterpret_cast<const RECT*>(lParam));
+        return TRUE;
     case WM_QUERYENDSESSION:
         SetWindowLongPtrW(m_ventana, DWLP_MSGRESULT, PuedeAcabarLaSesion() ? TRUE : FALSE);
         return TRUE;
@@ -306,6 +308,19 @@ INT_PTR CVentanaDialogo::Atiende(UINT mensaje, WPARAM wParam, LPARAM lParam)
     default:
         return FALSE;
     }
+}
+
+void CVentanaDialogo::CambiaEscala(int puntosPorPulgada, const RECT& sitio)
+{
+    const Letra antes = std::exchange(m_letra, HazLetra(LetraDelSistema(), puntosPorPulgada));
+    for (HWND hijo = GetWindow(m_ventana, GW_CHILD); hijo != nullptr;
+         hijo = GetWindow(hijo, GW_HWNDNEXT))
+        SendMessageW(hijo, WM_SETFONT, reinterpret_cast<WPARAM>(m_letra.get()), FALSE);
+    m_marco->HazSitio();
+    PonImagenes();
+    SetWindowPos(m_ventana, nullptr, sitio.left, sitio.top, 0, 0,
+                 SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    m_marco->PonLados();
 }
 
 bool CVentanaDialogo::PuedeAcabarLaSesion()

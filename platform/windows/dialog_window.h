@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/common_window.h"
+#include "platform/windows/dialog_font.h"
 #include "platform/windows/pictures.h"
 #include "platform/windows/taskbar.h"
 #include "platform/windows/window_frame.h"
@@ -57,6 +58,9 @@ private:
     void AlCambiar(CControl& control, WORD aviso, HWND ventana);
     void AlTomarFoco(HWND ventana);
     void PideAyuda(const AyudaDelSistema& pregunta);
+    /// The window came to a screen of another scale.
+    /// \param sitio  where the system would have it now
+    void CambiaEscala(int puntosPorPulgada, const RECT& sitio);
     /// Answers the question whether the session may end: not in the middle of a run, of which the
     /// system then tells its user, who may end it all the same.
     bool PuedeAcabarLaSesion();
@@ -69,6 +73,7 @@ private:
     CImagenes m_imagenes;
     std::unique_ptr<CPieProceso> m_pie;
     std::optional<CBarraDeTareas> m_tareas;
-    UINT m_foco = kSinId;      ///< of the control that has the focus
+    UINT m_foco = kSinId; ///< of the control that has the focus
+    Letra m_letra;        ///< of the controls, since the scale changed; null for the dialog's own
     bool m_reflejando = false; ///< what changes now is not the user's doing
 };

@@ -8,6 +8,7 @@
 #include "platform/front_end.h"
 #include "platform/layer_texts.h"
 #include "platform/windows/accessible_name.h"
+#include "platform/windows/dialog_units.h"
 #include "platform/windows/open_file.h"
 #include "platform/windows/text.h"
 
@@ -19,12 +20,6 @@ constexpr short kAltoBoton = 14;
 constexpr short kHueco = 7;
 constexpr short kRenglon = 8; // of the text, above the buttons
 constexpr short kTrasRenglon = 4;
-
-RECT EnPixeles(HWND ventana, RECT unidades)
-{
-    MapDialogRect(ventana, &unidades);
-    return unidades;
-}
 
 } // namespace
 
