@@ -36,6 +36,7 @@ inline constexpr const char* kNombresSinCarpeta =
     "Los nombres sin carpeta van a %s";                            ///< before a run
 inline constexpr const char* kQuedan = ", quedan %s de esta fase"; ///< behind the time passed
 inline constexpr const char* kDuracion = "Duración: %s";
+inline constexpr const char* kHaciendoInforme = "Se está haciendo el informe...";
 inline constexpr const char* kRegistroVacio = "Registro vacío: sin errores ni avisos";
 inline constexpr const char* kAbreLog = "Abrir &registro";
 inline constexpr const char* kHazInforme = "In&forme";
@@ -47,6 +48,10 @@ inline constexpr const char* kNombreAbreCarpeta = "Abrir la carpeta de los archi
 inline constexpr const char* kTituloNoSeAbre = "Abrir";
 inline constexpr const char* kNoSeAbre = "Ningún programa abre aquí %s";
 inline constexpr const char* kNoHayInforme = "No se pudo hacer el informe de %s";
+
+/// What Windows shows its user who ends the session during a run.
+inline constexpr const char* kProcesoAMedias =
+    "Hay un proceso a medias. Si se corta, los archivos quedan como estaban.";
 
 // Windows that the system doesn't fill with words of its own.
 inline constexpr const char* kSi = "&Sí";

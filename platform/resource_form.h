@@ -63,6 +63,8 @@ struct CRecursoVersion {
 
 /// Files that the layer finds by name: beside the program, and inside its help.
 struct CFicherosPrograma {
+    /// First page of the manual as a browser reads it, from the help file's folder; empty for none.
+    const char* manual = "";
     const char* informe = ""; ///< the program that makes a report of a log; empty for none
     const char* textosDeControles = ""; ///< in the help: what it says of each control
 };

@@ -27,8 +27,15 @@ bool Pagina(std::string_view texto);
 
 /// Readies the standard streams: bytes pass through them as they are, a console shows them as
 /// UTF-8, and those that the process came without get a place to go; else the first files that it
-/// opens would get what is printed. To be called before anything is opened.
+/// opens would get what is printed. To be called before anything is opened. What the library
+/// prints to a console stands there when the program ends.
 void PreparaFlujos();
+/// A program in windows that has nothing more to print leaves the console of whoever started it,
+/// whose end would be its own.
+void DejaConsola();
+
+/// Prints a text in UTF-8 at once, to a console in whole letters.
+void Imprime(std::FILE* fichero, std::string_view texto);
 
 /// The arguments of the program, its own name first, as `main` got them or, where the system knows
 /// them by more letters than it hands to `main`, in UTF-8.
@@ -36,6 +43,10 @@ std::vector<std::string> Argumentos(int argc, const char* const* argv);
 
 /// The next byte of the standard input, EOF at its end. What is typed at a console comes in UTF-8.
 int LeeByte();
+
+/// Leads a process that stands in the folder of its program, or in one of the system's, to its
+/// user's documents: nobody who didn't ask for it wants files there.
+void SalDeLaCarpetaDelPrograma();
 
 /// File of the program that runs; empty where the system doesn't tell.
 std::filesystem::path FicheroPrograma();
@@ -65,6 +76,8 @@ void VigilaSenales(bool seContesta);
 bool HuboInterrupcion();
 /// Tells whether the process is to end.
 bool HayQueAcabar();
+/// Asks the process to end, as the signal of a system that goes down does.
+void PideAcabar();
 /// Signals act as usual again. Where the process is to end, it does so, by the signal that came.
 void OlvidaSenales();
 /// Waits for a line typed at the terminal. False where the process is to end before one came.

@@ -111,6 +111,16 @@ void PreparaFlujos()
             open("/dev/null", O_RDWR); // takes the lowest number that is free, which is this one
 }
 
+void DejaConsola() {} // there a program lives on without a terminal, if it wants to
+
+void Imprime(std::FILE* fichero, std::string_view texto)
+{
+    std::fwrite(texto.data(), 1, texto.size(), fichero);
+    std::fflush(fichero);
+}
+
+void SalDeLaCarpetaDelPrograma() {} // menus start a program in its user's home
+
 std::vector<std::string> Argumentos(int argc, const char* const* argv)
 {
     return {argv, argv + argc};
@@ -193,6 +203,11 @@ bool HuboInterrupcion()
     const bool hubo = g_interrupcion != 0;
     g_interrupcion = 0;
     return hubo;
+}
+
+void PideAcabar()
+{
+    std::raise(SIGTERM);
 }
 
 bool HayQueAcabar()

@@ -1,5 +1,6 @@
 #include "platform/system.h"
 
+#include <algorithm>
 #include <atomic>
 #include <cstdlib>
 #include <memory>
@@ -11,6 +12,7 @@
 #include <windows.h>
 
 #include <shellapi.h>
+#include <shlobj.h>
 
 #include "platform/files/system_files.h"
 
@@ -98,9 +100,14 @@ CLineaDeConsola& Tecleado()
     return linea;
 }
 
-/// Has the console take what is printed for UTF-8, and gives it back what it had at the end.
+/// Has the console take what is printed for UTF-8, and gives it back what it had at the end. It
+/// shows each piece by itself, so the library gathers what else it would give it byte by byte.
 void PonUtf8()
 {
+    constexpr std::size_t kTextoMasLargo = 16384; // of those that don't go by `Imprime`
+    for (std::FILE* flujo : {stdout, stderr})
+        if (EsTerminal(flujo))
+            std::setvbuf(flujo, nullptr, _IOFBF, kTextoMasLargo);
     static const UINT kAntes = GetConsoleOutputCP();
     if (kAntes == 0 || SetConsoleOutputCP(CP_UTF8) == 0) // there is none
         return;
@@ -116,7 +123,24 @@ void PidePrestadaConsola()
     if (hay || AttachConsole(ATTACH_PARENT_PROCESS) == 0)
         return;
     for (std::FILE* flujo : {stdout, stderr})
-        static_cast<void>(std::freopen("CONOUT$", "w", flujo));
+        static_cast<void>(std::freopen("CONOUT$", "w+", flujo));
+}
+
+/// Tells whether the process stands in a folder that isn't its user's.
+bool EstaEnCarpetaAjena()
+{
+    std::wstring sistema(MAX_PATH, L'\0');
+    sistema.resize(GetSystemDirectoryW(sistema.data(), MAX_PATH));
+    std::wstring windows(MAX_PATH, L'\0');
+    windows.resize(GetSystemWindowsDirectoryW(windows.data(), MAX_PATH));
+    std::error_code error;
+    const std::filesystem::path aqui = std::filesystem::current_path(error);
+    for (const std::filesystem::path& ajena :
+         {FicheroPrograma().parent_path(), std::filesystem::path(sistema),
+          std::filesystem::path(windows)})
+        if (std::filesystem::equivalent(aqui, ajena, error))
+            return true;
+    return false;
 }
 
 } // namespace
@@ -155,6 +179,44 @@ void PreparaFlujos()
         if (_fileno(flujo) >= 0)
             _setmode(_fileno(flujo), _O_BINARY);
     PonUtf8();
+}
+
+void DejaConsola()
+{
+    for (std::FILE* flujo : {stdout, stderr})
+        std::fflush(flujo);
+    FreeConsole();
+}
+
+void Imprime(std::FILE* fichero, std::string_view texto)
+{
+    std::fflush(fichero); // what was printed before
+    if (!EsTerminal(fichero)) {
+        std::fwrite(texto.data(), 1, texto.size(), fichero);
+        std::fflush(fichero);
+        return;
+    }
+    constexpr std::size_t kDeUnaVez = 8192; // the console takes no longer text
+    const std::wstring ancho = Ruta(texto).native();
+    std::wstring_view queda = ancho;
+    while (!queda.empty()) {
+        const std::size_t trozo = std::min(queda.size(), kDeUnaVez);
+        DWORD escritas = 0;
+        if (WriteConsoleW(Consola(fichero), queda.data(), static_cast<DWORD>(trozo), &escritas,
+                          nullptr) == 0)
+            return;
+        queda.remove_prefix(trozo);
+    }
+}
+
+void SalDeLaCarpetaDelPrograma()
+{
+    wchar_t documentos[MAX_PATH] = {};
+    if (!EstaEnCarpetaAjena() ||
+        SHGetFolderPathW(nullptr, CSIDL_PERSONAL, nullptr, SHGFP_TYPE_CURRENT, documentos) != S_OK)
+        return;
+    std::error_code error; // where there is no such folder it stays
+    std::filesystem::current_path(documentos, error);
 }
 
 std::vector<std::string> Argumentos(int argc, const char* const* argv)
@@ -224,12 +286,18 @@ std::filesystem::path CarpetaAjustes()
 void VigilaSenales(bool seContesta)
 {
     g_seContesta = seContesta;
+    SetThreadExecutionState(ES_CONTINUOUS | ES_SYSTEM_REQUIRED); // nobody types during a long run
     SetConsoleCtrlHandler(AlLlegar, TRUE);
 }
 
 bool HuboInterrupcion()
 {
     return g_interrupcion.exchange(false);
+}
+
+void PideAcabar()
+{
+    g_final = true;
 }
 
 bool HayQueAcabar()
@@ -240,6 +308,7 @@ bool HayQueAcabar()
 void OlvidaSenales()
 {
     SetConsoleCtrlHandler(AlLlegar, FALSE);
+    SetThreadExecutionState(ES_CONTINUOUS);
     g_interrupcion = false; // one that came too late stops nothing later
     if (g_final)
         ExitProcess(kPorCtrlC);

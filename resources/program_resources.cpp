@@ -8,6 +8,7 @@
 namespace {
 
 constexpr CFicherosPrograma kFicheros = {
+    .manual = "manual/inicio.html",
     .informe = "campiva-informe",
     .textosDeControles = "Ayuda IDC.txt",
 };

@@ -8,6 +8,7 @@ int main(int argc, char* argv[])
     const std::vector<std::string> argumentos = sistema::Argumentos(argc, argv);
     if (const auto estado = AtiendeOpcion(argumentos))
         return *estado;
+    sistema::DejaConsola();
     CFrontalWindows frontal;
     return EjecutaPrograma(frontal, argumentos);
 }

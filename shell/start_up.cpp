@@ -4,8 +4,10 @@
 #include <new>
 #include <string_view>
 
+#include "platform/system.h"
 #include "resources/program_resources.h"
 #include "shell/campiva_app.h"
+#include "shell/command_line.h"
 #include "shell/exit_status.h"
 
 namespace {
@@ -76,6 +78,9 @@ std::optional<int> AtiendeOpcion(std::span<const std::string> argumentos)
 int EjecutaPrograma(CFrontal& frontal, std::span<const std::string> argumentos)
 {
     const CString mandato = UneArgumentos(argumentos.subspan(argumentos.empty() ? 0 : 1));
+    if (EligeRuta(ParteMandato(mandato)) ==
+        Ruta::Dialogos) // a line's names are those of its writer
+        sistema::SalDeLaCarpetaDelPrograma();
     theApp.Arranca(frontal, RecursosDelPrograma(), mandato, CWinApp::FicheroAyuda(kPrograma));
     const int estado = EstadoSalida(theApp);
 #ifdef __SANITIZE_ADDRESS__

@@ -1,6 +1,12 @@
 #include "evidence/show_drawing/show_drawing.h"
+#include "platform/system.h"
 
 int main(int argc, char* argv[])
 {
-    return EnseñaDibujo(argc, argv);
+    sistema::PreparaFlujos();
+    std::vector<const char*> argumentos;
+    const std::vector<std::string> textos = sistema::Argumentos(argc, argv);
+    for (const std::string& texto : textos)
+        argumentos.push_back(texto.c_str());
+    return EnseñaDibujo(static_cast<int>(argumentos.size()), argumentos.data());
 }

@@ -214,8 +214,10 @@ std::vector<std::filesystem::path> Lista(const std::filesystem::path& carpeta, E
     Llama(Llamada::Listar, error, [&] {
         WIN32_FIND_DATAW datos = {};
         HANDLE busca = FindFirstFileW(Larga(todos).c_str(), &datos);
-        if (busca == INVALID_HANDLE_VALUE)
+        if (busca == INVALID_HANDLE_VALUE) {
+            SetLastError(ConSuLugar(todos, GetLastError()));
             return GetLastError() == ERROR_FILE_NOT_FOUND;
+        }
         const std::unique_ptr<void, decltype(&FindClose)> cierra(busca, FindClose);
         do {
             const std::wstring_view nombre = datos.cFileName;

@@ -6,23 +6,6 @@
 
 namespace sistema {
 
-Error Fallo(DWORD codigo)
-{
-    switch (codigo) {
-    case ERROR_LOCK_VIOLATION:
-        return kDeOtro;
-    case ERROR_INVALID_FUNCTION: // how a file system says that it has no such thing
-        codigo = ERROR_NOT_SUPPORTED;
-        break;
-    case ERROR_NETNAME_DELETED: // of a file that is open; it is no "not found"
-        codigo = ERROR_UNEXP_NET_ERR;
-        break;
-    default:
-        break;
-    }
-    return {static_cast<int>(codigo), std::system_category()};
-}
-
 bool Es(const Error& error, DWORD codigo)
 {
     return error == Error(static_cast<int>(codigo), std::system_category());
@@ -32,7 +15,10 @@ Manija AbreManija(const std::filesystem::path& ruta, const CApertura& como)
 {
     HANDLE manija = CreateFileW(Larga(ruta).c_str(), como.acceso, como.comparte, nullptr,
                                 como.siNoEsta, como.atributos, nullptr);
-    return Manija(manija == INVALID_HANDLE_VALUE ? nullptr : manija);
+    if (manija != INVALID_HANDLE_VALUE)
+        return Manija(manija);
+    SetLastError(ConSuLugar(ruta, GetLastError()));
+    return nullptr;
 }
 
 HANDLE ManijaDe(int fichero)

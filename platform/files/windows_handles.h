@@ -38,8 +38,12 @@ std::wstring Larga(const std::filesystem::path& ruta);
 /// The path without what stands in front of a long one.
 std::wstring SinPrefijo(std::wstring ruta);
 
-/// The system's reason; where the library would take it for another one, the nearest that is right.
+/// The system's reason by what it means here (windows_errors.cpp): nothing but a file that surely
+/// isn't there is told as such.
 Error Fallo(DWORD codigo);
+/// The reason for which a path can't be reached, when the whole drive or share doesn't answer.
+/// \param codigo  what a call said of the path; any but "not found" is given back
+DWORD ConSuLugar(const std::filesystem::path& ruta, DWORD codigo);
 bool Es(const Error& error, DWORD codigo);
 
 /// Makes a call that tells whether it went well.

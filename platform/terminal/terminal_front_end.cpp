@@ -28,18 +28,12 @@ std::size_t Columnas(std::string_view utf8)
     }));
 }
 
-void Escribe(std::FILE* donde, std::string_view texto)
-{
-    std::fwrite(texto.data(), 1, texto.size(), donde);
-    std::fflush(donde);
-}
-
 template <class... T>
 void EscribeForma(std::FILE* donde, const char* forma, const T&... argumentos)
 {
     std::string texto;
     AnexaFormato(texto, forma, {CArgumento(argumentos)...});
-    Escribe(donde, texto);
+    sistema::Imprime(donde, texto);
 }
 
 /// Opens a file to be read. One that a fault keeps from it is told in a box.
@@ -126,15 +120,15 @@ bool CFrontalTerminal::LeeLinea(std::string& linea)
 void CFrontalTerminal::MuestraModal(CDialog& dialogo)
 {
     CDialogoTexto texto(dialogo);
-    Escribe(stdout, texto.Pinta());
+    sistema::Imprime(stdout, texto.Pinta());
     while (!dialogo.Terminado()) {
         if (m_entradaPersona)
-            Escribe(stdout, "> ");
+            sistema::Imprime(stdout, "> ");
         // What a script meant to follow hangs on what couldn't be done: its pipe ends there.
         const bool roto = m_guion.hay && m_guion.fallidos > 0;
         if (roto || !EjecutaMandato(dialogo, texto)) {
             if (m_guion.hay && m_guion.leidos == 0)
-                Escribe(stderr, textos::kSinMandatos);
+                sistema::Imprime(stderr, textos::kSinMandatos);
             dialogo.SendMessage(WM_COMMAND, IDCANCEL, 0);
             if (!dialogo.Terminado())
                 dialogo.EndDialog(IDCANCEL);
@@ -166,7 +160,7 @@ void CFrontalTerminal::Responde(CDialog& dialogo, const CDialogoTexto::CRespuest
     if (respuesta.queja)
         Falla("%s", respuesta.texto);
     else
-        Escribe(stdout, respuesta.texto);
+        sistema::Imprime(stdout, respuesta.texto);
     if (respuesta.ayuda == 0)
         return;
     const HELPINFO pregunta{static_cast<int>(respuesta.ayuda)};
@@ -207,8 +201,8 @@ void CFrontalTerminal::PintaAvance(Reloj::time_point ahora)
     const std::size_t ancho = Columnas(linea);
     if (m_anchoPintado > ancho)
         linea.append(m_anchoPintado - ancho, ' ');
-    Escribe(stderr, "\r");
-    Escribe(stderr, linea);
+    sistema::Imprime(stderr, "\r");
+    sistema::Imprime(stderr, linea);
     m_anchoPintado = ancho;
 }
 
@@ -245,10 +239,10 @@ int CFrontalTerminal::Caja(const CString& texto, const CString& titulo, UINT fla
     std::FILE* salida = (flags & MB_ICONMASK) == MB_ICONERROR ? stderr : stdout;
     CString cuerpo = texto;
     cuerpo.TrimRight("\n");
-    Escribe(salida, ansi::AUtf8(CString("[") + titulo + "]\n" + cuerpo));
+    sistema::Imprime(salida, ansi::AUtf8(CString("[") + titulo + "]\n" + cuerpo));
     if ((flags & MB_TYPEMASK) == MB_YESNO)
         return PreguntaSiNo();
-    Escribe(salida, "\n\n");
+    sistema::Imprime(salida, "\n\n");
     if ((flags & MB_ICONMASK) == 0)
         m_fase.clear(); // the summary: no phase goes on behind it
     std::string respuesta;
@@ -268,18 +262,18 @@ void CFrontalTerminal::OlvidaTeclas()
 int CFrontalTerminal::PreguntaSiNo() const
 {
     std::string respuesta = "s";
-    Escribe(stdout, textos::kSiNo);
+    sistema::Imprime(stdout, textos::kSiNo);
     if (m_conversa) {
         for (;;) {
             std::clearerr(stdin);
             if (!EsperaLinea(respuesta) || !respuesta.empty())
                 break;
-            Escribe(stdout, textos::kSiNo); // Enter alone is no answer
+            sistema::Imprime(stdout, textos::kSiNo); // Enter alone is no answer
         }
         // An input that was closed on the question can't be asked again; the run goes on.
     }
     OlvidaTeclas();
-    Escribe(stdout, m_conversa ? "\n" : "\n\n");
+    sistema::Imprime(stdout, m_conversa ? "\n" : "\n\n");
     const bool si = !respuesta.empty() && (respuesta.front() == 's' || respuesta.front() == 'S');
     return si ? IDYES : IDNO;
 }
@@ -290,7 +284,7 @@ bool CFrontalTerminal::EligeFichero(CFileDialog& dialogo)
     std::string nombre;
     const bool hay = LeeLinea(nombre);
     if (!m_entradaPersona || !hay)
-        Escribe(stdout, "\n");
+        sistema::Imprime(stdout, "\n");
     if (m_entradaPersona)
         OlvidaTeclas();
     if (nombre.empty())
@@ -332,7 +326,7 @@ void CFrontalTerminal::FinDeProceso(const CDialog& /*dialogo*/, const CEscritos&
 {
     BorraAvance();
     for (const CString& observacion : escritos.observaciones)
-        Escribe(stderr, ansi::AUtf8(observacion) + "\n");
+        sistema::Imprime(stderr, ansi::AUtf8(observacion) + "\n");
     if (!m_conversa)
         return;
     if (CFile log; !escritos.log.IsEmpty() && Abre(log, escritos.log))
@@ -342,13 +336,13 @@ void CFrontalTerminal::FinDeProceso(const CDialog& /*dialogo*/, const CEscritos&
     for (const CString& salida : escritos.salidas) {
         const std::filesystem::path ruta = sistema::Ruta(salida);
         if (ruta.parent_path() != carpeta) {
-            Escribe(stdout, carpeta.empty() ? "" : "\n");
+            sistema::Imprime(stdout, carpeta.empty() ? "" : "\n");
             carpeta = ruta.parent_path();
             EscribeForma(stdout, textos::kEscritos, ansi::AUtf8(sistema::Nombre(carpeta)));
         }
-        Escribe(stdout, " " + ansi::AUtf8(sistema::Nombre(ruta.filename())));
+        sistema::Imprime(stdout, " " + ansi::AUtf8(sistema::Nombre(ruta.filename())));
     }
-    Escribe(stdout, carpeta.empty() ? "" : "\n");
+    sistema::Imprime(stdout, carpeta.empty() ? "" : "\n");
 }
 
 void CFrontalTerminal::Cierra(const CDialog& /*dialogo*/)
@@ -366,7 +360,7 @@ bool CFrontalTerminal::MuestraAyuda(const CString& ficheroAyuda)
     }
     const std::string legible = ansi::AUtf8(*texto);
     if (!m_conversa || !sistema::Pagina(legible))
-        Escribe(stdout, legible);
+        sistema::Imprime(stdout, legible);
     return true;
 }
 
@@ -385,6 +379,6 @@ bool CFrontalTerminal::MuestraAyudaControl(const CString& temas, const HH_POPUP&
         Falla(textos::kSinTema, static_cast<int>(popup.idString));
         return false;
     }
-    Escribe(stdout, ansi::AUtf8(tema) + "\n");
+    sistema::Imprime(stdout, ansi::AUtf8(tema) + "\n");
     return true;
 }

@@ -1,8 +1,12 @@
 #include "platform/windows/dialog_window.h"
 
 #include <algorithm>
+#include <bit>
 #include <utility>
 
+#include "platform/layer_texts.h"
+#include "platform/system.h"
+#include "platform/windows/accessible_name.h"
 #include "platform/windows/dialog_template.h"
 #include "platform/windows/path_field.h"
 #include "platform/windows/run_footer.h"
@@ -12,19 +16,16 @@ namespace {
 
 using enum ClaseControl;
 
-/// The font that the user's system has for its messages.
-CLetra LetraDelSistema()
+/// Newer systems change a dialog's scale by themselves, and know nothing of what makes it wider
+/// than its template or stands below it.
+void SinEscalaAjena(HWND ventana)
 {
-    NONCLIENTMETRICSW medidas = {};
-    medidas.cbSize = sizeof medidas;
-    if (SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof medidas, &medidas, 0) == 0)
-        return {L"MS Shell Dlg 2"};
-    const LOGFONTW& letra = medidas.lfMessageFont;
-    HDC pantalla = GetDC(nullptr);
-    const int puntos = MulDiv(std::abs(letra.lfHeight), 72, GetDeviceCaps(pantalla, LOGPIXELSY));
-    ReleaseDC(nullptr, pantalla);
-    return {letra.lfFaceName, static_cast<std::uint16_t>(puntos),
-            static_cast<std::uint16_t>(letra.lfWeight)};
+    constexpr int kDeNada = 1;
+    using Funcion = BOOL(WINAPI*)(HWND, int, int);
+    const FARPROC hallada =
+        GetProcAddress(GetModuleHandleW(L"user32.dll"), "SetDialogDpiChangeBehavior");
+    if (hallada != nullptr)
+        std::bit_cast<Funcion>(hallada)(ventana, kDeNada, kDeNada);
 }
 
 std::wstring TextoDe(HWND ventana)
@@ -51,8 +52,10 @@ CVentanaDialogo::CVentanaDialogo(CDialog& dialogo, HWND debajo)
 {
     Crea(debajo);
     PreparaControles();
-    if (Avance() != nullptr)
+    if (Avance() != nullptr) {
         m_pie = std::make_unique<CPieProceso>(m_ventana, Relato());
+        m_tareas.emplace(m_ventana);
+    }
     m_marco.emplace(m_ventana, dialogo.Plantilla(), m_controles, m_pie.get());
     for (const CControl& control : Dialogo().Controles())
         Refleja(control);
@@ -76,6 +79,7 @@ void CVentanaDialogo::Crea(HWND debajo)
     m_ventana = CreateDialogIndirectParamW(GetModuleHandleW(nullptr),
                                            reinterpret_cast<LPCDLGTEMPLATEW>(plantilla.data()),
                                            debajo, AlLlegar, reinterpret_cast<LPARAM>(this));
+    SinEscalaAjena(m_ventana);
     for (HWND hijo = GetWindow(m_ventana, GW_CHILD); hijo != nullptr;
          hijo = GetWindow(hijo, GW_HWNDNEXT))
         m_controles.push_back(hijo);
@@ -86,12 +90,25 @@ void CVentanaDialogo::Crea(HWND debajo)
     }
 }
 
+bool CVentanaDialogo::SeLlamaComoSuLeyenda(const CControl& control) const
+{
+    const ClaseControl clase = control.Plantilla().clase;
+    if (clase == Edicion || clase == Lista || clase == Progreso)
+        return false;
+    CString leyenda = control.GetWindowText();
+    leyenda.Replace("&", "");
+    const bool boton = clase == Boton || clase == BotonPorDefecto;
+    return !boton || Dialogo().NombreDe(control) == leyenda;
+}
+
 void CVentanaDialogo::PreparaControles()
 {
     for (const CControl& control : Dialogo().Controles()) {
         HWND ventana = VentanaDe(control);
         if (control.Plantilla().clase == Edicion)
             HazCampoRuta(ventana);
+        if (!SeLlamaComoSuLeyenda(control))
+            PonNombreAccesible(ventana, AAncho(Dialogo().NombreDe(control)));
         for (const char* elemento : control.Plantilla().elementos)
             SendMessageW(ventana, CB_ADDSTRING, 0,
                          reinterpret_cast<LPARAM>(AAncho(elemento).c_str()));
@@ -193,6 +210,8 @@ bool CVentanaDialogo::TomaUno()
 void CVentanaDialogo::PonBarra(int hecho)
 {
     SendMessageW(VentanaDe(*Avance()), PBM_SETPOS, static_cast<WPARAM>(hecho), 0);
+    if (Relato().EnProceso())
+        m_tareas->Pon(hecho);
 }
 
 void CVentanaDialogo::PonTitulo(const std::string& utf8)
@@ -203,6 +222,10 @@ void CVentanaDialogo::PonTitulo(const std::string& utf8)
 void CVentanaDialogo::PonPie()
 {
     m_pie->PonAlDia();
+    if (!Relato().EnProceso()) {
+        m_tareas->Quita();
+        ShutdownBlockReasonDestroy(m_ventana);
+    }
 }
 
 void CVentanaDialogo::PonControl(const CControl& control)
@@ -264,6 +287,18 @@ INT_PTR CVentanaDialogo::Atiende(UINT mensaje, WPARAM wParam, LPARAM lParam)
             return FALSE;
         m_marco->PonLimites(*reinterpret_cast<MINMAXINFO*>(lParam));
         return TRUE;
+    case WM_DPICHANGED:
+        CambiaEscala(LOWORD(wParam), *reinterpret_cast<const RECT*>(lParam));
+        return TRUE;
+    case WM_QUERYENDSESSION:
+        SetWindowLongPtrW(m_ventana, DWLP_MSGRESULT, PuedeAcabarLaSesion() ? TRUE : FALSE);
+        return TRUE;
+    case WM_ENDSESSION:
+        AcabaLaSesion(wParam != 0);
+        return TRUE;
+    case CPieProceso::kHayInforme:
+        m_pie->AbreInformeHecho();
+        return TRUE;
     case WM_VSCROLL:
         m_marco->Desplaza(LOWORD(wParam));
         return TRUE;
@@ -273,6 +308,35 @@ INT_PTR CVentanaDialogo::Atiende(UINT mensaje, WPARAM wParam, LPARAM lParam)
     default:
         return FALSE;
     }
+}
+
+void CVentanaDialogo::CambiaEscala(int puntosPorPulgada, const RECT& sitio)
+{
+    const Letra antes = std::exchange(m_letra, HazLetra(LetraDelSistema(), puntosPorPulgada));
+    for (HWND hijo = GetWindow(m_ventana, GW_CHILD); hijo != nullptr;
+         hijo = GetWindow(hijo, GW_HWNDNEXT))
+        SendMessageW(hijo, WM_SETFONT, reinterpret_cast<WPARAM>(m_letra.get()), FALSE);
+    m_marco->HazSitio();
+    PonImagenes();
+    SetWindowPos(m_ventana, nullptr, sitio.left, sitio.top, 0, 0,
+                 SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    m_marco->PonLados();
+}
+
+bool CVentanaDialogo::PuedeAcabarLaSesion()
+{
+    if (!Relato().EnProceso())
+        return true;
+    ShutdownBlockReasonCreate(m_ventana, AAncho(textos::kProcesoAMedias).c_str());
+    return false;
+}
+
+void CVentanaDialogo::AcabaLaSesion(bool deVerdad)
+{
+    if (deVerdad && Relato().EnProceso())
+        sistema::PideAcabar(); // the run finds it where it looks for events, and clears up
+    else
+        ShutdownBlockReasonDestroy(m_ventana);
 }
 
 void CVentanaDialogo::AlMandar(WORD aviso, WORD id, HWND ventana)

@@ -8,7 +8,9 @@
 #include <vector>
 
 #include "platform/common_window.h"
+#include "platform/windows/dialog_font.h"
 #include "platform/windows/pictures.h"
+#include "platform/windows/taskbar.h"
 #include "platform/windows/window_frame.h"
 
 class CPieProceso;
@@ -45,6 +47,8 @@ private:
     INT_PTR Atiende(UINT mensaje, WPARAM wParam, LPARAM lParam);
     void Crea(HWND debajo);
     void PreparaControles();
+    /// Tells that what the control shows says enough to who only hears it.
+    bool SeLlamaComoSuLeyenda(const CControl& control) const;
     void PonImagenes();
     void PonFocoInicial();
     /// Control and window by each other; null where one has none.
@@ -54,6 +58,13 @@ private:
     void AlCambiar(CControl& control, WORD aviso, HWND ventana);
     void AlTomarFoco(HWND ventana);
     void PideAyuda(const AyudaDelSistema& pregunta);
+    /// The window came to a screen of another scale.
+    /// \param sitio  where the system would have it now
+    void CambiaEscala(int puntosPorPulgada, const RECT& sitio);
+    /// Answers the question whether the session may end: not in the middle of a run, of which the
+    /// system then tells its user, who may end it all the same.
+    bool PuedeAcabarLaSesion();
+    void AcabaLaSesion(bool deVerdad);
 
     HWND m_debajo;
     HWND m_ventana = nullptr;
@@ -61,6 +72,8 @@ private:
     std::optional<CMarcoVentana> m_marco;
     CImagenes m_imagenes;
     std::unique_ptr<CPieProceso> m_pie;
-    UINT m_foco = kSinId;      ///< of the control that has the focus
+    std::optional<CBarraDeTareas> m_tareas;
+    UINT m_foco = kSinId; ///< of the control that has the focus
+    Letra m_letra;        ///< of the controls, since the scale changed; null for the dialog's own
     bool m_reflejando = false; ///< what changes now is not the user's doing
 };

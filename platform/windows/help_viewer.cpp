@@ -68,6 +68,15 @@ std::string AlVisor(std::wstring fichero)
 
 } // namespace
 
+bool EstaBloqueado(const std::filesystem::path& fichero)
+{
+    // Who loads it down has the system note beside it where it came from.
+    const std::wstring nota = fichero.native() + L":Zone.Identifier";
+    return GetFileAttributesW(nota.c_str()) != INVALID_FILE_ATTRIBUTES ||
+           fichero.native().starts_with(LR"(\\)") ||
+           GetDriveTypeW(fichero.root_path().c_str()) == DRIVE_REMOTE;
+}
+
 CVisorAyuda::~CVisorAyuda()
 {
     if (m_funcion != nullptr)

@@ -2,9 +2,14 @@
 
 #include "platform/windows/win32.h"
 
+#include <filesystem>
 #include <string>
 
 struct HH_POPUP;
+
+/// Tells whether the viewer's pages of a file would be empty: it shows none of a file that came
+/// from another machine, or is on one.
+bool EstaBloqueado(const std::filesystem::path& fichero);
 
 /// The system's viewer of help files. It is loaded when it is asked for the first time and stays
 /// so; where it can't be reached it shows nothing, and nobody is told.

@@ -1,10 +1,15 @@
 #include "platform/windows/run_footer.h"
 
+#include <new>
+#include <thread>
 #include <utility>
 
 #include "platform/dialog.h"
 #include "platform/front_end.h"
 #include "platform/layer_texts.h"
+#include "platform/windows/accessible_name.h"
+#include "platform/windows/dialog_units.h"
+#include "platform/windows/open_file.h"
 #include "platform/windows/text.h"
 
 namespace {
@@ -13,32 +18,8 @@ constexpr short kMargen = 7; // dialog units, as the templates have it
 constexpr short kBoton = 56;
 constexpr short kAltoBoton = 14;
 constexpr short kHueco = 7;
-
-RECT EnPixeles(HWND ventana, RECT unidades)
-{
-    MapDialogRect(ventana, &unidades);
-    return unidades;
-}
-
-/// Opens a file or folder with whatever the user has for it. No program is made for a log, so what
-/// reads texts reads it.
-bool AbreConElSistema(HWND ventana, const std::wstring& ruta, bool esTexto)
-{
-    SHELLEXECUTEINFOW pide = {};
-    pide.cbSize = sizeof pide;
-    pide.fMask = SEE_MASK_FLAG_NO_UI | (esTexto ? SEE_MASK_CLASSNAME : 0U);
-    pide.hwnd = ventana;
-    pide.lpFile = ruta.c_str();
-    pide.lpClass = L".txt";
-    pide.nShow = SW_SHOWNORMAL;
-    if (ShellExecuteExW(&pide) != 0)
-        return true;
-    const std::wstring entreComillas = L'"' + ruta + L'"';
-    pide.fMask = SEE_MASK_FLAG_NO_UI;
-    pide.lpFile = L"notepad.exe";
-    pide.lpParameters = entreComillas.c_str();
-    return esTexto && ShellExecuteExW(&pide) != 0;
-}
+constexpr short kRenglon = 8; // of the text, above the buttons
+constexpr short kTrasRenglon = 4;
 
 } // namespace
 
@@ -64,16 +45,19 @@ HWND CPieProceso::Crea(const wchar_t* clase, const char* texto, DWORD estilo)
 
 int CPieProceso::Alto() const
 {
-    return EnPixeles(m_ventana, {0, 0, 0, kAltoBoton + kMargen}).bottom;
+    return EnPixeles(m_ventana, {0, 0, 0, kRenglon + kTrasRenglon + kAltoBoton + kMargen}).bottom;
 }
 
 void CPieProceso::Coloca(const RECT& sitio)
 {
     m_sitio = sitio;
-    // The last two buttons stand below the last two of the template; one that isn't offered leaves
-    // its place to the text.
+    // The text has a line of its own, as long as the window is wide. The last two buttons stand
+    // below the last two of the template.
+    const RECT renglon = EnPixeles(m_ventana, {kMargen, kTrasRenglon, 0, kRenglon});
+    MoveWindow(m_texto, sitio.left + renglon.left, sitio.top,
+               sitio.right - sitio.left - 2 * renglon.left, renglon.bottom, TRUE);
+    const int arriba = sitio.top + renglon.bottom + renglon.top;
     const RECT boton = EnPixeles(m_ventana, {kMargen, kHueco, kBoton, kAltoBoton});
-    const int separa = boton.top;
     int derecha = sitio.right - boton.left;
     for (const auto& [cual, ofrecido] :
          {std::pair(m_abreCarpeta, !m_relato.Carpeta().IsEmpty()),
@@ -81,32 +65,42 @@ void CPieProceso::Coloca(const RECT& sitio)
           std::pair(m_haceInforme, !m_relato.DeInforme().IsEmpty())}) {
         if (!ofrecido)
             continue;
-        MoveWindow(cual, derecha - boton.right, sitio.top, boton.right, boton.bottom, TRUE);
-        derecha -= boton.right + separa;
+        MoveWindow(cual, derecha - boton.right, arriba, boton.right, boton.bottom, TRUE);
+        derecha -= boton.right + boton.top;
     }
-    const RECT renglon = EnPixeles(m_ventana, {0, 3, 0, 8});
-    MoveWindow(m_texto, sitio.left + boton.left, sitio.top + renglon.top,
-               derecha - sitio.left - boton.left, renglon.bottom, TRUE);
 }
 
-void CPieProceso::PonAlDia()
+void CPieProceso::PonTexto(const std::string& utf8) const
 {
-    const std::wstring texto = AAncho(m_relato.Texto());
+    const std::wstring texto = AAncho(utf8);
     std::wstring antes(static_cast<std::size_t>(GetWindowTextLengthW(m_texto)) + 1, L'\0');
     antes.resize(static_cast<std::size_t>(
         GetWindowTextW(m_texto, antes.data(), static_cast<int>(antes.size()))));
     if (antes != texto)
         SetWindowTextW(m_texto, texto.c_str());
+}
+
+void CPieProceso::PonAlDia()
+{
+    PonTexto(m_relato.Texto());
     Coloca(m_sitio);
-    ShowWindow(m_haceInforme, m_relato.DeInforme().IsEmpty() ? SW_HIDE : SW_SHOWNA);
-    ShowWindow(m_abreLog, m_relato.Log().IsEmpty() ? SW_HIDE : SW_SHOWNA);
-    ShowWindow(m_abreCarpeta, m_relato.Carpeta().IsEmpty() ? SW_HIDE : SW_SHOWNA);
+    Ofrece(m_haceInforme, textos::kNombreHazInforme, m_relato.DeInforme());
+    Ofrece(m_abreLog, textos::kNombreAbreLog, m_relato.Log());
+    Ofrece(m_abreCarpeta, textos::kNombreAbreCarpeta, m_relato.Carpeta());
+}
+
+void CPieProceso::Ofrece(HWND boton, const char* nombre, const CString& ruta)
+{
+    const bool seVe = (GetWindowLongW(boton, GWL_STYLE) & WS_VISIBLE) != 0;
+    if (!ruta.IsEmpty() && !seVe)
+        PonNombreAccesible(boton, AAncho(nombre) + AAncho(ruta));
+    ShowWindow(boton, ruta.IsEmpty() ? SW_HIDE : SW_SHOWNA);
 }
 
 bool CPieProceso::AlPulsar(HWND boton)
 {
     if (boton == m_haceInforme)
-        AbreInforme();
+        HazInforme();
     else if (boton == m_abreLog || boton == m_abreCarpeta)
         Abre(boton == m_abreLog ? m_relato.Log() : m_relato.Carpeta());
     else
@@ -114,15 +108,32 @@ bool CPieProceso::AlPulsar(HWND boton)
     return true;
 }
 
-void CPieProceso::AbreInforme() const
+void CPieProceso::HazInforme()
 {
-    const HCURSOR antes = SetCursor(LoadCursorW(nullptr, IDC_WAIT));
-    const CString pagina = m_relato.HazInforme();
-    SetCursor(antes);
-    if (pagina.IsEmpty())
-        Quejate(NoHayInforme(m_relato.DeInforme()));
+    if (m_informe != nullptr) // one at a time
+        return;
+    m_informe = std::make_shared<CInforme>(CInforme{m_relato.DeInforme(), {}});
+    PonTexto(textos::kHaciendoInforme);
+    // The maker has all that it needs for itself: the next run may begin, or the window go.
+    std::thread([relato = m_relato, informe = m_informe, ventana = m_ventana] {
+        try {
+            informe->pagina = relato.HazInforme();
+        } catch (const std::bad_alloc&) { // then there is none
+        }
+        PostMessageW(ventana, kHayInforme, 0, 0);
+    }).detach();
+}
+
+void CPieProceso::AbreInformeHecho()
+{
+    const std::shared_ptr<CInforme> informe = std::exchange(m_informe, nullptr);
+    if (informe == nullptr)
+        return;
+    PonTexto(m_relato.Texto());
+    if (informe->pagina.IsEmpty())
+        Quejate(NoHayInforme(informe->log));
     else
-        Abre(pagina);
+        Abre(informe->pagina);
 }
 
 void CPieProceso::Abre(const CString& ruta) const

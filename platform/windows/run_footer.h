@@ -2,6 +2,8 @@
 
 #include "platform/windows/win32.h"
 
+#include <memory>
+
 #include "platform/run_story.h"
 
 /// The line below a translation's window: during a run its times, and then the way to what the run
@@ -20,16 +22,27 @@ public:
     void Coloca(const RECT& sitio);
     /// Does what a click on one of its buttons asks. False for any other window.
     bool AlPulsar(HWND boton);
+    /// Comes to the window when the report is made that was asked for; the user goes on meanwhile.
+    static constexpr UINT kHayInforme = WM_APP;
+    void AbreInformeHecho();
 
 private:
     HWND Crea(const wchar_t* clase, const char* texto, DWORD estilo);
-    void AbreInforme() const;
+    /// Shows a button where there is what it opens.
+    static void Ofrece(HWND boton, const char* nombre, const CString& ruta);
+    void HazInforme();
+    void PonTexto(const std::string& utf8) const;
     void Abre(const CString& ruta) const;
     void Quejate(const std::string& queja) const;
 
     HWND m_ventana;
     RECT m_sitio = {};
     const CRelatoProceso& m_relato;
+    struct CInforme {
+        CString log;
+        CString pagina; ///< empty where it couldn't be made
+    };
+    std::shared_ptr<CInforme> m_informe; ///< that is being made; its maker has it, too
     HWND m_texto;
     HWND m_haceInforme;
     HWND m_abreLog;

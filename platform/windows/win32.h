@@ -13,7 +13,9 @@
 
 #include <commctrl.h>
 #include <commdlg.h>
+#include <oleacc.h>
 #include <shellapi.h>
+#include <shobjidl.h>
 
 #undef POINT
 #undef HELPINFO

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "platform/window_layout.h"
+#include "platform/windows/dialog_units.h"
 #include "platform/windows/run_footer.h"
 
 namespace {
@@ -71,8 +72,8 @@ CMarcoVentana::CMarcoVentana(HWND ventana, const CPlantillaDialogo& plantilla,
 
 RECT CMarcoVentana::Pixeles(const CPlantillaControl& control) const
 {
-    RECT sitio = {control.x, control.y, control.x + control.ancho, control.y + control.alto};
-    MapDialogRect(m_ventana, &sitio);
+    RECT sitio = EnPixeles(
+        m_ventana, {control.x, control.y, control.x + control.ancho, control.y + control.alto});
     sitio.left = std::lround(sitio.left * m_anchura);
     sitio.right = std::lround(sitio.right * m_anchura);
     return sitio;
@@ -95,8 +96,7 @@ void CMarcoVentana::HazSitio()
 
 SIZE CMarcoVentana::Natural() const
 {
-    RECT sitio = {0, 0, m_plantilla.ancho, m_plantilla.alto};
-    MapDialogRect(m_ventana, &sitio);
+    const RECT sitio = EnPixeles(m_ventana, {0, 0, m_plantilla.ancho, m_plantilla.alto});
     return {std::lround(sitio.right * m_anchura),
             sitio.bottom + (m_pie != nullptr ? m_pie->Alto() : 0)};
 }

@@ -3,13 +3,17 @@
 #include "platform/windows/win32.h"
 
 #include <algorithm>
+#include <optional>
 
+#include "platform/cwinapp.h"
 #include "platform/file_box.h"
 #include "platform/files/cfile.h"
 #include "platform/html_help.h"
+#include "platform/layer_texts.h"
 #include "platform/windows/dialog_window.h"
 #include "platform/windows/help_popup.h"
 #include "platform/windows/help_viewer.h"
+#include "platform/windows/open_file.h"
 #include "platform/windows/text.h"
 
 namespace {
@@ -33,9 +37,15 @@ HWND ManijaDe(const CVentanaDialogo* ventana)
     return ventana != nullptr ? ventana->Manija() : nullptr;
 }
 
-/// The text of a control, from the file that stands beside the help file too; empty where there is
-/// none.
-std::wstring TextoDeControl(const CString& fichero, const CString& interior, UINT id)
+bool EsFichero(const std::filesystem::path& ruta)
+{
+    sistema::Error error;
+    return sistema::Mira(ruta, error).tipo == sistema::CEstado::Tipo::Regular;
+}
+
+/// The text of a control, from the file that stands beside the help file too. Empty where it has
+/// none, nothing where there is no such file.
+std::optional<std::wstring> TextoDeControl(const CString& fichero, const CString& interior, UINT id)
 {
     const auto ruta = sistema::Ruta(fichero).replace_filename(sistema::Ruta(interior));
     std::string textos;
@@ -79,6 +89,7 @@ void CFrontalWindows::IniciaControles()
     INITCOMMONCONTROLSEX cuales = {sizeof cuales,
                                    ICC_STANDARD_CLASSES | ICC_PROGRESS_CLASS | ICC_BAR_CLASSES};
     InitCommonControlsEx(&cuales);
+    CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED | COINIT_DISABLE_OLE1DDE);
 }
 
 const CVentanaDialogo* CFrontalWindows::DeDelante() const
@@ -126,7 +137,24 @@ bool CFrontalWindows::EligeFichero(CFileDialog& dialogo)
 
 bool CFrontalWindows::MuestraAyuda(const CString& ficheroAyuda)
 {
-    return m_visor->MuestraTema(ManijaDe(DeDelante()), AAncho(ficheroAyuda));
+    HWND ventana = ManijaDe(DeDelante());
+    const std::filesystem::path fichero = sistema::Ruta(ficheroAyuda);
+    if (EsFichero(fichero) && !EstaBloqueado(fichero) &&
+        m_visor->MuestraTema(ventana, fichero.native()))
+        return true;
+    const std::string manual = AfxGetApp()->Recursos().Ficheros().manual;
+    const std::filesystem::path paginas = fichero.parent_path() / sistema::Ruta(manual);
+    if (!manual.empty() && EsFichero(paginas) && AbreConElSistema(ventana, paginas.native(), false))
+        return true;
+    DiQueNoSeVeLaAyuda(ficheroAyuda);
+    return false;
+}
+
+void CFrontalWindows::DiQueNoSeVeLaAyuda(const CString& fichero)
+{
+    CString queja;
+    queja.Format(textos::kNoSeVeLaAyuda, fichero);
+    Caja(queja, textos::kAyuda, MB_ICONERROR);
 }
 
 bool CFrontalWindows::MuestraAyudaControl(const CString& temas, const HH_POPUP& popup)
@@ -136,9 +164,11 @@ bool CFrontalWindows::MuestraAyudaControl(const CString& temas, const HH_POPUP& 
     HWND control = ventana != nullptr ? ventana->ControlCon(popup.idString) : nullptr;
     if (m_visor->MuestraGlobo(control, AAncho(fichero), AAncho(interior), popup))
         return true;
-    const std::wstring texto = TextoDeControl(fichero, interior, popup.idString);
-    if (ventana == nullptr || texto.empty())
-        return false; // a key that gives nothing is answer enough
-    MuestraGlobo(ventana->Manija(), texto, {popup.pt.x, popup.pt.y}, popup.clrBackground);
+    const auto texto = TextoDeControl(fichero, interior, popup.idString);
+    if (!texto)
+        DiQueNoSeVeLaAyuda(fichero);
+    if (ventana == nullptr || !texto || texto->empty())
+        return false; // of a control that has none, a key that gives nothing is answer enough
+    MuestraGlobo(ventana->Manija(), *texto, {popup.pt.x, popup.pt.y}, popup.clrBackground);
     return true;
 }

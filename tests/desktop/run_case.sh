@@ -24,7 +24,7 @@ stored() { # section line
     grep -qxF "$2" || fail "not stored: $2 in $1"
 }
 eventually() { # command
-  for _ in $(seq 150); do "$@" && return; sleep 0.2; done
+  for _ in $(seq "$patience"); do "$@" && return; sleep 0.1; done
   fail "never: $*"
 }
 choose() { # letter, title
@@ -81,12 +81,12 @@ case_vexa_to_catastro() {
   keys Tab Tab
   fill villanueva_dibujos_con_faltas/ortos.TOP
   keys alt+m alt+i alt+p alt+o alt+a
-  for _ in $(seq 40); do # an error box for each file that is missing or out of date
+  for _ in $(seq "$patience"); do # an error box for each file that is missing or out of date
     case $(front_title) in
       Error) await Error; keys Return ;;
       "Fin del proceso") break ;;
     esac
-    sleep 0.2
+    sleep 0.1
   done
   await "Fin del proceso"
   keys Return
@@ -253,6 +253,18 @@ case_help() {
 look() { import -window "$(xdotool getactivewindow)" "$work/$1.png"; }
 same_look() { cmp -s <(convert "$work/$1.png" rgb:-) <(convert "$work/$2.png" rgb:-); }
 
+# A picture of the window when nothing changes in it any more: what is typed comes with a delay.
+settled_look() {
+  look "$1"
+  for _ in $(seq "$patience"); do
+    sleep 0.7 # longer than a caret stands
+    look "$1.again"
+    ! same_look "$1" "$1.again" || return 0
+    mv "$work/$1.again.png" "$work/$1.png"
+  done
+  fail "the window never comes to rest"
+}
+
 case_long_path() {
   local tail=/$(printf 'carpeta_%d/' $(seq 20))parcelas.txt
   start
@@ -260,8 +272,7 @@ case_long_path() {
   for path in "uno$tail" "dos$tail" "dos${tail%.txt}.TXT"; do
     fill "$path"
     keys Tab # leaves no caret in the picture
-    sleep 0.3
-    look "${path:0:3}${path: -3}"
+    settled_look "${path:0:3}${path: -3}"
     keys shift+Tab
   done
   same_look unotxt dostxt || fail "the beginning of a long path shows"
@@ -314,6 +325,39 @@ case_damaged_help() { # by one byte at which the reader of such files would die
   keys F1 alt+y
   await Ayuda
   keys Return
+  await "Vexa a Catastro campiva"
+  keys Escape
+  ended
+}
+
+# Windows: without its help file the program says so, and with the manual's pages it has those shown.
+case_no_help() {
+  local classes='HKLM\Software\Classes'
+  mkdir -p "$work/bin"
+  cp "$program" "$work/bin"
+  program=$work/bin/campiva-gui.exe
+  {
+    $runner reg add "$classes\.html" /ve /d pagina /f
+    $runner reg add "$classes\pagina\shell\open\command" /ve /f \
+      /d "cmd.exe /c echo %1 > \"Z:${work//\//\\}\\opened\""
+  } > /dev/null 2>&1
+  start
+  choose v "Vexa a Catastro campiva"
+  keys F1
+  await Ayuda
+  keys Return
+  await "Vexa a Catastro campiva"
+  keys alt+y
+  await Ayuda
+  look no_help
+  keys Return
+  await "Vexa a Catastro campiva"
+  [ ! -e "$work/opened" ] || fail "something is shown that isn't there"
+  mkdir "$work/bin/manual"
+  echo '<html><body>inicio</body></html>' > "$work/bin/manual/inicio.html"
+  keys alt+y
+  eventually grep -qs 'manual[\/]inicio.html' "$work/opened"
+  for class in .html pagina; do $runner reg delete "$classes\\$class" /f > /dev/null 2>&1; done
   await "Vexa a Catastro campiva"
   keys Escape
   ended

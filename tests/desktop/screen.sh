@@ -26,9 +26,14 @@ stop_screen() {
 
 front_title() { xdotool getactivewindow getwindowname 2> /dev/null || true; }
 
+# How long anything is waited for, in tenths of a second. Wine takes a minute and more for a window, its
+# first one above all, when the machine does other things.
+patience=300
+[ -z "${runner:-}" ] || patience=1800
+
 # Waits until a window whose title fits the pattern is in front, and a moment more for its focus.
 await() {
-  for _ in $(seq "${patience:-300}"); do # tenths of a second
+  for _ in $(seq "$patience"); do
     if [[ $(front_title) == $1 ]]; then sleep 0.2; return; fi
     sleep 0.1
   done
@@ -55,7 +60,7 @@ start() {
 
 # Waits for the program's end and looks at its exit status.
 ended() {
-  for _ in $(seq 300); do
+  for _ in $(seq "$patience"); do
     if ! kill -0 "$program_pid" 2> /dev/null; then
       local status=0
       wait "$program_pid" || status=$?

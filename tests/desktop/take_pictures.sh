@@ -44,7 +44,8 @@ picture about
 keys Return
 await "Catastro campiva a Vexa"
 keys alt+a
-sleep 3.5 # long enough to foretell its end
+await '[1-9]* % - Catastro campiva a Vexa'
+sleep 2.2 # long enough to foretell its end
 keys space
 await "Pausa de usuario"
 picture_all stop

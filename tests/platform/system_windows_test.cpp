@@ -5,10 +5,13 @@
 
 #include <windows.h>
 
+#include <shlobj.h>
+
 #include "platform/files/cstdio_file.h"
 #include "platform/files/output_set.h"
 #include "platform/files/set_healing.h"
 #include "platform/files/system_files.h"
+#include "platform/system.h"
 #include "tests/support/files.h"
 
 namespace fs = std::filesystem;
@@ -171,4 +174,45 @@ TEST(FicherosWindows, NamesComeBackAsTheyWent)
     }
     const wchar_t media[] = {L'a', 0xD800, L'b', 0}; // which the system lets a name have
     EXPECT_NO_THROW(sistema::Nombre(media));
+}
+
+TEST(ProgramaWindows, WorksInItsUsersDocumentsRatherThanInAFolderOfPrograms)
+{
+    const fs::path antes = fs::current_path();
+    wchar_t documentos[MAX_PATH] = {};
+    wchar_t delSistema[MAX_PATH] = {};
+    ASSERT_EQ(SHGetFolderPathW(nullptr, CSIDL_PERSONAL, nullptr, 0, documentos), S_OK);
+    GetSystemDirectoryW(delSistema, MAX_PATH);
+    const CCarpetaPrueba suya;
+    const struct {
+        const char* motivo;
+        fs::path desde;
+        fs::path hasta;
+    } casos[] = {
+        {"a click on the program", sistema::FicheroPrograma().parent_path(), documentos},
+        {"a link that names no folder", delSistema, documentos},
+        {"a console in a folder of the user's", suya.Ruta(), suya.Ruta()},
+    };
+    for (const auto& caso : casos) {
+        SCOPED_TRACE(caso.motivo);
+        fs::current_path(caso.desde);
+        sistema::SalDeLaCarpetaDelPrograma();
+        EXPECT_TRUE(fs::equivalent(fs::current_path(), caso.hasta)) << fs::current_path();
+    }
+    fs::current_path(antes);
+}
+
+TEST(ProgramaWindows, KeepsTheMachineAwakeDuringARunOnly)
+{
+    const auto despierta = [] { // what was asked for before comes back, and is asked for again
+        const EXECUTION_STATE antes = SetThreadExecutionState(ES_CONTINUOUS);
+        SetThreadExecutionState(antes | ES_CONTINUOUS);
+        return (antes & ES_SYSTEM_REQUIRED) != 0;
+    };
+    SetThreadExecutionState(ES_CONTINUOUS); // Wine begins with all that can be asked for
+    EXPECT_FALSE(despierta());
+    sistema::VigilaSenales(false);
+    EXPECT_TRUE(despierta());
+    sistema::OlvidaSenales();
+    EXPECT_FALSE(despierta());
 }

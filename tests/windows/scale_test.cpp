@@ -1,0 +1,65 @@
+#include "platform/windows/dialog_window.h"
+
+#include <gtest/gtest.h>
+
+#include "resources/resource_ids.h"
+#include "tests/support/scripted_front_end.h"
+#include "vexa_to_catastro/vexa_a_campiva2_dlg.h"
+
+namespace {
+
+SIZE LadosDe(HWND ventana)
+{
+    RECT sitio = {};
+    GetClientRect(ventana, &sitio);
+    return {sitio.right, sitio.bottom};
+}
+
+/// Controls that don't stand wholly in the window.
+int Fuera(HWND ventana)
+{
+    const SIZE lados = LadosDe(ventana);
+    int fuera = 0;
+    for (HWND hijo = GetWindow(ventana, GW_CHILD); hijo != nullptr;
+         hijo = GetWindow(hijo, GW_HWNDNEXT)) {
+        RECT sitio = {};
+        GetWindowRect(hijo, &sitio);
+        MapWindowPoints(nullptr, ventana, reinterpret_cast<LPPOINT>(&sitio), 2);
+        const bool seVe = (GetWindowLongW(hijo, GWL_STYLE) & WS_VISIBLE) != 0;
+        fuera += seVe && (sitio.left < 0 || sitio.right > lados.cx || sitio.top < 0 ||
+                          sitio.bottom > lados.cy)
+                     ? 1
+                     : 0;
+    }
+    return fuera;
+}
+
+} // namespace
+
+TEST(Escala, OfAnotherScreenIsThatOfTheWholeWindow)
+{
+    const CAplicacionPrueba aplicacion;
+    CVexaACampiva2Dlg dialogo;
+    dialogo.Create(IDD_VEXA_A_CAMPIVA2, nullptr);
+    const CVentanaDialogo ventana(dialogo, nullptr);
+    HWND manija = ventana.Manija();
+    HWND campo = ventana.ControlCon(IDC_MODULOS);
+    const SIZE antes = LadosDe(manija);
+    const SIZE campoAntes = LadosDe(campo);
+    const struct {
+        int puntosPorPulgada;
+        double veces;
+    } casos[] = {{144, 1.5}, {96, 1}};
+    for (const auto& caso : casos) {
+        SCOPED_TRACE(caso.puntosPorPulgada);
+        RECT sitio = {10, 10, 800, 900};
+        SendMessageW(manija, WM_DPICHANGED,
+                     MAKEWPARAM(caso.puntosPorPulgada, caso.puntosPorPulgada),
+                     reinterpret_cast<LPARAM>(&sitio));
+        constexpr double kRedondeo = 0.08; // a letter has a whole number of pixels
+        EXPECT_NEAR(double(LadosDe(manija).cx) / antes.cx, caso.veces, kRedondeo);
+        EXPECT_NEAR(double(LadosDe(manija).cy) / antes.cy, caso.veces, kRedondeo);
+        EXPECT_NEAR(double(LadosDe(campo).cx) / campoAntes.cx, caso.veces, kRedondeo);
+        EXPECT_EQ(Fuera(manija), 0);
+    }
+}
