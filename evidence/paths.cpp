@@ -23,7 +23,12 @@ CString BaseDe(const CString& nombre)
 
 CString EnCarpeta(const CString& carpeta, const CString& nombre)
 {
-    return sistema::Nombre(sistema::Ruta(carpeta) / sistema::Ruta(nombre));
+    // By the letters: where memory runs out the library's own paths can't be joined safely.
+    const std::string_view separador = sistema::kSeparadores.substr(0, 1);
+    const bool cerrada =
+        carpeta.IsEmpty() ||
+        sistema::kSeparadores.find(std::string_view(carpeta).back()) != std::string_view::npos;
+    return cerrada ? carpeta + nombre : carpeta + separador + nombre;
 }
 
 bool NoSeHalla(const CString& nombre, const sistema::Error& error)
@@ -39,6 +44,13 @@ bool HayFichero(const CString& nombre)
     sistema::Error error;
     const sistema::CEstado estado = sistema::Mira(sistema::Ruta(nombre), error);
     return !NoSeHalla(nombre, error) && estado.tipo == sistema::CEstado::Tipo::Regular;
+}
+
+std::optional<std::filesystem::file_time_type> FechaDe(const CString& nombre)
+{
+    sistema::Error error;
+    const auto fecha = std::filesystem::last_write_time(sistema::Ruta(nombre), error);
+    return NoSeHalla(nombre, error) ? std::nullopt : std::optional(fecha);
 }
 
 bool AbreSiHay(CFile& fichero, const CString& nombre, UINT modo)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <filesystem>
+#include <optional>
 #include <string>
 
 #include "platform/files/cfile.h"
@@ -22,6 +24,9 @@ bool NoSeHalla(const CString& nombre, const sistema::Error& error);
 /// Tells whether a regular file of that name is there. Raises CFileException where that can't be
 /// told.
 bool HayFichero(const CString& nombre);
+/// When a file was written last; none where it isn't there. Raises CFileException where that can't
+/// be told.
+std::optional<std::filesystem::file_time_type> FechaDe(const CString& nombre);
 /// Opens a file for reading. False where it isn't there, or its name is empty; raises
 /// CFileException where it can't be opened for any other reason, a lacking permission included.
 /// \param modo  how to open it, beside for reading

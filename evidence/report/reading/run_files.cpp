@@ -141,17 +141,14 @@ void SituaTablas(const CString& nombrada, const CString& junto, CFicheros& fiche
 /// is kept beside it; unless the way back has written its files again since.
 CString RegistroDeLaVuelta(const CFicheros& ficheros)
 {
-    namespace fs = std::filesystem;
+    const std::filesystem::path registro = sistema::Ruta(ficheros.registro);
+    const CString guardado = sistema::Nombre(lado::De(registro, lado::kAnterior));
     sistema::Error error;
-    const fs::path registro = sistema::Ruta(ficheros.registro);
-    const fs::path guardado = lado::De(registro, lado::kAnterior);
-    const fs::path escrito = sistema::Ruta(ficheros.ficheroR);
-    if (sistema::Mira(registro, error).largo > 0 || error || !HayFichero(sistema::Nombre(guardado)))
-        return ficheros.registro;
-    const bool deDespues =
-        HayFichero(ficheros.ficheroR) &&
-        fs::last_write_time(escrito, error) > fs::last_write_time(guardado, error);
-    return deDespues || error ? ficheros.registro : CString(sistema::Nombre(guardado));
+    const bool vacio = sistema::Mira(registro, error).largo == 0;
+    NoSeHalla(ficheros.registro, error);
+    return vacio && HayFichero(guardado) && !(FechaDe(ficheros.ficheroR) > FechaDe(guardado))
+               ? guardado
+               : ficheros.registro;
 }
 
 } // namespace

@@ -16,13 +16,6 @@ namespace {
 constexpr std::size_t kPedazo = std::size_t{1} << 16U;
 constexpr auto kHolgura = std::chrono::seconds(2); // some disks tell the time no better
 
-std::optional<std::filesystem::file_time_type> Fecha(const CString& nombre)
-{
-    std::error_code error;
-    const auto fecha = std::filesystem::last_write_time(sistema::Ruta(nombre), error);
-    return NoSeHalla(nombre, error) ? std::nullopt : std::optional(fecha);
-}
-
 std::time_t EnSegundos(std::filesystem::file_time_type fecha)
 {
     using std::chrono::system_clock;
@@ -51,7 +44,7 @@ CFicheroVisto Mira(const char* papel, const CString& nombre, bool salida)
         return visto;
     visto.largo = fichero.GetLength();
     visto.crc = SumaFichero(fichero);
-    if (const auto fecha = Fecha(nombre))
+    if (const auto fecha = FechaDe(nombre))
         visto.fecha = EnSegundos(*fecha);
     return visto;
 }
@@ -77,9 +70,9 @@ void MiraDibujos(const CFicheros& ficheros, std::vector<CFicheroVisto>& vistos)
 /// Tells of each output whether it is older than the log that stands in front.
 void BuscaViejos(std::vector<CFicheroVisto>& vistos)
 {
-    const auto delRegistro = Fecha(vistos.front().nombre);
+    const auto delRegistro = FechaDe(vistos.front().nombre);
     for (CFicheroVisto& visto : vistos) {
-        const auto fecha = Fecha(visto.nombre);
+        const auto fecha = FechaDe(visto.nombre);
         visto.viejo =
             visto.salida && visto.hay && fecha && delRegistro && *fecha + kHolgura < *delRegistro;
     }
