@@ -89,6 +89,7 @@ bool CFile::SeriaElMismo(const CString& uno, const CString& otro)
     const auto carpeta = [](const CString& nombre, const std::filesystem::path& destino) {
         return Mirado(nombre, destino.has_parent_path() ? destino.parent_path() : ".");
     };
-    return estado.tipo == Tipo::NoHay && ruta.filename() == otra.filename() &&
+    return estado.tipo == Tipo::NoHay &&
+           sistema::SonElMismoNombre(ruta.filename(), otra.filename()) &&
            carpeta(uno, ruta).EsElMismo(carpeta(otro, otra));
 }

@@ -165,6 +165,21 @@ TEST(FicherosWindows, TwoProgramsNeverWriteOneOutput)
     EXPECT_EQ(carpeta.Lee("a.txt"), "luego");
 }
 
+TEST(FicherosWindows, TwoNamesThatWouldBeOneFileAreKnown)
+{
+    const CCarpetaPrueba carpeta;
+    const struct {
+        const char* uno;
+        const char* otro;
+        bool elMismo;
+    } casos[] = {{"Mo.txt", "MO.TXT", true},   {"Mo.txt", "Mo.txt.", true},
+                 {"Mo.txt", "Mo.txt ", true},  {"Año.txt", "AÑO.TXT", true},
+                 {"Mo.txt", "Mo2.txt", false}, {"Mo.txt", "Mo.tx", false}};
+    for (const auto& caso : casos)
+        EXPECT_EQ(CFile::SeriaElMismo(carpeta.En(caso.uno), carpeta.En(caso.otro)), caso.elMismo)
+            << caso.uno << ", " << caso.otro;
+}
+
 TEST(FicherosWindows, NamesComeBackAsTheyWent)
 {
     for (const wchar_t* nombre :

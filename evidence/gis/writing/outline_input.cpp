@@ -21,6 +21,13 @@ namespace {
 constexpr int kCodigoMasLargo = 0xFFFF; // a drawing has two bytes for its length
 constexpr double kMayorCoordenada = EnMetros(std::numeric_limits<int>::max());
 
+// By what the outlines are: their layer, the code of their labels, and what a person calls one.
+constexpr const char* kCapas[] = {capa::kParcelas, capa::kSubparcelas, capa::kPoligonos,
+                                  capa::kHojas};
+constexpr const char* kCodigos[] = {kCodigoParcela, kCodigoSubparcela, kCodigoPoligono,
+                                    kCodigoHoja};
+constexpr const char* kNombres[] = {"la parcela", "la subparcela", "el polígono"_ansi, "la hoja"};
+
 /// A text of GDAL as one of the program.
 CString Ansi(const char* utf8)
 {
@@ -68,21 +75,6 @@ CString EnTexto(const std::optional<int>& numero)
     return texto;
 }
 
-const char* CodigoUsual(ClaseTopologia clase)
-{
-    switch (clase) {
-    case ClaseTopologia::Parcelas:
-        return kCodigoParcela;
-    case ClaseTopologia::Subparcelas:
-        return kCodigoSubparcela;
-    case ClaseTopologia::Poligonos:
-        return kCodigoPoligono;
-    case ClaseTopologia::Hojas:
-        return kCodigoHoja;
-    }
-    return "";
-}
-
 /// The label that the other fields make where there is no field for it.
 std::optional<CString> RotuloUsual(ClaseTopologia clase, const CCamposElemento& campos)
 {
@@ -104,16 +96,14 @@ std::optional<CString> RotuloUsual(ClaseTopologia clase, const CCamposElemento& 
 
 CString NombreDe(ClaseTopologia clase, const OGRFeature& elemento, const CRecintoEntrante& recinto)
 {
-    const char* const kNombres[] = {"la parcela", "la subparcela", "el polígono"_ansi, "la hoja"};
-    CString nombre;
-    nombre.Format("%s %s", kNombres[static_cast<std::size_t>(clase)],
-                  recinto.rotulo ? *recinto.rotulo : CString("sin rótulo"_ansi));
     CString sitio;
     if (!recinto.entrada.IsEmpty() && clase != ClaseTopologia::Poligonos)
         sitio.Format(" del polígono %s"_ansi, recinto.entrada);
-    CString fid;
-    fid.Format(" (elemento %d)", static_cast<int>(elemento.GetFID()));
-    return nombre + sitio + fid;
+    CString nombre;
+    nombre.Format("%s %s%s (elemento %d)", kNombres[static_cast<std::size_t>(clase)],
+                  recinto.rotulo.value_or("sin rótulo"_ansi), sitio,
+                  static_cast<int>(elemento.GetFID()));
+    return nombre;
 }
 
 /// What the fields say of an outline. False, with the reason, where they don't say enough.
@@ -124,7 +114,8 @@ bool LeeCampos(ClaseTopologia clase, const OGRFeature& elemento, CRecintoEntrant
     recinto.clase = clase;
     recinto.rotulo =
         campos.Hay(capa::kRotulo) ? campos.Texto(capa::kRotulo) : RotuloUsual(clase, campos);
-    recinto.codigo = campos.Texto(capa::kCodigo).value_or(CString(CodigoUsual(clase)));
+    recinto.codigo =
+        campos.Texto(capa::kCodigo).value_or(kCodigos[static_cast<std::size_t>(clase)]);
     recinto.borrado = campos.Entero(capa::kBorrado).value_or(0) != 0;
     recinto.numero = campos.Entero(capa::kNumero);
     if (clase != ClaseTopologia::Hojas) {
@@ -223,17 +214,11 @@ CString MotivoDe(const OGRGeometry* geometria)
 
 std::optional<ClaseTopologia> ClaseDeCapa(const std::string& nombre)
 {
-    const struct {
-        const char* nombre;
-        ClaseTopologia clase;
-    } kCapas[] = {{capa::kParcelas, ClaseTopologia::Parcelas},
-                  {capa::kSubparcelas, ClaseTopologia::Subparcelas},
-                  {capa::kPoligonos, ClaseTopologia::Poligonos},
-                  {capa::kHojas, ClaseTopologia::Hojas}};
-    for (const auto& capa : kCapas)
-        if (EQUAL(nombre.c_str(), capa.nombre))
-            return capa.clase;
-    return std::nullopt;
+    const auto* const suya =
+        std::find_if(std::begin(kCapas), std::end(kCapas),
+                     [&](const char* capa) { return EQUAL(nombre.c_str(), capa); });
+    return suya == std::end(kCapas) ? std::nullopt
+                                    : std::optional(static_cast<ClaseTopologia>(suya - kCapas));
 }
 
 bool EstaEnGrados(const OGRSpatialReference* referencia)

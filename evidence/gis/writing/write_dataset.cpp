@@ -152,11 +152,11 @@ void CMunicipioNuevo::Graba()
 
 bool CMunicipioNuevo::GrabaPoligonos(CConjuntoSalidas& salidas, std::vector<CString>& entradas)
 {
-    std::map<std::string, std::vector<const CRecintoEntrante*>> porEntrada;
+    std::map<CString, std::vector<const CRecintoEntrante*>> porEntrada;
     for (const CRecintoEntrante& recinto : m_recintos) {
         if (recinto.clase == ClaseTopologia::Hojas)
             continue;
-        auto& suyos = porEntrada[std::string(std::string_view(recinto.entrada))];
+        auto& suyos = porEntrada[recinto.entrada];
         if (suyos.empty())
             entradas.push_back(recinto.entrada);
         suyos.push_back(&recinto);
@@ -164,7 +164,7 @@ bool CMunicipioNuevo::GrabaPoligonos(CConjuntoSalidas& salidas, std::vector<CStr
     bool bien = true;
     for (const CString& entrada : entradas) {
         CDibujoHecho dibujo;
-        if (!dibujo.Compon(porEntrada[std::string(std::string_view(entrada))], m_modo))
+        if (!dibujo.Compon(porEntrada[entrada], m_modo))
             bien = false; // the others are looked at all the same, so that all refusals are told
         else if (bien)
             dibujo.Graba(Al(entrada),

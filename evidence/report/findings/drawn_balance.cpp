@@ -73,19 +73,15 @@ bool GuardaOtraArea(const CRecintoDibujado* recinto)
 
 } // namespace
 
-std::string FaltaDelPoligono(const CPoligonoDibujado& poligono, CPoligonoRoto& roto)
+CPoligonoRoto FaltaDelPoligono(const CPoligonoDibujado& poligono)
 {
-    roto.entrada = poligono.entrada;
-    roto.polig = poligono.polig;
-    if (!poligono.hayDibujo) {
-        roto.parcelas = roto.subparcelas = true;
-        return roto.que = std::string("falta su .") + kExtensionDibujo;
-    }
+    if (!poligono.hayDibujo)
+        return {poligono.entrada, poligono.polig, true, true,
+                std::string("falta su .") + kExtensionDibujo};
     const std::string par = FaltaDe(poligono, ClaseTopologia::Parcelas);
     const std::string sub = FaltaDe(poligono, ClaseTopologia::Subparcelas);
-    roto.parcelas = !par.empty();
-    roto.subparcelas = !sub.empty();
-    return roto.que = par + (par.empty() || sub.empty() ? "" : " y ") + sub;
+    return {poligono.entrada, poligono.polig, !par.empty(), !sub.empty(),
+            par + (par.empty() || sub.empty() ? "" : " y ") + sub};
 }
 
 CBalanceDibujo::CBalanceDibujo(const CSuperficies& superficies, const CRegistroLeido& registro)
@@ -99,9 +95,8 @@ CBalanceDibujo::CBalanceDibujo(const CSuperficies& superficies, const CRegistroL
 void CBalanceDibujo::Toma(const CPoligonoDibujado& poligono)
 {
     ++poligonos;
-    CPoligonoRoto roto;
-    if (!FaltaDelPoligono(poligono, roto).empty())
-        rotos.push_back(roto);
+    if (CPoligonoRoto roto = FaltaDelPoligono(poligono); !roto.que.empty())
+        rotos.push_back(std::move(roto));
     recintosParcela += static_cast<std::int64_t>(poligono.parcelas.recintos.size());
     recintosSubparcela += static_cast<std::int64_t>(poligono.subparcelas.recintos.size());
     TomaParcelas(poligono);

@@ -78,8 +78,7 @@ private:
 };
 
 /// Describes what is wrong with a polygon's files, where that costs more than an outline: a file is
-/// missing, damaged, or doesn't belong to the drawing. Empty where nothing is.
-/// \param roto  gets the same, with the polygon and which of the topologies suffer by it
-std::string FaltaDelPoligono(const CPoligonoDibujado& poligono, CPoligonoRoto& roto);
+/// missing, damaged, or doesn't belong to the drawing. Its `que` is empty where nothing is.
+CPoligonoRoto FaltaDelPoligono(const CPoligonoDibujado& poligono);
 
 } // namespace informe

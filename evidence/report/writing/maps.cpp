@@ -23,8 +23,7 @@ void CMapas::Toma(const CPoligonoDibujado& poligono)
         ++m_sinMapa;
         return;
     }
-    CPoligonoRoto roto;
-    const std::string falta = FaltaDelPoligono(poligono, roto);
+    const std::string falta = FaltaDelPoligono(poligono).que;
     m_mapas.push_back({"Polígono " + std::to_string(poligono.polig) + " (" +
                            Texto(poligono.entrada) + ")" + (falta.empty() ? "" : ": " + falta),
                        MapaSvg(poligono, m_indice, m_anclas, m_presupuesto, m_dibujados)});

@@ -10,7 +10,7 @@
 
 #include "platform/files/cstdio_file.h"
 #include "platform/files/output_diary.h"
-#include "platform/files/output_set.h"
+#include "platform/files/side_names.h"
 #include "platform/files/target_lock.h"
 #include "platform/system.h"
 #include "tests/support/files.h"
@@ -54,6 +54,30 @@ void PonAMedias(const CCarpetaPrueba& carpeta)
 }
 
 } // namespace
+
+TEST(Conjuntos, HaveNamesOfTheirOwnThatTellTheirTarget)
+{
+    const std::string marca = lado::Marca();
+    EXPECT_NE(marca, lado::Marca());
+    const struct {
+        fs::path nombre;
+        const char* base;
+        std::string marca;
+        std::string_view sufijo;
+    } casos[] = {{lado::De("m/a.txt", lado::kNuevo, marca), "a.txt", marca, lado::kNuevo},
+                 {lado::De("a.txt", lado::kCandado), "a.txt", "", lado::kCandado},
+                 {"a.txt.~antes", "a.txt", "", lado::kAntes},
+                 {"a.~0123456789aX.~antes", "a.~0123456789aX", "", lado::kAntes},
+                 {"a.txt", "a.txt", "", ""},
+                 {".~nuevo", "", "", lado::kNuevo}};
+    for (const auto& caso : casos) {
+        SCOPED_TRACE(caso.nombre);
+        const lado::CPartes partes = lado::Parte(caso.nombre);
+        EXPECT_EQ(partes.base, caso.base);
+        EXPECT_EQ(partes.marca, caso.marca);
+        EXPECT_EQ(partes.sufijo, caso.sufijo);
+    }
+}
 
 TEST(Conjuntos, AreHealedWhateverPathLeadsToThem)
 {
@@ -154,11 +178,13 @@ TEST(Conjuntos, ADiaryReachesNoFileOfAnotherFolderAndNoneWithoutItsNumber)
     fs::create_directories(carpeta.Ruta() / "otra");
     for (const char* nombre : {"a.txt", "b.txt", "otra/a.txt", "otra/nota.txt"})
         carpeta.Pon(nombre, "privado");
-    carpeta.Pon(kDiario, EscribeDiario({carpeta.En("otra/nota.txt").GetString()},
-                                       {{carpeta.En("otra/a.txt").GetString(), false,
-                                         Numero(carpeta, "otra/a.txt")},
-                                        {"../otra/a.txt", false, Numero(carpeta, "otra/a.txt")},
-                                        {"b.txt", false, Numero(carpeta, "a.txt")}}));
+    carpeta.Pon(
+        kDiario,
+        EscribeDiario({carpeta.En("otra/nota.txt").GetString()},
+                      {{carpeta.En("otra/a.txt").GetString(), false, Numero(carpeta, "otra/a.txt")},
+                       {carpeta.En("otra/a.txt").GetString(), false, Numero(carpeta, "a.txt")},
+                       {"../otra/a.txt", false, Numero(carpeta, "otra/a.txt")},
+                       {"b.txt", false, Numero(carpeta, "a.txt")}}));
     fs::permissions(carpeta.Ruta() / kDiario, fs::perms{0644});
     SanaConjuntos({carpeta.En("a.txt")});
     for (const char* nombre : {"a.txt", "b.txt", "otra/a.txt", "otra/nota.txt"})
