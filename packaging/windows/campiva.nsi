@@ -128,8 +128,8 @@ FunctionEnd
   !insertmacro WAIT_FOR_PROGRAM "${un}" "${folder}\show_drawing"
 !macroend
 
-; Takes the one in $Older away. Before 1.7.0 it would delete all that stands in its folder of samples,
-; which so is put aside; what of it is no sample comes back.
+; Takes the one in $Older away. The first release's would delete all that stands in its folder of samples, which
+; so is put aside; what of it is no sample comes back.
 Function TakeOlderAway
   !insertmacro WAIT_FOR_PROGRAMS "" "$Older"
   StrCpy $Aside ""

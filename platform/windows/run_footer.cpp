@@ -1,6 +1,7 @@
 #include "platform/windows/run_footer.h"
 
 #include <new>
+#include <system_error>
 #include <thread>
 #include <utility>
 
@@ -115,13 +116,18 @@ void CPieProceso::HazInforme()
     m_informe = std::make_shared<CInforme>(CInforme{m_relato.DeInforme(), {}});
     PonTexto(textos::kHaciendoInforme);
     // The maker has all that it needs for itself: the next run may begin, or the window go.
-    std::thread([relato = m_relato, informe = m_informe, ventana = m_ventana] {
+    const auto trabajo = [relato = m_relato, informe = m_informe, ventana = m_ventana] {
         try {
             informe->pagina = relato.HazInforme();
         } catch (const std::bad_alloc&) { // then there is none
         }
         PostMessageW(ventana, kHayInforme, 0, 0);
-    }).detach();
+    };
+    try {
+        std::thread(trabajo).detach();
+    } catch (const std::system_error&) { // the system has no thread to give: the window waits
+        trabajo();
+    }
 }
 
 void CPieProceso::AbreInformeHecho()

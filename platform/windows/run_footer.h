@@ -6,8 +6,8 @@
 
 #include "platform/run_story.h"
 
-/// The line below a translation's window: during a run its times, and then the way to what the run
-/// has written.
+/// What stands below the template in a translation's window: during a run its times, and then the
+/// way to what the run has written.
 class CPieProceso {
 public:
     /// Its text and buttons are made as children of the window, hidden where there is nothing to
@@ -27,6 +27,11 @@ public:
     void AbreInformeHecho();
 
 private:
+    struct CInforme {
+        CString log;
+        CString pagina; ///< empty where it couldn't be made
+    };
+
     HWND Crea(const wchar_t* clase, const char* texto, DWORD estilo);
     /// Shows a button where there is what it opens.
     static void Ofrece(HWND boton, const char* nombre, const CString& ruta);
@@ -38,10 +43,6 @@ private:
     HWND m_ventana;
     RECT m_sitio = {};
     const CRelatoProceso& m_relato;
-    struct CInforme {
-        CString log;
-        CString pagina; ///< empty where it couldn't be made
-    };
     std::shared_ptr<CInforme> m_informe; ///< that is being made; its maker has it, too
     HWND m_texto;
     HWND m_haceInforme;

@@ -1,4 +1,4 @@
-; What the installers did before 1.7.0, as far as it matters to a newer one: samples below the program's
+; What the first release's installer did, as far as it matters to a newer one: samples below the program's
 ; folder, and a removal that takes that folder away with all that is in it.
 ;   makensis -DCONTENT=FOLDER -DSAMPLES=FOLDER -DOUT=FILE older.nsi
 Unicode true

@@ -104,14 +104,14 @@ END
 cycle() { # root of the registry, option, folder, menu, where the menu has it begin
   local root=$1 option=$2 begins=$5
   folder=$drive/$3 menu=$drive/$4/Campiva
-  "$runner" "$work/before_1.7.exe" /S "$option" || fail "the one before 1.7.0 isn't installed"
+  "$runner" "$work/first_release.exe" /S "$option" || fail "the first release isn't installed"
   puts "$folder/Muestras/Arroyo/GerMun.txt" "a municipality among the samples"
   puts "$folder/Muestras/villanueva.txt" "a sample that somebody changed"
   puts "$folder/Muestras/villanueva_dibujos/005.BIN" "a drawing more"
   puts "$folder/notas.txt" "beside the program"
 
   "$runner" "$work/older.exe" /S "$option" || fail "the older one isn't installed"
-  installed "$root" 1.6.9
+  installed "$root" 1.6.5
   all_kept
   gone "$folder/Muestras/villanueva_con_faltas.txt" || fail "a sample that nobody changed stays"
   gone "$folder/Muestras/villanueva_tablas_con_faltas" || fail "a folder of samples stays"
@@ -201,9 +201,9 @@ echo "only in the older one" > "$work/older/retirada.txt"
 echo "another text" > "$work/older/LEEME.txt"
 "$cmake" -D "FOLDER=$work/older" -D NAME=CONTENT -D "LIST=$work/content.nsh" -P "$source/list_content.cmake"
 "$cmake" -D "FOLDER=$samples" -D NAME=SAMPLE -D "LIST=$work/samples.nsh" -P "$source/list_content.cmake"
-"${make_installer[@]}" -DVERSION=1.6.9 "-DCONTENT=$work/older" "-DLISTS=$work" "-DOUT=$work/older.exe" \
+"${make_installer[@]}" -DVERSION=1.6.5 "-DCONTENT=$work/older" "-DLISTS=$work" "-DOUT=$work/older.exe" \
   "$source/campiva.nsi"
-"${make_installer[@]}" "-DCONTENT=$content" "-DSAMPLES=$samples" "-DOUT=$work/before_1.7.exe" \
+"${make_installer[@]}" "-DCONTENT=$content" "-DSAMPLES=$samples" "-DOUT=$work/first_release.exe" \
   "$(dirname "$0")/older.nsi"
 printf '[Campiva]\r\nSuyo=2\r\n' > "$work/settings"
 "$runner" "$registry" put "$work/settings"

@@ -280,7 +280,7 @@ TYPED_TEST(Marco, TellsWhoAsksAboutTheProgramAndItsHelp)
     };
     dialogo.Pulsa(*dialogo.GetDlgItem(IDC_ACERCA_DE));
     EXPECT_EQ(valores[IDC_NOMBRE], "Campiva");
-    EXPECT_EQ(valores[IDC_VERSION], RecursosDelPrograma().Version().version);
+    EXPECT_EQ(valores[IDC_VERSION], "1, 6, 6, 0");
     EXPECT_EQ(valores[IDC_DESCRIPCION], "Genera y lee base de datos de campiva");
     dialogo.Pulsa(*dialogo.GetDlgItem(ID_HELP));
     HELPINFO pregunta{static_cast<int>(IDC_ESTADO), {3, 4}};
