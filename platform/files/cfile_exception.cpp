@@ -52,6 +52,7 @@ bool CFileException::EsCorriente(const sistema::Error& error)
         errc::no_such_device_or_address,
         errc::no_such_device,
         errc::invalid_argument,
+        errc::device_or_resource_busy, // another program has it open and lets nobody else in
     };
     return std::any_of(std::begin(kCorrientes), std::end(kCorrientes),
                        [&](errc corriente) { return error == corriente; });

@@ -25,7 +25,7 @@ public:
     /// The reason, and what else there is to say, as further lines of a box; empty for none.
     CString Detalle() const;
     /// Tells whether a file that can't be opened for this reason isn't there, or isn't for this
-    /// user: the usual reasons. All others are faults of the disk or the system.
+    /// user, or not now: the usual reasons. All others are faults of the disk or the system.
     static bool EsCorriente(const sistema::Error& error);
     /// Raises one for a failed write where there is an error.
     static void Exige(const sistema::Error& error, const CString& fichero)

@@ -70,6 +70,7 @@ TEST(FicherosWindows, WhatAnotherProgramHasOpenIsToldAndStays)
             }
             EXPECT_EQ(motivo, sistema::Error(ERROR_SHARING_VIOLATION, std::system_category()))
                 << motivo.message();
+            EXPECT_TRUE(CFileException::EsCorriente(motivo)) << "a run goes on with its others";
         }
         EXPECT_EQ(carpeta.Lee("tabla.txt"), "antes");
         EXPECT_EQ(carpeta.Cuantos(), 1) << "nothing is left beside it";
