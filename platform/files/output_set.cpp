@@ -184,23 +184,21 @@ void ConfirmaSalidas(const CCambio& cambio)
 
 CReemplazo::Apertura CConjuntoSalidas::Reserva(const CString& nombre)
 {
-    constexpr std::chrono::milliseconds kUnMomento{200}; // as long as somebody heals the folder
-    const CEspera espera(kUnMomento);
     Error error;
-    for (;;) {
-        const auto apertura = Pon(nombre, error);
-        if (apertura != CReemplazo::Apertura::Ocupado || !espera.Sigue())
-            return apertura;
-    }
+    return Pon(nombre, error);
 }
 
 CReemplazo::Apertura CConjuntoSalidas::Pon(const CString& nombre, Error& error)
 {
+    constexpr std::chrono::milliseconds kUnMomento{200}; // as long as somebody heals the folder
+    const CEspera espera(kUnMomento);
     if (m_marca.empty())
         m_marca = lado::Marca();
     CSalida& salida = m_salidas.emplace_back();
     salida.nombre = nombre;
-    const auto apertura = salida.reemplazo.Abre(nombre, m_marca, error);
+    auto apertura = salida.reemplazo.Abre(nombre, m_marca, error);
+    while (apertura == CReemplazo::Apertura::Ocupado && espera.Sigue())
+        apertura = salida.reemplazo.Abre(nombre, m_marca, error);
     if (apertura != CReemplazo::Apertura::Abierto)
         m_salidas.pop_back();
     return apertura;

@@ -22,8 +22,9 @@ public:
     CConjuntoSalidas& operator=(const CConjuntoSalidas&) = delete;
     ~CConjuntoSalidas() { Desecha(); }
 
-    /// Keeps an output for this run, before anything is written to it. Another program may have it
-    /// for a moment.
+    // Another program may have an output for a moment, for which both of these wait.
+
+    /// Keeps an output for this run, before anything is written to it.
     /// \return `Ocupado` where another program is writing it; `NoSePuede` where it can't be
     ///         created, for a reason that `Abre` will give. The set stays as it was in both cases.
     CReemplazo::Apertura Reserva(const CString& nombre);
