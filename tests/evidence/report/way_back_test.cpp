@@ -3,6 +3,7 @@
 
 #include "generator/synthetic_municipality.h"
 #include "platform/files/output_diary.h"
+#include "platform/files/system_files.h"
 #include "tests/evidence/report/report_fixture.h"
 #include "tests/vexa_to_catastro/run_fixture.h"
 
@@ -271,7 +272,10 @@ TEST_F(InformeDeVuelta, ReadsNoTableThatIsHalfDone)
     const CString diario = carpeta.Pon("Parcelas.txt.~0123456789ab.~conjunto",
                                        EscribeDiario({}, {{"Parcelas.txt", true, 1}}));
     std::filesystem::permissions(std::string(diario), std::filesystem::perms{0666});
-    EXPECT_THAT(Informa().resultado.quejas, testing::Contains(HasSubstr("~conjunto")));
+    sistema::Error error;
+    if (sistema::Mira(sistema::Ruta(diario), error).permisos != 0) { // where a system has such ones
+        EXPECT_THAT(Informa().resultado.quejas, testing::Contains(HasSubstr("~conjunto")));
+    }
     std::filesystem::permissions(std::string(diario), std::filesystem::perms{0644});
     EXPECT_EQ(Informa().Cuenta(), cuenta);
 }
