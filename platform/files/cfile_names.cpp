@@ -54,7 +54,7 @@ CString CFile::GuardaAnterior(const CString& nombre)
     CFile fichero;
     if (!fichero.Open(nombre, modeRead) || fichero.GetLength() == 0)
         return {};
-    const CString anterior = sistema::Nombre(lado::De(sistema::Ruta(nombre), lado::kAnterior));
+    CString anterior = sistema::Nombre(lado::De(sistema::Ruta(nombre), lado::kAnterior));
     CFile copia;
     CFileException fallo;
     if (!copia.Open(anterior, modeCreate | modeWrite, &fallo))
