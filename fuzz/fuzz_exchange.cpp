@@ -6,6 +6,7 @@
 #include "catastro_to_vexa/campiva_a_vexa_dlg.h"
 #include "fuzz/work_bench.h"
 #include "platform/files/safe_replacement.h"
+#include "platform/files/side_names.h"
 
 // The first translation. Option 0 asks for a list of subparcels with holders; the others together
 // tell what stands where one of the tables goes. The only piece is the input file.
@@ -48,7 +49,7 @@ public:
             std::optional<CReemplazo> otroPrograma;
             sistema::Error error;
             if (sitio == Sitio::Ocupado)
-                otroPrograma.emplace().Abre(En(kTabla), error);
+                otroPrograma.emplace().Abre(En(kTabla), lado::Marca(), error);
             Traduce(entrada);
             if (sitio == Sitio::Ocupado && entrada.Fallo() == 0)
                 Exige(Guion().escritos.salidas.empty(), "what another one writes stays his");

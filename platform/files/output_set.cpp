@@ -174,7 +174,7 @@ void ConfirmaSalidas(const CCambio& cambio)
             CFileException fallo(sinDevolver.front(),
                                  std::make_error_code(std::errc::not_enough_memory));
             fallo.m_sinDevolver = sinDevolver;
-            throw fallo;
+            throw CFileException(fallo);
         }
         throw;
     }

@@ -190,7 +190,7 @@ void CSanador::SanaPorDiario(const Ruta& nombre)
             const CString quien = sistema::NombreDelDueño(En(nombre));
             fallo.m_nota.Format(textos::kAMedias, quien,
                                 CString(sistema::Nombre(sistema::EnteraSinPuntos(En(nombre)))));
-            throw fallo;
+            throw CFileException(fallo);
         }
     }
 }
