@@ -4,8 +4,9 @@
 int main(int argc, char* argv[])
 {
     sistema::PreparaFlujos();
-    std::vector<const char*> argumentos;
     const std::vector<std::string> textos = sistema::Argumentos(argc, argv);
+    std::vector<const char*> argumentos;
+    argumentos.reserve(textos.size());
     for (const std::string& texto : textos)
         argumentos.push_back(texto.c_str());
     return EnseñaDibujo(static_cast<int>(argumentos.size()), argumentos.data());
