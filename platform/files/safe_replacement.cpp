@@ -274,8 +274,8 @@ bool CReemplazo::Devuelve() noexcept
     if (!EstaAlLado())
         return true;
     const sistema::CEstado ahora = sistema::MiraEnlace(m_destino, error);
-    if (error)
-        return false;
+    if (error) // a copy goes into the file that was placed, whatever stands at its name
+        return m_paso == Paso::Colocado && !m_antes.empty() && CopiaDeVuelta();
     const bool esNuestro = ahora.EsElMismo(m_suyo);
     if (!m_antes.empty())
         return DevuelveSegundo(esNuestro, ahora.tipo == Tipo::NoHay);

@@ -274,7 +274,8 @@ std::string NombreDelDueño(const std::filesystem::path& ruta)
 bool SePuedeSeguir(const CEstado& enlace, const CEstado& carpeta)
 {
     // As the system itself has it where it is told to protect links.
-    return !carpeta.EsDeTodosConDueño() || !carpeta.EscribenOtros() || EsMio(enlace) ||
+    const bool escribenTodos = (carpeta.permisos & S_IWOTH) != 0;
+    return !carpeta.EsDeTodosConDueño() || !escribenTodos || EsMio(enlace) ||
            enlace.dueño == carpeta.dueño;
 }
 

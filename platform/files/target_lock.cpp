@@ -38,7 +38,12 @@ Bloqueo CCandado::Toma(const std::filesystem::path& ruta, Error& error)
             const sistema::CEstado estado = sistema::Mira(fichero, error);
             if (!error && estado.EsElMismo(sistema::MiraEnlace(ruta, error))) {
                 m_fichero = fichero;
-                if (sistema::EsMio(estado))
+                // A file of somebody's that was put or linked there is neither opened to others nor
+                // taken away.
+                const bool esUnCandado = estado.largo == 0 && estado.nombres == 1;
+                if (!esUnCandado)
+                    m_ruta.clear();
+                else if (sistema::EsMio(estado))
                     sistema::AbreATodos(fichero, estado);
                 return bloqueo;
             }
@@ -60,6 +65,7 @@ void CCandado::Suelta() noexcept
     if (m_fichero == sistema::kCerrado)
         return;
     Error error;
-    sistema::Borra(m_ruta, error); // as long as it is locked, or another run's would go
+    if (!m_ruta.empty())
+        sistema::Borra(m_ruta, error); // as long as it is locked, or another run's would go
     sistema::Cierra(std::exchange(m_fichero, sistema::kCerrado), error);
 }

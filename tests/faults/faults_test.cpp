@@ -426,6 +426,23 @@ TEST_P(Fallos, NoNameGoesWhereNothingCanBeRenamedAnyMore)
     }
 }
 
+TEST_P(Fallos, WhatWasThereComesBackWhereNothingCanBeLookedAtAnyMore)
+{
+    banco.Corre({.que = Que::Nada, .anota = true});
+    const std::vector<Llamada> hechas = banco.Visto().hechas;
+    const bool habia = banco.Antes().begin()->second != "(no file)";
+    const auto primera = std::find(hechas.begin(), hechas.end(), Llamada::Renombrar);
+    for (auto i = primera; i != hechas.end(); ++i) {
+        if (*i != Llamada::Mirar)
+            continue;
+        SCOPED_TRACE(testing::Message() << "call " << i - hechas.begin() + 1);
+        const CResultado resultado =
+            banco.Corre({Que::FallaLlamada, i - hechas.begin() + 1, Alcance::YLasDeSuClase, EIO});
+        // What wasn't there before can't be told from what somebody else has put there.
+        habia ? EsTodoONada(banco, resultado) : EsTodoONadaALaLarga(banco, resultado);
+    }
+}
+
 TEST(Entradas, ThatAreHalfDoneAreNotRead)
 {
     const CCarpetaPrueba carpeta;

@@ -101,6 +101,7 @@ TEST(Reemplazo, FollowsNobodyElsesLinkWhereUsersKeepOffOneAnothersFiles)
         {"one's own", 01777, 0, true},
         {"somebody else's", 01777, kOtro, false},
         {"the same where all may do all", 0777, kOtro, true},
+        {"the same where a group puts them", 01775, kOtro, true},
         {"the same where nobody else can put one", 01755, kOtro, true},
     };
     for (const auto& caso : casos) {
@@ -216,6 +217,24 @@ TEST(Reemplazo, TwoProgramsNeverWriteOneOutput)
     registro.Flush();
     EXPECT_THROW(segundo.Open(carpeta.En("a.ERR"), kRegistro), CFileException);
     EXPECT_EQ(carpeta.Lee("a.ERR"), "E101");
+}
+
+TEST(Reemplazo, AFileOfSomebodysUnderTheLocksNameKeepsItsRightsAndItsPlace)
+{
+    const CCarpetaPrueba carpeta;
+    for (const bool segundoNombre : {true, false}) {
+        SCOPED_TRACE(segundoNombre);
+        carpeta.Pon("a.txt", "antes");
+        carpeta.Pon("privado.txt", segundoNombre ? "" : "privado");
+        fs::permissions(carpeta.Ruta() / "privado.txt", fs::perms{0600});
+        const fs::path candado = carpeta.Ruta() / "a.txt.~candado";
+        segundoNombre ? fs::create_hard_link(carpeta.Ruta() / "privado.txt", candado)
+                      : fs::rename(carpeta.Ruta() / "privado.txt", candado);
+        EXPECT_TRUE(Reemplaza(carpeta.En("a.txt"), "ahora"));
+        EXPECT_EQ(carpeta.Lee("a.txt"), "ahora");
+        EXPECT_EQ(Permisos(candado), 0600U);
+        fs::remove(candado);
+    }
 }
 
 TEST(Reemplazo, ALogTellsWhereALineOfItIsMissing)
