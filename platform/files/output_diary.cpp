@@ -14,6 +14,8 @@ namespace {
 // is called.
 constexpr std::string_view kMarca = "campiva: salidas en curso";
 
+constexpr auto kAntesMasAlto = static_cast<std::uint64_t>(CEntradaDiario::Antes::FicheroEnSitio);
+
 /// Takes the texts of a diary, one after another.
 class CTextos {
 public:
@@ -56,7 +58,7 @@ std::string EscribeDiario(const std::vector<std::filesystem::path>& diarios,
         pon(sistema::Nombre(sistema::Entera(diario)));
     for (const CEntradaDiario& entrada : entradas) {
         pon(sistema::Nombre(entrada.destino));
-        pon(entrada.habia ? "1" : "0");
+        pon(std::to_string(static_cast<int>(entrada.antes)));
         pon(std::to_string(entrada.numero));
     }
     pon(kMarca);
@@ -80,11 +82,12 @@ CDiarioLeido LeeDiario(std::string_view bytes)
         const auto destino = textos.Toma();
         if (destino == kMarca && !textos.Quedan())
             return leido;
-        const auto habia = textos.TomaNumero();
+        const auto antes = textos.TomaNumero();
         const auto numero = textos.TomaNumero();
-        if (!destino || !habia || !numero)
+        if (!destino || !antes || *antes > kAntesMasAlto || !numero)
             return {};
-        leido.entradas.push_back({sistema::Ruta(*destino), *habia != 0, *numero});
+        leido.entradas.push_back(
+            {sistema::Ruta(*destino), static_cast<CEntradaDiario::Antes>(*antes), *numero});
     }
     return {};
 }

@@ -11,9 +11,12 @@
 
 /// What a diary says of one target.
 struct CEntradaDiario {
+    /// What there was before the set. The numbers are those of the file.
+    enum class Antes { Nada = 0, Fichero = 1, FicheroEnSitio = 2 /* it is overwritten as it is */ };
+
     std::filesystem::path destino; ///< its name; by an older diary with its whole path
-    bool habia = false;            ///< a file stood there before
-    std::uint64_t numero = 0;      ///< of the file that takes its place
+    Antes antes = Antes::Nada;
+    std::uint64_t numero = 0; ///< of the file that takes its place
 };
 
 struct CDiarioLeido {

@@ -52,21 +52,30 @@ private:
     std::vector<Ruta> m_rutas;
 };
 
+CEntradaDiario::Antes QueHabia(const CReemplazo& reemplazo)
+{
+    using Antes = CEntradaDiario::Antes;
+    if (reemplazo.EstaEnSitio())
+        return Antes::FicheroEnSitio;
+    return reemplazo.HabiaDestino() ? Antes::Fichero : Antes::Nada;
+}
+
 void CDiario::Escribe(const CCambio& cambio)
 {
     std::map<Ruta, std::vector<CEntradaDiario>> carpetas;
     std::size_t cuantas = 0;
+    bool deUnGolpe = true;
     for (const CSalidaNombrada& salida : cambio.salidas) {
         const CReemplazo& reemplazo = *salida.reemplazo;
-        if (!reemplazo.EstaAlLado())
+        if (!reemplazo.DejaRastro())
             continue;
-        ++cuantas;
+        deUnGolpe = ++cuantas == 1 && !reemplazo.EstaEnSitio();
         carpetas[CarpetaDe(reemplazo.Destino())].push_back(
-            {reemplazo.Destino().filename(), reemplazo.HabiaDestino(), reemplazo.Numero()});
+            {reemplazo.Destino().filename(), QueHabia(reemplazo), reemplazo.Numero()});
     }
     for (const auto& [carpeta, entradas] : carpetas)
         m_carpetas.insert(carpeta);
-    if (cuantas < 2)
+    if (deUnGolpe)
         return; // one rename is done or not done
     for (const auto& [carpeta, entradas] : carpetas)
         m_rutas.push_back(
@@ -110,6 +119,12 @@ void CDiario::AseguraLasSuyas(Momento momento) const
         AseguraCarpetas(m_carpetas);
 }
 
+/// Tells whether an output takes its place by a rename.
+bool EsPorNombre(const CReemplazo& reemplazo)
+{
+    return reemplazo.DejaRastro() && !reemplazo.EstaEnSitio();
+}
+
 void Cambia(const CCambio& cambio, CDiario& diario)
 {
     Error error;
@@ -124,9 +139,9 @@ void Cambia(const CCambio& cambio, CDiario& diario)
     }
     diario.AseguraLasSuyas(CDiario::Momento::Antes);
     // What is written in its place goes first: it is the likelier to fail.
-    for (const bool alLado : {false, true})
+    for (const bool porNombre : {false, true})
         for (const CSalidaNombrada& salida : cambio.salidas)
-            if (salida.reemplazo->EstaAlLado() == alLado) {
+            if (EsPorNombre(*salida.reemplazo) == porNombre) {
                 salida.reemplazo->Coloca(error);
                 CFileException::Exige(error, salida.nombre);
             }
@@ -181,12 +196,6 @@ void ConfirmaSalidas(const CCambio& cambio)
 }
 
 } // namespace
-
-CReemplazo::Apertura CConjuntoSalidas::Reserva(const CString& nombre)
-{
-    Error error;
-    return Pon(nombre, error);
-}
 
 CReemplazo::Apertura CConjuntoSalidas::Pon(const CString& nombre, Error& error)
 {

@@ -25,9 +25,12 @@ public:
     // Another program may have an output for a moment, for which both of these wait.
 
     /// Keeps an output for this run, before anything is written to it.
-    /// \return `Ocupado` where another program is writing it; `NoSePuede` where it can't be
-    ///         created, for a reason that `Abre` will give. The set stays as it was in both cases.
-    CReemplazo::Apertura Reserva(const CString& nombre);
+    /// \return `Ocupado` where another program is writing it; `NoSePuede` with the reason where it
+    ///         can't be created. The set stays as it was in both cases.
+    CReemplazo::Apertura Reserva(const CString& nombre, sistema::Error& error)
+    {
+        return Pon(nombre, error);
+    }
 
     /// Opens an output, reserved or not. Null with the reason where that can't be done. Raises
     /// CFileException where another program is writing it. The object belongs to the set, which

@@ -3,6 +3,7 @@
 #include <string>
 #include <utility>
 
+#include "platform/files/content_copy.h"
 #include "platform/files/output_folders.h"
 #include "platform/files/side_names.h"
 
@@ -12,23 +13,6 @@ using Ruta = CReemplazo::Ruta;
 using Error = sistema::Error;
 using Tipo = sistema::CEstado::Tipo;
 
-/// Copies a whole file into another one, which has its content and length then, on the disk.
-void Copia(int desde, int hasta, Error& error)
-{
-    char trozo[64 * 1024];
-    std::uint64_t posicion = 0;
-    sistema::Recorta(hasta, 0, error);
-    while (!error) {
-        const std::size_t n = sistema::LeeEn(desde, trozo, sizeof trozo, posicion, error);
-        if (n == 0)
-            break;
-        sistema::Escribe(hasta, {trozo, n}, error);
-        posicion += n;
-    }
-    if (!error)
-        sistema::Asegura(hasta, error);
-}
-
 bool NoHaySegundosNombres(const Error& error)
 {
     return error == std::errc::operation_not_permitted ||
@@ -36,19 +20,10 @@ bool NoHaySegundosNombres(const Error& error)
            error == std::errc::function_not_supported;
 }
 
-/// Copies a file to a name that nothing has yet.
-void CopiaAUnoNuevo(const Ruta& desde, const Ruta& hasta, Error& error)
+bool SinDerecho(const Error& error)
 {
-    const int fuente = sistema::Abre(desde, sistema::Modo::Leer, error);
-    const int copia = error ? sistema::kCerrado : sistema::Abre(hasta, sistema::Modo::Crear, error);
-    if (!error)
-        Copia(fuente, copia, error);
-    Error ajeno;
-    if (error && copia != sistema::kCerrado)
-        sistema::Borra(hasta, ajeno);
-    for (const int fichero : {fuente, copia})
-        if (fichero != sistema::kCerrado)
-            sistema::Cierra(fichero, ajeno);
+    return error == std::errc::permission_denied || error == std::errc::operation_not_permitted ||
+           error == std::errc::read_only_file_system;
 }
 
 } // namespace
@@ -97,9 +72,6 @@ CReemplazo::Apertura CReemplazo::Abre(std::string_view nombre, std::string_view 
 
 CReemplazo::Apertura CReemplazo::AbreRegular(std::string_view marca, Error& error)
 {
-    const auto sinDerecho = [&] {
-        return error == std::errc::permission_denied || error == std::errc::operation_not_permitted;
-    };
     const sistema::CEstado carpeta =
         HabiaDestino() ? sistema::Mira(CarpetaDe(m_destino), error) : sistema::CEstado();
     if (!error && HabiaDestino())
@@ -112,8 +84,8 @@ CReemplazo::Apertura CReemplazo::AbreRegular(std::string_view marca, Error& erro
     const bool alLado = !HabiaDestino() || sistema::PuedeReemplazar(m_destino, m_estado, carpeta);
     if (!error && alLado && CreaTemporal(marca, error) == Apertura::Abierto)
         return Apertura::Abierto;
-    if (HabiaDestino() && (!alLado || sinDerecho()))
-        return CreaEnSitio(error);
+    if (HabiaDestino() && (!alLado || SinDerecho(error)))
+        return CreaEnSitio(marca, error);
     m_candado.Suelta();
     return Apertura::NoSePuede;
 }
@@ -137,17 +109,38 @@ CReemplazo::Apertura CReemplazo::CreaTemporal(std::string_view marca, Error& err
     return Apertura::NoSePuede;
 }
 
-CReemplazo::Apertura CReemplazo::CreaEnSitio(Error& error)
+CReemplazo::Apertura CReemplazo::CreaEnSitio(std::string_view marca, Error& error)
 {
     m_enSitio = sistema::Abre(m_destino, sistema::Modo::Cambiar, error);
     const sistema::Bloqueo bloqueo =
         error ? sistema::Bloqueo::NoHay : sistema::Bloquea(m_enSitio, error);
     if (!error && bloqueo != sistema::Bloqueo::DeOtro)
+        CreaCopia(marca, error);
+    if (m_anterior != sistema::kCerrado)
         m_fichero = sistema::CreaAnonimo(error);
     if (Abierto())
         return Apertura::Abierto;
+    Error alBorrar;
+    if (!m_temporal.empty())
+        sistema::Borra(m_temporal, alBorrar);
+    m_temporal.clear();
     Suelta();
     return error ? Apertura::NoSePuede : Apertura::Ocupado;
+}
+
+/// Makes the file for what a target that is overwritten in its place holds: beside it, where the
+/// next run finds it if this one is killed, or without a name where the folder takes no file.
+void CReemplazo::CreaCopia(std::string_view marca, Error& error)
+{
+    Ruta copia = lado::De(m_destino, lado::kNuevo, marca);
+    m_anterior = sistema::Abre(copia, sistema::Modo::CrearPrivado, error);
+    if (SinDerecho(error) || error == std::errc::file_exists) // what grew there couldn't go
+        m_anterior = sistema::CreaAnonimo(error);
+    else if (!error)
+        m_temporal = std::move(copia);
+    Error quedaPrivada;
+    if (!m_temporal.empty())
+        sistema::CopiaDerechos(m_anterior, m_destino, quedaPrivada);
 }
 
 void CReemplazo::Asegura(Error& error) const
@@ -158,15 +151,26 @@ void CReemplazo::Asegura(Error& error) const
 void CReemplazo::Prepara(std::string_view marca, Error& error)
 {
     error.clear();
-    if (m_enSitio != sistema::kCerrado) {
-        m_anterior = sistema::CreaAnonimo(error);
-        if (!error)
-            Copia(m_enSitio, m_anterior, error);
-    } else if (EstaAlLado()) {
+    if (EstaEnSitio())
+        GuardaCopia(marca, error);
+    else if (DejaRastro())
         GuardaAnterior(marca, error);
-    }
     if (!error)
         m_paso = Paso::Preparado;
+}
+
+void CReemplazo::GuardaCopia(std::string_view marca, Error& error)
+{
+    CopiaContenido(m_enSitio, m_anterior, error);
+    if (error || m_temporal.empty())
+        return;
+    // It has the name by which it is given back only when it is whole.
+    Ruta antes = lado::De(m_destino, lado::kAntes, marca);
+    sistema::Renombra(m_temporal, antes, error);
+    if (error)
+        return;
+    m_antes = std::move(antes);
+    m_temporal.clear();
 }
 
 void CReemplazo::GuardaAnterior(std::string_view marca, Error& error)
@@ -196,10 +200,10 @@ void CReemplazo::GuardaAnterior(std::string_view marca, Error& error)
 void CReemplazo::Coloca(Error& error)
 {
     error.clear();
-    if (m_enSitio != sistema::kCerrado) {
+    if (EstaEnSitio()) {
         m_paso = Paso::Colocado; // from the first byte on there is something to give back
-        Copia(m_fichero, m_enSitio, error);
-    } else if (EstaAlLado()) {
+        CopiaContenido(m_fichero, m_enSitio, error);
+    } else if (DejaRastro()) {
         sistema::Renombra(m_temporal, m_destino, error);
         if (error)
             return;
@@ -214,7 +218,8 @@ void CReemplazo::Coloca(Error& error)
 bool CReemplazo::SigueColocado(Error& error) const
 {
     error.clear();
-    return !EstaAlLado() || m_suyo.EsElMismo(sistema::MiraEnlace(m_destino, error));
+    return EstaEnSitio() || !DejaRastro() ||
+           m_suyo.EsElMismo(sistema::MiraEnlace(m_destino, error));
 }
 
 void CReemplazo::Conserva() noexcept
@@ -252,7 +257,7 @@ bool CReemplazo::Desecha() noexcept
     Error error;
     if (m_paso != Paso::Nada && !m_conservado.empty()) // the target has it again
         sistema::Borra(m_conservado, error);
-    if (EstaAlLado() && m_paso != Paso::Colocado)
+    if (!m_temporal.empty() && m_paso != Paso::Colocado)
         sistema::Borra(m_temporal, error);
     m_temporal.clear();
     m_antes.clear();
@@ -265,14 +270,11 @@ bool CReemplazo::Desecha() noexcept
 /// Undoes what `Prepara` and `Coloca` did.
 bool CReemplazo::Devuelve() noexcept
 {
-    Error error;
-    if (m_enSitio != sistema::kCerrado) {
-        if (m_paso == Paso::Colocado)
-            Copia(m_anterior, m_enSitio, error);
-        return !error;
-    }
-    if (!EstaAlLado())
+    if (EstaEnSitio())
+        return DevuelveEnSitio();
+    if (!DejaRastro())
         return true;
+    Error error;
     const sistema::CEstado ahora = sistema::MiraEnlace(m_destino, error);
     if (error) // a copy goes into the file that was placed, whatever stands at its name
         return m_paso == Paso::Colocado && !m_antes.empty() && CopiaDeVuelta();
@@ -282,6 +284,18 @@ bool CReemplazo::Devuelve() noexcept
     if (esNuestro)
         sistema::Borra(m_destino, error);
     return !error;
+}
+
+/// Gives a target that was overwritten in its place its bytes again.
+bool CReemplazo::DevuelveEnSitio() noexcept
+{
+    Error error;
+    if (m_paso == Paso::Colocado)
+        CopiaContenido(m_anterior, m_enSitio, error);
+    const bool devuelto = !error;
+    if (devuelto && !m_antes.empty())
+        sistema::Borra(m_antes, error);
+    return devuelto;
 }
 
 /// Gives the target back the file that has a second name.
@@ -305,7 +319,7 @@ bool CReemplazo::CopiaDeVuelta() noexcept
     Error error;
     int antes = sistema::Abre(m_antes, sistema::Modo::Leer, error);
     if (!error && Abierto())
-        Copia(antes, m_fichero, error);
+        CopiaContenido(antes, m_fichero, error);
     const bool devuelto = !error && Abierto();
     Cierra(antes, error);
     if (devuelto)

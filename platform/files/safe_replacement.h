@@ -10,9 +10,11 @@
 ///
 /// It grows beside the target under a name that no other run has (side_names.h), and the target is
 /// locked meanwhile, so that two programs never write one output at a time. Where the folder takes
-/// no new file, or the target's owner and permissions couldn't be kept, it grows in a file without
-/// a name, and is copied into the target at the end. A link is followed. What is no regular file (a
-/// device, a pipe) is written directly.
+/// no new file, the target's owner and permissions couldn't be kept, or another program has it open
+/// and lets it be written but not be replaced, the output grows in a file without a name, and is
+/// copied into the target at the end. What the target held stands beside it before that, if the
+/// folder takes it. A link is followed. What is no regular file (a device, a pipe) is written
+/// directly.
 ///
 /// Once all is written the owner calls `Asegura`, `Prepara`, `Coloca` and, when nothing can go
 /// wrong any more, `Acaba`, in this order. `Desecha` at any time before `Acaba` leaves the target
@@ -68,8 +70,11 @@ public:
     /// what is needed to do it later stays then.
     bool Desecha() noexcept;
 
-    /// Tells whether the output grows beside its target, where a killed program leaves traces.
-    bool EstaAlLado() const { return !m_temporal.empty(); }
+    /// Tells whether something of the output stands beside its target, where a killed program
+    /// leaves it.
+    bool DejaRastro() const { return !m_temporal.empty() || !m_antes.empty(); }
+    /// Tells whether the output is copied into the target.
+    bool EstaEnSitio() const { return m_enSitio != sistema::kCerrado; }
     const Ruta& Destino() const { return m_destino; } ///< links followed
     /// Tells whether the target was there when the output was opened.
     bool HabiaDestino() const { return m_estado.tipo != sistema::CEstado::Tipo::NoHay; }
@@ -81,9 +86,12 @@ private:
 
     Apertura AbreRegular(std::string_view marca, Error& error);
     Apertura CreaTemporal(std::string_view marca, Error& error);
-    Apertura CreaEnSitio(Error& error);
+    Apertura CreaEnSitio(std::string_view marca, Error& error);
+    void CreaCopia(std::string_view marca, Error& error);
+    void GuardaCopia(std::string_view marca, Error& error);
     void GuardaAnterior(std::string_view marca, Error& error);
     bool Devuelve() noexcept;
+    bool DevuelveEnSitio() noexcept;
     bool DevuelveSegundo(bool esNuestro, bool falta) noexcept;
     bool CopiaDeVuelta() noexcept;
     void Cierra(int& fichero, Error& error) noexcept;
@@ -94,8 +102,8 @@ private:
     int m_enSitio = sistema::kCerrado;  // the target, to be overwritten in its place
     int m_anterior = sistema::kCerrado; // a copy of what it held
     Ruta m_destino;
-    Ruta m_temporal; // empty where nothing stands beside the target
-    Ruta m_antes;
+    Ruta m_temporal; // what grows beside the target: the output, or the copy of what it held
+    Ruta m_antes;    // what the target held, beside it
     Ruta m_conservado;
     sistema::CEstado m_estado; // of the target when it was opened
     sistema::CEstado m_suyo;   // of the file in the making

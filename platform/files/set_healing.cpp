@@ -6,6 +6,7 @@
 #include <string>
 
 #include "platform/files/cfile_exception.h"
+#include "platform/files/content_copy.h"
 #include "platform/files/output_diary.h"
 #include "platform/files/output_folders.h"
 #include "platform/files/safe_replacement.h"
@@ -109,7 +110,8 @@ private:
     void SanaPorDiario(const Ruta& nombre);
     Estado Prueba(const Ruta& nombre, const CDiarioHallado& diario, bool sinEspera);
     void Aplica(const Ruta& nombre, const CDiarioHallado& diario);
-    void Devuelve(const CEntradaDiario& entrada, std::string_view marca) const;
+    void Devuelve(const CEntradaDiario& entrada, std::string_view marca,
+                  const CDiarioHallado& diario) const;
     bool MereceCredito(const CEstado& diario) const;
     bool EsDeAqui(const Ruta& destino) const;
     const CSuyo* Afectado(const Ruta& nombre, const CDiarioLeido& leido) const;
@@ -228,7 +230,7 @@ void CSanador::Aplica(const Ruta& nombre, const CDiarioHallado& diario)
     const std::string marca = lado::Parte(nombre).marca;
     for (const CEntradaDiario& entrada : diario.Leido().entradas)
         if (EsDeAqui(entrada.destino) && diario.EsElDeSuNombre(error))
-            Devuelve(entrada, marca);
+            Devuelve(entrada, marca, diario);
     AseguraCarpetas({m_carpeta.ruta});
     sistema::Borra(En(nombre), error);
     CFileException::Exige(error, sistema::Nombre(En(nombre)));
@@ -243,7 +245,8 @@ void CSanador::Aplica(const Ruta& nombre, const CDiarioHallado& diario)
 }
 
 /// Gives a target back what it held before the set that its diary tells of.
-void CSanador::Devuelve(const CEntradaDiario& entrada, std::string_view marca) const
+void CSanador::Devuelve(const CEntradaDiario& entrada, std::string_view marca,
+                        const CDiarioHallado& diario) const
 {
     Error error;
     const Ruta destino = En(entrada.destino.filename());
@@ -253,10 +256,17 @@ void CSanador::Devuelve(const CEntradaDiario& entrada, std::string_view marca) c
     CFileException::Exige(error, nombre);
     const CEstado deAhora = sistema::MiraEnlace(destino, error);
     CFileException::Exige(error, nombre);
-    if (deAntes.tipo != Tipo::NoHay) {
+    if (deAntes.tipo != Tipo::NoHay && deAhora.tipo != Tipo::NoHay &&
+        entrada.antes == CEntradaDiario::Antes::FicheroEnSitio) {
+        // A second name may have been given to a file that the diary's writer may not write.
+        if (deAhora.nombres != 1 && !sistema::EsMio(diario.Estado()))
+            error = std::make_error_code(std::errc::permission_denied);
+        else
+            CopiaDentro(antes, destino, error); // the copy goes when the diary has gone
+    } else if (deAntes.tipo != Tipo::NoHay) {
         if (!deAntes.EsElMismo(deAhora))
             sistema::Renombra(antes, destino, error);
-    } else if (!entrada.habia && deAhora.tipo == Tipo::Regular &&
+    } else if (entrada.antes == CEntradaDiario::Antes::Nada && deAhora.tipo == Tipo::Regular &&
                deAhora.numero == entrada.numero) {
         sistema::Borra(destino, error);
     }

@@ -36,12 +36,14 @@ inline const Error kDeOtro = std::make_error_code(std::errc::text_file_busy);
 
 enum class Modo {
     Leer,
+    LeerEse, ///< the same; no link is followed
     EnSitio, ///< for writing; made if it isn't there, and not emptied
     // To be read and written; no link is followed.
-    Cambiar,      ///< a file that is there
-    Tomar,        ///< made if it isn't there
-    Crear,        ///< one that isn't there yet
-    CrearSinOtros ///< the same; nobody but its owner is to write it
+    Cambiar,       ///< a file that is there
+    Tomar,         ///< made if it isn't there
+    Crear,         ///< one that isn't there yet
+    CrearSinOtros, ///< the same; nobody but its owner is to write it
+    CrearPrivado   ///< the same; nobody else is to read it either, until it gets other rights
 };
 
 /// Number of the open file, kCerrado on failure. It is binary and has no buffer.
@@ -107,6 +109,8 @@ std::string NombreDelDueño(const std::filesystem::path& ruta);
 bool SePuedeSeguir(const CEstado& enlace, const CEstado& carpeta);
 /// Tells whether two names of one folder are, or would be, one file's.
 bool SonElMismoNombre(const std::filesystem::path& uno, const std::filesystem::path& otro);
+/// The programs that have the file open, as people know them; empty where the system doesn't tell.
+std::string ProgramasQueTienen(const std::filesystem::path& ruta);
 /// The path that a link leads to.
 std::filesystem::path LeeEnlace(const std::filesystem::path& ruta, Error& error);
 /// Leaves `error` clear where the process may change the content of the file that is there.

@@ -1,9 +1,12 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdint>
+#include <cstring>
 #include <limits>
 #include <memory>
+#include <new>
 #include <string>
+#include <vector>
 
 #include "platform/files/windows_handles.h"
 
@@ -14,6 +17,14 @@
 
 namespace sistema {
 namespace {
+
+/// FILE_RENAME_INFO as systems have it whose headers don't know `como` yet.
+struct CCambioDeNombre {
+    DWORD como = 0;
+    HANDLE carpeta = nullptr;
+    DWORD largo = 0;        ///< of the name, in bytes
+    wchar_t nombre[1] = {}; ///< whole path of what it is to be
+};
 
 /// Number for an open file, which has it from here on.
 int Numera(Manija manija, Error& error)
@@ -34,6 +45,27 @@ bool EstaAbierto(const std::filesystem::path& ruta)
            GetLastError() == ERROR_SHARING_VIOLATION;
 }
 
+/// Puts a file in the other's place though that one is open, if all who have it open let it be
+/// renamed and the disk can do that.
+bool RenombraSobreAbierto(const std::filesystem::path& antes, const std::filesystem::path& ahora)
+{
+    const Manija manija = AbreManija(
+        antes, {.acceso = DELETE | GENERIC_WRITE, .atributos = FILE_FLAG_OPEN_REPARSE_POINT});
+    if (manija == nullptr)
+        return false;
+    const std::wstring destino = Larga(Entera(ahora));
+    const std::size_t largo = destino.size() * sizeof(wchar_t);
+    std::vector<unsigned char> datos(sizeof(CCambioDeNombre) + largo);
+    auto* const cambio = new (datos.data()) CCambioDeNombre;
+    cambio->como = FILE_RENAME_FLAG_REPLACE_IF_EXISTS | FILE_RENAME_FLAG_POSIX_SEMANTICS;
+    cambio->largo = static_cast<DWORD>(largo);
+    std::memcpy(cambio->nombre, destino.data(), largo);
+    constexpr auto kCambiaNombre = static_cast<FILE_INFO_BY_HANDLE_CLASS>(22); // FileRenameInfoEx
+    return SetFileInformationByHandle(manija.get(), kCambiaNombre, datos.data(),
+                                      static_cast<DWORD>(datos.size())) != 0 &&
+           FlushFileBuffers(manija.get()) != 0;
+}
+
 /// Reads at the handle's place or, with `donde`, at that one. The end of the file is no failure.
 std::size_t LeeManija(int fichero, char* bytes, std::size_t n, OVERLAPPED* donde, Error& error)
 {
@@ -52,21 +84,27 @@ std::size_t LeeManija(int fichero, char* bytes, std::size_t n, OVERLAPPED* donde
 int Abre(const std::filesystem::path& ruta, Modo modo, Error& error)
 {
     CApertura como = {.acceso = GENERIC_READ | GENERIC_WRITE};
-    if (modo == Modo::Leer)
+    if (modo == Modo::Leer || modo == Modo::LeerEse)
         como.acceso = GENERIC_READ;
     if (modo == Modo::EnSitio)
         como.acceso = GENERIC_WRITE;
     if (modo == Modo::EnSitio || modo == Modo::Tomar)
         como.siNoEsta = OPEN_ALWAYS;
-    if (modo == Modo::Crear || modo == Modo::CrearSinOtros)
+    if (modo == Modo::Crear || modo == Modo::CrearSinOtros || modo == Modo::CrearPrivado)
         como.siNoEsta = CREATE_NEW;
     const bool sinEnlaces = modo != Modo::Leer && modo != Modo::EnSitio;
     if (sinEnlaces)
         como.atributos |= FILE_FLAG_OPEN_REPARSE_POINT;
     Manija manija;
     Llama(Llamada::Abrir, error, [&] {
-        manija = AbreManija(ruta, como);
-        return manija != nullptr;
+        if (PasaPorDispositivo(ruta)) {
+            SetLastError(ERROR_INVALID_NAME);
+            return false;
+        }
+        return Insiste([&] {
+            manija = AbreManija(ruta, como);
+            return manija != nullptr;
+        });
     });
     if (error == std::errc::permission_denied) {
         Error alMirar;
@@ -189,15 +227,24 @@ void AbreATodos(int /*fichero*/, const CEstado& /*estado*/) {} // its folder's r
 void Renombra(const std::filesystem::path& antes, const std::filesystem::path& ahora, Error& error)
 {
     constexpr DWORD kComo = MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH;
-    Llama(Llamada::Renombrar, error,
-          [&] { return MoveFileExW(Larga(antes).c_str(), Larga(ahora).c_str(), kComo) != 0; });
-    if (Es(error, ERROR_ACCESS_DENIED) && EstaAbierto(ahora))
-        error = Fallo(ERROR_SHARING_VIOLATION); // the reason that a person can do something about
+    Llama(Llamada::Renombrar, error, [&] {
+        return Insiste([&] {
+            if (MoveFileExW(Larga(antes).c_str(), Larga(ahora).c_str(), kComo) != 0)
+                return true;
+            const DWORD suyo = GetLastError();
+            const bool ocupado = EstaAbierto(ahora);
+            if (ocupado && RenombraSobreAbierto(antes, ahora))
+                return true;
+            SetLastError(ocupado ? ERROR_SHARING_VIOLATION : suyo);
+            return false;
+        });
+    });
 }
 
 void Borra(const std::filesystem::path& ruta, Error& error)
 {
-    Llama(Llamada::Borrar, error, [&] { return DeleteFileW(Larga(ruta).c_str()) != 0; });
+    Llama(Llamada::Borrar, error,
+          [&] { return Insiste([&] { return DeleteFileW(Larga(ruta).c_str()) != 0; }); });
 }
 
 void Enlaza(const std::filesystem::path& ruta, const std::filesystem::path& segunda, Error& error)

@@ -1,3 +1,5 @@
+#include <algorithm>
+#include <iterator>
 #include <string>
 
 #include "platform/ansi.h"
@@ -36,6 +38,25 @@ std::wstring Larga(const std::filesystem::path& ruta)
     if (entera.starts_with(kRed))
         return entera.replace(0, kRed.size(), kLargaDeRed);
     return entera.insert(0, kLarga);
+}
+
+bool PasaPorDispositivo(const std::filesystem::path& ruta)
+{
+    const std::wstring nombre = ruta.filename().native();
+    const std::size_t punto = nombre.find(L'.');
+    if (punto == std::wstring::npos)
+        return false; // who gives the bare name means the device
+    const std::wstring base = nombre.substr(0, nombre.find_last_not_of(L' ', punto - 1) + 1);
+    const auto es = [&](std::wstring_view dispositivo) {
+        return CompareStringOrdinal(base.data(), static_cast<int>(base.size()), dispositivo.data(),
+                                    static_cast<int>(dispositivo.size()), TRUE) == CSTR_EQUAL;
+    };
+    constexpr std::wstring_view kDispositivos[] = {L"CON", L"PRN", L"AUX", L"NUL"};
+    if (std::any_of(std::begin(kDispositivos), std::end(kDispositivos), es))
+        return true;
+    const bool numerado = base.size() == 4 && std::wstring_view(L"123456789¹²³").find(base[3]) !=
+                                                  std::wstring_view::npos;
+    return numerado && (es(std::wstring(L"COM") + base[3]) || es(std::wstring(L"LPT") + base[3]));
 }
 
 std::wstring SinPrefijo(std::wstring ruta)

@@ -71,6 +71,9 @@ bool LeeEstado(HANDLE manija, CEstado& estado)
 CEstado Mirado(const std::filesystem::path& ruta, DWORD atributos, Error& error)
 {
     CEstado estado;
+    error.clear();
+    if (PasaPorDispositivo(ruta))
+        return estado; // no file can stand there
     Llama(Llamada::Mirar, error, [&] {
         Manija manija;
         for (const DWORD dueño :
@@ -85,6 +88,16 @@ CEstado Mirado(const std::filesystem::path& ruta, DWORD atributos, Error& error)
         Es(error, kBorrandose))
         error.clear();
     return error ? CEstado() : estado;
+}
+
+/// Tells whether on the file's disk another one may take its place while it is open.
+bool SabeReemplazarAbiertos(HANDLE manija)
+{
+    constexpr DWORD kSabe = 0x400; // FILE_SUPPORTS_POSIX_UNLINK_RENAME, for which headers are old
+    DWORD disco = 0;
+    return GetVolumeInformationByHandleW(manija, nullptr, 0, nullptr, nullptr, &disco, nullptr,
+                                         0) != 0 &&
+           (disco & kSabe) != 0;
 }
 
 /// Tells whether the file takes nothing from its folder's rights.
@@ -198,8 +211,17 @@ bool PuedeReemplazar(const std::filesystem::path& ruta, const CEstado& /*destino
                      const CEstado& /*carpeta*/)
 {
     Error error;
-    return Llama(Llamada::Mirar, error,
-                 [&] { return AbreManija(ruta, {.acceso = DELETE, .comparte = 0}) != nullptr; });
+    return Llama(Llamada::Mirar, error, [&] {
+        return Insiste([&] {
+            Manija manija = AbreManija(ruta, {.acceso = DELETE});
+            if (manija == nullptr)
+                return false; // somebody has it who doesn't let it be renamed
+            if (SabeReemplazarAbiertos(manija.get()))
+                return true;
+            manija.reset();
+            return AbreManija(ruta, {.acceso = DELETE, .comparte = 0}) != nullptr;
+        });
+    });
 }
 
 void CopiaDerechos(int fichero, const std::filesystem::path& modelo, Error& error)

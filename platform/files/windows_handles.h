@@ -35,6 +35,9 @@ bool EsEnlace(HANDLE manija);
 
 /// The path as the system takes it however long it is.
 std::wstring Larga(const std::filesystem::path& ruta);
+/// Tells whether the system takes a file's name for a device's, whatever its extension: what is
+/// written there goes to a printer or a port.
+bool PasaPorDispositivo(const std::filesystem::path& ruta);
 /// The path without what stands in front of a long one.
 std::wstring SinPrefijo(std::wstring ruta);
 
@@ -45,6 +48,19 @@ Error Fallo(DWORD codigo);
 /// \param codigo  what a call said of the path; any but "not found" is given back
 DWORD ConSuLugar(const std::filesystem::path& ruta, DWORD codigo);
 bool Es(const Error& error, DWORD codigo);
+
+/// Makes a call, again where another program has the file open: scanners have each for a moment.
+template <class F>
+bool Insiste(F llamada)
+{
+    constexpr DWORD kUltima = 160; // thousandths of a second; twice that in all
+    for (DWORD espera = 10; !llamada(); espera *= 2) {
+        if (GetLastError() != ERROR_SHARING_VIOLATION || espera > kUltima)
+            return false;
+        Sleep(espera);
+    }
+    return true;
+}
 
 /// Makes a call that tells whether it went well.
 template <class F>

@@ -1,13 +1,31 @@
 #include "tests/faults/fault_plan.h"
 
 #include <cerrno>
+#ifdef _WIN32
+#include <windows.h>
+#else
 #include <csignal>
+#endif
 
 CPlanDeFallos& Plan()
 {
     static CPlanDeFallos plan;
     return plan;
 }
+
+namespace {
+
+/// Ends the process as if somebody had killed it.
+void Muere()
+{
+#ifdef _WIN32
+    TerminateProcess(GetCurrentProcess(), CPlanDeFallos::kMuerto);
+#else
+    std::raise(SIGKILL);
+#endif
+}
+
+} // namespace
 
 int sistema::Tropiezo(Llamada llamada)
 {
@@ -18,12 +36,14 @@ int sistema::Tropiezo(Llamada llamada)
         plan.hechas.push_back(llamada);
     if (plan.sinCandados && llamada == Llamada::Bloquear)
         return ENOLCK;
+    if (plan.sinDerechos && llamada == Llamada::Derechos)
+        return EPERM;
     if (plan.entretanto && llamada == Llamada::Esperar)
         return ETIMEDOUT; // for the other run, which stands still here
     if (!plan.TocaLlamada(llamada))
         return 0;
     if (plan.que == CPlanDeFallos::Que::MataEnLlamada)
-        std::raise(SIGKILL);
+        Muere();
     if (plan.que != CPlanDeFallos::Que::FallaLlamada)
         return 0;
     if (plan.alcance == CPlanDeFallos::Alcance::YLasDeSuClase)

@@ -11,6 +11,7 @@
 /// the allocation of failing_memory.cpp in it.
 struct CPlanDeFallos {
     enum class Que { Nada, FallaLlamada, MataEnLlamada, FaltaMemoria };
+    static constexpr unsigned kMuerto = 137; ///< status of a killed process on Windows
     enum class Alcance { EsaSola, YLasDeSuClase, YTodas }; ///< what else fails from then on
 
     Que que = Que::Nada;
@@ -19,6 +20,7 @@ struct CPlanDeFallos {
     int error = 0;                              ///< with which a call fails
     std::optional<sistema::Llamada> clase = {}; ///< whose calls all fail
     bool sinCandados = false;                   ///< the disk knows no locks
+    bool sinDerechos = false;                   ///< no file can get another's owner and rights
     std::function<void()> entretanto = {};      ///< what others do before the n-th call
     long entretantoEn = 0;                      ///< counted from 1
     bool anota = false;                         ///< keeps the calls in `hechas`

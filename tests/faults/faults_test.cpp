@@ -102,6 +102,23 @@ void Vuelve(const CCarpetaPrueba& c)
                         c.En("poligonos.txt"), c.En("ortos.TOP"), 1, 1, 1, nullptr);
 }
 
+class CIdaDirecta : public CCampivaAVexaDlg {
+public:
+    void Corre(const CCarpetaPrueba& c)
+    {
+        Create(IDD_CAMPIVA_A_VEXA, nullptr);
+        ArchivoEntrada = c.En("entrada.txt");
+        ArchivoModulos = c.En("Modulos.txt");
+        ArchivoTitulares = c.En("Titulares.txt");
+        ArchivoParcelas = c.En("Parcelas.txt");
+        ArchivoSubparcelas = c.En("Subparcelas.txt");
+        ArchivoParajes = c.En("Parajes.txt");
+        ArchivoCotitulares = c.En("Cotitulares.txt");
+        UpdateData(false);
+        SendMessage(WM_COMMAND, IDOK, 0);
+    }
+};
+
 class CInfografDirecto : public CVexaAInfografDlg {
 public:
     void Corre(const CCarpetaPrueba& c, UINT mandato)
@@ -297,11 +314,27 @@ void EsTodoONada(CBanco& banco, const CResultado& resultado)
     EXPECT_EQ(banco.Restos(), "");
 }
 
+/// Kills the run as the plan says. What it left is healed by whatever next run begins in the
+/// folder. \return whether it was killed before its end
+bool MuereYSana(CBanco& banco, const CPlanDeFallos& plan)
+{
+    if (!banco.Mata(plan))
+        return false;
+    SanaConjuntos(banco.Nombres());
+    const Contenidos sanadas = banco.Salidas();
+    EXPECT_TRUE(sanadas == banco.Antes() || sanadas == banco.Limpio());
+    const CResultado despues = banco.Sigue({});
+    EXPECT_FALSE(despues.error);
+    EXPECT_TRUE(despues.salidas == banco.Limpio());
+    EXPECT_EQ(banco.Restos(), "");
+    return true;
+}
+
 /// Where no call at all succeeds any more nothing can be given back either: an error is told, and
 /// the next run in the folder heals what it finds.
 void EsTodoONadaALaLarga(CBanco& banco, CResultado resultado)
 {
-    if (resultado.error && resultado.salidas != banco.Antes()) {
+    if ((resultado.error || resultado.ajustes) && resultado.salidas != banco.Antes()) {
         EXPECT_TRUE(resultado.nombra || resultado.salidas == banco.Limpio() ||
                     banco.Visto().que == Que::FaltaMemoria)
             << "what couldn't be given back has no name";
@@ -384,18 +417,27 @@ TEST_P(Fallos, WhatAKilledRunLeftIsHealed)
     long matados = 0;
     for (long en = 1; en <= cuantas && !HasFailure(); ++en) {
         SCOPED_TRACE(testing::Message() << "before call " << en);
-        if (!banco.Mata({Que::MataEnLlamada, en}))
-            continue;
-        ++matados;
-        SanaConjuntos(banco.Nombres()); // as any next run in the folder begins
-        const Contenidos sanadas = banco.Salidas();
-        EXPECT_TRUE(sanadas == banco.Antes() || sanadas == banco.Limpio());
-        const CResultado despues = banco.Sigue({});
-        EXPECT_FALSE(despues.error);
-        EXPECT_TRUE(despues.salidas == banco.Limpio());
-        EXPECT_EQ(banco.Restos(), "");
+        matados += MuereYSana(banco, {Que::MataEnLlamada, en}) ? 1 : 0;
     }
     EXPECT_GT(matados, 20);
+}
+
+TEST_P(Fallos, WhatIsOverwrittenInItsPlaceIsAsSafe)
+{
+    const CResultado limpio = banco.Corre({.sinDerechos = true});
+    EXPECT_FALSE(limpio.error);
+    EXPECT_TRUE(limpio.salidas == banco.Limpio());
+    EXPECT_EQ(banco.Restos(), "");
+    const long cuantas = banco.Visto().llamadas;
+    for (long en = 1; en <= cuantas && !HasFailure(); ++en) {
+        SCOPED_TRACE(testing::Message() << "call " << en);
+        MuereYSana(banco, {.que = Que::MataEnLlamada, .en = en, .sinDerechos = true});
+        CPlanDeFallos falla = {
+            .que = Que::FallaLlamada, .en = en, .error = ENOSPC, .sinDerechos = true};
+        EsTodoONada(banco, banco.Corre(falla));
+        falla.alcance = Alcance::YTodas;
+        EsTodoONadaALaLarga(banco, banco.Corre(falla));
+    }
 }
 
 TEST_P(Fallos, NoFailedWriteRenameOrSyncIsPassedOver)
@@ -449,8 +491,9 @@ TEST(Entradas, ThatAreHalfDoneAreNotRead)
     PonTablasYDibujos(carpeta);
     carpeta.Pon("045127.R", "antes");
     carpeta.Pon("Parajes.txt.~0123456789ab.~antes", "antes");
-    const CString diario = carpeta.Pon("Parajes.txt.~0123456789ab.~conjunto",
-                                       EscribeDiario({}, {{"Parajes.txt", true, 1}}));
+    const CString diario =
+        carpeta.Pon("Parajes.txt.~0123456789ab.~conjunto",
+                    EscribeDiario({}, {{"Parajes.txt", CEntradaDiario::Antes::Fichero, 1}}));
     fs::permissions(std::string(diario), fs::perms{0666}); // so that nobody believes it
     CAplicacionPrueba aplicacion;
     Vuelve(carpeta);
@@ -458,6 +501,36 @@ TEST(Entradas, ThatAreHalfDoneAreNotRead)
     EXPECT_NE(aplicacion.guion.cajas[0].texto.find("Parajes.txt.~0123456789ab.~conjunto"),
               std::string::npos);
     EXPECT_EQ(carpeta.Lee("045127.R"), "antes");
+}
+
+TEST(Salidas, ThatAnotherProgramHasOpenCanBeClosedBeforeTheRun)
+{
+    const CCarpetaPrueba carpeta;
+    PonEntrada(carpeta, sintetico::LineasCatastro(Municipio()).Todas());
+    int preguntas[2] = {};
+    for (const int respuesta : {IDRETRY, IDCANCEL})
+        for (long en = 1; en < 120; ++en) {
+            SCOPED_TRACE(testing::Message() << "answer " << respuesta << ", call " << en);
+            PonTablasDeAntes(carpeta);
+            fs::remove(carpeta.Ruta() / "entrada.ERR");
+            CAplicacionPrueba aplicacion;
+            aplicacion.guion.respuestas = {respuesta};
+            CIdaDirecta dialogo;
+            Plan() = {.que = Que::FallaLlamada, .en = en, .error = EBUSY};
+            dialogo.Corre(carpeta);
+            Plan() = {};
+            const auto& cajas = aplicacion.guion.cajas;
+            if (cajas.front().flags != (MB_RETRYCANCEL | MB_ICONWARNING))
+                continue; // another call than those by which an output is kept for the run
+            ++preguntas[respuesta == IDRETRY ? 0 : 1];
+            EXPECT_NE(cajas.front().texto.find("lo tiene abierto otro programa"),
+                      std::string::npos);
+            EXPECT_EQ(aplicacion.HuboCajaDeError(), false);
+            EXPECT_EQ(carpeta.Lee("Parcelas.txt") == "antes\r\n", respuesta == IDCANCEL);
+            EXPECT_EQ(carpeta.Lee("entrada.ERR") == "(no file)", respuesta == IDCANCEL);
+        }
+    EXPECT_GT(preguntas[0], 5);
+    EXPECT_EQ(preguntas[1], preguntas[0]);
 }
 
 TEST(Salidas, AnUndoLeavesWhatSomebodyElseHasPlaced)

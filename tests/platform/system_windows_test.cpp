@@ -181,6 +181,23 @@ TEST(FicherosWindows, TwoNamesThatWouldBeOneFileAreKnown)
             << caso.uno << ", " << caso.otro;
 }
 
+TEST(FicherosWindows, NothingGoesToADeviceByTheNameOfAFile)
+{
+    const CCarpetaPrueba carpeta;
+    for (const char* nombre :
+         {"aux.txt", "CON.TXT", "nul.tabla.txt", "com1.txt", "Lpt9.txt", "prn .txt"}) {
+        CFile fichero;
+        CFileException fallo;
+        EXPECT_FALSE(fichero.Open(carpeta.En(nombre), kEscribe, &fallo)) << nombre;
+        EXPECT_TRUE(CFileException::EsCorriente(fallo.m_causa)) << fallo.m_causa.message();
+        EXPECT_FALSE(fichero.Open(carpeta.En(nombre), CFile::modeRead)) << nombre;
+    }
+    for (const char* nombre : {"auxiliar.txt", "com.txt", "com10.txt", "mi aux.txt"}) {
+        CFile fichero;
+        EXPECT_TRUE(fichero.Open(carpeta.En(nombre), kEscribe)) << nombre;
+    }
+}
+
 TEST(FicherosWindows, NamesComeBackAsTheyWent)
 {
     for (const wchar_t* nombre :

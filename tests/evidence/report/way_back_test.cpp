@@ -269,8 +269,9 @@ TEST_F(InformeDeVuelta, ReadsNoTableThatIsHalfDone)
     const std::string cuenta = Informa().Cuenta();
     carpeta.Pon("Parcelas.txt.~0123456789ab.~antes", carpeta.Lee("Parcelas.txt"));
     carpeta.Pon("Parcelas.txt", "a medias");
-    const CString diario = carpeta.Pon("Parcelas.txt.~0123456789ab.~conjunto",
-                                       EscribeDiario({}, {{"Parcelas.txt", true, 1}}));
+    const CString diario =
+        carpeta.Pon("Parcelas.txt.~0123456789ab.~conjunto",
+                    EscribeDiario({}, {{"Parcelas.txt", CEntradaDiario::Antes::Fichero, 1}}));
     std::filesystem::permissions(std::string(diario), std::filesystem::perms{0666});
     sistema::Error error;
     if (sistema::Mira(sistema::Ruta(diario), error).permisos != 0) { // where a system has such ones

@@ -19,6 +19,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
+using Antes = CEntradaDiario::Antes;
+
 constexpr UINT kEscribe = CFile::modeCreate | CFile::modeWrite;
 constexpr uid_t kOtro = 65533;
 constexpr const char* kDiario = "a.txt.~0123456789ab.~conjunto";
@@ -47,9 +49,9 @@ void PonAMedias(const CCarpetaPrueba& carpeta)
     carpeta.Pon("m/c.txt", "nueva");
     carpeta.Pon("m/a.txt.~candado", "");
     carpeta.Pon(std::string("m/") + kDiario,
-                EscribeDiario({}, {{"a.txt", true, Numero(carpeta, "m/a.txt")},
-                                   {"b.txt", true, 0},
-                                   {"c.txt", false, Numero(carpeta, "m/c.txt")}}));
+                EscribeDiario({}, {{"a.txt", Antes::Fichero, Numero(carpeta, "m/a.txt")},
+                                   {"b.txt", Antes::Fichero, 0},
+                                   {"c.txt", Antes::Nada, Numero(carpeta, "m/c.txt")}}));
     fs::permissions(carpeta.Ruta() / "m" / kDiario, fs::perms{0644});
 }
 
@@ -114,8 +116,8 @@ TEST(Conjuntos, AreHealedByTheDiaryOfAnOlderVersion)
     carpeta.Pon("otra/b.txt.~antes", "vieja");
     const std::string diario = EscribeDiario(
         {carpeta.En("a.txt.~conjunto").GetString(), carpeta.En("otra/b.txt.~conjunto").GetString()},
-        {{carpeta.En("a.txt").GetString(), true, 1},
-         {carpeta.En("otra/b.txt").GetString(), true, 2}});
+        {{carpeta.En("a.txt").GetString(), Antes::Fichero, 1},
+         {carpeta.En("otra/b.txt").GetString(), Antes::Fichero, 2}});
     for (const char* nombre : {"a.txt.~conjunto", "otra/b.txt.~conjunto"}) {
         carpeta.Pon(nombre, diario);
         fs::permissions(carpeta.Ruta() / nombre, fs::perms{0644});
@@ -125,6 +127,44 @@ TEST(Conjuntos, AreHealedByTheDiaryOfAnOlderVersion)
     EXPECT_EQ(carpeta.Lee("otra/b.txt"), "vieja");
     EXPECT_EQ(carpeta.Cuantos(), 2);
     EXPECT_EQ(CuantosEn(carpeta.Ruta() / "otra"), 1);
+}
+
+TEST(Conjuntos, WhatWasOverwrittenInItsPlaceStaysTheSameFile)
+{
+    const struct {
+        const char* motivo;
+        uid_t dueño; ///< of the diary
+        bool segundoNombre, esEnlace, devuelto;
+    } casos[] = {
+        {"by one's own diary", geteuid(), false, false, true},
+        {"a file with a second name", geteuid(), true, false, true},
+        {"the same by somebody else's diary", kOtro, true, false, false},
+        {"from a link, which may lead to what nobody is to see", geteuid(), false, true, false},
+    };
+    for (const auto& caso : casos) {
+        if (geteuid() != 0 && caso.dueño != geteuid())
+            continue; // only an administrator can put it there
+        SCOPED_TRACE(caso.motivo);
+        const CCarpetaPrueba carpeta;
+        carpeta.Pon("a.txt", "nueva");
+        if (caso.segundoNombre)
+            fs::create_hard_link(carpeta.Ruta() / "a.txt", carpeta.Ruta() / "x");
+        const fs::path antes = carpeta.Ruta() / "a.txt.~0123456789ab.~antes";
+        carpeta.Pon("copia", "vieja");
+        caso.esEnlace ? fs::create_symlink("copia", antes)
+                      : fs::rename(carpeta.Ruta() / "copia", antes);
+        carpeta.Pon(kDiario, EscribeDiario({}, {{"a.txt", Antes::FicheroEnSitio, 0}}));
+        fs::permissions(carpeta.Ruta() / kDiario, fs::perms{0644});
+        ASSERT_EQ(chown((carpeta.Ruta() / kDiario).c_str(), caso.dueño, caso.dueño), 0);
+        const std::uint64_t numero = Numero(carpeta, "a.txt");
+        if (caso.devuelto)
+            EXPECT_NO_THROW(SanaConjuntos({carpeta.En("a.txt")}));
+        else
+            EXPECT_THROW(SanaConjuntos({carpeta.En("a.txt")}), CFileException);
+        EXPECT_EQ(carpeta.Lee("a.txt"), caso.devuelto ? "vieja" : "nueva");
+        EXPECT_EQ(Numero(carpeta, "a.txt"), numero);
+        EXPECT_EQ(fs::exists(fs::symlink_status(antes)), !caso.devuelto);
+    }
 }
 
 TEST(Conjuntos, AreHealedAsFarAsTheirDiaryCanBeTrusted)
@@ -180,11 +220,12 @@ TEST(Conjuntos, ADiaryReachesNoFileOfAnotherFolderAndNoneWithoutItsNumber)
         carpeta.Pon(nombre, "privado");
     carpeta.Pon(
         kDiario,
-        EscribeDiario({carpeta.En("otra/nota.txt").GetString()},
-                      {{carpeta.En("otra/a.txt").GetString(), false, Numero(carpeta, "otra/a.txt")},
-                       {carpeta.En("otra/a.txt").GetString(), false, Numero(carpeta, "a.txt")},
-                       {"../otra/a.txt", false, Numero(carpeta, "otra/a.txt")},
-                       {"b.txt", false, Numero(carpeta, "a.txt")}}));
+        EscribeDiario(
+            {carpeta.En("otra/nota.txt").GetString()},
+            {{carpeta.En("otra/a.txt").GetString(), Antes::Nada, Numero(carpeta, "otra/a.txt")},
+             {carpeta.En("otra/a.txt").GetString(), Antes::Nada, Numero(carpeta, "a.txt")},
+             {"../otra/a.txt", Antes::Nada, Numero(carpeta, "otra/a.txt")},
+             {"b.txt", Antes::Nada, Numero(carpeta, "a.txt")}}));
     fs::permissions(carpeta.Ruta() / kDiario, fs::perms{0644});
     SanaConjuntos({carpeta.En("a.txt")});
     for (const char* nombre : {"a.txt", "b.txt", "otra/a.txt", "otra/nota.txt"})
@@ -193,7 +234,7 @@ TEST(Conjuntos, ADiaryReachesNoFileOfAnotherFolderAndNoneWithoutItsNumber)
 
 TEST(Conjuntos, ADiaryThatIsNoneCostsNothingAndStopsNobody)
 {
-    const std::string entero = EscribeDiario({}, {{"a.txt", false, 1}});
+    const std::string entero = EscribeDiario({}, {{"a.txt", Antes::Nada, 1}});
     const struct {
         const char* motivo;
         std::string bytes;
