@@ -1,10 +1,11 @@
-# What the programs' files hold for the system, from the same drawings and version as all else:
-# campiva_windows_resources(TARGET...)
+# What the programs' files hold for the system, from the same drawings and version as all else. Made
+# once, as the objects of windows_resources, and with the dialogs' picture of windows_resources_picture,
+# for whatever programs take them.
 find_program(RSVG_CONVERT rsvg-convert REQUIRED)
 find_program(ICOTOOL icotool REQUIRED)
 find_program(CONVERT convert REQUIRED)
 
-function(campiva_windows_resources)
+function(campiva_make_windows_resources)
   set(drawings ${PROJECT_SOURCE_DIR}/resources/drawings)
   set(place ${CMAKE_CURRENT_BINARY_DIR}/windows)
   file(MAKE_DIRECTORY ${place})
@@ -35,9 +36,8 @@ function(campiva_windows_resources)
     DEPENDS ${drawings}/picture.svg COMMENT "Making the picture" VERBATIM)
   set_source_files_properties(${place}/campiva.rc PROPERTIES
     OBJECT_DEPENDS "${place}/campiva.ico;${place}/picture.bmp;${place}/campiva.manifest")
-  # The files are made once, whatever programs take them.
   add_library(windows_resources OBJECT ${place}/campiva.rc)
-  foreach(target ${ARGN})
-    target_sources(${target} PRIVATE $<TARGET_OBJECTS:windows_resources>)
-  endforeach()
+  add_library(windows_resources_picture OBJECT ${place}/campiva.rc)
+  target_compile_definitions(windows_resources_picture PRIVATE WITH_PICTURE)
+  add_dependencies(windows_resources_picture windows_resources) # both need the icon: one makes it
 endfunction()

@@ -45,7 +45,7 @@ public:
     /// times a second during a run.
     virtual void AtiendeUno(CDialog& dialogo) = 0;
 
-    /// Shows a box and gives the user's answer (IDOK, IDYES, IDNO). `flags` are those of
+    /// Shows a box and gives the user's answer (IDOK, IDYES, IDNO, IDRETRY, IDCANCEL). `flags` are those of
     /// MessageBox.
     virtual int Caja(const CString& texto, const CString& titulo, UINT flags) = 0;
 

@@ -56,6 +56,8 @@ inline constexpr const char* kProcesoAMedias =
 // Windows that the system doesn't fill with words of its own.
 inline constexpr const char* kSi = "&Sí";
 inline constexpr const char* kNo = "&No";
+inline constexpr const char* kReintentar = "&Reintentar";
+inline constexpr const char* kCancelar = "&Cancelar";
 inline constexpr const char* kAceptar = "&Aceptar";
 inline constexpr const char* kElige = "Abrir"; ///< title of the box for choosing a file
 inline constexpr const char* kNombreIlegible =

@@ -13,6 +13,7 @@
 #include "platform/ansi.h"
 #include "platform/files/cfile.h"
 #include "platform/files/set_healing.h"
+#include "platform/system.h"
 #include "vexa_libs/ccadena.h"
 #include "vexa_libs/entity.h"
 #include "vexa_libs/topological_polygon.h"
@@ -56,7 +57,9 @@ public:
     {
         std::string texto;
         AnexaFormato(texto, forma, {CArgumento(argumentos)...});
-        std::puts(ansi::AUtf8(texto).c_str());
+        m_lineas += ansi::AUtf8(texto) + '\n';
+        if (m_lineas.size() > kDeUnaVez)
+            Vacia();
     }
     template <class... T>
     void Fallo(std::string_view forma, const T&... argumentos)
@@ -65,8 +68,17 @@ public:
         Linea("! " + std::string(forma), argumentos...);
     }
     int Fallos() const { return m_fallos; }
+    /// Prints what is still kept.
+    void Vacia()
+    {
+        sistema::Imprime(stdout, m_lineas);
+        m_lineas.clear();
+    }
 
 private:
+    static constexpr std::size_t kDeUnaVez = std::size_t{16} * 1024; // in whole lines
+
+    std::string m_lineas;
     int m_fallos = 0;
 };
 
@@ -308,11 +320,13 @@ int Imprime(const char* nombre)
             return kNoSeLee;
         }
     } catch (const CFileException& fallo) {
+        informe.Vacia();
         std::fprintf(stderr, "show_drawing: %s\n", ansi::AUtf8(EnUnaLinea(fallo)).c_str());
         return kNoSeLee;
     }
     informe.Linea("%d fallos", informe.Fallos());
-    if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
+    informe.Vacia();
+    if (std::ferror(stdout) != 0) {
         std::fputs("show_drawing: no se puede escribir todo\n", stderr);
         return kNoSeLee;
     }

@@ -1,6 +1,7 @@
 #include "platform/desktop/message_box.h"
 
 #include <algorithm>
+#include <vector>
 
 #include <wx/arrstr.h>
 #include <wx/artprov.h>
@@ -57,6 +58,24 @@ bool TieneColumnas(const wxArrayString& lineas)
                          [](const wxString& linea) { return linea.Contains(kEntreColumnas); }) > 1;
 }
 
+struct CBoton {
+    int respuesta;
+    const char* leyenda; ///< with its letter behind the first sign
+};
+
+/// The buttons of a box; the first answers Enter, the last Escape.
+std::vector<CBoton> Botones(UINT flags)
+{
+    switch (flags & MB_TYPEMASK) {
+    case MB_YESNO:
+        return {{IDYES, textos::kSi}, {IDNO, textos::kNo}};
+    case MB_RETRYCANCEL:
+        return {{IDRETRY, textos::kReintentar}, {IDCANCEL, textos::kCancelar}};
+    default:
+        return {{IDOK, textos::kAceptar}};
+    }
+}
+
 /// A run of lines in columns: the blanks that would bring them into line are left to the layout.
 wxSizer* PonColumnas(wxWindow* padre, const wxArrayString& lineas)
 {
@@ -98,35 +117,37 @@ CCajaMensaje::CCajaMensaje(wxWindow* padre, const wxString& texto, const wxStrin
         cuerpo->Add(rotulo, 1, wxALIGN_CENTER_VERTICAL);
     }
 
+    auto* marco = new wxBoxSizer(wxVERTICAL);
+    marco->Add(cuerpo, 1, wxEXPAND | wxALL, hueco);
+    marco->Add(PonBotones(flags), 0, wxALIGN_RIGHT | wxLEFT | wxRIGHT | wxBOTTOM, hueco);
+    SetSizerAndFit(marco);
+    CentreOnParent();
+}
+
+wxSizer* CCajaMensaje::PonBotones(UINT flags)
+{
     auto* botones = new wxBoxSizer(wxHORIZONTAL);
     // An id of the library's own would bring the system's text, in whatever language.
     const auto pon = [&](int respuesta, const char* leyenda) {
         auto* boton = new wxButton(this, wxID_ANY, wxString::FromUTF8(leyenda));
         boton->Bind(wxEVT_BUTTON, [this, respuesta](wxCommandEvent&) { EndModal(respuesta); });
-        botones->Add(boton, 0, wxLEFT, hueco / 2);
+        botones->Add(boton, 0, wxLEFT, GetCharWidth());
         return boton;
     };
-    const bool siNo = (flags & MB_TYPEMASK) == MB_YESNO;
-    wxButton* primero = siNo ? pon(IDYES, textos::kSi) : pon(IDOK, textos::kAceptar);
-    wxButton* ultimo = siNo ? pon(IDNO, textos::kNo) : primero;
-    primero->SetDefault();
-    primero->SetFocus();
-    SetEscapeId(ultimo->GetId());
-    if (siNo)
-        Bind(wxEVT_CHAR_HOOK, &CCajaMensaje::AlTeclear, this);
-
-    auto* marco = new wxBoxSizer(wxVERTICAL);
-    marco->Add(cuerpo, 1, wxEXPAND | wxALL, hueco);
-    marco->Add(botones, 0, wxALIGN_RIGHT | wxLEFT | wxRIGHT | wxBOTTOM, hueco);
-    SetSizerAndFit(marco);
-    CentreOnParent();
-}
-
-void CCajaMensaje::AlTeclear(wxKeyEvent& tecla)
-{
-    const int letra = wxToupper(tecla.GetKeyCode());
-    if (tecla.HasAnyModifiers() || (letra != 'S' && letra != 'N'))
+    const std::vector<CBoton> suyos = Botones(flags);
+    std::vector<wxButton*> puestos;
+    for (const CBoton& boton : suyos)
+        puestos.push_back(pon(boton.respuesta, boton.leyenda));
+    puestos.front()->SetDefault();
+    puestos.front()->SetFocus();
+    SetEscapeId(puestos.back()->GetId());
+    // A letter alone answers a question, without Alt.
+    Bind(wxEVT_CHAR_HOOK, [this, suyos](wxKeyEvent& tecla) {
+        for (const CBoton& boton : suyos)
+            if (suyos.size() > 1 && !tecla.HasAnyModifiers() &&
+                wxToupper(tecla.GetKeyCode()) == wxToupper(boton.leyenda[1]))
+                return EndModal(boton.respuesta);
         tecla.Skip();
-    else
-        EndModal(letra == 'S' ? IDYES : IDNO);
+    });
+    return botones;
 }

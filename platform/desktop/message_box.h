@@ -8,10 +8,10 @@
 /// its buttons' texts from the system. Lines of names and numbers stand in columns.
 class CCajaMensaje : public wxDialog {
 public:
-    /// \param flags  those of MessageBox. `ShowModal` gives its results, IDOK, or IDYES or IDNO;
-    ///               closing a question is No. The keys S and N alone answer it too.
+    /// \param flags  those of MessageBox. `ShowModal` gives its results; closing a question gives
+    ///               the last button's. The letter of a button alone answers it too.
     CCajaMensaje(wxWindow* padre, const wxString& texto, const wxString& titulo, UINT flags);
 
 private:
-    void AlTeclear(wxKeyEvent& tecla);
+    wxSizer* PonBotones(UINT flags);
 };

@@ -241,7 +241,9 @@ int CFrontalTerminal::Caja(const CString& texto, const CString& titulo, UINT fla
     cuerpo.TrimRight("\n");
     sistema::Imprime(salida, ansi::AUtf8(CString("[") + titulo + "]\n" + cuerpo));
     if ((flags & MB_TYPEMASK) == MB_YESNO)
-        return PreguntaSiNo();
+        return PreguntaSiNo() ? IDYES : IDNO;
+    if ((flags & MB_TYPEMASK) == MB_RETRYCANCEL)
+        return PreguntaSiNo() ? IDRETRY : IDCANCEL;
     sistema::Imprime(salida, "\n\n");
     if ((flags & MB_ICONMASK) == 0)
         m_fase.clear(); // the summary: no phase goes on behind it
@@ -259,7 +261,7 @@ void CFrontalTerminal::OlvidaTeclas()
     sistema::HuboInterrupcion();
 }
 
-int CFrontalTerminal::PreguntaSiNo() const
+bool CFrontalTerminal::PreguntaSiNo() const
 {
     std::string respuesta = "s";
     sistema::Imprime(stdout, textos::kSiNo);
@@ -274,8 +276,7 @@ int CFrontalTerminal::PreguntaSiNo() const
     }
     OlvidaTeclas();
     sistema::Imprime(stdout, m_conversa ? "\n" : "\n\n");
-    const bool si = !respuesta.empty() && (respuesta.front() == 's' || respuesta.front() == 'S');
-    return si ? IDYES : IDNO;
+    return !respuesta.empty() && (respuesta.front() == 's' || respuesta.front() == 'S');
 }
 
 bool CFrontalTerminal::EligeFichero(CFileDialog& dialogo)

@@ -39,7 +39,7 @@ private:
     void PintaAvance(Reloj::time_point ahora);
     void BorraAvance();
     std::string LineaAvance(Reloj::time_point ahora) const;
-    int PreguntaSiNo() const;
+    bool PreguntaSiNo() const;
     /// A Ctrl-C or Ctrl-D at a question was meant for it and means nothing behind it.
     static void OlvidaTeclas();
     void Responde(CDialog& dialogo, const CDialogoTexto::CRespuesta& respuesta);

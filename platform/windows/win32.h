@@ -35,10 +35,12 @@
 // The layer declares these numbers itself, the same ones.
 #undef IDOK
 #undef IDCANCEL
+#undef IDRETRY
 #undef IDYES
 #undef IDNO
 #undef MB_OK
 #undef MB_YESNO
+#undef MB_RETRYCANCEL
 #undef MB_TYPEMASK
 #undef MB_ICONERROR
 #undef MB_ICONQUESTION

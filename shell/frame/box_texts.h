@@ -21,6 +21,10 @@ inline constexpr const char* kNoSeSalvanParcelas = "Imposible salvar el archivo 
 inline constexpr const char* kNoSeSalvanSubparcelas = "Imposib salvar el archivo %s";
 inline constexpr const char* kSalidaRepetida =
     "El archivo %s es a la vez dos de los que el proceso escribe";
+/// Before a run: the output, and the program that has it open.
+inline constexpr const char* kLoTieneOtro =
+    "El archivo %s no se puede escribir: lo tiene abierto %s.\n\nCiérrelo. ¿ Se intenta otra vez ?"_ansi;
+inline constexpr const char* kOtroPrograma = "otro programa";
 inline constexpr const char* kNoSeGuardan =
     "No se han podido guardar los nombres y opciones del diálogo en %s"_ansi;
 inline constexpr const char* kNoSeLeenAjustes =

@@ -147,6 +147,7 @@ private:
     void MuestraError(const CString& texto);
     void CajaError(const char* forma, const CFileException& fallo);
     static void CajaDeAjustes(const char* forma, const CFileException& fallo);
+    bool Reserva(const CString& salida);
     bool HayRepetidas(const CString& log, const std::vector<CString>& salidas);
     void Obedece(WPARAM wParam, LPARAM lParam);
     void DejaProceso();

@@ -69,6 +69,28 @@ bool CTraduccionDlg::HayRepetidas(const CString& log, const std::vector<CString>
     return false;
 }
 
+/// Keeps an output for the run, before anything is read. What another program has open a person can
+/// close now; where nobody is there to do it, the output is told when it would be created.
+/// \return false where the person gives up
+bool CTraduccionDlg::Reserva(const CString& salida)
+{
+    for (;;) {
+        sistema::Error error;
+        const auto apertura = m_proceso->salidas.Reserva(salida, error);
+        if (apertura == CReemplazo::Apertura::Ocupado)
+            throw CFileException(salida, sistema::kDeOtro);
+        if (apertura == CReemplazo::Apertura::Abierto ||
+            error != std::errc::device_or_resource_busy || m_enLote ||
+            !AfxGetApp()->Frontal().AlguienContesta())
+            return true;
+        const CString quien = sistema::ProgramasQueTienen(sistema::Ruta(salida));
+        CString texto;
+        texto.Format(cajas::kLoTieneOtro, salida, quien.IsEmpty() ? cajas::kOtroPrograma : quien);
+        if (MessageBox(texto, cajas::kError, MB_RETRYCANCEL | MB_ICONWARNING) != IDRETRY)
+            return false;
+    }
+}
+
 bool CTraduccionDlg::CreaLog(const CString& nombre, const std::vector<CString>& entradas,
                              const std::vector<CString>& salidas, Registro que)
 {
@@ -76,8 +98,10 @@ bool CTraduccionDlg::CreaLog(const CString& nombre, const std::vector<CString>& 
         return false;
     SanaConjuntos(salidas);
     for (const CString& salida : salidas)
-        if (m_proceso->salidas.Reserva(salida) == CReemplazo::Apertura::Ocupado)
-            throw CFileException(salida, sistema::kDeOtro);
+        if (!Reserva(salida)) {
+            m_proceso->salidas.Desecha();
+            return false;
+        }
     CFileException fallo(nombre, {});
     const bool esEntrada = CFile::EsAlguno(nombre, entradas);
     const CString anterior =

@@ -30,6 +30,8 @@ TEST(FrontalTerminal, PrintsABoxWhereAScriptLooksForIt)
          "[Título]\nEl archivo Peñuela.txt\n\n"},
         {"a question", "¿ Sí ?"_ansi, MB_YESNO | MB_ICONQUESTION, IDYES,
          "[Título]\n¿ Sí ? (s/n) \n\n", ""},
+        {"whether to try again", "¿ Otra vez ?"_ansi, MB_RETRYCANCEL | MB_ICONWARNING, IDRETRY,
+         "[Título]\n¿ Otra vez ? (s/n) \n\n", ""},
     };
     for (const auto& caso : casos) {
         SCOPED_TRACE(caso.motivo);

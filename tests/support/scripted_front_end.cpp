@@ -21,10 +21,11 @@ void CGuion::AtiendeUno(CDialog& dialogo)
 int CGuion::Caja(const CString& texto, const CString& titulo, UINT flags)
 {
     cajas.push_back({ansi::AUtf8(titulo), ansi::AUtf8(texto), flags});
-    if ((flags & MB_TYPEMASK) != MB_YESNO)
+    const UINT tipo = flags & MB_TYPEMASK;
+    if (tipo != MB_YESNO && tipo != MB_RETRYCANCEL)
         return IDOK;
     if (respuestas.empty())
-        return IDYES;
+        return tipo == MB_YESNO ? IDYES : IDCANCEL;
     const int respuesta = respuestas.front();
     respuestas.erase(respuestas.begin());
     return respuesta;
