@@ -45,8 +45,8 @@ public:
     /// times a second during a run.
     virtual void AtiendeUno(CDialog& dialogo) = 0;
 
-    /// Shows a box and gives the user's answer (IDOK, IDYES, IDNO, IDRETRY, IDCANCEL). `flags` are those of
-    /// MessageBox.
+    /// Shows a box and gives the user's answer (IDOK, IDYES, IDNO, IDRETRY, IDCANCEL). `flags` are
+    /// those of MessageBox.
     virtual int Caja(const CString& texto, const CString& titulo, UINT flags) = 0;
 
     /// Tells whether somebody is there who can answer a question.

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <filesystem>
 #include <optional>
 #include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/cstring.h"
@@ -36,6 +38,25 @@ public:
     /// program that is storing its own.
     void Escribe(std::span<const CAjuste> ajustes);
 
-private:
+protected:
+    explicit CAlmacenAjustes(std::string lugar) : m_lugar(std::move(lugar)) {}
+
     std::string m_lugar; ///< file, or key of the registry
+};
+
+/// A store for programs that are started, which nothing of their user's own reaches. It is gone
+/// with the object.
+class CAlmacenAparte : public CAlmacenAjustes {
+public:
+    /// \param carpeta  of the store's own, for its file
+    CAlmacenAparte(const CString& empresa, const CString& programa,
+                   const std::filesystem::path& carpeta);
+    CAlmacenAparte(const CAlmacenAparte&) = delete;
+    CAlmacenAparte& operator=(const CAlmacenAparte&) = delete;
+    ~CAlmacenAparte();
+    /// The variable, and its value, by which a program finds this store.
+    const std::pair<std::string, std::string>& Variable() const { return m_variable; }
+
+private:
+    std::pair<std::string, std::string> m_variable;
 };

@@ -131,13 +131,33 @@ void AbreCerrado(CStdioFile& fichero, const CString& nombre)
     }
 }
 
+std::string FicheroEn(const std::filesystem::path& carpeta, const CString& empresa,
+                      const CString& programa)
+{
+    return (carpeta / std::string(std::string_view(empresa)) /
+            (std::string(std::string_view(programa)) + ".ini"))
+        .string();
+}
+
 } // namespace
 
 CAlmacenAjustes::CAlmacenAjustes(const CString& empresa, const CString& programa)
-    : m_lugar((sistema::CarpetaAjustes() / std::string(std::string_view(empresa)) /
-               (std::string(std::string_view(programa)) + ".ini"))
-                  .string())
+    : m_lugar(FicheroEn(sistema::CarpetaAjustes(), empresa, programa))
 {
+}
+
+CAlmacenAparte::CAlmacenAparte(const CString& empresa, const CString& programa,
+                               const std::filesystem::path& carpeta)
+    : CAlmacenAjustes(FicheroEn(carpeta, empresa, programa)),
+      m_variable("XDG_CONFIG_HOME", carpeta.string())
+{
+}
+
+CAlmacenAparte::~CAlmacenAparte()
+{
+    sistema::Error error;
+    sistema::Borra(m_lugar, error);
+    std::filesystem::remove(std::filesystem::path(m_lugar).parent_path(), error); // if it is empty
 }
 
 std::vector<std::optional<CString>> CAlmacenAjustes::Lee(const CString& seccion,

@@ -13,6 +13,8 @@
 
 namespace {
 
+constexpr const char* kVariable = "AJUSTES_APARTE"; // names another key than the user's own
+
 /// A value as the registry has it.
 struct CValor {
     DWORD tipo = REG_NONE;
@@ -111,6 +113,23 @@ std::optional<CString> AlPrograma(const CValor& valor)
 CAlmacenAjustes::CAlmacenAjustes(const CString& empresa, const CString& programa)
     : m_lugar("Software\\" + std::string(empresa) + "\\" + std::string(programa))
 {
+    if (const wchar_t* const aparte = _wgetenv(sistema::Ruta(kVariable).c_str()); aparte != nullptr)
+        m_lugar = sistema::Nombre(aparte);
+}
+
+CAlmacenAparte::CAlmacenAparte(const CString& empresa, const CString& programa,
+                               const std::filesystem::path& carpeta)
+    : CAlmacenAjustes("Software\\" + std::string(empresa) + "\\" + std::string(programa) +
+                      ".aparte\\" + sistema::Nombre(carpeta.filename())),
+      m_variable(kVariable, m_lugar)
+{
+}
+
+CAlmacenAparte::~CAlmacenAparte()
+{
+    const std::string alrededor = m_lugar.substr(0, m_lugar.rfind('\\'));
+    RegDeleteTreeW(HKEY_CURRENT_USER, sistema::Ruta(m_lugar).c_str());
+    RegDeleteKeyW(HKEY_CURRENT_USER, sistema::Ruta(alrededor).c_str()); // if it was the last one
 }
 
 std::vector<std::optional<CString>> CAlmacenAjustes::Lee(const CString& seccion,

@@ -8,9 +8,7 @@
 
 #include <fcntl.h>
 #include <poll.h>
-#include <spawn.h>
 #include <sys/ioctl.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 namespace sistema {
@@ -154,33 +152,6 @@ std::filesystem::path BuscaPrograma(std::string_view nombre)
             return ruta;
     }
     return {};
-}
-
-std::optional<int> Ejecuta(const std::filesystem::path& programa,
-                           const std::vector<std::string>& argumentos)
-{
-    std::vector<std::string> textos = {programa.native()};
-    textos.insert(textos.end(), argumentos.begin(), argumentos.end());
-    std::vector<char*> argv;
-    argv.reserve(textos.size() + 1);
-    for (std::string& texto : textos)
-        argv.push_back(texto.data());
-    argv.push_back(nullptr);
-    posix_spawn_file_actions_t flujos;
-    if (posix_spawn_file_actions_init(&flujos) != 0)
-        return std::nullopt;
-    for (const int flujo : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
-        posix_spawn_file_actions_addopen(&flujos, flujo, "/dev/null", O_RDWR, 0);
-    pid_t hijo = 0;
-    const int fallo = posix_spawn(&hijo, programa.c_str(), &flujos, nullptr, argv.data(), environ);
-    posix_spawn_file_actions_destroy(&flujos);
-    if (fallo != 0)
-        return std::nullopt;
-    int estado = 0;
-    while (waitpid(hijo, &estado, 0) == -1)
-        if (errno != EINTR)
-            return std::nullopt;
-    return WIFEXITED(estado) ? std::optional(WEXITSTATUS(estado)) : std::nullopt;
 }
 
 std::filesystem::path CarpetaAjustes()

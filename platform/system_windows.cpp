@@ -39,21 +39,6 @@ BOOL WINAPI AlLlegar(DWORD suceso)
 
 constexpr std::size_t kRutaMasLarga = 32768; // no path of the system is longer
 
-/// An argument as the one who takes the line apart finds it again.
-std::wstring EntreComillas(std::wstring_view argumento)
-{
-    std::wstring texto = L"\"";
-    std::size_t barras = 0; // those in front of a quote are doubled
-    for (const wchar_t c : argumento) {
-        if (c == L'"')
-            texto.append(barras + 1, L'\\');
-        barras = c == L'\\' ? barras + 1 : 0;
-        texto += c;
-    }
-    texto.append(barras, L'\\');
-    return texto + L'"';
-}
-
 HANDLE Consola(std::FILE* fichero)
 {
     return reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(fichero)));
@@ -255,26 +240,6 @@ std::filesystem::path BuscaPrograma(std::string_view nombre)
     ruta.resize(SearchPathW(nullptr, fichero.c_str(), nullptr, static_cast<DWORD>(ruta.size()),
                             ruta.data(), nullptr));
     return std::filesystem::path(ruta);
-}
-
-std::optional<int> Ejecuta(const std::filesystem::path& programa,
-                           const std::vector<std::string>& argumentos)
-{
-    std::wstring linea = EntreComillas(programa.wstring());
-    for (const std::string& argumento : argumentos)
-        linea += L' ' + EntreComillas(Ruta(argumento).wstring());
-    STARTUPINFOW inicio = {};
-    inicio.cb = sizeof inicio;
-    PROCESS_INFORMATION proceso = {};
-    if (CreateProcessW(programa.c_str(), linea.data(), nullptr, nullptr, FALSE, CREATE_NO_WINDOW,
-                       nullptr, nullptr, &inicio, &proceso) == 0)
-        return std::nullopt;
-    WaitForSingleObject(proceso.hProcess, INFINITE);
-    DWORD estado = 0;
-    const bool dicho = GetExitCodeProcess(proceso.hProcess, &estado) != 0;
-    CloseHandle(proceso.hThread);
-    CloseHandle(proceso.hProcess);
-    return dicho ? std::optional(static_cast<int>(estado)) : std::nullopt;
 }
 
 std::filesystem::path CarpetaAjustes()

@@ -34,6 +34,7 @@ BESIDE = {
     "evidence/gis": [*EVIDENCE, "evidence/gis/reading", "evidence/gis/writing"],
     "evidence/show_drawing": EVIDENCE,
     "generator": CORE,
+    "batch": [*CORE, "resources"],
 }
 RANK = {folder: rank for rank, folders in enumerate(ORDER) for folder in folders}
 

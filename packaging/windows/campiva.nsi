@@ -125,6 +125,7 @@ FunctionEnd
   !insertmacro WAIT_FOR_PROGRAM "${un}" "${folder}\campiva-gui"
   !insertmacro WAIT_FOR_PROGRAM "${un}" "${folder}\campiva"
   !insertmacro WAIT_FOR_PROGRAM "${un}" "${folder}\campiva-informe"
+  !insertmacro WAIT_FOR_PROGRAM "${un}" "${folder}\campiva-lote"
   !insertmacro WAIT_FOR_PROGRAM "${un}" "${folder}\show_drawing"
 !macroend
 

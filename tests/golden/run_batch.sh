@@ -1,10 +1,9 @@
 #!/usr/bin/env bash
 # Many municipalities in a batch: what is done, told, and done again.
-#   run_batch.sh CAMPIVA SAMPLES WORK
+#   run_batch.sh CAMPIVA SAMPLES WORK; the batch's program stands beside CAMPIVA
 set -euo pipefail
 export CAMPIVA=$1
-samples=$2 work=$3 batch=$(dirname "$0")/../../batch/campiva-lote
-command -v parallel > /dev/null || exit 77
+samples=$2 work=$3 batch=$(dirname "$1")/campiva-lote
 rm -rf "$work"
 mkdir -p "$work/config/VexaSoft"
 # What somebody chose in a dialog must not count.
@@ -64,8 +63,74 @@ for line in 'vuelto\tc' 'ida' 'ida\tc\tentada=x' 'ida\tc\tentrada'; do
   grep -q "línea 2" said
 done
 [ ! -e c/Parcelas.txt ] || fail "a job of a wrong table was done"
+printf 'ida\tc\n\nida\tc\n' > wrong.tsv
+status 2 "$batch" wrong.tsv
+grep -q "línea 3: repite el trabajo de la línea 1" said
 for options in "" "no.tsv" "-j x out.tsv" "--no out.tsv" "out.tsv on.tsv" "--reanuda wrong.tsv"; do
   # shellcheck disable=SC2086
   status 2 "$batch" $options
 done
+
+# A job is known by what its line says, whatever bytes that are and wherever it stands.
+strange=$'pe\xf1a'
+mkdir "$strange" && cp "$samples/villanueva.txt" "$strange/entrada.txt"
+printf '\xef\xbb\xbfida\t%s\r\nida\tnowhere\r\n' "$strange" > known.tsv
+status 1 "$batch" known.tsv
+[ "$(states known.tsv)" = "1 ida $strange 0 0 0
+2 ida nowhere 1 0 0" ] || { states known.tsv >&2 && fail "the states are others"; }
+grep -q nowhere known.tsv.resultados/salidas/2.err
+rm "$strange/Parcelas.txt"
+mkdir nowhere && cp "$samples/villanueva.txt" nowhere/entrada.txt
+printf 'ida\tc\n# and now\nida\tnowhere\nida\t%s\n' "$strange" > known.tsv
+status 0 "$batch" --reanuda known.tsv
+[ "$(states known.tsv)" = "1 ida c 0 0 0
+2 ida nowhere 0 0 0
+3 ida $strange 0 0 0" ] || { states known.tsv >&2 && fail "the states are others"; }
+[ -e c/Parcelas.txt ] && [ ! -e "$strange/Parcelas.txt" ] || fail "another job than the new one was done"
+
+# Whoever stops it, or kills it, gets no state that isn't of this run, and can go on.
+printf '#!/bin/sh\n[ -e ready ] || exec sleep 20\n' > slow
+chmod +x slow
+mkdir s1 s2 s3 && touch s1/ready
+printf 'ida\ts1\nida\ts2\nida\ts3\n' > slow.tsv
+for signal in TERM HUP KILL; do
+  printf 'of an older run\n' | tee slow.tsv.resultados/estado.tsv > said 2> /dev/null || true
+  CAMPIVA=$work/slow "$batch" -j 1 slow.tsv > said 2>&1 &
+  batch_pid=$!
+  for _ in $(seq 200); do
+    [ "$({ wc -l < slow.tsv.resultados/trabajos.log; } 2> /dev/null)" = 1 ] && break
+    sleep 0.05
+  done
+  status 2 "$batch" slow.tsv # at the same results
+  grep -q "otro campiva-lote trabaja" said
+  kill -$signal $batch_pid
+  got=0
+  wait $batch_pid 2> /dev/null || got=$?
+  if [ $signal = KILL ]; then
+    [ ! -e slow.tsv.resultados/estado.tsv ] || fail "a state of another run"
+  else
+    [ $got -eq 130 ] || fail "status $got after SIG$signal"
+    [ "$(states slow.tsv | cut -d ' ' -f 3,4)" = "s1 0
+s2 137
+s3 -" ] || { states slow.tsv >&2 && fail "the states are others"; }
+  fi
+done
+rm s1/ready && touch s2/ready s3/ready
+CAMPIVA=$work/slow status 0 "$batch" --reanuda slow.tsv
+[ "$(states slow.tsv | cut -d ' ' -f 3,4)" = "s1 0
+s2 0
+s3 0" ] || fail "it didn't go on where it was"
+
+# In parts, by GNU parallel; here for this machine alone.
+rm c/Parcelas.txt
+printf 'ida\tc\nida\tlista\ttipo=lista\nida\tfar\n' > parts.tsv
+status 1 "$batch" --sshlogin : -j 1 parts.tsv
+[ "$(states parts.tsv)" = "1 ida c 0 0 0
+2 ida lista 0 4 5
+3 ida far 1 0 0" ] || { states parts.tsv >&2 && fail "the states are others"; }
+[ -e c/Parcelas.txt ] && grep -q far parts.tsv.resultados/salidas/3.err
+mkdir far && cp "$samples/villanueva.txt" far/entrada.txt
+rm c/Parcelas.txt
+status 0 "$batch" --sshlogin : --reanuda parts.tsv
+[ "$(states parts.tsv | tail -n 1)" = "3 ida far 0 0 0" ] && [ ! -e c/Parcelas.txt ]
 echo "all as they should"

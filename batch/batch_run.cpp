@@ -1,0 +1,235 @@
+#include "batch/batch_run.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <list>
+#include <map>
+#include <thread>
+
+#include "batch/batch_texts.h"
+#include "batch/job_states.h"
+#include "batch/machines.h"
+#include "batch/progress.h"
+#include "platform/files/cfile_exception.h"
+#include "platform/files/side_names.h"
+#include "platform/files/target_lock.h"
+#include "platform/system.h"
+
+namespace lote {
+namespace {
+
+namespace fs = std::filesystem;
+using Reloj = std::chrono::steady_clock;
+
+constexpr std::chrono::milliseconds kUnRato{200};
+
+/// A folder for what the batch has no use for afterwards.
+class CCarpetaTemporal {
+public:
+    CCarpetaTemporal() : m_ruta(fs::temp_directory_path() / ("campiva-lote-" + lado::Marca()))
+    {
+        fs::create_directory(m_ruta);
+        fs::permissions(m_ruta, fs::perms::owner_all);
+    }
+    CCarpetaTemporal(const CCarpetaTemporal&) = delete;
+    CCarpetaTemporal& operator=(const CCarpetaTemporal&) = delete;
+    ~CCarpetaTemporal()
+    {
+        std::error_code error;
+        fs::remove_all(m_ruta, error);
+    }
+    const fs::path& Ruta() const { return m_ruta; }
+
+private:
+    fs::path m_ruta;
+};
+
+/// One of the places at which jobs are worked off, with settings of its own.
+class CPuesto {
+public:
+    explicit CPuesto(const fs::path& carpeta) : m_ajustes("VexaSoft", "Campiva", carpeta) {}
+
+    /// Starts the job. False, with a word in the file for what it says, where it can't be started.
+    bool Empieza(const CTrabajo& trabajo, const fs::path& programa, const fs::path& dicho,
+                 CHijos& hijos)
+    {
+        m_trabajo = &trabajo;
+        m_principio = Reloj::now();
+        m_registro.emplace(trabajo);
+        const auto suyos = AjustesDe(trabajo);
+        if (m_tipo != suyos[0].valor || m_concentradas != suyos[1].valor) {
+            m_ajustes.Escribe(suyos);
+            m_tipo = suyos[0].valor;
+            m_concentradas = suyos[1].valor;
+        }
+        COrden orden = OrdenDe(trabajo);
+        orden.programa = programa;
+        orden.dicho = dicho;
+        orden.entorno = {m_ajustes.Variable()};
+        sistema::Error error;
+        m_hijo = hijos.Empieza(orden, error);
+        if (error)
+            std::ofstream(dicho) << Texto(textos::kNoEmpieza, trabajo.carpeta,
+                                          std::string(CFileException("", error).Causa()));
+        return !error;
+    }
+    CHecho Acaba(std::optional<int> estado)
+    {
+        CHecho hecho = m_registro->Acaba();
+        hecho.estado = estado.value_or(kMuerto);
+        hecho.segundos = std::chrono::duration<double>(Reloj::now() - m_principio).count();
+        m_hijo = 0;
+        return hecho;
+    }
+    const CTrabajo& Trabajo() const { return *m_trabajo; }
+    bool EstaLibre() const { return m_hijo == 0; }
+    bool Es(int hijo) const { return m_hijo == hijo; }
+
+private:
+    CAlmacenAparte m_ajustes;
+    CString m_tipo; // what is stored there
+    CString m_concentradas;
+    const CTrabajo* m_trabajo = nullptr;
+    std::optional<CRegistro> m_registro;
+    Reloj::time_point m_principio;
+    int m_hijo = 0;
+};
+
+/// The jobs of a table that are still to be done.
+class CLote {
+public:
+    CLote(const std::vector<CTrabajo>& trabajos, fs::path carpeta, CEstados& estados)
+        : m_carpeta(std::move(carpeta)), m_estados(estados)
+    {
+        for (const CTrabajo& trabajo : trabajos)
+            if (const CHecho* hecho = estados.De(trabajo); hecho == nullptr || hecho->estado != 0)
+                m_pendientes.push_back(&trabajo);
+    }
+    void HazAqui(const fs::path& programa, std::size_t procesos);
+    const std::vector<const CTrabajo*>& Pendientes() const { return m_pendientes; }
+
+private:
+    void Reparte(const fs::path& programa, CHijos& hijos);
+    void Anota(CPuesto& puesto, std::optional<int> estado);
+
+    fs::path m_carpeta;
+    CEstados& m_estados;
+    std::vector<const CTrabajo*> m_pendientes;
+    std::list<CPuesto> m_puestos;
+    std::size_t m_siguiente = 0;
+    int m_hechos = 0;
+    int m_fallidos = 0;
+};
+
+void CLote::HazAqui(const fs::path& programa, std::size_t procesos)
+{
+    const CCarpetaTemporal temporal;
+    for (std::size_t i = 0; i < std::min(procesos, m_pendientes.size()); ++i)
+        m_puestos.emplace_back(temporal.Ruta() /
+                               (temporal.Ruta().filename().string() + "-" + std::to_string(i)));
+    CAvance avance(static_cast<int>(m_pendientes.size()));
+    CHijos hijos;
+    bool avisados = false;
+    for (;;) {
+        if (!sistema::HayQueAcabar())
+            Reparte(programa, hijos);
+        else if (!std::exchange(avisados, true))
+            hijos.PideAcabar();
+        if (std::all_of(m_puestos.begin(), m_puestos.end(),
+                        [](const CPuesto& puesto) { return puesto.EstaLibre(); }))
+            break; // nothing is at work, and nothing is to be begun any more
+        if (const auto fin = hijos.Espera(kUnRato)) {
+            const auto puesto = std::find_if(m_puestos.begin(), m_puestos.end(),
+                                             [&](const CPuesto& p) { return p.Es(fin->hijo); });
+            if (puesto != m_puestos.end())
+                Anota(*puesto, fin->estado);
+        }
+        avance.Cuenta(m_hechos, m_fallidos);
+    }
+}
+
+/// Gives each free place a job.
+void CLote::Reparte(const fs::path& programa, CHijos& hijos)
+{
+    for (CPuesto& puesto : m_puestos)
+        while (puesto.EstaLibre() && m_siguiente < m_pendientes.size()) {
+            const CTrabajo& trabajo = *m_pendientes[m_siguiente++];
+            const fs::path dicho =
+                m_carpeta / "salidas" / (std::to_string(trabajo.numero) + ".err");
+            if (!puesto.Empieza(trabajo, programa, dicho, hijos))
+                Anota(puesto, 1);
+        }
+}
+
+void CLote::Anota(CPuesto& puesto, std::optional<int> estado)
+{
+    const CHecho hecho = puesto.Acaba(estado);
+    ++m_hechos;
+    m_fallidos += hecho.estado != 0 ? 1 : 0;
+    m_estados.Anota(puesto.Trabajo(), hecho);
+}
+
+fs::path Programa()
+{
+    const char* const dicho = std::getenv("CAMPIVA");
+    fs::path programa = dicho != nullptr ? sistema::Ruta(dicho) : sistema::BuscaPrograma("campiva");
+    if (programa.empty())
+        throw CLineaMala(textos::kSinPrograma);
+    return fs::absolute(programa);
+}
+
+std::size_t Procesos(const COpciones& opciones)
+{
+    const std::size_t nucleos = std::max(1U, std::thread::hardware_concurrency());
+    const std::size_t pedidos =
+        opciones.procesos > 0 ? static_cast<std::size_t>(opciones.procesos) : nucleos;
+    return std::min(pedidos, CHijos::kComoMucho);
+}
+
+/// Makes the folder of the results ready for this run alone.
+void Prepara(const fs::path& carpeta, CEstados& estados, CCandado& candado, bool reanuda)
+{
+    sistema::Error error;
+    if (reanuda && !estados.HayAlgo())
+        throw CLineaMala(Texto(textos::kNadaQueReanudar, sistema::Nombre(carpeta)));
+    sistema::CreaCarpetas(carpeta / "salidas", error);
+    if (error)
+        throw CFileException(sistema::Nombre(carpeta), error);
+    if (candado.Toma(lado::De(estados.Diario(), lado::kCandado), error) == sistema::Bloqueo::DeOtro)
+        throw CLineaMala(Texto(textos::kEnManosDeOtro, sistema::Nombre(carpeta)));
+    if (reanuda)
+        return estados.Lee();
+    estados.Empieza();
+    for (const fs::path& nombre : sistema::Lista(carpeta / "salidas", error))
+        sistema::Borra(carpeta / "salidas" / nombre, error);
+}
+
+} // namespace
+
+EstadoDeSalida Ejecuta(const COpciones& opciones)
+{
+    const fs::path programa = Programa();
+    const std::vector<CTrabajo> trabajos = LeeTabla(opciones.tabla);
+    const fs::path carpeta = fs::absolute(sistema::Ruta(opciones.resultados));
+    CEstados estados(carpeta);
+    CCandado candado;
+    Prepara(carpeta, estados, candado, opciones.reanuda);
+    estados.Abre();
+    sistema::VigilaSenales(false);
+    CLote lote(trabajos, carpeta, estados);
+    if (opciones.maquinas.empty())
+        lote.HazAqui(programa, Procesos(opciones));
+    else
+        HazEnMaquinas(lote.Pendientes(), opciones, carpeta, estados);
+    estados.EscribeTabla(trabajos);
+    const int fallidos = estados.Fallidos(trabajos);
+    sistema::Imprime(stdout, Texto(textos::kFin, static_cast<int>(trabajos.size()), fallidos,
+                                   sistema::Nombre(sistema::Ruta(opciones.resultados) /
+                                                   estados.Tabla().filename())));
+    if (sistema::HayQueAcabar())
+        return kDetenido;
+    return fallidos == 0 ? kHecho : kAlgunFallo;
+}
+
+} // namespace lote

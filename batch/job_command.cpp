@@ -1,0 +1,122 @@
+#include "batch/job_command.h"
+
+#include <cctype>
+#include <string_view>
+#include <system_error>
+
+#include "cadastre/messages.h"
+#include "cadastre/polygon_list.h"
+#include "platform/files/cstdio_file.h"
+#include "platform/files/side_names.h"
+#include "resources/resource_ids.h"
+
+namespace lote {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::string_view kTablas[] = {"modulos",     "titulares", "parcelas",
+                                        "subparcelas", "parajes",   "cotitulares"};
+
+fs::path EnSuCarpeta(const CTrabajo& trabajo, const CString& nombre)
+{
+    return sistema::Ruta(trabajo.carpeta) / sistema::Ruta(nombre);
+}
+
+/// The log, as the translation names it: by its input, or by the first line of the list.
+fs::path RutaDelRegistro(const CTrabajo& trabajo)
+{
+    if (trabajo.traduccion == Traduccion::Ida) {
+        CCadena nombre = trabajo.Campo("entrada");
+        nombre.CambiaExtension(kExtensionRegistro);
+        return EnSuCarpeta(trabajo, nombre);
+    }
+    const CCadena lista = trabajo.Campo("lista");
+    CStdioFile fichero;
+    CString primera;
+    if (!fichero.Open(sistema::Nombre(EnSuCarpeta(trabajo, lista)), CFile::modeRead))
+        return {};
+    fichero.ReadString(primera);
+    return EnSuCarpeta(trabajo,
+                       FicheroDeLista(lista.DamePath(), LeeCabeceraLista(primera).nombreSalida,
+                                      kExtensionRegistro));
+}
+
+/// The kind of a message, by its line in the log: its letter, or a blank for none.
+char ClaseDe(std::string_view linea)
+{
+    constexpr std::size_t kNumero = 4; // a letter and three digits
+    if (linea.size() < kNumero + 2 || linea.substr(kNumero, 2) != ": ")
+        return ' ';
+    for (std::size_t i = 1; i < kNumero; ++i)
+        if (std::isdigit(static_cast<unsigned char>(linea[i])) == 0)
+            return ' ';
+    return linea.front();
+}
+
+} // namespace
+
+COrden OrdenDe(const CTrabajo& trabajo)
+{
+    COrden orden;
+    orden.carpeta = sistema::Ruta(trabajo.carpeta);
+    const auto pon = [&](std::string_view campo) {
+        orden.argumentos.push_back(trabajo.Campo(campo));
+    };
+    if (trabajo.traduccion == Traduccion::Infograf) { // which has no line: by its dialog
+        orden.entrada = std::to_string(IDC_DE_VEXA_A_INFOGRAF) + "\n1\n";
+        orden.entrada += std::to_string(IDC_TREN) + "=" + trabajo.Campo("lista") + "\n";
+        orden.entrada += std::to_string(IDC_ORTOS) + "=" + trabajo.Campo("ortos") + "\n1\n";
+        return orden;
+    }
+    const bool esIda = trabajo.traduccion == Traduccion::Ida;
+    orden.argumentos.emplace_back(esIda ? "0" : "1");
+    if (esIda)
+        pon("entrada");
+    for (const std::string_view tabla : kTablas)
+        pon(tabla);
+    if (!esIda)
+        for (const char* campo : {"lista", "ortos", "modificar", "no_en_grafico", "no_en_bd"})
+            pon(campo);
+    return orden;
+}
+
+std::array<CAjuste, 2> AjustesDe(const CTrabajo& trabajo)
+{
+    const bool esLista = trabajo.Campo("tipo") == "lista";
+    return {{{"CampivaAVexa", "TipoEntrada", esLista ? "1" : "0", true},
+             {"VexaACampiva2", "ModificarConcentradas", trabajo.Campo("concentradas"), true}}};
+}
+
+CRegistro::CRegistro(const CTrabajo& trabajo)
+    : m_esInfograf(trabajo.traduccion == Traduccion::Infograf), m_ruta(RutaDelRegistro(trabajo))
+{
+    std::error_code error;
+    m_habia = fs::file_size(m_ruta, error);
+    if (error)
+        m_habia = 0;
+}
+
+CHecho CRegistro::Acaba()
+{
+    CHecho hecho;
+    if (m_esInfograf) {
+        std::error_code error;
+        const fs::path anterior = lado::De(m_ruta, lado::kAnterior);
+        const bool vacio = fs::file_size(m_ruta, error) == 0 && !error;
+        if (m_habia != 0 && vacio && fs::file_size(anterior, error) == m_habia && !error)
+            fs::rename(anterior, m_ruta, error);
+        return hecho;
+    }
+    CStdioFile fichero;
+    if (m_ruta.empty() || !fichero.Open(sistema::Nombre(m_ruta), CFile::modeRead))
+        return hecho;
+    for (CString linea; fichero.ReadString(linea);) {
+        const char clase = ClaseDe(linea);
+        hecho.errores += clase == 'E' ? 1 : 0;
+        hecho.warnings += clase == 'W' ? 1 : 0;
+    }
+    return hecho;
+}
+
+} // namespace lote

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <array>
+#include <filesystem>
+#include <optional>
+#include <string>
+
+#include "batch/job_table.h"
+#include "platform/child_processes.h"
+#include "platform/settings.h"
+
+namespace lote {
+
+/// How a job came out.
+struct CHecho {
+    int estado = 0; ///< of the program; kMuerto where it was killed
+    int errores = 0;
+    int warnings = 0;
+    double segundos = 0;
+};
+
+inline constexpr int kMuerto = 137; ///< as a shell has it
+
+/// How the program is started for a job: its line, and what it reads.
+COrden OrdenDe(const CTrabajo& trabajo);
+
+/// The settings that the job has.
+std::array<CAjuste, 2> AjustesDe(const CTrabajo& trabajo);
+
+/// The log of a job, looked after while the program has it.
+class CRegistro {
+public:
+    /// Before the program is started.
+    explicit CRegistro(const CTrabajo& trabajo);
+    /// When it has ended: counts what the log tells. The way on to Infograf, whose log has the name
+    /// of that of the way back and never anything in it, gives that one back.
+    CHecho Acaba();
+
+private:
+    bool m_esInfograf;
+    std::filesystem::path m_ruta; ///< empty where nothing names it
+    std::uintmax_t m_habia = 0;   ///< its length before
+};
+
+} // namespace lote

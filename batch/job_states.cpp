@@ -1,0 +1,128 @@
+#include "batch/job_states.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <charconv>
+#include <optional>
+
+#include "batch/batch_texts.h"
+#include "platform/files/cstdio_file.h"
+
+namespace lote {
+namespace {
+
+/// The four numbers of a job that has ended, between tabs.
+std::string Numeros(const CHecho& hecho)
+{
+    return Texto("%d\t%d\t%d\t%.2f", hecho.estado, hecho.errores, hecho.warnings, hecho.segundos);
+}
+
+/// Takes a number and the tab behind it.
+template <class T>
+bool Toma(std::string_view& quedan, T& valor)
+{
+    const auto leido = std::from_chars(quedan.data(), quedan.data() + quedan.size(), valor);
+    const auto largo = static_cast<std::size_t>(leido.ptr - quedan.data());
+    if (leido.ec != std::errc() || largo == quedan.size() || quedan[largo] != '\t')
+        return false;
+    quedan.remove_prefix(largo + 1);
+    return true;
+}
+
+/// Takes the numbers at the start of a line, behind which the job's own stands. Nothing for a line
+/// that was cut short.
+std::optional<CHecho> TomaNumeros(std::string_view& linea)
+{
+    CHecho hecho;
+    if (Toma(linea, hecho.estado) && Toma(linea, hecho.errores) && Toma(linea, hecho.warnings) &&
+        Toma(linea, hecho.segundos))
+        return hecho;
+    return std::nullopt;
+}
+
+} // namespace
+
+bool CEstados::HayAlgo() const
+{
+    std::error_code error;
+    return std::filesystem::is_regular_file(Diario(), error);
+}
+
+void CEstados::Lee()
+{
+    CFile fichero;
+    CFileException fallo;
+    if (!fichero.Open(sistema::Nombre(Diario()), CFile::modeRead, &fallo))
+        throw CFileException(fallo);
+    const std::string todo(fichero.Tramo(static_cast<std::size_t>(fichero.GetLength())));
+    std::string_view quedan = todo;
+    for (std::size_t fin = quedan.find('\n'); fin != std::string_view::npos;
+         fin = quedan.find('\n')) {
+        std::string_view linea = quedan.substr(0, fin);
+        quedan.remove_prefix(fin + 1);
+        if (const auto hecho = TomaNumeros(linea))
+            m_hechos[std::string(linea)] = *hecho;
+    }
+}
+
+void CEstados::Empieza()
+{
+    sistema::Error error;
+    for (const std::filesystem::path& ruta : {Diario(), Tabla()}) {
+        sistema::Borra(ruta, error);
+        if (error && error != std::errc::no_such_file_or_directory)
+            throw CFileException(sistema::Nombre(ruta), error);
+    }
+}
+
+void CEstados::Abre()
+{
+    sistema::Error error;
+    sistema::Borra(Tabla(), error); // it is of an earlier run
+    m_diario.open(Diario(), std::ios::app | std::ios::binary);
+    if (m_diario.tellp() > 0)
+        m_diario << "\n"; // behind a line that a killed run may have left unfinished
+    if (!m_diario.flush())
+        throw CFileException(sistema::Nombre(Diario()), std::make_error_code(std::errc::io_error));
+}
+
+void CEstados::Anota(const CTrabajo& trabajo, const CHecho& hecho)
+{
+    m_hechos[trabajo.linea] = hecho;
+    m_diario << Numeros(hecho) << '\t' << trabajo.linea << '\n';
+    if (!m_diario.flush())
+        throw CFileException(sistema::Nombre(Diario()), std::make_error_code(std::errc::io_error));
+}
+
+const CHecho* CEstados::De(const CTrabajo& trabajo) const
+{
+    const auto hecho = m_hechos.find(trabajo.linea);
+    return hecho != m_hechos.end() ? &hecho->second : nullptr;
+}
+
+int CEstados::Fallidos(const std::vector<CTrabajo>& trabajos) const
+{
+    return static_cast<int>(std::count_if(trabajos.begin(), trabajos.end(), [&](const auto& t) {
+        const CHecho* const hecho = De(t);
+        return hecho == nullptr || hecho->estado != 0;
+    }));
+}
+
+void CEstados::EscribeTabla(const std::vector<CTrabajo>& trabajos) const
+{
+    std::string tabla = textos::kCabeceraEstado;
+    for (const CTrabajo& trabajo : trabajos) {
+        const CHecho* const hecho = De(trabajo);
+        tabla +=
+            Texto("%d\t%s\t%s\t", trabajo.numero, NombreDe(trabajo.traduccion), trabajo.carpeta);
+        tabla += (hecho != nullptr ? Numeros(*hecho) : "-\t-\t-\t-") + "\n";
+    }
+    CFile fichero;
+    CFileException fallo;
+    if (!fichero.Open(sistema::Nombre(Tabla()), CFile::modeCreate | CFile::modeWrite, &fallo))
+        throw CFileException(fallo);
+    fichero.Write(tabla.data(), static_cast<UINT>(tabla.size()));
+    fichero.Close();
+}
+
+} // namespace lote

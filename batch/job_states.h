@@ -1,0 +1,46 @@
+#pragma once
+
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "batch/job_command.h"
+
+namespace lote {
+
+/// What became of the jobs. Each is written down as it ends, so that whoever kills the batch loses
+/// no more than the jobs that were at work; the table of all is written at the end.
+class CEstados {
+public:
+    /// \param carpeta  of the results, which is there
+    explicit CEstados(std::filesystem::path carpeta) : m_carpeta(std::move(carpeta)) {}
+
+    /// Tells whether there is anything to be taken up again.
+    bool HayAlgo() const;
+    /// What an earlier run wrote down.
+    void Lee();
+    /// Nothing is known of any job, and no table of an earlier run passes for that of this one.
+    void Empieza();
+    /// From now on what ends is written down. Raises CFileException, as `Anota` does.
+    void Abre();
+    void Anota(const CTrabajo& trabajo, const CHecho& hecho);
+
+    /// How the job ended the last time; null where it never did.
+    const CHecho* De(const CTrabajo& trabajo) const;
+    /// How many of the jobs failed, or weren't done.
+    int Fallidos(const std::vector<CTrabajo>& trabajos) const;
+    /// Writes the table of all, one line a job, in the order of the jobs. Raises CFileException.
+    void EscribeTabla(const std::vector<CTrabajo>& trabajos) const;
+
+    std::filesystem::path Diario() const { return m_carpeta / "trabajos.log"; }
+    std::filesystem::path Tabla() const { return m_carpeta / "estado.tsv"; }
+
+private:
+    std::filesystem::path m_carpeta;
+    std::ofstream m_diario;
+    std::map<std::string, CHecho, std::less<>> m_hechos; // by the jobs' lines
+};
+
+} // namespace lote

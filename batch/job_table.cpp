@@ -1,0 +1,119 @@
+#include "batch/job_table.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "batch/batch_texts.h"
+#include "platform/files/cstdio_file.h"
+
+namespace lote {
+namespace {
+
+constexpr struct {
+    std::string_view nombre;
+    std::string_view usual;
+} kCampos[] = {
+    {"entrada", "entrada.txt"},
+    {"tipo", "catastro"},
+    {"lista", "poligonos.txt"},
+    {"ortos", "ortos.TOP"},
+    {"modificar", "0"},
+    {"no_en_grafico", "0"},
+    {"no_en_bd", "0"},
+    {"concentradas", "0"},
+    {"modulos", "Modulos.txt"},
+    {"titulares", "Titulares.txt"},
+    {"parcelas", "Parcelas.txt"},
+    {"subparcelas", "Subparcelas.txt"},
+    {"parajes", "Parajes.txt"},
+    {"cotitulares", "Cotitulares.txt"},
+};
+
+constexpr std::string_view kTraducciones[] = {"ida", "vuelta", "infograf"};
+
+std::vector<std::string> Partes(std::string_view linea)
+{
+    std::vector<std::string> partes;
+    while (!linea.empty()) {
+        const std::string_view parte = linea.substr(0, linea.find('\t'));
+        linea.remove_prefix(std::min(parte.size() + 1, linea.size()));
+        if (!parte.empty())
+            partes.emplace_back(parte);
+    }
+    return partes;
+}
+
+void PonCampo(CTrabajo& trabajo, const std::string& parte)
+{
+    const std::size_t igual = parte.find('=');
+    const auto campo = trabajo.campos.find(parte.substr(0, igual));
+    if (igual == std::string::npos || campo == trabajo.campos.end())
+        throw CLineaMala(Texto(textos::kNoHayCampo, parte.substr(0, igual)));
+    campo->second = parte.substr(igual + 1);
+}
+
+CTrabajo LeeTrabajo(const std::string& linea)
+{
+    CTrabajo trabajo;
+    trabajo.linea = linea;
+    const std::vector<std::string> partes = Partes(linea);
+    const std::string_view traduccion = partes.empty() ? std::string_view() : partes.front();
+    const auto* const cual =
+        std::find(std::begin(kTraducciones), std::end(kTraducciones), traduccion);
+    if (cual == std::end(kTraducciones))
+        throw CLineaMala(Texto(textos::kNoHayTraduccion, traduccion));
+    trabajo.traduccion = static_cast<Traduccion>(cual - std::begin(kTraducciones));
+    if (partes.size() < 2)
+        throw CLineaMala(textos::kFaltaCarpeta);
+    trabajo.carpeta = partes[1];
+    for (const auto& campo : kCampos)
+        trabajo.campos.emplace(campo.nombre, campo.usual);
+    for (std::size_t i = 2; i < partes.size(); ++i)
+        PonCampo(trabajo, partes[i]);
+    return trabajo;
+}
+
+bool EsTrabajo(std::string_view linea)
+{
+    return linea.find_first_not_of(" \t\v\f") != std::string_view::npos && linea.front() != '#';
+}
+
+} // namespace
+
+std::string_view NombreDe(Traduccion traduccion)
+{
+    return kTraducciones[static_cast<std::size_t>(traduccion)];
+}
+
+std::vector<CTrabajo> LeeTabla(const std::string& nombre)
+{
+    constexpr std::string_view kMarcaUtf8 = "\xEF\xBB\xBF";
+    CStdioFile fichero;
+    CFileException fallo;
+    if (!fichero.Open(nombre, CFile::modeRead, &fallo))
+        throw CLineaMala(Texto(textos::kNoSeLee, nombre + std::string(fallo.Detalle())));
+    std::vector<CTrabajo> trabajos;
+    std::map<std::string, int, std::less<>> vistas; // the number of each job's line
+    CString leida;
+    for (int numero = 1; fichero.ReadString(leida); ++numero) {
+        std::string_view linea = leida;
+        if (numero == 1 && linea.starts_with(kMarcaUtf8))
+            linea.remove_prefix(kMarcaUtf8.size());
+        if (!EsTrabajo(linea))
+            continue;
+        try {
+            trabajos.push_back(LeeTrabajo(std::string(linea)));
+            const auto [otra, nueva] = vistas.emplace(linea, numero);
+            if (!nueva) // two at a time on the same files
+                throw CLineaMala(Texto(textos::kRepite, otra->second));
+        } catch (const CLineaMala& mala) {
+            throw CLineaMala(Texto(textos::kEnLinea, nombre, numero, mala.what()));
+        }
+        trabajos.back().numero = static_cast<int>(trabajos.size());
+    }
+    if (trabajos.empty())
+        throw CLineaMala(Texto(textos::kSinTrabajos, nombre));
+    return trabajos;
+}
+
+} // namespace lote

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <map>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/format.h"
+
+namespace lote {
+
+/// A text of the batch with its forms filled.
+template <class... T>
+std::string Texto(std::string_view forma, const T&... argumentos)
+{
+    std::string texto;
+    AnexaFormato(texto, forma, {CArgumento(argumentos)...});
+    return texto;
+}
+
+/// What is wrong with the command line or the table, told before anything is begun.
+class CLineaMala : public std::runtime_error {
+    using runtime_error::runtime_error;
+};
+
+enum class Traduccion { Ida, Vuelta, Infograf };
+
+/// A job of the table.
+struct CTrabajo {
+    int numero = 0;    ///< by which the results name it: its place among the table's jobs
+    std::string linea; ///< its content, by which it is known when the table has changed
+    Traduccion traduccion = Traduccion::Ida;
+    std::string carpeta;
+    std::map<std::string, std::string, std::less<>> campos; ///< all of them
+
+    const std::string& Campo(std::string_view nombre) const { return campos.find(nombre)->second; }
+};
+
+/// The name by which tables and results know a translation.
+std::string_view NombreDe(Traduccion traduccion);
+
+/// Reads a table: a job a line, its fields between tabs; blank lines and those that begin with a
+/// "#" don't count. Bytes are taken as they are. Raises CLineaMala for a line that is no job or a
+/// job that is there twice, and CFileException where the table can't be read.
+std::vector<CTrabajo> LeeTabla(const std::string& nombre);
+
+} // namespace lote

@@ -1,0 +1,165 @@
+#include "batch/machines.h"
+
+#include <fstream>
+#include <iterator>
+
+#include "batch/batch_texts.h"
+#include "batch/progress.h"
+#include "platform/files/cfile_exception.h"
+#include "platform/system.h"
+
+namespace lote {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// A part of the jobs, as the batch on another machine has it.
+struct CParte {
+    fs::path tabla;
+    fs::path resultados;
+    std::vector<const CTrabajo*> suyos;
+    std::vector<CTrabajo> alli; ///< the same, their folders by whole paths
+};
+
+/// The job where another current folder is.
+CTrabajo DesdeOtraCarpeta(const CTrabajo& trabajo)
+{
+    CTrabajo otro = trabajo;
+    const std::size_t donde = otro.linea.find(trabajo.carpeta, otro.linea.find('\t'));
+    otro.carpeta = sistema::Nombre(fs::absolute(sistema::Ruta(trabajo.carpeta)));
+    otro.linea.replace(donde, trabajo.carpeta.size(), otro.carpeta);
+    return otro;
+}
+
+std::vector<CParte> Partes(const std::vector<const CTrabajo*>& trabajos, const fs::path& carpeta)
+{
+    constexpr std::size_t kComoMucho = 100; // so that a slow machine keeps nobody waiting for long
+    const std::size_t cada = (trabajos.size() + kComoMucho - 1) / kComoMucho;
+    std::vector<CParte> partes;
+    for (const CTrabajo* trabajo : trabajos) {
+        if (partes.empty() || partes.back().suyos.size() == cada) {
+            const std::string numero = std::to_string(partes.size() + 1);
+            partes.push_back({carpeta / (numero + ".tsv"), carpeta / numero, {}, {}});
+        }
+        partes.back().suyos.push_back(trabajo);
+        partes.back().alli.push_back(DesdeOtraCarpeta(*trabajo));
+    }
+    for (const CParte& parte : partes) {
+        std::ofstream tabla(parte.tabla, std::ios::binary);
+        for (const CTrabajo& trabajo : parte.alli)
+            tabla << trabajo.linea << '\n';
+        if (!tabla.flush())
+            throw CFileException(sistema::Nombre(parte.tabla),
+                                 std::make_error_code(std::errc::io_error));
+    }
+    return partes;
+}
+
+/// What has been done of the parts until now.
+void Recoge(const std::vector<CParte>& partes, const fs::path& carpeta, CEstados& estados)
+{
+    for (const CParte& parte : partes) {
+        CEstados suyos(parte.resultados);
+        if (!suyos.HayAlgo())
+            continue;
+        suyos.Lee();
+        for (std::size_t i = 0; i < parte.suyos.size(); ++i) {
+            const CHecho* const hecho = suyos.De(parte.alli[i]);
+            if (hecho == nullptr)
+                continue;
+            estados.Anota(*parte.suyos[i], *hecho);
+            std::error_code error; // what it said is no more than a help
+            fs::copy_file(parte.resultados / "salidas" / (std::to_string(i + 1) + ".err"),
+                          carpeta / "salidas" / (std::to_string(parte.suyos[i]->numero) + ".err"),
+                          fs::copy_options::overwrite_existing, error);
+        }
+    }
+}
+
+/// How far the parts are.
+void Cuenta(const std::vector<CParte>& partes, CAvance& avance)
+{
+    int hechos = 0;
+    int fallidos = 0;
+    for (const CParte& parte : partes) {
+        CEstados suyos(parte.resultados);
+        if (!suyos.HayAlgo())
+            continue;
+        suyos.Lee();
+        for (const CTrabajo& trabajo : parte.alli)
+            if (const CHecho* const hecho = suyos.De(trabajo); hecho != nullptr) {
+                ++hechos;
+                fallidos += hecho->estado != 0 ? 1 : 0;
+            }
+    }
+    avance.Cuenta(hechos, fallidos);
+}
+
+/// \param lista  for the names of tables and results
+COrden OrdenDeParallel(const std::vector<CParte>& partes, const COpciones& opciones,
+                       const fs::path& lista)
+{
+    COrden orden;
+    orden.programa = sistema::BuscaPrograma("parallel");
+    if (orden.programa.empty())
+        throw CLineaMala(textos::kSinParallel);
+    orden.argumentos = {"--will-cite",
+                        "-j1",
+                        "--sshlogin",
+                        opciones.maquinas,
+                        "--env",
+                        "CAMPIVA",
+                        "--colsep",
+                        "\t",
+                        "--arg-file",
+                        sistema::Nombre(lista),
+                        sistema::Nombre(sistema::FicheroPrograma())};
+    if (opciones.procesos > 0)
+        orden.argumentos.insert(orden.argumentos.end(),
+                                {"--procesos", std::to_string(opciones.procesos)});
+    orden.argumentos.insert(orden.argumentos.end(), {"--resultados", "{2}", "{1}"});
+    std::ofstream nombres(lista, std::ios::binary);
+    for (const CParte& parte : partes)
+        nombres << sistema::Nombre(parte.tabla) << '\t' << sistema::Nombre(parte.resultados)
+                << '\n';
+    if (!nombres.flush())
+        throw CFileException(sistema::Nombre(lista), std::make_error_code(std::errc::io_error));
+    return orden;
+}
+
+} // namespace
+
+void HazEnMaquinas(const std::vector<const CTrabajo*>& trabajos, const COpciones& opciones,
+                   const fs::path& carpeta, CEstados& estados)
+{
+    constexpr std::chrono::seconds kUnRato{2};
+    const fs::path donde = carpeta / "partes";
+    std::error_code sinPartes;
+    fs::remove_all(donde, sinPartes);
+    sistema::Error error;
+    sistema::CreaCarpetas(donde, error);
+    if (error)
+        throw CFileException(sistema::Nombre(donde), error);
+    const std::vector<CParte> partes = Partes(trabajos, donde);
+    COrden orden = OrdenDeParallel(partes, opciones, donde / "partes.tsv");
+    orden.carpeta = carpeta;
+    orden.dicho = carpeta / "parallel.txt";
+    CHijos hijos;
+    hijos.Empieza(orden, error);
+    if (error)
+        throw CFileException(sistema::Nombre(orden.programa), error);
+    std::optional<CHijos::CFin> fin;
+    CAvance avance(static_cast<int>(trabajos.size()));
+    for (bool avisado = false; !fin; fin = hijos.Espera(kUnRato)) {
+        if (sistema::HayQueAcabar() && !std::exchange(avisado, true))
+            hijos.PideAcabar();
+        Cuenta(partes, avance);
+    }
+    Recoge(partes, carpeta, estados);
+    std::ifstream dicho(orden.dicho, std::ios::binary);
+    const std::string texto{std::istreambuf_iterator<char>(dicho), {}};
+    if (fin->estado != 0)
+        sistema::Imprime(stderr, texto);
+}
+
+} // namespace lote

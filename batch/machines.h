@@ -1,0 +1,16 @@
+#pragma once
+
+#include <vector>
+
+#include "batch/batch_options.h"
+#include "batch/job_states.h"
+
+namespace lote {
+
+/// Has the jobs done on several machines: in parts, each of which a batch of its own works off
+/// where GNU parallel sends it. What parallel said stands in the results, and on the standard error
+/// where it failed. Raises CLineaMala where parallel isn't there, and CFileException.
+void HazEnMaquinas(const std::vector<const CTrabajo*>& trabajos, const COpciones& opciones,
+                   const std::filesystem::path& carpeta, CEstados& estados);
+
+} // namespace lote
