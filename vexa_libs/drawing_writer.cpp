@@ -2,14 +2,57 @@
 
 #include <limits>
 
+#include "vexa_libs/binary.h"
 #include "vexa_libs/ring.h"
 
 namespace vexageo {
+namespace {
+
+constexpr std::size_t kEnCuenta = 8; // where a drawing's head counts its entities
+constexpr std::size_t kBytesU32 = 4;
+
+void PonU32(std::string& bytes, std::size_t en, std::uint32_t valor)
+{
+    CEscritor escritor;
+    escritor.U32(valor);
+    bytes.replace(en, kBytesU32, escritor.Hecho());
+}
+
+} // namespace
 
 bool CEscritorDibujo::Abre(const CString& nombre, CFileException* fallo, CConjuntoSalidas* conjunto)
 {
     constexpr UINT kModo = CFile::modeCreate | CFile::modeWrite;
     return m_bin.Open(nombre, kModo, fallo, conjunto);
+}
+
+bool CEscritorDibujo::Sobre(std::string bytes)
+{
+    constexpr auto kMayor = static_cast<std::size_t>(std::numeric_limits<int>::max());
+    if (bytes.size() < CCabeceraDibujo::kBytes || bytes.size() >= kMayor)
+        return false;
+    m_antes = std::move(bytes);
+    m_posicion = static_cast<int>(m_antes.size());
+    return true;
+}
+
+void CEscritorDibujo::Borra(int posicion)
+{
+    constexpr std::size_t kEnEstado = 5;
+    constexpr std::size_t kCabecera = 16;
+    constexpr std::uint64_t kBytesPunto = 12;
+    const std::size_t desde = static_cast<std::size_t>(posicion) - 1;
+    if (posicion < 1 || desde + kCabecera > m_antes.size())
+        return;
+    CLector lector(std::string_view(m_antes).substr(desde + kEnEstado + 1));
+    const std::uint64_t codigo = lector.U16();
+    const std::uint64_t puntos = lector.U32();
+    const std::uint64_t largo = kCabecera + codigo + puntos * kBytesPunto + lector.U32();
+    if (largo + kBytesU32 > m_antes.size() - desde)
+        return;
+    m_antes[desde + kEnEstado] = 1;
+    const auto bytes = static_cast<std::size_t>(largo);
+    PonU32(m_antes, desde + bytes, Crc32(std::string_view(m_antes).substr(desde, bytes)));
 }
 
 int CEscritorDibujo::Rotulo(const CString& codigo, const CString& texto, const CPunto<int>& donde)
@@ -40,9 +83,16 @@ int CEscritorDibujo::Pon(const CEntidadVexa<int>& entidad)
 
 void CEscritorDibujo::Cierra()
 {
-    CCabeceraDibujo cabecera;
-    cabecera.entidades = static_cast<unsigned>(m_entidades.size());
-    cabecera.Write(&m_bin);
+    if (m_antes.empty()) {
+        CCabeceraDibujo cabecera;
+        cabecera.entidades = static_cast<unsigned>(m_entidades.size());
+        cabecera.Write(&m_bin);
+    } else {
+        const std::uint32_t antes = CLector(std::string_view(m_antes).substr(kEnCuenta)).U32();
+        PonU32(m_antes, kEnCuenta, antes + static_cast<std::uint32_t>(m_entidades.size()));
+        m_bin.Write(m_antes.data(), static_cast<UINT>(m_antes.size()));
+        m_antes.clear();
+    }
     for (const auto& entidad : m_entidades)
         entidad->Write(&m_bin);
     m_entidades.clear();

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "platform/files/cfile.h"
@@ -22,6 +23,13 @@ public:
     bool Abre(const CString& nombre, CFileException* fallo = nullptr,
               CConjuntoSalidas* conjunto = nullptr);
 
+    /// Begins with the bytes of a drawing, head included: its entities keep their places, and what
+    /// is added stands behind them. Before anything is added. False, with nothing changed, where
+    /// they have no head or leave no room.
+    bool Sobre(std::string bytes);
+    /// Marks an entity of those bytes as deleted, by its position from 1, where a whole one stands.
+    void Borra(int posicion);
+
     /// Adds a copy of an entity and gives its position in bytes, from 1; 0, with nothing added,
     /// where the drawing has no room left, as positions have 31 bits.
     int Pon(const CEntidadVexa<int>& entidad);
@@ -36,6 +44,7 @@ public:
 
 private:
     CFile m_bin;
+    std::string m_antes;                      // what the drawing begins with; empty for a new one
     int m_posicion = CCabeceraDibujo::kBytes; // where the next entity begins
     std::vector<std::unique_ptr<CEntidadVexa<int>>> m_entidades;
 };
