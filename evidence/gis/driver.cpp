@@ -26,6 +26,12 @@ constexpr const char* kOpcionesCrear = R"(<CreationOptionList>
     <Value>NO</Value><Value>SI</Value></Option>
   <Option name='INVALIDOS' type='string-select' default='NO' description='Dejar fuera los recintos que no se pueden dibujar, en vez de no escribir nada'>
     <Value>NO</Value><Value>SI</Value></Option>
+  <Option name='SUSTITUYE' type='string-select' default='NO' description='Hacer el municipio de nuevo, en vez de cambiar en el que hay lo que trae el origen'>
+    <Value>NO</Value><Value>SI</Value></Option>
+  <Option name='GANAN' type='string-select' default='NADIE' description='Qué campos valen donde se contradicen: parcela, letra, poligono y hoja, o rotulo y entrada; con NADIE se rechaza'>
+    <Value>NADIE</Value><Value>NUMEROS</Value><Value>ROTULOS</Value></Option>
+  <Option name='SIMULA' type='string-select' default='NO' description='Decir lo que cambiaría y no escribir nada'>
+    <Value>NO</Value><Value>SI</Value></Option>
   <Option name='TOLERANCIA_ARCOS' type='float' description='Metros que las cuerdas pueden separarse de sus arcos'/>
 </CreationOptionList>)";
 
@@ -51,6 +57,9 @@ void RegistraVexa()
         return SinExcepciones<GDALDataset*>(
             nullptr, [&] { return CMunicipioNuevo::Crea(lista, bandas, opciones); });
     };
+    // Before a dataset is created GDAL deletes what is there, which is the municipality that is to
+    // change; nobody else deletes one by way of a map either.
+    driver->pfnDelete = [](const char* /*lista*/) { return CE_Failure; };
     driver->pfnIdentify = CDatosMunicipio::Identifica;
     driver->pfnOpen = [](GDALOpenInfo* que) {
         return SinExcepciones<GDALDataset*>(nullptr, [&] { return CDatosMunicipio::Abre(que); });

@@ -121,8 +121,40 @@ private:
     std::vector<std::unique_ptr<OGRLayer>> m_capas;
 };
 
+/// A dataset whose work ends when it is closed. GDAL asks for that from 3.7 on; before, the
+/// destructor of the dataset does it alone.
+class CDatosQueTerminan : public CDatosGdal {
+private:
+    /// Ends the work, which may be asked more than once. False, which was told, where something
+    /// failed.
+    virtual bool Termina() = 0;
+
+    template <class>
+    friend class CDatosQueSeCierran;
+};
+
+#if GDAL_VERSION_NUM >= GDAL_COMPUTE_VERSION(3, 7, 0)
+/// What it is asked with has changed since.
+template <class Firma>
+class CDatosQueSeCierran;
+
+template <class... T>
+class CDatosQueSeCierran<CPLErr (GDALDataset::*)(T...)> : public CDatosQueTerminan {
+public:
+    CPLErr Close(T... argumentos) final
+    {
+        const bool bien = this->Termina();
+        return GDALDataset::Close(argumentos...) == CE_None && bien ? CE_None : CE_Failure;
+    }
+};
+
+using CDatosCerrables = CDatosQueSeCierran<decltype(&GDALDataset::Close)>;
+#else
+using CDatosCerrables = CDatosQueTerminan;
+#endif
+
 /// A dataset that takes new layers.
-class CDatosNuevosGdal : public CDatosGdal {
+class CDatosNuevosGdal : public CDatosCerrables {
 public:
 #if GDAL_VERSION_NUM >= GDAL_COMPUTE_VERSION(3, 12, 0)
     int TestCapability(const char* capacidad) const final

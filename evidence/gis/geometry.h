@@ -38,6 +38,10 @@ struct CFino {
 using CAnilloFino = std::vector<CFino>;
 
 CFino EnFinos(double x, double y); ///< of metres
+inline CFino EnFinos(const vexageo::CPunto<int>& punto)
+{
+    return {punto.X * kFinos, punto.Y * kFinos};
+}
 /// The whole point in whose cell the point lies, in thousandths as well. A cell has its lower edges
 /// and not its upper ones, so that each point lies in one.
 CFino Redondea(const CFino& punto);

@@ -19,6 +19,11 @@ inline constexpr const char* kMun = "MUN";
 inline constexpr const char* kPiezas = "PIEZAS";
 inline constexpr const char* kInvalidos = "INVALIDOS";
 inline constexpr const char* kArcos = "TOLERANCIA_ARCOS";
+inline constexpr const char* kSustituye = "SUSTITUYE";
+inline constexpr const char* kGanan = "GANAN"; ///< NADIE, or one of the next two
+inline constexpr const char* kNumeros = "NUMEROS";
+inline constexpr const char* kRotulos = "ROTULOS";
+inline constexpr const char* kSimula = "SIMULA";
 
 } // namespace opcion
 
@@ -40,7 +45,13 @@ inline constexpr const char* kHoja = "hoja";
 inline constexpr const char* kRotulo = "rotulo";
 inline constexpr const char* kCodigo = "codigo";
 inline constexpr const char* kBorrado = "borrado";
-inline constexpr const char* kNumero = "numero"; ///< of the record
+inline constexpr const char* kNumero = "numero";     ///< of the record
+inline constexpr const char* kPosicion = "posicion"; ///< of an entity in its drawing
+inline constexpr const char* kLinde = "linde";       ///< of a line: it bounds an outline
+inline constexpr const char* kTexto = "texto";
+inline constexpr const char* kClase = "clase"; ///< of a label: a text or a point
+inline constexpr const char* kPunto = "punto";
+inline constexpr const char* kCapa = "capa"; ///< of the outline that a label names
 inline constexpr const char* kX = "rotulo_x";
 inline constexpr const char* kY = "rotulo_y";
 } // namespace capa

@@ -1,8 +1,12 @@
+#include <cstdlib>
 #include <map>
+#include <set>
+#include <utility>
 
 #include "evidence/gis/geometry.h"
 #include "evidence/gis/reading/layers.h"
 #include "evidence/paths.h"
+#include "vexa_libs/topological_polygon.h"
 
 // The layers of what the drawings hold, whether a topology names it or not.
 
@@ -46,6 +50,36 @@ CEntidades Recoge(CMunicipioAbierto& municipio, bool (*quiere)(const vexageo::CT
     return recogidas;
 }
 
+/// The lines that bound an outline, by drawing and position.
+using CLindes = std::set<std::pair<const CPoligonoDibujado*, int>>;
+
+void ApuntaLindes(const vexageo::CPoligonoTopologico& registro, const CPoligonoDibujado* poligono,
+                  CLindes& lindes)
+{
+    for (int i = 0; i < registro.Tramos(); ++i)
+        lindes.emplace(poligono, std::abs(registro.OffsetTramo(i)));
+    for (const vexageo::CPoligonoTopologico& isla : registro.ListaIslas())
+        ApuntaLindes(isla, poligono, lindes);
+}
+
+CLindes Lindes(CMunicipioAbierto& municipio)
+{
+    CLindes lindes;
+    const auto lee = [&](const CString& nombre, const CPoligonoDibujado* poligono) {
+        CFile topologia;
+        if (AbreSiHay(topologia, nombre, kModoDibujo))
+            for (vexageo::CPoligonoTopologico registro; registro.Read(&topologia);)
+                ApuntaLindes(registro, poligono, lindes);
+    };
+    for (const CPoligonoDibujado& poligono : municipio.Poligonos())
+        for (const ClaseTopologia clase :
+             {ClaseTopologia::Parcelas, ClaseTopologia::Subparcelas, ClaseTopologia::Poligonos})
+            lee(FicheroDeLista(municipio.Lista().carpeta, poligono.entrada, ExtensionDe(clase)),
+                &poligono);
+    lee(ConExtension(municipio.Ortos(), ExtensionDe(ClaseTopologia::Hojas)), nullptr);
+    return lindes;
+}
+
 CDueños Dueños(CMunicipioAbierto& municipio)
 {
     CDueños dueños;
@@ -72,7 +106,7 @@ void PonComunes(OGRFeature& elemento, const CEntidad& suya)
     }
     PonTexto(elemento, capa::kCodigo, suya.entidad.Tipo().Codigo());
     elemento.SetField(capa::kBorrado, suya.entidad.Tipo().EsBorrado() ? 1 : 0);
-    elemento.SetField("posicion", suya.posicion);
+    elemento.SetField(capa::kPosicion, suya.posicion);
 }
 
 CListaCampos Campos(const CListaCampos& propios)
@@ -81,14 +115,14 @@ CListaCampos Campos(const CListaCampos& propios)
                 {capa::kEntrada, OFTString},
                 {capa::kCodigo, OFTString},
                 {capa::kBorrado, OFTInteger, OFSTBoolean},
-                {"posicion", OFTInteger}},
+                {capa::kPosicion, OFTInteger}},
                propios);
 }
 
 void PonDueño(OGRFeature& elemento, const CDueño& dueño)
 {
     const CRecintoDibujado& recinto = *dueño.recinto;
-    elemento.SetField("capa", dueño.capa);
+    elemento.SetField(capa::kCapa, dueño.capa);
     elemento.SetField(capa::kNumero, recinto.numero);
     PonTexto(elemento, "estado", NombreEstado(recinto.estado));
     if (recinto.parcela >= 0)
@@ -99,9 +133,9 @@ void PonDueño(OGRFeature& elemento, const CDueño& dueño)
 
 CCapaNueva CapaRotulos(CMunicipioAbierto& municipio, const OGRSpatialReference* referencia)
 {
-    const CListaCampos campos = Campos({{"clase", OFTString},
-                                        {"texto", OFTString},
-                                        {"capa", OFTString},
+    const CListaCampos campos = Campos({{capa::kClase, OFTString},
+                                        {capa::kTexto, OFTString},
+                                        {capa::kCapa, OFTString},
                                         {capa::kNumero, OFTInteger},
                                         {capa::kParcela, OFTInteger},
                                         {"estado", OFTString}});
@@ -110,9 +144,10 @@ CCapaNueva CapaRotulos(CMunicipioAbierto& municipio, const OGRSpatialReference* 
         return FuenteDe(Recoge(municipio, noEsLinea),
                         [dueños = Dueños(municipio)](OGRFeature& elemento, const CEntidad& suya) {
                             PonComunes(elemento, suya);
-                            elemento.SetField("clase",
-                                              suya.entidad.Tipo().EsTexto() ? "texto" : "punto");
-                            PonTexto(elemento, "texto", suya.entidad.Texto());
+                            elemento.SetField(capa::kClase, suya.entidad.Tipo().EsTexto()
+                                                                ? capa::kTexto
+                                                                : capa::kPunto);
+                            PonTexto(elemento, capa::kTexto, suya.entidad.Texto());
                             if (const auto dueño = dueños.find({suya.poligono, suya.posicion});
                                 dueño != dueños.end())
                                 PonDueño(elemento, dueño->second);
@@ -125,11 +160,15 @@ CCapaNueva CapaRotulos(CMunicipioAbierto& municipio, const OGRSpatialReference* 
 CCapaNueva CapaLineas(CMunicipioAbierto& municipio, const OGRSpatialReference* referencia)
 {
     return std::make_unique<CCapa>(
-        capa::kLineas, wkbLineString, referencia, Campos({}), [&municipio] {
+        capa::kLineas, wkbLineString, referencia, Campos({{capa::kLinde, OFTInteger, OFSTBoolean}}),
+        [&municipio] {
             const auto esLinea = [](const vexageo::CTipoDat& tipo) { return tipo.EsLinea(); };
             return FuenteDe(
-                Recoge(municipio, esLinea), [](OGRFeature& elemento, const CEntidad& suya) {
+                Recoge(municipio, esLinea),
+                [lindes = Lindes(municipio)](OGRFeature& elemento, const CEntidad& suya) {
                     PonComunes(elemento, suya);
+                    elemento.SetField(capa::kLinde,
+                                      lindes.contains({suya.poligono, suya.posicion}) ? 1 : 0);
                     elemento.SetGeometryDirectly(LineaDe(suya.entidad.Puntos()).release());
                 });
         });

@@ -1,154 +1,133 @@
 #include "evidence/gis/writing/drawing_maker.h"
 
-#include <memory>
+#include <algorithm>
+#include <limits>
 
 #include <ogr_geometry.h>
 
-#include "cadastre/label_codes.h"
 #include "evidence/gis/complaints.h"
 #include "evidence/gis/geometry.h"
+#include "evidence/gis/writing/contradictions.h"
+#include "evidence/gis/writing/drawn_rings.h"
+#include "evidence/gis/writing/free_entities.h"
+#include "evidence/gis/writing/label_maker.h"
 #include "evidence/gis/writing/label_point.h"
-#include "evidence/gis/writing/overlaps.h"
-#include "evidence/outline_pieces.h"
 #include "evidence/paths.h"
 #include "platform/ansi.h"
+#include "vexa_libs/ccadena.h"
 
 using vexageo::CPoligonoTopologico;
+using vexageo::CPunto;
+using vexageo::CTexto;
 
 namespace {
 
-constexpr const char* kHuecosPerdidos = "agujeros que desaparecen al redondear a centímetros"_ansi;
 constexpr const char* kRotulosMovidos =
     "rótulos que no caían dentro de su recinto y se ponen en su interior"_ansi;
 constexpr const char* kSinInterior =
     "recintos tan estrechos que su rótulo queda en una esquina"_ansi;
-
-/// The state that an outline will be read with.
-EstadoRecinto EstadoDe(const CRecintoEntrante& recinto)
-{
-    return recinto.rotulo ? EstadoPorRotulo(recinto.clase, recinto.codigo, recinto.borrado)
-                          : EstadoRecinto::SinRotulo;
-}
-
-/// The rings around all outlines together; each with its holes.
-std::vector<std::vector<CAnillo>> Alrededor(const OGRMultiPolygon& todas)
-{
-    const std::unique_ptr<OGRGeometry> juntas(todas.UnionCascaded());
-    std::vector<std::vector<CAnillo>> recintos;
-    if (juntas && wkbFlatten(juntas->getGeometryType()) == wkbPolygon)
-        recintos.push_back(AnillosDe(*juntas->toPolygon()));
-    else if (juntas && wkbFlatten(juntas->getGeometryType()) == wkbMultiPolygon)
-        for (const OGRPolygon* poligono : *juntas->toMultiPolygon())
-            recintos.push_back(AnillosDe(*poligono));
-    return recintos;
-}
+constexpr int kDetrasDeTodos = std::numeric_limits<int>::max();
 
 } // namespace
 
-void CNoticias::Apunta(const char* noticia, const CString& nombre)
+bool CDibujoHecho::Compon()
 {
-    constexpr int kConNombre = 10;
-    CCuenta& cuenta = m_cuentas[noticia];
-    if (++cuenta.veces <= kConNombre)
-        cuenta.nombres += (cuenta.nombres.IsEmpty() ? "" : ", ") + nombre;
-    else if (cuenta.veces == kConNombre + 1)
-        cuenta.nombres += "...";
-}
-
-void CNoticias::Dice()
-{
-    for (const auto& [noticia, cuenta] : m_cuentas)
-        AdvierteCon("%d %s: %s", cuenta.veces, noticia.c_str(), cuenta.nombres);
-    m_cuentas.clear();
-}
-
-bool CDibujoHecho::Compon(const std::vector<const CRecintoEntrante*>& entrantes,
-                          const CModoDibujo& modo)
-{
-    for (const CRecintoEntrante* entrante : entrantes)
-        m_redondos.push_back({*entrante, {}});
-    if (!RedondeaRecintos(modo))
+    if (m_antes != nullptr && !m_dibujo.Sobre(m_antes->Bytes()) && m_antes->Falta().IsEmpty()) {
+        FallaCon("el dibujo del polígono %s pasa de dos gigabytes"_ansi, m_pedido.nombre);
         return false;
-    RodeaParcelas();
-    std::vector<CAnillo> todos;
+    }
+    EmparejaRecintos();
+    CRedondeo redondeo(m_pedido, m_antes, m_modo, m_redondos);
+    m_bien = redondeo.Redondea() && m_bien;
+    PreparaTramos(redondeo.Fijos());
+    ComponRegistros();
+    CEntidadesLibres libres(m_pedido, m_antes, m_usadas, m_dibujo, *m_modo.noticias);
+    m_bien = libres.Pon() && m_bien;
+    m_cambiaDibujo = m_cambiaDibujo || libres.Cambia() || m_antes == nullptr;
+    if (m_antes != nullptr)
+        BorraLoQueSobra();
+    m_bien = SePuedeCambiar() && m_bien;
+    return Revisa() && m_bien;
+}
+
+void CDibujoHecho::EmparejaRecintos()
+{
+    std::map<ClaseTopologia, std::vector<CRecintoEntrante>> porClase;
+    for (CRecintoEntrante& recinto : m_pedido.recintos)
+        porClase[recinto.clase].push_back(std::move(recinto));
+    m_pedido.recintos.clear();
+    const std::vector<CDibujoAntes::CRegistro> ninguno;
+    for (auto& [clase, recintos] : porClase) {
+        const std::vector<CPareja> parejas =
+            Empareja(recintos, m_antes == nullptr ? ninguno : m_antes->Registros(clase),
+                     [this](CRecintoEntrante& recinto, const CPareja& pareja) {
+                         const bool resuelto = Resuelve(recinto, pareja, m_antes, m_modo);
+                         m_bien = m_bien && resuelto;
+                         return resuelto;
+                     });
+        for (std::size_t i = 0; i < recintos.size(); ++i)
+            m_redondos.push_back({std::move(recintos[i]), parejas[i], {}});
+    }
+}
+
+void CDibujoHecho::PreparaTramos(std::vector<CAnillo> todos)
+{
     for (const CRedondo& redondo : m_redondos)
         todos.insert(todos.end(), redondo.anillos.begin(), redondo.anillos.end());
     m_tramos = std::make_unique<CTramos>(todos);
-    bool bien = true;
-    for (const CRedondo& redondo : m_redondos)
-        bien = ComponRegistro(redondo.recinto, redondo.anillos, modo) && bien;
-    Relaciona(m_dibujado, {});
-    for (const ClaseTopologia que : {ClaseTopologia::Parcelas, ClaseTopologia::Subparcelas})
-        AvisaSolapes(m_dibujado.Topologia(que), que, m_dibujado.entrada);
-    bien = PermitePiezas(ClaseTopologia::Parcelas, modo) && bien;
-    return PermitePiezas(ClaseTopologia::Subparcelas, modo) && bien;
-}
-
-bool CDibujoHecho::RedondeaRecintos(const CModoDibujo& modo)
-{
-    std::vector<CAnilloFino> finos;
-    for (CRedondo& redondo : m_redondos) {
-        for (CAnilloFino& anillo : redondo.recinto.anillos)
-            finos.push_back(std::move(anillo));
-    }
-    std::vector<CAnillo> todos;
-    if (!Anuda(finos, todos)) {
-        FallaCon("los recintos del polígono de %s no se dejan anudar"_ansi,
-                 m_redondos.front().recinto.nombre);
-        return false;
-    }
-    auto siguiente = todos.begin();
-    bool bien = true;
-    for (CRedondo& redondo : m_redondos) {
-        const auto fin = siguiente + static_cast<std::ptrdiff_t>(redondo.recinto.anillos.size());
-        const bool quedaExterior = siguiente != fin && !siguiente->empty();
-        if (!quedaExterior && modo.saltaInvalidos) {
-            AdvierteCon("Se deja fuera %s: se queda en nada al redondear a centímetros"_ansi,
-                        redondo.recinto.nombre);
-        } else if (!quedaExterior) {
-            FallaCon("%s se queda en nada al redondear a centímetros"_ansi, redondo.recinto.nombre);
-            bien = false;
-        }
-        for (; siguiente != fin; ++siguiente)
-            if (quedaExterior && siguiente->empty())
-                modo.noticias->Apunta(kHuecosPerdidos, redondo.recinto.nombre);
-            else if (quedaExterior)
-                redondo.anillos.push_back(std::move(*siguiente));
-    }
-    std::erase_if(m_redondos, [](const CRedondo& redondo) { return redondo.anillos.empty(); });
-    return bien;
-}
-
-/// A polygon that nobody drew is what its parcels cover. Where they cross, its points lie on none
-/// of them.
-void CDibujoHecho::RodeaParcelas()
-{
-    OGRMultiPolygon parcelas;
-    for (const CRedondo& redondo : m_redondos) {
-        if (redondo.recinto.clase == ClaseTopologia::Poligonos)
-            return;
-        if (redondo.recinto.clase == ClaseTopologia::Parcelas)
-            parcelas.addGeometryDirectly(PoligonoDe(redondo.anillos).release());
-    }
-    if (parcelas.IsEmpty())
+    if (m_antes == nullptr)
         return;
-    CRecintoEntrante recinto;
-    recinto.clase = ClaseTopologia::Poligonos;
-    recinto.codigo = kCodigoPoligono;
-    const int polig = LeeEntero(m_redondos.front().recinto.entrada);
-    recinto.rotulo.emplace().Format("%d", polig);
-    recinto.nombre.Format("el polígono %d"_ansi, polig);
-    for (std::vector<CAnillo>& anillos : Alrededor(parcelas))
-        m_redondos.push_back({recinto, std::move(anillos)});
+    m_tramos->ConAlturas([this](const CPunto<int>& punto) { return m_antes->ConAltura(punto); });
+    for (const auto& [posicion, entidad] : m_antes->Entidades())
+        if (entidad.Tipo().EsLinea() && !entidad.Tipo().EsBorrado() &&
+            m_antes->EsDeRecinto(posicion))
+            m_tramos->Conoce(posicion, entidad.Puntos());
 }
 
-bool CDibujoHecho::ComponRegistro(CRecintoEntrante recinto, const std::vector<CAnillo>& anillos,
-                                  const CModoDibujo& modo)
+void CDibujoHecho::ComponRegistros()
 {
-    std::vector<CPoligonoTopologico>& registros = m_registros[recinto.clase];
-    const int numero = recinto.numero.value_or(static_cast<int>(registros.size()) + 1);
+    if (m_antes == nullptr)
+        m_cambiadas.insert(m_pedido.clases.begin(), m_pedido.clases.end());
+    for (const ClaseTopologia clase : m_pedido.clases) {
+        m_registros[clase];
+        if (m_antes != nullptr)
+            for (const CDibujoAntes::CRegistro& registro : m_antes->Registros(clase))
+                m_numeros[clase] = std::max(m_numeros[clase], registro.registro.NumPoligono());
+    }
+    for (const CRedondo& redondo : m_redondos) {
+        if (redondo.pareja.mismoContorno)
+            ConservaRegistro(redondo);
+        else
+            m_bien = ComponRegistro(redondo) && m_bien;
+    }
+    if (m_antes != nullptr)
+        ConservaLoDemas();
+    for (auto& [clase, hechos] : m_registros) {
+        std::stable_sort(hechos.begin(), hechos.end(),
+                         [](const auto& a, const auto& b) { return a.orden < b.orden; });
+        for (const CRegistroHecho& hecho : hechos)
+            ApuntaPosiciones(hecho.suyo, m_usadas);
+    }
+}
+
+/// The number of an outline's record: as the source says, as it was, or the next one.
+int CDibujoHecho::NumeroDe(const CRedondo& redondo)
+{
+    if (redondo.recinto.numero)
+        return *redondo.recinto.numero;
+    if (redondo.pareja.antes != nullptr)
+        return redondo.pareja.antes->registro.NumPoligono();
+    if (m_antes != nullptr)
+        return ++m_numeros[redondo.recinto.clase];
+    return static_cast<int>(m_registros[redondo.recinto.clase].size()) + 1;
+}
+
+bool CDibujoHecho::ComponRegistro(const CRedondo& redondo)
+{
+    const CRecintoEntrante& recinto = redondo.recinto;
+    const int numero = NumeroDe(redondo);
     std::vector<CPoligonoTopologico> partes; // the outline, then its islands
-    for (const CAnillo& anillo : anillos) {
+    for (const CAnillo& anillo : redondo.anillos) {
         const std::vector<int> tramos = m_tramos->Pon(anillo, m_dibujo);
         if (tramos.empty()) {
             FallaCon("el dibujo pasa de dos gigabytes: no cabe %s"_ansi, recinto.nombre);
@@ -158,83 +137,197 @@ bool CDibujoHecho::ComponRegistro(CRecintoEntrante recinto, const std::vector<CA
             numero, partes.empty() ? CPoligonoTopologico::kParcela : CPoligonoTopologico::kIsla,
             anillo, tramos));
     }
-    const CPuntoRotulo sitio = SituaRotulo(anillos, recinto.punto);
+    const CDibujoAntes::CRegistro* antes = redondo.pareja.antes;
+    const bool hayPunto = recinto.punto.has_value() || antes == nullptr;
+    const CPuntoRotulo sitio =
+        SituaRotulo(redondo.anillos, hayPunto ? recinto.punto : antes->dibujado.punto);
     if (!sitio.dentro)
-        modo.noticias->Apunta(kSinInterior, recinto.nombre);
+        m_modo.noticias->Apunta(kSinInterior, recinto.nombre);
     else if (recinto.punto && recinto.rotulo && !sitio.comoSePide)
-        modo.noticias->Apunta(kRotulosMovidos, recinto.nombre);
-    int rotulo = 0;
-    if (recinto.rotulo) {
-        vexageo::CTexto<int> texto(recinto.codigo);
-        texto.SetTexto(*recinto.rotulo);
-        texto.Puntos().push_back(sitio.punto);
-        texto.Tipo().SetBorrado(recinto.borrado);
-        rotulo = m_dibujo.Pon(texto);
-    }
+        m_modo.noticias->Apunta(kRotulosMovidos, recinto.nombre);
     CPoligonoTopologico registro = std::move(partes.front());
-    vexageo::PonRotulo(registro, rotulo, sitio.punto);
+    vexageo::PonRotulo(registro, PonRotulo(recinto, antes, sitio.punto), sitio.punto);
     for (std::size_t i = 1; i < partes.size(); ++i)
         registro.InsertaIsla(partes[i]);
-    ApuntaDibujado(recinto, anillos, registro);
-    registros.push_back(std::move(registro));
+    CRecintoDibujado dibujado = DibujadoDe(recinto, redondo.anillos, registro);
+    const bool nuevoRotulo = antes == nullptr || antes->dibujado.rotulo != dibujado.rotulo;
+    m_registros[recinto.clase].push_back(
+        {{std::move(registro), {}, std::move(dibujado)},
+         {recinto.nombre, recinto.parcela, true, nuevoRotulo},
+         antes == nullptr ? kDetrasDeTodos : redondo.pareja.orden});
+    m_cambiadas.insert(recinto.clase);
+    m_cambiaDibujo = true;
+    ++(antes == nullptr ? m_cambios.nuevos : m_cambios.cambiados);
     return true;
 }
 
-void CDibujoHecho::ApuntaDibujado(const CRecintoEntrante& recinto,
-                                  const std::vector<CAnillo>& anillos,
-                                  const CPoligonoTopologico& registro)
+/// Keeps the record of an outline whose rings came as they were.
+void CDibujoHecho::ConservaRegistro(const CRedondo& redondo)
 {
-    if (recinto.clase != ClaseTopologia::Parcelas && recinto.clase != ClaseTopologia::Subparcelas)
-        return;
-    CRecintoDibujado dibujado;
-    dibujado.estado = EstadoDe(recinto);
-    dibujado.rotulo = recinto.rotulo.value_or(CString());
-    dibujado.punto = registro.PuntoInterior();
-    dibujado.areaRegistro = registro.Area();
-    dibujado.contorno = anillos.front();
-    for (std::size_t i = 1; i < anillos.size(); ++i)
-        dibujado.islas.push_back({anillos[i], 0, true});
-    m_dibujado.entrada = recinto.entrada;
-    (recinto.clase == ClaseTopologia::Parcelas ? m_dibujado.parcelas : m_dibujado.subparcelas)
-        .recintos.push_back(std::move(dibujado));
+    const CRecintoEntrante& recinto = redondo.recinto;
+    CRegistroHecho hecho{*redondo.pareja.antes,
+                         {recinto.nombre, recinto.parcela, false, false},
+                         redondo.pareja.orden};
+    const int numero = recinto.numero.value_or(hecho.suyo.registro.NumPoligono());
+    const bool otroNumero = numero != hecho.suyo.registro.NumPoligono();
+    hecho.suyo.registro.NumPoligono(numero);
+    const bool otroRotulo = !EsElMismoRotulo(recinto, hecho.suyo.dibujado);
+    if (otroRotulo)
+        CambiaRotulo(recinto, hecho);
+    if (otroNumero || otroRotulo)
+        m_cambiadas.insert(recinto.clase);
+    ++(otroNumero || otroRotulo ? m_cambios.cambiados : m_cambios.iguales);
+    m_registros[recinto.clase].push_back(std::move(hecho));
 }
 
-/// Tells what the way back will lose of each parcel, or letter, that stands in several outlines.
-bool CDibujoHecho::PermitePiezas(ClaseTopologia que, const CModoDibujo& modo) const
+void CDibujoHecho::CambiaRotulo(const CRecintoEntrante& recinto, CRegistroHecho& hecho)
 {
-    const std::vector<CRecintoDibujado>& recintos = m_dibujado.Topologia(que).recintos;
-    const auto piezas = ReunePiezas(recintos);
-    bool permitidas = true;
-    for (const CRecintoDibujado& recinto : recintos) {
-        if (recinto.piezas < 2 || recinto.pieza < recinto.piezas) // once, at the last one
-            continue;
-        CString frase;
-        frase.Format("%s del polígono %s está en %d recintos: la vuelta toma el último, de %.2lf "
-                     "m2, y pierde %.2lf m2 de los otros"_ansi,
-                     NombreDePieza(recinto, que), m_dibujado.entrada, recinto.piezas,
-                     recinto.areaRegistro, piezas.at(ClaveDePieza(recinto)).AreaPerdida());
-        if (modo.admitePiezas)
-            Advierte(frase);
-        else
-            Falla(frase + ". Con la opción PIEZAS=SI se escribe así"_ansi);
-        permitidas = permitidas && modo.admitePiezas;
+    const CDibujoAntes::CRegistro antes = hecho.suyo;
+    CPoligonoTopologico& registro = hecho.suyo.registro;
+    CRecintoDibujado& dibujado = hecho.suyo.dibujado;
+    CPunto<int> punto = dibujado.punto;
+    if (recinto.punto && !EnElMismoSitio(*recinto.punto, punto)) {
+        const std::vector<CAnillo> anillos = AnillosDe(dibujado);
+        punto = anillos.empty() ? *recinto.punto : SituaRotulo(anillos, recinto.punto).punto;
+        if (!EnElMismoSitio(punto, *recinto.punto))
+            m_modo.noticias->Apunta(kRotulosMovidos, recinto.nombre);
     }
-    return permitidas;
+    const int posicion = PonRotulo(recinto, &antes, punto);
+    if (posicion > 0 && dibujado.posicionRotulo > 0 && EnElMismoSitio(punto, dibujado.punto))
+        registro.OffsetCentroide(posicion);
+    else
+        vexageo::PonRotulo(registro, posicion, m_antes->ConAltura(punto));
+    dibujado.punto = punto;
+    dibujado.rotulo = recinto.rotulo.value_or(CString());
+    if (dibujado.estado != EstadoRecinto::OtraClase)
+        dibujado.estado = recinto.rotulo
+                              ? EstadoPorRotulo(recinto.clase, recinto.Codigo(), recinto.Borrado())
+                              : EstadoRecinto::SinRotulo;
+    hecho.revisado.nuevoRotulo = true;
 }
 
-void CDibujoHecho::Graba(const CString& base,
-                         std::initializer_list<std::pair<ClaseTopologia, const char*>> ficheros,
-                         CConjuntoSalidas& salidas)
+/// Puts the label of an outline into the drawing, or finds the one that it had. Gives its position,
+/// 0 for none.
+int CDibujoHecho::PonRotulo(const CRecintoEntrante& recinto, const CDibujoAntes::CRegistro* antes,
+                            const CPunto<int>& punto)
 {
+    if (!recinto.rotulo)
+        return 0;
+    const CTexto<int>* viejo = antes == nullptr ? nullptr : m_antes->RotuloDe(*antes);
+    if (viejo != nullptr && !viejo->Tipo().EsTexto())
+        viejo = nullptr;
+    const CTexto<int> texto =
+        RotuloDe(recinto, viejo, m_antes == nullptr ? punto : m_antes->ConAltura(punto));
+    if (viejo != nullptr && EsElMismo(*viejo, texto))
+        return antes->dibujado.posicionRotulo;
+    m_cambiaDibujo = true;
+    return m_dibujo.Pon(texto);
+}
+
+/// The kinds that the source doesn't bring stay; of those that it brings, what didn't come goes.
+void CDibujoHecho::ConservaLoDemas()
+{
+    for (const ClaseTopologia clase : m_antes->Clases()) {
+        const std::vector<CDibujoAntes::CRegistro>& registros = m_antes->Registros(clase);
+        if (m_pedido.traidas.Hay(clase)) {
+            const auto quedan = std::count_if(
+                m_registros[clase].begin(), m_registros[clase].end(),
+                [](const CRegistroHecho& hecho) { return hecho.orden != kDetrasDeTodos; });
+            const int quitados = static_cast<int>(registros.size()) - static_cast<int>(quedan);
+            m_cambios.quitados += quitados;
+            if (quitados > 0)
+                m_cambiadas.insert(clase);
+            continue;
+        }
+        int orden = 0;
+        for (const CDibujoAntes::CRegistro& registro : registros)
+            m_registros[clase].push_back({registro, {}, orden++});
+    }
+}
+
+/// Marks as deleted what outlines named and none names any longer.
+void CDibujoHecho::BorraLoQueSobra()
+{
+    for (const auto& [posicion, entidad] : m_antes->Entidades()) {
+        if (!m_antes->EsDeRecinto(posicion) || m_usadas.contains(posicion) ||
+            entidad.Tipo().EsBorrado())
+            continue;
+        m_dibujo.Borra(posicion);
+        m_cambiaDibujo = true;
+    }
+}
+
+/// Tells whether the drawing that is there can be changed; where not, it was told why.
+bool CDibujoHecho::SePuedeCambiar() const
+{
+    if (m_antes == nullptr || !Cambia())
+        return true;
+    CString falta = m_antes->Falta();
+    for (const ClaseTopologia clase : m_cambiadas)
+        if (falta.IsEmpty())
+            falta = m_antes->FaltaDe(clase);
+    // A record that names a place behind the drawing's end would get what is put there.
+    std::set<int> deAntes;
+    for (const auto& [clase, hechos] : m_registros)
+        for (const CRegistroHecho& hecho : hechos)
+            if (!hecho.revisado.nuevoContorno && !hecho.revisado.nuevoRotulo)
+                ApuntaPosiciones(hecho.suyo, deAntes);
+    if (falta.IsEmpty() && !deAntes.empty() &&
+        static_cast<std::size_t>(*deAntes.rbegin()) > m_antes->Bytes().size())
+        falta = "sus topologías están fuera de fecha"_ansi;
+    if (falta.IsEmpty())
+        return true;
+    FallaCon(
+        "el dibujo %s no se puede cambiar: %s. Con la opción SUSTITUYE=SI se hace uno nuevo"_ansi,
+        m_pedido.nombre, falta);
+    return false;
+}
+
+bool CDibujoHecho::Revisa() const
+{
+    if (!m_registros.contains(ClaseTopologia::Parcelas))
+        return true;
+    CPoligonoDibujado poligono;
+    poligono.entrada = m_pedido.nombre;
+    poligono.polig = LeeEntero(m_pedido.nombre);
+    CRevisados revisados;
+    for (const auto& [clase, hechos] : m_registros) {
+        CTopologiaDibujada& topologia = clase == ClaseTopologia::Parcelas ? poligono.parcelas
+                                        : clase == ClaseTopologia::Subparcelas
+                                            ? poligono.subparcelas
+                                            : poligono.poligonos;
+        for (const CRegistroHecho& hecho : hechos) {
+            topologia.recintos.push_back(hecho.suyo.dibujado);
+            revisados[clase].push_back(hecho.revisado);
+        }
+    }
+    revisados[ClaseTopologia::Parcelas];
+    revisados[ClaseTopologia::Subparcelas];
+    return RevisaDibujo(std::move(poligono), revisados, m_modo);
+}
+
+void CDibujoHecho::Graba(const CString& base, CConjuntoSalidas& salidas)
+{
+    const auto nombre = [&](const char* extension) {
+        return m_antes == nullptr ? CString(ConExtension(base, extension))
+                                  : m_antes->Nombre(extension);
+    };
     CFileException fallo;
-    if (!m_dibujo.Abre(base + ".BIN", &fallo, &salidas))
-        throw CFileException(fallo);
-    m_dibujo.Cierra();
-    for (const auto& [clase, extension] : ficheros) {
+    if (m_cambiaDibujo) {
+        if (!m_dibujo.Abre(nombre(kExtensionDibujo), &fallo, &salidas))
+            throw CFileException(fallo);
+        m_dibujo.Cierra();
+    }
+    for (const ClaseTopologia clase : m_pedido.clases) {
+        if (!m_cambiadas.contains(clase))
+            continue;
         CFile topologia;
-        CreaSalida(topologia, base + extension, salidas);
-        for (const CPoligonoTopologico& registro : m_registros[clase])
-            registro.Write(&topologia);
+        CreaSalida(topologia, nombre(ExtensionDe(clase)), salidas);
+        for (const CRegistroHecho& hecho : m_registros[clase]) {
+            hecho.suyo.registro.Write(&topologia);
+            for (const CPoligonoTopologico& isla : hecho.suyo.detras)
+                isla.Write(&topologia);
+        }
         topologia.Close();
     }
 }

@@ -1,72 +1,79 @@
 #pragma once
 
-#include <initializer_list>
 #include <map>
 #include <memory>
-#include <string>
-#include <utility>
+#include <set>
 #include <vector>
 
-#include "evidence/drawn_polygon.h"
-#include "evidence/gis/writing/outline_input.h"
+#include "evidence/gis/writing/drawing_request.h"
+#include "evidence/gis/writing/drawing_review.h"
+#include "evidence/gis/writing/old_drawing.h"
+#include "evidence/gis/writing/outline_rounding.h"
 #include "evidence/gis/writing/stretches.h"
 #include "platform/files/output_set.h"
 
-/// What is told once for many outlines: how many there were, and the first of them by name.
-class CNoticias {
-public:
-    /// Counts an outline.
-    /// \param noticia  what is told of it, code page 1252
-    /// \param nombre   of the outline
-    void Apunta(const char* noticia, const CString& nombre);
-    /// Tells all and forgets them.
-    void Dice();
-
-private:
-    struct CCuenta {
-        int veces = 0;
-        CString nombres;
-    };
-    std::map<std::string, CCuenta> m_cuentas;
+/// What became of the outlines of a drawing.
+struct CCambiosDibujo {
+    int nuevos = 0;
+    int cambiados = 0;
+    int quitados = 0;
+    int iguales = 0;
 };
 
-/// How drawings are made where there is a choice.
-struct CModoDibujo {
-    bool admitePiezas = false;   ///< parcels and letters in several outlines are written
-    bool saltaInvalidos = false; ///< outlines that can't be drawn are left out
-    CNoticias* noticias = nullptr;
-};
-
-/// A drawing with its topologies, made from the outlines of one polygon or from the sheets.
+/// A drawing with its topologies: a new one, or one that is there, in which what the source doesn't
+/// change keeps its bytes.
 class CDibujoHecho {
 public:
-    /// Nodes the outlines, cuts them into lines and composes the records. False, which was told,
-    /// where an outline can't be drawn or stands in several pieces and the mode takes neither.
-    bool Compon(const std::vector<const CRecintoEntrante*>& entrantes, const CModoDibujo& modo);
+    /// \param antes  the drawing that is there; null for none
+    CDibujoHecho(CPedidoDibujo pedido, const CDibujoAntes* antes, const CModoDibujo& modo)
+        : m_pedido(std::move(pedido)), m_antes(antes), m_modo(modo)
+    {
+    }
 
-    /// Writes the drawing and the topologies with these extensions, in the order given. They take
-    /// their places when `salidas` is confirmed. Raises CFileException.
+    /// Nodes the outlines, cuts them into lines and composes the records. False, which was told,
+    /// where something of the source can't be drawn.
+    bool Compon();
+
+    /// Writes the files that change. They take their places when `salidas` is confirmed. Raises
+    /// CFileException.
     /// \param base  path of the files without their extension
-    void Graba(const CString& base,
-               std::initializer_list<std::pair<ClaseTopologia, const char*>> ficheros,
-               CConjuntoSalidas& salidas);
+    void Graba(const CString& base, CConjuntoSalidas& salidas);
+
+    const CCambiosDibujo& Cambios() const { return m_cambios; }
+    bool Cambia() const { return m_cambiaDibujo || !m_cambiadas.empty(); }
 
 private:
-    bool RedondeaRecintos(const CModoDibujo& modo);
-    void RodeaParcelas();
-    bool ComponRegistro(CRecintoEntrante recinto, const std::vector<CAnillo>& anillos,
-                        const CModoDibujo& modo);
-    void ApuntaDibujado(const CRecintoEntrante& recinto, const std::vector<CAnillo>& anillos,
-                        const vexageo::CPoligonoTopologico& registro);
-    bool PermitePiezas(ClaseTopologia que, const CModoDibujo& modo) const;
-
-    struct CRedondo {
-        CRecintoEntrante recinto;
-        std::vector<CAnillo> anillos; ///< the outer one first; no empty ones
+    struct CRegistroHecho {
+        CDibujoAntes::CRegistro suyo;
+        CRecintoRevisado revisado;
+        int orden = 0; ///< place that it had; behind all others for a new one
     };
+
+    void EmparejaRecintos();
+    void PreparaTramos(std::vector<CAnillo> todos);
+    void ComponRegistros();
+    bool ComponRegistro(const CRedondo& redondo);
+    void ConservaRegistro(const CRedondo& redondo);
+    void CambiaRotulo(const CRecintoEntrante& recinto, CRegistroHecho& hecho);
+    int PonRotulo(const CRecintoEntrante& recinto, const CDibujoAntes::CRegistro* antes,
+                  const vexageo::CPunto<int>& punto);
+    int NumeroDe(const CRedondo& redondo);
+    void ConservaLoDemas();
+    void BorraLoQueSobra();
+    bool SePuedeCambiar() const;
+    bool Revisa() const;
+
+    CPedidoDibujo m_pedido;
+    const CDibujoAntes* m_antes;
+    CModoDibujo m_modo;
+    bool m_bien = true;
     std::vector<CRedondo> m_redondos;
     std::unique_ptr<CTramos> m_tramos;
     vexageo::CEscritorDibujo m_dibujo;
-    std::map<ClaseTopologia, std::vector<vexageo::CPoligonoTopologico>> m_registros;
-    CPoligonoDibujado m_dibujado; ///< the same as it will be read
+    std::map<ClaseTopologia, std::vector<CRegistroHecho>> m_registros;
+    std::map<ClaseTopologia, int> m_numeros; // the last one given
+    std::set<int> m_usadas;                  // positions that the records name
+    std::set<ClaseTopologia> m_cambiadas;    // topologies that are written
+    bool m_cambiaDibujo = false;
+    CCambiosDibujo m_cambios;
 };

@@ -128,11 +128,21 @@ std::vector<CNudo> NudosDe(const std::vector<CArista>& aristas, bool atraen)
     return nudos;
 }
 
+/// The points of rings that stay as nodes.
+std::vector<CNudo> NudosDe(const std::vector<CAnillo>& fijos, bool atraen)
+{
+    std::vector<CNudo> nudos;
+    for (const CAnillo& anillo : fijos)
+        for (const vexageo::CPunto<int>& punto : anillo)
+            nudos.push_back({EnFinos(punto), atraen});
+    return nudos;
+}
+
 /// Nodes and rounds until nothing is left to be noded. Rounding moves an edge by half a unit, which
 /// may lead it into the cell of a node that it passed before; the next round takes it there, and a
 /// round that changes nothing is the last. The bound is for points so crowded that rounding keeps
 /// pushing them about: those are told as rings that can't be noded.
-bool AnudaHastaQueCuadra(std::vector<CAnilloFino>& anillos)
+bool AnudaHastaQueCuadra(const std::vector<CNudo>& fijos, std::vector<CAnilloFino>& anillos)
 {
     constexpr int kVueltas = 10;
     for (int vuelta = 0; vuelta < kVueltas; ++vuelta) {
@@ -145,6 +155,7 @@ bool AnudaHastaQueCuadra(std::vector<CAnilloFino>& anillos)
         std::vector<CNudo> nudos = NudosDe(anudadas, true);
         const std::vector<CNudo> suyos = NudosDe(aristas, true);
         nudos.insert(nudos.end(), suyos.begin(), suyos.end());
+        nudos.insert(nudos.end(), fijos.begin(), fijos.end());
         Lleva(anillos, nudos);
     }
     return false;
@@ -163,13 +174,18 @@ CAnillo AnilloEntero(const CAnilloFino& anillo)
 
 } // namespace
 
-bool Anuda(const std::vector<CAnilloFino>& anillos, std::vector<CAnillo>& redondos)
+bool Anuda(const std::vector<CAnilloFino>& anillos, const std::vector<CAnillo>& fijos,
+           std::vector<CAnillo>& redondos)
 {
     std::vector<CAnilloFino> llevados = anillos;
-    if (SonRedondos(llevados))
-        Lleva(llevados, NudosDe(AristasDe(llevados), false));
-    else if (!AnudaHastaQueCuadra(llevados))
+    if (SonRedondos(llevados)) {
+        std::vector<CNudo> nudos = NudosDe(AristasDe(llevados), false);
+        const std::vector<CNudo> otros = NudosDe(fijos, false);
+        nudos.insert(nudos.end(), otros.begin(), otros.end());
+        Lleva(llevados, nudos);
+    } else if (!AnudaHastaQueCuadra(NudosDe(fijos, true), llevados)) {
         return false;
+    }
     redondos.clear();
     for (const CAnilloFino& anillo : llevados)
         redondos.push_back(AnilloEntero(anillo));

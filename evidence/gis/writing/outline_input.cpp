@@ -26,46 +26,9 @@ constexpr const char* kCapas[] = {capa::kParcelas, capa::kSubparcelas, capa::kPo
                                   capa::kHojas};
 constexpr const char* kCodigos[] = {kCodigoParcela, kCodigoSubparcela, kCodigoPoligono,
                                     kCodigoHoja};
+constexpr const char* kEnGrados =
+    "está en grados: reproyecte antes a coordenadas en metros (-t_srs)"_ansi;
 constexpr const char* kNombres[] = {"la parcela", "la subparcela", "el polígono"_ansi, "la hoja"};
-
-/// A text of GDAL as one of the program.
-CString Ansi(const char* utf8)
-{
-    const CPLString texto(CPLString(utf8).Recode(CPL_ENC_UTF8, "CP1252"));
-    return {std::string_view(texto)};
-}
-
-/// The fields of a feature, by the names that drawings are read with.
-class CCamposElemento {
-public:
-    explicit CCamposElemento(const OGRFeature& elemento) : m_elemento(elemento) {}
-
-    bool Hay(const char* nombre) const { return m_elemento.GetFieldIndex(nombre) >= 0; }
-    std::optional<CString> Texto(const char* nombre) const
-    {
-        const int i = Puesto(nombre);
-        return i < 0 ? std::nullopt : std::optional(Ansi(m_elemento.GetFieldAsString(i)));
-    }
-    std::optional<int> Entero(const char* nombre) const
-    {
-        const int i = Puesto(nombre);
-        return i < 0 ? std::nullopt : std::optional(m_elemento.GetFieldAsInteger(i));
-    }
-    std::optional<double> Real(const char* nombre) const
-    {
-        const int i = Puesto(nombre);
-        return i < 0 ? std::nullopt : std::optional(m_elemento.GetFieldAsDouble(i));
-    }
-
-private:
-    int Puesto(const char* nombre) const
-    {
-        const int i = m_elemento.GetFieldIndex(nombre);
-        return i >= 0 && m_elemento.IsFieldSetAndNotNull(i) ? i : -1;
-    }
-
-    const OGRFeature& m_elemento;
-};
 
 CString EnTexto(const std::optional<int>& numero)
 {
@@ -75,30 +38,92 @@ CString EnTexto(const std::optional<int>& numero)
     return texto;
 }
 
-/// The label that the other fields make where there is no field for it.
-std::optional<CString> RotuloUsual(ClaseTopologia clase, const CCamposElemento& campos)
+/// The digits that a subparcel's label has in front of its letter; none where it has no number
+/// there.
+std::optional<int> ParcelaDelRotulo(const CString& rotulo)
 {
-    const std::optional<int> parcela = campos.Entero(capa::kParcela);
-    switch (clase) {
+    const CString delante = rotulo.Left(std::max(rotulo.Find('-'), 0));
+    const bool numero = !delante.IsEmpty() && std::string_view(delante).find_first_not_of(
+                                                  "0123456789") == std::string_view::npos;
+    return numero ? std::optional(LeeEntero(delante)) : std::nullopt;
+}
+
+/// The label that the other fields make; none where they say nothing.
+std::optional<CString> RotuloPorNumeros(const CRecintoEntrante& recinto,
+                                        const std::optional<CString>& hoja)
+{
+    switch (recinto.clase) {
     case ClaseTopologia::Parcelas:
-        return parcela ? std::optional(EnTexto(parcela)) : std::nullopt;
-    case ClaseTopologia::Subparcelas: {
-        const std::optional<CString> letra = campos.Texto(capa::kLetra);
-        return letra ? std::optional(EnTexto(parcela) + "-" + *letra) : std::nullopt;
-    }
+        return recinto.parcela ? std::optional(EnTexto(recinto.parcela)) : std::nullopt;
+    case ClaseTopologia::Subparcelas:
+        if (recinto.letra)
+            return EnTexto(recinto.parcela) + "-" + *recinto.letra;
+        return recinto.parcela && recinto.rotulo
+                   ? std::optional(EnTexto(recinto.parcela) + "-" + LetraDelRotulo(*recinto.rotulo))
+                   : std::nullopt;
     case ClaseTopologia::Poligonos:
-        return EnTexto(campos.Entero(capa::kPoligono));
+        return recinto.de.poligono ? std::optional(EnTexto(recinto.de.poligono)) : std::nullopt;
     case ClaseTopologia::Hojas:
-        return campos.Texto(capa::kHoja);
+        return hoja;
     }
     return std::nullopt;
+}
+
+/// What the fields of an outline with a label say against that label; empty for nothing.
+CString ContradiccionDe(const CRecintoEntrante& recinto)
+{
+    const CString& rotulo = *recinto.rotulo;
+    const auto frase = [&](const char* campo, const CString& dice) {
+        CString texto;
+        texto.Format("su campo %s dice %s y su rótulo dice \"%s\""_ansi, campo, dice, rotulo);
+        return texto;
+    };
+    const bool dicha = recinto.clase == ClaseTopologia::Parcelas ? recinto.parcela.has_value()
+                                                                 : recinto.letra.has_value();
+    if (dicha && EstadoPorRotulo(recinto.clase, recinto.Codigo(), recinto.Borrado()) !=
+                     EstadoRecinto::Valido)
+        return recinto.clase == ClaseTopologia::Parcelas
+                   ? frase(capa::kParcela, EnTexto(recinto.parcela)) + ", que no vale"
+                   : frase(capa::kLetra, *recinto.letra) + ", que no vale";
+    if (recinto.clase == ClaseTopologia::Parcelas && recinto.parcela &&
+        *recinto.parcela != LeeEntero(rotulo))
+        return frase(capa::kParcela, EnTexto(recinto.parcela));
+    if (recinto.clase == ClaseTopologia::Poligonos && recinto.de.poligono &&
+        *recinto.de.poligono != LeeEntero(rotulo))
+        return frase(capa::kPoligono, EnTexto(recinto.de.poligono));
+    if (recinto.clase == ClaseTopologia::Hojas && recinto.porNumeros &&
+        *recinto.porNumeros != rotulo)
+        return frase(capa::kHoja, *recinto.porNumeros);
+    if (recinto.clase != ClaseTopologia::Subparcelas)
+        return {};
+    if (recinto.letra && *recinto.letra != LetraDelRotulo(rotulo))
+        return frase(capa::kLetra, *recinto.letra);
+    const std::optional<int> delante = ParcelaDelRotulo(rotulo);
+    return recinto.parcela && delante && *delante != *recinto.parcela
+               ? frase(capa::kParcela, EnTexto(recinto.parcela))
+               : CString();
+}
+
+/// Settles the label: as its own field says, else as the others make it. A polygon's outline has
+/// the number of its polygon with or without a label, so where there is a field for the label, an
+/// outline without one stays so; and so does a sheet without a name.
+void PonRotulo(const std::optional<CString>& hoja, bool hayCampo, CRecintoEntrante& recinto)
+{
+    recinto.porNumeros = RotuloPorNumeros(recinto, hoja);
+    const bool dicho = recinto.clase == ClaseTopologia::Poligonos ? !hayCampo
+                       : recinto.clase == ClaseTopologia::Hojas   ? hoja && !hoja->IsEmpty()
+                                                                  : recinto.porNumeros.has_value();
+    if (dicho && (!recinto.rotulo || recinto.rotulo->IsEmpty()))
+        recinto.rotulo = recinto.porNumeros;
+    if (recinto.rotulo)
+        recinto.contradiccion = ContradiccionDe(recinto);
 }
 
 CString NombreDe(ClaseTopologia clase, const OGRFeature& elemento, const CRecintoEntrante& recinto)
 {
     CString sitio;
-    if (!recinto.entrada.IsEmpty() && clase != ClaseTopologia::Poligonos)
-        sitio.Format(" del polígono %s"_ansi, recinto.entrada);
+    if (!recinto.de.entrada.IsEmpty() && clase != ClaseTopologia::Poligonos)
+        sitio.Format(" del polígono %s"_ansi, recinto.de.entrada);
     CString nombre;
     nombre.Format("%s %s%s (elemento %d)", kNombres[static_cast<std::size_t>(clase)],
                   recinto.rotulo.value_or("sin rótulo"_ansi), sitio,
@@ -106,36 +131,47 @@ CString NombreDe(ClaseTopologia clase, const OGRFeature& elemento, const CRecint
     return nombre;
 }
 
+/// Why the fields of an outline make no label or name no polygon; empty where they do.
+CString FaltaDe(const CRecintoEntrante& recinto, const CCamposElemento& campos)
+{
+    if (!campos.Falta().IsEmpty())
+        return campos.Falta();
+    if (recinto.clase != ClaseTopologia::Hojas && recinto.de.entrada.IsEmpty())
+        return "no dice de qué polígono es: falta el campo poligono"_ansi;
+    if (!recinto.rotulo && !campos.Hay(capa::kRotulo))
+        return "no dice qué rótulo lleva: faltan los campos rotulo, parcela o letra"_ansi;
+    if (recinto.parcela.value_or(0) < 0 || recinto.de.poligono.value_or(0) < 0)
+        return "lleva un número negativo"_ansi;
+    if (recinto.Codigo().GetLength() > kCodigoMasLargo)
+        return "el código es demasiado largo"_ansi;
+    if (std::string_view(recinto.de.entrada).find_first_of("/\\\r\n") != std::string_view::npos)
+        return "el nombre del polígono lleva una barra"_ansi;
+    return {};
+}
+
 /// What the fields say of an outline. False, with the reason, where they don't say enough.
 bool LeeCampos(ClaseTopologia clase, const OGRFeature& elemento, CRecintoEntrante& recinto,
                CString& motivo)
 {
-    const CCamposElemento campos(elemento);
+    CCamposElemento campos(elemento);
     recinto.clase = clase;
-    recinto.rotulo =
-        campos.Hay(capa::kRotulo) ? campos.Texto(capa::kRotulo) : RotuloUsual(clase, campos);
-    recinto.codigo =
-        campos.Texto(capa::kCodigo).value_or(kCodigos[static_cast<std::size_t>(clase)]);
-    recinto.borrado = campos.Entero(capa::kBorrado).value_or(0) != 0;
+    recinto.rotulo = campos.Texto(capa::kRotulo);
+    recinto.codigo = campos.Texto(capa::kCodigo);
+    recinto.borrado = campos.SiNo(capa::kBorrado);
     recinto.numero = campos.Entero(capa::kNumero);
-    if (clase != ClaseTopologia::Hojas) {
-        const std::optional<int> polig = campos.Entero(capa::kPoligono);
-        CString usual;
-        if (polig)
-            usual.Format("%03d", *polig);
-        recinto.entrada = campos.Texto(capa::kEntrada).value_or(usual);
-    }
+    std::optional<CString> hoja;
+    if (clase == ClaseTopologia::Hojas)
+        hoja = campos.Texto(capa::kHoja);
+    else
+        recinto.de = LeeDePoligono(campos);
+    if (clase == ClaseTopologia::Parcelas || clase == ClaseTopologia::Subparcelas)
+        recinto.parcela = campos.Entero(capa::kParcela);
+    if (clase == ClaseTopologia::Subparcelas)
+        recinto.letra = campos.Texto(capa::kLetra);
+    PonRotulo(hoja, campos.Hay(capa::kRotulo), recinto);
     recinto.nombre = NombreDe(clase, elemento, recinto);
-    if (clase != ClaseTopologia::Hojas && recinto.entrada.IsEmpty())
-        motivo.Format("%s no dice de qué polígono es: falta el campo poligono"_ansi,
-                      recinto.nombre);
-    else if (!recinto.rotulo && !campos.Hay(capa::kRotulo))
-        motivo.Format("%s no dice qué rótulo lleva: faltan los campos rotulo, parcela o letra"_ansi,
-                      recinto.nombre);
-    else if (recinto.codigo.GetLength() > kCodigoMasLargo)
-        motivo.Format("%s: el código es demasiado largo"_ansi, recinto.nombre);
-    else if (std::string_view(recinto.entrada).find_first_of("/\\") != std::string_view::npos)
-        motivo.Format("%s: el nombre del polígono lleva una barra"_ansi, recinto.nombre);
+    if (const CString falta = FaltaDe(recinto, campos); !falta.IsEmpty())
+        motivo = recinto.nombre + ": " + falta;
     const std::optional<double> x = campos.Real(capa::kX);
     const std::optional<double> y = campos.Real(capa::kY);
     if (x && y && std::fabs(*x) < kMayorCoordenada && std::fabs(*y) < kMayorCoordenada)
@@ -151,16 +187,18 @@ CAnilloFino AnilloDe(const OGRLinearRing& curva)
     return anillo;
 }
 
-/// Takes each piece of a geometry as an outline. The point that is wished for the label goes to the
-/// piece that holds it.
-void TomaPiezas(const OGRGeometry& geometria, const CRecintoEntrante& recinto,
+/// Takes each piece of a geometry as an outline, one without a boundary for none. The point that
+/// is wished for the label goes to the piece that holds it.
+void TomaPiezas(const OGRGeometry* geometria, const CRecintoEntrante& recinto,
                 std::vector<CRecintoEntrante>& recintos)
 {
     std::vector<const OGRPolygon*> piezas;
-    if (wkbFlatten(geometria.getGeometryType()) == wkbPolygon)
-        piezas.push_back(geometria.toPolygon());
+    if (geometria == nullptr || geometria->IsEmpty())
+        recintos.push_back(recinto);
+    else if (wkbFlatten(geometria->getGeometryType()) == wkbPolygon)
+        piezas.push_back(geometria->toPolygon());
     else
-        for (const OGRPolygon* poligono : *geometria.toMultiPolygon())
+        for (const OGRPolygon* poligono : *geometria->toMultiPolygon())
             piezas.push_back(poligono);
     for (const OGRPolygon* pieza : piezas) {
         CRecintoEntrante& suyo = recintos.emplace_back(recinto);
@@ -187,30 +225,41 @@ bool CabeEnGrados(const OGREnvelope& caja)
     return std::max({-caja.MinX, -caja.MinY, caja.MaxX, caja.MaxY}) <= kVuelta;
 }
 
-/// Why a geometry can't be drawn; empty where it can.
+/// Why a geometry can be no outline at all; empty where it can.
 CString MotivoDe(const OGRGeometry* geometria)
 {
     if (geometria == nullptr || geometria->IsEmpty())
-        return "no tiene contorno";
+        return {};
     const OGRwkbGeometryType tipo = wkbFlatten(geometria->getGeometryType());
     if (tipo != wkbPolygon && tipo != wkbMultiPolygon)
         return "no es un recinto: su geometría es otra"_ansi;
-    OGREnvelope caja;
-    geometria->getEnvelope(&caja);
-    if (EstaEnGrados(geometria->getSpatialReference()) ||
-        (SinReferencia(geometria->getSpatialReference()) && CabeEnGrados(caja)))
-        return "está en grados: reproyecte antes a coordenadas en metros"_ansi;
-    if (!(std::max({-caja.MinX, -caja.MinY, caja.MaxX, caja.MaxY}) < kMayorCoordenada))
-        return "sus coordenadas no caben en un dibujo"_ansi;
+    return MotivoDeLugar(*geometria);
+}
+
+/// Why an outline can't be drawn as it is; empty where it can.
+CString DefectoDe(const OGRGeometry* geometria)
+{
+    if (geometria == nullptr || geometria->IsEmpty())
+        return "no tiene contorno";
     CPLErrorReset();
     const CPLErrorHandlerPusher callado(CPLQuietErrorHandler);
     const bool valido = geometria->IsValid() != 0;
-    const CString dicho = Ansi(CPLGetLastErrorMsg());
+    const CString dicho = AnsiParaDecir(CPLGetLastErrorMsg());
     CPLErrorReset();
     return valido ? CString() : "su contorno no es válido: "_ansi + dicho;
 }
 
 } // namespace
+
+CString CRecintoEntrante::Codigo() const
+{
+    return codigo.value_or(kCodigos[static_cast<std::size_t>(clase)]);
+}
+
+const char* NombreDeCapa(ClaseTopologia clase)
+{
+    return kCapas[static_cast<std::size_t>(clase)];
+}
 
 std::optional<ClaseTopologia> ClaseDeCapa(const std::string& nombre)
 {
@@ -221,9 +270,35 @@ std::optional<ClaseTopologia> ClaseDeCapa(const std::string& nombre)
                                     : std::optional(static_cast<ClaseTopologia>(suya - kCapas));
 }
 
-bool EstaEnGrados(const OGRSpatialReference* referencia)
+CString MotivoDeReferencia(const OGRSpatialReference* referencia)
 {
-    return referencia != nullptr && referencia->IsGeographic() != 0 && !SinReferencia(referencia);
+    constexpr double kIgual = 1e-9;
+    if (referencia == nullptr || SinReferencia(referencia))
+        return {};
+    if (referencia->IsGeographic() != 0)
+        return kEnGrados;
+    const char* unidad = nullptr;
+    const double metros = referencia->GetLinearUnits(&unidad);
+    CString motivo;
+    // Where the unit isn't known its size is none.
+    if (metros > 0 && std::fabs(metros - 1) > kIgual)
+        motivo.Format("está en %s y no en metros: reproyecte antes (-t_srs)"_ansi,
+                      AnsiParaDecir(unidad == nullptr ? "otra unidad" : unidad));
+    return motivo;
+}
+
+CString MotivoDeLugar(const OGRGeometry& geometria)
+{
+    OGREnvelope caja;
+    geometria.getEnvelope(&caja);
+    if (const CString motivo = MotivoDeReferencia(geometria.getSpatialReference());
+        !motivo.IsEmpty())
+        return motivo;
+    if (SinReferencia(geometria.getSpatialReference()) && CabeEnGrados(caja))
+        return kEnGrados;
+    return std::max({-caja.MinX, -caja.MinY, caja.MaxX, caja.MaxY}) < kMayorCoordenada
+               ? CString()
+               : CString("sus coordenadas no caben en un dibujo"_ansi);
 }
 
 bool TomaElemento(ClaseTopologia clase, const OGRFeature& elemento, double tolerancia,
@@ -248,6 +323,7 @@ bool TomaElemento(ClaseTopologia clase, const OGRFeature& elemento, double toler
         motivo.Format("%s: %s", recinto.nombre, porque);
         return false;
     }
-    TomaPiezas(*geometria, recinto, recintos);
+    recinto.defecto = DefectoDe(geometria);
+    TomaPiezas(geometria, recinto, recintos);
     return true;
 }

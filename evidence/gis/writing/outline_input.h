@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -8,27 +9,50 @@
 
 #include "evidence/drawn_polygon.h"
 #include "evidence/gis/writing/noding.h"
+#include "evidence/gis/writing/source_fields.h"
 #include "platform/cstring.h"
 
 /// What the outlines of a layer are, by its name in any case; none for another one.
 std::optional<ClaseTopologia> ClaseDeCapa(const std::string& nombre);
+/// The name of their layer, and what a person calls one of them.
+const char* NombreDeCapa(ClaseTopologia clase);
+
+/// Which fields count where they say different things.
+enum class Ganan : std::uint8_t { Nadie, Numeros, Rotulos };
 
 /// One outline on its way into a drawing.
 struct CRecintoEntrante {
+    /// The code of its label, and whether that is deleted, where the source doesn't say.
+    CString Codigo() const;
+    bool Borrado() const { return borrado.value_or(false); }
+
     ClaseTopologia clase = ClaseTopologia::Parcelas;
-    CString nombre;  ///< that messages call it by
-    CString entrada; ///< base name of its polygon's files; none for a sheet
+    CString nombre; ///< that messages call it by
+    CDePoligono de; ///< nothing for a sheet
     std::optional<int> numero;
     std::optional<CString> rotulo; ///< none for an outline without a label
-    CString codigo;
-    bool borrado = false;
+    std::optional<CString> codigo;
+    std::optional<bool> borrado;
     std::optional<vexageo::CPunto<int>> punto; ///< where its label is wished
     std::vector<CAnilloFino> anillos;          ///< the outer one first, without closing points
+
+    // What its label should say by the other fields.
+    std::optional<int> parcela;
+    std::optional<CString> letra;
+    std::optional<CString> porNumeros; ///< none where they say nothing
+    CString contradiccion;             ///< where the two differ: what each says
+
+    CString defecto; ///< why its boundary can't be drawn; empty where it can
 };
 
-/// Tells whether coordinates are degrees. Some formats put a geographic reference where there is
-/// none at all: that says nothing.
-bool EstaEnGrados(const OGRSpatialReference* referencia);
+/// Tells why coordinates with this reference are none of a drawing: degrees, feet. Empty where they
+/// may be metres. Some formats put a geographic reference where there is none at all: that says
+/// nothing.
+CString MotivoDeReferencia(const OGRSpatialReference* referencia);
+
+/// Tells why a geometry can't be in a drawing wherever it lies and however it looks: it is in
+/// degrees or feet, or too far out. Empty where it can.
+CString MotivoDeLugar(const OGRGeometry& geometria);
 
 /// Takes the outlines of a feature, one for each of its pieces.
 /// \param tolerancia  metres that a chord may be off its arc; 0 refuses arcs

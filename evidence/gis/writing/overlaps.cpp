@@ -3,7 +3,8 @@
 #include <algorithm>
 #include <memory>
 
-#include "evidence/gis/complaints.h"
+#include <cpl_error.h>
+
 #include "evidence/gis/geometry.h"
 #include "evidence/gis/writing/label_point.h"
 #include "evidence/outline_pieces.h"
@@ -13,19 +14,22 @@ namespace {
 
 struct CPuesto {
     const CRecintoDibujado* recinto;
+    bool esNuevo;
     std::unique_ptr<OGRPolygon> poligono;
     OGREnvelope caja;
 };
 
 /// The valid outlines, from left to right.
-std::vector<CPuesto> Puestos(const std::vector<CRecintoDibujado>& recintos)
+std::vector<CPuesto> Puestos(const std::vector<CRecintoDibujado>& recintos,
+                             const std::vector<bool>& nuevos)
 {
     std::vector<CPuesto> puestos;
-    for (const CRecintoDibujado& recinto : recintos) {
+    for (std::size_t i = 0; i < recintos.size(); ++i) {
+        const CRecintoDibujado& recinto = recintos[i];
         std::unique_ptr<OGRPolygon> poligono = recinto.Valido() ? PoligonoDe(recinto) : nullptr;
         if (!poligono)
             continue;
-        CPuesto& suyo = puestos.emplace_back(CPuesto{&recinto, std::move(poligono), {}});
+        CPuesto& suyo = puestos.emplace_back(CPuesto{&recinto, nuevos[i], std::move(poligono), {}});
         suyo.poligono->getEnvelope(&suyo.caja);
     }
     std::sort(puestos.begin(), puestos.end(),
@@ -38,8 +42,10 @@ class CSolape {
 public:
     CSolape(const CPuesto& a, const CPuesto& b)
     {
-        if (a.caja.Intersects(b.caja) == FALSE)
+        if ((!a.esNuevo && !b.esNuevo) || a.caja.Intersects(b.caja) == FALSE)
             return;
+        const CPLErrorHandlerPusher callado(
+            CPLQuietErrorHandler); // of outlines that cross themselves
         m_comun.reset(a.poligono->Intersection(b.poligono.get()));
         if (!m_comun)
             return;
@@ -78,11 +84,12 @@ CString Nombre(const CRecintoDibujado& recinto, ClaseTopologia que)
 
 } // namespace
 
-void AvisaSolapes(const CTopologiaDibujada& topologia, ClaseTopologia que, const CString& entrada)
+void AvisaSolapes(const CTopologiaDibujada& topologia, ClaseTopologia que,
+                  const std::vector<bool>& nuevos, const CString& entrada, CNoticias& noticias)
 {
     constexpr double kMasDeUnMetro = 1;
     constexpr double kSeVe = 0.005; // square metres, as they are told
-    const std::vector<CPuesto> puestos = Puestos(topologia.recintos);
+    const std::vector<CPuesto> puestos = Puestos(topologia.recintos, nuevos);
     std::vector<const CPuesto*> abiertos; // may reach the next one
     int cuantos = 0;
     double total = 0;
@@ -96,13 +103,21 @@ void AvisaSolapes(const CTopologiaDibujada& topologia, ClaseTopologia que, const
             if (solape.Area() <= kMasDeUnMetro)
                 continue;
             const OGRPoint donde = solape.Donde();
-            AdvierteCon("se solapan %s y %s del polígono %s: %.2lf m2 en %.2lf %.2lf"_ansi,
-                        Nombre(*otro->recinto, que), Nombre(*uno.recinto, que), entrada,
-                        solape.Area(), donde.getX(), donde.getY());
+            CString frase;
+            frase.Format("se solapan %s y %s del polígono %s: %.2lf m2 en %.2lf %.2lf"_ansi,
+                         Nombre(*otro->recinto, que), Nombre(*uno.recinto, que), entrada,
+                         solape.Area(), donde.getX(), donde.getY());
+            noticias.Advierte("solapes de más de 1 m2"_ansi, frase, solape.Area());
         }
         abiertos.push_back(&uno);
     }
-    if (total >= kSeVe)
-        AdvierteCon("%d solapes de %s en el polígono %s: %.2lf m2 en total"_ansi, cuantos,
-                    que == ClaseTopologia::Parcelas ? "parcelas" : "subparcelas", entrada, total);
+    if (total < kSeVe)
+        return;
+    const bool deParcelas = que == ClaseTopologia::Parcelas;
+    CString frase;
+    frase.Format("%d solapes de %s en el polígono %s: %.2lf m2 en total"_ansi, cuantos,
+                 deParcelas ? "parcelas" : "subparcelas", entrada, total);
+    noticias.Advierte(deParcelas ? "polígonos con solapes de parcelas"_ansi
+                                 : "polígonos con solapes de subparcelas"_ansi,
+                      frase, total);
 }

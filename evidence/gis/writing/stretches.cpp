@@ -1,10 +1,12 @@
 #include "evidence/gis/writing/stretches.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <unordered_set>
 #include <utility>
 
 #include "cadastre/label_codes.h"
+#include "evidence/gis/writing/drawn_rings.h"
 
 using vexageo::CPunto;
 
@@ -38,32 +40,87 @@ CTramos::CTramos(const std::vector<CAnillo>& anillos)
         }
 }
 
+void CTramos::Conoce(int posicion, const CAnillo& puntos)
+{
+    CAnillo linea; // a drawing's line may repeat a point, which a ring doesn't
+    for (const CPunto<int>& punto : puntos)
+        if (linea.empty() || !EnElMismoSitio(linea.back(), punto))
+            linea.push_back(punto);
+    for (const int signo : {1, -1}) {
+        if (linea.size() > 1)
+            m_conocidas.emplace(CClaveArista(Clave(linea[0]), Clave(linea[1])),
+                                CConocida{signo * posicion, linea});
+        std::reverse(linea.begin(), linea.end());
+    }
+}
+
+std::pair<int, std::size_t> CTramos::Conocida(const CAnillo& cerrado, std::size_t desde) const
+{
+    std::pair<int, std::size_t> mejor{0, 0};
+    const auto [primera, ultima] =
+        m_conocidas.equal_range({Clave(cerrado[desde]), Clave(cerrado[desde + 1])});
+    for (auto i = primera; i != ultima; ++i) {
+        const auto& [posicion, puntos] = i->second;
+        const std::size_t aristas = puntos.size() - 1;
+        const bool cabe =
+            desde + aristas < cerrado.size() &&
+            std::equal(puntos.begin(), puntos.end(),
+                       cerrado.begin() + static_cast<std::ptrdiff_t>(desde), EnElMismoSitio);
+        // Of two alike the first one in the drawing.
+        if (cabe && (aristas > mejor.second ||
+                     (aristas == mejor.second && std::abs(posicion) < std::abs(mejor.first))))
+            mejor = {posicion, aristas};
+    }
+    return mejor;
+}
+
 bool CTramos::EsNudo(const CPunto<int>& punto) const
 {
     return m_aristas.at(Clave(punto)) != 2;
 }
 
+CAnillo CTramos::Girado(const CAnillo& anillo) const
+{
+    const auto desde = [&](CAnillo::const_iterator inicio) {
+        CAnillo girado(inicio, anillo.end());
+        girado.insert(girado.end(), anillo.begin(), inicio + 1); // its first point closes it
+        return girado;
+    };
+    const auto nudo = std::find_if(anillo.begin(), anillo.end(),
+                                   [&](const CPunto<int>& punto) { return EsNudo(punto); });
+    if (nudo != anillo.end())
+        return desde(nudo);
+    for (auto i = anillo.begin(); i != anillo.end(); ++i) { // a known line may be all of it
+        const auto& siguiente = i + 1 == anillo.end() ? anillo.front() : *(i + 1);
+        if (!m_conocidas.contains({Clave(*i), Clave(siguiente)}))
+            continue;
+        CAnillo girado = desde(i);
+        if (Conocida(girado, 0).second == anillo.size())
+            return girado;
+    }
+    // One line: it begins where every ring along it would.
+    return desde(std::min_element(anillo.begin(), anillo.end(), [](const auto& a, const auto& b) {
+        return std::pair(a.X, a.Y) < std::pair(b.X, b.Y);
+    }));
+}
+
 std::vector<int> CTramos::Pon(const CAnillo& anillo, vexageo::CEscritorDibujo& dibujo)
 {
-    CAnillo girado = anillo;
-    auto inicio = std::find_if(girado.begin(), girado.end(),
-                               [&](const CPunto<int>& punto) { return EsNudo(punto); });
-    if (inicio == girado.end()) // one line: it begins where every ring along it would
-        inicio = std::min_element(girado.begin(), girado.end(), [](const auto& a, const auto& b) {
-            return std::pair(a.X, a.Y) < std::pair(b.X, b.Y);
-        });
-    std::rotate(girado.begin(), inicio, girado.end());
-    girado.push_back(girado.front());
+    const CAnillo girado = Girado(anillo);
     std::vector<int> tramos;
-    CAnillo linea = {girado.front()};
-    for (std::size_t i = 1; i < girado.size(); ++i) {
-        linea.push_back(girado[i]);
-        if (i + 1 < girado.size() && !EsNudo(girado[i]))
-            continue;
-        const int posicion = PonLinea(std::exchange(linea, {girado[i]}), dibujo);
+    for (std::size_t i = 0; i + 1 < girado.size();) {
+        auto [posicion, aristas] = Conocida(girado, i);
+        if (posicion == 0) {
+            aristas = 1;
+            while (i + aristas + 1 < girado.size() && !EsNudo(girado[i + aristas]))
+                ++aristas;
+            const auto desde = girado.begin() + static_cast<std::ptrdiff_t>(i);
+            posicion = PonLinea({desde, desde + static_cast<std::ptrdiff_t>(aristas) + 1}, dibujo);
+        }
         if (posicion == 0)
             return {};
         tramos.push_back(posicion);
+        i += aristas;
     }
     return tramos;
 }
@@ -74,6 +131,8 @@ int CTramos::PonLinea(CAnillo linea, vexageo::CEscritorDibujo& dibujo)
     if (const auto hecha = m_lineas.find(ida); hecha != m_lineas.end())
         return hecha->second;
     const CClaveArista vuelta(Clave(linea.back()), Clave(linea[linea.size() - 2]));
+    if (m_altura)
+        std::transform(linea.begin(), linea.end(), linea.begin(), m_altura);
     const int posicion = dibujo.Linea(kCodigoLinde, std::move(linea));
     if (posicion != 0) {
         m_lineas[ida] = posicion;

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <unordered_map>
 #include <utility>
 #include <vector>
@@ -15,6 +16,16 @@ class CTramos {
 public:
     /// \param anillos  noded, all those of the drawing
     explicit CTramos(const std::vector<CAnillo>& anillos);
+
+    /// A line that the drawing has already, and that bounds an outline: a ring that runs along all
+    /// of it names it.
+    /// \param posicion  in the drawing, from 1
+    void Conoce(int posicion, const CAnillo& puntos);
+    /// The points that new lines get have the heights that this gives them.
+    void ConAlturas(std::function<vexageo::CPunto<int>(const vexageo::CPunto<int>&)> altura)
+    {
+        m_altura = std::move(altura);
+    }
 
     /// Gives the positions in the drawing of the lines that make one of the rings, in its order,
     /// negative for those that run the other way. Adds the lines that the drawing hasn't got yet.
@@ -30,8 +41,19 @@ private:
     static std::int64_t Clave(const vexageo::CPunto<int>& punto);
     /// Tells whether lines end at a point: other than two edges meet there.
     bool EsNudo(const vexageo::CPunto<int>& punto) const;
+    /// The ring closed, from a point on where one of its lines begins.
+    CAnillo Girado(const CAnillo& anillo) const;
     int PonLinea(CAnillo linea, vexageo::CEscritorDibujo& dibujo);
+    /// The longest known line that runs along the ring from one of its points on; its position with
+    /// the sign of its direction, and how many of the ring's edges it covers; 0 for none.
+    std::pair<int, std::size_t> Conocida(const CAnillo& cerrado, std::size_t desde) const;
 
+    struct CConocida {
+        int posicion;
+        CAnillo puntos; // in its direction
+    };
+    std::unordered_multimap<CClaveArista, CConocida, CDispersa> m_conocidas; // by their first edge
+    std::function<vexageo::CPunto<int>(const vexageo::CPunto<int>&)> m_altura;
     std::unordered_map<std::int64_t, int> m_aristas; // that end at a point
     std::unordered_map<CClaveArista, int, CDispersa>
         m_lineas; // by their first two points, either way

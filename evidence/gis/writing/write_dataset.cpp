@@ -1,23 +1,23 @@
 #include "evidence/gis/writing/write_dataset.h"
 
-#include <cstdlib>
 #include <map>
+#include <set>
 
-#include "cadastre/polygon_list.h"
 #include "evidence/gis/complaints.h"
 #include "evidence/gis/names.h"
 #include "evidence/gis/writing/write_layer.h"
+#include "evidence/municipality_files.h"
 #include "evidence/paths.h"
 #include "platform/ansi.h"
-#include "platform/files/cstdio_file.h"
+#include "platform/files/set_healing.h"
 
 namespace {
 
-/// A layer of what the driver shows beside the outlines: it comes from the drawings, not into them.
-bool EsDeEvidencia(const char* nombre)
+const std::vector<ClaseTopologia>& DePoligono()
 {
-    return EQUAL(nombre, capa::kRotulos) || EQUAL(nombre, capa::kLineas) ||
-           EQUAL(nombre, capa::kMensajes);
+    static const std::vector<ClaseTopologia> clases = {
+        ClaseTopologia::Parcelas, ClaseTopologia::Subparcelas, ClaseTopologia::Poligonos};
+    return clases;
 }
 
 } // namespace
@@ -26,58 +26,106 @@ GDALDataset* CMunicipioNuevo::Crea(const char* lista, int bandas, CSLConstList o
 {
     if (bandas != 0)
         return nullptr;
+    const char* ganan = CSLFetchNameValueDef(opciones, opcion::kGanan, "NADIE");
+    if (!EQUAL(ganan, "NADIE") && !EQUAL(ganan, opcion::kNumeros) &&
+        !EQUAL(ganan, opcion::kRotulos)) {
+        Falla("La opción GANAN es NADIE, NUMEROS o ROTULOS"_ansi);
+        return nullptr;
+    }
     return new CMunicipioNuevo(lista, opciones); // NOLINT(cppcoreguidelines-owning-memory): GDAL's
 }
 
 CMunicipioNuevo::CMunicipioNuevo(const char* lista, CSLConstList opciones)
-    : m_lista(lista), m_opciones(CSLDuplicate(opciones), TRUE)
+    : m_lista(STARTS_WITH_CI(lista, opcion::kPrefijo) ? lista + strlen(opcion::kPrefijo) : lista),
+      m_opciones(CSLDuplicate(opciones), TRUE)
 {
     SetDescription(lista);
     eAccess = GA_Update;
-    m_modo = {SiNo(opcion::kPiezas), SiNo(opcion::kInvalidos), &m_noticias};
+    const char* ganan = m_opciones.FetchNameValueDef(opcion::kGanan, "");
+    m_modo = {SiNo(opcion::kPiezas), SiNo(opcion::kInvalidos),
+              EQUAL(ganan, opcion::kNumeros)   ? Ganan::Numeros
+              : EQUAL(ganan, opcion::kRotulos) ? Ganan::Rotulos
+                                               : Ganan::Nadie,
+              &m_noticias};
     m_tolerancia = CPLAtof(m_opciones.FetchNameValueDef(opcion::kArcos, "0"));
+    m_sustituye = SiNo(opcion::kSustituye);
+    m_simula = SiNo(opcion::kSimula);
 }
 
 CMunicipioNuevo::~CMunicipioNuevo()
 {
-    SinExcepciones(false, [this] {
-        if (m_rechazado)
-            Falla("No se ha escrito ningún dibujo: hay recintos rechazados"_ansi);
-        else
-            Graba();
-        return true;
+    Termina();
+}
+
+/// Writes all, once. What failed is told behind all warnings: GDAL's tools look at the last
+/// complaint for their status.
+bool CMunicipioNuevo::Termina()
+{
+    if (m_terminado)
+        return m_escrito;
+    m_terminado = true;
+    m_escrito = SinExcepciones(false, [this] {
+        const bool bien = !m_rechazado && Graba();
+        m_noticias.Dice();
+        if (!bien)
+            Falla("No se ha escrito ningún dibujo"_ansi);
+        return bien;
     });
+    return m_escrito;
 }
 
 bool CMunicipioNuevo::SiNo(const char* opcion) const
 {
-    return CPLTestBool(m_opciones.FetchNameValueDef(opcion, "NO"));
+    const char* valor = m_opciones.FetchNameValueDef(opcion, "NO");
+    return EQUAL(valor, "SI") || CPLTestBool(valor);
+}
+
+/// A layer that can't be written: with INVALIDOS it is told and left out.
+bool CMunicipioNuevo::RechazaCapa(const CString& motivo)
+{
+    if (m_modo.saltaInvalidos)
+        Advierte(motivo + ": se deja fuera"_ansi);
+    else
+        Falla(motivo);
+    m_rechazado = m_rechazado || !m_modo.saltaInvalidos;
+    return m_modo.saltaInvalidos;
 }
 
 OGRLayer* CMunicipioNuevo::CreaCapa(const char* nombre, const OGRSpatialReference* referencia)
 {
-    const std::optional<ClaseTopologia> clase = ClaseDeCapa(nombre);
-    if (!clase && !EsDeEvidencia(nombre)) {
-        FallaCon(
-            "De la capa %s no se hace un dibujo; las hay de parcelas, subparcelas, poligonos y "
-            "hojas (se nombra con -nln)"_ansi,
-            nombre);
-        return nullptr;
-    }
-    if (EstaEnGrados(referencia)) {
-        FallaCon(
-            "La capa %s está en grados: reproyecte antes a coordenadas en metros (-t_srs)"_ansi,
-            nombre);
-        m_rechazado = true;
-        return nullptr;
-    }
-    const auto toma = [this](ClaseTopologia suya, const OGRFeature& elemento) {
-        const bool tomado = SinExcepciones(false, [&] { return Toma(suya, elemento); });
-        m_rechazado = m_rechazado || !tomado;
-        return tomado;
-    };
-    return SinExcepciones<OGRLayer*>(nullptr, [&] {
-        Añade(std::make_unique<CCapaNuevaSalida>(toma, nombre, clase, referencia));
+    return SinExcepciones<OGRLayer*>(nullptr, [&]() -> OGRLayer* {
+        const std::optional<ClaseTopologia> clase = ClaseDeCapa(nombre);
+        const std::optional<ClaseEntidad> entidad = ClaseDeEntidad(nombre);
+        bool deja = false;
+        if (EQUAL(nombre, capa::kMensajes)) {
+            Advierte("La capa mensajes no se escribe: sale del fichero de errores"_ansi);
+            deja = true;
+        } else if (!clase && !entidad) {
+            CString motivo;
+            motivo.Format("De la capa %s no se hace un dibujo; las hay de parcelas, subparcelas, "
+                          "poligonos, hojas, rotulos y lineas (se nombra con -nln)"_ansi,
+                          AnsiParaDecir(nombre));
+            deja = RechazaCapa(motivo);
+        } else if (const CString motivo = MotivoDeReferencia(referencia); !motivo.IsEmpty()) {
+            deja = RechazaCapa("La capa " + AnsiParaDecir(nombre) + " " + motivo);
+        } else {
+            if (clase)
+                m_traidas.recintos.insert(*clase);
+            else
+                m_traidas.entidades.insert(*entidad);
+            const auto toma = [this, suya = std::string(nombre)](const OGRFeature& elemento) {
+                const bool tomado =
+                    SinExcepciones(false, [&] { return Toma(suya.c_str(), elemento); });
+                m_rechazado = m_rechazado || !tomado;
+                return tomado;
+            };
+            Añade(std::make_unique<CCapaNuevaSalida>(toma, nombre, referencia));
+            return Ultima();
+        }
+        if (!deja)
+            return nullptr;
+        Añade(std::make_unique<CCapaNuevaSalida>([](const OGRFeature&) { return true; }, nombre,
+                                                 referencia));
         return Ultima();
     });
 }
@@ -87,118 +135,152 @@ bool CMunicipioNuevo::Sabe(const char* capacidad) const
     return EQUAL(capacidad, ODsCCreateLayer) || EQUAL(capacidad, ODsCCurveGeometries);
 }
 
-bool CMunicipioNuevo::Toma(ClaseTopologia clase, const OGRFeature& elemento)
+bool CMunicipioNuevo::Toma(const char* capa, const OGRFeature& elemento)
 {
     CString motivo;
-    if (TomaElemento(clase, elemento, m_tolerancia, m_recintos, motivo))
+    const std::optional<ClaseTopologia> clase = ClaseDeCapa(capa);
+    if (clase ? TomaElemento(*clase, elemento, m_tolerancia, m_recintos, motivo)
+              : TomaEntidad(*ClaseDeEntidad(capa), elemento, m_entidades, motivo))
         return true;
+    constexpr const char* kClase = "elementos rechazados";
     if (m_modo.saltaInvalidos) {
-        Advierte("Se deja fuera "_ansi + motivo);
+        m_noticias.Advierte(kClase, "Se deja fuera "_ansi + motivo);
         return true;
     }
-    Falla(motivo);
+    m_noticias.Falla(kClase, motivo);
     return false;
 }
 
-CString CMunicipioNuevo::Cabecera()
+/// What one drawing has of what was taken is still to come.
+CPedidoDibujo CMunicipioNuevo::PedidoDe(const CString& nombre,
+                                        std::vector<ClaseTopologia> clases) const
 {
-    constexpr int kMayorCodigo = 999;
-    const char* ger = m_opciones.FetchNameValue(opcion::kGer);
-    const char* mun = m_opciones.FetchNameValue(opcion::kMun);
-    CString cabecera;
-    if (ger != nullptr && mun != nullptr) {
-        const int numeros[] = {std::atoi(ger), std::atoi(mun)};
-        for (const int numero : numeros)
-            if (numero < 0 || numero > kMayorCodigo) {
-                Falla("GER y MUN van de 0 a 999");
-                return {};
-            }
-        cabecera.Format("LISTA%03d%03d", numeros[0], numeros[1]);
-        return cabecera;
-    }
-    const char* puesta = m_opciones.FetchNameValue(opcion::kCabecera);
-    if (puesta == nullptr)
-        puesta = GetMetadataItem(opcion::kCabecera);
-    if (puesta == nullptr)
-        Falla("Falta el municipio: opciones GER y MUN"_ansi);
-    else
-        cabecera = CString(CPLString(puesta).Recode(CPL_ENC_UTF8, "CP1252").c_str());
-    return cabecera;
+    CPedidoDibujo pedido;
+    pedido.nombre = nombre;
+    for (const ClaseTopologia clase : clases)
+        if (m_traidas.Hay(clase))
+            pedido.traidas.recintos.insert(clase);
+    pedido.clases = std::move(clases);
+    pedido.traidas.entidades = m_traidas.entidades;
+    return pedido;
 }
 
-CString CMunicipioNuevo::Al(const CString& nombre) const
+/// What was taken, by drawings: the polygons' in the order in which they came.
+std::vector<CPedidoDibujo> CMunicipioNuevo::Pedidos()
 {
-    return CCadena(m_lista).DamePath() + nombre;
+    std::vector<CPedidoDibujo> pedidos;
+    std::map<CString, std::size_t> lugares;
+    const auto suyo = [&](const CString& entrada) -> CPedidoDibujo& {
+        const auto [lugar, nuevo] = lugares.try_emplace(entrada, pedidos.size());
+        if (nuevo)
+            pedidos.push_back(PedidoDe(entrada, DePoligono()));
+        return pedidos[lugar->second];
+    };
+    for (CRecintoEntrante& recinto : m_recintos)
+        if (recinto.clase != ClaseTopologia::Hojas)
+            suyo(recinto.de.entrada).recintos.push_back(std::move(recinto));
+    for (CEntidadEntrante& entidad : m_entidades)
+        if (!entidad.de.entrada.IsEmpty())
+            suyo(entidad.de.entrada).entidades.push_back(std::move(entidad));
+    return pedidos;
 }
 
-void CMunicipioNuevo::Graba()
+bool CMunicipioNuevo::Graba()
 {
-    const CString cabecera = Cabecera();
-    if (cabecera.IsEmpty())
-        return;
-    if (m_recintos.empty()) {
+    SanaConjuntos({m_lista});
+    CListaDibujada lista(m_lista, m_sustituye);
+    if (!lista.FijaMunicipio(m_opciones, GetMetadataItem(opcion::kCabecera)))
+        return false;
+    if (m_recintos.empty() && m_entidades.empty()) {
         Falla("No hay ningún recinto que dibujar"_ansi);
-        return;
+        return false;
     }
+    std::vector<CString> dejadas;
+    bool bien = lista.SituaEntradas(m_modo, m_recintos, m_entidades, dejadas);
     CConjuntoSalidas salidas;
+    bien = GrabaHojas(salidas) && bien;
+    std::vector<CPedidoDibujo> pedidos = Pedidos();
     std::vector<CString> entradas;
-    const bool bien = GrabaPoligonos(salidas, entradas) && GrabaHojas(salidas);
-    m_noticias.Dice();
-    if (!bien)
-        return;
-    GrabaLista(salidas, cabecera, entradas);
+    std::set<CString> nombradas;
+    for (const CPedidoDibujo& pedido : pedidos) {
+        entradas.push_back(pedido.nombre);
+        nombradas.insert(pedido.nombre);
+    }
+    // Where all outlines of a polygon went to another one, it was named all the same.
+    for (const CString& dejada : dejadas)
+        if (lista.Tiene(dejada) && nombradas.insert(dejada).second)
+            pedidos.push_back(PedidoDe(dejada, DePoligono()));
+    for (CPedidoDibujo& pedido : pedidos) {
+        const bool estaba = lista.Estaba() && lista.Tiene(pedido.nombre);
+        const CString base = CCadena(m_lista).DamePath() + pedido.nombre;
+        // All of them are looked at, so that all refusals are told.
+        bien = GrabaPoligono(base, estaba, std::move(pedido), salidas) && bien;
+    }
+    if (!bien || m_simula)
+        return bien;
+    lista.Graba(entradas, salidas);
     salidas.Confirma();
+    return true;
 }
 
-bool CMunicipioNuevo::GrabaPoligonos(CConjuntoSalidas& salidas, std::vector<CString>& entradas)
+bool CMunicipioNuevo::GrabaPoligono(const CString& base, bool estaba, CPedidoDibujo pedido,
+                                    CConjuntoSalidas& salidas)
 {
-    std::map<CString, std::vector<const CRecintoEntrante*>> porEntrada;
-    for (const CRecintoEntrante& recinto : m_recintos) {
-        if (recinto.clase == ClaseTopologia::Hojas)
-            continue;
-        auto& suyos = porEntrada[recinto.entrada];
-        if (suyos.empty())
-            entradas.push_back(recinto.entrada);
-        suyos.push_back(&recinto);
-    }
-    bool bien = true;
-    for (const CString& entrada : entradas) {
-        CDibujoHecho dibujo;
-        if (!dibujo.Compon(porEntrada[entrada], m_modo))
-            bien = false; // the others are looked at all the same, so that all refusals are told
-        else if (bien)
-            dibujo.Graba(Al(entrada),
-                         {{ClaseTopologia::Parcelas, ".PAR"},
-                          {ClaseTopologia::Subparcelas, ".SUB"},
-                          {ClaseTopologia::Poligonos, ".POL"}},
-                         salidas);
-    }
-    return bien;
+    CDibujoAntes antes;
+    if (estaba && antes.Lee(base, DePoligono()))
+        return Graba(base, &antes, std::move(pedido), salidas);
+    if (estaba)
+        for (const ClaseTopologia clase : DePoligono()) {
+            CFile fichero;
+            if (!pedido.traidas.Hay(clase) &&
+                AbreSiHay(fichero, ConExtension(base, ExtensionDe(clase)), CFile::anyCase)) {
+                FallaCon("el dibujo %s no se puede cambiar: tiene .%s y le falta el .BIN. Con la "
+                         "opción SUSTITUYE=SI se hace uno nuevo"_ansi,
+                         pedido.nombre, ExtensionDe(clase));
+                return false;
+            }
+        }
+    return Graba(base, nullptr, std::move(pedido), salidas);
 }
 
 bool CMunicipioNuevo::GrabaHojas(CConjuntoSalidas& salidas)
 {
-    std::vector<const CRecintoEntrante*> hojas;
+    const CString nombre = m_opciones.FetchNameValueDef(opcion::kOrtos, "ortos");
+    CPedidoDibujo pedido = PedidoDe(nombre, {ClaseTopologia::Hojas});
     for (const CRecintoEntrante& recinto : m_recintos)
         if (recinto.clase == ClaseTopologia::Hojas)
-            hojas.push_back(&recinto);
-    if (hojas.empty())
+            pedido.recintos.push_back(recinto);
+    for (const CEntidadEntrante& entidad : m_entidades)
+        if (entidad.de.entrada.IsEmpty())
+            pedido.entidades.push_back(entidad);
+    if (pedido.recintos.empty() && pedido.entidades.empty())
         return true;
-    CDibujoHecho dibujo;
-    if (!dibujo.Compon(hojas, m_modo))
+    const CString base = CCadena(m_lista).DamePath() + nombre;
+    CDibujoAntes antes;
+    const bool estaba = !m_sustituye && antes.Lee(base, pedido.clases);
+    return Graba(base, estaba ? &antes : nullptr, std::move(pedido), salidas);
+}
+
+bool CMunicipioNuevo::Graba(const CString& base, const CDibujoAntes* antes, CPedidoDibujo pedido,
+                            CConjuntoSalidas& salidas)
+{
+    const CString nombre = pedido.nombre;
+    CDibujoHecho dibujo(std::move(pedido), antes, m_modo);
+    if (!dibujo.Compon())
         return false;
-    dibujo.Graba(Al(m_opciones.FetchNameValueDef(opcion::kOrtos, "ortos")),
-                 {{ClaseTopologia::Hojas, ".TOP"}}, salidas);
+    CuentaCambios(nombre, dibujo.Cambios());
+    if (!m_simula)
+        dibujo.Graba(base, salidas);
     return true;
 }
 
-void CMunicipioNuevo::GrabaLista(CConjuntoSalidas& salidas, const CString& cabecera,
-                                 const std::vector<CString>& entradas) const
+void CMunicipioNuevo::CuentaCambios(const CString& nombre, const CCambiosDibujo& cambios) const
 {
-    CStdioFile lista;
-    CreaSalida(lista, m_lista, salidas);
-    lista.WriteString(cabecera + "\n");
-    for (const CString& entrada : entradas)
-        lista.WriteString("P" + entrada + "\n");
-    lista.Close();
+    CString frase;
+    frase.Format("%s: %d recintos nuevos, %d cambiados, %d quitados y %d como estaban"_ansi, nombre,
+                 cambios.nuevos, cambios.cambiados, cambios.quitados, cambios.iguales);
+    if (m_simula && cambios.nuevos + cambios.cambiados + cambios.quitados > 0)
+        Advierte(frase);
+    else
+        CPLDebug("VEXA", "%s", ansi::AUtf8(frase).c_str());
 }

@@ -4,10 +4,11 @@
 
 #include "evidence/gis/gdal_versions.h"
 #include "evidence/gis/writing/drawing_maker.h"
-#include "evidence/gis/writing/outline_input.h"
+#include "evidence/gis/writing/drawn_list.h"
 
-/// A municipality in the making: its layers take outlines, and the drawings are made of them when
-/// it is closed. Nothing is written where one of them was refused.
+/// A municipality in the making, or one that is there and changes: its layers take outlines and
+/// entities, and the drawings are made of them when it is closed. Nothing is written where one of
+/// them was refused.
 class CMunicipioNuevo final : public CDatosNuevosGdal {
 public:
     /// Begins a municipality; nothing is written yet. GDAL owns the result. Null where a picture is
@@ -24,24 +25,33 @@ private:
     bool Sabe(const char* capacidad) const override;
     OGRLayer* CreaCapa(const char* nombre, const OGRSpatialReference* referencia) override;
 
+    bool Termina() override;
     /// Takes a feature of one of its layers. False, which was told, where it is refused.
-    bool Toma(ClaseTopologia clase, const OGRFeature& elemento);
+    bool Toma(const char* capa, const OGRFeature& elemento);
+    bool RechazaCapa(const CString& motivo);
     bool SiNo(const char* opcion) const;
-    /// The list's first line; empty, which was told, where nothing says which municipality it is.
-    CString Cabecera();
-    void Graba();
-    // The two make drawings, and give false where an outline was refused, which was told.
-    bool GrabaPoligonos(CConjuntoSalidas& salidas, std::vector<CString>& entradas);
+    CPedidoDibujo PedidoDe(const CString& nombre, std::vector<ClaseTopologia> clases) const;
+    std::vector<CPedidoDibujo> Pedidos();
+    bool Graba(); ///< false, which was told, where nothing is to be written
+    // They make a drawing, and give false where something was refused, which was told.
+    bool GrabaPoligono(const CString& base, bool estaba, CPedidoDibujo pedido,
+                       CConjuntoSalidas& salidas);
     bool GrabaHojas(CConjuntoSalidas& salidas);
-    void GrabaLista(CConjuntoSalidas& salidas, const CString& cabecera,
-                    const std::vector<CString>& entradas) const;
-    CString Al(const CString& nombre) const; ///< beside the list
+    bool Graba(const CString& base, const CDibujoAntes* antes, CPedidoDibujo pedido,
+               CConjuntoSalidas& salidas);
+    void CuentaCambios(const CString& nombre, const CCambiosDibujo& cambios) const;
 
     CString m_lista;
     CPLStringList m_opciones;
     CNoticias m_noticias;
     CModoDibujo m_modo;
     double m_tolerancia = 0; // of arcs, in metres
+    bool m_sustituye = false;
+    bool m_simula = false;
     bool m_rechazado = false;
+    bool m_terminado = false;
+    bool m_escrito = false;
+    CCapasTraidas m_traidas;
     std::vector<CRecintoEntrante> m_recintos;
+    std::vector<CEntidadEntrante> m_entidades;
 };

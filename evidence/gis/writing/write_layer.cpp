@@ -5,9 +5,8 @@
 #include "evidence/gis/complaints.h"
 
 CCapaNuevaSalida::CCapaNuevaSalida(CTomaElemento toma, const char* nombre,
-                                   std::optional<ClaseTopologia> clase,
                                    const OGRSpatialReference* referencia)
-    : CCapaGdal(nombre, wkbUnknown, referencia), m_toma(std::move(toma)), m_clase(clase)
+    : CCapaGdal(nombre, wkbUnknown, referencia), m_toma(std::move(toma))
 {
 }
 
@@ -24,12 +23,10 @@ OGRErr CCapaNuevaSalida::ICreateFeature(OGRFeature* elemento)
     ++m_ultimo;
     if (elemento->GetFID() == OGRNullFID)
         elemento->SetFID(m_ultimo);
-    if (!m_clase)
-        return OGRERR_NONE;
     if (OGRGeometry* geometria = elemento->GetGeometryRef();
         geometria != nullptr && geometria->getSpatialReference() == nullptr)
         geometria->assignSpatialReference(Referencia());
-    return m_toma(*m_clase, *elemento) ? OGRERR_NONE : OGRERR_FAILURE;
+    return m_toma(*elemento) ? OGRERR_NONE : OGRERR_FAILURE;
 }
 
 bool CCapaNuevaSalida::Sabe(const char* capacidad) const

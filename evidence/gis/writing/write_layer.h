@@ -1,21 +1,17 @@
 #pragma once
 
 #include <functional>
-#include <optional>
 
-#include "evidence/drawn_polygon.h"
 #include "evidence/gis/gdal_versions.h"
 
 /// Takes a feature of a layer for the drawings. False, which was told, where it is refused. Raises
 /// nothing.
-using CTomaElemento = std::function<bool(ClaseTopologia clase, const OGRFeature& elemento)>;
+using CTomaElemento = std::function<bool(const OGRFeature& elemento)>;
 
 /// A layer that takes features for the drawings. It keeps none to be read.
 class CCapaNuevaSalida final : public CCapaGdal {
 public:
-    /// \param clase  what the features are; none for a layer that is left out
-    CCapaNuevaSalida(CTomaElemento toma, const char* nombre, std::optional<ClaseTopologia> clase,
-                     const OGRSpatialReference* referencia);
+    CCapaNuevaSalida(CTomaElemento toma, const char* nombre, const OGRSpatialReference* referencia);
 
     void ResetReading() override {}
     OGRFeature* GetNextFeature() override { return nullptr; }
@@ -26,6 +22,5 @@ private:
     bool Sabe(const char* capacidad) const override;
 
     CTomaElemento m_toma;
-    std::optional<ClaseTopologia> m_clase;
     GIntBig m_ultimo = 0; // number of the last feature
 };

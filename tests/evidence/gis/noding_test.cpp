@@ -148,7 +148,7 @@ TEST(Noding, LeavesNothingThatCrossesAndHardlyMovesAnything)
             anillos.push_back(Estrella(azar, static_cast<double>(azar() % 1000) / 1000 * lado,
                                        static_cast<double>(azar() % 1000) / 1000 * lado, lado));
         std::vector<CAnillo> redondos;
-        ASSERT_TRUE(Anuda(anillos, redondos));
+        ASSERT_TRUE(Anuda(anillos, {}, redondos));
         ASSERT_EQ(redondos.size(), anillos.size());
         const std::set<CArista> aristas = AristasDe(redondos);
         for (const CArista& e : aristas)
@@ -177,7 +177,7 @@ TEST(Noding, GivesNeighboursTheSamePoints)
         Fino({{0, 0}, {100.0004, 0}, {100.0004, 50.2}, {0, 50}}),
         Fino({{100, -30}, {200, -30}, {200, 90}, {100, 90}})};
     std::vector<CAnillo> redondos;
-    ASSERT_TRUE(Anuda(anillos, redondos));
+    ASSERT_TRUE(Anuda(anillos, {}, redondos));
     EXPECT_EQ(redondos[1],
               (CAnillo{{100, -30}, {200, -30}, {200, 90}, {100, 90}, {100, 50}, {100, 0}}));
 }
@@ -188,7 +188,7 @@ TEST(Noding, KeepsADrawingsOwnPointsAndAddsThoseThatLieOnIt)
         Fino({{0, 0}, {100, 0}, {100, 100}, {0, 100}}), Fino({{100, 40}, {200, 40}, {200, 60}}),
         Fino({{90, 90}, {110, 90}, {110, 113}, {90, 111}})}; // crosses the first one
     std::vector<CAnillo> redondos;
-    ASSERT_TRUE(Anuda(anillos, redondos));
+    ASSERT_TRUE(Anuda(anillos, {}, redondos));
     EXPECT_EQ(redondos[0], (CAnillo{{0, 0}, {100, 0}, {100, 40}, {100, 100}, {0, 100}}));
     EXPECT_EQ(redondos[2], (CAnillo{{90, 90}, {110, 90}, {110, 113}, {90, 111}}));
 }
@@ -199,7 +199,7 @@ TEST(Noding, EmptiesWhatRoundingLeavesWithoutASurface)
     ASSERT_TRUE(
         Anuda({Fino({{0.1, 0.1}, {0.3, 0.1}, {0.2, 0.4}}), Fino({{10, 0}, {20, 0.2}, {30, 0.1}}),
                Fino({{0, 100}, {50, 100}, {50, 150}, {25, 125}, {25.2, 180}, {24.9, 125.1}})},
-              redondos));
+              {}, redondos));
     EXPECT_TRUE(redondos[0].empty());
     EXPECT_TRUE(redondos[1].empty());
     EXPECT_EQ(redondos[2].size(), 4U) << "a spike goes, the rest stays";

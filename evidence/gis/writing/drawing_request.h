@@ -1,0 +1,34 @@
+#pragma once
+
+#include <set>
+#include <vector>
+
+#include "evidence/gis/tidings.h"
+#include "evidence/gis/writing/entity_input.h"
+#include "evidence/gis/writing/outline_input.h"
+
+/// How drawings are made where there is a choice.
+struct CModoDibujo {
+    bool admitePiezas = false;   ///< parcels and letters in several outlines are written
+    bool saltaInvalidos = false; ///< outlines that can't be drawn are left out
+    Ganan ganan = Ganan::Nadie;
+    CNoticias* noticias = nullptr;
+};
+
+/// The layers that a source has. Of those that it hasn't a drawing keeps what it has.
+struct CCapasTraidas {
+    bool Hay(ClaseTopologia clase) const { return recintos.contains(clase); }
+    bool Hay(ClaseEntidad clase) const { return entidades.contains(clase); }
+
+    std::set<ClaseTopologia> recintos;
+    std::set<ClaseEntidad> entidades;
+};
+
+/// What a source brings for one drawing.
+struct CPedidoDibujo {
+    CString nombre;                     ///< of the drawing, for messages
+    std::vector<ClaseTopologia> clases; ///< its topologies
+    CCapasTraidas traidas;
+    std::vector<CRecintoEntrante> recintos;
+    std::vector<CEntidadEntrante> entidades;
+};

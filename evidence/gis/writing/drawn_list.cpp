@@ -1,0 +1,178 @@
+#include "evidence/gis/writing/drawn_list.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <map>
+#include <set>
+
+#include "cadastre/polygon_list.h"
+#include "evidence/gis/complaints.h"
+#include "evidence/gis/names.h"
+#include "evidence/municipality_files.h"
+#include "evidence/paths.h"
+#include "platform/ansi.h"
+#include "platform/files/cfile.h"
+#include "vexa_libs/ccadena.h"
+
+namespace {
+
+constexpr char kFinAntiguo = 0x1A;
+
+/// The municipality that the options name by its numbers; empty where they don't, none, which was
+/// told, where they can't be.
+std::optional<CString> CabeceraPorNumeros(const CPLStringList& opciones)
+{
+    constexpr int kMayorCodigo = 999;
+    const char* ger = opciones.FetchNameValue(opcion::kGer);
+    const char* mun = opciones.FetchNameValue(opcion::kMun);
+    CString cabecera;
+    if (ger == nullptr || mun == nullptr)
+        return cabecera;
+    const int numeros[] = {std::atoi(ger), std::atoi(mun)};
+    for (const int numero : numeros)
+        if (numero < 0 || numero > kMayorCodigo) {
+            Falla("GER y MUN van de 0 a 999");
+            return std::nullopt;
+        }
+    cabecera.Format("LISTA%03d%03d", numeros[0], numeros[1]);
+    return cabecera;
+}
+
+/// Names of polygons' files by the polygons' numbers.
+using CPorNumero = std::map<int, std::set<CString>>;
+
+/// Settles the name for one of the source. False, which was told, where it can't.
+bool Situa(const CModoDibujo& modo, const CPorNumero& porNumero, const CString& nombre,
+           CDePoligono& de, std::vector<CString>& dejadas)
+{
+    if (!de.poligono || (de.nombrada && LeeEntero(de.entrada) == *de.poligono))
+        return true;
+    if (de.nombrada) {
+        CString frase;
+        frase.Format("%s: su campo poligono dice %d y su campo entrada dice %s"_ansi, nombre,
+                     *de.poligono, de.entrada);
+        constexpr const char* kClase = "elementos de dos polígonos a la vez"_ansi;
+        if (modo.ganan == Ganan::Nadie) {
+            modo.noticias->Falla(kClase, frase +
+                                             ". Vale uno de los dos con la opción GANAN=NUMEROS "
+                                             "o GANAN=ROTULOS"_ansi);
+            return false;
+        }
+        const bool numeros = modo.ganan == Ganan::Numeros;
+        modo.noticias->Advierte(kClase, frase + (numeros ? ": vale poligono" : ": vale entrada"));
+        if (!numeros)
+            return true;
+        dejadas.push_back(de.entrada);
+    }
+    const auto suyas = porNumero.find(*de.poligono);
+    if (suyas != porNumero.end() && suyas->second.size() > 1) {
+        modo.noticias->Falla("elementos de un polígono con varios dibujos"_ansi,
+                             nombre + ": hay varios dibujos de su polígono, y falta el campo "
+                                      "entrada"_ansi);
+        return false;
+    }
+    de.entrada = suyas == porNumero.end() ? EntradaUsual(*de.poligono) : *suyas->second.begin();
+    return true;
+}
+
+} // namespace
+
+CListaDibujada::CListaDibujada(const CString& nombre, bool sustituye) : m_nombre(nombre)
+{
+    CFile fichero;
+    if (sustituye || !AbreSiHay(fichero, nombre) || fichero.GetLength() == 0)
+        return;
+    m_bytes = std::string(fichero.Tramo(static_cast<std::size_t>(fichero.GetLength())));
+    fichero.Close();
+    if (const std::optional<CListaPoligonos> lista = LeeLista(nombre)) {
+        m_estaba = true;
+        m_cabecera = lista->primera;
+        m_entradas = lista->entradas;
+    }
+}
+
+bool CListaDibujada::Tiene(const CString& entrada) const
+{
+    return std::find(m_entradas.begin(), m_entradas.end(), entrada) != m_entradas.end();
+}
+
+bool CListaDibujada::FijaMunicipio(const CPLStringList& opciones, const char* delOrigen)
+{
+    std::optional<CString> cabecera = CabeceraPorNumeros(opciones);
+    if (!cabecera)
+        return false;
+    const char* puesta = opciones.FetchNameValueDef(opcion::kCabecera, delOrigen);
+    if (cabecera->IsEmpty() && puesta != nullptr)
+        cabecera = AnsiParaDecir(puesta);
+    if (!m_estaba) {
+        m_cabecera = *cabecera;
+        if (m_cabecera.IsEmpty())
+            Falla("Falta el municipio: opciones GER y MUN"_ansi);
+        return !m_cabecera.IsEmpty();
+    }
+    const CString suyo = LeeCabeceraLista(m_cabecera).nombreSalida;
+    constexpr int kCifras = 6;
+    const bool esLista =
+        suyo.GetLength() == kCifras &&
+        std::string_view(suyo).find_first_not_of("0123456789 ") == std::string_view::npos;
+    if (!esLista)
+        FallaCon(
+            "%s no es una lista de polígonos. Con la opción SUSTITUYE=SI se hace una nueva"_ansi,
+            m_nombre);
+    else if (!cabecera->IsEmpty() && LeeCabeceraLista(*cabecera).nombreSalida != suyo)
+        FallaCon("La lista %s es del municipio %s y lo que se escribe es de %s. Con la opción "
+                 "SUSTITUYE=SI se hace una nueva"_ansi,
+                 m_nombre, suyo, LeeCabeceraLista(*cabecera).nombreSalida);
+    else
+        return true;
+    return false;
+}
+
+bool CListaDibujada::SituaEntradas(const CModoDibujo& modo, std::vector<CRecintoEntrante>& recintos,
+                                   std::vector<CEntidadEntrante>& entidades,
+                                   std::vector<CString>& dejadas) const
+{
+    CPorNumero porNumero;
+    for (const CString& entrada : m_entradas)
+        porNumero[LeeEntero(entrada)].insert(entrada);
+    const auto apunta = [&](const CDePoligono& de) {
+        const bool deFiar = de.nombrada && (!de.poligono || *de.poligono == LeeEntero(de.entrada));
+        if (deFiar && !porNumero.contains(LeeEntero(de.entrada)))
+            porNumero[LeeEntero(de.entrada)].insert(de.entrada);
+    };
+    for (const CRecintoEntrante& recinto : recintos)
+        apunta(recinto.de);
+    for (const CEntidadEntrante& entidad : entidades)
+        apunta(entidad.de);
+    bool bien = true;
+    for (CRecintoEntrante& recinto : recintos)
+        bien = Situa(modo, porNumero, recinto.nombre, recinto.de, dejadas) && bien;
+    for (CEntidadEntrante& entidad : entidades)
+        bien = Situa(modo, porNumero, entidad.nombre, entidad.de, dejadas) && bien;
+    return bien;
+}
+
+void CListaDibujada::Graba(const std::vector<CString>& entradas, CConjuntoSalidas& salidas) const
+{
+    std::string nuevas;
+    for (const CString& entrada : entradas)
+        if (!Tiene(entrada))
+            nuevas += "P" + std::string(std::string_view(entrada)) + "\r\n";
+    if (m_estaba && nuevas.empty())
+        return;
+    std::string bytes = m_bytes;
+    std::string fin;
+    if (!m_estaba) {
+        bytes = std::string(std::string_view(m_cabecera)) + "\r\n";
+    } else if (bytes.back() == kFinAntiguo) {
+        bytes.pop_back();
+        fin.push_back(kFinAntiguo);
+    }
+    if (!bytes.empty() && bytes.back() != '\n')
+        bytes += "\r\n";
+    bytes += nuevas + fin;
+    CFile lista;
+    CreaSalida(lista, m_nombre, salidas);
+    lista.Write(bytes.data(), static_cast<UINT>(bytes.size()));
+    lista.Close();
+}

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include <cpl_string.h>
+
+#include "evidence/gis/writing/drawing_request.h"
+#include "platform/cstring.h"
+#include "platform/files/output_set.h"
+
+/// The list of a municipality that is written: the one that is there, to which polygons may come,
+/// or a new one.
+class CListaDibujada {
+public:
+    /// Reads the list that is there. Raises CFileException.
+    /// \param sustituye  it is to be a new one all the same
+    CListaDibujada(const CString& nombre, bool sustituye);
+
+    /// Settles which municipality it is. False, which was told, where nothing says it, or what the
+    /// options or the source say is another one than that of the list that is there.
+    /// \param opciones   of the creation
+    /// \param delOrigen  first line of the list that the source was made of; null for none
+    bool FijaMunicipio(const CPLStringList& opciones, const char* delOrigen);
+
+    bool Estaba() const { return m_estaba; }
+    bool Tiene(const CString& entrada) const;
+
+    /// Gives each outline and entity the name of its polygon's files: of one that tells its number
+    /// alone, the name that the list, or another of them, has for it. What contradicts itself is
+    /// settled as the mode says, or told. The names that don't count any longer go to `dejadas`.
+    /// \return false where something was told
+    bool SituaEntradas(const CModoDibujo& modo, std::vector<CRecintoEntrante>& recintos,
+                       std::vector<CEntidadEntrante>& entidades,
+                       std::vector<CString>& dejadas) const;
+
+    /// Writes the list with these polygons as well, if that changes it. Raises CFileException.
+    void Graba(const std::vector<CString>& entradas, CConjuntoSalidas& salidas) const;
+
+private:
+    CString m_nombre;
+    bool m_estaba = false;
+    std::string m_bytes;
+    CString m_cabecera;
+    std::vector<CString> m_entradas;
+};

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <set>
+
+#include "evidence/gis/writing/drawing_request.h"
+#include "evidence/gis/writing/old_drawing.h"
+#include "vexa_libs/drawing_writer.h"
+
+/// Puts the texts, points and lines of a source into a drawing. Those that name or bound an outline
+/// come out of it: where the drawing is there they must be as they were, and a new one makes them
+/// of the outlines.
+class CEntidadesLibres {
+public:
+    /// \param antes   the drawing that is there; null for none
+    /// \param usadas  positions that its outlines name from now on
+    /// \param dibujo  the one in the making, which begins with it
+    CEntidadesLibres(const CPedidoDibujo& pedido, const CDibujoAntes* antes,
+                     const std::set<int>& usadas, vexageo::CEscritorDibujo& dibujo,
+                     CNoticias& noticias)
+        : m_pedido(pedido), m_antes(antes), m_usadas(usadas), m_dibujo(dibujo), m_noticias(noticias)
+    {
+    }
+
+    /// False, which was told, where one can't be put there.
+    bool Pon();
+    bool Cambia() const { return m_cambia; } ///< something was put or deleted
+
+private:
+    bool PonUna(const CEntidadEntrante& suya);
+    const vexageo::CTexto<int>* LaDeAntes(const CEntidadEntrante& suya) const;
+    bool VieneDeRecinto(const CEntidadEntrante& suya) const;
+    bool Añade(const CEntidadEntrante& suya, const vexageo::CTexto<int>* antes);
+    void BorraLasQueFaltan();
+
+    const CPedidoDibujo& m_pedido;
+    const CDibujoAntes* m_antes;
+    const std::set<int>& m_usadas;
+    vexageo::CEscritorDibujo& m_dibujo;
+    CNoticias& m_noticias;
+    std::set<int> m_vistas; // positions of old ones that came
+    bool m_cambia = false;
+};

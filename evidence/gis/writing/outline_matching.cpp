@@ -1,0 +1,172 @@
+#include "evidence/gis/writing/outline_matching.h"
+
+#include <algorithm>
+#include <map>
+#include <tuple>
+
+#include "evidence/gis/geometry.h"
+
+using vexageo::CPunto;
+
+namespace {
+
+using CAnilloFijo = std::vector<std::pair<std::int64_t, std::int64_t>>;
+/// The rings of an outline, wherever they begin and whichever way they run: the outer one, then the
+/// holes in an order of their own.
+using CContorno = std::vector<CAnilloFijo>;
+
+/// The ring without repeated points, from its least point on, in one of its two directions.
+CAnilloFijo Fija(CAnilloFijo anillo)
+{
+    anillo.erase(std::unique(anillo.begin(), anillo.end()), anillo.end());
+    while (anillo.size() > 1 && anillo.front() == anillo.back())
+        anillo.pop_back();
+    const auto desdeElMenor = [](CAnilloFijo puntos) {
+        // Where a ring touches itself in its least point there are several beginnings.
+        CAnilloFijo mejor = puntos;
+        const auto menor = std::min_element(puntos.begin(), puntos.end());
+        if (menor == puntos.end())
+            return puntos;
+        const std::pair<std::int64_t, std::int64_t> primero = *menor;
+        bool hay = false;
+        for (std::size_t i = 0; i < puntos.size(); ++i) {
+            if (puntos[i] != primero)
+                continue;
+            CAnilloFijo girado = puntos;
+            std::rotate(girado.begin(), girado.begin() + static_cast<std::ptrdiff_t>(i),
+                        girado.end());
+            if (!hay || girado < mejor)
+                mejor = std::move(girado);
+            hay = true;
+        }
+        return mejor;
+    };
+    CAnilloFijo ida = desdeElMenor(anillo);
+    std::reverse(anillo.begin(), anillo.end());
+    return std::min(ida, desdeElMenor(anillo));
+}
+
+void Cierra(CContorno& contorno)
+{
+    if (contorno.size() > 1)
+        std::sort(contorno.begin() + 1, contorno.end());
+}
+
+CContorno ContornoDe(const CRecintoEntrante& recinto)
+{
+    CContorno contorno;
+    for (const CAnilloFino& anillo : recinto.anillos) {
+        CAnilloFijo puntos;
+        for (const CFino& punto : anillo)
+            puntos.emplace_back(punto.x, punto.y);
+        contorno.push_back(Fija(std::move(puntos)));
+    }
+    Cierra(contorno);
+    return contorno;
+}
+
+CContorno ContornoDe(const CRecintoDibujado& recinto)
+{
+    CContorno contorno;
+    const auto pon = [&](const std::vector<CPunto<int>>& anillo) {
+        CAnilloFijo puntos;
+        for (const CPunto<int>& punto : anillo)
+            puntos.emplace_back(EnFinos(punto).x, EnFinos(punto).y);
+        if (!puntos.empty())
+            contorno.push_back(Fija(std::move(puntos)));
+    };
+    if (recinto.contorno.empty())
+        return contorno; // the driver shows none where the outer ring is lost
+    pon(recinto.contorno);
+    for (const CIslaDibujada& isla : recinto.islas)
+        pon(isla.contorno);
+    Cierra(contorno);
+    return contorno;
+}
+
+/// Outlines of a drawing by what they have in common with those that come; each is given once.
+template <class T>
+class CPorAlgo {
+public:
+    void Apunta(T que, std::size_t i) { m_lugares[std::move(que)].push_back(i); }
+    /// The first one that isn't taken and that `vale`; -1 for none.
+    template <class F>
+    int Busca(const T& que, const std::vector<bool>& cogidos, F vale) const
+    {
+        const auto suyos = m_lugares.find(que);
+        if (suyos == m_lugares.end())
+            return -1;
+        const auto suyo = std::find_if(suyos->second.begin(), suyos->second.end(),
+                                       [&](std::size_t i) { return !cogidos[i] && vale(i); });
+        return suyo == suyos->second.end() ? -1 : static_cast<int>(*suyo);
+    }
+
+private:
+    std::map<T, std::vector<std::size_t>> m_lugares;
+};
+
+bool HayRotulo(const CRecintoDibujado& antes)
+{
+    return antes.posicionRotulo > 0;
+}
+
+} // namespace
+
+bool EsElMismoRotulo(const CRecintoEntrante& recinto, const CRecintoDibujado& antes)
+{
+    if (recinto.rotulo.has_value() != HayRotulo(antes))
+        return false;
+    if (recinto.punto && !(recinto.punto->X == antes.punto.X && recinto.punto->Y == antes.punto.Y))
+        return false;
+    return !recinto.rotulo || (*recinto.rotulo == antes.rotulo &&
+                               recinto.codigo.value_or(antes.codigo) == antes.codigo &&
+                               recinto.borrado.value_or(antes.borrado) == antes.borrado);
+}
+
+std::vector<CPareja>
+Empareja(std::vector<CRecintoEntrante>& recintos,
+         const std::vector<CDibujoAntes::CRegistro>& registros,
+         const std::function<bool(CRecintoEntrante&, const CPareja&)>& resuelve)
+{
+    CPorAlgo<CContorno> porContorno;
+    CPorAlgo<CString> porRotulo;
+    for (std::size_t i = 0; i < registros.size(); ++i) {
+        porContorno.Apunta(ContornoDe(registros[i].dibujado), i);
+        if (HayRotulo(registros[i].dibujado))
+            porRotulo.Apunta(registros[i].dibujado.rotulo, i);
+    }
+    std::vector<CPareja> parejas(recintos.size());
+    std::vector<CContorno> contornos;
+    for (const CRecintoEntrante& recinto : recintos)
+        contornos.push_back(ContornoDe(recinto));
+    std::vector<bool> cogidos(registros.size(), false);
+    const auto toma = [&](CPareja& pareja, int i, bool mismoContorno) {
+        if (i < 0)
+            return;
+        cogidos[static_cast<std::size_t>(i)] = true;
+        pareja = {&registros[static_cast<std::size_t>(i)], i, mismoContorno};
+    };
+    const auto vale = [&](const CRecintoEntrante& recinto, int rigor) {
+        return [&registros, &recinto, rigor](std::size_t i) {
+            const CRecintoDibujado& antes = registros[i].dibujado;
+            return rigor == 0 ||
+                   (EsElMismoRotulo(recinto, antes) &&
+                    (rigor == 1 || recinto.numero.value_or(antes.numero) == antes.numero));
+        };
+    };
+    constexpr int kTodoIgual = 2;
+    for (int rigor = kTodoIgual; rigor >= 0; --rigor)
+        for (std::size_t k = 0; k < recintos.size(); ++k)
+            if (parejas[k].antes == nullptr)
+                toma(parejas[k], porContorno.Busca(contornos[k], cogidos, vale(recintos[k], rigor)),
+                     true);
+    std::vector<bool> rechazados(recintos.size(), false);
+    for (std::size_t k = 0; k < recintos.size(); ++k)
+        rechazados[k] = !resuelve(recintos[k], parejas[k]);
+    for (std::size_t k = 0; k < recintos.size(); ++k)
+        if (parejas[k].antes == nullptr && recintos[k].rotulo && !rechazados[k])
+            toma(parejas[k],
+                 porRotulo.Busca(*recintos[k].rotulo, cogidos, [](std::size_t) { return true; }),
+                 false);
+    return parejas;
+}

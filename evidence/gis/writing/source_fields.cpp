@@ -1,0 +1,153 @@
+#include "evidence/gis/writing/source_fields.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <string_view>
+
+#include "evidence/gis/names.h"
+#include "platform/ansi.h"
+
+namespace {
+
+constexpr char32_t kNoEsLetra = 0xFFFFFFFF;
+
+/// Takes the next letter off a text; `kNoEsLetra` for bytes that are no UTF-8.
+char32_t Siguiente(std::string_view& utf8)
+{
+    const auto primero = static_cast<unsigned char>(utf8.front());
+    utf8.remove_prefix(1);
+    const std::size_t siguen = primero < 0x80 ? 0 : primero < 0xE0 ? 1 : primero < 0xF0 ? 2 : 3;
+    if ((primero >= 0x80 && primero < 0xC2) || primero > 0xF4 || utf8.size() < siguen)
+        return kNoEsLetra;
+    char32_t letra = siguen == 0 ? primero : primero & (0x3FU >> siguen);
+    for (std::size_t i = 0; i < siguen; ++i) {
+        const auto byte = static_cast<unsigned char>(utf8[i]);
+        if ((byte & 0xC0U) != 0x80U)
+            return kNoEsLetra;
+        letra = (letra << 6U) | (byte & 0x3FU);
+    }
+    utf8.remove_prefix(siguen);
+    return letra;
+}
+
+/// The code page's byte for a letter; none where it has none.
+std::optional<char> ByteDe(char32_t letra)
+{
+    constexpr char32_t kUltima = 0xFF;
+    const bool alto = std::find(std::begin(ansi::kAltos), std::end(ansi::kAltos), letra) !=
+                      std::end(ansi::kAltos);
+    const bool igual = letra < 0x80 || (letra >= 0xA0 && letra <= kUltima);
+    return alto || igual ? std::optional(ansi::ByteDe(letra)) : std::nullopt;
+}
+
+/// A form without types has blanks where nothing is set.
+bool EstaEnBlanco(std::string_view texto)
+{
+    return texto.find_first_not_of(' ') == std::string_view::npos;
+}
+
+} // namespace
+
+std::optional<CString> EnAnsi(const char* utf8)
+{
+    std::string bytes;
+    for (std::string_view resto = utf8; !resto.empty();) {
+        const char32_t letra = Siguiente(resto);
+        const std::optional<char> byte = letra == kNoEsLetra ? std::nullopt : ByteDe(letra);
+        if (!byte)
+            return std::nullopt;
+        bytes.push_back(*byte);
+    }
+    return CString(std::string_view(bytes));
+}
+
+CString AnsiParaDecir(const char* utf8)
+{
+    std::string bytes;
+    for (std::string_view resto = utf8; !resto.empty();) {
+        const char32_t letra = Siguiente(resto);
+        bytes.push_back(letra == kNoEsLetra ? '?' : ByteDe(letra).value_or('?'));
+    }
+    return CString(std::string_view(bytes));
+}
+
+int CCamposElemento::Puesto(const char* nombre) const
+{
+    const int i = m_elemento.GetFieldIndex(nombre);
+    return i >= 0 && m_elemento.IsFieldSetAndNotNull(i) ? i : -1;
+}
+
+void CCamposElemento::Anota(const char* forma, const char* campo, const char* utf8)
+{
+    if (m_falta.IsEmpty())
+        m_falta.Format(forma, campo, AnsiParaDecir(utf8));
+}
+
+std::optional<CString> CCamposElemento::Texto(const char* nombre)
+{
+    const int i = Puesto(nombre);
+    if (i < 0)
+        return std::nullopt;
+    const char* utf8 = m_elemento.GetFieldAsString(i);
+    std::optional<CString> texto = EnAnsi(utf8);
+    if (!texto)
+        Anota("el campo %s lleva letras que un dibujo no puede llevar: %s"_ansi, nombre, utf8);
+    return texto;
+}
+
+std::optional<int> CCamposElemento::Entero(const char* nombre)
+{
+    const int i = Puesto(nombre);
+    if (i < 0)
+        return std::nullopt;
+    const std::string_view texto = m_elemento.GetFieldAsString(i);
+    if (EstaEnBlanco(texto))
+        return std::nullopt;
+    char* fin = nullptr;
+    const double valor = CPLStrtod(texto.data(), &fin);
+    const bool entero = fin != texto.data() && *fin == '\0' && std::trunc(valor) == valor &&
+                        std::fabs(valor) <= std::numeric_limits<int>::max();
+    if (entero)
+        return static_cast<int>(valor);
+    Anota("el campo %s no es un número entero: %s"_ansi, nombre, texto.data());
+    return std::nullopt;
+}
+
+std::optional<double> CCamposElemento::Real(const char* nombre) const
+{
+    const int i = Puesto(nombre);
+    return i < 0 || EstaEnBlanco(m_elemento.GetFieldAsString(i))
+               ? std::nullopt
+               : std::optional(m_elemento.GetFieldAsDouble(i));
+}
+
+std::optional<bool> CCamposElemento::SiNo(const char* nombre)
+{
+    const int i = Puesto(nombre);
+    if (i < 0)
+        return std::nullopt;
+    if (m_elemento.GetFieldDefnRef(i)->GetType() == OFTString)
+        return CPLTestBool(m_elemento.GetFieldAsString(i)); // "0", "false" and the like are no
+    return m_elemento.GetFieldAsInteger(i) != 0;
+}
+
+CString EntradaUsual(int poligono)
+{
+    CString entrada;
+    entrada.Format("%03d", poligono);
+    return entrada;
+}
+
+CDePoligono LeeDePoligono(CCamposElemento& campos)
+{
+    CDePoligono suyo;
+    suyo.poligono = campos.Entero(capa::kPoligono);
+    const std::optional<CString> entrada = campos.Texto(capa::kEntrada);
+    suyo.nombrada = entrada && !entrada->IsEmpty();
+    if (suyo.nombrada)
+        suyo.entrada = *entrada;
+    else if (suyo.poligono)
+        suyo.entrada = EntradaUsual(*suyo.poligono);
+    return suyo;
+}

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <optional>
+
+#include <ogr_feature.h>
+
+#include "platform/cstring.h"
+
+/// The fields of a feature, by the names that drawings are read with. What a drawing couldn't hold
+/// as it stands there is kept as a fault, and reads as not there.
+class CCamposElemento {
+public:
+    explicit CCamposElemento(const OGRFeature& elemento) : m_elemento(elemento) {}
+
+    bool Hay(const char* nombre) const { return m_elemento.GetFieldIndex(nombre) >= 0; }
+    std::optional<CString> Texto(const char* nombre);
+    std::optional<int> Entero(const char* nombre);
+    std::optional<double> Real(const char* nombre) const;
+    std::optional<bool> SiNo(const char* nombre);
+
+    /// The first fault, in words; empty for none.
+    const CString& Falta() const { return m_falta; }
+
+private:
+    int Puesto(const char* nombre) const;
+    void Anota(const char* forma, const char* campo, const char* utf8);
+
+    const OGRFeature& m_elemento;
+    CString m_falta;
+};
+
+/// A text of GDAL as one of the program, code page 1252; none where that lacks one of its letters.
+std::optional<CString> EnAnsi(const char* utf8);
+/// The same for a text that is only to be told: a letter that is lacking is a question mark.
+CString AnsiParaDecir(const char* utf8);
+
+/// Base name of a polygon's files by its number, "003".
+CString EntradaUsual(int poligono);
+
+/// The polygon's files that two fields name: `entrada`, else the usual name by the number.
+struct CDePoligono {
+    CString entrada; ///< empty where neither field is set
+    std::optional<int> poligono;
+    bool nombrada = false; ///< by `entrada` itself
+};
+CDePoligono LeeDePoligono(CCamposElemento& campos);
