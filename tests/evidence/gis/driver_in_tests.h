@@ -1,0 +1,95 @@
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include <gdal_priv.h>
+#include <gtest/gtest.h>
+#include <ogrsf_frmts.h>
+
+#include "evidence/gis/driver.h"
+#include "tests/support/drawing_in_the_making.h"
+
+using Lineas = std::vector<std::string>;
+
+inline constexpr std::int16_t kParcela = vexageo::CPoligonoTopologico::kParcela;
+inline constexpr std::int16_t kIsla = vexageo::CPoligonoTopologico::kIsla;
+inline constexpr const char* kCuadro = "POLYGON ((0 0,10 0,10 10,0 10,0 0))";
+
+/// GDAL with the driver, its complaints gathered and not printed.
+class CPruebaDriver : public testing::Test {
+protected:
+    CPruebaDriver()
+    {
+        RegistraVexa();
+        CPLPushErrorHandlerEx(
+            [](CPLErr clase, CPLErrorNum, const char* texto) {
+                auto& gritos = *static_cast<std::string*>(CPLGetErrorHandlerUserData());
+                if (clase != CE_Debug)
+                    gritos +=
+                        std::string(clase == CE_Warning ? "aviso: " : "fallo: ") + texto + "\n";
+            },
+            &dicho);
+    }
+    ~CPruebaDriver() override { CPLPopErrorHandler(); }
+
+    GDALDatasetUniquePtr Abre(const CString& lista, std::vector<const char*> opciones = {})
+    {
+        const char* const drivers[] = {"Vexa", nullptr};
+        opciones.push_back(nullptr);
+        return GDALDatasetUniquePtr(
+            GDALDataset::Open(lista.GetString(), GDAL_OF_VECTOR, drivers, opciones.data()));
+    }
+    GDALDatasetUniquePtr Crea(std::vector<const char*> opciones = {"GER=45", "MUN=127"})
+    {
+        opciones.push_back(nullptr);
+        GDALDriver* driver = GetGDALDriverManager()->GetDriverByName("Vexa");
+        return GDALDatasetUniquePtr(driver->Create(carpeta.En("lista.txt").GetString(), 0, 0, 0,
+                                                   GDT_Unknown,
+                                                   const_cast<char**>(opciones.data())));
+    }
+    /// A layer with the fields that its features give.
+    OGRLayer* Capa(GDALDataset& datos, const char* nombre,
+                   const std::vector<std::pair<const char*, OGRFieldType>>& campos)
+    {
+        OGRLayer* capa = datos.CreateLayer(nombre, nullptr, wkbUnknown);
+        EXPECT_NE(capa, nullptr);
+        for (const auto& [campo, tipo] : campos) {
+            OGRFieldDefn definicion(campo, tipo);
+            EXPECT_EQ(capa->CreateField(&definicion), OGRERR_NONE);
+        }
+        return capa;
+    }
+    bool Pon(OGRLayer& capa, const std::map<std::string, std::string>& campos, const char* wkt)
+    {
+        OGRFeature elemento(capa.GetLayerDefn());
+        for (const auto& [campo, valor] : campos)
+            elemento.SetField(campo.c_str(), valor.c_str());
+        OGRGeometry* geometria = nullptr;
+        if (wkt != nullptr)
+            OGRGeometryFactory::createFromWkt(wkt, nullptr, &geometria);
+        elemento.SetGeometryDirectly(geometria);
+        return capa.CreateFeature(&elemento) == OGRERR_NONE;
+    }
+    /// A line for each feature: the values of these fields and the geometry.
+    std::vector<std::string> Lee(GDALDataset& datos, const char* nombre,
+                                 const std::vector<const char*>& campos)
+    {
+        std::vector<std::string> lineas;
+        for (const auto& elemento : *datos.GetLayerByName(nombre)) {
+            std::string& linea = lineas.emplace_back();
+            for (const char* campo : campos)
+                linea += std::string(elemento->IsFieldSetAndNotNull(elemento->GetFieldIndex(campo))
+                                         ? elemento->GetFieldAsString(campo)
+                                         : "-") +
+                         "|";
+            if (const OGRGeometry* geometria = elemento->GetGeometryRef())
+                linea += geometria->exportToWkt();
+        }
+        return lineas;
+    }
+
+    CCarpetaPrueba carpeta;
+    std::string dicho;
+};

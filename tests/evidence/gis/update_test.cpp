@@ -1,0 +1,574 @@
+#include "tests/evidence/gis/driver_in_tests.h"
+
+#include <cerrno>
+#include <filesystem>
+
+#include "evidence/drawn_polygon.h"
+#include "evidence/gis/names.h"
+#include "platform/ansi.h"
+#include "tests/faults/fault_plan.h"
+
+// Writing over a municipality: what the source brings changes, and nothing else.
+
+namespace {
+
+using CElemento = std::map<std::string, std::string>; // fields, and the geometry as "wkt"
+using CElementos = std::vector<CElemento>;
+
+constexpr const char* kFicheros[] = {"1.BIN", "1.PAR", "1.SUB", "1.POL",    "2.BIN",
+                                     "2.PAR", "2.SUB", "2.POL", "lista.txt"};
+
+/// A municipality of two polygons, which are alike: parcels 7 and 8 side by side, 9 apart, an
+/// outline without a label, subparcel a of 7, heights, a line, a text and a point of nobody.
+class Update : public CPruebaDriver {
+protected:
+    Update()
+    {
+        CDibujoPrueba dibujo(carpeta);
+        const int izquierda =
+            dibujo.Linea({{1000, 0, 5}, {0, 0, 6}, {0, 1000, 7}, {1000, 1000, 8}});
+        const int muro = dibujo.Linea({{1000, 1000, 8}, {1000, 0, 5}});
+        const int derecha = dibujo.Linea({{1000, 0, 5}, {2000, 0}, {2000, 1000}, {1000, 1000, 8}});
+        const int aparte = dibujo.Cuadrado(5000, 5000, 10);
+        const int charca = dibujo.Cuadrado(8000, 8000, 3);
+        dibujo.par = {{kParcela, 100, dibujo.Parcela("7", 500, 500), {izquierda, muro}, {}, 1},
+                      {kParcela, 100, dibujo.Parcela("8", 1500, 500), {derecha, muro}, {}, 2},
+                      {kParcela, 100, dibujo.Parcela("9", 5500, 5500), {aparte}, {}, 3},
+                      {kParcela, 9, 0, {charca}, {8100, 8100}, 4}};
+        dibujo.sub = {{kParcela, 100, dibujo.Subparcela("7-a", 400, 400), {izquierda, muro}}};
+        dibujo.pol = {{kParcela, 100, dibujo.Rotulo("125101", "1", 1, 1), {aparte}}};
+        dibujo.Linea({{100, 100, 3}, {9000, 9000, 4}}, "127001");
+        dibujo.Rotulo("129001", "Camino", 300, 300);
+        dibujo.Graba();
+        for (const char* extension : {"BIN", "PAR", "SUB", "POL"})
+            std::filesystem::copy_file(carpeta.Ruta() / (std::string("1.") + extension),
+                                       carpeta.Ruta() / (std::string("2.") + extension));
+        carpeta.Pon("lista.txt", "TREN 045127 PUEBLO\r\nP1\r\nP2");
+        for (const char* fichero : kFicheros)
+            antes[fichero] = carpeta.Lee(fichero);
+    }
+
+    /// The features of a layer as they are read, those of polygon 1 alone.
+    CElementos Elementos(const char* capa)
+    {
+        CElementos elementos;
+        const GDALDatasetUniquePtr datos = Abre(carpeta.En("lista.txt"));
+        for (const auto& elemento : *datos->GetLayerByName(capa)) {
+            CElemento& suyo = elementos.emplace_back();
+            for (int i = 0; i < elemento->GetFieldCount(); ++i)
+                if (elemento->IsFieldSetAndNotNull(i))
+                    suyo[elemento->GetFieldDefnRef(i)->GetNameRef()] =
+                        elemento->GetFieldAsString(i);
+            if (const OGRGeometry* geometria = elemento->GetGeometryRef())
+                suyo["wkt"] = geometria->exportToWkt();
+        }
+        std::erase_if(elementos, [](const CElemento& suyo) { return suyo.at("poligono") != "1"; });
+        return elementos;
+    }
+    /// Writes layers over what is there.
+    void Escribe(const std::map<std::string, CElementos>& capas,
+                 const std::vector<const char*>& opciones = {})
+    {
+        dicho.clear();
+        const GDALDatasetUniquePtr datos = Crea(opciones);
+        ASSERT_NE(datos, nullptr);
+        for (const auto& [nombre, elementos] : capas) {
+            OGRLayer* capa = datos->CreateLayer(nombre.c_str(), nullptr, wkbUnknown);
+            ASSERT_NE(capa, nullptr) << dicho;
+            for (const CElemento& elemento : elementos)
+                for (const auto& [campo, valor] : elemento)
+                    if (campo != "wkt" && capa->GetLayerDefn()->GetFieldIndex(campo.c_str()) < 0) {
+                        OGRFieldDefn definicion(campo.c_str(), OFTString);
+                        ASSERT_EQ(capa->CreateField(&definicion), OGRERR_NONE);
+                    }
+            for (CElemento elemento : elementos) {
+                const std::string wkt = elemento["wkt"];
+                elemento.erase("wkt");
+                Pon(*capa, elemento, wkt.empty() ? nullptr : wkt.c_str());
+            }
+        }
+    }
+    /// The files that aren't as they were.
+    Lineas Cambiados() const
+    {
+        Lineas cambiados;
+        for (const char* fichero : kFicheros)
+            if (carpeta.Lee(fichero) != antes.at(fichero))
+                cambiados.emplace_back(fichero);
+        return cambiados;
+    }
+    /// The drawing of polygon 1 is what it was, but for deleted marks, with something behind it.
+    void EsperaQueCrece() const
+    {
+        const std::string ahora = carpeta.Lee("1.BIN");
+        const std::string& viejo = antes.at("1.BIN");
+        ASSERT_GE(ahora.size(), viejo.size());
+        CFile bin;
+        ASSERT_TRUE(bin.Open(carpeta.En("1.BIN"), CFile::modeRead));
+        std::size_t deAntes = 0;
+        ASSERT_TRUE(RecorreEntidades(bin, [&](int posicion, const vexageo::CTexto<int>& entidad) {
+            const auto desde = static_cast<std::size_t>(posicion) - 1;
+            deAntes += desde < viejo.size() ? 1U : 0U;
+            if (desde < viejo.size() && !entidad.Tipo().EsBorrado())
+                EXPECT_EQ(ahora.substr(desde, static_cast<std::size_t>(entidad.Bytes())),
+                          viejo.substr(desde, static_cast<std::size_t>(entidad.Bytes())));
+        }));
+        EXPECT_EQ(deAntes, 12U);
+    }
+    Lineas Parcelas()
+    {
+        const GDALDatasetUniquePtr datos = Abre(carpeta.En("lista.txt"));
+        Lineas lineas;
+        for (const std::string& linea :
+             Lee(*datos, "parcelas", {"poligono", "parcela", "area_registro", "numero"}))
+            lineas.push_back(linea.substr(0, linea.rfind('|')));
+        return lineas;
+    }
+
+    std::map<std::string, std::string> antes;
+};
+
+CElemento& Parcela(CElementos& elementos, const char* numero)
+{
+    for (CElemento& elemento : elementos)
+        if (elemento["parcela"] == numero)
+            return elemento;
+    throw std::out_of_range(numero);
+}
+
+constexpr const char* kParcelasAntes[] = {"7|100|1", "8|100|2", "9|100|3", "-|9|4"};
+
+} // namespace
+
+TEST_F(Update, LeavesAllBytesWhereNothingWasEdited)
+{
+    for (const std::vector<std::string>& nombres :
+         {std::vector<std::string>{"parcelas"},
+          {"subparcelas", "poligonos"},
+          {"rotulos"},
+          {"lineas"},
+          {"parcelas", "subparcelas", "poligonos", "rotulos", "lineas"}}) {
+        std::map<std::string, CElementos> capas;
+        for (const std::string& nombre : nombres)
+            capas[nombre] = Elementos(nombre.c_str());
+        Escribe(capas);
+        EXPECT_EQ(Cambiados(), Lineas()) << nombres.front();
+        EXPECT_EQ(dicho, "");
+    }
+}
+
+TEST_F(Update, BringsEachEditOfAnOutlineAndNothingElse)
+{
+    const struct {
+        const char* motivo;
+        std::function<void(CElementos&)> edita;
+        Lineas quedan; ///< of polygon 1
+        Lineas cambian;
+    } casos[] = {
+        {"deleted",
+         [](CElementos& todas) { todas.erase(todas.begin() + 1); },
+         {"7|100|1", "9|100|3", "-|9|4"},
+         {"1.BIN", "1.PAR"}},
+        {"new, by its number alone",
+         [](CElementos& todas) {
+             todas.push_back({{"poligono", "1"},
+                              {"parcela", "20"},
+                              {"wkt", "POLYGON ((0 10,10 10,10 15,0 15,0 10))"}});
+         },
+         {"7|100|1", "8|100|2", "9|100|3", "-|9|4", "20|50|5"},
+         {"1.BIN", "1.PAR"}},
+        {"moved boundary",
+         [](CElementos& todas) {
+             Parcela(todas, "7")["wkt"] = "POLYGON ((0 0,12 0,12 10,0 10,0 0))";
+             Parcela(todas, "8")["wkt"] = "POLYGON ((12 0,20 0,20 10,12 10,12 0))";
+         },
+         {"7|120|1", "8|80|2", "9|100|3", "-|9|4"},
+         {"1.BIN", "1.PAR"}},
+        {"split, and the label's field taken out",
+         [](CElementos& todas) {
+             Parcela(todas, "9")["wkt"] = "POLYGON ((50 50,60 50,60 54,50 54,50 50))";
+             todas.push_back(Parcela(todas, "9"));
+             todas.back().erase("rotulo");
+             todas.back()["parcela"] = "21";
+             todas.back()["wkt"] = "POLYGON ((50 54,60 54,60 60,50 60,50 54))";
+         },
+         {"7|100|1", "8|100|2", "9|40|3", "-|9|4", "21|60|3"},
+         {"1.BIN", "1.PAR"}},
+        {"another number",
+         [](CElementos& todas) {
+             Parcela(todas, "9")["parcela"] = "19";
+             for (CElemento& una : todas)
+                 if (una["parcela"] == "19")
+                     una["rotulo"] = "19";
+         },
+         {"7|100|1", "8|100|2", "19|100|3", "-|9|4"},
+         {"1.BIN", "1.PAR"}},
+        {"a label for the one without",
+         [](CElementos& todas) { todas[3]["parcela"] = "30"; },
+         {"7|100|1", "8|100|2", "9|100|3", "30|9|4"},
+         {"1.BIN", "1.PAR"}},
+        {"another number of the record alone",
+         [](CElementos& todas) { todas[0]["numero"] = "77"; },
+         {"7|100|77", "8|100|2", "9|100|3", "-|9|4"},
+         {"1.PAR"}},
+        {"turned round, begun elsewhere and in another order",
+         [](CElementos& todas) {
+             Parcela(todas, "7")["wkt"] = "POLYGON ((10 10,10 0,0 0,0 10,10 10))";
+             std::swap(todas[0], todas[2]);
+         },
+         {kParcelasAntes[0], kParcelasAntes[1], kParcelasAntes[2], kParcelasAntes[3]},
+         {}},
+    };
+    for (const auto& caso : casos) {
+        SCOPED_TRACE(caso.motivo);
+        for (const char* fichero : kFicheros)
+            carpeta.Pon(fichero, antes[fichero]);
+        CElementos todas = Elementos("parcelas");
+        for (CElemento& una : todas) // what a GIS would show beside the number
+            if (una.contains("parcela"))
+                una.erase("estado");
+        caso.edita(todas);
+        Escribe({{"parcelas", todas}});
+        EXPECT_EQ(dicho.find("fallo: "), std::string::npos) << dicho;
+        EXPECT_EQ(Cambiados(), caso.cambian);
+        Lineas esperadas;
+        for (const std::string& linea : caso.quedan)
+            esperadas.push_back("1|" + linea);
+        for (const char* linea : kParcelasAntes)
+            esperadas.push_back(std::string("2|") + linea);
+        EXPECT_EQ(Parcelas(), esperadas);
+        EsperaQueCrece();
+    }
+}
+
+TEST_F(Update, KeepsHeightsAndSharesLinesWithWhatStays)
+{
+    CElementos todas = Elementos("parcelas");
+    Parcela(todas, "7")["wkt"] = "POLYGON ((0 0,10 0,10 10,0 10,-2 5,0 0))";
+    Escribe({{"parcelas", todas}});
+    CFile bin;
+    ASSERT_TRUE(bin.Open(carpeta.En("1.BIN"), CFile::modeRead));
+    std::vector<vexageo::CTexto<int>> nuevas;
+    RecorreEntidades(bin, [&](int posicion, const vexageo::CTexto<int>& entidad) {
+        if (static_cast<std::size_t>(posicion) > antes["1.BIN"].size())
+            nuevas.push_back(entidad);
+    });
+    std::string puntos; // the subparcel keeps the old outline, so the lines part where it does
+    for (const vexageo::CTexto<int>& nueva : nuevas) {
+        EXPECT_TRUE(nueva.Tipo().EsLinea()) << "the label is there";
+        for (const auto& punto : nueva.Puntos())
+            puntos += std::to_string(punto.X) + " " + std::to_string(punto.Y) + " " +
+                      std::to_string(punto.Z) + ",";
+        puntos.back() = ';';
+    }
+    EXPECT_EQ(puntos, "0 0 6,1000 0 5;1000 1000 8,0 1000 7;0 1000 7,-200 500 0,0 0 6;")
+        << "all but the wall to parcel 8";
+}
+
+TEST_F(Update, RefusesWhatContradictsItselfUnlessAnOptionSaysWhichCounts)
+{
+    const struct {
+        const char* motivo;
+        const char* capa;
+        std::function<void(CElementos&)> edita;
+        const char* frase;
+        const char* conNumeros; ///< a label of polygon 1 that is there then
+        const char* conRotulos;
+    } casos[] = {
+        {"the parcel", "parcelas",
+         [](CElementos& todas) { Parcela(todas, "8")["parcela"] = "999"; },
+         "la parcela 8 del polígono 1 (elemento 2): su campo parcela dice 999 y su rótulo dice "
+         "\"8\"",
+         "999", "8"},
+        {"the letter", "subparcelas", [](CElementos& todas) { todas[0]["letra"] = "ñ"; },
+         "su campo letra dice ñ y su rótulo dice \"7-a\"", "7-ñ", "7-a"},
+        {"the parcel of a letter", "subparcelas",
+         [](CElementos& todas) { todas[0]["parcela"] = "12"; }, "su campo parcela dice 12", "12-a",
+         "7-a"},
+        {"a deleted label", "parcelas", [](CElementos& todas) { todas[0]["borrado"] = "1"; },
+         "su campo parcela dice 7 y su rótulo dice \"7\", que no vale", "7", "7"},
+        {"the polygon", "parcelas", [](CElementos& todas) { todas[0]["poligono"] = "2"; },
+         "su campo poligono dice 2 y su campo entrada dice 1", "8", "7"},
+    };
+    for (const auto& caso : casos) {
+        SCOPED_TRACE(caso.motivo);
+        for (const char* opcion : {"GANAN=NADIE", "GANAN=NUMEROS", "GANAN=ROTULOS"}) {
+            SCOPED_TRACE(opcion);
+            for (const char* fichero : kFicheros)
+                carpeta.Pon(fichero, antes[fichero]);
+            CElementos todas = Elementos(caso.capa);
+            caso.edita(todas);
+            Escribe({{caso.capa, todas}}, {opcion, "PIEZAS=SI"});
+            EXPECT_NE(dicho.find(caso.frase), std::string::npos) << dicho;
+            EXPECT_EQ(dicho.find("fallo: ") != std::string::npos,
+                      opcion == std::string("GANAN=NADIE"))
+                << dicho;
+            if (opcion == std::string("GANAN=NADIE")) {
+                EXPECT_EQ(Cambiados(), Lineas());
+                continue;
+            }
+            const CElementos ahora = Elementos(caso.capa);
+            const char* esperado =
+                opcion == std::string("GANAN=NUMEROS") ? caso.conNumeros : caso.conRotulos;
+            EXPECT_TRUE(std::any_of(ahora.begin(), ahora.end(), [&](const CElemento& una) {
+                return una.contains("rotulo") && una.at("rotulo") == esperado;
+            })) << esperado;
+        }
+    }
+    EXPECT_EQ(Parcelas().size(), 8U) << "the first parcel stayed, its files' name counted";
+}
+
+TEST_F(Update, MovesAParcelToAnotherPolygonWhereItsNumberCounts)
+{
+    CElementos todas = Elementos("parcelas");
+    todas.resize(1);
+    todas[0]["poligono"] = "2";
+    Escribe({{"parcelas", todas}}, {"GANAN=NUMEROS", "PIEZAS=SI"});
+    EXPECT_EQ(Parcelas(), (Lineas{"2|7|100|1"})) << "both polygons were named";
+    EXPECT_EQ(carpeta.Lee("lista.txt"), antes["lista.txt"]);
+}
+
+TEST_F(Update, ChangesTextsAndLinesOfNobody)
+{
+    std::map<std::string, CElementos> capas = {{"rotulos", Elementos("rotulos")},
+                                               {"lineas", Elementos("lineas")}};
+    CElementos& rotulos = capas["rotulos"];
+    ASSERT_EQ(rotulos.back()["texto"], "Camino");
+    rotulos.back()["texto"] = "Camino del río";
+    rotulos.push_back({{"poligono", "1"}, {"texto", "Fuente"}, {"wkt", "POINT (3 4)"}});
+    ASSERT_EQ(capas["lineas"].back()["linde"], "0");
+    capas["lineas"].pop_back();
+    Escribe(capas);
+    EXPECT_EQ(dicho, "");
+    EXPECT_EQ(Cambiados(), Lineas{"1.BIN"});
+    EsperaQueCrece();
+    Lineas textos;
+    for (const CElemento& uno : Elementos("rotulos"))
+        if (!uno.contains("capa"))
+            textos.push_back(uno.at("texto") + "|" + uno.at("codigo") + "|" + uno.at("borrado") +
+                             "|" + uno.at("wkt"));
+    EXPECT_EQ(textos, (Lineas{"Camino|129001|1|POINT (3 3)", "Camino del río|129001|0|POINT (3 3)",
+                              "Fuente|nuevo|0|POINT (3 4)"}));
+    EXPECT_EQ(Elementos("lineas").back().at("borrado"), "1");
+    EXPECT_EQ(Elementos("parcelas").size(), 4U);
+}
+
+TEST_F(Update, RefusesALabelOrABoundaryThatChangesOutsideItsOutline)
+{
+    for (const auto& [capa, campo, frase] :
+         {std::tuple("rotulos", "texto", "el rótulo \"70\" del polígono 1 (elemento 1) es de un"),
+          std::tuple("lineas", "codigo", "la línea del polígono 1 (elemento 1) es linde de un")}) {
+        CElementos todas = Elementos(capa);
+        todas[0][campo] += "0";
+        Escribe({{capa, todas}});
+        EXPECT_NE(dicho.find(frase), std::string::npos) << dicho;
+        EXPECT_NE(dicho.find("fallo: "), std::string::npos);
+        EXPECT_EQ(Cambiados(), Lineas());
+    }
+}
+
+TEST_F(Update, WritesTextsAndLinesIntoAnEmptyFolder)
+{
+    std::map<std::string, CElementos> capas;
+    for (const char* capa : {"parcelas", "subparcelas", "poligonos", "rotulos", "lineas"})
+        capas[capa] = Elementos(capa);
+    for (const char* fichero : kFicheros)
+        std::filesystem::remove(carpeta.Ruta() / fichero);
+    Escribe(capas, {"GER=45", "MUN=127"});
+    EXPECT_EQ(dicho.find("fallo: "), std::string::npos) << dicho;
+    const GDALDatasetUniquePtr datos = Abre(carpeta.En("lista.txt"));
+    ASSERT_NE(datos, nullptr);
+    EXPECT_EQ(Lee(*datos, "rotulos", {"texto", "codigo"}).back(), "Camino|129001|POINT (3 3)");
+    EXPECT_EQ(Lee(*datos, "rotulos", {}).size(), capas["rotulos"].size());
+    EXPECT_EQ(Lee(*datos, "lineas", {"codigo", "linde"}).back(), "127001|0|LINESTRING (1 1,90 90)");
+    EXPECT_EQ(Lee(*datos, "lineas", {}).size(), capas["lineas"].size());
+}
+
+TEST_F(Update, LeavesWhatItCantChangeAndSaysWhy)
+{
+    const std::string cortado = antes["1.BIN"].substr(0, antes["1.BIN"].size() - 3);
+    const struct {
+        const char* motivo;
+        const char* fichero;
+        std::string bytes;
+        std::vector<const char*> opciones;
+        const char* frase;
+    } casos[] = {
+        {"another municipality",
+         "lista.txt",
+         antes["lista.txt"],
+         {"GER=45", "MUN=128"},
+         "es del municipio 045127 y lo que se escribe es de 045128"},
+        {"no list", "lista.txt", "una carta\r\n", {}, "no es una lista de polígonos"},
+        {"a damaged drawing",
+         "1.BIN",
+         cortado,
+         {},
+         "el dibujo 1 no se puede cambiar: su .BIN está"},
+        {"a damaged topology",
+         "1.PAR",
+         antes["1.PAR"] + "VPOL",
+         {},
+         "el dibujo 1 no se puede cambiar: su .PAR está dañado"},
+        {"no drawing", "1.BIN", "", {}, "tiene .SUB y le falta el .BIN"},
+        {"a record of a newer drawing",
+         "1.BIN",
+         antes["1.BIN"].substr(0, 16),
+         {},
+         "sus topologías están fuera de fecha"},
+    };
+    CElementos todas = Elementos("parcelas");
+    Parcela(todas, "9")["wkt"] = "POLYGON ((50 50,60 50,60 54,50 54,50 50))";
+    for (const auto& caso : casos) {
+        SCOPED_TRACE(caso.motivo);
+        for (const char* fichero : kFicheros)
+            carpeta.Pon(fichero, antes[fichero]);
+        carpeta.Pon(caso.fichero, caso.bytes);
+        if (caso.bytes.empty())
+            std::filesystem::remove(carpeta.Ruta() / caso.fichero);
+        Escribe({{"parcelas", todas}}, caso.opciones);
+        EXPECT_NE(dicho.find(caso.frase), std::string::npos) << dicho;
+        EXPECT_TRUE(dicho.ends_with("fallo: No se ha escrito ningún dibujo\n")) << dicho;
+        for (const char* fichero : kFicheros)
+            EXPECT_TRUE(carpeta.Lee(fichero) == antes[fichero] ||
+                        fichero == std::string(caso.fichero));
+        std::vector<const char*> opciones = {"SUSTITUYE=SI", "GER=45", "MUN=128"};
+        Escribe({{"parcelas", todas}}, opciones);
+        EXPECT_EQ(carpeta.Lee("lista.txt"), "LISTA045128\r\nP1\r\n");
+        EXPECT_EQ(carpeta.Lee("1.SUB"), "");
+    }
+}
+
+TEST_F(Update, KeepsAnInvalidOutlineThatNobodyTouched)
+{
+    const char* pajarita = "POLYGON ((50 50,60 60,60 50,50 60,50 50))";
+    CDibujoPrueba dibujo(carpeta);
+    const int lazo =
+        dibujo.Linea({{5000, 5000}, {6000, 6000}, {6000, 5000}, {5000, 6000}, {5000, 5000}});
+    dibujo.par = {{kParcela, 100, dibujo.Parcela("7", 100, 100), {dibujo.Cuadrado(0, 0, 10)}},
+                  {kParcela, 50, dibujo.Parcela("8", 5100, 5050), {lazo}}};
+    dibujo.Graba();
+    CElementos todas = Elementos("parcelas");
+    ASSERT_EQ(Parcela(todas, "8")["wkt"], pajarita);
+    Parcela(todas, "7")["wkt"] = "POLYGON ((0 0,9 0,9 9,0 9,0 0))";
+    Escribe({{"parcelas", todas}});
+    EXPECT_EQ(dicho, "");
+    EXPECT_EQ(Parcela(todas = Elementos("parcelas"), "8")["wkt"], pajarita);
+    EXPECT_EQ(Parcela(todas, "7")["area_registro"], "81");
+    // One that came to be invalid is refused, or stays as it was.
+    Parcela(todas, "7")["wkt"] = "POLYGON ((0 0,9 9,9 0,0 9,0 0))";
+    Escribe({{"parcelas", todas}}, {"INVALIDOS=SI"});
+    EXPECT_NE(dicho.find("Se deja como estaba la parcela 7"), std::string::npos) << dicho;
+    EXPECT_EQ(Parcela(todas = Elementos("parcelas"), "7")["area_registro"], "81");
+}
+
+TEST_F(Update, AddsAPolygonToTheListAndFindsThoseThatHaveOtherNames)
+{
+    Escribe({{"parcelas",
+              {{{"poligono", "2"}, {"parcela", "7"}, {"wkt", kCuadro}},
+               {{"poligono", "3"}, {"parcela", "1"}, {"wkt", kCuadro}}}}});
+    EXPECT_EQ(dicho, "");
+    EXPECT_EQ(carpeta.Lee("lista.txt"), antes["lista.txt"] + "\r\nP003\r\n");
+    EXPECT_EQ(Parcelas().size(), 4U + 1U + 1U);
+    EXPECT_EQ(Cambiados(), (Lineas{"2.BIN", "2.PAR", "lista.txt"}))
+        << "parcel 7 of polygon 2 came as it was, the others are gone";
+}
+
+TEST_F(Update, TellsWhatWouldChangeAndChangesNothing)
+{
+    CElementos todas = Elementos("parcelas");
+    Parcela(todas, "9")["wkt"] = "POLYGON ((50 50,60 50,60 58,50 58,50 50))";
+    todas.erase(todas.begin());
+    Escribe({{"parcelas", todas}}, {"SIMULA=SI"});
+    EXPECT_EQ(dicho, "aviso: 1: 0 recintos nuevos, 1 cambiados, 1 quitados y 2 como estaban\n");
+    EXPECT_EQ(Cambiados(), Lineas());
+}
+
+TEST_F(Update, ComesWholeOrNotAtAllWhateverFails)
+{
+    CElementos todas = Elementos("parcelas");
+    Parcela(todas, "9")["wkt"] = "POLYGON ((50 50,60 50,60 54,50 54,50 50))";
+    todas.push_back({{"poligono", "3"}, {"parcela", "1"}, {"wkt", kCuadro}});
+    const auto escribe = [&] {
+        Escribe({{"parcelas", todas}});
+        return Cambiados();
+    };
+    Plan() = {};
+    const Lineas limpios = escribe();
+    EXPECT_EQ(limpios, (Lineas{"1.BIN", "1.PAR", "lista.txt"}));
+    const long cuantas = Plan().llamadas;
+    for (long en = 1; en <= cuantas && !HasFailure(); ++en) {
+        SCOPED_TRACE(testing::Message() << "call " << en << " of " << cuantas);
+        for (const char* fichero : kFicheros)
+            carpeta.Pon(fichero, antes[fichero]);
+        Plan() = {CPlanDeFallos::Que::FallaLlamada, en};
+        Plan().error = EIO;
+        const Lineas cambiados = escribe();
+        Plan() = {};
+        EXPECT_TRUE(cambiados.empty() || cambiados == limpios);
+        EXPECT_TRUE(cambiados == limpios || dicho.find("fallo: ") != std::string::npos);
+    }
+}
+
+TEST_F(Update, RefusesByNameWhatADrawingCantHold)
+{
+    const struct {
+        const char* motivo;
+        CElemento elemento;
+        const char* frase;
+    } casos[] = {
+        {"letters of another alphabet",
+         {{"poligono", "1"}, {"rotulo", "7α"}},
+         "el campo rotulo lleva letras que un dibujo no puede llevar: 7?"},
+        {"no number",
+         {{"poligono", "1"}, {"parcela", "12 bis"}},
+         "el campo parcela no es un número entero: 12 bis"},
+        {"half a number", {{"poligono", "1"}, {"parcela", "1.5"}}, "no es un número entero: 1.5"},
+        {"a negative one", {{"poligono", "1"}, {"parcela", "-3"}}, "lleva un número negativo"},
+        {"no polygon", {{"parcela", "3"}, {"poligono", ""}}, "falta el campo poligono"},
+    };
+    for (const auto& caso : casos) {
+        SCOPED_TRACE(caso.motivo);
+        CElemento elemento = caso.elemento;
+        elemento["wkt"] = kCuadro;
+        Escribe({{"parcelas", {elemento}}});
+        EXPECT_NE(dicho.find(caso.frase), std::string::npos) << dicho;
+        EXPECT_NE(dicho.find("fallo: "), std::string::npos);
+        EXPECT_EQ(Cambiados(), Lineas());
+    }
+}
+
+TEST_F(Update, CountsWhatItHasToldAHundredTimes)
+{
+    CElementos todas;
+    for (int i = 0; i < 300; ++i) { // each upon the next one
+        const std::string x = std::to_string(i * 10);
+        const std::string hasta = std::to_string(i * 10 + 12);
+        todas.push_back({{"poligono", "5"},
+                         {"parcela", std::to_string(i + 1)},
+                         {"wkt", "POLYGON ((" + x + " 0," + hasta + " 0," + hasta + " 10," + x +
+                                     " 10," + x + " 0))"}});
+    }
+    Escribe({{"parcelas", todas}});
+    const auto veces = [&](const std::string& que) {
+        int cuantas = 0;
+        for (std::size_t en = dicho.find(que); en != std::string::npos;
+             en = dicho.find(que, en + 1))
+            ++cuantas;
+        return cuantas;
+    };
+    EXPECT_EQ(veces("se solapan la parcela"), 100);
+    EXPECT_EQ(veces("299 solapes de parcelas en el polígono 005: 5980.00 m2 en total"), 1);
+    EXPECT_EQ(
+        veces("299 solapes de más de 1 m2 en total, de los que se han dicho los 100 primeros; "
+              "suman 5980.00 m2"),
+        1);
+}
+
+TEST_F(Update, IsNobodysToDelete)
+{
+    EXPECT_NE(GetGDALDriverManager()->GetDriverByName("Vexa")->Delete(
+                  carpeta.En("lista.txt").GetString()),
+              CE_None);
+    EXPECT_EQ(Cambiados(), Lineas());
+}
