@@ -4,7 +4,9 @@
 
 #include "cadastre/table_files.h"
 #include "evidence/paths.h"
+#include "platform/files/any_case_name.h"
 #include "platform/files/cstdio_file.h"
+#include "platform/files/system_files.h"
 
 namespace {
 
@@ -57,4 +59,28 @@ std::optional<CListaPoligonos> LeeLista(const CString& nombre)
     for (CString linea; fichero.ReadString(linea);)
         lista.entradas.push_back(EntradaDeLista(linea));
     return lista;
+}
+
+CString BuscaHojas(const CString& carpeta)
+{
+    constexpr const char* kUsual = "ortos.TOP";
+    CNombresEnDisco nombres;
+    const CString usual = CFile::EnDisco(EnCarpeta(carpeta, kUsual), nombres);
+    if (HayFichero(usual))
+        return usual;
+    const CString lugar = carpeta.IsEmpty() ? "." : carpeta;
+    sistema::Error error;
+    CString unica;
+    const std::vector<std::filesystem::path> todos = sistema::Lista(sistema::Ruta(lugar), error);
+    if (NoSeHalla(CFile::RutaCompleta(lugar), error))
+        return {};
+    for (const std::filesystem::path& nombre : todos) {
+        const CString ruta = EnCarpeta(carpeta, sistema::Nombre(nombre));
+        if (ExtensionDe(ruta) != "TOP")
+            continue;
+        if (!unica.IsEmpty())
+            return {};
+        unica = ruta;
+    }
+    return unica;
 }

@@ -34,3 +34,7 @@ struct CListaPoligonos {
 
 /// Reads a list file; nothing where it isn't there. Raises CFileException where it can't be read.
 std::optional<CListaPoligonos> LeeLista(const CString& nombre);
+
+/// The drawing of the orthophoto sheets beside a list: ortos.TOP, else the only other .TOP; empty
+/// for none, and for several. Raises CFileException where the folder can't be looked at.
+CString BuscaHojas(const CString& carpeta);

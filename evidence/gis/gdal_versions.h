@@ -58,6 +58,22 @@ protected:
             const_cast<OGRSpatialReference*>(referencia)); // NOLINT: it keeps a reference alone
     }
 
+#if GDAL_VERSION_NUM >= GDAL_COMPUTE_VERSION(3, 11, 0)
+    OGRErr IGetExtent(int columna, OGREnvelope* caja, bool forzar) final
+    {
+        return Extension(*caja) ? OGRERR_NONE : OGRLayer::IGetExtent(columna, caja, forzar);
+    }
+#else
+    OGRErr GetExtent(int columna, OGREnvelope* caja, int forzar) final
+    {
+        return OGRLayer::GetExtent(columna, caja, forzar); // comes back to the other one
+    }
+    OGRErr GetExtent(OGREnvelope* caja, int forzar) final
+    {
+        return Extension(*caja) ? OGRERR_NONE : OGRLayer::GetExtent(caja, forzar);
+    }
+#endif
+
     OGRFeatureDefn& Definicion()
     {
         return *m_definicion;
@@ -70,6 +86,12 @@ protected:
 private:
     /// Tells whether the layer has an ability, by GDAL's name of it.
     virtual bool Sabe(const char* capacidad) const = 0;
+    /// Gives the extent of all features. False where GDAL has to find it out, and where there is
+    /// none.
+    virtual bool Extension(OGREnvelope& /*caja*/)
+    {
+        return false;
+    }
 
     OGRFeatureDefn* m_definicion;
 };

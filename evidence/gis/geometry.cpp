@@ -45,6 +45,12 @@ vexageo::CPunto<int> EnUnidades(double x, double y)
             static_cast<int>(std::lround(y * kUnidadesPorMetro))};
 }
 
+void Ensancha(OGREnvelope& caja, const std::vector<vexageo::CPunto<int>>& puntos)
+{
+    for (const vexageo::CPunto<int>& punto : puntos)
+        caja.Merge(EnMetros(punto.X), EnMetros(punto.Y));
+}
+
 std::unique_ptr<OGRPolygon> PoligonoDe(const CRecintoDibujado& recinto)
 {
     if (recinto.contorno.empty())

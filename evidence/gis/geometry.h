@@ -14,6 +14,9 @@
 OGRPoint EnMetros(const vexageo::CPunto<int>& punto);
 vexageo::CPunto<int> EnUnidades(double x, double y); ///< of metres; they must fit 32 bits
 
+/// Widens an extent in metres by points of a drawing.
+void Ensancha(OGREnvelope& caja, const std::vector<vexageo::CPunto<int>>& puntos);
+
 /// The outline, closed, with its islands as holes; null for one without points.
 std::unique_ptr<OGRPolygon> PoligonoDe(const CRecintoDibujado& recinto);
 

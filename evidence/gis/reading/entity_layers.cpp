@@ -5,7 +5,9 @@
 
 #include "evidence/gis/geometry.h"
 #include "evidence/gis/reading/layers.h"
+#include "evidence/gis/tidings.h"
 #include "evidence/paths.h"
+#include "platform/ansi.h"
 #include "vexa_libs/topological_polygon.h"
 
 // The layers of what the drawings hold, whether a topology names it or not.
@@ -35,18 +37,25 @@ using CDueños = std::map<std::pair<const CPoligonoDibujado*, int>, CDueño>;
 CEntidades Recoge(CMunicipioAbierto& municipio, bool (*quiere)(const vexageo::CTipoDat&))
 {
     CEntidades recogidas;
+    CNoticias noticias;
     const auto lee = [&](const CString& nombre, const CPoligonoDibujado* poligono) {
         CFile bin;
-        if (AbreSiHay(bin, nombre, kModoDibujo))
-            RecorreEntidades(bin, [&](int posicion, const CTexto<int>& entidad) {
-                if (quiere(entidad.Tipo()))
-                    recogidas.push_back({poligono, posicion, entidad});
-            });
+        if (nombre.IsEmpty() || !AbreSiHay(bin, nombre, kModoDibujo))
+            return;
+        const bool entero = RecorreEntidades(bin, [&](int posicion, const CTexto<int>& entidad) {
+            if (quiere(entidad.Tipo()))
+                recogidas.push_back({poligono, posicion, entidad});
+        });
+        if (!entero)
+            noticias.Advierte("dibujos dañados"_ansi,
+                              nombre + " está dañado: no se leen todos sus rótulos y líneas"_ansi);
     };
     for (const CPoligonoDibujado& poligono : municipio.Poligonos())
         lee(FicheroDeLista(municipio.Lista().carpeta, poligono.entrada, kExtensionDibujo),
             &poligono);
-    lee(ConExtension(municipio.Ortos(), kExtensionDibujo), nullptr);
+    if (!municipio.Ortos().IsEmpty())
+        lee(ConExtension(municipio.Ortos(), kExtensionDibujo), nullptr);
+    noticias.Dice();
     return recogidas;
 }
 
@@ -76,7 +85,8 @@ CLindes Lindes(CMunicipioAbierto& municipio)
              {ClaseTopologia::Parcelas, ClaseTopologia::Subparcelas, ClaseTopologia::Poligonos})
             lee(FicheroDeLista(municipio.Lista().carpeta, poligono.entrada, ExtensionDe(clase)),
                 &poligono);
-    lee(ConExtension(municipio.Ortos(), ExtensionDe(ClaseTopologia::Hojas)), nullptr);
+    if (!municipio.Ortos().IsEmpty())
+        lee(municipio.Ortos(), nullptr);
     return lindes;
 }
 
@@ -141,19 +151,24 @@ CCapaNueva CapaRotulos(CMunicipioAbierto& municipio, const OGRSpatialReference* 
                                         {"estado", OFTString}});
     return std::make_unique<CCapa>(capa::kRotulos, wkbPoint, referencia, campos, [&municipio] {
         const auto noEsLinea = [](const vexageo::CTipoDat& tipo) { return !tipo.EsLinea(); };
-        return FuenteDe(Recoge(municipio, noEsLinea),
-                        [dueños = Dueños(municipio)](OGRFeature& elemento, const CEntidad& suya) {
-                            PonComunes(elemento, suya);
-                            elemento.SetField(capa::kClase, suya.entidad.Tipo().EsTexto()
-                                                                ? capa::kTexto
-                                                                : capa::kPunto);
-                            PonTexto(elemento, capa::kTexto, suya.entidad.Texto());
-                            if (const auto dueño = dueños.find({suya.poligono, suya.posicion});
-                                dueño != dueños.end())
-                                PonDueño(elemento, dueño->second);
-                            const OGRPoint punto = EnMetros(suya.entidad.PrimerPunto());
-                            elemento.SetGeometry(&punto);
-                        });
+        return FuenteDe(
+            Recoge(municipio, noEsLinea),
+            [dueños = Dueños(municipio)](OGRFeature& elemento, const CEntidad& suya) {
+                PonComunes(elemento, suya);
+                elemento.SetField(capa::kClase,
+                                  suya.entidad.Tipo().EsTexto() ? capa::kTexto : capa::kPunto);
+                PonTexto(elemento, capa::kTexto, suya.entidad.Texto());
+                if (const auto dueño = dueños.find({suya.poligono, suya.posicion});
+                    dueño != dueños.end())
+                    PonDueño(elemento, dueño->second);
+                const OGRPoint punto = EnMetros(suya.entidad.PrimerPunto());
+                elemento.SetGeometry(&punto);
+            },
+            [](const CEntidad& suya) {
+                OGREnvelope caja;
+                Ensancha(caja, {suya.entidad.PrimerPunto()});
+                return caja;
+            });
     });
 }
 
@@ -170,6 +185,11 @@ CCapaNueva CapaLineas(CMunicipioAbierto& municipio, const OGRSpatialReference* r
                     elemento.SetField(capa::kLinde,
                                       lindes.contains({suya.poligono, suya.posicion}) ? 1 : 0);
                     elemento.SetGeometryDirectly(LineaDe(suya.entidad.Puntos()).release());
+                },
+                [](const CEntidad& suya) {
+                    OGREnvelope caja;
+                    Ensancha(caja, suya.entidad.Puntos());
+                    return caja;
                 });
         });
 }

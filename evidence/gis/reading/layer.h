@@ -31,6 +31,7 @@ public:
     struct CFuente {
         std::size_t cuantos;
         CRellena rellena;
+        std::vector<OGREnvelope> cajas; ///< of each; one that has no place has an empty one
     };
 
     CCapa(const char* nombre, OGRwkbGeometryType geometria, const OGRSpatialReference* referencia,
@@ -44,24 +45,33 @@ public:
 
 private:
     bool Sabe(const char* capacidad) const override;
+    bool Extension(OGREnvelope& caja) override;
+    void SaltaLosDeFuera();
     const CFuente& Fuente();
     std::unique_ptr<OGRFeature> Haz(std::size_t i);
 
     std::function<CFuente()> m_pide;
     std::unique_ptr<CFuente> m_fuente;
+    std::vector<OGREnvelope> m_grupos; // boxes around so many features each, one behind the other
     std::size_t m_siguiente = 0;
 };
 
 /// What a layer shows of each of these.
 /// \param rellena  fills a feature from one of them
-template <class T, class F>
-CCapa::CFuente FuenteDe(std::vector<T> todos, F rellena)
+/// \param caja     gives the extent of one in metres, empty for one without a place
+template <class T, class F, class C>
+CCapa::CFuente FuenteDe(std::vector<T> todos, F rellena, C caja)
 {
     const std::size_t cuantos = todos.size();
+    std::vector<OGREnvelope> cajas;
+    cajas.reserve(cuantos);
+    for (const T& uno : todos)
+        cajas.push_back(caja(uno));
     return {cuantos,
             [todos = std::move(todos), rellena](std::size_t i, OGRFeature& elemento) mutable {
                 rellena(elemento, todos[i]);
-            }};
+            },
+            std::move(cajas)};
 }
 
 /// Sets a field to a text of the program, which GDAL takes as UTF-8.

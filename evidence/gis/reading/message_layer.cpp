@@ -13,7 +13,11 @@ namespace {
 
 using CRecintos = std::vector<const CRecintoDibujado*>;
 
-using CLugares = CPorLugar<CRecintos>;
+/// Where messages may lie.
+struct CLugares {
+    CPorLugar<CRecintos> piezas;        ///< parcels and subparcels
+    std::map<int, CRecintos> poligonos; ///< by the polygon's number
+};
 
 CLugares LugaresDe(CMunicipioAbierto& municipio)
 {
@@ -21,11 +25,16 @@ CLugares LugaresDe(CMunicipioAbierto& municipio)
     for (const CPoligonoDibujado& poligono : municipio.Poligonos()) {
         for (const CRecintoDibujado& recinto : poligono.parcelas.recintos)
             if (recinto.parcela >= 0)
-                lugares.DeParcela(poligono.polig, recinto.parcela).push_back(&recinto);
+                lugares.piezas.DeParcela(poligono.polig, recinto.parcela).push_back(&recinto);
         for (const CRecintoDibujado& recinto : poligono.subparcelas.recintos)
             if (recinto.parcela >= 0 && !recinto.letra.IsEmpty())
-                lugares.DeSubparcela(poligono.polig, recinto.parcela, recinto.letra)
+                lugares.piezas.DeSubparcela(poligono.polig, recinto.parcela, recinto.letra)
                     .push_back(&recinto);
+        // A polygon without an outline of its own is where its parcels are.
+        const CTopologiaDibujada& suyos =
+            poligono.poligonos.recintos.empty() ? poligono.parcelas : poligono.poligonos;
+        for (const CRecintoDibujado& recinto : suyos.recintos)
+            lugares.poligonos[poligono.polig].push_back(&recinto);
     }
     return lugares;
 }
@@ -40,13 +49,25 @@ std::unique_ptr<OGRGeometry> Juntos(const CRecintos& recintos)
     return juntos;
 }
 
-/// The point, subparcel or parcel that a message speaks of; null where the drawing has none.
-std::unique_ptr<OGRGeometry> LugarDe(const CAviso& aviso, const CLugares& lugares)
+struct CLugar {
+    const char* que; ///< what it is; null for none
+    std::unique_ptr<OGRGeometry> geometria;
+};
+
+/// The point, subparcel or parcel that a message speaks of. Where the drawing has none it is the
+/// polygon that the parcel should be in, so that a map shows that there is something.
+CLugar LugarDe(const CAviso& aviso, const CLugares& lugares)
 {
     if (aviso.HaySitio())
-        return std::make_unique<OGRPoint>(EnMetros({aviso.x, aviso.y}));
-    const CRecintos* suyos = lugares.Busca(aviso.polig, aviso.parcela, aviso.letra);
-    return suyos == nullptr ? nullptr : Juntos(*suyos);
+        return {"punto", std::make_unique<OGRPoint>(EnMetros({aviso.x, aviso.y}))};
+    const CRecintos* suyos = lugares.piezas.Busca(aviso.polig, aviso.parcela, aviso.letra);
+    if (suyos != nullptr) {
+        const bool esLetra = !aviso.letra.IsEmpty() && !suyos->front()->letra.IsEmpty();
+        return {esLetra ? "subparcela" : "parcela", Juntos(*suyos)};
+    }
+    const auto poligono = lugares.poligonos.find(aviso.polig);
+    return poligono == lugares.poligonos.end() ? CLugar{nullptr, nullptr}
+                                               : CLugar{"polígono", Juntos(poligono->second)};
 }
 
 void PonMensaje(OGRFeature& elemento, const CString& linea, const CLugares& lugares,
@@ -70,8 +91,10 @@ void PonMensaje(OGRFeature& elemento, const CString& linea, const CLugares& luga
         consejo->second = DameConsejo(codigo);
     elemento.SetField("causa", consejo->second.causa.c_str());
     elemento.SetField("remedio", consejo->second.remedio.c_str());
-    if (std::unique_ptr<OGRGeometry> lugar = LugarDe(aviso, lugares))
-        elemento.SetGeometryDirectly(lugar.release());
+    CLugar lugar = LugarDe(aviso, lugares);
+    if (lugar.que != nullptr)
+        elemento.SetField("lugar", lugar.que);
+    elemento.SetGeometryDirectly(lugar.geometria.release());
 }
 
 std::vector<CString> LeeRegistro(const CString& nombre)
@@ -88,16 +111,24 @@ std::vector<CString> LeeRegistro(const CString& nombre)
 
 CCapaNueva CapaMensajes(CMunicipioAbierto& municipio, const OGRSpatialReference* referencia)
 {
-    const CListaCampos campos = {{capa::kNumero, OFTString},   {"clase", OFTString},
-                                 {"texto", OFTString},         {capa::kPoligono, OFTInteger},
-                                 {capa::kParcela, OFTInteger}, {capa::kLetra, OFTString},
-                                 {"causa", OFTString},         {"remedio", OFTString}};
+    const CListaCampos campos = {
+        {capa::kNumero, OFTString},    {"clase", OFTString},         {"texto", OFTString},
+        {capa::kPoligono, OFTInteger}, {capa::kParcela, OFTInteger}, {capa::kLetra, OFTString},
+        {"lugar", OFTString},          {"causa", OFTString},         {"remedio", OFTString}};
     return std::make_unique<CCapa>(capa::kMensajes, wkbUnknown, referencia, campos, [&municipio] {
+        const auto lugares = std::make_shared<const CLugares>(LugaresDe(municipio));
         return FuenteDe(
             LeeRegistro(municipio.Registro()),
-            [lugares = LugaresDe(municipio), consejos = std::map<std::string, CConsejo>()](
-                OGRFeature& elemento, const CString& linea) mutable {
-                PonMensaje(elemento, linea, lugares, consejos);
+            [lugares, consejos = std::map<std::string, CConsejo>()](OGRFeature& elemento,
+                                                                    const CString& linea) mutable {
+                PonMensaje(elemento, linea, *lugares, consejos);
+            },
+            [&](const CString& linea) {
+                OGREnvelope caja;
+                if (const CLugar lugar = LugarDe(LeeMensaje(linea), *lugares);
+                    lugar.geometria && !lugar.geometria->IsEmpty())
+                    lugar.geometria->getEnvelope(&caja);
+                return caja;
             });
     });
 }

@@ -8,7 +8,8 @@
 #include "evidence/municipality_tables.h"
 
 /// A municipality by its list file: what the layers are made of. Each part is read whole when it is
-/// asked for first, and kept; a read that fails raises CFileException.
+/// asked for first, and kept; a read that fails raises CFileException. Files that are missing or
+/// damaged are told then.
 class CMunicipioAbierto {
 public:
     /// Files that don't stand where they are looked for; empty for those that do.
@@ -21,10 +22,15 @@ public:
     /// Reads the list. False where the file can't be opened, and where none of its entries has a
     /// .BIN beside it: then it is hardly a list of polygons.
     bool Abre(const CString& lista, const COtrosSitios& otros);
+    /// What is wrong with the places that were named: there is nothing there. Empty for nothing.
+    CString FaltaEnSitios() const;
 
     const CListaPoligonos& Lista() const { return m_lista; }
+    /// The sheets' .TOP; empty where there is none.
     CCadena Ortos() const;
     CCadena Registro() const;
+    /// All files that are there: the list, drawings with their topologies, sheets, tables and log.
+    std::vector<CString> Ficheros() const;
 
     /// What the tables say of parcels; one that isn't there says nothing.
     const CTablasLeidas& Tablas();
@@ -32,7 +38,12 @@ public:
     const CTopologiaDibujada& Hojas();
 
 private:
+    CNombresTablas NombresTablas() const;
+    void AvisaFaltas(const std::vector<CPoligonoDibujado>& poligonos) const;
+    void AvisaFaltas(const CTopologiaDibujada& hojas) const;
+
     CListaPoligonos m_lista;
+    CString m_ortos;
     COtrosSitios m_otros;
     std::optional<CTablasLeidas> m_tablas;
     std::optional<std::vector<CPoligonoDibujado>> m_poligonos;

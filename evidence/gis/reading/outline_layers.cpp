@@ -23,6 +23,18 @@ void Apunta(const CPoligonoDibujado* poligono, const CTopologiaDibujada& topolog
         suyos.push_back({poligono, &topologia.recintos[i], TextoFaltas(faltas[i])});
 }
 
+/// Islands may lie outside an outline where a drawing is at fault.
+OGREnvelope CajaDe(const CSuyo& suyo)
+{
+    OGREnvelope caja;
+    if (suyo.recinto->contorno.empty())
+        return caja;
+    Ensancha(caja, suyo.recinto->contorno);
+    for (const CIslaDibujada& isla : suyo.recinto->islas)
+        Ensancha(caja, isla.contorno);
+    return caja;
+}
+
 /// The fields that all outlines have.
 const CListaCampos& Comunes()
 {
@@ -104,10 +116,13 @@ CCapaNueva CapaDeRecintos(const char* nombre, ClaseTopologia que, CMunicipioAbie
                           const CRellenaPropios& rellena)
 {
     return std::make_unique<CCapa>(nombre, wkbPolygon, referencia, campos, [=, &municipio] {
-        return FuenteDe(Recoge(municipio, que), [=](OGRFeature& elemento, const CSuyo& suyo) {
-            PonComunes(elemento, suyo);
-            rellena(elemento, suyo);
-        });
+        return FuenteDe(
+            Recoge(municipio, que),
+            [=](OGRFeature& elemento, const CSuyo& suyo) {
+                PonComunes(elemento, suyo);
+                rellena(elemento, suyo);
+            },
+            CajaDe);
     });
 }
 

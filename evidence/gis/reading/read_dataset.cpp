@@ -56,6 +56,10 @@ GDALDataset* CDatosMunicipio::Abre(GDALOpenInfo* que)
             FallaCon("%s no es una lista de polígonos con sus dibujos al lado"_ansi, nombre);
         return nullptr;
     }
+    if (const CString falta = municipio->FaltaEnSitios(); !falta.IsEmpty()) {
+        Falla(falta);
+        return nullptr;
+    }
     // Layers and geometries share it by counting.
     const std::unique_ptr<OGRSpatialReference, CSuelta> referencia(new OGRSpatialReference());
     referencia->SetAxisMappingStrategy(OAMS_TRADITIONAL_GIS_ORDER);
@@ -73,4 +77,14 @@ void CDatosMunicipio::PonCapas(const OGRSpatialReference* referencia)
     for (const auto haz : {CapaParcelas, CapaSubparcelas, CapaPoligonos, CapaHojas, CapaRotulos,
                            CapaLineas, CapaMensajes})
         Añade(haz(*m_municipio, referencia));
+}
+
+char** CDatosMunicipio::GetFileList()
+{
+    return SinExcepciones<char**>(nullptr, [&] {
+        CPLStringList ficheros;
+        for (const CString& fichero : m_municipio->Ficheros())
+            ficheros.AddString(fichero.GetString());
+        return ficheros.StealList();
+    });
 }

@@ -16,6 +16,9 @@ public:
     /// CFileException for one that can't be read.
     static GDALDataset* Abre(GDALOpenInfo* que);
 
+    /// All files that the layers show something of.
+    char** GetFileList() override;
+
 private:
     explicit CDatosMunicipio(std::unique_ptr<CMunicipioAbierto> municipio)
         : m_municipio(std::move(municipio))

@@ -139,6 +139,8 @@ bool CMunicipioNuevo::Toma(const char* capa, const OGRFeature& elemento)
 {
     CString motivo;
     const std::optional<ClaseTopologia> clase = ClaseDeCapa(capa);
+    if (clase)
+        m_leidos.Apunta(NombreDeCapa(*clase), elemento);
     if (clase ? TomaElemento(*clase, elemento, m_tolerancia, m_recintos, motivo)
               : TomaEntidad(*ClaseDeEntidad(capa), elemento, m_entidades, motivo))
         return true;
@@ -195,6 +197,8 @@ bool CMunicipioNuevo::Graba()
         Falla("No hay ningún recinto que dibujar"_ansi);
         return false;
     }
+    if (lista.Estaba())
+        m_leidos.Avisa(m_lista);
     std::vector<CString> dejadas;
     bool bien = lista.SituaEntradas(m_modo, m_recintos, m_entidades, dejadas);
     CConjuntoSalidas salidas;
@@ -245,7 +249,12 @@ bool CMunicipioNuevo::GrabaPoligono(const CString& base, bool estaba, CPedidoDib
 
 bool CMunicipioNuevo::GrabaHojas(CConjuntoSalidas& salidas)
 {
-    const CString nombre = m_opciones.FetchNameValueDef(opcion::kOrtos, "ortos");
+    const CString carpeta = CCadena(m_lista).DamePath();
+    CString nombre = m_opciones.FetchNameValueDef(opcion::kOrtos, "");
+    if (nombre.IsEmpty() && !m_sustituye)
+        nombre = BaseDe(BuscaHojas(carpeta));
+    if (nombre.IsEmpty())
+        nombre = "ortos";
     CPedidoDibujo pedido = PedidoDe(nombre, {ClaseTopologia::Hojas});
     for (const CRecintoEntrante& recinto : m_recintos)
         if (recinto.clase == ClaseTopologia::Hojas)
@@ -255,7 +264,7 @@ bool CMunicipioNuevo::GrabaHojas(CConjuntoSalidas& salidas)
             pedido.entidades.push_back(entidad);
     if (pedido.recintos.empty() && pedido.entidades.empty())
         return true;
-    const CString base = CCadena(m_lista).DamePath() + nombre;
+    const CString base = carpeta + nombre;
     CDibujoAntes antes;
     const bool estaba = !m_sustituye && antes.Lee(base, pedido.clases);
     return Graba(base, estaba ? &antes : nullptr, std::move(pedido), salidas);

@@ -5,6 +5,7 @@
 #include "evidence/gis/gdal_versions.h"
 #include "evidence/gis/writing/drawing_maker.h"
 #include "evidence/gis/writing/drawn_list.h"
+#include "evidence/gis/writing/read_only_fields.h"
 
 /// A municipality in the making, or one that is there and changes: its layers take outlines and
 /// entities, and the drawings are made of them when it is closed. Nothing is written where one of
@@ -52,6 +53,7 @@ private:
     bool m_terminado = false;
     bool m_escrito = false;
     CCapasTraidas m_traidas;
+    CSoloLeidos m_leidos;
     std::vector<CRecintoEntrante> m_recintos;
     std::vector<CEntidadEntrante> m_entidades;
 };

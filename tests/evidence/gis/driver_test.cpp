@@ -1,6 +1,7 @@
 #include "tests/evidence/gis/driver_in_tests.h"
 
 #include <cerrno>
+#include <random>
 #include <stdexcept>
 
 #include "evidence/gis/reading/layer.h"
@@ -89,6 +90,158 @@ TEST_F(Driver, LeavesOtherFilesToOthers)
     carpeta.Pon("binario.txt", std::string("TREN 045127\r\n\0", 14));
     for (const char* nombre : {"otro.txt", "corto.txt", "binario.txt", "nada.txt"})
         EXPECT_EQ(Abre(carpeta.En(nombre)), nullptr) << nombre;
+}
+
+TEST_F(Driver, TellsWhichFilesAreMissingOrDamaged)
+{
+    CDibujoPrueba dibujo(carpeta);
+    const int marco = dibujo.Cuadrado(0, 0, 10);
+    dibujo.par = {{kParcela, 100, dibujo.Parcela("7", 100, 100), {marco}}};
+    dibujo.Graba();
+    carpeta.Pon("lista.txt", "TREN 045127\r\nP1\r\nP2\r\n");
+    std::filesystem::remove(carpeta.Ruta() / "1.SUB");
+    const std::string par = carpeta.Lee("1.PAR");
+    carpeta.Pon("1.PAR", par + "VPOL");
+    carpeta.Pon("1.BIN", carpeta.Lee("1.BIN") + "V");
+    carpeta.Pon("hojas.top", par);
+    const GDALDatasetUniquePtr datos = Abre(carpeta.En("lista.txt"));
+    ASSERT_NE(datos, nullptr);
+    for (int vez = 0; vez < 2; ++vez) // once
+        for (const char* capa : {"parcelas", "subparcelas", "hojas", "rotulos"})
+            datos->GetLayerByName(capa)->GetFeatureCount();
+    std::string esperado;
+    for (const auto& [antes, fichero, despues] :
+         {std::tuple("", "1.PAR", " está dañado desde el byte 104: lo que sigue no se lee"),
+          std::tuple("Falta ", "1.SUB", ""),
+          std::tuple("Falta ", "2.BIN", ", y sin él no se lee nada del polígono"),
+          std::tuple("Falta ", "hojas.BIN", ", y sin él no se lee ninguna hoja"),
+          std::tuple("", "1.BIN", " está dañado: no se leen todos sus rótulos y líneas")})
+        esperado +=
+            std::string("aviso: ") + antes + carpeta.En(fichero).GetString() + despues + "\n";
+    EXPECT_EQ(dicho, esperado);
+}
+
+TEST_F(Driver, RefusesAnOptionThatNamesNothing)
+{
+    CDibujoPrueba(carpeta).Graba();
+    carpeta.Pon("lista.txt", "TREN 045127\r\nP1\r\n");
+    carpeta.Pon("hojas.TOP", "");
+    for (const auto& [opcion, nombre] :
+         {std::pair("TABLAS", ""), std::pair("TABLAS", "otras"), std::pair("ORTOS", "hojas.TOP"),
+          std::pair("REGISTRO", "otro.ERR"), std::pair("SRS", "EPSG:0")}) {
+        const std::string dada =
+            std::string(opcion) + "=" +
+            (opcion == std::string("SRS") ? nombre : carpeta.En(nombre).GetString());
+        dicho.clear();
+        EXPECT_EQ(Abre(carpeta.En("lista.txt"), {dada.c_str()}), nullptr) << dada;
+        EXPECT_NE(dicho.find("fallo: "), std::string::npos) << dada;
+    }
+    carpeta.Pon("hojas.BIN", "");
+    EXPECT_NE(Abre(carpeta.En("lista.txt"),
+                   {("ORTOS=" + std::string(carpeta.En("hojas.TOP").GetString())).c_str()}),
+              nullptr);
+}
+
+TEST_F(Driver, FindsTheSheetsAndNamesAllItsFiles)
+{
+    CDibujoPrueba dibujo(carpeta);
+    const int marco = dibujo.Cuadrado(0, 0, 10);
+    dibujo.par = {{kParcela, 100, dibujo.Rotulo("126001", "0629-1-1", 100, 100), {marco}}};
+    dibujo.Graba();
+    carpeta.Pon("lista.txt", "TREN 045127\r\nP1\r\n");
+    const auto copia = [&](const char* base) {
+        for (const auto& [de, a] : {std::pair("1.BIN", ".BIN"), std::pair("1.PAR", ".TOP")})
+            carpeta.Pon(std::string(base) + a, carpeta.Lee(de));
+    };
+    const auto hojas = [&] {
+        return Lee(*Abre(carpeta.En("lista.txt")), "hojas", {"hoja"}).size();
+    };
+    EXPECT_EQ(hojas(), 0U);
+    copia("fotos");
+    EXPECT_EQ(hojas(), 1U) << "the only one";
+    carpeta.Pon("045127.ERR", "");
+    carpeta.Pon("Parajes.txt", "");
+    const GDALDatasetUniquePtr datos = Abre(carpeta.En("lista.txt"));
+    const CPLStringList ficheros(datos->GetFileList(), TRUE);
+    std::string nombres;
+    for (int i = 0; i < ficheros.size(); ++i)
+        nombres += carpeta.SinRuta(ficheros[i]) + " ";
+    EXPECT_EQ(nombres,
+              "lista.txt 1.BIN 1.PAR 1.SUB 1.POL fotos.BIN fotos.TOP Parajes.txt 045127.ERR ");
+    copia("otras");
+    EXPECT_EQ(hojas(), 0U) << "nobody knows which";
+    copia("ortos");
+    EXPECT_EQ(hojas(), 1U) << "the usual one";
+    EXPECT_EQ(dicho, "");
+}
+
+TEST_F(Driver, PutsMessagesWithoutAPlaceIntoTheirPolygon)
+{
+    CDibujoPrueba dibujo(carpeta);
+    const int marco = dibujo.Cuadrado(0, 0, 10);
+    dibujo.par = {{kParcela, 100, dibujo.Parcela("7", 100, 100), {marco}}};
+    dibujo.Graba();
+    const std::string par = carpeta.Lee("1.PAR");
+    carpeta.Pon("lista.txt", "TREN 045127\r\nP1\r\n");
+    std::string registro;
+    for (const char* donde : {"1      7", "1      8", "2      7"})
+        registro += std::string("E111: La parcela    ") + donde +
+                    " en base de datos no tiene correspondencia en gr\xE1"
+                    "fico\r\n";
+    carpeta.Pon("045127.ERR", registro);
+    const Lineas esperadas = {"7|parcela|MULTIPOLYGON (((0 0,10 0,10 10,0 10,0 0)))",
+                              "8|polígono|MULTIPOLYGON (((0 0,10 0,10 10,0 10,0 0)))", "7|-|"};
+    EXPECT_EQ(Lee(*Abre(carpeta.En("lista.txt")), "mensajes", {"parcela", "lugar"}), esperadas)
+        << "the parcels, where the polygon has no outline";
+    carpeta.Pon("1.POL", par);
+    carpeta.Pon("1.PAR", "");
+    EXPECT_EQ(Lee(*Abre(carpeta.En("lista.txt")), "mensajes", {"parcela", "lugar"})[1],
+              esperadas[1]);
+}
+
+TEST_F(Driver, ShowsInAWindowWhatLiesThere)
+{
+    CDibujoPrueba dibujo(carpeta);
+    for (int i = 0; i < 300; ++i) { // rows of ten
+        const int marco = dibujo.Cuadrado(i % 10 * 2000, i / 10 * 2000, 10);
+        dibujo.par.push_back(
+            {kParcela, 100, dibujo.Parcela(std::to_string(i).c_str(), 1, 1), {marco}});
+    }
+    dibujo.par.push_back({kParcela, 0, 0, {}}); // an outline without points
+    dibujo.Graba();
+    carpeta.Pon("lista.txt", "TREN 045127\r\nP1\r\n");
+    const GDALDatasetUniquePtr datos = Abre(carpeta.En("lista.txt"));
+    OGRLayer& capa = *datos->GetLayerByName("parcelas");
+    OGREnvelope caja;
+    ASSERT_EQ(capa.GetExtent(&caja), OGRERR_NONE);
+    EXPECT_EQ(caja.MaxX, 190);
+    EXPECT_EQ(caja.MaxY, 590);
+    EXPECT_NE(capa.TestCapability(OLCFastSpatialFilter), 0);
+    const double ventanas[][4] = {{0, 0, 5, 5},
+                                  {11, 11, 19, 19},
+                                  {-9, -9, 999, 999},
+                                  {40, 400, 70, 555},
+                                  {190, 590, 191, 591}};
+    for (const auto& ventana : ventanas) {
+        std::vector<GIntBig> esperados;
+        capa.SetSpatialFilter(nullptr);
+        for (const auto& elemento : capa) {
+            OGREnvelope suya;
+            const OGRGeometry* geometria = elemento->GetGeometryRef();
+            if (geometria == nullptr)
+                continue;
+            geometria->getEnvelope(&suya);
+            if (suya.MinX <= ventana[2] && suya.MaxX >= ventana[0] && suya.MinY <= ventana[3] &&
+                suya.MaxY >= ventana[1])
+                esperados.push_back(elemento->GetFID());
+        }
+        capa.SetSpatialFilterRect(ventana[0], ventana[1], ventana[2], ventana[3]);
+        std::vector<GIntBig> vistos;
+        for (const auto& elemento : capa)
+            vistos.push_back(elemento->GetFID());
+        EXPECT_EQ(vistos, esperados);
+        EXPECT_EQ(capa.GetFeatureCount(), static_cast<GIntBig>(esperados.size()));
+    }
 }
 
 TEST_F(Driver, WritesWhatItReadsBack)
@@ -262,6 +415,57 @@ TEST_F(Driver, TellsOverlapsAndDrawsTheOutlinesAsTheyAre)
     }
 }
 
+TEST_F(Driver, DrawsAnyOutlinesOnWholeHundredthsAsTheyAre)
+{
+    std::mt19937 azar(7);
+    const auto hasta = [&](int n) { return static_cast<int>(azar() % static_cast<unsigned>(n)); };
+    for (int vez = 0; vez < 60; ++vez) {
+        SCOPED_TRACE(vez);
+        const int lado = vez % 2 == 0 ? 30 : 3000; // hundredths: crowded, and not
+        Lineas contornos;
+        {
+            const GDALDatasetUniquePtr datos = Crea();
+            OGRLayer* capa =
+                Capa(*datos, "parcelas", {{"poligono", OFTInteger}, {"parcela", OFTInteger}});
+            for (int i = 0; i < 12; ++i) { // triangles and boxes that cross, touch and repeat
+                const int x = hasta(lado), y = hasta(lado), a = 1 + hasta(lado),
+                          b = 1 + hasta(lado);
+                std::string wkt;
+                const auto punto = [&](int px, int py) {
+                    wkt +=
+                        CPLSPrintf("%s%.2f %.2f", wkt.empty() ? "" : ",", px / 100.0, py / 100.0);
+                };
+                punto(x, y);
+                punto(x + a, y);
+                punto(x + a, y + b);
+                if (i % 3 == 0)
+                    punto(x, y + b);
+                punto(x, y);
+                contornos.push_back("POLYGON ((" + wkt + "))");
+                Pon(*capa, {{"poligono", "3"}, {"parcela", std::to_string(i + 1)}},
+                    contornos.back().c_str());
+            }
+        }
+        ASSERT_EQ(dicho.find("fallo: "), std::string::npos) << dicho;
+        const GDALDatasetUniquePtr datos = Abre(carpeta.En("lista.txt"));
+        std::size_t i = 0;
+        for (const auto& elemento : *datos->GetLayerByName("parcelas")) {
+            OGRGeometry* suya = nullptr;
+            OGRGeometryFactory::createFromWkt(contornos.at(i++).c_str(), nullptr, &suya);
+            const std::unique_ptr<OGRGeometry> pedida(suya);
+            const OGRGeometry* leida = elemento->GetGeometryRef();
+            EXPECT_TRUE(leida->IsValid());
+            // In metres a point that lies on an edge lies a hair off it.
+            const std::unique_ptr<OGRGeometry> resto(leida->SymDifference(pedida.get()));
+            EXPECT_LT(OGR_G_Area(OGRGeometry::ToHandle(resto.get())), 1e-9);
+            EXPECT_NEAR(elemento->GetFieldAsDouble("area_registro"),
+                        pedida->toPolygon()->get_Area(), 1e-6);
+        }
+        EXPECT_EQ(i, contornos.size());
+        dicho.clear();
+    }
+}
+
 TEST_F(Driver, RefusesWhatNobodyCouldMeanByALayerOrAMunicipality)
 {
     {
@@ -272,6 +476,10 @@ TEST_F(Driver, RefusesWhatNobodyCouldMeanByALayerOrAMunicipality)
         grados.SetWellKnownGeogCS("WGS84");
         EXPECT_EQ(datos->CreateLayer("parcelas", &grados, wkbPolygon), nullptr);
         EXPECT_NE(dicho.find("está en grados"), std::string::npos);
+        OGRSpatialReference pies;
+        pies.importFromEPSG(2264);
+        EXPECT_EQ(datos->CreateLayer("parcelas", &pies, wkbPolygon), nullptr);
+        EXPECT_NE(dicho.find("está en US survey foot y no en metros"), std::string::npos) << dicho;
     }
     {
         const GDALDatasetUniquePtr datos = Crea({"GER=45"});

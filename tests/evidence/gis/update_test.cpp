@@ -462,6 +462,22 @@ TEST_F(Update, KeepsAnInvalidOutlineThatNobodyTouched)
     EXPECT_EQ(Parcela(todas = Elementos("parcelas"), "7")["area_registro"], "81");
 }
 
+TEST_F(Update, TellsOnceOfEditsThatHaveNoEffect)
+{
+    carpeta.Pon("Parcelas.txt", "45\t127\t0\t1\t7\t555\t0\t0\t12\tPR\t100\tX\t1\t2\t3\tC\r\n");
+    CElementos todas = Elementos("parcelas");
+    ASSERT_EQ(Parcela(todas, "7")["superficie"], "555");
+    Escribe({{"parcelas", todas}});
+    EXPECT_EQ(dicho, "");
+    Parcela(todas, "7")["superficie"] = "556";
+    Parcela(todas, "8")["estado"] = "dudoso";
+    Parcela(todas, "9")["estado"] = "dudoso";
+    Escribe({{"parcelas", todas}});
+    EXPECT_EQ(dicho, "aviso: Sin efecto, porque estos campos sólo se leen; elementos que los "
+                     "cambian: estado (2), superficie (1)\n");
+    EXPECT_EQ(Cambiados(), Lineas());
+}
+
 TEST_F(Update, AddsAPolygonToTheListAndFindsThoseThatHaveOtherNames)
 {
     Escribe({{"parcelas",
