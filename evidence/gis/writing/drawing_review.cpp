@@ -6,6 +6,7 @@
 #include "evidence/gis/writing/overlaps.h"
 #include "evidence/outline_pieces.h"
 #include "platform/ansi.h"
+#include "vexa_libs/ring.h"
 
 namespace {
 
@@ -59,6 +60,25 @@ void AvisaDeOtraParcela(const CPoligonoDibujado& poligono,
     }
 }
 
+/// Tells of new parcels that lie in no outline of their polygon: Infograf asks that outline for the
+/// polygon's number, and gets no record of them.
+void AvisaDeFuera(const CPoligonoDibujado& poligono, const std::vector<CRecintoRevisado>& revisados,
+                  CNoticias& noticias)
+{
+    const std::vector<CRecintoDibujado>& suyos = poligono.poligonos.recintos;
+    for (std::size_t i = 0; i < revisados.size() && !suyos.empty(); ++i) {
+        const CRecintoDibujado& parcela = poligono.parcelas.recintos[i];
+        const bool dentro =
+            std::any_of(suyos.begin(), suyos.end(), [&](const CRecintoDibujado& suyo) {
+                return vexageo::Situa(suyo.contorno, parcela.punto) != vexageo::Lugar::Fuera;
+            });
+        if (revisados[i].nuevoContorno && parcela.EsDeParcela() && !dentro)
+            noticias.Apunta("parcelas que caen fuera del contorno de su polígono (capa poligonos), "
+                            "así que no pasan a Infograf"_ansi,
+                            revisados[i].nombre);
+    }
+}
+
 } // namespace
 
 bool RevisaDibujo(CPoligonoDibujado poligono, const CRevisados& revisados, const CModoDibujo& modo)
@@ -74,6 +94,7 @@ bool RevisaDibujo(CPoligonoDibujado poligono, const CRevisados& revisados, const
     }
     for (const ClaseTopologia que : kClases)
         bien = PermitePiezas(poligono, que, revisados.at(que), modo) && bien;
+    AvisaDeFuera(poligono, revisados.at(ClaseTopologia::Parcelas), *modo.noticias);
     AvisaDeOtraParcela(poligono, revisados.at(ClaseTopologia::Subparcelas), *modo.noticias);
     return bien;
 }

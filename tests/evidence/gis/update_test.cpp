@@ -490,6 +490,27 @@ TEST_F(Update, AddsAPolygonToTheListAndFindsThoseThatHaveOtherNames)
         << "parcel 7 of polygon 2 came as it was, the others are gone";
 }
 
+TEST_F(Update, TellsOfParcelsAndSubparcelsThatLieElsewhere)
+{
+    CElementos parcelas = Elementos("parcelas"); // polygon 1 is drawn around parcel 9 alone
+    parcelas.push_back({{"poligono", "1"},
+                        {"parcela", "20"},
+                        {"wkt", "POLYGON ((51 51,52 51,52 52,51 52,51 51))"}});
+    parcelas.push_back(
+        {{"poligono", "1"}, {"parcela", "21"}, {"wkt", "POLYGON ((0 20,5 20,5 25,0 25,0 20))"}});
+    CElementos subparcelas = Elementos("subparcelas");
+    subparcelas.push_back({{"poligono", "1"}, {"parcela", "8"}, {"letra", "b"}, {"wkt", kCuadro}});
+    Escribe({{"parcelas", parcelas}, {"subparcelas", subparcelas}});
+    EXPECT_NE(dicho.find("1 parcelas que caen fuera del contorno de su polígono (capa poligonos), "
+                         "así que no pasan a Infograf: la parcela 21 del"),
+              std::string::npos)
+        << dicho;
+    EXPECT_NE(dicho.find("1 subparcelas que caen en otra parcela que la que dicen: la subparcela "
+                         "8-b del"),
+              std::string::npos)
+        << dicho;
+}
+
 TEST_F(Update, TellsWhatWouldChangeAndChangesNothing)
 {
     CElementos todas = Elementos("parcelas");
