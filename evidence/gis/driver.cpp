@@ -44,6 +44,7 @@ void RegistraVexa()
     auto* driver = new GDALDriver(); // NOLINT(cppcoreguidelines-owning-memory): the manager's
     driver->SetDescription(kNombre);
     driver->SetMetadataItem(GDAL_DCAP_VECTOR, "YES");
+    driver->SetMetadataItem(GDAL_DCAP_VIRTUALIO, "YES");
     driver->SetMetadataItem(GDAL_DMD_LONGNAME, "Dibujos de Vexa, por su lista de polígonos");
     driver->SetMetadataItem(GDAL_DMD_EXTENSION, "txt");
     driver->SetMetadataItem(GDAL_DMD_CONNECTION_PREFIX, "VEXA:");

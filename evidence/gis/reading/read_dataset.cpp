@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <stdexcept>
 #include <string_view>
 
 #include "evidence/gis/complaints.h"
@@ -46,12 +47,21 @@ GDALDataset* CDatosMunicipio::Abre(GDALOpenInfo* que)
         return nullptr;
     const bool pedido = STARTS_WITH_CI(que->pszFilename, opcion::kPrefijo);
     const char* nombre = que->pszFilename + (pedido ? std::strlen(opcion::kPrefijo) : 0);
+    std::unique_ptr<CCopiaDeArchivo> copia;
+    try {
+        if (CCopiaDeArchivo::HaceFalta(nombre))
+            copia = std::make_unique<CCopiaDeArchivo>(nombre);
+    } catch (const std::runtime_error& fallo) {
+        FallaCon("%s: %s", nombre, fallo.what());
+        return nullptr;
+    }
     const auto opcionDe = [&](const char* cual) {
         return CString(CSLFetchNameValueDef(que->papszOpenOptions, cual, ""));
     };
     auto municipio = std::make_unique<CMunicipioAbierto>();
-    if (!municipio->Abre(nombre, {opcionDe(opcion::kTablas), opcionDe(opcion::kOrtos),
-                                  opcionDe(opcion::kRegistro)})) {
+    if (!municipio->Abre(
+            copia ? copia->Lista() : CString(nombre),
+            {opcionDe(opcion::kTablas), opcionDe(opcion::kOrtos), opcionDe(opcion::kRegistro)})) {
         if (pedido)
             FallaCon("%s no es una lista de polígonos con sus dibujos al lado"_ansi, nombre);
         return nullptr;
@@ -66,7 +76,8 @@ GDALDataset* CDatosMunicipio::Abre(GDALOpenInfo* que)
     const CString srs = opcionDe(opcion::kReferencia);
     if (!srs.IsEmpty() && referencia->SetFromUserInput(srs.GetString()) != OGRERR_NONE)
         return nullptr; // told by GDAL
-    auto datos = std::unique_ptr<CDatosMunicipio>(new CDatosMunicipio(std::move(municipio)));
+    auto datos = std::unique_ptr<CDatosMunicipio>(
+        new CDatosMunicipio(std::move(copia), std::move(municipio)));
     datos->PonCapas(srs.IsEmpty() ? nullptr : referencia.get());
     return datos.release();
 }
@@ -84,7 +95,8 @@ char** CDatosMunicipio::GetFileList()
     return SinExcepciones<char**>(nullptr, [&] {
         CPLStringList ficheros;
         for (const CString& fichero : m_municipio->Ficheros())
-            ficheros.AddString(fichero.GetString());
+            ficheros.AddString(m_copia ? m_copia->Original(fichero.GetString()).c_str()
+                                       : fichero.GetString());
         return ficheros.StealList();
     });
 }

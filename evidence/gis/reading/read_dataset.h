@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "evidence/gis/gdal_versions.h"
+#include "evidence/gis/reading/archive_copy.h"
 #include "evidence/gis/reading/layers.h"
 #include "evidence/gis/reading/municipality_source.h"
 
@@ -20,11 +21,13 @@ public:
     char** GetFileList() override;
 
 private:
-    explicit CDatosMunicipio(std::unique_ptr<CMunicipioAbierto> municipio)
-        : m_municipio(std::move(municipio))
+    CDatosMunicipio(std::unique_ptr<CCopiaDeArchivo> copia,
+                    std::unique_ptr<CMunicipioAbierto> municipio)
+        : m_copia(std::move(copia)), m_municipio(std::move(municipio))
     {
     }
     void PonCapas(const OGRSpatialReference* referencia);
 
+    std::unique_ptr<CCopiaDeArchivo> m_copia; // of a municipality inside an archive
     std::unique_ptr<CMunicipioAbierto> m_municipio;
 };

@@ -277,9 +277,11 @@ bool CDibujoHecho::SePuedeCambiar() const
         falta = "sus topologías están fuera de fecha"_ansi;
     if (falta.IsEmpty())
         return true;
-    FallaCon(
-        "el dibujo %s no se puede cambiar: %s. Con la opción SUSTITUYE=SI se hace uno nuevo"_ansi,
-        m_pedido.nombre, falta);
+    CString frase;
+    frase.Format("el dibujo %s no se puede cambiar: %s. Con la opción SUSTITUYE=SI se hace uno "
+                 "nuevo"_ansi,
+                 m_pedido.nombre, falta);
+    m_modo.noticias->Falla("dibujos que no se pueden cambiar", frase);
     return false;
 }
 

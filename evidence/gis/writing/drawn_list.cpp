@@ -134,7 +134,8 @@ bool CListaDibujada::SituaEntradas(const CModoDibujo& modo, std::vector<CRecinto
 {
     CPorNumero porNumero;
     for (const CString& entrada : m_entradas)
-        porNumero[LeeEntero(entrada)].insert(entrada);
+        if (!entrada.IsEmpty())
+            porNumero[LeeEntero(entrada)].insert(entrada);
     const auto apunta = [&](const CDePoligono& de) {
         const bool deFiar = de.nombrada && (!de.poligono || *de.poligono == LeeEntero(de.entrada));
         if (deFiar && !porNumero.contains(LeeEntero(de.entrada)))

@@ -26,6 +26,10 @@ GDALDataset* CMunicipioNuevo::Crea(const char* lista, int bandas, CSLConstList o
 {
     if (bandas != 0)
         return nullptr;
+    if (STARTS_WITH_CI(lista, "/vsi")) {
+        Falla("Los dibujos se escriben en una carpeta del disco, no dentro de un archivo"_ansi);
+        return nullptr;
+    }
     const char* ganan = CSLFetchNameValueDef(opciones, opcion::kGanan, "NADIE");
     if (!EQUAL(ganan, "NADIE") && !EQUAL(ganan, opcion::kNumeros) &&
         !EQUAL(ganan, opcion::kRotulos)) {
@@ -283,13 +287,13 @@ bool CMunicipioNuevo::Graba(const CString& base, const CDibujoAntes* antes, CPed
     return true;
 }
 
-void CMunicipioNuevo::CuentaCambios(const CString& nombre, const CCambiosDibujo& cambios) const
+void CMunicipioNuevo::CuentaCambios(const CString& nombre, const CCambiosDibujo& cambios)
 {
     CString frase;
     frase.Format("%s: %d recintos nuevos, %d cambiados, %d quitados y %d como estaban"_ansi, nombre,
                  cambios.nuevos, cambios.cambiados, cambios.quitados, cambios.iguales);
     if (m_simula && cambios.nuevos + cambios.cambiados + cambios.quitados > 0)
-        Advierte(frase);
+        m_noticias.Advierte("dibujos que cambiarían"_ansi, frase);
     else
         CPLDebug("VEXA", "%s", ansi::AUtf8(frase).c_str());
 }

@@ -40,7 +40,7 @@ private:
     bool GrabaHojas(CConjuntoSalidas& salidas);
     bool Graba(const CString& base, const CDibujoAntes* antes, CPedidoDibujo pedido,
                CConjuntoSalidas& salidas);
-    void CuentaCambios(const CString& nombre, const CCambiosDibujo& cambios) const;
+    void CuentaCambios(const CString& nombre, const CCambiosDibujo& cambios);
 
     CString m_lista;
     CPLStringList m_opciones;

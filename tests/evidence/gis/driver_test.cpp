@@ -175,6 +175,32 @@ TEST_F(Driver, FindsTheSheetsAndNamesAllItsFiles)
     EXPECT_EQ(dicho, "");
 }
 
+TEST_F(Driver, ReadsAMunicipalityInsideAnArchive)
+{
+    CDibujoPrueba dibujo(carpeta);
+    dibujo.par = {{kParcela, 100, dibujo.Parcela("7", 100, 100), {dibujo.Cuadrado(0, 0, 10)}}};
+    dibujo.Graba();
+    carpeta.Pon("lista.txt", "TREN 045127\r\nP1\r\n");
+    const std::string archivo = carpeta.En("todo.zip").GetString();
+    for (const char* fichero : {"lista.txt", "1.BIN", "1.PAR", "1.SUB", "1.POL"})
+        ASSERT_EQ(CPLCopyFile(("/vsizip/" + archivo + "/pueblo/" + fichero).c_str(),
+                              carpeta.En(fichero).GetString()),
+                  0);
+    const std::string dentro = "/vsizip/" + archivo + "/pueblo/";
+    std::string copia;
+    {
+        const GDALDatasetUniquePtr datos = Abre((dentro + "lista.txt").c_str());
+        ASSERT_NE(datos, nullptr) << dicho;
+        EXPECT_EQ(Lee(*datos, "parcelas", {"parcela"}),
+                  (Lineas{"7|POLYGON ((0 0,10 0,10 10,0 10,0 0))"}));
+        const CPLStringList ficheros(datos->GetFileList(), TRUE);
+        EXPECT_EQ(ficheros[0], dentro + "lista.txt");
+        EXPECT_EQ(ficheros[1], dentro + "1.BIN");
+    }
+    EXPECT_EQ(Abre((dentro + "nada.txt").c_str()), nullptr);
+    EXPECT_EQ(dicho, "");
+}
+
 TEST_F(Driver, PutsMessagesWithoutAPlaceIntoTheirPolygon)
 {
     CDibujoPrueba dibujo(carpeta);
