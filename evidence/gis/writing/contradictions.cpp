@@ -16,7 +16,7 @@ bool EsComoSeLee(const CRecintoEntrante& recinto, const CDibujoAntes::CRegistro&
         return recinto.parcela.value_or(-1) == antes.dibujado.parcela;
     case ClaseTopologia::Subparcelas:
         // Which parcel it lies in depends on the tables.
-        return (!recinto.letra || *recinto.letra == antes.dibujado.letra) &&
+        return (!recinto.letra || SeVenIgual(*recinto.letra, antes.dibujado.letra)) &&
                (!recinto.parcela || *recinto.parcela == antes.dibujado.parcela ||
                 dibujo.CaeEnParcela(antes.dibujado.punto, *recinto.parcela));
     case ClaseTopologia::Poligonos:

@@ -1,6 +1,5 @@
 #include "evidence/gis/writing/drawn_list.h"
 
-#include <algorithm>
 #include <cstdlib>
 #include <map>
 #include <set>
@@ -87,13 +86,15 @@ CListaDibujada::CListaDibujada(const CString& nombre, bool sustituye) : m_nombre
     if (const std::optional<CListaPoligonos> lista = LeeLista(nombre)) {
         m_estaba = true;
         m_cabecera = lista->primera;
-        m_entradas = lista->entradas;
+        m_entradas.insert(lista->entradas.begin(), lista->entradas.end());
+        for (const CString& entrada : m_entradas)
+            m_porVista.try_emplace(ansi::AUtf8(entrada), entrada);
     }
 }
 
 bool CListaDibujada::Tiene(const CString& entrada) const
 {
-    return std::find(m_entradas.begin(), m_entradas.end(), entrada) != m_entradas.end();
+    return m_entradas.contains(entrada);
 }
 
 bool CListaDibujada::FijaMunicipio(const CPLStringList& opciones, const char* delOrigen)
@@ -128,6 +129,16 @@ bool CListaDibujada::FijaMunicipio(const CPLStringList& opciones, const char* de
     return false;
 }
 
+/// The list's own bytes for a name, where those of the source only look like them.
+void CListaDibujada::PonComoEnLaLista(CDePoligono& de) const
+{
+    if (!de.nombrada || Tiene(de.entrada))
+        return;
+    const auto suya = m_porVista.find(ansi::AUtf8(de.entrada));
+    if (suya != m_porVista.end())
+        de.entrada = suya->second;
+}
+
 bool CListaDibujada::SituaEntradas(const CModoDibujo& modo, std::vector<CRecintoEntrante>& recintos,
                                    std::vector<CEntidadEntrante>& entidades,
                                    std::vector<CString>& dejadas) const
@@ -136,14 +147,15 @@ bool CListaDibujada::SituaEntradas(const CModoDibujo& modo, std::vector<CRecinto
     for (const CString& entrada : m_entradas)
         if (!entrada.IsEmpty())
             porNumero[LeeEntero(entrada)].insert(entrada);
-    const auto apunta = [&](const CDePoligono& de) {
+    const auto apunta = [&](CDePoligono& de) {
+        PonComoEnLaLista(de);
         const bool deFiar = de.nombrada && (!de.poligono || *de.poligono == LeeEntero(de.entrada));
         if (deFiar && !porNumero.contains(LeeEntero(de.entrada)))
             porNumero[LeeEntero(de.entrada)].insert(de.entrada);
     };
-    for (const CRecintoEntrante& recinto : recintos)
+    for (CRecintoEntrante& recinto : recintos)
         apunta(recinto.de);
-    for (const CEntidadEntrante& entidad : entidades)
+    for (CEntidadEntrante& entidad : entidades)
         apunta(entidad.de);
     bool bien = true;
     for (CRecintoEntrante& recinto : recintos)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -38,9 +40,12 @@ public:
     void Graba(const std::vector<CString>& entradas, CConjuntoSalidas& salidas) const;
 
 private:
+    void PonComoEnLaLista(CDePoligono& de) const;
+
     CString m_nombre;
     bool m_estaba = false;
     std::string m_bytes;
     CString m_cabecera;
-    std::vector<CString> m_entradas;
+    std::set<CString> m_entradas;
+    std::map<std::string, CString> m_porVista; // the same by how they look to GDAL
 };

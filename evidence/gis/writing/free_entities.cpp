@@ -19,9 +19,9 @@ bool EsIgual(const CTexto<int>& a, const CTexto<int>& b)
                                                b.Puntos().begin(), b.Puntos().end(), EnElMismoSitio)
                                   : EnElMismoSitio(a.PrimerPunto(), b.PrimerPunto());
     return mismosPuntos && a.Tipo().Tipo() == b.Tipo().Tipo() &&
-           a.Tipo().ComparaCodigo(b.Tipo().Codigo()) &&
+           SeVenIgual(a.Tipo().Codigo(), b.Tipo().Codigo()) &&
            a.Tipo().EsBorrado() == b.Tipo().EsBorrado() &&
-           (a.Tipo().EsLinea() || a.Texto() == b.Texto());
+           (a.Tipo().EsLinea() || SeVenIgual(a.Texto(), b.Texto()));
 }
 
 } // namespace

@@ -22,7 +22,7 @@ CTexto<int> RotuloDe(const CRecintoEntrante& recinto, const CTexto<int>* viejo,
 
 bool EsElMismo(const CTexto<int>& a, const CTexto<int>& b)
 {
-    return a.Texto() == b.Texto() && a.Tipo().ComparaCodigo(b.Tipo().Codigo()) &&
+    return SeVenIgual(a.Texto(), b.Texto()) && SeVenIgual(a.Tipo().Codigo(), b.Tipo().Codigo()) &&
            a.Tipo().EsBorrado() == b.Tipo().EsBorrado() &&
            EnElMismoSitio(a.PrimerPunto(), b.PrimerPunto());
 }

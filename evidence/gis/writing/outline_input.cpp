@@ -92,11 +92,11 @@ CString ContradiccionDe(const CRecintoEntrante& recinto)
         *recinto.de.poligono != LeeEntero(rotulo))
         return frase(capa::kPoligono, EnTexto(recinto.de.poligono));
     if (recinto.clase == ClaseTopologia::Hojas && recinto.porNumeros &&
-        *recinto.porNumeros != rotulo)
+        !SeVenIgual(*recinto.porNumeros, rotulo))
         return frase(capa::kHoja, *recinto.porNumeros);
     if (recinto.clase != ClaseTopologia::Subparcelas)
         return {};
-    if (recinto.letra && *recinto.letra != LetraDelRotulo(rotulo))
+    if (recinto.letra && !SeVenIgual(*recinto.letra, LetraDelRotulo(rotulo)))
         return frase(capa::kLetra, *recinto.letra);
     const std::optional<int> delante = ParcelaDelRotulo(rotulo);
     return recinto.parcela && delante && *delante != *recinto.parcela

@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <map>
+#include <string>
 #include <tuple>
 
 #include "evidence/gis/geometry.h"
+#include "platform/ansi.h"
 
 using vexageo::CPunto;
 
@@ -114,13 +116,15 @@ bool HayRotulo(const CRecintoDibujado& antes)
 
 bool EsElMismoRotulo(const CRecintoEntrante& recinto, const CRecintoDibujado& antes)
 {
-    if (recinto.rotulo.has_value() != HayRotulo(antes))
-        return false;
     if (recinto.punto && !(recinto.punto->X == antes.punto.X && recinto.punto->Y == antes.punto.Y))
         return false;
-    return !recinto.rotulo || (*recinto.rotulo == antes.rotulo &&
-                               recinto.codigo.value_or(antes.codigo) == antes.codigo &&
-                               recinto.borrado.value_or(antes.borrado) == antes.borrado);
+    // Some forms of a source can't tell an empty text from none.
+    const CString rotulo = recinto.rotulo.value_or(CString());
+    if (rotulo.IsEmpty() && antes.rotulo.IsEmpty())
+        return true;
+    return recinto.rotulo && HayRotulo(antes) && SeVenIgual(rotulo, antes.rotulo) &&
+           SeVenIgual(recinto.codigo.value_or(antes.codigo), antes.codigo) &&
+           recinto.borrado.value_or(antes.borrado) == antes.borrado;
 }
 
 std::vector<CPareja>
@@ -129,11 +133,11 @@ Empareja(std::vector<CRecintoEntrante>& recintos,
          const std::function<bool(CRecintoEntrante&, const CPareja&)>& resuelve)
 {
     CPorAlgo<CContorno> porContorno;
-    CPorAlgo<CString> porRotulo;
+    CPorAlgo<std::string> porRotulo; // as it is shown
     for (std::size_t i = 0; i < registros.size(); ++i) {
         porContorno.Apunta(ContornoDe(registros[i].dibujado), i);
         if (HayRotulo(registros[i].dibujado))
-            porRotulo.Apunta(registros[i].dibujado.rotulo, i);
+            porRotulo.Apunta(ansi::AUtf8(registros[i].dibujado.rotulo), i);
     }
     std::vector<CPareja> parejas(recintos.size());
     std::vector<CContorno> contornos;
@@ -166,7 +170,8 @@ Empareja(std::vector<CRecintoEntrante>& recintos,
     for (std::size_t k = 0; k < recintos.size(); ++k)
         if (parejas[k].antes == nullptr && recintos[k].rotulo && !rechazados[k])
             toma(parejas[k],
-                 porRotulo.Busca(*recintos[k].rotulo, cogidos, [](std::size_t) { return true; }),
+                 porRotulo.Busca(ansi::AUtf8(*recintos[k].rotulo), cogidos,
+                                 [](std::size_t) { return true; }),
                  false);
     return parejas;
 }

@@ -72,6 +72,11 @@ CString AnsiParaDecir(const char* utf8)
     return CString(std::string_view(bytes));
 }
 
+bool SeVenIgual(const CString& a, const CString& b)
+{
+    return a == b || ansi::AUtf8(a) == ansi::AUtf8(b);
+}
+
 int CCamposElemento::Puesto(const char* nombre) const
 {
     const int i = m_elemento.GetFieldIndex(nombre);
@@ -125,7 +130,7 @@ std::optional<double> CCamposElemento::Real(const char* nombre) const
 std::optional<bool> CCamposElemento::SiNo(const char* nombre)
 {
     const int i = Puesto(nombre);
-    if (i < 0)
+    if (i < 0 || EstaEnBlanco(m_elemento.GetFieldAsString(i)))
         return std::nullopt;
     if (m_elemento.GetFieldDefnRef(i)->GetType() == OFTString)
         return CPLTestBool(m_elemento.GetFieldAsString(i)); // "0", "false" and the like are no

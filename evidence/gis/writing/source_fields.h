@@ -34,6 +34,10 @@ std::optional<CString> EnAnsi(const char* utf8);
 /// The same for a text that is only to be told: a letter that is lacking is a question mark.
 CString AnsiParaDecir(const char* utf8);
 
+/// Tells whether two texts of drawings look alike to GDAL: a drawing may have letters in UTF-8, and
+/// they come back in the code page.
+bool SeVenIgual(const CString& a, const CString& b);
+
 /// Base name of a polygon's files by its number, "003".
 CString EntradaUsual(int poligono);
 

@@ -101,6 +101,20 @@ edit() { # a folder with the municipality's drawings, which are listed in lista.
     }' changes || { cat changes; fail "$place: something else changed"; }
 }
 
+# Drawings with every fault there is, and tables: what nobody edited stays, whatever it came through.
+cp -r "$samples/villanueva_dibujos_con_faltas" faults
+cp "$samples"/villanueva_tablas_con_faltas/* faults
+cp -r faults faults_were
+ogr2ogr -f GPKG -a_srs EPSG:25830 through.gpkg faults/poligonos.txt 2> told
+ogr2ogr -f GeoJSON through.geojson through.gpkg parcelas
+ogr2ogr -f CSV -lco GEOMETRY=AS_WKT through.csv through.gpkg parcelas
+ogr2ogr -f "ESRI Shapefile" shapes through.gpkg parcelas subparcelas -lco ENCODING=UTF-8 2> told
+for through in through.gpkg through.geojson shapes "through.csv -nln parcelas"; do
+  # shellcheck disable=SC2086 # the name of a layer belongs to one of them
+  ogr2ogr -f Vexa faults/poligonos.txt $through 2> told || fail "refused: $through"
+  diff -r faults faults_were || fail "unedited, and changed by $through"
+done
+
 cp -r "$samples/villanueva_dibujos" sample
 mv sample/poligonos.txt sample/lista.txt
 edit sample

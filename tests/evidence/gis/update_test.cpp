@@ -157,6 +157,39 @@ TEST_F(Update, LeavesAllBytesWhereNothingWasEdited)
     }
 }
 
+TEST_F(Update, KnowsTextsAgainThatComeInAnotherForm)
+{
+    // Letters in UTF-8 come back in the code page, and a form without types has blanks for nothing.
+    CDibujoPrueba dibujo(carpeta);
+    const int marco = dibujo.Cuadrado(0, 0, 10);
+    dibujo.par = {{kParcela, 100, dibujo.Parcela("7 ni\xC3\xB1o", 100, 100), {marco}},
+                  {kParcela, 100, 0, {marco}, {100, 100}}};
+    dibujo.Rotulo("129001", "R\xC3\xADo", 300, 300);
+    dibujo.Graba();
+    for (const char* extension : {".BIN", ".PAR", ".SUB", ".POL"})
+        std::filesystem::rename(carpeta.Ruta() / (std::string("1") + extension),
+                                carpeta.Ruta() / (std::string("1\xC3\xB1") + extension));
+    carpeta.Pon("lista.txt", "TREN 045127\r\nP1\xC3\xB1\r\n");
+    const auto todos = [&] {
+        return carpeta.Lee("1\xC3\xB1.BIN") + carpeta.Lee("1\xC3\xB1.PAR") +
+               carpeta.Lee("lista.txt");
+    };
+    const std::string eran = todos();
+    const std::map<std::string, CElementos> capas = [&] {
+        std::map<std::string, CElementos> leidas;
+        for (const char* capa : {"parcelas", "rotulos"})
+            leidas[capa] = Elementos(capa);
+        for (const char* campo : {"rotulo", "codigo", "borrado", "parcela", "faltas"})
+            leidas["parcelas"][1].try_emplace(campo, "");
+        return leidas;
+    }();
+    ASSERT_EQ(capas.at("parcelas").size(), 2U);
+    Escribe(capas);
+    EXPECT_EQ(dicho, "");
+    EXPECT_EQ(todos(), eran);
+    EXPECT_EQ(carpeta.Cuantos(), 4 + 4 + 1) << "no drawing of another name";
+}
+
 TEST_F(Update, BringsEachEditOfAnOutlineAndNothingElse)
 {
     const struct {
