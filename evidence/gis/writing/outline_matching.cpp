@@ -132,6 +132,11 @@ Empareja(std::vector<CRecintoEntrante>& recintos,
          const std::vector<CDibujoAntes::CRegistro>& registros,
          const std::function<bool(CRecintoEntrante&, const CPareja&)>& resuelve)
 {
+    if (registros.empty()) {
+        for (CRecintoEntrante& recinto : recintos)
+            resuelve(recinto, {});
+        return std::vector<CPareja>(recintos.size());
+    }
     CPorAlgo<CContorno> porContorno;
     CPorAlgo<std::string> porRotulo; // as it is shown
     for (std::size_t i = 0; i < registros.size(); ++i) {
