@@ -12,7 +12,7 @@ constexpr const char* kNombre = "Vexa";
 
 constexpr const char* kOpcionesAbrir = R"(<OpenOptionList>
   <Option name='TABLAS' type='string' description='Carpeta de las tablas, si no es la de la lista'/>
-  <Option name='ORTOS' type='string' description='Dibujo de las hojas, si no es ortos.TOP'/>
+  <Option name='ORTOS' type='string' description='Dibujo de las hojas, si no es ortos.TOP ni el único otro .TOP'/>
   <Option name='REGISTRO' type='string' description='Fichero de errores, si no es el de la lista'/>
   <Option name='SRS' type='string' description='Sistema de referencia de los dibujos, p. ej. EPSG:25830'/>
 </OpenOptionList>)";
@@ -21,7 +21,7 @@ constexpr const char* kOpcionesCrear = R"(<CreationOptionList>
   <Option name='GER' type='int' description='Código de la gerencia'/>
   <Option name='MUN' type='int' description='Código del municipio'/>
   <Option name='CABECERA' type='string' description='Primera línea de la lista, en lugar de GER y MUN'/>
-  <Option name='ORTOS' type='string' default='ortos' description='Nombre del dibujo de las hojas'/>
+  <Option name='ORTOS' type='string' description='Nombre del dibujo de las hojas, si no es el que hay u ortos'/>
   <Option name='PIEZAS' type='string-select' default='NO' description='Escribir también parcelas y letras que están en varios recintos'>
     <Value>NO</Value><Value>SI</Value></Option>
   <Option name='INVALIDOS' type='string-select' default='NO' description='Dejar fuera los recintos que no se pueden dibujar, en vez de no escribir nada'>
