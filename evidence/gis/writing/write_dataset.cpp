@@ -54,7 +54,6 @@ CMunicipioNuevo::CMunicipioNuevo(const char* lista, CSLConstList opciones)
     m_tolerancia = CPLAtof(m_opciones.FetchNameValueDef(opcion::kArcos, "0"));
     m_sustituye = SiNo(opcion::kSustituye);
     m_simula = SiNo(opcion::kSimula);
-    m_hayLista = !m_sustituye && HayFichero(m_lista);
 }
 
 CMunicipioNuevo::~CMunicipioNuevo()
@@ -144,7 +143,9 @@ bool CMunicipioNuevo::Toma(const char* capa, const OGRFeature& elemento)
 {
     CString motivo;
     const std::optional<ClaseTopologia> clase = ClaseDeCapa(capa);
-    if (clase && m_hayLista)
+    if (!m_hayLista)
+        m_hayLista = !m_sustituye && HayFichero(m_lista);
+    if (clase && *m_hayLista)
         m_leidos.Apunta(NombreDeCapa(*clase), elemento);
     if (clase ? TomaElemento(*clase, elemento, m_tolerancia, m_recintos, motivo)
               : TomaEntidad(*ClaseDeEntidad(capa), elemento, m_entidades, motivo))

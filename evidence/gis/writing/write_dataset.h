@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <vector>
 
 #include "evidence/gis/gdal_versions.h"
@@ -49,7 +50,7 @@ private:
     double m_tolerancia = 0; // of arcs, in metres
     bool m_sustituye = false;
     bool m_simula = false;
-    bool m_hayLista = false; // a list is there, and counts
+    std::optional<bool> m_hayLista; // a list is there, and counts
     bool m_rechazado = false;
     bool m_terminado = false;
     bool m_escrito = false;
