@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <filesystem>
+#include <random>
 
 #include "evidence/drawn_polygon.h"
 #include "evidence/gis/names.h"
@@ -272,6 +273,54 @@ TEST_F(Update, BringsEachEditOfAnOutlineAndNothingElse)
         EXPECT_EQ(Parcelas(), esperadas);
         EsperaQueCrece();
     }
+}
+
+TEST_F(Update, GivesBackWhatItGotEditAfterEdit)
+{
+    std::mt19937 azar(3);
+    const auto hasta = [&](int n) { return static_cast<int>(azar() % static_cast<unsigned>(n)); };
+    int siguiente = 100;
+    for (int vez = 0; vez < 60; ++vez) {
+        SCOPED_TRACE(vez);
+        CElementos todas = Elementos("parcelas");
+        for (int cambios = 1 + hasta(3); cambios > 0; --cambios) {
+            const double x = hasta(9000) / 100.0 + (vez % 2 == 0 ? 0 : hasta(1000) / 1e5);
+            const double y = hasta(9000) / 100.0;
+            const std::string wkt =
+                CPLSPrintf("POLYGON ((%.5f %.2f,%.5f %.2f,%.5f %.5f,%.5f %.2f))", x, y, x + 9, y,
+                           x + 9, y + 7.3331, x, y);
+            const auto cual = static_cast<std::size_t>(hasta(static_cast<int>(todas.size())));
+            if (todas.size() < 8 && hasta(2) == 0)
+                todas.push_back(
+                    {{"poligono", "1"}, {"parcela", std::to_string(siguiente++)}, {"wkt", wkt}});
+            else if (todas.size() > 3 && hasta(2) == 0)
+                todas.erase(todas.begin() + static_cast<std::ptrdiff_t>(cual));
+            else
+                todas[cual]["wkt"] = wkt;
+        }
+        Escribe({{"parcelas", todas}});
+        ASSERT_EQ(dicho.find("fallo: "), std::string::npos) << dicho;
+        std::map<std::string, double> esperadas;
+        for (const CElemento& una : todas) {
+            OGRGeometry* geometria = nullptr;
+            OGRGeometryFactory::createFromWkt(una.at("wkt").c_str(), nullptr, &geometria);
+            const std::unique_ptr<OGRGeometry> suya(geometria);
+            esperadas[una.contains("parcela") ? una.at("parcela") : "-"] +=
+                suya->toPolygon()->get_Area();
+        }
+        std::map<std::string, double> leidas;
+        for (const CElemento& una : Elementos("parcelas"))
+            leidas[una.contains("parcela") ? una.at("parcela") : "-"] +=
+                CPLAtof(una.at("area_registro").c_str());
+        ASSERT_EQ(leidas.size(), esperadas.size());
+        for (const auto& [parcela, area] : esperadas)
+            EXPECT_NEAR(leidas[parcela], area, 0.5) << parcela; // rounding moves a boundary
+        EXPECT_EQ(carpeta.Lee("1.SUB"), antes["1.SUB"]);
+        const std::string bytes = carpeta.Lee("1.BIN");
+        Escribe({{"parcelas", Elementos("parcelas")}});
+        EXPECT_EQ(carpeta.Lee("1.BIN"), bytes) << "unedited";
+    }
+    EXPECT_EQ(Elementos("subparcelas").at(0)["wkt"], "POLYGON ((10 0,0 0,0 10,10 10,10 0))");
 }
 
 TEST_F(Update, KeepsHeightsAndSharesLinesWithWhatStays)
