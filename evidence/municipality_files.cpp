@@ -65,7 +65,7 @@ CString BuscaHojas(const CString& carpeta)
 {
     constexpr const char* kUsual = "ortos.TOP";
     CNombresEnDisco nombres;
-    const CString usual = CFile::EnDisco(EnCarpeta(carpeta, kUsual), nombres);
+    CString usual = CFile::EnDisco(EnCarpeta(carpeta, kUsual), nombres);
     if (HayFichero(usual))
         return usual;
     const CString lugar = carpeta.IsEmpty() ? "." : carpeta;

@@ -18,7 +18,7 @@ public:
     CCopiaDeArchivo& operator=(const CCopiaDeArchivo&) = delete;
     ~CCopiaDeArchivo();
 
-    CString Lista() const { return CString(m_lista); }
+    CString Lista() const { return {m_lista}; }
     /// The name that a copied file has in the archive; any other name as it is.
     std::string Original(const std::string& nombre) const;
 

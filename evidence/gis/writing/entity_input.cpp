@@ -79,6 +79,7 @@ std::vector<vexageo::CPunto<int>> PuntosDe(const OGRGeometry& pieza)
         return {EnUnidades(pieza.toPoint()->getX(), pieza.toPoint()->getY())};
     std::vector<vexageo::CPunto<int>> puntos;
     const OGRLineString& linea = *pieza.toLineString();
+    puntos.reserve(static_cast<std::size_t>(linea.getNumPoints()));
     for (int i = 0; i < linea.getNumPoints(); ++i)
         puntos.push_back(EnUnidades(linea.getX(i), linea.getY(i)));
     return puntos;

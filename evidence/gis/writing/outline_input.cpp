@@ -291,8 +291,7 @@ CString MotivoDeLugar(const OGRGeometry& geometria)
 {
     OGREnvelope caja;
     geometria.getEnvelope(&caja);
-    if (const CString motivo = MotivoDeReferencia(geometria.getSpatialReference());
-        !motivo.IsEmpty())
+    if (CString motivo = MotivoDeReferencia(geometria.getSpatialReference()); !motivo.IsEmpty())
         return motivo;
     if (SinReferencia(geometria.getSpatialReference()) && CabeEnGrados(caja))
         return kEnGrados;

@@ -146,6 +146,7 @@ Empareja(std::vector<CRecintoEntrante>& recintos,
     }
     std::vector<CPareja> parejas(recintos.size());
     std::vector<CContorno> contornos;
+    contornos.reserve(recintos.size());
     for (const CRecintoEntrante& recinto : recintos)
         contornos.push_back(ContornoDe(recinto));
     std::vector<bool> cogidos(registros.size(), false);

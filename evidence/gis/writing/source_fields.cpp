@@ -69,7 +69,7 @@ CString AnsiParaDecir(const char* utf8)
         const char32_t letra = Siguiente(resto);
         bytes.push_back(letra == kNoEsLetra ? '?' : ByteDe(letra).value_or('?'));
     }
-    return CString(std::string_view(bytes));
+    return {std::string_view(bytes)};
 }
 
 bool SeVenIgual(const CString& a, const CString& b)

@@ -110,9 +110,10 @@ protected:
         ASSERT_TRUE(RecorreEntidades(bin, [&](int posicion, const vexageo::CTexto<int>& entidad) {
             const auto desde = static_cast<std::size_t>(posicion) - 1;
             deAntes += desde < viejo.size() ? 1U : 0U;
-            if (desde < viejo.size() && !entidad.Tipo().EsBorrado())
-                EXPECT_EQ(ahora.substr(desde, static_cast<std::size_t>(entidad.Bytes())),
-                          viejo.substr(desde, static_cast<std::size_t>(entidad.Bytes())));
+            if (desde >= viejo.size() || entidad.Tipo().EsBorrado())
+                return;
+            const auto largo = static_cast<std::size_t>(entidad.Bytes());
+            EXPECT_EQ(ahora.substr(desde, largo), viejo.substr(desde, largo));
         }));
         EXPECT_EQ(deAntes, 12U);
     }
