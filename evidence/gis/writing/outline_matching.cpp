@@ -112,6 +112,73 @@ bool HayRotulo(const CRecintoDibujado& antes)
     return antes.posicionRotulo > 0;
 }
 
+/// Gives the outlines of a drawing to those that come, each once.
+class CReparto {
+public:
+    CReparto(const std::vector<CDibujoAntes::CRegistro>& registros, std::size_t cuantos)
+        : m_registros(registros), m_cogidos(registros.size(), false), m_parejas(cuantos)
+    {
+    }
+    const std::vector<CPareja>& Parejas() const { return m_parejas; }
+
+    /// Those with the same rings, of several the one that has most in common beside them.
+    void PorContorno(const std::vector<CRecintoEntrante>& recintos)
+    {
+        CPorAlgo<CContorno> porContorno;
+        for (std::size_t i = 0; i < m_registros.size(); ++i)
+            porContorno.Apunta(ContornoDe(m_registros[i].dibujado), i);
+        std::vector<CContorno> contornos;
+        contornos.reserve(recintos.size());
+        for (const CRecintoEntrante& recinto : recintos)
+            contornos.push_back(ContornoDe(recinto));
+        constexpr int kTodoIgual = 2;
+        for (int rigor = kTodoIgual; rigor >= 0; --rigor)
+            for (std::size_t k = 0; k < recintos.size(); ++k)
+                if (m_parejas[k].antes == nullptr)
+                    Toma(k,
+                         porContorno.Busca(contornos[k], m_cogidos,
+                                           [&](std::size_t i) {
+                                               return Vale(recintos[k], m_registros[i].dibujado,
+                                                           rigor);
+                                           }),
+                         true);
+    }
+    /// Of the others those with the same label, where it was settled.
+    void PorRotulo(const std::vector<CRecintoEntrante>& recintos,
+                   const std::vector<bool>& resueltos)
+    {
+        CPorAlgo<std::string> porRotulo; // as it is shown
+        for (std::size_t i = 0; i < m_registros.size(); ++i)
+            if (m_registros[i].dibujado.posicionRotulo > 0)
+                porRotulo.Apunta(ansi::AUtf8(m_registros[i].dibujado.rotulo), i);
+        for (std::size_t k = 0; k < recintos.size(); ++k)
+            if (m_parejas[k].antes == nullptr && recintos[k].rotulo && resueltos[k])
+                Toma(k,
+                     porRotulo.Busca(ansi::AUtf8(*recintos[k].rotulo), m_cogidos,
+                                     [](std::size_t) { return true; }),
+                     false);
+    }
+
+private:
+    static bool Vale(const CRecintoEntrante& recinto, const CRecintoDibujado& antes, int rigor)
+    {
+        return rigor == 0 ||
+               (EsElMismoRotulo(recinto, antes) &&
+                (rigor == 1 || recinto.numero.value_or(antes.numero) == antes.numero));
+    }
+    void Toma(std::size_t k, int i, bool mismoContorno)
+    {
+        if (i < 0)
+            return;
+        m_cogidos[static_cast<std::size_t>(i)] = true;
+        m_parejas[k] = {&m_registros[static_cast<std::size_t>(i)], i, mismoContorno};
+    }
+
+    const std::vector<CDibujoAntes::CRegistro>& m_registros;
+    std::vector<bool> m_cogidos;
+    std::vector<CPareja> m_parejas;
+};
+
 } // namespace
 
 bool EsElMismoRotulo(const CRecintoEntrante& recinto, const CRecintoDibujado& antes)
@@ -132,52 +199,13 @@ Empareja(std::vector<CRecintoEntrante>& recintos,
          const std::vector<CDibujoAntes::CRegistro>& registros,
          const std::function<bool(CRecintoEntrante&, const CPareja&)>& resuelve)
 {
-    if (registros.empty()) {
-        for (CRecintoEntrante& recinto : recintos)
-            resuelve(recinto, {});
-        return std::vector<CPareja>(recintos.size());
-    }
-    CPorAlgo<CContorno> porContorno;
-    CPorAlgo<std::string> porRotulo; // as it is shown
-    for (std::size_t i = 0; i < registros.size(); ++i) {
-        porContorno.Apunta(ContornoDe(registros[i].dibujado), i);
-        if (HayRotulo(registros[i].dibujado))
-            porRotulo.Apunta(ansi::AUtf8(registros[i].dibujado.rotulo), i);
-    }
-    std::vector<CPareja> parejas(recintos.size());
-    std::vector<CContorno> contornos;
-    contornos.reserve(recintos.size());
-    for (const CRecintoEntrante& recinto : recintos)
-        contornos.push_back(ContornoDe(recinto));
-    std::vector<bool> cogidos(registros.size(), false);
-    const auto toma = [&](CPareja& pareja, int i, bool mismoContorno) {
-        if (i < 0)
-            return;
-        cogidos[static_cast<std::size_t>(i)] = true;
-        pareja = {&registros[static_cast<std::size_t>(i)], i, mismoContorno};
-    };
-    const auto vale = [&](const CRecintoEntrante& recinto, int rigor) {
-        return [&registros, &recinto, rigor](std::size_t i) {
-            const CRecintoDibujado& antes = registros[i].dibujado;
-            return rigor == 0 ||
-                   (EsElMismoRotulo(recinto, antes) &&
-                    (rigor == 1 || recinto.numero.value_or(antes.numero) == antes.numero));
-        };
-    };
-    constexpr int kTodoIgual = 2;
-    for (int rigor = kTodoIgual; rigor >= 0; --rigor)
-        for (std::size_t k = 0; k < recintos.size(); ++k)
-            if (parejas[k].antes == nullptr)
-                toma(parejas[k], porContorno.Busca(contornos[k], cogidos, vale(recintos[k], rigor)),
-                     true);
-    std::vector<bool> rechazados(recintos.size(), false);
+    CReparto reparto(registros, recintos.size());
+    if (!registros.empty())
+        reparto.PorContorno(recintos);
+    std::vector<bool> resueltos(recintos.size());
     for (std::size_t k = 0; k < recintos.size(); ++k)
-        rechazados[k] = !resuelve(recintos[k], parejas[k]);
-    for (std::size_t k = 0; k < recintos.size(); ++k)
-        if (parejas[k].antes == nullptr && recintos[k].rotulo && !rechazados[k])
-            toma(parejas[k],
-                 porRotulo.Busca(ansi::AUtf8(*recintos[k].rotulo), cogidos,
-                                 [](std::size_t) { return true; }),
-                 false);
-    return parejas;
+        resueltos[k] = resuelve(recintos[k], reparto.Parejas()[k]);
+    if (!registros.empty())
+        reparto.PorRotulo(recintos, resueltos);
+    return reparto.Parejas();
 }

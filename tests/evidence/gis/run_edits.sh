@@ -109,8 +109,9 @@ ogr2ogr -f GPKG -a_srs EPSG:25830 through.gpkg faults/poligonos.txt 2> told
 ogr2ogr -f GeoJSON through.geojson through.gpkg parcelas
 ogr2ogr -f CSV -lco GEOMETRY=AS_WKT through.csv through.gpkg parcelas
 ogr2ogr -f "ESRI Shapefile" shapes through.gpkg parcelas subparcelas -lco ENCODING=UTF-8 2> told
-for through in through.gpkg through.geojson shapes "through.csv -nln parcelas"; do
-  # shellcheck disable=SC2086 # the name of a layer belongs to one of them
+for through in through.gpkg through.geojson shapes \
+  "through.csv -nln parcelas -oo GEOM_POSSIBLE_NAMES=geom,WKT"; do # by GDAL's version
+  # shellcheck disable=SC2086 # options belong to one of them
   ogr2ogr -f Vexa faults/poligonos.txt $through 2> told || fail "refused: $through"
   diff -r faults faults_were || fail "unedited, and changed by $through"
 done
