@@ -34,8 +34,7 @@ public:
         if (HayDibujos())
             RecorreDibujos(contenido);
         contenido.asuntos =
-            ReuneAsuntos({m_proceso.registro, m_proceso.personas, m_proceso.ficheros.sentido,
-                          Lugares(), HayDibujos() ? &contenido.dibujo->rotos : nullptr});
+            ReuneAsuntos({m_proceso, Lugares(), HayDibujos() ? &*contenido.dibujo : nullptr});
         EscribeMensajes();
         EscribeLaPagina(contenido, pagina);
         std::string resumen = Resumen(contenido, pagina);
@@ -56,7 +55,7 @@ private:
             return superficies.empty() || superficies.contains({polig, parcela});
         };
         CBalanceDibujo& dibujo = contenido.dibujo.emplace(superficies, m_proceso.registro);
-        CMapas mapas(m_indice, m_anclas);
+        CMapas mapas(m_indice, dibujo.perdidas, m_anclas);
         for (const CString& entrada : lista.entradas) {
             const CPoligonoDibujado poligono = LeePoligonoDibujado(lista.carpeta, entrada, hay);
             dibujo.Toma(poligono);

@@ -75,6 +75,9 @@ struct CBalance {
 
     std::vector<CPartida> partidas;
     std::vector<std::string> notas; ///< what is worth a look beside the sums
+    // Of a way back, what its options did with what stands on one side alone, as far as it had any.
+    bool quitaNoEnGrafico = false; ///< what isn't drawn wasn't kept
+    bool creaNoEnBase = false;     ///< what only the drawing knows was created
 };
 
 /// Holds records that should be there against records that are, and notes in the part what is

@@ -85,7 +85,9 @@ CPoligonoRoto FaltaDelPoligono(const CPoligonoDibujado& poligono)
 }
 
 CBalanceDibujo::CBalanceDibujo(const CSuperficies& superficies, const CRegistroLeido& registro)
-    : m_superficies(superficies)
+    : m_superficies(superficies),
+      m_hayEscritas(std::any_of(superficies.begin(), superficies.end(),
+                                [](const auto& una) { return una.second.escrita.has_value(); }))
 {
     for (const CAviso& aviso : registro.avisos)
         if (aviso.Es(kSuperficieCorregida))
@@ -108,6 +110,20 @@ std::int64_t CBalanceDibujo::SinExplicar() const
 {
     return std::count_if(desajustes.begin(), desajustes.end(),
                          [](const CDesajuste& uno) { return uno.motivo.empty(); });
+}
+
+std::int64_t CBalanceDibujo::Perdida() const
+{
+    return SumaMetros(perdidas);
+}
+
+CPerdidas CBalanceDibujo::DeTablaSinEscribir() const
+{
+    CPerdidas suyas;
+    for (const auto& [parcela, superficie] : m_superficies)
+        if (m_hayEscritas && !superficie.escrita && superficie.tabla)
+            suyas[parcela] = *superficie.tabla;
+    return suyas;
 }
 
 void CBalanceDibujo::Halla(const CPoligonoDibujado& poligono, ClaseTopologia clase)
@@ -136,28 +152,35 @@ void CBalanceDibujo::TomaParcelas(const CPoligonoDibujado& poligono)
 void CBalanceDibujo::Compara(int polig, int parcela, const CPiezas& piezas)
 {
     const auto suya = m_superficies.find({polig, parcela});
-    if (suya == m_superficies.end() || !suya->second.escrita)
+    const std::int64_t area = EnMetrosCuadrados(piezas.Area());
+    if (suya == m_superficies.end() || !suya->second.escrita) {
+        if (m_hayEscritas)
+            sinEscribir[{polig, parcela}] += area;
         return;
+    }
     const int recintos = static_cast<int>(piezas.Recintos().size());
-    CDesajuste desajuste{
-        polig, parcela, recintos, EnMetrosCuadrados(piezas.Area()), *suya->second.escrita, {}};
+    CDesajuste desajuste{polig, parcela, recintos, area, *suya->second.escrita, {}};
+    ++comparadas;
     dibujada += desajuste.dibujada;
     escrita += desajuste.escrita;
     if (desajuste.Diferencia() == 0 && recintos == 1)
         return;
-    if (recintos > 1 && !suya->second.concentrada)
-        perdida += desajuste.dibujada - EnMetrosCuadrados(piezas.Ultima().areaRegistro);
+    if (desajuste.Perdida() > 0)
+        perdidas[{polig, parcela}] += desajuste.Perdida();
     desajuste.motivo = Motivo(desajuste, piezas, suya->second);
     desajustes.push_back(std::move(desajuste));
 }
 
 /// What explains the surface that was written. A concentrated parcel keeps the table's, whatever is
-/// drawn, unless the run was told otherwise. Any other takes that of its last outline, islands as
-/// they are stored; W304 says that it took that of its subparcels instead.
+/// drawn, unless the run was told otherwise; one whose table says what its last outline does was
+/// rewritten. Any other takes that of its last outline, islands as they are stored; W304 says that
+/// it took that of its subparcels instead.
 std::string CBalanceDibujo::Motivo(const CDesajuste& desajuste, const CPiezas& piezas,
                                    const CSuperficie& superficie) const
 {
-    if (superficie.concentrada && superficie.tabla.value_or(desajuste.escrita) == desajuste.escrita)
+    const bool esDelUltimo = desajuste.escrita == EnMetrosCuadrados(piezas.Ultima().areaRegistro);
+    const bool conserva = superficie.tabla.value_or(desajuste.escrita) == desajuste.escrita;
+    if (superficie.concentrada && conserva && !(desajuste.recintos > 1 && esDelUltimo))
         return "concentrada: conserva la de la tabla";
     std::string motivo;
     const auto anota = [&](const std::string& otro) {
@@ -170,9 +193,7 @@ std::string CBalanceDibujo::Motivo(const CDesajuste& desajuste, const CPiezas& p
         anota("toma la suma de sus subparcelas (W304)");
     if (std::any_of(piezas.Recintos().begin(), piezas.Recintos().end(), GuardaOtraArea))
         anota("el área guardada no es la del contorno");
-    const bool seExplica =
-        corregida || desajuste.escrita == EnMetrosCuadrados(piezas.Ultima().areaRegistro);
-    return seExplica ? motivo : std::string();
+    return corregida || esDelUltimo ? motivo : std::string();
 }
 
 } // namespace informe

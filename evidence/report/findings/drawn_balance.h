@@ -1,9 +1,9 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <set>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "evidence/drawing_findings.h"
@@ -26,6 +26,11 @@ struct CDesajuste {
     std::string motivo; ///< empty where nothing explains it
 
     std::int64_t Diferencia() const { return escrita - dibujada; }
+    /// Square metres of a parcel in several outlines that don't count.
+    std::int64_t Perdida() const
+    {
+        return recintos > 1 ? std::max<std::int64_t>(-Diferencia(), 0) : 0;
+    }
 };
 
 /// What no message tells of an outline.
@@ -55,13 +60,21 @@ public:
     void Toma(const CPoligonoDibujado& poligono);
     /// How many surfaces of parcels nothing explains.
     std::int64_t SinExplicar() const;
+    /// Square metres that don't count, as their parcels are in several outlines.
+    std::int64_t Perdida() const;
+    /// Square metres that the tables have of parcels that weren't written.
+    CPerdidas DeTablaSinEscribir() const;
+    /// There are written surfaces to compare with.
+    bool HayEscritas() const { return m_hayEscritas; }
 
     std::int64_t poligonos = 0;
     std::int64_t recintosParcela = 0;
     std::int64_t recintosSubparcela = 0;
-    std::int64_t dibujada = 0; ///< square metres of all outlines of parcels that were written
-    std::int64_t escrita = 0;  ///< square metres of the same parcels
-    std::int64_t perdida = 0;  ///< of those in several outlines
+    std::int64_t comparadas = 0; ///< parcels that are drawn and were written
+    std::int64_t dibujada = 0;   ///< square metres of all their outlines
+    std::int64_t escrita = 0;    ///< square metres that were written of them
+    CPerdidas perdidas;          ///< by their several outlines
+    CPerdidas sinEscribir;       ///< what is drawn of parcels that weren't written
     std::vector<CDesajuste> desajustes;
     std::vector<CHallazgo> hallazgos;
     std::vector<CPoligonoRoto> rotos;
@@ -74,7 +87,8 @@ private:
                        const CSuperficie& superficie) const;
 
     const CSuperficies& m_superficies;
-    std::set<std::pair<int, int>> m_corregidas; // told by W304
+    bool m_hayEscritas;
+    std::set<CNumerosParcela> m_corregidas; // told by W304
 };
 
 /// Describes what is wrong with a polygon's files, where that costs more than an outline: a file is

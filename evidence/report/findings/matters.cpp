@@ -14,6 +14,7 @@ namespace {
 /// What lies behind a matter's messages, in the order of matters that are of one size.
 enum class Clase : std::uint8_t {
     Ajena,
+    VariosRecintos, ///< of all parcels that lose surface by it
     Paraje,
     Titular,
     Poligono,
@@ -40,7 +41,7 @@ struct CCausa {
     }
 };
 
-using CNumeros = std::pair<int, int>; // of a parcel
+using CNumeros = CNumerosParcela;
 
 class CReunion {
 public:
@@ -54,18 +55,28 @@ private:
     CCausa CausaDeParcela(const CAviso& aviso, CNumeros parcela);
     CCausa CausaDePersona(const CString& nombre) { return {Clase::Persona, Numero(nombre), 0, 0}; }
     int Numero(const CString& texto);
+    /// The causes that are alike: those of one matter.
     struct CTramo {
-        std::uint32_t desde;
-        std::uint32_t hasta;
+        CCausa causa;
+        std::uint32_t desde = 0;
+        std::uint32_t hasta = 0;
+        CCoste coste = {};
 
         std::uint32_t Largo() const { return hasta - desde; }
     };
     void BuscaCausas();
     std::vector<CTramo> Tramos() const;
+    void Tasa(std::vector<CTramo>& tramos) const;
     CAsunto Cuenta(const CTramo& tramo) const;
+    void CuentaMensajes(const CTramo& tramo, CAsunto& asunto) const;
     std::string Titulo(const CCausa& causa, const CAsunto& asunto) const;
     static std::string TituloDeParcela(const CAsunto& asunto);
-    const CAviso& Aviso(std::uint32_t i) const { return m_datos.registro.avisos[i]; }
+    const CRegistroLeido& Registro() const { return m_datos.proceso.registro; }
+    const CAviso& Aviso(std::uint32_t i) const { return Registro().avisos[i]; }
+    bool HayPerdidas() const
+    {
+        return m_datos.dibujo != nullptr && !m_datos.dibujo->perdidas.empty();
+    }
 
     const CDatosAsuntos& m_datos;
     std::vector<CCausa> m_causas;
@@ -81,18 +92,18 @@ private:
 /// all that hangs on it then misses it; the way back only leaves the parcel without its place.
 void CReunion::Prepara()
 {
-    for (const CAviso& aviso : m_datos.registro.avisos) {
+    for (const CAviso& aviso : Registro().avisos) {
         const CNumeros parcela(aviso.polig, aviso.parcela);
-        if (aviso.Es(kParajeNoEncontrado) && m_datos.sentido != Sentido::Vuelta)
+        if (aviso.Es(kParajeNoEncontrado) && m_datos.proceso.ficheros.sentido != Sentido::Vuelta)
             m_sinParaje.emplace(parcela, aviso.numero);
         else if (aviso.Es(kParcelaRepetida))
             m_repetidas.insert(parcela);
     }
-    if (m_datos.rotos == nullptr)
+    if (m_datos.dibujo == nullptr)
         return;
-    for (const CPoligonoRoto& roto : *m_datos.rotos)
+    for (const CPoligonoRoto& roto : m_datos.dibujo->rotos)
         m_rotos.emplace(roto.polig, &roto);
-    for (const CAviso& aviso : m_datos.registro.avisos)
+    for (const CAviso& aviso : Registro().avisos)
         if (aviso.Es(kSubparcelaNoEnGrafico) && m_rotos.contains(aviso.polig))
             m_sinDibujo.emplace(aviso.polig, aviso.parcela);
 }
@@ -108,16 +119,18 @@ int CReunion::Numero(const CString& texto)
 /// The cause that lies farthest back: a drawing that is missing takes its whole polygon along, a
 /// place that is missing a parcel, and only what neither explains is the parcel's own. The drawing
 /// of the parcels costs E111 and E109, that of the subparcels E113 and E109; and a parcel some of
-/// whose subparcels are missing no longer has the sum of their surfaces (E112, W304).
+/// whose subparcels are missing no longer has the sum of their surfaces (E112, W304). Nor has one
+/// that takes the surface of the last of its outlines alone.
 CCausa CReunion::CausaDeParcela(const CAviso& aviso, CNumeros parcela)
 {
+    const bool deSuma = aviso.Es(kSuperficieDifiere) || aviso.Es(kSuperficieCorregida);
+    if (deSuma && HayPerdidas() && m_datos.dibujo->perdidas.contains(parcela))
+        return {Clase::VariosRecintos, 0, 0, 0};
     if (const auto roto = m_rotos.find(parcela.first); roto != m_rotos.end()) {
         const UINT numero = aviso.mensaje->numero;
         const bool deParcelas = numero == kParcelaNoEnGrafico || numero == kSubparcelaFuera;
-        const bool deSubparcelas =
-            numero == kSubparcelaNoEnGrafico || numero == kSubparcelaFuera ||
-            ((numero == kSuperficieDifiere || numero == kSuperficieCorregida) &&
-             m_sinDibujo.contains(parcela));
+        const bool deSubparcelas = numero == kSubparcelaNoEnGrafico || numero == kSubparcelaFuera ||
+                                   (deSuma && m_sinDibujo.contains(parcela));
         if ((roto->second->parcelas && deParcelas) || (roto->second->subparcelas && deSubparcelas))
             return {Clase::Poligono, parcela.first, 0, 0};
     }
@@ -143,11 +156,11 @@ CCausa CReunion::Causa(const CAviso& aviso, std::uint32_t posicion)
     case kMismoNombre:
     case kMismoDNI:
     case kSinNumImputa:
-        return CausaDePersona(m_datos.personas.Clave(aviso.texto));
+        return CausaDePersona(m_datos.proceso.personas.Clave(aviso.texto));
     case kYaTitular:
     case kYaCotitular:
         if (!m_repetidas.contains({aviso.polig, aviso.parcela}))
-            return CausaDePersona(m_datos.personas.Clave(aviso.texto));
+            return CausaDePersona(m_datos.proceso.personas.Clave(aviso.texto));
         break;
     case kSubparcelaFuera: {
         const auto fuera =
@@ -164,10 +177,8 @@ CCausa CReunion::Causa(const CAviso& aviso, std::uint32_t posicion)
     return CausaDeParcela(aviso, {aviso.polig, aviso.parcela});
 }
 
-CAsunto CReunion::Cuenta(const CTramo& tramo) const
+void CReunion::CuentaMensajes(const CTramo& tramo, CAsunto& asunto) const
 {
-    CAsunto asunto;
-    const CCausa& causa = m_causas[tramo.desde];
     for (std::uint32_t i = tramo.desde; i < tramo.hasta; ++i) {
         const CAviso& aviso = Aviso(m_causas[i].posicion);
         ++asunto.mensajes;
@@ -183,11 +194,24 @@ CAsunto CReunion::Cuenta(const CTramo& tramo) const
         else
             ++suya->second;
     }
+}
+
+CAsunto CReunion::Cuenta(const CTramo& tramo) const
+{
+    CAsunto asunto;
+    const CCausa& causa = tramo.causa;
+    asunto.coste = tramo.coste;
+    CuentaMensajes(tramo, asunto);
     if (causa.clase == Clase::Parcela) {
         asunto.polig = causa.a;
         asunto.parcela = causa.b;
     } else if (causa.clase == Clase::Poligono) {
         asunto.polig = causa.a;
+    } else if (causa.clase == Clase::VariosRecintos) {
+        const auto& perdidas = m_datos.dibujo->perdidas;
+        asunto.parcelas.assign(perdidas.begin(), perdidas.end());
+        std::stable_sort(asunto.parcelas.begin(), asunto.parcelas.end(),
+                         [](const auto& a, const auto& b) { return a.second > b.second; });
     }
     asunto.titulo = Titulo(causa, asunto);
     return asunto;
@@ -234,6 +258,8 @@ std::string CReunion::Titulo(const CCausa& causa, const CAsunto& asunto) const
         return TextoSinBlancos(m_textos[static_cast<std::size_t>(numero)]);
     };
     switch (causa.clase) {
+    case Clase::VariosRecintos:
+        return "En varios recintos: la vuelta toma el último, y el resto no cuenta";
     case Clase::Paraje:
         return "El paraje " + std::to_string(causa.a) + " no existe";
     case Clase::Titular:
@@ -260,9 +286,9 @@ std::string CReunion::Titulo(const CCausa& causa, const CAsunto& asunto) const
 /// The causes of all messages, sorted: those of one matter stand together, in the log's order.
 void CReunion::BuscaCausas()
 {
-    m_causas.reserve(m_datos.registro.avisos.size());
+    m_causas.reserve(Registro().avisos.size());
     std::uint32_t posicion = 0;
-    for (const CAviso& aviso : m_datos.registro.avisos) {
+    for (const CAviso& aviso : Registro().avisos) {
         CCausa causa = Causa(aviso, posicion);
         causa.posicion = posicion++;
         m_causas.push_back(causa);
@@ -270,27 +296,45 @@ void CReunion::BuscaCausas()
     std::sort(m_causas.begin(), m_causas.end());
 }
 
-/// The stretches of the causes that are alike.
+/// What has a cause of its own. Surface that is lost is a matter without any message, too.
 std::vector<CReunion::CTramo> CReunion::Tramos() const
 {
     std::vector<CTramo> tramos;
+    bool faltaPerdidas = HayPerdidas();
     for (std::uint32_t desde = 0, hasta = 0; desde < m_causas.size(); desde = hasta) {
         while (hasta < m_causas.size() && m_causas[hasta].EsLaDe(m_causas[desde]))
             ++hasta;
-        tramos.push_back({desde, hasta});
+        tramos.push_back({m_causas[desde], desde, hasta});
+        faltaPerdidas = faltaPerdidas && m_causas[desde].clase != Clase::VariosRecintos;
     }
+    if (faltaPerdidas)
+        tramos.push_back({{Clase::VariosRecintos, 0, 0, 0}});
     return tramos;
+}
+
+void CReunion::Tasa(std::vector<CTramo>& tramos) const
+{
+    CTarifa tarifa(m_datos.proceso, m_datos.dibujo);
+    for (CTramo& tramo : tramos) {
+        if (tramo.causa.clase == Clase::VariosRecintos)
+            tramo.coste.metros = m_datos.dibujo->Perdida();
+        for (std::uint32_t i = tramo.desde; i < tramo.hasta; ++i)
+            tramo.coste += tarifa.De(Aviso(m_causas[i].posicion));
+    }
 }
 
 CAsuntos CReunion::Reune()
 {
     BuscaCausas();
     std::vector<CTramo> tramos = Tramos();
+    Tasa(tramos);
     CAsuntos asuntos;
     asuntos.cuantos = static_cast<std::int64_t>(tramos.size());
-    std::stable_sort(tramos.begin(), tramos.end(),
-                     [](const CTramo& a, const CTramo& b) { return a.Largo() > b.Largo(); });
-    tramos.resize(std::min(tramos.size(), topes::kAsuntos));
+    std::stable_sort(tramos.begin(), tramos.end(), [](const CTramo& a, const CTramo& b) {
+        return std::pair(a.coste, a.Largo()) > std::pair(b.coste, b.Largo());
+    });
+    if (tramos.size() > topes::kAsuntos)
+        tramos.erase(tramos.begin() + topes::kAsuntos, tramos.end());
     for (const CTramo& tramo : tramos)
         asuntos.mayores.push_back(Cuenta(tramo));
     return asuntos;

@@ -58,12 +58,16 @@ public:
     {
     }
 
-    void Cierra(const char* creadas, const char* noEnGrafico, CPartida& partida)
+    /// Adds the part to the balance, with what the options made of it.
+    void Cierra(const char* creadas, const char* noEnGrafico, CPartida partida, CBalance& balance)
     {
         for (const CClaveRegistro* clave = Siguiente(); clave != nullptr; clave = Siguiente())
             Toma(CClaveRegistro(*clave), partida);
         partida.Entra(creadas, m_nuevas);
         partida.Sale(noEnGrafico, m_fuera);
+        balance.creaNoEnBase = balance.creaNoEnBase || m_nuevas > 0;
+        balance.quitaNoEnGrafico = balance.quitaNoEnGrafico || m_fuera > 0;
+        balance.partidas.push_back(std::move(partida));
     }
 
 private:
@@ -122,8 +126,8 @@ private:
                      std::int64_t escritos) const;
     CPartida FilaAFila(const CNombres& nombres, const CFilasLeidas& clase,
                        const CClaves& escritas) const;
-    CPartida Parcelas() const;
-    CPartida Subparcelas() const;
+    void Parcelas(CBalance& balance) const;
+    void Subparcelas(CBalance& balance) const;
     CPartida Cotitulares() const;
     std::int64_t Cuenta(Mensaje mensaje) const { return m_registro.Cuenta(mensaje); }
 
@@ -161,7 +165,7 @@ CPartida CBalanceVuelta::FilaAFila(const CNombres& nombres, const CFilasLeidas& 
     return partida;
 }
 
-CPartida CBalanceVuelta::Parcelas() const
+void CBalanceVuelta::Parcelas(CBalance& balance) const
 {
     const CFilasLeidas& clase = m_tablas.parcelas;
     CClaves escritas;
@@ -176,11 +180,10 @@ CPartida CBalanceVuelta::Parcelas() const
     CCuadre(clase.quedan, std::move(escritas), ClavesDe(m_registro, kParcelaNoEnBase, false),
             ClavesDe(m_registro, kParcelaNoEnGrafico, false))
         .Cierra("creadas desde el gráfico (E106)",
-                "no están en el gráfico y no se conservan (E111)", partida);
-    return partida;
+                "no están en el gráfico y no se conservan (E111)", std::move(partida), balance);
 }
 
-CPartida CBalanceVuelta::Subparcelas() const
+void CBalanceVuelta::Subparcelas(CBalance& balance) const
 {
     const CFilasLeidas& clase = m_tablas.subparcelas;
     CPartida partida =
@@ -191,8 +194,7 @@ CPartida CBalanceVuelta::Subparcelas() const
     CCuadre(clase.quedan, m_escritos.subparcelas, ClavesDe(m_registro, kSubparcelaNoEnBase, true),
             ClavesDe(m_registro, kSubparcelaNoEnGrafico, true))
         .Cierra("creadas desde el gráfico (E110)",
-                "no están en el gráfico y no se conservan (E113)", partida);
-    return partida;
+                "no están en el gráfico y no se conservan (E113)", std::move(partida), balance);
 }
 
 CPartida CBalanceVuelta::Cotitulares() const
@@ -225,7 +227,11 @@ CBalance CBalanceVuelta::Hace() const
         FilaAFila({Partida::Modulos, kModulos, 'M', "registros MD", "sin Cal o Denominacion"},
                   m_tablas.modulos, m_escritos.modulos);
     modulos.SalePerdido("de un módulo que ya estaba, sin mensaje", m_tablas.modulos.unidas);
-    balance.partidas = {titulares, Parcelas(), Cotitulares(), Subparcelas(), parajes, modulos};
+    balance.partidas = {titulares};
+    Parcelas(balance);
+    balance.partidas.push_back(Cotitulares());
+    Subparcelas(balance);
+    balance.partidas.insert(balance.partidas.end(), {parajes, modulos});
     for (CPartida& partida : balance.partidas)
         if (!partida.SePuedeDecir())
             partida.faltan = partida.sobran = 0;

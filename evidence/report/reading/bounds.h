@@ -18,6 +18,7 @@ inline constexpr int kLineasDeCadaNumero = 150;
 inline constexpr std::size_t kAsuntos = 200;
 inline constexpr std::size_t kMensajesDeAsunto = 24;
 inline constexpr std::size_t kLineasDeAsunto = 12;
+inline constexpr std::size_t kParcelasDeAsunto = 60;
 
 // Tables of the page: a screen or two of each. Files that aren't there are named past it as well.
 inline constexpr std::size_t kFicheros = 40;

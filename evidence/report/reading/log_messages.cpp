@@ -13,6 +13,12 @@ std::int64_t CRegistroLeido::Cuenta(Mensaje mensaje) const
     return suya == m_cuentas.end() ? 0 : suya->second;
 }
 
+/// As the run counts: it takes E214, which raises no counter of its own, among the errors.
+std::int64_t CRegistroLeido::Errores() const
+{
+    return Suma(Contador::Errores) + Cuenta(kSinNumImputa);
+}
+
 std::int64_t CRegistroLeido::Suma(Contador contador) const
 {
     std::int64_t suma = 0;

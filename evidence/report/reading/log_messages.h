@@ -16,7 +16,7 @@ namespace informe {
 class CRegistroLeido {
 public:
     std::int64_t Cuenta(Mensaje mensaje) const;
-    std::int64_t Errores() const { return Suma(Contador::Errores); }
+    std::int64_t Errores() const;
     std::int64_t Warnings() const { return Suma(Contador::Warnings); }
     std::int64_t Ajenas() const { return m_ajenas; } ///< lines that are no message
 

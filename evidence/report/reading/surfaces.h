@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <map>
 #include <optional>
 #include <utility>
@@ -13,7 +14,20 @@ struct CSuperficie {
     bool concentrada = false;
 };
 
-/// By polygon and parcel.
-using CSuperficies = std::map<std::pair<int, int>, CSuperficie>;
+/// Polygon and number of a parcel.
+using CNumerosParcela = std::pair<int, int>;
+
+using CSuperficies = std::map<CNumerosParcela, CSuperficie>;
+
+/// Square metres of parcels that don't come through, by their numbers.
+using CPerdidas = std::map<CNumerosParcela, std::int64_t>;
+
+inline std::int64_t SumaMetros(const CPerdidas& metros)
+{
+    std::int64_t suma = 0;
+    for (const auto& [parcela, suyos] : metros)
+        suma += suyos;
+    return suma;
+}
 
 } // namespace informe

@@ -3,6 +3,7 @@
 #include <array>
 #include <cmath>
 #include <cstdio>
+#include <cstdlib>
 
 #include "evidence/texts.h"
 #include "platform/ansi.h"
@@ -11,6 +12,7 @@
 namespace informe {
 namespace {
 
+constexpr std::int64_t kMetrosPorHectarea = 10'000;
 constexpr std::string_view kNoEsCaracter = "\xEF\xBF\xBD";
 
 /// Puts a point in front of every three digits of a whole number.
@@ -63,6 +65,21 @@ std::string Fijo(double numero)
     std::string texto;
     AnexaFormato(texto, "%.2lf", {numero});
     return texto;
+}
+
+std::string Superficie(std::int64_t metros)
+{
+    constexpr std::int64_t kCienHectareas = 100 * kMetrosPorHectarea;
+    if (std::abs(metros) < kMetrosPorHectarea)
+        return Miles(metros) + " m²";
+    return Decimal(static_cast<double>(metros) / kMetrosPorHectarea,
+                   std::abs(metros) < kCienHectareas ? 2 : 1) +
+           " ha";
+}
+
+std::string Hectareas(std::int64_t metros)
+{
+    return Decimal(static_cast<double>(metros) / kMetrosPorHectarea, 4);
 }
 
 std::string Cuantos(std::int64_t cuantos, std::string_view uno, std::string_view varios)

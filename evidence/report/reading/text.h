@@ -15,6 +15,10 @@ std::string Miles(std::int64_t numero);
 std::string Decimal(double numero, int decimales);
 /// The number with two decimals and a point, "1234.50", for programs.
 std::string Fijo(double numero);
+/// A surface given in square metres, as one reads it: "9.999 m²", "1,25 ha", "127,4 ha".
+std::string Superficie(std::int64_t metros);
+/// The same as a number of hectares to the square metre, "127,4321".
+std::string Hectareas(std::int64_t metros);
 /// "1 línea", "3 líneas"
 std::string Cuantos(std::int64_t cuantos, std::string_view uno, std::string_view varios);
 /// A sum as eight digits, "CBF43926".

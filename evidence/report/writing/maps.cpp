@@ -12,7 +12,8 @@ bool CMapas::HayMensajes(const CPoligonoDibujado& poligono) const
 {
     const auto& recintos = poligono.parcelas.recintos;
     return std::any_of(recintos.begin(), recintos.end(), [&](const CRecintoDibujado& recinto) {
-        return recinto.Valido() && m_indice.HayDeParcela(poligono.polig, recinto.parcela);
+        return recinto.Valido() && (m_indice.HayDeParcela(poligono.polig, recinto.parcela) ||
+                                    m_perdidas.contains({poligono.polig, recinto.parcela}));
     });
 }
 
@@ -24,9 +25,10 @@ void CMapas::Toma(const CPoligonoDibujado& poligono)
         return;
     }
     const std::string falta = FaltaDelPoligono(poligono).que;
-    m_mapas.push_back({"Polígono " + std::to_string(poligono.polig) + " (" +
-                           Texto(poligono.entrada) + ")" + (falta.empty() ? "" : ": " + falta),
-                       MapaSvg(poligono, m_indice, m_anclas, m_presupuesto, m_dibujados)});
+    m_mapas.push_back(
+        {"Polígono " + std::to_string(poligono.polig) + " (" + Texto(poligono.entrada) + ")" +
+             (falta.empty() ? "" : ": " + falta),
+         MapaSvg(poligono, m_indice, m_perdidas, m_anclas, m_presupuesto, m_dibujados)});
 }
 
 std::vector<CMapaHecho> CMapas::Acaba()

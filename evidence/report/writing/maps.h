@@ -18,7 +18,11 @@ struct CMapaHecho {
 class CMapas {
 public:
     /// \param anclas  gets the places that the maps have
-    CMapas(const CIndiceAvisos& indice, CAnclas& anclas) : m_indice(indice), m_anclas(anclas) {}
+    /// \param perdidas  the parcels that lose surface by their outlines; grows as polygons come
+    CMapas(const CIndiceAvisos& indice, const CPerdidas& perdidas, CAnclas& anclas)
+        : m_indice(indice), m_perdidas(perdidas), m_anclas(anclas)
+    {
+    }
 
     /// Draws a polygon, each once, in the order of the list.
     void Toma(const CPoligonoDibujado& poligono);
@@ -29,6 +33,7 @@ private:
     bool HayMensajes(const CPoligonoDibujado& poligono) const;
 
     const CIndiceAvisos& m_indice;
+    const CPerdidas& m_perdidas;
     CAnclas& m_anclas;
     CPresupuesto m_presupuesto;
     std::vector<CMapaHecho> m_mapas;

@@ -22,33 +22,39 @@ const char* NombreSentido(Sentido sentido)
     return "Proceso sin identificar: no se halló ni su entrada ni su lista";
 }
 
-void Cifra(CMarcas& marcas, std::int64_t cuantos, const char* que, const char* clase)
+void Cifra(CMarcas& marcas, bool esCero, const std::string& cuanto, const std::string& que,
+           const char* clase)
 {
-    marcas.Bloque("li", {{"class", cuantos == 0 ? "cero" : clase}},
-                  [&] { marcas.Elemento("b", {}, Miles(cuantos)).Texto(" ").Texto(que); });
+    marcas.Bloque("li", {{"class", esCero ? "cero" : clase}},
+                  [&] { marcas.Elemento("b", {}, cuanto).Texto(" ").Texto(que); });
 }
 
+/// What a technician looks for first: surface that doesn't count, then errors, warnings, and what
+/// nothing explains.
 void Cifras(CMarcas& marcas, const CContenido& contenido)
 {
-    const std::int64_t errores = contenido.proceso.registro.Errores();
-    const std::int64_t warnings = contenido.proceso.registro.Warnings();
-    const std::int64_t asuntos = contenido.asuntos.cuantos;
+    const auto cifra = [&](std::int64_t cuantos, const char* uno, const char* varios,
+                           const char* clase) {
+        Cifra(marcas, cuantos == 0, Miles(cuantos), cuantos == 1 ? uno : varios, clase);
+    };
     marcas.Bloque("ul", {{"class", "cifras"}}, [&] {
         marcas.Linea();
-        Cifra(marcas, errores, errores == 1 ? "error" : "errores", "err");
-        Cifra(marcas, warnings, warnings == 1 ? "warning" : "warnings", "avi");
-        Cifra(marcas, asuntos, asuntos == 1 ? "asunto" : "asuntos", "");
-        Cifra(marcas, contenido.SinExplicar(), "sin explicar", "err");
+        for (const CContenido::CPerdida& perdida : contenido.Perdidas())
+            Cifra(marcas, perdida.metros == 0, perdida.cuanto, perdida.que, "err");
+        cifra(contenido.proceso.registro.Errores(), "error", "errores", "err");
+        cifra(contenido.proceso.registro.Warnings(), "warning", "warnings", "avi");
+        cifra(contenido.SinExplicar(), "sin explicar", "sin explicar", "err");
+        cifra(contenido.asuntos.cuantos, "asunto", "asuntos", "");
     });
 }
 
-/// The links to the sections; the maps, which a page may lack, come last.
+/// The links to the sections, in their order.
 void Indice(CMarcas& marcas, const CContenido& contenido)
 {
-    std::vector<CSeccion> secciones = {seccion::kFicheros, seccion::kBalance, seccion::kAsuntos,
-                                       seccion::kNumeros, seccion::kMensajes};
+    std::vector<CSeccion> secciones = {seccion::kAsuntos, seccion::kBalance};
     if (!contenido.mapas.empty())
         secciones.push_back(seccion::kMapas);
+    secciones.insert(secciones.end(), {seccion::kNumeros, seccion::kMensajes, seccion::kFicheros});
     marcas.Bloque("nav", {}, [&] {
         const char* entre = "";
         for (const CSeccion& una : secciones) {
@@ -108,8 +114,8 @@ void Cuerpo(CMarcas& marcas, const CContenido& contenido)
     marcas.Linea().Bloque("header", {}, [&] { Cabecera(marcas, contenido); });
     marcas.Bloque("main", {}, [&] {
         marcas.Linea();
-        for (const auto pon : {SeccionFicheros, SeccionBalance, SeccionAsuntos, SeccionNumeros,
-                               SeccionMapas, SeccionMensajes})
+        for (const auto pon : {SeccionAsuntos, SeccionBalance, SeccionMapas, SeccionNumeros,
+                               SeccionMensajes, SeccionFicheros})
             pon(contenido, marcas);
     });
     marcas.Bloque("footer", {}, [&] {

@@ -28,6 +28,16 @@ struct CContenido {
     CAsuntos asuntos;
     std::vector<CMapaHecho> mapas;
 
+    /// A surface that was lost, as all that is told begins with it: "127,4 ha" and "no cuentan, en
+    /// 44 parcelas de varios recintos".
+    struct CPerdida {
+        std::int64_t metros;
+        std::string cuanto;
+        std::string que;
+    };
+    /// First what several outlines cost, 0 too, then parcels of the tables that weren't written.
+    /// Empty where no surfaces can be compared.
+    std::vector<CPerdida> Perdidas() const;
     /// How many records and surfaces of parcels nothing explains.
     std::int64_t SinExplicar() const
     {

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <tuple>
 
 #include "evidence/report/reading/bounds.h"
 #include "evidence/report/reading/text.h"
@@ -20,17 +21,19 @@ void FilaDesajuste(CMarcas& marcas, const CAnclas& anclas, const CDesajuste& uno
           {Miles(uno.dibujada), kNumero},
           {Miles(uno.escrita), kNumero},
           {(uno.Diferencia() > 0 ? "+" : "") + Miles(uno.Diferencia()), kNumero},
+          {uno.Perdida() > 0 ? Miles(uno.Perdida()) : "", kNumero},
           {uno.motivo, nullptr, {}, seExplica ? nullptr : "✕ sin explicar"}});
 }
 
-/// Those that nothing explains first, and the greater ones before the smaller.
+/// Those that nothing explains first, then those that lose most, and the greater differences before
+/// the smaller.
 std::vector<CDesajuste> EnOrden(std::vector<CDesajuste> desajustes)
 {
-    std::stable_sort(desajustes.begin(), desajustes.end(),
-                     [](const CDesajuste& a, const CDesajuste& b) {
-                         return std::pair(!a.motivo.empty(), -std::abs(a.Diferencia())) <
-                                std::pair(!b.motivo.empty(), -std::abs(b.Diferencia()));
-                     });
+    std::stable_sort(
+        desajustes.begin(), desajustes.end(), [](const CDesajuste& a, const CDesajuste& b) {
+            return std::tuple(!a.motivo.empty(), -a.Perdida(), -std::abs(a.Diferencia())) <
+                   std::tuple(!b.motivo.empty(), -b.Perdida(), -std::abs(b.Diferencia()));
+        });
     return desajustes;
 }
 
@@ -43,6 +46,7 @@ void TablaDesajustes(CMarcas& marcas, const CAnclas& anclas, const CBalanceDibuj
            {"Dibujada, m²", true},
            {"Escrita, m²", true},
            {"Diferencia", true},
+           {"No cuenta, m²", true},
            {"Por qué"}},
           [&] {
               for (std::size_t i = 0; i < std::min(orden.size(), topes::kFilasDibujo); ++i)
@@ -54,23 +58,44 @@ void TablaDesajustes(CMarcas& marcas, const CAnclas& anclas, const CBalanceDibuj
                     " más, de menos diferencia.");
 }
 
+/// The surfaces of the drawings and those of the file R, by hectare.
+void Sumas(CMarcas& marcas, const CBalanceDibujo& dibujo)
+{
+    const auto fila = [&](const char* que, std::int64_t metros, std::size_t parcelas) {
+        Fila(marcas, {},
+             {{que},
+              {Hectareas(metros), kNumero},
+              {Miles(static_cast<std::int64_t>(parcelas)), kNumero}});
+    };
+    const auto siHay = [&](const char* que, const CPerdidas& metros) {
+        if (!metros.empty())
+            fila(que, SumaMetros(metros), metros.size());
+    };
+    Tabla(marcas, nullptr, {{"Superficie"}, {"Hectáreas", true}, {"Parcelas", true}}, [&] {
+        const auto comparadas = static_cast<std::size_t>(dibujo.comparadas);
+        fila("dibujada, de las parcelas que están también en el fichero R", dibujo.dibujada,
+             comparadas);
+        fila("escrita de ellas en el fichero R", dibujo.escrita, comparadas);
+        siHay("que no cuenta, por estar en varios recintos", dibujo.perdidas);
+        siHay("dibujada, de parcelas que no están en el fichero R", dibujo.sinEscribir);
+        siHay("de la tabla, de parcelas que no están en el fichero R", dibujo.DeTablaSinEscribir());
+    });
+}
+
 void Superficies(CMarcas& marcas, const CAnclas& anclas, const CBalanceDibujo& dibujo)
 {
     marcas.Bloque("h3", {}, "Superficie dibujada y superficie escrita");
-    if (dibujo.escrita == 0 && dibujo.dibujada == 0) {
+    if (!dibujo.HayEscritas()) {
         marcas.Elemento("p", {{"class", kNota}}, "Sin fichero R no hay con qué compararla.");
         return;
     }
-    marcas.Bloque("p", {}, [&] {
-        marcas.Texto("Las parcelas que están en el dibujo y en el fichero R tienen " +
-                     Miles(dibujo.dibujada) + " m² en el uno y " + Miles(dibujo.escrita) +
-                     " m² en el otro.");
-        if (dibujo.perdida != 0)
-            marcas.Texto(" ")
-                .Elemento("b", {}, Miles(dibujo.perdida) + " m² no cuentan")
+    Sumas(marcas, dibujo);
+    if (const std::int64_t perdida = dibujo.Perdida(); perdida > 0)
+        marcas.Bloque("p", {}, [&] {
+            marcas.Elemento("b", {}, Miles(perdida) + " m² no cuentan")
                 .Texto(", por estar en parcelas de varios recintos, de las que la "
                        "vuelta toma el último.");
-    });
+        });
     if (dibujo.desajustes.empty())
         marcas.Elemento("p", {{"class", kCuadra}}, "✓ Todas tienen la superficie de su recinto.");
     else

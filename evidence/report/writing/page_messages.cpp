@@ -33,20 +33,65 @@ void Lineas(CMarcas& marcas, const CContenido& contenido, const CAsunto& asunto)
         marcas.Texto(" …");
 }
 
+/// What the matter costs, "4,68 ha · 12 registros · 33 mensajes: ".
+void Coste(CMarcas& marcas, const CAsunto& asunto)
+{
+    std::string texto;
+    const auto anota = [&](const std::string& otro) {
+        texto += (texto.empty() ? "" : " · ") + otro;
+    };
+    if (asunto.coste.metros > 0)
+        anota(Superficie(asunto.coste.metros));
+    if (asunto.coste.registros > 0)
+        anota(Cuantos(asunto.coste.registros, "registro", "registros"));
+    if (!texto.empty())
+        marcas.Elemento("span", {{"class", "coste"}}, texto)
+            .Texto(asunto.mensajes > 0 ? " · " : " ");
+    if (asunto.mensajes > 1)
+        marcas.Texto(Miles(asunto.mensajes) + " mensajes: ");
+}
+
+/// The parcels that a matter is about, with what each loses.
+void Parcelas(CMarcas& marcas, const CContenido& contenido, const CAsunto& asunto)
+{
+    if (asunto.parcelas.empty())
+        return;
+    const std::size_t dichas = std::min(asunto.parcelas.size(), topes::kParcelasDeAsunto);
+    marcas.Elemento("ul", {{"class", "piezas"}}, [&] {
+        for (std::size_t i = 0; i < dichas; ++i) {
+            const auto& [numeros, metros] = asunto.parcelas[i];
+            const auto& [polig, parcela] = numeros;
+            marcas.Elemento("li", {}, [&, polig = polig, parcela = parcela, metros = metros] {
+                Enlace(marcas, contenido.anclas.AParcela(polig, parcela),
+                       std::to_string(polig) + "-" + std::to_string(parcela));
+                marcas.Texto(" ").Texto(Superficie(metros));
+            });
+            marcas.Texto(" ");
+        }
+        if (dichas < asunto.parcelas.size())
+            marcas.Elemento(
+                "li", {},
+                "y " + Miles(static_cast<std::int64_t>(asunto.parcelas.size() - dichas)) + " más");
+    });
+}
+
 void PonAsunto(CMarcas& marcas, const CContenido& contenido, const CAsunto& asunto)
 {
     const std::string mapa = contenido.anclas.AParcela(asunto.polig, asunto.parcela);
-    marcas.Bloque("li", {{"class", asunto.errores > 0 ? "err" : "avi"}}, [&] {
+    const bool esError = asunto.errores > 0 || asunto.coste.metros > 0;
+    marcas.Bloque("li", {{"class", esError ? "err" : "avi"}}, [&] {
         marcas.Elemento("b", {}, asunto.titulo);
         if (!mapa.empty()) {
             marcas.Texto(" ");
             Enlace(marcas, mapa, "en el mapa");
         }
         marcas.Suelto("br");
-        if (asunto.mensajes > 1)
-            marcas.Texto(Miles(asunto.mensajes) + " mensajes: ");
+        Coste(marcas, asunto);
         Cuentas(marcas, asunto);
-        marcas.Elemento("span", {{"class", "lineas"}}, [&] { Lineas(marcas, contenido, asunto); });
+        if (asunto.mensajes > 0)
+            marcas.Elemento("span", {{"class", "lineas"}},
+                            [&] { Lineas(marcas, contenido, asunto); });
+        Parcelas(marcas, contenido, asunto);
     });
 }
 
@@ -111,7 +156,8 @@ void SeccionAsuntos(const CContenido& contenido, CMarcas& marcas)
         if (asuntos.cuantos == 0)
             return Parrafo(marcas, kCuadra, "✓ El registro está vacío: ni errores ni warnings.");
         Parrafo(marcas, kNota,
-                "Los mensajes que tienen una misma causa, juntos; los que más dan, primero.");
+                "Lo que tiene una misma causa, junto; lo que más cuesta, primero: en superficie, "
+                "en registros, en mensajes.");
         marcas.Bloque("ol", {{"class", "asuntos"}}, [&] {
             marcas.Linea();
             for (const CAsunto& asunto : asuntos.mayores)
@@ -119,7 +165,7 @@ void SeccionAsuntos(const CContenido& contenido, CMarcas& marcas)
         });
         if (const auto resto = asuntos.cuantos - static_cast<std::int64_t>(asuntos.mayores.size());
             resto > 0)
-            Parrafo(marcas, kNota, "y " + Miles(resto) + " más, de menos mensajes.");
+            Parrafo(marcas, kNota, "y " + Miles(resto) + " más, de menos coste.");
     });
 }
 

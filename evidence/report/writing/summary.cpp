@@ -19,13 +19,42 @@ std::string Renglon(std::string_view codigo, std::int64_t cuantos, const std::st
     return "  " + std::string(codigo) + " " + cifra + "  " + que + "\n";
 }
 
+/// What was lost of the surface, where something was.
+std::string EnBreve(const CContenido& contenido)
+{
+    std::string texto;
+    for (const CContenido::CPerdida& perdida : contenido.Perdidas())
+        if (perdida.metros > 0)
+            texto += perdida.cuanto + " " + perdida.que + ", ";
+    return texto;
+}
+
 } // namespace
+
+std::vector<CContenido::CPerdida> CContenido::Perdidas() const
+{
+    if (!dibujo || !dibujo->HayEscritas())
+        return {};
+    const auto perdida = [](const CPerdidas& suyas, const char* que, const char* cuyas) {
+        const std::int64_t metros = SumaMetros(suyas);
+        const auto parcelas = static_cast<std::int64_t>(suyas.size());
+        return CPerdida{metros, Superficie(metros),
+                        que + Cuantos(parcelas, "parcela", "parcelas") + cuyas};
+    };
+    std::vector<CPerdida> perdidas;
+    perdidas.push_back(dibujo->perdidas.empty()
+                           ? CPerdida{0, Superficie(0), "perdidos en varios recintos"}
+                           : perdida(dibujo->perdidas, "no cuentan, en ", " de varios recintos"));
+    if (const CPerdidas deTabla = dibujo->DeTablaSinEscribir(); SumaMetros(deTabla) > 0)
+        perdidas.push_back(perdida(deTabla, "no se escriben, de ", " de la tabla"));
+    return perdidas;
+}
 
 std::string Resumen(const CContenido& contenido, const CString& pagina)
 {
     const CRegistroLeido& registro = contenido.proceso.registro;
     std::string texto = Texto(contenido.proceso.ficheros.registro) + ": " +
-                        NombreCorto(contenido.proceso.ficheros.sentido) +
+                        NombreCorto(contenido.proceso.ficheros.sentido) + EnBreve(contenido) +
                         Cuantos(registro.Errores(), "error", "errores") + ", " +
                         Cuantos(registro.Warnings(), "warning", "warnings") + ", " +
                         Cuantos(contenido.asuntos.cuantos, "asunto", "asuntos") + ", " +

@@ -4,6 +4,7 @@
 
 #include "evidence/report/reading/text.h"
 #include "evidence/report/writing/svg_shapes.h"
+#include "evidence/units.h"
 
 namespace informe {
 namespace {
@@ -44,8 +45,10 @@ std::size_t Puntos(const CTopologiaDibujada& topologia)
 
 class CMapa {
 public:
-    CMapa(const CPoligonoDibujado& poligono, const CIndiceAvisos& indice, CAnclas& anclas)
-        : m_poligono(poligono), m_indice(indice), m_anclas(anclas), m_hoja(poligono)
+    CMapa(const CPoligonoDibujado& poligono, const CIndiceAvisos& indice, const CPerdidas& perdidas,
+          CAnclas& anclas)
+        : m_poligono(poligono), m_indice(indice), m_perdidas(perdidas), m_anclas(anclas),
+          m_hoja(poligono)
     {
     }
 
@@ -69,13 +72,19 @@ private:
     Trato TratoDe(const CPosiciones& avisos) const;
     std::string Explica(const CPosiciones& avisos) const;
     void Decide(CPresupuesto& presupuesto);
+    bool PierdeSuperficie(const CRecintoDibujado& recinto) const
+    {
+        return recinto.piezas > 1 && m_perdidas.contains({m_poligono.polig, recinto.parcela});
+    }
     bool Toca(const CRecintoDibujado& recinto) const
     {
-        return !m_soloAvisos || m_indice.HayDeParcela(m_poligono.polig, recinto.parcela);
+        return !m_soloAvisos || m_indice.HayDeParcela(m_poligono.polig, recinto.parcela) ||
+               PierdeSuperficie(recinto);
     }
 
     const CPoligonoDibujado& m_poligono;
     const CIndiceAvisos& m_indice;
+    const CPerdidas& m_perdidas;
     CAnclas& m_anclas;
     CHojaSvg m_hoja;
     CMarcas m_svg;
@@ -157,15 +166,22 @@ void CMapa::PonParcelaValida(const CRecintoDibujado& recinto, const CPosiciones&
     std::string titulo = "Parcela " + std::to_string(m_poligono.polig) + "-" +
                          std::to_string(recinto.parcela) + Explica(avisos);
     std::string clase = Clase(trato);
+    const bool pierde = PierdeSuperficie(recinto);
+    const bool noCuenta = pierde && recinto.pieza < recinto.piezas;
+    const std::string metros = Superficie(EnMetrosCuadrados(recinto.areaRegistro));
     if (recinto.piezas > 1) {
         titulo +=
             ", recinto " + std::to_string(recinto.pieza) + " de " + std::to_string(recinto.piezas);
-        clase += " pieza";
+        titulo += noCuenta ? ": no cuentan sus " + metros : pierde ? ": cuenta éste" : "";
+        clase += noCuenta ? " pieza perdida" : " pieza";
     }
     PonContorno(recinto, clase,
-                avisos.empty() ? "" : CAnclas::DeParcela(m_poligono.polig, recinto.parcela),
+                avisos.empty() && !pierde ? ""
+                                          : CAnclas::DeParcela(m_poligono.polig, recinto.parcela),
                 titulo);
-    PonRotulo(recinto, Texto(recinto.rotulo), ClaseRotulo(trato));
+    PonRotulo(recinto, Texto(recinto.rotulo), noCuenta ? "rp" : ClaseRotulo(trato));
+    if (noCuenta)
+        PonRotulo(recinto, "−" + metros, "rm");
 }
 
 void CMapa::PonSubparcela(const CRecintoDibujado& recinto)
@@ -281,6 +297,7 @@ void PonLeyenda(CMarcas& marcas)
         {"avi", "con warnings (punteada)"},
         {"sin", "recinto que la vuelta no ve (línea de puntos)"},
         {"ok pieza", "parcela en varios recintos (línea partida)"},
+        {"ok pieza perdida", "recinto que no cuenta (relleno)"},
         {"sub ok", "subparcela (línea fina)"}};
     const auto muestra = [&](const char* estilo, const char* texto, std::invocable auto dibujo) {
         marcas.Elemento("span", {{"class", "muestra"}}, [&] {
@@ -304,10 +321,11 @@ void PonLeyenda(CMarcas& marcas)
     });
 }
 
-std::string MapaSvg(const CPoligonoDibujado& poligono, const CIndiceAvisos& indice, CAnclas& anclas,
-                    CPresupuesto& presupuesto, int& dibujados)
+std::string MapaSvg(const CPoligonoDibujado& poligono, const CIndiceAvisos& indice,
+                    const CPerdidas& perdidas, CAnclas& anclas, CPresupuesto& presupuesto,
+                    int& dibujados)
 {
-    CMapa mapa(poligono, indice, anclas);
+    CMapa mapa(poligono, indice, perdidas, anclas);
     if (mapa.Hay())
         return mapa.Dibuja(presupuesto, ++dibujados);
     CMarcas nota;

@@ -6,6 +6,7 @@
 #include "evidence/drawn_polygon.h"
 #include "evidence/report/findings/message_index.h"
 #include "evidence/report/reading/bounds.h"
+#include "evidence/report/reading/surfaces.h"
 #include "evidence/report/writing/anchors.h"
 #include "evidence/report/writing/markup.h"
 
@@ -21,10 +22,12 @@ struct CPresupuesto {
 /// The legend: what colours, patterns and signs say.
 void PonLeyenda(CMarcas& marcas);
 /// The drawing of a polygon, with its remarks, as HTML. Coordinates are decimetres from its corner.
+/// \param perdidas     the parcels that lose surface by their outlines
 /// \param anclas       knows where links lead to, and gets the parcels and places that the map has
 /// \param presupuesto  loses the points that are drawn
 /// \param dibujados    counts the maps of the page
-std::string MapaSvg(const CPoligonoDibujado& poligono, const CIndiceAvisos& indice, CAnclas& anclas,
-                    CPresupuesto& presupuesto, int& dibujados);
+std::string MapaSvg(const CPoligonoDibujado& poligono, const CIndiceAvisos& indice,
+                    const CPerdidas& perdidas, CAnclas& anclas, CPresupuesto& presupuesto,
+                    int& dibujados);
 
 } // namespace informe

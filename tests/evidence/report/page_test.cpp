@@ -91,7 +91,7 @@ TEST(ReportPage, BoundsItsListsAndCountsTheRest)
     EXPECT_LT(filas, 1000);
     EXPECT_TRUE(informe.Dice("<tr id=\"m20001\" class=\"avi\">")) << "some of each number";
     EXPECT_TRUE(informe.Dice("y 19.850 más, en "));
-    EXPECT_TRUE(informe.Dice("y 19.801 más, de menos mensajes")) << "matters";
+    EXPECT_TRUE(informe.Dice("y 19.801 más, de menos coste")) << "matters";
     EXPECT_LT(informe.pagina.size(), 400'000U);
     EXPECT_EQ(carpeta.Lineas("a.csv").size(), 20002U);
 }
@@ -155,7 +155,8 @@ TEST(ReportMap, LeavesOutWhatPassesItsBoundAndSaysSo)
         informe::CAnclas anclas(registro, lineas);
         informe::CPresupuesto presupuesto{1000, caso.puntos};
         int dibujados = 0;
-        const std::string svg = informe::MapaSvg(poligono, indice, anclas, presupuesto, dibujados);
+        const std::string svg =
+            informe::MapaSvg(poligono, indice, {}, anclas, presupuesto, dibujados);
         EXPECT_EQ(Veces(svg, "<title>Parcela "), caso.parcelas) << caso.puntos;
         EXPECT_EQ(Veces(svg, "class=\"sub ok\""), caso.subparcelas) << caso.puntos;
         EXPECT_THAT(svg, HasSubstr(caso.nota));

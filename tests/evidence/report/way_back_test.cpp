@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <chrono>
 #include <filesystem>
 
@@ -169,6 +170,11 @@ TEST_F(InformeDeVuelta, HoldsTheDrawnSurfaceAgainstTheWrittenOne)
     CInformePrueba informe = Informa();
     EXPECT_TRUE(informe.Dice("<b>100 m² no cuentan</b>"));
     EXPECT_TRUE(informe.Dice("en 2 recintos: toma la del último"));
+    EXPECT_THAT(informe.Cuenta(),
+                HasSubstr("vuelta, 100 m² no cuentan, en 1 parcela de varios recintos, "));
+    EXPECT_TRUE(informe.Dice("de las parcelas que están también en el fichero R</td>"
+                             "<td class=\"n\">0,0264</td><td class=\"n\">2</td>"));
+    EXPECT_TRUE(informe.Dice("por estar en varios recintos</td><td class=\"n\">0,0100</td>"));
     EXPECT_TRUE(informe.Dice("<td>recinto de parcela sin nombre</td>"));
     std::string r = carpeta.Lee("045127.R");
     r.replace(r.find("000000064", r.find("127000PR")), 9, "000000063");
@@ -176,6 +182,64 @@ TEST_F(InformeDeVuelta, HoldsTheDrawnSurfaceAgainstTheWrittenOne)
     informe = Informa();
     EXPECT_TRUE(informe.Dice("<b>✕ sin explicar</b>"));
     EXPECT_THAT(informe.Cuenta(), EndsWith(", 1 sin explicar"));
+}
+
+/// Concentrated parcels keep the table's surface, unless the run is told to take the drawing's.
+TEST_F(InformeDeVuelta, CountsWhatAConcentratedParcelLosesByItsOutlines)
+{
+    const struct {
+        int modificar, concentradas;
+        const char* tabla;
+        const char* cuenta;
+        const char* motivo;
+    } casos[] = {
+        {0, 1, "164", "vuelta, 100 m² no cuentan, en 1 parcela de varios recintos, ",
+         "toma la del último"},
+        {1, 1, "164", "vuelta, 100 m² no cuentan, en 1 parcela de varios recintos, ",
+         "toma la del último"},
+        {0, 0, "150", "vuelta, 14 m² no cuentan, en 1 parcela de varios recintos, ",
+         "conserva la de la tabla"},
+        {0, 0, "170", "vuelta, ", "conserva la de la tabla"}, // more than is drawn
+    };
+    for (const auto& caso : casos) {
+        SCOPED_TRACE(testing::Message() << caso.modificar << caso.tabla);
+        for (const char* tabla : {"Parcelas", "Subparcelas"})
+            tablas[tabla].clear();
+        Parcela("7", caso.tabla, "C");
+        Subparcela("7", "a", "164");
+        CDibujoPrueba dibujo(carpeta);
+        DibujaDos(dibujo);
+        Ejecuta(caso.modificar, 0, 0, caso.concentradas);
+        const CInformePrueba informe = Informa();
+        EXPECT_THAT(informe.Cuenta(), HasSubstr(caso.cuenta + std::string()));
+        EXPECT_EQ(informe.Cuenta().find("no cuentan") == std::string::npos,
+                  caso.tabla == std::string("170"));
+        EXPECT_TRUE(informe.Dice(caso.motivo));
+    }
+}
+
+TEST_F(InformeDeVuelta, PutsWhatCostsMostFirst)
+{
+    DosParcelas();
+    Parcela("9", "5000");       // isn't drawn, and isn't kept
+    Subparcela("77", "a", "1"); // one record
+    Subparcela("77", "b", "1");
+    Subparcela("66", "a", "1");
+    Ejecuta();
+    const CInformePrueba informe = Informa();
+    std::vector<std::size_t> sitios;
+    for (const char* titulo :
+         {"<b>Parcela 1-9: no está en el gráfico</b>",
+          "<b>En varios recintos: la vuelta toma el último, y el resto no cuenta</b>",
+          "<b>Parcela 1-77: no existe", "<b>Parcela 1-66: no existe"})
+        sitios.push_back(informe.pagina.find(titulo));
+    EXPECT_NE(sitios.back(), std::string::npos);
+    EXPECT_TRUE(std::is_sorted(sitios.begin(), sitios.end())) << testing::PrintToString(sitios);
+    EXPECT_TRUE(informe.Dice("<span class=\"coste\">5.000 m² · 1 registro</span>"));
+    EXPECT_THAT(informe.Cuenta(), HasSubstr("5.000 m² no se escriben, de 1 parcela de la tabla, "));
+    EXPECT_TRUE(informe.Dice("<li><a href=\"#p1-7\">1-7</a> 100 m²</li>"));
+    EXPECT_LT(informe.pagina.find("id=\"asuntos\""), informe.pagina.find("id=\"balance\""));
+    EXPECT_LT(informe.pagina.find("id=\"mensajes\""), informe.pagina.find("id=\"ficheros\""));
 }
 
 TEST_F(InformeDeVuelta, MapsWhereEachMessageLies)
@@ -190,7 +254,9 @@ TEST_F(InformeDeVuelta, MapsWhereEachMessageLies)
     EXPECT_TRUE(informe.Dice("<a href=\"#s1\">mapa</a>"));
     EXPECT_TRUE(informe.Dice("id=\"p1-8\" class=\"err\""));
     EXPECT_TRUE(informe.Dice("<title>Parcela 1-8: E113, E112</title>"));
-    EXPECT_TRUE(informe.Dice("class=\"ok pieza\""));
+    EXPECT_TRUE(informe.Dice("class=\"ok pieza perdida\""));
+    EXPECT_TRUE(informe.Dice("<title>Parcela 1-7, recinto 1 de 2: no cuentan sus 100 m²</title>"));
+    EXPECT_TRUE(informe.Dice(">−100 m²</text>"));
     EXPECT_TRUE(informe.Dice("<path class=\"sin\""));
     EXPECT_TRUE(informe.Dice("<b>Parcela 1-8: una subparcela está fuera de ella</b>"));
     EXPECT_TRUE(informe.Dice("3 mensajes: ")) << "E109, E113 and E112 are one matter";
@@ -304,9 +370,10 @@ TEST_F(InformeDeVuelta, MakesOneMatterOfAPolygonWithoutItsFiles)
     const struct {
         const char* falta;
         const char* titulo;
-    } casos[] = {{"1.BIN", "<b>Polígono 1: falta su .BIN</b>"},
-                 {"1.PAR", "<b>Polígono 1: falta su .PAR</b>"},
-                 {"1.SUB", "<b>Polígono 1: falta su .SUB</b>"}};
+        const char* asuntos;
+    } casos[] = {{"1.BIN", "<b>Polígono 1: falta su .BIN</b>", ", 1 asunto, 0 sin explicar"},
+                 {"1.PAR", "<b>Polígono 1: falta su .PAR</b>", ", 1 asunto, 0 sin explicar"},
+                 {"1.SUB", "<b>Polígono 1: falta su .SUB</b>", ", 2 asuntos, 0 sin explicar"}};
     for (const auto& caso : casos) {
         for (const char* tabla : {"Parcelas", "Subparcelas"})
             tablas[tabla].clear();
@@ -315,7 +382,7 @@ TEST_F(InformeDeVuelta, MakesOneMatterOfAPolygonWithoutItsFiles)
         Ejecuta();
         const CInformePrueba informe = Informa();
         EXPECT_TRUE(informe.Dice(caso.titulo));
-        EXPECT_THAT(informe.Cuenta(), HasSubstr(", 1 asunto, 0 sin explicar")) << caso.falta;
+        EXPECT_THAT(informe.Cuenta(), HasSubstr(caso.asuntos)) << caso.falta;
         carpeta.Pon(caso.falta, ""); // else the next drawing couldn't be told from it
     }
 }

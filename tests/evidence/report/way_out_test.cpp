@@ -118,9 +118,13 @@ TEST_F(Traduccion, ReportGathersWhatHasOneCause)
             Parcela("00004", "0000009", "00001"));
     const CInformePrueba informe(carpeta, "entrada.ERR");
     EXPECT_THAT(informe.Cuenta(), HasSubstr("3 asuntos"));
-    EXPECT_TRUE(informe.Dice("<b>El paraje 99 no existe</b><br>3 mensajes: "));
+    EXPECT_TRUE(informe.Dice("<b>El paraje 99 no existe</b><br><span class=\"coste\">3 "
+                             "registros</span> · 3 mensajes: "));
     EXPECT_TRUE(informe.Dice("<b>Titular 11111111</b><br>2 mensajes: "))
         << "E205 tells the DNI, E214 the name";
+    EXPECT_THAT(informe.Cuenta(), testing::StartsWith("ida, 7 errores, "));
+    EXPECT_THAT(aplicacion.guion.cajas.back().texto, HasSubstr("errores producidos :      7"_ansi))
+        << "the run counts E214 as well";
     EXPECT_TRUE(informe.Dice("<b>Parcela 1-4: sin subparcelas</b>"));
 }
 
