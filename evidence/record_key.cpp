@@ -24,6 +24,11 @@ CClaveRegistro CClaveRegistro::DeParcela(int polig, int parcela)
     return {Clase::Parcela, polig, parcela, {}};
 }
 
+CClaveRegistro CClaveRegistro::DePoligono(int polig)
+{
+    return {Clase::Poligono, polig, 0, std::to_string(polig)};
+}
+
 CClaveRegistro CClaveRegistro::DeSubparcela(int polig, int parcela, std::string_view letra)
 {
     return {Clase::Subparcela, polig, parcela, SinBlancos(letra)};

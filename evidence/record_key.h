@@ -15,6 +15,7 @@ class CTitular;
 class CClaveRegistro {
 public:
     static CClaveRegistro DeParcela(int polig, int parcela);
+    static CClaveRegistro DePoligono(int polig);
     static CClaveRegistro DeSubparcela(int polig, int parcela, std::string_view letra);
     static CClaveRegistro DeTitular(std::string_view nombre, std::string_view dni);
     static CClaveRegistro De(const CTitular& titular);
@@ -26,13 +27,13 @@ public:
 
     int Polig() const { return m_polig; }
     int Parcela() const { return m_parcela; }
-    /// "3-12", "3-12 a", "ANA, 11111111", "LA ERA", "VIÑA, V- 3": code page 1252.
+    /// "3-12", "3-12 a", "3", "ANA, 11111111", "LA ERA", "VIÑA, V- 3": code page 1252.
     CString Nombre() const;
 
     friend auto operator<=>(const CClaveRegistro& a, const CClaveRegistro& b) = default;
 
 private:
-    enum class Clase : std::uint8_t { Parcela, Subparcela, Titular, Paraje, Modulo };
+    enum class Clase : std::uint8_t { Poligono, Parcela, Subparcela, Titular, Paraje, Modulo };
 
     CClaveRegistro(Clase clase, int polig, int parcela, CString texto)
         : m_clase(clase), m_polig(polig), m_parcela(parcela), m_texto(std::move(texto))

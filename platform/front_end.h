@@ -19,6 +19,7 @@ struct CEscritos {
     /// as.
     std::vector<CString> observaciones;
     bool huboErrores = false; ///< boxes told some, which stand in no log
+    CString informe = {};     ///< page of the run's report; empty for one of the log's name
 };
 
 /// What became of the commands that a script gave in place of a user.

@@ -20,6 +20,23 @@ bool EsFichero(const sistema::CEstado& estado)
     return estado.tipo == sistema::CEstado::Tipo::Regular;
 }
 
+/// What tells a file that was written from the one that was there before.
+struct CHecho {
+    bool EsDe(const CHecho& otro) const
+    {
+        return estado.EsElMismo(otro.estado) && fecha == otro.fecha;
+    }
+
+    sistema::CEstado estado;
+    std::filesystem::file_time_type fecha;
+};
+
+CHecho Hecho(const CString& nombre)
+{
+    sistema::Error error;
+    return {EstadoDe(nombre), std::filesystem::last_write_time(sistema::Ruta(nombre), error)};
+}
+
 CString CarpetaDeSalidas(const CEscritos& escritos)
 {
     for (const CString& salida : escritos.salidas)
@@ -89,24 +106,33 @@ void CRelatoProceso::Termina(Reloj::time_point ahora, const CEscritos& escritos)
     const bool hayPrograma = EsFichero(log) && !m_programaInforme.IsEmpty() &&
                              !sistema::BuscaPrograma(m_programaInforme).empty();
     m_deInforme = hayPrograma ? escritos.log : CString();
-    m_ficheros = escritos.leidos;
+    m_pagina = escritos.informe.IsEmpty()
+                   ? sistema::Nombre(sistema::Ruta(escritos.log).replace_extension("html"))
+                   : escritos.informe;
+    m_leidos = escritos.leidos;
+    m_escritos.clear();
     for (const CString& salida : escritos.salidas)
         if (EsFichero(EstadoDe(salida)))
-            m_ficheros.push_back(salida);
+            m_escritos.push_back(salida);
 }
 
 CString CRelatoProceso::HazInforme() const
 {
-    const CString pagina = sistema::Nombre(sistema::Ruta(m_deInforme).replace_extension("html"));
-    std::vector<std::string> argumentos = {"--html", std::string(pagina)};
-    for (const CString& fichero : m_ficheros) {
-        argumentos.emplace_back("--con");
-        argumentos.emplace_back(fichero);
-    }
-    argumentos.emplace_back("--");
-    argumentos.emplace_back(m_deInforme);
-    const auto estado = sistema::Ejecuta(sistema::BuscaPrograma(m_programaInforme), argumentos);
+    std::vector<std::string> argumentos = {"--html", std::string(m_pagina)};
+    const auto nombra = [&](const char* opcion, const std::vector<CString>& ficheros) {
+        for (const CString& fichero : ficheros)
+            argumentos.insert(argumentos.end(), {opcion, std::string(fichero)});
+    };
+    nombra("--con", m_leidos);
+    nombra("--escrito", m_escritos);
+    if (m_escritos.empty())
+        argumentos.emplace_back("--detenido");
+    argumentos.insert(argumentos.end(), {"--", std::string(m_deInforme)});
     constexpr int kAlgoFalto = 1; // the page may be there all the same
-    const bool hecho = estado && *estado <= kAlgoFalto && EsFichero(EstadoDe(pagina));
-    return hecho ? pagina : CString();
+    const CHecho antes = Hecho(m_pagina);
+    const auto estado = sistema::Ejecuta(sistema::BuscaPrograma(m_programaInforme), argumentos);
+    const CHecho ahora = Hecho(m_pagina);
+    return estado && *estado <= kAlgoFalto && EsFichero(ahora.estado) && !ahora.EsDe(antes)
+               ? m_pagina
+               : CString();
 }

@@ -44,7 +44,8 @@ public:
     const CString& Carpeta() const { return m_carpeta; }
     /// The log that a report may be made of: the program that makes it is there.
     const CString& DeInforme() const { return m_deInforme; }
-    /// Has the report made, and waits for it. The page, empty where it couldn't be made.
+    /// Has the report made, and waits for it. The page, empty where this call made none: one that
+    /// was there before is another run's.
     CString HazInforme() const;
 
 private:
@@ -56,5 +57,7 @@ private:
     CString m_log;
     CString m_carpeta;
     CString m_deInforme;
-    std::vector<CString> m_ficheros; // of the run, beside its log
+    CString m_pagina;
+    std::vector<CString> m_leidos; // of the run, as the next ones beside its log
+    std::vector<CString> m_escritos;
 };

@@ -42,6 +42,8 @@ void CVexaAInfografDlg::OnOK()
                  Registro::SiempreVacio) ||
         !CreaSalida(csp, salida, cajas::kNoSeCrea, fuentes))
         return;
+    // The way back's page bears the log's name.
+    NombraInforme(CFile::RutaCompleta(carpeta + nombreSalida + "_infograf.html"));
     ActivaControles(false);
     GrabaInfograf(&csp, entradas, carpeta);
     Log().Close();

@@ -1,6 +1,6 @@
+#include "cadastre/infograf_record.h"
 #include "cadastre/polygon_list.h"
 #include "vexa_libs/ccadena.h"
-#include "vexa_to_infograf/infograf_record.h"
 #include "vexa_to_infograf/vexa_a_infograf_dlg.h"
 
 using vexageo::CPunto;

@@ -15,6 +15,8 @@
 namespace informe {
 namespace {
 
+constexpr const char* kPaginaInfograf = "_infograf.html";
+
 /// The report of one log, stage by stage.
 class CElaboracion {
 public:
@@ -33,8 +35,10 @@ public:
             version, hecho, Texto(m_opciones.csv), m_proceso, m_lineas, m_anclas, {}, {}, {}};
         if (HayDibujos())
             RecorreDibujos(contenido);
-        contenido.asuntos =
-            ReuneAsuntos({m_proceso, Lugares(), HayDibujos() ? &*contenido.dibujo : nullptr});
+        contenido.asuntos = m_proceso.ficheros.sentido == Sentido::Infograf
+                                ? AsuntosDeInfograf(m_proceso)
+                                : ReuneAsuntos({m_proceso, Lugares(),
+                                                contenido.dibujo ? &*contenido.dibujo : nullptr});
         EscribeMensajes();
         EscribeLaPagina(contenido, pagina);
         std::string resumen = Resumen(contenido, pagina);
@@ -113,12 +117,20 @@ const CString* BuscaOcupada(const std::vector<CString>& salidas, std::vector<CSt
     return nullptr;
 }
 
+/// The page's name where nobody says one. The log of Infograf is the way back's as well, so its
+/// page has a name of its own.
+CString PaginaDe(const CString& registro, const CFicheros& ficheros)
+{
+    const bool infograf = ficheros.sentido == Sentido::Infograf;
+    return EnCarpeta(CCadena(registro).DamePath(),
+                     ficheros.base + (infograf ? kPaginaInfograf : ".html"));
+}
+
 void Elabora(const CString& registro, const COpciones& opciones, const std::string& version,
              std::time_t hecho, CResultado& resultado)
 {
-    const CString pagina =
-        opciones.html.IsEmpty() ? ConExtension(registro, "html") : CCadena(opciones.html);
     CFicheros ficheros = BuscaFicheros(registro, opciones);
+    const CString pagina = opciones.html.IsEmpty() ? PaginaDe(registro, ficheros) : opciones.html;
     SanaConjuntos(Leidos(ficheros));
     for (const CString& nombre : Ausentes(ficheros, opciones))
         resultado.quejas.push_back("El archivo " + Texto(nombre) + " no existe");

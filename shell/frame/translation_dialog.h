@@ -132,6 +132,8 @@ protected:
         texto.Format(forma, argumentos...);
         m_proceso->escritos.observaciones.push_back(texto);
     }
+    /// The page of the run's report, where it isn't to have the log's name.
+    void NombraInforme(const CString& pagina) { m_proceso->escritos.informe = pagina; }
     /// What the outputs replace is to stay beside them (CConjuntoSalidas::ConservaAnteriores).
     void ConservaAnteriores() { m_proceso->salidas.ConservaAnteriores(); }
     /// Shows the summary of a run that is done.

@@ -162,7 +162,15 @@ TEST(RelatoProceso, OffersTheReportWhereItsProgramIsThere)
     const CRelatoProceso relato = termina("a.ERR");
     EXPECT_EQ(relato.DeInforme(), carpeta.En("a.ERR"));
     EXPECT_EQ(relato.HazInforme(), carpeta.En("a.html"));
-    EXPECT_EQ(carpeta.Lee("a.html"), "--html a.html --con entrada --con salida -- a.ERR ");
-    carpeta.Pon("informe", "#!/bin/sh\nexit 2\n");
-    EXPECT_TRUE(relato.HazInforme().IsEmpty());
+    EXPECT_EQ(carpeta.Lee("a.html"), "--html a.html --con entrada --escrito salida -- a.ERR ");
+    for (const int estado : {0, 1, 2}) {
+        carpeta.Pon("informe", "#!/bin/sh\nexit " + std::to_string(estado) + "\n");
+        EXPECT_TRUE(relato.HazInforme().IsEmpty()) << "the page that is there is another run's";
+    }
+    carpeta.Pon("informe", "#!/bin/sh\necho \"$*\" > \"$2\"; exit 1\n");
+    EXPECT_EQ(relato.HazInforme(), carpeta.En("a.html")) << "written in the older one's place";
+    CRelatoProceso otro("informe"); // a run that was stopped, with a page of another name
+    otro.Termina({}, {carpeta.En("a.ERR"), {}, {}, {}, false, carpeta.En("otra.html")});
+    EXPECT_EQ(otro.HazInforme(), carpeta.En("otra.html"));
+    EXPECT_THAT(carpeta.Lee("otra.html"), testing::HasSubstr(" --detenido -- "));
 }

@@ -27,7 +27,7 @@ void CPartida::Faltan(std::int64_t cuantos, const CClaveRegistro& clave)
 const char* CPartida::Titulo() const
 {
     constexpr const char* kTitulos[] = {
-        "Líneas de la entrada", "Módulos",     "Titulares", "Parcelas",
+        "Líneas de la entrada", "Módulos",     "Titulares", "Parcelas",     "Polígonos",
         "Cotitulares",          "Subparcelas", "Parajes",   "Titularidades"};
     return kTitulos[static_cast<std::size_t>(que)];
 }

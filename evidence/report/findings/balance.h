@@ -17,6 +17,7 @@ enum class Partida : std::uint8_t {
     Modulos,
     Titulares,
     Parcelas,
+    Poligonos,
     Cotitulares,
     Subparcelas,
     Parajes,

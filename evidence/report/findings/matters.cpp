@@ -340,7 +340,44 @@ CAsuntos CReunion::Reune()
     return asuntos;
 }
 
+CAsunto SinMensajes(std::string titulo, const CCoste& coste)
+{
+    CAsunto asunto;
+    asunto.titulo = std::move(titulo);
+    asunto.coste = coste;
+    return asunto;
+}
+
+/// What a drawing loses for want of a file.
+std::string TituloDeFalta(const CEvidenciaInfograf::CFaltan& falta)
+{
+    return falta.entrada.IsEmpty()
+               ? "Ortofotos: " + falta.que + ", y ningún registro nombra su hoja"
+               : "Polígono " + Texto(falta.entrada) + ": " + falta.que;
+}
+
 } // namespace
+
+CAsuntos AsuntosDeInfograf(const CProceso& proceso)
+{
+    std::vector<CAsunto> asuntos;
+    for (const CEvidenciaInfograf::CFaltan& falta : proceso.infograf.faltan)
+        asuntos.push_back(SinMensajes(TituloDeFalta(falta), {}));
+    std::map<CString, std::int64_t> sinPadre;
+    for (const CEvidenciaInfograf::CSinPadre& suyo : proceso.infograf.sinPadre)
+        ++sinPadre[suyo.entrada];
+    for (const auto& [entrada, cuantos] : sinPadre)
+        asuntos.push_back(SinMensajes(
+            "Polígono " + Texto(entrada) + ": recintos que no caen en el suyo", {0, cuantos}));
+    const auto total = static_cast<std::int64_t>(asuntos.size());
+    const auto sueltos =
+        asuntos.begin() + static_cast<std::ptrdiff_t>(proceso.infograf.faltan.size());
+    std::stable_sort(sueltos, asuntos.end(),
+                     [](const CAsunto& a, const CAsunto& b) { return a.coste > b.coste; });
+    if (asuntos.size() > topes::kAsuntos)
+        asuntos.erase(asuntos.begin() + topes::kAsuntos, asuntos.end());
+    return {std::move(asuntos), total};
+}
 
 CAsuntos ReuneAsuntos(const CDatosAsuntos& datos)
 {

@@ -43,5 +43,8 @@ struct CDatosAsuntos {
 /// Gathers the messages of a log by what lies behind them. Tells the largest ones, as many as a
 /// page has room for.
 CAsuntos ReuneAsuntos(const CDatosAsuntos& datos);
+/// The matters of a way on to Infograf, which has no messages: files that are missing, and outlines
+/// that nothing holds, by polygon.
+CAsuntos AsuntosDeInfograf(const CProceso& proceso);
 
 } // namespace informe

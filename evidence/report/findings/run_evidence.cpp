@@ -1,27 +1,83 @@
 #include "evidence/report/findings/run_evidence.h"
 
+#include <chrono>
 #include <utility>
 
+#include "evidence/paths.h"
 #include "evidence/report/findings/run_balances.h"
 
 namespace informe {
+namespace {
+
+/// Tells whether a table was written behind the log, with the file R.
+bool EsDelFinal(const CString& tabla, const CFicheros& ficheros)
+{
+    constexpr auto kHolgura = std::chrono::seconds(2);
+    const auto suya = FechaDe(tabla);
+    const auto delR = FechaDe(ficheros.ficheroR);
+    const auto delRegistro = FechaDe(ficheros.registro);
+    return suya && delR && delRegistro && *suya >= *delRegistro && *suya >= *delR &&
+           *suya <= *delR + kHolgura;
+}
+
+} // namespace
 
 CProceso::CProceso(CFicheros suyos)
     : ficheros(std::move(suyos)), registro(LeeRegistro(ficheros.registro)), personas(registro)
 {
     vistos = MiraFicheros(ficheros);
-    if (ficheros.sentido == Sentido::Ida)
-        balance = BalanceIda(ficheros, registro, personas);
+    HazBalance();
+    if (Detenido() && !infograf.acabaAntes)
+        OlvidaSalidas();
     else if (ficheros.sentido == Sentido::Vuelta)
+        AnotaReescritas();
+}
+
+void CProceso::HazBalance()
+{
+    switch (ficheros.sentido) {
+    case Sentido::Ida:
+        balance = BalanceIda(ficheros, registro, personas);
+        break;
+    case Sentido::Vuelta:
         balance = BalanceVuelta(ficheros, registro, personas, superficies);
-    else
+        break;
+    case Sentido::Infograf:
+        balance = BalanceInfograf(ficheros, infograf);
+        break;
+    case Sentido::Ninguno:
         balance.notas = {"No se halló la entrada ni la lista del proceso; --entrada o "
                          "--lista las nombran."};
+    }
+}
+
+std::string CProceso::Alarma() const
+{
+    if (infograf.acabaAntes)
+        return "El proceso se detuvo: los registros acaban antes que los dibujos.";
     if (Detenido())
-        OlvidaSalidas();
-    else if (ficheros.sentido == Sentido::Ida && SinSalidas(vistos))
-        balance.notas.emplace_back(
-            "No se halló ninguna tabla: si están en otra carpeta, --tablas la nombra.");
+        return "El proceso se detuvo, o no llegó a su fin: el registro está, y lo que debía "
+               "escribir falta o es más viejo que él.";
+    return ficheros.sentido == Sentido::Ida && SinSalidas(vistos)
+               ? "No se halló ninguna tabla: el proceso se detuvo antes de escribirlas, o están en "
+                 "otra carpeta, que --tablas nombra."
+               : std::string();
+}
+
+/// Tables that the run wrote hold what it made of them. Where nobody tells, the time does: the log
+/// is closed before the tables are written.
+void CProceso::AnotaReescritas()
+{
+    constexpr const char* kSonLasSuyas =
+        "tienen lo que hizo, y lo que quitó de ellas ya no se puede contar.";
+    if (!ficheros.escritas.empty())
+        balance.notas.push_back(std::string("El proceso reescribió las tablas (Modificar): ") +
+                                kSonLasSuyas);
+    else if (EsDelFinal(ficheros.tablas[kParcelas], ficheros) &&
+             EsDelFinal(ficheros.tablas[kSubparcelas], ficheros))
+        balance.notas.push_back("Parcelas.txt y Subparcelas.txt son tan nuevas como lo que el "
+                                "proceso escribió: si las reescribió (Modificar), " +
+                                std::string(kSonLasSuyas));
 }
 
 /// A run that was stopped left the outputs of an older one, which tell nothing of it.

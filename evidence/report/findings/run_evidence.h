@@ -1,8 +1,10 @@
 #pragma once
 
+#include <string>
 #include <vector>
 
 #include "evidence/report/findings/balance.h"
+#include "evidence/report/findings/infograf_balance.h"
 #include "evidence/report/reading/log_messages.h"
 #include "evidence/report/reading/people.h"
 #include "evidence/report/reading/seen_files.h"
@@ -17,16 +19,21 @@ struct CProceso {
     /// log, can't be read.
     explicit CProceso(CFicheros suyos);
 
-    bool Detenido() const { return informe::Detenido(vistos, ficheros.sentido); }
+    bool Detenido() const { return informe::Detenido(vistos, ficheros) || infograf.acabaAntes; }
+    /// What is wrong with the run as a whole, a sentence; empty for nothing.
+    std::string Alarma() const;
 
     CFicheros ficheros;
     std::vector<CFicheroVisto> vistos;
     CRegistroLeido registro;
     CPersonas personas;
     CBalance balance;
-    CSuperficies superficies; ///< of a way back
+    CSuperficies superficies;    ///< of a way back
+    CEvidenciaInfograf infograf; ///< of a way on to Infograf
 
 private:
+    void HazBalance();
+    void AnotaReescritas();
     void OlvidaSalidas();
 };
 

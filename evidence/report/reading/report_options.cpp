@@ -16,9 +16,19 @@ constexpr struct {
     {"--ortos", &COpciones::ortos},
 };
 
+constexpr struct {
+    std::string_view nombre;
+    std::vector<CString> COpciones::*valores;
+} kConValores[] = {{"--con", &COpciones::con}, {"--escrito", &COpciones::escritos}};
+
+constexpr struct {
+    std::string_view nombre;
+    bool COpciones::*valor;
+} kSinValor[] = {{"--detenido", &COpciones::detenido}};
+
 bool TieneAlgunValor(const COpciones& opciones)
 {
-    return !opciones.con.empty() ||
+    return !opciones.con.empty() || !opciones.escritos.empty() || opciones.detenido ||
            std::any_of(std::begin(kConValor), std::end(kConValor),
                        [&](const auto& opcion) { return !(opciones.*opcion.valor).IsEmpty(); });
 }
@@ -34,16 +44,26 @@ std::string Repara(const COpciones& opciones)
     return {};
 }
 
+template <class T, std::size_t N>
+const T* Busca(const T (&opciones)[N], std::string_view nombre)
+{
+    const T* const suya = std::find_if(std::begin(opciones), std::end(opciones),
+                                       [&](const T& una) { return una.nombre == nombre; });
+    return suya == std::end(opciones) ? nullptr : suya;
+}
+
 /// Takes the option that stands at `i`, and its value.
 bool TomaOpcion(std::span<const std::string> argumentos, std::size_t& i, COpciones& opciones,
                 std::string& queja)
 {
     const std::string& argumento = argumentos[i];
-    const auto* const opcion =
-        std::find_if(std::begin(kConValor), std::end(kConValor),
-                     [&](const auto& una) { return una.nombre == argumento; });
-    const bool con = argumento == "--con";
-    if (opcion == std::end(kConValor) && !con) {
+    if (const auto* const marca = Busca(kSinValor, argumento)) {
+        opciones.*marca->valor = true;
+        return true;
+    }
+    const auto* const una = Busca(kConValor, argumento);
+    const auto* const varias = Busca(kConValores, argumento);
+    if (una == nullptr && varias == nullptr) {
         queja = "no hay opción " + argumento;
         return false;
     }
@@ -51,15 +71,15 @@ bool TomaOpcion(std::span<const std::string> argumentos, std::size_t& i, COpcion
         queja = "a " + argumento + " le falta su nombre";
         return false;
     }
-    if (con) {
-        opciones.con.emplace_back(argumentos[++i]);
+    if (varias != nullptr) {
+        (opciones.*varias->valores).emplace_back(argumentos[++i]);
         return true;
     }
-    if (!(opciones.*opcion->valor).IsEmpty()) {
+    if (!(opciones.*una->valor).IsEmpty()) {
         queja = argumento + " está dos veces";
         return false;
     }
-    opciones.*opcion->valor = argumentos[++i];
+    opciones.*una->valor = argumentos[++i];
     return true;
 }
 
@@ -86,6 +106,8 @@ la entrada o a la lista.
   --ortos F        el gráfico de las ortofotos (.TOP o .BIN)
   --con F          otro fichero que leyó o escribió el proceso; qué es, se ve
                    en él. Puede ir varias veces
+  --escrito F      lo mismo, de un fichero que escribió el proceso
+  --detenido       el proceso no llegó a escribir más que el registro
   --help           esto
   --version        la versión
 

@@ -23,7 +23,9 @@ struct COpciones {
     CString entrada;
     CString tablas; ///< folder
     CString ortos;
-    std::vector<CString> con; ///< files of the run; what each is, its content tells
+    std::vector<CString> con;      ///< files of the run; what each is, its content tells
+    std::vector<CString> escritos; ///< the same of files that the run wrote
+    bool detenido = false;         ///< the run wrote nothing but its log
 };
 
 /// The usage text, UTF-8.

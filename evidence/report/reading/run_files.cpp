@@ -1,6 +1,7 @@
 #include "evidence/report/reading/run_files.h"
 
 #include <algorithm>
+#include <chrono>
 
 #include "cadastre/messages.h"
 #include "evidence/drawn_polygon.h"
@@ -15,8 +16,9 @@ namespace {
 
 // Of files beside a log that are no input: what the program and this one write; and that are no
 // list: the drawings as well.
-constexpr std::string_view kEscritas[] = {kExtensionRegistro, "HTML", "HTM", "CSV", "R", "M",
-                                          "GEOJSON",          "CSP"};
+constexpr const char* kExtensionInfograf = "CSP";
+constexpr std::string_view kEscritas[] = {
+    kExtensionRegistro, "HTML", "HTM", "CSV", "R", "M", "GEOJSON", "JSON", kExtensionInfograf};
 
 bool PuedeSerEntrada(const CString& nombre)
 {
@@ -79,18 +81,55 @@ CString BuscaOrtos(const CString& carpeta)
     });
 }
 
+/// The name of the log without folder and extension, of one too that was kept beside the next one.
+CString BaseDelRegistro(const CString& registro)
+{
+    const CString base = BaseDe(registro);
+    return std::string_view(registro).ends_with(lado::kAnterior) ? BaseDe(base) : base;
+}
+
 /// Takes what the line says of the run's files, each for what it is.
-void TomaNombrados(const std::vector<CString>& nombrados, CFicheros& ficheros)
+void TomaNombrados(const std::vector<CString>& nombrados, bool escritos, CFicheros& ficheros)
 {
     for (const CString& nombre : nombrados) {
         const std::string primera = PrimeraLinea(nombre);
-        if (const auto tabla = TablaDeCabecera(primera))
+        if (const auto tabla = TablaDeCabecera(primera)) {
             ficheros.tablas[*tabla] = nombre;
-        else if (PuedeSerLista(nombre) && LeeCabeceraLista(primera).nombreSalida == ficheros.base)
+            ficheros.tablasDichas = true;
+            if (escritos)
+                ficheros.escritas.push_back(*tabla);
+        } else if (PuedeSerLista(nombre) &&
+                   LeeCabeceraLista(primera).nombreSalida == ficheros.base) {
             ficheros.lista.nombre = nombre;
-        else if (PuedeSerEntrada(nombre) && BaseDe(nombre) == ficheros.base)
+        } else if (PuedeSerEntrada(nombre) && BaseDe(nombre) == ficheros.base) {
             ficheros.entrada = nombre;
+        } else if (ExtensionDe(nombre) == kExtensionInfograf && BaseDe(nombre) == ficheros.base) {
+            ficheros.ficheroCsp = nombre;
+        }
     }
+}
+
+/// Tells whether a run on drawings went on to Infograf. That leaves its log empty, and a file CSP
+/// that is as new as the log, with no way back behind it.
+bool EsDeInfograf(const COpciones& opciones, const CFicheros& ficheros)
+{
+    constexpr auto kHolgura = std::chrono::seconds(2); // some disks tell the time no better
+    const bool escribioR =
+        std::any_of(opciones.escritos.begin(), opciones.escritos.end(),
+                    [](const CString& nombre) { return ExtensionDe(nombre) == "R"; });
+    if (!ficheros.ficheroCsp.IsEmpty() || escribioR)
+        return !escribioR;
+    const auto delRegistro = FechaDe(ficheros.registro);
+    sistema::Error error;
+    if (!delRegistro || ExtensionDe(ficheros.registro) != kExtensionRegistro ||
+        sistema::Mira(sistema::Ruta(ficheros.registro), error).largo != 0)
+        return false;
+    if (opciones.detenido)
+        return !ficheros.tablasDichas; // the way back reads tables
+    const CString carpeta = CCadena(ficheros.lista.nombre).DamePath();
+    const auto delCsp = FechaDe(FicheroDeLista(carpeta, ficheros.base, kExtensionInfograf));
+    return delCsp && *delCsp + kHolgura >= *delRegistro &&
+           !(FechaDe(FicheroDeLista(carpeta, ficheros.base, "R")) > delCsp);
 }
 
 /// Settles whether the run read an input or a list, and which: what the line names, else what
@@ -110,21 +149,28 @@ void SituaOrigen(const COpciones& opciones, const CString& junto, CFicheros& fic
             ficheros.entrada = BuscaEntrada(junto, ficheros.base);
     }
     if (!lista.IsEmpty())
-        ficheros.sentido = Sentido::Vuelta;
+        ficheros.sentido = EsDeInfograf(opciones, ficheros) ? Sentido::Infograf : Sentido::Vuelta;
     else if (!ficheros.entrada.IsEmpty())
         ficheros.sentido = Sentido::Ida;
 }
 
 /// What stands beside the list.
-void SituaVuelta(const CString& ortos, CFicheros& ficheros)
+void SituaDibujos(const CString& ortos, CFicheros& ficheros)
 {
     CListaPoligonos& lista = ficheros.lista;
     lista.cabecera = LeeCabeceraLista(PrimeraLinea(lista.nombre));
     lista.carpeta = CCadena(lista.nombre).DamePath();
     ficheros.ortos = ortos.IsEmpty() ? BuscaOrtos(lista.carpeta) : ortos;
-    ficheros.ficheroR = FicheroDeLista(lista.carpeta, ficheros.base, "R");
-    ficheros.ficheroM = FicheroDeLista(lista.carpeta, ficheros.base, "M");
     ficheros.entrada = CString();
+    const auto salida = [&](const char* extension) {
+        return FicheroDeLista(lista.carpeta, ficheros.base, extension);
+    };
+    if (ficheros.sentido == Sentido::Infograf && ficheros.ficheroCsp.IsEmpty()) {
+        ficheros.ficheroCsp = salida(kExtensionInfograf);
+    } else if (ficheros.sentido == Sentido::Vuelta) {
+        ficheros.ficheroR = salida("R");
+        ficheros.ficheroM = salida("M");
+    }
 }
 
 /// Gives the tables their usual names: all of them in a folder that the line names, else those that
@@ -157,22 +203,27 @@ CFicheros BuscaFicheros(const CString& registro, const COpciones& opciones)
 {
     CFicheros ficheros;
     ficheros.registro = registro;
-    ficheros.base = BaseDe(registro);
+    ficheros.base = BaseDelRegistro(registro);
+    ficheros.detenido = opciones.detenido;
+    ficheros.tablasDichas = !opciones.tablas.IsEmpty();
     const CString junto = CCadena(registro).DamePath();
-    TomaNombrados(opciones.con, ficheros);
+    TomaNombrados(opciones.con, false, ficheros);
+    TomaNombrados(opciones.escritos, true, ficheros);
     SituaOrigen(opciones, junto, ficheros);
-    const bool vuelta = ficheros.sentido == Sentido::Vuelta;
-    if (vuelta) {
-        SituaVuelta(opciones.ortos, ficheros);
+    const bool conDibujos =
+        ficheros.sentido == Sentido::Vuelta || ficheros.sentido == Sentido::Infograf;
+    if (conDibujos)
+        SituaDibujos(opciones.ortos, ficheros);
+    if (ficheros.sentido == Sentido::Vuelta)
         ficheros.registro = RegistroDeLaVuelta(ficheros);
-    }
-    SituaTablas(opciones.tablas, vuelta ? ficheros.lista.carpeta : junto, ficheros);
+    SituaTablas(opciones.tablas, conDibujos ? ficheros.lista.carpeta : junto, ficheros);
     return ficheros;
 }
 
 std::vector<CString> Ausentes(const CFicheros& ficheros, const COpciones& opciones)
 {
     std::vector<CString> nombrados = opciones.con;
+    nombrados.insert(nombrados.end(), opciones.escritos.begin(), opciones.escritos.end());
     nombrados.insert(nombrados.end(), {opciones.entrada, opciones.lista});
     if (!opciones.tablas.IsEmpty())
         nombrados.insert(nombrados.end(), ficheros.tablas.begin(), ficheros.tablas.end());
@@ -187,7 +238,7 @@ std::vector<CString> Leidos(const CFicheros& ficheros)
 {
     std::vector<CString> leidos(ficheros.tablas.begin(), ficheros.tablas.end());
     leidos.insert(leidos.end(), {ficheros.registro, ficheros.entrada, ficheros.lista.nombre,
-                                 ficheros.ficheroR, ficheros.ficheroM});
+                                 ficheros.ficheroR, ficheros.ficheroM, ficheros.ficheroCsp});
     CNombresEnDisco nombres;
     using enum ClaseTopologia;
     for (const CString& entrada : ficheros.lista.entradas)

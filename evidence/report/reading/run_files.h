@@ -9,7 +9,7 @@
 
 namespace informe {
 
-enum class Sentido { Ninguno, Ida, Vuelta };
+enum class Sentido { Ninguno, Ida, Vuelta, Infograf };
 
 /// The files of a run. A name is empty where none was found; that of an output may be of a file
 /// that isn't there.
@@ -19,15 +19,21 @@ struct CFicheros {
     CString base; ///< of the log's name, without folder and extension
     CNombresTablas tablas;
     CString entrada;       ///< the way out alone
-    CListaPoligonos lista; ///< this and those below the way back alone; its entries are unread
+    CListaPoligonos lista; ///< this and the sheets of a run on drawings; its entries are unread
     CString ortos;
-    CString ficheroR;
+    CString ficheroR; ///< this and the next one the way back alone
     CString ficheroM;
+    CString ficheroCsp; ///< the way on to Infograf alone
+
+    // What is known of the run from elsewhere.
+    bool detenido = false;       ///< it wrote nothing but its log
+    bool tablasDichas = false;   ///< it is told where the tables are
+    std::vector<Tabla> escritas; ///< tables that the run wrote
 };
 
 /// Looks for what belongs to the log in the log's folder, except for what the options name. The
-/// direction is `Ninguno` where neither an input nor a list was found. A file that can't be read is
-/// taken for none of the run's.
+/// direction is `Ninguno` where neither an input nor a list was found. Raises CFileException where
+/// one of them, or the folder, can't be read.
 CFicheros BuscaFicheros(const CString& registro, const COpciones& opciones);
 
 /// The files that the options name and that aren't there.

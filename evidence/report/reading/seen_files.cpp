@@ -49,7 +49,7 @@ CFicheroVisto Mira(const char* papel, const CString& nombre, bool salida)
     return visto;
 }
 
-/// The drawings as the run reads them: it asks nothing of a .POL.
+/// The drawings as the run reads them: the way back asks nothing of a .POL.
 void MiraDibujos(const CFicheros& ficheros, std::vector<CFicheroVisto>& vistos)
 {
     using enum ClaseTopologia;
@@ -61,10 +61,25 @@ void MiraDibujos(const CFicheros& ficheros, std::vector<CFicheroVisto>& vistos)
         mira("dibujo", kExtensionDibujo);
         mira("topología", ExtensionDe(Parcelas));
         mira("topología", ExtensionDe(Subparcelas));
+        if (ficheros.sentido == Sentido::Infograf)
+            mira("topología", ExtensionDe(Poligonos));
     }
     if (!ficheros.ortos.IsEmpty())
         for (const char* extension : {kExtensionDibujo, ExtensionDe(Hojas)})
             vistos.push_back(Mira("ortofotos", ConExtension(ficheros.ortos, extension), false));
+}
+
+/// The tables, which the way back may have written again after it read them.
+void MiraTablas(const CFicheros& ficheros, std::vector<CFicheroVisto>& vistos)
+{
+    const bool ida = ficheros.sentido == Sentido::Ida;
+    for (int tabla = 0; tabla < kTablas; ++tabla) {
+        const auto& escritas = ficheros.escritas;
+        const bool otraVez =
+            !ida && std::find(escritas.begin(), escritas.end(), tabla) != escritas.end();
+        vistos.push_back(Mira(otraVez ? "tabla, reescrita" : "tabla",
+                              ficheros.tablas[static_cast<std::size_t>(tabla)], ida));
+    }
 }
 
 /// Tells of each output whether it is older than the log that stands in front.
@@ -83,16 +98,19 @@ void BuscaViejos(std::vector<CFicheroVisto>& vistos)
 std::vector<CFicheroVisto> MiraFicheros(const CFicheros& ficheros)
 {
     std::vector<CFicheroVisto> vistos;
-    const bool ida = ficheros.sentido == Sentido::Ida;
+    const Sentido sentido = ficheros.sentido;
     vistos.push_back(Mira("registro de errores", ficheros.registro, true));
     if (!ficheros.entrada.IsEmpty())
         vistos.push_back(Mira("entrada", ficheros.entrada, false));
-    for (const CString& tabla : ficheros.tablas)
-        if (ficheros.sentido != Sentido::Ninguno)
-            vistos.push_back(Mira("tabla", tabla, ida));
-    if (ficheros.sentido == Sentido::Vuelta) {
+    if (sentido == Sentido::Ida || sentido == Sentido::Vuelta)
+        MiraTablas(ficheros, vistos);
+    if (sentido == Sentido::Vuelta || sentido == Sentido::Infograf) {
         vistos.push_back(Mira("lista de polígonos", ficheros.lista.nombre, false));
         MiraDibujos(ficheros, vistos);
+    }
+    if (sentido == Sentido::Infograf)
+        vistos.push_back(Mira("registros de Infograf", ficheros.ficheroCsp, true));
+    if (sentido == Sentido::Vuelta) {
         vistos.push_back(Mira("fichero de Catastro", ficheros.ficheroR, true));
         vistos.push_back(Mira("módulos de Catastro", ficheros.ficheroM, true));
     }
@@ -100,8 +118,10 @@ std::vector<CFicheroVisto> MiraFicheros(const CFicheros& ficheros)
     return vistos;
 }
 
-bool Detenido(const std::vector<CFicheroVisto>& vistos, Sentido sentido)
+bool Detenido(const std::vector<CFicheroVisto>& vistos, const CFicheros& ficheros)
 {
+    if (ficheros.detenido)
+        return true;
     bool alguna = false;
     for (std::size_t i = 1; i < vistos.size(); ++i) { // the first one is the log
         if (!vistos[i].salida)
@@ -110,7 +130,8 @@ bool Detenido(const std::vector<CFicheroVisto>& vistos, Sentido sentido)
         if (vistos[i].hay && !vistos[i].viejo)
             return false;
     }
-    return alguna && (sentido == Sentido::Vuelta || !SinSalidas(vistos));
+    return alguna &&
+           (ficheros.sentido != Sentido::Ida || ficheros.tablasDichas || !SinSalidas(vistos));
 }
 
 bool SinSalidas(const std::vector<CFicheroVisto>& vistos)

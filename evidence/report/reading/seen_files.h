@@ -29,8 +29,9 @@ struct CFicheroVisto {
 std::vector<CFicheroVisto> MiraFicheros(const CFicheros& ficheros);
 
 /// Tells whether the run left its log and no outputs: it was stopped, or ended by a fault. False
-/// for a way out none of whose tables is there, as they may stand in another folder.
-bool Detenido(const std::vector<CFicheroVisto>& vistos, Sentido sentido);
+/// for a way out none of whose tables is there, unless it is told where they are: they may stand in
+/// another folder.
+bool Detenido(const std::vector<CFicheroVisto>& vistos, const CFicheros& ficheros);
 /// Tells whether no output was found.
 bool SinSalidas(const std::vector<CFicheroVisto>& vistos);
 

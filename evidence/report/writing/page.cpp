@@ -1,3 +1,4 @@
+#include <functional>
 #include <utility>
 #include <vector>
 
@@ -16,11 +17,16 @@ const char* NombreSentido(Sentido sentido)
         return "Ida: de Catastro a Vexa";
     case Sentido::Vuelta:
         return "Vuelta: de Vexa a Catastro";
+    case Sentido::Infograf:
+        return "A Infograf: de Vexa a Infograf";
     case Sentido::Ninguno:
         break;
     }
     return "Proceso sin identificar: no se halló ni su entrada ni su lista";
 }
+
+using CAnota = std::function<void(std::int64_t cuantos, const char* uno, const char* varios,
+                                  const char* clase)>;
 
 void Cifra(CMarcas& marcas, bool esCero, const std::string& cuanto, const std::string& que,
            const char* clase)
@@ -29,20 +35,38 @@ void Cifra(CMarcas& marcas, bool esCero, const std::string& cuanto, const std::s
                   [&] { marcas.Elemento("b", {}, cuanto).Texto(" ").Texto(que); });
 }
 
+/// What went to Infograf, and what didn't.
+void CifrasDeInfograf(const CEvidenciaInfograf& infograf, const CAnota& cifra)
+{
+    std::int64_t registros = 0;
+    for (const CEvidenciaInfograf::CClase& clase : infograf.clases)
+        registros += clase.registros;
+    cifra(static_cast<std::int64_t>(infograf.faltan.size()), "dibujo sin todos sus ficheros",
+          "dibujos sin todos sus ficheros", "err");
+    cifra(static_cast<std::int64_t>(infograf.sinPadre.size()), "recinto sin padre",
+          "recintos sin padre", "err");
+    cifra(registros, "registro", "registros", "");
+}
+
 /// What a technician looks for first: surface that doesn't count, then errors, warnings, and what
 /// nothing explains.
 void Cifras(CMarcas& marcas, const CContenido& contenido)
 {
-    const auto cifra = [&](std::int64_t cuantos, const char* uno, const char* varios,
-                           const char* clase) {
+    const CProceso& proceso = contenido.proceso;
+    const CAnota cifra = [&](std::int64_t cuantos, const char* uno, const char* varios,
+                             const char* clase) {
         Cifra(marcas, cuantos == 0, Miles(cuantos), cuantos == 1 ? uno : varios, clase);
     };
     marcas.Bloque("ul", {{"class", "cifras"}}, [&] {
         marcas.Linea();
         for (const CContenido::CPerdida& perdida : contenido.Perdidas())
             Cifra(marcas, perdida.metros == 0, perdida.cuanto, perdida.que, "err");
-        cifra(contenido.proceso.registro.Errores(), "error", "errores", "err");
-        cifra(contenido.proceso.registro.Warnings(), "warning", "warnings", "avi");
+        if (proceso.ficheros.sentido == Sentido::Infograf) {
+            CifrasDeInfograf(proceso.infograf, cifra);
+        } else {
+            cifra(proceso.registro.Errores(), "error", "errores", "err");
+            cifra(proceso.registro.Warnings(), "warning", "warnings", "avi");
+        }
         cifra(contenido.SinExplicar(), "sin explicar", "sin explicar", "err");
         cifra(contenido.asuntos.cuantos, "asunto", "asuntos", "");
     });
@@ -54,7 +78,9 @@ void Indice(CMarcas& marcas, const CContenido& contenido)
     std::vector<CSeccion> secciones = {seccion::kAsuntos, seccion::kBalance};
     if (!contenido.mapas.empty())
         secciones.push_back(seccion::kMapas);
-    secciones.insert(secciones.end(), {seccion::kNumeros, seccion::kMensajes, seccion::kFicheros});
+    if (contenido.HayMensajes())
+        secciones.insert(secciones.end(), {seccion::kNumeros, seccion::kMensajes});
+    secciones.push_back(seccion::kFicheros);
     marcas.Bloque("nav", {}, [&] {
         const char* entre = "";
         for (const CSeccion& una : secciones) {
@@ -71,10 +97,8 @@ void Cabecera(CMarcas& marcas, const CContenido& contenido)
     marcas.Bloque("h1", {}, Texto(ficheros.base));
     marcas.Bloque("p", {{"class", "sentido"}}, NombreSentido(ficheros.sentido));
     Cifras(marcas, contenido);
-    if (contenido.proceso.Detenido())
-        Parrafo(marcas, kAlarma,
-                "El proceso se detuvo, o no llegó a su fin: el registro está, y lo que debía "
-                "escribir falta o es más viejo que él.");
+    if (const std::string alarma = contenido.proceso.Alarma(); !alarma.empty())
+        Parrafo(marcas, kAlarma, alarma);
     Indice(marcas, contenido);
 }
 

@@ -135,6 +135,7 @@ void SeccionBalance(const CContenido& contenido, CMarcas& marcas)
                     .Texto(", lo que se perdió sin que ningún mensaje lo diga.");
             });
         PonDibujo(contenido, marcas);
+        PonInfograf(contenido, marcas);
     });
 }
 

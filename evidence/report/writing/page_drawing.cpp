@@ -120,8 +120,7 @@ void Hallazgos(CMarcas& marcas, const CBalanceDibujo& dibujo)
                  {{std::to_string(uno.polig)},
                   {uno.donde},
                   {uno.que},
-                  {Decimal(EnMetros(uno.sitio.X), 2) + " " + Decimal(EnMetros(uno.sitio.Y), 2),
-                   kNumero}});
+                  {SitioEnMetros(uno.sitio), kNumero}});
         }
     });
     if (dichos < dibujo.hallazgos.size())

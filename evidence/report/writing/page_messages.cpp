@@ -154,7 +154,10 @@ void SeccionAsuntos(const CContenido& contenido, CMarcas& marcas)
     const CAsuntos& asuntos = contenido.asuntos;
     PonSeccion(marcas, seccion::kAsuntos, [&] {
         if (asuntos.cuantos == 0)
-            return Parrafo(marcas, kCuadra, "✓ El registro está vacío: ni errores ni warnings.");
+            return Parrafo(marcas, kCuadra,
+                           contenido.proceso.ficheros.sentido == Sentido::Infograf
+                               ? "✓ No falta ningún fichero, y cada recinto tiene su padre."
+                               : "✓ El registro está vacío: ni errores ni warnings.");
         Parrafo(marcas, kNota,
                 "Lo que tiene una misma causa, junto; lo que más cuesta, primero: en superficie, "
                 "en registros, en mensajes.");
@@ -172,6 +175,8 @@ void SeccionAsuntos(const CContenido& contenido, CMarcas& marcas)
 void SeccionNumeros(const CContenido& contenido, CMarcas& marcas)
 {
     const CRegistroLeido& registro = contenido.proceso.registro;
+    if (!contenido.HayMensajes())
+        return;
     PonSeccion(marcas, seccion::kNumeros, [&] {
         for (const CMensaje& mensaje : Catalogo())
             if (const std::int64_t cuantos = registro.Cuenta(mensaje.numero); cuantos > 0)
@@ -186,9 +191,9 @@ void SeccionMensajes(const CContenido& contenido, CMarcas& marcas)
     const auto& lineas = contenido.lineas.Lineas();
     const auto total = static_cast<std::int64_t>(contenido.proceso.registro.avisos.size());
     const auto dichas = static_cast<std::int64_t>(lineas.size());
+    if (!contenido.HayMensajes())
+        return;
     PonSeccion(marcas, seccion::kMensajes, [&] {
-        if (lineas.empty())
-            return Parrafo(marcas, kCuadra, "✓ Ninguno.");
         if (dichas < total)
             Parrafo(marcas, kNota,
                     Miles(dichas) + " de " + Miles(total) + ": los primeros de cada número.");

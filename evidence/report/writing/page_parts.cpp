@@ -2,6 +2,9 @@
 
 #include <array>
 
+#include "evidence/report/reading/text.h"
+#include "evidence/units.h"
+
 namespace informe {
 
 void Parrafo(CMarcas& marcas, const char* clase, std::string_view texto)
@@ -39,6 +42,11 @@ void CabeceraTabla(CMarcas& marcas, std::initializer_list<CColumnaPagina> column
                                 columna.titulo);
         });
     });
+}
+
+std::string SitioEnMetros(const vexageo::CPunto<int>& sitio)
+{
+    return Decimal(EnMetros(sitio.X), 2) + " " + Decimal(EnMetros(sitio.Y), 2);
 }
 
 std::string Fecha(std::time_t fecha)

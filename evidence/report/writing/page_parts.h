@@ -77,6 +77,8 @@ void Tabla(CMarcas& marcas, const char* ancla, std::initializer_list<CColumnaPag
     });
 }
 
+/// "352488,49 4437040,56"
+std::string SitioEnMetros(const vexageo::CPunto<int>& sitio);
 /// "25/11/2026 12:34", by the clock of the place.
 std::string Fecha(std::time_t fecha);
 
@@ -84,6 +86,8 @@ void SeccionFicheros(const CContenido& contenido, CMarcas& marcas);
 void SeccionBalance(const CContenido& contenido, CMarcas& marcas);
 /// The drawings' side of the balance; nothing without drawings.
 void PonDibujo(const CContenido& contenido, CMarcas& marcas);
+/// What went on to Infograf; nothing of another run.
+void PonInfograf(const CContenido& contenido, CMarcas& marcas);
 void SeccionAsuntos(const CContenido& contenido, CMarcas& marcas);
 void SeccionNumeros(const CContenido& contenido, CMarcas& marcas);
 void SeccionMensajes(const CContenido& contenido, CMarcas& marcas);

@@ -8,7 +8,17 @@ namespace {
 
 const char* NombreCorto(Sentido sentido)
 {
-    return sentido == Sentido::Ida ? "ida, " : sentido == Sentido::Vuelta ? "vuelta, " : "";
+    switch (sentido) {
+    case Sentido::Ida:
+        return "ida, ";
+    case Sentido::Vuelta:
+        return "vuelta, ";
+    case Sentido::Infograf:
+        return "a Infograf, ";
+    case Sentido::Ninguno:
+        break;
+    }
+    return "";
 }
 
 std::string Renglon(std::string_view codigo, std::int64_t cuantos, const std::string& que)
@@ -17,6 +27,19 @@ std::string Renglon(std::string_view codigo, std::int64_t cuantos, const std::st
     std::string cifra = Miles(cuantos);
     cifra.insert(0, kAncho - std::min(cifra.size(), kAncho), ' ');
     return "  " + std::string(codigo) + " " + cifra + "  " + que + "\n";
+}
+
+std::string Mensajes(const CProceso& proceso)
+{
+    if (proceso.ficheros.sentido != Sentido::Infograf)
+        return Cuantos(proceso.registro.Errores(), "error", "errores") + ", " +
+               Cuantos(proceso.registro.Warnings(), "warning", "warnings");
+    const CEvidenciaInfograf& infograf = proceso.infograf;
+    const auto& [parcelas, poligonos, subparcelas] = infograf.clases;
+    return Cuantos(parcelas.registros, "parcela", "parcelas") + ", " +
+           Cuantos(poligonos.registros, "polígono", "polígonos") + ", " +
+           Cuantos(subparcelas.registros, "subparcela", "subparcelas") + ", " +
+           Miles(static_cast<std::int64_t>(infograf.sinPadre.size())) + " sin padre";
 }
 
 /// What was lost of the surface, where something was.
@@ -55,8 +78,7 @@ std::string Resumen(const CContenido& contenido, const CString& pagina)
     const CRegistroLeido& registro = contenido.proceso.registro;
     std::string texto = Texto(contenido.proceso.ficheros.registro) + ": " +
                         NombreCorto(contenido.proceso.ficheros.sentido) + EnBreve(contenido) +
-                        Cuantos(registro.Errores(), "error", "errores") + ", " +
-                        Cuantos(registro.Warnings(), "warning", "warnings") + ", " +
+                        Mensajes(contenido.proceso) + ", " +
                         Cuantos(contenido.asuntos.cuantos, "asunto", "asuntos") + ", " +
                         Miles(contenido.SinExplicar()) + " sin explicar\n";
     for (const CMensaje& mensaje : Catalogo())
@@ -64,8 +86,8 @@ std::string Resumen(const CContenido& contenido, const CString& pagina)
             texto += Renglon(CodigoMensaje(mensaje), cuantos, Enunciado(mensaje));
     if (registro.Ajenas() > 0)
         texto += Renglon("-   ", registro.Ajenas(), "líneas que no son ningún mensaje");
-    if (contenido.proceso.Detenido())
-        texto += "  El proceso se detuvo: lo que debía escribir falta o es más viejo.\n";
+    if (const std::string alarma = contenido.proceso.Alarma(); !alarma.empty())
+        texto += "  " + alarma + "\n";
     return texto + "  Informe en " + Texto(pagina) + "\n";
 }
 

@@ -16,11 +16,13 @@ std::string ReparosDePagina(std::string_view pagina);
 /// What the report of a log in the folder says.
 struct CInformePrueba {
     explicit CInformePrueba(const CCarpetaPrueba& carpeta, const char* registro,
-                            informe::COpciones opciones = {})
+                            informe::COpciones opciones = {}, std::string nombre = {})
         : resultado(informe::HazInforme(carpeta.En(registro), opciones, "1", 0))
     {
-        std::string nombre = registro;
-        pagina = carpeta.Lee(nombre.replace(nombre.rfind('.'), std::string::npos, ".html"));
+        if (nombre.empty())
+            nombre = std::string(registro).replace(std::string_view(registro).rfind('.'),
+                                                   std::string::npos, ".html");
+        pagina = carpeta.Lee(nombre);
         EXPECT_EQ(ReparosDePagina(pagina), "");
     }
 

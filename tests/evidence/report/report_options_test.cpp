@@ -18,6 +18,9 @@ TEST(ReportOptions, TakesLogsAndTheirOptions)
     EXPECT_TRUE(opciones->html.IsEmpty());
     const std::vector<std::string> con = {"--con", "a", "--con", "b", "a.ERR"};
     EXPECT_EQ(LeeOpciones(con, queja)->con, (std::vector<CString>{"a", "b"}));
+    const std::vector<std::string> detenido = {"--escrito", "c", "--detenido", "a.ERR"};
+    EXPECT_EQ(LeeOpciones(detenido, queja)->escritos, std::vector<CString>{"c"});
+    EXPECT_TRUE(LeeOpciones(detenido, queja)->detenido);
     const std::vector<std::string> varios = {"a.ERR", "--", "--csv"};
     EXPECT_EQ(LeeOpciones(varios, queja)->registros, (std::vector<CString>{"a.ERR", "--csv"}));
     const std::vector<std::string> ayuda = {"a.ERR", "--help", "--nada"};
@@ -42,6 +45,7 @@ TEST(ReportOptions, ComplainsOfALineThatItDoesNotUnderstand)
         {{"a.ERR", "b.ERR", "--html", "p.html"}, "de uno solo"},
         {{"a.ERR", "b.ERR", "--con", "f"}, "de uno solo"},
         {{"a.ERR", "--con"}, "a --con le falta"},
+        {{"a.ERR", "b.ERR", "--detenido"}, "de uno solo"},
         {{"a.ERR", "--entrada", "e", "--lista", "l"}, "de la ida"},
     };
     for (const auto& caso : casos) {

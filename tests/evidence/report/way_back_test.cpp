@@ -328,6 +328,25 @@ TEST_F(InformeDeVuelta, FindsTheLogThatTheWayToInfografKeptUntilTheNextWayBack)
     EXPECT_NE(Informa().Cuenta(), cuenta);
 }
 
+TEST_F(InformeDeVuelta, SaysThatTheRunWroteItsTablesAgain)
+{
+    const char* const kSupone = "si las reescribió (Modificar)";
+    for (const int modificar : {0, 1}) {
+        DosParcelas();
+        Ejecuta(modificar);
+        const CInformePrueba informe = Informa();
+        EXPECT_EQ(informe.Dice(kSupone), modificar == 1);
+        EXPECT_THAT(informe.Cuenta(), EndsWith(", 0 sin explicar"));
+    }
+    informe::COpciones opciones;
+    for (const char* salida : {"045127.R", "045127.M", "Parcelas.txt", "Subparcelas.txt"})
+        opciones.escritos.push_back(carpeta.En(salida));
+    const CInformePrueba informe = Informa(opciones);
+    EXPECT_TRUE(informe.Dice("El proceso reescribió las tablas (Modificar)"));
+    EXPECT_TRUE(informe.Dice("<td>tabla, reescrita</td>"));
+    EXPECT_FALSE(informe.Dice(kSupone));
+}
+
 TEST_F(InformeDeVuelta, ReadsNoTableThatIsHalfDone)
 {
     DosParcelas();

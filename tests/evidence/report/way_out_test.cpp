@@ -163,8 +163,16 @@ TEST_F(Traduccion, ReportDoesWithoutWhatIsMissing)
          {"Modulos.txt", "Titulares.txt", "Parcelas.txt", "Subparcelas.txt", "Cotitulares.txt"})
         std::filesystem::remove(carpeta.Ruta() / tabla);
     const CInformePrueba sinTablas(carpeta, "entrada.ERR");
-    EXPECT_TRUE(sinTablas.Dice("No se halló ninguna tabla"));
-    EXPECT_FALSE(sinTablas.Dice("se detuvo"));
+    EXPECT_TRUE(sinTablas.Dice("el proceso se detuvo antes de escribirlas, o están en otra "
+                               "carpeta"));
+    informe::COpciones opciones;
+    opciones.tablas = carpeta.En("");
+    const CInformePrueba enSuCarpeta(carpeta, "entrada.ERR", opciones);
+    EXPECT_TRUE(enSuCarpeta.Dice("El proceso se detuvo, o no llegó a su fin"));
+    opciones = {};
+    opciones.detenido = true; // as the windows say of a run that they saw end
+    EXPECT_THAT(CInformePrueba(carpeta, "entrada.ERR", opciones).resultado.resumen,
+                HasSubstr("El proceso se detuvo, o no llegó a su fin"));
     std::filesystem::remove(carpeta.Ruta() / "entrada.txt");
     const CInformePrueba sinEntrada(carpeta, "entrada.ERR");
     EXPECT_TRUE(sinEntrada.Dice("no se halló ni su entrada ni su lista"));

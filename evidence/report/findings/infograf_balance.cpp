@@ -1,0 +1,262 @@
+#include "evidence/report/findings/infograf_balance.h"
+
+#include <algorithm>
+#include <optional>
+
+#include "evidence/drawn_polygon.h"
+#include "evidence/paths.h"
+#include "evidence/report/reading/infograf_records.h"
+#include "evidence/report/reading/text.h"
+#include "vexa_libs/ccadena.h"
+#include "vexa_libs/topology.h"
+
+namespace informe {
+namespace {
+
+using vexageo::CPunto;
+using vexageo::CTopologia;
+using enum CEvidenciaInfograf::Clase;
+using CClaves = std::vector<CClaveRegistro>;
+
+constexpr ClaseTopologia kTopologias[] = {ClaseTopologia::Parcelas, ClaseTopologia::Poligonos,
+                                          ClaseTopologia::Subparcelas};
+
+/// An entry of the list as the run reads it.
+struct CEntrada {
+    CString nombre;
+    std::array<std::optional<CTopologia>, CEvidenciaInfograf::kClases> topologias;
+
+    std::optional<CTopologia>& De(CEvidenciaInfograf::Clase clase) { return topologias[clase]; }
+};
+
+CPunto<int> Punto(const CTopologia& topologia, int i)
+{
+    return topologia.DameCentroide(i, true);
+}
+
+int Numero(const CTopologia& topologia, int i)
+{
+    return LeeEntero(topologia.DameTextoCentroide(i));
+}
+
+/// Goes through the drawings by the rules of the run: which outlines get a record, and which none.
+class CRecuento {
+public:
+    CRecuento(const CFicheros& ficheros, CEvidenciaInfograf& evidencia)
+        : m_ficheros(ficheros), m_evidencia(evidencia)
+    {
+    }
+
+    void Hace()
+    {
+        MiraOrtos();
+        for (const CString& nombre : m_ficheros.lista.entradas)
+            if (CEntrada entrada{nombre, {}}; Lee(entrada)) {
+                TomaParcelas(entrada);
+                TomaPoligonos(entrada);
+                TomaSubparcelas(entrada);
+            }
+    }
+
+    std::array<CClaves, CEvidenciaInfograf::kClases> esperadas;
+
+private:
+    void MiraOrtos()
+    {
+        const auto falta = [&](const char* extension) {
+            CFile fichero;
+            return !AbreSiHay(fichero, ConExtension(m_ficheros.ortos, extension), CFile::anyCase);
+        };
+        const char* const deHojas = ExtensionDe(ClaseTopologia::Hojas);
+        if (m_ficheros.ortos.IsEmpty())
+            m_evidencia.faltan.push_back({{}, "no se halló su gráfico"});
+        else if (falta(deHojas))
+            m_evidencia.faltan.push_back({{}, std::string("falta su .") + deHojas});
+        else if (falta(kExtensionDibujo))
+            m_evidencia.faltan.push_back({{}, std::string("falta su .") + kExtensionDibujo});
+    }
+    bool Lee(CEntrada& entrada)
+    {
+        const auto abre = [&](CFile& fichero, const char* extension) {
+            return AbreSiHay(fichero,
+                             FicheroDeLista(m_ficheros.lista.carpeta, entrada.nombre, extension),
+                             kModoDibujo);
+        };
+        CFile bin;
+        if (!abre(bin, kExtensionDibujo)) {
+            m_evidencia.faltan.push_back(
+                {entrada.nombre,
+                 std::string("falta su .") + kExtensionDibujo + ", y no sale nada de él"});
+            return false;
+        }
+        std::string que;
+        for (std::size_t clase = 0; clase < entrada.topologias.size(); ++clase) {
+            CFile topologia;
+            const char* const extension = ExtensionDe(kTopologias[clase]);
+            if (abre(topologia, extension)) {
+                bin.Seek(0);
+                entrada.topologias[clase].emplace().Read(&bin, &topologia);
+                entrada.topologias[clase]->OrdenaPoligonos();
+            } else {
+                que += (que.empty() ? "falta su ." : " y .") + std::string(extension);
+            }
+        }
+        if (!que.empty())
+            m_evidencia.faltan.push_back({entrada.nombre, que});
+        return true;
+    }
+    void Espera(CEvidenciaInfograf::Clase clase, const CTopologia& topologia, int i,
+                const CClaveRegistro& clave)
+    {
+        ++m_evidencia.clases[clase].recintos;
+        m_evidencia.clases[clase].dibujada += topologia.DameArea(i);
+        esperadas[clase].push_back(clave);
+    }
+    void Huerfano(CEvidenciaInfograf::Clase clase, const CEntrada& entrada,
+                  const CTopologia& topologia, int i, const char* porque)
+    {
+        const std::string rotulo = TextoSinBlancos(topologia.DameTextoCentroide(i));
+        const std::string que = clase == kDeParcela ? "parcela " : "subparcela ";
+        ++m_evidencia.clases[clase].recintos;
+        ++m_evidencia.clases[clase].huerfanos;
+        m_evidencia.clases[clase].dibujada += topologia.DameArea(i);
+        m_evidencia.sinPadre.push_back({entrada.nombre,
+                                        que + (rotulo.empty() ? "sin rótulo" : "«" + rotulo + "»"),
+                                        porque, Punto(topologia, i)});
+    }
+
+    /// A parcel lies in the polygon that holds its point, where there are polygons.
+    void TomaParcelas(CEntrada& entrada)
+    {
+        std::optional<CTopologia>& parcelas = entrada.De(kDeParcela);
+        const std::optional<CTopologia>& poligonos = entrada.De(kDePoligono);
+        for (int i = 0; parcelas && i < parcelas->Poligonos(); ++i) {
+            const int padre = poligonos ? poligonos->EncuentraPoligono(Punto(*parcelas, i)) : -1;
+            parcelas->SetPadre(i, padre);
+            if (poligonos && padre < 0)
+                Huerfano(kDeParcela, entrada, *parcelas, i, "no cae en ningún polígono");
+            else
+                Espera(kDeParcela, *parcelas, i,
+                       CClaveRegistro::DeParcela(poligonos ? Numero(*poligonos, padre) : 0,
+                                                 Numero(*parcelas, i)));
+        }
+    }
+    void TomaPoligonos(CEntrada& entrada)
+    {
+        const std::optional<CTopologia>& poligonos = entrada.De(kDePoligono);
+        for (int i = 0; poligonos && i < poligonos->Poligonos(); ++i)
+            Espera(kDePoligono, *poligonos, i, CClaveRegistro::DePoligono(Numero(*poligonos, i)));
+    }
+    /// A subparcel lies in a parcel, and through it in a polygon; where there are no parcels in the
+    /// polygon that holds its point.
+    void TomaSubparcelas(CEntrada& entrada)
+    {
+        const std::optional<CTopologia>& subparcelas = entrada.De(kDeSubparcela);
+        const std::optional<CTopologia>& parcelas = entrada.De(kDeParcela);
+        const std::optional<CTopologia>& poligonos = entrada.De(kDePoligono);
+        for (int i = 0; subparcelas && i < subparcelas->Poligonos(); ++i) {
+            const CPunto<int> punto = Punto(*subparcelas, i);
+            const int parcela = parcelas ? parcelas->EncuentraPoligono(punto) : -1;
+            const int padre = parcela >= 0 ? parcelas->GetPadre(parcela)
+                              : poligonos  ? poligonos->EncuentraPoligono(punto)
+                                           : -1;
+            if (parcelas && parcela < 0)
+                Huerfano(kDeSubparcela, entrada, *subparcelas, i, "no cae en ninguna parcela");
+            else if (poligonos && padre < 0)
+                Huerfano(kDeSubparcela, entrada, *subparcelas, i,
+                         parcelas ? "su parcela no cae en ningún polígono"
+                                  : "no cae en ningún polígono");
+            else
+                Espera(kDeSubparcela, *subparcelas, i,
+                       CClaveRegistro::DeSubparcela(poligonos ? Numero(*poligonos, padre) : 0,
+                                                    parcelas ? Numero(*parcelas, parcela) : 0,
+                                                    Letras(*subparcelas, i)));
+        }
+    }
+    /// The label as far as its columns go, by which it is read back.
+    static CString Letras(const CTopologia& subparcelas, int i)
+    {
+        constexpr int kAncho = 4;
+        return subparcelas.DameTextoCentroide(i).Left(kAncho);
+    }
+
+    const CFicheros& m_ficheros;
+    CEvidenciaInfograf& m_evidencia;
+};
+
+/// What one kind of record is called on either side.
+struct CNombres {
+    Partida que;
+    const char* recintos;
+    const char* registros;
+    const char* huerfanos;
+};
+constexpr std::array<CNombres, CEvidenciaInfograf::kClases> kNombres = {
+    {{Partida::Parcelas, "recintos de .PAR", "registros de parcela (12)",
+      "en ningún polígono, sin mensaje"},
+     {Partida::Poligonos, "recintos de .POL", "registros de polígono (13)", ""},
+     {Partida::Subparcelas, "recintos de .SUB", "registros de subparcela (11)",
+      "en ninguna parcela, o en ningún polígono, sin mensaje"}}};
+
+CPartida PartidaDe(const CNombres& nombres, const CEvidenciaInfograf::CClase& clase)
+{
+    CPartida partida(nombres.que);
+    partida.Entra(nombres.recintos, clase.recintos);
+    partida.Sale(nombres.registros, clase.registros);
+    partida.SalePerdido(nombres.huerfanos, clase.huerfanos);
+    return partida;
+}
+
+/// The keys of the records of a kind, in their order; sums up their surfaces.
+CClaves Halladas(const std::vector<CEscritosInfograf::CRegistro>& registros,
+                 CEvidenciaInfograf::CClase& clase)
+{
+    CClaves halladas;
+    for (const CEscritosInfograf::CRegistro& registro : registros) {
+        halladas.push_back(registro.clave);
+        clase.escrita += registro.area;
+    }
+    clase.registros = static_cast<std::int64_t>(halladas.size());
+    return halladas;
+}
+
+/// Tells whether the records of a kind are the first ones of those that should be there.
+bool EsPrincipio(const CClaves& halladas, const CClaves& esperadas)
+{
+    return halladas.size() <= esperadas.size() &&
+           std::equal(halladas.begin(), halladas.end(), esperadas.begin());
+}
+
+} // namespace
+
+CBalance BalanceInfograf(const CFicheros& ficheros, CEvidenciaInfograf& evidencia)
+{
+    CRecuento recuento(ficheros, evidencia);
+    recuento.Hace();
+    const CEscritosInfograf escritos = LeeInfograf(ficheros.ficheroCsp);
+    const std::vector<CEscritosInfograf::CRegistro>* const registros[] = {
+        &escritos.parcelas, &escritos.poligonos, &escritos.subparcelas};
+    CBalance balance;
+    bool esPrincipio = escritos.hay;
+    bool falta = false;
+    for (std::size_t i = 0; i < CEvidenciaInfograf::kClases; ++i) {
+        CEvidenciaInfograf::CClase& clase = evidencia.clases[i];
+        const CClaves& esperadas = recuento.esperadas[i];
+        const CClaves halladas = Halladas(*registros[i], clase);
+        CPartida partida = PartidaDe(kNombres[i], clase);
+        if (escritos.hay)
+            Coteja(esperadas, halladas, partida);
+        else
+            partida.noSePuede = "no está el fichero CSP";
+        esPrincipio = esPrincipio && EsPrincipio(halladas, esperadas);
+        falta = falta || halladas.size() < esperadas.size();
+        balance.partidas.push_back(std::move(partida));
+    }
+    evidencia.acabaAntes = esPrincipio && falta;
+    if (escritos.ajenos > 0)
+        balance.notas.push_back(Cuantos(escritos.ajenos, "línea", "líneas") +
+                                " del fichero CSP no son registros.");
+    return balance;
+}
+
+} // namespace informe
