@@ -11,6 +11,7 @@ namespace {
 constexpr int kHecho = 0;
 constexpr int kFallo = 1;
 constexpr int kNoSeEntiende = 2;
+constexpr int kHayPerdidas = 3;
 
 int Informa(const informe::COpciones& opciones)
 {
@@ -23,6 +24,8 @@ int Informa(const informe::COpciones& opciones)
             std::fprintf(stderr, "campiva-informe: %s\n", queja.c_str());
             estado = kFallo;
         }
+        if (opciones.estricto && resultado.hayPerdidas && estado == kHecho)
+            estado = kHayPerdidas;
     }
     return estado;
 }
@@ -62,5 +65,5 @@ int main(int argc, char* argv[])
         sistema::EscribeError("campiva-informe: no hay memoria bastante\n");
     }
     const bool dicho = std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
-    return estado == kHecho && !dicho ? kFallo : estado;
+    return estado != kNoSeEntiende && !dicho ? kFallo : estado;
 }

@@ -10,6 +10,7 @@
 #include "evidence/report/writing/geojson.h"
 #include "evidence/report/writing/output_file.h"
 #include "evidence/report/writing/page_content.h"
+#include "evidence/report/writing/run_json.h"
 #include "platform/files/set_healing.h"
 
 namespace informe {
@@ -21,15 +22,15 @@ constexpr const char* kPaginaInfograf = "_infograf.html";
 class CElaboracion {
 public:
     CElaboracion(const CFicheros& ficheros, const COpciones& opciones)
-        : m_opciones(opciones), m_proceso(ficheros),
-          m_lineas(m_proceso.registro, ficheros.registro), m_anclas(m_proceso.registro, m_lineas),
-          m_indice(m_proceso.registro), m_lugares(m_indice)
+        : m_opciones(opciones), m_proceso(ficheros), m_lineas(m_proceso.registro),
+          m_anclas(m_proceso.registro, m_lineas), m_indice(m_proceso.registro), m_lugares(m_indice)
     {
         if (!opciones.geojson.IsEmpty())
             m_geojson = std::make_unique<CGeoJson>(opciones.geojson, m_salidas);
     }
 
-    std::string Hace(const CString& pagina, const std::string& version, std::time_t hecho)
+    void Hace(const CString& pagina, const std::string& version, std::time_t hecho,
+              CResultado& resultado)
     {
         CContenido contenido{
             version, hecho, Texto(m_opciones.csv), m_proceso, m_lineas, m_anclas, {}, {}, {}};
@@ -40,10 +41,11 @@ public:
                                 : ReuneAsuntos({m_proceso, Lugares(),
                                                 contenido.dibujo ? &*contenido.dibujo : nullptr});
         EscribeMensajes();
-        EscribeLaPagina(contenido, pagina);
-        std::string resumen = Resumen(contenido, pagina);
+        EscribeTodo(contenido, pagina);
         m_salidas.Confirma();
-        return resumen;
+        resultado.hayPerdidas = contenido.HayPerdidas();
+        if (!Ocupada(pagina))
+            resultado.resumen = Resumen(contenido, pagina);
     }
 
 private:
@@ -73,24 +75,33 @@ private:
 
     void EscribeMensajes()
     {
-        const CString& registro = m_proceso.ficheros.registro;
         if (m_geojson) {
-            m_geojson->TomaMensajes(m_proceso.registro, registro, Lugares());
+            m_geojson->TomaMensajes(m_proceso.registro, Lugares());
             m_geojson->Cierra();
         }
         if (m_opciones.csv.IsEmpty())
             return;
         CSalida hoja(m_opciones.csv, m_salidas);
-        EscribeCsv(hoja, m_proceso.registro, registro, Lugares());
+        EscribeCsv(hoja, m_proceso.registro, Lugares());
         hoja.Cierra();
     }
 
-    void EscribeLaPagina(const CContenido& contenido, const CString& nombre)
+    void EscribeTodo(const CContenido& contenido, const CString& pagina)
     {
-        CSalida salida(nombre, m_salidas);
+        if (!m_opciones.json.IsEmpty()) {
+            CSalida salida(m_opciones.json, m_salidas);
+            salida.Escribe(ProcesoEnJson(contenido));
+            salida.Cierra();
+        }
+        if (pagina.IsEmpty())
+            return;
+        CSalida salida(pagina, m_salidas);
         EscribePagina(contenido, [&](std::string_view html) { salida.Escribe(html); });
         salida.Cierra();
     }
+
+    /// The standard output takes something else than the summary.
+    bool Ocupada(const CString& pagina) const { return pagina.IsEmpty() || pagina == kEstandar; }
 
     const COpciones& m_opciones;
     CProceso m_proceso;
@@ -107,7 +118,7 @@ private:
 const CString* BuscaOcupada(const std::vector<CString>& salidas, std::vector<CString> leidos)
 {
     for (const CString& salida : salidas) {
-        if (salida.IsEmpty())
+        if (salida.IsEmpty() || salida == kEstandar)
             continue;
         if (std::any_of(leidos.begin(), leidos.end(),
                         [&](const CString& leido) { return CFile::SeriaElMismo(salida, leido); }))
@@ -117,31 +128,38 @@ const CString* BuscaOcupada(const std::vector<CString>& salidas, std::vector<CSt
     return nullptr;
 }
 
-/// The page's name where nobody says one. The log of Infograf is the way back's as well, so its
-/// page has a name of its own.
-CString PaginaDe(const CString& registro, const CFicheros& ficheros)
+/// The page's name where nobody says one; empty for no page, where something else is to go down a
+/// pipe. The log of Infograf is the way back's as well, so its page has a name of its own.
+CString PaginaDe(const COpciones& opciones, const CFicheros& ficheros)
 {
+    if (!opciones.html.IsEmpty())
+        return opciones.html;
+    for (const CString& otra : opciones.Otras())
+        if (otra == kEstandar)
+            return {};
     const bool infograf = ficheros.sentido == Sentido::Infograf;
-    return EnCarpeta(CCadena(registro).DamePath(),
-                     ficheros.base + (infograf ? kPaginaInfograf : ".html"));
+    return EnCarpeta(ficheros.carpeta, ficheros.base + (infograf ? kPaginaInfograf : ".html"));
 }
 
 void Elabora(const CString& registro, const COpciones& opciones, const std::string& version,
              std::time_t hecho, CResultado& resultado)
 {
     CFicheros ficheros = BuscaFicheros(registro, opciones);
-    const CString pagina = opciones.html.IsEmpty() ? PaginaDe(registro, ficheros) : opciones.html;
+    const CString pagina = PaginaDe(opciones, ficheros);
     SanaConjuntos(Leidos(ficheros));
     for (const CString& nombre : Ausentes(ficheros, opciones))
         resultado.quejas.push_back("El archivo " + Texto(nombre) + " no existe");
     if (std::optional<CListaPoligonos> lista = LeeLista(ficheros.lista.nombre))
         ficheros.lista = std::move(*lista);
-    const std::vector<CString> salidas = {pagina, opciones.csv, opciones.geojson};
+    std::vector<CString> salidas = opciones.Otras();
+    salidas.push_back(pagina);
     if (const CString* ocupada = BuscaOcupada(salidas, Leidos(ficheros)))
         resultado.quejas.push_back("El archivo " + Texto(*ocupada) +
                                    " no se escribe, porque se lee o se escribe ya");
+    else if (!opciones.json.IsEmpty() && !kHayJson)
+        resultado.quejas.emplace_back("Este programa se hizo sin nlohmann-json, y no tiene --json");
     else
-        resultado.resumen = CElaboracion(ficheros, opciones).Hace(pagina, version, hecho);
+        CElaboracion(ficheros, opciones).Hace(pagina, version, hecho, resultado);
 }
 
 } // namespace

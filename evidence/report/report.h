@@ -10,12 +10,13 @@ namespace informe {
 
 struct CResultado {
     std::string resumen;             ///< for the terminal
+    bool hayPerdidas = false;        ///< surface was lost, or something isn't explained
     std::vector<std::string> quejas; ///< what couldn't be read or written, a sentence each
 };
 
 /// Writes the report of a log, and what else the options ask for. Raises no CFileException: what
 /// couldn't be read or written is one of the complaints, and ends the work.
-/// \param registro  path of the log
+/// \param registro  path of the log, or `kEstandar`
 /// \param version   of the program, for the page
 /// \param hecho     the time that the page tells
 CResultado HazInforme(const CString& registro, const COpciones& opciones,

@@ -15,7 +15,7 @@ bool EsDelFinal(const CString& tabla, const CFicheros& ficheros)
     constexpr auto kHolgura = std::chrono::seconds(2);
     const auto suya = FechaDe(tabla);
     const auto delR = FechaDe(ficheros.ficheroR);
-    const auto delRegistro = FechaDe(ficheros.registro);
+    const auto delRegistro = ficheros.registro == kEstandar ? delR : FechaDe(ficheros.registro);
     return suya && delR && delRegistro && *suya >= *delRegistro && *suya >= *delR &&
            *suya <= *delR + kHolgura;
 }
@@ -23,9 +23,9 @@ bool EsDelFinal(const CString& tabla, const CFicheros& ficheros)
 } // namespace
 
 CProceso::CProceso(CFicheros suyos)
-    : ficheros(std::move(suyos)), registro(LeeRegistro(ficheros.registro)), personas(registro)
+    : ficheros(std::move(suyos)), registro(ficheros.registro), personas(registro)
 {
-    vistos = MiraFicheros(ficheros);
+    vistos = MiraFicheros(ficheros, registro.Recibido());
     HazBalance();
     if (Detenido() && !infograf.acabaAntes)
         OlvidaSalidas();

@@ -7,7 +7,7 @@
 
 namespace informe {
 
-CLineasMostradas::CLineasMostradas(const CRegistroLeido& registro, const CString& ficheroRegistro)
+CLineasMostradas::CLineasMostradas(const CRegistroLeido& registro)
 {
     const bool todas = registro.avisos.size() <= topes::kLineas;
     std::map<const CMensaje*, int> dichos;
@@ -15,7 +15,7 @@ CLineasMostradas::CLineasMostradas(const CRegistroLeido& registro, const CString
         if (todas || dichos[registro.avisos[i].mensaje]++ < topes::kLineasDeCadaNumero)
             m_posiciones.insert(i);
     auto elegida = m_posiciones.begin();
-    RecorreRegistro(ficheroRegistro, [&](std::uint32_t linea, const CString& texto) {
+    registro.Recorre([&](std::uint32_t linea, const CString& texto) {
         if (elegida == m_posiciones.end() || *elegida + 1 != linea)
             return;
         m_lineas.push_back({*elegida, Texto(texto)});

@@ -20,7 +20,7 @@ public:
 
     CLineasMostradas() = default;
     /// Reads their words. Raises CFileException where the log can't be read once more.
-    CLineasMostradas(const CRegistroLeido& registro, const CString& ficheroRegistro);
+    explicit CLineasMostradas(const CRegistroLeido& registro);
 
     const std::vector<CLinea>& Lineas() const { return m_lineas; }
     bool Contiene(std::uint32_t posicion) const { return m_posiciones.contains(posicion); }

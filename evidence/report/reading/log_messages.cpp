@@ -1,11 +1,44 @@
 #include "evidence/report/reading/log_messages.h"
 
+#include <algorithm>
+#include <array>
+#include <cstdio>
 #include <utility>
 
 #include "evidence/report/reading/text.h"
 #include "platform/files/cstdio_file.h"
 
 namespace informe {
+namespace {
+
+/// All of the standard input. Raises CFileException where it can't be read to its end.
+std::string Recibe()
+{
+    std::string todo;
+    std::array<char, std::size_t{1} << 16U> bufer{};
+    for (std::size_t leidos = 1; leidos > 0;) {
+        leidos = std::fread(bufer.data(), 1, bufer.size(), stdin);
+        todo.append(bufer.data(), leidos);
+    }
+    if (std::ferror(stdin) != 0)
+        throw CFileException(kEstandar, std::make_error_code(std::errc::io_error), true);
+    return todo;
+}
+
+/// The lines of a text, as those of a file are read.
+void RecorreTexto(std::string_view texto, const CRegistroLeido::CTomaLinea& toma)
+{
+    for (std::uint32_t linea = 1; !texto.empty(); ++linea) {
+        const std::size_t fin = std::min(texto.find('\n'), texto.size());
+        std::string_view una = texto.substr(0, fin);
+        if (una.ends_with('\r'))
+            una.remove_suffix(1);
+        toma(linea, CString(una));
+        texto.remove_prefix(std::min(fin + 1, texto.size()));
+    }
+}
+
+} // namespace
 
 std::int64_t CRegistroLeido::Cuenta(Mensaje mensaje) const
 {
@@ -37,34 +70,35 @@ void CRegistroLeido::Añade(CAviso aviso)
     avisos.push_back(std::move(aviso));
 }
 
-void RecorreRegistro(const CString& nombre,
-                     const std::function<void(std::uint32_t linea, const CString& texto)>& toma)
+CRegistroLeido::CRegistroLeido(const CString& nombre) : m_nombre(nombre)
 {
+    if (nombre == kEstandar)
+        m_recibido = Recibe();
+    Recorre([&](std::uint32_t linea, const CString& texto) {
+        CAviso aviso = LeeMensaje(texto);
+        aviso.linea = linea;
+        Añade(std::move(aviso));
+    });
+}
+
+void CRegistroLeido::Recorre(const CTomaLinea& toma) const
+{
+    if (m_recibido)
+        return RecorreTexto(*m_recibido, toma);
     CStdioFile fichero;
-    if (CFileException fallo; !fichero.Open(nombre, CFile::modeRead, &fallo))
-        throw CFileException(nombre, fallo.m_causa, true);
+    if (CFileException fallo; !fichero.Open(m_nombre, CFile::modeRead, &fallo))
+        throw CFileException(m_nombre, fallo.m_causa, true);
     CString texto;
     for (std::uint32_t linea = 1; fichero.ReadString(texto); ++linea)
         toma(linea, texto);
 }
 
-CRegistroLeido LeeRegistro(const CString& nombre)
+void CRegistroLeido::RecorreConAvisos(
+    const std::function<void(const CAviso& aviso, const CString& texto)>& toma) const
 {
-    CRegistroLeido registro;
-    RecorreRegistro(nombre, [&](std::uint32_t linea, const CString& texto) {
-        CAviso aviso = LeeMensaje(texto);
-        aviso.linea = linea;
-        registro.Añade(std::move(aviso));
-    });
-    return registro;
-}
-
-void RecorreConAvisos(const CRegistroLeido& registro, const CString& nombre,
-                      const std::function<void(const CAviso& aviso, const CString& texto)>& toma)
-{
-    auto aviso = registro.avisos.begin();
-    RecorreRegistro(nombre, [&](std::uint32_t /*linea*/, const CString& texto) {
-        if (aviso != registro.avisos.end())
+    auto aviso = avisos.begin();
+    Recorre([&](std::uint32_t /*linea*/, const CString& texto) {
+        if (aviso != avisos.end())
             toma(*aviso++, texto);
     });
 }

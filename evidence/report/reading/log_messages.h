@@ -4,6 +4,7 @@
 #include <deque>
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
 
 #include "evidence/log_reader.h"
@@ -12,38 +13,45 @@
 
 namespace informe {
 
-/// A log, and how many messages of each number it has.
+/// What stands for the standard input or output among names of files.
+inline constexpr const char* kEstandar = "-";
+
+/// A log, and how many messages of each number it has. Its words stay where they are: they are
+/// gone for once more by whoever wants them.
 class CRegistroLeido {
 public:
+    using CTomaLinea = std::function<void(std::uint32_t linea, const CString& texto)>;
+
+    CRegistroLeido() = default;
+    /// Reads a log; the standard input, which is kept, by the name `kEstandar`. Raises
+    /// CFileException where one can't be opened or read.
+    explicit CRegistroLeido(const CString& nombre);
+
     std::int64_t Cuenta(Mensaje mensaje) const;
     std::int64_t Errores() const;
     std::int64_t Warnings() const { return Suma(Contador::Warnings); }
     std::int64_t Ajenas() const { return m_ajenas; } ///< lines that are no message
 
     void Añade(CAviso aviso);
+    /// Goes through the lines, which come numbered from 1 and without their ends. Raises
+    /// CFileException where they can't be read once more.
+    void Recorre(const CTomaLinea& toma) const;
+    /// The same with what was read of each. Lines that came to the log since then are passed over.
+    void RecorreConAvisos(
+        const std::function<void(const CAviso& aviso, const CString& texto)>& toma) const;
+    /// What came by the standard input; nothing of a file.
+    const std::optional<std::string>& Recibido() const { return m_recibido; }
 
     std::deque<CAviso> avisos; ///< one for each line, in order
 
 private:
     std::int64_t Suma(Contador contador) const;
 
+    CString m_nombre;
+    std::optional<std::string> m_recibido;
     std::map<const CMensaje*, std::int64_t> m_cuentas;
     std::int64_t m_ajenas = 0;
 };
-
-/// Goes through the lines of a log, which come numbered from 1 and without their ends. A log that
-/// can't be opened or read raises CFileException.
-void RecorreRegistro(const CString& nombre,
-                     const std::function<void(std::uint32_t linea, const CString& texto)>& toma);
-
-/// Reads a log. Raises CFileException as `RecorreRegistro` does.
-CRegistroLeido LeeRegistro(const CString& nombre);
-
-/// Goes through the lines of a log that was read, with their words, which it doesn't keep. Lines
-/// that came to the log since then are passed over. Raises CFileException as `RecorreRegistro`
-/// does.
-void RecorreConAvisos(const CRegistroLeido& registro, const CString& nombre,
-                      const std::function<void(const CAviso& aviso, const CString& texto)>& toma);
 
 /// What a message says with its values left out: "Paraje … no encontrado en parcela …".
 std::string Enunciado(const CMensaje& mensaje);

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <string_view>
 
+#include "evidence/report/reading/log_messages.h"
+
 namespace informe {
 namespace {
 
@@ -13,7 +15,7 @@ constexpr struct {
     {"--html", &COpciones::html},       {"--geojson", &COpciones::geojson},
     {"--csv", &COpciones::csv},         {"--lista", &COpciones::lista},
     {"--entrada", &COpciones::entrada}, {"--tablas", &COpciones::tablas},
-    {"--ortos", &COpciones::ortos},
+    {"--ortos", &COpciones::ortos},     {"--json", &COpciones::json},
 };
 
 constexpr struct {
@@ -24,7 +26,7 @@ constexpr struct {
 constexpr struct {
     std::string_view nombre;
     bool COpciones::*valor;
-} kSinValor[] = {{"--detenido", &COpciones::detenido}};
+} kSinValor[] = {{"--detenido", &COpciones::detenido}, {"--estricto", &COpciones::estricto}};
 
 bool TieneAlgunValor(const COpciones& opciones)
 {
@@ -33,8 +35,18 @@ bool TieneAlgunValor(const COpciones& opciones)
                        [&](const auto& opcion) { return !(opciones.*opcion.valor).IsEmpty(); });
 }
 
+/// How many things are to go to the standard output.
+std::ptrdiff_t PorLaSalida(const COpciones& opciones)
+{
+    std::vector<CString> salidas = opciones.Otras();
+    salidas.push_back(opciones.html);
+    return std::count(salidas.begin(), salidas.end(), CString(kEstandar));
+}
+
 std::string Repara(const COpciones& opciones)
 {
+    if (PorLaSalida(opciones) > 1)
+        return "por la salida sólo cabe una cosa";
     if (opciones.registros.empty())
         return "falta el nombre de un registro";
     if (opciones.registros.size() > 1 && TieneAlgunValor(opciones))
@@ -98,6 +110,8 @@ la entrada o a la lista.
 
   --html F         la página; si no, REGISTRO.html junto al registro
   --csv F          todos los mensajes, en una hoja (UTF-8, con punto y coma)
+  --json F         lo que dice la página, para otros programas; su forma está en
+                   report.schema.json
   --geojson F      los recintos de los dibujos y los mensajes, con su sitio
   --entrada F      el fichero de Catastro o la relación que leyó la ida
   --lista F        la lista de polígonos de la vuelta
@@ -108,13 +122,17 @@ la entrada o a la lista.
                    en él. Puede ir varias veces
   --escrito F      lo mismo, de un fichero que escribió el proceso
   --detenido       el proceso no llegó a escribir más que el registro
+  --estricto       acaba con 3 si se perdió superficie o algo queda sin explicar
   --help           esto
   --version        la versión
 
-Las opciones son de un solo registro.
+Las opciones son de un solo registro, menos --estricto. Un guión es la salida
+estándar, que entonces no lleva resumen; si va a ella otra cosa que la página,
+no hay página sin --html. Como registro es la entrada estándar; de qué proceso
+es lo dicen --entrada o --lista.
 
 Estado de salida: 0, hecho; 1, algo no se pudo leer o escribir; 2, la línea no
-se entiende.
+se entiende; 3, lo dicho de --estricto.
 )";
 
 std::optional<COpciones> LeeOpciones(std::span<const std::string> argumentos, std::string& queja)

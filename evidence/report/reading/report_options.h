@@ -19,6 +19,7 @@ struct COpciones {
     CString html;
     CString geojson;
     CString csv;
+    CString json;
     CString lista;
     CString entrada;
     CString tablas; ///< folder
@@ -26,6 +27,10 @@ struct COpciones {
     std::vector<CString> con;      ///< files of the run; what each is, its content tells
     std::vector<CString> escritos; ///< the same of files that the run wrote
     bool detenido = false;         ///< the run wrote nothing but its log
+    bool estricto = false;         ///< what was lost, or isn't explained, makes the status
+
+    /// Names of what is written, without the page; empty ones are asked for by nobody.
+    std::vector<CString> Otras() const { return {csv, geojson, json}; }
 };
 
 /// The usage text, UTF-8.

@@ -6,6 +6,7 @@
 #include "cadastre/messages.h"
 #include "evidence/drawn_polygon.h"
 #include "evidence/paths.h"
+#include "evidence/report/reading/log_messages.h"
 #include "platform/files/any_case_name.h"
 #include "platform/files/cstdio_file.h"
 #include "platform/files/side_names.h"
@@ -88,6 +89,16 @@ CString BaseDelRegistro(const CString& registro)
     return std::string_view(registro).ends_with(lado::kAnterior) ? BaseDe(base) : base;
 }
 
+/// What a log that came by the standard input is called by, and beside what it would stand.
+CString EnLugarDelRegistro(const COpciones& opciones)
+{
+    if (opciones.lista.IsEmpty())
+        return opciones.entrada.IsEmpty() ? CString("registro") : opciones.entrada;
+    return FicheroDeLista(CCadena(opciones.lista).DamePath(),
+                          LeeCabeceraLista(PrimeraLinea(opciones.lista)).nombreSalida,
+                          kExtensionRegistro);
+}
+
 /// Takes what the line says of the run's files, each for what it is.
 void TomaNombrados(const std::vector<CString>& nombrados, bool escritos, CFicheros& ficheros)
 {
@@ -119,6 +130,8 @@ bool EsDeInfograf(const COpciones& opciones, const CFicheros& ficheros)
                     [](const CString& nombre) { return ExtensionDe(nombre) == "R"; });
     if (!ficheros.ficheroCsp.IsEmpty() || escribioR)
         return !escribioR;
+    if (ficheros.registro == kEstandar)
+        return false;
     const auto delRegistro = FechaDe(ficheros.registro);
     sistema::Error error;
     if (!delRegistro || ExtensionDe(ficheros.registro) != kExtensionRegistro ||
@@ -202,11 +215,14 @@ CString RegistroDeLaVuelta(const CFicheros& ficheros)
 CFicheros BuscaFicheros(const CString& registro, const COpciones& opciones)
 {
     CFicheros ficheros;
+    const bool recibido = registro == kEstandar;
+    const CString enSuLugar = recibido ? EnLugarDelRegistro(opciones) : registro;
     ficheros.registro = registro;
-    ficheros.base = BaseDelRegistro(registro);
+    ficheros.base = BaseDelRegistro(enSuLugar);
+    ficheros.carpeta = CCadena(enSuLugar).DamePath();
     ficheros.detenido = opciones.detenido;
     ficheros.tablasDichas = !opciones.tablas.IsEmpty();
-    const CString junto = CCadena(registro).DamePath();
+    const CString& junto = ficheros.carpeta;
     TomaNombrados(opciones.con, false, ficheros);
     TomaNombrados(opciones.escritos, true, ficheros);
     SituaOrigen(opciones, junto, ficheros);
@@ -214,7 +230,7 @@ CFicheros BuscaFicheros(const CString& registro, const COpciones& opciones)
         ficheros.sentido == Sentido::Vuelta || ficheros.sentido == Sentido::Infograf;
     if (conDibujos)
         SituaDibujos(opciones.ortos, ficheros);
-    if (ficheros.sentido == Sentido::Vuelta)
+    if (ficheros.sentido == Sentido::Vuelta && !recibido)
         ficheros.registro = RegistroDeLaVuelta(ficheros);
     SituaTablas(opciones.tablas, conDibujos ? ficheros.lista.carpeta : junto, ficheros);
     return ficheros;
@@ -249,7 +265,8 @@ std::vector<CString> Leidos(const CFicheros& ficheros)
     if (!ficheros.ortos.IsEmpty())
         for (const char* extension : {kExtensionDibujo, ExtensionDe(Hojas)})
             leidos.push_back(CFile::EnDisco(ConExtension(ficheros.ortos, extension), nombres));
-    std::erase_if(leidos, [](const CString& nombre) { return nombre.IsEmpty(); });
+    std::erase_if(leidos,
+                  [](const CString& nombre) { return nombre.IsEmpty() || nombre == kEstandar; });
     return leidos;
 }
 

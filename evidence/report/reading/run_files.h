@@ -16,7 +16,8 @@ enum class Sentido { Ninguno, Ida, Vuelta, Infograf };
 struct CFicheros {
     Sentido sentido = Sentido::Ninguno;
     CString registro;
-    CString base; ///< of the log's name, without folder and extension
+    CString base;    ///< of the log's name, without folder and extension
+    CString carpeta; ///< where it stands
     CNombresTablas tablas;
     CString entrada;       ///< the way out alone
     CListaPoligonos lista; ///< this and the sheets of a run on drawings; its entries are unread

@@ -6,6 +6,7 @@
 
 #include "evidence/drawn_polygon.h"
 #include "evidence/paths.h"
+#include "platform/ansi.h"
 #include "platform/files/cfile.h"
 #include "platform/files/system_files.h"
 #include "vexa_libs/binary.h"
@@ -49,6 +50,19 @@ CFicheroVisto Mira(const char* papel, const CString& nombre, bool salida)
     return visto;
 }
 
+/// What came by the standard input.
+CFicheroVisto MiraRecibido(const char* papel, std::string_view texto)
+{
+    CFicheroVisto visto;
+    visto.papel = papel;
+    visto.nombre = "(entrada estándar)"_ansi;
+    visto.salida = true;
+    visto.hay = true;
+    visto.largo = texto.size();
+    visto.crc = vexageo::Crc32(texto, 0);
+    return visto;
+}
+
 /// The drawings as the run reads them: the way back asks nothing of a .POL.
 void MiraDibujos(const CFicheros& ficheros, std::vector<CFicheroVisto>& vistos)
 {
@@ -85,7 +99,7 @@ void MiraTablas(const CFicheros& ficheros, std::vector<CFicheroVisto>& vistos)
 /// Tells of each output whether it is older than the log that stands in front.
 void BuscaViejos(std::vector<CFicheroVisto>& vistos)
 {
-    const auto delRegistro = FechaDe(vistos.front().nombre);
+    const auto delRegistro = vistos.front().fecha ? FechaDe(vistos.front().nombre) : std::nullopt;
     for (CFicheroVisto& visto : vistos) {
         const auto fecha = FechaDe(visto.nombre);
         visto.viejo =
@@ -95,11 +109,14 @@ void BuscaViejos(std::vector<CFicheroVisto>& vistos)
 
 } // namespace
 
-std::vector<CFicheroVisto> MiraFicheros(const CFicheros& ficheros)
+std::vector<CFicheroVisto> MiraFicheros(const CFicheros& ficheros,
+                                        const std::optional<std::string>& recibido)
 {
     std::vector<CFicheroVisto> vistos;
     const Sentido sentido = ficheros.sentido;
-    vistos.push_back(Mira("registro de errores", ficheros.registro, true));
+    constexpr const char* kPapelRegistro = "registro de errores";
+    vistos.push_back(recibido ? MiraRecibido(kPapelRegistro, *recibido)
+                              : Mira(kPapelRegistro, ficheros.registro, true));
     if (!ficheros.entrada.IsEmpty())
         vistos.push_back(Mira("entrada", ficheros.entrada, false));
     if (sentido == Sentido::Ida || sentido == Sentido::Vuelta)

@@ -26,7 +26,9 @@ struct CFicheroVisto {
 
 /// Looks at all files of the run, the log first, and reads each whole for its sum. One that is
 /// there and can't be read raises CFileException.
-std::vector<CFicheroVisto> MiraFicheros(const CFicheros& ficheros);
+/// \param recibido  the log, where it came by the standard input
+std::vector<CFicheroVisto> MiraFicheros(const CFicheros& ficheros,
+                                        const std::optional<std::string>& recibido);
 
 /// Tells whether the run left its log and no outputs: it was stopped, or ended by a fault. False
 /// for a way out none of whose tables is there, unless it is told where they are: they may stand in

@@ -38,13 +38,12 @@ std::string Fila(const CAviso& aviso, const CString& texto, const CLugaresDeAvis
 
 } // namespace
 
-void EscribeCsv(CSalida& salida, const CRegistroLeido& registro, const CString& ficheroRegistro,
-                const CLugaresDeAvisos* lugares)
+void EscribeCsv(CSalida& salida, const CRegistroLeido& registro, const CLugaresDeAvisos* lugares)
 {
     salida.Escribe(kMarca);
     salida.Escribe("línea;código;clase;polígono;parcela;letra;nombre;número;superficie;suma;x;y;"
                    "mensaje\r\n");
-    RecorreConAvisos(registro, ficheroRegistro, [&](const CAviso& aviso, const CString& texto) {
+    registro.RecorreConAvisos([&](const CAviso& aviso, const CString& texto) {
         salida.Escribe(Fila(aviso, texto, lugares));
     });
 }

@@ -150,10 +150,9 @@ void CGeoJson::Toma(const CPoligonoDibujado& poligono, const CIndiceAvisos& indi
                 AvisosDeSubparcela(indice, poligono.polig, recinto));
 }
 
-void CGeoJson::TomaMensajes(const CRegistroLeido& registro, const CString& ficheroRegistro,
-                            const CLugaresDeAvisos* lugares)
+void CGeoJson::TomaMensajes(const CRegistroLeido& registro, const CLugaresDeAvisos* lugares)
 {
-    RecorreConAvisos(registro, ficheroRegistro, [&](const CAviso& aviso, const CString& texto) {
+    registro.RecorreConAvisos([&](const CAviso& aviso, const CString& texto) {
         const auto sitio = lugares == nullptr ? std::nullopt : lugares->De(aviso);
         Rasgo(
             [&](CJson& json) {

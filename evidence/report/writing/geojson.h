@@ -17,8 +17,7 @@ public:
     void Toma(const CPoligonoDibujado& poligono, const CIndiceAvisos& indice);
     /// Writes the messages, behind all polygons. The log is read once more for its words.
     /// \param lugares  null for no drawings
-    void TomaMensajes(const CRegistroLeido& registro, const CString& ficheroRegistro,
-                      const CLugaresDeAvisos* lugares);
+    void TomaMensajes(const CRegistroLeido& registro, const CLugaresDeAvisos* lugares);
     void Cierra();
 
 private:

@@ -1,27 +1,39 @@
 #pragma once
 
+#include <cstdio>
 #include <string_view>
 
 #include "evidence/paths.h"
+#include "evidence/report/reading/log_messages.h"
 
 namespace informe {
 
 /// A file that the report writes. It takes the place of an older one when all that belong to the
-/// report do. All operations raise CFileException, the constructor where the file can't be created.
+/// report do; the standard output, by the name `kEstandar`, gets its bytes at once. All operations
+/// raise CFileException, the constructor where the file can't be created.
 class CSalida {
 public:
-    CSalida(const CString& nombre, CConjuntoSalidas& todas)
+    CSalida(const CString& nombre, CConjuntoSalidas& todas) : m_estandar(nombre == kEstandar)
     {
-        CreaSalida(m_fichero, nombre, todas);
+        if (!m_estandar)
+            CreaSalida(m_fichero, nombre, todas);
     }
 
     void Escribe(std::string_view utf8)
     {
-        m_fichero.Write(utf8.data(), static_cast<UINT>(utf8.size()));
+        if (!m_estandar)
+            m_fichero.Write(utf8.data(), static_cast<UINT>(utf8.size()));
+        else if (std::fwrite(utf8.data(), 1, utf8.size(), stdout) != utf8.size())
+            throw CFileException(kEstandar, std::make_error_code(std::errc::io_error));
     }
-    void Cierra() { m_fichero.Close(); }
+    void Cierra()
+    {
+        if (!m_estandar)
+            m_fichero.Close();
+    }
 
 private:
+    bool m_estandar;
     CFile m_fichero;
 };
 

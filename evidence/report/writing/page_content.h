@@ -38,6 +38,8 @@ struct CContenido {
     /// First what several outlines cost, 0 too, then parcels of the tables that weren't written.
     /// Empty where no surfaces can be compared.
     std::vector<CPerdida> Perdidas() const;
+    /// Surface was lost, or something isn't explained.
+    bool HayPerdidas() const;
     /// The log has lines; without any a page says nothing of them.
     bool HayMensajes() const { return !proceso.registro.avisos.empty(); }
     /// How many records and surfaces of parcels nothing explains.

@@ -73,6 +73,14 @@ std::vector<CContenido::CPerdida> CContenido::Perdidas() const
     return perdidas;
 }
 
+bool CContenido::HayPerdidas() const
+{
+    const std::vector<CPerdida> perdidas = Perdidas();
+    return SinExplicar() > 0 || !proceso.infograf.sinPadre.empty() ||
+           std::any_of(perdidas.begin(), perdidas.end(),
+                       [](const CPerdida& perdida) { return perdida.metros > 0; });
+}
+
 std::string Resumen(const CContenido& contenido, const CString& pagina)
 {
     const CRegistroLeido& registro = contenido.proceso.registro;

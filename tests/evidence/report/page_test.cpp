@@ -143,8 +143,8 @@ TEST(ReportMap, LeavesOutWhatPassesItsBoundAndSaysSo)
     registro.Añade(aviso);
     const informe::CIndiceAvisos indice(registro);
     const CCarpetaPrueba carpeta;
-    carpeta.Pon("a.ERR", "E112: de la parcela 1 3\r\n");
-    const informe::CLineasMostradas lineas(registro, carpeta.En("a.ERR"));
+    const informe::CRegistroLeido leido(carpeta.Pon("a.ERR", "E112: de la parcela 1 3\r\n"));
+    const informe::CLineasMostradas lineas(leido);
     const struct {
         std::size_t puntos;
         std::int64_t parcelas, subparcelas;

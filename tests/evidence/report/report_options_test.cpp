@@ -46,6 +46,7 @@ TEST(ReportOptions, ComplainsOfALineThatItDoesNotUnderstand)
         {{"a.ERR", "b.ERR", "--con", "f"}, "de uno solo"},
         {{"a.ERR", "--con"}, "a --con le falta"},
         {{"a.ERR", "b.ERR", "--detenido"}, "de uno solo"},
+        {{"a.ERR", "--html", "-", "--json", "-"}, "sólo cabe una cosa"},
         {{"a.ERR", "--entrada", "e", "--lista", "l"}, "de la ida"},
     };
     for (const auto& caso : casos) {

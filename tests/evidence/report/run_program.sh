@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # The report by its command line, on the samples: what the page says against log and tables.
-#   run_program.sh CAMPIVA CAMPIVA-INFORME SAMPLES WORK
+#   run_program.sh CAMPIVA CAMPIVA-INFORME SAMPLES WORK SCHEMA
 set -euo pipefail
-campiva=$1 informe=$2 samples=$3 work=$4
+campiva=$1 informe=$2 samples=$3 work=$4 schema=$5 check_json=$(dirname "$(realpath "$0")")/check_json.py
 rm -rf "$work"
 mkdir -p "$work"
 cd "$work"
@@ -56,6 +56,29 @@ grep -q ': vuelta, .* 0 sin explicar$' stdout || fail "the way back doesn't bala
 whole dibujos/045127.html
 equal "PR records" "$(number dibujos/045127.html 'registros PR')" \
   "$(cut -b10-11 dibujos/045127.R | grep -c PR)"
+
+# For programs: by pipes too, and nothing else goes down them.
+of_list=(--tablas tablas --lista dibujos/poligonos.txt --ortos dibujos/ortos.TOP)
+if "$informe" --json - entrada.ERR > way_out.json 2> stderr; then
+  python3 "$check_json" "$schema" way_out.json entrada.ERR || fail "the way out for programs"
+  status 0 "$informe" --json way_back.json --tablas tablas dibujos/045127.ERR
+  python3 "$check_json" "$schema" way_back.json dibujos/045127.ERR || fail "the way back for programs"
+  rm dibujos/045127.html
+  "$informe" --json - "${of_list[@]}" - < dibujos/045127.ERR > piped.json
+  [ ! -e dibujos/045127.html ] || fail "a page that nobody asked for"
+  equal "what is told of a piped log" "$(grep -v '"hecho"' piped.json | grep -cvxFf way_back.json)" 1 # its name
+else
+  equal "the build without --json" "$(grep -c 'nlohmann-json' stderr)" 1
+fi
+"$informe" --html - "${of_list[@]}" dibujos/045127.ERR > piped.html
+whole piped.html
+equal "elements behind the page" "$(tail -n 1 piped.html)" '</html>'
+status 0 "$informe" "${of_list[@]}" - < dibujos/045127.ERR
+equal "its messages" "$(grep -o '<tr id="m[0-9]*" class="[a-z]*"' dibujos/045127.html | md5sum)" \
+  "$(grep -o '<tr id="m[0-9]*" class="[a-z]*"' piped.html | md5sum)"
+status 3 "$informe" --estricto "${of_list[@]}" dibujos/045127.ERR
+status 0 "$informe" --estricto entrada.ERR
+status 2 "$informe" --html - --csv - entrada.ERR
 
 status 0 "$informe" entrada.ERR dibujos/045127.ERR
 equal "summaries" "$(grep -c 'Informe en' stdout)" 2

@@ -1,0 +1,64 @@
+"""Holds a report for programs to its schema, and to the log and the tables that it is of.
+
+    check_json.py SCHEMA REPORT LOG
+
+The schema may use type, const, enum, required, properties, additionalProperties, items and $ref.
+"""
+
+import collections
+import json
+import sys
+
+TYPES = {"object": dict, "array": list, "string": str, "boolean": bool, "null": type(None),
+         "integer": int, "number": (int, float)}
+
+
+def is_a(value, kind):
+    return isinstance(value, TYPES[kind]) and (kind == "boolean" or not isinstance(value, bool))
+
+
+def faults(value, schema, root, where):
+    if "$ref" in schema:
+        schema = root["$defs"][schema["$ref"].rsplit("/", 1)[1]]
+    kinds = schema.get("type", list(TYPES))
+    if not any(is_a(value, kind) for kind in ([kinds] if isinstance(kinds, str) else kinds)):
+        yield f"{where}: {value!r} is no {kinds}"
+    if value != schema.get("const", value) or value not in schema.get("enum", [value]):
+        yield f"{where}: {value!r}"
+    if isinstance(value, dict):
+        known = schema.get("properties", {})
+        yield from (f"{where}: no {name}" for name in schema.get("required", []) if name not in value)
+        for name, member in value.items():
+            inner = known.get(name, schema.get("additionalProperties", {}))
+            if inner is False:
+                yield f"{where}: {name} is unknown"
+            else:
+                yield from faults(member, inner, root, f"{where}.{name}")
+    if isinstance(value, list):
+        for i, item in enumerate(value):
+            yield from faults(item, schema.get("items", {}), root, f"{where}[{i}]")
+
+
+def main(schema_name, report_name, log_name):
+    with open(schema_name, encoding="utf-8") as schema, open(report_name, encoding="utf-8") as report:
+        root, told = json.load(schema), json.load(report)
+    found = list(faults(told, root, root, "report"))
+    with open(log_name, encoding="cp1252") as log:
+        codes = collections.Counter(line[:4] for line in log)
+    messages = told["mensajes"]
+    if {m["codigo"]: m["cuantos"] for m in messages["porNumero"]} != codes:
+        found.append("the messages aren't the log's")
+    if messages["errores"] != sum(n for code, n in codes.items() if code[0] == "E"):
+        found.append("the errors aren't the log's")
+    if any(sum(line["cuantos"] for line in part["entra"]) !=
+           sum(line["cuantos"] for line in part["sale"]) for part in told["balance"]):
+        found.append("the balance doesn't balance")
+    surfaces = told["superficies"]
+    if surfaces and not (surfaces["perdida"] == sum(p["m2"] for p in surfaces["parcelasQuePierden"])
+                         == sum(p["perdida"] for p in surfaces["difieren"])):
+        found.append("the surface that is lost isn't the sum of the parcels'")
+    print("\n".join(found), end="\n" if found else "")
+    return 1 if found else 0
+
+
+sys.exit(main(*sys.argv[1:]))
