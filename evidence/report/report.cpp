@@ -61,7 +61,7 @@ private:
             return superficies.empty() || superficies.contains({polig, parcela});
         };
         CBalanceDibujo& dibujo = contenido.dibujo.emplace(superficies, m_proceso.registro);
-        CMapas mapas(m_indice, dibujo.perdidas, m_anclas);
+        CMapas mapas(m_indice, dibujo.perdidas, dibujo.DeTablaSinEscribir(), m_anclas);
         for (const CString& entrada : lista.entradas) {
             const CPoligonoDibujado poligono = LeePoligonoDibujado(lista.carpeta, entrada, hay);
             dibujo.Toma(poligono);

@@ -17,18 +17,38 @@ bool CMapas::HayMensajes(const CPoligonoDibujado& poligono) const
     });
 }
 
+void CMapas::TomaSilueta(const CPoligonoDibujado& poligono, const std::string& ancla)
+{
+    CSilueta silueta{std::to_string(poligono.polig), ancla, ContornosDe(poligono)};
+    if (silueta.contornos.empty())
+        return;
+    silueta.conMensajes = HayMensajes(poligono);
+    for (const CPerdidas* perdidas : {&m_perdidas, &std::as_const(m_sinEscribir)}) {
+        const auto hasta = perdidas->lower_bound({poligono.polig + 1, 0});
+        for (auto una = perdidas->lower_bound({poligono.polig, 0}); una != hasta; ++una) {
+            silueta.perdida += una->second;
+            ++silueta.parcelas;
+        }
+    }
+    m_siluetas.push_back(std::move(silueta));
+}
+
 void CMapas::Toma(const CPoligonoDibujado& poligono)
 {
     const std::size_t gastados = topes::kPuntosDePagina - m_presupuesto.puntos;
     if (gastados > topes::kPuntosSinMensajes && !HayMensajes(poligono)) {
         ++m_sinMapa;
+        TomaSilueta(poligono, {});
         return;
     }
+    const std::string ancla = "mapa" + std::to_string(m_mapas.size() + 1);
     const std::string falta = FaltaDelPoligono(poligono).que;
     m_mapas.push_back(
-        {"Polígono " + std::to_string(poligono.polig) + " (" + Texto(poligono.entrada) + ")" +
+        {ancla,
+         "Polígono " + std::to_string(poligono.polig) + " (" + Texto(poligono.entrada) + ")" +
              (falta.empty() ? "" : ": " + falta),
          MapaSvg(poligono, m_indice, m_perdidas, m_anclas, m_presupuesto, m_dibujados)});
+    TomaSilueta(poligono, ancla);
 }
 
 std::vector<CMapaHecho> CMapas::Acaba()
@@ -39,8 +59,10 @@ std::vector<CMapaHecho> CMapas::Acaba()
                     Cuantos(m_sinMapa, "polígono sin mensajes no lleva mapa",
                             "polígonos sin mensajes no llevan mapa") +
                         ", para que la página se abra pronto.");
-        m_mapas.push_back({"Otros", nota.Toma()});
+        m_mapas.push_back({"otros", "Otros", nota.Toma()});
     }
+    if (std::string general = VistaGeneral(m_siluetas); !general.empty())
+        m_mapas.insert(m_mapas.begin(), {"municipio", "El municipio", std::move(general)});
     return std::move(m_mapas);
 }
 

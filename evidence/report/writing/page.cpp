@@ -109,7 +109,7 @@ void SeccionMapas(const CContenido& contenido, CMarcas& marcas)
     PonSeccion(marcas, seccion::kMapas, [&] {
         PonLeyenda(marcas);
         for (const CMapaHecho& mapa : contenido.mapas)
-            marcas.Bloque("article", {{"class", "poligono"}}, [&] {
+            marcas.Bloque("article", {{"class", "poligono"}, {"id", mapa.ancla}}, [&] {
                 marcas.Elemento("h3", {}, mapa.titulo).Linea().Hecho(mapa.marcas);
             });
     });
@@ -148,6 +148,8 @@ void Cuerpo(CMarcas& marcas, const CContenido& contenido)
                             contenido.version + ".");
     });
     marcas.Bloque("script", {}, [&] { marcas.Linea().Hecho(kGuion); });
+    if (!contenido.mapas.empty())
+        marcas.Bloque("script", {}, [&] { marcas.Linea().Hecho(kGuionMapas); });
 }
 
 } // namespace

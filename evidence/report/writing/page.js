@@ -18,18 +18,44 @@
     }
     e.cuantos.value = vistas.toLocaleString('es') + ' de ' + filas.length.toLocaleString('es');
   };
-  const numeros = new Set([0, 2, 3]);
-  [...lista.tHead.rows[0].cells].forEach((th, i) => th.addEventListener('click', () => {
-    const baja = th.getAttribute('aria-sort') === 'ascending';
-    for (const otra of lista.tHead.rows[0].cells) otra.removeAttribute('aria-sort');
-    th.setAttribute('aria-sort', baja ? 'descending' : 'ascending');
-    const s = baja ? -1 : 1;
+  const numeros = new Set([0, 2, 3]), cabezas = [...lista.tHead.rows[0].cells];
+  const ordena = i => {
+    const baja = cabezas[i].getAttribute('aria-sort') === 'ascending', s = baja ? -1 : 1;
+    for (const otra of cabezas) otra.removeAttribute('aria-sort');
+    cabezas[i].setAttribute('aria-sort', baja ? 'descending' : 'ascending');
     filas.sort((a, b) => s * (numeros.has(i) ? celda(a, i) - celda(b, i)
                                              : celda(a, i).localeCompare(celda(b, i), 'es')));
     cuerpo.append(...filas);
-  }));
+  };
+  cabezas.forEach((th, i) => {
+    const boton = document.createElement('button');
+    boton.type = 'button';
+    boton.textContent = th.textContent;
+    boton.addEventListener('click', () => ordena(i));
+    th.replaceChildren(boton);
+  });
   filtro.addEventListener('input', filtra);
   filtro.addEventListener('submit', ev => ev.preventDefault());
+  filtro.addEventListener('reset', () => setTimeout(filtra));
   filtro.hidden = false;
   filtra();
+  // A link to a row that the filter hides shows it, and one to a number its messages.
+  const ve = () => {
+    const fila = document.getElementById(location.hash.slice(1));
+    if (!fila || !fila.hidden) return;
+    filtro.reset();
+    filtra();
+    fila.scrollIntoView({block: 'center'});
+  };
+  addEventListener('hashchange', ve);
+  document.addEventListener('click', ev => {
+    const enlace = ev.target.closest('a[href^="#m"]');
+    if (!enlace) return;
+    if (enlace.dataset.codigo) {
+      filtro.reset();
+      e.codigo.value = enlace.dataset.codigo;
+      filtra();
+    } else if (enlace.hash === location.hash) ve();
+  });
+  ve();
 })();

@@ -6,9 +6,12 @@ namespace informe {
 
 /// How the page looks.
 extern const char* const kEstilo;
-/// The few lines that filter and sort the list of messages; the page is read without them as well.
+/// The lines that filter and sort the list of messages, and lead to them. The page is read without
+/// these and the next ones as well.
 extern const char* const kGuion;
-/// The form that they work.
+/// The lines that move and label the maps.
+extern const char* const kGuionMapas;
+/// The form that the first ones work.
 extern const char* const kFiltro;
 
 } // namespace informe

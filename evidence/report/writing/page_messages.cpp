@@ -1,3 +1,5 @@
+#include <map>
+
 #include "evidence/message_advice.h"
 #include "evidence/report/reading/bounds.h"
 #include "evidence/report/reading/text.h"
@@ -115,8 +117,21 @@ void FilaMensaje(CMarcas& marcas, const CContenido& contenido,
           {mapa.empty() ? "" : "mapa", nullptr, mapa}});
 }
 
+/// The first line of each number that the page shows.
+std::map<const CMensaje*, std::string> Primeras(const CContenido& contenido)
+{
+    std::map<const CMensaje*, std::string> primeras;
+    for (const CLineasMostradas::CLinea& linea : contenido.lineas.Lineas()) {
+        const CAviso& aviso = contenido.proceso.registro.avisos[linea.posicion];
+        primeras.emplace(aviso.mensaje, CAnclas::A(CAnclas::DeLinea(aviso)));
+    }
+    return primeras;
+}
+
 /// A number with its cause and its remedy.
-void Articulo(CMarcas& marcas, const CMensaje& mensaje, std::int64_t cuantos)
+/// \param primera  where its first line stands
+void Articulo(CMarcas& marcas, const CMensaje& mensaje, std::int64_t cuantos,
+              const std::string& primera)
 {
     const std::string codigo(CodigoMensaje(mensaje));
     const CConsejo consejo = DameConsejo(codigo);
@@ -127,6 +142,8 @@ void Articulo(CMarcas& marcas, const CMensaje& mensaje, std::int64_t cuantos)
     const auto titulo = [&] {
         marcas.Elemento("span", {{"class", "codigo"}}, codigo).Texto(" ").Texto(Enunciado(mensaje));
         marcas.Texto(" ").Elemento("span", {{"class", "cuantos"}}, Miles(cuantos));
+        marcas.Texto(" ").Elemento("a", {{"href", primera}, {"data-codigo", codigo}},
+                                   cuantos == 1 ? "ver el mensaje" : "ver los mensajes");
     };
     marcas.Bloque("article", {{"class", std::string("numero ") + Clase(&mensaje)}, {"id", codigo}},
                   [&] {
@@ -178,9 +195,10 @@ void SeccionNumeros(const CContenido& contenido, CMarcas& marcas)
     if (!contenido.HayMensajes())
         return;
     PonSeccion(marcas, seccion::kNumeros, [&] {
+        const auto primeras = Primeras(contenido);
         for (const CMensaje& mensaje : Catalogo())
             if (const std::int64_t cuantos = registro.Cuenta(mensaje.numero); cuantos > 0)
-                Articulo(marcas, mensaje, cuantos);
+                Articulo(marcas, mensaje, cuantos, primeras.at(&mensaje));
         if (registro.Ajenas() > 0)
             ArticuloAjenas(marcas, registro.Ajenas());
     });

@@ -88,6 +88,7 @@ private:
     CAnclas& m_anclas;
     CHojaSvg m_hoja;
     CMarcas m_svg;
+    CMarcas m_rotulos; // on top of all outlines
     bool m_conSubparcelas = true;
     bool m_soloAvisos = false;
     const char* m_nota = nullptr;
@@ -97,8 +98,13 @@ void CMapa::PonContorno(const CRecintoDibujado& recinto, const std::string& clas
                         const std::string& ancla, const std::string& titulo)
 {
     const bool nueva = !ancla.empty() && m_anclas.Pon(ancla);
-    const CAtributos atributos = {
-        {"id", nueva ? ancla.c_str() : nullptr}, {"class", clase}, {"d", m_hoja.Camino(recinto)}};
+    const std::string parcela =
+        std::to_string(m_poligono.polig) + "-" + std::to_string(recinto.parcela);
+    const bool esPieza = recinto.piezas > 1 && recinto.letra.IsEmpty();
+    const CAtributos atributos = {{"id", nueva ? ancla.c_str() : nullptr},
+                                  {"class", clase},
+                                  {"data-p", esPieza ? parcela.c_str() : nullptr},
+                                  {"d", m_hoja.Camino(recinto)}};
     if (titulo.empty())
         m_svg.Figura("path", atributos).Linea();
     else
@@ -142,7 +148,12 @@ std::string CMapa::Explica(const CPosiciones& avisos) const
 void CMapa::PonRotulo(const CRecintoDibujado& recinto, std::string_view texto, const char* clase)
 {
     const CSitioHoja sitio = m_hoja.Sitio(recinto.punto);
-    m_svg.Bloque("text", {{"class", clase}, {"x", sitio.x}, {"y", sitio.y}}, texto);
+    m_rotulos.Bloque("text",
+                     {{"class", clase},
+                      {"x", sitio.x},
+                      {"y", sitio.y},
+                      {"data-w", m_hoja.Ancho(recinto.contorno)}},
+                     texto);
 }
 
 void CMapa::PonParcela(const CRecintoDibujado& recinto)
@@ -273,7 +284,7 @@ std::string CMapa::Dibuja(CPresupuesto& presupuesto, int serie)
         m_svg.Bloque("p", {{"class", "nota"}}, m_nota);
     m_svg.Bloque("svg",
                  {{"class", "mapa"},
-                  {"role", "img"},
+                  {"role", "group"},
                   {"aria-label", "Mapa del polígono " + std::to_string(m_poligono.polig)},
                   {"viewBox", m_hoja.Ventana()},
                   {"style", m_hoja.EstiloLetra() + EstiloTramas(serie)}},
@@ -281,6 +292,7 @@ std::string CMapa::Dibuja(CPresupuesto& presupuesto, int serie)
                      m_svg.Linea();
                      PonTramas(m_svg, serie, static_cast<double>(m_hoja.Letra()) / 2);
                      PonRecintos(quedan);
+                     m_svg.Hecho(m_rotulos.Toma());
                      m_hoja.PonEscala(m_svg);
                  });
     return m_svg.Toma();

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 
 #include "evidence/report/reading/text.h"
 
@@ -36,6 +37,16 @@ CHojaSvg::CHojaSvg(const CPoligonoDibujado& poligono)
                 m_maximas.Nuevo(punto);
 }
 
+CHojaSvg::CHojaSvg(const std::vector<CAnillo>& anillos)
+{
+    constexpr long long kPasos = 1500; // no screen has many more
+    for (const CAnillo& anillo : anillos)
+        for (const CPunto<int>& punto : anillo)
+            m_maximas.Nuevo(punto);
+    if (m_maximas.Hay)
+        m_paso = std::max(std::max(Ancho(), Alto()) / kPasos, 1LL);
+}
+
 CSitioHoja CHojaSvg::Sitio(const CPunto<int>& punto) const
 {
     const auto decimetros = [](long long a, long long b) { return (a - b) / kDecimetro; };
@@ -52,7 +63,7 @@ long long CHojaSvg::Letra() const
     return std::max<long long>(std::max(Ancho(), Alto()) / 70, 1);
 }
 
-/// From its second point on a ring is told by steps; those that are no decimetre are passed over.
+/// From its second point on a ring is told by steps; those that are too small are passed over.
 void CHojaSvg::AnexaAnillo(const std::vector<CPunto<int>>& anillo, std::string& camino) const
 {
     if (anillo.empty())
@@ -61,8 +72,9 @@ void CHojaSvg::AnexaAnillo(const std::vector<CPunto<int>>& anillo, std::string& 
     camino += Orden("M", antes.x, antes.y) + "l";
     for (const CPunto<int>& punto : anillo) {
         const CSitioHoja sitio = Sitio(punto);
-        if (sitio.x != antes.x || sitio.y != antes.y)
-            camino += Orden("", sitio.x - antes.x, sitio.y - antes.y) + " ";
+        if (std::max(std::abs(sitio.x - antes.x), std::abs(sitio.y - antes.y)) < m_paso)
+            continue;
+        camino += Orden("", sitio.x - antes.x, sitio.y - antes.y) + " ";
         antes = sitio;
     }
     camino += "0 0z";
@@ -75,6 +87,21 @@ std::string CHojaSvg::Camino(const CRecintoDibujado& recinto) const
     for (const CIslaDibujada& isla : recinto.islas)
         AnexaAnillo(isla.contorno, camino);
     return camino;
+}
+
+std::string CHojaSvg::Camino(const CAnillo& anillo) const
+{
+    std::string camino;
+    AnexaAnillo(anillo, camino);
+    return camino;
+}
+
+long long CHojaSvg::Ancho(const CAnillo& anillo)
+{
+    const auto [menor, mayor] =
+        std::minmax_element(anillo.begin(), anillo.end(),
+                            [](const CPunto<int>& a, const CPunto<int>& b) { return a.X < b.X; });
+    return menor == anillo.end() ? 0 : (0LL + mayor->X - menor->X) / kDecimetro;
 }
 
 std::string CHojaSvg::Ventana() const

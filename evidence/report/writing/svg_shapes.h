@@ -16,10 +16,15 @@ struct CSitioHoja {
     long long y; ///< from the top
 };
 
-/// A sheet as large as a polygon's outlines.
+/// A sheet as large as what is drawn on it.
 class CHojaSvg {
 public:
+    using CAnillo = std::vector<vexageo::CPunto<int>>;
+
+    /// For the outlines of a polygon.
     explicit CHojaSvg(const CPoligonoDibujado& poligono);
+    /// For rings that are seen from afar: steps that nobody would see are left out.
+    explicit CHojaSvg(const std::vector<CAnillo>& anillos);
 
     bool Hay() const { return m_maximas.Hay; } ///< there is something to be drawn
     CSitioHoja Sitio(const vexageo::CPunto<int>& punto) const;
@@ -29,6 +34,9 @@ public:
     long long Letra() const;
     /// The way of an outline and its islands, as a path has it.
     std::string Camino(const CRecintoDibujado& recinto) const;
+    std::string Camino(const CAnillo& anillo) const;
+    /// How wide a ring is, from left to right.
+    static long long Ancho(const CAnillo& anillo);
     std::string Ventana() const;
     std::string EstiloLetra() const;
     /// A bar of a round length, and where north is.
@@ -37,9 +45,10 @@ public:
 private:
     long long Ancho() const { return Sitio(m_maximas.Maximo).x + 1; }
     long long Alto() const { return Sitio(m_maximas.Minimo).y + 1; }
-    void AnexaAnillo(const std::vector<vexageo::CPunto<int>>& anillo, std::string& camino) const;
+    void AnexaAnillo(const CAnillo& anillo, std::string& camino) const;
 
     vexageo::CMaximas<int> m_maximas;
+    long long m_paso = 1; // the least step that is drawn
 };
 
 /// A cross around a place.

@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "evidence/report/writing/svg_map.h"
+#include "evidence/report/writing/maps.h"
 #include "platform/ansi.h"
 #include "platform/files/cfile.h"
 #include "tests/evidence/report/report_fixture.h"
@@ -102,6 +102,7 @@ TEST(ReportPage, TellsCauseAndRemedyOfEachNumber)
     carpeta.Pon("a.ERR", "E206: La parcela    1      2 ya existe\r\n");
     const CInformePrueba informe(carpeta, "a.ERR");
     EXPECT_TRUE(informe.Dice("id=\"E206\""));
+    EXPECT_TRUE(informe.Dice("<a href=\"#m1\" data-codigo=\"E206\">ver el mensaje</a>"));
     EXPECT_TRUE(informe.Dice("La parcela … … ya existe"));
     EXPECT_TRUE(informe.Dice("<b>Causa.</b> "));
     EXPECT_TRUE(informe.Dice("<b>Remedio.</b> "));
@@ -114,6 +115,42 @@ TEST(ReportPage, AnEmptyLogIsGoodNews)
     const CInformePrueba informe(carpeta, "a.ERR");
     EXPECT_THAT(informe.resultado.quejas, IsEmpty());
     EXPECT_TRUE(informe.Dice("El registro está vacío"));
+}
+
+TEST(ReportMap, ShowsAllPolygonsByWhatTheyLose)
+{
+    const auto poligono = [](int polig, bool conSuyo) {
+        CPoligonoDibujado p;
+        p.polig = polig;
+        CRecintoDibujado r;
+        const int x = polig * 10000;
+        // A corner that turns in: the hull of a polygon without a ring of its own passes it by.
+        r.contorno = {{x, 0}, {x + 9000, 0}, {x + 5000, 4000}, {x + 9000, 9000}, {x, 9000}};
+        (conSuyo ? p.poligonos : p.parcelas).recintos.push_back(r);
+        return p;
+    };
+    const informe::CRegistroLeido registro;
+    const informe::CIndiceAvisos indice(registro);
+    const informe::CLineasMostradas lineas;
+    informe::CAnclas anclas(registro, lineas);
+    const informe::CPerdidas perdidas = {{{1, 7}, 100}, {{3, 1}, 9000}};
+    informe::CMapas mapas(indice, perdidas, {{{3, 2}, 1000}}, anclas);
+    for (const int polig : {1, 2, 3})
+        mapas.Toma(poligono(polig, polig != 2));
+    const std::vector<informe::CMapaHecho> hechos = mapas.Acaba();
+    ASSERT_EQ(hechos.size(), 4U);
+    EXPECT_EQ(hechos[0].titulo, "El municipio");
+    const std::string& svg = hechos[0].marcas;
+    for (const char* dice :
+         {"<a href=\"#mapa1\"><path class=\"silueta pierde1\" d=\"M0 900l900 0 -400 -400 ",
+          "<title>Polígono 1: 100 m² se pierden, en 1 parcela</title>",
+          "<path class=\"silueta\" d=\"M1000 900l900 0 0 -900 -900 0 0 900 ",
+          "<title>Polígono 2: sin mensajes</title>", "<path class=\"silueta pierde4\"",
+          "<title>Polígono 3: 1,00 ha se pierden, en 2 parcelas</title>", ">−1,00 ha</text>"})
+        EXPECT_THAT(svg, HasSubstr(dice));
+    EXPECT_EQ(Veces(svg, "<path class=\"silueta"), 3);
+    EXPECT_LT(svg.rfind("<path class=\"silueta"), svg.find("<text class=\"rg\""))
+        << "no label below an outline";
 }
 
 TEST(ReportMap, LeavesOutWhatPassesItsBoundAndSaysSo)

@@ -257,6 +257,8 @@ TEST_F(InformeDeVuelta, MapsWhereEachMessageLies)
     EXPECT_TRUE(informe.Dice("class=\"ok pieza perdida\""));
     EXPECT_TRUE(informe.Dice("<title>Parcela 1-7, recinto 1 de 2: no cuentan sus 100 m²</title>"));
     EXPECT_TRUE(informe.Dice(">−100 m²</text>"));
+    EXPECT_TRUE(informe.Dice("<path id=\"p1-7\" class=\"ok pieza perdida\" data-p=\"1-7\""));
+    EXPECT_TRUE(informe.Dice("<path class=\"ok pieza\" data-p=\"1-7\"")) << "all of its pieces";
     EXPECT_TRUE(informe.Dice("<path class=\"sin\""));
     EXPECT_TRUE(informe.Dice("<b>Parcela 1-8: una subparcela está fuera de ella</b>"));
     EXPECT_TRUE(informe.Dice("3 mensajes: ")) << "E109, E113 and E112 are one matter";
