@@ -44,7 +44,7 @@ public:
         EscribeTodo(contenido, pagina);
         m_salidas.Confirma();
         resultado.hayPerdidas = contenido.HayPerdidas();
-        if (!Ocupada(pagina))
+        if (m_opciones.PorLaSalida() == 0)
             resultado.resumen = Resumen(contenido, pagina);
     }
 
@@ -99,9 +99,6 @@ private:
         EscribePagina(contenido, [&](std::string_view html) { salida.Escribe(html); });
         salida.Cierra();
     }
-
-    /// The standard output takes something else than the summary.
-    bool Ocupada(const CString& pagina) const { return pagina.IsEmpty() || pagina == kEstandar; }
 
     const COpciones& m_opciones;
     CProceso m_proceso;

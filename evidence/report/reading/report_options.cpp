@@ -35,17 +35,9 @@ bool TieneAlgunValor(const COpciones& opciones)
                        [&](const auto& opcion) { return !(opciones.*opcion.valor).IsEmpty(); });
 }
 
-/// How many things are to go to the standard output.
-std::ptrdiff_t PorLaSalida(const COpciones& opciones)
-{
-    std::vector<CString> salidas = opciones.Otras();
-    salidas.push_back(opciones.html);
-    return std::count(salidas.begin(), salidas.end(), CString(kEstandar));
-}
-
 std::string Repara(const COpciones& opciones)
 {
-    if (PorLaSalida(opciones) > 1)
+    if (opciones.PorLaSalida() > 1)
         return "por la salida sólo cabe una cosa";
     if (opciones.registros.empty())
         return "falta el nombre de un registro";
@@ -96,6 +88,13 @@ bool TomaOpcion(std::span<const std::string> argumentos, std::size_t& i, COpcion
 }
 
 } // namespace
+
+std::ptrdiff_t COpciones::PorLaSalida() const
+{
+    std::vector<CString> salidas = Otras();
+    salidas.push_back(html);
+    return std::count(salidas.begin(), salidas.end(), CString(kEstandar));
+}
 
 const char* const kUso = R"(Uso: campiva-informe [OPCIONES] REGISTRO.ERR ...
 

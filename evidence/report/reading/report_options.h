@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <span>
 #include <string>
@@ -31,6 +32,8 @@ struct COpciones {
 
     /// Names of what is written, without the page; empty ones are asked for by nobody.
     std::vector<CString> Otras() const { return {csv, geojson, json}; }
+    /// How many things are to go to the standard output.
+    std::ptrdiff_t PorLaSalida() const;
 };
 
 /// The usage text, UTF-8.

@@ -78,6 +78,9 @@ equal "its messages" "$(grep -o '<tr id="m[0-9]*" class="[a-z]*"' dibujos/045127
   "$(grep -o '<tr id="m[0-9]*" class="[a-z]*"' piped.html | md5sum)"
 status 3 "$informe" --estricto "${of_list[@]}" dibujos/045127.ERR
 status 0 "$informe" --estricto entrada.ERR
+"$informe" --html piped.html --csv - entrada.ERR > piped.csv
+equal "a piped sheet" "$(wc -l < piped.csv)" $(($(wc -l < entrada.ERR) + 1))
+whole piped.html
 status 2 "$informe" --html - --csv - entrada.ERR
 
 status 0 "$informe" entrada.ERR dibujos/045127.ERR
