@@ -78,6 +78,8 @@ TEST_F(InformeDeInfograf, NamesWhatIsMissingAndWhatHasNoParent)
         informe.Dice("<b>Ortofotos: no se halló su gráfico, y ningún registro nombra su hoja</b>"));
     EXPECT_TRUE(informe.Dice("no cae en ningún polígono"));
     EXPECT_TRUE(informe.Dice("su parcela no cae en ningún polígono"));
+    EXPECT_EQ(Veces(informe.pagina, "<tr><td>002</td><td>"), 60) << "the first ones";
+    EXPECT_TRUE(informe.Dice(" más.</p>"));
     EXPECT_THAT(informe.Partida("Parcelas"), HasSubstr("|en ningún polígono, sin mensaje|"));
     EXPECT_THAT(informe.Cuenta(), HasSubstr(", 0 sin explicar"));
     fs::remove(carpeta.Ruta() / "002.BIN");

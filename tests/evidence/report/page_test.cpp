@@ -11,18 +11,6 @@
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-namespace {
-
-std::int64_t Veces(std::string_view texto, std::string_view que)
-{
-    std::int64_t veces = 0;
-    for (std::size_t i = texto.find(que); i != std::string_view::npos; i = texto.find(que, i + 1))
-        ++veces;
-    return veces;
-}
-
-} // namespace
-
 TEST(ReportPage, IsTheSameForTheSameFiles)
 {
     const CCarpetaPrueba carpeta;
@@ -96,6 +84,25 @@ TEST(ReportPage, BoundsItsListsAndCountsTheRest)
     EXPECT_EQ(carpeta.Lineas("a.csv").size(), 20002U);
 }
 
+TEST(ReportPage, NamesTheFirstLinesOfAMatter)
+{
+    const CCarpetaPrueba carpeta;
+    for (const int lineas : {12, 13}) {
+        std::string registro;
+        for (int i = 0; i < lineas; ++i)
+            registro += "E105: Titular      7 no encontrado en el fichero de cotitulares.\r\n";
+        carpeta.Pon("a.ERR", registro);
+        const CInformePrueba informe(carpeta, "a.ERR");
+        EXPECT_TRUE(informe.Dice("<a href=\"#m12\">12</a>" + std::string(lineas > 12 ? " …" : "") +
+                                 "</span>"));
+    }
+    carpeta.Pon("a.ERR", "E109: La subparcela    a de coordenadas 1.00 2.00 no se encuentra en "
+                         "ninguna parcela\r\n");
+    EXPECT_TRUE(
+        CInformePrueba(carpeta, "a.ERR").Dice("<b>Subparcelas dibujadas fuera de toda parcela</b>"))
+        << "without drawings nobody knows in which polygon";
+}
+
 TEST(ReportPage, TellsCauseAndRemedyOfEachNumber)
 {
     const CCarpetaPrueba carpeta;
@@ -151,6 +158,32 @@ TEST(ReportMap, ShowsAllPolygonsByWhatTheyLose)
     EXPECT_EQ(Veces(svg, "<path class=\"silueta"), 3);
     EXPECT_LT(svg.rfind("<path class=\"silueta"), svg.find("<text class=\"rg\""))
         << "no label below an outline";
+}
+
+TEST(ReportMap, LeavesOutPolygonsWithNothingToTellOnceThereIsMuch)
+{
+    constexpr std::size_t kMuchos = 50'001;
+    CPoligonoDibujado poligono;
+    CRecintoDibujado recinto;
+    recinto.estado = EstadoRecinto::Valido;
+    recinto.parcela = 1;
+    recinto.contorno.resize(kMuchos);
+    recinto.contorno[1] = {1000, 1000};
+    poligono.parcelas.recintos = {recinto};
+    const informe::CRegistroLeido registro;
+    const informe::CIndiceAvisos indice(registro);
+    const informe::CLineasMostradas lineas;
+    informe::CAnclas anclas(registro, lineas);
+    const informe::CPerdidas perdidas = {{{3, 1}, 100}};
+    informe::CMapas mapas(indice, perdidas, {}, anclas);
+    for (const int polig : {1, 2, 3}) {
+        poligono.polig = polig;
+        mapas.Toma(poligono);
+    }
+    std::vector<std::string> titulos;
+    for (const informe::CMapaHecho& mapa : mapas.Acaba())
+        titulos.push_back(mapa.titulo.substr(0, mapa.titulo.find(" (")));
+    EXPECT_THAT(titulos, testing::ElementsAre("El municipio", "Polígono 1", "Polígono 3", "Otros"));
 }
 
 TEST(ReportMap, LeavesOutWhatPassesItsBoundAndSaysSo)

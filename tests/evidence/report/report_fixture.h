@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
+#include <string_view>
 
 #include <gtest/gtest.h>
 
@@ -12,6 +14,15 @@
 /// What is wrong with a page, whatever it says: elements that don't end where they should, places
 /// of one name, links that lead nowhere. Empty for nothing, and for no page.
 std::string ReparosDePagina(std::string_view pagina);
+
+/// How often a text stands in another one.
+inline std::int64_t Veces(std::string_view texto, std::string_view que)
+{
+    std::int64_t veces = 0;
+    for (std::size_t i = texto.find(que); i != std::string_view::npos; i = texto.find(que, i + 1))
+        ++veces;
+    return veces;
+}
 
 /// What the report of a log in the folder says.
 struct CInformePrueba {

@@ -174,6 +174,7 @@ TEST_F(InformeDeVuelta, HoldsTheDrawnSurfaceAgainstTheWrittenOne)
                 HasSubstr("vuelta, 100 m² no cuentan, en 1 parcela de varios recintos, "));
     EXPECT_TRUE(informe.Dice("de las parcelas que están también en el fichero R</td>"
                              "<td class=\"n\">0,0264</td><td class=\"n\">2</td>"));
+    EXPECT_TRUE(informe.Dice("<th class=\"n\">No cuenta, m²</th>"));
     EXPECT_TRUE(informe.Dice("por estar en varios recintos</td><td class=\"n\">0,0100</td>"));
     EXPECT_TRUE(informe.Dice("<td>recinto de parcela sin nombre</td>"));
     std::string r = carpeta.Lee("045127.R");

@@ -115,15 +115,17 @@ TEST_F(Traduccion, ReportGathersWhatHasOneCause)
 {
     Ejecuta(DosParcelas() + Parcela("00003", "0000001", "00099") + Suelo("00003", "   a", "00100") +
             Suelo("00003", "   b", "00100") + Titular("0000001", "00050", "LUIS", "11111111") +
-            Parcela("00004", "0000009", "00001"));
+            Parcela("00004", "0000009", "00001") + Parcela("00001", "0000001", "00001"));
     const CInformePrueba informe(carpeta, "entrada.ERR");
-    EXPECT_THAT(informe.Cuenta(), HasSubstr("3 asuntos"));
+    EXPECT_THAT(informe.Cuenta(), HasSubstr("4 asuntos"));
+    EXPECT_TRUE(informe.Dice("<b>Parcela 1-1: está más de una vez</b>"))
+        << "who is linked to it twice is its matter, not the holder's";
     EXPECT_TRUE(informe.Dice("<b>El paraje 99 no existe</b><br><span class=\"coste\">3 "
                              "registros</span> · 3 mensajes: "));
     EXPECT_TRUE(informe.Dice("<b>Titular 11111111</b><br>2 mensajes: "))
         << "E205 tells the DNI, E214 the name";
-    EXPECT_THAT(informe.Cuenta(), testing::StartsWith("ida, 7 errores, "));
-    EXPECT_THAT(aplicacion.guion.cajas.back().texto, HasSubstr("errores producidos :      7"_ansi))
+    EXPECT_THAT(informe.Cuenta(), testing::StartsWith("ida, 10 errores, "));
+    EXPECT_THAT(aplicacion.guion.cajas.back().texto, HasSubstr("errores producidos :     10"_ansi))
         << "the run counts E214 as well";
     EXPECT_TRUE(informe.Dice("<b>Parcela 1-4: sin subparcelas</b>"));
 }
