@@ -9,15 +9,13 @@
 namespace informe {
 namespace {
 
-/// Tells whether a table was written behind the log, with the file R.
+/// Tells whether a table was written with the file R, which a run writes in front of it.
 bool EsDelFinal(const CString& tabla, const CFicheros& ficheros)
 {
     constexpr auto kHolgura = std::chrono::seconds(2);
     const auto suya = FechaDe(tabla);
     const auto delR = FechaDe(ficheros.ficheroR);
-    const auto delRegistro = ficheros.registro == kEstandar ? delR : FechaDe(ficheros.registro);
-    return suya && delR && delRegistro && *suya >= *delRegistro && *suya >= *delR &&
-           *suya <= *delR + kHolgura;
+    return suya && delR && *suya >= *delR && *suya <= *delR + kHolgura;
 }
 
 } // namespace
@@ -64,8 +62,7 @@ std::string CProceso::Alarma() const
                : std::string();
 }
 
-/// Tables that the run wrote hold what it made of them. Where nobody tells, the time does: the log
-/// is closed before the tables are written.
+/// Tables that the run wrote hold what it made of them. Where nobody tells, the time does.
 void CProceso::AnotaReescritas()
 {
     constexpr const char* kSonLasSuyas =

@@ -237,10 +237,30 @@ TEST_F(InformeDeVuelta, PutsWhatCostsMostFirst)
     EXPECT_NE(sitios.back(), std::string::npos);
     EXPECT_TRUE(std::is_sorted(sitios.begin(), sitios.end())) << testing::PrintToString(sitios);
     EXPECT_TRUE(informe.Dice("<span class=\"coste\">5.000 m² · 1 registro</span>"));
+    EXPECT_FALSE(informe.Dice("dibujada, de parcelas que no están en el fichero R"));
     EXPECT_THAT(informe.Cuenta(), HasSubstr("5.000 m² no se escriben, de 1 parcela de la tabla, "));
     EXPECT_TRUE(informe.Dice("<li><a href=\"#p1-7\">1-7</a> 100 m²</li>"));
     EXPECT_LT(informe.pagina.find("id=\"asuntos\""), informe.pagina.find("id=\"balance\""));
     EXPECT_LT(informe.pagina.find("id=\"mensajes\""), informe.pagina.find("id=\"ficheros\""));
+}
+
+TEST_F(InformeDeVuelta, CountsWhatIsDrawnOfParcelsThatWereNotWritten)
+{
+    for (const int noEnBD : {0, 1}) {
+        for (const char* tabla : {"Parcelas", "Subparcelas"})
+            tablas[tabla].clear();
+        Parcela("7", "164");
+        CDibujoPrueba dibujo(carpeta);
+        DibujaDos(dibujo);
+        Ejecuta(0, 0, noEnBD);
+        const CInformePrueba informe = Informa();
+        const bool falta = noEnBD == 0;
+        EXPECT_EQ(informe.Dice("dibujada, de parcelas que no están en el fichero R</td>"
+                               "<td class=\"n\">0,0100</td><td class=\"n\">1</td>"),
+                  falta);
+        EXPECT_EQ(informe.Dice("<span class=\"coste\">100 m² · 2 registros</span>"), falta)
+            << "E106, and E109 of its subparcel";
+    }
 }
 
 TEST_F(InformeDeVuelta, MapsWhereEachMessageLies)

@@ -192,7 +192,7 @@ TEST_F(Traduccion, ReportSeesWhatTheFilesOfTheRunAre)
         const std::string ahora =
             std::string("otra/") + (antes == "entrada.txt" ? "entrada.cat" : antes + "2");
         std::filesystem::rename(carpeta.Ruta() / antes, carpeta.Ruta() / ahora);
-        opciones.con.push_back(carpeta.En(ahora));
+        (antes == "entrada.txt" ? opciones.con : opciones.escritos).push_back(carpeta.En(ahora));
     }
     opciones.con.push_back(carpeta.En("entrada.ERR"));
     const CInformePrueba informe(carpeta, "entrada.ERR", opciones);
@@ -200,6 +200,7 @@ TEST_F(Traduccion, ReportSeesWhatTheFilesOfTheRunAre)
     EXPECT_THAT(informe.Cuenta(), testing::StartsWith("ida, "));
     EXPECT_THAT(informe.Partida("Parcelas"), HasSubstr("|2|Sale|filas de Parcelas.txt|2|"));
     EXPECT_FALSE(informe.Dice("No se puede comprobar"));
+    EXPECT_FALSE(informe.Dice("reescrita")) << "the way out only writes tables";
 }
 
 TEST_F(Traduccion, ReportComplainsOfWhatTheLineNamesInVain)
