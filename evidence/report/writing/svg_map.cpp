@@ -152,7 +152,7 @@ void CMapa::PonRotulo(const CRecintoDibujado& recinto, std::string_view texto, c
                      {{"class", clase},
                       {"x", sitio.x},
                       {"y", sitio.y},
-                      {"data-w", m_hoja.Ancho(recinto.contorno)}},
+                      {"data-w", CHojaSvg::Ancho(recinto.contorno)}},
                      texto);
 }
 
