@@ -1,0 +1,130 @@
+"""Edited outlines back into the drawings: first a rehearsal on a copy, which shows what changes, then in earnest."""
+
+import os
+import shutil
+import tempfile
+
+from qgis.PyQt.QtCore import Qt
+from qgis.PyQt.QtWidgets import (QApplication, QCheckBox, QComboBox, QDialog, QDialogButtonBox, QHeaderView, QLabel,
+                                 QPlainTextEdit, QTableWidget, QTableWidgetItem, QVBoxLayout)
+
+from . import gdal_files
+from .changes import compara, resumen
+from .municipality import Municipio
+
+_CASILLAS = (("PIEZAS=SI", "Escribir también parcelas y letras que están en varios &recintos"),
+             ("INVALIDOS=SI", "Dejar &fuera los recintos que no se pueden dibujar, en vez de no escribir nada"))
+_GANAN = (("Si un rótulo contradice a los números, no escribir nada", ""),
+          ("Si un rótulo contradice a los números, valen los números", "GANAN=NUMEROS"),
+          ("Si un rótulo contradice a los números, vale el rótulo", "GANAN=ROTULOS"))
+
+
+class Devolucion:
+    """A copy on its way back. What it will change is seen by the driver itself, on a copy of the drawings."""
+
+    def __init__(self, lista, copia):
+        """Raises OSError where the list can't be read."""
+        self._municipio, self._copia, self._antes = Municipio(lista), copia, None
+
+    def _estado(self):
+        return [(fichero, os.stat(fichero).st_mtime_ns) for fichero in self._municipio.dibujos()]
+
+    def ensaya(self, opciones):
+        """What would change, and what the driver says of it. Raises OSError where the drawings can't be read."""
+        self._antes = self._estado()
+        with tempfile.TemporaryDirectory(prefix="campiva-") as carpeta:
+            for fichero in self._municipio.dibujos():
+                shutil.copy(fichero, carpeta)
+            lista = os.path.join(carpeta, os.path.basename(self._municipio.lista))
+            antes = gdal_files.recintos_de(gdal_files.abre(lista))
+            dichas = self._escribe(lista, opciones)
+            return compara(antes, gdal_files.recintos_de(gdal_files.abre(lista)), gdal_files.iguales), dichas
+
+    def devuelve(self, opciones):
+        """Writes, and gives what the driver says. Raises OSError where the drawings aren't those rehearsed with."""
+        if self._estado() != self._antes:
+            raise OSError("Los dibujos han cambiado mientras tanto: se ha vuelto a mirar qué cambiaría")
+        return self._escribe(self._municipio.lista, opciones)
+
+    def _escribe(self, lista, opciones):
+        dadas = [f"CABECERA={self._municipio.cabecera}", *opciones]
+        return gdal_files.traduce(gdal_files.abre(self._copia), lista, gdal_files.CONTROLADOR, opciones=dadas)
+
+
+def _cifra(valor):
+    return "—" if valor is None else f"{valor:.2f} m²".replace(".", ",")
+
+
+class DialogoDevolver(QDialog):
+    """Shows what would change; its button "Escribir" does it."""
+
+    def __init__(self, devolucion, padre=None):
+        super().__init__(padre)
+        self.setWindowTitle("Devolver al dibujo")
+        self._devolucion, self.dichas = devolucion, []
+        self.resumen, self.tabla, self.quejas = QLabel(), QTableWidget(0, 4), QPlainTextEdit()
+        self.tabla.setHorizontalHeaderLabels(("Qué", "Recinto", "Antes", "Después"))
+        self.tabla.horizontalHeader().setSectionResizeMode(1, QHeaderView.ResizeMode.Stretch)
+        self.tabla.setEditTriggers(QTableWidget.EditTrigger.NoEditTriggers)
+        self.tabla.setAccessibleName("Lo que cambia")
+        self.quejas.setReadOnly(True)
+        self.quejas.setAccessibleName("Lo que dice el controlador")
+        self.casillas, self.ganan = {opcion: QCheckBox(texto) for opcion, texto in _CASILLAS}, QComboBox()
+        self.ganan.setAccessibleName("Rótulos que contradicen a los números")
+        for texto, opcion in _GANAN:
+            self.ganan.addItem(texto, opcion)
+        self.botones = QDialogButtonBox(QDialogButtonBox.StandardButton.Cancel)
+        self.botones.button(QDialogButtonBox.StandardButton.Cancel).setText("&Cancelar")
+        self.escribir = self.botones.addButton("&Escribir", QDialogButtonBox.ButtonRole.AcceptRole)
+        self.botones.accepted.connect(self.accept)
+        self.botones.rejected.connect(self.reject)
+        columna = QVBoxLayout(self)
+        for control in (self.resumen, self.tabla, self.quejas, *self.casillas.values(), self.ganan, self.botones):
+            columna.addWidget(control)
+        self.resize(760, 560)
+        for casilla in self.casillas.values():
+            casilla.toggled.connect(self.ensaya)
+        self.ganan.currentIndexChanged.connect(self.ensaya)
+        self.ensaya()
+
+    def _elegidas(self):
+        elegidas = [opcion for opcion, casilla in self.casillas.items() if casilla.isChecked()]
+        return elegidas + [self.ganan.currentData()] * bool(self.ganan.currentData())
+
+    def _con(self, hace):
+        """Does what takes a while. A fault of files is shown like one of the driver."""
+        QApplication.setOverrideCursor(Qt.CursorShape.WaitCursor)
+        try:
+            return hace(self._elegidas())
+        except OSError as fallo:
+            return [], [(True, str(fallo))]
+        finally:
+            QApplication.restoreOverrideCursor()
+
+    def ensaya(self, *_):
+        cambios, self.dichas = self._con(self._devolucion.ensaya)
+        rechazado = any(falla for falla, _ in self.dichas)
+        self.escribir.setEnabled(bool(cambios) and not rechazado)
+        self.resumen.setText("Así no se puede escribir:" if rechazado else resumen(cambios))
+        self.tabla.setRowCount(len(cambios))
+        for fila, cambio in enumerate(cambios):
+            textos = (cambio.clase, cambio.nombre, _cifra(cambio.antes), _cifra(cambio.despues))
+            for columna, texto in enumerate(textos):
+                self.tabla.setItem(fila, columna, QTableWidgetItem(texto))
+        self._cuenta()
+
+    def _cuenta(self):
+        """What refuses first."""
+        ordenadas = sorted(self.dichas, key=lambda dicha: not dicha[0])
+        self.quejas.setPlainText("\n".join(("✗ " if falla else "• ") + texto for falla, texto in ordenadas))
+
+    def accept(self):
+        """Closes when it is written; where it isn't, what stands in the way is shown and all is as it was."""
+        self.dichas = self._con(lambda opciones: ([], self._devolucion.devuelve(opciones)))[1]
+        if not any(falla for falla, _ in self.dichas):
+            super().accept()
+            return
+        fallos = self.dichas
+        self.ensaya()
+        self.dichas = fallos + self.dichas
+        self._cuenta()

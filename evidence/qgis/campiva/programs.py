@@ -1,0 +1,178 @@
+"""The programs of Campiva: how they are asked, what they say, and how they are stopped. Needs no QGIS."""
+
+import contextlib
+import os
+import re
+import shutil
+import signal
+import struct
+import subprocess
+import tempfile
+
+from .municipality import TABLAS, busca
+
+_AVANCE = re.compile(r"(.*?)\s*[█░]+\s+(\d+) %\s+\d+:\d\d")
+_CAJA = re.compile(r"^\[([^\]\n]+)\]$", re.MULTILINE)
+_DETENIDO = 130
+_PLAZO = 3  # seconds that a program has for its own clearing away
+_MOMENTO = 0.1
+_COLUMNAS = 200  # as wide as no line of progress is
+
+
+def busca_programa(nombre):
+    """Path of a program: in PATH, or where Windows installs it. Raises OSError."""
+    raices = (os.environ.get("ProgramFiles", ""), os.path.join(os.environ.get("LOCALAPPDATA", ""), "Programs"))
+    sitios = (None, *(os.path.join(raiz, "Campiva") for raiz in raices))
+    suyo = next(filter(None, (shutil.which(nombre, path=sitio) for sitio in sitios)), None)
+    if suyo is None:
+        raise OSError(f"No se encuentra el programa {nombre}: instale Campiva, o ponga su carpeta en PATH")
+    return suyo
+
+
+def tablas_de(carpeta):
+    """Paths of the six tables in the order in which the programs want them."""
+    return [busca(carpeta, nombre) for nombre in TABLAS]
+
+
+def mandatos_infograf(lista, ortos):
+    """What a user would type: this translation has no form on the line."""
+    return f"1011\n1\n1003={lista}\n1005={ortos}\n1\n2\n"
+
+
+def orden_informe(programa, registro, **opciones):
+    """An option that is empty isn't given."""
+    return [programa, *(parte for nombre, valor in opciones.items() if valor for parte in (f"--{nombre}", valor)),
+            registro]
+
+
+def pon_ajustes(carpeta, relacion=False, concentradas=False):
+    """Stores in a folder what has no place on the line, and gives the environment that reads it.
+
+    A run gets settings of its own: those of the user say what somebody chose in a dialog. Where the system keeps
+    settings in no file, on Windows, they stay those of the user.
+    """
+    os.makedirs(os.path.join(carpeta, "VexaSoft"))
+    with open(os.path.join(carpeta, "VexaSoft", "Campiva.ini"), "w", encoding="utf-8") as ajustes:
+        ajustes.write(f"[CampivaAVexa]\nTipoEntrada={int(relacion)}\n\n"
+                      f"[VexaACampiva2]\nModificarConcentradas={int(concentradas)}\n")
+    return dict(os.environ, XDG_CONFIG_HOME=os.path.abspath(carpeta))
+
+
+def lee_avance(texto):
+    """Phase and per cent of a line of progress; None for another line."""
+    suyo = _AVANCE.match(texto)
+    return (suyo.group(1).strip(), int(suyo.group(2))) if suyo else None
+
+
+def lee_cajas(texto):
+    """The boxes in what a program printed, caption and text each; a dialog's own lines before them say nothing."""
+    partes = _CAJA.split(texto)
+    return [(titulo, cuerpo.strip("\n")) for titulo, cuerpo in zip(partes[1::2], partes[2::2])]
+
+
+def lee_errores(texto):
+    """The boxes of errors, and with an empty caption what a run says behind its boxes.
+
+    A box ends with an empty line; its own text goes on behind one only where the line is indented.
+    """
+    return [dicho for parrafo in re.split(r"\n\n(?!\s)", texto)
+            for dicho in lee_cajas(parrafo) or [("", parrafo.strip("\n"))] if dicho[1]]
+
+
+class Resultado:
+    """What came of a program: its status, what it printed, whether it was stopped."""
+
+    def __init__(self, estado, salida, errores, detenido):
+        self.estado, self.salida, self.errores = estado, salida, errores
+        self.detenido = detenido or estado == _DETENIDO
+        self.cajas = lee_errores(errores) + lee_cajas(salida)
+
+    def cuenta(self, que):
+        """The number of "errores" or "warnings" in the summary, 0 without one."""
+        suya = re.search(rf"Número de {que} producidos\s*:\s*(\d+)", self.salida)
+        return int(suya.group(1)) if suya else 0
+
+
+def _terminal():
+    """Both ends of a terminal as wide as a line of progress; None where the system has none.
+
+    Only to a terminal do the programs tell how far they are. As it is none of their input, no box waits.
+    """
+    try:
+        import fcntl
+        import pty
+        import termios
+    except ImportError:
+        return None
+    nuestro, suyo = pty.openpty()
+    fcntl.ioctl(suyo, termios.TIOCSWINSZ, struct.pack("HHHH", 25, _COLUMNAS, 0, 0))
+    os.set_blocking(nuestro, False)
+    return nuestro, suyo
+
+
+def _interrumpe_en_windows(proceso):
+    """Ctrl-C for a program with a console of its own, which QGIS has not."""
+    import ctypes
+
+    nucleo = ctypes.windll.kernel32
+    if nucleo.AttachConsole(proceso.pid):
+        nucleo.SetConsoleCtrlHandler(None, True)  # it would end QGIS as well
+        nucleo.GenerateConsoleCtrlEvent(0, 0)
+        nucleo.FreeConsole()
+
+
+def _detiene(proceso):
+    """Ends a program as Ctrl-C does, so that its outputs are as they were.
+
+    One that was started where Ctrl-C is passed over is ended by the next signal, which leaves nothing half done.
+    """
+    if os.name == "nt":
+        _interrumpe_en_windows(proceso)
+    else:
+        proceso.send_signal(signal.SIGINT)
+    try:
+        proceso.wait(_PLAZO)
+    except subprocess.TimeoutExpired:
+        proceso.terminate()
+
+
+def _atiende(terminal, errores, avance):
+    """Takes what a program told its terminal since the last time; the last line of progress says how far it is."""
+    trozo = b""
+    with contextlib.suppress(OSError):  # nothing there, or nobody at the other end
+        while nuevo := os.read(terminal, 65536):
+            trozo += nuevo
+    errores.write(trozo)
+    for dicho in list(filter(None, map(lee_avance, trozo.decode("utf-8", "replace").split("\r"))))[-1:]:
+        avance(*dicho)
+
+
+def _texto(fichero):
+    """All that was printed, without lines of progress, each of which another one was printed over."""
+    fichero.seek(0)
+    texto = fichero.read().decode("utf-8", "replace").replace("\r\n", "\n")
+    return "\n".join(linea.rsplit("\r", 1)[-1] for linea in texto.split("\n"))
+
+
+def ejecuta(orden, entrada="", entorno=None, avance=lambda fase, tanto: None, parar=lambda: False):
+    """Runs a program to its end, or until `parar` says so, and gives what came of it."""
+    terminal, detenido = _terminal(), False
+    with tempfile.TemporaryFile() as mandatos, tempfile.TemporaryFile() as salida, tempfile.TemporaryFile() as errores:
+        mandatos.write(entrada.encode("utf-8", "surrogateescape"))
+        mandatos.seek(0)
+        proceso = subprocess.Popen(orden, env=entorno, stdin=mandatos, stdout=salida,
+                                   stderr=terminal[1] if terminal else errores,
+                                   creationflags=getattr(subprocess, "CREATE_NO_WINDOW", 0))
+        while proceso.poll() is None:
+            if parar() and not detenido:
+                detenido = True
+                _detiene(proceso)
+            with contextlib.suppress(subprocess.TimeoutExpired):
+                proceso.wait(_MOMENTO)
+            if terminal:
+                _atiende(terminal[0], errores, avance)
+        if terminal:
+            _atiende(terminal[0], errores, avance)  # what came between the last look and the end
+            os.close(terminal[0])
+            os.close(terminal[1])
+        return Resultado(proceso.returncode, _texto(salida), _texto(errores), detenido)

@@ -1,0 +1,210 @@
+"""What of the plugin needs no QGIS: names of files, the programs' lines and words, messages, changes.
+
+    plugin_test.py FOLDER_OF_PLUGIN CAMPIVA MANUAL_PAGE SAMPLES
+"""
+
+import os
+import shutil
+import sys
+import tempfile
+import unittest
+
+PLUGIN, CAMPIVA, PAGE, SAMPLES = sys.argv[1:5]
+sys.path.insert(0, os.path.dirname(PLUGIN))
+
+from campiva import changes, messages, municipality, programs  # noqa: E402 - the place is an argument
+
+
+class InAFolder(unittest.TestCase):
+    def setUp(self):
+        self.folder = tempfile.mkdtemp()
+        self.addCleanup(shutil.rmtree, self.folder)
+
+    def write(self, name, text=""):
+        path = os.path.join(self.folder, name)
+        os.makedirs(os.path.dirname(path), exist_ok=True)
+        with open(path, "w", encoding="cp1252", newline="") as file:
+            file.write(text)
+        return path
+
+
+class TestMunicipality(InAFolder):
+    def test_finds_files_in_the_letters_that_they_have(self):
+        listed = self.write("d/Lista.TXT", "TREN 045127 PEÑA\r\nP001\r\nPa b\r\n\r\n")
+        for name in ("001.bin", "001.PAR", "A B.sub", "002.BIN", "Hojas.top", "hojas.BIN", "045127.err"):
+            self.write("d/" + name)
+        self.write("tablas/PARCELAS.TXT")
+        found = municipality.Municipio(listed)
+        self.assertEqual((found.nombre, found.titulo, found.entradas), ("045127", "045127 PEÑA", ["001", "a b"]))
+        self.assertEqual([os.path.basename(path) for path in found.dibujos()],
+                         ["Lista.TXT", "001.PAR", "001.bin", "A B.sub", "Hojas.top", "hojas.BIN"])
+        for path, name in ((found.salida("ERR"), "045127.err"), (found.salida("R"), "045127.R"),
+                           (found.ortos(), "Hojas.top"), (found.tablas(), "tablas")):
+            self.assertEqual(os.path.basename(path), name)
+        self.write("d/otras.TOP")
+        self.assertEqual(os.path.basename(found.ortos()), "ortos.TOP", "of two neither is taken")
+
+    def test_refuses_what_is_no_list(self):
+        for text in ("", "TREN", "TREN 04512x\r\nP001\r\n"):
+            with self.subTest(text), self.assertRaises(OSError):
+                municipality.Municipio(self.write("lista.txt", text))
+        with self.assertRaises(OSError):
+            municipality.Municipio(os.path.join(self.folder, "none.txt"))
+
+
+class TestWords(unittest.TestCase):
+    def test_reads_progress(self):
+        for line, expected in (("Leyendo polígonos      ████░░░░  50 %  0:07", ("Leyendo polígonos", 50)),
+                               ("░░░░   0 %  0:00", ("", 0)), ("[Error]", None), ("el 50 % de nada", None)):
+            with self.subTest(line):
+                self.assertEqual(programs.lee_avance(line), expected)
+
+    def test_tells_boxes_from_what_is_behind_them(self):
+        said = ("[Error]\nE107: [algo] fuera de fecha\n\n[Error]\nATENCION: algunas.\n\n        Revisar.\n\n"
+                "Lo que había en a.ERR queda en a.ERR.anterior\n")
+        self.assertEqual(programs.lee_errores(said),
+                         [("Error", "E107: [algo] fuera de fecha"),
+                          ("Error", "ATENCION: algunas.\n\n        Revisar."),
+                          ("", "Lo que había en a.ERR queda en a.ERR.anterior")])
+        self.assertEqual(programs.lee_cajas("Diálogo\n  1028  [ ] Casilla\n[Fin del proceso]\nHecho.\n\n 3\n\n"),
+                         [("Fin del proceso", "Hecho.\n\n 3")])
+        self.assertEqual(programs.lee_errores(""), [])
+
+    def test_leaves_out_options_that_are_empty(self):
+        self.assertEqual(programs.orden_informe("i", "a.ERR", lista="", tablas="t"), ["i", "--tablas", "t", "a.ERR"])
+
+
+class TestRuns(InAFolder):
+    """The program itself, as the algorithms run it."""
+
+    def run_out(self, name, **how):
+        shutil.copy(os.path.join(SAMPLES, name), self.folder)
+        order = [CAMPIVA, "0", os.path.join(self.folder, name), *programs.tablas_de(self.folder)]
+        settings = programs.pon_ajustes(os.path.join(self.folder, "settings"), **how.pop("settings", {}))
+        return programs.ejecuta(order, entorno=settings, **how)
+
+    def rows(self):
+        with open(os.path.join(self.folder, "Parcelas.txt"), encoding="cp1252") as table:
+            return len(table.readlines())
+
+    def test_hears_the_summary_and_the_progress(self):
+        heard = []
+        result = self.run_out("villanueva_con_faltas.txt", avance=lambda *said: heard.append(said))
+        with open(os.path.join(self.folder, "villanueva_con_faltas.ERR"), encoding="cp1252") as written:
+            log = written.read()
+        self.assertEqual([title for title, _ in result.cajas], ["Fin del proceso"])
+        self.assertEqual(result.cuenta("warnings"), log.count("W3"))
+        self.assertGreater(result.cuenta("errores"), 10)
+        self.assertEqual((result.estado, result.detenido), (0, False))
+        self.assertTrue(heard and all(0 <= share <= 100 for _, share in heard))
+
+    def test_the_kind_of_input_is_the_run_s_own(self):
+        self.run_out("villanueva_lista.txt", settings={"relacion": True})
+        self.assertGreater(self.rows(), 200)
+
+    def test_a_stop_leaves_all_as_it_was(self):
+        self.run_out("villanueva.txt")
+        before, names = self.rows(), sorted(os.listdir(self.folder))
+        shutil.rmtree(os.path.join(self.folder, "settings"))
+        with open(os.path.join(SAMPLES, "villanueva.txt"), "rb") as sample:
+            lines = sample.read()
+        with open(os.path.join(self.folder, "villanueva.txt"), "wb") as long:
+            long.writelines([lines] * 400)
+        order = [CAMPIVA, "0", os.path.join(self.folder, "villanueva.txt"), *programs.tablas_de(self.folder)]
+        settings, calls = programs.pon_ajustes(os.path.join(self.folder, "settings")), []
+        result = programs.ejecuta(order, entorno=settings, parar=lambda: calls.append(1) or len(calls) > 1)
+        self.assertTrue(result.detenido)
+        self.assertIn(result.estado, (130, -2))
+        self.assertEqual((self.rows(), sorted(os.listdir(self.folder))), (before, names))
+
+    def test_a_program_that_is_not_there_is_told(self):
+        with self.assertRaisesRegex(OSError, "no-hay-tal"):
+            programs.busca_programa("no-hay-tal")
+
+
+class TestMessages(InAFolder):
+    SAID = [messages.de_campos(fields, place) for place, fields in enumerate((
+        {"numero": "E106", "texto": "E106: La parcela    1   9001 en gráfico", "poligono": 1, "parcela": 9001},
+        {"codigo": "W304", "texto": "W304: La parcela    2      7", "poligono": 2, "parcela": 7, "letra": "  a"},
+        {"texto": "algo que nadie conoce"},
+        {"numero": "E106", "texto": "E106: La parcela    1   9001 en gráfico", "poligono": 1, "parcela": 9001}))]
+
+    def test_lets_through_what_is_asked_for(self):
+        for asked, expected in (({}, [0, 1, 2, 3]), ({"numero": "E106"}, [0, 3]), ({"clase": "warning"}, [1]),
+                                ({"poligono": 2}, [1]), ({"texto": "GRÁFICO"}, [0, 3]),
+                                ({"pendientes": True}, [1, 2, 3]),
+                                ({"numero": messages.SIN_NUMERO}, [2]), ({"clase": "error", "poligono": 2}, [])):
+            with self.subTest(asked):
+                through = [message.lugar for message in self.SAID
+                           if messages.pasa(message, message.lugar == 0, messages.Filtro(**asked))]
+                self.assertEqual(through, expected)
+
+    def test_letters_lose_the_blanks_of_their_column(self):
+        self.assertEqual([message.letra for message in self.SAID], ["", "a", "", ""])
+
+    def test_ticks_stay_with_their_lines_in_another_log(self):
+        log = os.path.join(self.folder, "045127.ERR")
+        messages.Hechos(log).guarda(self.SAID, [True, True, False, False])
+        self.assertEqual(messages.Hechos(log).de(self.SAID), [True, True, False, False])
+        self.assertEqual(messages.Hechos(log).de(self.SAID[:0:-1]), [True, False, True], "one of two equal lines")
+        messages.Hechos(log).guarda(self.SAID, [False] * 4)
+        self.assertEqual(os.listdir(self.folder), [])
+
+    def test_ticks_that_cannot_be_kept_are_told_and_the_old_ones_stay(self):
+        log = os.path.join(self.folder, "045127.ERR")
+        messages.Hechos(log).guarda(self.SAID, [True, False, False, False])
+        os.mkdir(log + messages.HECHOS + "~")
+        with self.assertRaises(OSError):
+            messages.Hechos(log).guarda(self.SAID, [True] * 4)
+        self.assertEqual(messages.Hechos(log).de(self.SAID), [True, False, False, False])
+
+    def test_the_manual_has_cause_and_remedy_of_each_number(self):
+        with open(PAGE, encoding="utf-8") as text:
+            page = text.read()
+        for number in ("E101", "E113", "E214", "W301", "W304"):
+            for text in messages.consejo(page, number):
+                self.assertRegex(text, r"^[^<>&]{20,}$", number)
+        for number in ("E999", ""):
+            self.assertEqual(messages.consejo(page, number), ("", ""))
+
+
+class TestChanges(unittest.TestCase):
+    @staticmethod
+    def outline(layer, parcel, letter="", label=None, area=10.0, shape=1, code="125201"):
+        label = f"{parcel}{letter and '-'}{letter}" if label is None else label
+        return changes.Recinto(layer, 1, parcel, letter, label, area, shape, (label, code))
+
+    def test_each_kind_of_change_is_a_row(self):
+        one = self.outline
+        kept = [one("parcelas", 5), one("hojas", None, label="A-1"), one("poligonos", None)]
+        for reason, before, after, expected in (
+                ("the same", [one("parcelas", 1)], [one("parcelas", 1)], []),
+                ("deleted", [one("parcelas", 1)], [], [("borrado", "parcela 1 del polígono 1", 10, None)]),
+                ("new", [], [one("subparcelas", 1, "a")], [("nuevo", "subparcela 1 a del polígono 1", None, 10)]),
+                ("moved", [one("parcelas", 1)], [one("parcelas", 1, area=12, shape=2)],
+                 [("otro contorno", "parcela 1 del polígono 1", 10, 12)]),
+                ("another code", [one("parcelas", 1)], [one("parcelas", 1, code="9")],
+                 [("otro rótulo", "parcela 1 del polígono 1", 10, 10)]),
+                ("a second piece", [one("parcelas", 1)], [one("parcelas", 1), one("parcelas", 1, shape=2)],
+                 [("otro contorno", "parcela 1 del polígono 1", 10, 20)]),
+                ("pieces in another order", [one("parcelas", 1), one("parcelas", 1, shape=2)],
+                 [one("parcelas", 1, shape=2), one("parcelas", 1)], []),
+                ("a letter whose parcel is gone", [one("subparcelas", 12, "b")],
+                 [one("subparcelas", None, label="12-b")],
+                 [("borrado", "subparcela 12 b del polígono 1", 10, None),
+                  ("nuevo", "subparcela «12-b» en ninguna parcela del polígono 1", None, 10)]),
+                ("a word", [], [one("parcelas", None, label="x")],
+                 [("nuevo", "parcela «x» del polígono 1", None, 10)]),
+                ("without a label", [], [one("parcelas", None, label="")],
+                 [("nuevo", "parcela sin rótulo del polígono 1", None, 10)])):
+            with self.subTest(reason):
+                rows = changes.compara(kept + before, kept + after, lambda a, b: a == b)
+                self.assertEqual([tuple(row) for row in rows], expected)
+
+    def test_all_changes_are_one_sentence(self):
+        self.assertEqual(changes.resumen([]), "Ningún recinto cambia.")
+        rows = [changes.Cambio(changes.NUEVO, "x", None, 1)] * 2 + [changes.Cambio(changes.BORRADO, "y", 1, None)]
+        self.assertEqual(changes.resumen(rows), "Recintos: 2 nuevos, 1 borrados.")
+
+
+unittest.main(argv=sys.argv[:1])
