@@ -10,7 +10,7 @@ foreach(file IN LISTS files)
   file(REMOVE "$ENV{DESTDIR}${file}")
   cmake_path(GET file PARENT_PATH folder)
   # Folders of ours alone: those that all programs share stay.
-  while(folder MATCHES "/(campiva|docs|pictures|samples|villanueva[^/]*)$")
+  while(folder MATCHES "/(campiva|campiva/icons|docs|pictures|samples|villanueva[^/]*)$")
     file(GLOB left LIST_DIRECTORIES true "$ENV{DESTDIR}${folder}/*")
     if(left)
       break()
