@@ -42,10 +42,11 @@ public:
                                                 contenido.dibujo ? &*contenido.dibujo : nullptr});
         EscribeMensajes();
         EscribeTodo(contenido, pagina);
+        const bool hayPerdidas = contenido.HayPerdidas(); // both while nothing has changed yet
+        std::string resumen = m_opciones.PorLaSalida() == 0 ? Resumen(contenido, pagina) : "";
         m_salidas.Confirma();
-        resultado.hayPerdidas = contenido.HayPerdidas();
-        if (m_opciones.PorLaSalida() == 0)
-            resultado.resumen = Resumen(contenido, pagina);
+        resultado.hayPerdidas = hayPerdidas;
+        resultado.resumen = std::move(resumen);
     }
 
 private:
