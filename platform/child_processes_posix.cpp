@@ -48,7 +48,7 @@ std::vector<std::string> Entorno(const std::vector<std::pair<std::string, std::s
             variables.emplace_back(texto);
     }
     for (const auto& [nombre, valor] : suyas)
-        variables.push_back(nombre + "=" + valor);
+        variables.emplace_back(nombre).append("=").append(valor);
     return variables;
 }
 

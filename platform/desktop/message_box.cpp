@@ -136,6 +136,7 @@ wxSizer* CCajaMensaje::PonBotones(UINT flags)
     };
     const std::vector<CBoton> suyos = Botones(flags);
     std::vector<wxButton*> puestos;
+    puestos.reserve(suyos.size());
     for (const CBoton& boton : suyos)
         puestos.push_back(pon(boton.respuesta, boton.leyenda));
     puestos.front()->SetDefault();
