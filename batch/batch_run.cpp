@@ -3,9 +3,12 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
+#include <cstdlib>
+#include <fstream>
 #include <list>
-#include <map>
+#include <optional>
 #include <thread>
+#include <utility>
 
 #include "batch/batch_texts.h"
 #include "batch/job_states.h"
@@ -22,7 +25,9 @@ namespace {
 namespace fs = std::filesystem;
 using Reloj = std::chrono::steady_clock;
 
-constexpr std::chrono::milliseconds kUnRato{200};
+// As the program stores its settings.
+constexpr const char* kEmpresa = "VexaSoft";
+constexpr const char* kPrograma = "Campiva";
 
 /// A folder for what the batch has no use for afterwards.
 class CCarpetaTemporal {
@@ -48,7 +53,7 @@ private:
 /// One of the places at which jobs are worked off, with settings of its own.
 class CPuesto {
 public:
-    explicit CPuesto(const fs::path& carpeta) : m_ajustes("VexaSoft", "Campiva", carpeta) {}
+    explicit CPuesto(const fs::path& carpeta) : m_ajustes(kEmpresa, kPrograma, carpeta) {}
 
     /// Starts the job. False, with a word in the file for what it says, where it can't be started.
     bool Empieza(const CTrabajo& trabajo, const fs::path& programa, const fs::path& dicho,
@@ -110,8 +115,11 @@ public:
     const std::vector<const CTrabajo*>& Pendientes() const { return m_pendientes; }
 
 private:
+    void Atiende(const fs::path& programa, CHijos& hijos);
     void Reparte(const fs::path& programa, CHijos& hijos);
-    void Anota(CPuesto& puesto, std::optional<int> estado);
+    bool HayEnMarcha() const;
+    std::optional<std::pair<const CTrabajo&, CHecho>> Recoge(CHijos& hijos);
+    void Anota(const CTrabajo& trabajo, const CHecho& hecho);
 
     fs::path m_carpeta;
     CEstados& m_estados;
@@ -128,25 +136,51 @@ void CLote::HazAqui(const fs::path& programa, std::size_t procesos)
     for (std::size_t i = 0; i < std::min(procesos, m_pendientes.size()); ++i)
         m_puestos.emplace_back(temporal.Ruta() /
                                (temporal.Ruta().filename().string() + "-" + std::to_string(i)));
-    CAvance avance(static_cast<int>(m_pendientes.size()));
     CHijos hijos;
-    bool avisados = false;
-    for (;;) {
+    try {
+        Atiende(programa, hijos);
+    } catch (...) { // nothing can be written down any more, so nothing is to go on unseen
+        hijos.PideAcabar();
+        while (HayEnMarcha())
+            Recoge(hijos);
+        throw;
+    }
+}
+
+/// Keeps all places at work until nothing is left, or until the process is to end.
+void CLote::Atiende(const fs::path& programa, CHijos& hijos)
+{
+    CAvance avance(static_cast<int>(m_pendientes.size()));
+    for (bool avisados = false;;) {
         if (!sistema::HayQueAcabar())
             Reparte(programa, hijos);
         else if (!std::exchange(avisados, true))
             hijos.PideAcabar();
-        if (std::all_of(m_puestos.begin(), m_puestos.end(),
-                        [](const CPuesto& puesto) { return puesto.EstaLibre(); }))
-            break; // nothing is at work, and nothing is to be begun any more
-        if (const auto fin = hijos.Espera(kUnRato)) {
-            const auto puesto = std::find_if(m_puestos.begin(), m_puestos.end(),
-                                             [&](const CPuesto& p) { return p.Es(fin->hijo); });
-            if (puesto != m_puestos.end())
-                Anota(*puesto, fin->estado);
-        }
+        if (!HayEnMarcha())
+            return; // and nothing is to be begun any more
+        if (const auto acabado = Recoge(hijos))
+            Anota(acabado->first, acabado->second);
         avance.Cuenta(m_hechos, m_fallidos);
     }
+}
+
+bool CLote::HayEnMarcha() const
+{
+    return std::any_of(m_puestos.begin(), m_puestos.end(),
+                       [](const CPuesto& puesto) { return !puesto.EstaLibre(); });
+}
+
+/// Waits a while for the end of a job, whose place is free then.
+std::optional<std::pair<const CTrabajo&, CHecho>> CLote::Recoge(CHijos& hijos)
+{
+    constexpr std::chrono::milliseconds kUnRato{200};
+    const auto fin = hijos.Espera(kUnRato);
+    for (CPuesto& puesto : m_puestos)
+        if (fin && puesto.Es(fin->hijo)) {
+            const CTrabajo& trabajo = puesto.Trabajo();
+            return {{trabajo, puesto.Acaba(fin->estado)}};
+        }
+    return std::nullopt;
 }
 
 /// Gives each free place a job.
@@ -158,16 +192,15 @@ void CLote::Reparte(const fs::path& programa, CHijos& hijos)
             const fs::path dicho =
                 m_carpeta / "salidas" / (std::to_string(trabajo.numero) + ".err");
             if (!puesto.Empieza(trabajo, programa, dicho, hijos))
-                Anota(puesto, 1);
+                Anota(trabajo, puesto.Acaba(kAlgunFallo));
         }
 }
 
-void CLote::Anota(CPuesto& puesto, std::optional<int> estado)
+void CLote::Anota(const CTrabajo& trabajo, const CHecho& hecho)
 {
-    const CHecho hecho = puesto.Acaba(estado);
     ++m_hechos;
     m_fallidos += hecho.estado != 0 ? 1 : 0;
-    m_estados.Anota(puesto.Trabajo(), hecho);
+    m_estados.Anota(trabajo, hecho);
 }
 
 fs::path Programa()
