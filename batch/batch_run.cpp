@@ -235,7 +235,8 @@ void Prepara(const fs::path& carpeta, CEstados& estados, CCandado& candado, bool
         return estados.Lee();
     estados.Empieza();
     for (const fs::path& nombre : sistema::Lista(carpeta / "salidas", error))
-        sistema::Borra(carpeta / "salidas" / nombre, error);
+        if (TieneNumero(nombre)) // what else is there is somebody's
+            sistema::Borra(carpeta / "salidas" / nombre, error);
 }
 
 } // namespace

@@ -85,6 +85,12 @@ std::string_view NombreDe(Traduccion traduccion)
     return kTraducciones[static_cast<std::size_t>(traduccion)];
 }
 
+bool TieneNumero(const std::filesystem::path& nombre)
+{
+    const std::string base = sistema::Nombre(nombre.stem());
+    return !base.empty() && base.find_first_not_of("0123456789") == std::string::npos;
+}
+
 std::vector<CTrabajo> LeeTabla(const std::string& nombre)
 {
     constexpr std::string_view kMarcaUtf8 = "\xEF\xBB\xBF";

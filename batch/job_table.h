@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <map>
 #include <stdexcept>
 #include <string>
@@ -36,6 +37,10 @@ struct CTrabajo {
 
     const std::string& Campo(std::string_view nombre) const { return campos.find(nombre)->second; }
 };
+
+/// Tells whether a name in the results is one that a batch gives: a job's number, or a part's, and
+/// an extension.
+bool TieneNumero(const std::filesystem::path& nombre);
 
 /// The name by which tables and results know a translation.
 std::string_view NombreDe(Traduccion traduccion);

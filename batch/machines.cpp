@@ -134,9 +134,10 @@ void HazEnMaquinas(const std::vector<const CTrabajo*>& trabajos, const COpciones
 {
     constexpr std::chrono::seconds kUnRato{2};
     const fs::path donde = carpeta / "partes";
-    std::error_code sinPartes;
-    fs::remove_all(donde, sinPartes);
     sistema::Error error;
+    for (const fs::path& nombre : sistema::Lista(donde, error))
+        if (TieneNumero(nombre)) // of an earlier run; what else is there is somebody's
+            fs::remove_all(donde / nombre, error);
     sistema::CreaCarpetas(donde, error);
     if (error)
         throw CFileException(sistema::Nombre(donde), error);

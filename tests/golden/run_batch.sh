@@ -121,6 +121,15 @@ CAMPIVA=$work/slow status 0 "$batch" --reanuda slow.tsv
 s2 0
 s3 0" ] || fail "it didn't go on where it was"
 
+# What is no batch's stays in the folder of the results.
+mkdir -p mine/salidas mine/partes && touch mine/salidas/nota.err mine/salidas/7.err mine/partes/nota mine/nota
+printf 'ida\tc\n' > mine.tsv
+status 0 "$batch" --resultados mine mine.tsv
+status 0 "$batch" --resultados mine --sshlogin : mine.tsv
+[ "$(ls mine mine/salidas | tr '\n' ' ')" = "mine: estado.tsv nota parallel.txt partes salidas trabajos.log  mine/salidas: 1.err nota.err " ] ||
+  { ls -R mine >&2 && fail "files of others went"; }
+[ -e mine/partes/nota ]
+
 # In parts, by GNU parallel; here for this machine alone.
 rm c/Parcelas.txt
 printf 'ida\tc\nida\tlista\ttipo=lista\nida\tfar\n' > parts.tsv
