@@ -65,7 +65,7 @@ void CEstados::Lee()
     }
 }
 
-void CEstados::Empieza()
+void CEstados::Empieza() const
 {
     sistema::Error error;
     for (const std::filesystem::path& ruta : {Diario(), Tabla()}) {

@@ -22,7 +22,7 @@ public:
     /// What an earlier run wrote down.
     void Lee();
     /// Nothing is known of any job, and no table of an earlier run passes for that of this one.
-    void Empieza();
+    void Empieza() const;
     /// From now on what ends is written down. Raises CFileException, as `Anota` does.
     void Abre();
     void Anota(const CTrabajo& trabajo, const CHecho& hecho);
