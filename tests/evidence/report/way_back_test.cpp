@@ -13,6 +13,8 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
 
+namespace fs = std::filesystem;
+
 namespace {
 
 constexpr std::int16_t kParcela = 1;
@@ -339,7 +341,6 @@ TEST_F(InformeDeVuelta, WritesFeaturesAndASheet)
 
 TEST_F(InformeDeVuelta, FindsTheLogThatTheWayToInfografKeptUntilTheNextWayBack)
 {
-    namespace fs = std::filesystem;
     DosParcelas();
     Ejecuta();
     const std::string cuenta = Informa().Cuenta();
@@ -357,6 +358,10 @@ TEST_F(InformeDeVuelta, SaysThatTheRunWroteItsTablesAgain)
     for (const int modificar : {0, 1}) {
         DosParcelas();
         Ejecuta(modificar);
+        for (const char* tabla : {"Parcelas.txt", "Subparcelas.txt"})
+            if (modificar == 0) // they are older than the run, and not of its own second
+                fs::last_write_time(carpeta.Ruta() / tabla,
+                                    fs::file_time_type::clock::now() - std::chrono::hours(1));
         const CInformePrueba informe = Informa();
         EXPECT_EQ(informe.Dice(kSupone), modificar == 1);
         EXPECT_THAT(informe.Cuenta(), EndsWith(", 0 sin explicar"));
