@@ -33,10 +33,13 @@ waits() { # until the command holds
   fail "never: $*"
 }
 gone() { [ ! -e "$1" ]; }
+unknown() { ! windows reg query "$1\\$entry" > /dev/null; } # root
 removed() { # option
+  local root=HKCU
+  [ "$1" != /AllUsers ] || root=HKLM
   "$runner" "$folder/Desinstalar.exe" /S "$1" || fail "it isn't removed"
   waits gone "$folder/Desinstalar.exe"
-  waits gone "$menu/Campiva.lnk"
+  waits unknown "$root" # what goes last
 }
 
 # What people have, by the path and in the order in which it was put there; the content tells which it is.
