@@ -40,6 +40,15 @@ std::optional<CHecho> TomaNumeros(std::string_view& linea)
     return std::nullopt;
 }
 
+/// Takes a file of an earlier run away, if it is there.
+void Quita(const std::filesystem::path& ruta)
+{
+    sistema::Error error;
+    sistema::Borra(ruta, error);
+    if (error != std::errc::no_such_file_or_directory)
+        CFileException::Exige(error, sistema::Nombre(ruta));
+}
+
 } // namespace
 
 bool CEstados::HayAlgo() const
@@ -67,18 +76,12 @@ void CEstados::Lee()
 
 void CEstados::Empieza() const
 {
-    sistema::Error error;
-    for (const std::filesystem::path& ruta : {Diario(), Tabla()}) {
-        sistema::Borra(ruta, error);
-        if (error && error != std::errc::no_such_file_or_directory)
-            throw CFileException(sistema::Nombre(ruta), error);
-    }
+    Quita(Diario());
 }
 
 void CEstados::Abre()
 {
-    sistema::Error error;
-    sistema::Borra(Tabla(), error); // it is of an earlier run
+    Quita(Tabla()); // it is of an earlier run
     m_diario.open(Diario(), std::ios::app | std::ios::binary);
     if (m_diario.tellp() > 0)
         m_diario << "\n"; // behind a line that a killed run may have left unfinished

@@ -21,9 +21,10 @@ public:
     bool HayAlgo() const;
     /// What an earlier run wrote down.
     void Lee();
-    /// Nothing is known of any job, and no table of an earlier run passes for that of this one.
+    /// Nothing is known of any job. Raises CFileException.
     void Empieza() const;
-    /// From now on what ends is written down. Raises CFileException, as `Anota` does.
+    /// From now on what ends is written down, and no table of an earlier run passes for that of
+    /// this one. Raises CFileException, as `Anota` does.
     void Abre();
     void Anota(const CTrabajo& trabajo, const CHecho& hecho);
 
