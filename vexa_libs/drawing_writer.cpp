@@ -3,6 +3,7 @@
 #include <limits>
 
 #include "vexa_libs/binary.h"
+#include "vexa_libs/entity_bytes.h"
 #include "vexa_libs/ring.h"
 
 namespace vexageo {
@@ -38,21 +39,8 @@ bool CEscritorDibujo::Sobre(std::string bytes)
 
 void CEscritorDibujo::Borra(int posicion)
 {
-    constexpr std::size_t kEnEstado = 5;
-    constexpr std::size_t kCabecera = 16;
-    constexpr std::uint64_t kBytesPunto = 12;
-    const std::size_t desde = static_cast<std::size_t>(posicion) - 1;
-    if (posicion < 1 || desde + kCabecera > m_antes.size())
-        return;
-    CLector lector(std::string_view(m_antes).substr(desde + kEnEstado + 1));
-    const std::uint64_t codigo = lector.U16();
-    const std::uint64_t puntos = lector.U32();
-    const std::uint64_t largo = kCabecera + codigo + puntos * kBytesPunto + lector.U32();
-    if (largo + kBytesU32 > m_antes.size() - desde)
-        return;
-    m_antes[desde + kEnEstado] = 1;
-    const auto bytes = static_cast<std::size_t>(largo);
-    PonU32(m_antes, desde + bytes, Crc32(std::string_view(m_antes).substr(desde, bytes)));
+    if (posicion > 0)
+        MarcaBorrada(m_antes, static_cast<std::size_t>(posicion) - 1);
 }
 
 int CEscritorDibujo::Rotulo(const CString& codigo, const CString& texto, const CPunto<int>& donde)

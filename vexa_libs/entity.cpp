@@ -4,6 +4,7 @@
 #include <string>
 
 #include "vexa_libs/binary.h"
+#include "vexa_libs/entity_bytes.h"
 #include "vexa_libs/ring.h"
 
 namespace vexageo {
@@ -71,6 +72,23 @@ std::string_view LeeEntidad(CFile* fichero)
 }
 
 } // namespace
+
+void MarcaBorrada(std::string& bytes, std::size_t desde)
+{
+    const std::size_t enEstado = kMarcaEntidad.size() + 1; // behind the kind
+    const std::string_view quedan = std::string_view(bytes).substr(std::min(desde, bytes.size()));
+    if (quedan.size() < kCabeceraEntidad || !quedan.starts_with(kMarcaEntidad))
+        return;
+    CLector lector(quedan);
+    const std::uint64_t cuerpo = CCabecera::De(lector).Cuerpo();
+    if (cuerpo > quedan.size() - kCabeceraEntidad)
+        return;
+    const std::size_t sellado = kCabeceraEntidad + static_cast<std::size_t>(cuerpo) - kBytesCrc;
+    bytes[desde + enEstado] = 1;
+    CEscritor crc;
+    crc.U32(Crc32(std::string_view(bytes).substr(desde, sellado)));
+    bytes.replace(desde + sellado, kBytesCrc, crc.Hecho());
+}
 
 template <class T>
 bool CEntidadVexa<T>::Lee(CFile* fichero, bool soloLineas)
