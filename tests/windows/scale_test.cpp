@@ -1,5 +1,8 @@
 #include "platform/windows/dialog_window.h"
 
+#include <cmath>
+#include <iterator>
+
 #include <gtest/gtest.h>
 
 #include "resources/resource_ids.h"
@@ -13,6 +16,31 @@ SIZE LadosDe(HWND ventana)
     RECT sitio = {};
     GetClientRect(ventana, &sitio);
     return {sitio.right, sitio.bottom};
+}
+
+/// What a window's controls are written with: its height in pixels as asked for, and what the
+/// letters measure, which is what a dialog's places are counted in.
+struct CMedidaLetra {
+    double alto;
+    double ancho;
+    double pedido;
+};
+
+CMedidaLetra MedidaDeLetra(HWND control)
+{
+    const auto letra = reinterpret_cast<HFONT>(SendMessageW(control, WM_GETFONT, 0, 0));
+    LOGFONTW pedida = {};
+    GetObjectW(letra, sizeof pedida, &pedida);
+    constexpr wchar_t kLetras[] = L"ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
+    constexpr int kCuantas = std::size(kLetras) - 1;
+    HDC lienzo = GetDC(control);
+    const HGDIOBJ antes = SelectObject(lienzo, letra);
+    SIZE medida = {};
+    GetTextExtentPoint32W(lienzo, kLetras, kCuantas, &medida);
+    SelectObject(lienzo, antes);
+    ReleaseDC(control, lienzo);
+    return {double(medida.cy), std::round(double(medida.cx) / kCuantas),
+            std::abs(double(pedida.lfHeight))};
 }
 
 /// Controls that don't stand wholly in the window.
@@ -46,6 +74,7 @@ TEST(Escala, OfAnotherScreenIsThatOfTheWholeWindow)
     HWND campo = ventana.ControlCon(IDC_MODULOS);
     const SIZE antes = LadosDe(manija);
     const SIZE campoAntes = LadosDe(campo);
+    const CMedidaLetra letraAntes = MedidaDeLetra(campo);
     const struct {
         int puntosPorPulgada;
         double veces;
@@ -56,10 +85,16 @@ TEST(Escala, OfAnotherScreenIsThatOfTheWholeWindow)
         SendMessageW(manija, WM_DPICHANGED,
                      MAKEWPARAM(caso.puntosPorPulgada, caso.puntosPorPulgada),
                      reinterpret_cast<LPARAM>(&sitio));
-        constexpr double kRedondeo = 0.08; // a letter has a whole number of pixels
-        EXPECT_NEAR(double(LadosDe(manija).cx) / antes.cx, caso.veces, kRedondeo);
-        EXPECT_NEAR(double(LadosDe(manija).cy) / antes.cy, caso.veces, kRedondeo);
-        EXPECT_NEAR(double(LadosDe(campo).cx) / campoAntes.cx, caso.veces, kRedondeo);
+        // The letters follow the screen, to a whole pixel; all else follows the letters, whichever
+        // font a system has for its messages.
+        const CMedidaLetra letra = MedidaDeLetra(campo);
+        EXPECT_NEAR(letra.pedido, letraAntes.pedido * caso.veces, 1);
+        const double aLoAncho = letra.ancho / letraAntes.ancho;
+        const double aLoAlto = letra.alto / letraAntes.alto;
+        constexpr double kRedondeo = 0.03; // a window has a whole number of pixels
+        EXPECT_NEAR(double(LadosDe(manija).cx) / antes.cx, aLoAncho, kRedondeo * aLoAncho);
+        EXPECT_NEAR(double(LadosDe(manija).cy) / antes.cy, aLoAlto, kRedondeo * aLoAlto);
+        EXPECT_NEAR(double(LadosDe(campo).cx) / campoAntes.cx, aLoAncho, kRedondeo * aLoAncho);
         EXPECT_EQ(Fuera(manija), 0);
     }
 }
