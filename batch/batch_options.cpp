@@ -53,6 +53,8 @@ COpciones LeeOpciones(std::span<const std::string> argumentos)
         }
         if (argumento == "--reanuda")
             opciones.reanuda = true;
+        else if (argumento == "--resumen")
+            opciones.resume = true;
         else if (argumento.starts_with('-'))
             throw CLineaMala(Texto(textos::kNoHayOpcion, argumento));
         else if (!opciones.tabla.empty())

@@ -15,6 +15,7 @@ struct COpciones {
     std::string maquinas;   ///< as GNU parallel takes them; empty for this machine alone
     int procesos = 0;       ///< at a time; 0 for as many as there are cores
     bool reanuda = false;
+    bool resume = false; ///< the report sums it all up in the end
 };
 
 /// Reads the arguments behind the program's name. Raises CLineaMala.

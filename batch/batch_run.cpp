@@ -14,6 +14,7 @@
 #include "batch/job_states.h"
 #include "batch/machines.h"
 #include "batch/progress.h"
+#include "batch/summary_run.h"
 #include "platform/files/cfile_exception.h"
 #include "platform/files/side_names.h"
 #include "platform/files/target_lock.h"
@@ -104,8 +105,7 @@ private:
 /// The jobs of a table that are still to be done.
 class CLote {
 public:
-    CLote(const std::vector<CTrabajo>& trabajos, fs::path carpeta, CEstados& estados)
-        : m_carpeta(std::move(carpeta)), m_estados(estados)
+    CLote(const std::vector<CTrabajo>& trabajos, CEstados& estados) : m_estados(estados)
     {
         for (const CTrabajo& trabajo : trabajos)
             if (const CHecho* hecho = estados.De(trabajo); hecho == nullptr || hecho->estado != 0)
@@ -121,7 +121,6 @@ private:
     std::optional<std::pair<const CTrabajo&, CHecho>> Recoge(CHijos& hijos);
     void Anota(const CTrabajo& trabajo, const CHecho& hecho);
 
-    fs::path m_carpeta;
     CEstados& m_estados;
     std::vector<const CTrabajo*> m_pendientes;
     std::list<CPuesto> m_puestos;
@@ -189,9 +188,7 @@ void CLote::Reparte(const fs::path& programa, CHijos& hijos)
     for (CPuesto& puesto : m_puestos)
         while (puesto.EstaLibre() && m_siguiente < m_pendientes.size()) {
             const CTrabajo& trabajo = *m_pendientes[m_siguiente++];
-            const fs::path dicho =
-                m_carpeta / "salidas" / (std::to_string(trabajo.numero) + ".err");
-            if (!puesto.Empieza(trabajo, programa, dicho, hijos))
+            if (!puesto.Empieza(trabajo, programa, m_estados.Dicho(trabajo.numero), hijos))
                 Anota(trabajo, puesto.Acaba(kAlgunFallo));
         }
 }
@@ -234,9 +231,10 @@ void Prepara(const fs::path& carpeta, CEstados& estados, CCandado& candado, bool
     if (reanuda)
         return estados.Lee();
     estados.Empieza();
-    for (const fs::path& nombre : sistema::Lista(carpeta / "salidas", error))
-        if (TieneNumero(nombre)) // what else is there is somebody's
-            sistema::Borra(carpeta / "salidas" / nombre, error);
+    for (const fs::path& donde : {carpeta / "salidas", estados.Informes()})
+        for (const fs::path& nombre : sistema::Lista(donde, error))
+            if (TieneNumero(nombre)) // what else is there is somebody's
+                sistema::Borra(donde / nombre, error);
 }
 
 } // namespace
@@ -249,9 +247,10 @@ EstadoDeSalida Ejecuta(const COpciones& opciones)
     CEstados estados(carpeta);
     CCandado candado;
     Prepara(carpeta, estados, candado, opciones.reanuda);
+    estados.GuardaTrabajos(trabajos);
     estados.Abre();
     sistema::VigilaSenales(false);
-    CLote lote(trabajos, carpeta, estados);
+    CLote lote(trabajos, estados);
     if (opciones.maquinas.empty())
         lote.HazAqui(programa, Procesos(opciones));
     else
@@ -261,6 +260,8 @@ EstadoDeSalida Ejecuta(const COpciones& opciones)
     sistema::Imprime(stdout, Texto(textos::kFin, static_cast<int>(trabajos.size()), fallidos,
                                    sistema::Nombre(sistema::Ruta(opciones.resultados) /
                                                    estados.Tabla().filename())));
+    if (opciones.resume && !sistema::HayQueAcabar())
+        Resume(estados);
     if (sistema::HayQueAcabar())
         return kDetenido;
     return fallidos == 0 ? kHecho : kAlgunFallo;

@@ -21,12 +21,14 @@ Opciones:
   -j, --procesos N    trabajos a la vez; si no, tantos como núcleos
   --sshlogin MAQUINAS reparte los trabajos, por GNU parallel, entre máquinas que ven las mismas carpetas
   --reanuda           sólo lo que falló o quedó sin hacer la última vez
+  --resumen           al final, una página y una hoja de todos (campiva-informe --resumen DIR)
   --resultados DIR    donde quedan el estado y las salidas; si no, TRABAJOS.resultados
   -h, --help          esta ayuda
   --version           la versión
 
 En DIR quedan estado.tsv (una línea por trabajo: número, traducción, carpeta, estado de salida, errores,
-warnings, segundos), trabajos.log (lo mismo según se acaban) y salidas/N.err (lo que dijo cada uno).
+warnings, segundos), trabajos.log (lo mismo según se acaban), trabajos.tsv (la tabla) y salidas/N.err (lo
+que dijo cada uno).
 
 Estado de salida: 0; 1 si algún trabajo falló o no se hizo; 2 si la línea o la tabla están mal; 130 si se
 detuvo.
@@ -57,6 +59,12 @@ inline constexpr const char* kAvance = "%d de %d trabajos, %d con fallos";
 inline constexpr const char* kQuedan = ", quedan %s";
 inline constexpr const char* kNoEmpieza = "No se pudo empezar en %s: %s\n";
 inline constexpr const char* kFin = "%d trabajos, %d con fallos o sin hacer; estado en %s\n";
+
+inline constexpr const char* kSinInforme =
+    "No hay resumen, porque no se encuentra campiva-informe; campiva-informe --resumen %s lo "
+    "hace.\n";
+inline constexpr const char* kSinResumen = "No hay resumen: %s\n";
+inline constexpr const char* kSeCorto = "campiva-informe no llegó a su fin";
 
 inline constexpr const char* kCabeceraEstado =
     "trabajo\ttraduccion\tcarpeta\testado\terrores\twarnings\tsegundos\n";

@@ -15,31 +15,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::string_view kTablas[] = {"modulos",     "titulares", "parcelas",
-                                        "subparcelas", "parajes",   "cotitulares"};
-
 fs::path EnSuCarpeta(const CTrabajo& trabajo, const CString& nombre)
 {
     return sistema::Ruta(trabajo.carpeta) / sistema::Ruta(nombre);
-}
-
-/// The log, as the translation names it: by its input, or by the first line of the list.
-fs::path RutaDelRegistro(const CTrabajo& trabajo)
-{
-    if (trabajo.traduccion == Traduccion::Ida) {
-        CCadena nombre = trabajo.Campo("entrada");
-        nombre.CambiaExtension(kExtensionRegistro);
-        return EnSuCarpeta(trabajo, nombre);
-    }
-    const CCadena lista = trabajo.Campo("lista");
-    CStdioFile fichero;
-    CString primera;
-    if (!fichero.Open(sistema::Nombre(EnSuCarpeta(trabajo, lista)), CFile::modeRead))
-        return {};
-    fichero.ReadString(primera);
-    return EnSuCarpeta(trabajo,
-                       FicheroDeLista(lista.DamePath(), LeeCabeceraLista(primera).nombreSalida,
-                                      kExtensionRegistro));
 }
 
 /// The kind of a message, by its line in the log: its letter, or a blank for none.
@@ -55,6 +33,29 @@ char ClaseDe(std::string_view linea)
 }
 
 } // namespace
+
+fs::path FicheroDe(const CTrabajo& trabajo, std::string_view campo)
+{
+    return EnSuCarpeta(trabajo, trabajo.Campo(campo));
+}
+
+fs::path RutaDelRegistro(const CTrabajo& trabajo)
+{
+    if (trabajo.traduccion == Traduccion::Ida) {
+        CCadena nombre = trabajo.Campo("entrada");
+        nombre.CambiaExtension(kExtensionRegistro);
+        return EnSuCarpeta(trabajo, nombre);
+    }
+    const CCadena lista = trabajo.Campo("lista");
+    CStdioFile fichero;
+    CString primera;
+    if (!fichero.Open(sistema::Nombre(FicheroDe(trabajo, "lista")), CFile::modeRead))
+        return {};
+    fichero.ReadString(primera);
+    return EnSuCarpeta(trabajo,
+                       FicheroDeLista(lista.DamePath(), LeeCabeceraLista(primera).nombreSalida,
+                                      kExtensionRegistro));
+}
 
 COrden OrdenDe(const CTrabajo& trabajo)
 {
@@ -73,7 +74,7 @@ COrden OrdenDe(const CTrabajo& trabajo)
     orden.argumentos.emplace_back(esIda ? "0" : "1");
     if (esIda)
         pon("entrada");
-    for (const std::string_view tabla : kTablas)
+    for (const std::string_view tabla : kCamposDeTablas)
         pon(tabla);
     if (!esIda)
         for (const char* campo : {"lista", "ortos", "modificar", "no_en_grafico", "no_en_bd"})
@@ -95,6 +96,17 @@ CRegistro::CRegistro(const CTrabajo& trabajo)
     m_habia = fs::file_size(m_ruta, error);
     if (error)
         m_habia = 0;
+    else
+        m_fecha = fs::last_write_time(m_ruta, error);
+}
+
+/// As it was: who holds what the way back wrote against its log goes by their times.
+void CRegistro::Devuelve(const fs::path& anterior) const
+{
+    std::error_code error;
+    fs::rename(anterior, m_ruta, error);
+    if (!error)
+        fs::last_write_time(m_ruta, m_fecha, error);
 }
 
 CHecho CRegistro::Acaba()
@@ -105,7 +117,7 @@ CHecho CRegistro::Acaba()
         const fs::path anterior = lado::De(m_ruta, lado::kAnterior);
         const bool vacio = fs::file_size(m_ruta, error) == 0 && !error;
         if (m_habia != 0 && vacio && fs::file_size(anterior, error) == m_habia && !error)
-            fs::rename(anterior, m_ruta, error);
+            Devuelve(anterior);
         return hecho;
     }
     CStdioFile fichero;

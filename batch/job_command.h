@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "batch/job_table.h"
 #include "platform/child_processes.h"
@@ -21,8 +22,18 @@ struct CHecho {
 
 inline constexpr int kMuerto = 137; ///< as a shell has it
 
+/// The fields that name a job's tables, in their order.
+inline constexpr std::string_view kCamposDeTablas[] = {"modulos",     "titulares", "parcelas",
+                                                       "subparcelas", "parajes",   "cotitulares"};
+
 /// How the program is started for a job: its line, and what it reads.
 COrden OrdenDe(const CTrabajo& trabajo);
+
+/// A file of the job, by the field that names it.
+std::filesystem::path FicheroDe(const CTrabajo& trabajo, std::string_view campo);
+/// The log, as the translation names it: by its input, or by the first line of the list. Empty
+/// where the list can't be read.
+std::filesystem::path RutaDelRegistro(const CTrabajo& trabajo);
 
 /// The settings that the job has.
 std::array<CAjuste, 2> AjustesDe(const CTrabajo& trabajo);
@@ -37,9 +48,12 @@ public:
     CHecho Acaba();
 
 private:
+    void Devuelve(const std::filesystem::path& anterior) const;
+
     bool m_esInfograf;
-    std::filesystem::path m_ruta; ///< empty where nothing names it
-    std::uintmax_t m_habia = 0;   ///< its length before
+    std::filesystem::path m_ruta;            ///< empty where nothing names it
+    std::uintmax_t m_habia = 0;              ///< its length before
+    std::filesystem::file_time_type m_fecha; ///< and when it was written
 };
 
 } // namespace lote

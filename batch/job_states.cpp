@@ -49,6 +49,17 @@ void Quita(const std::filesystem::path& ruta)
         CFileException::Exige(error, sistema::Nombre(ruta));
 }
 
+/// Writes a file in the place of an older one.
+void Escribe(const std::filesystem::path& ruta, const std::string& texto)
+{
+    CFile fichero;
+    CFileException fallo;
+    if (!fichero.Open(sistema::Nombre(ruta), CFile::modeCreate | CFile::modeWrite, &fallo))
+        throw CFileException(fallo);
+    fichero.Write(texto.data(), static_cast<UINT>(texto.size()));
+    fichero.Close();
+}
+
 } // namespace
 
 bool CEstados::HayAlgo() const
@@ -71,7 +82,10 @@ void CEstados::Lee()
         quedan.remove_prefix(fin + 1);
         if (const auto hecho = TomaNumeros(linea))
             m_hechos[std::string(linea)] = *hecho;
+        else
+            m_cortadas += linea.empty() ? 0 : 1;
     }
+    m_cortadas += quedan.empty() ? 0 : 1;
 }
 
 void CEstados::Empieza() const
@@ -81,7 +95,8 @@ void CEstados::Empieza() const
 
 void CEstados::Abre()
 {
-    Quita(Tabla()); // it is of an earlier run
+    for (const std::filesystem::path& deAntes : {Tabla(), Pagina(), Hoja(), DichoResumen()})
+        Quita(deAntes);
     m_diario.open(Diario(), std::ios::app | std::ios::binary);
     if (m_diario.tellp() > 0)
         m_diario << "\n"; // behind a line that a killed run may have left unfinished
@@ -120,12 +135,16 @@ void CEstados::EscribeTabla(const std::vector<CTrabajo>& trabajos) const
             Texto("%d\t%s\t%s\t", trabajo.numero, NombreDe(trabajo.traduccion), trabajo.carpeta);
         tabla += (hecho != nullptr ? Numeros(*hecho) : "-\t-\t-\t-") + "\n";
     }
-    CFile fichero;
-    CFileException fallo;
-    if (!fichero.Open(sistema::Nombre(Tabla()), CFile::modeCreate | CFile::modeWrite, &fallo))
-        throw CFileException(fallo);
-    fichero.Write(tabla.data(), static_cast<UINT>(tabla.size()));
-    fichero.Close();
+    Escribe(Tabla(), tabla);
+}
+
+void CEstados::GuardaTrabajos(const std::vector<CTrabajo>& trabajos) const
+{
+    std::string tabla =
+        std::string(kDesdeCarpeta) + sistema::Nombre(sistema::EnteraSinPuntos(".")) + "\n";
+    for (const CTrabajo& trabajo : trabajos)
+        tabla += trabajo.linea + "\n";
+    Escribe(Trabajos(), tabla);
 }
 
 } // namespace lote

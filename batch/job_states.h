@@ -19,12 +19,12 @@ public:
 
     /// Tells whether there is anything to be taken up again.
     bool HayAlgo() const;
-    /// What an earlier run wrote down.
+    /// What an earlier run wrote down. Raises CFileException.
     void Lee();
     /// Nothing is known of any job. Raises CFileException.
     void Empieza() const;
-    /// From now on what ends is written down, and no table of an earlier run passes for that of
-    /// this one. Raises CFileException, as `Anota` does.
+    /// From now on what ends is written down, and neither table nor summary of an earlier run
+    /// passes for that of this one. Raises CFileException, as `Anota` does.
     void Abre();
     void Anota(const CTrabajo& trabajo, const CHecho& hecho);
 
@@ -32,15 +32,34 @@ public:
     const CHecho* De(const CTrabajo& trabajo) const;
     /// How many of the jobs failed, or weren't done.
     int Fallidos(const std::vector<CTrabajo>& trabajos) const;
+    /// Keeps the jobs with what is written of them, and the folder from which theirs count, for who
+    /// looks at the results afterwards. Raises CFileException.
+    void GuardaTrabajos(const std::vector<CTrabajo>& trabajos) const;
     /// Writes the table of all, one line a job, in the order of the jobs. Raises CFileException.
     void EscribeTabla(const std::vector<CTrabajo>& trabajos) const;
 
     std::filesystem::path Diario() const { return m_carpeta / "trabajos.log"; }
     std::filesystem::path Tabla() const { return m_carpeta / "estado.tsv"; }
+    std::filesystem::path Trabajos() const { return m_carpeta / "trabajos.tsv"; }
+    /// What the job said.
+    std::filesystem::path Dicho(int numero) const
+    {
+        return m_carpeta / "salidas" / (std::to_string(numero) + ".err");
+    }
+    // What the report makes of the results: its summary, what it said, and a page for each job.
+    std::filesystem::path Pagina() const { return m_carpeta / "resumen.html"; }
+    std::filesystem::path Hoja() const { return m_carpeta / "resumen.csv"; }
+    std::filesystem::path DichoResumen() const { return m_carpeta / "resumen.txt"; }
+    std::filesystem::path Informes() const { return m_carpeta / "informes"; }
+    const std::filesystem::path& Carpeta() const { return m_carpeta; }
+    /// How many lines of the jobs that ended aren't whole.
+    int Cortadas() const { return m_cortadas; }
+    std::size_t Cuantos() const { return m_hechos.size(); } ///< jobs that are known to have ended
 
 private:
     std::filesystem::path m_carpeta;
     std::ofstream m_diario;
+    int m_cortadas = 0;
     std::map<std::string, CHecho, std::less<>> m_hechos; // by the jobs' lines
 };
 

@@ -45,6 +45,9 @@ bool TieneNumero(const std::filesystem::path& nombre);
 /// The name by which tables and results know a translation.
 std::string_view NombreDe(Traduccion traduccion);
 
+/// What a table in the results has in front: the folder from which those of its jobs count.
+inline constexpr std::string_view kDesdeCarpeta = "# carpeta\t";
+
 /// Reads a table: a job a line, its fields between tabs; blank lines and those that begin with a
 /// "#" don't count. Bytes are taken as they are. Raises CLineaMala for a line that is no job or a
 /// job that is there twice, and CFileException where the table can't be read.

@@ -25,10 +25,10 @@ EVIDENCE = [*CORE, "evidence"]
 REPORT = [*EVIDENCE, "evidence/report/reading"]
 BESIDE = {
     "evidence": CORE,
-    "evidence/report/reading": EVIDENCE,
+    "evidence/report/reading": [*EVIDENCE, "batch"],
     "evidence/report/findings": REPORT,
     "evidence/report/writing": [*REPORT, "evidence/report/findings"],
-    "evidence/report": [*REPORT, "evidence/report/findings", "evidence/report/writing"],
+    "evidence/report": [*REPORT, "batch", "evidence/report/findings", "evidence/report/writing"],
     "evidence/gis/reading": [*EVIDENCE, "evidence/gis"],
     "evidence/gis/writing": [*EVIDENCE, "evidence/gis"],
     "evidence/gis": [*EVIDENCE, "evidence/gis/reading", "evidence/gis/writing"],

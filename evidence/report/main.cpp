@@ -2,6 +2,7 @@
 #include <ctime>
 #include <new>
 
+#include "evidence/report/batch_summary.h"
 #include "evidence/report/report.h"
 #include "evidence/report/version.h"
 #include "platform/system.h"
@@ -16,9 +17,7 @@ constexpr int kHayPerdidas = 3;
 int Informa(const informe::COpciones& opciones)
 {
     int estado = kHecho;
-    for (const CString& registro : opciones.registros) {
-        const informe::CResultado resultado =
-            informe::HazInforme(registro, opciones, informe::kVersion, std::time(nullptr));
+    const auto di = [&](const informe::CResultado& resultado) {
         std::fputs(resultado.resumen.c_str(), stdout);
         for (const std::string& queja : resultado.quejas) {
             std::fprintf(stderr, "campiva-informe: %s\n", queja.c_str());
@@ -26,7 +25,12 @@ int Informa(const informe::COpciones& opciones)
         }
         if (opciones.estricto && resultado.hayPerdidas && estado == kHecho)
             estado = kHayPerdidas;
-    }
+    };
+    const std::time_t ahora = std::time(nullptr);
+    if (!opciones.resumen.IsEmpty())
+        di(informe::HazResumen(opciones, informe::kVersion, ahora));
+    for (const CString& registro : opciones.registros)
+        di(informe::HazInforme(registro, opciones, informe::kVersion, ahora));
     return estado;
 }
 

@@ -1,6 +1,5 @@
 #include "evidence/report/report.h"
 
-#include <algorithm>
 #include <memory>
 #include <utility>
 
@@ -40,6 +39,7 @@ public:
                                 ? AsuntosDeInfograf(m_proceso)
                                 : ReuneAsuntos({m_proceso, Lugares(),
                                                 contenido.dibujo ? &*contenido.dibujo : nullptr});
+        resultado.cifras = contenido.Cifras(); // whether or not it can be written
         EscribeMensajes();
         EscribeTodo(contenido, pagina);
         const bool hayPerdidas = contenido.HayPerdidas(); // both while nothing has changed yet
@@ -69,7 +69,8 @@ private:
             m_lugares.Toma(poligono);
             if (m_geojson)
                 m_geojson->Toma(poligono, m_indice);
-            mapas.Toma(poligono);
+            if (!m_opciones.sinInformes)
+                mapas.Toma(poligono);
         }
         contenido.mapas = mapas.Acaba();
     }
@@ -111,27 +112,12 @@ private:
     std::unique_ptr<CGeoJson> m_geojson;
 };
 
-/// What is written must fall on nothing that is read, nor on one another: gives the first output
-/// that does, null for none. Empty names are no outputs.
-const CString* BuscaOcupada(const std::vector<CString>& salidas, std::vector<CString> leidos)
-{
-    for (const CString& salida : salidas) {
-        if (salida.IsEmpty() || salida == kEstandar)
-            continue;
-        if (std::any_of(leidos.begin(), leidos.end(),
-                        [&](const CString& leido) { return CFile::SeriaElMismo(salida, leido); }))
-            return &salida;
-        leidos.push_back(salida);
-    }
-    return nullptr;
-}
-
 /// The page's name where nobody says one; empty for no page, where something else is to go down a
 /// pipe. The log of Infograf is the way back's as well, so its page has a name of its own.
 CString PaginaDe(const COpciones& opciones, const CFicheros& ficheros)
 {
-    if (!opciones.html.IsEmpty())
-        return opciones.html;
+    if (opciones.sinInformes || !opciones.html.IsEmpty())
+        return opciones.sinInformes ? CString() : opciones.html;
     for (const CString& otra : opciones.Otras())
         if (otra == kEstandar)
             return {};
@@ -152,10 +138,9 @@ void Elabora(const CString& registro, const COpciones& opciones, const std::stri
     std::vector<CString> salidas = opciones.Otras();
     salidas.push_back(pagina);
     if (const CString* ocupada = BuscaOcupada(salidas, Leidos(ficheros)))
-        resultado.quejas.push_back("El archivo " + Texto(*ocupada) +
-                                   " no se escribe, porque se lee o se escribe ya");
+        resultado.quejas.push_back(NoSePisa(*ocupada));
     else if (!opciones.json.IsEmpty() && !kHayJson)
-        resultado.quejas.emplace_back("Este programa se hizo sin nlohmann-json, y no tiene --json");
+        resultado.quejas.emplace_back(kSinJson);
     else
         CElaboracion(ficheros, opciones).Hace(pagina, version, hecho, resultado);
 }

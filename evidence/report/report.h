@@ -1,15 +1,18 @@
 #pragma once
 
 #include <ctime>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "evidence/report/findings/run_figures.h"
 #include "evidence/report/reading/report_options.h"
 
 namespace informe {
 
 struct CResultado {
     std::string resumen;             ///< for the terminal
+    std::optional<CCifras> cifras;   ///< none where something couldn't be read
     bool hayPerdidas = false;        ///< surface was lost, or something isn't explained
     std::vector<std::string> quejas; ///< what couldn't be read or written, a sentence each
 };

@@ -126,7 +126,7 @@ mkdir -p mine/salidas mine/partes && touch mine/salidas/nota.err mine/salidas/7.
 printf 'ida\tc\n' > mine.tsv
 status 0 "$batch" --resultados mine mine.tsv
 status 0 "$batch" --resultados mine --sshlogin : mine.tsv
-[ "$(ls mine mine/salidas | tr '\n' ' ')" = "mine: estado.tsv nota parallel.txt partes salidas trabajos.log  mine/salidas: 1.err nota.err " ] ||
+[ "$(ls mine mine/salidas | tr '\n' ' ')" = "mine: estado.tsv nota parallel.txt partes salidas trabajos.log trabajos.tsv  mine/salidas: 1.err nota.err " ] ||
   { ls -R mine >&2 && fail "files of others went"; }
 [ -e mine/partes/nota ]
 
@@ -142,4 +142,32 @@ mkdir far && cp "$samples/villanueva.txt" far/entrada.txt
 rm c/Parcelas.txt
 status 0 "$batch" --sshlogin : --reanuda parts.tsv
 [ "$(states parts.tsv | tail -n 1)" = "3 ida far 0 0 0" ] && [ ! -e c/Parcelas.txt ]
+# A summary at the end, where the report's program is; what it says changes nothing of the jobs.
+rows() { tail -n +2 "$1.resultados/resumen.csv" | tr -d '\r' | cut -d ';' -f 1-11; }
+rm -rf c && cp -r "$samples/villanueva_dibujos_con_faltas" c && cp "$samples"/villanueva_tablas_con_faltas/* c
+cp -r c d
+printf 'vuelta\td\nvuelta\tgone\nvuelta\tc\n' > sum.tsv
+if [ -x "$(dirname "$batch")/campiva-informe" ]; then
+  status 1 "$batch" --resumen sum.tsv
+  grep -q "3 trabajos, 3 fallaron, .* perdidos en .* de 2 trabajos, 840 errores, 6 warnings, 0 sin explicar" said
+  [ "$(rows sum.tsv | cut -d ';' -f 1,2,6,10,11 | tr '\n' ' ')" = "1;d;0;420;3 3;c;0;420;3 2;gone;;; suma;;0;840;6 " ] ||
+    { rows sum.tsv >&2 && fail "the summary is another"; }
+  [ "$(ls sum.tsv.resultados/informes | tr '\n' ' ')" = "1.html 3.html " ]
+  # To Infograf: nothing of it is taken for the way back's, nor the other way round.
+  printf 'infograf\tc\ninfograf\td\n' > to.tsv
+  touch -d '1 hour ago' c/* d/*
+  status 1 "$batch" --resumen to.tsv
+  grep -q "2 trabajos, 2 fallaron, .* 0 errores, 0 warnings, 0 sin explicar" said
+  ! grep -q 'id="m1"' to.tsv.resultados/informes/1.html || fail "messages of the way back in Infograf's report"
+  cp sum.tsv.resultados/resumen.csv before.csv
+  mkdir elsewhere
+  (cd elsewhere && status 0 "$(dirname "$batch")/campiva-informe" --resumen ../sum.tsv.resultados)
+  cmp before.csv sum.tsv.resultados/resumen.csv || fail "the summary of the way back is another behind Infograf"
+  # Another run of the batch leaves no summary of the one before.
+  status 1 "$batch" sum.tsv
+  [ "$(ls sum.tsv.resultados sum.tsv.resultados/informes | tr '\n' ' ')" = "sum.tsv.resultados: estado.tsv informes salidas trabajos.log trabajos.tsv  sum.tsv.resultados/informes: " ] || { ls -R sum.tsv.resultados >&2 && fail "a summary of before"; }
+fi
+mkdir alone && cp "$batch" alone
+PATH=/bin:/usr/bin status 1 alone/campiva-lote --resumen sum.tsv
+grep -q "No hay resumen" said && [ "$(states sum.tsv | wc -l)" = 3 ]
 echo "all as they should"

@@ -18,10 +18,19 @@ bool EsDelFinal(const CString& tabla, const CFicheros& ficheros)
     return suya && delR && *suya >= *delR && *suya <= *delR + kHolgura;
 }
 
+/// The log of the run. That of Infograf is always empty: what stands there is the way back's.
+CRegistroLeido RegistroDe(const CFicheros& ficheros)
+{
+    CRegistroLeido registro(ficheros.registro);
+    if (ficheros.sentido == Sentido::Infograf && !registro.Recibido())
+        return {};
+    return registro;
+}
+
 } // namespace
 
 CProceso::CProceso(CFicheros suyos)
-    : ficheros(std::move(suyos)), registro(ficheros.registro), personas(registro)
+    : ficheros(std::move(suyos)), registro(RegistroDe(ficheros)), personas(registro)
 {
     vistos = MiraFicheros(ficheros, registro.Recibido());
     HazBalance();

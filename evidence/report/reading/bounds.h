@@ -24,6 +24,9 @@ inline constexpr std::size_t kParcelasDeAsunto = 60;
 inline constexpr std::size_t kFicheros = 40;
 inline constexpr std::size_t kFilasDibujo = 60;
 
+// Jobs of a batch: as many municipalities as a country has, which a browser still sorts at once.
+inline constexpr std::size_t kTrabajos = 10'000;
+
 // Records without an explanation: enough to look one up.
 inline constexpr std::size_t kEjemplos = 8;
 

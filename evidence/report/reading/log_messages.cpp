@@ -85,6 +85,8 @@ void CRegistroLeido::Recorre(const CTomaLinea& toma) const
 {
     if (m_recibido)
         return RecorreTexto(*m_recibido, toma);
+    if (m_nombre.IsEmpty())
+        return;
     CStdioFile fichero;
     if (CFileException fallo; !fichero.Open(m_nombre, CFile::modeRead, &fallo))
         throw CFileException(m_nombre, fallo.m_causa, true);

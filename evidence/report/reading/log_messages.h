@@ -22,7 +22,7 @@ class CRegistroLeido {
 public:
     using CTomaLinea = std::function<void(std::uint32_t linea, const CString& texto)>;
 
-    CRegistroLeido() = default;
+    CRegistroLeido() = default; ///< an empty one
     /// Reads a log; the standard input, which is kept, by the name `kEstandar`. Raises
     /// CFileException where one can't be opened or read.
     explicit CRegistroLeido(const CString& nombre);

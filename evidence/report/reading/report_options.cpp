@@ -16,6 +16,7 @@ constexpr struct {
     {"--csv", &COpciones::csv},         {"--lista", &COpciones::lista},
     {"--entrada", &COpciones::entrada}, {"--tablas", &COpciones::tablas},
     {"--ortos", &COpciones::ortos},     {"--json", &COpciones::json},
+    {"--resumen", &COpciones::resumen},
 };
 
 constexpr struct {
@@ -26,7 +27,9 @@ constexpr struct {
 constexpr struct {
     std::string_view nombre;
     bool COpciones::*valor;
-} kSinValor[] = {{"--detenido", &COpciones::detenido}, {"--estricto", &COpciones::estricto}};
+} kSinValor[] = {{"--detenido", &COpciones::detenido},
+                 {"--estricto", &COpciones::estricto},
+                 {"--sin-informes", &COpciones::sinInformes}};
 
 bool TieneAlgunValor(const COpciones& opciones)
 {
@@ -35,10 +38,23 @@ bool TieneAlgunValor(const COpciones& opciones)
                        [&](const auto& opcion) { return !(opciones.*opcion.valor).IsEmpty(); });
 }
 
+/// What is wrong with a line that asks for the summary of a batch.
+std::string ReparaResumen(COpciones opciones)
+{
+    if (!opciones.registros.empty())
+        return "--resumen es de un lote, y no de registros";
+    opciones.html = opciones.csv = opciones.json = opciones.resumen = CString();
+    return TieneAlgunValor(opciones) ? "con --resumen sólo caben --html, --csv y --json" : "";
+}
+
 std::string Repara(const COpciones& opciones)
 {
     if (opciones.PorLaSalida() > 1)
         return "por la salida sólo cabe una cosa";
+    if (!opciones.resumen.IsEmpty())
+        return ReparaResumen(opciones);
+    if (opciones.sinInformes)
+        return "--sin-informes es de --resumen";
     if (opciones.registros.empty())
         return "falta el nombre de un registro";
     if (opciones.registros.size() > 1 && TieneAlgunValor(opciones))
@@ -97,6 +113,7 @@ std::ptrdiff_t COpciones::PorLaSalida() const
 }
 
 const char* const kUso = R"(Uso: campiva-informe [OPCIONES] REGISTRO.ERR ...
+     campiva-informe --resumen TRABAJOS.resultados [OPCIONES]
 
 Escribe de cada registro de errores una página HTML con lo que dice del proceso:
 qué se leyó y qué se escribió, el balance de lo que entró y lo que salió, los
@@ -122,8 +139,15 @@ la entrada o a la lista.
   --escrito F      lo mismo, de un fichero que escribió el proceso
   --detenido       el proceso no llegó a escribir más que el registro
   --estricto       acaba con 3 si se perdió superficie o algo queda sin explicar
+  --resumen DIR    una página y una hoja de todos los trabajos de campiva-lote,
+                   con un informe de cada uno
+  --sin-informes   sin los informes de cada uno; enlaza los que ya hay
   --help           esto
   --version        la versión
+
+El resumen pone primero lo peor: lo que falló, lo que nadie explica, lo que se
+perdió, los errores. Queda en DIR: resumen.html, resumen.csv, y los informes en
+informes/N.html. --html y --csv les dan otro nombre, --json lo da para programas.
 
 Las opciones son de un solo registro, menos --estricto. Un guión es la salida
 estándar, que entonces no lleva resumen; si va a ella otra cosa que la página,

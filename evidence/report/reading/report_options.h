@@ -29,6 +29,11 @@ struct COpciones {
     std::vector<CString> escritos; ///< the same of files that the run wrote
     bool detenido = false;         ///< the run wrote nothing but its log
     bool estricto = false;         ///< what was lost, or isn't explained, makes the status
+    /// Whether a run on drawings went on to Infograf, where that is known.
+    std::optional<bool> infograf;
+
+    CString resumen;          ///< results of a batch, to be summed up in place of logs
+    bool sinInformes = false; ///< no page for each of its jobs
 
     /// Names of what is written, without the page; empty ones are asked for by nobody.
     std::vector<CString> Otras() const { return {csv, geojson, json}; }

@@ -125,6 +125,8 @@ void TomaNombrados(const std::vector<CString>& nombrados, bool escritos, CFicher
 bool EsDeInfograf(const COpciones& opciones, const CFicheros& ficheros)
 {
     constexpr auto kHolgura = std::chrono::seconds(2); // some disks tell the time no better
+    if (opciones.infograf)
+        return *opciones.infograf;
     const bool escribioR =
         std::any_of(opciones.escritos.begin(), opciones.escritos.end(),
                     [](const CString& nombre) { return ExtensionDe(nombre) == "R"; });

@@ -6,8 +6,6 @@
 namespace informe {
 namespace {
 
-constexpr std::string_view kMarca = "\xEF\xBB\xBF";
-
 /// A coordinate in metres, without points in the thousands: a sheet reads it as a number.
 std::string Metros(int unidades)
 {
@@ -40,7 +38,7 @@ std::string Fila(const CAviso& aviso, const CString& texto, const CLugaresDeAvis
 
 void EscribeCsv(CSalida& salida, const CRegistroLeido& registro, const CLugaresDeAvisos* lugares)
 {
-    salida.Escribe(kMarca);
+    salida.Escribe(kMarcaUtf8);
     salida.Escribe("línea;código;clase;polígono;parcela;letra;nombre;número;superficie;suma;x;y;"
                    "mensaje\r\n");
     registro.RecorreConAvisos([&](const CAviso& aviso, const CString& texto) {

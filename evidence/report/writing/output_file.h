@@ -1,7 +1,9 @@
 #pragma once
 
 #include <cstdio>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "evidence/paths.h"
 #include "evidence/report/reading/log_messages.h"
@@ -36,5 +38,11 @@ private:
     bool m_estandar;
     CFile m_fichero;
 };
+
+/// What is written must fall on nothing that is read, nor on one another: gives the first output
+/// that does, null for none. Empty names are no outputs.
+const CString* BuscaOcupada(const std::vector<CString>& salidas, std::vector<CString> leidos);
+/// The complaint of such a one.
+std::string NoSePisa(const CString& ocupada);
 
 } // namespace informe

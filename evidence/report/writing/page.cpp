@@ -28,13 +28,6 @@ const char* NombreSentido(Sentido sentido)
 using CAnota = std::function<void(std::int64_t cuantos, const char* uno, const char* varios,
                                   const char* clase)>;
 
-void Cifra(CMarcas& marcas, bool esCero, const std::string& cuanto, const std::string& que,
-           const char* clase)
-{
-    marcas.Bloque("li", {{"class", esCero ? "cero" : clase}},
-                  [&] { marcas.Elemento("b", {}, cuanto).Texto(" ").Texto(que); });
-}
-
 /// What went to Infograf, and what didn't.
 void CifrasDeInfograf(const CEvidenciaInfograf& infograf, const CAnota& cifra)
 {
@@ -115,24 +108,6 @@ void SeccionMapas(const CContenido& contenido, CMarcas& marcas)
     });
 }
 
-// What a browser is told to refuse: all requests, whatever a name in the log smuggled in.
-constexpr const char* kPolitica =
-    "default-src 'none'; style-src 'unsafe-inline'; script-src 'unsafe-inline'; base-uri 'none'; "
-    "form-action 'none'";
-
-/// The head of the document, which asks nothing of the network.
-void Cabeza(CMarcas& marcas, const CContenido& contenido)
-{
-    marcas.Linea().Suelto("meta", {{"charset", "utf-8"}}).Linea();
-    marcas.Suelto("meta", {{"http-equiv", "Content-Security-Policy"}, {"content", kPolitica}})
-        .Linea();
-    marcas
-        .Suelto("meta", {{"name", "viewport"}, {"content", "width=device-width, initial-scale=1"}})
-        .Linea();
-    marcas.Bloque("title", {}, "Informe de " + Texto(contenido.proceso.ficheros.base));
-    marcas.Bloque("style", {}, [&] { marcas.Linea().Hecho(kEstilo); });
-}
-
 void Cuerpo(CMarcas& marcas, const CContenido& contenido)
 {
     marcas.Linea().Bloque("header", {}, [&] { Cabecera(marcas, contenido); });
@@ -142,28 +117,19 @@ void Cuerpo(CMarcas& marcas, const CContenido& contenido)
                                SeccionMensajes, SeccionFicheros})
             pon(contenido, marcas);
     });
-    marcas.Bloque("footer", {}, [&] {
-        marcas.Elemento("p", {{"class", "fecha"}},
-                        "Hecho el " + Fecha(contenido.hecho) + " por campiva-informe " +
-                            contenido.version + ".");
-    });
-    marcas.Bloque("script", {}, [&] { marcas.Linea().Hecho(kGuion); });
+    Pie(marcas, contenido.hecho, contenido.version);
+    Guion(marcas, kGuionOrden);
+    Guion(marcas, kGuion);
     if (!contenido.mapas.empty())
-        marcas.Bloque("script", {}, [&] { marcas.Linea().Hecho(kGuionMapas); });
+        Guion(marcas, kGuionMapas);
 }
 
 } // namespace
 
 void EscribePagina(const CContenido& contenido, const CEscribe& escribe)
 {
-    CMarcas marcas(escribe);
-    marcas.Hecho("<!DOCTYPE html>\n");
-    marcas.Bloque("html", {{"lang", "es"}}, [&] {
-        marcas.Linea();
-        marcas.Bloque("head", {}, [&] { Cabeza(marcas, contenido); });
-        marcas.Bloque("body", {}, [&] { Cuerpo(marcas, contenido); });
-    });
-    marcas.Vuelca();
+    EscribeDocumento("Informe de " + Texto(contenido.proceso.ficheros.base), escribe,
+                     [&](CMarcas& marcas) { Cuerpo(marcas, contenido); });
 }
 
 } // namespace informe

@@ -1,7 +1,7 @@
 (() => {
   const lista = document.getElementById('lista'), filtro = document.getElementById('filtro');
   if (!lista || !filtro) return;
-  const cuerpo = lista.tBodies[0], filas = [...cuerpo.rows];
+  const filas = [...lista.tBodies[0].rows];
   const celda = (fila, i) => fila.cells[i].textContent;
   const e = filtro.elements;
   [...new Set(filas.map(f => celda(f, 1)))].sort().forEach(c => e.codigo.add(new Option(c, c)));
@@ -18,22 +18,6 @@
     }
     e.cuantos.value = vistas.toLocaleString('es') + ' de ' + filas.length.toLocaleString('es');
   };
-  const numeros = new Set([0, 2, 3]), cabezas = [...lista.tHead.rows[0].cells];
-  const ordena = i => {
-    const baja = cabezas[i].getAttribute('aria-sort') === 'ascending', s = baja ? -1 : 1;
-    for (const otra of cabezas) otra.removeAttribute('aria-sort');
-    cabezas[i].setAttribute('aria-sort', baja ? 'descending' : 'ascending');
-    filas.sort((a, b) => s * (numeros.has(i) ? celda(a, i) - celda(b, i)
-                                             : celda(a, i).localeCompare(celda(b, i), 'es')));
-    cuerpo.append(...filas);
-  };
-  cabezas.forEach((th, i) => {
-    const boton = document.createElement('button');
-    boton.type = 'button';
-    boton.textContent = th.textContent;
-    boton.addEventListener('click', () => ordena(i));
-    th.replaceChildren(boton);
-  });
   filtro.addEventListener('input', filtra);
   filtro.addEventListener('submit', ev => ev.preventDefault());
   filtro.addEventListener('reset', () => setTimeout(filtra));

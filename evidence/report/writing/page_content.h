@@ -9,6 +9,7 @@
 #include "evidence/report/findings/drawn_balance.h"
 #include "evidence/report/findings/matters.h"
 #include "evidence/report/findings/run_evidence.h"
+#include "evidence/report/findings/run_figures.h"
 #include "evidence/report/findings/shown_lines.h"
 #include "evidence/report/writing/anchors.h"
 #include "evidence/report/writing/maps.h"
@@ -38,6 +39,8 @@ struct CContenido {
     /// First what several outlines cost, 0 too, then parcels of the tables that weren't written.
     /// Empty where no surfaces can be compared.
     std::vector<CPerdida> Perdidas() const;
+    /// All of it in numbers.
+    CCifras Cifras() const;
     /// Surface was lost, or something isn't explained.
     bool HayPerdidas() const;
     /// The log has lines; without any a page says nothing of them.

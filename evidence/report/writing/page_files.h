@@ -6,8 +6,10 @@ namespace informe {
 
 /// How the page looks.
 extern const char* const kEstilo;
-/// The lines that filter and sort the list of messages, and lead to them. The page is read without
-/// these and the next ones as well.
+/// The lines that have the heads of long tables sort them. The page is read without these and the
+/// next ones as well.
+extern const char* const kGuionOrden;
+/// The lines that filter the list of messages, and lead to them.
 extern const char* const kGuion;
 /// The lines that move and label the maps.
 extern const char* const kGuionMapas;

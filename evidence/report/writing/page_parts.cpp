@@ -3,9 +3,64 @@
 #include <array>
 
 #include "evidence/report/reading/text.h"
+#include "evidence/report/writing/page_files.h"
 #include "evidence/units.h"
 
 namespace informe {
+namespace {
+
+// What a browser is told to refuse: all requests, whatever a name in the log smuggled in.
+constexpr const char* kPolitica =
+    "default-src 'none'; style-src 'unsafe-inline'; script-src 'unsafe-inline'; base-uri 'none'; "
+    "form-action 'none'";
+
+/// The head of the document, which asks nothing of the network.
+void Cabeza(CMarcas& marcas, const std::string& titulo)
+{
+    marcas.Linea().Suelto("meta", {{"charset", "utf-8"}}).Linea();
+    marcas.Suelto("meta", {{"http-equiv", "Content-Security-Policy"}, {"content", kPolitica}})
+        .Linea();
+    marcas
+        .Suelto("meta", {{"name", "viewport"}, {"content", "width=device-width, initial-scale=1"}})
+        .Linea();
+    marcas.Bloque("title", {}, titulo);
+    marcas.Bloque("style", {}, [&] { marcas.Linea().Hecho(kEstilo); });
+}
+
+} // namespace
+
+void EscribeDocumento(const std::string& titulo, const CEscribe& escribe,
+                      const std::function<void(CMarcas&)>& cuerpo)
+{
+    CMarcas marcas(escribe);
+    marcas.Hecho("<!DOCTYPE html>\n");
+    marcas.Bloque("html", {{"lang", "es"}}, [&] {
+        marcas.Linea();
+        marcas.Bloque("head", {}, [&] { Cabeza(marcas, titulo); });
+        marcas.Bloque("body", {}, [&] { cuerpo(marcas); });
+    });
+    marcas.Vuelca();
+}
+
+void Pie(CMarcas& marcas, std::time_t hecho, const std::string& version)
+{
+    marcas.Bloque("footer", {}, [&] {
+        marcas.Elemento("p", {{"class", "fecha"}},
+                        "Hecho el " + Fecha(hecho) + " por campiva-informe " + version + ".");
+    });
+}
+
+void Guion(CMarcas& marcas, const char* guion)
+{
+    marcas.Bloque("script", {}, [&] { marcas.Linea().Hecho(guion); });
+}
+
+void Cifra(CMarcas& marcas, bool esCero, const std::string& cuanto, const std::string& que,
+           const char* clase)
+{
+    marcas.Bloque("li", {{"class", esCero ? "cero" : clase}},
+                  [&] { marcas.Elemento("b", {}, cuanto).Texto(" ").Texto(que); });
+}
 
 void Parrafo(CMarcas& marcas, const char* clase, std::string_view texto)
 {
@@ -33,7 +88,7 @@ void Fila(CMarcas& marcas, CAtributos atributos, std::initializer_list<CCelda> c
     });
 }
 
-void CabeceraTabla(CMarcas& marcas, std::initializer_list<CColumnaPagina> columnas)
+void CabeceraTabla(CMarcas& marcas, const std::vector<CColumnaPagina>& columnas)
 {
     marcas.Elemento("thead", {}, [&] {
         marcas.Elemento("tr", {}, [&] {

@@ -3,9 +3,11 @@
 #include <concepts>
 #include <cstdint>
 #include <ctime>
+#include <functional>
 #include <initializer_list>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "evidence/report/writing/markup.h"
 #include "evidence/report/writing/page_content.h"
@@ -28,6 +30,18 @@ inline constexpr CSeccion kNumeros = {"numeros", "Por número", "Por número de 
 inline constexpr CSeccion kMapas = {"mapas", "Mapas", "Mapas"};
 inline constexpr CSeccion kMensajes = {"mensajes", "Mensajes", "Mensajes"};
 } // namespace seccion
+
+/// Writes a document with the body that `cuerpo` makes, piece by piece. It asks nothing of the
+/// network. Throws what `escribe` throws.
+void EscribeDocumento(const std::string& titulo, const CEscribe& escribe,
+                      const std::function<void(CMarcas&)>& cuerpo);
+/// When and by what a page was made, and what stands behind its body: a script.
+void Pie(CMarcas& marcas, std::time_t hecho, const std::string& version);
+void Guion(CMarcas& marcas, const char* guion);
+/// One of the numbers that a page begins with.
+/// \param clase  how it looks where it isn't 0
+void Cifra(CMarcas& marcas, bool esCero, const std::string& cuanto, const std::string& que,
+           const char* clase);
 
 /// A section with its heading and what `dentro` writes.
 void PonSeccion(CMarcas& marcas, const CSeccion& seccion, std::invocable auto dentro)
@@ -62,8 +76,8 @@ struct CColumnaPagina {
     bool deNumeros = false;
 };
 /// A table whose rows `filas` writes.
-void CabeceraTabla(CMarcas& marcas, std::initializer_list<CColumnaPagina> columnas);
-void Tabla(CMarcas& marcas, const char* ancla, std::initializer_list<CColumnaPagina> columnas,
+void CabeceraTabla(CMarcas& marcas, const std::vector<CColumnaPagina>& columnas);
+void Tabla(CMarcas& marcas, const char* ancla, const std::vector<CColumnaPagina>& columnas,
            std::invocable auto filas)
 {
     marcas.Bloque("div", {{"class", "ancha"}}, [&] {

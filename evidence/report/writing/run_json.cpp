@@ -34,16 +34,6 @@ CValor Lista(const T& cosas, const auto& valor)
     return lista;
 }
 
-/// "2026-11-26T05:56:51Z"
-std::string Hora(std::time_t hora)
-{
-    std::array<char, 32> bufer{};
-    const std::tm* const partes = std::gmtime(&hora);
-    if (partes != nullptr)
-        std::strftime(bufer.data(), bufer.size(), "%Y-%m-%dT%H:%M:%SZ", partes);
-    return bufer.data();
-}
-
 const char* NombreSentido(const CProceso& proceso)
 {
     constexpr const char* kNombres[] = {"sin identificar", "ida", "vuelta", "infograf"};
@@ -58,7 +48,7 @@ CValor Fichero(const CFicheroVisto& visto)
             {"hay", visto.hay},
             {"viejo", visto.viejo},
             {"bytes", visto.hay ? CValor(visto.largo) : CValor()},
-            {"fecha", visto.fecha ? CValor(Hora(*visto.fecha)) : CValor()},
+            {"fecha", visto.fecha ? CValor(HoraUtc(*visto.fecha)) : CValor()},
             {"crc32", visto.hay ? CValor(Hexadecimal(visto.crc)) : CValor()}};
 }
 
@@ -190,6 +180,15 @@ CValor Asunto(const CAsunto& asunto)
 
 const bool kHayJson = true;
 
+std::string HoraUtc(std::time_t hora)
+{
+    std::array<char, 32> bufer{};
+    const std::tm* const partes = std::gmtime(&hora);
+    if (partes != nullptr)
+        std::strftime(bufer.data(), bufer.size(), "%Y-%m-%dT%H:%M:%SZ", partes);
+    return bufer.data();
+}
+
 std::string ProcesoEnJson(const CContenido& contenido)
 {
     constexpr int kSangria = 1;
@@ -197,7 +196,7 @@ std::string ProcesoEnJson(const CContenido& contenido)
     const CValor todo = {
         {"forma", kForma},
         {"programa", {{"nombre", "campiva-informe"}, {"version", contenido.version}}},
-        {"hecho", Hora(contenido.hecho)},
+        {"hecho", HoraUtc(contenido.hecho)},
         {"proceso",
          {{"nombre", Texto(proceso.ficheros.base)},
           {"sentido", NombreSentido(proceso)},

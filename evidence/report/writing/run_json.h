@@ -1,5 +1,6 @@
 #pragma once
 
+#include <ctime>
 #include <string>
 
 #include "evidence/report/writing/page_content.h"
@@ -8,6 +9,11 @@ namespace informe {
 
 /// The build found the library that it takes; without it `ProcesoEnJson` gives nothing.
 extern const bool kHayJson;
+inline constexpr const char* kSinJson =
+    "Este programa se hizo sin nlohmann-json, y no tiene --json";
+
+/// "2026-11-26T05:56:51Z"
+std::string HoraUtc(std::time_t hora);
 
 /// What a page tells, for programs: docs/report.schema.json says in which form.
 std::string ProcesoEnJson(const CContenido& contenido);

@@ -73,6 +73,34 @@ std::vector<CContenido::CPerdida> CContenido::Perdidas() const
     return perdidas;
 }
 
+CCifras CContenido::Cifras() const
+{
+    const auto conLetra = [&](char letra) {
+        return std::count_if(proceso.registro.avisos.begin(), proceso.registro.avisos.end(),
+                             [&](const CAviso& aviso) { return Codigo(aviso).front() == letra; });
+    };
+    CCifras cifras;
+    cifras.alarma = proceso.Alarma();
+    cifras.sinExplicar = SinExplicar();
+    if (proceso.ficheros.sentido == Sentido::Infograf) {
+        cifras.sinPadre = static_cast<std::int64_t>(proceso.infograf.sinPadre.size());
+        return cifras;
+    }
+    cifras.errores = proceso.registro.Errores();
+    cifras.warnings = proceso.registro.Warnings();
+    cifras.lineasE = conLetra('E');
+    cifras.lineasW = conLetra('W');
+    if (!dibujo || !dibujo->HayEscritas())
+        return cifras;
+    CPerdidas perdidas = dibujo->DeTablaSinEscribir();
+    for (const auto& [parcela, metros] : dibujo->perdidas)
+        perdidas[parcela] += metros;
+    cifras.perdida = SumaMetros(perdidas);
+    cifras.parcelas = std::count_if(perdidas.begin(), perdidas.end(),
+                                    [](const auto& una) { return una.second > 0; });
+    return cifras;
+}
+
 bool CContenido::HayPerdidas() const
 {
     const std::vector<CPerdida> perdidas = Perdidas();

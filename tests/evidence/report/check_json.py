@@ -1,6 +1,7 @@
-"""Holds a report for programs to its schema, and to the log and the tables that it is of.
+"""Holds a report for programs to its schema and to the log that it is of, a batch's summary to its own sums.
 
     check_json.py SCHEMA REPORT LOG
+    check_json.py SCHEMA SUMMARY
 
 The schema may use type, const, enum, required, properties, additionalProperties, items and $ref.
 """
@@ -39,24 +40,41 @@ def faults(value, schema, root, where):
             yield from faults(item, schema.get("items", {}), root, f"{where}[{i}]")
 
 
-def main(schema_name, report_name, log_name):
-    with open(schema_name, encoding="utf-8") as schema, open(report_name, encoding="utf-8") as report:
-        root, told = json.load(schema), json.load(report)
-    found = list(faults(told, root, root, "report"))
+def of_a_run(told, log_name):
     with open(log_name, encoding="cp1252") as log:
         codes = collections.Counter(line[:4] for line in log)
     messages = told["mensajes"]
     if {m["codigo"]: m["cuantos"] for m in messages["porNumero"]} != codes:
-        found.append("the messages aren't the log's")
+        yield "the messages aren't the log's"
     if messages["errores"] != sum(n for code, n in codes.items() if code[0] == "E"):
-        found.append("the errors aren't the log's")
+        yield "the errors aren't the log's"
     if any(sum(line["cuantos"] for line in part["entra"]) !=
            sum(line["cuantos"] for line in part["sale"]) for part in told["balance"]):
-        found.append("the balance doesn't balance")
+        yield "the balance doesn't balance"
     surfaces = told["superficies"]
     if surfaces and not (surfaces["perdida"] == sum(p["m2"] for p in surfaces["parcelasQuePierden"])
                          == sum(p["perdida"] for p in surfaces["difieren"])):
-        found.append("the surface that is lost isn't the sum of the parcels'")
+        yield "the surface that is lost isn't the sum of the parcels'"
+
+
+def of_a_batch(told):
+    figures = [job["cifras"] for job in told["trabajos"] if job["cifras"]]
+    for name, total in told["suma"].items():
+        if figures and name in figures[0]:
+            values = [f[name] for f in figures if f[name] is not None]
+            if total != (sum(values) if values else None):
+                yield f"{name} isn't the sum of the jobs'"
+    kinds = collections.Counter(job["suerte"] for job in told["trabajos"])
+    if kinds != +collections.Counter({"falló": told["suma"]["fallaron"], "sin leer": told["suma"]["sinLeer"],
+                                      "sin hacer": told["suma"]["sinHacer"], "hecho": told["suma"]["hechos"]}):
+        yield "the jobs aren't counted by what became of them"
+
+
+def main(schema_name, report_name, *log_name):
+    with open(schema_name, encoding="utf-8") as schema, open(report_name, encoding="utf-8") as report:
+        root, told = json.load(schema), json.load(report)
+    found = list(faults(told, root, root, "report"))
+    found += of_a_run(told, *log_name) if log_name else of_a_batch(told)
     print("\n".join(found), end="\n" if found else "")
     return 1 if found else 0
 

@@ -23,6 +23,12 @@ TEST(ReportOptions, TakesLogsAndTheirOptions)
     EXPECT_TRUE(LeeOpciones(detenido, queja)->detenido);
     const std::vector<std::string> varios = {"a.ERR", "--", "--csv"};
     EXPECT_EQ(LeeOpciones(varios, queja)->registros, (std::vector<CString>{"a.ERR", "--csv"}));
+    const std::vector<std::string> resumen = {
+        "--resumen", "t.resultados", "--sin-informes", "--json",
+        "-",         "--csv",        "t.csv",          "--estricto"};
+    ASSERT_TRUE(LeeOpciones(resumen, queja)) << queja;
+    EXPECT_EQ(LeeOpciones(resumen, queja)->resumen, CString("t.resultados"));
+    EXPECT_TRUE(LeeOpciones(resumen, queja)->sinInformes);
     const std::vector<std::string> ayuda = {"a.ERR", "--help", "--nada"};
     EXPECT_EQ(LeeOpciones(ayuda, queja)->pide, COpciones::Pide::Ayuda);
     const std::vector<std::string> version = {"--version"};
@@ -47,6 +53,11 @@ TEST(ReportOptions, ComplainsOfALineThatItDoesNotUnderstand)
         {{"a.ERR", "--con"}, "a --con le falta"},
         {{"a.ERR", "b.ERR", "--detenido"}, "de uno solo"},
         {{"a.ERR", "--html", "-", "--json", "-"}, "sólo cabe una cosa"},
+        {{"--resumen", "r", "a.ERR"}, "no de registros"},
+        {{"--resumen", "r", "--lista", "l"}, "sólo caben"},
+        {{"--resumen", "r", "--detenido"}, "sólo caben"},
+        {{"--resumen", "r", "--csv", "-", "--html", "-"}, "sólo cabe una cosa"},
+        {{"--sin-informes", "a.ERR"}, "es de --resumen"},
         {{"a.ERR", "--entrada", "e", "--lista", "l"}, "de la ida"},
     };
     for (const auto& caso : casos) {

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# The page in a browser, which has to have run its scripts: what a link leads to, rows that a filter
-# hides, maps and their labels.
+# The pages in a browser, which has to have run their scripts: what a link leads to, rows that a filter
+# hides, maps and their labels; the summary of a batch on a narrow screen, sorted.
 #   run_browser.sh CAMPIVA CAMPIVA-INFORME SAMPLES
 set -euo pipefail
 campiva=$1 informe=$2 samples=$3
@@ -22,7 +22,7 @@ has() { # what, the document, a pattern that must stand in it
 # What becomes of the page, once it stands, by a step of its own; what it asked of the network.
 document() { # page, the part behind #, name of the document
   "$browser" --headless --no-sandbox --disable-gpu --window-size=1280,900 --virtual-time-budget=3000 \
-    --enable-logging=stderr --dump-dom "file://$work/$1#$2" > "$3" 2> "$3.log"
+    ${extra:-} --enable-logging=stderr --dump-dom "file://$work/$1#$2" > "$3" 2> "$3.log"
   grep -E 'CONSOLE.*(Error|Refused|Failed)' "$3.log" >&2 && failures=1
   return 0
 }
@@ -49,4 +49,28 @@ sed 's|</body>|<script>document.querySelector("a[data-codigo=E113]").click();</s
 document dibujos/numero.html '' number
 [ "$(grep -oE '<tr id="m[0-9]+" class="[a-z]+">' number | wc -l)" = "$(grep -c ^E113: dibujos/045127.ERR)" ] ||
   { echo "a number doesn't lead to its messages" >&2; failures=1; }
+
+# A summary as narrow as a telephone: nothing of it stands out, and its heads sort it by their numbers.
+mkdir ida && cp "$samples/villanueva_con_faltas.txt" ida/entrada.txt
+cp tablas/* dibujos
+printf 'vuelta\tdibujos\nida\tida\nida\tno_hay\n' > lote.tsv
+CAMPIVA=$campiva "$(dirname "$campiva")/campiva-lote" lote.tsv > /dev/null 2>&1 || [ $? -eq 1 ]
+seq 1000 | sed 's|.*|E206: La parcela    1      2 ya existe|' >> ida/entrada.ERR # 1.032 is more than 420
+"$informe" --resumen lote.tsv.resultados > /dev/null
+cat > narrow.html << END
+<iframe src="lote.tsv.resultados/resumen.html" style="width:390px;height:800px;border:0"></iframe><p></p>
+<script>onload = () => {
+  const page = document.querySelector('iframe').contentDocument, root = page.documentElement;
+  const said = [root.scrollWidth <= root.clientWidth];
+  const first = () => said.push(page.querySelector('#trabajos tbody .nombre').textContent);
+  first();
+  for (let i = 0; i < 2; ++i) {
+    const head = [...page.querySelectorAll('th button')].find(b => b.textContent === 'Errores');
+    head.focus(), page.activeElement.click(), first();
+  }
+  document.querySelector('p').textContent = said.join(' ');
+}</script>
+END
+extra=--allow-file-access-from-files document narrow.html '' narrow
+has "a summary that fits and is sorted" narrow '<p>true dibujos no_hay ida</p>'
 exit $failures

@@ -67,6 +67,15 @@ if "$informe" --json - entrada.ERR > way_out.json 2> stderr; then
   "$informe" --json - "${of_list[@]}" - < dibujos/045127.ERR > piped.json
   [ ! -e dibujos/045127.html ] || fail "a page that nobody asked for"
   equal "what is told of a piped log" "$(grep -v '"hecho"' piped.json | grep -cvxFf way_back.json)" 1 # its name
+  # A batch of the two runs, and of a job that can't be done.
+  printf 'ida\t.\nvuelta\tdibujos\nida\tno_hay\n' > lote.tsv
+  cp tablas/* dibujos
+  status 1 env CAMPIVA="$campiva" "$(dirname "$campiva")/campiva-lote" lote.tsv
+  status 3 "$informe" --estricto --json lote.json --resumen lote.tsv.resultados
+  python3 "$check_json" "$(dirname "$schema")/summary.schema.json" lote.json || fail "the batch for programs"
+  equal "a piped summary" "$("$informe" --json - --sin-informes --resumen lote.tsv.resultados | grep -vc '"hecho"')" \
+    "$(grep -vc '"hecho"' lote.json)"
+  whole lote.tsv.resultados/informes/2.html
 else
   equal "the build without --json" "$(grep -c 'nlohmann-json' stderr)" 1
 fi

@@ -1,0 +1,203 @@
+#include "evidence/report/batch_summary.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "evidence/paths.h"
+#include "evidence/report/reading/batch_jobs.h"
+#include "evidence/report/reading/text.h"
+#include "evidence/report/writing/batch_outputs.h"
+#include "evidence/report/writing/output_file.h"
+#include "evidence/report/writing/run_json.h"
+#include "platform/files/system_files.h"
+
+namespace informe {
+namespace {
+
+/// Where the summary is written; an empty name is nowhere.
+struct CSalidasLote {
+    /// Beside the results what nobody named, unless something else is to go down a pipe.
+    CSalidasLote(const COpciones& opciones, const lote::CEstados& estados)
+        : pagina(opciones.html), hoja(opciones.csv), json(opciones.json)
+    {
+        if (opciones.PorLaSalida() > 0)
+            return;
+        if (pagina.IsEmpty())
+            pagina = sistema::Nombre(estados.Pagina());
+        if (hoja.IsEmpty())
+            hoja = sistema::Nombre(estados.Hoja());
+    }
+
+    CString pagina;
+    CString hoja;
+    CString json;
+};
+
+/// The reports of the jobs, beside the results.
+class CInformes {
+public:
+    CInformes(const COpciones& opciones, const lote::CEstados& estados)
+        : m_carpeta(estados.Informes()), m_seHacen(!opciones.sinInformes)
+    {
+        if (m_seHacen)
+            Vacia();
+    }
+
+    bool SeHacen() const { return m_seHacen; }
+    CString De(int numero) const
+    {
+        return sistema::Nombre(m_carpeta / (std::to_string(numero) + ".html"));
+    }
+    /// The one that is there, if it is as new as the job's log.
+    CString Hallado(int numero, const CString& registro) const
+    {
+        CString suyo = De(numero);
+        const bool vale = HayFichero(suyo) && FechaDe(suyo) >= FechaDe(registro);
+        return vale ? suyo : CString();
+    }
+
+private:
+    /// No report of an earlier run is to pass for one of these jobs.
+    void Vacia() const
+    {
+        sistema::Error error;
+        sistema::CreaCarpetas(m_carpeta, error);
+        CFileException::Exige(error, sistema::Nombre(m_carpeta));
+        for (const std::filesystem::path& nombre : sistema::Lista(m_carpeta, error))
+            if (lote::TieneNumero(nombre)) // what else is there is somebody's
+                sistema::Borra(m_carpeta / nombre, error);
+    }
+
+    std::filesystem::path m_carpeta;
+    bool m_seHacen;
+};
+
+/// What the log said while the batch counted it, where it says something else by now.
+std::string OtroRegistro(const lote::CTrabajo& trabajo, const CTrabajoVisto& visto)
+{
+    if (trabajo.traduccion == lote::Traduccion::Infograf || !visto.cifras ||
+        (visto.cifras->lineasE == visto.hecho->errores &&
+         visto.cifras->lineasW == visto.hecho->warnings))
+        return {};
+    return "El registro es otro: el lote contó " +
+           Cuantos(visto.hecho->errores, "error", "errores") + " y " +
+           Cuantos(visto.hecho->warnings, "warning", "warnings") + ".";
+}
+
+/// Reads a job that was done, and makes its report.
+void Lee(const lote::CTrabajo& trabajo, const CInformes& informes, const CFirma& firma,
+         CTrabajoVisto& visto)
+{
+    const CString registro = sistema::Nombre(lote::RutaDelRegistro(trabajo));
+    if (registro.IsEmpty()) {
+        visto.conQuejas = true;
+        visto.reparos.emplace_back("La lista, que da nombre al registro, no se puede leer.");
+        return;
+    }
+    COpciones opciones = OpcionesDe(trabajo, *visto.hecho);
+    opciones.sinInformes = !informes.SeHacen();
+    opciones.html = informes.De(visto.numero);
+    CResultado resultado = HazInforme(registro, opciones, firma.version, firma.hecho);
+    visto.cifras = std::move(resultado.cifras);
+    visto.conQuejas = !resultado.quejas.empty();
+    for (const std::string& queja : resultado.quejas)
+        visto.reparos.push_back(queja + ".");
+    if (std::string otro = OtroRegistro(trabajo, visto); !otro.empty())
+        visto.reparos.push_back(std::move(otro));
+    visto.informe = informes.Hallado(visto.numero, registro);
+}
+
+CTrabajoVisto Mira(const CLoteLeido& leido, std::size_t i, const CInformes& informes,
+                   const CFirma& firma)
+{
+    const lote::CTrabajo& trabajo = leido.Trabajos()[i];
+    const lote::CEstados& estados = leido.Estados();
+    CTrabajoVisto visto;
+    visto.numero = trabajo.numero;
+    visto.traduccion = lote::NombreDe(trabajo.traduccion);
+    visto.carpeta = Texto(leido.CarpetaEscrita(i));
+    if (const lote::CHecho* const hecho = estados.De(trabajo))
+        visto.hecho = *hecho;
+    sistema::Error error;
+    const CString dicho = sistema::Nombre(estados.Dicho(trabajo.numero));
+    if (sistema::Mira(sistema::Ruta(dicho), error).largo > 0)
+        visto.dicho = dicho;
+    try {
+        if (visto.hecho)
+            Lee(trabajo, informes, firma, visto);
+    } catch (const CFileException& fallo) {
+        visto.conQuejas = true;
+        visto.reparos.push_back(Texto(EnUnaLinea(fallo)) + ".");
+    }
+    return visto;
+}
+
+void Escribe(const CResumenLote& resumen, const CFirma& firma, const CSalidasLote& nombres)
+{
+    CConjuntoSalidas todas;
+    const auto escribe = [&](const CString& nombre, const auto& como) {
+        if (nombre.IsEmpty())
+            return;
+        CSalida salida(nombre, todas);
+        como([&](std::string_view utf8) { salida.Escribe(utf8); });
+        salida.Cierra();
+    };
+    escribe(nombres.json, [&](const CEscribe& en) { en(LoteEnJson(resumen, firma)); });
+    escribe(nombres.hoja, [&](const CEscribe& en) { EscribeHojaLote(resumen, nombres.hoja, en); });
+    escribe(nombres.pagina,
+            [&](const CEscribe& en) { EscribePaginaLote(resumen, firma, nombres.pagina, en); });
+    todas.Confirma();
+}
+
+void Resume(const COpciones& opciones, const CFirma& firma, CResultado& resultado)
+{
+    const CLoteLeido leido(opciones.resumen);
+    const lote::CEstados& estados = leido.Estados();
+    const CSalidasLote nombres(opciones, estados);
+    const std::vector<CString> salidas = {nombres.pagina, nombres.hoja, nombres.json};
+    if (const CString* ocupada = BuscaOcupada(salidas, {sistema::Nombre(estados.Trabajos()),
+                                                        sistema::Nombre(estados.Diario()),
+                                                        sistema::Nombre(estados.Tabla())})) {
+        resultado.quejas.push_back(NoSePisa(*ocupada));
+        return;
+    }
+    const CInformes informes(opciones, estados);
+    CResumenLote resumen;
+    resumen.nombre = Texto(opciones.resumen);
+    resumen.carpeta = opciones.resumen;
+    resumen.reparos = leido.Reparos();
+    for (std::size_t i = 0; i < leido.Trabajos().size(); ++i)
+        resumen.trabajos.push_back(Mira(leido, i, informes, firma));
+    resumen.Ordena();
+    Escribe(resumen, firma, nombres);
+    resultado.hayPerdidas = resumen.HayPerdidas();
+    if (opciones.PorLaSalida() == 0)
+        resultado.resumen = ResumenLote(resumen, nombres.pagina);
+    const auto conQuejas = std::count_if(
+        resumen.trabajos.begin(), resumen.trabajos.end(), [](const CTrabajoVisto& uno) {
+            return uno.conQuejas && uno.hecho->estado == 0; // of others it was told before
+        });
+    if (conQuejas > 0)
+        resultado.quejas.push_back("De " + Cuantos(conQuejas, "trabajo hecho", "trabajos hechos") +
+                                   " no se pudo leer o escribir algo, que dice su nota");
+}
+
+} // namespace
+
+CResultado HazResumen(const COpciones& opciones, const std::string& version, std::time_t hecho)
+{
+    CResultado resultado;
+    try {
+        if (!opciones.json.IsEmpty() && !kHayJson)
+            resultado.quejas.emplace_back(kSinJson);
+        else
+            Resume(opciones, {version, hecho}, resultado);
+    } catch (const CFileException& fallo) {
+        resultado.quejas.push_back(Texto(EnUnaLinea(fallo)));
+    } catch (const lote::CLineaMala& mala) {
+        resultado.quejas.emplace_back(mala.what());
+    }
+    return resultado;
+}
+
+} // namespace informe

@@ -1,0 +1,92 @@
+#include "evidence/report/reading/batch_jobs.h"
+
+#include <algorithm>
+
+#include "evidence/paths.h"
+#include "evidence/report/reading/text.h"
+#include "platform/files/cstdio_file.h"
+
+namespace informe {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// The folder from which those of the jobs count: the one in which the batch was started.
+fs::path DesdeDonde(const fs::path& tabla)
+{
+    CStdioFile fichero;
+    CFileException fallo;
+    CString primera;
+    if (!fichero.Open(sistema::Nombre(tabla), CFile::modeRead, &fallo))
+        throw CFileException(sistema::Nombre(tabla), fallo.m_causa, true);
+    fichero.ReadString(primera);
+    std::string_view linea = primera;
+    if (!linea.starts_with(lote::kDesdeCarpeta))
+        return {};
+    linea.remove_prefix(lote::kDesdeCarpeta.size());
+    return sistema::Ruta(linea);
+}
+
+} // namespace
+
+CLoteLeido::CLoteLeido(const CString& carpeta) : m_estados(sistema::Ruta(carpeta))
+{
+    const fs::path desde = DesdeDonde(m_estados.Trabajos());
+    m_trabajos = lote::LeeTabla(sistema::Nombre(m_estados.Trabajos()));
+    m_estados.Lee();
+    for (lote::CTrabajo& trabajo : m_trabajos) {
+        m_escritas.push_back(trabajo.carpeta);
+        trabajo.carpeta = sistema::Nombre(desde / sistema::Ruta(trabajo.carpeta));
+    }
+}
+
+std::vector<std::string> CLoteLeido::Reparos() const
+{
+    std::vector<std::string> reparos;
+    if (!HayFichero(sistema::Nombre(m_estados.Tabla())))
+        reparos.emplace_back("El lote no ha llegado a su fin.");
+    if (const int cortadas = m_estados.Cortadas(); cortadas > 0)
+        reparos.push_back(Cuantos(cortadas, "línea de trabajos.log está a medias",
+                                  "líneas de trabajos.log están a medias") +
+                          ": sus trabajos constan como sin hacer.");
+    const auto suyos = static_cast<std::size_t>(
+        std::count_if(m_trabajos.begin(), m_trabajos.end(), [&](const lote::CTrabajo& trabajo) {
+            return m_estados.De(trabajo) != nullptr;
+        }));
+    if (const auto otros = static_cast<std::int64_t>(m_estados.Cuantos() - suyos); otros > 0)
+        reparos.push_back(
+            Cuantos(otros, "trabajo de trabajos.log no está", "trabajos de trabajos.log no están") +
+            " ya en la tabla, ni aquí.");
+    return reparos;
+}
+
+COpciones OpcionesDe(const lote::CTrabajo& trabajo, const lote::CHecho& hecho)
+{
+    using enum lote::Traduccion;
+    constexpr const char* kReescribe[] = {"parcelas", "subparcelas"};
+    const auto fichero = [&](std::string_view campo) {
+        return CString(sistema::Nombre(lote::FicheroDe(trabajo, campo)));
+    };
+    COpciones opciones;
+    opciones.detenido = hecho.estado == lote::kMuerto;
+    opciones.infograf = trabajo.traduccion == Infograf;
+    (trabajo.traduccion == Ida ? opciones.entrada : opciones.lista) =
+        fichero(trabajo.traduccion == Ida ? "entrada" : "lista");
+    if (trabajo.traduccion != Ida)
+        if (CString ortos = fichero("ortos"); HayFichero(ortos))
+            opciones.ortos = ortos;
+    if (trabajo.traduccion == Infograf)
+        return opciones;
+    for (const std::string_view campo : lote::kCamposDeTablas) {
+        const CString tabla = fichero(campo);
+        const bool reescrita =
+            trabajo.traduccion == Vuelta && hecho.estado == 0 &&
+            trabajo.Campo("modificar") != "0" &&
+            std::find(std::begin(kReescribe), std::end(kReescribe), campo) != std::end(kReescribe);
+        if (HayFichero(tabla))
+            (reescrita ? opciones.escritos : opciones.con).push_back(tabla);
+    }
+    return opciones;
+}
+
+} // namespace informe

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "batch/job_states.h"
+#include "evidence/report/reading/report_options.h"
+
+// The results of a batch, as campiva-lote leaves them.
+
+namespace informe {
+
+/// What stands in the results of a batch. No job of its table is passed over: one of which nothing
+/// is written down wasn't done.
+class CLoteLeido {
+public:
+    /// Reads them. Raises CFileException where they can't be read, and lote::CLineaMala where the
+    /// table isn't whole.
+    explicit CLoteLeido(const CString& carpeta);
+
+    const lote::CEstados& Estados() const { return m_estados; }
+    /// With their folders as they are found from here.
+    const std::vector<lote::CTrabajo>& Trabajos() const { return m_trabajos; }
+    /// The folder as the table has it.
+    const std::string& CarpetaEscrita(std::size_t i) const { return m_escritas[i]; }
+    /// What is to be said of the batch as a whole, sentences in UTF-8.
+    std::vector<std::string> Reparos() const;
+
+private:
+    lote::CEstados m_estados;
+    std::vector<lote::CTrabajo> m_trabajos;
+    std::vector<std::string> m_escritas;
+};
+
+/// What the report of a job is to read: the files that the table names, as far as they are there.
+/// Raises CFileException where that can't be told.
+COpciones OpcionesDe(const lote::CTrabajo& trabajo, const lote::CHecho& hecho);
+
+} // namespace informe

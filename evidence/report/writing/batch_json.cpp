@@ -1,0 +1,82 @@
+#include <nlohmann/json.hpp>
+
+#include "evidence/paths.h"
+#include "evidence/report/reading/text.h"
+#include "evidence/report/writing/batch_outputs.h"
+#include "evidence/report/writing/run_json.h"
+
+namespace informe {
+namespace {
+
+using CValor = nlohmann::ordered_json;
+
+constexpr int kForma = 1; // of what is written: another one where a program that reads it may err
+
+const char* NombreDe(Suerte suerte)
+{
+    constexpr const char* kNombres[] = {"falló", "sin leer", "sin hacer", "hecho"};
+    return kNombres[static_cast<std::size_t>(suerte)];
+}
+
+CValor Cifras(const CTrabajoVisto& uno)
+{
+    if (!uno.cifras)
+        return {};
+    CValor cifras;
+    for (const CColumnaLote& columna : kColumnasLote) {
+        const auto valor = (*uno.cifras).*columna.cifra;
+        cifras[columna.nombre] = valor ? CValor(*valor) : CValor();
+    }
+    return cifras;
+}
+
+CValor Trabajo(const CTrabajoVisto& uno, const CString& carpeta)
+{
+    const auto fichero = [&](const CString& nombre) {
+        const std::string camino = Texto(Desde(EnCarpeta(carpeta, "resumen.json"), nombre));
+        return camino.empty() ? CValor() : CValor(camino);
+    };
+    return {{"trabajo", uno.numero},
+            {"carpeta", uno.carpeta},
+            {"traduccion", uno.traduccion},
+            {"suerte", NombreDe(uno.DameSuerte())},
+            {"estado", uno.hecho ? CValor(uno.hecho->estado) : CValor()},
+            {"segundos", uno.hecho ? CValor(uno.hecho->segundos) : CValor()},
+            {"cifras", Cifras(uno)},
+            {"informe", fichero(uno.informe)},
+            {"nota", Nota(uno)}};
+}
+
+CValor Suma(const CResumenLote& resumen)
+{
+    CValor suma = {{"trabajos", resumen.trabajos.size()}};
+    for (const auto& [nombre, suerte] :
+         {std::pair("fallaron", Suerte::Fallo), std::pair("sinLeer", Suerte::SinLeer),
+          std::pair("sinHacer", Suerte::SinHacer), std::pair("hechos", Suerte::Hecho)})
+        suma[nombre] = resumen.Cuantos(suerte);
+    for (const CColumnaLote& columna : kColumnasLote)
+        suma[columna.nombre] =
+            resumen.Hay(columna) ? CValor(resumen.Suma(columna.cifra)) : CValor();
+    suma["pierden"] = resumen.QuePierden();
+    return suma;
+}
+
+} // namespace
+
+std::string LoteEnJson(const CResumenLote& resumen, const CFirma& firma)
+{
+    constexpr int kSangria = 1;
+    CValor trabajos = CValor::array();
+    for (const CTrabajoVisto& uno : resumen.trabajos)
+        trabajos.push_back(Trabajo(uno, resumen.carpeta));
+    const CValor todo = {{"forma", kForma},
+                         {"programa", {{"nombre", "campiva-informe"}, {"version", firma.version}}},
+                         {"hecho", HoraUtc(firma.hecho)},
+                         {"lote", resumen.nombre},
+                         {"reparos", resumen.reparos},
+                         {"suma", Suma(resumen)},
+                         {"trabajos", std::move(trabajos)}};
+    return todo.dump(kSangria, ' ', false, CValor::error_handler_t::replace) + "\n";
+}
+
+} // namespace informe

@@ -1,0 +1,27 @@
+#include "evidence/report/writing/output_file.h"
+
+#include <algorithm>
+
+#include "evidence/report/reading/text.h"
+
+namespace informe {
+
+const CString* BuscaOcupada(const std::vector<CString>& salidas, std::vector<CString> leidos)
+{
+    for (const CString& salida : salidas) {
+        if (salida.IsEmpty() || salida == kEstandar)
+            continue;
+        if (std::any_of(leidos.begin(), leidos.end(),
+                        [&](const CString& leido) { return CFile::SeriaElMismo(salida, leido); }))
+            return &salida;
+        leidos.push_back(salida);
+    }
+    return nullptr;
+}
+
+std::string NoSePisa(const CString& ocupada)
+{
+    return "El archivo " + Texto(ocupada) + " no se escribe, porque se lee o se escribe ya";
+}
+
+} // namespace informe

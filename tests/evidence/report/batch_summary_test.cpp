@@ -1,0 +1,199 @@
+#include "evidence/report/batch_summary.h"
+
+#include <chrono>
+#include <filesystem>
+
+#include "batch/job_table.h"
+#include "evidence/report/writing/run_json.h"
+#include "tests/catastro_to_vexa/run_fixture.h"
+#include "tests/evidence/report/report_fixture.h"
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+
+namespace {
+
+constexpr const char* kResultados = "t.resultados";
+
+/// The results of a batch over the folders below that of a translation.
+class ResumenDeLote : public Traduccion {
+protected:
+    ResumenDeLote()
+    {
+        for (const char* lugar : {"uno", "a #1 ñ", "medio", "t.resultados/salidas"})
+            std::filesystem::create_directories(carpeta.Ruta() / lugar);
+        carpeta.Pon("uno/entrada.txt", "");
+        carpeta.Pon("uno/entrada.ERR", "W302: Parcela    1      1 no tiene titular\r\n");
+        carpeta.Pon("a #1 ñ/entrada.txt", "");
+        carpeta.Pon("a #1 ñ/entrada.ERR", "E206: La parcela    1      2 ya existe\r\n"
+                                          "E206: La parcela    1      3 ya existe\r\n");
+        carpeta.Pon("t.resultados/estado.tsv", "");
+    }
+
+    /// A job a line: what is written of it, and its line; nothing of one that wasn't done.
+    void Lote(const std::vector<std::pair<const char*, const char*>>& trabajos) const
+    {
+        std::string tabla = std::string(lote::kDesdeCarpeta) + carpeta.Ruta().string() + "\n";
+        std::string diario;
+        for (const auto& [hecho, linea] : trabajos) {
+            tabla += std::string(linea) + "\n";
+            if (*hecho != 0)
+                diario += std::string(hecho) + "\t" + linea + "\n";
+        }
+        carpeta.Pon("t.resultados/trabajos.tsv", tabla);
+        carpeta.Pon("t.resultados/trabajos.log", diario);
+    }
+    informe::CResultado Resume(informe::COpciones opciones = {}) const
+    {
+        opciones.resumen = carpeta.En(kResultados);
+        informe::CResultado resultado = informe::HazResumen(opciones, "1", 0);
+        EXPECT_EQ(ReparosDePagina(carpeta.Lee("t.resultados/resumen.html")), "");
+        return resultado;
+    }
+    std::vector<std::string> Hoja() const { return carpeta.Lineas("t.resultados/resumen.csv"); }
+};
+
+} // namespace
+
+TEST_F(ResumenDeLote, PutsTheWorstFirstAndSumsAllUp)
+{
+    Ejecuta(Paraje("00001", "LA ERA") + Titular("0000001", "00100", "ANA", "11111111") +
+            Parcela("00001", "0000001", "00001") + Suelo("00001", "   a", "00100"));
+    std::string parajes = carpeta.Lee("Parajes.txt");
+    carpeta.Pon("Parajes.txt", parajes.substr(0, parajes.find('\n') + 1)); // a row was taken out
+    carpeta.Pon("t.resultados/salidas/3.err", "Error\n");
+    Lote({{"0\t0\t1\t0.25", "ida\tuno"},
+          {"0\t2\t0\t1.50", "ida\ta #1 ñ"},
+          {"1\t2\t0\t0.10", "ida\ta #1 ñ\tmodulos=otros.txt"},
+          {"", "ida\tuno\tmodulos=otros.txt"},
+          {"0\t0\t0\t0.01", "ida\tno_hay"},
+          {"137\t0\t1\t0.01", "ida\tuno\tmodulos=mas.txt"},
+          {"0\t0\t0\t0.02", "ida\t."}});
+    informe::COpciones opciones;
+    opciones.json = carpeta.En("t.json");
+    const informe::CResultado resultado = Resume(opciones);
+    const std::string sinTablas = "No se halló ninguna tabla: el proceso se detuvo antes de "
+                                  "escribirlas, o están en otra carpeta, que --tablas nombra.";
+    std::vector<std::string> hoja = Hoja();
+    ASSERT_EQ(hoja.size(), 9U);
+    EXPECT_THAT(hoja[3], HasSubstr("no_hay/entrada.ERR."));
+    hoja.erase(hoja.begin() + 3);
+    EXPECT_THAT(
+        hoja, ElementsAre(
+                  "\xEF\xBB\xBFtrabajo;carpeta;traducción;estado;estado de salida;sin explicar;"
+                  "hectáreas perdidas;parcelas que pierden;sin padre;errores;warnings;segundos;"
+                  "informe;nota",
+                  "3;a #1 ñ;ida;falló (1);1;0;;;;2;0;0,10;informes/3.html;" + sinTablas,
+                  "6;uno;ida;cortado (137);137;0;;;;0;1;0,01;informes/6.html;El proceso se "
+                  "detuvo, o no llegó a su fin: el registro está, y lo que debía escribir falta "
+                  "o es más viejo que él.",
+                  "4;uno;ida;sin hacer;;;;;;;;;;", "7;.;ida;hecho;0;1;;;;0;0;0,02;informes/7.html;",
+                  "2;a #1 ñ;ida;hecho;0;0;;;;2;0;1,50;informes/2.html;" + sinTablas,
+                  "1;uno;ida;hecho;0;0;;;;0;1;0,25;informes/1.html;" + sinTablas,
+                  "suma;;;;;1;;;;4;2;1,89;;"));
+    EXPECT_THAT(resultado.resumen,
+                HasSubstr(": 7 trabajos, 2 fallaron, 1 sin hacer, 1 sin leer, 4 errores, 2 "
+                          "warnings, 1 sin explicar\n  Resumen en "));
+    EXPECT_TRUE(resultado.hayPerdidas);
+    EXPECT_THAT(resultado.quejas, ElementsAre(HasSubstr("De 1 trabajo hecho no se pudo")));
+    const std::string pagina = carpeta.Lee("t.resultados/resumen.html");
+    for (const char* dice :
+         {"<td class=\"nombre\"><a href=\"informes/3.html\">a #1 ñ</a></td><td>ida</td>"
+          "<td class=\"estado mal\"><a href=\"salidas/3.err\">falló (1)</a></td>",
+          "<td class=\"n\" data-t=\"trabajos\">7</td><td class=\"nombre\">Suma</td>",
+          "<td class=\"n\" data-t=\"errores\">4</td>", "<td class=\"nombre\">no_hay</td>"})
+        EXPECT_THAT(pagina, HasSubstr(dice));
+    EXPECT_THAT(pagina, Not(HasSubstr("Hectáreas"))) << "a column of which no job has a value";
+    EXPECT_THAT(carpeta.Lee("t.resultados/informes/7.html"), HasSubstr("sin explicar"));
+    if (informe::kHayJson) {
+        const std::string json = carpeta.Lee("t.json");
+        for (const char* dice : {"\"fallaron\": 2,\n  \"sinLeer\": 1,", "\"perdida\": null",
+                                 "\"informe\": \"informes/7.html\""})
+            EXPECT_THAT(json, HasSubstr(dice));
+    }
+}
+
+TEST_F(ResumenDeLote, LosesNoJobByWhatIsDamaged)
+{
+    const struct {
+        const char* motivo;
+        const char* fichero; ///< gets one more line, or goes where that is empty
+        const char* linea;
+        const char* dice; ///< the page or, where there is none, the complaint
+        bool hayPagina;
+    } casos[] = {
+        {"nothing", "otra", "x", "<b>1</b> hecho, sin leer", true},
+        {"a line is cut", "trabajos.log", "0\t0\t0", "1 línea de trabajos.log está a medias", true},
+        {"a line of a job of before", "trabajos.log", "0\t0\t0\t0.1\tida\tantes\n",
+         "1 trabajo de trabajos.log no está", true},
+        {"no state of all", "estado.tsv", "", "El lote no ha llegado a su fin", true},
+        {"a line is no job", "trabajos.tsv", "id", "trabajos.tsv, línea 4: ", false},
+        {"no table", "trabajos.tsv", "", "trabajos.tsv", false},
+        {"no states", "trabajos.log", "", "trabajos.log", false},
+    };
+    for (const auto& caso : casos) {
+        SCOPED_TRACE(caso.motivo);
+        carpeta.Pon("t.resultados/estado.tsv", "");
+        Lote({{"0\t0\t1\t0.25", "ida\tuno"}, {"0\t0\t0\t0.25", "vuelta\tuno"}});
+        const std::string fichero = std::string("t.resultados/") + caso.fichero;
+        if (*caso.linea == 0)
+            std::filesystem::remove(carpeta.Ruta() / fichero);
+        else
+            carpeta.Pon(fichero, carpeta.Lee(fichero) + caso.linea);
+        std::filesystem::remove(carpeta.Ruta() / "t.resultados/resumen.html");
+        const informe::CResultado resultado = Resume();
+        const std::string pagina = carpeta.Lee("t.resultados/resumen.html");
+        EXPECT_THAT(caso.hayPagina ? pagina : resultado.quejas.at(0), HasSubstr(caso.dice));
+        EXPECT_EQ(Veces(pagina, "data-t=\"trabajo\""), caso.hayPagina ? 2 : 0);
+    }
+}
+
+TEST_F(ResumenDeLote, TellsWhatCannotBeWrittenAndKeepsTheNumbers)
+{
+    std::filesystem::create_directories(carpeta.Ruta() / "t.resultados/informes/1.html/en medio");
+    Lote({{"0\t0\t1\t0.25", "ida\tuno"}, {"0\t0\t0\t0.25", "ida\ta #1 ñ"}});
+    const informe::CResultado resultado = Resume();
+    EXPECT_THAT(resultado.quejas, ElementsAre(HasSubstr("De 1 trabajo hecho no se pudo")));
+    EXPECT_THAT(Hoja()[2], testing::StartsWith("1;uno;ida;hecho;0;0;;;;0;1;0,25;;"));
+    EXPECT_THAT(Hoja()[1], HasSubstr("El registro es otro: el lote contó 0 errores y 0 warnings."));
+
+    const std::string antes = carpeta.Lee("t.resultados/resumen.html");
+    informe::COpciones opciones;
+    for (const char* hoja : {"no_hay/t.csv", "t.resultados/trabajos.log", "uno"}) {
+        opciones.csv = carpeta.En(hoja);
+        EXPECT_THAT(Resume(opciones).quejas, ElementsAre(HasSubstr(hoja)));
+        EXPECT_EQ(carpeta.Lee("t.resultados/resumen.html"), antes);
+    }
+}
+
+TEST_F(ResumenDeLote, LinksFromWhereItsPageStandsToReportsThatAreThere)
+{
+    Lote({{"0\t0\t1\t0.25", "ida\tuno"}, {"0\t2\t0\t0.25", "ida\ta #1 ñ"}});
+    std::filesystem::create_directory(carpeta.Ruta() / "t.resultados/informes");
+    carpeta.Pon("t.resultados/informes/nota.html", "mine");
+    carpeta.Pon("t.resultados/informes/7.html", "of another batch");
+    Resume();
+    EXPECT_EQ(carpeta.Lee("t.resultados/informes/nota.html"), "mine");
+    EXPECT_EQ(carpeta.Lee("t.resultados/informes/7.html"), "(no file)");
+
+    // As they are from now on: one is older than the log of its job by now.
+    std::filesystem::last_write_time(carpeta.Ruta() / "t.resultados/informes/1.html",
+                                     std::filesystem::file_time_type::clock::now() -
+                                         std::chrono::hours(1));
+    informe::COpciones opciones;
+    opciones.sinInformes = true;
+    opciones.html = carpeta.En("medio/p.html");
+    const std::string antes = carpeta.Lee("t.resultados/informes/2.html");
+    EXPECT_THAT(Resume(opciones).quejas, IsEmpty());
+    EXPECT_EQ(carpeta.Lee("t.resultados/informes/2.html"), antes);
+    const std::string pagina = carpeta.Lee("medio/p.html");
+    EXPECT_THAT(pagina, HasSubstr("<a href=\"../t.resultados/informes/2.html\">a #1 ñ</a>"));
+    EXPECT_THAT(pagina, HasSubstr("<td class=\"nombre\">uno</td>"));
+    opciones.resumen = carpeta.En("a #1 ñ/r");
+    std::filesystem::rename(carpeta.Ruta() / kResultados, carpeta.Ruta() / "a #1 ñ/r");
+    informe::HazResumen(opciones, "1", 0);
+    EXPECT_THAT(carpeta.Lee("medio/p.html"),
+                HasSubstr("<a href=\"../a%20%231%20%C3%B1/r/informes/2.html\">a #1 ñ</a>"));
+}
