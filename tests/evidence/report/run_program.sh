@@ -63,6 +63,8 @@ if "$informe" --json - entrada.ERR > way_out.json 2> stderr; then
   python3 "$check_json" "$schema" way_out.json entrada.ERR || fail "the way out for programs"
   status 0 "$informe" --json way_back.json --tablas tablas dibujos/045127.ERR
   python3 "$check_json" "$schema" way_back.json dibujos/045127.ERR || fail "the way back for programs"
+  python3 "${check_json%/*}/recount_surfaces.py" dibujos/poligonos.txt dibujos/045127.R way_back.json ||
+    fail "another surface by a second count"
   rm dibujos/045127.html
   "$informe" --json - "${of_list[@]}" - < dibujos/045127.ERR > piped.json
   [ ! -e dibujos/045127.html ] || fail "a page that nobody asked for"
