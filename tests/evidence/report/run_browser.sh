@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
 # The pages in a browser, which has to have run their scripts: what a link leads to, rows that a filter
 # hides, maps and their labels; the summary of a batch on a narrow screen, sorted.
-#   run_browser.sh CAMPIVA CAMPIVA-INFORME SAMPLES
+#   run_browser.sh CAMPIVA CAMPIVA-INFORME SAMPLES; CAMPIVA_BROWSER may name the browser
 set -euo pipefail
 campiva=$1 informe=$2 samples=$3
-browser=$(command -v chromium || command -v chromium-browser || command -v google-chrome) || exit 77
+browser=${CAMPIVA_BROWSER:-$(command -v chromium || command -v chromium-browser || command -v google-chrome)} || exit 77
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 cd "$work"
