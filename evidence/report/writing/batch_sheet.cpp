@@ -48,7 +48,7 @@ void EscribeHojaLote(const CResumenLote& resumen, const CString& hoja, const CEs
                                        "estado de salida"};
     std::vector<std::string> suma = {"suma", "", "", "", ""};
     for (const CColumnaLote& columna : kColumnasLote) {
-        cabeza.push_back(columna.etiqueta);
+        cabeza.emplace_back(columna.etiqueta);
         suma.push_back(resumen.Hay(columna) ? EnHoja(columna, resumen.Suma(columna.cifra)) : "");
     }
     cabeza.insert(cabeza.end(), {"segundos", "informe", "nota"});
