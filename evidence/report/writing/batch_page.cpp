@@ -93,7 +93,7 @@ public:
             {"Trabajo", true}, {"Carpeta"}, {"Traducción"}, {"Estado"}};
         for (const CColumnaLote* columna : m_columnas)
             cabeza.push_back({columna->titulo, true});
-        cabeza.insert(cabeza.end(), {{"Segundos", true}, {"Nota"}});
+        cabeza.push_back({"Segundos", true});
         m_marcas.Bloque("div", {{"class", "ancha"}}, [&] {
             m_marcas.Elemento("table", {{"id", "trabajos"}}, [&] {
                 CabeceraTabla(m_marcas, cabeza);
@@ -118,8 +118,11 @@ private:
         const bool bien = uno.DameSuerte() == Suerte::Hecho;
         m_marcas.Bloque("tr", {}, [&] {
             Numero("trabajo", std::to_string(uno.numero));
-            m_marcas.Elemento("td", {{"class", "nombre"}},
-                              [&] { enlaza(uno.informe, uno.carpeta); });
+            m_marcas.Elemento("td", {{"class", "nombre"}}, [&] {
+                enlaza(uno.informe, uno.carpeta);
+                if (const std::string nota = Nota(uno); !nota.empty())
+                    m_marcas.Elemento("small", {}, nota);
+            });
             m_marcas.Elemento("td", {}, uno.traduccion);
             m_marcas.Elemento("td", {{"class", bien ? "estado" : "estado mal"}},
                               [&] { enlaza(uno.dicho, EnPalabras(uno)); });
@@ -128,7 +131,6 @@ private:
                 Numero(columna->etiqueta, valor ? EnColumna(*columna, *valor) : "");
             }
             Numero("segundos", uno.hecho ? Segundos(uno.hecho->segundos) : "");
-            m_marcas.Elemento("td", {{"class", "texto"}}, Nota(uno));
         });
     }
     void Suma()
@@ -140,7 +142,6 @@ private:
             for (const CColumnaLote* columna : m_columnas)
                 Numero(columna->etiqueta, EnColumna(*columna, m_resumen.Suma(columna->cifra)));
             Numero("segundos", Segundos(m_resumen.Segundos()));
-            m_marcas.Elemento("td", {}, "");
         });
     }
     /// \param que  what a narrow screen, which shows no heads of columns, puts in front

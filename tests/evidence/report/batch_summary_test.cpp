@@ -100,10 +100,10 @@ TEST_F(ResumenDeLote, PutsTheWorstFirstAndSumsAllUp)
     EXPECT_THAT(resultado.quejas, ElementsAre(HasSubstr("De 1 trabajo hecho no se pudo")));
     const std::string pagina = carpeta.Lee("t.resultados/resumen.html");
     for (const char* dice :
-         {"<td class=\"nombre\"><a href=\"informes/3.html\">a #1 ñ</a></td><td>ida</td>"
-          "<td class=\"estado mal\"><a href=\"salidas/3.err\">falló (1)</a></td>",
+         {"<td class=\"nombre\"><a href=\"informes/3.html\">a #1 ñ</a><small>No se halló",
+          "<td>ida</td><td class=\"estado mal\"><a href=\"salidas/3.err\">falló (1)</a></td>",
           "<td class=\"n\" data-t=\"trabajos\">7</td><td class=\"nombre\">Suma</td>",
-          "<td class=\"n\" data-t=\"errores\">4</td>", "<td class=\"nombre\">no_hay</td>"})
+          "<td class=\"n\" data-t=\"errores\">4</td>", "<td class=\"nombre\">no_hay<small>"})
         EXPECT_THAT(pagina, HasSubstr(dice));
     EXPECT_THAT(pagina, Not(HasSubstr("Hectáreas"))) << "a column of which no job has a value";
     EXPECT_THAT(carpeta.Lee("t.resultados/informes/7.html"), HasSubstr("sin explicar"));
@@ -190,7 +190,7 @@ TEST_F(ResumenDeLote, LinksFromWhereItsPageStandsToReportsThatAreThere)
     EXPECT_EQ(carpeta.Lee("t.resultados/informes/2.html"), antes);
     const std::string pagina = carpeta.Lee("medio/p.html");
     EXPECT_THAT(pagina, HasSubstr("<a href=\"../t.resultados/informes/2.html\">a #1 ñ</a>"));
-    EXPECT_THAT(pagina, HasSubstr("<td class=\"nombre\">uno</td>"));
+    EXPECT_THAT(pagina, HasSubstr("<td class=\"nombre\">uno<small>"));
     opciones.resumen = carpeta.En("a #1 ñ/r");
     std::filesystem::rename(carpeta.Ruta() / kResultados, carpeta.Ruta() / "a #1 ñ/r");
     informe::HazResumen(opciones, "1", 0);

@@ -62,7 +62,7 @@ cat > narrow.html << END
 <script>onload = () => {
   const page = document.querySelector('iframe').contentDocument, root = page.documentElement;
   const said = [root.scrollWidth <= root.clientWidth];
-  const first = () => said.push(page.querySelector('#trabajos tbody .nombre').textContent);
+  const first = () => said.push(page.querySelector('#trabajos tbody .nombre').firstChild.textContent);
   first();
   for (let i = 0; i < 2; ++i) {
     const head = [...page.querySelectorAll('th button')].find(b => b.textContent === 'Errores');
