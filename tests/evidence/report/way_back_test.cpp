@@ -246,6 +246,19 @@ TEST_F(InformeDeVuelta, PutsWhatCostsMostFirst)
     EXPECT_LT(informe.pagina.find("id=\"mensajes\""), informe.pagina.find("id=\"ficheros\""));
 }
 
+TEST_F(InformeDeVuelta, TellsOfEverySquareMetre)
+{
+    for (const char* superficie : {"0", "1"}) {
+        tablas["Parcelas"].clear();
+        tablas["Subparcelas"].clear();
+        DosParcelas();
+        Parcela("9", superficie); // isn't drawn, and isn't kept
+        Ejecuta();
+        EXPECT_EQ(Veces(Informa().Cuenta(), "1 m² no se escriben, de 1 parcela de la tabla"),
+                  *superficie - '0');
+    }
+}
+
 TEST_F(InformeDeVuelta, CountsWhatIsDrawnOfParcelsThatWereNotWritten)
 {
     for (const int noEnBD : {0, 1}) {
