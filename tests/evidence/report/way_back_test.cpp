@@ -259,6 +259,26 @@ TEST_F(InformeDeVuelta, TellsOfEverySquareMetre)
     }
 }
 
+TEST_F(InformeDeVuelta, RoundsAParcelOnce)
+{
+    Parcela("7", "100");
+    Parcela("8", "100");
+    CDibujoPrueba dibujo(carpeta);
+    const int uno = dibujo.Cuadrado(0, 0, 10);
+    const int otro = dibujo.Cuadrado(4000, 0, 10);
+    dibujo.par = {{kParcela, 0.25, dibujo.Parcela("7", 500, 500), {uno}}, // a sliver
+                  {kParcela, 100, dibujo.Parcela("7", 600, 600), {uno}},
+                  {kParcela, 100.49995, dibujo.Parcela("8", 4500, 500), {otro}}};
+    dibujo.Graba();
+    Ejecuta();
+    const CInformePrueba informe = Informa();
+    EXPECT_TRUE(
+        informe.Dice("<td class=\"n\">2</td><td class=\"n\">100</td><td class=\"n\">100</td>"
+                     "<td class=\"n\">0</td><td class=\"n\"></td><td>en 2 recintos: "));
+    EXPECT_TRUE(informe.Dice("dibujada, de las parcelas que están también en el fichero R</td>"
+                             "<td class=\"n\">0,0200</td><td class=\"n\">2</td>"));
+}
+
 TEST_F(InformeDeVuelta, CountsWhatIsDrawnOfParcelsThatWereNotWritten)
 {
     for (const int noEnBD : {0, 1}) {
