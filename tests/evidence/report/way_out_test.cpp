@@ -47,6 +47,26 @@ TEST_F(Traduccion, ReportAccountsForEveryLineOfAnyInput)
             }
 }
 
+TEST_F(Traduccion, ReportCountsEachLineOfNoEffect)
+{
+    for (const bool deTodo : {false, true}) {
+        std::string texto = DosParcelas();
+        for (char tipo = 'A'; tipo <= 'M'; ++tipo) // one more than are named
+            texto += std::string("X") + tipo + "045127\r\n";
+        if (!deTodo)
+            texto.resize(texto.size() - std::string_view("XM045127\r\n").size());
+        else
+            texto += "\r\nPJ045127   00002LA VEGA" + std::string(200, ' ') + "\r\n";
+        Ejecuta(texto);
+        const std::string lineas =
+            CInformePrueba(carpeta, "entrada.ERR").Partida("Líneas de la entrada");
+        for (const char* dice : {"|de otros tipos, sin efecto|1|", "|vacías|1|",
+                                 "|final de una línea demasiado larga, sin efecto|1|"})
+            EXPECT_EQ(Veces(lineas, dice), deTodo ? 1 : 0) << lineas;
+        EXPECT_THAT(lineas, HasSubstr("|de tipo «XL», sin efecto|1|"));
+    }
+}
+
 TEST_F(Traduccion, ReportTellsOfEachKindWhereItWent)
 {
     const std::string muyLarga = "PJ045127   00002LA VEGA" + std::string(400, ' ') + "\r\n";
