@@ -1,6 +1,7 @@
 #include "evidence/report/batch_summary.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <utility>
 
 #include "evidence/paths.h"
@@ -107,6 +108,15 @@ void Lee(const lote::CTrabajo& trabajo, const CInformes& informes, const CFirma&
     visto.informe = informes.Hallado(visto.numero, registro);
 }
 
+/// The file with what a job said; empty where it said nothing.
+CString LoQueDijo(const std::filesystem::path& ruta)
+{
+    sistema::Error error;
+    const std::uint64_t largo = sistema::Mira(ruta, error).largo;
+    const CString nombre = sistema::Nombre(ruta);
+    return !NoSeHalla(nombre, error) && largo > 0 ? nombre : CString();
+}
+
 CTrabajoVisto Mira(const CLoteLeido& leido, std::size_t i, const CInformes& informes,
                    const CFirma& firma)
 {
@@ -118,11 +128,8 @@ CTrabajoVisto Mira(const CLoteLeido& leido, std::size_t i, const CInformes& info
     visto.carpeta = Texto(leido.CarpetaEscrita(i));
     if (const lote::CHecho* const hecho = estados.De(trabajo))
         visto.hecho = *hecho;
-    sistema::Error error;
-    const CString dicho = sistema::Nombre(estados.Dicho(trabajo.numero));
-    if (sistema::Mira(sistema::Ruta(dicho), error).largo > 0)
-        visto.dicho = dicho;
     try {
+        visto.dicho = LoQueDijo(estados.Dicho(trabajo.numero));
         if (visto.hecho)
             Lee(trabajo, informes, firma, visto);
     } catch (const CFileException& fallo) {
@@ -149,6 +156,24 @@ void Escribe(const CResumenLote& resumen, const CFirma& firma, const CSalidasLot
     todas.Confirma();
 }
 
+/// What the program is told, while nothing has changed yet.
+CResultado LoQueResulta(const CResumenLote& resumen, const COpciones& opciones,
+                        const CString& pagina)
+{
+    CResultado resultado;
+    resultado.hayPerdidas = resumen.HayPerdidas();
+    if (opciones.PorLaSalida() == 0)
+        resultado.resumen = ResumenLote(resumen, pagina);
+    const auto conQuejas = std::count_if(
+        resumen.trabajos.begin(), resumen.trabajos.end(), [](const CTrabajoVisto& uno) {
+            return uno.conQuejas && uno.hecho->estado == 0; // of others it was told before
+        });
+    if (conQuejas > 0)
+        resultado.quejas.push_back("De " + Cuantos(conQuejas, "trabajo hecho", "trabajos hechos") +
+                                   " no se pudo leer o escribir algo, que dice su nota");
+    return resultado;
+}
+
 void Resume(const COpciones& opciones, const CFirma& firma, CResultado& resultado)
 {
     const CLoteLeido leido(opciones.resumen);
@@ -169,17 +194,9 @@ void Resume(const COpciones& opciones, const CFirma& firma, CResultado& resultad
     for (std::size_t i = 0; i < leido.Trabajos().size(); ++i)
         resumen.trabajos.push_back(Mira(leido, i, informes, firma));
     resumen.Ordena();
+    CResultado suyo = LoQueResulta(resumen, opciones, nombres.pagina);
     Escribe(resumen, firma, nombres);
-    resultado.hayPerdidas = resumen.HayPerdidas();
-    if (opciones.PorLaSalida() == 0)
-        resultado.resumen = ResumenLote(resumen, nombres.pagina);
-    const auto conQuejas = std::count_if(
-        resumen.trabajos.begin(), resumen.trabajos.end(), [](const CTrabajoVisto& uno) {
-            return uno.conQuejas && uno.hecho->estado == 0; // of others it was told before
-        });
-    if (conQuejas > 0)
-        resultado.quejas.push_back("De " + Cuantos(conQuejas, "trabajo hecho", "trabajos hechos") +
-                                   " no se pudo leer o escribir algo, que dice su nota");
+    resultado = std::move(suyo);
 }
 
 } // namespace

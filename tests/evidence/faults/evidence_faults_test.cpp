@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include "catastro_to_vexa/campiva_a_vexa_dlg.h"
+#include "evidence/report/batch_summary.h"
 #include "evidence/report/report.h"
 #include "evidence/show_drawing/show_drawing.h"
 #include "generator/cadastre_lines.h"
@@ -206,7 +207,89 @@ protected:
     int fallados = 0;
 };
 
+/// The summary of a batch over the municipality, out and back.
+class FallosDelResumen : public testing::Test {
+protected:
+    FallosDelResumen()
+    {
+        PonMunicipio(carpeta);
+        fs::create_directories(carpeta.Ruta() / "r/salidas");
+        carpeta.Pon("r/trabajos.tsv",
+                    "# carpeta\t" + carpeta.Ruta().string() + "\nida\t.\nvuelta\t.\tno_en_bd=1\n");
+        carpeta.Pon("r/trabajos.log",
+                    "0\t0\t0\t0.1\tida\t.\n1\t0\t0\t0.1\tvuelta\t.\tno_en_bd=1\n");
+        carpeta.Pon("r/estado.tsv", "");
+        carpeta.Pon("r/salidas/2.err", "dicho");
+        Resume({});
+        limpias = Salidas();
+        EXPECT_EQ(quejas, "");
+    }
+
+    void Resume(const CPlanDeFallos& plan)
+    {
+        carpeta.Pon("r/resumen.html", "antes");
+        carpeta.Pon("r/resumen.csv", "antes");
+        informe::COpciones opciones;
+        opciones.resumen = carpeta.En("r");
+        quejas.clear();
+        Plan() = plan;
+        try {
+            const auto resultado = informe::HazResumen(opciones, "1", 0);
+            Plan().que = Que::Nada;
+            for (const std::string& queja : resultado.quejas)
+                quejas += queja + "\n";
+        } catch (const std::bad_alloc&) {
+            Plan().que = Que::Nada;
+            quejas = kSinMemoria;
+        }
+    }
+    std::string Salidas() const
+    {
+        return carpeta.Lee("r/resumen.html") + carpeta.Lee("r/resumen.csv");
+    }
+    /// What couldn't be read or written is told, in the page too where there is one.
+    void Prueba(const CPlanDeFallos& plan, std::string_view razon)
+    {
+        Resume(plan);
+        if (plan.alcance == Alcance::YTodas) // nothing could be given back
+            SanaConjuntos({carpeta.En("r/resumen.html"), carpeta.En("r/resumen.csv")});
+        const std::string salidas = Salidas();
+        const bool dicho = salidas.find(razon) != std::string::npos ||
+                           salidas.find("no se puede leer") != std::string::npos;
+        if (salidas == limpias) {
+            EXPECT_TRUE(quejas.empty() || plan.alcance == Alcance::YTodas) << quejas;
+        } else if (!dicho) {
+            EXPECT_TRUE(salidas == "antesantes" && !quejas.empty()) << salidas;
+        }
+        fallados += dicho || !quejas.empty() ? 1 : 0;
+    }
+
+    const CCarpetaPrueba carpeta;
+    std::string limpias;
+    std::string quejas;
+    int fallados = 0;
+};
+
 } // namespace
+
+TEST_F(FallosDelResumen, AreToldByTheirJob)
+{
+    Resume({});
+    const long cuantas = Plan().llamadas;
+    for (const Alcance alcance : {Alcance::EsaSola, Alcance::YTodas})
+        for (long en = 1; en <= cuantas && !HasFailure(); ++en) {
+            SCOPED_TRACE(testing::Message() << "call " << en << " of " << cuantas
+                                            << (alcance == Alcance::YTodas ? " and on" : ""));
+            Prueba({Que::FallaLlamada, en, alcance, EIO}, "Error de entrada/salida");
+        }
+    EXPECT_GT(fallados, cuantas);
+    Resume({Que::FaltaMemoria, -1});
+    const long reservas = Plan().reservas;
+    for (long en = 1; en <= reservas && !HasFailure(); en += 1 + en / 100) {
+        SCOPED_TRACE(testing::Message() << "allocation " << en << " of " << reservas);
+        Prueba({Que::FaltaMemoria, en, Alcance::EsaSola}, kSinMemoria);
+    }
+}
 
 TEST_P(FallosDeEvidencia, ACallThatFailsIsToldAndChangesNothing)
 {
