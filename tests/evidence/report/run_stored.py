@@ -23,14 +23,15 @@ FAULTY = ["villanueva_dibujos_con_faltas", "villanueva_tablas_con_faltas"]
 TO_INFOGRAF = "1011\n1\n1003=poligonos.txt\n1005=ortos.TOP\n1\n"
 BEFORE, AFTER = 1_700_000_000, 1_700_003_600  # when the inputs were written, and what a run writes
 
-# name, samples (a file becomes entrada.txt), runs, log, what is written of it, more options; some lose lines of files
-# that a run wrote
+# Cases that lose lines of files that a run wrote.
 LOST = {
     "out_loses": [*TABLES, "entrada.ERR"],
     "back_loses": ["045127.R", "045127.M", "045127.ERR"],
     "infograf_loses": ["045127.CSP"],
 }
 EVERY = 23
+# name, samples (a file becomes entrada.txt), runs, log (a hyphen takes the way back's by a pipe), what is written of
+# it, more options
 CASES = [
     ("out", ["villanueva_con_faltas.txt"], [OUT], "entrada.ERR", "html csv json geojson", []),
     ("out_without_tables", ["villanueva.txt"], [], "entrada.ERR", "html json", []),
@@ -38,6 +39,7 @@ CASES = [
     ("back_and_drops", FAULTY, [[*BACK, "0", "1", "1"]], "045127.ERR", "json", []),
     ("back_rewrites", FAULTY, [[*BACK, "1", "0", "0"]], "045127.ERR", "json", []),
     ("back_stopped", FAULTY, [[*BACK, "0", "0", "0"]], "045127.ERR", "json", ["--detenido"]),
+    ("back_piped", FAULTY, [[*BACK, "0", "0", "0"]], "-", "json", ["--lista", "poligonos.txt"]),
     ("infograf", FAULTY, [TO_INFOGRAF], "045127.ERR", "html json", []),
     ("out_loses", ["villanueva_con_faltas.txt"], [OUT], "entrada.ERR", "html json", []),
     ("back_loses", FAULTY, [[*BACK, "0", "0", "0"]], "045127.ERR", "json", []),
@@ -106,8 +108,9 @@ def batch(programs, work):
 
 
 def say(programs, folder, line):
-    return subprocess.run([programs / "campiva-informe", *line], cwd=folder, text=True, encoding="utf-8",
-                          stdout=subprocess.PIPE, stderr=subprocess.STDOUT, check=False).stdout
+    with open(folder / "045127.ERR" if line[-1] == "-" else os.devnull, "rb") as log:
+        return subprocess.run([programs / "campiva-informe", *line], cwd=folder, text=True, encoding="utf-8",
+                              stdin=log, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, check=False).stdout
 
 
 def undated(text):
