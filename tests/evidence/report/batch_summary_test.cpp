@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "batch/job_table.h"
+#include "evidence/report/reading/batch_jobs.h"
 #include "evidence/report/writing/run_json.h"
 #include "tests/catastro_to_vexa/run_fixture.h"
 #include "tests/evidence/report/report_fixture.h"
@@ -112,6 +113,39 @@ TEST_F(ResumenDeLote, PutsTheWorstFirstAndSumsAllUp)
         for (const char* dice : {"\"fallaron\": 2,\n  \"sinLeer\": 1,", "\"perdida\": null",
                                  "\"informe\": \"informes/7.html\""})
             EXPECT_THAT(json, HasSubstr(dice));
+    }
+}
+
+TEST_F(ResumenDeLote, ReadsOfAJobWhatItsLineNames)
+{
+    for (const char* hay : {"Parcelas.txt", "s.txt", "Parajes.txt", "ortos.TOP"})
+        carpeta.Pon(hay, "");
+    const std::string comun = "\t" + carpeta.Ruta().string() + "\tsubparcelas=s.txt";
+    const struct {
+        std::string linea;
+        int estado;
+        std::size_t con, escritos; ///< tables
+        bool ortos, infograf, detenido;
+    } casos[] = {
+        {"ida" + comun, 0, 3, 0, false, false, false},
+        {"ida" + comun + "\tmodificar=1", 0, 3, 0, false, false, false},
+        {"vuelta" + comun, 0, 3, 0, true, false, false},
+        {"vuelta" + comun + "\tmodificar=1", 0, 1, 2, true, false, false},
+        {"vuelta" + comun + "\tmodificar=1", 1, 3, 0, true, false, false},
+        {"vuelta" + comun + "\tortos=no.TOP", 137, 3, 0, false, false, true},
+        {"infograf" + comun, 0, 0, 0, true, true, false},
+    };
+    for (const auto& caso : casos) {
+        SCOPED_TRACE(caso.linea);
+        const auto trabajos = lote::LeeTabla(std::string(carpeta.Pon("t.tsv", caso.linea + "\n")));
+        const informe::COpciones suyas =
+            informe::OpcionesDe(trabajos.at(0), lote::CHecho{.estado = caso.estado});
+        EXPECT_EQ(suyas.con.size(), caso.con);
+        EXPECT_EQ(suyas.escritos.size(), caso.escritos);
+        EXPECT_EQ(!suyas.ortos.IsEmpty(), caso.ortos);
+        EXPECT_EQ(suyas.infograf, caso.infograf);
+        EXPECT_EQ(suyas.detenido, caso.detenido);
+        EXPECT_EQ(suyas.entrada.IsEmpty(), !suyas.lista.IsEmpty());
     }
 }
 

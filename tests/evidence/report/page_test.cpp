@@ -209,8 +209,10 @@ TEST(ReportMap, LeavesOutWhatPassesItsBoundAndSaysSo)
     aviso.mensaje = &DameMensaje(kSuperficieDifiere);
     aviso.linea = 1;
     aviso.polig = 1;
-    aviso.parcela = 3;
-    registro.Añade(aviso);
+    for (const int parcela : {3, 5}) {
+        aviso.parcela = parcela;
+        registro.Añade(aviso);
+    }
     const informe::CIndiceAvisos indice(registro);
     const CCarpetaPrueba carpeta;
     const informe::CRegistroLeido leido(carpeta.Pon("a.ERR", "E112: de la parcela 1 3\r\n"));
@@ -219,8 +221,10 @@ TEST(ReportMap, LeavesOutWhatPassesItsBoundAndSaysSo)
         std::size_t puntos;
         std::int64_t parcelas, subparcelas;
         const char* nota;
-    } casos[] = {
-        {1000, 10, 10, ""}, {79, 10, 0, "no lleva las subparcelas"}, {39, 1, 0, "con mensajes"}};
+    } casos[] = {{1000, 10, 10, ""},
+                 {79, 10, 0, "no lleva las subparcelas"},
+                 {39, 2, 0, "con mensajes"},
+                 {7, 1, 0, "con mensajes"}};
     for (const auto& caso : casos) {
         informe::CAnclas anclas(registro, lineas);
         informe::CPresupuesto presupuesto{1000, caso.puntos};

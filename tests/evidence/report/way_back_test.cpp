@@ -246,6 +246,19 @@ TEST_F(InformeDeVuelta, PutsWhatCostsMostFirst)
     EXPECT_LT(informe.pagina.find("id=\"mensajes\""), informe.pagina.find("id=\"ficheros\""));
 }
 
+TEST_F(InformeDeVuelta, IsKnownByAListThatIsNamedAmongOtherFiles)
+{
+    DosParcelas();
+    Ejecuta();
+    std::filesystem::create_directory(carpeta.Ruta() / "otra");
+    std::filesystem::copy_file(carpeta.Ruta() / "045127.ERR", carpeta.Ruta() / "otra/045127.ERR");
+    informe::COpciones opciones;
+    opciones.con = {carpeta.En("045127.R"), carpeta.En("lista.txt")};
+    const CInformePrueba informe(carpeta, "otra/045127.ERR", opciones);
+    EXPECT_THAT(informe.resultado.quejas, testing::IsEmpty());
+    EXPECT_THAT(informe.Cuenta(), testing::StartsWith("vuelta, "));
+}
+
 TEST_F(InformeDeVuelta, TellsOfEverySquareMetre)
 {
     for (const char* superficie : {"0", "1"}) {
