@@ -281,6 +281,7 @@ TEST_F(InformeDeVuelta, RoundsAParcelOnce)
     const int otro = dibujo.Cuadrado(4000, 0, 10);
     dibujo.par = {{kParcela, 0.25, dibujo.Parcela("7", 500, 500), {uno}}, // a sliver
                   {kParcela, 100, dibujo.Parcela("7", 600, 600), {uno}},
+                  {kParcela, 1, dibujo.Parcela("8", 4600, 600), {otro}},
                   {kParcela, 100.49995, dibujo.Parcela("8", 4500, 500), {otro}}};
     dibujo.Graba();
     Ejecuta();
@@ -289,7 +290,10 @@ TEST_F(InformeDeVuelta, RoundsAParcelOnce)
         informe.Dice("<td class=\"n\">2</td><td class=\"n\">100</td><td class=\"n\">100</td>"
                      "<td class=\"n\">0</td><td class=\"n\"></td><td>en 2 recintos: "));
     EXPECT_TRUE(informe.Dice("dibujada, de las parcelas que están también en el fichero R</td>"
-                             "<td class=\"n\">0,0200</td><td class=\"n\">2</td>"));
+                             "<td class=\"n\">0,0201</td><td class=\"n\">2</td>"));
+    EXPECT_TRUE(
+        informe.Dice("<td class=\"n\">101</td><td class=\"n\">100</td><td class=\"n\">-1</td>"
+                     "<td class=\"n\">1</td>"));
 }
 
 TEST_F(InformeDeVuelta, CountsWhatIsDrawnOfParcelsThatWereNotWritten)
