@@ -25,6 +25,24 @@ std::vector<CTitularLeido> PorNumero(const std::vector<CTitularLeido>& leidos, i
     return orden;
 }
 
+/// The first of the lines with the number, or with one above it. Numbers hardly leave any out, so
+/// that the place which one has then is tried before the search.
+std::vector<CTitularLeido>::const_iterator
+PrimeroConNumero(const std::vector<CTitularLeido>& porNumero, int numero)
+{
+    const auto esMenor = [](const CTitularLeido& leido, int n) { return leido.NumOrden < n; };
+    auto desde = porNumero.begin();
+    if (porNumero.empty() || numero <= desde->NumOrden)
+        return desde;
+    const auto sitio = std::int64_t{numero} - desde->NumOrden;
+    if (sitio < std::ssize(porNumero) && esMenor(desde[sitio - 1], numero)) {
+        if (!esMenor(desde[sitio], numero))
+            return desde + sitio;
+        desde += sitio;
+    }
+    return std::lower_bound(desde, porNumero.end(), numero, esMenor);
+}
+
 /// How many subparcels from position `k` on belong to the same parcel.
 std::size_t Seguidas(const std::deque<CRefSubparcela>& refs, std::size_t k)
 {
@@ -96,10 +114,10 @@ bool CCampivaAVexaDlg::AsientaParcelas(CLecturaCatastro& lectura)
         return true;
     CMunicipio& municipio = lectura.Municipio();
     municipio.ReservaParcelas(n);
-    for (std::size_t k = 0; k < n; ++k) {
+    for (std::size_t k = 0; k < n; ++k, lectura.parcelasLeidas.Quita()) {
         if (!Avanza(k, n))
             return false;
-        CParcela parcela = lectura.parcelasLeidas.Toma();
+        CParcela& parcela = lectura.parcelasLeidas.Primera();
         CVinculoParcela& vinculo = lectura.vinculosParcela[k];
         const int polig = parcela.Polig;
         const int numero = parcela.Parcela;
@@ -124,11 +142,11 @@ bool CCampivaAVexaDlg::AsientaSubparcelas(CLecturaCatastro& lectura)
     const std::size_t n = lectura.subparcelasLeidas.Cuantos();
     std::size_t hasta = 0; // where the subparcels of the parcel at work end
     int i = kNoEncontrado;
-    for (std::size_t k = 0; k < n; ++k) {
+    for (std::size_t k = 0; k < n; ++k, lectura.subparcelasLeidas.Quita()) {
         if (!Avanza(k, n))
             return false;
         CMunicipio& municipio = lectura.Municipio();
-        CSubparcela subparcela = lectura.subparcelasLeidas.Toma();
+        CSubparcela& subparcela = lectura.subparcelasLeidas.Primera();
         const CRefSubparcela ref = lectura.refSubparcelas[k];
         if (k == hasta) {
             const std::size_t seguidas = Seguidas(lectura.refSubparcelas, k);
@@ -163,9 +181,7 @@ bool CCampivaAVexaDlg::AsientaTitulares(CLecturaCatastro& lectura)
         if (vinculo.Tit.IsEmpty() ||
             (i < 0 && !lectura.Municipio().BuscaParcela(vinculo.Polig, vinculo.Parcela, i)))
             continue; // the parcel was dropped, and told then
-        auto leido = std::lower_bound(
-            leidos.begin(), leidos.end(), vinculo.numImputa,
-            [](const CTitularLeido& l, int numero) { return l.NumOrden < numero; });
+        auto leido = PrimeroConNumero(leidos, vinculo.numImputa);
         for (; leido != leidos.end() && leido->NumOrden == vinculo.numImputa; ++leido)
             Enlaza(lectura, i, *leido, vinculo.Tit);
     }
