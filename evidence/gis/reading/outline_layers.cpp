@@ -1,3 +1,6 @@
+#include <memory>
+#include <span>
+
 #include "evidence/drawing_findings.h"
 #include "evidence/gis/geometry.h"
 #include "evidence/gis/reading/layers.h"
@@ -7,21 +10,11 @@
 
 namespace {
 
-/// The outlines of one kind, in the order of the list and of their files.
 struct CSuyo {
     const CPoligonoDibujado* poligono; ///< null for a sheet
     const CRecintoDibujado* recinto;
     CString faltas; ///< what is wrong with it; empty as a rule
 };
-
-/// Appends the outlines of a topology.
-void Apunta(const CPoligonoDibujado* poligono, const CTopologiaDibujada& topologia,
-            ClaseTopologia que, std::vector<CSuyo>& suyos)
-{
-    const CFaltasDeRecintos faltas = FaltasDe(topologia, que);
-    for (std::size_t i = 0; i < topologia.recintos.size(); ++i)
-        suyos.push_back({poligono, &topologia.recintos[i], TextoFaltas(faltas[i])});
-}
 
 /// Islands may lie outside an outline where a drawing is at fault.
 OGREnvelope CajaDe(const CSuyo& suyo)
@@ -95,35 +88,54 @@ void PonPieza(OGRFeature& elemento, const CSuyo& suyo)
     }
 }
 
-/// All outlines of a kind.
-std::vector<CSuyo> Recoge(CMunicipioAbierto& municipio, ClaseTopologia que)
+using CRellena = std::function<void(OGRFeature&, const CSuyo&)>;
+
+/// The outlines of a topology as a piece of a layer.
+/// \param poligono  null for the sheets
+/// \param rellena   sets the fields that other layers don't have
+CTrozo TrozoDeTopologia(const std::shared_ptr<const CPoligonoDibujado>& poligono,
+                        const std::shared_ptr<const CTopologiaDibujada>& topologia,
+                        ClaseTopologia que, const CRellena& rellena)
 {
+    const CFaltasDeRecintos faltas = FaltasDe(*topologia, que);
     std::vector<CSuyo> suyos;
-    if (que == ClaseTopologia::Hojas) {
-        Apunta(nullptr, municipio.Hojas(), que, suyos);
-        return suyos;
-    }
-    for (const CPoligonoDibujado& poligono : municipio.Poligonos())
-        Apunta(&poligono, poligono.Topologia(que), que, suyos);
-    return suyos;
+    for (std::size_t i = 0; i < topologia->recintos.size(); ++i)
+        suyos.push_back({poligono.get(), &topologia->recintos[i], TextoFaltas(faltas[i])});
+    return TrozoDe(
+        std::move(suyos),
+        [poligono, topologia, rellena](OGRFeature& elemento, const CSuyo& suyo) {
+            PonComunes(elemento, suyo);
+            rellena(elemento, suyo);
+        },
+        CajaDe);
 }
 
-using CRellenaPropios = std::function<void(OGRFeature&, const CSuyo&)>;
-
-/// A layer of the outlines of a kind. \param rellena  sets the fields that others don't have
+/// A layer of the outlines of a kind, with a piece for each drawing.
 CCapaNueva CapaDeRecintos(const char* nombre, ClaseTopologia que, CMunicipioAbierto& municipio,
                           const OGRSpatialReference* referencia, const CListaCampos& campos,
-                          const CRellenaPropios& rellena)
+                          const CRellena& rellena)
 {
-    return std::make_unique<CCapa>(nombre, wkbPolygon, referencia, campos, [=, &municipio] {
-        return FuenteDe(
-            Recoge(municipio, que),
-            [=](OGRFeature& elemento, const CSuyo& suyo) {
-                PonComunes(elemento, suyo);
-                rellena(elemento, suyo);
-            },
-            CajaDe);
-    });
+    const auto lee = [=, &municipio](std::size_t entrada) {
+        constexpr ClaseTopologia kConSusParcelas[] = {ClaseTopologia::Parcelas,
+                                                      ClaseTopologia::Subparcelas};
+        const std::span<const ClaseTopologia> cuales =
+            que == ClaseTopologia::Subparcelas ? std::span<const ClaseTopologia>(kConSusParcelas)
+                                               : std::span<const ClaseTopologia>(&que, 1);
+        const auto poligono =
+            std::make_shared<const CPoligonoDibujado>(municipio.Poligono(entrada, cuales));
+        return TrozoDeTopologia(poligono, {poligono, &poligono->Topologia(que)}, que, rellena);
+    };
+    const auto mira = [=, &municipio](std::size_t entrada) -> std::optional<CCajas> {
+        const std::optional<CExtensiones> extensiones = municipio.Extensiones(entrada, que);
+        if (!extensiones)
+            return std::nullopt;
+        CCajas cajas;
+        for (const vexageo::CMaximas<int>& extension : *extensiones)
+            Ensancha(cajas.emplace_back(), {extension.Minimo, extension.Maximo});
+        return cajas;
+    };
+    return std::make_unique<CCapa>(nombre, wkbPolygon, referencia, campos,
+                                   CFuente{municipio.Lista().entradas.size(), lee, mira});
 }
 
 /// Tells whether the tables can be asked for an outline's parcel.
@@ -223,8 +235,12 @@ CCapaNueva CapaPoligonos(CMunicipioAbierto& municipio, const OGRSpatialReference
 CCapaNueva CapaHojas(CMunicipioAbierto& municipio, const OGRSpatialReference* referencia)
 {
     const CListaCampos campos = Une({{capa::kHoja, OFTString}}, Comunes());
-    return CapaDeRecintos(capa::kHojas, ClaseTopologia::Hojas, municipio, referencia, campos,
-                          [](OGRFeature& elemento, const CSuyo& suyo) {
-                              PonTexto(elemento, capa::kHoja, suyo.recinto->rotulo);
-                          });
+    const auto rellena = [](OGRFeature& elemento, const CSuyo& suyo) {
+        PonTexto(elemento, capa::kHoja, suyo.recinto->rotulo);
+    };
+    const auto lee = [=, &municipio](std::size_t /*trozo*/) {
+        const auto hojas = std::make_shared<const CTopologiaDibujada>(municipio.Hojas());
+        return TrozoDeTopologia(nullptr, hojas, ClaseTopologia::Hojas, rellena);
+    };
+    return std::make_unique<CCapa>(capa::kHojas, wkbPolygon, referencia, campos, CFuente{1, lee});
 }

@@ -112,8 +112,8 @@ TEST_F(Driver, TellsWhichFilesAreMissingOrDamaged)
     std::string esperado;
     for (const auto& [antes, fichero, despues] :
          {std::tuple("", "1.PAR", " está dañado desde el byte 104: lo que sigue no se lee"),
-          std::tuple("Falta ", "1.SUB", ""),
           std::tuple("Falta ", "2.BIN", ", y sin él no se lee nada del polígono"),
+          std::tuple("Falta ", "1.SUB", ""),
           std::tuple("Falta ", "hojas.BIN", ", y sin él no se lee ninguna hoja"),
           std::tuple("", "1.BIN", " está dañado: no se leen todos sus rótulos y líneas")})
         esperado +=
@@ -544,10 +544,11 @@ TEST_F(Driver, LetsNoExceptionIntoGdal)
          "fallo: Imposible leer el archivo a: Error de entrada/salida\n"},
     };
     for (const auto& caso : casos) {
-        CCapa capa("c", wkbPoint, nullptr, {}, [&] {
+        const auto lee = [&](std::size_t /*trozo*/) {
             caso.lanza();
-            return CCapa::CFuente{};
-        });
+            return CTrozo{};
+        };
+        CCapa capa("c", wkbPoint, nullptr, {}, {1, lee});
         const std::pair<const char*, std::function<bool()>> preguntas[] = {
             {"next", [&] { return capa.GetNextFeature() == nullptr; }},
             {"by id", [&] { return capa.GetFeature(1) == nullptr; }},
