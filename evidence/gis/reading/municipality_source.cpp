@@ -42,7 +42,11 @@ bool CMunicipioAbierto::Abre(const CString& lista, const COtrosSitios& otros)
         return false;
     m_lista = std::move(*leida);
     m_otros = otros;
-    m_ortos = otros.ortos.IsEmpty() ? BuscaHojas(m_lista.carpeta) : otros.ortos;
+    CHojasHalladas hojas;
+    if (otros.ortos.IsEmpty())
+        hojas = BuscaHojas(m_lista.carpeta);
+    m_ortos = otros.ortos.IsEmpty() ? hojas.nombre : otros.ortos;
+    m_variasHojas = hojas.varias;
     return std::any_of(
         m_lista.entradas.begin(), m_lista.entradas.end(), [&](const CString& entrada) {
             CFile bin;
@@ -180,6 +184,10 @@ void CMunicipioAbierto::AvisaSinDibujo(std::size_t entrada)
 
 void CMunicipioAbierto::AvisaSinHojas()
 {
+    constexpr const char* kDeHojas = "hojas dudosas";
+    if (m_variasHojas && EsNueva("*.TOP"))
+        m_noticias.Advierte(kDeHojas, "Hay varios .TOP y ninguno es ortos.TOP, así que no se lee "
+                                      "ninguna hoja; la opción ORTOS dice cuál vale"_ansi);
     if (!m_ortos.IsEmpty())
         AvisaFalta(HojasDibujadas(), ", y sin él no se lee ninguna hoja"_ansi);
 }

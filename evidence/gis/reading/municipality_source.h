@@ -69,6 +69,7 @@ private:
 
     CListaPoligonos m_lista;
     CString m_ortos;
+    bool m_variasHojas = false;
     COtrosSitios m_otros;
     std::optional<CTablasLeidas> m_tablas;
     CNombresEnDisco m_nombres;
