@@ -137,13 +137,13 @@ std::optional<CDe> DeQuien(CMunicipioAbierto& municipio, std::size_t dibujo)
     return CDe{LeeEntero(entrada), entrada};
 }
 
-void PonComunes(OGRFeature& elemento, const std::optional<CDe>& de, const CEntidad& suya)
+void PonComunes(CElemento& elemento, const std::optional<CDe>& de, const CEntidad& suya)
 {
     if (de) {
         elemento.SetField(capa::kPoligono, de->polig);
-        PonTexto(elemento, capa::kEntrada, de->entrada);
+        elemento.PonTexto(capa::kEntrada, de->entrada);
     }
-    PonTexto(elemento, capa::kCodigo, suya.entidad.Tipo().Codigo());
+    elemento.PonTexto(capa::kCodigo, suya.entidad.Tipo().Codigo());
     elemento.SetField(capa::kBorrado, suya.entidad.Tipo().EsBorrado() ? 1 : 0);
     elemento.SetField(capa::kPosicion, suya.posicion);
 }
@@ -158,23 +158,22 @@ CListaCampos Campos(const CListaCampos& propios)
                propios);
 }
 
-void PonDueño(OGRFeature& elemento, const CDueño& dueño)
+void PonDueño(CElemento& elemento, const CDueño& dueño)
 {
     elemento.SetField(capa::kCapa, dueño.capa);
     elemento.SetField(capa::kNumero, dueño.numero);
-    PonTexto(elemento, "estado", NombreEstado(dueño.estado));
+    elemento.PonTexto("estado", NombreEstado(dueño.estado));
     if (dueño.parcela >= 0)
         elemento.SetField(capa::kParcela, dueño.parcela);
 }
 
-void PonRotulo(OGRFeature& elemento, const CEntidad& suya, const CDueños& dueños)
+void PonRotulo(CElemento& elemento, const CEntidad& suya, const CDueños& dueños)
 {
     elemento.SetField(capa::kClase, suya.entidad.Tipo().EsTexto() ? capa::kTexto : capa::kPunto);
-    PonTexto(elemento, capa::kTexto, suya.entidad.Texto());
+    elemento.PonTexto(capa::kTexto, suya.entidad.Texto());
     if (const auto dueño = dueños.find(suya.posicion); dueño != dueños.end())
         PonDueño(elemento, dueño->second);
-    const OGRPoint punto = EnMetros(suya.entidad.PrimerPunto());
-    elemento.SetGeometry(&punto);
+    elemento.SetGeometry(std::make_unique<OGRPoint>(EnMetros(suya.entidad.PrimerPunto())));
 }
 
 OGREnvelope CajaDe(const CTexto<int>& entidad)
@@ -187,7 +186,7 @@ OGREnvelope CajaDe(const CTexto<int>& entidad)
     return caja;
 }
 
-using CRellena = std::function<void(OGRFeature&, const CEntidad&)>;
+using CRellena = std::function<void(CElemento&, const CEntidad&)>;
 
 /// A layer of the entities that `quiere` wants, with a piece for each drawing.
 /// \param prepara  gives, for a drawing, what sets the fields that the other layer hasn't
@@ -210,7 +209,7 @@ CCapaNueva CapaDeEntidades(const char* nombre, OGRwkbGeometryType geometria, CQu
         });
         return TrozoDe(
             std::move(suyas),
-            [de = DeQuien(municipio, dibujo), rellena = prepara(dibujo)](OGRFeature& elemento,
+            [de = DeQuien(municipio, dibujo), rellena = prepara(dibujo)](CElemento& elemento,
                                                                          const CEntidad& suya) {
                 PonComunes(elemento, de, suya);
                 rellena(elemento, suya);
@@ -231,7 +230,7 @@ CCapaNueva CapaRotulos(CMunicipioAbierto& municipio, const OGRSpatialReference* 
                                   {capa::kParcela, OFTInteger}, {"estado", OFTString}};
     return CapaDeEntidades(capa::kRotulos, wkbPoint, NoEsLinea, municipio, referencia, propios,
                            [&municipio](std::size_t dibujo) -> CRellena {
-                               return [dueños = Dueños(municipio, dibujo)](OGRFeature& elemento,
+                               return [dueños = Dueños(municipio, dibujo)](CElemento& elemento,
                                                                            const CEntidad& suya) {
                                    PonRotulo(elemento, suya, dueños);
                                };
@@ -243,10 +242,9 @@ CCapaNueva CapaLineas(CMunicipioAbierto& municipio, const OGRSpatialReference* r
     return CapaDeEntidades(
         capa::kLineas, wkbLineString, EsLinea, municipio, referencia,
         {{capa::kLinde, OFTInteger, OFSTBoolean}}, [&municipio](std::size_t dibujo) -> CRellena {
-            return
-                [lindes = Lindes(municipio, dibujo)](OGRFeature& elemento, const CEntidad& suya) {
-                    elemento.SetField(capa::kLinde, lindes.contains(suya.posicion) ? 1 : 0);
-                    elemento.SetGeometryDirectly(LineaDe(suya.entidad.Puntos()).release());
-                };
+            return [lindes = Lindes(municipio, dibujo)](CElemento& elemento, const CEntidad& suya) {
+                elemento.SetField(capa::kLinde, lindes.contains(suya.posicion) ? 1 : 0);
+                elemento.SetGeometry(LineaDe(suya.entidad.Puntos()));
+            };
         });
 }

@@ -1,5 +1,6 @@
 #include "evidence/gis/reading/layer.h"
 
+#include <cstring>
 #include <utility>
 
 #include "evidence/gis/complaints.h"
@@ -129,7 +130,8 @@ std::unique_ptr<OGRFeature> CCapa::Haz(const CSitio& sitio)
         return nullptr;
     auto elemento = std::make_unique<OGRFeature>(&Definicion());
     elemento->SetFID(static_cast<GIntBig>(sitio.antes + sitio.elemento) + 1);
-    trozo.rellena(sitio.elemento, *elemento);
+    CElemento hueco(*elemento);
+    trozo.rellena(sitio.elemento, hueco);
     if (OGRGeometry* geometria = elemento->GetGeometryRef())
         geometria->assignSpatialReference(Referencia());
     return elemento;
@@ -198,7 +200,18 @@ bool CCapa::Sabe(const char* capacidad) const
     return EQUAL(capacidad, OLCRandomRead) || EQUAL(capacidad, OLCStringsAsUTF8);
 }
 
-void PonTexto(OGRFeature& elemento, const char* campo, std::string_view texto)
+void CElemento::PonTexto(const char* campo, std::string_view texto)
 {
-    elemento.SetField(campo, ansi::AUtf8(texto).c_str());
+    SetField(campo, ansi::AUtf8(texto).c_str());
+}
+
+int CElemento::Indice(const char* campo)
+{
+    const int cuantos = m_elemento.GetFieldCount();
+    for (int i = 0; i < cuantos; ++i) {
+        m_ultimo = m_ultimo + 1 == cuantos ? 0 : m_ultimo + 1;
+        if (std::strcmp(m_elemento.GetFieldDefnRef(m_ultimo)->GetNameRef(), campo) == 0)
+            return m_ultimo;
+    }
+    return -1; // which sets nothing
 }

@@ -27,13 +27,38 @@ CListaCampos Une(CListaCampos campos, const CListaCampos& otros);
 /// The boxes of features, in metres; one that has no place has an empty one.
 using CCajas = std::vector<OGREnvelope>;
 
+/// A feature in the making. Its fields are set in the layer's order as a rule, so each is looked
+/// for behind the last one first.
+class CElemento {
+public:
+    explicit CElemento(OGRFeature& elemento) : m_elemento(elemento) {}
+
+    template <class T>
+    void SetField(const char* campo, T valor)
+    {
+        m_elemento.SetField(Indice(campo), valor);
+    }
+    /// Sets a text of the program, which GDAL takes as UTF-8.
+    void PonTexto(const char* campo, std::string_view texto);
+    void SetGeometry(std::unique_ptr<OGRGeometry> geometria)
+    {
+        m_elemento.SetGeometryDirectly(geometria.release());
+    }
+
+private:
+    int Indice(const char* campo);
+
+    OGRFeature& m_elemento;
+    int m_ultimo = -1;
+};
+
 /// Features that are read together, a drawing's as a rule.
 struct CTrozo {
     std::size_t Cuanto() const { return cajas.size(); }
 
     CCajas cajas;
     /// Fills a new feature with the number `i` of these.
-    std::function<void(std::size_t i, OGRFeature& elemento)> rellena;
+    std::function<void(std::size_t i, CElemento& elemento)> rellena;
 };
 
 /// What stands behind a layer: its features, piece by piece.
@@ -100,10 +125,7 @@ CTrozo TrozoDe(std::vector<T> todos, F rellena, C caja)
     for (const T& uno : todos)
         cajas.push_back(caja(uno));
     return {std::move(cajas),
-            [todos = std::move(todos), rellena](std::size_t i, OGRFeature& elemento) mutable {
+            [todos = std::move(todos), rellena](std::size_t i, CElemento& elemento) mutable {
                 rellena(elemento, todos[i]);
             }};
 }
-
-/// Sets a field to a text of the program, which GDAL takes as UTF-8.
-void PonTexto(OGRFeature& elemento, const char* campo, std::string_view texto);

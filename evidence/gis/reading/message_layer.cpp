@@ -117,10 +117,10 @@ CLugar LugarDe(const CAviso& aviso, CDibujosNombrados& dibujos)
                                      : CLugar{"polígono", Juntos(lugares->poligono)};
 }
 
-void PonMensaje(OGRFeature& elemento, const CString& linea, CDibujosNombrados& dibujos,
+void PonMensaje(CElemento& elemento, const CString& linea, CDibujosNombrados& dibujos,
                 std::map<std::string, CConsejo>& consejos)
 {
-    PonTexto(elemento, "texto", linea);
+    elemento.PonTexto("texto", linea);
     const CAviso aviso = LeeMensaje(linea);
     if (aviso.mensaje == nullptr)
         return;
@@ -132,7 +132,7 @@ void PonMensaje(OGRFeature& elemento, const CString& linea, CDibujosNombrados& d
         elemento.SetField(capa::kParcela, aviso.parcela);
     }
     if (!aviso.letra.IsEmpty())
-        PonTexto(elemento, capa::kLetra, aviso.letra);
+        elemento.PonTexto(capa::kLetra, aviso.letra);
     const auto [consejo, nuevo] = consejos.try_emplace(codigo);
     if (nuevo)
         consejo->second = DameConsejo(codigo);
@@ -141,7 +141,7 @@ void PonMensaje(OGRFeature& elemento, const CString& linea, CDibujosNombrados& d
     CLugar lugar = LugarDe(aviso, dibujos);
     if (lugar.que != nullptr)
         elemento.SetField("lugar", lugar.que);
-    elemento.SetGeometryDirectly(lugar.geometria.release());
+    elemento.SetGeometry(std::move(lugar.geometria));
 }
 
 std::vector<CString> LeeRegistro(const CString& nombre)
@@ -166,7 +166,7 @@ CCapaNueva CapaMensajes(CMunicipioAbierto& municipio, const OGRSpatialReference*
     const auto lee = [&municipio, dibujos](std::size_t /*trozo*/) {
         return TrozoDe(
             LeeRegistro(municipio.Registro()),
-            [dibujos, consejos = std::map<std::string, CConsejo>()](OGRFeature& elemento,
+            [dibujos, consejos = std::map<std::string, CConsejo>()](CElemento& elemento,
                                                                     const CString& linea) mutable {
                 PonMensaje(elemento, linea, *dibujos, consejos);
             },

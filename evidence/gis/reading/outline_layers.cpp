@@ -56,31 +56,31 @@ CListaCampos DePiezas(const CListaCampos& suyos, const CListaCampos& deTablas)
     return Une(Une(dibujados, {{"en_tablas", OFTInteger, OFSTBoolean}}), deTablas);
 }
 
-void PonComunes(OGRFeature& elemento, const CSuyo& suyo)
+void PonComunes(CElemento& elemento, const CSuyo& suyo)
 {
     const CRecintoDibujado& recinto = *suyo.recinto;
     if (recinto.posicionRotulo > 0) {
-        PonTexto(elemento, capa::kRotulo, recinto.rotulo);
-        PonTexto(elemento, capa::kCodigo, recinto.codigo);
+        elemento.PonTexto(capa::kRotulo, recinto.rotulo);
+        elemento.PonTexto(capa::kCodigo, recinto.codigo);
     }
     elemento.SetField(capa::kBorrado, recinto.borrado ? 1 : 0);
     elemento.SetField("area_registro", recinto.areaRegistro);
     elemento.SetField("area_contorno", recinto.AreaContorno());
     elemento.SetField("valido", recinto.Valido() ? 1 : 0);
-    PonTexto(elemento, "estado", NombreEstado(recinto.estado));
+    elemento.PonTexto("estado", NombreEstado(recinto.estado));
     if (!suyo.faltas.IsEmpty())
-        PonTexto(elemento, "faltas", suyo.faltas);
+        elemento.PonTexto("faltas", suyo.faltas);
     elemento.SetField(capa::kNumero, recinto.numero);
     const OGRPoint punto = EnMetros(recinto.punto);
     elemento.SetField(capa::kX, punto.getX());
     elemento.SetField(capa::kY, punto.getY());
-    elemento.SetGeometryDirectly(PoligonoDe(recinto).release());
+    elemento.SetGeometry(PoligonoDe(recinto));
 }
 
-void PonPieza(OGRFeature& elemento, const CSuyo& suyo)
+void PonPieza(CElemento& elemento, const CSuyo& suyo)
 {
     elemento.SetField(capa::kPoligono, suyo.poligono->polig);
-    PonTexto(elemento, capa::kEntrada, suyo.poligono->entrada);
+    elemento.PonTexto(capa::kEntrada, suyo.poligono->entrada);
     if (suyo.recinto->parcela >= 0) {
         elemento.SetField(capa::kParcela, suyo.recinto->parcela);
         elemento.SetField("pieza", suyo.recinto->pieza);
@@ -88,7 +88,7 @@ void PonPieza(OGRFeature& elemento, const CSuyo& suyo)
     }
 }
 
-using CRellena = std::function<void(OGRFeature&, const CSuyo&)>;
+using CRellena = std::function<void(CElemento&, const CSuyo&)>;
 
 /// The outlines of a topology as a piece of a layer.
 /// \param poligono  null for the sheets
@@ -103,7 +103,7 @@ CTrozo TrozoDeTopologia(const std::shared_ptr<const CPoligonoDibujado>& poligono
         suyos.push_back({poligono.get(), &topologia->recintos[i], TextoFaltas(faltas[i])});
     return TrozoDe(
         std::move(suyos),
-        [poligono, topologia, rellena](OGRFeature& elemento, const CSuyo& suyo) {
+        [poligono, topologia, rellena](CElemento& elemento, const CSuyo& suyo) {
             PonComunes(elemento, suyo);
             rellena(elemento, suyo);
         },
@@ -154,26 +154,26 @@ const CParcela* EnTablas(CMunicipioAbierto& municipio, const CSuyo& suyo)
                : nullptr;
 }
 
-void PonParcelaDeTablas(OGRFeature& elemento, const CMunicipio& tablas, const CParcela& parcela)
+void PonParcelaDeTablas(CElemento& elemento, const CMunicipio& tablas, const CParcela& parcela)
 {
     elemento.SetField("superficie", parcela.Superficie);
     elemento.SetField("participacion", parcela.ParticiPrincipal());
-    PonTexto(elemento, "clave_conc", CString(std::string(1, parcela.claveConc)).TrimRight());
+    elemento.PonTexto("clave_conc", CString(std::string(1, parcela.claveConc)).TrimRight());
     if (const int titular = parcela.TitularPrincipal(); titular >= 0) {
-        PonTexto(elemento, "titular", CString(tablas.DameTitular(titular).Nombre).TrimRight());
-        PonTexto(elemento, "dni", CString(tablas.DameTitular(titular).DNI).TrimRight());
+        elemento.PonTexto("titular", CString(tablas.DameTitular(titular).Nombre).TrimRight());
+        elemento.PonTexto("dni", CString(tablas.DameTitular(titular).DNI).TrimRight());
     }
     if (parcela.paraje >= 0)
-        PonTexto(
-            elemento, "paraje",
+        elemento.PonTexto(
+            "paraje",
             CString(tablas.Parajes()[static_cast<std::size_t>(parcela.paraje)].Nombre).TrimRight());
 }
 
-void PonSubparcelaDeTablas(OGRFeature& elemento, const CSubparcela& subparcela)
+void PonSubparcelaDeTablas(CElemento& elemento, const CSubparcela& subparcela)
 {
     elemento.SetField("superficie", subparcela.superfic);
-    PonTexto(elemento, "tipo", CString(std::string(1, subparcela.tipo)).TrimRight());
-    PonTexto(elemento, "calificacion", CString(subparcela.cE).TrimRight());
+    elemento.PonTexto("tipo", CString(std::string(1, subparcela.tipo)).TrimRight());
+    elemento.PonTexto("calificacion", CString(subparcela.cE).TrimRight());
     elemento.SetField("clase", subparcela.iE);
 }
 
@@ -188,7 +188,7 @@ CCapaNueva CapaParcelas(CMunicipioAbierto& municipio, const OGRSpatialReference*
                                               {"paraje", OFTString},
                                               {"clave_conc", OFTString}});
     return CapaDeRecintos(capa::kParcelas, ClaseTopologia::Parcelas, municipio, referencia, campos,
-                          [&municipio](OGRFeature& elemento, const CSuyo& suyo) {
+                          [&municipio](CElemento& elemento, const CSuyo& suyo) {
                               PonPieza(elemento, suyo);
                               if (!HayTablas(municipio, suyo))
                                   return;
@@ -208,10 +208,10 @@ CCapaNueva CapaSubparcelas(CMunicipioAbierto& municipio, const OGRSpatialReferen
                                                                        {"clase", OFTInteger}});
     return CapaDeRecintos(
         capa::kSubparcelas, ClaseTopologia::Subparcelas, municipio, referencia, campos,
-        [&municipio](OGRFeature& elemento, const CSuyo& suyo) {
+        [&municipio](CElemento& elemento, const CSuyo& suyo) {
             PonPieza(elemento, suyo);
             if (suyo.recinto->Valido())
-                PonTexto(elemento, capa::kLetra, suyo.recinto->letra);
+                elemento.PonTexto(capa::kLetra, suyo.recinto->letra);
             if (!HayTablas(municipio, suyo))
                 return;
             const CParcela* parcela = EnTablas(municipio, suyo);
@@ -235,8 +235,8 @@ CCapaNueva CapaPoligonos(CMunicipioAbierto& municipio, const OGRSpatialReference
 CCapaNueva CapaHojas(CMunicipioAbierto& municipio, const OGRSpatialReference* referencia)
 {
     const CListaCampos campos = Une({{capa::kHoja, OFTString}}, Comunes());
-    const auto rellena = [](OGRFeature& elemento, const CSuyo& suyo) {
-        PonTexto(elemento, capa::kHoja, suyo.recinto->rotulo);
+    const auto rellena = [](CElemento& elemento, const CSuyo& suyo) {
+        elemento.PonTexto(capa::kHoja, suyo.recinto->rotulo);
     };
     const auto lee = [=, &municipio](std::size_t /*trozo*/) {
         const auto hojas = std::make_shared<const CTopologiaDibujada>(municipio.Hojas());
