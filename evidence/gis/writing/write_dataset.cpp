@@ -207,7 +207,7 @@ bool CMunicipioNuevo::HayQueQuitar(const CString& entrada) const
 }
 
 /// A polygon all of whose outlines were deleted and one that the source never had look alike.
-bool CMunicipioNuevo::PideVacios(const CListaDibujada& lista, std::set<CString> nombradas,
+bool CMunicipioNuevo::PideVacios(const CListaDibujada& lista, const std::set<CString>& nombradas,
                                  std::vector<CPedidoDibujo>& pedidos)
 {
     const char* vacia = m_opciones.FetchNameValueDef(opcion::kVacia, "");

@@ -37,7 +37,7 @@ private:
     std::vector<CPedidoDibujo> Pedidos();
     /// Appends those polygons of the list that become empty, and tells of the others that the
     /// source doesn't name. False, which was told, where the option for it names a wrong one.
-    bool PideVacios(const CListaDibujada& lista, std::set<CString> nombradas,
+    bool PideVacios(const CListaDibujada& lista, const std::set<CString>& nombradas,
                     std::vector<CPedidoDibujo>& pedidos);
     bool HayQueQuitar(const CString& entrada) const;
     bool Graba(); ///< false, which was told, where nothing is to be written
