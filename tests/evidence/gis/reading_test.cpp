@@ -32,8 +32,16 @@ TEST_F(Reading, ReadsADrawingWhenAFeatureOfItIsAskedFor)
                 CPLSPrintf("POLYGON ((%d 0,%d 0,%d 10,%d 0))", i * 20, i * 20 + 10, i * 20,
                            i * 20));
     }
+    carpeta.Pon("045127.ERR", "E111: La parcela    5      7 en base de datos no tiene "
+                              "correspondencia en gr\xE1"
+                              "fico\r\n");
     const GDALDatasetUniquePtr datos = Abre(carpeta.En("lista.txt"));
     ASSERT_NE(datos, nullptr);
+    Plan() = {};
+    EXPECT_EQ(datos->GetLayerByName("mensajes")->GetFeatureCount(), 1);
+    EXPECT_LT(Plan().llamadas, 10) << "the log alone";
+    EXPECT_EQ(EnVentana(*datos->GetLayerByName("mensajes"), 99, -1, 12), 1);
+    EXPECT_LT(Plan().llamadas, 60) << "and the polygon that it names";
     for (const char* nombre : {"parcelas", "poligonos", "rotulos", "lineas"}) {
         SCOPED_TRACE(nombre);
         OGRLayer& capa = *datos->GetLayerByName(nombre);
