@@ -6,17 +6,20 @@
 
 #include "evidence/paths.h"
 #include "evidence/report/reading/text.h"
+#include "evidence/report/writing/changes_csv.h"
 #include "evidence/report/writing/csv.h"
 #include "evidence/report/writing/geojson.h"
 #include "evidence/report/writing/output_file.h"
 #include "evidence/report/writing/page_content.h"
 #include "evidence/report/writing/run_json.h"
 #include "platform/files/set_healing.h"
+#include "platform/files/system_files.h"
 
 namespace informe {
 namespace {
 
 constexpr const char* kPaginaInfograf = "_infograf.html";
+constexpr const char* kPaginaCambios = "cambios.html";
 
 /// The report of one log, stage by stage.
 class CElaboracion {
@@ -29,11 +32,23 @@ public:
             m_geojson = std::make_unique<CGeoJson>(opciones.geojson, m_salidas);
     }
 
+    /// Holds what the run left against another state. Gives why that can't be done; empty for
+    /// nothing.
+    std::string Contrasta()
+    {
+        if (m_opciones.contra.IsEmpty())
+            return {};
+        m_contraste =
+            std::make_unique<CContraste>(LeeEstado(m_opciones.contra), EstadoDeProceso(m_proceso));
+        return m_contraste->reparo;
+    }
+
     void Hace(const CString& pagina, const std::string& version, std::time_t hecho,
               CResultado& resultado)
     {
         CContenido contenido{
-            version, hecho, Texto(m_opciones.csv), m_proceso, m_lineas, m_anclas, {}, {}, {}};
+            version, hecho, Texto(m_opciones.csv), m_proceso, m_lineas, m_anclas, {},
+            {},      {},    m_contraste.get()};
         if (HayDibujos())
             RecorreDibujos(contenido);
         contenido.asuntos = m_proceso.ficheros.sentido == Sentido::Infograf
@@ -51,6 +66,12 @@ public:
 
 private:
     bool HayDibujos() const { return m_proceso.ficheros.sentido == Sentido::Vuelta; }
+    CMarcasDeCambio MarcasDeCambio() const
+    {
+        return m_contraste == nullptr
+                   ? CMarcasDeCambio()
+                   : CMarcasDeCambio(m_contraste->cambios, m_proceso.ficheros.lista.cabecera.Mun);
+    }
     const CLugaresDeAvisos* Lugares() const { return HayDibujos() ? &m_lugares : nullptr; }
 
     /// Each polygon is read once, shown to all who want to see it, and forgotten.
@@ -62,7 +83,8 @@ private:
             return superficies.empty() || superficies.contains({polig, parcela});
         };
         CBalanceDibujo& dibujo = contenido.dibujo.emplace(superficies, m_proceso.registro);
-        CMapas mapas(m_indice, dibujo.perdidas, dibujo.DeTablaSinEscribir(), m_anclas);
+        CMapas mapas(m_indice, dibujo.perdidas, dibujo.DeTablaSinEscribir(), MarcasDeCambio(),
+                     m_anclas);
         for (const CString& entrada : lista.entradas) {
             const CPoligonoDibujado poligono = LeePoligonoDibujado(lista.carpeta, entrada, hay);
             dibujo.Toma(poligono);
@@ -89,6 +111,11 @@ private:
 
     void EscribeTodo(const CContenido& contenido, const CString& pagina)
     {
+        if (!m_opciones.cambios.IsEmpty()) {
+            CSalida hoja(m_opciones.cambios, m_salidas);
+            EscribeCambiosCsv(hoja, *m_contraste);
+            hoja.Cierra();
+        }
         if (!m_opciones.json.IsEmpty()) {
             CSalida salida(m_opciones.json, m_salidas);
             salida.Escribe(ProcesoEnJson(contenido));
@@ -109,7 +136,31 @@ private:
     CLugaresDeAvisos m_lugares;
     CConjuntoSalidas m_salidas;
     std::unique_ptr<CGeoJson> m_geojson;
+    std::unique_ptr<CContraste> m_contraste; // null where nothing is compared with the run
 };
+
+/// The report of two states without a run. Gives what the terminal is told.
+std::string HazCambios(const CContenidoCambios& contenido, const COpciones& opciones,
+                       const CString& pagina)
+{
+    CConjuntoSalidas todas;
+    const auto escribe = [&](const CString& nombre, auto que) {
+        if (nombre.IsEmpty())
+            return;
+        CSalida salida(nombre, todas);
+        que(salida);
+        salida.Cierra();
+    };
+    // Without a log there is one sheet, whatever it is called.
+    for (const CString& hoja : {opciones.cambios, opciones.csv})
+        escribe(hoja, [&](CSalida& salida) { EscribeCambiosCsv(salida, contenido.contraste); });
+    escribe(opciones.json, [&](CSalida& salida) { salida.Escribe(CambiosEnJson(contenido)); });
+    escribe(pagina, [&](CSalida& salida) {
+        EscribePagina(contenido, [&](std::string_view html) { salida.Escribe(html); });
+    });
+    todas.Confirma();
+    return opciones.PorLaSalida() == 0 ? Resumen(contenido.contraste, pagina) : "";
+}
 
 /// What is written must fall on nothing that is read, nor on one another: gives the first output
 /// that does, null for none. Empty names are no outputs.
@@ -128,36 +179,106 @@ const CString* BuscaOcupada(const std::vector<CString>& salidas, std::vector<CSt
 
 /// The page's name where nobody says one; empty for no page, where something else is to go down a
 /// pipe. The log of Infograf is the way back's as well, so its page has a name of its own.
-CString PaginaDe(const COpciones& opciones, const CFicheros& ficheros)
+CString PaginaDe(const COpciones& opciones, const CString& usual)
 {
     if (!opciones.html.IsEmpty())
         return opciones.html;
     for (const CString& otra : opciones.Otras())
         if (otra == kEstandar)
             return {};
+    return usual;
+}
+
+CString PaginaUsual(const CFicheros& ficheros)
+{
     const bool infograf = ficheros.sentido == Sentido::Infograf;
     return EnCarpeta(ficheros.carpeta, ficheros.base + (infograf ? kPaginaInfograf : ".html"));
+}
+
+/// Beside a file, and in the folder of tables.
+CString PaginaUsualDeCambios(const CString& estado, ClaseEstado clase)
+{
+    return clase == ClaseEstado::Tablas
+               ? EnCarpeta(estado, kPaginaCambios)
+               : EnCarpeta(CCadena(estado).DamePath(), BaseDe(estado) + "_" + kPaginaCambios);
+}
+
+/// Why what the options name can't be written; empty for nothing.
+std::string ReparoDeSalidas(const COpciones& opciones, const CString& pagina,
+                            std::vector<CString> leidos)
+{
+    std::vector<CString> salidas = opciones.Otras();
+    salidas.push_back(pagina);
+    if (const CString* ocupada = BuscaOcupada(salidas, std::move(leidos)))
+        return "El archivo " + Texto(*ocupada) + " no se escribe, porque se lee o se escribe ya";
+    if (!opciones.json.IsEmpty() && !kHayJson)
+        return "Este programa se hizo sin nlohmann-json, y no tiene --json";
+    return {};
+}
+
+CString NombreSinCarpeta(const CString& nombre)
+{
+    const CString solo = sistema::Nombre(sistema::Ruta(nombre).filename());
+    return solo.IsEmpty() ? nombre : solo;
+}
+
+void ElaboraCambios(const CString& estado, ClaseEstado clase, const COpciones& opciones,
+                    const std::string& version, std::time_t hecho, CResultado& resultado)
+{
+    const CString pagina = PaginaDe(opciones, PaginaUsualDeCambios(estado, clase));
+    std::vector<CString> leidos = FicherosDeEstado(estado);
+    const std::vector<CString> delOtro = FicherosDeEstado(opciones.contra);
+    leidos.insert(leidos.end(), delOtro.begin(), delOtro.end());
+    SanaConjuntos(leidos);
+    if (opciones.DicenDeUnProceso())
+        resultado.quejas.push_back(Texto(estado) + " no es un registro: no caben las opciones que "
+                                                   "dicen de un proceso");
+    else if (const std::string reparo = ReparoDeSalidas(opciones, pagina, leidos); !reparo.empty())
+        resultado.quejas.push_back(reparo);
+    if (!resultado.quejas.empty())
+        return;
+    const CContraste contraste(LeeEstado(opciones.contra), LeeEstado(estado));
+    if (contraste.reparo.empty())
+        resultado.resumen = HazCambios({version, hecho, Texto(NombreSinCarpeta(estado)), contraste},
+                                       opciones, pagina);
+    else
+        resultado.quejas.push_back(contraste.reparo);
+}
+
+/// All that is read for the report of a log.
+std::vector<CString> LeidosPara(const COpciones& opciones, const CFicheros& ficheros)
+{
+    std::vector<CString> leidos = Leidos(ficheros);
+    if (!opciones.contra.IsEmpty()) {
+        const std::vector<CString> otros = FicherosDeEstado(opciones.contra);
+        leidos.insert(leidos.end(), otros.begin(), otros.end());
+    }
+    return leidos;
 }
 
 void Elabora(const CString& registro, const COpciones& opciones, const std::string& version,
              std::time_t hecho, CResultado& resultado)
 {
+    if (!opciones.contra.IsEmpty() && registro != kEstandar)
+        if (const ClaseEstado clase = ClaseDeEstado(registro); clase != ClaseEstado::NoEs)
+            return ElaboraCambios(registro, clase, opciones, version, hecho, resultado);
     CFicheros ficheros = BuscaFicheros(registro, opciones);
-    const CString pagina = PaginaDe(opciones, ficheros);
-    SanaConjuntos(Leidos(ficheros));
+    const CString pagina = PaginaDe(opciones, PaginaUsual(ficheros));
+    SanaConjuntos(LeidosPara(opciones, ficheros));
     for (const CString& nombre : Ausentes(ficheros, opciones))
         resultado.quejas.push_back("El archivo " + Texto(nombre) + " no existe");
     if (std::optional<CListaPoligonos> lista = LeeLista(ficheros.lista.nombre))
         ficheros.lista = std::move(*lista);
-    std::vector<CString> salidas = opciones.Otras();
-    salidas.push_back(pagina);
-    if (const CString* ocupada = BuscaOcupada(salidas, Leidos(ficheros)))
-        resultado.quejas.push_back("El archivo " + Texto(*ocupada) +
-                                   " no se escribe, porque se lee o se escribe ya");
-    else if (!opciones.json.IsEmpty() && !kHayJson)
-        resultado.quejas.emplace_back("Este programa se hizo sin nlohmann-json, y no tiene --json");
+    const std::string reparo = ReparoDeSalidas(opciones, pagina, LeidosPara(opciones, ficheros));
+    if (!reparo.empty()) {
+        resultado.quejas.push_back(reparo);
+        return;
+    }
+    CElaboracion elaboracion(ficheros, opciones);
+    if (const std::string noSePuede = elaboracion.Contrasta(); !noSePuede.empty())
+        resultado.quejas.push_back(noSePuede);
     else
-        CElaboracion(ficheros, opciones).Hace(pagina, version, hecho, resultado);
+        elaboracion.Hace(pagina, version, hecho, resultado);
 }
 
 } // namespace

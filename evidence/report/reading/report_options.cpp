@@ -16,6 +16,7 @@ constexpr struct {
     {"--csv", &COpciones::csv},         {"--lista", &COpciones::lista},
     {"--entrada", &COpciones::entrada}, {"--tablas", &COpciones::tablas},
     {"--ortos", &COpciones::ortos},     {"--json", &COpciones::json},
+    {"--contra", &COpciones::contra},   {"--cambios", &COpciones::cambios},
 };
 
 constexpr struct {
@@ -45,6 +46,8 @@ std::string Repara(const COpciones& opciones)
         return "con varios registros no caben opciones, que son de uno solo";
     if (!opciones.entrada.IsEmpty() && !opciones.lista.IsEmpty())
         return "--entrada es de la ida y --lista de la vuelta: un registro es de una de las dos";
+    if (!opciones.cambios.IsEmpty() && opciones.contra.IsEmpty())
+        return "--cambios da los de --contra, que falta";
     return {};
 }
 
@@ -89,6 +92,12 @@ bool TomaOpcion(std::span<const std::string> argumentos, std::size_t& i, COpcion
 
 } // namespace
 
+bool COpciones::DicenDeUnProceso() const
+{
+    return !con.empty() || !escritos.empty() || detenido ||
+           !(entrada + lista + tablas + ortos + geojson).IsEmpty();
+}
+
 std::ptrdiff_t COpciones::PorLaSalida() const
 {
     std::vector<CString> salidas = Otras();
@@ -117,6 +126,10 @@ la entrada o a la lista.
   --tablas CARPETA la carpeta de las seis tablas: Modulos.txt, Titulares.txt,
                    Parcelas.txt, Subparcelas.txt, Parajes.txt, Cotitulares.txt
   --ortos F        el gráfico de las ortofotos (.TOP o .BIN)
+  --contra F       compara lo que dejó el proceso con otro estado del municipio: un
+                   fichero de Catastro, un fichero R o una carpeta de tablas. En
+                   lugar del registro puede ir otro estado, sin más proceso
+  --cambios F      todos los cambios de --contra, en una hoja
   --con F          otro fichero que leyó o escribió el proceso; qué es, se ve
                    en él. Puede ir varias veces
   --escrito F      lo mismo, de un fichero que escribió el proceso

@@ -25,13 +25,17 @@ struct COpciones {
     CString entrada;
     CString tablas; ///< folder
     CString ortos;
+    CString contra;                ///< another state of the municipality
+    CString cambios;               ///< sheet of what changed
     std::vector<CString> con;      ///< files of the run; what each is, its content tells
     std::vector<CString> escritos; ///< the same of files that the run wrote
     bool detenido = false;         ///< the run wrote nothing but its log
     bool estricto = false;         ///< what was lost, or isn't explained, makes the status
 
+    /// They name files of a run, beside its log, or tell of it.
+    bool DicenDeUnProceso() const;
     /// Names of what is written, without the page; empty ones are asked for by nobody.
-    std::vector<CString> Otras() const { return {csv, geojson, json}; }
+    std::vector<CString> Otras() const { return {csv, geojson, json, cambios}; }
     /// How many things are to go to the standard output.
     std::ptrdiff_t PorLaSalida() const;
 };

@@ -10,6 +10,8 @@ namespace informe {
 
 bool CMapas::HayMensajes(const CPoligonoDibujado& poligono) const
 {
+    if (m_cambios.HayEn(poligono.polig))
+        return true;
     const auto& recintos = poligono.parcelas.recintos;
     return std::any_of(recintos.begin(), recintos.end(), [&](const CRecintoDibujado& recinto) {
         return recinto.Valido() && (m_indice.HayDeParcela(poligono.polig, recinto.parcela) ||
@@ -47,7 +49,7 @@ void CMapas::Toma(const CPoligonoDibujado& poligono)
         {ancla,
          "Polígono " + std::to_string(poligono.polig) + " (" + Texto(poligono.entrada) + ")" +
              (falta.empty() ? "" : ": " + falta),
-         MapaSvg(poligono, m_indice, m_perdidas, m_anclas, m_presupuesto, m_dibujados)});
+         MapaSvg(poligono, m_indice, m_perdidas, m_cambios, m_anclas, m_presupuesto, m_dibujados)});
     TomaSilueta(poligono, ancla);
 }
 

@@ -11,4 +11,9 @@ std::string ProcesoEnJson(const CContenido& /*contenido*/)
     return {};
 }
 
+std::string CambiosEnJson(const CContenidoCambios& /*contenido*/)
+{
+    return {};
+}
+
 } // namespace informe

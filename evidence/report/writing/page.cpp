@@ -76,6 +76,8 @@ void Cifras(CMarcas& marcas, const CContenido& contenido)
 void Indice(CMarcas& marcas, const CContenido& contenido)
 {
     std::vector<CSeccion> secciones = {seccion::kAsuntos, seccion::kBalance};
+    if (contenido.contraste != nullptr)
+        secciones.insert(secciones.begin(), seccion::kCambios);
     if (!contenido.mapas.empty())
         secciones.push_back(seccion::kMapas);
     if (contenido.HayMensajes())
@@ -107,7 +109,7 @@ void SeccionMapas(const CContenido& contenido, CMarcas& marcas)
     if (contenido.mapas.empty())
         return;
     PonSeccion(marcas, seccion::kMapas, [&] {
-        PonLeyenda(marcas);
+        PonLeyenda(marcas, contenido.contraste != nullptr);
         for (const CMapaHecho& mapa : contenido.mapas)
             marcas.Bloque("article", {{"class", "poligono"}, {"id", mapa.ancla}}, [&] {
                 marcas.Elemento("h3", {}, mapa.titulo).Linea().Hecho(mapa.marcas);
@@ -115,38 +117,16 @@ void SeccionMapas(const CContenido& contenido, CMarcas& marcas)
     });
 }
 
-// What a browser is told to refuse: all requests, whatever a name in the log smuggled in.
-constexpr const char* kPolitica =
-    "default-src 'none'; style-src 'unsafe-inline'; script-src 'unsafe-inline'; base-uri 'none'; "
-    "form-action 'none'";
-
-/// The head of the document, which asks nothing of the network.
-void Cabeza(CMarcas& marcas, const CContenido& contenido)
-{
-    marcas.Linea().Suelto("meta", {{"charset", "utf-8"}}).Linea();
-    marcas.Suelto("meta", {{"http-equiv", "Content-Security-Policy"}, {"content", kPolitica}})
-        .Linea();
-    marcas
-        .Suelto("meta", {{"name", "viewport"}, {"content", "width=device-width, initial-scale=1"}})
-        .Linea();
-    marcas.Bloque("title", {}, "Informe de " + Texto(contenido.proceso.ficheros.base));
-    marcas.Bloque("style", {}, [&] { marcas.Linea().Hecho(kEstilo); });
-}
-
 void Cuerpo(CMarcas& marcas, const CContenido& contenido)
 {
     marcas.Linea().Bloque("header", {}, [&] { Cabecera(marcas, contenido); });
     marcas.Bloque("main", {}, [&] {
         marcas.Linea();
-        for (const auto pon : {SeccionAsuntos, SeccionBalance, SeccionMapas, SeccionNumeros,
-                               SeccionMensajes, SeccionFicheros})
+        for (const auto pon : {SeccionCambios, SeccionAsuntos, SeccionBalance, SeccionMapas,
+                               SeccionNumeros, SeccionMensajes, SeccionFicheros})
             pon(contenido, marcas);
     });
-    marcas.Bloque("footer", {}, [&] {
-        marcas.Elemento("p", {{"class", "fecha"}},
-                        "Hecho el " + Fecha(contenido.hecho) + " por campiva-informe " +
-                            contenido.version + ".");
-    });
+    PonPie(marcas, contenido.version, contenido.hecho);
     marcas.Bloque("script", {}, [&] { marcas.Linea().Hecho(kGuion); });
     if (!contenido.mapas.empty())
         marcas.Bloque("script", {}, [&] { marcas.Linea().Hecho(kGuionMapas); });
@@ -156,14 +136,9 @@ void Cuerpo(CMarcas& marcas, const CContenido& contenido)
 
 void EscribePagina(const CContenido& contenido, const CEscribe& escribe)
 {
-    CMarcas marcas(escribe);
-    marcas.Hecho("<!DOCTYPE html>\n");
-    marcas.Bloque("html", {{"lang", "es"}}, [&] {
-        marcas.Linea();
-        marcas.Bloque("head", {}, [&] { Cabeza(marcas, contenido); });
-        marcas.Bloque("body", {}, [&] { Cuerpo(marcas, contenido); });
-    });
-    marcas.Vuelca();
+    EscribeDocumento(escribe, "Informe de " + Texto(contenido.proceso.ficheros.base),
+                     contenido.contraste == nullptr ? "" : kEstiloCambios,
+                     [&](CMarcas& marcas) { Cuerpo(marcas, contenido); });
 }
 
 } // namespace informe

@@ -6,6 +6,8 @@ namespace informe {
 
 /// How the page looks.
 extern const char* const kEstilo;
+/// What it needs beside that for changes against another state.
+extern const char* const kEstiloCambios;
 /// The lines that filter and sort the list of messages, and lead to them. The page is read without
 /// these and the next ones as well.
 extern const char* const kGuion;

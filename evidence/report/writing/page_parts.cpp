@@ -3,9 +3,51 @@
 #include <array>
 
 #include "evidence/report/reading/text.h"
+#include "evidence/report/writing/page_files.h"
 #include "evidence/units.h"
 
 namespace informe {
+namespace {
+
+// What a browser is told to refuse: all requests, whatever a name in the log smuggled in.
+constexpr const char* kPolitica =
+    "default-src 'none'; style-src 'unsafe-inline'; script-src 'unsafe-inline'; base-uri 'none'; "
+    "form-action 'none'";
+
+void Cabeza(CMarcas& marcas, const std::string& titulo, const char* estilo)
+{
+    marcas.Linea().Suelto("meta", {{"charset", "utf-8"}}).Linea();
+    marcas.Suelto("meta", {{"http-equiv", "Content-Security-Policy"}, {"content", kPolitica}})
+        .Linea();
+    marcas
+        .Suelto("meta", {{"name", "viewport"}, {"content", "width=device-width, initial-scale=1"}})
+        .Linea();
+    marcas.Bloque("title", {}, titulo);
+    marcas.Bloque("style", {}, [&] { marcas.Linea().Hecho(kEstilo).Hecho(estilo); });
+}
+
+} // namespace
+
+void EscribeDocumento(const CEscribe& escribe, const std::string& titulo, const char* estilo,
+                      const std::function<void(CMarcas&)>& cuerpo)
+{
+    CMarcas marcas(escribe);
+    marcas.Hecho("<!DOCTYPE html>\n");
+    marcas.Bloque("html", {{"lang", "es"}}, [&] {
+        marcas.Linea();
+        marcas.Bloque("head", {}, [&] { Cabeza(marcas, titulo, estilo); });
+        marcas.Bloque("body", {}, [&] { cuerpo(marcas); });
+    });
+    marcas.Vuelca();
+}
+
+void PonPie(CMarcas& marcas, const std::string& version, std::time_t hecho)
+{
+    marcas.Bloque("footer", {}, [&] {
+        marcas.Elemento("p", {{"class", "fecha"}},
+                        "Hecho el " + Fecha(hecho) + " por campiva-informe " + version + ".");
+    });
+}
 
 void Parrafo(CMarcas& marcas, const char* clase, std::string_view texto)
 {

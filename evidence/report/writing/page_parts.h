@@ -3,6 +3,7 @@
 #include <concepts>
 #include <cstdint>
 #include <ctime>
+#include <functional>
 #include <initializer_list>
 #include <string>
 #include <string_view>
@@ -24,10 +25,19 @@ namespace seccion {
 inline constexpr CSeccion kFicheros = {"ficheros", "Ficheros", "Ficheros"};
 inline constexpr CSeccion kBalance = {"balance", "Balance", "Balance"};
 inline constexpr CSeccion kAsuntos = {"asuntos", "Asuntos", "Asuntos"};
+inline constexpr CSeccion kCambios = {"cambios", "Cambios", "Cambios"};
 inline constexpr CSeccion kNumeros = {"numeros", "Por número", "Por número de mensaje"};
 inline constexpr CSeccion kMapas = {"mapas", "Mapas", "Mapas"};
 inline constexpr CSeccion kMensajes = {"mensajes", "Mensajes", "Mensajes"};
 } // namespace seccion
+
+/// Writes a whole document, HTML in UTF-8, piece by piece; it asks nothing of the network. Throws
+/// what `escribe` throws.
+/// \param estilo  what it has of style beside that of all pages
+void EscribeDocumento(const CEscribe& escribe, const std::string& titulo, const char* estilo,
+                      const std::function<void(CMarcas&)>& cuerpo);
+/// When the page was made, and by what.
+void PonPie(CMarcas& marcas, const std::string& version, std::time_t hecho);
 
 /// A section with its heading and what `dentro` writes.
 void PonSeccion(CMarcas& marcas, const CSeccion& seccion, std::invocable auto dentro)
@@ -82,6 +92,10 @@ std::string SitioEnMetros(const vexageo::CPunto<int>& sitio);
 /// "25/11/2026 12:34", by the clock of the place.
 std::string Fecha(std::time_t fecha);
 
+/// The changes against another state; nothing where nothing is compared.
+void SeccionCambios(const CContenido& contenido, CMarcas& marcas);
+/// \param anclas  null where there are no maps
+void PonCambios(const CContraste& contraste, const CAnclas* anclas, CMarcas& marcas);
 void SeccionFicheros(const CContenido& contenido, CMarcas& marcas);
 void SeccionBalance(const CContenido& contenido, CMarcas& marcas);
 /// The drawings' side of the balance; nothing without drawings.

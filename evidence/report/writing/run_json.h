@@ -11,5 +11,6 @@ extern const bool kHayJson;
 
 /// What a page tells, for programs: docs/report.schema.json says in which form.
 std::string ProcesoEnJson(const CContenido& contenido);
+std::string CambiosEnJson(const CContenidoCambios& contenido);
 
 } // namespace informe

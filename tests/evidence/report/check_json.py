@@ -1,6 +1,6 @@
-"""Holds a report for programs to its schema, and to the log and the tables that it is of.
+"""Holds a report for programs to its schema, and to the log that it is of, where there is one.
 
-    check_json.py SCHEMA REPORT LOG
+    check_json.py SCHEMA REPORT [LOG]
 
 The schema may use type, const, enum, required, properties, additionalProperties, items and $ref.
 """
@@ -39,24 +39,47 @@ def faults(value, schema, root, where):
             yield from faults(item, schema.get("items", {}), root, f"{where}[{i}]")
 
 
-def main(schema_name, report_name, log_name):
-    with open(schema_name, encoding="utf-8") as schema, open(report_name, encoding="utf-8") as report:
-        root, told = json.load(schema), json.load(report)
-    found = list(faults(told, root, root, "report"))
+def faults_of_run(told, log_name):
     with open(log_name, encoding="cp1252") as log:
         codes = collections.Counter(line[:4] for line in log)
     messages = told["mensajes"]
     if {m["codigo"]: m["cuantos"] for m in messages["porNumero"]} != codes:
-        found.append("the messages aren't the log's")
+        yield "the messages aren't the log's"
     if messages["errores"] != sum(n for code, n in codes.items() if code[0] == "E"):
-        found.append("the errors aren't the log's")
+        yield "the errors aren't the log's"
     if any(sum(line["cuantos"] for line in part["entra"]) !=
            sum(line["cuantos"] for line in part["sale"]) for part in told["balance"]):
-        found.append("the balance doesn't balance")
+        yield "the balance doesn't balance"
     surfaces = told["superficies"]
     if surfaces and not (surfaces["perdida"] == sum(p["m2"] for p in surfaces["parcelasQuePierden"])
                          == sum(p["perdida"] for p in surfaces["difieren"])):
-        found.append("the surface that is lost isn't the sum of the parcels'")
+        yield "the surface that is lost isn't the sum of the parcels'"
+
+
+def faults_of_changes(changes):
+    before, now = changes["antes"], changes["ahora"]
+    gone, new = changes["desaparecidas"], changes["nuevas"]
+    if before["parcelas"] - gone["parcelas"] + new["parcelas"] != now["parcelas"]:
+        yield "the parcels don't add up to the newer state's"
+    if before["m2"] - gone["m2"] + new["m2"] + changes["crecen"]["m2"] - changes["menguan"]["m2"] != now["m2"]:
+        yield "nor do the surfaces"
+    if sum(parcel["diferencia"] for parcel in changes["parcelas"]) != now["m2"] - before["m2"]:
+        yield "the differences of the parcels don't add up"
+    kinds = collections.Counter(parcel["que"] for parcel in changes["parcelas"])
+    if (kinds["desaparecida"], kinds["nueva"]) != (gone["parcelas"], new["parcelas"]):
+        yield "the parcels aren't those that the sums count"
+    if kinds["cambiada"] + kinds["nueva"] + changes["iguales"] != now["parcelas"]:
+        yield "not all parcels of the newer state are told of"
+
+
+def main(schema_name, report_name, log_name=None):
+    with open(schema_name, encoding="utf-8") as schema, open(report_name, encoding="utf-8") as report:
+        root, told = json.load(schema), json.load(report)
+    found = list(faults(told, root, root, "report"))
+    if log_name:
+        found += faults_of_run(told, log_name)
+    if told["cambios"]:
+        found += faults_of_changes(told["cambios"])
     print("\n".join(found), end="\n" if found else "")
     return 1 if found else 0
 

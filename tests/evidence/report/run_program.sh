@@ -70,6 +70,37 @@ if "$informe" --json - entrada.ERR > way_out.json 2> stderr; then
 else
   equal "the build without --json" "$(grep -c 'nlohmann-json' stderr)" 1
 fi
+# Against another state, of whatever form: none differs from the one that it was made of.
+cp "$samples/villanueva.txt" intercambio.txt
+mkdir sus_tablas
+"$campiva" 0 intercambio.txt "${tables[@]/#/sus_tablas/}" < /dev/null > /dev/null
+cp -r "$samples/villanueva_dibujos" sus_dibujos
+"$campiva" 1 "${tables[@]/#/sus_tablas/}" sus_dibujos/poligonos.txt sus_dibujos/ortos.TOP 0 0 0 \
+  < /dev/null > /dev/null
+forms=(intercambio.txt sus_tablas sus_dibujos/045127.R)
+for now in "${forms[@]}"; do
+  for before in "${forms[@]}"; do
+    status 0 "$informe" --html cambios.html "$now" --contra "$before"
+    equal "$now" "$(head -n 1 stdout)" "$now: sin cambios, contra $before"
+  done
+done
+python3 "$(dirname "$check_json")/change_municipality.py" intercambio.txt cambiado.txt > expected.txt
+status 0 "$informe" --cambios cambios.csv cambiado.txt --contra intercambio.txt
+diff <(sed 1d cambios.csv | cut -d';' -f1 | sort | uniq -c) expected.txt || fail "the changes aren't those made"
+whole cambiado_cambios.html
+if "$informe" --json - cambiado.txt --contra intercambio.txt > changes.json 2> stderr; then
+  python3 "$check_json" "$schema" changes.json || fail "the changes for programs"
+  "$informe" --json - --tablas sus_tablas sus_dibujos/045127.ERR --contra cambiado.txt > changes.json
+  python3 "$check_json" "$schema" changes.json sus_dibujos/045127.ERR || fail "those of a run"
+fi
+status 0 "$informe" --tablas sus_tablas sus_dibujos/045127.ERR --contra cambiado.txt
+whole sus_dibujos/045127.html
+equal "new parcels on the maps" "$(grep -c '<path id="p[0-9-]*" class="[a-z ]* nueva"' sus_dibujos/045127.html)" \
+  "$(grep -c 'parcela desaparecida' expected.txt > /dev/null && awk '/desaparecida/ { print $1 }' expected.txt)"
+status 1 "$informe" intercambio.txt --contra no_hay
+grep -q '^campiva-informe: no_hay no existe$' stderr || fail "a state that isn't there isn't told"
+status 2 "$informe" intercambio.txt --cambios cambios.csv
+
 "$informe" --html - "${of_list[@]}" dibujos/045127.ERR > piped.html
 whole piped.html
 equal "elements behind the page" "$(tail -n 1 piped.html)" '</html>'
