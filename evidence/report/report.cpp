@@ -1,24 +1,29 @@
 #include "evidence/report/report.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <memory>
 #include <utility>
 
 #include "evidence/paths.h"
 #include "evidence/report/reading/text.h"
+#include "evidence/report/trial/trial_run.h"
 #include "evidence/report/writing/changes_csv.h"
 #include "evidence/report/writing/csv.h"
 #include "evidence/report/writing/geojson.h"
 #include "evidence/report/writing/output_file.h"
 #include "evidence/report/writing/page_content.h"
 #include "evidence/report/writing/run_json.h"
+#include "platform/ansi.h"
 #include "platform/files/set_healing.h"
 #include "platform/files/system_files.h"
+#include "platform/system.h"
 
 namespace informe {
 namespace {
 
 constexpr const char* kPaginaInfograf = "_infograf.html";
+constexpr const char* kPaginaEnsayo = "_ensayo.html";
 constexpr const char* kPaginaCambios = "cambios.html";
 
 /// The report of one log, stage by stage.
@@ -34,8 +39,10 @@ public:
 
     /// Holds what the run left against another state. Gives why that can't be done; empty for
     /// nothing.
-    std::string Contrasta()
+    std::string Contrasta(const CEnsayo* ensayo = nullptr)
     {
+        if (ensayo != nullptr)
+            return ContrastaEnsayo(*ensayo);
         if (m_opciones.contra.IsEmpty())
             return {};
         m_contraste =
@@ -47,8 +54,8 @@ public:
               CResultado& resultado)
     {
         CContenido contenido{
-            version, hecho, Texto(m_opciones.csv), m_proceso, m_lineas, m_anclas, {},
-            {},      {},    m_contraste.get()};
+            version, hecho,      Texto(m_opciones.csv), m_proceso, m_lineas, m_anclas, {}, {},
+            {},      m_esEnsayo, m_contraste.get()};
         if (HayDibujos())
             RecorreDibujos(contenido);
         contenido.asuntos = m_proceso.ficheros.sentido == Sentido::Infograf
@@ -65,6 +72,27 @@ public:
     }
 
 private:
+    /// What the trial would make of the tables, where no other state is named. Files of the trial
+    /// are told without the folder that nobody will find.
+    std::string ContrastaEnsayo(const CEnsayo& ensayo)
+    {
+        CFicheros& ficheros = m_proceso.ficheros;
+        if (!m_opciones.contra.IsEmpty()) {
+            CEstadoLeido ahora = EstadoDeProceso(m_proceso);
+            ahora.nombre = "lo que saldría de la vuelta"_ansi;
+            m_contraste =
+                std::make_unique<CContraste>(LeeEstado(m_opciones.contra), std::move(ahora));
+        } else {
+            m_contraste = std::make_unique<CContraste>(
+                LeeEstado(ficheros.tablas, CCadena(ficheros.tablas[kParcelas]).DamePath()),
+                LeeEstado(ensayo.Tablas(), "lo que dejaría Modificar"_ansi), Municipios::Todos);
+        }
+        for (CFicheroVisto& visto : m_proceso.vistos)
+            visto.nombre = ensayo.SinCarpeta(visto.nombre);
+        ficheros.registro = ensayo.SinCarpeta(ficheros.registro);
+        m_esEnsayo = true;
+        return m_contraste->reparo;
+    }
     bool HayDibujos() const { return m_proceso.ficheros.sentido == Sentido::Vuelta; }
     CMarcasDeCambio MarcasDeCambio() const
     {
@@ -136,6 +164,7 @@ private:
     CLugaresDeAvisos m_lugares;
     CConjuntoSalidas m_salidas;
     std::unique_ptr<CGeoJson> m_geojson;
+    bool m_esEnsayo = false;
     std::unique_ptr<CContraste> m_contraste; // null where nothing is compared with the run
 };
 
@@ -281,6 +310,59 @@ void Elabora(const CString& registro, const COpciones& opciones, const std::stri
         elaboracion.Hace(pagina, version, hecho, resultado);
 }
 
+/// As long as it is there, a signal is noted and ends the process behind it: what stands between
+/// is put away first.
+struct CVigilancia {
+    CVigilancia() { sistema::VigilaSenales(false); }
+    CVigilancia(const CVigilancia&) = delete;
+    CVigilancia& operator=(const CVigilancia&) = delete;
+    ~CVigilancia() { sistema::OlvidaSenales(); }
+};
+
+/// The trial itself. Gives why it came to nothing; empty for nothing.
+std::string Ensaya(const CFicheros& ficheros, const COpciones& opciones, const CString& pagina,
+                   const std::string& version, std::time_t hecho, CResultado& resultado)
+{
+    CEnsayo ensayo(ficheros, opciones);
+    if (std::string reparo = ensayo.Corre(); !reparo.empty())
+        return reparo;
+    CElaboracion elaboracion(ensayo.Suyos(), opciones);
+    std::string reparo = elaboracion.Contrasta(&ensayo);
+    if (reparo.empty())
+        elaboracion.Hace(pagina, version, hecho, resultado);
+    return reparo;
+}
+
+/// The report of a way back that is only tried.
+void ElaboraEnsayo(const CString& lista, COpciones opciones, const std::string& version,
+                   std::time_t hecho, CResultado& resultado)
+{
+    opciones.lista = lista;
+    CFicheros ficheros = BuscaFicheros(kEstandar, opciones);
+    const CString pagina =
+        PaginaDe(opciones, EnCarpeta(ficheros.lista.carpeta,
+                                     ficheros.lista.cabecera.nombreSalida + kPaginaEnsayo));
+    SanaConjuntos(LeidosPara(opciones, ficheros));
+    for (const CString& nombre : Ausentes(ficheros, opciones))
+        resultado.quejas.push_back("El archivo " + Texto(nombre) + " no existe");
+    if (std::optional<CListaPoligonos> leida = LeeLista(lista))
+        ficheros.lista = std::move(*leida);
+    std::string reparo = ReparoDeSalidas(opciones, pagina, LeidosPara(opciones, ficheros));
+    if (reparo.empty() && resultado.quejas.empty()) {
+        const CVigilancia vigilancia;
+        try {
+            reparo = Ensaya(ficheros, opciones, pagina, version, hecho, resultado);
+        } catch (const std::filesystem::filesystem_error& fallo) { // of the folder
+            reparo =
+                "No se pudo preparar el ensayo: " + Texto(CFileException("", fallo.code()).Causa());
+        } catch (const CInterrumpido&) { // the signal has its way behind the folder's end
+            reparo = "El ensayo se detuvo";
+        }
+    }
+    if (!reparo.empty())
+        resultado.quejas.push_back(std::move(reparo));
+}
+
 } // namespace
 
 CResultado HazInforme(const CString& registro, const COpciones& opciones,
@@ -288,7 +370,10 @@ CResultado HazInforme(const CString& registro, const COpciones& opciones,
 {
     CResultado resultado;
     try {
-        Elabora(registro, opciones, version, hecho, resultado);
+        if (opciones.ensayo)
+            ElaboraEnsayo(registro, opciones, version, hecho, resultado);
+        else
+            Elabora(registro, opciones, version, hecho, resultado);
     } catch (const CFileException& fallo) {
         resultado.quejas.push_back(Texto(EnUnaLinea(fallo)));
     }

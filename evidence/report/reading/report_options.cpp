@@ -27,11 +27,16 @@ constexpr struct {
 constexpr struct {
     std::string_view nombre;
     bool COpciones::*valor;
-} kSinValor[] = {{"--detenido", &COpciones::detenido}, {"--estricto", &COpciones::estricto}};
+} kSinValor[] = {
+    {"--detenido", &COpciones::detenido}, {"--estricto", &COpciones::estricto},
+    {"--ensayo", &COpciones::ensayo},     {"--conserva", &COpciones::conserva},
+    {"--crea", &COpciones::crea},
+};
 
 bool TieneAlgunValor(const COpciones& opciones)
 {
     return !opciones.con.empty() || !opciones.escritos.empty() || opciones.detenido ||
+           opciones.ensayo ||
            std::any_of(std::begin(kConValor), std::end(kConValor),
                        [&](const auto& opcion) { return !(opciones.*opcion.valor).IsEmpty(); });
 }
@@ -46,8 +51,13 @@ std::string Repara(const COpciones& opciones)
         return "con varios registros no caben opciones, que son de uno solo";
     if (!opciones.entrada.IsEmpty() && !opciones.lista.IsEmpty())
         return "--entrada es de la ida y --lista de la vuelta: un registro es de una de las dos";
-    if (!opciones.cambios.IsEmpty() && opciones.contra.IsEmpty())
-        return "--cambios da los de --contra, que falta";
+    if (!opciones.cambios.IsEmpty() && opciones.contra.IsEmpty() && !opciones.ensayo)
+        return "--cambios da los de --contra o --ensayo, que faltan";
+    if (!opciones.ensayo && (opciones.conserva || opciones.crea))
+        return "--conserva y --crea son de --ensayo";
+    if (opciones.ensayo && (opciones.detenido || !opciones.escritos.empty() ||
+                            !(opciones.entrada + opciones.lista).IsEmpty()))
+        return "con --ensayo va la lista en lugar del registro, y no hay nada escrito";
     return {};
 }
 
@@ -129,7 +139,11 @@ la entrada o a la lista.
   --contra F       compara lo que dejó el proceso con otro estado del municipio: un
                    fichero de Catastro, un fichero R o una carpeta de tablas. En
                    lugar del registro puede ir otro estado, sin más proceso
-  --cambios F      todos los cambios de --contra, en una hoja
+  --cambios F      todos los cambios de --contra o --ensayo, en una hoja
+  --ensayo         hace la vuelta aparte, con Modificar, y dice lo que cambiaría en
+                   las tablas; no cambia nada. En lugar del registro va la lista
+  --conserva       el ensayo conserva las parcelas que no están en el gráfico
+  --crea           el ensayo crea las que sólo están en el gráfico
   --con F          otro fichero que leyó o escribió el proceso; qué es, se ve
                    en él. Puede ir varias veces
   --escrito F      lo mismo, de un fichero que escribió el proceso

@@ -29,6 +29,9 @@ struct COpciones {
     CString cambios;               ///< sheet of what changed
     std::vector<CString> con;      ///< files of the run; what each is, its content tells
     std::vector<CString> escritos; ///< the same of files that the run wrote
+    bool ensayo = false;           ///< a way back is only tried; its list stands for the log
+    bool conserva = false;         ///< the trial keeps what isn't drawn
+    bool crea = false;             ///< the trial creates what only the drawing knows
     bool detenido = false;         ///< the run wrote nothing but its log
     bool estricto = false;         ///< what was lost, or isn't explained, makes the status
 

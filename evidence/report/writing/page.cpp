@@ -95,7 +95,9 @@ void Indice(CMarcas& marcas, const CContenido& contenido)
 void Cabecera(CMarcas& marcas, const CContenido& contenido)
 {
     const CFicheros& ficheros = contenido.proceso.ficheros;
-    marcas.Linea().Bloque("p", {{"class", "sobre"}}, "Informe del proceso");
+    marcas.Linea().Bloque("p", {{"class", "sobre"}},
+                          contenido.ensayo ? "Ensayo: no se ha cambiado nada"
+                                           : "Informe del proceso");
     marcas.Bloque("h1", {}, Texto(ficheros.base));
     marcas.Bloque("p", {{"class", "sentido"}}, NombreSentido(ficheros.sentido));
     Cifras(marcas, contenido);

@@ -28,6 +28,7 @@ struct CContenido {
     std::optional<CBalanceDibujo> dibujo; ///< of a way back
     CAsuntos asuntos;
     std::vector<CMapaHecho> mapas;
+    bool ensayo = false;                   ///< the run was only tried
     const CContraste* contraste = nullptr; ///< null where nothing is compared with the run
 
     /// A surface that was lost, as all that is told begins with it: "127,4 ha" and "no cuentan, en

@@ -21,6 +21,10 @@ TEST(ReportOptions, TakesLogsAndTheirOptions)
     const std::vector<std::string> detenido = {"--escrito", "c", "--detenido", "a.ERR"};
     EXPECT_EQ(LeeOpciones(detenido, queja)->escritos, std::vector<CString>{"c"});
     EXPECT_TRUE(LeeOpciones(detenido, queja)->detenido);
+    const std::vector<std::string> ensayo = {"--ensayo", "--crea", "l.txt", "--cambios", "c.csv"};
+    ASSERT_TRUE(LeeOpciones(ensayo, queja)) << queja;
+    EXPECT_TRUE(LeeOpciones(ensayo, queja)->crea);
+    EXPECT_FALSE(LeeOpciones(ensayo, queja)->conserva);
     const std::vector<std::string> varios = {"a.ERR", "--", "--csv"};
     EXPECT_EQ(LeeOpciones(varios, queja)->registros, (std::vector<CString>{"a.ERR", "--csv"}));
     const std::vector<std::string> ayuda = {"a.ERR", "--help", "--nada"};
@@ -48,6 +52,12 @@ TEST(ReportOptions, ComplainsOfALineThatItDoesNotUnderstand)
         {{"a.ERR", "b.ERR", "--detenido"}, "de uno solo"},
         {{"a.ERR", "--html", "-", "--json", "-"}, "sólo cabe una cosa"},
         {{"a.ERR", "--entrada", "e", "--lista", "l"}, "de la ida"},
+        {{"a.ERR", "b.ERR", "--contra", "f"}, "de uno solo"},
+        {{"a.ERR", "--cambios", "f"}, "que faltan"},
+        {{"a.ERR", "--crea"}, "son de --ensayo"},
+        {{"a", "b", "--ensayo"}, "de uno solo"},
+        {{"a", "--ensayo", "--lista", "l"}, "en lugar del registro"},
+        {{"a", "--ensayo", "--escrito", "f"}, "no hay nada escrito"},
     };
     for (const auto& caso : casos) {
         std::string queja;

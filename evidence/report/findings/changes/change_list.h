@@ -78,7 +78,7 @@ struct CCambios {
     CSuma ahora;
     std::array<std::int64_t, kDifiere> porDifiere{}; ///< parcels
     std::int64_t iguales = 0;
-    std::size_t municipios = 0;       ///< of the newer state
+    std::size_t municipios = 0;       ///< that were compared
     std::int64_t deOtroMunicipio = 0; ///< parcels of the older state that weren't looked at
     bool repartosSinBuscar = false;   ///< there were too many to look for them all
 };

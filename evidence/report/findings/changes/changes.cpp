@@ -14,9 +14,12 @@ using CParcela = CEstadoMunicipio::CParcela;
 
 class CComparacion {
 public:
-    CComparacion(const CEstadoMunicipio& antes, const CEstadoMunicipio& ahora)
+    CComparacion(const CEstadoMunicipio& antes, const CEstadoMunicipio& ahora, Municipios cuales)
         : m_antes(antes), m_ahora(ahora), m_gente(antes, ahora)
     {
+        ReuneMunicipios(ahora);
+        if (cuales == Municipios::Todos)
+            ReuneMunicipios(antes);
     }
 
     CCambios Compara();
@@ -26,7 +29,7 @@ private:
     using CParte = std::tuple<int, CEstadoMunicipio::CLetras, int>;
     using CPartes = std::vector<CParte>;
 
-    void ReuneMunicipios();
+    void ReuneMunicipios(const CEstadoMunicipio& estado);
     bool EsDeLosSuyos(short mun) const
     {
         return std::binary_search(m_municipios.begin(), m_municipios.end(), mun);
@@ -41,14 +44,14 @@ private:
     const CEstadoMunicipio& m_ahora;
     CPersonasDeDos m_gente;
     CCambios m_cambios;
-    std::vector<short> m_municipios; // of the newer state
+    std::vector<short> m_municipios; // in order
     CPartes m_partesAntes;           // of the parcel at work
     CPartes m_partesAhora;
 };
 
-void CComparacion::ReuneMunicipios()
+void CComparacion::ReuneMunicipios(const CEstadoMunicipio& estado)
 {
-    for (const CParcela& parcela : m_ahora.parcelas)
+    for (const CParcela& parcela : estado.parcelas)
         if (m_municipios.empty() || m_municipios.back() != parcela.clave.mun)
             m_municipios.push_back(parcela.clave.mun);
     std::sort(m_municipios.begin(), m_municipios.end());
@@ -108,7 +111,6 @@ void CComparacion::ComparaUna(const CParcela& antes, const CParcela& ahora)
 /// Walks the newer state, and then what it left of the older one.
 CCambios CComparacion::Compara()
 {
-    ReuneMunicipios();
     CTablaHash porClave;
     const auto en = [&](const CClaveParcela& clave) {
         return [this, &clave](int i) {
@@ -152,9 +154,9 @@ CCambios CComparacion::Compara()
 
 } // namespace
 
-CCambios Compara(const CEstadoMunicipio& antes, const CEstadoMunicipio& ahora)
+CCambios Compara(const CEstadoMunicipio& antes, const CEstadoMunicipio& ahora, Municipios cuales)
 {
-    return CComparacion(antes, ahora).Compara();
+    return CComparacion(antes, ahora, cuales).Compara();
 }
 
 std::vector<CCambioSubparcela>

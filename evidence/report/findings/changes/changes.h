@@ -7,10 +7,14 @@
 
 namespace informe {
 
+/// Which municipalities are compared: those of the newer state, or all.
+enum class Municipios { DelNuevo, Todos };
+
 /// Compares two states of the municipalities that the newer one has. Both must outlive the answer.
 /// Nothing in common but a municipality makes all parcels new and gone; not even that leaves all of
 /// the older one's in `deOtroMunicipio`.
-CCambios Compara(const CEstadoMunicipio& antes, const CEstadoMunicipio& ahora);
+CCambios Compara(const CEstadoMunicipio& antes, const CEstadoMunicipio& ahora,
+                 Municipios cuales = Municipios::DelNuevo);
 
 /// A subparcel that differs: null on the side that lacks it.
 struct CCambioSubparcela {

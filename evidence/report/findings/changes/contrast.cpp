@@ -14,7 +14,7 @@ std::string Reparo(const CEstadoLeido& leido)
 
 } // namespace
 
-CContraste::CContraste(CEstadoLeido viejo, CEstadoLeido nuevo)
+CContraste::CContraste(CEstadoLeido viejo, CEstadoLeido nuevo, Municipios cuales)
     : antes(std::move(viejo)), ahora(std::move(nuevo))
 {
     for (const CEstadoLeido* leido : {&antes, &ahora})
@@ -22,7 +22,7 @@ CContraste::CContraste(CEstadoLeido viejo, CEstadoLeido nuevo)
             reparo = Reparo(*leido);
     if (!reparo.empty())
         return;
-    cambios = Compara(antes.estado, ahora.estado);
+    cambios = Compara(antes.estado, ahora.estado, cuales);
     if (cambios.antes.parcelas == 0)
         reparo = Texto(antes.nombre) + " es de otro municipio que " + Texto(ahora.nombre);
 }

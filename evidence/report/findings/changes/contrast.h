@@ -10,7 +10,7 @@ namespace informe {
 
 /// Two states of a municipality, and what changed between them.
 struct CContraste {
-    CContraste(CEstadoLeido viejo, CEstadoLeido nuevo);
+    CContraste(CEstadoLeido viejo, CEstadoLeido nuevo, Municipios cuales = Municipios::DelNuevo);
     CContraste(const CContraste&) = delete; // the changes point into the states
     CContraste& operator=(const CContraste&) = delete;
 
