@@ -30,7 +30,7 @@ constexpr struct {
 } kSinValor[] = {
     {"--detenido", &COpciones::detenido}, {"--estricto", &COpciones::estricto},
     {"--ensayo", &COpciones::ensayo},     {"--conserva", &COpciones::conserva},
-    {"--crea", &COpciones::crea},
+    {"--crea", &COpciones::crea},         {"--concentradas", &COpciones::concentradas},
 };
 
 bool TieneAlgunValor(const COpciones& opciones)
@@ -53,8 +53,8 @@ std::string Repara(const COpciones& opciones)
         return "--entrada es de la ida y --lista de la vuelta: un registro es de una de las dos";
     if (!opciones.cambios.IsEmpty() && opciones.contra.IsEmpty() && !opciones.ensayo)
         return "--cambios da los de --contra o --ensayo, que faltan";
-    if (!opciones.ensayo && (opciones.conserva || opciones.crea))
-        return "--conserva y --crea son de --ensayo";
+    if (!opciones.ensayo && (opciones.conserva || opciones.crea || opciones.concentradas))
+        return "--conserva, --crea y --concentradas son de --ensayo";
     if (opciones.ensayo && (opciones.detenido || !opciones.escritos.empty() ||
                             !(opciones.entrada + opciones.lista).IsEmpty()))
         return "con --ensayo va la lista en lugar del registro, y no hay nada escrito";
@@ -144,6 +144,7 @@ la entrada o a la lista.
                    las tablas; no cambia nada. En lugar del registro va la lista
   --conserva       el ensayo conserva las parcelas que no están en el gráfico
   --crea           el ensayo crea las que sólo están en el gráfico
+  --concentradas   el ensayo da a las concentradas la superficie del gráfico
   --con F          otro fichero que leyó o escribió el proceso; qué es, se ve
                    en él. Puede ir varias veces
   --escrito F      lo mismo, de un fichero que escribió el proceso

@@ -32,6 +32,7 @@ struct COpciones {
     bool ensayo = false;           ///< a way back is only tried; its list stands for the log
     bool conserva = false;         ///< the trial keeps what isn't drawn
     bool crea = false;             ///< the trial creates what only the drawing knows
+    bool concentradas = false;     ///< the trial gives concentrated parcels what is drawn
     bool detenido = false;         ///< the run wrote nothing but its log
     bool estricto = false;         ///< what was lost, or isn't explained, makes the status
 

@@ -1,5 +1,6 @@
 #include "evidence/report/trial/trial_run.h"
 
+#include <array>
 #include <chrono>
 #include <fstream>
 #include <iterator>
@@ -12,6 +13,7 @@
 #include "platform/child_processes.h"
 #include "platform/files/any_case_name.h"
 #include "platform/files/content_copy.h"
+#include "platform/settings.h"
 #include "platform/system.h"
 
 namespace informe {
@@ -21,6 +23,10 @@ namespace fs = std::filesystem;
 
 constexpr const char* kPrograma = "campiva";
 constexpr const char* kVuelta = "1";
+
+// As the program stores its settings.
+constexpr const char* kEmpresa = "VexaSoft";
+constexpr const char* kAjustesDe = "Campiva";
 constexpr const char* kDicho = "dicho.txt"; // no list makes an output of that name
 
 void Copia(const CString& nombre, const fs::path& hasta)
@@ -123,6 +129,10 @@ std::string CEnsayo::Corre()
     orden.argumentos = Argumentos();
     orden.carpeta = m_carpeta.Ruta();
     orden.dicho = m_carpeta.Ruta() / kDicho;
+    CAlmacenAparte ajustes(kEmpresa, kAjustesDe, m_carpeta.Ruta() / m_carpeta.Ruta().filename());
+    ajustes.Escribe(std::array<CAjuste, 1>{
+        {{"VexaACampiva2", "ModificarConcentradas", m_opciones.concentradas ? "1" : "0", true}}});
+    orden.entorno = {ajustes.Variable()};
     if (orden.programa.empty())
         return "No se halla el programa campiva, que hace el ensayo";
     CHijos hijos;

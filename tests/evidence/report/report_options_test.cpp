@@ -55,6 +55,7 @@ TEST(ReportOptions, ComplainsOfALineThatItDoesNotUnderstand)
         {{"a.ERR", "b.ERR", "--contra", "f"}, "de uno solo"},
         {{"a.ERR", "--cambios", "f"}, "que faltan"},
         {{"a.ERR", "--crea"}, "son de --ensayo"},
+        {{"a.ERR", "--concentradas"}, "son de --ensayo"},
         {{"a", "b", "--ensayo"}, "de uno solo"},
         {{"a", "--ensayo", "--lista", "l"}, "en lugar del registro"},
         {{"a", "--ensayo", "--escrito", "f"}, "no hay nada escrito"},
