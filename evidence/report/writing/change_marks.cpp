@@ -25,13 +25,13 @@ const CCambioParcela* CMarcasDeCambio::De(int polig, int parcela) const
     return suyo == m_cambios->parcelas.end() || suyo->clave != clave ? nullptr : &*suyo;
 }
 
-bool CMarcasDeCambio::HayEn(int polig) const
+std::int64_t CMarcasDeCambio::CuantasEn(int polig) const
 {
     if (!Hay())
-        return false;
-    const auto suyo = Desde(*m_cambios, {m_mun, polig, std::numeric_limits<int>::min()});
-    return suyo != m_cambios->parcelas.end() && suyo->clave.mun == m_mun &&
-           suyo->clave.polig == polig;
+        return 0;
+    constexpr int kAntesDeTodas = std::numeric_limits<int>::min();
+    return Desde(*m_cambios, {m_mun, polig + 1, kAntesDeTodas}) -
+           Desde(*m_cambios, {m_mun, polig, kAntesDeTodas});
 }
 
 /// A surface alone changes with every measuring: it is marked more faintly.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 #include "evidence/report/findings/changes/change_list.h"
@@ -16,7 +17,8 @@ public:
     bool Hay() const { return m_cambios != nullptr; }
     /// The change of a parcel; null where it is the same, and where nothing is compared.
     const CCambioParcela* De(int polig, int parcela) const;
-    bool HayEn(int polig) const;
+    /// How many parcels of a polygon changed.
+    std::int64_t CuantasEn(int polig) const;
 
     /// The class of its outline.
     static const char* Clase(const CCambioParcela& cambio);

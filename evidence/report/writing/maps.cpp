@@ -10,8 +10,6 @@ namespace informe {
 
 bool CMapas::HayMensajes(const CPoligonoDibujado& poligono) const
 {
-    if (m_cambios.HayEn(poligono.polig))
-        return true;
     const auto& recintos = poligono.parcelas.recintos;
     return std::any_of(recintos.begin(), recintos.end(), [&](const CRecintoDibujado& recinto) {
         return recinto.Valido() && (m_indice.HayDeParcela(poligono.polig, recinto.parcela) ||
@@ -25,6 +23,7 @@ void CMapas::TomaSilueta(const CPoligonoDibujado& poligono, const std::string& a
     if (silueta.contornos.empty())
         return;
     silueta.conMensajes = HayMensajes(poligono);
+    silueta.cambios = m_cambios.CuantasEn(poligono.polig);
     for (const CPerdidas* perdidas : {&m_perdidas, &std::as_const(m_sinEscribir)}) {
         const auto hasta = perdidas->lower_bound({poligono.polig + 1, 0});
         for (auto una = perdidas->lower_bound({poligono.polig, 0}); una != hasta; ++una) {
@@ -38,7 +37,8 @@ void CMapas::TomaSilueta(const CPoligonoDibujado& poligono, const std::string& a
 void CMapas::Toma(const CPoligonoDibujado& poligono)
 {
     const std::size_t gastados = topes::kPuntosDePagina - m_presupuesto.puntos;
-    if (gastados > topes::kPuntosSinMensajes && !HayMensajes(poligono)) {
+    if (gastados > topes::kPuntosSinMensajes && !HayMensajes(poligono) &&
+        m_cambios.CuantasEn(poligono.polig) == 0) {
         ++m_sinMapa;
         TomaSilueta(poligono, {});
         return;

@@ -76,12 +76,12 @@ void CSeccionCambios::PonBalance()
 {
     const auto fila = [&](const char* que, const char* signo, const CCambios::CSuma& suma,
                           const char* clase, bool cuentan) {
-        const bool nada = suma.parcelas == 0 && *signo != '\0';
+        const char* const suyo = suma.parcelas == 0 ? "" : signo;
         const std::string parcelas = Miles(suma.parcelas);
         Fila(m_marcas, {{"class", clase}},
              {{que},
-              {cuentan ? signo + parcelas : "(" + parcelas + ")", kNumero},
-              {(nada ? "" : signo) + Hectareas(suma.metros), kNumero}});
+              {cuentan ? suyo + parcelas : "(" + parcelas + ")", kNumero},
+              {suyo + Hectareas(suma.metros), kNumero}});
     };
     Tabla(m_marcas, "sumas", {{"Superficie"}, {"Parcelas", true}, {"Hectáreas", true}}, [&] {
         fila("Antes", "", m_cambios.antes, nullptr, true);
@@ -173,7 +173,7 @@ void CSeccionCambios::FilaDeCambiada(const CCambioParcela& cambio)
             Enlace(m_marcas, celda.destino, celda.texto);
         });
         for (const std::string& cifra :
-             {Miles(cambio.Antes()), mide ? Miles(cambio.Ahora()) : std::string("="),
+             {Miles(cambio.Antes()), mide ? Miles(cambio.Ahora()) : std::string(),
               mide ? ConSigno(cambio.Diferencia()) : std::string()})
             m_marcas.Elemento("td", {{"class", kNumero}}, cifra);
         m_marcas.Elemento("td", {}, [&] {
@@ -210,7 +210,12 @@ void CSeccionCambios::PonParcelas(CCambioParcela::Que que, const char* ancla, co
             {{"Parcela"}, {"Antes, m²", true}, {"Ahora, m²", true}, {"Diferencia", true}, {"Qué"}},
             filas);
     else
-        Tabla(m_marcas, ancla, {{"Parcela"}, {"m²", true}, {"Titulares"}, {"Paraje"}, {"Por qué"}},
+        Tabla(m_marcas, ancla,
+              {{"Parcela"},
+               {"m²", true},
+               {"Titulares"},
+               {"Paraje"},
+               {m_cambios.repartos.empty() ? "" : "Por qué"}},
               filas);
     Callan(elegidas.size());
 }

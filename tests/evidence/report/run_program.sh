@@ -97,6 +97,8 @@ status 0 "$informe" --tablas sus_tablas sus_dibujos/045127.ERR --contra cambiado
 whole sus_dibujos/045127.html
 equal "new parcels on the maps" "$(grep -c '<path id="p[0-9-]*" class="[a-z ]* nueva"' sus_dibujos/045127.html)" \
   "$(grep -c 'parcela desaparecida' expected.txt > /dev/null && awk '/desaparecida/ { print $1 }' expected.txt)"
+equal "changed polygons on the map of all" \
+  "$(grep -c '<title>Polígono [0-9]*: .*; 9 parcelas cambian</title>' sus_dibujos/045127.html)" 4
 status 1 "$informe" intercambio.txt --contra no_hay
 grep -q '^campiva-informe: no_hay no existe$' stderr || fail "a state that isn't there isn't told"
 status 2 "$informe" intercambio.txt --cambios cambios.csv
