@@ -16,8 +16,8 @@
 #include "batch/progress.h"
 #include "batch/summary_run.h"
 #include "platform/files/cfile_exception.h"
-#include "platform/files/side_names.h"
 #include "platform/files/target_lock.h"
+#include "platform/files/temporary_folder.h"
 #include "platform/system.h"
 
 namespace lote {
@@ -29,27 +29,6 @@ using Reloj = std::chrono::steady_clock;
 // As the program stores its settings.
 constexpr const char* kEmpresa = "VexaSoft";
 constexpr const char* kPrograma = "Campiva";
-
-/// A folder for what the batch has no use for afterwards.
-class CCarpetaTemporal {
-public:
-    CCarpetaTemporal() : m_ruta(fs::temp_directory_path() / ("campiva-lote-" + lado::Marca()))
-    {
-        fs::create_directory(m_ruta);
-        fs::permissions(m_ruta, fs::perms::owner_all);
-    }
-    CCarpetaTemporal(const CCarpetaTemporal&) = delete;
-    CCarpetaTemporal& operator=(const CCarpetaTemporal&) = delete;
-    ~CCarpetaTemporal()
-    {
-        std::error_code error;
-        fs::remove_all(m_ruta, error);
-    }
-    const fs::path& Ruta() const { return m_ruta; }
-
-private:
-    fs::path m_ruta;
-};
 
 /// One of the places at which jobs are worked off, with settings of its own.
 class CPuesto {
@@ -131,7 +110,7 @@ private:
 
 void CLote::HazAqui(const fs::path& programa, std::size_t procesos)
 {
-    const CCarpetaTemporal temporal;
+    const CCarpetaTemporal temporal("campiva-lote");
     for (std::size_t i = 0; i < std::min(procesos, m_pendientes.size()); ++i)
         m_puestos.emplace_back(temporal.Ruta() /
                                (temporal.Ruta().filename().string() + "-" + std::to_string(i)));

@@ -11,7 +11,7 @@ struct CNumerosParcela {
     int parcela;
 
     static CNumerosParcela De(const CParcela& parcela) { return {parcela.Polig, parcela.Parcela}; }
-    friend bool operator==(const CNumerosParcela&, const CNumerosParcela&) = default;
+    friend auto operator<=>(const CNumerosParcela&, const CNumerosParcela&) = default;
     friend std::uint32_t HashDe(const CNumerosParcela& n)
     {
         return ::HashDe(static_cast<std::uint32_t>(n.polig), static_cast<std::uint32_t>(n.parcela));
@@ -71,11 +71,21 @@ int CMunicipio::InsertaModulo(const CModulo& modulo)
 
 bool CMunicipio::BuscaParcela(int polig, int parcela, int& i) const
 {
-    const int hallada = m_parcelasPorNumeros.Busca(m_parcelas, CNumerosParcela::De,
-                                                   CNumerosParcela{polig, parcela});
-    if (hallada < 0)
-        return false;
-    i = hallada;
+    const CNumerosParcela numeros{polig, parcela};
+    // Files stay at a parcel or go on to the next: these two are tried before the hash.
+    const auto esEsa = [&](std::size_t k) {
+        return k < m_parcelas.size() && CNumerosParcela::De(m_parcelas[k]) == numeros;
+    };
+    if (!esEsa(m_parcelaHallada)) {
+        const std::size_t siguiente = m_parcelaHallada + 1;
+        const int hallada =
+            esEsa(siguiente) ? static_cast<int>(siguiente)
+                             : m_parcelasPorNumeros.Busca(m_parcelas, CNumerosParcela::De, numeros);
+        if (hallada < 0)
+            return false;
+        m_parcelaHallada = static_cast<std::size_t>(hallada);
+    }
+    i = static_cast<int>(m_parcelaHallada);
     return true;
 }
 
@@ -90,8 +100,14 @@ int CMunicipio::InsertaParcela(CParcela parcela)
 {
     if (parcela.Polig < 1 || parcela.Parcela < 1)
         return kParcelaInvalida;
-    if (const int i = BuscaParcela(parcela); i >= 0)
-        return i;
+    const bool detrasDeTodas =
+        m_parcelasAscienden && (m_parcelas.empty() || CNumerosParcela::De(m_parcelas.back()) <
+                                                          CNumerosParcela::De(parcela));
+    if (!detrasDeTodas) { // else it can't be there
+        if (const int i = BuscaParcela(parcela); i >= 0)
+            return i;
+        m_parcelasAscienden = false;
+    }
     m_parcelas.push_back(std::move(parcela));
     return static_cast<int>(m_parcelas.size()) - 1;
 }

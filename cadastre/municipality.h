@@ -122,4 +122,6 @@ private:
     CIndice<Gana::Primero> m_parcelasPorNumeros;
     CIndice<Gana::Primero> m_modulosPorClave;
     mutable std::size_t m_primeroSinNumero = 0; // no holder before it has the number -1
+    mutable std::size_t m_parcelaHallada = 0;   // the last one that was asked for
+    bool m_parcelasAscienden = true;            // each one's numbers are above those before it
 };

@@ -72,10 +72,12 @@ void CParcela::Graba(CStdioFile& fichero, short ger, short mun, short emenor,
     if (fijo && !salvar)
         return;
     CDatosLinea datos(ger, mun, emenor);
-    const int principal = TitularPrincipal();
-    datos.numImputa = principal >= 0 ? titulares[static_cast<std::size_t>(principal)].NumOrden : -1;
-    datos.Tit = TitPrincipal();
-    datos.partici = ParticiPrincipal();
+    const CCotitular principal = Principal();
+    datos.numImputa = principal.titular >= 0
+                          ? titulares[static_cast<std::size_t>(principal.titular)].NumOrden
+                          : -1;
+    datos.Tit = principal.Tit;
+    datos.partici = principal.partici;
     datos.numVinculos = static_cast<int>(m_cotitulares.size());
     datos.gruposVinculos = GruposVinculos(datos.numVinculos);
     datos.numParaje = paraje >= 0 ? parajes[static_cast<std::size_t>(paraje)].NumOrden : 0;
@@ -99,7 +101,7 @@ int CParcela::BuscaSubparcela(const CString& letra, int desde) const
     return kNoEncontrado;
 }
 
-int CParcela::InsertaSubparcela(CSubparcela subparcela, bool& repetida)
+int CParcela::InsertaSubparcela(CSubparcela&& subparcela, bool& repetida)
 {
     repetida = BuscaSubparcela(subparcela.letra, 0) >= 0;
     m_subparcelas.push_back(std::move(subparcela));

@@ -19,7 +19,8 @@ struct CDatosLinea;
 /// A rural parcel of a municipality, with its subparcels and its links to holders.
 class CParcela {
 public:
-    CParcela(short polig, int parcela, short zona, const CString& ortofoto)
+    explicit CParcela(short polig = 0, int parcela = 0, short zona = 0,
+                      const CString& ortofoto = {})
         : Zona(zona), Polig(polig), Parcela(parcela), numOrtofoto(ortofoto)
     {
     }
@@ -53,7 +54,7 @@ public:
     const std::vector<CSubparcela>& Subparcelas() const { return m_subparcelas; }
     /// Appends the subparcel and gives its index.
     /// \param repetida  set to whether a subparcel with its letter was there
-    int InsertaSubparcela(CSubparcela subparcela, bool& repetida);
+    int InsertaSubparcela(CSubparcela&& subparcela, bool& repetida);
     /// Makes room for the first subparcels; a later call does nothing.
     void ReservaSubparcelas(std::size_t cuantas)
     {
@@ -94,9 +95,10 @@ public:
 
     // The first link that is the main one, and what it says.
     int IndicePrincipal() const;  ///< among the links; kNoEncontrado where there is none
-    int TitularPrincipal() const; ///< index of its holder, -1 where there is none
-    CString TitPrincipal() const;
-    int ParticiPrincipal() const; ///< 0 where there is none
+    CCotitular Principal() const; ///< without a holder, title and share where there is none
+    int TitularPrincipal() const { return Principal().titular; } ///< index of its holder or -1
+    CString TitPrincipal() const { return Principal().Tit; }
+    int ParticiPrincipal() const { return Principal().partici; }
 
     short Zona;
     short Polig;

@@ -153,20 +153,8 @@ int CParcela::IndicePrincipal() const
                                             : kNoEncontrado;
 }
 
-int CParcela::TitularPrincipal() const
+CCotitular CParcela::Principal() const
 {
     const int i = IndicePrincipal();
-    return i >= 0 ? m_cotitulares[static_cast<std::size_t>(i)].titular : -1;
-}
-
-CString CParcela::TitPrincipal() const
-{
-    const int i = IndicePrincipal();
-    return i >= 0 ? m_cotitulares[static_cast<std::size_t>(i)].Tit : CString();
-}
-
-int CParcela::ParticiPrincipal() const
-{
-    const int i = IndicePrincipal();
-    return i >= 0 ? m_cotitulares[static_cast<std::size_t>(i)].partici : 0;
+    return i >= 0 ? m_cotitulares[static_cast<std::size_t>(i)] : CCotitular();
 }

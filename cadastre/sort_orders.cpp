@@ -100,6 +100,7 @@ void CMunicipio::OrdenaParcelas()
     if (nuevas.empty())
         return;
     m_parcelasPorNumeros.Olvida();
+    m_parcelasAscienden = false;
     for (CTitular& titular : m_titulares)
         titular.RenumeraParcelas(nuevas);
 }

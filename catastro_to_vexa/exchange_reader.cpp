@@ -30,7 +30,7 @@ void TomaTitular(std::string_view linea, CLecturaCatastro& lectura)
 
 void TomaParcela(std::string_view linea, CLecturaCatastro& lectura)
 {
-    CParcela& parcela = lectura.parcelasLeidas.Nueva(CParcela(0, 0, 0, {}));
+    CParcela& parcela = lectura.parcelasLeidas.Nueva();
     CDatosLinea datos;
     parcela.Lee(linea, kModoCatastro, datos);
     CVinculoParcela vinculo;
@@ -45,7 +45,7 @@ void TomaParcela(std::string_view linea, CLecturaCatastro& lectura)
 void TomaSubparcela(std::string_view linea, CLecturaCatastro& lectura)
 {
     CDatosLinea datos;
-    lectura.subparcelasLeidas.Nueva(CSubparcela()).Lee(linea, kModoCatastro, datos);
+    lectura.subparcelasLeidas.Nueva().Lee(linea, kModoCatastro, datos);
     lectura.refSubparcelas.push_back({datos.Polig, datos.Parcela});
 }
 

@@ -1,5 +1,7 @@
 #include <algorithm>
+#include <cstdint>
 #include <iterator>
+#include <span>
 #include <utility>
 
 #include "cadastre/exchange_lines.h"
@@ -12,18 +14,62 @@
 
 namespace {
 
-/// The municipality's holder lines, by number and, within one number, in the order of the file.
-std::vector<CTitularLeido> PorNumero(const std::vector<CTitularLeido>& leidos, int municipio)
-{
-    std::vector<CTitularLeido> orden;
-    orden.reserve(leidos.size());
-    std::copy_if(leidos.begin(), leidos.end(), std::back_inserter(orden),
-                 [&](const CTitularLeido& leido) { return leido.municipio == municipio; });
-    std::stable_sort(
-        orden.begin(), orden.end(),
-        [](const CTitularLeido& a, const CTitularLeido& b) { return a.NumOrden < b.NumOrden; });
-    return orden;
-}
+/// A municipality's holder lines by number.
+class CPorNumero {
+public:
+    CPorNumero(const std::vector<CTitularLeido>& leidos, int municipio)
+    {
+        m_lineas.reserve(leidos.size());
+        std::copy_if(leidos.begin(), leidos.end(), std::back_inserter(m_lineas),
+                     [&](const CTitularLeido& leido) { return leido.municipio == municipio; });
+        if (!std::is_sorted(m_lineas.begin(), m_lineas.end(), kMenor))
+            std::stable_sort(m_lineas.begin(), m_lineas.end(), kMenor);
+        AnotaSitios();
+    }
+
+    /// The lines of a number, in the order of the file.
+    std::span<const CTitularLeido> Con(int numero) const
+    {
+        if (m_sitios.empty()) {
+            CTitularLeido buscado;
+            buscado.NumOrden = numero;
+            const auto [desde, hasta] =
+                std::equal_range(m_lineas.begin(), m_lineas.end(), buscado, kMenor);
+            return {desde, hasta};
+        }
+        const std::int64_t i = std::int64_t{numero} - m_lineas.front().NumOrden;
+        if (i < 0 || i + 1 >= std::ssize(m_sitios))
+            return {};
+        const auto sitio = m_sitios.begin() + i;
+        return {m_lineas.begin() + sitio[0], m_lineas.begin() + sitio[1]};
+    }
+
+private:
+    /// Numbers hardly leave any out, so that the first line of each can be noted. Where they leave
+    /// out more than they take, they are searched.
+    void AnotaSitios()
+    {
+        if (m_lineas.empty())
+            return;
+        const int primero = m_lineas.front().NumOrden;
+        const std::int64_t numeros = std::int64_t{m_lineas.back().NumOrden} - primero + 1;
+        if (numeros > 2 * std::ssize(m_lineas))
+            return;
+        m_sitios.reserve(static_cast<std::size_t>(numeros) + 1);
+        for (int i = 0; const CTitularLeido& linea : m_lineas) {
+            m_sitios.resize(static_cast<std::size_t>(linea.NumOrden - primero) + 1, i);
+            ++i;
+        }
+        m_sitios.push_back(static_cast<int>(m_lineas.size()));
+    }
+
+    static constexpr auto kMenor = [](const CTitularLeido& a, const CTitularLeido& b) {
+        return a.NumOrden < b.NumOrden;
+    };
+
+    std::vector<CTitularLeido> m_lineas;
+    std::vector<int> m_sitios; // of the first line with each number or a higher one
+};
 
 /// How many subparcels from position `k` on belong to the same parcel.
 std::size_t Seguidas(const std::deque<CRefSubparcela>& refs, std::size_t k)
@@ -96,10 +142,10 @@ bool CCampivaAVexaDlg::AsientaParcelas(CLecturaCatastro& lectura)
         return true;
     CMunicipio& municipio = lectura.Municipio();
     municipio.ReservaParcelas(n);
-    for (std::size_t k = 0; k < n; ++k) {
+    for (std::size_t k = 0; k < n; ++k, lectura.parcelasLeidas.Quita()) {
         if (!Avanza(k, n))
             return false;
-        CParcela parcela = lectura.parcelasLeidas.Toma();
+        CParcela& parcela = lectura.parcelasLeidas.Primera();
         CVinculoParcela& vinculo = lectura.vinculosParcela[k];
         const int polig = parcela.Polig;
         const int numero = parcela.Parcela;
@@ -124,11 +170,11 @@ bool CCampivaAVexaDlg::AsientaSubparcelas(CLecturaCatastro& lectura)
     const std::size_t n = lectura.subparcelasLeidas.Cuantos();
     std::size_t hasta = 0; // where the subparcels of the parcel at work end
     int i = kNoEncontrado;
-    for (std::size_t k = 0; k < n; ++k) {
+    for (std::size_t k = 0; k < n; ++k, lectura.subparcelasLeidas.Quita()) {
         if (!Avanza(k, n))
             return false;
         CMunicipio& municipio = lectura.Municipio();
-        CSubparcela subparcela = lectura.subparcelasLeidas.Toma();
+        CSubparcela& subparcela = lectura.subparcelasLeidas.Primera();
         const CRefSubparcela ref = lectura.refSubparcelas[k];
         if (k == hasta) {
             const std::size_t seguidas = Seguidas(lectura.refSubparcelas, k);
@@ -152,8 +198,7 @@ bool CCampivaAVexaDlg::AsientaSubparcelas(CLecturaCatastro& lectura)
 bool CCampivaAVexaDlg::AsientaTitulares(CLecturaCatastro& lectura)
 {
     Fase(IDS_REGISTRANDO_TITULARES);
-    const std::vector<CTitularLeido> leidos =
-        PorNumero(lectura.titularesLeidos, lectura.municipioActual);
+    const CPorNumero leidos(lectura.titularesLeidos, lectura.municipioActual);
     const std::size_t n = lectura.vinculosParcela.size();
     for (std::size_t k = 0; k < n; ++k) {
         if (!Avanza(k, n))
@@ -163,11 +208,8 @@ bool CCampivaAVexaDlg::AsientaTitulares(CLecturaCatastro& lectura)
         if (vinculo.Tit.IsEmpty() ||
             (i < 0 && !lectura.Municipio().BuscaParcela(vinculo.Polig, vinculo.Parcela, i)))
             continue; // the parcel was dropped, and told then
-        auto leido = std::lower_bound(
-            leidos.begin(), leidos.end(), vinculo.numImputa,
-            [](const CTitularLeido& l, int numero) { return l.NumOrden < numero; });
-        for (; leido != leidos.end() && leido->NumOrden == vinculo.numImputa; ++leido)
-            Enlaza(lectura, i, *leido, vinculo.Tit);
+        for (const CTitularLeido& leido : leidos.Con(vinculo.numImputa))
+            Enlaza(lectura, i, leido, vinculo.Tit);
     }
     return true;
 }

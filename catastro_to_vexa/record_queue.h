@@ -12,27 +12,26 @@ class CCola {
 public:
     std::size_t Cuantos() const { return m_cuantos; }
 
-    /// Appends a record and gives it, to be filled.
-    T& Nueva(T registro)
+    /// Appends a record made of the arguments and gives it, to be filled.
+    template <class... A>
+    T& Nueva(A&&... argumentos)
     {
         if (m_bloques.empty() || m_bloques.back().size() == kBloque)
             m_bloques.emplace_back().reserve(kBloque);
-        m_bloques.back().push_back(std::move(registro));
         ++m_cuantos;
-        return m_bloques.back().back();
+        return m_bloques.back().emplace_back(std::forward<A>(argumentos)...);
     }
 
-    /// Takes the record in front; there must be one.
-    T Toma()
+    /// The record in front, for whoever takes what it holds; there must be one.
+    T& Primera() { return m_bloques.front()[m_tomados]; }
+    /// Drops the record in front.
+    void Quita()
     {
-        std::vector<T>& bloque = m_bloques.front();
-        T primero = std::move(bloque[m_tomados++]);
         --m_cuantos;
-        if (m_tomados == bloque.size()) {
+        if (++m_tomados == m_bloques.front().size()) {
             m_bloques.pop_front();
             m_tomados = 0;
         }
-        return primero;
     }
 
 private:

@@ -38,17 +38,13 @@ public:
     void Lee(CFile& topologia, CTopologiaDibujada& dibujada)
     {
         dibujada.hay = true;
-        std::uint64_t posicion = topologia.GetPosition();
-        for (CPoligonoTopologico registro; registro.Read(&topologia);
-             posicion = topologia.GetPosition()) {
-            // An island with no outline in front of it is told as one of another kind.
-            if (registro.EsIsla() && !dibujada.recintos.empty())
-                PonIsla(registro, false, dibujada.recintos.back());
-            else
-                dibujada.recintos.push_back(Recinto(registro));
-        }
-        if (posicion < topologia.GetLength())
-            dibujada.dañoEn = posicion;
+        dibujada.dañoEn =
+            RecorreRegistros(topologia, [&](const CPoligonoTopologico& registro, bool isla) {
+                if (isla)
+                    PonIsla(registro, false, dibujada.recintos.back());
+                else
+                    dibujada.recintos.push_back(Recinto(registro));
+            });
     }
 
 private:
@@ -142,6 +138,8 @@ void NumeraParcelas(std::vector<CRecintoDibujado>& parcelas)
 /// Gives each subparcel the smallest parcel that holds its label.
 void SituaSubparcelas(CPoligonoDibujado& poligono, const CHayParcela& hayParcela)
 {
+    if (poligono.subparcelas.recintos.empty())
+        return;
     const std::vector<CRecintoDibujado>& parcelas = poligono.parcelas.recintos;
     vexageo::CIndiceAnillos indice;
     for (std::size_t i = 0; i < parcelas.size(); ++i) {
@@ -210,7 +208,8 @@ double CRecintoDibujado::AreaContorno() const
 }
 
 CPoligonoDibujado LeePoligonoDibujado(const CString& carpeta, const CString& entrada,
-                                      const CHayParcela& hayParcela)
+                                      const CHayParcela& hayParcela,
+                                      std::span<const ClaseTopologia> cuales)
 {
     CPoligonoDibujado poligono;
     poligono.entrada = entrada;
@@ -220,14 +219,11 @@ CPoligonoDibujado LeePoligonoDibujado(const CString& carpeta, const CString& ent
         AbreSiHay(bin, FicheroDeLista(carpeta, entrada, kExtensionDibujo), kModoDibujo);
     if (!poligono.hayDibujo)
         return poligono;
-    const auto lee = [&](ClaseTopologia que, CTopologiaDibujada& dibujada) {
+    for (const ClaseTopologia que : cuales) {
         CFile topologia;
         if (AbreSiHay(topologia, FicheroDeLista(carpeta, entrada, ExtensionDe(que)), kModoDibujo))
-            dibujada = LeeTopologiaDibujada(topologia, bin, que);
-    };
-    lee(ClaseTopologia::Parcelas, poligono.parcelas);
-    lee(ClaseTopologia::Subparcelas, poligono.subparcelas);
-    lee(ClaseTopologia::Poligonos, poligono.poligonos);
+            poligono.Topologia(que) = LeeTopologiaDibujada(topologia, bin, que);
+    }
     Relaciona(poligono, hayParcela);
     return poligono;
 }
@@ -247,6 +243,19 @@ CTopologiaDibujada LeeHojasDibujadas(const CCadena& ortos)
                    AbreSiHay(top, ConExtension(ortos, ExtensionDe(kHojas)), kModoDibujo)
                ? LeeTopologiaDibujada(top, bin, kHojas)
                : CTopologiaDibujada();
+}
+
+std::uint64_t RecorreRegistros(CFile& topologia,
+                               const std::function<void(const CPoligonoTopologico&, bool)>& toma)
+{
+    std::uint64_t posicion = topologia.GetPosition();
+    bool hayRecinto = false; // an island with no outline in front of it is one of another kind
+    for (CPoligonoTopologico registro; registro.Read(&topologia);
+         posicion = topologia.GetPosition()) {
+        toma(registro, registro.EsIsla() && hayRecinto);
+        hayRecinto = true;
+    }
+    return posicion < topologia.GetLength() ? posicion : CTopologiaDibujada::kSinDaño;
 }
 
 CTopologiaDibujada LeeTopologiaDibujada(CFile& topologia, CFile& bin, ClaseTopologia que)

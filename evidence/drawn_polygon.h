@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -10,12 +11,17 @@
 #include "vexa_libs/ccadena.h"
 #include "vexa_libs/entity.h"
 #include "vexa_libs/point.h"
+#include "vexa_libs/topological_polygon.h"
 
 // The drawing of a cadastral polygon as evidence: every outline that its topologies hold, with what
 // the way back makes of it, and of one that it makes nothing of the reason. Nothing is dropped.
 
 /// What a topology's outlines are.
 enum class ClaseTopologia : std::uint8_t { Parcelas, Subparcelas, Poligonos, Hojas };
+
+/// Those that stand beside a polygon's drawing.
+inline constexpr ClaseTopologia kDePoligono[] = {
+    ClaseTopologia::Parcelas, ClaseTopologia::Subparcelas, ClaseTopologia::Poligonos};
 
 /// Extension of a drawing, and of the topologies beside it.
 inline constexpr const char* kExtensionDibujo = "BIN";
@@ -92,12 +98,8 @@ struct CTopologiaDibujada {
 /// An entry of the list: a cadastral polygon's drawing.
 struct CPoligonoDibujado {
     /// The topology of a kind, which is none of the sheets'.
-    const CTopologiaDibujada& Topologia(ClaseTopologia que) const
-    {
-        return que == ClaseTopologia::Parcelas      ? parcelas
-               : que == ClaseTopologia::Subparcelas ? subparcelas
-                                                    : poligonos;
-    }
+    const CTopologiaDibujada& Topologia(ClaseTopologia que) const { return this->*Suya(que); }
+    CTopologiaDibujada& Topologia(ClaseTopologia que) { return this->*Suya(que); }
 
     CString entrada;
     int polig = 0;          ///< the number that the entry begins with
@@ -105,6 +107,14 @@ struct CPoligonoDibujado {
     CTopologiaDibujada parcelas;
     CTopologiaDibujada subparcelas;
     CTopologiaDibujada poligonos;
+
+private:
+    static constexpr CTopologiaDibujada CPoligonoDibujado::*Suya(ClaseTopologia que)
+    {
+        return que == ClaseTopologia::Parcelas      ? &CPoligonoDibujado::parcelas
+               : que == ClaseTopologia::Subparcelas ? &CPoligonoDibujado::subparcelas
+                                                    : &CPoligonoDibujado::poligonos;
+    }
 };
 
 /// Tells whether the database has a parcel, as the way back asks before it keeps an outline.
@@ -114,8 +124,10 @@ using CHayParcela = std::function<bool(int polig, int parcela)>;
 /// raises CFileException.
 /// \param carpeta  as `DamePath` gives it
 /// \param hayParcela  subparcels fall into outlines of such parcels alone; null for all
+/// \param cuales      the topologies to be read; subparcels fall into no parcel without theirs
 CPoligonoDibujado LeePoligonoDibujado(const CString& carpeta, const CString& entrada,
-                                      const CHayParcela& hayParcela = {});
+                                      const CHayParcela& hayParcela = {},
+                                      std::span<const ClaseTopologia> cuales = kDePoligono);
 
 /// Gives the outlines of a polygon their numbers and letters, each subparcel its parcel, and counts
 /// their pieces: as the reading does, for a drawing that is still to be written.
@@ -124,6 +136,14 @@ void Relaciona(CPoligonoDibujado& poligono, const CHayParcela& hayParcela);
 /// Reads the orthophoto sheets by the name of their .TOP or .BIN; empty, with `hay` false, unless
 /// both are there. Raises CFileException where a read fails.
 CTopologiaDibujada LeeHojasDibujadas(const CCadena& ortos);
+
+/// Goes through the records of a topology from the file's position on. Raises CFileException where
+/// a read fails.
+/// \param toma  gets each, and whether it is an island of the outline in front of it
+/// \return the byte at which no whole record stands, kSinDaño at the file's end
+std::uint64_t
+RecorreRegistros(CFile& topologia,
+                 const std::function<void(const vexageo::CPoligonoTopologico&, bool)>& toma);
 
 /// Reads the outlines of a topology from the file's position to its end or its damage. The outlines
 /// have no numbers, letters and parcels yet; `Relaciona` gives them those. Raises CFileException

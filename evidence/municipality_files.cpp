@@ -61,26 +61,26 @@ std::optional<CListaPoligonos> LeeLista(const CString& nombre)
     return lista;
 }
 
-CString BuscaHojas(const CString& carpeta)
+CHojasHalladas BuscaHojas(const CString& carpeta)
 {
     constexpr const char* kUsual = "ortos.TOP";
     CNombresEnDisco nombres;
     CString usual = CFile::EnDisco(EnCarpeta(carpeta, kUsual), nombres);
     if (HayFichero(usual))
-        return usual;
+        return {usual};
     const CString lugar = carpeta.IsEmpty() ? "." : carpeta;
     sistema::Error error;
-    CString unica;
+    CHojasHalladas halladas;
     const std::vector<std::filesystem::path> todos = sistema::Lista(sistema::Ruta(lugar), error);
     if (NoSeHalla(CFile::RutaCompleta(lugar), error))
-        return {};
+        return halladas;
     for (const std::filesystem::path& nombre : todos) {
         const CString ruta = EnCarpeta(carpeta, sistema::Nombre(nombre));
         if (ExtensionDe(ruta) != "TOP")
             continue;
-        if (!unica.IsEmpty())
-            return {};
-        unica = ruta;
+        if (!halladas.nombre.IsEmpty())
+            return {CString(), true};
+        halladas.nombre = ruta;
     }
-    return unica;
+    return halladas;
 }

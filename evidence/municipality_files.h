@@ -35,6 +35,10 @@ struct CListaPoligonos {
 /// Reads a list file; nothing where it isn't there. Raises CFileException where it can't be read.
 std::optional<CListaPoligonos> LeeLista(const CString& nombre);
 
-/// The drawing of the orthophoto sheets beside a list: ortos.TOP, else the only other .TOP; empty
-/// for none, and for several. Raises CFileException where the folder can't be looked at.
-CString BuscaHojas(const CString& carpeta);
+/// The drawing of the orthophoto sheets beside a list.
+struct CHojasHalladas {
+    CString nombre;      ///< ortos.TOP, else the only other .TOP; empty for none, and for several
+    bool varias = false; ///< there are several others, and nobody knows which
+};
+/// Looks for it in the list's folder. Raises CFileException where that can't be looked at.
+CHojasHalladas BuscaHojas(const CString& carpeta);

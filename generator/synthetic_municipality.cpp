@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <set>
+#include <unordered_set>
 
 #include "generator/lattice.h"
 #include "generator/synthetic_names.h"
@@ -66,7 +66,7 @@ private:
     int m_cuantas;
     CSorteo m_sorteo;
     CMunicipioSintetico m_municipio;
-    std::set<CString> m_nombres; // no two people share one, which would be a conflict
+    std::unordered_set<CString> m_nombres; // no two people share one, which would be a conflict
 };
 
 void CGenerador::GeneraModulos()
@@ -105,7 +105,9 @@ void CGenerador::GeneraParajes()
 
 CTitular CGenerador::NuevaPersona()
 {
+    constexpr int kIntentos = 12; // then nearly all names of three words, and of four, are taken
     CTitular persona;
+    int intentos = 0;
     do {
         // One after another: the order in which a call's arguments are made is not the same
         // everywhere.
@@ -113,6 +115,8 @@ CTitular CGenerador::NuevaPersona()
         const char* segundo = Uno(m_sorteo, kApellidos);
         persona.Nombre.Format("%s %s %s", primero, segundo, Uno(m_sorteo, kNombres));
         if (m_nombres.contains(persona.Nombre))
+            persona.Nombre.Format("%s %s", persona.Nombre, Uno(m_sorteo, kNombres));
+        if (++intentos > kIntentos)
             persona.Nombre.Format("%s %s", persona.Nombre, Uno(m_sorteo, kNombres));
     } while (!m_nombres.insert(persona.Nombre).second);
     constexpr std::string_view kLetras = "TRWAGMYFPDXBNJZSQVHLCKE";

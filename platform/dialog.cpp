@@ -91,7 +91,8 @@ LRESULT CControl::SendMessage(UINT mensaje, WPARAM wParam, LPARAM /*lParam*/)
         return 0;
     const int antes = m_posicion;
     m_posicion = std::clamp(static_cast<int>(wParam), 0, 100);
-    Cambiado();
+    if (m_posicion != antes || m_posicion == 0) // a bar set to 0 begins anew
+        Cambiado();
     return antes;
 }
 

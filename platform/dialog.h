@@ -202,6 +202,12 @@ public:
     /// several controls have is followed by the name of the control before it.
     CString NombreDe(const CControl& control) const;
 
+    /// Tells whether what its button IDOK does can be tried first, by the program that makes
+    /// reports.
+    virtual bool SeEnsaya() const { return false; }
+    /// What that program is to be told for it, by the controls as they are: its options, and last
+    /// the file that the trial is named by. To be asked for of a dialog that can be tried.
+    virtual std::vector<CString> OrdenDeEnsayo() { return {}; }
     /// The bar of a translation's dialog, null in others.
     const CControl* Avance() const;
     /// What F1 does: asks the dialog for the help of the control that has the focus, and for the

@@ -37,17 +37,22 @@ inline constexpr const char* kNombresSinCarpeta =
 inline constexpr const char* kQuedan = ", quedan %s de esta fase"; ///< behind the time passed
 inline constexpr const char* kDuracion = "Duración: %s";
 inline constexpr const char* kHaciendoInforme = "Se está haciendo el informe...";
+inline constexpr const char* kHaciendoEnsayo = "Se está haciendo el ensayo...";
 inline constexpr const char* kRegistroVacio = "Registro vacío: sin errores ni avisos";
 inline constexpr const char* kAbreLog = "Abrir &registro";
 inline constexpr const char* kHazInforme = "In&forme";
+inline constexpr const char* kHazEnsayo = "E&nsayo";
 inline constexpr const char* kAbreCarpeta = "Abrir carp&eta";
 /// The same for a person who hears them; the path follows.
 inline constexpr const char* kNombreAbreLog = "Abrir el registro de errores: ";
 inline constexpr const char* kNombreHazInforme = "Hacer y abrir el informe de: ";
+inline constexpr const char* kNombreHazEnsayo = "Ver lo que cambiaría el proceso, sin cambiar nada";
 inline constexpr const char* kNombreAbreCarpeta = "Abrir la carpeta de los archivos escritos: ";
 inline constexpr const char* kTituloNoSeAbre = "Abrir";
 inline constexpr const char* kNoSeAbre = "Ningún programa abre aquí %s";
 inline constexpr const char* kNoHayInforme = "No se pudo hacer el informe de %s";
+inline constexpr const char* kNoHayEnsayo =
+    "No se pudo hacer el ensayo de \"%s\".\nMire que estén la lista y las seis tablas.";
 
 /// What Windows shows its user who ends the session during a run.
 inline constexpr const char* kProcesoAMedias =
@@ -74,6 +79,8 @@ inline constexpr const char* kSinMandatos =
 inline constexpr const char* kAvisos = "Avisos: %s%s\n";
 inline constexpr const char* kNingunAviso = " (vacío: no hay ninguno)";
 inline constexpr const char* kEscritos = "Escrito en %s:";
+inline constexpr const char* kSeEnsaya =
+    "Antes, sin cambiar nada, %s --ensayo LISTA dice lo que cambiaría.\n";
 inline constexpr const char* kSiNo = " (s/n) ";
 inline constexpr const char* kPideFichero = "Fichero (ahora \"%s\"): ";
 inline constexpr const char* kNoExiste = "El archivo %s no existe; el campo queda como estaba.\n";

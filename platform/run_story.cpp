@@ -61,13 +61,21 @@ std::string NoHayInforme(const CString& log)
     return queja;
 }
 
+std::string NoHayEnsayo(const CString& deQue)
+{
+    std::string queja;
+    AnexaFormato(queja, textos::kNoHayEnsayo, {ansi::AUtf8(deQue)});
+    return queja;
+}
+
 std::string TituloEnProceso(int hecho, const CString& titulo)
 {
     return std::to_string(hecho) + " % - " + ansi::AUtf8(titulo);
 }
 
-CRelatoProceso::CRelatoProceso(CString programaInforme)
-    : m_programaInforme(std::move(programaInforme))
+CRelatoProceso::CRelatoProceso(CString programaInforme, bool seEnsaya)
+    : m_programaInforme(std::move(programaInforme)),
+      m_seEnsaya(seEnsaya && !sistema::BuscaPrograma(m_programaInforme).empty())
 {
     const std::filesystem::path aqui = sistema::Entera("nombre").parent_path();
     AnexaFormato(m_texto, textos::kNombresSinCarpeta, {ansi::AUtf8(sistema::Nombre(aqui))});
@@ -128,11 +136,29 @@ CString CRelatoProceso::HazInforme() const
     if (m_escritos.empty())
         argumentos.emplace_back("--detenido");
     argumentos.insert(argumentos.end(), {"--", std::string(m_deInforme)});
+    return HazPagina(m_pagina, argumentos);
+}
+
+CString CRelatoProceso::HazEnsayo(const std::vector<CString>& orden) const
+{
+    if (orden.empty() || orden.back().IsEmpty())
+        return {};
+    std::filesystem::path pagina = sistema::Entera(sistema::Ruta(orden.back()));
+    pagina.replace_extension().concat("_ensayo.html");
+    std::vector<std::string> argumentos = {"--html", sistema::Nombre(pagina)};
+    argumentos.insert(argumentos.end(), orden.begin(), orden.end() - 1);
+    argumentos.insert(argumentos.end(), {"--", std::string(orden.back())});
+    return HazPagina(sistema::Nombre(pagina), argumentos);
+}
+
+CString CRelatoProceso::HazPagina(const CString& pagina,
+                                  const std::vector<std::string>& argumentos) const
+{
     constexpr int kAlgoFalto = 1; // the page may be there all the same
-    const CHecho antes = Hecho(m_pagina);
+    const CHecho antes = Hecho(pagina);
     const auto estado = sistema::Ejecuta(sistema::BuscaPrograma(m_programaInforme), argumentos);
-    const CHecho ahora = Hecho(m_pagina);
+    const CHecho ahora = Hecho(pagina);
     return estado && *estado <= kAlgoFalto && EsFichero(ahora.estado) && !ahora.EsDe(antes)
-               ? m_pagina
+               ? pagina
                : CString();
 }

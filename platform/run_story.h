@@ -17,6 +17,8 @@ struct CEscritos;
 std::string NoSeAbre(const CString& ruta);
 /// The complaint that no report could be made of a log.
 std::string NoHayInforme(const CString& log);
+/// The same of the trial of a run.
+std::string NoHayEnsayo(const CString& deQue);
 /// The title of a window whose run is at so many per cent of its phase.
 std::string TituloEnProceso(int hecho, const CString& titulo);
 
@@ -26,7 +28,8 @@ public:
     using Reloj = CRelojProceso::Reloj;
 
     /// \param programaInforme  name of the program that makes a report of a log; empty for none
-    explicit CRelatoProceso(CString programaInforme);
+    /// \param seEnsaya  the run can be tried first by that program
+    explicit CRelatoProceso(CString programaInforme, bool seEnsaya = false);
 
     /// The run goes on. The first time it begins.
     /// \param hecho  per cent of the phase; where it falls, a new phase began
@@ -47,9 +50,17 @@ public:
     /// Has the report made, and waits for it. The page, empty where this call made none: one that
     /// was there before is another run's.
     CString HazInforme() const;
+    /// A trial can be made now: no run is at work, and the program is there.
+    bool OfreceEnsayo() const { return m_seEnsaya && !m_enProceso; }
+    /// Has the run tried, and waits for it. The page, empty where this call made none.
+    /// \param orden  as the dialog gives it (CDialog::OrdenDeEnsayo)
+    CString HazEnsayo(const std::vector<CString>& orden) const;
 
 private:
+    CString HazPagina(const CString& pagina, const std::vector<std::string>& argumentos) const;
+
     CString m_programaInforme;
+    bool m_seEnsaya;
     CRelojProceso m_reloj;
     bool m_enProceso = false;
     int m_hecho = 0;

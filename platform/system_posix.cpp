@@ -5,6 +5,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <utility>
 
 #include <fcntl.h>
 #include <poll.h>
@@ -20,6 +21,7 @@ constexpr int kSenales[] = {SIGINT, SIGTERM, SIGHUP};
 volatile std::sig_atomic_t g_interrupcion = 0; // one that nobody looked at yet
 volatile std::sig_atomic_t g_final = 0; // the signal by which the process is to end, 0 for none
 volatile std::sig_atomic_t g_seContesta = 1; // whether to stop can be asked
+bool g_vigila = false;                       // signals are noted, and don't act as usual
 
 void AlLlegar(int numero)
 {
@@ -166,7 +168,8 @@ std::filesystem::path CarpetaAjustes()
 void VigilaSenales(bool seContesta)
 {
     g_seContesta = seContesta ? 1 : 0;
-    CambiaManejador(SIG_DFL, AlLlegar);
+    if (!std::exchange(g_vigila, true))
+        CambiaManejador(SIG_DFL, AlLlegar);
 }
 
 bool HuboInterrupcion()
@@ -188,7 +191,8 @@ bool HayQueAcabar()
 
 void OlvidaSenales()
 {
-    CambiaManejador(AlLlegar, SIG_DFL);
+    if (std::exchange(g_vigila, false))
+        CambiaManejador(AlLlegar, SIG_DFL);
     g_interrupcion = 0; // one that came too late stops nothing later
     if (g_final != 0)
         std::raise(g_final);

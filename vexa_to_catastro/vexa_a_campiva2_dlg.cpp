@@ -1,6 +1,7 @@
 #include "vexa_to_catastro/vexa_a_campiva2_dlg.h"
 
 #include <memory>
+#include <utility>
 
 #include "cadastre/messages.h"
 #include "cadastre/polygon_list.h"
@@ -61,6 +62,25 @@ int CVexaACampiva2Dlg::EjecutaLote(const CString& modulos, const CString& titula
     ParcelasNoEnBD = noEnBD;
     EjecutaEnLote();
     return 1;
+}
+
+std::vector<CString> CVexaACampiva2Dlg::OrdenDeEnsayo()
+{
+    UpdateData(true);
+    std::vector<CString> orden = {"--ensayo"};
+    for (const CString& tabla : {ArchivoModulos, ArchivoTitulares, ArchivoParcelas,
+                                 ArchivoSubparcelas, ArchivoParajes, ArchivoCotitulares})
+        if (!tabla.IsEmpty())
+            orden.insert(orden.end(), {"--con", tabla});
+    if (!ArchivoOrtos.IsEmpty())
+        orden.insert(orden.end(), {"--ortos", ArchivoOrtos});
+    for (const auto& [marcada, opcion] :
+         {std::pair(ParcelasNoEnGrafico, "--conserva"), std::pair(ParcelasNoEnBD, "--crea"),
+          std::pair(ModificarConcentradas, "--concentradas")})
+        if (marcada != 0)
+            orden.emplace_back(opcion);
+    orden.push_back(ArchivoTren);
+    return orden;
 }
 
 void CVexaACampiva2Dlg::OnOK()

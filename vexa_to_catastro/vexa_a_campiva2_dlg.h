@@ -39,6 +39,9 @@ public:
     int ModificarConcentradas =
         0; ///< concentrated parcels take their surfaces from the drawing too
 
+    bool SeEnsaya() const override { return true; }
+    std::vector<CString> OrdenDeEnsayo() override;
+
 protected:
     CDescripcion Describe() override;
     /// The run. A stop, a missing table or list, or an ortho topology out of date leave the log and

@@ -32,6 +32,7 @@ constexpr const char* kOpcionesCrear = R"(<CreationOptionList>
     <Value>NADIE</Value><Value>NUMEROS</Value><Value>ROTULOS</Value></Option>
   <Option name='SIMULA' type='string-select' default='NO' description='Decir lo que cambiaría y no escribir nada'>
     <Value>NO</Value><Value>SI</Value></Option>
+  <Option name='VACIA' type='string' description='Polígonos de la lista que se vacían aunque el origen no los nombre: sus nombres, separados por comas, o TODOS'/>
   <Option name='TOLERANCIA_ARCOS' type='float' description='Metros que las cuerdas pueden separarse de sus arcos'/>
 </CreationOptionList>)";
 

@@ -24,6 +24,8 @@ inline constexpr const char* kGanan = "GANAN"; ///< NADIE, or one of the next tw
 inline constexpr const char* kNumeros = "NUMEROS";
 inline constexpr const char* kRotulos = "ROTULOS";
 inline constexpr const char* kSimula = "SIMULA";
+inline constexpr const char* kVacia = "VACIA"; ///< names of polygons, or
+inline constexpr const char* kTodos = "TODOS";
 
 } // namespace opcion
 

@@ -1,21 +1,29 @@
 #include "evidence/report/report.h"
 
+#include <filesystem>
 #include <memory>
 #include <utility>
 
 #include "evidence/paths.h"
 #include "evidence/report/reading/text.h"
+#include "evidence/report/trial/trial_run.h"
+#include "evidence/report/writing/changes_csv.h"
 #include "evidence/report/writing/csv.h"
 #include "evidence/report/writing/geojson.h"
 #include "evidence/report/writing/output_file.h"
 #include "evidence/report/writing/page_content.h"
 #include "evidence/report/writing/run_json.h"
+#include "platform/ansi.h"
 #include "platform/files/set_healing.h"
+#include "platform/files/system_files.h"
+#include "platform/system.h"
 
 namespace informe {
 namespace {
 
 constexpr const char* kPaginaInfograf = "_infograf.html";
+constexpr const char* kPaginaEnsayo = "_ensayo.html";
+constexpr const char* kPaginaCambios = "cambios.html";
 
 /// The report of one log, stage by stage.
 class CElaboracion {
@@ -28,11 +36,25 @@ public:
             m_geojson = std::make_unique<CGeoJson>(opciones.geojson, m_salidas);
     }
 
+    /// Holds what the run left against another state. Gives why that can't be done; empty for
+    /// nothing.
+    std::string Contrasta(const CEnsayo* ensayo = nullptr)
+    {
+        if (ensayo != nullptr)
+            return ContrastaEnsayo(*ensayo);
+        if (m_opciones.contra.IsEmpty())
+            return {};
+        m_contraste =
+            std::make_unique<CContraste>(LeeEstado(m_opciones.contra), EstadoDeProceso(m_proceso));
+        return m_contraste->reparo;
+    }
+
     void Hace(const CString& pagina, const std::string& version, std::time_t hecho,
               CResultado& resultado)
     {
         CContenido contenido{
-            version, hecho, Texto(m_opciones.csv), m_proceso, m_lineas, m_anclas, {}, {}, {}};
+            version, hecho,      Texto(m_opciones.csv), m_proceso, m_lineas, m_anclas, {}, {},
+            {},      m_esEnsayo, m_contraste.get()};
         if (HayDibujos())
             RecorreDibujos(contenido);
         contenido.asuntos = m_proceso.ficheros.sentido == Sentido::Infograf
@@ -50,7 +72,34 @@ public:
     }
 
 private:
+    /// What the trial would make of the tables, where no other state is named. Files of the trial
+    /// are told without the folder that nobody will find.
+    std::string ContrastaEnsayo(const CEnsayo& ensayo)
+    {
+        CFicheros& ficheros = m_proceso.ficheros;
+        if (!m_opciones.contra.IsEmpty()) {
+            CEstadoLeido ahora = EstadoDeProceso(m_proceso);
+            ahora.nombre = "lo que saldría de la vuelta"_ansi;
+            m_contraste =
+                std::make_unique<CContraste>(LeeEstado(m_opciones.contra), std::move(ahora));
+        } else {
+            m_contraste = std::make_unique<CContraste>(
+                LeeEstado(ficheros.tablas, CCadena(ficheros.tablas[kParcelas]).DamePath()),
+                LeeEstado(ensayo.Tablas(), "lo que dejaría Modificar"_ansi), Municipios::Todos);
+        }
+        for (CFicheroVisto& visto : m_proceso.vistos)
+            visto.nombre = ensayo.SinCarpeta(visto.nombre);
+        ficheros.registro = ensayo.SinCarpeta(ficheros.registro);
+        m_esEnsayo = true;
+        return m_contraste->reparo;
+    }
     bool HayDibujos() const { return m_proceso.ficheros.sentido == Sentido::Vuelta; }
+    CMarcasDeCambio MarcasDeCambio() const
+    {
+        return m_contraste == nullptr
+                   ? CMarcasDeCambio()
+                   : CMarcasDeCambio(m_contraste->cambios, m_proceso.ficheros.lista.cabecera.Mun);
+    }
     const CLugaresDeAvisos* Lugares() const { return HayDibujos() ? &m_lugares : nullptr; }
 
     /// Each polygon is read once, shown to all who want to see it, and forgotten.
@@ -62,7 +111,8 @@ private:
             return superficies.empty() || superficies.contains({polig, parcela});
         };
         CBalanceDibujo& dibujo = contenido.dibujo.emplace(superficies, m_proceso.registro);
-        CMapas mapas(m_indice, dibujo.perdidas, dibujo.DeTablaSinEscribir(), m_anclas);
+        CMapas mapas(m_indice, dibujo.perdidas, dibujo.DeTablaSinEscribir(), MarcasDeCambio(),
+                     m_anclas);
         for (const CString& entrada : lista.entradas) {
             const CPoligonoDibujado poligono = LeePoligonoDibujado(lista.carpeta, entrada, hay);
             dibujo.Toma(poligono);
@@ -90,6 +140,11 @@ private:
 
     void EscribeTodo(const CContenido& contenido, const CString& pagina)
     {
+        if (!m_opciones.cambios.IsEmpty()) {
+            CSalida hoja(m_opciones.cambios, m_salidas);
+            EscribeCambiosCsv(hoja, *m_contraste);
+            hoja.Cierra();
+        }
         if (!m_opciones.json.IsEmpty()) {
             CSalida salida(m_opciones.json, m_salidas);
             salida.Escribe(ProcesoEnJson(contenido));
@@ -110,39 +165,188 @@ private:
     CLugaresDeAvisos m_lugares;
     CConjuntoSalidas m_salidas;
     std::unique_ptr<CGeoJson> m_geojson;
+    bool m_esEnsayo = false;
+    std::unique_ptr<CContraste> m_contraste; // null where nothing is compared with the run
 };
+
+/// The report of two states without a run. Gives what the terminal is told.
+std::string HazCambios(const CContenidoCambios& contenido, const COpciones& opciones,
+                       const CString& pagina)
+{
+    CConjuntoSalidas todas;
+    const auto escribe = [&](const CString& nombre, auto que) {
+        if (nombre.IsEmpty())
+            return;
+        CSalida salida(nombre, todas);
+        que(salida);
+        salida.Cierra();
+    };
+    // Without a log there is one sheet, whatever it is called.
+    for (const CString& hoja : {opciones.cambios, opciones.csv})
+        escribe(hoja, [&](CSalida& salida) { EscribeCambiosCsv(salida, contenido.contraste); });
+    escribe(opciones.json, [&](CSalida& salida) { salida.Escribe(CambiosEnJson(contenido)); });
+    escribe(pagina, [&](CSalida& salida) {
+        EscribePagina(contenido, [&](std::string_view html) { salida.Escribe(html); });
+    });
+    todas.Confirma();
+    return opciones.PorLaSalida() == 0 ? Resumen(contenido.contraste, pagina) : "";
+}
 
 /// The page's name where nobody says one; empty for no page, where something else is to go down a
 /// pipe. The log of Infograf is the way back's as well, so its page has a name of its own.
-CString PaginaDe(const COpciones& opciones, const CFicheros& ficheros)
+CString PaginaDe(const COpciones& opciones, const CString& usual)
 {
     if (opciones.sinInformes || !opciones.html.IsEmpty())
         return opciones.sinInformes ? CString() : opciones.html;
     for (const CString& otra : opciones.Otras())
         if (otra == kEstandar)
             return {};
+    return usual;
+}
+
+CString PaginaUsual(const CFicheros& ficheros)
+{
     const bool infograf = ficheros.sentido == Sentido::Infograf;
     return EnCarpeta(ficheros.carpeta, ficheros.base + (infograf ? kPaginaInfograf : ".html"));
+}
+
+/// Beside a file, and in the folder of tables.
+CString PaginaUsualDeCambios(const CString& estado, ClaseEstado clase)
+{
+    return clase == ClaseEstado::Tablas
+               ? EnCarpeta(estado, kPaginaCambios)
+               : EnCarpeta(CCadena(estado).DamePath(), BaseDe(estado) + "_" + kPaginaCambios);
+}
+
+/// Why what the options name can't be written; empty for nothing.
+std::string ReparoDeSalidas(const COpciones& opciones, const CString& pagina,
+                            std::vector<CString> leidos)
+{
+    std::vector<CString> salidas = opciones.Otras();
+    salidas.push_back(pagina);
+    if (const CString* ocupada = BuscaOcupada(salidas, std::move(leidos)))
+        return NoSePisa(*ocupada);
+    if (!opciones.json.IsEmpty() && !kHayJson)
+        return kSinJson;
+    return {};
+}
+
+CString NombreSinCarpeta(const CString& nombre)
+{
+    const CString solo = sistema::Nombre(sistema::Ruta(nombre).filename());
+    return solo.IsEmpty() ? nombre : solo;
+}
+
+void ElaboraCambios(const CString& estado, ClaseEstado clase, const COpciones& opciones,
+                    const std::string& version, std::time_t hecho, CResultado& resultado)
+{
+    const CString pagina = PaginaDe(opciones, PaginaUsualDeCambios(estado, clase));
+    std::vector<CString> leidos = FicherosDeEstado(estado);
+    const std::vector<CString> delOtro = FicherosDeEstado(opciones.contra);
+    leidos.insert(leidos.end(), delOtro.begin(), delOtro.end());
+    SanaConjuntos(leidos);
+    if (opciones.DicenDeUnProceso())
+        resultado.quejas.push_back(Texto(estado) + " no es un registro: no caben las opciones que "
+                                                   "dicen de un proceso");
+    else if (const std::string reparo = ReparoDeSalidas(opciones, pagina, leidos); !reparo.empty())
+        resultado.quejas.push_back(reparo);
+    if (!resultado.quejas.empty())
+        return;
+    const CContraste contraste(LeeEstado(opciones.contra), LeeEstado(estado));
+    if (contraste.reparo.empty())
+        resultado.resumen = HazCambios({version, hecho, Texto(NombreSinCarpeta(estado)), contraste},
+                                       opciones, pagina);
+    else
+        resultado.quejas.push_back(contraste.reparo);
+}
+
+/// All that is read for the report of a log.
+std::vector<CString> LeidosPara(const COpciones& opciones, const CFicheros& ficheros)
+{
+    std::vector<CString> leidos = Leidos(ficheros);
+    if (!opciones.contra.IsEmpty()) {
+        const std::vector<CString> otros = FicherosDeEstado(opciones.contra);
+        leidos.insert(leidos.end(), otros.begin(), otros.end());
+    }
+    return leidos;
 }
 
 void Elabora(const CString& registro, const COpciones& opciones, const std::string& version,
              std::time_t hecho, CResultado& resultado)
 {
+    if (!opciones.contra.IsEmpty() && registro != kEstandar)
+        if (const ClaseEstado clase = ClaseDeEstado(registro); clase != ClaseEstado::NoEs)
+            return ElaboraCambios(registro, clase, opciones, version, hecho, resultado);
     CFicheros ficheros = BuscaFicheros(registro, opciones);
-    const CString pagina = PaginaDe(opciones, ficheros);
-    SanaConjuntos(Leidos(ficheros));
+    const CString pagina = PaginaDe(opciones, PaginaUsual(ficheros));
+    SanaConjuntos(LeidosPara(opciones, ficheros));
     for (const CString& nombre : Ausentes(ficheros, opciones))
         resultado.quejas.push_back("El archivo " + Texto(nombre) + " no existe");
     if (std::optional<CListaPoligonos> lista = LeeLista(ficheros.lista.nombre))
         ficheros.lista = std::move(*lista);
-    std::vector<CString> salidas = opciones.Otras();
-    salidas.push_back(pagina);
-    if (const CString* ocupada = BuscaOcupada(salidas, Leidos(ficheros)))
-        resultado.quejas.push_back(NoSePisa(*ocupada));
-    else if (!opciones.json.IsEmpty() && !kHayJson)
-        resultado.quejas.emplace_back(kSinJson);
+    const std::string reparo = ReparoDeSalidas(opciones, pagina, LeidosPara(opciones, ficheros));
+    if (!reparo.empty()) {
+        resultado.quejas.push_back(reparo);
+        return;
+    }
+    CElaboracion elaboracion(ficheros, opciones);
+    if (const std::string noSePuede = elaboracion.Contrasta(); !noSePuede.empty())
+        resultado.quejas.push_back(noSePuede);
     else
-        CElaboracion(ficheros, opciones).Hace(pagina, version, hecho, resultado);
+        elaboracion.Hace(pagina, version, hecho, resultado);
+}
+
+/// As long as it is there, a signal is noted and ends the process behind it: what stands between
+/// is put away first.
+struct CVigilancia {
+    CVigilancia() { sistema::VigilaSenales(false); }
+    CVigilancia(const CVigilancia&) = delete;
+    CVigilancia& operator=(const CVigilancia&) = delete;
+    ~CVigilancia() { sistema::OlvidaSenales(); }
+};
+
+/// The trial itself. Gives why it came to nothing; empty for nothing.
+std::string Ensaya(const CFicheros& ficheros, const COpciones& opciones, const CString& pagina,
+                   const std::string& version, std::time_t hecho, CResultado& resultado)
+{
+    CEnsayo ensayo(ficheros, opciones);
+    if (std::string reparo = ensayo.Corre(); !reparo.empty())
+        return reparo;
+    CElaboracion elaboracion(ensayo.Suyos(), opciones);
+    std::string reparo = elaboracion.Contrasta(&ensayo);
+    if (reparo.empty())
+        elaboracion.Hace(pagina, version, hecho, resultado);
+    return reparo;
+}
+
+/// The report of a way back that is only tried.
+void ElaboraEnsayo(const CString& lista, COpciones opciones, const std::string& version,
+                   std::time_t hecho, CResultado& resultado)
+{
+    opciones.lista = lista;
+    CFicheros ficheros = BuscaFicheros(kEstandar, opciones);
+    const CString pagina =
+        PaginaDe(opciones, EnCarpeta(ficheros.lista.carpeta,
+                                     ficheros.lista.cabecera.nombreSalida + kPaginaEnsayo));
+    SanaConjuntos(LeidosPara(opciones, ficheros));
+    for (const CString& nombre : Ausentes(ficheros, opciones))
+        resultado.quejas.push_back("El archivo " + Texto(nombre) + " no existe");
+    if (std::optional<CListaPoligonos> leida = LeeLista(lista))
+        ficheros.lista = std::move(*leida);
+    std::string reparo = ReparoDeSalidas(opciones, pagina, LeidosPara(opciones, ficheros));
+    if (reparo.empty() && resultado.quejas.empty()) {
+        const CVigilancia vigilancia;
+        try {
+            reparo = Ensaya(ficheros, opciones, pagina, version, hecho, resultado);
+        } catch (const std::filesystem::filesystem_error& fallo) { // of the folder
+            reparo =
+                "No se pudo preparar el ensayo: " + Texto(CFileException("", fallo.code()).Causa());
+        } catch (const CInterrumpido&) { // the signal has its way behind the folder's end
+            reparo = "El ensayo se detuvo";
+        }
+    }
+    if (!reparo.empty())
+        resultado.quejas.push_back(std::move(reparo));
 }
 
 } // namespace
@@ -152,7 +356,10 @@ CResultado HazInforme(const CString& registro, const COpciones& opciones,
 {
     CResultado resultado;
     try {
-        Elabora(registro, opciones, version, hecho, resultado);
+        if (opciones.ensayo)
+            ElaboraEnsayo(registro, opciones, version, hecho, resultado);
+        else
+            Elabora(registro, opciones, version, hecho, resultado);
     } catch (const CFileException& fallo) {
         resultado.quejas.push_back(Texto(EnUnaLinea(fallo)));
     }

@@ -98,7 +98,7 @@ CVentanaDialogo::CVentanaDialogo(CDialog& dialogo, wxWindow* debajo)
     PonIconos();
     CreaWidgets();
     if (dialogo.Avance() != nullptr)
-        m_pie = new CPieProceso(m_marco, Relato());
+        m_pie = new CPieProceso(m_marco, Relato(), [this] { return Suyo().OrdenDeEnsayo(); });
     MideUnidades();
     PonLados();
     if (m_sinMarca != nullptr)

@@ -1,5 +1,7 @@
 #include "platform/desktop/run_footer.h"
 
+#include <utility>
+
 #include <wx/button.h>
 #include <wx/sizer.h>
 #include <wx/stattext.h>
@@ -12,10 +14,12 @@
 #include "platform/front_end.h"
 #include "platform/layer_texts.h"
 
-CPieProceso::CPieProceso(wxWindow* padre, const CRelatoProceso& relato)
-    : wxPanel(padre), m_relato(relato),
+CPieProceso::CPieProceso(wxWindow* padre, const CRelatoProceso& relato,
+                         std::function<std::vector<CString>()> orden)
+    : wxPanel(padre), m_relato(relato), m_orden(std::move(orden)),
       m_texto(new wxStaticText(this, wxID_ANY, {}, wxDefaultPosition, wxDefaultSize,
                                wxST_NO_AUTORESIZE | wxST_ELLIPSIZE_END)),
+      m_haceEnsayo(PonBoton(textos::kHazEnsayo, &CPieProceso::AbreEnsayo)),
       m_haceInforme(PonBoton(textos::kHazInforme, &CPieProceso::AbreInforme)),
       m_abreLog(PonBoton(textos::kAbreLog, &CPieProceso::AbreLog)),
       m_abreCarpeta(PonBoton(textos::kAbreCarpeta, &CPieProceso::AbreCarpeta))
@@ -23,7 +27,7 @@ CPieProceso::CPieProceso(wxWindow* padre, const CRelatoProceso& relato)
     const int letra = GetCharWidth();
     auto* renglon = new wxBoxSizer(wxHORIZONTAL);
     renglon->Add(m_texto, 1, wxALIGN_CENTER_VERTICAL);
-    for (wxButton* boton : {m_haceInforme, m_abreLog, m_abreCarpeta}) {
+    for (wxButton* boton : {m_haceEnsayo, m_haceInforme, m_abreLog, m_abreCarpeta}) {
         renglon->Add(boton, 0, wxLEFT, letra);
         boton->SetMinSize(boton->GetBestSize() + wxSize(2 * letra, 0));
         boton->Hide();
@@ -51,6 +55,10 @@ void CPieProceso::PonAlDia()
         m_texto->SetLabelText(texto);
         m_texto->SetToolTip(texto); // whole, where the window is too narrow
     }
+    if (m_haceEnsayo->Show(m_relato.OfreceEnsayo())) {
+        m_haceEnsayo->SetToolTip(wxString::FromUTF8(textos::kNombreHazEnsayo));
+        PonNombreAccesible(*m_haceEnsayo, wxString::FromUTF8(textos::kNombreHazEnsayo));
+    }
     Ofrece(*m_haceInforme, textos::kNombreHazInforme, m_relato.DeInforme());
     Ofrece(*m_abreLog, textos::kNombreAbreLog, m_relato.Log());
     Ofrece(*m_abreCarpeta, textos::kNombreAbreCarpeta, m_relato.Carpeta());
@@ -67,6 +75,16 @@ void CPieProceso::Ofrece(wxButton& boton, const char* nombre, const CString& rut
     boton.Show();
     boton.SetToolTip(AWx(ruta));
     PonNombreAccesible(boton, nombre + AWx(ruta));
+}
+
+void CPieProceso::AbreEnsayo()
+{
+    const wxBusyCursor mientras;
+    const std::vector<CString> orden = m_orden();
+    if (const CString pagina = m_relato.HazEnsayo(orden); !pagina.IsEmpty())
+        Abre(pagina);
+    else
+        Quejate(NoHayEnsayo(orden.empty() ? CString() : orden.back()));
 }
 
 void CPieProceso::AbreInforme()

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <functional>
+#include <vector>
+
 #include <wx/panel.h>
 
 #include "platform/run_story.h"
@@ -12,7 +15,9 @@ class wxStaticText;
 class CPieProceso : public wxPanel {
 public:
     /// \param relato  what is to be told; must live as long as the window
-    CPieProceso(wxWindow* padre, const CRelatoProceso& relato);
+    /// \param orden  asks the dialog what is to be tried
+    CPieProceso(wxWindow* padre, const CRelatoProceso& relato,
+                std::function<std::vector<CString>()> orden);
 
     /// Brings text and buttons to what the story says.
     void PonAlDia();
@@ -22,12 +27,15 @@ private:
     void Ofrece(wxButton& boton, const char* nombre, const CString& ruta);
     void AbreLog() { Abre(m_relato.Log()); }
     void AbreCarpeta() { Abre(m_relato.Carpeta()); }
+    void AbreEnsayo();
     void AbreInforme();
     void Abre(const CString& ruta);
     void Quejate(const std::string& queja);
 
     const CRelatoProceso& m_relato;
+    std::function<std::vector<CString>()> m_orden;
     wxStaticText* m_texto;
+    wxButton* m_haceEnsayo;
     wxButton* m_haceInforme;
     wxButton* m_abreLog;
     wxButton* m_abreCarpeta;

@@ -122,6 +122,9 @@ public:
     /// Tells whether both names would be one file once it is written; it need not be there yet.
     /// False for what is no regular file: a device takes the bytes of all.
     static bool SeriaElMismo(const CString& uno, const CString& otro);
+    /// The first of the names that would be one file with a name before it; empty where there is
+    /// none. Empty names don't count.
+    static CString Repetida(const std::vector<CString>& nombres);
 
 protected:
     /// \param fin  what the class of the file has at its end

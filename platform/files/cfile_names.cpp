@@ -23,14 +23,38 @@ sistema::CEstado Mirado(const CString& nombre, const std::filesystem::path& ruta
     return estado;
 }
 
-std::filesystem::path Destino(const CString& nombre)
-{
-    sistema::Error error;
-    std::filesystem::path ruta = CReemplazo::DestinoReal(sistema::Ruta(nombre), error);
-    if (error && !CFileException::EsCorriente(error))
-        throw CFileException(nombre, error);
-    return ruta;
-}
+/// Where a name of the program leads to, looked at once.
+class CSitio {
+public:
+    explicit CSitio(const CString& nombre) : m_nombre(nombre)
+    {
+        sistema::Error error;
+        m_ruta = CReemplazo::DestinoReal(sistema::Ruta(nombre), error, &m_estado);
+        if (error && !CFileException::EsCorriente(error))
+            throw CFileException(nombre, error);
+    }
+
+    /// Tells whether both are, or will be, one regular file.
+    bool SeraElMismo(const CSitio& otro) const
+    {
+        using Tipo = sistema::CEstado::Tipo;
+        if (m_estado.tipo == Tipo::Regular)
+            return m_estado.EsElMismo(otro.m_estado);
+        return m_estado.tipo == Tipo::NoHay &&
+               sistema::SonElMismoNombre(m_ruta.filename(), otro.m_ruta.filename()) &&
+               Carpeta().EsElMismo(otro.Carpeta());
+    }
+
+private:
+    sistema::CEstado Carpeta() const
+    {
+        return Mirado(m_nombre, m_ruta.has_parent_path() ? m_ruta.parent_path() : ".");
+    }
+
+    CString m_nombre;
+    std::filesystem::path m_ruta;
+    sistema::CEstado m_estado;
+};
 
 } // namespace
 
@@ -78,18 +102,20 @@ bool CFile::EsAlguno(const CString& nombre, const std::vector<CString>& otros)
 
 bool CFile::SeriaElMismo(const CString& uno, const CString& otro)
 {
-    using Tipo = sistema::CEstado::Tipo;
-    if (uno.IsEmpty() || otro.IsEmpty())
-        return false;
-    const std::filesystem::path ruta = Destino(uno);
-    const std::filesystem::path otra = Destino(otro);
-    const sistema::CEstado estado = Mirado(uno, ruta);
-    if (estado.tipo == Tipo::Regular)
-        return estado.EsElMismo(Mirado(otro, otra));
-    const auto carpeta = [](const CString& nombre, const std::filesystem::path& destino) {
-        return Mirado(nombre, destino.has_parent_path() ? destino.parent_path() : ".");
-    };
-    return estado.tipo == Tipo::NoHay &&
-           sistema::SonElMismoNombre(ruta.filename(), otra.filename()) &&
-           carpeta(uno, ruta).EsElMismo(carpeta(otro, otra));
+    return !Repetida({uno, otro}).IsEmpty();
+}
+
+CString CFile::Repetida(const std::vector<CString>& nombres)
+{
+    std::vector<CSitio> vistos;
+    for (const CString& nombre : nombres) {
+        if (nombre.IsEmpty())
+            continue;
+        const CSitio sitio(nombre);
+        if (std::any_of(vistos.begin(), vistos.end(),
+                        [&](const CSitio& otro) { return sitio.SeraElMismo(otro); }))
+            return nombre;
+        vistos.push_back(sitio);
+    }
+    return {};
 }

@@ -7,6 +7,14 @@ namespace {
 
 constexpr std::string_view kFinLinea = "\r\n";
 
+/// Copies characters, and blanks for those that would end a text.
+void CopiaSinCeros(std::string_view texto, char* destino)
+{
+    std::memcpy(destino, texto.data(), texto.size());
+    if (texto.find('\0') != std::string_view::npos)
+        std::replace(destino, destino + texto.size(), '\0', ' ');
+}
+
 } // namespace
 
 char* CStdioFile::ReadString(char* bufer, UINT n)
@@ -26,8 +34,7 @@ char* CStdioFile::ReadString(char* bufer, UINT n)
     }
     if (consumo == 0)
         return nullptr;
-    std::replace_copy(resto.begin(), resto.begin() + static_cast<std::ptrdiff_t>(largo), bufer,
-                      '\0', ' ');
+    CopiaSinCeros(resto.substr(0, largo), bufer);
     if (entera)
         bufer[largo++] = '\n';
     bufer[largo] = '\0';
@@ -50,7 +57,12 @@ bool CStdioFile::ReadString(CString& linea)
         Lector().Consume(entera ? fin + 1 : largo);
         if (entera && fin > 0 && resto[fin - 1] == '\r')
             --largo;
-        m_linea.append(resto.substr(0, largo));
+        const std::string_view trozo = resto.substr(0, largo);
+        if (entera && m_linea.empty() && trozo.find('\0') == std::string_view::npos) {
+            linea = trozo; // as nearly all come
+            return true;
+        }
+        m_linea.append(trozo);
     }
     std::replace(m_linea.begin(), m_linea.end(), '\0', ' ');
     linea = std::string_view(m_linea);

@@ -12,6 +12,7 @@ void AseguraCarpetas(const std::set<std::filesystem::path>& carpetas)
     for (const std::filesystem::path& carpeta : carpetas) {
         sistema::Error error;
         sistema::AseguraCarpeta(carpeta, error);
-        CFileException::Exige(error, sistema::Nombre(sistema::EnteraSinPuntos(carpeta)));
+        if (error)
+            throw CFileException(sistema::Nombre(sistema::EnteraSinPuntos(carpeta)), error);
     }
 }

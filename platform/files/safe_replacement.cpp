@@ -28,15 +28,18 @@ bool SinDerecho(const Error& error)
 
 } // namespace
 
-CReemplazo::Ruta CReemplazo::DestinoReal(Ruta ruta, Error& error)
+CReemplazo::Ruta CReemplazo::DestinoReal(Ruta ruta, Error& error, sistema::CEstado* estado)
 {
     constexpr int kEnlacesSeguidos = 40;
     for (int i = 0; i < kEnlacesSeguidos; ++i) {
-        const sistema::CEstado estado = sistema::MiraEnlace(ruta, error);
-        if (error || estado.tipo != Tipo::Enlace)
+        const sistema::CEstado enlace = sistema::MiraEnlace(ruta, error);
+        if (error || enlace.tipo != Tipo::Enlace) {
+            if (estado != nullptr)
+                *estado = enlace;
             return ruta;
+        }
         const sistema::CEstado carpeta = sistema::Mira(CarpetaDe(ruta), error);
-        if (!error && !sistema::SePuedeSeguir(estado, carpeta))
+        if (!error && !sistema::SePuedeSeguir(enlace, carpeta))
             error = std::make_error_code(std::errc::permission_denied);
         const Ruta destino = error ? Ruta() : sistema::LeeEnlace(ruta, error);
         if (error)
@@ -50,11 +53,10 @@ CReemplazo::Ruta CReemplazo::DestinoReal(Ruta ruta, Error& error)
 CReemplazo::Apertura CReemplazo::Abre(std::string_view nombre, std::string_view marca, Error& error)
 {
     Desecha();
-    m_destino = DestinoReal(sistema::Ruta(nombre), error);
+    m_estado = {};
+    m_destino = DestinoReal(sistema::Ruta(nombre), error, &m_estado);
     if (!error && !m_destino.has_filename())
         error = std::make_error_code(std::errc::no_such_file_or_directory);
-    if (!error)
-        m_estado = sistema::Mira(m_destino, error);
     if (error)
         return Apertura::NoSePuede;
     switch (m_estado.tipo) {

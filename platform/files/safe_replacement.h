@@ -28,7 +28,8 @@ public:
     /// The file that a chain of links leads to; the name itself where it is no link. With an error,
     /// as for links in a circle, how far it came. A link of somebody else in a folder where users
     /// may not touch one another's files is followed by nobody but him.
-    static Ruta DestinoReal(Ruta ruta, Error& error);
+    /// \param estado  where it isn't null, what stands there
+    static Ruta DestinoReal(Ruta ruta, Error& error, sistema::CEstado* estado = nullptr);
 
     enum class Apertura { Abierto, NoSePuede, Ocupado };
 

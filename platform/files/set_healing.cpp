@@ -157,7 +157,8 @@ void CSanador::Sana()
     if (error == std::errc::no_such_file_or_directory || error == std::errc::permission_denied ||
         error == std::errc::not_a_directory)
         return; // whoever opens a file there will be told
-    CFileException::Exige(error, sistema::Nombre(sistema::EnteraSinPuntos(m_carpeta.ruta)));
+    if (error)
+        throw CFileException(sistema::Nombre(sistema::EnteraSinPuntos(m_carpeta.ruta)), error);
     for (const Ruta& nombre : m_carpeta.nombres)
         if (lado::Parte(nombre).sufijo == lado::kConjunto)
             SanaPorDiario(nombre);

@@ -121,6 +121,9 @@ void CFrontalTerminal::MuestraModal(CDialog& dialogo)
 {
     CDialogoTexto texto(dialogo);
     sistema::Imprime(stdout, texto.Pinta());
+    if (const char* const programa = AfxGetApp()->Recursos().Ficheros().informe;
+        m_conversa && dialogo.SeEnsaya() && !sistema::BuscaPrograma(programa).empty())
+        EscribeForma(stdout, textos::kSeEnsaya, programa);
     while (!dialogo.Terminado()) {
         if (m_entradaPersona)
             sistema::Imprime(stdout, "> ");

@@ -53,7 +53,8 @@ CVentanaDialogo::CVentanaDialogo(CDialog& dialogo, HWND debajo)
     Crea(debajo);
     PreparaControles();
     if (Avance() != nullptr) {
-        m_pie = std::make_unique<CPieProceso>(m_ventana, Relato());
+        m_pie = std::make_unique<CPieProceso>(m_ventana, Relato(),
+                                              [this] { return Suyo().OrdenDeEnsayo(); });
         m_tareas.emplace(m_ventana);
     }
     m_marco.emplace(m_ventana, dialogo.Plantilla(), m_controles, m_pie.get());
@@ -62,6 +63,8 @@ CVentanaDialogo::CVentanaDialogo(CDialog& dialogo, HWND debajo)
     m_marco->HazSitio();
     PonImagenes();
     m_marco->PonLados();
+    if (m_pie != nullptr)
+        m_pie->PonAlDia(); // a trial is offered before the first run
     if (Dialogo().Centrada())
         m_marco->Centra(debajo);
 }

@@ -24,11 +24,13 @@ constexpr short kTrasRenglon = 4;
 
 } // namespace
 
-CPieProceso::CPieProceso(HWND ventana, const CRelatoProceso& relato)
-    : m_ventana(ventana), m_relato(relato),
+CPieProceso::CPieProceso(HWND ventana, const CRelatoProceso& relato,
+                         std::function<std::vector<CString>()> orden)
+    : m_ventana(ventana), m_relato(relato), m_orden(std::move(orden)),
       m_texto(Crea(L"STATIC", m_relato.Texto().c_str(),
                    SS_LEFT | SS_NOPREFIX | SS_ENDELLIPSIS | WS_VISIBLE | WS_GROUP)),
-      m_haceInforme(Crea(L"BUTTON", textos::kHazInforme, BS_PUSHBUTTON | WS_TABSTOP | WS_GROUP)),
+      m_haceEnsayo(Crea(L"BUTTON", textos::kHazEnsayo, BS_PUSHBUTTON | WS_TABSTOP | WS_GROUP)),
+      m_haceInforme(Crea(L"BUTTON", textos::kHazInforme, BS_PUSHBUTTON | WS_TABSTOP)),
       m_abreLog(Crea(L"BUTTON", textos::kAbreLog, BS_PUSHBUTTON | WS_TABSTOP)),
       m_abreCarpeta(Crea(L"BUTTON", textos::kAbreCarpeta, BS_PUSHBUTTON | WS_TABSTOP))
 {
@@ -60,10 +62,10 @@ void CPieProceso::Coloca(const RECT& sitio)
     const int arriba = sitio.top + renglon.bottom + renglon.top;
     const RECT boton = EnPixeles(m_ventana, {kMargen, kHueco, kBoton, kAltoBoton});
     int derecha = sitio.right - boton.left;
-    for (const auto& [cual, ofrecido] :
-         {std::pair(m_abreCarpeta, !m_relato.Carpeta().IsEmpty()),
-          std::pair(m_abreLog, !m_relato.Log().IsEmpty()),
-          std::pair(m_haceInforme, !m_relato.DeInforme().IsEmpty())}) {
+    for (const auto& [cual, ofrecido] : {std::pair(m_abreCarpeta, !m_relato.Carpeta().IsEmpty()),
+                                         std::pair(m_abreLog, !m_relato.Log().IsEmpty()),
+                                         std::pair(m_haceInforme, !m_relato.DeInforme().IsEmpty()),
+                                         std::pair(m_haceEnsayo, m_relato.OfreceEnsayo())}) {
         if (!ofrecido)
             continue;
         MoveWindow(cual, derecha - boton.right, arriba, boton.right, boton.bottom, TRUE);
@@ -85,6 +87,10 @@ void CPieProceso::PonAlDia()
 {
     PonTexto(m_relato.Texto());
     Coloca(m_sitio);
+    const bool seEnsaya = m_relato.OfreceEnsayo();
+    if (seEnsaya)
+        PonNombreAccesible(m_haceEnsayo, AAncho(textos::kNombreHazEnsayo));
+    ShowWindow(m_haceEnsayo, seEnsaya ? SW_SHOWNA : SW_HIDE);
     Ofrece(m_haceInforme, textos::kNombreHazInforme, m_relato.DeInforme());
     Ofrece(m_abreLog, textos::kNombreAbreLog, m_relato.Log());
     Ofrece(m_abreCarpeta, textos::kNombreAbreCarpeta, m_relato.Carpeta());
@@ -102,6 +108,8 @@ bool CPieProceso::AlPulsar(HWND boton)
 {
     if (boton == m_haceInforme)
         HazInforme();
+    else if (boton == m_haceEnsayo)
+        HazEnsayo();
     else if (boton == m_abreLog || boton == m_abreCarpeta)
         Abre(boton == m_abreLog ? m_relato.Log() : m_relato.Carpeta());
     else
@@ -109,16 +117,29 @@ bool CPieProceso::AlPulsar(HWND boton)
     return true;
 }
 
+// The maker of a page has all that it needs for itself: the next run may begin, or the window go.
 void CPieProceso::HazInforme()
 {
-    if (m_informe != nullptr) // one at a time
+    Haz(textos::kHaciendoInforme, NoHayInforme(m_relato.DeInforme()),
+        [relato = m_relato] { return relato.HazInforme(); });
+}
+
+void CPieProceso::HazEnsayo()
+{
+    const std::vector<CString> orden = m_orden();
+    Haz(textos::kHaciendoEnsayo, NoHayEnsayo(orden.empty() ? CString() : orden.back()),
+        [relato = m_relato, orden] { return relato.HazEnsayo(orden); });
+}
+
+void CPieProceso::Haz(const char* mientras, std::string queja, std::function<CString()> hace)
+{
+    if (m_informe != nullptr)
         return;
-    m_informe = std::make_shared<CInforme>(CInforme{m_relato.DeInforme(), {}});
-    PonTexto(textos::kHaciendoInforme);
-    // The maker has all that it needs for itself: the next run may begin, or the window go.
-    const auto trabajo = [relato = m_relato, informe = m_informe, ventana = m_ventana] {
+    m_informe = std::make_shared<CInforme>(CInforme{std::move(queja), {}});
+    PonTexto(mientras);
+    const auto trabajo = [hace = std::move(hace), informe = m_informe, ventana = m_ventana] {
         try {
-            informe->pagina = relato.HazInforme();
+            informe->pagina = hace();
         } catch (const std::bad_alloc&) { // then there is none
         }
         PostMessageW(ventana, kHayInforme, 0, 0);
@@ -137,7 +158,7 @@ void CPieProceso::AbreInformeHecho()
         return;
     PonTexto(m_relato.Texto());
     if (informe->pagina.IsEmpty())
-        Quejate(NoHayInforme(informe->log));
+        Quejate(informe->queja);
     else
         Abre(informe->pagina);
 }

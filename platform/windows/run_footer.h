@@ -2,7 +2,10 @@
 
 #include "platform/windows/win32.h"
 
+#include <functional>
 #include <memory>
+#include <string>
+#include <vector>
 
 #include "platform/run_story.h"
 
@@ -13,7 +16,9 @@ public:
     /// Its text and buttons are made as children of the window, hidden where there is nothing to
     /// tell.
     /// \param relato  what is to be told; must live as long as the object
-    CPieProceso(HWND ventana, const CRelatoProceso& relato);
+    /// \param orden  asks the dialog what is to be tried
+    CPieProceso(HWND ventana, const CRelatoProceso& relato,
+                std::function<std::vector<CString>()> orden);
 
     /// Brings text and buttons to what the story says.
     void PonAlDia();
@@ -28,14 +33,17 @@ public:
 
 private:
     struct CInforme {
-        CString log;
-        CString pagina; ///< empty where it couldn't be made
+        std::string queja; ///< where it couldn't be made
+        CString pagina;    ///< empty where it couldn't be made
     };
 
     HWND Crea(const wchar_t* clase, const char* texto, DWORD estilo);
     /// Shows a button where there is what it opens.
     static void Ofrece(HWND boton, const char* nombre, const CString& ruta);
     void HazInforme();
+    void HazEnsayo();
+    /// Makes a page while the user goes on; one at a time.
+    void Haz(const char* mientras, std::string queja, std::function<CString()> hace);
     void PonTexto(const std::string& utf8) const;
     void Abre(const CString& ruta) const;
     void Quejate(const std::string& queja) const;
@@ -44,7 +52,9 @@ private:
     RECT m_sitio = {};
     const CRelatoProceso& m_relato;
     std::shared_ptr<CInforme> m_informe; ///< that is being made; its maker has it, too
+    std::function<std::vector<CString>()> m_orden;
     HWND m_texto;
+    HWND m_haceEnsayo;
     HWND m_haceInforme;
     HWND m_abreLog;
     HWND m_abreCarpeta;

@@ -58,15 +58,10 @@ bool CTraduccionDlg::HayRepetidas(const CString& log, const std::vector<CString>
 {
     std::vector<CString> todas = salidas;
     todas.insert(todas.begin(), log);
-    for (std::size_t i = 1; i < todas.size(); ++i) {
-        for (std::size_t k = 0; k < i; ++k) {
-            if (!CFile::SeriaElMismo(todas[i], todas[k]))
-                continue;
-            CajaError(cajas::kSalidaRepetida, todas[i]);
-            return true;
-        }
-    }
-    return false;
+    const CString repetida = CFile::Repetida(todas);
+    if (!repetida.IsEmpty())
+        CajaError(cajas::kSalidaRepetida, repetida);
+    return !repetida.IsEmpty();
 }
 
 /// Keeps an output for the run, before anything is read. What another program has open a person can

@@ -123,7 +123,7 @@ TEST(BaseCatastro, SharesOutAndChoosesMainHoldersInEachParcelOfEachMunicipality)
             bool repetida = false;
             CSubparcela sub("A");
             sub.superfic = 10;
-            parcela.InsertaSubparcela(sub, repetida);
+            parcela.InsertaSubparcela(CSubparcela(sub), repetida);
             parcela.InsertaCotitular(0, -1, 3, "");
             parcela.InsertaCotitular(1, -1, 7, "");
             municipio.InsertaParcela(parcela);

@@ -242,7 +242,7 @@ TEST(Cotitulares, SharesBecomePercentagesOfTheSubparcels)
             CSubparcela sub("A"); // a repeated letter counts each time
             sub.superfic = superficie;
             bool repetida = false;
-            parcela.InsertaSubparcela(sub, repetida);
+            parcela.InsertaSubparcela(CSubparcela(sub), repetida);
         }
         parcela.ReparteParticipaciones();
         std::vector<int> porcentajes;

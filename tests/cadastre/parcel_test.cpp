@@ -52,7 +52,7 @@ CParcela ConSubparcelas(const std::vector<CSub>& subs)
         sub.tipo = s.tipo;
         sub.salvar = s.salvar;
         bool repetida = false;
-        parcela.InsertaSubparcela(sub, repetida);
+        parcela.InsertaSubparcela(CSubparcela(sub), repetida);
     }
     return parcela;
 }

@@ -99,6 +99,31 @@ TEST_F(Traduccion, LinksEveryHolderOfANumberAndChoosesTheGreatestShare)
               "045\t127\t   1\t   1\t     1\t       2\tPR\t    40");
 }
 
+TEST_F(Traduccion, FindsAHolderAmongNumbersThatLeaveOutMany)
+{
+    const struct {
+        const char* motivo;
+        const char* segundo; ///< number of Luis; Ana has 5
+        const char* nombrado;
+        const char* parcela; ///< the number that its row has in the end, -1 for no holder
+    } casos[] = {
+        {"side by side", "0000006", "0000006", "6"},
+        {"side by side, one below", "0000006", "0000004", "-1"},
+        {"side by side, one above", "0000006", "0000007", "-1"},
+        {"far away", "9000000", "9000000", "9000000"},
+        {"far away, the first", "9000000", "0000005", "5"},
+        {"far away, one that is left out", "9000000", "0000006", "-1"},
+        {"far away, one below", "9000000", "0000004", "-1"},
+    };
+    for (const auto& caso : casos) {
+        SCOPED_TRACE(caso.motivo);
+        Ejecuta(kParaje + Titular(caso.segundo, "00100", "LUIS", "22222222") +
+                Titular("0000005", "00100", "ANA", "11111111") +
+                Parcela("00001", caso.nombrado, "00001") + Suelo("00001", "   a", "00100"));
+        EXPECT_EQ(Campo("Parcelas.txt", 0, 8), caso.parcela);
+    }
+}
+
 TEST_F(Traduccion, KeepsHoldersOfAnotherMunicipalityOutOfThePhaseOfTheLast)
 {
     Ejecuta("TL045099  " + kAna.substr(10) + "PJ045099   00001OTRO\r\n" + kParaje + kLuis +

@@ -505,14 +505,14 @@ TEST(Entradas, ThatAreHalfDoneAreNotRead)
 
 TEST(Salidas, ThatAnotherProgramHasOpenCanBeClosedBeforeTheRun)
 {
-    const CCarpetaPrueba carpeta;
-    PonEntrada(carpeta, sintetico::LineasCatastro(Municipio()).Todas());
+    const auto lineas = sintetico::LineasCatastro(Municipio()).Todas();
     int preguntas[2] = {};
     for (const int respuesta : {IDRETRY, IDCANCEL})
         for (long en = 1; en < 120; ++en) {
             SCOPED_TRACE(testing::Message() << "answer " << respuesta << ", call " << en);
-            PonTablasDeAntes(carpeta);
-            fs::remove(carpeta.Ruta() / "entrada.ERR");
+            const CCarpetaPrueba
+                carpeta; // a new one: what a run before left is healed by other calls
+            PonEntrada(carpeta, lineas);
             CAplicacionPrueba aplicacion;
             aplicacion.guion.respuestas = {respuesta};
             CIdaDirecta dialogo;

@@ -56,5 +56,13 @@ at_terminal '1\n57670\n99\n2\n' "PAGER='head -2 | sed s/^/pagina:/' $program"
 [ $status -eq 0 ] || fail "status $status: a person saw what went wrong"
 sees "pagina:renglón 2"
 sees_no "renglón 3"
+# The way back can be tried first, where the program that does it is there.
+printf '#!/bin/sh\n' > "$work/bin/campiva-informe"
+chmod +x "$work/bin/campiva-informe"
+at_terminal '1010\n1\n2\n2\n' "$program"
+sees "campiva-informe --ensayo LISTA"
+at_terminal '1009\n1\n2\n2\n' "$program"
+sees_no "--ensayo"
+
 at_terminal '1\n57670\n2\n' "PAGER=no_hay_tal_programa $program"
 sees "renglón 100"

@@ -144,6 +144,27 @@ TEST(System, LooksForAProgramInThePath)
               sistema::FicheroPrograma().parent_path() / "platform_test");
 }
 
+TEST(RelatoProceso, OffersATrialBetweenRunsWhereItsProgramIsThere)
+{
+    const CCarpetaPrueba carpeta;
+    const CVariable variable("PATH", carpeta.Ruta().c_str());
+    EXPECT_FALSE(CRelatoProceso("informe", true).OfreceEnsayo()) << "there is no such program";
+    carpeta.Pon("informe", "#!/bin/sh\nfor a; do printf '%s ' \"${a##*/}\"; done > \"$2\"\n");
+    std::filesystem::permissions(carpeta.Ruta() / "informe", std::filesystem::perms::owner_all);
+    EXPECT_FALSE(CRelatoProceso("informe").OfreceEnsayo()) << "not every run can be tried";
+    CRelatoProceso relato("informe", true);
+    EXPECT_TRUE(relato.OfreceEnsayo());
+    EXPECT_EQ(relato.HazEnsayo({"--ensayo", "--con", "tabla", carpeta.En("lista.txt")}),
+              carpeta.En("lista_ensayo.html"));
+    EXPECT_EQ(carpeta.Lee("lista_ensayo.html"),
+              "--html lista_ensayo.html --ensayo --con tabla -- lista.txt ");
+    EXPECT_TRUE(relato.HazEnsayo({"--ensayo", ""}).IsEmpty()) << "no list is named";
+    relato.Avanza({}, 0);
+    EXPECT_FALSE(relato.OfreceEnsayo());
+    relato.Termina({}, {});
+    EXPECT_TRUE(relato.OfreceEnsayo());
+}
+
 TEST(RelatoProceso, OffersTheReportWhereItsProgramIsThere)
 {
     const CCarpetaPrueba carpeta;

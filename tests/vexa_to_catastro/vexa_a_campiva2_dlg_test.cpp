@@ -196,3 +196,17 @@ TEST_F(Cruce, MutatedDrawingsNeitherCrashNorStopARun)
         carpeta.Pon(nombre, bueno);
     }
 }
+
+TEST_F(Cruce, IsTriedByWhatItsControlsHold)
+{
+    CVexaACampiva2Dlg dialogo;
+    Ejecuta(dialogo, 1, 1, 0, 1);
+    std::vector<CString> esperada = {"--ensayo"};
+    for (const char* tabla :
+         {"Modulos", "Titulares", "Parcelas", "Subparcelas", "Parajes", "Cotitulares"})
+        esperada.insert(esperada.end(), {"--con", carpeta.En(std::string(tabla) + ".txt")});
+    esperada.insert(esperada.end(), {"--ortos", carpeta.En("ortos.TOP"), "--conserva",
+                                     "--concentradas", carpeta.En("lista.txt")});
+    EXPECT_TRUE(dialogo.SeEnsaya());
+    EXPECT_EQ(dialogo.OrdenDeEnsayo(), esperada);
+}

@@ -1,11 +1,12 @@
 #include <cstdlib>
+#include <functional>
 #include <map>
+#include <optional>
 #include <set>
 #include <utility>
 
 #include "evidence/gis/geometry.h"
 #include "evidence/gis/reading/layers.h"
-#include "evidence/gis/tidings.h"
 #include "evidence/paths.h"
 #include "platform/ansi.h"
 #include "vexa_libs/topological_polygon.h"
@@ -17,104 +18,132 @@ namespace {
 using vexageo::CTexto;
 
 struct CEntidad {
-    const CPoligonoDibujado* poligono; ///< null for one of the sheets
-    int posicion;                      ///< in its drawing, from 1
+    int posicion; ///< in its drawing, from 1
     CTexto<int> entidad;
 };
 
-using CEntidades = std::vector<CEntidad>;
+using CQuiere = bool (*)(const vexageo::CTipoDat&);
 
-/// The outline that a label belongs to.
-struct CDueño {
-    const char* capa;
-    const CRecintoDibujado* recinto;
-};
-
-/// Owners of the labels by drawing and position.
-using CDueños = std::map<std::pair<const CPoligonoDibujado*, int>, CDueño>;
-
-/// All entities of the drawings that `quiere` wants, in the order of the list, the sheets last.
-CEntidades Recoge(CMunicipioAbierto& municipio, bool (*quiere)(const vexageo::CTipoDat&))
+bool EsLinea(const vexageo::CTipoDat& tipo)
 {
-    CEntidades recogidas;
-    CNoticias noticias;
-    const auto lee = [&](const CString& nombre, const CPoligonoDibujado* poligono) {
-        CFile bin;
-        if (nombre.IsEmpty() || !AbreSiHay(bin, nombre, kModoDibujo))
-            return;
-        const bool entero = RecorreEntidades(bin, [&](int posicion, const CTexto<int>& entidad) {
-            if (quiere(entidad.Tipo()))
-                recogidas.push_back({poligono, posicion, entidad});
-        });
-        if (!entero)
-            noticias.Advierte("dibujos dañados"_ansi,
-                              nombre + " está dañado: no se leen todos sus rótulos y líneas"_ansi);
-    };
-    for (const CPoligonoDibujado& poligono : municipio.Poligonos())
-        lee(FicheroDeLista(municipio.Lista().carpeta, poligono.entrada, kExtensionDibujo),
-            &poligono);
-    if (!municipio.Ortos().IsEmpty())
-        lee(ConExtension(municipio.Ortos(), kExtensionDibujo), nullptr);
-    noticias.Dice();
-    return recogidas;
+    return tipo.EsLinea();
 }
 
-/// The lines that bound an outline, by drawing and position.
-using CLindes = std::set<std::pair<const CPoligonoDibujado*, int>>;
+bool NoEsLinea(const vexageo::CTipoDat& tipo)
+{
+    return !tipo.EsLinea();
+}
 
-void ApuntaLindes(const vexageo::CPoligonoTopologico& registro, const CPoligonoDibujado* poligono,
-                  CLindes& lindes)
+/// The sheets stand behind the drawings of the list.
+bool SonHojas(CMunicipioAbierto& municipio, std::size_t dibujo)
+{
+    return dibujo == municipio.Lista().entradas.size();
+}
+
+/// Hands out the entities of a drawing that `quiere` wants.
+void Recorre(CMunicipioAbierto& municipio, std::size_t dibujo, CQuiere quiere,
+             const std::function<void(int, const CTexto<int>&)>& toma)
+{
+    const CString nombre = SonHojas(municipio, dibujo)
+                               ? municipio.HojasDibujadas()
+                               : municipio.Fichero(dibujo, kExtensionDibujo);
+    CFile bin;
+    if (!AbreSiHay(bin, nombre, kModoDibujo)) {
+        if (SonHojas(municipio, dibujo))
+            municipio.AvisaSinHojas();
+        else
+            municipio.AvisaSinDibujo(dibujo);
+        return;
+    }
+    const bool entero = RecorreEntidades(bin, [&](int posicion, const CTexto<int>& entidad) {
+        if (quiere(entidad.Tipo()))
+            toma(posicion, entidad);
+    });
+    if (!entero)
+        municipio.AvisaDibujoDañado(nombre);
+}
+
+/// The lines that bound an outline, by their positions.
+using CLindes = std::set<int>;
+
+void ApuntaLindes(const vexageo::CPoligonoTopologico& registro, CLindes& lindes)
 {
     for (int i = 0; i < registro.Tramos(); ++i)
-        lindes.emplace(poligono, std::abs(registro.OffsetTramo(i)));
+        lindes.insert(std::abs(registro.OffsetTramo(i)));
     for (const vexageo::CPoligonoTopologico& isla : registro.ListaIslas())
-        ApuntaLindes(isla, poligono, lindes);
+        ApuntaLindes(isla, lindes);
 }
 
-CLindes Lindes(CMunicipioAbierto& municipio)
+CLindes Lindes(CMunicipioAbierto& municipio, std::size_t dibujo)
 {
     CLindes lindes;
-    const auto lee = [&](const CString& nombre, const CPoligonoDibujado* poligono) {
+    const auto lee = [&](const CString& nombre) {
         CFile topologia;
         if (AbreSiHay(topologia, nombre, kModoDibujo))
-            for (vexageo::CPoligonoTopologico registro; registro.Read(&topologia);)
-                ApuntaLindes(registro, poligono, lindes);
+            RecorreRegistros(topologia, [&](const vexageo::CPoligonoTopologico& registro, bool) {
+                ApuntaLindes(registro, lindes);
+            });
     };
-    for (const CPoligonoDibujado& poligono : municipio.Poligonos())
-        for (const ClaseTopologia clase :
-             {ClaseTopologia::Parcelas, ClaseTopologia::Subparcelas, ClaseTopologia::Poligonos})
-            lee(FicheroDeLista(municipio.Lista().carpeta, poligono.entrada, ExtensionDe(clase)),
-                &poligono);
-    if (!municipio.Ortos().IsEmpty())
-        lee(municipio.Ortos(), nullptr);
+    if (SonHojas(municipio, dibujo))
+        lee(municipio.Ortos());
+    else
+        for (const ClaseTopologia clase : kDePoligono)
+            lee(municipio.Fichero(dibujo, ExtensionDe(clase)));
     return lindes;
 }
 
-CDueños Dueños(CMunicipioAbierto& municipio)
+/// What is told of the outline that a label belongs to.
+struct CDueño {
+    const char* capa;
+    int numero;
+    EstadoRecinto estado;
+    int parcela;
+};
+
+/// Owners of a drawing's labels by their positions.
+using CDueños = std::map<int, CDueño>;
+
+CDueños Dueños(CMunicipioAbierto& municipio, std::size_t dibujo)
 {
     CDueños dueños;
-    const auto apunta = [&](const CPoligonoDibujado* poligono, const char* capa,
-                            const CTopologiaDibujada& topologia) {
+    const auto apunta = [&](const char* capa, const CTopologiaDibujada& topologia) {
         for (const CRecintoDibujado& recinto : topologia.recintos)
             if (recinto.posicionRotulo > 0)
-                dueños.try_emplace({poligono, recinto.posicionRotulo}, CDueño{capa, &recinto});
+                dueños.try_emplace(recinto.posicionRotulo,
+                                   CDueño{capa, recinto.numero, recinto.estado, recinto.parcela});
     };
-    for (const CPoligonoDibujado& poligono : municipio.Poligonos()) {
-        apunta(&poligono, capa::kParcelas, poligono.parcelas);
-        apunta(&poligono, capa::kSubparcelas, poligono.subparcelas);
-        apunta(&poligono, capa::kPoligonos, poligono.poligonos);
+    if (SonHojas(municipio, dibujo)) {
+        apunta(capa::kHojas, municipio.Hojas());
+        return dueños;
     }
-    apunta(nullptr, capa::kHojas, municipio.Hojas());
+    const CPoligonoDibujado poligono = municipio.Poligono(dibujo, kDePoligono);
+    apunta(capa::kParcelas, poligono.parcelas);
+    apunta(capa::kSubparcelas, poligono.subparcelas);
+    apunta(capa::kPoligonos, poligono.poligonos);
     return dueños;
 }
 
-void PonComunes(OGRFeature& elemento, const CEntidad& suya)
+/// The polygon that a drawing is of.
+struct CDe {
+    int polig;
+    CString entrada;
+};
+
+std::optional<CDe> DeQuien(CMunicipioAbierto& municipio, std::size_t dibujo)
 {
-    if (suya.poligono != nullptr) {
-        elemento.SetField(capa::kPoligono, suya.poligono->polig);
-        PonTexto(elemento, capa::kEntrada, suya.poligono->entrada);
+    if (SonHojas(municipio, dibujo))
+        return std::nullopt;
+    const CString& entrada = municipio.Lista().entradas[dibujo];
+    return CDe{LeeEntero(entrada), entrada};
+}
+
+void PonComunes(CElemento& elemento, const std::optional<CDe>& de, const CEntidad& suya)
+{
+    if (de) {
+        elemento.SetField(capa::kPoligono, de->polig);
+        elemento.PonTexto(capa::kEntrada, de->entrada);
     }
-    PonTexto(elemento, capa::kCodigo, suya.entidad.Tipo().Codigo());
+    elemento.PonTexto(capa::kCodigo, suya.entidad.Tipo().Codigo());
     elemento.SetField(capa::kBorrado, suya.entidad.Tipo().EsBorrado() ? 1 : 0);
     elemento.SetField(capa::kPosicion, suya.posicion);
 }
@@ -129,67 +158,93 @@ CListaCampos Campos(const CListaCampos& propios)
                propios);
 }
 
-void PonDueño(OGRFeature& elemento, const CDueño& dueño)
+void PonDueño(CElemento& elemento, const CDueño& dueño)
 {
-    const CRecintoDibujado& recinto = *dueño.recinto;
     elemento.SetField(capa::kCapa, dueño.capa);
-    elemento.SetField(capa::kNumero, recinto.numero);
-    PonTexto(elemento, "estado", NombreEstado(recinto.estado));
-    if (recinto.parcela >= 0)
-        elemento.SetField(capa::kParcela, recinto.parcela);
+    elemento.SetField(capa::kNumero, dueño.numero);
+    elemento.PonTexto("estado", NombreEstado(dueño.estado));
+    if (dueño.parcela >= 0)
+        elemento.SetField(capa::kParcela, dueño.parcela);
+}
+
+void PonRotulo(CElemento& elemento, const CEntidad& suya, const CDueños& dueños)
+{
+    elemento.SetField(capa::kClase, suya.entidad.Tipo().EsTexto() ? capa::kTexto : capa::kPunto);
+    elemento.PonTexto(capa::kTexto, suya.entidad.Texto());
+    if (const auto dueño = dueños.find(suya.posicion); dueño != dueños.end())
+        PonDueño(elemento, dueño->second);
+    elemento.SetGeometry(std::make_unique<OGRPoint>(EnMetros(suya.entidad.PrimerPunto())));
+}
+
+OGREnvelope CajaDe(const CTexto<int>& entidad)
+{
+    OGREnvelope caja;
+    if (entidad.Tipo().EsLinea())
+        Ensancha(caja, entidad.Puntos());
+    else
+        Ensancha(caja, {entidad.PrimerPunto()});
+    return caja;
+}
+
+using CRellena = std::function<void(CElemento&, const CEntidad&)>;
+
+/// A layer of the entities that `quiere` wants, with a piece for each drawing.
+/// \param prepara  gives, for a drawing, what sets the fields that the other layer hasn't
+CCapaNueva CapaDeEntidades(const char* nombre, OGRwkbGeometryType geometria, CQuiere quiere,
+                           CMunicipioAbierto& municipio, const OGRSpatialReference* referencia,
+                           const CListaCampos& propios,
+                           const std::function<CRellena(std::size_t dibujo)>& prepara)
+{
+    const auto mira = [=, &municipio](std::size_t dibujo) {
+        CCajas cajas;
+        Recorre(municipio, dibujo, quiere, [&](int /*posicion*/, const CTexto<int>& entidad) {
+            cajas.push_back(CajaDe(entidad));
+        });
+        return cajas;
+    };
+    const auto lee = [=, &municipio](std::size_t dibujo) {
+        std::vector<CEntidad> suyas;
+        Recorre(municipio, dibujo, quiere, [&](int posicion, const CTexto<int>& entidad) {
+            suyas.push_back({posicion, entidad});
+        });
+        return TrozoDe(
+            std::move(suyas),
+            [de = DeQuien(municipio, dibujo), rellena = prepara(dibujo)](CElemento& elemento,
+                                                                         const CEntidad& suya) {
+                PonComunes(elemento, de, suya);
+                rellena(elemento, suya);
+            },
+            [](const CEntidad& suya) { return CajaDe(suya.entidad); });
+    };
+    const std::size_t dibujos = municipio.Lista().entradas.size() + 1;
+    return std::make_unique<CCapa>(nombre, geometria, referencia, Campos(propios),
+                                   CFuente{dibujos, lee, mira});
 }
 
 } // namespace
 
 CCapaNueva CapaRotulos(CMunicipioAbierto& municipio, const OGRSpatialReference* referencia)
 {
-    const CListaCampos campos = Campos({{capa::kClase, OFTString},
-                                        {capa::kTexto, OFTString},
-                                        {capa::kCapa, OFTString},
-                                        {capa::kNumero, OFTInteger},
-                                        {capa::kParcela, OFTInteger},
-                                        {"estado", OFTString}});
-    return std::make_unique<CCapa>(capa::kRotulos, wkbPoint, referencia, campos, [&municipio] {
-        const auto noEsLinea = [](const vexageo::CTipoDat& tipo) { return !tipo.EsLinea(); };
-        return FuenteDe(
-            Recoge(municipio, noEsLinea),
-            [dueños = Dueños(municipio)](OGRFeature& elemento, const CEntidad& suya) {
-                PonComunes(elemento, suya);
-                elemento.SetField(capa::kClase,
-                                  suya.entidad.Tipo().EsTexto() ? capa::kTexto : capa::kPunto);
-                PonTexto(elemento, capa::kTexto, suya.entidad.Texto());
-                if (const auto dueño = dueños.find({suya.poligono, suya.posicion});
-                    dueño != dueños.end())
-                    PonDueño(elemento, dueño->second);
-                const OGRPoint punto = EnMetros(suya.entidad.PrimerPunto());
-                elemento.SetGeometry(&punto);
-            },
-            [](const CEntidad& suya) {
-                OGREnvelope caja;
-                Ensancha(caja, {suya.entidad.PrimerPunto()});
-                return caja;
-            });
-    });
+    const CListaCampos propios = {{capa::kClase, OFTString},    {capa::kTexto, OFTString},
+                                  {capa::kCapa, OFTString},     {capa::kNumero, OFTInteger},
+                                  {capa::kParcela, OFTInteger}, {"estado", OFTString}};
+    return CapaDeEntidades(capa::kRotulos, wkbPoint, NoEsLinea, municipio, referencia, propios,
+                           [&municipio](std::size_t dibujo) -> CRellena {
+                               return [dueños = Dueños(municipio, dibujo)](CElemento& elemento,
+                                                                           const CEntidad& suya) {
+                                   PonRotulo(elemento, suya, dueños);
+                               };
+                           });
 }
 
 CCapaNueva CapaLineas(CMunicipioAbierto& municipio, const OGRSpatialReference* referencia)
 {
-    return std::make_unique<CCapa>(
-        capa::kLineas, wkbLineString, referencia, Campos({{capa::kLinde, OFTInteger, OFSTBoolean}}),
-        [&municipio] {
-            const auto esLinea = [](const vexageo::CTipoDat& tipo) { return tipo.EsLinea(); };
-            return FuenteDe(
-                Recoge(municipio, esLinea),
-                [lindes = Lindes(municipio)](OGRFeature& elemento, const CEntidad& suya) {
-                    PonComunes(elemento, suya);
-                    elemento.SetField(capa::kLinde,
-                                      lindes.contains({suya.poligono, suya.posicion}) ? 1 : 0);
-                    elemento.SetGeometryDirectly(LineaDe(suya.entidad.Puntos()).release());
-                },
-                [](const CEntidad& suya) {
-                    OGREnvelope caja;
-                    Ensancha(caja, suya.entidad.Puntos());
-                    return caja;
-                });
+    return CapaDeEntidades(
+        capa::kLineas, wkbLineString, EsLinea, municipio, referencia,
+        {{capa::kLinde, OFTInteger, OFSTBoolean}}, [&municipio](std::size_t dibujo) -> CRellena {
+            return [lindes = Lindes(municipio, dibujo)](CElemento& elemento, const CEntidad& suya) {
+                elemento.SetField(capa::kLinde, lindes.contains(suya.posicion) ? 1 : 0);
+                elemento.SetGeometry(LineaDe(suya.entidad.Puntos()));
+            };
         });
 }

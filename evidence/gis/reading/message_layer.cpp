@@ -1,7 +1,10 @@
 #include <map>
+#include <memory>
 #include <string>
+#include <utility>
 
 #include "evidence/gis/geometry.h"
+#include "evidence/gis/reading/last_used.h"
 #include "evidence/gis/reading/layers.h"
 #include "evidence/log_reader.h"
 #include "evidence/message_advice.h"
@@ -13,31 +16,73 @@ namespace {
 
 using CRecintos = std::vector<const CRecintoDibujado*>;
 
-/// Where messages may lie.
+/// Where messages of a polygon may lie. A list may name it more than once.
 struct CLugares {
-    CPorLugar<CRecintos> piezas;        ///< parcels and subparcels
-    std::map<int, CRecintos> poligonos; ///< by the polygon's number
+    std::size_t Cuanto() const
+    {
+        std::size_t cuanto = 0;
+        for (const CPoligonoDibujado& dibujo : dibujos)
+            for (const ClaseTopologia que : kDePoligono)
+                cuanto += dibujo.Topologia(que).recintos.size();
+        return cuanto;
+    }
+
+    std::vector<CPoligonoDibujado> dibujos;
+    CPorLugar<CRecintos> piezas; ///< parcels and subparcels
+    CRecintos poligono;
 };
 
-CLugares LugaresDe(CMunicipioAbierto& municipio)
+/// Appends what is drawn of a polygon.
+void Apunta(const CPoligonoDibujado& dibujo, CLugares& lugares)
 {
-    CLugares lugares;
-    for (const CPoligonoDibujado& poligono : municipio.Poligonos()) {
-        for (const CRecintoDibujado& recinto : poligono.parcelas.recintos)
-            if (recinto.parcela >= 0)
-                lugares.piezas.DeParcela(poligono.polig, recinto.parcela).push_back(&recinto);
-        for (const CRecintoDibujado& recinto : poligono.subparcelas.recintos)
-            if (recinto.parcela >= 0 && !recinto.letra.IsEmpty())
-                lugares.piezas.DeSubparcela(poligono.polig, recinto.parcela, recinto.letra)
-                    .push_back(&recinto);
-        // A polygon without an outline of its own is where its parcels are.
-        const CTopologiaDibujada& suyos =
-            poligono.poligonos.recintos.empty() ? poligono.parcelas : poligono.poligonos;
-        for (const CRecintoDibujado& recinto : suyos.recintos)
-            lugares.poligonos[poligono.polig].push_back(&recinto);
-    }
-    return lugares;
+    for (const CRecintoDibujado& recinto : dibujo.parcelas.recintos)
+        if (recinto.parcela >= 0)
+            lugares.piezas.DeParcela(dibujo.polig, recinto.parcela).push_back(&recinto);
+    for (const CRecintoDibujado& recinto : dibujo.subparcelas.recintos)
+        if (recinto.parcela >= 0 && !recinto.letra.IsEmpty())
+            lugares.piezas.DeSubparcela(dibujo.polig, recinto.parcela, recinto.letra)
+                .push_back(&recinto);
+    // A polygon without an outline of its own is where its parcels are.
+    const CTopologiaDibujada& suyos =
+        dibujo.poligonos.recintos.empty() ? dibujo.parcelas : dibujo.poligonos;
+    for (const CRecintoDibujado& recinto : suyos.recintos)
+        lugares.poligono.push_back(&recinto);
 }
+
+/// The polygons that messages speak of. A log goes by polygons as a rule, so few are read twice.
+class CDibujosNombrados {
+public:
+    explicit CDibujosNombrados(CMunicipioAbierto& municipio) : m_municipio(municipio)
+    {
+        const std::vector<CString>& entradas = municipio.Lista().entradas;
+        for (std::size_t i = 0; i < entradas.size(); ++i)
+            m_entradas[LeeEntero(entradas[i])].push_back(i);
+    }
+
+    /// Null for a polygon that the list hasn't; valid until another one is asked for.
+    const CLugares* De(int polig)
+    {
+        const auto entradas = m_entradas.find(polig);
+        if (entradas == m_entradas.end())
+            return nullptr;
+        return &m_leidos.Dame(polig, [&] { return Lee(entradas->second); });
+    }
+
+private:
+    CLugares Lee(const std::vector<std::size_t>& entradas)
+    {
+        CLugares lugares;
+        for (const std::size_t entrada : entradas)
+            lugares.dibujos.push_back(m_municipio.Poligono(entrada, kDePoligono));
+        for (const CPoligonoDibujado& dibujo : lugares.dibujos)
+            Apunta(dibujo, lugares);
+        return lugares;
+    }
+
+    CMunicipioAbierto& m_municipio;
+    std::map<int, std::vector<std::size_t>> m_entradas; // by the polygon's number
+    CUltimos<int, CLugares> m_leidos;
+};
 
 /// The pieces as one geometry.
 std::unique_ptr<OGRGeometry> Juntos(const CRecintos& recintos)
@@ -56,24 +101,26 @@ struct CLugar {
 
 /// The point, subparcel or parcel that a message speaks of. Where the drawing has none it is the
 /// polygon that the parcel should be in, so that a map shows that there is something.
-CLugar LugarDe(const CAviso& aviso, const CLugares& lugares)
+CLugar LugarDe(const CAviso& aviso, CDibujosNombrados& dibujos)
 {
     if (aviso.HaySitio())
         return {"punto", std::make_unique<OGRPoint>(EnMetros({aviso.x, aviso.y}))};
-    const CRecintos* suyos = lugares.piezas.Busca(aviso.polig, aviso.parcela, aviso.letra);
+    const CLugares* lugares = dibujos.De(aviso.polig);
+    if (lugares == nullptr)
+        return {nullptr, nullptr};
+    const CRecintos* suyos = lugares->piezas.Busca(aviso.polig, aviso.parcela, aviso.letra);
     if (suyos != nullptr) {
         const bool esLetra = !aviso.letra.IsEmpty() && !suyos->front()->letra.IsEmpty();
         return {esLetra ? "subparcela" : "parcela", Juntos(*suyos)};
     }
-    const auto poligono = lugares.poligonos.find(aviso.polig);
-    return poligono == lugares.poligonos.end() ? CLugar{nullptr, nullptr}
-                                               : CLugar{"polígono", Juntos(poligono->second)};
+    return lugares->poligono.empty() ? CLugar{nullptr, nullptr}
+                                     : CLugar{"polígono", Juntos(lugares->poligono)};
 }
 
-void PonMensaje(OGRFeature& elemento, const CString& linea, const CLugares& lugares,
+void PonMensaje(CElemento& elemento, const CString& linea, CDibujosNombrados& dibujos,
                 std::map<std::string, CConsejo>& consejos)
 {
-    PonTexto(elemento, "texto", linea);
+    elemento.PonTexto("texto", linea);
     const CAviso aviso = LeeMensaje(linea);
     if (aviso.mensaje == nullptr)
         return;
@@ -85,16 +132,16 @@ void PonMensaje(OGRFeature& elemento, const CString& linea, const CLugares& luga
         elemento.SetField(capa::kParcela, aviso.parcela);
     }
     if (!aviso.letra.IsEmpty())
-        PonTexto(elemento, capa::kLetra, aviso.letra);
+        elemento.PonTexto(capa::kLetra, aviso.letra);
     const auto [consejo, nuevo] = consejos.try_emplace(codigo);
     if (nuevo)
         consejo->second = DameConsejo(codigo);
     elemento.SetField("causa", consejo->second.causa.c_str());
     elemento.SetField("remedio", consejo->second.remedio.c_str());
-    CLugar lugar = LugarDe(aviso, lugares);
+    CLugar lugar = LugarDe(aviso, dibujos);
     if (lugar.que != nullptr)
         elemento.SetField("lugar", lugar.que);
-    elemento.SetGeometryDirectly(lugar.geometria.release());
+    elemento.SetGeometry(std::move(lugar.geometria));
 }
 
 std::vector<CString> LeeRegistro(const CString& nombre)
@@ -115,20 +162,23 @@ CCapaNueva CapaMensajes(CMunicipioAbierto& municipio, const OGRSpatialReference*
         {capa::kNumero, OFTString},    {"clase", OFTString},         {"texto", OFTString},
         {capa::kPoligono, OFTInteger}, {capa::kParcela, OFTInteger}, {capa::kLetra, OFTString},
         {"lugar", OFTString},          {"causa", OFTString},         {"remedio", OFTString}};
-    return std::make_unique<CCapa>(capa::kMensajes, wkbUnknown, referencia, campos, [&municipio] {
-        const auto lugares = std::make_shared<const CLugares>(LugaresDe(municipio));
-        return FuenteDe(
+    const auto dibujos = std::make_shared<CDibujosNombrados>(municipio);
+    const auto lee = [&municipio, dibujos](std::size_t /*trozo*/) {
+        return TrozoDe(
             LeeRegistro(municipio.Registro()),
-            [lugares, consejos = std::map<std::string, CConsejo>()](OGRFeature& elemento,
+            [dibujos, consejos = std::map<std::string, CConsejo>()](CElemento& elemento,
                                                                     const CString& linea) mutable {
-                PonMensaje(elemento, linea, *lugares, consejos);
+                PonMensaje(elemento, linea, *dibujos, consejos);
             },
             [&](const CString& linea) {
                 OGREnvelope caja;
-                if (const CLugar lugar = LugarDe(LeeMensaje(linea), *lugares);
+                if (const CLugar lugar = LugarDe(LeeMensaje(linea), *dibujos);
                     lugar.geometria && !lugar.geometria->IsEmpty())
                     lugar.geometria->getEnvelope(&caja);
                 return caja;
             });
-    });
+    };
+    const auto cuenta = [&municipio] { return LeeRegistro(municipio.Registro()).size(); };
+    return std::make_unique<CCapa>(capa::kMensajes, wkbUnknown, referencia, campos,
+                                   CFuente{1, lee, {}, cuenta});
 }

@@ -1,20 +1,18 @@
 #include "evidence/gis/reading/municipality_source.h"
 
 #include <algorithm>
+#include <chrono>
 
 #include "cadastre/messages.h"
-#include "evidence/gis/tidings.h"
+#include "evidence/gis/complaints.h"
 #include "evidence/paths.h"
 #include "platform/ansi.h"
-#include "platform/files/any_case_name.h"
 #include "platform/files/set_healing.h"
 
 namespace {
 
-constexpr ClaseTopologia kDePoligono[] = {ClaseTopologia::Parcelas, ClaseTopologia::Subparcelas,
-                                          ClaseTopologia::Poligonos};
-constexpr const char* kFaltan = "ficheros que faltan";
-constexpr const char* kDañados = "ficheros dañados"_ansi;
+/// A drawing that is newer than its topology by more has been changed since.
+constexpr std::chrono::seconds kMismoGuardado{60};
 
 bool Hay(const CString& nombre)
 {
@@ -22,17 +20,15 @@ bool Hay(const CString& nombre)
     return !nombre.IsEmpty() && HayFichero(CFile::EnDisco(nombre, nombres));
 }
 
-void AvisaDaño(const CString& fichero, const CTopologiaDibujada& topologia, CNoticias& noticias)
-{
-    if (topologia.dañoEn == CTopologiaDibujada::kSinDaño)
-        return;
-    CString frase;
-    frase.Format("%s está dañado desde el byte %.0lf: lo que sigue no se lee"_ansi, fichero,
-                 static_cast<double>(topologia.dañoEn));
-    noticias.Advierte(kDañados, frase);
-}
-
 } // namespace
+
+CMunicipioAbierto::~CMunicipioAbierto()
+{
+    SinExcepciones(false, [&] {
+        m_noticias.Dice();
+        return true;
+    });
+}
 
 bool CMunicipioAbierto::Abre(const CString& lista, const COtrosSitios& otros)
 {
@@ -46,7 +42,11 @@ bool CMunicipioAbierto::Abre(const CString& lista, const COtrosSitios& otros)
         return false;
     m_lista = std::move(*leida);
     m_otros = otros;
-    m_ortos = otros.ortos.IsEmpty() ? BuscaHojas(m_lista.carpeta) : otros.ortos;
+    CHojasHalladas hojas;
+    if (otros.ortos.IsEmpty())
+        hojas = BuscaHojas(m_lista.carpeta);
+    m_ortos = otros.ortos.IsEmpty() ? hojas.nombre : otros.ortos;
+    m_variasHojas = hojas.varias;
     return std::any_of(
         m_lista.entradas.begin(), m_lista.entradas.end(), [&](const CString& entrada) {
             CFile bin;
@@ -78,6 +78,11 @@ CCadena CMunicipioAbierto::Ortos() const
     return m_ortos;
 }
 
+CCadena CMunicipioAbierto::HojasDibujadas() const
+{
+    return m_ortos.IsEmpty() ? CCadena() : ConExtension(m_ortos, kExtensionDibujo);
+}
+
 CCadena CMunicipioAbierto::Registro() const
 {
     return m_otros.registro.IsEmpty()
@@ -91,36 +96,74 @@ const CTablasLeidas& CMunicipioAbierto::Tablas()
         return *m_tablas;
     CNombresTablas nombres = NombresTablas();
     nombres[kModulos] = nombres[kCotitulares] = CString(); // no layer shows anything of them
-    return m_tablas.emplace(
-        LeeTablas(nombres, m_lista.cabecera.Mun, {false, true, CFile::anyCase, {}}));
+    for (CString& nombre : nombres)
+        if (!nombre.IsEmpty())
+            nombre = CFile::EnDisco(nombre, m_nombres);
+    return m_tablas.emplace(LeeTablas(nombres, m_lista.cabecera.Mun, {false, true, {}, {}}));
 }
 
-const std::vector<CPoligonoDibujado>& CMunicipioAbierto::Poligonos()
+CCadena CMunicipioAbierto::Fichero(std::size_t entrada, const char* extension) const
 {
-    if (m_poligonos)
-        return *m_poligonos;
+    return FicheroDeLista(m_lista.carpeta, m_lista.entradas[entrada], extension);
+}
+
+CPoligonoDibujado CMunicipioAbierto::Poligono(std::size_t entrada,
+                                              std::span<const ClaseTopologia> cuales)
+{
     CHayParcela hayParcela;
-    if (const CTablasLeidas& tablas = Tablas(); tablas.parcelas.hay)
-        hayParcela = [&tablas](int polig, int parcela) {
+    const bool haySubparcelas =
+        std::find(cuales.begin(), cuales.end(), ClaseTopologia::Subparcelas) != cuales.end();
+    if (haySubparcelas && Tablas().parcelas.hay)
+        hayParcela = [this](int polig, int parcela) {
             int i = kNoEncontrado;
-            return tablas.municipio.BuscaParcela(polig, parcela, i);
+            return m_tablas->municipio.BuscaParcela(polig, parcela, i);
         };
-    std::vector<CPoligonoDibujado> poligonos;
-    poligonos.reserve(m_lista.entradas.size());
-    for (const CString& entrada : m_lista.entradas)
-        poligonos.push_back(LeePoligonoDibujado(m_lista.carpeta, entrada, hayParcela));
-    AvisaFaltas(poligonos);
-    m_poligonos = std::move(poligonos);
-    return *m_poligonos;
+    CPoligonoDibujado poligono =
+        LeePoligonoDibujado(m_lista.carpeta, m_lista.entradas[entrada], hayParcela, cuales);
+    if (!poligono.hayDibujo)
+        AvisaSinDibujo(entrada);
+    for (const ClaseTopologia que : cuales) {
+        const CTopologiaDibujada& topologia = poligono.Topologia(que);
+        const CString fichero = Fichero(entrada, ExtensionDe(que));
+        if (poligono.hayDibujo && !topologia.hay)
+            AvisaFalta(fichero);
+        AvisaDaño(fichero, topologia.dañoEn);
+    }
+    return poligono;
 }
 
-const CTopologiaDibujada& CMunicipioAbierto::Hojas()
+CTopologiaDibujada CMunicipioAbierto::Hojas()
 {
-    if (!m_hojas) {
-        m_hojas = LeeHojasDibujadas(Ortos());
-        AvisaFaltas(*m_hojas);
+    CTopologiaDibujada hojas = LeeHojasDibujadas(Ortos());
+    if (!hojas.hay)
+        AvisaSinHojas();
+    AvisaDaño(m_ortos, hojas.dañoEn);
+    return hojas;
+}
+
+std::optional<CExtensiones> CMunicipioAbierto::Extensiones(std::size_t entrada, ClaseTopologia que)
+{
+    const auto enDisco = [&](const char* extension) {
+        return CFile::EnDisco(Fichero(entrada, extension), m_nombres);
+    };
+    const auto dibujada = FechaDe(enDisco(kExtensionDibujo));
+    if (!dibujada) {
+        AvisaSinDibujo(entrada);
+        return CExtensiones();
     }
-    return *m_hojas;
+    const CString fichero = enDisco(ExtensionDe(que));
+    const auto hecha = FechaDe(fichero);
+    CFile topologia;
+    if (!hecha || !AbreSiHay(topologia, fichero, CFile::modeWhole)) {
+        AvisaFalta(fichero);
+        return CExtensiones();
+    }
+    if (*dibujada > *hecha + kMismoGuardado)
+        return std::nullopt;
+    std::uint64_t dañoEn = 0;
+    std::optional<CExtensiones> extensiones = LeeExtensiones(topologia, dañoEn);
+    AvisaDaño(fichero, dañoEn);
+    return extensiones;
 }
 
 CNombresTablas CMunicipioAbierto::NombresTablas() const
@@ -128,34 +171,42 @@ CNombresTablas CMunicipioAbierto::NombresTablas() const
     return TablasEn(m_otros.tablas.IsEmpty() ? m_lista.carpeta : m_otros.tablas);
 }
 
-/// Tells which files of the list's drawings aren't there, and which end in damage.
-void CMunicipioAbierto::AvisaFaltas(const std::vector<CPoligonoDibujado>& poligonos) const
+void CMunicipioAbierto::AvisaFalta(const CString& fichero, const char* detras)
 {
-    CNoticias noticias;
-    for (const CPoligonoDibujado& poligono : poligonos) {
-        const auto nombre = [&](const char* extension) {
-            return FicheroDeLista(m_lista.carpeta, poligono.entrada, extension);
-        };
-        if (!poligono.hayDibujo)
-            noticias.Advierte(kFaltan, "Falta "_ansi + nombre(kExtensionDibujo) +
-                                           ", y sin él no se lee nada del polígono"_ansi);
-        for (const ClaseTopologia clase : kDePoligono) {
-            const CTopologiaDibujada& topologia = poligono.Topologia(clase);
-            if (poligono.hayDibujo && !topologia.hay)
-                noticias.Advierte(kFaltan, "Falta "_ansi + nombre(ExtensionDe(clase)));
-            AvisaDaño(nombre(ExtensionDe(clase)), topologia, noticias);
-        }
-    }
-    noticias.Dice();
+    if (EsNueva(fichero))
+        m_noticias.Advierte("ficheros que faltan", "Falta "_ansi + fichero + detras);
 }
 
-void CMunicipioAbierto::AvisaFaltas(const CTopologiaDibujada& hojas) const
+void CMunicipioAbierto::AvisaSinDibujo(std::size_t entrada)
 {
-    CNoticias noticias;
-    if (!m_ortos.IsEmpty() && !hojas.hay)
-        noticias.Advierte(kFaltan, "Falta "_ansi + ConExtension(m_ortos, kExtensionDibujo) +
-                                       ", y sin él no se lee ninguna hoja"_ansi);
-    AvisaDaño(m_ortos, hojas, noticias);
+    AvisaFalta(Fichero(entrada, kExtensionDibujo), ", y sin él no se lee nada del polígono"_ansi);
+}
+
+void CMunicipioAbierto::AvisaSinHojas()
+{
+    constexpr const char* kDeHojas = "hojas dudosas";
+    if (m_variasHojas && EsNueva("*.TOP"))
+        m_noticias.Advierte(kDeHojas, "Hay varios .TOP y ninguno es ortos.TOP, así que no se lee "
+                                      "ninguna hoja; la opción ORTOS dice cuál vale"_ansi);
+    if (!m_ortos.IsEmpty())
+        AvisaFalta(HojasDibujadas(), ", y sin él no se lee ninguna hoja"_ansi);
+}
+
+void CMunicipioAbierto::AvisaDaño(const CString& fichero, std::uint64_t dañoEn)
+{
+    if (dañoEn == CTopologiaDibujada::kSinDaño || !EsNueva(fichero))
+        return;
+    CString frase;
+    frase.Format("%s está dañado desde el byte %.0lf: lo que sigue no se lee"_ansi, fichero,
+                 static_cast<double>(dañoEn));
+    m_noticias.Advierte("ficheros dañados"_ansi, frase);
+}
+
+void CMunicipioAbierto::AvisaDibujoDañado(const CString& fichero)
+{
+    if (EsNueva(fichero))
+        m_noticias.Advierte("dibujos dañados"_ansi,
+                            fichero + " está dañado: no se leen todos sus rótulos y líneas"_ansi);
 }
 
 std::vector<CString> CMunicipioAbierto::Ficheros() const

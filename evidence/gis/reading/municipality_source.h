@@ -1,15 +1,20 @@
 #pragma once
 
 #include <optional>
+#include <set>
+#include <span>
 #include <vector>
 
 #include "evidence/drawn_polygon.h"
+#include "evidence/gis/reading/outline_extents.h"
+#include "evidence/gis/tidings.h"
 #include "evidence/municipality_files.h"
 #include "evidence/municipality_tables.h"
+#include "platform/files/any_case_name.h"
 
-/// A municipality by its list file: what the layers are made of. Each part is read whole when it is
-/// asked for first, and kept; a read that fails raises CFileException. Files that are missing or
-/// damaged are told then.
+/// A municipality by its list file: what the layers are made of. Drawings are read when they are
+/// asked for, the tables once; a read that fails raises CFileException. Files that are missing or
+/// damaged are told when they are looked at first.
 class CMunicipioAbierto {
 public:
     /// Files that don't stand where they are looked for; empty for those that do.
@@ -18,6 +23,11 @@ public:
         CString ortos;    ///< else ortos.TOP beside the list
         CString registro; ///< the log; else beside the list, named by its first line
     };
+
+    CMunicipioAbierto() = default;
+    CMunicipioAbierto(const CMunicipioAbierto&) = delete;
+    CMunicipioAbierto& operator=(const CMunicipioAbierto&) = delete;
+    ~CMunicipioAbierto(); ///< tells how much of what is wrong wasn't told one by one
 
     /// Reads the list. False where the file can't be opened, and where none of its entries has a
     /// .BIN beside it: then it is hardly a list of polygons.
@@ -34,18 +44,35 @@ public:
 
     /// What the tables say of parcels; one that isn't there says nothing.
     const CTablasLeidas& Tablas();
-    const std::vector<CPoligonoDibujado>& Poligonos();
-    const CTopologiaDibujada& Hojas();
+
+    /// The name of a file of an entry of the list, counted from 0.
+    CCadena Fichero(std::size_t entrada, const char* extension) const;
+    /// The drawing of an entry with these of its topologies; subparcels need the parcels' one.
+    CPoligonoDibujado Poligono(std::size_t entrada, std::span<const ClaseTopologia> cuales);
+    CTopologiaDibujada Hojas();
+    /// The extents of an entry's outlines as their records say them; nothing where that can't be
+    /// trusted, so that the drawing has to be asked.
+    std::optional<CExtensiones> Extensiones(std::size_t entrada, ClaseTopologia que);
+    /// The sheets' .BIN; empty where there is none.
+    CCadena HojasDibujadas() const;
+    /// Tells that an entry's drawing isn't there, or the sheets'; that a drawing can't be read to
+    /// its end.
+    void AvisaSinDibujo(std::size_t entrada);
+    void AvisaSinHojas();
+    void AvisaDibujoDañado(const CString& fichero);
 
 private:
     CNombresTablas NombresTablas() const;
-    void AvisaFaltas(const std::vector<CPoligonoDibujado>& poligonos) const;
-    void AvisaFaltas(const CTopologiaDibujada& hojas) const;
+    void AvisaFalta(const CString& fichero, const char* detras = "");
+    void AvisaDaño(const CString& fichero, std::uint64_t dañoEn);
+    bool EsNueva(const CString& fichero) { return m_dichos.insert(fichero).second; }
 
     CListaPoligonos m_lista;
     CString m_ortos;
+    bool m_variasHojas = false;
     COtrosSitios m_otros;
     std::optional<CTablasLeidas> m_tablas;
-    std::optional<std::vector<CPoligonoDibujado>> m_poligonos;
-    std::optional<CTopologiaDibujada> m_hojas;
+    CNombresEnDisco m_nombres;
+    CNoticias m_noticias;
+    std::set<CString> m_dichos; // files of which something was told
 };

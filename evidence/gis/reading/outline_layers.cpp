@@ -1,3 +1,6 @@
+#include <memory>
+#include <span>
+
 #include "evidence/drawing_findings.h"
 #include "evidence/gis/geometry.h"
 #include "evidence/gis/reading/layers.h"
@@ -7,21 +10,11 @@
 
 namespace {
 
-/// The outlines of one kind, in the order of the list and of their files.
 struct CSuyo {
     const CPoligonoDibujado* poligono; ///< null for a sheet
     const CRecintoDibujado* recinto;
     CString faltas; ///< what is wrong with it; empty as a rule
 };
-
-/// Appends the outlines of a topology.
-void Apunta(const CPoligonoDibujado* poligono, const CTopologiaDibujada& topologia,
-            ClaseTopologia que, std::vector<CSuyo>& suyos)
-{
-    const CFaltasDeRecintos faltas = FaltasDe(topologia, que);
-    for (std::size_t i = 0; i < topologia.recintos.size(); ++i)
-        suyos.push_back({poligono, &topologia.recintos[i], TextoFaltas(faltas[i])});
-}
 
 /// Islands may lie outside an outline where a drawing is at fault.
 OGREnvelope CajaDe(const CSuyo& suyo)
@@ -63,31 +56,31 @@ CListaCampos DePiezas(const CListaCampos& suyos, const CListaCampos& deTablas)
     return Une(Une(dibujados, {{"en_tablas", OFTInteger, OFSTBoolean}}), deTablas);
 }
 
-void PonComunes(OGRFeature& elemento, const CSuyo& suyo)
+void PonComunes(CElemento& elemento, const CSuyo& suyo)
 {
     const CRecintoDibujado& recinto = *suyo.recinto;
     if (recinto.posicionRotulo > 0) {
-        PonTexto(elemento, capa::kRotulo, recinto.rotulo);
-        PonTexto(elemento, capa::kCodigo, recinto.codigo);
+        elemento.PonTexto(capa::kRotulo, recinto.rotulo);
+        elemento.PonTexto(capa::kCodigo, recinto.codigo);
     }
     elemento.SetField(capa::kBorrado, recinto.borrado ? 1 : 0);
     elemento.SetField("area_registro", recinto.areaRegistro);
     elemento.SetField("area_contorno", recinto.AreaContorno());
     elemento.SetField("valido", recinto.Valido() ? 1 : 0);
-    PonTexto(elemento, "estado", NombreEstado(recinto.estado));
+    elemento.PonTexto("estado", NombreEstado(recinto.estado));
     if (!suyo.faltas.IsEmpty())
-        PonTexto(elemento, "faltas", suyo.faltas);
+        elemento.PonTexto("faltas", suyo.faltas);
     elemento.SetField(capa::kNumero, recinto.numero);
     const OGRPoint punto = EnMetros(recinto.punto);
     elemento.SetField(capa::kX, punto.getX());
     elemento.SetField(capa::kY, punto.getY());
-    elemento.SetGeometryDirectly(PoligonoDe(recinto).release());
+    elemento.SetGeometry(PoligonoDe(recinto));
 }
 
-void PonPieza(OGRFeature& elemento, const CSuyo& suyo)
+void PonPieza(CElemento& elemento, const CSuyo& suyo)
 {
     elemento.SetField(capa::kPoligono, suyo.poligono->polig);
-    PonTexto(elemento, capa::kEntrada, suyo.poligono->entrada);
+    elemento.PonTexto(capa::kEntrada, suyo.poligono->entrada);
     if (suyo.recinto->parcela >= 0) {
         elemento.SetField(capa::kParcela, suyo.recinto->parcela);
         elemento.SetField("pieza", suyo.recinto->pieza);
@@ -95,35 +88,54 @@ void PonPieza(OGRFeature& elemento, const CSuyo& suyo)
     }
 }
 
-/// All outlines of a kind.
-std::vector<CSuyo> Recoge(CMunicipioAbierto& municipio, ClaseTopologia que)
+using CRellena = std::function<void(CElemento&, const CSuyo&)>;
+
+/// The outlines of a topology as a piece of a layer.
+/// \param poligono  null for the sheets
+/// \param rellena   sets the fields that other layers don't have
+CTrozo TrozoDeTopologia(const std::shared_ptr<const CPoligonoDibujado>& poligono,
+                        const std::shared_ptr<const CTopologiaDibujada>& topologia,
+                        ClaseTopologia que, const CRellena& rellena)
 {
+    const CFaltasDeRecintos faltas = FaltasDe(*topologia, que);
     std::vector<CSuyo> suyos;
-    if (que == ClaseTopologia::Hojas) {
-        Apunta(nullptr, municipio.Hojas(), que, suyos);
-        return suyos;
-    }
-    for (const CPoligonoDibujado& poligono : municipio.Poligonos())
-        Apunta(&poligono, poligono.Topologia(que), que, suyos);
-    return suyos;
+    for (std::size_t i = 0; i < topologia->recintos.size(); ++i)
+        suyos.push_back({poligono.get(), &topologia->recintos[i], TextoFaltas(faltas[i])});
+    return TrozoDe(
+        std::move(suyos),
+        [poligono, topologia, rellena](CElemento& elemento, const CSuyo& suyo) {
+            PonComunes(elemento, suyo);
+            rellena(elemento, suyo);
+        },
+        CajaDe);
 }
 
-using CRellenaPropios = std::function<void(OGRFeature&, const CSuyo&)>;
-
-/// A layer of the outlines of a kind. \param rellena  sets the fields that others don't have
+/// A layer of the outlines of a kind, with a piece for each drawing.
 CCapaNueva CapaDeRecintos(const char* nombre, ClaseTopologia que, CMunicipioAbierto& municipio,
                           const OGRSpatialReference* referencia, const CListaCampos& campos,
-                          const CRellenaPropios& rellena)
+                          const CRellena& rellena)
 {
-    return std::make_unique<CCapa>(nombre, wkbPolygon, referencia, campos, [=, &municipio] {
-        return FuenteDe(
-            Recoge(municipio, que),
-            [=](OGRFeature& elemento, const CSuyo& suyo) {
-                PonComunes(elemento, suyo);
-                rellena(elemento, suyo);
-            },
-            CajaDe);
-    });
+    const auto lee = [=, &municipio](std::size_t entrada) {
+        constexpr ClaseTopologia kConSusParcelas[] = {ClaseTopologia::Parcelas,
+                                                      ClaseTopologia::Subparcelas};
+        const std::span<const ClaseTopologia> cuales =
+            que == ClaseTopologia::Subparcelas ? std::span<const ClaseTopologia>(kConSusParcelas)
+                                               : std::span<const ClaseTopologia>(&que, 1);
+        const auto poligono =
+            std::make_shared<const CPoligonoDibujado>(municipio.Poligono(entrada, cuales));
+        return TrozoDeTopologia(poligono, {poligono, &poligono->Topologia(que)}, que, rellena);
+    };
+    const auto mira = [=, &municipio](std::size_t entrada) -> std::optional<CCajas> {
+        const std::optional<CExtensiones> extensiones = municipio.Extensiones(entrada, que);
+        if (!extensiones)
+            return std::nullopt;
+        CCajas cajas;
+        for (const vexageo::CMaximas<int>& extension : *extensiones)
+            Ensancha(cajas.emplace_back(), {extension.Minimo, extension.Maximo});
+        return cajas;
+    };
+    return std::make_unique<CCapa>(nombre, wkbPolygon, referencia, campos,
+                                   CFuente{municipio.Lista().entradas.size(), lee, mira});
 }
 
 /// Tells whether the tables can be asked for an outline's parcel.
@@ -142,26 +154,26 @@ const CParcela* EnTablas(CMunicipioAbierto& municipio, const CSuyo& suyo)
                : nullptr;
 }
 
-void PonParcelaDeTablas(OGRFeature& elemento, const CMunicipio& tablas, const CParcela& parcela)
+void PonParcelaDeTablas(CElemento& elemento, const CMunicipio& tablas, const CParcela& parcela)
 {
     elemento.SetField("superficie", parcela.Superficie);
     elemento.SetField("participacion", parcela.ParticiPrincipal());
-    PonTexto(elemento, "clave_conc", CString(std::string(1, parcela.claveConc)).TrimRight());
+    elemento.PonTexto("clave_conc", CString(std::string(1, parcela.claveConc)).TrimRight());
     if (const int titular = parcela.TitularPrincipal(); titular >= 0) {
-        PonTexto(elemento, "titular", CString(tablas.DameTitular(titular).Nombre).TrimRight());
-        PonTexto(elemento, "dni", CString(tablas.DameTitular(titular).DNI).TrimRight());
+        elemento.PonTexto("titular", CString(tablas.DameTitular(titular).Nombre).TrimRight());
+        elemento.PonTexto("dni", CString(tablas.DameTitular(titular).DNI).TrimRight());
     }
     if (parcela.paraje >= 0)
-        PonTexto(
-            elemento, "paraje",
+        elemento.PonTexto(
+            "paraje",
             CString(tablas.Parajes()[static_cast<std::size_t>(parcela.paraje)].Nombre).TrimRight());
 }
 
-void PonSubparcelaDeTablas(OGRFeature& elemento, const CSubparcela& subparcela)
+void PonSubparcelaDeTablas(CElemento& elemento, const CSubparcela& subparcela)
 {
     elemento.SetField("superficie", subparcela.superfic);
-    PonTexto(elemento, "tipo", CString(std::string(1, subparcela.tipo)).TrimRight());
-    PonTexto(elemento, "calificacion", CString(subparcela.cE).TrimRight());
+    elemento.PonTexto("tipo", CString(std::string(1, subparcela.tipo)).TrimRight());
+    elemento.PonTexto("calificacion", CString(subparcela.cE).TrimRight());
     elemento.SetField("clase", subparcela.iE);
 }
 
@@ -176,7 +188,7 @@ CCapaNueva CapaParcelas(CMunicipioAbierto& municipio, const OGRSpatialReference*
                                               {"paraje", OFTString},
                                               {"clave_conc", OFTString}});
     return CapaDeRecintos(capa::kParcelas, ClaseTopologia::Parcelas, municipio, referencia, campos,
-                          [&municipio](OGRFeature& elemento, const CSuyo& suyo) {
+                          [&municipio](CElemento& elemento, const CSuyo& suyo) {
                               PonPieza(elemento, suyo);
                               if (!HayTablas(municipio, suyo))
                                   return;
@@ -196,10 +208,10 @@ CCapaNueva CapaSubparcelas(CMunicipioAbierto& municipio, const OGRSpatialReferen
                                                                        {"clase", OFTInteger}});
     return CapaDeRecintos(
         capa::kSubparcelas, ClaseTopologia::Subparcelas, municipio, referencia, campos,
-        [&municipio](OGRFeature& elemento, const CSuyo& suyo) {
+        [&municipio](CElemento& elemento, const CSuyo& suyo) {
             PonPieza(elemento, suyo);
             if (suyo.recinto->Valido())
-                PonTexto(elemento, capa::kLetra, suyo.recinto->letra);
+                elemento.PonTexto(capa::kLetra, suyo.recinto->letra);
             if (!HayTablas(municipio, suyo))
                 return;
             const CParcela* parcela = EnTablas(municipio, suyo);
@@ -223,8 +235,12 @@ CCapaNueva CapaPoligonos(CMunicipioAbierto& municipio, const OGRSpatialReference
 CCapaNueva CapaHojas(CMunicipioAbierto& municipio, const OGRSpatialReference* referencia)
 {
     const CListaCampos campos = Une({{capa::kHoja, OFTString}}, Comunes());
-    return CapaDeRecintos(capa::kHojas, ClaseTopologia::Hojas, municipio, referencia, campos,
-                          [](OGRFeature& elemento, const CSuyo& suyo) {
-                              PonTexto(elemento, capa::kHoja, suyo.recinto->rotulo);
-                          });
+    const auto rellena = [](CElemento& elemento, const CSuyo& suyo) {
+        elemento.PonTexto(capa::kHoja, suyo.recinto->rotulo);
+    };
+    const auto lee = [=, &municipio](std::size_t /*trozo*/) {
+        const auto hojas = std::make_shared<const CTopologiaDibujada>(municipio.Hojas());
+        return TrozoDeTopologia(nullptr, hojas, ClaseTopologia::Hojas, rellena);
+    };
+    return std::make_unique<CCapa>(capa::kHojas, wkbPolygon, referencia, campos, CFuente{1, lee});
 }

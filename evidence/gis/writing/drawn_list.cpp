@@ -97,6 +97,12 @@ bool CListaDibujada::Tiene(const CString& entrada) const
     return m_entradas.contains(entrada);
 }
 
+const CString* CListaDibujada::PorVista(const char* entrada) const
+{
+    const auto suya = m_porVista.find(entrada);
+    return suya == m_porVista.end() ? nullptr : &suya->second;
+}
+
 bool CListaDibujada::FijaMunicipio(const CPLStringList& opciones, const char* delOrigen)
 {
     std::optional<CString> cabecera = CabeceraPorNumeros(opciones);
@@ -134,9 +140,8 @@ void CListaDibujada::PonComoEnLaLista(CDePoligono& de) const
 {
     if (!de.nombrada || Tiene(de.entrada))
         return;
-    const auto suya = m_porVista.find(ansi::AUtf8(de.entrada));
-    if (suya != m_porVista.end())
-        de.entrada = suya->second;
+    if (const CString* suya = PorVista(ansi::AUtf8(de.entrada).c_str()))
+        de.entrada = *suya;
 }
 
 bool CListaDibujada::SituaEntradas(const CModoDibujo& modo, std::vector<CRecintoEntrante>& recintos,

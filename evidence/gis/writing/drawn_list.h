@@ -27,6 +27,9 @@ public:
 
     bool Estaba() const { return m_estaba; }
     bool Tiene(const CString& entrada) const;
+    const std::set<CString>& Entradas() const { return m_entradas; }
+    /// The name that looks like this one, which is UTF-8; null for none.
+    const CString* PorVista(const char* entrada) const;
 
     /// Gives each outline and entity the name of its polygon's files: of one that tells its number
     /// alone, the name that the list, or another of them, has for it. What contradicts itself is

@@ -1,5 +1,6 @@
 #include "evidence/gis/writing/write_dataset.h"
 
+#include <algorithm>
 #include <map>
 #include <set>
 
@@ -193,13 +194,58 @@ std::vector<CPedidoDibujo> CMunicipioNuevo::Pedidos()
     return pedidos;
 }
 
+/// Tells whether a polygon has outlines of a layer that the source has.
+bool CMunicipioNuevo::HayQueQuitar(const CString& entrada) const
+{
+    const CString base = CCadena(m_lista).DamePath() + entrada;
+    return std::any_of(DePoligono().begin(), DePoligono().end(), [&](ClaseTopologia clase) {
+        CFile fichero;
+        return m_traidas.Hay(clase) &&
+               AbreSiHay(fichero, ConExtension(base, ExtensionDe(clase)), CFile::anyCase) &&
+               fichero.GetLength() > 0;
+    });
+}
+
+/// A polygon all of whose outlines were deleted and one that the source never had look alike.
+bool CMunicipioNuevo::PideVacios(const CListaDibujada& lista, const std::set<CString>& nombradas,
+                                 std::vector<CPedidoDibujo>& pedidos)
+{
+    const char* vacia = m_opciones.FetchNameValueDef(opcion::kVacia, "");
+    const bool todos = EQUAL(vacia, opcion::kTodos);
+    const CPLStringList dichos(
+        CSLTokenizeString2(todos ? "" : vacia, ",", CSLT_STRIPLEADSPACES | CSLT_STRIPENDSPACES));
+    std::set<CString> vacios;
+    for (int i = 0; i < dichos.size(); ++i) {
+        const CString* entrada = lista.PorVista(dichos[i]);
+        if (entrada == nullptr || nombradas.contains(*entrada)) {
+            FallaCon(entrada == nullptr
+                         ? "La opción VACIA nombra %s, que no está en la lista"_ansi
+                         : "La opción VACIA nombra %s, y el origen trae recintos suyos"_ansi,
+                     AnsiParaDecir(dichos[i]));
+            return false;
+        }
+        vacios.insert(*entrada);
+    }
+    for (const CString& entrada : lista.Entradas()) {
+        if (nombradas.contains(entrada) || !HayQueQuitar(entrada))
+            continue;
+        if (todos || vacios.contains(entrada))
+            pedidos.push_back(PedidoDe(entrada, DePoligono()));
+        else
+            m_noticias.Apunta("polígonos de la lista que el origen no nombra y se quedan como "
+                              "están; la opción VACIA los vacía"_ansi,
+                              entrada);
+    }
+    return true;
+}
+
 bool CMunicipioNuevo::Graba()
 {
     SanaConjuntos({m_lista});
     CListaDibujada lista(m_lista, m_sustituye);
     if (!lista.FijaMunicipio(m_opciones, GetMetadataItem(opcion::kCabecera)))
         return false;
-    if (m_recintos.empty() && m_entidades.empty()) {
+    if (m_recintos.empty() && m_entidades.empty() && !m_opciones.FetchNameValue(opcion::kVacia)) {
         Falla("No hay ningún recinto que dibujar"_ansi);
         return false;
     }
@@ -220,6 +266,7 @@ bool CMunicipioNuevo::Graba()
     for (const CString& dejada : dejadas)
         if (lista.Tiene(dejada) && nombradas.insert(dejada).second)
             pedidos.push_back(PedidoDe(dejada, DePoligono()));
+    bien = PideVacios(lista, nombradas, pedidos) && bien;
     for (CPedidoDibujo& pedido : pedidos) {
         const bool estaba = lista.Estaba() && lista.Tiene(pedido.nombre);
         const CString base = CCadena(m_lista).DamePath() + pedido.nombre;
@@ -258,7 +305,7 @@ bool CMunicipioNuevo::GrabaHojas(CConjuntoSalidas& salidas)
     const CString carpeta = CCadena(m_lista).DamePath();
     CString nombre = m_opciones.FetchNameValueDef(opcion::kOrtos, "");
     if (nombre.IsEmpty() && !m_sustituye)
-        nombre = BaseDe(BuscaHojas(carpeta));
+        nombre = BaseDe(BuscaHojas(carpeta).nombre);
     if (nombre.IsEmpty())
         nombre = "ortos";
     CPedidoDibujo pedido = PedidoDe(nombre, {ClaseTopologia::Hojas});

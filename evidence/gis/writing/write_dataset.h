@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <set>
 #include <vector>
 
 #include "evidence/gis/gdal_versions.h"
@@ -34,6 +35,11 @@ private:
     bool SiNo(const char* opcion) const;
     CPedidoDibujo PedidoDe(const CString& nombre, std::vector<ClaseTopologia> clases) const;
     std::vector<CPedidoDibujo> Pedidos();
+    /// Appends those polygons of the list that become empty, and tells of the others that the
+    /// source doesn't name. False, which was told, where the option for it names a wrong one.
+    bool PideVacios(const CListaDibujada& lista, const std::set<CString>& nombradas,
+                    std::vector<CPedidoDibujo>& pedidos);
+    bool HayQueQuitar(const CString& entrada) const;
     bool Graba(); ///< false, which was told, where nothing is to be written
     // They make a drawing, and give false where something was refused, which was told.
     bool GrabaPoligono(const CString& base, bool estaba, CPedidoDibujo pedido,

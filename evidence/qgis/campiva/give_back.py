@@ -13,7 +13,8 @@ from .changes import compara, resumen
 from .municipality import Municipio
 
 _CASILLAS = (("PIEZAS=SI", "Escribir también parcelas y letras que están en varios &recintos"),
-             ("INVALIDOS=SI", "Dejar &fuera los recintos que no se pueden dibujar, en vez de no escribir nada"))
+             ("INVALIDOS=SI", "Dejar &fuera los recintos que no se pueden dibujar, en vez de no escribir nada"),
+             ("VACIA=TODOS", "&Vaciar los polígonos de los que no queda nada en la copia"))
 _GANAN = (("Si un rótulo contradice a los números, no escribir nada", ""),
           ("Si un rótulo contradice a los números, valen los números", "GANAN=NUMEROS"),
           ("Si un rótulo contradice a los números, vale el rótulo", "GANAN=ROTULOS"))

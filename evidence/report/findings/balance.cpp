@@ -55,17 +55,22 @@ bool CBalance::HayPerdidas() const
     });
 }
 
-void Coteja(std::vector<CClaveRegistro> esperados, std::vector<CClaveRegistro> hallados,
-            CPartida& partida)
+void Coteja(const std::vector<CClaveRegistro>& esperados,
+            const std::vector<CClaveRegistro>& hallados, CPartida& partida)
 {
-    std::sort(esperados.begin(), esperados.end());
-    std::sort(hallados.begin(), hallados.end());
-    auto esperado = esperados.begin();
-    auto hallado = hallados.begin();
-    while (esperado != esperados.end() || hallado != hallados.end()) {
-        if (hallado == hallados.end() || (esperado != esperados.end() && *esperado < *hallado))
+    // As a rule all stands on both sides in one order; only what comes behind that is sorted.
+    const auto [desdeEsperado, desdeHallado] =
+        std::mismatch(esperados.begin(), esperados.end(), hallados.begin(), hallados.end());
+    std::vector<CClaveRegistro> quedan(desdeEsperado, esperados.end());
+    std::vector<CClaveRegistro> sobran(desdeHallado, hallados.end());
+    std::sort(quedan.begin(), quedan.end());
+    std::sort(sobran.begin(), sobran.end());
+    auto esperado = quedan.begin();
+    auto hallado = sobran.begin();
+    while (esperado != quedan.end() || hallado != sobran.end()) {
+        if (hallado == sobran.end() || (esperado != quedan.end() && *esperado < *hallado))
             partida.Faltan(1, *esperado++);
-        else if (esperado == esperados.end() || *hallado < *esperado)
+        else if (esperado == quedan.end() || *hallado < *esperado)
             partida.Faltan(-1, *hallado++);
         else
             ++esperado, ++hallado;

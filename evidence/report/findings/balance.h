@@ -83,8 +83,8 @@ struct CBalance {
 
 /// Holds records that should be there against records that are, and notes in the part what is
 /// missing and what is too much.
-void Coteja(std::vector<CClaveRegistro> esperados, std::vector<CClaveRegistro> hallados,
-            CPartida& partida);
+void Coteja(const std::vector<CClaveRegistro>& esperados,
+            const std::vector<CClaveRegistro>& hallados, CPartida& partida);
 
 /// What a person calls a record by, in UTF-8.
 std::string Nombra(const CClaveRegistro& clave);

@@ -98,7 +98,7 @@ CPartida CBalanceIda::Empieza(Partida que, std::string lineas, const CEntradaLei
                                   [&](std::string_view fila) { halladas.push_back(clave(fila)); });
     partida.Sale(Filas(tabla), static_cast<std::int64_t>(halladas.size()));
     if (hay)
-        Coteja(clase.quedan, std::move(halladas), partida);
+        Coteja(clase.quedan, halladas, partida);
     else
         partida.noSePuede = "no está " + std::string(NombreTabla(tabla));
     return partida;
@@ -231,7 +231,7 @@ CPartida CBalanceIda::Vinculos() const
         partida.Sale("de parcelas descartadas", m_leida.vinculos.sinEfecto);
     }
     if (partida.SePuedeDecir())
-        Coteja(m_leida.vinculos.quedan, std::move(hallados), partida);
+        Coteja(m_leida.vinculos.quedan, hallados, partida);
     return partida;
 }
 

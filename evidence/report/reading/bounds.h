@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 
 // How much a page tells. A run may leave a million messages and drawings of as many points; a page
 // that a browser is to open at once, and a person to read, has the first of everything and the
@@ -39,6 +40,18 @@ inline constexpr std::size_t kTiposNombrados = 12;
 inline constexpr std::size_t kPuntosDePagina = 250'000;
 inline constexpr std::size_t kPuntosDeMapa = 60'000;
 inline constexpr std::size_t kPuntosSinMensajes = 50'000;
+
+// Changes against another state: rows of each of their tables. The sheet (--cambios) has all.
+inline constexpr std::size_t kFilasCambios = 150;
+inline constexpr std::size_t kParcelasDeReparto = 12; // that a split or a join names
+
+// Splits and joins. So many new parcels of a polygon, and as many of them at a time, are tried in
+// any order: with more of them some sum fits by chance. Below so many square metres a difference is
+// no split. The steps of all polygons together take a tenth of a second.
+inline constexpr std::size_t kPiezasSueltas = 12;
+inline constexpr std::size_t kPiezasDeUna = 5;
+inline constexpr std::int64_t kMetrosDeReparto = 20;
+inline constexpr std::int64_t kPasosDeReparto = 20'000'000;
 
 // Lines at the start of an input that tell a list of subparcels from an exchange file.
 inline constexpr int kLineasParaConocer = 500;

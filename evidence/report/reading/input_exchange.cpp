@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "cadastre/database.h"
 #include "cadastre/exchange_lines.h"
 #include "evidence/report/reading/input_lines.h"
@@ -9,7 +11,7 @@ namespace informe {
 namespace {
 
 struct CParcelaLeida {
-    int polig;
+    short polig;
     int parcela;
     int numParaje;
     int numImputa;
@@ -21,6 +23,13 @@ struct CTitularLeido {
     int indice;
     int municipio;
 };
+
+/// Links a parcel to a holder. False where it has that one already.
+bool Enlaza(CParcela& parcela, int titular)
+{
+    const int vinculos = static_cast<int>(parcela.Cotitulares().size());
+    return parcela.InsertaCotitular(titular, vinculos, 0, {}) == 1;
+}
 
 class CLectorCatastro {
 public:
@@ -50,7 +59,6 @@ private:
     std::vector<CParcelaLeida> m_parcelas;
     std::vector<CClaveRegistro> m_subparcelas;
     std::vector<CTitularLeido> m_titulares;
-    std::map<std::pair<int, int>, int> m_porNumeros; // parcels that are kept, by their numbers
 };
 
 void CLectorCatastro::Toma(std::string_view linea, bool esTrozo)
@@ -144,11 +152,13 @@ void CLectorCatastro::Acaba()
 
 void CLectorCatastro::AsientaParcelas()
 {
+    CMunicipio& municipio = Municipio();
     for (const CParcelaLeida& leida : m_parcelas) {
-        if (Municipio().BuscaParaje(leida.numParaje) < 0 || leida.polig < 1 || leida.parcela < 1)
-            continue; // told by E102 or E207
-        const int indice = static_cast<int>(m_porNumeros.size());
-        if (m_porNumeros.emplace(std::pair(leida.polig, leida.parcela), indice).second)
+        if (municipio.BuscaParaje(leida.numParaje) < 0)
+            continue; // told by E102
+        const std::size_t antes = municipio.NumParcelas();
+        municipio.InsertaParcela(CParcela(leida.polig, leida.parcela));
+        if (municipio.NumParcelas() > antes) // else told by E207, or repeated
             m_leida.parcelas.quedan.push_back(
                 CClaveRegistro::DeParcela(leida.polig, leida.parcela));
     }
@@ -156,28 +166,28 @@ void CLectorCatastro::AsientaParcelas()
 
 void CLectorCatastro::AsientaSubparcelas()
 {
+    int indice = kNoEncontrado;
     for (CClaveRegistro& clave : m_subparcelas)
-        if (m_porNumeros.contains({clave.Polig(), clave.Parcela()}))
+        if (Municipio().BuscaParcela(clave.Polig(), clave.Parcela(), indice))
             m_leida.subparcelas.quedan.push_back(std::move(clave));
 }
 
 void CLectorCatastro::AsientaVinculos()
 {
-    std::multimap<int, int> porNumero; // indices of holders
-    for (const CTitularLeido& titular : m_titulares)
-        if (titular.municipio == m_municipio)
-            porNumero.emplace(titular.numero, titular.indice);
-    std::set<std::pair<int, int>> hechos; // parcel and holder
+    CMunicipio& municipio = Municipio();
+    std::erase_if(m_titulares, [&](const CTitularLeido& t) { return t.municipio != m_municipio; });
+    std::ranges::stable_sort(m_titulares, {}, &CTitularLeido::numero);
     for (const CParcelaLeida& leida : m_parcelas) {
         if (!leida.enlaza)
             continue;
-        const auto parcela = m_porNumeros.find({leida.polig, leida.parcela});
-        const auto [desde, hasta] = porNumero.equal_range(leida.numImputa);
-        for (auto titular = desde; titular != hasta; ++titular) {
+        int parcela = kNoEncontrado;
+        const bool hayParcela = municipio.BuscaParcela(leida.polig, leida.parcela, parcela);
+        for (const CTitularLeido& titular :
+             std::ranges::equal_range(m_titulares, leida.numImputa, {}, &CTitularLeido::numero)) {
             ++m_leida.vinculos.lineas;
-            if (parcela == m_porNumeros.end())
+            if (!hayParcela)
                 ++m_leida.vinculos.sinEfecto;
-            else if (hechos.emplace(parcela->second, titular->second).second)
+            else if (Enlaza(municipio.DameParcela(parcela), titular.indice))
                 m_leida.vinculos.quedan.push_back(
                     CClaveRegistro::DeParcela(leida.polig, leida.parcela));
         }

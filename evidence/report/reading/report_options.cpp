@@ -16,6 +16,7 @@ constexpr struct {
     {"--csv", &COpciones::csv},         {"--lista", &COpciones::lista},
     {"--entrada", &COpciones::entrada}, {"--tablas", &COpciones::tablas},
     {"--ortos", &COpciones::ortos},     {"--json", &COpciones::json},
+    {"--contra", &COpciones::contra},   {"--cambios", &COpciones::cambios},
     {"--resumen", &COpciones::resumen},
 };
 
@@ -27,13 +28,20 @@ constexpr struct {
 constexpr struct {
     std::string_view nombre;
     bool COpciones::*valor;
-} kSinValor[] = {{"--detenido", &COpciones::detenido},
-                 {"--estricto", &COpciones::estricto},
-                 {"--sin-informes", &COpciones::sinInformes}};
+} kSinValor[] = {
+    {"--detenido", &COpciones::detenido},
+    {"--estricto", &COpciones::estricto},
+    {"--ensayo", &COpciones::ensayo},
+    {"--conserva", &COpciones::conserva},
+    {"--crea", &COpciones::crea},
+    {"--concentradas", &COpciones::concentradas},
+    {"--sin-informes", &COpciones::sinInformes},
+};
 
 bool TieneAlgunValor(const COpciones& opciones)
 {
     return !opciones.con.empty() || !opciones.escritos.empty() || opciones.detenido ||
+           opciones.ensayo ||
            std::any_of(std::begin(kConValor), std::end(kConValor),
                        [&](const auto& opcion) { return !(opciones.*opcion.valor).IsEmpty(); });
 }
@@ -44,7 +52,9 @@ std::string ReparaResumen(COpciones opciones)
     if (!opciones.registros.empty())
         return "--resumen es de un lote, y no de registros";
     opciones.html = opciones.csv = opciones.json = opciones.resumen = CString();
-    return TieneAlgunValor(opciones) ? "con --resumen sólo caben --html, --csv y --json" : "";
+    const bool deEnsayo = opciones.conserva || opciones.crea || opciones.concentradas;
+    return TieneAlgunValor(opciones) || deEnsayo ? "con --resumen sólo caben --html, --csv y --json"
+                                                 : "";
 }
 
 std::string Repara(const COpciones& opciones)
@@ -61,6 +71,13 @@ std::string Repara(const COpciones& opciones)
         return "con varios registros no caben opciones, que son de uno solo";
     if (!opciones.entrada.IsEmpty() && !opciones.lista.IsEmpty())
         return "--entrada es de la ida y --lista de la vuelta: un registro es de una de las dos";
+    if (!opciones.cambios.IsEmpty() && opciones.contra.IsEmpty() && !opciones.ensayo)
+        return "--cambios da los de --contra o --ensayo, que faltan";
+    if (!opciones.ensayo && (opciones.conserva || opciones.crea || opciones.concentradas))
+        return "--conserva, --crea y --concentradas son de --ensayo";
+    if (opciones.ensayo && (opciones.detenido || !opciones.escritos.empty() ||
+                            !(opciones.entrada + opciones.lista).IsEmpty()))
+        return "con --ensayo va la lista en lugar del registro, y no hay nada escrito";
     return {};
 }
 
@@ -105,6 +122,12 @@ bool TomaOpcion(std::span<const std::string> argumentos, std::size_t& i, COpcion
 
 } // namespace
 
+bool COpciones::DicenDeUnProceso() const
+{
+    return !con.empty() || !escritos.empty() || detenido ||
+           !(entrada + lista + tablas + ortos + geojson).IsEmpty();
+}
+
 std::ptrdiff_t COpciones::PorLaSalida() const
 {
     std::vector<CString> salidas = Otras();
@@ -134,6 +157,15 @@ la entrada o a la lista.
   --tablas CARPETA la carpeta de las seis tablas: Modulos.txt, Titulares.txt,
                    Parcelas.txt, Subparcelas.txt, Parajes.txt, Cotitulares.txt
   --ortos F        el gráfico de las ortofotos (.TOP o .BIN)
+  --contra F       compara lo que dejó el proceso con otro estado del municipio: un
+                   fichero de Catastro, un fichero R o una carpeta de tablas. En
+                   lugar del registro puede ir otro estado, sin más proceso
+  --cambios F      todos los cambios de --contra o --ensayo, en una hoja
+  --ensayo         hace la vuelta aparte, con Modificar, y dice lo que cambiaría en
+                   las tablas; no cambia nada. En lugar del registro va la lista
+  --conserva       el ensayo conserva las parcelas que no están en el gráfico
+  --crea           el ensayo crea las que sólo están en el gráfico
+  --concentradas   el ensayo da a las concentradas la superficie del gráfico
   --con F          otro fichero que leyó o escribió el proceso; qué es, se ve
                    en él. Puede ir varias veces
   --escrito F      lo mismo, de un fichero que escribió el proceso

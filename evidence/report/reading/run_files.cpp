@@ -75,13 +75,6 @@ CString BuscaLista(const CString& carpeta, const CString& base)
     });
 }
 
-CString BuscaOrtos(const CString& carpeta)
-{
-    return BuscaEn(carpeta, [](const CString& ruta) {
-        return ClaseDeExtension(ExtensionDe(ruta)) == ClaseTopologia::Hojas;
-    });
-}
-
 /// The name of the log without folder and extension, of one too that was kept beside the next one.
 CString BaseDelRegistro(const CString& registro)
 {
@@ -175,7 +168,7 @@ void SituaDibujos(const CString& ortos, CFicheros& ficheros)
     CListaPoligonos& lista = ficheros.lista;
     lista.cabecera = LeeCabeceraLista(PrimeraLinea(lista.nombre));
     lista.carpeta = CCadena(lista.nombre).DamePath();
-    ficheros.ortos = ortos.IsEmpty() ? BuscaOrtos(lista.carpeta) : ortos;
+    ficheros.ortos = ortos.IsEmpty() ? BuscaHojas(lista.carpeta).nombre : ortos;
     ficheros.entrada = CString();
     const auto salida = [&](const char* extension) {
         return FicheroDeLista(lista.carpeta, ficheros.base, extension);

@@ -181,7 +181,7 @@ void Cuerpo(CMarcas& marcas, const CResumenLote& resumen, const CFirma& firma,
                             " más, que están en la hoja y cuentan en la suma.");
         });
     });
-    Pie(marcas, firma.hecho, firma.version);
+    PonPie(marcas, firma.version, firma.hecho);
     Guion(marcas, kGuionOrden);
 }
 
@@ -190,7 +190,7 @@ void Cuerpo(CMarcas& marcas, const CResumenLote& resumen, const CFirma& firma,
 void EscribePaginaLote(const CResumenLote& resumen, const CFirma& firma, const CString& pagina,
                        const CEscribe& escribe)
 {
-    EscribeDocumento("Resumen de " + Texto(NombreSuyo(resumen.carpeta)), escribe,
+    EscribeDocumento(escribe, "Resumen de " + Texto(NombreSuyo(resumen.carpeta)), "",
                      [&](CMarcas& marcas) { Cuerpo(marcas, resumen, firma, pagina); });
 }
 

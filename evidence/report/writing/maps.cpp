@@ -23,6 +23,7 @@ void CMapas::TomaSilueta(const CPoligonoDibujado& poligono, const std::string& a
     if (silueta.contornos.empty())
         return;
     silueta.conMensajes = HayMensajes(poligono);
+    silueta.cambios = m_cambios.CuantasEn(poligono.polig);
     for (const CPerdidas* perdidas : {&m_perdidas, &std::as_const(m_sinEscribir)}) {
         const auto hasta = perdidas->lower_bound({poligono.polig + 1, 0});
         for (auto una = perdidas->lower_bound({poligono.polig, 0}); una != hasta; ++una) {
@@ -36,7 +37,8 @@ void CMapas::TomaSilueta(const CPoligonoDibujado& poligono, const std::string& a
 void CMapas::Toma(const CPoligonoDibujado& poligono)
 {
     const std::size_t gastados = topes::kPuntosDePagina - m_presupuesto.puntos;
-    if (gastados > topes::kPuntosSinMensajes && !HayMensajes(poligono)) {
+    if (gastados > topes::kPuntosSinMensajes && !HayMensajes(poligono) &&
+        m_cambios.CuantasEn(poligono.polig) == 0) {
         ++m_sinMapa;
         TomaSilueta(poligono, {});
         return;
@@ -47,7 +49,7 @@ void CMapas::Toma(const CPoligonoDibujado& poligono)
         {ancla,
          "Polígono " + std::to_string(poligono.polig) + " (" + Texto(poligono.entrada) + ")" +
              (falta.empty() ? "" : ": " + falta),
-         MapaSvg(poligono, m_indice, m_perdidas, m_anclas, m_presupuesto, m_dibujados)});
+         MapaSvg(poligono, m_indice, m_perdidas, m_cambios, m_anclas, m_presupuesto, m_dibujados)});
     TomaSilueta(poligono, ancla);
 }
 

@@ -23,10 +23,11 @@ public:
     /// \param anclas  gets the places that the maps have
     /// \param perdidas     the parcels that lose surface by their outlines; grows as polygons come
     /// \param sinEscribir  those of the tables that weren't written
+    /// \param cambios      must stay as they are
     CMapas(const CIndiceAvisos& indice, const CPerdidas& perdidas, CPerdidas sinEscribir,
-           CAnclas& anclas)
+           CMarcasDeCambio cambios, CAnclas& anclas)
         : m_indice(indice), m_perdidas(perdidas), m_sinEscribir(std::move(sinEscribir)),
-          m_anclas(anclas)
+          m_cambios(cambios), m_anclas(anclas)
     {
     }
 
@@ -42,6 +43,7 @@ private:
     const CIndiceAvisos& m_indice;
     const CPerdidas& m_perdidas;
     CPerdidas m_sinEscribir;
+    CMarcasDeCambio m_cambios;
     CAnclas& m_anclas;
     CPresupuesto m_presupuesto;
     std::vector<CMapaHecho> m_mapas;

@@ -17,4 +17,9 @@ std::string LoteEnJson(const CResumenLote& /*resumen*/, const CFirma& /*firma*/)
     return {};
 }
 
+std::string CambiosEnJson(const CContenidoCambios& /*contenido*/)
+{
+    return {};
+}
+
 } // namespace informe

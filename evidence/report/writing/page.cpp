@@ -69,6 +69,8 @@ void Cifras(CMarcas& marcas, const CContenido& contenido)
 void Indice(CMarcas& marcas, const CContenido& contenido)
 {
     std::vector<CSeccion> secciones = {seccion::kAsuntos, seccion::kBalance};
+    if (contenido.contraste != nullptr)
+        secciones.insert(secciones.begin(), seccion::kCambios);
     if (!contenido.mapas.empty())
         secciones.push_back(seccion::kMapas);
     if (contenido.HayMensajes())
@@ -86,7 +88,9 @@ void Indice(CMarcas& marcas, const CContenido& contenido)
 void Cabecera(CMarcas& marcas, const CContenido& contenido)
 {
     const CFicheros& ficheros = contenido.proceso.ficheros;
-    marcas.Linea().Bloque("p", {{"class", "sobre"}}, "Informe del proceso");
+    marcas.Linea().Bloque("p", {{"class", "sobre"}},
+                          contenido.ensayo ? "Ensayo: no se ha cambiado nada"
+                                           : "Informe del proceso");
     marcas.Bloque("h1", {}, Texto(ficheros.base));
     marcas.Bloque("p", {{"class", "sentido"}}, NombreSentido(ficheros.sentido));
     Cifras(marcas, contenido);
@@ -100,7 +104,7 @@ void SeccionMapas(const CContenido& contenido, CMarcas& marcas)
     if (contenido.mapas.empty())
         return;
     PonSeccion(marcas, seccion::kMapas, [&] {
-        PonLeyenda(marcas);
+        PonLeyenda(marcas, contenido.contraste != nullptr);
         for (const CMapaHecho& mapa : contenido.mapas)
             marcas.Bloque("article", {{"class", "poligono"}, {"id", mapa.ancla}}, [&] {
                 marcas.Elemento("h3", {}, mapa.titulo).Linea().Hecho(mapa.marcas);
@@ -113,11 +117,11 @@ void Cuerpo(CMarcas& marcas, const CContenido& contenido)
     marcas.Linea().Bloque("header", {}, [&] { Cabecera(marcas, contenido); });
     marcas.Bloque("main", {}, [&] {
         marcas.Linea();
-        for (const auto pon : {SeccionAsuntos, SeccionBalance, SeccionMapas, SeccionNumeros,
-                               SeccionMensajes, SeccionFicheros})
+        for (const auto pon : {SeccionCambios, SeccionAsuntos, SeccionBalance, SeccionMapas,
+                               SeccionNumeros, SeccionMensajes, SeccionFicheros})
             pon(contenido, marcas);
     });
-    Pie(marcas, contenido.hecho, contenido.version);
+    PonPie(marcas, contenido.version, contenido.hecho);
     Guion(marcas, kGuionOrden);
     Guion(marcas, kGuion);
     if (!contenido.mapas.empty())
@@ -128,7 +132,8 @@ void Cuerpo(CMarcas& marcas, const CContenido& contenido)
 
 void EscribePagina(const CContenido& contenido, const CEscribe& escribe)
 {
-    EscribeDocumento("Informe de " + Texto(contenido.proceso.ficheros.base), escribe,
+    EscribeDocumento(escribe, "Informe de " + Texto(contenido.proceso.ficheros.base),
+                     contenido.contraste == nullptr ? "" : kEstiloCambios,
                      [&](CMarcas& marcas) { Cuerpo(marcas, contenido); });
 }
 

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "evidence/report/findings/changes/contrast.h"
 #include "evidence/report/findings/drawn_balance.h"
 #include "evidence/report/findings/matters.h"
 #include "evidence/report/findings/run_evidence.h"
@@ -28,6 +29,8 @@ struct CContenido {
     std::optional<CBalanceDibujo> dibujo; ///< of a way back
     CAsuntos asuntos;
     std::vector<CMapaHecho> mapas;
+    bool ensayo = false;                   ///< the run was only tried
+    const CContraste* contraste = nullptr; ///< null where nothing is compared with the run
 
     /// A surface that was lost, as all that is told begins with it: "127,4 ha" and "no cuentan, en
     /// 44 parcelas de varios recintos".
@@ -54,6 +57,18 @@ struct CContenido {
 
 /// Writes the page, HTML in UTF-8, piece by piece. Throws what `escribe` throws.
 void EscribePagina(const CContenido& contenido, const CEscribe& escribe);
+
+/// The page of two states without a run.
+struct CContenidoCambios {
+    std::string version;
+    std::time_t hecho = 0;
+    std::string nombre; ///< what the newer state is called by
+    const CContraste& contraste;
+};
+void EscribePagina(const CContenidoCambios& contenido, const CEscribe& escribe);
+
+/// What the terminal is told of it, UTF-8.
+std::string Resumen(const CContraste& contraste, const CString& pagina);
 
 /// What the terminal is told, UTF-8: the log in a line, its messages by number, and where the page
 /// is.

@@ -6,6 +6,8 @@ namespace informe {
 
 /// How the page looks.
 extern const char* const kEstilo;
+/// What it needs beside that for changes against another state.
+extern const char* const kEstiloCambios;
 /// The lines that have the heads of long tables sort them. The page is read without these and the
 /// next ones as well.
 extern const char* const kGuionOrden;

@@ -15,7 +15,7 @@ constexpr const char* kPolitica =
     "form-action 'none'";
 
 /// The head of the document, which asks nothing of the network.
-void Cabeza(CMarcas& marcas, const std::string& titulo)
+void Cabeza(CMarcas& marcas, const std::string& titulo, const char* estilo)
 {
     marcas.Linea().Suelto("meta", {{"charset", "utf-8"}}).Linea();
     marcas.Suelto("meta", {{"http-equiv", "Content-Security-Policy"}, {"content", kPolitica}})
@@ -24,25 +24,25 @@ void Cabeza(CMarcas& marcas, const std::string& titulo)
         .Suelto("meta", {{"name", "viewport"}, {"content", "width=device-width, initial-scale=1"}})
         .Linea();
     marcas.Bloque("title", {}, titulo);
-    marcas.Bloque("style", {}, [&] { marcas.Linea().Hecho(kEstilo); });
+    marcas.Bloque("style", {}, [&] { marcas.Linea().Hecho(kEstilo).Hecho(estilo); });
 }
 
 } // namespace
 
-void EscribeDocumento(const std::string& titulo, const CEscribe& escribe,
+void EscribeDocumento(const CEscribe& escribe, const std::string& titulo, const char* estilo,
                       const std::function<void(CMarcas&)>& cuerpo)
 {
     CMarcas marcas(escribe);
     marcas.Hecho("<!DOCTYPE html>\n");
     marcas.Bloque("html", {{"lang", "es"}}, [&] {
         marcas.Linea();
-        marcas.Bloque("head", {}, [&] { Cabeza(marcas, titulo); });
+        marcas.Bloque("head", {}, [&] { Cabeza(marcas, titulo, estilo); });
         marcas.Bloque("body", {}, [&] { cuerpo(marcas); });
     });
     marcas.Vuelca();
 }
 
-void Pie(CMarcas& marcas, std::time_t hecho, const std::string& version)
+void PonPie(CMarcas& marcas, const std::string& version, std::time_t hecho)
 {
     marcas.Bloque("footer", {}, [&] {
         marcas.Elemento("p", {{"class", "fecha"}},

@@ -26,17 +26,20 @@ namespace seccion {
 inline constexpr CSeccion kFicheros = {"ficheros", "Ficheros", "Ficheros"};
 inline constexpr CSeccion kBalance = {"balance", "Balance", "Balance"};
 inline constexpr CSeccion kAsuntos = {"asuntos", "Asuntos", "Asuntos"};
+inline constexpr CSeccion kCambios = {"cambios", "Cambios", "Cambios"};
 inline constexpr CSeccion kNumeros = {"numeros", "Por número", "Por número de mensaje"};
 inline constexpr CSeccion kMapas = {"mapas", "Mapas", "Mapas"};
 inline constexpr CSeccion kMensajes = {"mensajes", "Mensajes", "Mensajes"};
 } // namespace seccion
 
-/// Writes a document with the body that `cuerpo` makes, piece by piece. It asks nothing of the
-/// network. Throws what `escribe` throws.
-void EscribeDocumento(const std::string& titulo, const CEscribe& escribe,
+/// Writes a whole document, HTML in UTF-8, piece by piece; it asks nothing of the network. Throws
+/// what `escribe` throws.
+/// \param estilo  what it has of style beside that of all pages
+void EscribeDocumento(const CEscribe& escribe, const std::string& titulo, const char* estilo,
                       const std::function<void(CMarcas&)>& cuerpo);
-/// When and by what a page was made, and what stands behind its body: a script.
-void Pie(CMarcas& marcas, std::time_t hecho, const std::string& version);
+/// When the page was made, and by what.
+void PonPie(CMarcas& marcas, const std::string& version, std::time_t hecho);
+/// What stands behind its body: a script.
 void Guion(CMarcas& marcas, const char* guion);
 /// One of the numbers that a page begins with.
 /// \param clase  how it looks where it isn't 0
@@ -96,6 +99,10 @@ std::string SitioEnMetros(const vexageo::CPunto<int>& sitio);
 /// "25/11/2026 12:34", by the clock of the place.
 std::string Fecha(std::time_t fecha);
 
+/// The changes against another state; nothing where nothing is compared.
+void SeccionCambios(const CContenido& contenido, CMarcas& marcas);
+/// \param anclas  null where there are no maps
+void PonCambios(const CContraste& contraste, const CAnclas* anclas, CMarcas& marcas);
 void SeccionFicheros(const CContenido& contenido, CMarcas& marcas);
 void SeccionBalance(const CContenido& contenido, CMarcas& marcas);
 /// The drawings' side of the balance; nothing without drawings.

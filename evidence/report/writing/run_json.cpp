@@ -6,6 +6,7 @@
 #include <nlohmann/json.hpp>
 
 #include "evidence/report/reading/text.h"
+#include "evidence/report/writing/changes_json.h"
 #include "evidence/units.h"
 
 namespace informe {
@@ -13,7 +14,7 @@ namespace {
 
 using CValor = nlohmann::ordered_json;
 
-constexpr int kForma = 1; // of what is written: another one where a program that reads it may err
+constexpr int kForma = 2; // of what is written: another one where a program that reads it may err
 
 CValor SiHay(const std::string& texto)
 {
@@ -176,6 +177,17 @@ CValor Asunto(const CAsunto& asunto)
             {"parcelas", Metros(asunto.parcelas)}};
 }
 
+CValor Programa(const std::string& version)
+{
+    return {{"nombre", "campiva-informe"}, {"version", version}};
+}
+
+std::string EnTexto(const CValor& todo)
+{
+    constexpr int kSangria = 1;
+    return todo.dump(kSangria, ' ', false, CValor::error_handler_t::replace) + "\n";
+}
+
 } // namespace
 
 const bool kHayJson = true;
@@ -191,28 +203,41 @@ std::string HoraUtc(std::time_t hora)
 
 std::string ProcesoEnJson(const CContenido& contenido)
 {
-    constexpr int kSangria = 1;
     const CProceso& proceso = contenido.proceso;
-    const CValor todo = {
-        {"forma", kForma},
-        {"programa", {{"nombre", "campiva-informe"}, {"version", contenido.version}}},
-        {"hecho", HoraUtc(contenido.hecho)},
-        {"proceso",
-         {{"nombre", Texto(proceso.ficheros.base)},
-          {"sentido", NombreSentido(proceso)},
-          {"alarma", SiHay(proceso.Alarma())},
-          {"notas", proceso.balance.notas}}},
-        {"ficheros", Lista(proceso.vistos, Fichero)},
-        {"mensajes", Mensajes(proceso.registro)},
-        {"balance", Lista(proceso.balance.partidas, Parte)},
-        {"superficies", Superficies(contenido)},
-        {"dibujos", Dibujos(contenido)},
-        {"infograf", Infograf(proceso)},
-        {"asuntos",
-         {{"cuantos", contenido.asuntos.cuantos},
-          {"mayores", Lista(contenido.asuntos.mayores, Asunto)}}},
-        {"sinExplicar", contenido.SinExplicar()}};
-    return todo.dump(kSangria, ' ', false, CValor::error_handler_t::replace) + "\n";
+    const CValor todo = {{"forma", kForma},
+                         {"programa", Programa(contenido.version)},
+                         {"hecho", HoraUtc(contenido.hecho)},
+                         {"proceso",
+                          {{"nombre", Texto(proceso.ficheros.base)},
+                           {"sentido", NombreSentido(proceso)},
+                           {"alarma", SiHay(proceso.Alarma())},
+                           {"notas", proceso.balance.notas}}},
+                         {"ficheros", Lista(proceso.vistos, Fichero)},
+                         {"mensajes", Mensajes(proceso.registro)},
+                         {"balance", Lista(proceso.balance.partidas, Parte)},
+                         {"superficies", Superficies(contenido)},
+                         {"dibujos", Dibujos(contenido)},
+                         {"infograf", Infograf(proceso)},
+                         {"asuntos",
+                          {{"cuantos", contenido.asuntos.cuantos},
+                           {"mayores", Lista(contenido.asuntos.mayores, Asunto)}}},
+                         {"sinExplicar", contenido.SinExplicar()},
+                         {"cambios", contenido.contraste == nullptr
+                                         ? CValor()
+                                         : CambiosEnValor(*contenido.contraste)}};
+    return EnTexto(todo);
+}
+
+std::string CambiosEnJson(const CContenidoCambios& contenido)
+{
+    CValor todo = {{"forma", kForma},
+                   {"programa", Programa(contenido.version)},
+                   {"hecho", HoraUtc(contenido.hecho)}};
+    for (const char* deProceso : {"proceso", "ficheros", "mensajes", "balance", "superficies",
+                                  "dibujos", "infograf", "asuntos", "sinExplicar"})
+        todo[deProceso] = nullptr;
+    todo["cambios"] = CambiosEnValor(contenido.contraste);
+    return EnTexto(todo);
 }
 
 } // namespace informe

@@ -17,5 +17,6 @@ std::string HoraUtc(std::time_t hora);
 
 /// What a page tells, for programs: docs/report.schema.json says in which form.
 std::string ProcesoEnJson(const CContenido& contenido);
+std::string CambiosEnJson(const CContenidoCambios& contenido);
 
 } // namespace informe

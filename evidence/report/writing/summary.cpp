@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "evidence/report/reading/text.h"
+#include "evidence/report/writing/change_texts.h"
 #include "evidence/report/writing/page_content.h"
 
 namespace informe {
@@ -124,7 +125,17 @@ std::string Resumen(const CContenido& contenido, const CString& pagina)
         texto += Renglon("-   ", registro.Ajenas(), "líneas que no son ningún mensaje");
     if (const std::string alarma = contenido.proceso.Alarma(); !alarma.empty())
         texto += "  " + alarma + "\n";
+    if (contenido.contraste != nullptr)
+        texto += "  Cambios contra " + Texto(contenido.contraste->antes.nombre) + ": " +
+                 CambiosEnBreve(*contenido.contraste) + "\n";
     return texto + "  Informe en " + Texto(pagina) + "\n";
+}
+
+std::string Resumen(const CContraste& contraste, const CString& pagina)
+{
+    return Texto(contraste.ahora.nombre) + ": " + CambiosEnBreve(contraste) + ", contra " +
+           Texto(contraste.antes.nombre) + "\n" +
+           (pagina.IsEmpty() ? std::string() : "  Informe en " + Texto(pagina) + "\n");
 }
 
 } // namespace informe

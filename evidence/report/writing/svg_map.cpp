@@ -46,9 +46,9 @@ std::size_t Puntos(const CTopologiaDibujada& topologia)
 class CMapa {
 public:
     CMapa(const CPoligonoDibujado& poligono, const CIndiceAvisos& indice, const CPerdidas& perdidas,
-          CAnclas& anclas)
-        : m_poligono(poligono), m_indice(indice), m_perdidas(perdidas), m_anclas(anclas),
-          m_hoja(poligono)
+          const CMarcasDeCambio& cambios, CAnclas& anclas)
+        : m_poligono(poligono), m_indice(indice), m_perdidas(perdidas), m_cambios(cambios),
+          m_anclas(anclas), m_hoja(poligono)
     {
     }
 
@@ -79,12 +79,14 @@ private:
     bool Toca(const CRecintoDibujado& recinto) const
     {
         return !m_soloAvisos || m_indice.HayDeParcela(m_poligono.polig, recinto.parcela) ||
-               PierdeSuperficie(recinto);
+               PierdeSuperficie(recinto) ||
+               m_cambios.De(m_poligono.polig, recinto.parcela) != nullptr;
     }
 
     const CPoligonoDibujado& m_poligono;
     const CIndiceAvisos& m_indice;
     const CPerdidas& m_perdidas;
+    const CMarcasDeCambio& m_cambios;
     CAnclas& m_anclas;
     CHojaSvg m_hoja;
     CMarcas m_svg;
@@ -186,9 +188,15 @@ void CMapa::PonParcelaValida(const CRecintoDibujado& recinto, const CPosiciones&
         titulo += noCuenta ? ": no cuentan sus " + metros : pierde ? ": cuenta éste" : "";
         clase += noCuenta ? " pieza perdida" : " pieza";
     }
+    const CCambioParcela* const cambio = m_cambios.De(m_poligono.polig, recinto.parcela);
+    if (cambio != nullptr) {
+        titulo += "; " + CMarcasDeCambio::EnPalabras(*cambio);
+        clase += noCuenta ? "" : CMarcasDeCambio::Clase(*cambio);
+    }
     PonContorno(recinto, clase,
-                avisos.empty() && !pierde ? ""
-                                          : CAnclas::DeParcela(m_poligono.polig, recinto.parcela),
+                avisos.empty() && !pierde && cambio == nullptr
+                    ? ""
+                    : CAnclas::DeParcela(m_poligono.polig, recinto.parcela),
                 titulo);
     PonRotulo(recinto, Texto(recinto.rotulo), noCuenta ? "rp" : ClaseRotulo(trato));
     if (noCuenta)
@@ -300,7 +308,7 @@ std::string CMapa::Dibuja(CPresupuesto& presupuesto, int serie)
 
 } // namespace
 
-void PonLeyenda(CMarcas& marcas)
+void PonLeyenda(CMarcas& marcas, bool conCambios)
 {
     constexpr int kSerie = 0; // of no map
     constexpr std::pair<const char*, const char*> kMuestras[] = {
@@ -311,6 +319,10 @@ void PonLeyenda(CMarcas& marcas)
         {"ok pieza", "parcela en varios recintos (línea partida)"},
         {"ok pieza perdida", "recinto que no cuenta (relleno)"},
         {"sub ok", "subparcela (línea fina)"}};
+    constexpr std::pair<const char*, const char*> kCambios[] = {
+        {"ok nueva", "parcela nueva (relleno verde)"},
+        {"ok cambiada", "de otro titular, participación o paraje (azul)"},
+        {"ok medida", "de otra superficie u otras subparcelas (azul claro)"}};
     const auto muestra = [&](const char* estilo, const char* texto, std::invocable auto dibujo) {
         marcas.Elemento("span", {{"class", "muestra"}}, [&] {
             marcas.Elemento("svg", {{"viewBox", "0 0 26 16"}, {"style", estilo}}, dibujo)
@@ -327,6 +339,13 @@ void PonLeyenda(CMarcas& marcas)
             });
             marcas.Linea();
         }
+        if (conCambios)
+            for (const auto& [estilo, texto] : kCambios) {
+                muestra(nullptr, texto, [&, clase = estilo] {
+                    marcas.Figura("path", {{"class", clase}, {"d", "M1 1h24v14h-24z"}});
+                });
+                marcas.Linea();
+            }
         muestra(nullptr, "sitio que nombra un mensaje", [&] {
             marcas.Figura("path", {{"class", "cruz"}, {"d", "M8 3l10 10m0 -10l-10 10"}});
         });
@@ -334,10 +353,10 @@ void PonLeyenda(CMarcas& marcas)
 }
 
 std::string MapaSvg(const CPoligonoDibujado& poligono, const CIndiceAvisos& indice,
-                    const CPerdidas& perdidas, CAnclas& anclas, CPresupuesto& presupuesto,
-                    int& dibujados)
+                    const CPerdidas& perdidas, const CMarcasDeCambio& cambios, CAnclas& anclas,
+                    CPresupuesto& presupuesto, int& dibujados)
 {
-    CMapa mapa(poligono, indice, perdidas, anclas);
+    CMapa mapa(poligono, indice, perdidas, cambios, anclas);
     if (mapa.Hay())
         return mapa.Dibuja(presupuesto, ++dibujados);
     CMarcas nota;

@@ -8,6 +8,7 @@
 #include "evidence/report/reading/bounds.h"
 #include "evidence/report/reading/surfaces.h"
 #include "evidence/report/writing/anchors.h"
+#include "evidence/report/writing/change_marks.h"
 #include "evidence/report/writing/markup.h"
 
 namespace informe {
@@ -20,14 +21,15 @@ struct CPresupuesto {
 };
 
 /// The legend: what colours, patterns and signs say.
-void PonLeyenda(CMarcas& marcas);
+/// \param conCambios  those of the changes as well
+void PonLeyenda(CMarcas& marcas, bool conCambios);
 /// The drawing of a polygon, with its remarks, as HTML. Coordinates are decimetres from its corner.
 /// \param perdidas     the parcels that lose surface by their outlines
 /// \param anclas       knows where links lead to, and gets the parcels and places that the map has
 /// \param presupuesto  loses the points that are drawn
 /// \param dibujados    counts the maps of the page
 std::string MapaSvg(const CPoligonoDibujado& poligono, const CIndiceAvisos& indice,
-                    const CPerdidas& perdidas, CAnclas& anclas, CPresupuesto& presupuesto,
-                    int& dibujados);
+                    const CPerdidas& perdidas, const CMarcasDeCambio& cambios, CAnclas& anclas,
+                    CPresupuesto& presupuesto, int& dibujados);
 
 } // namespace informe

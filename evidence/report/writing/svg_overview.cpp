@@ -61,10 +61,14 @@ CPunto Centro(const CSilueta& silueta)
 std::string Titulo(const CSilueta& silueta)
 {
     const std::string nombre = "Polígono " + silueta.nombre;
+    const std::string cambios =
+        silueta.cambios == 0
+            ? ""
+            : "; " + Cuantos(silueta.cambios, "parcela cambia", "parcelas cambian");
     if (silueta.perdida == 0)
-        return nombre + (silueta.conMensajes ? ": con mensajes" : ": sin mensajes");
+        return nombre + (silueta.conMensajes ? ": con mensajes" : ": sin mensajes") + cambios;
     return nombre + ": " + Superficie(silueta.perdida) + " se pierden, en " +
-           Cuantos(silueta.parcelas, "parcela", "parcelas");
+           Cuantos(silueta.parcelas, "parcela", "parcelas") + cambios;
 }
 
 /// How deep its colour is: one of four, by what the worst polygon loses.
@@ -72,7 +76,9 @@ std::string Clase(const CSilueta& silueta, std::int64_t mayor)
 {
     constexpr std::int64_t kGrados = 4;
     if (silueta.perdida == 0)
-        return silueta.conMensajes ? "silueta avisada" : "silueta";
+        return silueta.conMensajes   ? "silueta avisada"
+               : silueta.cambios > 0 ? "silueta cambiada"
+                                     : "silueta";
     const std::int64_t grado = 1 + (silueta.perdida * kGrados - 1) / mayor;
     return "silueta pierde" + std::to_string(std::min(grado, kGrados));
 }
@@ -124,16 +130,19 @@ std::string VistaGeneral(const std::vector<CSilueta>& siluetas)
         return {};
     std::vector<CAnillo> anillos;
     std::int64_t mayor = 1;
+    bool hayCambios = false;
     for (const CSilueta& silueta : siluetas) {
         anillos.insert(anillos.end(), silueta.contornos.begin(), silueta.contornos.end());
         mayor = std::max(mayor, silueta.perdida);
+        hayCambios = hayCambios || silueta.cambios > 0;
     }
     const CHojaSvg hoja(anillos);
     CMarcas svg;
     svg.Bloque("p", {{"class", "nota"}},
                "Los polígonos, por la superficie que se pierde de ellos: cuanta más, más oscuro. "
                "Los que sólo "
-               "tienen mensajes, en ocre.");
+               "tienen mensajes, en ocre" +
+                   std::string(hayCambios ? "; los que sólo cambian, en azul." : "."));
     svg.Bloque("svg",
                {{"class", "mapa general"},
                 {"role", "group"},

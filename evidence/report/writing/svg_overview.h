@@ -15,6 +15,7 @@ struct CSilueta {
     std::vector<std::vector<vexageo::CPunto<int>>> contornos;
     std::int64_t perdida = 0;  ///< square metres that don't count, or weren't written
     std::int64_t parcelas = 0; ///< that lose them
+    std::int64_t cambios = 0;  ///< parcels that changed
     bool conMensajes = false;
 };
 

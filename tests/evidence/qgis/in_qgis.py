@@ -339,6 +339,22 @@ class TestGivingBack(WithAMunicipality):
         self.assertEqual([row[:2] for row in self.rows(dialog)], [("otro rótulo", "parcela 20 del polígono 1")])
         self.assertTrue(dialog.escribir.isEnabled())
 
+    def test_a_polygon_of_which_nothing_is_left_is_emptied_where_somebody_says_so(self):
+        for layer in self.copy.values():
+            if layer.fields().indexOf("poligono") >= 0:
+                layer.startEditing()
+                layer.deleteFeatures([one.id() for one in layer.getFeatures() if one["poligono"] == 2])
+                self.assertTrue(layer.commitChanges(), layer.commitErrors())
+        dialog = DialogoDevolver(Devolucion(self.list, self.copy_file))
+        self.assertFalse(dialog.escribir.isEnabled())
+        self.assertIn("se quedan como están; la opción VACIA los vacía: 002", dialog.quejas.toPlainText())
+        dialog.casillas["VACIA=TODOS"].setChecked(True)
+        rows = self.rows(dialog)
+        self.assertGreater(len(rows), 100)
+        self.assertTrue(all(row[0] == "borrado" and row[1].endswith("polígono 2") for row in rows))
+        dialog.accept()
+        self.assertEqual(os.path.getsize(os.path.join(self.folder, "002.PAR")), 0)
+
     def test_a_contradiction_is_refused_until_somebody_says_what_holds(self):
         self.edit(lambda layer: self.split(layer, 47, 947))
         dialog = DialogoDevolver(Devolucion(self.list, self.copy_file))

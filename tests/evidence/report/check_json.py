@@ -1,6 +1,6 @@
 """Holds a report for programs to its schema and to the log that it is of, a batch's summary to its own sums.
 
-    check_json.py SCHEMA REPORT LOG
+    check_json.py SCHEMA REPORT [LOG]
     check_json.py SCHEMA SUMMARY
 
 The schema may use type, const, enum, required, properties, additionalProperties, items and $ref.
@@ -70,11 +70,32 @@ def of_a_batch(told):
         yield "the jobs aren't counted by what became of them"
 
 
-def main(schema_name, report_name, *log_name):
+def of_changes(changes):
+    before, now = changes["antes"], changes["ahora"]
+    gone, new = changes["desaparecidas"], changes["nuevas"]
+    if before["parcelas"] - gone["parcelas"] + new["parcelas"] != now["parcelas"]:
+        yield "the parcels don't add up to the newer state's"
+    if before["m2"] - gone["m2"] + new["m2"] + changes["crecen"]["m2"] - changes["menguan"]["m2"] != now["m2"]:
+        yield "nor do the surfaces"
+    if sum(parcel["diferencia"] for parcel in changes["parcelas"]) != now["m2"] - before["m2"]:
+        yield "the differences of the parcels don't add up"
+    kinds = collections.Counter(parcel["que"] for parcel in changes["parcelas"])
+    if (kinds["desaparecida"], kinds["nueva"]) != (gone["parcelas"], new["parcelas"]):
+        yield "the parcels aren't those that the sums count"
+    if kinds["cambiada"] + kinds["nueva"] + changes["iguales"] != now["parcelas"]:
+        yield "not all parcels of the newer state are told of"
+
+
+def main(schema_name, report_name, log_name=None):
     with open(schema_name, encoding="utf-8") as schema, open(report_name, encoding="utf-8") as report:
         root, told = json.load(schema), json.load(report)
     found = list(faults(told, root, root, "report"))
-    found += of_a_run(told, *log_name) if log_name else of_a_batch(told)
+    if log_name:
+        found += of_a_run(told, log_name)
+    if told.get("cambios"):
+        found += of_changes(told["cambios"])
+    if "trabajos" in told:
+        found += of_a_batch(told)
     print("\n".join(found), end="\n" if found else "")
     return 1 if found else 0
 

@@ -141,7 +141,7 @@ TEST(ReportMap, ShowsAllPolygonsByWhatTheyLose)
     const informe::CLineasMostradas lineas;
     informe::CAnclas anclas(registro, lineas);
     const informe::CPerdidas perdidas = {{{1, 7}, 100}, {{3, 1}, 9000}};
-    informe::CMapas mapas(indice, perdidas, {{{3, 2}, 1000}}, anclas);
+    informe::CMapas mapas(indice, perdidas, {{{3, 2}, 1000}}, {}, anclas);
     for (const int polig : {1, 2, 3})
         mapas.Toma(poligono(polig, polig != 2));
     const std::vector<informe::CMapaHecho> hechos = mapas.Acaba();
@@ -175,7 +175,7 @@ TEST(ReportMap, LeavesOutPolygonsWithNothingToTellOnceThereIsMuch)
     const informe::CLineasMostradas lineas;
     informe::CAnclas anclas(registro, lineas);
     const informe::CPerdidas perdidas = {{{3, 1}, 100}};
-    informe::CMapas mapas(indice, perdidas, {}, anclas);
+    informe::CMapas mapas(indice, perdidas, {}, {}, anclas);
     for (const int polig : {1, 2, 3}) {
         poligono.polig = polig;
         mapas.Toma(poligono);
@@ -230,7 +230,7 @@ TEST(ReportMap, LeavesOutWhatPassesItsBoundAndSaysSo)
         informe::CPresupuesto presupuesto{1000, caso.puntos};
         int dibujados = 0;
         const std::string svg =
-            informe::MapaSvg(poligono, indice, {}, anclas, presupuesto, dibujados);
+            informe::MapaSvg(poligono, indice, {}, {}, anclas, presupuesto, dibujados);
         EXPECT_EQ(Veces(svg, "<title>Parcela "), caso.parcelas) << caso.puntos;
         EXPECT_EQ(Veces(svg, "class=\"sub ok\""), caso.subparcelas) << caso.puntos;
         EXPECT_THAT(svg, HasSubstr(caso.nota));

@@ -21,6 +21,10 @@ TEST(ReportOptions, TakesLogsAndTheirOptions)
     const std::vector<std::string> detenido = {"--escrito", "c", "--detenido", "a.ERR"};
     EXPECT_EQ(LeeOpciones(detenido, queja)->escritos, std::vector<CString>{"c"});
     EXPECT_TRUE(LeeOpciones(detenido, queja)->detenido);
+    const std::vector<std::string> ensayo = {"--ensayo", "--crea", "l.txt", "--cambios", "c.csv"};
+    ASSERT_TRUE(LeeOpciones(ensayo, queja)) << queja;
+    EXPECT_TRUE(LeeOpciones(ensayo, queja)->crea);
+    EXPECT_FALSE(LeeOpciones(ensayo, queja)->conserva);
     const std::vector<std::string> varios = {"a.ERR", "--", "--csv"};
     EXPECT_EQ(LeeOpciones(varios, queja)->registros, (std::vector<CString>{"a.ERR", "--csv"}));
     const std::vector<std::string> resumen = {
@@ -59,6 +63,13 @@ TEST(ReportOptions, ComplainsOfALineThatItDoesNotUnderstand)
         {{"--resumen", "r", "--csv", "-", "--html", "-"}, "sólo cabe una cosa"},
         {{"--sin-informes", "a.ERR"}, "es de --resumen"},
         {{"a.ERR", "--entrada", "e", "--lista", "l"}, "de la ida"},
+        {{"a.ERR", "b.ERR", "--contra", "f"}, "de uno solo"},
+        {{"a.ERR", "--cambios", "f"}, "que faltan"},
+        {{"a.ERR", "--crea"}, "son de --ensayo"},
+        {{"a.ERR", "--concentradas"}, "son de --ensayo"},
+        {{"a", "b", "--ensayo"}, "de uno solo"},
+        {{"a", "--ensayo", "--lista", "l"}, "en lugar del registro"},
+        {{"a", "--ensayo", "--escrito", "f"}, "no hay nada escrito"},
     };
     for (const auto& caso : casos) {
         std::string queja;

@@ -81,6 +81,74 @@ if "$informe" --json - entrada.ERR > way_out.json 2> stderr; then
 else
   equal "the build without --json" "$(grep -c 'nlohmann-json' stderr)" 1
 fi
+# Against another state, of whatever form: none differs from the one that it was made of.
+cp "$samples/villanueva.txt" intercambio.txt
+mkdir sus_tablas
+"$campiva" 0 intercambio.txt "${tables[@]/#/sus_tablas/}" < /dev/null > /dev/null
+cp -r "$samples/villanueva_dibujos" sus_dibujos
+"$campiva" 1 "${tables[@]/#/sus_tablas/}" sus_dibujos/poligonos.txt sus_dibujos/ortos.TOP 0 0 0 \
+  < /dev/null > /dev/null
+forms=(intercambio.txt sus_tablas sus_dibujos/045127.R)
+for now in "${forms[@]}"; do
+  for before in "${forms[@]}"; do
+    status 0 "$informe" --html cambios.html "$now" --contra "$before"
+    equal "$now" "$(head -n 1 stdout)" "$now: sin cambios, contra $before"
+  done
+done
+python3 "$(dirname "$check_json")/change_municipality.py" intercambio.txt cambiado.txt > expected.txt
+status 0 "$informe" --cambios cambios.csv cambiado.txt --contra intercambio.txt
+diff <(sed 1d cambios.csv | cut -d';' -f1 | sort | uniq -c) expected.txt || fail "the changes aren't those made"
+whole cambiado_cambios.html
+if "$informe" --json - cambiado.txt --contra intercambio.txt > changes.json 2> stderr; then
+  python3 "$check_json" "$schema" changes.json || fail "the changes for programs"
+  "$informe" --json - --tablas sus_tablas sus_dibujos/045127.ERR --contra cambiado.txt > changes.json
+  python3 "$check_json" "$schema" changes.json sus_dibujos/045127.ERR || fail "those of a run"
+fi
+status 0 "$informe" --tablas sus_tablas sus_dibujos/045127.ERR --contra cambiado.txt
+whole sus_dibujos/045127.html
+equal "new parcels on the maps" "$(grep -c '<path id="p[0-9-]*" class="[a-z ]* nueva"' sus_dibujos/045127.html)" \
+  "$(grep -c 'parcela desaparecida' expected.txt > /dev/null && awk '/desaparecida/ { print $1 }' expected.txt)"
+equal "changed polygons on the map of all" \
+  "$(grep -c '<title>Polígono [0-9]*: .*; 9 parcelas cambian</title>' sus_dibujos/045127.html)" 4
+status 1 "$informe" intercambio.txt --contra no_hay
+grep -q '^campiva-informe: no_hay no existe$' stderr || fail "a state that isn't there isn't told"
+status 2 "$informe" intercambio.txt --cambios cambios.csv
+
+# The way back is tried in a folder of its own: nothing changes but for the page, whatever comes of it.
+mkdir tmp
+sums() {
+  find . -path ./tmp -prune -o -type f ! -name '*_ensayo.html' ! -name 'std*' ! -name cambios.csv -exec md5sum {} + | sort | md5sum
+}
+try() { # status, list, options: nothing of it is left
+  local before=$(sums)
+  TMPDIR=$work/tmp status "$1" "$informe" --ensayo "${@:2}"
+  equal "the files behind the trial of $2" "$(sums)" "$before"
+  equal "what is left of it" "$(ls tmp)" ''
+}
+try 0 dibujos/poligonos.txt --tablas tablas --cambios cambios.csv
+whole dibujos/045127_ensayo.html
+grep -q 'campiva-ensayo' dibujos/045127_ensayo.html && fail "the page names the folder of the trial"
+grep -q '<p class="sobre">Ensayo: no se ha cambiado nada</p>' dibujos/045127_ensayo.html ||
+  fail "the page doesn't say that it is a trial"
+cp -r dibujos de_verdad
+cp -r tablas tablas_de_verdad
+"$campiva" 1 "${tables[@]/#/tablas_de_verdad/}" de_verdad/poligonos.txt de_verdad/ortos.TOP 1 0 0 \
+  < /dev/null > /dev/null 2>&1 || [ $? -eq 1 ]
+status 0 "$informe" --cambios hechos.csv tablas_de_verdad --contra tablas
+equal "changes" "$(wc -l < hechos.csv)" 5
+cmp cambios.csv hechos.csv || fail "the trial told other changes than the run made"
+rm -r de_verdad tablas_de_verdad
+try 0 sus_dibujos/poligonos.txt --tablas sus_tablas --conserva --crea --contra intercambio.txt
+grep -q 'Cambios contra intercambio.txt: sin cambios' stdout || fail "the trial of what agrees changes something"
+try 1 dibujos/poligonos.txt --tablas sin_tablas
+try 1 no_hay.txt --tablas tablas
+grep -q 'no_hay.txt no existe' stderr || fail "a list that isn't there isn't told"
+try 1 entrada.txt --tablas tablas
+TMPDIR=$work/no_hay status 1 "$informe" --ensayo dibujos/poligonos.txt --tablas tablas
+grep -q 'No se pudo preparar el ensayo: ' stderr || fail "a trial without room isn't told"
+status 2 "$informe" --ensayo --detenido dibujos/poligonos.txt
+status 2 "$informe" --crea entrada.ERR
+
 "$informe" --html - "${of_list[@]}" dibujos/045127.ERR > piped.html
 whole piped.html
 equal "elements behind the page" "$(tail -n 1 piped.html)" '</html>'

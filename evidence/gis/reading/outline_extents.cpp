@@ -1,0 +1,57 @@
+#include "evidence/gis/reading/outline_extents.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "evidence/drawn_polygon.h"
+#include "evidence/units.h"
+
+namespace {
+
+using vexageo::CMaximas;
+using vexageo::CPoligonoTopologico;
+using vexageo::CPunto;
+
+bool Contiene(const CMaximas<int>& extension, const CPunto<int>& punto)
+{
+    return punto.X >= extension.Minimo.X && punto.X <= extension.Maximo.X &&
+           punto.Y >= extension.Minimo.Y && punto.Y <= extension.Maximo.Y;
+}
+
+/// Tells whether the record's surface has room in its extent, and its label stands there.
+bool EsCreible(const CPoligonoTopologico& registro)
+{
+    constexpr double kRedondeo = 1;      // square metres
+    constexpr double kMasLargo = 200000; // metres: no municipality is as long
+    const CMaximas<int>& suya = registro.Maximas();
+    const double ancho = EnMetros(suya.Maximo.X) - EnMetros(suya.Minimo.X);
+    const double alto = EnMetros(suya.Maximo.Y) - EnMetros(suya.Minimo.Y);
+    return ancho > 0 && alto > 0 && std::max(ancho, alto) < kMasLargo &&
+           ancho * alto >= std::abs(registro.AreaPropia()) - kRedondeo &&
+           (!registro.TieneCentroide() || Contiene(suya, registro.Centroide()));
+}
+
+/// Widens an extent by that of a record. False where it can't be true.
+bool Ensancha(CMaximas<int>& extension, const CPoligonoTopologico& registro)
+{
+    extension.Nuevo(registro.Maximas().Minimo);
+    extension.Nuevo(registro.Maximas().Maximo);
+    return EsCreible(registro);
+}
+
+} // namespace
+
+std::optional<CExtensiones> LeeExtensiones(CFile& topologia, std::uint64_t& dañoEn)
+{
+    CExtensiones extensiones;
+    bool creibles = true;
+    dañoEn = RecorreRegistros(topologia, [&](const CPoligonoTopologico& registro, bool isla) {
+        if (!isla)
+            extensiones.emplace_back();
+        creibles = Ensancha(extensiones.back(), registro) && creibles;
+        for (const CPoligonoTopologico& suya : registro.ListaIslas())
+            creibles = Ensancha(extensiones.back(), suya) && creibles;
+    });
+    return creibles ? std::optional(std::move(extensiones)) : std::nullopt;
+}

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "evidence/municipality_files.h"
+#include "evidence/report/reading/states/municipality_state.h"
+
+// A state of a municipality: an exchange file as the authority gives it (read layout) or as the way
+// back writes it (written layout, the file R), or the six tables.
+
+namespace informe {
+
+enum class ClaseEstado { NoEs, Catastro, FicheroR, Tablas };
+
+/// What a name stands for: a folder with tables, or what the first lines of a file look like.
+/// Raises CFileException where it isn't there or can't be looked at.
+ClaseEstado ClaseDeEstado(const CString& nombre);
+
+/// A state, and what it was read from.
+struct CEstadoLeido {
+    ClaseEstado clase = ClaseEstado::NoEs;
+    CString nombre; ///< of the file, or of the folder
+    CEstadoMunicipio estado;
+    std::string reparo; ///< why it is none, a sentence without its end; empty for nothing
+};
+
+/// Reads the state that a name stands for. What it lacks to be one is told as its `reparo`. Raises
+/// CFileException where it isn't there or can't be read.
+CEstadoLeido LeeEstado(const CString& nombre);
+/// The same of tables, whatever their names.
+/// \param carpeta  what the state is called by
+CEstadoLeido LeeEstado(const CNombresTablas& tablas, const CString& carpeta);
+
+/// The files that are read for a state.
+std::vector<CString> FicherosDeEstado(const CString& nombre);
+
+/// "fichero de Catastro", "fichero R", "tablas"
+const char* NombreDe(ClaseEstado clase);
+
+} // namespace informe

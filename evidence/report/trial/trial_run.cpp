@@ -1,0 +1,160 @@
+#include "evidence/report/trial/trial_run.h"
+
+#include <array>
+#include <chrono>
+#include <fstream>
+#include <iterator>
+#include <utility>
+
+#include "cadastre/messages.h"
+#include "evidence/drawn_polygon.h"
+#include "evidence/paths.h"
+#include "evidence/texts.h"
+#include "platform/child_processes.h"
+#include "platform/files/any_case_name.h"
+#include "platform/files/content_copy.h"
+#include "platform/settings.h"
+#include "platform/system.h"
+
+namespace informe {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* kPrograma = "campiva";
+constexpr const char* kVuelta = "1";
+
+// As the program stores its settings.
+constexpr const char* kEmpresa = "VexaSoft";
+constexpr const char* kAjustesDe = "Campiva";
+constexpr const char* kDicho = "dicho.txt"; // no list makes an output of that name
+
+void Copia(const CString& nombre, const fs::path& hasta)
+{
+    sistema::Error error;
+    CopiaAUnoNuevo(sistema::Ruta(nombre), hasta, error);
+    if (error)
+        throw CFileException(nombre, error, true);
+}
+
+/// Drawings are large: a link does as well, where the system has them for everybody.
+void Enlaza(const CString& nombre, const fs::path& hasta)
+{
+    std::error_code error;
+    fs::create_symlink(sistema::Entera(sistema::Ruta(nombre)), hasta, error);
+    if (error)
+        Copia(nombre, hasta);
+}
+
+fs::path Solo(const CString& nombre)
+{
+    return sistema::Ruta(nombre).filename();
+}
+
+std::string Entera(const CString& nombre)
+{
+    return nombre.IsEmpty() ? std::string()
+                            : sistema::Nombre(sistema::Entera(sistema::Ruta(nombre)));
+}
+
+std::string LeeTodo(const fs::path& ruta)
+{
+    std::ifstream fichero(ruta, std::ios::binary);
+    return {std::istreambuf_iterator<char>(fichero), {}};
+}
+
+/// What the program said, in a line.
+std::string EnUnaLinea(const std::string& dicho)
+{
+    std::string linea;
+    for (const char c : SinBlancos(dicho))
+        if (c != '\r' && (c != '\n' || (!linea.empty() && linea.back() != ' ')))
+            linea += c == '\n' ? ' ' : c;
+    return linea;
+}
+
+} // namespace
+
+CEnsayo::CEnsayo(const CFicheros& ficheros, const COpciones& opciones)
+    : m_opciones(opciones), m_suyos(ficheros), m_tablas(ficheros.tablas)
+{
+    const CString& base = ficheros.lista.cabecera.nombreSalida;
+    m_lista = sistema::Nombre(m_carpeta.Ruta() / Solo(ficheros.lista.nombre));
+    const CString carpeta = CCadena(m_lista).DamePath();
+    m_suyos.registro = FicheroDeLista(carpeta, base, kExtensionRegistro);
+    m_suyos.ficheroR = FicheroDeLista(carpeta, base, "R");
+    m_suyos.ficheroM = FicheroDeLista(carpeta, base, "M");
+    Copia(ficheros.lista.nombre, sistema::Ruta(m_lista));
+    for (const Tabla tabla : {kParcelas, kSubparcelas})
+        if (HayFichero(ficheros.tablas[tabla])) { // else the program says so
+            m_tablas[tabla] = EnCarpeta(carpeta, NombreTabla(tabla));
+            Copia(ficheros.tablas[tabla], sistema::Ruta(m_tablas[tabla]));
+        }
+    TraeDibujos(ficheros);
+}
+
+void CEnsayo::TraeDibujos(const CFicheros& ficheros)
+{
+    CNombresEnDisco nombres;
+    using enum ClaseTopologia;
+    for (const CString& entrada : ficheros.lista.entradas)
+        for (const char* extension :
+             {kExtensionDibujo, ExtensionDe(Parcelas), ExtensionDe(Subparcelas)}) {
+            const CString nombre =
+                CFile::EnDisco(FicheroDeLista(ficheros.lista.carpeta, entrada, extension), nombres);
+            const fs::path hasta = m_carpeta.Ruta() / Solo(nombre);
+            std::error_code error;
+            if (HayFichero(nombre) && !fs::exists(fs::symlink_status(hasta, error)))
+                Enlaza(nombre, hasta);
+        }
+}
+
+std::vector<std::string> CEnsayo::Argumentos() const
+{
+    std::vector<std::string> argumentos = {kVuelta};
+    for (const Tabla tabla :
+         {kModulos, kTitulares, kParcelas, kSubparcelas, kParajes, kCotitulares})
+        argumentos.push_back(Entera(m_tablas[tabla]));
+    const auto si = [](bool marcada) { return std::string(marcada ? "1" : "0"); };
+    argumentos.insert(argumentos.end(), {std::string(m_lista), Entera(m_suyos.ortos), si(true),
+                                         si(m_opciones.conserva), si(m_opciones.crea)});
+    return argumentos;
+}
+
+std::string CEnsayo::Corre()
+{
+    constexpr std::chrono::milliseconds kUnRato{200};
+    COrden orden;
+    orden.programa = sistema::BuscaPrograma(kPrograma);
+    orden.argumentos = Argumentos();
+    orden.carpeta = m_carpeta.Ruta();
+    orden.dicho = m_carpeta.Ruta() / kDicho;
+    CAlmacenAparte ajustes(kEmpresa, kAjustesDe, m_carpeta.Ruta() / m_carpeta.Ruta().filename());
+    ajustes.Escribe(std::array<CAjuste, 1>{
+        {{"VexaACampiva2", "ModificarConcentradas", m_opciones.concentradas ? "1" : "0", true}}});
+    orden.entorno = {ajustes.Variable()};
+    if (orden.programa.empty())
+        return "No se halla el programa campiva, que hace el ensayo";
+    CHijos hijos;
+    sistema::Error error;
+    hijos.Empieza(orden, error);
+    if (error)
+        throw CFileException(sistema::Nombre(orden.programa), error, true);
+    for (bool avisado = false; !hijos.Espera(kUnRato);)
+        if (sistema::HayQueAcabar() && !std::exchange(avisado, true))
+            hijos.PideAcabar();
+    if (sistema::HayQueAcabar())
+        throw CInterrumpido();
+    if (HayFichero(m_suyos.ficheroR))
+        return {};
+    const std::string dicho = EnUnaLinea(LeeTodo(orden.dicho));
+    return "El ensayo no llegó a su fin" + (dicho.empty() ? std::string() : ": " + dicho);
+}
+
+CString CEnsayo::SinCarpeta(const CString& nombre) const
+{
+    const CString carpeta = EnCarpeta(sistema::Nombre(m_carpeta.Ruta()), "");
+    return std::string_view(nombre).starts_with(carpeta) ? nombre.Mid(carpeta.GetLength()) : nombre;
+}
+
+} // namespace informe

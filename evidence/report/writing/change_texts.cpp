@@ -1,0 +1,201 @@
+#include "evidence/report/writing/change_texts.h"
+
+#include <algorithm>
+
+#include "evidence/report/reading/text.h"
+
+namespace informe {
+namespace {
+
+/// "a, b y c", of more than so many "a, b y 7 más".
+std::string Enumera(const std::vector<std::string>& cosas, std::size_t comoMucho)
+{
+    const std::size_t dichas = cosas.size() > comoMucho ? comoMucho : cosas.size();
+    std::string texto;
+    for (std::size_t i = 0; i < dichas; ++i)
+        texto += (i == 0 ? "" : i + 1 == cosas.size() ? " y " : ", ") + cosas[i];
+    if (dichas < cosas.size())
+        texto += " y " + Miles(static_cast<std::int64_t>(cosas.size() - dichas)) + " más";
+    return texto;
+}
+
+std::string Paraje(const CEstadoMunicipio& estado, const CEstadoMunicipio::CParcela& parcela)
+{
+    return Texto(estado.Paraje(parcela));
+}
+
+CDiferencia DeSubparcela(const CCambioSubparcela& cambio)
+{
+    const auto metros = [](const CEstadoMunicipio::CSubparcela* una) {
+        return una == nullptr ? 0 : static_cast<std::int64_t>(una->superficie);
+    };
+    CDiferencia diferencia{"subparcela", {}, {}, {}, metros(cambio.ahora) - metros(cambio.antes)};
+    diferencia.letra =
+        Texto(DeLetras((cambio.antes == nullptr ? cambio.ahora : cambio.antes)->letra));
+    if (cambio.antes != nullptr)
+        diferencia.antes = EnPalabras(*cambio.antes);
+    if (cambio.ahora != nullptr)
+        diferencia.ahora = EnPalabras(*cambio.ahora);
+    return diferencia;
+}
+
+/// Tells whether a parcel of a split or join is there on both sides.
+bool Sigue(const CClaveParcela& clave, const CContraste& contraste)
+{
+    const auto& parcelas = contraste.cambios.parcelas;
+    const auto suya =
+        std::lower_bound(parcelas.begin(), parcelas.end(), clave,
+                         [](const CCambioParcela& a, const auto& b) { return a.clave < b; });
+    return suya != parcelas.end() && suya->que == CCambioParcela::Que::Cambiada;
+}
+
+} // namespace
+
+std::string NombreDe(const CClaveParcela& clave, const CContraste& contraste)
+{
+    const std::string nombre = std::to_string(clave.polig) + "-" + std::to_string(clave.parcela);
+    return contraste.cambios.municipios > 1 ? std::to_string(clave.mun) + ": " + nombre : nombre;
+}
+
+std::string NombreDe(const CEstadoMunicipio::CPersona& persona)
+{
+    const std::string nombre = Texto(persona.nombre);
+    if (persona.dni.IsEmpty())
+        return nombre;
+    return nombre + (nombre.empty() ? "" : ", ") + Texto(persona.dni);
+}
+
+std::string Titulares(const CEstadoMunicipio& estado, const CEstadoMunicipio::CParcela& parcela,
+                      std::size_t comoMucho)
+{
+    std::vector<std::string> todos;
+    for (const CEstadoMunicipio::CVinculo& vinculo : estado.Vinculos(parcela)) {
+        const auto& persona = estado.personas[static_cast<std::size_t>(vinculo.persona)];
+        std::string titulo = Texto(DeLetras(vinculo.titulo));
+        if (!titulo.empty())
+            titulo += " ";
+        todos.push_back(NombreDe(persona) + " (" + titulo + std::to_string(vinculo.partici) + ")");
+    }
+    return todos.empty() ? "sin titular" : Enumera(todos, comoMucho);
+}
+
+std::string EnPalabras(const CEstadoMunicipio::CSubparcela& subparcela)
+{
+    std::string texto = Miles(subparcela.superficie) + " m²";
+    std::string antes;
+    for (std::size_t i = 0; i < subparcela.calificacion.size(); ++i) {
+        if (subparcela.calificacion[i] == 0)
+            continue;
+        const std::string intensidad = std::to_string(subparcela.intensidad[i]);
+        const std::string clase = Texto(DeLetras(subparcela.calificacion[i])) + " " +
+                                  (intensidad.size() < 2 ? "0" : "") + intensidad;
+        if (clase != antes) // as a rule the pairs are the same
+            texto += (antes.empty() ? ", " : " / ") + clase;
+        antes = clase;
+    }
+    if (subparcela.componente != 0)
+        texto += ", componente " + std::to_string(subparcela.componente);
+    return texto;
+}
+
+std::vector<CDiferencia> Diferencias(const CCambioParcela& cambio, const CContraste& contraste,
+                                     std::size_t titularesComoMucho)
+{
+    const CEstadoMunicipio& viejo = contraste.antes.estado;
+    const CEstadoMunicipio& nuevo = contraste.ahora.estado;
+    std::vector<CDiferencia> todas;
+    for (const Difiere que : {Difiere::Titular, Difiere::Participacion})
+        if (cambio.Hay(que))
+            todas.push_back({NombreDe(que),
+                             {},
+                             Titulares(viejo, *cambio.antes, titularesComoMucho),
+                             Titulares(nuevo, *cambio.ahora, titularesComoMucho)});
+    if (cambio.Hay(Difiere::Superficie))
+        todas.push_back({NombreDe(Difiere::Superficie),
+                         {},
+                         std::to_string(cambio.Antes()),
+                         std::to_string(cambio.Ahora()),
+                         cambio.Diferencia(),
+                         true});
+    if (cambio.Hay(Difiere::Subparcelas))
+        for (const CCambioSubparcela& una : CambiosDeSubparcelas(viejo.Subparcelas(*cambio.antes),
+                                                                 nuevo.Subparcelas(*cambio.ahora)))
+            todas.push_back(DeSubparcela(una));
+    if (cambio.Hay(Difiere::Paraje))
+        todas.push_back({NombreDe(Difiere::Paraje),
+                         {},
+                         Paraje(viejo, *cambio.antes),
+                         Paraje(nuevo, *cambio.ahora)});
+    return todas;
+}
+
+const char* NombreDe(Difiere que)
+{
+    constexpr const char* kNombres[] = {"titular", "participación", "superficie", "subparcelas",
+                                        "paraje"};
+    return kNombres[static_cast<std::size_t>(que)];
+}
+
+const char* NombreDe(CCambioParcela::Que que)
+{
+    constexpr const char* kNombres[] = {"desaparecida", "nueva", "cambiada"};
+    return kNombres[static_cast<std::size_t>(que)];
+}
+
+const char* NombreDe(CReparto::Que que)
+{
+    constexpr const char* kNombres[] = {"división", "agrupación", "otro número"};
+    return kNombres[static_cast<std::size_t>(que)];
+}
+
+const char* NombreDe(CCambioPersona::Que que)
+{
+    constexpr const char* kNombres[] = {"nuevo", "desaparecido", "otro nombre", "otro DNI"};
+    return kNombres[static_cast<std::size_t>(que)];
+}
+
+std::string EnPalabras(const CReparto& reparto, const CContraste& contraste,
+                       std::size_t parcelasComoMucho)
+{
+    const auto nombra = [&](const std::vector<CClaveParcela>& claves) {
+        std::vector<std::string> nombres;
+        for (const CClaveParcela& clave : claves)
+            nombres.push_back(NombreDe(clave, contraste));
+        return Enumera(nombres, parcelasComoMucho);
+    };
+    const std::string de = nombra(reparto.de);
+    const std::string a = nombra(reparto.a);
+    const bool varias = reparto.de.size() > 1;
+    switch (reparto.que) {
+    case CReparto::Que::Division:
+        return Sigue(reparto.de.front(), contraste) ? "de " + de + ", que sigue, sale " + a
+                                                    : de + " se divide en " + a;
+    case CReparto::Que::Agrupacion:
+        return Sigue(reparto.a.front(), contraste)
+                   ? de + (varias ? " se agregan a " : " se agrega a ") + a + ", que ya estaba"
+                   : de + " se agrupan en " + a;
+    case CReparto::Que::OtroNumero:
+        break;
+    }
+    return de + " pasa a ser " + a;
+}
+
+std::string CambiosEnBreve(const CContraste& contraste)
+{
+    const CCambios& cambios = contraste.cambios;
+    if (!cambios.HayAlguno())
+        return "sin cambios";
+    const std::int64_t cambiadas = cambios.Cuantas(CCambioParcela::Que::Cambiada);
+    const std::int64_t metros = cambios.ahora.metros - cambios.antes.metros;
+    return Cuantos(cambios.nuevas.parcelas, "parcela nueva", "parcelas nuevas") + ", " +
+           Cuantos(cambios.desaparecidas.parcelas, "desaparecida", "desaparecidas") + ", " +
+           Cuantos(cambiadas, "cambiada", "cambiadas") + ", " +
+           Cuantos(static_cast<std::int64_t>(cambios.repartos.size()), "división o agrupación",
+                   "divisiones o agrupaciones") +
+           ", " +
+           Cuantos(static_cast<std::int64_t>(cambios.personas.size()), "cambio de titulares",
+                   "cambios de titulares") +
+           ", " + (metros > 0 ? "+" : "") + Hectareas(metros) + " ha";
+}
+
+} // namespace informe

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "evidence/report/findings/changes/contrast.h"
+
+// What changed, in words: the same for the page, the sheet and programs. UTF-8.
+
+namespace informe {
+
+/// "3-12"; with its municipality where the states have several.
+std::string NombreDe(const CClaveParcela& clave, const CContraste& contraste);
+/// "ANA, 11111111"
+std::string NombreDe(const CEstadoMunicipio::CPersona& persona);
+/// "ANA (PR 50), JUAN (PR 50)"; of more than so many the first ones.
+std::string Titulares(const CEstadoMunicipio& estado, const CEstadoMunicipio::CParcela& parcela,
+                      std::size_t comoMucho);
+/// "1.200 m², VI 02"
+std::string EnPalabras(const CEstadoMunicipio::CSubparcela& subparcela);
+
+/// One thing that differs in a parcel that both states have.
+struct CDiferencia {
+    const char* que; ///< "titular", "superficie"
+    std::string letra;
+    std::string antes;
+    std::string ahora;
+    std::int64_t metros = 0; ///< how much more surface there is now
+    bool deSuperficie = false;
+};
+std::vector<CDiferencia> Diferencias(const CCambioParcela& cambio, const CContraste& contraste,
+                                     std::size_t titularesComoMucho);
+
+/// "titular", "superficie"
+const char* NombreDe(Difiere que);
+/// "nueva", "desaparecida", "cambiada"
+const char* NombreDe(CCambioParcela::Que que);
+/// "división", "agrupación", "otro número"
+const char* NombreDe(CReparto::Que que);
+/// "titular nuevo", "titular con otro nombre"
+const char* NombreDe(CCambioPersona::Que que);
+/// "3-12 se divide en 3-40 y 3-41"
+std::string EnPalabras(const CReparto& reparto, const CContraste& contraste,
+                       std::size_t parcelasComoMucho);
+
+/// What became of the parcels, as the terminal tells it.
+std::string CambiosEnBreve(const CContraste& contraste);
+
+} // namespace informe

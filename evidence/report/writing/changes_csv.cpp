@@ -1,0 +1,89 @@
+#include "evidence/report/writing/changes_csv.h"
+
+#include <limits>
+#include <string>
+
+#include "evidence/report/writing/change_texts.h"
+#include "evidence/report/writing/csv.h"
+
+namespace informe {
+namespace {
+
+constexpr auto kTodos = std::numeric_limits<std::size_t>::max();
+
+class CHojaCambios {
+public:
+    CHojaCambios(CSalida& salida, const CContraste& contraste)
+        : m_salida(salida), m_contraste(contraste)
+    {
+    }
+
+    void Escribe()
+    {
+        constexpr const char* kMarca = "\xEF\xBB\xBF";
+        m_salida.Escribe(kMarca);
+        m_salida.Escribe("qué;municipio;polígono;parcela;letra;antes;ahora;diferencia;por qué\r\n");
+        for (const CCambioParcela& cambio : m_contraste.cambios.parcelas)
+            EscribeParcela(cambio);
+        for (const CCambioPersona& cambio : m_contraste.cambios.personas)
+            EscribePersona(cambio);
+    }
+
+private:
+    void EscribeFila(const std::string& que, const std::string& parcela, const CDiferencia& una,
+                     const std::string& porque)
+    {
+        std::string fila = que + ";" + parcela;
+        for (const std::string& campo : {una.letra, una.antes, una.ahora})
+            fila += ";" + CampoCsv(campo);
+        fila += ";" + (una.metros == 0 ? "" : std::to_string(una.metros));
+        m_salida.Escribe(fila + ";" + CampoCsv(porque) + "\r\n");
+    }
+
+    void EscribeParcela(const CCambioParcela& cambio)
+    {
+        const std::string parcela = std::to_string(cambio.clave.mun) + ";" +
+                                    std::to_string(cambio.clave.polig) + ";" +
+                                    std::to_string(cambio.clave.parcela);
+        const std::string porque =
+            cambio.reparto < 0
+                ? std::string()
+                : EnPalabras(m_contraste.cambios.repartos[static_cast<std::size_t>(cambio.reparto)],
+                             m_contraste, kTodos);
+        if (cambio.que == CCambioParcela::Que::Cambiada) {
+            for (const CDiferencia& una : Diferencias(cambio, m_contraste, kTodos))
+                EscribeFila(una.que, parcela, una, porque);
+            return;
+        }
+        CDiferencia una{"", {}, {}, {}, cambio.Diferencia()};
+        (cambio.ahora == nullptr ? una.antes : una.ahora) = std::to_string(std::abs(una.metros));
+        EscribeFila(std::string("parcela ") + NombreDe(cambio.que), parcela, una, porque);
+    }
+
+    void EscribePersona(const CCambioPersona& cambio)
+    {
+        const auto nombre = [](const CEstadoMunicipio& estado, int persona) {
+            return persona < 0 ? std::string()
+                               : NombreDe(estado.personas[static_cast<std::size_t>(persona)]);
+        };
+        CDiferencia una{"",
+                        {},
+                        nombre(m_contraste.antes.estado, cambio.antes),
+                        nombre(m_contraste.ahora.estado, cambio.ahora)};
+        if (cambio.antes < 0 || cambio.ahora < 0)
+            una.metros = cambio.antes < 0 ? cambio.metros : -cambio.metros;
+        EscribeFila(std::string("titular ") + NombreDe(cambio.que), ";;", una, {});
+    }
+
+    CSalida& m_salida;
+    const CContraste& m_contraste;
+};
+
+} // namespace
+
+void EscribeCambiosCsv(CSalida& salida, const CContraste& contraste)
+{
+    CHojaCambios(salida, contraste).Escribe();
+}
+
+} // namespace informe

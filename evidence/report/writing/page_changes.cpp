@@ -1,0 +1,319 @@
+#include <algorithm>
+#include <cstdlib>
+#include <utility>
+
+#include "evidence/report/reading/bounds.h"
+#include "evidence/report/reading/text.h"
+#include "evidence/report/writing/change_texts.h"
+#include "evidence/report/writing/page_files.h"
+#include "evidence/report/writing/page_parts.h"
+
+// What changed against another state.
+
+namespace informe {
+namespace {
+
+constexpr std::size_t kTitularesDichos = 3;
+
+std::string ConSigno(std::int64_t metros)
+{
+    return (metros > 0 ? "+" : "") + Miles(metros);
+}
+
+class CSeccionCambios {
+public:
+    CSeccionCambios(const CContraste& contraste, const CAnclas* anclas, CMarcas& marcas)
+        : m_contraste(contraste), m_cambios(contraste.cambios), m_anclas(anclas), m_marcas(marcas)
+    {
+    }
+
+    void Pon();
+
+private:
+    using CElegidas = std::vector<const CCambioParcela*>;
+
+    void PonEstados();
+    void PonBalance();
+    void PonEnQue();
+    void PonRepartos();
+    void PonParcelas(CCambioParcela::Que que, const char* ancla, const char* titulo);
+    void PonPersonas();
+    CElegidas Elige(CCambioParcela::Que que) const;
+    void FilaDeParcela(const CCambioParcela& cambio);
+    void FilaDeCambiada(const CCambioParcela& cambio);
+    void FilaDePersona(const CCambioPersona& cambio);
+    void Callan(std::size_t hay);
+    CCelda Parcela(const CClaveParcela& clave) const
+    {
+        return {NombreDe(clave, m_contraste), nullptr,
+                m_anclas == nullptr ? std::string()
+                                    : m_anclas->AParcela(clave.polig, clave.parcela)};
+    }
+
+    const CContraste& m_contraste;
+    const CCambios& m_cambios;
+    const CAnclas* m_anclas; // null where there are no maps
+    CMarcas& m_marcas;
+};
+
+void CSeccionCambios::PonEstados()
+{
+    m_marcas.Bloque("p", {{"class", kNota}}, [&] {
+        m_marcas.Texto("De ")
+            .Elemento("b", {}, Texto(m_contraste.antes.nombre))
+            .Texto(std::string(" (") + NombreDe(m_contraste.antes.clase) + ") a ")
+            .Elemento("b", {}, Texto(m_contraste.ahora.nombre))
+            .Texto(std::string(" (") + NombreDe(m_contraste.ahora.clase) + ").");
+    });
+    if (m_cambios.deOtroMunicipio > 0)
+        Parrafo(m_marcas, kNota,
+                "No se miran " + Cuantos(m_cambios.deOtroMunicipio, "parcela", "parcelas") +
+                    " de otro municipio.");
+}
+
+/// Adds up from the older state to the newer one, in parcels and in hectares.
+void CSeccionCambios::PonBalance()
+{
+    const auto fila = [&](const char* que, const char* signo, const CCambios::CSuma& suma,
+                          const char* clase, bool cuentan) {
+        const char* const suyo = suma.parcelas == 0 ? "" : signo;
+        const std::string parcelas = Miles(suma.parcelas);
+        Fila(m_marcas, {{"class", clase}},
+             {{que},
+              {cuentan ? suyo + parcelas : "(" + parcelas + ")", kNumero},
+              {suyo + Hectareas(suma.metros), kNumero}});
+    };
+    Tabla(m_marcas, "sumas", {{"Superficie"}, {"Parcelas", true}, {"Hectáreas", true}}, [&] {
+        fila("Antes", "", m_cambios.antes, nullptr, true);
+        fila("desaparecen", "−", m_cambios.desaparecidas, nullptr, true);
+        fila("nuevas", "+", m_cambios.nuevas, nullptr, true);
+        fila("crecen", "+", m_cambios.crecen, nullptr, false);
+        fila("menguan", "−", m_cambios.menguan, nullptr, false);
+        fila("Ahora", "", m_cambios.ahora, "suma", true);
+    });
+}
+
+void CSeccionCambios::PonEnQue()
+{
+    std::string texto;
+    for (std::size_t i = 0; i < kDifiere; ++i)
+        if (const std::int64_t cuantas = m_cambios.porDifiere[i]; cuantas > 0)
+            texto += (texto.empty() ? "Cambian de " : ", de ") +
+                     std::string(NombreDe(static_cast<Difiere>(i))) + " " + Miles(cuantas);
+    if (!texto.empty())
+        Parrafo(m_marcas, nullptr,
+                texto + "; " + Cuantos(m_cambios.iguales, "parcela queda", "parcelas quedan") +
+                    " como estaba" + (m_cambios.iguales == 1 ? "." : "n."));
+}
+
+void CSeccionCambios::Callan(std::size_t hay)
+{
+    if (hay > topes::kFilasCambios)
+        Parrafo(m_marcas, kNota,
+                "y " + Miles(static_cast<std::int64_t>(hay - topes::kFilasCambios)) +
+                    " más; --cambios las da todas en una hoja.");
+}
+
+void CSeccionCambios::PonRepartos()
+{
+    const std::vector<CReparto>& repartos = m_cambios.repartos;
+    if (repartos.empty() && !m_cambios.repartosSinBuscar)
+        return;
+    m_marcas.Bloque("h3", {}, "Divisiones y agrupaciones");
+    Parrafo(m_marcas, kNota, "Por lo que suman sus superficies.");
+    if (m_cambios.repartosSinBuscar)
+        Parrafo(m_marcas, kNota, "Son tantas las parcelas que cambian, que no se buscaron todas.");
+    m_marcas.Bloque("ul", {{"class", "repartos"}}, [&] {
+        for (std::size_t i = 0; i < std::min(repartos.size(), topes::kFilasCambios); ++i)
+            m_marcas.Bloque("li", {}, [&] {
+                m_marcas.Texto(EnPalabras(repartos[i], m_contraste, topes::kParcelasDeReparto) +
+                               " ");
+                m_marcas.Elemento("small", {}, Superficie(repartos[i].metros));
+            });
+    });
+    Callan(repartos.size());
+}
+
+/// Those with the greatest surface, or difference of it, first.
+CSeccionCambios::CElegidas CSeccionCambios::Elige(CCambioParcela::Que que) const
+{
+    CElegidas elegidas;
+    for (const CCambioParcela& cambio : m_cambios.parcelas)
+        if (cambio.que == que)
+            elegidas.push_back(&cambio);
+    std::stable_sort(elegidas.begin(), elegidas.end(), [](const auto* a, const auto* b) {
+        return std::abs(a->Diferencia()) > std::abs(b->Diferencia());
+    });
+    return elegidas;
+}
+
+/// Of a parcel that only one state has.
+void CSeccionCambios::FilaDeParcela(const CCambioParcela& cambio)
+{
+    const bool nueva = cambio.que == CCambioParcela::Que::Nueva;
+    const CEstadoMunicipio& estado = (nueva ? m_contraste.ahora : m_contraste.antes).estado;
+    const CEstadoMunicipio::CParcela& parcela = nueva ? *cambio.ahora : *cambio.antes;
+    Fila(m_marcas, {},
+         {Parcela(cambio.clave),
+          {Miles(parcela.superficie), kNumero},
+          {Titulares(estado, parcela, kTitularesDichos)},
+          {Texto(estado.Paraje(parcela))},
+          {cambio.reparto < 0
+               ? std::string()
+               : EnPalabras(m_cambios.repartos[static_cast<std::size_t>(cambio.reparto)],
+                            m_contraste, topes::kParcelasDeReparto)}});
+}
+
+void CSeccionCambios::FilaDeCambiada(const CCambioParcela& cambio)
+{
+    const bool mide = cambio.Hay(Difiere::Superficie);
+    m_marcas.Bloque("tr", {}, [&] {
+        m_marcas.Elemento("td", {}, [&] {
+            const CCelda celda = Parcela(cambio.clave);
+            Enlace(m_marcas, celda.destino, celda.texto);
+        });
+        for (const std::string& cifra :
+             {Miles(cambio.Antes()), mide ? Miles(cambio.Ahora()) : std::string(),
+              mide ? ConSigno(cambio.Diferencia()) : std::string()})
+            m_marcas.Elemento("td", {{"class", kNumero}}, cifra);
+        m_marcas.Elemento("td", {}, [&] {
+            const char* entre = "";
+            for (const CDiferencia& una : Diferencias(cambio, m_contraste, kTitularesDichos)) {
+                if (una.deSuperficie)
+                    continue;
+                m_marcas.Hecho(std::exchange(entre, "<br>"))
+                    .Elemento("b", {}, una.que + (una.letra.empty() ? "" : " " + una.letra))
+                    .Texto(": " + (una.antes.empty() ? "no estaba" : una.antes) + " → " +
+                           (una.ahora.empty() ? "ya no está" : una.ahora));
+            }
+        });
+    });
+}
+
+void CSeccionCambios::PonParcelas(CCambioParcela::Que que, const char* ancla, const char* titulo)
+{
+    const CElegidas elegidas = Elige(que);
+    if (elegidas.empty())
+        return;
+    const auto cuantas = static_cast<std::int64_t>(elegidas.size());
+    m_marcas.Bloque("h3", {}, titulo + (" (" + Miles(cuantas) + ")"));
+    const auto filas = [&] {
+        for (std::size_t i = 0; i < std::min(elegidas.size(), topes::kFilasCambios); ++i)
+            if (que == CCambioParcela::Que::Cambiada)
+                FilaDeCambiada(*elegidas[i]);
+            else
+                FilaDeParcela(*elegidas[i]);
+    };
+    if (que == CCambioParcela::Que::Cambiada)
+        Tabla(
+            m_marcas, ancla,
+            {{"Parcela"}, {"Antes, m²", true}, {"Ahora, m²", true}, {"Diferencia", true}, {"Qué"}},
+            filas);
+    else
+        Tabla(m_marcas, ancla,
+              {{"Parcela"},
+               {"m²", true},
+               {"Titulares"},
+               {"Paraje"},
+               {m_cambios.repartos.empty() ? "" : "Por qué"}},
+              filas);
+    Callan(elegidas.size());
+}
+
+void CSeccionCambios::FilaDePersona(const CCambioPersona& cambio)
+{
+    const auto nombre = [](const CEstadoMunicipio& estado, int persona) {
+        return persona < 0 ? std::string()
+                           : NombreDe(estado.personas[static_cast<std::size_t>(persona)]);
+    };
+    Fila(m_marcas, {},
+         {{NombreDe(cambio.que)},
+          {nombre(m_contraste.antes.estado, cambio.antes)},
+          {nombre(m_contraste.ahora.estado, cambio.ahora)},
+          {Miles(cambio.parcelas), kNumero},
+          {Hectareas(cambio.metros), kNumero}});
+}
+
+void CSeccionCambios::PonPersonas()
+{
+    const std::vector<CCambioPersona>& personas = m_cambios.personas;
+    if (personas.empty())
+        return;
+    m_marcas.Bloque("h3", {},
+                    "Titulares (" + Miles(static_cast<std::int64_t>(personas.size())) + ")");
+    Tabla(m_marcas, "personas",
+          {{"Qué"}, {"Antes"}, {"Ahora"}, {"Parcelas", true}, {"Hectáreas", true}}, [&] {
+              for (std::size_t i = 0; i < std::min(personas.size(), topes::kFilasCambios); ++i)
+                  FilaDePersona(personas[i]);
+          });
+    Callan(personas.size());
+}
+
+void CSeccionCambios::Pon()
+{
+    PonEstados();
+    if (!m_cambios.HayAlguno())
+        return Parrafo(m_marcas, kCuadra,
+                       "✓ Sin cambios: " + Cuantos(m_cambios.iguales, "parcela", "parcelas") +
+                           ", " + Hectareas(m_cambios.ahora.metros) + " ha.");
+    PonBalance();
+    PonEnQue();
+    PonRepartos();
+    PonParcelas(CCambioParcela::Que::Desaparecida, "desaparecen", "Parcelas que desaparecen");
+    PonParcelas(CCambioParcela::Que::Nueva, "nuevas", "Parcelas nuevas");
+    PonParcelas(CCambioParcela::Que::Cambiada, "cambian", "Parcelas que cambian");
+    PonPersonas();
+}
+
+void PonCifrasDeCambios(const CContraste& contraste, CMarcas& marcas)
+{
+    const CCambios& cambios = contraste.cambios;
+    const auto cifra = [&](std::int64_t cuantos, const std::string& cuanto, const char* que) {
+        marcas.Bloque("li", {{"class", cuantos == 0 ? "cero" : ""}},
+                      [&] { marcas.Elemento("b", {}, cuanto).Texto(" ").Texto(que); });
+    };
+    const std::int64_t metros = cambios.ahora.metros - cambios.antes.metros;
+    const std::int64_t cambiadas = cambios.Cuantas(CCambioParcela::Que::Cambiada);
+    marcas.Bloque("ul", {{"class", "cifras"}}, [&] {
+        marcas.Linea();
+        cifra(cambios.desaparecidas.parcelas, Miles(cambios.desaparecidas.parcelas), "desaparecen");
+        cifra(cambios.nuevas.parcelas, Miles(cambios.nuevas.parcelas), "nuevas");
+        cifra(cambiadas, Miles(cambiadas), "cambian");
+        cifra(cambios.porDifiere[0], Miles(cambios.porDifiere[0]), "de titular");
+        cifra(metros, (metros > 0 ? "+" : "") + Superficie(metros), "de superficie");
+    });
+}
+
+} // namespace
+
+void PonCambios(const CContraste& contraste, const CAnclas* anclas, CMarcas& marcas)
+{
+    PonSeccion(marcas, seccion::kCambios,
+               [&] { CSeccionCambios(contraste, anclas, marcas).Pon(); });
+}
+
+void EscribePagina(const CContenidoCambios& contenido, const CEscribe& escribe)
+{
+    EscribeDocumento(
+        escribe, "Cambios de " + contenido.nombre, kEstiloCambios, [&](CMarcas& marcas) {
+            marcas.Linea().Bloque("header", {}, [&] {
+                marcas.Linea().Bloque("p", {{"class", "sobre"}}, "Cambios");
+                marcas.Bloque("h1", {}, contenido.nombre);
+                Parrafo(marcas, "sentido", "contra " + Texto(contenido.contraste.antes.nombre));
+                PonCifrasDeCambios(contenido.contraste, marcas);
+            });
+            marcas.Bloque("main", {}, [&] {
+                marcas.Linea();
+                PonCambios(contenido.contraste, nullptr, marcas);
+            });
+            PonPie(marcas, contenido.version, contenido.hecho);
+        });
+}
+
+void SeccionCambios(const CContenido& contenido, CMarcas& marcas)
+{
+    if (contenido.contraste != nullptr)
+        PonCambios(*contenido.contraste, &contenido.anclas, marcas);
+}
+
+} // namespace informe
