@@ -33,8 +33,17 @@ DWORD Escribe(const fs::path& carpeta, long vez)
     STARTUPINFOW inicio = {};
     inicio.cb = sizeof inicio;
     PROCESS_INFORMATION proceso = {};
-    if (CreateProcessW(nullptr, linea.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &inicio,
-                       &proceso) == 0)
+    // A busy system has at times no room for one more process.
+    constexpr int kIntentos = 20;
+    BOOL empezado = FALSE;
+    for (int i = 0; i < kIntentos && empezado == FALSE; ++i) {
+        empezado = CreateProcessW(nullptr, linea.data(), nullptr, nullptr, FALSE, 0, nullptr,
+                                  nullptr, &inicio, &proceso);
+        if (empezado == FALSE)
+            Sleep(250);
+    }
+    EXPECT_NE(empezado, FALSE) << "error " << GetLastError();
+    if (empezado == FALSE)
         return ~DWORD{0};
     const Manija hilo(proceso.hThread);
     const Manija suyo(proceso.hProcess);

@@ -176,18 +176,23 @@ void CLectorCatastro::AsientaVinculos()
 {
     CMunicipio& municipio = Municipio();
     std::erase_if(m_titulares, [&](const CTitularLeido& t) { return t.municipio != m_municipio; });
-    std::ranges::stable_sort(m_titulares, {}, &CTitularLeido::numero);
+    const auto esMenor = [](const CTitularLeido& a, const CTitularLeido& b) {
+        return a.numero < b.numero;
+    };
+    std::stable_sort(m_titulares.begin(), m_titulares.end(), esMenor);
     for (const CParcelaLeida& leida : m_parcelas) {
         if (!leida.enlaza)
             continue;
         int parcela = kNoEncontrado;
         const bool hayParcela = municipio.BuscaParcela(leida.polig, leida.parcela, parcela);
-        for (const CTitularLeido& titular :
-             std::ranges::equal_range(m_titulares, leida.numImputa, {}, &CTitularLeido::numero)) {
+        auto titular =
+            std::lower_bound(m_titulares.begin(), m_titulares.end(),
+                             CTitularLeido{leida.numImputa, kNoEncontrado, m_municipio}, esMenor);
+        for (; titular != m_titulares.end() && titular->numero == leida.numImputa; ++titular) {
             ++m_leida.vinculos.lineas;
             if (!hayParcela)
                 ++m_leida.vinculos.sinEfecto;
-            else if (Enlaza(municipio.DameParcela(parcela), titular.indice))
+            else if (Enlaza(municipio.DameParcela(parcela), titular->indice))
                 m_leida.vinculos.quedan.push_back(
                     CClaveRegistro::DeParcela(leida.polig, leida.parcela));
         }

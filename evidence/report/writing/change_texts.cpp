@@ -59,7 +59,7 @@ std::string NombreDe(const CClaveParcela& clave, const CContraste& contraste)
 
 std::string NombreDe(const CEstadoMunicipio::CPersona& persona)
 {
-    const std::string nombre = Texto(persona.nombre);
+    std::string nombre = Texto(persona.nombre);
     if (persona.dni.IsEmpty())
         return nombre;
     return nombre + (nombre.empty() ? "" : ", ") + Texto(persona.dni);
@@ -159,6 +159,7 @@ std::string EnPalabras(const CReparto& reparto, const CContraste& contraste,
 {
     const auto nombra = [&](const std::vector<CClaveParcela>& claves) {
         std::vector<std::string> nombres;
+        nombres.reserve(claves.size());
         for (const CClaveParcela& clave : claves)
             nombres.push_back(NombreDe(clave, contraste));
         return Enumera(nombres, parcelasComoMucho);

@@ -6,6 +6,7 @@
 #include "batch/job_table.h"
 #include "evidence/report/reading/batch_jobs.h"
 #include "evidence/report/writing/run_json.h"
+#include "platform/files/system_files.h"
 #include "tests/catastro_to_vexa/run_fixture.h"
 #include "tests/evidence/report/report_fixture.h"
 
@@ -24,7 +25,7 @@ protected:
     ResumenDeLote()
     {
         for (const char* lugar : {"uno", "a #1 ñ", "medio", "t.resultados/salidas"})
-            std::filesystem::create_directories(carpeta.Ruta() / lugar);
+            std::filesystem::create_directories(carpeta.Ruta() / sistema::Ruta(lugar));
         carpeta.Pon("uno/entrada.txt", "");
         carpeta.Pon("uno/entrada.ERR", "W302: Parcela    1      1 no tiene titular\r\n");
         carpeta.Pon("a #1 ñ/entrada.txt", "");

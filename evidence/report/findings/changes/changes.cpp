@@ -38,7 +38,7 @@ private:
     void ComparaTitulares(const CParcela& antes, const CParcela& ahora, CCambioParcela& cambio);
     template <int (CPersonasDeDos::*Numero)(int) const>
     void Partes(const CEstadoMunicipio& estado, const CParcela& parcela, CPartes& partes) const;
-    void Pon(CCambioParcela cambio, CCambios::CSuma& suma);
+    void Pon(const CCambioParcela& cambio, CCambios::CSuma& suma);
 
     const CEstadoMunicipio& m_antes;
     const CEstadoMunicipio& m_ahora;
@@ -58,10 +58,10 @@ void CComparacion::ReuneMunicipios(const CEstadoMunicipio& estado)
     m_municipios.erase(std::unique(m_municipios.begin(), m_municipios.end()), m_municipios.end());
 }
 
-void CComparacion::Pon(CCambioParcela cambio, CCambios::CSuma& suma)
+void CComparacion::Pon(const CCambioParcela& cambio, CCambios::CSuma& suma)
 {
     suma.Añade(std::abs(cambio.Diferencia()));
-    m_cambios.parcelas.push_back(std::move(cambio));
+    m_cambios.parcelas.push_back(cambio);
 }
 
 template <int (CPersonasDeDos::*Numero)(int) const>
@@ -105,7 +105,7 @@ void CComparacion::ComparaUna(const CParcela& antes, const CParcela& ahora)
         m_cambios.porDifiere[i] += cambio.difiere[i] ? 1 : 0;
     if (const std::int64_t diferencia = cambio.Diferencia(); diferencia != 0)
         (diferencia > 0 ? m_cambios.crecen : m_cambios.menguan).Añade(std::abs(diferencia));
-    m_cambios.parcelas.push_back(std::move(cambio));
+    m_cambios.parcelas.push_back(cambio);
 }
 
 /// Walks the newer state, and then what it left of the older one.

@@ -35,8 +35,10 @@ public:
         std::vector<CParte> suyas;
         for (const std::size_t i : m_elegidas)
             suyas.push_back(m_piezas[i]);
-        for (auto i = m_elegidas.rbegin(); i != m_elegidas.rend(); ++i)
-            m_piezas.erase(m_piezas.begin() + static_cast<std::ptrdiff_t>(*i));
+        std::reverse(m_elegidas.begin(),
+                     m_elegidas.end()); // the last one first, or places would move
+        for (const std::size_t i : m_elegidas)
+            m_piezas.erase(m_piezas.begin() + static_cast<std::ptrdiff_t>(i));
         return suyas;
     }
 
