@@ -80,7 +80,7 @@ TEST_F(ResumenDeLote, PutsTheWorstFirstAndSumsAllUp)
                                   "escribirlas, o están en otra carpeta, que --tablas nombra.";
     std::vector<std::string> hoja = Hoja();
     ASSERT_EQ(hoja.size(), 9U);
-    EXPECT_THAT(hoja[3], HasSubstr("no_hay/entrada.ERR."));
+    EXPECT_THAT(hoja[3], HasSubstr("entrada.ERR."));
     hoja.erase(hoja.begin() + 3);
     EXPECT_THAT(
         hoja, ElementsAre(
@@ -227,7 +227,8 @@ TEST_F(ResumenDeLote, LinksFromWhereItsPageStandsToReportsThatAreThere)
     EXPECT_THAT(pagina, HasSubstr("<a href=\"../t.resultados/informes/2.html\">a #1 ñ</a>"));
     EXPECT_THAT(pagina, HasSubstr("<td class=\"nombre\">uno<small>"));
     opciones.resumen = carpeta.En("a #1 ñ/r");
-    std::filesystem::rename(carpeta.Ruta() / kResultados, carpeta.Ruta() / "a #1 ñ/r");
+    std::filesystem::rename(carpeta.Ruta() / kResultados,
+                            carpeta.Ruta() / sistema::Ruta("a #1 ñ/r"));
     informe::HazResumen(opciones, "1", 0);
     EXPECT_THAT(carpeta.Lee("medio/p.html"),
                 HasSubstr("<a href=\"../a%20%231%20%C3%B1/r/informes/2.html\">a #1 ñ</a>"));
