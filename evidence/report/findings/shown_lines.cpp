@@ -4,6 +4,8 @@
 
 #include "evidence/report/reading/bounds.h"
 #include "evidence/report/reading/text.h"
+#include "platform/files/cfile_exception.h"
+#include "platform/files/system_files.h"
 
 namespace informe {
 
@@ -21,6 +23,8 @@ CLineasMostradas::CLineasMostradas(const CRegistroLeido& registro)
         m_lineas.push_back({*elegida, Texto(texto)});
         ++elegida;
     });
+    if (elegida != m_posiciones.end()) // its run, or another one, wrote it anew meanwhile
+        throw CFileException(registro.Nombre(), sistema::kDeOtro, true);
 }
 
 } // namespace informe

@@ -39,6 +39,7 @@ public:
     /// The same with what was read of each. Lines that came to the log since then are passed over.
     void RecorreConAvisos(
         const std::function<void(const CAviso& aviso, const CString& texto)>& toma) const;
+    const CString& Nombre() const { return m_nombre; } ///< of its file
     /// What came by the standard input; nothing of a file.
     const std::optional<std::string>& Recibido() const { return m_recibido; }
 

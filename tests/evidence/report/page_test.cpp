@@ -6,6 +6,7 @@
 #include "evidence/report/writing/maps.h"
 #include "platform/ansi.h"
 #include "platform/files/cfile.h"
+#include "platform/files/cfile_exception.h"
 #include "tests/evidence/report/report_fixture.h"
 
 using testing::HasSubstr;
@@ -18,6 +19,18 @@ TEST(ReportPage, IsTheSameForTheSameFiles)
     const std::string una = CInformePrueba(carpeta, "a.ERR").pagina;
     EXPECT_EQ(CInformePrueba(carpeta, "a.ERR").pagina, una);
     EXPECT_EQ(Veces(una, "<p class=\"fecha\">"), 1);
+}
+
+TEST(ReportPage, IsNotMadeOfALogThatIsWrittenAnewMeanwhile)
+{
+    const CCarpetaPrueba carpeta;
+    const std::string linea = "E206: La parcela    1      2 ya existe\r\n";
+    const informe::CRegistroLeido registro(carpeta.Pon("a.ERR", linea + linea));
+    EXPECT_EQ(informe::CLineasMostradas(registro).Lineas().size(), 2U);
+    for (const char* ahora : {"", linea.c_str()}) {
+        carpeta.Pon("a.ERR", ahora);
+        EXPECT_THROW(informe::CLineasMostradas{registro}, CFileException) << ahora;
+    }
 }
 
 TEST(ReportPage, IsLookedOverForWhatNoBrowserTells)
