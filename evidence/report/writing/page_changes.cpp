@@ -41,6 +41,7 @@ private:
     CElegidas Elige(CCambioParcela::Que que) const;
     void FilaDeParcela(const CCambioParcela& cambio);
     void FilaDeCambiada(const CCambioParcela& cambio);
+    void QueCambia(const CCambioParcela& cambio);
     void FilaDePersona(const CCambioPersona& cambio);
     void Callan(std::size_t hay);
     CCelda Parcela(const CClaveParcela& clave) const
@@ -176,18 +177,22 @@ void CSeccionCambios::FilaDeCambiada(const CCambioParcela& cambio)
              {Miles(cambio.Antes()), mide ? Miles(cambio.Ahora()) : std::string(),
               mide ? ConSigno(cambio.Diferencia()) : std::string()})
             m_marcas.Elemento("td", {{"class", kNumero}}, cifra);
-        m_marcas.Elemento("td", {}, [&] {
-            const char* entre = "";
-            for (const CDiferencia& una : Diferencias(cambio, m_contraste, kTitularesDichos)) {
-                if (una.deSuperficie)
-                    continue;
-                m_marcas.Hecho(std::exchange(entre, "<br>"))
-                    .Elemento("b", {}, una.que + (una.letra.empty() ? "" : " " + una.letra))
-                    .Texto(": " + (una.antes.empty() ? "no estaba" : una.antes) + " → " +
-                           (una.ahora.empty() ? "ya no está" : una.ahora));
-            }
-        });
+        m_marcas.Elemento("td", {}, [&] { QueCambia(cambio); });
     });
+}
+
+/// A line for each difference but that of the surface, which has columns of its own.
+void CSeccionCambios::QueCambia(const CCambioParcela& cambio)
+{
+    const char* entre = "";
+    for (const CDiferencia& una : Diferencias(cambio, m_contraste, kTitularesDichos)) {
+        if (una.deSuperficie)
+            continue;
+        m_marcas.Hecho(std::exchange(entre, "<br>"))
+            .Elemento("b", {}, una.que + (una.letra.empty() ? "" : " " + una.letra))
+            .Texto(": " + (una.antes.empty() ? "no estaba" : una.antes) + " → " +
+                   (una.ahora.empty() ? "ya no está" : una.ahora));
+    }
 }
 
 void CSeccionCambios::PonParcelas(CCambioParcela::Que que, const char* ancla, const char* titulo)
