@@ -45,11 +45,13 @@ inline constexpr std::size_t kPuntosSinMensajes = 50'000;
 inline constexpr std::size_t kFilasCambios = 150;
 inline constexpr std::size_t kParcelasDeReparto = 12; // that a split or a join names
 
-// Splits and joins. So many new parcels of a polygon, and as many of them at a time, are tried in
-// any order: with more of them some sum fits by chance. Below so many square metres a difference is
-// no split. The steps of all polygons together take a tenth of a second.
-inline constexpr std::size_t kPiezasSueltas = 12;
-inline constexpr std::size_t kPiezasDeUna = 5;
+// Splits and joins. Of so many new parcels of a polygon, so many at a time are tried in any order,
+// and so many square metres taken for rounding: with more of them some sum fits by chance. Below so
+// many square metres a difference is no split. The steps of all polygons together take a tenth of a
+// second.
+inline constexpr std::size_t kPiezasSueltas = 7;
+inline constexpr std::size_t kPiezasDeUna = 3;
+inline constexpr std::int64_t kHolguraDeSueltas = 1;
 inline constexpr std::int64_t kMetrosDeReparto = 20;
 inline constexpr std::int64_t kPasosDeReparto = 20'000'000;
 

@@ -29,9 +29,8 @@ public:
     std::vector<CParte> Saca(const CParte& entera)
     {
         m_elegidas.clear();
-        if (!EligeSeguidas(entera) &&
-            (m_piezas.size() > topes::kPiezasSueltas || !EligeSueltas(entera, entera.metros, 0)))
-            m_elegidas.clear();
+        if (!EligeSeguidas(entera) && m_piezas.size() <= topes::kPiezasSueltas)
+            EligeSueltas(entera);
         std::vector<CParte> suyas;
         for (const std::size_t i : m_elegidas)
             suyas.push_back(m_piezas[i]);
@@ -72,28 +71,44 @@ private:
         return false;
     }
 
-    /// The same of any parcels from a position on.
-    bool EligeSueltas(const CParte& entera, std::int64_t falta, std::size_t desde)
+    /// The same of a few parcels of any numbers, where no others would do as well.
+    void EligeSueltas(const CParte& entera)
     {
-        if (Cuadra(falta, m_elegidas.size(), entera) && !m_elegidas.empty())
-            return true;
+        m_unicas.clear();
+        if (BuscaUnicas(entera, entera.metros, 0))
+            m_elegidas.swap(m_unicas);
+    }
+
+    /// Goes through the choices from a position on. False once a second one fits, or at the end of
+    /// the steps.
+    bool BuscaUnicas(const CParte& entera, std::int64_t falta, std::size_t desde)
+    {
+        if (!m_elegidas.empty() && m_elegidas.size() >= entera.menosPiezas &&
+            std::abs(falta) <= topes::kHolguraDeSueltas) {
+            if (!m_unicas.empty())
+                return false;
+            m_unicas = m_elegidas;
+        }
         if (m_elegidas.size() == topes::kPiezasDeUna)
-            return false;
-        for (std::size_t i = desde; i < m_piezas.size() && --m_pasos > 0; ++i) {
-            constexpr auto kHolgura = static_cast<std::int64_t>(topes::kPiezasDeUna) + 1;
-            if (m_piezas[i].metros > falta + kHolgura)
+            return true;
+        for (std::size_t i = desde; i < m_piezas.size(); ++i) {
+            if (--m_pasos <= 0)
+                return false;
+            if (m_piezas[i].metros > falta + topes::kHolguraDeSueltas)
                 continue;
             m_elegidas.push_back(i);
-            if (EligeSueltas(entera, falta - m_piezas[i].metros, i + 1))
-                return true;
+            const bool sigue = BuscaUnicas(entera, falta - m_piezas[i].metros, i + 1);
             m_elegidas.pop_back();
+            if (!sigue)
+                return false;
         }
-        return false;
+        return true;
     }
 
     std::vector<CParte> m_piezas;
     std::int64_t& m_pasos;
     std::vector<std::size_t> m_elegidas;
+    std::vector<std::size_t> m_unicas; ///< the choice of any numbers that fits
 };
 
 /// The changes of a polygon.
