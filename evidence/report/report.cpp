@@ -349,6 +349,15 @@ void ElaboraEnsayo(const CString& lista, COpciones opciones, const std::string& 
         resultado.quejas.push_back(std::move(reparo));
 }
 
+/// Why one of two states can't be looked at; empty for nothing, and where there is only one.
+std::string ReparoDeEstados(const CString& registro, const COpciones& opciones)
+{
+    if (opciones.contra.IsEmpty())
+        return {};
+    std::string reparo = registro == kEstandar ? std::string() : ReparoDeTipo(registro);
+    return reparo.empty() ? ReparoDeTipo(opciones.contra) : reparo;
+}
+
 } // namespace
 
 CResultado HazInforme(const CString& registro, const COpciones& opciones,
@@ -356,7 +365,9 @@ CResultado HazInforme(const CString& registro, const COpciones& opciones,
 {
     CResultado resultado;
     try {
-        if (opciones.ensayo)
+        if (std::string reparo = ReparoDeEstados(registro, opciones); !reparo.empty())
+            resultado.quejas.push_back(std::move(reparo));
+        else if (opciones.ensayo)
             ElaboraEnsayo(registro, opciones, version, hecho, resultado);
         else
             Elabora(registro, opciones, version, hecho, resultado);

@@ -113,6 +113,13 @@ equal "changed polygons on the map of all" \
 status 1 "$informe" intercambio.txt --contra no_hay
 grep -q '^campiva-informe: no_hay no existe$' stderr || fail "a state that isn't there isn't told"
 status 2 "$informe" intercambio.txt --cambios cambios.csv
+mkfifo tuberia
+for states in 'intercambio.txt --contra tuberia' 'tuberia --contra intercambio.txt' \
+  'intercambio.txt --contra /dev/null' 'entrada.ERR --contra tuberia'; do
+  status 1 timeout 20 "$informe" $states
+  grep -q ' no es un fichero ni una carpeta$' stderr || fail "a state that is none isn't told of $states"
+done
+rm tuberia
 
 # The way back is tried in a folder of its own: nothing changes but for the page, whatever comes of it.
 mkdir tmp

@@ -218,14 +218,26 @@ std::optional<Tabla> CLectorTablas::Lee()
     return std::nullopt;
 }
 
-bool EsCarpeta(const CString& nombre)
+sistema::CEstado::Tipo TipoDe(const CString& nombre)
 {
     sistema::Error error;
     const sistema::CEstado estado = sistema::Mira(sistema::Ruta(nombre), error);
-    return !NoSeHalla(nombre, error) && estado.tipo == sistema::CEstado::Tipo::Carpeta;
+    return NoSeHalla(nombre, error) ? sistema::CEstado::Tipo::NoHay : estado.tipo;
+}
+
+bool EsCarpeta(const CString& nombre)
+{
+    return TipoDe(nombre) == sistema::CEstado::Tipo::Carpeta;
 }
 
 } // namespace
+
+std::string ReparoDeTipo(const CString& nombre)
+{
+    return TipoDe(nombre) == sistema::CEstado::Tipo::Otro
+               ? Texto(nombre) + " no es un fichero ni una carpeta"
+               : std::string();
+}
 
 ClaseEstado ClaseDeEstado(const CString& nombre)
 {

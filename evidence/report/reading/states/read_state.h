@@ -13,6 +13,10 @@ namespace informe {
 
 enum class ClaseEstado { NoEs, Catastro, FicheroR, Tablas };
 
+/// Why what has the name can be no state, whatever it holds: a pipe or a device gives its bytes but
+/// once, and a state is looked at before it is read. Empty for nothing.
+std::string ReparoDeTipo(const CString& nombre);
+
 /// What a name stands for: a folder with tables, or what the first lines of a file look like.
 /// Raises CFileException where it isn't there or can't be looked at.
 ClaseEstado ClaseDeEstado(const CString& nombre);
