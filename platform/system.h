@@ -80,6 +80,10 @@ bool HayQueAcabar();
 void PideAcabar();
 /// Signals act as usual again. Where the process is to end, it does so, by the signal that came.
 void OlvidaSenales();
+/// From now on a write to a pipe that nobody reads any more fails, and doesn't end the process.
+void AguantaTuberiaRota();
+/// Such a write acts as usual again.
+void SueltaTuberiaRota();
 /// Waits for a line typed at the terminal. False where the process is to end before one came.
 bool EsperaLinea();
 

@@ -22,6 +22,8 @@ volatile std::sig_atomic_t g_interrupcion = 0; // one that nobody looked at yet
 volatile std::sig_atomic_t g_final = 0; // the signal by which the process is to end, 0 for none
 volatile std::sig_atomic_t g_seContesta = 1; // whether to stop can be asked
 bool g_vigila = false;                       // signals are noted, and don't act as usual
+bool g_aguanta = false;                      // a pipe that breaks ends nothing
+void (*g_conTuberiaRota)(int) = SIG_DFL;     // what it did before
 
 void AlLlegar(int numero)
 {
@@ -196,6 +198,18 @@ void OlvidaSenales()
     g_interrupcion = 0; // one that came too late stops nothing later
     if (g_final != 0)
         std::raise(g_final);
+}
+
+void AguantaTuberiaRota()
+{
+    if (!std::exchange(g_aguanta, true))
+        g_conTuberiaRota = std::signal(SIGPIPE, SIG_IGN);
+}
+
+void SueltaTuberiaRota()
+{
+    if (std::exchange(g_aguanta, false))
+        std::signal(SIGPIPE, g_conTuberiaRota);
 }
 
 bool EsperaLinea()

@@ -279,6 +279,10 @@ void OlvidaSenales()
         ExitProcess(kPorCtrlC);
 }
 
+void AguantaTuberiaRota() {} // there a write to such a pipe only fails
+
+void SueltaTuberiaRota() {}
+
 bool EsperaLinea()
 {
     if (!EsTerminal(stdin) || Tecleado().Espera() || !Tecleado().Interrumpida())

@@ -296,13 +296,21 @@ void Elabora(const CString& registro, const COpciones& opciones, const std::stri
         elaboracion.Hace(pagina, version, hecho, resultado);
 }
 
-/// As long as it is there, a signal is noted and ends the process behind it: what stands between
-/// is put away first.
+/// As long as it is there, a signal is noted and ends the process behind it, and a pipe that nobody
+/// reads any more is a failed write: what stands between is put away first.
 struct CVigilancia {
-    CVigilancia() { sistema::VigilaSenales(false); }
+    CVigilancia()
+    {
+        sistema::VigilaSenales(false);
+        sistema::AguantaTuberiaRota();
+    }
     CVigilancia(const CVigilancia&) = delete;
     CVigilancia& operator=(const CVigilancia&) = delete;
-    ~CVigilancia() { sistema::OlvidaSenales(); }
+    ~CVigilancia()
+    {
+        sistema::SueltaTuberiaRota();
+        sistema::OlvidaSenales();
+    }
 };
 
 /// The trial itself. Gives why it came to nothing; empty for nothing.
