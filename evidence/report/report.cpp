@@ -341,7 +341,12 @@ void ElaboraEnsayo(const CString& lista, COpciones opciones, const std::string& 
         resultado.quejas.push_back("El archivo " + Texto(nombre) + " no existe");
     if (std::optional<CListaPoligonos> leida = LeeLista(lista))
         ficheros.lista = std::move(*leida);
-    std::string reparo = ReparoDeSalidas(opciones, pagina, LeidosPara(opciones, ficheros));
+    std::vector<CString> intocables = LeidosPara(opciones, ficheros);
+    const CListaPoligonos& deVerdad = ficheros.lista;
+    for (const char* extension : {kExtensionRegistro, "R", "M"}) // what the last real run left
+        intocables.push_back(
+            FicheroDeLista(deVerdad.carpeta, deVerdad.cabecera.nombreSalida, extension));
+    std::string reparo = ReparoDeSalidas(opciones, pagina, std::move(intocables));
     if (reparo.empty() && resultado.quejas.empty()) {
         const CVigilancia vigilancia;
         try {

@@ -12,7 +12,8 @@ class CCarpetaTemporal {
 public:
     /// \param nombre  what its name begins with
     explicit CCarpetaTemporal(const std::string& nombre)
-        : m_ruta(std::filesystem::temp_directory_path() / (nombre + "-" + lado::Marca()))
+        : m_ruta(std::filesystem::absolute(std::filesystem::temp_directory_path()) /
+                 (nombre + "-" + lado::Marca()))
     {
         std::filesystem::create_directory(m_ruta);
         std::filesystem::permissions(m_ruta, std::filesystem::perms::owner_all);

@@ -27,12 +27,18 @@ constexpr const char* kVuelta = "1";
 // As the program stores its settings.
 constexpr const char* kEmpresa = "VexaSoft";
 constexpr const char* kAjustesDe = "Campiva";
-constexpr const char* kDicho = "dicho.txt"; // no list makes an output of that name
+constexpr const char* kDicho = "dicho.txt";
+
+// A list may have any name, so it has a folder with what stands beside it, and the tables another.
+constexpr const char* kCarpetaLista = "lista";
+constexpr const char* kCarpetaTablas = "tablas";
 
 void Copia(const CString& nombre, const fs::path& hasta)
 {
     sistema::Error error;
     CopiaAUnoNuevo(sistema::Ruta(nombre), hasta, error);
+    if (error == std::errc::no_space_on_device || error == std::errc::file_too_large)
+        throw CFileException(sistema::Nombre(hasta), error);
     if (error)
         throw CFileException(nombre, error, true);
 }
@@ -79,7 +85,9 @@ CEnsayo::CEnsayo(const CFicheros& ficheros, const COpciones& opciones)
     : m_opciones(opciones), m_suyos(ficheros), m_tablas(ficheros.tablas)
 {
     const CString& base = ficheros.lista.cabecera.nombreSalida;
-    m_lista = sistema::Nombre(m_carpeta.Ruta() / Solo(ficheros.lista.nombre));
+    fs::create_directory(m_carpeta.Ruta() / kCarpetaLista);
+    fs::create_directory(m_carpeta.Ruta() / kCarpetaTablas);
+    m_lista = sistema::Nombre(m_carpeta.Ruta() / kCarpetaLista / Solo(ficheros.lista.nombre));
     const CString carpeta = CCadena(m_lista).DamePath();
     m_suyos.registro = FicheroDeLista(carpeta, base, kExtensionRegistro);
     m_suyos.ficheroR = FicheroDeLista(carpeta, base, "R");
@@ -87,8 +95,10 @@ CEnsayo::CEnsayo(const CFicheros& ficheros, const COpciones& opciones)
     Copia(ficheros.lista.nombre, sistema::Ruta(m_lista));
     for (const Tabla tabla : {kParcelas, kSubparcelas})
         if (HayFichero(ficheros.tablas[tabla])) { // else the program says so
-            m_tablas[tabla] = EnCarpeta(carpeta, NombreTabla(tabla));
-            Copia(ficheros.tablas[tabla], sistema::Ruta(m_tablas[tabla]));
+            const fs::path copia =
+                m_carpeta.Ruta() / kCarpetaTablas / sistema::Ruta(NombreTabla(tabla));
+            m_tablas[tabla] = sistema::Nombre(copia);
+            Copia(ficheros.tablas[tabla], copia);
         }
     TraeDibujos(ficheros);
 }
@@ -102,7 +112,7 @@ void CEnsayo::TraeDibujos(const CFicheros& ficheros)
              {kExtensionDibujo, ExtensionDe(Parcelas), ExtensionDe(Subparcelas)}) {
             const CString nombre =
                 CFile::EnDisco(FicheroDeLista(ficheros.lista.carpeta, entrada, extension), nombres);
-            const fs::path hasta = m_carpeta.Ruta() / Solo(nombre);
+            const fs::path hasta = m_carpeta.Ruta() / kCarpetaLista / Solo(nombre);
             std::error_code error;
             if (HayFichero(nombre) && !fs::exists(fs::symlink_status(hasta, error)))
                 Enlaza(nombre, hasta);
@@ -153,7 +163,7 @@ std::string CEnsayo::Corre()
 
 CString CEnsayo::SinCarpeta(const CString& nombre) const
 {
-    const CString carpeta = EnCarpeta(sistema::Nombre(m_carpeta.Ruta()), "");
+    const CString carpeta = EnCarpeta(sistema::Nombre(m_carpeta.Ruta() / kCarpetaLista), "");
     return std::string_view(nombre).starts_with(carpeta) ? nombre.Mid(carpeta.GetLength()) : nombre;
 }
 

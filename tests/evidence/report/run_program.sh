@@ -147,6 +147,27 @@ cmp cambios.csv hechos.csv || fail "the trial told other changes than the run ma
 rm -r de_verdad tablas_de_verdad
 try 0 sus_dibujos/poligonos.txt --tablas sus_tablas --conserva --crea --contra intercambio.txt
 grep -q 'Cambios contra intercambio.txt: sin cambios' stdout || fail "the trial of what agrees changes something"
+for name in dicho.txt Parcelas.txt lista tablas; do
+  cp sus_dibujos/poligonos.txt sus_dibujos/$name
+  try 0 sus_dibujos/$name --tablas sus_tablas
+  rm sus_dibujos/$name
+done
+for mine in ERR R M; do
+  try 1 dibujos/poligonos.txt --tablas tablas --csv dibujos/045127.$mine
+  grep -q "045127.$mine no se escribe" stderr || fail "a trial that would write over $mine isn't told"
+done
+TMPDIR=tmp status 0 "$informe" --ensayo sus_dibujos/poligonos.txt --tablas sus_tablas
+equal "what is left in a folder named from here" "$(ls tmp)" ''
+# The page is long enough to find the pipe closed while it is written.
+mkfifo tuberia
+TMPDIR=$work/tmp "$informe" --html - --ensayo dibujos/poligonos.txt --tablas tablas > tuberia 2> stderr &
+head -c 1 < tuberia > /dev/null
+wait $! && fail "a page that nobody takes is none"
+rm tuberia
+equal "what is left behind a pipe that closes" "$(ls tmp)" ''
+(trap '' XFSZ; ulimit -f 2; TMPDIR=$work/tmp exec "$informe" --ensayo dibujos/poligonos.txt --tablas tablas) 2> stderr &&
+  fail "a trial without room for its copies came to an end"
+grep -q 'escribir.*tablas/Parcelas.txt' stderr || fail "the copy that has no room isn't told"
 try 1 dibujos/poligonos.txt --tablas sin_tablas
 try 1 no_hay.txt --tablas tablas
 grep -q 'no_hay.txt no existe' stderr || fail "a list that isn't there isn't told"
