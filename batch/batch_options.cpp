@@ -65,7 +65,7 @@ COpciones LeeOpciones(std::span<const std::string> argumentos)
     if (opciones.tabla.empty())
         opciones.pide = COpciones::Pide::NoSeEntiende;
     if (opciones.resultados.empty())
-        opciones.resultados = opciones.tabla + ".resultados";
+        opciones.resultados = opciones.tabla + kExtensionResultados;
     return opciones;
 }
 

@@ -210,9 +210,11 @@ void Prepara(const fs::path& carpeta, CEstados& estados, CCandado& candado, bool
     if (reanuda)
         return estados.Lee();
     estados.Empieza();
-    for (const fs::path& donde : {carpeta / "salidas", estados.Informes()})
+    const std::pair<fs::path, std::string_view> deAntes[] = {{carpeta / "salidas", ".err"},
+                                                             {estados.Informes(), ".html"}};
+    for (const auto& [donde, extension] : deAntes)
         for (const fs::path& nombre : sistema::Lista(donde, error))
-            if (TieneNumero(nombre)) // what else is there is somebody's
+            if (TieneNumero(nombre, extension)) // what else is there is somebody's
                 sistema::Borra(donde / nombre, error);
 }
 

@@ -51,6 +51,10 @@ public:
     std::filesystem::path Hoja() const { return m_carpeta / "resumen.csv"; }
     std::filesystem::path DichoResumen() const { return m_carpeta / "resumen.txt"; }
     std::filesystem::path Informes() const { return m_carpeta / "informes"; }
+    std::filesystem::path Informe(int numero) const
+    {
+        return Informes() / (std::to_string(numero) + ".html");
+    }
     const std::filesystem::path& Carpeta() const { return m_carpeta; }
     /// How many lines of the jobs that ended aren't whole.
     int Cortadas() const { return m_cortadas; }

@@ -85,10 +85,11 @@ std::string_view NombreDe(Traduccion traduccion)
     return kTraducciones[static_cast<std::size_t>(traduccion)];
 }
 
-bool TieneNumero(const std::filesystem::path& nombre)
+bool TieneNumero(const std::filesystem::path& nombre, std::string_view extension)
 {
     const std::string base = sistema::Nombre(nombre.stem());
-    return !base.empty() && base.find_first_not_of("0123456789") == std::string::npos;
+    return sistema::Nombre(nombre.extension()) == extension && !base.empty() &&
+           base.front() != '0' && base.find_first_not_of("0123456789") == std::string::npos;
 }
 
 std::vector<CTrabajo> LeeTabla(const std::string& nombre)

@@ -39,11 +39,14 @@ struct CTrabajo {
 };
 
 /// Tells whether a name in the results is one that a batch gives: a job's number, or a part's, and
-/// an extension.
-bool TieneNumero(const std::filesystem::path& nombre);
+/// this extension, which has its point or is empty.
+bool TieneNumero(const std::filesystem::path& nombre, std::string_view extension);
 
 /// The name by which tables and results know a translation.
 std::string_view NombreDe(Traduccion traduccion);
+
+/// What the name of a table's results has behind it, where the line tells none.
+inline constexpr const char* kExtensionResultados = ".resultados";
 
 /// What a table in the results has in front: the folder from which those of its jobs count.
 inline constexpr std::string_view kDesdeCarpeta = "# carpeta\t";

@@ -136,7 +136,8 @@ void HazEnMaquinas(const std::vector<const CTrabajo*>& trabajos, const COpciones
     const fs::path donde = carpeta / "partes";
     sistema::Error error;
     for (const fs::path& nombre : sistema::Lista(donde, error))
-        if (TieneNumero(nombre)) // of an earlier run; what else is there is somebody's
+        if (TieneNumero(nombre, ".tsv") || // of an earlier run; what else is there is somebody's
+            (TieneNumero(nombre, "") && CEstados(donde / nombre).HayAlgo()))
             fs::remove_all(donde / nombre, error);
     sistema::CreaCarpetas(donde, error);
     if (error)

@@ -38,38 +38,42 @@ struct CSalidasLote {
 class CInformes {
 public:
     CInformes(const COpciones& opciones, const lote::CEstados& estados)
-        : m_carpeta(estados.Informes()), m_seHacen(!opciones.sinInformes)
+        : m_estados(estados), m_seHacen(!opciones.sinInformes)
     {
-        if (m_seHacen)
-            Vacia();
+        if (!m_seHacen)
+            return;
+        sistema::Error error;
+        sistema::CreaCarpetas(estados.Informes(), error);
+        CFileException::Exige(error, sistema::Nombre(estados.Informes()));
     }
 
     bool SeHacen() const { return m_seHacen; }
-    CString De(int numero) const
-    {
-        return sistema::Nombre(m_carpeta / (std::to_string(numero) + ".html"));
-    }
+    CString De(int numero) const { return sistema::Nombre(m_estados.Informe(numero)); }
     /// The one that is there, if it is as new as the job's log.
     CString Hallado(int numero, const CString& registro) const
     {
         CString suyo = De(numero);
-        const bool vale = HayFichero(suyo) && FechaDe(suyo) >= FechaDe(registro);
+        const auto suya = FechaDe(registro);
+        const bool vale = suya && HayFichero(suyo) && FechaDe(suyo) >= suya;
         return vale ? suyo : CString();
+    }
+    /// Takes away those of a longer table, once nothing leads to them any more.
+    void QuitaSobrantes(std::size_t cuantos) const
+    {
+        if (!m_seHacen)
+            return;
+        const std::string ultimo = std::to_string(cuantos);
+        sistema::Error error;
+        for (const std::filesystem::path& nombre : sistema::Lista(m_estados.Informes(), error)) {
+            const std::string numero = sistema::Nombre(nombre.stem());
+            if (lote::TieneNumero(nombre, ".html") && // what else is there is somebody's
+                std::pair(numero.size(), numero) > std::pair(ultimo.size(), ultimo))
+                sistema::Borra(m_estados.Informes() / nombre, error);
+        }
     }
 
 private:
-    /// No report of an earlier run is to pass for one of these jobs.
-    void Vacia() const
-    {
-        sistema::Error error;
-        sistema::CreaCarpetas(m_carpeta, error);
-        CFileException::Exige(error, sistema::Nombre(m_carpeta));
-        for (const std::filesystem::path& nombre : sistema::Lista(m_carpeta, error))
-            if (lote::TieneNumero(nombre)) // what else is there is somebody's
-                sistema::Borra(m_carpeta / nombre, error);
-    }
-
-    std::filesystem::path m_carpeta;
+    const lote::CEstados& m_estados;
     bool m_seHacen;
 };
 
@@ -105,7 +109,10 @@ void Lee(const lote::CTrabajo& trabajo, const CInformes& informes, const CFirma&
         visto.reparos.push_back(queja + ".");
     if (std::string otro = OtroRegistro(trabajo, visto); !otro.empty())
         visto.reparos.push_back(std::move(otro));
-    visto.informe = informes.Hallado(visto.numero, registro);
+    if (!informes.SeHacen())
+        visto.informe = informes.Hallado(visto.numero, registro);
+    else if (!resultado.resumen.empty()) // another one that is there may be of another job
+        visto.informe = opciones.html;
 }
 
 /// The file with what a job said; empty where it said nothing.
@@ -174,16 +181,55 @@ CResultado LoQueResulta(const CResumenLote& resumen, const COpciones& opciones,
     return resultado;
 }
 
+/// Tells whether two of the names may be one file, with a look at each.
+bool PuedeRepetirse(const std::vector<CString>& nombres)
+{
+    try {
+        return !CFile::Repetida(nombres).IsEmpty();
+    } catch (const CFileException&) {
+        return true; // which of them can't be looked at isn't told
+    }
+}
+
+/// The first of the outputs that is one of a job's files; empty for none.
+CString OcupadaPor(const std::vector<CString>& suyos, const std::vector<CString>& salidas)
+{
+    std::vector<CString> todos = suyos;
+    todos.insert(todos.end(), salidas.begin(), salidas.end());
+    if (!PuedeRepetirse(todos))
+        return {};
+    for (const CString& suyo : suyos) // a job may name one of its own twice
+        try {
+            if (const CString* const ocupada = BuscaOcupada(salidas, {suyo}))
+                return *ocupada;
+        } catch (const CFileException&) {
+            continue; // what can't be looked at stands in the job's note
+        }
+    return {};
+}
+
+/// The first of the summary's files that would fall on another, or on one of the batch or of its
+/// jobs; empty for none.
+CString Ocupada(const CSalidasLote& nombres, const CLoteLeido& leido)
+{
+    std::vector<CString> salidas = {nombres.pagina, nombres.hoja, nombres.json};
+    std::erase(salidas, CString(kEstandar));
+    if (const CString* const ocupada = BuscaOcupada(salidas, leido.Suyos()))
+        return *ocupada;
+    for (const lote::CTrabajo& trabajo : leido.Trabajos())
+        if (CString ocupada = OcupadaPor(FicherosDe(trabajo, leido.Estados()), salidas);
+            !ocupada.IsEmpty())
+            return ocupada;
+    return {};
+}
+
 void Resume(const COpciones& opciones, const CFirma& firma, CResultado& resultado)
 {
     const CLoteLeido leido(opciones.resumen);
     const lote::CEstados& estados = leido.Estados();
     const CSalidasLote nombres(opciones, estados);
-    const std::vector<CString> salidas = {nombres.pagina, nombres.hoja, nombres.json};
-    if (const CString* ocupada = BuscaOcupada(salidas, {sistema::Nombre(estados.Trabajos()),
-                                                        sistema::Nombre(estados.Diario()),
-                                                        sistema::Nombre(estados.Tabla())})) {
-        resultado.quejas.push_back(NoSePisa(*ocupada));
+    if (const CString ocupada = Ocupada(nombres, leido); !ocupada.IsEmpty()) {
+        resultado.quejas.push_back(NoSePisa(ocupada));
         return;
     }
     const CInformes informes(opciones, estados);
@@ -196,6 +242,7 @@ void Resume(const COpciones& opciones, const CFirma& firma, CResultado& resultad
     resumen.Ordena();
     CResultado suyo = LoQueResulta(resumen, opciones, nombres.pagina);
     Escribe(resumen, firma, nombres);
+    informes.QuitaSobrantes(leido.Trabajos().size());
     resultado = std::move(suyo);
 }
 

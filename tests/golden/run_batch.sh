@@ -122,13 +122,13 @@ s2 0
 s3 0" ] || fail "it didn't go on where it was"
 
 # What is no batch's stays in the folder of the results.
-mkdir -p mine/salidas mine/partes && touch mine/salidas/nota.err mine/salidas/7.err mine/partes/nota mine/nota
+mkdir -p mine/salidas mine/partes/2026 && touch mine/salidas/{nota.err,7.err,8.txt} mine/partes/{nota,3.txt,2026/nota} mine/nota
 printf 'ida\tc\n' > mine.tsv
 status 0 "$batch" --resultados mine mine.tsv
 status 0 "$batch" --resultados mine --sshlogin : mine.tsv
-[ "$(ls mine mine/salidas | tr '\n' ' ')" = "mine: estado.tsv nota parallel.txt partes salidas trabajos.log trabajos.tsv  mine/salidas: 1.err nota.err " ] ||
+[ "$(ls mine mine/salidas | tr '\n' ' ')" = "mine: estado.tsv nota parallel.txt partes salidas trabajos.log trabajos.tsv  mine/salidas: 1.err 8.txt nota.err " ] ||
   { ls -R mine >&2 && fail "files of others went"; }
-[ -e mine/partes/nota ]
+ls mine/partes/{nota,3.txt,2026/nota} > /dev/null
 
 # In parts, by GNU parallel; here for this machine alone.
 rm c/Parcelas.txt

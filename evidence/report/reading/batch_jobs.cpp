@@ -40,6 +40,19 @@ CLoteLeido::CLoteLeido(const CString& carpeta) : m_estados(sistema::Ruta(carpeta
     }
 }
 
+std::vector<CString> CLoteLeido::Suyos() const
+{
+    std::vector<CString> suyos = {sistema::Nombre(m_estados.Trabajos()),
+                                  sistema::Nombre(m_estados.Diario()),
+                                  sistema::Nombre(m_estados.Tabla())};
+    fs::path tabla = sistema::EnteraSinPuntos(m_estados.Carpeta());
+    if (!tabla.has_filename())
+        tabla = tabla.parent_path(); // a separator stands at the end
+    if (tabla.extension() == lote::kExtensionResultados)
+        suyos.emplace_back(sistema::Nombre(tabla.replace_extension()));
+    return suyos;
+}
+
 std::vector<std::string> CLoteLeido::Reparos() const
 {
     std::vector<std::string> reparos;
@@ -58,6 +71,23 @@ std::vector<std::string> CLoteLeido::Reparos() const
             Cuantos(otros, "trabajo de trabajos.log no está", "trabajos de trabajos.log no están") +
             " ya en la tabla, ni aquí.");
     return reparos;
+}
+
+std::vector<CString> FicherosDe(const lote::CTrabajo& trabajo, const lote::CEstados& estados)
+{
+    const bool esIda = trabajo.traduccion == lote::Traduccion::Ida;
+    std::vector<CString> suyos = {
+        sistema::Nombre(lote::RutaDelRegistro(trabajo)),
+        sistema::Nombre(lote::FicheroDe(trabajo, esIda ? "entrada" : "lista")),
+        sistema::Nombre(estados.Dicho(trabajo.numero)),
+        sistema::Nombre(estados.Informe(trabajo.numero)),
+    };
+    if (!esIda)
+        suyos.emplace_back(sistema::Nombre(lote::FicheroDe(trabajo, "ortos")));
+    if (trabajo.traduccion != lote::Traduccion::Infograf)
+        for (const std::string_view campo : lote::kCamposDeTablas)
+            suyos.emplace_back(sistema::Nombre(lote::FicheroDe(trabajo, campo)));
+    return suyos;
 }
 
 COpciones OpcionesDe(const lote::CTrabajo& trabajo, const lote::CHecho& hecho)

@@ -23,6 +23,8 @@ public:
     const std::vector<lote::CTrabajo>& Trabajos() const { return m_trabajos; }
     /// The folder as the table has it.
     const std::string& CarpetaEscrita(std::size_t i) const { return m_escritas[i]; }
+    /// What belongs to the batch as a whole: its table, and what it keeps.
+    std::vector<CString> Suyos() const;
     /// What is to be said of the batch as a whole, sentences in UTF-8.
     std::vector<std::string> Reparos() const;
 
@@ -31,6 +33,10 @@ private:
     std::vector<lote::CTrabajo> m_trabajos;
     std::vector<std::string> m_escritas;
 };
+
+/// What a job has of its own, whether or not it is there: what its line names, its log, what it
+/// said, and its report.
+std::vector<CString> FicherosDe(const lote::CTrabajo& trabajo, const lote::CEstados& estados);
 
 /// What the report of a job is to read: the files that the table names, as far as they are there.
 /// Raises CFileException where that can't be told.

@@ -203,6 +203,78 @@ TEST_F(ResumenDeLote, TellsWhatCannotBeWrittenAndKeepsTheNumbers)
     }
 }
 
+TEST_F(ResumenDeLote, FallsOnNoFileOfTheBatchOrItsJobs)
+{
+    std::filesystem::create_directories(carpeta.Ruta() / "t.resultados/informes");
+    carpeta.Pon("medio/poligonos.txt", "   1 salida\r\n");
+    carpeta.Pon("t", "the table");
+    std::filesystem::create_hard_link(carpeta.Ruta() / "uno/entrada.txt",
+                                      carpeta.Ruta() / "uno/otro nombre");
+    Lote({{"0\t0\t1\t0.25", "ida\tuno\ttitulares=mis.txt\tmodulos=mis.txt"},
+          {"", "vuelta\tmedio"},
+          {"0\t0\t0\t0.25", "infograf\tmedio\tortos=o.TOP"}});
+    const std::string diario = carpeta.Lee("t.resultados/trabajos.log");
+    for (const char* suyo :
+         {"t", "t.resultados/trabajos.log", "t.resultados/estado.tsv", "uno/entrada.txt",
+          "uno/otro nombre", "uno/entrada.ERR", "uno/mis.txt", "uno/Cotitulares.txt",
+          "medio/poligonos.txt", "medio/Parcelas.txt", "medio/ortos.TOP", "medio/o.TOP",
+          "t.resultados/informes/2.html", "t.resultados/salidas/3.err"}) {
+        const std::string antes = carpeta.Lee(suyo);
+        for (CString informe::COpciones::*cual :
+             {&informe::COpciones::html, &informe::COpciones::csv, &informe::COpciones::json}) {
+            SCOPED_TRACE(suyo);
+            if (cual == &informe::COpciones::json && !informe::kHayJson)
+                continue;
+            informe::COpciones opciones;
+            opciones.*cual = carpeta.En(suyo);
+            EXPECT_THAT(Resume(opciones).quejas,
+                        ElementsAre(HasSubstr("no se escribe, porque se lee o se escribe ya")));
+            EXPECT_EQ(carpeta.Lee(suyo), antes);
+            EXPECT_EQ(carpeta.Lee("t.resultados/resumen.html"), "(no file)");
+        }
+    }
+    EXPECT_EQ(carpeta.Lee("t.resultados/trabajos.log"), diario);
+    informe::COpciones opciones;
+    opciones.csv = carpeta.En("uno/resumen.csv");
+    EXPECT_THAT(Resume(opciones).quejas, Not(testing::Contains(HasSubstr("no se escribe"))));
+    EXPECT_NE(carpeta.Lee("uno/resumen.csv"), "(no file)");
+}
+
+TEST_F(ResumenDeLote, TakesAwayNoMoreThanReportsOfJobsThatAreGone)
+{
+    Lote({{"0\t0\t1\t0.25", "ida\tuno"}, {"0\t0\t0\t0.25", "ida\tno_hay"}});
+    std::filesystem::create_directory(carpeta.Ruta() / "t.resultados/informes");
+    const struct {
+        const char* nombre;
+        bool queda;
+    } casos[] = {{"2.html", true},  {"3.html", false}, {"10.html", false},
+                 {"3.pdf", true},   {"3", true},       {"03.html", true},
+                 {"3a.html", true}, {"0.html", true},  {"99999999999999999999.html", false}};
+    const auto hay = [&](const char* nombre) {
+        return carpeta.Lee(std::string("t.resultados/informes/") + nombre) == "before";
+    };
+    for (const auto& caso : casos)
+        carpeta.Pon(std::string("t.resultados/informes/") + caso.nombre, "before");
+    informe::COpciones opciones;
+    opciones.csv = carpeta.En("no_hay/t.csv");
+    Resume(opciones); // of which there is none
+    for (const auto& caso : casos)
+        EXPECT_TRUE(hay(caso.nombre)) << caso.nombre;
+    Resume();
+    for (const auto& caso : casos)
+        EXPECT_EQ(hay(caso.nombre), caso.queda) << caso.nombre;
+    EXPECT_THAT(carpeta.Lee("t.resultados/informes/1.html"), HasSubstr("W302"));
+
+    opciones = {};
+    opciones.sinInformes = true;
+    for (const auto& otras : {informe::COpciones(), opciones}) {
+        Resume(otras);
+        const std::string pagina = carpeta.Lee("t.resultados/resumen.html");
+        EXPECT_THAT(pagina, HasSubstr("informes/1.html"));
+        EXPECT_THAT(pagina, Not(HasSubstr("informes/2.html"))) << "its log is gone";
+    }
+}
+
 TEST_F(ResumenDeLote, LinksFromWhereItsPageStandsToReportsThatAreThere)
 {
     Lote({{"0\t0\t1\t0.25", "ida\tuno"}, {"0\t2\t0\t0.25", "ida\ta #1 ñ"}});
