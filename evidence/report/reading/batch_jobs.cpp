@@ -5,6 +5,8 @@
 #include "evidence/paths.h"
 #include "evidence/report/reading/text.h"
 #include "platform/files/cstdio_file.h"
+#include "platform/files/side_names.h"
+#include "platform/files/target_lock.h"
 
 namespace informe {
 namespace {
@@ -25,6 +27,15 @@ fs::path DesdeDonde(const fs::path& tabla)
         return {};
     linea.remove_prefix(lote::kDesdeCarpeta.size());
     return sistema::Ruta(linea);
+}
+
+/// Tells whether a batch has the results in hand.
+bool EstaEnMarcha(const lote::CEstados& estados)
+{
+    CCandado candado;
+    sistema::Error error; // where none can be made, none keeps anybody out
+    return candado.Toma(lado::De(estados.Diario(), lado::kCandado), error) ==
+           sistema::Bloqueo::DeOtro;
 }
 
 } // namespace
@@ -57,7 +68,8 @@ std::vector<std::string> CLoteLeido::Reparos() const
 {
     std::vector<std::string> reparos;
     if (!HayFichero(sistema::Nombre(m_estados.Tabla())))
-        reparos.emplace_back("El lote no ha llegado a su fin.");
+        reparos.emplace_back(EstaEnMarcha(m_estados) ? "El lote está en marcha todavía."
+                                                     : "El lote no ha llegado a su fin.");
     if (const int cortadas = m_estados.Cortadas(); cortadas > 0)
         reparos.push_back(Cuantos(cortadas, "línea de trabajos.log está a medias",
                                   "líneas de trabajos.log están a medias") +

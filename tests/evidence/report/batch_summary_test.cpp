@@ -6,7 +6,9 @@
 #include "batch/job_table.h"
 #include "evidence/report/reading/batch_jobs.h"
 #include "evidence/report/writing/run_json.h"
+#include "platform/files/side_names.h"
 #include "platform/files/system_files.h"
+#include "platform/files/target_lock.h"
 #include "tests/catastro_to_vexa/run_fixture.h"
 #include "tests/evidence/report/report_fixture.h"
 
@@ -183,6 +185,23 @@ TEST_F(ResumenDeLote, LosesNoJobByWhatIsDamaged)
         EXPECT_THAT(caso.hayPagina ? pagina : resultado.quejas.at(0), HasSubstr(caso.dice));
         EXPECT_EQ(Veces(pagina, "data-t=\"trabajo\""), caso.hayPagina ? 2 : 0);
     }
+}
+
+TEST_F(ResumenDeLote, TellsThatTheBatchIsAtWork)
+{
+    Lote({{"0\t0\t1\t0.25", "ida\tuno"}});
+    const auto dice = [&] {
+        Resume();
+        return carpeta.Lee("t.resultados/resumen.html");
+    };
+    CCandado candado;
+    sistema::Error error;
+    candado.Toma(lado::De(carpeta.Ruta() / "t.resultados/trabajos.log", lado::kCandado), error);
+    EXPECT_THAT(dice(), Not(HasSubstr("en marcha"))) << "the batch's own summary, at its end";
+    std::filesystem::remove(carpeta.Ruta() / "t.resultados/estado.tsv");
+    EXPECT_THAT(dice(), HasSubstr("El lote está en marcha todavía."));
+    candado.Suelta();
+    EXPECT_THAT(dice(), HasSubstr("El lote no ha llegado a su fin."));
 }
 
 TEST_F(ResumenDeLote, TellsWhatCannotBeWrittenAndKeepsTheNumbers)
