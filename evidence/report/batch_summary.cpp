@@ -57,19 +57,21 @@ public:
         const bool vale = suya && HayFichero(suyo) && FechaDe(suyo) >= suya;
         return vale ? suyo : CString();
     }
-    /// Takes away those of a longer table, once nothing leads to them any more.
-    void QuitaSobrantes(std::size_t cuantos) const
+    /// Those of a longer table, which go once nothing leads to them any more.
+    std::vector<std::filesystem::path> Sobrantes(std::size_t cuantos) const
     {
+        std::vector<std::filesystem::path> sobran;
         if (!m_seHacen)
-            return;
+            return sobran;
         const std::string ultimo = std::to_string(cuantos);
         sistema::Error error;
         for (const std::filesystem::path& nombre : sistema::Lista(m_estados.Informes(), error)) {
             const std::string numero = sistema::Nombre(nombre.stem());
             if (lote::TieneNumero(nombre, ".html") && // what else is there is somebody's
                 std::pair(numero.size(), numero) > std::pair(ultimo.size(), ultimo))
-                sistema::Borra(m_estados.Informes() / nombre, error);
+                sobran.push_back(m_estados.Informes() / nombre);
         }
+        return sobran;
     }
 
 private:
@@ -241,8 +243,12 @@ void Resume(const COpciones& opciones, const CFirma& firma, CResultado& resultad
         resumen.trabajos.push_back(Mira(leido, i, informes, firma));
     resumen.Ordena();
     CResultado suyo = LoQueResulta(resumen, opciones, nombres.pagina);
+    const auto sobrantes = informes.Sobrantes(leido.Trabajos().size());
     Escribe(resumen, firma, nombres);
-    informes.QuitaSobrantes(leido.Trabajos().size());
+    // From here on nothing asks for memory: the summary stands.
+    sistema::Error error;
+    for (const std::filesystem::path& sobrante : sobrantes)
+        sistema::Borra(sobrante, error);
     resultado = std::move(suyo);
 }
 
