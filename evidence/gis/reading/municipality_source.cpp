@@ -20,6 +20,13 @@ bool Hay(const CString& nombre)
     return !nombre.IsEmpty() && HayFichero(CFile::EnDisco(nombre, nombres));
 }
 
+/// Tells whether the drawing lacks stretches that the topology's outlines are made of.
+bool PierdeTramos(const CTopologiaDibujada& topologia)
+{
+    return std::any_of(topologia.recintos.begin(), topologia.recintos.end(),
+                       [](const CRecintoDibujado& recinto) { return recinto.tramosPerdidos > 0; });
+}
+
 } // namespace
 
 CMunicipioAbierto::~CMunicipioAbierto()
@@ -128,6 +135,8 @@ CPoligonoDibujado CMunicipioAbierto::Poligono(std::size_t entrada,
         if (poligono.hayDibujo && !topologia.hay)
             AvisaFalta(fichero);
         AvisaDaño(fichero, topologia.dañoEn);
+        if (PierdeTramos(topologia))
+            AvisaDibujoDañado(Fichero(entrada, kExtensionDibujo));
     }
     return poligono;
 }
@@ -138,6 +147,8 @@ CTopologiaDibujada CMunicipioAbierto::Hojas()
     if (!hojas.hay)
         AvisaSinHojas();
     AvisaDaño(m_ortos, hojas.dañoEn);
+    if (PierdeTramos(hojas))
+        AvisaDibujoDañado(HojasDibujadas());
     return hojas;
 }
 

@@ -229,12 +229,14 @@ bool CMunicipioNuevo::PideVacios(const CListaDibujada& lista, const std::set<CSt
     for (const CString& entrada : lista.Entradas()) {
         if (nombradas.contains(entrada) || !HayQueQuitar(entrada))
             continue;
-        if (todos || vacios.contains(entrada))
+        const bool seVacia = todos || vacios.contains(entrada);
+        if (seVacia)
             pedidos.push_back(PedidoDe(entrada, DePoligono()));
-        else
-            m_noticias.Apunta("polígonos de la lista que el origen no nombra y se quedan como "
-                              "están; la opción VACIA los vacía"_ansi,
-                              entrada);
+        m_noticias.Apunta(seVacia ? "polígonos que la opción VACIA deja sin los recintos que el "
+                                    "origen podría traer"_ansi
+                                  : "polígonos de la lista que el origen no nombra y se quedan "
+                                    "como están; la opción VACIA los vacía"_ansi,
+                          entrada);
     }
     return true;
 }

@@ -121,6 +121,28 @@ TEST_F(Driver, TellsWhichFilesAreMissingOrDamaged)
     EXPECT_EQ(dicho, esperado);
 }
 
+TEST_F(Driver, TellsADrawingThatLacksWhatItsOutlinesAreMadeOf)
+{
+    for (const bool entero : {true, false}) {
+        CDibujoPrueba dibujo(carpeta);
+        const int rotulo = dibujo.Parcela("7", 100, 100);
+        dibujo.par = {{kParcela, 100, rotulo, {dibujo.Cuadrado(0, 0, 10)}}};
+        dibujo.Graba();
+        carpeta.Pon("lista.txt", "TREN 045127\r\nP1\r\n");
+        if (!entero) // its last entity is the square
+            carpeta.Pon("1.BIN", carpeta.Lee("1.BIN").substr(0, carpeta.Lee("1.BIN").size() - 1));
+        dicho.clear();
+        {
+            const GDALDatasetUniquePtr datos = Abre(carpeta.En("lista.txt"));
+            for (const auto& elemento : *datos->GetLayerByName("parcelas"))
+                EXPECT_NE(elemento, nullptr);
+        }
+        const std::string aviso = std::string("aviso: ") + carpeta.En("1.BIN").GetString() +
+                                  " está dañado: no se leen todos sus rótulos y líneas\n";
+        EXPECT_EQ(dicho, entero ? "" : aviso);
+    }
+}
+
 TEST_F(Driver, RefusesAnOptionThatNamesNothing)
 {
     CDibujoPrueba(carpeta).Graba();

@@ -18,6 +18,8 @@ using CElementos = std::vector<CElemento>;
 
 constexpr const char* kSeQuedan = " polígonos de la lista que el origen no nombra y se quedan como "
                                   "están; la opción VACIA los vacía: ";
+constexpr const char* kSeVacian =
+    " polígonos que la opción VACIA deja sin los recintos que el origen podría traer: ";
 constexpr const char* kFicheros[] = {"1.BIN", "1.PAR", "1.SUB", "1.POL",    "2.BIN",
                                      "2.PAR", "2.SUB", "2.POL", "lista.txt"};
 
@@ -182,18 +184,26 @@ TEST_F(Update, EmptiesAPolygonThatTheSourceDoesntNameWhereAnOptionNamesIt)
     } casos[] = {
         {"kept, and told", {{"parcelas", parcelas}}, {}, std::string("aviso: 1") + kSeQuedan, {}},
         {"texts alone empty nothing", {{"rotulos", Elementos("rotulos")}}, {}, "", {}},
-        {"by its name", {{"parcelas", parcelas}}, {"VACIA= 2 "}, "", {"2.BIN", "2.PAR"}},
+        {"by its name",
+         {{"parcelas", parcelas}},
+         {"VACIA= 2 "},
+         std::string("aviso: 1") + kSeVacian + "2",
+         {"2.BIN", "2.PAR"}},
         {"all that aren't named",
          {{"parcelas", parcelas}},
          {"VACIA=todos"},
-         "",
+         std::string("aviso: 1") + kSeVacian + "2",
          {"2.BIN", "2.PAR"}},
         {"in each layer that the source has",
          {{"parcelas", parcelas}, {"subparcelas", {}}},
          {"VACIA=2", "SIMULA=NO"},
-         "",
+         std::string("aviso: 1") + kSeVacian + "2",
          {"1.BIN", "1.SUB", "2.BIN", "2.PAR", "2.SUB"}},
-        {"all of it", {{"parcelas", {}}}, {"VACIA=1,2"}, "", {"1.BIN", "1.PAR", "2.BIN", "2.PAR"}},
+        {"all of it",
+         {{"parcelas", {}}},
+         {"VACIA=1,2"},
+         std::string("aviso: 2") + kSeVacian + "1, 2",
+         {"1.BIN", "1.PAR", "2.BIN", "2.PAR"}},
         {"told alone",
          {{"parcelas", parcelas}},
          {"VACIA=2", "SIMULA=SI"},
