@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <utility>
 
+#include "cadastre/messages.h"
+#include "evidence/drawn_polygon.h"
 #include "evidence/paths.h"
 #include "evidence/report/reading/batch_jobs.h"
 #include "evidence/report/reading/text.h"
@@ -210,6 +212,15 @@ CString OcupadaPor(const std::vector<CString>& suyos, const std::vector<CString>
     return {};
 }
 
+/// Tells whether a name is a drawing's, a topology's or one of what the ways back write: which of
+/// them a job has stands in its list, and no page or sheet is called so.
+bool EsDeUnMunicipio(const CString& nombre)
+{
+    const std::string extension = ExtensionDe(nombre);
+    return extension == kExtensionDibujo || extension == kExtensionRegistro || extension == "R" ||
+           extension == "M" || extension == "CSP" || ClaseDeExtension(extension).has_value();
+}
+
 /// The first of the summary's files that would fall on another, or on one of the batch or of its
 /// jobs; empty for none.
 CString Ocupada(const CSalidasLote& nombres, const CLoteLeido& leido)
@@ -218,6 +229,9 @@ CString Ocupada(const CSalidasLote& nombres, const CLoteLeido& leido)
     std::erase(salidas, CString(kEstandar));
     if (const CString* const ocupada = BuscaOcupada(salidas, leido.Suyos()))
         return *ocupada;
+    if (const auto suya = std::find_if(salidas.begin(), salidas.end(), EsDeUnMunicipio);
+        suya != salidas.end())
+        return *suya;
     for (const lote::CTrabajo& trabajo : leido.Trabajos())
         if (CString ocupada = OcupadaPor(FicherosDe(trabajo, leido.Estados()), salidas);
             !ocupada.IsEmpty())

@@ -237,7 +237,8 @@ TEST_F(ResumenDeLote, FallsOnNoFileOfTheBatchOrItsJobs)
          {"t", "t.resultados/trabajos.log", "t.resultados/estado.tsv", "uno/entrada.txt",
           "uno/otro nombre", "uno/entrada.ERR", "uno/mis.txt", "uno/Cotitulares.txt",
           "medio/poligonos.txt", "medio/Parcelas.txt", "medio/ortos.TOP", "medio/o.TOP",
-          "t.resultados/informes/2.html", "t.resultados/salidas/3.err"}) {
+          "t.resultados/informes/2.html", "t.resultados/salidas/3.err", "medio/001.BIN",
+          "medio/001.par", "medio/045127.R", "medio/045127.M", "medio/045127.CSP"}) {
         const std::string antes = carpeta.Lee(suyo);
         for (CString informe::COpciones::*cual :
              {&informe::COpciones::html, &informe::COpciones::csv, &informe::COpciones::json}) {
