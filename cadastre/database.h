@@ -70,4 +70,4 @@ private:
 
 /// Stores a holder and gives its index, as CMunicipio::InsertaTitular does. One in conflict with a
 /// stored holder is stored too, once a message told of the conflict.
-int RegistraTitular(const CAvisos& avisos, CMunicipio& municipio, CTitular titular);
+int RegistraTitular(const CAvisos& avisos, CMunicipio& municipio, CTitular&& titular);

@@ -43,6 +43,7 @@ public:
     /// Adds a back link.
     /// \return 1, or kPropiedadRepetida, with nothing changed, if there is one to that parcel
     int InsertaPropiedad(int parcela, int partici, const CString& Tit);
+    /// The back links; a municipality's holder may lack some that CMunicipio::Propiedades gives.
     const std::vector<CPropiedad>& Propiedades() const { return m_propiedades; }
     /// The parcels were sorted: gives each back link the index that `nuevos` has at its old one.
     void RenumeraParcelas(const std::vector<int>& nuevos);
@@ -65,7 +66,7 @@ public:
     short MunDom = 0; ///< municipality of the address
 
 private:
+    int m_mayorParcela = -1; // of the back links
     std::vector<CPropiedad> m_propiedades;
     CIndice<Gana::Primero> m_porParcela;
-    int m_mayorParcela = -1; // of the back links
 };

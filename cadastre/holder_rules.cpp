@@ -10,8 +10,6 @@
 
 namespace {
 
-constexpr int kSinNumero = -1;
-
 struct CPersona {
     std::string_view nombre;
     std::string_view dni;
@@ -61,6 +59,8 @@ int CMunicipio::BuscaTitular(const CTitular& titular) const
 
 int CMunicipio::BuscaTitularNumOrden(int num) const
 {
+    if (num > m_mayorNumero) // as the next number is, where they ascend
+        return kNoEncontrado;
     if (num != kSinNumero)
         return m_titularesPorNumero.Busca(m_titulares, &CTitular::NumOrden, num);
     // Holders lose the number -1 and never get it, so the first one with it only moves on.
@@ -77,20 +77,29 @@ int CMunicipio::InsertaTitular(CTitular titular)
     return InsertaTitular(std::move(titular), hallado);
 }
 
-int CMunicipio::InsertaTitular(CTitular titular, int hallado)
+int CMunicipio::InsertaTitular(CTitular&& titular, int hallado)
 {
     if (const int i = hallado; i >= 0) {
         CTitular& guardado = m_titulares[static_cast<std::size_t>(i)];
         if (guardado.NumOrden == kSinNumero && titular.NumOrden != kSinNumero) {
             guardado.NumOrden = titular.NumOrden;
+            m_mayorNumero = std::max(m_mayorNumero, guardado.NumOrden);
             m_titularesPorNumero.ClaveNueva(m_titulares, &CTitular::NumOrden, i);
         }
         return i;
     }
     if (BuscaTitularNumOrden(titular.NumOrden) >= 0)
         titular.NumOrden = kSinNumero;
+    m_mayorNumero = std::max(m_mayorNumero, titular.NumOrden);
     m_titulares.push_back(std::move(titular));
     return static_cast<int>(m_titulares.size()) - 1;
+}
+
+void CMunicipio::AsientaPropiedades()
+{
+    for (const CPropiedadPorAsentar& p : std::exchange(m_propiedadesPorAsentar, {}))
+        m_titulares[static_cast<std::size_t>(p.titular)].InsertaPropiedad(p.parcela, p.partici,
+                                                                          p.Tit);
 }
 
 int CMunicipio::MayorNumOrden(int mayor) const
@@ -108,6 +117,7 @@ int CMunicipio::AsignaNumOrden(CStdioFile& log, int& mayor)
             continue;
         mayor = Suma(mayor, 1);
         titular.NumOrden = mayor;
+        m_mayorNumero = std::max(m_mayorNumero, mayor);
         EscribeMensaje(log, kSinNumImputa, titular.Nombre, titular.NumOrden);
         ++asignados;
     }
@@ -127,7 +137,7 @@ int CBaseCatastro::AsignaNumOrden(CStdioFile& log)
     return asignados;
 }
 
-int RegistraTitular(const CAvisos& avisos, CMunicipio& municipio, CTitular titular)
+int RegistraTitular(const CAvisos& avisos, CMunicipio& municipio, CTitular&& titular)
 {
     const int codigo = municipio.BuscaTitular(titular);
     if (codigo == kMismoDNIOtroNombre)

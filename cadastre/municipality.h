@@ -17,6 +17,9 @@ class CStdioFile;
 inline constexpr int kMismoDNIOtroNombre = -1;
 inline constexpr int kMismoNombreOtroDNI = -2;
 
+/// Number of a holder that has none yet.
+inline constexpr int kSinNumero = -1;
+
 /// Code of `InsertaParcela` for a parcel numbered below 1.
 inline constexpr int kParcelaInvalida = -7;
 
@@ -51,11 +54,18 @@ public:
     int BuscaTitularNumOrden(int num) const;
     /// The holder at a valid position.
     const CTitular& DameTitular(int i) const { return m_titulares[static_cast<std::size_t>(i)]; }
-    /// Gives the holder at a valid position a back link to a parcel (see CTitular).
-    int InsertaPropiedad(int titular, int parcela, int partici, const CString& Tit)
+    /// Gives the holder at a valid position a back link to a parcel, unless it has one by then (see
+    /// CTitular). A reader comes with them in the order of the parcels, whose holders stand
+    /// anywhere; so they wait, and go to their holders when somebody asks for any.
+    void InsertaPropiedad(int titular, int parcela, int partici, const CString& Tit)
     {
-        return m_titulares[static_cast<std::size_t>(titular)].InsertaPropiedad(parcela, partici,
-                                                                               Tit);
+        m_propiedadesPorAsentar.push_back({{parcela, partici, Tit}, titular});
+    }
+    /// The back links of the holder at a valid position.
+    const std::vector<CPropiedad>& Propiedades(int titular)
+    {
+        AsientaPropiedades();
+        return DameTitular(titular).Propiedades();
     }
     /// Index of the holder that `BuscaTitular` finds, which takes the new one's number if it has
     /// none. Else appends the new one, in spite of a conflict, with its number set to -1 if that is
@@ -63,7 +73,7 @@ public:
     int InsertaTitular(CTitular titular);
     /// The same for a caller who has asked already.
     /// \param hallado  what `BuscaTitular` gave for the holder, with nothing changed since then
-    int InsertaTitular(CTitular titular, int hallado);
+    int InsertaTitular(CTitular&& titular, int hallado);
 
     /// True and its index if there is a parcel with both numbers, else false and `i` untouched.
     bool BuscaParcela(int polig, int parcela, int& i) const;
@@ -106,12 +116,18 @@ public:
     short EMenor;
 
 private:
+    struct CPropiedadPorAsentar : CPropiedad {
+        int titular;
+    };
+
     void OlvidaTitulares();
+    void AsientaPropiedades();
 
     std::vector<CParaje> m_parajes;
     std::vector<CTitular> m_titulares;
     std::vector<CParcela> m_parcelas;
     std::vector<CModulo> m_modulos;
+    std::vector<CPropiedadPorAsentar> m_propiedadesPorAsentar;
 
     CIndice<Gana::Primero> m_parajesPorNumero;
     CIndice<Gana::Primero> m_parajesPorNombre;
@@ -121,6 +137,7 @@ private:
     CIndice<Gana::Ultimo> m_titularesPorDNI;
     CIndice<Gana::Primero> m_parcelasPorNumeros;
     CIndice<Gana::Primero> m_modulosPorClave;
+    int m_mayorNumero = kSinNumero;             // no holder has a higher one
     mutable std::size_t m_primeroSinNumero = 0; // no holder before it has the number -1
     mutable std::size_t m_parcelaHallada = 0;   // the last one that was asked for
     bool m_parcelasAscienden = true;            // each one's numbers are above those before it

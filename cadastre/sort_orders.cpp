@@ -67,10 +67,11 @@ void CBaseCatastro::Ordena()
 
 void CMunicipio::OrdenaTitulares()
 {
-    const std::vector<int> nuevos =
-        OrdenaPor(m_titulares, [](const CTitular& titular) { return titular.NumOrden; });
-    if (nuevos.empty())
+    const auto numero = [](const CTitular& titular) { return titular.NumOrden; };
+    if (Ascienden(m_titulares, numero))
         return;
+    AsientaPropiedades(); // so that they go with their holders
+    const std::vector<int> nuevos = OrdenaPor(m_titulares, numero);
     OlvidaTitulares();
     for (CParcela& parcela : m_parcelas)
         parcela.RenumeraTitulares(nuevos);
@@ -103,6 +104,8 @@ void CMunicipio::OrdenaParcelas()
     m_parcelasAscienden = false;
     for (CTitular& titular : m_titulares)
         titular.RenumeraParcelas(nuevas);
+    for (CPropiedadPorAsentar& propiedad : m_propiedadesPorAsentar)
+        propiedad.parcela = nuevas[static_cast<std::size_t>(propiedad.parcela)];
 }
 
 void CMunicipio::OrdenaSubparcelas()

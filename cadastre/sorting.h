@@ -5,6 +5,14 @@
 #include <utility>
 #include <vector>
 
+/// Tells whether the keys that `clave` gives ascend, no two of them equal.
+template <class T, class C>
+bool Ascienden(const std::vector<T>& elementos, C clave)
+{
+    const auto noAsciende = [&](const T& a, const T& b) { return !(clave(a) < clave(b)); };
+    return std::adjacent_find(elementos.begin(), elementos.end(), noAsciende) == elementos.end();
+}
+
 /// Sorts by the key that `clave` gives of an element, elements with equal keys keeping their order.
 /// The keys are sorted apart and the records moved once each, as they are large. A key may point
 /// into its element.
@@ -13,8 +21,7 @@
 template <class T, class C>
 std::vector<int> OrdenaPor(std::vector<T>& elementos, C clave)
 {
-    const auto noAsciende = [&](const T& a, const T& b) { return !(clave(a) < clave(b)); };
-    if (std::adjacent_find(elementos.begin(), elementos.end(), noAsciende) == elementos.end())
+    if (Ascienden(elementos, clave))
         return {};
     using Clave = decltype(clave(elementos.front()));
     std::vector<std::pair<Clave, std::size_t>> orden; // with the old position

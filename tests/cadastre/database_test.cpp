@@ -144,10 +144,11 @@ TEST(BaseCatastro, SharesOutAndChoosesMainHoldersInEachParcelOfEachMunicipality)
 namespace {
 
 /// What a record's positions stand for, in words that no sort changes.
-std::vector<std::string> EnPalabras(const CBaseCatastro& base)
+/// Of a copy, so that the back links of the base itself wait on.
+std::vector<std::string> EnPalabras(CBaseCatastro base)
 {
     std::vector<std::string> frases;
-    for (const CMunicipio& m : base.Municipios()) {
+    for (CMunicipio& m : base.Municipios()) {
         const auto dice = [&](const CParcela& p, const std::string& que) {
             frases.push_back(std::to_string(m.Mun) + " " + std::to_string(p.Polig) + "/" +
                              std::to_string(p.Parcela) + " " + que);
@@ -161,10 +162,10 @@ std::vector<std::string> EnPalabras(const CBaseCatastro& base)
             for (const CSubparcela& s : p.Subparcelas())
                 dice(p, "with " + std::string(s.letra.GetString()));
         }
-        for (const CTitular& t : m.Titulares())
-            for (const CPropiedad& propiedad : t.Propiedades())
-                dice(en(m.Parcelas(), propiedad.parcela),
-                     "held by " + std::string(t.Nombre.GetString()));
+        for (int t = 0; t < static_cast<int>(m.Titulares().size()); ++t)
+            for (const CPropiedad& propiedad : m.Propiedades(t))
+                dice(m.DameParcela(propiedad.parcela),
+                     "held by " + std::string(m.DameTitular(t).Nombre.GetString()));
     }
     std::sort(frases.begin(), frases.end());
     return frases;

@@ -334,7 +334,7 @@ TEST(OrdenaParcelas, SortsByZonePolygonAndNumberAndBackLinksFollow)
     for (const CParcela& p : municipio.Parcelas())
         claves.push_back(p.Zona * 100 + p.Polig * 10 + p.Parcela);
     EXPECT_EQ(claves, (std::vector<int>{-1, 112, 119, 121, 211}));
-    for (const CPropiedad& propiedad : municipio.Titulares()[0].Propiedades())
+    for (const CPropiedad& propiedad : municipio.Propiedades(0))
         EXPECT_EQ(claves[static_cast<std::size_t>(propiedad.parcela)], propiedad.partici);
 }
 
