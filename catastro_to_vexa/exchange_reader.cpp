@@ -30,23 +30,12 @@ void TomaTitular(std::string_view linea, CLecturaCatastro& lectura)
 
 void TomaParcela(std::string_view linea, CLecturaCatastro& lectura)
 {
-    CParcela& parcela = lectura.parcelasLeidas.Nueva();
-    CDatosLinea datos;
-    parcela.Lee(linea, kModoCatastro, datos);
-    CVinculoParcela vinculo;
-    vinculo.numImputa = datos.numImputa;
-    vinculo.numParaje = datos.numParaje;
-    vinculo.Tit = datos.Tit;
-    vinculo.Polig = parcela.Polig;
-    vinculo.Parcela = parcela.Parcela;
-    lectura.vinculosParcela.push_back(std::move(vinculo));
+    lectura.parcelasLeidas.Añade(linea);
 }
 
 void TomaSubparcela(std::string_view linea, CLecturaCatastro& lectura)
 {
-    CDatosLinea datos;
-    lectura.subparcelasLeidas.Nueva().Lee(linea, kModoCatastro, datos);
-    lectura.refSubparcelas.push_back({datos.Polig, datos.Parcela});
+    lectura.subparcelasLeidas.Añade(linea);
 }
 
 void TomaParaje(std::string_view linea, CLecturaCatastro& lectura)

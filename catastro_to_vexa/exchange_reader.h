@@ -5,28 +5,22 @@
 #include <vector>
 
 #include "cadastre/database.h"
+#include "cadastre/exchange_lines.h"
 #include "cadastre/message_catalogue.h"
-#include "catastro_to_vexa/record_queue.h"
+#include "catastro_to_vexa/line_queue.h"
 
 // What an exchange file leaves pending until its last line is read. A record may name another one
 // that stands further on, so parcels, subparcels and links wait.
 
-/// What a PR line says beyond its parcel.
+static_assert(kLineaCatastro <= CColaLineas::kMasLarga);
+
+/// What a PR line says beyond its parcel, once that was read.
 struct CVinculoParcela {
     int numImputa = 0;
     int Polig = 0;
     int Parcela = 0;
-    int numParaje = 0;
     CString Tit;                ///< empty for a line too short to name a holder
-    int indice = kNoEncontrado; ///< of the parcel, once it is settled
-};
-
-/// The parcel that an SP or SC line names.
-struct CRefSubparcela {
-    int Polig = 0;
-    int Parcela = 0;
-
-    friend bool operator==(const CRefSubparcela&, const CRefSubparcela&) = default;
+    int indice = kNoEncontrado; ///< of the parcel; a dropped one has none
 };
 
 /// What a TL line says beyond its holder.
@@ -48,13 +42,10 @@ struct CLecturaCatastro {
 
     CBaseCatastro& base;
     CAvisos avisos;
-    int municipioActual = -1; ///< index of the municipality of the last line taken
-    // A record and what its line says beyond it stand at the same position of two queues: parcels
-    // and their links, then subparcels and their references.
-    CCola<CParcela> parcelasLeidas;
-    std::deque<CVinculoParcela> vinculosParcela;
-    CCola<CSubparcela> subparcelasLeidas;
-    std::deque<CRefSubparcela> refSubparcelas;
+    int municipioActual = -1;      ///< index of the municipality of the last line taken
+    CColaLineas parcelasLeidas;    ///< PR lines
+    CColaLineas subparcelasLeidas; ///< SP and SC lines
+    std::deque<CVinculoParcela> vinculosParcela; ///< of the PR lines that are read
     std::vector<CTitularLeido> titularesLeidos;
 };
 

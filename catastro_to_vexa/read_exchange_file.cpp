@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "cadastre/exchange_lines.h"
+#include "cadastre/subparcel_columns.h"
 #include "cadastre/wrapping.h"
 #include "catastro_to_vexa/campiva_a_vexa_dlg.h"
 #include "catastro_to_vexa/exchange_reader.h"
@@ -71,13 +72,33 @@ private:
     std::vector<int> m_sitios; // of the first line with each number or a higher one
 };
 
-/// How many subparcels from position `k` on belong to the same parcel.
-std::size_t Seguidas(const std::deque<CRefSubparcela>& refs, std::size_t k)
+/// Stores a parcel at its place. Gives its index; below 0 for one that was dropped, and told.
+int AsientaParcela(CParcela&& parcela, int numParaje, CLecturaCatastro& lectura)
 {
-    const auto desde = refs.begin() + static_cast<std::ptrdiff_t>(k);
-    return static_cast<std::size_t>(
-        std::find_if(desde, refs.end(), [&](const CRefSubparcela& r) { return r != *desde; }) -
-        desde);
+    CMunicipio& municipio = lectura.Municipio();
+    const int polig = parcela.Polig;
+    const int numero = parcela.Parcela;
+    parcela.paraje = municipio.BuscaParaje(numParaje);
+    if (parcela.paraje < 0) {
+        Avisa(lectura.avisos, kParajeNoEncontrado, numParaje, polig, numero);
+        return kNoEncontrado;
+    }
+    const std::size_t antes = municipio.NumParcelas();
+    const int indice = municipio.InsertaParcela(std::move(parcela));
+    if (indice == kParcelaInvalida)
+        Avisa(lectura.avisos, kParcelaNoValida, polig, numero);
+    else if (municipio.NumParcelas() == antes)
+        Avisa(lectura.avisos, kParcelaRepetida, polig, numero);
+    return indice;
+}
+
+/// How many subparcels, from the one in front on, are one parcel's, as far as is seen at once.
+std::size_t Seguidas(const CColaLineas& subparcelas)
+{
+    constexpr CLectura kPolig = ColumnaDe(kColumnasComunes, &CDatosLinea::Polig).catastro;
+    constexpr CLectura kParcela = ColumnaDe(kColumnasComunes, &CDatosLinea::Parcela).catastro;
+    static_assert(kParcela.columna == kPolig.columna + kPolig.ancho);
+    return subparcelas.CuantasIguales(kPolig.columna, kPolig.ancho + kParcela.ancho);
 }
 
 /// Links the parcel to the holder of a TL line that has the number which the parcel names.
@@ -137,29 +158,22 @@ void CCampivaAVexaDlg::AsientaRegistros(CLecturaCatastro& lectura)
 bool CCampivaAVexaDlg::AsientaParcelas(CLecturaCatastro& lectura)
 {
     Fase(IDS_REGISTRANDO_PARCELAS);
-    const std::size_t n = lectura.parcelasLeidas.Cuantos();
+    const std::size_t n = lectura.parcelasLeidas.Cuantas();
     if (n == 0)
         return true;
-    CMunicipio& municipio = lectura.Municipio();
-    municipio.ReservaParcelas(n);
+    lectura.Municipio().ReservaParcelas(n);
     for (std::size_t k = 0; k < n; ++k, lectura.parcelasLeidas.Quita()) {
         if (!Avanza(k, n))
             return false;
-        CParcela& parcela = lectura.parcelasLeidas.Primera();
-        CVinculoParcela& vinculo = lectura.vinculosParcela[k];
-        const int polig = parcela.Polig;
-        const int numero = parcela.Parcela;
-        parcela.paraje = municipio.BuscaParaje(vinculo.numParaje);
-        if (parcela.paraje < 0) {
-            Avisa(lectura.avisos, kParajeNoEncontrado, vinculo.numParaje, polig, numero);
-            continue;
-        }
-        const std::size_t antes = municipio.NumParcelas();
-        vinculo.indice = municipio.InsertaParcela(std::move(parcela));
-        if (vinculo.indice == kParcelaInvalida)
-            Avisa(lectura.avisos, kParcelaNoValida, polig, numero);
-        else if (municipio.NumParcelas() == antes)
-            Avisa(lectura.avisos, kParcelaRepetida, polig, numero);
+        CParcela parcela;
+        CDatosLinea datos;
+        parcela.Lee(lectura.parcelasLeidas.Primera(), kModoCatastro, datos);
+        CVinculoParcela& vinculo = lectura.vinculosParcela.emplace_back();
+        vinculo.numImputa = datos.numImputa;
+        vinculo.Tit = datos.Tit;
+        vinculo.Polig = parcela.Polig;
+        vinculo.Parcela = parcela.Parcela;
+        vinculo.indice = AsientaParcela(std::move(parcela), datos.numParaje, lectura);
     }
     return true;
 }
@@ -167,30 +181,27 @@ bool CCampivaAVexaDlg::AsientaParcelas(CLecturaCatastro& lectura)
 bool CCampivaAVexaDlg::AsientaSubparcelas(CLecturaCatastro& lectura)
 {
     Fase(IDS_REGISTRANDO_SUBPARCELAS);
-    const std::size_t n = lectura.subparcelasLeidas.Cuantos();
-    std::size_t hasta = 0; // where the subparcels of the parcel at work end
-    int i = kNoEncontrado;
+    const std::size_t n = lectura.subparcelasLeidas.Cuantas();
     for (std::size_t k = 0; k < n; ++k, lectura.subparcelasLeidas.Quita()) {
         if (!Avanza(k, n))
             return false;
-        CMunicipio& municipio = lectura.Municipio();
-        CSubparcela& subparcela = lectura.subparcelasLeidas.Primera();
-        const CRefSubparcela ref = lectura.refSubparcelas[k];
-        if (k == hasta) {
-            const std::size_t seguidas = Seguidas(lectura.refSubparcelas, k);
-            hasta += seguidas;
-            i = kNoEncontrado;
-            if (municipio.BuscaParcela(ref.Polig, ref.Parcela, i))
-                municipio.DameParcela(i).ReservaSubparcelas(seguidas);
+        CSubparcela subparcela;
+        CDatosLinea datos;
+        subparcela.Lee(lectura.subparcelasLeidas.Primera(), kModoCatastro, datos);
+        int i = kNoEncontrado;
+        if (!lectura.Municipio().BuscaParcela(datos.Polig, datos.Parcela, i)) {
+            Avisa(lectura.avisos, kSubparcelaSinParcela, datos.Polig, datos.Parcela,
+                  subparcela.letra);
+            continue;
         }
-        const CString letra = subparcela.letra;
+        CParcela& parcela = lectura.Municipio().DameParcela(i);
+        if (parcela.Subparcelas().empty())
+            parcela.ReservaSubparcelas(Seguidas(lectura.subparcelasLeidas));
         bool repetida = false;
-        if (i < 0)
-            Avisa(lectura.avisos, kSubparcelaSinParcela, ref.Polig, ref.Parcela, letra);
-        else
-            municipio.DameParcela(i).InsertaSubparcela(std::move(subparcela), repetida);
+        const int nueva = parcela.InsertaSubparcela(std::move(subparcela), repetida);
         if (repetida)
-            Avisa(lectura.avisos, kSubparcelaDuplicada, ref.Polig, ref.Parcela, letra);
+            Avisa(lectura.avisos, kSubparcelaDuplicada, datos.Polig, datos.Parcela,
+                  parcela.DameSubparcela(nueva).letra);
     }
     return true;
 }
