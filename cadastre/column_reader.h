@@ -68,6 +68,33 @@ void EnCadaFila(F f)
     (std::make_index_sequence<Tabla.size()>());
 }
 
+/// Where a line ends at the least that has all its fields, as nearly all lines have.
+template <auto Cual, class R, std::size_t N>
+constexpr std::size_t FinCampos(const std::array<CColumna<R>, N>& tabla)
+{
+    int fin = 0;
+    for (const CColumna<R>& columna : tabla) {
+        const CLectura& donde = columna.*Cual;
+        fin = std::max({fin, donde.columna + donde.ancho, int{donde.minimo}});
+    }
+    return static_cast<std::size_t>(fin);
+}
+
+/// \param Estan  whether the line has all fields
+template <const auto& Tabla, auto Cual, bool Estan, class R>
+void LeeCampos(const CLineaFija& linea, R& registro, CDatosLinea& datos)
+{
+    EnCadaFila<Tabla>([&](auto fila) {
+        constexpr CLectura kDonde = Tabla[fila].*Cual;
+        if constexpr (kDonde.columna < 0)
+            return;
+        else if constexpr (Estan)
+            PonCampo<Tabla, fila>(linea.TextoQueEsta(kDonde), registro, datos);
+        else if (linea.Alcanza(kDonde.minimo))
+            PonCampo<Tabla, fila>(linea.Texto(kDonde), registro, datos);
+    });
+}
+
 } // namespace columnas
 
 /// Reads the fields of a line that `Cual` (`catastro` or `lista`) gives a place and that the line
@@ -76,12 +103,10 @@ void EnCadaFila(F f)
 template <const auto& Tabla, auto Cual, class R>
 void LeeColumnas(const CLineaFija& linea, R& registro, CDatosLinea& datos)
 {
-    columnas::EnCadaFila<Tabla>([&](auto fila) {
-        constexpr CLectura kDonde = Tabla[fila].*Cual;
-        if constexpr (kDonde.columna >= 0)
-            if (linea.Alcanza(kDonde.minimo))
-                columnas::PonCampo<Tabla, fila>(linea.Texto(kDonde), registro, datos);
-    });
+    if (linea.Llega(columnas::FinCampos<Cual>(Tabla)))
+        columnas::LeeCampos<Tabla, Cual, true>(linea, registro, datos);
+    else
+        columnas::LeeCampos<Tabla, Cual, false>(linea, registro, datos);
 }
 
 /// How many fields a reader splits a row into.

@@ -160,6 +160,13 @@ public:
     }
     int Entero(const CLectura& donde) const { return LeeEntero(Texto(donde)); }
 
+    /// Tells whether all columns before `hasta` are there, and so fields can be had without asking.
+    bool Llega(std::size_t hasta) const { return m_texto.size() >= hasta; }
+    std::string_view TextoQueEsta(const CLectura& donde) const
+    {
+        return {m_texto.data() + donde.columna, static_cast<std::size_t>(donde.ancho)};
+    }
+
 private:
     std::string_view m_texto;
     int m_largo;
