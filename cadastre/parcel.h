@@ -107,10 +107,10 @@ public:
     char clase = 'R';
     short subclase = 0;
     char claveConc = ' '; ///< other than a blank for a concentrated parcel
+    bool salvar = true;   ///< off keeps the parcel out of the PR records
     int x = 0;            ///< where it lies: tens of metres, the last three digits
     int y = 0;
-    int paraje = -1;    ///< index in the municipality's places, below 0 for none
-    bool salvar = true; ///< off keeps the parcel out of the PR records
+    int paraje = -1; ///< index in the municipality's places, below 0 for none
     int valorCatastral = 0;
     int añoVal = 0;
     int Superficie = 0; ///< square metres
@@ -120,10 +120,10 @@ private:
     void GrabaRegistrosCT(CStdioFile& fichero, short ger, short mun, short emenor,
                           const std::vector<CTitular>& titulares) const;
 
+    int m_ordenMaximo = kSinOrden;                        // no link has a greater number
+    int m_mayorTitular = std::numeric_limits<int>::min(); // of the links
     std::vector<CSubparcela> m_subparcelas;
     std::vector<CCotitular> m_cotitulares;
-    int m_ordenMaximo = kSinOrden; // no link has a greater number
     CIndice<Gana::Todos> m_porLetra;
     CIndice<Gana::Primero> m_porTitular;
-    int m_mayorTitular = std::numeric_limits<int>::min(); // of the links
 };
