@@ -3,6 +3,7 @@
 #include <array>
 
 #include "cadastre/database.h"
+#include "platform/memory_hint.h"
 #include "vexa_libs/ccadena.h"
 
 namespace {
@@ -14,6 +15,23 @@ void GrabaTodo(B& base, CStdioFile& fichero, bool fijo, const char* cabecera, F 
         fichero.WriteString(cabecera);
     for (auto& municipio : base.Municipios())
         graba(municipio);
+}
+
+/// Calls `graba` with each parcel. The number of its holder is written with it, which stands
+/// anywhere in memory: the holders of the parcels that come next are asked for ahead.
+template <class F>
+void EnCadaParcela(const CMunicipio& municipio, F graba)
+{
+    constexpr std::size_t kDelante = 12;
+    const std::vector<CParcela>& parcelas = municipio.Parcelas();
+    const std::vector<CTitular>& titulares = municipio.Titulares();
+    for (std::size_t i = 0; i < parcelas.size(); ++i) {
+        if (i + kDelante < parcelas.size())
+            for (const CCotitular& vinculo : parcelas[i + kDelante].Cotitulares())
+                if (vinculo.titular >= 0)
+                    PideMemoria(&titulares[static_cast<std::size_t>(vinculo.titular)].NumOrden);
+        graba(parcelas[i]);
+    }
 }
 
 } // namespace
@@ -41,8 +59,9 @@ void CBaseCatastro::GrabaTitulares(CStdioFile& fichero, bool fijo) const
 void CBaseCatastro::GrabaParcelas(CStdioFile& fichero, bool fijo) const
 {
     GrabaTodo(*this, fichero, fijo, kCabeceraParcelas, [&](const CMunicipio& m) {
-        for (const CParcela& parcela : m.Parcelas())
+        EnCadaParcela(m, [&](const CParcela& parcela) {
             parcela.Graba(fichero, Ger, m.Mun, m.EMenor, m.Titulares(), m.Parajes(), fijo);
+        });
     });
 }
 
@@ -73,7 +92,8 @@ void CBaseCatastro::GrabaParajes(CStdioFile& fichero, bool fijo) const
 void CBaseCatastro::GrabaCotitulares(CStdioFile& fichero, bool fijo) const
 {
     GrabaTodo(*this, fichero, fijo, kCabeceraCotitulares, [&](const CMunicipio& m) {
-        for (const CParcela& parcela : m.Parcelas())
+        EnCadaParcela(m, [&](const CParcela& parcela) {
             parcela.GrabaCotitulares(fichero, Ger, m.Mun, m.EMenor, m.Titulares(), fijo);
+        });
     });
 }
