@@ -244,7 +244,7 @@ void CDialog::Refleja(const CControl& control) const
 void CDialog::AtiendeUno()
 {
     AfxGetApp()->Frontal().AtiendeUno(*this);
-    if (!sistema::HayQueAcabar() && sistema::HuboInterrupcion())
+    if (sistema::HuboInterrupcion() && !sistema::HayQueAcabar())
         SendMessage(WM_COMMAND, IDCANCEL, 0);
     if (sistema::HayQueAcabar())
         throw CInterrumpido();

@@ -93,9 +93,10 @@ char* PonTexto(char* destino, std::string_view valor)
     if constexpr (F.precision >= 0)
         valor = valor.substr(0, static_cast<std::size_t>(F.precision));
     constexpr auto kAncho = static_cast<std::size_t>(F.ancho);
-    if (F.izquierda && valor.size() <= kAncho) {
+    if (valor.size() <= kAncho) {
         std::memset(destino, ' ', kAncho);
-        std::char_traits<char>::copy(destino, valor.data(), valor.size());
+        char* const sitio = F.izquierda ? destino : destino + kAncho - valor.size();
+        std::char_traits<char>::copy(sitio, valor.data(), valor.size());
         return destino + kAncho;
     }
     return PonTexto(destino, F, valor);

@@ -10,9 +10,9 @@ class CDialog;
 class CFileDialog;
 struct HH_POPUP;
 
-/// The files that a run has written, and those of its inputs that are texts, by their whole paths.
+/// The files that a run has written, and those of its inputs that are texts.
 struct CEscritos {
-    CString log;                  ///< empty where the run made none
+    CString log;                  ///< by its whole path; empty where the run made none
     std::vector<CString> salidas; ///< in the order in which they were written
     std::vector<CString> leidos;
     /// What the run says beside its boxes, a sentence each: its input may not be what it was read

@@ -1,6 +1,7 @@
 #include "platform/run_story.h"
 
 #include "platform/ansi.h"
+#include "platform/files/cfile.h"
 #include "platform/files/system_files.h"
 #include "platform/format.h"
 #include "platform/front_end.h"
@@ -35,14 +36,6 @@ CHecho Hecho(const CString& nombre)
 {
     sistema::Error error;
     return {EstadoDe(nombre), std::filesystem::last_write_time(sistema::Ruta(nombre), error)};
-}
-
-CString CarpetaDeSalidas(const CEscritos& escritos)
-{
-    for (const CString& salida : escritos.salidas)
-        if (EsFichero(EstadoDe(salida)))
-            return sistema::Nombre(sistema::Ruta(salida).parent_path());
-    return {};
 }
 
 } // namespace
@@ -110,18 +103,22 @@ void CRelatoProceso::Termina(Reloj::time_point ahora, const CEscritos& escritos)
     if (vacio && escritos.observaciones.empty() && !escritos.huboErrores)
         m_texto += (m_texto.empty() ? "" : ".  ") + std::string(textos::kRegistroVacio);
     m_log = EsFichero(log) && !vacio ? escritos.log : CString();
-    m_carpeta = CarpetaDeSalidas(escritos);
     const bool hayPrograma = EsFichero(log) && !m_programaInforme.IsEmpty() &&
                              !sistema::BuscaPrograma(m_programaInforme).empty();
     m_deInforme = hayPrograma ? escritos.log : CString();
     m_pagina = escritos.informe.IsEmpty()
                    ? sistema::Nombre(sistema::Ruta(escritos.log).replace_extension("html"))
                    : escritos.informe;
-    m_leidos = escritos.leidos;
+    m_leidos.clear();
+    for (const CString& leido : escritos.leidos)
+        m_leidos.push_back(CFile::RutaCompleta(leido));
     m_escritos.clear();
     for (const CString& salida : escritos.salidas)
         if (EsFichero(EstadoDe(salida)))
-            m_escritos.push_back(salida);
+            m_escritos.push_back(CFile::RutaCompleta(salida));
+    m_carpeta = m_escritos.empty()
+                    ? CString()
+                    : sistema::Nombre(sistema::Ruta(m_escritos.front()).parent_path());
 }
 
 CString CRelatoProceso::HazInforme() const

@@ -135,8 +135,11 @@ int LeeByte()
 
 std::filesystem::path FicheroPrograma()
 {
-    std::error_code error;
-    return std::filesystem::read_symlink("/proc/self/exe", error);
+    static const std::filesystem::path suyo = [] {
+        std::error_code error;
+        return std::filesystem::read_symlink("/proc/self/exe", error);
+    }();
+    return suyo;
 }
 
 std::filesystem::path BuscaPrograma(std::string_view nombre)
@@ -176,9 +179,10 @@ void VigilaSenales(bool seContesta)
 
 bool HuboInterrupcion()
 {
-    const bool hubo = g_interrupcion != 0;
-    g_interrupcion = 0;
-    return hubo;
+    if (g_interrupcion == 0)
+        return false;
+    g_interrupcion = 0; // not before it was seen, lest one that comes in between be lost
+    return true;
 }
 
 void PideAcabar()

@@ -179,10 +179,11 @@ void CFrontalTerminal::AtiendeUno(CDialog& /*dialogo*/)
         m_enProceso = true;
         m_inicio = Reloj::now();
     }
-    if (m_avanceVisible)
-        if (const auto ahora = Reloj::now();
-            m_pintadas.empty() || ahora - m_pintadas.back() >= kEntreAvances)
-            PintaAvance(ahora);
+    if (!m_avanceVisible)
+        return;
+    if (const auto ahora = Reloj::now();
+        m_pintadas.empty() || ahora - m_pintadas.back() >= kEntreAvances)
+        PintaAvance(ahora);
     if (sistema::HayQueAcabar())
         BorraAvance();
 }
@@ -338,7 +339,7 @@ void CFrontalTerminal::FinDeProceso(const CDialog& /*dialogo*/, const CEscritos&
                      log.GetLength() == 0 && !escritos.huboErrores ? textos::kNingunAviso : "");
     std::filesystem::path carpeta; // those of one folder, nearly always all, stand in one line
     for (const CString& salida : escritos.salidas) {
-        const std::filesystem::path ruta = sistema::Ruta(salida);
+        const std::filesystem::path ruta = sistema::EnteraSinPuntos(sistema::Ruta(salida));
         if (ruta.parent_path() != carpeta) {
             sistema::Imprime(stdout, carpeta.empty() ? "" : "\n");
             carpeta = ruta.parent_path();

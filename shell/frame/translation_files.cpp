@@ -29,7 +29,7 @@ bool CTraduccionDlg::AbreEntrada(CStdioFile& fichero, const CString& nombre)
         return false;
     }
     if (!CFile::EsAlguno(nombre, m_proceso->escritos.leidos))
-        m_proceso->escritos.leidos.push_back(CFile::RutaCompleta(nombre));
+        m_proceso->escritos.leidos.push_back(nombre);
     return true;
 }
 
@@ -118,7 +118,7 @@ bool CTraduccionDlg::CreaSalida(CStdioFile& fichero, const CString& nombre, cons
     CFileException fallo(nombre, {});
     if (!CFile::EsAlguno(nombre, entradas) &&
         fichero.Open(nombre, kCrea, &fallo, &m_proceso->salidas)) {
-        m_proceso->escritos.salidas.push_back(CFile::RutaCompleta(nombre));
+        m_proceso->escritos.salidas.push_back(nombre);
         return true;
     }
     CajaError(queja, fallo);
