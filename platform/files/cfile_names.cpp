@@ -91,13 +91,18 @@ CString CFile::GuardaAnterior(const CString& nombre)
 
 bool CFile::EsElMismo(const CString& uno, const CString& otro)
 {
-    return Mirado(uno, sistema::Ruta(uno)).EsElMismo(Mirado(otro, sistema::Ruta(otro)));
+    return EsAlguno(uno, {otro});
 }
 
 bool CFile::EsAlguno(const CString& nombre, const std::vector<CString>& otros)
 {
-    return std::any_of(otros.begin(), otros.end(),
-                       [&](const CString& otro) { return EsElMismo(nombre, otro); });
+    if (otros.empty())
+        return false;
+    const sistema::CEstado suyo = Mirado(nombre, sistema::Ruta(nombre));
+    return suyo.tipo != sistema::CEstado::Tipo::NoHay &&
+           std::any_of(otros.begin(), otros.end(), [&](const CString& otro) {
+               return suyo.EsElMismo(Mirado(otro, sistema::Ruta(otro)));
+           });
 }
 
 bool CFile::SeriaElMismo(const CString& uno, const CString& otro)

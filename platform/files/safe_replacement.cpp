@@ -184,6 +184,10 @@ void CReemplazo::GuardaAnterior(std::string_view marca, Error& error)
         return;
     }
     const Error causa = error;
+    if (!HabiaDestino() && causa == std::errc::no_such_file_or_directory) {
+        error.clear(); // nothing is to be kept
+        return;
+    }
     const Tipo tipo = sistema::MiraEnlace(m_destino, error).tipo;
     if (error)
         return;
