@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 #include <string_view>
 #include <type_traits>
 #include <utility>
@@ -35,6 +36,21 @@ inline void Pon(char& campo, std::string_view texto)
         campo = texto.front();
 }
 
+/// The text without the blanks behind it, which are most of a name's field.
+inline std::string_view SinCola(std::string_view texto)
+{
+    constexpr std::string_view kOcho = "        ";
+    const auto acabaEn = [&](std::size_t cuantos) {
+        return texto.size() >= cuantos &&
+               std::memcmp(texto.data() + texto.size() - cuantos, kOcho.data(), cuantos) == 0;
+    };
+    while (acabaEn(kOcho.size()))
+        texto.remove_suffix(kOcho.size());
+    while (acabaEn(1))
+        texto.remove_suffix(1);
+    return texto;
+}
+
 /// Tells whether row `I` of a table is a field of the record, and no value beside it.
 template <const auto& Tabla, std::size_t I, class R>
 inline constexpr bool kDelRegistro = std::is_invocable_v<decltype(kMiembro<Tabla, I>), R&>;
@@ -46,8 +62,7 @@ void PonCampo(std::string_view texto, R& registro, CDatosLinea& datos)
     constexpr auto kCampo = kMiembro<Tabla, I>;
     using C = decltype(kCampo);
     if constexpr (Tabla[I].pierde != Blancos::Ninguno)
-        while (texto.ends_with(' '))
-            texto.remove_suffix(1);
+        texto = SinCola(texto);
     if constexpr (Tabla[I].pierde == Blancos::DelEntorno)
         while (texto.starts_with(' '))
             texto.remove_prefix(1);

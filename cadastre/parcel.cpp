@@ -110,6 +110,20 @@ int CParcela::InsertaSubparcela(CSubparcela&& subparcela, bool& repetida)
 
 void CParcela::CompletaSuperficies()
 {
+    constexpr std::size_t kPocas = 12; // for which a walk costs less than a table
+    if (m_subparcelas.size() <= kPocas) {
+        for (CSubparcela& sub : m_subparcelas) {
+            const auto tiene = [&](const CSubparcela& otra) {
+                return otra.superfic > 0 && otra.letra == sub.letra;
+            };
+            if (sub.superfic == 0)
+                if (const auto hallada =
+                        std::find_if(m_subparcelas.begin(), m_subparcelas.end(), tiene);
+                    hallada != m_subparcelas.end())
+                    sub.superfic = hallada->superfic;
+        }
+        return;
+    }
     std::unordered_map<std::string_view, int> porLetra; // of each letter the first surface above 0
     for (const CSubparcela& sub : m_subparcelas)
         if (sub.superfic > 0)

@@ -197,11 +197,15 @@ TEST(ParcelaSubparcelas, MendsAMissingSurfaceForGoodFromTheFirstOneWithItsLetter
         {"none has one", {{"A", 0}, {"A", 0}}, {0, 0}},
     };
     for (const auto& caso : kCasos) {
-        for (const bool fijo : {true, false}) {
-            SCOPED_TRACE(caso.motivo);
-            CParcela parcela = ConSubparcelas(caso.subs);
-            Grabado([&](CStdioFile& f) { parcela.GrabaSubparcelas(f, 28, 79, 0, fijo); });
-            EXPECT_EQ(Superficies(parcela), caso.mendadas);
+        for (const std::size_t otras : {0, 40}) { // of another letter, in a long parcel
+            SCOPED_TRACE(std::string(caso.motivo) + ", " + std::to_string(otras));
+            std::vector<CSub> subs = caso.subs;
+            subs.insert(subs.end(), otras, {"Z", 1});
+            std::vector<int> mendadas = caso.mendadas;
+            mendadas.insert(mendadas.end(), otras, 1);
+            CParcela parcela = ConSubparcelas(subs);
+            Grabado([&](CStdioFile& f) { parcela.GrabaSubparcelas(f, 28, 79, 0, otras == 0); });
+            EXPECT_EQ(Superficies(parcela), mendadas);
         }
     }
 }
