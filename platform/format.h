@@ -78,6 +78,10 @@ char* PonEntero(char* destino, int valor)
         std::memset(destino, F.ceros ? '0' : ' ', static_cast<std::size_t>(F.ancho));
         if (F.hueco)
             *destino = ' ';
+        if (resto < 10) { // as most are
+            fin[-1] = static_cast<char>('0' + resto);
+            return fin;
+        }
         do {
             *--cifra = static_cast<char>('0' + resto % 10);
             resto /= 10;
