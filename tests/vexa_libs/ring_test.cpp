@@ -157,35 +157,102 @@ TEST(IndiceAnillos, AnswersAsAWalkOfAllRingsDoes)
     }
 }
 
+namespace {
+
+/// Strips of a slope side by side, a hundred thousand long.
+std::vector<CAnillo> Tiras(int cuantas, double pendiente)
+{
+    const int sube = static_cast<int>(100000 * pendiente);
+    std::vector<CAnillo> tiras;
+    for (int y = 0; y < cuantas * 100; y += 100)
+        tiras.push_back({{0, y}, {100000, y + sube}, {100000, y + sube + 100}, {0, y + 100}});
+    return tiras;
+}
+
+/// Squares within one another, the widest first, turned by an angle whose tangent is 3 / 5.
+std::vector<CAnillo> Marcos(int cuantos)
+{
+    std::vector<CAnillo> marcos;
+    for (int r = cuantos; r > 0; --r)
+        marcos.push_back({{-4 * r, -r}, {r, -4 * r}, {4 * r, r}, {-r, 4 * r}});
+    return marcos;
+}
+
+} // namespace
+
 TEST(IndiceAnillos, AsksFewOfManyRings)
 {
     std::vector<CAnillo> celdas;
-    std::vector<CAnillo> marcos;
-    std::vector<CAnillo> tiras; // whose upright extents hold the point all
-    for (int i = 0; i < 10000; ++i) {
-        tiras.push_back(
-            {{-i, i}, {100000 - i, 100000 + i}, {99999 - i, 100001 + i}, {-1 - i, i + 1}});
+    for (int i = 0; i < 10000; ++i)
         celdas.push_back(Cuadrado(i % 100 * 10, i / 100 * 10, 10));
-        marcos.push_back(Cuadrado(i, i, 100000 - 2 * i));
-    }
-    CIndiceAnillos lado;
-    CIndiceAnillos dentro;
-    CIndiceAnillos juntas;
-    for (int i = 0; i < 10000; ++i) {
-        lado.Añade(celdas[static_cast<std::size_t>(i)], 100, i);
-        dentro.Añade(marcos[static_cast<std::size_t>(i)], 100000.0 - 2 * i, i);
-        juntas.Añade(tiras[static_cast<std::size_t>(i)], 7, i);
-    }
-    int preguntas = 0;
-    const auto cuenta = [&](int, Lugar lugar) {
-        ++preguntas;
-        return lugar != Lugar::Fuera;
+    const auto enTira = [](double pendiente) {
+        return CPunto<int>(40000, static_cast<int>(40000 * pendiente) + 500050);
     };
-    EXPECT_EQ(lado.Busca({505, 505}, cuenta), 5050);
-    EXPECT_EQ(dentro.Busca({50000, 50000}, cuenta), 9999);
-    EXPECT_EQ(preguntas, 2);
-    EXPECT_EQ(juntas.Busca({50000, 60001}, cuenta), 5000);
-    EXPECT_LE(preguntas, 4);
+    const struct {
+        const char* motivo;
+        std::vector<CAnillo> anillos;
+        CPunto<int> punto;
+        int hallado;
+        int preguntas; // no more
+    } casos[] = {
+        {"side by side", celdas, {505, 505}, 5050, 1},
+        {"within one another", Marcos(10000), {0, 0}, 9999, 1},
+        {"level strips", Tiras(10000, 0), enTira(0), 5000, 1},
+        {"strips along a diagonal", Tiras(10000, 1), enTira(1), 5000, 2},
+        {"strips along the other one", Tiras(10000, -1), enTira(-1), 5000, 2},
+        {"a slope of one half", Tiras(10000, 0.5), enTira(0.5), 5000, 2},
+        {"of three fifths, falling", Tiras(10000, -0.6), enTira(-0.6), 5000, 2},
+        {"of a tenth", Tiras(10000, 0.1), enTira(0.1), 5000, 2},
+        {"of three", Tiras(10000, 3), enTira(3), 5000, 2},
+    };
+    for (const auto& caso : casos) {
+        SCOPED_TRACE(caso.motivo);
+        CIndiceAnillos indice;
+        for (std::size_t i = 0; i < caso.anillos.size(); ++i)
+            indice.Añade(caso.anillos[i], vexageo::DobleArea(caso.anillos[i]), static_cast<int>(i));
+        int preguntas = 0;
+        const auto cuenta = [&](int, Lugar lugar) {
+            ++preguntas;
+            return lugar != Lugar::Fuera;
+        };
+        EXPECT_EQ(indice.Busca(caso.punto, cuenta), caso.hallado);
+        EXPECT_LE(preguntas, caso.preguntas);
+    }
+}
+
+TEST(IndiceAnillos, AnswersAsAWalkDoesWhereSlantedRingsCross)
+{
+    // Long quadrangles of all slopes, so that most nodes hold what crosses, some at the ends of the
+    // coordinates.
+    std::mt19937 azar(13);
+    std::vector<CAnillo> anillos;
+    for (int i = 0; i < 1500; ++i) {
+        const int lado = i % 10 == 0 ? INT_MAX : 1'000'000;
+        const auto en = [&](int hasta) {
+            return static_cast<int>(azar() % static_cast<unsigned>(hasta));
+        };
+        const int x = en(lado / 2), y = en(lado / 2) - lado / 4;
+        const int dx = en(lado / 2), dy = en(lado / 2) - lado / 4;
+        const int ancho = 1 + en(lado / 500);
+        anillos.push_back(
+            {{x, y}, {x + dx, y + dy}, {x + dx - ancho, y + dy + ancho}, {x, y + ancho}});
+    }
+    const auto area = [&](std::size_t i) { return vexageo::DobleArea(anillos[i]); };
+    CIndiceAnillos indice;
+    for (std::size_t i = 0; i < anillos.size(); ++i)
+        indice.Añade(anillos[i], area(i), static_cast<int>(i));
+    for (int k = 0; k < 1500; ++k) { // on edges, near them, and anywhere
+        const CAnillo& anillo = anillos[azar() % anillos.size()];
+        const CPunto<int>& a = anillo[azar() % 4];
+        const CPunto<int>& b = anillo[azar() % 4];
+        const CPunto<int> punto(std::midpoint(a.X, b.X), std::midpoint(a.Y, b.Y) + k % 3);
+        int esperado = -1;
+        for (std::size_t i = 0; i < anillos.size(); ++i)
+            if (Situa(anillos[i], punto) != Lugar::Fuera &&
+                (esperado < 0 || area(i) < area(static_cast<std::size_t>(esperado))))
+                esperado = static_cast<int>(i);
+        ASSERT_EQ(indice.Busca(punto), esperado) << punto.X << ", " << punto.Y;
+    }
 }
 
 namespace {
