@@ -93,7 +93,10 @@ int main(int argc, char* argv[])
         Parcelas(143),
         AnilloLargo(1'000'000 / parte, rotulos(100'000)),
         Solapados(10'000 / parte, rotulos(20'000)),
-        Tiras(10'000 / parte, rotulos(2'000)),
+        Tiras("diagonal strips", 1, 10'000 / parte, rotulos(2'000)),
+        Tiras("strips that rise by 1/2", 0.5, 10'000 / parte, rotulos(2'000)),
+        Tiras("strips that fall by 3/5", -0.6, 10'000 / parte, rotulos(2'000)),
+        Tiras("strips that rise by 1/10", 0.1, 10'000 / parte, rotulos(2'000)),
         Peines(10'000 / parte, rotulos(20'000)),
         Rombos(2'000, rotulos(20'000)),
     };

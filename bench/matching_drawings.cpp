@@ -1,6 +1,8 @@
 #include "bench/matching_drawings.h"
 
+#include <algorithm>
 #include <cmath>
+#include <cstdlib>
 #include <random>
 
 using vexageo::CPunto;
@@ -42,7 +44,7 @@ CDibujo Parcelas(int lado)
         return CPunto<int>(x * kMalla + static_cast<int>(azar() % 2000),
                            y * kMalla + static_cast<int>(azar() % 2000));
     };
-    CDibujo dibujo{"parcels side by side", {}, {}, 0.40};
+    CDibujo dibujo{"parcels side by side", {}, {}, 0.27};
     std::mt19937 azar(5);
     const auto dentro = [&](int celda) {
         return celda * kMalla + 2000 + static_cast<int>(azar() % 3000);
@@ -75,16 +77,16 @@ CDibujo Solapados(int cuantos, std::size_t rotulos)
     return dibujo;
 }
 
-CDibujo Tiras(int cuantas, std::size_t rotulos)
+CDibujo Tiras(const char* nombre, double pendiente, int cuantas, std::size_t rotulos)
 {
-    CDibujo dibujo{"diagonal strips", {}, Puntos(rotulos, 1'000'000), 1.2, true};
-    const int ancho = 2'000'000 / cuantas;
+    CDibujo dibujo{nombre, {}, Puntos(rotulos, 1'000'000), 0.6, true};
+    const int sube = static_cast<int>(1'000'000 * pendiente);
+    const int abajo = std::min(0, -sube);
+    const int ancho = (1'000'000 + std::abs(sube)) / cuantas;
     for (int i = 0; i < cuantas; ++i) {
-        const int y = -1'000'000 + i * ancho;
-        dibujo.anillos.push_back({{0, y},
-                                  {1'000'000, y + 1'000'000},
-                                  {1'000'000, y + 1'000'000 + ancho},
-                                  {0, y + ancho}});
+        const int y = abajo + i * ancho;
+        dibujo.anillos.push_back(
+            {{0, y}, {1'000'000, y + sube}, {1'000'000, y + sube + ancho}, {0, y + ancho}});
     }
     return dibujo;
 }

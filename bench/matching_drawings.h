@@ -20,7 +20,7 @@ struct CDibujo {
 CDibujo Parcelas(int lado);
 CDibujo AnilloLargo(int esquinas, std::size_t rotulos);
 CDibujo Solapados(int cuantos, std::size_t rotulos);
-CDibujo Tiras(int cuantas, std::size_t rotulos);
+CDibujo Tiras(const char* nombre, double pendiente, int cuantas, std::size_t rotulos);
 CDibujo Peines(int puas, std::size_t rotulos);
 CDibujo Rombos(int cuantos, std::size_t rotulos);
 
