@@ -7,6 +7,7 @@ namespace vexageo {
 namespace {
 
 constexpr std::size_t kPalabra = 8;
+constexpr std::size_t kCrc = 4;
 constexpr std::size_t kBytesALaVez = 2 * kPalabra;
 
 using CTablaCrc = std::array<std::uint32_t, 256>;
@@ -29,12 +30,13 @@ constexpr std::array<CTablaCrc, kBytesALaVez> kTablasCrc = [] {
     return tablas;
 }();
 
-/// What eight bytes do to the sum with `detras` zero bytes behind them.
-std::uint32_t DePalabra(std::uint64_t ocho, std::size_t detras)
+/// What `N` bytes, the first one the lowest, do to the sum with `detras` zero bytes behind them.
+template <std::size_t N>
+std::uint32_t DeBytes(std::uint64_t bytes, std::size_t detras)
 {
     std::uint32_t crc = 0;
-    for (std::size_t i = kPalabra; i-- > 0; ocho >>= 8U)
-        crc ^= kTablasCrc[detras + i][ocho & 0xFFU];
+    for (std::size_t i = N; i-- > 0; bytes >>= 8U)
+        crc ^= kTablasCrc[detras + i][bytes & 0xFFU];
     return crc;
 }
 
@@ -44,12 +46,15 @@ std::uint32_t Crc32(std::string_view bytes, std::uint32_t anterior)
 {
     std::uint32_t crc = anterior ^ 0xFFFFFFFFU;
     for (; bytes.size() >= kBytesALaVez; bytes.remove_prefix(kBytesALaVez)) {
+        // The sum so far meets the first four bytes alone; what waits for it is kept short.
         CLector lector(bytes);
-        crc = DePalabra(lector.U64() ^ crc, kPalabra);
-        crc ^= DePalabra(lector.U64(), 0);
+        const std::uint64_t primera = lector.U64();
+        const std::uint32_t resto =
+            DeBytes<kPalabra>(lector.U64(), 0) ^ DeBytes<kCrc>(primera >> 32U, kPalabra);
+        crc = resto ^ DeBytes<kCrc>((primera ^ crc) & 0xFFFFFFFFU, kPalabra + kCrc);
     }
     if (bytes.size() >= kPalabra) {
-        crc = DePalabra(CLector(bytes).U64() ^ crc, 0);
+        crc = DeBytes<kPalabra>(CLector(bytes).U64() ^ crc, 0);
         bytes.remove_prefix(kPalabra);
     }
     for (const char c : bytes)

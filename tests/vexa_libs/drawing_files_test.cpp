@@ -116,6 +116,7 @@ TEST_F(FicherosDeDibujo, AnEntityStandsAsTheFormSays)
                           "e5c91648");
     EXPECT_EQ(Crc32("123456789"), 0xCBF43926U);
     EXPECT_EQ(Crc32("3456789", Crc32("12")), 0xCBF43926U);
+    EXPECT_EQ(Crc32("Pol. 3, parcela 12, subparcela a: 1,2345 ha."), 0xF665A963U);
 }
 
 TEST_F(FicherosDeDibujo, APolygonComesBackWhole)
