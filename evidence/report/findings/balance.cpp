@@ -55,14 +55,12 @@ bool CBalance::HayPerdidas() const
     });
 }
 
-void Coteja(const std::vector<CClaveRegistro>& esperados,
-            const std::vector<CClaveRegistro>& hallados, CPartida& partida)
+void CCotejo::Acaba(CPartida& partida)
 {
-    // As a rule all stands on both sides in one order; only what comes behind that is sorted.
-    const auto [desdeEsperado, desdeHallado] =
-        std::mismatch(esperados.begin(), esperados.end(), hallados.begin(), hallados.end());
-    std::vector<CClaveRegistro> quedan(desdeEsperado, esperados.end());
-    std::vector<CClaveRegistro> sobran(desdeHallado, hallados.end());
+    // Only what comes behind the first difference is sorted.
+    std::vector<CClaveRegistro> quedan(m_esperados.begin() + static_cast<std::ptrdiff_t>(m_enFila),
+                                       m_esperados.end());
+    std::vector<CClaveRegistro> sobran = std::move(m_sobran);
     std::sort(quedan.begin(), quedan.end());
     std::sort(sobran.begin(), sobran.end());
     auto esperado = quedan.begin();
@@ -75,6 +73,15 @@ void Coteja(const std::vector<CClaveRegistro>& esperados,
         else
             ++esperado, ++hallado;
     }
+}
+
+void Coteja(const std::vector<CClaveRegistro>& esperados,
+            const std::vector<CClaveRegistro>& hallados, CPartida& partida)
+{
+    CCotejo cotejo(esperados);
+    for (const CClaveRegistro& hallado : hallados)
+        cotejo.Toma(hallado);
+    cotejo.Acaba(partida);
 }
 
 std::string Nombra(const CClaveRegistro& clave)

@@ -81,8 +81,32 @@ struct CBalance {
     bool creaNoEnBase = false;     ///< what only the drawing knows was created
 };
 
-/// Holds records that should be there against records that are, and notes in the part what is
-/// missing and what is too much.
+/// Holds records that should be there against records that are.
+class CCotejo {
+public:
+    explicit CCotejo(const std::vector<CClaveRegistro>& esperados) : m_esperados(esperados) {}
+
+    /// Takes the next one that is there. As a rule they come in the order that they should have,
+    /// and none is kept.
+    void Toma(CClaveRegistro hallado)
+    {
+        if (m_sobran.empty() && m_enFila < m_esperados.size() && m_esperados[m_enFila] == hallado)
+            ++m_enFila;
+        else
+            m_sobran.push_back(std::move(hallado));
+    }
+    /// How many were taken.
+    std::int64_t Hallados() const { return static_cast<std::int64_t>(m_enFila + m_sobran.size()); }
+    /// Notes in the part what is missing and what is too much.
+    void Acaba(CPartida& partida);
+
+private:
+    const std::vector<CClaveRegistro>& m_esperados;
+    std::size_t m_enFila = 0;             // so many of them were there, one after the other
+    std::vector<CClaveRegistro> m_sobran; // from the first one that wasn't the next
+};
+
+/// The same with all that are there at once.
 void Coteja(const std::vector<CClaveRegistro>& esperados,
             const std::vector<CClaveRegistro>& hallados, CPartida& partida);
 

@@ -8,6 +8,7 @@
 #include "evidence/report/reading/bounds.h"
 #include "evidence/report/reading/input_lines.h"
 #include "evidence/report/reading/text.h"
+#include "evidence/row_keys.h"
 
 namespace informe {
 namespace {
@@ -17,31 +18,32 @@ class CBalanceIda {
 public:
     CBalanceIda(const CFicheros& ficheros, const CRegistroLeido& registro,
                 const CEntradaLeida& leida)
-        : m_ficheros(ficheros), m_registro(registro), m_leida(leida)
+        : m_ficheros(ficheros), m_registro(registro), m_leida(leida),
+          m_vinculos(leida.vinculos.quedan)
     {
     }
 
     CBalance Hace();
 
 private:
-    using CLeeClave = std::function<CClaveRegistro(std::string_view fila)>;
-
     CPartida Lineas() const;
     CPartida Modulos() const;
     CPartida Titulares() const;
-    CPartida Parcelas() const;
+    CPartida Parcelas();
     CPartida Subparcelas() const;
     CPartida Parajes() const;
-    CPartida Vinculos() const;
+    CPartida Vinculos(bool hayParcelas);
     /// The lines of a kind against the rows of its table.
+    template <class F>
     CPartida Empieza(Partida que, std::string lineas, const CEntradaLeida::CLineas& clase,
-                     Tabla tabla, const CLeeClave& clave) const;
+                     Tabla tabla, F clave) const;
     std::int64_t Cuenta(Mensaje mensaje) const { return m_registro.Cuenta(mensaje); }
     std::vector<std::string> Notas(const std::vector<CPartida>& partidas) const;
 
     const CFicheros& m_ficheros;
     const CRegistroLeido& m_registro;
     const CEntradaLeida& m_leida;
+    CCotejo m_vinculos;
 };
 
 std::string Filas(Tabla tabla)
@@ -52,34 +54,6 @@ std::string Filas(Tabla tabla)
 // What a row of each table is told by. Rows are read as they stand: what the way out wrote is
 // whole.
 
-CClaveRegistro ClaveFilaSubparcela(std::string_view fila)
-{
-    CSubparcela subparcela;
-    CDatosLinea datos;
-    subparcela.Lee(fila, kModoTabla, datos);
-    return CClaveRegistro::DeSubparcela(datos.Polig, datos.Parcela, subparcela.letra);
-}
-
-/// What a row of parcels says beside its record: its numbers, and the holder's, -1 for none.
-CDatosLinea DatosDeParcela(std::string_view fila)
-{
-    CDatosLinea datos;
-    CParcela(0, 0, 0, {}).Lee(fila, kModoTabla, datos);
-    return datos;
-}
-
-CClaveRegistro ClaveDe(const CDatosLinea& parcela)
-{
-    return CClaveRegistro::DeParcela(parcela.Polig, parcela.Parcela);
-}
-
-CClaveRegistro ClaveFilaCotitular(std::string_view fila)
-{
-    CDatosLinea datos;
-    CCotitular().Lee(fila, datos);
-    return ClaveDe(datos);
-}
-
 template <class R>
 CClaveRegistro ClaveFila(std::string_view fila)
 {
@@ -88,17 +62,18 @@ CClaveRegistro ClaveFila(std::string_view fila)
     return CClaveRegistro::De(registro);
 }
 
+template <class F>
 CPartida CBalanceIda::Empieza(Partida que, std::string lineas, const CEntradaLeida::CLineas& clase,
-                              Tabla tabla, const CLeeClave& clave) const
+                              Tabla tabla, F clave) const
 {
     CPartida partida(que);
     partida.Entra(std::move(lineas), clase.lineas);
-    std::vector<CClaveRegistro> halladas;
+    CCotejo cotejo(clase.quedan);
     const bool hay = RecorreTabla(m_ficheros.tablas[tabla],
-                                  [&](std::string_view fila) { halladas.push_back(clave(fila)); });
-    partida.Sale(Filas(tabla), static_cast<std::int64_t>(halladas.size()));
+                                  [&](std::string_view fila) { cotejo.Toma(clave(fila)); });
+    partida.Sale(Filas(tabla), cotejo.Hallados());
     if (hay)
-        Coteja(clase.quedan, halladas, partida);
+        cotejo.Acaba(partida);
     else
         partida.noSePuede = "no está " + std::string(NombreTabla(tabla));
     return partida;
@@ -151,16 +126,21 @@ CPartida CBalanceIda::Modulos() const
 CPartida CBalanceIda::Titulares() const
 {
     CPartida partida = Empieza(Partida::Titulares, m_leida.esLista ? "líneas 31" : "líneas TL",
-                               m_leida.titulares, kTitulares, ClaveFila<CTitular>);
+                               m_leida.titulares, kTitulares, ClaveDeFilaTitular);
     partida.Sale("unidas a otra de igual nombre y DNI", m_leida.titulares.unidas);
     return partida;
 }
 
-CPartida CBalanceIda::Parcelas() const
+CPartida CBalanceIda::Parcelas()
 {
-    CPartida partida =
-        Empieza(Partida::Parcelas, m_leida.esLista ? "líneas 32" : "líneas PR", m_leida.parcelas,
-                kParcelas, [](std::string_view fila) { return ClaveDe(DatosDeParcela(fila)); });
+    const auto clave = [&](std::string_view fila) {
+        const CNumerosDeFila parcela = NumerosDeFilaParcela(fila);
+        if (parcela.numImputa != -1)
+            m_vinculos.Toma(parcela.Clave());
+        return parcela.Clave();
+    };
+    CPartida partida = Empieza(Partida::Parcelas, m_leida.esLista ? "líneas 32" : "líneas PR",
+                               m_leida.parcelas, kParcelas, clave);
     if (m_leida.esLista) {
         partida.Sale("de una parcela que ya estaba", m_leida.parcelas.unidas);
         partida.SalePerdido("con polígono o parcela menor que 1, sin mensaje",
@@ -177,7 +157,7 @@ CPartida CBalanceIda::Subparcelas() const
 {
     CPartida partida =
         Empieza(Partida::Subparcelas, m_leida.esLista ? "líneas 33" : "líneas SP y SC",
-                m_leida.subparcelas, kSubparcelas, ClaveFilaSubparcela);
+                m_leida.subparcelas, kSubparcelas, ClaveDeFilaSubparcela);
     if (m_leida.esLista)
         partida.SalePerdido("sin parcela válida delante, sin mensaje",
                             m_leida.subparcelas.sinEfecto);
@@ -199,28 +179,23 @@ CPartida CBalanceIda::Parajes() const
     return partida;
 }
 
-CPartida CBalanceIda::Vinculos() const
+/// \param hayParcelas  their table is there; it was asked for the main holders when it was read
+CPartida CBalanceIda::Vinculos(bool hayParcelas)
 {
     CPartida partida(Partida::Titularidades);
     partida.Entra(m_leida.esLista ? "líneas 33, bajo su titular"
                                   : "parcelas con cada titular de su número",
                   m_leida.vinculos.lineas);
-    std::vector<CClaveRegistro> hallados;
-    const auto cuantos = [&] { return static_cast<std::int64_t>(hallados.size()); };
-    const bool hayParcelas = RecorreTabla(m_ficheros.tablas[kParcelas], [&](std::string_view fila) {
-        const CDatosLinea parcela = DatosDeParcela(fila);
-        if (parcela.numImputa != -1)
-            hallados.push_back(ClaveDe(parcela));
-    });
-    const std::int64_t principales = cuantos();
+    const std::int64_t principales = m_vinculos.Hallados();
     const bool hayCotitulares =
-        RecorreTabla(m_ficheros.tablas[kCotitulares],
-                     [&](std::string_view fila) { hallados.push_back(ClaveFilaCotitular(fila)); });
+        RecorreTabla(m_ficheros.tablas[kCotitulares], [&](std::string_view fila) {
+            m_vinculos.Toma(NumerosDeFilaCotitular(fila).Clave());
+        });
     if (!hayParcelas || !hayCotitulares)
         partida.noSePuede =
             "no está " + std::string(NombreTabla(hayParcelas ? kCotitulares : kParcelas));
     partida.Sale("titulares principales, en Parcelas.txt", principales);
-    partida.Sale(Filas(kCotitulares), cuantos() - principales);
+    partida.Sale(Filas(kCotitulares), m_vinculos.Hallados() - principales);
     if (m_leida.esLista) {
         partida.Sale("sumadas a la parte del mismo titular", m_leida.vinculos.unidas);
         partida.SalePerdido("sin parcela válida o sin titular delante, sin mensaje",
@@ -231,7 +206,7 @@ CPartida CBalanceIda::Vinculos() const
         partida.Sale("de parcelas descartadas", m_leida.vinculos.sinEfecto);
     }
     if (partida.SePuedeDecir())
-        Coteja(m_leida.vinculos.quedan, hallados, partida);
+        m_vinculos.Acaba(partida);
     return partida;
 }
 
@@ -265,7 +240,9 @@ std::vector<std::string> CBalanceIda::Notas(const std::vector<CPartida>& partida
 CBalance CBalanceIda::Hace()
 {
     CBalance balance;
-    balance.partidas = {Lineas(), Titulares(), Parcelas(), Subparcelas(), Parajes(), Vinculos()};
+    const CPartida parcelas = Parcelas();
+    balance.partidas = {Lineas(),      Titulares(), parcelas,
+                        Subparcelas(), Parajes(),   Vinculos(parcelas.SePuedeDecir())};
     if (!m_leida.esLista)
         balance.partidas.insert(balance.partidas.begin() + 1, Modulos());
     balance.notas = Notas(balance.partidas);

@@ -1,8 +1,11 @@
-#include <algorithm>
+#include <utility>
+#include <vector>
 
 #include "cadastre/database.h"
 #include "cadastre/exchange_lines.h"
 #include "evidence/report/reading/input_lines.h"
+#include "evidence/report/reading/settled_parcels.h"
+#include "evidence/row_keys.h"
 
 // The lines of an exchange file. Modules, holders and places count where they stand; parcels and
 // what hangs on them wait for the end of the file, and belong to the municipality of its last line.
@@ -10,26 +13,11 @@
 namespace informe {
 namespace {
 
-struct CParcelaLeida {
-    short polig;
-    int parcela;
-    int numParaje;
-    int numImputa;
-    bool enlaza;
-};
-
 struct CTitularLeido {
     int numero;
     int indice;
     int municipio;
 };
-
-/// Links a parcel to a holder. False where it has that one already.
-bool Enlaza(CParcela& parcela, int titular)
-{
-    const int vinculos = static_cast<int>(parcela.Cotitulares().size());
-    return parcela.InsertaCotitular(titular, vinculos, 0, {}) == 1;
-}
 
 class CLectorCatastro {
 public:
@@ -54,9 +42,10 @@ private:
 
     CEntradaLeida& m_leida;
     CPersonas& m_personas;
-    CBaseCatastro m_base{0};
-    int m_municipio = -1; // of the last line
-    std::vector<CParcelaLeida> m_parcelas;
+    CBaseCatastro m_base{0}; // without parcels
+    int m_municipio = -1;    // of the last line
+    CParcelasAsentadas m_asentadas;
+    std::vector<CNumerosDeLinea> m_parcelas;
     std::vector<CClaveRegistro> m_subparcelas;
     std::vector<CTitularLeido> m_titulares;
 };
@@ -110,24 +99,16 @@ void CLectorCatastro::TomaTitular(std::string_view linea)
 void CLectorCatastro::TomaParcela(std::string_view linea)
 {
     ++m_leida.parcelas.lineas;
-    CParcela parcela(0, 0, 0, {});
-    CDatosLinea datos;
-    parcela.Lee(linea, kModoCatastro, datos);
-    const bool enlaza = !datos.Tit.IsEmpty(); // the line is long enough to name a holder
-    if (!enlaza)
+    const CNumerosDeLinea numeros = NumerosDeLineaParcela(linea);
+    if (!numeros.enlaza)
         ++m_leida.sinVinculo;
-    m_parcelas.push_back(
-        {parcela.Polig, parcela.Parcela, datos.numParaje, datos.numImputa, enlaza});
+    m_parcelas.push_back(numeros);
 }
 
 void CLectorCatastro::TomaSubparcela(std::string_view linea)
 {
     ++m_leida.subparcelas.lineas;
-    CSubparcela subparcela;
-    CDatosLinea datos;
-    subparcela.Lee(linea, kModoCatastro, datos);
-    m_subparcelas.push_back(
-        CClaveRegistro::DeSubparcela(datos.Polig, datos.Parcela, subparcela.letra));
+    m_subparcelas.push_back(ClaveDeLineaSubparcela(linea));
 }
 
 void CLectorCatastro::TomaParaje(std::string_view linea)
@@ -152,13 +133,12 @@ void CLectorCatastro::Acaba()
 
 void CLectorCatastro::AsientaParcelas()
 {
-    CMunicipio& municipio = Municipio();
-    for (const CParcelaLeida& leida : m_parcelas) {
-        if (municipio.BuscaParaje(leida.numParaje) < 0)
-            continue; // told by E102
-        const std::size_t antes = municipio.NumParcelas();
-        municipio.InsertaParcela(CParcela(leida.polig, leida.parcela));
-        if (municipio.NumParcelas() > antes) // else told by E207, or repeated
+    m_asentadas.Reserva(m_parcelas.size());
+    m_leida.parcelas.quedan.reserve(m_parcelas.size());
+    for (const CNumerosDeLinea& leida : m_parcelas) {
+        if (Municipio().BuscaParaje(leida.numParaje) < 0)
+            continue;                                          // told by E102
+        if (m_asentadas.Inserta({leida.polig, leida.parcela})) // else told by E207, or repeated
             m_leida.parcelas.quedan.push_back(
                 CClaveRegistro::DeParcela(leida.polig, leida.parcela));
     }
@@ -166,37 +146,39 @@ void CLectorCatastro::AsientaParcelas()
 
 void CLectorCatastro::AsientaSubparcelas()
 {
-    int indice = kNoEncontrado;
-    for (CClaveRegistro& clave : m_subparcelas)
-        if (Municipio().BuscaParcela(clave.Polig(), clave.Parcela(), indice))
-            m_leida.subparcelas.quedan.push_back(std::move(clave));
+    std::erase_if(m_subparcelas, [&](const CClaveRegistro& clave) { // told by E103
+        return m_asentadas.Busca({clave.Polig(), clave.Parcela()}) < 0;
+    });
+    m_leida.subparcelas.quedan = std::move(m_subparcelas);
 }
 
+/// Each parcel's first link stands in front, the others behind: so the tables have them, the main
+/// holders and then the rest.
 void CLectorCatastro::AsientaVinculos()
 {
-    CMunicipio& municipio = Municipio();
     std::erase_if(m_titulares, [&](const CTitularLeido& t) { return t.municipio != m_municipio; });
-    const auto esMenor = [](const CTitularLeido& a, const CTitularLeido& b) {
-        return a.numero < b.numero;
-    };
-    std::stable_sort(m_titulares.begin(), m_titulares.end(), esMenor);
-    for (const CParcelaLeida& leida : m_parcelas) {
+    const CIndice<Gana::Todos> porNumero;
+    CEntradaLeida::CLineas& vinculos = m_leida.vinculos;
+    std::vector<CClaveRegistro> otros;
+    for (const CNumerosDeLinea& leida : m_parcelas) {
         if (!leida.enlaza)
             continue;
-        int parcela = kNoEncontrado;
-        const bool hayParcela = municipio.BuscaParcela(leida.polig, leida.parcela, parcela);
-        auto titular =
-            std::lower_bound(m_titulares.begin(), m_titulares.end(),
-                             CTitularLeido{leida.numImputa, kNoEncontrado, m_municipio}, esMenor);
-        for (; titular != m_titulares.end() && titular->numero == leida.numImputa; ++titular) {
-            ++m_leida.vinculos.lineas;
-            if (!hayParcela)
-                ++m_leida.vinculos.sinEfecto;
-            else if (Enlaza(municipio.DameParcela(parcela), titular->indice))
-                m_leida.vinculos.quedan.push_back(
-                    CClaveRegistro::DeParcela(leida.polig, leida.parcela));
+        const int parcela = m_asentadas.Busca({leida.polig, leida.parcela});
+        for (int i = porNumero.Busca(m_titulares, &CTitularLeido::numero, leida.numImputa); i >= 0;
+             i = porNumero.Siguiente(m_titulares, &CTitularLeido::numero, i)) {
+            ++vinculos.lineas;
+            if (parcela < 0) {
+                ++vinculos.sinEfecto;
+                continue;
+            }
+            const auto vinculo =
+                m_asentadas.Vincula(parcela, m_titulares[static_cast<std::size_t>(i)].indice);
+            if (vinculo != CParcelasAsentadas::Vinculo::YaEstaba)
+                (vinculo == CParcelasAsentadas::Vinculo::Primero ? vinculos.quedan : otros)
+                    .push_back(CClaveRegistro::DeParcela(leida.polig, leida.parcela));
         }
     }
+    vinculos.quedan.insert(vinculos.quedan.end(), otros.begin(), otros.end());
 }
 
 } // namespace
