@@ -45,15 +45,25 @@ inline constexpr std::size_t kPuntosSinMensajes = 50'000;
 inline constexpr std::size_t kFilasCambios = 150;
 inline constexpr std::size_t kParcelasDeReparto = 12; // that a split or a join names
 
-// Splits and joins. Of so many new parcels of a polygon, so many at a time are tried in any order,
-// and so many square metres taken for rounding: with more of them some sum fits by chance. Below so
-// many square metres a difference is no split. The steps of all polygons together take a tenth of a
-// second.
+// Splits and joins. Below so many square metres a difference is none. Numbers follow one another
+// where so many lie between them, as one may be a parcel's that stays. So often polygons are gone
+// through for runs of numbers that others were taken out of. The steps of all polygons together
+// take a tenth of a second.
+inline constexpr std::int64_t kMetrosDeReparto = 20;
+inline constexpr int kSaltoDeNumero = 2;
+inline constexpr int kVecesDeReparto = 10;
+inline constexpr std::int64_t kPasosDeReparto = 20'000'000;
+
+// Of so many new parcels of a polygon, so many at a time are tried in any order, and so many square
+// metres taken for rounding: with more of them some sum fits by chance. How many would is told by
+// those that come as near as an eighth of a surface, and as so many square metres: of a hundred
+// polygons without a split, three may be told to have one.
 inline constexpr std::size_t kPiezasSueltas = 7;
 inline constexpr std::size_t kPiezasDeUna = 3;
 inline constexpr std::int64_t kHolguraDeSueltas = 1;
-inline constexpr std::int64_t kMetrosDeReparto = 20;
-inline constexpr std::int64_t kPasosDeReparto = 20'000'000;
+inline constexpr std::int64_t kBandaDeCerca = 8;
+inline constexpr std::int64_t kBandaMenor = 10;
+inline constexpr double kRepartosPorAzar = 0.03;
 
 // Lines at the start of an input that tell a list of subparcels from an exchange file.
 inline constexpr int kLineasParaConocer = 500;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <numeric>
 #include <utility>
 
 #include "evidence/report/reading/bounds.h"
@@ -13,10 +14,12 @@ namespace {
 struct CParte {
     CCambioParcela* parcela;
     std::int64_t metros;
-    std::size_t menosPiezas; ///< it must be made of so many others
+    std::size_t menosPiezas = 1; ///< it must be made of so many others
+    std::size_t redondeos = 1;   ///< surfaces that `metros` is made of
 };
 
-/// Parcels whose surfaces add up to a number.
+/// Parcels whose surfaces add up to that of another one. What is found is taken out; an empty list
+/// is nothing found.
 class CBuscaSuma {
 public:
     CBuscaSuma(std::vector<CParte> piezas, std::int64_t& pasos)
@@ -25,91 +28,184 @@ public:
     }
 
     bool Hay() const { return !m_piezas.empty() && m_pasos > 0; }
-    /// Takes out those that add up to the surface of a parcel; empty for none.
-    std::vector<CParte> Saca(const CParte& entera)
-    {
-        m_elegidas.clear();
-        if (!EligeSeguidas(entera) && m_piezas.size() <= topes::kPiezasSueltas)
-            EligeSueltas(entera);
-        std::vector<CParte> suyas;
-        for (const std::size_t i : m_elegidas)
-            suyas.push_back(m_piezas[i]);
-        std::reverse(m_elegidas.begin(),
-                     m_elegidas.end()); // the last one first, or places would move
-        for (const std::size_t i : m_elegidas)
-            m_piezas.erase(m_piezas.begin() + static_cast<std::ptrdiff_t>(i));
-        return suyas;
-    }
+
+    /// Those whose numbers follow one another, as whoever splits a parcel gives them. They begin
+    /// where numbers begin to follow one another, or end where they end.
+    std::vector<CParte> SacaTramo(const CParte& entera) { return SacaSeguidas(entera, true); }
+    /// The same from the middle of numbers that follow one another.
+    std::vector<CParte> SacaDelMedio(const CParte& entera) { return SacaSeguidas(entera, false); }
+    /// All that are there.
+    std::vector<CParte> SacaTodas(const CParte& entera);
+    /// A few of any numbers, where no others would do as well.
+    std::vector<CParte> SacaSueltas(const CParte& entera);
+    /// Tells whether so few of those come near the surfaces without fitting that hardly one fits by
+    /// chance.
+    bool SePuedeDelMedio(const std::vector<CParte>& enteras);
+    bool SePuedeSueltas(const std::vector<CParte>& enteras);
 
 private:
-    /// \param falta  what is left of the surface, rounding apart
+    using CEleccion = std::vector<std::size_t>; // places, in order
+
+    /// Surfaces are whole square metres, each half a one off at most.
+    static std::int64_t Holgura(std::size_t piezas, const CParte& entera)
+    {
+        return static_cast<std::int64_t>((piezas + entera.redondeos) / 2);
+    }
+    /// \param falta  what is left of the surface
     static bool Cuadra(std::int64_t falta, std::size_t piezas, const CParte& entera)
     {
-        return piezas >= entera.menosPiezas &&
-               std::abs(falta) <= static_cast<std::int64_t>(piezas) + 1;
+        return piezas >= entera.menosPiezas && std::abs(falta) <= Holgura(piezas, entera);
     }
-
-    /// Whoever splits a parcel gives the parts numbers that follow one another.
-    bool EligeSeguidas(const CParte& entera)
+    bool SigueALaAnterior(std::size_t i) const
     {
-        std::size_t desde = 0;
-        std::int64_t suma = 0;
-        for (std::size_t hasta = 1; hasta <= m_piezas.size(); ++hasta) {
-            suma += m_piezas[hasta - 1].metros;
-            const auto sobra = [&] {
-                return suma - entera.metros > static_cast<std::int64_t>(hasta - desde) + 1;
-            };
-            for (; desde < hasta && sobra(); ++desde)
-                suma -= m_piezas[desde].metros;
-            --m_pasos;
-            if (!Cuadra(entera.metros - suma, hasta - desde, entera))
-                continue;
-            for (; desde < hasta; ++desde)
-                m_elegidas.push_back(desde);
-            return true;
-        }
-        return false;
+        const auto numero = [&](std::size_t cual) { return m_piezas[cual].parcela->clave.parcela; };
+        return numero(i) - numero(i - 1) <= topes::kSaltoDeNumero;
     }
-
-    /// The same of a few parcels of any numbers, where no others would do as well.
-    void EligeSueltas(const CParte& entera)
+    bool EmpiezaTramo(std::size_t i) const
     {
-        m_unicas.clear();
-        if (BuscaUnicas(entera, entera.metros, 0))
-            m_elegidas.swap(m_unicas);
+        return i == 0 || i == m_piezas.size() || !SigueALaAnterior(i);
     }
-
-    /// Goes through the choices from a position on. False once a second one fits, or at the end of
-    /// the steps.
-    bool BuscaUnicas(const CParte& entera, std::int64_t falta, std::size_t desde)
-    {
-        if (!m_elegidas.empty() && m_elegidas.size() >= entera.menosPiezas &&
-            std::abs(falta) <= topes::kHolguraDeSueltas) {
-            if (!m_unicas.empty())
-                return false;
-            m_unicas = m_elegidas;
-        }
-        if (m_elegidas.size() == topes::kPiezasDeUna)
-            return true;
-        for (std::size_t i = desde; i < m_piezas.size(); ++i) {
-            if (--m_pasos <= 0)
-                return false;
-            if (m_piezas[i].metros > falta + topes::kHolguraDeSueltas)
-                continue;
-            m_elegidas.push_back(i);
-            const bool sigue = BuscaUnicas(entera, falta - m_piezas[i].metros, i + 1);
-            m_elegidas.pop_back();
-            if (!sigue)
-                return false;
-        }
-        return true;
-    }
+    std::vector<CParte> SacaSeguidas(const CParte& entera, bool tramo);
+    std::vector<CParte> Saca(const CEleccion& elegidas);
+    template <class F>
+    void Recorre(const CParte& entera, std::int64_t falta, std::int64_t banda, std::size_t desde,
+                 const F& toma);
 
     std::vector<CParte> m_piezas;
     std::int64_t& m_pasos;
-    std::vector<std::size_t> m_elegidas;
-    std::vector<std::size_t> m_unicas; ///< the choice of any numbers that fits
+    CEleccion m_elegidas; // the choice that `Recorre` is at
 };
+
+std::vector<CParte> CBuscaSuma::Saca(const CEleccion& elegidas)
+{
+    std::vector<CParte> suyas;
+    for (const std::size_t i : elegidas)
+        suyas.push_back(m_piezas[i]);
+    for (auto i = elegidas.rbegin(); i != elegidas.rend(); ++i) // else places would move
+        m_piezas.erase(m_piezas.begin() + static_cast<std::ptrdiff_t>(*i));
+    return suyas;
+}
+
+std::vector<CParte> CBuscaSuma::SacaSeguidas(const CParte& entera, bool tramo)
+{
+    std::size_t desde = 0;
+    std::int64_t suma = 0;
+    for (std::size_t i = 0; i < m_piezas.size(); ++i) {
+        if (i > desde && !SigueALaAnterior(i)) {
+            desde = i;
+            suma = 0;
+        }
+        suma += m_piezas[i].metros;
+        for (; desde <= i && suma - entera.metros > Holgura(i + 1 - desde, entera); ++desde)
+            suma -= m_piezas[desde].metros;
+        --m_pasos;
+        if (!Cuadra(entera.metros - suma, i + 1 - desde, entera) ||
+            (tramo && !EmpiezaTramo(desde) && !EmpiezaTramo(i + 1)))
+            continue;
+        CEleccion elegidas(i + 1 - desde);
+        std::iota(elegidas.begin(), elegidas.end(), desde);
+        return Saca(elegidas);
+    }
+    return {};
+}
+
+std::vector<CParte> CBuscaSuma::SacaTodas(const CParte& entera)
+{
+    std::int64_t falta = entera.metros;
+    for (const CParte& pieza : m_piezas)
+        falta -= pieza.metros;
+    return Cuadra(falta, m_piezas.size(), entera) ? std::exchange(m_piezas, {})
+                                                  : std::vector<CParte>();
+}
+
+/// Calls `toma` with what each choice of a few, from a place on, leaves of a surface, unless it
+/// passes it by more than `banda`.
+template <class F>
+void CBuscaSuma::Recorre(const CParte& entera, std::int64_t falta, std::int64_t banda,
+                         std::size_t desde, const F& toma)
+{
+    if (m_elegidas.size() >= entera.menosPiezas)
+        toma(falta);
+    if (m_elegidas.size() == topes::kPiezasDeUna)
+        return;
+    for (std::size_t i = desde; i < m_piezas.size() && m_pasos > 0; ++i) {
+        --m_pasos;
+        if (m_piezas[i].metros > falta + banda)
+            continue;
+        m_elegidas.push_back(i);
+        Recorre(entera, falta - m_piezas[i].metros, banda, i + 1, toma);
+        m_elegidas.pop_back();
+    }
+}
+
+std::vector<CParte> CBuscaSuma::SacaSueltas(const CParte& entera)
+{
+    CEleccion unica;
+    int veces = 0;
+    const auto toma = [&](std::int64_t falta) {
+        if (std::abs(falta) > topes::kHolguraDeSueltas)
+            return;
+        unica = m_elegidas;
+        ++veces;
+    };
+    Recorre(entera, entera.metros, topes::kHolguraDeSueltas, 0, toma);
+    return veces == 1 && m_pasos > 0 ? Saca(unica) : std::vector<CParte>();
+}
+
+/// Counts the sums that come near a surface, of which a part fits by chance.
+class CAzar {
+public:
+    void Empieza(const CParte& entera)
+    {
+        m_banda = std::max(entera.metros / topes::kBandaDeCerca, topes::kBandaMenor);
+    }
+    std::int64_t Banda() const { return m_banda; }
+    void Toma(std::int64_t falta, std::int64_t holgura)
+    {
+        if (std::abs(falta) > holgura && std::abs(falta) <= m_banda)
+            m_esperados +=
+                static_cast<double>(2 * holgura + 1) / static_cast<double>(2 * (m_banda - holgura));
+    }
+    bool EsPoco() const { return m_esperados <= topes::kRepartosPorAzar; }
+
+private:
+    std::int64_t m_banda = 0;
+    double m_esperados = 0;
+};
+
+bool CBuscaSuma::SePuedeDelMedio(const std::vector<CParte>& enteras)
+{
+    CAzar azar;
+    for (const CParte& entera : enteras) {
+        azar.Empieza(entera);
+        for (std::size_t desde = 0; desde < m_piezas.size() && azar.EsPoco() && m_pasos > 0;
+             ++desde) {
+            std::int64_t falta = entera.metros;
+            for (std::size_t i = desde; i < m_piezas.size() && falta > -azar.Banda(); ++i) {
+                if (i > desde && EmpiezaTramo(i))
+                    break;
+                --m_pasos;
+                falta -= m_piezas[i].metros;
+                if (i + 1 - desde >= entera.menosPiezas)
+                    azar.Toma(falta, Holgura(i + 1 - desde, entera));
+            }
+        }
+    }
+    return azar.EsPoco();
+}
+
+bool CBuscaSuma::SePuedeSueltas(const std::vector<CParte>& enteras)
+{
+    if (m_piezas.size() > topes::kPiezasSueltas)
+        return false;
+    CAzar azar;
+    const auto toma = [&](std::int64_t falta) { azar.Toma(falta, topes::kHolguraDeSueltas); };
+    for (const CParte& entera : enteras) {
+        azar.Empieza(entera);
+        Recorre(entera, entera.metros, azar.Banda(), 0, toma);
+    }
+    return azar.EsPoco();
+}
 
 /// The changes of a polygon.
 class CRepartosDePoligono {
@@ -150,7 +246,7 @@ private:
         std::vector<CParte> sueltas;
         for (CCambioParcela& una : m_parcelas)
             if (una.que == que && una.reparto < 0 && Metros(una) > 0)
-                sueltas.push_back({&una, Metros(una), 1});
+                sueltas.push_back({&una, Metros(una)});
         return sueltas;
     }
 
@@ -174,9 +270,6 @@ private:
     void BuscaPiezas(CReparto::Que que, CCambioParcela::Que deEnteras, CCambioParcela::Que dePiezas)
     {
         constexpr std::size_t kVarias = 2;
-        CBuscaSuma piezas(Sueltas(dePiezas), m_pasos);
-        if (!piezas.Hay())
-            return;
         std::vector<CParte> enteras = Sueltas(deEnteras);
         for (CParte& entera : enteras)
             entera.menosPiezas = kVarias;
@@ -184,13 +277,26 @@ private:
         for (CCambioParcela& una : m_parcelas)
             if (una.que == CCambioParcela::Que::Cambiada && una.reparto < 0 &&
                 (una.Diferencia() > 0) == crecen && Metros(una) >= topes::kMetrosDeReparto)
-                enteras.push_back({&una, Metros(una), 1});
-        for (const CParte& entera : enteras) {
-            if (!piezas.Hay())
-                return;
-            if (const std::vector<CParte> suyas = piezas.Saca(entera); !suyas.empty())
-                Anota(que, *entera.parcela, suyas);
-        }
+                enteras.push_back({&una, Metros(una), 1, 2});
+        CBuscaSuma piezas(Sueltas(dePiezas), m_pasos);
+        const auto saca = [&](auto como) {
+            return std::erase_if(enteras, [&](const CParte& entera) {
+                const std::vector<CParte> suyas =
+                    piezas.Hay() ? (piezas.*como)(entera) : std::vector<CParte>();
+                if (!suyas.empty())
+                    Anota(que, *entera.parcela, suyas);
+                return !suyas.empty();
+            });
+        };
+        // Where some were taken out, numbers of others begin and end.
+        for (int vez = 0; vez < topes::kVecesDeReparto && saca(&CBuscaSuma::SacaTramo) > 0; ++vez)
+            continue;
+        if (piezas.SePuedeDelMedio(enteras))
+            saca(&CBuscaSuma::SacaDelMedio);
+        if (enteras.size() == 1)
+            saca(&CBuscaSuma::SacaTodas);
+        if (piezas.SePuedeSueltas(enteras))
+            saca(&CBuscaSuma::SacaSueltas);
     }
 
     std::span<CCambioParcela> m_parcelas;
