@@ -12,6 +12,7 @@
 #include "evidence/report/writing/batch_outputs.h"
 #include "evidence/report/writing/output_file.h"
 #include "evidence/report/writing/run_json.h"
+#include "evidence/report/writing/watched_signals.h"
 #include "platform/files/system_files.h"
 
 namespace informe {
@@ -152,6 +153,7 @@ CTrabajoVisto Mira(const CLoteLeido& leido, std::size_t i, const CInformes& info
 
 void Escribe(const CResumenLote& resumen, const CFirma& firma, const CSalidasLote& nombres)
 {
+    const CVigilancia vigilancia;
     CConjuntoSalidas todas;
     const auto escribe = [&](const CString& nombre, const auto& como) {
         if (nombre.IsEmpty())
@@ -278,6 +280,8 @@ CResultado HazResumen(const COpciones& opciones, const std::string& version, std
             Resume(opciones, {version, hecho}, resultado);
     } catch (const CFileException& fallo) {
         resultado.quejas.push_back(Texto(EnUnaLinea(fallo)));
+    } catch (const CInterrumpido&) { // the signal has had its way, unless it can't end the process
+        resultado.quejas.emplace_back("El resumen se detuvo");
     } catch (const lote::CLineaMala& mala) {
         resultado.quejas.emplace_back(mala.what());
     }

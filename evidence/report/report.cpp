@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <utility>
 
 #include "evidence/paths.h"
@@ -13,6 +14,7 @@
 #include "evidence/report/writing/output_file.h"
 #include "evidence/report/writing/page_content.h"
 #include "evidence/report/writing/run_json.h"
+#include "evidence/report/writing/watched_signals.h"
 #include "platform/ansi.h"
 #include "platform/files/set_healing.h"
 #include "platform/files/system_files.h"
@@ -32,6 +34,8 @@ public:
         : m_opciones(opciones), m_proceso(ficheros), m_lineas(m_proceso.registro),
           m_anclas(m_proceso.registro, m_lineas), m_indice(m_proceso.registro), m_lugares(m_indice)
     {
+        if (!opciones.ensayo) // else the whole trial is watched
+            m_vigilancia.emplace();
         if (!opciones.geojson.IsEmpty())
             m_geojson = std::make_unique<CGeoJson>(opciones.geojson, m_salidas);
     }
@@ -114,6 +118,7 @@ private:
         CMapas mapas(m_indice, dibujo.perdidas, dibujo.DeTablaSinEscribir(), MarcasDeCambio(),
                      m_anclas);
         for (const CString& entrada : lista.entradas) {
+            CVigilancia::Mira();
             const CPoligonoDibujado poligono = LeePoligonoDibujado(lista.carpeta, entrada, hay);
             dibujo.Toma(poligono);
             m_lugares.Toma(poligono);
@@ -163,6 +168,7 @@ private:
     CAnclas m_anclas;
     CIndiceAvisos m_indice;
     CLugaresDeAvisos m_lugares;
+    std::optional<CVigilancia> m_vigilancia; // from when all but the drawings is read
     CConjuntoSalidas m_salidas;
     std::unique_ptr<CGeoJson> m_geojson;
     bool m_esEnsayo = false;
@@ -173,6 +179,7 @@ private:
 std::string HazCambios(const CContenidoCambios& contenido, const COpciones& opciones,
                        const CString& pagina)
 {
+    const CVigilancia vigilancia;
     CConjuntoSalidas todas;
     const auto escribe = [&](const CString& nombre, auto que) {
         if (nombre.IsEmpty())
@@ -296,21 +303,12 @@ void Elabora(const CString& registro, const COpciones& opciones, const std::stri
         elaboracion.Hace(pagina, version, hecho, resultado);
 }
 
-/// As long as it is there, a signal is noted and ends the process behind it, and a pipe that nobody
-/// reads any more is a failed write: what stands between is put away first.
-struct CVigilancia {
-    CVigilancia()
-    {
-        sistema::VigilaSenales(false);
-        sistema::AguantaTuberiaRota();
-    }
-    CVigilancia(const CVigilancia&) = delete;
-    CVigilancia& operator=(const CVigilancia&) = delete;
-    ~CVigilancia()
-    {
-        sistema::SueltaTuberiaRota();
-        sistema::OlvidaSenales();
-    }
+/// As long as it is there, a pipe that nobody reads any more is a failed write.
+struct CSinTuberiaRota {
+    CSinTuberiaRota() { sistema::AguantaTuberiaRota(); }
+    CSinTuberiaRota(const CSinTuberiaRota&) = delete;
+    CSinTuberiaRota& operator=(const CSinTuberiaRota&) = delete;
+    ~CSinTuberiaRota() { sistema::SueltaTuberiaRota(); }
 };
 
 /// The trial itself. Gives why it came to nothing; empty for nothing.
@@ -348,7 +346,8 @@ void ElaboraEnsayo(const CString& lista, COpciones opciones, const std::string& 
             FicheroDeLista(deVerdad.carpeta, deVerdad.cabecera.nombreSalida, extension));
     std::string reparo = ReparoDeSalidas(opciones, pagina, std::move(intocables));
     if (reparo.empty() && resultado.quejas.empty()) {
-        const CVigilancia vigilancia;
+        const CVigilancia vigilancia; // of the folder, too
+        const CSinTuberiaRota tuberia;
         try {
             reparo = Ensaya(ficheros, opciones, pagina, version, hecho, resultado);
         } catch (const std::filesystem::filesystem_error& fallo) { // of the folder
@@ -386,6 +385,8 @@ CResultado HazInforme(const CString& registro, const COpciones& opciones,
             Elabora(registro, opciones, version, hecho, resultado);
     } catch (const CFileException& fallo) {
         resultado.quejas.push_back(Texto(EnUnaLinea(fallo)));
+    } catch (const CInterrumpido&) { // the signal has had its way, unless it can't end the process
+        resultado.quejas.emplace_back("El informe se detuvo");
     }
     return resultado;
 }

@@ -7,12 +7,14 @@
 
 #include "evidence/paths.h"
 #include "evidence/report/reading/log_messages.h"
+#include "evidence/report/writing/watched_signals.h"
 
 namespace informe {
 
 /// A file that the report writes. It takes the place of an older one when all that belong to the
 /// report do; the standard output, by the name `kEstandar`, gets its bytes at once. All operations
-/// raise CFileException, the constructor where the file can't be created.
+/// raise CFileException, the constructor where the file can't be created. Where the process is to
+/// end, a write throws CInterrumpido.
 class CSalida {
 public:
     CSalida(const CString& nombre, CConjuntoSalidas& todas) : m_estandar(nombre == kEstandar)
@@ -23,6 +25,7 @@ public:
 
     void Escribe(std::string_view utf8)
     {
+        CVigilancia::Mira();
         if (!m_estandar)
             m_fichero.Write(utf8.data(), static_cast<UINT>(utf8.size()));
         else if (std::fwrite(utf8.data(), 1, utf8.size(), stdout) != utf8.size())

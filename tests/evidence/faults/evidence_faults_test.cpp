@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cerrno>
+#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <functional>
@@ -30,7 +31,9 @@ namespace {
 
 using Que = CPlanDeFallos::Que;
 using Alcance = CPlanDeFallos::Alcance;
+using testing::AnyOf;
 using testing::HasSubstr;
+using testing::Not;
 
 constexpr const char* kSinMemoria = "no hay memoria";
 
@@ -288,6 +291,25 @@ TEST_F(FallosDelResumen, AreToldByTheirJob)
     for (long en = 1; en <= reservas && !HasFailure(); en += 1 + en / 100) {
         SCOPED_TRACE(testing::Message() << "allocation " << en << " of " << reservas);
         Prueba({Que::FaltaMemoria, en, Alcance::EsaSola}, kSinMemoria);
+    }
+}
+
+TEST_F(FallosDelResumen, ASignalLeavesNothingHalfWritten)
+{
+    Resume({});
+    const long cuantas = Plan().llamadas;
+    for (long en = 1; en <= cuantas && !HasFailure(); ++en) {
+        SCOPED_TRACE(testing::Message() << "at call " << en << " of " << cuantas);
+        const auto acaba = [&] {
+            CPlanDeFallos plan;
+            plan.entretanto = [] { std::raise(SIGTERM); };
+            plan.entretantoEn = en;
+            Resume(plan);
+        };
+        EXPECT_EXIT(acaba(), testing::KilledBySignal(SIGTERM), "");
+        for (const auto& entrada : fs::recursive_directory_iterator(carpeta.Ruta()))
+            EXPECT_THAT(entrada.path().filename().string(), Not(HasSubstr(".~")));
+        EXPECT_THAT(Salidas(), AnyOf("antesantes", limpias));
     }
 }
 
