@@ -12,7 +12,6 @@
 #include "evidence/texts.h"
 #include "platform/child_processes.h"
 #include "platform/files/any_case_name.h"
-#include "platform/files/content_copy.h"
 #include "platform/settings.h"
 #include "platform/system.h"
 
@@ -28,19 +27,30 @@ constexpr const char* kVuelta = "1";
 constexpr const char* kEmpresa = "VexaSoft";
 constexpr const char* kAjustesDe = "Campiva";
 constexpr const char* kDicho = "dicho.txt";
+constexpr std::size_t kTramo = std::size_t{1} << 16U; // bytes of a copy at a time
 
 // A list may have any name, so it has a folder with what stands beside it, and the tables another.
 constexpr const char* kCarpetaLista = "lista";
 constexpr const char* kCarpetaTablas = "tablas";
 
+/// What fails is told of the file that it befell: the one that is read, or its copy.
 void Copia(const CString& nombre, const fs::path& hasta)
 {
-    sistema::Error error;
-    CopiaAUnoNuevo(sistema::Ruta(nombre), hasta, error);
-    if (error == std::errc::no_space_on_device || error == std::errc::file_too_large)
-        throw CFileException(sistema::Nombre(hasta), error);
-    if (error)
-        throw CFileException(nombre, error, true);
+    CFile fuente;
+    if (!AbreSiHay(fuente, nombre))
+        throw CFileException(nombre, std::make_error_code(std::errc::no_such_file_or_directory),
+                             true);
+    CConjuntoSalidas sola;
+    CFile copia;
+    CreaSalida(copia, sistema::Nombre(hasta), sola);
+    for (std::string_view tramo = fuente.Tramo(kTramo); !tramo.empty();
+         tramo = fuente.Tramo(kTramo)) {
+        if (sistema::HayQueAcabar())
+            throw CInterrumpido();
+        copia.Write(tramo.data(), static_cast<UINT>(tramo.size()));
+    }
+    copia.Close();
+    sola.Confirma();
 }
 
 /// Drawings are large: a link does as well, where the system has them for everybody.

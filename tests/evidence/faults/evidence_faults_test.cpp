@@ -313,6 +313,22 @@ TEST_F(FallosDelResumen, ASignalLeavesNothingHalfWritten)
     }
 }
 
+TEST(FallosDelEnsayo, AreOfTheCopyThatHasNoRoom)
+{
+    const CCarpetaPrueba carpeta;
+    PonMunicipio(carpeta);
+    informe::COpciones opciones;
+    opciones.ensayo = true;
+    for (const int error : {EDQUOT, ENOSPC, EIO}) {
+        Plan() = {.que = Que::FallaLlamada, .error = error, .clase = sistema::Llamada::Escribir};
+        const auto resultado = informe::HazInforme(carpeta.En("poligonos.txt"), opciones, "1", 0);
+        Plan() = {};
+        ASSERT_EQ(resultado.quejas.size(), 1U);
+        EXPECT_THAT(resultado.quejas.front(),
+                    testing::MatchesRegex("Imposible escribir .*campiva-ensayo.*"));
+    }
+}
+
 TEST_P(FallosDeEvidencia, ACallThatFailsIsToldAndChangesNothing)
 {
     caso.corre(carpeta, {});
