@@ -36,9 +36,14 @@ CClaveRegistro CClaveRegistro::DeSubparcela(int polig, int parcela, std::string_
 
 CClaveRegistro CClaveRegistro::DeTitular(std::string_view nombre, std::string_view dni)
 {
-    std::string texto(SinCola(nombre));
-    if (dni = SinCola(dni); !dni.empty())
-        texto.append(", ").append(dni);
+    nombre = SinCola(nombre);
+    dni = SinCola(dni);
+    if (dni.empty())
+        return {Clase::Titular, 0, 0, nombre};
+    constexpr std::string_view kEntre = ", ";
+    std::string texto;
+    texto.reserve(nombre.size() + kEntre.size() + dni.size());
+    texto.append(nombre).append(kEntre).append(dni);
     return {Clase::Titular, 0, 0, texto};
 }
 

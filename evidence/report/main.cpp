@@ -1,6 +1,8 @@
 #include <cstdio>
 #include <ctime>
+#include <memory>
 #include <new>
+#include <utility>
 
 #include "evidence/report/batch_summary.h"
 #include "evidence/report/report.h"
@@ -13,6 +15,13 @@ constexpr int kHecho = 0;
 constexpr int kFallo = 1;
 constexpr int kNoSeEntiende = 2;
 constexpr int kHayPerdidas = 3;
+
+/// Leaves what a report was made of to the end of the process.
+void Conserva(std::shared_ptr<const void> leido)
+{
+    static auto* const conservado = new std::shared_ptr<const void>; // never destroyed
+    *conservado = std::move(leido);
+}
 
 int Informa(const informe::COpciones& opciones)
 {
@@ -29,8 +38,13 @@ int Informa(const informe::COpciones& opciones)
     const std::time_t ahora = std::time(nullptr);
     if (!opciones.resumen.IsEmpty())
         di(informe::HazResumen(opciones, informe::kVersion, ahora));
-    for (const CString& registro : opciones.registros)
-        di(informe::HazInforme(registro, opciones, informe::kVersion, ahora));
+    for (const CString& registro : opciones.registros) {
+        informe::CResultado resultado =
+            informe::HazInforme(registro, opciones, informe::kVersion, ahora);
+        di(resultado);
+        if (&registro == &opciones.registros.back())
+            Conserva(std::move(resultado.leido));
+    }
     return estado;
 }
 

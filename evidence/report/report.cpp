@@ -72,6 +72,7 @@ public:
         std::string resumen = m_opciones.PorLaSalida() == 0 ? Resumen(contenido, pagina) : "";
         m_salidas.Confirma();
         resultado.hayPerdidas = hayPerdidas;
+        resultado.leido = std::move(m_proceso.balance.leido);
         resultado.resumen = std::move(resumen);
     }
 

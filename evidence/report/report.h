@@ -1,6 +1,7 @@
 #pragma once
 
 #include <ctime>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -11,10 +12,11 @@
 namespace informe {
 
 struct CResultado {
-    std::string resumen;             ///< for the terminal
-    std::optional<CCifras> cifras;   ///< none where something couldn't be read
-    bool hayPerdidas = false;        ///< surface was lost, or something isn't explained
-    std::vector<std::string> quejas; ///< what couldn't be read or written, a sentence each
+    std::string resumen;               ///< for the terminal
+    std::optional<CCifras> cifras;     ///< none where something couldn't be read
+    bool hayPerdidas = false;          ///< surface was lost, or something isn't explained
+    std::vector<std::string> quejas;   ///< what couldn't be read or written, a sentence each
+    std::shared_ptr<const void> leido; ///< what it was made of (see CBalance)
 };
 
 /// Writes the report of a log, and what else the options ask for. Raises no CFileException: what

@@ -1,6 +1,7 @@
 #include "evidence/report/findings/run_balances.h"
 
 #include <algorithm>
+#include <memory>
 
 #include "cadastre/exchange_format.h"
 #include "cadastre/parcel.h"
@@ -253,10 +254,14 @@ CBalance CBalanceIda::Hace()
 
 CBalance BalanceIda(const CFicheros& ficheros, const CRegistroLeido& registro, CPersonas& personas)
 {
-    const CEntradaLeida leida = LeeEntrada(ficheros.entrada, personas);
-    if (leida.hay)
-        return CBalanceIda(ficheros, registro, leida).Hace();
+    const auto leida =
+        std::make_shared<const CEntradaLeida>(LeeEntrada(ficheros.entrada, personas));
     CBalance balance;
+    if (leida->hay) {
+        balance = CBalanceIda(ficheros, registro, *leida).Hace();
+        balance.leido = leida;
+        return balance;
+    }
     balance.notas = {"No se pudo abrir la entrada, así que no hay balance."};
     return balance;
 }

@@ -1,3 +1,4 @@
+#include <memory>
 #include <utility>
 #include <vector>
 
@@ -89,6 +90,7 @@ void CLectorCatastro::TomaTitular(std::string_view linea)
     titular.Lee(linea, kModoCatastro);
     m_personas.Mira(titular.Nombre, titular.DNI);
     const int numero = titular.NumOrden;
+    titular.nombreVia = CString(); // nobody asks where he lives
     const CClaveRegistro clave = CClaveRegistro::De(titular);
     const std::size_t antes = Municipio().Titulares().size();
     const int indice = Municipio().InsertaTitular(std::move(titular));
@@ -129,6 +131,7 @@ void CLectorCatastro::Acaba()
     AsientaParcelas();
     AsientaSubparcelas();
     AsientaVinculos();
+    m_leida.base = std::make_shared<const CBaseCatastro>(std::move(m_base));
 }
 
 void CLectorCatastro::AsientaParcelas()

@@ -3,6 +3,7 @@
 #include <array>
 #include <cstdint>
 #include <map>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -53,6 +54,7 @@ struct CEntradaLeida {
     CLineas vinculos;
     std::int64_t sinVinculo = 0; ///< parcel lines too short to name a holder
     std::int64_t municipios = 0;
+    std::shared_ptr<const void> base; ///< the records that were made on the way (see CBalance)
 };
 
 /// Reads the input of a way out, an exchange file or a list, whichever its first lines look like.
