@@ -14,7 +14,7 @@ int Procesos(const std::string& texto)
     const char* const fin = texto.data() + texto.size();
     const auto leido = std::from_chars(texto.data(), fin, valor);
     if (leido.ec != std::errc() || leido.ptr != fin || valor < 1)
-        throw CLineaMala(Texto(textos::kNoEsNumero, texto));
+        throw CLineaMala(Formatea(textos::kNoEsNumero, texto));
     return valor;
 }
 
@@ -26,7 +26,7 @@ bool TomaConValor(std::span<const std::string> argumentos, std::size_t& i, COpci
     if (!procesos && opcion != "--sshlogin" && opcion != "--resultados")
         return false;
     if (++i == argumentos.size())
-        throw CLineaMala(Texto(textos::kFaltaValor, opcion));
+        throw CLineaMala(Formatea(textos::kFaltaValor, opcion));
     if (procesos)
         opciones.procesos = Procesos(argumentos[i]);
     else
@@ -56,9 +56,9 @@ COpciones LeeOpciones(std::span<const std::string> argumentos)
         else if (argumento == "--resumen")
             opciones.resume = true;
         else if (argumento.starts_with('-'))
-            throw CLineaMala(Texto(textos::kNoHayOpcion, argumento));
+            throw CLineaMala(Formatea(textos::kNoHayOpcion, argumento));
         else if (!opciones.tabla.empty())
-            throw CLineaMala(Texto(textos::kSobra, argumento));
+            throw CLineaMala(Formatea(textos::kSobra, argumento));
         else
             opciones.tabla = argumento;
     }

@@ -55,8 +55,8 @@ public:
         sistema::Error error;
         m_hijo = hijos.Empieza(orden, error);
         if (error)
-            std::ofstream(dicho) << Texto(textos::kNoEmpieza, trabajo.carpeta,
-                                          std::string(CFileException("", error).Causa()));
+            std::ofstream(dicho) << Formatea(textos::kNoEmpieza, trabajo.carpeta,
+                                             std::string(CFileException("", error).Causa()));
         return !error;
     }
     CHecho Acaba(std::optional<int> estado)
@@ -201,12 +201,12 @@ void Prepara(const fs::path& carpeta, CEstados& estados, CCandado& candado, bool
 {
     sistema::Error error;
     if (reanuda && !estados.HayAlgo())
-        throw CLineaMala(Texto(textos::kNadaQueReanudar, sistema::Nombre(carpeta)));
+        throw CLineaMala(Formatea(textos::kNadaQueReanudar, sistema::Nombre(carpeta)));
     sistema::CreaCarpetas(carpeta / "salidas", error);
     if (error)
         throw CFileException(sistema::Nombre(carpeta), error);
     if (candado.Toma(lado::De(estados.Diario(), lado::kCandado), error) == sistema::Bloqueo::DeOtro)
-        throw CLineaMala(Texto(textos::kEnManosDeOtro, sistema::Nombre(carpeta)));
+        throw CLineaMala(Formatea(textos::kEnManosDeOtro, sistema::Nombre(carpeta)));
     if (reanuda)
         return estados.Lee();
     estados.Empieza();
@@ -238,9 +238,9 @@ EstadoDeSalida Ejecuta(const COpciones& opciones)
         HazEnMaquinas(lote.Pendientes(), opciones, carpeta, estados);
     estados.EscribeTabla(trabajos);
     const int fallidos = estados.Fallidos(trabajos);
-    sistema::Imprime(stdout, Texto(textos::kFin, static_cast<int>(trabajos.size()), fallidos,
-                                   sistema::Nombre(sistema::Ruta(opciones.resultados) /
-                                                   estados.Tabla().filename())));
+    sistema::Imprime(stdout, Formatea(textos::kFin, static_cast<int>(trabajos.size()), fallidos,
+                                      sistema::Nombre(sistema::Ruta(opciones.resultados) /
+                                                      estados.Tabla().filename())));
     if (opciones.resume && !sistema::HayQueAcabar())
         Resume(estados);
     if (sistema::HayQueAcabar())

@@ -14,7 +14,8 @@ namespace {
 /// The four numbers of a job that has ended, between tabs.
 std::string Numeros(const CHecho& hecho)
 {
-    return Texto("%d\t%d\t%d\t%.2f", hecho.estado, hecho.errores, hecho.warnings, hecho.segundos);
+    return Formatea("%d\t%d\t%d\t%.2f", hecho.estado, hecho.errores, hecho.warnings,
+                    hecho.segundos);
 }
 
 /// Takes a number and the tab behind it.
@@ -132,7 +133,7 @@ void CEstados::EscribeTabla(const std::vector<CTrabajo>& trabajos) const
     for (const CTrabajo& trabajo : trabajos) {
         const CHecho* const hecho = De(trabajo);
         tabla +=
-            Texto("%d\t%s\t%s\t", trabajo.numero, NombreDe(trabajo.traduccion), trabajo.carpeta);
+            Formatea("%d\t%s\t%s\t", trabajo.numero, NombreDe(trabajo.traduccion), trabajo.carpeta);
         tabla += (hecho != nullptr ? Numeros(*hecho) : "-\t-\t-\t-") + "\n";
     }
     Escribe(Tabla(), tabla);

@@ -48,7 +48,7 @@ void PonCampo(CTrabajo& trabajo, const std::string& parte)
     const std::size_t igual = parte.find('=');
     const auto campo = trabajo.campos.find(parte.substr(0, igual));
     if (igual == std::string::npos || campo == trabajo.campos.end())
-        throw CLineaMala(Texto(textos::kNoHayCampo, parte.substr(0, igual)));
+        throw CLineaMala(Formatea(textos::kNoHayCampo, parte.substr(0, igual)));
     campo->second = parte.substr(igual + 1);
 }
 
@@ -61,7 +61,7 @@ CTrabajo LeeTrabajo(const std::string& linea)
     const auto* const cual =
         std::find(std::begin(kTraducciones), std::end(kTraducciones), traduccion);
     if (cual == std::end(kTraducciones))
-        throw CLineaMala(Texto(textos::kNoHayTraduccion, traduccion));
+        throw CLineaMala(Formatea(textos::kNoHayTraduccion, traduccion));
     trabajo.traduccion = static_cast<Traduccion>(cual - std::begin(kTraducciones));
     if (partes.size() < 2)
         throw CLineaMala(textos::kFaltaCarpeta);
@@ -98,7 +98,7 @@ std::vector<CTrabajo> LeeTabla(const std::string& nombre)
     CStdioFile fichero;
     CFileException fallo;
     if (!fichero.Open(nombre, CFile::modeRead, &fallo))
-        throw CLineaMala(Texto(textos::kNoSeLee, nombre + std::string(fallo.Detalle())));
+        throw CLineaMala(Formatea(textos::kNoSeLee, nombre + std::string(fallo.Detalle())));
     std::vector<CTrabajo> trabajos;
     std::map<std::string, int, std::less<>> vistas; // the number of each job's line
     CString leida;
@@ -112,14 +112,14 @@ std::vector<CTrabajo> LeeTabla(const std::string& nombre)
             trabajos.push_back(LeeTrabajo(std::string(linea)));
             const auto [otra, nueva] = vistas.emplace(linea, numero);
             if (!nueva) // two at a time on the same files
-                throw CLineaMala(Texto(textos::kRepite, otra->second));
+                throw CLineaMala(Formatea(textos::kRepite, otra->second));
         } catch (const CLineaMala& mala) {
-            throw CLineaMala(Texto(textos::kEnLinea, nombre, numero, mala.what()));
+            throw CLineaMala(Formatea(textos::kEnLinea, nombre, numero, mala.what()));
         }
         trabajos.back().numero = static_cast<int>(trabajos.size());
     }
     if (trabajos.empty())
-        throw CLineaMala(Texto(textos::kSinTrabajos, nombre));
+        throw CLineaMala(Formatea(textos::kSinTrabajos, nombre));
     return trabajos;
 }
 

@@ -11,15 +11,6 @@
 
 namespace lote {
 
-/// A text of the batch with its forms filled.
-template <class... T>
-std::string Texto(std::string_view forma, const T&... argumentos)
-{
-    std::string texto;
-    AnexaFormato(texto, forma, {CArgumento(argumentos)...});
-    return texto;
-}
-
 /// What is wrong with the command line or the table, told before anything is begun.
 class CLineaMala : public std::runtime_error {
     using runtime_error::runtime_error;

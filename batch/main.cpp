@@ -19,7 +19,7 @@ int Atiende(const lote::COpciones& opciones)
         sistema::Imprime(stdout, lote::textos::kUso);
         return lote::kHecho;
     case lote::COpciones::Pide::Version:
-        sistema::Imprime(stdout, lote::Texto("campiva-lote %s\n", lote::kVersion));
+        sistema::Imprime(stdout, Formatea("campiva-lote %s\n", lote::kVersion));
         return lote::kHecho;
     case lote::COpciones::Pide::NoSeEntiende:
         sistema::Imprime(stderr, lote::textos::kUso);
@@ -32,7 +32,7 @@ int Atiende(const lote::COpciones& opciones)
 
 void Quejate(const std::string& texto)
 {
-    sistema::Imprime(stderr, lote::Texto(lote::textos::kQueja, texto));
+    sistema::Imprime(stderr, Formatea(lote::textos::kQueja, texto));
 }
 
 } // namespace

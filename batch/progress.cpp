@@ -15,7 +15,8 @@ std::string Tiempo(std::chrono::seconds quedan)
     const auto segundos = static_cast<int>(quedan.count());
     constexpr int kHora = 3600;
     constexpr int kMinuto = 60;
-    return Texto("%d:%02d:%02d", segundos / kHora, segundos % kHora / kMinuto, segundos % kMinuto);
+    return Formatea("%d:%02d:%02d", segundos / kHora, segundos % kHora / kMinuto,
+                    segundos % kMinuto);
 }
 
 } // namespace
@@ -36,11 +37,11 @@ void CAvance::Cuenta(int hechos, int fallidos)
     if (ahora - m_dicho < kEnTerminal || (!m_esTerminal && ahora - m_dicho < kEnRegistro))
         return;
     m_dicho = ahora;
-    std::string linea = Texto(textos::kAvance, hechos, m_trabajos, fallidos);
+    std::string linea = Formatea(textos::kAvance, hechos, m_trabajos, fallidos);
     if (hechos > 0)
         linea +=
-            Texto(textos::kQuedan, Tiempo(std::chrono::duration_cast<std::chrono::seconds>(
-                                       (ahora - m_principio) / hechos * (m_trabajos - hechos))));
+            Formatea(textos::kQuedan, Tiempo(std::chrono::duration_cast<std::chrono::seconds>(
+                                          (ahora - m_principio) / hechos * (m_trabajos - hechos))));
     if (!m_esTerminal)
         return sistema::Imprime(stderr, linea + "\n");
     const std::size_t ancho = linea.size();

@@ -18,7 +18,7 @@ void Resume(const CEstados& estados)
     COrden orden;
     orden.programa = sistema::BuscaPrograma("campiva-informe");
     if (orden.programa.empty())
-        return sistema::Imprime(stderr, Texto(textos::kSinInforme, carpeta));
+        return sistema::Imprime(stderr, Formatea(textos::kSinInforme, carpeta));
     orden.argumentos = {"--resumen", carpeta};
     orden.carpeta = estados.Carpeta();
     orden.dicho = estados.DichoResumen();
@@ -27,13 +27,13 @@ void Resume(const CEstados& estados)
     hijos.Empieza(orden, error);
     if (error)
         return sistema::Imprime(
-            stderr, Texto(textos::kSinResumen, ansi::AUtf8(CFileException("", error).Causa())));
+            stderr, Formatea(textos::kSinResumen, ansi::AUtf8(CFileException("", error).Causa())));
     std::optional<CHijos::CFin> fin;
     for (bool avisado = false; !fin; fin = hijos.Espera(kUnRato))
         if (sistema::HayQueAcabar() && !std::exchange(avisado, true))
             hijos.PideAcabar();
     if (!fin->estado)
-        sistema::Imprime(stderr, Texto(textos::kSinResumen, textos::kSeCorto));
+        sistema::Imprime(stderr, Formatea(textos::kSinResumen, textos::kSeCorto));
     std::ifstream dicho(orden.dicho, std::ios::binary);
     sistema::Imprime(fin->estado == 0 ? stdout : stderr,
                      std::string{std::istreambuf_iterator<char>(dicho), {}});

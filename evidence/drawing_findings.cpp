@@ -38,14 +38,6 @@ bool TieneLetra(std::string_view texto)
     });
 }
 
-template <class... T>
-CString Texto(const char* forma, const T&... argumentos)
-{
-    CString texto;
-    texto.Format(forma, argumentos...);
-    return texto;
-}
-
 /// The label's point lies to the rings of an outline.
 struct CAnilloDelRotulo {
     Lugar lugar;
@@ -89,9 +81,10 @@ public:
     std::vector<CFalta> Faltas()
     {
         if (m_recinto.tramosPerdidos > 0)
-            Falta(ClaseFalta::TramoPerdido, 0, m_recinto.punto,
-                  Texto("%d de los tramos de su contorno no se leen en el dibujo: fuera de fecha",
-                        m_recinto.tramosPerdidos));
+            Falta(
+                ClaseFalta::TramoPerdido, 0, m_recinto.punto,
+                Formatea("%d de los tramos de su contorno no se leen en el dibujo: fuera de fecha",
+                         m_recinto.tramosPerdidos));
         MiraContorno(m_recinto.contorno, m_recinto.areaPropia, 0);
         MiraIslas();
         MiraEstado();
@@ -108,7 +101,7 @@ private:
     void Falta(ClaseFalta clase, int isla, const CPunto<int>& donde, const CString& texto)
     {
         m_faltas.push_back(
-            {clase, isla, donde, isla > 0 ? Texto("isla %d: ", isla) + texto : texto});
+            {clase, isla, donde, isla > 0 ? Formatea("isla %d: ", isla) + texto : texto});
     }
 
     void MiraContorno(const CAnillo& anillo, double area, int isla)
@@ -120,20 +113,22 @@ private:
         }
         if (!(anillo.front() == anillo.back()))
             Falta(ClaseFalta::NoCierra, isla, anillo.back(),
-                  Texto("su contorno no cierra: va de %.2lf %.2lf a %.2lf %.2lf",
-                        EnMetros(anillo.front().X), EnMetros(anillo.front().Y),
-                        EnMetros(anillo.back().X), EnMetros(anillo.back().Y)));
+                  Formatea("su contorno no cierra: va de %.2lf %.2lf a %.2lf %.2lf",
+                           EnMetros(anillo.front().X), EnMetros(anillo.front().Y),
+                           EnMetros(anillo.back().X), EnMetros(anillo.back().Y)));
         if (const auto encuentro = vexageo::BuscaEncuentro(anillo)) {
             const bool cruza = encuentro->clase == vexageo::Encuentro::Cruza;
             Falta(cruza ? ClaseFalta::Cruza : ClaseFalta::Repasa, isla, encuentro->donde,
-                  Texto(cruza ? "su contorno se cruza a sí mismo en %.2lf %.2lf"_ansi
-                              : "su contorno pasa dos veces por la misma línea en %.2lf %.2lf"_ansi,
-                        EnMetros(encuentro->donde.X), EnMetros(encuentro->donde.Y)));
+                  Formatea(
+                      cruza ? "su contorno se cruza a sí mismo en %.2lf %.2lf"_ansi
+                            : "su contorno pasa dos veces por la misma línea en %.2lf %.2lf"_ansi,
+                      EnMetros(encuentro->donde.X), EnMetros(encuentro->donde.Y)));
         }
         const double dibujada = vexageo::DobleArea(anillo) / vexageo::kDobleMetroCuadrado;
         if (std::fabs(dibujada - std::fabs(area)) > kTolerancia)
-            Falta(ClaseFalta::AreaDistinta, isla, anillo.front(),
-                  Texto("su contorno encierra %.2lf m2 y el registro dice %.2lf", dibujada, area));
+            Falta(
+                ClaseFalta::AreaDistinta, isla, anillo.front(),
+                Formatea("su contorno encierra %.2lf m2 y el registro dice %.2lf", dibujada, area));
     }
 
     void MiraIslas()
@@ -146,13 +141,13 @@ private:
             const CPunto<int> donde = isla.contorno.empty() ? m_recinto.punto : isla.contorno[0];
             if (isla.areaPropia > 0)
                 Falta(ClaseFalta::IslaPositiva, numero, donde,
-                      Texto("su superficie es positiva y se suma en vez de restarse: %.2lf m2",
-                            isla.areaPropia));
+                      Formatea("su superficie es positiva y se suma en vez de restarse: %.2lf m2",
+                               isla.areaPropia));
             const auto [otra, nueva] = vistas.try_emplace(Lados(isla.contorno), numero);
             if (!nueva && isla.contorno.size() >= kMenosPuntos)
-                Falta(
-                    ClaseFalta::IslaRepetida, numero, donde,
-                    Texto("es la misma que la isla %d%s: cuenta dos veces, con %.2lf m2 ésta"_ansi,
+                Falta(ClaseFalta::IslaRepetida, numero, donde,
+                      Formatea(
+                          "es la misma que la isla %d%s: cuenta dos veces, con %.2lf m2 ésta"_ansi,
                           otra->second, DondeEsta(isla, otra->second), isla.area));
         }
     }
@@ -184,8 +179,8 @@ private:
         case CodigoAjeno:
             return falta(
                 ClaseFalta::CodigoAjeno,
-                Texto("el código de su rótulo, %s, no es de %s"_ansi, m_recinto.codigo,
-                      m_que == ClaseTopologia::Parcelas ? "una parcela" : "una subparcela"));
+                Formatea("el código de su rótulo, %s, no es de %s"_ansi, m_recinto.codigo,
+                         m_que == ClaseTopologia::Parcelas ? "una parcela" : "una subparcela"));
         case FueraDeFecha:
             return falta(ClaseFalta::FueraDeFecha,
                          "su rótulo no se lee en el dibujo: fuera de fecha"_ansi);
@@ -226,13 +221,13 @@ private:
         const CPunto<int>& centroide = m_recinto.centroide;
         if (!MismoSitio(rotulo, centroide))
             Falta(ClaseFalta::CentroideDistinto, 0, rotulo,
-                  Texto("su rótulo está en %.2lf %.2lf y el registro dice %.2lf %.2lf"_ansi,
-                        EnMetros(rotulo.X), EnMetros(rotulo.Y), EnMetros(centroide.X),
-                        EnMetros(centroide.Y)));
+                  Formatea("su rótulo está en %.2lf %.2lf y el registro dice %.2lf %.2lf"_ansi,
+                           EnMetros(rotulo.X), EnMetros(rotulo.Y), EnMetros(centroide.X),
+                           EnMetros(centroide.Y)));
         if (m_recinto.tramosPerdidos > 0 || m_recinto.contorno.size() < kMenosPuntos)
             return;
         const CAnilloDelRotulo sitio = SituaRotulo(m_recinto);
-        const CString isla = sitio.isla > 0 ? Texto(" de su isla %d", sitio.isla) : CString();
+        const CString isla = sitio.isla > 0 ? Formatea(" de su isla %d", sitio.isla) : CString();
         if (sitio.lugar == Lugar::Fuera)
             Falta(ClaseFalta::RotuloFuera, 0, rotulo, "su rótulo cae fuera de su contorno"_ansi);
         else if (sitio.lugar == Lugar::Borde)
@@ -248,12 +243,12 @@ private:
             m_que == ClaseTopologia::Parcelas || m_que == ClaseTopologia::Poligonos;
         if (conNumero && LeeEntero(m_recinto.rotulo) <= 0)
             Falta(ClaseFalta::SinNumero, 0, rotulo,
-                  Texto("su rótulo, \"%s\", no empieza por un número"_ansi, m_recinto.rotulo));
+                  Formatea("su rótulo, \"%s\", no empieza por un número"_ansi, m_recinto.rotulo));
         if (m_que != ClaseTopologia::Subparcelas)
             return;
         if (!TieneLetra(m_recinto.letra))
             Falta(ClaseFalta::SinLetra, 0, rotulo,
-                  Texto("su rótulo, \"%s\", no dice ninguna letra"_ansi, m_recinto.rotulo));
+                  Formatea("su rótulo, \"%s\", no dice ninguna letra"_ansi, m_recinto.rotulo));
         if (m_recinto.parcela < 0)
             Falta(ClaseFalta::FueraDeParcela, 0, rotulo,
                   "su rótulo no cae en ninguna parcela: se pasa por alto"_ansi);
@@ -269,12 +264,12 @@ CString TextoRepetido(const CRecintoDibujado& recinto, const CPiezas& piezas, Cl
     const CString cual = NombreDePieza(recinto, que);
     const double cuenta = piezas.Ultima().areaRegistro;
     if (&recinto == &piezas.Ultima())
-        return Texto("%s está en %d recintos: cuenta éste, el último, de %.2lf m2, y se pierden "
-                     "%.2lf m2 de los demás"_ansi,
-                     cual, recinto.piezas, cuenta, piezas.Area() - cuenta);
-    return Texto("%s está en %d recintos y éste no cuenta: se pierden sus %.2lf m2; cuenta el "
-                 "último, de %.2lf m2"_ansi,
-                 cual, recinto.piezas, recinto.areaRegistro, cuenta);
+        return Formatea("%s está en %d recintos: cuenta éste, el último, de %.2lf m2, y se pierden "
+                        "%.2lf m2 de los demás"_ansi,
+                        cual, recinto.piezas, cuenta, piezas.Area() - cuenta);
+    return Formatea("%s está en %d recintos y éste no cuenta: se pierden sus %.2lf m2; cuenta el "
+                    "último, de %.2lf m2"_ansi,
+                    cual, recinto.piezas, recinto.areaRegistro, cuenta);
 }
 
 /// Adds what can't be seen of one outline alone.

@@ -24,8 +24,7 @@ std::map<CClavePiezas, CPiezas> ReunePiezas(const std::vector<CRecintoDibujado>&
 
 CString NombreDePieza(const CRecintoDibujado& recinto, ClaseTopologia que)
 {
-    CString nombre;
-    nombre.Format("la parcela %d", recinto.parcela);
+    const CString nombre = Formatea("la parcela %d", recinto.parcela);
     return que == ClaseTopologia::Subparcelas ? "la letra " + recinto.letra + " de " + nombre
                                               : nombre;
 }

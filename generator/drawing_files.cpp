@@ -129,10 +129,9 @@ bool GrabaPoligono(const CString& base, short polig,
                     dibujo.Rotulo(suya.construccion ? kCodigoConstruccion : kCodigoSubparcela,
                                   suya.rotulo, recinto.rotulo));
     }
-    CString nombre;
-    nombre.Format("%d", polig);
     const CRecinto todo{Alrededor(parcelas), {}, parcelas.front()->recintos.front().rotulo};
-    GrabaRecinto(pol, dibujo, todo, 1, dibujo.Rotulo(kCodigoPoligono, nombre, todo.rotulo));
+    GrabaRecinto(pol, dibujo, todo, 1,
+                 dibujo.Rotulo(kCodigoPoligono, std::to_string(polig), todo.rotulo));
     dibujo.Cierra();
     par.Close();
     sub.Close();
@@ -157,24 +156,14 @@ bool GrabaHojas(const CString& base, const std::vector<CHoja>& hojas)
     return true;
 }
 
-CString NombrePoligono(int polig)
-{
-    CString nombre;
-    nombre.Format("%03d", polig);
-    return nombre;
-}
-
 std::vector<std::string> LineasDeLista(const CMunicipioSintetico& municipio)
 {
-    CString linea;
-    linea.Format("TREN %03d%03d VILLANUEVA", municipio.Ger, municipio.Mun);
-    std::vector<std::string> lineas = {std::string(std::string_view(linea))};
+    std::vector<std::string> lineas = {
+        Formatea("TREN %03d%03d VILLANUEVA", municipio.Ger, municipio.Mun)};
     std::set<short> poligonos;
     for (const CParcelaDibujada& parcela : municipio.parcelas)
-        if (poligonos.insert(parcela.datos.Polig).second) {
-            linea.Format("P%03d", parcela.datos.Polig);
-            lineas.emplace_back(std::string_view(linea));
-        }
+        if (poligonos.insert(parcela.datos.Polig).second)
+            lineas.push_back(Formatea("P%03d", parcela.datos.Polig));
     return lineas;
 }
 
@@ -199,7 +188,7 @@ bool GrabaDibujos(const CString& carpeta, const CMunicipioSintetico& municipio)
     for (const CParcelaDibujada& parcela : municipio.parcelas)
         porPoligono[parcela.datos.Polig].push_back(&parcela);
     for (const auto& [polig, parcelas] : porPoligono)
-        if (!GrabaPoligono(carpeta + "/" + NombrePoligono(polig), polig, parcelas))
+        if (!GrabaPoligono(carpeta + "/" + Formatea("%03d", polig), polig, parcelas))
             return false;
     return GrabaHojas(carpeta + "/ortos", municipio.hojas) &&
            GrabaLineas(carpeta + "/poligonos.txt", LineasDeLista(municipio));

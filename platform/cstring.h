@@ -71,9 +71,7 @@ public:
     template <class... T>
     void Format(std::string_view forma, const T&... argumentos)
     {
-        std::string texto;
-        AnexaFormato(texto, forma, {CArgumento(argumentos)...});
-        Asigna(texto);
+        Asigna(Formatea(forma, argumentos...));
     }
     /// The same with the form of a number of the string table.
     template <class... T>

@@ -111,10 +111,11 @@ int CWinApp::Caja(const CString& texto, const CString& titulo, UINT flags)
     return m_frontal->Caja(texto, titulo, flags);
 }
 
-void CWinApp::CajaDeAjustes(const CString& texto)
+void CWinApp::CajaDeAjustes(const char* forma, const CFileException& fallo)
 {
     if (!std::exchange(m_huboCajaDeAjustes, true))
-        Caja(texto, textos::kAjustes, MB_ICONWARNING);
+        Caja(Formatea(forma, fallo.m_strFileName) + fallo.Detalle(), textos::kAjustes,
+             MB_ICONWARNING);
 }
 
 void CWinApp::CajaSinMemoria() noexcept
@@ -167,9 +168,7 @@ std::vector<std::optional<CString>> CWinApp::LeeAjustes(const CString& seccion,
 
 BOOL CWinApp::WriteProfileInt(const CString& seccion, const CString& clave, int valor)
 {
-    CString texto;
-    texto.Format("%d", valor);
-    return Guarda({seccion, clave, texto, true});
+    return Guarda({seccion, clave, std::to_string(valor), true});
 }
 
 BOOL CWinApp::WriteProfileString(const CString& seccion, const CString& clave, const CString& valor)

@@ -13,6 +13,7 @@
 #include "platform/settings.h"
 #include "platform/types.h"
 
+class CFileException;
 class CWnd;
 
 /// The application: the one global object of the program. It holds what the process is given at its
@@ -78,7 +79,8 @@ public:
     bool Interrumpida() const { return m_interrumpida; }
     /// Tells the user that his settings couldn't be read or stored: once, and without its being an
     /// error of what he asked for.
-    void CajaDeAjustes(const CString& texto);
+    /// \param forma  takes the name of the store
+    void CajaDeAjustes(const char* forma, const CFileException& fallo);
     /// Notes that a run ended early because the user stopped it.
     void NotaParada() { m_huboParada = true; }
     bool HuboParada() const { return m_huboParada; }

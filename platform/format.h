@@ -113,3 +113,11 @@ using CArgumento = std::variant<int, double, char, std::string_view>;
 /// form without an argument gives nothing.
 void AnexaFormato(std::string& destino, std::string_view texto,
                   std::initializer_list<CArgumento> argumentos);
+/// The text alone.
+template <class... T>
+std::string Formatea(std::string_view texto, const T&... argumentos)
+{
+    std::string destino;
+    AnexaFormato(destino, texto, {CArgumento(argumentos)...});
+    return destino;
+}

@@ -15,12 +15,8 @@ std::string Horas(std::chrono::seconds tiempo)
     const int horas = static_cast<int>(total / 3600);
     const int minutos = static_cast<int>(total / 60 % 60);
     const int segundos = static_cast<int>(total % 60);
-    std::string texto;
-    if (horas > 0)
-        AnexaFormato(texto, "%d:%02d:%02d", {horas, minutos, segundos});
-    else
-        AnexaFormato(texto, "%d:%02d", {minutos, segundos});
-    return texto;
+    return horas > 0 ? Formatea("%d:%02d:%02d", horas, minutos, segundos)
+                     : Formatea("%d:%02d", minutos, segundos);
 }
 
 } // namespace
@@ -42,7 +38,5 @@ std::string CRelojProceso::PasadoYResto(Reloj::time_point ahora, int hecho) cons
     if (fase < kAntesDePredecir || hecho <= 0 || hecho >= 100)
         return Pasado(ahora);
     const auto resto = std::chrono::ceil<std::chrono::seconds>(fase * (100 - hecho) / hecho);
-    std::string texto = Pasado(ahora);
-    AnexaFormato(texto, textos::kQuedan, {Horas(resto)});
-    return texto;
+    return Pasado(ahora) + Formatea(textos::kQuedan, Horas(resto));
 }

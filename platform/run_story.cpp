@@ -42,23 +42,17 @@ CHecho Hecho(const CString& nombre)
 
 std::string NoSeAbre(const CString& ruta)
 {
-    std::string queja;
-    AnexaFormato(queja, textos::kNoSeAbre, {ansi::AUtf8(ruta)});
-    return queja;
+    return Formatea(textos::kNoSeAbre, ansi::AUtf8(ruta));
 }
 
 std::string NoHayInforme(const CString& log)
 {
-    std::string queja;
-    AnexaFormato(queja, textos::kNoHayInforme, {ansi::AUtf8(log)});
-    return queja;
+    return Formatea(textos::kNoHayInforme, ansi::AUtf8(log));
 }
 
-std::string NoHayEnsayo(const CString& deQue)
+std::string NoHayEnsayo(const std::vector<CString>& orden)
 {
-    std::string queja;
-    AnexaFormato(queja, textos::kNoHayEnsayo, {ansi::AUtf8(deQue)});
-    return queja;
+    return Formatea(textos::kNoHayEnsayo, orden.empty() ? "" : ansi::AUtf8(orden.back()));
 }
 
 std::string TituloEnProceso(int hecho, const CString& titulo)
@@ -71,7 +65,7 @@ CRelatoProceso::CRelatoProceso(CString programaInforme, bool seEnsaya)
       m_seEnsaya(seEnsaya && !sistema::BuscaPrograma(m_programaInforme).empty())
 {
     const std::filesystem::path aqui = sistema::Entera("nombre").parent_path();
-    AnexaFormato(m_texto, textos::kNombresSinCarpeta, {ansi::AUtf8(sistema::Nombre(aqui))});
+    m_texto = Formatea(textos::kNombresSinCarpeta, ansi::AUtf8(sistema::Nombre(aqui)));
 }
 
 void CRelatoProceso::Avanza(Reloj::time_point ahora, int hecho)
@@ -94,7 +88,7 @@ void CRelatoProceso::Termina(Reloj::time_point ahora, const CEscritos& escritos)
     const std::string pasado = m_reloj.Pasado(ahora);
     m_texto.clear();
     if (m_enProceso && pasado != "0:00")
-        AnexaFormato(m_texto, textos::kDuracion, {pasado});
+        m_texto = Formatea(textos::kDuracion, pasado);
     m_enProceso = false;
     for (const CString& observacion : escritos.observaciones)
         m_texto += (m_texto.empty() ? "" : ".  ") + ansi::AUtf8(observacion);

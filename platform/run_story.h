@@ -17,8 +17,8 @@ struct CEscritos;
 std::string NoSeAbre(const CString& ruta);
 /// The complaint that no report could be made of a log.
 std::string NoHayInforme(const CString& log);
-/// The same of the trial of a run.
-std::string NoHayEnsayo(const CString& deQue);
+/// The same of the trial of a run, by its order.
+std::string NoHayEnsayo(const std::vector<CString>& orden);
 /// The title of a window whose run is at so many per cent of its phase.
 std::string TituloEnProceso(int hecho, const CString& titulo);
 

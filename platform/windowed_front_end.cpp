@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "platform/common_window.h"
+#include "platform/layer_texts.h"
 
 void CFrontalVentanas::Muestra(CVentanaComun& ventana)
 {
@@ -21,6 +22,11 @@ CVentanaComun* CFrontalVentanas::Delante() const
 int CFrontalVentanas::Espera(const std::function<int()>& caja) const
 {
     return Ultima() != nullptr ? Ultima()->Espera(caja) : caja();
+}
+
+void CFrontalVentanas::DiQueNoSeVeLaAyuda(const CString& fichero)
+{
+    Caja(Formatea(textos::kNoSeVeLaAyuda, fichero), textos::kAyuda, MB_ICONERROR);
 }
 
 CVentanaComun* CFrontalVentanas::VentanaDe(const CDialog& dialogo) const

@@ -25,6 +25,7 @@ protected:
     CVentanaComun* Delante() const;
     /// Has the user answer a box, which a run at work waits for.
     int Espera(const std::function<int()>& caja) const;
+    void DiQueNoSeVeLaAyuda(const CString& fichero);
 
 private:
     /// Null for a dialog that isn't shown.

@@ -22,9 +22,7 @@ BOOL CTipoTraduccionDlg::OnInitDialog()
     try {
         TipoTraduccion = AfxGetApp()->GetProfileInt(kSeccion, kClave, 0);
     } catch (const CFileException& fallo) { // the first of the three then
-        CString texto;
-        texto.Format(cajas::kNoSeLeenAjustes, fallo.m_strFileName);
-        AfxGetApp()->CajaDeAjustes(texto + fallo.Detalle());
+        AfxGetApp()->CajaDeAjustes(cajas::kNoSeLeenAjustes, fallo);
     }
     UpdateData(false);
     return 1;

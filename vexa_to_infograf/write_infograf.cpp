@@ -80,9 +80,7 @@ bool CVexaAInfografDlg::GrabaInfograf(CStdioFile* csp, const std::vector<CString
         CEntradaInfograf entrada;
         if (!LeeEntrada(carpeta, nombre, entrada))
             continue;
-        CString cabecera;
-        cabecera.Format("00%s\n", FicheroDeLista(carpeta, nombre, "IFG"));
-        csp->WriteString(cabecera);
+        csp->WriteString("00" + FicheroDeLista(carpeta, nombre, "IFG") + "\n");
         if (!GrabaParcelas(entrada, salida) || !GrabaPoligonos(entrada, salida) ||
             !GrabaSubparcelas(entrada, salida))
             return false;

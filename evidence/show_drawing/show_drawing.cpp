@@ -55,9 +55,7 @@ public:
     template <class... T>
     void Linea(std::string_view forma, const T&... argumentos)
     {
-        std::string texto;
-        AnexaFormato(texto, forma, {CArgumento(argumentos)...});
-        m_lineas += ansi::AUtf8(texto) + '\n';
+        m_lineas += ansi::AUtf8(Formatea(forma, argumentos...)) + '\n';
         if (m_lineas.size() > kDeUnaVez)
             Vacia();
     }
@@ -253,12 +251,10 @@ private:
     void MuestraRegistro(const CPoligonoTopologico& registro, int hondura)
     {
         const std::string sangria(static_cast<std::size_t>(hondura) * 4, ' ');
-        CString clase;
-        clase.Format("clase %d", static_cast<int>(registro.Clase()));
-        if (registro.EsParcela())
-            clase = "recinto";
-        else if (registro.EsIsla())
-            clase = "isla";
+        const std::string clase = registro.EsParcela() ? "recinto"
+                                  : registro.EsIsla()
+                                      ? "isla"
+                                      : Formatea("clase %d", static_cast<int>(registro.Clase()));
         CTexto<int> rotulo;
         const bool leido = vexageo::LeeRotulo(registro, &m_bin, rotulo);
         m_informe.Linea(

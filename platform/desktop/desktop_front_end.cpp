@@ -149,9 +149,7 @@ bool CFrontalEscritorio::MuestraAyuda(const CString& ficheroAyuda)
             m_ayuda.reset();
     }
     if (m_ayuda == nullptr) {
-        CString queja;
-        queja.Format(textos::kNoSeVeLaAyuda, ficheroAyuda);
-        Caja(queja, textos::kAyuda, MB_ICONERROR);
+        DiQueNoSeVeLaAyuda(ficheroAyuda);
         return false;
     }
     m_ayuda->GetFrame()->Show();

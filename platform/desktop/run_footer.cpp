@@ -84,7 +84,7 @@ void CPieProceso::AbreEnsayo()
     if (const CString pagina = m_relato.HazEnsayo(orden); !pagina.IsEmpty())
         Abre(pagina);
     else
-        Quejate(NoHayEnsayo(orden.empty() ? CString() : orden.back()));
+        Quejate(NoHayEnsayo(orden));
 }
 
 void CPieProceso::AbreInforme()

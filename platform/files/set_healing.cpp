@@ -190,9 +190,8 @@ void CSanador::SanaPorDiario(const Ruta& nombre)
             throw CFileException(suyo->nombre, sistema::kDeOtro, true);
         if (estado == Estado::Queda) {
             CFileException fallo(suyo->nombre, {}, true);
-            const CString quien = sistema::NombreDelDueño(En(nombre));
-            fallo.m_nota.Format(textos::kAMedias, quien,
-                                CString(sistema::Nombre(sistema::EnteraSinPuntos(En(nombre)))));
+            fallo.m_nota = Formatea(textos::kAMedias, sistema::NombreDelDueño(En(nombre)),
+                                    sistema::Nombre(sistema::EnteraSinPuntos(En(nombre))));
             throw CFileException(fallo);
         }
     }

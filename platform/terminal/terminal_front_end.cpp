@@ -28,14 +28,6 @@ std::size_t Columnas(std::string_view utf8)
     }));
 }
 
-template <class... T>
-void EscribeForma(std::FILE* donde, const char* forma, const T&... argumentos)
-{
-    std::string texto;
-    AnexaFormato(texto, forma, {CArgumento(argumentos)...});
-    sistema::Imprime(donde, texto);
-}
-
 /// Opens a file to be read. One that a fault keeps from it is told in a box.
 bool Abre(CFile& fichero, const CString& nombre)
 {
@@ -123,7 +115,7 @@ void CFrontalTerminal::MuestraModal(CDialog& dialogo)
     sistema::Imprime(stdout, texto.Pinta());
     if (const char* const programa = AfxGetApp()->Recursos().Ficheros().informe;
         m_conversa && dialogo.SeEnsaya() && !sistema::BuscaPrograma(programa).empty())
-        EscribeForma(stdout, textos::kSeEnsaya, programa);
+        sistema::Imprime(stdout, Formatea(textos::kSeEnsaya, programa));
     while (!dialogo.Terminado()) {
         if (m_entradaPersona)
             sistema::Imprime(stdout, "> ");
@@ -155,7 +147,7 @@ template <class... T>
 void CFrontalTerminal::Falla(const char* forma, const T&... argumentos)
 {
     ++m_guion.fallidos;
-    EscribeForma(stderr, forma, argumentos...);
+    sistema::Imprime(stderr, Formatea(forma, argumentos...));
 }
 
 void CFrontalTerminal::Responde(CDialog& dialogo, const CDialogoTexto::CRespuesta& respuesta)
@@ -214,9 +206,9 @@ std::string CFrontalTerminal::LineaAvance(Reloj::time_point ahora) const
 {
     const auto segundos =
         std::chrono::duration_cast<std::chrono::seconds>(ahora - m_inicio).count();
-    std::string cola;
-    AnexaFormato(cola, " % 3d %%  %d:%02d",
-                 {m_porcentaje, static_cast<int>(segundos / 60), static_cast<int>(segundos % 60)});
+    const std::string cola =
+        Formatea(" % 3d %%  %d:%02d", m_porcentaje, static_cast<int>(segundos / 60),
+                 static_cast<int>(segundos % 60));
     // A line that reaches the last column would go on in the next one, and stay there. Where there
     // is less room, the bar is the first to give way and then the phase.
     const std::size_t ancho = sistema::AnchoTerminal(stderr).value_or(kAnchoDesconocido) - 1;
@@ -285,7 +277,7 @@ bool CFrontalTerminal::PreguntaSiNo() const
 
 bool CFrontalTerminal::EligeFichero(CFileDialog& dialogo)
 {
-    EscribeForma(stdout, textos::kPideFichero, ansi::AUtf8(dialogo.GetPathName()));
+    sistema::Imprime(stdout, Formatea(textos::kPideFichero, ansi::AUtf8(dialogo.GetPathName())));
     std::string nombre;
     const bool hay = LeeLinea(nombre);
     if (!m_entradaPersona || !hay)
@@ -335,15 +327,18 @@ void CFrontalTerminal::FinDeProceso(const CDialog& /*dialogo*/, const CEscritos&
     if (!m_conversa)
         return;
     if (CFile log; !escritos.log.IsEmpty() && Abre(log, escritos.log))
-        EscribeForma(stdout, textos::kAvisos, ansi::AUtf8(escritos.log),
-                     log.GetLength() == 0 && !escritos.huboErrores ? textos::kNingunAviso : "");
+        sistema::Imprime(
+            stdout,
+            Formatea(textos::kAvisos, ansi::AUtf8(escritos.log),
+                     log.GetLength() == 0 && !escritos.huboErrores ? textos::kNingunAviso : ""));
     std::filesystem::path carpeta; // those of one folder, nearly always all, stand in one line
     for (const CString& salida : escritos.salidas) {
         const std::filesystem::path ruta = sistema::EnteraSinPuntos(sistema::Ruta(salida));
         if (ruta.parent_path() != carpeta) {
             sistema::Imprime(stdout, carpeta.empty() ? "" : "\n");
             carpeta = ruta.parent_path();
-            EscribeForma(stdout, textos::kEscritos, ansi::AUtf8(sistema::Nombre(carpeta)));
+            sistema::Imprime(stdout,
+                             Formatea(textos::kEscritos, ansi::AUtf8(sistema::Nombre(carpeta))));
         }
         sistema::Imprime(stdout, " " + ansi::AUtf8(sistema::Nombre(ruta.filename())));
     }

@@ -35,9 +35,7 @@ std::optional<UINT> Numero(std::string_view texto)
 template <class... T>
 CDialogoTexto::CRespuesta Queja(const char* forma, const T&... argumentos)
 {
-    CDialogoTexto::CRespuesta respuesta{{}, true, 0};
-    AnexaFormato(respuesta.texto, forma, {CArgumento(argumentos)...});
-    return respuesta;
+    return {Formatea(forma, argumentos...), true, 0};
 }
 
 /// Position in a list of an item given by its position or by its text; -1 where it has none such.
@@ -106,8 +104,7 @@ std::string CDialogoTexto::Pinta() const
         if (clase == Grupo && !control.GetWindowText().IsEmpty()) {
             texto += "  " + ansi::AUtf8(control.GetWindowText()) + "\n";
         } else if (control.Id() != kSinId && clase != Imagen && clase != Icono) {
-            AnexaFormato(texto, "  % 6d  ", {static_cast<int>(control.Id())});
-            texto += Linea(control) + "\n";
+            texto += Formatea("  % 6d  ", static_cast<int>(control.Id())) + Linea(control) + "\n";
         } else if (control.EsRotulo() && i > 0 && controles[i - 1].EsRotulo()) {
             texto += "          " + Linea(control) + "\n"; // a fixed text behind its label
         }

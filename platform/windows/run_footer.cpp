@@ -127,7 +127,7 @@ void CPieProceso::HazInforme()
 void CPieProceso::HazEnsayo()
 {
     const std::vector<CString> orden = m_orden();
-    Haz(textos::kHaciendoEnsayo, NoHayEnsayo(orden.empty() ? CString() : orden.back()),
+    Haz(textos::kHaciendoEnsayo, NoHayEnsayo(orden),
         [relato = m_relato, orden] { return relato.HazEnsayo(orden); });
 }
 

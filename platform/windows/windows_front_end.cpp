@@ -150,13 +150,6 @@ bool CFrontalWindows::MuestraAyuda(const CString& ficheroAyuda)
     return false;
 }
 
-void CFrontalWindows::DiQueNoSeVeLaAyuda(const CString& fichero)
-{
-    CString queja;
-    queja.Format(textos::kNoSeVeLaAyuda, fichero);
-    Caja(queja, textos::kAyuda, MB_ICONERROR);
-}
-
 bool CFrontalWindows::MuestraAyudaControl(const CString& temas, const HH_POPUP& popup)
 {
     const auto [fichero, interior] = ParteTemas(temas);

@@ -25,7 +25,6 @@ public:
 private:
     /// The window on top, where one is seen.
     const CVentanaDialogo* DeDelante() const;
-    void DiQueNoSeVeLaAyuda(const CString& fichero);
 
     CString m_carpeta; ///< of the file that was chosen last
     std::unique_ptr<CVisorAyuda> m_visor;

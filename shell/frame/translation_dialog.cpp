@@ -51,7 +51,7 @@ void CTraduccionDlg::LeeCampos()
         if (m_enLote) // what its input is hangs on them
             throw;
         m_sinAjustes = true;
-        CajaDeAjustes(cajas::kNoSeLeenAjustes, fallo);
+        AfxGetApp()->CajaDeAjustes(cajas::kNoSeLeenAjustes, fallo);
     }
     for (std::size_t i = 0; i < guardados.size(); ++i) {
         if (!guardados[i])
@@ -111,7 +111,7 @@ void CTraduccionDlg::GuardaCampos()
     try {
         AfxGetApp()->GuardaAjustes(ajustes);
     } catch (const CFileException& fallo) {
-        CajaDeAjustes(cajas::kNoSeGuardan, fallo);
+        AfxGetApp()->CajaDeAjustes(cajas::kNoSeGuardan, fallo);
     }
 }
 
@@ -335,16 +335,7 @@ void CTraduccionDlg::MuestraError(const CString& texto)
     MessageBox(texto, cajas::kError, MB_ICONERROR);
 }
 
-void CTraduccionDlg::CajaDeAjustes(const char* forma, const CFileException& fallo)
-{
-    CString texto;
-    texto.Format(forma, fallo.m_strFileName);
-    AfxGetApp()->CajaDeAjustes(texto + fallo.Detalle());
-}
-
 void CTraduccionDlg::CajaError(const char* forma, const CFileException& fallo)
 {
-    CString texto;
-    texto.Format(forma, fallo.m_strFileName);
-    MuestraError(texto + fallo.Detalle());
+    MuestraError(Formatea(forma, fallo.m_strFileName) + fallo.Detalle());
 }

@@ -128,9 +128,7 @@ protected:
     template <class... T>
     void Observa(const char* forma, const T&... argumentos)
     {
-        CString texto;
-        texto.Format(forma, argumentos...);
-        m_proceso->escritos.observaciones.push_back(texto);
+        m_proceso->escritos.observaciones.emplace_back(Formatea(forma, argumentos...));
     }
     /// The page of the run's report, where it isn't to have the log's name.
     void NombraInforme(const CString& pagina) { m_proceso->escritos.informe = pagina; }
@@ -148,7 +146,6 @@ protected:
 private:
     void MuestraError(const CString& texto);
     void CajaError(const char* forma, const CFileException& fallo);
-    static void CajaDeAjustes(const char* forma, const CFileException& fallo);
     bool Reserva(const CString& salida);
     bool HayRepetidas(const CString& log, const std::vector<CString>& salidas);
     void Obedece(WPARAM wParam, LPARAM lParam);

@@ -79,9 +79,9 @@ bool CTraduccionDlg::Reserva(const CString& salida)
             !AfxGetApp()->Frontal().AlguienContesta())
             return true;
         const CString quien = sistema::ProgramasQueTienen(sistema::Ruta(salida));
-        CString texto;
-        texto.Format(cajas::kLoTieneOtro, salida, quien.IsEmpty() ? cajas::kOtroPrograma : quien);
-        if (MessageBox(texto, cajas::kError, MB_RETRYCANCEL | MB_ICONWARNING) != IDRETRY)
+        if (MessageBox(Formatea(cajas::kLoTieneOtro, salida,
+                                quien.IsEmpty() ? cajas::kOtroPrograma : quien),
+                       cajas::kError, MB_RETRYCANCEL | MB_ICONWARNING) != IDRETRY)
             return false;
     }
 }
