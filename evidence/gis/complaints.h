@@ -24,16 +24,12 @@ void Advierte(std::string_view texto);
 template <class... T>
 void FallaCon(std::string_view forma, const T&... argumentos)
 {
-    std::string texto;
-    AnexaFormato(texto, forma, {CArgumento(argumentos)...});
-    Falla(std::string_view(texto));
+    Falla(std::string_view(Formatea(forma, argumentos...)));
 }
 template <class... T>
 void AdvierteCon(std::string_view forma, const T&... argumentos)
 {
-    std::string texto;
-    AnexaFormato(texto, forma, {CArgumento(argumentos)...});
-    Advierte(texto);
+    Advierte(Formatea(forma, argumentos...));
 }
 
 /// Does what GDAL asks for and gives the answer. GDAL knows no exceptions: where one comes it is

@@ -41,17 +41,13 @@ void CNoticias::Apunta(const char* noticia, const CString& nombre)
 void CNoticias::Dice()
 {
     for (const auto& [noticia, suyos] : m_nombrados)
-        AdvierteCon("%d %s: %s", suyos.veces, noticia.c_str(), suyos.nombres);
+        AdvierteCon("%d %s: %s", suyos.veces, noticia, suyos.nombres);
     for (const auto& [clase, cuenta] : m_cuentas) {
         if (cuenta.veces <= kPrimeras)
             continue;
-        CString frase;
-        frase.Format("%d %s en total, de los que se han dicho los %d primeros"_ansi, cuenta.veces,
-                     clase.c_str(), kPrimeras);
-        CString metros;
-        if (cuenta.metros > 0)
-            metros.Format("; suman %.2lf m2", cuenta.metros);
-        ::Advierte(frase + metros);
+        ::Advierte(Formatea("%d %s en total, de los que se han dicho los %d primeros"_ansi,
+                            cuenta.veces, clase, kPrimeras) +
+                   (cuenta.metros > 0 ? Formatea("; suman %.2lf m2", cuenta.metros) : ""));
     }
     m_nombrados.clear();
     m_cuentas.clear();

@@ -64,10 +64,8 @@ bool CMunicipioAbierto::Abre(const CString& lista, const COtrosSitios& otros)
 
 CString CMunicipioAbierto::FaltaEnSitios() const
 {
-    const auto falta = [](const char* opcion, const CString& que) {
-        CString frase;
-        frase.Format("La opción %s no da con nada: %s"_ansi, opcion, que);
-        return frase;
+    const auto falta = [](const char* opcion, const CString& que) -> CString {
+        return Formatea("La opción %s no da con nada: %s"_ansi, opcion, que);
     };
     const CNombresTablas tablas = NombresTablas();
     if (!m_otros.tablas.IsEmpty() && std::none_of(tablas.begin(), tablas.end(), Hay))
@@ -207,10 +205,9 @@ void CMunicipioAbierto::AvisaDaño(const CString& fichero, std::uint64_t dañoEn
 {
     if (dañoEn == CTopologiaDibujada::kSinDaño || !EsNueva(fichero))
         return;
-    CString frase;
-    frase.Format("%s está dañado desde el byte %.0lf: lo que sigue no se lee"_ansi, fichero,
-                 static_cast<double>(dañoEn));
-    m_noticias.Advierte("ficheros dañados"_ansi, frase);
+    m_noticias.Advierte("ficheros dañados"_ansi,
+                        Formatea("%s está dañado desde el byte %.0lf: lo que sigue no se lee"_ansi,
+                                 fichero, static_cast<double>(dañoEn)));
 }
 
 void CMunicipioAbierto::AvisaDibujoDañado(const CString& fichero)

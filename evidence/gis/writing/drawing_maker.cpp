@@ -277,11 +277,11 @@ bool CDibujoHecho::SePuedeCambiar() const
         falta = "sus topologías están fuera de fecha"_ansi;
     if (falta.IsEmpty())
         return true;
-    CString frase;
-    frase.Format("el dibujo %s no se puede cambiar: %s. Con la opción SUSTITUYE=SI se hace uno "
+    m_modo.noticias->Falla(
+        "dibujos que no se pueden cambiar",
+        Formatea("el dibujo %s no se puede cambiar: %s. Con la opción SUSTITUYE=SI se hace uno "
                  "nuevo"_ansi,
-                 m_pedido.nombre, falta);
-    m_modo.noticias->Falla("dibujos que no se pueden cambiar", frase);
+                 m_pedido.nombre, falta));
     return false;
 }
 
@@ -294,12 +294,8 @@ bool CDibujoHecho::Revisa() const
     poligono.polig = LeeEntero(m_pedido.nombre);
     CRevisados revisados;
     for (const auto& [clase, hechos] : m_registros) {
-        CTopologiaDibujada& topologia = clase == ClaseTopologia::Parcelas ? poligono.parcelas
-                                        : clase == ClaseTopologia::Subparcelas
-                                            ? poligono.subparcelas
-                                            : poligono.poligonos;
         for (const CRegistroHecho& hecho : hechos) {
-            topologia.recintos.push_back(hecho.suyo.dibujado);
+            poligono.Topologia(clase).recintos.push_back(hecho.suyo.dibujado);
             revisados[clase].push_back(hecho.revisado);
         }
     }

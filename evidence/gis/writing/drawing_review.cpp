@@ -29,8 +29,8 @@ bool PermitePiezas(const CPoligonoDibujado& poligono, ClaseTopologia que,
         if (!recinto.EsDeParcela() || !ultima || !conNuevas.contains(ClaveDePieza(recinto)))
             continue;
         const double perdida = piezas.at(ClaveDePieza(recinto)).AreaPerdida();
-        CString frase;
-        frase.Format("%s del polígono %s está en %d recintos: la vuelta toma el último, de %.2lf "
+        const CString frase =
+            Formatea("%s del polígono %s está en %d recintos: la vuelta toma el último, de %.2lf "
                      "m2, y pierde %.2lf m2 de los otros"_ansi,
                      NombreDePieza(recinto, que), poligono.entrada, recinto.piezas,
                      recinto.areaRegistro, perdida);

@@ -24,17 +24,15 @@ std::optional<CString> CabeceraPorNumeros(const CPLStringList& opciones)
     constexpr int kMayorCodigo = 999;
     const char* ger = opciones.FetchNameValue(opcion::kGer);
     const char* mun = opciones.FetchNameValue(opcion::kMun);
-    CString cabecera;
     if (ger == nullptr || mun == nullptr)
-        return cabecera;
+        return CString();
     const int numeros[] = {std::atoi(ger), std::atoi(mun)};
     for (const int numero : numeros)
         if (numero < 0 || numero > kMayorCodigo) {
             Falla("GER y MUN van de 0 a 999");
             return std::nullopt;
         }
-    cabecera.Format("LISTA%03d%03d", numeros[0], numeros[1]);
-    return cabecera;
+    return Formatea("LISTA%03d%03d", numeros[0], numeros[1]);
 }
 
 /// Names of polygons' files by the polygons' numbers.

@@ -12,8 +12,6 @@ using vexageo::CTipoDat;
 
 namespace {
 
-constexpr int kCodigoMasLargo = 0xFFFF; // a drawing has two bytes for its length
-
 /// An entity of a kind; `CTexto` takes any.
 vexageo::CTexto<int> EntidadDe(CTipoDat::CTipoEntidad tipo, const CString& codigo, bool borrado)
 {
@@ -50,12 +48,8 @@ CString NombreDe(const OGRFeature& elemento, const CEntidadEntrante& suya)
 {
     CString nombre = suya.EsLinea() ? CString("la línea"_ansi)
                                     : "el rótulo \""_ansi + suya.entidad.Texto() + "\"";
-    CString resto;
-    if (!suya.de.entrada.IsEmpty())
-        resto.Format(" del polígono %s"_ansi, suya.de.entrada);
-    CString numero;
-    numero.Format(" (elemento %d)", static_cast<int>(elemento.GetFID()));
-    return nombre + resto + numero;
+    return nombre + suya.de.EnPalabras() +
+           Formatea(" (elemento %d)", static_cast<int>(elemento.GetFID()));
 }
 
 /// The pieces of a geometry that are of the kind; empty where one isn't.
@@ -85,19 +79,6 @@ std::vector<vexageo::CPunto<int>> PuntosDe(const OGRGeometry& pieza)
     return puntos;
 }
 
-/// Why the fields don't say enough; empty where they do.
-CString FaltaDe(const CEntidadEntrante& suya, const CCamposElemento& campos)
-{
-    if (!campos.Falta().IsEmpty())
-        return campos.Falta();
-    // Of the sheets' drawing there is no polygon, but there is a place in it.
-    if (suya.de.entrada.IsEmpty() && !suya.posicion)
-        return "no dice de qué polígono es: falta el campo poligono"_ansi;
-    if (suya.entidad.Tipo().Codigo().GetLength() > kCodigoMasLargo)
-        return "el código es demasiado largo"_ansi;
-    return {};
-}
-
 } // namespace
 
 std::optional<ClaseEntidad> ClaseDeEntidad(const std::string& nombre)
@@ -115,7 +96,10 @@ bool TomaEntidad(ClaseEntidad clase, const OGRFeature& elemento,
     CEntidadEntrante suya;
     LeeCampos(clase, campos, suya);
     suya.nombre = NombreDe(elemento, suya);
-    CString falta = FaltaDe(suya, campos);
+    // Of the sheets' drawing there is no polygon, but there is a place in it.
+    CString falta = campos.FaltaDe(suya.de, suya.posicion.has_value());
+    if (falta.IsEmpty() && suya.entidad.Tipo().Codigo().GetLength() > kCodigoMasLargo)
+        falta = "el código es demasiado largo"_ansi;
     const OGRGeometry* geometria = elemento.GetGeometryRef();
     if (falta.IsEmpty() && geometria != nullptr)
         falta = MotivoDeLugar(*geometria);

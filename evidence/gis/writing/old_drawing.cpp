@@ -120,10 +120,9 @@ void CDibujoAntes::LeeTopologia(CFile& bin, ClaseTopologia clase)
 CString CDibujoAntes::FaltaDe(ClaseTopologia clase) const
 {
     const auto suya = m_topologias.find(clase);
-    CString falta;
-    if (suya != m_topologias.end() && suya->second.cortada)
-        falta.Format("su .%s está dañado"_ansi, ExtensionDe(clase));
-    return falta;
+    return suya != m_topologias.end() && suya->second.cortada
+               ? Formatea("su .%s está dañado"_ansi, ExtensionDe(clase))
+               : std::string();
 }
 
 const std::vector<CDibujoAntes::CRegistro>& CDibujoAntes::Registros(ClaseTopologia clase) const

@@ -18,7 +18,6 @@
 
 namespace {
 
-constexpr int kCodigoMasLargo = 0xFFFF; // a drawing has two bytes for its length
 constexpr double kMayorCoordenada = EnMetros(std::numeric_limits<int>::max());
 
 // By what the outlines are: their layer, the code of their labels, and what a person calls one.
@@ -32,10 +31,7 @@ constexpr const char* kNombres[] = {"la parcela", "la subparcela", "el polígono
 
 CString EnTexto(const std::optional<int>& numero)
 {
-    CString texto;
-    if (numero)
-        texto.Format("%d", *numero);
-    return texto;
+    return numero ? std::to_string(*numero) : std::string();
 }
 
 /// The digits that a subparcel's label has in front of its letter; none where it has no number
@@ -73,10 +69,8 @@ std::optional<CString> RotuloPorNumeros(const CRecintoEntrante& recinto,
 CString ContradiccionDe(const CRecintoEntrante& recinto)
 {
     const CString& rotulo = *recinto.rotulo;
-    const auto frase = [&](const char* campo, const CString& dice) {
-        CString texto;
-        texto.Format("su campo %s dice %s y su rótulo dice \"%s\""_ansi, campo, dice, rotulo);
-        return texto;
+    const auto frase = [&](const char* campo, const CString& dice) -> CString {
+        return Formatea("su campo %s dice %s y su rótulo dice \"%s\""_ansi, campo, dice, rotulo);
     };
     const bool dicha = recinto.clase == ClaseTopologia::Parcelas ? recinto.parcela.has_value()
                                                                  : recinto.letra.has_value();
@@ -121,23 +115,19 @@ void PonRotulo(const std::optional<CString>& hoja, bool hayCampo, CRecintoEntran
 
 CString NombreDe(ClaseTopologia clase, const OGRFeature& elemento, const CRecintoEntrante& recinto)
 {
-    CString sitio;
-    if (!recinto.de.entrada.IsEmpty() && clase != ClaseTopologia::Poligonos)
-        sitio.Format(" del polígono %s"_ansi, recinto.de.entrada);
-    CString nombre;
-    nombre.Format("%s %s%s (elemento %d)", kNombres[static_cast<std::size_t>(clase)],
-                  recinto.rotulo.value_or("sin rótulo"_ansi), sitio,
-                  static_cast<int>(elemento.GetFID()));
-    return nombre;
+    const bool dePoligono = clase == ClaseTopologia::Poligonos;
+    return Formatea("%s %s%s (elemento %d)", kNombres[static_cast<std::size_t>(clase)],
+                    recinto.rotulo.value_or("sin rótulo"_ansi),
+                    dePoligono ? CString() : recinto.de.EnPalabras(),
+                    static_cast<int>(elemento.GetFID()));
 }
 
 /// Why the fields of an outline make no label or name no polygon; empty where they do.
 CString FaltaDe(const CRecintoEntrante& recinto, const CCamposElemento& campos)
 {
-    if (!campos.Falta().IsEmpty())
-        return campos.Falta();
-    if (recinto.clase != ClaseTopologia::Hojas && recinto.de.entrada.IsEmpty())
-        return "no dice de qué polígono es: falta el campo poligono"_ansi;
+    if (CString falta = campos.FaltaDe(recinto.de, recinto.clase == ClaseTopologia::Hojas);
+        !falta.IsEmpty())
+        return falta;
     if (!recinto.rotulo && !campos.Hay(capa::kRotulo))
         return "no dice qué rótulo lleva: faltan los campos rotulo, parcela o letra"_ansi;
     if (recinto.parcela.value_or(0) < 0 || recinto.de.poligono.value_or(0) < 0)
@@ -279,12 +269,11 @@ CString MotivoDeReferencia(const OGRSpatialReference* referencia)
         return kEnGrados;
     const char* unidad = nullptr;
     const double metros = referencia->GetLinearUnits(&unidad);
-    CString motivo;
     // Where the unit isn't known its size is none.
     if (metros > 0 && std::fabs(metros - 1) > kIgual)
-        motivo.Format("está en %s y no en metros: reproyecte antes (-t_srs)"_ansi,
-                      AnsiParaDecir(unidad == nullptr ? "otra unidad" : unidad));
-    return motivo;
+        return Formatea("está en %s y no en metros: reproyecte antes (-t_srs)"_ansi,
+                        AnsiParaDecir(unidad == nullptr ? "otra unidad" : unidad));
+    return {};
 }
 
 CString MotivoDeLugar(const OGRGeometry& geometria)
@@ -310,8 +299,8 @@ bool TomaElemento(ClaseTopologia clase, const OGRFeature& elemento, double toler
     const OGRGeometry* geometria = elemento.GetGeometryRef();
     const bool hayArcos = geometria != nullptr && geometria->hasCurveGeometry(TRUE) != 0;
     if (hayArcos && tolerancia <= 0) {
-        motivo.Format("%s tiene arcos: hace falta la opción TOLERANCIA_ARCOS, en metros"_ansi,
-                      recinto.nombre);
+        motivo =
+            recinto.nombre + " tiene arcos: hace falta la opción TOLERANCIA_ARCOS, en metros"_ansi;
         return false;
     }
     if (geometria != nullptr && geometria->hasCurveGeometry(FALSE) != 0) {
@@ -319,7 +308,7 @@ bool TomaElemento(ClaseTopologia clase, const OGRFeature& elemento, double toler
         geometria = sinArcos.get();
     }
     if (const CString porque = MotivoDe(geometria); !porque.IsEmpty()) {
-        motivo.Format("%s: %s", recinto.nombre, porque);
+        motivo = recinto.nombre + ": " + porque;
         return false;
     }
     recinto.defecto = DefectoDe(geometria);

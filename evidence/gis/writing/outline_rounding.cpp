@@ -136,8 +136,8 @@ void CRedondeo::RodeaParcelas()
     CRecintoEntrante recinto;
     recinto.clase = ClaseTopologia::Poligonos;
     const int polig = LeeEntero(m_pedido.nombre);
-    recinto.rotulo.emplace().Format("%d", polig);
-    recinto.nombre.Format("el polígono %d"_ansi, polig);
+    recinto.rotulo = std::to_string(polig);
+    recinto.nombre = Formatea("el polígono %d"_ansi, polig);
     for (std::vector<CAnillo>& anillos : Alrededor(parcelas))
         m_redondos.push_back({recinto, {}, std::move(anillos)});
 }

@@ -103,21 +103,21 @@ void AvisaSolapes(const CTopologiaDibujada& topologia, ClaseTopologia que,
             if (solape.Area() <= kMasDeUnMetro)
                 continue;
             const OGRPoint donde = solape.Donde();
-            CString frase;
-            frase.Format("se solapan %s y %s del polígono %s: %.2lf m2 en %.2lf %.2lf"_ansi,
+            noticias.Advierte(
+                "solapes de más de 1 m2"_ansi,
+                Formatea("se solapan %s y %s del polígono %s: %.2lf m2 en %.2lf %.2lf"_ansi,
                          Nombre(*otro->recinto, que), Nombre(*uno.recinto, que), entrada,
-                         solape.Area(), donde.getX(), donde.getY());
-            noticias.Advierte("solapes de más de 1 m2"_ansi, frase, solape.Area());
+                         solape.Area(), donde.getX(), donde.getY()),
+                solape.Area());
         }
         abiertos.push_back(&uno);
     }
     if (total < kSeVe)
         return;
     const bool deParcelas = que == ClaseTopologia::Parcelas;
-    CString frase;
-    frase.Format("%d solapes de %s en el polígono %s: %.2lf m2 en total"_ansi, cuantos,
-                 deParcelas ? "parcelas" : "subparcelas", entrada, total);
     noticias.Advierte(deParcelas ? "polígonos con solapes de parcelas"_ansi
                                  : "polígonos con solapes de subparcelas"_ansi,
-                      frase, total);
+                      Formatea("%d solapes de %s en el polígono %s: %.2lf m2 en total"_ansi,
+                               cuantos, deParcelas ? "parcelas" : "subparcelas", entrada, total),
+                      total);
 }

@@ -117,11 +117,8 @@ void CSoloLeidos::Avisa(const CString& lista) const
             cambiados = Cambiados(*datos);
     }
     CString nombres;
-    for (const auto& [campo, veces] : cambiados) {
-        CString nombre;
-        nombre.Format("%s (%d)", campo.c_str(), veces);
-        nombres += (nombres.IsEmpty() ? "" : ", ") + nombre;
-    }
+    for (const auto& [campo, veces] : cambiados)
+        nombres += (nombres.IsEmpty() ? "" : ", ") + Formatea("%s (%d)", campo, veces);
     if (!nombres.IsEmpty())
         Advierte("Sin efecto, porque estos campos sólo se leen; elementos que los cambian: "_ansi +
                  nombres);

@@ -86,7 +86,19 @@ int CCamposElemento::Puesto(const char* nombre) const
 void CCamposElemento::Anota(const char* forma, const char* campo, const char* utf8)
 {
     if (m_falta.IsEmpty())
-        m_falta.Format(forma, campo, AnsiParaDecir(utf8));
+        m_falta = Formatea(forma, campo, AnsiParaDecir(utf8));
+}
+
+CString CCamposElemento::FaltaDe(const CDePoligono& de, bool sinPoligono) const
+{
+    return m_falta.IsEmpty() && !sinPoligono && de.entrada.IsEmpty()
+               ? "no dice de qué polígono es: falta el campo poligono"_ansi
+               : m_falta;
+}
+
+CString CDePoligono::EnPalabras() const
+{
+    return entrada.IsEmpty() ? entrada : " del polígono "_ansi + entrada;
 }
 
 std::optional<CString> CCamposElemento::Texto(const char* nombre)
@@ -139,9 +151,7 @@ std::optional<bool> CCamposElemento::SiNo(const char* nombre)
 
 CString EntradaUsual(int poligono)
 {
-    CString entrada;
-    entrada.Format("%03d", poligono);
-    return entrada;
+    return Formatea("%03d", poligono);
 }
 
 CDePoligono LeeDePoligono(CCamposElemento& campos)

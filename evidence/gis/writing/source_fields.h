@@ -6,6 +6,16 @@
 
 #include "platform/cstring.h"
 
+/// The polygon's files that two fields name: `entrada`, else the usual name by the number.
+struct CDePoligono {
+    /// " del polígono 003", empty for none.
+    CString EnPalabras() const;
+
+    CString entrada; ///< empty where neither field is set
+    std::optional<int> poligono;
+    bool nombrada = false; ///< by `entrada` itself
+};
+
 /// The fields of a feature, by the names that drawings are read with. What a drawing couldn't hold
 /// as it stands there is kept as a fault, and reads as not there.
 class CCamposElemento {
@@ -18,8 +28,9 @@ public:
     std::optional<double> Real(const char* nombre) const;
     std::optional<bool> SiNo(const char* nombre);
 
-    /// The first fault, in words; empty for none.
-    const CString& Falta() const { return m_falta; }
+    /// The first fault, in words, or that they name no polygon; empty for nothing.
+    /// \param sinPoligono  they need name none
+    CString FaltaDe(const CDePoligono& de, bool sinPoligono) const;
 
 private:
     int Puesto(const char* nombre) const;
@@ -38,13 +49,9 @@ CString AnsiParaDecir(const char* utf8);
 /// they come back in the code page.
 bool SeVenIgual(const CString& a, const CString& b);
 
+inline constexpr int kCodigoMasLargo = 0xFFFF; ///< a drawing has two bytes for its length
+
 /// Base name of a polygon's files by its number, "003".
 CString EntradaUsual(int poligono);
 
-/// The polygon's files that two fields name: `entrada`, else the usual name by the number.
-struct CDePoligono {
-    CString entrada; ///< empty where neither field is set
-    std::optional<int> poligono;
-    bool nombrada = false; ///< by `entrada` itself
-};
 CDePoligono LeeDePoligono(CCamposElemento& campos);

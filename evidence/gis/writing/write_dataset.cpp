@@ -106,11 +106,10 @@ OGRLayer* CMunicipioNuevo::CreaCapa(const char* nombre, const OGRSpatialReferenc
             Advierte("La capa mensajes no se escribe: sale del fichero de errores"_ansi);
             deja = true;
         } else if (!clase && !entidad) {
-            CString motivo;
-            motivo.Format("De la capa %s no se hace un dibujo; las hay de parcelas, subparcelas, "
-                          "poligonos, hojas, rotulos y lineas (se nombra con -nln)"_ansi,
-                          AnsiParaDecir(nombre));
-            deja = RechazaCapa(motivo);
+            deja = RechazaCapa(
+                Formatea("De la capa %s no se hace un dibujo; las hay de parcelas, subparcelas, "
+                         "poligonos, hojas, rotulos y lineas (se nombra con -nln)"_ansi,
+                         AnsiParaDecir(nombre)));
         } else if (const CString motivo = MotivoDeReferencia(referencia); !motivo.IsEmpty()) {
             deja = RechazaCapa("La capa " + AnsiParaDecir(nombre) + " " + motivo);
         } else {
@@ -340,8 +339,8 @@ bool CMunicipioNuevo::Graba(const CString& base, const CDibujoAntes* antes, CPed
 
 void CMunicipioNuevo::CuentaCambios(const CString& nombre, const CCambiosDibujo& cambios)
 {
-    CString frase;
-    frase.Format("%s: %d recintos nuevos, %d cambiados, %d quitados y %d como estaban"_ansi, nombre,
+    const std::string frase =
+        Formatea("%s: %d recintos nuevos, %d cambiados, %d quitados y %d como estaban"_ansi, nombre,
                  cambios.nuevos, cambios.cambiados, cambios.quitados, cambios.iguales);
     if (m_simula && cambios.nuevos + cambios.cambiados + cambios.quitados > 0)
         m_noticias.Advierte("dibujos que cambiarían"_ansi, frase);
