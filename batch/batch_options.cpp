@@ -1,19 +1,16 @@
 #include "batch/batch_options.h"
 
-#include <charconv>
-
 #include "batch/batch_texts.h"
 #include "batch/job_table.h"
+#include "platform/plain_texts.h"
 
 namespace lote {
 namespace {
 
 int Procesos(const std::string& texto)
 {
-    int valor = 0;
-    const char* const fin = texto.data() + texto.size();
-    const auto leido = std::from_chars(texto.data(), fin, valor);
-    if (leido.ec != std::errc() || leido.ptr != fin || valor < 1)
+    const int valor = NumeroDe<int>(texto).value_or(0);
+    if (valor < 1)
         throw CLineaMala(Formatea(textos::kNoEsNumero, texto));
     return valor;
 }

@@ -2,11 +2,11 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <charconv>
 #include <optional>
 
 #include "batch/batch_texts.h"
 #include "platform/files/cstdio_file.h"
+#include "platform/plain_texts.h"
 
 namespace lote {
 namespace {
@@ -22,11 +22,12 @@ std::string Numeros(const CHecho& hecho)
 template <class T>
 bool Toma(std::string_view& quedan, T& valor)
 {
-    const auto leido = std::from_chars(quedan.data(), quedan.data() + quedan.size(), valor);
-    const auto largo = static_cast<std::size_t>(leido.ptr - quedan.data());
-    if (leido.ec != std::errc() || largo == quedan.size() || quedan[largo] != '\t')
+    const std::size_t fin = quedan.find('\t');
+    const auto numero = NumeroDe<T>(quedan.substr(0, fin));
+    if (fin == std::string_view::npos || !numero)
         return false;
-    quedan.remove_prefix(largo + 1);
+    valor = *numero;
+    quedan.remove_prefix(fin + 1);
     return true;
 }
 

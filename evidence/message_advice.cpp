@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "evidence/messages_page.h"
-#include "evidence/texts.h"
+#include "platform/plain_texts.h"
 
 // The page has a section for each message, with a paragraph each for cause and remedy.
 

@@ -1,7 +1,7 @@
 #include "evidence/paths.h"
 
-#include "evidence/texts.h"
 #include "platform/files/system_files.h"
+#include "platform/plain_texts.h"
 
 CCadena ConExtension(const CString& nombre, const char* extension)
 {

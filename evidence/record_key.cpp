@@ -4,7 +4,7 @@
 
 #include "cadastre/holder.h"
 #include "cadastre/module_place.h"
-#include "evidence/texts.h"
+#include "platform/plain_texts.h"
 
 namespace {
 

@@ -1,6 +1,5 @@
 #include "platform/cwinapp.h"
 
-#include <charconv>
 #include <cstdlib>
 #include <exception>
 #include <new>
@@ -10,6 +9,7 @@
 #include "platform/files/system_files.h"
 #include "platform/html_help.h"
 #include "platform/layer_texts.h"
+#include "platform/plain_texts.h"
 #include "platform/system.h"
 #include "platform/window_messages.h"
 
@@ -144,12 +144,8 @@ int CWinApp::NumeroGuardado(const CString& guardado, int defecto)
 {
     // A person may have written a note behind it.
     const std::string_view conNota = guardado;
-    std::string_view texto = conNota.substr(0, conNota.find_first_of(";#"));
-    texto = texto.substr(0, texto.find_last_not_of(' ') + 1);
-    const char* const fin = texto.data() + texto.size();
-    int valor = 0;
-    const auto [hasta, error] = std::from_chars(texto.data(), fin, valor);
-    return error == std::errc() && hasta == fin ? valor : defecto;
+    const std::string_view texto = conNota.substr(0, conNota.find_first_of(";#"));
+    return NumeroDe<int>(texto.substr(0, texto.find_last_not_of(' ') + 1)).value_or(defecto);
 }
 
 CString CWinApp::GetProfileString(const CString& seccion, const CString& clave,

@@ -4,12 +4,12 @@
 #include <charconv>
 
 #include "platform/front_end.h"
+#include "platform/plain_texts.h"
 
 namespace {
 
 constexpr std::string_view kCorteTemas = "::";
 constexpr std::string_view kMarcaTema = ".topic ";
-constexpr std::string_view kBlancos = " \t\r\n";
 
 /// The topic that a line opens, 0 for any other line.
 UINT TemaDe(std::string_view linea)
@@ -20,14 +20,6 @@ UINT TemaDe(std::string_view linea)
         std::from_chars(linea.data(), linea.data() + linea.size(), id);
     }
     return id;
-}
-
-std::string_view SinBordes(std::string_view texto)
-{
-    const std::size_t desde = texto.find_first_not_of(kBlancos);
-    if (desde == std::string_view::npos)
-        return {};
-    return texto.substr(desde, texto.find_last_not_of(kBlancos) + 1 - desde);
 }
 
 } // namespace
@@ -63,11 +55,11 @@ std::string_view TextoDeTema(std::string_view textos, UINT id)
         const std::size_t fin = std::min(textos.find('\n', i), textos.size() - 1) + 1;
         if (const UINT tema = TemaDe(textos.substr(i, fin - i)); tema != 0) {
             if (desde != std::string_view::npos)
-                return SinBordes(textos.substr(desde, i - desde));
+                return SinBlancos(textos.substr(desde, i - desde));
             if (tema == id)
                 desde = fin;
         }
         i = fin;
     }
-    return desde != std::string_view::npos ? SinBordes(textos.substr(desde)) : std::string_view();
+    return SinBlancos(textos.substr(std::min(desde, textos.size())));
 }

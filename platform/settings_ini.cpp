@@ -8,6 +8,7 @@
 #include "platform/files/set_healing.h"
 #include "platform/files/short_wait.h"
 #include "platform/files/system_files.h"
+#include "platform/plain_texts.h"
 #include "platform/system.h"
 
 namespace {
@@ -21,24 +22,15 @@ struct CPosicion {
     bool haySeccion;
 };
 
-std::string_view SinBlancos(std::string_view texto)
-{
-    const std::size_t desde = std::min(texto.find_first_not_of(kBlancos), texto.size());
-    texto.remove_prefix(desde);
-    return texto.substr(0, texto.find_last_not_of(kBlancos) + 1);
-}
-
 bool EsIgual(std::string_view uno, std::string_view otro)
 {
-    const auto pequeña = [](char c) { return c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c; };
-    return std::equal(uno.begin(), uno.end(), otro.begin(), otro.end(),
-                      [&](char a, char b) { return pequeña(a) == pequeña(b); });
+    return EnMayusculas(std::string(SinBlancos(uno, kBlancos))) == EnMayusculas(std::string(otro));
 }
 
 /// A value as it stands in a line, and back.
 CString DeLinea(std::string_view texto)
 {
-    texto = SinBlancos(texto);
+    texto = SinBlancos(texto, kBlancos);
     if (texto.size() >= 2 && texto.front() == '"' && texto.back() == '"')
         texto = texto.substr(1, texto.size() - 2);
     return texto;
@@ -71,16 +63,14 @@ CPosicion Busca(const std::vector<CString>& lineas, const CString& seccion, cons
     CPosicion posicion{lineas.size(), false, false};
     bool dentro = false;
     for (std::size_t i = 0; i < lineas.size(); ++i) {
-        const std::string_view linea = SinBlancos(lineas[i]);
+        const std::string_view linea = SinBlancos(lineas[i], kBlancos);
         if (linea.starts_with('[')) {
             if (dentro)
                 break;
             const std::size_t fin = linea.find(']');
-            dentro = fin != std::string_view::npos &&
-                     EsIgual(SinBlancos(linea.substr(1, fin - 1)), seccion);
-        } else if (const auto igual = linea.find('=');
-                   dentro && igual != std::string_view::npos &&
-                   EsIgual(SinBlancos(linea.substr(0, igual)), clave)) {
+            dentro = fin != std::string_view::npos && EsIgual(linea.substr(1, fin - 1), seccion);
+        } else if (const auto igual = linea.find('='); dentro && igual != std::string_view::npos &&
+                                                       EsIgual(linea.substr(0, igual), clave)) {
             return {i, true, true};
         }
         if (dentro) {
@@ -178,15 +168,14 @@ std::vector<std::optional<CString>> CAlmacenAjustes::Lee(const CString& seccion,
 
 void CAlmacenAjustes::Escribe(std::span<const CAjuste> ajustes)
 {
-    const auto cortada = std::find_if(ajustes.begin(), ajustes.end(), [](const CAjuste& ajuste) {
+    const auto cortada = std::ranges::find_if(ajustes, [](const CAjuste& ajuste) {
         return std::string_view(ajuste.valor).find_first_of("\r\n") != std::string_view::npos;
     });
     if (cortada != ajustes.end()) // a line can't hold it
         throw CFileException(m_lugar, std::make_error_code(std::errc::invalid_argument));
     sistema::Error error;
     sistema::CreaCarpetas(std::filesystem::path(m_lugar).parent_path(), error);
-    if (error)
-        throw CFileException(m_lugar, error);
+    CFileException::Exige(error, m_lugar);
     SanaConjuntos({m_lugar});
     CStdioFile salida;
     AbreCerrado(salida, m_lugar);

@@ -1,7 +1,6 @@
 #include "platform/settings.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cstring>
 #include <ranges>
 #include <vector>
@@ -10,6 +9,7 @@
 
 #include "platform/files/cfile.h"
 #include "platform/files/system_files.h"
+#include "platform/plain_texts.h"
 
 namespace {
 
@@ -83,11 +83,8 @@ CValor DeBytes(DWORD tipo, const void* bytes, std::size_t largo)
 
 CValor DeAjuste(const CAjuste& ajuste)
 {
-    const std::string_view texto = ajuste.valor;
-    std::int32_t numero = 0;
-    const auto leido = std::from_chars(texto.data(), texto.data() + texto.size(), numero);
-    if (ajuste.esNumero && leido.ec == std::errc() && leido.ptr == texto.data() + texto.size())
-        return DeBytes(REG_DWORD, &numero, sizeof numero);
+    if (const auto numero = NumeroDe<std::int32_t>(ajuste.valor); ajuste.esNumero && numero)
+        return DeBytes(REG_DWORD, &*numero, sizeof *numero);
     const std::wstring ancho = Ancho(ajuste.valor);
     return DeBytes(REG_SZ, ancho.c_str(), (ancho.size() + 1) * sizeof(wchar_t));
 }

@@ -5,9 +5,9 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "evidence/texts.h"
 #include "platform/ansi.h"
 #include "platform/format.h"
+#include "platform/plain_texts.h"
 
 namespace informe {
 namespace {

@@ -9,9 +9,9 @@
 #include "cadastre/messages.h"
 #include "evidence/drawn_polygon.h"
 #include "evidence/paths.h"
-#include "evidence/texts.h"
 #include "platform/child_processes.h"
 #include "platform/files/any_case_name.h"
+#include "platform/plain_texts.h"
 #include "platform/settings.h"
 #include "platform/system.h"
 
