@@ -238,7 +238,7 @@ void CReemplazo::Conserva() noexcept
         const Ruta ruta = lado::De(m_destino, std::string(lado::kAnterior) + numero);
         sistema::Enlaza(m_antes, ruta, error);
         if (error && error != std::errc::file_exists) // a file system without second names
-            CopiaAUnoNuevo(m_antes, ruta, error);
+            CopiaFichero(m_antes, ruta, sistema::Modo::Crear, error);
         if (!error)
             m_conservado = ruta;
         else if (error != std::errc::file_exists)

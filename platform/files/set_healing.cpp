@@ -137,13 +137,13 @@ void Anota(std::vector<CCarpeta>& carpetas, const CString& nombre)
         return; // whoever opens it will be told
     const Ruta ruta = CarpetaDe(destino);
     const auto conRuta = [&](const CCarpeta& c) { return c.ruta == ruta; };
-    auto carpeta = std::find_if(carpetas.begin(), carpetas.end(), conRuta);
+    auto carpeta = std::ranges::find_if(carpetas, conRuta);
     if (carpeta == carpetas.end()) {
         const CEstado estado = sistema::Mira(ruta, error);
         if (error && !CFileException::EsCorriente(error))
             throw CFileException(sistema::Nombre(sistema::EnteraSinPuntos(ruta)), error, true);
-        carpeta = std::find_if(carpetas.begin(), carpetas.end(),
-                               [&](const CCarpeta& c) { return c.estado.EsElMismo(estado); });
+        carpeta = std::ranges::find_if(
+            carpetas, [&](const CCarpeta& c) { return c.estado.EsElMismo(estado); });
         if (carpeta == carpetas.end())
             carpeta = carpetas.insert(carpetas.end(), {ruta, estado, {}, {}});
     }
@@ -262,7 +262,8 @@ void CSanador::Devuelve(const CEntradaDiario& entrada, std::string_view marca,
         if (deAhora.nombres != 1 && !sistema::EsMio(diario.Estado()))
             error = std::make_error_code(std::errc::permission_denied);
         else
-            CopiaDentro(antes, destino, error); // the copy goes when the diary has gone
+            // The copy goes when the diary has gone.
+            CopiaFichero(antes, destino, sistema::Modo::Cambiar, error);
     } else if (deAntes.tipo != Tipo::NoHay) {
         if (!deAntes.EsElMismo(deAhora))
             sistema::Renombra(antes, destino, error);
@@ -302,10 +303,10 @@ const CSuyo* CSanador::Afectado(const Ruta& nombre, const CDiarioLeido& leido) c
             return sistema::SonElMismoNombre(entrada.destino.filename(), suyo.fichero) &&
                    EsDeAqui(entrada.destino);
         };
-        return std::any_of(leido.entradas.begin(), leido.entradas.end(), leNombra) ||
-               std::count(m_carpeta.nombres.begin(), m_carpeta.nombres.end(), antes) != 0;
+        return std::ranges::any_of(leido.entradas, leNombra) ||
+               std::ranges::count(m_carpeta.nombres, antes) != 0;
     };
-    const auto suyo = std::find_if(m_carpeta.suyos.begin(), m_carpeta.suyos.end(), esDe);
+    const auto suyo = std::ranges::find_if(m_carpeta.suyos, esDe);
     return suyo != m_carpeta.suyos.end() ? &*suyo : nullptr;
 }
 
