@@ -11,8 +11,7 @@ void PonNombreAccesible(wxWindow& widget, const wxString& nombre);
 /// before there is any.
 void TomaNombreDelMenu(const char* entrada);
 
-/// SHA-256 of a file in hexadecimal digits; empty where it can't be read or the system has no such
-/// sum.
+/// SHA-256 of a file in hexadecimal digits; empty where it can't be read.
 wxString SumaDe(const wxString& fichero);
 
 /// Has the toolkit speak the language of the environment, where the system has it. Numbers keep
