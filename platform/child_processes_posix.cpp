@@ -43,8 +43,7 @@ std::vector<std::string> Entorno(const std::vector<std::pair<std::string, std::s
     for (char** variable = environ; *variable != nullptr; ++variable) {
         const std::string_view texto = *variable;
         const std::string_view nombre = texto.substr(0, texto.find('='));
-        if (std::none_of(suyas.begin(), suyas.end(),
-                         [&](const auto& suya) { return suya.first == nombre; }))
+        if (std::ranges::none_of(suyas, [&](const auto& suya) { return suya.first == nombre; }))
             variables.emplace_back(texto);
     }
     for (const auto& [nombre, valor] : suyas)

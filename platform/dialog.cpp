@@ -14,7 +14,7 @@ std::vector<CControl*> GrupoDe(std::deque<CControl>& controles, const CControl& 
     std::vector<CControl*> grupo;
     bool hallado = false;
     for (CControl& control : controles) {
-        if (control.Plantilla().clase != ClaseControl::Radio)
+        if (control.Clase() != ClaseControl::Radio)
             continue;
         if (control.Plantilla().abreGrupo) {
             if (hallado)
@@ -34,10 +34,30 @@ bool TieneLeyenda(ClaseControl clase)
            clase == ClaseControl::Progreso;
 }
 
+/// The caption without the mark of its mnemonic.
+CString SinMarca(const CControl& control)
+{
+    CString leyenda = control.GetWindowText();
+    leyenda.Replace("&", "");
+    return leyenda;
+}
+
 bool Rodea(const CPlantillaControl& grupo, const CPlantillaControl& control)
 {
     return grupo.clase == ClaseControl::Grupo && control.x >= grupo.x && control.y >= grupo.y &&
            control.x < grupo.x + grupo.ancho && control.y < grupo.y + grupo.alto;
+}
+
+template <auto Lee, auto Pon>
+void Intercambia(const CDataExchange& dx, UINT id, auto& valor)
+{
+    CControl* control = dx.m_pDlg->GetDlgItem(id);
+    if (control == nullptr)
+        return;
+    if (dx.m_bSaveAndValidate)
+        valor = (control->*Lee)();
+    else
+        (control->*Pon)(valor);
 }
 
 } // namespace
@@ -52,29 +72,24 @@ CControl::CControl(CDialog& dialogo, const CPlantillaControl& plantilla)
 {
 }
 
-void CControl::Cambiado()
-{
-    m_dialogo->Refleja(*this);
-}
-
 void CControl::SetWindowText(const CString& texto)
 {
     if (texto == m_texto)
         return;
     m_texto = texto;
-    Cambiado();
+    m_dialogo->Refleja(*this);
 }
 
 void CControl::EnableWindow(bool activo)
 {
     m_activo = activo;
-    Cambiado();
+    m_dialogo->Refleja(*this);
 }
 
 void CControl::SetCheck(int marca)
 {
     m_marca = marca != 0 ? 1 : 0;
-    Cambiado();
+    m_dialogo->Refleja(*this);
 }
 
 void CControl::SetCurSel(int seleccion)
@@ -82,7 +97,7 @@ void CControl::SetCurSel(int seleccion)
     const bool hay =
         seleccion >= 0 && static_cast<std::size_t>(seleccion) < m_plantilla->elementos.size();
     m_seleccion = hay ? seleccion : -1;
-    Cambiado();
+    m_dialogo->Refleja(*this);
 }
 
 LRESULT CControl::SendMessage(UINT mensaje, WPARAM wParam, LPARAM /*lParam*/)
@@ -92,7 +107,7 @@ LRESULT CControl::SendMessage(UINT mensaje, WPARAM wParam, LPARAM /*lParam*/)
     const int antes = m_posicion;
     m_posicion = std::clamp(static_cast<int>(wParam), 0, 100);
     if (m_posicion != antes || m_posicion == 0) // a bar set to 0 begins anew
-        Cambiado();
+        m_dialogo->Refleja(*this);
     return antes;
 }
 
@@ -156,8 +171,7 @@ void CDialog::UpdateData(bool guarda)
 
 CControl* CDialog::GetDlgItem(UINT id)
 {
-    const auto control = std::find_if(m_controles.begin(), m_controles.end(),
-                                      [id](const CControl& c) { return c.Id() == id; });
+    const auto control = std::ranges::find(m_controles, id, &CControl::Id);
     return control != m_controles.end() ? &*control : nullptr;
 }
 
@@ -165,7 +179,7 @@ void CDialog::Pulsa(CControl& control)
 {
     if (!control.IsWindowEnabled())
         return;
-    switch (control.Plantilla().clase) {
+    switch (control.Clase()) {
     case ClaseControl::Boton:
     case ClaseControl::BotonPorDefecto:
         SendMessage(WM_COMMAND, control.Id(), 0);
@@ -184,11 +198,7 @@ void CDialog::Pulsa(CControl& control)
 
 CString CDialog::NombreDe(const CControl& control) const
 {
-    CString leyenda;
-    if (TieneLeyenda(control.Plantilla().clase)) {
-        leyenda = control.GetWindowText();
-        leyenda.Replace("&", "");
-    }
+    const CString leyenda = TieneLeyenda(control.Clase()) ? SinMarca(control) : CString();
     const CControl* anterior = nullptr;
     CString grupo;
     bool delante = true; // of the control itself
@@ -209,11 +219,19 @@ CString CDialog::NombreDe(const CControl& control) const
     return anterior != nullptr && anterior->EsRotulo() ? anterior->GetWindowText() : grupo;
 }
 
+bool CDialog::SeLlamaComoSuLeyenda(const CControl& control) const
+{
+    using enum ClaseControl;
+    const ClaseControl clase = control.Clase();
+    if (clase == Edicion || clase == Lista || clase == Progreso)
+        return false;
+    const bool boton = clase == Boton || clase == BotonPorDefecto;
+    return !boton || NombreDe(control) == SinMarca(control);
+}
+
 const CControl* CDialog::Avance() const
 {
-    const auto barra = std::find_if(m_controles.begin(), m_controles.end(), [](const CControl& c) {
-        return c.Plantilla().clase == ClaseControl::Progreso;
-    });
+    const auto barra = std::ranges::find(m_controles, ClaseControl::Progreso, &CControl::Clase);
     return barra != m_controles.end() ? &*barra : nullptr;
 }
 
@@ -283,35 +301,17 @@ void DDX_Control(CDataExchange* dx, UINT id, CProgressCtrl& control)
 
 void DDX_Text(CDataExchange* dx, UINT id, CString& valor)
 {
-    CControl* control = dx->m_pDlg->GetDlgItem(id);
-    if (control == nullptr)
-        return;
-    if (dx->m_bSaveAndValidate)
-        valor = control->GetWindowText();
-    else
-        control->SetWindowText(valor);
+    Intercambia<&CControl::GetWindowText, &CControl::SetWindowText>(*dx, id, valor);
 }
 
 void DDX_Check(CDataExchange* dx, UINT id, int& valor)
 {
-    CControl* control = dx->m_pDlg->GetDlgItem(id);
-    if (control == nullptr)
-        return;
-    if (dx->m_bSaveAndValidate)
-        valor = control->GetCheck();
-    else
-        control->SetCheck(valor);
+    Intercambia<&CControl::GetCheck, &CControl::SetCheck>(*dx, id, valor);
 }
 
 void DDX_CBIndex(CDataExchange* dx, UINT id, int& valor)
 {
-    CControl* control = dx->m_pDlg->GetDlgItem(id);
-    if (control == nullptr)
-        return;
-    if (dx->m_bSaveAndValidate)
-        valor = control->GetCurSel();
-    else
-        control->SetCurSel(valor);
+    Intercambia<&CControl::GetCurSel, &CControl::SetCurSel>(*dx, id, valor);
 }
 
 void DDX_Radio(CDataExchange* dx, UINT id, int& valor)

@@ -26,11 +26,9 @@ public:
 
     UINT Id() const { return m_plantilla->id; }
     const CPlantillaControl& Plantilla() const { return *m_plantilla; }
+    ClaseControl Clase() const { return m_plantilla->clase; }
     /// Tells whether it is a label: it names what stands behind it, and is never asked for.
-    bool EsRotulo() const
-    {
-        return m_plantilla->clase == ClaseControl::Texto && m_plantilla->id == kSinId;
-    }
+    bool EsRotulo() const { return Clase() == ClaseControl::Texto && Id() == kSinId; }
 
     /// Text of an edit or a label, caption of everything else.
     const CString& GetWindowText() const { return m_texto; }
@@ -51,8 +49,6 @@ public:
     LRESULT SendMessage(UINT mensaje, WPARAM wParam, LPARAM lParam);
 
 private:
-    void Cambiado();
-
     CDialog* m_dialogo;
     const CPlantillaControl* m_plantilla;
     CString m_texto;
@@ -201,6 +197,8 @@ public:
     /// without the mnemonic's mark, else the label before it, else its group. A caption that
     /// several controls have is followed by the name of the control before it.
     CString NombreDe(const CControl& control) const;
+    /// Tells that what the control shows says that, or enough, to who only hears it.
+    bool SeLlamaComoSuLeyenda(const CControl& control) const;
 
     /// Tells whether what its button IDOK does can be tried first, by the program that makes
     /// reports.

@@ -7,7 +7,7 @@
 // The form of the program's resources. Their content is handed to the application at its start.
 
 struct CCadenaRecurso {
-    UINT numero;
+    UINT id;
     const char* texto; ///< code page 1252
 };
 
@@ -87,31 +87,26 @@ public:
     /// The text, or null for a number that isn't there.
     constexpr const char* Texto(UINT numero) const
     {
-        for (const CCadenaRecurso& cadena : m_cadenas)
-            if (cadena.numero == numero)
-                return cadena.texto;
-        return nullptr;
+        const CCadenaRecurso* const cadena = Busca(m_cadenas, numero);
+        return cadena != nullptr ? cadena->texto : nullptr;
     }
 
     /// The template, or null for an id that isn't there.
-    constexpr const CPlantillaDialogo* Dialogo(UINT id) const
-    {
-        for (const CPlantillaDialogo& dialogo : m_dialogos)
-            if (dialogo.id == id)
-                return &dialogo;
-        return nullptr;
-    }
+    constexpr const CPlantillaDialogo* Dialogo(UINT id) const { return Busca(m_dialogos, id); }
 
     /// The drawing, or null for an id that isn't there.
-    constexpr const CDibujoRecurso* Dibujo(UINT id) const
+    constexpr const CDibujoRecurso* Dibujo(UINT id) const { return Busca(m_dibujos, id); }
+
+private:
+    template <class T>
+    static constexpr const T* Busca(std::span<const T> todos, UINT id)
     {
-        for (const CDibujoRecurso& dibujo : m_dibujos)
-            if (dibujo.id == id)
-                return &dibujo;
+        for (const T& uno : todos)
+            if (uno.id == id)
+                return &uno;
         return nullptr;
     }
 
-private:
     std::span<const CCadenaRecurso> m_cadenas;
     std::span<const CPlantillaDialogo> m_dialogos;
     std::span<const CDibujoRecurso> m_dibujos;

@@ -31,9 +31,8 @@ void CFrontalVentanas::DiQueNoSeVeLaAyuda(const CString& fichero)
 
 CVentanaComun* CFrontalVentanas::VentanaDe(const CDialog& dialogo) const
 {
-    const auto esta =
-        std::find_if(m_ventanas.begin(), m_ventanas.end(),
-                     [&](const CVentanaComun* v) { return &v->Dialogo() == &dialogo; });
+    const auto esta = std::ranges::find(m_ventanas, &dialogo,
+                                        [](const CVentanaComun* v) { return &v->Dialogo(); });
     return esta != m_ventanas.end() ? *esta : nullptr;
 }
 

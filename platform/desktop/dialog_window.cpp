@@ -126,13 +126,8 @@ void CVentanaDialogo::CreaWidgets()
     for (CControl& control : Suyo().Controles()) {
         wxWindow* widget = Crea(control);
         m_widgets.emplace(&control, widget);
-        // What has a caption of its own that says enough is read as it stands.
-        const ClaseControl clase = control.Plantilla().clase;
-        const bool sinLeyenda = clase == Edicion || clase == Lista || clase == Progreso;
-        const bool boton = clase == Boton || clase == BotonPorDefecto;
-        const wxString nombre = AWx(Dialogo().NombreDe(control));
-        if (sinLeyenda || (boton && nombre != wxControl::RemoveMnemonics(widget->GetLabel())))
-            PonNombreAccesible(*widget, nombre);
+        if (!Dialogo().SeLlamaComoSuLeyenda(control))
+            PonNombreAccesible(*widget, AWx(Dialogo().NombreDe(control)));
     }
 }
 
@@ -304,8 +299,8 @@ void CVentanaDialogo::PonControl(const CControl& control)
 
 const CControl* CVentanaDialogo::ControlDe(const wxWindow* widget) const
 {
-    const auto par = std::find_if(m_widgets.begin(), m_widgets.end(),
-                                  [=](const auto& p) { return p.second == widget; });
+    const auto par =
+        std::ranges::find_if(m_widgets, [=](const auto& p) { return p.second == widget; });
     return par != m_widgets.end() ? par->first : nullptr;
 }
 

@@ -54,8 +54,8 @@ constexpr const char* kEntreColumnas = " : ";
 /// them.
 bool TieneColumnas(const wxArrayString& lineas)
 {
-    return std::count_if(lineas.begin(), lineas.end(),
-                         [](const wxString& linea) { return linea.Contains(kEntreColumnas); }) > 1;
+    return std::ranges::count_if(
+               lineas, [](const wxString& linea) { return linea.Contains(kEntreColumnas); }) > 1;
 }
 
 struct CBoton {

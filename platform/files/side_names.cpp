@@ -25,7 +25,7 @@ std::string Marca()
 {
     std::random_device azar;
     std::string marca(kLargoMarca, ' ');
-    std::generate(marca.begin(), marca.end(), [&] { return kDigitos[azar() % kDigitos.size()]; });
+    std::ranges::generate(marca, [&] { return kDigitos[azar() % kDigitos.size()]; });
     return marca;
 }
 

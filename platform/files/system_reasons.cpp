@@ -72,8 +72,8 @@ const char* RazonSinNombre(int numero)
 
 CString RazonDelSistema(const sistema::Error& error)
 {
-    const auto* const suya = std::find_if(std::begin(kRazones), std::end(kRazones),
-                                          [&](const auto& razon) { return error == razon.causa; });
+    const auto* const suya =
+        std::ranges::find_if(kRazones, [&](const auto& razon) { return error == razon.causa; });
     if (suya != std::end(kRazones))
         return suya->razon;
     const char* razon =

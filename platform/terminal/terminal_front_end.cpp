@@ -23,9 +23,8 @@ constexpr std::size_t kAnchoDesconocido = 80;
 
 std::size_t Columnas(std::string_view utf8)
 {
-    return static_cast<std::size_t>(std::count_if(utf8.begin(), utf8.end(), [](char c) {
-        return (static_cast<unsigned char>(c) & 0xC0U) != 0x80;
-    }));
+    return static_cast<std::size_t>(std::ranges::count_if(
+        utf8, [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80; }));
 }
 
 /// Opens a file to be read. One that a fault keeps from it is told in a box.
@@ -299,12 +298,12 @@ void CFrontalTerminal::Refleja(const CDialog& /*dialogo*/, const CControl& contr
 {
     if (!m_enProceso || !m_avanceVisible)
         return;
-    if (control.Plantilla().clase == ClaseControl::Progreso) {
+    if (control.Clase() == ClaseControl::Progreso) {
         m_porcentaje = control.GetPos();
         // A phase sets its text, then its bar; one that sends no ticks is drawn here or never.
         if (m_faseNueva)
             PintaAvance(Reloj::now());
-    } else if (control.Plantilla().clase == ClaseControl::Texto && control.Id() != kSinId) {
+    } else if (control.Clase() == ClaseControl::Texto && control.Id() != kSinId) {
         CString fase = control.GetWindowText();
         m_fase = ansi::AUtf8(fase.TrimRight());
         m_faseNueva = !m_fase.empty();

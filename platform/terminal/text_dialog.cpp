@@ -1,36 +1,14 @@
 #include "platform/terminal/text_dialog.h"
 
 #include <algorithm>
-#include <charconv>
-#include <optional>
 
 #include "platform/ansi.h"
 #include "platform/layer_texts.h"
+#include "platform/plain_texts.h"
 
 namespace {
 
 using enum ClaseControl;
-
-constexpr std::string_view kBlancos = " \t\r";
-
-std::string_view SinBlancos(std::string_view texto)
-{
-    const std::size_t desde = texto.find_first_not_of(kBlancos);
-    if (desde == std::string_view::npos)
-        return {};
-    return texto.substr(desde, texto.find_last_not_of(kBlancos) + 1 - desde);
-}
-
-/// The number that the whole text is.
-std::optional<UINT> Numero(std::string_view texto)
-{
-    UINT valor = 0;
-    const char* fin = texto.data() + texto.size();
-    const auto [hasta, error] = std::from_chars(texto.data(), fin, valor);
-    if (error != std::errc() || hasta != fin)
-        return {};
-    return valor;
-}
 
 template <class... T>
 CDialogoTexto::CRespuesta Queja(const char* forma, const T&... argumentos)
@@ -42,11 +20,10 @@ CDialogoTexto::CRespuesta Queja(const char* forma, const T&... argumentos)
 int BuscaElemento(const CPlantillaControl& lista, std::string_view valor)
 {
     const auto cuantos = lista.elementos.size();
-    if (const auto numero = Numero(valor); numero && *numero < cuantos)
+    if (const auto numero = NumeroDe<UINT>(valor); numero && *numero < cuantos)
         return static_cast<int>(*numero);
-    const auto elemento =
-        std::find_if(lista.elementos.begin(), lista.elementos.end(),
-                     [&](const char* texto) { return ansi::AUtf8(texto) == valor; });
+    const auto elemento = std::ranges::find_if(
+        lista.elementos, [&](const char* texto) { return ansi::AUtf8(texto) == valor; });
     return elemento != lista.elementos.end() ? static_cast<int>(elemento - lista.elementos.begin())
                                              : -1;
 }
@@ -75,7 +52,7 @@ std::string CDialogoTexto::Linea(const CControl& control) const
 {
     const std::string nombre = ansi::AUtf8(m_dialogo.NombreDe(control));
     const std::string valor = ansi::AUtf8(control.GetWindowText());
-    switch (control.Plantilla().clase) {
+    switch (control.Clase()) {
     case Boton:
     case BotonPorDefecto:
         return "<" + nombre + ">";
@@ -100,7 +77,7 @@ std::string CDialogoTexto::Pinta() const
     const std::deque<CControl>& controles = m_dialogo.Controles();
     for (std::size_t i = 0; i < controles.size(); ++i) {
         const CControl& control = controles[i];
-        const ClaseControl clase = control.Plantilla().clase;
+        const ClaseControl clase = control.Clase();
         if (clase == Grupo && !control.GetWindowText().IsEmpty()) {
             texto += "  " + ansi::AUtf8(control.GetWindowText()) + "\n";
         } else if (control.Id() != kSinId && clase != Imagen && clase != Icono) {
@@ -115,7 +92,7 @@ std::string CDialogoTexto::Pinta() const
 CDialogoTexto::CRespuesta CDialogoTexto::Pon(CControl& control, std::string_view valor)
 {
     const int id = static_cast<int>(control.Id());
-    switch (control.Plantilla().clase) {
+    switch (control.Clase()) {
     case Edicion:
         control.SetWindowText(valor);
         return {};
@@ -127,7 +104,7 @@ CDialogoTexto::CRespuesta CDialogoTexto::Pon(CControl& control, std::string_view
         return {};
     }
     case Casilla: {
-        const auto marca = Numero(SinBlancos(valor));
+        const auto marca = NumeroDe<UINT>(SinBlancos(valor));
         if (!marca)
             return Queja(textos::kNoSeRellena, id);
         control.SetCheck(*marca != 0 ? 1 : 0);
@@ -148,7 +125,7 @@ CDialogoTexto::CRespuesta CDialogoTexto::Ejecuta(std::string_view mandato)
     const bool ayuda = entero.front() == '?';
     const std::size_t igual = ayuda ? std::string_view::npos : mandato.find('=');
     const std::string_view cual = SinBlancos(ayuda ? entero.substr(1) : mandato.substr(0, igual));
-    const auto id = Numero(cual);
+    const auto id = NumeroDe<UINT>(cual);
     if (!id)
         return Queja(textos::kNoSeEntiende, entero);
     CControl* control = m_dialogo.GetDlgItem(*id);
@@ -160,7 +137,7 @@ CDialogoTexto::CRespuesta CDialogoTexto::Ejecuta(std::string_view mandato)
         return Queja(textos::kInactivo, static_cast<int>(*id));
     if (igual != std::string_view::npos)
         return Pon(*control, mandato.substr(igual + 1));
-    const ClaseControl clase = control->Plantilla().clase;
+    const ClaseControl clase = control->Clase();
     if (clase == Edicion || clase == Lista)
         return Queja(textos::kSeRellena, static_cast<int>(*id), static_cast<int>(*id));
     m_dialogo.Pulsa(*control);

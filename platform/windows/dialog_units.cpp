@@ -2,22 +2,18 @@
 
 #include <string_view>
 
+#include "platform/windows/text.h"
+
 namespace {
 
 /// Width of a letter, rounded as the system does it for a dialog, and height of a line.
 SIZE UnidadBase(HWND dialogo)
 {
     constexpr std::wstring_view kLetras = L"ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
-    HWND control = GetWindow(dialogo, GW_CHILD);
-    HDC lienzo = GetDC(control);
-    SelectObject(lienzo, reinterpret_cast<HGDIOBJ>(SendMessageW(control, WM_GETFONT, 0, 0)));
-    SIZE todas = {};
-    GetTextExtentPoint32W(lienzo, kLetras.data(), static_cast<int>(kLetras.size()), &todas);
-    TEXTMETRICW medidas = {};
-    GetTextMetricsW(lienzo, &medidas);
-    ReleaseDC(control, lienzo);
+    TEXTMETRICW letra = {};
+    const LONG todas = Mide(GetWindow(dialogo, GW_CHILD), kLetras, &letra).cx;
     constexpr LONG kMedias = static_cast<LONG>(kLetras.size()) / 2;
-    return {(todas.cx / kMedias + 1) / 2, medidas.tmHeight};
+    return {(todas / kMedias + 1) / 2, letra.tmHeight};
 }
 
 } // namespace

@@ -28,23 +28,6 @@ void SinEscalaAjena(HWND ventana)
         std::bit_cast<Funcion>(hallada)(ventana, kDeNada, kDeNada);
 }
 
-std::wstring TextoDe(HWND ventana)
-{
-    std::wstring texto(static_cast<std::size_t>(GetWindowTextLengthW(ventana)) + 1, L'\0');
-    texto.resize(static_cast<std::size_t>(
-        GetWindowTextW(ventana, texto.data(), static_cast<int>(texto.size()))));
-    return texto;
-}
-
-/// Sets a window's text, unless it is the same: the caret would jump under the user's hands.
-bool PonTexto(HWND ventana, const std::wstring& texto)
-{
-    if (TextoDe(ventana) == texto)
-        return false;
-    SetWindowTextW(ventana, texto.c_str());
-    return true;
-}
-
 } // namespace
 
 CVentanaDialogo::CVentanaDialogo(CDialog& dialogo, HWND debajo)
@@ -93,24 +76,13 @@ void CVentanaDialogo::Crea(HWND debajo)
     }
 }
 
-bool CVentanaDialogo::SeLlamaComoSuLeyenda(const CControl& control) const
-{
-    const ClaseControl clase = control.Plantilla().clase;
-    if (clase == Edicion || clase == Lista || clase == Progreso)
-        return false;
-    CString leyenda = control.GetWindowText();
-    leyenda.Replace("&", "");
-    const bool boton = clase == Boton || clase == BotonPorDefecto;
-    return !boton || Dialogo().NombreDe(control) == leyenda;
-}
-
 void CVentanaDialogo::PreparaControles()
 {
     for (const CControl& control : Dialogo().Controles()) {
         HWND ventana = VentanaDe(control);
-        if (control.Plantilla().clase == Edicion)
+        if (control.Clase() == Edicion)
             HazCampoRuta(ventana);
-        if (!SeLlamaComoSuLeyenda(control))
+        if (!Dialogo().SeLlamaComoSuLeyenda(control))
             PonNombreAccesible(ventana, AAncho(Dialogo().NombreDe(control)));
         for (const char* elemento : control.Plantilla().elementos)
             SendMessageW(ventana, CB_ADDSTRING, 0,
@@ -166,10 +138,10 @@ void CVentanaDialogo::PonFocoInicial()
     const CControl* control = ControlDe(primero);
     const auto& controles = Dialogo().Controles();
     const bool hayMarcado = std::any_of(controles.begin(), controles.end(), [](const CControl& c) {
-        return c.Plantilla().clase == Radio && c.GetCheck() != 0;
+        return c.Clase() == Radio && c.GetCheck() != 0;
     });
     // A radio button is marked by the focus, so where none is it begins elsewhere.
-    if (control != nullptr && control->Plantilla().clase == Radio && !hayMarcado)
+    if (control != nullptr && control->Clase() == Radio && !hayMarcado)
         primero = ControlCon(UINT{IDOK});
     SendMessageW(m_ventana, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(primero), TRUE);
 }
@@ -235,7 +207,7 @@ void CVentanaDialogo::PonControl(const CControl& control)
 {
     HWND ventana = VentanaDe(control);
     const bool antes = std::exchange(m_reflejando, true);
-    switch (control.Plantilla().clase) {
+    switch (control.Clase()) {
     case Casilla:
     case Radio:
         SendMessageW(ventana, BM_SETCHECK, static_cast<WPARAM>(control.GetCheck()), 0);
@@ -355,7 +327,7 @@ void CVentanaDialogo::AlMandar(WORD aviso, WORD id, HWND ventana)
 
 void CVentanaDialogo::AlCambiar(CControl& control, WORD aviso, HWND ventana)
 {
-    const ClaseControl clase = control.Plantilla().clase;
+    const ClaseControl clase = control.Clase();
     if (clase == Edicion && aviso == EN_CHANGE && !m_reflejando)
         control.SetWindowText(DeAncho(TextoDe(ventana)));
     else if (clase == Lista && aviso == CBN_SELCHANGE)

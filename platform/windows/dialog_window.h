@@ -47,8 +47,6 @@ private:
     INT_PTR Atiende(UINT mensaje, WPARAM wParam, LPARAM lParam);
     void Crea(HWND debajo);
     void PreparaControles();
-    /// Tells that what the control shows says enough to who only hears it.
-    bool SeLlamaComoSuLeyenda(const CControl& control) const;
     void PonImagenes();
     void PonFocoInicial();
     /// Control and window by each other; null where one has none.

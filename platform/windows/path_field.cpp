@@ -3,6 +3,8 @@
 #include <memory>
 #include <string>
 
+#include "platform/windows/text.h"
+
 namespace {
 
 constexpr UINT_PTR kSubclase = 1;
@@ -13,24 +15,11 @@ struct CMas {
     std::wstring ruta; ///< that it shows
 };
 
-std::wstring TextoDe(HWND campo)
-{
-    std::wstring texto(static_cast<std::size_t>(GetWindowTextLengthW(campo)) + 1, L'\0');
-    texto.resize(static_cast<std::size_t>(
-        GetWindowTextW(campo, texto.data(), static_cast<int>(texto.size()))));
-    return texto;
-}
-
 bool Cabe(HWND campo, const std::wstring& texto)
 {
     RECT sitio = {};
     SendMessageW(campo, EM_GETRECT, 0, reinterpret_cast<LPARAM>(&sitio));
-    HDC lienzo = GetDC(campo);
-    SelectObject(lienzo, reinterpret_cast<HGDIOBJ>(SendMessageW(campo, WM_GETFONT, 0, 0)));
-    SIZE lados = {};
-    GetTextExtentPoint32W(lienzo, texto.data(), static_cast<int>(texto.size()), &lados);
-    ReleaseDC(campo, lienzo);
-    return lados.cx <= sitio.right - sitio.left;
+    return Mide(campo, texto).cx <= sitio.right - sitio.left;
 }
 
 /// The first of the files that were dropped.

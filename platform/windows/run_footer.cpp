@@ -73,19 +73,9 @@ void CPieProceso::Coloca(const RECT& sitio)
     }
 }
 
-void CPieProceso::PonTexto(const std::string& utf8) const
-{
-    const std::wstring texto = AAncho(utf8);
-    std::wstring antes(static_cast<std::size_t>(GetWindowTextLengthW(m_texto)) + 1, L'\0');
-    antes.resize(static_cast<std::size_t>(
-        GetWindowTextW(m_texto, antes.data(), static_cast<int>(antes.size()))));
-    if (antes != texto)
-        SetWindowTextW(m_texto, texto.c_str());
-}
-
 void CPieProceso::PonAlDia()
 {
-    PonTexto(m_relato.Texto());
+    PonTexto(m_texto, AAncho(m_relato.Texto()));
     Coloca(m_sitio);
     const bool seEnsaya = m_relato.OfreceEnsayo();
     if (seEnsaya)
@@ -136,7 +126,7 @@ void CPieProceso::Haz(const char* mientras, std::string queja, std::function<CSt
     if (m_informe != nullptr)
         return;
     m_informe = std::make_shared<CInforme>(CInforme{std::move(queja), {}});
-    PonTexto(mientras);
+    PonTexto(m_texto, AAncho(mientras));
     const auto trabajo = [hace = std::move(hace), informe = m_informe, ventana = m_ventana] {
         try {
             informe->pagina = hace();
@@ -156,7 +146,7 @@ void CPieProceso::AbreInformeHecho()
     const std::shared_ptr<CInforme> informe = std::exchange(m_informe, nullptr);
     if (informe == nullptr)
         return;
-    PonTexto(m_relato.Texto());
+    PonTexto(m_texto, AAncho(m_relato.Texto()));
     if (informe->pagina.IsEmpty())
         Quejate(informe->queja);
     else

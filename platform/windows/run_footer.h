@@ -44,7 +44,6 @@ private:
     void HazEnsayo();
     /// Makes a page while the user goes on; one at a time.
     void Haz(const char* mientras, std::string queja, std::function<CString()> hace);
-    void PonTexto(const std::string& utf8) const;
     void Abre(const CString& ruta) const;
     void Quejate(const std::string& queja) const;
 

@@ -7,6 +7,7 @@
 #include "platform/window_layout.h"
 #include "platform/windows/dialog_units.h"
 #include "platform/windows/run_footer.h"
+#include "platform/windows/text.h"
 
 namespace {
 
@@ -30,18 +31,6 @@ SIZE Interior(HWND ventana)
     return LadosDe(sitio);
 }
 
-LONG AnchoTexto(HWND control)
-{
-    std::wstring texto(static_cast<std::size_t>(GetWindowTextLengthW(control)) + 1, L'\0');
-    const int largo = GetWindowTextW(control, texto.data(), static_cast<int>(texto.size()));
-    HDC lienzo = GetDC(control);
-    SelectObject(lienzo, reinterpret_cast<HGDIOBJ>(SendMessageW(control, WM_GETFONT, 0, 0)));
-    SIZE lados = {};
-    GetTextExtentPoint32W(lienzo, texto.c_str(), largo, &lados);
-    ReleaseDC(control, lienzo);
-    return lados.cx;
-}
-
 /// Pixels that the control's text takes, with what stands around it.
 LONG AnchoNecesario(HWND control, const CPlantillaControl& plantilla)
 {
@@ -49,7 +38,7 @@ LONG AnchoNecesario(HWND control, const CPlantillaControl& plantilla)
     SIZE ideal = {};
     switch (plantilla.clase) {
     case Texto:
-        return AnchoTexto(control);
+        return Mide(control, TextoDe(control)).cx;
     case Boton:
     case BotonPorDefecto:
     case Casilla:

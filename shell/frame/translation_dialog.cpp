@@ -75,7 +75,7 @@ void CTraduccionDlg::DoDataExchange(CDataExchange* dx)
             continue;
         if (auto* const* texto = std::get_if<CString*>(&campo.valor))
             DDX_Text(dx, campo.control, **texto);
-        else if (control->Plantilla().clase == ClaseControl::Lista)
+        else if (control->Clase() == ClaseControl::Lista)
             DDX_CBIndex(dx, campo.control, *std::get<int*>(campo.valor));
         else
             DDX_Check(dx, campo.control, *std::get<int*>(campo.valor));
