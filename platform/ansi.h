@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -16,19 +17,19 @@ inline constexpr char16_t kAltos[32] = {
     0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
     0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
 
-/// The code page's byte for a Unicode value. A value that it lacks stops the compilation of a
-/// constant; at run time it would throw.
-constexpr char ByteDe(char32_t valor)
+/// The code page's byte for a Unicode value; none for one that it lacks.
+constexpr std::optional<char> ByteDe(char32_t valor)
 {
     for (unsigned i = 0; i < 32; ++i)
         if (valor == char32_t{kAltos[i]})
             return static_cast<char>(0x80U + i);
-    if (valor > 0xFF)
-        throw "this character is not in code page 1252";
-    return static_cast<char>(static_cast<unsigned char>(valor));
+    const bool igual = valor < 0x80 || (valor >= 0xA0 && valor <= 0xFF);
+    return igual ? std::optional(static_cast<char>(static_cast<unsigned char>(valor)))
+                 : std::nullopt;
 }
 
-/// A text literal of the sources, turned into the code page at compile time.
+/// A text literal of the sources, turned into the code page at compile time, which a letter that it
+/// lacks stops.
 template <std::size_t N>
 struct CLiteral {
     char bytes[N]{};
@@ -41,7 +42,10 @@ struct CLiteral {
             char32_t valor = siguen == 0 ? c : c & (0x3FU >> static_cast<unsigned>(siguen));
             for (int k = 0; k < siguen; ++k)
                 valor = (valor << 6U) | (static_cast<unsigned char>(utf8[i++]) & 0x3FU);
-            bytes[fin++] = siguen == 0 ? static_cast<char>(c) : ByteDe(valor);
+            const std::optional<char> byte = siguen == 0 ? static_cast<char>(c) : ByteDe(valor);
+            if (!byte)
+                throw "this character is not in code page 1252";
+            bytes[fin++] = *byte;
         }
     }
 };

@@ -1,6 +1,5 @@
 #include "evidence/gis/writing/source_fields.h"
 
-#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <string_view>
@@ -31,14 +30,18 @@ char32_t Siguiente(std::string_view& utf8)
     return letra;
 }
 
-/// The code page's byte for a letter; none where it has none.
-std::optional<char> ByteDe(char32_t letra)
+/// The text in the code page, with a question mark for each letter that is lacking, which `todas`
+/// tells.
+CString EnCodigo(std::string_view utf8, bool& todas)
 {
-    constexpr char32_t kUltima = 0xFF;
-    const bool alto = std::find(std::begin(ansi::kAltos), std::end(ansi::kAltos), letra) !=
-                      std::end(ansi::kAltos);
-    const bool igual = letra < 0x80 || (letra >= 0xA0 && letra <= kUltima);
-    return alto || igual ? std::optional(ansi::ByteDe(letra)) : std::nullopt;
+    std::string bytes;
+    todas = true;
+    while (!utf8.empty()) {
+        const std::optional<char> byte = ansi::ByteDe(Siguiente(utf8));
+        todas = todas && byte;
+        bytes.push_back(byte.value_or('?'));
+    }
+    return bytes;
 }
 
 /// A form without types has blanks where nothing is set.
@@ -51,25 +54,15 @@ bool EstaEnBlanco(std::string_view texto)
 
 std::optional<CString> EnAnsi(const char* utf8)
 {
-    std::string bytes;
-    for (std::string_view resto = utf8; !resto.empty();) {
-        const char32_t letra = Siguiente(resto);
-        const std::optional<char> byte = letra == kNoEsLetra ? std::nullopt : ByteDe(letra);
-        if (!byte)
-            return std::nullopt;
-        bytes.push_back(*byte);
-    }
-    return CString(std::string_view(bytes));
+    bool todas = false;
+    CString texto = EnCodigo(utf8, todas);
+    return todas ? std::optional(std::move(texto)) : std::nullopt;
 }
 
 CString AnsiParaDecir(const char* utf8)
 {
-    std::string bytes;
-    for (std::string_view resto = utf8; !resto.empty();) {
-        const char32_t letra = Siguiente(resto);
-        bytes.push_back(letra == kNoEsLetra ? '?' : ByteDe(letra).value_or('?'));
-    }
-    return {std::string_view(bytes)};
+    bool todas = false;
+    return EnCodigo(utf8, todas);
 }
 
 bool SeVenIgual(const CString& a, const CString& b)
