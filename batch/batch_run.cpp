@@ -144,8 +144,8 @@ void CLote::Atiende(const fs::path& programa, CHijos& hijos)
 
 bool CLote::HayEnMarcha() const
 {
-    return std::any_of(m_puestos.begin(), m_puestos.end(),
-                       [](const CPuesto& puesto) { return !puesto.EstaLibre(); });
+    return std::ranges::any_of(m_puestos,
+                               [](const CPuesto& puesto) { return !puesto.EstaLibre(); });
 }
 
 /// Waits a while for the end of a job, whose place is free then.
@@ -203,8 +203,7 @@ void Prepara(const fs::path& carpeta, CEstados& estados, CCandado& candado, bool
     if (reanuda && !estados.HayAlgo())
         throw CLineaMala(Formatea(textos::kNadaQueReanudar, sistema::Nombre(carpeta)));
     sistema::CreaCarpetas(carpeta / "salidas", error);
-    if (error)
-        throw CFileException(sistema::Nombre(carpeta), error);
+    CFileException::Exige(error, sistema::Nombre(carpeta));
     if (candado.Toma(lado::De(estados.Diario(), lado::kCandado), error) == sistema::Bloqueo::DeOtro)
         throw CLineaMala(Formatea(textos::kEnManosDeOtro, sistema::Nombre(carpeta)));
     if (reanuda)
@@ -235,7 +234,7 @@ EstadoDeSalida Ejecuta(const COpciones& opciones)
     if (opciones.maquinas.empty())
         lote.HazAqui(programa, Procesos(opciones));
     else
-        HazEnMaquinas(lote.Pendientes(), opciones, carpeta, estados);
+        HazEnMaquinas(lote.Pendientes(), opciones, estados);
     estados.EscribeTabla(trabajos);
     const int fallidos = estados.Fallidos(trabajos);
     sistema::Imprime(stdout, Formatea(textos::kFin, static_cast<int>(trabajos.size()), fallidos,

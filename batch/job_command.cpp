@@ -1,13 +1,17 @@
 #include "batch/job_command.h"
 
 #include <cctype>
+#include <fstream>
+#include <iterator>
 #include <string_view>
 #include <system_error>
+#include <utility>
 
 #include "cadastre/messages.h"
 #include "cadastre/polygon_list.h"
 #include "platform/files/cstdio_file.h"
 #include "platform/files/side_names.h"
+#include "platform/system.h"
 #include "resources/resource_ids.h"
 
 namespace lote {
@@ -80,6 +84,24 @@ COrden OrdenDe(const CTrabajo& trabajo)
         for (const char* campo : {"lista", "ortos", "modificar", "no_en_grafico", "no_en_bd"})
             pon(campo);
     return orden;
+}
+
+std::optional<int> EsperaElFin(CHijos& hijos, std::chrono::milliseconds unRato,
+                               const std::function<void()>& mientras)
+{
+    std::optional<CHijos::CFin> fin;
+    for (bool avisado = false; !fin; fin = hijos.Espera(unRato)) {
+        if (sistema::HayQueAcabar() && !std::exchange(avisado, true))
+            hijos.PideAcabar();
+        mientras();
+    }
+    return fin->estado;
+}
+
+std::string LoDicho(const fs::path& dicho)
+{
+    std::ifstream fichero(dicho, std::ios::binary);
+    return {std::istreambuf_iterator<char>(fichero), {}};
 }
 
 std::array<CAjuste, 2> AjustesDe(const CTrabajo& trabajo)

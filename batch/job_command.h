@@ -1,7 +1,9 @@
 #pragma once
 
 #include <array>
+#include <chrono>
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -28,6 +30,14 @@ inline constexpr std::string_view kCamposDeTablas[] = {"modulos",     "titulares
 
 /// How the program is started for a job: its line, and what it reads.
 COrden OrdenDe(const CTrabajo& trabajo);
+
+/// Waits for the end of a program that was started alone, which is asked to end where this process
+/// is. Gives its status, none where it was killed.
+/// \param mientras  called each time before it waits for a while
+std::optional<int> EsperaElFin(CHijos& hijos, std::chrono::milliseconds unRato,
+                               const std::function<void()>& mientras);
+/// What a program printed into a file.
+std::string LoDicho(const std::filesystem::path& dicho);
 
 /// A file of the job, by the field that names it.
 std::filesystem::path FicheroDe(const CTrabajo& trabajo, std::string_view campo);

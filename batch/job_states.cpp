@@ -51,7 +51,8 @@ void Quita(const std::filesystem::path& ruta)
         CFileException::Exige(error, sistema::Nombre(ruta));
 }
 
-/// Writes a file in the place of an older one.
+} // namespace
+
 void Escribe(const std::filesystem::path& ruta, const std::string& texto)
 {
     CFile fichero;
@@ -61,8 +62,6 @@ void Escribe(const std::filesystem::path& ruta, const std::string& texto)
     fichero.Write(texto.data(), static_cast<UINT>(texto.size()));
     fichero.Close();
 }
-
-} // namespace
 
 bool CEstados::HayAlgo() const
 {
@@ -122,7 +121,7 @@ const CHecho* CEstados::De(const CTrabajo& trabajo) const
 
 int CEstados::Fallidos(const std::vector<CTrabajo>& trabajos) const
 {
-    return static_cast<int>(std::count_if(trabajos.begin(), trabajos.end(), [&](const auto& t) {
+    return static_cast<int>(std::ranges::count_if(trabajos, [&](const auto& t) {
         const CHecho* const hecho = De(t);
         return hecho == nullptr || hecho->estado != 0;
     }));

@@ -10,6 +10,9 @@
 
 namespace lote {
 
+/// Writes a file in the place of an older one. Raises CFileException.
+void Escribe(const std::filesystem::path& ruta, const std::string& texto);
+
 /// What became of the jobs. Each is written down as it ends, so that whoever kills the batch loses
 /// no more than the jobs that were at work; the table of all is written at the end.
 class CEstados {

@@ -58,8 +58,7 @@ CTrabajo LeeTrabajo(const std::string& linea)
     trabajo.linea = linea;
     const std::vector<std::string> partes = Partes(linea);
     const std::string_view traduccion = partes.empty() ? std::string_view() : partes.front();
-    const auto* const cual =
-        std::find(std::begin(kTraducciones), std::end(kTraducciones), traduccion);
+    const auto* const cual = std::ranges::find(kTraducciones, traduccion);
     if (cual == std::end(kTraducciones))
         throw CLineaMala(Formatea(textos::kNoHayTraduccion, traduccion));
     trabajo.traduccion = static_cast<Traduccion>(cual - std::begin(kTraducciones));

@@ -1,8 +1,5 @@
 #include "batch/machines.h"
 
-#include <fstream>
-#include <iterator>
-
 #include "batch/batch_texts.h"
 #include "batch/progress.h"
 #include "platform/files/cfile_exception.h"
@@ -45,35 +42,38 @@ std::vector<CParte> Partes(const std::vector<const CTrabajo*>& trabajos, const f
         partes.back().alli.push_back(DesdeOtraCarpeta(*trabajo));
     }
     for (const CParte& parte : partes) {
-        std::ofstream tabla(parte.tabla, std::ios::binary);
+        std::string tabla;
         for (const CTrabajo& trabajo : parte.alli)
-            tabla << trabajo.linea << '\n';
-        if (!tabla.flush())
-            throw CFileException(sistema::Nombre(parte.tabla),
-                                 std::make_error_code(std::errc::io_error));
+            tabla += trabajo.linea + "\n";
+        Escribe(parte.tabla, tabla);
     }
     return partes;
 }
 
-/// What has been done of the parts until now.
-void Recoge(const std::vector<CParte>& partes, const fs::path& carpeta, CEstados& estados)
+/// What has been done of the parts until now: each of their jobs that has ended, how, and what it
+/// said.
+template <class F>
+void RecorreHechos(const std::vector<CParte>& partes, F toma)
 {
     for (const CParte& parte : partes) {
         CEstados suyos(parte.resultados);
         if (!suyos.HayAlgo())
             continue;
         suyos.Lee();
-        for (std::size_t i = 0; i < parte.suyos.size(); ++i) {
-            const CHecho* const hecho = suyos.De(parte.alli[i]);
-            if (hecho == nullptr)
-                continue;
-            estados.Anota(*parte.suyos[i], *hecho);
-            std::error_code error; // what it said is no more than a help
-            fs::copy_file(parte.resultados / "salidas" / (std::to_string(i + 1) + ".err"),
-                          carpeta / "salidas" / (std::to_string(parte.suyos[i]->numero) + ".err"),
-                          fs::copy_options::overwrite_existing, error);
-        }
+        for (std::size_t i = 0; i < parte.suyos.size(); ++i)
+            if (const CHecho* const hecho = suyos.De(parte.alli[i]); hecho != nullptr)
+                toma(*parte.suyos[i], *hecho, suyos.Dicho(static_cast<int>(i) + 1));
     }
+}
+
+void Recoge(const std::vector<CParte>& partes, CEstados& estados)
+{
+    RecorreHechos(partes, [&](const CTrabajo& suyo, const CHecho& hecho, const fs::path& dicho) {
+        estados.Anota(suyo, hecho);
+        std::error_code error; // what it said is no more than a help
+        fs::copy_file(dicho, estados.Dicho(suyo.numero), fs::copy_options::overwrite_existing,
+                      error);
+    });
 }
 
 /// How far the parts are.
@@ -81,17 +81,10 @@ void Cuenta(const std::vector<CParte>& partes, CAvance& avance)
 {
     int hechos = 0;
     int fallidos = 0;
-    for (const CParte& parte : partes) {
-        CEstados suyos(parte.resultados);
-        if (!suyos.HayAlgo())
-            continue;
-        suyos.Lee();
-        for (const CTrabajo& trabajo : parte.alli)
-            if (const CHecho* const hecho = suyos.De(trabajo); hecho != nullptr) {
-                ++hechos;
-                fallidos += hecho->estado != 0 ? 1 : 0;
-            }
-    }
+    RecorreHechos(partes, [&](const CTrabajo&, const CHecho& hecho, const fs::path&) {
+        ++hechos;
+        fallidos += hecho.estado != 0 ? 1 : 0;
+    });
     avance.Cuenta(hechos, fallidos);
 }
 
@@ -118,21 +111,20 @@ COrden OrdenDeParallel(const std::vector<CParte>& partes, const COpciones& opcio
         orden.argumentos.insert(orden.argumentos.end(),
                                 {"--procesos", std::to_string(opciones.procesos)});
     orden.argumentos.insert(orden.argumentos.end(), {"--resultados", "{2}", "{1}"});
-    std::ofstream nombres(lista, std::ios::binary);
+    std::string nombres;
     for (const CParte& parte : partes)
-        nombres << sistema::Nombre(parte.tabla) << '\t' << sistema::Nombre(parte.resultados)
-                << '\n';
-    if (!nombres.flush())
-        throw CFileException(sistema::Nombre(lista), std::make_error_code(std::errc::io_error));
+        nombres += sistema::Nombre(parte.tabla) + "\t" + sistema::Nombre(parte.resultados) + "\n";
+    Escribe(lista, nombres);
     return orden;
 }
 
 } // namespace
 
 void HazEnMaquinas(const std::vector<const CTrabajo*>& trabajos, const COpciones& opciones,
-                   const fs::path& carpeta, CEstados& estados)
+                   CEstados& estados)
 {
     constexpr std::chrono::seconds kUnRato{2};
+    const fs::path& carpeta = estados.Carpeta();
     const fs::path donde = carpeta / "partes";
     sistema::Error error;
     for (const fs::path& nombre : sistema::Lista(donde, error))
@@ -140,28 +132,19 @@ void HazEnMaquinas(const std::vector<const CTrabajo*>& trabajos, const COpciones
             (TieneNumero(nombre, "") && CEstados(donde / nombre).HayAlgo()))
             fs::remove_all(donde / nombre, error);
     sistema::CreaCarpetas(donde, error);
-    if (error)
-        throw CFileException(sistema::Nombre(donde), error);
+    CFileException::Exige(error, sistema::Nombre(donde));
     const std::vector<CParte> partes = Partes(trabajos, donde);
     COrden orden = OrdenDeParallel(partes, opciones, donde / "partes.tsv");
     orden.carpeta = carpeta;
     orden.dicho = carpeta / "parallel.txt";
     CHijos hijos;
     hijos.Empieza(orden, error);
-    if (error)
-        throw CFileException(sistema::Nombre(orden.programa), error);
-    std::optional<CHijos::CFin> fin;
+    CFileException::Exige(error, sistema::Nombre(orden.programa));
     CAvance avance(static_cast<int>(trabajos.size()));
-    for (bool avisado = false; !fin; fin = hijos.Espera(kUnRato)) {
-        if (sistema::HayQueAcabar() && !std::exchange(avisado, true))
-            hijos.PideAcabar();
-        Cuenta(partes, avance);
-    }
-    Recoge(partes, carpeta, estados);
-    std::ifstream dicho(orden.dicho, std::ios::binary);
-    const std::string texto{std::istreambuf_iterator<char>(dicho), {}};
-    if (fin->estado != 0)
-        sistema::Imprime(stderr, texto);
+    const auto estado = EsperaElFin(hijos, kUnRato, [&] { Cuenta(partes, avance); });
+    Recoge(partes, estados);
+    if (estado != 0)
+        sistema::Imprime(stderr, LoDicho(orden.dicho));
 }
 
 } // namespace lote

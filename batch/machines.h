@@ -11,6 +11,6 @@ namespace lote {
 /// where GNU parallel sends it. What parallel said stands in the results, and on the standard error
 /// where it failed. Raises CLineaMala where parallel isn't there, and CFileException.
 void HazEnMaquinas(const std::vector<const CTrabajo*>& trabajos, const COpciones& opciones,
-                   const std::filesystem::path& carpeta, CEstados& estados);
+                   CEstados& estados);
 
 } // namespace lote

@@ -1,8 +1,6 @@
 #include "batch/summary_run.h"
 
 #include <chrono>
-#include <iterator>
-#include <utility>
 
 #include "batch/batch_texts.h"
 #include "platform/ansi.h"
@@ -28,15 +26,10 @@ void Resume(const CEstados& estados)
     if (error)
         return sistema::Imprime(
             stderr, Formatea(textos::kSinResumen, ansi::AUtf8(CFileException("", error).Causa())));
-    std::optional<CHijos::CFin> fin;
-    for (bool avisado = false; !fin; fin = hijos.Espera(kUnRato))
-        if (sistema::HayQueAcabar() && !std::exchange(avisado, true))
-            hijos.PideAcabar();
-    if (!fin->estado)
+    const std::optional<int> estado = EsperaElFin(hijos, kUnRato, [] {});
+    if (!estado)
         sistema::Imprime(stderr, Formatea(textos::kSinResumen, textos::kSeCorto));
-    std::ifstream dicho(orden.dicho, std::ios::binary);
-    sistema::Imprime(fin->estado == 0 ? stdout : stderr,
-                     std::string{std::istreambuf_iterator<char>(dicho), {}});
+    sistema::Imprime(estado == 0 ? stdout : stderr, LoDicho(orden.dicho));
 }
 
 } // namespace lote
