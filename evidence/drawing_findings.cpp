@@ -23,16 +23,11 @@ using CAnillo = std::vector<CPunto<int>>;
 constexpr std::size_t kMenosPuntos = 3;
 constexpr double kTolerancia = 0.5; // square metres
 
-bool MismoSitio(const CPunto<int>& a, const CPunto<int>& b)
-{
-    return a.X == b.X && a.Y == b.Y;
-}
-
 /// Any character will do that is no blank, digit or sign of the first half of the code page.
 bool TieneLetra(std::string_view texto)
 {
     constexpr unsigned char kSegundaMitad = 0x80;
-    return std::any_of(texto.begin(), texto.end(), [](char c) {
+    return std::ranges::any_of(texto, [](char c) {
         return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') ||
                static_cast<unsigned char>(c) >= kSegundaMitad;
     });
@@ -63,13 +58,13 @@ std::vector<std::array<int, 4>> Lados(const CAnillo& anillo)
     std::vector<std::array<int, 4>> lados;
     const CPunto<int>* a = anillo.empty() ? nullptr : &anillo.back();
     for (const CPunto<int>& b : anillo) {
-        if (!MismoSitio(*a, b)) {
+        if (!EnElMismoSitio(*a, b)) {
             const auto [menor, mayor] = std::minmax({std::pair(a->X, a->Y), std::pair(b.X, b.Y)});
             lados.push_back({menor.first, menor.second, mayor.first, mayor.second});
         }
         a = &b;
     }
-    std::sort(lados.begin(), lados.end());
+    std::ranges::sort(lados);
     return lados;
 }
 
@@ -92,8 +87,7 @@ public:
             MiraRotulo();
         if (m_recinto.Valido())
             MiraTexto();
-        std::stable_sort(m_faltas.begin(), m_faltas.end(),
-                         [](const CFalta& a, const CFalta& b) { return a.clase < b.clase; });
+        std::ranges::stable_sort(m_faltas, {}, &CFalta::clase);
         return std::move(m_faltas);
     }
 
@@ -201,8 +195,9 @@ private:
     {
         const CString texto = "no tiene rótulo: se pasa por alto"_ansi;
         const bool conIslas = m_que == ClaseTopologia::Parcelas &&
-                              std::any_of(m_recinto.islas.begin(), m_recinto.islas.end(),
-                                          [](const CIslaDibujada& isla) { return !isla.enLista; });
+                              std::ranges::any_of(m_recinto.islas, [](const CIslaDibujada& isla) {
+                                  return !isla.enLista;
+                              });
         return conIslas ? texto + ", y sus islas se restan de la parcela rotulada antes"_ansi
                         : texto;
     }
@@ -219,7 +214,7 @@ private:
     {
         const CPunto<int>& rotulo = m_recinto.punto;
         const CPunto<int>& centroide = m_recinto.centroide;
-        if (!MismoSitio(rotulo, centroide))
+        if (!EnElMismoSitio(rotulo, centroide))
             Falta(ClaseFalta::CentroideDistinto, 0, rotulo,
                   Formatea("su rótulo está en %.2lf %.2lf y el registro dice %.2lf %.2lf"_ansi,
                            EnMetros(rotulo.X), EnMetros(rotulo.Y), EnMetros(centroide.X),

@@ -167,7 +167,7 @@ const char* ExtensionDe(ClaseTopologia que)
 
 std::optional<ClaseTopologia> ClaseDeExtension(std::string_view extension)
 {
-    const auto* const suya = std::find(kExtensiones.begin(), kExtensiones.end(), extension);
+    const auto* const suya = std::ranges::find(kExtensiones, extension);
     return suya == kExtensiones.end()
                ? std::nullopt
                : std::optional(static_cast<ClaseTopologia>(suya - kExtensiones.begin()));
@@ -182,7 +182,7 @@ EstadoRecinto EstadoPorRotulo(ClaseTopologia que, const CString& codigo, bool bo
     const std::span<const char* const> codigos =
         que == ClaseTopologia::Parcelas ? std::span<const char* const>(kCodigosDeParcela)
                                         : std::span<const char* const>(kCodigosDeSubparcela);
-    const bool suyo = std::find(codigos.begin(), codigos.end(), codigo) != codigos.end();
+    const bool suyo = std::ranges::find(codigos, codigo) != codigos.end();
     return suyo ? EstadoRecinto::Valido : EstadoRecinto::CodigoAjeno;
 }
 

@@ -22,6 +22,12 @@ struct CPunto {
     T Propio = 0; ///< the library's own; it plays no part in comparisons
 };
 
+/// Tells whether two points lie at one place; heights play no part.
+inline bool EnElMismoSitio(const CPunto<int>& a, const CPunto<int>& b)
+{
+    return a.X == b.X && a.Y == b.Y;
+}
+
 /// The seed of a drawing: how many decimals its whole coordinates hold.
 class CDataSemilla {
 public:

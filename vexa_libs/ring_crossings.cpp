@@ -20,11 +20,6 @@ bool Antes(const CPunto<int>& a, const CPunto<int>& b)
     return std::tie(a.X, a.Y) < std::tie(b.X, b.Y);
 }
 
-bool MismoSitio(const CPunto<int>& a, const CPunto<int>& b)
-{
-    return a.X == b.X && a.Y == b.Y;
-}
-
 struct CArista {
     CPunto<int> desde; // the lesser end
     CPunto<int> hasta;
@@ -109,9 +104,9 @@ public:
     explicit CBarrido(const std::vector<CPunto<int>>& anillo)
     {
         for (const CPunto<int>& punto : anillo)
-            if (m_puntos.empty() || !MismoSitio(m_puntos.back(), punto))
+            if (m_puntos.empty() || !EnElMismoSitio(m_puntos.back(), punto))
                 m_puntos.push_back(punto);
-        while (m_puntos.size() > 1 && MismoSitio(m_puntos.front(), m_puntos.back()))
+        while (m_puntos.size() > 1 && EnElMismoSitio(m_puntos.front(), m_puntos.back()))
             m_puntos.pop_back();
     }
 
@@ -122,7 +117,8 @@ public:
         Prepara();
         for (std::size_t i = 0; i < m_visitas.size() && !m_encuentro;) {
             std::size_t fin = i + 1;
-            while (fin < m_visitas.size() && MismoSitio(Punto(m_visitas[i]), Punto(m_visitas[fin])))
+            while (fin < m_visitas.size() &&
+                   EnElMismoSitio(Punto(m_visitas[i]), Punto(m_visitas[fin])))
                 ++fin;
             Atiende(i, fin);
             i = fin;
@@ -146,8 +142,8 @@ private:
             m_aristas.push_back(Antes(a, b) ? CArista{a, b} : CArista{b, a});
             m_visitas.push_back(i);
         }
-        std::sort(m_visitas.begin(), m_visitas.end(),
-                  [&](std::size_t a, std::size_t b) { return Antes(Punto(a), Punto(b)); });
+        std::ranges::sort(m_visitas,
+                          [&](std::size_t a, std::size_t b) { return Antes(Punto(a), Punto(b)); });
     }
 
     /// The passages through one place, which are visits from `i` on.
@@ -170,7 +166,7 @@ private:
         const CArista* pasante = nullptr;
         auto arista = m_orden.lower_bound(punto);
         while (arista != m_orden.end() && (*arista)->Lado(punto) == 0) {
-            if (MismoSitio((*arista)->hasta, punto)) {
+            if (EnElMismoSitio((*arista)->hasta, punto)) {
                 arista = m_orden.erase(arista);
                 continue;
             }
@@ -187,7 +183,8 @@ private:
     {
         for (; i < fin; ++i)
             for (const std::size_t k : {m_visitas[i], Anterior(m_visitas[i])})
-                if (MismoSitio(m_aristas[k].desde, punto) && !m_orden.insert(&m_aristas[k]).second)
+                if (EnElMismoSitio(m_aristas[k].desde, punto) &&
+                    !m_orden.insert(&m_aristas[k]).second)
                     Encuentra(Encuentro::Repasa, punto);
     }
 

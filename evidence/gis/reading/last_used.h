@@ -15,8 +15,8 @@ public:
     template <class F>
     const T& Dame(const Clave& clave, F lee)
     {
-        const auto suyo = std::find_if(m_partes.begin(), m_partes.end(),
-                                       [&](const auto& parte) { return parte.first == clave; });
+        const auto suyo =
+            std::ranges::find_if(m_partes, [&](const auto& parte) { return parte.first == clave; });
         if (suyo != m_partes.end()) {
             m_partes.splice(m_partes.begin(), m_partes, suyo);
         } else {

@@ -23,8 +23,9 @@ bool Hay(const CString& nombre)
 /// Tells whether the drawing lacks stretches that the topology's outlines are made of.
 bool PierdeTramos(const CTopologiaDibujada& topologia)
 {
-    return std::any_of(topologia.recintos.begin(), topologia.recintos.end(),
-                       [](const CRecintoDibujado& recinto) { return recinto.tramosPerdidos > 0; });
+    return std::ranges::any_of(topologia.recintos, [](const CRecintoDibujado& recinto) {
+        return recinto.tramosPerdidos > 0;
+    });
 }
 
 } // namespace
@@ -54,12 +55,11 @@ bool CMunicipioAbierto::Abre(const CString& lista, const COtrosSitios& otros)
         hojas = BuscaHojas(m_lista.carpeta);
     m_ortos = otros.ortos.IsEmpty() ? hojas.nombre : otros.ortos;
     m_variasHojas = hojas.varias;
-    return std::any_of(
-        m_lista.entradas.begin(), m_lista.entradas.end(), [&](const CString& entrada) {
-            CFile bin;
-            return AbreSiHay(bin, FicheroDeLista(m_lista.carpeta, entrada, kExtensionDibujo),
-                             kModoDibujo);
-        });
+    return std::ranges::any_of(m_lista.entradas, [&](const CString& entrada) {
+        CFile bin;
+        return AbreSiHay(bin, FicheroDeLista(m_lista.carpeta, entrada, kExtensionDibujo),
+                         kModoDibujo);
+    });
 }
 
 CString CMunicipioAbierto::FaltaEnSitios() const
@@ -68,7 +68,7 @@ CString CMunicipioAbierto::FaltaEnSitios() const
         return Formatea("La opción %s no da con nada: %s"_ansi, opcion, que);
     };
     const CNombresTablas tablas = NombresTablas();
-    if (!m_otros.tablas.IsEmpty() && std::none_of(tablas.begin(), tablas.end(), Hay))
+    if (!m_otros.tablas.IsEmpty() && std::ranges::none_of(tablas, Hay))
         return falta("TABLAS", m_otros.tablas);
     for (const char* extension : {ExtensionDe(ClaseTopologia::Hojas), kExtensionDibujo})
         if (!m_otros.ortos.IsEmpty() && !Hay(ConExtension(m_otros.ortos, extension)))
@@ -117,7 +117,7 @@ CPoligonoDibujado CMunicipioAbierto::Poligono(std::size_t entrada,
 {
     CHayParcela hayParcela;
     const bool haySubparcelas =
-        std::find(cuales.begin(), cuales.end(), ClaseTopologia::Subparcelas) != cuales.end();
+        std::ranges::find(cuales, ClaseTopologia::Subparcelas) != cuales.end();
     if (haySubparcelas && Tablas().parcelas.hay)
         hayParcela = [this](int polig, int parcela) {
             int i = kNoEncontrado;

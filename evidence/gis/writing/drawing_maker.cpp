@@ -103,8 +103,7 @@ void CDibujoHecho::ComponRegistros()
     if (m_antes != nullptr)
         ConservaLoDemas();
     for (auto& [clase, hechos] : m_registros) {
-        std::stable_sort(hechos.begin(), hechos.end(),
-                         [](const auto& a, const auto& b) { return a.orden < b.orden; });
+        std::ranges::stable_sort(hechos, {}, &CRegistroHecho::orden);
         for (const CRegistroHecho& hecho : hechos)
             ApuntaPosiciones(hecho.suyo, m_usadas);
     }
@@ -230,10 +229,10 @@ void CDibujoHecho::ConservaLoDemas()
     for (const ClaseTopologia clase : m_antes->Clases()) {
         const std::vector<CDibujoAntes::CRegistro>& registros = m_antes->Registros(clase);
         if (m_pedido.traidas.Hay(clase)) {
-            const auto quedan = std::count_if(
-                m_registros[clase].begin(), m_registros[clase].end(),
-                [](const CRegistroHecho& hecho) { return hecho.orden != kDetrasDeTodos; });
-            const int quitados = static_cast<int>(registros.size()) - static_cast<int>(quedan);
+            const std::vector<CRegistroHecho>& hechos = m_registros[clase];
+            const auto nuevos = std::ranges::count(hechos, kDetrasDeTodos, &CRegistroHecho::orden);
+            const int quitados =
+                static_cast<int>(std::ssize(registros) - std::ssize(hechos) + nuevos);
             m_cambios.quitados += quitados;
             if (quitados > 0)
                 m_cambiadas.insert(clase);

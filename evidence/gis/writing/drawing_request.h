@@ -1,6 +1,7 @@
 #pragma once
 
 #include <set>
+#include <span>
 #include <vector>
 
 #include "evidence/gis/tidings.h"
@@ -26,8 +27,8 @@ struct CCapasTraidas {
 
 /// What a source brings for one drawing.
 struct CPedidoDibujo {
-    CString nombre;                     ///< of the drawing, for messages
-    std::vector<ClaseTopologia> clases; ///< its topologies
+    CString nombre;                         ///< of the drawing, for messages
+    std::span<const ClaseTopologia> clases; ///< its topologies
     CCapasTraidas traidas;
     std::vector<CRecintoEntrante> recintos;
     std::vector<CEntidadEntrante> entidades;

@@ -68,10 +68,9 @@ void AvisaDeFuera(const CPoligonoDibujado& poligono, const std::vector<CRecintoR
     const std::vector<CRecintoDibujado>& suyos = poligono.poligonos.recintos;
     for (std::size_t i = 0; i < revisados.size() && !suyos.empty(); ++i) {
         const CRecintoDibujado& parcela = poligono.parcelas.recintos[i];
-        const bool dentro =
-            std::any_of(suyos.begin(), suyos.end(), [&](const CRecintoDibujado& suyo) {
-                return vexageo::Situa(suyo.contorno, parcela.punto) != vexageo::Lugar::Fuera;
-            });
+        const bool dentro = std::ranges::any_of(suyos, [&](const CRecintoDibujado& suyo) {
+            return vexageo::Situa(suyo.contorno, parcela.punto) != vexageo::Lugar::Fuera;
+        });
         if (revisados[i].nuevoContorno && parcela.EsDeParcela() && !dentro)
             noticias.Apunta("parcelas que caen fuera del contorno de su polígono (capa poligonos), "
                             "así que no pasan a Infograf"_ansi,

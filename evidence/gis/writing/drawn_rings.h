@@ -8,12 +8,6 @@
 #include "evidence/gis/writing/outline_input.h"
 #include "vexa_libs/topological_polygon.h"
 
-/// Tells whether two points lie at one place; heights play no part.
-inline bool EnElMismoSitio(const vexageo::CPunto<int>& a, const vexageo::CPunto<int>& b)
-{
-    return a.X == b.X && a.Y == b.Y;
-}
-
 /// The rings of an outline as it was drawn, without closing points, the outer one first.
 std::vector<CAnillo> AnillosDe(const CRecintoDibujado& recinto);
 

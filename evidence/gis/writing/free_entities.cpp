@@ -14,10 +14,10 @@ namespace {
 /// text the first point alone.
 bool EsIgual(const CTexto<int>& a, const CTexto<int>& b)
 {
-    const bool mismosPuntos = a.Tipo().EsLinea()
-                                  ? std::equal(a.Puntos().begin(), a.Puntos().end(),
-                                               b.Puntos().begin(), b.Puntos().end(), EnElMismoSitio)
-                                  : EnElMismoSitio(a.PrimerPunto(), b.PrimerPunto());
+    const bool mismosPuntos =
+        a.Tipo().EsLinea() ? std::equal(a.Puntos().begin(), a.Puntos().end(), b.Puntos().begin(),
+                                        b.Puntos().end(), vexageo::EnElMismoSitio)
+                           : EnElMismoSitio(a.PrimerPunto(), b.PrimerPunto());
     return mismosPuntos && a.Tipo().Tipo() == b.Tipo().Tipo() &&
            SeVenIgual(a.Tipo().Codigo(), b.Tipo().Codigo()) &&
            a.Tipo().EsBorrado() == b.Tipo().EsBorrado() &&

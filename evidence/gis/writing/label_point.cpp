@@ -30,7 +30,7 @@ std::vector<double> Cortes(const std::vector<CAnillo>& anillos, double y)
                 cortes.push_back(a.X + (y - a.Y) / (static_cast<double>(b.Y) - a.Y) *
                                            (static_cast<double>(b.X) - a.X));
         }
-    std::sort(cortes.begin(), cortes.end());
+    std::ranges::sort(cortes);
     return cortes;
 }
 
@@ -58,9 +58,7 @@ CPuntoRotulo SituaRotulo(const std::vector<CAnillo>& anillos,
 {
     if (pedido && EstaDentro(anillos, *pedido))
         return {*pedido, true, true};
-    const auto [bajo, alto] =
-        std::minmax_element(anillos.front().begin(), anillos.front().end(),
-                            [](const auto& a, const auto& b) { return a.Y < b.Y; });
+    const auto [bajo, alto] = std::ranges::minmax_element(anillos.front(), {}, &CPunto<int>::Y);
     // Heights that halve the ones before, the middle first: a wide outline ends at the first one,
     // a sliver after as many as it takes.
     const double altura = static_cast<double>(alto->Y) - bajo->Y;

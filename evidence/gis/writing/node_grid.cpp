@@ -78,7 +78,7 @@ CRejillaNudos::CRejillaNudos(const std::vector<CNudo>& nudos)
     m_nudos.reserve(nudos.size());
     for (const CNudo& nudo : nudos)
         m_nudos.push_back({Celda(nudo.punto.x, nudo.punto.y), nudo});
-    std::sort(m_nudos.begin(), m_nudos.end());
+    std::ranges::sort(m_nudos);
     m_nudos.erase(std::unique(m_nudos.begin(), m_nudos.end()), m_nudos.end());
 }
 
@@ -122,7 +122,7 @@ void CRejillaNudos::Camino(const CFino& a, const CFino& b, CAnilloFino& camino) 
     const auto lejos = [&](const CNudo& nudo) {
         return Ancho{nudo.punto.x - a.x} * (b.x - a.x) + Ancho{nudo.punto.y - a.y} * (b.y - a.y);
     };
-    std::sort(hallados.begin(), hallados.end(), [&](const CNudo& p, const CNudo& q) {
+    std::ranges::sort(hallados, [&](const CNudo& p, const CNudo& q) {
         const Ancho dp = lejos(p);
         const Ancho dq = lejos(q);
         return dp < dq || (dp == dq && p.punto < q.punto);

@@ -23,7 +23,7 @@ void Apunta(const CFino& a, const CFino& b, std::vector<CArista>& aristas)
 
 void Ordena(std::vector<CArista>& aristas)
 {
-    std::sort(aristas.begin(), aristas.end());
+    std::ranges::sort(aristas);
     aristas.erase(std::unique(aristas.begin(), aristas.end()), aristas.end());
 }
 
@@ -111,9 +111,9 @@ void Lleva(std::vector<CAnilloFino>& anillos, const std::vector<CNudo>& nudos)
 
 bool SonRedondos(const std::vector<CAnilloFino>& anillos)
 {
-    return std::all_of(anillos.begin(), anillos.end(), [](const CAnilloFino& anillo) {
-        return std::all_of(anillo.begin(), anillo.end(),
-                           [](const CFino& punto) { return punto == Redondea(punto); });
+    return std::ranges::all_of(anillos, [](const CAnilloFino& anillo) {
+        return std::ranges::all_of(anillo,
+                                   [](const CFino& punto) { return punto == Redondea(punto); });
     });
 }
 

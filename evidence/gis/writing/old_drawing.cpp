@@ -40,7 +40,7 @@ void ApuntaPosiciones(const CDibujoAntes::CRegistro& registro, std::set<int>& po
         ApuntaPosiciones(isla, posiciones);
 }
 
-bool CDibujoAntes::Lee(const CString& base, const std::vector<ClaseTopologia>& clases)
+bool CDibujoAntes::Lee(const CString& base, std::span<const ClaseTopologia> clases)
 {
     m_base = base;
     m_clases = clases;
@@ -76,7 +76,7 @@ void CDibujoAntes::RelacionaRecintos()
 bool CDibujoAntes::CaeEnParcela(const CPunto<int>& punto, int parcela) const
 {
     const std::vector<CRegistro>& parcelas = Registros(ClaseTopologia::Parcelas);
-    return std::any_of(parcelas.begin(), parcelas.end(), [&](const CRegistro& registro) {
+    return std::ranges::any_of(parcelas, [&](const CRegistro& registro) {
         return registro.dibujado.Valido() && registro.dibujado.parcela == parcela &&
                vexageo::Situa(registro.dibujado.contorno, punto) != vexageo::Lugar::Fuera;
     });

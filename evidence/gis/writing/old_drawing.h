@@ -1,8 +1,8 @@
 #pragma once
 
-#include <array>
 #include <map>
 #include <set>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -24,7 +24,7 @@ public:
     /// fails.
     /// \param base  path of the files without their extension
     /// \return false, with nothing read, where there is no drawing
-    bool Lee(const CString& base, const std::vector<ClaseTopologia>& clases);
+    bool Lee(const CString& base, std::span<const ClaseTopologia> clases);
 
     /// What is wrong with the drawing, or with a topology; empty for nothing. A drawing like that
     /// can't be changed without losing more.
@@ -33,7 +33,7 @@ public:
 
     const std::string& Bytes() const { return m_bytes; }
     const std::vector<CRegistro>& Registros(ClaseTopologia clase) const;
-    const std::vector<ClaseTopologia>& Clases() const { return m_clases; }
+    std::span<const ClaseTopologia> Clases() const { return m_clases; }
     /// All entities by their position, from 1.
     const std::map<int, vexageo::CTexto<int>>& Entidades() const { return m_entidades; }
     /// The entity that names an outline; null where none can be read.
@@ -59,7 +59,7 @@ private:
     CString m_base;
     CString m_falta;
     std::string m_bytes;
-    std::vector<ClaseTopologia> m_clases;
+    std::span<const ClaseTopologia> m_clases;
     std::map<ClaseTopologia, CTopologia> m_topologias;
     std::map<int, vexageo::CTexto<int>> m_entidades;
     std::map<std::pair<int, int>, int> m_alturas; // other than 0

@@ -254,8 +254,7 @@ const char* NombreDeCapa(ClaseTopologia clase)
 std::optional<ClaseTopologia> ClaseDeCapa(const std::string& nombre)
 {
     const auto* const suya =
-        std::find_if(std::begin(kCapas), std::end(kCapas),
-                     [&](const char* capa) { return EQUAL(nombre.c_str(), capa); });
+        std::ranges::find_if(kCapas, [&](const char* capa) { return EQUAL(nombre.c_str(), capa); });
     return suya == std::end(kCapas) ? std::nullopt
                                     : std::optional(static_cast<ClaseTopologia>(suya - kCapas));
 }

@@ -23,28 +23,22 @@ CAnilloFijo Fija(CAnilloFijo anillo)
     anillo.erase(std::unique(anillo.begin(), anillo.end()), anillo.end());
     while (anillo.size() > 1 && anillo.front() == anillo.back())
         anillo.pop_back();
-    const auto desdeElMenor = [](CAnilloFijo puntos) {
+    const auto desdeElMenor = [](const CAnilloFijo& puntos) {
         // Where a ring touches itself in its least point there are several beginnings.
-        CAnilloFijo mejor = puntos;
-        const auto menor = std::min_element(puntos.begin(), puntos.end());
-        if (menor == puntos.end())
-            return puntos;
-        const std::pair<std::int64_t, std::int64_t> primero = *menor;
-        bool hay = false;
-        for (std::size_t i = 0; i < puntos.size(); ++i) {
-            if (puntos[i] != primero)
+        CAnilloFijo mejor;
+        const auto menor = std::ranges::min_element(puntos);
+        for (auto i = puntos.begin(); i != puntos.end(); ++i) {
+            if (*i != *menor)
                 continue;
-            CAnilloFijo girado = puntos;
-            std::rotate(girado.begin(), girado.begin() + static_cast<std::ptrdiff_t>(i),
-                        girado.end());
-            if (!hay || girado < mejor)
+            CAnilloFijo girado(i, puntos.end());
+            girado.insert(girado.end(), puntos.begin(), i);
+            if (mejor.empty() || girado < mejor)
                 mejor = std::move(girado);
-            hay = true;
         }
         return mejor;
     };
     CAnilloFijo ida = desdeElMenor(anillo);
-    std::reverse(anillo.begin(), anillo.end());
+    std::ranges::reverse(anillo);
     return std::min(ida, desdeElMenor(anillo));
 }
 
@@ -98,8 +92,8 @@ public:
         const auto suyos = m_lugares.find(que);
         if (suyos == m_lugares.end())
             return -1;
-        const auto suyo = std::find_if(suyos->second.begin(), suyos->second.end(),
-                                       [&](std::size_t i) { return !cogidos[i] && vale(i); });
+        const auto suyo = std::ranges::find_if(
+            suyos->second, [&](std::size_t i) { return !cogidos[i] && vale(i); });
         return suyo == suyos->second.end() ? -1 : static_cast<int>(*suyo);
     }
 
@@ -183,7 +177,7 @@ private:
 
 bool EsElMismoRotulo(const CRecintoEntrante& recinto, const CRecintoDibujado& antes)
 {
-    if (recinto.punto && !(recinto.punto->X == antes.punto.X && recinto.punto->Y == antes.punto.Y))
+    if (recinto.punto && !EnElMismoSitio(*recinto.punto, antes.punto))
         return false;
     // Some forms of a source can't tell an empty text from none.
     const CString rotulo = recinto.rotulo.value_or(CString());

@@ -32,8 +32,7 @@ std::vector<CPuesto> Puestos(const std::vector<CRecintoDibujado>& recintos,
         CPuesto& suyo = puestos.emplace_back(CPuesto{&recinto, nuevos[i], std::move(poligono), {}});
         suyo.poligono->getEnvelope(&suyo.caja);
     }
-    std::sort(puestos.begin(), puestos.end(),
-              [](const CPuesto& a, const CPuesto& b) { return a.caja.MinX < b.caja.MinX; });
+    std::ranges::sort(puestos, {}, [](const CPuesto& puesto) { return puesto.caja.MinX; });
     return puestos;
 }
 

@@ -50,7 +50,7 @@ void CTramos::Conoce(int posicion, const CAnillo& puntos)
         if (linea.size() > 1)
             m_conocidas.emplace(CClaveArista(Clave(linea[0]), Clave(linea[1])),
                                 CConocida{signo * posicion, linea});
-        std::reverse(linea.begin(), linea.end());
+        std::ranges::reverse(linea);
     }
 }
 
@@ -62,10 +62,10 @@ std::pair<int, std::size_t> CTramos::Conocida(const CAnillo& cerrado, std::size_
     for (auto i = primera; i != ultima; ++i) {
         const auto& [posicion, puntos] = i->second;
         const std::size_t aristas = puntos.size() - 1;
-        const bool cabe =
-            desde + aristas < cerrado.size() &&
-            std::equal(puntos.begin(), puntos.end(),
-                       cerrado.begin() + static_cast<std::ptrdiff_t>(desde), EnElMismoSitio);
+        const bool cabe = desde + aristas < cerrado.size() &&
+                          std::equal(puntos.begin(), puntos.end(),
+                                     cerrado.begin() + static_cast<std::ptrdiff_t>(desde),
+                                     vexageo::EnElMismoSitio);
         // Of two alike the first one in the drawing.
         if (cabe && (aristas > mejor.second ||
                      (aristas == mejor.second && std::abs(posicion) < std::abs(mejor.first))))
@@ -86,8 +86,8 @@ CAnillo CTramos::Girado(const CAnillo& anillo) const
         girado.insert(girado.end(), anillo.begin(), inicio + 1); // its first point closes it
         return girado;
     };
-    const auto nudo = std::find_if(anillo.begin(), anillo.end(),
-                                   [&](const CPunto<int>& punto) { return EsNudo(punto); });
+    const auto nudo =
+        std::ranges::find_if(anillo, [&](const CPunto<int>& punto) { return EsNudo(punto); });
     if (nudo != anillo.end())
         return desde(nudo);
     for (auto i = anillo.begin(); i != anillo.end(); ++i) { // a known line may be all of it
@@ -99,9 +99,8 @@ CAnillo CTramos::Girado(const CAnillo& anillo) const
             return girado;
     }
     // One line: it begins where every ring along it would.
-    return desde(std::min_element(anillo.begin(), anillo.end(), [](const auto& a, const auto& b) {
-        return std::pair(a.X, a.Y) < std::pair(b.X, b.Y);
-    }));
+    return desde(std::ranges::min_element(
+        anillo, {}, [](const CPunto<int>& punto) { return std::pair(punto.X, punto.Y); }));
 }
 
 std::vector<int> CTramos::Pon(const CAnillo& anillo, vexageo::CEscritorDibujo& dibujo)
@@ -132,7 +131,7 @@ int CTramos::PonLinea(CAnillo linea, vexageo::CEscritorDibujo& dibujo)
         return hecha->second;
     const CClaveArista vuelta(Clave(linea.back()), Clave(linea[linea.size() - 2]));
     if (m_altura)
-        std::transform(linea.begin(), linea.end(), linea.begin(), m_altura);
+        std::ranges::transform(linea, linea.begin(), m_altura);
     const int posicion = dibujo.Linea(kCodigoLinde, std::move(linea));
     if (posicion != 0) {
         m_lineas[ida] = posicion;

@@ -12,17 +12,6 @@
 #include "platform/ansi.h"
 #include "platform/files/set_healing.h"
 
-namespace {
-
-const std::vector<ClaseTopologia>& DePoligono()
-{
-    static const std::vector<ClaseTopologia> clases = {
-        ClaseTopologia::Parcelas, ClaseTopologia::Subparcelas, ClaseTopologia::Poligonos};
-    return clases;
-}
-
-} // namespace
-
 GDALDataset* CMunicipioNuevo::Crea(const char* lista, int bandas, CSLConstList opciones)
 {
     if (bandas != 0)
@@ -101,35 +90,32 @@ OGRLayer* CMunicipioNuevo::CreaCapa(const char* nombre, const OGRSpatialReferenc
     return SinExcepciones<OGRLayer*>(nullptr, [&]() -> OGRLayer* {
         const std::optional<ClaseTopologia> clase = ClaseDeCapa(nombre);
         const std::optional<ClaseEntidad> entidad = ClaseDeEntidad(nombre);
-        bool deja = false;
-        if (EQUAL(nombre, capa::kMensajes)) {
+        CTomaElemento toma = [](const OGRFeature&) { return true; }; // of a layer that is left out
+        CString motivo;
+        if (EQUAL(nombre, capa::kMensajes))
             Advierte("La capa mensajes no se escribe: sale del fichero de errores"_ansi);
-            deja = true;
-        } else if (!clase && !entidad) {
-            deja = RechazaCapa(
+        else if (!clase && !entidad)
+            motivo =
                 Formatea("De la capa %s no se hace un dibujo; las hay de parcelas, subparcelas, "
                          "poligonos, hojas, rotulos y lineas (se nombra con -nln)"_ansi,
-                         AnsiParaDecir(nombre)));
-        } else if (const CString motivo = MotivoDeReferencia(referencia); !motivo.IsEmpty()) {
-            deja = RechazaCapa("La capa " + AnsiParaDecir(nombre) + " " + motivo);
-        } else {
+                         AnsiParaDecir(nombre));
+        else if (motivo = MotivoDeReferencia(referencia); !motivo.IsEmpty())
+            motivo = "La capa " + AnsiParaDecir(nombre) + " " + motivo;
+        else {
             if (clase)
                 m_traidas.recintos.insert(*clase);
             else
                 m_traidas.entidades.insert(*entidad);
-            const auto toma = [this, suya = std::string(nombre)](const OGRFeature& elemento) {
+            toma = [this, suya = std::string(nombre)](const OGRFeature& elemento) {
                 const bool tomado =
                     SinExcepciones(false, [&] { return Toma(suya.c_str(), elemento); });
                 m_rechazado = m_rechazado || !tomado;
                 return tomado;
             };
-            Añade(std::make_unique<CCapaNuevaSalida>(toma, nombre, referencia));
-            return Ultima();
         }
-        if (!deja)
+        if (!motivo.IsEmpty() && !RechazaCapa(motivo))
             return nullptr;
-        Añade(std::make_unique<CCapaNuevaSalida>([](const OGRFeature&) { return true; }, nombre,
-                                                 referencia));
+        Añade(std::make_unique<CCapaNuevaSalida>(std::move(toma), nombre, referencia));
         return Ultima();
     });
 }
@@ -161,14 +147,14 @@ bool CMunicipioNuevo::Toma(const char* capa, const OGRFeature& elemento)
 
 /// What one drawing has of what was taken is still to come.
 CPedidoDibujo CMunicipioNuevo::PedidoDe(const CString& nombre,
-                                        std::vector<ClaseTopologia> clases) const
+                                        std::span<const ClaseTopologia> clases) const
 {
     CPedidoDibujo pedido;
     pedido.nombre = nombre;
     for (const ClaseTopologia clase : clases)
         if (m_traidas.Hay(clase))
             pedido.traidas.recintos.insert(clase);
-    pedido.clases = std::move(clases);
+    pedido.clases = clases;
     pedido.traidas.entidades = m_traidas.entidades;
     return pedido;
 }
@@ -181,7 +167,7 @@ std::vector<CPedidoDibujo> CMunicipioNuevo::Pedidos()
     const auto suyo = [&](const CString& entrada) -> CPedidoDibujo& {
         const auto [lugar, nuevo] = lugares.try_emplace(entrada, pedidos.size());
         if (nuevo)
-            pedidos.push_back(PedidoDe(entrada, DePoligono()));
+            pedidos.push_back(PedidoDe(entrada));
         return pedidos[lugar->second];
     };
     for (CRecintoEntrante& recinto : m_recintos)
@@ -197,7 +183,7 @@ std::vector<CPedidoDibujo> CMunicipioNuevo::Pedidos()
 bool CMunicipioNuevo::HayQueQuitar(const CString& entrada) const
 {
     const CString base = CCadena(m_lista).DamePath() + entrada;
-    return std::any_of(DePoligono().begin(), DePoligono().end(), [&](ClaseTopologia clase) {
+    return std::ranges::any_of(kDePoligono, [&](ClaseTopologia clase) {
         CFile fichero;
         return m_traidas.Hay(clase) &&
                AbreSiHay(fichero, ConExtension(base, ExtensionDe(clase)), CFile::anyCase) &&
@@ -230,7 +216,7 @@ bool CMunicipioNuevo::PideVacios(const CListaDibujada& lista, const std::set<CSt
             continue;
         const bool seVacia = todos || vacios.contains(entrada);
         if (seVacia)
-            pedidos.push_back(PedidoDe(entrada, DePoligono()));
+            pedidos.push_back(PedidoDe(entrada));
         m_noticias.Apunta(seVacia ? "polígonos que la opción VACIA deja sin los recintos que el "
                                     "origen podría traer"_ansi
                                   : "polígonos de la lista que el origen no nombra y se quedan "
@@ -266,7 +252,7 @@ bool CMunicipioNuevo::Graba()
     // Where all outlines of a polygon went to another one, it was named all the same.
     for (const CString& dejada : dejadas)
         if (lista.Tiene(dejada) && nombradas.insert(dejada).second)
-            pedidos.push_back(PedidoDe(dejada, DePoligono()));
+            pedidos.push_back(PedidoDe(dejada));
     bien = PideVacios(lista, nombradas, pedidos) && bien;
     for (CPedidoDibujo& pedido : pedidos) {
         const bool estaba = lista.Estaba() && lista.Tiene(pedido.nombre);
@@ -285,10 +271,10 @@ bool CMunicipioNuevo::GrabaPoligono(const CString& base, bool estaba, CPedidoDib
                                     CConjuntoSalidas& salidas)
 {
     CDibujoAntes antes;
-    if (estaba && antes.Lee(base, DePoligono()))
+    if (estaba && antes.Lee(base, kDePoligono))
         return Graba(base, &antes, std::move(pedido), salidas);
     if (estaba)
-        for (const ClaseTopologia clase : DePoligono()) {
+        for (const ClaseTopologia clase : kDePoligono) {
             CFile fichero;
             if (!pedido.traidas.Hay(clase) &&
                 AbreSiHay(fichero, ConExtension(base, ExtensionDe(clase)), CFile::anyCase)) {
@@ -309,7 +295,8 @@ bool CMunicipioNuevo::GrabaHojas(CConjuntoSalidas& salidas)
         nombre = BaseDe(BuscaHojas(carpeta).nombre);
     if (nombre.IsEmpty())
         nombre = "ortos";
-    CPedidoDibujo pedido = PedidoDe(nombre, {ClaseTopologia::Hojas});
+    static constexpr ClaseTopologia kDeHojas[] = {ClaseTopologia::Hojas};
+    CPedidoDibujo pedido = PedidoDe(nombre, kDeHojas);
     for (const CRecintoEntrante& recinto : m_recintos)
         if (recinto.clase == ClaseTopologia::Hojas)
             pedido.recintos.push_back(recinto);

@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <set>
+#include <span>
 #include <vector>
 
 #include "evidence/gis/gdal_versions.h"
@@ -33,7 +34,8 @@ private:
     bool Toma(const char* capa, const OGRFeature& elemento);
     bool RechazaCapa(const CString& motivo);
     bool SiNo(const char* opcion) const;
-    CPedidoDibujo PedidoDe(const CString& nombre, std::vector<ClaseTopologia> clases) const;
+    CPedidoDibujo PedidoDe(const CString& nombre,
+                           std::span<const ClaseTopologia> clases = kDePoligono) const;
     std::vector<CPedidoDibujo> Pedidos();
     /// Appends those polygons of the list that become empty, and tells of the others that the
     /// source doesn't name. False, which was told, where the option for it names a wrong one.
