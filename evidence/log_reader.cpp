@@ -82,7 +82,7 @@ constexpr bool Encajan(const CPapeles& suyos)
     }
     return k == suyos.cuantos;
 }
-static_assert(std::all_of(std::begin(kPapeles), std::end(kPapeles), Encajan));
+static_assert(std::ranges::all_of(kPapeles, Encajan));
 
 std::span<const Papel> PapelesDe(const CMensaje& mensaje)
 {
@@ -186,10 +186,9 @@ std::string_view CodigoMensaje(const CMensaje& mensaje)
 CAviso LeeMensaje(std::string_view linea)
 {
     const std::string_view codigo = linea.substr(0, kLargoCodigo);
-    const auto mensaje =
-        std::find_if(Catalogo().begin(), Catalogo().end(), [&](const CMensaje& uno) {
-            return !codigo.empty() && CodigoMensaje(uno) == codigo;
-        });
+    const auto mensaje = std::ranges::find_if(Catalogo(), [&](const CMensaje& uno) {
+        return !codigo.empty() && CodigoMensaje(uno) == codigo;
+    });
     CAviso aviso;
     if (mensaje == Catalogo().end() ||
         !LeePorForma(mensaje->texto, linea, PapelesDe(*mensaje), aviso))

@@ -32,16 +32,15 @@ const char* NombreTabla(Tabla tabla)
 CNombresTablas TablasEn(const CString& carpeta)
 {
     CNombresTablas nombres;
-    std::transform(kUsuales.begin(), kUsuales.end(), nombres.begin(),
-                   [&](const CTablaUsual& usual) { return EnCarpeta(carpeta, usual.nombre); });
+    std::ranges::transform(kUsuales, nombres.begin(), [&](const CTablaUsual& usual) {
+        return EnCarpeta(carpeta, usual.nombre);
+    });
     return nombres;
 }
 
 std::optional<Tabla> TablaDeCabecera(std::string_view primera)
 {
-    const auto* const suya =
-        std::find_if(kUsuales.begin(), kUsuales.end(),
-                     [&](const CTablaUsual& usual) { return primera == usual.cabecera; });
+    const auto* const suya = std::ranges::find(kUsuales, primera, &CTablaUsual::cabecera);
     return suya == kUsuales.end() ? std::nullopt
                                   : std::optional(static_cast<Tabla>(suya - kUsuales.begin()));
 }

@@ -3,7 +3,6 @@
 #include <limits>
 
 #include "vexa_libs/binary.h"
-#include "vexa_libs/entity_bytes.h"
 #include "vexa_libs/ring.h"
 
 namespace vexageo {

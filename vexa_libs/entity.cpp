@@ -4,7 +4,6 @@
 #include <string>
 
 #include "vexa_libs/binary.h"
-#include "vexa_libs/entity_bytes.h"
 #include "vexa_libs/ring.h"
 
 namespace vexageo {
@@ -144,7 +143,7 @@ int CEntidadVexa<T>::Bytes() const
 template <class T>
 void CLinea<T>::Voltea()
 {
-    std::reverse(this->Puntos().begin(), this->Puntos().end());
+    std::ranges::reverse(this->Puntos());
 }
 
 template <class T>

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 #include <type_traits>
 #include <vector>
 
@@ -129,6 +130,11 @@ public:
         return std::make_unique<CTexto>(*this);
     }
 };
+
+/// Marks an entity as deleted and seals it anew, in the bytes of a drawing. Nothing changes where
+/// no whole one stands.
+/// \param desde  where it begins, from 0
+void MarcaBorrada(std::string& bytes, std::size_t desde);
 
 /// Head of a .BIN file.
 struct CCabeceraDibujo {

@@ -114,10 +114,8 @@ const CLinea<int>& CTopologia::Anillo(const CPoligonoTopologico& poligono, int k
 
 void CTopologia::OrdenaPoligonos()
 {
-    std::stable_sort(m_poligonos.begin(), m_poligonos.end(),
-                     [](const CPoligonoTopologico& a, const CPoligonoTopologico& b) {
-                         return a.NumPoligono() < b.NumPoligono();
-                     });
+    std::ranges::stable_sort(m_poligonos, {},
+                             [](const CPoligonoTopologico& suyo) { return suyo.NumPoligono(); });
     m_buscador = {};
 }
 

@@ -12,19 +12,19 @@ void CVexaACampiva2Dlg::CompruebaGrafico(
 {
     int sinWarnings = 0; // all that is told here is an error
     const CAvisos avisos{*log, *numErrores, sinWarnings};
-    std::sort(parcelasVistas.begin(), parcelasVistas.end());
+    std::ranges::sort(parcelasVistas);
     std::vector<CSubparcelaVista> vistas = subparcelasVistas;
-    std::sort(vistas.begin(), vistas.end());
+    std::ranges::sort(vistas);
     const bool salva = ParcelasNoEnGrafico != 0;
     for (int i = 0; i < static_cast<int>(municipio->Parcelas().size()); ++i) {
         CParcela& parcela = municipio->DameParcela(i);
-        if (!std::binary_search(parcelasVistas.begin(), parcelasVistas.end(), i)) {
+        if (!std::ranges::binary_search(parcelasVistas, i)) {
             Avisa(avisos, kParcelaNoEnGrafico, parcela.Polig, parcela.Parcela);
             parcela.salvar = parcela.salvar && salva;
             continue; // its subparcels keep their marks
         }
         for (int k = 0; k < static_cast<int>(parcela.Subparcelas().size()); ++k) {
-            if (std::binary_search(vistas.begin(), vistas.end(), CSubparcelaVista{i, k}))
+            if (std::ranges::binary_search(vistas, CSubparcelaVista{i, k}))
                 continue;
             CSubparcela& subparcela = parcela.DameSubparcela(k);
             Avisa(avisos, kSubparcelaNoEnGrafico, parcela.Polig, parcela.Parcela, subparcela.letra);

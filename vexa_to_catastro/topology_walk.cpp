@@ -17,7 +17,7 @@ Rotulo LeeRotuloDeCodigo(const vexageo::CPoligonoTopologico& poligono, CFile* bi
     if (!vexageo::LeeRotulo(poligono, bin, rotulo))
         return Rotulo::FueraDeFecha;
     const vexageo::CTipoDat& tipo = rotulo.Tipo();
-    const bool suyo = std::any_of(codigos.begin(), codigos.end(),
-                                  [&](const char* codigo) { return tipo.ComparaCodigo(codigo); });
+    const bool suyo = std::ranges::any_of(
+        codigos, [&](const char* codigo) { return tipo.ComparaCodigo(codigo); });
     return tipo.EsTexto() && !tipo.EsBorrado() && suyo ? Rotulo::Valido : Rotulo::Ajeno;
 }
