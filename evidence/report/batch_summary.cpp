@@ -177,10 +177,9 @@ CResultado LoQueResulta(const CResumenLote& resumen, const COpciones& opciones,
     resultado.hayPerdidas = resumen.HayPerdidas();
     if (opciones.PorLaSalida() == 0)
         resultado.resumen = ResumenLote(resumen, pagina);
-    const auto conQuejas = std::count_if(
-        resumen.trabajos.begin(), resumen.trabajos.end(), [](const CTrabajoVisto& uno) {
-            return uno.conQuejas && uno.hecho->estado == 0; // of others it was told before
-        });
+    const auto conQuejas = std::ranges::count_if(resumen.trabajos, [](const CTrabajoVisto& uno) {
+        return uno.conQuejas && uno.hecho->estado == 0; // of others it was told before
+    });
     if (conQuejas > 0)
         resultado.quejas.push_back("De " + Cuantos(conQuejas, "trabajo hecho", "trabajos hechos") +
                                    " no se pudo leer o escribir algo, que dice su nota");
@@ -231,8 +230,7 @@ CString Ocupada(const CSalidasLote& nombres, const CLoteLeido& leido)
     std::erase(salidas, CString(kEstandar));
     if (const CString* const ocupada = BuscaOcupada(salidas, leido.Suyos()))
         return *ocupada;
-    if (const auto suya = std::find_if(salidas.begin(), salidas.end(), EsDeUnMunicipio);
-        suya != salidas.end())
+    if (const auto suya = std::ranges::find_if(salidas, EsDeUnMunicipio); suya != salidas.end())
         return *suya;
     for (const lote::CTrabajo& trabajo : leido.Trabajos())
         if (CString ocupada = OcupadaPor(FicherosDe(trabajo, leido.Estados()), salidas);

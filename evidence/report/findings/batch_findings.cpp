@@ -16,22 +16,17 @@ Suerte CTrabajoVisto::DameSuerte() const
 
 void CResumenLote::Ordena()
 {
-    const auto clave = [](const CTrabajoVisto& uno) {
+    std::ranges::sort(trabajos, {}, [](const CTrabajoVisto& uno) {
         return std::tuple(uno.DameSuerte(), -uno.Cifra(&CCifras::sinExplicar),
                           -uno.Cifra(&CCifras::perdida), -uno.Cifra(&CCifras::sinPadre),
                           -uno.Cifra(&CCifras::errores), -uno.Cifra(&CCifras::warnings),
                           uno.numero);
-    };
-    std::sort(trabajos.begin(), trabajos.end(),
-              [&](const CTrabajoVisto& uno, const CTrabajoVisto& otro) {
-                  return clave(uno) < clave(otro);
-              });
+    });
 }
 
 std::int64_t CResumenLote::Cuantos(Suerte suerte) const
 {
-    return std::count_if(trabajos.begin(), trabajos.end(),
-                         [&](const CTrabajoVisto& uno) { return uno.DameSuerte() == suerte; });
+    return std::ranges::count(trabajos, suerte, &CTrabajoVisto::DameSuerte);
 }
 
 std::int64_t CResumenLote::Suma(std::optional<std::int64_t> CCifras::*cual) const
@@ -44,8 +39,8 @@ std::int64_t CResumenLote::Suma(std::optional<std::int64_t> CCifras::*cual) cons
 
 std::int64_t CResumenLote::QuePierden() const
 {
-    return std::count_if(trabajos.begin(), trabajos.end(),
-                         [](const CTrabajoVisto& uno) { return uno.Cifra(&CCifras::perdida) > 0; });
+    return std::ranges::count_if(
+        trabajos, [](const CTrabajoVisto& uno) { return uno.Cifra(&CCifras::perdida) > 0; });
 }
 
 double CResumenLote::Segundos() const
@@ -58,7 +53,7 @@ double CResumenLote::Segundos() const
 
 bool CResumenLote::Hay(const CColumnaLote& columna) const
 {
-    return std::any_of(trabajos.begin(), trabajos.end(), [&](const CTrabajoVisto& uno) {
+    return std::ranges::any_of(trabajos, [&](const CTrabajoVisto& uno) {
         return uno.cifras && ((*uno.cifras).*columna.cifra);
     });
 }

@@ -86,8 +86,8 @@ CPoligonoRoto FaltaDelPoligono(const CPoligonoDibujado& poligono)
 
 CBalanceDibujo::CBalanceDibujo(const CSuperficies& superficies, const CRegistroLeido& registro)
     : m_superficies(superficies),
-      m_hayEscritas(std::any_of(superficies.begin(), superficies.end(),
-                                [](const auto& una) { return una.second.escrita.has_value(); }))
+      m_hayEscritas(std::ranges::any_of(
+          superficies, [](const auto& una) { return una.second.escrita.has_value(); }))
 {
     for (const CAviso& aviso : registro.avisos)
         if (aviso.Es(kSuperficieCorregida))
@@ -108,8 +108,8 @@ void CBalanceDibujo::Toma(const CPoligonoDibujado& poligono)
 
 std::int64_t CBalanceDibujo::SinExplicar() const
 {
-    return std::count_if(desajustes.begin(), desajustes.end(),
-                         [](const CDesajuste& uno) { return uno.motivo.empty(); });
+    return std::ranges::count_if(desajustes,
+                                 [](const CDesajuste& uno) { return uno.motivo.empty(); });
 }
 
 std::int64_t CBalanceDibujo::Perdida() const
@@ -191,7 +191,7 @@ std::string CBalanceDibujo::Motivo(const CDesajuste& desajuste, const CPiezas& p
     const bool corregida = m_corregidas.contains({desajuste.polig, desajuste.parcela});
     if (corregida)
         anota("toma la suma de sus subparcelas (W304)");
-    if (std::any_of(piezas.Recintos().begin(), piezas.Recintos().end(), GuardaOtraArea))
+    if (std::ranges::any_of(piezas.Recintos(), GuardaOtraArea))
         anota("el área guardada no es la del contorno");
     return corregida || esDelUltimo ? motivo : std::string();
 }

@@ -1,9 +1,10 @@
 #include "evidence/report/findings/matters.h"
 
 #include <algorithm>
+#include <compare>
+#include <functional>
 #include <map>
 #include <set>
-#include <tuple>
 
 #include "evidence/report/reading/bounds.h"
 #include "evidence/report/reading/text.h"
@@ -35,10 +36,7 @@ struct CCausa {
     {
         return clase == otra.clase && a == otra.a && b == otra.b;
     }
-    friend bool operator<(const CCausa& x, const CCausa& y)
-    {
-        return std::tie(x.clase, x.a, x.b, x.posicion) < std::tie(y.clase, y.a, y.b, y.posicion);
-    }
+    friend auto operator<=>(const CCausa&, const CCausa&) = default;
 };
 
 using CNumeros = CNumerosParcela;
@@ -187,8 +185,8 @@ void CReunion::CuentaMensajes(const CTramo& tramo, CAsunto& asunto) const
         if (aviso.mensaje == nullptr)
             continue;
         asunto.errores += EsWarning(*aviso.mensaje) ? 0 : 1;
-        const auto suya = std::find_if(asunto.cuentas.begin(), asunto.cuentas.end(),
-                                       [&](const auto& c) { return c.first == aviso.mensaje; });
+        const auto suya = std::ranges::find_if(
+            asunto.cuentas, [&](const auto& c) { return c.first == aviso.mensaje; });
         if (suya == asunto.cuentas.end())
             asunto.cuentas.emplace_back(aviso.mensaje, 1);
         else
@@ -210,8 +208,8 @@ CAsunto CReunion::Cuenta(const CTramo& tramo) const
     } else if (causa.clase == Clase::VariosRecintos) {
         const auto& perdidas = m_datos.dibujo->perdidas;
         asunto.parcelas.assign(perdidas.begin(), perdidas.end());
-        std::stable_sort(asunto.parcelas.begin(), asunto.parcelas.end(),
-                         [](const auto& a, const auto& b) { return a.second > b.second; });
+        std::ranges::stable_sort(asunto.parcelas, std::greater(),
+                                 [](const auto& una) { return una.second; });
     }
     asunto.titulo = Titulo(causa, asunto);
     return asunto;
@@ -223,8 +221,8 @@ CAsunto CReunion::Cuenta(const CTramo& tramo) const
 std::string CReunion::TituloDeParcela(const CAsunto& asunto)
 {
     const auto hay = [&](Mensaje numero) {
-        return std::any_of(asunto.cuentas.begin(), asunto.cuentas.end(),
-                           [&](const auto& c) { return c.first->numero == numero; });
+        return std::ranges::any_of(asunto.cuentas,
+                                   [&](const auto& c) { return c.first->numero == numero; });
     };
     constexpr std::pair<Mensaje, const char*> kMotivos[] = {
         {kParcelaNoValida, "sus números no valen"},
@@ -293,7 +291,7 @@ void CReunion::BuscaCausas()
         causa.posicion = posicion++;
         m_causas.push_back(causa);
     }
-    std::sort(m_causas.begin(), m_causas.end());
+    std::ranges::sort(m_causas);
 }
 
 /// What has a cause of its own. Surface that is lost is a matter without any message, too.
@@ -330,8 +328,8 @@ CAsuntos CReunion::Reune()
     Tasa(tramos);
     CAsuntos asuntos;
     asuntos.cuantos = static_cast<std::int64_t>(tramos.size());
-    std::stable_sort(tramos.begin(), tramos.end(), [](const CTramo& a, const CTramo& b) {
-        return std::pair(a.coste, a.Largo()) > std::pair(b.coste, b.Largo());
+    std::ranges::stable_sort(tramos, std::greater(), [](const CTramo& tramo) {
+        return std::pair(tramo.coste, tramo.Largo());
     });
     if (tramos.size() > topes::kAsuntos)
         tramos.erase(tramos.begin() + topes::kAsuntos, tramos.end());

@@ -16,8 +16,8 @@ CIndiceAvisos::CIndiceAvisos(const CRegistroLeido& registro) : m_registro(regist
             m_porSitio.push_back({{aviso.x, aviso.y}, posicion});
         ++posicion;
     }
-    std::sort(m_porParcela.begin(), m_porParcela.end());
-    std::sort(m_porSitio.begin(), m_porSitio.end());
+    std::ranges::sort(m_porParcela);
+    std::ranges::sort(m_porSitio);
 }
 
 std::span<const CIndiceAvisos::CEntrada> CIndiceAvisos::Tramo(int polig, int parcela) const

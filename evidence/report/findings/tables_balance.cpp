@@ -28,7 +28,7 @@ class CClavesEnFila {
 public:
     explicit CClavesEnFila(CClaves claves) : m_claves(std::move(claves))
     {
-        std::sort(m_claves.begin(), m_claves.end());
+        std::ranges::sort(m_claves);
     }
     bool Acabada() const { return m_i == m_claves.size(); }
     const CClaveRegistro& Primera() const { return m_claves[m_i]; }

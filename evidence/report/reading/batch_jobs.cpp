@@ -75,7 +75,7 @@ std::vector<std::string> CLoteLeido::Reparos() const
                                   "líneas de trabajos.log están a medias") +
                           ": sus trabajos constan como sin hacer.");
     const auto suyos = static_cast<std::size_t>(
-        std::count_if(m_trabajos.begin(), m_trabajos.end(), [&](const lote::CTrabajo& trabajo) {
+        std::ranges::count_if(m_trabajos, [&](const lote::CTrabajo& trabajo) {
             return m_estados.De(trabajo) != nullptr;
         }));
     if (const auto otros = static_cast<std::int64_t>(m_estados.Cuantos() - suyos); otros > 0)
@@ -121,10 +121,9 @@ COpciones OpcionesDe(const lote::CTrabajo& trabajo, const lote::CHecho& hecho)
         return opciones;
     for (const std::string_view campo : lote::kCamposDeTablas) {
         const CString tabla = fichero(campo);
-        const bool reescrita =
-            trabajo.traduccion == Vuelta && hecho.estado == 0 &&
-            trabajo.Campo("modificar") != "0" &&
-            std::find(std::begin(kReescribe), std::end(kReescribe), campo) != std::end(kReescribe);
+        const bool reescrita = trabajo.traduccion == Vuelta && hecho.estado == 0 &&
+                               trabajo.Campo("modificar") != "0" &&
+                               std::ranges::find(kReescribe, campo) != std::end(kReescribe);
         if (HayFichero(tabla))
             (reescrita ? opciones.escritos : opciones.con).push_back(tabla);
     }

@@ -41,9 +41,9 @@ constexpr struct {
 bool TieneAlgunValor(const COpciones& opciones)
 {
     return !opciones.con.empty() || !opciones.escritos.empty() || opciones.detenido ||
-           opciones.ensayo ||
-           std::any_of(std::begin(kConValor), std::end(kConValor),
-                       [&](const auto& opcion) { return !(opciones.*opcion.valor).IsEmpty(); });
+           opciones.ensayo || std::ranges::any_of(kConValor, [&](const auto& opcion) {
+               return !(opciones.*opcion.valor).IsEmpty();
+           });
 }
 
 /// What is wrong with a line that asks for the summary of a batch.
@@ -84,8 +84,7 @@ std::string Repara(const COpciones& opciones)
 template <class T, std::size_t N>
 const T* Busca(const T (&opciones)[N], std::string_view nombre)
 {
-    const T* const suya = std::find_if(std::begin(opciones), std::end(opciones),
-                                       [&](const T& una) { return una.nombre == nombre; });
+    const T* const suya = std::ranges::find(opciones, nombre, &T::nombre);
     return suya == std::end(opciones) ? nullptr : suya;
 }
 
@@ -132,7 +131,7 @@ std::ptrdiff_t COpciones::PorLaSalida() const
 {
     std::vector<CString> salidas = Otras();
     salidas.push_back(html);
-    return std::count(salidas.begin(), salidas.end(), CString(kEstandar));
+    return std::ranges::count(salidas, CString(kEstandar));
 }
 
 const char* const kUso = R"(Uso: campiva-informe [OPCIONES] REGISTRO.ERR ...

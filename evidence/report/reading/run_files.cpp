@@ -23,8 +23,7 @@ constexpr std::string_view kEscritas[] = {
 
 bool PuedeSerEntrada(const CString& nombre)
 {
-    return std::find(std::begin(kEscritas), std::end(kEscritas), ExtensionDe(nombre)) ==
-           std::end(kEscritas);
+    return std::ranges::find(kEscritas, ExtensionDe(nombre)) == std::end(kEscritas);
 }
 
 bool PuedeSerLista(const CString& nombre)
@@ -53,7 +52,7 @@ CString BuscaEn(const CString& carpeta, F encaja)
     std::vector<std::filesystem::path> nombres = sistema::Lista(sistema::Ruta(lugar), error);
     if (NoSeHalla(CFile::RutaCompleta(lugar), error))
         return {};
-    std::sort(nombres.begin(), nombres.end());
+    std::ranges::sort(nombres);
     for (const std::filesystem::path& nombre : nombres)
         if (CString ruta = EnCarpeta(carpeta, sistema::Nombre(nombre)); encaja(ruta))
             return ruta;
@@ -120,9 +119,8 @@ bool EsDeInfograf(const COpciones& opciones, const CFicheros& ficheros)
     constexpr auto kHolgura = std::chrono::seconds(2); // some disks tell the time no better
     if (opciones.infograf)
         return *opciones.infograf;
-    const bool escribioR =
-        std::any_of(opciones.escritos.begin(), opciones.escritos.end(),
-                    [](const CString& nombre) { return ExtensionDe(nombre) == "R"; });
+    const bool escribioR = std::ranges::any_of(
+        opciones.escritos, [](const CString& nombre) { return ExtensionDe(nombre) == "R"; });
     if (!ficheros.ficheroCsp.IsEmpty() || escribioR)
         return !escribioR;
     if (ficheros.registro == kEstandar)

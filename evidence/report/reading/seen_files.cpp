@@ -89,8 +89,7 @@ void MiraTablas(const CFicheros& ficheros, std::vector<CFicheroVisto>& vistos)
     const bool ida = ficheros.sentido == Sentido::Ida;
     for (int tabla = 0; tabla < kTablas; ++tabla) {
         const auto& escritas = ficheros.escritas;
-        const bool otraVez =
-            !ida && std::find(escritas.begin(), escritas.end(), tabla) != escritas.end();
+        const bool otraVez = !ida && std::ranges::find(escritas, tabla) != escritas.end();
         vistos.push_back(Mira(otraVez ? "tabla, reescrita" : "tabla",
                               ficheros.tablas[static_cast<std::size_t>(tabla)], ida));
     }

@@ -40,7 +40,7 @@ CAnillo Ordenado(CAnillo anillo, bool hueco)
     if (anillo.size() < kMenos)
         return {};
     if ((DobleAreaConSigno(anillo) < 0) != hueco)
-        std::reverse(anillo.begin(), anillo.end());
+        std::ranges::reverse(anillo);
     return anillo;
 }
 

@@ -11,7 +11,7 @@ namespace informe {
 bool CMapas::HayMensajes(const CPoligonoDibujado& poligono) const
 {
     const auto& recintos = poligono.parcelas.recintos;
-    return std::any_of(recintos.begin(), recintos.end(), [&](const CRecintoDibujado& recinto) {
+    return std::ranges::any_of(recintos, [&](const CRecintoDibujado& recinto) {
         return recinto.Valido() && (m_indice.HayDeParcela(poligono.polig, recinto.parcela) ||
                                     m_perdidas.contains({poligono.polig, recinto.parcela}));
     });

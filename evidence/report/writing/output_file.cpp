@@ -11,8 +11,8 @@ const CString* BuscaOcupada(const std::vector<CString>& salidas, std::vector<CSt
     for (const CString& salida : salidas) {
         if (salida.IsEmpty() || salida == kEstandar)
             continue;
-        if (std::any_of(leidos.begin(), leidos.end(),
-                        [&](const CString& leido) { return CFile::SeriaElMismo(salida, leido); }))
+        if (std::ranges::any_of(
+                leidos, [&](const CString& leido) { return CFile::SeriaElMismo(salida, leido); }))
             return &salida;
         leidos.push_back(salida);
     }

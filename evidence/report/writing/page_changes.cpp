@@ -142,7 +142,7 @@ CSeccionCambios::CElegidas CSeccionCambios::Elige(CCambioParcela::Que que) const
     for (const CCambioParcela& cambio : m_cambios.parcelas)
         if (cambio.que == que)
             elegidas.push_back(&cambio);
-    std::stable_sort(elegidas.begin(), elegidas.end(), [](const auto* a, const auto* b) {
+    std::ranges::stable_sort(elegidas, [](const auto* a, const auto* b) {
         return std::abs(a->Diferencia()) > std::abs(b->Diferencia());
     });
     return elegidas;

@@ -29,11 +29,10 @@ void FilaDesajuste(CMarcas& marcas, const CAnclas& anclas, const CDesajuste& uno
 /// the smaller.
 std::vector<CDesajuste> EnOrden(std::vector<CDesajuste> desajustes)
 {
-    std::stable_sort(
-        desajustes.begin(), desajustes.end(), [](const CDesajuste& a, const CDesajuste& b) {
-            return std::tuple(!a.motivo.empty(), -a.Perdida(), -std::abs(a.Diferencia())) <
-                   std::tuple(!b.motivo.empty(), -b.Perdida(), -std::abs(b.Diferencia()));
-        });
+    std::ranges::stable_sort(desajustes, [](const CDesajuste& a, const CDesajuste& b) {
+        return std::tuple(!a.motivo.empty(), -a.Perdida(), -std::abs(a.Diferencia())) <
+               std::tuple(!b.motivo.empty(), -b.Perdida(), -std::abs(b.Diferencia()));
+    });
     return desajustes;
 }
 

@@ -77,8 +77,9 @@ std::vector<CContenido::CPerdida> CContenido::Perdidas() const
 CCifras CContenido::Cifras() const
 {
     const auto conLetra = [&](char letra) {
-        return std::count_if(proceso.registro.avisos.begin(), proceso.registro.avisos.end(),
-                             [&](const CAviso& aviso) { return Codigo(aviso).front() == letra; });
+        return std::ranges::count_if(proceso.registro.avisos, [&](const CAviso& aviso) {
+            return Codigo(aviso).front() == letra;
+        });
     };
     CCifras cifras;
     cifras.alarma = proceso.Alarma();
@@ -97,8 +98,8 @@ CCifras CContenido::Cifras() const
     for (const auto& [parcela, metros] : dibujo->perdidas)
         perdidas[parcela] += metros;
     cifras.perdida = SumaMetros(perdidas);
-    cifras.parcelas = std::count_if(perdidas.begin(), perdidas.end(),
-                                    [](const auto& una) { return una.second > 0; });
+    cifras.parcelas =
+        std::ranges::count_if(perdidas, [](const auto& una) { return una.second > 0; });
     return cifras;
 }
 
@@ -106,8 +107,8 @@ bool CContenido::HayPerdidas() const
 {
     const std::vector<CPerdida> perdidas = Perdidas();
     return SinExplicar() > 0 || !proceso.infograf.sinPadre.empty() ||
-           std::any_of(perdidas.begin(), perdidas.end(),
-                       [](const CPerdida& perdida) { return perdida.metros > 0; });
+           std::ranges::any_of(perdidas,
+                               [](const CPerdida& perdida) { return perdida.metros > 0; });
 }
 
 std::string Resumen(const CContenido& contenido, const CString& pagina)

@@ -38,12 +38,10 @@ CAnillo Envolvente(const std::vector<CRecintoDibujado>& recintos)
     CAnillo puntos;
     for (const CRecintoDibujado& recinto : recintos)
         puntos.insert(puntos.end(), recinto.contorno.begin(), recinto.contorno.end());
-    std::sort(puntos.begin(), puntos.end(), [](const CPunto& a, const CPunto& b) {
-        return std::pair(a.X, a.Y) < std::pair(b.X, b.Y);
-    });
+    std::ranges::sort(puntos, {}, [](const CPunto& p) { return std::pair(p.X, p.Y); });
     CAnillo anillo;
     AnexaMedia(puntos, anillo);
-    std::reverse(puntos.begin(), puntos.end());
+    std::ranges::reverse(puntos);
     AnexaMedia(puntos, anillo);
     return anillo;
 }

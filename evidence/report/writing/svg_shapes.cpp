@@ -98,9 +98,7 @@ std::string CHojaSvg::Camino(const CAnillo& anillo) const
 
 long long CHojaSvg::Ancho(const CAnillo& anillo)
 {
-    const auto [menor, mayor] =
-        std::minmax_element(anillo.begin(), anillo.end(),
-                            [](const CPunto<int>& a, const CPunto<int>& b) { return a.X < b.X; });
+    const auto [menor, mayor] = std::ranges::minmax_element(anillo, {}, &CPunto<int>::X);
     return menor == anillo.end() ? 0 : (0LL + mayor->X - menor->X) / kDecimetro;
 }
 

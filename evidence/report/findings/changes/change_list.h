@@ -61,8 +61,7 @@ struct CCambios {
     bool HayAlguno() const { return !parcelas.empty() || !personas.empty(); }
     std::int64_t Cuantas(CCambioParcela::Que que) const
     {
-        return std::count_if(parcelas.begin(), parcelas.end(),
-                             [&](const CCambioParcela& una) { return una.que == que; });
+        return std::ranges::count(parcelas, que, &CCambioParcela::que);
     }
 
     std::vector<CCambioParcela> parcelas; ///< those that aren't the same, in order

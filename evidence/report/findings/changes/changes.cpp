@@ -30,10 +30,7 @@ private:
     using CPartes = std::vector<CParte>;
 
     void ReuneMunicipios(const CEstadoMunicipio& estado);
-    bool EsDeLosSuyos(short mun) const
-    {
-        return std::binary_search(m_municipios.begin(), m_municipios.end(), mun);
-    }
+    bool EsDeLosSuyos(short mun) const { return std::ranges::binary_search(m_municipios, mun); }
     void ComparaUna(const CParcela& antes, const CParcela& ahora);
     void ComparaTitulares(const CParcela& antes, const CParcela& ahora, CCambioParcela& cambio);
     template <int (CPersonasDeDos::*Numero)(int) const>
@@ -54,7 +51,7 @@ void CComparacion::ReuneMunicipios(const CEstadoMunicipio& estado)
     for (const CParcela& parcela : estado.parcelas)
         if (m_municipios.empty() || m_municipios.back() != parcela.clave.mun)
             m_municipios.push_back(parcela.clave.mun);
-    std::sort(m_municipios.begin(), m_municipios.end());
+    std::ranges::sort(m_municipios);
     m_municipios.erase(std::unique(m_municipios.begin(), m_municipios.end()), m_municipios.end());
 }
 
@@ -71,7 +68,7 @@ void CComparacion::Partes(const CEstadoMunicipio& estado, const CParcela& parcel
     partes.clear();
     for (const CEstadoMunicipio::CVinculo& vinculo : estado.Vinculos(parcela))
         partes.emplace_back((m_gente.*Numero)(vinculo.persona), vinculo.titulo, vinculo.partici);
-    std::sort(partes.begin(), partes.end());
+    std::ranges::sort(partes);
 }
 
 void CComparacion::ComparaTitulares(const CParcela& antes, const CParcela& ahora,
@@ -81,9 +78,8 @@ void CComparacion::ComparaTitulares(const CParcela& antes, const CParcela& ahora
     Partes<&CPersonasDeDos::DeAhora>(m_ahora, ahora, m_partesAhora);
     if (m_partesAntes == m_partesAhora)
         return;
-    const bool sonLosMismos = std::equal(
-        m_partesAntes.begin(), m_partesAntes.end(), m_partesAhora.begin(), m_partesAhora.end(),
-        [](const CParte& a, const CParte& b) { return std::get<0>(a) == std::get<0>(b); });
+    const auto quien = [](const CParte& parte) { return std::get<0>(parte); };
+    const bool sonLosMismos = std::ranges::equal(m_partesAntes, m_partesAhora, {}, quien, quien);
     cambio.Pon(sonLosMismos ? Difiere::Participacion : Difiere::Titular);
 }
 
@@ -144,8 +140,7 @@ CCambios CComparacion::Compara()
             Pon({antes.clave, CCambioParcela::Que::Desaparecida, &antes, nullptr, {}, -1},
                 m_cambios.desaparecidas);
     }
-    std::sort(m_cambios.parcelas.begin(), m_cambios.parcelas.end(),
-              [](const auto& a, const auto& b) { return a.clave < b.clave; });
+    std::ranges::sort(m_cambios.parcelas, {}, &CCambioParcela::clave);
     m_cambios.municipios = m_municipios.size();
     BuscaRepartos(m_cambios);
     m_cambios.personas = m_gente.Cambios(m_municipios);

@@ -123,7 +123,7 @@ std::vector<CCambioPersona> CPersonasDeDos::Cambios(const std::vector<short>& mu
     std::vector<CCambioPersona> cambios;
     const auto pon = [&](CCambioPersona cambio, const auto& haberes, int persona,
                          const CEstadoMunicipio& estado) {
-        if (!std::binary_search(municipios.begin(), municipios.end(), Una(estado, persona).mun))
+        if (!std::ranges::binary_search(municipios, Una(estado, persona).mun))
             return;
         std::tie(cambio.metros, cambio.parcelas) = haberes[static_cast<std::size_t>(persona)];
         cambios.push_back(cambio);

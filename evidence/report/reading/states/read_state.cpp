@@ -125,7 +125,7 @@ ClaseEstado ClaseDeFichero(const CString& nombre)
 {
     constexpr std::string_view kTipos[] = {"MD", "TL", "PR", "SP", "SC", "PJ", "CT"};
     const auto esTipo = [&](std::string_view texto) {
-        return std::find(std::begin(kTipos), std::end(kTipos), texto) != std::end(kTipos);
+        return std::ranges::find(kTipos, texto) != std::end(kTipos);
     };
     int deCatastro = 0;
     int deR = 0;

@@ -92,21 +92,19 @@ void CEstadoEnObra::TomaVinculo(const CClaveParcela& clave, int numero, std::str
 
 void CEstadoEnObra::AsientaParajes()
 {
-    std::stable_sort(m_parajes.begin(), m_parajes.end());
+    std::ranges::stable_sort(m_parajes, {}, &CParajeLeido::Clave);
     for (CParcela& parcela : m_estado.parcelas) {
-        const CParajeLeido buscado{parcela.clave.mun, parcela.paraje, 0};
-        const auto suyo = std::lower_bound(m_parajes.begin(), m_parajes.end(), buscado);
+        const std::pair buscado(parcela.clave.mun, parcela.paraje);
+        const auto suyo = std::ranges::lower_bound(m_parajes, buscado, {}, &CParajeLeido::Clave);
         parcela.paraje =
-            suyo == m_parajes.end() || buscado < *suyo ? kNoEncontrado : suyo->posicion;
+            suyo == m_parajes.end() || suyo->Clave() != buscado ? kNoEncontrado : suyo->posicion;
     }
 }
 
 /// Position in the state of a person of a municipality.
 int CEstadoEnObra::Persona(short mun, int indice)
 {
-    const auto suya = std::find_if(m_primeras.begin(), m_primeras.end(),
-                                   [&](const auto& una) { return una.first == mun; });
-    return suya->second + indice;
+    return std::ranges::find(m_primeras, mun, &std::pair<short, int>::first)->second + indice;
 }
 
 /// Adds a link, unless the parcel has one to that person. Then it is passed over or, where the
@@ -127,9 +125,7 @@ void CEstadoEnObra::Enlaza(int parcela, const CEstadoMunicipio::CVinculo& vincul
 void CEstadoEnObra::EnlazaPorLineas(const CVinculoLeido& leido, short mun)
 {
     const std::pair buscado(mun, leido.numero);
-    auto linea =
-        std::lower_bound(m_titulares.begin(), m_titulares.end(), buscado,
-                         [](const CTitularLeido& a, const auto& b) { return a.Numero() < b; });
+    auto linea = std::ranges::lower_bound(m_titulares, buscado, {}, &CTitularLeido::Numero);
     for (; linea != m_titulares.end() && linea->Numero() == buscado; ++linea)
         Enlaza(leido.parcela, {Persona(mun, linea->indice), linea->partici, leido.titulo});
 }
@@ -149,17 +145,13 @@ void CEstadoEnObra::AsientaPersonas()
                                          SinBlancos(titular.DNI, kDniEscrito), municipio.Mun});
     }
     m_ultimos.resize(m_estado.personas.size());
-    std::stable_sort(
-        m_titulares.begin(), m_titulares.end(),
-        [](const CTitularLeido& a, const CTitularLeido& b) { return a.Numero() < b.Numero(); });
+    std::ranges::stable_sort(m_titulares, {}, &CTitularLeido::Numero);
 }
 
 /// The links of a parcel come together.
 void CEstadoEnObra::AsientaVinculos()
 {
-    std::stable_sort(
-        m_vinculos.begin(), m_vinculos.end(),
-        [](const CVinculoLeido& a, const CVinculoLeido& b) { return a.parcela < b.parcela; });
+    std::ranges::stable_sort(m_vinculos, {}, &CVinculoLeido::parcela);
     for (const CVinculoLeido& leido : m_vinculos) {
         CParcela& parcela = m_estado.parcelas[static_cast<std::size_t>(leido.parcela)];
         if (parcela.vinculos == 0)
@@ -199,12 +191,10 @@ void CEstadoEnObra::AsientaSubparcelas()
 /// whatever the program writes has it.
 void CEstadoEnObra::OrdenaSubparcelas(std::span<CSubparcela> suyas)
 {
-    const auto porLetra = [](const CSubparcela& a, const CSubparcela& b) {
-        return a.letra < b.letra;
-    };
-    std::stable_sort(suyas.begin(), suyas.end(), porLetra);
+    std::ranges::stable_sort(suyas, {}, &CSubparcela::letra);
     for (auto desde = suyas.begin(); desde != suyas.end();) {
-        const auto hasta = std::upper_bound(desde, suyas.end(), *desde, porLetra);
+        const auto hasta =
+            std::ranges::upper_bound(desde, suyas.end(), desde->letra, {}, &CSubparcela::letra);
         const auto con =
             std::find_if(desde, hasta, [](const CSubparcela& una) { return una.superficie > 0; });
         for (; desde != hasta; ++desde)

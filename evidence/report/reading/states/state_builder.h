@@ -62,10 +62,7 @@ private:
         int numero;
         int posicion;
 
-        friend bool operator<(const CParajeLeido& a, const CParajeLeido& b)
-        {
-            return std::pair(a.mun, a.numero) < std::pair(b.mun, b.numero);
-        }
+        std::pair<short, int> Clave() const { return {mun, numero}; }
     };
     struct CSubparcelaLeida {
         CClaveParcela clave;
