@@ -62,9 +62,7 @@ std::string Decimal(double numero, int decimales)
 
 std::string Fijo(double numero)
 {
-    std::string texto;
-    AnexaFormato(texto, "%.2lf", {numero});
-    return texto;
+    return Formatea("%.2lf", numero);
 }
 
 std::string Superficie(std::int64_t metros)
@@ -80,11 +78,6 @@ std::string Superficie(std::int64_t metros)
 std::string Hectareas(std::int64_t metros)
 {
     return Decimal(static_cast<double>(metros) / kMetrosPorHectarea, 4);
-}
-
-std::string Cuantos(std::int64_t cuantos, std::string_view uno, std::string_view varios)
-{
-    return Miles(cuantos) + " " + std::string(cuantos == 1 ? uno : varios);
 }
 
 std::string Hexadecimal(std::uint32_t suma)

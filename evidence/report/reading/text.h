@@ -1,5 +1,6 @@
 #pragma once
 
+#include <concepts>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -11,6 +12,10 @@ namespace informe {
 
 /// "1.234.567"
 std::string Miles(std::int64_t numero);
+std::string Miles(std::unsigned_integral auto numero)
+{
+    return Miles(static_cast<std::int64_t>(numero));
+}
 /// The number with so many decimals, "1.234,50".
 std::string Decimal(double numero, int decimales);
 /// The number with two decimals and a point, "1234.50", for programs.
@@ -20,7 +25,10 @@ std::string Superficie(std::int64_t metros);
 /// The same as a number of hectares to the square metre, "127,4321".
 std::string Hectareas(std::int64_t metros);
 /// "1 línea", "3 líneas"
-std::string Cuantos(std::int64_t cuantos, std::string_view uno, std::string_view varios);
+std::string Cuantos(std::integral auto cuantos, std::string_view uno, std::string_view varios)
+{
+    return Miles(cuantos) + " " + std::string(cuantos == 1 ? uno : varios);
+}
 /// A sum as eight digits, "CBF43926".
 std::string Hexadecimal(std::uint32_t suma);
 

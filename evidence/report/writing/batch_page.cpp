@@ -49,16 +49,15 @@ std::string EnColumna(const CColumnaLote& columna, std::int64_t valor)
 
 void Cifras(CMarcas& marcas, const CResumenLote& resumen)
 {
-    const auto cifra = [&](std::int64_t cuantos, const char* uno, const char* varios,
-                           const char* clase) {
-        Cifra(marcas, cuantos == 0, Miles(cuantos), cuantos == 1 ? uno : varios, clase);
+    const auto cuantos = [&](Suerte suerte, const char* uno, const char* varios) {
+        Cifra(marcas, resumen.Cuantos(suerte), uno, varios, "err");
     };
     marcas.Bloque("ul", {{"class", "cifras"}}, [&] {
         marcas.Linea();
-        cifra(static_cast<std::int64_t>(resumen.trabajos.size()), "trabajo", "trabajos", "");
-        cifra(resumen.Cuantos(Suerte::Fallo), "falló", "fallaron", "err");
-        cifra(resumen.Cuantos(Suerte::SinHacer), "sin hacer", "sin hacer", "err");
-        cifra(resumen.Cuantos(Suerte::SinLeer), "hecho, sin leer", "hechos, sin leer", "err");
+        Cifra(marcas, resumen.trabajos.size(), "trabajo", "trabajos", "");
+        cuantos(Suerte::Fallo, "falló", "fallaron");
+        cuantos(Suerte::SinHacer, "sin hacer", "sin hacer");
+        cuantos(Suerte::SinLeer, "hecho, sin leer", "hechos, sin leer");
         for (const CColumnaLote* columna : resumen.Columnas()) {
             const std::int64_t suma = resumen.Suma(columna->cifra);
             if (columna->esSuperficie)
@@ -94,20 +93,15 @@ public:
         for (const CColumnaLote* columna : m_columnas)
             cabeza.push_back({columna->titulo, true});
         cabeza.push_back({"Segundos", true});
-        m_marcas.Bloque("div", {{"class", "ancha"}}, [&] {
-            m_marcas.Elemento("table", {{"id", "trabajos"}}, [&] {
-                CabeceraTabla(m_marcas, cabeza);
-                m_marcas.Elemento("tbody", {}, [&] {
-                    m_marcas.Linea();
-                    for (std::size_t i = 0; i < Dichos(); ++i)
-                        Fila(m_resumen.trabajos[i]);
-                });
-                m_marcas.Elemento("tfoot", {}, [&] { Suma(); });
-            });
-        });
+        const auto filas = [&] {
+            for (const CTrabajoVisto& uno : Primeros(m_resumen.trabajos, topes::kTrabajos))
+                Fila(uno);
+        };
+        Tabla(m_marcas, "trabajos", cabeza, filas,
+              [&] { m_marcas.Elemento("tfoot", {}, [&] { Suma(); }); });
+        PonResto(m_marcas, topes::kTrabajos, m_resumen.trabajos.size(),
+                 ", que están en la hoja y cuentan en la suma.");
     }
-    /// How many of the jobs are shown.
-    std::size_t Dichos() const { return std::min(m_resumen.trabajos.size(), topes::kTrabajos); }
 
 private:
     void Fila(const CTrabajoVisto& uno)
@@ -136,7 +130,7 @@ private:
     void Suma()
     {
         m_marcas.Bloque("tr", {}, [&] {
-            Numero("trabajos", Miles(static_cast<std::int64_t>(m_resumen.trabajos.size())));
+            Numero("trabajos", Miles(m_resumen.trabajos.size()));
             m_marcas.Elemento("td", {{"class", "nombre"}}, "Suma");
             m_marcas.Elemento("td", {}, "").Elemento("td", {}, "");
             for (const CColumnaLote* columna : m_columnas)
@@ -173,12 +167,7 @@ void Cuerpo(CMarcas& marcas, const CResumenLote& resumen, const CFirma& firma,
                     "Lo peor, primero: lo que falló, lo que no se pudo leer o hacer; después, lo "
                     "que nadie explica, lo que se perdió, los errores y los warnings. La carpeta "
                     "lleva al informe del trabajo; su estado, a lo que dijo.");
-            CTablaLote tabla(marcas, resumen, pagina);
-            tabla.Pon();
-            if (const auto resto = resumen.trabajos.size() - tabla.Dichos(); resto > 0)
-                Parrafo(marcas, kNota,
-                        "y " + Miles(static_cast<std::int64_t>(resto)) +
-                            " más, que están en la hoja y cuentan en la suma.");
+            CTablaLote(marcas, resumen, pagina).Pon();
         });
     });
     PonPie(marcas, firma.version, firma.hecho);

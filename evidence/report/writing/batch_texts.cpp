@@ -31,8 +31,7 @@ std::string EnBreve(const CResumenLote& resumen)
 std::string ResumenLote(const CResumenLote& resumen, const CString& pagina)
 {
     std::string texto =
-        resumen.nombre + ": " +
-        Cuantos(static_cast<std::int64_t>(resumen.trabajos.size()), "trabajo", "trabajos") + ", " +
+        resumen.nombre + ": " + Cuantos(resumen.trabajos.size(), "trabajo", "trabajos") + ", " +
         EnBreve(resumen) + Cuantos(resumen.Suma(&CCifras::errores), "error", "errores") + ", " +
         Cuantos(resumen.Suma(&CCifras::warnings), "warning", "warnings") + ", " +
         Miles(resumen.Suma(&CCifras::sinExplicar)) + " sin explicar\n";

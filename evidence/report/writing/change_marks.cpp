@@ -10,8 +10,7 @@ namespace {
 
 auto Desde(const CCambios& cambios, const CClaveParcela& clave)
 {
-    return std::lower_bound(cambios.parcelas.begin(), cambios.parcelas.end(), clave,
-                            [](const CCambioParcela& a, const auto& b) { return a.clave < b; });
+    return std::ranges::lower_bound(cambios.parcelas, clave, {}, &CCambioParcela::clave);
 }
 
 } // namespace

@@ -15,7 +15,7 @@ std::string Enumera(const std::vector<std::string>& cosas, std::size_t comoMucho
     for (std::size_t i = 0; i < dichas; ++i)
         texto += (i == 0 ? "" : i + 1 == cosas.size() ? " y " : ", ") + cosas[i];
     if (dichas < cosas.size())
-        texto += " y " + Miles(static_cast<std::int64_t>(cosas.size() - dichas)) + " más";
+        texto += " y " + Miles(cosas.size() - dichas) + " más";
     return texto;
 }
 
@@ -43,9 +43,7 @@ CDiferencia DeSubparcela(const CCambioSubparcela& cambio)
 bool Sigue(const CClaveParcela& clave, const CContraste& contraste)
 {
     const auto& parcelas = contraste.cambios.parcelas;
-    const auto suya =
-        std::lower_bound(parcelas.begin(), parcelas.end(), clave,
-                         [](const CCambioParcela& a, const auto& b) { return a.clave < b; });
+    const auto suya = std::ranges::lower_bound(parcelas, clave, {}, &CCambioParcela::clave);
     return suya != parcelas.end() && suya->que == CCambioParcela::Que::Cambiada;
 }
 
@@ -65,16 +63,20 @@ std::string NombreDe(const CEstadoMunicipio::CPersona& persona)
     return nombre + (nombre.empty() ? "" : ", ") + Texto(persona.dni);
 }
 
+std::string NombreDe(const CEstadoMunicipio& estado, int persona)
+{
+    return persona < 0 ? std::string()
+                       : NombreDe(estado.personas[static_cast<std::size_t>(persona)]);
+}
+
 std::string Titulares(const CEstadoMunicipio& estado, const CEstadoMunicipio::CParcela& parcela,
                       std::size_t comoMucho)
 {
     std::vector<std::string> todos;
     for (const CEstadoMunicipio::CVinculo& vinculo : estado.Vinculos(parcela)) {
-        const auto& persona = estado.personas[static_cast<std::size_t>(vinculo.persona)];
-        std::string titulo = Texto(DeLetras(vinculo.titulo));
-        if (!titulo.empty())
-            titulo += " ";
-        todos.push_back(NombreDe(persona) + " (" + titulo + std::to_string(vinculo.partici) + ")");
+        const std::string titulo = Texto(DeLetras(vinculo.titulo));
+        todos.push_back(NombreDe(estado, vinculo.persona) + " (" + titulo +
+                        (titulo.empty() ? "" : " ") + std::to_string(vinculo.partici) + ")");
     }
     return todos.empty() ? "sin titular" : Enumera(todos, comoMucho);
 }
@@ -181,6 +183,15 @@ std::string EnPalabras(const CReparto& reparto, const CContraste& contraste,
     return de + " pasa a ser " + a;
 }
 
+std::string PorQue(const CCambioParcela& cambio, const CContraste& contraste,
+                   std::size_t parcelasComoMucho)
+{
+    return cambio.reparto < 0
+               ? std::string()
+               : EnPalabras(contraste.cambios.repartos[static_cast<std::size_t>(cambio.reparto)],
+                            contraste, parcelasComoMucho);
+}
+
 std::string CambiosEnBreve(const CContraste& contraste)
 {
     const CCambios& cambios = contraste.cambios;
@@ -191,11 +202,8 @@ std::string CambiosEnBreve(const CContraste& contraste)
     return Cuantos(cambios.nuevas.parcelas, "parcela nueva", "parcelas nuevas") + ", " +
            Cuantos(cambios.desaparecidas.parcelas, "desaparecida", "desaparecidas") + ", " +
            Cuantos(cambiadas, "cambiada", "cambiadas") + ", " +
-           Cuantos(static_cast<std::int64_t>(cambios.repartos.size()), "división o agrupación",
-                   "divisiones o agrupaciones") +
-           ", " +
-           Cuantos(static_cast<std::int64_t>(cambios.personas.size()), "cambio de titulares",
-                   "cambios de titulares") +
+           Cuantos(cambios.repartos.size(), "división o agrupación", "divisiones o agrupaciones") +
+           ", " + Cuantos(cambios.personas.size(), "cambio de titulares", "cambios de titulares") +
            ", " + (metros > 0 ? "+" : "") + Hectareas(metros) + " ha";
 }
 

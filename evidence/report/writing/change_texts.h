@@ -13,6 +13,8 @@ namespace informe {
 std::string NombreDe(const CClaveParcela& clave, const CContraste& contraste);
 /// "ANA, 11111111"
 std::string NombreDe(const CEstadoMunicipio::CPersona& persona);
+/// The same of the one at a position; empty for none, below 0.
+std::string NombreDe(const CEstadoMunicipio& estado, int persona);
 /// "ANA (PR 50), JUAN (PR 50)"; of more than so many the first ones.
 std::string Titulares(const CEstadoMunicipio& estado, const CEstadoMunicipio::CParcela& parcela,
                       std::size_t comoMucho);
@@ -42,6 +44,9 @@ const char* NombreDe(CCambioPersona::Que que);
 /// "3-12 se divide en 3-40 y 3-41"
 std::string EnPalabras(const CReparto& reparto, const CContraste& contraste,
                        std::size_t parcelasComoMucho);
+/// The same of the one that a change belongs to; empty for none.
+std::string PorQue(const CCambioParcela& cambio, const CContraste& contraste,
+                   std::size_t parcelasComoMucho);
 
 /// What became of the parcels, as the terminal tells it.
 std::string CambiosEnBreve(const CContraste& contraste);

@@ -20,8 +20,7 @@ public:
 
     void Escribe()
     {
-        constexpr const char* kMarca = "\xEF\xBB\xBF";
-        m_salida.Escribe(kMarca);
+        m_salida.Escribe(kMarcaUtf8);
         m_salida.Escribe("qué;municipio;polígono;parcela;letra;antes;ahora;diferencia;por qué\r\n");
         for (const CCambioParcela& cambio : m_contraste.cambios.parcelas)
             EscribeParcela(cambio);
@@ -45,11 +44,7 @@ private:
         const std::string parcela = std::to_string(cambio.clave.mun) + ";" +
                                     std::to_string(cambio.clave.polig) + ";" +
                                     std::to_string(cambio.clave.parcela);
-        const std::string porque =
-            cambio.reparto < 0
-                ? std::string()
-                : EnPalabras(m_contraste.cambios.repartos[static_cast<std::size_t>(cambio.reparto)],
-                             m_contraste, kTodos);
+        const std::string porque = PorQue(cambio, m_contraste, kTodos);
         if (cambio.que == CCambioParcela::Que::Cambiada) {
             for (const CDiferencia& una : Diferencias(cambio, m_contraste, kTodos))
                 EscribeFila(una.que, parcela, una, porque);
@@ -62,14 +57,10 @@ private:
 
     void EscribePersona(const CCambioPersona& cambio)
     {
-        const auto nombre = [](const CEstadoMunicipio& estado, int persona) {
-            return persona < 0 ? std::string()
-                               : NombreDe(estado.personas[static_cast<std::size_t>(persona)]);
-        };
         CDiferencia una{"",
                         {},
-                        nombre(m_contraste.antes.estado, cambio.antes),
-                        nombre(m_contraste.ahora.estado, cambio.ahora)};
+                        NombreDe(m_contraste.antes.estado, cambio.antes),
+                        NombreDe(m_contraste.ahora.estado, cambio.ahora)};
         if (cambio.antes < 0 || cambio.ahora < 0)
             una.metros = cambio.antes < 0 ? cambio.metros : -cambio.metros;
         EscribeFila(std::string("titular ") + NombreDe(cambio.que), ";;", una, {});

@@ -1,4 +1,3 @@
-#include <functional>
 #include <utility>
 #include <vector>
 
@@ -12,33 +11,22 @@ namespace {
 
 const char* NombreSentido(Sentido sentido)
 {
-    switch (sentido) {
-    case Sentido::Ida:
-        return "Ida: de Catastro a Vexa";
-    case Sentido::Vuelta:
-        return "Vuelta: de Vexa a Catastro";
-    case Sentido::Infograf:
-        return "A Infograf: de Vexa a Infograf";
-    case Sentido::Ninguno:
-        break;
-    }
-    return "Proceso sin identificar: no se halló ni su entrada ni su lista";
+    constexpr const char* kNombres[] = {
+        "Proceso sin identificar: no se halló ni su entrada ni su lista", "Ida: de Catastro a Vexa",
+        "Vuelta: de Vexa a Catastro", "A Infograf: de Vexa a Infograf"};
+    return kNombres[static_cast<std::size_t>(sentido)];
 }
 
-using CAnota = std::function<void(std::int64_t cuantos, const char* uno, const char* varios,
-                                  const char* clase)>;
-
 /// What went to Infograf, and what didn't.
-void CifrasDeInfograf(const CEvidenciaInfograf& infograf, const CAnota& cifra)
+void CifrasDeInfograf(CMarcas& marcas, const CEvidenciaInfograf& infograf)
 {
     std::int64_t registros = 0;
     for (const CEvidenciaInfograf::CClase& clase : infograf.clases)
         registros += clase.registros;
-    cifra(static_cast<std::int64_t>(infograf.faltan.size()), "dibujo sin todos sus ficheros",
+    Cifra(marcas, infograf.faltan.size(), "dibujo sin todos sus ficheros",
           "dibujos sin todos sus ficheros", "err");
-    cifra(static_cast<std::int64_t>(infograf.sinPadre.size()), "recinto sin padre",
-          "recintos sin padre", "err");
-    cifra(registros, "registro", "registros", "");
+    Cifra(marcas, infograf.sinPadre.size(), "recinto sin padre", "recintos sin padre", "err");
+    Cifra(marcas, registros, "registro", "registros", "");
 }
 
 /// What a technician looks for first: surface that doesn't count, then errors, warnings, and what
@@ -46,22 +34,18 @@ void CifrasDeInfograf(const CEvidenciaInfograf& infograf, const CAnota& cifra)
 void Cifras(CMarcas& marcas, const CContenido& contenido)
 {
     const CProceso& proceso = contenido.proceso;
-    const CAnota cifra = [&](std::int64_t cuantos, const char* uno, const char* varios,
-                             const char* clase) {
-        Cifra(marcas, cuantos == 0, Miles(cuantos), cuantos == 1 ? uno : varios, clase);
-    };
     marcas.Bloque("ul", {{"class", "cifras"}}, [&] {
         marcas.Linea();
         for (const CContenido::CPerdida& perdida : contenido.Perdidas())
             Cifra(marcas, perdida.metros == 0, perdida.cuanto, perdida.que, "err");
         if (proceso.ficheros.sentido == Sentido::Infograf) {
-            CifrasDeInfograf(proceso.infograf, cifra);
+            CifrasDeInfograf(marcas, proceso.infograf);
         } else {
-            cifra(proceso.registro.Errores(), "error", "errores", "err");
-            cifra(proceso.registro.Warnings(), "warning", "warnings", "avi");
+            Cifra(marcas, proceso.registro.Errores(), "error", "errores", "err");
+            Cifra(marcas, proceso.registro.Warnings(), "warning", "warnings", "avi");
         }
-        cifra(contenido.SinExplicar(), "sin explicar", "sin explicar", "err");
-        cifra(contenido.asuntos.cuantos, "asunto", "asuntos", "");
+        Cifra(marcas, contenido.SinExplicar(), "sin explicar", "sin explicar", "err");
+        Cifra(marcas, contenido.asuntos.cuantos, "asunto", "asuntos", "");
     });
 }
 

@@ -22,7 +22,7 @@ void FilaFichero(CMarcas& marcas, const CFicheroVisto& visto)
     Fila(marcas, {{"class", clase}},
          {{visto.papel},
           {Texto(visto.nombre), "nombre"},
-          {Miles(static_cast<std::int64_t>(visto.largo)), kNumero},
+          {Miles(visto.largo), kNumero},
           {fecha + (visto.viejo ? " " : ""),
            nullptr,
            {},
@@ -34,15 +34,13 @@ void FilaFichero(CMarcas& marcas, const CFicheroVisto& visto)
 void TablaFicheros(CMarcas& marcas, const std::vector<CFicheroVisto>& vistos, bool salidas)
 {
     std::vector<const CFicheroVisto*> dichos;
-    std::int64_t callados = 0;
-    for (const CFicheroVisto& visto : vistos) {
-        if (visto.salida != salidas)
-            continue;
-        if (visto.hay && dichos.size() >= topes::kFicheros)
-            ++callados;
-        else
-            dichos.push_back(&visto);
-    }
+    std::size_t suyos = 0;
+    for (const CFicheroVisto& visto : vistos)
+        if (visto.salida == salidas) {
+            ++suyos;
+            if (!visto.hay || dichos.size() < topes::kFicheros)
+                dichos.push_back(&visto);
+        }
     if (dichos.empty())
         return;
     marcas.Bloque("h3", {}, salidas ? "Escribe" : "Lee");
@@ -50,8 +48,7 @@ void TablaFicheros(CMarcas& marcas, const std::vector<CFicheroVisto>& vistos, bo
         for (const CFicheroVisto* visto : dichos)
             FilaFichero(marcas, *visto);
     });
-    if (callados > 0)
-        Parrafo(marcas, kNota, "y " + Miles(callados) + " más, que están.");
+    PonResto(marcas, dichos.size(), suyos, ", que están.");
 }
 
 /// One side of a part. What didn't happen needs no line, but the first one is what is counted.

@@ -109,10 +109,7 @@ void CSeccionCambios::PonEnQue()
 
 void CSeccionCambios::Callan(std::size_t hay)
 {
-    if (hay > topes::kFilasCambios)
-        Parrafo(m_marcas, kNota,
-                "y " + Miles(static_cast<std::int64_t>(hay - topes::kFilasCambios)) +
-                    " más; --cambios las da todas en una hoja.");
+    PonResto(m_marcas, topes::kFilasCambios, hay, "; --cambios las da todas en una hoja.");
 }
 
 void CSeccionCambios::PonRepartos()
@@ -125,11 +122,10 @@ void CSeccionCambios::PonRepartos()
     if (m_cambios.repartosSinBuscar)
         Parrafo(m_marcas, kNota, "Son tantas las parcelas que cambian, que no se buscaron todas.");
     m_marcas.Bloque("ul", {{"class", "repartos"}}, [&] {
-        for (std::size_t i = 0; i < std::min(repartos.size(), topes::kFilasCambios); ++i)
+        for (const CReparto& reparto : Primeros(repartos, topes::kFilasCambios))
             m_marcas.Bloque("li", {}, [&] {
-                m_marcas.Texto(EnPalabras(repartos[i], m_contraste, topes::kParcelasDeReparto) +
-                               " ");
-                m_marcas.Elemento("small", {}, Superficie(repartos[i].metros));
+                m_marcas.Texto(EnPalabras(reparto, m_contraste, topes::kParcelasDeReparto) + " ");
+                m_marcas.Elemento("small", {}, Superficie(reparto.metros));
             });
     });
     Callan(repartos.size());
@@ -142,9 +138,8 @@ CSeccionCambios::CElegidas CSeccionCambios::Elige(CCambioParcela::Que que) const
     for (const CCambioParcela& cambio : m_cambios.parcelas)
         if (cambio.que == que)
             elegidas.push_back(&cambio);
-    std::ranges::stable_sort(elegidas, [](const auto* a, const auto* b) {
-        return std::abs(a->Diferencia()) > std::abs(b->Diferencia());
-    });
+    std::ranges::stable_sort(elegidas, std::greater(),
+                             [](const auto* una) { return std::abs(una->Diferencia()); });
     return elegidas;
 }
 
@@ -159,10 +154,7 @@ void CSeccionCambios::FilaDeParcela(const CCambioParcela& cambio)
           {Miles(parcela.superficie), kNumero},
           {Titulares(estado, parcela, kTitularesDichos)},
           {Texto(estado.Paraje(parcela))},
-          {cambio.reparto < 0
-               ? std::string()
-               : EnPalabras(m_cambios.repartos[static_cast<std::size_t>(cambio.reparto)],
-                            m_contraste, topes::kParcelasDeReparto)}});
+          {PorQue(cambio, m_contraste, topes::kParcelasDeReparto)}});
 }
 
 void CSeccionCambios::FilaDeCambiada(const CCambioParcela& cambio)
@@ -200,14 +192,13 @@ void CSeccionCambios::PonParcelas(CCambioParcela::Que que, const char* ancla, co
     const CElegidas elegidas = Elige(que);
     if (elegidas.empty())
         return;
-    const auto cuantas = static_cast<std::int64_t>(elegidas.size());
-    m_marcas.Bloque("h3", {}, titulo + (" (" + Miles(cuantas) + ")"));
+    m_marcas.Bloque("h3", {}, titulo + (" (" + Miles(elegidas.size()) + ")"));
     const auto filas = [&] {
-        for (std::size_t i = 0; i < std::min(elegidas.size(), topes::kFilasCambios); ++i)
+        for (const CCambioParcela* cambio : Primeros(elegidas, topes::kFilasCambios))
             if (que == CCambioParcela::Que::Cambiada)
-                FilaDeCambiada(*elegidas[i]);
+                FilaDeCambiada(*cambio);
             else
-                FilaDeParcela(*elegidas[i]);
+                FilaDeParcela(*cambio);
     };
     if (que == CCambioParcela::Que::Cambiada)
         Tabla(
@@ -227,14 +218,10 @@ void CSeccionCambios::PonParcelas(CCambioParcela::Que que, const char* ancla, co
 
 void CSeccionCambios::FilaDePersona(const CCambioPersona& cambio)
 {
-    const auto nombre = [](const CEstadoMunicipio& estado, int persona) {
-        return persona < 0 ? std::string()
-                           : NombreDe(estado.personas[static_cast<std::size_t>(persona)]);
-    };
     Fila(m_marcas, {},
          {{NombreDe(cambio.que)},
-          {nombre(m_contraste.antes.estado, cambio.antes)},
-          {nombre(m_contraste.ahora.estado, cambio.ahora)},
+          {NombreDe(m_contraste.antes.estado, cambio.antes)},
+          {NombreDe(m_contraste.ahora.estado, cambio.ahora)},
           {Miles(cambio.parcelas), kNumero},
           {Hectareas(cambio.metros), kNumero}});
 }
@@ -244,12 +231,11 @@ void CSeccionCambios::PonPersonas()
     const std::vector<CCambioPersona>& personas = m_cambios.personas;
     if (personas.empty())
         return;
-    m_marcas.Bloque("h3", {},
-                    "Titulares (" + Miles(static_cast<std::int64_t>(personas.size())) + ")");
+    m_marcas.Bloque("h3", {}, "Titulares (" + Miles(personas.size()) + ")");
     Tabla(m_marcas, "personas",
           {{"Qué"}, {"Antes"}, {"Ahora"}, {"Parcelas", true}, {"Hectáreas", true}}, [&] {
-              for (std::size_t i = 0; i < std::min(personas.size(), topes::kFilasCambios); ++i)
-                  FilaDePersona(personas[i]);
+              for (const CCambioPersona& cambio : Primeros(personas, topes::kFilasCambios))
+                  FilaDePersona(cambio);
           });
     Callan(personas.size());
 }
@@ -273,19 +259,18 @@ void CSeccionCambios::Pon()
 void PonCifrasDeCambios(const CContraste& contraste, CMarcas& marcas)
 {
     const CCambios& cambios = contraste.cambios;
-    const auto cifra = [&](std::int64_t cuantos, const std::string& cuanto, const char* que) {
-        marcas.Bloque("li", {{"class", cuantos == 0 ? "cero" : ""}},
-                      [&] { marcas.Elemento("b", {}, cuanto).Texto(" ").Texto(que); });
+    const auto cifra = [&](std::int64_t cuantos, const char* que) {
+        Cifra(marcas, cuantos, que, que, "");
     };
     const std::int64_t metros = cambios.ahora.metros - cambios.antes.metros;
-    const std::int64_t cambiadas = cambios.Cuantas(CCambioParcela::Que::Cambiada);
     marcas.Bloque("ul", {{"class", "cifras"}}, [&] {
         marcas.Linea();
-        cifra(cambios.desaparecidas.parcelas, Miles(cambios.desaparecidas.parcelas), "desaparecen");
-        cifra(cambios.nuevas.parcelas, Miles(cambios.nuevas.parcelas), "nuevas");
-        cifra(cambiadas, Miles(cambiadas), "cambian");
-        cifra(cambios.porDifiere[0], Miles(cambios.porDifiere[0]), "de titular");
-        cifra(metros, (metros > 0 ? "+" : "") + Superficie(metros), "de superficie");
+        cifra(cambios.desaparecidas.parcelas, "desaparecen");
+        cifra(cambios.nuevas.parcelas, "nuevas");
+        cifra(cambios.Cuantas(CCambioParcela::Que::Cambiada), "cambian");
+        cifra(cambios.porDifiere[0], "de titular");
+        Cifra(marcas, metros == 0, (metros > 0 ? "+" : "") + Superficie(metros), "de superficie",
+              "");
     });
 }
 

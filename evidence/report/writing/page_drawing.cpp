@@ -29,9 +29,8 @@ void FilaDesajuste(CMarcas& marcas, const CAnclas& anclas, const CDesajuste& uno
 /// the smaller.
 std::vector<CDesajuste> EnOrden(std::vector<CDesajuste> desajustes)
 {
-    std::ranges::stable_sort(desajustes, [](const CDesajuste& a, const CDesajuste& b) {
-        return std::tuple(!a.motivo.empty(), -a.Perdida(), -std::abs(a.Diferencia())) <
-               std::tuple(!b.motivo.empty(), -b.Perdida(), -std::abs(b.Diferencia()));
+    std::ranges::stable_sort(desajustes, {}, [](const CDesajuste& uno) {
+        return std::tuple(!uno.motivo.empty(), -uno.Perdida(), -std::abs(uno.Diferencia()));
     });
     return desajustes;
 }
@@ -48,23 +47,17 @@ void TablaDesajustes(CMarcas& marcas, const CAnclas& anclas, const CBalanceDibuj
            {"No cuenta, m²", true},
            {"Por qué"}},
           [&] {
-              for (std::size_t i = 0; i < std::min(orden.size(), topes::kFilasDibujo); ++i)
-                  FilaDesajuste(marcas, anclas, orden[i]);
+              for (const CDesajuste& uno : Primeros(orden, topes::kFilasDibujo))
+                  FilaDesajuste(marcas, anclas, uno);
           });
-    if (orden.size() > topes::kFilasDibujo)
-        Parrafo(marcas, kNota,
-                "y " + Miles(static_cast<std::int64_t>(orden.size() - topes::kFilasDibujo)) +
-                    " más, de menos diferencia.");
+    PonResto(marcas, topes::kFilasDibujo, orden.size(), ", de menos diferencia.");
 }
 
 /// The surfaces of the drawings and those of the file R, by hectare.
 void Sumas(CMarcas& marcas, const CBalanceDibujo& dibujo)
 {
     const auto fila = [&](const char* que, std::int64_t metros, std::size_t parcelas) {
-        Fila(marcas, {},
-             {{que},
-              {Hectareas(metros), kNumero},
-              {Miles(static_cast<std::int64_t>(parcelas)), kNumero}});
+        Fila(marcas, {}, {{que}, {Hectareas(metros), kNumero}, {Miles(parcelas), kNumero}});
     };
     const auto siHay = [&](const char* que, const CPerdidas& metros) {
         if (!metros.empty())
@@ -108,24 +101,18 @@ void Hallazgos(CMarcas& marcas, const CBalanceDibujo& dibujo)
         marcas.Elemento("p", {{"class", kCuadra}}, "✓ Nada.");
         return;
     }
-    const std::size_t dichos = std::min(dibujo.hallazgos.size(), topes::kFilasDibujo);
     Tabla(marcas, nullptr, {{"Polígono"}, {"Dónde"}, {"Qué"}, {"Sitio, m", true}}, [&] {
         for (const CPoligonoRoto& roto : dibujo.rotos)
             Fila(marcas, {{"class", "mal"}},
                  {{Texto(roto.entrada)}, {"todo él"}, {roto.que}, {""}});
-        for (std::size_t i = 0; i < dichos; ++i) {
-            const CHallazgo& uno = dibujo.hallazgos[i];
+        for (const CHallazgo& uno : Primeros(dibujo.hallazgos, topes::kFilasDibujo))
             Fila(marcas, {},
                  {{std::to_string(uno.polig)},
                   {uno.donde},
                   {uno.que},
                   {SitioEnMetros(uno.sitio), kNumero}});
-        }
     });
-    if (dichos < dibujo.hallazgos.size())
-        Parrafo(marcas, kNota,
-                "y " + Miles(static_cast<std::int64_t>(dibujo.hallazgos.size() - dichos)) +
-                    " más.");
+    PonResto(marcas, topes::kFilasDibujo, dibujo.hallazgos.size());
 }
 
 } // namespace

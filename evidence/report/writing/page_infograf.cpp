@@ -41,21 +41,16 @@ void SinPadre(CMarcas& marcas, const CEvidenciaInfograf& infograf)
     marcas.Bloque("h3", {}, "Lo que no tiene padre");
     if (infograf.sinPadre.empty())
         return Parrafo(marcas, kCuadra, "✓ Nada.");
-    const std::size_t dichos = std::min(infograf.sinPadre.size(), topes::kFilasDibujo);
     Tabla(marcas, nullptr, {{"Polígono"}, {"Recinto"}, {"Por qué"}, {"Sitio, m", true}}, [&] {
-        for (std::size_t i = 0; i < dichos; ++i) {
-            const CEvidenciaInfograf::CSinPadre& uno = infograf.sinPadre[i];
+        for (const CEvidenciaInfograf::CSinPadre& uno :
+             Primeros(infograf.sinPadre, topes::kFilasDibujo))
             Fila(marcas, {},
                  {{Texto(uno.entrada)},
                   {uno.que},
                   {uno.porque},
                   {SitioEnMetros(uno.sitio), kNumero}});
-        }
     });
-    if (dichos < infograf.sinPadre.size())
-        Parrafo(marcas, kNota,
-                "y " + Miles(static_cast<std::int64_t>(infograf.sinPadre.size() - dichos)) +
-                    " más.");
+    PonResto(marcas, topes::kFilasDibujo, infograf.sinPadre.size());
 }
 
 } // namespace

@@ -71,9 +71,7 @@ void Parcelas(CMarcas& marcas, const CContenido& contenido, const CAsunto& asunt
             marcas.Texto(" ");
         }
         if (dichas < asunto.parcelas.size())
-            marcas.Elemento(
-                "li", {},
-                "y " + Miles(static_cast<std::int64_t>(asunto.parcelas.size() - dichas)) + " más");
+            marcas.Elemento("li", {}, "y " + Miles(asunto.parcelas.size() - dichas) + " más");
     });
 }
 
@@ -183,9 +181,8 @@ void SeccionAsuntos(const CContenido& contenido, CMarcas& marcas)
             for (const CAsunto& asunto : asuntos.mayores)
                 PonAsunto(marcas, contenido, asunto);
         });
-        if (const auto resto = asuntos.cuantos - static_cast<std::int64_t>(asuntos.mayores.size());
-            resto > 0)
-            Parrafo(marcas, kNota, "y " + Miles(resto) + " más, de menos coste.");
+        PonResto(marcas, asuntos.mayores.size(), static_cast<std::size_t>(asuntos.cuantos),
+                 ", de menos coste.");
     });
 }
 
@@ -207,14 +204,14 @@ void SeccionNumeros(const CContenido& contenido, CMarcas& marcas)
 void SeccionMensajes(const CContenido& contenido, CMarcas& marcas)
 {
     const auto& lineas = contenido.lineas.Lineas();
-    const auto total = static_cast<std::int64_t>(contenido.proceso.registro.avisos.size());
-    const auto dichas = static_cast<std::int64_t>(lineas.size());
+    const std::size_t total = contenido.proceso.registro.avisos.size();
     if (!contenido.HayMensajes())
         return;
     PonSeccion(marcas, seccion::kMensajes, [&] {
-        if (dichas < total)
+        if (lineas.size() < total)
             Parrafo(marcas, kNota,
-                    Miles(dichas) + " de " + Miles(total) + ": los primeros de cada número.");
+                    Miles(lineas.size()) + " de " + Miles(total) +
+                        ": los primeros de cada número.");
         marcas.Hecho(kFiltro);
         Tabla(marcas, "lista",
               {{"Línea", true},
@@ -228,12 +225,9 @@ void SeccionMensajes(const CContenido& contenido, CMarcas& marcas)
                   for (const auto& linea : lineas)
                       FilaMensaje(marcas, contenido, linea);
               });
-        if (dichas < total)
-            Parrafo(marcas, kNota,
-                    "y " + Miles(total - dichas) + " más, " +
-                        (contenido.csv.empty() ? "en el registro; --csv los da en una hoja"
-                                               : "en " + contenido.csv) +
-                        ".");
+        PonResto(marcas, lineas.size(), total,
+                 contenido.csv.empty() ? ", en el registro; --csv los da en una hoja."
+                                       : ", en " + contenido.csv + ".");
     });
 }
 

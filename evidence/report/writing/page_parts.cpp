@@ -67,6 +67,12 @@ void Parrafo(CMarcas& marcas, const char* clase, std::string_view texto)
     marcas.Bloque("p", {{"class", clase}}, texto);
 }
 
+void PonResto(CMarcas& marcas, std::size_t dichos, std::size_t todos, std::string_view detras)
+{
+    if (dichos < todos)
+        Parrafo(marcas, kNota, "y " + Miles(todos - dichos) + " más" + std::string(detras));
+}
+
 void Enlace(CMarcas& marcas, const std::string& destino, std::string_view texto)
 {
     if (destino.empty())

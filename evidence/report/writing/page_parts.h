@@ -1,14 +1,17 @@
 #pragma once
 
+#include <algorithm>
 #include <concepts>
 #include <cstdint>
 #include <ctime>
 #include <functional>
 #include <initializer_list>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "evidence/report/reading/text.h"
 #include "evidence/report/writing/markup.h"
 #include "evidence/report/writing/page_content.h"
 
@@ -45,6 +48,11 @@ void Guion(CMarcas& marcas, const char* guion);
 /// \param clase  how it looks where it isn't 0
 void Cifra(CMarcas& marcas, bool esCero, const std::string& cuanto, const std::string& que,
            const char* clase);
+void Cifra(CMarcas& marcas, std::integral auto cuantos, const char* uno, const char* varios,
+           const char* clase)
+{
+    Cifra(marcas, cuantos == 0, Miles(cuantos), cuantos == 1 ? uno : varios, clase);
+}
 
 /// A section with its heading and what `dentro` writes.
 void PonSeccion(CMarcas& marcas, const CSeccion& seccion, std::invocable auto dentro)
@@ -60,6 +68,10 @@ inline constexpr const char* kNota = "nota";
 inline constexpr const char* kAlarma = "alarma";
 inline constexpr const char* kCuadra = "cuadra";
 void Parrafo(CMarcas& marcas, const char* clase, std::string_view texto);
+/// A note behind those that are shown, "y 7 más." where there are others.
+/// \param detras  what it says of the others
+void PonResto(CMarcas& marcas, std::size_t dichos, std::size_t todos,
+              std::string_view detras = ".");
 
 /// A link where there is somewhere to go to, else the text alone.
 void Enlace(CMarcas& marcas, const std::string& destino, std::string_view texto);
@@ -78,10 +90,10 @@ struct CColumnaPagina {
     const char* titulo;
     bool deNumeros = false;
 };
-/// A table whose rows `filas` writes.
+/// A table whose rows `filas` writes, and `pie` what stands below them.
 void CabeceraTabla(CMarcas& marcas, const std::vector<CColumnaPagina>& columnas);
 void Tabla(CMarcas& marcas, const char* ancla, const std::vector<CColumnaPagina>& columnas,
-           std::invocable auto filas)
+           std::invocable auto filas, std::invocable auto pie)
 {
     marcas.Bloque("div", {{"class", "ancha"}}, [&] {
         marcas.Elemento("table", {{"id", ancla}}, [&] {
@@ -90,8 +102,20 @@ void Tabla(CMarcas& marcas, const char* ancla, const std::vector<CColumnaPagina>
                 marcas.Linea();
                 filas();
             });
+            pie();
         });
     });
+}
+void Tabla(CMarcas& marcas, const char* ancla, const std::vector<CColumnaPagina>& columnas,
+           std::invocable auto filas)
+{
+    Tabla(marcas, ancla, columnas, filas, [] {});
+}
+/// As many of them as a table shows.
+template <class T>
+std::span<const T> Primeros(const std::vector<T>& todos, std::size_t comoMucho)
+{
+    return std::span(todos).first(std::min(todos.size(), comoMucho));
 }
 
 /// "352488,49 4437040,56"

@@ -9,17 +9,8 @@ namespace {
 
 const char* NombreCorto(Sentido sentido)
 {
-    switch (sentido) {
-    case Sentido::Ida:
-        return "ida, ";
-    case Sentido::Vuelta:
-        return "vuelta, ";
-    case Sentido::Infograf:
-        return "a Infograf, ";
-    case Sentido::Ninguno:
-        break;
-    }
-    return "";
+    constexpr const char* kNombres[] = {"", "ida, ", "vuelta, ", "a Infograf, "};
+    return kNombres[static_cast<std::size_t>(sentido)];
 }
 
 std::string Renglon(std::string_view codigo, std::int64_t cuantos, const std::string& que)
@@ -40,7 +31,7 @@ std::string Mensajes(const CProceso& proceso)
     return Cuantos(parcelas.registros, "parcela", "parcelas") + ", " +
            Cuantos(poligonos.registros, "polígono", "polígonos") + ", " +
            Cuantos(subparcelas.registros, "subparcela", "subparcelas") + ", " +
-           Miles(static_cast<std::int64_t>(infograf.sinPadre.size())) + " sin padre";
+           Miles(infograf.sinPadre.size()) + " sin padre";
 }
 
 /// What was lost of the surface, where something was.
@@ -61,9 +52,8 @@ std::vector<CContenido::CPerdida> CContenido::Perdidas() const
         return {};
     const auto perdida = [](const CPerdidas& suyas, const char* que, const char* cuyas) {
         const std::int64_t metros = SumaMetros(suyas);
-        const auto parcelas = static_cast<std::int64_t>(suyas.size());
         return CPerdida{metros, Superficie(metros),
-                        que + Cuantos(parcelas, "parcela", "parcelas") + cuyas};
+                        que + Cuantos(suyas.size(), "parcela", "parcelas") + cuyas};
     };
     std::vector<CPerdida> perdidas;
     perdidas.push_back(dibujo->perdidas.empty()
