@@ -155,17 +155,12 @@ void Escribe(const CResumenLote& resumen, const CFirma& firma, const CSalidasLot
 {
     const CVigilancia vigilancia;
     CConjuntoSalidas todas;
-    const auto escribe = [&](const CString& nombre, const auto& como) {
-        if (nombre.IsEmpty())
-            return;
-        CSalida salida(nombre, todas);
-        como([&](std::string_view utf8) { salida.Escribe(utf8); });
-        salida.Cierra();
-    };
-    escribe(nombres.json, [&](const CEscribe& en) { en(LoteEnJson(resumen, firma)); });
-    escribe(nombres.hoja, [&](const CEscribe& en) { EscribeHojaLote(resumen, nombres.hoja, en); });
-    escribe(nombres.pagina,
-            [&](const CEscribe& en) { EscribePaginaLote(resumen, firma, nombres.pagina, en); });
+    EscribeSalida(nombres.json, todas, [&](const CEscribe& en) { en(LoteEnJson(resumen, firma)); });
+    EscribeSalida(nombres.hoja, todas,
+                  [&](const CEscribe& en) { EscribeHojaLote(resumen, nombres.hoja, en); });
+    EscribeSalida(nombres.pagina, todas, [&](const CEscribe& en) {
+        EscribePaginaLote(resumen, firma, nombres.pagina, en);
+    });
     todas.Confirma();
 }
 

@@ -53,12 +53,11 @@ public:
         return m_contraste->reparo;
     }
 
-    void Hace(const CString& pagina, const std::string& version, std::time_t hecho,
-              CResultado& resultado)
+    void Hace(const CString& pagina, const CFirma& firma, CResultado& resultado)
     {
         CContenido contenido{
-            version, hecho,      Texto(m_opciones.csv), m_proceso, m_lineas, m_anclas, {}, {},
-            {},      m_esEnsayo, m_contraste.get()};
+            firma,      Texto(m_opciones.csv), m_proceso, m_lineas, m_anclas, {}, {}, {},
+            m_esEnsayo, m_contraste.get()};
         if (HayDibujos())
             RecorreDibujos(contenido);
         contenido.asuntos = m_proceso.ficheros.sentido == Sentido::Infograf
@@ -137,30 +136,17 @@ private:
             m_geojson->TomaMensajes(m_proceso.registro, Lugares());
             m_geojson->Cierra();
         }
-        if (m_opciones.csv.IsEmpty())
-            return;
-        CSalida hoja(m_opciones.csv, m_salidas);
-        EscribeCsv(hoja, m_proceso.registro, Lugares());
-        hoja.Cierra();
+        EscribeSalida(m_opciones.csv, m_salidas,
+                      [&](const CEscribe& en) { EscribeCsv(en, m_proceso.registro, Lugares()); });
     }
 
     void EscribeTodo(const CContenido& contenido, const CString& pagina)
     {
-        if (!m_opciones.cambios.IsEmpty()) {
-            CSalida hoja(m_opciones.cambios, m_salidas);
-            EscribeCambiosCsv(hoja, *m_contraste);
-            hoja.Cierra();
-        }
-        if (!m_opciones.json.IsEmpty()) {
-            CSalida salida(m_opciones.json, m_salidas);
-            salida.Escribe(ProcesoEnJson(contenido));
-            salida.Cierra();
-        }
-        if (pagina.IsEmpty())
-            return;
-        CSalida salida(pagina, m_salidas);
-        EscribePagina(contenido, [&](std::string_view html) { salida.Escribe(html); });
-        salida.Cierra();
+        EscribeSalida(m_opciones.cambios, m_salidas,
+                      [&](const CEscribe& en) { EscribeCambiosCsv(en, *m_contraste); });
+        EscribeSalida(m_opciones.json, m_salidas,
+                      [&](const CEscribe& en) { en(ProcesoEnJson(contenido)); });
+        EscribeSalida(pagina, m_salidas, [&](const CEscribe& en) { EscribePagina(contenido, en); });
     }
 
     const COpciones& m_opciones;
@@ -182,20 +168,12 @@ std::string HazCambios(const CContenidoCambios& contenido, const COpciones& opci
 {
     const CVigilancia vigilancia;
     CConjuntoSalidas todas;
-    const auto escribe = [&](const CString& nombre, auto que) {
-        if (nombre.IsEmpty())
-            return;
-        CSalida salida(nombre, todas);
-        que(salida);
-        salida.Cierra();
-    };
     // Without a log there is one sheet, whatever it is called.
     for (const CString& hoja : {opciones.cambios, opciones.csv})
-        escribe(hoja, [&](CSalida& salida) { EscribeCambiosCsv(salida, contenido.contraste); });
-    escribe(opciones.json, [&](CSalida& salida) { salida.Escribe(CambiosEnJson(contenido)); });
-    escribe(pagina, [&](CSalida& salida) {
-        EscribePagina(contenido, [&](std::string_view html) { salida.Escribe(html); });
-    });
+        EscribeSalida(hoja, todas,
+                      [&](const CEscribe& en) { EscribeCambiosCsv(en, contenido.contraste); });
+    EscribeSalida(opciones.json, todas, [&](const CEscribe& en) { en(CambiosEnJson(contenido)); });
+    EscribeSalida(pagina, todas, [&](const CEscribe& en) { EscribePagina(contenido, en); });
     todas.Confirma();
     return opciones.PorLaSalida() == 0 ? Resumen(contenido.contraste, pagina) : "";
 }
@@ -245,13 +223,21 @@ CString NombreSinCarpeta(const CString& nombre)
     return solo.IsEmpty() ? nombre : solo;
 }
 
+/// With those of the state that it is held against.
+std::vector<CString> ConLosDelOtro(std::vector<CString> leidos, const COpciones& opciones)
+{
+    if (!opciones.contra.IsEmpty()) {
+        const std::vector<CString> suyos = FicherosDeEstado(opciones.contra);
+        leidos.insert(leidos.end(), suyos.begin(), suyos.end());
+    }
+    return leidos;
+}
+
 void ElaboraCambios(const CString& estado, ClaseEstado clase, const COpciones& opciones,
-                    const std::string& version, std::time_t hecho, CResultado& resultado)
+                    const CFirma& firma, CResultado& resultado)
 {
     const CString pagina = PaginaDe(opciones, PaginaUsualDeCambios(estado, clase));
-    std::vector<CString> leidos = FicherosDeEstado(estado);
-    const std::vector<CString> delOtro = FicherosDeEstado(opciones.contra);
-    leidos.insert(leidos.end(), delOtro.begin(), delOtro.end());
+    const std::vector<CString> leidos = ConLosDelOtro(FicherosDeEstado(estado), opciones);
     SanaConjuntos(leidos);
     if (opciones.DicenDeUnProceso())
         resultado.quejas.push_back(Texto(estado) + " no es un registro: no caben las opciones que "
@@ -262,8 +248,8 @@ void ElaboraCambios(const CString& estado, ClaseEstado clase, const COpciones& o
         return;
     const CContraste contraste(LeeEstado(opciones.contra), LeeEstado(estado));
     if (contraste.reparo.empty())
-        resultado.resumen = HazCambios({version, hecho, Texto(NombreSinCarpeta(estado)), contraste},
-                                       opciones, pagina);
+        resultado.resumen =
+            HazCambios({firma, Texto(NombreSinCarpeta(estado)), contraste}, opciones, pagina);
     else
         resultado.quejas.push_back(contraste.reparo);
 }
@@ -271,27 +257,28 @@ void ElaboraCambios(const CString& estado, ClaseEstado clase, const COpciones& o
 /// All that is read for the report of a log.
 std::vector<CString> LeidosPara(const COpciones& opciones, const CFicheros& ficheros)
 {
-    std::vector<CString> leidos = Leidos(ficheros);
-    if (!opciones.contra.IsEmpty()) {
-        const std::vector<CString> otros = FicherosDeEstado(opciones.contra);
-        leidos.insert(leidos.end(), otros.begin(), otros.end());
-    }
-    return leidos;
+    return ConLosDelOtro(Leidos(ficheros), opciones);
 }
 
-void Elabora(const CString& registro, const COpciones& opciones, const std::string& version,
-             std::time_t hecho, CResultado& resultado)
+/// Heals what is read, complains of what isn't there, and reads the list of drawings.
+void Prepara(CFicheros& ficheros, const COpciones& opciones, CResultado& resultado)
 {
-    if (!opciones.contra.IsEmpty() && registro != kEstandar)
-        if (const ClaseEstado clase = ClaseDeEstado(registro); clase != ClaseEstado::NoEs)
-            return ElaboraCambios(registro, clase, opciones, version, hecho, resultado);
-    CFicheros ficheros = BuscaFicheros(registro, opciones);
-    const CString pagina = PaginaDe(opciones, PaginaUsual(ficheros));
     SanaConjuntos(LeidosPara(opciones, ficheros));
     for (const CString& nombre : Ausentes(ficheros, opciones))
         resultado.quejas.push_back("El archivo " + Texto(nombre) + " no existe");
     if (std::optional<CListaPoligonos> lista = LeeLista(ficheros.lista.nombre))
         ficheros.lista = std::move(*lista);
+}
+
+void Elabora(const CString& registro, const COpciones& opciones, const CFirma& firma,
+             CResultado& resultado)
+{
+    if (!opciones.contra.IsEmpty() && registro != kEstandar)
+        if (const ClaseEstado clase = ClaseDeEstado(registro); clase != ClaseEstado::NoEs)
+            return ElaboraCambios(registro, clase, opciones, firma, resultado);
+    CFicheros ficheros = BuscaFicheros(registro, opciones);
+    const CString pagina = PaginaDe(opciones, PaginaUsual(ficheros));
+    Prepara(ficheros, opciones, resultado);
     const std::string reparo = ReparoDeSalidas(opciones, pagina, LeidosPara(opciones, ficheros));
     if (!reparo.empty()) {
         resultado.quejas.push_back(reparo);
@@ -301,7 +288,7 @@ void Elabora(const CString& registro, const COpciones& opciones, const std::stri
     if (const std::string noSePuede = elaboracion.Contrasta(); !noSePuede.empty())
         resultado.quejas.push_back(noSePuede);
     else
-        elaboracion.Hace(pagina, version, hecho, resultado);
+        elaboracion.Hace(pagina, firma, resultado);
 }
 
 /// As long as it is there, a pipe that nobody reads any more is a failed write.
@@ -314,7 +301,7 @@ struct CSinTuberiaRota {
 
 /// The trial itself. Gives why it came to nothing; empty for nothing.
 std::string Ensaya(const CFicheros& ficheros, const COpciones& opciones, const CString& pagina,
-                   const std::string& version, std::time_t hecho, CResultado& resultado)
+                   const CFirma& firma, CResultado& resultado)
 {
     CEnsayo ensayo(ficheros, opciones);
     if (std::string reparo = ensayo.Corre(); !reparo.empty())
@@ -322,24 +309,20 @@ std::string Ensaya(const CFicheros& ficheros, const COpciones& opciones, const C
     CElaboracion elaboracion(ensayo.Suyos(), opciones);
     std::string reparo = elaboracion.Contrasta(&ensayo);
     if (reparo.empty())
-        elaboracion.Hace(pagina, version, hecho, resultado);
+        elaboracion.Hace(pagina, firma, resultado);
     return reparo;
 }
 
 /// The report of a way back that is only tried.
-void ElaboraEnsayo(const CString& lista, COpciones opciones, const std::string& version,
-                   std::time_t hecho, CResultado& resultado)
+void ElaboraEnsayo(const CString& lista, COpciones opciones, const CFirma& firma,
+                   CResultado& resultado)
 {
     opciones.lista = lista;
     CFicheros ficheros = BuscaFicheros(kEstandar, opciones);
     const CString pagina =
         PaginaDe(opciones, EnCarpeta(ficheros.lista.carpeta,
                                      ficheros.lista.cabecera.nombreSalida + kPaginaEnsayo));
-    SanaConjuntos(LeidosPara(opciones, ficheros));
-    for (const CString& nombre : Ausentes(ficheros, opciones))
-        resultado.quejas.push_back("El archivo " + Texto(nombre) + " no existe");
-    if (std::optional<CListaPoligonos> leida = LeeLista(lista))
-        ficheros.lista = std::move(*leida);
+    Prepara(ficheros, opciones, resultado);
     std::vector<CString> intocables = LeidosPara(opciones, ficheros);
     const CListaPoligonos& deVerdad = ficheros.lista;
     for (const char* extension : {kExtensionRegistro, "R", "M"}) // what the last real run left
@@ -350,7 +333,7 @@ void ElaboraEnsayo(const CString& lista, COpciones opciones, const std::string& 
         const CVigilancia vigilancia; // of the folder, too
         const CSinTuberiaRota tuberia;
         try {
-            reparo = Ensaya(ficheros, opciones, pagina, version, hecho, resultado);
+            reparo = Ensaya(ficheros, opciones, pagina, firma, resultado);
         } catch (const std::filesystem::filesystem_error& fallo) { // of the folder
             reparo =
                 "No se pudo preparar el ensayo: " + Texto(CFileException("", fallo.code()).Causa());
@@ -381,9 +364,9 @@ CResultado HazInforme(const CString& registro, const COpciones& opciones,
         if (std::string reparo = ReparoDeEstados(registro, opciones); !reparo.empty())
             resultado.quejas.push_back(std::move(reparo));
         else if (opciones.ensayo)
-            ElaboraEnsayo(registro, opciones, version, hecho, resultado);
+            ElaboraEnsayo(registro, opciones, {version, hecho}, resultado);
         else
-            Elabora(registro, opciones, version, hecho, resultado);
+            Elabora(registro, opciones, {version, hecho}, resultado);
     } catch (const CFileException& fallo) {
         resultado.quejas.push_back(Texto(EnUnaLinea(fallo)));
     } catch (const CInterrumpido&) { // the signal has had its way, unless it can't end the process

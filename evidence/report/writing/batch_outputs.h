@@ -1,20 +1,13 @@
 #pragma once
 
-#include <ctime>
 #include <string>
 
 #include "evidence/report/findings/batch_findings.h"
-#include "evidence/report/writing/markup.h"
+#include "evidence/report/writing/output_file.h"
 
 // What is written of a batch: a page, a sheet, and the same for programs.
 
 namespace informe {
-
-/// When and by what it is written.
-struct CFirma {
-    std::string version; ///< of the program
-    std::time_t hecho = 0;
-};
 
 /// Writes the page, HTML in UTF-8. Throws what `escribe` throws.
 /// \param pagina  its name, from which its links lead; `kEstandar` for the current folder's

@@ -170,7 +170,7 @@ void Cuerpo(CMarcas& marcas, const CResumenLote& resumen, const CFirma& firma,
             CTablaLote(marcas, resumen, pagina).Pon();
         });
     });
-    PonPie(marcas, firma.version, firma.hecho);
+    PonPie(marcas, firma);
     Guion(marcas, kGuionOrden);
 }
 

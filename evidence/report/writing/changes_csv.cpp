@@ -13,15 +13,15 @@ constexpr auto kTodos = std::numeric_limits<std::size_t>::max();
 
 class CHojaCambios {
 public:
-    CHojaCambios(CSalida& salida, const CContraste& contraste)
-        : m_salida(salida), m_contraste(contraste)
+    CHojaCambios(const CEscribe& escribe, const CContraste& contraste)
+        : m_escribe(escribe), m_contraste(contraste)
     {
     }
 
     void Escribe()
     {
-        m_salida.Escribe(kMarcaUtf8);
-        m_salida.Escribe("qué;municipio;polígono;parcela;letra;antes;ahora;diferencia;por qué\r\n");
+        m_escribe(kMarcaUtf8);
+        m_escribe("qué;municipio;polígono;parcela;letra;antes;ahora;diferencia;por qué\r\n");
         for (const CCambioParcela& cambio : m_contraste.cambios.parcelas)
             EscribeParcela(cambio);
         for (const CCambioPersona& cambio : m_contraste.cambios.personas)
@@ -36,7 +36,7 @@ private:
         for (const std::string& campo : {una.letra, una.antes, una.ahora})
             fila += ";" + CampoCsv(campo);
         fila += ";" + (una.metros == 0 ? "" : std::to_string(una.metros));
-        m_salida.Escribe(fila + ";" + CampoCsv(porque) + "\r\n");
+        m_escribe(fila + ";" + CampoCsv(porque) + "\r\n");
     }
 
     void EscribeParcela(const CCambioParcela& cambio)
@@ -66,15 +66,15 @@ private:
         EscribeFila(std::string("titular ") + NombreDe(cambio.que), ";;", una, {});
     }
 
-    CSalida& m_salida;
+    const CEscribe& m_escribe;
     const CContraste& m_contraste;
 };
 
 } // namespace
 
-void EscribeCambiosCsv(CSalida& salida, const CContraste& contraste)
+void EscribeCambiosCsv(const CEscribe& escribe, const CContraste& contraste)
 {
-    CHojaCambios(salida, contraste).Escribe();
+    CHojaCambios(escribe, contraste).Escribe();
 }
 
 } // namespace informe

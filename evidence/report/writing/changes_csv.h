@@ -7,6 +7,6 @@ namespace informe {
 
 /// Writes all changes as a sheet, a row for each thing that differs: UTF-8 with its mark,
 /// semicolons, CR LF. Raises CFileException.
-void EscribeCambiosCsv(CSalida& salida, const CContraste& contraste);
+void EscribeCambiosCsv(const CEscribe& escribe, const CContraste& contraste);
 
 } // namespace informe

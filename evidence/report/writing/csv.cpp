@@ -36,14 +36,14 @@ std::string Fila(const CAviso& aviso, const CString& texto, const CLugaresDeAvis
 
 } // namespace
 
-void EscribeCsv(CSalida& salida, const CRegistroLeido& registro, const CLugaresDeAvisos* lugares)
+void EscribeCsv(const CEscribe& escribe, const CRegistroLeido& registro,
+                const CLugaresDeAvisos* lugares)
 {
-    salida.Escribe(kMarcaUtf8);
-    salida.Escribe("línea;código;clase;polígono;parcela;letra;nombre;número;superficie;suma;x;y;"
-                   "mensaje\r\n");
-    registro.RecorreConAvisos([&](const CAviso& aviso, const CString& texto) {
-        salida.Escribe(Fila(aviso, texto, lugares));
-    });
+    escribe(kMarcaUtf8);
+    escribe("línea;código;clase;polígono;parcela;letra;nombre;número;superficie;suma;x;y;"
+            "mensaje\r\n");
+    registro.RecorreConAvisos(
+        [&](const CAviso& aviso, const CString& texto) { escribe(Fila(aviso, texto, lugares)); });
 }
 
 std::string CampoCsv(std::string_view utf8)

@@ -15,7 +15,8 @@ inline constexpr std::string_view kMarcaUtf8 = "\xEF\xBB\xBF";
 /// Writes all lines of the log as a sheet: UTF-8 with its mark, semicolons, CR LF. The log is read
 /// once more for its words. Raises CFileException.
 /// \param lugares  where the drawings show what the messages speak of; null for no drawings
-void EscribeCsv(CSalida& salida, const CRegistroLeido& registro, const CLugaresDeAvisos* lugares);
+void EscribeCsv(const CEscribe& escribe, const CRegistroLeido& registro,
+                const CLugaresDeAvisos* lugares);
 
 /// A field of a row, UTF-8, in quotes where it needs them. A text that a spreadsheet would take for
 /// a formula gets an apostrophe.

@@ -2,15 +2,14 @@
 
 #include <concepts>
 #include <cstdint>
-#include <functional>
 #include <initializer_list>
 #include <string>
 #include <string_view>
 #include <utility>
 
-namespace informe {
+#include "evidence/report/writing/output_file.h"
 
-using CEscribe = std::function<void(std::string_view)>;
+namespace informe {
 
 /// An attribute of an element. One whose value is null is left out.
 class CAtributo {

@@ -6,6 +6,16 @@
 
 namespace informe {
 
+void EscribeSalida(const CString& nombre, CConjuntoSalidas& todas,
+                   const std::function<void(const CEscribe&)>& como)
+{
+    if (nombre.IsEmpty())
+        return;
+    CSalida salida(nombre, todas);
+    como([&](std::string_view utf8) { salida.Escribe(utf8); });
+    salida.Cierra();
+}
+
 const CString* BuscaOcupada(const std::vector<CString>& salidas, std::vector<CString> leidos)
 {
     for (const CString& salida : salidas) {

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstdio>
+#include <ctime>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -10,6 +12,9 @@
 #include "evidence/report/writing/watched_signals.h"
 
 namespace informe {
+
+/// Takes what is written, a piece at a time.
+using CEscribe = std::function<void(std::string_view)>;
 
 /// A file that the report writes. It takes the place of an older one when all that belong to the
 /// report do; the standard output, by the name `kEstandar`, gets its bytes at once. All operations
@@ -41,6 +46,17 @@ private:
     bool m_estandar;
     CFile m_fichero;
 };
+
+/// When and by what it is written.
+struct CFirma {
+    std::string version; ///< of the program
+    std::time_t hecho = 0;
+};
+
+/// Writes one of the files; an empty name is no file.
+/// \param como  writes it, UTF-8, piece by piece
+void EscribeSalida(const CString& nombre, CConjuntoSalidas& todas,
+                   const std::function<void(const CEscribe&)>& como);
 
 /// What is written must fall on nothing that is read, nor on one another: gives the first output
 /// that does, null for none. Empty names are no outputs.

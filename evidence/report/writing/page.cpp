@@ -105,7 +105,7 @@ void Cuerpo(CMarcas& marcas, const CContenido& contenido)
                                SeccionNumeros, SeccionMensajes, SeccionFicheros})
             pon(contenido, marcas);
     });
-    PonPie(marcas, contenido.version, contenido.hecho);
+    PonPie(marcas, contenido.firma);
     Guion(marcas, kGuionOrden);
     Guion(marcas, kGuion);
     if (!contenido.mapas.empty())

@@ -296,7 +296,7 @@ void EscribePagina(const CContenidoCambios& contenido, const CEscribe& escribe)
                 marcas.Linea();
                 PonCambios(contenido.contraste, nullptr, marcas);
             });
-            PonPie(marcas, contenido.version, contenido.hecho);
+            PonPie(marcas, contenido.firma);
         });
 }
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <ctime>
 #include <optional>
 #include <string>
 #include <vector>
@@ -20,8 +19,7 @@ namespace informe {
 
 /// All that a page tells.
 struct CContenido {
-    std::string version; ///< of the program
-    std::time_t hecho = 0;
+    CFirma firma;
     std::string csv; ///< name of the sheet with all messages; empty for none
     const CProceso& proceso;
     const CLineasMostradas& lineas;
@@ -60,8 +58,7 @@ void EscribePagina(const CContenido& contenido, const CEscribe& escribe);
 
 /// The page of two states without a run.
 struct CContenidoCambios {
-    std::string version;
-    std::time_t hecho = 0;
+    CFirma firma;
     std::string nombre; ///< what the newer state is called by
     const CContraste& contraste;
 };

@@ -42,11 +42,12 @@ void EscribeDocumento(const CEscribe& escribe, const std::string& titulo, const 
     marcas.Vuelca();
 }
 
-void PonPie(CMarcas& marcas, const std::string& version, std::time_t hecho)
+void PonPie(CMarcas& marcas, const CFirma& firma)
 {
     marcas.Bloque("footer", {}, [&] {
         marcas.Elemento("p", {{"class", "fecha"}},
-                        "Hecho el " + Fecha(hecho) + " por campiva-informe " + version + ".");
+                        "Hecho el " + Fecha(firma.hecho) + " por campiva-informe " + firma.version +
+                            ".");
     });
 }
 

@@ -41,7 +41,7 @@ inline constexpr CSeccion kMensajes = {"mensajes", "Mensajes", "Mensajes"};
 void EscribeDocumento(const CEscribe& escribe, const std::string& titulo, const char* estilo,
                       const std::function<void(CMarcas&)>& cuerpo);
 /// When the page was made, and by what.
-void PonPie(CMarcas& marcas, const std::string& version, std::time_t hecho);
+void PonPie(CMarcas& marcas, const CFirma& firma);
 /// What stands behind its body: a script.
 void Guion(CMarcas& marcas, const char* guion);
 /// One of the numbers that a page begins with.

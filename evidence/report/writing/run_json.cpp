@@ -177,9 +177,9 @@ CValor Asunto(const CAsunto& asunto)
             {"parcelas", Metros(asunto.parcelas)}};
 }
 
-CValor Programa(const std::string& version)
+CValor Programa(const CFirma& firma)
 {
-    return {{"nombre", "campiva-informe"}, {"version", version}};
+    return {{"nombre", "campiva-informe"}, {"version", firma.version}};
 }
 
 std::string EnTexto(const CValor& todo)
@@ -205,8 +205,8 @@ std::string ProcesoEnJson(const CContenido& contenido)
 {
     const CProceso& proceso = contenido.proceso;
     const CValor todo = {{"forma", kForma},
-                         {"programa", Programa(contenido.version)},
-                         {"hecho", HoraUtc(contenido.hecho)},
+                         {"programa", Programa(contenido.firma)},
+                         {"hecho", HoraUtc(contenido.firma.hecho)},
                          {"proceso",
                           {{"nombre", Texto(proceso.ficheros.base)},
                            {"sentido", NombreSentido(proceso)},
@@ -231,8 +231,8 @@ std::string ProcesoEnJson(const CContenido& contenido)
 std::string CambiosEnJson(const CContenidoCambios& contenido)
 {
     CValor todo = {{"forma", kForma},
-                   {"programa", Programa(contenido.version)},
-                   {"hecho", HoraUtc(contenido.hecho)}};
+                   {"programa", Programa(contenido.firma)},
+                   {"hecho", HoraUtc(contenido.firma.hecho)}};
     for (const char* deProceso : {"proceso", "ficheros", "mensajes", "balance", "superficies",
                                   "dibujos", "infograf", "asuntos", "sinExplicar"})
         todo[deProceso] = nullptr;

@@ -31,6 +31,13 @@ short MunDe(std::string_view texto)
     return static_cast<short>(LeeEntero(texto));
 }
 
+template <class L>
+void TomaParaje(short mun, const L& linea, CEstadoEnObra& obra)
+{
+    obra.TomaParaje(mun, LeeEntero(linea.template Texto<kColumnasParaje, &CParaje::NumOrden>()),
+                    linea.template Texto<kColumnasParaje, &CParaje::Nombre>());
+}
+
 void TomaCatastro(std::string_view texto, CEstadoEnObra& obra)
 {
     const CLineaFija fija(texto);
@@ -47,8 +54,7 @@ void TomaCatastro(std::string_view texto, CEstadoEnObra& obra)
         titular.Lee(texto, kModoCatastro, datos);
         obra.TomaTitular(mun, std::move(titular), datos.partici);
     } else if (tipo == "PJ") {
-        obra.TomaParaje(mun, LeeEntero(linea.Texto<kColumnasParaje, &CParaje::NumOrden>()),
-                        linea.Texto<kColumnasParaje, &CParaje::Nombre>());
+        TomaParaje(mun, linea, obra);
     }
 }
 
@@ -101,8 +107,7 @@ void TomaEscrita(std::string_view texto, CEstadoEnObra& obra)
     else if (tipo == "TL")
         obra.TomaTitular(mun, TitularDe(linea), 0);
     else if (tipo == "PJ")
-        obra.TomaParaje(mun, LeeEntero(linea.Texto<kColumnasParaje, &CParaje::NumOrden>()),
-                        linea.Texto<kColumnasParaje, &CParaje::Nombre>());
+        TomaParaje(mun, linea, obra);
 }
 
 using CTomaLinea = void (*)(std::string_view linea, CEstadoEnObra& obra);
@@ -190,11 +195,8 @@ private:
 
 std::optional<Tabla> CLectorTablas::Lee()
 {
-    if (!Recorre<kColumnasParaje>(kParajes, [&](short mun, const auto& fila) {
-            m_obra.TomaParaje(mun,
-                              LeeEntero(fila.template Texto<kColumnasParaje, &CParaje::NumOrden>()),
-                              fila.template Texto<kColumnasParaje, &CParaje::Nombre>());
-        }))
+    if (!Recorre<kColumnasParaje>(
+            kParajes, [&](short mun, const auto& fila) { TomaParaje(mun, fila, m_obra); }))
         return kParajes;
     if (!Recorre<kColumnasTitular>(kTitulares, [&](short mun, const auto& fila) {
             if (!fila.template Texto<kColumnasTitular, &CTitular::NumOrden>().empty())
