@@ -1,14 +1,11 @@
-#include <nlohmann/json.hpp>
-
 #include "evidence/paths.h"
 #include "evidence/report/reading/text.h"
 #include "evidence/report/writing/batch_outputs.h"
+#include "evidence/report/writing/json_values.h"
 #include "evidence/report/writing/run_json.h"
 
 namespace informe {
 namespace {
-
-using CValor = nlohmann::ordered_json;
 
 constexpr int kForma = 1; // of what is written: another one where a program that reads it may err
 
@@ -65,18 +62,14 @@ CValor Suma(const CResumenLote& resumen)
 
 std::string LoteEnJson(const CResumenLote& resumen, const CFirma& firma)
 {
-    constexpr int kSangria = 1;
-    CValor trabajos = CValor::array();
-    for (const CTrabajoVisto& uno : resumen.trabajos)
-        trabajos.push_back(Trabajo(uno, resumen.carpeta));
-    const CValor todo = {{"forma", kForma},
-                         {"programa", {{"nombre", "campiva-informe"}, {"version", firma.version}}},
-                         {"hecho", HoraUtc(firma.hecho)},
-                         {"lote", resumen.nombre},
-                         {"reparos", resumen.reparos},
-                         {"suma", Suma(resumen)},
-                         {"trabajos", std::move(trabajos)}};
-    return todo.dump(kSangria, ' ', false, CValor::error_handler_t::replace) + "\n";
+    const auto trabajo = [&](const CTrabajoVisto& uno) { return Trabajo(uno, resumen.carpeta); };
+    return EnTexto({{"forma", kForma},
+                    {"programa", Programa(firma)},
+                    {"hecho", HoraUtc(firma.hecho)},
+                    {"lote", resumen.nombre},
+                    {"reparos", resumen.reparos},
+                    {"suma", Suma(resumen)},
+                    {"trabajos", Lista(resumen.trabajos, trabajo)}});
 }
 
 } // namespace informe

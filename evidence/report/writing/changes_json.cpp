@@ -1,17 +1,11 @@
-#include "evidence/report/writing/changes_json.h"
-
 #include "evidence/report/reading/text.h"
 #include "evidence/report/writing/change_texts.h"
+#include "evidence/report/writing/json_values.h"
+
+// The changes between two states, for programs.
 
 namespace informe {
 namespace {
-
-using CValor = nlohmann::ordered_json;
-
-CValor SiHay(const std::string& texto)
-{
-    return texto.empty() ? CValor() : CValor(texto);
-}
 
 CValor Estado(const CEstadoLeido& leido, const CCambios::CSuma& suma)
 {
@@ -31,14 +25,6 @@ CValor Clave(const CClaveParcela& clave)
     return {{"municipio", clave.mun}, {"poligono", clave.polig}, {"parcela", clave.parcela}};
 }
 
-CValor Claves(const std::vector<CClaveParcela>& claves)
-{
-    CValor lista = CValor::array();
-    for (const CClaveParcela& clave : claves)
-        lista.push_back(Clave(clave));
-    return lista;
-}
-
 CValor Persona(const CEstadoMunicipio& estado, int persona)
 {
     if (persona < 0)
@@ -49,14 +35,12 @@ CValor Persona(const CEstadoMunicipio& estado, int persona)
 
 CValor Titulares(const CEstadoMunicipio& estado, const CEstadoMunicipio::CParcela& parcela)
 {
-    CValor lista = CValor::array();
-    for (const CEstadoMunicipio::CVinculo& vinculo : estado.Vinculos(parcela)) {
+    return Lista(estado.Vinculos(parcela), [&](const CEstadoMunicipio::CVinculo& vinculo) {
         CValor uno = Persona(estado, vinculo.persona);
         uno["titulo"] = SiHay(Texto(DeLetras(vinculo.titulo)));
         uno["participacion"] = vinculo.partici;
-        lista.push_back(std::move(uno));
-    }
-    return lista;
+        return uno;
+    });
 }
 
 CValor Subparcela(const CEstadoMunicipio::CSubparcela* una)
@@ -115,25 +99,23 @@ CValor Parcela(const CCambioParcela& cambio, const CContraste& contraste)
 
 } // namespace
 
-nlohmann::ordered_json CambiosEnValor(const CContraste& contraste)
+CValor CambiosEnValor(const CContraste& contraste)
 {
     const CCambios& cambios = contraste.cambios;
-    CValor parcelas = CValor::array();
-    for (const CCambioParcela& cambio : cambios.parcelas)
-        parcelas.push_back(Parcela(cambio, contraste));
-    CValor repartos = CValor::array();
-    for (const CReparto& reparto : cambios.repartos)
-        repartos.push_back({{"que", NombreDe(reparto.que)},
-                            {"de", Claves(reparto.de)},
-                            {"a", Claves(reparto.a)},
-                            {"m2", reparto.metros}});
-    CValor titulares = CValor::array();
-    for (const CCambioPersona& una : cambios.personas)
-        titulares.push_back({{"que", NombreDe(una.que)},
-                             {"antes", Persona(contraste.antes.estado, una.antes)},
-                             {"ahora", Persona(contraste.ahora.estado, una.ahora)},
-                             {"parcelas", una.parcelas},
-                             {"m2", una.metros}});
+    const auto parcela = [&](const CCambioParcela& cambio) { return Parcela(cambio, contraste); };
+    const auto reparto = [](const CReparto& uno) -> CValor {
+        return {{"que", NombreDe(uno.que)},
+                {"de", Lista(uno.de, Clave)},
+                {"a", Lista(uno.a, Clave)},
+                {"m2", uno.metros}};
+    };
+    const auto titular = [&](const CCambioPersona& una) -> CValor {
+        return {{"que", NombreDe(una.que)},
+                {"antes", Persona(contraste.antes.estado, una.antes)},
+                {"ahora", Persona(contraste.ahora.estado, una.ahora)},
+                {"parcelas", una.parcelas},
+                {"m2", una.metros}};
+    };
     return {{"antes", Estado(contraste.antes, cambios.antes)},
             {"ahora", Estado(contraste.ahora, cambios.ahora)},
             {"desaparecidas", Suma(cambios.desaparecidas)},
@@ -142,9 +124,9 @@ nlohmann::ordered_json CambiosEnValor(const CContraste& contraste)
             {"menguan", Suma(cambios.menguan)},
             {"iguales", cambios.iguales},
             {"deOtroMunicipio", cambios.deOtroMunicipio},
-            {"parcelas", std::move(parcelas)},
-            {"repartos", std::move(repartos)},
-            {"titulares", std::move(titulares)}};
+            {"parcelas", Lista(cambios.parcelas, parcela)},
+            {"repartos", Lista(cambios.repartos, reparto)},
+            {"titulares", Lista(cambios.personas, titular)}};
 }
 
 } // namespace informe

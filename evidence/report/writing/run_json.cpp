@@ -3,37 +3,14 @@
 #include <array>
 #include <ctime>
 
-#include <nlohmann/json.hpp>
-
 #include "evidence/report/reading/text.h"
-#include "evidence/report/writing/changes_json.h"
+#include "evidence/report/writing/json_values.h"
 #include "evidence/units.h"
 
 namespace informe {
 namespace {
 
-using CValor = nlohmann::ordered_json;
-
 constexpr int kForma = 2; // of what is written: another one where a program that reads it may err
-
-CValor SiHay(const std::string& texto)
-{
-    return texto.empty() ? CValor() : CValor(texto);
-}
-
-CValor SiHay(int numero)
-{
-    return numero == CAviso::kNada ? CValor() : CValor(numero);
-}
-
-template <class T>
-CValor Lista(const T& cosas, const auto& valor)
-{
-    CValor lista = CValor::array();
-    for (const auto& cosa : cosas)
-        lista.push_back(valor(cosa));
-    return lista;
-}
 
 const char* NombreSentido(const CProceso& proceso)
 {
@@ -177,6 +154,10 @@ CValor Asunto(const CAsunto& asunto)
             {"parcelas", Metros(asunto.parcelas)}};
 }
 
+} // namespace
+
+const bool kHayJson = true;
+
 CValor Programa(const CFirma& firma)
 {
     return {{"nombre", "campiva-informe"}, {"version", firma.version}};
@@ -187,10 +168,6 @@ std::string EnTexto(const CValor& todo)
     constexpr int kSangria = 1;
     return todo.dump(kSangria, ' ', false, CValor::error_handler_t::replace) + "\n";
 }
-
-} // namespace
-
-const bool kHayJson = true;
 
 std::string HoraUtc(std::time_t hora)
 {
