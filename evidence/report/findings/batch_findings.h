@@ -19,7 +19,6 @@ enum class Suerte : std::uint8_t {
     SinHacer,
     Hecho
 };
-inline constexpr std::size_t kSuertes = 4;
 
 /// A job, and what its report says.
 struct CTrabajoVisto {

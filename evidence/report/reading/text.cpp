@@ -1,8 +1,7 @@
 #include "evidence/report/reading/text.h"
 
-#include <array>
+#include <algorithm>
 #include <cmath>
-#include <cstdio>
 #include <cstdlib>
 
 #include "platform/ansi.h"
@@ -15,11 +14,11 @@ namespace {
 constexpr std::int64_t kMetrosPorHectarea = 10'000;
 constexpr std::string_view kNoEsCaracter = "\xEF\xBF\xBD";
 
-/// Puts a point in front of every three digits of a whole number.
+/// Puts a point in front of every three digits of a number's whole part.
 void PonPuntos(std::string& cifras)
 {
     const std::size_t signo = cifras.starts_with('-') ? 1 : 0;
-    for (std::size_t i = cifras.size(); i > signo + 3;) {
+    for (std::size_t i = std::min(cifras.find(','), cifras.size()); i > signo + 3;) {
         i -= 3;
         cifras.insert(i, ".");
     }
@@ -44,17 +43,9 @@ std::string Decimal(double numero, int decimales)
     constexpr double kMayor = 1e15; // past it nobody reads the decimals
     if (!std::isfinite(numero) || std::abs(numero) > kMayor)
         return "desmedido";
-    std::array<char, 64> bufer{};
-    std::snprintf(bufer.data(), bufer.size(), "%.*f", decimales, numero);
-    std::string cifras = bufer.data();
-    const std::size_t punto = cifras.find_first_not_of("-0123456789");
-    std::string detras;
-    if (punto != std::string::npos) {
-        detras = "," + cifras.substr(punto + 1);
-        cifras.resize(punto);
-    }
+    std::string cifras = Formatea("%." + std::to_string(decimales) + "lf", numero);
+    std::ranges::replace(cifras, '.', ',');
     PonPuntos(cifras);
-    cifras += detras;
     return cifras.find_first_of("123456789") == std::string::npos && cifras.starts_with('-')
                ? cifras.substr(1)
                : cifras;
@@ -80,11 +71,12 @@ std::string Hectareas(std::int64_t metros)
     return Decimal(static_cast<double>(metros) / kMetrosPorHectarea, 4);
 }
 
-std::string Hexadecimal(std::uint32_t suma)
+std::string Hexadecimal(std::uint32_t numero, int cifras)
 {
-    std::array<char, 16> bufer{};
-    std::snprintf(bufer.data(), bufer.size(), "%08X", static_cast<unsigned>(suma));
-    return bufer.data();
+    std::string texto(static_cast<std::size_t>(cifras), '0');
+    for (auto cifra = texto.rbegin(); cifra != texto.rend(); ++cifra, numero /= 16)
+        *cifra = "0123456789ABCDEF"[numero % 16];
+    return texto;
 }
 
 std::string Texto(std::string_view texto)

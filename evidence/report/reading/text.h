@@ -29,8 +29,8 @@ std::string Cuantos(std::integral auto cuantos, std::string_view uno, std::strin
 {
     return Miles(cuantos) + " " + std::string(cuantos == 1 ? uno : varios);
 }
-/// A sum as eight digits, "CBF43926".
-std::string Hexadecimal(std::uint32_t suma);
+/// A sum as eight digits, "CBF43926", or a number as so many.
+std::string Hexadecimal(std::uint32_t numero, int cifras = 8);
 
 /// A text of the program's files, in UTF-8; a byte that is no character becomes the sign for such.
 std::string Texto(std::string_view texto);

@@ -2,14 +2,11 @@
 
 #include <array>
 #include <chrono>
-#include <fstream>
-#include <iterator>
-#include <utility>
 
+#include "batch/job_command.h"
 #include "cadastre/messages.h"
 #include "evidence/drawn_polygon.h"
 #include "evidence/paths.h"
-#include "platform/child_processes.h"
 #include "platform/files/any_case_name.h"
 #include "platform/plain_texts.h"
 #include "platform/settings.h"
@@ -71,12 +68,6 @@ std::string Entera(const CString& nombre)
 {
     return nombre.IsEmpty() ? std::string()
                             : sistema::Nombre(sistema::Entera(sistema::Ruta(nombre)));
-}
-
-std::string LeeTodo(const fs::path& ruta)
-{
-    std::ifstream fichero(ruta, std::ios::binary);
-    return {std::istreambuf_iterator<char>(fichero), {}};
 }
 
 /// What the program said, in a line.
@@ -160,14 +151,12 @@ std::string CEnsayo::Corre()
     hijos.Empieza(orden, error);
     if (error)
         throw CFileException(sistema::Nombre(orden.programa), error, true);
-    for (bool avisado = false; !hijos.Espera(kUnRato);)
-        if (sistema::HayQueAcabar() && !std::exchange(avisado, true))
-            hijos.PideAcabar();
+    lote::EsperaElFin(hijos, kUnRato, [] {});
     if (sistema::HayQueAcabar())
         throw CInterrumpido();
     if (HayFichero(m_suyos.ficheroR))
         return {};
-    const std::string dicho = EnUnaLinea(LeeTodo(orden.dicho));
+    const std::string dicho = EnUnaLinea(lote::LoDicho(orden.dicho));
     return "El ensayo no llegó a su fin" + (dicho.empty() ? std::string() : ": " + dicho);
 }
 

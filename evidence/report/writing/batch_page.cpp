@@ -1,6 +1,3 @@
-#include <algorithm>
-#include <array>
-#include <cstdio>
 #include <filesystem>
 
 #include "evidence/report/reading/bounds.h"
@@ -29,16 +26,11 @@ std::string EnUrl(const std::string& camino)
     constexpr std::string_view kLetras =
         "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789-_.~/";
     std::string url;
-    for (const char c : camino) {
-        if (kLetras.find(c) != std::string_view::npos) {
+    for (const char c : camino)
+        if (kLetras.find(c) != std::string_view::npos)
             url += c;
-        } else {
-            std::array<char, 4> bufer{};
-            std::snprintf(bufer.data(), bufer.size(), "%%%02X",
-                          static_cast<unsigned>(static_cast<unsigned char>(c)));
-            url += bufer.data();
-        }
-    }
+        else
+            url += "%" + Hexadecimal(static_cast<unsigned char>(c), 2);
     return url;
 }
 

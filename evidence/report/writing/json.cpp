@@ -1,8 +1,5 @@
 #include "evidence/report/writing/json.h"
 
-#include <array>
-#include <cstdio>
-
 #include "evidence/report/reading/text.h"
 
 namespace informe {
@@ -29,9 +26,7 @@ void CJson::PonTexto(std::string_view utf8)
             m_texto += '\\';
             m_texto += c;
         } else if (static_cast<unsigned char>(c) < 0x20) {
-            std::array<char, 8> bufer{};
-            std::snprintf(bufer.data(), bufer.size(), "\\u%04X", static_cast<unsigned>(c));
-            m_texto += bufer.data();
+            m_texto += "\\u" + Hexadecimal(static_cast<unsigned char>(c), 4);
         } else {
             m_texto += c;
         }
