@@ -81,8 +81,8 @@ std::vector<CParte> CBuscaSuma::Saca(const CEleccion& elegidas)
     std::vector<CParte> suyas;
     for (const std::size_t i : elegidas)
         suyas.push_back(m_piezas[i]);
-    for (auto i = elegidas.rbegin(); i != elegidas.rend(); ++i) // else places would move
-        m_piezas.erase(m_piezas.begin() + static_cast<std::ptrdiff_t>(*i));
+    for (std::size_t k = elegidas.size(); k-- > 0;) // the last one first, or places would move
+        m_piezas.erase(m_piezas.begin() + static_cast<std::ptrdiff_t>(elegidas[k]));
     return suyas;
 }
 
