@@ -36,8 +36,8 @@ inline void Pon(char& campo, std::string_view texto)
         campo = texto.front();
 }
 
-/// The text without the blanks behind it, which are most of a name's field.
-inline std::string_view SinCola(std::string_view texto)
+/// The text without the blanks that fill its field up, which are most of a name's.
+inline std::string_view SinRelleno(std::string_view texto)
 {
     constexpr std::string_view kOcho = "        ";
     const auto acabaEn = [&](std::size_t cuantos) {
@@ -62,7 +62,7 @@ void PonCampo(std::string_view texto, R& registro, CDatosLinea& datos)
     constexpr auto kCampo = kMiembro<Tabla, I>;
     using C = decltype(kCampo);
     if constexpr (Tabla[I].pierde != Blancos::Ninguno)
-        texto = SinCola(texto);
+        texto = SinRelleno(texto);
     if constexpr (Tabla[I].pierde == Blancos::DelEntorno)
         while (texto.starts_with(' '))
             texto.remove_prefix(1);
