@@ -1,6 +1,9 @@
 // Where a line ends decides which fields of a record it fills.
 
 #include <map>
+#include <string>
+#include <string_view>
+#include <type_traits>
 
 #include "cadastre/column_reader.h"
 #include "cadastre/holder_columns.h"
@@ -147,4 +150,51 @@ TEST(Registros, ForgetTheSurfaceThatALineOfTheListIsTooShortFor)
     CSubparcela sub = DeFila(CSubparcela(), kAntesSP);
     sub.Lee(kListaSP.substr(0, 77), kModoLista);
     EXPECT_EQ(sub.superfic, 0);
+}
+
+namespace {
+
+/// Reads a line cut at each place both as one that may have all its fields and by asking for each.
+/// What was cut stands behind it, so that who reads on is seen.
+template <const auto& Tabla, auto Cual, class R>
+void LeeIgualQueCampoACampo()
+{
+    const std::size_t fin = columnas::FinCampos<Cual>(Tabla);
+    std::string entera;
+    for (std::size_t i = 0; i < fin + 5; ++i)
+        entera += static_cast<char>('1' + i % 9);
+    for (std::size_t largo = 0; largo <= fin + 1; ++largo) {
+        SCOPED_TRACE(largo);
+        const CLineaFija linea(std::string_view(entera).substr(0, largo));
+        R registro, campoACampo;
+        CDatosLinea datos, susDatos;
+        LeeColumnas<Tabla, Cual>(linea, registro, datos);
+        columnas::LeeCampos<Tabla, Cual, false>(linea, campoACampo, susDatos);
+        columnas::EnCadaFila<Tabla>([&](auto fila) {
+            constexpr auto kCampo = kMiembro<Tabla, fila>;
+            if constexpr (columnas::kDelRegistro<Tabla, fila, R>) {
+                EXPECT_EQ(registro.*kCampo, campoACampo.*kCampo);
+            } else if constexpr (std::is_invocable_v<decltype(kCampo), CDatosLinea&>) {
+                EXPECT_EQ(datos.*kCampo, susDatos.*kCampo);
+            }
+        });
+    }
+}
+
+template <const auto& Tabla, class R>
+void LeeIgualEnSusFormas()
+{
+    LeeIgualQueCampoACampo<Tabla, &CColumna<R>::catastro, R>();
+    LeeIgualQueCampoACampo<Tabla, &CColumna<R>::lista, R>();
+}
+
+} // namespace
+
+TEST(Registros, ReadALineThatHasAllFieldsAsOneWhoseFieldsAreAskedForOneByOne)
+{
+    LeeIgualEnSusFormas<kColumnasParcela, CParcela>();
+    LeeIgualEnSusFormas<kColumnasTitular, CTitular>();
+    LeeIgualEnSusFormas<kColumnasComunes, CSubparcela>();
+    LeeIgualEnSusFormas<kColumnasSuelo, CSubparcela>();
+    LeeIgualEnSusFormas<kColumnasConstruccion, CSubparcela>();
 }
