@@ -146,6 +146,20 @@ case_vexa_to_infograf() {
   stored VexaAInfograf ArchivoTren=villanueva_dibujos/poligonos.txt
 }
 
+# Lets the program work an eighth of the time, so that no key comes too late for its run.
+slow_down() {
+  while kill -STOP "$program_pid" 2> /dev/null; do
+    sleep 0.07
+    kill -CONT "$program_pid"
+    sleep 0.01
+  done &
+  slower_pid=$!
+}
+go_on_as_usual() {
+  kill "$slower_pid"
+  kill -CONT "$program_pid"
+}
+
 # A run long enough to be stopped, with the question answered No, then Yes.
 long_run() {
   $runner "$make_municipality" --parcels 400000 "$work/run/larga.txt"
@@ -153,6 +167,7 @@ long_run() {
   choose c "Catastro campiva a Vexa"
   keys Tab
   fill larga.txt
+  slow_down
   keys alt+a
   await '[1-9]* % - Catastro campiva a Vexa'
   keys space # the focus is on "Detener"
@@ -162,6 +177,7 @@ long_run() {
   keys "${leave_key:-Escape}"
   await "Pausa de usuario"
   keys s
+  go_on_as_usual
 }
 
 case_stop() {
