@@ -30,19 +30,19 @@ void Leetira(std::string_view tira, std::span<std::string_view> campos);
 
 /// A decimal number as `atoi` reads it: leading white space, one sign, digits, 0 if there are none.
 /// What passes 32 bits wraps.
+int LeeEnteroConSigno(std::string_view texto);
+
+/// The same; most texts are digits alone.
 inline int LeeEntero(std::string_view texto)
 {
-    const char* c = texto.data();
-    const char* const fin = c + texto.size();
-    while (c != fin && (*c == ' ' || (*c >= '\t' && *c <= '\r')))
-        ++c;
-    const bool negativo = c != fin && *c == '-';
-    if (negativo || (c != fin && *c == '+'))
-        ++c;
     std::uint32_t valor = 0;
-    for (; c != fin && *c >= '0' && *c <= '9'; ++c)
-        valor = valor * 10U + static_cast<std::uint32_t>(*c - '0');
-    return static_cast<int>(negativo ? 0U - valor : valor);
+    for (const char c : texto) {
+        const std::uint32_t cifra = static_cast<unsigned char>(c) - std::uint32_t{'0'};
+        if (cifra > 9)
+            return LeeEnteroConSigno(texto);
+        valor = valor * 10U + cifra;
+    }
+    return static_cast<int>(valor);
 }
 
 /// A real number with a decimal point, whatever the locale; 0 where the text begins with none.
