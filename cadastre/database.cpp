@@ -13,6 +13,8 @@ int Codigo(const CMunicipio& municipio)
 
 int CBaseCatastro::BuscaMunicipio(short mun) const
 {
+    if (!m_municipios.empty() && m_municipios.back().Mun == mun) // asked for by every line
+        return static_cast<int>(m_municipios.size()) - 1;
     return m_porCodigo.Busca(m_municipios, Codigo, int{mun});
 }
 

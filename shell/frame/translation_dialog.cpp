@@ -139,7 +139,6 @@ std::span<const CEntradaMensaje> CTraduccionDlg::GetMessageMap() const
 {
     using D = CTraduccionDlg;
     static constexpr CEntradaMensaje kMapa[] = {
-        EnMensaje<&D::OnAvance>(WM_AVANCE), // the one that comes with every line is found first
         EnMandato<&D::OnOK>(IDOK),
         EnMandato<&D::OnCancel>(IDCANCEL),
         EnMandato<&D::OnHelp>(ID_HELP),
@@ -154,6 +153,8 @@ std::span<const CEntradaMensaje> CTraduccionDlg::GetMessageMap() const
 
 LRESULT CTraduccionDlg::WindowProc(UINT mensaje, WPARAM wParam, LPARAM lParam)
 {
+    if (mensaje == WM_AVANCE) // comes with every line, so nobody looks up whose it is
+        return OnAvance(wParam, lParam);
     if (mensaje != WM_COMMAND)
         return CDialog::WindowProc(mensaje, wParam, lParam);
     for (const CBusqueda& busqueda : Describe().busquedas) {
