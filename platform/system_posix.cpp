@@ -15,15 +15,19 @@
 namespace sistema {
 namespace {
 
-constexpr int kSenales[] = {SIGINT, SIGTERM, SIGHUP};
-
 // A signal handler reaches nothing else.
 volatile std::sig_atomic_t g_interrupcion = 0; // one that nobody looked at yet
 volatile std::sig_atomic_t g_final = 0; // the signal by which the process is to end, 0 for none
 volatile std::sig_atomic_t g_seContesta = 1; // whether to stop can be asked
-bool g_vigila = false;                       // signals are noted, and don't act as usual
-bool g_aguanta = false;                      // a pipe that breaks ends nothing
-void (*g_conTuberiaRota)(int) = SIG_DFL;     // what it did before
+
+struct CSenal {
+    int numero;
+    bool seVigila = false; // it is noted, and doesn't act as usual
+};
+CSenal g_senales[] = {{SIGINT}, {SIGTERM}, {SIGHUP}};
+
+bool g_aguanta = false;                  // a pipe that breaks ends nothing
+void (*g_conTuberiaRota)(int) = SIG_DFL; // what it did before
 
 void AlLlegar(int numero)
 {
@@ -34,16 +38,6 @@ void AlLlegar(int numero)
         g_final = numero;
     } else {
         g_interrupcion = 1;
-    }
-}
-
-/// Puts one handler in the place of the other; a signal that has neither keeps what it has.
-void CambiaManejador(void (*antes)(int), void (*ahora)(int))
-{
-    for (const int senal : kSenales) {
-        struct sigaction actual = {};
-        if (sigaction(senal, nullptr, &actual) == 0 && actual.sa_handler == antes)
-            std::signal(senal, ahora);
     }
 }
 
@@ -173,8 +167,12 @@ std::filesystem::path CarpetaAjustes()
 void VigilaSenales(bool seContesta)
 {
     g_seContesta = seContesta ? 1 : 0;
-    if (!std::exchange(g_vigila, true))
-        CambiaManejador(SIG_DFL, AlLlegar);
+    for (CSenal& senal : g_senales) {
+        struct sigaction actual = {};
+        senal.seVigila = senal.seVigila || (sigaction(senal.numero, nullptr, &actual) == 0 &&
+                                            actual.sa_handler == SIG_DFL &&
+                                            std::signal(senal.numero, AlLlegar) != SIG_ERR);
+    }
 }
 
 bool HuboInterrupcion()
@@ -197,8 +195,9 @@ bool HayQueAcabar()
 
 void OlvidaSenales()
 {
-    if (std::exchange(g_vigila, false))
-        CambiaManejador(AlLlegar, SIG_DFL);
+    for (CSenal& senal : g_senales)
+        if (std::exchange(senal.seVigila, false))
+            std::signal(senal.numero, SIG_DFL);
     g_interrupcion = 0; // one that came too late stops nothing later
     if (g_final != 0)
         std::raise(g_final);

@@ -10,13 +10,13 @@ std::unique_ptr<CSalidaEnSitio> CSalidaEnSitio::Abre(const CString& nombre, sist
 {
     using Tipo = sistema::CEstado::Tipo;
     const std::filesystem::path ruta = sistema::Ruta(nombre);
-    if (sistema::Mira(ruta, error).tipo == Tipo::Carpeta)
-        error = std::make_error_code(std::errc::is_a_directory);
-    if (error)
-        return nullptr;
     const int fichero = sistema::Abre(ruta, sistema::Modo::EnSitio, error);
-    if (fichero == sistema::kCerrado)
+    if (fichero == sistema::kCerrado) {
+        sistema::Error deMirar;
+        if (sistema::Mira(ruta, deMirar).tipo == Tipo::Carpeta) // some systems have no word for it
+            error = std::make_error_code(std::errc::is_a_directory);
         return nullptr;
+    }
     std::unique_ptr<CSalidaEnSitio> salida(new CSalidaEnSitio(fichero, fallo));
     const bool regular = sistema::Mira(fichero, error).tipo == Tipo::Regular;
     if (!error && regular && sistema::Bloquea(fichero, error) == sistema::Bloqueo::DeOtro && !error)
