@@ -9,6 +9,7 @@
 #include "cadastre/wrapping.h"
 #include "catastro_to_vexa/campiva_a_vexa_dlg.h"
 #include "catastro_to_vexa/exchange_reader.h"
+#include "platform/memory_hint.h"
 
 // The reading of an exchange file: the walk of its lines, then the three phases that settle what
 // the lines left pending. Each gives false when the user stopped it.
@@ -38,14 +39,31 @@ public:
                 std::equal_range(m_lineas.begin(), m_lineas.end(), buscado, kMenor);
             return {desde, hasta};
         }
-        const std::int64_t i = std::int64_t{numero} - m_lineas.front().NumOrden;
-        if (i < 0 || i + 1 >= std::ssize(m_sitios))
+        const std::int64_t i = Sitio(numero);
+        if (i < 0)
             return {};
         const auto sitio = m_sitios.begin() + i;
         return {m_lineas.begin() + sitio[0], m_lineas.begin() + sitio[1]};
     }
 
+    /// Tells that the lines of a number will be asked for soon, and those of another one later.
+    void Anuncia(int pronto, int luego) const
+    {
+        if (const std::int64_t i = Sitio(luego); i >= 0)
+            PideMemoria(&m_sitios[static_cast<std::size_t>(i)]);
+        if (const std::int64_t i = Sitio(pronto); i >= 0)
+            PideMemoria(m_lineas.data() + m_sitios[static_cast<std::size_t>(i)]);
+    }
+
 private:
+    /// Where a number's first line is noted; below 0 where it isn't.
+    std::int64_t Sitio(int numero) const
+    {
+        const std::int64_t i =
+            m_sitios.empty() ? -1 : std::int64_t{numero} - m_lineas.front().NumOrden;
+        return i + 1 < std::ssize(m_sitios) ? i : -1;
+    }
+
     /// Numbers hardly leave any out, so that the first line of each can be noted. Where they leave
     /// out more than they take, they are searched.
     void AnotaSitios()
@@ -211,9 +229,14 @@ bool CCampivaAVexaDlg::AsientaTitulares(CLecturaCatastro& lectura)
     Fase(IDS_REGISTRANDO_TITULARES);
     const CPorNumero leidos(lectura.titularesLeidos, lectura.municipioActual);
     const std::size_t n = lectura.vinculosParcela.size();
+    constexpr std::size_t kDespues =
+        8; // holders stand anywhere, and are far by the time of a few parcels
     for (std::size_t k = 0; k < n; ++k) {
         if (!Avanza(k, n))
             return false;
+        if (k + 2 * kDespues < n)
+            leidos.Anuncia(lectura.vinculosParcela[k + kDespues].numImputa,
+                           lectura.vinculosParcela[k + 2 * kDespues].numImputa);
         const CVinculoParcela& vinculo = lectura.vinculosParcela[k];
         int i = vinculo.indice;
         if (vinculo.Tit.IsEmpty() ||

@@ -6,5 +6,6 @@ inline void PideMemoria([[maybe_unused]] const void* donde)
 {
 #if defined(__GNUC__)
     __builtin_prefetch(donde);
+    asm volatile(""); // g++ leaves out the calls of a function that does nothing but hint
 #endif
 }
