@@ -229,8 +229,7 @@ bool CCampivaAVexaDlg::AsientaTitulares(CLecturaCatastro& lectura)
     Fase(IDS_REGISTRANDO_TITULARES);
     const CPorNumero leidos(lectura.titularesLeidos, lectura.municipioActual);
     const std::size_t n = lectura.vinculosParcela.size();
-    constexpr std::size_t kDespues =
-        8; // holders stand anywhere, and are far by the time of a few parcels
+    constexpr std::size_t kDespues = 8; // parcels, by whose time what stands anywhere is fetched
     for (std::size_t k = 0; k < n; ++k) {
         if (!Avanza(k, n))
             return false;

@@ -169,9 +169,8 @@ void VigilaSenales(bool seContesta)
     g_seContesta = seContesta ? 1 : 0;
     for (CSenal& senal : g_senales) {
         struct sigaction actual = {};
-        senal.seVigila = senal.seVigila || (sigaction(senal.numero, nullptr, &actual) == 0 &&
-                                            actual.sa_handler == SIG_DFL &&
-                                            std::signal(senal.numero, AlLlegar) != SIG_ERR);
+        if (sigaction(senal.numero, nullptr, &actual) == 0 && actual.sa_handler == SIG_DFL)
+            senal.seVigila = std::signal(senal.numero, AlLlegar) != SIG_ERR;
     }
 }
 
