@@ -1,5 +1,9 @@
 #include "platform/files/content_copy.h"
 
+#include <string>
+
+#include "platform/files/side_names.h"
+
 void CopiaContenido(int desde, int hasta, sistema::Error& error)
 {
     char trozo[64 * 1024];
@@ -29,4 +33,23 @@ void CopiaFichero(const std::filesystem::path& desde, const std::filesystem::pat
     for (const int fichero : {fuente, copia})
         if (fichero != sistema::kCerrado)
             sistema::Cierra(fichero, ajeno);
+}
+
+std::filesystem::path GuardaComoAnterior(const std::filesystem::path& fichero,
+                                         const std::filesystem::path& destino,
+                                         sistema::Error& error)
+{
+    constexpr int kIntentos = 1000;
+    for (int i = 1; i <= kIntentos; ++i) {
+        const std::string numero = i > 1 ? "." + std::to_string(i) : "";
+        std::filesystem::path ruta = lado::De(destino, std::string(lado::kAnterior) + numero);
+        sistema::Enlaza(fichero, ruta, error);
+        if (error && error != std::errc::file_exists)
+            CopiaFichero(fichero, ruta, sistema::Modo::Crear, error);
+        if (!error)
+            return ruta;
+        if (error != std::errc::file_exists)
+            break;
+    }
+    return {};
 }

@@ -10,3 +10,10 @@ void CopiaContenido(int desde, int hasta, sistema::Error& error);
 /// then, or into the file that stands there (`Modo::Cambiar`), which stays the same one.
 void CopiaFichero(const std::filesystem::path& desde, const std::filesystem::path& hasta,
                   sistema::Modo modo, sistema::Error& error);
+
+/// Gives a file the name `TARGET.anterior` as well, with a number where one is there, as an older
+/// one stays; a copy where the disk gives no second names. \return that name; empty, with an error,
+/// where it couldn't be
+std::filesystem::path GuardaComoAnterior(const std::filesystem::path& fichero,
+                                         const std::filesystem::path& destino,
+                                         sistema::Error& error);

@@ -3,13 +3,16 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/files/safe_replacement.h"
 #include "platform/layer_texts.h"
 
 std::unique_ptr<CSalidaEnSitio> CSalidaEnSitio::Abre(const CString& nombre, sistema::Error& fallo,
                                                      sistema::Error& error)
 {
     using Tipo = sistema::CEstado::Tipo;
-    const std::filesystem::path ruta = sistema::Ruta(nombre);
+    const std::filesystem::path ruta = CReemplazo::DestinoReal(sistema::Ruta(nombre), error);
+    if (error)
+        return nullptr;
     const int fichero = sistema::Abre(ruta, sistema::Modo::EnSitio, error);
     if (fichero == sistema::kCerrado) {
         sistema::Error deMirar;

@@ -238,9 +238,12 @@ void CConjuntoSalidas::Confirma()
         salidas.push_back({salida.nombre, &salida.reemplazo});
     ConfirmaSalidas({salidas, m_marca, m_conserva});
     for (const CSalidaNombrada& salida : salidas) {
+        const bool habia = salida.reemplazo->HabiaDestino() &&
+                           (salida.reemplazo->DejaRastro() || salida.reemplazo->EstaEnSitio());
         salida.reemplazo->Acaba();
-        if (const Ruta& anterior = salida.reemplazo->Conservado(); !anterior.empty())
-            m_conservadas.emplace_back(salida.nombre, sistema::Nombre(anterior));
+        if (m_conserva && habia)
+            m_conservadas.emplace_back(salida.nombre,
+                                       sistema::Nombre(salida.reemplazo->Conservado()));
     }
     m_salidas.clear();
 }

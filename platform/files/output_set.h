@@ -44,7 +44,8 @@ public:
     /// From now on `Confirma` leaves what the outputs replace beside them, under names of their
     /// own.
     void ConservaAnteriores() { m_conserva = true; }
-    /// The targets whose older content was kept, each with the name that it has now.
+    /// The targets whose older content was to be kept, each with the name that it has now; that is
+    /// empty where it couldn't be kept.
     const std::vector<std::pair<CString, CString>>& Conservadas() const { return m_conservadas; }
     /// Throws away all that was written and empties the set; the targets stay as they were.
     void Desecha();

@@ -231,19 +231,9 @@ bool CReemplazo::SigueColocado(Error& error) const
 void CReemplazo::Conserva() noexcept
 {
     // An older one stays: a run that is wrong for the second time replaces its own tables.
-    constexpr int kIntentos = 1000;
     Error error;
-    for (int i = 1; i <= kIntentos && !m_antes.empty() && m_conservado.empty(); ++i) {
-        const std::string numero = i > 1 ? "." + std::to_string(i) : "";
-        const Ruta ruta = lado::De(m_destino, std::string(lado::kAnterior) + numero);
-        sistema::Enlaza(m_antes, ruta, error);
-        if (error && error != std::errc::file_exists) // a file system without second names
-            CopiaFichero(m_antes, ruta, sistema::Modo::Crear, error);
-        if (!error)
-            m_conservado = ruta;
-        else if (error != std::errc::file_exists)
-            return;
-    }
+    if (!m_antes.empty() && m_conservado.empty())
+        m_conservado = GuardaComoAnterior(m_antes, m_destino, error);
 }
 
 void CReemplazo::Acaba() noexcept

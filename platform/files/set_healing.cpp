@@ -100,7 +100,10 @@ private:
 /// Heals one folder.
 class CSanador {
 public:
-    explicit CSanador(CCarpeta& carpeta) : m_carpeta(carpeta) {}
+    CSanador(CCarpeta& carpeta, std::vector<CTocado>& tocados)
+        : m_carpeta(carpeta), m_tocados(tocados)
+    {
+    }
 
     void Sana();
 
@@ -112,6 +115,8 @@ private:
     void Aplica(const Ruta& nombre, const CDiarioHallado& diario);
     void Devuelve(const CEntradaDiario& entrada, std::string_view marca,
                   const CDiarioHallado& diario) const;
+    bool SeHaTocado(const CEntradaDiario& entrada, const CEstado& ahora,
+                    const CDiarioHallado& diario, const Ruta& antes, Error& error) const;
     bool MereceCredito(const CEstado& diario) const;
     bool EsDeAqui(const Ruta& destino) const;
     const CSuyo* Afectado(const Ruta& nombre, const CDiarioLeido& leido) const;
@@ -123,6 +128,7 @@ private:
     }
 
     CCarpeta& m_carpeta;
+    std::vector<CTocado>& m_tocados;
     std::set<std::string> m_marcasVivas; // of the sets whose diary stays
 };
 
@@ -240,7 +246,7 @@ void CSanador::Aplica(const Ruta& nombre, const CDiarioHallado& diario)
         CCarpeta carpeta{CarpetaDe(otro), sistema::Mira(CarpetaDe(otro), error), {}, {}};
         if (!error && !carpeta.estado.EsElMismo(m_carpeta.estado) &&
             lado::Parte(otro).sufijo == lado::kConjunto)
-            CSanador(carpeta).SanaPorDiario(otro.filename());
+            CSanador(carpeta, m_tocados).SanaPorDiario(otro.filename());
     }
 }
 
@@ -265,13 +271,36 @@ void CSanador::Devuelve(const CEntradaDiario& entrada, std::string_view marca,
             // The copy goes when the diary has gone.
             CopiaFichero(antes, destino, sistema::Modo::Cambiar, error);
     } else if (deAntes.tipo != Tipo::NoHay) {
-        if (!deAntes.EsElMismo(deAhora))
+        if (!deAntes.EsElMismo(deAhora) && !SeHaTocado(entrada, deAhora, diario, antes, error))
             sistema::Renombra(antes, destino, error);
     } else if (entrada.antes == CEntradaDiario::Antes::Nada && deAhora.tipo == Tipo::Regular &&
-               deAhora.numero == entrada.numero) {
+               deAhora.numero == entrada.numero && deAhora.escrito <= diario.Estado().escrito) {
         sistema::Borra(destino, error);
     }
     CFileException::Exige(error, nombre);
+}
+
+/// Tells whether somebody has worked on a target since its set was cut off, or put another file in
+/// its place. That stays then, and what the target held before the set stays as TARGET.anterior.
+bool CSanador::SeHaTocado(const CEntradaDiario& entrada, const CEstado& ahora,
+                          const CDiarioHallado& diario, const Ruta& antes, Error& error) const
+{
+    const bool despues = ahora.escrito > diario.Estado().escrito; // all of a set is written before
+    const bool esOtro = ahora.numero != entrada.numero && !entrada.destino.has_parent_path();
+    if (ahora.tipo == Tipo::NoHay || (!despues && !esOtro))
+        return false;
+    const Ruta destino = En(entrada.destino.filename());
+    const Ruta anterior = GuardaComoAnterior(antes, destino, error);
+    if (error)
+        return true; // nothing is touched
+    // A disk without second names may number its files anew whenever it is there.
+    if (!despues && sistema::MiraEnlace(antes, error).nombres == 1) {
+        sistema::Borra(anterior, error);
+        return false;
+    }
+    m_tocados.push_back({sistema::Nombre(destino.lexically_normal()),
+                         sistema::Nombre(anterior.lexically_normal())});
+    return true;
 }
 
 /// Tells whether a diary is to be believed: it is what its owner wrote, it can be one, and he could
@@ -337,12 +366,14 @@ void CSanador::Recoge(const Ruta& nombre) const
 
 } // namespace
 
-void SanaConjuntos(const std::vector<CString>& nombres)
+std::vector<CTocado> SanaConjuntos(const std::vector<CString>& nombres)
 {
+    std::vector<CTocado> tocados;
     std::vector<CCarpeta> carpetas;
     for (const CString& nombre : nombres)
         if (!nombre.IsEmpty())
             Anota(carpetas, nombre);
     for (CCarpeta& carpeta : carpetas)
-        CSanador(carpeta).Sana();
+        CSanador(carpeta, tocados).Sana();
+    return tocados;
 }

@@ -77,6 +77,7 @@ struct CEstado {
     std::uint32_t dueño = 0;
     std::uint32_t permisos = 0;
     std::uint64_t nombres = 1; ///< that the file has
+    std::int64_t escrito = 0;  ///< when it was last written; tells earlier from later on one disk
 
     /// Tells of a folder that its users may not put away one another's files.
     bool EsDeTodosConDueño() const

@@ -21,6 +21,8 @@ CEstado::Tipo TipoDe(mode_t modo)
     return S_ISLNK(modo) ? CEstado::Tipo::Enlace : CEstado::Tipo::Otro;
 }
 
+constexpr std::int64_t kNanosegundos = 1'000'000'000;
+
 template <class F>
 CEstado Mirado(Error& error, F mira)
 {
@@ -39,7 +41,8 @@ CEstado Mirado(Error& error, F mira)
             datos.st_ino,
             datos.st_uid,
             datos.st_mode & 07777U,
-            datos.st_nlink};
+            datos.st_nlink,
+            std::int64_t{datos.st_mtim.tv_sec} * kNanosegundos + datos.st_mtim.tv_nsec};
 }
 
 /// Rights beyond owner, group and all others, where the file system has such.

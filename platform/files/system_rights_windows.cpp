@@ -65,6 +65,8 @@ bool LeeEstado(HANDLE manija, CEstado& estado)
     estado.numero = Junta(datos.nFileIndexHigh, datos.nFileIndexLow);
     estado.dueño = DueñoDe(manija);
     estado.nombres = datos.nNumberOfLinks;
+    estado.escrito = static_cast<std::int64_t>(
+        Junta(datos.ftLastWriteTime.dwHighDateTime, datos.ftLastWriteTime.dwLowDateTime));
     return true;
 }
 

@@ -146,6 +146,7 @@ protected:
 private:
     void MuestraError(const CString& texto);
     void CajaError(const char* forma, const CFileException& fallo);
+    void Sana(const std::vector<CString>& ficheros);
     bool Reserva(const CString& salida);
     bool HayRepetidas(const CString& log, const std::vector<CString>& salidas);
     void Obedece(WPARAM wParam, LPARAM lParam);

@@ -18,7 +18,13 @@ void CTraduccionDlg::EmpiezaProceso(const std::vector<CString>& ficheros)
     m_proceso.emplace();
     // From here on there is something to clear away.
     sistema::VigilaSenales(AfxGetApp()->Frontal().AlguienContesta());
-    SanaConjuntos(ficheros);
+    Sana(ficheros);
+}
+
+void CTraduccionDlg::Sana(const std::vector<CString>& ficheros)
+{
+    for (const CTocado& tocado : SanaConjuntos(ficheros))
+        Observa(observaciones::kTocado, tocado.nombre, tocado.anterior);
 }
 
 bool CTraduccionDlg::AbreEntrada(CStdioFile& fichero, const CString& nombre)
@@ -91,7 +97,7 @@ bool CTraduccionDlg::CreaLog(const CString& nombre, const std::vector<CString>& 
 {
     if (HayRepetidas(nombre, salidas))
         return false;
-    SanaConjuntos(salidas);
+    Sana(salidas);
     for (const CString& salida : salidas)
         if (!Reserva(salida)) {
             m_proceso->salidas.Desecha();
@@ -129,5 +135,6 @@ void CTraduccionDlg::ConfirmaSalidas()
 {
     m_proceso->salidas.Confirma();
     for (const auto& [destino, anterior] : m_proceso->salidas.Conservadas())
-        Observa(observaciones::kAnterior, destino, anterior);
+        anterior.IsEmpty() ? Observa(observaciones::kNoSeConserva, destino)
+                           : Observa(observaciones::kAnterior, destino, anterior);
 }

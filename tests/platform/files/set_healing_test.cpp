@@ -1,6 +1,8 @@
 #include "platform/files/set_healing.h"
 
+#include <chrono>
 #include <csignal>
+#include <functional>
 #include <iterator>
 
 #include <sys/stat.h>
@@ -103,6 +105,51 @@ TEST(Conjuntos, AreHealedWhateverPathLeadsToThem)
         EXPECT_EQ(carpeta.Lee("m/b.txt"), "vieja");
         EXPECT_EQ(carpeta.Lee("m/c.txt"), "(no file)");
         EXPECT_EQ(CuantosEn(carpeta.Ruta() / "m"), 2) << "something else is left behind";
+    }
+}
+
+TEST(Conjuntos, WhatWasWorkedOnSinceTheirEndStays)
+{
+    const auto enUnRato = fs::file_time_type::clock::now() + std::chrono::seconds(5);
+    const auto haceDias = enUnRato - std::chrono::hours(100);
+    const auto escribe = [](const CCarpetaPrueba& carpeta, const char* nombre, auto cuando) {
+        carpeta.Pon(nombre, "de alguien");
+        fs::last_write_time(carpeta.Ruta() / nombre, cuando);
+    };
+    const struct {
+        const char* motivo;
+        std::function<void(const CCarpetaPrueba&)> pasa;
+        const char *a, *c; ///< what both targets that were placed hold in the end
+        const char* anterior;
+    } casos[] = {
+        {"nobody", [](const CCarpetaPrueba&) {}, "vieja", "(no file)", "(no file)"},
+        {"who took it away", [](const auto& k) { fs::remove(k.Ruta() / "m/a.txt"); }, "vieja",
+         "(no file)", "(no file)"},
+        {"who wrote it anew", [&](const auto& k) { escribe(k, "m/a.txt", enUnRato); }, "de alguien",
+         "(no file)", "vieja"},
+        {"who put an older file there",
+         [&](const auto& k) {
+             escribe(k, "m/x", haceDias);
+             fs::rename(k.Ruta() / "m/x", k.Ruta() / "m/a.txt");
+         },
+         "de alguien", "(no file)", "vieja"},
+        {"who wrote what wasn't there before",
+         [&](const auto& k) { escribe(k, "m/c.txt", enUnRato); }, "vieja", "de alguien",
+         "(no file)"},
+    };
+    for (const auto& caso : casos) {
+        SCOPED_TRACE(caso.motivo);
+        const CCarpetaPrueba carpeta;
+        PonAMedias(carpeta);
+        caso.pasa(carpeta);
+        const std::vector<CTocado> tocados = SanaConjuntos({carpeta.En("m/b.txt")});
+        EXPECT_EQ(carpeta.Lee("m/a.txt"), caso.a);
+        EXPECT_EQ(carpeta.Lee("m/c.txt"), caso.c);
+        EXPECT_EQ(carpeta.Lee("m/a.txt.anterior"), caso.anterior);
+        EXPECT_FALSE(fs::exists(carpeta.Ruta() / "m" / kDiario));
+        ASSERT_EQ(tocados.empty(), !fs::exists(carpeta.Ruta() / "m/a.txt.anterior"));
+        for (const CTocado& tocado : tocados)
+            EXPECT_EQ(tocado.anterior, carpeta.En("m/a.txt.anterior"));
     }
 }
 
