@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <climits>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -130,8 +131,10 @@ int LeeByte()
 std::filesystem::path FicheroPrograma()
 {
     static const std::filesystem::path suyo = [] {
-        std::error_code error;
-        return std::filesystem::read_symlink("/proc/self/exe", error);
+        std::string ruta(PATH_MAX, '\0'); // the system tells no longer one
+        const ssize_t largo = readlink("/proc/self/exe", ruta.data(), ruta.size());
+        ruta.resize(static_cast<std::size_t>(std::max<ssize_t>(largo, 0)));
+        return std::filesystem::path(std::move(ruta));
     }();
     return suyo;
 }
@@ -169,7 +172,8 @@ void VigilaSenales(bool seContesta)
     g_seContesta = seContesta ? 1 : 0;
     for (CSenal& senal : g_senales) {
         struct sigaction actual = {};
-        if (sigaction(senal.numero, nullptr, &actual) == 0 && actual.sa_handler == SIG_DFL)
+        if (!senal.seVigila && sigaction(senal.numero, nullptr, &actual) == 0 &&
+            actual.sa_handler == SIG_DFL)
             senal.seVigila = std::signal(senal.numero, AlLlegar) != SIG_ERR;
     }
 }
