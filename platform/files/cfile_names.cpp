@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "platform/files/any_case_name.h"
+#include "platform/files/content_copy.h"
 #include "platform/files/safe_replacement.h"
 #include "platform/files/side_names.h"
 #include "platform/files/system_files.h"
@@ -74,19 +75,18 @@ CString CFile::EnDisco(const CString& nombre, CNombresEnDisco& nombres)
 
 CString CFile::GuardaAnterior(const CString& nombre)
 {
-    constexpr std::size_t kTrozo = std::size_t{64} * 1024;
-    CFile fichero;
-    if (!fichero.Open(nombre, modeRead) || fichero.GetLength() == 0)
+    sistema::Error error;
+    const std::filesystem::path ruta = CReemplazo::DestinoReal(sistema::Ruta(nombre), error);
+    const sistema::CEstado estado = error ? sistema::CEstado() : Mirado(nombre, ruta);
+    if (estado.tipo != sistema::CEstado::Tipo::Regular || estado.largo == 0)
         return {};
-    CString anterior = sistema::Nombre(lado::De(sistema::Ruta(nombre), lado::kAnterior));
-    CFile copia;
-    CFileException fallo;
-    if (!copia.Open(anterior, modeCreate | modeWrite, &fallo))
-        throw CFileException(fallo);
-    for (auto tramo = fichero.Tramo(kTrozo); !tramo.empty(); tramo = fichero.Tramo(kTrozo))
-        copia.Write(tramo.data(), static_cast<UINT>(tramo.size()));
-    copia.Close();
-    return anterior;
+    const std::filesystem::path anterior = lado::De(sistema::Ruta(nombre), lado::kAnterior);
+    const std::filesystem::path enObra = lado::De(anterior, lado::kNuevo, lado::Marca());
+    CopiaFichero(ruta, enObra, sistema::Modo::Crear, error);
+    if (!error)
+        sistema::Renombra(enObra, anterior, error);
+    CFileException::Exige(error, sistema::Nombre(anterior));
+    return sistema::Nombre(anterior);
 }
 
 bool CFile::EsElMismo(const CString& uno, const CString& otro)

@@ -24,11 +24,15 @@ void CopiaFichero(const std::filesystem::path& desde, const std::filesystem::pat
                   sistema::Modo modo, sistema::Error& error)
 {
     const int fuente = sistema::Abre(desde, sistema::Modo::LeerEse, error);
-    const int copia = error ? sistema::kCerrado : sistema::Abre(hasta, modo, error);
+    const bool esNueva = modo == sistema::Modo::Crear;
+    const sistema::Modo como = esNueva ? sistema::Modo::CrearPrivado : modo;
+    const int copia = error ? sistema::kCerrado : sistema::Abre(hasta, como, error);
+    sistema::Error ajeno;
+    if (!error && esNueva)
+        sistema::CopiaDerechos(copia, desde, ajeno); // or it stays private
     if (!error)
         CopiaContenido(fuente, copia, error);
-    sistema::Error ajeno;
-    if (error && copia != sistema::kCerrado && modo == sistema::Modo::Crear)
+    if (error && copia != sistema::kCerrado && esNueva)
         sistema::Borra(hasta, ajeno);
     for (const int fichero : {fuente, copia})
         if (fichero != sistema::kCerrado)

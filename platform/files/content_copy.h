@@ -6,8 +6,9 @@
 /// are open; the other is cut first.
 void CopiaContenido(int desde, int hasta, sistema::Error& error);
 
-/// Copies a file to a name that nothing has yet (`Modo::Crear`), where with an error nothing is
-/// then, or into the file that stands there (`Modo::Cambiar`), which stays the same one.
+/// Copies a file, with its rights, to a name that nothing has yet (`Modo::Crear`), where with an
+/// error nothing is then, or into the file that stands there (`Modo::Cambiar`), which stays the
+/// same one.
 void CopiaFichero(const std::filesystem::path& desde, const std::filesystem::path& hasta,
                   sistema::Modo modo, sistema::Error& error);
 

@@ -377,6 +377,28 @@ TEST(CStdioFile, ALogStandsInItsPlaceFromTheStart)
     EXPECT_EQ(carpeta.Cuantos(), 1);
 }
 
+TEST(CFile, WhatAFileHeldIsKeptWithItsRightsWhateverNameLeadsThere)
+{
+    const CCarpetaPrueba carpeta;
+    carpeta.Pon("a.ERR", "de personas");
+    carpeta.Pon("vacio.ERR", "");
+    namespace fs = std::filesystem;
+    std::error_code sinEnlaces; // a system may keep them from its users
+    fs::create_symlink("a.ERR", carpeta.Ruta() / "enlace.ERR", sinEnlaces);
+    for (const unsigned derechos : {0600U, 0644U, 0640U}) {
+        const char* const nombre = derechos == 0640U && !sinEnlaces ? "enlace.ERR" : "a.ERR";
+        fs::permissions(carpeta.Ruta() / "a.ERR", fs::perms{derechos});
+        const CString anterior = CFile::GuardaAnterior(carpeta.En(nombre));
+        EXPECT_EQ(anterior, carpeta.En(nombre) + ".anterior");
+        EXPECT_EQ(carpeta.Lee((std::string(nombre) + ".anterior").c_str()), "de personas");
+        const auto deOtros = fs::perms::group_all | fs::perms::others_all;
+        EXPECT_EQ(fs::status(sistema::Ruta(anterior)).permissions() & deOtros,
+                  fs::status(carpeta.Ruta() / "a.ERR").permissions() & deOtros);
+    }
+    for (const char* nombre : {"vacio.ERR", "no.ERR", "."})
+        EXPECT_TRUE(CFile::GuardaAnterior(carpeta.En(nombre)).IsEmpty());
+}
+
 TEST(CFile, KnowsOneFileUnderTwoNames)
 {
     const CCarpetaPrueba carpeta;
