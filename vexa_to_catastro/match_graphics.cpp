@@ -1,3 +1,5 @@
+#include <string_view>
+
 #include "cadastre/polygon_list.h"
 #include "vexa_to_catastro/vexa_a_campiva2_dlg.h"
 
@@ -30,8 +32,12 @@ bool CVexaACampiva2Dlg::LeeListaPoligonos(std::vector<CString>& entradas)
         return false;
     CString linea;
     lista.ReadString(linea); // the municipality's, used already
-    while (lista.ReadString(linea))
+    while (lista.ReadString(linea)) {
         entradas.push_back(EntradaDeLista(linea));
+        const std::string_view entrada = entradas.back();
+        if (entrada.find_first_not_of(' ') != std::string_view::npos)
+            ++m_vistas.poligonos;
+    }
     return true;
 }
 

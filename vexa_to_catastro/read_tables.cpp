@@ -7,7 +7,7 @@
 // dropped without a message.
 
 bool CVexaACampiva2Dlg::LeeTabla(UINT estado, const CString& archivo, const CMunicipio& municipio,
-                                 const CTomaFila& toma)
+                                 const CTomaFila& toma, int* filas)
 {
     Fase(estado);
     CStdioFile tabla;
@@ -18,10 +18,12 @@ bool CVexaACampiva2Dlg::LeeTabla(UINT estado, const CString& archivo, const CMun
     while (tabla.ReadString(fila)) {
         if (!Avanza(tabla.GetPosition(), tabla.GetLength()))
             return false;
-        // A header line reads as municipality 0, which is no other municipality's code.
-        const bool cabecera = primera && municipio.Mun == 0 && EsCabecera(fila);
+        const bool cabecera = primera && EsCabecera(fila);
         primera = false;
-        if (!cabecera && MunicipioDeFila(fila) == municipio.Mun)
+        if (filas != nullptr && !cabecera && !fila.IsEmpty())
+            ++*filas;
+        // A header line reads as municipality 0, which is no other municipality's code.
+        if (!(cabecera && municipio.Mun == 0) && MunicipioDeFila(fila) == municipio.Mun)
             toma(fila);
     }
     return true;
@@ -63,13 +65,17 @@ bool CVexaACampiva2Dlg::LeeParcelas(CStdioFile* log, int* numErrores, int* numWa
                                     CMunicipio* municipio)
 {
     const CAvisos avisos{*log, *numErrores, *numWarnings};
-    return LeeTabla(IDS_LEYENDO_PARCELAS, ArchivoParcelas, *municipio,
-                    [&](std::string_view fila) { TomaParcela(fila, avisos, *municipio); });
+    return LeeTabla(
+        IDS_LEYENDO_PARCELAS, ArchivoParcelas, *municipio,
+        [&](std::string_view fila) { TomaParcela(fila, avisos, *municipio); },
+        &m_vistas.parcelas.todas);
 }
 
 void CVexaACampiva2Dlg::TomaParcela(std::string_view fila, const CAvisos& avisos,
                                     CMunicipio& municipio)
 {
+    if (LeeEntero(fila) == m_vistas.cabecera.Ger)
+        ++m_vistas.parcelasDelMunicipio;
     CParcela parcela(0, 0, 0, {});
     CDatosLinea datos;
     const bool leida = parcela.Lee(fila, kModoTabla, datos);
@@ -91,6 +97,7 @@ void CVexaACampiva2Dlg::TomaParcela(std::string_view fila, const CAvisos& avisos
         ParcelasNoSalvadas = true;
         return;
     }
+    ++m_vistas.parcelas.tomadas;
     // A holder that wasn't found is linked as such, so that the parcel has its main link.
     municipio.DameParcela(i).InsertaCotitular(titular, kOrdenPrincipal, datos.partici, datos.Tit);
     if (titular >= 0)
@@ -102,7 +109,8 @@ bool CVexaACampiva2Dlg::LeeSubparcelas(CStdioFile* log, int* numErrores, int* nu
 {
     const CAvisos avisos{*log, *numErrores, *numWarnings};
     return LeeTabla(
-        IDS_LEYENDO_SUBPARCELAS, ArchivoSubparcelas, *municipio, [&](std::string_view fila) {
+        IDS_LEYENDO_SUBPARCELAS, ArchivoSubparcelas, *municipio,
+        [&](std::string_view fila) {
             CSubparcela subparcela;
             CDatosLinea datos;
             const bool leida = subparcela.Lee(fila, kModoTabla, datos);
@@ -117,9 +125,11 @@ bool CVexaACampiva2Dlg::LeeSubparcelas(CStdioFile* log, int* numErrores, int* nu
             CParcela& parcela = municipio->DameParcela(i);
             bool repetida = false;
             parcela.InsertaSubparcela(std::move(subparcela), repetida);
+            ++m_vistas.subparcelas.tomadas;
             if (repetida)
                 Avisa(avisos, kSubparcelaDuplicada, parcela.Polig, parcela.Parcela, letra);
-        });
+        },
+        &m_vistas.subparcelas.todas);
 }
 
 bool CVexaACampiva2Dlg::LeeCotitulares(CStdioFile* log, int* numErrores, int* numWarnings,

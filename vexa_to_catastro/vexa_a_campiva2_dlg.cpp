@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "cadastre/messages.h"
-#include "cadastre/polygon_list.h"
 #include "shell/frame/box_texts.h"
 
 namespace {
@@ -87,13 +86,14 @@ void CVexaACampiva2Dlg::OnOK()
 {
     UpdateData(true);
     EmpiezaProceso(Entradas());
-    CString primera;
     CStdioFile lista;
     if (!AbreEntrada(lista, ArchivoTren))
         return;
-    lista.ReadString(primera);
+    m_vistas = {};
+    lista.ReadString(m_vistas.primera);
     lista.Close();
-    const CCabeceraLista cabecera = LeeCabeceraLista(primera);
+    m_vistas.cabecera = LeeCabeceraLista(m_vistas.primera);
+    const CCabeceraLista& cabecera = m_vistas.cabecera;
     const auto registros = std::make_shared<CBaseCatastro>(cabecera.Ger);
     CBaseCatastro& base = *registros;
     const int indice = base.InsertaMunicipio(CMunicipio(cabecera.Mun, 0));
@@ -114,6 +114,7 @@ void CVexaACampiva2Dlg::OnOK()
         CruzaGraficoConBase(&Log(), &numErrores, &numWarnings, &base.DameMunicipio(indice));
     Log().Close();
     if (cruzado) {
+        ObservaEntradas();
         base.Ordena();
         const CString resumen = Resumen(base, cabecera.Mun, numErrores, numWarnings);
         if (GrabaSalida(base, salida("R"), salida("M")))

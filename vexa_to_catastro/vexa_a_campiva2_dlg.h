@@ -6,6 +6,7 @@
 
 #include "cadastre/database.h"
 #include "cadastre/message_catalogue.h"
+#include "cadastre/polygon_list.h"
 #include "cadastre/table_files.h"
 #include "resources/resource_ids.h"
 #include "shell/frame/translation_dialog.h"
@@ -66,8 +67,9 @@ private:
 
     /// Reads a table and hands each row of the municipality to `toma`. False, with a box where the
     /// file can't be opened, if the run must end.
+    /// \param filas  counts all of its rows, if given
     bool LeeTabla(UINT estado, const CString& archivo, const CMunicipio& municipio,
-                  const CTomaFila& toma);
+                  const CTomaFila& toma, int* filas = nullptr);
     void TomaParcela(std::string_view fila, const CAvisos& avisos, CMunicipio& municipio);
 
     /// Loads the orthophoto sheets. Without their files there are none and the run goes on; false
@@ -118,6 +120,10 @@ private:
                           std::vector<int>& parcelasVistas,
                           const std::vector<CSubparcelaVista>& subparcelasVistas) const;
 
+    /// Says what speaks against the list, or a table that may be written anew, being what it was
+    /// read as. What the outputs replace is kept then.
+    void ObservaEntradas();
+
     /// The files that a run reads, which no output may fall on; its tables are rewritten on demand.
     std::vector<CString> Entradas() const;
     /// Writes the exchange files and, on demand, two of the tables. False, with a box, where the
@@ -128,7 +134,23 @@ private:
     static CString Resumen(const CBaseCatastro& base, short mun, int numErrores, int numWarnings);
     void Despide(const CString& resumen);
 
+    /// What a run has seen of a table that may be written anew.
+    struct CFilasVistas {
+        int todas = 0;   ///< its rows, those of other municipalities among them
+        int tomadas = 0; ///< those that became records
+    };
+    /// What a run has seen of the inputs that have to belong together.
+    struct CEntradasVistas {
+        CString primera;         ///< line of the list
+        CCabeceraLista cabecera; ///< what that line tells
+        int poligonos = 0;       ///< that the list names
+        CFilasVistas parcelas;
+        CFilasVistas subparcelas;
+        int parcelasDelMunicipio = 0; ///< rows with both codes of the list's first line
+    };
+
     bool ParcelasNoSalvadas = false; ///< a parcel of this run couldn't be stored
+    CEntradasVistas m_vistas;        ///< by this run
 
     const std::array<CCampo, 12> m_campos = {{
         {IDC_COTITULARES, "ArchivoCotitulares", &ArchivoCotitulares},

@@ -58,6 +58,13 @@ inline constexpr const char* kTocado = "Un proceso anterior se cortó a medias. 
                                        "había antes de aquel proceso queda en %s"_ansi;
 inline constexpr const char* kNoSeConserva =
     "Lo que había en %s no se ha podido conservar: su carpeta no admite ficheros nuevos"_ansi;
+inline constexpr const char* kListaConMarca =
+    "La lista %s empieza por una marca de Unicode y se ha leído mal: guárdela como ANSI"_ansi;
+inline constexpr const char* kSinPoligonos = "La lista %s no nombra ningún polígono"_ansi;
+inline constexpr const char* kOtroMunicipio =
+    "Ninguna fila de %s es del municipio %03d %03d, el de la primera línea de %s"_ansi;
+inline constexpr const char* kNingunaParcela = "De %s no ha valido ninguna fila como parcela";
+inline constexpr const char* kNingunaSubparcela = "De %s no ha valido ninguna fila como subparcela";
 inline constexpr const char* kAnterior = "Lo que había en %s queda en %s"_ansi;
 
 } // namespace observaciones

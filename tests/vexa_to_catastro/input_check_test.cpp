@@ -1,0 +1,99 @@
+#include "platform/ansi.h"
+#include "tests/vexa_to_catastro/run_fixture.h"
+
+namespace {
+
+const std::string kLista = "TREN 045127\r\nP1\r\n";
+
+std::string EnUtf16(const std::string& texto)
+{
+    std::string salida = "\xFF\xFE";
+    for (const char c : texto)
+        salida += {c, '\0'};
+    return salida;
+}
+
+} // namespace
+
+TEST_F(Cruce, ObservesInputsThatAreNotWhatTheyWereReadAsAndKeepsWhatItReplaces)
+{
+    const Textos titulares = tablas["Titulares"];
+    Parcela("7", "3");
+    Subparcela("7", "   a", "3");
+    const Textos parcelas = tablas["Parcelas"];
+    const Textos subparcelas = tablas["Subparcelas"];
+    const std::string marca =
+        "La lista lista.txt empieza por una marca de Unicode y se ha leído mal: guárdela como ANSI";
+    const auto otro = [](const std::string& codigos) {
+        return "Ninguna fila de Parcelas.txt es del municipio " + codigos +
+               ", el de la primera línea de lista.txt";
+    };
+    const struct {
+        const char* motivo;
+        std::string lista;
+        Textos parcelas;
+        Textos subparcelas;
+        Textos observaciones;
+    } casos[] = {
+        {"all is well", kLista, parcelas, subparcelas, {}},
+        {"a list without its last line end", "TREN 045127\r\nP1", parcelas, subparcelas, {}},
+        {"tables that hold nothing yet", kLista, {}, {}, {}},
+        {"parcels without subparcels", kLista, parcelas, {}, {}},
+        {"an empty list", "", parcelas, subparcelas, {"El archivo lista.txt está vacío"}},
+        {"blank lines", "\r\n \r\n", parcelas, subparcelas, {"El archivo lista.txt está vacío"}},
+        {"no polygons",
+         "TREN 045127\r\n \r\n",
+         parcelas,
+         subparcelas,
+         {"La lista lista.txt no nombra ningún polígono"}},
+        {"a byte order mark", "\xEF\xBB\xBF" + kLista, parcelas, subparcelas, {marca}},
+        {"UTF-16", EnUtf16(kLista), parcelas, subparcelas, {marca}},
+        {"another municipality", "TREN 045128\r\nP1\r\n", parcelas, subparcelas, {otro("045 128")}},
+        {"another office", "TREN 046127\r\nP1\r\n", parcelas, subparcelas, {otro("046 127")}},
+        {"no head", "P1\r\nP1\r\n", parcelas, subparcelas, {otro("000 000")}},
+        {"holders for parcels",
+         kLista,
+         titulares,
+         subparcelas,
+         {"De Parcelas.txt no ha valido ninguna fila como parcela",
+          "De Subparcelas.txt no ha valido ninguna fila como subparcela"}},
+        {"holders for subparcels",
+         kLista,
+         parcelas,
+         titulares,
+         {"De Subparcelas.txt no ha valido ninguna fila como subparcela"}},
+    };
+    for (const auto& caso : casos) {
+        for (const int modificar : {0, 1}) {
+            SCOPED_TRACE(std::string(caso.motivo) + (modificar != 0 ? ", written anew" : ""));
+            lista = caso.lista;
+            tablas["Parcelas"] = caso.parcelas;
+            tablas["Subparcelas"] = caso.subparcelas;
+            Ejecuta(modificar, 0, 1);
+            EXPECT_EQ(aplicacion.guion.cajas.back().titulo, "Fin del proceso");
+            Textos esperadas = caso.observaciones;
+            for (const auto& [tabla, filas] : {std::pair("Parcelas.txt", caso.parcelas),
+                                               std::pair("Subparcelas.txt", caso.subparcelas)}) {
+                const std::string anterior = std::string(tabla) + ".anterior";
+                std::string antes = "(no file)";
+                if (modificar != 0 && !caso.observaciones.empty()) {
+                    esperadas.push_back(std::string("Lo que había en ") + tabla + " queda en " +
+                                        anterior);
+                    antes = "Ger Mun\r\n";
+                    for (const std::string& fila : filas)
+                        antes += fila;
+                }
+                EXPECT_EQ(carpeta.Lee(anterior), antes);
+                std::filesystem::remove(carpeta.Ruta() / anterior);
+            }
+            Textos dicho;
+            for (const CString& observacion : aplicacion.guion.escritos.observaciones)
+                if (const std::string texto =
+                        carpeta.SinRuta(carpeta.SinRuta(ansi::AUtf8(observacion)));
+                    texto.find(".R ") == std::string::npos &&
+                    texto.find(".M ") == std::string::npos)
+                    dicho.push_back(texto); // an earlier run's exchange files are kept as well
+            EXPECT_EQ(dicho, esperadas);
+        }
+    }
+}

@@ -1,0 +1,50 @@
+#include <algorithm>
+#include <iterator>
+#include <string_view>
+
+#include "shell/frame/box_texts.h"
+#include "vexa_to_catastro/vexa_a_campiva2_dlg.h"
+
+// The look at the inputs when all are read: whether the list and the tables are what they were read
+// as, and belong together. A table that is written anew holds only what came out of it.
+
+namespace {
+
+/// Tells whether a text begins with the mark that editors put before UTF-8 and UTF-16, which shifts
+/// all columns.
+bool TieneMarca(std::string_view texto)
+{
+    constexpr std::string_view kMarcas[] = {"\xEF\xBB\xBF", "\xFF\xFE", "\xFE\xFF"};
+    return std::any_of(std::begin(kMarcas), std::end(kMarcas),
+                       [&](std::string_view marca) { return texto.starts_with(marca); });
+}
+
+} // namespace
+
+void CVexaACampiva2Dlg::ObservaEntradas()
+{
+    const auto observa = [this](const char* forma, const auto&... argumentos) {
+        Observa(forma, argumentos...);
+        ConservaAnteriores();
+    };
+    const auto& [primera, cabecera, poligonos, parcelas, subparcelas, delMunicipio] = m_vistas;
+    const bool marca = TieneMarca(primera);
+    const bool vacia = primera.IsEmpty() && poligonos == 0;
+    if (marca)
+        observa(observaciones::kListaConMarca, ArchivoTren);
+    else if (vacia)
+        observa(observaciones::kVacia, ArchivoTren);
+    else if (poligonos == 0)
+        observa(observaciones::kSinPoligonos, ArchivoTren);
+    if (marca || vacia)
+        return; // the codes that were read say nothing about the tables
+    if (parcelas.todas > 0 && delMunicipio == 0) {
+        observa(observaciones::kOtroMunicipio, ArchivoParcelas, cabecera.Ger, cabecera.Mun,
+                ArchivoTren);
+        return;
+    }
+    if (parcelas.todas > 0 && parcelas.tomadas == 0)
+        observa(observaciones::kNingunaParcela, ArchivoParcelas);
+    if (subparcelas.todas > 0 && subparcelas.tomadas == 0)
+        observa(observaciones::kNingunaSubparcela, ArchivoSubparcelas);
+}
