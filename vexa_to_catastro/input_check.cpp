@@ -19,6 +19,18 @@ bool TieneMarca(std::string_view texto)
                        [&](std::string_view marca) { return texto.starts_with(marca); });
 }
 
+/// Tells whether a header line is that of another table than it should be.
+bool EsDeOtraTabla(std::string_view cabecera, std::string_view propia)
+{
+    constexpr std::string_view kCabeceras[] = {kCabeceraTitulares, kCabeceraParcelas,
+                                               kCabeceraModulos,   kCabeceraSubparcelas,
+                                               kCabeceraParajes,   kCabeceraCotitulares};
+    const auto esEsa = [&](std::string_view otra) {
+        return otra.substr(0, otra.size() - 1) == cabecera; // without its line end
+    };
+    return !esEsa(propia) && std::any_of(std::begin(kCabeceras), std::end(kCabeceras), esEsa);
+}
+
 } // namespace
 
 void CVexaACampiva2Dlg::ObservaEntradas()
@@ -43,8 +55,12 @@ void CVexaACampiva2Dlg::ObservaEntradas()
                 ArchivoTren);
         return;
     }
-    if (parcelas.todas > 0 && parcelas.tomadas == 0)
+    if (EsDeOtraTabla(parcelas.cabecera, kCabeceraParcelas))
+        observa(observaciones::kNoEsDeParcelas, ArchivoParcelas);
+    else if (parcelas.todas > 0 && parcelas.tomadas == 0)
         observa(observaciones::kNingunaParcela, ArchivoParcelas);
-    if (subparcelas.todas > 0 && subparcelas.tomadas == 0)
+    if (EsDeOtraTabla(subparcelas.cabecera, kCabeceraSubparcelas))
+        observa(observaciones::kNoEsDeSubparcelas, ArchivoSubparcelas);
+    else if (subparcelas.todas > 0 && subparcelas.tomadas == 0)
         observa(observaciones::kNingunaSubparcela, ArchivoSubparcelas);
 }

@@ -7,7 +7,7 @@
 // dropped without a message.
 
 bool CVexaACampiva2Dlg::LeeTabla(UINT estado, const CString& archivo, const CMunicipio& municipio,
-                                 const CTomaFila& toma, int* filas)
+                                 const CTomaFila& toma, CFilasVistas* vistas)
 {
     Fase(estado);
     CStdioFile tabla;
@@ -20,8 +20,10 @@ bool CVexaACampiva2Dlg::LeeTabla(UINT estado, const CString& archivo, const CMun
             return false;
         const bool cabecera = primera && EsCabecera(fila);
         primera = false;
-        if (filas != nullptr && !cabecera && !fila.IsEmpty())
-            ++*filas;
+        if (vistas != nullptr && cabecera)
+            vistas->cabecera = fila;
+        else if (vistas != nullptr && !fila.IsEmpty())
+            ++vistas->todas;
         // A header line reads as municipality 0, which is no other municipality's code.
         if (!(cabecera && municipio.Mun == 0) && MunicipioDeFila(fila) == municipio.Mun)
             toma(fila);
@@ -67,8 +69,7 @@ bool CVexaACampiva2Dlg::LeeParcelas(CStdioFile* log, int* numErrores, int* numWa
     const CAvisos avisos{*log, *numErrores, *numWarnings};
     return LeeTabla(
         IDS_LEYENDO_PARCELAS, ArchivoParcelas, *municipio,
-        [&](std::string_view fila) { TomaParcela(fila, avisos, *municipio); },
-        &m_vistas.parcelas.todas);
+        [&](std::string_view fila) { TomaParcela(fila, avisos, *municipio); }, &m_vistas.parcelas);
 }
 
 void CVexaACampiva2Dlg::TomaParcela(std::string_view fila, const CAvisos& avisos,
@@ -129,7 +130,7 @@ bool CVexaACampiva2Dlg::LeeSubparcelas(CStdioFile* log, int* numErrores, int* nu
             if (repetida)
                 Avisa(avisos, kSubparcelaDuplicada, parcela.Polig, parcela.Parcela, letra);
         },
-        &m_vistas.subparcelas.todas);
+        &m_vistas.subparcelas);
 }
 
 bool CVexaACampiva2Dlg::LeeCotitulares(CStdioFile* log, int* numErrores, int* numWarnings,

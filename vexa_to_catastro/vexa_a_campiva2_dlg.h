@@ -57,6 +57,13 @@ private:
     bool CruzaGraficoConBase(CStdioFile* log, int* numErrores, int* numWarnings,
                              CMunicipio* municipio);
 
+    /// What a run has seen of a table that may be written anew.
+    struct CFilasVistas {
+        CString cabecera; ///< its header line, empty where it has none
+        int todas = 0;    ///< its rows, those of other municipalities among them
+        int tomadas = 0;  ///< those that became records
+    };
+
     // The six tables, in the order in which records need one another.
     bool LeeParajes(CStdioFile* log, int* numErrores, int* numWarnings, CMunicipio* municipio);
     bool LeeModulos(CStdioFile* log, int* numErrores, int* numWarnings, CMunicipio* municipio);
@@ -67,9 +74,9 @@ private:
 
     /// Reads a table and hands each row of the municipality to `toma`. False, with a box where the
     /// file can't be opened, if the run must end.
-    /// \param filas  counts all of its rows, if given
+    /// \param vistas  takes its header line and counts all of its rows, if given
     bool LeeTabla(UINT estado, const CString& archivo, const CMunicipio& municipio,
-                  const CTomaFila& toma, int* filas = nullptr);
+                  const CTomaFila& toma, CFilasVistas* vistas = nullptr);
     void TomaParcela(std::string_view fila, const CAvisos& avisos, CMunicipio& municipio);
 
     /// Loads the orthophoto sheets. Without their files there are none and the run goes on; false
@@ -134,11 +141,6 @@ private:
     static CString Resumen(const CBaseCatastro& base, short mun, int numErrores, int numWarnings);
     void Despide(const CString& resumen);
 
-    /// What a run has seen of a table that may be written anew.
-    struct CFilasVistas {
-        int todas = 0;   ///< its rows, those of other municipalities among them
-        int tomadas = 0; ///< those that became records
-    };
     /// What a run has seen of the inputs that have to belong together.
     struct CEntradasVistas {
         CString primera;         ///< line of the list

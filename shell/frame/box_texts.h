@@ -65,6 +65,10 @@ inline constexpr const char* kOtroMunicipio =
     "Ninguna fila de %s es del municipio %03d %03d, el de la primera línea de %s"_ansi;
 inline constexpr const char* kNingunaParcela = "De %s no ha valido ninguna fila como parcela";
 inline constexpr const char* kNingunaSubparcela = "De %s no ha valido ninguna fila como subparcela";
+inline constexpr const char* kNoEsDeParcelas =
+    "La cabecera de %s es la de otra tabla, no la de parcelas";
+inline constexpr const char* kNoEsDeSubparcelas =
+    "La cabecera de %s es la de otra tabla, no la de subparcelas";
 inline constexpr const char* kAnterior = "Lo que había en %s queda en %s"_ansi;
 
 } // namespace observaciones

@@ -97,3 +97,38 @@ TEST_F(Cruce, ObservesInputsThatAreNotWhatTheyWereReadAsAndKeepsWhatItReplaces)
         }
     }
 }
+
+TEST_F(Cruce, TellsTablesThatStandInEachOthersFields)
+{
+    const char* deParcelas = "La cabecera de Parcelas.txt es la de otra tabla, no la de parcelas";
+    const char* deSubparcelas =
+        "La cabecera de Subparcelas.txt es la de otra tabla, no la de subparcelas";
+    const struct {
+        const char* motivo;
+        std::string cabeceraParcelas;
+        std::string cabeceraSubparcelas;
+        Textos observaciones;
+    } casos[] = {
+        {"their own", kCabeceraParcelas, kCabeceraSubparcelas, {}},
+        {"somebody's", "Ger Mun and so on\r\n", "Ger\r\n", {}},
+        {"none", "", "", {}},
+        {"exchanged", kCabeceraSubparcelas, kCabeceraParcelas, {deParcelas, deSubparcelas}},
+        {"the holders'", kCabeceraTitulares, kCabeceraSubparcelas, {deParcelas}},
+        {"the co-holders'", kCabeceraParcelas, kCabeceraCotitulares, {deSubparcelas}},
+    };
+    Parcela("7", "3");
+    Subparcela("7", "   a", "3");
+    lista = kLista;
+    Ejecuta();
+    for (const auto& caso : casos) {
+        SCOPED_TRACE(caso.motivo);
+        carpeta.Pon("Parcelas.txt", caso.cabeceraParcelas + tablas["Parcelas"][0]);
+        carpeta.Pon("Subparcelas.txt", caso.cabeceraSubparcelas + tablas["Subparcelas"][0]);
+        EjecutaLote(0, 0, 0);
+        Textos dicho;
+        for (const CString& observacion : aplicacion.guion.escritos.observaciones)
+            dicho.push_back(carpeta.SinRuta(ansi::AUtf8(observacion)));
+        std::erase_if(dicho, [](const std::string& d) { return d.starts_with("Lo que "); });
+        EXPECT_EQ(dicho, caso.observaciones);
+    }
+}
