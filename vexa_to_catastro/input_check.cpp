@@ -63,4 +63,8 @@ void CVexaACampiva2Dlg::ObservaEntradas()
         observa(observaciones::kNoEsDeSubparcelas, ArchivoSubparcelas);
     else if (subparcelas.todas > 0 && subparcelas.tomadas == 0)
         observa(observaciones::kNingunaSubparcela, ArchivoSubparcelas);
+    if (Modificar != 0 && parcelas.ajenas > 0)
+        observa(observaciones::kFilasAjenas, ArchivoParcelas, parcelas.ajenas);
+    if (Modificar != 0 && subparcelas.ajenas > 0)
+        observa(observaciones::kFilasAjenas, ArchivoSubparcelas, subparcelas.ajenas);
 }

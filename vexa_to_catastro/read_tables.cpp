@@ -20,12 +20,15 @@ bool CVexaACampiva2Dlg::LeeTabla(UINT estado, const CString& archivo, const CMun
             return false;
         const bool cabecera = primera && EsCabecera(fila);
         primera = false;
+        const int suyo = MunicipioDeFila(fila);
         if (vistas != nullptr && cabecera)
             vistas->cabecera = fila;
-        else if (vistas != nullptr && !fila.IsEmpty())
+        else if (vistas != nullptr && !fila.IsEmpty()) {
             ++vistas->todas;
+            vistas->ajenas += suyo != 0 && suyo != municipio.Mun ? 1 : 0;
+        }
         // A header line reads as municipality 0, which is no other municipality's code.
-        if (!(cabecera && municipio.Mun == 0) && MunicipioDeFila(fila) == municipio.Mun)
+        if (!(cabecera && municipio.Mun == 0) && suyo == municipio.Mun)
             toma(fila);
     }
     return true;

@@ -61,6 +61,7 @@ private:
     struct CFilasVistas {
         CString cabecera; ///< its header line, empty where it has none
         int todas = 0;    ///< its rows, those of other municipalities among them
+        int ajenas = 0;   ///< those of other municipalities
         int tomadas = 0;  ///< those that became records
     };
 

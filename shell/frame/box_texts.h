@@ -69,6 +69,8 @@ inline constexpr const char* kNoEsDeParcelas =
     "La cabecera de %s es la de otra tabla, no la de parcelas";
 inline constexpr const char* kNoEsDeSubparcelas =
     "La cabecera de %s es la de otra tabla, no la de subparcelas";
+inline constexpr const char* kFilasAjenas =
+    "En %s hay filas de otros municipios, %d, que no se reescriben";
 inline constexpr const char* kAnterior = "Lo que había en %s queda en %s"_ansi;
 
 } // namespace observaciones

@@ -132,3 +132,36 @@ TEST_F(Cruce, TellsTablesThatStandInEachOthersFields)
         EXPECT_EQ(dicho, caso.observaciones);
     }
 }
+
+TEST_F(Cruce, TellsTheRowsOfOtherMunicipalitiesThatItDoesNotWriteAnew)
+{
+    Parcela("7", "3");
+    Subparcela("7", "   a", "3");
+    const std::string suyas = "Ger Mun\r\n" + tablas["Subparcelas"][0];
+    for (const char* numero : {"8", "9"})
+        Parcela(numero, "3");
+    for (const std::size_t otra : {1U, 2U})
+        tablas["Parcelas"][otra].replace(4, 3, "128");
+    tablas["Parcelas"].emplace_back(" \r\n"); // of none
+    std::string antes = "Ger Mun\r\n";
+    for (const std::string& fila : tablas["Parcelas"])
+        antes += fila;
+    lista = kLista;
+    CVexaACampiva2Dlg dialogo; // what one run has seen is nothing to the next
+    Ejecuta(dialogo, 0, 0, 0);
+    EXPECT_EQ(aplicacion.guion.escritos.observaciones.size(), 0U) << "nothing is lost";
+    std::filesystem::remove(carpeta.Ruta() / "045127.R");
+    std::filesystem::remove(carpeta.Ruta() / "045127.M");
+    Ejecuta(dialogo, 1, 0, 0);
+    const auto& dicho = aplicacion.guion.escritos.observaciones;
+    ASSERT_EQ(dicho.size(), 3U) << "what is lost, and two tables that are kept";
+    EXPECT_EQ(carpeta.SinRuta(ansi::AUtf8(dicho[0])),
+              "En Parcelas.txt hay filas de otros municipios, 2, que no se reescriben");
+    EXPECT_EQ(carpeta.Lee("Parcelas.txt.anterior"), antes);
+    EXPECT_EQ(carpeta.Lee("Subparcelas.txt.anterior"), suyas);
+    Ejecuta(dialogo, 1, 0, 0); // of the whole tables once more
+    EXPECT_EQ(carpeta.Lee("Parcelas.txt.anterior.2"), antes);
+    EXPECT_EQ(Lineas("Parcelas.txt").size(), 2U) << "the header and its own";
+    EjecutaLote(dialogo, 1, 0, 0);
+    EXPECT_TRUE(aplicacion.guion.escritos.observaciones.empty()) << "nothing is left to lose";
+}
