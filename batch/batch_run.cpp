@@ -15,6 +15,7 @@
 #include "batch/machines.h"
 #include "batch/progress.h"
 #include "batch/summary_run.h"
+#include "platform/ansi.h"
 #include "platform/files/cfile_exception.h"
 #include "platform/files/target_lock.h"
 #include "platform/files/temporary_folder.h"
@@ -59,12 +60,13 @@ public:
                                              std::string(CFileException("", error).Causa()));
         return !error;
     }
-    CHecho Acaba(std::optional<int> estado)
+    CHecho Acaba(std::optional<int> estado, const fs::path& dicho)
     {
-        CHecho hecho = m_registro->Acaba();
+        m_hijo = 0;
+        CHecho hecho;
         hecho.estado = estado.value_or(kMuerto);
         hecho.segundos = std::chrono::duration<double>(Reloj::now() - m_principio).count();
-        m_hijo = 0;
+        hecho.cuenta = Cuenta(dicho, hecho.estado);
         return hecho;
     }
     const CTrabajo& Trabajo() const { return *m_trabajo; }
@@ -72,6 +74,18 @@ public:
     bool Es(int hijo) const { return m_hijo == hijo; }
 
 private:
+    /// A log that can't be read is the job's failure, which is told behind what the job said.
+    std::optional<CCuenta> Cuenta(const fs::path& dicho, int& estado) const
+    {
+        try {
+            return m_registro->Acaba();
+        } catch (const CFileException& fallo) {
+            std::ofstream(dicho, std::ios::app) << ansi::AUtf8(fallo.Mensaje()) << '\n';
+            estado = std::max<int>(estado, kAlgunFallo);
+        }
+        return std::nullopt;
+    }
+
     CAlmacenAparte m_ajustes;
     CString m_tipo; // what is stored there
     CString m_concentradas;
@@ -156,7 +170,7 @@ std::optional<std::pair<const CTrabajo&, CHecho>> CLote::Recoge(CHijos& hijos)
     for (CPuesto& puesto : m_puestos)
         if (fin && puesto.Es(fin->hijo)) {
             const CTrabajo& trabajo = puesto.Trabajo();
-            return {{trabajo, puesto.Acaba(fin->estado)}};
+            return {{trabajo, puesto.Acaba(fin->estado, m_estados.Dicho(trabajo.numero))}};
         }
     return std::nullopt;
 }
@@ -167,8 +181,9 @@ void CLote::Reparte(const fs::path& programa, CHijos& hijos)
     for (CPuesto& puesto : m_puestos)
         while (puesto.EstaLibre() && m_siguiente < m_pendientes.size()) {
             const CTrabajo& trabajo = *m_pendientes[m_siguiente++];
-            if (!puesto.Empieza(trabajo, programa, m_estados.Dicho(trabajo.numero), hijos))
-                Anota(trabajo, puesto.Acaba(kAlgunFallo));
+            const fs::path dicho = m_estados.Dicho(trabajo.numero);
+            if (!puesto.Empieza(trabajo, programa, dicho, hijos))
+                Anota(trabajo, puesto.Acaba(kAlgunFallo, dicho));
         }
 }
 

@@ -43,6 +43,28 @@ fs::path FicheroDe(const CTrabajo& trabajo, std::string_view campo)
     return EnSuCarpeta(trabajo, trabajo.Campo(campo));
 }
 
+namespace {
+
+/// Nothing where it can't be read. What comes once only, out of a pipe, is left to the program.
+std::optional<CString> PrimeraLinea(const fs::path& ruta)
+{
+    sistema::Error error;
+    if (sistema::Mira(ruta, error).tipo != sistema::CEstado::Tipo::Regular)
+        return std::nullopt;
+    CStdioFile fichero;
+    CString primera;
+    try {
+        if (!fichero.Open(sistema::Nombre(ruta), CFile::modeRead))
+            return std::nullopt;
+        fichero.ReadString(primera);
+    } catch (const CFileException&) { // the program tells it
+        return std::nullopt;
+    }
+    return primera;
+}
+
+} // namespace
+
 fs::path RutaDelRegistro(const CTrabajo& trabajo)
 {
     if (trabajo.traduccion == Traduccion::Ida) {
@@ -51,13 +73,11 @@ fs::path RutaDelRegistro(const CTrabajo& trabajo)
         return EnSuCarpeta(trabajo, nombre);
     }
     const CCadena lista = trabajo.Campo("lista");
-    CStdioFile fichero;
-    CString primera;
-    if (!fichero.Open(sistema::Nombre(FicheroDe(trabajo, "lista")), CFile::modeRead))
+    const std::optional<CString> primera = PrimeraLinea(FicheroDe(trabajo, "lista"));
+    if (!primera)
         return {};
-    fichero.ReadString(primera);
     return EnSuCarpeta(trabajo,
-                       FicheroDeLista(lista.DamePath(), LeeCabeceraLista(primera).nombreSalida,
+                       FicheroDeLista(lista.DamePath(), LeeCabeceraLista(*primera).nombreSalida,
                                       kExtensionRegistro));
 }
 
@@ -131,26 +151,39 @@ void CRegistro::Devuelve(const fs::path& anterior) const
         fs::last_write_time(m_ruta, m_fecha, error);
 }
 
-CHecho CRegistro::Acaba()
+bool CRegistro::EsDeAntes() const
 {
-    CHecho hecho;
+    std::error_code error;
+    return fs::last_write_time(m_ruta, error) == m_fecha && !error &&
+           fs::file_size(m_ruta, error) == m_habia && !error;
+}
+
+std::optional<CCuenta> CRegistro::Acaba() const
+{
+    CCuenta cuenta;
     if (m_esInfograf) {
         std::error_code error;
         const fs::path anterior = lado::De(m_ruta, lado::kAnterior);
         const bool vacio = fs::file_size(m_ruta, error) == 0 && !error;
         if (m_habia != 0 && vacio && fs::file_size(anterior, error) == m_habia && !error)
             Devuelve(anterior);
-        return hecho;
+        return cuenta;
     }
+    if (m_ruta.empty() || EsDeAntes())
+        return std::nullopt;
     CStdioFile fichero;
-    if (m_ruta.empty() || !fichero.Open(sistema::Nombre(m_ruta), CFile::modeRead))
-        return hecho;
+    CFileException fallo;
+    if (!fichero.Open(sistema::Nombre(m_ruta), CFile::modeRead, &fallo)) {
+        if (fallo.SeVe())
+            return std::nullopt;
+        throw CFileException(fallo);
+    }
     for (CString linea; fichero.ReadString(linea);) {
         const char clase = ClaseDe(linea);
-        hecho.errores += clase == 'E' ? 1 : 0;
-        hecho.warnings += clase == 'W' ? 1 : 0;
+        cuenta.errores += clase == 'E' ? 1 : 0;
+        cuenta.warnings += clase == 'W' ? 1 : 0;
     }
-    return hecho;
+    return cuenta;
 }
 
 } // namespace lote

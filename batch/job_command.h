@@ -14,11 +14,16 @@
 
 namespace lote {
 
-/// How a job came out.
-struct CHecho {
-    int estado = 0; ///< of the program; kMuerto where it was killed
+/// What a job's log tells.
+struct CCuenta {
     int errores = 0;
     int warnings = 0;
+};
+
+/// How a job came out.
+struct CHecho {
+    int estado = 0;                     ///< of the program; kMuerto where it was killed
+    std::optional<CCuenta> cuenta = {}; ///< nothing where it left no log
     double segundos = 0;
 };
 
@@ -55,10 +60,13 @@ public:
     explicit CRegistro(const CTrabajo& trabajo);
     /// When it has ended: counts what the log tells. The way on to Infograf, whose log has the name
     /// of that of the way back and never anything in it, gives that one back.
-    CHecho Acaba();
+    /// Nothing where the job left none: one that was there before and is as it was is another's.
+    /// Raises CFileException where it can't be read.
+    std::optional<CCuenta> Acaba() const;
 
 private:
     void Devuelve(const std::filesystem::path& anterior) const;
+    bool EsDeAntes() const;
 
     bool m_esInfograf;
     std::filesystem::path m_ruta;            ///< empty where nothing names it

@@ -11,11 +11,15 @@
 namespace lote {
 namespace {
 
+constexpr std::string_view kSinCuenta = "-\t-"; // of a job that left no log
+
 /// The four numbers of a job that has ended, between tabs.
 std::string Numeros(const CHecho& hecho)
 {
-    return Formatea("%d\t%d\t%d\t%.2f", hecho.estado, hecho.errores, hecho.warnings,
-                    hecho.segundos);
+    const std::string cuenta =
+        hecho.cuenta ? Formatea("%d\t%d", hecho.cuenta->errores, hecho.cuenta->warnings)
+                     : std::string(kSinCuenta);
+    return Formatea("%d\t%s\t%.2f", hecho.estado, cuenta, hecho.segundos);
 }
 
 /// Takes a number and the tab behind it.
@@ -31,13 +35,23 @@ bool Toma(std::string_view& quedan, T& valor)
     return true;
 }
 
+/// Takes the two numbers of a log, or what stands for those of none.
+bool Toma(std::string_view& quedan, std::optional<CCuenta>& cuenta)
+{
+    if (quedan.starts_with(kSinCuenta) && quedan.substr(kSinCuenta.size()).starts_with('\t')) {
+        quedan.remove_prefix(kSinCuenta.size() + 1);
+        return true;
+    }
+    cuenta.emplace();
+    return Toma(quedan, cuenta->errores) && Toma(quedan, cuenta->warnings);
+}
+
 /// Takes the numbers at the start of a line, behind which the job's own stands. Nothing for a line
 /// that was cut short.
 std::optional<CHecho> TomaNumeros(std::string_view& linea)
 {
     CHecho hecho;
-    if (Toma(linea, hecho.estado) && Toma(linea, hecho.errores) && Toma(linea, hecho.warnings) &&
-        Toma(linea, hecho.segundos))
+    if (Toma(linea, hecho.estado) && Toma(linea, hecho.cuenta) && Toma(linea, hecho.segundos))
         return hecho;
     return std::nullopt;
 }

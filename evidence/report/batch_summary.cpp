@@ -85,13 +85,15 @@ private:
 /// What the log said while the batch counted it, where it says something else by now.
 std::string OtroRegistro(const lote::CTrabajo& trabajo, const CTrabajoVisto& visto)
 {
+    const auto& cuenta = visto.hecho->cuenta;
     if (trabajo.traduccion == lote::Traduccion::Infograf || !visto.cifras ||
-        (visto.cifras->lineasE == visto.hecho->errores &&
-         visto.cifras->lineasW == visto.hecho->warnings))
+        (cuenta && visto.cifras->lineasE == cuenta->errores &&
+         visto.cifras->lineasW == cuenta->warnings))
         return {};
-    return "El registro es otro: el lote contó " +
-           Cuantos(visto.hecho->errores, "error", "errores") + " y " +
-           Cuantos(visto.hecho->warnings, "warning", "warnings") + ".";
+    if (!cuenta)
+        return "El registro es otro: el trabajo no dejó ninguno.";
+    return "El registro es otro: el lote contó " + Cuantos(cuenta->errores, "error", "errores") +
+           " y " + Cuantos(cuenta->warnings, "warning", "warnings") + ".";
 }
 
 /// Reads a job that was done, and makes its report.

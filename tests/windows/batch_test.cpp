@@ -34,7 +34,7 @@ TEST(Lote, EachJobHasSettingsOfItsOwnAndOneLineInTheResult)
     EXPECT_EQ(estados, "trabajo\ttraduccion\tcarpeta\testado\terrores\twarnings\n"
                        "1\tida\tpeña\t0\t0\t0\n"
                        "2\tida\tlista\t0\t4\t5\n"
-                       "3\tida\tfalta\t1\t0\t0\n");
+                       "3\tida\tfalta\t1\t-\t-\n");
     EXPECT_TRUE(fs::exists(carpeta.Ruta() / sistema::Ruta("peña") / "Parcelas.txt"));
     EXPECT_NE(carpeta.Lee("trabajos.tsv.resultados/salidas/3.err").find("falta"),
               std::string::npos);

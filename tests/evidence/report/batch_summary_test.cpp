@@ -207,11 +207,12 @@ TEST_F(ResumenDeLote, TellsThatTheBatchIsAtWork)
 TEST_F(ResumenDeLote, TellsWhatCannotBeWrittenAndKeepsTheNumbers)
 {
     std::filesystem::create_directories(carpeta.Ruta() / "t.resultados/informes/1.html/en medio");
-    Lote({{"0\t0\t1\t0.25", "ida\tuno"}, {"0\t0\t0\t0.25", "ida\ta #1 ñ"}});
+    Lote({{"0\t-\t-\t0.25", "ida\tuno"}, {"0\t0\t0\t0.25", "ida\ta #1 ñ"}});
     const informe::CResultado resultado = Resume();
     EXPECT_THAT(resultado.quejas, ElementsAre(HasSubstr("De 1 trabajo hecho no se pudo")));
     EXPECT_THAT(Hoja()[2], testing::StartsWith("1;uno;ida;hecho;0;0;;;;0;1;0,25;;"));
     EXPECT_THAT(Hoja()[1], HasSubstr("El registro es otro: el lote contó 0 errores y 0 warnings."));
+    EXPECT_THAT(Hoja()[2], HasSubstr("El registro es otro: el trabajo no dejó ninguno."));
 
     const std::string antes = carpeta.Lee("t.resultados/resumen.html");
     informe::COpciones opciones;

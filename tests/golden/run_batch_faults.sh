@@ -1,0 +1,50 @@
+#!/usr/bin/env bash
+# Many municipalities in a batch that something goes against.
+#   run_batch_faults.sh CAMPIVA SAMPLES WORK; the batch's program stands beside CAMPIVA
+set -euo pipefail
+export CAMPIVA=$1
+samples=$2 work=$3 batch=$(realpath "$(dirname "$1")/campiva-lote")
+rm -rf "$work"
+mkdir -p "$work/config"
+export XDG_CONFIG_HOME=$work/config
+cd "$work"
+
+fail() { echo "$1" >&2 && exit 1; }
+# status WANTED COMMAND...; what hangs is no end
+status() {
+  local wanted=$1 got=0
+  shift
+  timeout -k 1 15 "$@" > said 2>&1 || got=$?
+  [ "$got" -eq "$wanted" ] || { cat said >&2 && fail "status $got, not $wanted: $*"; }
+}
+# says STATES: those of the table t, without the jobs' times, lines between commas.
+says() {
+  local got
+  got=$(tail -n +2 t.resultados/estado.tsv | cut -f 3-6 | tr '\t' ' ' | paste -s -d ,)
+  [ "$got" = "$1" ] || fail "not $1 but $got"
+}
+for folder in a b c; do mkdir "$folder" && cp "$samples/villanueva.txt" "$folder/entrada.txt"; done
+
+# A log or a list that can't be read is its own job's fault.
+printf '#!/bin/sh\n[ ! -e broken ] || ln -s /proc/self/mem entrada.ERR\n' > breaks
+chmod +x breaks
+touch a/broken && ln -s /proc/self/mem b/poligonos.txt
+printf 'ida\ta\nvuelta\tb\nida\tc\n' > t
+CAMPIVA=$work/breaks status 1 "$batch" -j 1 t
+says "a 1 - -,b 0 - -,c 0 - -"
+grep -q "entrada.ERR" t.resultados/salidas/1.err
+rm a/broken a/entrada.ERR b/poligonos.txt
+
+# A log of an earlier run isn't counted for a job that makes none.
+cp "$samples/villanueva_lista.txt" b/entrada.txt
+printf 'ida\ta\nida\tb\ttipo=lista\n' > t
+for _ in 1 2; do
+  status 0 "$batch" t
+  says "a 0 0 0,b 0 4 5"
+done
+rm b/entrada.txt
+status 1 "$batch" t
+says "a 0 0 0,b 1 - -"
+CAMPIVA=$work/breaks status 0 "$batch" t
+says "a 0 - -,b 0 - -"
+echo "all as they should"
