@@ -106,11 +106,11 @@ COrden OrdenDe(const CTrabajo& trabajo)
     return orden;
 }
 
-std::optional<int> EsperaElFin(CHijos& hijos, std::chrono::milliseconds unRato,
+std::optional<int> EsperaElFin(CHijos& hijos, int hijo, std::chrono::milliseconds unRato,
                                const std::function<void()>& mientras)
 {
     std::optional<CHijos::CFin> fin;
-    for (bool avisado = false; !fin; fin = hijos.Espera(unRato)) {
+    for (bool avisado = false; !fin || fin->hijo != hijo; fin = hijos.Espera(unRato)) {
         if (sistema::HayQueAcabar() && !std::exchange(avisado, true))
             hijos.PideAcabar();
         mientras();

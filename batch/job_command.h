@@ -38,8 +38,9 @@ COrden OrdenDe(const CTrabajo& trabajo);
 
 /// Waits for the end of a program that was started alone, which is asked to end where this process
 /// is. Gives its status, none where it was killed.
+/// \param hijo      its number; a process may have children that it never started
 /// \param mientras  called each time before it waits for a while
-std::optional<int> EsperaElFin(CHijos& hijos, std::chrono::milliseconds unRato,
+std::optional<int> EsperaElFin(CHijos& hijos, int hijo, std::chrono::milliseconds unRato,
                                const std::function<void()>& mientras);
 /// What a program printed into a file.
 std::string LoDicho(const std::filesystem::path& dicho);

@@ -138,10 +138,10 @@ void HazEnMaquinas(const std::vector<const CTrabajo*>& trabajos, const COpciones
     orden.carpeta = carpeta;
     orden.dicho = carpeta / "parallel.txt";
     CHijos hijos;
-    hijos.Empieza(orden, error);
+    const int hijo = hijos.Empieza(orden, error);
     CFileException::Exige(error, sistema::Nombre(orden.programa));
     CAvance avance(static_cast<int>(trabajos.size()));
-    const auto estado = EsperaElFin(hijos, kUnRato, [&] { Cuenta(partes, avance); });
+    const auto estado = EsperaElFin(hijos, hijo, kUnRato, [&] { Cuenta(partes, avance); });
     Recoge(partes, estados);
     if (estado != 0)
         sistema::Imprime(stderr, LoDicho(orden.dicho));

@@ -40,6 +40,7 @@ void Quejate(const std::string& texto)
 int main(int argc, char* argv[])
 {
     sistema::PreparaFlujos();
+    sistema::AguantaTuberiaRota(); // that nobody reads how far it is stops no job
     try {
         std::vector<std::string> argumentos = sistema::Argumentos(argc, argv);
         return Atiende(
@@ -51,6 +52,8 @@ int main(int argc, char* argv[])
         Quejate(ansi::AUtf8(fallo.Mensaje()));
     } catch (const std::bad_alloc&) {
         sistema::EscribeError(lote::textos::kSinMemoria);
+    } catch (const CInterrumpido&) {
+        return lote::kDetenido;
     } catch (const std::exception& fallo) { // a folder for what is passing, above all
         Quejate(fallo.what());
     }

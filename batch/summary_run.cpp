@@ -22,11 +22,11 @@ void Resume(const CEstados& estados)
     orden.dicho = estados.DichoResumen();
     CHijos hijos;
     sistema::Error error;
-    hijos.Empieza(orden, error);
+    const int hijo = hijos.Empieza(orden, error);
     if (error)
         return sistema::Imprime(
             stderr, Formatea(textos::kSinResumen, ansi::AUtf8(CFileException("", error).Causa())));
-    const std::optional<int> estado = EsperaElFin(hijos, kUnRato, [] {});
+    const std::optional<int> estado = EsperaElFin(hijos, hijo, kUnRato, [] {});
     if (!estado)
         sistema::Imprime(stderr, Formatea(textos::kSinResumen, textos::kSeCorto));
     sistema::Imprime(estado == 0 ? stdout : stderr, LoDicho(orden.dicho));

@@ -51,6 +51,14 @@ std::vector<std::string> Entorno(const std::vector<std::pair<std::string, std::s
     return variables;
 }
 
+/// Who was started with the ends of children ignored would never hear of one.
+void QuiereFines()
+{
+    struct sigaction actual = {};
+    if (sigaction(SIGCHLD, nullptr, &actual) == 0 && actual.sa_handler == SIG_IGN)
+        std::signal(SIGCHLD, SIG_DFL);
+}
+
 /// What is done with streams, folder and signals between the start of a process and its program.
 class CPreparacion {
 public:
@@ -61,7 +69,12 @@ public:
         sigset_t ninguna;
         sigemptyset(&ninguna);
         posix_spawnattr_setsigmask(&m_senales, &ninguna);
-        posix_spawnattr_setflags(&m_senales, POSIX_SPAWN_SETSIGMASK);
+        sigset_t usuales; // what this process bears is nothing to its child
+        sigemptyset(&usuales);
+        sigaddset(&usuales, SIGPIPE);
+        posix_spawnattr_setsigdefault(&m_senales, &usuales);
+        posix_spawnattr_setflags(&m_senales, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
+        QuiereFines();
     }
     CPreparacion(const CPreparacion&) = delete;
     CPreparacion& operator=(const CPreparacion&) = delete;

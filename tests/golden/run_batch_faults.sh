@@ -47,4 +47,25 @@ status 1 "$batch" t
 says "a 0 0 0,b 1 - -"
 CAMPIVA=$work/breaks status 0 "$batch" t
 says "a 0 - -,b 0 - -"
+
+# However it is started, it hears of the ends of its own jobs and of no others'.
+printf 'ida\ta\nida\tgone\n' > t
+for way in "trap '' CHLD;" "sleep 0.3 &"; do
+  for options in "-j 1" "--sshlogin :"; do
+    status 1 bash -c "$way exec \"\$0\" $options t" "$batch"
+    says "a 0 0 0,gone 1 - -"
+  done
+done
+if [ -x "$(dirname "$batch")/campiva-informe" ]; then
+  cp "$samples"/villanueva_dibujos/* a
+  (cd a && status 0 bash -c "trap '' CHLD; exec \"\$0\" --ensayo poligonos.txt" "$(dirname "$batch")/campiva-informe")
+fi
+
+# Nobody need read what it says.
+mkfifo nobody
+exec 3<> nobody 4> nobody 3>&-
+got=0
+"$batch" t >&4 || got=$?
+[ $got -eq 1 ] || fail "status $got where nobody reads"
+exec 4>&-
 echo "all as they should"

@@ -148,10 +148,10 @@ std::string CEnsayo::Corre()
         return "No se halla el programa campiva, que hace el ensayo";
     CHijos hijos;
     sistema::Error error;
-    hijos.Empieza(orden, error);
+    const int hijo = hijos.Empieza(orden, error);
     if (error)
         throw CFileException(sistema::Nombre(orden.programa), error, true);
-    lote::EsperaElFin(hijos, kUnRato, [] {});
+    lote::EsperaElFin(hijos, hijo, kUnRato, [] {});
     if (sistema::HayQueAcabar())
         throw CInterrumpido();
     if (HayFichero(m_suyos.ficheroR))
