@@ -9,6 +9,7 @@
 
 #include "cadastre/messages.h"
 #include "cadastre/polygon_list.h"
+#include "platform/files/content_copy.h"
 #include "platform/files/cstdio_file.h"
 #include "platform/files/side_names.h"
 #include "platform/system.h"
@@ -145,10 +146,12 @@ CRegistro::CRegistro(const CTrabajo& trabajo)
 /// As it was: who holds what the way back wrote against its log goes by their times.
 void CRegistro::Devuelve(const fs::path& anterior) const
 {
-    std::error_code error;
-    fs::rename(anterior, m_ruta, error);
-    if (!error)
-        fs::last_write_time(m_ruta, m_fecha, error);
+    sistema::Error error; // into the file that stands there: its rights and its links stay
+    CopiaFichero(anterior, m_ruta, sistema::Modo::EnSitio, error);
+    if (error)
+        return;
+    sistema::Borra(anterior, error);
+    fs::last_write_time(m_ruta, m_fecha, error);
 }
 
 bool CRegistro::EsDeAntes() const

@@ -68,4 +68,39 @@ got=0
 "$batch" t >&4 || got=$?
 [ $got -eq 1 ] || fail "status $got where nobody reads"
 exec 4>&-
+
+# To Infograf, the log of the way back stays what it was: its rights, its time, and where it is a link.
+for folder in c d; do
+  rm -rf "$folder" && cp -r "$samples/villanueva_dibujos" "$folder"
+  printf 'E1 of the way back\n' > "$folder/kept.ERR"
+  chmod 600 "$folder/kept.ERR" && touch -d '1 hour ago' "$folder/kept.ERR"
+  cp -p "$folder/kept.ERR" "before.$folder"
+done
+mv c/kept.ERR c/045127.ERR
+ln -s kept.ERR d/045127.ERR
+printf 'infograf\tc\ninfograf\td\n' > t
+status 0 "$batch" t
+[ "$(readlink d/045127.ERR)" = kept.ERR ] || fail "the link went"
+for log in c/045127.ERR d/kept.ERR; do
+  cmp "$log" "before.${log%%/*}"
+  [ "$(stat -c '%a %Y' "$log")" = "$(stat -c '%a %Y' "before.${log%%/*}")" ] || fail "rights or time of $log"
+done
+! ls ./*/*.anterior 2> /dev/null || fail "what was given back stayed beside it, too"
+
+# A list that is a pipe is the program's to wait for.
+rm c/poligonos.txt && mkfifo c/poligonos.txt
+exec 3<> c/poligonos.txt
+printf 'vuelta\tc\n' > t
+"$batch" t > said 2>&1 &
+batch_pid=$!
+for _ in $(seq 200); do
+  [ ! -e t.resultados/salidas/1.err ] || break
+  sleep 0.05
+done
+kill -TERM $batch_pid
+got=0
+wait $batch_pid || got=$?
+exec 3>&-
+[ $got -eq 130 ] || { cat said >&2 && fail "status $got after a signal"; }
+says "c 137 - -"
 echo "all as they should"
