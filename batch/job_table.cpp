@@ -1,7 +1,9 @@
 #include "batch/job_table.h"
 
 #include <algorithm>
+#include <array>
 #include <iterator>
+#include <utility>
 
 #include "batch/batch_texts.h"
 #include "platform/files/cstdio_file.h"
@@ -9,24 +11,23 @@
 namespace lote {
 namespace {
 
+using Valores = std::array<std::string_view, 2>;
+
+constexpr Valores kUnFichero = {}; // any name
+constexpr Valores kSiNo = {"0", "1"};
+
 constexpr struct {
     std::string_view nombre;
     std::string_view usual;
+    Valores valores = kUnFichero; ///< that it may have
 } kCampos[] = {
-    {"entrada", "entrada.txt"},
-    {"tipo", "catastro"},
-    {"lista", "poligonos.txt"},
-    {"ortos", "ortos.TOP"},
-    {"modificar", "0"},
-    {"no_en_grafico", "0"},
-    {"no_en_bd", "0"},
-    {"concentradas", "0"},
-    {"modulos", "Modulos.txt"},
-    {"titulares", "Titulares.txt"},
-    {"parcelas", "Parcelas.txt"},
-    {"subparcelas", "Subparcelas.txt"},
-    {"parajes", "Parajes.txt"},
-    {"cotitulares", "Cotitulares.txt"},
+    {"entrada", "entrada.txt"},   {"tipo", "catastro", {"catastro", "lista"}},
+    {"lista", "poligonos.txt"},   {"ortos", "ortos.TOP"},
+    {"modificar", "0", kSiNo},    {"no_en_grafico", "0", kSiNo},
+    {"no_en_bd", "0", kSiNo},     {"concentradas", "0", kSiNo},
+    {"modulos", "Modulos.txt"},   {"titulares", "Titulares.txt"},
+    {"parcelas", "Parcelas.txt"}, {"subparcelas", "Subparcelas.txt"},
+    {"parajes", "Parajes.txt"},   {"cotitulares", "Cotitulares.txt"},
 };
 
 constexpr std::string_view kTraducciones[] = {"ida", "vuelta", "infograf"};
@@ -46,10 +47,18 @@ std::vector<std::string> Partes(std::string_view linea)
 void PonCampo(CTrabajo& trabajo, const std::string& parte)
 {
     const std::size_t igual = parte.find('=');
-    const auto campo = trabajo.campos.find(parte.substr(0, igual));
-    if (igual == std::string::npos || campo == trabajo.campos.end())
-        throw CLineaMala(Formatea(textos::kNoHayCampo, parte.substr(0, igual)));
-    campo->second = parte.substr(igual + 1);
+    const std::string nombre = parte.substr(0, igual);
+    const auto* const campo =
+        std::ranges::find(kCampos, nombre, [](const auto& c) { return c.nombre; });
+    if (igual == std::string::npos || campo == std::end(kCampos))
+        throw CLineaMala(Formatea(textos::kNoHayCampo, nombre));
+    std::string valor = parte.substr(igual + 1);
+    const Valores& valores = campo->valores;
+    if (valores != kUnFichero && std::ranges::find(valores, valor) == valores.end())
+        throw CLineaMala(Formatea(textos::kNoHayValor, nombre, valores[0], valores[1], valor));
+    if (valor.empty())
+        throw CLineaMala(Formatea(textos::kFaltaValor, nombre));
+    trabajo.campos.find(nombre)->second = std::move(valor);
 }
 
 CTrabajo LeeTrabajo(const std::string& linea)

@@ -57,11 +57,24 @@ status 0 "$batch" on.tsv
 
 # Nothing is begun where a line is wrong.
 rm -r "a b"/*.txt
-for line in 'vuelto\tc' 'ida' 'ida\tc\tentada=x' 'ida\tc\tentrada'; do
+while IFS='|' read -r line says; do
   printf "ida\tc\n$line\n" > wrong.tsv
   status 2 "$batch" wrong.tsv
-  grep -q "línea 2" said
-done
+  grep -q "línea 2: .*$says" said || { cat said >&2 && fail "not: $says"; }
+done << 'END'
+vuelto\tc|vuelto
+ida|carpeta
+ida\tc\tentada=x|entada
+ida\tc\tentrada|entrada
+ida\tc\ttipo=Lista|tipo ha de ser catastro o lista, no "Lista"
+ida\tc\ttipo=1|tipo ha de ser
+ida\tc\ttipo=|tipo ha de ser
+vuelta\tc\tmodificar=si|modificar ha de ser 0 o 1, no "si"
+vuelta\tc\tno_en_bd=2|no_en_bd ha de ser 0 o 1, no "2"
+vuelta\tc\tconcentradas=|concentradas ha de ser
+vuelta\tc\tlista=|falta el valor de lista
+ida\tc\tentrada=|falta el valor de entrada
+END
 [ ! -e c/Parcelas.txt ] || fail "a job of a wrong table was done"
 printf 'ida\tc\n\nida\tc\n' > wrong.tsv
 status 2 "$batch" wrong.tsv
