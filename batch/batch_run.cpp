@@ -104,7 +104,8 @@ public:
             if (const CHecho* hecho = estados.De(trabajo); hecho == nullptr || hecho->estado != 0)
                 m_pendientes.push_back(&trabajo);
     }
-    void HazAqui(const fs::path& programa, std::size_t procesos);
+    /// \param temporal  for what nobody has use for afterwards
+    void HazAqui(const fs::path& programa, std::size_t procesos, const fs::path& temporal);
     const std::vector<const CTrabajo*>& Pendientes() const { return m_pendientes; }
 
 private:
@@ -122,12 +123,10 @@ private:
     int m_fallidos = 0;
 };
 
-void CLote::HazAqui(const fs::path& programa, std::size_t procesos)
+void CLote::HazAqui(const fs::path& programa, std::size_t procesos, const fs::path& temporal)
 {
-    const CCarpetaTemporal temporal("campiva-lote");
     for (std::size_t i = 0; i < std::min(procesos, m_pendientes.size()); ++i)
-        m_puestos.emplace_back(temporal.Ruta() /
-                               (temporal.Ruta().filename().string() + "-" + std::to_string(i)));
+        m_puestos.emplace_back(temporal / (temporal.filename().string() + "-" + std::to_string(i)));
     CHijos hijos;
     try {
         Atiende(programa, hijos);
@@ -211,25 +210,40 @@ std::size_t Procesos(const COpciones& opciones)
     return std::min(pedidos, CHijos::kComoMucho);
 }
 
+/// What the jobs of an earlier run said, and its reports.
+void BorraLoDeAntes(const CEstados& estados)
+{
+    sistema::Error error;
+    const std::pair<fs::path, std::string_view> deAntes[] = {
+        {estados.Carpeta() / "salidas", ".err"}, {estados.Informes(), ".html"}};
+    for (const auto& [donde, extension] : deAntes)
+        for (const fs::path& nombre : sistema::Lista(donde, error))
+            if (TieneNumero(nombre, extension)) // what else is there is somebody's
+                sistema::Borra(donde / nombre, error);
+}
+
 /// Makes the folder of the results ready for this run alone.
 void Prepara(const fs::path& carpeta, CEstados& estados, CCandado& candado, bool reanuda)
 {
     sistema::Error error;
     if (reanuda && !estados.HayAlgo())
         throw CLineaMala(Formatea(textos::kNadaQueReanudar, sistema::Nombre(carpeta)));
-    sistema::CreaCarpetas(carpeta / "salidas", error);
-    CFileException::Exige(error, sistema::Nombre(carpeta));
+    const auto crea = [&](const fs::path& ruta) {
+        sistema::CreaCarpetas(ruta, error);
+        CFileException::Exige(error, sistema::Nombre(carpeta));
+    };
+    crea(carpeta);
     if (candado.Toma(lado::De(estados.Diario(), lado::kCandado), error) == sistema::Bloqueo::DeOtro)
         throw CLineaMala(Formatea(textos::kEnManosDeOtro, sistema::Nombre(carpeta)));
+    if (estados.EsDeOtro())
+        throw CLineaMala(Formatea(textos::kNoEsDeResultados, sistema::Nombre(carpeta)));
     if (reanuda)
-        return estados.Lee();
-    estados.Empieza();
-    const std::pair<fs::path, std::string_view> deAntes[] = {{carpeta / "salidas", ".err"},
-                                                             {estados.Informes(), ".html"}};
-    for (const auto& [donde, extension] : deAntes)
-        for (const fs::path& nombre : sistema::Lista(donde, error))
-            if (TieneNumero(nombre, extension)) // what else is there is somebody's
-                sistema::Borra(donde / nombre, error);
+        estados.Lee();
+    else
+        estados.Empieza();
+    crea(carpeta / "salidas");
+    if (!reanuda)
+        BorraLoDeAntes(estados);
 }
 
 } // namespace
@@ -240,16 +254,25 @@ EstadoDeSalida Ejecuta(const COpciones& opciones)
     const std::vector<CTrabajo> trabajos = LeeTabla(opciones.tabla);
     const fs::path carpeta = fs::absolute(sistema::Ruta(opciones.resultados));
     CEstados estados(carpeta);
+    if (estados.Tiene(sistema::Ruta(opciones.tabla)))
+        throw CLineaMala(
+            Formatea(textos::kEsDeResultados, opciones.tabla, sistema::Nombre(carpeta)));
+    // What is needed is looked for before the state of a former run goes.
+    const bool aqui = opciones.maquinas.empty();
+    const fs::path parallel = aqui ? fs::path() : Parallel();
+    sistema::VigilaSenales(false);
+    std::optional<CCarpetaTemporal> temporal;
+    if (aqui)
+        temporal.emplace("campiva-lote");
     CCandado candado;
     Prepara(carpeta, estados, candado, opciones.reanuda);
     estados.GuardaTrabajos(trabajos);
     estados.Abre();
-    sistema::VigilaSenales(false);
     CLote lote(trabajos, estados);
-    if (opciones.maquinas.empty())
-        lote.HazAqui(programa, Procesos(opciones));
+    if (aqui)
+        lote.HazAqui(programa, Procesos(opciones), temporal->Ruta());
     else
-        HazEnMaquinas(lote.Pendientes(), opciones, estados);
+        HazEnMaquinas(lote.Pendientes(), opciones, parallel, estados);
     estados.EscribeTabla(trabajos);
     const int fallidos = estados.Fallidos(trabajos);
     sistema::Imprime(stdout, Formatea(textos::kFin, static_cast<int>(trabajos.size()), fallidos,

@@ -51,6 +51,10 @@ inline constexpr const char* kRepite = "repite el trabajo de la línea %d";
 inline constexpr const char* kSinPrograma = "no se encuentra campiva";
 inline constexpr const char* kSinParallel = "para --sshlogin hace falta GNU parallel";
 inline constexpr const char* kNadaQueReanudar = "en %s no hay nada que reanudar";
+inline constexpr const char* kEsDeResultados =
+    "%s es un fichero de los resultados en %s, que se perdería";
+inline constexpr const char* kNoEsDeResultados =
+    "en %s hay ficheros y no son resultados de campiva-lote; --resultados ha de dar otra carpeta";
 inline constexpr const char* kEnManosDeOtro = "otro campiva-lote trabaja en %s";
 inline constexpr const char* kNoSeEscribe = "no se puede escribir %s";
 inline constexpr const char* kSinMemoria = "campiva-lote: no hay memoria bastante\n";

@@ -6,12 +6,18 @@
 
 #include "batch/batch_texts.h"
 #include "platform/files/cstdio_file.h"
+#include "platform/files/side_names.h"
 #include "platform/plain_texts.h"
 
 namespace lote {
 namespace {
 
 constexpr std::string_view kSinCuenta = "-\t-"; // of a job that left no log
+
+// What the results have: files, and folders whose files have numbers.
+constexpr const char* kFicheros[] = {"trabajos.log", "estado.tsv",  "trabajos.tsv", "resumen.html",
+                                     "resumen.csv",  "resumen.txt", "parallel.txt"};
+constexpr const char* kCarpetas[] = {"salidas", "informes", "partes"};
 
 /// The four numbers of a job that has ended, between tabs.
 std::string Numeros(const CHecho& hecho)
@@ -105,7 +111,32 @@ void CEstados::Lee()
 
 void CEstados::Empieza() const
 {
-    Quita(Diario());
+    if (!std::ofstream(Diario(), std::ios::trunc))
+        throw CFileException(sistema::Nombre(Diario()), std::make_error_code(std::errc::io_error));
+}
+
+bool CEstados::EsDeOtro() const
+{
+    sistema::Error error;
+    const auto nombres = sistema::Lista(m_carpeta, error);
+    const auto esFichero = [](const std::filesystem::path& nombre) { // no lock of a killed run
+        return lado::Parte(nombre).sufijo.empty();
+    };
+    return !HayAlgo() && !std::filesystem::is_regular_file(Tabla(), error) &&
+           std::ranges::any_of(nombres, esFichero);
+}
+
+bool CEstados::Tiene(const std::filesystem::path& ruta) const
+{
+    sistema::Error error;
+    const auto son = [&](const std::filesystem::path& una, const std::filesystem::path& otra) {
+        return sistema::Mira(una, error).EsElMismo(sistema::Mira(otra, error));
+    };
+    const auto donde = std::filesystem::canonical(ruta, error).parent_path();
+    return std::ranges::any_of(kFicheros,
+                               [&](const char* suyo) { return son(ruta, m_carpeta / suyo); }) ||
+           std::ranges::any_of(kCarpetas,
+                               [&](const char* suya) { return son(donde, m_carpeta / suya); });
 }
 
 void CEstados::Abre()

@@ -26,6 +26,10 @@ public:
     void Lee();
     /// Nothing is known of any job. Raises CFileException.
     void Empieza() const;
+    /// Tells whether the folder has files, and nothing of a batch among them.
+    bool EsDeOtro() const;
+    /// Tells whether a file is, by whatever name, one of those that the results have.
+    bool Tiene(const std::filesystem::path& ruta) const;
     /// From now on what ends is written down, and neither table nor summary of an earlier run
     /// passes for that of this one. Raises CFileException, as `Anota` does.
     void Abre();

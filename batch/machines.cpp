@@ -90,12 +90,10 @@ void Cuenta(const std::vector<CParte>& partes, CAvance& avance)
 
 /// \param lista  for the names of tables and results
 COrden OrdenDeParallel(const std::vector<CParte>& partes, const COpciones& opciones,
-                       const fs::path& lista)
+                       const fs::path& parallel, const fs::path& lista)
 {
     COrden orden;
-    orden.programa = sistema::BuscaPrograma("parallel");
-    if (orden.programa.empty())
-        throw CLineaMala(textos::kSinParallel);
+    orden.programa = parallel;
     orden.argumentos = {"--will-cite",
                         "-j1",
                         "--sshlogin",
@@ -120,8 +118,16 @@ COrden OrdenDeParallel(const std::vector<CParte>& partes, const COpciones& opcio
 
 } // namespace
 
+fs::path Parallel()
+{
+    fs::path programa = sistema::BuscaPrograma("parallel");
+    if (programa.empty())
+        throw CLineaMala(textos::kSinParallel);
+    return programa;
+}
+
 void HazEnMaquinas(const std::vector<const CTrabajo*>& trabajos, const COpciones& opciones,
-                   CEstados& estados)
+                   const fs::path& parallel, CEstados& estados)
 {
     constexpr std::chrono::seconds kUnRato{2};
     const fs::path& carpeta = estados.Carpeta();
@@ -134,7 +140,7 @@ void HazEnMaquinas(const std::vector<const CTrabajo*>& trabajos, const COpciones
     sistema::CreaCarpetas(donde, error);
     CFileException::Exige(error, sistema::Nombre(donde));
     const std::vector<CParte> partes = Partes(trabajos, donde);
-    COrden orden = OrdenDeParallel(partes, opciones, donde / "partes.tsv");
+    COrden orden = OrdenDeParallel(partes, opciones, parallel, donde / "partes.tsv");
     orden.carpeta = carpeta;
     orden.dicho = carpeta / "parallel.txt";
     CHijos hijos;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <vector>
 
 #include "batch/batch_options.h"
@@ -7,10 +8,13 @@
 
 namespace lote {
 
+/// GNU parallel. Raises CLineaMala where it isn't there.
+std::filesystem::path Parallel();
+
 /// Has the jobs done on several machines: in parts, each of which a batch of its own works off
 /// where GNU parallel sends it. What parallel said stands in the results, and on the standard error
-/// where it failed. Raises CLineaMala where parallel isn't there, and CFileException.
+/// where it failed. Raises CFileException.
 void HazEnMaquinas(const std::vector<const CTrabajo*>& trabajos, const COpciones& opciones,
-                   CEstados& estados);
+                   const std::filesystem::path& parallel, CEstados& estados);
 
 } // namespace lote

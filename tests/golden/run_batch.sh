@@ -135,7 +135,7 @@ s2 0
 s3 0" ] || fail "it didn't go on where it was"
 
 # What is no batch's stays in the folder of the results.
-mkdir -p mine/salidas mine/partes/2026 && touch mine/salidas/{nota.err,7.err,8.txt} mine/partes/{nota,3.txt,2026/nota} mine/nota
+mkdir -p mine/salidas mine/partes/2026 && touch mine/salidas/{nota.err,7.err,8.txt} mine/partes/{nota,3.txt,2026/nota} mine/{nota,trabajos.log}
 printf 'ida\tc\n' > mine.tsv
 status 0 "$batch" --resultados mine mine.tsv
 status 0 "$batch" --resultados mine --sshlogin : mine.tsv

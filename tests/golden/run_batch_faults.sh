@@ -103,4 +103,32 @@ wait $batch_pid || got=$?
 exec 3>&-
 [ $got -eq 130 ] || { cat said >&2 && fail "status $got after a signal"; }
 says "c 137 - -"
+
+# A former state outlives a run that lacks what it needs.
+printf 'ida\ta\nida\tgone\n' > t
+status 1 "$batch" t
+cp t.resultados/trabajos.log before.log && cp t.resultados/estado.tsv before.tsv
+mkdir bin && ln -s "$batch" bin/campiva-lote
+status 2 env PATH="$work/bin" campiva-lote --sshlogin : t
+status 1 env TMPDIR="$work/t" "$batch" t
+cmp t.resultados/trabajos.log before.log && cmp t.resultados/estado.tsv before.tsv
+
+# Nobody's own files are taken for results, by whatever name they come.
+for name in trabajos.tsv estado.tsv trabajos.log salidas/1.err; do
+  mkdir -p own/salidas && touch own/trabajos.log
+  printf 'ida\ta\n' > "own/$name"
+  ln -sfr "own/$name" table
+  for spelling in "own/$name" "own/../own//$name" table; do
+    status 2 "$batch" --resultados own "$spelling"
+    grep -q "es un fichero de los resultados" said
+  done
+  [ "$(cat "own/$name")" = $'ida\ta' ] || fail "the table $name is another"
+  rm -r own
+done
+mkdir -p own/salidas own/informes && touch own/salidas/1.err own/informes/1.html
+status 2 "$batch" --resultados own t
+grep -q "no son resultados" said
+[ "$(ls own own/* | tr '\n' ' ')" = "own: informes salidas  own/informes: 1.html  own/salidas: 1.err " ] ||
+  { ls -R own >&2 && fail "files of others went"; }
+mkdir empty && status 1 "$batch" --resultados empty t && status 1 "$batch" --resultados empty t
 echo "all as they should"
