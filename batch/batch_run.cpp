@@ -266,6 +266,8 @@ EstadoDeSalida Ejecuta(const COpciones& opciones)
         temporal.emplace("campiva-lote");
     CCandado candado;
     Prepara(carpeta, estados, candado, opciones.reanuda);
+    if (opciones.reanuda)
+        estados.Renumera(trabajos);
     estados.GuardaTrabajos(trabajos);
     estados.Abre();
     CLote lote(trabajos, estados);

@@ -62,6 +62,16 @@ std::optional<CHecho> TomaNumeros(std::string_view& linea)
     return std::nullopt;
 }
 
+/// The jobs of the run that left a table; none where they can't be told any more.
+std::vector<CTrabajo> TrabajosDeAntes(const std::filesystem::path& tabla)
+{
+    try {
+        return LeeTabla(sistema::Nombre(tabla));
+    } catch (const CLineaMala&) {
+        return {};
+    }
+}
+
 /// Takes a file of an earlier run away, if it is there.
 void Quita(const std::filesystem::path& ruta)
 {
@@ -182,6 +192,33 @@ void CEstados::EscribeTabla(const std::vector<CTrabajo>& trabajos) const
         tabla += (hecho != nullptr ? Numeros(*hecho) : "-\t-\t-\t-") + "\n";
     }
     Escribe(Tabla(), tabla);
+}
+
+void CEstados::Renumera(const std::vector<CTrabajo>& trabajos) const
+{
+    std::map<std::string, int, std::less<>> ahora; // by their lines, as they are known
+    for (const CTrabajo& trabajo : trabajos)
+        ahora.emplace(trabajo.linea, trabajo.numero);
+    const std::vector<CTrabajo> deAntes = TrabajosDeAntes(Trabajos());
+    sistema::Error error;
+    for (const auto suyo : {&CEstados::Dicho, &CEstados::Informe}) {
+        std::vector<std::pair<std::filesystem::path, int>> aparte; // so that none meets another
+        for (const CTrabajo& trabajo : deAntes) {
+            const auto otro = ahora.find(trabajo.linea);
+            const int numero = otro != ahora.end() ? otro->second : 0;
+            const std::filesystem::path ruta = (this->*suyo)(trabajo.numero);
+            const std::filesystem::path libre = lado::De(ruta, lado::kAntes, lado::Marca());
+            if (numero != trabajo.numero)
+                sistema::Renombra(ruta, libre, error);
+            if (numero != trabajo.numero && !error)
+                aparte.emplace_back(libre, numero);
+        }
+        for (const auto& [ruta, numero] : aparte)
+            if (numero != 0)
+                sistema::Renombra(ruta, (this->*suyo)(numero), error);
+            else
+                sistema::Borra(ruta, error);
+    }
 }
 
 void CEstados::GuardaTrabajos(const std::vector<CTrabajo>& trabajos) const

@@ -39,6 +39,9 @@ public:
     const CHecho* De(const CTrabajo& trabajo) const;
     /// How many of the jobs failed, or weren't done.
     int Fallidos(const std::vector<CTrabajo>& trabajos) const;
+    /// What an earlier run left of each job, its words and its report, gets the job's number where
+    /// that is another one now, and goes with a job that is gone.
+    void Renumera(const std::vector<CTrabajo>& trabajos) const;
     /// Keeps the jobs with what is written of them, and the folder from which theirs count, for who
     /// looks at the results afterwards. Raises CFileException.
     void GuardaTrabajos(const std::vector<CTrabajo>& trabajos) const;

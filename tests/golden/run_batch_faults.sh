@@ -131,4 +131,18 @@ grep -q "no son resultados" said
 [ "$(ls own own/* | tr '\n' ' ')" = "own: informes salidas  own/informes: 1.html  own/salidas: 1.err " ] ||
   { ls -R own >&2 && fail "files of others went"; }
 mkdir empty && status 1 "$batch" --resultados empty t && status 1 "$batch" --resultados empty t
+
+# What was said of a job goes with it when the table has another order.
+printf '#!/bin/sh\nbasename "$PWD"\n' > says_where
+chmod +x says_where
+export CAMPIVA=$work/says_where
+mkdir -p e t.resultados/informes
+printf 'ida\ta\nida\tb\nida\tc\n' > t
+status 0 "$batch" t
+for n in 1 2 3; do cp t.resultados/salidas/$n.err t.resultados/informes/$n.html; done
+printf 'ida\tc\nida\ta\nida\te\n' > t
+status 0 "$batch" --reanuda t
+[ "$(cd t.resultados && head salidas/* informes/* | paste -s -d ' ')" = \
+  "==> salidas/1.err <== c  ==> salidas/2.err <== a  ==> salidas/3.err <== e  ==> informes/1.html <== c  ==> informes/2.html <== a" ] ||
+  { head t.resultados/*/* >&2 && fail "what was said is others'"; }
 echo "all as they should"
