@@ -14,7 +14,7 @@ namespace informe {
 struct CResultado {
     std::string resumen;               ///< for the terminal
     std::optional<CCifras> cifras;     ///< none where something couldn't be read
-    bool hayPerdidas = false;          ///< surface was lost, or something isn't explained
+    bool hayPerdidas = false;          ///< the same as of CContenido
     std::vector<std::string> quejas;   ///< what couldn't be read or written, a sentence each
     std::shared_ptr<const void> leido; ///< what it was made of (see CBalance)
 };

@@ -69,8 +69,12 @@ std::vector<const CColumnaLote*> CResumenLote::Columnas() const
 
 bool CResumenLote::HayPerdidas() const
 {
-    return Cuantos(Suerte::Hecho) < static_cast<std::int64_t>(trabajos.size()) ||
-           Suma(&CCifras::sinExplicar) > 0 || QuePierden() > 0 || Suma(&CCifras::sinPadre) > 0;
+    const auto seLeyoEntero = [](const CTrabajoVisto& uno) {
+        return uno.DameSuerte() == Suerte::Hecho && uno.cifras->alarma.empty() &&
+               uno.cifras->sinComprobar.empty();
+    };
+    return !std::ranges::all_of(trabajos, seLeyoEntero) || Suma(&CCifras::sinExplicar) > 0 ||
+           QuePierden() > 0 || Suma(&CCifras::sinPadre) > 0;
 }
 
 } // namespace informe

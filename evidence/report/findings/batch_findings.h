@@ -70,7 +70,7 @@ struct CResumenLote {
     /// The columns of which some job has a value.
     std::vector<const CColumnaLote*> Columnas() const;
     bool Hay(const CColumnaLote& columna) const;
-    /// Something failed, was lost, or isn't explained.
+    /// Something failed, was lost, isn't explained, or can't be checked.
     bool HayPerdidas() const;
 
     std::string nombre; ///< of the results

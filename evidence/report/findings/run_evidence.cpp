@@ -71,6 +71,27 @@ std::string CProceso::Alarma() const
                : std::string();
 }
 
+std::string CProceso::SinComprobar() const
+{
+    if (ficheros.sentido == Sentido::Ninguno)
+        return balance.notas.front(); // why there is no balance
+    if (!Alarma().empty())
+        return {};                                              // it says that as well
+    std::vector<std::pair<std::string, std::string>> porMotivo; // and the parts of each
+    for (const CPartida& partida : balance.partidas) {
+        if (partida.SePuedeDecir())
+            continue;
+        if (porMotivo.empty() || porMotivo.back().first != partida.noSePuede)
+            porMotivo.emplace_back(partida.noSePuede, "");
+        std::string& suyas = porMotivo.back().second;
+        suyas += (suyas.empty() ? "" : ", ") + std::string(partida.Titulo());
+    }
+    std::string texto;
+    for (const auto& [motivo, suyas] : porMotivo)
+        texto += (texto.empty() ? "Sin comprobar: " : "; ") + suyas + " (" + motivo + ")";
+    return texto.empty() ? texto : texto + ".";
+}
+
 /// Tables that the run wrote hold what it made of them. Where nobody tells, the time does.
 void CProceso::AnotaReescritas()
 {

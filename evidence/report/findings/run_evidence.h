@@ -22,6 +22,8 @@ struct CProceso {
     bool Detenido() const { return informe::Detenido(vistos, ficheros) || infograf.acabaAntes; }
     /// What is wrong with the run as a whole, a sentence; empty for nothing.
     std::string Alarma() const;
+    /// What of it can't be checked beside that, and why; empty for nothing.
+    std::string SinComprobar() const;
 
     CFicheros ficheros;
     std::vector<CFicheroVisto> vistos;

@@ -17,7 +17,8 @@ struct CCifras {
     std::optional<std::int64_t> warnings;
     std::int64_t lineasE = 0; ///< of the log, by the letter of their numbers alone
     std::int64_t lineasW = 0;
-    std::string alarma; ///< what is wrong with the run as a whole; empty for nothing
+    std::string alarma;       ///< what is wrong with the run as a whole; empty for nothing
+    std::string sinComprobar; ///< what of it can't be checked; empty for nothing
 };
 
 } // namespace informe

@@ -64,8 +64,10 @@ std::string Nota(const CTrabajoVisto& uno)
     };
     for (const std::string& reparo : uno.reparos)
         anota(reparo);
-    if (uno.cifras)
+    if (uno.cifras) {
         anota(uno.cifras->alarma);
+        anota(uno.cifras->sinComprobar);
+    }
     return nota;
 }
 

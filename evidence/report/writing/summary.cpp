@@ -34,6 +34,15 @@ std::string Mensajes(const CProceso& proceso)
            Miles(infograf.sinPadre.size()) + " sin padre";
 }
 
+/// How many parts of the balance nothing can be said of, where there are some.
+std::string CuantasSinComprobar(const CBalance& balance)
+{
+    const auto cuantas = std::ranges::count_if(
+        balance.partidas, [](const CPartida& partida) { return !partida.SePuedeDecir(); });
+    return cuantas == 0 ? std::string()
+                        : ", " + Cuantos(cuantas, "partida", "partidas") + " sin comprobar";
+}
+
 /// What was lost of the surface, where something was.
 std::string EnBreve(const CContenido& contenido)
 {
@@ -73,6 +82,7 @@ CCifras CContenido::Cifras() const
     };
     CCifras cifras;
     cifras.alarma = proceso.Alarma();
+    cifras.sinComprobar = proceso.SinComprobar();
     cifras.sinExplicar = SinExplicar();
     if (proceso.ficheros.sentido == Sentido::Infograf) {
         cifras.sinPadre = static_cast<std::int64_t>(proceso.infograf.sinPadre.size());
@@ -96,7 +106,8 @@ CCifras CContenido::Cifras() const
 bool CContenido::HayPerdidas() const
 {
     const std::vector<CPerdida> perdidas = Perdidas();
-    return SinExplicar() > 0 || !proceso.infograf.sinPadre.empty() ||
+    return SinExplicar() > 0 || !proceso.Alarma().empty() || !proceso.SinComprobar().empty() ||
+           !proceso.infograf.sinPadre.empty() ||
            std::ranges::any_of(perdidas,
                                [](const CPerdida& perdida) { return perdida.metros > 0; });
 }
@@ -108,14 +119,16 @@ std::string Resumen(const CContenido& contenido, const CString& pagina)
                         NombreCorto(contenido.proceso.ficheros.sentido) + EnBreve(contenido) +
                         Mensajes(contenido.proceso) + ", " +
                         Cuantos(contenido.asuntos.cuantos, "asunto", "asuntos") + ", " +
-                        Miles(contenido.SinExplicar()) + " sin explicar\n";
+                        Miles(contenido.SinExplicar()) + " sin explicar" +
+                        CuantasSinComprobar(contenido.proceso.balance) + "\n";
     for (const CMensaje& mensaje : Catalogo())
         if (const std::int64_t cuantos = registro.Cuenta(mensaje.numero); cuantos > 0)
             texto += Renglon(CodigoMensaje(mensaje), cuantos, Enunciado(mensaje));
     if (registro.Ajenas() > 0)
         texto += Renglon("-   ", registro.Ajenas(), "líneas que no son ningún mensaje");
-    if (const std::string alarma = contenido.proceso.Alarma(); !alarma.empty())
-        texto += "  " + alarma + "\n";
+    for (const std::string& frase : {contenido.proceso.Alarma(), contenido.proceso.SinComprobar()})
+        if (!frase.empty())
+            texto += "  " + frase + "\n";
     if (contenido.contraste != nullptr)
         texto += "  Cambios contra " + Texto(contenido.contraste->antes.nombre) + ": " +
                  CambiosEnBreve(*contenido.contraste) + "\n";

@@ -13,6 +13,7 @@
 #include "tests/evidence/report/report_fixture.h"
 
 using testing::ElementsAre;
+using testing::EndsWith;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
@@ -117,6 +118,16 @@ TEST_F(ResumenDeLote, PutsTheWorstFirstAndSumsAllUp)
                                  "\"informe\": \"informes/7.html\""})
             EXPECT_THAT(json, HasSubstr(dice));
     }
+}
+
+TEST_F(ResumenDeLote, CallsALossWhatCannotBeChecked)
+{
+    Ejecuta(Paraje("00001", "LA ERA"));
+    Lote({{"0\t0\t0\t0.02", "ida\t."}});
+    EXPECT_FALSE(Resume().hayPerdidas);
+    std::filesystem::remove(carpeta.Ruta() / "Parajes.txt");
+    EXPECT_TRUE(Resume().hayPerdidas);
+    EXPECT_THAT(Hoja().at(1), EndsWith(";Sin comprobar: Parajes (no está Parajes.txt)."));
 }
 
 TEST_F(ResumenDeLote, ReadsOfAJobWhatItsLineNames)

@@ -484,6 +484,24 @@ TEST_F(InformeDeVuelta, MakesOneMatterOfAPolygonWithoutItsFiles)
     }
 }
 
+TEST_F(InformeDeVuelta, CallsALossWhatCannotBeChecked)
+{
+    Parcela("8", "100");
+    Subparcela("8", "a", "100");
+    CDibujoPrueba dibujo(carpeta);
+    const int uno = dibujo.Cuadrado(0, 0, 10);
+    dibujo.par = {{kParcela, 100, dibujo.Parcela("8", 500, 500), {uno}}};
+    dibujo.sub = {{kParcela, 100, dibujo.Subparcela("8-a", 600, 600), {uno}}};
+    dibujo.Graba();
+    Ejecuta();
+    EXPECT_FALSE(Informa().resultado.hayPerdidas) << Informa().resultado.resumen;
+    std::filesystem::remove(carpeta.Ruta() / "045127.R");
+    const CInformePrueba sinR = Informa();
+    EXPECT_TRUE(sinR.resultado.hayPerdidas);
+    EXPECT_THAT(sinR.Cuenta(), EndsWith(", 0 sin explicar, 5 partidas sin comprobar"));
+    EXPECT_THAT(sinR.resultado.resumen, HasSubstr(" (no está el fichero R).\n"));
+}
+
 TEST_F(InformeDeVuelta, TellsARunThatWasStopped)
 {
     DosParcelas();
@@ -495,6 +513,7 @@ TEST_F(InformeDeVuelta, TellsARunThatWasStopped)
     EXPECT_TRUE(informe.Dice("El proceso se detuvo"));
     EXPECT_THAT(informe.Partida("Parcelas"), HasSubstr("no llegó a escribirlo"));
     EXPECT_TRUE(informe.Dice("no hay con qué compararla"));
+    EXPECT_TRUE(informe.resultado.hayPerdidas);
     std::filesystem::remove(carpeta.Ruta() / "045127.R");
     informe = Informa();
     EXPECT_TRUE(informe.Dice("El proceso se detuvo"));

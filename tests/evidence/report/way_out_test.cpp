@@ -43,6 +43,7 @@ TEST_F(Traduccion, ReportAccountsForEveryLineOfAnyInput)
                 const CInformePrueba informe(carpeta, "entrada.ERR");
                 EXPECT_THAT(informe.Cuenta(), EndsWith(", 0 sin explicar"));
                 EXPECT_THAT(informe.resultado.quejas, IsEmpty());
+                EXPECT_FALSE(informe.resultado.hayPerdidas);
                 EXPECT_FALSE(informe.Dice("✕"));
             }
 }
@@ -181,12 +182,17 @@ TEST_F(Traduccion, ReportDoesWithoutWhatIsMissing)
     EXPECT_THAT(sinTabla.Partida("Parajes"),
                 HasSubstr("No se puede comprobar: no está Parajes.txt"));
     EXPECT_THAT(sinTabla.Partida("Parcelas"), HasSubstr("✓"));
+    EXPECT_TRUE(sinTabla.resultado.hayPerdidas);
+    EXPECT_THAT(sinTabla.Cuenta(), EndsWith(", 0 sin explicar, 1 partida sin comprobar"));
+    EXPECT_THAT(sinTabla.resultado.resumen,
+                HasSubstr("\n  Sin comprobar: Parajes (no está Parajes.txt).\n"));
     for (const char* tabla :
          {"Modulos.txt", "Titulares.txt", "Parcelas.txt", "Subparcelas.txt", "Cotitulares.txt"})
         std::filesystem::remove(carpeta.Ruta() / tabla);
     const CInformePrueba sinTablas(carpeta, "entrada.ERR");
     EXPECT_TRUE(sinTablas.Dice("el proceso se detuvo antes de escribirlas, o están en otra "
                                "carpeta"));
+    EXPECT_TRUE(sinTablas.resultado.hayPerdidas);
     informe::COpciones opciones;
     opciones.tablas = carpeta.En("");
     const CInformePrueba enSuCarpeta(carpeta, "entrada.ERR", opciones);
@@ -198,6 +204,8 @@ TEST_F(Traduccion, ReportDoesWithoutWhatIsMissing)
     std::filesystem::remove(carpeta.Ruta() / "entrada.txt");
     const CInformePrueba sinEntrada(carpeta, "entrada.ERR");
     EXPECT_TRUE(sinEntrada.Dice("no se halló ni su entrada ni su lista"));
+    EXPECT_TRUE(sinEntrada.resultado.hayPerdidas);
+    EXPECT_THAT(sinEntrada.resultado.resumen, HasSubstr("\n  No se halló la entrada ni la lista"));
     EXPECT_THAT(sinEntrada.resultado.quejas, IsEmpty());
 }
 
