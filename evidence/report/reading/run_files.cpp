@@ -112,6 +112,13 @@ void TomaNombrados(const std::vector<CString>& nombrados, bool escritos, CFicher
     }
 }
 
+/// An output beside the list, by the name that it has on the disk.
+CString SalidaDeLista(const CString& carpeta, const CString& base, const char* extension)
+{
+    CNombresEnDisco nombres;
+    return CFile::EnDisco(FicheroDeLista(carpeta, base, extension), nombres);
+}
+
 /// Tells whether a run on drawings went on to Infograf. That leaves its log empty, and a file CSP
 /// that is as new as the log, with no way back behind it.
 bool EsDeInfograf(const COpciones& opciones, const CFicheros& ficheros)
@@ -133,9 +140,9 @@ bool EsDeInfograf(const COpciones& opciones, const CFicheros& ficheros)
     if (opciones.detenido)
         return !ficheros.tablasDichas; // the way back reads tables
     const CString carpeta = CCadena(ficheros.lista.nombre).DamePath();
-    const auto delCsp = FechaDe(FicheroDeLista(carpeta, ficheros.base, kExtensionInfograf));
+    const auto delCsp = FechaDe(SalidaDeLista(carpeta, ficheros.base, kExtensionInfograf));
     return delCsp && *delCsp + kHolgura >= *delRegistro &&
-           !(FechaDe(FicheroDeLista(carpeta, ficheros.base, "R")) > delCsp);
+           !(FechaDe(SalidaDeLista(carpeta, ficheros.base, "R")) > delCsp);
 }
 
 /// Settles whether the run read an input or a list, and which: what the line names, else what
@@ -169,7 +176,7 @@ void SituaDibujos(const CString& ortos, CFicheros& ficheros)
     ficheros.ortos = ortos.IsEmpty() ? BuscaHojas(lista.carpeta).nombre : ortos;
     ficheros.entrada = CString();
     const auto salida = [&](const char* extension) {
-        return FicheroDeLista(lista.carpeta, ficheros.base, extension);
+        return SalidaDeLista(lista.carpeta, ficheros.base, extension);
     };
     if (ficheros.sentido == Sentido::Infograf && ficheros.ficheroCsp.IsEmpty()) {
         ficheros.ficheroCsp = salida(kExtensionInfograf);
@@ -179,14 +186,15 @@ void SituaDibujos(const CString& ortos, CFicheros& ficheros)
     }
 }
 
-/// Gives the tables their usual names: all of them in a folder that the line names, else those that
-/// nobody named.
+/// Gives the tables their usual names, as the disk has them: all of them in a folder that the line
+/// names, else those that nobody named.
 void SituaTablas(const CString& nombrada, const CString& junto, CFicheros& ficheros)
 {
     const CNombresTablas usuales = TablasEn(nombrada.IsEmpty() ? junto : nombrada);
+    CNombresEnDisco nombres;
     for (std::size_t tabla = 0; tabla < kTablas; ++tabla)
         if (!nombrada.IsEmpty() || ficheros.tablas[tabla].IsEmpty())
-            ficheros.tablas[tabla] = usuales[tabla];
+            ficheros.tablas[tabla] = CFile::EnDisco(usuales[tabla], nombres);
 }
 
 /// Where the way on to Infograf came behind the way back, the log is empty and that of the way back
@@ -236,8 +244,10 @@ std::vector<CString> Ausentes(const CFicheros& ficheros, const COpciones& opcion
     nombrados.insert(nombrados.end(), {opciones.entrada, opciones.lista});
     if (!opciones.tablas.IsEmpty())
         nombrados.insert(nombrados.end(), ficheros.tablas.begin(), ficheros.tablas.end());
+    CNombresEnDisco nombres;
     if (!opciones.ortos.IsEmpty())
-        nombrados.push_back(ConExtension(opciones.ortos, ExtensionDe(ClaseTopologia::Hojas)));
+        nombrados.push_back(CFile::EnDisco(
+            ConExtension(opciones.ortos, ExtensionDe(ClaseTopologia::Hojas)), nombres));
     std::erase_if(nombrados,
                   [](const CString& nombre) { return nombre.IsEmpty() || HayFichero(nombre); });
     return nombrados;

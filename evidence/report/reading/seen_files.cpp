@@ -7,6 +7,7 @@
 #include "evidence/drawn_polygon.h"
 #include "evidence/paths.h"
 #include "platform/ansi.h"
+#include "platform/files/any_case_name.h"
 #include "platform/files/cfile.h"
 #include "platform/files/system_files.h"
 #include "vexa_libs/binary.h"
@@ -33,19 +34,19 @@ std::uint32_t SumaFichero(CFile& fichero)
     return suma;
 }
 
-CFicheroVisto Mira(const char* papel, const CString& nombre, bool salida)
+CFicheroVisto Mira(const char* papel, const CString& nombre, bool salida, CNombresEnDisco& nombres)
 {
     CFicheroVisto visto;
     visto.papel = papel;
-    visto.nombre = nombre;
+    visto.nombre = nombre.IsEmpty() ? nombre : CFile::EnDisco(nombre, nombres);
     visto.salida = salida;
     CFile fichero;
-    visto.hay = AbreSiHay(fichero, nombre, CFile::anyCase);
+    visto.hay = AbreSiHay(fichero, visto.nombre);
     if (!visto.hay)
         return visto;
     visto.largo = fichero.GetLength();
     visto.crc = SumaFichero(fichero);
-    if (const auto fecha = FechaDe(nombre))
+    if (const auto fecha = FechaDe(visto.nombre))
         visto.fecha = EnSegundos(*fecha);
     return visto;
 }
@@ -64,13 +65,14 @@ CFicheroVisto MiraRecibido(const char* papel, std::string_view texto)
 }
 
 /// The drawings as the run reads them: the way back asks nothing of a .POL.
-void MiraDibujos(const CFicheros& ficheros, std::vector<CFicheroVisto>& vistos)
+void MiraDibujos(const CFicheros& ficheros, CNombresEnDisco& nombres,
+                 std::vector<CFicheroVisto>& vistos)
 {
     using enum ClaseTopologia;
     for (const CString& entrada : ficheros.lista.entradas) {
         const auto mira = [&](const char* papel, const char* extension) {
-            vistos.push_back(
-                Mira(papel, FicheroDeLista(ficheros.lista.carpeta, entrada, extension), false));
+            vistos.push_back(Mira(papel, FicheroDeLista(ficheros.lista.carpeta, entrada, extension),
+                                  false, nombres));
         };
         mira("dibujo", kExtensionDibujo);
         mira("topología", ExtensionDe(Parcelas));
@@ -80,18 +82,20 @@ void MiraDibujos(const CFicheros& ficheros, std::vector<CFicheroVisto>& vistos)
     }
     if (!ficheros.ortos.IsEmpty())
         for (const char* extension : {kExtensionDibujo, ExtensionDe(Hojas)})
-            vistos.push_back(Mira("ortofotos", ConExtension(ficheros.ortos, extension), false));
+            vistos.push_back(
+                Mira("ortofotos", ConExtension(ficheros.ortos, extension), false, nombres));
 }
 
 /// The tables, which the way back may have written again after it read them.
-void MiraTablas(const CFicheros& ficheros, std::vector<CFicheroVisto>& vistos)
+void MiraTablas(const CFicheros& ficheros, CNombresEnDisco& nombres,
+                std::vector<CFicheroVisto>& vistos)
 {
     const bool ida = ficheros.sentido == Sentido::Ida;
     for (int tabla = 0; tabla < kTablas; ++tabla) {
         const auto& escritas = ficheros.escritas;
         const bool otraVez = !ida && std::ranges::find(escritas, tabla) != escritas.end();
         vistos.push_back(Mira(otraVez ? "tabla, reescrita" : "tabla",
-                              ficheros.tablas[static_cast<std::size_t>(tabla)], ida));
+                              ficheros.tablas[static_cast<std::size_t>(tabla)], ida, nombres));
     }
 }
 
@@ -112,23 +116,24 @@ std::vector<CFicheroVisto> MiraFicheros(const CFicheros& ficheros,
                                         const std::optional<std::string>& recibido)
 {
     std::vector<CFicheroVisto> vistos;
+    CNombresEnDisco nombres;
     const Sentido sentido = ficheros.sentido;
     constexpr const char* kPapelRegistro = "registro de errores";
     vistos.push_back(recibido ? MiraRecibido(kPapelRegistro, *recibido)
-                              : Mira(kPapelRegistro, ficheros.registro, true));
+                              : Mira(kPapelRegistro, ficheros.registro, true, nombres));
     if (!ficheros.entrada.IsEmpty())
-        vistos.push_back(Mira("entrada", ficheros.entrada, false));
+        vistos.push_back(Mira("entrada", ficheros.entrada, false, nombres));
     if (sentido == Sentido::Ida || sentido == Sentido::Vuelta)
-        MiraTablas(ficheros, vistos);
+        MiraTablas(ficheros, nombres, vistos);
     if (sentido == Sentido::Vuelta || sentido == Sentido::Infograf) {
-        vistos.push_back(Mira("lista de polígonos", ficheros.lista.nombre, false));
-        MiraDibujos(ficheros, vistos);
+        vistos.push_back(Mira("lista de polígonos", ficheros.lista.nombre, false, nombres));
+        MiraDibujos(ficheros, nombres, vistos);
     }
     if (sentido == Sentido::Infograf)
-        vistos.push_back(Mira("registros de Infograf", ficheros.ficheroCsp, true));
+        vistos.push_back(Mira("registros de Infograf", ficheros.ficheroCsp, true, nombres));
     if (sentido == Sentido::Vuelta) {
-        vistos.push_back(Mira("fichero de Catastro", ficheros.ficheroR, true));
-        vistos.push_back(Mira("módulos de Catastro", ficheros.ficheroM, true));
+        vistos.push_back(Mira("fichero de Catastro", ficheros.ficheroR, true, nombres));
+        vistos.push_back(Mira("módulos de Catastro", ficheros.ficheroM, true, nombres));
     }
     BuscaViejos(vistos);
     return vistos;

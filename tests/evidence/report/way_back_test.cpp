@@ -448,10 +448,11 @@ TEST_F(InformeDeVuelta, FallsOnNoDrawingThatItReadsByWhateverName)
 {
     DosParcelas();
     Ejecuta();
-    std::filesystem::rename(carpeta.Ruta() / "1.PAR", carpeta.Ruta() / "1.par");
+    for (const auto& [antes, ahora] : {std::pair("1.PAR", "1.par"), {"045127.R", "045127.r"}})
+        std::filesystem::rename(carpeta.Ruta() / antes, carpeta.Ruta() / ahora);
     carpeta.Pon("ortos.BIN", "x");
     carpeta.Pon("ortos.TOP", "x");
-    for (const char* nombre : {"1.par", "1.BIN", "ortos.TOP", "ortos.BIN"}) {
+    for (const char* nombre : {"1.par", "1.BIN", "045127.r", "ortos.TOP", "ortos.BIN"}) {
         const std::string antes = carpeta.Lee(nombre);
         informe::COpciones opciones;
         opciones.geojson = carpeta.En(nombre);

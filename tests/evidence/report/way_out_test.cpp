@@ -1,7 +1,10 @@
 #include <chrono>
 #include <filesystem>
 
+#include "evidence/municipality_files.h"
 #include "generator/synthetic_municipality.h"
+#include "platform/files/system_files.h"
+#include "platform/plain_texts.h"
 #include "tests/catastro_to_vexa/run_fixture.h"
 #include "tests/evidence/report/report_fixture.h"
 
@@ -172,6 +175,38 @@ TEST_F(Traduccion, ReportSaysThatTheRunWasStopped)
     EXPECT_TRUE(informe.Dice("más viejo que el registro"));
     EXPECT_THAT(informe.Partida("Parcelas"), HasSubstr("No se puede comprobar"));
     EXPECT_THAT(informe.resultado.resumen, HasSubstr("se detuvo"));
+    EXPECT_TRUE(informe.resultado.hayPerdidas);
+}
+
+TEST_F(Traduccion, ReportKnowsTablesByTheNamesThatTheyHaveOnTheDisk)
+{
+    Ejecuta(DosParcelas());
+    const auto ayer = std::filesystem::file_time_type::clock::now() - std::chrono::hours(24);
+    const CNombresTablas antes = TablasEn(carpeta.En(""));
+    for (const CString& tabla : antes) {
+        const std::filesystem::path nombre = sistema::Ruta(tabla);
+        std::filesystem::rename(nombre, carpeta.Ruta() / EnMayusculas(nombre.filename().string()));
+    }
+    informe::COpciones opciones;
+    opciones.tablas = carpeta.En("");
+    const CInformePrueba entero(carpeta, "entrada.ERR", opciones);
+    EXPECT_THAT(entero.resultado.quejas, IsEmpty());
+    EXPECT_THAT(entero.Partida("Parcelas"), HasSubstr("|2|Sale|filas de Parcelas.txt|2|"));
+    EXPECT_TRUE(entero.Dice("PARCELAS.TXT"));
+    const std::string parcelas = carpeta.Lee("PARCELAS.TXT");
+    opciones.csv = carpeta.En("PARCELAS.TXT");
+    EXPECT_THAT(CInformePrueba(carpeta, "entrada.ERR", opciones).resultado.quejas,
+                testing::ElementsAre(HasSubstr("no se escribe")));
+    opciones = {};
+    opciones.contra = carpeta.En("");
+    opciones.csv = carpeta.En("PARCELAS.TXT");
+    EXPECT_THAT(informe::HazInforme(carpeta.En("entrada.txt"), opciones, "1", 0).quejas,
+                testing::ElementsAre(HasSubstr("no se escribe")));
+    EXPECT_EQ(carpeta.Lee("PARCELAS.TXT"), parcelas);
+    for (const auto& fichero : std::filesystem::directory_iterator(carpeta.Ruta()))
+        if (fichero.path().extension() == ".TXT")
+            std::filesystem::last_write_time(fichero.path(), ayer);
+    EXPECT_TRUE(CInformePrueba(carpeta, "entrada.ERR").Dice("más viejo que el registro"));
 }
 
 TEST_F(Traduccion, ReportDoesWithoutWhatIsMissing)

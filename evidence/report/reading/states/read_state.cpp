@@ -11,6 +11,7 @@
 #include "evidence/report/reading/states/state_builder.h"
 #include "evidence/report/reading/states/state_lines.h"
 #include "evidence/report/reading/text.h"
+#include "platform/files/any_case_name.h"
 #include "platform/files/cstdio_file.h"
 #include "platform/files/system_files.h"
 
@@ -279,8 +280,11 @@ std::vector<CString> FicherosDeEstado(const CString& nombre)
 {
     if (!EsCarpeta(nombre))
         return {nombre};
-    const CNombresTablas tablas = TablasEn(nombre);
-    return {tablas.begin(), tablas.end()};
+    CNombresEnDisco nombres;
+    std::vector<CString> tablas;
+    for (const CString& tabla : TablasEn(nombre))
+        tablas.push_back(CFile::EnDisco(tabla, nombres));
+    return tablas;
 }
 
 const char* NombreDe(ClaseEstado clase)
