@@ -70,6 +70,9 @@ void CreaSalida(CFile& fichero, const CString& nombre, CConjuntoSalidas& todas)
 CString EnUnaLinea(const CFileException& fallo)
 {
     CString texto = fallo.Mensaje();
+    texto.Replace(".\n", ". ");
+    texto.Replace(":\n  ", ": "); // a list, a line each
+    texto.Replace("\n  ", ", ");
     texto.Replace("\n", ": ");
     return texto;
 }

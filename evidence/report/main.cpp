@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "evidence/report/batch_summary.h"
+#include "evidence/report/page_names.h"
 #include "evidence/report/report.h"
 #include "evidence/report/version.h"
 #include "platform/system.h"
@@ -39,6 +40,10 @@ int Informa(const informe::COpciones& opciones)
         if (opciones.estricto && resultado.hayPerdidas && estado == kHecho)
             estado = kHayPerdidas;
     };
+    if (const std::string reparo = informe::ReparoDeRegistros(opciones); !reparo.empty()) {
+        std::fprintf(stderr, "campiva-informe: %s\n", reparo.c_str());
+        return kFallo;
+    }
     const std::time_t ahora = std::time(nullptr);
     if (!opciones.resumen.IsEmpty())
         di(informe::HazResumen(opciones, informe::kVersion, ahora));
@@ -87,5 +92,9 @@ int main(int argc, char* argv[])
         sistema::EscribeError("campiva-informe: no hay memoria bastante\n");
     }
     const bool dicho = std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
-    return estado != kNoSeEntiende && !dicho ? kFallo : estado;
+    if (dicho || estado == kNoSeEntiende)
+        return estado;
+    if (estado != kFallo) // else something was told already
+        sistema::EscribeError("campiva-informe: no se ha podido escribir en la salida\n");
+    return kFallo;
 }

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "evidence/paths.h"
+#include "evidence/report/page_names.h"
 #include "evidence/report/reading/text.h"
 #include "evidence/report/trial/trial_run.h"
 #include "evidence/report/writing/changes_csv.h"
@@ -17,15 +18,14 @@
 #include "evidence/report/writing/watched_signals.h"
 #include "platform/ansi.h"
 #include "platform/files/set_healing.h"
+#include "platform/files/side_names.h"
 #include "platform/files/system_files.h"
 #include "platform/system.h"
 
 namespace informe {
 namespace {
 
-constexpr const char* kPaginaInfograf = "_infograf.html";
 constexpr const char* kPaginaEnsayo = "_ensayo.html";
-constexpr const char* kPaginaCambios = "cambios.html";
 
 /// The report of one log, stage by stage.
 class CElaboracion {
@@ -178,32 +178,6 @@ std::string HazCambios(const CContenidoCambios& contenido, const COpciones& opci
     return opciones.PorLaSalida() == 0 ? Resumen(contenido.contraste, pagina) : "";
 }
 
-/// The page's name where nobody says one; empty for no page, where something else is to go down a
-/// pipe. The log of Infograf is the way back's as well, so its page has a name of its own.
-CString PaginaDe(const COpciones& opciones, const CString& usual)
-{
-    if (opciones.sinInformes || !opciones.html.IsEmpty())
-        return opciones.sinInformes ? CString() : opciones.html;
-    for (const CString& otra : opciones.Otras())
-        if (otra == kEstandar)
-            return {};
-    return usual;
-}
-
-CString PaginaUsual(const CFicheros& ficheros)
-{
-    const bool infograf = ficheros.sentido == Sentido::Infograf;
-    return EnCarpeta(ficheros.carpeta, ficheros.base + (infograf ? kPaginaInfograf : ".html"));
-}
-
-/// Beside a file, and in the folder of tables.
-CString PaginaUsualDeCambios(const CString& estado, ClaseEstado clase)
-{
-    return clase == ClaseEstado::Tablas
-               ? EnCarpeta(estado, kPaginaCambios)
-               : EnCarpeta(CCadena(estado).DamePath(), BaseDe(estado) + "_" + kPaginaCambios);
-}
-
 /// Why what the options name can't be written; empty for nothing.
 std::string ReparoDeSalidas(const COpciones& opciones, const CString& pagina,
                             std::vector<CString> leidos)
@@ -266,16 +240,34 @@ void Prepara(CFicheros& ficheros, const COpciones& opciones, CResultado& resulta
     SanaConjuntos(LeidosPara(opciones, ficheros));
     for (const CString& nombre : Ausentes(ficheros, opciones))
         resultado.quejas.push_back("El archivo " + Texto(nombre) + " no existe");
+    for (const CString& nombre : ficheros.sinReconocer)
+        resultado.quejas.push_back("De " + Texto(nombre) +
+                                   " no se sabe qué es, y no cuenta para el informe");
     if (std::optional<CListaPoligonos> lista = LeeLista(ficheros.lista.nombre))
         ficheros.lista = std::move(*lista);
+}
+
+/// Tells whether a file that is no state may be a log: by its name, else by what it says.
+bool PuedeSerRegistro(const CString& nombre)
+{
+    if (ExtensionDe(nombre) == kExtensionRegistro ||
+        std::string_view(nombre).ends_with(lado::kAnterior))
+        return true;
+    const CRegistroLeido leido(nombre);
+    return leido.Ajenas() < static_cast<std::int64_t>(leido.avisos.size());
 }
 
 void Elabora(const CString& registro, const COpciones& opciones, const CFirma& firma,
              CResultado& resultado)
 {
-    if (!opciones.contra.IsEmpty() && registro != kEstandar)
+    if (!opciones.contra.IsEmpty() && registro != kEstandar) {
         if (const ClaseEstado clase = ClaseDeEstado(registro); clase != ClaseEstado::NoEs)
             return ElaboraCambios(registro, clase, opciones, firma, resultado);
+        if (!opciones.DicenDeUnProceso() && !PuedeSerRegistro(registro)) {
+            resultado.quejas.push_back(Texto(registro) + " no es un registro, ni otro estado");
+            return;
+        }
+    }
     CFicheros ficheros = BuscaFicheros(registro, opciones);
     const CString pagina = PaginaDe(opciones, PaginaUsual(ficheros));
     Prepara(ficheros, opciones, resultado);

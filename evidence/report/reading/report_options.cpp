@@ -65,7 +65,8 @@ std::string Repara(const COpciones& opciones)
         return ReparaResumen(opciones);
     if (opciones.sinInformes)
         return "--sin-informes es de --resumen";
-    if (opciones.registros.empty())
+    if (opciones.registros.empty() || // or it comes of a variable that nobody set
+        std::ranges::any_of(opciones.registros, &CString::IsEmpty))
         return "falta el nombre de un registro";
     if (opciones.registros.size() > 1 && TieneAlgunValor(opciones))
         return "con varios registros no caben opciones, que son de uno solo";

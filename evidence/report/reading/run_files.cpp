@@ -108,6 +108,8 @@ void TomaNombrados(const std::vector<CString>& nombrados, bool escritos, CFicher
             ficheros.entrada = nombre;
         } else if (ExtensionDe(nombre) == kExtensionInfograf && BaseDe(nombre) == ficheros.base) {
             ficheros.ficheroCsp = nombre;
+        } else if (PuedeSerLista(nombre) && HayFichero(nombre)) {
+            ficheros.sinReconocer.push_back(nombre);
         }
     }
 }

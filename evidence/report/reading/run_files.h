@@ -30,6 +30,8 @@ struct CFicheros {
     bool detenido = false;       ///< it wrote nothing but its log
     bool tablasDichas = false;   ///< it is told where the tables are
     std::vector<Tabla> escritas; ///< tables that the run wrote
+
+    std::vector<CString> sinReconocer; ///< what the line names and nothing tells what it is
 };
 
 /// Looks for what belongs to the log in the log's folder, except for what the options name. The

@@ -417,6 +417,9 @@ TEST_F(Cambios, TellWhatTheyCannotCompare)
     }
     EXPECT_EQ(carpeta.Lee("estado_cambios.html"), "(no file)");
     informe::COpciones opciones;
+    opciones.contra = carpeta.En("estado.txt");
+    EXPECT_THAT(informe::HazInforme(carpeta.En("vacio.txt"), opciones, "1", 0).quejas,
+                testing::ElementsAre(HasSubstr("vacio.txt no es un registro, ni otro estado")));
     opciones.contra = carpeta.En("otro.txt");
     opciones.html = opciones.contra;
     EXPECT_THAT(informe::HazInforme(carpeta.En("estado.txt"), opciones, "1", 0).quejas.front(),

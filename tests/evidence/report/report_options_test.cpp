@@ -47,6 +47,8 @@ TEST(ReportOptions, ComplainsOfALineThatItDoesNotUnderstand)
     } casos[] = {
         {{}, "falta el nombre"},
         {{"--csv", "a.csv"}, "falta el nombre"},
+        {{"--estricto", ""}, "falta el nombre"},
+        {{"a.ERR", ""}, "falta el nombre"},
         {{"a.ERR", "--nada"}, "--nada"},
         {{"a.ERR", "-x"}, "-x"},
         {{"a.ERR", "--csv"}, "a --csv le falta"},

@@ -192,6 +192,15 @@ status 2 "$informe" --html - --csv - entrada.ERR
 
 status 0 "$informe" entrada.ERR dibujos/045127.ERR
 equal "summaries" "$(grep -c 'Informe en' stdout)" 2
+cp entrada.ERR entrada.ERR.anterior
+rm entrada.html
+status 1 "$informe" entrada.ERR entrada.ERR.anterior
+grep -q 'entrada.html no se escribe' stderr || fail "two logs that have one page aren't told"
+[ ! -e entrada.html ] || fail "one of the two pages was written"
+if [ -w /dev/full ]; then
+  equal "what a full disk is told" "$("$informe" entrada.ERR 2>&1 > /dev/full)" \
+    'campiva-informe: no se ha podido escribir en la salida'
+fi
 status 0 "$informe" --help
 status 0 "$informe" --version
 status 1 "$informe" no_hay.ERR

@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include "evidence/paths.h"
 #include "platform/ansi.h"
 
 using namespace informe;
@@ -70,4 +71,14 @@ TEST(ReportText, LeavesNothingThatAFormWouldTakeForItsOwn)
         EXPECT_EQ(CJson().Valor(caso.texto).Texto(), caso.json);
         EXPECT_EQ(CampoCsv(caso.texto), caso.csv);
     }
+}
+
+TEST(ReportText, PutsAComplaintOfSeveralLinesInOne)
+{
+    CFileException fallo("f.txt", std::make_error_code(std::errc::io_error));
+    fallo.m_nota = "Se quedó a medias.\nHágalo otra vez"_ansi;
+    fallo.m_sinDevolver = {"g.txt", "h.txt"};
+    const std::string linea = Texto(EnUnaLinea(fallo));
+    EXPECT_NE(linea.find(": Se quedó a medias. Hágalo otra vez: "), std::string::npos) << linea;
+    EXPECT_TRUE(linea.ends_with("): g.txt, h.txt")) << linea;
 }

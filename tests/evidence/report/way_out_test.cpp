@@ -258,8 +258,10 @@ TEST_F(Traduccion, ReportSeesWhatTheFilesOfTheRunAre)
         (antes == "entrada.txt" ? opciones.con : opciones.escritos).push_back(carpeta.En(ahora));
     }
     opciones.con.push_back(carpeta.En("entrada.ERR"));
+    opciones.con.push_back(carpeta.Pon("otra/raro.txt", "hola\r\n"));
     const CInformePrueba informe(carpeta, "entrada.ERR", opciones);
-    EXPECT_THAT(informe.resultado.quejas, IsEmpty());
+    EXPECT_THAT(informe.resultado.quejas,
+                testing::ElementsAre(HasSubstr("otra/raro.txt no se sabe qué es")));
     EXPECT_THAT(informe.Cuenta(), testing::StartsWith("ida, "));
     EXPECT_THAT(informe.Partida("Parcelas"), HasSubstr("|2|Sale|filas de Parcelas.txt|2|"));
     EXPECT_FALSE(informe.Dice("No se puede comprobar"));
