@@ -390,9 +390,14 @@ TEST_F(Cambios, TellWhatTheyCannotCompare)
 {
     carpeta.Pon("estado.txt", CLineas().Texto());
     std::string otro = CLineas().Texto();
-    for (std::size_t i = otro.find("045127"); i != std::string::npos; i = otro.find("045127"))
+    std::string deOtraGerencia = otro;
+    for (std::size_t i = otro.find("045127"); i != std::string::npos; i = otro.find("045127")) {
         otro.replace(i, 6, "045128");
+        deOtraGerencia.replace(i, 6, "046127");
+    }
+    Ejecuta(deOtraGerencia);
     carpeta.Pon("otro.txt", otro);
+    carpeta.Pon("de_otra_gerencia.txt", deOtraGerencia);
     carpeta.Pon("nada.txt", "hola\r\n");
     carpeta.Pon("vacio.txt", "");
     carpeta.Pon("gente.txt", Titular("0000001", "00100", "ANA", "1"));
@@ -407,6 +412,8 @@ TEST_F(Cambios, TellWhatTheyCannotCompare)
         {"gente.txt", "gente.txt no tiene ninguna parcela"},
         {"sin_tablas", "le falta la tabla"},
         {"otro.txt", "otro.txt es de otro municipio que "},
+        {"de_otra_gerencia.txt", "de_otra_gerencia.txt es de otro municipio que "},
+        {"", " es de otro municipio que "},
     };
     for (const auto& caso : kCasos) {
         informe::COpciones opciones;
@@ -441,4 +448,7 @@ TEST_F(Cambios, OfARunThatLeftNothingCannotBeTold)
     ASSERT_EQ(hecho.quejas.size(), 1U);
     EXPECT_THAT(hecho.quejas.front(), HasSubstr("le falta la tabla"));
     EXPECT_EQ(carpeta.Lee("entrada.html"), "(no file)");
+    const CEnCarpeta aqui(carpeta.Ruta());
+    EXPECT_THAT(informe::HazInforme("entrada.ERR", opciones, "1", 0).quejas.front(),
+                testing::StartsWith("La carpeta de trabajo no se puede comparar: "));
 }

@@ -1,5 +1,6 @@
 #include "evidence/report/findings/changes/contrast.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "evidence/report/reading/text.h"
@@ -9,7 +10,17 @@ namespace {
 
 std::string Reparo(const CEstadoLeido& leido)
 {
-    return leido.reparo.empty() ? std::string() : Texto(leido.nombre) + " " + leido.reparo;
+    if (leido.reparo.empty())
+        return {};
+    return (leido.nombre == CString(".") ? "La carpeta de trabajo" : Texto(leido.nombre)) + " " +
+           leido.reparo;
+}
+
+/// Municipalities of different offices may have one number.
+bool SonDeOtraGerencia(const CEstadoMunicipio& antes, const CEstadoMunicipio& ahora)
+{
+    return !antes.gerencias.empty() && !ahora.gerencias.empty() &&
+           std::ranges::find_first_of(antes.gerencias, ahora.gerencias) == antes.gerencias.end();
 }
 
 } // namespace
@@ -23,7 +34,7 @@ CContraste::CContraste(CEstadoLeido viejo, CEstadoLeido nuevo, Municipios cuales
     if (!reparo.empty())
         return;
     cambios = Compara(antes.estado, ahora.estado, cuales);
-    if (cambios.antes.parcelas == 0)
+    if (cambios.antes.parcelas == 0 || SonDeOtraGerencia(antes.estado, ahora.estado))
         reparo = Texto(antes.nombre) + " es de otro municipio que " + Texto(ahora.nombre);
 }
 

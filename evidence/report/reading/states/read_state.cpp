@@ -20,6 +20,7 @@ namespace {
 
 // The head of a record of the written layout.
 constexpr CLectura kMunEscrito = LecturaDe(kColumnasParcela, &CDatosLinea::Mun);
+constexpr CLectura kGerEscrita = LecturaDe(kColumnasParcela, &CDatosLinea::Ger);
 constexpr CLectura kTipoEscrito = {Detras(LecturaDe(kColumnasParcela, &CDatosLinea::EMenor)), 2, 0};
 
 // The groups of a CT record stand one behind the other; those that no holder needs are empty.
@@ -27,7 +28,7 @@ constexpr short kPrimerGrupo = FinDe(kColumnasCabecera);
 constexpr short kAnchoGrupo = FinDe(kColumnasVinculo);
 constexpr std::string_view kGrupoVacio = "0000000  00000";
 
-short MunDe(std::string_view texto)
+short EnCorto(std::string_view texto)
 {
     return static_cast<short>(LeeEntero(texto));
 }
@@ -44,10 +45,11 @@ void TomaCatastro(std::string_view texto, CEstadoEnObra& obra)
     const CLineaFija fija(texto);
     const CLineaLeida linea(texto);
     const std::string_view tipo = fija.Texto(kLeeTipo);
-    const short mun = MunDe(fija.Texto(kLeeMun));
+    const short mun = EnCorto(fija.Texto(kLeeMun));
     if (tipo == kTipoSuelo || tipo == kTipoConstruccion) {
         obra.TomaSubparcela(mun, linea);
     } else if (tipo == "PR") {
+        obra.TomaGerencia(EnCorto(fija.Texto(kLeeGer)));
         obra.TomaParcela(mun, linea);
     } else if (tipo == "TL") {
         CTitular titular;
@@ -98,17 +100,19 @@ void TomaEscrita(std::string_view texto, CEstadoEnObra& obra)
     const CLineaFija fija(texto);
     const CLineaEscrita linea(texto);
     const std::string_view tipo = fija.Texto(kTipoEscrito);
-    const short mun = MunDe(fija.Texto(kMunEscrito));
-    if (tipo == kTipoSuelo)
+    const short mun = EnCorto(fija.Texto(kMunEscrito));
+    if (tipo == kTipoSuelo) {
         obra.TomaSubparcela(mun, linea);
-    else if (tipo == "PR")
+    } else if (tipo == "PR") {
+        obra.TomaGerencia(EnCorto(fija.Texto(kGerEscrita)));
         obra.TomaParcela(mun, linea);
-    else if (tipo == "CT")
+    } else if (tipo == "CT") {
         TomaGruposCT(mun, texto, obra);
-    else if (tipo == "TL")
+    } else if (tipo == "TL") {
         obra.TomaTitular(mun, TitularDe(linea), 0);
-    else if (tipo == "PJ")
+    } else if (tipo == "PJ") {
         TomaParaje(mun, linea, obra);
+    }
 }
 
 using CTomaLinea = void (*)(std::string_view linea, CEstadoEnObra& obra);
@@ -185,7 +189,7 @@ private:
             m_tablas[tabla],
             [&](std::string_view fila) {
                 const CFila<Columnas> campos(fila);
-                toma(MunDe(campos.template Texto<Columnas, &CDatosLinea::Mun>()), campos);
+                toma(EnCorto(campos.template Texto<Columnas, &CDatosLinea::Mun>()), campos);
             },
             CFile::anyCase);
     }
@@ -204,8 +208,11 @@ std::optional<Tabla> CLectorTablas::Lee()
                 m_obra.TomaTitular(mun, TitularDe(fila), 0);
         }))
         return kTitulares;
-    if (!Recorre<kColumnasParcela>(
-            kParcelas, [&](short mun, const auto& fila) { m_obra.TomaParcela(mun, fila); }))
+    if (!Recorre<kColumnasParcela>(kParcelas, [&](short mun, const auto& fila) {
+            m_obra.TomaGerencia(
+                EnCorto(fila.template Texto<kColumnasParcela, &CDatosLinea::Ger>()));
+            m_obra.TomaParcela(mun, fila);
+        }))
         return kParcelas;
     if (!Recorre<kColumnasSubparcela>(
             kSubparcelas, [&](short mun, const auto& fila) { m_obra.TomaSubparcela(mun, fila); }))

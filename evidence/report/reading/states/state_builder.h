@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <span>
 #include <string_view>
@@ -29,6 +30,13 @@ public:
     /// \param partici  the share that a holder's line brings along
     void TomaTitular(short mun, CTitular titular, int partici);
     void TomaParaje(short mun, int numero, std::string_view nombre);
+    /// The office that a parcel's line names.
+    void TomaGerencia(short gerencia)
+    {
+        std::vector<short>& suyas = m_estado.gerencias;
+        if (gerencia != 0 && std::ranges::find(suyas, gerencia) == suyas.end())
+            suyas.push_back(gerencia);
+    }
     template <class L>
     void TomaParcela(short mun, const L& linea);
     template <class L>
