@@ -12,6 +12,16 @@
 #include "platform/ansi.h"
 #include "platform/files/set_healing.h"
 
+namespace {
+
+bool EstaEnDisco(const CString& nombre)
+{
+    CFile fichero;
+    return AbreSiHay(fichero, nombre, CFile::anyCase);
+}
+
+} // namespace
+
 GDALDataset* CMunicipioNuevo::Crea(const char* lista, int bandas, CSLConstList opciones)
 {
     if (bandas != 0)
@@ -274,17 +284,34 @@ bool CMunicipioNuevo::GrabaPoligono(const CString& base, bool estaba, CPedidoDib
     if (estaba && antes.Lee(base, kDePoligono))
         return Graba(base, &antes, std::move(pedido), salidas);
     if (estaba)
-        for (const ClaseTopologia clase : kDePoligono) {
-            CFile fichero;
-            if (!pedido.traidas.Hay(clase) &&
-                AbreSiHay(fichero, ConExtension(base, ExtensionDe(clase)), CFile::anyCase)) {
+        for (const ClaseTopologia clase : kDePoligono)
+            if (!pedido.traidas.Hay(clase) && EstaEnDisco(ConExtension(base, ExtensionDe(clase)))) {
                 FallaCon("el dibujo %s no se puede cambiar: tiene .%s y le falta el .BIN. Con la "
                          "opción SUSTITUYE=SI se hace uno nuevo"_ansi,
                          pedido.nombre, ExtensionDe(clase));
                 return false;
             }
-        }
+    if (!estaba && !m_sustituye && !EstaLibre(base, pedido))
+        return false;
     return Graba(base, nullptr, std::move(pedido), salidas);
+}
+
+/// Tells whether no file stands where a drawing is to come that the list doesn't have: a list with
+/// another name, or without one of its entries, doesn't make the drawings beside it nobody's.
+bool CMunicipioNuevo::EstaLibre(const CString& base, const CPedidoDibujo& pedido) const
+{
+    std::vector<const char*> extensiones = {kExtensionDibujo};
+    for (const ClaseTopologia clase : pedido.clases)
+        extensiones.push_back(ExtensionDe(clase));
+    for (const char* extension : extensiones)
+        if (const CString fichero = ConExtension(base, extension); EstaEnDisco(fichero)) {
+            FallaCon(
+                "%s ya está, y la lista %s no tiene el polígono %s. Si es de este municipio se "
+                "escribe en la lista, y con la opción SUSTITUYE=SI se hace todo nuevo"_ansi,
+                fichero, m_lista, pedido.nombre);
+            return false;
+        }
+    return true;
 }
 
 bool CMunicipioNuevo::GrabaHojas(CConjuntoSalidas& salidas)

@@ -46,6 +46,7 @@ private:
     // They make a drawing, and give false where something was refused, which was told.
     bool GrabaPoligono(const CString& base, bool estaba, CPedidoDibujo pedido,
                        CConjuntoSalidas& salidas);
+    bool EstaLibre(const CString& base, const CPedidoDibujo& pedido) const;
     bool GrabaHojas(CConjuntoSalidas& salidas);
     bool Graba(const CString& base, const CDibujoAntes* antes, CPedidoDibujo pedido,
                CConjuntoSalidas& salidas);

@@ -547,7 +547,7 @@ TEST_F(Driver, LeavesOldDrawingsAloneWhereItCantWriteAll)
     carpeta.Pon("003.PAR", "viejo");
     std::filesystem::create_directory(carpeta.Ruta() / "003.SUB"); // no file can stand there
     {
-        const GDALDatasetUniquePtr datos = Crea();
+        const GDALDatasetUniquePtr datos = Crea({"GER=45", "MUN=127", "SUSTITUYE=SI"});
         OGRLayer* capa =
             Capa(*datos, "parcelas", {{"poligono", OFTInteger}, {"parcela", OFTInteger}});
         EXPECT_TRUE(Pon(*capa, {{"poligono", "3"}, {"parcela", "7"}}, kCuadro));
