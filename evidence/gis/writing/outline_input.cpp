@@ -197,6 +197,8 @@ void TomaPiezas(const OGRGeometry* geometria, const CRecintoEntrante& recinto,
         if (piezas.size() == 1 || !suyo.punto)
             continue;
         const OGRPoint punto = EnMetros(*suyo.punto);
+        const CPLErrorStateBackuper estado; // of one that isn't valid GEOS complains
+        const CPLErrorHandlerPusher callado(CPLQuietErrorHandler);
         if (pieza->Contains(&punto) == FALSE)
             suyo.punto.reset();
     }

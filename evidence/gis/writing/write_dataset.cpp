@@ -69,10 +69,13 @@ bool CMunicipioNuevo::Termina()
         return m_escrito;
     m_terminado = true;
     m_escrito = SinExcepciones(false, [this] {
-        const bool bien = !m_rechazado && Graba();
+        const bool aMedias = !m_rechazado && !m_fin.Llego();
+        const bool bien = !m_rechazado && !aMedias && Graba();
         m_noticias.Dice();
         if (!bien)
-            Falla("No se ha escrito ningún dibujo"_ansi);
+            Falla(aMedias ? "No se ha escrito ningún dibujo: lo que había que escribir se quedó a "
+                            "medias"_ansi
+                          : "No se ha escrito ningún dibujo"_ansi);
         return bien;
     });
     return m_escrito;
@@ -132,7 +135,26 @@ OGRLayer* CMunicipioNuevo::CreaCapa(const char* nombre, const OGRSpatialReferenc
 
 bool CMunicipioNuevo::Sabe(const char* capacidad) const
 {
-    return EQUAL(capacidad, ODsCCreateLayer) || EQUAL(capacidad, ODsCCurveGeometries);
+    return EQUAL(capacidad, ODsCCreateLayer) || EQUAL(capacidad, ODsCCurveGeometries) ||
+           EQUAL(capacidad, ODsCTransactions);
+}
+
+OGRErr CMunicipioNuevo::StartTransaction(int /*forzar*/)
+{
+    m_fin.Empieza();
+    return OGRERR_NONE;
+}
+
+OGRErr CMunicipioNuevo::CommitTransaction()
+{
+    m_fin.Acaba();
+    return OGRERR_NONE;
+}
+
+OGRErr CMunicipioNuevo::RollbackTransaction()
+{
+    m_fin.Deshace();
+    return OGRERR_NONE;
 }
 
 bool CMunicipioNuevo::Toma(const char* capa, const OGRFeature& elemento)

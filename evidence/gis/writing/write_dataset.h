@@ -9,6 +9,7 @@
 #include "evidence/gis/writing/drawing_maker.h"
 #include "evidence/gis/writing/drawn_list.h"
 #include "evidence/gis/writing/read_only_fields.h"
+#include "evidence/gis/writing/source_end.h"
 
 /// A municipality in the making, or one that is there and changes: its layers take outlines and
 /// entities, and the drawings are made of them when it is closed. Nothing is written where one of
@@ -22,6 +23,12 @@ public:
     CMunicipioNuevo(const CMunicipioNuevo&) = delete;
     CMunicipioNuevo& operator=(const CMunicipioNuevo&) = delete;
     ~CMunicipioNuevo() override;
+
+    // All is written together at the end: one that is rolled back, or not committed, lets nothing
+    // be written, whatever others were.
+    OGRErr StartTransaction(int forzar) override;
+    OGRErr CommitTransaction() override;
+    OGRErr RollbackTransaction() override;
 
 private:
     CMunicipioNuevo(const char* lista, CSLConstList opciones);
@@ -54,6 +61,7 @@ private:
 
     CString m_lista;
     CPLStringList m_opciones;
+    CFinDelOrigen m_fin;
     CNoticias m_noticias;
     CModoDibujo m_modo;
     double m_tolerancia = 0; // of arcs, in metres

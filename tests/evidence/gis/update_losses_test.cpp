@@ -46,3 +46,60 @@ TEST_F(Update, LeavesDrawingsAloneThatTheListDoesntHave)
     EXPECT_EQ(dicho.find("fallo: "), std::string::npos) << dicho;
     EXPECT_EQ(Parcelas().size(), 4U);
 }
+
+TEST_F(Update, WritesNothingWhereItsSourceBreaksOff)
+{
+    const auto falla = [] { CPLError(CE_Failure, CPLE_FileIO, "no se lee más"); };
+    const struct {
+        const char* motivo;
+        std::function<void(GDALDataset&)> alFinal;
+        bool escribe;
+    } casos[] = {
+        {"all went well", nullptr, true},
+        {"a failure behind the last feature", [&](GDALDataset&) { falla(); }, false},
+        {"one that nobody looked at any longer",
+         [&](GDALDataset&) {
+             falla();
+             CPLErrorReset();
+         },
+         true},
+        {"all in a transaction",
+         [](GDALDataset& datos) {
+             datos.StartTransaction();
+             datos.CommitTransaction();
+         },
+         true},
+        {"a failure before the end of one",
+         [&](GDALDataset& datos) {
+             datos.StartTransaction();
+             falla();
+             datos.CommitTransaction();
+         },
+         false},
+        {"a transaction that nobody ended", [](GDALDataset& datos) { datos.StartTransaction(); },
+         false},
+        {"the second one rolled back",
+         [](GDALDataset& datos) {
+             datos.StartTransaction();
+             datos.CommitTransaction();
+             datos.StartTransaction();
+             datos.RollbackTransaction();
+         },
+         false},
+    };
+    CElementos todas = Elementos("parcelas");
+    todas.resize(2);
+    for (const auto& caso : casos) {
+        SCOPED_TRACE(caso.motivo);
+        PonComoEstaba();
+        falla(); // of something else, before
+        alFinal = caso.alFinal;
+        Escribe({{"parcelas", todas}});
+        EXPECT_EQ(Cambiados(), caso.escribe ? (Lineas{"1.BIN", "1.PAR"}) : Lineas());
+        EXPECT_EQ(
+            dicho.ends_with("fallo: No se ha escrito ningún dibujo: lo que había que escribir "
+                            "se quedó a medias\n"),
+            !caso.escribe)
+            << dicho;
+    }
+}
