@@ -90,7 +90,7 @@ std::optional<ClaseEntidad> ClaseDeEntidad(const std::string& nombre)
 }
 
 bool TomaEntidad(ClaseEntidad clase, const OGRFeature& elemento,
-                 std::vector<CEntidadEntrante>& entidades, CString& motivo)
+                 std::vector<CEntidadEntrante>& entidades)
 {
     CCamposElemento campos(elemento);
     CEntidadEntrante suya;
@@ -111,7 +111,8 @@ bool TomaEntidad(ClaseEntidad clase, const OGRFeature& elemento,
         falta = suya.EsLinea() ? "su geometría no es una línea"_ansi
                                : "su geometría no es un punto"_ansi;
     if (!falta.IsEmpty()) {
-        motivo = suya.nombre + ": " + falta;
+        suya.rechazo = suya.nombre + ": " + falta;
+        entidades.push_back(suya);
         return false;
     }
     if (piezas.empty())

@@ -25,10 +25,10 @@ struct CEntidadEntrante {
     std::optional<int> posicion;       ///< that it had in its drawing, from 1
     std::optional<std::string> deCapa; ///< layer of the outline that it names or bounds
     vexageo::CTexto<int> entidad;      ///< of any kind
+    CString rechazo; ///< why its feature was refused, with its name; empty where it wasn't
 };
 
 /// Takes the entities of a feature, one for each of its pieces.
-/// \param[out] motivo  why it was refused, with the feature's name
-/// \return false where it was refused
+/// \return false where it was refused; what was taken is then what is known of it
 bool TomaEntidad(ClaseEntidad clase, const OGRFeature& elemento,
-                 std::vector<CEntidadEntrante>& entidades, CString& motivo);
+                 std::vector<CEntidadEntrante>& entidades);

@@ -61,6 +61,14 @@ bool CEntidadesLibres::VieneDeRecinto(const CEntidadEntrante& suya) const
 bool CEntidadesLibres::PonUna(const CEntidadEntrante& suya)
 {
     const CTexto<int>* antes = LaDeAntes(suya);
+    if (!suya.rechazo.IsEmpty()) {
+        m_noticias.Advierte("elementos rechazados",
+                            (antes == nullptr ? "Se deja fuera " : "Se deja como estaba ") +
+                                suya.rechazo);
+        if (antes != nullptr)
+            m_vistas.insert(*suya.posicion);
+        return true;
+    }
     if (antes == nullptr)
         return VieneDeRecinto(suya) || Añade(suya, nullptr);
     m_vistas.insert(*suya.posicion);

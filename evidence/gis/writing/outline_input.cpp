@@ -139,9 +139,8 @@ CString FaltaDe(const CRecintoEntrante& recinto, const CCamposElemento& campos)
     return {};
 }
 
-/// What the fields say of an outline. False, with the reason, where they don't say enough.
-bool LeeCampos(ClaseTopologia clase, const OGRFeature& elemento, CRecintoEntrante& recinto,
-               CString& motivo)
+/// What the fields say of an outline. It is refused where they don't say enough.
+void LeeCampos(ClaseTopologia clase, const OGRFeature& elemento, CRecintoEntrante& recinto)
 {
     CCamposElemento campos(elemento);
     recinto.clase = clase;
@@ -161,12 +160,11 @@ bool LeeCampos(ClaseTopologia clase, const OGRFeature& elemento, CRecintoEntrant
     PonRotulo(hoja, campos.Hay(capa::kRotulo), recinto);
     recinto.nombre = NombreDe(clase, elemento, recinto);
     if (const CString falta = FaltaDe(recinto, campos); !falta.IsEmpty())
-        motivo = recinto.nombre + ": " + falta;
+        recinto.rechazo = recinto.nombre + ": " + falta;
     const std::optional<double> x = campos.Real(capa::kX);
     const std::optional<double> y = campos.Real(capa::kY);
     if (x && y && std::fabs(*x) < kMayorCoordenada && std::fabs(*y) < kMayorCoordenada)
         recinto.punto = EnUnidades(*x, *y);
-    return motivo.IsEmpty();
 }
 
 CAnilloFino AnilloDe(const OGRLinearRing& curva)
@@ -291,28 +289,32 @@ CString MotivoDeLugar(const OGRGeometry& geometria)
 }
 
 bool TomaElemento(ClaseTopologia clase, const OGRFeature& elemento, double tolerancia,
-                  std::vector<CRecintoEntrante>& recintos, CString& motivo)
+                  std::vector<CRecintoEntrante>& recintos)
 {
     CRecintoEntrante recinto;
-    if (!LeeCampos(clase, elemento, recinto, motivo))
-        return false;
+    LeeCampos(clase, elemento, recinto);
     std::unique_ptr<OGRGeometry> sinArcos;
     const OGRGeometry* geometria = elemento.GetGeometryRef();
     const bool hayArcos = geometria != nullptr && geometria->hasCurveGeometry(TRUE) != 0;
-    if (hayArcos && tolerancia <= 0) {
-        motivo =
-            recinto.nombre + " tiene arcos: hace falta la opción TOLERANCIA_ARCOS, en metros"_ansi;
-        return false;
-    }
-    if (geometria != nullptr && geometria->hasCurveGeometry(FALSE) != 0) {
+    CString falta;
+    if (hayArcos && tolerancia <= 0)
+        falta = " tiene arcos: hace falta la opción TOLERANCIA_ARCOS, en metros"_ansi;
+    else if (geometria != nullptr && geometria->hasCurveGeometry(FALSE) != 0) {
         sinArcos = SinArcos(*geometria, tolerancia);
         geometria = sinArcos.get();
     }
-    if (const CString porque = MotivoDe(geometria); !porque.IsEmpty()) {
-        motivo = recinto.nombre + ": " + porque;
-        return false;
+    if (falta.IsEmpty())
+        if (const CString porque = MotivoDe(geometria); !porque.IsEmpty())
+            falta = ": " + porque;
+    if (!falta.IsEmpty()) {
+        geometria = nullptr;
+        if (recinto.rechazo.IsEmpty())
+            recinto.rechazo = recinto.nombre + falta;
     }
-    recinto.defecto = DefectoDe(geometria);
+    if (!recinto.rechazo.IsEmpty())
+        recinto.contradiccion = CString(); // nobody is to settle it
+    else
+        recinto.defecto = DefectoDe(geometria);
     TomaPiezas(geometria, recinto, recintos);
-    return true;
+    return recinto.rechazo.IsEmpty();
 }

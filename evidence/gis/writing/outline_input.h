@@ -43,6 +43,7 @@ struct CRecintoEntrante {
     CString contradiccion;             ///< where the two differ: what each says
 
     CString defecto; ///< why its boundary can't be drawn; empty where it can
+    CString rechazo; ///< why its feature was refused, with its name; empty where it wasn't
 };
 
 /// Tells why coordinates with this reference are none of a drawing: degrees, feet. Empty where they
@@ -56,7 +57,6 @@ CString MotivoDeLugar(const OGRGeometry& geometria);
 
 /// Takes the outlines of a feature, one for each of its pieces.
 /// \param tolerancia  metres that a chord may be off its arc; 0 refuses arcs
-/// \param[out] motivo  why it was refused, with the feature's name
-/// \return false where it was refused
+/// \return false where it was refused; what was taken is then what is known of it
 bool TomaElemento(ClaseTopologia clase, const OGRFeature& elemento, double tolerancia,
-                  std::vector<CRecintoEntrante>& recintos, CString& motivo);
+                  std::vector<CRecintoEntrante>& recintos);

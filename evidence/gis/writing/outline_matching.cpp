@@ -153,6 +153,23 @@ public:
                      false);
     }
 
+    /// Of what was refused the rest by the numbers of their records, where these are one record's
+    /// alone: what they would change is to stay.
+    void PorNumero(const std::vector<CRecintoEntrante>& recintos)
+    {
+        std::map<int, std::vector<std::size_t>> porNumero;
+        for (std::size_t i = 0; i < m_registros.size(); ++i)
+            porNumero[m_registros[i].dibujado.numero].push_back(i);
+        for (std::size_t k = 0; k < recintos.size(); ++k) {
+            const auto suyos = m_parejas[k].antes != nullptr || recintos[k].rechazo.IsEmpty()
+                                   ? porNumero.end()
+                                   : porNumero.find(recintos[k].numero.value_or(-1));
+            if (suyos != porNumero.end() && suyos->second.size() == 1 &&
+                !m_cogidos[suyos->second.front()])
+                Toma(k, static_cast<int>(suyos->second.front()), false);
+        }
+    }
+
 private:
     static bool Vale(const CRecintoEntrante& recinto, const CRecintoDibujado& antes, int rigor)
     {
@@ -201,5 +218,6 @@ Empareja(std::vector<CRecintoEntrante>& recintos,
         resueltos[k] = resuelve(recintos[k], reparto.Parejas()[k]);
     if (!registros.empty())
         reparto.PorRotulo(recintos, resueltos);
+    reparto.PorNumero(recintos);
     return reparto.Parejas();
 }

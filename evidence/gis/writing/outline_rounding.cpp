@@ -30,11 +30,16 @@ bool CRedondeo::Redondea()
 /// Refuses what can't be drawn, unless it is there already.
 void CRedondeo::RechazaDefectos()
 {
-    for (CRedondo& redondo : m_redondos)
-        if (!redondo.pareja.mismoContorno && !redondo.recinto.defecto.IsEmpty()) {
-            redondo.recinto.anillos.clear();
-            Rechaza(redondo, redondo.recinto.nombre + ": " + redondo.recinto.defecto);
-        }
+    for (CRedondo& redondo : m_redondos) {
+        CRecintoEntrante& recinto = redondo.recinto;
+        CString motivo = recinto.rechazo;
+        if (motivo.IsEmpty() && !redondo.pareja.mismoContorno && !recinto.defecto.IsEmpty())
+            motivo = recinto.nombre + ": " + recinto.defecto;
+        if (motivo.IsEmpty())
+            continue;
+        recinto.anillos.clear();
+        Rechaza(redondo, motivo);
+    }
     std::erase_if(m_redondos, [](const CRedondo& redondo) {
         return !redondo.pareja.mismoContorno && redondo.recinto.anillos.empty();
     });

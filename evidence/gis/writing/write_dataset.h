@@ -31,6 +31,8 @@ public:
     OGRErr RollbackTransaction() override;
 
 private:
+    static constexpr const char* kRechazados = "elementos rechazados"; // in the tidings
+
     CMunicipioNuevo(const char* lista, CSLConstList opciones);
 
     bool Sabe(const char* capacidad) const override;
@@ -39,6 +41,10 @@ private:
     bool Termina() override;
     /// Takes a feature of one of its layers. False, which was told, where it is refused.
     bool Toma(const char* capa, const OGRFeature& elemento);
+    /// Tells that the features from a place on were refused, and gives whether to go on: then they
+    /// stay, and are told, where the drawing that is there may have them.
+    template <class T>
+    bool SeSalta(std::vector<T>& tomados, std::size_t desde);
     bool RechazaCapa(const CString& motivo);
     bool SiNo(const char* opcion) const;
     CPedidoDibujo PedidoDe(const CString& nombre,
@@ -48,6 +54,10 @@ private:
     /// source doesn't name. False, which was told, where the option for it names a wrong one.
     bool PideVacios(const CListaDibujada& lista, const std::set<CString>& nombradas,
                     std::vector<CPedidoDibujo>& pedidos);
+    /// Leaves out what was refused, and tells it, but for what `vale`.
+    template <class F>
+    void DejaFuera(std::vector<CRecintoEntrante>& recintos,
+                   std::vector<CEntidadEntrante>& entidades, F vale);
     bool HayQueQuitar(const CString& entrada) const;
     bool Graba(); ///< false, which was told, where nothing is to be written
     // They make a drawing, and give false where something was refused, which was told.

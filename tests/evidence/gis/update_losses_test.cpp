@@ -103,3 +103,89 @@ TEST_F(Update, WritesNothingWhereItsSourceBreaksOff)
             << dicho;
     }
 }
+
+TEST_F(Update, KeepsWhatIsThereOfWhatIsLeftOut)
+{
+    using CEdita = std::function<void(CElemento&)>;
+    const auto pon = [](const char* campo, const char* valor) -> CEdita {
+        return [=](CElemento& una) { una[campo] = valor; };
+    };
+    const struct {
+        const char* motivo;
+        CEdita edita; ///< parcel 9
+        const char* porque;
+    } casos[] = {
+        {"letters of another alphabet", pon("rotulo", "9Ω"), "lleva letras"},
+        {"the same, of one known by its rings",
+         [](CElemento& una) {
+             una["rotulo"] = "9Ω";
+             una.erase("parcela");
+             una.erase("numero");
+         },
+         "lleva letras"},
+        {"the same, of one known by its record's number",
+         [](CElemento& una) {
+             una["rotulo"] = "9Ω";
+             una.erase("parcela");
+             una["wkt"] = kCuadro;
+         },
+         "lleva letras"},
+        {"arcs", pon("wkt", "CURVEPOLYGON (CIRCULARSTRING (50 50,55 55,60 50,55 45,50 50))"),
+         "tiene arcos"},
+        {"too far", pon("wkt", "POLYGON ((0 0,30000000 0,0 10,0 0))"), "no caben"},
+        {"no surface", pon("wkt", "LINESTRING (0 0,1 1)"), "no es un recinto"},
+        {"half a number", pon("parcela", "9.5"), "no es un número entero"},
+    };
+    for (const auto& caso : casos) {
+        SCOPED_TRACE(caso.motivo);
+        PonComoEstaba();
+        CElementos todas = Elementos("parcelas");
+        Parcela(todas, "8")["wkt"] = "POLYGON ((10 0,20 0,20 5,10 5,10 0))";
+        caso.edita(Parcela(todas, "9"));
+        // New ones have nothing that could stay.
+        todas.push_back({{"poligono", "1"}, {"parcela", "20"}, {"wkt", "POINT (1 1)"}});
+        todas.push_back({{"poligono", "5"}, {"parcela", "21"}, {"wkt", "POINT (1 1)"}});
+        Escribe({{"parcelas", todas}}, {"INVALIDOS=SI"});
+        EXPECT_NE(dicho.find("aviso: Se deja como estaba la parcela"), std::string::npos) << dicho;
+        EXPECT_NE(dicho.find(caso.porque), std::string::npos) << dicho;
+        for (const char* nueva : {"20 del polígono 001", "21 del polígono 005"})
+            EXPECT_NE(dicho.find(std::string("aviso: Se deja fuera la parcela ") + nueva),
+                      std::string::npos)
+                << dicho;
+        EXPECT_EQ(Cambiados(), (Lineas{"1.BIN", "1.PAR"}));
+        Lineas parcelas = Parcelas();
+        parcelas.resize(4);
+        EXPECT_EQ(parcelas, (Lineas{"1|7|100|1", "1|8|50|2", "1|9|100|3", "1|-|9|4"}));
+        PonComoEstaba();
+        Escribe({{"parcelas", todas}});
+        EXPECT_NE(dicho.find("fallo: "), std::string::npos);
+        EXPECT_EQ(Cambiados(), Lineas());
+    }
+}
+
+TEST_F(Update, KeepsTextsAndLinesOfWhatIsLeftOut)
+{
+    const struct {
+        const char* capa;
+        const char* campo;
+        const char* valor;
+        const char* porque;
+    } casos[] = {
+        {"rotulos", "texto", "Camino Ω", "lleva letras"},
+        {"rotulos", "wkt", "LINESTRING (0 0,1 1)", "no es un punto"},
+        {"lineas", "wkt", "POINT (1 1)", "no es una línea"},
+    };
+    for (const auto& caso : casos) {
+        SCOPED_TRACE(caso.valor);
+        CElementos todas = Elementos(caso.capa);
+        todas.back()[caso.campo] = caso.valor;
+        Escribe({{caso.capa, todas}}, {"INVALIDOS=SI"});
+        EXPECT_TRUE(dicho.starts_with("aviso: Se deja como estaba ")) << dicho;
+        EXPECT_NE(dicho.find(caso.porque), std::string::npos) << dicho;
+        EXPECT_EQ(Cambiados(), Lineas());
+        PonComoEstaba();
+        Escribe({{caso.capa, todas}});
+        EXPECT_NE(dicho.find("fallo: "), std::string::npos) << dicho;
+        EXPECT_EQ(Cambiados(), Lineas());
+    }
+}
