@@ -16,7 +16,7 @@ struct CModoDibujo {
     CNoticias* noticias = nullptr;
 };
 
-/// The layers that a source has. Of those that it hasn't a drawing keeps what it has.
+/// Layers that come. Of those that don't a drawing keeps what it has.
 struct CCapasTraidas {
     bool Hay(ClaseTopologia clase) const { return recintos.contains(clase); }
     bool Hay(ClaseEntidad clase) const { return entidades.contains(clase); }
@@ -29,7 +29,8 @@ struct CCapasTraidas {
 struct CPedidoDibujo {
     CString nombre;                         ///< of the drawing, for messages
     std::span<const ClaseTopologia> clases; ///< its topologies
-    CCapasTraidas traidas;
+    CCapasTraidas delOrigen;                ///< the layers that the source has
+    CCapasTraidas traidas;                  ///< those that this drawing gets anew
     std::vector<CRecintoEntrante> recintos;
     std::vector<CEntidadEntrante> entidades;
 };

@@ -40,7 +40,7 @@ using CPorNumero = std::map<int, std::set<CString>>;
 
 /// Settles the name for one of the source. False, which was told, where it can't.
 bool Situa(const CModoDibujo& modo, const CPorNumero& porNumero, const CString& nombre,
-           CDePoligono& de, std::vector<CString>& dejadas)
+           CDePoligono& de)
 {
     if (!de.poligono || (de.nombrada && LeeEntero(de.entrada) == *de.poligono))
         return true;
@@ -59,7 +59,6 @@ bool Situa(const CModoDibujo& modo, const CPorNumero& porNumero, const CString& 
         modo.noticias->Advierte(kClase, frase + (numeros ? ": vale poligono" : ": vale entrada"));
         if (!numeros)
             return true;
-        dejadas.push_back(de.entrada);
     }
     const auto suyas = porNumero.find(*de.poligono);
     if (suyas != porNumero.end() && suyas->second.size() > 1) {
@@ -144,7 +143,7 @@ void CListaDibujada::PonComoEnLaLista(CDePoligono& de) const
 
 bool CListaDibujada::SituaEntradas(const CModoDibujo& modo, std::vector<CRecintoEntrante>& recintos,
                                    std::vector<CEntidadEntrante>& entidades,
-                                   std::vector<CString>& dejadas) const
+                                   std::map<CString, CCapasTraidas>& dejadas) const
 {
     CPorNumero porNumero;
     for (const CString& entrada : m_entradas)
@@ -161,10 +160,16 @@ bool CListaDibujada::SituaEntradas(const CModoDibujo& modo, std::vector<CRecinto
     for (CEntidadEntrante& entidad : entidades)
         apunta(entidad.de);
     bool bien = true;
+    const auto situa = [&](auto& suyo, auto clases, auto clase) {
+        const CString era = suyo.de.entrada;
+        bien = Situa(modo, porNumero, suyo.nombre, suyo.de) && bien;
+        if (suyo.de.nombrada && suyo.de.entrada != era)
+            (dejadas[era].*clases).insert(clase);
+    };
     for (CRecintoEntrante& recinto : recintos)
-        bien = Situa(modo, porNumero, recinto.nombre, recinto.de, dejadas) && bien;
+        situa(recinto, &CCapasTraidas::recintos, recinto.clase);
     for (CEntidadEntrante& entidad : entidades)
-        bien = Situa(modo, porNumero, entidad.nombre, entidad.de, dejadas) && bien;
+        situa(entidad, &CCapasTraidas::entidades, entidad.Clase());
     return bien;
 }
 

@@ -33,11 +33,12 @@ public:
 
     /// Gives each outline and entity the name of its polygon's files: of one that tells its number
     /// alone, the name that the list, or another of them, has for it. What contradicts itself is
-    /// settled as the mode says, or told. The names that don't count any longer go to `dejadas`.
+    /// settled as the mode says, or told. Where a name doesn't count any longer, `dejadas` gets it
+    /// with the layers of those that had it.
     /// \return false where something was told
     bool SituaEntradas(const CModoDibujo& modo, std::vector<CRecintoEntrante>& recintos,
                        std::vector<CEntidadEntrante>& entidades,
-                       std::vector<CString>& dejadas) const;
+                       std::map<CString, CCapasTraidas>& dejadas) const;
 
     /// Writes the list with these polygons as well, if that changes it. Raises CFileException.
     void Graba(const std::vector<CString>& entradas, CConjuntoSalidas& salidas) const;

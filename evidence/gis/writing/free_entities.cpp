@@ -53,9 +53,9 @@ bool CEntidadesLibres::VieneDeRecinto(const CEntidadEntrante& suya) const
     if (!suya.deCapa)
         return false;
     if (suya.EsLinea())
-        return !m_pedido.traidas.recintos.empty();
+        return !m_pedido.delOrigen.recintos.empty();
     const std::optional<ClaseTopologia> clase = ClaseDeCapa(*suya.deCapa);
-    return clase && m_pedido.traidas.Hay(*clase);
+    return clase && m_pedido.delOrigen.Hay(*clase);
 }
 
 bool CEntidadesLibres::PonUna(const CEntidadEntrante& suya)

@@ -50,15 +50,19 @@ private:
     CPedidoDibujo PedidoDe(const CString& nombre,
                            std::span<const ClaseTopologia> clases = kDePoligono) const;
     std::vector<CPedidoDibujo> Pedidos();
-    /// Appends those polygons of the list that become empty, and tells of the others that the
-    /// source doesn't name. False, which was told, where the option for it names a wrong one.
-    bool PideVacios(const CListaDibujada& lista, const std::set<CString>& nombradas,
-                    std::vector<CPedidoDibujo>& pedidos);
+    /// Has those polygons of the list become empty that the option names, and tells of the others
+    /// that the source doesn't name, or has no outlines of in one of its layers. False, which was
+    /// told, where the option names a wrong one.
+    bool PideVacios(const CListaDibujada& lista, std::vector<CPedidoDibujo>& pedidos);
+    /// The polygons of the list that the option names; none, which was told, where that can't be.
+    std::optional<std::set<CString>> Vacios(const CListaDibujada& lista,
+                                            const std::vector<CPedidoDibujo>& pedidos) const;
+    std::vector<ClaseTopologia> SinTraer(const CString& entrada,
+                                         const CCapasTraidas& traidas) const;
     /// Leaves out what was refused, and tells it, but for what `vale`.
     template <class F>
     void DejaFuera(std::vector<CRecintoEntrante>& recintos,
                    std::vector<CEntidadEntrante>& entidades, F vale);
-    bool HayQueQuitar(const CString& entrada) const;
     bool Graba(); ///< false, which was told, where nothing is to be written
     // They make a drawing, and give false where something was refused, which was told.
     bool GrabaPoligono(const CString& base, bool estaba, CPedidoDibujo pedido,

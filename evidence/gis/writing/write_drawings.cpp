@@ -24,6 +24,26 @@ bool EsDeHojas(const CEntidadEntrante& entidad)
     return entidad.de.entrada.IsEmpty();
 }
 
+// A layer of a drawing that is there changes where something of it comes.
+void Pon(CRecintoEntrante recinto, CPedidoDibujo& pedido)
+{
+    pedido.traidas.recintos.insert(recinto.clase);
+    pedido.recintos.push_back(std::move(recinto));
+}
+void Pon(CEntidadEntrante entidad, CPedidoDibujo& pedido)
+{
+    pedido.traidas.entidades.insert(entidad.Clase());
+    pedido.entidades.push_back(std::move(entidad));
+}
+
+/// The request for a drawing; null for none.
+template <class T>
+auto PedidoCon(const CString& nombre, T& pedidos) -> decltype(pedidos.data())
+{
+    const auto suyo = std::ranges::find(pedidos, nombre, &CPedidoDibujo::nombre);
+    return suyo == pedidos.end() ? nullptr : &*suyo;
+}
+
 bool EstaEnDisco(const CString& nombre)
 {
     CFile fichero;
@@ -54,9 +74,9 @@ CPedidoDibujo CMunicipioNuevo::PedidoDe(const CString& nombre,
     pedido.nombre = nombre;
     for (const ClaseTopologia clase : clases)
         if (m_traidas.Hay(clase))
-            pedido.traidas.recintos.insert(clase);
+            pedido.delOrigen.recintos.insert(clase);
     pedido.clases = clases;
-    pedido.traidas.entidades = m_traidas.entidades;
+    pedido.delOrigen.entidades = m_traidas.entidades;
     return pedido;
 }
 
@@ -72,57 +92,92 @@ std::vector<CPedidoDibujo> CMunicipioNuevo::Pedidos()
         return pedidos[lugar->second];
     };
     for (CRecintoEntrante& recinto : m_recintos)
-        if (!EsDeHojas(recinto))
-            suyo(recinto.de.entrada).recintos.push_back(std::move(recinto));
+        if (!EsDeHojas(recinto)) {
+            CPedidoDibujo& pedido = suyo(recinto.de.entrada);
+            Pon(std::move(recinto), pedido);
+        }
     for (CEntidadEntrante& entidad : m_entidades)
-        if (!EsDeHojas(entidad))
-            suyo(entidad.de.entrada).entidades.push_back(std::move(entidad));
+        if (!EsDeHojas(entidad)) {
+            CPedidoDibujo& pedido = suyo(entidad.de.entrada);
+            Pon(std::move(entidad), pedido);
+        }
     return pedidos;
 }
 
-/// Tells whether a polygon has outlines of a layer that the source has.
-bool CMunicipioNuevo::HayQueQuitar(const CString& entrada) const
+/// The layers that the source has of other polygons, and of which this one has outlines that don't
+/// come.
+std::vector<ClaseTopologia> CMunicipioNuevo::SinTraer(const CString& entrada,
+                                                      const CCapasTraidas& traidas) const
 {
     const CString base = CCadena(m_lista).DamePath() + entrada;
-    return std::ranges::any_of(kDePoligono, [&](ClaseTopologia clase) {
+    std::vector<ClaseTopologia> sinTraer;
+    for (const ClaseTopologia clase : kDePoligono) {
         CFile fichero;
-        return m_traidas.Hay(clase) &&
-               AbreSiHay(fichero, ConExtension(base, ExtensionDe(clase)), CFile::anyCase) &&
-               fichero.GetLength() > 0;
-    });
+        if (m_traidas.Hay(clase) && !traidas.Hay(clase) &&
+            AbreSiHay(fichero, ConExtension(base, ExtensionDe(clase)), CFile::anyCase) &&
+            fichero.GetLength() > 0)
+            sinTraer.push_back(clase);
+    }
+    return sinTraer;
 }
 
-/// A polygon all of whose outlines were deleted and one that the source never had look alike.
-bool CMunicipioNuevo::PideVacios(const CListaDibujada& lista, const std::set<CString>& nombradas,
-                                 std::vector<CPedidoDibujo>& pedidos)
+std::optional<std::set<CString>>
+CMunicipioNuevo::Vacios(const CListaDibujada& lista,
+                        const std::vector<CPedidoDibujo>& pedidos) const
 {
-    const char* vacia = m_opciones.FetchNameValueDef(opcion::kVacia, "");
-    const bool todos = EQUAL(vacia, opcion::kTodos);
-    const CPLStringList dichos(
-        CSLTokenizeString2(todos ? "" : vacia, ",", CSLT_STRIPLEADSPACES | CSLT_STRIPENDSPACES));
     std::set<CString> vacios;
+    const char* vacia = m_opciones.FetchNameValueDef(opcion::kVacia, "");
+    if (EQUAL(vacia, opcion::kTodos))
+        return lista.Entradas();
+    const CPLStringList dichos(
+        CSLTokenizeString2(vacia, ",", CSLT_STRIPLEADSPACES | CSLT_STRIPENDSPACES));
     for (int i = 0; i < dichos.size(); ++i) {
         const CString* entrada = lista.PorVista(dichos[i]);
-        if (entrada == nullptr || nombradas.contains(*entrada)) {
+        const CPedidoDibujo* pedido = entrada == nullptr ? nullptr : PedidoCon(*entrada, pedidos);
+        if (entrada == nullptr ||
+            (pedido != nullptr && pedido->traidas.recintos == pedido->delOrigen.recintos)) {
             FallaCon(entrada == nullptr
                          ? "La opción VACIA nombra %s, que no está en la lista"_ansi
                          : "La opción VACIA nombra %s, y el origen trae recintos suyos"_ansi,
                      AnsiParaDecir(dichos[i]));
-            return false;
+            return std::nullopt;
         }
         vacios.insert(*entrada);
     }
+    return vacios;
+}
+
+/// A layer of a polygon all of whose outlines were deleted and one that the source never had look
+/// alike.
+bool CMunicipioNuevo::PideVacios(const CListaDibujada& lista, std::vector<CPedidoDibujo>& pedidos)
+{
+    const std::optional<std::set<CString>> vacios = Vacios(lista, pedidos);
+    if (!vacios)
+        return false;
     for (const CString& entrada : lista.Entradas()) {
-        if (nombradas.contains(entrada) || !HayQueQuitar(entrada))
-            continue;
-        const bool seVacia = todos || vacios.contains(entrada);
-        if (seVacia)
-            pedidos.push_back(PedidoDe(entrada));
-        m_noticias.Apunta(seVacia ? "polígonos que la opción VACIA deja sin los recintos que el "
+        CPedidoDibujo* pedido = PedidoCon(entrada, pedidos);
+        const std::vector<ClaseTopologia> sinTraer =
+            SinTraer(entrada, pedido == nullptr ? CCapasTraidas() : pedido->traidas);
+        const bool seVacia = vacios->contains(entrada);
+        if (pedido != nullptr) {
+            for (const ClaseTopologia clase : sinTraer)
+                m_noticias.Apunta(seVacia ? "capas que la opción VACIA deja sin recintos"_ansi
+                                          : "capas de las que el origen no trae ningún recinto de "
+                                            "un polígono y se quedan como están; la opción VACIA "
+                                            "las vacía"_ansi,
+                                  entrada + "." + ExtensionDe(clase));
+        } else if (!sinTraer.empty()) {
+            m_noticias.Apunta(seVacia
+                                  ? "polígonos que la opción VACIA deja sin los recintos que el "
                                     "origen podría traer"_ansi
                                   : "polígonos de la lista que el origen no nombra y se quedan "
                                     "como están; la opción VACIA los vacía"_ansi,
-                          entrada);
+                              entrada);
+            if (seVacia)
+                pedido = &pedidos.emplace_back(PedidoDe(entrada));
+        }
+        if (seVacia && pedido != nullptr)
+            pedido->traidas = pedido->delOrigen;
     }
     return true;
 }
@@ -142,7 +197,7 @@ bool CMunicipioNuevo::Graba()
     }
     if (lista.Estaba())
         m_leidos.Avisa(m_lista);
-    std::vector<CString> dejadas;
+    std::map<CString, CCapasTraidas> dejadas;
     bool bien = lista.SituaEntradas(m_modo, m_recintos, m_entidades, dejadas);
     DejaFuera(m_recintos, m_entidades,
               [&](const auto& suyo) { return EsDeHojas(suyo) || lista.Tiene(suyo.de.entrada); });
@@ -150,16 +205,19 @@ bool CMunicipioNuevo::Graba()
     bien = GrabaHojas(salidas) && bien;
     std::vector<CPedidoDibujo> pedidos = Pedidos();
     std::vector<CString> entradas;
-    std::set<CString> nombradas;
-    for (const CPedidoDibujo& pedido : pedidos) {
+    for (const CPedidoDibujo& pedido : pedidos)
         entradas.push_back(pedido.nombre);
-        nombradas.insert(pedido.nombre);
-    }
     // Where all outlines of a polygon went to another one, it was named all the same.
-    for (const CString& dejada : dejadas)
-        if (lista.Tiene(dejada) && nombradas.insert(dejada).second)
-            pedidos.push_back(PedidoDe(dejada));
-    bien = PideVacios(lista, nombradas, pedidos) && bien;
+    for (auto& [dejada, capas] : dejadas) {
+        if (!lista.Tiene(dejada))
+            continue;
+        CPedidoDibujo* pedido = PedidoCon(dejada, pedidos);
+        if (pedido == nullptr)
+            pedido = &pedidos.emplace_back(PedidoDe(dejada));
+        pedido->traidas.recintos.merge(capas.recintos);
+        pedido->traidas.entidades.merge(capas.entidades);
+    }
+    bien = PideVacios(lista, pedidos) && bien;
     for (CPedidoDibujo& pedido : pedidos) {
         const bool estaba = lista.Estaba() && lista.Tiene(pedido.nombre);
         const CString base = CCadena(m_lista).DamePath() + pedido.nombre;
@@ -222,10 +280,10 @@ bool CMunicipioNuevo::GrabaHojas(CConjuntoSalidas& salidas)
     CPedidoDibujo pedido = PedidoDe(nombre, kDeHojas);
     for (const CRecintoEntrante& recinto : m_recintos)
         if (EsDeHojas(recinto))
-            pedido.recintos.push_back(recinto);
+            Pon(recinto, pedido);
     for (const CEntidadEntrante& entidad : m_entidades)
         if (EsDeHojas(entidad))
-            pedido.entidades.push_back(entidad);
+            Pon(entidad, pedido);
     if (pedido.recintos.empty() && pedido.entidades.empty())
         return true;
     const CString base = carpeta + nombre;

@@ -189,3 +189,19 @@ TEST_F(Update, KeepsTextsAndLinesOfWhatIsLeftOut)
         EXPECT_EQ(Cambiados(), Lineas());
     }
 }
+
+TEST_F(Update, EmptiesNoLayerThatTheSourceHasOfOtherPolygonsAlone)
+{
+    const CElementos parcelas = Elementos("parcelas");
+    const std::string seQueda = "aviso: 2 capas de las que el origen no trae ningún recinto de un "
+                                "polígono y se quedan como están; la opción VACIA las vacía: "
+                                "1.SUB, 1.POL\n";
+    for (const char* textos : {"rotulos", "lineas"}) {
+        Escribe({{"parcelas", parcelas}, {"poligonos", {}}, {"subparcelas", {}}, {textos, {}}});
+        EXPECT_EQ(Cambiados(), Lineas());
+        EXPECT_EQ(dicho, seQueda);
+    }
+    Escribe({{"parcelas", parcelas}, {"subparcelas", {}}}, {"VACIA=1"});
+    EXPECT_EQ(Cambiados(), (Lineas{"1.BIN", "1.SUB"}));
+    EXPECT_EQ(dicho, "aviso: 1 capas que la opción VACIA deja sin recintos: 1.SUB\n");
+}

@@ -57,8 +57,10 @@ TEST_F(Update, EmptiesAPolygonThatTheSourceDoesntNameWhereAnOptionNamesIt)
         {"in each layer that the source has",
          {{"parcelas", parcelas}, {"subparcelas", {}}},
          {"VACIA=2", "SIMULA=NO"},
-         std::string("aviso: 1") + kSeVacian + "2",
-         {"1.BIN", "1.SUB", "2.BIN", "2.PAR", "2.SUB"}},
+         "aviso: 1 capas de las que el origen no trae ningún recinto de un polígono y se quedan "
+         "como están; la opción VACIA las vacía: 1.SUB\naviso: 1" +
+             std::string(kSeVacian) + "2",
+         {"2.BIN", "2.PAR", "2.SUB"}},
         {"all of it",
          {{"parcelas", {}}},
          {"VACIA=1,2"},
