@@ -1,8 +1,11 @@
 #include "evidence/gis/writing/source_fields.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <string_view>
+
+#include <cpl_string.h>
 
 #include "evidence/gis/names.h"
 #include "platform/ansi.h"
@@ -63,6 +66,18 @@ CString AnsiParaDecir(const char* utf8)
 {
     bool todas = false;
     return EnCodigo(utf8, todas);
+}
+
+std::optional<bool> SiONo(const char* texto)
+{
+    const CPLString dicho = CPLString(texto).Trim();
+    const auto es = [&](const char* forma) { return EQUAL(dicho.c_str(), forma); };
+    // What isn't ASCII has its two cases here.
+    constexpr const char* kSi[] = {"SI", "SÍ", "Sí", "S", "YES", "Y", "TRUE", "T", "ON", "1"};
+    constexpr const char* kNo[] = {"NO", "N", "FALSE", "F", "OFF", "0"};
+    if (std::ranges::any_of(kSi, es))
+        return true;
+    return std::ranges::any_of(kNo, es) ? std::optional(false) : std::nullopt;
 }
 
 bool SeVenIgual(const CString& a, const CString& b)
@@ -137,9 +152,13 @@ std::optional<bool> CCamposElemento::SiNo(const char* nombre)
     const int i = Puesto(nombre);
     if (i < 0 || EstaEnBlanco(m_elemento.GetFieldAsString(i)))
         return std::nullopt;
-    if (m_elemento.GetFieldDefnRef(i)->GetType() == OFTString)
-        return CPLTestBool(m_elemento.GetFieldAsString(i)); // "0", "false" and the like are no
-    return m_elemento.GetFieldAsInteger(i) != 0;
+    if (m_elemento.GetFieldDefnRef(i)->GetType() != OFTString)
+        return m_elemento.GetFieldAsInteger(i) != 0;
+    const char* texto = m_elemento.GetFieldAsString(i);
+    const std::optional<bool> dicho = SiONo(texto);
+    if (!dicho)
+        Anota("el campo %s no dice ni sí ni no: %s"_ansi, nombre, texto);
+    return dicho;
 }
 
 CString EntradaUsual(int poligono)

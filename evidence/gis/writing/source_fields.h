@@ -45,6 +45,9 @@ std::optional<CString> EnAnsi(const char* utf8);
 /// The same for a text that is only to be told: a letter that is lacking is a question mark.
 CString AnsiParaDecir(const char* utf8);
 
+/// The yes or no that a text says, blanks around it aside; none where it says neither clearly.
+std::optional<bool> SiONo(const char* texto);
+
 /// Tells whether two texts of drawings look alike to GDAL: a drawing may have letters in UTF-8, and
 /// they come back in the code page.
 bool SeVenIgual(const CString& a, const CString& b);

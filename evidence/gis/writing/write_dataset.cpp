@@ -20,6 +20,12 @@ GDALDataset* CMunicipioNuevo::Crea(const char* lista, int bandas, CSLConstList o
         Falla("La opción GANAN es NADIE, NUMEROS o ROTULOS"_ansi);
         return nullptr;
     }
+    for (const char* opcion :
+         {opcion::kPiezas, opcion::kInvalidos, opcion::kSustituye, opcion::kSimula})
+        if (!SiONo(CSLFetchNameValueDef(opciones, opcion, "NO"))) {
+            FallaCon("La opción %s es SI o NO"_ansi, opcion);
+            return nullptr;
+        }
     return new CMunicipioNuevo(lista, opciones); // NOLINT(cppcoreguidelines-owning-memory): GDAL's
 }
 
@@ -67,8 +73,7 @@ bool CMunicipioNuevo::Termina()
 
 bool CMunicipioNuevo::SiNo(const char* opcion) const
 {
-    const char* valor = m_opciones.FetchNameValueDef(opcion, "NO");
-    return EQUAL(valor, "SI") || CPLTestBool(valor);
+    return SiONo(m_opciones.FetchNameValueDef(opcion, "NO")).value_or(false);
 }
 
 /// A layer that can't be written: with INVALIDOS it is told and left out.

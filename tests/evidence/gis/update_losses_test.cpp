@@ -135,6 +135,7 @@ TEST_F(Update, KeepsWhatIsThereOfWhatIsLeftOut)
         {"too far", pon("wkt", "POLYGON ((0 0,30000000 0,0 10,0 0))"), "no caben"},
         {"no surface", pon("wkt", "LINESTRING (0 0,1 1)"), "no es un recinto"},
         {"half a number", pon("parcela", "9.5"), "no es un número entero"},
+        {"neither yes nor no", pon("borrado", "quizá"), "no dice ni sí ni no: quizá"},
     };
     for (const auto& caso : casos) {
         SCOPED_TRACE(caso.motivo);
@@ -173,7 +174,9 @@ TEST_F(Update, KeepsTextsAndLinesOfWhatIsLeftOut)
     } casos[] = {
         {"rotulos", "texto", "Camino Ω", "lleva letras"},
         {"rotulos", "wkt", "LINESTRING (0 0,1 1)", "no es un punto"},
+        {"rotulos", "borrado", "quizá", "no dice ni sí ni no"},
         {"lineas", "wkt", "POINT (1 1)", "no es una línea"},
+        {"lineas", "linde", "quizá", "no dice ni sí ni no"},
     };
     for (const auto& caso : casos) {
         SCOPED_TRACE(caso.valor);
@@ -204,4 +207,31 @@ TEST_F(Update, EmptiesNoLayerThatTheSourceHasOfOtherPolygonsAlone)
     Escribe({{"parcelas", parcelas}, {"subparcelas", {}}}, {"VACIA=1"});
     EXPECT_EQ(Cambiados(), (Lineas{"1.BIN", "1.SUB"}));
     EXPECT_EQ(dicho, "aviso: 1 capas que la opción VACIA deja sin recintos: 1.SUB\n");
+}
+
+TEST_F(Update, TakesAClearYesOrNoForAnOptionAlone)
+{
+    const struct {
+        const char* valor;
+        const char* sustituye; ///< "sí", "no", or refused
+    } casos[] = {
+        {"SI", "sí"},  {"sí", "sí"},   {" S ", "sí"},   {"yes", "sí"}, {"On", "sí"},
+        {"1", "sí"},   {"TRUE", "sí"}, {"NO", "no"},    {" NO", "no"}, {"N", "no"},
+        {"off", "no"}, {"0", "no"},    {"false", "no"}, {"", ""},      {"QUIZÁ", ""},
+    };
+    const CElementos parcelas = Elementos("parcelas");
+    for (const auto& caso : casos) {
+        SCOPED_TRACE(caso.valor);
+        PonComoEstaba();
+        dicho.clear();
+        const std::string opcion = std::string("SUSTITUYE=") + caso.valor;
+        if (*caso.sustituye == '\0') {
+            EXPECT_EQ(Crea({opcion.c_str(), "GER=45", "MUN=127"}), nullptr);
+            EXPECT_TRUE(dicho.ends_with("fallo: La opción SUSTITUYE es SI o NO\n")) << dicho;
+            EXPECT_EQ(Cambiados(), Lineas());
+            continue;
+        }
+        Escribe({{"parcelas", parcelas}}, {opcion.c_str(), "GER=45", "MUN=127"});
+        EXPECT_EQ(carpeta.Lee("1.SUB").empty(), caso.sustituye == std::string("sí")) << dicho;
+    }
 }
