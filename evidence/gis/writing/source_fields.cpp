@@ -115,6 +115,13 @@ std::optional<CString> CCamposElemento::Texto(const char* nombre)
     if (i < 0)
         return std::nullopt;
     const char* utf8 = m_elemento.GetFieldAsString(i);
+    const OGRFieldType tipo = m_elemento.GetFieldDefnRef(i)->GetType();
+    if (tipo == OFTDate || tipo == OFTTime || tipo == OFTDateTime) {
+        Anota("el campo %s es de fecha u hora y no de texto: %s. El origen se lee con los nombres "
+              "como texto, en GeoJSON con -oo DATE_AS_STRING=YES"_ansi,
+              nombre, utf8);
+        return std::nullopt;
+    }
     std::optional<CString> texto = EnAnsi(utf8);
     if (!texto)
         Anota("el campo %s lleva letras que un dibujo no puede llevar: %s"_ansi, nombre, utf8);

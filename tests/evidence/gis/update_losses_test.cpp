@@ -235,3 +235,19 @@ TEST_F(Update, TakesAClearYesOrNoForAnOptionAlone)
         EXPECT_EQ(carpeta.Lee("1.SUB").empty(), caso.sustituye == std::string("sí")) << dicho;
     }
 }
+
+TEST_F(Update, RefusesANameThatItsSourceTookForADate)
+{
+    for (const auto& [tipo, valor] :
+         {std::pair(OFTDate, "0629/01/01"), std::pair(OFTDateTime, "0629/01/01 00:00:00")}) {
+        dicho.clear();
+        {
+            const GDALDatasetUniquePtr datos = Crea({});
+            OGRLayer* capa = Capa(*datos, "hojas", {{"hoja", tipo}});
+            Pon(*capa, {{"hoja", valor}}, kCuadro);
+        }
+        EXPECT_NE(dicho.find("el campo hoja es de fecha u hora y no de texto"), std::string::npos)
+            << dicho;
+        EXPECT_EQ(carpeta.Cuantos(), 9);
+    }
+}
