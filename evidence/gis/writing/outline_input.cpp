@@ -134,8 +134,6 @@ CString FaltaDe(const CRecintoEntrante& recinto, const CCamposElemento& campos)
         return "lleva un número negativo"_ansi;
     if (recinto.Codigo().GetLength() > kCodigoMasLargo)
         return "el código es demasiado largo"_ansi;
-    if (std::string_view(recinto.de.entrada).find_first_of("/\\\r\n") != std::string_view::npos)
-        return "el nombre del polígono lleva una barra"_ansi;
     return {};
 }
 

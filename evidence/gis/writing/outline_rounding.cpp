@@ -16,6 +16,15 @@ constexpr const char* kHuecosPerdidos = "agujeros que desaparecen al redondear a
 constexpr const char* kRechazados = "recintos que no se pueden dibujar";
 constexpr const char* kEnNada = "se queda en nada al redondear a centímetros"_ansi;
 
+/// Tells whether a label would break the lines of an exchange file, and isn't there already.
+bool RompeLineas(const CRedondo& redondo)
+{
+    const std::optional<CString>& rotulo = redondo.recinto.rotulo;
+    return rotulo && TieneControles(*rotulo) &&
+           (redondo.pareja.antes == nullptr ||
+            !SeVenIgual(*rotulo, redondo.pareja.antes->dibujado.rotulo));
+}
+
 } // namespace
 
 bool CRedondeo::Redondea()
@@ -35,6 +44,9 @@ void CRedondeo::RechazaDefectos()
         CString motivo = recinto.rechazo;
         if (motivo.IsEmpty() && !redondo.pareja.mismoContorno && !recinto.defecto.IsEmpty())
             motivo = recinto.nombre + ": " + recinto.defecto;
+        else if (motivo.IsEmpty() && RompeLineas(redondo))
+            motivo = recinto.nombre +
+                     ": su rótulo lleva un salto de línea u otro carácter de control"_ansi;
         if (motivo.IsEmpty())
             continue;
         recinto.anillos.clear();

@@ -68,6 +68,13 @@ CString AnsiParaDecir(const char* utf8)
     return EnCodigo(utf8, todas);
 }
 
+bool TieneControles(std::string_view texto)
+{
+    constexpr unsigned char kPrimeraLetra = 0x20;
+    return std::ranges::any_of(
+        texto, [](char c) { return static_cast<unsigned char>(c) < kPrimeraLetra; });
+}
+
 std::optional<bool> SiONo(const char* texto)
 {
     const CPLString dicho = CPLString(texto).Trim();
@@ -99,8 +106,13 @@ void CCamposElemento::Anota(const char* forma, const char* campo, const char* ut
 
 CString CCamposElemento::FaltaDe(const CDePoligono& de, bool sinPoligono) const
 {
-    return m_falta.IsEmpty() && !sinPoligono && de.entrada.IsEmpty()
-               ? "no dice de qué polígono es: falta el campo poligono"_ansi
+    if (!m_falta.IsEmpty())
+        return m_falta;
+    if (de.entrada.IsEmpty())
+        return sinPoligono ? CString() : "no dice de qué polígono es: falta el campo poligono"_ansi;
+    const std::string_view entrada = de.entrada;
+    return TieneControles(entrada) || entrada.find_first_of("/\\") != std::string_view::npos
+               ? "el nombre del polígono lleva una barra o un carácter de control"_ansi
                : m_falta;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <string_view>
 
 #include <ogr_feature.h>
 
@@ -44,6 +45,10 @@ private:
 std::optional<CString> EnAnsi(const char* utf8);
 /// The same for a text that is only to be told: a letter that is lacking is a question mark.
 CString AnsiParaDecir(const char* utf8);
+
+/// Tells whether a text has line breaks or other control characters, which no line of an exchange
+/// file can hold.
+bool TieneControles(std::string_view texto);
 
 /// The yes or no that a text says, blanks around it aside; none where it says neither clearly.
 std::optional<bool> SiONo(const char* texto);

@@ -136,6 +136,12 @@ TEST_F(Update, KeepsWhatIsThereOfWhatIsLeftOut)
         {"no surface", pon("wkt", "LINESTRING (0 0,1 1)"), "no es un recinto"},
         {"half a number", pon("parcela", "9.5"), "no es un número entero"},
         {"neither yes nor no", pon("borrado", "quizá"), "no dice ni sí ni no: quizá"},
+        {"a broken label",
+         [](CElemento& una) {
+             una["rotulo"] = "9\n1";
+             una.erase("parcela");
+         },
+         "carácter de control"},
     };
     for (const auto& caso : casos) {
         SCOPED_TRACE(caso.motivo);
@@ -250,4 +256,34 @@ TEST_F(Update, RefusesANameThatItsSourceTookForADate)
             << dicho;
         EXPECT_EQ(carpeta.Cuantos(), 9);
     }
+}
+
+TEST_F(Update, RefusesANewNameThatBreaksALine)
+{
+    const struct {
+        const char* capa;
+        CElemento elemento;
+    } casos[] = {
+        {"hojas", {{"hoja", "0629-1\n"}}},
+        {"parcelas", {{"poligono", "1"}, {"rotulo", "7\x01"}}},
+        {"subparcelas", {{"poligono", "1"}, {"parcela", "7"}, {"letra", "b\r"}}},
+        {"rotulos", {{"entrada", "1\t"}, {"texto", "a"}, {"wkt", "POINT (1 1)"}}},
+        {"rotulos", {{"entrada", "../1"}, {"texto", "a"}, {"wkt", "POINT (1 1)"}}},
+    };
+    for (const auto& caso : casos) {
+        CElemento elemento = caso.elemento;
+        elemento.try_emplace("wkt", kCuadro);
+        Escribe({{caso.capa, {elemento}}});
+        EXPECT_NE(dicho.find("carácter de control"), std::string::npos) << dicho;
+        EXPECT_EQ(carpeta.Cuantos(), 9);
+        EXPECT_EQ(Cambiados(), Lineas());
+    }
+    // One that is in a drawing already stays.
+    CDibujoPrueba dibujo(carpeta);
+    dibujo.par = {{kParcela, 100, dibujo.Parcela("7\r", 100, 100), {dibujo.Cuadrado(0, 0, 10)}}};
+    dibujo.Graba();
+    const std::string era = carpeta.Lee("1.PAR") + carpeta.Lee("1.BIN");
+    Escribe({{"parcelas", Elementos("parcelas")}});
+    EXPECT_EQ(dicho, "");
+    EXPECT_EQ(carpeta.Lee("1.PAR") + carpeta.Lee("1.BIN"), era);
 }
