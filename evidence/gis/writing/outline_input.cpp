@@ -207,6 +207,21 @@ bool SinReferencia(const OGRSpatialReference* referencia)
            EQUAL(referencia->GetName(), "Undefined geographic SRS");
 }
 
+/// Looks for coordinates that are no numbers.
+class CBuscaNoNumeros final : public OGRDefaultConstGeometryVisitor {
+public:
+    using OGRDefaultConstGeometryVisitor::visit;
+    void visit(const OGRPoint* punto) override
+    {
+        // To GDAL one like that is an empty point.
+        m_hay = m_hay || !std::isfinite(punto->getX()) || !std::isfinite(punto->getY());
+    }
+    bool Hay() const { return m_hay; }
+
+private:
+    bool m_hay = false;
+};
+
 bool CabeEnGrados(const OGREnvelope& caja)
 {
     constexpr double kVuelta = 360;
@@ -275,6 +290,10 @@ CString MotivoDeReferencia(const OGRSpatialReference* referencia)
 
 CString MotivoDeLugar(const OGRGeometry& geometria)
 {
+    CBuscaNoNumeros noNumeros; // an envelope passes them over
+    geometria.accept(&noNumeros);
+    if (noNumeros.Hay())
+        return "sus coordenadas no son números"_ansi;
     OGREnvelope caja;
     geometria.getEnvelope(&caja);
     if (CString motivo = MotivoDeReferencia(geometria.getSpatialReference()); !motivo.IsEmpty())

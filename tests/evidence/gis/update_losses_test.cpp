@@ -1,5 +1,7 @@
 #include "tests/evidence/gis/update_in_tests.h"
 
+#include <limits>
+
 // What a source brings by mistake: no drawing loses anything by it.
 
 TEST_F(Update, LeavesDrawingsAloneThatTheListDoesntHave)
@@ -286,4 +288,39 @@ TEST_F(Update, RefusesANewNameThatBreaksALine)
     Escribe({{"parcelas", Elementos("parcelas")}});
     EXPECT_EQ(dicho, "");
     EXPECT_EQ(carpeta.Lee("1.PAR") + carpeta.Lee("1.BIN"), era);
+}
+
+TEST_F(Update, RefusesCoordinatesThatAreNoNumbers)
+{
+    constexpr double kNada = std::numeric_limits<double>::quiet_NaN();
+    OGRLinearRing anillo;
+    OGRLineString linea;
+    for (OGRSimpleCurve* curva :
+         {static_cast<OGRSimpleCurve*>(&anillo), static_cast<OGRSimpleCurve*>(&linea)})
+        for (const double x : {0.0, 10.0, kNada, 0.0})
+            curva->addPoint(x, x == 10.0 ? 10 : 0);
+    OGRPolygon recinto;
+    recinto.addRing(&anillo);
+    const OGRPoint punto(1, kNada);
+    for (const auto& [nombre, geometria] :
+         {std::pair<const char*, const OGRGeometry*>("parcelas", &recinto),
+          {"lineas", &linea},
+          {"rotulos", &punto}}) {
+        SCOPED_TRACE(nombre);
+        dicho.clear();
+        {
+            const GDALDatasetUniquePtr datos = Crea({});
+            OGRLayer* capa =
+                Capa(*datos, nombre,
+                     {{"poligono", OFTInteger}, {"parcela", OFTInteger}, {"texto", OFTString}});
+            OGRFeature elemento(capa->GetLayerDefn());
+            elemento.SetField("poligono", 1);
+            elemento.SetField("parcela", 30);
+            elemento.SetField("texto", "a");
+            elemento.SetGeometry(geometria);
+            EXPECT_NE(capa->CreateFeature(&elemento), OGRERR_NONE);
+        }
+        EXPECT_NE(dicho.find("sus coordenadas no son números"), std::string::npos) << dicho;
+        EXPECT_EQ(Cambiados(), Lineas());
+    }
 }
