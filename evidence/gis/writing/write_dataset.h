@@ -1,5 +1,6 @@
 #pragma once
 
+#include <map>
 #include <optional>
 #include <set>
 #include <span>
@@ -63,6 +64,12 @@ private:
     template <class F>
     void DejaFuera(std::vector<CRecintoEntrante>& recintos,
                    std::vector<CEntidadEntrante>& entidades, F vale);
+    /// Tells whether each drawing has files of its own; where another name is one of the same files
+    /// it was told.
+    bool TienenFicherosPropios(const CListaDibujada& lista,
+                               const std::vector<CPedidoDibujo>& pedidos) const;
+    void PideDejadas(const CListaDibujada& lista, std::map<CString, CCapasTraidas> dejadas,
+                     std::vector<CPedidoDibujo>& pedidos) const;
     bool Graba(); ///< false, which was told, where nothing is to be written
     // They make a drawing, and give false where something was refused, which was told.
     bool GrabaPoligono(const CString& base, bool estaba, CPedidoDibujo pedido,
@@ -87,6 +94,7 @@ private:
     bool m_escrito = false;
     CCapasTraidas m_traidas;
     CSoloLeidos m_leidos;
+    CString m_hojas; // name of the sheets' drawing, where something of it comes
     std::vector<CRecintoEntrante> m_recintos;
     std::vector<CEntidadEntrante> m_entidades;
 };

@@ -8,6 +8,7 @@
 #include "evidence/municipality_files.h"
 #include "evidence/paths.h"
 #include "platform/ansi.h"
+#include "platform/files/any_case_name.h"
 #include "platform/files/set_healing.h"
 
 // What a dataset does when it is closed: it makes the drawings of what it took.
@@ -182,6 +183,49 @@ bool CMunicipioNuevo::PideVacios(const CListaDibujada& lista, std::vector<CPedid
     return true;
 }
 
+/// Where all outlines of a polygon went to another one, it was named all the same.
+void CMunicipioNuevo::PideDejadas(const CListaDibujada& lista,
+                                  std::map<CString, CCapasTraidas> dejadas,
+                                  std::vector<CPedidoDibujo>& pedidos) const
+{
+    for (auto& [dejada, capas] : dejadas) {
+        if (!lista.Tiene(dejada))
+            continue;
+        CPedidoDibujo* pedido = PedidoCon(dejada, pedidos);
+        if (pedido == nullptr)
+            pedido = &pedidos.emplace_back(PedidoDe(dejada));
+        pedido->traidas.recintos.merge(capas.recintos);
+        pedido->traidas.entidades.merge(capas.entidades);
+    }
+}
+
+bool CMunicipioNuevo::TienenFicherosPropios(const CListaDibujada& lista,
+                                            const std::vector<CPedidoDibujo>& pedidos) const
+{
+    const CString carpeta = CCadena(m_lista).DamePath();
+    std::map<CString, CString> deQuien; // by the drawing's file
+    CNombresEnDisco nombres;
+    bool bien = true;
+    const auto fichero = [&](const CString& nombre) {
+        return CFile::EnDisco(ConExtension(carpeta + nombre, kExtensionDibujo), nombres);
+    };
+    const auto apunta = [&](const CString& nombre, const CString& quien) {
+        const auto [suyo, nuevo] = deQuien.try_emplace(fichero(nombre), quien);
+        if (nuevo || suyo->second == quien)
+            return;
+        FallaCon("%s y %s son los mismos ficheros: %s"_ansi, quien, suyo->second, suyo->first);
+        bien = false;
+    };
+    const auto poligono = [](const CString& nombre) { return "el polígono "_ansi + nombre; };
+    for (const CString& entrada : lista.Entradas())
+        deQuien.try_emplace(fichero(entrada), poligono(entrada));
+    for (const CPedidoDibujo& pedido : pedidos)
+        apunta(pedido.nombre, poligono(pedido.nombre));
+    if (!m_hojas.IsEmpty())
+        apunta(m_hojas, "el dibujo de las hojas");
+    return bien;
+}
+
 bool CMunicipioNuevo::Graba()
 {
     SanaConjuntos({m_lista});
@@ -207,17 +251,9 @@ bool CMunicipioNuevo::Graba()
     std::vector<CString> entradas;
     for (const CPedidoDibujo& pedido : pedidos)
         entradas.push_back(pedido.nombre);
-    // Where all outlines of a polygon went to another one, it was named all the same.
-    for (auto& [dejada, capas] : dejadas) {
-        if (!lista.Tiene(dejada))
-            continue;
-        CPedidoDibujo* pedido = PedidoCon(dejada, pedidos);
-        if (pedido == nullptr)
-            pedido = &pedidos.emplace_back(PedidoDe(dejada));
-        pedido->traidas.recintos.merge(capas.recintos);
-        pedido->traidas.entidades.merge(capas.entidades);
-    }
+    PideDejadas(lista, std::move(dejadas), pedidos);
     bien = PideVacios(lista, pedidos) && bien;
+    bien = TienenFicherosPropios(lista, pedidos) && bien;
     for (CPedidoDibujo& pedido : pedidos) {
         const bool estaba = lista.Estaba() && lista.Tiene(pedido.nombre);
         const CString base = CCadena(m_lista).DamePath() + pedido.nombre;
@@ -286,6 +322,7 @@ bool CMunicipioNuevo::GrabaHojas(CConjuntoSalidas& salidas)
             Pon(entidad, pedido);
     if (pedido.recintos.empty() && pedido.entidades.empty())
         return true;
+    m_hojas = nombre;
     const CString base = carpeta + nombre;
     CDibujoAntes antes;
     const bool estaba = !m_sustituye && antes.Lee(base, pedido.clases);

@@ -290,6 +290,29 @@ TEST_F(Update, RefusesANewNameThatBreaksALine)
     EXPECT_EQ(carpeta.Lee("1.PAR") + carpeta.Lee("1.BIN"), era);
 }
 
+TEST_F(Update, WritesOverNoFilesThatHaveAnotherName)
+{
+    const struct {
+        const char* motivo;
+        const char* entrada;
+        const char* opcion;
+    } casos[] = {
+        {"what looks like an extension", "2.bis", "ORTOS=ortos"},
+        {"the sheets' drawing", "ortos", "ORTOS=ortos"},
+        {"sheets upon a polygon", "3", "ORTOS=2"},
+        {"two of the source", "3", "ORTOS=3.bis"},
+    };
+    for (const auto& caso : casos) {
+        SCOPED_TRACE(caso.motivo);
+        const CElemento hoja = {{"hoja", "0629-1-1"}, {"wkt", kCuadro}};
+        const CElemento parcela = {{"entrada", caso.entrada}, {"parcela", "7"}, {"wkt", kCuadro}};
+        Escribe({{"parcelas", {parcela}}, {"hojas", {hoja}}}, {caso.opcion});
+        EXPECT_NE(dicho.find("son los mismos ficheros"), std::string::npos) << dicho;
+        EXPECT_EQ(carpeta.Cuantos(), 9);
+        EXPECT_EQ(Cambiados(), Lineas());
+    }
+}
+
 TEST_F(Update, RefusesCoordinatesThatAreNoNumbers)
 {
     constexpr double kNada = std::numeric_limits<double>::quiet_NaN();
