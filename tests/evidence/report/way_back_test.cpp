@@ -432,11 +432,12 @@ TEST_F(InformeDeVuelta, ReadsNoTableThatIsHalfDone)
     const std::string cuenta = Informa().Cuenta();
     carpeta.Pon("Parcelas.txt.~0123456789ab.~antes", carpeta.Lee("Parcelas.txt"));
     carpeta.Pon("Parcelas.txt", "a medias");
+    sistema::Error error;
+    const auto numero = sistema::Mira(carpeta.Ruta() / "Parcelas.txt", error).numero;
     const CString diario =
         carpeta.Pon("Parcelas.txt.~0123456789ab.~conjunto",
-                    EscribeDiario({}, {{"Parcelas.txt", CEntradaDiario::Antes::Fichero, 1}}));
+                    EscribeDiario({}, {{"Parcelas.txt", CEntradaDiario::Antes::Fichero, numero}}));
     std::filesystem::permissions(std::string(diario), std::filesystem::perms{0666});
-    sistema::Error error;
     if (sistema::Mira(sistema::Ruta(diario), error).permisos != 0) { // where a system has such ones
         EXPECT_THAT(Informa().resultado.quejas, testing::Contains(HasSubstr("~conjunto")));
     }
