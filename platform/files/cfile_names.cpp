@@ -80,13 +80,13 @@ CString CFile::GuardaAnterior(const CString& nombre)
     const sistema::CEstado estado = error ? sistema::CEstado() : Mirado(nombre, ruta);
     if (estado.tipo != sistema::CEstado::Tipo::Regular || estado.largo == 0)
         return {};
-    const std::filesystem::path anterior = lado::De(sistema::Ruta(nombre), lado::kAnterior);
-    const std::filesystem::path enObra = lado::De(anterior, lado::kNuevo, lado::Marca());
-    CopiaFichero(ruta, enObra, sistema::Modo::Crear, error);
+    const std::filesystem::path guardada = lado::De(sistema::Ruta(nombre), lado::kAnterior);
+    const std::filesystem::path copia = lado::De(guardada, lado::kNuevo, lado::Marca());
+    CopiaFichero(ruta, copia, sistema::Modo::Crear, error);
     if (!error)
-        sistema::Renombra(enObra, anterior, error);
-    CFileException::Exige(error, sistema::Nombre(anterior));
-    return sistema::Nombre(anterior);
+        sistema::Renombra(copia, guardada, error);
+    CFileException::Exige(error, sistema::Nombre(guardada));
+    return sistema::Nombre(guardada);
 }
 
 bool CFile::EsElMismo(const CString& uno, const CString& otro)

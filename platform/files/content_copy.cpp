@@ -39,19 +39,19 @@ void CopiaFichero(const std::filesystem::path& desde, const std::filesystem::pat
             sistema::Cierra(fichero, ajeno);
 }
 
-std::filesystem::path GuardaComoAnterior(const std::filesystem::path& fichero,
+std::filesystem::path GuardaComoAnterior(const std::filesystem::path& loQueTenia,
                                          const std::filesystem::path& destino,
                                          sistema::Error& error)
 {
     constexpr int kIntentos = 1000;
     for (int i = 1; i <= kIntentos; ++i) {
         const std::string numero = i > 1 ? "." + std::to_string(i) : "";
-        std::filesystem::path ruta = lado::De(destino, std::string(lado::kAnterior) + numero);
-        sistema::Enlaza(fichero, ruta, error);
+        std::filesystem::path anterior = lado::De(destino, std::string(lado::kAnterior) + numero);
+        sistema::Enlaza(loQueTenia, anterior, error);
         if (error && error != std::errc::file_exists)
-            CopiaFichero(fichero, ruta, sistema::Modo::Crear, error);
+            CopiaFichero(loQueTenia, anterior, sistema::Modo::Crear, error);
         if (!error)
-            return ruta;
+            return anterior;
         if (error != std::errc::file_exists)
             break;
     }

@@ -15,6 +15,6 @@ void CopiaFichero(const std::filesystem::path& desde, const std::filesystem::pat
 /// Gives a file the name `TARGET.anterior` as well, with a number where one is there, as an older
 /// one stays; a copy where the disk gives no second names. \return that name; empty, with an error,
 /// where it couldn't be
-std::filesystem::path GuardaComoAnterior(const std::filesystem::path& fichero,
+std::filesystem::path GuardaComoAnterior(const std::filesystem::path& loQueTenia,
                                          const std::filesystem::path& destino,
                                          sistema::Error& error);

@@ -68,7 +68,7 @@ private:
     /// it was told.
     bool TienenFicherosPropios(const CListaDibujada& lista,
                                const std::vector<CPedidoDibujo>& pedidos) const;
-    void PideDejadas(const CListaDibujada& lista, std::map<CString, CCapasTraidas> dejadas,
+    void PideDejadas(const CListaDibujada& lista, std::map<CString, CCapasTraidas>& dejadas,
                      std::vector<CPedidoDibujo>& pedidos) const;
     bool Graba(); ///< false, which was told, where nothing is to be written
     // They make a drawing, and give false where something was refused, which was told.

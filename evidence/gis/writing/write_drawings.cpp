@@ -185,7 +185,7 @@ bool CMunicipioNuevo::PideVacios(const CListaDibujada& lista, std::vector<CPedid
 
 /// Where all outlines of a polygon went to another one, it was named all the same.
 void CMunicipioNuevo::PideDejadas(const CListaDibujada& lista,
-                                  std::map<CString, CCapasTraidas> dejadas,
+                                  std::map<CString, CCapasTraidas>& dejadas,
                                   std::vector<CPedidoDibujo>& pedidos) const
 {
     for (auto& [dejada, capas] : dejadas) {
@@ -249,9 +249,10 @@ bool CMunicipioNuevo::Graba()
     bien = GrabaHojas(salidas) && bien;
     std::vector<CPedidoDibujo> pedidos = Pedidos();
     std::vector<CString> entradas;
+    entradas.reserve(pedidos.size());
     for (const CPedidoDibujo& pedido : pedidos)
         entradas.push_back(pedido.nombre);
-    PideDejadas(lista, std::move(dejadas), pedidos);
+    PideDejadas(lista, dejadas, pedidos);
     bien = PideVacios(lista, pedidos) && bien;
     bien = TienenFicherosPropios(lista, pedidos) && bien;
     for (CPedidoDibujo& pedido : pedidos) {
@@ -293,15 +294,15 @@ bool CMunicipioNuevo::EstaLibre(const CString& base, const CPedidoDibujo& pedido
     std::vector<const char*> extensiones = {kExtensionDibujo};
     for (const ClaseTopologia clase : pedido.clases)
         extensiones.push_back(ExtensionDe(clase));
-    for (const char* extension : extensiones)
-        if (const CString fichero = ConExtension(base, extension); EstaEnDisco(fichero)) {
-            FallaCon(
-                "%s ya está, y la lista %s no tiene el polígono %s. Si es de este municipio se "
-                "escribe en la lista, y con la opción SUSTITUYE=SI se hace todo nuevo"_ansi,
-                fichero, m_lista, pedido.nombre);
-            return false;
-        }
-    return true;
+    const auto ocupada = std::ranges::find_if(extensiones, [&](const char* extension) {
+        return EstaEnDisco(ConExtension(base, extension));
+    });
+    if (ocupada == extensiones.end())
+        return true;
+    FallaCon("%s ya está, y la lista %s no tiene el polígono %s. Si es de este municipio se "
+             "escribe en la lista, y con la opción SUSTITUYE=SI se hace todo nuevo"_ansi,
+             ConExtension(base, *ocupada), m_lista, pedido.nombre);
+    return false;
 }
 
 bool CMunicipioNuevo::GrabaHojas(CConjuntoSalidas& salidas)
