@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "batch/batch_texts.h"
+#include "platform/ansi.h"
 #include "platform/files/cstdio_file.h"
 
 namespace lote {
@@ -102,7 +103,6 @@ bool TieneNumero(const std::filesystem::path& nombre, std::string_view extension
 
 std::vector<CTrabajo> LeeTabla(const std::string& nombre)
 {
-    constexpr std::string_view kMarcaUtf8 = "\xEF\xBB\xBF";
     CStdioFile fichero;
     CFileException fallo;
     if (!fichero.Open(nombre, CFile::modeRead, &fallo))
@@ -112,8 +112,8 @@ std::vector<CTrabajo> LeeTabla(const std::string& nombre)
     CString leida;
     for (int numero = 1; fichero.ReadString(leida); ++numero) {
         std::string_view linea = leida;
-        if (numero == 1 && linea.starts_with(kMarcaUtf8))
-            linea.remove_prefix(kMarcaUtf8.size());
+        if (numero == 1 && linea.starts_with(ansi::kMarcaUtf8))
+            linea.remove_prefix(ansi::kMarcaUtf8.size());
         if (!EsTrabajo(linea))
             continue;
         try {

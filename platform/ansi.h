@@ -50,6 +50,9 @@ struct CLiteral {
     }
 };
 
+/// What some editors put before all of a text in UTF-8.
+inline constexpr std::string_view kMarcaUtf8 = "\xEF\xBB\xBF";
+
 /// What a person sees of a text of the program: a sequence of bytes that is valid UTF-8 passes as
 /// it is (names of files come in that way), any other byte from 0x80 is taken as code page 1252.
 std::string AUtf8(std::string_view texto);

@@ -4,6 +4,7 @@
 #include <chrono>
 #include <vector>
 
+#include "platform/ansi.h"
 #include "platform/files/cstdio_file.h"
 #include "platform/files/set_healing.h"
 #include "platform/files/short_wait.h"
@@ -14,7 +15,6 @@
 namespace {
 
 constexpr std::string_view kBlancos = " \t";
-constexpr std::string_view kMarcaUtf8 = "\xEF\xBB\xBF"; // that some editors put before all
 
 struct CPosicion {
     std::size_t linea; ///< where the key stands, or where it has to be put
@@ -53,8 +53,8 @@ std::vector<CString> LeeLineas(const CString& nombre)
     }
     for (CString linea; fichero.ReadString(linea);)
         lineas.push_back(linea);
-    if (!lineas.empty() && std::string_view(lineas[0]).starts_with(kMarcaUtf8))
-        lineas[0] = lineas[0].Mid(static_cast<int>(kMarcaUtf8.size()));
+    if (!lineas.empty() && std::string_view(lineas[0]).starts_with(ansi::kMarcaUtf8))
+        lineas[0] = lineas[0].Mid(static_cast<int>(ansi::kMarcaUtf8.size()));
     return lineas;
 }
 

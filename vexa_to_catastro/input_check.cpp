@@ -2,6 +2,7 @@
 #include <iterator>
 #include <string_view>
 
+#include "platform/ansi.h"
 #include "shell/frame/box_texts.h"
 #include "vexa_to_catastro/vexa_a_campiva2_dlg.h"
 
@@ -14,7 +15,7 @@ namespace {
 /// all columns.
 bool TieneMarca(std::string_view texto)
 {
-    constexpr std::string_view kMarcas[] = {"\xEF\xBB\xBF", "\xFF\xFE", "\xFE\xFF"};
+    constexpr std::string_view kMarcas[] = {ansi::kMarcaUtf8, "\xFF\xFE", "\xFE\xFF"};
     return std::any_of(std::begin(kMarcas), std::end(kMarcas),
                        [&](std::string_view marca) { return texto.starts_with(marca); });
 }

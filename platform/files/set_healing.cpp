@@ -115,8 +115,8 @@ private:
     void Aplica(const Ruta& nombre, const CDiarioHallado& diario);
     void Devuelve(const CEntradaDiario& entrada, std::string_view marca,
                   const CDiarioHallado& diario) const;
-    bool SeHaTocado(const CEntradaDiario& entrada, const CEstado& ahora,
-                    const CDiarioHallado& diario, const Ruta& antes, Error& error) const;
+    bool DejaLoTocado(const CEntradaDiario& entrada, const CEstado& ahora,
+                      const CDiarioHallado& diario, const Ruta& antes, Error& error) const;
     bool MereceCredito(const CEstado& diario) const;
     bool EsDeAqui(const Ruta& destino) const;
     const CSuyo* Afectado(const Ruta& nombre, const CDiarioLeido& leido) const;
@@ -271,7 +271,7 @@ void CSanador::Devuelve(const CEntradaDiario& entrada, std::string_view marca,
             // The copy goes when the diary has gone.
             CopiaFichero(antes, destino, sistema::Modo::Cambiar, error);
     } else if (deAntes.tipo != Tipo::NoHay) {
-        if (!deAntes.EsElMismo(deAhora) && !SeHaTocado(entrada, deAhora, diario, antes, error))
+        if (!deAntes.EsElMismo(deAhora) && !DejaLoTocado(entrada, deAhora, diario, antes, error))
             sistema::Renombra(antes, destino, error);
     } else if (entrada.antes == CEntradaDiario::Antes::Nada && deAhora.tipo == Tipo::Regular &&
                deAhora.numero == entrada.numero && deAhora.escrito <= diario.Estado().escrito) {
@@ -280,10 +280,11 @@ void CSanador::Devuelve(const CEntradaDiario& entrada, std::string_view marca,
     CFileException::Exige(error, nombre);
 }
 
-/// Tells whether somebody has worked on a target since its set was cut off, or put another file in
-/// its place. That stays then, and what the target held before the set stays as TARGET.anterior.
-bool CSanador::SeHaTocado(const CEntradaDiario& entrada, const CEstado& ahora,
-                          const CDiarioHallado& diario, const Ruta& antes, Error& error) const
+/// Leaves a target as it is where somebody has worked on it since its set was cut off, or put
+/// another file in its place; what it held before the set becomes TARGET.anterior then.
+/// \return false, with nothing done, where nobody has
+bool CSanador::DejaLoTocado(const CEntradaDiario& entrada, const CEstado& ahora,
+                            const CDiarioHallado& diario, const Ruta& antes, Error& error) const
 {
     const bool despues = ahora.escrito > diario.Estado().escrito; // all of a set is written before
     const bool esOtro = ahora.numero != entrada.numero && !entrada.destino.has_parent_path();

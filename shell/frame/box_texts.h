@@ -57,7 +57,7 @@ inline constexpr const char* kTocado = "Un proceso anterior se cortó a medias. 
                                        "desde entonces y sigue como está; lo que "
                                        "había antes de aquel proceso queda en %s"_ansi;
 inline constexpr const char* kNoSeConserva =
-    "Lo que había en %s no se ha podido conservar: su carpeta no admite ficheros nuevos"_ansi;
+    "Lo que había en %s no se ha podido conservar a su lado"_ansi;
 inline constexpr const char* kListaConMarca =
     "La lista %s empieza por una marca de Unicode y se ha leído mal: guárdela como ANSI"_ansi;
 inline constexpr const char* kSinPoligonos = "La lista %s no nombra ningún polígono"_ansi;

@@ -72,3 +72,23 @@ TEST(EntradaSospechosa, IsToldBehindTheSummaryAndKeepsWhatItsTablesReplace)
         EXPECT_NE(carpeta.Lee("Parajes.txt.anterior.2"), "(no file)");
     }
 }
+
+TEST(EntradaSospechosa, TellsWhichTableCouldNotBeKept)
+{
+    const CCarpetaPrueba carpeta;
+    CAplicacionPrueba aplicacion;
+    carpeta.Pon("entrada.txt", "");
+    carpeta.Pon("Parajes.txt", "antes");
+    carpeta.Pon("Parajes.txt.anterior", "");
+    for (int i = 2; i <= 1000; ++i) // all names that it could have
+        carpeta.Pon(Formatea("Parajes.txt.anterior.%d", i).c_str(), "");
+    CCampivaAVexaDlg dialogo;
+    dialogo.EjecutaLote(carpeta.En("entrada.txt"), carpeta.En("Modulos.txt"),
+                        carpeta.En("Titulares.txt"), carpeta.En("Parcelas.txt"),
+                        carpeta.En("Subparcelas.txt"), carpeta.En("Parajes.txt"),
+                        carpeta.En("Cotitulares.txt"), nullptr);
+    const auto& dicho = aplicacion.guion.escritos.observaciones;
+    ASSERT_EQ(dicho.size(), 2U);
+    EXPECT_EQ(ansi::AUtf8(dicho[1]), "Lo que había en " + ansi::AUtf8(carpeta.En("Parajes.txt")) +
+                                         " no se ha podido conservar a su lado");
+}

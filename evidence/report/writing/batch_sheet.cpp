@@ -1,6 +1,7 @@
 #include "evidence/report/reading/text.h"
 #include "evidence/report/writing/batch_outputs.h"
 #include "evidence/report/writing/csv.h"
+#include "platform/ansi.h"
 
 namespace informe {
 namespace {
@@ -53,7 +54,7 @@ void EscribeHojaLote(const CResumenLote& resumen, const CString& hoja, const CEs
     }
     cabeza.insert(cabeza.end(), {"segundos", "informe", "nota"});
     suma.insert(suma.end(), {SinPuntos(Decimal(resumen.Segundos(), 2)), "", ""});
-    escribe(kMarcaUtf8);
+    escribe(ansi::kMarcaUtf8);
     escribe(Linea(cabeza));
     for (const CTrabajoVisto& uno : resumen.trabajos)
         escribe(Fila(uno, hoja));

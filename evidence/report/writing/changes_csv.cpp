@@ -5,6 +5,7 @@
 
 #include "evidence/report/writing/change_texts.h"
 #include "evidence/report/writing/csv.h"
+#include "platform/ansi.h"
 
 namespace informe {
 namespace {
@@ -20,7 +21,7 @@ public:
 
     void Escribe()
     {
-        m_escribe(kMarcaUtf8);
+        m_escribe(ansi::kMarcaUtf8);
         m_escribe("qué;municipio;polígono;parcela;letra;antes;ahora;diferencia;por qué\r\n");
         for (const CCambioParcela& cambio : m_contraste.cambios.parcelas)
             EscribeParcela(cambio);

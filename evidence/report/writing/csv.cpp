@@ -2,6 +2,7 @@
 
 #include "evidence/report/reading/text.h"
 #include "evidence/units.h"
+#include "platform/ansi.h"
 
 namespace informe {
 namespace {
@@ -39,7 +40,7 @@ std::string Fila(const CAviso& aviso, const CString& texto, const CLugaresDeAvis
 void EscribeCsv(const CEscribe& escribe, const CRegistroLeido& registro,
                 const CLugaresDeAvisos* lugares)
 {
-    escribe(kMarcaUtf8);
+    escribe(ansi::kMarcaUtf8);
     escribe("línea;código;clase;polígono;parcela;letra;nombre;número;superficie;suma;x;y;"
             "mensaje\r\n");
     registro.RecorreConAvisos(

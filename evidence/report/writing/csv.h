@@ -9,12 +9,9 @@
 
 namespace informe {
 
-/// What a sheet begins with, so that its reader takes it for UTF-8.
-inline constexpr std::string_view kMarcaUtf8 = "\xEF\xBB\xBF";
-
-/// Writes all lines of the log as a sheet: UTF-8 with its mark, semicolons, CR LF. The log is read
-/// once more for its words. Raises CFileException.
-/// \param lugares  where the drawings show what the messages speak of; null for no drawings
+/// Writes all lines of the log as a sheet: UTF-8 with its mark, by which its reader knows it,
+/// semicolons, CR LF. The log is read once more for its words. Raises CFileException. \param
+/// lugares  where the drawings show what the messages speak of; null for no drawings
 void EscribeCsv(const CEscribe& escribe, const CRegistroLeido& registro,
                 const CLugaresDeAvisos* lugares);
 

@@ -113,6 +113,9 @@ TEST(Reemplazo, FollowsNobodyElsesLinkWhereUsersKeepOffOneAnothersFiles)
         fs::permissions(deTodos, fs::perms{caso.permisos});
         EXPECT_EQ(Reemplaza(carpeta.En("de_todos/a.txt"), "ahora"), caso.seguido);
         EXPECT_EQ(carpeta.Lee("privado.txt"), caso.seguido ? "ahora" : "antes");
+        carpeta.Pon("privado.txt", "antes");
+        EXPECT_EQ(CFile().Open(carpeta.En("de_todos/a.txt"), kRegistro), caso.seguido) << "a log";
+        EXPECT_EQ(carpeta.Lee("privado.txt"), caso.seguido ? "" : "antes");
         EXPECT_EQ(carpeta.Cuantos(), 2);
     }
 }
