@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <filesystem>
 #include <functional>
 #include <map>
@@ -501,6 +502,35 @@ TEST(Entradas, ThatAreHalfDoneAreNotRead)
     EXPECT_NE(aplicacion.guion.cajas[0].texto.find("Parajes.txt.~0123456789ab.~conjunto"),
               std::string::npos);
     EXPECT_EQ(carpeta.Lee("045127.R"), "antes");
+}
+
+// Such a disk may number its files anew whenever it is there: only the time tells then that
+// somebody has worked on one.
+TEST(Salidas, AreGivenBackWhereADiskWithoutSecondNamesNumbersThemAnew)
+{
+    const auto ahora = fs::file_time_type::clock::now();
+    const struct {
+        const char* motivo;
+        fs::file_time_type escrito;
+        const char *enSitio, *anterior;
+    } casos[] = {{"nobody's work", ahora - std::chrono::hours(1), "vieja", "(no file)"},
+                 {"somebody's", ahora + std::chrono::hours(1), "nueva", "vieja"}};
+    for (const auto& caso : casos) {
+        SCOPED_TRACE(caso.motivo);
+        const CCarpetaPrueba carpeta;
+        carpeta.Pon("a.txt", "nueva");
+        fs::last_write_time(carpeta.Ruta() / "a.txt", caso.escrito);
+        carpeta.Pon("a.txt.~0123456789ab.~antes", "vieja");
+        constexpr const char* kDiario = "a.txt.~0123456789ab.~conjunto";
+        carpeta.Pon(kDiario, EscribeDiario({}, {{"a.txt", CEntradaDiario::Antes::Fichero, 0}}));
+        fs::permissions(carpeta.Ruta() / kDiario, fs::perms{0644});
+        Plan() = {.que = Que::FallaLlamada, .error = EPERM, .clase = Llamada::Enlazar};
+        SanaConjuntos({carpeta.En("a.txt")});
+        Plan() = {};
+        EXPECT_EQ(carpeta.Lee("a.txt"), caso.enSitio);
+        EXPECT_EQ(carpeta.Lee("a.txt.anterior"), caso.anterior);
+        EXPECT_FALSE(fs::exists(carpeta.Ruta() / kDiario));
+    }
 }
 
 TEST(Salidas, ThatAnotherProgramHasOpenCanBeClosedBeforeTheRun)
