@@ -23,6 +23,10 @@ inline constexpr const char* kSinDevolver =
 inline constexpr const char* kAMedias =
     "Se quedó a medias cuando murió un proceso de %s, y este usuario no puede devolverle lo que "
     "tenía.\nHágalo trabajar otra vez en esa carpeta, o pregunte a quien la administra: lo cuenta %s"_ansi;
+/// Of a file that a killed run left half changed, and somebody has worked on since.
+inline constexpr const char* kTocado =
+    "Un proceso anterior se cortó a medias. %s se ha cambiado desde entonces y sigue como está; lo "
+    "que había antes de aquel proceso queda en %s"_ansi;
 /// Stands in a log where lines of it couldn't be written.
 inline constexpr std::string_view kMarcaHueco =
     "\r\n*** Faltan mensajes: no se pudieron escribir ***\r\n";

@@ -207,19 +207,27 @@ std::vector<CString> ConLosDelOtro(std::vector<CString> leidos, const COpciones&
     return leidos;
 }
 
+/// Heals what is read; what somebody works on stays, and is told.
+void Sana(const std::vector<CString>& leidos, CResultado& resultado)
+{
+    for (const CTocado& tocado : SanaConjuntos(leidos))
+        resultado.quejas.push_back(Texto(tocado.Frase()));
+}
+
 void ElaboraCambios(const CString& estado, ClaseEstado clase, const COpciones& opciones,
                     const CFirma& firma, CResultado& resultado)
 {
     const CString pagina = PaginaDe(opciones, PaginaUsualDeCambios(estado, clase));
     const std::vector<CString> leidos = ConLosDelOtro(FicherosDeEstado(estado), opciones);
-    SanaConjuntos(leidos);
+    Sana(leidos, resultado);
+    std::string reparo = ReparoDeSalidas(opciones, pagina, leidos);
     if (opciones.DicenDeUnProceso())
-        resultado.quejas.push_back(Texto(estado) + " no es un registro: no caben las opciones que "
-                                                   "dicen de un proceso");
-    else if (const std::string reparo = ReparoDeSalidas(opciones, pagina, leidos); !reparo.empty())
+        reparo =
+            Texto(estado) + " no es un registro: no caben las opciones que dicen de un proceso";
+    if (!reparo.empty()) {
         resultado.quejas.push_back(reparo);
-    if (!resultado.quejas.empty())
         return;
+    }
     const CContraste contraste(LeeEstado(opciones.contra), LeeEstado(estado));
     if (contraste.reparo.empty())
         resultado.resumen =
@@ -237,7 +245,7 @@ std::vector<CString> LeidosPara(const COpciones& opciones, const CFicheros& fich
 /// Heals what is read, complains of what isn't there, and reads the list of drawings.
 void Prepara(CFicheros& ficheros, const COpciones& opciones, CResultado& resultado)
 {
-    SanaConjuntos(LeidosPara(opciones, ficheros));
+    Sana(LeidosPara(opciones, ficheros), resultado);
     for (const CString& nombre : Ausentes(ficheros, opciones))
         resultado.quejas.push_back("El archivo " + Texto(nombre) + " no existe");
     for (const CString& nombre : ficheros.sinReconocer)

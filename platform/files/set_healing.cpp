@@ -367,6 +367,11 @@ void CSanador::Recoge(const Ruta& nombre) const
 
 } // namespace
 
+CString CTocado::Frase() const
+{
+    return CString(Formatea(textos::kTocado, nombre, anterior));
+}
+
 std::vector<CTocado> SanaConjuntos(const std::vector<CString>& nombres)
 {
     std::vector<CTocado> tocados;

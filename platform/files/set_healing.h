@@ -8,6 +8,8 @@
 struct CTocado {
     CString nombre;
     CString anterior; ///< what has the bytes from before that run
+
+    CString Frase() const; ///< that says so to the user
 };
 
 /// Sees to it that none of these files, which a run is about to read or write, is part of a set of

@@ -53,9 +53,6 @@ inline constexpr const char* kLineasLargas =
     "Todas las líneas de %s son más largas que las de su forma"_ansi;
 inline constexpr const char* kLineasCortas =
     "Todas las líneas de %s son más cortas que las de su forma"_ansi;
-inline constexpr const char* kTocado = "Un proceso anterior se cortó a medias. %s se ha cambiado "
-                                       "desde entonces y sigue como está; lo que "
-                                       "había antes de aquel proceso queda en %s"_ansi;
 inline constexpr const char* kNoSeConserva =
     "Lo que había en %s no se ha podido conservar a su lado"_ansi;
 inline constexpr const char* kListaConMarca =

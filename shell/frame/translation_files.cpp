@@ -24,7 +24,7 @@ void CTraduccionDlg::EmpiezaProceso(const std::vector<CString>& ficheros)
 void CTraduccionDlg::Sana(const std::vector<CString>& ficheros)
 {
     for (const CTocado& tocado : SanaConjuntos(ficheros))
-        Observa(observaciones::kTocado, tocado.nombre, tocado.anterior);
+        Observa("%s", tocado.Frase());
 }
 
 bool CTraduccionDlg::AbreEntrada(CStdioFile& fichero, const CString& nombre)

@@ -44,7 +44,8 @@ bool CMunicipioAbierto::Abre(const CString& lista, const COtrosSitios& otros)
     const CNombresTablas tablas = TablasEn(otros.tablas.IsEmpty() ? carpeta : otros.tablas);
     std::vector<CString> ficheros(tablas.begin(), tablas.end());
     ficheros.insert(ficheros.end(), {lista, otros.registro, otros.ortos});
-    SanaConjuntos(ficheros);
+    for (const CTocado& tocado : SanaConjuntos(ficheros))
+        Advierte(tocado.Frase());
     std::optional<CListaPoligonos> leida = LeeLista(lista);
     if (!leida)
         return false;

@@ -228,7 +228,8 @@ bool CMunicipioNuevo::TienenFicherosPropios(const CListaDibujada& lista,
 
 bool CMunicipioNuevo::Graba()
 {
-    SanaConjuntos({m_lista});
+    for (const CTocado& tocado : SanaConjuntos({m_lista}))
+        Advierte(tocado.Frase());
     CListaDibujada lista(m_lista, m_sustituye);
     if (!lista.FijaMunicipio(m_opciones, GetMetadataItem(opcion::kCabecera)))
         return false;

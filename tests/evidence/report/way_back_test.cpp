@@ -443,6 +443,16 @@ TEST_F(InformeDeVuelta, ReadsNoTableThatIsHalfDone)
     }
     std::filesystem::permissions(std::string(diario), std::filesystem::perms{0644});
     EXPECT_EQ(Informa().Cuenta(), cuenta);
+
+    // Somebody puts another file there: it is his work, and counts.
+    carpeta.Pon("Parcelas.txt.~0123456789ab.~antes", "de antes");
+    carpeta.Pon("Parcelas.txt.~0123456789ab.~conjunto",
+                EscribeDiario({}, {{"Parcelas.txt", CEntradaDiario::Antes::Fichero, numero}}));
+    std::filesystem::permissions(std::string(diario), std::filesystem::perms{0644});
+    EXPECT_THAT(Informa().resultado.quejas,
+                testing::Contains(HasSubstr("Parcelas.txt se ha cambiado desde entonces")));
+    EXPECT_EQ(carpeta.Lee("Parcelas.txt.anterior"), "de antes");
+    EXPECT_EQ(Informa().Cuenta(), cuenta);
 }
 
 TEST_F(InformeDeVuelta, FallsOnNoDrawingThatItReadsByWhateverName)
