@@ -369,7 +369,7 @@ void CSanador::Recoge(const Ruta& nombre) const
 
 CString CTocado::Frase() const
 {
-    return CString(Formatea(textos::kTocado, nombre, anterior));
+    return {Formatea(textos::kTocado, nombre, anterior)};
 }
 
 std::vector<CTocado> SanaConjuntos(const std::vector<CString>& nombres)
