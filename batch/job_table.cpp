@@ -17,19 +17,30 @@ using Valores = std::array<std::string_view, 2>;
 constexpr Valores kUnFichero = {}; // any name
 constexpr Valores kSiNo = {"0", "1"};
 
-constexpr struct {
+struct CCampo {
     std::string_view nombre;
     std::string_view usual;
     Valores valores = kUnFichero; ///< that it may have
-} kCampos[] = {
-    {"entrada", "entrada.txt"},   {"tipo", "catastro", {"catastro", "lista"}},
-    {"lista", "poligonos.txt"},   {"ortos", "ortos.TOP"},
-    {"modificar", "0", kSiNo},    {"no_en_grafico", "0", kSiNo},
-    {"no_en_bd", "0", kSiNo},     {"concentradas", "0", kSiNo},
-    {"modulos", "Modulos.txt"},   {"titulares", "Titulares.txt"},
-    {"parcelas", "Parcelas.txt"}, {"subparcelas", "Subparcelas.txt"},
-    {"parajes", "Parajes.txt"},   {"cotitulares", "Cotitulares.txt"},
 };
+
+// clang-format off
+constexpr CCampo kCampos[] = {
+    {"entrada", "entrada.txt"},
+    {"tipo", "catastro", {"catastro", "lista"}},
+    {"lista", "poligonos.txt"},
+    {"ortos", "ortos.TOP"},
+    {"modificar", "0", kSiNo},
+    {"no_en_grafico", "0", kSiNo},
+    {"no_en_bd", "0", kSiNo},
+    {"concentradas", "0", kSiNo},
+    {"modulos", "Modulos.txt"},
+    {"titulares", "Titulares.txt"},
+    {"parcelas", "Parcelas.txt"},
+    {"subparcelas", "Subparcelas.txt"},
+    {"parajes", "Parajes.txt"},
+    {"cotitulares", "Cotitulares.txt"},
+};
+// clang-format on
 
 constexpr std::string_view kTraducciones[] = {"ida", "vuelta", "infograf"};
 
