@@ -27,6 +27,12 @@ inline constexpr const char* kAMedias =
 inline constexpr const char* kTocado =
     "Un proceso anterior se cortó a medias. %s se ha cambiado desde entonces y sigue como está; lo "
     "que había antes de aquel proceso queda en %s"_ansi;
+// Of what an output replaces.
+inline constexpr const char* kAnterior = "Lo que había en %s queda en %s"_ansi;
+inline constexpr const char* kEscritoMientras =
+    "Otro programa ha escrito en %s durante el proceso; lo suyo queda en %s"_ansi;
+inline constexpr const char* kNoSeConserva =
+    "Lo que había en %s no se ha podido conservar a su lado"_ansi;
 /// Stands in a log where lines of it couldn't be written.
 inline constexpr std::string_view kMarcaHueco =
     "\r\n*** Faltan mensajes: no se pudieron escribir ***\r\n";

@@ -1,12 +1,53 @@
 #include "platform/files/content_copy.h"
 
 #include <string>
+#include <utility>
 
 #include "platform/files/side_names.h"
 
+namespace {
+
+constexpr std::size_t kTrozo = std::size_t{64} * 1024;
+
+/// Reads a whole piece of an open file, or what is left of it.
+std::string_view LeeTrozo(int fichero, std::uint64_t posicion, char (&trozo)[kTrozo],
+                          sistema::Error& error)
+{
+    std::size_t n = 0;
+    for (std::size_t mas = 1; mas > 0 && n < kTrozo; n += mas)
+        mas = sistema::LeeEn(fichero, trozo + n, kTrozo - n, posicion + n, error);
+    return {trozo, n};
+}
+
+/// Tells whether two files, neither of them a link, hold the same bytes; not where one can't be
+/// read.
+bool TienenLoMismo(const std::filesystem::path& uno, const std::filesystem::path& otro)
+{
+    sistema::Error error;
+    const sistema::CEstado suyo = sistema::MiraEnlace(uno, error);
+    const sistema::CEstado delOtro = error ? sistema::CEstado() : sistema::MiraEnlace(otro, error);
+    if (error || delOtro.tipo != sistema::CEstado::Tipo::Regular || suyo.largo != delOtro.largo)
+        return false;
+    const int ficheros[] = {sistema::Abre(uno, sistema::Modo::LeerEse, error),
+                            error ? sistema::kCerrado
+                                  : sistema::Abre(otro, sistema::Modo::LeerEse, error)};
+    bool iguales = !error;
+    char trozos[2][kTrozo];
+    for (std::uint64_t posicion = 0; iguales && posicion < suyo.largo; posicion += kTrozo) {
+        const std::string_view deUno = LeeTrozo(ficheros[0], posicion, trozos[0], error);
+        iguales = !error && deUno == LeeTrozo(ficheros[1], posicion, trozos[1], error) && !error;
+    }
+    for (const int fichero : ficheros)
+        if (fichero != sistema::kCerrado)
+            sistema::Cierra(fichero, error);
+    return iguales;
+}
+
+} // namespace
+
 void CopiaContenido(int desde, int hasta, sistema::Error& error)
 {
-    char trozo[64 * 1024];
+    char trozo[kTrozo];
     std::uint64_t posicion = 0;
     sistema::Recorta(hasta, 0, error);
     while (!error) {
@@ -39,9 +80,8 @@ void CopiaFichero(const std::filesystem::path& desde, const std::filesystem::pat
             sistema::Cierra(fichero, ajeno);
 }
 
-std::filesystem::path GuardaComoAnterior(const std::filesystem::path& loQueTenia,
-                                         const std::filesystem::path& destino,
-                                         sistema::Error& error)
+CAnterior GuardaComoAnterior(const std::filesystem::path& loQueTenia,
+                             const std::filesystem::path& destino, sistema::Error& error)
 {
     constexpr int kIntentos = 1000;
     for (int i = 1; i <= kIntentos; ++i) {
@@ -51,9 +91,13 @@ std::filesystem::path GuardaComoAnterior(const std::filesystem::path& loQueTenia
         if (error && error != std::errc::file_exists)
             CopiaFichero(loQueTenia, anterior, sistema::Modo::Crear, error);
         if (!error)
-            return anterior;
+            return {std::move(anterior), true};
         if (error != std::errc::file_exists)
             break;
+        if (TienenLoMismo(loQueTenia, anterior)) {
+            error.clear();
+            return {std::move(anterior), false};
+        }
     }
     return {};
 }

@@ -12,9 +12,12 @@ void CopiaContenido(int desde, int hasta, sistema::Error& error);
 void CopiaFichero(const std::filesystem::path& desde, const std::filesystem::path& hasta,
                   sistema::Modo modo, sistema::Error& error);
 
-/// Gives a file the name `TARGET.anterior` as well, with a number where one is there, as an older
-/// one stays; a copy where the disk gives no second names. \return that name; empty, with an error,
-/// where it couldn't be
-std::filesystem::path GuardaComoAnterior(const std::filesystem::path& loQueTenia,
-                                         const std::filesystem::path& destino,
-                                         sistema::Error& error);
+/// What a target held, beside it.
+struct CAnterior {
+    std::filesystem::path ruta; ///< empty where it couldn't be kept
+    bool esNuevo = false;       ///< it wasn't there before
+};
+/// Gives a file the name `TARGET.anterior` as well, with a number where one is there that holds
+/// something else, as an older one stays; a copy where the disk gives no second names.
+CAnterior GuardaComoAnterior(const std::filesystem::path& loQueTenia,
+                             const std::filesystem::path& destino, sistema::Error& error);

@@ -13,6 +13,8 @@
 #include "platform/files/output_folders.h"
 #include "platform/files/short_wait.h"
 #include "platform/files/side_names.h"
+#include "platform/format.h"
+#include "platform/layer_texts.h"
 
 namespace {
 
@@ -29,7 +31,7 @@ struct CSalidaNombrada {
 struct CCambio {
     std::span<const CSalidaNombrada> salidas;
     const std::string& marca; ///< of the run
-    bool conserva;            ///< what the targets held
+    bool conserva;            ///< what all targets held
 };
 
 /// The diaries of a set of outputs, one in each folder. The locks of the targets tell that the set
@@ -149,7 +151,7 @@ void Cambia(const CCambio& cambio, CDiario& diario)
         if (!salida.reemplazo->SigueColocado(error) && !error)
             error = sistema::kDeOtro;
         CFileException::Exige(error, salida.nombre);
-        if (cambio.conserva)
+        if (cambio.conserva || salida.reemplazo->EscritoMientras())
             salida.reemplazo->Conserva();
     }
     diario.AseguraLasSuyas(CDiario::Momento::Hecho);
@@ -197,6 +199,14 @@ void ConfirmaSalidas(const CCambio& cambio)
 
 } // namespace
 
+CString CConservada::Frase() const
+{
+    if (anterior.IsEmpty())
+        return {Formatea(textos::kNoSeConserva, destino)};
+    return {Formatea(escritoMientras ? textos::kEscritoMientras : textos::kAnterior, destino,
+                     anterior)};
+}
+
 CReemplazo::Apertura CConjuntoSalidas::Pon(const CString& nombre, Error& error)
 {
     constexpr std::chrono::milliseconds kUnMomento{200}; // as long as somebody heals the folder
@@ -232,18 +242,19 @@ CReemplazo* CConjuntoSalidas::Abre(const CString& nombre, Error& error)
 
 void CConjuntoSalidas::Confirma()
 {
-    m_salidas.remove_if([](const CSalida& salida) { return !salida.usada; });
     std::vector<CSalidaNombrada> salidas;
     for (CSalida& salida : m_salidas)
-        salidas.push_back({salida.nombre, &salida.reemplazo});
+        if (salida.usada)
+            salidas.push_back({salida.nombre, &salida.reemplazo});
     ConfirmaSalidas({salidas, m_marca, m_conserva});
     for (const CSalidaNombrada& salida : salidas) {
-        const bool habia = salida.reemplazo->HabiaDestino() &&
-                           (salida.reemplazo->DejaRastro() || salida.reemplazo->EstaEnSitio());
-        salida.reemplazo->Acaba();
-        if (m_conserva && habia)
-            m_conservadas.emplace_back(salida.nombre,
-                                       sistema::Nombre(salida.reemplazo->Conservado()));
+        CReemplazo& reemplazo = *salida.reemplazo;
+        const bool habia =
+            reemplazo.HabiaDestino() && (reemplazo.DejaRastro() || reemplazo.EstaEnSitio());
+        reemplazo.Acaba();
+        if ((m_conserva && habia) || reemplazo.EscritoMientras())
+            m_conservadas.push_back({salida.nombre, sistema::Nombre(reemplazo.Conservado()),
+                                     reemplazo.EscritoMientras()});
     }
     m_salidas.clear();
 }

@@ -2,11 +2,19 @@
 
 #include <list>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "platform/cstring.h"
 #include "platform/files/safe_replacement.h"
+
+/// A target whose older content was to stay beside it.
+struct CConservada {
+    CString destino;
+    CString anterior;             ///< the name that it has there; empty where it couldn't be kept
+    bool escritoMientras = false; ///< another program wrote it while the outputs were in the making
+
+    CString Frase() const; ///< that says so to the user
+};
 
 /// The outputs of one run: all of them take their targets' places, or none does.
 ///
@@ -38,15 +46,16 @@ public:
     CReemplazo* Abre(const CString& nombre, sistema::Error& error);
 
     /// All outputs that were opened take their targets' places; the set is empty then. Those that
-    /// were only reserved are let go of. Raises CFileException, with all targets as they were,
-    /// where one of them can't; those that couldn't be given back what they held are named in it.
+    /// were only reserved are kept from others until then, and let go of. Raises CFileException,
+    /// with all targets as they were, where one of them can't; those that couldn't be given back
+    /// what they held are named in it.
     void Confirma();
     /// From now on `Confirma` leaves what the outputs replace beside them, under names of their
     /// own.
     void ConservaAnteriores() { m_conserva = true; }
-    /// The targets whose older content was to be kept, each with the name that it has now; that is
-    /// empty where it couldn't be kept.
-    const std::vector<std::pair<CString, CString>>& Conservadas() const { return m_conservadas; }
+    /// Those that were there, where all are to be kept, and those that another program wrote in the
+    /// meantime, which always are.
+    const std::vector<CConservada>& Conservadas() const { return m_conservadas; }
     /// Throws away all that was written and empties the set; the targets stay as they were.
     void Desecha();
 
@@ -62,5 +71,5 @@ private:
     std::string m_marca;          // of this run, from the first output on
     std::list<CSalida> m_salidas; // an output keeps its address
     bool m_conserva = false;
-    std::vector<std::pair<CString, CString>> m_conservadas;
+    std::vector<CConservada> m_conservadas;
 };

@@ -3,7 +3,6 @@
 #include <string>
 #include <utility>
 
-#include "platform/files/content_copy.h"
 #include "platform/files/output_folders.h"
 #include "platform/files/side_names.h"
 
@@ -157,8 +156,20 @@ void CReemplazo::Prepara(std::string_view marca, Error& error)
         GuardaCopia(marca, error);
     else if (DejaRastro())
         GuardaAnterior(marca, error);
-    if (!error)
-        m_paso = Paso::Preparado;
+    if (error)
+        return;
+    m_paso = Paso::Preparado;
+    if (EstaEnSitio())
+        m_escritoMientras = !EsComoAlAbrir(sistema::Mira(m_enSitio, error));
+    else if (!m_antes.empty())
+        m_escritoMientras = !EsComoAlAbrir(sistema::MiraEnlace(m_antes, error));
+}
+
+/// Tells whether what the target holds is as old and as long as what it held when the output was
+/// opened.
+bool CReemplazo::EsComoAlAbrir(const sistema::CEstado& ahora) const
+{
+    return HabiaDestino() && ahora.escrito == m_estado.escrito && ahora.largo == m_estado.largo;
 }
 
 void CReemplazo::GuardaCopia(std::string_view marca, Error& error)
@@ -232,7 +243,7 @@ void CReemplazo::Conserva() noexcept
 {
     // An older one stays: a run that is wrong for the second time replaces its own tables.
     Error error;
-    if (!m_antes.empty() && m_conservado.empty())
+    if (!m_antes.empty() && m_conservado.ruta.empty())
         m_conservado = GuardaComoAnterior(m_antes, m_destino, error);
 }
 
@@ -251,13 +262,14 @@ bool CReemplazo::Desecha() noexcept
 {
     const bool bien = m_paso == Paso::Nada || Devuelve();
     Error error;
-    if (m_paso != Paso::Nada && !m_conservado.empty()) // the target has it again
-        sistema::Borra(m_conservado, error);
+    if (m_paso != Paso::Nada && m_conservado.esNuevo) // the target has it again
+        sistema::Borra(m_conservado.ruta, error);
     if (!m_temporal.empty() && m_paso != Paso::Colocado)
         sistema::Borra(m_temporal, error);
     m_temporal.clear();
     m_antes.clear();
-    m_conservado.clear();
+    m_conservado = {};
+    m_escritoMientras = false;
     m_paso = Paso::Nada;
     Suelta();
     return bien;

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <string_view>
 
+#include "platform/files/content_copy.h"
 #include "platform/files/system_files.h"
 #include "platform/files/target_lock.h"
 
@@ -54,16 +55,18 @@ public:
     void Asegura(Error& error) const;
     /// Keeps what the target holds, to be able to give it back.
     void Prepara(std::string_view marca, Error& error);
+    /// Tells whether another program wrote the target between `Abre` and `Prepara`.
+    bool EscritoMientras() const { return m_escritoMientras; }
     /// Puts the output in its target's place. A target that is overwritten in its place may be half
     /// written after an error; `Desecha` mends that.
     void Coloca(Error& error);
     /// Tells whether the target is what `Coloca` put there: where locks don't reach another run may
     /// have come between.
     bool SigueColocado(Error& error) const;
-    /// Keeps what the target held as `NAME.anterior` beside it, with a number where one is there.
-    /// What couldn't be kept is no failure.
+    /// Keeps what the target held beside it (GuardaComoAnterior). What couldn't be kept is no
+    /// failure.
     void Conserva() noexcept;
-    const Ruta& Conservado() const { return m_conservado; } ///< that name; empty for none
+    const Ruta& Conservado() const { return m_conservado.ruta; } ///< that name; empty for none
     /// Lets go of what the target held. A failure leaves rubbish for the next run, nothing else.
     void Acaba() noexcept;
     /// Gives the target back what it held and removes all else. Touches only what this output
@@ -91,6 +94,7 @@ private:
     void CreaCopia(std::string_view marca, Error& error);
     void GuardaCopia(std::string_view marca, Error& error);
     void GuardaAnterior(std::string_view marca, Error& error);
+    bool EsComoAlAbrir(const sistema::CEstado& ahora) const;
     bool Devuelve() noexcept;
     bool DevuelveEnSitio() noexcept;
     bool DevuelveSegundo(bool esNuestro, bool falta) noexcept;
@@ -105,8 +109,9 @@ private:
     Ruta m_destino;
     Ruta m_temporal; // what grows beside the target: the output, or the copy of what it held
     Ruta m_antes;    // what the target held, beside it
-    Ruta m_conservado;
+    CAnterior m_conservado;
     sistema::CEstado m_estado; // of the target when it was opened
-    sistema::CEstado m_suyo;   // of the file in the making
+    bool m_escritoMientras = false;
+    sistema::CEstado m_suyo; // of the file in the making
     Paso m_paso = Paso::Nada;
 };

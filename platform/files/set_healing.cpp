@@ -291,12 +291,13 @@ bool CSanador::DejaLoTocado(const CEntradaDiario& entrada, const CEstado& ahora,
     if (ahora.tipo == Tipo::NoHay || (!despues && !esOtro))
         return false;
     const Ruta destino = En(entrada.destino.filename());
-    const Ruta anterior = GuardaComoAnterior(antes, destino, error);
+    const auto [anterior, esNuevo] = GuardaComoAnterior(antes, destino, error);
     if (error)
         return true; // nothing is touched
     // A disk without second names may number its files anew whenever it is there.
     if (!despues && sistema::MiraEnlace(antes, error).nombres == 1) {
-        sistema::Borra(anterior, error);
+        if (esNuevo)
+            sistema::Borra(anterior, error);
         return false;
     }
     m_tocados.push_back({sistema::Nombre(destino.lexically_normal()),

@@ -53,8 +53,6 @@ inline constexpr const char* kLineasLargas =
     "Todas las líneas de %s son más largas que las de su forma"_ansi;
 inline constexpr const char* kLineasCortas =
     "Todas las líneas de %s son más cortas que las de su forma"_ansi;
-inline constexpr const char* kNoSeConserva =
-    "Lo que había en %s no se ha podido conservar a su lado"_ansi;
 inline constexpr const char* kListaConMarca =
     "La lista %s empieza por una marca de Unicode y se ha leído mal: guárdela como ANSI"_ansi;
 inline constexpr const char* kSinPoligonos = "La lista %s no nombra ningún polígono"_ansi;
@@ -68,6 +66,5 @@ inline constexpr const char* kNoEsDeSubparcelas =
     "La cabecera de %s es la de otra tabla, no la de subparcelas";
 inline constexpr const char* kFilasAjenas =
     "En %s hay filas de otros municipios, %d, que no se reescriben";
-inline constexpr const char* kAnterior = "Lo que había en %s queda en %s"_ansi;
 
 } // namespace observaciones

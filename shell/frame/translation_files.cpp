@@ -108,7 +108,7 @@ bool CTraduccionDlg::CreaLog(const CString& nombre, const std::vector<CString>& 
     const CString anterior =
         que == Registro::SiempreVacio && !esEntrada ? CFile::GuardaAnterior(nombre) : CString();
     if (!anterior.IsEmpty())
-        Observa(observaciones::kAnterior, nombre, anterior);
+        Observa("%s", CConservada{nombre, anterior}.Frase());
     if (!esEntrada && m_proceso->log.Open(nombre, kCrea | CFile::modeInPlace, &fallo)) {
         m_proceso->escritos.log = CFile::RutaCompleta(nombre);
         return true;
@@ -134,7 +134,6 @@ bool CTraduccionDlg::CreaSalida(CStdioFile& fichero, const CString& nombre, cons
 void CTraduccionDlg::ConfirmaSalidas()
 {
     m_proceso->salidas.Confirma();
-    for (const auto& [destino, anterior] : m_proceso->salidas.Conservadas())
-        anterior.IsEmpty() ? Observa(observaciones::kNoSeConserva, destino)
-                           : Observa(observaciones::kAnterior, destino, anterior);
+    for (const CConservada& una : m_proceso->salidas.Conservadas())
+        Observa("%s", una.Frase());
 }

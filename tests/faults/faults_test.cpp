@@ -563,6 +563,42 @@ TEST(Salidas, ThatAnotherProgramHasOpenCanBeClosedBeforeTheRun)
     EXPECT_EQ(preguntas[1], preguntas[0]);
 }
 
+TEST(Salidas, WhatIsOnlyReservedIsNobodyElsesUntilAllAreInTheirPlaces)
+{
+    const CCarpetaPrueba carpeta;
+    carpeta.Pon("lista.txt", "antes");
+    sistema::Error error;
+    const auto graba = [&](const CPlanDeFallos& plan) {
+        CConjuntoSalidas conjunto;
+        ASSERT_EQ(conjunto.Reserva(carpeta.En("lista.txt"), error), CReemplazo::Apertura::Abierto);
+        for (const char* nombre : {"a.txt", "b.txt"}) {
+            CFile fichero;
+            fichero.Open(carpeta.En(nombre), CFile::modeCreate | CFile::modeWrite, nullptr,
+                         &conjunto);
+            fichero.Close();
+        }
+        Plan() = plan;
+        conjunto.Confirma();
+    };
+    graba({.que = Que::Nada, .anota = true});
+    const std::vector<Llamada> hechas = std::exchange(Plan(), {}).hechas;
+    const auto ultima = std::find(hechas.rbegin(), hechas.rend(), Llamada::Renombrar);
+    int ocupadas = 0;
+    graba({.que = Que::Nada,
+           .entretanto =
+               [&] {
+                   CConjuntoSalidas otro;
+                   if (otro.Reserva(carpeta.En("lista.txt"), error) ==
+                       CReemplazo::Apertura::Ocupado)
+                       ++ocupadas;
+               },
+           .entretantoEn = hechas.rend() - ultima});
+    Plan() = {};
+    EXPECT_EQ(ocupadas, 1);
+    EXPECT_EQ(carpeta.Lee("lista.txt"), "antes");
+    EXPECT_EQ(carpeta.Cuantos(), 3) << "it was let go of";
+}
+
 TEST(Salidas, AnUndoLeavesWhatSomebodyElseHasPlaced)
 {
     const CCarpetaPrueba carpeta;

@@ -160,8 +160,24 @@ TEST_F(Cruce, TellsTheRowsOfOtherMunicipalitiesThatItDoesNotWriteAnew)
     EXPECT_EQ(carpeta.Lee("Parcelas.txt.anterior"), antes);
     EXPECT_EQ(carpeta.Lee("Subparcelas.txt.anterior"), suyas);
     Ejecuta(dialogo, 1, 0, 0); // of the whole tables once more
-    EXPECT_EQ(carpeta.Lee("Parcelas.txt.anterior.2"), antes);
+    EXPECT_EQ(carpeta.Lee("Parcelas.txt.anterior.2"), "(no file)") << "what is there already";
     EXPECT_EQ(Lineas("Parcelas.txt").size(), 2U) << "the header and its own";
     EjecutaLote(dialogo, 1, 0, 0);
     EXPECT_TRUE(aplicacion.guion.escritos.observaciones.empty()) << "nothing is left to lose";
+}
+
+TEST_F(Cruce, KeepsWhatAnotherProgramWritesIntoATableMeanwhile)
+{
+    Parcela("7", "3");
+    lista = kLista;
+    const std::string suyas = "Ger Mun\r\n" + tablas["Parcelas"][0] + " \r\n";
+    aplicacion.guion.alAtender = [&](CDialog&, int) { carpeta.Pon("Parcelas.txt", suyas); };
+    CVexaACampiva2Dlg dialogo;
+    Ejecuta(dialogo, 1, 0, 0);
+    const auto& dicho = aplicacion.guion.escritos.observaciones;
+    ASSERT_EQ(dicho.size(), 1U);
+    EXPECT_EQ(carpeta.SinRuta(ansi::AUtf8(dicho[0])),
+              "Otro programa ha escrito en Parcelas.txt durante el proceso; lo suyo queda en " +
+                  ansi::AUtf8(carpeta.En("Parcelas.txt.anterior")));
+    EXPECT_EQ(carpeta.Lee("Parcelas.txt.anterior"), suyas);
 }

@@ -1,6 +1,7 @@
 #include "platform/files/safe_replacement.h"
 
 #include <csignal>
+#include <functional>
 
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -9,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/files/cstdio_file.h"
+#include "platform/files/output_set.h"
 #include "tests/support/files.h"
 
 namespace fs = std::filesystem;
@@ -220,6 +222,54 @@ TEST(Reemplazo, TwoProgramsNeverWriteOneOutput)
     registro.Flush();
     EXPECT_THROW(segundo.Open(carpeta.En("a.ERR"), kRegistro), CFileException);
     EXPECT_EQ(carpeta.Lee("a.ERR"), "E101");
+}
+
+TEST(Reemplazo, WhatAnotherProgramWroteMeanwhileStaysBesideItOnce)
+{
+    const struct {
+        const char* motivo;
+        bool habia;
+        std::function<void(const CCarpetaPrueba&)> entretanto;
+        const char* queda;
+    } casos[] = {
+        {"nothing", true, [](const auto&) {}, "(no file)"},
+        {"nothing, and no target", false, [](const auto&) {}, "(no file)"},
+        {"read", true, [](const auto& k) { (void)k.Lee("a.txt"); }, "(no file)"},
+        {"written", true, [](const auto& k) { k.Pon("a.txt", "de otro"); }, "de otro"},
+        {"written where nothing was", false, [](const auto& k) { k.Pon("a.txt", "de otro"); },
+         "de otro"},
+        {"replaced", true,
+         [](const auto& k) {
+             k.Pon("x", "de otro");
+             fs::rename(k.Ruta() / "x", k.Ruta() / "a.txt");
+         },
+         "de otro"},
+    };
+    for (const auto& caso : casos) {
+        SCOPED_TRACE(caso.motivo);
+        const CCarpetaPrueba carpeta;
+        for (int vez = 1; vez <= 2; ++vez) {
+            fs::remove(carpeta.Ruta() / "a.txt");
+            if (caso.habia)
+                carpeta.Pon("a.txt", "antes");
+            CConjuntoSalidas salidas;
+            CFile fichero;
+            ASSERT_TRUE(fichero.Open(carpeta.En("a.txt"), kEscribe, nullptr, &salidas));
+            fichero.Write("nuestro", 7);
+            fichero.Close();
+            caso.entretanto(carpeta);
+            salidas.Confirma();
+            EXPECT_EQ(carpeta.Lee("a.txt"), "nuestro");
+            EXPECT_EQ(carpeta.Lee("a.txt.anterior"), caso.queda);
+            EXPECT_FALSE(fs::exists(carpeta.Ruta() / "a.txt.anterior.2"));
+            ASSERT_EQ(salidas.Conservadas().size(),
+                      fs::exists(carpeta.Ruta() / "a.txt.anterior") ? 1U : 0U);
+            for (const CConservada& una : salidas.Conservadas()) {
+                EXPECT_TRUE(una.escritoMientras);
+                EXPECT_EQ(una.anterior, carpeta.En("a.txt.anterior"));
+            }
+        }
+    }
 }
 
 TEST(Reemplazo, AFileOfSomebodysUnderTheLocksNameKeepsItsRightsAndItsPlace)
