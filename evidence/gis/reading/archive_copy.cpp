@@ -1,10 +1,25 @@
 #include "evidence/gis/reading/archive_copy.h"
 
+#include <filesystem>
 #include <stdexcept>
 
 #include <cpl_conv.h>
 #include <cpl_string.h>
 #include <cpl_vsi.h>
+
+namespace {
+
+/// Where no variable names a folder for such, GDAL's own is the current one: the user's.
+std::string NombreTemporal()
+{
+    const std::string nombre = CPLGenerateTempFilename("vexa");
+    const std::string carpeta = CPLGetPath(nombre.c_str());
+    return carpeta.empty() || carpeta == "."
+               ? (std::filesystem::temp_directory_path() / CPLGetFilename(nombre.c_str())).string()
+               : nombre;
+}
+
+} // namespace
 
 bool CCopiaDeArchivo::HaceFalta(const char* nombre)
 {
@@ -12,7 +27,7 @@ bool CCopiaDeArchivo::HaceFalta(const char* nombre)
 }
 
 CCopiaDeArchivo::CCopiaDeArchivo(const std::string& lista)
-    : m_origen(lista.substr(0, lista.rfind('/'))), m_carpeta(CPLGenerateTempFilename("vexa"))
+    : m_origen(lista.substr(0, lista.rfind('/'))), m_carpeta(NombreTemporal())
 {
     constexpr long kSoloSuyo = 0700; // holders' names are among the data
     if (VSIMkdir(m_carpeta.c_str(), kSoloSuyo) != 0)

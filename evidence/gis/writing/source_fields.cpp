@@ -140,6 +140,13 @@ std::optional<CString> CCamposElemento::Texto(const char* nombre)
     return texto;
 }
 
+bool CCamposElemento::EsNumero(const char* nombre) const
+{
+    const int i = Puesto(nombre);
+    const OGRFieldType tipo = i < 0 ? OFTString : m_elemento.GetFieldDefnRef(i)->GetType();
+    return tipo == OFTInteger || tipo == OFTInteger64 || tipo == OFTReal;
+}
+
 std::optional<int> CCamposElemento::Entero(const char* nombre)
 {
     const int i = Puesto(nombre);
@@ -189,6 +196,14 @@ CDePoligono LeeDePoligono(CCamposElemento& campos)
 {
     CDePoligono suyo;
     suyo.poligono = campos.Entero(capa::kPoligono);
+    if (campos.EsNumero(capa::kEntrada)) { // the same number is all that is left of the name
+        const std::optional<int> leido = campos.Entero(capa::kEntrada);
+        if (!suyo.poligono || suyo.poligono == leido) {
+            suyo.poligono = leido;
+            suyo.entrada = leido ? EntradaUsual(*leido) : CString();
+            return suyo;
+        }
+    }
     const std::optional<CString> entrada = campos.Texto(capa::kEntrada);
     suyo.nombrada = entrada && !entrada->IsEmpty();
     if (suyo.nombrada)

@@ -24,6 +24,8 @@ public:
     explicit CCamposElemento(const OGRFeature& elemento) : m_elemento(elemento) {}
 
     bool Hay(const char* nombre) const { return m_elemento.GetFieldIndex(nombre) >= 0; }
+    /// Tells whether the source has a field as a number, which has no zeros in front.
+    bool EsNumero(const char* nombre) const;
     std::optional<CString> Texto(const char* nombre);
     std::optional<int> Entero(const char* nombre);
     std::optional<double> Real(const char* nombre) const;

@@ -6,6 +6,20 @@
 #include "evidence/paths.h"
 #include "platform/ansi.h"
 
+namespace {
+
+/// Tells of what names no polygon whether it is in the drawing of one all the same.
+bool EsDeAlgunDibujo(const CRecintoEntrante& recinto)
+{
+    return recinto.clase != ClaseTopologia::Hojas && recinto.de.entrada.IsEmpty() && recinto.numero;
+}
+bool EsDeAlgunDibujo(const CEntidadEntrante& /*entidad*/)
+{
+    return false; // with a place it is the sheets'
+}
+
+} // namespace
+
 GDALDataset* CMunicipioNuevo::Crea(const char* lista, int bandas, CSLConstList opciones)
 {
     if (bandas != 0)
@@ -163,13 +177,18 @@ bool CMunicipioNuevo::Toma(const char* capa, const OGRFeature& elemento)
 template <class T>
 bool CMunicipioNuevo::SeSalta(std::vector<T>& tomados, std::size_t desde)
 {
-    if (m_modo.saltaInvalidos && *m_hayLista)
+    const bool seQueda = m_modo.saltaInvalidos && *m_hayLista; // what a drawing has of it
+    const bool noSeSabeDonde = seQueda && EsDeAlgunDibujo(tomados.back());
+    if (seQueda && !noSeSabeDonde)
         return true;
     const CString motivo = tomados.back().rechazo;
     tomados.erase(tomados.begin() + static_cast<std::ptrdiff_t>(desde), tomados.end());
-    if (m_modo.saltaInvalidos)
+    if (noSeSabeDonde)
+        m_noticias.Falla(kRechazados, motivo + ". Es uno de los que ya hay, y con INVALIDOS=SI se "
+                                               "quitaría de su dibujo"_ansi);
+    else if (m_modo.saltaInvalidos)
         m_noticias.Advierte(kRechazados, "Se deja fuera "_ansi + motivo);
     else
         m_noticias.Falla(kRechazados, motivo);
-    return m_modo.saltaInvalidos;
+    return m_modo.saltaInvalidos && !noSeSabeDonde;
 }

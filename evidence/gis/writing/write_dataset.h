@@ -70,10 +70,12 @@ private:
                                const std::vector<CPedidoDibujo>& pedidos) const;
     void PideDejadas(const CListaDibujada& lista, std::map<CString, CCapasTraidas>& dejadas,
                      std::vector<CPedidoDibujo>& pedidos) const;
+    void ReservaLista(CConjuntoSalidas& salidas) const;
     bool Graba(); ///< false, which was told, where nothing is to be written
     // They make a drawing, and give false where something was refused, which was told.
     bool GrabaPoligono(const CString& base, bool estaba, CPedidoDibujo pedido,
                        CConjuntoSalidas& salidas);
+    bool EstaEntero(const CString& base, const CPedidoDibujo& pedido) const;
     bool EstaLibre(const CString& base, const CPedidoDibujo& pedido) const;
     bool GrabaHojas(CConjuntoSalidas& salidas);
     bool Graba(const CString& base, const CDibujoAntes* antes, CPedidoDibujo pedido,

@@ -226,10 +226,21 @@ bool CMunicipioNuevo::TienenFicherosPropios(const CListaDibujada& lista,
     return bien;
 }
 
+/// Who writes the municipality has its list, from before the first drawing is read until all are in
+/// their places: what two of them make of one drawing would be the later one's alone.
+void CMunicipioNuevo::ReservaLista(CConjuntoSalidas& salidas) const
+{
+    sistema::Error error;
+    if (!m_simula && salidas.Reserva(m_lista, error) == CReemplazo::Apertura::Ocupado)
+        throw CFileException(m_lista, sistema::kDeOtro);
+}
+
 bool CMunicipioNuevo::Graba()
 {
     for (const CTocado& tocado : SanaConjuntos({m_lista}))
         Advierte(tocado.Frase());
+    CConjuntoSalidas salidas;
+    ReservaLista(salidas);
     CListaDibujada lista(m_lista, m_sustituye);
     if (!lista.FijaMunicipio(m_opciones, GetMetadataItem(opcion::kCabecera)))
         return false;
@@ -246,7 +257,6 @@ bool CMunicipioNuevo::Graba()
     bool bien = lista.SituaEntradas(m_modo, m_recintos, m_entidades, dejadas);
     DejaFuera(m_recintos, m_entidades,
               [&](const auto& suyo) { return EsDeHojas(suyo) || lista.Tiene(suyo.de.entrada); });
-    CConjuntoSalidas salidas;
     bien = GrabaHojas(salidas) && bien;
     std::vector<CPedidoDibujo> pedidos = Pedidos();
     std::vector<CString> entradas;
@@ -266,6 +276,8 @@ bool CMunicipioNuevo::Graba()
         return bien;
     lista.Graba(entradas, salidas);
     salidas.Confirma();
+    for (const CConservada& una : salidas.Conservadas())
+        Advierte(una.Frase());
     return true;
 }
 
@@ -275,17 +287,26 @@ bool CMunicipioNuevo::GrabaPoligono(const CString& base, bool estaba, CPedidoDib
     CDibujoAntes antes;
     if (estaba && antes.Lee(base, kDePoligono))
         return Graba(base, &antes, std::move(pedido), salidas);
-    if (estaba)
-        for (const ClaseTopologia clase : kDePoligono)
-            if (!pedido.traidas.Hay(clase) && EstaEnDisco(ConExtension(base, ExtensionDe(clase)))) {
-                FallaCon("el dibujo %s no se puede cambiar: tiene .%s y le falta el .BIN. Con la "
-                         "opción SUSTITUYE=SI se hace uno nuevo"_ansi,
-                         pedido.nombre, ExtensionDe(clase));
-                return false;
-            }
+    if (estaba && !EstaEntero(base, pedido))
+        return false;
     if (!estaba && !m_sustituye && !EstaLibre(base, pedido))
         return false;
     return Graba(base, nullptr, std::move(pedido), salidas);
+}
+
+/// Tells whether no topology without its drawing would go by what is written; one that would was
+/// told.
+bool CMunicipioNuevo::EstaEntero(const CString& base, const CPedidoDibujo& pedido) const
+{
+    const auto suelta = std::ranges::find_if(pedido.clases, [&](ClaseTopologia clase) {
+        return !pedido.traidas.Hay(clase) && EstaEnDisco(ConExtension(base, ExtensionDe(clase)));
+    });
+    if (suelta == pedido.clases.end())
+        return true;
+    FallaCon("el dibujo %s no se puede cambiar: tiene .%s y le falta el .BIN. Con la opción "
+             "SUSTITUYE=SI se hace uno nuevo"_ansi,
+             pedido.nombre, ExtensionDe(*suelta));
+    return false;
 }
 
 /// Tells whether no file stands where a drawing is to come that the list doesn't have: a list with
@@ -328,6 +349,8 @@ bool CMunicipioNuevo::GrabaHojas(CConjuntoSalidas& salidas)
     const CString base = carpeta + nombre;
     CDibujoAntes antes;
     const bool estaba = !m_sustituye && antes.Lee(base, pedido.clases);
+    if (!estaba && !m_sustituye && !EstaEntero(base, pedido))
+        return false;
     return Graba(base, estaba ? &antes : nullptr, std::move(pedido), salidas);
 }
 

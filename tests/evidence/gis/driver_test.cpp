@@ -224,6 +224,15 @@ TEST_F(Driver, ReadsAMunicipalityInsideAnArchive)
     }
     EXPECT_EQ(Abre((dentro + "nada.txt").c_str()), nullptr);
     EXPECT_EQ(dicho, "");
+    CPLSetConfigOption("CPL_TMPDIR", "");
+    {
+        const CEnCarpeta ahi(carpeta.Ruta());
+        const int antes = carpeta.Cuantos();
+        const GDALDatasetUniquePtr datos = Abre((dentro + "lista.txt").c_str());
+        EXPECT_NE(datos, nullptr) << dicho;
+        EXPECT_EQ(carpeta.Cuantos(), antes) << "a copy in the user's folder";
+    }
+    CPLSetConfigOption("CPL_TMPDIR", nullptr);
 }
 
 TEST_F(Driver, PutsMessagesWithoutAPlaceIntoTheirPolygon)

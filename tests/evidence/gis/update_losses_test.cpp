@@ -2,6 +2,8 @@
 
 #include <limits>
 
+#include "platform/files/output_set.h"
+
 // What a source brings by mistake: no drawing loses anything by it.
 
 TEST_F(Update, LeavesDrawingsAloneThatTheListDoesntHave)
@@ -169,6 +171,62 @@ TEST_F(Update, KeepsWhatIsThereOfWhatIsLeftOut)
         Escribe({{"parcelas", todas}});
         EXPECT_NE(dicho.find("fallo: "), std::string::npos);
         EXPECT_EQ(Cambiados(), Lineas());
+    }
+}
+
+TEST_F(Update, LeavesNothingOutThatIsInADrawingWithoutSayingInWhich)
+{
+    for (const bool numerada : {true, false}) {
+        SCOPED_TRACE(numerada);
+        PonComoEstaba();
+        CElementos todas = Elementos("parcelas");
+        const CElemento buena = Parcela(todas, "9");
+        CElemento& una = Parcela(todas, "9");
+        for (const char* campo : {"poligono", "entrada"})
+            una.erase(campo);
+        if (!numerada) { // a new one
+            una.erase("numero");
+            una["wkt"] = "POLYGON ((90 90,99 90,99 99,90 90))";
+            todas.push_back(buena);
+        }
+        Escribe({{"parcelas", todas}}, {"INVALIDOS=SI"});
+        EXPECT_EQ(Cambiados(), Lineas());
+        EXPECT_NE(dicho.find("no dice de qué polígono es"), std::string::npos) << dicho;
+        EXPECT_EQ(dicho.find("fallo: ") == std::string::npos, !numerada) << dicho;
+    }
+}
+
+TEST_F(Update, LeavesSheetsAloneThatHaveNoDrawing)
+{
+    carpeta.Pon("ortos.TOP", "hojas");
+    Escribe({{"rotulos", {{{"posicion", "1"}, {"texto", "a"}, {"wkt", "POINT (1 1)"}}}}});
+    EXPECT_NE(dicho.find("el dibujo ortos no se puede cambiar: tiene .TOP y le falta el .BIN"),
+              std::string::npos)
+        << dicho;
+    EXPECT_EQ(carpeta.Lee("ortos.TOP"), "hojas");
+}
+
+TEST_F(Update, KnowsAPolygonByTheNumberAsWhichItsNameWasRead)
+{
+    for (const char* extension : {"BIN", "PAR", "SUB", "POL"})
+        std::filesystem::rename(carpeta.Ruta() / (std::string("1.") + extension),
+                                carpeta.Ruta() / (std::string("01.") + extension));
+    carpeta.Pon("lista.txt", "TREN 045127 PUEBLO\r\nP01\r\nP2");
+    const std::string lista = carpeta.Lee("lista.txt");
+    const CElementos parcelas = Elementos("parcelas");
+    for (const OGRFieldType tipo : {OFTInteger, OFTInteger64, OFTReal}) {
+        dicho.clear();
+        {
+            const GDALDatasetUniquePtr datos = Crea({});
+            OGRLayer* capa = Capa(*datos, "parcelas", {{"entrada", tipo}, {"rotulo", OFTString}});
+            for (const CElemento& una : parcelas)
+                Pon(*capa,
+                    {{"entrada", "1"}, {"rotulo", una.contains("rotulo") ? una.at("rotulo") : ""}},
+                    una.at("wkt").c_str());
+        }
+        EXPECT_EQ(dicho.find("fallo: "), std::string::npos) << dicho;
+        EXPECT_EQ(carpeta.Lee("lista.txt"), lista);
+        EXPECT_FALSE(std::filesystem::exists(carpeta.Ruta() / "1.BIN"));
     }
 }
 
@@ -346,4 +404,22 @@ TEST_F(Update, RefusesCoordinatesThatAreNoNumbers)
         EXPECT_NE(dicho.find("sus coordenadas no son números"), std::string::npos) << dicho;
         EXPECT_EQ(Cambiados(), Lineas());
     }
+}
+
+TEST_F(Update, WritesNothingWhileAnotherProgramHasTheMunicipality)
+{
+    CElementos parcelas = Elementos("parcelas");
+    Parcela(parcelas, "7")["parcela"] = "77";
+    CConjuntoSalidas otro;
+    sistema::Error error;
+    ASSERT_EQ(otro.Reserva(carpeta.En("lista.txt"), error), CReemplazo::Apertura::Abierto);
+    Escribe({{"parcelas", parcelas}}, {"GANAN=NUMEROS", "SIMULA=SI"});
+    EXPECT_EQ(dicho.find("fallo: "), std::string::npos) << "nothing is to be written: " << dicho;
+    Escribe({{"parcelas", parcelas}}, {"GANAN=NUMEROS"});
+    EXPECT_EQ(Cambiados(), Lineas{});
+    EXPECT_NE(dicho.find("lista.txt: Otro proceso lo está escribiendo"), std::string::npos)
+        << dicho;
+    otro.Desecha();
+    Escribe({{"parcelas", parcelas}}, {"GANAN=NUMEROS"});
+    EXPECT_EQ(Cambiados(), (Lineas{"1.BIN", "1.PAR"}));
 }
