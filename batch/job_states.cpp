@@ -121,8 +121,16 @@ void CEstados::Lee()
 
 void CEstados::Empieza() const
 {
-    if (!std::ofstream(Diario(), std::ios::trunc))
-        throw CFileException(sistema::Nombre(Diario()), std::make_error_code(std::errc::io_error));
+    errno = 0;
+    Exige(std::ofstream(Diario(), std::ios::trunc));
+}
+
+/// Raises the system's reason where a stream to the diary has failed.
+void CEstados::Exige(const std::ostream& diario) const
+{
+    if (!diario)
+        throw CFileException(sistema::Nombre(Diario()),
+                             sistema::Error(errno != 0 ? errno : EIO, std::generic_category()));
 }
 
 bool CEstados::EsDeOtro() const
@@ -153,19 +161,19 @@ void CEstados::Abre()
 {
     for (const std::filesystem::path& deAntes : {Tabla(), Pagina(), Hoja(), DichoResumen()})
         Quita(deAntes);
+    errno = 0;
     m_diario.open(Diario(), std::ios::app | std::ios::binary);
     if (m_diario.tellp() > 0)
         m_diario << "\n"; // behind a line that a killed run may have left unfinished
-    if (!m_diario.flush())
-        throw CFileException(sistema::Nombre(Diario()), std::make_error_code(std::errc::io_error));
+    Exige(m_diario.flush());
 }
 
 void CEstados::Anota(const CTrabajo& trabajo, const CHecho& hecho)
 {
     m_hechos[trabajo.linea] = hecho;
+    errno = 0;
     m_diario << Numeros(hecho) << '\t' << trabajo.linea << '\n';
-    if (!m_diario.flush())
-        throw CFileException(sistema::Nombre(Diario()), std::make_error_code(std::errc::io_error));
+    Exige(m_diario.flush());
 }
 
 const CHecho* CEstados::De(const CTrabajo& trabajo) const

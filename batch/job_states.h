@@ -71,6 +71,8 @@ public:
     std::size_t Cuantos() const { return m_hechos.size(); } ///< jobs that are known to have ended
 
 private:
+    void Exige(const std::ostream& diario) const;
+
     std::filesystem::path m_carpeta;
     std::ofstream m_diario;
     int m_cortadas = 0;

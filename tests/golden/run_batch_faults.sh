@@ -114,6 +114,13 @@ status 2 env PATH="$work/bin" campiva-lote --sshlogin : t
 status 1 env TMPDIR="$work/t" "$batch" t
 cmp t.resultados/trabajos.log before.log && cmp t.resultados/estado.tsv before.tsv
 
+# A disk that takes nothing more is told as such.
+if [ -c /dev/full ]; then
+  mkdir full && touch full/estado.tsv && ln -s /dev/full full/trabajos.log
+  status 1 "$batch" --resultados full t
+  grep -q "full/trabajos.log.*No queda espacio en el dispositivo" <(tr '\n' ' ' < said) || { cat said >&2 && fail "no reason"; }
+fi
+
 # Nobody's own files are taken for results, by whatever name they come.
 for name in trabajos.tsv estado.tsv trabajos.log salidas/1.err; do
   mkdir -p own/salidas && touch own/trabajos.log
