@@ -74,6 +74,7 @@ void CCampivaAVexaDlg::OnOK()
 
     int numErrores = 0;
     int numWarnings = 0;
+    m_conTabulador = 0;
     const auto registros = std::make_shared<CBaseCatastro>(0);
     CBaseCatastro& base = *registros;
     ActivaControles(false);
@@ -96,6 +97,10 @@ void CCampivaAVexaDlg::OnOK()
 
 void CCampivaAVexaDlg::ObservaEntrada(CStdioFile& entrada, const CBaseCatastro& base)
 {
+    if (m_conTabulador > 0) {
+        Observa(observaciones::kTabuladores, ArchivoEntrada, m_conTabulador);
+        ConservaAnteriores();
+    }
     const bool nadaLeido =
         std::all_of(base.Municipios().begin(), base.Municipios().end(), [](const CMunicipio& m) {
             return m.Titulares().empty() && m.Parcelas().empty() && m.Modulos().empty() &&

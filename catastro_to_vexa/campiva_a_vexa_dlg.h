@@ -53,6 +53,12 @@ private:
     void LeeListaSubparcelas(CBaseCatastro& base, CStdioFile* entrada, CStdioFile* log,
                              int* numErrores, int* numWarnings);
 
+    /// Counts a line that has a tab, which no file of fixed columns has.
+    void MiraTabuladores(std::string_view linea)
+    {
+        constexpr char kTabulador = '\t';
+        m_conTabulador += linea.find(kTabulador) != std::string_view::npos ? 1 : 0;
+    }
     /// Says behind the summary what speaks against the input being what it was read as; the tables
     /// that the run replaces are kept then. Raises CFileException where a read fails.
     void ObservaEntrada(CStdioFile& entrada, const CBaseCatastro& base);
@@ -73,6 +79,7 @@ private:
     }};
     const std::array<CBusqueda, 1> m_busquedas = {
         {{IDC_BUSCAR_ENTRADA, &ArchivoEntrada, IDS_FILTRO_TODOS}}};
+    int m_conTabulador = 0; ///< lines that this run has read
 };
 
 /// Checks a database that was read, and tells the log of parcels without subparcels, or else

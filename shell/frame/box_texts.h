@@ -53,6 +53,9 @@ inline constexpr const char* kLineasLargas =
     "Todas las líneas de %s son más largas que las de su forma"_ansi;
 inline constexpr const char* kLineasCortas =
     "Todas las líneas de %s son más cortas que las de su forma"_ansi;
+inline constexpr const char* kTabuladores = "En %s hay líneas con tabuladores, %d. El texto que "
+                                            "lleva uno queda partido en su tabla, y lo que "
+                                            "va detrás se lee en otra columna"_ansi;
 inline constexpr const char* kListaConMarca =
     "La lista %s empieza por una marca de Unicode y se ha leído mal: guárdela como ANSI"_ansi;
 inline constexpr const char* kSinPoligonos = "La lista %s no nombra ningún polígono"_ansi;

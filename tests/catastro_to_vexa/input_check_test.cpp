@@ -41,6 +41,13 @@ TEST(EntradaSospechosa, IsToldBehindTheSummaryAndKeepsWhatItsTablesReplace)
          "más largas que las de su forma"},
         {"lines shorter than any", Veces(12, "PJ045127   00001"), 0,
          "más cortas que las de su forma"},
+        {"a tab in a text",
+         Veces(2, kBuena) + Veces(1, "PJ045127   00002LA\tERA" + std::string(30, ' ')), 0,
+         "1. El texto que lleva uno queda partido en su tabla, y lo que va detrás se lee en otra "
+         "columna"},
+        {"a tab in a list", Veces(1, relacion) + Veces(2, "2204512\t" + std::string(80, ' ')), 1,
+         "2. El texto que lleva uno queda partido en su tabla, y lo que va detrás se lee en otra "
+         "columna"},
         {"a few short ones may be so", Veces(9, "PJ045127   00001"), 0, ""},
     };
     for (const auto& caso : casos) {
