@@ -1,7 +1,6 @@
 #include "catastro_to_vexa/input_check.h"
 
 #include <algorithm>
-#include <cstdint>
 #include <iterator>
 #include <string_view>
 
@@ -11,7 +10,6 @@
 
 namespace {
 
-constexpr std::uint64_t kMuestra = std::uint64_t{64} * 1024; // bytes
 constexpr int kLineasQueDicenAlgo = 10; // a few lines may all be short by chance
 
 /// Form of an input: how its records are known, and how long they are.
@@ -43,8 +41,7 @@ struct CMuestra {
     int registros = 0;
     int largas = 0;
     int cortas = 0;
-    int conLetras = 0; ///< with letters beyond ASCII
-    int enUtf8 = 0;    ///< all of them UTF-8
+    ansi::CMiraUtf8 utf8;
 
     void Toma(std::string_view linea, const CFormaEntrada& forma)
     {
@@ -52,11 +49,7 @@ struct CMuestra {
         registros += forma.esRegistro(CLineaFija(linea)) ? 1 : 0;
         largas += linea.size() > forma.masLarga ? 1 : 0;
         cortas += linea.size() < forma.masCorta ? 1 : 0;
-        const bool letras = std::any_of(linea.begin(), linea.end(), [](char c) {
-            return static_cast<unsigned char>(c) >= 0x80;
-        });
-        conLetras += letras ? 1 : 0;
-        enUtf8 += letras && ansi::AUtf8(linea) == linea ? 1 : 0;
+        utf8.Toma(linea);
     }
 };
 
@@ -71,14 +64,15 @@ SospechaEntrada MiraEntrada(CStdioFile& entrada, int tipoEntrada)
     entrada.Seek(0);
     const CFormaEntrada& forma = tipoEntrada == 0 ? kIntercambio : kRelacion;
     CMuestra muestra;
-    for (CString linea; entrada.GetPosition() < kMuestra && entrada.ReadString(linea);)
+    for (CString linea;
+         entrada.GetPosition() < ansi::CMiraUtf8::kBastan && entrada.ReadString(linea);)
         if (!linea.IsEmpty())
             muestra.Toma(linea, forma);
     if (muestra.lineas == 0)
         return SospechaEntrada::Vacia;
     if (muestra.registros == 0)
         return SospechaEntrada::OtraForma;
-    if (muestra.conLetras > 0 && muestra.enUtf8 == muestra.conLetras)
+    if (muestra.utf8.EsUtf8())
         return SospechaEntrada::EsUtf8;
     if (muestra.lineas >= kLineasQueDicenAlgo && muestra.largas == muestra.lineas)
         return SospechaEntrada::LineasLargas;

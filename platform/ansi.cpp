@@ -1,5 +1,7 @@
 #include "platform/ansi.h"
 
+#include <algorithm>
+
 namespace ansi {
 namespace {
 
@@ -58,6 +60,14 @@ std::string AUtf8(std::string_view texto)
         texto.remove_prefix(tomados);
     }
     return utf8;
+}
+
+void CMiraUtf8::Toma(std::string_view linea)
+{
+    if (std::ranges::all_of(linea, [](char c) { return static_cast<unsigned char>(c) < 0x80; }))
+        return;
+    ++m_conLetras;
+    m_enUtf8 += AUtf8(linea) == linea ? 1 : 0;
 }
 
 } // namespace ansi

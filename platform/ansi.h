@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -56,6 +57,20 @@ inline constexpr std::string_view kMarcaUtf8 = "\xEF\xBB\xBF";
 /// What a person sees of a text of the program: a sequence of bytes that is valid UTF-8 passes as
 /// it is (names of files come in that way), any other byte from 0x80 is taken as code page 1252.
 std::string AUtf8(std::string_view texto);
+
+/// Looks whether a text, which should be in the code page, is in UTF-8: it has letters beyond
+/// ASCII, and each line that has one is. Its first lines tell.
+class CMiraUtf8 {
+public:
+    static constexpr std::uint64_t kBastan = std::uint64_t{64} * 1024; ///< bytes of the text
+
+    void Toma(std::string_view linea);
+    bool EsUtf8() const { return m_conLetras > 0 && m_enUtf8 == m_conLetras; }
+
+private:
+    int m_conLetras = 0; // lines
+    int m_enUtf8 = 0;    // those of them that are
+};
 
 } // namespace ansi
 

@@ -40,7 +40,10 @@ void CVexaACampiva2Dlg::ObservaEntradas()
         Observa(forma, argumentos...);
         ConservaAnteriores();
     };
-    const auto& [primera, cabecera, poligonos, parcelas, subparcelas, delMunicipio] = m_vistas;
+    const auto& [primera, cabecera, poligonos, parcelas, subparcelas, delMunicipio, enUtf8] =
+        m_vistas;
+    for (const CString& tabla : enUtf8)
+        observa(observaciones::kParecenUtf8, tabla);
     const bool marca = TieneMarca(primera);
     const bool vacia = primera.IsEmpty() && poligonos == 0;
     if (marca)

@@ -1,5 +1,6 @@
 #include "cadastre/exchange_format.h"
 #include "cadastre/table_files.h"
+#include "platform/ansi.h"
 #include "vexa_to_catastro/vexa_a_campiva2_dlg.h"
 
 // The reading of one municipality from the six tables. Places and holders must be there before the
@@ -15,9 +16,12 @@ bool CVexaACampiva2Dlg::LeeTabla(UINT estado, const CString& archivo, const CMun
         return false;
     CString fila;
     bool primera = true;
+    ansi::CMiraUtf8 utf8;
     while (tabla.ReadString(fila)) {
         if (!Avanza(tabla.GetPosition(), tabla.GetLength()))
             return false;
+        if (tabla.GetPosition() < ansi::CMiraUtf8::kBastan)
+            utf8.Toma(fila);
         const bool cabecera = primera && EsCabecera(fila);
         primera = false;
         const int suyo = MunicipioDeFila(fila);
@@ -31,6 +35,8 @@ bool CVexaACampiva2Dlg::LeeTabla(UINT estado, const CString& archivo, const CMun
         if (!(cabecera && municipio.Mun == 0) && suyo == municipio.Mun)
             toma(fila);
     }
+    if (utf8.EsUtf8())
+        m_vistas.enUtf8.push_back(archivo);
     return true;
 }
 

@@ -150,6 +150,7 @@ private:
         CFilasVistas parcelas;
         CFilasVistas subparcelas;
         int parcelasDelMunicipio = 0; ///< rows with both codes of the list's first line
+        std::vector<CString> enUtf8;  ///< tables
     };
 
     bool ParcelasNoSalvadas = false; ///< a parcel of this run couldn't be stored

@@ -181,3 +181,32 @@ TEST_F(Cruce, KeepsWhatAnotherProgramWritesIntoATableMeanwhile)
                   ansi::AUtf8(carpeta.En("Parcelas.txt.anterior")));
     EXPECT_EQ(carpeta.Lee("Parcelas.txt.anterior"), suyas);
 }
+
+TEST_F(Cruce, TellsTablesThatAnEditorHasStoredInUtf8)
+{
+    Parcela("7", "3");
+    const struct {
+        const char* motivo;
+        std::string nombre;
+        bool seDice;
+    } casos[] = {{"letters of ASCII", "NUNEZ", false},
+                 {"the code page",
+                  "N\xDA\xD1"
+                  "EZ",
+                  false},
+                 {"UTF-8", "NÚÑEZ", true},
+                 {"the code page, somewhere", "NÚÑEZ\xD1", false}};
+    for (const auto& caso : casos) {
+        SCOPED_TRACE(caso.motivo);
+        tablas["Titulares"] = {Fila({"045", "127", "1", "ANA", " ", "11111111"}),
+                               Fila({"045", "127", "2", caso.nombre, " ", "22222222"})};
+        Ejecuta(1);
+        const auto& dicho = aplicacion.guion.escritos.observaciones;
+        EXPECT_EQ(dicho.empty() ? "" : carpeta.SinRuta(ansi::AUtf8(dicho[0])),
+                  caso.seDice
+                      ? "El archivo Titulares.txt parece estar en UTF-8: sus acentos y eñes "
+                        "se han leído mal"
+                      : "");
+        EXPECT_EQ(std::filesystem::remove(carpeta.Ruta() / "Parcelas.txt.anterior"), caso.seDice);
+    }
+}
