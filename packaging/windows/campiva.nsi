@@ -129,10 +129,59 @@ FunctionEnd
   !insertmacro WAIT_FOR_PROGRAM "${un}" "${folder}\show_drawing"
 !macroend
 
+; Goes on when no program has the file $0 open in a way that keeps it where it is, as a viewer has the manual.
+!macro FUNCTION_WAIT_FOR_FILE un
+Function ${un}WaitForFile
+  !define DELETE_AND_WRITE 0x40010000
+  !define SHARE_ALL 7
+  !define OPEN_EXISTING 3
+  !define SHARING_VIOLATION 32
+  ${Do}
+    System::Call 'kernel32::CreateFileW(w r0, i ${DELETE_AND_WRITE}, i ${SHARE_ALL}, p 0, i ${OPEN_EXISTING}, i 0, p 0) p .r3 ?e'
+    Pop $4
+    ${If} $3 <> -1
+      System::Call 'kernel32::CloseHandle(p r3)'
+      ${ExitDo}
+    ${EndIf}
+    ${If} $4 <> ${SHARING_VIOLATION}
+      ${ExitDo}
+    ${EndIf}
+    MessageBox MB_RETRYCANCEL|MB_ICONEXCLAMATION \
+      "Algún programa tiene abierto este archivo. Ciérrelo para continuar.$\r$\n$\r$\n$0" /SD IDCANCEL IDRETRY +3
+    SetErrorLevel 2
+    Quit
+  ${Loop}
+  !undef DELETE_AND_WRITE
+  !undef SHARE_ALL
+  !undef OPEN_EXISTING
+  !undef SHARING_VIOLATION
+FunctionEnd
+!macroend
+!insertmacro FUNCTION_WAIT_FOR_FILE ""
+!insertmacro FUNCTION_WAIT_FOR_FILE "un."
+!macro WAIT_FOR_OWN_FILE un name folder sum
+  StrCpy $0 "$Place\${name}"
+  Call ${un}WaitForFile
+!macroend
+
+; Two at a time would take each other's files for somebody's own. The turn ends with what installs.
+Function WaitForTurn
+  !define ABANDONED 0x80
+  System::Call 'kernel32::CreateMutexW(p 0, i 0, w "Global\${PRODUCT}.Instalador") p .r0'
+  System::Call 'kernel32::WaitForSingleObject(p r0, i 60000) i .r1'
+  ${If} $1 <> 0
+  ${AndIf} $1 <> ${ABANDONED}
+    !insertmacro GIVE_UP "Otra instalación de ${PRODUCT} está en marcha. Espere a que acabe y repita esta."
+  ${EndIf}
+  !undef ABANDONED
+FunctionEnd
+
 ; Takes the one in $Older away. The first release's would delete all that stands in its folder of samples, which
 ; so is put aside; what of it is no sample comes back.
 Function TakeOlderAway
   !insertmacro WAIT_FOR_PROGRAMS "" "$Older"
+  StrCpy $Place $Older
+  !insertmacro EACH_CONTENT_FILE WAIT_FOR_OWN_FILE ""
   StrCpy $Aside ""
   ${If} $OlderIsSafe <> 1
   ${AndIf} ${FileExists} "$Older\Muestras\*.*"
@@ -226,12 +275,16 @@ FunctionEnd
 
 Section "${PRODUCT}" SECTION_PROGRAM
   SectionIn RO
+  Call WaitForTurn
+  StrCpy $Place $INSTDIR
+  !insertmacro EACH_CONTENT_FILE WAIT_FOR_OWN_FILE "" ; before anything goes
   Call LookForTheOther
   ${If} $MultiUser.InstallMode == AllUsers
     !insertmacro LOOK_FOR_OLDER HKLM AllUsers
   ${Else}
     !insertmacro LOOK_FOR_OLDER HKCU CurrentUser
   ${EndIf}
+  Call LookForRoom
   ${If} $Older != ""
     Call TakeOlderAway
   ${EndIf}
@@ -270,6 +323,23 @@ Section "${PRODUCT}" SECTION_PROGRAM
   CreateShortcut "$SMPROGRAMS\${PRODUCT}\Muestras de ${PRODUCT}.lnk" "$INSTDIR\campiva-muestras.exe"
 SectionEnd
 
+; While the older one is whole: without a word there is no page that would ask for room.
+Function LookForRoom
+  SectionGetSize ${SECTION_PROGRAM} $0
+  ${If} $Older == $INSTDIR
+    ReadRegDWORD $1 SHCTX "${ENTRY}" "EstimatedSize"
+    IntOp $0 $0 - $1
+  ${EndIf}
+  IntOp $0 $0 / 1024
+  ${GetRoot} "$INSTDIR" $1
+  ClearErrors
+  ${DriveSpace} "$1\" "/D=F /S=M" $1
+  ${IfNot} ${Errors}
+  ${AndIf} $1 <= $0
+    !insertmacro GIVE_UP "No hay sitio en el disco para$\r$\n$INSTDIR"
+  ${EndIf}
+FunctionEnd
+
 Section /o "Los programas en PATH" SECTION_PATH
   Call EnterPath
   WriteRegDWORD SHCTX "${ENTRY}" "InPath" 1
@@ -277,11 +347,12 @@ SectionEnd
 
 Section Uninstall
   !insertmacro WAIT_FOR_PROGRAMS "un." "$INSTDIR"
+  StrCpy $Place $INSTDIR
+  !insertmacro EACH_CONTENT_FILE WAIT_FOR_OWN_FILE "un."
   ReadRegDWORD $0 SHCTX "${ENTRY}" "InPath"
   ${If} $0 = 1
     Call un.LeavePath
   ${EndIf}
-  StrCpy $Place $INSTDIR
   !insertmacro EACH_CONTENT_FILE DELETE_OWN_FILE "un."
   !insertmacro EACH_CONTENT_FOLDER DELETE_OWN_FOLDER "un."
   Delete "$INSTDIR\campiva.chw" ; which the viewer makes beside the manual

@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
 # Installs Campiva without a word over older ones and removes it, for one user and for all, while people
 # keep files of their own in every folder that it touches. Looks at what is there after each step.
-#   run.sh installer version content samples golden work runner registry cmake make_installer...
+#   run.sh installer version content samples golden work runner registry viewer cmake make_installer...
 set -euo pipefail
-installer=$1 version=$2 content=$3 samples=$4 golden=$5 work=$6 runner=$7 registry=$8 cmake=$9
-shift 9
+installer=$1 version=$2 content=$3 samples=$4 golden=$5 work=$6 runner=$7 registry=$8 viewer=$9 cmake=${10}
+shift 10
 make_installer=("$@")
 source=$(dirname "$0")/../../packaging/windows
 entry='Software\Microsoft\Windows\CurrentVersion\Uninstall\Campiva'
@@ -32,6 +32,7 @@ waits() { # until the command holds
   for _ in $(seq 100); do "$@" && return; sleep 0.1; done
   fail "never: $*"
 }
+windows_path() { windows winepath -w "$1"; }
 gone() { [ ! -e "$1" ]; }
 unknown() { ! windows reg query "$1\\$entry" > /dev/null; } # root
 removed() { # option
@@ -199,6 +200,38 @@ one_on_a_machine() {
   only_theirs_stays
 }
 
+# An upgrade and a removal that a viewer of the manual is in the way of leave what is there whole.
+while_the_manual_is_shown() {
+  folder=$drive/$programs/Campiva menu=$drive/$user_menu/Campiva
+  "$runner" "$work/older.exe" /S || fail "the older one isn't installed"
+  mkfifo "$work/shown"
+  "$runner" "$viewer" "$(windows_path "$folder/campiva.chm")" < "$work/shown" > "$work/viewer" 2>&1 &
+  exec 8> "$work/shown"
+  waits grep -q open "$work/viewer"
+  local before status=0
+  before=$(ls -R "$folder")
+  "$runner" "$installer" /S || status=$?
+  [ $status -eq 2 ] || fail "over an open manual it ends with $status"
+  status=0
+  "$runner" "$folder/Desinstalar.exe" /S /CurrentUser "_?=$(windows_path "$folder")" || status=$?
+  [ $status -eq 2 ] || fail "with the manual open its removal ends with $status"
+  [ "$before" = "$(ls -R "$folder")" ] || fail "some of it went"
+  installed HKCU 1.6.5
+  exec 8>&-
+  wait
+}
+# The second of two waits for the first; what that writes is nobody else's file.
+two_at_a_time() {
+  folder=$drive/$programs/Campiva menu=$drive/$user_menu/Campiva
+  "$runner" "$work/older.exe" /S || fail "the older one isn't installed"
+  "$runner" "$installer" /S &
+  "$runner" "$installer" /S || fail "the one isn't installed"
+  wait $! || fail "the other isn't installed"
+  installed HKCU "$version"
+  removed /CurrentUser
+  only_theirs_stays
+}
+
 cp -r "$content" "$work/older"
 echo "only in the older one" > "$work/older/retirada.txt"
 echo "another text" > "$work/older/LEEME.txt"
@@ -224,5 +257,7 @@ cycle HKLM /AllUsers "Program Files/Campiva" "$all_menu" 'Program Files[\]Campiv
 over_a_folder
 enters_the_path
 one_on_a_machine
+while_the_manual_is_shown
+two_at_a_time
 [ "$(in_registry 'HKCU\Software\VexaSoft\Campiva\Campiva' Suyo)" = 2 ] ||
   fail "what the user stored is gone"
