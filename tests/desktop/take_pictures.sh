@@ -5,7 +5,7 @@
 set -euo pipefail
 program=$(realpath "$1") make_municipality=$(realpath "$2")
 pictures=$(realpath -m "$3") work=$(realpath -m "$4") runner=${5:-}
-cd "$(dirname "$0")/../.."
+cd "$(dirname "$(realpath "$0")")/../.."
 rm -rf "$work"
 mkdir -p "$work/run" "$pictures"
 cp samples/villanueva_{tablas,dibujos}_con_faltas/* "$work/run"
