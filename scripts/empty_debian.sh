@@ -1,4 +1,5 @@
-# An empty Debian in a folder, made by debootstrap as root. To be sourced; needs debootstrap.
+# An empty Debian in a folder, made by debootstrap as root. To be sourced, before anything that takes its time.
+[ "$(id -u)" -eq 0 ] || { echo "${0##*/}: only root makes an empty system" >&2 && exit 1; }
 
 # Where this machine has its Debian from.
 debian_mirror() {
