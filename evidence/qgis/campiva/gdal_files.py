@@ -119,16 +119,28 @@ def iguales(una, otra):
     return False
 
 
-def traduce(origen, destino, formato, capas=DE_RECINTOS, opciones=()):
+def traduce(origen, destino, formato, capas=DE_RECINTOS, opciones=(), apuntes=()):
     """Writes layers of a dataset: over a municipality, or drawings into a file to be edited.
 
     \\param opciones  creation options, "NAME=VALUE"
+    \\param apuntes  what the file is to say of itself, in the same form
     \\return what GDAL said, as `quejas` has it: nothing was written where one is a failure
     """
     with quejas() as dichas:
         hecho = gdal.VectorTranslate(destino, origen, format=formato, layers=list(capas),
-                                     datasetCreationOptions=list(opciones))
+                                     datasetCreationOptions=list(opciones),
+                                     options=[parte for apunte in apuntes for parte in ("-mo", apunte)])
         if hecho is None and not _fallos(dichas):
             dichas.append((True, f"No se ha podido escribir {destino}"))
         del hecho  # it writes when it is closed
+    return dichas
+
+
+def apunta(fichero, nombre, valor):
+    """Has a file say another thing of itself, and gives what GDAL said, as `traduce` does."""
+    with quejas() as dichas:
+        datos = gdal.OpenEx(fichero, gdal.OF_VECTOR | gdal.OF_UPDATE)
+        if datos is not None:
+            datos.SetMetadataItem(nombre, valor)
+        del datos
     return dichas

@@ -8,13 +8,15 @@ from qgis.PyQt.QtCore import Qt
 from qgis.PyQt.QtWidgets import (QApplication, QCheckBox, QComboBox, QDialog, QDialogButtonBox, QHeaderView, QLabel,
                                  QPlainTextEdit, QTableWidget, QTableWidgetItem, QVBoxLayout)
 
-from . import gdal_files
+from . import edited_copy, gdal_files
 from .changes import compara, resumen
 from .municipality import Municipio
 
+_ENCIMA = "ENCIMA"  # of the dialog itself, no option of the driver
 _CASILLAS = (("PIEZAS=SI", "Escribir también parcelas y letras que están en varios &recintos"),
              ("INVALIDOS=SI", "Dejar &fuera los recintos que no se pueden dibujar, en vez de no escribir nada"),
-             ("VACIA=TODOS", "&Vaciar los polígonos de los que no queda nada en la copia"))
+             ("VACIA=TODOS", "&Vaciar los polígonos de los que no queda nada en la copia"),
+             (_ENCIMA, "Escribir &también encima de lo dibujado después de hacer la copia"))
 _GANAN = (("Si un rótulo contradice a los números, no escribir nada", ""),
           ("Si un rótulo contradice a los números, valen los números", "GANAN=NUMEROS"),
           ("Si un rótulo contradice a los números, vale el rótulo", "GANAN=ROTULOS"))
@@ -32,23 +34,41 @@ class Devolucion:
 
     def ensaya(self, opciones):
         """What would change, and what the driver says of it. Raises OSError where the drawings can't be read."""
+        gdal_files.abre(self._municipio.lista)  # which mends what a killed run left, before anybody looks at it
+        self._municipio = Municipio(self._municipio.lista)
         self._antes = self._estado()
         with tempfile.TemporaryDirectory(prefix="campiva-") as carpeta:
             for fichero in self._municipio.dibujos():
                 shutil.copy(fichero, carpeta)
             lista = os.path.join(carpeta, os.path.basename(self._municipio.lista))
-            antes = gdal_files.recintos_de(gdal_files.abre(lista))
+            antes, hubo = gdal_files.recintos_de(gdal_files.abre(lista)), edited_copy.sumas(Municipio(lista))
             dichas = self._escribe(lista, opciones)
+            if _ENCIMA not in opciones:
+                dichas = self._lo_de_otros(hubo, edited_copy.sumas(Municipio(lista))) + dichas
             return compara(antes, gdal_files.recintos_de(gdal_files.abre(lista)), gdal_files.iguales), dichas
+
+    def _lo_de_otros(self, antes, despues):
+        """Refuses what would bring back the drawings of the day of the copy where others drew since."""
+        apunte = gdal_files.abre(self._copia).GetMetadataItem(edited_copy.APUNTE)
+        pisados = edited_copy.pisados(edited_copy.lee_apunte(apunte), antes, despues)
+        if not pisados:
+            return []
+        return [(True, "Han cambiado después de hacer la copia, y lo dibujado en ellos desde entonces se perdería: "
+                 + ", ".join(pisados))]
 
     def devuelve(self, opciones):
         """Writes, and gives what the driver says. Raises OSError where the drawings aren't those rehearsed with."""
         if self._estado() != self._antes:
             raise OSError("Los dibujos han cambiado mientras tanto: se ha vuelto a mirar qué cambiaría")
-        return self._escribe(self._municipio.lista, opciones)
+        dichas = self._escribe(self._municipio.lista, opciones)
+        if not any(falla for falla, _ in dichas):  # from here on the copy is as old as these drawings
+            hay = edited_copy.sumas(Municipio(self._municipio.lista))
+            dichas += [(False, texto) for _, texto in gdal_files.apunta(self._copia, edited_copy.APUNTE,
+                                                                        edited_copy.apunte(hay))]
+        return dichas
 
     def _escribe(self, lista, opciones):
-        dadas = [f"CABECERA={self._municipio.cabecera}", *opciones]
+        dadas = [f"CABECERA={self._municipio.cabecera}", *(opcion for opcion in opciones if opcion != _ENCIMA)]
         return gdal_files.traduce(gdal_files.abre(self._copia), lista, gdal_files.CONTROLADOR, opciones=dadas)
 
 

@@ -1,12 +1,13 @@
 """A municipality as layers of the project: one group, each layer knowing what it was opened from."""
 
 import os
+import tempfile
 import zlib
 
 from qgis.core import QgsApplication, QgsProject, QgsVectorLayer
 from qgis.PyQt.QtCore import QObject, pyqtSignal
 
-from . import gdal_files, programs, styles
+from . import edited_copy, gdal_files, programs, styles
 from .municipality import Municipio
 
 LISTA, CAPA, TABLAS, EDICION = (f"campiva/{que}" for que in ("lista", "capa", "tablas", "edicion"))
@@ -83,14 +84,21 @@ def abre_copia(proyecto, lista, copia, referencia):
     return _pon(proyecto, f"{Municipio(lista).titulo}: edición", fuentes, referencia, {LISTA: lista, EDICION: copia})
 
 
-def copia(proyecto, lista, fichero, referencia):
-    """Writes a municipality's outlines into a file that may be edited. Raises OSError."""
-    _quita(proyecto, lista, True)
+def copia(proyecto, lista, referencia):
+    """Writes a municipality's outlines into a new file that may be edited, and gives its path. Raises OSError.
+
+    It gets its name when it is whole: half of a copy, given back, would delete the other half.
+    """
+    municipio = Municipio(lista)
     tablas = next((dato(capa, TABLAS) for capa in capas_de(proyecto, lista)), "")
     datos = gdal_files.abre(lista, TABLAS=tablas, SRS=referencia.authid())
-    fallos = [texto for falla, texto in gdal_files.traduce(datos, fichero, "GPKG") if falla]
-    if fallos:
-        raise OSError("; ".join(fallos))
+    apunte = f"{edited_copy.APUNTE}={edited_copy.apunte(edited_copy.sumas(municipio))}"
+    with tempfile.TemporaryDirectory(prefix=f"~{municipio.nombre}-", dir=municipio.carpeta or ".") as carpeta:
+        hecha = os.path.join(carpeta, "copia.gpkg")
+        fallos = [texto for falla, texto in gdal_files.traduce(datos, hecha, "GPKG", apuntes=[apunte]) if falla]
+        if fallos:
+            raise OSError("; ".join(fallos))
+        return edited_copy.coloca(hecha, municipio)
 
 
 def _pon(proyecto, titulo, fuentes, referencia, propiedades):

@@ -8,7 +8,7 @@ from qgis.gui import QgsProjectionSelectionDialog
 from qgis.PyQt.QtCore import Qt
 from qgis.PyQt.QtWidgets import QAction, QDialog, QFileDialog, QInputDialog, QMessageBox
 
-from . import gdal_files, layers
+from . import edited_copy, gdal_files, layers
 from .algorithms import ALGORITMOS, Proveedor, icono
 from .give_back import Devolucion, DialogoDevolver
 from .messages_panel import PanelMensajes
@@ -159,18 +159,17 @@ class Complemento:
         """Makes a copy of the outlines that may be edited, or goes on with the one that there is."""
         if not gdal_files.hay_controlador():
             raise OSError("El GDAL de este QGIS no tiene el controlador Vexa: los dibujos no se pueden escribir")
-        municipio, proyecto = Municipio(lista), QgsProject.instance()
-        copia = os.path.join(municipio.carpeta, f"{municipio.nombre}-edicion.gpkg")
+        proyecto, copia = QgsProject.instance(), edited_copy.ultima(Municipio(lista))
         respuesta = _BOTON.No
-        if os.path.exists(copia):
+        if copia:
             respuesta = QMessageBox.question(
                 self._ventana, "Copia para editar", f"Ya hay una copia, {copia}.\n¿Seguir con ella? Con «No» se hace "
-                "otra y se pierde lo editado en ésa.", _BOTON.Yes | _BOTON.No | _BOTON.Cancel)
+                "otra, y ésa se queda como está.", _BOTON.Yes | _BOTON.No | _BOTON.Cancel)
         if respuesta == _BOTON.Cancel:
             return
         referencia = layers.capas_de(proyecto, lista)[0].crs()
         if respuesta == _BOTON.No:
-            layers.copia(proyecto, lista, copia, referencia)
+            copia = layers.copia(proyecto, lista, referencia)
         layers.abre_copia(proyecto, lista, copia, referencia)
 
     def _devuelve(self, lista):

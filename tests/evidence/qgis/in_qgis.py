@@ -15,10 +15,10 @@ import processing
 import qgis.utils
 from osgeo import gdal
 from qgis.core import (QgsApplication, QgsCoordinateReferenceSystem, QgsGeometry, QgsProcessingFeedback, QgsProject,
-                       QgsRectangle)
+                       QgsRectangle, QgsVectorLayer)
 from qgis.PyQt.QtCore import Qt, QTimer
 from qgis.PyQt.QtTest import QTest
-from qgis.PyQt.QtWidgets import QApplication, QDialog
+from qgis.PyQt.QtWidgets import QApplication, QDialog, QMessageBox
 from qgis.utils import iface, plugins
 
 from campiva import gdal_files, layers
@@ -389,6 +389,46 @@ class TestGivingBack(WithAMunicipality):
         self.assertEqual(self.bytes_there(), before)
         dialog.accept()
         self.assertNotEqual(self.bytes_there(), before)
+
+    def test_what_others_drew_since_the_copy_is_not_undone_unseen(self):
+        others = os.path.join(self.folder, "otros.gpkg")
+        shutil.copy(self.copy_file, others)
+        self.edit(lambda layer: layer.deleteFeature(self.parcel(20).id()))
+        theirs = Devolucion(self.list, self.copy_file)
+        theirs.ensaya([])
+        self.assertFalse(any(fails for fails, _ in theirs.devuelve([])))
+        dialog = DialogoDevolver(Devolucion(self.list, others))
+        self.assertFalse(dialog.escribir.isEnabled())
+        self.assertIn("desde entonces se perdería: 001.PAR", dialog.quejas.toPlainText())
+        dialog.casillas["ENCIMA"].setChecked(True)
+        self.assertTrue(dialog.escribir.isEnabled())
+        self.edit(lambda layer: layer.deleteFeature(self.parcel(30).id()))
+        dialog = DialogoDevolver(Devolucion(self.list, self.copy_file))
+        self.assertTrue(dialog.escribir.isEnabled(), "the copy that was given back has its own drawings before it")
+
+    def test_a_new_copy_leaves_the_one_that_another_qgis_edits(self):
+        another = QgsVectorLayer(f"{self.copy_file}|layername=parcelas", "another", "ogr")
+        another.startEditing()
+        another.deleteFeature(self.parcel(30).id())
+        with mock.patch("campiva.plugin.QMessageBox.question", lambda *_: QMessageBox.StandardButton.No):
+            self.plugin.acciones["editar"].trigger()
+        self.assertTrue(another.commitChanges(), another.commitErrors())
+        numbers = [{feature["parcela"] for feature in layer.getFeatures() if feature["poligono"] == 1}
+                   for layer in (another, *layers.capas_de(QgsProject.instance(), self.list, edicion=True))
+                   if layer is another or layers.dato(layer, layers.CAPA) == "parcelas"]
+        self.assertEqual([30 in present for present in numbers], [False, True])
+        self.assertEqual(sorted(name for name in os.listdir(self.folder) if name.endswith(".gpkg") or "~" in name),
+                         ["045127-edicion-2.gpkg", "045127-edicion.gpkg"])
+
+    def test_half_of_a_copy_is_none(self):
+        written, before = gdal_files.traduce, sorted(os.listdir(self.folder))
+
+        def breaks_off(*how, **more):
+            return written(*how, **more) + [(True, "No queda sitio")]
+
+        with mock.patch.object(gdal_files, "traduce", breaks_off), self.assertRaisesRegex(OSError, "sitio"):
+            layers.copia(QgsProject.instance(), self.list, REFERENCE)
+        self.assertEqual(sorted(os.listdir(self.folder)), before)
 
 
 def run():

@@ -8,11 +8,12 @@ import shutil
 import sys
 import tempfile
 import unittest
+from unittest import mock
 
 PLUGIN, CAMPIVA, PAGE, SAMPLES = sys.argv[1:5]
 sys.path.insert(0, os.path.dirname(PLUGIN))
 
-from campiva import changes, messages, municipality, programs  # noqa: E402 - the place is an argument
+from campiva import changes, edited_copy, messages, municipality, programs  # noqa: E402 - the place is an argument
 
 
 class InAFolder(unittest.TestCase):
@@ -50,6 +51,70 @@ class TestMunicipality(InAFolder):
                 municipality.Municipio(self.write("lista.txt", text))
         with self.assertRaises(OSError):
             municipality.Municipio(os.path.join(self.folder, "none.txt"))
+
+
+class TestEditedCopies(InAFolder):
+    def setUp(self):
+        super().setUp()
+        self.town = municipality.Municipio(self.write("lista.txt", "TREN 045127 PEÑA\r\nP001\r\nP002\r\n"))
+
+    def place(self, text):
+        return os.path.basename(edited_copy.coloca(self.write("hecha/copia.gpkg", text), self.town))
+
+    def read(self, name):
+        with open(os.path.join(self.folder, name), encoding="cp1252") as file:
+            return file.read()
+
+    def test_a_new_one_leaves_those_that_are_there(self):
+        self.assertEqual(edited_copy.ultima(self.town), "")
+        for other in ("045127-edicion.bak.gpkg", "999999-edicion-7.gpkg", "045127-edicion-x.gpkg"):
+            self.write(other)
+        self.assertEqual(self.place("one"), "045127-edicion.gpkg")
+        self.assertEqual(self.place("two"), "045127-edicion-2.gpkg")
+        self.assertEqual((self.read("045127-edicion.gpkg"), self.read("045127-edicion-2.gpkg")), ("one", "two"))
+        self.assertEqual(os.path.basename(edited_copy.ultima(self.town)), "045127-edicion-2.gpkg")
+        self.write("045127-edicion-9.gpkg")
+        self.write("045127-edicion-10.gpkg-wal")  # of one that somebody deleted: edits that a new one would take
+        self.assertEqual(self.place("last"), "045127-edicion-11.gpkg")
+        self.assertEqual(os.path.basename(edited_copy.ultima(self.town)), "045127-edicion-11.gpkg")
+
+    def test_two_that_make_one_at_a_time_have_one_each(self):
+        really = os.open
+        def taken_meanwhile(path, flags):
+            if path.endswith("edicion.gpkg") and not os.path.exists(path):
+                self.write("045127-edicion.gpkg", "theirs")
+            return really(path, flags)
+        with mock.patch("campiva.edited_copy.os.open", taken_meanwhile):
+            self.assertEqual(self.place("ours"), "045127-edicion-2.gpkg")
+        self.assertEqual(self.read("045127-edicion.gpkg"), "theirs")
+
+    def test_one_that_cannot_be_placed_leaves_no_name(self):
+        with self.assertRaises(OSError):
+            edited_copy.coloca(os.path.join(self.folder, "none"), self.town)
+        self.assertEqual(edited_copy.ultima(self.town), "")
+
+    def test_what_others_drew_is_known_by_what_was_drawn_when_the_copy_was_made(self):
+        for name, text in (("001.BIN", "a"), ("001.PAR", "b"), ("002.BIN", "c")):
+            self.write(name, text)
+        noted = edited_copy.lee_apunte(edited_copy.apunte(edited_copy.sumas(self.town)))
+        def overwritten(note, before, after):
+            sums = []
+            for drawn in (before, after):
+                for name, text in drawn.items():
+                    self.write(name, text)
+                sums.append(edited_copy.sumas(self.town))
+            return edited_copy.pisados(note, *sums)
+        for reason, before, after, expected in (
+                ("nobody drew", {}, {"001.PAR": "x"}, []),
+                ("others drew what isn't written", {"001.PAR": "b", "002.BIN": "others"}, {"001.PAR": "x"}, []),
+                ("others drew what is written", {"001.PAR": "others"}, {"001.PAR": "x", "001.BIN": "x"}, ["001.PAR"]),
+                ("others drew what wasn't there", {"001.SUB": "others"}, {"001.SUB": "x"}, ["001.SUB"])):
+            with self.subTest(reason):
+                self.assertEqual(overwritten(noted, before, after), expected)
+                for name, text in (("001.BIN", "a"), ("001.PAR", "b"), ("002.BIN", "c")):
+                    self.write(name, text)
+        for nothing in (None, "", "{", "[1]"):
+            self.assertEqual(overwritten(edited_copy.lee_apunte(nothing), {}, {"001.PAR": "x"}), [])
 
 
 class TestWords(unittest.TestCase):
