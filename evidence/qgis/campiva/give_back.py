@@ -82,7 +82,7 @@ class DialogoDevolver(QDialog):
     def __init__(self, devolucion, padre=None):
         super().__init__(padre)
         self.setWindowTitle("Devolver al dibujo")
-        self._devolucion, self.dichas = devolucion, []
+        self._devolucion, self.dichas, self.nuevas = devolucion, [], []
         self.resumen, self.tabla, self.quejas = QLabel(), QTableWidget(0, 4), QPlainTextEdit()
         self.tabla.setHorizontalHeaderLabels(("Qué", "Recinto", "Antes", "Después"))
         self.tabla.horizontalHeader().setSectionResizeMode(1, QHeaderView.ResizeMode.Stretch)
@@ -140,12 +140,15 @@ class DialogoDevolver(QDialog):
         self.quejas.setPlainText("\n".join(("✗ " if falla else "• ") + texto for falla, texto in ordenadas))
 
     def accept(self):
-        """Closes when it is written; where it isn't, what stands in the way is shown and all is as it was."""
-        self.dichas = self._con(lambda opciones: ([], self._devolucion.devuelve(opciones)))[1]
-        if not any(falla for falla, _ in self.dichas):
+        """Closes when it is written; where it isn't, what stands in the way is shown and all is as it was.
+
+        What the writing says and the rehearsal didn't, as that somebody else's file was put aside, is left in `nuevas`.
+        """
+        ensayadas, fallos = self.dichas, self._con(lambda opciones: ([], self._devolucion.devuelve(opciones)))[1]
+        if not any(falla for falla, _ in fallos):
+            self.nuevas = [texto for falla, texto in fallos if (falla, texto) not in ensayadas]
             super().accept()
             return
-        fallos = self.dichas
         self.ensaya()
         self.dichas = fallos + self.dichas
         self._cuenta()

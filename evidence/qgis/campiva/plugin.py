@@ -185,5 +185,13 @@ class Complemento:
                 raise OSError("; ".join(capa.commitErrors()))
         dialogo = DialogoDevolver(Devolucion(lista, layers.dato(capas[0], layers.EDICION)), self._ventana)
         if dialogo.exec() == QDialog.DialogCode.Accepted:
+            self._di_que_estan_escritos(dialogo.nuevas)
             layers.refresca(lista)
-            self._iface.messageBar().pushMessage("Campiva", "Los dibujos están escritos", Qgis.MessageLevel.Success)
+
+    def _di_que_estan_escritos(self, nuevas):
+        """With what nobody has seen yet of what the driver says, until it is read."""
+        barra, hecho = self._iface.messageBar(), "Los dibujos están escritos"
+        if nuevas:
+            barra.pushMessage("Campiva", "; ".join([hecho, *nuevas]), Qgis.MessageLevel.Warning, 0)
+        else:
+            barra.pushMessage("Campiva", hecho, Qgis.MessageLevel.Success)

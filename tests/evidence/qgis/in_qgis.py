@@ -6,6 +6,7 @@ The environment names the samples (SAMPLES), and the file (RESULT) that gets "pa
 import io
 import os
 import shutil
+import sys
 import tempfile
 import traceback
 import unittest
@@ -429,6 +430,20 @@ class TestGivingBack(WithAMunicipality):
         with mock.patch.object(gdal_files, "traduce", breaks_off), self.assertRaisesRegex(OSError, "sitio"):
             layers.copia(QgsProject.instance(), self.list, REFERENCE)
         self.assertEqual(sorted(os.listdir(self.folder)), before)
+
+    def test_what_the_writing_alone_says_is_told(self):
+        self.edit(lambda layer: layer.deleteFeature(self.parcel(20).id()))
+        there = sys.modules["campiva.plugin"]  # which is another one when the plugin was loaded anew
+        written = there.Devolucion.devuelve
+
+        def kept(*how):
+            return written(*how) + [(False, "queda en 001.PAR.x")]
+
+        with mock.patch.object(there.Devolucion, "devuelve", kept), mock.patch.object(
+                there.DialogoDevolver, "exec", lambda dialog: (dialog.accept(), dialog.result())[1]):
+            self.plugin.acciones["devolver"].trigger()
+        self.assertIn("queda en 001.PAR.x", iface.messageBar().currentItem().text())
+        iface.messageBar().clearWidgets()
 
 
 def run():
