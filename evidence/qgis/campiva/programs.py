@@ -13,7 +13,7 @@ from .municipality import TABLAS, busca
 
 _AVANCE = re.compile(r"(.*?)\s*[█░]+\s+(\d+) %\s+\d+:\d\d")
 _CAJA = re.compile(r"^\[([^\]\n]+)\]$", re.MULTILINE)
-_DETENIDO = 130
+_ACABADO, _DETENIDO = (0, 1), 130  # what a run ends with that came to its end, or that was stopped
 _PLAZO = 3  # seconds that a program has for its own clearing away
 _MOMENTO = 0.1
 _COLUMNAS = 200  # as wide as no line of progress is
@@ -80,11 +80,14 @@ def lee_errores(texto):
 
 
 class Resultado:
-    """What came of a program: its status, what it printed, whether it was stopped."""
+    """What came of a program: its status, what it printed, whether it was stopped.
+
+    A stop that came too late has stopped nothing.
+    """
 
     def __init__(self, estado, salida, errores, detenido):
         self.estado, self.salida, self.errores = estado, salida, errores
-        self.detenido = detenido or estado == _DETENIDO
+        self.detenido = detenido and estado not in _ACABADO or estado == _DETENIDO
         self.cajas = lee_errores(errores) + lee_cajas(salida)
 
     def cuenta(self, que):
@@ -154,25 +157,38 @@ def _texto(fichero):
     return "\n".join(linea.rsplit("\r", 1)[-1] for linea in texto.split("\n"))
 
 
+@contextlib.contextmanager
+def _en_marcha(orden, **flujos):
+    """A program that is started. It isn't left behind by what goes wrong here: it would have its files in hand."""
+    proceso = subprocess.Popen(orden, creationflags=getattr(subprocess, "CREATE_NO_WINDOW", 0), **flujos)
+    try:
+        yield proceso
+    finally:
+        if proceso.poll() is None:
+            _detiene(proceso)
+            proceso.wait()
+
+
 def ejecuta(orden, entrada="", entorno=None, avance=lambda fase, tanto: None, parar=lambda: False):
     """Runs a program to its end, or until `parar` says so, and gives what came of it."""
-    terminal, detenido = _terminal(), False
-    with tempfile.TemporaryFile() as mandatos, tempfile.TemporaryFile() as salida, tempfile.TemporaryFile() as errores:
+    detenido = False
+    with contextlib.ExitStack() as abiertos:
+        mandatos, salida, errores = (abiertos.enter_context(tempfile.TemporaryFile()) for _ in range(3))
         mandatos.write(entrada.encode("utf-8", "surrogateescape"))
         mandatos.seek(0)
-        proceso = subprocess.Popen(orden, env=entorno, stdin=mandatos, stdout=salida,
-                                   stderr=terminal[1] if terminal else errores,
-                                   creationflags=getattr(subprocess, "CREATE_NO_WINDOW", 0))
-        while proceso.poll() is None:
-            if parar() and not detenido:
-                detenido = True
-                _detiene(proceso)
-            with contextlib.suppress(subprocess.TimeoutExpired):
-                proceso.wait(_MOMENTO)
-            if terminal:
-                _atiende(terminal[0], errores, avance)
+        terminal = _terminal()
+        for extremo in terminal or ():
+            abiertos.callback(os.close, extremo)
+        with _en_marcha(orden, env=entorno, stdin=mandatos, stdout=salida,
+                        stderr=terminal[1] if terminal else errores) as proceso:
+            while proceso.poll() is None:
+                if parar() and not detenido:
+                    detenido = True
+                    _detiene(proceso)
+                with contextlib.suppress(subprocess.TimeoutExpired):
+                    proceso.wait(_MOMENTO)
+                if terminal:
+                    _atiende(terminal[0], errores, avance)
         if terminal:
             _atiende(terminal[0], errores, avance)  # what came between the last look and the end
-            os.close(terminal[0])
-            os.close(terminal[1])
         return Resultado(proceso.returncode, _texto(salida), _texto(errores), detenido)

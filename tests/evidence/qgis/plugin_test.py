@@ -182,6 +182,25 @@ class TestRuns(InAFolder):
         self.assertIn(result.estado, (130, -2))
         self.assertEqual((self.rows(), sorted(os.listdir(self.folder))), (before, names))
 
+    def test_a_stop_that_comes_too_late_is_none(self):
+        for order, expected in (("trap '' INT; sleep 0.3", False), ("trap '' INT; sleep 0.3; exit 1", False),
+                                ("trap 'exit 130' INT; sleep 9 & wait", True), ("exec sleep 9", True)):
+            with self.subTest(order):
+                calls = []
+                result = programs.ejecuta(["sh", "-c", order], parar=lambda: calls.append(1) or len(calls) > 1)
+                self.assertEqual(result.detenido, expected, result.estado)
+
+    def test_what_goes_wrong_meanwhile_leaves_no_program_behind(self):
+        def fails(phase, share):
+            raise OSError("No queda sitio")
+
+        mark = os.path.join(self.folder, "alive")
+        order = f"echo $$ > '{mark}'; printf 'Leyendo ██░░ 50 %%  0:01\\r' >&2; exec sleep 9"
+        with self.assertRaisesRegex(OSError, "sitio"):
+            programs.ejecuta(["sh", "-c", order], avance=fails)
+        with open(mark, encoding="ascii") as number, self.assertRaises(ProcessLookupError):
+            os.kill(int(number.read()), 0)
+
     def test_a_program_that_is_not_there_is_told(self):
         with self.assertRaisesRegex(OSError, "no-hay-tal"):
             programs.busca_programa("no-hay-tal")
