@@ -50,10 +50,15 @@ class Hechos:
 
     def __init__(self, registro):
         """Raises OSError where the ticks are there and can't be read."""
-        self._fichero, self._lineas = registro + HECHOS, collections.Counter()
-        if os.path.exists(self._fichero):
-            with open(self._fichero, encoding="utf-8", errors="replace") as texto:
-                self._lineas.update(texto.read().splitlines())
+        self._fichero = registro + HECHOS
+        self._lineas = self._lee()
+        self._vistas = self._lineas  # what is done where these ticks are shown, as far as it is kept
+
+    def _lee(self):
+        if not os.path.exists(self._fichero):
+            return collections.Counter()
+        with open(self._fichero, encoding="utf-8", errors="replace") as texto:
+            return collections.Counter(linea.rstrip("\n") for linea in texto)
 
     def de(self, mensajes):
         """Of each message whether it is done."""
@@ -61,14 +66,27 @@ class Hechos:
         for mensaje in mensajes:
             vistas[mensaje.texto] += 1
             hechos.append(vistas[mensaje.texto] <= self._lineas[mensaje.texto])
+        self._vistas = _hechas(mensajes, hechos)
         return hechos
 
     def guarda(self, mensajes, hechos):
-        """Keeps what is done; no tick leaves no file. Raises OSError, and keeps the file that was."""
-        lineas = [mensaje.texto for mensaje, hecho in zip(mensajes, hechos) if hecho]
-        if lineas:
+        """Keeps what was ticked or unticked since the last time; no tick leaves no file.
+
+        All else stays as it is there: what somebody else ticked meanwhile, and what isn't in this log, which may be
+        that of a run that was stopped. Raises OSError, and keeps the file that was.
+        """
+        ahora, lineas = _hechas(mensajes, hechos), self._lee()
+        for linea in {*ahora, *self._vistas}:
+            if ahora[linea] != self._vistas[linea]:
+                lineas[linea] = ahora[linea]
+        if any(lineas.values()):
             with open(self._fichero + "~", "w", encoding="utf-8") as texto:
-                texto.write("\n".join(lineas) + "\n")
+                texto.writelines(f"{linea}\n" for linea in lineas.elements())
             os.replace(self._fichero + "~", self._fichero)
         elif os.path.exists(self._fichero):
             os.remove(self._fichero)
+        self._vistas = ahora
+
+
+def _hechas(mensajes, hechos):
+    return collections.Counter(mensaje.texto for mensaje, hecho in zip(mensajes, hechos) if hecho)

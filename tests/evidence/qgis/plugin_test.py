@@ -210,7 +210,7 @@ class TestMessages(InAFolder):
     SAID = [messages.de_campos(fields, place) for place, fields in enumerate((
         {"numero": "E106", "texto": "E106: La parcela    1   9001 en gráfico", "poligono": 1, "parcela": 9001},
         {"codigo": "W304", "texto": "W304: La parcela    2      7", "poligono": 2, "parcela": 7, "letra": "  a"},
-        {"texto": "algo que nadie conoce"},
+        {"texto": "algo que nadie\x0c \u2028conoce"},
         {"numero": "E106", "texto": "E106: La parcela    1   9001 en gráfico", "poligono": 1, "parcela": 9001}))]
 
     def test_lets_through_what_is_asked_for(self):
@@ -233,6 +233,33 @@ class TestMessages(InAFolder):
         self.assertEqual(messages.Hechos(log).de(self.SAID[:0:-1]), [True, False, True], "one of two equal lines")
         messages.Hechos(log).guarda(self.SAID, [False] * 4)
         self.assertEqual(os.listdir(self.folder), [])
+
+    def test_a_tick_changes_no_other_one(self):
+        log = os.path.join(self.folder, "045127.ERR")
+        done = [True, False, False, False]
+        messages.Hechos(log).guarda(self.SAID, done)
+        mine, theirs = messages.Hechos(log), messages.Hechos(log)
+        self.assertEqual((mine.de(self.SAID), theirs.de(self.SAID)), (done, done))
+        theirs.guarda(self.SAID, [True, True, False, False])
+        mine.guarda(self.SAID, [False, False, True, False])
+        self.assertEqual(messages.Hechos(log).de(self.SAID), [False, True, True, False], "two that tick at a time")
+        mine.guarda(self.SAID, [False, False, False, False])
+        self.assertEqual(messages.Hechos(log).de(self.SAID), [False, True, False, False])
+        short = messages.Hechos(log)
+        self.assertEqual(short.de(self.SAID[:1]), [False])
+        short.guarda(self.SAID[:1], [True])
+        self.assertEqual(messages.Hechos(log).de(self.SAID), [True, True, False, False], "the log of a stopped run")
+
+    def test_a_tick_that_could_not_be_kept_is_kept_with_the_next_one(self):
+        log = os.path.join(self.folder, "045127.ERR")
+        mine = messages.Hechos(log)
+        mine.de(self.SAID)
+        os.mkdir(log + messages.HECHOS + "~")
+        with self.assertRaises(OSError):
+            mine.guarda(self.SAID, [True, False, False, False])
+        os.rmdir(log + messages.HECHOS + "~")
+        mine.guarda(self.SAID, [True, True, False, False])
+        self.assertEqual(messages.Hechos(log).de(self.SAID), [True, True, False, False])
 
     def test_ticks_that_cannot_be_kept_are_told_and_the_old_ones_stay(self):
         log = os.path.join(self.folder, "045127.ERR")
