@@ -4,6 +4,7 @@ By the driver where GDAL has it; else messages and outlines come from the featur
 """
 
 import contextlib
+import zlib
 
 from osgeo import gdal, ogr
 
@@ -107,6 +108,19 @@ def recintos_de(datos):
                                     forma.Clone() if forma is not None else None,
                                     tuple(campos.get(campo) for campo in _DE_LA_ETIQUETA)))
     return recintos
+
+
+def suma_de(datos):
+    """Of all that the outlines of a dataset are: that of an edit is another one."""
+    suma = 0
+    for capa in filter(None, map(datos.GetLayerByName, DE_RECINTOS)):
+        cuantos = capa.GetLayerDefn().GetFieldCount()
+        for elemento in capa:
+            forma = elemento.GetGeometryRef()
+            campos = [elemento.GetFieldAsString(sitio) for sitio in range(cuantos)]
+            suma = zlib.crc32(repr((elemento.GetFID(), campos)).encode("utf-8", "surrogateescape"), suma)
+            suma = zlib.crc32(forma.ExportToWkb() if forma is not None else b"", suma)
+    return suma
 
 
 def iguales(una, otra):

@@ -30,7 +30,9 @@ class Devolucion:
         self._municipio, self._copia, self._antes = Municipio(lista), copia, None
 
     def _estado(self):
-        return [(fichero, os.stat(fichero).st_mtime_ns) for fichero in self._municipio.dibujos()]
+        """Of the drawings, and of the copy, in which another QGIS may go on editing."""
+        dibujos = [(fichero, os.stat(fichero).st_mtime_ns) for fichero in self._municipio.dibujos()]
+        return dibujos, gdal_files.suma_de(gdal_files.abre(self._copia))
 
     def ensaya(self, opciones):
         """What would change, and what the driver says of it. Raises OSError where the drawings can't be read."""
@@ -57,9 +59,9 @@ class Devolucion:
                  + ", ".join(pisados))]
 
     def devuelve(self, opciones):
-        """Writes, and gives what the driver says. Raises OSError where the drawings aren't those rehearsed with."""
+        """Writes, and gives what the driver says. Raises OSError where drawings or copy aren't those rehearsed with."""
         if self._estado() != self._antes:
-            raise OSError("Los dibujos han cambiado mientras tanto: se ha vuelto a mirar qué cambiaría")
+            raise OSError("Los dibujos o la copia han cambiado mientras tanto: se ha vuelto a mirar qué cambiaría")
         dichas = self._escribe(self._municipio.lista, opciones)
         if not any(falla for falla, _ in dichas):  # from here on the copy is as old as these drawings
             hay = edited_copy.sumas(Municipio(self._municipio.lista))

@@ -391,6 +391,18 @@ class TestGivingBack(WithAMunicipality):
         dialog.accept()
         self.assertNotEqual(self.bytes_there(), before)
 
+    def test_a_copy_that_somebody_goes_on_editing_is_looked_at_again(self):
+        self.edit(lambda layer: layer.deleteFeature(self.parcel(20).id()))
+        dialog = DialogoDevolver(Devolucion(self.list, self.copy_file))
+        self.edit(lambda layer: layer.deleteFeature(self.parcel(30).id()))
+        before = self.bytes_there()
+        dialog.accept()
+        self.assertEqual(self.bytes_there(), before)
+        self.assertIn("la copia han cambiado", dialog.quejas.toPlainText())
+        self.assertIn("parcela 30 del polígono 1", [row[1] for row in self.rows(dialog)])
+        dialog.accept()
+        self.assertEqual(dialog.result(), DialogoDevolver.DialogCode.Accepted)
+
     def test_what_others_drew_since_the_copy_is_not_undone_unseen(self):
         others = os.path.join(self.folder, "otros.gpkg")
         shutil.copy(self.copy_file, others)
