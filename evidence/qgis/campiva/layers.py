@@ -8,7 +8,7 @@ from qgis.core import QgsApplication, QgsProject, QgsVectorLayer
 from qgis.PyQt.QtCore import QObject, pyqtSignal
 
 from . import edited_copy, gdal_files, programs, styles
-from .municipality import Municipio
+from .municipality import Municipio, traslada
 
 LISTA, CAPA, TABLAS, EDICION = (f"campiva/{que}" for que in ("lista", "capa", "tablas", "edicion"))
 
@@ -132,8 +132,21 @@ def _quita(proyecto, lista, edicion):
 
 
 def dato(capa, que):
-    """What a layer was opened from, by one of the names above; empty for a layer that isn't ours, and for none."""
-    return capa.customProperty(que, "") if capa is not None else ""
+    """What a layer was opened from, by one of the names above; empty for a layer that isn't ours, and for none.
+
+    Of a project that was copied with its files that is what the layer shows now: by what it was opened from before,
+    other files than those in view would be written.
+    """
+    anotado = capa.customProperty(que, "") if capa is not None else ""
+    if not anotado or que == CAPA:
+        return anotado
+    fuente, copia_anotada = capa.source().split("|")[0], capa.customProperty(EDICION, "")
+    if que == EDICION:
+        return fuente
+    origen = copia_anotada or capa.customProperty(LISTA, "")
+    if not copia_anotada and os.path.basename(fuente) != os.path.basename(origen):
+        return anotado  # the report's features stand elsewhere
+    return traslada(anotado, origen, fuente)
 
 
 def capas_de(proyecto, lista, edicion=False):

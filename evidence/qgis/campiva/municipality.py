@@ -17,6 +17,27 @@ def busca(carpeta, nombre):
     return os.path.join(carpeta, nombre)
 
 
+def _igual(una, otra):
+    return os.path.normcase(os.path.normpath(una)) == os.path.normcase(os.path.normpath(otra))
+
+
+def traslada(ruta, antes, ahora):
+    """What a noted path is for files that were copied: the one that was at `antes` when it was noted is at `ahora`.
+
+    What doesn't stand around it, as tables for all municipalities, is where it was; what didn't come along is empty.
+    """
+    if _igual(antes, ahora):
+        return ruta
+    try:
+        sitio = os.path.relpath(ruta, os.path.dirname(antes)).replace(os.sep, "/")
+    except ValueError:  # on another drive
+        return ruta
+    if sitio.startswith("../../"):
+        return ruta
+    nueva = os.path.normpath(f"{os.path.dirname(ahora)}/{sitio}").replace(os.sep, "/")  # as QGIS writes paths
+    return nueva if os.path.exists(nueva) else ""
+
+
 class Municipio:
     """The list, read once: what is drawn is the driver's business."""
 

@@ -3,6 +3,7 @@
 The environment names the samples (SAMPLES), and the file (RESULT) that gets "passed" or what failed.
 """
 
+import filecmp
 import io
 import os
 import shutil
@@ -418,6 +419,25 @@ class TestGivingBack(WithAMunicipality):
         self.edit(lambda layer: layer.deleteFeature(self.parcel(30).id()))
         dialog = DialogoDevolver(Devolucion(self.list, self.copy_file))
         self.assertTrue(dialog.escribir.isEnabled(), "the copy that was given back has its own drawings before it")
+
+    def test_of_a_copied_project_the_files_beside_it_are_written(self):
+        project, elsewhere = QgsProject.instance(), tempfile.mkdtemp()
+        self.addCleanup(shutil.rmtree, elsewhere)
+        self.assertTrue(project.write(os.path.join(self.folder, "p.qgz")))
+        shutil.copytree(self.folder, elsewhere, dirs_exist_ok=True)
+        project.clear()
+        self.assertTrue(project.read(os.path.join(elsewhere, "p.qgz")))
+        here = os.path.join(elsewhere, "poligonos.txt")
+        self.assertEqual(layers.capas_de(project, self.list) + layers.capas_de(project, self.list, edicion=True), [])
+        self.assertEqual([len(layers.capas_de(project, here, edicion=copy)) for copy in (False, True)], [8, 4])
+        self.copy = {layers.dato(layer, layers.CAPA): layer for layer in layers.capas_de(project, here, edicion=True)}
+        self.edit(lambda layer: layer.deleteFeature(self.parcel(20).id()))
+        before, there = self.bytes_there(), sys.modules["campiva.plugin"]
+        iface.setActiveLayer(self.copy["parcelas"])
+        with mock.patch.object(there.DialogoDevolver, "exec", lambda dialog: (dialog.accept(), dialog.result())[1]):
+            self.plugin.acciones["devolver"].trigger()
+        self.assertEqual(self.bytes_there(), before)
+        self.assertFalse(filecmp.cmp(os.path.join(self.folder, "001.PAR"), os.path.join(elsewhere, "001.PAR"), False))
 
     def test_a_new_copy_leaves_the_one_that_another_qgis_edits(self):
         another = QgsVectorLayer(f"{self.copy_file}|layername=parcelas", "another", "ogr")

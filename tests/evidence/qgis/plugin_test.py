@@ -45,6 +45,22 @@ class TestMunicipality(InAFolder):
         self.write("d/otras.TOP")
         self.assertEqual(os.path.basename(found.ortos()), "ortos.TOP", "of two neither is taken")
 
+    def test_noted_paths_go_with_the_files_that_were_copied(self):
+        for name in ("25/d/lista.txt", "25/d/copia.gpkg", "25/tablas/x", "26/d/lista.txt", "26/d/copia.gpkg",
+                     "26/tablas/x", "x/todas/x", "27/d/lista.txt"):
+            self.write(name)
+        for reason, noted, before, now, expected in (
+                ("nothing moved", "25/d/lista.txt", "25/d/./copia.gpkg", "25/d/copia.gpkg", "25/d/lista.txt"),
+                ("the list itself", "25/d/lista.txt", "25/d/lista.txt", "26/d/lista.txt", "26/d/lista.txt"),
+                ("beside a copy", "25/d/lista.txt", "25/d/copia.gpkg", "26/d/copia.gpkg", "26/d/lista.txt"),
+                ("its own folder", "25/d", "25/d/lista.txt", "26/d/lista.txt", "26/d"),
+                ("the folder around", "25/tablas", "25/d/lista.txt", "26/d/lista.txt", "26/tablas"),
+                ("didn't come along", "25/tablas", "25/d/lista.txt", "27/d/lista.txt", ""),
+                ("of all municipalities", "x/todas", "25/d/lista.txt", "27/d/lista.txt", "x/todas")):
+            with self.subTest(reason):
+                paths = [os.path.join(self.folder, path) for path in (noted, before, now)]
+                self.assertEqual(municipality.traslada(*paths), expected and os.path.join(self.folder, expected))
+
     def test_refuses_what_is_no_list(self):
         for text in ("", "TREN", "TREN 04512x\r\nP001\r\n"):
             with self.subTest(text), self.assertRaises(OSError):
