@@ -9,7 +9,7 @@ from qgis.PyQt.QtCore import Qt
 from qgis.PyQt.QtWidgets import QAction, QDialog, QFileDialog, QInputDialog, QMessageBox
 
 from . import edited_copy, gdal_files, layers
-from .algorithms import ALGORITMOS, Proveedor, icono
+from .algorithms import ALGORITMOS, Ida, Proveedor, icono
 from .give_back import Devolucion, DialogoDevolver
 from .messages_panel import PanelMensajes
 from .municipality import Municipio
@@ -147,9 +147,12 @@ class Complemento:
             self._con(lambda: self.muestra_mensajes(lista))
 
     def _traduce(self, nombre):
-        """Opens the dialog of a translation, filled in for the municipality in focus."""
+        """Opens the dialog of a translation, filled in for the municipality in focus.
+
+        Of the way out it isn't: the tables are what it writes over, and its input may be another municipality's.
+        """
         capa, dados = self._iface.activeLayer(), {}
-        if layers.dato(capa, layers.LISTA):
+        if layers.dato(capa, layers.LISTA) and nombre != Ida.NOMBRE:
             municipio = Municipio(layers.dato(capa, layers.LISTA))
             dados = {"LISTA": municipio.lista, "REGISTRO": municipio.salida("ERR"),
                      "TABLAS": layers.dato(capa, layers.TABLAS)}

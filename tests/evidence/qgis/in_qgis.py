@@ -244,6 +244,16 @@ class TestTranslating(WithAMunicipality):
             self.assertEqual("Detenido: los ficheros de salida quedan como estaban." in feedback.errors,
                              output.read() == before, "so short a run may be done before anybody stops it")
 
+    def test_only_what_is_read_is_filled_in(self):
+        self.open()
+        given = {}
+        with mock.patch("processing.execAlgorithmDialog", given.__setitem__):
+            for name in ("ida", "vuelta", "infograf", "informe"):
+                self.plugin.acciones[name].trigger()
+        self.assertEqual(given.pop("campiva:ida"), {}, "the tables of this municipality would be written over")
+        for name, filled in given.items():
+            self.assertEqual((filled["LISTA"], filled["TABLAS"]), (self.list, self.folder), name)
+
     def test_all_four_write_what_they_name(self):
         entry = shutil.copy(os.path.join(SAMPLES, "villanueva.txt"), self.folder)
         results = [processing.run("campiva:ida", {"ENTRADA": entry, "TABLAS": self.folder}), self.translate(),
