@@ -27,12 +27,13 @@ class Devolucion:
 
     def __init__(self, lista, copia):
         """Raises OSError where the list can't be read."""
-        self._municipio, self._copia, self._antes = Municipio(lista), copia, None
+        self._municipio, self._copia = Municipio(lista), copia
+        self._antes = self._seran = None  # what a rehearsal began with, and the drawings that it came to
 
     def _estado(self):
         """Of the drawings, and of the copy, in which another QGIS may go on editing."""
-        dibujos = [(fichero, os.stat(fichero).st_mtime_ns) for fichero in self._municipio.dibujos()]
-        return dibujos, gdal_files.suma_de(gdal_files.abre(self._copia))
+        suma = gdal_files.suma_de(gdal_files.abre(self._copia))  # which may take a while
+        return suma, [(fichero, os.stat(fichero).st_mtime_ns) for fichero in self._municipio.dibujos()]
 
     def ensaya(self, opciones):
         """What would change, and what the driver says of it. Raises OSError where the drawings can't be read."""
@@ -45,14 +46,15 @@ class Devolucion:
             lista = os.path.join(carpeta, os.path.basename(self._municipio.lista))
             antes, hubo = gdal_files.recintos_de(gdal_files.abre(lista)), edited_copy.sumas(Municipio(lista))
             dichas = self._escribe(lista, opciones)
+            self._seran = edited_copy.sumas(Municipio(lista))
             if _ENCIMA not in opciones:
-                dichas = self._lo_de_otros(hubo, edited_copy.sumas(Municipio(lista))) + dichas
+                dichas = self._lo_de_otros(hubo) + dichas
             return compara(antes, gdal_files.recintos_de(gdal_files.abre(lista)), gdal_files.iguales), dichas
 
-    def _lo_de_otros(self, antes, despues):
+    def _lo_de_otros(self, antes):
         """Refuses what would bring back the drawings of the day of the copy where others drew since."""
         apunte = gdal_files.abre(self._copia).GetMetadataItem(edited_copy.APUNTE)
-        pisados = edited_copy.pisados(edited_copy.lee_apunte(apunte), antes, despues)
+        pisados = edited_copy.pisados(edited_copy.lee_apunte(apunte), antes, self._seran)
         if not pisados:
             return []
         return [(True, "Han cambiado después de hacer la copia, y lo dibujado en ellos desde entonces se perdería: "
@@ -63,11 +65,20 @@ class Devolucion:
         if self._estado() != self._antes:
             raise OSError("Los dibujos o la copia han cambiado mientras tanto: se ha vuelto a mirar qué cambiaría")
         dichas = self._escribe(self._municipio.lista, opciones)
-        if not any(falla for falla, _ in dichas):  # from here on the copy is as old as these drawings
-            hay = edited_copy.sumas(Municipio(self._municipio.lista))
-            dichas += [(False, texto) for _, texto in gdal_files.apunta(self._copia, edited_copy.APUNTE,
-                                                                        edited_copy.apunte(hay))]
+        if not any(falla for falla, _ in dichas):
+            dichas += [(False, texto) for texto in (*self._de_quien_escribe_a_la_vez(), *self._apunta())]
         return dichas
+
+    def _apunta(self):
+        """From here on the copy is as old as what it has written."""
+        return [texto for _, texto in
+                gdal_files.apunta(self._copia, edited_copy.APUNTE, edited_copy.apunte(self._seran))]
+
+    def _de_quien_escribe_a_la_vez(self):
+        """The driver has the drawings to itself when it writes, and not yet while it reads the copy."""
+        hay = edited_copy.sumas(Municipio(self._municipio.lista))
+        otros = sorted(fichero for fichero in {*hay, *self._seran} if hay.get(fichero) != self._seran.get(fichero))
+        return [f"Otro ha escrito a la vez, mire si falta algo de lo suyo o de la copia: {', '.join(otros)}"] * bool(otros)
 
     def _escribe(self, lista, opciones):
         dadas = [f"CABECERA={self._municipio.cabecera}", *(opcion for opcion in opciones if opcion != _ENCIMA)]

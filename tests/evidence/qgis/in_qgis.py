@@ -414,6 +414,23 @@ class TestGivingBack(WithAMunicipality):
         dialog.accept()
         self.assertEqual(dialog.result(), DialogoDevolver.DialogCode.Accepted)
 
+    def test_who_writes_while_the_copy_is_read_is_told(self):
+        others = os.path.join(self.folder, "otros.gpkg")
+        shutil.copy(self.copy_file, others)
+        self.edit(lambda layer: layer.deleteFeature(self.parcel(30).id()))
+        mine, theirs, written = Devolucion(self.list, others), Devolucion(self.list, self.copy_file), gdal_files.traduce
+        mine.ensaya([])
+        theirs.ensaya([])
+
+        def reads_long(*how, **more):
+            with mock.patch.object(gdal_files, "traduce", written):
+                self.assertEqual(theirs.devuelve([]), [])
+            return written(*how, **more)
+
+        with mock.patch.object(gdal_files, "traduce", reads_long):
+            said = mine.devuelve([])
+        self.assertRegex(" ".join(text for _, text in said), "Otro ha escrito a la vez.* 001.PAR")
+
     def test_what_others_drew_since_the_copy_is_not_undone_unseen(self):
         others = os.path.join(self.folder, "otros.gpkg")
         shutil.copy(self.copy_file, others)
