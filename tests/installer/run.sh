@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
 # Installs Campiva without a word over older ones and removes it, for one user and for all, while people
 # keep files of their own in every folder that it touches. Looks at what is there after each step.
-#   run.sh installer version content samples golden work runner registry viewer cmake make_installer...
+#   run.sh installer version content samples golden work runner registry in_the_way cmake make_installer...
 set -euo pipefail
-installer=$1 version=$2 content=$3 samples=$4 golden=$5 work=$6 runner=$7 registry=$8 viewer=$9 cmake=${10}
+installer=$1 version=$2 content=$3 samples=$4 golden=$5 work=$6 runner=$7 registry=$8 in_the_way=$9 cmake=${10}
 shift 10
 make_installer=("$@")
 source=$(dirname "$0")/../../packaging/windows
@@ -200,18 +200,24 @@ one_on_a_machine() {
   only_theirs_stays
 }
 
+# hold KIND NAME: has it in the way of whatever comes, until the descriptor 8 is closed.
+hold() {
+  rm -f "$work/holding"
+  mkfifo "$work/holding"
+  "$runner" "$in_the_way" "$@" < "$work/holding" > "$work/held" 2>&1 &
+  exec 8> "$work/holding"
+  waits grep -q held "$work/held"
+}
 # An upgrade and a removal that a viewer of the manual is in the way of leave what is there whole.
 while_the_manual_is_shown() {
   folder=$drive/$programs/Campiva menu=$drive/$user_menu/Campiva
   "$runner" "$work/older.exe" /S || fail "the older one isn't installed"
-  mkfifo "$work/shown"
-  "$runner" "$viewer" "$(windows_path "$folder/campiva.chm")" < "$work/shown" > "$work/viewer" 2>&1 &
-  exec 8> "$work/shown"
-  waits grep -q open "$work/viewer"
+  hold file "$(windows_path "$folder/campiva.chm")"
   local before status=0
   before=$(ls -R "$folder")
   "$runner" "$installer" /S || status=$?
   [ $status -eq 2 ] || fail "over an open manual it ends with $status"
+  [ "$before" = "$(ls -R "$folder")" ] || fail "over an open manual the older one goes"
   status=0
   "$runner" "$folder/Desinstalar.exe" /S /CurrentUser "_?=$(windows_path "$folder")" || status=$?
   [ $status -eq 2 ] || fail "with the manual open its removal ends with $status"
@@ -220,13 +226,16 @@ while_the_manual_is_shown() {
   exec 8>&-
   wait
 }
-# The second of two waits for the first; what that writes is nobody else's file.
-two_at_a_time() {
-  folder=$drive/$programs/Campiva menu=$drive/$user_menu/Campiva
-  "$runner" "$work/older.exe" /S || fail "the older one isn't installed"
-  "$runner" "$installer" /S &
-  "$runner" "$installer" /S || fail "the one isn't installed"
-  wait $! || fail "the other isn't installed"
+# Of two at a time one would take what the other has just written for somebody's own.
+waits_for_its_turn() {
+  hold turn 'Global\Campiva.Instalador'
+  "$runner" "$installer" /S 8>&- &
+  local second=$!
+  sleep 4
+  kill -0 $second || fail "it doesn't wait for its turn"
+  installed HKCU 1.6.5
+  exec 8>&-
+  wait $second || fail "it isn't installed after its turn has come"
   installed HKCU "$version"
   removed /CurrentUser
   only_theirs_stays
@@ -258,6 +267,6 @@ over_a_folder
 enters_the_path
 one_on_a_machine
 while_the_manual_is_shown
-two_at_a_time
+waits_for_its_turn
 [ "$(in_registry 'HKCU\Software\VexaSoft\Campiva\Campiva' Suyo)" = 2 ] ||
   fail "what the user stored is gone"
