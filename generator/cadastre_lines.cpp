@@ -89,6 +89,7 @@ constexpr CLectura kNumImputa = ColumnaDe(kColumnasParcela, &CDatosLinea::numImp
 constexpr CLectura kNumParaje = ColumnaDe(kColumnasParcela, &CDatosLinea::numParaje).catastro;
 constexpr CLectura kLetra = ColumnaDe(kColumnasComunes, &CSubparcela::letra).catastro;
 constexpr CLectura kOrdenParaje = ColumnaDe(kColumnasParaje, &CParaje::NumOrden).catastro;
+constexpr CLectura kNombreParaje = ColumnaDe(kColumnasParaje, &CParaje::Nombre).catastro;
 
 void EstropeaTitulares(std::vector<std::string>& t)
 {
@@ -179,8 +180,9 @@ void EstropeaCatastro(CLineasCatastro& lineas)
     EstropeaTitulares(lineas.titulares);
     EstropeaParcelas(lineas.parcelas);
     EstropeaSubparcelas(lineas.subparcelas);
+    // Blanks in front make another name of it.
     lineas.parajes.push_back(
-        Con(lineas.parajes.front(), kOrdenParaje, "07777"));              // its number is lost
+        Con(Con(lineas.parajes.front(), kOrdenParaje, "07777"), kNombreParaje, "   CAÑADA"_ansi));
     lineas.parajes.emplace_back("CT" + lineas.parajes.front().substr(2)); // no type of this file
 }
 
