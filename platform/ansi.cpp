@@ -1,7 +1,5 @@
 #include "platform/ansi.h"
 
-#include <algorithm>
-
 namespace ansi {
 namespace {
 
@@ -64,10 +62,14 @@ std::string AUtf8(std::string_view texto)
 
 void CMiraUtf8::Toma(std::string_view linea)
 {
-    if (std::ranges::all_of(linea, [](char c) { return static_cast<unsigned char>(c) < 0x80; }))
+    if (m_hayOtras) // which settles it
         return;
-    ++m_conLetras;
-    m_enUtf8 += AUtf8(linea) == linea ? 1 : 0;
+    unsigned todos = 0; // faster than to stop at the first letter
+    for (const char c : linea)
+        todos |= static_cast<unsigned char>(c);
+    if (todos < 0x80)
+        return;
+    (AUtf8(linea) == linea ? m_hayUtf8 : m_hayOtras) = true;
 }
 
 } // namespace ansi

@@ -65,11 +65,11 @@ public:
     static constexpr std::uint64_t kBastan = std::uint64_t{64} * 1024; ///< bytes of the text
 
     void Toma(std::string_view linea);
-    bool EsUtf8() const { return m_conLetras > 0 && m_enUtf8 == m_conLetras; }
+    bool EsUtf8() const { return m_hayUtf8 && !m_hayOtras; }
 
 private:
-    int m_conLetras = 0; // lines
-    int m_enUtf8 = 0;    // those of them that are
+    bool m_hayUtf8 = false;  // a line with letters that is
+    bool m_hayOtras = false; // one that isn't
 };
 
 } // namespace ansi
