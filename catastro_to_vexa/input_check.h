@@ -13,7 +13,7 @@ enum class SospechaEntrada {
 };
 
 /// Looks once more at the first lines of an input, 64 KB at most. Of a pipe, which can't be read
-/// again, it only tells whether anything came. Raises CFileException where a read fails. \param
-/// entrada      open, and read to where the run came \param tipoEntrada  0 an exchange file, any
-/// other a list of subparcels with holders
+/// again, it only tells whether anything came. Raises CFileException where a read fails.
+/// \param entrada      open, and read to where the run came
+/// \param tipoEntrada  0 an exchange file, any other a list of subparcels with holders
 SospechaEntrada MiraEntrada(CStdioFile& entrada, int tipoEntrada);

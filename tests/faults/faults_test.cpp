@@ -316,7 +316,8 @@ void EsTodoONada(CBanco& banco, const CResultado& resultado)
 }
 
 /// Kills the run as the plan says. What it left is healed by whatever next run begins in the
-/// folder. \return whether it was killed before its end
+/// folder.
+/// \return whether it was killed before its end
 bool MuereYSana(CBanco& banco, const CPlanDeFallos& plan)
 {
     if (!banco.Mata(plan))

@@ -15,8 +15,8 @@ using CAnillo = std::vector<vexageo::CPunto<int>>;
 /// didn't before. A ring that has whole points alone comes from a drawing, and somebody counts on
 /// its surface: it gets the points of others that lie exactly on it, and none of its own moves.
 /// \param anillos  without a closing point
-/// \param fijos    rings of a drawing that stay as they are: the others are led through their
-/// points \param[out] redondos  in the same order; a ring that rounding leaves without a surface is
-/// empty \return false where they can't be noded
+/// \param fijos    rings of a drawing that stay as they are; the others go through their points
+/// \param[out] redondos  in the same order; one that rounding leaves without a surface is empty
+/// \return false where they can't be noded
 bool Anuda(const std::vector<CAnilloFino>& anillos, const std::vector<CAnillo>& fijos,
            std::vector<CAnillo>& redondos);

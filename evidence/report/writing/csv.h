@@ -10,8 +10,8 @@
 namespace informe {
 
 /// Writes all lines of the log as a sheet: UTF-8 with its mark, by which its reader knows it,
-/// semicolons, CR LF. The log is read once more for its words. Raises CFileException. \param
-/// lugares  where the drawings show what the messages speak of; null for no drawings
+/// semicolons, CR LF. The log is read once more for its words. Raises CFileException.
+/// \param lugares  where the drawings show what the messages speak of; null for no drawings
 void EscribeCsv(const CEscribe& escribe, const CRegistroLeido& registro,
                 const CLugaresDeAvisos* lugares);
 
