@@ -3,12 +3,9 @@
 The environment names the samples (SAMPLES), and the file (RESULT) that gets "passed" or what failed.
 """
 
-import filecmp
 import io
 import os
 import shutil
-import sys
-import tempfile
 import traceback
 import unittest
 from unittest import mock
@@ -16,49 +13,15 @@ from unittest import mock
 import processing
 import qgis.utils
 from osgeo import gdal
-from qgis.core import (QgsApplication, QgsCoordinateReferenceSystem, QgsGeometry, QgsProcessingFeedback, QgsProject,
-                       QgsRectangle, QgsVectorLayer)
+from qgis.core import QgsApplication, QgsCoordinateReferenceSystem, QgsProcessingFeedback, QgsProject, QgsRectangle
 from qgis.PyQt.QtCore import Qt, QTimer
 from qgis.PyQt.QtTest import QTest
-from qgis.PyQt.QtWidgets import QApplication, QDialog, QMessageBox
+from qgis.PyQt.QtWidgets import QApplication, QDialog
 from qgis.utils import iface, plugins
 
 from campiva import gdal_files, layers
-from campiva.give_back import Devolucion, DialogoDevolver
-
-SAMPLES = os.environ["SAMPLES"]
-REFERENCE = QgsCoordinateReferenceSystem("EPSG:25830")
-OWN = ("Modulos.txt", "Titulares.txt", "Parcelas.txt", "Subparcelas.txt", "Parajes.txt", "Cotitulares.txt")
-
-
-class WithAMunicipality(unittest.TestCase):
-    DRAWINGS, TABLES = "villanueva_dibujos_con_faltas", "villanueva_tablas_con_faltas"
-
-    def setUp(self):
-        self.folder = tempfile.mkdtemp()
-        self.addCleanup(shutil.rmtree, self.folder)
-        self.addCleanup(QgsProject.instance().clear)
-        for part in filter(None, (self.DRAWINGS, self.TABLES)):
-            shutil.copytree(os.path.join(SAMPLES, part), self.folder, dirs_exist_ok=True)
-        self.list = os.path.join(self.folder, "poligonos.txt")
-        self.plugin = plugins["campiva"]
-
-    def translate(self, name="vuelta", feedback=None, **parameters):
-        return processing.run(f"campiva:{name}", {"LISTA": self.list, **parameters}, feedback=feedback)
-
-    def open(self):
-        self.plugin.abre(self.list, self.folder if self.TABLES else "", REFERENCE)
-        return {layer.name(): layer for layer in layers.capas_de(QgsProject.instance(), self.list)}
-
-    def forget_subparcels(self):
-        """Has the next run find other messages."""
-        with open(os.path.join(self.folder, "Subparcelas.txt"), "r+", encoding="cp1252") as table:
-            table.readline()
-            table.truncate(table.tell())
-
-    def log_lines(self):
-        with open(os.path.join(self.folder, "045127.ERR"), encoding="cp1252") as log:
-            return log.read().splitlines()
+from giving_back import TestGivingBack
+from in_a_municipality import REFERENCE, SAMPLES, WithAMunicipality
 
 
 class TestOpening(WithAMunicipality):
@@ -264,245 +227,6 @@ class TestTranslating(WithAMunicipality):
         for written in (path for result in results for path in result.values() if isinstance(path, str)):
             self.assertTrue(os.path.exists(written), written)
         self.assertEqual([len(result) for result in results], [4, 5, 2, 1])
-
-
-class TestGivingBack(WithAMunicipality):
-    DRAWINGS, TABLES = "villanueva_dibujos", None
-
-    def setUp(self):
-        super().setUp()
-        self.open()
-        self.plugin.acciones["editar"].trigger()
-        self.copy = {layers.dato(layer, layers.CAPA): layer
-                     for layer in layers.capas_de(QgsProject.instance(), self.list, edicion=True)}
-        self.copy_file = layers.dato(self.copy["parcelas"], layers.EDICION)
-
-    def bytes_there(self):
-        return {name: open(os.path.join(self.folder, name), "rb").read() for name in sorted(os.listdir(self.folder))
-                if name.lower().endswith((".bin", ".par", ".sub", ".pol", ".txt"))}
-
-    def written_at(self, name):
-        return os.stat(os.path.join(self.folder, name)).st_mtime_ns
-
-    def parcel(self, number):
-        return next(feature for feature in self.copy["parcelas"].getFeatures()
-                    if (feature["poligono"], feature["parcela"]) == (1, number))
-
-    def edit(self, change):
-        layer = self.copy["parcelas"]
-        layer.startEditing()
-        change(layer)
-        self.assertTrue(layer.commitChanges(), layer.commitErrors())
-
-    def test_nothing_edited_changes_nothing(self):
-        dialog = DialogoDevolver(Devolucion(self.list, self.copy_file))
-        self.assertEqual(dialog.resumen.text(), "Ningún recinto cambia.")
-
-    def rows(self, dialog):
-        return [tuple(dialog.tabla.item(row, column).text() for column in range(4))
-                for row in range(dialog.tabla.rowCount())]
-
-    def split(self, layer, number, new_number, **fields):
-        """Cuts a parcel in two as a technician does: the other half has all that the one has."""
-        whole = self.parcel(number)
-        box = whole.geometry().boundingBox()
-        left = QgsGeometry.fromRect(QgsRectangle(box.xMinimum(), box.yMinimum(), box.center().x(), box.yMaximum()))
-        rest = whole.geometry().difference(left)
-        layer.changeGeometry(whole.id(), whole.geometry().intersection(left))
-        for name, value in {"fid": None, "parcela": new_number, **fields}.items():
-            whole.setAttribute(name, value)
-        whole.setGeometry(rest)
-        layer.addFeature(whole)
-
-    def test_what_is_shown_is_done_and_nothing_else(self):
-        def change(layer):
-            layer.deleteFeature(self.parcel(20).id())
-            layer.changeGeometry(self.parcel(30).id(), self.parcel(30).geometry().buffer(-1, 1))
-            self.split(layer, 47, 947, rotulo=None, numero=None)
-
-        self.edit(change)
-        before, written = self.bytes_there(), self.written_at("002.BIN")
-        dialog = DialogoDevolver(Devolucion(self.list, self.copy_file))
-        shown = [row[:2] for row in self.rows(dialog)]
-        self.assertEqual(sorted(what for what in shown if what[1].startswith("parcela")),
-                         [("borrado", "parcela 20 del polígono 1"), ("nuevo", "parcela 947 del polígono 1"),
-                          ("otro contorno", "parcela 30 del polígono 1"),
-                          ("otro contorno", "parcela 47 del polígono 1")])
-        # Subparcels stay where they are; what changes is the parcel that they fall into.
-        self.assertEqual({what[1] for what in shown if not what[1].startswith("parcela")} -
-                         {f"subparcela {name} del polígono 1" for name in (
-                             "20 a", "«20-a» en ninguna parcela", "47 a", "47 b", "947 a", "947 b")}, set())
-        self.assertEqual(self.bytes_there(), before, "so far nothing is written")
-        dialog.accept()
-        self.assertEqual(dialog.result(), DialogoDevolver.DialogCode.Accepted)
-        after = self.bytes_there()
-        self.assertEqual({name[:4] for name in after if after[name] != before[name]}, {"001."})
-        self.assertEqual(self.written_at("002.BIN"), written, "nobody edited it")
-        layers.refresca(self.list)
-        shown = {layer.name(): layer for layer in layers.capas_de(QgsProject.instance(), self.list)}["Parcelas"]
-        numbers = [feature["parcela"] for feature in shown.getFeatures() if feature["poligono"] == 1]
-        self.assertEqual([numbers.count(number) for number in (20, 30, 47, 947)], [0, 1, 1, 1])
-
-    def test_a_label_alone_is_a_change_too(self):
-        parcel = self.parcel(20)
-        self.edit(lambda layer: layer.changeAttributeValue(
-            parcel.id(), layer.fields().indexOf("rotulo_x"), parcel["rotulo_x"] + 1))
-        dialog = DialogoDevolver(Devolucion(self.list, self.copy_file))
-        self.assertEqual([row[:2] for row in self.rows(dialog)], [("otro rótulo", "parcela 20 del polígono 1")])
-        self.assertTrue(dialog.escribir.isEnabled())
-
-    def test_a_polygon_of_which_nothing_is_left_is_emptied_where_somebody_says_so(self):
-        for layer in self.copy.values():
-            if layer.fields().indexOf("poligono") >= 0:
-                layer.startEditing()
-                layer.deleteFeatures([one.id() for one in layer.getFeatures() if one["poligono"] == 2])
-                self.assertTrue(layer.commitChanges(), layer.commitErrors())
-        dialog = DialogoDevolver(Devolucion(self.list, self.copy_file))
-        self.assertFalse(dialog.escribir.isEnabled())
-        self.assertIn("se quedan como están; la opción VACIA los vacía: 002", dialog.quejas.toPlainText())
-        dialog.casillas["VACIA=TODOS"].setChecked(True)
-        rows = self.rows(dialog)
-        self.assertGreater(len(rows), 100)
-        self.assertTrue(all(row[0] == "borrado" and row[1].endswith("polígono 2") for row in rows))
-        dialog.accept()
-        self.assertEqual(os.path.getsize(os.path.join(self.folder, "002.PAR")), 0)
-
-    def test_a_contradiction_is_refused_until_somebody_says_what_holds(self):
-        self.edit(lambda layer: self.split(layer, 47, 947))
-        dialog = DialogoDevolver(Devolucion(self.list, self.copy_file))
-        self.assertFalse(dialog.escribir.isEnabled())
-        self.assertIn("947", dialog.quejas.toPlainText())
-        dialog.ganan.setCurrentIndex(dialog.ganan.findData("GANAN=NUMEROS"))
-        self.assertTrue(dialog.escribir.isEnabled())
-        self.assertIn("parcela 947 del polígono 1", [row[1] for row in self.rows(dialog)])
-
-    def test_what_is_refused_is_told_and_not_written(self):
-        self.edit(lambda layer: layer.changeGeometry(self.parcel(20).id(), QgsGeometry.fromWkt(
-            "POLYGON((0 0, 10 10, 10 0, 0 10, 0 0))")))
-        self.addCleanup(gdal.UseExceptions if gdal.GetUseExceptions() else gdal.DontUseExceptions)
-        before = self.bytes_there()
-        for exceptions in (gdal.DontUseExceptions, gdal.UseExceptions):
-            exceptions()
-            dialog = DialogoDevolver(Devolucion(self.list, self.copy_file))
-            self.assertFalse(dialog.escribir.isEnabled())
-            self.assertIn("✗ la parcela 20", dialog.quejas.toPlainText())
-        dialog.accept()
-        self.assertNotEqual(dialog.result(), DialogoDevolver.DialogCode.Accepted)
-        self.assertEqual(self.bytes_there(), before)
-
-    def test_drawings_that_changed_meanwhile_are_looked_at_again(self):
-        self.edit(lambda layer: layer.deleteFeature(self.parcel(20).id()))
-        dialog = DialogoDevolver(Devolucion(self.list, self.copy_file))
-        os.utime(os.path.join(self.folder, "001.BIN"), (1, 1))
-        before = self.bytes_there()
-        dialog.accept()
-        self.assertNotEqual(dialog.result(), DialogoDevolver.DialogCode.Accepted)
-        self.assertIn("han cambiado", dialog.quejas.toPlainText())
-        self.assertEqual(self.bytes_there(), before)
-        dialog.accept()
-        self.assertNotEqual(self.bytes_there(), before)
-
-    def test_a_copy_that_somebody_goes_on_editing_is_looked_at_again(self):
-        self.edit(lambda layer: layer.deleteFeature(self.parcel(20).id()))
-        dialog = DialogoDevolver(Devolucion(self.list, self.copy_file))
-        self.edit(lambda layer: layer.deleteFeature(self.parcel(30).id()))
-        before = self.bytes_there()
-        dialog.accept()
-        self.assertEqual(self.bytes_there(), before)
-        self.assertIn("la copia han cambiado", dialog.quejas.toPlainText())
-        self.assertIn("parcela 30 del polígono 1", [row[1] for row in self.rows(dialog)])
-        dialog.accept()
-        self.assertEqual(dialog.result(), DialogoDevolver.DialogCode.Accepted)
-
-    def test_who_writes_while_the_copy_is_read_is_told(self):
-        others = os.path.join(self.folder, "otros.gpkg")
-        shutil.copy(self.copy_file, others)
-        self.edit(lambda layer: layer.deleteFeature(self.parcel(30).id()))
-        mine, theirs, written = Devolucion(self.list, others), Devolucion(self.list, self.copy_file), gdal_files.traduce
-        mine.ensaya([])
-        theirs.ensaya([])
-
-        def reads_long(*how, **more):
-            with mock.patch.object(gdal_files, "traduce", written):
-                self.assertEqual(theirs.devuelve([]), [])
-            return written(*how, **more)
-
-        with mock.patch.object(gdal_files, "traduce", reads_long):
-            said = mine.devuelve([])
-        self.assertRegex(" ".join(text for _, text in said), "Otro ha escrito a la vez.* 001.PAR")
-
-    def test_what_others_drew_since_the_copy_is_not_undone_unseen(self):
-        others = os.path.join(self.folder, "otros.gpkg")
-        shutil.copy(self.copy_file, others)
-        self.edit(lambda layer: layer.deleteFeature(self.parcel(20).id()))
-        theirs = Devolucion(self.list, self.copy_file)
-        theirs.ensaya([])
-        self.assertFalse(any(fails for fails, _ in theirs.devuelve([])))
-        dialog = DialogoDevolver(Devolucion(self.list, others))
-        self.assertFalse(dialog.escribir.isEnabled())
-        self.assertIn("desde entonces se perdería: 001.PAR", dialog.quejas.toPlainText())
-        dialog.casillas["ENCIMA"].setChecked(True)
-        self.assertTrue(dialog.escribir.isEnabled())
-        self.edit(lambda layer: layer.deleteFeature(self.parcel(30).id()))
-        dialog = DialogoDevolver(Devolucion(self.list, self.copy_file))
-        self.assertTrue(dialog.escribir.isEnabled(), "the copy that was given back has its own drawings before it")
-
-    def test_of_a_copied_project_the_files_beside_it_are_written(self):
-        project, elsewhere = QgsProject.instance(), tempfile.mkdtemp()
-        self.addCleanup(shutil.rmtree, elsewhere)
-        self.assertTrue(project.write(os.path.join(self.folder, "p.qgz")))
-        shutil.copytree(self.folder, elsewhere, dirs_exist_ok=True)
-        project.clear()
-        self.assertTrue(project.read(os.path.join(elsewhere, "p.qgz")))
-        here = os.path.join(elsewhere, "poligonos.txt")
-        self.assertEqual(layers.capas_de(project, self.list) + layers.capas_de(project, self.list, edicion=True), [])
-        self.assertEqual([len(layers.capas_de(project, here, edicion=copy)) for copy in (False, True)], [8, 4])
-        self.copy = {layers.dato(layer, layers.CAPA): layer for layer in layers.capas_de(project, here, edicion=True)}
-        self.edit(lambda layer: layer.deleteFeature(self.parcel(20).id()))
-        before, there = self.bytes_there(), sys.modules["campiva.plugin"]
-        iface.setActiveLayer(self.copy["parcelas"])
-        with mock.patch.object(there.DialogoDevolver, "exec", lambda dialog: (dialog.accept(), dialog.result())[1]):
-            self.plugin.acciones["devolver"].trigger()
-        self.assertEqual(self.bytes_there(), before)
-        self.assertFalse(filecmp.cmp(os.path.join(self.folder, "001.PAR"), os.path.join(elsewhere, "001.PAR"), False))
-
-    def test_a_new_copy_leaves_the_one_that_another_qgis_edits(self):
-        another = QgsVectorLayer(f"{self.copy_file}|layername=parcelas", "another", "ogr")
-        another.startEditing()
-        another.deleteFeature(self.parcel(30).id())
-        with mock.patch("campiva.plugin.QMessageBox.question", lambda *_: QMessageBox.StandardButton.No):
-            self.plugin.acciones["editar"].trigger()
-        self.assertTrue(another.commitChanges(), another.commitErrors())
-        numbers = [{feature["parcela"] for feature in layer.getFeatures() if feature["poligono"] == 1}
-                   for layer in (another, *layers.capas_de(QgsProject.instance(), self.list, edicion=True))
-                   if layer is another or layers.dato(layer, layers.CAPA) == "parcelas"]
-        self.assertEqual([30 in present for present in numbers], [False, True])
-        self.assertEqual(sorted(name for name in os.listdir(self.folder) if name.endswith(".gpkg") or "~" in name),
-                         ["045127-edicion-2.gpkg", "045127-edicion.gpkg"])
-
-    def test_half_of_a_copy_is_none(self):
-        written, before = gdal_files.traduce, sorted(os.listdir(self.folder))
-
-        def breaks_off(*how, **more):
-            return written(*how, **more) + [(True, "No queda sitio")]
-
-        with mock.patch.object(gdal_files, "traduce", breaks_off), self.assertRaisesRegex(OSError, "sitio"):
-            layers.copia(QgsProject.instance(), self.list, REFERENCE)
-        self.assertEqual(sorted(os.listdir(self.folder)), before)
-
-    def test_what_the_writing_alone_says_is_told(self):
-        self.edit(lambda layer: layer.deleteFeature(self.parcel(20).id()))
-        there = sys.modules["campiva.plugin"]  # which is another one when the plugin was loaded anew
-        written = there.Devolucion.devuelve
-
-        def kept(*how):
-            return written(*how) + [(False, "queda en 001.PAR.x")]
-
-        with mock.patch.object(there.Devolucion, "devuelve", kept), mock.patch.object(
-                there.DialogoDevolver, "exec", lambda dialog: (dialog.accept(), dialog.result())[1]):
-            self.plugin.acciones["devolver"].trigger()
-        self.assertIn("queda en 001.PAR.x", iface.messageBar().currentItem().text())
-        iface.messageBar().clearWidgets()
 
 
 def run():
