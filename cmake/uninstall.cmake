@@ -1,13 +1,28 @@
-# Takes away what the last installation put in place, and the folders that are empty then.
+# Takes away what the last installation put in place, and the folders that are empty then. A sample that
+# is another by now is somebody's work and stays.
 #   cmake -D MANIFEST=install_manifest.txt -P uninstall.cmake
 cmake_minimum_required(VERSION 3.25)
 
 if(NOT EXISTS ${MANIFEST})
   message(FATAL_ERROR "${MANIFEST} isn't there: nothing was installed from this build")
 endif()
+set(samples ${CMAKE_CURRENT_LIST_DIR}/../samples)
 file(STRINGS ${MANIFEST} files)
 foreach(file IN LISTS files)
-  file(REMOVE "$ENV{DESTDIR}${file}")
+  set(installed "$ENV{DESTDIR}${file}")
+  if(file MATCHES "/campiva/samples/(.+)$" AND EXISTS "${installed}")
+    set(ours ${samples}/${CMAKE_MATCH_1})
+    set(was "")
+    file(SHA256 "${installed}" is)
+    if(EXISTS "${ours}")
+      file(SHA256 "${ours}" was)
+    endif()
+    if(NOT is STREQUAL was)
+      message(STATUS "${installed} was changed and stays")
+      continue()
+    endif()
+  endif()
+  file(REMOVE "${installed}")
   cmake_path(GET file PARENT_PATH folder)
   # Folders of ours alone: those that all programs share stay.
   while(folder MATCHES "/(campiva|campiva/icons|docs|pictures|samples|villanueva[^/]*)$")

@@ -52,6 +52,16 @@ endif()
 execute_process(COMMAND bash ${CMAKE_CURRENT_LIST_DIR}/compare_options.sh "${WORK}/the usr"
   COMMAND_ERROR_IS_FATAL ANY)
 
+# It goes again, but for what somebody made of a sample.
+set(changed "${WORK}/the usr/share/campiva/samples/villanueva_dibujos/poligonos.txt")
+file(APPEND ${changed} "P077\n")
+execute_process(COMMAND ${CMAKE_COMMAND} --build ${BUILD} --target uninstall
+  OUTPUT_VARIABLE said COMMAND_ERROR_IS_FATAL ANY)
+file(GLOB_RECURSE left "${WORK}/the usr/*")
+if(NOT left STREQUAL changed OR NOT said MATCHES "poligonos.txt was changed and stays")
+  message(FATAL_ERROR "left behind: ${left}\n${said}")
+endif()
+file(REMOVE ${changed})
 execute_process(COMMAND ${CMAKE_COMMAND} --build ${BUILD} --target uninstall
   OUTPUT_QUIET COMMAND_ERROR_IS_FATAL ANY)
 file(GLOB_RECURSE left "${WORK}/the usr/*")
