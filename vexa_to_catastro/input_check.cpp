@@ -40,10 +40,19 @@ void CVexaACampiva2Dlg::ObservaEntradas()
         Observa(forma, argumentos...);
         ConservaAnteriores();
     };
-    const auto& [primera, cabecera, poligonos, parcelas, subparcelas, delMunicipio, enUtf8] =
-        m_vistas;
-    for (const CString& tabla : enUtf8)
-        observa(observaciones::kParecenUtf8, tabla);
+    const auto& [primera, cabecera, poligonos, parajes, modulos, titulares, parcelas, subparcelas,
+                 cotitulares, delMunicipio] = m_vistas;
+    for (const CTablaVista* tabla :
+         {&parajes, &modulos, &titulares, &parcelas, &subparcelas, &cotitulares}) {
+        if (tabla->enUtf8)
+            observa(observaciones::kParecenUtf8, tabla->archivo);
+        if (tabla->partidas > 0)
+            observa(observaciones::kFilasPartidas, tabla->archivo, tabla->partidas);
+        // Where not one of its rows was taken, that is said below.
+        const bool seDira = (tabla == &parcelas || tabla == &subparcelas) && tabla->tomadas == 0;
+        if (tabla->incompletas > 0 && !seDira)
+            observa(observaciones::kFilasIncompletas, tabla->archivo, tabla->incompletas);
+    }
     const bool marca = TieneMarca(primera);
     const bool vacia = primera.IsEmpty() && poligonos == 0;
     if (marca)

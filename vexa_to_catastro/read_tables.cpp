@@ -1,21 +1,51 @@
-#include "cadastre/exchange_format.h"
+#include <algorithm>
+#include <limits>
+
+#include "cadastre/co_holder_columns.h"
+#include "cadastre/column_reader.h"
+#include "cadastre/holder_columns.h"
+#include "cadastre/module_place_columns.h"
+#include "cadastre/parcel_columns.h"
+#include "cadastre/subparcel_columns.h"
 #include "cadastre/table_files.h"
 #include "platform/ansi.h"
 #include "vexa_to_catastro/vexa_a_campiva2_dlg.h"
 
 // The reading of one municipality from the six tables. Places and holders must be there before the
 // parcels that name them, and parcels before what hangs on them. A row that lacks what it needs is
-// dropped without a message.
+// dropped without a message of its own; how many were is said when all are read.
 
-bool CVexaACampiva2Dlg::LeeTabla(UINT estado, const CString& archivo, const CMunicipio& municipio,
-                                 const CTomaFila& toma, CFilasVistas* vistas)
+namespace {
+
+/// Counts in bytes, which a compiler does for many characters at a time, and so by pieces.
+std::size_t Tabuladores(std::string_view fila)
 {
+    constexpr std::size_t kPieza = std::numeric_limits<unsigned char>::max();
+    std::size_t suma = 0;
+    for (; !fila.empty(); fila.remove_prefix(std::min(fila.size(), kPieza))) {
+        unsigned char suyos = 0;
+        for (const char c : fila.substr(0, kPieza))
+            if (c == '\t')
+                ++suyos;
+        suma += suyos;
+    }
+    return suma;
+}
+
+} // namespace
+
+bool CVexaACampiva2Dlg::LeeTabla(UINT estado, const CString& archivo, std::size_t campos,
+                                 const CMunicipio& municipio, CTablaVista& vista,
+                                 const CTomaFila& toma)
+{
+    vista.archivo = archivo;
     Fase(estado);
     CStdioFile tabla;
     if (!AbreEntrada(tabla, archivo))
         return false;
     CString fila;
     bool primera = true;
+    int suyas = 0;
     ansi::CMiraUtf8 utf8;
     while (tabla.ReadString(fila)) {
         if (!Avanza(tabla.GetPosition(), tabla.GetLength()))
@@ -25,50 +55,65 @@ bool CVexaACampiva2Dlg::LeeTabla(UINT estado, const CString& archivo, const CMun
         const bool cabecera = primera && EsCabecera(fila);
         primera = false;
         const int suyo = MunicipioDeFila(fila);
-        if (vistas != nullptr && cabecera)
-            vistas->cabecera = fila;
-        else if (vistas != nullptr && !fila.IsEmpty()) {
-            ++vistas->todas;
-            vistas->ajenas += suyo != 0 && suyo != municipio.Mun ? 1 : 0;
+        if (cabecera)
+            vista.cabecera = fila;
+        else if (!fila.IsEmpty()) {
+            ++vista.todas;
+            vista.ajenas += suyo != 0 && suyo != municipio.Mun ? 1 : 0;
         }
         // A header line reads as municipality 0, which is no other municipality's code.
-        if (!(cabecera && municipio.Mun == 0) && suyo == municipio.Mun)
-            toma(fila);
+        if ((cabecera && municipio.Mun == 0) || suyo != municipio.Mun)
+            continue;
+        ++suyas;
+        vista.partidas += Tabuladores(fila) < campos ? 0 : 1;
+        toma(fila);
     }
-    if (utf8.EsUtf8())
-        m_vistas.enUtf8.push_back(archivo);
+    if (vista.partidas == suyas) // somebody has given the table columns of his own
+        vista.partidas = 0;
+    vista.enUtf8 = utf8.EsUtf8();
     return true;
 }
 
 bool CVexaACampiva2Dlg::LeeParajes(CStdioFile* /*log*/, int* /*numErrores*/, int* /*numWarnings*/,
                                    CMunicipio* municipio)
 {
-    return LeeTabla(IDS_LEYENDO_PARAJES, ArchivoParajes, *municipio, [&](std::string_view fila) {
-        CParaje paraje;
-        if (paraje.Lee(fila, kModoTabla))
-            municipio->InsertaParaje(paraje);
-    });
+    CTablaVista& vista = m_vistas.parajes;
+    return LeeTabla(IDS_LEYENDO_PARAJES, ArchivoParajes, CamposDeFila(kColumnasParaje), *municipio,
+                    vista, [&](std::string_view fila) {
+                        CParaje paraje;
+                        if (paraje.Lee(fila, kModoTabla))
+                            municipio->InsertaParaje(paraje);
+                        else
+                            ++vista.incompletas;
+                    });
 }
 
 bool CVexaACampiva2Dlg::LeeModulos(CStdioFile* /*log*/, int* /*numErrores*/, int* /*numWarnings*/,
                                    CMunicipio* municipio)
 {
-    return LeeTabla(IDS_LEYENDO_MODULOS, ArchivoModulos, *municipio, [&](std::string_view fila) {
-        CModulo modulo;
-        if (modulo.Lee(fila, kModoTabla))
-            municipio->InsertaModulo(modulo);
-    });
+    CTablaVista& vista = m_vistas.modulos;
+    return LeeTabla(IDS_LEYENDO_MODULOS, ArchivoModulos, CamposDeFila(kColumnasModulo), *municipio,
+                    vista, [&](std::string_view fila) {
+                        CModulo modulo;
+                        if (modulo.Lee(fila, kModoTabla))
+                            municipio->InsertaModulo(modulo);
+                        else
+                            ++vista.incompletas;
+                    });
 }
 
 bool CVexaACampiva2Dlg::LeeTitulares(CStdioFile* log, int* numErrores, int* numWarnings,
                                      CMunicipio* municipio)
 {
     const CAvisos avisos{*log, *numErrores, *numWarnings};
-    return LeeTabla(IDS_LEYENDO_TITULARES, ArchivoTitulares, *municipio,
-                    [&](std::string_view fila) {
+    CTablaVista& vista = m_vistas.titulares;
+    return LeeTabla(IDS_LEYENDO_TITULARES, ArchivoTitulares, CamposDeFila(kColumnasTitular),
+                    *municipio, vista, [&](std::string_view fila) {
                         CTitular titular;
                         if (titular.Lee(fila, kModoTabla))
                             RegistraTitular(avisos, *municipio, std::move(titular));
+                        else
+                            ++vista.incompletas;
                     });
 }
 
@@ -76,9 +121,9 @@ bool CVexaACampiva2Dlg::LeeParcelas(CStdioFile* log, int* numErrores, int* numWa
                                     CMunicipio* municipio)
 {
     const CAvisos avisos{*log, *numErrores, *numWarnings};
-    return LeeTabla(
-        IDS_LEYENDO_PARCELAS, ArchivoParcelas, *municipio,
-        [&](std::string_view fila) { TomaParcela(fila, avisos, *municipio); }, &m_vistas.parcelas);
+    return LeeTabla(IDS_LEYENDO_PARCELAS, ArchivoParcelas, CamposDeFila(kColumnasParcela),
+                    *municipio, m_vistas.parcelas,
+                    [&](std::string_view fila) { TomaParcela(fila, avisos, *municipio); });
 }
 
 void CVexaACampiva2Dlg::TomaParcela(std::string_view fila, const CAvisos& avisos,
@@ -89,6 +134,7 @@ void CVexaACampiva2Dlg::TomaParcela(std::string_view fila, const CAvisos& avisos
     CParcela parcela(0, 0, 0, {});
     CDatosLinea datos;
     const bool leida = parcela.Lee(fila, kModoTabla, datos);
+    m_vistas.parcelas.incompletas += leida && !datos.faltan ? 0 : 1;
     if (datos.faltan)
         return;
     const int titular = municipio.BuscaTitularNumOrden(datos.numImputa);
@@ -118,12 +164,14 @@ bool CVexaACampiva2Dlg::LeeSubparcelas(CStdioFile* log, int* numErrores, int* nu
                                        CMunicipio* municipio)
 {
     const CAvisos avisos{*log, *numErrores, *numWarnings};
+    CTablaVista& vista = m_vistas.subparcelas;
     return LeeTabla(
-        IDS_LEYENDO_SUBPARCELAS, ArchivoSubparcelas, *municipio,
-        [&](std::string_view fila) {
+        IDS_LEYENDO_SUBPARCELAS, ArchivoSubparcelas, CamposDeFila(kColumnasSubparcela), *municipio,
+        vista, [&](std::string_view fila) {
             CSubparcela subparcela;
             CDatosLinea datos;
             const bool leida = subparcela.Lee(fila, kModoTabla, datos);
+            vista.incompletas += leida ? 0 : 1;
             int i = kNoEncontrado;
             if (!municipio->BuscaParcela(datos.Polig, datos.Parcela, i)) {
                 Avisa(avisos, kSubparcelaSinParcela, datos.Polig, datos.Parcela, datos.letra);
@@ -135,22 +183,23 @@ bool CVexaACampiva2Dlg::LeeSubparcelas(CStdioFile* log, int* numErrores, int* nu
             CParcela& parcela = municipio->DameParcela(i);
             bool repetida = false;
             parcela.InsertaSubparcela(std::move(subparcela), repetida);
-            ++m_vistas.subparcelas.tomadas;
+            ++vista.tomadas;
             if (repetida)
                 Avisa(avisos, kSubparcelaDuplicada, parcela.Polig, parcela.Parcela, letra);
-        },
-        &m_vistas.subparcelas);
+        });
 }
 
 bool CVexaACampiva2Dlg::LeeCotitulares(CStdioFile* log, int* numErrores, int* numWarnings,
                                        CMunicipio* municipio)
 {
     const CAvisos avisos{*log, *numErrores, *numWarnings};
-    return LeeTabla(IDS_LEYENDO_COTITULARES, ArchivoCotitulares, *municipio,
-                    [&](std::string_view fila) {
+    CTablaVista& vista = m_vistas.cotitulares;
+    return LeeTabla(IDS_LEYENDO_COTITULARES, ArchivoCotitulares, CamposDeFila(kColumnasCotitular),
+                    *municipio, vista, [&](std::string_view fila) {
                         CCotitular vinculo;
                         CDatosLinea datos;
                         const bool leido = vinculo.Lee(fila, datos);
+                        vista.incompletas += leido ? 0 : 1;
                         int i = kNoEncontrado;
                         if (!municipio->BuscaParcela(datos.Polig, datos.Parcela, i)) {
                             Avisa(avisos, kCotitularSinParcela, datos.Polig, datos.Parcela);

@@ -57,12 +57,16 @@ private:
     bool CruzaGraficoConBase(CStdioFile* log, int* numErrores, int* numWarnings,
                              CMunicipio* municipio);
 
-    /// What a run has seen of a table that may be written anew.
-    struct CFilasVistas {
-        CString cabecera; ///< its header line, empty where it has none
-        int todas = 0;    ///< its rows, those of other municipalities among them
-        int ajenas = 0;   ///< those of other municipalities
-        int tomadas = 0;  ///< those that became records
+    /// What a run has seen of a table.
+    struct CTablaVista {
+        CString archivo;
+        CString cabecera;    ///< its header line, empty where it has none
+        int todas = 0;       ///< its rows, those of other municipalities among them
+        int ajenas = 0;      ///< those of other municipalities
+        int tomadas = 0;     ///< those that became parcels, or subparcels
+        int incompletas = 0; ///< those that lack a field which each must have
+        int partidas = 0;    ///< those with more fields than the table has
+        bool enUtf8 = false;
     };
 
     // The six tables, in the order in which records need one another.
@@ -75,9 +79,11 @@ private:
 
     /// Reads a table and hands each row of the municipality to `toma`. False, with a box where the
     /// file can't be opened, if the run must end.
-    /// \param vistas  takes its header line and counts all of its rows, if given
-    bool LeeTabla(UINT estado, const CString& archivo, const CMunicipio& municipio,
-                  const CTomaFila& toma, CFilasVistas* vistas = nullptr);
+    /// \param estado  what the status line says meanwhile
+    /// \param campos  of a row
+    /// \param vista   takes what was seen of the table, but for what became of its rows
+    bool LeeTabla(UINT estado, const CString& archivo, std::size_t campos,
+                  const CMunicipio& municipio, CTablaVista& vista, const CTomaFila& toma);
     void TomaParcela(std::string_view fila, const CAvisos& avisos, CMunicipio& municipio);
 
     /// Loads the orthophoto sheets. Without their files there are none and the run goes on; false
@@ -147,10 +153,13 @@ private:
         CString primera;         ///< line of the list
         CCabeceraLista cabecera; ///< what that line tells
         int poligonos = 0;       ///< that the list names
-        CFilasVistas parcelas;
-        CFilasVistas subparcelas;
+        CTablaVista parajes;
+        CTablaVista modulos;
+        CTablaVista titulares;
+        CTablaVista parcelas;
+        CTablaVista subparcelas;
+        CTablaVista cotitulares;
         int parcelasDelMunicipio = 0; ///< rows with both codes of the list's first line
-        std::vector<CString> enUtf8;  ///< tables
     };
 
     bool ParcelasNoSalvadas = false; ///< a parcel of this run couldn't be stored

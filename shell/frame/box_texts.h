@@ -56,6 +56,11 @@ inline constexpr const char* kLineasCortas =
 inline constexpr const char* kTabuladores = "En %s hay líneas con tabuladores, %d. El texto que "
                                             "lleva uno queda partido en su tabla, y lo que "
                                             "va detrás se lee en otra columna"_ansi;
+inline constexpr const char* kFilasPartidas =
+    "En %s hay filas con un tabulador de más, %d. El texto que lo lleva queda partido, y lo que va "
+    "detrás se lee en otra columna"_ansi;
+inline constexpr const char* kFilasIncompletas =
+    "En %s hay filas sin algún campo que deben tener, %d. No se han leído"_ansi;
 inline constexpr const char* kListaConMarca =
     "La lista %s empieza por una marca de Unicode y se ha leído mal: guárdela como ANSI"_ansi;
 inline constexpr const char* kSinPoligonos = "La lista %s no nombra ningún polígono"_ansi;

@@ -1,3 +1,5 @@
+#include <utility>
+
 #include "platform/ansi.h"
 #include "tests/vexa_to_catastro/run_fixture.h"
 
@@ -208,5 +210,45 @@ TEST_F(Cruce, TellsTablesThatAnEditorHasStoredInUtf8)
                         "se han leído mal"
                       : "");
         EXPECT_EQ(std::filesystem::remove(carpeta.Ruta() / "Parcelas.txt.anterior"), caso.seDice);
+    }
+}
+
+TEST_F(Cruce, TellsRowsThatATabTooManyHasSplitAndThoseThatLackAField)
+{
+    Parcela("1", "3");
+    const struct {
+        std::string tabla;
+        int campos;
+        int obligado; ///< number of a field that each row must have
+    } casos[] = {{"Titulares", 18, 3}, {"Parcelas", 16, 2}, {"Parcelas", 16, 9},
+                 {"Modulos", 16, 4},   {"Parajes", 5, 3},   {"Subparcelas", 35, 5},
+                 {"Cotitulares", 8, 6}};
+    const auto dice = [&](const std::string& tabla, const Textos& filas) {
+        const Textos antes = std::exchange(tablas[tabla], filas);
+        Ejecuta();
+        tablas[tabla] = antes;
+        const auto& dicho = aplicacion.guion.escritos.observaciones;
+        return dicho.empty() ? "" : carpeta.SinRuta(ansi::AUtf8(dicho[0]));
+    };
+    for (const auto& [tabla, campos, obligado] : casos) {
+        SCOPED_TRACE(tabla + " " + std::to_string(obligado));
+        const auto fila = [&, n = campos](int vacio, int mas = 0) {
+            std::string suya = "045\t127";
+            for (int i = 2; i < n + mas; ++i)
+                suya += i == vacio ? "\t" : "\t1";
+            return suya + "\r\n";
+        };
+        const std::string entera = fila(-1);
+        const std::string partida = fila(-1, 1);
+        const std::string incompleta = fila(obligado);
+        const auto ajena = [](const std::string& suya) { return "045\t128" + suya.substr(7); };
+        const std::string hay = "En " + tabla + ".txt hay filas ";
+        EXPECT_EQ(dice(tabla, {entera, partida, partida}),
+                  hay + "con un tabulador de más, 2. El texto que lo lleva queda partido, y lo "
+                        "que va detrás se lee en otra columna");
+        EXPECT_EQ(dice(tabla, {entera, incompleta, incompleta}),
+                  hay + "sin algún campo que deben tener, 2. No se han leído");
+        EXPECT_EQ(dice(tabla, {entera, entera, ajena(partida), ajena(incompleta)}), "");
+        EXPECT_EQ(dice(tabla, {partida, partida}), "") << "columns of somebody's own";
     }
 }
