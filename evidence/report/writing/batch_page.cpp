@@ -10,8 +10,6 @@
 namespace informe {
 namespace {
 
-constexpr CSeccion kTrabajos = {"lote", "Trabajos", "Trabajos"};
-
 /// The name of the results, whatever way leads to them.
 std::string NombreSuyo(const CString& carpeta)
 {
@@ -154,7 +152,7 @@ void Cuerpo(CMarcas& marcas, const CResumenLote& resumen, const CFirma& firma,
     });
     marcas.Bloque("main", {}, [&] {
         marcas.Linea();
-        PonSeccion(marcas, kTrabajos, [&] {
+        PonSeccion(marcas, "lote", "Trabajos", [&] {
             Parrafo(marcas, kNota,
                     "Lo peor, primero: lo que falló, lo que no se pudo leer o hacer; después, lo "
                     "que nadie explica, lo que se perdió, los errores y los warnings. La carpeta "

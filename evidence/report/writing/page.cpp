@@ -49,17 +49,41 @@ void Cifras(CMarcas& marcas, const CContenido& contenido)
     });
 }
 
-/// The links to the sections, in their order.
-void Indice(CMarcas& marcas, const CContenido& contenido)
+void SeccionMapas(const CContenido& contenido, CMarcas& marcas)
 {
-    std::vector<CSeccion> secciones = {seccion::kAsuntos, seccion::kBalance};
-    if (contenido.contraste != nullptr)
-        secciones.insert(secciones.begin(), seccion::kCambios);
-    if (!contenido.mapas.empty())
-        secciones.push_back(seccion::kMapas);
-    if (contenido.HayMensajes())
-        secciones.insert(secciones.end(), {seccion::kNumeros, seccion::kMensajes});
-    secciones.push_back(seccion::kFicheros);
+    PonLeyenda(marcas, contenido.contraste != nullptr);
+    for (const CMapaHecho& mapa : contenido.mapas)
+        marcas.Bloque("article", {{"class", "poligono"}, {"id", mapa.ancla}},
+                      [&] { marcas.Elemento("h3", {}, mapa.titulo).Linea().Hecho(mapa.marcas); });
+}
+
+struct CSeccion {
+    const char* ancla;
+    const char* enlace; ///< what the link to it says
+    const char* titulo;
+    bool hay; ///< it has something to say
+    void (*pon)(const CContenido& contenido, CMarcas& marcas);
+};
+
+/// The sections that have something to say, in their order.
+std::vector<CSeccion> Secciones(const CContenido& contenido)
+{
+    const bool hayMensajes = contenido.HayMensajes();
+    std::vector<CSeccion> secciones = {
+        {"cambios", "Cambios", "Cambios", contenido.contraste != nullptr, SeccionCambios},
+        {"asuntos", "Asuntos", "Asuntos", true, SeccionAsuntos},
+        {"balance", "Balance", "Balance", true, SeccionBalance},
+        {"mapas", "Mapas", "Mapas", !contenido.mapas.empty(), SeccionMapas},
+        {"numeros", "Por número", "Por número de mensaje", hayMensajes, SeccionNumeros},
+        {"mensajes", "Mensajes", "Mensajes", hayMensajes, SeccionMensajes},
+        {"ficheros", "Ficheros", "Ficheros", true, SeccionFicheros},
+    };
+    std::erase_if(secciones, [](const CSeccion& una) { return !una.hay; });
+    return secciones;
+}
+
+void Indice(CMarcas& marcas, const std::vector<CSeccion>& secciones)
+{
     marcas.Bloque("nav", {}, [&] {
         const char* entre = "";
         for (const CSeccion& una : secciones) {
@@ -69,7 +93,7 @@ void Indice(CMarcas& marcas, const CContenido& contenido)
     });
 }
 
-void Cabecera(CMarcas& marcas, const CContenido& contenido)
+void Cabecera(CMarcas& marcas, const CContenido& contenido, const std::vector<CSeccion>& secciones)
 {
     const CFicheros& ficheros = contenido.proceso.ficheros;
     marcas.Linea().Bloque("p", {{"class", "sobre"}},
@@ -80,30 +104,17 @@ void Cabecera(CMarcas& marcas, const CContenido& contenido)
     Cifras(marcas, contenido);
     if (const std::string alarma = contenido.proceso.Alarma(); !alarma.empty())
         Parrafo(marcas, kAlarma, alarma);
-    Indice(marcas, contenido);
-}
-
-void SeccionMapas(const CContenido& contenido, CMarcas& marcas)
-{
-    if (contenido.mapas.empty())
-        return;
-    PonSeccion(marcas, seccion::kMapas, [&] {
-        PonLeyenda(marcas, contenido.contraste != nullptr);
-        for (const CMapaHecho& mapa : contenido.mapas)
-            marcas.Bloque("article", {{"class", "poligono"}, {"id", mapa.ancla}}, [&] {
-                marcas.Elemento("h3", {}, mapa.titulo).Linea().Hecho(mapa.marcas);
-            });
-    });
+    Indice(marcas, secciones);
 }
 
 void Cuerpo(CMarcas& marcas, const CContenido& contenido)
 {
-    marcas.Linea().Bloque("header", {}, [&] { Cabecera(marcas, contenido); });
+    const std::vector<CSeccion> secciones = Secciones(contenido);
+    marcas.Linea().Bloque("header", {}, [&] { Cabecera(marcas, contenido, secciones); });
     marcas.Bloque("main", {}, [&] {
         marcas.Linea();
-        for (const auto pon : {SeccionCambios, SeccionAsuntos, SeccionBalance, SeccionMapas,
-                               SeccionNumeros, SeccionMensajes, SeccionFicheros})
-            pon(contenido, marcas);
+        for (const CSeccion& una : secciones)
+            PonSeccion(marcas, una.ancla, una.titulo, [&] { una.pon(contenido, marcas); });
     });
     PonPie(marcas, contenido.firma);
     Guion(marcas, kGuionOrden);

@@ -111,29 +111,25 @@ void PonPartida(CMarcas& marcas, const CPartida& partida)
 
 void SeccionFicheros(const CContenido& contenido, CMarcas& marcas)
 {
-    PonSeccion(marcas, seccion::kFicheros, [&] {
-        for (const bool salidas : {false, true})
-            TablaFicheros(marcas, contenido.proceso.vistos, salidas);
-    });
+    for (const bool salidas : {false, true})
+        TablaFicheros(marcas, contenido.proceso.vistos, salidas);
 }
 
 void SeccionBalance(const CContenido& contenido, CMarcas& marcas)
 {
     const CBalance& balance = contenido.proceso.balance;
-    PonSeccion(marcas, seccion::kBalance, [&] {
-        for (const std::string& nota : balance.notas)
-            Parrafo(marcas, kNota, nota);
-        for (const CPartida& partida : balance.partidas)
-            PonPartida(marcas, partida);
-        if (balance.HayPerdidas())
-            marcas.Bloque("p", {{"class", "nota"}}, [&] {
-                marcas.Texto("Con ")
-                    .Elemento("b", {}, "▸")
-                    .Texto(", lo que se perdió sin que ningún mensaje lo diga.");
-            });
-        PonDibujo(contenido, marcas);
-        PonInfograf(contenido, marcas);
-    });
+    for (const std::string& nota : balance.notas)
+        Parrafo(marcas, kNota, nota);
+    for (const CPartida& partida : balance.partidas)
+        PonPartida(marcas, partida);
+    if (balance.HayPerdidas())
+        marcas.Bloque("p", {{"class", "nota"}}, [&] {
+            marcas.Texto("Con ")
+                .Elemento("b", {}, "▸")
+                .Texto(", lo que se perdió sin que ningún mensaje lo diga.");
+        });
+    PonDibujo(contenido, marcas);
+    PonInfograf(contenido, marcas);
 }
 
 } // namespace informe

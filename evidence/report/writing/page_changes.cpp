@@ -276,12 +276,6 @@ void PonCifrasDeCambios(const CContraste& contraste, CMarcas& marcas)
 
 } // namespace
 
-void PonCambios(const CContraste& contraste, const CAnclas* anclas, CMarcas& marcas)
-{
-    PonSeccion(marcas, seccion::kCambios,
-               [&] { CSeccionCambios(contraste, anclas, marcas).Pon(); });
-}
-
 void EscribePagina(const CContenidoCambios& contenido, const CEscribe& escribe)
 {
     EscribeDocumento(
@@ -294,7 +288,8 @@ void EscribePagina(const CContenidoCambios& contenido, const CEscribe& escribe)
             });
             marcas.Bloque("main", {}, [&] {
                 marcas.Linea();
-                PonCambios(contenido.contraste, nullptr, marcas);
+                PonSeccion(marcas, "cambios", "Cambios",
+                           [&] { CSeccionCambios(contenido.contraste, nullptr, marcas).Pon(); });
             });
             PonPie(marcas, contenido.firma);
         });
@@ -302,8 +297,7 @@ void EscribePagina(const CContenidoCambios& contenido, const CEscribe& escribe)
 
 void SeccionCambios(const CContenido& contenido, CMarcas& marcas)
 {
-    if (contenido.contraste != nullptr)
-        PonCambios(*contenido.contraste, &contenido.anclas, marcas);
+    CSeccionCambios(*contenido.contraste, &contenido.anclas, marcas).Pon();
 }
 
 } // namespace informe

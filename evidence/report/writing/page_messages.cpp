@@ -167,68 +167,57 @@ void ArticuloAjenas(CMarcas& marcas, std::int64_t ajenas)
 void SeccionAsuntos(const CContenido& contenido, CMarcas& marcas)
 {
     const CAsuntos& asuntos = contenido.asuntos;
-    PonSeccion(marcas, seccion::kAsuntos, [&] {
-        if (asuntos.cuantos == 0)
-            return Parrafo(marcas, kCuadra,
-                           contenido.proceso.ficheros.sentido == Sentido::Infograf
-                               ? "✓ No falta ningún fichero, y cada recinto tiene su padre."
-                               : "✓ El registro está vacío: ni errores ni warnings.");
-        Parrafo(marcas, kNota,
-                "Lo que tiene una misma causa, junto; lo que más cuesta, primero: en superficie, "
-                "en registros, en mensajes.");
-        marcas.Bloque("ol", {{"class", "asuntos"}}, [&] {
-            marcas.Linea();
-            for (const CAsunto& asunto : asuntos.mayores)
-                PonAsunto(marcas, contenido, asunto);
-        });
-        PonResto(marcas, asuntos.mayores.size(), static_cast<std::size_t>(asuntos.cuantos),
-                 ", de menos coste.");
+    if (asuntos.cuantos == 0)
+        return Parrafo(marcas, kCuadra,
+                       contenido.proceso.ficheros.sentido == Sentido::Infograf
+                           ? "✓ No falta ningún fichero, y cada recinto tiene su padre."
+                           : "✓ El registro está vacío: ni errores ni warnings.");
+    Parrafo(marcas, kNota,
+            "Lo que tiene una misma causa, junto; lo que más cuesta, primero: en superficie, "
+            "en registros, en mensajes.");
+    marcas.Bloque("ol", {{"class", "asuntos"}}, [&] {
+        marcas.Linea();
+        for (const CAsunto& asunto : asuntos.mayores)
+            PonAsunto(marcas, contenido, asunto);
     });
+    PonResto(marcas, asuntos.mayores.size(), static_cast<std::size_t>(asuntos.cuantos),
+             ", de menos coste.");
 }
 
 void SeccionNumeros(const CContenido& contenido, CMarcas& marcas)
 {
     const CRegistroLeido& registro = contenido.proceso.registro;
-    if (!contenido.HayMensajes())
-        return;
-    PonSeccion(marcas, seccion::kNumeros, [&] {
-        const auto primeras = Primeras(contenido);
-        for (const CMensaje& mensaje : Catalogo())
-            if (const std::int64_t cuantos = registro.Cuenta(mensaje.numero); cuantos > 0)
-                Articulo(marcas, mensaje, cuantos, primeras.at(&mensaje));
-        if (registro.Ajenas() > 0)
-            ArticuloAjenas(marcas, registro.Ajenas());
-    });
+    const auto primeras = Primeras(contenido);
+    for (const CMensaje& mensaje : Catalogo())
+        if (const std::int64_t cuantos = registro.Cuenta(mensaje.numero); cuantos > 0)
+            Articulo(marcas, mensaje, cuantos, primeras.at(&mensaje));
+    if (registro.Ajenas() > 0)
+        ArticuloAjenas(marcas, registro.Ajenas());
 }
 
 void SeccionMensajes(const CContenido& contenido, CMarcas& marcas)
 {
     const auto& lineas = contenido.lineas.Lineas();
     const std::size_t total = contenido.proceso.registro.avisos.size();
-    if (!contenido.HayMensajes())
-        return;
-    PonSeccion(marcas, seccion::kMensajes, [&] {
-        if (lineas.size() < total)
-            Parrafo(marcas, kNota,
-                    Miles(lineas.size()) + " de " + Miles(total) +
-                        ": los primeros de cada número.");
-        marcas.Hecho(kFiltro);
-        Tabla(marcas, "lista",
-              {{"Línea", true},
-               {"Código"},
-               {"Polígono", true},
-               {"Parcela", true},
-               {"Letra"},
-               {"Mensaje"},
-               {"Mapa"}},
-              [&] {
-                  for (const auto& linea : lineas)
-                      FilaMensaje(marcas, contenido, linea);
-              });
-        PonResto(marcas, lineas.size(), total,
-                 contenido.csv.empty() ? ", en el registro; --csv los da en una hoja."
-                                       : ", en " + contenido.csv + ".");
-    });
+    if (lineas.size() < total)
+        Parrafo(marcas, kNota,
+                Miles(lineas.size()) + " de " + Miles(total) + ": los primeros de cada número.");
+    marcas.Hecho(kFiltro);
+    Tabla(marcas, "lista",
+          {{"Línea", true},
+           {"Código"},
+           {"Polígono", true},
+           {"Parcela", true},
+           {"Letra"},
+           {"Mensaje"},
+           {"Mapa"}},
+          [&] {
+              for (const auto& linea : lineas)
+                  FilaMensaje(marcas, contenido, linea);
+          });
+    PonResto(marcas, lineas.size(), total,
+             contenido.csv.empty() ? ", en el registro; --csv los da en una hoja."
+                                   : ", en " + contenido.csv + ".");
 }
 
 } // namespace informe

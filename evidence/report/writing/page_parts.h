@@ -19,22 +19,6 @@
 
 namespace informe {
 
-struct CSeccion {
-    const char* ancla;
-    const char* enlace; ///< what the link to it says
-    const char* titulo;
-};
-
-namespace seccion {
-inline constexpr CSeccion kFicheros = {"ficheros", "Ficheros", "Ficheros"};
-inline constexpr CSeccion kBalance = {"balance", "Balance", "Balance"};
-inline constexpr CSeccion kAsuntos = {"asuntos", "Asuntos", "Asuntos"};
-inline constexpr CSeccion kCambios = {"cambios", "Cambios", "Cambios"};
-inline constexpr CSeccion kNumeros = {"numeros", "Por número", "Por número de mensaje"};
-inline constexpr CSeccion kMapas = {"mapas", "Mapas", "Mapas"};
-inline constexpr CSeccion kMensajes = {"mensajes", "Mensajes", "Mensajes"};
-} // namespace seccion
-
 /// Writes a whole document, HTML in UTF-8, piece by piece; it asks nothing of the network. Throws
 /// what `escribe` throws.
 /// \param estilo  what it has of style beside that of all pages
@@ -55,10 +39,10 @@ void Cifra(CMarcas& marcas, std::integral auto cuantos, const char* uno, const c
 }
 
 /// A section with its heading and what `dentro` writes.
-void PonSeccion(CMarcas& marcas, const CSeccion& seccion, std::invocable auto dentro)
+void PonSeccion(CMarcas& marcas, const char* ancla, const char* titulo, std::invocable auto dentro)
 {
-    marcas.Bloque("section", {{"id", seccion.ancla}}, [&] {
-        marcas.Linea().Bloque("h2", {}, seccion.titulo);
+    marcas.Bloque("section", {{"id", ancla}}, [&] {
+        marcas.Linea().Bloque("h2", {}, titulo);
         dentro();
     });
 }
@@ -123,10 +107,10 @@ std::string SitioEnMetros(const vexageo::CPunto<int>& sitio);
 /// "25/11/2026 12:34", by the clock of the place.
 std::string Fecha(std::time_t fecha);
 
-/// The changes against another state; nothing where nothing is compared.
+// What the sections of a report say below their headings.
+
+/// The changes against another state, which there has to be.
 void SeccionCambios(const CContenido& contenido, CMarcas& marcas);
-/// \param anclas  null where there are no maps
-void PonCambios(const CContraste& contraste, const CAnclas* anclas, CMarcas& marcas);
 void SeccionFicheros(const CContenido& contenido, CMarcas& marcas);
 void SeccionBalance(const CContenido& contenido, CMarcas& marcas);
 /// The drawings' side of the balance; nothing without drawings.
