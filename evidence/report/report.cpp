@@ -9,7 +9,6 @@
 #include "evidence/report/page_names.h"
 #include "evidence/report/reading/text.h"
 #include "evidence/report/trial/trial_run.h"
-#include "evidence/report/writing/changes_csv.h"
 #include "evidence/report/writing/csv.h"
 #include "evidence/report/writing/geojson.h"
 #include "evidence/report/writing/output_file.h"

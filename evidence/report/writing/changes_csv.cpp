@@ -1,5 +1,4 @@
-#include "evidence/report/writing/changes_csv.h"
-
+#include <cstdlib>
 #include <limits>
 #include <string>
 
@@ -12,70 +11,54 @@ namespace {
 
 constexpr auto kTodos = std::numeric_limits<std::size_t>::max();
 
-class CHojaCambios {
-public:
-    CHojaCambios(const CEscribe& escribe, const CContraste& contraste)
-        : m_escribe(escribe), m_contraste(contraste)
-    {
-    }
+std::string Fila(const std::string& que, const std::string& parcela, const CDiferencia& una,
+                 const std::string& porque)
+{
+    std::string fila = que + ";" + parcela;
+    for (const std::string& campo : {una.letra, una.antes, una.ahora})
+        fila += ";" + CampoCsv(campo);
+    fila += ";" + (una.metros == 0 ? "" : std::to_string(una.metros));
+    return fila + ";" + CampoCsv(porque) + "\r\n";
+}
 
-    void Escribe()
-    {
-        m_escribe(ansi::kMarcaUtf8);
-        m_escribe("qué;municipio;polígono;parcela;letra;antes;ahora;diferencia;por qué\r\n");
-        for (const CCambioParcela& cambio : m_contraste.cambios.parcelas)
-            EscribeParcela(cambio);
-        for (const CCambioPersona& cambio : m_contraste.cambios.personas)
-            EscribePersona(cambio);
+void EscribeParcela(const CEscribe& escribe, const CContraste& contraste,
+                    const CCambioParcela& cambio)
+{
+    const std::string parcela = std::to_string(cambio.clave.mun) + ";" +
+                                std::to_string(cambio.clave.polig) + ";" +
+                                std::to_string(cambio.clave.parcela);
+    const std::string porque = PorQue(cambio, contraste, kTodos);
+    if (cambio.que == CCambioParcela::Que::Cambiada) {
+        for (const CDiferencia& una : Diferencias(cambio, contraste, kTodos))
+            escribe(Fila(una.que, parcela, una, porque));
+        return;
     }
+    CDiferencia una{"", {}, {}, {}, cambio.Diferencia()};
+    (cambio.ahora == nullptr ? una.antes : una.ahora) = std::to_string(std::abs(una.metros));
+    escribe(Fila(std::string("parcela ") + NombreDe(cambio.que), parcela, una, porque));
+}
 
-private:
-    void EscribeFila(const std::string& que, const std::string& parcela, const CDiferencia& una,
-                     const std::string& porque)
-    {
-        std::string fila = que + ";" + parcela;
-        for (const std::string& campo : {una.letra, una.antes, una.ahora})
-            fila += ";" + CampoCsv(campo);
-        fila += ";" + (una.metros == 0 ? "" : std::to_string(una.metros));
-        m_escribe(fila + ";" + CampoCsv(porque) + "\r\n");
-    }
-
-    void EscribeParcela(const CCambioParcela& cambio)
-    {
-        const std::string parcela = std::to_string(cambio.clave.mun) + ";" +
-                                    std::to_string(cambio.clave.polig) + ";" +
-                                    std::to_string(cambio.clave.parcela);
-        const std::string porque = PorQue(cambio, m_contraste, kTodos);
-        if (cambio.que == CCambioParcela::Que::Cambiada) {
-            for (const CDiferencia& una : Diferencias(cambio, m_contraste, kTodos))
-                EscribeFila(una.que, parcela, una, porque);
-            return;
-        }
-        CDiferencia una{"", {}, {}, {}, cambio.Diferencia()};
-        (cambio.ahora == nullptr ? una.antes : una.ahora) = std::to_string(std::abs(una.metros));
-        EscribeFila(std::string("parcela ") + NombreDe(cambio.que), parcela, una, porque);
-    }
-
-    void EscribePersona(const CCambioPersona& cambio)
-    {
-        CDiferencia una{"",
-                        {},
-                        NombreDe(m_contraste.antes.estado, cambio.antes),
-                        NombreDe(m_contraste.ahora.estado, cambio.ahora)};
-        if (cambio.antes < 0 || cambio.ahora < 0)
-            una.metros = cambio.antes < 0 ? cambio.metros : -cambio.metros;
-        EscribeFila(std::string("titular ") + NombreDe(cambio.que), ";;", una, {});
-    }
-
-    const CEscribe& m_escribe;
-    const CContraste& m_contraste;
-};
+std::string FilaDePersona(const CContraste& contraste, const CCambioPersona& cambio)
+{
+    CDiferencia una{"",
+                    {},
+                    NombreDe(contraste.antes.estado, cambio.antes),
+                    NombreDe(contraste.ahora.estado, cambio.ahora)};
+    if (cambio.antes < 0 || cambio.ahora < 0)
+        una.metros = cambio.antes < 0 ? cambio.metros : -cambio.metros;
+    return Fila(std::string("titular ") + NombreDe(cambio.que), ";;", una, {});
+}
 
 } // namespace
 
 void EscribeCambiosCsv(const CEscribe& escribe, const CContraste& contraste)
 {
-    CHojaCambios(escribe, contraste).Escribe();
+    escribe(ansi::kMarcaUtf8);
+    escribe("qué;municipio;polígono;parcela;letra;antes;ahora;diferencia;por qué\r\n");
+    for (const CCambioParcela& cambio : contraste.cambios.parcelas)
+        EscribeParcela(escribe, contraste, cambio);
+    for (const CCambioPersona& cambio : contraste.cambios.personas)
+        escribe(FilaDePersona(contraste, cambio));
 }
 
 } // namespace informe

@@ -9,11 +9,16 @@
 
 namespace informe {
 
+struct CContraste;
+
 /// Writes all lines of the log as a sheet: UTF-8 with its mark, by which its reader knows it,
 /// semicolons, CR LF. The log is read once more for its words. Raises CFileException.
 /// \param lugares  where the drawings show what the messages speak of; null for no drawings
 void EscribeCsv(const CEscribe& escribe, const CRegistroLeido& registro,
                 const CLugaresDeAvisos* lugares);
+/// Writes all changes as a sheet of the same form, a row for each thing that differs. Raises
+/// CFileException.
+void EscribeCambiosCsv(const CEscribe& escribe, const CContraste& contraste);
 
 /// A field of a row, UTF-8, in quotes where it needs them. A text that a spreadsheet would take for
 /// a formula gets an apostrophe.

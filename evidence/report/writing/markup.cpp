@@ -13,7 +13,7 @@ constexpr std::string_view kEscritos[] = {"&lt;", "&gt;", "&amp;", "&quot;", "&#
 
 /// Appends a text, nearly all of whose characters stand for themselves, in as few pieces as there
 /// are others.
-void CMarcas::Anexa(std::string_view utf8)
+CMarcas& CMarcas::Texto(std::string_view utf8)
 {
     for (std::size_t i = utf8.find_first_of(kSignos); i != std::string_view::npos;
          i = utf8.find_first_of(kSignos)) {
@@ -21,6 +21,7 @@ void CMarcas::Anexa(std::string_view utf8)
         utf8.remove_prefix(i + 1);
     }
     m_texto += utf8;
+    return *this;
 }
 
 void CMarcas::PonMarca(const char* elemento, CAtributos atributos, const char* fin)
@@ -30,7 +31,7 @@ void CMarcas::PonMarca(const char* elemento, CAtributos atributos, const char* f
         if (atributo.Nombre() == nullptr)
             continue;
         m_texto.append(" ").append(atributo.Nombre()).append("=\"");
-        Anexa(atributo.Valor());
+        Texto(atributo.Valor());
         m_texto += '"';
     }
     m_texto += fin;
@@ -39,12 +40,6 @@ void CMarcas::PonMarca(const char* elemento, CAtributos atributos, const char* f
 CMarcas& CMarcas::Cierra(const char* elemento)
 {
     m_texto.append("</").append(elemento).append(">");
-    return *this;
-}
-
-CMarcas& CMarcas::Texto(std::string_view utf8)
-{
-    Anexa(utf8);
     return *this;
 }
 

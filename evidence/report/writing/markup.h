@@ -76,7 +76,6 @@ public:
     std::string Toma() { return std::move(m_texto); }
 
 private:
-    void Anexa(std::string_view utf8);
     void PonMarca(const char* elemento, CAtributos atributos, const char* fin);
     void Abre(const char* elemento, CAtributos atributos) { PonMarca(elemento, atributos, ">"); }
     CMarcas& Cierra(const char* elemento);

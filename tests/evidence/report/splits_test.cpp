@@ -1,4 +1,4 @@
-#include "evidence/report/findings/changes/splits.h"
+#include "evidence/report/findings/changes/changes.h"
 
 #include <algorithm>
 #include <deque>

@@ -5,8 +5,6 @@
 #include <tuple>
 #include <utility>
 
-#include "evidence/report/findings/changes/splits.h"
-
 namespace informe {
 namespace {
 

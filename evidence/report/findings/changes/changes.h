@@ -16,6 +16,14 @@ enum class Municipios { DelNuevo, Todos };
 CCambios Compara(const CEstadoMunicipio& antes, const CEstadoMunicipio& ahora,
                  Municipios cuales = Municipios::DelNuevo);
 
+/// Finds which parcels came of which, polygon by polygon, and notes it in the changes, whose
+/// parcels are in order. A parcel that is gone has the surface of a new one (another number); what
+/// one parcel lost is the sum of new ones (a split); what one gained is the sum of ones that are
+/// gone (a join). Half a square metre of difference for each surface is taken for rounding. Runs of
+/// numbers come first; other choices count where hardly one fits by chance. Each parcel is part of
+/// one.
+void BuscaRepartos(CCambios& cambios);
+
 /// A subparcel that differs: null on the side that lacks it.
 struct CCambioSubparcela {
     const CEstadoMunicipio::CSubparcela* antes;

@@ -1,10 +1,9 @@
-#include "evidence/report/findings/changes/splits.h"
-
 #include <algorithm>
 #include <cstdlib>
 #include <numeric>
 #include <utility>
 
+#include "evidence/report/findings/changes/changes.h"
 #include "evidence/report/reading/bounds.h"
 
 namespace informe {
