@@ -1,6 +1,7 @@
 #include "batch/batch_run.h"
 
 #include <algorithm>
+#include <array>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
@@ -27,10 +28,6 @@ namespace {
 namespace fs = std::filesystem;
 using Reloj = std::chrono::steady_clock;
 
-// As the program stores its settings.
-constexpr const char* kEmpresa = "VexaSoft";
-constexpr const char* kPrograma = "Campiva";
-
 /// One of the places at which jobs are worked off, with settings of its own.
 class CPuesto {
 public:
@@ -44,10 +41,9 @@ public:
         m_principio = Reloj::now();
         m_registro.emplace(trabajo);
         const auto suyos = AjustesDe(trabajo);
-        if (m_tipo != suyos[0].valor || m_concentradas != suyos[1].valor) {
+        if (const std::array valores = {suyos[0].valor, suyos[1].valor}; m_valores != valores) {
             m_ajustes.Escribe(suyos);
-            m_tipo = suyos[0].valor;
-            m_concentradas = suyos[1].valor;
+            m_valores = valores;
         }
         COrden orden = OrdenDe(trabajo);
         orden.programa = programa;
@@ -87,8 +83,7 @@ private:
     }
 
     CAlmacenAparte m_ajustes;
-    CString m_tipo; // what is stored there
-    CString m_concentradas;
+    std::array<CString, 2> m_valores; // what is stored there
     const CTrabajo* m_trabajo = nullptr;
     std::optional<CRegistro> m_registro;
     Reloj::time_point m_principio;
@@ -164,7 +159,6 @@ bool CLote::HayEnMarcha() const
 /// Waits a while for the end of a job, whose place is free then.
 std::optional<std::pair<const CTrabajo&, CHecho>> CLote::Recoge(CHijos& hijos)
 {
-    constexpr std::chrono::milliseconds kUnRato{200};
     const auto fin = hijos.Espera(kUnRato);
     for (CPuesto& puesto : m_puestos)
         if (fin && puesto.Es(fin->hijo)) {

@@ -37,15 +37,6 @@ char ClaseDe(std::string_view linea)
     return linea.front();
 }
 
-} // namespace
-
-fs::path FicheroDe(const CTrabajo& trabajo, std::string_view campo)
-{
-    return EnSuCarpeta(trabajo, trabajo.Campo(campo));
-}
-
-namespace {
-
 /// Nothing where it can't be read. What comes once only, out of a pipe, is left to the program.
 std::optional<CString> PrimeraLinea(const fs::path& ruta)
 {
@@ -65,6 +56,11 @@ std::optional<CString> PrimeraLinea(const fs::path& ruta)
 }
 
 } // namespace
+
+fs::path FicheroDe(const CTrabajo& trabajo, std::string_view campo)
+{
+    return EnSuCarpeta(trabajo, trabajo.Campo(campo));
+}
 
 fs::path RutaDelRegistro(const CTrabajo& trabajo)
 {
@@ -107,14 +103,19 @@ COrden OrdenDe(const CTrabajo& trabajo)
     return orden;
 }
 
-std::optional<int> EsperaElFin(CHijos& hijos, int hijo, std::chrono::milliseconds unRato,
-                               const std::function<void()>& mientras)
+std::optional<int> Corre(const COrden& orden, sistema::Error& error,
+                         std::chrono::milliseconds unRato, const std::function<void()>& mientras)
 {
-    std::optional<CHijos::CFin> fin;
+    CHijos hijos;
+    const int hijo = hijos.Empieza(orden, error);
+    if (error)
+        return std::nullopt;
+    std::optional<CHijos::CFin> fin; // of whichever: a process may have children it never started
     for (bool avisado = false; !fin || fin->hijo != hijo; fin = hijos.Espera(unRato)) {
         if (sistema::HayQueAcabar() && !std::exchange(avisado, true))
             hijos.PideAcabar();
-        mientras();
+        if (mientras)
+            mientras();
     }
     return fin->estado;
 }

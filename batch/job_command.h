@@ -29,6 +29,10 @@ struct CHecho {
 
 inline constexpr int kMuerto = 137; ///< as a shell has it
 
+// As the program stores its settings.
+inline constexpr const char* kEmpresa = "VexaSoft";
+inline constexpr const char* kPrograma = "Campiva";
+
 /// The fields that name a job's tables, in their order.
 inline constexpr std::string_view kCamposDeTablas[] = {"modulos",     "titulares", "parcelas",
                                                        "subparcelas", "parajes",   "cotitulares"};
@@ -36,12 +40,14 @@ inline constexpr std::string_view kCamposDeTablas[] = {"modulos",     "titulares
 /// How the program is started for a job: its line, and what it reads.
 COrden OrdenDe(const CTrabajo& trabajo);
 
-/// Waits for the end of a program that was started alone, which is asked to end where this process
-/// is. Gives its status, none where it was killed.
-/// \param hijo      its number; a process may have children that it never started
+inline constexpr std::chrono::milliseconds kUnRato{200}; ///< to wait between two looks
+
+/// Runs a program alone and waits for its end; it is asked to end where this process is. Gives its
+/// status, none where it was killed, and with an error, where nothing ran.
 /// \param mientras  called each time before it waits for a while
-std::optional<int> EsperaElFin(CHijos& hijos, int hijo, std::chrono::milliseconds unRato,
-                               const std::function<void()>& mientras);
+std::optional<int> Corre(const COrden& orden, sistema::Error& error,
+                         std::chrono::milliseconds unRato = kUnRato,
+                         const std::function<void()>& mientras = nullptr);
 /// What a program printed into a file.
 std::string LoDicho(const std::filesystem::path& dicho);
 

@@ -129,7 +129,7 @@ fs::path Parallel()
 void HazEnMaquinas(const std::vector<const CTrabajo*>& trabajos, const COpciones& opciones,
                    const fs::path& parallel, CEstados& estados)
 {
-    constexpr std::chrono::seconds kUnRato{2};
+    constexpr std::chrono::seconds kEntreCuentas{2};
     const fs::path& carpeta = estados.Carpeta();
     const fs::path donde = carpeta / "partes";
     sistema::Error error;
@@ -143,11 +143,9 @@ void HazEnMaquinas(const std::vector<const CTrabajo*>& trabajos, const COpciones
     COrden orden = OrdenDeParallel(partes, opciones, parallel, donde / "partes.tsv");
     orden.carpeta = carpeta;
     orden.dicho = carpeta / "parallel.txt";
-    CHijos hijos;
-    const int hijo = hijos.Empieza(orden, error);
-    CFileException::Exige(error, sistema::Nombre(orden.programa));
     CAvance avance(static_cast<int>(trabajos.size()));
-    const auto estado = EsperaElFin(hijos, hijo, kUnRato, [&] { Cuenta(partes, avance); });
+    const auto estado = Corre(orden, error, kEntreCuentas, [&] { Cuenta(partes, avance); });
+    CFileException::Exige(error, sistema::Nombre(orden.programa));
     Recoge(partes, estados);
     if (estado != 0)
         sistema::Imprime(stderr, LoDicho(orden.dicho));

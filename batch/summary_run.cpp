@@ -1,7 +1,5 @@
 #include "batch/summary_run.h"
 
-#include <chrono>
-
 #include "batch/batch_texts.h"
 #include "platform/ansi.h"
 #include "platform/files/cfile_exception.h"
@@ -11,7 +9,6 @@ namespace lote {
 
 void Resume(const CEstados& estados)
 {
-    constexpr std::chrono::milliseconds kUnRato{200};
     const std::string carpeta = sistema::Nombre(estados.Carpeta());
     COrden orden;
     orden.programa = sistema::BuscaPrograma("campiva-informe");
@@ -20,13 +17,11 @@ void Resume(const CEstados& estados)
     orden.argumentos = {"--resumen", carpeta};
     orden.carpeta = estados.Carpeta();
     orden.dicho = estados.DichoResumen();
-    CHijos hijos;
     sistema::Error error;
-    const int hijo = hijos.Empieza(orden, error);
+    const std::optional<int> estado = Corre(orden, error);
     if (error)
         return sistema::Imprime(
             stderr, Formatea(textos::kSinResumen, ansi::AUtf8(CFileException("", error).Causa())));
-    const std::optional<int> estado = EsperaElFin(hijos, hijo, kUnRato, [] {});
     if (!estado)
         sistema::Imprime(stderr, Formatea(textos::kSinResumen, textos::kSeCorto));
     sistema::Imprime(estado == 0 ? stdout : stderr, LoDicho(orden.dicho));

@@ -1,7 +1,6 @@
 #include "evidence/report/trial/trial_run.h"
 
 #include <array>
-#include <chrono>
 
 #include "batch/job_command.h"
 #include "cadastre/messages.h"
@@ -20,9 +19,6 @@ namespace fs = std::filesystem;
 constexpr const char* kPrograma = "campiva";
 constexpr const char* kVuelta = "1";
 
-// As the program stores its settings.
-constexpr const char* kEmpresa = "VexaSoft";
-constexpr const char* kAjustesDe = "Campiva";
 constexpr const char* kDicho = "dicho.txt";
 constexpr std::size_t kTramo = std::size_t{1} << 16U; // bytes of a copy at a time
 
@@ -134,24 +130,22 @@ std::vector<std::string> CEnsayo::Argumentos() const
 
 std::string CEnsayo::Corre()
 {
-    constexpr std::chrono::milliseconds kUnRato{200};
     COrden orden;
     orden.programa = sistema::BuscaPrograma(kPrograma);
     orden.argumentos = Argumentos();
     orden.carpeta = m_carpeta.Ruta();
     orden.dicho = m_carpeta.Ruta() / kDicho;
-    CAlmacenAparte ajustes(kEmpresa, kAjustesDe, m_carpeta.Ruta() / m_carpeta.Ruta().filename());
+    CAlmacenAparte ajustes(lote::kEmpresa, lote::kPrograma,
+                           m_carpeta.Ruta() / m_carpeta.Ruta().filename());
     ajustes.Escribe(std::array<CAjuste, 1>{
         {{"VexaACampiva2", "ModificarConcentradas", m_opciones.concentradas ? "1" : "0", true}}});
     orden.entorno = {ajustes.Variable()};
     if (orden.programa.empty())
         return "No se halla el programa campiva, que hace el ensayo";
-    CHijos hijos;
     sistema::Error error;
-    const int hijo = hijos.Empieza(orden, error);
+    lote::Corre(orden, error);
     if (error)
         throw CFileException(sistema::Nombre(orden.programa), error, true);
-    lote::EsperaElFin(hijos, hijo, kUnRato, [] {});
     if (sistema::HayQueAcabar())
         throw CInterrumpido();
     if (HayFichero(m_suyos.ficheroR))
