@@ -9,7 +9,6 @@
 #include "evidence/paths.h"
 #include "evidence/report/reading/bounds.h"
 #include "evidence/report/reading/states/state_builder.h"
-#include "evidence/report/reading/states/state_lines.h"
 #include "evidence/report/reading/text.h"
 #include "platform/files/any_case_name.h"
 #include "platform/files/cstdio_file.h"
@@ -18,25 +17,15 @@
 namespace informe {
 namespace {
 
-// The head of a record of the written layout.
-constexpr CLectura kMunEscrito = LecturaDe(kColumnasParcela, &CDatosLinea::Mun);
-constexpr CLectura kGerEscrita = LecturaDe(kColumnasParcela, &CDatosLinea::Ger);
-constexpr CLectura kTipoEscrito = {Detras(LecturaDe(kColumnasParcela, &CDatosLinea::EMenor)), 2, 0};
-
-// The groups of a CT record stand one behind the other; those that no holder needs are empty.
-constexpr short kPrimerGrupo = FinDe(kColumnasCabecera);
-constexpr short kAnchoGrupo = FinDe(kColumnasVinculo);
-constexpr std::string_view kGrupoVacio = "0000000  00000";
-
-short EnCorto(std::string_view texto)
+template <const auto& Tabla, auto Campo>
+short Corto(const auto& linea)
 {
-    return static_cast<short>(LeeEntero(texto));
+    return static_cast<short>(Entero<Tabla, Campo>(linea));
 }
 
-template <class L>
-void TomaParaje(short mun, const L& linea, CEstadoEnObra& obra)
+void TomaParaje(short mun, const auto& linea, CEstadoEnObra& obra)
 {
-    obra.TomaParaje(mun, LeeEntero(linea.template Texto<kColumnasParaje, &CParaje::NumOrden>()),
+    obra.TomaParaje(mun, Entero<kColumnasParaje, &CParaje::NumOrden>(linea),
                     linea.template Texto<kColumnasParaje, &CParaje::Nombre>());
 }
 
@@ -44,12 +33,12 @@ void TomaCatastro(std::string_view texto, CEstadoEnObra& obra)
 {
     const CLineaFija fija(texto);
     const CLineaLeida linea(texto);
-    const std::string_view tipo = fija.Texto(kLeeTipo);
-    const short mun = EnCorto(fija.Texto(kLeeMun));
+    const std::string_view tipo = linea.Tipo();
+    const auto mun = static_cast<short>(fija.Entero(kLeeMun));
     if (tipo == kTipoSuelo || tipo == kTipoConstruccion) {
         obra.TomaSubparcela(mun, linea);
     } else if (tipo == "PR") {
-        obra.TomaGerencia(EnCorto(fija.Texto(kLeeGer)));
+        obra.TomaGerencia(static_cast<short>(fija.Entero(kLeeGer)));
         obra.TomaParcela(mun, linea);
     } else if (tipo == "TL") {
         CTitular titular;
@@ -61,58 +50,56 @@ void TomaCatastro(std::string_view texto, CEstadoEnObra& obra)
     }
 }
 
-template <class L>
-CTitular TitularDe(const L& linea)
+// What the written layout and the tables have alike.
+
+void TomaParcela(short mun, const auto& linea, CEstadoEnObra& obra)
+{
+    obra.TomaGerencia(Corto<kColumnasParcela, &CDatosLinea::Ger>(linea));
+    obra.TomaParcela(mun, linea);
+}
+
+void TomaTitular(short mun, const auto& linea, CEstadoEnObra& obra)
 {
     CTitular titular;
-    titular.NumOrden = LeeEntero(linea.template Texto<kColumnasTitular, &CTitular::NumOrden>());
+    titular.NumOrden = Entero<kColumnasTitular, &CTitular::NumOrden>(linea);
     titular.Nombre = linea.template Texto<kColumnasTitular, &CTitular::Nombre>();
     titular.DNI = linea.template Texto<kColumnasTitular, &CTitular::DNI>();
     titular.Nombre.TrimRight();
-    return titular;
+    obra.TomaTitular(mun, std::move(titular), 0);
 }
 
-template <class L>
-CClaveParcela ClaveDe(short mun, const L& linea)
+CClaveParcela ClaveDe(short mun, const auto& linea)
 {
-    return {mun, LeeEntero(linea.template Texto<kColumnasCotitular, &CDatosLinea::Polig>()),
-            LeeEntero(linea.template Texto<kColumnasCotitular, &CDatosLinea::Parcela>())};
+    return {mun, Entero<kColumnasCotitular, &CDatosLinea::Polig>(linea),
+            Entero<kColumnasCotitular, &CDatosLinea::Parcela>(linea)};
 }
 
-void TomaGruposCT(short mun, std::string_view texto, CEstadoEnObra& obra)
+/// \param Tabla  where the link stands in what it is read from
+template <const auto& Tabla>
+void TomaVinculo(const CClaveParcela& clave, const auto& linea, CEstadoEnObra& obra)
 {
-    constexpr CLectura kNumero = LecturaDe(kColumnasVinculo, &CDatosLinea::numImputa);
-    constexpr CLectura kTitulo = LecturaDe(kColumnasVinculo, &CCotitular::Tit);
-    constexpr CLectura kPartici = LecturaDe(kColumnasVinculo, &CCotitular::partici);
-    const CClaveParcela clave = ClaveDe(mun, CLineaEscrita(texto));
-    const CLineaFija fija(texto);
-    for (short desde = kPrimerGrupo; desde + kAnchoGrupo <= kAnchoRegistro; desde += kAnchoGrupo) {
-        const std::string_view grupo = fija.Texto(desde, kAnchoGrupo);
-        const CLineaFija campos(grupo);
-        if (!grupo.empty() && grupo != kGrupoVacio)
-            obra.TomaVinculo(clave, campos.Entero(kNumero), campos.Texto(kTitulo),
-                             campos.Entero(kPartici));
-    }
+    obra.TomaVinculo(clave, Entero<Tabla, &CDatosLinea::numImputa>(linea),
+                     linea.template Texto<Tabla, &CCotitular::Tit>(),
+                     Entero<Tabla, &CCotitular::partici>(linea));
 }
 
 void TomaEscrita(std::string_view texto, CEstadoEnObra& obra)
 {
-    const CLineaFija fija(texto);
     const CLineaEscrita linea(texto);
-    const std::string_view tipo = fija.Texto(kTipoEscrito);
-    const short mun = EnCorto(fija.Texto(kMunEscrito));
-    if (tipo == kTipoSuelo) {
+    const std::string_view tipo = linea.Tipo();
+    const short mun = Corto<kColumnasParcela, &CDatosLinea::Mun>(linea);
+    if (tipo == kTipoSuelo)
         obra.TomaSubparcela(mun, linea);
-    } else if (tipo == "PR") {
-        obra.TomaGerencia(EnCorto(fija.Texto(kGerEscrita)));
-        obra.TomaParcela(mun, linea);
-    } else if (tipo == "CT") {
-        TomaGruposCT(mun, texto, obra);
-    } else if (tipo == "TL") {
-        obra.TomaTitular(mun, TitularDe(linea), 0);
-    } else if (tipo == "PJ") {
+    else if (tipo == "PR")
+        TomaParcela(mun, linea, obra);
+    else if (tipo == "CT")
+        linea.RecorreGrupos([&, clave = ClaveDe(mun, linea)](const CLineaEscrita& grupo) {
+            TomaVinculo<kColumnasVinculo>(clave, grupo, obra);
+        });
+    else if (tipo == "TL")
+        TomaTitular(mun, linea, obra);
+    else if (tipo == "PJ")
         TomaParaje(mun, linea, obra);
-    }
 }
 
 using CTomaLinea = void (*)(std::string_view linea, CEstadoEnObra& obra);
@@ -143,7 +130,7 @@ ClaseEstado ClaseDeFichero(const CString& nombre)
     RecorreLineas(nombre, [&](std::string_view texto) {
         const CLineaFija linea(texto);
         deCatastro += esTipo(linea.Texto(kLeeTipo)) ? 1 : 0;
-        deR += esTipo(linea.Texto(kTipoEscrito)) ? 1 : 0;
+        deR += esTipo(linea.Texto(CLineaEscrita::kTipo)) ? 1 : 0;
         return ++lineas < topes::kLineasParaConocer;
     });
     if (deCatastro == 0 && deR == 0)
@@ -170,59 +157,40 @@ CEstadoLeido LeeFichero(const CString& nombre, ClaseEstado clase)
     return leido;
 }
 
-/// The tables one after the other: parcels before the links that look for them.
-class CLectorTablas {
-public:
-    CLectorTablas(const CNombresTablas& tablas, CEstadoEnObra& obra)
-        : m_tablas(tablas), m_obra(obra)
-    {
-    }
-
-    /// \return the first table that isn't there; none for none
-    std::optional<Tabla> Lee();
-
-private:
-    template <const auto& Columnas>
-    bool Recorre(Tabla tabla, auto toma)
-    {
-        return RecorreTabla(
-            m_tablas[tabla],
-            [&](std::string_view fila) {
-                const CFila<Columnas> campos(fila);
-                toma(EnCorto(campos.template Texto<Columnas, &CDatosLinea::Mun>()), campos);
-            },
-            CFile::anyCase);
-    }
-
-    const CNombresTablas& m_tablas;
-    CEstadoEnObra& m_obra;
-};
-
-std::optional<Tabla> CLectorTablas::Lee()
+/// Hands on the rows of a table, each with its municipality. False where the table isn't there.
+template <const auto& Columnas>
+bool RecorreFilas(const CString& tabla, auto toma)
 {
-    if (!Recorre<kColumnasParaje>(
-            kParajes, [&](short mun, const auto& fila) { TomaParaje(mun, fila, m_obra); }))
+    return RecorreTabla(
+        tabla,
+        [&](std::string_view fila) {
+            const CFila<Columnas> campos(fila);
+            toma(Corto<Columnas, &CDatosLinea::Mun>(campos), campos);
+        },
+        CFile::anyCase);
+}
+
+/// Takes the tables one after the other: parcels before the links that look for them. Gives the
+/// first table that isn't there; none for none.
+std::optional<Tabla> TomaTablas(const CNombresTablas& tablas, CEstadoEnObra& obra)
+{
+    if (!RecorreFilas<kColumnasParaje>(
+            tablas[kParajes], [&](short mun, const auto& fila) { TomaParaje(mun, fila, obra); }))
         return kParajes;
-    if (!Recorre<kColumnasTitular>(kTitulares, [&](short mun, const auto& fila) {
+    if (!RecorreFilas<kColumnasTitular>(tablas[kTitulares], [&](short mun, const auto& fila) {
             if (!fila.template Texto<kColumnasTitular, &CTitular::NumOrden>().empty())
-                m_obra.TomaTitular(mun, TitularDe(fila), 0);
+                TomaTitular(mun, fila, obra);
         }))
         return kTitulares;
-    if (!Recorre<kColumnasParcela>(kParcelas, [&](short mun, const auto& fila) {
-            m_obra.TomaGerencia(
-                EnCorto(fila.template Texto<kColumnasParcela, &CDatosLinea::Ger>()));
-            m_obra.TomaParcela(mun, fila);
-        }))
+    if (!RecorreFilas<kColumnasParcela>(
+            tablas[kParcelas], [&](short mun, const auto& fila) { TomaParcela(mun, fila, obra); }))
         return kParcelas;
-    if (!Recorre<kColumnasSubparcela>(
-            kSubparcelas, [&](short mun, const auto& fila) { m_obra.TomaSubparcela(mun, fila); }))
+    if (!RecorreFilas<kColumnasSubparcela>(tablas[kSubparcelas], [&](short mun, const auto& fila) {
+            obra.TomaSubparcela(mun, fila);
+        }))
         return kSubparcelas;
-    if (!Recorre<kColumnasCotitular>(kCotitulares, [&](short mun, const auto& fila) {
-            m_obra.TomaVinculo(
-                ClaveDe(mun, fila),
-                LeeEntero(fila.template Texto<kColumnasCotitular, &CDatosLinea::numImputa>()),
-                fila.template Texto<kColumnasCotitular, &CCotitular::Tit>(),
-                LeeEntero(fila.template Texto<kColumnasCotitular, &CCotitular::partici>()));
+    if (!RecorreFilas<kColumnasCotitular>(tablas[kCotitulares], [&](short mun, const auto& fila) {
+            TomaVinculo<kColumnasCotitular>(ClaveDe(mun, fila), fila, obra);
         }))
         return kCotitulares;
     return std::nullopt;
@@ -275,7 +243,7 @@ CEstadoLeido LeeEstado(const CNombresTablas& tablas, const CString& carpeta)
     CEstadoLeido leido;
     leido.clase = ClaseEstado::Tablas;
     leido.nombre = carpeta.IsEmpty() ? CString(".") : carpeta;
-    if (const std::optional<Tabla> falta = CLectorTablas(tablas, obra).Lee())
+    if (const std::optional<Tabla> falta = TomaTablas(tablas, obra))
         leido.reparo = "no se puede comparar: le falta la tabla " + Texto(tablas[*falta]);
     else if (!obra.HayParcelas())
         leido.reparo = "no tiene ninguna parcela";

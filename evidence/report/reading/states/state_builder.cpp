@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "cadastre/wrapping.h"
-#include "evidence/written_columns.h"
 
 namespace informe {
 namespace {
@@ -65,13 +64,11 @@ int CEstadoEnObra::BuscaParcela(const CClaveParcela& clave) const
     });
 }
 
-int CEstadoEnObra::AsientaParcela(const CClaveParcela& clave, int superficie, int numParaje,
-                                  bool& nueva)
+std::pair<int, bool> CEstadoEnObra::AsientaParcela(const CClaveParcela& clave, int superficie,
+                                                   int numParaje)
 {
-    const int antes = BuscaParcela(clave);
-    nueva = antes < 0;
-    if (!nueva)
-        return antes;
+    if (const int antes = BuscaParcela(clave); antes >= 0)
+        return {antes, false};
     const int i = static_cast<int>(m_estado.parcelas.size());
     CParcela& parcela = m_estado.parcelas.emplace_back();
     parcela.clave = clave;
@@ -80,7 +77,7 @@ int CEstadoEnObra::AsientaParcela(const CClaveParcela& clave, int superficie, in
     m_porClave.Pon(HashDe(clave), i, [&](int j) {
         return m_estado.parcelas[static_cast<std::size_t>(j)].clave == clave;
     });
-    return i;
+    return {i, true};
 }
 
 void CEstadoEnObra::TomaVinculo(const CClaveParcela& clave, int numero, std::string_view titulo,

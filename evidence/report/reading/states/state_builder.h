@@ -7,12 +7,10 @@
 #include <utility>
 #include <vector>
 
-#include "cadastre/co_holder_columns.h"
 #include "cadastre/database.h"
 #include "cadastre/holder_columns.h"
 #include "cadastre/module_place_columns.h"
-#include "cadastre/parcel_columns.h"
-#include "cadastre/subparcel_columns.h"
+#include "evidence/report/reading/record_lines.h"
 #include "evidence/report/reading/states/municipality_state.h"
 
 namespace informe {
@@ -83,16 +81,10 @@ private:
         std::size_t vinculo = 0;
     };
 
-    template <const auto& Tabla, auto Campo, class L>
-    static int Entero(const L& linea)
-    {
-        return LeeEntero(linea.template Texto<Tabla, Campo>());
-    }
-    template <const auto& Tabla, auto Campo, class L>
-    static int Superficie(const L& linea);
     int BuscaParcela(const CClaveParcela& clave) const;
     CMunicipio& Municipio(short mun) { return m_base.DameMunicipio(m_base.RegistraMunicipio(mun)); }
-    int AsientaParcela(const CClaveParcela& clave, int superficie, int numParaje, bool& nueva);
+    /// Gives its position, and whether it is the first one with its numbers.
+    std::pair<int, bool> AsientaParcela(const CClaveParcela& clave, int superficie, int numParaje);
     void AsientaParajes();
     void AsientaPersonas();
     void AsientaVinculos();
@@ -115,20 +107,6 @@ private:
     std::vector<CUltimo> m_ultimos;                // of each person
 };
 
-template <const auto& Tabla, auto Campo, class L>
-int CEstadoEnObra::Superficie(const L& linea)
-{
-    if constexpr (L::kSuperficieEnTres) {
-        CDatosLinea datos;
-        datos.hectareas = Entero<Tabla, &CDatosLinea::hectareas>(linea);
-        datos.areas = Entero<Tabla, &CDatosLinea::areas>(linea);
-        datos.centiareas = Entero<Tabla, &CDatosLinea::centiareas>(linea);
-        return datos.DameSuperficie();
-    } else {
-        return Entero<Tabla, Campo>(linea);
-    }
-}
-
 template <class L>
 void CEstadoEnObra::TomaParcela(short mun, const L& linea)
 {
@@ -137,9 +115,9 @@ void CEstadoEnObra::TomaParcela(short mun, const L& linea)
                               Entero<kTabla, &::CParcela::Parcela>(linea)};
     if (clave.polig < 1 || clave.parcela < 1)
         return;
-    bool nueva = false;
-    const int i = AsientaParcela(clave, Superficie<kTabla, &::CParcela::Superficie>(linea),
-                                 Entero<kTabla, &CDatosLinea::numParaje>(linea), nueva);
+    const auto [i, nueva] =
+        AsientaParcela(clave, Superficie<kTabla, &::CParcela::Superficie>(linea),
+                       Entero<kTabla, &CDatosLinea::numParaje>(linea));
     const std::string_view titulo = linea.template Texto<kTabla, &CDatosLinea::Tit>();
     const int numero = Entero<kTabla, &CDatosLinea::numImputa>(linea);
     if constexpr (L::kConParticipacion) {

@@ -3,8 +3,10 @@
 #include <array>
 #include <string_view>
 
+#include "cadastre/co_holder_columns.h"
 #include "cadastre/column_reader.h"
 #include "cadastre/exchange_format.h"
+#include "cadastre/parcel_columns.h"
 #include "cadastre/subparcel_columns.h"
 #include "evidence/written_columns.h"
 
@@ -41,8 +43,9 @@ public:
                                     }).catastro;
         return m_linea.Alcanza(kDonde.minimo) ? m_linea.Texto(kDonde) : std::string_view();
     }
+    std::string_view Tipo() const { return m_linea.Texto(kLeeTipo); }
     // Land and construction come in two kinds of line here, and in one elsewhere.
-    bool EsSuelo() const { return m_linea.Texto(kLeeTipo) == kTipoSuelo; }
+    bool EsSuelo() const { return Tipo() == kTipoSuelo; }
     bool EsConstruccion() const { return !EsSuelo(); }
 
 private:
@@ -55,6 +58,10 @@ public:
     static constexpr bool kSuperficieEnTres = true;
     static constexpr bool kConParticipacion = true;
 
+    /// All records have their kind in the same place.
+    static constexpr CLectura kTipo = {Detras(LecturaDe(kColumnasParcela, &CDatosLinea::EMenor)), 2,
+                                       0};
+
     explicit CLineaEscrita(std::string_view linea) : m_linea(linea) {}
 
     template <const auto& Tabla, auto Campo>
@@ -64,8 +71,23 @@ public:
             ColumnaCon(Tabla, Campo, [](const auto& c) { return c.escrita.columna >= 0; }));
         return m_linea.Texto(kDonde);
     }
+    std::string_view Tipo() const { return m_linea.Texto(kTipo); }
     static bool EsSuelo() { return true; }
     static bool EsConstruccion() { return true; }
+    /// Hands on the groups of a CT record, which stand one behind the other, each as a line of
+    /// `kColumnasVinculo`. Those that no holder needs are empty.
+    void RecorreGrupos(auto toma) const
+    {
+        constexpr short kAncho = FinDe(kColumnasVinculo);
+        constexpr std::string_view kVacio = "0000000  00000";
+        static_assert(kVacio.size() == kAncho);
+        for (short desde = FinDe(kColumnasCabecera); desde + kAncho <= kAnchoRegistro;
+             desde += kAncho) {
+            const std::string_view grupo = m_linea.Texto(desde, kAncho);
+            if (!grupo.empty() && grupo != kVacio)
+                toma(CLineaEscrita(grupo));
+        }
+    }
 
 private:
     CLineaFija m_linea;
@@ -95,5 +117,27 @@ public:
 private:
     std::array<std::string_view, CamposDeFila(SuTabla)> m_campos;
 };
+
+/// A field of a line of any layout that is a number.
+template <const auto& Tabla, auto Campo>
+int Entero(const auto& linea)
+{
+    return LeeEntero(linea.template Texto<Tabla, Campo>());
+}
+/// A surface, in square metres.
+/// \param Campo  where it has one
+template <const auto& Tabla, auto Campo, class L>
+int Superficie(const L& linea)
+{
+    if constexpr (L::kSuperficieEnTres) {
+        CDatosLinea datos;
+        datos.hectareas = Entero<Tabla, &CDatosLinea::hectareas>(linea);
+        datos.areas = Entero<Tabla, &CDatosLinea::areas>(linea);
+        datos.centiareas = Entero<Tabla, &CDatosLinea::centiareas>(linea);
+        return datos.DameSuperficie();
+    } else {
+        return Entero<Tabla, Campo>(linea);
+    }
+}
 
 } // namespace informe
