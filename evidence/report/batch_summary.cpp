@@ -1,5 +1,3 @@
-#include "evidence/report/batch_summary.h"
-
 #include <algorithm>
 #include <cstdint>
 #include <utility>
@@ -9,6 +7,7 @@
 #include "evidence/paths.h"
 #include "evidence/report/reading/batch_jobs.h"
 #include "evidence/report/reading/text.h"
+#include "evidence/report/report.h"
 #include "evidence/report/writing/batch_outputs.h"
 #include "evidence/report/writing/output_file.h"
 #include "evidence/report/writing/run_json.h"
@@ -109,7 +108,7 @@ void Lee(const lote::CTrabajo& trabajo, const CInformes& informes, const CFirma&
     COpciones opciones = OpcionesDe(trabajo, *visto.hecho);
     opciones.sinInformes = !informes.SeHacen();
     opciones.html = informes.De(visto.numero);
-    CResultado resultado = HazInforme(registro, opciones, firma.version, firma.hecho);
+    CResultado resultado = HazInforme(registro, opciones, firma);
     visto.cifras = std::move(resultado.cifras);
     visto.conQuejas = !resultado.quejas.empty();
     for (const std::string& queja : resultado.quejas)
@@ -265,14 +264,14 @@ void Resume(const COpciones& opciones, const CFirma& firma, CResultado& resultad
 
 } // namespace
 
-CResultado HazResumen(const COpciones& opciones, const std::string& version, std::time_t hecho)
+CResultado HazResumen(const COpciones& opciones, const CFirma& firma)
 {
     CResultado resultado;
     try {
         if (!opciones.json.IsEmpty() && !kHayJson)
             resultado.quejas.emplace_back(kSinJson);
         else
-            Resume(opciones, {version, hecho}, resultado);
+            Resume(opciones, firma, resultado);
     } catch (const CFileException& fallo) {
         resultado.quejas.push_back(Texto(EnUnaLinea(fallo)));
     } catch (const CInterrumpido&) { // the signal has had its way, unless it can't end the process

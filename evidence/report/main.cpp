@@ -4,7 +4,6 @@
 #include <new>
 #include <utility>
 
-#include "evidence/report/batch_summary.h"
 #include "evidence/report/page_names.h"
 #include "evidence/report/report.h"
 #include "evidence/report/version.h"
@@ -44,12 +43,11 @@ int Informa(const informe::COpciones& opciones)
         std::fprintf(stderr, "campiva-informe: %s\n", reparo.c_str());
         return kFallo;
     }
-    const std::time_t ahora = std::time(nullptr);
+    const informe::CFirma firma{informe::kVersion, std::time(nullptr)};
     if (!opciones.resumen.IsEmpty())
-        di(informe::HazResumen(opciones, informe::kVersion, ahora));
+        di(informe::HazResumen(opciones, firma));
     for (const CString& registro : opciones.registros) {
-        informe::CResultado resultado =
-            informe::HazInforme(registro, opciones, informe::kVersion, ahora);
+        informe::CResultado resultado = informe::HazInforme(registro, opciones, firma);
         di(resultado);
         if (&registro == &opciones.registros.back())
             Conserva(std::move(resultado.leido));

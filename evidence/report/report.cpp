@@ -355,17 +355,16 @@ std::string ReparoDeEstados(const CString& registro, const COpciones& opciones)
 
 } // namespace
 
-CResultado HazInforme(const CString& registro, const COpciones& opciones,
-                      const std::string& version, std::time_t hecho)
+CResultado HazInforme(const CString& registro, const COpciones& opciones, const CFirma& firma)
 {
     CResultado resultado;
     try {
         if (std::string reparo = ReparoDeEstados(registro, opciones); !reparo.empty())
             resultado.quejas.push_back(std::move(reparo));
         else if (opciones.ensayo)
-            ElaboraEnsayo(registro, opciones, {version, hecho}, resultado);
+            ElaboraEnsayo(registro, opciones, firma, resultado);
         else
-            Elabora(registro, opciones, {version, hecho}, resultado);
+            Elabora(registro, opciones, firma, resultado);
     } catch (const CFileException& fallo) {
         resultado.quejas.push_back(Texto(EnUnaLinea(fallo)));
     } catch (const CInterrumpido&) { // the signal has had its way, unless it can't end the process

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <ctime>
 #include <memory>
 #include <optional>
 #include <string>
@@ -8,6 +7,7 @@
 
 #include "evidence/report/findings/run_figures.h"
 #include "evidence/report/reading/report_options.h"
+#include "evidence/report/writing/output_file.h"
 
 namespace informe {
 
@@ -22,9 +22,13 @@ struct CResultado {
 /// Writes the report of a log, and what else the options ask for. Raises no CFileException: what
 /// couldn't be read or written is one of the complaints, and ends the work.
 /// \param registro  path of the log, or `kEstandar`
-/// \param version   of the program, for the page
-/// \param hecho     the time that the page tells
-CResultado HazInforme(const CString& registro, const COpciones& opciones,
-                      const std::string& version, std::time_t hecho);
+/// \param firma     what the page tells of itself
+CResultado HazInforme(const CString& registro, const COpciones& opciones, const CFirma& firma);
+
+/// Sums up the results of a batch: reads each of its jobs, writes its report beside the results
+/// unless it is told not to, and a page and a sheet of all. One job's files are in memory at a
+/// time. Raises no CFileException: what couldn't be read or written is one of the complaints.
+/// \param firma  what the pages tell of themselves
+CResultado HazResumen(const COpciones& opciones, const CFirma& firma);
 
 } // namespace informe

@@ -10,7 +10,6 @@
 #include <gtest/gtest.h>
 
 #include "catastro_to_vexa/campiva_a_vexa_dlg.h"
-#include "evidence/report/batch_summary.h"
 #include "evidence/report/report.h"
 #include "evidence/show_drawing/show_drawing.h"
 #include "generator/cadastre_lines.h"
@@ -57,7 +56,7 @@ CCorre Informe(const char* registro, const char* geojson)
         CResultado resultado;
         Plan() = plan;
         try {
-            const auto hecho = informe::HazInforme(c.En(registro), opciones, "1", 0);
+            const auto hecho = informe::HazInforme(c.En(registro), opciones, {"1", 0});
             Plan().que = Que::Nada;
             resultado.escrito = hecho.resumen;
             for (const std::string& queja : hecho.quejas)
@@ -237,7 +236,7 @@ protected:
         quejas.clear();
         Plan() = plan;
         try {
-            const auto resultado = informe::HazResumen(opciones, "1", 0);
+            const auto resultado = informe::HazResumen(opciones, {"1", 0});
             Plan().que = Que::Nada;
             for (const std::string& queja : resultado.quejas)
                 quejas += queja + "\n";
@@ -321,7 +320,7 @@ TEST(FallosDelEnsayo, AreOfTheCopyThatHasNoRoom)
     opciones.ensayo = true;
     for (const int error : {EDQUOT, ENOSPC, EIO}) {
         Plan() = {.que = Que::FallaLlamada, .error = error, .clase = sistema::Llamada::Escribir};
-        const auto resultado = informe::HazInforme(carpeta.En("poligonos.txt"), opciones, "1", 0);
+        const auto resultado = informe::HazInforme(carpeta.En("poligonos.txt"), opciones, {"1", 0});
         Plan() = {};
         ASSERT_EQ(resultado.quejas.size(), 1U);
         EXPECT_THAT(resultado.quejas.front(),

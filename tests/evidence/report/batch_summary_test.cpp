@@ -1,4 +1,4 @@
-#include "evidence/report/batch_summary.h"
+#include "evidence/report/report.h"
 
 #include <chrono>
 #include <filesystem>
@@ -53,7 +53,7 @@ protected:
     informe::CResultado Resume(informe::COpciones opciones = {}) const
     {
         opciones.resumen = carpeta.En(kResultados);
-        informe::CResultado resultado = informe::HazResumen(opciones, "1", 0);
+        informe::CResultado resultado = informe::HazResumen(opciones, {"1", 0});
         EXPECT_EQ(ReparosDePagina(carpeta.Lee("t.resultados/resumen.html")), "");
         return resultado;
     }
@@ -333,7 +333,7 @@ TEST_F(ResumenDeLote, LinksFromWhereItsPageStandsToReportsThatAreThere)
     opciones.resumen = carpeta.En("a #1 ñ/r");
     std::filesystem::rename(carpeta.Ruta() / kResultados,
                             carpeta.Ruta() / sistema::Ruta("a #1 ñ/r"));
-    informe::HazResumen(opciones, "1", 0);
+    informe::HazResumen(opciones, {"1", 0});
     EXPECT_THAT(carpeta.Lee("medio/p.html"),
                 HasSubstr("<a href=\"../a%20%231%20%C3%B1/r/informes/2.html\">a #1 ñ</a>"));
 }

@@ -83,7 +83,7 @@ protected:
         opciones.contra = carpeta.En(antes);
         opciones.cambios = carpeta.En("cambios.csv");
         opciones.html = carpeta.En("cambios.html");
-        resultado = informe::HazInforme(carpeta.En(ahora), opciones, "1", 0);
+        resultado = informe::HazInforme(carpeta.En(ahora), opciones, {"1", 0});
         EXPECT_THAT(resultado.quejas, IsEmpty());
         EXPECT_EQ(ReparosDePagina(carpeta.Lee("cambios.html")), "");
         return FilasDe(carpeta, "cambios.csv");
@@ -418,22 +418,22 @@ TEST_F(Cambios, TellWhatTheyCannotCompare)
     for (const auto& caso : kCasos) {
         informe::COpciones opciones;
         opciones.contra = carpeta.En(caso.contra);
-        const auto hecho = informe::HazInforme(carpeta.En("estado.txt"), opciones, "1", 0);
+        const auto hecho = informe::HazInforme(carpeta.En("estado.txt"), opciones, {"1", 0});
         ASSERT_EQ(hecho.quejas.size(), 1U) << caso.contra;
         EXPECT_THAT(hecho.quejas.front(), HasSubstr(caso.queja));
     }
     EXPECT_EQ(carpeta.Lee("estado_cambios.html"), "(no file)");
     informe::COpciones opciones;
     opciones.contra = carpeta.En("estado.txt");
-    EXPECT_THAT(informe::HazInforme(carpeta.En("vacio.txt"), opciones, "1", 0).quejas,
+    EXPECT_THAT(informe::HazInforme(carpeta.En("vacio.txt"), opciones, {"1", 0}).quejas,
                 testing::ElementsAre(HasSubstr("vacio.txt no es un registro, ni otro estado")));
     opciones.contra = carpeta.En("otro.txt");
     opciones.html = opciones.contra;
-    EXPECT_THAT(informe::HazInforme(carpeta.En("estado.txt"), opciones, "1", 0).quejas.front(),
+    EXPECT_THAT(informe::HazInforme(carpeta.En("estado.txt"), opciones, {"1", 0}).quejas.front(),
                 HasSubstr("no se escribe, porque se lee"));
     opciones.html = "";
     opciones.lista = opciones.contra;
-    EXPECT_THAT(informe::HazInforme(carpeta.En("estado.txt"), opciones, "1", 0).quejas.front(),
+    EXPECT_THAT(informe::HazInforme(carpeta.En("estado.txt"), opciones, {"1", 0}).quejas.front(),
                 HasSubstr("no es un registro: no caben las opciones"));
 }
 
@@ -444,11 +444,11 @@ TEST_F(Cambios, OfARunThatLeftNothingCannotBeTold)
     std::filesystem::remove(carpeta.Ruta() / "Subparcelas.txt");
     informe::COpciones opciones;
     opciones.contra = carpeta.En("antes.txt");
-    const auto hecho = informe::HazInforme(carpeta.En("entrada.ERR"), opciones, "1", 0);
+    const auto hecho = informe::HazInforme(carpeta.En("entrada.ERR"), opciones, {"1", 0});
     ASSERT_EQ(hecho.quejas.size(), 1U);
     EXPECT_THAT(hecho.quejas.front(), HasSubstr("le falta la tabla"));
     EXPECT_EQ(carpeta.Lee("entrada.html"), "(no file)");
     const CEnCarpeta aqui(carpeta.Ruta());
-    EXPECT_THAT(informe::HazInforme("entrada.ERR", opciones, "1", 0).quejas.front(),
+    EXPECT_THAT(informe::HazInforme("entrada.ERR", opciones, {"1", 0}).quejas.front(),
                 testing::StartsWith("La carpeta de trabajo no se puede comparar: "));
 }

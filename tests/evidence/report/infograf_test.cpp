@@ -60,7 +60,7 @@ TEST_F(InformeDeInfograf, CountsRecordsByKindOnAPageOfItsOwn)
         EXPECT_FALSE(informe.Dice(std::string("<b>") + deLaVuelta)) << deLaVuelta;
     EXPECT_EQ(carpeta.Lee("045127.html"), "la de la vuelta");
     // What the way back told is kept, and has its own page.
-    const auto vuelta = informe::HazInforme(carpeta.En("045127.ERR.anterior"), {}, "1", 0);
+    const auto vuelta = informe::HazInforme(carpeta.En("045127.ERR.anterior"), {}, {"1", 0});
     EXPECT_THAT(vuelta.resumen, HasSubstr(": vuelta, 1 error, "));
     EXPECT_THAT(carpeta.Lee("045127.html"), HasSubstr("E111"));
 }
@@ -110,7 +110,7 @@ TEST_F(InformeDeInfograf, IsToldFromTheWayBack)
     carpeta.Pon("045127.R", "");
     fs::last_write_time(carpeta.Ruta() / "045127.R", csp + std::chrono::seconds(1));
     const auto sentido = [&](const informe::COpciones& opciones) {
-        return informe::HazInforme(carpeta.En("045127.ERR"), opciones, "1", 0).resumen;
+        return informe::HazInforme(carpeta.En("045127.ERR"), opciones, {"1", 0}).resumen;
     };
     EXPECT_THAT(sentido({}), HasSubstr(": vuelta, ")) << "a way back came behind";
     informe::COpciones opciones;

@@ -28,7 +28,7 @@ inline std::int64_t Veces(std::string_view texto, std::string_view que)
 struct CInformePrueba {
     explicit CInformePrueba(const CCarpetaPrueba& carpeta, const char* registro,
                             informe::COpciones opciones = {}, std::string nombre = {})
-        : resultado(informe::HazInforme(carpeta.En(registro), opciones, "1", 0))
+        : resultado(informe::HazInforme(carpeta.En(registro), opciones, {"1", 0}))
     {
         if (nombre.empty())
             nombre = std::string(registro).replace(std::string_view(registro).rfind('.'),

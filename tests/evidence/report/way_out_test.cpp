@@ -204,7 +204,7 @@ TEST_F(Traduccion, ReportKnowsTablesByTheNamesThatTheyHaveOnTheDisk)
     opciones = {};
     opciones.contra = carpeta.En("");
     opciones.csv = carpeta.En("PARCELAS.TXT");
-    EXPECT_THAT(informe::HazInforme(carpeta.En("entrada.txt"), opciones, "1", 0).quejas,
+    EXPECT_THAT(informe::HazInforme(carpeta.En("entrada.txt"), opciones, {"1", 0}).quejas,
                 testing::ElementsAre(HasSubstr("no se escribe")));
     EXPECT_EQ(carpeta.Lee("PARCELAS.TXT"), parcelas);
     for (const std::filesystem::path& tabla : tablas)
