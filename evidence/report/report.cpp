@@ -114,8 +114,8 @@ private:
             return superficies.empty() || superficies.contains({polig, parcela});
         };
         CBalanceDibujo& dibujo = contenido.dibujo.emplace(superficies, m_proceso.registro);
-        CMapas mapas(m_indice, dibujo.perdidas, dibujo.DeTablaSinEscribir(), MarcasDeCambio(),
-                     m_anclas);
+        CMapas mapas({m_indice, dibujo.perdidas, MarcasDeCambio(), m_anclas},
+                     dibujo.DeTablaSinEscribir());
         for (const CString& entrada : lista.entradas) {
             CVigilancia::Mira();
             const CPoligonoDibujado poligono = LeePoligonoDibujado(lista.carpeta, entrada, hay);

@@ -24,11 +24,8 @@ public:
 
     CJson& Campo(std::string_view nombre, const auto& valor) { return Campo(nombre).Valor(valor); }
     /// One that may have no value.
-    CJson& Campo(std::string_view nombre, const std::optional<std::string>& valor)
-    {
-        return valor ? Campo(nombre).Valor(std::string_view(*valor)) : Campo(nombre).Nulo();
-    }
-    CJson& Campo(std::string_view nombre, const std::optional<int>& valor)
+    template <class T>
+    CJson& Campo(std::string_view nombre, const std::optional<T>& valor)
     {
         return valor ? Campo(nombre).Valor(*valor) : Campo(nombre).Nulo();
     }

@@ -12,8 +12,8 @@ bool CMapas::HayMensajes(const CPoligonoDibujado& poligono) const
 {
     const auto& recintos = poligono.parcelas.recintos;
     return std::ranges::any_of(recintos, [&](const CRecintoDibujado& recinto) {
-        return recinto.Valido() && (m_indice.HayDeParcela(poligono.polig, recinto.parcela) ||
-                                    m_perdidas.contains({poligono.polig, recinto.parcela}));
+        return recinto.Valido() && (m_comun.indice.HayDeParcela(poligono.polig, recinto.parcela) ||
+                                    m_comun.perdidas.contains({poligono.polig, recinto.parcela}));
     });
 }
 
@@ -23,8 +23,8 @@ void CMapas::TomaSilueta(const CPoligonoDibujado& poligono, const std::string& a
     if (silueta.contornos.empty())
         return;
     silueta.conMensajes = HayMensajes(poligono);
-    silueta.cambios = m_cambios.CuantasEn(poligono.polig);
-    for (const CPerdidas* perdidas : {&m_perdidas, &std::as_const(m_sinEscribir)}) {
+    silueta.cambios = m_comun.cambios.CuantasEn(poligono.polig);
+    for (const CPerdidas* perdidas : {&m_comun.perdidas, &std::as_const(m_sinEscribir)}) {
         const auto hasta = perdidas->lower_bound({poligono.polig + 1, 0});
         for (auto una = perdidas->lower_bound({poligono.polig, 0}); una != hasta; ++una) {
             silueta.perdida += una->second;
@@ -36,20 +36,19 @@ void CMapas::TomaSilueta(const CPoligonoDibujado& poligono, const std::string& a
 
 void CMapas::Toma(const CPoligonoDibujado& poligono)
 {
-    const std::size_t gastados = topes::kPuntosDePagina - m_presupuesto.puntos;
+    const std::size_t gastados = topes::kPuntosDePagina - m_comun.presupuesto.puntos;
     if (gastados > topes::kPuntosSinMensajes && !HayMensajes(poligono) &&
-        m_cambios.CuantasEn(poligono.polig) == 0) {
+        m_comun.cambios.CuantasEn(poligono.polig) == 0) {
         ++m_sinMapa;
         TomaSilueta(poligono, {});
         return;
     }
     const std::string ancla = "mapa" + std::to_string(m_mapas.size() + 1);
     const std::string falta = FaltaDelPoligono(poligono).que;
-    m_mapas.push_back(
-        {ancla,
-         "Polígono " + std::to_string(poligono.polig) + " (" + Texto(poligono.entrada) + ")" +
-             (falta.empty() ? "" : ": " + falta),
-         MapaSvg(poligono, m_indice, m_perdidas, m_cambios, m_anclas, m_presupuesto, m_dibujados)});
+    m_mapas.push_back({ancla,
+                       "Polígono " + std::to_string(poligono.polig) + " (" +
+                           Texto(poligono.entrada) + ")" + (falta.empty() ? "" : ": " + falta),
+                       MapaSvg(poligono, m_comun)});
     TomaSilueta(poligono, ancla);
 }
 

@@ -45,15 +45,13 @@ std::size_t Puntos(const CTopologiaDibujada& topologia)
 
 class CMapa {
 public:
-    CMapa(const CPoligonoDibujado& poligono, const CIndiceAvisos& indice, const CPerdidas& perdidas,
-          const CMarcasDeCambio& cambios, CAnclas& anclas)
-        : m_poligono(poligono), m_indice(indice), m_perdidas(perdidas), m_cambios(cambios),
-          m_anclas(anclas), m_hoja(poligono)
+    CMapa(const CPoligonoDibujado& poligono, CComunDeMapas& comun)
+        : m_poligono(poligono), m_comun(comun), m_hoja(poligono)
     {
     }
 
     bool Hay() const { return m_hoja.Hay(); }
-    std::string Dibuja(CPresupuesto& presupuesto, int serie);
+    std::string Dibuja();
 
 private:
     using CPosiciones = std::vector<std::uint32_t>;
@@ -71,23 +69,20 @@ private:
     bool ConEnlace(const CPosiciones& avisos, std::invocable auto dentro);
     Trato TratoDe(const CPosiciones& avisos) const;
     std::string Explica(const CPosiciones& avisos) const;
-    void Decide(CPresupuesto& presupuesto);
+    void Decide();
     bool PierdeSuperficie(const CRecintoDibujado& recinto) const
     {
-        return recinto.piezas > 1 && m_perdidas.contains({m_poligono.polig, recinto.parcela});
+        return recinto.piezas > 1 && m_comun.perdidas.contains({m_poligono.polig, recinto.parcela});
     }
     bool Toca(const CRecintoDibujado& recinto) const
     {
-        return !m_soloAvisos || m_indice.HayDeParcela(m_poligono.polig, recinto.parcela) ||
+        return !m_soloAvisos || m_comun.indice.HayDeParcela(m_poligono.polig, recinto.parcela) ||
                PierdeSuperficie(recinto) ||
-               m_cambios.De(m_poligono.polig, recinto.parcela) != nullptr;
+               m_comun.cambios.De(m_poligono.polig, recinto.parcela) != nullptr;
     }
 
     const CPoligonoDibujado& m_poligono;
-    const CIndiceAvisos& m_indice;
-    const CPerdidas& m_perdidas;
-    const CMarcasDeCambio& m_cambios;
-    CAnclas& m_anclas;
+    CComunDeMapas& m_comun;
     CHojaSvg m_hoja;
     CMarcas m_svg;
     CMarcas m_rotulos; // on top of all outlines
@@ -99,7 +94,7 @@ private:
 void CMapa::PonContorno(const CRecintoDibujado& recinto, const std::string& clase,
                         const std::string& ancla, const std::string& titulo)
 {
-    const bool nueva = !ancla.empty() && m_anclas.Pon(ancla);
+    const bool nueva = !ancla.empty() && m_comun.anclas.Pon(ancla);
     const std::string parcela =
         std::to_string(m_poligono.polig) + "-" + std::to_string(recinto.parcela);
     const bool esPieza = recinto.piezas > 1 && recinto.letra.IsEmpty();
@@ -118,7 +113,7 @@ Trato CMapa::TratoDe(const CPosiciones& avisos) const
 {
     Trato trato = Trato::Bien;
     for (const std::uint32_t i : avisos) {
-        if (m_indice[i].mensaje != nullptr && !EsWarning(*m_indice[i].mensaje))
+        if (m_comun.indice[i].mensaje != nullptr && !EsWarning(*m_comun.indice[i].mensaje))
             return Trato::Error;
         trato = Trato::Aviso;
     }
@@ -128,7 +123,7 @@ Trato CMapa::TratoDe(const CPosiciones& avisos) const
 bool CMapa::ConEnlace(const CPosiciones& avisos, std::invocable auto dentro)
 {
     for (const std::uint32_t i : avisos)
-        if (const std::string destino = m_anclas.ALinea(i); !destino.empty()) {
+        if (const std::string destino = m_comun.anclas.ALinea(i); !destino.empty()) {
             m_svg.Elemento("a", {{"href", destino}}, dentro);
             return true;
         }
@@ -140,7 +135,7 @@ std::string CMapa::Explica(const CPosiciones& avisos) const
 {
     std::string codigos;
     for (const std::uint32_t i : avisos) {
-        const std::string codigo = Codigo(m_indice[i]);
+        const std::string codigo = Codigo(m_comun.indice[i]);
         if (codigos.find(codigo) == std::string::npos)
             codigos += (codigos.empty() ? ": " : ", ") + codigo;
     }
@@ -161,7 +156,7 @@ void CMapa::PonRotulo(const CRecintoDibujado& recinto, std::string_view texto, c
 void CMapa::PonParcela(const CRecintoDibujado& recinto)
 {
     if (recinto.Valido()) {
-        const CPosiciones avisos = m_indice.DeParcela(m_poligono.polig, recinto.parcela);
+        const CPosiciones avisos = m_comun.indice.DeParcela(m_poligono.polig, recinto.parcela);
         if (ConEnlace(avisos, [&] { PonParcelaValida(recinto, avisos); }))
             m_svg.Linea();
         return;
@@ -188,7 +183,7 @@ void CMapa::PonParcelaValida(const CRecintoDibujado& recinto, const CPosiciones&
         titulo += noCuenta ? ": no cuentan sus " + metros : pierde ? ": cuenta éste" : "";
         clase += noCuenta ? " pieza perdida" : " pieza";
     }
-    const CCambioParcela* const cambio = m_cambios.De(m_poligono.polig, recinto.parcela);
+    const CCambioParcela* const cambio = m_comun.cambios.De(m_poligono.polig, recinto.parcela);
     if (cambio != nullptr) {
         titulo += "; " + CMarcasDeCambio::EnPalabras(*cambio);
         clase += noCuenta ? "" : CMarcasDeCambio::Clase(*cambio);
@@ -214,7 +209,7 @@ void CMapa::PonSubparcela(const CRecintoDibujado& recinto)
         PonContorno(recinto, "sub err", {}, "Subparcela fuera de toda parcela: E109");
     } else {
         const CPosiciones avisos =
-            m_indice.DeSubparcela(m_poligono.polig, recinto.parcela, recinto.letra);
+            m_comun.indice.DeSubparcela(m_poligono.polig, recinto.parcela, recinto.letra);
         const std::string nombre = "Subparcela " + std::to_string(m_poligono.polig) + "-" +
                                    std::to_string(recinto.parcela) + " " + letra;
         PonContorno(recinto, std::string("sub ") + Clase(TratoDe(avisos)), {},
@@ -229,9 +224,9 @@ void CMapa::PonSenal(const CPunto<int>& punto, std::uint32_t posicion)
     const CSitioHoja donde = m_hoja.Sitio(punto);
     const CSitioHoja sitio = m_hoja.Dentro(donde);
     const bool fuera = donde.x != sitio.x || donde.y != sitio.y;
-    const CAviso& aviso = m_indice[posicion];
+    const CAviso& aviso = m_comun.indice[posicion];
     const std::string ancla = CAnclas::DeSitio(aviso);
-    const bool nueva = m_anclas.Pon(ancla); // labels that lie upon one another have one
+    const bool nueva = m_comun.anclas.Pon(ancla); // labels that lie upon one another have one
     ConEnlace({posicion}, [&] {
         m_svg.Elemento("path",
                        {{"id", nueva ? ancla.c_str() : nullptr},
@@ -250,8 +245,9 @@ void CMapa::PonSenal(const CPunto<int>& punto, std::uint32_t posicion)
 }
 
 /// What of the polygon fits on the page.
-void CMapa::Decide(CPresupuesto& presupuesto)
+void CMapa::Decide()
 {
+    CPresupuesto& presupuesto = m_comun.presupuesto;
     const std::size_t tope = std::min(presupuesto.puntos, presupuesto.deUno);
     const std::size_t deParcelas = Puntos(m_poligono.parcelas);
     const std::size_t todos = deParcelas + Puntos(m_poligono.subparcelas);
@@ -280,14 +276,15 @@ void CMapa::PonRecintos(std::size_t quedan)
             PonSubparcela(recinto);
     for (const CRecintoDibujado& recinto : subparcelas)
         if (recinto.Valido() && recinto.parcela < 0)
-            if (const auto i = m_indice.EnSitio(recinto.punto))
+            if (const auto i = m_comun.indice.EnSitio(recinto.punto))
                 PonSenal(recinto.punto, *i);
 }
 
-std::string CMapa::Dibuja(CPresupuesto& presupuesto, int serie)
+std::string CMapa::Dibuja()
 {
-    const std::size_t quedan = std::min(presupuesto.puntos, presupuesto.deUno);
-    Decide(presupuesto);
+    const int serie = ++m_comun.dibujados;
+    const std::size_t quedan = std::min(m_comun.presupuesto.puntos, m_comun.presupuesto.deUno);
+    Decide();
     if (m_nota != nullptr)
         m_svg.Bloque("p", {{"class", "nota"}}, m_nota);
     m_svg.Bloque("svg",
@@ -311,18 +308,20 @@ std::string CMapa::Dibuja(CPresupuesto& presupuesto, int serie)
 void PonLeyenda(CMarcas& marcas, bool conCambios)
 {
     constexpr int kSerie = 0; // of no map
-    constexpr std::pair<const char*, const char*> kMuestras[] = {
-        {"ok", "parcela sin mensajes"},
-        {"err", "con errores (rayada)"},
-        {"avi", "con warnings (punteada)"},
-        {"sin", "recinto que la vuelta no ve (línea de puntos)"},
-        {"ok pieza", "parcela en varios recintos (línea partida)"},
-        {"ok pieza perdida", "recinto que no cuenta (relleno)"},
-        {"sub ok", "subparcela (línea fina)"}};
-    constexpr std::pair<const char*, const char*> kCambios[] = {
-        {"ok nueva", "parcela nueva (relleno verde)"},
-        {"ok cambiada", "de otro titular, participación o paraje (azul)"},
-        {"ok medida", "de otra superficie u otras subparcelas (azul claro)"}};
+    constexpr struct {
+        const char* clase;
+        const char* texto;
+        bool deCambio = false;
+    } kMuestras[] = {{"ok", "parcela sin mensajes"},
+                     {"err", "con errores (rayada)"},
+                     {"avi", "con warnings (punteada)"},
+                     {"sin", "recinto que la vuelta no ve (línea de puntos)"},
+                     {"ok pieza", "parcela en varios recintos (línea partida)"},
+                     {"ok pieza perdida", "recinto que no cuenta (relleno)"},
+                     {"sub ok", "subparcela (línea fina)"},
+                     {"ok nueva", "parcela nueva (relleno verde)", true},
+                     {"ok cambiada", "de otro titular, participación o paraje (azul)", true},
+                     {"ok medida", "de otra superficie u otras subparcelas (azul claro)", true}};
     const auto muestra = [&](const char* estilo, const char* texto, std::invocable auto dibujo) {
         marcas.Elemento("span", {{"class", "muestra"}}, [&] {
             marcas.Elemento("svg", {{"viewBox", "0 0 26 16"}, {"style", estilo}}, dibujo)
@@ -331,34 +330,27 @@ void PonLeyenda(CMarcas& marcas, bool conCambios)
     };
     const std::string tramas = EstiloTramas(kSerie);
     marcas.Bloque("p", {{"class", "leyenda"}}, [&] {
-        for (const auto& [estilo, texto] : kMuestras) {
-            muestra(tramas.c_str(), texto, [&, clase = estilo] {
-                if (clase == std::string_view(Clase(Trato::Error)))
+        for (const auto& una : kMuestras) {
+            if (una.deCambio && !conCambios)
+                continue;
+            muestra(una.deCambio ? nullptr : tramas.c_str(), una.texto, [&] {
+                if (una.clase == std::string_view(Clase(Trato::Error)))
                     PonTramas(marcas, kSerie, 4);
-                marcas.Figura("path", {{"class", clase}, {"d", "M1 1h24v14h-24z"}});
+                marcas.Figura("path", {{"class", una.clase}, {"d", "M1 1h24v14h-24z"}});
             });
             marcas.Linea();
         }
-        if (conCambios)
-            for (const auto& [estilo, texto] : kCambios) {
-                muestra(nullptr, texto, [&, clase = estilo] {
-                    marcas.Figura("path", {{"class", clase}, {"d", "M1 1h24v14h-24z"}});
-                });
-                marcas.Linea();
-            }
         muestra(nullptr, "sitio que nombra un mensaje", [&] {
             marcas.Figura("path", {{"class", "cruz"}, {"d", "M8 3l10 10m0 -10l-10 10"}});
         });
     });
 }
 
-std::string MapaSvg(const CPoligonoDibujado& poligono, const CIndiceAvisos& indice,
-                    const CPerdidas& perdidas, const CMarcasDeCambio& cambios, CAnclas& anclas,
-                    CPresupuesto& presupuesto, int& dibujados)
+std::string MapaSvg(const CPoligonoDibujado& poligono, CComunDeMapas& comun)
 {
-    CMapa mapa(poligono, indice, perdidas, cambios, anclas);
+    CMapa mapa(poligono, comun);
     if (mapa.Hay())
-        return mapa.Dibuja(presupuesto, ++dibujados);
+        return mapa.Dibuja();
     CMarcas nota;
     nota.Bloque("p", {{"class", "nota"}}, "No hay recintos que dibujar.");
     return nota.Toma();

@@ -20,16 +20,20 @@ struct CPresupuesto {
     std::size_t deUno = topes::kPuntosDeMapa;
 };
 
+/// What the maps of a page share.
+struct CComunDeMapas {
+    const CIndiceAvisos& indice;
+    const CPerdidas& perdidas; ///< the parcels that lose surface by their outlines, as far as read
+    CMarcasDeCambio cambios;
+    CAnclas& anclas; ///< knows where links lead to, and gets the parcels and places that maps have
+    CPresupuesto presupuesto = {}; ///< loses the points that are drawn
+    int dibujados = 0;             ///< maps
+};
+
 /// The legend: what colours, patterns and signs say.
 /// \param conCambios  those of the changes as well
 void PonLeyenda(CMarcas& marcas, bool conCambios);
 /// The drawing of a polygon, with its remarks, as HTML. Coordinates are decimetres from its corner.
-/// \param perdidas     the parcels that lose surface by their outlines
-/// \param anclas       knows where links lead to, and gets the parcels and places that the map has
-/// \param presupuesto  loses the points that are drawn
-/// \param dibujados    counts the maps of the page
-std::string MapaSvg(const CPoligonoDibujado& poligono, const CIndiceAvisos& indice,
-                    const CPerdidas& perdidas, const CMarcasDeCambio& cambios, CAnclas& anclas,
-                    CPresupuesto& presupuesto, int& dibujados);
+std::string MapaSvg(const CPoligonoDibujado& poligono, CComunDeMapas& comun);
 
 } // namespace informe

@@ -12,6 +12,18 @@
 using testing::HasSubstr;
 using testing::IsEmpty;
 
+namespace {
+
+/// What maps have beside the drawings where the log is empty.
+struct CSinMensajes {
+    informe::CRegistroLeido registro;
+    informe::CIndiceAvisos indice{registro};
+    informe::CLineasMostradas lineas;
+    informe::CAnclas anclas{registro, lineas};
+};
+
+} // namespace
+
 TEST(ReportPage, IsTheSameForTheSameFiles)
 {
     const CCarpetaPrueba carpeta;
@@ -149,12 +161,9 @@ TEST(ReportMap, ShowsAllPolygonsByWhatTheyLose)
         (conSuyo ? p.poligonos : p.parcelas).recintos.push_back(r);
         return p;
     };
-    const informe::CRegistroLeido registro;
-    const informe::CIndiceAvisos indice(registro);
-    const informe::CLineasMostradas lineas;
-    informe::CAnclas anclas(registro, lineas);
+    CSinMensajes vacio;
     const informe::CPerdidas perdidas = {{{1, 7}, 100}, {{3, 1}, 9000}};
-    informe::CMapas mapas(indice, perdidas, {{{3, 2}, 1000}}, {}, anclas);
+    informe::CMapas mapas({vacio.indice, perdidas, {}, vacio.anclas}, {{{3, 2}, 1000}});
     for (const int polig : {1, 2, 3})
         mapas.Toma(poligono(polig, polig != 2));
     const std::vector<informe::CMapaHecho> hechos = mapas.Acaba();
@@ -183,12 +192,9 @@ TEST(ReportMap, LeavesOutPolygonsWithNothingToTellOnceThereIsMuch)
     recinto.contorno.resize(kMuchos);
     recinto.contorno[1] = {1000, 1000};
     poligono.parcelas.recintos = {recinto};
-    const informe::CRegistroLeido registro;
-    const informe::CIndiceAvisos indice(registro);
-    const informe::CLineasMostradas lineas;
-    informe::CAnclas anclas(registro, lineas);
+    CSinMensajes vacio;
     const informe::CPerdidas perdidas = {{{3, 1}, 100}};
-    informe::CMapas mapas(indice, perdidas, {}, {}, anclas);
+    informe::CMapas mapas({vacio.indice, perdidas, {}, vacio.anclas}, {});
     for (const int polig : {1, 2, 3}) {
         poligono.polig = polig;
         mapas.Toma(poligono);
@@ -240,14 +246,13 @@ TEST(ReportMap, LeavesOutWhatPassesItsBoundAndSaysSo)
                  {7, 1, 0, "con mensajes"}};
     for (const auto& caso : casos) {
         informe::CAnclas anclas(registro, lineas);
-        informe::CPresupuesto presupuesto{1000, caso.puntos};
-        int dibujados = 0;
-        const std::string svg =
-            informe::MapaSvg(poligono, indice, {}, {}, anclas, presupuesto, dibujados);
+        const informe::CPerdidas perdidas;
+        informe::CComunDeMapas comun{indice, perdidas, {}, anclas, {1000, caso.puntos}};
+        const std::string svg = informe::MapaSvg(poligono, comun);
         EXPECT_EQ(Veces(svg, "<title>Parcela "), caso.parcelas) << caso.puntos;
         EXPECT_EQ(Veces(svg, "class=\"sub ok\""), caso.subparcelas) << caso.puntos;
         EXPECT_THAT(svg, HasSubstr(caso.nota));
         EXPECT_EQ(Veces(svg, "<a href=\"#m1\"><path id=\"p1-3\" class=\"err\""), 1);
-        EXPECT_LT(presupuesto.puntos, 1000U);
+        EXPECT_LT(comun.presupuesto.puntos, 1000U);
     }
 }
