@@ -5,7 +5,6 @@
 
 #include "evidence/drawn_polygon.h"
 #include "evidence/paths.h"
-#include "evidence/report/reading/infograf_records.h"
 #include "evidence/report/reading/text.h"
 #include "vexa_libs/ccadena.h"
 #include "vexa_libs/topology.h"
@@ -15,7 +14,6 @@ namespace {
 
 using vexageo::CPunto;
 using vexageo::CTopologia;
-using enum CEvidenciaInfograf::Clase;
 using CClaves = std::vector<CClaveRegistro>;
 
 constexpr ClaseTopologia kTopologias[] = {ClaseTopologia::Parcelas, ClaseTopologia::Poligonos,
@@ -24,9 +22,9 @@ constexpr ClaseTopologia kTopologias[] = {ClaseTopologia::Parcelas, ClaseTopolog
 /// An entry of the list as the run reads it.
 struct CEntrada {
     CString nombre;
-    std::array<std::optional<CTopologia>, CEvidenciaInfograf::kClases> topologias;
+    std::array<std::optional<CTopologia>, kClasesInfograf> topologias;
 
-    std::optional<CTopologia>& De(CEvidenciaInfograf::Clase clase) { return topologias[clase]; }
+    std::optional<CTopologia>& De(ClaseInfograf clase) { return topologias[clase]; }
 };
 
 CPunto<int> Punto(const CTopologia& topologia, int i)
@@ -58,7 +56,7 @@ public:
             }
     }
 
-    std::array<CClaves, CEvidenciaInfograf::kClases> esperadas;
+    std::array<CClaves, kClasesInfograf> esperadas;
 
 private:
     void MiraOrtos()
@@ -105,15 +103,15 @@ private:
             m_evidencia.faltan.push_back({entrada.nombre, que});
         return true;
     }
-    void Espera(CEvidenciaInfograf::Clase clase, const CTopologia& topologia, int i,
+    void Espera(ClaseInfograf clase, const CTopologia& topologia, int i,
                 const CClaveRegistro& clave)
     {
         ++m_evidencia.clases[clase].recintos;
         m_evidencia.clases[clase].dibujada += topologia.DameArea(i);
         esperadas[clase].push_back(clave);
     }
-    void Huerfano(CEvidenciaInfograf::Clase clase, const CEntrada& entrada,
-                  const CTopologia& topologia, int i, const char* porque)
+    void Huerfano(ClaseInfograf clase, const CEntrada& entrada, const CTopologia& topologia, int i,
+                  const char* porque)
     {
         const std::string rotulo = TextoSinBlancos(topologia.DameTextoCentroide(i));
         const std::string que = clase == kDeParcela ? "parcela " : "subparcela ";
@@ -191,7 +189,7 @@ struct CNombres {
     const char* registros;
     const char* huerfanos;
 };
-constexpr std::array<CNombres, CEvidenciaInfograf::kClases> kNombres = {
+constexpr std::array<CNombres, kClasesInfograf> kNombres = {
     {{Partida::Parcelas, "recintos de .PAR", "registros de parcela (12)",
       "en ningún polígono, sin mensaje"},
      {Partida::Poligonos, "recintos de .POL", "registros de polígono (13)", ""},
@@ -234,15 +232,13 @@ CBalance BalanceInfograf(const CFicheros& ficheros, CEvidenciaInfograf& evidenci
     CRecuento recuento(ficheros, evidencia);
     recuento.Hace();
     const CEscritosInfograf escritos = LeeInfograf(ficheros.ficheroCsp);
-    const std::vector<CEscritosInfograf::CRegistro>* const registros[] = {
-        &escritos.parcelas, &escritos.poligonos, &escritos.subparcelas};
     CBalance balance;
     bool esPrincipio = escritos.hay;
     bool falta = false;
-    for (std::size_t i = 0; i < CEvidenciaInfograf::kClases; ++i) {
+    for (std::size_t i = 0; i < kClasesInfograf; ++i) {
         CEvidenciaInfograf::CClase& clase = evidencia.clases[i];
         const CClaves& esperadas = recuento.esperadas[i];
-        const CClaves halladas = Halladas(*registros[i], clase);
+        const CClaves halladas = Halladas(escritos.clases[i], clase);
         CPartida partida = PartidaDe(kNombres[i], clase);
         if (escritos.hay)
             Coteja(esperadas, halladas, partida);

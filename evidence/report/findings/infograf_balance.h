@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "evidence/report/findings/balance.h"
+#include "evidence/report/reading/infograf_records.h"
 #include "evidence/report/reading/run_files.h"
 #include "vexa_libs/point.h"
 
@@ -13,8 +14,6 @@ namespace informe {
 
 /// What the way on to Infograf made of the drawings, beside its balance.
 struct CEvidenciaInfograf {
-    enum Clase { kDeParcela, kDePoligono, kDeSubparcela, kClases };
-
     struct CClase {
         std::int64_t recintos = 0;
         std::int64_t huerfanos = 0; ///< of those
@@ -35,7 +34,7 @@ struct CEvidenciaInfograf {
         std::string que; ///< "falta su .PAR"
     };
 
-    std::array<CClase, kClases> clases;
+    std::array<CClase, kClasesInfograf> clases;
     std::vector<CSinPadre> sinPadre;
     std::vector<CFaltan> faltan;
     bool acabaAntes = false; ///< the records end before those of the drawings do

@@ -1,5 +1,7 @@
 #include "evidence/report/reading/infograf_records.h"
 
+#include <utility>
+
 #include "cadastre/infograf_record_columns.h"
 #include "evidence/paths.h"
 #include "evidence/written_columns.h"
@@ -24,15 +26,16 @@ void Toma(const CLineaFija& linea, CEscritosInfograf& escritos)
     const std::string_view tipo = linea.Texto(kTipo);
     const int polig = linea.Entero(kPolig);
     const double area = LeeReal(linea.Texto(kArea));
+    const auto pon = [&](ClaseInfograf clase, CClaveRegistro clave) {
+        escritos.clases[clase].push_back({std::move(clave), area});
+    };
     if (tipo == kParcelaInfograf.tipo)
-        escritos.parcelas.push_back(
-            {CClaveRegistro::DeParcela(polig, linea.Entero(kParcela)), area});
+        pon(kDeParcela, CClaveRegistro::DeParcela(polig, linea.Entero(kParcela)));
     else if (tipo == kPoligonoInfograf.tipo)
-        escritos.poligonos.push_back({CClaveRegistro::DePoligono(polig), area});
+        pon(kDePoligono, CClaveRegistro::DePoligono(polig));
     else if (tipo == kSubparcelaInfograf.tipo)
-        escritos.subparcelas.push_back(
-            {CClaveRegistro::DeSubparcela(polig, linea.Entero(kParcela), linea.Texto(kLetras)),
-             area});
+        pon(kDeSubparcela,
+            CClaveRegistro::DeSubparcela(polig, linea.Entero(kParcela), linea.Texto(kLetras)));
     else if (!tipo.starts_with(kCabecera))
         ++escritos.ajenos;
 }

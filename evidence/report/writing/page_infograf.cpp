@@ -12,7 +12,7 @@ namespace {
 
 void Clases(CMarcas& marcas, const CEvidenciaInfograf& infograf)
 {
-    constexpr std::array<const char*, CEvidenciaInfograf::kClases> kNombres = {
+    constexpr std::array<const char*, kClasesInfograf> kNombres = {
         "parcelas (12)", "polígonos (13)", "subparcelas (11)"};
     marcas.Bloque("h3", {}, "Registros por clase");
     Tabla(marcas, nullptr,
