@@ -41,10 +41,8 @@ public:
 
     /// Holds what the run left against another state. Gives why that can't be done; empty for
     /// nothing.
-    std::string Contrasta(const CEnsayo* ensayo = nullptr)
+    std::string Contrasta()
     {
-        if (ensayo != nullptr)
-            return ContrastaEnsayo(*ensayo);
         if (m_opciones.contra.IsEmpty())
             return {};
         m_contraste =
@@ -52,32 +50,9 @@ public:
         return m_contraste->reparo;
     }
 
-    void Hace(const CString& pagina, const CFirma& firma, CResultado& resultado)
-    {
-        CContenido contenido{
-            firma,      Texto(m_opciones.csv), m_proceso, m_lineas, m_anclas, {}, {}, {},
-            m_esEnsayo, m_contraste.get()};
-        if (HayDibujos())
-            RecorreDibujos(contenido);
-        contenido.asuntos = m_proceso.ficheros.sentido == Sentido::Infograf
-                                ? AsuntosDeInfograf(m_proceso)
-                                : ReuneAsuntos({m_proceso, Lugares(),
-                                                contenido.dibujo ? &*contenido.dibujo : nullptr});
-        resultado.cifras = contenido.Cifras(); // whether or not it can be written
-        EscribeMensajes();
-        EscribeTodo(contenido, pagina);
-        const bool hayPerdidas = contenido.HayPerdidas(); // both while nothing has changed yet
-        std::string resumen = m_opciones.PorLaSalida() == 0 ? Resumen(contenido, pagina) : "";
-        m_salidas.Confirma();
-        resultado.hayPerdidas = hayPerdidas;
-        resultado.leido = std::move(m_proceso.balance.leido);
-        resultado.resumen = std::move(resumen);
-    }
-
-private:
     /// What the trial would make of the tables, where no other state is named. Files of the trial
     /// are told without the folder that nobody will find.
-    std::string ContrastaEnsayo(const CEnsayo& ensayo)
+    std::string Contrasta(const CEnsayo& ensayo)
     {
         CFicheros& ficheros = m_proceso.ficheros;
         if (!m_opciones.contra.IsEmpty()) {
@@ -96,6 +71,28 @@ private:
         m_esEnsayo = true;
         return m_contraste->reparo;
     }
+
+    void Hace(const CString& pagina, const CFirma& firma, CResultado& resultado)
+    {
+        CContenido contenido{
+            firma,      Texto(m_opciones.csv), m_proceso, m_lineas, m_anclas, {}, {}, {},
+            m_esEnsayo, m_contraste.get()};
+        if (HayDibujos())
+            RecorreDibujos(contenido);
+        contenido.asuntos =
+            ReuneAsuntos(m_proceso, Lugares(), contenido.dibujo ? &*contenido.dibujo : nullptr);
+        resultado.cifras = contenido.Cifras(); // whether or not it can be written
+        EscribeMensajes();
+        EscribeTodo(contenido, pagina);
+        const bool hayPerdidas = contenido.HayPerdidas(); // both while nothing has changed yet
+        std::string resumen = m_opciones.PorLaSalida() == 0 ? Resumen(contenido, pagina) : "";
+        m_salidas.Confirma();
+        resultado.hayPerdidas = hayPerdidas;
+        resultado.leido = std::move(m_proceso.balance.leido);
+        resultado.resumen = std::move(resumen);
+    }
+
+private:
     bool HayDibujos() const { return m_proceso.ficheros.sentido == Sentido::Vuelta; }
     CMarcasDeCambio MarcasDeCambio() const
     {
@@ -235,16 +232,10 @@ void ElaboraCambios(const CString& estado, ClaseEstado clase, const COpciones& o
         resultado.quejas.push_back(contraste.reparo);
 }
 
-/// All that is read for the report of a log.
-std::vector<CString> LeidosPara(const COpciones& opciones, const CFicheros& ficheros)
-{
-    return ConLosDelOtro(Leidos(ficheros), opciones);
-}
-
 /// Heals what is read, complains of what isn't there, and reads the list of drawings.
 void Prepara(CFicheros& ficheros, const COpciones& opciones, CResultado& resultado)
 {
-    Sana(LeidosPara(opciones, ficheros), resultado);
+    Sana(ConLosDelOtro(Leidos(ficheros), opciones), resultado);
     for (const CString& nombre : Ausentes(ficheros, opciones))
         resultado.quejas.push_back("El archivo " + Texto(nombre) + " no existe");
     for (const CString& nombre : ficheros.sinReconocer)
@@ -278,7 +269,8 @@ void Elabora(const CString& registro, const COpciones& opciones, const CFirma& f
     CFicheros ficheros = BuscaFicheros(registro, opciones);
     const CString pagina = PaginaDe(opciones, PaginaUsual(ficheros));
     Prepara(ficheros, opciones, resultado);
-    const std::string reparo = ReparoDeSalidas(opciones, pagina, LeidosPara(opciones, ficheros));
+    const std::string reparo =
+        ReparoDeSalidas(opciones, pagina, ConLosDelOtro(Leidos(ficheros), opciones));
     if (!reparo.empty()) {
         resultado.quejas.push_back(reparo);
         return;
@@ -306,7 +298,7 @@ std::string Ensaya(const CFicheros& ficheros, const COpciones& opciones, const C
     if (std::string reparo = ensayo.Corre(); !reparo.empty())
         return reparo;
     CElaboracion elaboracion(ensayo.Suyos(), opciones);
-    std::string reparo = elaboracion.Contrasta(&ensayo);
+    std::string reparo = elaboracion.Contrasta(ensayo);
     if (reparo.empty())
         elaboracion.Hace(pagina, firma, resultado);
     return reparo;
@@ -322,7 +314,7 @@ void ElaboraEnsayo(const CString& lista, COpciones opciones, const CFirma& firma
         PaginaDe(opciones, EnCarpeta(ficheros.lista.carpeta,
                                      ficheros.lista.cabecera.nombreSalida + kPaginaEnsayo));
     Prepara(ficheros, opciones, resultado);
-    std::vector<CString> intocables = LeidosPara(opciones, ficheros);
+    std::vector<CString> intocables = ConLosDelOtro(Leidos(ficheros), opciones);
     const CListaPoligonos& deVerdad = ficheros.lista;
     for (const char* extension : {kExtensionRegistro, "R", "M"}) // what the last real run left
         intocables.push_back(

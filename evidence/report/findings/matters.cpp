@@ -43,7 +43,11 @@ using CNumeros = CNumerosParcela;
 
 class CReunion {
 public:
-    explicit CReunion(const CDatosAsuntos& datos) : m_datos(datos) { Prepara(); }
+    CReunion(const CProceso& proceso, const CLugaresDeAvisos* lugares, const CBalanceDibujo* dibujo)
+        : m_proceso(proceso), m_lugares(lugares), m_dibujo(dibujo)
+    {
+        Prepara();
+    }
 
     CAsuntos Reune();
 
@@ -69,14 +73,13 @@ private:
     void CuentaMensajes(const CTramo& tramo, CAsunto& asunto) const;
     std::string Titulo(const CCausa& causa, const CAsunto& asunto) const;
     static std::string TituloDeParcela(const CAsunto& asunto);
-    const CRegistroLeido& Registro() const { return m_datos.proceso.registro; }
+    const CRegistroLeido& Registro() const { return m_proceso.registro; }
     const CAviso& Aviso(std::uint32_t i) const { return Registro().avisos[i]; }
-    bool HayPerdidas() const
-    {
-        return m_datos.dibujo != nullptr && !m_datos.dibujo->perdidas.empty();
-    }
+    bool HayPerdidas() const { return m_dibujo != nullptr && !m_dibujo->perdidas.empty(); }
 
-    const CDatosAsuntos& m_datos;
+    const CProceso& m_proceso;
+    const CLugaresDeAvisos* m_lugares;
+    const CBalanceDibujo* m_dibujo;
     std::vector<CCausa> m_causas;
     std::map<CString, int> m_numeros; // of texts
     std::vector<CString> m_textos;
@@ -92,14 +95,14 @@ void CReunion::Prepara()
 {
     for (const CAviso& aviso : Registro().avisos) {
         const CNumeros parcela(aviso.polig, aviso.parcela);
-        if (aviso.Es(kParajeNoEncontrado) && m_datos.proceso.ficheros.sentido != Sentido::Vuelta)
+        if (aviso.Es(kParajeNoEncontrado) && m_proceso.ficheros.sentido != Sentido::Vuelta)
             m_sinParaje.emplace(parcela, aviso.numero);
         else if (aviso.Es(kParcelaRepetida))
             m_repetidas.insert(parcela);
     }
-    if (m_datos.dibujo == nullptr)
+    if (m_dibujo == nullptr)
         return;
-    for (const CPoligonoRoto& roto : m_datos.dibujo->rotos)
+    for (const CPoligonoRoto& roto : m_dibujo->rotos)
         m_rotos.emplace(roto.polig, &roto);
     for (const CAviso& aviso : Registro().avisos)
         if (aviso.Es(kSubparcelaNoEnGrafico) && m_rotos.contains(aviso.polig))
@@ -122,7 +125,7 @@ int CReunion::Numero(const CString& texto)
 CCausa CReunion::CausaDeParcela(const CAviso& aviso, CNumeros parcela)
 {
     const bool deSuma = aviso.Es(kSuperficieDifiere) || aviso.Es(kSuperficieCorregida);
-    if (deSuma && HayPerdidas() && m_datos.dibujo->perdidas.contains(parcela))
+    if (deSuma && HayPerdidas() && m_dibujo->perdidas.contains(parcela))
         return {Clase::VariosRecintos, 0, 0, 0};
     if (const auto roto = m_rotos.find(parcela.first); roto != m_rotos.end()) {
         const UINT numero = aviso.mensaje->numero;
@@ -154,15 +157,14 @@ CCausa CReunion::Causa(const CAviso& aviso, std::uint32_t posicion)
     case kMismoNombre:
     case kMismoDNI:
     case kSinNumImputa:
-        return CausaDePersona(m_datos.proceso.personas.Clave(aviso.texto));
+        return CausaDePersona(m_proceso.personas.Clave(aviso.texto));
     case kYaTitular:
     case kYaCotitular:
         if (!m_repetidas.contains({aviso.polig, aviso.parcela}))
-            return CausaDePersona(m_datos.proceso.personas.Clave(aviso.texto));
+            return CausaDePersona(m_proceso.personas.Clave(aviso.texto));
         break;
     case kSubparcelaFuera: {
-        const auto fuera =
-            m_datos.lugares == nullptr ? std::nullopt : m_datos.lugares->DeFuera(posicion);
+        const auto fuera = m_lugares == nullptr ? std::nullopt : m_lugares->DeFuera(posicion);
         if (!fuera)
             return {Clase::Fuera, 0, 0, 0};
         return fuera->second == 0 && !m_rotos.contains(fuera->first)
@@ -206,7 +208,7 @@ CAsunto CReunion::Cuenta(const CTramo& tramo) const
     } else if (causa.clase == Clase::Poligono) {
         asunto.polig = causa.a;
     } else if (causa.clase == Clase::VariosRecintos) {
-        const auto& perdidas = m_datos.dibujo->perdidas;
+        const auto& perdidas = m_dibujo->perdidas;
         asunto.parcelas.assign(perdidas.begin(), perdidas.end());
         std::ranges::stable_sort(asunto.parcelas, std::greater(),
                                  [](const auto& una) { return una.second; });
@@ -312,10 +314,10 @@ std::vector<CReunion::CTramo> CReunion::Tramos() const
 
 void CReunion::Tasa(std::vector<CTramo>& tramos) const
 {
-    CTarifa tarifa(m_datos.proceso, m_datos.dibujo);
+    CTarifa tarifa(m_proceso, m_dibujo);
     for (CTramo& tramo : tramos) {
         if (tramo.causa.clase == Clase::VariosRecintos)
-            tramo.coste.metros = m_datos.dibujo->Perdida();
+            tramo.coste.metros = m_dibujo->Perdida();
         for (std::uint32_t i = tramo.desde; i < tramo.hasta; ++i)
             tramo.coste += tarifa.De(Aviso(m_causas[i].posicion));
     }
@@ -354,8 +356,6 @@ std::string TituloDeFalta(const CEvidenciaInfograf::CFaltan& falta)
                : "Polígono " + Texto(falta.entrada) + ": " + falta.que;
 }
 
-} // namespace
-
 CAsuntos AsuntosDeInfograf(const CProceso& proceso)
 {
     std::vector<CAsunto> asuntos;
@@ -377,9 +377,14 @@ CAsuntos AsuntosDeInfograf(const CProceso& proceso)
     return {std::move(asuntos), total};
 }
 
-CAsuntos ReuneAsuntos(const CDatosAsuntos& datos)
+} // namespace
+
+CAsuntos ReuneAsuntos(const CProceso& proceso, const CLugaresDeAvisos* lugares,
+                      const CBalanceDibujo* dibujo)
 {
-    return CReunion(datos).Reune();
+    return proceso.ficheros.sentido == Sentido::Infograf
+               ? AsuntosDeInfograf(proceso)
+               : CReunion(proceso, lugares, dibujo).Reune();
 }
 
 } // namespace informe

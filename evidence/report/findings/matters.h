@@ -34,17 +34,11 @@ struct CAsuntos {
     std::int64_t cuantos = 0;     ///< all
 };
 
-struct CDatosAsuntos {
-    const CProceso& proceso;
-    const CLugaresDeAvisos* lugares = nullptr; ///< null where there are no drawings
-    const CBalanceDibujo* dibujo = nullptr;
-};
-
-/// Gathers the messages of a log by what lies behind them. Tells the largest ones, as many as a
-/// page has room for.
-CAsuntos ReuneAsuntos(const CDatosAsuntos& datos);
-/// The matters of a way on to Infograf, which has no messages: files that are missing, and outlines
-/// that nothing holds, by polygon.
-CAsuntos AsuntosDeInfograf(const CProceso& proceso);
+/// Gathers the messages of a log by what lies behind them; of a way on to Infograf, which has none,
+/// files that are missing, and outlines that nothing holds, by polygon. Tells the largest ones, as
+/// many as a page has room for.
+/// \param lugares  this and the next one null where there are no drawings
+CAsuntos ReuneAsuntos(const CProceso& proceso, const CLugaresDeAvisos* lugares,
+                      const CBalanceDibujo* dibujo);
 
 } // namespace informe
