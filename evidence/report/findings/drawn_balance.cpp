@@ -101,7 +101,8 @@ void CBalanceDibujo::Toma(const CPoligonoDibujado& poligono)
         rotos.push_back(std::move(roto));
     recintosParcela += static_cast<std::int64_t>(poligono.parcelas.recintos.size());
     recintosSubparcela += static_cast<std::int64_t>(poligono.subparcelas.recintos.size());
-    TomaParcelas(poligono);
+    for (const auto& [clave, piezas] : ReunePiezas(poligono.parcelas.recintos))
+        Compara(poligono.polig, clave.first, piezas);
     Halla(poligono, ClaseTopologia::Parcelas);
     Halla(poligono, ClaseTopologia::Subparcelas);
 }
@@ -140,12 +141,6 @@ void CBalanceDibujo::Halla(const CPoligonoDibujado& poligono, ClaseTopologia cla
             hallazgos.push_back({poligono.polig, NombreEnElDibujo(recinto, clase),
                                  Di(suyas, recinto), suyas.front().donde});
     }
-}
-
-void CBalanceDibujo::TomaParcelas(const CPoligonoDibujado& poligono)
-{
-    for (const auto& [clave, piezas] : ReunePiezas(poligono.parcelas.recintos))
-        Compara(poligono.polig, clave.first, piezas);
 }
 
 /// Parcels that are on one side alone are told by the balance of the records.

@@ -80,7 +80,6 @@ public:
     std::vector<CPoligonoRoto> rotos;
 
 private:
-    void TomaParcelas(const CPoligonoDibujado& poligono);
     void Halla(const CPoligonoDibujado& poligono, ClaseTopologia clase);
     void Compara(int polig, int parcela, const CPiezas& piezas);
     std::string Motivo(const CDesajuste& desajuste, const CPiezas& piezas,

@@ -40,9 +40,9 @@ void RecorreTexto(std::string_view texto, const CRegistroLeido::CTomaLinea& toma
 
 } // namespace
 
-std::int64_t CRegistroLeido::Cuenta(Mensaje mensaje) const
+std::int64_t CRegistroLeido::Cuenta(const CMensaje* mensaje) const
 {
-    const auto suya = m_cuentas.find(&DameMensaje(mensaje));
+    const auto suya = m_cuentas.find(mensaje);
     return suya == m_cuentas.end() ? 0 : suya->second;
 }
 
@@ -56,17 +56,14 @@ std::int64_t CRegistroLeido::Suma(Contador contador) const
 {
     std::int64_t suma = 0;
     for (const auto& [mensaje, cuantos] : m_cuentas)
-        if (mensaje->contador == contador)
+        if (mensaje != nullptr && mensaje->contador == contador)
             suma += cuantos;
     return suma;
 }
 
 void CRegistroLeido::Añade(CAviso aviso)
 {
-    if (aviso.mensaje == nullptr)
-        ++m_ajenas;
-    else
-        ++m_cuentas[aviso.mensaje];
+    ++m_cuentas[aviso.mensaje];
     avisos.push_back(std::move(aviso));
 }
 

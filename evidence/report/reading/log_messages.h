@@ -27,10 +27,10 @@ public:
     /// CFileException where one can't be opened or read.
     explicit CRegistroLeido(const CString& nombre);
 
-    std::int64_t Cuenta(Mensaje mensaje) const;
+    std::int64_t Cuenta(Mensaje mensaje) const { return Cuenta(&DameMensaje(mensaje)); }
     std::int64_t Errores() const;
     std::int64_t Warnings() const { return Suma(Contador::Warnings); }
-    std::int64_t Ajenas() const { return m_ajenas; } ///< lines that are no message
+    std::int64_t Ajenas() const { return Cuenta(nullptr); } ///< lines that are no message
 
     void Añade(CAviso aviso);
     /// Goes through the lines, which come numbered from 1 and without their ends. Raises
@@ -46,12 +46,12 @@ public:
     std::deque<CAviso> avisos; ///< one for each line, in order
 
 private:
+    std::int64_t Cuenta(const CMensaje* mensaje) const;
     std::int64_t Suma(Contador contador) const;
 
     CString m_nombre;
     std::optional<std::string> m_recibido;
-    std::map<const CMensaje*, std::int64_t> m_cuentas;
-    std::int64_t m_ajenas = 0;
+    std::map<const CMensaje*, std::int64_t> m_cuentas; // null for lines that are no message
 };
 
 /// What a message says with its values left out: "Paraje … no encontrado en parcela …".

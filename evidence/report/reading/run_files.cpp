@@ -150,7 +150,7 @@ bool EsDeInfograf(const COpciones& opciones, const CFicheros& ficheros)
 /// Settles whether the run read an input or a list, and which: what the line names, else what
 /// stands beside the log. A list tells by what it says that it is of this log, an input by its name
 /// alone, so the list is looked for first.
-void SituaOrigen(const COpciones& opciones, const CString& junto, CFicheros& ficheros)
+void SituaOrigen(const COpciones& opciones, CFicheros& ficheros)
 {
     CString& lista = ficheros.lista.nombre;
     if (!opciones.entrada.IsEmpty()) {
@@ -159,9 +159,9 @@ void SituaOrigen(const COpciones& opciones, const CString& junto, CFicheros& fic
     } else if (!opciones.lista.IsEmpty()) {
         lista = opciones.lista;
     } else if (lista.IsEmpty() && ficheros.entrada.IsEmpty()) {
-        lista = BuscaLista(junto, ficheros.base);
+        lista = BuscaLista(ficheros.carpeta, ficheros.base);
         if (lista.IsEmpty())
-            ficheros.entrada = BuscaEntrada(junto, ficheros.base);
+            ficheros.entrada = BuscaEntrada(ficheros.carpeta, ficheros.base);
     }
     if (!lista.IsEmpty())
         ficheros.sentido = EsDeInfograf(opciones, ficheros) ? Sentido::Infograf : Sentido::Vuelta;
@@ -225,17 +225,16 @@ CFicheros BuscaFicheros(const CString& registro, const COpciones& opciones)
     ficheros.carpeta = CCadena(enSuLugar).DamePath();
     ficheros.detenido = opciones.detenido;
     ficheros.tablasDichas = !opciones.tablas.IsEmpty();
-    const CString& junto = ficheros.carpeta;
     TomaNombrados(opciones.con, false, ficheros);
     TomaNombrados(opciones.escritos, true, ficheros);
-    SituaOrigen(opciones, junto, ficheros);
+    SituaOrigen(opciones, ficheros);
     const bool conDibujos =
         ficheros.sentido == Sentido::Vuelta || ficheros.sentido == Sentido::Infograf;
     if (conDibujos)
         SituaDibujos(opciones.ortos, ficheros);
     if (ficheros.sentido == Sentido::Vuelta && !recibido)
         ficheros.registro = RegistroDeLaVuelta(ficheros);
-    SituaTablas(opciones.tablas, conDibujos ? ficheros.lista.carpeta : junto, ficheros);
+    SituaTablas(opciones.tablas, conDibujos ? ficheros.lista.carpeta : ficheros.carpeta, ficheros);
     return ficheros;
 }
 

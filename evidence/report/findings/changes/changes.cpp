@@ -31,8 +31,8 @@ private:
     bool EsDeLosSuyos(short mun) const { return std::ranges::binary_search(m_municipios, mun); }
     void ComparaUna(const CParcela& antes, const CParcela& ahora);
     void ComparaTitulares(const CParcela& antes, const CParcela& ahora, CCambioParcela& cambio);
-    template <int (CPersonasDeDos::*Numero)(int) const>
-    void Partes(const CEstadoMunicipio& estado, const CParcela& parcela, CPartes& partes) const;
+    static void Partes(const CEstadoMunicipio& estado, const CParcela& parcela,
+                       const std::vector<int>& numeros, CPartes& partes);
     void Pon(const CCambioParcela& cambio, CCambios::CSuma& suma);
 
     const CEstadoMunicipio& m_antes;
@@ -59,21 +59,21 @@ void CComparacion::Pon(const CCambioParcela& cambio, CCambios::CSuma& suma)
     m_cambios.parcelas.push_back(cambio);
 }
 
-template <int (CPersonasDeDos::*Numero)(int) const>
 void CComparacion::Partes(const CEstadoMunicipio& estado, const CParcela& parcela,
-                          CPartes& partes) const
+                          const std::vector<int>& numeros, CPartes& partes)
 {
     partes.clear();
     for (const CEstadoMunicipio::CVinculo& vinculo : estado.Vinculos(parcela))
-        partes.emplace_back((m_gente.*Numero)(vinculo.persona), vinculo.titulo, vinculo.partici);
+        partes.emplace_back(numeros[static_cast<std::size_t>(vinculo.persona)], vinculo.titulo,
+                            vinculo.partici);
     std::ranges::sort(partes);
 }
 
 void CComparacion::ComparaTitulares(const CParcela& antes, const CParcela& ahora,
                                     CCambioParcela& cambio)
 {
-    Partes<&CPersonasDeDos::DeAntes>(m_antes, antes, m_partesAntes);
-    Partes<&CPersonasDeDos::DeAhora>(m_ahora, ahora, m_partesAhora);
+    Partes(m_antes, antes, m_gente.DeAntes(), m_partesAntes);
+    Partes(m_ahora, ahora, m_gente.DeAhora(), m_partesAhora);
     if (m_partesAntes == m_partesAhora)
         return;
     const auto quien = [](const CParte& parte) { return std::get<0>(parte); };

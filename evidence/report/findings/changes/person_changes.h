@@ -24,9 +24,9 @@ class CPersonasDeDos {
 public:
     CPersonasDeDos(const CEstadoMunicipio& antes, const CEstadoMunicipio& ahora);
 
-    /// A number for a person of either state, the same for the same person.
-    int DeAntes(int persona) const { return m_deAntes[static_cast<std::size_t>(persona)]; }
-    int DeAhora(int persona) const { return m_deAhora[static_cast<std::size_t>(persona)]; }
+    /// Numbers for the people of either state, the same for the same person.
+    const std::vector<int>& DeAntes() const { return m_deAntes; }
+    const std::vector<int>& DeAhora() const { return m_deAhora; }
     /// In the order of the two states: those who are gone, who are new, who got another name.
     /// \param municipios  in order; people of others are passed over
     std::vector<CCambioPersona> Cambios(const std::vector<short>& municipios) const;
