@@ -183,123 +183,92 @@ TEST_F(Cambios, TellEachKindOfDifference)
 
 TEST_F(Cambios, TellSplitsAndJoinsByTheirSurfaces)
 {
+    struct CMedida {
+        int parcela, metros;
+        int polig = 1;
+    };
     const struct {
         const char* motivo;
-        std::vector<std::string> antes;
-        std::vector<std::string> ahora;
-        const char* dicho; // empty for none
-        int filas;         // that say so
+        std::vector<CMedida> antes;
+        std::vector<CMedida> ahora;
+        const char* dicho = ""; // nothing
+        int filas = 0;          // that say so
     } kCasos[] = {
-        {"split in two",
-         {DeMetros(1, 1, 500)},
-         {DeMetros(1, 7, 200), DeMetros(1, 8, 300)},
-         "1-1 se divide en 1-7 y 1-8",
-         3},
+        {"split in two", {{1, 500}}, {{7, 200}, {8, 300}}, "1-1 se divide en 1-7 y 1-8", 3},
         {"rounded by half a square metre each",
-         {DeMetros(1, 1, 500)},
-         {DeMetros(1, 7, 200), DeMetros(1, 8, 301)},
+         {{1, 500}},
+         {{7, 200}, {8, 301}},
          "1-1 se divide en 1-7 y 1-8",
          3},
         {"the same of four that it is the sum of",
-         {DeMetros(1, 1, 500)},
-         {DeMetros(1, 7, 200), DeMetros(1, 8, 201), DeMetros(1, 9, 101)},
+         {{1, 500}},
+         {{7, 200}, {8, 201}, {9, 101}},
          "1-1 se divide en 1-7, 1-8 y 1-9",
          4},
-        {"by more than that",
-         {DeMetros(1, 1, 500)},
-         {DeMetros(1, 7, 202), DeMetros(1, 8, 302)},
-         "",
-         0},
-        {"parts of another polygon",
-         {DeMetros(1, 1, 500)},
-         {DeMetros(1, 7, 200), DeMetros(2, 8, 300)},
-         "",
-         0},
+        {"by more than that", {{1, 500}}, {{7, 202}, {8, 302}}},
+        {"parts of another polygon", {{1, 500}}, {{7, 200}, {8, 300, 2}}},
         {"not all new ones, and no run of numbers",
-         {DeMetros(1, 1, 500)},
-         {DeMetros(1, 7, 200), DeMetros(1, 8, 90), DeMetros(1, 9, 300)},
+         {{1, 500}},
+         {{7, 200}, {8, 90}, {9, 300}},
          "1-1 se divide en 1-7 y 1-9",
          3},
-        {"the same, by more than a square metre",
-         {DeMetros(1, 1, 500)},
-         {DeMetros(1, 7, 200), DeMetros(1, 8, 90), DeMetros(1, 9, 302)},
-         "",
-         0},
+        {"the same, by more than a square metre", {{1, 500}}, {{7, 200}, {8, 90}, {9, 302}}},
         {"in one way as well as in another",
-         {DeMetros(1, 1, 500)},
-         {DeMetros(1, 7, 200), DeMetros(1, 8, 90), DeMetros(1, 9, 300), DeMetros(1, 10, 95),
-          DeMetros(1, 11, 110)},
-         "",
-         0},
+         {{1, 500}},
+         {{7, 200}, {8, 90}, {9, 300}, {10, 95}, {11, 110}}},
         {"too many parts of any numbers",
-         {DeMetros(1, 1, 500)},
-         {DeMetros(1, 6, 100), DeMetros(1, 7, 120), DeMetros(1, 8, 950), DeMetros(1, 9, 130),
-          DeMetros(1, 10, 150)},
-         "",
-         0},
+         {{1, 500}},
+         {{6, 100}, {7, 120}, {8, 950}, {9, 130}, {10, 150}}},
         {"among too many new ones",
-         {DeMetros(1, 1, 500)},
-         {DeMetros(1, 2, 910), DeMetros(1, 3, 920), DeMetros(1, 4, 930), DeMetros(1, 5, 940),
-          DeMetros(1, 6, 950), DeMetros(1, 7, 200), DeMetros(1, 8, 90), DeMetros(1, 9, 300)},
-         "",
-         0},
+         {{1, 500}},
+         {{2, 910}, {3, 920}, {4, 930}, {5, 940}, {6, 950}, {7, 200}, {8, 90}, {9, 300}}},
         {"numbers that don't follow one another, among too many new ones",
-         {DeMetros(1, 1, 500)},
-         {DeMetros(1, 2, 910), DeMetros(1, 12, 920), DeMetros(1, 22, 930), DeMetros(1, 32, 940),
-          DeMetros(1, 42, 950), DeMetros(1, 52, 960), DeMetros(1, 62, 200), DeMetros(1, 72, 300)},
-         "",
-         0},
+         {{1, 500}},
+         {{2, 910}, {12, 920}, {22, 930}, {32, 940}, {42, 950}, {52, 960}, {62, 200}, {72, 300}}},
         {"the same but for one that is somebody's",
-         {DeMetros(1, 1, 500)},
-         {DeMetros(1, 2, 910), DeMetros(1, 12, 920), DeMetros(1, 22, 930), DeMetros(1, 32, 940),
-          DeMetros(1, 42, 950), DeMetros(1, 52, 960), DeMetros(1, 62, 200), DeMetros(1, 64, 300)},
+         {{1, 500}},
+         {{2, 910}, {12, 920}, {22, 930}, {32, 940}, {42, 950}, {52, 960}, {62, 200}, {64, 300}},
          "1-1 se divide en 1-62 y 1-64",
          3},
         {"all that are new, whatever their numbers",
-         {DeMetros(1, 1, 500)},
-         {DeMetros(1, 12, 110), DeMetros(1, 22, 90), DeMetros(1, 32, 105), DeMetros(1, 42, 195)},
+         {{1, 500}},
+         {{12, 110}, {22, 90}, {32, 105}, {42, 195}},
          "1-1 se divide en 1-12, 1-22, 1-32 y 1-42",
          5},
         {"from the middle of a run, where others come as near",
-         {DeMetros(1, 1, 500)},
-         {DeMetros(1, 7, 230), DeMetros(1, 8, 240), DeMetros(1, 9, 260), DeMetros(1, 10, 245),
-          DeMetros(1, 11, 220)},
-         "",
-         0},
+         {{1, 500}},
+         {{7, 230}, {8, 240}, {9, 260}, {10, 245}, {11, 220}}},
         {"from there, where none does",
-         {DeMetros(1, 1, 500)},
-         {DeMetros(1, 7, 930), DeMetros(1, 8, 240), DeMetros(1, 9, 260), DeMetros(1, 10, 945),
-          DeMetros(1, 11, 920)},
+         {{1, 500}},
+         {{7, 930}, {8, 240}, {9, 260}, {10, 945}, {11, 920}},
          "1-1 se divide en 1-8 y 1-9",
          3},
         {"part of a parcel that stays",
-         {DeMetros(1, 1, 500)},
-         {DeMetros(1, 1, 350), DeMetros(1, 2, 150)},
+         {{1, 500}},
+         {{1, 350}, {2, 150}},
          "de 1-1, que sigue, sale 1-2",
          2},
-        {"too little to tell",
-         {DeMetros(1, 1, 500)},
-         {DeMetros(1, 1, 490), DeMetros(1, 2, 10)},
-         "",
-         0},
-        {"join of two",
-         {DeMetros(1, 1, 200), DeMetros(1, 2, 300)},
-         {DeMetros(1, 3, 500)},
-         "1-1 y 1-2 se agrupan en 1-3",
-         3},
+        {"too little to tell", {{1, 500}}, {{1, 490}, {2, 10}}},
+        {"join of two", {{1, 200}, {2, 300}}, {{3, 500}}, "1-1 y 1-2 se agrupan en 1-3", 3},
         {"to one that was there",
-         {DeMetros(1, 1, 200), DeMetros(1, 2, 300)},
-         {DeMetros(1, 1, 500)},
+         {{1, 200}, {2, 300}},
+         {{1, 500}},
          "1-2 se agrega a 1-1, que ya estaba",
          2},
-        {"another number", {DeMetros(1, 1, 500)}, {DeMetros(1, 9, 500)}, "1-1 pasa a ser 1-9", 2},
+        {"another number", {{1, 500}}, {{9, 500}}, "1-1 pasa a ser 1-9", 2},
     };
     for (const auto& caso : kCasos) {
         SCOPED_TRACE(caso.motivo);
         CLineas antes;
         CLineas ahora;
-        antes.parcelas = caso.antes;
-        ahora.parcelas = caso.ahora;
+        const auto lineas = [](const std::vector<CMedida>& piezas) {
+            std::vector<std::string> suyas;
+            for (const CMedida& una : piezas)
+                suyas.push_back(DeMetros(una.polig, una.parcela, una.metros));
+            return suyas;
+        };
+        antes.parcelas = lineas(caso.antes);
+        ahora.parcelas = lineas(caso.ahora);
         antes.subparcelas = ahora.subparcelas = {};
         const std::vector<std::string> filas = Filas(antes, ahora);
         for (const std::string& fila : filas)
