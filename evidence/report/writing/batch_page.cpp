@@ -68,77 +68,69 @@ std::string Segundos(double segundos)
     return Decimal(segundos, 2);
 }
 
-/// The rows of a table whose columns are those of which some job has a value.
-class CTablaLote {
-public:
-    CTablaLote(CMarcas& marcas, const CResumenLote& resumen, const CString& pagina)
-        : m_marcas(marcas), m_resumen(resumen), m_pagina(pagina), m_columnas(resumen.Columnas())
-    {
-    }
+using CColumnas = std::vector<const CColumnaLote*>; // of which some job has a value
 
-    void Pon()
-    {
-        std::vector<CColumnaPagina> cabeza = {
-            {"Trabajo", true}, {"Carpeta"}, {"Traducción"}, {"Estado"}};
-        for (const CColumnaLote* columna : m_columnas)
-            cabeza.push_back({columna->titulo, true});
-        cabeza.push_back({"Segundos", true});
-        const auto filas = [&] {
-            for (const CTrabajoVisto& uno : Primeros(m_resumen.trabajos, topes::kTrabajos))
-                Fila(uno);
-        };
-        Tabla(m_marcas, "trabajos", cabeza, filas,
-              [&] { m_marcas.Elemento("tfoot", {}, [&] { Suma(); }); });
-        PonResto(m_marcas, topes::kTrabajos, m_resumen.trabajos.size(),
-                 ", que están en la hoja y cuentan en la suma.");
-    }
+/// \param que  what a narrow screen, which shows no heads of columns, puts in front
+void CeldaDeNumero(CMarcas& marcas, const std::string& que, const std::string& cuanto)
+{
+    marcas.Elemento("td", {{"class", kNumero}, {"data-t", que}}, cuanto);
+}
 
-private:
-    void Fila(const CTrabajoVisto& uno)
-    {
-        const auto enlaza = [&](const CString& fichero, const std::string& texto) {
-            Enlace(m_marcas, EnUrl(Desde(m_pagina, fichero)), texto);
-        };
-        const bool bien = uno.DameSuerte() == Suerte::Hecho;
-        m_marcas.Bloque("tr", {}, [&] {
-            Numero("trabajo", std::to_string(uno.numero));
-            m_marcas.Elemento("td", {{"class", "nombre"}}, [&] {
-                enlaza(uno.informe, uno.carpeta);
-                if (const std::string nota = Nota(uno); !nota.empty())
-                    m_marcas.Elemento("small", {}, nota);
-            });
-            m_marcas.Elemento("td", {}, uno.traduccion);
-            m_marcas.Elemento("td", {{"class", bien ? "estado" : "estado mal"}},
-                              [&] { enlaza(uno.dicho, EnPalabras(uno)); });
-            for (const CColumnaLote* columna : m_columnas) {
-                const auto valor = uno.cifras ? (*uno.cifras).*columna->cifra : std::nullopt;
-                Numero(columna->etiqueta, valor ? EnColumna(*columna, *valor) : "");
-            }
-            Numero("segundos", uno.hecho ? Segundos(uno.hecho->segundos) : "");
+void FilaDe(CMarcas& marcas, const CTrabajoVisto& uno, const CString& pagina,
+            const CColumnas& columnas)
+{
+    const auto enlaza = [&](const CString& fichero, const std::string& texto) {
+        Enlace(marcas, EnUrl(Desde(pagina, fichero)), texto);
+    };
+    const bool bien = uno.DameSuerte() == Suerte::Hecho;
+    marcas.Bloque("tr", {}, [&] {
+        CeldaDeNumero(marcas, "trabajo", std::to_string(uno.numero));
+        marcas.Elemento("td", {{"class", "nombre"}}, [&] {
+            enlaza(uno.informe, uno.carpeta);
+            if (const std::string nota = Nota(uno); !nota.empty())
+                marcas.Elemento("small", {}, nota);
         });
-    }
-    void Suma()
-    {
-        m_marcas.Bloque("tr", {}, [&] {
-            Numero("trabajos", Miles(m_resumen.trabajos.size()));
-            m_marcas.Elemento("td", {{"class", "nombre"}}, "Suma");
-            m_marcas.Elemento("td", {}, "").Elemento("td", {}, "");
-            for (const CColumnaLote* columna : m_columnas)
-                Numero(columna->etiqueta, EnColumna(*columna, m_resumen.Suma(columna->cifra)));
-            Numero("segundos", Segundos(m_resumen.Segundos()));
-        });
-    }
-    /// \param que  what a narrow screen, which shows no heads of columns, puts in front
-    void Numero(const std::string& que, const std::string& cuanto)
-    {
-        m_marcas.Elemento("td", {{"class", kNumero}, {"data-t", que}}, cuanto);
-    }
+        marcas.Elemento("td", {}, uno.traduccion);
+        marcas.Elemento("td", {{"class", bien ? "estado" : "estado mal"}},
+                        [&] { enlaza(uno.dicho, EnPalabras(uno)); });
+        for (const CColumnaLote* columna : columnas) {
+            const auto valor = uno.cifras ? (*uno.cifras).*columna->cifra : std::nullopt;
+            CeldaDeNumero(marcas, columna->etiqueta, valor ? EnColumna(*columna, *valor) : "");
+        }
+        CeldaDeNumero(marcas, "segundos", uno.hecho ? Segundos(uno.hecho->segundos) : "");
+    });
+}
 
-    CMarcas& m_marcas;
-    const CResumenLote& m_resumen;
-    const CString& m_pagina;
-    std::vector<const CColumnaLote*> m_columnas;
-};
+void FilaDeSuma(CMarcas& marcas, const CResumenLote& resumen, const CColumnas& columnas)
+{
+    marcas.Bloque("tr", {}, [&] {
+        CeldaDeNumero(marcas, "trabajos", Miles(resumen.trabajos.size()));
+        marcas.Elemento("td", {{"class", "nombre"}}, "Suma");
+        marcas.Elemento("td", {}, "").Elemento("td", {}, "");
+        for (const CColumnaLote* columna : columnas)
+            CeldaDeNumero(marcas, columna->etiqueta,
+                          EnColumna(*columna, resumen.Suma(columna->cifra)));
+        CeldaDeNumero(marcas, "segundos", Segundos(resumen.Segundos()));
+    });
+}
+
+void TablaTrabajos(CMarcas& marcas, const CResumenLote& resumen, const CString& pagina)
+{
+    const CColumnas columnas = resumen.Columnas();
+    std::vector<CColumnaPagina> cabeza = {
+        {"Trabajo", true}, {"Carpeta"}, {"Traducción"}, {"Estado"}};
+    for (const CColumnaLote* columna : columnas)
+        cabeza.push_back({columna->titulo, true});
+    cabeza.push_back({"Segundos", true});
+    const auto filas = [&] {
+        for (const CTrabajoVisto& uno : Primeros(resumen.trabajos, topes::kTrabajos))
+            FilaDe(marcas, uno, pagina, columnas);
+    };
+    Tabla(marcas, "trabajos", cabeza, filas,
+          [&] { marcas.Elemento("tfoot", {}, [&] { FilaDeSuma(marcas, resumen, columnas); }); });
+    PonResto(marcas, topes::kTrabajos, resumen.trabajos.size(),
+             ", que están en la hoja y cuentan en la suma.");
+}
 
 void Cuerpo(CMarcas& marcas, const CResumenLote& resumen, const CFirma& firma,
             const CString& pagina)
@@ -157,7 +149,7 @@ void Cuerpo(CMarcas& marcas, const CResumenLote& resumen, const CFirma& firma,
                     "Lo peor, primero: lo que falló, lo que no se pudo leer o hacer; después, lo "
                     "que nadie explica, lo que se perdió, los errores y los warnings. La carpeta "
                     "lleva al informe del trabajo; su estado, a lo que dijo.");
-            CTablaLote(marcas, resumen, pagina).Pon();
+            TablaTrabajos(marcas, resumen, pagina);
         });
     });
     PonPie(marcas, firma);

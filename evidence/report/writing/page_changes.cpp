@@ -20,122 +20,92 @@ std::string ConSigno(std::int64_t metros)
     return (metros > 0 ? "+" : "") + Miles(metros);
 }
 
-class CSeccionCambios {
-public:
-    CSeccionCambios(const CContraste& contraste, const CAnclas* anclas, CMarcas& marcas)
-        : m_contraste(contraste), m_cambios(contraste.cambios), m_anclas(anclas), m_marcas(marcas)
-    {
-    }
-
-    void Pon();
-
-private:
-    using CElegidas = std::vector<const CCambioParcela*>;
-
-    void PonEstados();
-    void PonBalance();
-    void PonEnQue();
-    void PonRepartos();
-    void PonParcelas(CCambioParcela::Que que, const char* ancla, const char* titulo);
-    void PonPersonas();
-    CElegidas Elige(CCambioParcela::Que que) const;
-    void FilaDeParcela(const CCambioParcela& cambio);
-    void FilaDeCambiada(const CCambioParcela& cambio);
-    void QueCambia(const CCambioParcela& cambio);
-    void FilaDePersona(const CCambioPersona& cambio);
-    void Callan(std::size_t hay);
-    CCelda Parcela(const CClaveParcela& clave) const
-    {
-        return {NombreDe(clave, m_contraste), nullptr,
-                m_anclas == nullptr ? std::string()
-                                    : m_anclas->AParcela(clave.polig, clave.parcela)};
-    }
-
-    const CContraste& m_contraste;
-    const CCambios& m_cambios;
-    const CAnclas* m_anclas; // null where there are no maps
-    CMarcas& m_marcas;
-};
-
-void CSeccionCambios::PonEstados()
+CCelda CeldaDe(const CClaveParcela& clave, const CContraste& contraste, const CAnclas* anclas)
 {
-    m_marcas.Bloque("p", {{"class", kNota}}, [&] {
-        m_marcas.Texto("De ")
-            .Elemento("b", {}, Texto(m_contraste.antes.nombre))
-            .Texto(std::string(" (") + NombreDe(m_contraste.antes.clase) + ") a ")
-            .Elemento("b", {}, Texto(m_contraste.ahora.nombre))
-            .Texto(std::string(" (") + NombreDe(m_contraste.ahora.clase) + ").");
+    return {NombreDe(clave, contraste), nullptr,
+            anclas == nullptr ? std::string() : anclas->AParcela(clave.polig, clave.parcela)};
+}
+
+void PonEstados(CMarcas& marcas, const CContraste& contraste)
+{
+    marcas.Bloque("p", {{"class", kNota}}, [&] {
+        marcas.Texto("De ")
+            .Elemento("b", {}, Texto(contraste.antes.nombre))
+            .Texto(std::string(" (") + NombreDe(contraste.antes.clase) + ") a ")
+            .Elemento("b", {}, Texto(contraste.ahora.nombre))
+            .Texto(std::string(" (") + NombreDe(contraste.ahora.clase) + ").");
     });
-    if (m_cambios.deOtroMunicipio > 0)
-        Parrafo(m_marcas, kNota,
-                "No se miran " + Cuantos(m_cambios.deOtroMunicipio, "parcela", "parcelas") +
+    if (contraste.cambios.deOtroMunicipio > 0)
+        Parrafo(marcas, kNota,
+                "No se miran " + Cuantos(contraste.cambios.deOtroMunicipio, "parcela", "parcelas") +
                     " de otro municipio.");
 }
 
 /// Adds up from the older state to the newer one, in parcels and in hectares.
-void CSeccionCambios::PonBalance()
+void PonBalance(CMarcas& marcas, const CCambios& cambios)
 {
     const auto fila = [&](const char* que, const char* signo, const CCambios::CSuma& suma,
                           const char* clase, bool cuentan) {
         const char* const suyo = suma.parcelas == 0 ? "" : signo;
         const std::string parcelas = Miles(suma.parcelas);
-        Fila(m_marcas, {{"class", clase}},
+        Fila(marcas, {{"class", clase}},
              {{que},
               {cuentan ? suyo + parcelas : "(" + parcelas + ")", kNumero},
               {suyo + Hectareas(suma.metros), kNumero}});
     };
-    Tabla(m_marcas, "sumas", {{"Superficie"}, {"Parcelas", true}, {"Hectáreas", true}}, [&] {
-        fila("Antes", "", m_cambios.antes, nullptr, true);
-        fila("desaparecen", "−", m_cambios.desaparecidas, nullptr, true);
-        fila("nuevas", "+", m_cambios.nuevas, nullptr, true);
-        fila("crecen", "+", m_cambios.crecen, nullptr, false);
-        fila("menguan", "−", m_cambios.menguan, nullptr, false);
-        fila("Ahora", "", m_cambios.ahora, "suma", true);
+    Tabla(marcas, "sumas", {{"Superficie"}, {"Parcelas", true}, {"Hectáreas", true}}, [&] {
+        fila("Antes", "", cambios.antes, nullptr, true);
+        fila("desaparecen", "−", cambios.desaparecidas, nullptr, true);
+        fila("nuevas", "+", cambios.nuevas, nullptr, true);
+        fila("crecen", "+", cambios.crecen, nullptr, false);
+        fila("menguan", "−", cambios.menguan, nullptr, false);
+        fila("Ahora", "", cambios.ahora, "suma", true);
     });
 }
 
-void CSeccionCambios::PonEnQue()
+void PonEnQue(CMarcas& marcas, const CCambios& cambios)
 {
     std::string texto;
     for (std::size_t i = 0; i < kDifiere; ++i)
-        if (const std::int64_t cuantas = m_cambios.porDifiere[i]; cuantas > 0)
+        if (const std::int64_t cuantas = cambios.porDifiere[i]; cuantas > 0)
             texto += (texto.empty() ? "Cambian de " : ", de ") +
                      std::string(NombreDe(static_cast<Difiere>(i))) + " " + Miles(cuantas);
     if (!texto.empty())
-        Parrafo(m_marcas, nullptr,
-                texto + "; " + Cuantos(m_cambios.iguales, "parcela queda", "parcelas quedan") +
-                    " como estaba" + (m_cambios.iguales == 1 ? "." : "n."));
+        Parrafo(marcas, nullptr,
+                texto + "; " + Cuantos(cambios.iguales, "parcela queda", "parcelas quedan") +
+                    " como estaba" + (cambios.iguales == 1 ? "." : "n."));
 }
 
-void CSeccionCambios::Callan(std::size_t hay)
+void Callan(CMarcas& marcas, std::size_t hay)
 {
-    PonResto(m_marcas, topes::kFilasCambios, hay, "; --cambios las da todas en una hoja.");
+    PonResto(marcas, topes::kFilasCambios, hay, "; --cambios las da todas en una hoja.");
 }
 
-void CSeccionCambios::PonRepartos()
+void PonRepartos(CMarcas& marcas, const CContraste& contraste)
 {
-    const std::vector<CReparto>& repartos = m_cambios.repartos;
-    if (repartos.empty() && !m_cambios.repartosSinBuscar)
+    const CCambios& cambios = contraste.cambios;
+    const std::vector<CReparto>& repartos = cambios.repartos;
+    if (repartos.empty() && !cambios.repartosSinBuscar)
         return;
-    m_marcas.Bloque("h3", {}, "Divisiones y agrupaciones");
-    Parrafo(m_marcas, kNota, "Por lo que suman sus superficies.");
-    if (m_cambios.repartosSinBuscar)
-        Parrafo(m_marcas, kNota, "Son tantas las parcelas que cambian, que no se buscaron todas.");
-    m_marcas.Bloque("ul", {{"class", "repartos"}}, [&] {
+    marcas.Bloque("h3", {}, "Divisiones y agrupaciones");
+    Parrafo(marcas, kNota, "Por lo que suman sus superficies.");
+    if (cambios.repartosSinBuscar)
+        Parrafo(marcas, kNota, "Son tantas las parcelas que cambian, que no se buscaron todas.");
+    marcas.Bloque("ul", {{"class", "repartos"}}, [&] {
         for (const CReparto& reparto : Primeros(repartos, topes::kFilasCambios))
-            m_marcas.Bloque("li", {}, [&] {
-                m_marcas.Texto(EnPalabras(reparto, m_contraste, topes::kParcelasDeReparto) + " ");
-                m_marcas.Elemento("small", {}, Superficie(reparto.metros));
+            marcas.Bloque("li", {}, [&] {
+                marcas.Texto(EnPalabras(reparto, contraste, topes::kParcelasDeReparto) + " ");
+                marcas.Elemento("small", {}, Superficie(reparto.metros));
             });
     });
-    Callan(repartos.size());
+    Callan(marcas, repartos.size());
 }
 
 /// Those with the greatest surface, or difference of it, first.
-CSeccionCambios::CElegidas CSeccionCambios::Elige(CCambioParcela::Que que) const
+std::vector<const CCambioParcela*> Elige(const CCambios& cambios, CCambioParcela::Que que)
 {
-    CElegidas elegidas;
-    for (const CCambioParcela& cambio : m_cambios.parcelas)
+    std::vector<const CCambioParcela*> elegidas;
+    for (const CCambioParcela& cambio : cambios.parcelas)
         if (cambio.que == que)
             elegidas.push_back(&cambio);
     std::ranges::stable_sort(elegidas, std::greater(),
@@ -144,116 +114,113 @@ CSeccionCambios::CElegidas CSeccionCambios::Elige(CCambioParcela::Que que) const
 }
 
 /// Of a parcel that only one state has.
-void CSeccionCambios::FilaDeParcela(const CCambioParcela& cambio)
+void FilaDeParcela(CMarcas& marcas, const CContraste& contraste, const CAnclas* anclas,
+                   const CCambioParcela& cambio)
 {
     const bool nueva = cambio.que == CCambioParcela::Que::Nueva;
-    const CEstadoMunicipio& estado = (nueva ? m_contraste.ahora : m_contraste.antes).estado;
+    const CEstadoMunicipio& estado = (nueva ? contraste.ahora : contraste.antes).estado;
     const CEstadoMunicipio::CParcela& parcela = nueva ? *cambio.ahora : *cambio.antes;
-    Fila(m_marcas, {},
-         {Parcela(cambio.clave),
+    Fila(marcas, {},
+         {CeldaDe(cambio.clave, contraste, anclas),
           {Miles(parcela.superficie), kNumero},
           {Titulares(estado, parcela, kTitularesDichos)},
           {Texto(estado.Paraje(parcela))},
-          {PorQue(cambio, m_contraste, topes::kParcelasDeReparto)}});
-}
-
-void CSeccionCambios::FilaDeCambiada(const CCambioParcela& cambio)
-{
-    const bool mide = cambio.Hay(Difiere::Superficie);
-    m_marcas.Bloque("tr", {}, [&] {
-        m_marcas.Elemento("td", {}, [&] {
-            const CCelda celda = Parcela(cambio.clave);
-            Enlace(m_marcas, celda.destino, celda.texto);
-        });
-        for (const std::string& cifra :
-             {Miles(cambio.Antes()), mide ? Miles(cambio.Ahora()) : std::string(),
-              mide ? ConSigno(cambio.Diferencia()) : std::string()})
-            m_marcas.Elemento("td", {{"class", kNumero}}, cifra);
-        m_marcas.Elemento("td", {}, [&] { QueCambia(cambio); });
-    });
+          {PorQue(cambio, contraste, topes::kParcelasDeReparto)}});
 }
 
 /// A line for each difference but that of the surface, which has columns of its own.
-void CSeccionCambios::QueCambia(const CCambioParcela& cambio)
+std::string QueCambia(const CContraste& contraste, const CCambioParcela& cambio)
 {
+    CMarcas lineas;
     const char* entre = "";
-    for (const CDiferencia& una : Diferencias(cambio, m_contraste, kTitularesDichos)) {
+    for (const CDiferencia& una : Diferencias(cambio, contraste, kTitularesDichos)) {
         if (una.deSuperficie)
             continue;
-        m_marcas.Hecho(std::exchange(entre, "<br>"))
+        lineas.Hecho(std::exchange(entre, "<br>"))
             .Elemento("b", {}, una.que + (una.letra.empty() ? "" : " " + una.letra))
             .Texto(": " + (una.antes.empty() ? "no estaba" : una.antes) + " → " +
                    (una.ahora.empty() ? "ya no está" : una.ahora));
     }
+    return lineas.Toma();
 }
 
-void CSeccionCambios::PonParcelas(CCambioParcela::Que que, const char* ancla, const char* titulo)
+void FilaDeCambiada(CMarcas& marcas, const CContraste& contraste, const CAnclas* anclas,
+                    const CCambioParcela& cambio)
 {
-    const CElegidas elegidas = Elige(que);
+    const bool mide = cambio.Hay(Difiere::Superficie);
+    Fila(marcas, {},
+         {CeldaDe(cambio.clave, contraste, anclas),
+          {Miles(cambio.Antes()), kNumero},
+          {mide ? Miles(cambio.Ahora()) : "", kNumero},
+          {mide ? ConSigno(cambio.Diferencia()) : "", kNumero},
+          {.marcas = QueCambia(contraste, cambio)}});
+}
+
+void PonParcelas(CMarcas& marcas, const CContraste& contraste, const CAnclas* anclas,
+                 CCambioParcela::Que que, const char* ancla, const char* titulo)
+{
+    const std::vector<const CCambioParcela*> elegidas = Elige(contraste.cambios, que);
     if (elegidas.empty())
         return;
-    m_marcas.Bloque("h3", {}, titulo + (" (" + Miles(elegidas.size()) + ")"));
-    const auto filas = [&] {
+    const bool cambian = que == CCambioParcela::Que::Cambiada;
+    const auto fila = cambian ? FilaDeCambiada : FilaDeParcela;
+    std::vector<CColumnaPagina> columnas = {
+        {"Parcela"}, {"Antes, m²", true}, {"Ahora, m²", true}, {"Diferencia", true}, {"Qué"}};
+    if (!cambian)
+        columnas = {{"Parcela"},
+                    {"m²", true},
+                    {"Titulares"},
+                    {"Paraje"},
+                    {contraste.cambios.repartos.empty() ? "" : "Por qué"}};
+    marcas.Bloque("h3", {}, titulo + (" (" + Miles(elegidas.size()) + ")"));
+    Tabla(marcas, ancla, columnas, [&] {
         for (const CCambioParcela* cambio : Primeros(elegidas, topes::kFilasCambios))
-            if (que == CCambioParcela::Que::Cambiada)
-                FilaDeCambiada(*cambio);
-            else
-                FilaDeParcela(*cambio);
-    };
-    if (que == CCambioParcela::Que::Cambiada)
-        Tabla(
-            m_marcas, ancla,
-            {{"Parcela"}, {"Antes, m²", true}, {"Ahora, m²", true}, {"Diferencia", true}, {"Qué"}},
-            filas);
-    else
-        Tabla(m_marcas, ancla,
-              {{"Parcela"},
-               {"m²", true},
-               {"Titulares"},
-               {"Paraje"},
-               {m_cambios.repartos.empty() ? "" : "Por qué"}},
-              filas);
-    Callan(elegidas.size());
+            fila(marcas, contraste, anclas, *cambio);
+    });
+    Callan(marcas, elegidas.size());
 }
 
-void CSeccionCambios::FilaDePersona(const CCambioPersona& cambio)
+void FilaDePersona(CMarcas& marcas, const CContraste& contraste, const CCambioPersona& cambio)
 {
-    Fila(m_marcas, {},
+    Fila(marcas, {},
          {{NombreDe(cambio.que)},
-          {NombreDe(m_contraste.antes.estado, cambio.antes)},
-          {NombreDe(m_contraste.ahora.estado, cambio.ahora)},
+          {NombreDe(contraste.antes.estado, cambio.antes)},
+          {NombreDe(contraste.ahora.estado, cambio.ahora)},
           {Miles(cambio.parcelas), kNumero},
           {Hectareas(cambio.metros), kNumero}});
 }
 
-void CSeccionCambios::PonPersonas()
+void PonPersonas(CMarcas& marcas, const CContraste& contraste)
 {
-    const std::vector<CCambioPersona>& personas = m_cambios.personas;
+    const std::vector<CCambioPersona>& personas = contraste.cambios.personas;
     if (personas.empty())
         return;
-    m_marcas.Bloque("h3", {}, "Titulares (" + Miles(personas.size()) + ")");
-    Tabla(m_marcas, "personas",
+    marcas.Bloque("h3", {}, "Titulares (" + Miles(personas.size()) + ")");
+    Tabla(marcas, "personas",
           {{"Qué"}, {"Antes"}, {"Ahora"}, {"Parcelas", true}, {"Hectáreas", true}}, [&] {
               for (const CCambioPersona& cambio : Primeros(personas, topes::kFilasCambios))
-                  FilaDePersona(cambio);
+                  FilaDePersona(marcas, contraste, cambio);
           });
-    Callan(personas.size());
+    Callan(marcas, personas.size());
 }
 
-void CSeccionCambios::Pon()
+/// \param anclas  null where there are no maps
+void PonCambios(CMarcas& marcas, const CContraste& contraste, const CAnclas* anclas)
 {
-    PonEstados();
-    if (!m_cambios.HayAlguno())
-        return Parrafo(m_marcas, kCuadra,
-                       "✓ Sin cambios: " + Cuantos(m_cambios.iguales, "parcela", "parcelas") +
-                           ", " + Hectareas(m_cambios.ahora.metros) + " ha.");
-    PonBalance();
-    PonEnQue();
-    PonRepartos();
-    PonParcelas(CCambioParcela::Que::Desaparecida, "desaparecen", "Parcelas que desaparecen");
-    PonParcelas(CCambioParcela::Que::Nueva, "nuevas", "Parcelas nuevas");
-    PonParcelas(CCambioParcela::Que::Cambiada, "cambian", "Parcelas que cambian");
-    PonPersonas();
+    using enum CCambioParcela::Que;
+    const CCambios& cambios = contraste.cambios;
+    PonEstados(marcas, contraste);
+    if (!cambios.HayAlguno())
+        return Parrafo(marcas, kCuadra,
+                       "✓ Sin cambios: " + Cuantos(cambios.iguales, "parcela", "parcelas") + ", " +
+                           Hectareas(cambios.ahora.metros) + " ha.");
+    PonBalance(marcas, cambios);
+    PonEnQue(marcas, cambios);
+    PonRepartos(marcas, contraste);
+    PonParcelas(marcas, contraste, anclas, Desaparecida, "desaparecen", "Parcelas que desaparecen");
+    PonParcelas(marcas, contraste, anclas, Nueva, "nuevas", "Parcelas nuevas");
+    PonParcelas(marcas, contraste, anclas, Cambiada, "cambian", "Parcelas que cambian");
+    PonPersonas(marcas, contraste);
 }
 
 void PonCifrasDeCambios(const CContraste& contraste, CMarcas& marcas)
@@ -289,7 +256,7 @@ void EscribePagina(const CContenidoCambios& contenido, const CEscribe& escribe)
             marcas.Bloque("main", {}, [&] {
                 marcas.Linea();
                 PonSeccion(marcas, "cambios", "Cambios",
-                           [&] { CSeccionCambios(contenido.contraste, nullptr, marcas).Pon(); });
+                           [&] { PonCambios(marcas, contenido.contraste, nullptr); });
             });
             PonPie(marcas, contenido.firma);
         });
@@ -297,7 +264,7 @@ void EscribePagina(const CContenidoCambios& contenido, const CEscribe& escribe)
 
 void SeccionCambios(const CContenido& contenido, CMarcas& marcas)
 {
-    CSeccionCambios(*contenido.contraste, &contenido.anclas, marcas).Pon();
+    PonCambios(marcas, *contenido.contraste, &contenido.anclas);
 }
 
 } // namespace informe

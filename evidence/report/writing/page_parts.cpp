@@ -91,6 +91,7 @@ void Fila(CMarcas& marcas, CAtributos atributos, std::initializer_list<CCelda> c
                     Enlace(marcas, celda.destino, celda.texto);
                 if (celda.fuerte != nullptr)
                     marcas.Elemento("b", {}, celda.fuerte);
+                marcas.Hecho(celda.marcas);
             });
     });
 }

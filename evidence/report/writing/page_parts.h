@@ -62,10 +62,11 @@ void Enlace(CMarcas& marcas, const std::string& destino, std::string_view texto)
 
 /// A cell of a table.
 struct CCelda {
-    std::string texto;
+    std::string texto = {};
     const char* clase = nullptr;
     std::string destino = {};     ///< where its text links to; empty for nowhere
     const char* fuerte = nullptr; ///< what stands behind the text in bold
+    std::string marcas = {};      ///< and what markup behind that
 };
 inline constexpr const char* kNumero = "n"; ///< class of cells whose numbers stand to the right
 void Fila(CMarcas& marcas, CAtributos atributos, std::initializer_list<CCelda> celdas);
