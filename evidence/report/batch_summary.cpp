@@ -133,12 +133,12 @@ CString LoQueDijo(const std::filesystem::path& ruta)
 CTrabajoVisto Mira(const CLoteLeido& leido, std::size_t i, const CInformes& informes,
                    const CFirma& firma)
 {
-    const lote::CTrabajo& trabajo = leido.Trabajos()[i];
-    const lote::CEstados& estados = leido.Estados();
+    const lote::CTrabajo& trabajo = leido.trabajos[i];
+    const lote::CEstados& estados = leido.estados;
     CTrabajoVisto visto;
     visto.numero = trabajo.numero;
     visto.traduccion = lote::NombreDe(trabajo.traduccion);
-    visto.carpeta = Texto(leido.CarpetaEscrita(i));
+    visto.carpeta = Texto(leido.carpetas[i]);
     if (const lote::CHecho* const hecho = estados.De(trabajo))
         visto.hecho = *hecho;
     try {
@@ -228,8 +228,8 @@ CString Ocupada(const CSalidasLote& nombres, const CLoteLeido& leido)
         return *ocupada;
     if (const auto suya = std::ranges::find_if(salidas, EsDeUnMunicipio); suya != salidas.end())
         return *suya;
-    for (const lote::CTrabajo& trabajo : leido.Trabajos())
-        if (CString ocupada = OcupadaPor(FicherosDe(trabajo, leido.Estados()), salidas);
+    for (const lote::CTrabajo& trabajo : leido.trabajos)
+        if (CString ocupada = OcupadaPor(FicherosDe(trabajo, leido.estados), salidas);
             !ocupada.IsEmpty())
             return ocupada;
     return {};
@@ -238,7 +238,7 @@ CString Ocupada(const CSalidasLote& nombres, const CLoteLeido& leido)
 void Resume(const COpciones& opciones, const CFirma& firma, CResultado& resultado)
 {
     const CLoteLeido leido(opciones.resumen);
-    const lote::CEstados& estados = leido.Estados();
+    const lote::CEstados& estados = leido.estados;
     const CSalidasLote nombres(opciones, estados);
     if (const CString ocupada = Ocupada(nombres, leido); !ocupada.IsEmpty()) {
         resultado.quejas.push_back(NoSePisa(ocupada));
@@ -249,11 +249,11 @@ void Resume(const COpciones& opciones, const CFirma& firma, CResultado& resultad
     resumen.nombre = Texto(opciones.resumen);
     resumen.carpeta = opciones.resumen;
     resumen.reparos = leido.Reparos();
-    for (std::size_t i = 0; i < leido.Trabajos().size(); ++i)
+    for (std::size_t i = 0; i < leido.trabajos.size(); ++i)
         resumen.trabajos.push_back(Mira(leido, i, informes, firma));
     resumen.Ordena();
     CResultado suyo = LoQueResulta(resumen, opciones, nombres.pagina);
-    const auto sobrantes = informes.Sobrantes(leido.Trabajos().size());
+    const auto sobrantes = informes.Sobrantes(leido.trabajos.size());
     Escribe(resumen, firma, nombres);
     // From here on nothing asks for memory: the summary stands.
     sistema::Error error;

@@ -40,23 +40,23 @@ bool EstaEnMarcha(const lote::CEstados& estados)
 
 } // namespace
 
-CLoteLeido::CLoteLeido(const CString& carpeta) : m_estados(sistema::Ruta(carpeta))
+CLoteLeido::CLoteLeido(const CString& carpeta) : estados(sistema::Ruta(carpeta))
 {
-    const fs::path desde = DesdeDonde(m_estados.Trabajos());
-    m_trabajos = lote::LeeTabla(sistema::Nombre(m_estados.Trabajos()));
-    m_estados.Lee();
-    for (lote::CTrabajo& trabajo : m_trabajos) {
-        m_escritas.push_back(trabajo.carpeta);
+    const fs::path desde = DesdeDonde(estados.Trabajos());
+    trabajos = lote::LeeTabla(sistema::Nombre(estados.Trabajos()));
+    estados.Lee();
+    for (lote::CTrabajo& trabajo : trabajos) {
+        carpetas.push_back(trabajo.carpeta);
         trabajo.carpeta = sistema::Nombre(desde / sistema::Ruta(trabajo.carpeta));
     }
 }
 
 std::vector<CString> CLoteLeido::Suyos() const
 {
-    std::vector<CString> suyos = {sistema::Nombre(m_estados.Trabajos()),
-                                  sistema::Nombre(m_estados.Diario()),
-                                  sistema::Nombre(m_estados.Tabla())};
-    fs::path tabla = sistema::EnteraSinPuntos(m_estados.Carpeta());
+    std::vector<CString> suyos = {sistema::Nombre(estados.Trabajos()),
+                                  sistema::Nombre(estados.Diario()),
+                                  sistema::Nombre(estados.Tabla())};
+    fs::path tabla = sistema::EnteraSinPuntos(estados.Carpeta());
     if (!tabla.has_filename())
         tabla = tabla.parent_path(); // a separator stands at the end
     if (tabla.extension() == lote::kExtensionResultados)
@@ -67,18 +67,16 @@ std::vector<CString> CLoteLeido::Suyos() const
 std::vector<std::string> CLoteLeido::Reparos() const
 {
     std::vector<std::string> reparos;
-    if (!HayFichero(sistema::Nombre(m_estados.Tabla())))
-        reparos.emplace_back(EstaEnMarcha(m_estados) ? "El lote está en marcha todavía."
-                                                     : "El lote no ha llegado a su fin.");
-    if (const int cortadas = m_estados.Cortadas(); cortadas > 0)
+    if (!HayFichero(sistema::Nombre(estados.Tabla())))
+        reparos.emplace_back(EstaEnMarcha(estados) ? "El lote está en marcha todavía."
+                                                   : "El lote no ha llegado a su fin.");
+    if (const int cortadas = estados.Cortadas(); cortadas > 0)
         reparos.push_back(Cuantos(cortadas, "línea de trabajos.log está a medias",
                                   "líneas de trabajos.log están a medias") +
                           ": sus trabajos constan como sin hacer.");
-    const auto suyos = static_cast<std::size_t>(
-        std::ranges::count_if(m_trabajos, [&](const lote::CTrabajo& trabajo) {
-            return m_estados.De(trabajo) != nullptr;
-        }));
-    if (const auto otros = static_cast<std::int64_t>(m_estados.Cuantos() - suyos); otros > 0)
+    const auto suyos = static_cast<std::size_t>(std::ranges::count_if(
+        trabajos, [&](const lote::CTrabajo& trabajo) { return estados.De(trabajo) != nullptr; }));
+    if (const auto otros = static_cast<std::int64_t>(estados.Cuantos() - suyos); otros > 0)
         reparos.push_back(
             Cuantos(otros, "trabajo de trabajos.log no está", "trabajos de trabajos.log no están") +
             " ya en la tabla, ni aquí.");

@@ -12,26 +12,19 @@ namespace informe {
 
 /// What stands in the results of a batch. No job of its table is passed over: one of which nothing
 /// is written down wasn't done.
-class CLoteLeido {
-public:
+struct CLoteLeido {
     /// Reads them. Raises CFileException where they can't be read, and lote::CLineaMala where the
     /// table isn't whole.
     explicit CLoteLeido(const CString& carpeta);
 
-    const lote::CEstados& Estados() const { return m_estados; }
-    /// With their folders as they are found from here.
-    const std::vector<lote::CTrabajo>& Trabajos() const { return m_trabajos; }
-    /// The folder as the table has it.
-    const std::string& CarpetaEscrita(std::size_t i) const { return m_escritas[i]; }
     /// What belongs to the batch as a whole: its table, and what it keeps.
     std::vector<CString> Suyos() const;
     /// What is to be said of the batch as a whole, sentences in UTF-8.
     std::vector<std::string> Reparos() const;
 
-private:
-    lote::CEstados m_estados;
-    std::vector<lote::CTrabajo> m_trabajos;
-    std::vector<std::string> m_escritas;
+    lote::CEstados estados;
+    std::vector<lote::CTrabajo> trabajos; ///< with their folders as they are found from here
+    std::vector<std::string> carpetas;    ///< of each of them, as the table has it
 };
 
 /// What a job has of its own, whether or not it is there: what its line names, its log, what it

@@ -65,8 +65,7 @@ std::string NombreDe(const CEstadoMunicipio::CPersona& persona)
 
 std::string NombreDe(const CEstadoMunicipio& estado, int persona)
 {
-    return persona < 0 ? std::string()
-                       : NombreDe(estado.personas[static_cast<std::size_t>(persona)]);
+    return persona < 0 ? std::string() : NombreDe(estado.Persona(persona));
 }
 
 std::string Titulares(const CEstadoMunicipio& estado, const CEstadoMunicipio::CParcela& parcela,

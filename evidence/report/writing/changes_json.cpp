@@ -29,7 +29,7 @@ CValor Persona(const CEstadoMunicipio& estado, int persona)
 {
     if (persona < 0)
         return {};
-    const auto& una = estado.personas[static_cast<std::size_t>(persona)];
+    const CEstadoMunicipio::CPersona& una = estado.Persona(persona);
     return {{"nombre", Texto(una.nombre)}, {"dni", SiHay(Texto(una.dni))}};
 }
 

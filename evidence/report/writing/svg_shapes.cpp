@@ -64,12 +64,12 @@ long long CHojaSvg::Letra() const
 }
 
 /// From its second point on a ring is told by steps; those that are too small are passed over.
-void CHojaSvg::AnexaAnillo(const std::vector<CPunto<int>>& anillo, std::string& camino) const
+std::string CHojaSvg::Camino(const CAnillo& anillo) const
 {
     if (anillo.empty())
-        return;
+        return {};
     CSitioHoja antes = Sitio(anillo.front());
-    camino += Orden("M", antes.x, antes.y) + "l";
+    std::string camino = Orden("M", antes.x, antes.y) + "l";
     for (const CPunto<int>& punto : anillo) {
         const CSitioHoja sitio = Sitio(punto);
         if (std::max(std::abs(sitio.x - antes.x), std::abs(sitio.y - antes.y)) < m_paso)
@@ -77,22 +77,14 @@ void CHojaSvg::AnexaAnillo(const std::vector<CPunto<int>>& anillo, std::string& 
         camino += Orden("", sitio.x - antes.x, sitio.y - antes.y) + " ";
         antes = sitio;
     }
-    camino += "0 0z";
+    return camino + "0 0z";
 }
 
 std::string CHojaSvg::Camino(const CRecintoDibujado& recinto) const
 {
-    std::string camino;
-    AnexaAnillo(recinto.contorno, camino);
+    std::string camino = Camino(recinto.contorno);
     for (const CIslaDibujada& isla : recinto.islas)
-        AnexaAnillo(isla.contorno, camino);
-    return camino;
-}
-
-std::string CHojaSvg::Camino(const CAnillo& anillo) const
-{
-    std::string camino;
-    AnexaAnillo(anillo, camino);
+        camino += Camino(isla.contorno);
     return camino;
 }
 

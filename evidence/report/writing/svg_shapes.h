@@ -45,7 +45,6 @@ public:
 private:
     long long Ancho() const { return Sitio(m_maximas.Maximo).x + 1; }
     long long Alto() const { return Sitio(m_maximas.Minimo).y + 1; }
-    void AnexaAnillo(const CAnillo& anillo, std::string& camino) const;
 
     vexageo::CMaximas<int> m_maximas;
     long long m_paso = 1; // the least step that is drawn

@@ -105,20 +105,11 @@ void CComparacion::ComparaUna(const CParcela& antes, const CParcela& ahora)
 /// Walks the newer state, and then what it left of the older one.
 CCambios CComparacion::Compara()
 {
-    CTablaHash porClave;
-    const auto en = [&](const CClaveParcela& clave) {
-        return [this, &clave](int i) {
-            return m_antes.parcelas[static_cast<std::size_t>(i)].clave == clave;
-        };
-    };
-    for (std::size_t i = 0; i < m_antes.parcelas.size(); ++i) {
-        const CClaveParcela& clave = m_antes.parcelas[i].clave;
-        porClave.Pon(HashDe(clave), static_cast<int>(i), en(clave));
-    }
+    const CIndice<Gana::Primero> porClave;
     std::vector<bool> sigue(m_antes.parcelas.size());
     for (const CParcela& ahora : m_ahora.parcelas) {
         m_cambios.ahora.Añade(ahora.superficie);
-        const int i = porClave.Busca(HashDe(ahora.clave), en(ahora.clave));
+        const int i = porClave.Busca(m_antes.parcelas, &CParcela::clave, ahora.clave);
         if (i < 0) {
             Pon({ahora.clave, CCambioParcela::Que::Nueva, nullptr, &ahora, {}, -1},
                 m_cambios.nuevas);

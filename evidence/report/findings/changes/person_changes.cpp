@@ -21,11 +21,6 @@ std::uint32_t HashDe(const CPersona& persona)
     return ::HashDe(::HashDe(persona.nombre), ::HashDe(persona.dni));
 }
 
-const CPersona& Una(const CEstadoMunicipio& estado, int i)
-{
-    return estado.personas[static_cast<std::size_t>(i)];
-}
-
 /// The square metres, and the parcels, that each person of a state holds some share of.
 std::vector<std::pair<std::int64_t, std::int64_t>> Haberes(const CEstadoMunicipio& estado)
 {
@@ -55,7 +50,7 @@ void CPersonasDeDos::Numera()
 {
     const int cuantas = static_cast<int>(m_antes.personas.size());
     const auto de = [&](int numero) -> const CPersona& {
-        return numero < cuantas ? Una(m_antes, numero) : Una(m_ahora, numero - cuantas);
+        return numero < cuantas ? m_antes.Persona(numero) : m_ahora.Persona(numero - cuantas);
     };
     CTablaHash tabla;
     const auto numera = [&](const CPersona& persona, int propio) {
@@ -67,10 +62,10 @@ void CPersonasDeDos::Numera()
         return hallada < 0 ? propio : hallada;
     };
     for (int i = 0; i < cuantas; ++i)
-        m_deAntes.push_back(numera(Una(m_antes, i), i));
+        m_deAntes.push_back(numera(m_antes.Persona(i), i));
     std::vector<bool> sigue(m_deAntes.size());
     for (int i = 0; i < static_cast<int>(m_ahora.personas.size()); ++i) {
-        m_deAhora.push_back(numera(Una(m_ahora, i), cuantas + i));
+        m_deAhora.push_back(numera(m_ahora.Persona(i), cuantas + i));
         if (m_deAhora.back() < cuantas)
             sigue[static_cast<std::size_t>(m_deAhora.back())] = true;
         else if (m_deAhora.back() == cuantas + i)
@@ -94,7 +89,7 @@ void CPersonasDeDos::Empareja(CString CPersona::*campo, CCambioPersona::Que que)
     const auto anota = [&](const CEstadoMunicipio& estado, const std::vector<CSuelto>& sueltos,
                            int CLados::*lado) {
         for (std::size_t i = 0; i < sueltos.size(); ++i) {
-            const CString& texto = Una(estado, sueltos[i].persona).*campo;
+            const CString& texto = estado.Persona(sueltos[i].persona).*campo;
             if (texto.IsEmpty() || sueltos[i].pareja >= 0)
                 continue;
             CLados& lados = porTexto[texto];
@@ -123,7 +118,7 @@ std::vector<CCambioPersona> CPersonasDeDos::Cambios(const std::vector<short>& mu
     std::vector<CCambioPersona> cambios;
     const auto pon = [&](CCambioPersona cambio, const auto& haberes, int persona,
                          const CEstadoMunicipio& estado) {
-        if (!std::ranges::binary_search(municipios, Una(estado, persona).mun))
+        if (!std::ranges::binary_search(municipios, estado.Persona(persona).mun))
             return;
         std::tie(cambio.metros, cambio.parcelas) = haberes[static_cast<std::size_t>(persona)];
         cambios.push_back(cambio);

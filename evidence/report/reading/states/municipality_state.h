@@ -74,6 +74,7 @@ struct CEstadoMunicipio {
     {
         return {subparcelas.data() + parcela.primeraSubparcela, parcela.subparcelas};
     }
+    const CPersona& Persona(int i) const { return personas[static_cast<std::size_t>(i)]; }
     CString Paraje(const CParcela& parcela) const
     {
         return parcela.paraje < 0 ? CString() : parajes[static_cast<std::size_t>(parcela.paraje)];
