@@ -301,6 +301,28 @@ TEST_F(Cambios, AddUpFromOneStateToTheOther)
                           "agrupaciones, 0 cambios de titulares, -0,0862 ha"));
 }
 
+TEST_F(Cambios, HaveARowForEachParcelWithAllThatDiffers)
+{
+    CLineas ahora;
+    ahora.parcelas = {DeMetros(1, 1, 510, "0000002"), DeMetros(1, 2, 700, "0000002", "00002"),
+                      DeMetros(2, 9, 80)};
+    ahora.subparcelas.pop_back();
+    Filas({}, ahora);
+    const std::string pagina = carpeta.Lee("cambios.html");
+    for (const char* fila :
+         {"<tr><td>1-1</td><td class=\"n\">500</td><td class=\"n\">510</td><td "
+          "class=\"n\">+10</td><td><b>titular</b>: ANA, 11111111 (PR 100) → LUIS, 22222222 (PR "
+          "60) y EVA, 33333333 (PR 40)<br><b>subparcela b</b>: 200 m², C- 00 → ya no "
+          "está</td></tr>",
+          "<tr><td>1-2</td><td class=\"n\">700</td><td class=\"n\"></td><td "
+          "class=\"n\"></td><td><b>paraje</b>: LA ERA → EL LLANO</td></tr>",
+          "<tr><td>2-1</td><td class=\"n\">900</td><td>ANA, 11111111 (PR 100)</td><td>LA "
+          "ERA</td><td></td></tr>",
+          "<tr><td>2-9</td><td class=\"n\">80</td><td>ANA, 11111111 (PR 100)</td><td>LA "
+          "ERA</td><td></td></tr>"})
+        EXPECT_THAT(pagina, HasSubstr(fila));
+}
+
 TEST_F(Cambios, AreNoneBetweenTheFormsOfOneMunicipality)
 {
     for (const int semilla : {1, 2, 3}) {
