@@ -163,6 +163,7 @@ printf 'vuelta\td\nvuelta\tgone\nvuelta\tc\n' > sum.tsv
 if [ -x "$(dirname "$batch")/campiva-informe" ]; then
   status 1 "$batch" --resumen sum.tsv
   grep -q "3 trabajos, 3 fallaron, .* perdidos en .* de 2 trabajos, 840 errores, 6 warnings, 0 sin explicar" said
+  ! grep -q "No hay resumen" said || fail "a summary that came to its end is told as cut short"
   [ "$(rows sum.tsv | cut -d ';' -f 1,2,6,10,11 | tr '\n' ' ')" = "1;d;0;420;3 3;c;0;420;3 2;gone;;; suma;;0;840;6 " ] ||
     { rows sum.tsv >&2 && fail "the summary is another"; }
   [ "$(ls sum.tsv.resultados/informes | tr '\n' ' ')" = "1.html 3.html " ]
