@@ -29,11 +29,11 @@ bool EsComoSeLee(const CRecintoEntrante& recinto, const CDibujoAntes::CRegistro&
 
 } // namespace
 
-bool Resuelve(CRecintoEntrante& recinto, const CPareja& pareja, const CDibujoAntes* antes,
+bool Resuelve(CRecintoEntrante& recinto, const CPareja& pareja, const CDibujoAntes& antes,
               const CModoDibujo& modo)
 {
     if (recinto.contradiccion.IsEmpty() ||
-        (pareja.mismoContorno && EsComoSeLee(recinto, *pareja.antes, *antes)))
+        (pareja.mismoContorno && EsComoSeLee(recinto, *pareja.antes, antes)))
         return true;
     const CString frase = recinto.nombre + ": " + recinto.contradiccion;
     if (modo.ganan == Ganan::Nadie) {

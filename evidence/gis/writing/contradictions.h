@@ -5,7 +5,6 @@
 
 /// Settles the label of an outline whose fields say different things. One that comes as it is read
 /// is nobody's edit.
-/// \param antes  the drawing that is there; null for none
 /// \return false, which was told, where nothing says which of them counts
-bool Resuelve(CRecintoEntrante& recinto, const CPareja& pareja, const CDibujoAntes* antes,
+bool Resuelve(CRecintoEntrante& recinto, const CPareja& pareja, const CDibujoAntes& antes,
               const CModoDibujo& modo);

@@ -32,7 +32,7 @@ constexpr int kDetrasDeTodos = std::numeric_limits<int>::max();
 
 bool CDibujoHecho::Compon()
 {
-    if (m_antes != nullptr && !m_dibujo.Sobre(m_antes->Bytes()) && m_antes->Falta().IsEmpty()) {
+    if (m_antes.Esta() && !m_dibujo.Sobre(m_antes.Bytes()) && m_antes.Falta().IsEmpty()) {
         FallaCon("el dibujo del polígono %s pasa de dos gigabytes"_ansi, m_pedido.nombre);
         return false;
     }
@@ -43,9 +43,8 @@ bool CDibujoHecho::Compon()
     ComponRegistros();
     CEntidadesLibres libres(m_pedido, m_antes, m_usadas, m_dibujo, *m_modo.noticias);
     m_bien = libres.Pon() && m_bien;
-    m_cambiaDibujo = m_cambiaDibujo || libres.Cambia() || m_antes == nullptr;
-    if (m_antes != nullptr)
-        BorraLoQueSobra();
+    m_cambiaDibujo = m_cambiaDibujo || libres.Cambia() || !m_antes.Esta();
+    BorraLoQueSobra();
     m_bien = SePuedeCambiar() && m_bien;
     return Revisa() && m_bien;
 }
@@ -56,10 +55,9 @@ void CDibujoHecho::EmparejaRecintos()
     for (CRecintoEntrante& recinto : m_pedido.recintos)
         porClase[recinto.clase].push_back(std::move(recinto));
     m_pedido.recintos.clear();
-    const std::vector<CDibujoAntes::CRegistro> ninguno;
     for (auto& [clase, recintos] : porClase) {
         const std::vector<CPareja> parejas =
-            Empareja(recintos, m_antes == nullptr ? ninguno : m_antes->Registros(clase),
+            Empareja(recintos, m_antes.Registros(clase),
                      [this](CRecintoEntrante& recinto, const CPareja& pareja) {
                          const bool resuelto = Resuelve(recinto, pareja, m_antes, m_modo);
                          m_bien = m_bien && resuelto;
@@ -75,24 +73,21 @@ void CDibujoHecho::PreparaTramos(std::vector<CAnillo> todos)
     for (const CRedondo& redondo : m_redondos)
         todos.insert(todos.end(), redondo.anillos.begin(), redondo.anillos.end());
     m_tramos = std::make_unique<CTramos>(todos);
-    if (m_antes == nullptr)
-        return;
-    m_tramos->ConAlturas([this](const CPunto<int>& punto) { return m_antes->ConAltura(punto); });
-    for (const auto& [posicion, entidad] : m_antes->Entidades())
+    m_tramos->ConAlturas([this](const CPunto<int>& punto) { return m_antes.ConAltura(punto); });
+    for (const auto& [posicion, entidad] : m_antes.Entidades())
         if (entidad.Tipo().EsLinea() && !entidad.Tipo().EsBorrado() &&
-            m_antes->EsDeRecinto(posicion))
+            m_antes.EsDeRecinto(posicion))
             m_tramos->Conoce(posicion, entidad.Puntos());
 }
 
 void CDibujoHecho::ComponRegistros()
 {
-    if (m_antes == nullptr)
+    if (!m_antes.Esta())
         m_cambiadas.insert(m_pedido.clases.begin(), m_pedido.clases.end());
     for (const ClaseTopologia clase : m_pedido.clases) {
         m_registros[clase];
-        if (m_antes != nullptr)
-            for (const CDibujoAntes::CRegistro& registro : m_antes->Registros(clase))
-                m_numeros[clase] = std::max(m_numeros[clase], registro.registro.NumPoligono());
+        for (const CDibujoAntes::CRegistro& registro : m_antes.Registros(clase))
+            m_numeros[clase] = std::max(m_numeros[clase], registro.registro.NumPoligono());
     }
     for (const CRedondo& redondo : m_redondos) {
         if (redondo.pareja.mismoContorno)
@@ -100,8 +95,7 @@ void CDibujoHecho::ComponRegistros()
         else
             m_bien = ComponRegistro(redondo) && m_bien;
     }
-    if (m_antes != nullptr)
-        ConservaLoDemas();
+    ConservaLoDemas();
     for (auto& [clase, hechos] : m_registros) {
         std::ranges::stable_sort(hechos, {}, &CRegistroHecho::orden);
         for (const CRegistroHecho& hecho : hechos)
@@ -116,7 +110,7 @@ int CDibujoHecho::NumeroDe(const CRedondo& redondo)
         return *redondo.recinto.numero;
     if (redondo.pareja.antes != nullptr)
         return redondo.pareja.antes->registro.NumPoligono();
-    if (m_antes != nullptr)
+    if (m_antes.Esta())
         return ++m_numeros[redondo.recinto.clase];
     return static_cast<int>(m_registros[redondo.recinto.clase].size()) + 1;
 }
@@ -195,7 +189,7 @@ void CDibujoHecho::CambiaRotulo(const CRecintoEntrante& recinto, CRegistroHecho&
     if (posicion > 0 && dibujado.posicionRotulo > 0 && EnElMismoSitio(punto, dibujado.punto))
         registro.OffsetCentroide(posicion);
     else
-        vexageo::PonRotulo(registro, posicion, m_antes->ConAltura(punto));
+        vexageo::PonRotulo(registro, posicion, m_antes.ConAltura(punto));
     dibujado.punto = punto;
     dibujado.rotulo = recinto.rotulo.value_or(CString());
     if (dibujado.estado != EstadoRecinto::OtraClase)
@@ -212,11 +206,10 @@ int CDibujoHecho::PonRotulo(const CRecintoEntrante& recinto, const CDibujoAntes:
 {
     if (!recinto.rotulo)
         return 0;
-    const CTexto<int>* viejo = antes == nullptr ? nullptr : m_antes->RotuloDe(*antes);
+    const CTexto<int>* viejo = antes == nullptr ? nullptr : m_antes.RotuloDe(*antes);
     if (viejo != nullptr && !viejo->Tipo().EsTexto())
         viejo = nullptr;
-    const CTexto<int> texto =
-        RotuloDe(recinto, viejo, m_antes == nullptr ? punto : m_antes->ConAltura(punto));
+    const CTexto<int> texto = RotuloDe(recinto, viejo, m_antes.ConAltura(punto));
     if (viejo != nullptr && EsElMismo(*viejo, texto))
         return antes->dibujado.posicionRotulo;
     m_cambiaDibujo = true;
@@ -226,8 +219,8 @@ int CDibujoHecho::PonRotulo(const CRecintoEntrante& recinto, const CDibujoAntes:
 /// The kinds that the source doesn't bring stay; of those that it brings, what didn't come goes.
 void CDibujoHecho::ConservaLoDemas()
 {
-    for (const ClaseTopologia clase : m_antes->Clases()) {
-        const std::vector<CDibujoAntes::CRegistro>& registros = m_antes->Registros(clase);
+    for (const ClaseTopologia clase : m_pedido.clases) {
+        const std::vector<CDibujoAntes::CRegistro>& registros = m_antes.Registros(clase);
         if (m_pedido.traidas.Hay(clase)) {
             const std::vector<CRegistroHecho>& hechos = m_registros[clase];
             const auto nuevos = std::ranges::count(hechos, kDetrasDeTodos, &CRegistroHecho::orden);
@@ -247,8 +240,8 @@ void CDibujoHecho::ConservaLoDemas()
 /// Marks as deleted what outlines named and none names any longer.
 void CDibujoHecho::BorraLoQueSobra()
 {
-    for (const auto& [posicion, entidad] : m_antes->Entidades()) {
-        if (!m_antes->EsDeRecinto(posicion) || m_usadas.contains(posicion) ||
+    for (const auto& [posicion, entidad] : m_antes.Entidades()) {
+        if (!m_antes.EsDeRecinto(posicion) || m_usadas.contains(posicion) ||
             entidad.Tipo().EsBorrado())
             continue;
         m_dibujo.Borra(posicion);
@@ -259,12 +252,12 @@ void CDibujoHecho::BorraLoQueSobra()
 /// Tells whether the drawing that is there can be changed; where not, it was told why.
 bool CDibujoHecho::SePuedeCambiar() const
 {
-    if (m_antes == nullptr || !Cambia())
+    if (!m_antes.Esta() || !Cambia())
         return true;
-    CString falta = m_antes->Falta();
+    CString falta = m_antes.Falta();
     for (const ClaseTopologia clase : m_cambiadas)
         if (falta.IsEmpty())
-            falta = m_antes->FaltaDe(clase);
+            falta = m_antes.FaltaDe(clase);
     // A record that names a place behind the drawing's end would get what is put there.
     std::set<int> deAntes;
     for (const auto& [clase, hechos] : m_registros)
@@ -272,7 +265,7 @@ bool CDibujoHecho::SePuedeCambiar() const
             if (!hecho.revisado.nuevoContorno && !hecho.revisado.nuevoRotulo)
                 ApuntaPosiciones(hecho.suyo, deAntes);
     if (falta.IsEmpty() && !deAntes.empty() &&
-        static_cast<std::size_t>(*deAntes.rbegin()) > m_antes->Bytes().size())
+        static_cast<std::size_t>(*deAntes.rbegin()) > m_antes.Bytes().size())
         falta = "sus topologías están fuera de fecha"_ansi;
     if (falta.IsEmpty())
         return true;
@@ -306,8 +299,8 @@ bool CDibujoHecho::Revisa() const
 void CDibujoHecho::Graba(const CString& base, CConjuntoSalidas& salidas)
 {
     const auto nombre = [&](const char* extension) {
-        return m_antes == nullptr ? CString(ConExtension(base, extension))
-                                  : m_antes->Nombre(extension);
+        return m_antes.Esta() ? m_antes.Nombre(extension)
+                              : CString(ConExtension(base, extension));
     };
     CFileException fallo;
     if (m_cambiaDibujo) {

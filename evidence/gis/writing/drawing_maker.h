@@ -24,8 +24,8 @@ struct CCambiosDibujo {
 /// change keeps its bytes.
 class CDibujoHecho {
 public:
-    /// \param antes  the drawing that is there; null for none
-    CDibujoHecho(CPedidoDibujo pedido, const CDibujoAntes* antes, const CModoDibujo& modo)
+    /// \param antes  the drawing that is there
+    CDibujoHecho(CPedidoDibujo pedido, const CDibujoAntes& antes, const CModoDibujo& modo)
         : m_pedido(std::move(pedido)), m_antes(antes), m_modo(modo)
     {
     }
@@ -64,7 +64,7 @@ private:
     bool Revisa() const;
 
     CPedidoDibujo m_pedido;
-    const CDibujoAntes* m_antes;
+    const CDibujoAntes& m_antes;
     CModoDibujo m_modo;
     bool m_bien = true;
     std::vector<CRedondo> m_redondos;

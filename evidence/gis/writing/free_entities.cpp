@@ -31,19 +31,18 @@ bool CEntidadesLibres::Pon()
     bool bien = true;
     for (const CEntidadEntrante& suya : m_pedido.entidades)
         bien = PonUna(suya) && bien;
-    if (m_antes != nullptr)
-        BorraLasQueFaltan();
+    BorraLasQueFaltan();
     return bien;
 }
 
 /// The old entity in whose place one stood when it was read; null where that is another drawing's.
 const CTexto<int>* CEntidadesLibres::LaDeAntes(const CEntidadEntrante& suya) const
 {
-    if (m_antes == nullptr || !suya.posicion || m_vistas.contains(*suya.posicion))
+    if (!suya.posicion || m_vistas.contains(*suya.posicion))
         return nullptr;
-    const auto antes = m_antes->Entidades().find(*suya.posicion);
+    const auto antes = m_antes.Entidades().find(*suya.posicion);
     const bool hay =
-        antes != m_antes->Entidades().end() && antes->second.Tipo().EsLinea() == suya.EsLinea();
+        antes != m_antes.Entidades().end() && antes->second.Tipo().EsLinea() == suya.EsLinea();
     return hay ? &antes->second : nullptr;
 }
 
@@ -74,7 +73,7 @@ bool CEntidadesLibres::PonUna(const CEntidadEntrante& suya)
     m_vistas.insert(*suya.posicion);
     if (EsIgual(*antes, suya.entidad))
         return true;
-    if (m_antes->EsDeRecinto(*suya.posicion)) {
+    if (m_antes.EsDeRecinto(*suya.posicion)) {
         m_noticias.Falla(
             "rótulos y líneas de recintos que cambian en su propia capa"_ansi,
             suya.nombre + (suya.EsLinea() ? " es linde de un recinto: se cambia en la capa de ese "
@@ -93,9 +92,9 @@ bool CEntidadesLibres::Añade(const CEntidadEntrante& suya, const CTexto<int>* a
     if (antes != nullptr && !suya.EsLinea() &&
         EnElMismoSitio(antes->PrimerPunto(), entidad.PrimerPunto()))
         entidad.Puntos() = antes->Puntos();
-    else if (m_antes != nullptr)
+    else
         for (CPunto<int>& punto : entidad.Puntos())
-            punto = m_antes->ConAltura(punto);
+            punto = m_antes.ConAltura(punto);
     m_cambia = true;
     if (m_dibujo.Pon(entidad) != 0)
         return true;
@@ -108,13 +107,13 @@ bool CEntidadesLibres::Añade(const CEntidadEntrante& suya, const CTexto<int>* a
 void CEntidadesLibres::BorraLasQueFaltan()
 {
     bool faltanDeRecintos = false;
-    for (const auto& [posicion, entidad] : m_antes->Entidades()) {
+    for (const auto& [posicion, entidad] : m_antes.Entidades()) {
         const ClaseEntidad clase =
             entidad.Tipo().EsLinea() ? ClaseEntidad::Lineas : ClaseEntidad::Rotulos;
         if (!m_pedido.traidas.Hay(clase) || m_vistas.contains(posicion) ||
             entidad.Tipo().EsBorrado())
             continue;
-        if (m_antes->EsDeRecinto(posicion)) {
+        if (m_antes.EsDeRecinto(posicion)) {
             faltanDeRecintos = faltanDeRecintos || m_usadas.contains(posicion);
             continue;
         }

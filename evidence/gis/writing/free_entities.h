@@ -11,10 +11,9 @@
 /// of the outlines.
 class CEntidadesLibres {
 public:
-    /// \param antes   the drawing that is there; null for none
     /// \param usadas  positions that its outlines name from now on
     /// \param dibujo  the one in the making, which begins with it
-    CEntidadesLibres(const CPedidoDibujo& pedido, const CDibujoAntes* antes,
+    CEntidadesLibres(const CPedidoDibujo& pedido, const CDibujoAntes& antes,
                      const std::set<int>& usadas, vexageo::CEscritorDibujo& dibujo,
                      CNoticias& noticias)
         : m_pedido(pedido), m_antes(antes), m_usadas(usadas), m_dibujo(dibujo), m_noticias(noticias)
@@ -33,7 +32,7 @@ private:
     void BorraLasQueFaltan();
 
     const CPedidoDibujo& m_pedido;
-    const CDibujoAntes* m_antes;
+    const CDibujoAntes& m_antes;
     const std::set<int>& m_usadas;
     vexageo::CEscritorDibujo& m_dibujo;
     CNoticias& m_noticias;

@@ -43,10 +43,10 @@ void ApuntaPosiciones(const CDibujoAntes::CRegistro& registro, std::set<int>& po
 bool CDibujoAntes::Lee(const CString& base, std::span<const ClaseTopologia> clases)
 {
     m_base = base;
-    m_clases = clases;
     CFile bin;
     if (!AbreSiHay(bin, ConExtension(base, kExtensionDibujo), kModoDibujo))
         return false;
+    m_esta = true;
     m_bytes = TodoDe(bin);
     LeeEntidades(bin);
     for (const ClaseTopologia clase : clases)

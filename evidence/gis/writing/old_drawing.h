@@ -10,7 +10,8 @@
 #include "platform/files/cfile.h"
 #include "vexa_libs/topological_polygon.h"
 
-/// A drawing that is on disk, with its topologies: what a changed one is made on.
+/// A drawing that is on disk, with its topologies: what a changed one is made on. Until one is read
+/// it stands for none, which has no outlines and nothing else.
 class CDibujoAntes {
 public:
     /// An outline as it stands in its topology.
@@ -25,6 +26,7 @@ public:
     /// \param base  path of the files without their extension
     /// \return false, with nothing read, where there is no drawing
     bool Lee(const CString& base, std::span<const ClaseTopologia> clases);
+    bool Esta() const { return m_esta; } ///< one was read
 
     /// What is wrong with the drawing, or with a topology; empty for nothing. A drawing like that
     /// can't be changed without losing more.
@@ -33,7 +35,6 @@ public:
 
     const std::string& Bytes() const { return m_bytes; }
     const std::vector<CRegistro>& Registros(ClaseTopologia clase) const;
-    std::span<const ClaseTopologia> Clases() const { return m_clases; }
     /// All entities by their position, from 1.
     const std::map<int, vexageo::CTexto<int>>& Entidades() const { return m_entidades; }
     /// The entity that names an outline; null where none can be read.
@@ -56,10 +57,10 @@ private:
     void LeeTopologia(CFile& bin, ClaseTopologia clase);
     void RelacionaRecintos();
 
+    bool m_esta = false;
     CString m_base;
     CString m_falta;
     std::string m_bytes;
-    std::span<const ClaseTopologia> m_clases;
     std::map<ClaseTopologia, CTopologia> m_topologias;
     std::map<int, vexageo::CTexto<int>> m_entidades;
     std::map<std::pair<int, int>, int> m_alturas; // other than 0

@@ -31,7 +31,7 @@ bool CRedondeo::Redondea()
 {
     RechazaDefectos();
     Anuda();
-    if (m_antes == nullptr)
+    if (!m_antes.Esta())
         RodeaParcelas();
     return m_bien;
 }
@@ -82,8 +82,6 @@ void CRedondeo::Rechaza(CRedondo& redondo, const CString& motivo)
 std::vector<CAnillo> CRedondeo::Fijos() const
 {
     std::vector<CAnillo> fijos;
-    if (m_antes == nullptr)
-        return fijos;
     const auto pon = [&](const CDibujoAntes::CRegistro& registro) {
         for (CAnillo& anillo : AnillosDe(registro.dibujado))
             fijos.push_back(std::move(anillo));
@@ -91,9 +89,9 @@ std::vector<CAnillo> CRedondeo::Fijos() const
     for (const CRedondo& redondo : m_redondos)
         if (redondo.pareja.mismoContorno)
             pon(*redondo.pareja.antes);
-    for (const ClaseTopologia clase : m_antes->Clases())
+    for (const ClaseTopologia clase : m_pedido.clases)
         if (!m_pedido.traidas.Hay(clase))
-            for (const CDibujoAntes::CRegistro& registro : m_antes->Registros(clase))
+            for (const CDibujoAntes::CRegistro& registro : m_antes.Registros(clase))
                 pon(registro);
     return fijos;
 }

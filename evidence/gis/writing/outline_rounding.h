@@ -16,8 +16,7 @@ struct CRedondo {
 /// others are noded together and led through the points of those.
 class CRedondeo {
 public:
-    /// \param antes  the drawing that is there; null for none
-    CRedondeo(const CPedidoDibujo& pedido, const CDibujoAntes* antes, const CModoDibujo& modo,
+    CRedondeo(const CPedidoDibujo& pedido, const CDibujoAntes& antes, const CModoDibujo& modo,
               std::vector<CRedondo>& redondos)
         : m_pedido(pedido), m_antes(antes), m_modo(modo), m_redondos(redondos)
     {
@@ -39,7 +38,7 @@ private:
     void RodeaParcelas();
 
     const CPedidoDibujo& m_pedido;
-    const CDibujoAntes* m_antes;
+    const CDibujoAntes& m_antes;
     const CModoDibujo& m_modo;
     std::vector<CRedondo>& m_redondos;
     bool m_bien = true;

@@ -78,7 +78,7 @@ private:
     bool EstaEntero(const CString& base, const CPedidoDibujo& pedido) const;
     bool EstaLibre(const CString& base, const CPedidoDibujo& pedido) const;
     bool GrabaHojas(CConjuntoSalidas& salidas);
-    bool Graba(const CString& base, const CDibujoAntes* antes, CPedidoDibujo pedido,
+    bool Graba(const CString& base, const CDibujoAntes& antes, CPedidoDibujo pedido,
                CConjuntoSalidas& salidas);
     void CuentaCambios(const CString& nombre, const CCambiosDibujo& cambios);
 

@@ -285,13 +285,9 @@ bool CMunicipioNuevo::GrabaPoligono(const CString& base, bool estaba, CPedidoDib
                                     CConjuntoSalidas& salidas)
 {
     CDibujoAntes antes;
-    if (estaba && antes.Lee(base, kDePoligono))
-        return Graba(base, &antes, std::move(pedido), salidas);
-    if (estaba && !EstaEntero(base, pedido))
-        return false;
-    if (!estaba && !m_sustituye && !EstaLibre(base, pedido))
-        return false;
-    return Graba(base, nullptr, std::move(pedido), salidas);
+    const bool sePuede = estaba ? antes.Lee(base, pedido.clases) || EstaEntero(base, pedido)
+                                : m_sustituye || EstaLibre(base, pedido);
+    return sePuede && Graba(base, antes, std::move(pedido), salidas);
 }
 
 /// Tells whether no topology without its drawing would go by what is written; one that would was
@@ -348,17 +344,16 @@ bool CMunicipioNuevo::GrabaHojas(CConjuntoSalidas& salidas)
     m_hojas = nombre;
     const CString base = carpeta + nombre;
     CDibujoAntes antes;
-    const bool estaba = !m_sustituye && antes.Lee(base, pedido.clases);
-    if (!estaba && !m_sustituye && !EstaEntero(base, pedido))
-        return false;
-    return Graba(base, estaba ? &antes : nullptr, std::move(pedido), salidas);
+    const bool sePuede =
+        m_sustituye || antes.Lee(base, pedido.clases) || EstaEntero(base, pedido);
+    return sePuede && Graba(base, antes, std::move(pedido), salidas);
 }
 
-bool CMunicipioNuevo::Graba(const CString& base, const CDibujoAntes* antes, CPedidoDibujo pedido,
+bool CMunicipioNuevo::Graba(const CString& base, const CDibujoAntes& antes, CPedidoDibujo pedido,
                             CConjuntoSalidas& salidas)
 {
     const CString nombre = pedido.nombre;
-    if (antes == nullptr) {
+    if (!antes.Esta()) {
         const std::size_t traidos = pedido.recintos.size() + pedido.entidades.size();
         DejaFuera(pedido.recintos, pedido.entidades, [](const auto&) { return false; });
         if (traidos > 0 && pedido.recintos.empty() && pedido.entidades.empty())
