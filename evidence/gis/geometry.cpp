@@ -17,14 +17,14 @@ std::int64_t Redondea(std::int64_t finos)
     return (cociente - (desplazado % kFinos < 0 ? 1 : 0)) * kFinos;
 }
 
-void PonPuntos(OGRSimpleCurve& curva, const std::vector<vexageo::CPunto<int>>& puntos)
+void PonPuntos(OGRSimpleCurve& curva, const CAnillo& puntos)
 {
     curva.setNumPoints(static_cast<int>(puntos.size()));
     for (std::size_t i = 0; i < puntos.size(); ++i)
         curva.setPoint(static_cast<int>(i), EnMetros(puntos[i].X), EnMetros(puntos[i].Y));
 }
 
-OGRLinearRing* AnilloDe(const std::vector<vexageo::CPunto<int>>& contorno)
+OGRLinearRing* AnilloDe(const CAnillo& contorno)
 {
     auto anillo = std::make_unique<OGRLinearRing>();
     PonPuntos(*anillo, contorno);
@@ -45,7 +45,7 @@ vexageo::CPunto<int> EnUnidades(double x, double y)
             static_cast<int>(std::lround(y * kUnidadesPorMetro))};
 }
 
-void Ensancha(OGREnvelope& caja, const std::vector<vexageo::CPunto<int>>& puntos)
+void Ensancha(OGREnvelope& caja, const CAnillo& puntos)
 {
     for (const vexageo::CPunto<int>& punto : puntos)
         caja.Merge(EnMetros(punto.X), EnMetros(punto.Y));
@@ -63,18 +63,17 @@ std::unique_ptr<OGRPolygon> PoligonoDe(const CRecintoDibujado& recinto)
     return poligono;
 }
 
-std::unique_ptr<OGRPolygon>
-PoligonoDe(const std::vector<std::vector<vexageo::CPunto<int>>>& anillos)
+std::unique_ptr<OGRPolygon> PoligonoDe(const std::vector<CAnillo>& anillos)
 {
     auto poligono = std::make_unique<OGRPolygon>();
-    for (const std::vector<vexageo::CPunto<int>>& anillo : anillos)
+    for (const CAnillo& anillo : anillos)
         poligono->addRingDirectly(AnilloDe(anillo));
     return poligono;
 }
 
-std::vector<std::vector<vexageo::CPunto<int>>> AnillosDe(const OGRPolygon& poligono)
+std::vector<CAnillo> AnillosDe(const OGRPolygon& poligono)
 {
-    std::vector<std::vector<vexageo::CPunto<int>>> anillos;
+    std::vector<CAnillo> anillos;
     for (const OGRLinearRing* anillo : poligono) {
         auto& suyo = anillos.emplace_back();
         for (int i = 0; i + 1 < anillo->getNumPoints(); ++i) {
@@ -86,7 +85,22 @@ std::vector<std::vector<vexageo::CPunto<int>>> AnillosDe(const OGRPolygon& polig
     return anillos;
 }
 
-std::unique_ptr<OGRLineString> LineaDe(const std::vector<vexageo::CPunto<int>>& puntos)
+std::vector<CAnillo> AnillosDe(const CRecintoDibujado& recinto)
+{
+    std::vector<CAnillo> anillos;
+    const auto pon = [&](CAnillo anillo) {
+        while (anillo.size() > 1 && EnElMismoSitio(anillo.front(), anillo.back()))
+            anillo.pop_back();
+        if (!anillo.empty())
+            anillos.push_back(std::move(anillo));
+    };
+    pon(recinto.contorno);
+    for (const CIslaDibujada& isla : recinto.islas)
+        pon(isla.contorno);
+    return anillos;
+}
+
+std::unique_ptr<OGRLineString> LineaDe(const CAnillo& puntos)
 {
     auto linea = std::make_unique<OGRLineString>();
     PonPuntos(*linea, puntos);

@@ -10,23 +10,27 @@
 
 // Between GDAL's metres and a drawing's whole hundredths: all rounding of coordinates stands here.
 
+using CAnillo = std::vector<vexageo::CPunto<int>>;
+
 /// A point of a drawing in metres, and back, rounded.
 OGRPoint EnMetros(const vexageo::CPunto<int>& punto);
 vexageo::CPunto<int> EnUnidades(double x, double y); ///< of metres; they must fit 32 bits
 
 /// Widens an extent in metres by points of a drawing.
-void Ensancha(OGREnvelope& caja, const std::vector<vexageo::CPunto<int>>& puntos);
+void Ensancha(OGREnvelope& caja, const CAnillo& puntos);
 
 /// The outline, closed, with its islands as holes; null for one without points.
 std::unique_ptr<OGRPolygon> PoligonoDe(const CRecintoDibujado& recinto);
 
 /// The same of rings, the outer one first; and back, rounded and without their closing points.
-std::unique_ptr<OGRPolygon>
-PoligonoDe(const std::vector<std::vector<vexageo::CPunto<int>>>& anillos);
-std::vector<std::vector<vexageo::CPunto<int>>> AnillosDe(const OGRPolygon& poligono);
+std::unique_ptr<OGRPolygon> PoligonoDe(const std::vector<CAnillo>& anillos);
+std::vector<CAnillo> AnillosDe(const OGRPolygon& poligono);
+
+/// The rings of an outline as it was drawn, the outer one first, without closing points.
+std::vector<CAnillo> AnillosDe(const CRecintoDibujado& recinto);
 
 /// The points of a line of a drawing.
-std::unique_ptr<OGRLineString> LineaDe(const std::vector<vexageo::CPunto<int>>& puntos);
+std::unique_ptr<OGRLineString> LineaDe(const CAnillo& puntos);
 
 inline constexpr std::int64_t kFinos = 1000; // in a unit of a drawing
 

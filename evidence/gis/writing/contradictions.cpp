@@ -29,24 +29,27 @@ bool EsComoSeLee(const CRecintoEntrante& recinto, const CDibujoAntes::CRegistro&
 
 } // namespace
 
+void AvisaContradiccion(const CModoDibujo& modo, const char* clase, const CString& frase,
+                        const char* numeros, const char* rotulos)
+{
+    if (modo.ganan == Ganan::Nadie)
+        modo.noticias->Falla(clase, frase + ". Vale uno de los dos con la opción GANAN=NUMEROS o "
+                                            "GANAN=ROTULOS"_ansi);
+    else
+        modo.noticias->Advierte(clase, frase + ": vale " +
+                                           (modo.ganan == Ganan::Numeros ? numeros : rotulos));
+}
+
 bool Resuelve(CRecintoEntrante& recinto, const CPareja& pareja, const CDibujoAntes& antes,
               const CModoDibujo& modo)
 {
     if (recinto.contradiccion.IsEmpty() ||
         (pareja.mismoContorno && EsComoSeLee(recinto, *pareja.antes, antes)))
         return true;
-    const CString frase = recinto.nombre + ": " + recinto.contradiccion;
-    if (modo.ganan == Ganan::Nadie) {
-        modo.noticias->Falla("recintos cuyos campos se contradicen",
-                             frase + ". Vale uno de los dos con la opción GANAN=NUMEROS o "
-                                     "GANAN=ROTULOS"_ansi);
-        return false;
-    }
-    const bool numeros = modo.ganan == Ganan::Numeros;
-    modo.noticias->Advierte("recintos cuyos campos se contradicen",
-                            frase + (numeros ? ": vale el campo" : ": vale el rótulo"_ansi));
-    if (!numeros)
-        return true;
+    AvisaContradiccion(modo, "recintos cuyos campos se contradicen",
+                       recinto.nombre + ": " + recinto.contradiccion, "el campo", "el rótulo"_ansi);
+    if (modo.ganan != Ganan::Numeros)
+        return modo.ganan == Ganan::Rotulos;
     recinto.rotulo = recinto.porNumeros;
     if (EstadoPorRotulo(recinto.clase, recinto.Codigo(), recinto.Borrado()) !=
         EstadoRecinto::Valido) {

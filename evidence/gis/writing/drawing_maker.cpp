@@ -1,16 +1,14 @@
 #include "evidence/gis/writing/drawing_maker.h"
 
 #include <algorithm>
+#include <iterator>
 #include <limits>
 
 #include <ogr_geometry.h>
 
 #include "evidence/gis/complaints.h"
 #include "evidence/gis/geometry.h"
-#include "evidence/gis/writing/contradictions.h"
-#include "evidence/gis/writing/drawn_rings.h"
 #include "evidence/gis/writing/free_entities.h"
-#include "evidence/gis/writing/label_maker.h"
 #include "evidence/gis/writing/label_point.h"
 #include "evidence/paths.h"
 #include "platform/ansi.h"
@@ -27,6 +25,46 @@ constexpr const char* kRotulosMovidos =
 constexpr const char* kSinInterior =
     "recintos tan estrechos que su rótulo queda en una esquina"_ansi;
 constexpr int kDetrasDeTodos = std::numeric_limits<int>::max();
+
+/// The label of an outline that has one, at a place; of an outline that was there it is its old
+/// label, as far as the source doesn't say otherwise.
+/// \param viejo  its old label; null for none
+/// \param punto  with its height
+CTexto<int> RotuloDe(const CRecintoEntrante& recinto, const CTexto<int>* viejo,
+                     const CPunto<int>& punto)
+{
+    const CString codigo = viejo == nullptr ? recinto.Codigo() : viejo->Tipo().Codigo();
+    const bool borrado = viejo == nullptr ? recinto.Borrado() : viejo->Tipo().EsBorrado();
+    CTexto<int> texto(recinto.codigo.value_or(codigo));
+    texto.SetTexto(*recinto.rotulo);
+    texto.Tipo().SetBorrado(recinto.borrado.value_or(borrado));
+    if (viejo != nullptr && EnElMismoSitio(viejo->PrimerPunto(), punto))
+        texto.Puntos() = viejo->Puntos();
+    else
+        texto.Puntos().push_back(punto);
+    return texto;
+}
+
+/// The state that an outline gets by its label.
+EstadoRecinto EstadoDe(const CRecintoEntrante& recinto)
+{
+    return recinto.rotulo ? EstadoPorRotulo(recinto.clase, recinto.Codigo(), recinto.Borrado())
+                          : EstadoRecinto::SinRotulo;
+}
+
+/// What will be read of an outline that was drawn anew.
+CRecintoDibujado DibujadoDe(const CRedondo& redondo, const CPoligonoTopologico& registro)
+{
+    CRecintoDibujado dibujado;
+    dibujado.punto = registro.PuntoInterior();
+    dibujado.areaRegistro = registro.Area();
+    dibujado.contorno = redondo.anillos.front();
+    for (std::size_t i = 1; i < redondo.anillos.size(); ++i)
+        dibujado.islas.push_back({redondo.anillos[i], 0, true});
+    dibujado.rotulo = redondo.recinto.rotulo.value_or(CString());
+    dibujado.estado = EstadoDe(redondo.recinto);
+    return dibujado;
+}
 
 } // namespace
 
@@ -51,20 +89,13 @@ bool CDibujoHecho::Compon()
 
 void CDibujoHecho::EmparejaRecintos()
 {
-    std::map<ClaseTopologia, std::vector<CRecintoEntrante>> porClase;
+    std::map<ClaseTopologia, std::vector<CRedondo>> porClase;
     for (CRecintoEntrante& recinto : m_pedido.recintos)
-        porClase[recinto.clase].push_back(std::move(recinto));
+        porClase[recinto.clase].push_back({std::move(recinto), {}, {}});
     m_pedido.recintos.clear();
-    for (auto& [clase, recintos] : porClase) {
-        const std::vector<CPareja> parejas =
-            Empareja(recintos, m_antes.Registros(clase),
-                     [this](CRecintoEntrante& recinto, const CPareja& pareja) {
-                         const bool resuelto = Resuelve(recinto, pareja, m_antes, m_modo);
-                         m_bien = m_bien && resuelto;
-                         return resuelto;
-                     });
-        for (std::size_t i = 0; i < recintos.size(); ++i)
-            m_redondos.push_back({std::move(recintos[i]), parejas[i], {}});
+    for (auto& [clase, suyos] : porClase) {
+        m_bien = Empareja(suyos, clase, m_antes, m_modo) && m_bien;
+        std::ranges::move(suyos, std::back_inserter(m_redondos));
     }
 }
 
@@ -142,7 +173,7 @@ bool CDibujoHecho::ComponRegistro(const CRedondo& redondo)
     vexageo::PonRotulo(registro, PonRotulo(recinto, antes, sitio.punto), sitio.punto);
     for (std::size_t i = 1; i < partes.size(); ++i)
         registro.InsertaIsla(partes[i]);
-    CRecintoDibujado dibujado = DibujadoDe(recinto, redondo.anillos, registro);
+    CRecintoDibujado dibujado = DibujadoDe(redondo, registro);
     const bool nuevoRotulo = antes == nullptr || antes->dibujado.rotulo != dibujado.rotulo;
     m_registros[recinto.clase].push_back(
         {{std::move(registro), {}, std::move(dibujado)},
@@ -193,9 +224,7 @@ void CDibujoHecho::CambiaRotulo(const CRecintoEntrante& recinto, CRegistroHecho&
     dibujado.punto = punto;
     dibujado.rotulo = recinto.rotulo.value_or(CString());
     if (dibujado.estado != EstadoRecinto::OtraClase)
-        dibujado.estado = recinto.rotulo
-                              ? EstadoPorRotulo(recinto.clase, recinto.Codigo(), recinto.Borrado())
-                              : EstadoRecinto::SinRotulo;
+        dibujado.estado = EstadoDe(recinto);
     hecho.revisado.nuevoRotulo = true;
 }
 
@@ -210,7 +239,7 @@ int CDibujoHecho::PonRotulo(const CRecintoEntrante& recinto, const CDibujoAntes:
     if (viejo != nullptr && !viejo->Tipo().EsTexto())
         viejo = nullptr;
     const CTexto<int> texto = RotuloDe(recinto, viejo, m_antes.ConAltura(punto));
-    if (viejo != nullptr && EsElMismo(*viejo, texto))
+    if (viejo != nullptr && EsIgual(*viejo, texto))
         return antes->dibujado.posicionRotulo;
     m_cambiaDibujo = true;
     return m_dibujo.Pon(texto);
@@ -299,8 +328,7 @@ bool CDibujoHecho::Revisa() const
 void CDibujoHecho::Graba(const CString& base, CConjuntoSalidas& salidas)
 {
     const auto nombre = [&](const char* extension) {
-        return m_antes.Esta() ? m_antes.Nombre(extension)
-                              : CString(ConExtension(base, extension));
+        return m_antes.Esta() ? m_antes.Nombre(extension) : CString(ConExtension(base, extension));
     };
     CFileException fallo;
     if (m_cambiaDibujo) {

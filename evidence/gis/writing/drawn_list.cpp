@@ -7,6 +7,7 @@
 #include "cadastre/polygon_list.h"
 #include "evidence/gis/complaints.h"
 #include "evidence/gis/names.h"
+#include "evidence/gis/writing/contradictions.h"
 #include "evidence/municipality_files.h"
 #include "evidence/paths.h"
 #include "platform/ansi.h"
@@ -45,20 +46,12 @@ bool Situa(const CModoDibujo& modo, const CPorNumero& porNumero, const CString& 
     if (!de.poligono || (de.nombrada && LeeEntero(de.entrada) == *de.poligono))
         return true;
     if (de.nombrada) {
-        CString frase;
-        frase.Format("%s: su campo poligono dice %d y su campo entrada dice %s"_ansi, nombre,
-                     *de.poligono, de.entrada);
-        constexpr const char* kClase = "elementos de dos polígonos a la vez"_ansi;
-        if (modo.ganan == Ganan::Nadie) {
-            modo.noticias->Falla(kClase, frase +
-                                             ". Vale uno de los dos con la opción GANAN=NUMEROS "
-                                             "o GANAN=ROTULOS"_ansi);
-            return false;
-        }
-        const bool numeros = modo.ganan == Ganan::Numeros;
-        modo.noticias->Advierte(kClase, frase + (numeros ? ": vale poligono" : ": vale entrada"));
-        if (!numeros)
-            return true;
+        AvisaContradiccion(modo, "elementos de dos polígonos a la vez"_ansi,
+                           Formatea("%s: su campo poligono dice %d y su campo entrada dice %s"_ansi,
+                                    nombre, *de.poligono, de.entrada),
+                           "poligono", "entrada");
+        if (modo.ganan != Ganan::Numeros)
+            return modo.ganan == Ganan::Rotulos;
     }
     const auto suyas = porNumero.find(*de.poligono);
     if (suyas != porNumero.end() && suyas->second.size() > 1) {

@@ -2,16 +2,11 @@
 
 #include <algorithm>
 
-#include "evidence/gis/writing/drawn_rings.h"
 #include "platform/ansi.h"
 
 using vexageo::CPunto;
 using vexageo::CTexto;
 
-namespace {
-
-/// Tells whether an entity is still as it was, by what the layers show of it: no heights, and of a
-/// text the first point alone.
 bool EsIgual(const CTexto<int>& a, const CTexto<int>& b)
 {
     const bool mismosPuntos =
@@ -23,8 +18,6 @@ bool EsIgual(const CTexto<int>& a, const CTexto<int>& b)
            a.Tipo().EsBorrado() == b.Tipo().EsBorrado() &&
            (a.Tipo().EsLinea() || SeVenIgual(a.Texto(), b.Texto()));
 }
-
-} // namespace
 
 bool CEntidadesLibres::Pon()
 {

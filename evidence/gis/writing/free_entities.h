@@ -6,6 +6,10 @@
 #include "evidence/gis/writing/old_drawing.h"
 #include "vexa_libs/drawing_writer.h"
 
+/// Tells whether an entity is still as it was, by what the layers show of it: no heights, and of a
+/// text the first point alone.
+bool EsIgual(const vexageo::CTexto<int>& a, const vexageo::CTexto<int>& b);
+
 /// Puts the texts, points and lines of a source into a drawing. Those that name or bound an outline
 /// come out of it: where the drawing is there they must be as they were, and a new one makes them
 /// of the outlines.

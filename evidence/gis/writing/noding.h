@@ -7,8 +7,6 @@
 // The outlines of a polygon come from anywhere: neighbours that touch without sharing points, and
 // coordinates finer than those of a drawing. Here they get common points, and whole hundredths.
 
-using CAnillo = std::vector<vexageo::CPunto<int>>;
-
 /// Nodes the rings together and rounds them. Where two of them cross, touch or run along one
 /// another, both have the same points afterwards. A point moves no farther than rounding takes it,
 /// or a few times that where points crowd. No ring comes to cross another one or itself that

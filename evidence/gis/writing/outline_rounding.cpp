@@ -1,12 +1,12 @@
 #include "evidence/gis/writing/outline_rounding.h"
 
 #include <algorithm>
+#include <memory>
 
 #include <ogr_geometry.h>
 
 #include "evidence/gis/complaints.h"
 #include "evidence/gis/geometry.h"
-#include "evidence/gis/writing/drawn_rings.h"
 #include "platform/ansi.h"
 #include "vexa_libs/ccadena.h"
 
@@ -23,6 +23,19 @@ bool RompeLineas(const CRedondo& redondo)
     return rotulo && TieneControles(*rotulo) &&
            (redondo.pareja.antes == nullptr ||
             !SeVenIgual(*rotulo, redondo.pareja.antes->dibujado.rotulo));
+}
+
+/// The rings around all outlines together; each with its holes.
+std::vector<std::vector<CAnillo>> Alrededor(const OGRMultiPolygon& todas)
+{
+    const std::unique_ptr<OGRGeometry> juntas(todas.UnionCascaded());
+    std::vector<std::vector<CAnillo>> recintos;
+    if (juntas && wkbFlatten(juntas->getGeometryType()) == wkbPolygon)
+        recintos.push_back(AnillosDe(*juntas->toPolygon()));
+    else if (juntas && wkbFlatten(juntas->getGeometryType()) == wkbMultiPolygon)
+        for (const OGRPolygon* poligono : *juntas->toMultiPolygon())
+            recintos.push_back(AnillosDe(*poligono));
+    return recintos;
 }
 
 } // namespace

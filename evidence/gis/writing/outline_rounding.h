@@ -5,13 +5,6 @@
 #include "evidence/gis/writing/drawing_request.h"
 #include "evidence/gis/writing/outline_matching.h"
 
-/// An outline with the rings that it gets in the drawing.
-struct CRedondo {
-    CRecintoEntrante recinto;
-    CPareja pareja;
-    std::vector<CAnillo> anillos; ///< the outer one first, no empty ones; of one that stays none
-};
-
 /// Gives the outlines of a drawing their rounded rings: those that came as they were stay, and the
 /// others are noded together and led through the points of those.
 class CRedondeo {

@@ -6,7 +6,6 @@
 #include <utility>
 
 #include "cadastre/label_codes.h"
-#include "evidence/gis/writing/drawn_rings.h"
 
 using vexageo::CPunto;
 
