@@ -1,12 +1,57 @@
 #include "evidence/gis/writing/write_dataset.h"
 
+#include <functional>
+#include <utility>
+
 #include "evidence/gis/complaints.h"
 #include "evidence/gis/names.h"
-#include "evidence/gis/writing/write_layer.h"
 #include "evidence/paths.h"
 #include "platform/ansi.h"
 
 namespace {
+
+/// Takes a feature of a layer for the drawings. False, which was told, where it is refused. Raises
+/// nothing.
+using CTomaElemento = std::function<bool(const OGRFeature& elemento)>;
+
+/// A layer that takes features for the drawings. It keeps none to be read.
+class CCapaNuevaSalida final : public CCapaGdal {
+public:
+    CCapaNuevaSalida(CTomaElemento toma, const char* nombre, const OGRSpatialReference* referencia)
+        : CCapaGdal(nombre, wkbUnknown, referencia), m_toma(std::move(toma))
+    {
+    }
+
+    void ResetReading() override {}
+    OGRFeature* GetNextFeature() override { return nullptr; }
+    OGRErr CreateField(CCampoPedido* campo, int /*aproximado*/) override
+    {
+        return SinExcepciones<OGRErr>(OGRERR_FAILURE, [&] {
+            Definicion().AddFieldDefn(campo);
+            return OGRERR_NONE;
+        });
+    }
+    OGRErr ICreateFeature(OGRFeature* elemento) override
+    {
+        ++m_ultimo;
+        if (elemento->GetFID() == OGRNullFID)
+            elemento->SetFID(m_ultimo);
+        if (OGRGeometry* geometria = elemento->GetGeometryRef();
+            geometria != nullptr && geometria->getSpatialReference() == nullptr)
+            geometria->assignSpatialReference(Referencia());
+        return m_toma(*elemento) ? OGRERR_NONE : OGRERR_FAILURE;
+    }
+
+private:
+    bool Sabe(const char* capacidad) const override
+    {
+        return EQUAL(capacidad, OLCSequentialWrite) || EQUAL(capacidad, OLCCreateField) ||
+               EQUAL(capacidad, OLCStringsAsUTF8) || EQUAL(capacidad, OLCCurveGeometries);
+    }
+
+    CTomaElemento m_toma;
+    GIntBig m_ultimo = 0; // number of the last feature
+};
 
 /// Tells of what names no polygon whether it is in the drawing of one all the same.
 bool EsDeAlgunDibujo(const CRecintoEntrante& recinto)
@@ -122,9 +167,9 @@ OGRLayer* CMunicipioNuevo::CreaCapa(const char* nombre, const OGRSpatialReferenc
                 m_traidas.recintos.insert(*clase);
             else
                 m_traidas.entidades.insert(*entidad);
-            toma = [this, suya = std::string(nombre)](const OGRFeature& elemento) {
+            toma = [this, clase, entidad](const OGRFeature& elemento) {
                 const bool tomado =
-                    SinExcepciones(false, [&] { return Toma(suya.c_str(), elemento); });
+                    SinExcepciones(false, [&] { return Toma(clase, entidad, elemento); });
                 m_rechazado = m_rechazado || !tomado;
                 return tomado;
             };
@@ -160,9 +205,9 @@ OGRErr CMunicipioNuevo::RollbackTransaction()
     return OGRERR_NONE;
 }
 
-bool CMunicipioNuevo::Toma(const char* capa, const OGRFeature& elemento)
+bool CMunicipioNuevo::Toma(const std::optional<ClaseTopologia>& clase,
+                           const std::optional<ClaseEntidad>& entidad, const OGRFeature& elemento)
 {
-    const std::optional<ClaseTopologia> clase = ClaseDeCapa(capa);
     if (!m_hayLista)
         m_hayLista = !m_sustituye && HayFichero(m_lista);
     if (clase && *m_hayLista)
@@ -171,7 +216,7 @@ bool CMunicipioNuevo::Toma(const char* capa, const OGRFeature& elemento)
     if (clase)
         return TomaElemento(*clase, elemento, m_tolerancia, m_recintos) ||
                SeSalta(m_recintos, desde);
-    return TomaEntidad(*ClaseDeEntidad(capa), elemento, m_entidades) || SeSalta(m_entidades, desde);
+    return TomaEntidad(*entidad, elemento, m_entidades) || SeSalta(m_entidades, desde);
 }
 
 template <class T>

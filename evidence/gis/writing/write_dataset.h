@@ -40,8 +40,10 @@ private:
     OGRLayer* CreaCapa(const char* nombre, const OGRSpatialReference* referencia) override;
 
     bool Termina() override;
-    /// Takes a feature of one of its layers. False, which was told, where it is refused.
-    bool Toma(const char* capa, const OGRFeature& elemento);
+    /// Takes a feature of a layer of outlines, or of entities. False, which was told, where it is
+    /// refused.
+    bool Toma(const std::optional<ClaseTopologia>& clase,
+              const std::optional<ClaseEntidad>& entidad, const OGRFeature& elemento);
     /// Tells that the features from a place on were refused, and gives whether to go on: then they
     /// stay, and are told, where the drawing that is there may have them.
     template <class T>
@@ -75,7 +77,6 @@ private:
     // They make a drawing, and give false where something was refused, which was told.
     bool GrabaPoligono(const CString& base, bool estaba, CPedidoDibujo pedido,
                        CConjuntoSalidas& salidas);
-    bool EstaEntero(const CString& base, const CPedidoDibujo& pedido) const;
     bool EstaLibre(const CString& base, const CPedidoDibujo& pedido) const;
     bool GrabaHojas(CConjuntoSalidas& salidas);
     bool Graba(const CString& base, const CDibujoAntes& antes, CPedidoDibujo pedido,

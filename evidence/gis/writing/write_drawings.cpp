@@ -51,6 +51,21 @@ bool EstaEnDisco(const CString& nombre)
     return AbreSiHay(fichero, nombre, CFile::anyCase);
 }
 
+/// Tells whether no topology without its drawing would go by what is written; one that would was
+/// told.
+bool EstaEntero(const CString& base, const CPedidoDibujo& pedido)
+{
+    const auto suelta = std::ranges::find_if(pedido.clases, [&](ClaseTopologia clase) {
+        return !pedido.traidas.Hay(clase) && EstaEnDisco(ConExtension(base, ExtensionDe(clase)));
+    });
+    if (suelta == pedido.clases.end())
+        return true;
+    FallaCon("el dibujo %s no se puede cambiar: tiene .%s y le falta el .BIN. Con la opción "
+             "SUSTITUYE=SI se hace uno nuevo"_ansi,
+             pedido.nombre, ExtensionDe(*suelta));
+    return false;
+}
+
 } // namespace
 
 template <class F>
@@ -86,22 +101,16 @@ std::vector<CPedidoDibujo> CMunicipioNuevo::Pedidos()
 {
     std::vector<CPedidoDibujo> pedidos;
     std::map<CString, std::size_t> lugares;
-    const auto suyo = [&](const CString& entrada) -> CPedidoDibujo& {
-        const auto [lugar, nuevo] = lugares.try_emplace(entrada, pedidos.size());
+    const auto pon = [&](auto& suyo) {
+        if (EsDeHojas(suyo))
+            return;
+        const auto [lugar, nuevo] = lugares.try_emplace(suyo.de.entrada, pedidos.size());
         if (nuevo)
-            pedidos.push_back(PedidoDe(entrada));
-        return pedidos[lugar->second];
+            pedidos.push_back(PedidoDe(suyo.de.entrada));
+        Pon(std::move(suyo), pedidos[lugar->second]);
     };
-    for (CRecintoEntrante& recinto : m_recintos)
-        if (!EsDeHojas(recinto)) {
-            CPedidoDibujo& pedido = suyo(recinto.de.entrada);
-            Pon(std::move(recinto), pedido);
-        }
-    for (CEntidadEntrante& entidad : m_entidades)
-        if (!EsDeHojas(entidad)) {
-            CPedidoDibujo& pedido = suyo(entidad.de.entrada);
-            Pon(std::move(entidad), pedido);
-        }
+    std::ranges::for_each(m_recintos, pon);
+    std::ranges::for_each(m_entidades, pon);
     return pedidos;
 }
 
@@ -290,21 +299,6 @@ bool CMunicipioNuevo::GrabaPoligono(const CString& base, bool estaba, CPedidoDib
     return sePuede && Graba(base, antes, std::move(pedido), salidas);
 }
 
-/// Tells whether no topology without its drawing would go by what is written; one that would was
-/// told.
-bool CMunicipioNuevo::EstaEntero(const CString& base, const CPedidoDibujo& pedido) const
-{
-    const auto suelta = std::ranges::find_if(pedido.clases, [&](ClaseTopologia clase) {
-        return !pedido.traidas.Hay(clase) && EstaEnDisco(ConExtension(base, ExtensionDe(clase)));
-    });
-    if (suelta == pedido.clases.end())
-        return true;
-    FallaCon("el dibujo %s no se puede cambiar: tiene .%s y le falta el .BIN. Con la opción "
-             "SUSTITUYE=SI se hace uno nuevo"_ansi,
-             pedido.nombre, ExtensionDe(*suelta));
-    return false;
-}
-
 /// Tells whether no file stands where a drawing is to come that the list doesn't have: a list with
 /// another name, or without one of its entries, doesn't make the drawings beside it nobody's.
 bool CMunicipioNuevo::EstaLibre(const CString& base, const CPedidoDibujo& pedido) const
@@ -333,19 +327,18 @@ bool CMunicipioNuevo::GrabaHojas(CConjuntoSalidas& salidas)
         nombre = "ortos";
     static constexpr ClaseTopologia kDeHojas[] = {ClaseTopologia::Hojas};
     CPedidoDibujo pedido = PedidoDe(nombre, kDeHojas);
-    for (const CRecintoEntrante& recinto : m_recintos)
-        if (EsDeHojas(recinto))
-            Pon(recinto, pedido);
-    for (const CEntidadEntrante& entidad : m_entidades)
-        if (EsDeHojas(entidad))
-            Pon(entidad, pedido);
+    const auto pon = [&](const auto& suyo) {
+        if (EsDeHojas(suyo))
+            Pon(suyo, pedido);
+    };
+    std::ranges::for_each(m_recintos, pon);
+    std::ranges::for_each(m_entidades, pon);
     if (pedido.recintos.empty() && pedido.entidades.empty())
         return true;
     m_hojas = nombre;
     const CString base = carpeta + nombre;
     CDibujoAntes antes;
-    const bool sePuede =
-        m_sustituye || antes.Lee(base, pedido.clases) || EstaEntero(base, pedido);
+    const bool sePuede = m_sustituye || antes.Lee(base, pedido.clases) || EstaEntero(base, pedido);
     return sePuede && Graba(base, antes, std::move(pedido), salidas);
 }
 
