@@ -45,6 +45,18 @@ vexageo::CPunto<int> EnUnidades(double x, double y)
             static_cast<int>(std::lround(y * kUnidadesPorMetro))};
 }
 
+std::vector<const OGRGeometry*> PartesDe(const OGRGeometry& geometria, OGRwkbGeometryType tipo)
+{
+    std::vector<const OGRGeometry*> partes;
+    if (wkbFlatten(geometria.getGeometryType()) == tipo)
+        partes.push_back(&geometria);
+    else if (OGR_GT_IsSubClassOf(geometria.getGeometryType(), wkbGeometryCollection) != FALSE)
+        for (const OGRGeometry* parte : *geometria.toGeometryCollection())
+            if (wkbFlatten(parte->getGeometryType()) == tipo)
+                partes.push_back(parte);
+    return partes;
+}
+
 void Ensancha(OGREnvelope& caja, const CAnillo& puntos)
 {
     for (const vexageo::CPunto<int>& punto : puntos)

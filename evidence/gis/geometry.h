@@ -16,6 +16,9 @@ using CAnillo = std::vector<vexageo::CPunto<int>>;
 OGRPoint EnMetros(const vexageo::CPunto<int>& punto);
 vexageo::CPunto<int> EnUnidades(double x, double y); ///< of metres; they must fit 32 bits
 
+/// The parts of a geometry that are of a type, itself where it is.
+std::vector<const OGRGeometry*> PartesDe(const OGRGeometry& geometria, OGRwkbGeometryType tipo);
+
 /// Widens an extent in metres by points of a drawing.
 void Ensancha(OGREnvelope& caja, const CAnillo& puntos);
 

@@ -167,7 +167,7 @@ bool CDibujoHecho::ComponRegistro(const CRedondo& redondo)
         SituaRotulo(redondo.anillos, hayPunto ? recinto.punto : antes->dibujado.punto);
     if (!sitio.dentro)
         m_modo.noticias->Apunta(kSinInterior, recinto.nombre);
-    else if (recinto.punto && recinto.rotulo && !sitio.comoSePide)
+    else if (recinto.punto && recinto.rotulo && !EnElMismoSitio(sitio.punto, *recinto.punto))
         m_modo.noticias->Apunta(kRotulosMovidos, recinto.nombre);
     CPoligonoTopologico registro = std::move(partes.front());
     vexageo::PonRotulo(registro, PonRotulo(recinto, antes, sitio.punto), sitio.punto);
@@ -320,9 +320,7 @@ bool CDibujoHecho::Revisa() const
             revisados[clase].push_back(hecho.revisado);
         }
     }
-    revisados[ClaseTopologia::Parcelas];
-    revisados[ClaseTopologia::Subparcelas];
-    return RevisaDibujo(std::move(poligono), revisados, m_modo);
+    return RevisaDibujo(std::move(poligono), std::move(revisados), m_modo);
 }
 
 void CDibujoHecho::Graba(const CString& base, CConjuntoSalidas& salidas)

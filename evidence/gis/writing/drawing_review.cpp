@@ -80,20 +80,16 @@ void AvisaDeFuera(const CPoligonoDibujado& poligono, const std::vector<CRecintoR
 
 } // namespace
 
-bool RevisaDibujo(CPoligonoDibujado poligono, const CRevisados& revisados, const CModoDibujo& modo)
+bool RevisaDibujo(CPoligonoDibujado poligono, CRevisados revisados, const CModoDibujo& modo)
 {
     Relaciona(poligono, {});
     bool bien = true;
-    for (const ClaseTopologia que : kClases) {
-        const std::vector<CRecintoRevisado>& suyos = revisados.at(que);
-        std::vector<bool> nuevos(suyos.size());
-        std::transform(suyos.begin(), suyos.end(), nuevos.begin(),
-                       [](const CRecintoRevisado& suyo) { return suyo.nuevoContorno; });
-        AvisaSolapes(poligono.Topologia(que), que, nuevos, poligono.entrada, *modo.noticias);
-    }
     for (const ClaseTopologia que : kClases)
-        bien = PermitePiezas(poligono, que, revisados.at(que), modo) && bien;
-    AvisaDeFuera(poligono, revisados.at(ClaseTopologia::Parcelas), *modo.noticias);
-    AvisaDeOtraParcela(poligono, revisados.at(ClaseTopologia::Subparcelas), *modo.noticias);
+        AvisaSolapes(poligono.Topologia(que), que, revisados[que], poligono.entrada,
+                     *modo.noticias);
+    for (const ClaseTopologia que : kClases)
+        bien = PermitePiezas(poligono, que, revisados[que], modo) && bien;
+    AvisaDeFuera(poligono, revisados[ClaseTopologia::Parcelas], *modo.noticias);
+    AvisaDeOtraParcela(poligono, revisados[ClaseTopologia::Subparcelas], *modo.noticias);
     return bien;
 }

@@ -21,4 +21,4 @@ using CRevisados = std::map<ClaseTopologia, std::vector<CRecintoRevisado>>;
 /// Looks a polygon's drawing over as it will be read, and tells what the way back will make of what
 /// is new in it: overlaps, subparcels that fall into another parcel, parcels and letters in several
 /// outlines. False where these are refused.
-bool RevisaDibujo(CPoligonoDibujado poligono, const CRevisados& revisados, const CModoDibujo& modo);
+bool RevisaDibujo(CPoligonoDibujado poligono, CRevisados revisados, const CModoDibujo& modo);

@@ -1,6 +1,6 @@
 #include "evidence/gis/writing/entity_input.h"
 
-#include <memory>
+#include <iterator>
 
 #include "cadastre/label_codes.h"
 #include "evidence/gis/geometry.h"
@@ -55,15 +55,10 @@ CString NombreDe(const OGRFeature& elemento, const CEntidadEntrante& suya)
 /// The pieces of a geometry that are of the kind; empty where one isn't.
 std::vector<const OGRGeometry*> PiezasDe(const OGRGeometry& geometria, OGRwkbGeometryType tipo)
 {
-    if (wkbFlatten(geometria.getGeometryType()) == tipo)
-        return {&geometria};
-    std::vector<const OGRGeometry*> piezas;
-    if (OGR_GT_IsSubClassOf(geometria.getGeometryType(), wkbGeometryCollection) != FALSE)
-        for (const OGRGeometry* pieza : *geometria.toGeometryCollection()) {
-            if (wkbFlatten(pieza->getGeometryType()) != tipo)
-                return {};
-            piezas.push_back(pieza);
-        }
+    std::vector<const OGRGeometry*> piezas = PartesDe(geometria, tipo);
+    if (OGR_GT_IsSubClassOf(geometria.getGeometryType(), wkbGeometryCollection) != FALSE &&
+        std::ssize(piezas) != geometria.toGeometryCollection()->getNumGeometries())
+        piezas.clear();
     return piezas;
 }
 

@@ -57,7 +57,7 @@ CPuntoRotulo SituaRotulo(const std::vector<CAnillo>& anillos,
                          const std::optional<CPunto<int>>& pedido)
 {
     if (pedido && EstaDentro(anillos, *pedido))
-        return {*pedido, true, true};
+        return {*pedido, true};
     const auto [bajo, alto] = std::ranges::minmax_element(anillos.front(), {}, &CPunto<int>::Y);
     // Heights that halve the ones before, the middle first: a wide outline ends at the first one,
     // a sliver after as many as it takes.
@@ -67,6 +67,6 @@ CPuntoRotulo SituaRotulo(const std::vector<CAnillo>& anillos,
         for (int k = 1; k < partes; k += 2)
             if (const auto punto =
                     EnAltura(anillos, bajo->Y + static_cast<int>(altura * k / partes)))
-                return {*punto, false, true};
-    return {anillos.front().front(), false, false};
+                return {*punto, true};
+    return {anillos.front().front(), false};
 }

@@ -8,8 +8,7 @@
 /// Where a label of an outline stands.
 struct CPuntoRotulo {
     vexageo::CPunto<int> punto;
-    bool comoSePide = false; ///< it is the point that was wished
-    bool dentro = true;      ///< false where no whole point lies inside: then it is a corner
+    bool dentro = true; ///< false where no whole point lies inside: then it is a corner
 };
 
 /// Finds a place for the label of an outline: the point that is wished where that lies strictly

@@ -53,15 +53,11 @@ bool AristasAnudadas(const std::vector<CAnilloFino>& anillos, std::vector<CArist
     const auto punto = [](const OGRLineString& linea, int i) {
         return Redondea(EnFinos(linea.getX(i), linea.getY(i)));
     };
-    const auto recorre = [&](const OGRLineString& linea) {
+    for (const OGRGeometry* parte : PartesDe(*anudadas, wkbLineString)) {
+        const OGRLineString& linea = *parte->toLineString();
         for (int i = 1; i < linea.getNumPoints(); ++i)
             Apunta(punto(linea, i - 1), punto(linea, i), aristas);
-    };
-    if (wkbFlatten(anudadas->getGeometryType()) == wkbLineString)
-        recorre(*anudadas->toLineString());
-    else
-        for (const OGRLineString* linea : *anudadas->toMultiLineString())
-            recorre(*linea);
+    }
     Ordena(aristas);
     return true;
 }
@@ -117,15 +113,13 @@ bool SonRedondos(const std::vector<CAnilloFino>& anillos)
     });
 }
 
-/// The ends of edges as nodes.
-std::vector<CNudo> NudosDe(const std::vector<CArista>& aristas, bool atraen)
+/// Adds the ends of edges to the nodes.
+void PonExtremos(const std::vector<CArista>& aristas, bool atraen, std::vector<CNudo>& nudos)
 {
-    std::vector<CNudo> nudos;
     for (const auto& [a, b] : aristas) {
         nudos.push_back({a, atraen});
         nudos.push_back({b, atraen});
     }
-    return nudos;
 }
 
 /// The points of rings that stay as nodes.
@@ -152,10 +146,9 @@ bool AnudaHastaQueCuadra(const std::vector<CNudo>& fijos, std::vector<CAnilloFin
         const std::vector<CArista> aristas = AristasDe(anillos);
         if (vuelta > 0 && anudadas == aristas)
             return true;
-        std::vector<CNudo> nudos = NudosDe(anudadas, true);
-        const std::vector<CNudo> suyos = NudosDe(aristas, true);
-        nudos.insert(nudos.end(), suyos.begin(), suyos.end());
-        nudos.insert(nudos.end(), fijos.begin(), fijos.end());
+        std::vector<CNudo> nudos = fijos;
+        PonExtremos(anudadas, true, nudos);
+        PonExtremos(aristas, true, nudos);
         Lleva(anillos, nudos);
     }
     return false;
@@ -179,9 +172,8 @@ bool Anuda(const std::vector<CAnilloFino>& anillos, const std::vector<CAnillo>& 
 {
     std::vector<CAnilloFino> llevados = anillos;
     if (SonRedondos(llevados)) {
-        std::vector<CNudo> nudos = NudosDe(AristasDe(llevados), false);
-        const std::vector<CNudo> otros = NudosDe(fijos, false);
-        nudos.insert(nudos.end(), otros.begin(), otros.end());
+        std::vector<CNudo> nudos = NudosDe(fijos, false);
+        PonExtremos(AristasDe(llevados), false, nudos);
         Lleva(llevados, nudos);
     } else if (!AnudaHastaQueCuadra(NudosDe(fijos, true), llevados)) {
         return false;

@@ -178,17 +178,14 @@ CAnilloFino AnilloDe(const OGRLinearRing& curva)
 void TomaPiezas(const OGRGeometry* geometria, const CRecintoEntrante& recinto,
                 std::vector<CRecintoEntrante>& recintos)
 {
-    std::vector<const OGRPolygon*> piezas;
+    std::vector<const OGRGeometry*> piezas;
     if (geometria == nullptr || geometria->IsEmpty())
         recintos.push_back(recinto);
-    else if (wkbFlatten(geometria->getGeometryType()) == wkbPolygon)
-        piezas.push_back(geometria->toPolygon());
     else
-        for (const OGRPolygon* poligono : *geometria->toMultiPolygon())
-            piezas.push_back(poligono);
-    for (const OGRPolygon* pieza : piezas) {
+        piezas = PartesDe(*geometria, wkbPolygon);
+    for (const OGRGeometry* pieza : piezas) {
         CRecintoEntrante& suyo = recintos.emplace_back(recinto);
-        for (const OGRLinearRing* anillo : *pieza)
+        for (const OGRLinearRing* anillo : *pieza->toPolygon())
             suyo.anillos.push_back(AnilloDe(*anillo));
         if (piezas.size() == 1 || !suyo.punto)
             continue;

@@ -30,11 +30,9 @@ std::vector<std::vector<CAnillo>> Alrededor(const OGRMultiPolygon& todas)
 {
     const std::unique_ptr<OGRGeometry> juntas(todas.UnionCascaded());
     std::vector<std::vector<CAnillo>> recintos;
-    if (juntas && wkbFlatten(juntas->getGeometryType()) == wkbPolygon)
-        recintos.push_back(AnillosDe(*juntas->toPolygon()));
-    else if (juntas && wkbFlatten(juntas->getGeometryType()) == wkbMultiPolygon)
-        for (const OGRPolygon* poligono : *juntas->toMultiPolygon())
-            recintos.push_back(AnillosDe(*poligono));
+    if (juntas)
+        for (const OGRGeometry* parte : PartesDe(*juntas, wkbPolygon))
+            recintos.push_back(AnillosDe(*parte->toPolygon()));
     return recintos;
 }
 

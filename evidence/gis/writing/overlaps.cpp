@@ -21,7 +21,7 @@ struct CPuesto {
 
 /// The valid outlines, from left to right.
 std::vector<CPuesto> Puestos(const std::vector<CRecintoDibujado>& recintos,
-                             const std::vector<bool>& nuevos)
+                             const std::vector<CRecintoRevisado>& revisados)
 {
     std::vector<CPuesto> puestos;
     for (std::size_t i = 0; i < recintos.size(); ++i) {
@@ -29,7 +29,8 @@ std::vector<CPuesto> Puestos(const std::vector<CRecintoDibujado>& recintos,
         std::unique_ptr<OGRPolygon> poligono = recinto.Valido() ? PoligonoDe(recinto) : nullptr;
         if (!poligono)
             continue;
-        CPuesto& suyo = puestos.emplace_back(CPuesto{&recinto, nuevos[i], std::move(poligono), {}});
+        CPuesto& suyo = puestos.emplace_back(
+            CPuesto{&recinto, revisados[i].nuevoContorno, std::move(poligono), {}});
         suyo.poligono->getEnvelope(&suyo.caja);
     }
     std::ranges::sort(puestos, {}, [](const CPuesto& puesto) { return puesto.caja.MinX; });
@@ -48,12 +49,12 @@ public:
         m_comun.reset(a.poligono->Intersection(b.poligono.get()));
         if (!m_comun)
             return;
-        if (wkbFlatten(m_comun->getGeometryType()) == wkbPolygon)
-            Toma(*m_comun->toPolygon());
-        else if (OGR_GT_IsSubClassOf(m_comun->getGeometryType(), wkbGeometryCollection) != FALSE)
-            for (const OGRGeometry* parte : *m_comun->toGeometryCollection())
-                if (wkbFlatten(parte->getGeometryType()) == wkbPolygon) // none is a line or a point
-                    Toma(*parte->toPolygon());
+        for (const OGRGeometry* parte : PartesDe(*m_comun, wkbPolygon)) { // no line, no point
+            const OGRPolygon& suya = *parte->toPolygon();
+            m_area += suya.get_Area();
+            if (m_mayor == nullptr || suya.get_Area() > m_mayor->get_Area())
+                m_mayor = &suya;
+        }
     }
 
     double Area() const { return m_area; }
@@ -64,13 +65,6 @@ public:
     }
 
 private:
-    void Toma(const OGRPolygon& parte)
-    {
-        m_area += parte.get_Area();
-        if (m_mayor == nullptr || parte.get_Area() > m_mayor->get_Area())
-            m_mayor = &parte;
-    }
-
     std::unique_ptr<OGRGeometry> m_comun;
     double m_area = 0; // square metres
     const OGRPolygon* m_mayor = nullptr;
@@ -84,11 +78,12 @@ CString Nombre(const CRecintoDibujado& recinto, ClaseTopologia que)
 } // namespace
 
 void AvisaSolapes(const CTopologiaDibujada& topologia, ClaseTopologia que,
-                  const std::vector<bool>& nuevos, const CString& entrada, CNoticias& noticias)
+                  const std::vector<CRecintoRevisado>& revisados, const CString& entrada,
+                  CNoticias& noticias)
 {
     constexpr double kMasDeUnMetro = 1;
     constexpr double kSeVe = 0.005; // square metres, as they are told
-    const std::vector<CPuesto> puestos = Puestos(topologia.recintos, nuevos);
+    const std::vector<CPuesto> puestos = Puestos(topologia.recintos, revisados);
     std::vector<const CPuesto*> abiertos; // may reach the next one
     int cuantos = 0;
     double total = 0;
