@@ -19,6 +19,9 @@ vexageo::CPunto<int> EnUnidades(double x, double y); ///< of metres; they must f
 /// The parts of a geometry that are of a type, itself where it is.
 std::vector<const OGRGeometry*> PartesDe(const OGRGeometry& geometria, OGRwkbGeometryType tipo);
 
+/// The boxes of features, in metres; one that has no place has an empty one.
+using CCajas = std::vector<OGREnvelope>;
+
 /// Widens an extent in metres by points of a drawing.
 void Ensancha(OGREnvelope& caja, const CAnillo& puntos);
 

@@ -1,7 +1,6 @@
 #include <cstdlib>
 #include <functional>
 #include <map>
-#include <optional>
 #include <set>
 #include <utility>
 
@@ -22,26 +21,14 @@ struct CEntidad {
     CTexto<int> entidad;
 };
 
-using CQuiere = bool (*)(const vexageo::CTipoDat&);
-
-bool EsLinea(const vexageo::CTipoDat& tipo)
-{
-    return tipo.EsLinea();
-}
-
-bool NoEsLinea(const vexageo::CTipoDat& tipo)
-{
-    return !tipo.EsLinea();
-}
-
 /// The sheets stand behind the drawings of the list.
-bool SonHojas(CMunicipioAbierto& municipio, std::size_t dibujo)
+bool SonHojas(const CMunicipioAbierto& municipio, std::size_t dibujo)
 {
     return dibujo == municipio.Lista().entradas.size();
 }
 
-/// Hands out the entities of a drawing that `quiere` wants.
-void Recorre(CMunicipioAbierto& municipio, std::size_t dibujo, CQuiere quiere,
+/// Hands out the lines of a drawing, or all that is none.
+void Recorre(CMunicipioAbierto& municipio, std::size_t dibujo, bool lineas,
              const std::function<void(int, const CTexto<int>&)>& toma)
 {
     const CString nombre = SonHojas(municipio, dibujo)
@@ -56,7 +43,7 @@ void Recorre(CMunicipioAbierto& municipio, std::size_t dibujo, CQuiere quiere,
         return;
     }
     const bool entero = RecorreEntidades(bin, [&](int posicion, const CTexto<int>& entidad) {
-        if (quiere(entidad.Tipo()))
+        if (entidad.Tipo().EsLinea() == lineas)
             toma(posicion, entidad);
     });
     if (!entero)
@@ -123,25 +110,13 @@ CDueños Dueños(CMunicipioAbierto& municipio, std::size_t dibujo)
     return dueños;
 }
 
-/// The polygon that a drawing is of.
-struct CDe {
-    int polig;
-    CString entrada;
-};
-
-std::optional<CDe> DeQuien(CMunicipioAbierto& municipio, std::size_t dibujo)
+void PonComunes(CElemento& elemento, const CMunicipioAbierto& municipio, std::size_t dibujo,
+                const CEntidad& suya)
 {
-    if (SonHojas(municipio, dibujo))
-        return std::nullopt;
-    const CString& entrada = municipio.Lista().entradas[dibujo];
-    return CDe{LeeEntero(entrada), entrada};
-}
-
-void PonComunes(CElemento& elemento, const std::optional<CDe>& de, const CEntidad& suya)
-{
-    if (de) {
-        elemento.SetField(capa::kPoligono, de->polig);
-        elemento.PonTexto(capa::kEntrada, de->entrada);
+    if (!SonHojas(municipio, dibujo)) {
+        const CString& entrada = municipio.Lista().entradas[dibujo];
+        elemento.SetField(capa::kPoligono, LeeEntero(entrada));
+        elemento.PonTexto(capa::kEntrada, entrada);
     }
     elemento.PonTexto(capa::kCodigo, suya.entidad.Tipo().Codigo());
     elemento.SetField(capa::kBorrado, suya.entidad.Tipo().EsBorrado() ? 1 : 0);
@@ -188,37 +163,36 @@ OGREnvelope CajaDe(const CTexto<int>& entidad)
 
 using CRellena = std::function<void(CElemento&, const CEntidad&)>;
 
-/// A layer of the entities that `quiere` wants, with a piece for each drawing.
+/// The layer of the lines, or that of all else, with a piece for each drawing.
 /// \param prepara  gives, for a drawing, what sets the fields that the other layer hasn't
-CCapaNueva CapaDeEntidades(const char* nombre, OGRwkbGeometryType geometria, CQuiere quiere,
-                           CMunicipioAbierto& municipio, const OGRSpatialReference* referencia,
-                           const CListaCampos& propios,
+CCapaNueva CapaDeEntidades(OGRwkbGeometryType geometria, CMunicipioAbierto& municipio,
+                           const OGRSpatialReference* referencia, const CListaCampos& propios,
                            const std::function<CRellena(std::size_t dibujo)>& prepara)
 {
+    const bool lineas = geometria == wkbLineString;
     const auto mira = [=, &municipio](std::size_t dibujo) {
         CCajas cajas;
-        Recorre(municipio, dibujo, quiere, [&](int /*posicion*/, const CTexto<int>& entidad) {
+        Recorre(municipio, dibujo, lineas, [&](int /*posicion*/, const CTexto<int>& entidad) {
             cajas.push_back(CajaDe(entidad));
         });
         return cajas;
     };
     const auto lee = [=, &municipio](std::size_t dibujo) {
         std::vector<CEntidad> suyas;
-        Recorre(municipio, dibujo, quiere, [&](int posicion, const CTexto<int>& entidad) {
+        Recorre(municipio, dibujo, lineas, [&](int posicion, const CTexto<int>& entidad) {
             suyas.push_back({posicion, entidad});
         });
         return TrozoDe(
             std::move(suyas),
-            [de = DeQuien(municipio, dibujo), rellena = prepara(dibujo)](CElemento& elemento,
-                                                                         const CEntidad& suya) {
-                PonComunes(elemento, de, suya);
+            [=, &municipio, rellena = prepara(dibujo)](CElemento& elemento, const CEntidad& suya) {
+                PonComunes(elemento, municipio, dibujo, suya);
                 rellena(elemento, suya);
             },
             [](const CEntidad& suya) { return CajaDe(suya.entidad); });
     };
     const std::size_t dibujos = municipio.Lista().entradas.size() + 1;
-    return std::make_unique<CCapa>(nombre, geometria, referencia, Campos(propios),
-                                   CFuente{dibujos, lee, mira});
+    return std::make_unique<CCapa>(lineas ? capa::kLineas : capa::kRotulos, geometria, referencia,
+                                   Campos(propios), CFuente{dibujos, lee, mira});
 }
 
 } // namespace
@@ -228,20 +202,19 @@ CCapaNueva CapaRotulos(CMunicipioAbierto& municipio, const OGRSpatialReference* 
     const CListaCampos propios = {{capa::kClase, OFTString},    {capa::kTexto, OFTString},
                                   {capa::kCapa, OFTString},     {capa::kNumero, OFTInteger},
                                   {capa::kParcela, OFTInteger}, {"estado", OFTString}};
-    return CapaDeEntidades(capa::kRotulos, wkbPoint, NoEsLinea, municipio, referencia, propios,
-                           [&municipio](std::size_t dibujo) -> CRellena {
-                               return [dueños = Dueños(municipio, dibujo)](CElemento& elemento,
-                                                                           const CEntidad& suya) {
-                                   PonRotulo(elemento, suya, dueños);
-                               };
-                           });
+    return CapaDeEntidades(
+        wkbPoint, municipio, referencia, propios, [&municipio](std::size_t dibujo) -> CRellena {
+            return [dueños = Dueños(municipio, dibujo)](CElemento& elemento, const CEntidad& suya) {
+                PonRotulo(elemento, suya, dueños);
+            };
+        });
 }
 
 CCapaNueva CapaLineas(CMunicipioAbierto& municipio, const OGRSpatialReference* referencia)
 {
     return CapaDeEntidades(
-        capa::kLineas, wkbLineString, EsLinea, municipio, referencia,
-        {{capa::kLinde, OFTInteger, OFSTBoolean}}, [&municipio](std::size_t dibujo) -> CRellena {
+        wkbLineString, municipio, referencia, {{capa::kLinde, OFTInteger, OFSTBoolean}},
+        [&municipio](std::size_t dibujo) -> CRellena {
             return [lindes = Lindes(municipio, dibujo)](CElemento& elemento, const CEntidad& suya) {
                 elemento.SetField(capa::kLinde, lindes.contains(suya.posicion) ? 1 : 0);
                 elemento.SetGeometry(LineaDe(suya.entidad.Puntos()));

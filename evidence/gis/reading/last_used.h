@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <iterator>
 #include <list>
-#include <memory>
 #include <utility>
 
 /// What was read and may be asked for again: of much of it those parts that were used last.
@@ -20,17 +19,17 @@ public:
         if (suyo != m_partes.end()) {
             m_partes.splice(m_partes.begin(), m_partes, suyo);
         } else {
-            m_partes.emplace_front(clave, std::make_unique<const T>(lee()));
-            m_cuanto += m_partes.front().second->Cuanto();
+            m_partes.emplace_front(clave, lee());
+            m_cuanto += m_partes.front().second.Cuanto();
             for (; m_cuanto > kMasGuardados && m_partes.size() > 1; m_partes.pop_back())
-                m_cuanto -= m_partes.back().second->Cuanto();
+                m_cuanto -= m_partes.back().second.Cuanto();
         }
-        return *m_partes.front().second;
+        return m_partes.front().second;
     }
 
 private:
     static constexpr std::size_t kMasGuardados = 16384; // some tens of megabytes
 
-    std::list<std::pair<Clave, std::unique_ptr<const T>>> m_partes; // the last one first
-    std::size_t m_cuanto = 0;                                       // of all
+    std::list<std::pair<Clave, T>> m_partes; // the last one first
+    std::size_t m_cuanto = 0;                // of all
 };

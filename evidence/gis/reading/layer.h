@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "evidence/gis/gdal_versions.h"
+#include "evidence/gis/geometry.h"
 #include "evidence/gis/reading/last_used.h"
 
 // A layer whose features are made as they are asked for, out of drawings that are read then.
@@ -23,9 +24,6 @@ struct CCampoCapa {
 
 using CListaCampos = std::vector<CCampoCapa>;
 CListaCampos Une(CListaCampos campos, const CListaCampos& otros);
-
-/// The boxes of features, in metres; one that has no place has an empty one.
-using CCajas = std::vector<OGREnvelope>;
 
 /// A feature in the making. Its fields are set in the layer's order as a rule, so each is looked
 /// for behind the last one first.

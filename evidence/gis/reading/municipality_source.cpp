@@ -41,8 +41,8 @@ CMunicipioAbierto::~CMunicipioAbierto()
 bool CMunicipioAbierto::Abre(const CString& lista, const COtrosSitios& otros)
 {
     const CCadena carpeta = CCadena(lista).DamePath();
-    const CNombresTablas tablas = TablasEn(otros.tablas.IsEmpty() ? carpeta : otros.tablas);
-    std::vector<CString> ficheros(tablas.begin(), tablas.end());
+    m_deTablas = TablasEn(otros.tablas.IsEmpty() ? carpeta : otros.tablas);
+    std::vector<CString> ficheros(m_deTablas.begin(), m_deTablas.end());
     ficheros.insert(ficheros.end(), {lista, otros.registro, otros.ortos});
     for (const CTocado& tocado : SanaConjuntos(ficheros))
         Advierte(tocado.Frase());
@@ -51,11 +51,8 @@ bool CMunicipioAbierto::Abre(const CString& lista, const COtrosSitios& otros)
         return false;
     m_lista = std::move(*leida);
     m_otros = otros;
-    CHojasHalladas hojas;
-    if (otros.ortos.IsEmpty())
-        hojas = BuscaHojas(m_lista.carpeta);
-    m_ortos = otros.ortos.IsEmpty() ? hojas.nombre : otros.ortos;
-    m_variasHojas = hojas.varias;
+    m_hojas =
+        otros.ortos.IsEmpty() ? BuscaHojas(m_lista.carpeta) : CHojasHalladas{otros.ortos, false};
     return std::ranges::any_of(m_lista.entradas, [&](const CString& entrada) {
         CFile bin;
         return AbreSiHay(bin, FicheroDeLista(m_lista.carpeta, entrada, kExtensionDibujo),
@@ -68,8 +65,7 @@ CString CMunicipioAbierto::FaltaEnSitios() const
     const auto falta = [](const char* opcion, const CString& que) -> CString {
         return Formatea("La opción %s no da con nada: %s"_ansi, opcion, que);
     };
-    const CNombresTablas tablas = NombresTablas();
-    if (!m_otros.tablas.IsEmpty() && std::ranges::none_of(tablas, Hay))
+    if (!m_otros.tablas.IsEmpty() && std::ranges::none_of(m_deTablas, Hay))
         return falta("TABLAS", m_otros.tablas);
     for (const char* extension : {ExtensionDe(ClaseTopologia::Hojas), kExtensionDibujo})
         if (!m_otros.ortos.IsEmpty() && !Hay(ConExtension(m_otros.ortos, extension)))
@@ -79,14 +75,9 @@ CString CMunicipioAbierto::FaltaEnSitios() const
                : CString();
 }
 
-CCadena CMunicipioAbierto::Ortos() const
-{
-    return m_ortos;
-}
-
 CCadena CMunicipioAbierto::HojasDibujadas() const
 {
-    return m_ortos.IsEmpty() ? CCadena() : ConExtension(m_ortos, kExtensionDibujo);
+    return m_hojas.nombre.IsEmpty() ? CCadena() : ConExtension(m_hojas.nombre, kExtensionDibujo);
 }
 
 CCadena CMunicipioAbierto::Registro() const
@@ -100,7 +91,7 @@ const CTablasLeidas& CMunicipioAbierto::Tablas()
 {
     if (m_tablas)
         return *m_tablas;
-    CNombresTablas nombres = NombresTablas();
+    CNombresTablas nombres = m_deTablas;
     nombres[kModulos] = nombres[kCotitulares] = CString(); // no layer shows anything of them
     for (CString& nombre : nombres)
         if (!nombre.IsEmpty())
@@ -145,13 +136,13 @@ CTopologiaDibujada CMunicipioAbierto::Hojas()
     CTopologiaDibujada hojas = LeeHojasDibujadas(Ortos());
     if (!hojas.hay)
         AvisaSinHojas();
-    AvisaDaño(m_ortos, hojas.dañoEn);
+    AvisaDaño(Ortos(), hojas.dañoEn);
     if (PierdeTramos(hojas))
         AvisaDibujoDañado(HojasDibujadas());
     return hojas;
 }
 
-std::optional<CExtensiones> CMunicipioAbierto::Extensiones(std::size_t entrada, ClaseTopologia que)
+std::optional<CCajas> CMunicipioAbierto::Extensiones(std::size_t entrada, ClaseTopologia que)
 {
     const auto enDisco = [&](const char* extension) {
         return CFile::EnDisco(Fichero(entrada, extension), m_nombres);
@@ -159,26 +150,21 @@ std::optional<CExtensiones> CMunicipioAbierto::Extensiones(std::size_t entrada, 
     const auto dibujada = FechaDe(enDisco(kExtensionDibujo));
     if (!dibujada) {
         AvisaSinDibujo(entrada);
-        return CExtensiones();
+        return CCajas();
     }
     const CString fichero = enDisco(ExtensionDe(que));
     const auto hecha = FechaDe(fichero);
     CFile topologia;
     if (!hecha || !AbreSiHay(topologia, fichero, CFile::modeWhole)) {
         AvisaFalta(fichero);
-        return CExtensiones();
+        return CCajas();
     }
     if (*dibujada > *hecha + kMismoGuardado)
         return std::nullopt;
     std::uint64_t dañoEn = 0;
-    std::optional<CExtensiones> extensiones = LeeExtensiones(topologia, dañoEn);
+    std::optional<CCajas> extensiones = LeeExtensiones(topologia, dañoEn);
     AvisaDaño(fichero, dañoEn);
     return extensiones;
-}
-
-CNombresTablas CMunicipioAbierto::NombresTablas() const
-{
-    return TablasEn(m_otros.tablas.IsEmpty() ? m_lista.carpeta : m_otros.tablas);
 }
 
 void CMunicipioAbierto::AvisaFalta(const CString& fichero, const char* detras)
@@ -194,11 +180,11 @@ void CMunicipioAbierto::AvisaSinDibujo(std::size_t entrada)
 
 void CMunicipioAbierto::AvisaSinHojas()
 {
-    constexpr const char* kDeHojas = "hojas dudosas";
-    if (m_variasHojas && EsNueva("*.TOP"))
-        m_noticias.Advierte(kDeHojas, "Hay varios .TOP y ninguno es ortos.TOP, así que no se lee "
-                                      "ninguna hoja; la opción ORTOS dice cuál vale"_ansi);
-    if (!m_ortos.IsEmpty())
+    if (m_hojas.varias && EsNueva("*.TOP"))
+        m_noticias.Advierte("hojas dudosas",
+                            "Hay varios .TOP y ninguno es ortos.TOP, así que no se lee "
+                            "ninguna hoja; la opción ORTOS dice cuál vale"_ansi);
+    if (!m_hojas.nombre.IsEmpty())
         AvisaFalta(HojasDibujadas(), ", y sin él no se lee ninguna hoja"_ansi);
 }
 
@@ -232,10 +218,10 @@ std::vector<CString> CMunicipioAbierto::Ficheros() const
         for (const ClaseTopologia clase : kDePoligono)
             apunta(FicheroDeLista(m_lista.carpeta, entrada, ExtensionDe(clase)));
     }
-    if (!m_ortos.IsEmpty())
+    if (!m_hojas.nombre.IsEmpty())
         for (const char* extension : {kExtensionDibujo, ExtensionDe(ClaseTopologia::Hojas)})
-            apunta(ConExtension(m_ortos, extension));
-    for (const CString& tabla : NombresTablas())
+            apunta(ConExtension(m_hojas.nombre, extension));
+    for (const CString& tabla : m_deTablas)
         apunta(tabla);
     apunta(Registro());
     return ficheros;

@@ -37,7 +37,7 @@ public:
 
     const CListaPoligonos& Lista() const { return m_lista; }
     /// The sheets' .TOP; empty where there is none.
-    CCadena Ortos() const;
+    CCadena Ortos() const { return m_hojas.nombre; }
     CCadena Registro() const;
     /// All files that are there: the list, drawings with their topologies, sheets, tables and log.
     std::vector<CString> Ficheros() const;
@@ -52,7 +52,7 @@ public:
     CTopologiaDibujada Hojas();
     /// The extents of an entry's outlines as their records say them; nothing where that can't be
     /// trusted, so that the drawing has to be asked.
-    std::optional<CExtensiones> Extensiones(std::size_t entrada, ClaseTopologia que);
+    std::optional<CCajas> Extensiones(std::size_t entrada, ClaseTopologia que);
     /// The sheets' .BIN; empty where there is none.
     CCadena HojasDibujadas() const;
     /// Tells that an entry's drawing isn't there, or the sheets'; that a drawing can't be read to
@@ -62,15 +62,14 @@ public:
     void AvisaDibujoDañado(const CString& fichero);
 
 private:
-    CNombresTablas NombresTablas() const;
     void AvisaFalta(const CString& fichero, const char* detras = "");
     void AvisaDaño(const CString& fichero, std::uint64_t dañoEn);
     bool EsNueva(const CString& fichero) { return m_dichos.insert(fichero).second; }
 
     CListaPoligonos m_lista;
-    CString m_ortos;
-    bool m_variasHojas = false;
+    CHojasHalladas m_hojas;
     COtrosSitios m_otros;
+    CNombresTablas m_deTablas; // the names of their files
     std::optional<CTablasLeidas> m_tablas;
     CNombresEnDisco m_nombres;
     CNoticias m_noticias;

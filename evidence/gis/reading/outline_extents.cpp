@@ -32,26 +32,23 @@ bool EsCreible(const CPoligonoTopologico& registro)
            (!registro.TieneCentroide() || Contiene(suya, registro.Centroide()));
 }
 
-/// Widens an extent by that of a record. False where it can't be true.
-bool Ensancha(CMaximas<int>& extension, const CPoligonoTopologico& registro)
-{
-    extension.Nuevo(registro.Maximas().Minimo);
-    extension.Nuevo(registro.Maximas().Maximo);
-    return EsCreible(registro);
-}
-
 } // namespace
 
-std::optional<CExtensiones> LeeExtensiones(CFile& topologia, std::uint64_t& dañoEn)
+std::optional<CCajas> LeeExtensiones(CFile& topologia, std::uint64_t& dañoEn)
 {
-    CExtensiones extensiones;
+    CCajas cajas;
     bool creibles = true;
+    const auto toma = [&](const CPoligonoTopologico& registro) {
+        const CMaximas<int>& suya = registro.Maximas();
+        for (const CPunto<int>& punto : {suya.Minimo, suya.Maximo})
+            cajas.back().Merge(EnMetros(punto.X), EnMetros(punto.Y));
+        creibles = EsCreible(registro) && creibles;
+    };
     dañoEn = RecorreRegistros(topologia, [&](const CPoligonoTopologico& registro, bool isla) {
         if (!isla)
-            extensiones.emplace_back();
-        creibles = Ensancha(extensiones.back(), registro) && creibles;
-        for (const CPoligonoTopologico& suya : registro.ListaIslas())
-            creibles = Ensancha(extensiones.back(), suya) && creibles;
+            cajas.emplace_back();
+        toma(registro);
+        std::ranges::for_each(registro.ListaIslas(), toma);
     });
-    return creibles ? std::optional(std::move(extensiones)) : std::nullopt;
+    return creibles ? std::optional(std::move(cajas)) : std::nullopt;
 }

@@ -125,14 +125,8 @@ CCapaNueva CapaDeRecintos(const char* nombre, ClaseTopologia que, CMunicipioAbie
             std::make_shared<const CPoligonoDibujado>(municipio.Poligono(entrada, cuales));
         return TrozoDeTopologia(poligono, {poligono, &poligono->Topologia(que)}, que, rellena);
     };
-    const auto mira = [=, &municipio](std::size_t entrada) -> std::optional<CCajas> {
-        const std::optional<CExtensiones> extensiones = municipio.Extensiones(entrada, que);
-        if (!extensiones)
-            return std::nullopt;
-        CCajas cajas;
-        for (const vexageo::CMaximas<int>& extension : *extensiones)
-            Ensancha(cajas.emplace_back(), {extension.Minimo, extension.Maximo});
-        return cajas;
+    const auto mira = [=, &municipio](std::size_t entrada) {
+        return municipio.Extensiones(entrada, que);
     };
     return std::make_unique<CCapa>(nombre, wkbPolygon, referencia, campos,
                                    CFuente{municipio.Lista().entradas.size(), lee, mira});
