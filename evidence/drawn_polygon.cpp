@@ -35,8 +35,9 @@ class CLectorTopologia {
 public:
     CLectorTopologia(CFile& bin, ClaseTopologia que) : m_bin(bin), m_que(que) {}
 
-    void Lee(CFile& topologia, CTopologiaDibujada& dibujada)
+    CTopologiaDibujada Lee(CFile& topologia)
     {
+        CTopologiaDibujada dibujada;
         dibujada.hay = true;
         dibujada.dañoEn =
             RecorreRegistros(topologia, [&](const CPoligonoTopologico& registro, bool isla) {
@@ -45,6 +46,7 @@ public:
                 else
                     dibujada.recintos.push_back(Recinto(registro));
             });
+        return dibujada;
     }
 
 private:
@@ -260,9 +262,7 @@ std::uint64_t RecorreRegistros(CFile& topologia,
 
 CTopologiaDibujada LeeTopologiaDibujada(CFile& topologia, CFile& bin, ClaseTopologia que)
 {
-    CTopologiaDibujada dibujada;
-    CLectorTopologia(bin, que).Lee(topologia, dibujada);
-    return dibujada;
+    return CLectorTopologia(bin, que).Lee(topologia);
 }
 
 bool RecorreEntidades(CFile& bin, const std::function<void(int, const CTexto<int>&)>& toma)

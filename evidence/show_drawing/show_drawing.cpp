@@ -88,18 +88,13 @@ const char* NombreTipo(const CTipoDat& tipo)
 /// Moves the file to the next mark behind `desde`; false if there is none.
 bool BuscaMarca(CFile& fichero, std::uint64_t desde, std::string_view marca)
 {
-    std::string vistos;
     fichero.Seek(desde);
-    for (char c = 0; fichero.Read(&c, 1) == 1;) {
-        vistos += c;
-        if (vistos.size() > marca.size())
-            vistos.erase(0, 1);
-        if (vistos == marca) {
-            fichero.Seek(fichero.GetPosition() - marca.size());
-            return true;
-        }
-    }
-    return false;
+    const std::size_t donde =
+        fichero.Tramo(static_cast<std::size_t>(fichero.GetLength() - desde)).find(marca);
+    if (donde == std::string_view::npos)
+        return false;
+    fichero.Seek(desde + donde);
+    return true;
 }
 
 /// Goes on behind damage. A mark inside it may claim to be of a record as long as the file, and be
