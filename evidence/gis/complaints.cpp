@@ -11,18 +11,13 @@ void Falla(std::string_view texto)
     CPLError(CE_Failure, CPLE_AppDefined, "%s", ansi::AUtf8(texto).c_str());
 }
 
-void Falla(const CFileException& fallo)
-{
-    CPLError(CE_Failure, CPLE_FileIO, "%s", ansi::AUtf8(EnUnaLinea(fallo)).c_str());
-}
-
 void FallaLaExcepcion() noexcept
 {
     try {
         try {
             throw;
         } catch (const CFileException& fallo) {
-            Falla(fallo);
+            CPLError(CE_Failure, CPLE_FileIO, "%s", ansi::AUtf8(EnUnaLinea(fallo)).c_str());
         } catch (const std::bad_alloc&) {
             throw;
         } catch (const std::exception& fallo) {

@@ -5,7 +5,6 @@
 
 #include <cpl_error.h>
 
-#include "platform/files/cfile.h"
 #include "platform/format.h"
 
 // The driver's sentences go the way that GDAL's do (CPLError). Texts come in code page 1252 or
@@ -13,9 +12,7 @@
 
 /// Tells that something failed, so that the program at work ends with an error.
 void Falla(std::string_view texto);
-/// The same with the file and the reason.
-void Falla(const CFileException& fallo);
-/// The same of the exception that is being handled.
+/// The same of the exception that is being handled; of a file's with its name and the reason.
 void FallaLaExcepcion() noexcept;
 /// Tells what a user has to know, and goes on.
 void Advierte(std::string_view texto);
