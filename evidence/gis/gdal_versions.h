@@ -121,13 +121,10 @@ public:
 #endif
 
 protected:
-    void Añade(std::unique_ptr<OGRLayer> capa)
+    /// Puts a layer behind the others, and gives it.
+    OGRLayer* Añade(std::unique_ptr<OGRLayer> capa)
     {
-        m_capas.push_back(std::move(capa));
-    }
-    OGRLayer* Ultima()
-    {
-        return m_capas.back().get();
+        return m_capas.emplace_back(std::move(capa)).get();
     }
 
 private:
@@ -146,13 +143,10 @@ private:
 /// A dataset whose work ends when it is closed. GDAL asks for that from 3.7 on; before, the
 /// destructor of the dataset does it alone.
 class CDatosQueTerminan : public CDatosGdal {
-private:
+protected:
     /// Ends the work, which may be asked more than once. False, which was told, where something
     /// failed.
     virtual bool Termina() = 0;
-
-    template <class>
-    friend class CDatosQueSeCierran;
 };
 
 #if GDAL_VERSION_NUM >= GDAL_COMPUTE_VERSION(3, 7, 0)

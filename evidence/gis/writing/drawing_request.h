@@ -20,6 +20,8 @@ struct CModoDibujo {
 struct CCapasTraidas {
     bool Hay(ClaseTopologia clase) const { return recintos.contains(clase); }
     bool Hay(ClaseEntidad clase) const { return entidades.contains(clase); }
+    void Pon(const CRecintoEntrante& recinto) { recintos.insert(recinto.clase); }
+    void Pon(const CEntidadEntrante& entidad) { entidades.insert(entidad.Clase()); }
 
     std::set<ClaseTopologia> recintos;
     std::set<ClaseEntidad> entidades;

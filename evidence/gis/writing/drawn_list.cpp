@@ -1,5 +1,6 @@
 #include "evidence/gis/writing/drawn_list.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <map>
 #include <set>
@@ -82,11 +83,6 @@ CListaDibujada::CListaDibujada(const CString& nombre, bool sustituye) : m_nombre
     }
 }
 
-bool CListaDibujada::Tiene(const CString& entrada) const
-{
-    return m_entradas.contains(entrada);
-}
-
 const CString* CListaDibujada::PorVista(const char* entrada) const
 {
     const auto suya = m_porVista.find(entrada);
@@ -125,15 +121,6 @@ bool CListaDibujada::FijaMunicipio(const CPLStringList& opciones, const char* de
     return false;
 }
 
-/// The list's own bytes for a name, where those of the source only look like them.
-void CListaDibujada::PonComoEnLaLista(CDePoligono& de) const
-{
-    if (!de.nombrada || Tiene(de.entrada))
-        return;
-    if (const CString* suya = PorVista(ansi::AUtf8(de.entrada).c_str()))
-        de.entrada = *suya;
-}
-
 bool CListaDibujada::SituaEntradas(const CModoDibujo& modo, std::vector<CRecintoEntrante>& recintos,
                                    std::vector<CEntidadEntrante>& entidades,
                                    std::map<CString, CCapasTraidas>& dejadas) const
@@ -143,26 +130,25 @@ bool CListaDibujada::SituaEntradas(const CModoDibujo& modo, std::vector<CRecinto
         if (!entrada.IsEmpty())
             porNumero[LeeEntero(entrada)].insert(entrada);
     const auto apunta = [&](CDePoligono& de) {
-        PonComoEnLaLista(de);
+        // A name that only looks like one of the list gets that one's bytes.
+        if (de.nombrada && !Tiene(de.entrada))
+            if (const CString* suya = PorVista(ansi::AUtf8(de.entrada).c_str()))
+                de.entrada = *suya;
         const bool deFiar = de.nombrada && (!de.poligono || *de.poligono == LeeEntero(de.entrada));
         if (deFiar && !porNumero.contains(LeeEntero(de.entrada)))
             porNumero[LeeEntero(de.entrada)].insert(de.entrada);
     };
-    for (CRecintoEntrante& recinto : recintos)
-        apunta(recinto.de);
-    for (CEntidadEntrante& entidad : entidades)
-        apunta(entidad.de);
+    std::ranges::for_each(recintos, apunta, &CRecintoEntrante::de);
+    std::ranges::for_each(entidades, apunta, &CEntidadEntrante::de);
     bool bien = true;
-    const auto situa = [&](auto& suyo, auto clases, auto clase) {
+    const auto situa = [&](auto& suyo) {
         const CString era = suyo.de.entrada;
         bien = Situa(modo, porNumero, suyo.nombre, suyo.de) && bien;
         if (suyo.de.nombrada && suyo.de.entrada != era)
-            (dejadas[era].*clases).insert(clase);
+            dejadas[era].Pon(suyo);
     };
-    for (CRecintoEntrante& recinto : recintos)
-        situa(recinto, &CCapasTraidas::recintos, recinto.clase);
-    for (CEntidadEntrante& entidad : entidades)
-        situa(entidad, &CCapasTraidas::entidades, entidad.Clase());
+    std::ranges::for_each(recintos, situa);
+    std::ranges::for_each(entidades, situa);
     return bien;
 }
 

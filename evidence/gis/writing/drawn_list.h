@@ -26,7 +26,7 @@ public:
     bool FijaMunicipio(const CPLStringList& opciones, const char* delOrigen);
 
     bool Estaba() const { return m_estaba; }
-    bool Tiene(const CString& entrada) const;
+    bool Tiene(const CString& entrada) const { return m_entradas.contains(entrada); }
     const std::set<CString>& Entradas() const { return m_entradas; }
     /// The name that looks like this one, which is UTF-8; null for none.
     const CString* PorVista(const char* entrada) const;
@@ -44,8 +44,6 @@ public:
     void Graba(const std::vector<CString>& entradas, CConjuntoSalidas& salidas) const;
 
 private:
-    void PonComoEnLaLista(CDePoligono& de) const;
-
     CString m_nombre;
     bool m_estaba = false;
     std::string m_bytes;

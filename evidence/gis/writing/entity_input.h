@@ -19,6 +19,7 @@ std::optional<ClaseEntidad> ClaseDeEntidad(const std::string& nombre);
 /// A text, point or line on its way into a drawing.
 struct CEntidadEntrante {
     bool EsLinea() const { return entidad.Tipo().EsLinea(); }
+    bool EsDeHojas() const { return de.entrada.IsEmpty(); } ///< of the sheets' drawing
     ClaseEntidad Clase() const { return EsLinea() ? ClaseEntidad::Lineas : ClaseEntidad::Rotulos; }
 
     CString nombre;                    ///< that messages call it by

@@ -15,14 +15,6 @@ using vexageo::CTexto;
 
 namespace {
 
-std::string TodoDe(CFile& fichero)
-{
-    fichero.Seek(0);
-    return std::string(fichero.Tramo(static_cast<std::size_t>(fichero.GetLength())));
-}
-
-} // namespace
-
 void ApuntaPosiciones(const CPoligonoTopologico& registro, std::set<int>& posiciones)
 {
     if (registro.TieneCentroide())
@@ -32,6 +24,8 @@ void ApuntaPosiciones(const CPoligonoTopologico& registro, std::set<int>& posici
     for (const CPoligonoTopologico& isla : registro.ListaIslas())
         ApuntaPosiciones(isla, posiciones);
 }
+
+} // namespace
 
 void ApuntaPosiciones(const CDibujoAntes::CRegistro& registro, std::set<int>& posiciones)
 {
@@ -47,7 +41,7 @@ bool CDibujoAntes::Lee(const CString& base, std::span<const ClaseTopologia> clas
     if (!AbreSiHay(bin, ConExtension(base, kExtensionDibujo), kModoDibujo))
         return false;
     m_esta = true;
-    m_bytes = TodoDe(bin);
+    m_bytes = bin.Tramo(static_cast<std::size_t>(bin.GetLength()));
     LeeEntidades(bin);
     for (const ClaseTopologia clase : clases)
         LeeTopologia(bin, clase);

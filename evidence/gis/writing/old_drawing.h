@@ -68,5 +68,4 @@ private:
 };
 
 /// Adds the positions of all entities that a record, or one of its islands, names.
-void ApuntaPosiciones(const vexageo::CPoligonoTopologico& registro, std::set<int>& posiciones);
 void ApuntaPosiciones(const CDibujoAntes::CRegistro& registro, std::set<int>& posiciones);

@@ -25,6 +25,7 @@ struct CRecintoEntrante {
     /// The code of its label, and whether that is deleted, where the source doesn't say.
     CString Codigo() const;
     bool Borrado() const { return borrado.value_or(false); }
+    bool EsDeHojas() const { return clase == ClaseTopologia::Hojas; } ///< of the sheets' drawing
 
     ClaseTopologia clase = ClaseTopologia::Parcelas;
     CString nombre; ///< that messages call it by

@@ -6,23 +6,30 @@
 
 /// Tells whether all came that a dataset was to take. No driver is told that its source broke off:
 /// whoever writes in transactions says so himself, and of all others the last complaint says it.
+/// It begins with the dataset: a complaint that is there already is none of its source.
 class CFinDelOrigen {
 public:
-    /// Begins with the dataset: a complaint that is there already is none of its source.
-    CFinDelOrigen();
-
     void Empieza() { m_abierta = m_porPartes = true; }
-    void Acaba();
+    void Acaba()
+    {
+        m_abierta = false;
+        m_deshecho = m_deshecho || HayQuejaNueva();
+    }
     void Deshace() { m_deshecho = true; }
 
     /// Asked where the dataset is closed, before anything else is done there.
-    bool Llego() const;
+    bool Llego() const { return m_porPartes ? !m_abierta && !m_deshecho : !HayQuejaNueva(); }
 
 private:
-    bool HayQuejaNueva() const;
+    /// Tells whether the last complaint is a failure, and no older one than the dataset.
+    bool HayQuejaNueva() const
+    {
+        return CPLGetLastErrorType() == CE_Failure &&
+               (CPLGetErrorCounter() != m_quejas || m_ultima != CPLGetLastErrorMsg());
+    }
 
-    GUInt32 m_quejas;
-    std::string m_ultima;
+    GUInt32 m_quejas = CPLGetErrorCounter();
+    std::string m_ultima = CPLGetLastErrorMsg();
     bool m_porPartes = false;
     bool m_abierta = false;
     bool m_deshecho = false;

@@ -56,7 +56,7 @@ private:
 /// Tells of what names no polygon whether it is in the drawing of one all the same.
 bool EsDeAlgunDibujo(const CRecintoEntrante& recinto)
 {
-    return recinto.clase != ClaseTopologia::Hojas && recinto.de.entrada.IsEmpty() && recinto.numero;
+    return !recinto.EsDeHojas() && recinto.de.entrada.IsEmpty() && recinto.numero;
 }
 bool EsDeAlgunDibujo(const CEntidadEntrante& /*entidad*/)
 {
@@ -114,9 +114,8 @@ CMunicipioNuevo::~CMunicipioNuevo()
 /// complaint for their status.
 bool CMunicipioNuevo::Termina()
 {
-    if (m_terminado)
-        return m_escrito;
-    m_terminado = true;
+    if (m_escrito)
+        return *m_escrito;
     m_escrito = SinExcepciones(false, [this] {
         const bool aMedias = !m_rechazado && !m_fin.Llego();
         const bool bien = !m_rechazado && !aMedias && Graba();
@@ -127,7 +126,7 @@ bool CMunicipioNuevo::Termina()
                           : "No se ha escrito ningún dibujo"_ansi);
         return bien;
     });
-    return m_escrito;
+    return *m_escrito;
 }
 
 bool CMunicipioNuevo::SiNo(const char* opcion) const
@@ -176,8 +175,7 @@ OGRLayer* CMunicipioNuevo::CreaCapa(const char* nombre, const OGRSpatialReferenc
         }
         if (!motivo.IsEmpty() && !RechazaCapa(motivo))
             return nullptr;
-        Añade(std::make_unique<CCapaNuevaSalida>(std::move(toma), nombre, referencia));
-        return Ultima();
+        return Añade(std::make_unique<CCapaNuevaSalida>(std::move(toma), nombre, referencia));
     });
 }
 

@@ -93,8 +93,7 @@ private:
     bool m_simula = false;
     std::optional<bool> m_hayLista; // a list is there, and counts
     bool m_rechazado = false;
-    bool m_terminado = false;
-    bool m_escrito = false;
+    std::optional<bool> m_escrito; // once it was ended
     CCapasTraidas m_traidas;
     CSoloLeidos m_leidos;
     CString m_hojas; // name of the sheets' drawing, where something of it comes

@@ -15,25 +15,15 @@
 
 namespace {
 
-/// Tells whether one belongs to the drawing of the sheets.
-bool EsDeHojas(const CRecintoEntrante& recinto)
-{
-    return recinto.clase == ClaseTopologia::Hojas;
-}
-bool EsDeHojas(const CEntidadEntrante& entidad)
-{
-    return entidad.de.entrada.IsEmpty();
-}
-
 // A layer of a drawing that is there changes where something of it comes.
 void Pon(CRecintoEntrante recinto, CPedidoDibujo& pedido)
 {
-    pedido.traidas.recintos.insert(recinto.clase);
+    pedido.traidas.Pon(recinto);
     pedido.recintos.push_back(std::move(recinto));
 }
 void Pon(CEntidadEntrante entidad, CPedidoDibujo& pedido)
 {
-    pedido.traidas.entidades.insert(entidad.Clase());
+    pedido.traidas.Pon(entidad);
     pedido.entidades.push_back(std::move(entidad));
 }
 
@@ -102,7 +92,7 @@ std::vector<CPedidoDibujo> CMunicipioNuevo::Pedidos()
     std::vector<CPedidoDibujo> pedidos;
     std::map<CString, std::size_t> lugares;
     const auto pon = [&](auto& suyo) {
-        if (EsDeHojas(suyo))
+        if (suyo.EsDeHojas())
             return;
         const auto [lugar, nuevo] = lugares.try_emplace(suyo.de.entrada, pedidos.size());
         if (nuevo)
@@ -265,7 +255,7 @@ bool CMunicipioNuevo::Graba()
     std::map<CString, CCapasTraidas> dejadas;
     bool bien = lista.SituaEntradas(m_modo, m_recintos, m_entidades, dejadas);
     DejaFuera(m_recintos, m_entidades,
-              [&](const auto& suyo) { return EsDeHojas(suyo) || lista.Tiene(suyo.de.entrada); });
+              [&](const auto& suyo) { return suyo.EsDeHojas() || lista.Tiene(suyo.de.entrada); });
     bien = GrabaHojas(salidas) && bien;
     std::vector<CPedidoDibujo> pedidos = Pedidos();
     std::vector<CString> entradas;
@@ -328,7 +318,7 @@ bool CMunicipioNuevo::GrabaHojas(CConjuntoSalidas& salidas)
     static constexpr ClaseTopologia kDeHojas[] = {ClaseTopologia::Hojas};
     CPedidoDibujo pedido = PedidoDe(nombre, kDeHojas);
     const auto pon = [&](const auto& suyo) {
-        if (EsDeHojas(suyo))
+        if (suyo.EsDeHojas())
             Pon(suyo, pedido);
     };
     std::ranges::for_each(m_recintos, pon);
