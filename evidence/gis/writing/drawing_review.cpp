@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <set>
 
-#include "evidence/gis/writing/overlaps.h"
 #include "evidence/outline_pieces.h"
 #include "platform/ansi.h"
 #include "vexa_libs/ring.h"

@@ -8,6 +8,7 @@
 #include "evidence/gis/geometry.h"
 #include "evidence/gis/writing/contradictions.h"
 #include "platform/ansi.h"
+#include "vexa_libs/ccadena.h"
 
 using vexageo::CPunto;
 
@@ -150,6 +151,52 @@ private:
     std::vector<bool> m_cogidos;
 };
 
+/// Tells whether label and fields are those that the driver shows of an outline.
+bool EsComoSeLee(const CRecintoEntrante& recinto, const CDibujoAntes::CRegistro& antes,
+                 const CDibujoAntes& dibujo)
+{
+    if (!EsElMismoRotulo(recinto, antes.dibujado))
+        return false;
+    switch (recinto.clase) {
+    case ClaseTopologia::Parcelas:
+        return recinto.parcela.value_or(-1) == antes.dibujado.parcela;
+    case ClaseTopologia::Subparcelas:
+        // Which parcel it lies in depends on the tables.
+        return (!recinto.letra || SeVenIgual(*recinto.letra, antes.dibujado.letra)) &&
+               (!recinto.parcela || *recinto.parcela == antes.dibujado.parcela ||
+                dibujo.CaeEnParcela(antes.dibujado.punto, *recinto.parcela));
+    case ClaseTopologia::Poligonos:
+        return recinto.de.poligono == LeeEntero(recinto.de.entrada);
+    case ClaseTopologia::Hojas:
+        return true;
+    }
+    return true;
+}
+
+/// Settles the label of an outline whose fields say different things. One that comes as it is read
+/// is nobody's edit.
+/// \return false, which was told, where nothing says which of them counts
+bool Resuelve(CRedondo& suyo, const CDibujoAntes& antes, const CModoDibujo& modo)
+{
+    CRecintoEntrante& recinto = suyo.recinto;
+    const CPareja& pareja = suyo.pareja;
+    if (recinto.contradiccion.IsEmpty() ||
+        (pareja.mismoContorno && EsComoSeLee(recinto, *pareja.antes, antes)))
+        return true;
+    AvisaContradiccion(modo, "recintos cuyos campos se contradicen",
+                       recinto.nombre + ": " + recinto.contradiccion, "el campo", "el rótulo"_ansi);
+    if (modo.ganan != Ganan::Numeros)
+        return modo.ganan == Ganan::Rotulos;
+    recinto.rotulo = recinto.porNumeros;
+    if (EstadoPorRotulo(recinto.clase, recinto.Codigo(), recinto.Borrado()) !=
+        EstadoRecinto::Valido) {
+        recinto.borrado = false;
+        recinto.codigo.reset();
+        recinto.codigo = recinto.Codigo();
+    }
+    return true;
+}
+
 } // namespace
 
 bool EsElMismoRotulo(const CRecintoEntrante& recinto, const CRecintoDibujado& antes)
@@ -174,7 +221,7 @@ bool Empareja(std::vector<CRedondo>& suyos, ClaseTopologia clase, const CDibujoA
         reparto.PorContorno();
     std::vector<bool> resueltos;
     for (CRedondo& suyo : suyos)
-        resueltos.push_back(Resuelve(suyo.recinto, suyo.pareja, antes, modo));
+        resueltos.push_back(Resuelve(suyo, antes, modo));
     if (!registros.empty())
         reparto.PorRotulo(resueltos);
     reparto.PorNumero();

@@ -1,6 +1,18 @@
 #pragma once
 
-#include "evidence/gis/writing/drawing_review.h"
+#include <optional>
+#include <vector>
+
+#include "evidence/drawn_polygon.h"
+#include "evidence/gis/tidings.h"
+
+/// What is to be known of an outline of a drawing that is looked over.
+struct CRecintoRevisado {
+    CString nombre;                  ///< as messages call it; empty for one that no source brought
+    std::optional<int> parcelaDicha; ///< that a subparcel's fields name
+    bool nuevoContorno = false;
+    bool nuevoRotulo = false;
+};
 
 /// Tells of outlines of one kind that lie upon one another: each two that share more than a square
 /// metre, with the place, and what all of them come to. Outlines without a valid label count for
