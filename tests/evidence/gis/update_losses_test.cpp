@@ -174,6 +174,21 @@ TEST_F(Update, KeepsWhatIsThereOfWhatIsLeftOut)
     }
 }
 
+TEST_F(Update, KnowsNoneByANumberThatSeveralRecordsHave)
+{
+    CElementos todas = Elementos("parcelas");
+    CElemento& otra = Parcela(todas, "8");
+    CElemento& una = Parcela(todas, "9");
+    otra["numero"] = una["numero"];
+    Escribe({{"parcelas", todas}});
+    una["rotulo"] = "9Ω";
+    una.erase("parcela");
+    una["wkt"] = kCuadro;
+    Escribe({{"parcelas", todas}}, {"INVALIDOS=SI"});
+    EXPECT_NE(dicho.find("aviso: Se deja fuera la parcela"), std::string::npos) << dicho;
+    EXPECT_EQ(dicho.find("Se deja como estaba"), std::string::npos) << dicho;
+}
+
 TEST_F(Update, LeavesNothingOutThatIsInADrawingWithoutSayingInWhich)
 {
     for (const bool numerada : {true, false}) {

@@ -291,6 +291,8 @@ TEST_F(Update, RefusesWhatContradictsItselfUnlessAnOptionSaysWhichCounts)
         const char* frase;
         const char* conNumeros; ///< a label of polygon 1 that is there then
         const char* conRotulos;
+        const char* campo = "el campo"; ///< what is told to count
+        const char* rotulo = "el rótulo";
     } casos[] = {
         {"the parcel", "parcelas",
          [](CElementos& todas) { Parcela(todas, "8")["parcela"] = "999"; },
@@ -305,7 +307,7 @@ TEST_F(Update, RefusesWhatContradictsItselfUnlessAnOptionSaysWhichCounts)
         {"a deleted label", "parcelas", [](CElementos& todas) { todas[0]["borrado"] = "1"; },
          "su campo parcela dice 7 y su rótulo dice \"7\", que no vale", "7", "7"},
         {"the polygon", "parcelas", [](CElementos& todas) { todas[0]["poligono"] = "2"; },
-         "su campo poligono dice 2 y su campo entrada dice 1", "8", "7"},
+         "su campo poligono dice 2 y su campo entrada dice 1", "8", "7", "poligono", "entrada"},
     };
     for (const auto& caso : casos) {
         SCOPED_TRACE(caso.motivo);
@@ -324,9 +326,13 @@ TEST_F(Update, RefusesWhatContradictsItselfUnlessAnOptionSaysWhichCounts)
                 EXPECT_EQ(Cambiados(), Lineas());
                 continue;
             }
+            const bool numeros = opcion == std::string("GANAN=NUMEROS");
+            EXPECT_NE(
+                dicho.find(std::string(": vale ") + (numeros ? caso.campo : caso.rotulo) + "\n"),
+                std::string::npos)
+                << dicho;
             const CElementos ahora = Elementos(caso.capa);
-            const char* esperado =
-                opcion == std::string("GANAN=NUMEROS") ? caso.conNumeros : caso.conRotulos;
+            const char* esperado = numeros ? caso.conNumeros : caso.conRotulos;
             EXPECT_TRUE(std::any_of(ahora.begin(), ahora.end(), [&](const CElemento& una) {
                 return una.contains("rotulo") && una.at("rotulo") == esperado;
             })) << esperado;
