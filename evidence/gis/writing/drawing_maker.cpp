@@ -90,8 +90,10 @@ bool CDibujoHecho::Compon()
 void CDibujoHecho::EmparejaRecintos()
 {
     std::map<ClaseTopologia, std::vector<CRedondo>> porClase;
-    for (CRecintoEntrante& recinto : m_pedido.recintos)
-        porClase[recinto.clase].push_back({std::move(recinto), {}, {}});
+    for (CRecintoEntrante& recinto : m_pedido.recintos) {
+        std::vector<CRedondo>& suyos = porClase[recinto.clase];
+        suyos.push_back({std::move(recinto), {}, {}});
+    }
     m_pedido.recintos.clear();
     for (auto& [clase, suyos] : porClase) {
         m_bien = Empareja(suyos, clase, m_antes, m_modo) && m_bien;

@@ -220,6 +220,7 @@ bool Empareja(std::vector<CRedondo>& suyos, ClaseTopologia clase, const CDibujoA
     if (!registros.empty())
         reparto.PorContorno();
     std::vector<bool> resueltos;
+    resueltos.reserve(suyos.size());
     for (CRedondo& suyo : suyos)
         resueltos.push_back(Resuelve(suyo, antes, modo));
     if (!registros.empty())
