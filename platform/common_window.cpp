@@ -7,7 +7,7 @@
 
 CVentanaComun::CVentanaComun(CDialog& dialogo)
     : m_dialogo(dialogo), m_avance(dialogo.Avance()),
-      m_relato(AfxGetApp()->Recursos().Ficheros().informe, dialogo.SeEnsaya())
+      m_relato(AfxGetApp()->Recursos().ficheros.informe, dialogo.SeEnsaya())
 {
 }
 

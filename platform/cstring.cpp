@@ -150,9 +150,9 @@ int CString::Replace(std::string_view antes, std::string_view ahora)
 
 bool CString::LoadString(UINT numero)
 {
-    const char* texto = RecursosDeLaAplicacion().Texto(numero);
-    Asigna(texto != nullptr ? texto : "");
-    return texto != nullptr;
+    const CCadenaRecurso* const cadena = BuscaRecurso(RecursosDeLaAplicacion().cadenas, numero);
+    Asigna(cadena != nullptr ? cadena->texto : "");
+    return cadena != nullptr;
 }
 
 CString& CString::operator+=(std::string_view texto)

@@ -102,7 +102,7 @@ void CWinApp::OnHelp() const
 
 CString CWinApp::TemasDeControles() const
 {
-    return UneTemas(m_pszHelpFilePath, m_recursos.Ficheros().textosDeControles);
+    return UneTemas(m_pszHelpFilePath, m_recursos.ficheros.textosDeControles);
 }
 
 int CWinApp::Caja(const CString& texto, const CString& titulo, UINT flags)
@@ -132,7 +132,7 @@ void CWinApp::CajaSinMemoria() noexcept
 
 CAlmacenAjustes CWinApp::Ajustes() const
 {
-    return {m_empresa, m_recursos.Version().producto};
+    return {m_empresa, m_recursos.version.producto};
 }
 
 int CWinApp::GetProfileInt(const CString& seccion, const CString& clave, int defecto) const

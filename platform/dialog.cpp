@@ -139,7 +139,7 @@ CDialog::~CDialog()
 
 bool CDialog::CreaControles(UINT plantilla)
 {
-    m_plantilla = AfxGetApp()->Recursos().Dialogo(plantilla);
+    m_plantilla = BuscaRecurso(AfxGetApp()->Recursos().dialogos, plantilla);
     if (m_plantilla == nullptr)
         return false;
     m_controles.clear();

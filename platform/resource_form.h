@@ -69,50 +69,24 @@ struct CFicherosPrograma {
     const char* textosDeControles = ""; ///< in the help: what it says of each control
 };
 
-class CRecursos {
-public:
-    constexpr CRecursos() = default;
-    constexpr CRecursos(std::span<const CCadenaRecurso> cadenas,
-                        std::span<const CPlantillaDialogo> dialogos,
-                        std::span<const CDibujoRecurso> dibujos, const CRecursoVersion& version,
-                        const CFicherosPrograma& ficheros = {})
-        : m_cadenas(cadenas), m_dialogos(dialogos), m_dibujos(dibujos), m_version(version),
-          m_ficheros(ficheros)
-    {
-    }
-
-    constexpr const CRecursoVersion& Version() const { return m_version; }
-    constexpr const CFicherosPrograma& Ficheros() const { return m_ficheros; }
-
-    /// The text, or null for a number that isn't there.
-    constexpr const char* Texto(UINT numero) const
-    {
-        const CCadenaRecurso* const cadena = Busca(m_cadenas, numero);
-        return cadena != nullptr ? cadena->texto : nullptr;
-    }
-
-    /// The template, or null for an id that isn't there.
-    constexpr const CPlantillaDialogo* Dialogo(UINT id) const { return Busca(m_dialogos, id); }
-
-    /// The drawing, or null for an id that isn't there.
-    constexpr const CDibujoRecurso* Dibujo(UINT id) const { return Busca(m_dibujos, id); }
-
-private:
-    template <class T>
-    static constexpr const T* Busca(std::span<const T> todos, UINT id)
-    {
-        for (const T& uno : todos)
-            if (uno.id == id)
-                return &uno;
-        return nullptr;
-    }
-
-    std::span<const CCadenaRecurso> m_cadenas;
-    std::span<const CPlantillaDialogo> m_dialogos;
-    std::span<const CDibujoRecurso> m_dibujos;
-    CRecursoVersion m_version;
-    CFicherosPrograma m_ficheros;
+/// All of them. Each part has its ids.
+struct CRecursos {
+    std::span<const CCadenaRecurso> cadenas = {};
+    std::span<const CPlantillaDialogo> dialogos = {};
+    std::span<const CDibujoRecurso> dibujos = {};
+    CRecursoVersion version = {};
+    CFicherosPrograma ficheros = {};
 };
+
+/// The string, template or drawing of an id, or null for an id that isn't there.
+template <class T>
+constexpr const T* BuscaRecurso(std::span<const T> todos, UINT id)
+{
+    for (const T& uno : todos)
+        if (uno.id == id)
+            return &uno;
+    return nullptr;
+}
 
 /// Those of the application object.
 const CRecursos& RecursosDeLaAplicacion();

@@ -1,4 +1,4 @@
-#include "resources/dialog_templates.h"
+#include "resources/program_resources.h"
 
 #include "platform/ansi.h"
 #include "platform/dialog.h"

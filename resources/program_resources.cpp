@@ -1,10 +1,5 @@
 #include "resources/program_resources.h"
 
-#include "resources/dialog_templates.h"
-#include "resources/drawings.h"
-#include "resources/string_table.h"
-#include "resources/version_block.h"
-
 namespace {
 
 constexpr CFicherosPrograma kFicheros = {
@@ -17,7 +12,7 @@ constexpr CFicherosPrograma kFicheros = {
 
 const CRecursos& RecursosDelPrograma()
 {
-    static const CRecursos kRecursos(TablaDeCadenas(), PlantillasDeDialogo(), DibujosDelPrograma(),
-                                     BloqueDeVersion(), kFicheros);
+    static const CRecursos kRecursos = {TablaDeCadenas(), PlantillasDeDialogo(),
+                                        DibujosDelPrograma(), BloqueDeVersion(), kFicheros};
     return kRecursos;
 }

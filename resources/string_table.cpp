@@ -1,4 +1,4 @@
-#include "resources/string_table.h"
+#include "resources/program_resources.h"
 
 #include <vector>
 

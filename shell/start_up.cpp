@@ -65,7 +65,7 @@ std::optional<int> AtiendeOpcion(std::span<const std::string> argumentos)
     if (sola && (opcion == "--help" || opcion == "-h")) {
         std::fputs(kUso, stdout);
     } else if (sola && opcion == "--version") {
-        std::printf("Campiva %s\n", RecursosDelPrograma().Version().version);
+        std::printf("Campiva %s\n", RecursosDelPrograma().version.version);
     } else if (opcion.starts_with("--")) {
         std::fprintf(stderr, kNoEsOpcion, argumentos[1].c_str());
         return estado::kNadaPedido;

@@ -6,7 +6,7 @@
 
 void CVersionApp::ReadResourceInformation()
 {
-    const CRecursoVersion& version = Recursos().Version();
+    const CRecursoVersion& version = Recursos().version;
     m_producto = version.producto;
     m_descripcion = version.descripcion;
     m_version = version.version;

@@ -30,7 +30,7 @@ using enum ClaseControl;
 /// A drawing of the program in the largest size that keeps its proportions within the place.
 wxBitmapBundle Dibujo(UINT id, const wxSize& sitio)
 {
-    const CDibujoRecurso* dibujo = AfxGetApp()->Recursos().Dibujo(id);
+    const CDibujoRecurso* dibujo = BuscaRecurso(AfxGetApp()->Recursos().dibujos, id);
     if (dibujo == nullptr)
         return {};
     const double escala = std::min(sitio.x / static_cast<double>(dibujo->ancho),

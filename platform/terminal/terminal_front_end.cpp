@@ -110,9 +110,8 @@ bool CFrontalTerminal::LeeLinea(std::string& linea)
 
 void CFrontalTerminal::MuestraModal(CDialog& dialogo)
 {
-    CDialogoTexto texto(dialogo);
-    sistema::Imprime(stdout, texto.Pinta());
-    if (const char* const programa = AfxGetApp()->Recursos().Ficheros().informe;
+    sistema::Imprime(stdout, PintaDialogo(dialogo));
+    if (const char* const programa = AfxGetApp()->Recursos().ficheros.informe;
         m_conversa && dialogo.SeEnsaya() && !sistema::BuscaPrograma(programa).empty())
         sistema::Imprime(stdout, Formatea(textos::kSeEnsaya, programa));
     while (!dialogo.Terminado()) {

@@ -142,7 +142,7 @@ bool CFrontalWindows::MuestraAyuda(const CString& ficheroAyuda)
     if (EsFichero(fichero) && !EstaBloqueado(fichero) &&
         m_visor->MuestraTema(ventana, fichero.native()))
         return true;
-    const std::string manual = AfxGetApp()->Recursos().Ficheros().manual;
+    const std::string manual = AfxGetApp()->Recursos().ficheros.manual;
     const std::filesystem::path paginas = fichero.parent_path() / sistema::Ruta(manual);
     if (!manual.empty() && EsFichero(paginas) && AbreConElSistema(ventana, paginas.native(), false))
         return true;

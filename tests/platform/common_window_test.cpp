@@ -68,7 +68,7 @@ public:
 
 class VentanaComun : public testing::Test {
 protected:
-    VentanaComun() { aplicacion.Arranca(guion, CRecursos({}, kPlantillas, {}, {}), {}, {}); }
+    VentanaComun() { aplicacion.Arranca(guion, {.dialogos = kPlantillas}, {}, {}); }
 
     CGuion guion;
     CWinApp aplicacion;

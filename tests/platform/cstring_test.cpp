@@ -246,7 +246,7 @@ TEST(CString, TakesItsTextsFromTheStringTable)
     static constexpr CCadenaRecurso kCadenas[] = {{1, "Parcela % 4d %s"}, {2, ""}};
     CGuion guion;
     CWinApp aplicacion;
-    aplicacion.Arranca(guion, CRecursos(kCadenas, {}, {}, {}), {}, {});
+    aplicacion.Arranca(guion, {.cadenas = kCadenas}, {}, {});
 
     CString texto = "antes";
     EXPECT_TRUE(texto.LoadString(2)); // empty, but there

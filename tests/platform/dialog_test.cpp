@@ -49,7 +49,7 @@ protected:
 
 class Dialogo : public testing::Test {
 protected:
-    Dialogo() { aplicacion.Arranca(guion, CRecursos({}, kPlantillas, {}, {}), {}, {}); }
+    Dialogo() { aplicacion.Arranca(guion, {.dialogos = kPlantillas}, {}, {}); }
 
     CGuion guion;
     CWinApp aplicacion;
@@ -360,7 +360,7 @@ TEST_F(Dialogo, ItsControlsHaveNamesForWhoDoesNotSeeIt)
         {Casilla, 5, "&Modificar", 5, 60, 50, 10},  {Progreso, 6, "Avance", 5, 80, 50, 10},
     };
     static constexpr CPlantillaDialogo kPlantilla[] = {{8, "Nombres", 100, 100, kNombrados}};
-    aplicacion.Arranca(guion, CRecursos({}, kPlantilla, {}, {}), {}, {});
+    aplicacion.Arranca(guion, {.dialogos = kPlantilla}, {}, {});
     CDialogoPrueba dialogo(8);
     ASSERT_TRUE(dialogo.Create(8, nullptr));
     const struct {

@@ -53,7 +53,7 @@ CPlantillaControl Cerrado(CPlantillaControl control)
 TEST(Plantillas, NothingIsCutAndNothingOverlaps)
 {
     for (const UINT id : kDialogos) {
-        const CPlantillaDialogo& dialogo = *RecursosDelPrograma().Dialogo(id);
+        const CPlantillaDialogo& dialogo = *BuscaRecurso(RecursosDelPrograma().dialogos, id);
         SCOPED_TRACE(dialogo.titulo);
         for (std::size_t i = 0; i < dialogo.controles.size(); ++i) {
             const CPlantillaControl a = Cerrado(dialogo.controles[i]);
@@ -72,7 +72,7 @@ TEST(Plantillas, NothingIsCutAndNothingOverlaps)
 TEST(Plantillas, AMnemonicAndAnIdLeadToOneControl)
 {
     for (const UINT id : kDialogos) {
-        const CPlantillaDialogo& dialogo = *RecursosDelPrograma().Dialogo(id);
+        const CPlantillaDialogo& dialogo = *BuscaRecurso(RecursosDelPrograma().dialogos, id);
         SCOPED_TRACE(dialogo.titulo);
         std::set<char> letras;
         std::set<UINT> ids;
@@ -91,7 +91,8 @@ TEST(Ayuda, TellsOfEveryControlAndEveryMessage)
 {
     const std::string textos = LeeAyuda("Ayuda IDC.txt");
     for (const UINT id : kDialogos) {
-        for (const CPlantillaControl& control : RecursosDelPrograma().Dialogo(id)->controles) {
+        for (const CPlantillaControl& control :
+             BuscaRecurso(RecursosDelPrograma().dialogos, id)->controles) {
             const bool pide = id != IDD_ACERCA_DE && control.id != kSinId &&
                               control.clase != ClaseControl::Imagen;
             EXPECT_TRUE(!pide || !TextoDeTema(textos, control.id).empty()) << control.id;
