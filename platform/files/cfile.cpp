@@ -3,12 +3,10 @@
 #include <algorithm>
 #include <cstring>
 #include <filesystem>
-#include <memory>
 #include <utility>
 
 #include "platform/files/any_case_name.h"
-#include "platform/files/in_place_output.h"
-#include "platform/files/replacing_output.h"
+#include "platform/files/output_destination.h"
 #include "platform/files/system_files.h"
 
 bool CFile::Open(const CString& nombre, UINT modo, CFileException* fallo,
@@ -20,11 +18,8 @@ bool CFile::Open(const CString& nombre, UINT modo, CFileException* fallo,
     }
     Suelta();
     sistema::Error error;
-    std::unique_ptr<CDestino> destino;
-    if ((modo & modeInPlace) != 0)
-        destino = CSalidaEnSitio::Abre(nombre, m_fallo.m_causa, error);
-    else
-        destino = CSalidaReemplazo::Abre(nombre, conjunto, error);
+    auto destino = (modo & modeInPlace) != 0 ? AbreEnSitio(nombre, m_fallo.m_causa, error)
+                                             : AbreReemplazo(nombre, conjunto, error);
     if (destino != nullptr)
         m_escritor.Abre(std::move(destino));
     return m_escritor.Abierto() || NoSeAbre({nombre, error}, fallo);

@@ -1,35 +1,33 @@
-#include "platform/files/in_place_output.h"
-
 #include <algorithm>
 #include <utility>
 
+#include "platform/files/output_destination.h"
 #include "platform/files/safe_replacement.h"
 #include "platform/layer_texts.h"
 
-std::unique_ptr<CSalidaEnSitio> CSalidaEnSitio::Abre(const CString& nombre, sistema::Error& fallo,
-                                                     sistema::Error& error)
-{
-    using Tipo = sistema::CEstado::Tipo;
-    const std::filesystem::path ruta = CReemplazo::DestinoReal(sistema::Ruta(nombre), error);
-    if (error)
-        return nullptr;
-    const int fichero = sistema::Abre(ruta, sistema::Modo::EnSitio, error);
-    if (fichero == sistema::kCerrado) {
-        sistema::Error deMirar;
-        if (sistema::Mira(ruta, deMirar).tipo == Tipo::Carpeta) // some systems have no word for it
-            error = std::make_error_code(std::errc::is_a_directory);
-        return nullptr;
+namespace {
+
+class CSalidaEnSitio final : public CDestino {
+public:
+    CSalidaEnSitio(int fichero, sistema::Error& fallo) : m_fichero(fichero), m_fallo(fallo) {}
+    ~CSalidaEnSitio() override { Cierra(); }
+
+    void Escribe(std::string_view bytes) override;
+    void Acaba() override { Cierra(); }
+    void Abandona(std::string_view resto) noexcept override { Escribe(resto); }
+
+private:
+    void Cierra() noexcept;
+    void Anota(const sistema::Error& error)
+    {
+        if (error && !m_fallo)
+            m_fallo = error;
     }
-    std::unique_ptr<CSalidaEnSitio> salida(new CSalidaEnSitio(fichero, fallo));
-    const bool regular = sistema::Mira(fichero, error).tipo == Tipo::Regular;
-    if (!error && regular && sistema::Bloquea(fichero, error) == sistema::Bloqueo::DeOtro && !error)
-        error = sistema::kDeOtro;
-    if (!error && regular)
-        sistema::Recorta(fichero, 0, error);
-    if (error)
-        salida.reset();
-    return salida;
-}
+
+    int m_fichero;
+    sistema::Error& m_fallo;
+    bool m_hayHueco = false; // what was to be written last isn't there
+};
 
 void CSalidaEnSitio::Escribe(std::string_view bytes)
 {
@@ -57,8 +55,29 @@ void CSalidaEnSitio::Cierra() noexcept
     Anota(error);
 }
 
-void CSalidaEnSitio::Anota(const sistema::Error& error)
+} // namespace
+
+std::unique_ptr<CDestino> AbreEnSitio(const CString& nombre, sistema::Error& fallo,
+                                      sistema::Error& error)
 {
-    if (error && !m_fallo)
-        m_fallo = error;
+    using Tipo = sistema::CEstado::Tipo;
+    const std::filesystem::path ruta = CReemplazo::DestinoReal(sistema::Ruta(nombre), error);
+    if (error)
+        return nullptr;
+    const int fichero = sistema::Abre(ruta, sistema::Modo::EnSitio, error);
+    if (fichero == sistema::kCerrado) {
+        sistema::Error deMirar;
+        if (sistema::Mira(ruta, deMirar).tipo == Tipo::Carpeta) // some systems have no word for it
+            error = std::make_error_code(std::errc::is_a_directory);
+        return nullptr;
+    }
+    auto salida = std::make_unique<CSalidaEnSitio>(fichero, fallo);
+    const bool regular = sistema::Mira(fichero, error).tipo == Tipo::Regular;
+    if (!error && regular && sistema::Bloquea(fichero, error) == sistema::Bloqueo::DeOtro && !error)
+        error = sistema::kDeOtro;
+    if (!error && regular)
+        sistema::Recorta(fichero, 0, error);
+    if (error)
+        salida.reset();
+    return salida;
 }
