@@ -9,16 +9,6 @@ namespace {
 
 constexpr std::size_t kTrozo = std::size_t{64} * 1024;
 
-/// Reads a whole piece of an open file, or what is left of it.
-std::string_view LeeTrozo(int fichero, std::uint64_t posicion, char (&trozo)[kTrozo],
-                          sistema::Error& error)
-{
-    std::size_t n = 0;
-    for (std::size_t mas = 1; mas > 0 && n < kTrozo; n += mas)
-        mas = sistema::LeeEn(fichero, trozo + n, kTrozo - n, posicion + n, error);
-    return {trozo, n};
-}
-
 /// Tells whether two files, neither of them a link, hold the same bytes; not where one can't be
 /// read.
 bool TienenLoMismo(const std::filesystem::path& uno, const std::filesystem::path& otro)
@@ -34,8 +24,9 @@ bool TienenLoMismo(const std::filesystem::path& uno, const std::filesystem::path
     bool iguales = !error;
     char trozos[2][kTrozo];
     for (std::uint64_t posicion = 0; iguales && posicion < suyo.largo; posicion += kTrozo) {
-        const std::string_view deUno = LeeTrozo(ficheros[0], posicion, trozos[0], error);
-        iguales = !error && deUno == LeeTrozo(ficheros[1], posicion, trozos[1], error) && !error;
+        const auto deUno = LeeTrozo(ficheros[0], trozos[0], kTrozo, posicion, error);
+        iguales =
+            !error && deUno == LeeTrozo(ficheros[1], trozos[1], kTrozo, posicion, error) && !error;
     }
     for (const int fichero : ficheros)
         if (fichero != sistema::kCerrado)
@@ -44,6 +35,15 @@ bool TienenLoMismo(const std::filesystem::path& uno, const std::filesystem::path
 }
 
 } // namespace
+
+std::string_view LeeTrozo(int fichero, char* bytes, std::size_t n, std::uint64_t posicion,
+                          sistema::Error& error)
+{
+    std::size_t leidos = 0;
+    for (std::size_t mas = 1; mas > 0 && leidos < n; leidos += mas)
+        mas = sistema::LeeEn(fichero, bytes + leidos, n - leidos, posicion + leidos, error);
+    return {bytes, leidos};
+}
 
 void CopiaContenido(int desde, int hasta, sistema::Error& error)
 {

@@ -2,6 +2,11 @@
 
 #include "platform/files/system_files.h"
 
+/// Reads a whole piece of an open file, or what is left of it, into `n` bytes; with an error what
+/// came before it. Gives what was read.
+std::string_view LeeTrozo(int fichero, char* bytes, std::size_t n, std::uint64_t posicion,
+                          sistema::Error& error);
+
 /// Copies a whole file into another one, which has its content and length then, on the disk. Both
 /// are open; the other is cut first.
 void CopiaContenido(int desde, int hasta, sistema::Error& error);

@@ -79,15 +79,7 @@ private:
     void Lee()
     {
         std::string bytes(static_cast<std::size_t>(m_estado.largo), '\0');
-        std::size_t leidos = 0;
-        while (leidos < bytes.size() && !m_error) {
-            const std::size_t n = sistema::LeeEn(m_fichero, bytes.data() + leidos,
-                                                 bytes.size() - leidos, leidos, m_error);
-            if (n == 0)
-                break;
-            leidos += n;
-        }
-        m_leido = LeeDiario(std::string_view(bytes).substr(0, leidos));
+        m_leido = LeeDiario(LeeTrozo(m_fichero, bytes.data(), bytes.size(), 0, m_error));
     }
 
     Ruta m_ruta;
