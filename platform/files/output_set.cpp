@@ -207,7 +207,7 @@ CString CConservada::Frase() const
                      anterior)};
 }
 
-CReemplazo::Apertura CConjuntoSalidas::Pon(const CString& nombre, Error& error)
+CReemplazo::Apertura CConjuntoSalidas::Reserva(const CString& nombre, Error& error)
 {
     constexpr std::chrono::milliseconds kUnMomento{200}; // as long as somebody heals the folder
     const CEspera espera(kUnMomento);
@@ -229,7 +229,7 @@ CReemplazo* CConjuntoSalidas::Abre(const CString& nombre, Error& error)
     auto salida = std::find_if(m_salidas.begin(), m_salidas.end(),
                                [&](const CSalida& s) { return !s.usada && s.nombre == nombre; });
     if (salida == m_salidas.end()) {
-        const auto apertura = Pon(nombre, error);
+        const auto apertura = Reserva(nombre, error);
         if (apertura == CReemplazo::Apertura::Ocupado)
             throw CFileException(nombre, sistema::kDeOtro);
         if (apertura == CReemplazo::Apertura::NoSePuede)

@@ -35,10 +35,7 @@ public:
     /// Keeps an output for this run, before anything is written to it.
     /// \return `Ocupado` where another program is writing it; `NoSePuede` with the reason where it
     ///         can't be created. The set stays as it was in both cases.
-    CReemplazo::Apertura Reserva(const CString& nombre, sistema::Error& error)
-    {
-        return Pon(nombre, error);
-    }
+    CReemplazo::Apertura Reserva(const CString& nombre, sistema::Error& error);
 
     /// Opens an output, reserved or not. Null with the reason where that can't be done. Raises
     /// CFileException where another program is writing it. The object belongs to the set, which
@@ -65,8 +62,6 @@ private:
         CReemplazo reemplazo;
         bool usada = false;
     };
-
-    CReemplazo::Apertura Pon(const CString& nombre, sistema::Error& error);
 
     std::string m_marca;          // of this run, from the first output on
     std::list<CSalida> m_salidas; // an output keeps its address
