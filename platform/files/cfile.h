@@ -115,9 +115,8 @@ public:
     // Comparisons of names. All raise CFileException where a file can't be looked at: two files
     // that nobody can tell apart could be one.
 
-    /// Tells whether both names lead to one and the same file on disk. False where one isn't there.
-    static bool EsElMismo(const CString& uno, const CString& otro);
-    /// The same with any of the other names.
+    /// Tells whether a name leads to the same file on disk as one of the others. What isn't there
+    /// is no file's.
     static bool EsAlguno(const CString& nombre, const std::vector<CString>& otros);
     /// Tells whether both names would be one file once it is written; it need not be there yet.
     /// False for what is no regular file: a device takes the bytes of all.

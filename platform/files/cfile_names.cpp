@@ -89,11 +89,6 @@ CString CFile::GuardaAnterior(const CString& nombre)
     return sistema::Nombre(guardada);
 }
 
-bool CFile::EsElMismo(const CString& uno, const CString& otro)
-{
-    return EsAlguno(uno, {otro});
-}
-
 bool CFile::EsAlguno(const CString& nombre, const std::vector<CString>& otros)
 {
     if (otros.empty())
