@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "platform/common_window.h"
+#include "platform/files/system_files.h"
 #include "platform/layer_texts.h"
 
 void CFrontalVentanas::Muestra(CVentanaComun& ventana)
@@ -27,6 +28,25 @@ int CFrontalVentanas::Espera(const std::function<int()>& caja) const
 void CFrontalVentanas::DiQueNoSeVeLaAyuda(const CString& fichero)
 {
     Caja(Formatea(textos::kNoSeVeLaAyuda, fichero), textos::kAyuda, MB_ICONERROR);
+}
+
+std::filesystem::path CFrontalVentanas::CarpetaInicial(const CFileDialog& dialogo) const
+{
+    constexpr const char* kCualquiera = "-"; // any name stands for one in the folder at work
+    const CString enCampo = dialogo.GetPathName();
+    const bool hay = !enCampo.IsEmpty();
+    const std::filesystem::path carpeta =
+        sistema::Entera(sistema::Ruta(hay ? enCampo : CString(kCualquiera))).parent_path();
+    sistema::Error error;
+    const bool laDice =
+        hay && sistema::Mira(carpeta, error).tipo == sistema::CEstado::Tipo::Carpeta;
+    return laDice || m_carpeta.empty() ? carpeta : m_carpeta;
+}
+
+void CFrontalVentanas::Elige(CFileDialog& dialogo, const CString& ruta)
+{
+    m_carpeta = sistema::Ruta(ruta).parent_path();
+    dialogo.SetPathName(ruta);
 }
 
 CVentanaComun* CFrontalVentanas::VentanaDe(const CDialog& dialogo) const

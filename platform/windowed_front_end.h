@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <functional>
 #include <vector>
 
@@ -8,7 +9,7 @@
 class CVentanaComun;
 
 /// A front end in windows, as far as it is the same on every desktop: which window shows which
-/// dialog.
+/// dialog, and where the box for choosing a file begins.
 class CFrontalVentanas : public CFrontal {
 public:
     void AtiendeUno(CDialog& dialogo) override;
@@ -26,10 +27,16 @@ protected:
     /// Has the user answer a box, which a run at work waits for.
     int Espera(const std::function<int()>& caja) const;
     void DiQueNoSeVeLaAyuda(const CString& fichero);
+    /// The folder that the box for choosing a file opens: that of the dialog's path, which is a
+    /// whole one, else that of the file that was chosen last.
+    std::filesystem::path CarpetaInicial(const CFileDialog& dialogo) const;
+    /// The user has chosen a file.
+    void Elige(CFileDialog& dialogo, const CString& ruta);
 
 private:
     /// Null for a dialog that isn't shown.
     CVentanaComun* VentanaDe(const CDialog& dialogo) const;
 
     std::vector<CVentanaComun*> m_ventanas; // those shown, the last one on top
+    std::filesystem::path m_carpeta;        // of the file that was chosen last
 };

@@ -16,7 +16,6 @@
 #include "platform/desktop/message_box.h"
 #include "platform/desktop/text.h"
 #include "platform/desktop/toolkit.h"
-#include "platform/file_box.h"
 #include "platform/files/system_files.h"
 #include "platform/html_help.h"
 #include "platform/layer_texts.h"
@@ -122,9 +121,8 @@ int CFrontalEscritorio::Caja(const CString& texto, const CString& titulo, UINT f
 bool CFrontalEscritorio::EligeFichero(CFileDialog& dialogo)
 {
     const wxString inicial = AWx(dialogo.GetPathName());
-    const auto carpeta = CarpetaInicial(dialogo.GetPathName(), m_carpeta);
     const bool existe = (dialogo.Flags() & OFN_FILEMUSTEXIST) != 0;
-    wxFileDialog caja(Padre(), textos::kElige, AWx(sistema::Nombre(carpeta)),
+    wxFileDialog caja(Padre(), textos::kElige, AWx(sistema::Nombre(CarpetaInicial(dialogo))),
                       wxFileName(inicial).GetFullName(), Comodines(dialogo.Filtros()),
                       wxFD_OPEN | (existe ? wxFD_FILE_MUST_EXIST : 0));
     if (caja.ShowModal() != wxID_OK)
@@ -134,8 +132,7 @@ bool CFrontalEscritorio::EligeFichero(CFileDialog& dialogo)
         Caja(textos::kNombreIlegible, textos::kElige, MB_ICONERROR);
         return false;
     }
-    m_carpeta = DeWx(wxFileName(ruta).GetPath());
-    dialogo.SetPathName(DeWx(ruta));
+    Elige(dialogo, DeWx(ruta));
     return true;
 }
 

@@ -33,6 +33,5 @@ private:
     wxWindow* Padre() const;
 
     bool m_funciona;
-    CString m_carpeta; ///< of the file that was chosen last
     std::unique_ptr<CVentanaAyuda> m_ayuda;
 };

@@ -6,7 +6,6 @@
 #include <optional>
 
 #include "platform/cwinapp.h"
-#include "platform/file_box.h"
 #include "platform/files/cfile.h"
 #include "platform/html_help.h"
 #include "platform/layer_texts.h"
@@ -116,7 +115,7 @@ bool CFrontalWindows::EligeFichero(CFileDialog& dialogo)
     constexpr std::size_t kMasLarga = 32768; // no path of the system is longer
     const CMismaCarpeta alSalir;
     const std::wstring filtros = Filtros(dialogo.Filtros());
-    const std::wstring carpeta = CarpetaInicial(dialogo.GetPathName(), m_carpeta).native();
+    const std::wstring carpeta = CarpetaInicial(dialogo).native();
     std::wstring ruta = NombreInicial(dialogo.GetPathName());
     ruta.resize(kMasLarga);
     OPENFILENAMEW caja = {};
@@ -129,9 +128,7 @@ bool CFrontalWindows::EligeFichero(CFileDialog& dialogo)
     caja.Flags = dialogo.Flags() | OFN_EXPLORER;
     if (GetOpenFileNameW(&caja) == 0)
         return false;
-    const std::filesystem::path elegida = ruta.c_str();
-    m_carpeta = sistema::Nombre(elegida.parent_path());
-    dialogo.SetPathName(sistema::Nombre(elegida));
+    Elige(dialogo, sistema::Nombre(ruta.c_str()));
     return true;
 }
 

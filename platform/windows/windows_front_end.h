@@ -26,6 +26,5 @@ private:
     /// The window on top, where one is seen.
     const CVentanaDialogo* DeDelante() const;
 
-    CString m_carpeta; ///< of the file that was chosen last
     std::unique_ptr<CVisorAyuda> m_visor;
 };
