@@ -1,5 +1,6 @@
 #include "platform/desktop/desktop_front_end.h"
 
+#include <clocale>
 #include <cstdio>
 
 #include <wx/app.h>
@@ -69,7 +70,7 @@ wxColour Color(std::uint32_t bgr)
 
 CFrontalEscritorio::CFrontalEscritorio(char* programa, const char* entrada)
 {
-    TomaIdiomaDelSistema();
+    std::setlocale(LC_MESSAGES, ""); // the toolkit's language; numbers keep their point
     wxSetAssertHandler(AlFallarAserto);
     wxApp::SetInstance(new CAplicacionVentanas);
     int argc = 1;
@@ -114,8 +115,7 @@ int CFrontalEscritorio::Caja(const CString& texto, const CString& titulo, UINT f
 {
     CString cuerpo = texto;
     cuerpo.TrimRight("\n");
-    CCajaMensaje caja(Padre(), AWx(cuerpo), AWx(titulo), flags);
-    return Espera([&] { return caja.ShowModal(); });
+    return Espera([&] { return MuestraCaja(Padre(), AWx(cuerpo), AWx(titulo), flags); });
 }
 
 bool CFrontalEscritorio::EligeFichero(CFileDialog& dialogo)
@@ -158,7 +158,7 @@ bool CFrontalEscritorio::MuestraAyudaControl(const CString& temas, const HH_POPU
 {
     wxWindow* padre = Padre();
     const auto [fichero, interior] = ParteTemas(temas);
-    const auto textos = CFicheroAyuda(AWx(fichero)).Lee(AWx(interior));
+    const auto textos = LeeDeLaAyuda(AWx(fichero), AWx(interior));
     if (padre == nullptr || !textos)
         return false; // a key that gives nothing is answer enough
     wxString texto = AWx(TextoDeTema(*textos, popup.idString));
@@ -166,6 +166,6 @@ bool CFrontalEscritorio::MuestraAyudaControl(const CString& temas, const HH_POPU
     texto.Replace("\n", " "); // the popup breaks its lines by itself
     if (texto.empty())
         return false;
-    new CGloboAyuda(padre, texto, {popup.pt.x, popup.pt.y}, Color(popup.clrBackground));
+    MuestraGlobo(padre, texto, {popup.pt.x, popup.pt.y}, Color(popup.clrBackground));
     return true;
 }

@@ -1,5 +1,7 @@
 #include "platform/desktop/help_file.h"
 
+#include <memory>
+
 #include <chm_lib.h>
 #include <wx/file.h>
 #include <wx/filefn.h>
@@ -37,7 +39,7 @@ public:
     {
         const wxString fichero = wxFileSystem::URLToFileName(GetLeftLocation(lugar)).GetFullPath();
         const wxString nombre = GetRightLocation(lugar);
-        const auto contenido = CFicheroAyuda(fichero).Lee(nombre);
+        const auto contenido = LeeDeLaAyuda(fichero, nombre);
         if (!contenido)
             return nullptr;
         wxMemoryOutputStream bytes;
@@ -49,30 +51,18 @@ public:
 
 } // namespace
 
-void CFicheroAyuda::CCierra::operator()(chmFile* fichero) const
+std::optional<std::string> LeeDeLaAyuda(const wxString& ayuda, const wxString& nombre)
 {
-    chm_close(fichero);
-}
-
-CFicheroAyuda::CFicheroAyuda(const wxString& ruta)
-{
-    if (wxFileExists(ruta) && EstaEntero(ruta))
-        m_fichero.reset(chm_open(ruta.fn_str()));
-}
-
-CFicheroAyuda::~CFicheroAyuda() = default;
-
-std::optional<std::string> CFicheroAyuda::Lee(const wxString& nombre) const
-{
-    if (m_fichero == nullptr)
-        return {};
+    const std::unique_ptr<chmFile, decltype(&chm_close)> fichero(
+        wxFileExists(ayuda) && EstaEntero(ayuda) ? chm_open(ayuda.fn_str()) : nullptr, chm_close);
     chmUnitInfo unidad = {};
     const wxString dentro = nombre.StartsWith("/") ? nombre : "/" + nombre;
-    if (chm_resolve_object(m_fichero.get(), dentro.utf8_str(), &unidad) != CHM_RESOLVE_SUCCESS ||
+    if (fichero == nullptr ||
+        chm_resolve_object(fichero.get(), dentro.utf8_str(), &unidad) != CHM_RESOLVE_SUCCESS ||
         unidad.length > kMayor)
         return {};
     std::string contenido(unidad.length, '\0');
-    const auto leidos = chm_retrieve_object(m_fichero.get(), &unidad,
+    const auto leidos = chm_retrieve_object(fichero.get(), &unidad,
                                             reinterpret_cast<unsigned char*>(contenido.data()), 0,
                                             static_cast<LONGINT64>(contenido.size()));
     contenido.resize(leidos > 0 ? static_cast<std::size_t>(leidos) : 0);

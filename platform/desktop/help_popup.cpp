@@ -3,10 +3,25 @@
 #include <algorithm>
 
 #include <wx/display.h>
+#include <wx/eventfilter.h>
+#include <wx/popupwin.h>
 #include <wx/sizer.h>
 #include <wx/stattext.h>
 
 #include "platform/desktop/toolkit.h"
+
+namespace {
+
+/// It owns itself.
+class CGloboAyuda : public wxPopupWindow, private wxEventFilter {
+public:
+    CGloboAyuda(wxWindow* padre, const wxString& texto, const wxPoint& punto,
+                const wxColour& fondo);
+    ~CGloboAyuda() override { wxEvtHandler::RemoveFilter(this); }
+
+private:
+    int FilterEvent(wxEvent& suceso) override;
+};
 
 CGloboAyuda::CGloboAyuda(wxWindow* padre, const wxString& texto, const wxPoint& punto,
                          const wxColour& fondo)
@@ -33,11 +48,6 @@ CGloboAyuda::CGloboAyuda(wxWindow* padre, const wxString& texto, const wxPoint& 
     wxEvtHandler::AddFilter(this);
 }
 
-CGloboAyuda::~CGloboAyuda()
-{
-    wxEvtHandler::RemoveFilter(this);
-}
-
 int CGloboAyuda::FilterEvent(wxEvent& suceso)
 {
     const wxEventType tipo = suceso.GetEventType();
@@ -48,4 +58,12 @@ int CGloboAyuda::FilterEvent(wxEvent& suceso)
     Hide();
     Destroy();
     return tecla ? Event_Processed : Event_Skip; // the key was meant for the popup
+}
+
+} // namespace
+
+void MuestraGlobo(wxWindow* padre, const wxString& texto, const wxPoint& punto,
+                  const wxColour& fondo)
+{
+    new CGloboAyuda(padre, texto, punto, fondo);
 }

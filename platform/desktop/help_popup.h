@@ -1,17 +1,9 @@
 #pragma once
 
-#include <wx/eventfilter.h>
-#include <wx/popupwin.h>
+#include <wx/window.h>
 
-/// A small popup with the help of one control. The next key or click, or another program coming to
-/// the front, takes it away; it owns itself.
-class CGloboAyuda : public wxPopupWindow, private wxEventFilter {
-public:
-    /// \param punto  of the screen, where it is to stand; it keeps inside the screen
-    CGloboAyuda(wxWindow* padre, const wxString& texto, const wxPoint& punto,
-                const wxColour& fondo);
-    ~CGloboAyuda() override;
-
-private:
-    int FilterEvent(wxEvent& suceso) override;
-};
+/// The help of a control in a small popup. The next key or click, or another program coming to the
+/// front, takes it away.
+/// \param punto  of the screen, where it is to stand; it keeps inside the screen
+void MuestraGlobo(wxWindow* padre, const wxString& texto, const wxPoint& punto,
+                  const wxColour& fondo);

@@ -7,6 +7,7 @@
 #include <wx/artprov.h>
 #include <wx/button.h>
 #include <wx/crt.h>
+#include <wx/dialog.h>
 #include <wx/sizer.h>
 #include <wx/statbmp.h>
 #include <wx/stattext.h>
@@ -95,43 +96,16 @@ wxSizer* PonColumnas(wxWindow* padre, const wxArrayString& lineas)
     return tabla;
 }
 
-} // namespace
-
-CCajaMensaje::CCajaMensaje(wxWindow* padre, const wxString& texto, const wxString& titulo,
-                           UINT flags)
-    : wxDialog(padre, wxID_ANY, titulo)
-{
-    const int hueco = 2 * GetCharWidth();
-    auto* cuerpo = new wxBoxSizer(wxHORIZONTAL);
-    if (const wxArtID icono = Icono(flags); !icono.empty()) {
-        auto* dibujo = new wxStaticBitmap(this, wxID_ANY,
-                                          wxArtProvider::GetBitmapBundle(icono, wxART_MESSAGE_BOX));
-        cuerpo->Add(dibujo, 0, wxRIGHT, hueco);
-    }
-    if (const wxArrayString lineas = wxSplit(texto, '\n', '\0'); TieneColumnas(lineas)) {
-        cuerpo->Add(PonColumnas(this, lineas), 1, wxALIGN_CENTER_VERTICAL);
-    } else {
-        auto* rotulo = new wxStaticText(this, wxID_ANY, {});
-        rotulo->SetLabelText(ConCortes(texto));
-        rotulo->Wrap(static_cast<int>(kLetrasPorLinea) * GetCharWidth());
-        cuerpo->Add(rotulo, 1, wxALIGN_CENTER_VERTICAL);
-    }
-
-    auto* marco = new wxBoxSizer(wxVERTICAL);
-    marco->Add(cuerpo, 1, wxEXPAND | wxALL, hueco);
-    marco->Add(PonBotones(flags), 0, wxALIGN_RIGHT | wxLEFT | wxRIGHT | wxBOTTOM, hueco);
-    SetSizerAndFit(marco);
-    CentreOnParent();
-}
-
-wxSizer* CCajaMensaje::PonBotones(UINT flags)
+/// Puts the buttons into the box.
+wxSizer* PonBotones(wxDialog& caja, UINT flags)
 {
     auto* botones = new wxBoxSizer(wxHORIZONTAL);
     // An id of the library's own would bring the system's text, in whatever language.
     const auto pon = [&](int respuesta, const char* leyenda) {
-        auto* boton = new wxButton(this, wxID_ANY, wxString::FromUTF8(leyenda));
-        boton->Bind(wxEVT_BUTTON, [this, respuesta](wxCommandEvent&) { EndModal(respuesta); });
-        botones->Add(boton, 0, wxLEFT, GetCharWidth());
+        auto* boton = new wxButton(&caja, wxID_ANY, wxString::FromUTF8(leyenda));
+        boton->Bind(wxEVT_BUTTON,
+                    [&caja, respuesta](wxCommandEvent&) { caja.EndModal(respuesta); });
+        botones->Add(boton, 0, wxLEFT, caja.GetCharWidth());
         return boton;
     };
     const std::vector<CBoton> suyos = Botones(flags);
@@ -141,14 +115,43 @@ wxSizer* CCajaMensaje::PonBotones(UINT flags)
         puestos.push_back(pon(boton.respuesta, boton.leyenda));
     puestos.front()->SetDefault();
     puestos.front()->SetFocus();
-    SetEscapeId(puestos.back()->GetId());
+    caja.SetEscapeId(puestos.back()->GetId());
     // A letter alone answers a question, without Alt.
-    Bind(wxEVT_CHAR_HOOK, [this, suyos](wxKeyEvent& tecla) {
+    caja.Bind(wxEVT_CHAR_HOOK, [&caja, suyos](wxKeyEvent& tecla) {
         for (const CBoton& boton : suyos)
             if (suyos.size() > 1 && !tecla.HasAnyModifiers() &&
                 wxToupper(tecla.GetKeyCode()) == wxToupper(boton.leyenda[1]))
-                return EndModal(boton.respuesta);
+                return caja.EndModal(boton.respuesta);
         tecla.Skip();
     });
     return botones;
+}
+
+} // namespace
+
+int MuestraCaja(wxWindow* padre, const wxString& texto, const wxString& titulo, UINT flags)
+{
+    wxDialog caja(padre, wxID_ANY, titulo);
+    const int hueco = 2 * caja.GetCharWidth();
+    auto* cuerpo = new wxBoxSizer(wxHORIZONTAL);
+    if (const wxArtID icono = Icono(flags); !icono.empty()) {
+        auto* dibujo = new wxStaticBitmap(&caja, wxID_ANY,
+                                          wxArtProvider::GetBitmapBundle(icono, wxART_MESSAGE_BOX));
+        cuerpo->Add(dibujo, 0, wxRIGHT, hueco);
+    }
+    if (const wxArrayString lineas = wxSplit(texto, '\n', '\0'); TieneColumnas(lineas)) {
+        cuerpo->Add(PonColumnas(&caja, lineas), 1, wxALIGN_CENTER_VERTICAL);
+    } else {
+        auto* rotulo = new wxStaticText(&caja, wxID_ANY, {});
+        rotulo->SetLabelText(ConCortes(texto));
+        rotulo->Wrap(static_cast<int>(kLetrasPorLinea) * caja.GetCharWidth());
+        cuerpo->Add(rotulo, 1, wxALIGN_CENTER_VERTICAL);
+    }
+
+    auto* marco = new wxBoxSizer(wxVERTICAL);
+    marco->Add(cuerpo, 1, wxEXPAND | wxALL, hueco);
+    marco->Add(PonBotones(caja, flags), 0, wxALIGN_RIGHT | wxLEFT | wxRIGHT | wxBOTTOM, hueco);
+    caja.SetSizerAndFit(marco);
+    caja.CentreOnParent();
+    return caja.ShowModal();
 }

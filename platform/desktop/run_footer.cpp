@@ -104,7 +104,6 @@ void CPieProceso::Abre(const CString& ruta)
 
 void CPieProceso::Quejate(const std::string& queja)
 {
-    CCajaMensaje(wxGetTopLevelParent(this), wxString::FromUTF8(queja), textos::kTituloNoSeAbre,
-                 MB_ICONERROR)
-        .ShowModal();
+    MuestraCaja(wxGetTopLevelParent(this), wxString::FromUTF8(queja), textos::kTituloNoSeAbre,
+                MB_ICONERROR);
 }

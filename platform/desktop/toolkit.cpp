@@ -1,7 +1,5 @@
 #include "platform/desktop/toolkit.h"
 
-#include <clocale>
-
 #include <gtk/gtk.h>
 
 void PonNombreAccesible(wxWindow& widget, const wxString& nombre)
@@ -28,11 +26,6 @@ wxString SumaDe(const wxString& fichero)
     g_free(cifras);
     g_free(contenido);
     return suma;
-}
-
-void TomaIdiomaDelSistema()
-{
-    std::setlocale(LC_MESSAGES, "");
 }
 
 void MuestraBarras(wxWindow& ventana)

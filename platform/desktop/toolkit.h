@@ -14,10 +14,6 @@ void TomaNombreDelMenu(const char* entrada);
 /// SHA-256 of a file in hexadecimal digits; empty where it can't be read.
 wxString SumaDe(const wxString& fichero);
 
-/// Has the toolkit speak the language of the environment, where the system has it. Numbers keep
-/// their decimal point. To be called before anything else of it.
-void TomaIdiomaDelSistema();
-
 /// Lets the scroll bars of a window stand beside its content, in sight, not over it.
 void MuestraBarras(wxWindow& ventana);
 
