@@ -1,7 +1,6 @@
 #include "platform/terminal/terminal_front_end.h"
 
 #include <algorithm>
-#include <optional>
 #include <string_view>
 
 #include "platform/ansi.h"
@@ -36,24 +35,6 @@ bool Abre(CFile& fichero, const CString& nombre)
         AfxGetApp()->Caja(fallo.Mensaje(), textos::kError, MB_ICONERROR);
         return false;
     }
-}
-
-/// The whole file, from the help's folder. Nothing where it can't be read.
-std::optional<std::string> LeeFichero(const CString& nombre)
-{
-    CFile fichero;
-    if (!Abre(fichero, nombre))
-        return {};
-    std::string texto;
-    char trozo[4096];
-    try {
-        while (const UINT n = fichero.Read(trozo, sizeof trozo))
-            texto.append(trozo, n);
-    } catch (const CFileException& fallo) {
-        AfxGetApp()->Caja(fallo.Mensaje(), textos::kError, MB_ICONERROR);
-        return {};
-    }
-    return texto;
 }
 
 /// The text in so many columns: cut, or filled with blanks.
@@ -119,7 +100,7 @@ void CFrontalTerminal::MuestraModal(CDialog& dialogo)
             sistema::Imprime(stdout, "> ");
         // What a script meant to follow hangs on what couldn't be done: its pipe ends there.
         const bool roto = m_guion.hay && m_guion.fallidos > 0;
-        if (roto || !EjecutaMandato(dialogo, texto)) {
+        if (roto || !AtiendeMandato(dialogo)) {
             if (m_guion.hay && m_guion.leidos == 0)
                 sistema::Imprime(stderr, textos::kSinMandatos);
             dialogo.SendMessage(WM_COMMAND, IDCANCEL, 0);
@@ -130,14 +111,14 @@ void CFrontalTerminal::MuestraModal(CDialog& dialogo)
     }
 }
 
-bool CFrontalTerminal::EjecutaMandato(CDialog& dialogo, CDialogoTexto& texto)
+bool CFrontalTerminal::AtiendeMandato(CDialog& dialogo)
 {
     std::string linea;
     if (!LeeLinea(linea))
         return false;
     if (!linea.empty())
         ++m_guion.leidos;
-    Responde(dialogo, texto.Ejecuta(linea));
+    Responde(dialogo, EjecutaMandato(dialogo, linea));
     return true;
 }
 
@@ -148,7 +129,7 @@ void CFrontalTerminal::Falla(const char* forma, const T&... argumentos)
     sistema::Imprime(stderr, Formatea(forma, argumentos...));
 }
 
-void CFrontalTerminal::Responde(CDialog& dialogo, const CDialogoTexto::CRespuesta& respuesta)
+void CFrontalTerminal::Responde(CDialog& dialogo, const CRespuesta& respuesta)
 {
     if (respuesta.queja)
         Falla("%s", respuesta.texto);
@@ -348,14 +329,30 @@ void CFrontalTerminal::Cierra(const CDialog& /*dialogo*/)
     AcabaProceso();
 }
 
+std::optional<std::string> CFrontalTerminal::LeeDeLaAyuda(const std::filesystem::path& fichero)
+{
+    const CString nombre = sistema::Nombre(fichero);
+    try {
+        CFile abierto;
+        if (abierto.Open(nombre, CFile::modeRead)) {
+            std::string texto;
+            char trozo[4096];
+            while (const UINT n = abierto.Read(trozo, sizeof trozo))
+                texto.append(trozo, n);
+            return texto;
+        }
+    } catch (const CFileException& fallo) {
+        AfxGetApp()->Caja(fallo.Mensaje(), textos::kError, MB_ICONERROR);
+    }
+    Falla(textos::kNoEstaLaAyuda, ansi::AUtf8(nombre));
+    return {};
+}
+
 bool CFrontalTerminal::MuestraAyuda(const CString& ficheroAyuda)
 {
-    const CString nombre = sistema::Nombre(sistema::Ruta(ficheroAyuda).replace_extension("txt"));
-    const auto texto = LeeFichero(nombre);
-    if (!texto) {
-        Falla(textos::kNoEstaLaAyuda, ansi::AUtf8(nombre));
+    const auto texto = LeeDeLaAyuda(sistema::Ruta(ficheroAyuda).replace_extension("txt"));
+    if (!texto)
         return false;
-    }
     const std::string legible = ansi::AUtf8(*texto);
     if (!m_conversa || !sistema::Pagina(legible))
         sistema::Imprime(stdout, legible);
@@ -365,13 +362,10 @@ bool CFrontalTerminal::MuestraAyuda(const CString& ficheroAyuda)
 bool CFrontalTerminal::MuestraAyudaControl(const CString& temas, const HH_POPUP& popup)
 {
     const auto [fichero, interior] = ParteTemas(temas);
-    const CString nombre =
-        sistema::Nombre(sistema::Ruta(fichero).replace_filename(sistema::Ruta(interior)));
-    const auto textos = LeeFichero(nombre);
-    if (!textos) {
-        Falla(textos::kNoEstaLaAyuda, ansi::AUtf8(nombre));
+    const auto textos =
+        LeeDeLaAyuda(sistema::Ruta(fichero).replace_filename(sistema::Ruta(interior)));
+    if (!textos)
         return false;
-    }
     const std::string_view tema = TextoDeTema(*textos, popup.idString);
     if (tema.empty()) {
         Falla(textos::kSinTema, static_cast<int>(popup.idString));

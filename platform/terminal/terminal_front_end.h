@@ -2,6 +2,8 @@
 
 #include <chrono>
 #include <deque>
+#include <filesystem>
+#include <optional>
 #include <string>
 
 #include "platform/front_end.h"
@@ -42,13 +44,15 @@ private:
     bool PreguntaSiNo() const;
     /// A Ctrl-C or Ctrl-D at a question was meant for it and means nothing behind it.
     static void OlvidaTeclas();
-    void Responde(CDialog& dialogo, const CDialogoTexto::CRespuesta& respuesta);
+    void Responde(CDialog& dialogo, const CRespuesta& respuesta);
     /// Carries out the next command. False at the end of the input.
-    bool EjecutaMandato(CDialog& dialogo, CDialogoTexto& texto);
+    bool AtiendeMandato(CDialog& dialogo);
     /// Tells that what a command asked for couldn't be done.
     template <class... T>
     void Falla(const char* forma, const T&... argumentos);
     void AcabaProceso();
+    /// The whole file, from the help's folder. Nothing, which is told, where it can't be read.
+    std::optional<std::string> LeeDeLaAyuda(const std::filesystem::path& fichero);
     /// Reads a line of the standard input without its end; what passes the length of any path is
     /// dropped. False at the end of the input.
     static bool LeeLinea(std::string& linea);

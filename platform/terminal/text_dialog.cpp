@@ -11,7 +11,7 @@ namespace {
 using enum ClaseControl;
 
 template <class... T>
-CDialogoTexto::CRespuesta Queja(const char* forma, const T&... argumentos)
+CRespuesta Queja(const char* forma, const T&... argumentos)
 {
     return {Formatea(forma, argumentos...), true, 0};
 }
@@ -46,11 +46,9 @@ std::string ConNombre(const std::string& nombre, const std::string& valor)
     return nombre.empty() ? valor : nombre + ": " + valor;
 }
 
-} // namespace
-
-std::string CDialogoTexto::Linea(const CControl& control) const
+std::string Linea(const CDialog& dialogo, const CControl& control)
 {
-    const std::string nombre = ansi::AUtf8(m_dialogo.NombreDe(control));
+    const std::string nombre = ansi::AUtf8(dialogo.NombreDe(control));
     const std::string valor = ansi::AUtf8(control.GetWindowText());
     switch (control.Clase()) {
     case Boton:
@@ -71,25 +69,7 @@ std::string CDialogoTexto::Linea(const CControl& control) const
     }
 }
 
-std::string CDialogoTexto::Pinta() const
-{
-    std::string texto = ansi::AUtf8(m_dialogo.Plantilla().titulo) + std::string("\n");
-    const std::deque<CControl>& controles = m_dialogo.Controles();
-    for (std::size_t i = 0; i < controles.size(); ++i) {
-        const CControl& control = controles[i];
-        const ClaseControl clase = control.Clase();
-        if (clase == Grupo && !control.GetWindowText().IsEmpty()) {
-            texto += "  " + ansi::AUtf8(control.GetWindowText()) + "\n";
-        } else if (control.Id() != kSinId && clase != Imagen && clase != Icono) {
-            texto += Formatea("  % 6d  ", static_cast<int>(control.Id())) + Linea(control) + "\n";
-        } else if (control.EsRotulo() && i > 0 && controles[i - 1].EsRotulo()) {
-            texto += "          " + Linea(control) + "\n"; // a fixed text behind its label
-        }
-    }
-    return texto;
-}
-
-CDialogoTexto::CRespuesta CDialogoTexto::Pon(CControl& control, std::string_view valor)
+CRespuesta Pon(CControl& control, std::string_view valor)
 {
     const int id = static_cast<int>(control.Id());
     switch (control.Clase()) {
@@ -115,20 +95,41 @@ CDialogoTexto::CRespuesta CDialogoTexto::Pon(CControl& control, std::string_view
     }
 }
 
-CDialogoTexto::CRespuesta CDialogoTexto::Ejecuta(std::string_view mandato)
+} // namespace
+
+std::string PintaDialogo(const CDialog& dialogo)
+{
+    std::string texto = ansi::AUtf8(dialogo.Plantilla().titulo) + std::string("\n");
+    const std::deque<CControl>& controles = dialogo.Controles();
+    for (std::size_t i = 0; i < controles.size(); ++i) {
+        const CControl& control = controles[i];
+        const ClaseControl clase = control.Clase();
+        if (clase == Grupo && !control.GetWindowText().IsEmpty()) {
+            texto += "  " + ansi::AUtf8(control.GetWindowText()) + "\n";
+        } else if (control.Id() != kSinId && clase != Imagen && clase != Icono) {
+            texto += Formatea("  % 6d  ", static_cast<int>(control.Id())) +
+                     Linea(dialogo, control) + "\n";
+        } else if (control.EsRotulo() && i > 0 && controles[i - 1].EsRotulo()) {
+            texto += "          " + Linea(dialogo, control) + "\n"; // a fixed text behind its label
+        }
+    }
+    return texto;
+}
+
+CRespuesta EjecutaMandato(CDialog& dialogo, std::string_view mandato)
 {
     const std::string_view entero = SinBlancos(mandato);
     if (entero.empty())
         return {};
     if (entero == "?")
-        return {Pinta()};
+        return {PintaDialogo(dialogo)};
     const bool ayuda = entero.front() == '?';
     const std::size_t igual = ayuda ? std::string_view::npos : mandato.find('=');
     const std::string_view cual = SinBlancos(ayuda ? entero.substr(1) : mandato.substr(0, igual));
     const auto id = NumeroDe<UINT>(cual);
     if (!id)
         return Queja(textos::kNoSeEntiende, entero);
-    CControl* control = m_dialogo.GetDlgItem(*id);
+    CControl* control = dialogo.GetDlgItem(*id);
     if (control == nullptr || *id == kSinId)
         return Queja(textos::kNoHayControl, cual);
     if (ayuda)
@@ -140,6 +141,6 @@ CDialogoTexto::CRespuesta CDialogoTexto::Ejecuta(std::string_view mandato)
     const ClaseControl clase = control->Clase();
     if (clase == Edicion || clase == Lista)
         return Queja(textos::kSeRellena, static_cast<int>(*id), static_cast<int>(*id));
-    m_dialogo.Pulsa(*control);
+    dialogo.Pulsa(*control);
     return {};
 }

@@ -14,7 +14,6 @@ TEST(DialogoTexto, CarriesOutItsCommands)
     CVexaACampiva2Dlg dialogo;
     dialogo.Create(IDD_VEXA_A_CAMPIVA2, nullptr);
     dialogo.GetDlgItem(IDC_ORTOS)->EnableWindow(false);
-    CDialogoTexto texto(dialogo);
     const struct {
         const char* mandato;
         UINT control; ///< whose value is looked at then
@@ -46,7 +45,7 @@ TEST(DialogoTexto, CarriesOutItsCommands)
     };
     for (const auto& caso : casos) {
         SCOPED_TRACE(caso.mandato);
-        const auto respuesta = texto.Ejecuta(caso.mandato);
+        const auto respuesta = EjecutaMandato(dialogo, caso.mandato);
         EXPECT_EQ(respuesta.queja, caso.queja);
         EXPECT_EQ(respuesta.texto.empty(), !caso.queja);
         const CControl& control = *dialogo.GetDlgItem(caso.control);
@@ -55,9 +54,9 @@ TEST(DialogoTexto, CarriesOutItsCommands)
         }
         EXPECT_EQ(control.GetCheck(), caso.marca);
     }
-    EXPECT_EQ(texto.Ejecuta("?").texto, texto.Pinta());
-    EXPECT_EQ(texto.Ejecuta("?1003").ayuda, IDC_TREN);
+    EXPECT_EQ(EjecutaMandato(dialogo, "?").texto, PintaDialogo(dialogo));
+    EXPECT_EQ(EjecutaMandato(dialogo, "?1003").ayuda, IDC_TREN);
     EXPECT_TRUE(aplicacion.guion.cajas.empty());
-    texto.Ejecuta("2");
+    EjecutaMandato(dialogo, "2");
     EXPECT_TRUE(dialogo.Terminado());
 }
