@@ -1,9 +1,19 @@
 #include "platform/common_window.h"
 
+#include <chrono>
 #include <utility>
 
 #include "platform/ansi.h"
 #include "platform/cwinapp.h"
+
+namespace {
+
+// A tick of a run costs less than a microsecond, a look for events about one and a redrawn bar
+// thousands. So both are done as often as a person can tell, and no more.
+constexpr std::chrono::milliseconds kEntreMiradas{10}; // when none was pending
+constexpr std::chrono::milliseconds kEntrePintadas{100};
+
+} // namespace
 
 CVentanaComun::CVentanaComun(CDialog& dialogo)
     : m_dialogo(dialogo), m_avance(dialogo.Avance()),
@@ -53,12 +63,14 @@ void CVentanaComun::LanzaLoGuardado()
 void CVentanaComun::AtiendeUno()
 {
     const auto ahora = Reloj::now();
-    if (!m_ritmo.TocaMirar(ahora))
+    if (ahora < m_calma)
         return;
-    if (m_ritmo.TocaPintar(ahora))
+    if (ahora >= m_pintada + kEntrePintadas) {
+        m_pintada = ahora;
         PonAvanceAlDia();
+    }
     if (!TomaUno())
-        m_ritmo.EstaEnCalma(ahora);
+        m_calma = ahora + kEntreMiradas;
     LanzaLoGuardado();
 }
 

@@ -5,7 +5,6 @@
 #include <string>
 
 #include "platform/dialog.h"
-#include "platform/run_pace.h"
 #include "platform/run_story.h"
 
 struct CEscritos;
@@ -54,7 +53,7 @@ protected:
     bool HayQueSalir() const;
 
 private:
-    using Reloj = CRitmoProceso::Reloj;
+    using Reloj = CRelatoProceso::Reloj;
 
     // What each desktop does in its own way.
     virtual void Aparece() = 0;
@@ -77,7 +76,8 @@ private:
     CDialog& m_dialogo;
     const CControl* m_avance;
     CRelatoProceso m_relato;
-    CRitmoProceso m_ritmo;
-    int m_despachos = 0; // handlers at work
+    Reloj::time_point m_calma;   // until when no event is looked for
+    Reloj::time_point m_pintada; // when the bar was drawn last
+    int m_despachos = 0;         // handlers at work
     std::exception_ptr m_lanzado;
 };

@@ -10,6 +10,20 @@
 
 namespace {
 
+using namespace std::chrono_literals;
+
+constexpr auto kAntesDePredecir = 2s; // the pace of a phase that has just begun tells nothing
+
+std::string Horas(std::chrono::seconds tiempo)
+{
+    const auto total = tiempo.count();
+    const int horas = static_cast<int>(total / 3600);
+    const int minutos = static_cast<int>(total / 60 % 60);
+    const int segundos = static_cast<int>(total % 60);
+    return horas > 0 ? Formatea("%d:%02d:%02d", horas, minutos, segundos)
+                     : Formatea("%d:%02d", minutos, segundos);
+}
+
 sistema::CEstado EstadoDe(const CString& nombre)
 {
     sistema::Error error; // what can't be looked at isn't offered
@@ -72,20 +86,40 @@ void CRelatoProceso::Avanza(Reloj::time_point ahora, int hecho)
 {
     if (!m_enProceso) {
         m_enProceso = true;
-        m_reloj.Empieza(ahora);
+        m_inicio = m_inicioFase = ahora;
         m_log = CString();
         m_carpeta = CString();
         m_deInforme = CString();
     } else if (hecho < m_hecho) {
-        m_reloj.EmpiezaFase(ahora);
+        m_inicioFase = ahora;
     }
     m_hecho = hecho;
-    m_texto = m_reloj.PasadoYResto(ahora, hecho);
+    m_texto = PasadoYResto(ahora);
+}
+
+void CRelatoProceso::Descuenta(Reloj::duration espera)
+{
+    m_inicio += espera;
+    m_inicioFase += espera;
+}
+
+std::string CRelatoProceso::Pasado(Reloj::time_point ahora) const
+{
+    return Horas(std::chrono::floor<std::chrono::seconds>(ahora - m_inicio));
+}
+
+std::string CRelatoProceso::PasadoYResto(Reloj::time_point ahora) const
+{
+    const auto fase = ahora - m_inicioFase;
+    if (fase < kAntesDePredecir || m_hecho <= 0 || m_hecho >= 100)
+        return Pasado(ahora);
+    const auto resto = std::chrono::ceil<std::chrono::seconds>(fase * (100 - m_hecho) / m_hecho);
+    return Pasado(ahora) + Formatea(textos::kQuedan, Horas(resto));
 }
 
 void CRelatoProceso::Termina(Reloj::time_point ahora, const CEscritos& escritos)
 {
-    const std::string pasado = m_reloj.Pasado(ahora);
+    const std::string pasado = Pasado(ahora);
     m_texto.clear();
     if (m_enProceso && pasado != "0:00")
         m_texto = Formatea(textos::kDuracion, pasado);

@@ -1,11 +1,11 @@
 #pragma once
 
+#include <chrono>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "platform/cstring.h"
-#include "platform/run_clock.h"
 
 struct CEscritos;
 
@@ -25,7 +25,7 @@ std::string TituloEnProceso(int hecho, const CString& titulo);
 /// The story of a window's runs, one after the other.
 class CRelatoProceso {
 public:
-    using Reloj = CRelojProceso::Reloj;
+    using Reloj = std::chrono::steady_clock;
 
     /// \param programaInforme  name of the program that makes a report of a log; empty for none
     /// \param seEnsaya  the run can be tried first by that program
@@ -37,7 +37,7 @@ public:
     /// The run is over. Only what is there is offered.
     void Termina(Reloj::time_point ahora, const CEscritos& escritos);
     /// Takes out of the run the time in which it waited for the user.
-    void Descuenta(Reloj::duration espera) { m_reloj.Descuenta(espera); }
+    void Descuenta(Reloj::duration espera);
 
     bool EnProceso() const { return m_enProceso; }
     /// Before the first run: into which folder names without one go.
@@ -57,11 +57,17 @@ public:
     CString HazEnsayo(const std::vector<CString>& orden) const;
 
 private:
+    /// What has passed, as "0:12" or "1:02:03".
+    std::string Pasado(Reloj::time_point ahora) const;
+    /// The same, and what is left of the phase as far as its pace tells; too early in it nothing is
+    /// foretold.
+    std::string PasadoYResto(Reloj::time_point ahora) const;
     CString HazPagina(const CString& pagina, const std::vector<std::string>& argumentos) const;
 
     CString m_programaInforme;
     bool m_seEnsaya;
-    CRelojProceso m_reloj;
+    Reloj::time_point m_inicio; // the waits for the user are taken out of both
+    Reloj::time_point m_inicioFase;
     bool m_enProceso = false;
     int m_hecho = 0;
     std::string m_texto;

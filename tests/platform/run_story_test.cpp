@@ -1,4 +1,4 @@
-#include "platform/run_clock.h"
+#include "platform/run_story.h"
 
 #include <gtest/gtest.h>
 
@@ -6,7 +6,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-TEST(RelojProceso, ForetellsAPhaseByItsOwnPace)
+TEST(RelatoProceso, ForetellsAPhaseByItsOwnPace)
 {
     constexpr struct {
         const char* motivo;
@@ -26,22 +26,23 @@ TEST(RelojProceso, ForetellsAPhaseByItsOwnPace)
     };
     for (const auto& caso : kCasos) {
         SCOPED_TRACE(caso.motivo);
-        const CRelojProceso::Reloj::time_point inicio(1h);
-        CRelojProceso reloj;
-        reloj.Empieza(inicio);
-        if (caso.fase > 0s)
-            reloj.EmpiezaFase(inicio + caso.fase);
-        EXPECT_EQ(reloj.PasadoYResto(inicio + caso.ahora, caso.hecho), caso.texto);
+        const CRelatoProceso::Reloj::time_point inicio(1h);
+        CRelatoProceso relato({});
+        relato.Avanza(inicio, caso.fase > 0s ? 1 : 0);
+        relato.Avanza(inicio + caso.fase, 0);
+        relato.Avanza(inicio + caso.ahora, caso.hecho);
+        EXPECT_EQ(relato.Texto(), caso.texto);
     }
 }
 
-TEST(RelojProceso, TimeInABoxIsNotTheRuns)
+TEST(RelatoProceso, TimeInABoxIsNotTheRuns)
 {
-    const CRelojProceso::Reloj::time_point inicio(1h);
-    CRelojProceso reloj;
-    reloj.Empieza(inicio);
-    reloj.Descuenta(20s);
-    EXPECT_EQ(reloj.PasadoYResto(inicio + 30s, 50), "0:10, quedan 0:10 de esta fase");
+    const CRelatoProceso::Reloj::time_point inicio(1h);
+    CRelatoProceso relato({});
+    relato.Avanza(inicio, 0);
+    relato.Descuenta(20s);
+    relato.Avanza(inicio + 30s, 50);
+    EXPECT_EQ(relato.Texto(), "0:10, quedan 0:10 de esta fase");
 }
 
 } // namespace
