@@ -14,6 +14,7 @@
 #include "platform/terminal/terminal_front_end.h"
 #include "resources/program_resources.h"
 #include "shell/campiva_app.h"
+#include "shell/command_line.h"
 #include "shell/exit_status.h"
 #include "shell/start_up.h"
 #include "vexa_libs/ccadena.h"

@@ -1,6 +1,7 @@
 #include "shell/campiva_app.h"
 
 #include "catastro_to_vexa/campiva_a_vexa_dlg.h"
+#include "shell/command_line.h"
 #include "shell/translation_choice_dialog.h"
 #include "vexa_libs/ccadena.h"
 #include "vexa_to_catastro/vexa_a_campiva2_dlg.h"
@@ -14,13 +15,18 @@ BOOL CCampivaApp::InitInstance()
     ReadResourceInformation();
     ReadFileTime();
     m_pszHelpFilePath.Replace(".HLP", ".chm");
-    const CTokens tokens = ParteMandato(m_lpCmdLine);
-    switch (EligeRuta(tokens)) {
+    const CTokens t = ParteMandato(m_lpCmdLine);
+    switch (EligeRuta(t)) {
     case Ruta::CatastroAVexa:
-        EjecutaCatastroAVexa(tokens);
+        ConDialogo<CCampivaAVexaDlg>([&](auto& dialogo) {
+            dialogo.EjecutaLote(t[1], t[2], t[3], t[4], t[5], t[6], t[7], nullptr);
+        });
         break;
     case Ruta::VexaACatastro:
-        EjecutaVexaACatastro(tokens);
+        ConDialogo<CVexaACampiva2Dlg>([&](auto& dialogo) {
+            dialogo.EjecutaLote(t[1], t[2], t[3], t[4], t[5], t[6], t[7], t[8], LeeEntero(t[9]),
+                                LeeEntero(t[10]), LeeEntero(t[11]), nullptr);
+        });
         break;
     case Ruta::Dialogos:
         MuestraDialogos();
@@ -46,21 +52,6 @@ void CCampivaApp::MuestraDialogos()
     default:
         return; // no button was marked
     }
-}
-
-void CCampivaApp::EjecutaCatastroAVexa(const CTokens& t)
-{
-    ConDialogo<CCampivaAVexaDlg>([&](CCampivaAVexaDlg& dialogo) {
-        dialogo.EjecutaLote(t[1], t[2], t[3], t[4], t[5], t[6], t[7], nullptr);
-    });
-}
-
-void CCampivaApp::EjecutaVexaACatastro(const CTokens& t)
-{
-    ConDialogo<CVexaACampiva2Dlg>([&](CVexaACampiva2Dlg& dialogo) {
-        dialogo.EjecutaLote(t[1], t[2], t[3], t[4], t[5], t[6], t[7], t[8], LeeEntero(t[9]),
-                            LeeEntero(t[10]), LeeEntero(t[11]), nullptr);
-    });
 }
 
 template <class D, class F>

@@ -5,6 +5,7 @@
 #include "platform/dialog.h"
 #include "resources/program_resources.h"
 #include "resources/resource_ids.h"
+#include "shell/command_line.h"
 #include "shell/exit_status.h"
 #include "shell/start_up.h"
 #include "tests/support/files.h"
