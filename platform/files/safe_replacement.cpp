@@ -1,6 +1,5 @@
 #include "platform/files/safe_replacement.h"
 
-#include <string>
 #include <utility>
 
 #include "platform/files/output_folders.h"

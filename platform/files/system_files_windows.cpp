@@ -278,9 +278,7 @@ std::vector<std::filesystem::path> Lista(const std::filesystem::path& carpeta, E
 
 void CreaCarpetas(const std::filesystem::path& carpeta, Error& error)
 {
-    const int tropiezo = Tropiezo(Llamada::Crear);
-    error = Error(tropiezo, std::generic_category());
-    if (tropiezo == 0)
+    if (Llama(Llamada::Crear, error, [] { return true; }))
         std::filesystem::create_directories(carpeta, error);
 }
 

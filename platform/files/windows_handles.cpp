@@ -1,7 +1,5 @@
 #include "platform/files/windows_handles.h"
 
-#include <cstdint>
-
 #include <io.h>
 
 namespace sistema {

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <string>
 
 #include "platform/window_layout.h"
 #include "platform/windows/dialog_units.h"

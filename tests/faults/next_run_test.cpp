@@ -1,9 +1,6 @@
-#include <cerrno>
 #include <filesystem>
-#include <functional>
 #include <map>
 #include <memory>
-#include <new>
 #include <string>
 
 #include <gtest/gtest.h>
