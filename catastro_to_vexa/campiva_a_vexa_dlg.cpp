@@ -97,10 +97,8 @@ void CCampivaAVexaDlg::OnOK()
 
 void CCampivaAVexaDlg::ObservaEntrada(CStdioFile& entrada, const CBaseCatastro& base)
 {
-    if (m_conTabulador > 0) {
-        Observa(observaciones::kTabuladores, ArchivoEntrada, m_conTabulador);
-        ConservaAnteriores();
-    }
+    if (m_conTabulador > 0)
+        Sospecha(observaciones::kTabuladores, ArchivoEntrada, m_conTabulador);
     const bool nadaLeido =
         std::all_of(base.Municipios().begin(), base.Municipios().end(), [](const CMunicipio& m) {
             return m.Titulares().empty() && m.Parcelas().empty() && m.Modulos().empty() &&
@@ -129,6 +127,5 @@ void CCampivaAVexaDlg::ObservaEntrada(CStdioFile& entrada, const CBaseCatastro& 
         observacion = observaciones::kLineasCortas;
         break;
     }
-    Observa(observacion, ArchivoEntrada);
-    ConservaAnteriores();
+    Sospecha(observacion, ArchivoEntrada);
 }

@@ -34,50 +34,53 @@ bool EsDeOtraTabla(std::string_view cabecera, std::string_view propia)
 
 } // namespace
 
+void CVexaACampiva2Dlg::ObservaFilas()
+{
+    const CEntradasVistas& v = m_vistas;
+    for (const CTablaVista* tabla :
+         {&v.parajes, &v.modulos, &v.titulares, &v.parcelas, &v.subparcelas, &v.cotitulares}) {
+        if (tabla->enUtf8)
+            Sospecha(observaciones::kParecenUtf8, tabla->archivo);
+        if (tabla->partidas > 0)
+            Sospecha(observaciones::kFilasPartidas, tabla->archivo, tabla->partidas);
+        // Where not one of its rows was taken, that is said instead.
+        const bool ninguna =
+            (tabla == &v.parcelas || tabla == &v.subparcelas) && tabla->tomadas == 0;
+        if (tabla->incompletas > 0 && !ninguna)
+            Sospecha(observaciones::kFilasIncompletas, tabla->archivo, tabla->incompletas);
+    }
+}
+
 void CVexaACampiva2Dlg::ObservaEntradas()
 {
-    const auto observa = [this](const char* forma, const auto&... argumentos) {
-        Observa(forma, argumentos...);
-        ConservaAnteriores();
-    };
-    const auto& [primera, cabecera, poligonos, parajes, modulos, titulares, parcelas, subparcelas,
-                 cotitulares, delMunicipio] = m_vistas;
-    for (const CTablaVista* tabla :
-         {&parajes, &modulos, &titulares, &parcelas, &subparcelas, &cotitulares}) {
-        if (tabla->enUtf8)
-            observa(observaciones::kParecenUtf8, tabla->archivo);
-        if (tabla->partidas > 0)
-            observa(observaciones::kFilasPartidas, tabla->archivo, tabla->partidas);
-        // Where not one of its rows was taken, that is said below.
-        const bool seDira = (tabla == &parcelas || tabla == &subparcelas) && tabla->tomadas == 0;
-        if (tabla->incompletas > 0 && !seDira)
-            observa(observaciones::kFilasIncompletas, tabla->archivo, tabla->incompletas);
-    }
-    const bool marca = TieneMarca(primera);
-    const bool vacia = primera.IsEmpty() && poligonos == 0;
+    const CCabeceraLista& cabecera = m_vistas.cabecera;
+    const CTablaVista& parcelas = m_vistas.parcelas;
+    const CTablaVista& subparcelas = m_vistas.subparcelas;
+    const bool marca = TieneMarca(m_vistas.primera);
+    const bool vacia = m_vistas.primera.IsEmpty() && m_vistas.poligonos == 0;
     if (marca)
-        observa(observaciones::kListaConMarca, ArchivoTren);
+        Sospecha(observaciones::kListaConMarca, ArchivoTren);
     else if (vacia)
-        observa(observaciones::kVacia, ArchivoTren);
-    else if (poligonos == 0)
-        observa(observaciones::kSinPoligonos, ArchivoTren);
+        Sospecha(observaciones::kVacia, ArchivoTren);
+    else if (m_vistas.poligonos == 0)
+        Sospecha(observaciones::kSinPoligonos, ArchivoTren);
     if (marca || vacia)
         return; // the codes that were read say nothing about the tables
-    if (parcelas.todas > 0 && delMunicipio == 0) {
-        observa(observaciones::kOtroMunicipio, ArchivoParcelas, cabecera.Ger, cabecera.Mun,
-                ArchivoTren);
+    if (parcelas.todas > 0 && m_vistas.parcelasDelMunicipio == 0) {
+        Sospecha(observaciones::kOtroMunicipio, ArchivoParcelas, cabecera.Ger, cabecera.Mun,
+                 ArchivoTren);
         return;
     }
     if (EsDeOtraTabla(parcelas.cabecera, kCabeceraParcelas))
-        observa(observaciones::kNoEsDeParcelas, ArchivoParcelas);
+        Sospecha(observaciones::kNoEsDeParcelas, ArchivoParcelas);
     else if (parcelas.todas > 0 && parcelas.tomadas == 0)
-        observa(observaciones::kNingunaParcela, ArchivoParcelas);
+        Sospecha(observaciones::kNingunaParcela, ArchivoParcelas);
     if (EsDeOtraTabla(subparcelas.cabecera, kCabeceraSubparcelas))
-        observa(observaciones::kNoEsDeSubparcelas, ArchivoSubparcelas);
+        Sospecha(observaciones::kNoEsDeSubparcelas, ArchivoSubparcelas);
     else if (subparcelas.todas > 0 && subparcelas.tomadas == 0)
-        observa(observaciones::kNingunaSubparcela, ArchivoSubparcelas);
+        Sospecha(observaciones::kNingunaSubparcela, ArchivoSubparcelas);
     if (Modificar != 0 && parcelas.ajenas > 0)
-        observa(observaciones::kFilasAjenas, ArchivoParcelas, parcelas.ajenas);
+        Sospecha(observaciones::kFilasAjenas, ArchivoParcelas, parcelas.ajenas);
     if (Modificar != 0 && subparcelas.ajenas > 0)
-        observa(observaciones::kFilasAjenas, ArchivoSubparcelas, subparcelas.ajenas);
+        Sospecha(observaciones::kFilasAjenas, ArchivoSubparcelas, subparcelas.ajenas);
 }

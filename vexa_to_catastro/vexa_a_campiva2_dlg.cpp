@@ -114,6 +114,7 @@ void CVexaACampiva2Dlg::OnOK()
         CruzaGraficoConBase(&Log(), &numErrores, &numWarnings, &base.DameMunicipio(indice));
     Log().Close();
     if (cruzado) {
+        ObservaFilas();
         ObservaEntradas();
         base.Ordena();
         const CString resumen = Resumen(base, cabecera.Mun, numErrores, numWarnings);

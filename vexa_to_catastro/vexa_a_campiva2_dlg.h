@@ -137,6 +137,8 @@ private:
     /// Says what speaks against the list, or a table that may be written anew, being what it was
     /// read as. What the outputs replace is kept then.
     void ObservaEntradas();
+    /// Says which tables have letters or rows that weren't read as they stand.
+    void ObservaFilas();
 
     /// The files that a run reads, which no output may fall on; its tables are rewritten on demand.
     std::vector<CString> Entradas() const;
@@ -150,16 +152,16 @@ private:
 
     /// What a run has seen of the inputs that have to belong together.
     struct CEntradasVistas {
-        CString primera;         ///< line of the list
-        CCabeceraLista cabecera; ///< what that line tells
-        int poligonos = 0;       ///< that the list names
+        CString primera;              ///< line of the list
+        CCabeceraLista cabecera;      ///< what that line tells
+        int poligonos = 0;            ///< that the list names
+        int parcelasDelMunicipio = 0; ///< rows with both codes of the list's first line
         CTablaVista parajes;
         CTablaVista modulos;
         CTablaVista titulares;
         CTablaVista parcelas;
         CTablaVista subparcelas;
         CTablaVista cotitulares;
-        int parcelasDelMunicipio = 0; ///< rows with both codes of the list's first line
     };
 
     bool ParcelasNoSalvadas = false; ///< a parcel of this run couldn't be stored

@@ -130,10 +130,16 @@ protected:
     {
         m_proceso->escritos.observaciones.emplace_back(Formatea(forma, argumentos...));
     }
+    /// Says in the same way what speaks against an input being what it was read as. What the
+    /// outputs replace is to stay beside them then (CConjuntoSalidas::ConservaAnteriores).
+    template <class... T>
+    void Sospecha(const char* forma, const T&... argumentos)
+    {
+        Observa(forma, argumentos...);
+        m_proceso->salidas.ConservaAnteriores();
+    }
     /// The page of the run's report, where it isn't to have the log's name.
     void NombraInforme(const CString& pagina) { m_proceso->escritos.informe = pagina; }
-    /// What the outputs replace is to stay beside them (CConjuntoSalidas::ConservaAnteriores).
-    void ConservaAnteriores() { m_proceso->salidas.ConservaAnteriores(); }
     /// Shows the summary of a run that is done.
     void CajaDeCierre(const CString& texto);
     /// Last of all in a run, behind its closing box: tells of a log that isn't whole, and switches
