@@ -24,6 +24,7 @@ import argparse
 import itertools
 import os
 import pathlib
+import re
 import shutil
 import subprocess
 import sys
@@ -98,8 +99,8 @@ def outcome(case, options, work):
                                env=os.environ | {"XDG_CONFIG_HOME": str(work / "config")},
                                stdin=stdin, stdout=stdout, stderr=stderr, check=False)
     streams = {name: (work / name).read_bytes() for name in ("stdout", "stderr")}
-    if options.registry:  # on Windows, whose own separator is as good as the one that was typed
-        streams["stderr"] = streams["stderr"].replace(b"\\", b"/")
+    if options.registry:  # Windows puts its own separator before the name of what is kept, and nowhere else
+        streams["stderr"] = re.sub(rb"\\(?=[^\\\s]+\.anterior$)", b"/", streams["stderr"], flags=re.MULTILINE)
     status = {"status": f"{ended.returncode}\n".encode()}
     return before, files(run) | streams | status | settings.left()
 
