@@ -20,7 +20,7 @@
 enum class ClaseTopologia : std::uint8_t { Parcelas, Subparcelas, Poligonos, Hojas };
 
 /// Those that stand beside a polygon's drawing.
-inline constexpr ClaseTopologia kDePoligono[] = {
+inline constexpr ClaseTopologia kTopologiasDePoligono[] = {
     ClaseTopologia::Parcelas, ClaseTopologia::Subparcelas, ClaseTopologia::Poligonos};
 
 /// Extension of a drawing, and of the topologies beside it.
@@ -125,9 +125,10 @@ using CHayParcela = std::function<bool(int polig, int parcela)>;
 /// \param carpeta  as `DamePath` gives it
 /// \param hayParcela  subparcels fall into outlines of such parcels alone; null for all
 /// \param cuales      the topologies to be read; subparcels fall into no parcel without theirs
-CPoligonoDibujado LeePoligonoDibujado(const CString& carpeta, const CString& entrada,
-                                      const CHayParcela& hayParcela = {},
-                                      std::span<const ClaseTopologia> cuales = kDePoligono);
+CPoligonoDibujado
+LeePoligonoDibujado(const CString& carpeta, const CString& entrada,
+                    const CHayParcela& hayParcela = {},
+                    std::span<const ClaseTopologia> cuales = kTopologiasDePoligono);
 
 /// Gives the outlines of a polygon their numbers and letters, each subparcel its parcel, and counts
 /// their pieces: as the reading does, for a drawing that is still to be written.

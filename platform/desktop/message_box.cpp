@@ -19,7 +19,7 @@ namespace {
 
 constexpr std::size_t kLetrasPorLinea = 90;
 
-wxArtID Icono(UINT flags)
+wxArtID DibujoDe(UINT flags)
 {
     switch (flags & MB_ICONMASK) {
     case MB_ICONERROR:
@@ -134,7 +134,7 @@ int MuestraCaja(wxWindow* padre, const wxString& texto, const wxString& titulo, 
     wxDialog caja(padre, wxID_ANY, titulo);
     const int hueco = 2 * caja.GetCharWidth();
     auto* cuerpo = new wxBoxSizer(wxHORIZONTAL);
-    if (const wxArtID icono = Icono(flags); !icono.empty()) {
+    if (const wxArtID icono = DibujoDe(flags); !icono.empty()) {
         auto* dibujo = new wxStaticBitmap(&caja, wxID_ANY,
                                           wxArtProvider::GetBitmapBundle(icono, wxART_MESSAGE_BOX));
         cuerpo->Add(dibujo, 0, wxRIGHT, hueco);

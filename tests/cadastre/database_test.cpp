@@ -8,15 +8,6 @@
 
 namespace {
 
-CTitular Titular(const std::string& nombre, const std::string& DNI, int numOrden)
-{
-    CTitular titular;
-    titular.Nombre = nombre;
-    titular.DNI = DNI;
-    titular.NumOrden = numOrden;
-    return titular;
-}
-
 struct CAsignacion {
     int asignados;
     std::string log;

@@ -6,15 +6,6 @@
 
 namespace {
 
-CTitular Titular(const std::string& nombre, const std::string& DNI, int numOrden)
-{
-    CTitular titular;
-    titular.Nombre = nombre;
-    titular.DNI = DNI;
-    titular.NumOrden = numOrden;
-    return titular;
-}
-
 CParaje Paraje(const std::string& nombre, int numOrden)
 {
     CParaje paraje(nombre);

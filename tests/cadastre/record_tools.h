@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "cadastre/exchange_format.h"
+#include "cadastre/holder.h"
 #include "platform/cstring.h"
 #include "platform/files/cstdio_file.h"
 #include "tests/support/files.h"
@@ -31,6 +32,15 @@ inline std::string Fila(std::string_view conBarras)
     std::string fila(conBarras);
     std::replace(fila.begin(), fila.end(), '|', '\t');
     return fila;
+}
+
+inline CTitular Titular(const std::string& nombre, const std::string& DNI, int numOrden)
+{
+    CTitular titular;
+    titular.Nombre = nombre;
+    titular.DNI = DNI;
+    titular.NumOrden = numOrden;
+    return titular;
 }
 
 inline std::string Veces(int cuantas, std::string_view texto)

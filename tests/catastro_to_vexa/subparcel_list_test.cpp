@@ -23,16 +23,17 @@ std::string SubparcelaLista(std::string_view letra, std::string_view superficie)
     return Linea("33045127", {{29, letra}, {33, "C-02LABOR"}, {77, superficie}, {87, " "}});
 }
 
-const std::string kAna = TitularLista("0000001", "11111111", "ANA");
-const std::string kLuis = TitularLista("0000002", "22222222", "LUIS");
+const std::string kAnaEnLista = TitularLista("0000001", "11111111", "ANA");
+const std::string kLuisEnLista = TitularLista("0000002", "22222222", "LUIS");
 const std::string kTreinta = ParcelaLista("00030", "LA ERA", "0000000100");
 
 } // namespace
 
 TEST_F(Traduccion, SharesAParcelOutByTheSurfacesListedUnderEachHolder)
 {
-    Ejecuta(kCabecera + kAna + kTreinta + SubparcelaLista("a   ", "0000000030") + kLuis + kTreinta +
-                SubparcelaLista("b   ", "0000000060") + SubparcelaLista("c   ", "0000000010"),
+    Ejecuta(kCabecera + kAnaEnLista + kTreinta + SubparcelaLista("a   ", "0000000030") +
+                kLuisEnLista + kTreinta + SubparcelaLista("b   ", "0000000060") +
+                SubparcelaLista("c   ", "0000000010"),
             kLista);
     EXPECT_EQ(Mensajes(), Textos{});
     // Luis has more, so he is the main holder; Ana's row stands among the co-holders.
@@ -51,40 +52,40 @@ TEST_F(Traduccion, TellsEachFaultOfAList)
         int subparcelas;
     } casos[] = {
         {"a letter twice, both stored, the sum counts it once",
-         kAna + kTreinta + SubparcelaLista("a   ", "0000000100") +
+         kAnaEnLista + kTreinta + SubparcelaLista("a   ", "0000000100") +
              SubparcelaLista("a   ", "0000000005"),
          {"W301: La subparcela    3     30    a está duplicada"},
          2},
         {"no surface",
-         kAna + kTreinta + SubparcelaLista("a   ", "0000000100") +
+         kAnaEnLista + kTreinta + SubparcelaLista("a   ", "0000000100") +
              SubparcelaLista("b   ", "         0"),
          {"E209: Subparcela    3     30 b con superficie 0"},
          2},
         {"a parcel numbered 0 takes its subparcels with it, without a word",
-         kAna + ParcelaLista("00000", "LA ERA", "0000000100") +
+         kAnaEnLista + ParcelaLista("00000", "LA ERA", "0000000100") +
              SubparcelaLista("a   ", "0000000100"),
          {},
          0},
         {"a subparcel in front of every holder is stored and links nobody",
-         kTreinta + SubparcelaLista("a   ", "0000000100") + kAna,
+         kTreinta + SubparcelaLista("a   ", "0000000100") + kAnaEnLista,
          {"E202: Parcela    3     30 sin propietarios"},
          1},
         {"lines of type 34 and of no type pass",
-         kAna + kTreinta + "34\r\n99045127\r\n\r\n" + SubparcelaLista("a   ", "0000000100"),
+         kAnaEnLista + kTreinta + "34\r\n99045127\r\n\r\n" + SubparcelaLista("a   ", "0000000100"),
          {},
          1},
         {"holders in conflict",
-         kAna + TitularLista("0000003", "99999999", "ANA") +
+         kAnaEnLista + TitularLista("0000003", "99999999", "ANA") +
              TitularLista("0000004", "11111111", "EVA"),
          {"E204: Ya existe otro titular con el mismo nombre y distinto DNI para ANA",
           "E205: Ya existe otro titular con el mismo DNI y distinto nombre que 11111111"},
          0},
         {"a holder of another municipality than the parcel's is not linked",
-         "31045099" + kAna.substr(8) + kTreinta + SubparcelaLista("a   ", "0000000100"),
+         "31045099" + kAnaEnLista.substr(8) + kTreinta + SubparcelaLista("a   ", "0000000100"),
          {"E202: Parcela    3     30 sin propietarios"},
          1},
         {"a subparcel line of another municipality belongs to the current parcel",
-         kAna + kTreinta + "33045099" + SubparcelaLista("a   ", "0000000100").substr(8),
+         kAnaEnLista + kTreinta + "33045099" + SubparcelaLista("a   ", "0000000100").substr(8),
          {},
          1},
     };
@@ -120,7 +121,7 @@ TEST_F(Traduccion, TakesTheHeadingFromTheFirstLineWithAnything)
 TEST_F(Traduccion, NumbersPlacesByTheirOrderAndFindsTheOneOfTheSameName)
 {
     Ejecuta(
-        kCabecera + kAna + kTreinta + SubparcelaLista("a   ", "0000000100") +
+        kCabecera + kAnaEnLista + kTreinta + SubparcelaLista("a   ", "0000000100") +
             ParcelaLista("00031", "EL POZO", "0000000005") + SubparcelaLista("a   ", "0000000005") +
             ParcelaLista("00032", "LA ERA", "0000000005") + SubparcelaLista("a   ", "0000000005"),
         kLista);
@@ -133,7 +134,7 @@ TEST_F(Traduccion, NumbersPlacesByTheirOrderAndFindsTheOneOfTheSameName)
 TEST_F(Traduccion, KeepsTheTitleOfTheLastParcelLineLongEnoughToTellIt)
 {
     std::string sinTitulo = ParcelaLista("00031", "EL POZO", "0000000000");
-    Ejecuta(kCabecera + kAna + kTreinta + SubparcelaLista("a   ", "0000000100") +
+    Ejecuta(kCabecera + kAnaEnLista + kTreinta + SubparcelaLista("a   ", "0000000100") +
                 sinTitulo.substr(0, 60) + "\r\n" + SubparcelaLista("a   ", "0000000000"),
             kLista);
     EXPECT_EQ(Campo("Parcelas.txt", 1, 9), "PR");
@@ -145,7 +146,7 @@ TEST_F(Traduccion, AStopLeavesSharesInSquareMetres)
         if (vez == 6) // the phase, four lines, then the fifth
             dialogo.SendMessage(WM_COMMAND, IDCANCEL, 0);
     };
-    Ejecuta(kCabecera + kAna + kTreinta + SubparcelaLista("a   ", "0000000030") +
+    Ejecuta(kCabecera + kAnaEnLista + kTreinta + SubparcelaLista("a   ", "0000000030") +
                 SubparcelaLista("b   ", "0000000060") + SubparcelaLista("c   ", "0000000010"),
             kLista);
     EXPECT_EQ(Filas("Subparcelas.txt"), 2);

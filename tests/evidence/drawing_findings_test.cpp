@@ -12,9 +12,6 @@ namespace {
 using enum ClaseFalta;
 using CClases = std::vector<ClaseFalta>;
 
-constexpr std::int16_t kParcela = vexageo::CPoligonoTopologico::kParcela;
-constexpr std::int16_t kIsla = vexageo::CPoligonoTopologico::kIsla;
-
 class DrawingFindings : public testing::Test {
 protected:
     const CPoligonoDibujado& Lee()

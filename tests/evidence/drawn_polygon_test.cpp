@@ -7,9 +7,6 @@
 
 namespace {
 
-constexpr std::int16_t kParcela = vexageo::CPoligonoTopologico::kParcela;
-constexpr std::int16_t kIsla = vexageo::CPoligonoTopologico::kIsla;
-
 class DrawnPolygon : public testing::Test {
 protected:
     CPoligonoDibujado Lee(const CHayParcela& hayParcela = {})

@@ -9,11 +9,11 @@
 
 namespace {
 
-constexpr CPlantillaControl kControles[] = {
+constexpr CPlantillaControl kControlesVentana[] = {
     {ClaseControl::Progreso, 40, "", 0, 0, 1, 1},
     {ClaseControl::Boton, IDCANCEL, "&Detener", 0, 0, 1, 1},
 };
-constexpr CPlantillaDialogo kPlantillas[] = {{7, "Prueba", 10, 10, kControles}};
+constexpr CPlantillaDialogo kPlantillasVentana[] = {{7, "Prueba", 10, 10, kControlesVentana}};
 
 /// A window whose user's events are given beforehand.
 class CVentanaPrueba : public CVentanaComun {
@@ -68,7 +68,7 @@ public:
 
 class VentanaComun : public testing::Test {
 protected:
-    VentanaComun() { aplicacion.Arranca(guion, {.dialogos = kPlantillas}, {}, {}); }
+    VentanaComun() { aplicacion.Arranca(guion, {.dialogos = kPlantillasVentana}, {}, {}); }
 
     CGuion guion;
     CWinApp aplicacion;

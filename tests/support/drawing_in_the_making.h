@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <vector>
 
@@ -8,6 +9,10 @@
 #include "tests/support/files.h"
 #include "vexa_libs/drawing_writer.h"
 #include "vexa_libs/topology.h"
+
+// What an outline of a topology stands for.
+inline constexpr std::int16_t kParcela = vexageo::CPoligonoTopologico::kParcela;
+inline constexpr std::int16_t kIsla = vexageo::CPoligonoTopologico::kIsla;
 
 /// The drawing of polygon 1 in the making.
 class CDibujoPrueba {

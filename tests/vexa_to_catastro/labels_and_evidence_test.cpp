@@ -13,8 +13,6 @@ namespace {
 using sintetico::CSorteo;
 using vexageo::CPunto;
 
-constexpr std::int16_t kParcela = 1;
-constexpr std::int16_t kIsla = 2;
 constexpr int kMalla = 1000; // of the outlines' corners, so that they meet, overlap and repeat
 
 struct CSubEsperada {

@@ -1,12 +1,5 @@
 #include "tests/vexa_to_catastro/run_fixture.h"
 
-namespace {
-
-constexpr std::int16_t kParcela = 1;
-constexpr std::int16_t kIsla = 2;
-
-} // namespace
-
 TEST_F(Cruce, AParcelTakesItsSurfaceFromThePolygonThatBearsItsNumber)
 {
     const struct {

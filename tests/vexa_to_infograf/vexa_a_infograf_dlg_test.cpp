@@ -20,9 +20,6 @@ using Textos = std::vector<std::string>;
 
 namespace {
 
-constexpr int kParcela = 1;
-constexpr int kIsla = 2;
-
 class Infograf : public testing::Test {
 protected:
     /// Runs on the list and the sheets of the folder.

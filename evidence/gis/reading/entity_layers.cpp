@@ -74,7 +74,7 @@ CLindes Lindes(CMunicipioAbierto& municipio, std::size_t dibujo)
     if (SonHojas(municipio, dibujo))
         lee(municipio.Ortos());
     else
-        for (const ClaseTopologia clase : kDePoligono)
+        for (const ClaseTopologia clase : kTopologiasDePoligono)
             lee(municipio.Fichero(dibujo, ExtensionDe(clase)));
     return lindes;
 }
@@ -103,7 +103,7 @@ CDueños Dueños(CMunicipioAbierto& municipio, std::size_t dibujo)
         apunta(capa::kHojas, municipio.Hojas());
         return dueños;
     }
-    const CPoligonoDibujado poligono = municipio.Poligono(dibujo, kDePoligono);
+    const CPoligonoDibujado poligono = municipio.Poligono(dibujo, kTopologiasDePoligono);
     apunta(capa::kParcelas, poligono.parcelas);
     apunta(capa::kSubparcelas, poligono.subparcelas);
     apunta(capa::kPoligonos, poligono.poligonos);

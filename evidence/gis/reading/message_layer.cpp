@@ -22,7 +22,7 @@ struct CLugares {
     {
         std::size_t cuanto = 0;
         for (const CPoligonoDibujado& dibujo : dibujos)
-            for (const ClaseTopologia que : kDePoligono)
+            for (const ClaseTopologia que : kTopologiasDePoligono)
                 cuanto += dibujo.Topologia(que).recintos.size();
         return cuanto;
     }
@@ -73,7 +73,7 @@ private:
     {
         CLugares lugares;
         for (const std::size_t entrada : entradas)
-            lugares.dibujos.push_back(m_municipio.Poligono(entrada, kDePoligono));
+            lugares.dibujos.push_back(m_municipio.Poligono(entrada, kTopologiasDePoligono));
         for (const CPoligonoDibujado& dibujo : lugares.dibujos)
             Apunta(dibujo, lugares);
         return lugares;

@@ -215,7 +215,7 @@ std::vector<CString> CMunicipioAbierto::Ficheros() const
     };
     for (const CString& entrada : m_lista.entradas) {
         apunta(FicheroDeLista(m_lista.carpeta, entrada, kExtensionDibujo));
-        for (const ClaseTopologia clase : kDePoligono)
+        for (const ClaseTopologia clase : kTopologiasDePoligono)
             apunta(FicheroDeLista(m_lista.carpeta, entrada, ExtensionDe(clase)));
     }
     if (!m_hojas.nombre.IsEmpty())

@@ -51,7 +51,7 @@ private:
     bool RechazaCapa(const CString& motivo);
     bool SiNo(const char* opcion) const;
     CPedidoDibujo PedidoDe(const CString& nombre,
-                           std::span<const ClaseTopologia> clases = kDePoligono) const;
+                           std::span<const ClaseTopologia> clases = kTopologiasDePoligono) const;
     std::vector<CPedidoDibujo> Pedidos();
     /// Has those polygons of the list become empty that the option names, and tells of the others
     /// that the source doesn't name, or has no outlines of in one of its layers. False, which was

@@ -111,7 +111,7 @@ std::vector<ClaseTopologia> CMunicipioNuevo::SinTraer(const CString& entrada,
 {
     const CString base = CCadena(m_lista).DamePath() + entrada;
     std::vector<ClaseTopologia> sinTraer;
-    for (const ClaseTopologia clase : kDePoligono) {
+    for (const ClaseTopologia clase : kTopologiasDePoligono) {
         CFile fichero;
         if (m_traidas.Hay(clase) && !traidas.Hay(clase) &&
             AbreSiHay(fichero, ConExtension(base, ExtensionDe(clase)), CFile::anyCase) &&

@@ -7,7 +7,8 @@
 namespace informe {
 namespace {
 
-constexpr int kForma = 1; // of what is written: another one where a program that reads it may err
+constexpr int kFormaResumen =
+    1; // of what is written: another one where a program that reads it may err
 
 const char* NombreDe(Suerte suerte)
 {
@@ -63,7 +64,7 @@ CValor Suma(const CResumenLote& resumen)
 std::string LoteEnJson(const CResumenLote& resumen, const CFirma& firma)
 {
     const auto trabajo = [&](const CTrabajoVisto& uno) { return Trabajo(uno, resumen.carpeta); };
-    return EnTexto({{"forma", kForma},
+    return EnTexto({{"forma", kFormaResumen},
                     {"programa", Programa(firma)},
                     {"hecho", HoraUtc(firma.hecho)},
                     {"lote", resumen.nombre},

@@ -10,7 +10,8 @@
 namespace informe {
 namespace {
 
-constexpr int kForma = 2; // of what is written: another one where a program that reads it may err
+constexpr int kFormaInforme =
+    2; // of what is written: another one where a program that reads it may err
 
 const char* NombreSentido(const CProceso& proceso)
 {
@@ -181,7 +182,7 @@ std::string HoraUtc(std::time_t hora)
 std::string ProcesoEnJson(const CContenido& contenido)
 {
     const CProceso& proceso = contenido.proceso;
-    const CValor todo = {{"forma", kForma},
+    const CValor todo = {{"forma", kFormaInforme},
                          {"programa", Programa(contenido.firma)},
                          {"hecho", HoraUtc(contenido.firma.hecho)},
                          {"proceso",
@@ -207,7 +208,7 @@ std::string ProcesoEnJson(const CContenido& contenido)
 
 std::string CambiosEnJson(const CContenidoCambios& contenido)
 {
-    CValor todo = {{"forma", kForma},
+    CValor todo = {{"forma", kFormaInforme},
                    {"programa", Programa(contenido.firma)},
                    {"hecho", HoraUtc(contenido.firma.hecho)}};
     for (const char* deProceso : {"proceso", "ficheros", "mensajes", "balance", "superficies",

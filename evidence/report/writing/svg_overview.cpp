@@ -10,11 +10,11 @@
 namespace informe {
 namespace {
 
-using CPunto = vexageo::CPunto<int>;
-using CAnillo = std::vector<CPunto>;
+using vexageo::CPunto;
+using CAnillo = std::vector<CPunto<int>>;
 
 /// Twice the area of the triangle, positive where it turns to the left.
-double Giro(const CPunto& a, const CPunto& b, const CPunto& c)
+double Giro(const CPunto<int>& a, const CPunto<int>& b, const CPunto<int>& c)
 {
     const auto resta = [](int x, int y) { return static_cast<double>(x) - y; };
     return resta(b.X, a.X) * resta(c.Y, a.Y) - resta(b.Y, a.Y) * resta(c.X, a.X);
@@ -24,7 +24,7 @@ double Giro(const CPunto& a, const CPunto& b, const CPunto& c)
 void AnexaMedia(const auto& puntos, CAnillo& anillo)
 {
     const std::size_t desde = anillo.size();
-    for (const CPunto& punto : puntos) {
+    for (const CPunto<int>& punto : puntos) {
         while (anillo.size() >= desde + 2 &&
                Giro(anillo[anillo.size() - 2], anillo.back(), punto) <= 0)
             anillo.pop_back();
@@ -38,7 +38,7 @@ CAnillo Envolvente(const std::vector<CRecintoDibujado>& recintos)
     CAnillo puntos;
     for (const CRecintoDibujado& recinto : recintos)
         puntos.insert(puntos.end(), recinto.contorno.begin(), recinto.contorno.end());
-    std::ranges::sort(puntos, {}, [](const CPunto& p) { return std::pair(p.X, p.Y); });
+    std::ranges::sort(puntos, {}, [](const CPunto<int>& p) { return std::pair(p.X, p.Y); });
     CAnillo anillo;
     AnexaMedia(puntos, anillo);
     std::ranges::reverse(puntos);
@@ -47,10 +47,10 @@ CAnillo Envolvente(const std::vector<CRecintoDibujado>& recintos)
 }
 
 /// Where a polygon's name stands: the middle of its largest ring.
-CPunto Centro(const CSilueta& silueta)
+CPunto<int> Centro(const CSilueta& silueta)
 {
     vexageo::CMaximas<int> maximas;
-    for (const CPunto& punto : silueta.contornos.front())
+    for (const CPunto<int>& punto : silueta.contornos.front())
         maximas.Nuevo(punto);
     const auto medio = [](int a, int b) { return static_cast<int>((0LL + a + b) / 2); };
     return {medio(maximas.Minimo.X, maximas.Maximo.X), medio(maximas.Minimo.Y, maximas.Maximo.Y)};

@@ -13,8 +13,6 @@
 
 using Lineas = std::vector<std::string>;
 
-inline constexpr std::int16_t kParcela = vexageo::CPoligonoTopologico::kParcela;
-inline constexpr std::int16_t kIsla = vexageo::CPoligonoTopologico::kIsla;
 inline constexpr const char* kCuadro = "POLYGON ((0 0,10 0,10 10,0 10,0 0))";
 
 /// GDAL with the driver, its complaints gathered and not printed.

@@ -8,8 +8,8 @@
 #include "evidence/drawn_polygon.h"
 #include "tests/evidence/gis/driver_in_tests.h"
 
-using CElemento = std::map<std::string, std::string>; // fields, and the geometry as "wkt"
-using CElementos = std::vector<CElemento>;
+using CValores = std::map<std::string, std::string>; // fields, and the geometry as "wkt"
+using CElementos = std::vector<CValores>;
 
 inline constexpr const char* kSeQuedan =
     " polígonos de la lista que el origen no nombra y se quedan como "
@@ -55,7 +55,7 @@ protected:
         CElementos elementos;
         const GDALDatasetUniquePtr datos = Abre(carpeta.En("lista.txt"));
         for (const auto& elemento : *datos->GetLayerByName(capa)) {
-            CElemento& suyo = elementos.emplace_back();
+            CValores& suyo = elementos.emplace_back();
             for (int i = 0; i < elemento->GetFieldCount(); ++i)
                 if (elemento->IsFieldSetAndNotNull(i))
                     suyo[elemento->GetFieldDefnRef(i)->GetNameRef()] =
@@ -63,7 +63,7 @@ protected:
             if (const OGRGeometry* geometria = elemento->GetGeometryRef())
                 suyo["wkt"] = geometria->exportToWkt();
         }
-        std::erase_if(elementos, [](const CElemento& suyo) { return suyo.at("poligono") != "1"; });
+        std::erase_if(elementos, [](const CValores& suyo) { return suyo.at("poligono") != "1"; });
         return elementos;
     }
     /// Writes layers over what is there. That polygon 2, which most of them don't name, stays as it
@@ -85,13 +85,13 @@ protected:
         for (const auto& [nombre, elementos] : capas) {
             OGRLayer* capa = datos->CreateLayer(nombre.c_str(), nullptr, wkbUnknown);
             ASSERT_NE(capa, nullptr) << dicho;
-            for (const CElemento& elemento : elementos)
+            for (const CValores& elemento : elementos)
                 for (const auto& [campo, valor] : elemento)
                     if (campo != "wkt" && capa->GetLayerDefn()->GetFieldIndex(campo.c_str()) < 0) {
                         OGRFieldDefn definicion(campo.c_str(), OFTString);
                         ASSERT_EQ(capa->CreateField(&definicion), OGRERR_NONE);
                     }
-            for (CElemento elemento : elementos) {
+            for (CValores elemento : elementos) {
                 const std::string wkt = elemento["wkt"];
                 elemento.erase("wkt");
                 Pon(*capa, elemento, wkt.empty() ? nullptr : wkt.c_str());
@@ -147,9 +147,9 @@ protected:
     std::function<void(GDALDataset&)> alFinal; ///< what happens before the dataset is closed
 };
 
-inline CElemento& Parcela(CElementos& elementos, const char* numero)
+inline CValores& Parcela(CElementos& elementos, const char* numero)
 {
-    for (CElemento& elemento : elementos)
+    for (CValores& elemento : elementos)
         if (elemento["parcela"] == numero)
             return elemento;
     throw std::out_of_range(numero);

@@ -110,9 +110,9 @@ TEST_F(Update, WritesNothingWhereItsSourceBreaksOff)
 
 TEST_F(Update, KeepsWhatIsThereOfWhatIsLeftOut)
 {
-    using CEdita = std::function<void(CElemento&)>;
+    using CEdita = std::function<void(CValores&)>;
     const auto pon = [](const char* campo, const char* valor) -> CEdita {
-        return [=](CElemento& una) { una[campo] = valor; };
+        return [=](CValores& una) { una[campo] = valor; };
     };
     const struct {
         const char* motivo;
@@ -121,14 +121,14 @@ TEST_F(Update, KeepsWhatIsThereOfWhatIsLeftOut)
     } casos[] = {
         {"letters of another alphabet", pon("rotulo", "9Ω"), "lleva letras"},
         {"the same, of one known by its rings",
-         [](CElemento& una) {
+         [](CValores& una) {
              una["rotulo"] = "9Ω";
              una.erase("parcela");
              una.erase("numero");
          },
          "lleva letras"},
         {"the same, of one known by its record's number",
-         [](CElemento& una) {
+         [](CValores& una) {
              una["rotulo"] = "9Ω";
              una.erase("parcela");
              una["wkt"] = kCuadro;
@@ -141,7 +141,7 @@ TEST_F(Update, KeepsWhatIsThereOfWhatIsLeftOut)
         {"half a number", pon("parcela", "9.5"), "no es un número entero"},
         {"neither yes nor no", pon("borrado", "quizá"), "no dice ni sí ni no: quizá"},
         {"a broken label",
-         [](CElemento& una) {
+         [](CValores& una) {
              una["rotulo"] = "9\n1";
              una.erase("parcela");
          },
@@ -177,8 +177,8 @@ TEST_F(Update, KeepsWhatIsThereOfWhatIsLeftOut)
 TEST_F(Update, KnowsNoneByANumberThatSeveralRecordsHave)
 {
     CElementos todas = Elementos("parcelas");
-    CElemento& otra = Parcela(todas, "8");
-    CElemento& una = Parcela(todas, "9");
+    CValores& otra = Parcela(todas, "8");
+    CValores& una = Parcela(todas, "9");
     otra["numero"] = una["numero"];
     Escribe({{"parcelas", todas}});
     una["rotulo"] = "9Ω";
@@ -195,8 +195,8 @@ TEST_F(Update, LeavesNothingOutThatIsInADrawingWithoutSayingInWhich)
         SCOPED_TRACE(numerada);
         PonComoEstaba();
         CElementos todas = Elementos("parcelas");
-        const CElemento buena = Parcela(todas, "9");
-        CElemento& una = Parcela(todas, "9");
+        const CValores buena = Parcela(todas, "9");
+        CValores& una = Parcela(todas, "9");
         for (const char* campo : {"poligono", "entrada"})
             una.erase(campo);
         if (!numerada) { // a new one
@@ -234,7 +234,7 @@ TEST_F(Update, KnowsAPolygonByTheNumberAsWhichItsNameWasRead)
         {
             const GDALDatasetUniquePtr datos = Crea({});
             OGRLayer* capa = Capa(*datos, "parcelas", {{"entrada", tipo}, {"rotulo", OFTString}});
-            for (const CElemento& una : parcelas)
+            for (const CValores& una : parcelas)
                 Pon(*capa,
                     {{"entrada", "1"}, {"rotulo", una.contains("rotulo") ? una.at("rotulo") : ""}},
                     una.at("wkt").c_str());
@@ -337,7 +337,7 @@ TEST_F(Update, RefusesANewNameThatBreaksALine)
 {
     const struct {
         const char* capa;
-        CElemento elemento;
+        CValores elemento;
     } casos[] = {
         {"hojas", {{"hoja", "0629-1\n"}}},
         {"parcelas", {{"poligono", "1"}, {"rotulo", "7\x01"}}},
@@ -346,7 +346,7 @@ TEST_F(Update, RefusesANewNameThatBreaksALine)
         {"rotulos", {{"entrada", "../1"}, {"texto", "a"}, {"wkt", "POINT (1 1)"}}},
     };
     for (const auto& caso : casos) {
-        CElemento elemento = caso.elemento;
+        CValores elemento = caso.elemento;
         elemento.try_emplace("wkt", kCuadro);
         Escribe({{caso.capa, {elemento}}});
         EXPECT_NE(dicho.find("carácter de control"), std::string::npos) << dicho;
@@ -377,8 +377,8 @@ TEST_F(Update, WritesOverNoFilesThatHaveAnotherName)
     };
     for (const auto& caso : casos) {
         SCOPED_TRACE(caso.motivo);
-        const CElemento hoja = {{"hoja", "0629-1-1"}, {"wkt", kCuadro}};
-        const CElemento parcela = {{"entrada", caso.entrada}, {"parcela", "7"}, {"wkt", kCuadro}};
+        const CValores hoja = {{"hoja", "0629-1-1"}, {"wkt", kCuadro}};
+        const CValores parcela = {{"entrada", caso.entrada}, {"parcela", "7"}, {"wkt", kCuadro}};
         Escribe({{"parcelas", {parcela}}, {"hojas", {hoja}}}, {caso.opcion});
         EXPECT_NE(dicho.find("son los mismos ficheros"), std::string::npos) << dicho;
         EXPECT_EQ(carpeta.Cuantos(), 9);

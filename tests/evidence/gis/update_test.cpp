@@ -166,7 +166,7 @@ TEST_F(Update, BringsEachEditOfAnOutlineAndNothingElse)
         {"another number",
          [](CElementos& todas) {
              Parcela(todas, "9")["parcela"] = "19";
-             for (CElemento& una : todas)
+             for (CValores& una : todas)
                  if (una["parcela"] == "19")
                      una["rotulo"] = "19";
          },
@@ -193,7 +193,7 @@ TEST_F(Update, BringsEachEditOfAnOutlineAndNothingElse)
         for (const char* fichero : kFicheros)
             carpeta.Pon(fichero, antes[fichero]);
         CElementos todas = Elementos("parcelas");
-        for (CElemento& una : todas) // what a GIS would show beside the number
+        for (CValores& una : todas) // what a GIS would show beside the number
             if (una.contains("parcela"))
                 una.erase("estado");
         caso.edita(todas);
@@ -236,7 +236,7 @@ TEST_F(Update, GivesBackWhatItGotEditAfterEdit)
         Escribe({{"parcelas", todas}});
         ASSERT_EQ(dicho.find("fallo: "), std::string::npos) << dicho;
         std::map<std::string, double> esperadas;
-        for (const CElemento& una : todas) {
+        for (const CValores& una : todas) {
             OGRGeometry* geometria = nullptr;
             OGRGeometryFactory::createFromWkt(una.at("wkt").c_str(), nullptr, &geometria);
             const std::unique_ptr<OGRGeometry> suya(geometria);
@@ -244,7 +244,7 @@ TEST_F(Update, GivesBackWhatItGotEditAfterEdit)
                 suya->toPolygon()->get_Area();
         }
         std::map<std::string, double> leidas;
-        for (const CElemento& una : Elementos("parcelas"))
+        for (const CValores& una : Elementos("parcelas"))
             leidas[una.contains("parcela") ? una.at("parcela") : "-"] +=
                 CPLAtof(una.at("area_registro").c_str());
         ASSERT_EQ(leidas.size(), esperadas.size());
@@ -333,7 +333,7 @@ TEST_F(Update, RefusesWhatContradictsItselfUnlessAnOptionSaysWhichCounts)
                 << dicho;
             const CElementos ahora = Elementos(caso.capa);
             const char* esperado = numeros ? caso.conNumeros : caso.conRotulos;
-            EXPECT_TRUE(std::any_of(ahora.begin(), ahora.end(), [&](const CElemento& una) {
+            EXPECT_TRUE(std::any_of(ahora.begin(), ahora.end(), [&](const CValores& una) {
                 return una.contains("rotulo") && una.at("rotulo") == esperado;
             })) << esperado;
         }
@@ -366,7 +366,7 @@ TEST_F(Update, ChangesTextsAndLinesOfNobody)
     EXPECT_EQ(Cambiados(), Lineas{"1.BIN"});
     EsperaQueCrece();
     Lineas textos;
-    for (const CElemento& uno : Elementos("rotulos"))
+    for (const CValores& uno : Elementos("rotulos"))
         if (!uno.contains("capa"))
             textos.push_back(uno.at("texto") + "|" + uno.at("codigo") + "|" + uno.at("borrado") +
                              "|" + uno.at("wkt"));
@@ -574,7 +574,7 @@ TEST_F(Update, RefusesByNameWhatADrawingCantHold)
 {
     const struct {
         const char* motivo;
-        CElemento elemento;
+        CValores elemento;
         const char* frase;
     } casos[] = {
         {"letters of another alphabet",
@@ -589,7 +589,7 @@ TEST_F(Update, RefusesByNameWhatADrawingCantHold)
     };
     for (const auto& caso : casos) {
         SCOPED_TRACE(caso.motivo);
-        CElemento elemento = caso.elemento;
+        CValores elemento = caso.elemento;
         elemento["wkt"] = kCuadro;
         Escribe({{"parcelas", {elemento}}});
         EXPECT_NE(dicho.find(caso.frase), std::string::npos) << dicho;

@@ -17,8 +17,6 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr std::int16_t kParcela = 1;
-
 /// Parcels 7, in two outlines of 100 and 64 square metres, and 8, with a subparcel outside of it.
 void DibujaDos(CDibujoPrueba& dibujo)
 {

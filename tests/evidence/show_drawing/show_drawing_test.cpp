@@ -14,8 +14,6 @@ using testing::SizeIs;
 
 namespace {
 
-constexpr std::int16_t kParcela = vexageo::CPoligonoTopologico::kParcela;
-constexpr std::int16_t kIsla = vexageo::CPoligonoTopologico::kIsla;
 constexpr int kNoSeLee = 2;
 
 class ShowDrawing : public testing::Test {

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/files/system_files.h"
+#include "tests/platform/files/file_modes.h"
 #include "tests/support/files.h"
 
 using namespace std::string_view_literals;
@@ -14,9 +15,6 @@ namespace {
 
 using Textos = std::vector<std::string>;
 
-constexpr UINT kLee = CFile::modeRead;
-constexpr UINT kEscribe = CFile::modeCreate | CFile::modeWrite;
-constexpr UINT kRegistro = kEscribe | CFile::modeInPlace;
 constexpr std::size_t kBufer = std::size_t{64} * 1024;
 
 /// The lines without their ends.

@@ -11,14 +11,12 @@
 
 #include "platform/files/cstdio_file.h"
 #include "platform/files/output_set.h"
+#include "tests/platform/files/file_modes.h"
 #include "tests/support/files.h"
 
 namespace fs = std::filesystem;
 
 namespace {
-
-constexpr UINT kEscribe = CFile::modeCreate | CFile::modeWrite;
-constexpr UINT kRegistro = kEscribe | CFile::modeInPlace;
 
 bool Reemplaza(const CString& nombre, std::string_view bytes)
 {

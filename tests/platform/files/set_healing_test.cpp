@@ -15,6 +15,7 @@
 #include "platform/files/side_names.h"
 #include "platform/files/target_lock.h"
 #include "platform/system.h"
+#include "tests/platform/files/file_modes.h"
 #include "tests/support/files.h"
 
 namespace fs = std::filesystem;
@@ -23,7 +24,6 @@ namespace {
 
 using Antes = CEntradaDiario::Antes;
 
-constexpr UINT kEscribe = CFile::modeCreate | CFile::modeWrite;
 constexpr uid_t kOtro = 65533;
 constexpr const char* kDiario = "a.txt.~0123456789ab.~conjunto";
 

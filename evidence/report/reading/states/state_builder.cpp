@@ -9,7 +9,7 @@
 namespace informe {
 namespace {
 
-CString SinBlancos(std::string_view texto, int ancho)
+CString ComoSeEscribe(std::string_view texto, int ancho)
 {
     return CString(texto.substr(0, static_cast<std::size_t>(ancho))).TrimRight().TrimLeft();
 }
@@ -54,7 +54,7 @@ void CEstadoEnObra::TomaParaje(short mun, int numero, std::string_view nombre)
 {
     m_parajes.push_back({mun, static_cast<short>(numero), // the low 16 bits, as the program has it
                          static_cast<int>(m_estado.parajes.size())});
-    m_estado.parajes.push_back(SinBlancos(nombre, kParajeEscrito));
+    m_estado.parajes.push_back(ComoSeEscribe(nombre, kParajeEscrito));
 }
 
 int CEstadoEnObra::BuscaParcela(const CClaveParcela& clave) const
@@ -138,8 +138,8 @@ void CEstadoEnObra::AsientaPersonas()
     for (const CMunicipio& municipio : m_base.Municipios()) {
         m_primeras.emplace_back(municipio.Mun, static_cast<int>(m_estado.personas.size()));
         for (const CTitular& titular : municipio.Titulares())
-            m_estado.personas.push_back({SinBlancos(titular.Nombre, kNombreEscrito),
-                                         SinBlancos(titular.DNI, kDniEscrito), municipio.Mun});
+            m_estado.personas.push_back({ComoSeEscribe(titular.Nombre, kNombreEscrito),
+                                         ComoSeEscribe(titular.DNI, kDniEscrito), municipio.Mun});
     }
     m_ultimos.resize(m_estado.personas.size());
     std::ranges::stable_sort(m_titulares, {}, &CTitularLeido::Numero);
