@@ -32,5 +32,13 @@ struct CPlanDeFallos {
     bool TocaLlamada(sistema::Llamada llamada) const { return Toca(llamadas) || clase == llamada; }
 };
 
+// From one call before which a child dies to the next that is tried. To fork a program with a
+// sanitizer's memory takes long, and how a child ends is seen call by call without one.
+#ifdef __SANITIZE_ADDRESS__
+inline constexpr long kPasoDeMuertes = 4;
+#else
+inline constexpr long kPasoDeMuertes = 1;
+#endif
+
 /// The plan in force.
 CPlanDeFallos& Plan();
