@@ -4,7 +4,7 @@
 
 namespace {
 
-constexpr DWORD kCadaVez = 50; // milliseconds between two looks
+constexpr DWORD kEntreMiradas = 50; // milliseconds between two looks
 
 std::wstring TextoDe(HWND ventana)
 {
@@ -35,10 +35,10 @@ HWND EsperaVentana(HANDLE proceso, const wchar_t* titulo)
 {
     CBusca busca = {GetProcessId(proceso), titulo, nullptr};
     for (DWORD esperado = 0; busca.hallada == nullptr && esperado < kPaciencia;
-         esperado += kCadaVez) {
+         esperado += kEntreMiradas) {
         EnumWindows(Mira, reinterpret_cast<LPARAM>(&busca));
         if (busca.hallada == nullptr)
-            Sleep(kCadaVez);
+            Sleep(kEntreMiradas);
     }
     EXPECT_NE(busca.hallada, nullptr) << "no window";
     return busca.hallada;
