@@ -7,8 +7,8 @@
 namespace informe {
 namespace {
 
-constexpr int kFormaResumen =
-    1; // of what is written: another one where a program that reads it may err
+// Of what is written: another one where a program that reads it may err.
+constexpr int kFormaResumen = 1;
 
 const char* NombreDe(Suerte suerte)
 {

@@ -10,8 +10,8 @@
 namespace informe {
 namespace {
 
-constexpr int kFormaInforme =
-    2; // of what is written: another one where a program that reads it may err
+// Of what is written: another one where a program that reads it may err.
+constexpr int kFormaInforme = 2;
 
 const char* NombreSentido(const CProceso& proceso)
 {
