@@ -152,7 +152,8 @@ CTrabajoVisto Mira(const CLoteLeido& leido, std::size_t i, const CInformes& info
     return visto;
 }
 
-void Escribe(const CResumenLote& resumen, const CFirma& firma, const CSalidasLote& nombres)
+void Escribe(const CResumenLote& resumen, const CFirma& firma, const CSalidasLote& nombres,
+             CResultado& resultado)
 {
     const CVigilancia vigilancia;
     CConjuntoSalidas todas;
@@ -162,7 +163,7 @@ void Escribe(const CResumenLote& resumen, const CFirma& firma, const CSalidasLot
     EscribeSalida(nombres.pagina, todas, [&](const CEscribe& en) {
         EscribePaginaLote(resumen, firma, nombres.pagina, en);
     });
-    todas.Confirma();
+    Coloca(todas, resultado.quejas);
 }
 
 /// What the program is told, while nothing has changed yet.
@@ -254,7 +255,7 @@ void Resume(const COpciones& opciones, const CFirma& firma, CResultado& resultad
     resumen.Ordena();
     CResultado suyo = LoQueResulta(resumen, opciones, nombres.pagina);
     const auto sobrantes = informes.Sobrantes(leido.trabajos.size());
-    Escribe(resumen, firma, nombres);
+    Escribe(resumen, firma, nombres, suyo);
     // From here on nothing asks for memory: the summary stands.
     sistema::Error error;
     for (const std::filesystem::path& sobrante : sobrantes)

@@ -86,7 +86,7 @@ public:
         EscribeTodo(contenido, pagina);
         const bool hayPerdidas = contenido.HayPerdidas(); // both while nothing has changed yet
         std::string resumen = m_opciones.PorLaSalida() == 0 ? Resumen(contenido, pagina) : "";
-        m_salidas.Confirma();
+        Coloca(m_salidas, resultado.quejas);
         resultado.hayPerdidas = hayPerdidas;
         resultado.leido = std::move(m_proceso.balance.leido);
         resultado.resumen = std::move(resumen);
@@ -158,9 +158,9 @@ private:
     std::unique_ptr<CContraste> m_contraste; // null where nothing is compared with the run
 };
 
-/// The report of two states without a run. Gives what the terminal is told.
-std::string HazCambios(const CContenidoCambios& contenido, const COpciones& opciones,
-                       const CString& pagina)
+/// The report of two states without a run.
+void HazCambios(const CContenidoCambios& contenido, const COpciones& opciones,
+                const CString& pagina, CResultado& resultado)
 {
     const CVigilancia vigilancia;
     CConjuntoSalidas todas;
@@ -170,8 +170,9 @@ std::string HazCambios(const CContenidoCambios& contenido, const COpciones& opci
                       [&](const CEscribe& en) { EscribeCambiosCsv(en, contenido.contraste); });
     EscribeSalida(opciones.json, todas, [&](const CEscribe& en) { en(CambiosEnJson(contenido)); });
     EscribeSalida(pagina, todas, [&](const CEscribe& en) { EscribePagina(contenido, en); });
-    todas.Confirma();
-    return opciones.PorLaSalida() == 0 ? Resumen(contenido.contraste, pagina) : "";
+    std::string resumen = opciones.PorLaSalida() == 0 ? Resumen(contenido.contraste, pagina) : "";
+    Coloca(todas, resultado.quejas);
+    resultado.resumen = std::move(resumen);
 }
 
 /// Why what the options name can't be written; empty for nothing.
@@ -226,8 +227,8 @@ void ElaboraCambios(const CString& estado, ClaseEstado clase, const COpciones& o
     }
     const CContraste contraste(LeeEstado(opciones.contra), LeeEstado(estado));
     if (contraste.reparo.empty())
-        resultado.resumen =
-            HazCambios({firma, Texto(NombreSinCarpeta(estado)), contraste}, opciones, pagina);
+        HazCambios({firma, Texto(NombreSinCarpeta(estado)), contraste}, opciones, pagina,
+                   resultado);
     else
         resultado.quejas.push_back(contraste.reparo);
 }

@@ -16,6 +16,13 @@ void EscribeSalida(const CString& nombre, CConjuntoSalidas& todas,
     salida.Cierra();
 }
 
+void Coloca(CConjuntoSalidas& todas, std::vector<std::string>& quejas)
+{
+    todas.Confirma();
+    for (const CConservada& una : todas.Conservadas())
+        quejas.push_back(Texto(una.Frase()));
+}
+
 const CString* BuscaOcupada(const std::vector<CString>& salidas, std::vector<CString> leidos)
 {
     for (const CString& salida : salidas) {

@@ -58,6 +58,10 @@ struct CFirma {
 void EscribeSalida(const CString& nombre, CConjuntoSalidas& todas,
                    const std::function<void(const CEscribe&)>& como);
 
+/// Puts all that was written in its place. What another program wrote there in the meantime stays
+/// beside it, and a sentence of `quejas` says so. Raises CFileException, with all as it was.
+void Coloca(CConjuntoSalidas& todas, std::vector<std::string>& quejas);
+
 /// What is written must fall on nothing that is read, nor on one another: gives the first output
 /// that does, null for none. Empty names are no outputs.
 const CString* BuscaOcupada(const std::vector<CString>& salidas, std::vector<CString> leidos);

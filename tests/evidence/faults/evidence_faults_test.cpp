@@ -312,6 +312,24 @@ TEST_F(FallosDelResumen, ASignalLeavesNothingHalfWritten)
     }
 }
 
+TEST_F(FallosDelResumen, WhatAnotherWritesMeanwhileStaysAndIsTold)
+{
+    Resume({});
+    const long cuantas = Plan().llamadas;
+    int dichos = 0;
+    for (long en = 1; en <= cuantas && !HasFailure(); ++en) {
+        SCOPED_TRACE(testing::Message() << "before call " << en << " of " << cuantas);
+        CPlanDeFallos plan;
+        plan.entretanto = [&] { carpeta.Pon("r/resumen.csv", "de otro"); };
+        plan.entretantoEn = en;
+        Resume(plan);
+        const bool queda = fs::remove(carpeta.Ruta() / "r/resumen.csv.anterior");
+        EXPECT_EQ(quejas.find("resumen.csv.anterior") != std::string::npos, queda) << quejas;
+        dichos += queda ? 1 : 0;
+    }
+    EXPECT_GT(dichos, 3);
+}
+
 TEST(FallosDelEnsayo, AreOfTheCopyThatHasNoRoom)
 {
     const CCarpetaPrueba carpeta;
@@ -326,6 +344,29 @@ TEST(FallosDelEnsayo, AreOfTheCopyThatHasNoRoom)
         EXPECT_THAT(resultado.quejas.front(),
                     testing::MatchesRegex("Imposible escribir .*campiva-ensayo.*"));
     }
+}
+
+TEST_P(FallosDeEvidencia, WhatAnotherWritesToAnOutputMeanwhileStaysAndIsTold)
+{
+    if (caso.salidas.empty())
+        return;
+    const std::string salida = caso.salidas.back();
+    caso.corre(carpeta, {});
+    const long cuantas = Plan().llamadas;
+    int dichos = 0;
+    for (long en = 1; en <= cuantas && !HasFailure(); ++en) {
+        SCOPED_TRACE(testing::Message() << "before call " << en << " of " << cuantas);
+        Repon();
+        CPlanDeFallos plan;
+        plan.entretanto = [&] { carpeta.Pon(salida, "de otro"); };
+        plan.entretantoEn = en;
+        const CResultado resultado = caso.corre(carpeta, plan);
+        const bool queda = fs::remove(carpeta.Ruta() / (salida + ".anterior"));
+        EXPECT_EQ(resultado.quejas.find(salida + ".anterior") != std::string::npos, queda)
+            << resultado.quejas;
+        dichos += queda ? 1 : 0;
+    }
+    EXPECT_GT(dichos, 3);
 }
 
 TEST_P(FallosDeEvidencia, ACallThatFailsIsToldAndChangesNothing)
