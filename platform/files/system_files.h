@@ -26,7 +26,8 @@ std::filesystem::path Entera(const std::filesystem::path& ruta);
 std::filesystem::path EnteraSinPuntos(const std::filesystem::path& ruta);
 
 // Files. What fails tells the system's reason in `error`, which is clear otherwise; a call that a
-// signal interrupted is repeated.
+// signal interrupted is repeated. Who waits for a pipe fails as interrupted where the process is to
+// end (HayQueAcabar).
 using Error = std::error_code;
 
 inline constexpr int kCerrado = -1; ///< number of no open file
@@ -55,7 +56,7 @@ int CreaAnonimo(Error& error);
 std::size_t Lee(int fichero, char* bytes, std::size_t n, Error& error);
 std::size_t LeeEn(int fichero, char* bytes, std::size_t n, std::uint64_t posicion, Error& error);
 /// Waits until there is something to be read of a pipe or device, or its end. False where the
-/// process is to end before that (HayQueAcabar).
+/// process is to end before that.
 bool EsperaDatos(int fichero, Error& error);
 /// Writes all bytes behind those written last.
 void Escribe(int fichero, std::string_view bytes, Error& error);

@@ -40,6 +40,45 @@ std::filesystem::path EnteraSinPuntos(const std::filesystem::path& ruta)
     return Entera(ruta).lexically_normal();
 }
 
+namespace {
+
+constexpr int kCadaMs = 100; // a signal between the look for it and a wait interrupts nothing
+
+/// Waits until a pipe or device can be read or written. False where the process is to end first,
+/// with the error of a call that a signal interrupted.
+bool Espera(int fichero, short para, Error& error)
+{
+    pollfd espera = {fichero, para, 0};
+    const Llamada cual = para == POLLIN ? Llamada::Leer : Llamada::Escribir;
+    int listos = 0;
+    do {
+        if (HayQueAcabar()) {
+            error = std::make_error_code(std::errc::interrupted);
+            return false;
+        }
+        listos = Llama(cual, error, [&] { return poll(&espera, 1, kCadaMs); });
+    } while (listos == 0);
+    return true;
+}
+
+/// Waits a little for a pipe's reader, after an attempt to open it. False where it isn't that which
+/// is missing, or the process is to end.
+bool EsperaLector(const std::filesystem::path& ruta, Error& error)
+{
+    Error alMirar;
+    if (error != std::errc::no_such_device_or_address ||
+        !std::filesystem::is_fifo(ruta, alMirar))
+        return false;
+    if (HayQueAcabar()) {
+        error = std::make_error_code(std::errc::interrupted);
+        return false;
+    }
+    poll(nullptr, 0, kCadaMs);
+    return true;
+}
+
+} // namespace
+
 int Abre(const std::filesystem::path& ruta, Modo modo, Error& error)
 {
     mode_t permisos = modo == Modo::CrearSinOtros ? 0644 : 0666;
@@ -54,7 +93,7 @@ int Abre(const std::filesystem::path& ruta, Modo modo, Error& error)
         como |= O_RDONLY | O_NONBLOCK | O_NOFOLLOW;
         break;
     case Modo::EnSitio:
-        como |= O_WRONLY | O_CREAT;
+        como |= O_WRONLY | O_CREAT | O_NONBLOCK;
         break;
     case Modo::Cambiar:
         como |= O_RDWR | O_NOFOLLOW;
@@ -68,7 +107,11 @@ int Abre(const std::filesystem::path& ruta, Modo modo, Error& error)
         como |= O_RDWR | O_NOFOLLOW | O_CREAT | O_EXCL;
         break;
     }
-    return Llama(Llamada::Abrir, error, [&] { return open(ruta.c_str(), como, permisos); });
+    int fichero = kCerrado;
+    do
+        fichero = Llama(Llamada::Abrir, error, [&] { return open(ruta.c_str(), como, permisos); });
+    while (modo == Modo::EnSitio && EsperaLector(ruta, error));
+    return fichero;
 }
 
 int CreaAnonimo(Error& error)
@@ -102,15 +145,7 @@ std::size_t LeeEn(int fichero, char* bytes, std::size_t n, std::uint64_t posicio
 
 bool EsperaDatos(int fichero, Error& error)
 {
-    constexpr int kCadaMs = 100; // a signal between the look for it and the call interrupts nothing
-    pollfd espera = {fichero, POLLIN, 0};
-    int listos = 0;
-    do {
-        if (HayQueAcabar())
-            return false;
-        listos = Llama(Llamada::Leer, error, [&] { return poll(&espera, 1, kCadaMs); });
-    } while (listos == 0);
-    return true;
+    return Espera(fichero, POLLIN, error);
 }
 
 void Escribe(int fichero, std::string_view bytes, Error& error)
@@ -121,6 +156,8 @@ void Escribe(int fichero, std::string_view bytes, Error& error)
                                     [&] { return write(fichero, bytes.data(), bytes.size()); });
         if (escritos > 0)
             bytes.remove_prefix(static_cast<std::size_t>(escritos));
+        else if (error == std::errc::resource_unavailable_try_again) // a pipe that is full
+            Espera(fichero, POLLOUT, error);
     }
 }
 

@@ -44,6 +44,31 @@ run "the system goes down"      143 "" TERM
 run "the terminal is closed"    129 "" HUP
 run "Ctrl-C, and nobody to ask" 130 "" INT
 ! grep -q '(s/n)' stdout || fail "a question was put to nobody"
+
+held() { # name, how many bytes a table, which is a pipe, holds already; with none nobody has it open
+  local tables=(Modulos.txt Titulares.txt Parcelas.txt Subparcelas.txt Parajes.txt Cotitulares.txt) status=0
+  rm -rf out
+  mkdir out
+  mkfifo out/Parcelas.txt
+  cp "$samples/villanueva.txt" out
+  if [ "$2" -gt 0 ]; then
+    exec 9<> out/Parcelas.txt
+    head -c "$2" /dev/zero >&9
+  fi
+  "$program" 0 out/villanueva.txt "${tables[@]/#/out/}" > stdout 2> stderr 9>&- &
+  local pid=$!
+  for _ in $(seq 1500); do compgen -G "out/*.~*" > /dev/null && break; sleep 0.02; done
+  sleep 0.2 # the run is at the pipe, or comes there with the signal behind it
+  kill -s TERM $pid
+  for _ in $(seq 500); do kill -0 $pid 2> /dev/null || break; sleep 0.02; done
+  ! kill -s KILL $pid 2> /dev/null || fail "$1: the run waits on"
+  wait $pid || status=$?
+  exec 9>&-
+  [ $status -eq 143 ] || fail "$1: status $status"
+  [ "$(ls out | tr '\n' ' ')" = "Parcelas.txt villanueva.ERR villanueva.txt " ] || fail "$1: left $(ls out)"
+}
+held "a pipe that nobody reads" 0
+held "a pipe that is full" 65536
 before=nohup
 run "started to outlive the terminal" 1 045127.CSP HUP
 pass_over() { (trap '' INT; exec "$@"); }
