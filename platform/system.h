@@ -27,8 +27,9 @@ bool Pagina(std::string_view texto);
 
 /// Readies the standard streams: bytes pass through them as they are, a console shows them as
 /// UTF-8, and those that the process came without get a place to go; else the first files that it
-/// opens would get what is printed. To be called before anything is opened. What the library
-/// prints to a console stands there when the program ends.
+/// opens would get what is printed. A file that grows past the user's limit is a failed write from
+/// then on. To be called before anything is opened. What the library prints to a console stands
+/// there when the program ends.
 void PreparaFlujos();
 /// A program in windows that has nothing more to print leaves the console of whoever started it,
 /// whose end would be its own.

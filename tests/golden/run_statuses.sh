@@ -38,4 +38,14 @@ row 1 "an item that the list hasn't"       1009 1 1019=Otra 2
 row 1 "a field pressed"                    1009 1 1000 2
 row 1 "a file chosen that isn't there"     1009 1 1001 no_hay.txt 2
 row 0 "a file chosen, and none"            1009 1 1001 villanueva.txt 1001 "" 2
+
+# A file past the limit of its user is told as one that can't be written, and no output is left.
+mkdir limited
+status=0
+(ulimit -f 8 && exec "$program" 0 villanueva.txt limited/{Modulos,Titulares,Parcelas,Subparcelas,Parajes,Cotitulares}.txt) \
+  > stdout 2> stderr || status=$?
+if [ $status -ne 1 ] || [ ! -s stderr ] || [ -n "$(ls limited)" ]; then
+  echo "a limit on files: status $status, left: $(ls limited)" >&2
+  failures=1
+fi
 exit $failures
