@@ -117,6 +117,9 @@ void CCampivaAVexaDlg::ObservaEntrada(CStdioFile& entrada, const CBaseCatastro& 
         observacion =
             TipoEntrada == 0 ? observaciones::kNoEsIntercambio : observaciones::kNoEsRelacion;
         break;
+    case SospechaEntrada::SoloRetornos:
+        observacion = observaciones::kSoloRetornos;
+        break;
     case SospechaEntrada::EsUtf8:
         observacion = observaciones::kParecenUtf8;
         break;

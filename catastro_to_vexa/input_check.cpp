@@ -41,6 +41,7 @@ struct CMuestra {
     int registros = 0;
     int largas = 0;
     int cortas = 0;
+    int retornos = 0; ///< those with a carriage return that no line feed follows
     ansi::CMiraUtf8 utf8;
 
     void Toma(std::string_view linea, const CFormaEntrada& forma)
@@ -49,6 +50,7 @@ struct CMuestra {
         registros += forma.esRegistro(CLineaFija(linea)) ? 1 : 0;
         largas += linea.size() > forma.masLarga ? 1 : 0;
         cortas += linea.size() < forma.masCorta ? 1 : 0;
+        retornos += linea.find('\r') != std::string_view::npos ? 1 : 0;
         utf8.Toma(linea);
     }
 };
@@ -70,6 +72,8 @@ SospechaEntrada MiraEntrada(CStdioFile& entrada, int tipoEntrada)
             muestra.Toma(linea, forma);
     if (muestra.lineas == 0)
         return SospechaEntrada::Vacia;
+    if (muestra.retornos == muestra.lineas)
+        return SospechaEntrada::SoloRetornos;
     if (muestra.registros == 0)
         return SospechaEntrada::OtraForma;
     if (muestra.utf8.EsUtf8())

@@ -7,6 +7,7 @@ enum class SospechaEntrada {
     Ninguna,
     Vacia,
     OtraForma,    ///< none of its first lines is a record of the form
+    SoloRetornos, ///< no line feed ends its lines, which are read as one
     EsUtf8,       ///< its letters beyond ASCII are UTF-8, where code page 1252 belongs
     LineasLargas, ///< every line is longer than any of the form
     LineasCortas  ///< every line ends before the last column of the form's shortest record

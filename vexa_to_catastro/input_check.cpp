@@ -34,21 +34,44 @@ bool EsDeOtraTabla(std::string_view cabecera, std::string_view propia)
 
 } // namespace
 
-void CVexaACampiva2Dlg::ObservaFilas()
+std::array<const CVexaACampiva2Dlg::CTablaVista*, 6> CVexaACampiva2Dlg::TablasVistas() const
 {
     const CEntradasVistas& v = m_vistas;
-    for (const CTablaVista* tabla :
-         {&v.parajes, &v.modulos, &v.titulares, &v.parcelas, &v.subparcelas, &v.cotitulares}) {
+    return {&v.parcelas, &v.subparcelas, &v.parajes, &v.modulos, &v.titulares, &v.cotitulares};
+}
+
+/// Tells whether a table has rows, and none that could be one of its records. Where the parcels'
+/// table holds several municipalities, this one may have no row in another.
+bool CVexaACampiva2Dlg::NingunaVale(const CTablaVista& tabla) const
+{
+    return tabla.todas > 0 && tabla.tomadas == 0 &&
+           (tabla.todas > tabla.ajenas || m_vistas.parcelas.ajenas == 0);
+}
+
+void CVexaACampiva2Dlg::ObservaFilas()
+{
+    for (const CTablaVista* tabla : TablasVistas()) {
+        if (tabla->soloRetornos)
+            Sospecha(observaciones::kSoloRetornos, tabla->archivo);
         if (tabla->enUtf8)
             Sospecha(observaciones::kParecenUtf8, tabla->archivo);
         if (tabla->partidas > 0)
             Sospecha(observaciones::kFilasPartidas, tabla->archivo, tabla->partidas);
-        // Where not one of its rows was taken, that is said instead.
-        const bool ninguna =
-            (tabla == &v.parcelas || tabla == &v.subparcelas) && tabla->tomadas == 0;
-        if (tabla->incompletas > 0 && !ninguna)
+        if (tabla->incompletas > 0 && !NingunaVale(*tabla)) // or that is said instead
             Sospecha(observaciones::kFilasIncompletas, tabla->archivo, tabla->incompletas);
     }
+}
+
+void CVexaACampiva2Dlg::ObservaTabla(const CTablaVista& tabla)
+{
+    if (tabla.soloRetornos)
+        return; // which was said
+    if (tabla.todas == 0 && tabla.cabecera.IsEmpty())
+        Sospecha(observaciones::kVacia, tabla.archivo);
+    else if (EsDeOtraTabla(tabla.cabecera, tabla.propia))
+        Sospecha(observaciones::kEsOtraTabla, tabla.archivo, tabla.registros);
+    else if (NingunaVale(tabla))
+        Sospecha(observaciones::kNingunaFila, tabla.archivo, tabla.registro);
 }
 
 void CVexaACampiva2Dlg::ObservaEntradas()
@@ -57,9 +80,12 @@ void CVexaACampiva2Dlg::ObservaEntradas()
     const CTablaVista& parcelas = m_vistas.parcelas;
     const CTablaVista& subparcelas = m_vistas.subparcelas;
     const bool marca = TieneMarca(m_vistas.primera);
+    const bool retornos = std::string_view(m_vistas.primera).find('\r') != std::string_view::npos;
     const bool vacia = m_vistas.primera.IsEmpty() && m_vistas.poligonos == 0;
     if (marca)
         Sospecha(observaciones::kListaConMarca, ArchivoTren);
+    else if (retornos)
+        Sospecha(observaciones::kSoloRetornos, ArchivoTren);
     else if (vacia)
         Sospecha(observaciones::kVacia, ArchivoTren);
     else if (m_vistas.poligonos == 0)
@@ -71,16 +97,9 @@ void CVexaACampiva2Dlg::ObservaEntradas()
                  ArchivoTren);
         return;
     }
-    if (EsDeOtraTabla(parcelas.cabecera, kCabeceraParcelas))
-        Sospecha(observaciones::kNoEsDeParcelas, ArchivoParcelas);
-    else if (parcelas.todas > 0 && parcelas.tomadas == 0)
-        Sospecha(observaciones::kNingunaParcela, ArchivoParcelas);
-    if (EsDeOtraTabla(subparcelas.cabecera, kCabeceraSubparcelas))
-        Sospecha(observaciones::kNoEsDeSubparcelas, ArchivoSubparcelas);
-    else if (subparcelas.todas > 0 && subparcelas.tomadas == 0)
-        Sospecha(observaciones::kNingunaSubparcela, ArchivoSubparcelas);
-    if (Modificar != 0 && parcelas.ajenas > 0)
-        Sospecha(observaciones::kFilasAjenas, ArchivoParcelas, parcelas.ajenas);
-    if (Modificar != 0 && subparcelas.ajenas > 0)
-        Sospecha(observaciones::kFilasAjenas, ArchivoSubparcelas, subparcelas.ajenas);
+    for (const CTablaVista* tabla : TablasVistas())
+        ObservaTabla(*tabla);
+    for (const CTablaVista* tabla : {&parcelas, &subparcelas})
+        if (Modificar != 0 && tabla->ajenas > 0)
+            Sospecha(observaciones::kFilasAjenas, tabla->archivo, tabla->ajenas);
 }

@@ -53,6 +53,8 @@ bool CVexaACampiva2Dlg::LeeTabla(UINT estado, const CString& archivo, std::size_
         if (tabla.GetPosition() < ansi::CMiraUtf8::kBastan)
             utf8.Toma(fila);
         const bool cabecera = primera && EsCabecera(fila);
+        if (primera)
+            vista.soloRetornos = std::string_view(fila).find('\r') != std::string_view::npos;
         primera = false;
         const int suyo = MunicipioDeFila(fila);
         if (cabecera)
@@ -81,10 +83,10 @@ bool CVexaACampiva2Dlg::LeeParajes(CStdioFile* /*log*/, int* /*numErrores*/, int
     return LeeTabla(IDS_LEYENDO_PARAJES, ArchivoParajes, CamposDeFila(kColumnasParaje), *municipio,
                     vista, [&](std::string_view fila) {
                         CParaje paraje;
-                        if (paraje.Lee(fila, kModoTabla))
+                        const bool leido = paraje.Lee(fila, kModoTabla);
+                        vista.Cuenta(leido);
+                        if (leido)
                             municipio->InsertaParaje(paraje);
-                        else
-                            ++vista.incompletas;
                     });
 }
 
@@ -95,10 +97,10 @@ bool CVexaACampiva2Dlg::LeeModulos(CStdioFile* /*log*/, int* /*numErrores*/, int
     return LeeTabla(IDS_LEYENDO_MODULOS, ArchivoModulos, CamposDeFila(kColumnasModulo), *municipio,
                     vista, [&](std::string_view fila) {
                         CModulo modulo;
-                        if (modulo.Lee(fila, kModoTabla))
+                        const bool leido = modulo.Lee(fila, kModoTabla);
+                        vista.Cuenta(leido);
+                        if (leido)
                             municipio->InsertaModulo(modulo);
-                        else
-                            ++vista.incompletas;
                     });
 }
 
@@ -110,10 +112,10 @@ bool CVexaACampiva2Dlg::LeeTitulares(CStdioFile* log, int* numErrores, int* numW
     return LeeTabla(IDS_LEYENDO_TITULARES, ArchivoTitulares, CamposDeFila(kColumnasTitular),
                     *municipio, vista, [&](std::string_view fila) {
                         CTitular titular;
-                        if (titular.Lee(fila, kModoTabla))
+                        const bool leido = titular.Lee(fila, kModoTabla);
+                        vista.Cuenta(leido);
+                        if (leido)
                             RegistraTitular(avisos, *municipio, std::move(titular));
-                        else
-                            ++vista.incompletas;
                     });
 }
 
@@ -199,7 +201,7 @@ bool CVexaACampiva2Dlg::LeeCotitulares(CStdioFile* log, int* numErrores, int* nu
                         CCotitular vinculo;
                         CDatosLinea datos;
                         const bool leido = vinculo.Lee(fila, datos);
-                        vista.incompletas += leido ? 0 : 1;
+                        vista.Cuenta(leido);
                         int i = kNoEncontrado;
                         if (!municipio->BuscaParcela(datos.Polig, datos.Parcela, i)) {
                             Avisa(avisos, kCotitularSinParcela, datos.Polig, datos.Parcela);

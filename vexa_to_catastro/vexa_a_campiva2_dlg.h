@@ -59,14 +59,20 @@ private:
 
     /// What a run has seen of a table.
     struct CTablaVista {
-        CString archivo;
-        CString cabecera;    ///< its header line, empty where it has none
-        int todas = 0;       ///< its rows, those of other municipalities among them
-        int ajenas = 0;      ///< those of other municipalities
-        int tomadas = 0;     ///< those that became parcels, or subparcels
-        int incompletas = 0; ///< those that lack a field which each must have
-        int partidas = 0;    ///< those with more fields than the table has
+        const char* propia;   ///< the header that it should have
+        const char* registro; ///< what one of its rows is, and what all are
+        const char* registros;
+        CString archivo = {};
+        CString cabecera = {}; ///< its header line, empty where it has none
+        int todas = 0;         ///< its rows, those of other municipalities among them
+        int ajenas = 0;        ///< those of other municipalities
+        int tomadas = 0;       ///< those that became records
+        int incompletas = 0;   ///< those that lack a field which each must have
+        int partidas = 0;      ///< those with more fields than the table has
         bool enUtf8 = false;
+        bool soloRetornos = false; ///< no line feed ends its lines, which are read as one
+
+        void Cuenta(bool leida) { ++(leida ? tomadas : incompletas); }
     };
 
     // The six tables, in the order in which records need one another.
@@ -139,6 +145,10 @@ private:
     void ObservaEntradas();
     /// Says which tables have letters or rows that weren't read as they stand.
     void ObservaFilas();
+    /// Says what speaks against a table's being of its field.
+    void ObservaTabla(const CTablaVista& tabla);
+    bool NingunaVale(const CTablaVista& tabla) const;
+    std::array<const CTablaVista*, 6> TablasVistas() const;
 
     /// The files that a run reads, which no output may fall on; its tables are rewritten on demand.
     std::vector<CString> Entradas() const;
@@ -156,12 +166,12 @@ private:
         CCabeceraLista cabecera;      ///< what that line tells
         int poligonos = 0;            ///< that the list names
         int parcelasDelMunicipio = 0; ///< rows with both codes of the list's first line
-        CTablaVista parajes;
-        CTablaVista modulos;
-        CTablaVista titulares;
-        CTablaVista parcelas;
-        CTablaVista subparcelas;
-        CTablaVista cotitulares;
+        CTablaVista parajes{kCabeceraParajes, "paraje", "parajes"};
+        CTablaVista modulos{kCabeceraModulos, "módulo"_ansi, "módulos"_ansi};
+        CTablaVista titulares{kCabeceraTitulares, "titular", "titulares"};
+        CTablaVista parcelas{kCabeceraParcelas, "parcela", "parcelas"};
+        CTablaVista subparcelas{kCabeceraSubparcelas, "subparcela", "subparcelas"};
+        CTablaVista cotitulares{kCabeceraCotitulares, "cotitular", "cotitulares"};
     };
 
     bool ParcelasNoSalvadas = false; ///< a parcel of this run couldn't be stored

@@ -47,6 +47,8 @@ inline constexpr const char* kNoEsRelacion =
     "Ninguna línea de %s es de una relación de subparcelas con titulares. ¿Será un fichero de "
     "intercambio (TipoEntrada=0)?"_ansi;
 inline constexpr const char* kVacia = "El archivo %s está vacío"_ansi;
+inline constexpr const char* kSoloRetornos =
+    "Las líneas de %s acaban en retorno de carro sin salto de línea, y se han leído como una sola"_ansi;
 inline constexpr const char* kParecenUtf8 =
     "El archivo %s parece estar en UTF-8: sus acentos y eñes se han leído mal"_ansi;
 inline constexpr const char* kLineasLargas =
@@ -66,12 +68,8 @@ inline constexpr const char* kListaConMarca =
 inline constexpr const char* kSinPoligonos = "La lista %s no nombra ningún polígono"_ansi;
 inline constexpr const char* kOtroMunicipio =
     "Ninguna fila de %s es del municipio %03d %03d, el de la primera línea de %s"_ansi;
-inline constexpr const char* kNingunaParcela = "De %s no ha valido ninguna fila como parcela";
-inline constexpr const char* kNingunaSubparcela = "De %s no ha valido ninguna fila como subparcela";
-inline constexpr const char* kNoEsDeParcelas =
-    "La cabecera de %s es la de otra tabla, no la de parcelas";
-inline constexpr const char* kNoEsDeSubparcelas =
-    "La cabecera de %s es la de otra tabla, no la de subparcelas";
+inline constexpr const char* kNingunaFila = "De %s no ha valido ninguna fila como %s";
+inline constexpr const char* kEsOtraTabla = "La cabecera de %s es la de otra tabla, no la de %s";
 inline constexpr const char* kFilasAjenas =
     "En %s hay filas de otros municipios, %d, que no se reescriben";
 

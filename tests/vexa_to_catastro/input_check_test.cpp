@@ -1,3 +1,5 @@
+#include <algorithm>
+#include <cstring>
 #include <utility>
 
 #include "platform/ansi.h"
@@ -43,6 +45,12 @@ TEST_F(Cruce, ObservesInputsThatAreNotWhatTheyWereReadAsAndKeepsWhatItReplaces)
         {"parcels without subparcels", kLista, parcelas, {}, {}},
         {"an empty list", "", parcelas, subparcelas, {"El archivo lista.txt está vacío"}},
         {"blank lines", "\r\n \r\n", parcelas, subparcelas, {"El archivo lista.txt está vacío"}},
+        {"carriage returns alone",
+         "TREN 045127\rP1\r",
+         parcelas,
+         subparcelas,
+         {"Las líneas de lista.txt acaban en retorno de carro sin salto de línea, y se han leído "
+          "como una sola"}},
         {"no polygons",
          "TREN 045127\r\n \r\n",
          parcelas,
@@ -132,6 +140,68 @@ TEST_F(Cruce, TellsTablesThatStandInEachOthersFields)
             dicho.push_back(carpeta.SinRuta(ansi::AUtf8(observacion)));
         std::erase_if(dicho, [](const std::string& d) { return d.starts_with("Lo que "); });
         EXPECT_EQ(dicho, caso.observaciones);
+    }
+}
+
+TEST_F(Cruce, TellsEachTableOfWhichNothingIsRead)
+{
+    const struct {
+        std::string tabla;
+        const char* cabecera;
+        std::string registro;
+        int campos;
+    } tablasSuyas[] = {{"Parajes", kCabeceraParajes, "paraje", 5},
+                       {"Modulos", kCabeceraModulos, "módulo", 16},
+                       {"Titulares", kCabeceraTitulares, "titular", 18},
+                       {"Parcelas", kCabeceraParcelas, "parcela", 16},
+                       {"Subparcelas", kCabeceraSubparcelas, "subparcela", 35},
+                       {"Cotitulares", kCabeceraCotitulares, "cotitular", 8}};
+    Parcela("1", "3");
+    lista = kLista;
+    Ejecuta();
+    for (const auto& [tabla, cabecera, registro, campos] : tablasSuyas) {
+        const std::string fichero = tabla + ".txt";
+        std::string fila = "045\t127";
+        for (int i = 2; i < campos; ++i)
+            fila += "\t1";
+        std::string conPuntos = fila;
+        std::replace(conPuntos.begin(), conPuntos.end(), '\t', ';');
+        const std::string suya(cabecera, std::strlen(cabecera) - 1);
+        const char* ajena = tabla == "Modulos" ? kCabeceraParajes : kCabeceraModulos;
+        const std::string ninguna =
+            tabla == "Parcelas" ? "Ninguna fila de Parcelas.txt es del municipio 045 127, el de la "
+                                  "primera línea de lista.txt"
+                                : "De " + fichero + " no ha valido ninguna fila como " + registro;
+        const struct {
+            const char* motivo;
+            std::string bytes;
+            std::string observacion;
+        } casos[] = {
+            {"all is well", suya + "\r\n" + fila + "\r\n", ""},
+            {"the header alone", suya + "\r\n", ""},
+            {"nothing", "", "El archivo " + fichero + " está vacío"},
+            {"semicolons", suya + "\r\n" + conPuntos + "\r\n", ninguna},
+            {"another one's rows", suya + "\r\n045\t128" + fila.substr(7) + "\r\n", ninguna},
+            {"carriage returns", suya + "\r" + fila + "\r",
+             "Las líneas de " + fichero +
+                 " acaban en retorno de carro sin salto de línea, y se han leído como una sola"},
+            {"in another one's field", ajena + fila + "\r\n",
+             "La cabecera de " + fichero + " es la de otra tabla, no la de " + registro +
+                 (registro == "titular" || registro == "cotitular" ? "es" : "s")},
+        };
+        for (const auto& caso : casos) {
+            SCOPED_TRACE(tabla + ", " + caso.motivo);
+            const std::string antes = carpeta.Lee(fichero);
+            carpeta.Pon(fichero, caso.bytes);
+            std::filesystem::remove(carpeta.Ruta() / "045127.R.anterior");
+            EjecutaLote(0, 0, 0);
+            carpeta.Pon(fichero, antes);
+            const auto& dicho = aplicacion.guion.escritos.observaciones;
+            EXPECT_EQ(dicho.empty() ? "" : carpeta.SinRuta(carpeta.SinRuta(ansi::AUtf8(dicho[0]))),
+                      caso.observacion);
+            EXPECT_EQ(std::filesystem::exists(carpeta.Ruta() / "045127.R.anterior"),
+                      !caso.observacion.empty());
+        }
     }
 }
 
