@@ -8,6 +8,7 @@
 
 #include "evidence/gis/gdal_versions.h"
 #include "evidence/gis/writing/drawing_maker.h"
+#include "evidence/gis/writing/drawings_as_read.h"
 #include "evidence/gis/writing/drawn_list.h"
 #include "evidence/gis/writing/read_only_fields.h"
 #include "evidence/gis/writing/source_end.h"
@@ -74,6 +75,7 @@ private:
                      std::vector<CPedidoDibujo>& pedidos) const;
     void ReservaLista(CConjuntoSalidas& salidas) const;
     bool Graba(); ///< false, which was told, where nothing is to be written
+    bool Coloca(CConjuntoSalidas& salidas) const;
     // They make a drawing, and give false where something was refused, which was told.
     bool GrabaPoligono(const CString& base, bool estaba, CPedidoDibujo pedido,
                        CConjuntoSalidas& salidas);
@@ -96,6 +98,7 @@ private:
     std::optional<bool> m_escrito; // once it was ended
     CCapasTraidas m_traidas;
     CSoloLeidos m_leidos;
+    CComoEstaban m_comoEstaban;
     CString m_hojas; // name of the sheets' drawing, where something of it comes
     std::vector<CRecintoEntrante> m_recintos;
     std::vector<CEntidadEntrante> m_entidades;

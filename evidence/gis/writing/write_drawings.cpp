@@ -274,6 +274,19 @@ bool CMunicipioNuevo::Graba()
     if (!bien || m_simula)
         return bien;
     lista.Graba(entradas, salidas);
+    return Coloca(salidas);
+}
+
+/// Puts all files in their places. False, which was told, where a drawing that they were made on is
+/// another one by now.
+bool CMunicipioNuevo::Coloca(CConjuntoSalidas& salidas) const
+{
+    if (const CString cambiado = m_comoEstaban.Cambiado(); !cambiado.IsEmpty()) {
+        FallaCon("Otro programa ha escrito en %s mientras se hacían los dibujos: quedan todos como "
+                 "están. Repita la escritura"_ansi,
+                 cambiado);
+        return false;
+    }
     salidas.Confirma();
     for (const CConservada& una : salidas.Conservadas())
         Advierte(una.Frase());
@@ -283,6 +296,7 @@ bool CMunicipioNuevo::Graba()
 bool CMunicipioNuevo::GrabaPoligono(const CString& base, bool estaba, CPedidoDibujo pedido,
                                     CConjuntoSalidas& salidas)
 {
+    m_comoEstaban.Apunta(base, pedido.clases);
     CDibujoAntes antes;
     const bool sePuede = estaba ? antes.Lee(base, pedido.clases) || EstaEntero(base, pedido)
                                 : m_sustituye || EstaLibre(base, pedido);
@@ -327,6 +341,7 @@ bool CMunicipioNuevo::GrabaHojas(CConjuntoSalidas& salidas)
         return true;
     m_hojas = nombre;
     const CString base = carpeta + nombre;
+    m_comoEstaban.Apunta(base, pedido.clases);
     CDibujoAntes antes;
     const bool sePuede = m_sustituye || antes.Lee(base, pedido.clases) || EstaEntero(base, pedido);
     return sePuede && Graba(base, antes, std::move(pedido), salidas);

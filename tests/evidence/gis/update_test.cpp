@@ -570,6 +570,34 @@ TEST_F(Update, ComesWholeOrNotAtAllWhateverFails)
     }
 }
 
+TEST_F(Update, WritesNothingBesideWhatAnotherSavedSinceADrawingWasRead)
+{
+    CElementos todas = Elementos("parcelas");
+    Parcela(todas, "9")["wkt"] = "POLYGON ((50 50,60 50,60 54,50 54,50 50))";
+    Plan() = {};
+    Escribe({{"parcelas", todas}});
+    const long cuantas = Plan().llamadas;
+    for (const std::string fichero : {"1.BIN", "1.SUB"}) {
+        std::string ajeno = antes[fichero];
+        ajeno[ajeno.size() - 1] ^= 1; // a height, or the number of an island
+        int negados = 0;
+        for (long en = 1; en <= cuantas && !HasFailure(); ++en) {
+            SCOPED_TRACE(testing::Message()
+                         << fichero << " before call " << en << " of " << cuantas);
+            PonComoEstaba();
+            Plan() = {};
+            Plan().entretanto = [&] { carpeta.Pon(fichero, ajeno); };
+            Plan().entretantoEn = en;
+            Escribe({{"parcelas", todas}});
+            Plan() = {};
+            const bool negado = dicho.find("fallo: Otro programa ha escrito") != std::string::npos;
+            EXPECT_TRUE(!negado || Cambiados() == Lineas{fichero});
+            negados += negado ? 1 : 0;
+        }
+        EXPECT_GT(negados, 20);
+    }
+}
+
 TEST_F(Update, RefusesByNameWhatADrawingCantHold)
 {
     const struct {
