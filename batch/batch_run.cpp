@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <fstream>
 #include <list>
+#include <map>
 #include <optional>
 #include <thread>
 #include <utility>
@@ -216,6 +217,41 @@ void BorraLoDeAntes(const CEstados& estados)
                 sistema::Borra(donde / nombre, error);
 }
 
+/// Raises CLineaMala for two jobs of one translation that write the same file: both would end well,
+/// and one's would be gone.
+void ExigeSalidasPropias(const std::vector<CTrabajo>& trabajos, const std::string& tabla)
+{
+    std::map<std::pair<Traduccion, fs::path>, int> deQuien;
+    for (const CTrabajo& trabajo : trabajos)
+        for (const fs::path& salida : SalidasDe(trabajo)) {
+            const auto [suya, nueva] = deQuien.try_emplace(
+                {trabajo.traduccion, sistema::EnteraSinPuntos(salida)}, trabajo.fila);
+            if (!nueva && suya->second != trabajo.fila)
+                throw CLineaMala(Formatea(
+                    textos::kEnLinea, tabla, trabajo.fila,
+                    Formatea(textos::kEscribeLoMismo, sistema::Nombre(salida), suya->second)));
+        }
+}
+
+/// Raises CLineaMala where the lines of the table name folders from another place than those whose
+/// ends are known: they would pass for done.
+void ExigeMismaCarpeta(const std::vector<CTrabajo>& trabajos, const CEstados& estados)
+{
+    if (std::ranges::all_of(trabajos, [](const CTrabajo& trabajo) {
+            return sistema::Ruta(trabajo.carpeta).is_absolute();
+        }))
+        return;
+    sistema::Error error;
+    if (!fs::exists(estados.Trabajos(), error))
+        return; // the batch was killed before it began
+    const fs::path suya = estados.DesdeCarpeta();
+    const sistema::CEstado estado = sistema::Mira(suya, error);
+    if (!suya.empty() && estado.tipo != sistema::CEstado::Tipo::NoHay && // it hasn't moved
+        !estado.EsElMismo(sistema::Mira(fs::path("."), error)))
+        throw CLineaMala(Formatea(textos::kDesdeOtraCarpeta, sistema::Nombre(estados.Carpeta()),
+                                  sistema::Nombre(suya)));
+}
+
 /// Makes the folder of the results ready for this run alone.
 void Prepara(const fs::path& carpeta, CEstados& estados, CCandado& candado, bool reanuda)
 {
@@ -246,6 +282,7 @@ EstadoDeSalida Ejecuta(const COpciones& opciones)
 {
     const fs::path programa = Programa();
     const std::vector<CTrabajo> trabajos = LeeTabla(opciones.tabla);
+    ExigeSalidasPropias(trabajos, opciones.tabla);
     const fs::path carpeta = fs::absolute(sistema::Ruta(opciones.resultados));
     CEstados estados(carpeta);
     if (estados.Tiene(sistema::Ruta(opciones.tabla)))
@@ -260,8 +297,10 @@ EstadoDeSalida Ejecuta(const COpciones& opciones)
         temporal.emplace("campiva-lote");
     CCandado candado;
     Prepara(carpeta, estados, candado, opciones.reanuda);
-    if (opciones.reanuda)
+    if (opciones.reanuda) {
+        ExigeMismaCarpeta(trabajos, estados);
         estados.Renumera(trabajos);
+    }
     estados.GuardaTrabajos(trabajos);
     estados.Abre();
     CLote lote(trabajos, estados);

@@ -48,6 +48,9 @@ inline constexpr const char* kFaltaCarpeta = "falta la carpeta";
 inline constexpr const char* kNoHayCampo = "no hay campo \"%s\"";
 inline constexpr const char* kNoHayValor = "%s ha de ser %s o %s, no \"%s\"";
 inline constexpr const char* kRepite = "repite el trabajo de la línea %d";
+inline constexpr const char* kEscribeLoMismo = "escribe %s, como el trabajo de la línea %d";
+inline constexpr const char* kDesdeOtraCarpeta =
+    "el lote de %s empezó en la carpeta %s; --reanuda ha de ser desde ella";
 inline constexpr const char* kSinPrograma = "no se encuentra campiva";
 inline constexpr const char* kSinParallel = "para --sshlogin hace falta GNU parallel";
 inline constexpr const char* kNadaQueReanudar = "en %s no hay nada que reanudar";

@@ -1,5 +1,6 @@
 #include "batch/job_command.h"
 
+#include <algorithm>
 #include <cctype>
 #include <fstream>
 #include <iterator>
@@ -76,6 +77,20 @@ fs::path RutaDelRegistro(const CTrabajo& trabajo)
     return EnSuCarpeta(trabajo,
                        FicheroDeLista(lista.DamePath(), LeeCabeceraLista(*primera).nombreSalida,
                                       kExtensionRegistro));
+}
+
+std::vector<fs::path> SalidasDe(const CTrabajo& trabajo)
+{
+    std::vector<fs::path> salidas;
+    if (fs::path registro = RutaDelRegistro(trabajo); !registro.empty())
+        salidas.push_back(std::move(registro));
+    const auto pon = [&](std::string_view campo) { salidas.push_back(FicheroDe(trabajo, campo)); };
+    if (trabajo.traduccion == Traduccion::Ida)
+        std::ranges::for_each(kCamposDeTablas, pon);
+    else if (trabajo.traduccion == Traduccion::Vuelta && trabajo.Campo("modificar") == "1")
+        for (const char* campo : {"parcelas", "subparcelas"})
+            pon(campo);
+    return salidas;
 }
 
 COrden OrdenDe(const CTrabajo& trabajo)

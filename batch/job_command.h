@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "batch/job_table.h"
 #include "platform/child_processes.h"
@@ -56,6 +57,9 @@ std::filesystem::path FicheroDe(const CTrabajo& trabajo, std::string_view campo)
 /// The log, as the translation names it: by its input, or by the first line of the list. Empty
 /// where the list can't be read.
 std::filesystem::path RutaDelRegistro(const CTrabajo& trabajo);
+
+/// The files that the job writes, but for those whose names go with its log's.
+std::vector<std::filesystem::path> SalidasDe(const CTrabajo& trabajo);
 
 /// The settings that the job has.
 std::array<CAjuste, 2> AjustesDe(const CTrabajo& trabajo);

@@ -238,4 +238,19 @@ void CEstados::GuardaTrabajos(const std::vector<CTrabajo>& trabajos) const
     Escribe(Trabajos(), tabla);
 }
 
+std::filesystem::path CEstados::DesdeCarpeta() const
+{
+    CStdioFile fichero;
+    CFileException fallo;
+    CString primera;
+    if (!fichero.Open(sistema::Nombre(Trabajos()), CFile::modeRead, &fallo))
+        throw CFileException(sistema::Nombre(Trabajos()), fallo.m_causa, true);
+    fichero.ReadString(primera);
+    std::string_view linea = primera;
+    if (!linea.starts_with(kDesdeCarpeta))
+        return {};
+    linea.remove_prefix(kDesdeCarpeta.size());
+    return sistema::Ruta(linea);
+}
+
 } // namespace lote

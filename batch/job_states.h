@@ -45,6 +45,9 @@ public:
     /// Keeps the jobs with what is written of them, and the folder from which theirs count, for who
     /// looks at the results afterwards. Raises CFileException.
     void GuardaTrabajos(const std::vector<CTrabajo>& trabajos) const;
+    /// The folder from which the folders of the jobs that are kept count; empty where none is told.
+    /// Raises CFileException.
+    std::filesystem::path DesdeCarpeta() const;
     /// Writes the table of all, one line a job, in the order of the jobs. Raises CFileException.
     void EscribeTabla(const std::vector<CTrabajo>& trabajos) const;
 

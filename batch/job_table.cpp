@@ -136,6 +136,7 @@ std::vector<CTrabajo> LeeTabla(const std::string& nombre)
             throw CLineaMala(Formatea(textos::kEnLinea, nombre, numero, mala.what()));
         }
         trabajos.back().numero = static_cast<int>(trabajos.size());
+        trabajos.back().fila = numero;
     }
     if (trabajos.empty())
         throw CLineaMala(Formatea(textos::kSinTrabajos, nombre));

@@ -21,6 +21,7 @@ enum class Traduccion { Ida, Vuelta, Infograf };
 /// A job of the table.
 struct CTrabajo {
     int numero = 0;    ///< by which the results name it: its place among the table's jobs
+    int fila = 0;      ///< number of its line in the table
     std::string linea; ///< its content, by which it is known when the table has changed
     Traduccion traduccion = Traduccion::Ida;
     std::string carpeta;

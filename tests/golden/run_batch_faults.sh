@@ -140,6 +140,34 @@ grep -q "no son resultados" said
   { ls -R own >&2 && fail "files of others went"; }
 mkdir empty && status 1 "$batch" --resultados empty t && status 1 "$batch" --resultados empty t
 
+# Two jobs that write the same files, by whatever names, are none; nor is anything begun.
+cp -r "$samples/villanueva_dibujos" g
+cp g/poligonos.txt g/otra.txt
+for jobs in 'ida\ta\nida\tb/../a/\tentrada=otra.txt\n' 'vuelta\tg\n\nvuelta\tg\tlista=otra.txt\n' \
+  'ida\ta\nida\tb\tparajes=../a/Parajes.txt\n' 'infograf\tg\ninfograf\t./g\n' \
+  'vuelta\tg\nvuelta\tb\tlista=no_hay\tparcelas=../p\tmodificar=1\nvuelta\tc\tsubparcelas=../p\tmodificar=1\n'; do
+  printf "$jobs" > t
+  rm -rf t.resultados
+  status 2 "$batch" t
+  grep -q "t, línea [23]: escribe .*, como el trabajo de la línea [12]" said || { cat said >&2 && fail "$jobs"; }
+  [ ! -e t.resultados ] || fail "results of a table that is none"
+done
+printf 'ida\ta\nvuelta\tg\ninfograf\tg\nida\ta\tentrada=x\tparcelas=1\tsubparcelas=2\tparajes=3\tmodulos=4\ttitulares=5\tcotitulares=6\n' > t
+status 1 "$batch" t
+
+# The same lines, from another folder, are other jobs.
+mkdir -p y1 y2 && cp -r a y1 && cp -r a y2 && rm -f y2/a/*.ERR
+printf 'ida\ta\n' > t
+(cd y1 && status 0 "$batch" ../t)
+(cd y2 && status 2 "$batch" --reanuda ../t && grep -q "empezó en la carpeta $(realpath ../y1)" said) || fail "other jobs passed for done"
+(cd y1 && status 0 "$batch" --reanuda ../t)
+printf 'ida\t%s\n' "$work/y1/a" > t
+(cd y2 && status 0 "$batch" --reanuda ../t)
+printf 'ida\ta\n' > t
+(cd y1 && status 0 "$batch" ../t)
+mv y1 y3
+(cd y3 && status 0 "$batch" --reanuda ../t)
+
 # What was said of a job goes with it when the table has another order.
 printf '#!/bin/sh\nbasename "$PWD"\n' > says_where
 chmod +x says_where

@@ -13,22 +13,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// The folder from which those of the jobs count: the one in which the batch was started.
-fs::path DesdeDonde(const fs::path& tabla)
-{
-    CStdioFile fichero;
-    CFileException fallo;
-    CString primera;
-    if (!fichero.Open(sistema::Nombre(tabla), CFile::modeRead, &fallo))
-        throw CFileException(sistema::Nombre(tabla), fallo.m_causa, true);
-    fichero.ReadString(primera);
-    std::string_view linea = primera;
-    if (!linea.starts_with(lote::kDesdeCarpeta))
-        return {};
-    linea.remove_prefix(lote::kDesdeCarpeta.size());
-    return sistema::Ruta(linea);
-}
-
 /// Tells whether a batch has the results in hand.
 bool EstaEnMarcha(const lote::CEstados& estados)
 {
@@ -42,7 +26,7 @@ bool EstaEnMarcha(const lote::CEstados& estados)
 
 CLoteLeido::CLoteLeido(const CString& carpeta) : estados(sistema::Ruta(carpeta))
 {
-    const fs::path desde = DesdeDonde(estados.Trabajos());
+    const fs::path desde = estados.DesdeCarpeta();
     trabajos = lote::LeeTabla(sistema::Nombre(estados.Trabajos()));
     estados.Lee();
     for (lote::CTrabajo& trabajo : trabajos) {
