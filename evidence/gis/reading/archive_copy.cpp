@@ -19,6 +19,17 @@ std::string NombreTemporal()
                : nombre;
 }
 
+/// Copies a file of so many bytes. False where that fails; GDAL's own copy takes what it can't
+/// read for the end.
+bool CopiaEntero(const std::string& nombre, const std::string& copia, vsi_l_offset largo)
+{
+    CPLErrorReset();
+    VSIStatBufL hecho;
+    return CPLCopyFile(copia.c_str(), nombre.c_str()) == 0 && CPLGetLastErrorType() < CE_Failure &&
+           VSIStatL(copia.c_str(), &hecho) == 0 &&
+           static_cast<vsi_l_offset>(hecho.st_size) == largo;
+}
+
 } // namespace
 
 bool CCopiaDeArchivo::HaceFalta(const char* nombre)
@@ -60,7 +71,7 @@ void CCopiaDeArchivo::Copia()
         if (bytes > kMayor)
             throw std::runtime_error("el archivo tiene demasiado: más de dos gigabytes");
         const std::string copia = m_carpeta + "/" + CPLGetFilename(nombres[i]);
-        if (CPLCopyFile(copia.c_str(), nombre.c_str()) != 0)
+        if (!CopiaEntero(nombre, copia, static_cast<vsi_l_offset>(estado.st_size)))
             throw std::runtime_error("no se puede copiar " + nombre);
     }
 }

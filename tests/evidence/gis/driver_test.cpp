@@ -235,6 +235,43 @@ TEST_F(Driver, ReadsAMunicipalityInsideAnArchive)
     CPLSetConfigOption("CPL_TMPDIR", nullptr);
 }
 
+TEST_F(Driver, ReadsNoPartOfADamagedArchiveAsTheWhole)
+{
+    CDibujoPrueba dibujo(carpeta);
+    dibujo.par = {{kParcela, 100, dibujo.Parcela("7", 100, 100), {dibujo.Cuadrado(0, 0, 10)}}};
+    dibujo.Graba();
+    carpeta.Pon("lista.txt", "TREN 045127\r\nP1\r\n");
+    std::string tabla = "Ger\r\n"; // longer than what is copied at a time
+    for (unsigned i = 0; i < 4000; ++i)
+        tabla += "045\t127\t" + std::to_string(i * 2654435761U) + "\r\n";
+    carpeta.Pon("Parcelas.txt", tabla);
+    const std::string archivo = carpeta.En("todo.zip").GetString();
+    for (const char* fichero : {"lista.txt", "1.BIN", "1.PAR", "Parcelas.txt"})
+        ASSERT_EQ(CPLCopyFile(("/vsizip/" + archivo + "/" + fichero).c_str(),
+                              carpeta.En(fichero).GetString()),
+                  0);
+    const std::string bytes = carpeta.Lee("todo.zip");
+    int rechazados = 0;
+    for (std::size_t i = 0; i < bytes.size() && !HasFailure(); i += 1 + i / 50) {
+        SCOPED_TRACE(testing::Message() << "byte " << i << " of " << bytes.size());
+        std::string otros = bytes;
+        otros[i] = static_cast<char>(otros[i] ^ 0xFF);
+        const std::string suyo = std::to_string(i) + ".zip"; // GDAL keeps what it saw of each
+        carpeta.Pon(suyo, otros);
+        dicho.clear();
+        const GDALDatasetUniquePtr datos =
+            Abre(("/vsizip/" + std::string(carpeta.En(suyo)) + "/lista.txt").c_str());
+        std::filesystem::remove(carpeta.Ruta() / suyo);
+        rechazados += dicho.find(" no se puede copiar ") != std::string::npos ? 1 : 0;
+        if (datos == nullptr)
+            continue;
+        const Lineas leidas = Lee(*datos, "parcelas", {"parcela"});
+        EXPECT_EQ(dicho.find("fallo: "), std::string::npos) << dicho;
+        EXPECT_TRUE(leidas == (Lineas{"7|POLYGON ((0 0,10 0,10 10,0 10,0 0))"}) || !dicho.empty());
+    }
+    EXPECT_GT(rechazados, 100);
+}
+
 TEST_F(Driver, PutsMessagesWithoutAPlaceIntoTheirPolygon)
 {
     CDibujoPrueba dibujo(carpeta);
