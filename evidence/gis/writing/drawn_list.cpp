@@ -1,7 +1,6 @@
 #include "evidence/gis/writing/drawn_list.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <map>
 #include <set>
 
@@ -9,10 +8,12 @@
 #include "evidence/gis/complaints.h"
 #include "evidence/gis/names.h"
 #include "evidence/gis/writing/contradictions.h"
+#include "evidence/gis/writing/source_fields.h"
 #include "evidence/municipality_files.h"
 #include "evidence/paths.h"
 #include "platform/ansi.h"
 #include "platform/files/cfile.h"
+#include "platform/plain_texts.h"
 #include "vexa_libs/ccadena.h"
 
 namespace {
@@ -26,15 +27,29 @@ std::optional<CString> CabeceraPorNumeros(const CPLStringList& opciones)
     constexpr int kMayorCodigo = 999;
     const char* ger = opciones.FetchNameValue(opcion::kGer);
     const char* mun = opciones.FetchNameValue(opcion::kMun);
-    if (ger == nullptr || mun == nullptr)
+    if (ger == nullptr && mun == nullptr)
         return CString();
-    const int numeros[] = {std::atoi(ger), std::atoi(mun)};
-    for (const int numero : numeros)
-        if (numero < 0 || numero > kMayorCodigo) {
+    if (ger == nullptr || mun == nullptr) {
+        Falla("Las opciones GER y MUN van juntas");
+        return std::nullopt;
+    }
+    const auto gerencia = NumeroDe<int>(ger);
+    const auto municipio = NumeroDe<int>(mun);
+    for (const auto& numero : {gerencia, municipio})
+        if (!numero || *numero < 0 || *numero > kMayorCodigo) {
             Falla("GER y MUN van de 0 a 999");
             return std::nullopt;
         }
-    return Formatea("LISTA%03d%03d", numeros[0], numeros[1]);
+    return Formatea("LISTA%03d%03d", *gerencia, *municipio);
+}
+
+/// Tells whether a list's first line names a municipality, as the drawings' list has it.
+bool NombraMunicipio(const CString& cabecera)
+{
+    constexpr int kCifras = 6;
+    const CString suyo = LeeCabeceraLista(cabecera).nombreSalida;
+    return suyo.GetLength() == kCifras &&
+           std::string_view(suyo).find_first_not_of("0123456789 ") == std::string_view::npos;
 }
 
 /// Names of polygons' files by the polygons' numbers.
@@ -101,14 +116,14 @@ bool CListaDibujada::FijaMunicipio(const CPLStringList& opciones, const char* de
         m_cabecera = *cabecera;
         if (m_cabecera.IsEmpty())
             Falla("Falta el municipio: opciones GER y MUN"_ansi);
-        return !m_cabecera.IsEmpty();
+        else if (!NombraMunicipio(m_cabecera) || TieneControles(m_cabecera))
+            FallaCon("CABECERA no es la primera línea de una lista: %s"_ansi, m_cabecera);
+        else
+            return true;
+        return false;
     }
     const CString suyo = LeeCabeceraLista(m_cabecera).nombreSalida;
-    constexpr int kCifras = 6;
-    const bool esLista =
-        suyo.GetLength() == kCifras &&
-        std::string_view(suyo).find_first_not_of("0123456789 ") == std::string_view::npos;
-    if (!esLista)
+    if (!NombraMunicipio(m_cabecera))
         FallaCon(
             "%s no es una lista de polígonos. Con la opción SUSTITUYE=SI se hace una nueva"_ansi,
             m_nombre);

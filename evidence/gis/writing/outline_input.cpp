@@ -282,6 +282,11 @@ CString MotivoDeReferencia(const OGRSpatialReference* referencia)
     if (metros > 0 && std::fabs(metros - 1) > kIgual)
         return Formatea("está en %s y no en metros: reproyecte antes (-t_srs)"_ansi,
                         AnsiParaDecir(unidad == nullptr ? "otra unidad" : unidad));
+    // What web maps are in: the farther from the equator, the longer its metres.
+    const char* proyeccion = referencia->GetAttrValue("PROJECTION");
+    if (proyeccion != nullptr && std::string_view(proyeccion).starts_with("Mercator"))
+        return "está en la proyección de Mercator, cuyos metros no son los del terreno: reproyecte "
+               "antes (-t_srs)"_ansi;
     return {};
 }
 

@@ -466,6 +466,37 @@ TEST_F(Driver, GoesOnWhereAnOptionSaysSo)
     }
 }
 
+TEST_F(Driver, MakesNoListOfAMunicipalityThatIsNone)
+{
+    const struct {
+        std::vector<const char*> opciones;
+        const char* frase;
+    } casos[] = {
+        {{"MUN=127"}, "Las opciones GER y MUN van juntas"},
+        {{"GER=45", "CABECERA=LISTA045127"}, "Las opciones GER y MUN van juntas"},
+        {{"GER=45", "MUN=12a"}, "GER y MUN van de 0 a 999"},
+        {{"GER=", "MUN=127"}, "GER y MUN van de 0 a 999"},
+        {{"GER=45", "MUN=1000"}, "GER y MUN van de 0 a 999"},
+        {{"CABECERA=VILLANUEVA"}, "CABECERA no es la primera línea de una lista: VILLANUEVA"},
+        {{"CABECERA=LISTA045127\nP../x"}, "CABECERA no es la primera línea de una lista"},
+        {{"ORTOS=ortos"}, "Falta el municipio: opciones GER y MUN"},
+        {{"CABECERA=LISTA045127 Y MAS"}, nullptr},
+    };
+    for (const auto& [opciones, frase] : casos) {
+        SCOPED_TRACE(opciones.back());
+        dicho.clear();
+        {
+            const GDALDatasetUniquePtr datos = Crea(opciones);
+            ASSERT_NE(datos, nullptr);
+            OGRLayer* capa =
+                Capa(*datos, "parcelas", {{"poligono", OFTInteger}, {"parcela", OFTInteger}});
+            EXPECT_TRUE(Pon(*capa, {{"poligono", "3"}, {"parcela", "7"}}, kCuadro));
+        }
+        EXPECT_EQ(std::filesystem::exists(carpeta.Ruta() / "lista.txt"), frase == nullptr) << dicho;
+        EXPECT_TRUE(frase == nullptr || dicho.find(frase) != std::string::npos) << dicho;
+    }
+}
+
 TEST_F(Driver, TellsOverlapsAndDrawsTheOutlinesAsTheyAre)
 {
     const struct {
@@ -577,14 +608,14 @@ TEST_F(Driver, RefusesWhatNobodyCouldMeanByALayerOrAMunicipality)
         pies.importFromEPSG(2264);
         EXPECT_EQ(datos->CreateLayer("parcelas", &pies, wkbPolygon), nullptr);
         EXPECT_NE(dicho.find("está en US survey foot y no en metros"), std::string::npos) << dicho;
+        OGRSpatialReference web;
+        web.importFromEPSG(3857);
+        EXPECT_EQ(datos->CreateLayer("parcelas", &web, wkbPolygon), nullptr);
+        EXPECT_NE(dicho.find("está en la proyección de Mercator"), std::string::npos) << dicho;
+        OGRSpatialReference huso;
+        huso.importFromEPSG(25830);
+        EXPECT_NE(datos->CreateLayer("parcelas", &huso, wkbPolygon), nullptr) << dicho;
     }
-    {
-        const GDALDatasetUniquePtr datos = Crea({"GER=45"});
-        OGRLayer* capa =
-            Capa(*datos, "parcelas", {{"poligono", OFTInteger}, {"parcela", OFTInteger}});
-        EXPECT_TRUE(Pon(*capa, {{"poligono", "3"}, {"parcela", "7"}}, kCuadro));
-    }
-    EXPECT_NE(dicho.find("Falta el municipio"), std::string::npos);
     EXPECT_EQ(carpeta.Cuantos(), 0);
 }
 
