@@ -300,6 +300,8 @@ bool CMunicipioNuevo::GrabaPoligono(const CString& base, bool estaba, CPedidoDib
     CDibujoAntes antes;
     const bool sePuede = estaba ? antes.Lee(base, pedido.clases) || EstaEntero(base, pedido)
                                 : m_sustituye || EstaLibre(base, pedido);
+    if (sePuede && estaba && !antes.Esta())
+        m_noticias.Apunta("dibujos de la lista que faltaban y se hacen nuevos", pedido.nombre);
     return sePuede && Graba(base, antes, std::move(pedido), salidas);
 }
 
@@ -373,6 +375,8 @@ void CMunicipioNuevo::CuentaCambios(const CString& nombre, const CCambiosDibujo&
                  cambios.nuevos, cambios.cambiados, cambios.quitados, cambios.iguales);
     if (m_simula && cambios.nuevos + cambios.cambiados + cambios.quitados > 0)
         m_noticias.Advierte("dibujos que cambiarían"_ansi, frase);
+    else if (cambios.quitados > 0) // a source of a part of them looks like one that deletes
+        m_noticias.Advierte("dibujos que pierden recintos", frase);
     else
         CPLDebug("VEXA", "%s", ansi::AUtf8(frase).c_str());
 }

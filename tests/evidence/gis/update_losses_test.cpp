@@ -287,7 +287,8 @@ TEST_F(Update, EmptiesNoLayerThatTheSourceHasOfOtherPolygonsAlone)
     }
     Escribe({{"parcelas", parcelas}, {"subparcelas", {}}}, {"VACIA=1"});
     EXPECT_EQ(Cambiados(), (Lineas{"1.BIN", "1.SUB"}));
-    EXPECT_EQ(dicho, "aviso: 1 capas que la opción VACIA deja sin recintos: 1.SUB\n");
+    EXPECT_EQ(dicho, "aviso: 1: 0 recintos nuevos, 0 cambiados, 1 quitados y 4 como estaban\n"
+                     "aviso: 1 capas que la opción VACIA deja sin recintos: 1.SUB\n");
 }
 
 TEST_F(Update, TakesAClearYesOrNoForAnOptionAlone)
