@@ -6,6 +6,7 @@
 #include "evidence/drawn_polygon.h"
 #include "evidence/paths.h"
 #include "evidence/report/reading/batch_jobs.h"
+#include "evidence/report/reading/run_words.h"
 #include "evidence/report/reading/text.h"
 #include "evidence/report/report.h"
 #include "evidence/report/writing/batch_outputs.h"
@@ -143,6 +144,8 @@ CTrabajoVisto Mira(const CLoteLeido& leido, std::size_t i, const CInformes& info
         visto.hecho = *hecho;
     try {
         visto.dicho = LoQueDijo(estados.Dicho(trabajo.numero));
+        for (const std::string& frase : Observado(lote::LoDicho(estados.Dicho(trabajo.numero))))
+            visto.reparos.push_back(frase + ".");
         if (visto.hecho)
             Lee(trabajo, informes, firma, visto);
     } catch (const CFileException& fallo) {

@@ -68,6 +68,7 @@ public:
         for (CFicheroVisto& visto : m_proceso.vistos)
             visto.nombre = ensayo.SinCarpeta(visto.nombre);
         ficheros.registro = ensayo.SinCarpeta(ficheros.registro);
+        m_proceso.observado = ensayo.LoObservado();
         m_esEnsayo = true;
         return m_contraste->reparo;
     }

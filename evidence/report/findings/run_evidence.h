@@ -30,8 +30,9 @@ struct CProceso {
     CRegistroLeido registro;
     CPersonas personas;
     CBalance balance;
-    CSuperficies superficies;    ///< of a way back
-    CEvidenciaInfograf infograf; ///< of a way on to Infograf
+    CSuperficies superficies;           ///< of a way back
+    CEvidenciaInfograf infograf;        ///< of a way on to Infograf
+    std::vector<std::string> observado; ///< what it said beside its summary; of a trial
 
 private:
     void HazBalance();

@@ -6,6 +6,8 @@
 #include "cadastre/messages.h"
 #include "evidence/drawn_polygon.h"
 #include "evidence/paths.h"
+#include "evidence/report/reading/run_words.h"
+#include "evidence/report/reading/text.h"
 #include "platform/files/any_case_name.h"
 #include "platform/plain_texts.h"
 #include "platform/settings.h"
@@ -134,7 +136,7 @@ std::string CEnsayo::Corre()
     orden.programa = sistema::BuscaPrograma(kPrograma);
     orden.argumentos = Argumentos();
     orden.carpeta = m_carpeta.Ruta();
-    orden.dicho = m_carpeta.Ruta() / kDicho;
+    orden.dicho = Dicho();
     CAlmacenAparte ajustes(lote::kEmpresa, lote::kPrograma,
                            m_carpeta.Ruta() / m_carpeta.Ruta().filename());
     ajustes.Escribe(std::array<CAjuste, 1>{
@@ -152,6 +154,25 @@ std::string CEnsayo::Corre()
         return {};
     const std::string dicho = EnUnaLinea(lote::LoDicho(orden.dicho));
     return "El ensayo no llegó a su fin" + (dicho.empty() ? std::string() : ": " + dicho);
+}
+
+fs::path CEnsayo::Dicho() const
+{
+    return m_carpeta.Ruta() / kDicho;
+}
+
+std::vector<std::string> CEnsayo::LoObservado() const
+{
+    std::vector<std::string> observado = Observado(lote::LoDicho(Dicho()));
+    for (std::string& frase : observado)
+        for (const char* suya : {kCarpetaLista, kCarpetaTablas}) {
+            const std::string carpeta =
+                Texto(EnCarpeta(sistema::Nombre(m_carpeta.Ruta() / suya), ""));
+            for (std::size_t i = frase.find(carpeta); i != std::string::npos;
+                 i = frase.find(carpeta))
+                frase.erase(i, carpeta.size());
+        }
+    return observado;
 }
 
 CString CEnsayo::SinCarpeta(const CString& nombre) const

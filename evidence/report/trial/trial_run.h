@@ -26,10 +26,13 @@ public:
     const CFicheros& Suyos() const { return m_suyos; }
     /// The tables that it would leave.
     const CNombresTablas& Tablas() const { return m_tablas; }
+    /// What the run said beside its summary (Observado), without the folder's name.
+    std::vector<std::string> LoObservado() const;
     /// Takes the folder off a name.
     CString SinCarpeta(const CString& nombre) const;
 
 private:
+    std::filesystem::path Dicho() const;
     void TraeDibujos(const CFicheros& ficheros);
     std::vector<std::string> Argumentos() const;
 

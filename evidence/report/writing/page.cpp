@@ -104,6 +104,8 @@ void Cabecera(CMarcas& marcas, const CContenido& contenido, const std::vector<CS
     Cifras(marcas, contenido);
     if (const std::string alarma = contenido.proceso.Alarma(); !alarma.empty())
         Parrafo(marcas, kAlarma, alarma);
+    for (const std::string& frase : contenido.proceso.observado)
+        Parrafo(marcas, kAlarma, frase);
     Indice(marcas, secciones);
 }
 

@@ -42,7 +42,7 @@ struct CContenido {
     std::vector<CPerdida> Perdidas() const;
     /// All of it in numbers.
     CCifras Cifras() const;
-    /// Surface was lost, or something isn't explained, or can't be checked.
+    /// Surface was lost, or something isn't explained, or can't be checked, or was observed.
     bool HayPerdidas() const;
     /// The log has lines; without any a page says nothing of them.
     bool HayMensajes() const { return !proceso.registro.avisos.empty(); }

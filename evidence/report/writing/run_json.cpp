@@ -182,6 +182,8 @@ std::string HoraUtc(std::time_t hora)
 std::string ProcesoEnJson(const CContenido& contenido)
 {
     const CProceso& proceso = contenido.proceso;
+    std::vector<std::string> notas = proceso.observado;
+    notas.insert(notas.end(), proceso.balance.notas.begin(), proceso.balance.notas.end());
     const CValor todo = {{"forma", kFormaInforme},
                          {"programa", Programa(contenido.firma)},
                          {"hecho", HoraUtc(contenido.firma.hecho)},
@@ -189,7 +191,7 @@ std::string ProcesoEnJson(const CContenido& contenido)
                           {{"nombre", Texto(proceso.ficheros.base)},
                            {"sentido", NombreSentido(proceso)},
                            {"alarma", SiHay(proceso.Alarma())},
-                           {"notas", proceso.balance.notas}}},
+                           {"notas", notas}}},
                          {"ficheros", Lista(proceso.vistos, Fichero)},
                          {"mensajes", Mensajes(proceso.registro)},
                          {"balance", Lista(proceso.balance.partidas, Parte)},

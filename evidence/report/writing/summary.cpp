@@ -107,7 +107,7 @@ bool CContenido::HayPerdidas() const
 {
     const std::vector<CPerdida> perdidas = Perdidas();
     return SinExplicar() > 0 || !proceso.Alarma().empty() || !proceso.SinComprobar().empty() ||
-           !proceso.infograf.sinPadre.empty() ||
+           !proceso.observado.empty() || !proceso.infograf.sinPadre.empty() ||
            std::ranges::any_of(perdidas,
                                [](const CPerdida& perdida) { return perdida.metros > 0; });
 }
@@ -129,6 +129,8 @@ std::string Resumen(const CContenido& contenido, const CString& pagina)
     for (const std::string& frase : {contenido.proceso.Alarma(), contenido.proceso.SinComprobar()})
         if (!frase.empty())
             texto += "  " + frase + "\n";
+    for (const std::string& frase : contenido.proceso.observado)
+        texto += "  " + frase + "\n";
     if (contenido.contraste != nullptr)
         texto += "  Cambios contra " + Texto(contenido.contraste->antes.nombre) + ": " +
                  CambiosEnBreve(*contenido.contraste) + "\n";

@@ -68,7 +68,10 @@ TEST_F(ResumenDeLote, PutsTheWorstFirstAndSumsAllUp)
             Parcela("00001", "0000001", "00001") + Suelo("00001", "   a", "00100"));
     std::string parajes = carpeta.Lee("Parajes.txt");
     carpeta.Pon("Parajes.txt", parajes.substr(0, parajes.find('\n') + 1)); // a row was taken out
-    carpeta.Pon("t.resultados/salidas/3.err", "Error\n");
+    carpeta.Pon(
+        "t.resultados/salidas/3.err",
+        "[Error]\nEl archivo P\nno se puede crear\n\n[Fin del proceso]\nHecho.\n\nErrores: 2"
+        "\n\nEl archivo e está vacío\nLo que había en P queda en P.anterior\n");
     Lote({{"0\t0\t1\t0.25", "ida\tuno"},
           {"0\t2\t0\t1.50", "ida\ta #1 ñ"},
           {"1\t2\t0\t0.10", "ida\ta #1 ñ\tmodulos=otros.txt"},
@@ -81,6 +84,7 @@ TEST_F(ResumenDeLote, PutsTheWorstFirstAndSumsAllUp)
     const informe::CResultado resultado = Resume(opciones);
     const std::string sinTablas = "No se halló ninguna tabla: el proceso se detuvo antes de "
                                   "escribirlas, o están en otra carpeta, que --tablas nombra.";
+    const std::string dicho = "El archivo P no se puede crear. El archivo e está vacío. ";
     std::vector<std::string> hoja = Hoja();
     ASSERT_EQ(hoja.size(), 9U);
     EXPECT_THAT(hoja[3], HasSubstr("entrada.ERR."));
@@ -90,7 +94,7 @@ TEST_F(ResumenDeLote, PutsTheWorstFirstAndSumsAllUp)
                   "\xEF\xBB\xBFtrabajo;carpeta;traducción;estado;estado de salida;sin explicar;"
                   "hectáreas perdidas;parcelas que pierden;sin padre;errores;warnings;segundos;"
                   "informe;nota",
-                  "3;a #1 ñ;ida;falló (1);1;0;;;;2;0;0,10;informes/3.html;" + sinTablas,
+                  "3;a #1 ñ;ida;falló (1);1;0;;;;2;0;0,10;informes/3.html;" + dicho + sinTablas,
                   "6;uno;ida;cortado (137);137;0;;;;0;1;0,01;informes/6.html;El proceso se "
                   "detuvo, o no llegó a su fin: el registro está, y lo que debía escribir falta "
                   "o es más viejo que él.",
@@ -105,7 +109,7 @@ TEST_F(ResumenDeLote, PutsTheWorstFirstAndSumsAllUp)
     EXPECT_THAT(resultado.quejas, ElementsAre(HasSubstr("De 1 trabajo hecho no se pudo")));
     const std::string pagina = carpeta.Lee("t.resultados/resumen.html");
     for (const char* dice :
-         {"<td class=\"nombre\"><a href=\"informes/3.html\">a #1 ñ</a><small>No se halló",
+         {"<td class=\"nombre\"><a href=\"informes/3.html\">a #1 ñ</a><small>El archivo P no ",
           "<td>ida</td><td class=\"estado mal\"><a href=\"salidas/3.err\">falló (1)</a></td>",
           "<td class=\"n\" data-t=\"trabajos\">7</td><td class=\"nombre\">Suma</td>",
           "<td class=\"n\" data-t=\"errores\">4</td>", "<td class=\"nombre\">no_hay<small>"})

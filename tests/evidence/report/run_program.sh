@@ -147,6 +147,15 @@ cmp cambios.csv hechos.csv || fail "the trial told other changes than the run ma
 rm -r de_verdad tablas_de_verdad
 try 0 sus_dibujos/poligonos.txt --tablas sus_tablas --conserva --crea --contra intercambio.txt
 grep -q 'Cambios contra intercambio.txt: sin cambios' stdout || fail "the trial of what agrees changes something"
+# What the run would say of its inputs stands in the page and on the terminal, without the trial's folder.
+cp -r sus_tablas en_utf8
+for table in Titulares Parcelas; do iconv -f CP1252 -t UTF-8 sus_tablas/$table.txt > en_utf8/$table.txt; done
+try 3 sus_dibujos/poligonos.txt --tablas en_utf8 --estricto
+for table in 'Parcelas.txt' '[^ ]*en_utf8/Titulares.txt'; do
+  for where in stdout sus_dibujos/045127_ensayo.html; do
+    grep -q "El archivo $table parece estar en UTF-8" $where || fail "$where doesn't say what the trial said of $table"
+  done
+done
 for name in dicho.txt Parcelas.txt lista tablas; do
   cp sus_dibujos/poligonos.txt sus_dibujos/$name
   try 0 sus_dibujos/$name --tablas sus_tablas
