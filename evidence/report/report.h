@@ -15,7 +15,7 @@ struct CResultado {
     std::string resumen;               ///< for the terminal
     std::optional<CCifras> cifras;     ///< none where something couldn't be read
     bool hayPerdidas = false;          ///< the same as of CContenido
-    std::vector<std::string> quejas;   ///< what couldn't be read or written or is another's, a sentence each
+    std::vector<std::string> quejas;   ///< what couldn't be read or written, or is another's
     std::shared_ptr<const void> leido; ///< what it was made of (see CBalance)
 };
 
