@@ -41,11 +41,11 @@ std::array<const CVexaACampiva2Dlg::CTablaVista*, 6> CVexaACampiva2Dlg::TablasVi
 }
 
 /// Tells whether a table has rows, and none that could be one of its records. Where the parcels'
-/// table holds several municipalities, this one may have no row in another.
+/// table holds several municipalities, this one may have no row in another; but subparcels it has.
 bool CVexaACampiva2Dlg::NingunaVale(const CTablaVista& tabla) const
 {
-    return tabla.todas > 0 && tabla.tomadas == 0 &&
-           (tabla.todas > tabla.ajenas || m_vistas.parcelas.ajenas == 0);
+    const bool puedeNoTener = m_vistas.parcelas.ajenas > 0 && &tabla != &m_vistas.subparcelas;
+    return tabla.tomadas == 0 && tabla.todas > (puedeNoTener ? tabla.ajenas : 0);
 }
 
 void CVexaACampiva2Dlg::ObservaFilas()

@@ -205,6 +205,30 @@ TEST_F(Cruce, TellsEachTableOfWhichNothingIsRead)
     }
 }
 
+TEST_F(Cruce, LetsAMunicipalityHaveNoRowsInATableThatItShares)
+{
+    Parcela("1", "3");
+    Parcela("2", "3");
+    tablas["Parcelas"][1].replace(4, 3, "128");
+    lista = kLista;
+    for (const auto& [tabla, campos] :
+         {std::pair("Parajes", 5), std::pair("Modulos", 16), std::pair("Titulares", 18),
+          std::pair("Subparcelas", 35), std::pair("Cotitulares", 8)}) {
+        SCOPED_TRACE(tabla);
+        std::string fila = "045\t128";
+        for (int i = 2; i < campos; ++i)
+            fila += "\t1";
+        const Textos antes = std::exchange(tablas[tabla], {fila + "\r\n"});
+        Ejecuta();
+        tablas[tabla] = antes;
+        const auto& dicho = aplicacion.guion.escritos.observaciones;
+        EXPECT_EQ(dicho.empty() ? "" : carpeta.SinRuta(ansi::AUtf8(dicho[0])),
+                  std::string_view(tabla) == "Subparcelas"
+                      ? "De Subparcelas.txt no ha valido ninguna fila como subparcela"
+                      : "");
+    }
+}
+
 TEST_F(Cruce, TellsTheRowsOfOtherMunicipalitiesThatItDoesNotWriteAnew)
 {
     Parcela("7", "3");
