@@ -191,11 +191,22 @@ std::string PorQue(const CCambioParcela& cambio, const CContraste& contraste,
                             contraste, parcelasComoMucho);
 }
 
+std::string SinSuParcela(const CContraste& contraste)
+{
+    const int antes = contraste.antes.estado.sinParcela;
+    const int ahora = contraste.ahora.estado.sinParcela;
+    return antes == ahora ? std::string()
+                          : "subparcelas sin su parcela, que no se comparan: " + Miles(antes) +
+                                " antes y " + Miles(ahora) + " ahora";
+}
+
 std::string CambiosEnBreve(const CContraste& contraste)
 {
     const CCambios& cambios = contraste.cambios;
+    const std::string sueltas = SinSuParcela(contraste);
+    const std::string detras = sueltas.empty() ? "" : "; " + sueltas;
     if (!cambios.HayAlguno())
-        return "sin cambios";
+        return "sin cambios" + detras;
     const std::int64_t cambiadas = cambios.Cuantas(CCambioParcela::Que::Cambiada);
     const std::int64_t metros = cambios.ahora.metros - cambios.antes.metros;
     return Cuantos(cambios.nuevas.parcelas, "parcela nueva", "parcelas nuevas") + ", " +
@@ -203,7 +214,7 @@ std::string CambiosEnBreve(const CContraste& contraste)
            Cuantos(cambiadas, "cambiada", "cambiadas") + ", " +
            Cuantos(cambios.repartos.size(), "división o agrupación", "divisiones o agrupaciones") +
            ", " + Cuantos(cambios.personas.size(), "cambio de titulares", "cambios de titulares") +
-           ", " + (metros > 0 ? "+" : "") + Hectareas(metros) + " ha";
+           ", " + (metros > 0 ? "+" : "") + Hectareas(metros) + " ha" + detras;
 }
 
 } // namespace informe

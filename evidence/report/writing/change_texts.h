@@ -48,6 +48,8 @@ std::string EnPalabras(const CReparto& reparto, const CContraste& contraste,
 std::string PorQue(const CCambioParcela& cambio, const CContraste& contraste,
                    std::size_t parcelasComoMucho);
 
+/// What of the subparcels can't be compared, where it isn't the same in both; empty for nothing.
+std::string SinSuParcela(const CContraste& contraste);
 /// What became of the parcels, as the terminal tells it.
 std::string CambiosEnBreve(const CContraste& contraste);
 

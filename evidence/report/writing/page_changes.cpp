@@ -39,6 +39,8 @@ void PonEstados(CMarcas& marcas, const CContraste& contraste)
         Parrafo(marcas, kNota,
                 "No se miran " + Cuantos(contraste.cambios.deOtroMunicipio, "parcela", "parcelas") +
                     " de otro municipio.");
+    if (const std::string sueltas = SinSuParcela(contraste); !sueltas.empty())
+        Parrafo(marcas, kAlarma, "Hay " + sueltas + ".");
 }
 
 /// Adds up from the older state to the newer one, in parcels and in hectares.

@@ -147,6 +147,14 @@ cmp cambios.csv hechos.csv || fail "the trial told other changes than the run ma
 rm -r de_verdad tablas_de_verdad
 try 0 sus_dibujos/poligonos.txt --tablas sus_tablas --conserva --crea --contra intercambio.txt
 grep -q 'Cambios contra intercambio.txt: sin cambios' stdout || fail "the trial of what agrees changes something"
+# Rows of subparcels that "Modificar" would drop are no part of a parcel that changes.
+cp -r sus_tablas sin_parcela
+sed -i 5d sin_parcela/Parcelas.txt
+try 0 sus_dibujos/poligonos.txt --tablas sin_parcela
+for where in stdout sus_dibujos/045127_ensayo.html; do
+  grep -q 'subparcelas sin su parcela, que no se comparan: [1-9][0-9]* antes y 0 ahora' $where ||
+    fail "$where doesn't tell of the rows that have no parcel"
+done
 # What the run would say of its inputs stands in the page and on the terminal, without the trial's folder.
 cp -r sus_tablas en_utf8
 for table in Titulares Parcelas; do iconv -f CP1252 -t UTF-8 sus_tablas/$table.txt > en_utf8/$table.txt; done

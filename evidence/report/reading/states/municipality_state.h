@@ -86,6 +86,8 @@ struct CEstadoMunicipio {
     std::vector<CString> parajes;
     std::vector<CVinculo> vinculos;
     std::vector<CSubparcela> subparcelas;
+    int sinParcela =
+        0; ///< subparcels of parcels that it doesn't have, of which nothing else is kept
 };
 
 /// A short text as a number, and back.

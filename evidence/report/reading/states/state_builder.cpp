@@ -169,6 +169,8 @@ void CEstadoEnObra::AsientaSubparcelas()
         suParcela[i] = seguida ? suParcela[i - 1] : BuscaParcela(m_subparcelas[i].clave);
         if (suParcela[i] >= 0)
             ++m_estado.parcelas[static_cast<std::size_t>(suParcela[i])].subparcelas;
+        else
+            ++m_estado.sinParcela;
     }
     std::uint32_t lugar = 0;
     for (CParcela& parcela : m_estado.parcelas)
