@@ -7,6 +7,7 @@
 #include "cadastre/exchange_lines.h"
 #include "platform/ansi.h"
 #include "platform/files/cstdio_file.h"
+#include "platform/plain_texts.h"
 
 namespace {
 
@@ -41,7 +42,7 @@ struct CMuestra {
     int registros = 0;
     int largas = 0;
     int cortas = 0;
-    int retornos = 0; ///< those with a carriage return that no line feed follows
+    int retornos = 0; ///< those that are several
     ansi::CMiraUtf8 utf8;
 
     void Toma(std::string_view linea, const CFormaEntrada& forma)
@@ -50,7 +51,7 @@ struct CMuestra {
         registros += forma.esRegistro(CLineaFija(linea)) ? 1 : 0;
         largas += linea.size() > forma.masLarga ? 1 : 0;
         cortas += linea.size() < forma.masCorta ? 1 : 0;
-        retornos += linea.find('\r') != std::string_view::npos ? 1 : 0;
+        retornos += SonVariasLineas(linea) ? 1 : 0;
         utf8.Toma(linea);
     }
 };

@@ -22,6 +22,14 @@ constexpr std::string_view SinBlancos(std::string_view texto, std::string_view b
     return texto.substr(std::min(texto.find_first_not_of(blancos), texto.size()));
 }
 
+/// Tells whether what was read as a line is several, each ended by a carriage return alone.
+constexpr bool SonVariasLineas(std::string_view linea)
+{
+    const std::size_t retorno = linea.find('\r');
+    return retorno != std::string_view::npos &&
+           linea.find_first_not_of('\r', retorno) != std::string_view::npos;
+}
+
 /// The number that the whole text is; none where it is none, or doesn't fit.
 template <class T>
 std::optional<T> NumeroDe(std::string_view texto)

@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "platform/ansi.h"
+#include "platform/plain_texts.h"
 #include "shell/frame/box_texts.h"
 #include "vexa_to_catastro/vexa_a_campiva2_dlg.h"
 
@@ -80,11 +81,10 @@ void CVexaACampiva2Dlg::ObservaEntradas()
     const CTablaVista& parcelas = m_vistas.parcelas;
     const CTablaVista& subparcelas = m_vistas.subparcelas;
     const bool marca = TieneMarca(m_vistas.primera);
-    const bool retornos = std::string_view(m_vistas.primera).find('\r') != std::string_view::npos;
     const bool vacia = m_vistas.primera.IsEmpty() && m_vistas.poligonos == 0;
     if (marca)
         Sospecha(observaciones::kListaConMarca, ArchivoTren);
-    else if (retornos)
+    else if (SonVariasLineas(m_vistas.primera))
         Sospecha(observaciones::kSoloRetornos, ArchivoTren);
     else if (vacia)
         Sospecha(observaciones::kVacia, ArchivoTren);

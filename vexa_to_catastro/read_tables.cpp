@@ -9,6 +9,7 @@
 #include "cadastre/subparcel_columns.h"
 #include "cadastre/table_files.h"
 #include "platform/ansi.h"
+#include "platform/plain_texts.h"
 #include "vexa_to_catastro/vexa_a_campiva2_dlg.h"
 
 // The reading of one municipality from the six tables. Places and holders must be there before the
@@ -54,7 +55,7 @@ bool CVexaACampiva2Dlg::LeeTabla(UINT estado, const CString& archivo, std::size_
             utf8.Toma(fila);
         const bool cabecera = primera && EsCabecera(fila);
         if (primera)
-            vista.soloRetornos = std::string_view(fila).find('\r') != std::string_view::npos;
+            vista.soloRetornos = SonVariasLineas(fila);
         primera = false;
         const int suyo = MunicipioDeFila(fila);
         if (cabecera)

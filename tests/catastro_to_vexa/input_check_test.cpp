@@ -31,6 +31,7 @@ TEST(EntradaSospechosa, IsToldBehindTheSummaryAndKeepsWhatItsTablesReplace)
         {"a good one", Veces(12, kBuena), 0, ""},
         {"nothing in it", "", 0, "está vacío"},
         {"carriage returns alone", kBuena + "\r" + kBuena + "\r", 0, "se han leído como una sola"},
+        {"ends like those of some transfers", Veces(12, kBuena + "\r"), 0, ""},
         {"blank lines alone", "\r\n\r\n", 0, "está vacío"},
         {"a list read as an exchange file", Veces(3, relacion), 0, "(TipoEntrada=1)?"},
         {"an exchange file read as a list", Veces(3, kBuena), 1, "(TipoEntrada=0)?"},

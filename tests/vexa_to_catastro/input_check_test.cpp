@@ -179,6 +179,7 @@ TEST_F(Cruce, TellsEachTableOfWhichNothingIsRead)
         } casos[] = {
             {"all is well", suya + "\r\n" + fila + "\r\n", ""},
             {"the header alone", suya + "\r\n", ""},
+            {"ends like those of some transfers", suya + "\r\r\n" + fila + "\r\r\n", ""},
             {"nothing", "", "El archivo " + fichero + " está vacío"},
             {"semicolons", suya + "\r\n" + conPuntos + "\r\n", ninguna},
             {"another one's rows", suya + "\r\n045\t128" + fila.substr(7) + "\r\n", ninguna},
