@@ -82,8 +82,8 @@ bool CGuionDeBanco::HuboCierre() const
                        [](const CCajaVista& caja) { return caja.titulo == kFin; });
 }
 
-/// A long CString keeps its block's address with a mark in it, by which nothing that looks for leaks
-/// sees that somebody has it. A bench's own live as long as the process.
+/// A long CString keeps its block's address with a mark in it, by which nothing that looks for
+/// leaks sees that somebody has it. A bench's own live as long as the process.
 extern "C" const char* __lsan_default_suppressions() // NOLINT(bugprone-reserved-identifier)
 {
     return "leak:CBanco::CBanco\n";

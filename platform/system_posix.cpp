@@ -106,7 +106,7 @@ void PreparaFlujos()
     for (const int flujo : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
         if (fcntl(flujo, F_GETFD) == -1)
             open("/dev/null", O_RDWR); // takes the lowest number that is free, which is this one
-    std::signal(SIGXFSZ, SIG_IGN); // a write past the user's limit fails, and can be told
+    std::signal(SIGXFSZ, SIG_IGN);     // a write past the user's limit fails, and can be told
 }
 
 void DejaConsola() {} // there a program lives on without a terminal, if it wants to

@@ -66,8 +66,7 @@ bool Espera(int fichero, short para, Error& error)
 bool EsperaLector(const std::filesystem::path& ruta, Error& error)
 {
     Error alMirar;
-    if (error != std::errc::no_such_device_or_address ||
-        !std::filesystem::is_fifo(ruta, alMirar))
+    if (error != std::errc::no_such_device_or_address || !std::filesystem::is_fifo(ruta, alMirar))
         return false;
     if (HayQueAcabar()) {
         error = std::make_error_code(std::errc::interrupted);
