@@ -86,8 +86,8 @@ struct CEstadoMunicipio {
     std::vector<CString> parajes;
     std::vector<CVinculo> vinculos;
     std::vector<CSubparcela> subparcelas;
-    int sinParcela =
-        0; ///< subparcels of parcels that it doesn't have, of which nothing else is kept
+    /// Subparcels of parcels that it doesn't have; nothing else is kept of them.
+    int sinParcela = 0;
 };
 
 /// A short text as a number, and back.
