@@ -54,7 +54,7 @@ public:
         m_hijo = hijos.Empieza(orden, error);
         if (error)
             std::ofstream(dicho) << Formatea(textos::kNoEmpieza, trabajo.carpeta,
-                                             std::string(CFileException("", error).Causa()));
+                                             ansi::AUtf8(CFileException("", error).Causa()));
         return !error;
     }
     CHecho Acaba(std::optional<int> estado, const fs::path& dicho)
@@ -260,11 +260,11 @@ void Prepara(const fs::path& carpeta, CEstados& estados, CCandado& candado, bool
         throw CLineaMala(Formatea(textos::kNadaQueReanudar, sistema::Nombre(carpeta)));
     const auto crea = [&](const fs::path& ruta) {
         sistema::CreaCarpetas(ruta, error);
-        CFileException::Exige(error, sistema::Nombre(carpeta));
+        CFileException::Exige(error, sistema::Nombre(ruta));
     };
     crea(carpeta);
-    if (candado.Toma(lado::De(estados.Diario(), lado::kCandado), error) == sistema::Bloqueo::DeOtro)
-        throw CLineaMala(Formatea(textos::kEnManosDeOtro, sistema::Nombre(carpeta)));
+    estados.Ocupa(candado);
+    ExigePartesLibres(carpeta);
     if (estados.EsDeOtro())
         throw CLineaMala(Formatea(textos::kNoEsDeResultados, sistema::Nombre(carpeta)));
     if (reanuda)

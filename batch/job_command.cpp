@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <exception>
 #include <fstream>
 #include <iterator>
 #include <string_view>
@@ -126,12 +127,19 @@ std::optional<int> Corre(const COrden& orden, sistema::Error& error,
     if (error)
         return std::nullopt;
     std::optional<CHijos::CFin> fin; // of whichever: a process may have children it never started
+    std::exception_ptr fallo;
     for (bool avisado = false; !fin || fin->hijo != hijo; fin = hijos.Espera(unRato)) {
-        if (sistema::HayQueAcabar() && !std::exchange(avisado, true))
+        if ((sistema::HayQueAcabar() || fallo) && !std::exchange(avisado, true))
             hijos.PideAcabar();
-        if (mientras)
-            mientras();
+        try {
+            if (mientras && !fallo)
+                mientras();
+        } catch (...) {
+            fallo = std::current_exception(); // told when nothing goes on unseen any more
+        }
     }
+    if (fallo)
+        std::rethrow_exception(fallo);
     return fin->estado;
 }
 

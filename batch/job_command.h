@@ -45,7 +45,8 @@ inline constexpr std::chrono::milliseconds kUnRato{200}; ///< to wait between tw
 
 /// Runs a program alone and waits for its end; it is asked to end where this process is. Gives its
 /// status, none where it was killed, and with an error, where nothing ran.
-/// \param mientras  called each time before it waits for a while
+/// \param mientras  called each time before it waits for a while; what it raises has the program
+///                  asked to end, and is raised when that has
 std::optional<int> Corre(const COrden& orden, sistema::Error& error,
                          std::chrono::milliseconds unRato = kUnRato,
                          const std::function<void()>& mientras = nullptr);

@@ -119,6 +119,13 @@ void CEstados::Lee()
     m_cortadas += quedan.empty() ? 0 : 1;
 }
 
+void CEstados::Ocupa(CCandado& candado) const
+{
+    sistema::Error error; // where there can be no lock it does without
+    if (candado.Toma(lado::De(Diario(), lado::kCandado), error) == sistema::Bloqueo::DeOtro)
+        throw CLineaMala(Formatea(textos::kEnManosDeOtro, sistema::Nombre(m_carpeta)));
+}
+
 void CEstados::Empieza() const
 {
     errno = 0;

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "batch/job_command.h"
+#include "platform/files/target_lock.h"
 
 namespace lote {
 
@@ -24,6 +25,8 @@ public:
     bool HayAlgo() const;
     /// What an earlier run wrote down. Raises CFileException.
     void Lee();
+    /// Takes them for this run alone. Raises CLineaMala where another batch is at work on them.
+    void Ocupa(CCandado& candado) const;
     /// Nothing is known of any job. Raises CFileException.
     void Empieza() const;
     /// Tells whether the folder has files, and nothing of a batch among them.

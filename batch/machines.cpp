@@ -1,5 +1,8 @@
 #include "batch/machines.h"
 
+#include <algorithm>
+#include <utility>
+
 #include "batch/batch_texts.h"
 #include "batch/progress.h"
 #include "platform/files/cfile_exception.h"
@@ -10,21 +13,37 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// A part of the jobs, as the batch on another machine has it.
+constexpr const char* kPartes = "partes";
+
+/// Tells whether a folder holds the results of a part.
+bool EsParte(const fs::path& carpeta)
+{
+    return TieneNumero(carpeta.filename(), "") && CEstados(carpeta).HayAlgo();
+}
+
+/// A job, here and as the batch on another machine has it: by the whole path of its folder.
+struct CSuyo {
+    const CTrabajo* aqui;
+    CTrabajo alli;
+    bool anotado = false; ///< that it has ended, in this run
+};
+
+/// A part of the jobs, worked off by a batch on another machine.
 struct CParte {
     fs::path tabla;
     fs::path resultados;
-    std::vector<const CTrabajo*> suyos;
-    std::vector<CTrabajo> alli; ///< the same, their folders by whole paths
+    std::vector<CSuyo> suyos;
 };
 
 /// The job where another current folder is.
 CTrabajo DesdeOtraCarpeta(const CTrabajo& trabajo)
 {
     CTrabajo otro = trabajo;
-    const std::size_t donde = otro.linea.find(trabajo.carpeta, otro.linea.find('\t'));
+    // Behind the translation, which may have tabs in front, and a name in it like the folder's.
+    const std::string_view traduccion = NombreDe(trabajo.traduccion);
+    const std::size_t fin = otro.linea.find(traduccion) + traduccion.size();
     otro.carpeta = sistema::Nombre(fs::absolute(sistema::Ruta(trabajo.carpeta)));
-    otro.linea.replace(donde, trabajo.carpeta.size(), otro.carpeta);
+    otro.linea.replace(otro.linea.find(trabajo.carpeta, fin), trabajo.carpeta.size(), otro.carpeta);
     return otro;
 }
 
@@ -36,55 +55,51 @@ std::vector<CParte> Partes(const std::vector<const CTrabajo*>& trabajos, const f
     for (const CTrabajo* trabajo : trabajos) {
         if (partes.empty() || partes.back().suyos.size() == cada) {
             const std::string numero = std::to_string(partes.size() + 1);
-            partes.push_back({carpeta / (numero + ".tsv"), carpeta / numero, {}, {}});
+            partes.push_back({carpeta / (numero + ".tsv"), carpeta / numero, {}});
         }
-        partes.back().suyos.push_back(trabajo);
-        partes.back().alli.push_back(DesdeOtraCarpeta(*trabajo));
+        partes.back().suyos.push_back({trabajo, DesdeOtraCarpeta(*trabajo)});
     }
     for (const CParte& parte : partes) {
         std::string tabla;
-        for (const CTrabajo& trabajo : parte.alli)
-            tabla += trabajo.linea + "\n";
+        for (const CSuyo& suyo : parte.suyos)
+            tabla += suyo.alli.linea + "\n";
         Escribe(parte.tabla, tabla);
     }
     return partes;
 }
 
-/// What has been done of the parts until now: each of their jobs that has ended, how, and what it
-/// said.
-template <class F>
-void RecorreHechos(const std::vector<CParte>& partes, F toma)
+/// Writes down what has ended since the last look, and brings what it said.
+void Recoge(std::vector<CParte>& partes, CEstados& estados)
 {
-    for (const CParte& parte : partes) {
-        CEstados suyos(parte.resultados);
-        if (!suyos.HayAlgo())
+    for (CParte& parte : partes) {
+        CEstados deParte(parte.resultados);
+        if (std::ranges::all_of(parte.suyos, &CSuyo::anotado) || !deParte.HayAlgo())
             continue;
-        suyos.Lee();
-        for (std::size_t i = 0; i < parte.suyos.size(); ++i)
-            if (const CHecho* const hecho = suyos.De(parte.alli[i]); hecho != nullptr)
-                toma(*parte.suyos[i], *hecho, suyos.Dicho(static_cast<int>(i) + 1));
+        deParte.Lee();
+        for (std::size_t i = 0; i < parte.suyos.size(); ++i) {
+            CSuyo& suyo = parte.suyos[i];
+            const CHecho* const hecho = deParte.De(suyo.alli);
+            if (hecho == nullptr || std::exchange(suyo.anotado, true))
+                continue;
+            estados.Anota(*suyo.aqui, *hecho);
+            std::error_code error; // what it said is no more than a help
+            fs::copy_file(deParte.Dicho(static_cast<int>(i) + 1), estados.Dicho(suyo.aqui->numero),
+                          fs::copy_options::overwrite_existing, error);
+        }
     }
 }
 
-void Recoge(const std::vector<CParte>& partes, CEstados& estados)
-{
-    RecorreHechos(partes, [&](const CTrabajo& suyo, const CHecho& hecho, const fs::path& dicho) {
-        estados.Anota(suyo, hecho);
-        std::error_code error; // what it said is no more than a help
-        fs::copy_file(dicho, estados.Dicho(suyo.numero), fs::copy_options::overwrite_existing,
-                      error);
-    });
-}
-
 /// How far the parts are.
-void Cuenta(const std::vector<CParte>& partes, CAvance& avance)
+void Cuenta(const std::vector<CParte>& partes, const CEstados& estados, CAvance& avance)
 {
     int hechos = 0;
     int fallidos = 0;
-    RecorreHechos(partes, [&](const CTrabajo&, const CHecho& hecho, const fs::path&) {
-        ++hechos;
-        fallidos += hecho.estado != 0 ? 1 : 0;
-    });
+    for (const CParte& parte : partes)
+        for (const CSuyo& suyo : parte.suyos)
+            if (suyo.anotado) {
+                ++hechos;
+                fallidos += estados.De(*suyo.aqui)->estado != 0 ? 1 : 0;
+            }
     avance.Cuenta(hechos, fallidos);
 }
 
@@ -126,25 +141,39 @@ fs::path Parallel()
     return programa;
 }
 
+void ExigePartesLibres(const fs::path& carpeta)
+{
+    sistema::Error error;
+    for (const fs::path& nombre : sistema::Lista(carpeta / kPartes, error)) {
+        const fs::path parte = carpeta / kPartes / nombre;
+        CCandado candado;
+        if (EsParte(parte))
+            CEstados(parte).Ocupa(candado);
+    }
+}
+
 void HazEnMaquinas(const std::vector<const CTrabajo*>& trabajos, const COpciones& opciones,
                    const fs::path& parallel, CEstados& estados)
 {
     constexpr std::chrono::seconds kEntreCuentas{2};
     const fs::path& carpeta = estados.Carpeta();
-    const fs::path donde = carpeta / "partes";
+    const fs::path donde = carpeta / kPartes;
     sistema::Error error;
     for (const fs::path& nombre : sistema::Lista(donde, error))
-        if (TieneNumero(nombre, ".tsv") || // of an earlier run; what else is there is somebody's
-            (TieneNumero(nombre, "") && CEstados(donde / nombre).HayAlgo()))
+        if (TieneNumero(nombre, ".tsv") ||
+            EsParte(donde / nombre)) // what else is there is somebody's
             fs::remove_all(donde / nombre, error);
     sistema::CreaCarpetas(donde, error);
     CFileException::Exige(error, sistema::Nombre(donde));
-    const std::vector<CParte> partes = Partes(trabajos, donde);
+    std::vector<CParte> partes = Partes(trabajos, donde);
     COrden orden = OrdenDeParallel(partes, opciones, parallel, donde / "partes.tsv");
     orden.carpeta = carpeta;
     orden.dicho = carpeta / "parallel.txt";
     CAvance avance(static_cast<int>(trabajos.size()));
-    const auto estado = Corre(orden, error, kEntreCuentas, [&] { Cuenta(partes, avance); });
+    const auto estado = Corre(orden, error, kEntreCuentas, [&] {
+        Recoge(partes, estados);
+        Cuenta(partes, estados, avance);
+    });
     CFileException::Exige(error, sistema::Nombre(orden.programa));
     Recoge(partes, estados);
     if (estado != 0)

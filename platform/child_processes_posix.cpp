@@ -71,8 +71,9 @@ public:
         sigset_t usuales; // what this process bears is nothing to its child
         sigemptyset(&usuales);
         sigaddset(&usuales, SIGPIPE);
+        sigaddset(&usuales, SIGXFSZ);
         posix_spawnattr_setsigdefault(&m_senales, &usuales);
-        posix_spawnattr_setflags(&m_senales, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
+        posix_spawnattr_setflags(&m_senales, kDeSenales);
         QuiereFines();
     }
     CPreparacion(const CPreparacion&) = delete;
@@ -95,6 +96,13 @@ public:
     {
         posix_spawn_file_actions_addchdir_np(&m_flujos, carpeta.c_str());
     }
+    /// A terminal sends its Ctrl-C to a whole group. A child of another group hears of it once,
+    /// from this process; who hears twice takes it for impatience and leaves all as it stands.
+    void Aparta()
+    {
+        posix_spawnattr_setpgroup(&m_senales, 0);
+        posix_spawnattr_setflags(&m_senales, kDeSenales | POSIX_SPAWN_SETPGROUP);
+    }
     pid_t Empieza(std::vector<std::string> argumentos, std::vector<std::string> entorno,
                   Error& error) const
     {
@@ -107,6 +115,8 @@ public:
     }
 
 private:
+    static constexpr short kDeSenales = POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF;
+
     posix_spawn_file_actions_t m_flujos = {};
     posix_spawnattr_t m_senales = {};
 };
@@ -122,8 +132,10 @@ int TuberiaCon(const std::string& texto, Error& error)
     error = Fallo(pipe2(extremos, O_CLOEXEC) == 0 ? 0 : errno);
     if (error)
         return sistema::kCerrado;
-    if (write(extremos[1], texto.data(), texto.size()) != static_cast<ssize_t>(texto.size()))
+    if (write(extremos[1], texto.data(), texto.size()) != static_cast<ssize_t>(texto.size())) {
         error = Fallo(EIO);
+        close(extremos[0]);
+    }
     close(extremos[1]);
     return extremos[0];
 }
@@ -167,6 +179,7 @@ int CHijos::Empieza(const COrden& orden, Error& error)
     preparacion.Abre(STDOUT_FILENO, orden.dicho.c_str(), O_WRONLY | O_CREAT | O_TRUNC);
     preparacion.Toma(STDERR_FILENO, STDOUT_FILENO);
     preparacion.Ve(orden.carpeta);
+    preparacion.Aparta();
     std::vector<std::string> argumentos = {orden.programa.native()};
     argumentos.insert(argumentos.end(), orden.argumentos.begin(), orden.argumentos.end());
     const pid_t hijo = preparacion.Empieza(std::move(argumentos), Entorno(orden.entorno), error);

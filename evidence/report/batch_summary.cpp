@@ -178,7 +178,8 @@ CResultado LoQueResulta(const CResumenLote& resumen, const COpciones& opciones,
     if (opciones.PorLaSalida() == 0)
         resultado.resumen = ResumenLote(resumen, pagina);
     const auto conQuejas = std::ranges::count_if(resumen.trabajos, [](const CTrabajoVisto& uno) {
-        return uno.conQuejas && uno.hecho->estado == 0; // of others it was told before
+        // of others it was told before
+        return uno.conQuejas && uno.hecho && uno.hecho->estado == 0;
     });
     if (conQuejas > 0)
         resultado.quejas.push_back("De " + Cuantos(conQuejas, "trabajo hecho", "trabajos hechos") +

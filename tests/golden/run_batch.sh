@@ -134,6 +134,23 @@ CAMPIVA=$work/slow status 0 "$batch" --reanuda slow.tsv
 s2 0
 s3 0" ] || fail "it didn't go on where it was"
 
+# Ctrl-C at a terminal goes to the batch's whole group; a job hears of it once, and ends as it should.
+printf '#!/bin/sh\ntrap "echo heard >> signals" INT TERM\ntouch began\nwhile [ ! -e signals ]; do sleep 0.05; done\nsleep 0.3\n' > listens
+chmod +x listens
+mkdir s4 && printf 'ida\ts4\n' > group.tsv
+set -m
+CAMPIVA=$work/listens "$batch" group.tsv > said 2>&1 &
+batch_pid=$!
+set +m
+for _ in $(seq 200); do
+  [ -e s4/began ] && break
+  sleep 0.05
+done
+kill -INT -- -$batch_pid
+got=0
+wait $batch_pid 2> /dev/null || got=$?
+[ $got -eq 130 ] && [ "$(wc -l < s4/signals)" = 1 ] || fail "status $got, signals: $(cat s4/signals)"
+
 # What is no batch's stays in the folder of the results.
 mkdir -p mine/salidas mine/partes/2026 && touch mine/salidas/{nota.err,7.err,8.txt} mine/partes/{nota,3.txt,2026/nota} mine/{nota,trabajos.log}
 printf 'ida\tc\n' > mine.tsv
@@ -155,6 +172,38 @@ mkdir far && cp "$samples/villanueva.txt" far/entrada.txt
 rm c/Parcelas.txt
 status 0 "$batch" --sshlogin : --reanuda parts.tsv
 [ "$(states parts.tsv | tail -n 1)" = "3 ida far 0 0 0" ] && [ ! -e c/Parcelas.txt ]
+# A line may begin with a tab, and the folder be called as a part of the translation.
+mkdir a && cp "$samples/villanueva.txt" a/entrada.txt
+printf '\tida\ta\n' > tab.tsv
+status 0 "$batch" --sshlogin : tab.tsv
+[ -e a/Parcelas.txt ]
+# Who kills it finds what had ended by then, and is told where a part goes on by itself.
+printf '#!/bin/sh\necho x >> runs\nwhile [ ! -e go ]; do sleep 0.05; done\n' > waits
+chmod +x waits
+mkdir p1 p2 && touch p1/go
+printf 'ida\tp1\nida\tp2\n' > killed.tsv
+CAMPIVA=$work/waits "$batch" --sshlogin : killed.tsv > said 2>&1 &
+batch_pid=$!
+for _ in $(seq 400); do
+  grep -q p1 killed.tsv.resultados/trabajos.log 2> /dev/null && [ -e p2/runs ] && break
+  sleep 0.05
+done
+kill -KILL $batch_pid
+wait $batch_pid 2> /dev/null || true
+for again in "" --reanuda; do
+  # shellcheck disable=SC2086
+  CAMPIVA=$work/waits status 2 "$batch" $again killed.tsv
+  grep -q "otro campiva-lote trabaja en .*/partes/2" said
+done
+grep -q p1 killed.tsv.resultados/trabajos.log || fail "what was known of the jobs is gone"
+touch p2/go
+for _ in $(seq 200); do
+  [ -e killed.tsv.resultados/partes/2/estado.tsv ] && break
+  sleep 0.05
+done
+sleep 0.2 # for its lock
+CAMPIVA=$work/waits status 0 "$batch" --reanuda killed.tsv
+[ "$(wc -l < p1/runs)" = 1 ] || fail "a job that had ended was done again"
 # A summary at the end, where the report's program is; what it says changes nothing of the jobs.
 rows() { tail -n +2 "$1.resultados/resumen.csv" | tr -d '\r' | cut -d ';' -f 1-11; }
 rm -rf c && cp -r "$samples/villanueva_dibujos_con_faltas" c && cp "$samples"/villanueva_tablas_con_faltas/* c

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string_view>
 
+#include "platform/ansi.h"
 #include "platform/files/side_names.h"
 
 namespace informe {
@@ -12,7 +13,8 @@ std::vector<std::string> Observado(const std::string& dicho)
     constexpr std::string_view kError = "[Error]\n";
     constexpr std::string_view kHueco = "\n\n";
     std::vector<std::string> todo;
-    std::string_view quedan = dicho;
+    const std::string visto = ansi::AUtf8(dicho);
+    std::string_view quedan = visto;
     for (std::size_t fin = quedan.find(kHueco); fin != std::string_view::npos;
          fin = quedan.find(kHueco)) {
         if (quedan.starts_with(kError)) {
