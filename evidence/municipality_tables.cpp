@@ -44,8 +44,11 @@ void CLectorTablas::Recorre(Tabla tabla, CFilasLeidas& clase, const CTomaFila& t
 {
     const auto cuenta = [&](std::string_view fila) {
         ++clase.filas;
-        if (MunicipioDeFila(fila) == m_municipio.Mun)
+        const int suyo = MunicipioDeFila(fila);
+        if (suyo == m_municipio.Mun)
             toma(fila);
+        else if (suyo == 0 && clase.filas > 1) // or it may be somebody's header
+            ++clase.sinMunicipio;
         else
             ++clase.deOtro;
     };

@@ -22,10 +22,11 @@ bool RecorreTabla(const CString& nombre, const CTomaFila& toma, UINT modo = 0);
 struct CFilasLeidas {
     bool hay = false; ///< the table is there
     std::int64_t filas = 0;
-    std::int64_t deOtro = 0;      ///< of another municipality
-    std::int64_t incompletas = 0; ///< lack what they need: lost without a message
-    std::int64_t unidas = 0;      ///< joined one that was there, without a message
-    std::int64_t conMensaje = 0;  ///< should have been dropped with one
+    std::int64_t deOtro = 0;       ///< of another municipality
+    std::int64_t sinMunicipio = 0; ///< have no number of one: lost without a message
+    std::int64_t incompletas = 0;  ///< lack what they need: lost without a message
+    std::int64_t unidas = 0;       ///< joined one that was there, without a message
+    std::int64_t conMensaje = 0;   ///< should have been dropped with one
     std::vector<CClaveRegistro> quedan;
 };
 

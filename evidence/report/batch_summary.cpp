@@ -11,6 +11,7 @@
 #include "evidence/report/report.h"
 #include "evidence/report/writing/batch_outputs.h"
 #include "evidence/report/writing/output_file.h"
+#include "evidence/report/writing/page_parts.h"
 #include "evidence/report/writing/run_json.h"
 #include "evidence/report/writing/watched_signals.h"
 #include "platform/files/system_files.h"
@@ -163,7 +164,7 @@ void Escribe(const CResumenLote& resumen, const CFirma& firma, const CSalidasLot
     EscribeSalida(nombres.json, todas, [&](const CEscribe& en) { en(LoteEnJson(resumen, firma)); });
     EscribeSalida(nombres.hoja, todas,
                   [&](const CEscribe& en) { EscribeHojaLote(resumen, nombres.hoja, en); });
-    EscribeSalida(nombres.pagina, todas, [&](const CEscribe& en) {
+    EscribeSalidaPagina(nombres.pagina, todas, [&](const CEscribe& en) {
         EscribePaginaLote(resumen, firma, nombres.pagina, en);
     });
     Coloca(todas, resultado.quejas);

@@ -13,6 +13,7 @@
 #include "evidence/report/writing/geojson.h"
 #include "evidence/report/writing/output_file.h"
 #include "evidence/report/writing/page_content.h"
+#include "evidence/report/writing/page_parts.h"
 #include "evidence/report/writing/run_json.h"
 #include "evidence/report/writing/watched_signals.h"
 #include "platform/ansi.h"
@@ -143,7 +144,8 @@ private:
                       [&](const CEscribe& en) { EscribeCambiosCsv(en, *m_contraste); });
         EscribeSalida(m_opciones.json, m_salidas,
                       [&](const CEscribe& en) { en(ProcesoEnJson(contenido)); });
-        EscribeSalida(pagina, m_salidas, [&](const CEscribe& en) { EscribePagina(contenido, en); });
+        EscribeSalidaPagina(pagina, m_salidas,
+                            [&](const CEscribe& en) { EscribePagina(contenido, en); });
     }
 
     const COpciones& m_opciones;
@@ -170,7 +172,7 @@ void HazCambios(const CContenidoCambios& contenido, const COpciones& opciones,
         EscribeSalida(hoja, todas,
                       [&](const CEscribe& en) { EscribeCambiosCsv(en, contenido.contraste); });
     EscribeSalida(opciones.json, todas, [&](const CEscribe& en) { en(CambiosEnJson(contenido)); });
-    EscribeSalida(pagina, todas, [&](const CEscribe& en) { EscribePagina(contenido, en); });
+    EscribeSalidaPagina(pagina, todas, [&](const CEscribe& en) { EscribePagina(contenido, en); });
     std::string resumen = opciones.PorLaSalida() == 0 ? Resumen(contenido.contraste, pagina) : "";
     Coloca(todas, resultado.quejas);
     resultado.resumen = std::move(resumen);

@@ -147,6 +147,8 @@ CPartida CBalanceVuelta::Empieza(const CNombres& nombres, const CFilasLeidas& cl
         partida.noSePuede = std::string("no está el fichero ") + nombres.fichero;
     partida.Sale(nombres.registros, escritos);
     partida.Sale("de otro municipio", clase.deOtro);
+    if (clase.sinMunicipio > 0)
+        partida.SalePerdido("sin número de municipio, sin mensaje", clase.sinMunicipio);
     partida.SalePerdido(std::string(nombres.incompletas) + ", sin mensaje", clase.incompletas);
     return partida;
 }

@@ -1,6 +1,8 @@
 #include "evidence/report/writing/page_parts.h"
 
+#include <algorithm>
 #include <array>
+#include <cstdint>
 
 #include "evidence/report/reading/text.h"
 #include "evidence/report/writing/page_files.h"
@@ -27,7 +29,37 @@ void Cabeza(CMarcas& marcas, const std::string& titulo, const char* estilo)
     marcas.Bloque("style", {}, [&] { marcas.Linea().Hecho(kEstilo).Hecho(estilo); });
 }
 
+/// What all pages begin with.
+std::string Principio()
+{
+    std::string documento;
+    EscribeDocumento([&](std::string_view utf8) { documento += utf8; }, "", "", [](CMarcas&) {});
+    return documento.substr(0, documento.find("<title>"));
+}
+
+/// Tells whether there is a file by this name that is no page of the report. Raises CFileException.
+bool EsDeOtro(const CString& nombre)
+{
+    sistema::Error error;
+    const sistema::CEstado estado = sistema::Mira(sistema::Ruta(nombre), error);
+    CFile fichero;
+    if (nombre == kEstandar || estado.tipo != sistema::CEstado::Tipo::Regular ||
+        estado.largo == 0 || !fichero.Open(nombre, CFile::modeRead))
+        return false;
+    const std::string principio = Principio();
+    return fichero.Tramo(static_cast<std::size_t>(
+               std::min<std::uint64_t>(fichero.GetLength(), principio.size()))) != principio;
+}
+
 } // namespace
+
+void EscribeSalidaPagina(const CString& nombre, CConjuntoSalidas& todas,
+                         const std::function<void(const CEscribe&)>& como)
+{
+    if (EsDeOtro(nombre))
+        todas.ConservaAnteriores();
+    EscribeSalida(nombre, todas, como);
+}
 
 void EscribeDocumento(const CEscribe& escribe, const std::string& titulo, const char* estilo,
                       const std::function<void(CMarcas&)>& cuerpo)

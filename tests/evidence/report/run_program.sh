@@ -214,6 +214,14 @@ rm entrada.html
 status 1 "$informe" entrada.ERR entrada.ERR.anterior
 grep -q 'entrada.html no se escribe' stderr || fail "two logs that have one page aren't told"
 [ ! -e entrada.html ] || fail "one of the two pages was written"
+echo "a cover of somebody's own" > entrada.html
+status 1 "$informe" entrada.ERR
+grep -q 'entrada.html queda en .*entrada.html.anterior' stderr || fail "a page of somebody's own went unseen"
+equal "what was kept" "$(cat entrada.html.anterior)" "a cover of somebody's own"
+whole entrada.html
+status 0 "$informe" entrada.ERR
+[ ! -e entrada.html.anterior.2 ] || fail "its own page was kept"
+rm entrada.html.anterior
 if [ -w /dev/full ]; then
   equal "what a full disk is told" "$("$informe" entrada.ERR 2>&1 > /dev/full)" \
     'campiva-informe: no se ha podido escribir en la salida'

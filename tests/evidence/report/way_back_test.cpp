@@ -84,15 +84,18 @@ TEST_F(InformeDeVuelta, AccountsForEveryRowWhateverTheOptions)
                                  Fila({"045", "127", "0", "1", "7", "9", "PR", "50"}),
                                  Fila({"045", "127", "0", "1", "99", "2", "PR", "50"}),
                                  Fila({"045", "127", "0", "1", "8", "2", "", ""}),
+                                 Fila({"045", "", "0", "1", "8", "2", "PR", "1"}),
                                  Fila({"045", "999", "0", "1", "8", "2", "PR", "1"})};
         Ejecuta(modificar, noEnGrafico, noEnBD);
         const CInformePrueba informe = Informa();
         EXPECT_THAT(informe.Cuenta(), EndsWith(", 0 sin explicar"));
         EXPECT_FALSE(informe.Dice("✕ sin explicar")) << informe.Partida("Subparcelas");
-        EXPECT_THAT(informe.Partida("Cotitulares"),
-                    HasSubstr("|6|Sale|cotitulares en registros CT|1|de otro municipio|1|sin Titul "
-                              "o partici, sin mensaje|1|sin su parcela (E104)|1|sin su titular "
-                              "(E105)|1|sumadas a la parte del mismo titular|1|suma|6|"));
+        EXPECT_THAT(
+            informe.Partida("Cotitulares"),
+            HasSubstr("|7|Sale|cotitulares en registros CT|1|de otro municipio|1|sin número "
+                      "de municipio, sin mensaje|1|sin Titul o partici, sin mensaje|1|sin "
+                      "su parcela (E104)|1|sin su titular (E105)|1|sumadas a la parte del "
+                      "mismo titular|1|suma|7|"));
     }
 }
 
