@@ -75,6 +75,7 @@ void CCampivaAVexaDlg::OnOK()
     int numErrores = 0;
     int numWarnings = 0;
     m_conTabulador = 0;
+    m_deOtro = 0;
     const auto registros = std::make_shared<CBaseCatastro>(0);
     CBaseCatastro& base = *registros;
     ActivaControles(false);
@@ -99,6 +100,8 @@ void CCampivaAVexaDlg::ObservaEntrada(CStdioFile& entrada, const CBaseCatastro& 
 {
     if (m_conTabulador > 0)
         Sospecha(observaciones::kTabuladores, ArchivoEntrada, m_conTabulador);
+    if (m_deOtro > 0)
+        Sospecha(observaciones::kOtraUltima, ArchivoEntrada, m_deOtro, m_ultimo);
     const bool nadaLeido =
         std::all_of(base.Municipios().begin(), base.Municipios().end(), [](const CMunicipio& m) {
             return m.Titulares().empty() && m.Parcelas().empty() && m.Modulos().empty() &&

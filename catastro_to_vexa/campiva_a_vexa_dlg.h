@@ -80,6 +80,8 @@ private:
     const std::array<CBusqueda, 1> m_busquedas = {
         {{IDC_BUSCAR_ENTRADA, &ArchivoEntrada, IDS_FILTRO_TODOS}}};
     int m_conTabulador = 0; ///< lines that this run has read
+    int m_deOtro = 0; ///< its parcels whose lines name another municipality than the last line
+    int m_ultimo = 0; ///< the municipality of that
 };
 
 /// Checks a database that was read, and tells the log of parcels without subparcels, or else

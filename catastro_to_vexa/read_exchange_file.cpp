@@ -181,9 +181,12 @@ bool CCampivaAVexaDlg::AsientaParcelas(CLecturaCatastro& lectura)
     if (n == 0)
         return true;
     lectura.Municipio().ReservaParcelas(n);
+    m_ultimo = lectura.Municipio().Mun;
     for (std::size_t k = 0; k < n; ++k, lectura.parcelasLeidas.Quita()) {
         if (!Avanza(k, n))
             return false;
+        // All are looked for in the one municipality, with their places and holders.
+        m_deOtro += CLineaFija(lectura.parcelasLeidas.Primera()).Entero(kLeeMun) != m_ultimo;
         CParcela parcela;
         CDatosLinea datos;
         parcela.Lee(lectura.parcelasLeidas.Primera(), kModoCatastro, datos);

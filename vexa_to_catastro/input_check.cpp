@@ -52,14 +52,28 @@ bool CVexaACampiva2Dlg::NingunaVale(const CTablaVista& tabla) const
 void CVexaACampiva2Dlg::ObservaFilas()
 {
     for (const CTablaVista* tabla : TablasVistas()) {
-        if (tabla->soloRetornos)
-            Sospecha(observaciones::kSoloRetornos, tabla->archivo);
-        if (tabla->enUtf8)
-            Sospecha(observaciones::kParecenUtf8, tabla->archivo);
-        if (tabla->partidas > 0)
-            Sospecha(observaciones::kFilasPartidas, tabla->archivo, tabla->partidas);
-        if (tabla->incompletas > 0 && !NingunaVale(*tabla)) // or that is said instead
-            Sospecha(observaciones::kFilasIncompletas, tabla->archivo, tabla->incompletas);
+        const bool vale = !NingunaVale(*tabla); // or that is said instead
+        const struct {
+            bool loEs;
+            const char* forma;
+        } deTodas[] = {{tabla->soloRetornos, observaciones::kSoloRetornos},
+                       {tabla->enUtf8, observaciones::kParecenUtf8},
+                       {tabla->entreComillas, observaciones::kEntreComillas},
+                       {tabla->cortada, observaciones::kTablaCortada}};
+        for (const auto& [loEs, forma] : deTodas)
+            if (loEs)
+                Sospecha(forma, tabla->archivo);
+        const struct {
+            int cuantas;
+            const char* forma;
+        } deAlgunas[] = {{tabla->partidas, observaciones::kFilasPartidas},
+                         {vale ? tabla->incompletas : 0, observaciones::kFilasIncompletas},
+                         {vale ? tabla->sinMunicipio : 0, observaciones::kFilasSinMunicipio},
+                         {tabla->repetidas, observaciones::kFilasRepetidas},
+                         {tabla->conComa, observaciones::kJornadasConComa}};
+        for (const auto& [cuantas, forma] : deAlgunas)
+            if (cuantas > 0)
+                Sospecha(forma, tabla->archivo, cuantas);
     }
 }
 
@@ -97,9 +111,17 @@ void CVexaACampiva2Dlg::ObservaEntradas()
                  ArchivoTren);
         return;
     }
-    for (const CTablaVista* tabla : TablasVistas())
+    for (const CTablaVista* tabla : TablasVistas()) {
         ObservaTabla(*tabla);
-    for (const CTablaVista* tabla : {&parcelas, &subparcelas})
-        if (Modificar != 0 && tabla->ajenas > 0)
+        if (tabla->deOtraGer > 0)
+            Sospecha(observaciones::kFilasDeOtraGer, tabla->archivo, tabla->deOtraGer);
+    }
+    if (Modificar == 0)
+        return; // all stays in the tables
+    for (const CTablaVista* tabla : {&parcelas, &subparcelas}) {
+        if (tabla->ajenas > 0)
             Sospecha(observaciones::kFilasAjenas, tabla->archivo, tabla->ajenas);
+        if (tabla->conColumnasPropias)
+            Sospecha(observaciones::kColumnasPropias, tabla->archivo);
+    }
 }

@@ -1,5 +1,7 @@
 #include <algorithm>
+#include <array>
 #include <limits>
+#include <utility>
 
 #include "cadastre/co_holder_columns.h"
 #include "cadastre/column_reader.h"
@@ -33,6 +35,66 @@ std::size_t Tabuladores(std::string_view fila)
     return suma;
 }
 
+/// Tells whether a field of the row begins with a quote.
+bool TieneComillas(std::string_view fila)
+{
+    for (std::size_t i = fila.find('"'); i != std::string_view::npos; i = fila.find('"', i + 1))
+        if (i == 0 || fila[i - 1] == '\t')
+            return true;
+    return false;
+}
+
+bool EstaEnBlanco(std::string_view fila)
+{
+    return fila.find_first_not_of(std::string_view(" \t\r\f\x1A\0", 6)) == std::string_view::npos;
+}
+
+/// Tells whether the days of a module's row have a comma, as some spreadsheets write decimals.
+bool TieneComa(std::string_view fila)
+{
+    constexpr int kJornadas = ColumnaDe(kColumnasModulo, &CDatosLinea::jornadas).tabla.numero;
+    std::array<std::string_view, CamposDeFila(kColumnasModulo)> campos;
+    Leetira(fila, campos);
+    return campos[kJornadas].find(',') != std::string_view::npos;
+}
+
+/// What the rows of one municipality have in common.
+class CFilasSuyas {
+public:
+    explicit CFilasSuyas(std::size_t campos) : m_campos(campos) {}
+
+    void Toma(std::string_view fila)
+    {
+        ++m_todas;
+        m_antes = std::exchange(m_tabuladores, Tabuladores(fila));
+        m_partidas += m_tabuladores < m_campos ? 0 : 1;
+        m_conComillas += TieneComillas(fila) ? 1 : 0;
+    }
+    int Partidas() const { return m_partidas; }
+    bool EstanPartidas() const { return m_todas > 0 && m_partidas == m_todas; }
+    bool TienenComillas() const { return m_todas > 0 && m_conComillas == m_todas; }
+    bool EsMenosLaUltima() const { return m_todas > 1 && m_tabuladores < m_antes; }
+
+private:
+    std::size_t m_campos;
+    int m_todas = 0;
+    int m_partidas = 0;
+    int m_conComillas = 0;
+    std::size_t m_tabuladores = 0; // of the last one
+    std::size_t m_antes = 0;       // of the one before
+};
+
+/// Tells whether a text that was read to its end has its last line end. Raises CFileException.
+bool AcabaEnLinea(CStdioFile& texto)
+{
+    if (texto.GetLength() == 0)
+        return true; // a pipe, which can't be looked at again
+    texto.Seek(texto.GetLength() - 1);
+    CString cola;
+    texto.ReadString(cola);
+    return cola.IsEmpty();
+}
+
 } // namespace
 
 bool CVexaACampiva2Dlg::LeeTabla(UINT estado, const CString& archivo, std::size_t campos,
@@ -46,7 +108,8 @@ bool CVexaACampiva2Dlg::LeeTabla(UINT estado, const CString& archivo, std::size_
         return false;
     CString fila;
     bool primera = true;
-    int suyas = 0;
+    bool esSuya = false;
+    CFilasSuyas suyas(campos);
     ansi::CMiraUtf8 utf8;
     while (tabla.ReadString(fila)) {
         if (!Avanza(tabla.GetPosition(), tabla.GetLength()))
@@ -56,23 +119,27 @@ bool CVexaACampiva2Dlg::LeeTabla(UINT estado, const CString& archivo, std::size_
         const bool cabecera = primera && EsCabecera(fila);
         if (primera)
             vista.soloRetornos = SonVariasLineas(fila);
-        primera = false;
         const int suyo = MunicipioDeFila(fila);
         if (cabecera)
             vista.cabecera = fila;
         else if (!fila.IsEmpty()) {
             ++vista.todas;
             vista.ajenas += suyo != 0 && suyo != municipio.Mun ? 1 : 0;
+            vista.sinMunicipio += suyo == 0 && !primera && !EstaEnBlanco(fila) ? 1 : 0;
         }
+        primera = false;
         // A header line reads as municipality 0, which is no other municipality's code.
-        if ((cabecera && municipio.Mun == 0) || suyo != municipio.Mun)
+        esSuya = suyo == municipio.Mun && (!cabecera || municipio.Mun != 0);
+        if (!esSuya)
             continue;
-        ++suyas;
-        vista.partidas += Tabuladores(fila) < campos ? 0 : 1;
+        vista.deOtraGer += LeeEntero(fila) != m_vistas.cabecera.Ger ? 1 : 0;
+        suyas.Toma(fila);
         toma(fila);
     }
-    if (vista.partidas == suyas) // somebody has given the table columns of his own
-        vista.partidas = 0;
+    vista.conColumnasPropias = suyas.EstanPartidas();
+    vista.partidas = vista.conColumnasPropias ? 0 : suyas.Partidas();
+    vista.entreComillas = suyas.TienenComillas();
+    vista.cortada = esSuya && suyas.EsMenosLaUltima() && !AcabaEnLinea(tabla);
     vista.enUtf8 = utf8.EsUtf8();
     return true;
 }
@@ -100,6 +167,7 @@ bool CVexaACampiva2Dlg::LeeModulos(CStdioFile* /*log*/, int* /*numErrores*/, int
                         CModulo modulo;
                         const bool leido = modulo.Lee(fila, kModoTabla);
                         vista.Cuenta(leido);
+                        vista.conComa += TieneComa(fila) ? 1 : 0;
                         if (leido)
                             municipio->InsertaModulo(modulo);
                     });
@@ -150,6 +218,7 @@ void CVexaACampiva2Dlg::TomaParcela(std::string_view fila, const CAvisos& avisos
         return; // holder and place are told all the same
     const int polig = parcela.Polig;
     const int numero = parcela.Parcela;
+    const std::size_t antes = municipio.NumParcelas();
     const int i = municipio.InsertaParcela(std::move(parcela));
     if (i < 0) {
         Avisa(avisos, kParcelaNoInsertada, polig, numero);
@@ -157,6 +226,7 @@ void CVexaACampiva2Dlg::TomaParcela(std::string_view fila, const CAvisos& avisos
         return;
     }
     ++m_vistas.parcelas.tomadas;
+    m_vistas.parcelas.repetidas += municipio.NumParcelas() == antes ? 1 : 0;
     // A holder that wasn't found is linked as such, so that the parcel has its main link.
     municipio.DameParcela(i).InsertaCotitular(titular, kOrdenPrincipal, datos.partici, datos.Tit);
     if (titular >= 0)

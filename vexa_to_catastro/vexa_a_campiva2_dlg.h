@@ -69,6 +69,13 @@ private:
         int tomadas = 0;       ///< those that became records
         int incompletas = 0;   ///< those that lack a field which each must have
         int partidas = 0;      ///< those with more fields than the table has
+        int sinMunicipio = 0;  ///< those in whose second field no number stands
+        int deOtraGer = 0;     ///< those of the municipality's number in another province
+        int repetidas = 0;     ///< those of a parcel that an earlier one has made
+        int conComa = 0;       ///< those whose days have a comma, behind which nothing is read
+        bool conColumnasPropias = false; ///< all are split: somebody has added columns
+        bool entreComillas = false;      ///< all have texts in quotes
+        bool cortada = false;            ///< it ends in the middle of a row
         bool enUtf8 = false;
         bool soloRetornos = false; ///< no line feed ends its lines, which are read as one
 

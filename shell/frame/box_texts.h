@@ -37,7 +37,8 @@ inline constexpr const char* kAlgunasNoSalvadas =
 
 } // namespace cajas
 
-// What a run says behind its summary where its input may not be what it was read as.
+// What a run says behind its summary where its input may not be what it was read as, or its outputs
+// aren't what they seem.
 namespace observaciones {
 
 inline constexpr const char* kNoEsIntercambio =
@@ -55,6 +56,9 @@ inline constexpr const char* kLineasLargas =
     "Todas las líneas de %s son más largas que las de su forma"_ansi;
 inline constexpr const char* kLineasCortas =
     "Todas las líneas de %s son más cortas que las de su forma"_ansi;
+inline constexpr const char* kOtraUltima = "En %s hay parcelas, %d, de otro municipio que el de su "
+                                           "última línea, %03d, que es donde se han "
+                                           "buscado los datos de todas. ¿Sobra esa línea?"_ansi;
 inline constexpr const char* kTabuladores = "En %s hay líneas con tabuladores, %d. El texto que "
                                             "lleva uno queda partido en su tabla, y lo que "
                                             "va detrás se lee en otra columna"_ansi;
@@ -63,6 +67,19 @@ inline constexpr const char* kFilasPartidas =
     "detrás se lee en otra columna"_ansi;
 inline constexpr const char* kFilasIncompletas =
     "En %s hay filas sin algún campo que deben tener, %d. No se han leído"_ansi;
+inline constexpr const char* kFilasSinMunicipio =
+    "En %s hay filas sin número de municipio, %d. No se han leído"_ansi;
+inline constexpr const char* kFilasDeOtraGer =
+    "En %s hay filas de otra provincia que la de la lista, %d. Se han leído como del municipio"_ansi;
+inline constexpr const char* kFilasRepetidas =
+    "En %s hay filas de parcelas que ya tienen otra, %d. Vale la primera"_ansi;
+inline constexpr const char* kJornadasConComa =
+    "En %s hay jornadas con coma decimal, %d. Se han leído sin sus decimales"_ansi;
+inline constexpr const char* kEntreComillas =
+    "Los textos de %s van entre comillas, que se han leído como parte de ellos"_ansi;
+inline constexpr const char* kTablaCortada = "El archivo %s acaba a mitad de una fila"_ansi;
+inline constexpr const char* kColumnasPropias =
+    "Las filas de %s tienen más columnas que las de su tabla, que no se reescriben"_ansi;
 inline constexpr const char* kListaConMarca =
     "La lista %s empieza por una marca de Unicode y se ha leído mal: guárdela como ANSI"_ansi;
 inline constexpr const char* kSinPoligonos = "La lista %s no nombra ningún polígono"_ansi;
@@ -72,5 +89,9 @@ inline constexpr const char* kNingunaFila = "De %s no ha valido ninguna fila com
 inline constexpr const char* kEsOtraTabla = "La cabecera de %s es la de otra tabla, no la de %s";
 inline constexpr const char* kFilasAjenas =
     "En %s hay filas de otros municipios, %d, que no se reescriben";
+
+inline constexpr const char* kDibujoSinLeer =
+    "El archivo %s está en su sitio y no se pudo leer: lo escrito no cuenta con él"_ansi;
+inline constexpr const char* kDetenido = "El proceso se detuvo: lo escrito no está completo"_ansi;
 
 } // namespace observaciones

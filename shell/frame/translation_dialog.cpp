@@ -244,8 +244,10 @@ LRESULT CTraduccionDlg::OnAvance(WPARAM wParam, LPARAM lParam)
         Porcentaje(static_cast<std::uint32_t>(wParam), static_cast<std::int32_t>(lParam));
     Progreso.SendMessage(PBM_SETPOS, hecho, 0);
     if (!EnMarcha &&
-        m_proceso) // by this answer a run ends; a stop behind the last one stops nothing
+        m_proceso) { // by this answer a run ends; a stop behind the last one stops nothing
         AfxGetApp()->NotaParada();
+        m_proceso->detenido = true;
+    }
     return EnMarcha ? 1 : 0;
 }
 

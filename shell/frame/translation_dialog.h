@@ -175,6 +175,7 @@ private:
         CNombresEnDisco nombres; // of the folders in which drawings were looked for
         CEscritos escritos;
         std::optional<UINT> focoAntes; ///< before the run switched the controls off
+        bool detenido = false;         ///< by its user, who has what was written by then
     };
 
     bool m_enLote = false;

@@ -11,6 +11,11 @@ namespace {
 
 constexpr UINT kCrea = CFile::modeCreate | CFile::modeWrite;
 
+bool NoEsta(const sistema::Error& error)
+{
+    return error == std::errc::no_such_file_or_directory || error == std::errc::not_a_directory;
+}
+
 } // namespace
 
 void CTraduccionDlg::EmpiezaProceso(const std::vector<CString>& ficheros)
@@ -44,8 +49,12 @@ bool CTraduccionDlg::AbreDibujo(CFile& fichero, const CString& nombre)
     constexpr UINT kModo = CFile::modeRead | CFile::anyCase | CFile::modeWhole;
     CFileException fallo;
     const bool abierto = fichero.Open(nombre, kModo, &fallo, m_proceso->nombres);
-    if (!abierto)
+    if (!abierto) {
         CajaError(cajas::kNoExiste, fallo);
+        if (!NoEsta(fallo.m_causa)) // its parcels are missing for now, and those of an older output
+                                    // aren't
+            Sospecha(observaciones::kDibujoSinLeer, nombre);
+    }
     return abierto;
 }
 
@@ -133,6 +142,8 @@ bool CTraduccionDlg::CreaSalida(CStdioFile& fichero, const CString& nombre, cons
 
 void CTraduccionDlg::ConfirmaSalidas()
 {
+    if (m_proceso->detenido)
+        Sospecha(observaciones::kDetenido);
     m_proceso->salidas.Confirma();
     for (const CConservada& una : m_proceso->salidas.Conservadas())
         Observa("%s", una.Frase());

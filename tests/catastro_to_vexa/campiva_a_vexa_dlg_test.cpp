@@ -197,6 +197,8 @@ TEST_F(Traduccion, AsksBeforeItStops)
     for (const auto& caso : casos) {
         SCOPED_TRACE(caso.motivo);
         carpeta.Pon("entrada.txt", entrada);
+        carpeta.Pon("Parajes.txt", "antes");
+        std::filesystem::remove(carpeta.Ruta() / "Parajes.txt.anterior");
         aplicacion.WriteProfileString("CampivaAVexa", "ArchivoEntrada", "antes");
         CGuion& guion = aplicacion.guion;
         guion.cajas.clear();
@@ -219,6 +221,11 @@ TEST_F(Traduccion, AsksBeforeItStops)
                 EXPECT_EQ(caja.flags, 36U);
             }
         EXPECT_EQ(preguntas, caso.preguntas);
+        const bool parado = caso.respuestas.back() == IDYES;
+        const auto& dicho = guion.escritos.observaciones;
+        EXPECT_EQ(dicho.empty() ? "" : ansi::AUtf8(dicho[0]),
+                  parado ? "El proceso se detuvo: lo escrito no está completo" : "");
+        EXPECT_EQ(carpeta.Lee("Parajes.txt.anterior"), parado ? "antes" : "(no file)");
         EXPECT_EQ(guion.cajas.back().titulo, "Fin del proceso");
         EXPECT_EQ(dialogo.Terminado(), caso.cerrado);
         EXPECT_EQ(Ajuste(aplicacion, "ArchivoEntrada") == "antes", !caso.cerrado);

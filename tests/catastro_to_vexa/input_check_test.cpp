@@ -17,6 +17,8 @@ std::string Veces(int veces, const std::string& linea)
 
 const std::string kBuena = "PJ045127   00001LA ERA" + std::string(30, ' ');
 
+const std::string kParcela = "PR045127" + std::string(100, ' ');
+
 } // namespace
 
 TEST(EntradaSospechosa, IsToldBehindTheSummaryAndKeepsWhatItsTablesReplace)
@@ -51,6 +53,14 @@ TEST(EntradaSospechosa, IsToldBehindTheSummaryAndKeepsWhatItsTablesReplace)
          "2. El texto que lleva uno queda partido en su tabla, y lo que va detrás se lee en otra "
          "columna"},
         {"a few short ones may be so", Veces(9, "PJ045127   00001"), 0, ""},
+        {"parcels of one municipality", kBuena + "\r\n" + Veces(2, kParcela), 0, ""},
+        {"a last line that is none", kBuena + "\r\n" + Veces(2, kParcela) + "FIN", 0,
+         "hay parcelas, 2, de otro municipio que el de su última línea, 000, que es donde se han "
+         "buscado los datos de todas. ¿Sobra esa línea?"},
+        {"two municipalities",
+         Veces(1, kParcela) + "PJ045128   00001LA ERA" + std::string(30, ' ') + "\r\n", 0,
+         "hay parcelas, 1, de otro municipio que el de su última línea, 128, que es donde se han "
+         "buscado los datos de todas. ¿Sobra esa línea?"},
     };
     for (const auto& caso : casos) {
         SCOPED_TRACE(caso.motivo);

@@ -343,7 +343,98 @@ TEST_F(Cruce, TellsRowsThatATabTooManyHasSplitAndThoseThatLackAField)
                         "que va detrás se lee en otra columna");
         EXPECT_EQ(dice(tabla, {entera, incompleta, incompleta}),
                   hay + "sin algún campo que deben tener, 2. No se han leído");
-        EXPECT_EQ(dice(tabla, {entera, entera, ajena(partida), ajena(incompleta)}), "");
-        EXPECT_EQ(dice(tabla, {partida, partida}), "") << "columns of somebody's own";
+        EXPECT_EQ(dice(tabla, {entera, ajena(partida), ajena(incompleta)}), "");
+        EXPECT_EQ(dice(tabla, {partida}), "") << "columns of somebody's own";
+    }
+}
+
+TEST_F(Cruce, TellsRowsThatAreReadOtherwiseThanTheySeemOrNotAtAll)
+{
+    const auto fila = [](const std::string& parcela, const std::string& detras = "") {
+        return Fila({"045", "127", "0", "1", parcela, "3", "", "", "1", "PR", "100", "VIEJA", "",
+                     "", "1", " "}) +
+               detras;
+    };
+    const std::string una = fila("1");
+    const std::string otra = fila("2");
+    const std::string sinFin = una.substr(0, una.size() - 2);
+    const auto modulo = [](const std::string& jornadas) {
+        return Fila({"045", "127", "LR", "1", "LABOR", "0", jornadas});
+    };
+    const std::string hay = "En Parcelas.txt hay filas ";
+    const struct {
+        const char* motivo;
+        std::string tabla;
+        Textos filas;
+        int modificar;
+        std::string observacion;
+    } casos[] = {
+        {"all is well", "Parcelas", {una, otra}, 1, ""},
+        {"blank rows", "Parcelas", {una, " \r\n", "\t\t\r\n", otra}, 1, ""},
+        {"no number of a municipality",
+         "Parcelas",
+         {una, "045\t\t0\t1\t2\r\n"},
+         0,
+         hay + "sin número de municipio, 1. No se han leído"},
+        {"numbers in quotes",
+         "Parcelas",
+         {una, "\"045\"\t\"127\"\t0\t1\t2\r\n"},
+         0,
+         hay + "sin número de municipio, 1. No se han leído"},
+        {"another province",
+         "Parcelas",
+         {una, "046" + otra.substr(3)},
+         0,
+         hay + "de otra provincia que la de la lista, 1. Se han leído como del municipio"},
+        {"a parcel twice",
+         "Parcelas",
+         {una, otra, una, una},
+         0,
+         hay + "de parcelas que ya tienen otra, 2. Vale la primera"},
+        {"the end of the last row is missing",
+         "Parcelas",
+         {una, otra.substr(0, 20)},
+         0,
+         "El archivo Parcelas.txt acaba a mitad de una fila"},
+        {"the last line end alone is missing", "Parcelas", {otra, sinFin}, 0, ""},
+        {"a short row that is whole",
+         "Parcelas",
+         {una, otra.substr(0, 20) + "\r\n"},
+         0,
+         hay + "sin algún campo que deben tener, 1. No se han leído"},
+        {"columns of somebody's own", "Parcelas", {sinFin + "\tnota\r\n"}, 0, ""},
+        {"columns of somebody's own, which are not written",
+         "Parcelas",
+         {sinFin + "\tnota\r\n"},
+         1,
+         "Las filas de Parcelas.txt tienen más columnas que las de su tabla, que no se reescriben"},
+        {"texts in quotes",
+         "Parajes",
+         {"045\t127\t0\t1\t\"LA ERA\"\r\n"},
+         0,
+         "Los textos de Parajes.txt van entre comillas, que se han leído como parte de ellos"},
+        {"a text in quotes",
+         "Parajes",
+         {"045\t127\t0\t1\t\"LA ERA\"\r\n", "045\t127\t0\t2\tEL \"ALTO\"\r\n"},
+         0,
+         ""},
+        {"days with a point", "Modulos", {modulo("34.75")}, 0, ""},
+        {"days with a comma",
+         "Modulos",
+         {modulo("34,75")},
+         0,
+         "En Modulos.txt hay jornadas con coma decimal, 1. Se han leído sin sus decimales"},
+    };
+    Parcela("1", "3");
+    lista = kLista;
+    for (const auto& caso : casos) {
+        SCOPED_TRACE(caso.motivo);
+        const Textos antes = std::exchange(tablas[caso.tabla], caso.filas);
+        Ejecuta(caso.modificar);
+        tablas[caso.tabla] = antes;
+        const auto& dicho = aplicacion.guion.escritos.observaciones;
+        EXPECT_EQ(dicho.empty() ? "" : carpeta.SinRuta(ansi::AUtf8(dicho[0])), caso.observacion);
+        EXPECT_EQ(std::filesystem::remove(carpeta.Ruta() / "Parcelas.txt.anterior"),
+                  caso.modificar != 0 && !caso.observacion.empty());
     }
 }

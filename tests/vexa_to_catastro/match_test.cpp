@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "tests/vexa_to_catastro/run_fixture.h"
 
 TEST_F(Cruce, AParcelTakesItsSurfaceFromThePolygonThatBearsItsNumber)
@@ -255,19 +257,34 @@ TEST_F(Cruce, GoesOnWithoutTheFilesOfAPolygon)
         {"1.PAR", {"El archivo 1.PAR no existe"}, 30},
         {"1.SUB", {"El archivo 1.SUB no existe"}, 44},
     };
-    for (const auto& caso : casos) {
-        SCOPED_TRACE(caso.falta);
-        CDibujoPrueba dibujo(carpeta);
-        dibujo.par = {{kParcela, 44, dibujo.Parcela("1", 10, 10), {}}};
-        dibujo.Graba();
-        std::filesystem::remove(carpeta.Ruta() / caso.falta);
-        Ejecuta(0, 1, 0);
-        Textos cajas = Errores();
-        cajas.erase(cajas.begin(), cajas.begin() + 2); // the sheets'
-        EXPECT_EQ(cajas, caso.cajas);
-        EXPECT_EQ(Superficies("PR"), std::vector<int>{caso.superficie});
-        EXPECT_EQ(aplicacion.guion.cajas.back().titulo, "Fin del proceso");
-    }
+    for (const auto& caso : casos)
+        for (const bool esCarpeta : {false, true}) { // in its place, which can't be read
+            SCOPED_TRACE(caso.falta + std::string(esCarpeta ? ", a folder" : ""));
+            CDibujoPrueba dibujo(carpeta);
+            dibujo.par = {{kParcela, 44, dibujo.Parcela("1", 10, 10), {}}};
+            dibujo.Graba();
+            std::filesystem::remove(carpeta.Ruta() / caso.falta);
+            if (esCarpeta)
+                std::filesystem::create_directory(carpeta.Ruta() / caso.falta);
+            carpeta.Pon("045127.R", "antes");
+            std::filesystem::remove(carpeta.Ruta() / "045127.R.anterior");
+            Ejecuta(0, 1, 0);
+            std::filesystem::remove(carpeta.Ruta() / caso.falta);
+            Textos cajas = Errores();
+            cajas.erase(cajas.begin(), cajas.begin() + 2); // the sheets'
+            for (std::string& caja : cajas)
+                caja.resize(std::min(caja.size(), caja.find('\n'))); // the system's reason
+            EXPECT_EQ(cajas, caso.cajas);
+            EXPECT_EQ(Superficies("PR"), std::vector<int>{caso.superficie});
+            EXPECT_EQ(aplicacion.guion.cajas.back().titulo, "Fin del proceso");
+            const auto& dicho = aplicacion.guion.escritos.observaciones;
+            EXPECT_EQ(dicho.empty() ? "" : carpeta.SinRuta(ansi::AUtf8(dicho[0])),
+                      esCarpeta ? "El archivo " + std::string(caso.falta) +
+                                      " está en su sitio y no se pudo leer: lo escrito no cuenta "
+                                      "con él"
+                                : "");
+            EXPECT_EQ(carpeta.Lee("045127.R.anterior"), esCarpeta ? "antes" : "(no file)");
+        }
 }
 
 TEST_F(Cruce, TellsATopologyThatIsOutOfDate)

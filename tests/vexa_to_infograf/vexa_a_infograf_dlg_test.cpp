@@ -11,6 +11,7 @@
 
 #include "generator/cadastre_lines.h"
 #include "generator/drawing_files.h"
+#include "shell/frame/box_texts.h"
 #include "tests/support/drawing_in_the_making.h"
 #include "tests/support/files.h"
 #include "tests/support/scripted_front_end.h"
@@ -35,9 +36,9 @@ protected:
         EXPECT_TRUE(dialogo.GetDlgItem(IDC_TREN)->IsWindowEnabled());
     }
     /// The records, without the path in front of their blocks' names and the blanks at their ends.
-    Textos Registros() const
+    Textos Registros(std::string_view fichero = "045127.CSP") const
     {
-        Textos registros = carpeta.Lineas("045127.CSP");
+        Textos registros = carpeta.Lineas(fichero);
         for (std::string& linea : registros) {
             if (linea.starts_with("00"))
                 linea.erase(2, static_cast<std::size_t>(carpeta.En("").GetLength()));
@@ -225,6 +226,9 @@ TEST_F(InfografDeMuestra, AStopLeavesWhatWasWritten)
         ASSERT_LT(registros.size(), completos.size());
         EXPECT_TRUE(std::equal(registros.begin(), registros.end(), completos.begin()));
         ASSERT_EQ(aplicacion.guion.cajas.size(), 1U) << "the question, and no closing box";
+        const auto& dicho = aplicacion.guion.escritos.observaciones;
+        EXPECT_EQ(std::count(dicho.begin(), dicho.end(), CString(observaciones::kDetenido)), 1);
+        EXPECT_FALSE(Registros("045127.CSP.anterior").empty()) << "what was there before";
         EXPECT_EQ(carpeta.Lee("045127.ERR"), "");
         anterior = registros.size();
     }
