@@ -103,6 +103,7 @@ public:
     using GDALDataset::GetLayer;
     int GetLayerCount() const final
     {
+        AlContar();
         return NumCapas();
     }
     const OGRLayer* GetLayer(int i) const final
@@ -112,6 +113,7 @@ public:
 #else
     int GetLayerCount() final
     {
+        AlContar();
         return NumCapas();
     }
     OGRLayer* GetLayer(int i) final
@@ -128,6 +130,9 @@ protected:
     }
 
 private:
+    /// Called when GDAL asks how many layers there are.
+    virtual void AlContar() const {}
+
     int NumCapas() const
     {
         return static_cast<int>(m_capas.size());

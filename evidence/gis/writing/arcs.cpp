@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 
 namespace {
 
@@ -37,7 +38,7 @@ private:
 
 std::unique_ptr<OGRGeometry> SinArcos(const OGRGeometry& geometria, double tolerancia)
 {
-    constexpr double kGrados = 180 / 3.14159265358979323846;
+    constexpr double kGrados = 180 / std::numbers::pi;
     constexpr double kMayorPaso = 45; // degrees: an arc stays one
     CMayorRadio mayor;
     geometria.accept(&mayor);

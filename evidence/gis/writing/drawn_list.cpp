@@ -80,6 +80,13 @@ bool Situa(const CModoDibujo& modo, const CPorNumero& porNumero, const CString& 
     return true;
 }
 
+/// A name without what a table of numbers takes away from it.
+std::string_view LoQueDistingue(const CString& entrada)
+{
+    const std::string_view texto = SinBlancos(entrada);
+    return texto.substr(std::min(texto.find_first_not_of('0'), texto.size()));
+}
+
 } // namespace
 
 CListaDibujada::CListaDibujada(const CString& nombre, bool sustituye) : m_nombre(nombre)
@@ -102,6 +109,14 @@ const CString* CListaDibujada::PorVista(const char* entrada) const
 {
     const auto suya = m_porVista.find(entrada);
     return suya == m_porVista.end() ? nullptr : &suya->second;
+}
+
+CString CListaDibujada::CasiComo(const CString& entrada) const
+{
+    if (Tiene(entrada))
+        return {};
+    const auto casi = std::ranges::find(m_entradas, LoQueDistingue(entrada), LoQueDistingue);
+    return casi == m_entradas.end() ? CString() : *casi;
 }
 
 bool CListaDibujada::FijaMunicipio(const CPLStringList& opciones, const char* delOrigen)

@@ -30,6 +30,9 @@ public:
     const std::set<CString>& Entradas() const { return m_entradas; }
     /// The name that looks like this one, which is UTF-8; null for none.
     const CString* PorVista(const char* entrada) const;
+    /// The name that differs from this one, which isn't there, by zeros in front and blanks alone,
+    /// as a sheet or a table takes them away; empty for none.
+    CString CasiComo(const CString& entrada) const;
 
     /// Gives each outline and entity the name of its polygon's files: of one that tells its number
     /// alone, the name that the list, or another of them, has for it. What contradicts itself is

@@ -13,12 +13,15 @@ public:
     void Acaba()
     {
         m_abierta = false;
-        m_deshecho = m_deshecho || HayQuejaNueva();
+        Mira();
     }
     void Deshace() { m_deshecho = true; }
+    /// A look in between, while a complaint is still the last one: the copy of the source's next
+    /// layer may begin with another, or with none.
+    void Mira() { m_deshecho = m_deshecho || HayQuejaNueva(); }
 
     /// Asked where the dataset is closed, before anything else is done there.
-    bool Llego() const { return m_porPartes ? !m_abierta && !m_deshecho : !HayQuejaNueva(); }
+    bool Llego() const { return !m_deshecho && (m_porPartes ? !m_abierta : !HayQuejaNueva()); }
 
 private:
     /// Tells whether the last complaint is a failure, and no older one than the dataset.

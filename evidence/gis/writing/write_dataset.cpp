@@ -1,12 +1,15 @@
 #include "evidence/gis/writing/write_dataset.h"
 
+#include <cmath>
 #include <functional>
+#include <optional>
 #include <utility>
 
 #include "evidence/gis/complaints.h"
 #include "evidence/gis/names.h"
 #include "evidence/paths.h"
 #include "platform/ansi.h"
+#include "platform/plain_texts.h"
 
 namespace {
 
@@ -63,6 +66,13 @@ bool EsDeAlgunDibujo(const CEntidadEntrante& /*entidad*/)
     return false; // with a place it is the sheets'
 }
 
+/// Metres that a chord may be off its arc; none for what is no such number.
+std::optional<double> Tolerancia(const char* texto)
+{
+    const std::optional<double> metros = NumeroDe<double>(texto);
+    return metros && std::isfinite(*metros) && *metros > 0 ? metros : std::nullopt;
+}
+
 } // namespace
 
 GDALDataset* CMunicipioNuevo::Crea(const char* lista, int bandas, CSLConstList opciones)
@@ -85,6 +95,12 @@ GDALDataset* CMunicipioNuevo::Crea(const char* lista, int bandas, CSLConstList o
             FallaCon("La opción %s es SI o NO"_ansi, opcion);
             return nullptr;
         }
+    if (const char* arcos = CSLFetchNameValue(opciones, opcion::kArcos);
+        arcos != nullptr && !Tolerancia(arcos)) {
+        FallaCon("La opción %s es un número de metros mayor que 0, con punto decimal"_ansi,
+                 opcion::kArcos);
+        return nullptr;
+    }
     return new CMunicipioNuevo(lista, opciones); // NOLINT(cppcoreguidelines-owning-memory): GDAL's
 }
 
@@ -100,7 +116,7 @@ CMunicipioNuevo::CMunicipioNuevo(const char* lista, CSLConstList opciones)
               : EQUAL(ganan, opcion::kRotulos) ? Ganan::Rotulos
                                                : Ganan::Nadie,
               &m_noticias};
-    m_tolerancia = CPLAtof(m_opciones.FetchNameValueDef(opcion::kArcos, "0"));
+    m_tolerancia = Tolerancia(m_opciones.FetchNameValueDef(opcion::kArcos, "")).value_or(0);
     m_sustituye = SiNo(opcion::kSustituye);
     m_simula = SiNo(opcion::kSimula);
 }
@@ -147,6 +163,7 @@ bool CMunicipioNuevo::RechazaCapa(const CString& motivo)
 
 OGRLayer* CMunicipioNuevo::CreaCapa(const char* nombre, const OGRSpatialReference* referencia)
 {
+    m_fin.Mira();
     return SinExcepciones<OGRLayer*>(nullptr, [&]() -> OGRLayer* {
         const std::optional<ClaseTopologia> clase = ClaseDeCapa(nombre);
         const std::optional<ClaseEntidad> entidad = ClaseDeEntidad(nombre);
@@ -206,6 +223,7 @@ OGRErr CMunicipioNuevo::RollbackTransaction()
 bool CMunicipioNuevo::Toma(const std::optional<ClaseTopologia>& clase,
                            const std::optional<ClaseEntidad>& entidad, const OGRFeature& elemento)
 {
+    m_fin.Mira();
     if (!m_hayLista)
         m_hayLista = !m_sustituye && HayFichero(m_lista);
     if (clase && *m_hayLista)

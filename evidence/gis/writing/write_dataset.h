@@ -37,6 +37,7 @@ private:
 
     CMunicipioNuevo(const char* lista, CSLConstList opciones);
 
+    void AlContar() const override { m_fin.Mira(); } // which ogr2ogr has done for each layer
     bool Sabe(const char* capacidad) const override;
     OGRLayer* CreaCapa(const char* nombre, const OGRSpatialReference* referencia) override;
 
@@ -87,7 +88,7 @@ private:
 
     CString m_lista;
     CPLStringList m_opciones;
-    CFinDelOrigen m_fin;
+    mutable CFinDelOrigen m_fin; // looks at GDAL's complaints, whoever asks for what
     CNoticias m_noticias;
     CModoDibujo m_modo;
     double m_tolerancia = 0; // of arcs, in metres

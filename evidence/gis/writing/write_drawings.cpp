@@ -218,8 +218,16 @@ bool CMunicipioNuevo::TienenFicherosPropios(const CListaDibujada& lista,
     const auto poligono = [](const CString& nombre) { return "el polígono "_ansi + nombre; };
     for (const CString& entrada : lista.Entradas())
         deQuien.try_emplace(fichero(entrada), poligono(entrada));
-    for (const CPedidoDibujo& pedido : pedidos)
+    for (const CPedidoDibujo& pedido : pedidos) {
         apunta(pedido.nombre, poligono(pedido.nombre));
+        const CString casi = lista.CasiComo(pedido.nombre);
+        if (casi.IsEmpty())
+            continue;
+        FallaCon("El polígono %s no está en la lista, y está %s: un mismo polígono no tiene dos "
+                 "dibujos que solo ceros o blancos distinguen"_ansi,
+                 pedido.nombre, casi);
+        bien = false;
+    }
     if (!m_hojas.IsEmpty())
         apunta(m_hojas, "el dibujo de las hojas");
     return bien;

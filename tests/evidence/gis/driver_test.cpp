@@ -427,6 +427,18 @@ TEST_F(Driver, RefusesACodeThatNoDrawingCouldTellTheLengthOf)
     EXPECT_EQ(carpeta.Cuantos(), 0);
 }
 
+TEST_F(Driver, RefusesOptionsThatSayNothing)
+{
+    for (const char* opcion :
+         {"TOLERANCIA_ARCOS=0,05", "TOLERANCIA_ARCOS=nan", "TOLERANCIA_ARCOS=inf",
+          "TOLERANCIA_ARCOS=0", "TOLERANCIA_ARCOS=-1", "TOLERANCIA_ARCOS=1 m", "PIEZAS=QUIZA"}) {
+        SCOPED_TRACE(opcion);
+        dicho.clear();
+        EXPECT_EQ(Crea({"GER=45", "MUN=127", opcion}), nullptr);
+        EXPECT_NE(dicho.find("fallo: La opción "), std::string::npos) << dicho;
+    }
+}
+
 TEST_F(Driver, GoesOnWhereAnOptionSaysSo)
 {
     const struct {

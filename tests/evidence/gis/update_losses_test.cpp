@@ -67,6 +67,20 @@ TEST_F(Update, WritesNothingWhereItsSourceBreaksOff)
              CPLErrorReset();
          },
          true},
+        {"one before the next layer is begun",
+         [&](GDALDataset& datos) {
+             falla();
+             datos.GetLayerCount(); // as ogr2ogr asks, which forgets it then
+             CPLErrorReset();
+         },
+         false},
+        {"one before the next layer, without the question",
+         [&](GDALDataset& datos) {
+             falla();
+             datos.CreateLayer("subparcelas");
+             CPLErrorReset();
+         },
+         false},
         {"all in a transaction",
          [](GDALDataset& datos) {
              datos.StartTransaction();
@@ -362,6 +376,21 @@ TEST_F(Update, RefusesANewNameThatBreaksALine)
     Escribe({{"parcelas", Elementos("parcelas")}});
     EXPECT_EQ(dicho, "");
     EXPECT_EQ(carpeta.Lee("1.PAR") + carpeta.Lee("1.BIN"), era);
+}
+
+TEST_F(Update, MakesNoSecondDrawingForANameWithoutItsZeros)
+{
+    const auto parcela = [](const char* entrada) {
+        return CValores{{"entrada", entrada}, {"parcela", "7"}, {"wkt", kCuadro}};
+    };
+    for (const char* entrada : {"01", "1 ", " 001"}) {
+        SCOPED_TRACE(entrada);
+        Escribe({{"parcelas", {parcela(entrada)}}});
+        EXPECT_NE(dicho.find("no está en la lista, y está 1: "), std::string::npos) << dicho;
+        EXPECT_EQ(Cambiados(), Lineas());
+    }
+    Escribe({{"parcelas", {parcela("1B")}}});
+    EXPECT_EQ(dicho.find("fallo: "), std::string::npos) << dicho;
 }
 
 TEST_F(Update, WritesOverNoFilesThatHaveAnotherName)
