@@ -221,10 +221,13 @@ void SueltaTuberiaRota()
 
 bool EsperaLinea()
 {
-    // A read would be taken up again behind a signal, this is not.
+    // A read would be taken up again behind a signal, this is not; one that came just before is
+    // seen at the next look.
+    constexpr int kUnRato = 100; // milliseconds
     pollfd entrada = {STDIN_FILENO, POLLIN, 0};
     while (!HayQueAcabar()) {
-        if (poll(&entrada, 1, -1) >= 0 || errno != EINTR)
+        const int listos = poll(&entrada, 1, kUnRato);
+        if (listos > 0 || (listos < 0 && errno != EINTR))
             return true;
         if (g_interrupcion != 0) // at the question whether to stop it is the second one
             g_final = SIGINT;

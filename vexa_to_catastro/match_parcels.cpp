@@ -14,7 +14,7 @@ namespace {
 /// Tens of metres, modulo 1000, of a coordinate in hundredths of a metre.
 int Recorta(int coordenada)
 {
-    return coordenada / 1000 - coordenada / 1000000 * 1000;
+    return coordenada / 1000 % 1000;
 }
 
 } // namespace

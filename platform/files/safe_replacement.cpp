@@ -154,7 +154,7 @@ void CReemplazo::Prepara(std::string_view marca, Error& error)
     if (EstaEnSitio())
         GuardaCopia(marca, error);
     else if (DejaRastro())
-        GuardaAnterior(marca, error);
+        ApartaLoQueHabia(marca, error);
     if (error)
         return;
     m_paso = Paso::Preparado;
@@ -185,7 +185,7 @@ void CReemplazo::GuardaCopia(std::string_view marca, Error& error)
     m_temporal.clear();
 }
 
-void CReemplazo::GuardaAnterior(std::string_view marca, Error& error)
+void CReemplazo::ApartaLoQueHabia(std::string_view marca, Error& error)
 {
     Ruta antes = lado::De(m_destino, lado::kAntes, marca);
     sistema::Enlaza(m_destino, antes, error);

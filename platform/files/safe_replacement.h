@@ -93,7 +93,7 @@ private:
     Apertura CreaEnSitio(std::string_view marca, Error& error);
     void CreaCopia(std::string_view marca, Error& error);
     void GuardaCopia(std::string_view marca, Error& error);
-    void GuardaAnterior(std::string_view marca, Error& error);
+    void ApartaLoQueHabia(std::string_view marca, Error& error);
     bool EsComoAlAbrir(const sistema::CEstado& ahora) const;
     bool Devuelve() noexcept;
     bool DevuelveEnSitio() noexcept;

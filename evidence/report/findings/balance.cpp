@@ -70,8 +70,10 @@ void CCotejo::Acaba(CPartida& partida)
             partida.Faltan(1, *esperado++);
         else if (esperado == quedan.end() || *hallado < *esperado)
             partida.Faltan(-1, *hallado++);
-        else
-            ++esperado, ++hallado;
+        else {
+            ++esperado;
+            ++hallado;
+        }
     }
 }
 

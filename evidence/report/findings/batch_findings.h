@@ -60,7 +60,7 @@ inline constexpr CColumnaLote kColumnasLote[] = {
 /// All jobs, the worst first.
 struct CResumenLote {
     /// Puts them in their order: by what became of them, then what nothing explains, what was lost,
-    /// errors, warnings, and by their places in the table.
+    /// messages without a cause, errors, warnings, and by their places in the table.
     void Ordena();
     std::int64_t Cuantos(Suerte suerte) const;
     /// Of all jobs that have a value; 0 for none.

@@ -79,10 +79,10 @@ void CPersonasDeDos::Numera()
 /// Ties those on either side who alone have a text of that field.
 void CPersonasDeDos::Empareja(CString CPersona::*campo, CCambioPersona::Que que)
 {
-    constexpr int kVarias = -1;
+    constexpr int kNinguna = -1;
     struct CLados {
-        int antes = -1;
-        int ahora = -1;
+        int antes = kNinguna;
+        int ahora = kNinguna;
         bool varias = false;
     };
     std::map<std::string_view, CLados> porTexto;
@@ -93,7 +93,7 @@ void CPersonasDeDos::Empareja(CString CPersona::*campo, CCambioPersona::Que que)
             if (texto.IsEmpty() || sueltos[i].pareja >= 0)
                 continue;
             CLados& lados = porTexto[texto];
-            lados.varias = lados.varias || lados.*lado != kVarias;
+            lados.varias = lados.varias || lados.*lado != kNinguna;
             lados.*lado = static_cast<int>(i);
         }
     };

@@ -17,8 +17,8 @@ enum class ClaseEstado { NoEs, Catastro, FicheroR, Tablas };
 /// once, and a state is looked at before it is read. Empty for nothing.
 std::string ReparoDeTipo(const CString& nombre);
 
-/// What a name stands for: a folder with tables, or what the first lines of a file look like.
-/// Raises CFileException where it isn't there or can't be looked at.
+/// What a name stands for: a folder with tables, or what the first lines of a file look like; no
+/// state where it isn't there. Raises CFileException where it can't be looked at.
 ClaseEstado ClaseDeEstado(const CString& nombre);
 
 /// A state, and what it was read from.
@@ -29,8 +29,8 @@ struct CEstadoLeido {
     std::string reparo; ///< why it is none, a sentence without its end; empty for nothing
 };
 
-/// Reads the state that a name stands for. What it lacks to be one is told as its `reparo`. Raises
-/// CFileException where it isn't there or can't be read.
+/// Reads the state that a name stands for. What it lacks to be one, to be there at all, is told as
+/// its `reparo`. Raises CFileException where it can't be read.
 CEstadoLeido LeeEstado(const CString& nombre);
 /// The same of tables, whatever their names.
 /// \param carpeta  what the state is called by
