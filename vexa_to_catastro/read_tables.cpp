@@ -97,6 +97,16 @@ bool AcabaEnLinea(CStdioFile& texto)
 
 } // namespace
 
+void CVexaACampiva2Dlg::CTablaVista::CuentaFila(std::string_view fila, int suyo, int municipio,
+                                                bool primera)
+{
+    ++todas;
+    if (suyo != 0)
+        ajenas += suyo != municipio ? 1 : 0;
+    else if (!primera) // which may be somebody's header
+        sinMunicipio += EstaEnBlanco(fila) ? 0 : 1;
+}
+
 bool CVexaACampiva2Dlg::LeeTabla(UINT estado, const CString& archivo, std::size_t campos,
                                  const CMunicipio& municipio, CTablaVista& vista,
                                  const CTomaFila& toma)
@@ -122,11 +132,8 @@ bool CVexaACampiva2Dlg::LeeTabla(UINT estado, const CString& archivo, std::size_
         const int suyo = MunicipioDeFila(fila);
         if (cabecera)
             vista.cabecera = fila;
-        else if (!fila.IsEmpty()) {
-            ++vista.todas;
-            vista.ajenas += suyo != 0 && suyo != municipio.Mun ? 1 : 0;
-            vista.sinMunicipio += suyo == 0 && !primera && !EstaEnBlanco(fila) ? 1 : 0;
-        }
+        else if (!fila.IsEmpty())
+            vista.CuentaFila(fila, suyo, municipio.Mun, primera);
         primera = false;
         // A header line reads as municipality 0, which is no other municipality's code.
         esSuya = suyo == municipio.Mun && (!cabecera || municipio.Mun != 0);

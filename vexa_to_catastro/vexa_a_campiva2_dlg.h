@@ -80,6 +80,10 @@ private:
         bool soloRetornos = false; ///< no line feed ends its lines, which are read as one
 
         void Cuenta(bool leida) { ++(leida ? tomadas : incompletas); }
+        /// Counts a row that isn't empty, whosever it is.
+        /// \param suyo       the municipality's number that stands in it
+        /// \param municipio  the one that is read
+        void CuentaFila(std::string_view fila, int suyo, int municipio, bool primera);
     };
 
     // The six tables, in the order in which records need one another.

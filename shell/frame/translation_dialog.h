@@ -170,6 +170,8 @@ private:
 
     /// What the frame knows of the run at work. It goes with the run, whatever ends it.
     struct CProceso {
+        CProceso(); // elsewhere, as in here the dialog isn't whole yet
+
         CStdioFile log;
         CConjuntoSalidas salidas;
         CNombresEnDisco nombres; // of the folders in which drawings were looked for

@@ -18,6 +18,8 @@ bool NoEsta(const sistema::Error& error)
 
 } // namespace
 
+CTraduccionDlg::CProceso::CProceso() = default;
+
 void CTraduccionDlg::EmpiezaProceso(const std::vector<CString>& ficheros)
 {
     m_proceso.emplace();
