@@ -63,8 +63,45 @@ if(NOT left STREQUAL changed OR NOT said MATCHES "poligonos.txt was changed and 
 endif()
 file(REMOVE ${changed})
 execute_process(COMMAND ${CMAKE_COMMAND} --build ${BUILD} --target uninstall
-  OUTPUT_QUIET COMMAND_ERROR_IS_FATAL ANY)
+  OUTPUT_VARIABLE said COMMAND_ERROR_IS_FATAL ANY)
 file(GLOB_RECURSE left "${WORK}/the usr/*")
 if(left OR EXISTS "${WORK}/the usr/share/campiva" OR EXISTS "${WORK}/the usr/share/doc/campiva")
   message(FATAL_ERROR "left behind: ${left}")
+endif()
+if(NOT said MATCHES "were taken away")
+  message(FATAL_ERROR "it doesn't say how many: ${said}")
+endif()
+execute_process(COMMAND ${CMAKE_COMMAND} --build ${BUILD} --target uninstall
+  OUTPUT_VARIABLE said ERROR_VARIABLE said RESULT_VARIABLE status)
+if(status EQUAL 0)
+  message(FATAL_ERROR "nothing is left to be taken away, and it says: ${said}")
+endif()
+
+# Wherever it was put it goes, and nothing of anybody else's with it.
+foreach(place "Año ñ [1] x" "[1" "y; z")
+  set(prefix "${WORK}/${place}")
+  set(somebodys "${prefix}/share/campiva/samples/villanueva_dibujos/mis parcelas.txt")
+  execute_process(COMMAND ${CMAKE_COMMAND} --install ${BUILD} --prefix "${prefix}"
+    OUTPUT_QUIET COMMAND_ERROR_IS_FATAL ANY)
+  file(WRITE "${somebodys}" "a month of work\n")
+  execute_process(COMMAND ${CMAKE_COMMAND} --build ${BUILD} --target uninstall
+    OUTPUT_QUIET COMMAND_ERROR_IS_FATAL ANY)
+  execute_process(COMMAND find "${prefix}" -type f OUTPUT_VARIABLE left)
+  if(NOT left STREQUAL "${somebodys}\n")
+    message(FATAL_ERROR "left behind under ${prefix}: ${left}")
+  endif()
+endforeach()
+
+# What was put aside for a package goes from there, whoever asks for it.
+set(other "${WORK}/usr/bin/campiva")
+file(WRITE "${other}" "another installation's")
+file(MAKE_DIRECTORY "${WORK}/work")
+execute_process(COMMAND ${CMAKE_COMMAND} -E env DESTDIR=aside
+    ${CMAKE_COMMAND} --install ${BUILD} --prefix "${WORK}/usr"
+  WORKING_DIRECTORY "${WORK}/work" OUTPUT_QUIET COMMAND_ERROR_IS_FATAL ANY)
+execute_process(COMMAND ${CMAKE_COMMAND} --build ${BUILD} --target uninstall
+  OUTPUT_QUIET COMMAND_ERROR_IS_FATAL ANY)
+execute_process(COMMAND find "${WORK}/work" -type f OUTPUT_VARIABLE left)
+if(left OR NOT EXISTS "${other}")
+  message(FATAL_ERROR "another's ${other} was taken, or left behind: ${left}")
 endif()
