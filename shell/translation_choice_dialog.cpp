@@ -21,7 +21,8 @@ BOOL CTipoTraduccionDlg::OnInitDialog()
     SetIcon(IDR_ICONO);
     try {
         TipoTraduccion = AfxGetApp()->GetProfileInt(kSeccion, kClave, 0);
-    } catch (const CFileException& fallo) { // the first of the three then
+    } catch (const CFileException& fallo) {
+        TipoTraduccion = 0;
         AfxGetApp()->CajaDeAjustes(cajas::kNoSeLeenAjustes, fallo);
     }
     UpdateData(false);

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <filesystem>
 #include <fstream>
 #include <map>
 #include <regex>
@@ -173,6 +174,25 @@ TEST(RutaDeDialogos, TheChoiceLeadsToItsDialogAndIsRemembered)
         EXPECT_EQ(aplicacion.m_pMainWnd, nullptr);
     }
 }
+
+#ifndef _WIN32 // where the settings are a file
+TEST(RutaDeDialogos, TheFirstIsMarkedWhereNothingCanBeRead)
+{
+    const CCarpetaPrueba carpeta;
+    std::filesystem::create_directories(carpeta.Ruta() / "config/VexaSoft/Campiva.ini");
+    CCampivaApp aplicacion;
+    CGuion guion;
+    std::vector<std::string> titulos;
+    guion.alMostrar = [&](CDialog& dialogo) {
+        titulos.push_back(ansi::AUtf8(dialogo.Plantilla().titulo));
+        dialogo.Pulsa(*dialogo.GetDlgItem(titulos.size() == 1 ? IDOK : IDCANCEL));
+    };
+    aplicacion.Arranca(guion, RecursosDelPrograma(), {}, "campiva.HLP");
+    EXPECT_EQ(titulos, (std::vector<std::string>{"Campiva", "Catastro campiva a Vexa"}));
+    ASSERT_FALSE(guion.cajas.empty());
+    EXPECT_EQ(guion.cajas[0].titulo, "Ajustes");
+}
+#endif
 
 namespace {
 
