@@ -113,6 +113,14 @@ int CVentanaComun::Espera(const std::function<int()>& caja)
     return respuesta;
 }
 
+void CVentanaComun::InicioDeProceso()
+{
+    if (m_avance == nullptr)
+        return;
+    m_relato.Olvida();
+    PonPie();
+}
+
 void CVentanaComun::FinDeProceso(const CEscritos& escritos)
 {
     PonSuTitulo();

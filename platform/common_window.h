@@ -37,6 +37,8 @@ public:
     void Refleja(const CControl& control);
     /// Has the user answer a box. The time that it takes is the user's and not the run's.
     int Espera(const std::function<int()>& caja);
+    /// A run is asked for.
+    void InicioDeProceso();
     /// The run at work is over.
     void FinDeProceso(const CEscritos& escritos);
 

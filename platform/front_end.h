@@ -60,6 +60,10 @@ public:
     /// one.
     virtual void Refleja(const CDialog& dialogo, const CControl& control) = 0;
 
+    /// Tells that a run of a dialog is asked for, which may come to nothing: what was told of the
+    /// one before is no longer so.
+    virtual void InicioDeProceso(const CDialog& /*dialogo*/) {}
+
     /// Tells that the run of a dialog, hidden or not, is over and what it left, so that the user
     /// can be led there.
     virtual void FinDeProceso(const CDialog& /*dialogo*/, const CEscritos& /*escritos*/) {}

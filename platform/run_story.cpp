@@ -78,8 +78,16 @@ CRelatoProceso::CRelatoProceso(CString programaInforme, bool seEnsaya)
     : m_programaInforme(std::move(programaInforme)),
       m_seEnsaya(seEnsaya && !sistema::BuscaPrograma(m_programaInforme).empty())
 {
+    Olvida();
+}
+
+void CRelatoProceso::Olvida()
+{
     const std::filesystem::path aqui = sistema::Entera("nombre").parent_path();
     m_texto = Formatea(textos::kNombresSinCarpeta, ansi::AUtf8(sistema::Nombre(aqui)));
+    m_log = CString();
+    m_carpeta = CString();
+    m_deInforme = CString();
 }
 
 void CRelatoProceso::Avanza(Reloj::time_point ahora, int hecho)
@@ -87,9 +95,7 @@ void CRelatoProceso::Avanza(Reloj::time_point ahora, int hecho)
     if (!m_enProceso) {
         m_enProceso = true;
         m_inicio = m_inicioFase = ahora;
-        m_log = CString();
-        m_carpeta = CString();
-        m_deInforme = CString();
+        Olvida();
     } else if (hecho < m_hecho) {
         m_inicioFase = ahora;
     }

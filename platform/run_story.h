@@ -31,6 +31,8 @@ public:
     /// \param seEnsaya  the run can be tried first by that program
     explicit CRelatoProceso(CString programaInforme, bool seEnsaya = false);
 
+    /// Forgets the run before: another is asked for.
+    void Olvida();
     /// The run goes on. The first time it begins.
     /// \param hecho  per cent of the phase; where it falls, a new phase began
     void Avanza(Reloj::time_point ahora, int hecho);
@@ -40,7 +42,7 @@ public:
     void Descuenta(Reloj::duration espera);
 
     bool EnProceso() const { return m_enProceso; }
-    /// Before the first run: into which folder names without one go.
+    /// As long as there is no run to tell of: into which folder names without one go.
     const std::string& Texto() const { return m_texto; }
     /// Paths to be offered; empty for none, and as long as a run is at work.
     const CString& Log() const { return m_log; }

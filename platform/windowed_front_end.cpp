@@ -68,6 +68,12 @@ void CFrontalVentanas::Refleja(const CDialog& dialogo, const CControl& control)
         ventana->Refleja(control);
 }
 
+void CFrontalVentanas::InicioDeProceso(const CDialog& dialogo)
+{
+    if (CVentanaComun* ventana = VentanaDe(dialogo))
+        ventana->InicioDeProceso();
+}
+
 void CFrontalVentanas::FinDeProceso(const CDialog& dialogo, const CEscritos& escritos)
 {
     if (CVentanaComun* ventana = VentanaDe(dialogo))

@@ -14,6 +14,7 @@ class CFrontalVentanas : public CFrontal {
 public:
     void AtiendeUno(CDialog& dialogo) override;
     void Refleja(const CDialog& dialogo, const CControl& control) override;
+    void InicioDeProceso(const CDialog& dialogo) override;
     void FinDeProceso(const CDialog& dialogo, const CEscritos& escritos) override;
 
 protected:

@@ -182,6 +182,8 @@ LRESULT CTraduccionDlg::WindowProc(UINT mensaje, WPARAM wParam, LPARAM lParam)
 void CTraduccionDlg::Obedece(WPARAM wParam, LPARAM lParam)
 {
     try {
+        if (wParam == IDOK) // what the windows tell isn't of a run that can't even begin
+            AfxGetApp()->Frontal().InicioDeProceso(*this);
         CDialog::WindowProc(WM_COMMAND, wParam, lParam);
         LimpiaProceso();
         return;

@@ -170,6 +170,8 @@ TEST_F(VentanaComun, ShowsARunAndStandsStillWhileItWaitsForTheUser)
     ventana.FinDeProceso({});
     EXPECT_EQ(ventana.vecesPie, antes + 1);
     EXPECT_EQ(ventana.titulo, "Prueba");
+    ventana.InicioDeProceso();
+    EXPECT_EQ(ventana.vecesPie, antes + 2) << "what stood there was the last run's";
     pon(0);
     EXPECT_EQ(ventana.barra, 0) << "it goes back at once";
 }

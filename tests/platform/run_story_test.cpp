@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/front_end.h"
+#include "tests/support/files.h"
+
 namespace {
 
 using namespace std::chrono_literals;
@@ -43,6 +46,29 @@ TEST(RelatoProceso, TimeInABoxIsNotTheRuns)
     relato.Descuenta(20s);
     relato.Avanza(inicio + 30s, 50);
     EXPECT_EQ(relato.Texto(), "0:10, quedan 0:10 de esta fase");
+}
+
+TEST(RelatoProceso, ForgetsARunWhenAnotherIsAskedFor)
+{
+    const CCarpetaPrueba carpeta;
+    CRelatoProceso relato("platform_test"); // any program that is there
+    const std::string antes = relato.Texto();
+    EXPECT_NE(antes, "");
+    relato.Avanza(CRelatoProceso::Reloj::time_point(1h), 0);
+    CEscritos escritos;
+    escritos.log = carpeta.Pon("a.ERR", "un aviso\n");
+    escritos.salidas = {carpeta.Pon("a.txt", "")};
+    escritos.observaciones = {"algo"};
+    relato.Termina(CRelatoProceso::Reloj::time_point(1h), escritos);
+    EXPECT_EQ(relato.Texto(), "algo");
+    EXPECT_EQ(relato.Log(), escritos.log);
+    EXPECT_FALSE(relato.Carpeta().IsEmpty());
+    EXPECT_EQ(relato.DeInforme(), escritos.log);
+    relato.Olvida();
+    EXPECT_EQ(relato.Texto(), antes);
+    EXPECT_TRUE(relato.Log().IsEmpty());
+    EXPECT_TRUE(relato.Carpeta().IsEmpty());
+    EXPECT_TRUE(relato.DeInforme().IsEmpty());
 }
 
 } // namespace

@@ -287,6 +287,21 @@ TYPED_TEST(Marco, BrowsesForEachFieldWithItsFilter)
     }
 }
 
+TYPED_TEST(Marco, TellsOfNoRunBeforeWhereItsOwnCannotBegin)
+{
+    const CCarpetaPrueba carpeta;
+    CAplicacionPrueba aplicacion;
+    TypeParam dialogo;
+    dialogo.Create(kPlantilla<TypeParam>, nullptr);
+    aplicacion.guion.escritos.log = "del proceso anterior";
+    dialogo.Pulsa(*dialogo.GetDlgItem(IDC_ACERCA_DE));
+    EXPECT_EQ(aplicacion.guion.escritos.log, CString("del proceso anterior"));
+    dialogo.Pulsa(*dialogo.GetDlgItem(IDOK)); // its files aren't named
+    ASSERT_FALSE(aplicacion.guion.cajas.empty());
+    EXPECT_EQ(aplicacion.guion.cajas[0].titulo, "Error");
+    EXPECT_EQ(aplicacion.guion.escritos.log, CString());
+}
+
 TYPED_TEST(Marco, TellsWhoAsksAboutTheProgramAndItsHelp)
 {
     const CCarpetaPrueba carpeta;

@@ -51,6 +51,11 @@ void CGuion::Refleja(const CDialog& dialogo, const CControl& control)
         alReflejar(dialogo, control);
 }
 
+void CGuion::InicioDeProceso(const CDialog& /*dialogo*/)
+{
+    escritos = {};
+}
+
 void CGuion::FinDeProceso(const CDialog& /*dialogo*/, const CEscritos& suyos)
 {
     escritos = suyos;

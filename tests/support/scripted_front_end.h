@@ -24,6 +24,7 @@ public:
     int Caja(const CString& texto, const CString& titulo, UINT flags) override;
     bool EligeFichero(CFileDialog& dialogo) override;
     void Refleja(const CDialog& dialogo, const CControl& control) override;
+    void InicioDeProceso(const CDialog& dialogo) override;
     void FinDeProceso(const CDialog& dialogo, const CEscritos& suyos) override;
     CGuionMandatos Guion() const override { return mandatos; }
     bool MuestraAyuda(const CString& ficheroAyuda) override;
@@ -40,7 +41,7 @@ public:
     // What was seen.
     std::vector<CCajaVista> cajas;
     std::vector<std::string> ayudas;
-    CEscritos escritos;               ///< by the last run
+    CEscritos escritos;               ///< by the last run, until another is asked for
     std::vector<std::string> estados; ///< what the status line said, one after another
     std::string filtros;              ///< of the last file box
     UINT flagsFichero = 0;
