@@ -3,6 +3,8 @@
 #include <wx/dnd.h>
 #include <wx/toplevel.h>
 
+#include "platform/desktop/toolkit.h"
+
 namespace {
 
 /// Takes the first of the files that are dropped.
@@ -27,6 +29,7 @@ private:
 CCampoRuta::CCampoRuta(wxWindow* padre) : wxTextCtrl(padre, wxID_ANY)
 {
     SetDropTarget(new CSuelta(*this));
+    TomaUnRenglon(*this); // a name that was copied as a line comes with its end
     Bind(wxEVT_TEXT, [this](wxCommandEvent& suceso) {
         PonGlobo();
         MuestraFinal();

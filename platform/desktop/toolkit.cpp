@@ -33,6 +33,11 @@ void MuestraBarras(wxWindow& ventana)
     gtk_scrolled_window_set_overlay_scrolling(GTK_SCROLLED_WINDOW(ventana.GetHandle()), FALSE);
 }
 
+void TomaUnRenglon(wxWindow& campo)
+{
+    g_object_set(campo.GetHandle(), "truncate-multiline", TRUE, nullptr);
+}
+
 bool AbreConElSistema(const wxString& ruta)
 {
     // The library's own way asks a helper program, which may fail behind its back.

@@ -17,6 +17,9 @@ wxString SumaDe(const wxString& fichero);
 /// Lets the scroll bars of a window stand beside its content, in sight, not over it.
 void MuestraBarras(wxWindow& ventana);
 
+/// Lets a field of one line take what is pasted or dropped as far as its first line end.
+void TomaUnRenglon(wxWindow& campo);
+
 /// Opens a file or folder with whatever the user has for it. False where he has nothing.
 bool AbreConElSistema(const wxString& ruta);
 

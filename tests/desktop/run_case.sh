@@ -341,6 +341,30 @@ case_low_screen() {
   ended
 }
 
+# What is pasted as several lines, here of the manual, is the first of them.
+case_pasted_lines() {
+  start
+  choose c "Catastro campiva a Vexa"
+  keys alt+y
+  await "Ayuda*Campiva"
+  measure
+  local help=$(xdotool getactivewindow) from=$((HEIGHT / 6)) to=$((HEIGHT * 3 / 4))
+  xdotool mousemove --window "$help" $((WIDTH * 3 / 4)) "$from" mousedown 1 sleep 0.2 \
+    mousemove --window "$help" $((WIDTH * 3 / 4)) "$to" sleep 0.2 mouseup 1 # marked is copied
+  keys Escape
+  await "Catastro campiva a Vexa"
+  measure
+  xdotool mousemove --window "$(xdotool getactivewindow)" $((WIDTH / 4)) $((HEIGHT * 18 / 100)) click 2
+  sleep 0.3
+  keys alt+a
+  await Error # there is no such file
+  keys Return
+  await "Catastro campiva a Vexa"
+  keys Escape
+  ended
+  grep -q 'ArchivoEntrada=..' "$settings" || fail "nothing was pasted"
+}
+
 case_damaged_help() { # by one byte at which the reader of such files would die
   mkdir "$work/bin"
   cp "$program" "$(dirname "$program")"/campiva.chm* "$work/bin"
