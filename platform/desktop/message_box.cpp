@@ -8,6 +8,7 @@
 #include <wx/button.h>
 #include <wx/crt.h>
 #include <wx/dialog.h>
+#include <wx/display.h>
 #include <wx/sizer.h>
 #include <wx/statbmp.h>
 #include <wx/stattext.h>
@@ -17,7 +18,7 @@
 
 namespace {
 
-constexpr std::size_t kLetrasPorLinea = 90;
+constexpr int kLetrasPorLinea = 90;
 
 wxArtID DibujoDe(UINT flags)
 {
@@ -33,16 +34,26 @@ wxArtID DibujoDe(UINT flags)
     }
 }
 
+/// Pixels that a line of a box's text may take, beside so many for its icon. A box wider than its
+/// screen would be made narrower behind its layout's back, which is then too low for the text.
+int AnchoDeLinea(const wxDialog& caja, int icono)
+{
+    const int pantalla = std::max(0, wxDisplay::GetFromWindow(&caja));
+    const int cabe = wxDisplay(static_cast<unsigned>(pantalla)).GetClientArea().width;
+    const int orillas = 6 * caja.GetCharWidth(); // of the box and of its window
+    return std::min(kLetrasPorLinea * caja.GetCharWidth(), cabe - orillas - icono);
+}
+
 /// The text with a line end in each word that is too long for a line: a path may be.
-wxString ConCortes(const wxString& texto)
+wxString ConCortes(const wxString& texto, const wxDialog& caja, int ancho)
 {
     wxString cortado;
-    std::size_t seguidas = 0;
+    wxString palabra;
     for (const wxUniChar c : texto) {
-        seguidas = wxIsspace(c) ? 0 : seguidas + 1;
-        if (seguidas > kLetrasPorLinea) {
+        palabra = wxIsspace(c) ? wxString() : palabra + c;
+        if (caja.GetTextExtent(palabra).x > ancho) {
             cortado += '\n';
-            seguidas = 1;
+            palabra = c;
         }
         cortado += c;
     }
@@ -134,17 +145,20 @@ int MuestraCaja(wxWindow* padre, const wxString& texto, const wxString& titulo, 
     wxDialog caja(padre, wxID_ANY, titulo);
     const int hueco = 2 * caja.GetCharWidth();
     auto* cuerpo = new wxBoxSizer(wxHORIZONTAL);
+    int anchoIcono = 0;
     if (const wxArtID icono = DibujoDe(flags); !icono.empty()) {
         auto* dibujo = new wxStaticBitmap(&caja, wxID_ANY,
                                           wxArtProvider::GetBitmapBundle(icono, wxART_MESSAGE_BOX));
         cuerpo->Add(dibujo, 0, wxRIGHT, hueco);
+        anchoIcono = dibujo->GetBestSize().x + hueco;
     }
     if (const wxArrayString lineas = wxSplit(texto, '\n', '\0'); TieneColumnas(lineas)) {
         cuerpo->Add(PonColumnas(&caja, lineas), 1, wxALIGN_CENTER_VERTICAL);
     } else {
         auto* rotulo = new wxStaticText(&caja, wxID_ANY, {});
-        rotulo->SetLabelText(ConCortes(texto));
-        rotulo->Wrap(static_cast<int>(kLetrasPorLinea) * caja.GetCharWidth());
+        const int ancho = AnchoDeLinea(caja, anchoIcono);
+        rotulo->SetLabelText(ConCortes(texto, caja, ancho));
+        rotulo->Wrap(ancho);
         cuerpo->Add(rotulo, 1, wxALIGN_CENTER_VERTICAL);
     }
 

@@ -341,6 +341,24 @@ case_low_screen() {
   ended
 }
 
+case_box_on_narrow_screen() {
+  local folder=$(printf 'municipios_de_la_provincia_%d/' $(seq 8))
+  mkdir -p "$work/run/${folder}045127.ERR" # no log can be created there
+  cp "$samples/villanueva.txt" "$work/run/${folder}045127.txt"
+  start
+  choose c "Catastro campiva a Vexa"
+  keys Tab
+  fill "${folder}045127.txt"
+  keys alt+a
+  await Error
+  measure
+  [ "$X" -ge 0 ] && [ $((X + WIDTH)) -lt 640 ] || fail "the box passes the screen: $WIDTH wide at $X"
+  keys Return
+  await "Catastro campiva a Vexa"
+  keys Escape
+  ended
+}
+
 # What is pasted as several lines, here of the manual, is the first of them.
 case_pasted_lines() {
   start
@@ -428,6 +446,7 @@ case_batch() {
 put_settings
 case $case in
   low_screen) start_screen 1366x768 ;;
+  box_on_narrow_screen) start_screen 640x480 ;;
   *) start_screen 1400x1000 ;;
 esac
 "case_$case"
