@@ -142,10 +142,7 @@ int CWinApp::GetProfileInt(const CString& seccion, const CString& clave, int def
 
 int CWinApp::NumeroGuardado(const CString& guardado, int defecto)
 {
-    // A person may have written a note behind it.
-    const std::string_view conNota = guardado;
-    const std::string_view texto = conNota.substr(0, conNota.find_first_of(";#"));
-    return NumeroDe<int>(texto.substr(0, texto.find_last_not_of(' ') + 1)).value_or(defecto);
+    return NumeroDe<int>(SinNota(guardado)).value_or(defecto);
 }
 
 CString CWinApp::GetProfileString(const CString& seccion, const CString& clave,

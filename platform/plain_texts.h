@@ -30,6 +30,13 @@ constexpr bool SonVariasLineas(std::string_view linea)
            linea.find_first_not_of('\r', retorno) != std::string_view::npos;
 }
 
+/// A number's text without the note that a person wrote behind it.
+constexpr std::string_view SinNota(std::string_view texto)
+{
+    texto = texto.substr(0, texto.find_first_of(";#"));
+    return texto.substr(0, texto.find_last_not_of(" \t") + 1);
+}
+
 /// The number that the whole text is; none where it is none, or doesn't fit.
 template <class T>
 std::optional<T> NumeroDe(std::string_view texto)

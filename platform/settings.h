@@ -20,8 +20,9 @@ struct CAjuste {
 /// The user's stored settings, by section and key, whose letters may be capital or small. On
 /// Windows they live in the registry under Software\<company>\<program>, elsewhere in
 /// <company>/<program>.ini of the settings folder, a file in INI form. A person may write to it:
-/// blanks around keys and values don't matter. Values are bytes as they come, so that a name of a
-/// file that is no UTF-8 stays what it was; one that begins or ends with a blank stands in quotes.
+/// blanks around keys and values don't matter, nor does a note behind a number. Values are bytes as
+/// they come, so that a name of a file that is no UTF-8 stays what it was; one that begins or ends
+/// with a blank stands in quotes.
 class CAlmacenAjustes {
 public:
     CAlmacenAjustes(const CString& empresa, const CString& programa);

@@ -89,7 +89,8 @@ void Pon(std::vector<CString>& lineas, const CAjuste& ajuste)
     const auto lugar = lineas.begin() + static_cast<std::ptrdiff_t>(posicion.linea);
     if (posicion.hay) {
         const std::string_view antes = *lugar;
-        if (DeLinea(antes.substr(antes.find('=') + 1)) != ajuste.valor)
+        const CString valor = DeLinea(antes.substr(antes.find('=') + 1));
+        if (valor != ajuste.valor && (!ajuste.esNumero || CString(SinNota(valor)) != ajuste.valor))
             *lugar = linea;
     } else if (posicion.haySeccion) {
         lineas.insert(lugar, linea);

@@ -68,6 +68,21 @@ TEST(Ajustes, WhatAPersonWroteIsRead)
     }
 }
 
+TEST(Ajustes, ANoteBehindANumberStaysAsLongAsTheNumberDoes)
+{
+    const CCarpetaPrueba carpeta;
+    CAplicacionPrueba aplicacion;
+    std::filesystem::create_directories(carpeta.Ruta() / "config/VexaSoft");
+    constexpr const char* kTexto = "[Uno]\r\nClave=1\t; por la lista\r\nOtra=a.txt # b\r\n";
+    carpeta.Pon(kFichero, kTexto);
+    EXPECT_EQ(aplicacion.GetProfileInt("Uno", "Clave", 7), 1);
+    aplicacion.WriteProfileInt("Uno", "Clave", 1);
+    EXPECT_EQ(carpeta.Lee(kFichero), kTexto);
+    aplicacion.WriteProfileInt("Uno", "Clave", 0);
+    aplicacion.WriteProfileString("Uno", "Otra", "a.txt"); // of a name it is a part
+    EXPECT_EQ(carpeta.Lee(kFichero), "[Uno]\r\nClave=0\r\nOtra=a.txt\r\n");
+}
+
 TEST(Ajustes, AStoreThatCannotBeReadOrHoldAValueLosesNone)
 {
     const CCarpetaPrueba carpeta;
