@@ -16,6 +16,10 @@ inline constexpr const char* kAjustes = "Ajustes"; ///< caption, where they can'
 inline constexpr const char* kNoSeEscribe = "Imposible escribir el archivo %s";
 inline constexpr const char* kNoSeLee = "Imposible leer el archivo %s";
 inline constexpr const char* kTerminaAntes = "Termina antes de la longitud que tenía"_ansi;
+inline constexpr const char* kEnUtf16 =
+    "Está en UTF-16: guárdelo como UTF-8 o como ANSI"_ansi; ///< of the settings' file
+inline constexpr const char* kNoCabeEnUnaLinea =
+    "Lo demás está guardado, pero %s tiene un fin de línea"_ansi; ///< of a setting, by its key
 inline constexpr const char* kLoEscribeOtro = "Otro proceso lo está escribiendo"_ansi;
 inline constexpr const char* kSinDevolver =
     "No se ha podido devolver lo que tenían (lo hará el próximo proceso que trabaje en su carpeta):"_ansi;

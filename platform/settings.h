@@ -34,9 +34,9 @@ public:
                                             std::span<const CString> claves) const;
 
     /// Stores the values in one step and keeps all others, also those that another program stores
-    /// at the same time. Raises CFileException, with the store as it was, where it can't: also for
-    /// a value with a line end, which an INI file can't hold. Waits up to two seconds for another
-    /// program that is storing its own.
+    /// at the same time. Raises CFileException, with the store as it was, where it can't; for a
+    /// value with a line end, which an INI file can't hold, when all others are stored. Waits up to
+    /// two seconds for another program that is storing its own.
     void Escribe(std::span<const CAjuste> ajustes);
 
 protected:

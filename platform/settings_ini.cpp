@@ -9,6 +9,8 @@
 #include "platform/files/set_healing.h"
 #include "platform/files/short_wait.h"
 #include "platform/files/system_files.h"
+#include "platform/format.h"
+#include "platform/layer_texts.h"
 #include "platform/plain_texts.h"
 #include "platform/system.h"
 
@@ -35,9 +37,20 @@ CString DeLinea(std::string_view texto)
         texto = texto.substr(1, texto.size() - 2);
     return texto;
 }
+bool CabeEnUnaLinea(std::string_view valor)
+{
+    return valor.find_first_of("\r\n") == std::string_view::npos;
+}
 CString ALinea(const CString& valor)
 {
     return DeLinea(valor) == valor ? valor : "\"" + valor + "\"";
+}
+
+/// An editor may have stored it in a form whose letters are two bytes each, of which nothing would
+/// be found.
+bool EstaEnUtf16(std::string_view primera)
+{
+    return primera.starts_with("\xFF\xFE") || primera.starts_with("\xFE\xFF");
 }
 
 /// The lines of the store; none where there is no such file yet.
@@ -53,6 +66,11 @@ std::vector<CString> LeeLineas(const CString& nombre)
     }
     for (CString linea; fichero.ReadString(linea);)
         lineas.push_back(linea);
+    if (!lineas.empty() && EstaEnUtf16(lineas[0])) {
+        CFileException ilegible(nombre, {}, true);
+        ilegible.m_nota = textos::kEnUtf16;
+        throw ilegible;
+    }
     if (!lineas.empty() && std::string_view(lineas[0]).starts_with(ansi::kMarcaUtf8))
         lineas[0] = lineas[0].Mid(static_cast<int>(ansi::kMarcaUtf8.size()));
     return lineas;
@@ -169,11 +187,6 @@ std::vector<std::optional<CString>> CAlmacenAjustes::Lee(const CString& seccion,
 
 void CAlmacenAjustes::Escribe(std::span<const CAjuste> ajustes)
 {
-    const auto cortada = std::ranges::find_if(ajustes, [](const CAjuste& ajuste) {
-        return std::string_view(ajuste.valor).find_first_of("\r\n") != std::string_view::npos;
-    });
-    if (cortada != ajustes.end()) // a line can't hold it
-        throw CFileException(m_lugar, std::make_error_code(std::errc::invalid_argument));
     sistema::Error error;
     sistema::CreaCarpetas(std::filesystem::path(m_lugar).parent_path(), error);
     CFileException::Exige(error, m_lugar);
@@ -182,11 +195,18 @@ void CAlmacenAjustes::Escribe(std::span<const CAjuste> ajustes)
     AbreCerrado(salida, m_lugar);
     const std::vector<CString> antes = LeeLineas(m_lugar);
     std::vector<CString> lineas = antes;
-    for (const CAjuste& ajuste : ajustes)
-        Pon(lineas, ajuste);
-    if (lineas == antes)
-        return; // the file stays as its owner wrote it
-    for (const CString& linea : lineas)
-        salida.WriteString(linea + "\n");
-    salida.Close();
+    CFileException fallo(m_lugar, {});
+    for (const CAjuste& ajuste : ajustes) {
+        if (CabeEnUnaLinea(ajuste.valor))
+            Pon(lineas, ajuste);
+        else
+            fallo.m_nota = Formatea(textos::kNoCabeEnUnaLinea, ajuste.clave);
+    }
+    if (lineas != antes) { // else the file stays as its owner wrote it
+        for (const CString& linea : lineas)
+            salida.WriteString(linea + "\n");
+        salida.Close();
+    }
+    if (!fallo.m_nota.IsEmpty())
+        throw fallo;
 }

@@ -89,9 +89,25 @@ TEST(Ajustes, AStoreThatCannotBeReadOrHoldAValueLosesNone)
     CAplicacionPrueba aplicacion;
     aplicacion.WriteProfileString("Uno", "Clave", "a");
     const std::string antes = carpeta.Lee(kFichero);
-    const CAjuste ajustes[] = {{"Uno", "Otra", "b"}, {"Uno", "Clave", "dos\nlíneas"}};
-    EXPECT_THROW(aplicacion.GuardaAjustes(ajustes), CFileException);
-    EXPECT_EQ(carpeta.Lee(kFichero), antes) << "all in one step or none";
+    const CAjuste ajustes[] = {
+        {"Uno", "Otra", "b"}, {"Uno", "Clave", "dos\nlíneas"}, {"Uno", "Tercera", "c"}};
+    for (int vez = 0; vez < 2; ++vez) { // told again where nothing else is to be stored
+        try {
+            aplicacion.GuardaAjustes(ajustes);
+            ADD_FAILURE() << "a value is lost without a word";
+        } catch (const CFileException& fallo) {
+            EXPECT_EQ(ansi::AUtf8(fallo.Detalle()),
+                      "\nLo demás está guardado, pero Clave tiene un fin de línea");
+        }
+        EXPECT_EQ(carpeta.Lee(kFichero), antes + "Otra=b\r\nTercera=c\r\n");
+    }
+    for (const std::string marca : {"\xFF\xFE", "\xFE\xFF"}) {
+        const std::string enUtf16 = marca + std::string("[\0U\0]\0\r\0\n\0", 10);
+        carpeta.Pon(kFichero, enUtf16);
+        EXPECT_THROW(aplicacion.GetProfileString("Uno", "Clave", "x"), CFileException);
+        EXPECT_EQ(aplicacion.WriteProfileString("Uno", "Clave", "b"), 0);
+        EXPECT_EQ(carpeta.Lee(kFichero), enUtf16);
+    }
 #ifdef __linux__
     std::filesystem::remove(carpeta.Ruta() / kFichero);
     std::filesystem::create_symlink("/proc/self/mem",
