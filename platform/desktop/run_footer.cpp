@@ -1,11 +1,15 @@
 #include "platform/desktop/run_footer.h"
 
+#include <chrono>
+#include <memory>
+#include <new>
+#include <system_error>
+#include <thread>
 #include <utility>
 
 #include <wx/button.h>
 #include <wx/sizer.h>
 #include <wx/stattext.h>
-#include <wx/utils.h>
 
 #include "platform/desktop/message_box.h"
 #include "platform/desktop/text.h"
@@ -14,13 +18,19 @@
 #include "platform/front_end.h"
 #include "platform/layer_texts.h"
 
+namespace {
+
+constexpr int kEntreMiradas = 100; // milliseconds
+
+} // namespace
+
 CPieProceso::CPieProceso(wxWindow* padre, const CRelatoProceso& relato,
                          std::function<std::vector<CString>()> orden)
-    : wxPanel(padre), m_relato(relato), m_orden(std::move(orden)),
+    : wxPanel(padre), m_relato(relato), m_orden(std::move(orden)), m_mirada(this),
       m_texto(new wxStaticText(this, wxID_ANY, {}, wxDefaultPosition, wxDefaultSize,
                                wxST_NO_AUTORESIZE | wxST_ELLIPSIZE_END)),
-      m_haceEnsayo(PonBoton(textos::kHazEnsayo, &CPieProceso::AbreEnsayo)),
-      m_haceInforme(PonBoton(textos::kHazInforme, &CPieProceso::AbreInforme)),
+      m_haceEnsayo(PonBoton(textos::kHazEnsayo, &CPieProceso::HazEnsayo)),
+      m_haceInforme(PonBoton(textos::kHazInforme, &CPieProceso::HazInforme)),
       m_abreLog(PonBoton(textos::kAbreLog, &CPieProceso::AbreLog)),
       m_abreCarpeta(PonBoton(textos::kAbreCarpeta, &CPieProceso::AbreCarpeta))
 {
@@ -37,6 +47,7 @@ CPieProceso::CPieProceso(wxWindow* padre, const CRelatoProceso& relato,
     marco->Add(renglon, 1, wxEXPAND | wxLEFT | wxRIGHT, 2 * letra);
     marco->AddSpacer(letra);
     SetSizer(marco);
+    Bind(wxEVT_TIMER, [this](wxTimerEvent&) { MiraSiEsta(); });
     PonAlDia();
 }
 
@@ -77,23 +88,56 @@ void CPieProceso::Ofrece(wxButton& boton, const char* nombre, const CString& rut
     PonNombreAccesible(boton, nombre + AWx(ruta));
 }
 
-void CPieProceso::AbreEnsayo()
+// The maker of a page has all that it needs for itself: the next run may begin, or the window go.
+void CPieProceso::HazInforme()
 {
-    const wxBusyCursor mientras;
-    const std::vector<CString> orden = m_orden();
-    if (const CString pagina = m_relato.HazEnsayo(orden); !pagina.IsEmpty())
-        Abre(pagina);
-    else
-        Quejate(NoHayEnsayo(orden));
+    Haz(textos::kHaciendoInforme, NoHayInforme(m_relato.DeInforme()),
+        [relato = m_relato] { return relato.HazInforme(); });
 }
 
-void CPieProceso::AbreInforme()
+void CPieProceso::HazEnsayo()
 {
-    const wxBusyCursor mientras;
-    if (const CString pagina = m_relato.HazInforme(); !pagina.IsEmpty())
-        Abre(pagina);
+    const std::vector<CString> orden = m_orden();
+    Haz(textos::kHaciendoEnsayo, NoHayEnsayo(orden),
+        [relato = m_relato, orden] { return relato.HazEnsayo(orden); });
+}
+
+void CPieProceso::Haz(const char* mientras, std::string queja, std::function<CString()> hace)
+{
+    m_queja = std::move(queja);
+    m_foco = FindFocus(); // a button that is switched off loses it
+    m_texto->SetLabelText(wxString::FromUTF8(mientras));
+    m_haceEnsayo->Disable();
+    m_haceInforme->Disable();
+    const auto trabajo = std::make_shared<std::packaged_task<CString()>>(std::move(hace));
+    m_pagina = trabajo->get_future();
+    try {
+        std::thread([trabajo] { (*trabajo)(); }).detach();
+    } catch (const std::system_error&) { // the system has no thread to give: the window waits
+        (*trabajo)();
+    }
+    m_mirada.Start(kEntreMiradas);
+}
+
+void CPieProceso::MiraSiEsta()
+{
+    if (m_pagina.wait_for(std::chrono::seconds(0)) != std::future_status::ready)
+        return;
+    m_mirada.Stop();
+    CString pagina;
+    try {
+        pagina = m_pagina.get();
+    } catch (const std::bad_alloc&) { // then there is none
+    }
+    m_haceEnsayo->Enable();
+    m_haceInforme->Enable();
+    if (FindFocus() == nullptr && m_foco != nullptr)
+        m_foco->SetFocus();
+    PonAlDia();
+    if (pagina.IsEmpty())
+        Quejate(m_queja);
     else
-        Quejate(NoHayInforme(m_relato.DeInforme()));
+        Abre(pagina);
 }
 
 void CPieProceso::Abre(const CString& ruta)

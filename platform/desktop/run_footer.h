@@ -1,9 +1,12 @@
 #pragma once
 
 #include <functional>
+#include <future>
+#include <string>
 #include <vector>
 
 #include <wx/panel.h>
+#include <wx/timer.h>
 
 #include "platform/run_story.h"
 
@@ -27,13 +30,21 @@ private:
     void Ofrece(wxButton& boton, const char* nombre, const CString& ruta);
     void AbreLog() { Abre(m_relato.Log()); }
     void AbreCarpeta() { Abre(m_relato.Carpeta()); }
-    void AbreEnsayo();
-    void AbreInforme();
+    void HazEnsayo();
+    void HazInforme();
+    /// Makes a page while the user goes on; one at a time.
+    void Haz(const char* mientras, std::string queja, std::function<CString()> hace);
+    /// Opens the page if it is made by now.
+    void MiraSiEsta();
     void Abre(const CString& ruta);
     void Quejate(const std::string& queja);
 
     const CRelatoProceso& m_relato;
     std::function<std::vector<CString>()> m_orden;
+    std::future<CString> m_pagina; ///< that is being made; empty where it can't be made
+    std::string m_queja;           ///< of that one, for then
+    wxWindow* m_foco = nullptr;    ///< what had the focus when it was asked for
+    wxTimer m_mirada;
     wxStaticText* m_texto;
     wxButton* m_haceEnsayo;
     wxButton* m_haceInforme;

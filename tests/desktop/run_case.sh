@@ -68,6 +68,47 @@ note_what_is_opened() {
 }
 opened() { [ -e "$work/opened" ] && grep -qxF "$1" "$work/opened"; }
 
+twice_begun() { [ "$(wc -l < "$work/reports")" -eq 2 ]; }
+
+# A report takes its time, in which the user goes on, and a second one isn't asked for.
+case_slow_report() {
+  note_what_is_opened
+  mkdir "$work/bin"
+  cp "$program" "$work/bin"
+  program=$work/bin/campiva-gui
+  cat > "$work/bin/campiva-informe" <<END
+#!/bin/sh
+echo begun >> "$work/reports"
+for _ in \$(seq $patience); do [ ! -e "$work/go" ] || break; sleep 0.1; done
+touch "\$2" # behind --html
+END
+  chmod +x "$work/bin/campiva-informe"
+  cp "$samples/villanueva.txt" "$work/run"
+  start
+  choose c "Catastro campiva a Vexa"
+  keys Tab
+  fill villanueva.txt
+  keys alt+a
+  await "Fin del proceso"
+  keys Return
+  await "Catastro campiva a Vexa"
+  keys alt+f
+  eventually test -e "$work/reports"
+  keys alt+a
+  await "Fin del proceso"
+  keys Return
+  await "Catastro campiva a Vexa"
+  keys alt+f
+  sleep 0.5
+  [ "$(wc -l < "$work/reports")" -eq 1 ] || fail "two reports are made at a time"
+  touch "$work/go"
+  eventually opened "$work/run/villanueva.html"
+  keys alt+f
+  eventually twice_begun
+  keys Escape
+  ended
+}
+
 case_vexa_to_catastro() {
   note_what_is_opened
   cp -r "$samples"/villanueva_{tablas,dibujos}_con_faltas "$work/run"
