@@ -9,6 +9,7 @@
 
 #include "platform/files/cfile.h"
 #include "platform/files/system_files.h"
+#include "platform/files/windows_handles.h"
 #include "platform/plain_texts.h"
 
 namespace {
@@ -42,6 +43,38 @@ sistema::Error Fallo(LSTATUS codigo)
 {
     return {static_cast<int>(codigo), std::system_category()};
 }
+
+/// Keeps other programs of this user from the store as long as it lives, so that they find all of
+/// what is stored together or nothing of it. Waits up to two seconds for another one.
+class CCerrojo {
+public:
+    explicit CCerrojo(const std::string& lugar)
+    {
+        std::string nombre = lugar;
+        std::ranges::replace(nombre, '\\', '/'); // which parts no name of a mutex
+        m_manija.reset(CreateMutexW(nullptr, FALSE, sistema::Ruta(nombre).c_str()));
+        constexpr DWORD kComoMucho = 2000;
+        const DWORD espera =
+            m_manija != nullptr ? WaitForSingleObject(m_manija.get(), kComoMucho) : WAIT_FAILED;
+        if (espera == WAIT_TIMEOUT)
+            m_causa = sistema::kDeOtro;
+        else if (espera == WAIT_FAILED)
+            m_causa = Fallo(static_cast<LSTATUS>(GetLastError()));
+    }
+    CCerrojo(const CCerrojo&) = delete;
+    CCerrojo& operator=(const CCerrojo&) = delete;
+    ~CCerrojo()
+    {
+        if (!m_causa)
+            ReleaseMutex(m_manija.get());
+    }
+    /// Why the store couldn't be had; none where it could.
+    const sistema::Error& Causa() const { return m_causa; }
+
+private:
+    sistema::Manija m_manija;
+    sistema::Error m_causa;
+};
 
 /// Nothing, without an error, where there is no such value.
 std::optional<CValor> LeeValor(const CLugar& lugar, sistema::Error& error)
@@ -132,6 +165,7 @@ CAlmacenAparte::~CAlmacenAparte()
 std::vector<std::optional<CString>> CAlmacenAjustes::Lee(const CString& seccion,
                                                          std::span<const CString> claves) const
 {
+    const CCerrojo mientras(m_lugar); // who hangs while he stores keeps nobody from reading
     std::vector<std::optional<CString>> valores;
     for (const CString& clave : claves) {
         sistema::Error error;
@@ -149,6 +183,8 @@ void CAlmacenAjustes::Escribe(std::span<const CAjuste> ajustes)
         CLugar lugar;
         std::optional<CValor> antes;
     };
+    const CCerrojo mientras(m_lugar);
+    CFileException::Exige(mientras.Causa(), m_lugar);
     std::vector<CPuesto> puestos;
     for (const CAjuste& ajuste : ajustes) {
         sistema::Error error;

@@ -1,11 +1,15 @@
 #include "platform/windows/win32.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
+#include <thread>
+#include <vector>
 
 #include <gtest/gtest.h>
 
 #include "platform/ansi.h"
+#include "platform/settings.h"
 #include "tests/support/files.h"
 #include "tests/support/scripted_front_end.h"
 
@@ -56,6 +60,30 @@ TEST(AjustesRegistro, NumbersAndTextsAreStoredInTheSystemsForms)
     EXPECT_EQ(Almacenado(L"Texto"), "1: 55 0 0 0") << "a text of digits is a text";
     EXPECT_EQ(Almacenado(L"Letra"), "1: 241 0 0 0");
     EXPECT_EQ(Almacenado(L"Vacio"), "1: 0 0");
+}
+
+TEST(AjustesRegistro, WhatIsStoredTogetherIsReadTogether)
+{
+    const CCarpetaPrueba carpeta;
+    constexpr int kVeces = 300;
+    const CString claves[] = {"Numero", "Texto"};
+    CAlmacenAjustes almacen("VexaSoft", "Campiva");
+    std::thread otro([] {
+        CAlmacenAjustes suyo("VexaSoft", "Campiva");
+        for (int i = 0; i <= kVeces; ++i) {
+            const CAjuste ajustes[] = {{"Uno", "Numero", std::to_string(i), true},
+                                       {"Uno", "Texto", std::to_string(i)}};
+            suyo.Escribe(ajustes);
+        }
+    });
+    std::vector<std::optional<CString>> valores;
+    int mezcladas = 0;
+    do {
+        valores = almacen.Lee("Uno", claves);
+        mezcladas += valores[0] == valores[1] ? 0 : 1;
+    } while (valores[1] != CString(std::to_string(kVeces)));
+    otro.join();
+    EXPECT_EQ(mezcladas, 0);
 }
 
 TEST(AjustesRegistro, EitherFormOfANumberIsRead)
