@@ -125,6 +125,7 @@ void CPieProceso::Haz(const char* mientras, std::string queja, std::function<CSt
 {
     if (m_informe != nullptr)
         return;
+    Deja(false);
     m_informe = std::make_shared<CInforme>(CInforme{std::move(queja), {}});
     PonTexto(m_texto, AAncho(mientras));
     const auto trabajo = [hace = std::move(hace), informe = m_informe, ventana = m_ventana] {
@@ -141,11 +142,22 @@ void CPieProceso::Haz(const char* mientras, std::string queja, std::function<CSt
     }
 }
 
+/// Lets the user ask for a page, or for none while one is being made.
+void CPieProceso::Deja(bool pedir)
+{
+    for (HWND boton : {m_haceEnsayo, m_haceInforme}) {
+        if (!pedir && GetFocus() == boton) // which else nobody would have
+            SendMessageW(m_ventana, WM_NEXTDLGCTL, FALSE, FALSE);
+        EnableWindow(boton, pedir);
+    }
+}
+
 void CPieProceso::AbreInformeHecho()
 {
     const std::shared_ptr<CInforme> informe = std::exchange(m_informe, nullptr);
     if (informe == nullptr)
         return;
+    Deja(true);
     PonTexto(m_texto, AAncho(m_relato.Texto()));
     if (informe->pagina.IsEmpty())
         Quejate(informe->queja);

@@ -44,6 +44,7 @@ private:
     void HazEnsayo();
     /// Makes a page while the user goes on; one at a time.
     void Haz(const char* mientras, std::string queja, std::function<CString()> hace);
+    void Deja(bool pedir);
     void Abre(const CString& ruta) const;
     void Quejate(const std::string& queja) const;
 

@@ -112,7 +112,9 @@ TEST(Proceso, IsToldBelowTheDialogInFullAndAReportOfItBlocksNobody)
     constexpr UINT kUnRato = 2000;
     EXPECT_NE(SendMessageTimeoutW(ventana, WM_NULL, 0, 0, SMTO_NORMAL, kUnRato, &respuesta), 0)
         << "the window waits for the report";
+    EXPECT_FALSE(IsWindowEnabled(programa.Con(L"In&forme"))) << "one at a time";
     SetEvent(sigue.get());
     EXPECT_TRUE(Llega([&] { return programa.Con(L"Registro vacío") != nullptr; }));
+    EXPECT_TRUE(IsWindowEnabled(programa.Con(L"In&forme")));
     EXPECT_TRUE(fs::exists(carpeta.Ruta() / "a" / "in.html"));
 }
