@@ -36,8 +36,8 @@ public:
     /// Stores the values in one step and keeps all others, also those that another program stores
     /// at the same time. Raises CFileException, with the store as it was, where it can't; for a
     /// value with a line end, which an INI file can't hold, when all others are stored. Waits up to
-    /// two seconds for another program that is storing its own. Who is killed while he stores leaves
-    /// an INI file as it was, and in the registry what he came to.
+    /// two seconds for another program that is storing its own. Who is killed while he stores
+    /// leaves an INI file as it was, and in the registry what he came to.
     void Escribe(std::span<const CAjuste> ajustes);
 
 protected:
