@@ -69,7 +69,7 @@ std::vector<CString> LeeLineas(const CString& nombre)
     if (!lineas.empty() && EstaEnUtf16(lineas[0])) {
         CFileException ilegible(nombre, {}, true);
         ilegible.m_nota = textos::kEnUtf16;
-        throw ilegible;
+        throw CFileException(ilegible);
     }
     if (!lineas.empty() && std::string_view(lineas[0]).starts_with(ansi::kMarcaUtf8))
         lineas[0] = lineas[0].Mid(static_cast<int>(ansi::kMarcaUtf8.size()));
@@ -208,5 +208,5 @@ void CAlmacenAjustes::Escribe(std::span<const CAjuste> ajustes)
         salida.Close();
     }
     if (!fallo.m_nota.IsEmpty())
-        throw fallo;
+        throw CFileException(fallo);
 }
