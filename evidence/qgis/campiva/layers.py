@@ -76,12 +76,13 @@ def abre(proyecto, lista, tablas, referencia):
 
 def abre_copia(proyecto, lista, copia, referencia):
     """The same with a copy that may be edited, in whose stead the drawings aren't shown."""
+    fuentes = [(titulo, nombre, f"{copia}|layername={nombre}", visible)
+               for titulo, nombre, _, visible in _DEL_CONTROLADOR if nombre in gdal_files.DE_RECINTOS]
+    capas = _pon(proyecto, f"{Municipio(lista).titulo}: edición", fuentes, referencia, {LISTA: lista, EDICION: copia})
     for capa in capas_de(proyecto, lista):
         if dato(capa, CAPA) in gdal_files.DE_RECINTOS:
             proyecto.layerTreeRoot().findLayer(capa).setItemVisibilityChecked(False)
-    fuentes = [(titulo, nombre, f"{copia}|layername={nombre}", visible)
-               for titulo, nombre, _, visible in _DEL_CONTROLADOR if nombre in gdal_files.DE_RECINTOS]
-    return _pon(proyecto, f"{Municipio(lista).titulo}: edición", fuentes, referencia, {LISTA: lista, EDICION: copia})
+    return capas
 
 
 def copia(proyecto, lista, referencia):
@@ -110,6 +111,7 @@ def _pon(proyecto, titulo, fuentes, referencia, propiedades):
         capa.setCrs(referencia)
         for clave, valor in {**propiedades, CAPA: nombre}.items():
             capa.setCustomProperty(clave, valor)
+        capa.setReadOnly(not propiedades[EDICION])  # what is read again after each run would lose edits
         styles.viste(capa, nombre)
         capas.append(capa)
     _quita(proyecto, propiedades[LISTA], bool(propiedades[EDICION]))
@@ -123,8 +125,15 @@ def _pon(proyecto, titulo, fuentes, referencia, propiedades):
 
 
 def _quita(proyecto, lista, edicion):
-    """Takes away what shows the same already, and the group that is empty then."""
-    for capa in capas_de(proyecto, lista, edicion):
+    """Takes away what shows the same already, and the group that is empty then.
+
+    Raises OSError where somebody's edits would go with it, and takes nothing away.
+    """
+    capas = capas_de(proyecto, lista, edicion)
+    sin_guardar = [capa.name() for capa in capas if capa.isModified()]
+    if sin_guardar:
+        raise OSError(f"Hay ediciones sin guardar en {', '.join(sin_guardar)}: guárdelas o descártelas antes")
+    for capa in capas:
         grupo = proyecto.layerTreeRoot().findLayer(capa).parent()
         proyecto.removeMapLayer(capa)
         if not grupo.children() and grupo.parent() is not None:

@@ -17,7 +17,8 @@ def busca(carpeta, nombre):
     return os.path.join(carpeta, nombre)
 
 
-def _igual(una, otra):
+def igual(una, otra):
+    """Tells whether two paths name the same file."""
     return os.path.normcase(os.path.normpath(una)) == os.path.normcase(os.path.normpath(otra))
 
 
@@ -26,7 +27,7 @@ def traslada(ruta, antes, ahora):
 
     What doesn't stand around it, as tables for all municipalities, is where it was; what didn't come along is empty.
     """
-    if _igual(antes, ahora):
+    if igual(antes, ahora):
         return ruta
     try:
         sitio = os.path.relpath(ruta, os.path.dirname(antes)).replace(os.sep, "/")

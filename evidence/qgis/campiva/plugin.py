@@ -12,7 +12,7 @@ from . import edited_copy, gdal_files, layers
 from .algorithms import ALGORITMOS, Ida, Proveedor, icono
 from .give_back import Devolucion, DialogoDevolver
 from .messages_panel import PanelMensajes
-from .municipality import Municipio
+from .municipality import Municipio, igual
 
 _MENU = "&Campiva"
 _PAGINA = os.path.join(os.path.dirname(__file__), "mensajes.html")
@@ -163,29 +163,39 @@ class Complemento:
         if not gdal_files.hay_controlador():
             raise OSError("El GDAL de este QGIS no tiene el controlador Vexa: los dibujos no se pueden escribir")
         proyecto, copia = QgsProject.instance(), edited_copy.ultima(Municipio(lista))
-        respuesta = _BOTON.No
+        capas, respuesta = layers.capas_de(proyecto, lista, edicion=True), _BOTON.No
         if copia:
             respuesta = QMessageBox.question(
                 self._ventana, "Copia para editar", f"Ya hay una copia, {copia}.\n¿Seguir con ella? Con «No» se hace "
                 "otra, y ésa se queda como está.", _BOTON.Yes | _BOTON.No | _BOTON.Cancel)
-        if respuesta == _BOTON.Cancel:
+        abiertas = [capa for capa in capas if copia and igual(layers.dato(capa, layers.EDICION), copia)]
+        if respuesta == _BOTON.Yes and len(abiertas) == len(gdal_files.DE_RECINTOS):
+            self._iface.setActiveLayer(next(capa for capa in abiertas if layers.dato(capa, layers.CAPA) == "parcelas"))
+            return
+        if respuesta == _BOTON.Cancel or not self._guardadas(capas, "Copia para editar"):
             return
         referencia = layers.capas_de(proyecto, lista)[0].crs()
         if respuesta == _BOTON.No:
             copia = layers.copia(proyecto, lista, referencia)
         layers.abre_copia(proyecto, lista, copia, referencia)
 
+    def _guardadas(self, capas, titulo):
+        """Saves what is edited in these layers where the user wants it; false where he doesn't. Raises OSError."""
+        sin_guardar = [capa for capa in capas if capa.isModified()]
+        if sin_guardar and QMessageBox.question(self._ventana, titulo, "Hay ediciones sin guardar. "
+                                                "¿Guardarlas?") != _BOTON.Yes:
+            return False
+        for capa in sin_guardar:
+            if not capa.commitChanges(False):
+                raise OSError("; ".join(capa.commitErrors()))
+        return True
+
     def _devuelve(self, lista):
         capas = layers.capas_de(QgsProject.instance(), lista, edicion=True)
         if not capas:
             raise OSError("Haga antes una copia para editar: es lo que se devuelve al dibujo")
-        sin_guardar = [capa for capa in capas if capa.isModified()]
-        if sin_guardar and QMessageBox.question(self._ventana, "Devolver al dibujo", "Hay ediciones sin guardar. "
-                                                "¿Guardarlas?") != _BOTON.Yes:
+        if not self._guardadas(capas, "Devolver al dibujo"):
             return
-        for capa in sin_guardar:
-            if not capa.commitChanges(False):
-                raise OSError("; ".join(capa.commitErrors()))
         dialogo = DialogoDevolver(Devolucion(lista, layers.dato(capas[0], layers.EDICION)), self._ventana)
         if dialogo.exec() == QDialog.DialogCode.Accepted:
             self._di_que_estan_escritos(dialogo.nuevas)

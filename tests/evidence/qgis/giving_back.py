@@ -24,9 +24,11 @@ class TestGivingBack(WithAMunicipality):
         super().setUp()
         self.open()
         self.plugin.acciones["editar"].trigger()
-        self.copy = {layers.dato(layer, layers.CAPA): layer
-                     for layer in layers.capas_de(QgsProject.instance(), self.list, edicion=True)}
+        self.copy = {layers.dato(layer, layers.CAPA): layer for layer in self.edited()}
         self.copy_file = layers.dato(self.copy["parcelas"], layers.EDICION)
+
+    def edited(self):
+        return layers.capas_de(QgsProject.instance(), self.list, edicion=True)
 
     def bytes_there(self):
         return {name: open(os.path.join(self.folder, name), "rb").read() for name in sorted(os.listdir(self.folder))
@@ -230,6 +232,38 @@ class TestGivingBack(WithAMunicipality):
         self.assertEqual([30 in present for present in numbers], [False, True])
         self.assertEqual(sorted(name for name in os.listdir(self.folder) if name.endswith(".gpkg") or "~" in name),
                          ["045127-edicion-2.gpkg", "045127-edicion.gpkg"])
+
+    def edit_anew(self, *answers):
+        """"Copia para editar" once more, and what is asked."""
+        asked = []
+        with mock.patch("campiva.plugin.QMessageBox.question", lambda _window, _title, text, *_: (
+                asked.append(text), answers[min(len(asked), len(answers)) - 1])[1]):
+            self.plugin.acciones["editar"].trigger()
+        return asked
+
+    def test_edits_that_are_not_saved_outlive_a_second_start(self):
+        parcels, button = self.copy["parcelas"], QMessageBox.StandardButton
+        parcels.startEditing()
+        parcels.deleteFeature(self.parcel(30).id())
+        count = parcels.featureCount()
+        iface.setActiveLayer(self.copy["hojas"])
+        self.assertEqual(len(self.edit_anew(button.Yes)), 1, "what is open already is gone on with")
+        self.assertEqual(iface.activeLayer(), parcels)
+        self.assertEqual(len(self.edit_anew(button.No, button.No)), 2)
+        with self.assertRaisesRegex(OSError, "sin guardar en Parcelas"):
+            layers.abre_copia(QgsProject.instance(), self.list, self.copy_file, REFERENCE)
+        self.assertTrue(parcels.isModified())
+        self.assertEqual(parcels.featureCount(), count)
+        self.assertFalse(os.path.exists(os.path.join(self.folder, "045127-edicion-2.gpkg")))
+        self.assertIn("sin guardar", self.edit_anew(button.No, button.Yes)[1])
+        first = QgsVectorLayer(f"{self.copy_file}|layername=parcelas", "first", "ogr")
+        self.assertEqual(first.featureCount(), count, "the copy before keeps what was saved")
+
+    def test_a_copy_without_one_of_its_layers_gets_it_back(self):
+        QgsProject.instance().removeMapLayer(self.copy["hojas"])
+        self.edit_anew(QMessageBox.StandardButton.Yes)
+        self.assertEqual({layers.dato(layer, layers.EDICION) for layer in self.edited()}, {self.copy_file})
+        self.assertEqual(len(self.edited()), 4)
 
     def test_half_of_a_copy_is_none(self):
         written, before = gdal_files.traduce, sorted(os.listdir(self.folder))

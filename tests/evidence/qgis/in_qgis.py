@@ -47,6 +47,7 @@ class TestOpening(WithAMunicipality):
         opened = self.open()
         self.assertEqual(sorted(opened), ["Mensajes", "Parcelas", "Subparcelas"])
         self.assertEqual(opened["Parcelas"].featureCount(), 154)
+        self.assertFalse(opened["Parcelas"].startEditing(), "the next run writes these anew")
         self.assertEqual([message.texto for message in self.plugin.panel.tabla.mensajes], self.log_lines())
         self.forget_subparcels()
         self.translate()
