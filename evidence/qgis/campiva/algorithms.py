@@ -80,18 +80,25 @@ class _Algoritmo(QgsProcessingAlgorithm):
         dados.update((nombre, self.parameterAsFileOutput(parametros, nombre, contexto)) for nombre, *_ in self.DESTINOS)
         try:
             encargo = self.prepara(dados)
-            resultado = self._ejecuta(encargo, respuesta)
+            resultado, escritas = self._ejecuta(encargo, respuesta)
         except OSError as fallo:  # of a file: the user's to know, in the words that it comes in
             raise QgsProcessingException(str(fallo)) from fallo
-        if resultado.detenido:
+        if resultado.detenido and not escritas:
             return {}
-        self._lista = encargo.lista
+        if resultado.detenido and encargo.lista:
+            layers.noticias.escrito.emit(encargo.lista)
+        else:
+            self._lista = encargo.lista
         return {**encargo.salidas, **{nombre: resultado.cuenta(que) for nombre, _, que in self.CUENTAS}}
 
     def _ejecuta(self, encargo, respuesta):
-        """Runs it until it is done or cancelled; that its first output is new tells that it came to its end."""
-        salida = next(iter(encargo.salidas.values()))
-        antes = _marca(salida)
+        """Runs it until it is done or cancelled, and gives what came of it and the outputs that are new.
+
+        These tell that it came to its end, whatever it ended with: a stop may come when all is written. The log is new
+        after a stop as well.
+        """
+        ficheros = [fichero for nombre, fichero in encargo.salidas.items() if nombre != "REGISTRO"]
+        antes = list(map(_marca, ficheros))
         respuesta.pushCommandInfo(" ".join(encargo.orden))
 
         def avance(fase, tanto):
@@ -103,14 +110,16 @@ class _Algoritmo(QgsProcessingAlgorithm):
                                          programs.pon_ajustes(carpeta, **encargo.ajustes), avance, respuesta.isCanceled)
         for titulo, texto in resultado.cajas:  # those of errors are seen in red, and stop nobody's model
             (respuesta.reportError if titulo == "Error" else respuesta.pushInfo)(texto)
+        escritas = [fichero for fichero, marca in zip(ficheros, antes) if _marca(fichero) not in (None, marca)]
         if resultado.detenido:
-            respuesta.reportError("Detenido: los ficheros de salida quedan como estaban.")
-        elif _marca(salida) in (None, antes):
-            raise OSError(f"No se ha escrito {salida}")
-        return resultado
+            respuesta.reportError("Se ha detenido tarde: los ficheros de salida ya están escritos." if escritas
+                                  else "Detenido: los ficheros de salida quedan como estaban.")
+        elif ficheros[0] not in escritas:
+            raise OSError(f"No se ha escrito {ficheros[0]}")
+        return resultado, escritas
 
     def postProcessAlgorithm(self, _contexto, respuesta):
-        """In the thread that layers live in."""
+        """In the thread that layers live in. Who starts it in another one doesn't come here after a cancel."""
         try:
             if self._lista:
                 layers.refresca(self._lista)

@@ -25,6 +25,7 @@ _DEL_INFORME = (("Mensajes", "mensajes", "Point", "mensaje"), ("Subparcelas", "s
 
 class _Noticias(QObject):
     refrescado = pyqtSignal(str)  # the list whose layers were read again
+    escrito = pyqtSignal(str)  # the list of a run that was cancelled when all was written, in whatever thread
 
 
 noticias = _Noticias()

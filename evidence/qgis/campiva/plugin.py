@@ -48,9 +48,11 @@ class Complemento:
         self._accion("editar", "&Copia para editar...", lambda: self._de_la_elegida(self._edita))
         self._accion("devolver", "&Devolver al dibujo...", lambda: self._de_la_elegida(self._devuelve))
         layers.noticias.refrescado.connect(self._refrescado)
+        layers.noticias.escrito.connect(self._escrito)
 
     def unload(self):
         layers.noticias.refrescado.disconnect(self._refrescado)
+        layers.noticias.escrito.disconnect(self._escrito)
         QgsApplication.processingRegistry().removeProvider(self._proveedor)
         for accion in self.acciones.values():
             self._iface.removePluginMenu(_MENU, accion)
@@ -145,6 +147,9 @@ class Complemento:
     def _refrescado(self, lista):
         if lista == self._lista:
             self._con(lambda: self.muestra_mensajes(lista))
+
+    def _escrito(self, lista):
+        self._con(lambda: layers.refresca(lista))
 
     def _traduce(self, nombre):
         """Opens the dialog of a translation, filled in for the municipality in focus.

@@ -6,6 +6,7 @@ The environment names the samples (SAMPLES), and the file (RESULT) that gets "pa
 import io
 import os
 import shutil
+import sys
 import traceback
 import unittest
 from unittest import mock
@@ -13,7 +14,8 @@ from unittest import mock
 import processing
 import qgis.utils
 from osgeo import gdal
-from qgis.core import QgsApplication, QgsCoordinateReferenceSystem, QgsProcessingFeedback, QgsProject, QgsRectangle
+from qgis.core import (QgsApplication, QgsCoordinateReferenceSystem, QgsProcessingAlgRunnerTask, QgsProcessingContext,
+                       QgsProcessingFeedback, QgsProject, QgsRectangle)
 from qgis.PyQt.QtCore import Qt, QTimer
 from qgis.PyQt.QtTest import QTest
 from qgis.PyQt.QtWidgets import QApplication, QDialog
@@ -207,6 +209,32 @@ class TestTranslating(WithAMunicipality):
         with open(os.path.join(self.folder, "045127.R"), "rb") as output:
             self.assertEqual("Detenido: los ficheros de salida quedan como estaban." in feedback.errors,
                              output.read() == before, "so short a run may be done before anybody stops it")
+
+    def test_a_cancel_that_comes_when_all_is_written_is_none(self):
+        self.translate()
+        self.open()
+        before, feedback, ended = self.log_lines(), Feedback(True), []
+        programs = sys.modules["campiva.algorithms"].programs  # another one when the plugin was loaded anew
+        really = programs.ejecuta
+
+        def ends_by_the_signal(*order, **_how):
+            result = really(*order[:3])
+            return programs.Resultado(-2, result.salida, result.errores, True)
+
+        self.forget_subparcels()
+        feedback.cancel()
+        algorithm, context = QgsApplication.processingRegistry().algorithmById("campiva:vuelta"), QgsProcessingContext()
+        with mock.patch.object(programs, "ejecuta", ends_by_the_signal):
+            task = QgsProcessingAlgRunnerTask(algorithm, {"LISTA": self.list}, context, feedback)
+            task.executed.connect(lambda _done, results: ended.append(results))
+            QgsApplication.taskManager().addTask(task)
+            while not ended:
+                QApplication.processEvents()
+        self.assertEqual(ended[0]["R"], os.path.join(self.folder, "045127.R"))
+        self.assertFalse([said for said in feedback.errors if "como estaban" in said])
+        self.assertTrue([said for said in feedback.errors if "ya están escritos" in said])
+        self.assertNotEqual(self.log_lines(), before)
+        self.assertEqual([message.texto for message in self.plugin.panel.tabla.mensajes], self.log_lines())
 
     def test_only_what_is_read_is_filled_in(self):
         self.open()
