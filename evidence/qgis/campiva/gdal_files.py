@@ -13,6 +13,9 @@ from .messages import de_campos
 
 CONTROLADOR = "Vexa"
 DE_RECINTOS = ("parcelas", "subparcelas", "poligonos", "hojas")
+# What the driver shows of drawings and tables, and takes back from nobody.
+SOLO_LEIDOS = ("area_registro", "area_contorno", "valido", "estado", "faltas", "pieza", "piezas", "en_tablas",
+               "superficie", "titular", "dni", "participacion", "paraje", "clave_conc", "tipo", "calificacion", "clase")
 _DE_LA_ETIQUETA = ("rotulo", "codigo", "borrado", "rotulo_x", "rotulo_y")
 _LEE = {ogr.OFTInteger: ogr.Feature.GetFieldAsInteger, ogr.OFTInteger64: ogr.Feature.GetFieldAsInteger64,
         ogr.OFTReal: ogr.Feature.GetFieldAsDouble}

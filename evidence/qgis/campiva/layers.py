@@ -80,6 +80,11 @@ def abre_copia(proyecto, lista, copia, referencia):
     fuentes = [(titulo, nombre, f"{copia}|layername={nombre}", visible)
                for titulo, nombre, _, visible in _DEL_CONTROLADOR if nombre in gdal_files.DE_RECINTOS]
     capas = _pon(proyecto, f"{Municipio(lista).titulo}: edición", fuentes, referencia, {LISTA: lista, EDICION: copia})
+    for capa in capas:
+        formulario = capa.editFormConfig()
+        for sitio in filter(lambda sitio: sitio >= 0, map(capa.fields().indexOf, gdal_files.SOLO_LEIDOS)):
+            formulario.setReadOnly(sitio)  # else a form takes what comes into no drawing
+        capa.setEditFormConfig(formulario)
     for capa in capas_de(proyecto, lista):
         if dato(capa, CAPA) in gdal_files.DE_RECINTOS:
             proyecto.layerTreeRoot().findLayer(capa).setItemVisibilityChecked(False)

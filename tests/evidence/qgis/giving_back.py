@@ -2,19 +2,22 @@
 
 import filecmp
 import os
+import re
 import shutil
 import sys
 import tempfile
 from unittest import mock
 
+import processing
 from osgeo import gdal
-from qgis.core import QgsGeometry, QgsProject, QgsRectangle, QgsVectorLayer
+from qgis.core import QgsGeometry, QgsProject, QgsRectangle, QgsVectorLayer, QgsVectorLayerUtils
+from qgis.PyQt.QtCore import QVariant
 from qgis.PyQt.QtWidgets import QMessageBox
 from qgis.utils import iface
 
 from campiva import gdal_files, layers
 from campiva.give_back import Devolucion, DialogoDevolver
-from in_a_municipality import REFERENCE, WithAMunicipality
+from in_a_municipality import REFERENCE, SAMPLES, WithAMunicipality
 
 
 class TestGivingBack(WithAMunicipality):
@@ -119,6 +122,29 @@ class TestGivingBack(WithAMunicipality):
         self.assertTrue(all(row[0] == "borrado" and row[1].endswith("polígono 2") for row in rows))
         dialog.accept()
         self.assertEqual(os.path.getsize(os.path.join(self.folder, "002.PAR")), 0)
+
+    def test_what_comes_into_no_drawing_is_not_edited(self):
+        entry = shutil.copy(os.path.join(SAMPLES, "villanueva.txt"), self.folder)
+        processing.run("campiva:ida", {"ENTRADA": entry, "TABLAS": self.folder})
+        self.plugin.abre(self.list, self.folder, REFERENCE)
+        self.edit_anew(QMessageBox.StandardButton.No)
+        shut, fields = set(), set()
+        for layer in self.edited():
+            layer.startEditing()
+            one = next(layer.getFeatures())
+            for index, field in enumerate(layer.fields()):
+                fields.add(field.name())
+                if not QgsVectorLayerUtils.fieldIsEditable(layer, index, one):
+                    shut.add(field.name())
+                    other = {QVariant.String: "x", QVariant.Bool: one[index] is False}.get(field.type(), 77)
+                    layer.changeAttributeValue(one.id(), index, other)
+            self.assertTrue(layer.commitChanges(), layer.commitErrors())
+        giving = Devolucion(self.list, layers.dato(layer, layers.EDICION))
+        giving.ensaya([])
+        said = " ".join(text for _, text in giving.devuelve([]))
+        self.assertEqual(set(re.findall(r"(\w+) \(\d+\)", said.partition("Sin efecto")[2])), shut)
+        self.assertEqual(fields - shut, {"fid", "entrada", "poligono", "parcela", "letra", "hoja", "rotulo", "codigo",
+                                         "borrado", "numero", "rotulo_x", "rotulo_y"})
 
     def test_a_contradiction_is_refused_until_somebody_says_what_holds(self):
         self.edit(lambda layer: self.split(layer, 47, 947))
