@@ -22,6 +22,12 @@ def igual(una, otra):
     return os.path.normcase(os.path.normpath(una)) == os.path.normcase(os.path.normpath(otra))
 
 
+def _nombre_de(entrada):
+    """What of a list's entry names its drawings: whatever folder and extension it has, others are taken."""
+    fichero = os.path.basename(entrada)
+    return fichero.rpartition(".")[0] if "." in fichero else fichero
+
+
 def traslada(ruta, antes, ahora):
     """What a noted path is for files that were copied: the one that was at `antes` when it was noted is at `ahora`.
 
@@ -45,11 +51,11 @@ class Municipio:
     def __init__(self, lista):
         """Raises OSError where the list can't be read."""
         self.lista, self.carpeta = lista, os.path.dirname(lista)
-        with open(lista, encoding="cp1252", errors="replace") as texto:
-            self.cabecera, *lineas = texto.read().splitlines() or [""]
+        with open(lista, encoding="cp1252", errors="replace", newline="\n") as texto:  # no other character ends a line
+            self.cabecera, *lineas = (linea.removesuffix("\r") for linea in texto.read().split("\n"))
         self.nombre = self.cabecera[_NUMEROS]
         self.titulo = " ".join(self.cabecera[_NUMEROS.start:].split())
-        self.entradas = [linea[1:] for linea in lineas if linea[1:]]
+        self.entradas = [_nombre_de(linea[1:]) for linea in lineas if linea[1:]]
         if len(self.nombre) != 6 or not self.nombre.replace(" ", "0").isdigit():
             raise OSError(f"{lista} no es una lista de polígonos: su primera línea no dice el municipio")
 

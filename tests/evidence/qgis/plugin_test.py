@@ -45,6 +45,21 @@ class TestMunicipality(InAFolder):
         self.write("d/otras.TOP")
         self.assertEqual(os.path.basename(found.ortos()), "ortos.TOP", "of two neither is taken")
 
+    def test_of_an_entry_only_the_name_counts(self):
+        names = ("001.BIN", "002.BIN", "003.v2.BIN", "004\x0c.BIN", "005 .BIN")
+        for name in names:
+            self.write(name)
+        for reason, entry, expected in (
+                ("a name", "002", ["002.BIN"]), ("an extension", "002.BIN", ["002.BIN"]),
+                ("another one", "002.par", ["002.BIN"]), ("a folder", "./002", ["002.BIN"]),
+                ("both", "otra/carpeta.x/002.BIN", ["002.BIN"]), ("the last point", "003.v2.BIN", ["003.v2.BIN"]),
+                ("what ends lines elsewhere", "004\x0c", ["004\x0c.BIN"]), ("a blank", "005 ", ["005 .BIN"]),
+                ("of nothing", ".BIN", [])):
+            with self.subTest(reason):
+                listed = self.write("lista.txt", f"TREN 045127 PEÑA\r\nP{entry}\r\n")
+                found = [os.path.basename(path) for path in municipality.Municipio(listed).dibujos()]
+                self.assertEqual(found, ["lista.txt", *expected])
+
     def test_noted_paths_go_with_the_files_that_were_copied(self):
         for name in ("25/d/lista.txt", "25/d/copia.gpkg", "25/tablas/x", "26/d/lista.txt", "26/d/copia.gpkg",
                      "26/tablas/x", "x/todas/x", "27/d/lista.txt"):
