@@ -16,8 +16,8 @@ from . import layers, programs
 from .municipality import Municipio, busca
 
 # What is run: its line, what it writes by the names of the outputs, what is typed into its dialogs, the settings
-# that have no place on the line, and the list whose layers are read again when it is done.
-Encargo = collections.namedtuple("Encargo", "orden salidas mandatos ajustes lista", defaults=("", {}, None))
+# that have no place on the line, the list whose layers are read again when it is done, what it writes besides.
+Encargo = collections.namedtuple("Encargo", "orden salidas mandatos ajustes lista demas", defaults=("", {}, None, ()))
 
 _LISTA = ("LISTA", "Lista de polígonos (DBVexa)", "Listas de polígonos (*.txt *.TXT)")
 _ORTOS = ("ORTOS", "Gráfico de ortofotos, si no es el que está junto a la lista", "", True)
@@ -80,25 +80,24 @@ class _Algoritmo(QgsProcessingAlgorithm):
         dados.update((nombre, self.parameterAsFileOutput(parametros, nombre, contexto)) for nombre, *_ in self.DESTINOS)
         try:
             encargo = self.prepara(dados)
-            resultado, escritas = self._ejecuta(encargo, respuesta)
+            resultado, escritos = self._ejecuta(encargo, respuesta)
         except OSError as fallo:  # of a file: the user's to know, in the words that it comes in
             raise QgsProcessingException(str(fallo)) from fallo
-        if resultado.detenido and not escritas:
+        if resultado.detenido and not escritos:
             return {}
         if resultado.detenido and encargo.lista:
             layers.noticias.escrito.emit(encargo.lista)
         else:
             self._lista = encargo.lista
-        return {**encargo.salidas, **{nombre: resultado.cuenta(que) for nombre, _, que in self.CUENTAS}}
+        salidas = {nombre: fichero for nombre, fichero in encargo.salidas.items() if fichero in escritos}
+        return {**salidas, **{nombre: resultado.cuenta(que) for nombre, _, que in self.CUENTAS}}
 
     def _ejecuta(self, encargo, respuesta):
-        """Runs it until it is done or cancelled, and gives what came of it and the outputs that are new.
+        """Runs it until it is done or cancelled, and gives what came of it and the files that it wrote.
 
-        These tell that it came to its end, whatever it ended with: a stop may come when all is written. The log is new
-        after a stop as well.
+        Only what is new was written: a run that can't make one of its files leaves the one before, and goes on.
         """
-        ficheros = [fichero for nombre, fichero in encargo.salidas.items() if nombre != "REGISTRO"]
-        antes = list(map(_marca, ficheros))
+        antes = {fichero: _marca(fichero) for fichero in (*encargo.salidas.values(), *encargo.demas)}
         respuesta.pushCommandInfo(" ".join(encargo.orden))
 
         def avance(fase, tanto):
@@ -110,13 +109,19 @@ class _Algoritmo(QgsProcessingAlgorithm):
                                          programs.pon_ajustes(carpeta, **encargo.ajustes), avance, respuesta.isCanceled)
         for titulo, texto in resultado.cajas:  # those of errors are seen in red, and stop nobody's model
             (respuesta.reportError if titulo == "Error" else respuesta.pushInfo)(texto)
-        escritas = [fichero for fichero, marca in zip(ficheros, antes) if _marca(fichero) not in (None, marca)]
-        if resultado.detenido:
-            respuesta.reportError("Se ha detenido tarde: los ficheros de salida ya están escritos." if escritas
-                                  else "Detenido: los ficheros de salida quedan como estaban.")
-        elif ficheros[0] not in escritas:
-            raise OSError(f"No se ha escrito {ficheros[0]}")
-        return resultado, escritas
+        escritos = {fichero for fichero, marca in antes.items() if _marca(fichero) not in (None, marca)}
+        principal = next(iter(antes))
+        if principal in escritos:
+            if resultado.detenido:  # whatever the program ended with
+                respuesta.reportError("Se ha detenido tarde: los ficheros de salida ya están escritos.")
+            for fichero in sorted(antes.keys() - escritos):
+                respuesta.reportError(f"No se ha escrito {fichero}")
+        elif resultado.detenido:
+            respuesta.reportError("Detenido: los ficheros de salida quedan como estaban.")
+            escritos = set()  # the log of a stopped run is no result
+        else:
+            raise OSError(f"No se ha escrito {principal}")
+        return resultado, escritos
 
     def postProcessAlgorithm(self, _contexto, respuesta):
         """In the thread that layers live in. Who starts it in another one doesn't come here after a cancel."""
@@ -141,7 +146,7 @@ class Ida(_Algoritmo):
         entrada, carpeta = dados["ENTRADA"], dados["TABLAS"]
         return Encargo([programs.busca_programa("campiva"), "0", entrada, *programs.tablas_de(carpeta)],
                        {"PARCELAS": busca(carpeta, "Parcelas.txt"), "REGISTRO": os.path.splitext(entrada)[0] + ".ERR"},
-                       ajustes={"relacion": dados["RELACION"]})
+                       ajustes={"relacion": dados["RELACION"]}, demas=programs.tablas_de(carpeta))
 
 
 class Vuelta(_Algoritmo):
@@ -159,10 +164,11 @@ class Vuelta(_Algoritmo):
         municipio = Municipio(dados["LISTA"])
         tablas = dados["TABLAS"] or municipio.tablas() or municipio.carpeta
         *en_la_linea, concentradas = (dados[nombre] for nombre, _ in self.CASILLAS)
+        modificadas = [busca(tablas, nombre) for nombre in ("Parcelas.txt", "Subparcelas.txt") if dados["MODIFICAR"]]
         return Encargo([programs.busca_programa("campiva"), "1", *programs.tablas_de(tablas), municipio.lista,
                         dados["ORTOS"] or municipio.ortos(), *(str(int(casilla)) for casilla in en_la_linea)],
                        {"R": municipio.salida("R"), "M": municipio.salida("M"), "REGISTRO": municipio.salida("ERR")},
-                       ajustes={"concentradas": concentradas}, lista=municipio.lista)
+                       ajustes={"concentradas": concentradas}, lista=municipio.lista, demas=modificadas)
 
 
 class Infograf(_Algoritmo):

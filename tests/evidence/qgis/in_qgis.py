@@ -236,6 +236,35 @@ class TestTranslating(WithAMunicipality):
         self.assertNotEqual(self.log_lines(), before)
         self.assertEqual([message.texto for message in self.plugin.panel.tabla.mensajes], self.log_lines())
 
+    def test_what_could_not_be_written_is_told_and_not_handed_on(self):
+        self.translate()
+        os.remove(os.path.join(self.folder, "045127.M"))
+        entry = shutil.copy(os.path.join(SAMPLES, "villanueva.txt"), self.folder)
+        for name, algorithm, given, expected in (
+                ("045127.M", "vuelta", {"LISTA": self.list}, {"R", "REGISTRO", "ERRORES", "AVISOS"}),
+                ("Titulares.txt", "ida", {"ENTRADA": entry, "TABLAS": os.path.join(self.folder, "t")},
+                 {"PARCELAS", "REGISTRO", "ERRORES", "AVISOS"})):
+            with self.subTest(name):
+                path, feedback = os.path.join(given.get("TABLAS", self.folder), name), Feedback()
+                os.makedirs(path)  # as it can't be made, by root either
+                self.assertEqual(set(processing.run(f"campiva:{algorithm}", given, feedback=feedback)), expected)
+                self.assertIn(f"No se ha escrito {path}", feedback.errors)
+
+    def test_tables_that_are_modified_are_asked_after(self):
+        feedback, programs = Feedback(), sys.modules["campiva.algorithms"].programs
+        really = programs.ejecuta
+
+        def modifies_none(order, *how):
+            return really(order[:-3] + ["0"] + order[-2:], *how)
+
+        self.translate(feedback=feedback, MODIFICAR=True)
+        self.assertFalse([said for said in feedback.errors if said.startswith("No se ha escrito")])
+        with mock.patch.object(programs, "ejecuta", modifies_none):
+            self.translate(feedback=feedback, MODIFICAR=True)
+        self.assertEqual([said for said in feedback.errors if said.startswith("No se ha escrito")],
+                         [f"No se ha escrito {os.path.join(self.folder, name)}"
+                          for name in ("Parcelas.txt", "Subparcelas.txt")])
+
     def test_only_what_is_read_is_filled_in(self):
         self.open()
         given = {}
