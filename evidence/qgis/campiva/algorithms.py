@@ -107,8 +107,10 @@ class _Algoritmo(QgsProcessingAlgorithm):
         with tempfile.TemporaryDirectory(prefix="campiva-") as carpeta:
             resultado = programs.ejecuta(encargo.orden, encargo.mandatos,
                                          programs.pon_ajustes(carpeta, **encargo.ajustes), avance, respuesta.isCanceled)
-        for titulo, texto in resultado.cajas:  # those of errors are seen in red, and stop nobody's model
-            (respuesta.reportError if titulo == "Error" else respuesta.pushInfo)(texto)
+        # Boxes of errors are seen in red, and stop nobody's model; what is said without a box isn't to be passed over.
+        di = {"Error": respuesta.reportError, "": respuesta.pushWarning}
+        for titulo, texto in resultado.cajas:
+            di.get(titulo, respuesta.pushInfo)(texto)
         escritos = {fichero for fichero, marca in antes.items() if _marca(fichero) not in (None, marca)}
         principal = next(iter(antes))
         if principal in escritos:

@@ -3,6 +3,7 @@
 The environment names the samples (SAMPLES), and the file (RESULT) that gets "passed" or what failed.
 """
 
+import contextlib
 import io
 import os
 import shutil
@@ -15,7 +16,7 @@ import processing
 import qgis.utils
 from osgeo import gdal
 from qgis.core import (QgsApplication, QgsCoordinateReferenceSystem, QgsProcessingAlgRunnerTask, QgsProcessingContext,
-                       QgsProcessingFeedback, QgsProject, QgsRectangle)
+                       QgsProcessingException, QgsProcessingFeedback, QgsProject, QgsRectangle)
 from qgis.PyQt.QtCore import Qt, QTimer
 from qgis.PyQt.QtTest import QTest
 from qgis.PyQt.QtWidgets import QApplication, QDialog
@@ -170,13 +171,16 @@ class Feedback(QgsProcessingFeedback):
 
     def __init__(self, cancels=False):
         super().__init__()
-        self.told, self.errors, self._cancels = [], [], cancels
+        self.told, self.warnings, self.errors, self._cancels = [], [], [], cancels
 
     def isCanceled(self):
         return self._cancels
 
     def pushInfo(self, info):
         self.told.append(info)
+
+    def pushWarning(self, warning):
+        self.warnings.append(warning)
 
     def reportError(self, error, fatalError=False):
         self.errors.append(error)
@@ -249,6 +253,17 @@ class TestTranslating(WithAMunicipality):
                 os.makedirs(path)  # as it can't be made, by root either
                 self.assertEqual(set(processing.run(f"campiva:{algorithm}", given, feedback=feedback)), expected)
                 self.assertIn(f"No se ha escrito {path}", feedback.errors)
+
+    def test_what_is_suspected_of_an_input_is_a_warning(self):
+        for algorithm, given, reason in (
+                ("ida", {"ENTRADA": self.list, "TABLAS": self.folder}, "^Ninguna línea .* es de un fichero de intercambio"),
+                ("informe", {"REGISTRO": os.path.join(self.folder, "none.ERR"),
+                             "HTML": os.path.join(self.folder, "i.html")}, "^campiva-informe: Imposible")):
+            with self.subTest(algorithm):
+                feedback = Feedback()
+                with contextlib.suppress(QgsProcessingException):
+                    processing.run(f"campiva:{algorithm}", given, feedback=feedback)
+                self.assertRegex("".join(feedback.warnings), reason)
 
     def test_tables_that_are_modified_are_asked_after(self):
         feedback, programs = Feedback(), sys.modules["campiva.algorithms"].programs
