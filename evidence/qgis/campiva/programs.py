@@ -13,6 +13,9 @@ from .municipality import TABLAS, busca
 
 _AVANCE = re.compile(r"(.*?)\s*[█░]+\s+(\d+) %\s+\d+:\d\d")
 _CAJA = re.compile(r"^\[([^\]\n]+)\]$", re.MULTILINE)
+# Of a box that has no place on the line: section and key of the settings, what the program's dialog calls it.
+_AJUSTES = {"relacion": ("CampivaAVexa", "TipoEntrada", "Relación de subparcelas con titulares"),
+            "concentradas": ("VexaACampiva2", "ModificarConcentradas", "Modificar las parcelas concentradas")}
 _ACABADO, _DETENIDO = (0, 1), 130  # what a run ends with that came to its end, or that was stopped
 _PLAZO = 3  # seconds that a program has for its own clearing away
 _MOMENTO = 0.1
@@ -45,16 +48,34 @@ def orden_informe(programa, registro, **opciones):
             registro]
 
 
-def pon_ajustes(carpeta, relacion=False, concentradas=False):
+def _valor_en_el_registro(seccion, clave):
+    """A number that Windows keeps for the program; 0 where it keeps none."""
+    import winreg
+
+    lugar = os.environ.get("AJUSTES_APARTE", r"Software\VexaSoft\Campiva")
+    with contextlib.suppress(OSError, ValueError):  # it isn't there, or is no number: the program takes 0 as well
+        with winreg.OpenKey(winreg.HKEY_CURRENT_USER, f"{lugar}\\{seccion}") as abierta:
+            return int(winreg.QueryValueEx(abierta, clave)[0])
+    return 0
+
+
+def pon_ajustes(carpeta, **casillas):
     """Stores in a folder what has no place on the line, and gives the environment that reads it.
 
+    \\param casillas  by the names in `_AJUSTES`; what isn't given is no
     A run gets settings of its own: those of the user say what somebody chose in a dialog. Where the system keeps
-    settings in no file, on Windows, they stay those of the user.
+    settings in no file, on Windows, they stay those of the user; raises OSError where these aren't what is asked for.
     """
     os.makedirs(os.path.join(carpeta, "VexaSoft"))
     with open(os.path.join(carpeta, "VexaSoft", "Campiva.ini"), "w", encoding="utf-8") as ajustes:
-        ajustes.write(f"[CampivaAVexa]\nTipoEntrada={int(relacion)}\n\n"
-                      f"[VexaACampiva2]\nModificarConcentradas={int(concentradas)}\n")
+        for nombre, (seccion, clave, _) in _AJUSTES.items():
+            ajustes.write(f"[{seccion}]\n{clave}={int(casillas.get(nombre, False))}\n\n")
+    for nombre, pedida in casillas.items() if os.name == "nt" else ():
+        seccion, clave, titulo = _AJUSTES[nombre]
+        if bool(_valor_en_el_registro(seccion, clave)) != pedida:
+            raise OSError(f"En Windows «{titulo}» vale como se eligió la última vez en el diálogo del programa, y allí "
+                          f"{'no ' * pedida}está elegido: ábralo, elíjalo como lo quiere y haga un proceso, o cambie aquí "
+                          "la casilla")
     return dict(os.environ, XDG_CONFIG_HOME=os.path.abspath(carpeta))
 
 

@@ -3,6 +3,7 @@
     plugin_test.py FOLDER_OF_PLUGIN CAMPIVA MANUAL_PAGE SAMPLES
 """
 
+import contextlib
 import os
 import shutil
 import sys
@@ -168,6 +169,58 @@ class TestWords(unittest.TestCase):
 
     def test_leaves_out_options_that_are_empty(self):
         self.assertEqual(programs.orden_informe("i", "a.ERR", lista="", tablas="t"), ["i", "--tablas", "t", "a.ERR"])
+
+
+class FakeRegistry:
+    """What of Windows' registry is asked for: numbers, and texts as somebody writes them by hand."""
+
+    HKEY_CURRENT_USER = object()
+
+    def __init__(self, values):
+        self._values = values
+
+    def OpenKey(self, root, place):
+        assert root is self.HKEY_CURRENT_USER
+        if not any(key[0] == place for key in self._values):
+            raise FileNotFoundError(place)
+        return contextlib.nullcontext(place)
+
+    def QueryValueEx(self, place, name):
+        if (place, name) not in self._values:
+            raise FileNotFoundError(name)
+        return self._values[place, name], 4
+
+
+class TestSettingsOfWindows(InAFolder):
+    OUT = (r"Software\VexaSoft\Campiva\CampivaAVexa", "TipoEntrada")
+    BACK = (r"Software\VexaSoft\Campiva\VexaACampiva2", "ModificarConcentradas")
+
+    def refused(self, values, **boxes):
+        folder = tempfile.mkdtemp(dir=self.folder)
+        with mock.patch.dict(sys.modules, winreg=FakeRegistry(values)), mock.patch.object(os, "name", "nt"):
+            try:
+                programs.pon_ajustes(folder, **boxes)
+            except OSError as reason:
+                return str(reason)
+        return ""
+
+    def test_a_box_that_the_program_would_not_see_is_refused(self):
+        for reason, values, boxes, expected in (
+                ("nothing is kept", {}, {"relacion": False}, ""),
+                ("nothing is kept, a list is asked for", {}, {"relacion": True}, "«Relación.* no está elegido"),
+                ("another value is kept", {self.OUT: 1}, {"concentradas": True}, "«Modificar.* no está elegido"),
+                ("it is as it is asked for", {self.OUT: 1}, {"relacion": True}, ""),
+                ("it is the other way", {self.BACK: 1}, {"concentradas": False}, "«Modificar.*allí está elegido"),
+                ("as text", {self.BACK: "1"}, {"concentradas": True}, ""),
+                ("no number", {self.BACK: "x"}, {"concentradas": False}, ""),
+                ("nobody asks", {self.OUT: 1, self.BACK: 1}, {}, "")):
+            with self.subTest(reason):
+                self.assertRegex(self.refused(values, **boxes), expected or "^$")
+
+    def test_settings_kept_elsewhere_are_those_that_count(self):
+        with mock.patch.dict(os.environ, AJUSTES_APARTE=r"Software\x"):
+            self.assertEqual(self.refused({(r"Software\x\CampivaAVexa", "TipoEntrada"): 1}, relacion=True), "")
+            self.assertNotEqual(self.refused({self.OUT: 1}, relacion=True), "")
 
 
 class TestRuns(InAFolder):
