@@ -135,8 +135,16 @@ class Complemento:
             self._iface.messageBar().pushMessage("Campiva", "; ".join(texto for _, texto in dichas),
                                                  Qgis.MessageLevel.Warning, 0)
 
+    @staticmethod
+    def _dibujado(lista):
+        """A layer that shows the drawings: who edits may have taken all of them away, and kept the copy's."""
+        capas = layers.capas_de(QgsProject.instance(), lista)
+        if not capas:
+            raise OSError(f"Los dibujos de {lista} ya no están en el proyecto: abra otra vez el municipio")
+        return capas[0]
+
     def muestra_mensajes(self, lista):
-        capa = layers.capas_de(QgsProject.instance(), lista)[0]
+        capa = self._dibujado(lista)
         fichero, opciones = capa.source().split("|")[0], {}
         if gdal_files.hay_controlador():
             opciones["TABLAS"] = layers.dato(capa, layers.TABLAS)
@@ -177,9 +185,11 @@ class Complemento:
         if respuesta == _BOTON.Yes and len(abiertas) == len(gdal_files.DE_RECINTOS):
             self._iface.setActiveLayer(next(capa for capa in abiertas if layers.dato(capa, layers.CAPA) == "parcelas"))
             return
-        if respuesta == _BOTON.Cancel or not self._guardadas(capas, "Copia para editar"):
+        if respuesta == _BOTON.Cancel:
             return
-        referencia = layers.capas_de(proyecto, lista)[0].crs()
+        referencia = self._dibujado(lista).crs()
+        if not self._guardadas(capas, "Copia para editar"):
+            return
         if respuesta == _BOTON.No:
             copia = layers.copia(proyecto, lista, referencia)
         layers.abre_copia(proyecto, lista, copia, referencia)

@@ -285,6 +285,18 @@ class TestGivingBack(WithAMunicipality):
         first = QgsVectorLayer(f"{self.copy_file}|layername=parcelas", "first", "ogr")
         self.assertEqual(first.featureCount(), count, "the copy before keeps what was saved")
 
+    def test_a_copy_whose_drawings_were_taken_away_is_gone_on_with(self):
+        for layer in layers.capas_de(QgsProject.instance(), self.list):
+            QgsProject.instance().removeMapLayer(layer)
+        iface.setActiveLayer(self.copy["hojas"])
+        self.edit_anew(QMessageBox.StandardButton.Yes)
+        self.assertEqual(iface.activeLayer(), self.copy["parcelas"])
+        with self.assertRaisesRegex(OSError, "ya no están en el proyecto"):
+            self.plugin.muestra_mensajes(self.list)
+        self.edit_anew(QMessageBox.StandardButton.No)
+        self.assertIn("ya no están en el proyecto", iface.messageBar().currentItem().text())
+        iface.messageBar().clearWidgets()
+
     def test_a_copy_without_one_of_its_layers_gets_it_back(self):
         QgsProject.instance().removeMapLayer(self.copy["hojas"])
         self.edit_anew(QMessageBox.StandardButton.Yes)
