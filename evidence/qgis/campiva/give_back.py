@@ -28,6 +28,7 @@ class Devolucion:
     def __init__(self, lista, copia):
         """Raises OSError where the list can't be read."""
         self._municipio, self._copia = Municipio(lista), copia
+        self.nombre = os.path.basename(copia)
         self._antes = self._seran = None  # what a rehearsal began with, and the drawings that it came to
 
     def _estado(self):
@@ -94,7 +95,7 @@ class DialogoDevolver(QDialog):
 
     def __init__(self, devolucion, padre=None):
         super().__init__(padre)
-        self.setWindowTitle("Devolver al dibujo")
+        self.setWindowTitle(f"Devolver al dibujo: {devolucion.nombre}")
         self._devolucion, self.dichas, self.nuevas = devolucion, [], []
         self.resumen, self.tabla, self.quejas = QLabel(), QTableWidget(0, 4), QPlainTextEdit()
         self.tabla.setHorizontalHeaderLabels(("Qué", "Recinto", "Antes", "Después"))

@@ -209,9 +209,15 @@ class Complemento:
         capas = layers.capas_de(QgsProject.instance(), lista, edicion=True)
         if not capas:
             raise OSError("Haga antes una copia para editar: es lo que se devuelve al dibujo")
-        if not self._guardadas(capas, "Devolver al dibujo"):
+        copias = {layers.dato(capa, layers.EDICION) for capa in capas}
+        elegida = layers.dato(self._iface.activeLayer(), layers.EDICION)
+        if elegida not in copias and len(copias) > 1:
+            raise OSError("Hay capas de varias copias: elija una de la que quiera devolver")
+        copia = elegida if elegida in copias else copias.pop()
+        suyas = [capa for capa in capas if layers.dato(capa, layers.EDICION) == copia]
+        if not self._guardadas(suyas, "Devolver al dibujo"):
             return
-        dialogo = DialogoDevolver(Devolucion(lista, layers.dato(capas[0], layers.EDICION)), self._ventana)
+        dialogo = DialogoDevolver(Devolucion(lista, copia), self._ventana)
         if dialogo.exec() == QDialog.DialogCode.Accepted:
             self._di_que_estan_escritos(dialogo.nuevas)
             layers.refresca(lista)

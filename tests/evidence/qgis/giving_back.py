@@ -303,6 +303,22 @@ class TestGivingBack(WithAMunicipality):
         self.assertEqual({layers.dato(layer, layers.EDICION) for layer in self.edited()}, {self.copy_file})
         self.assertEqual(len(self.edited()), 4)
 
+    def test_of_several_copies_the_one_in_focus_is_given_back(self):
+        others = shutil.copy(self.copy_file, os.path.join(self.folder, "antes.gpkg"))
+        another = QgsVectorLayer(f"{others}|layername=parcelas", "antes", "ogr")
+        project, titles = QgsProject.instance(), []
+        for name in (layers.LISTA, layers.CAPA, layers.EDICION):  # as a pasted style brings them along
+            another.setCustomProperty(name, self.copy["parcelas"].customProperty(name))
+        project.addMapLayer(another)
+        dialog = sys.modules["campiva.plugin"].DialogoDevolver
+        with mock.patch.object(dialog, "exec", lambda dialog: titles.append(dialog.windowTitle())):
+            for layer in (another, self.copy["hojas"], layers.capas_de(project, self.list)[0]):
+                iface.setActiveLayer(layer)
+                self.plugin.acciones["devolver"].trigger()
+        self.assertEqual(titles, ["Devolver al dibujo: antes.gpkg", "Devolver al dibujo: 045127-edicion.gpkg"])
+        self.assertIn("varias copias", iface.messageBar().currentItem().text())
+        iface.messageBar().clearWidgets()
+
     def test_half_of_a_copy_is_none(self):
         written, before = gdal_files.traduce, sorted(os.listdir(self.folder))
 

@@ -256,7 +256,7 @@ class TestTranslating(WithAMunicipality):
 
     def test_what_is_suspected_of_an_input_is_a_warning(self):
         for algorithm, given, reason in (
-                ("ida", {"ENTRADA": self.list, "TABLAS": self.folder}, "^Ninguna línea .* es de un fichero de intercambio"),
+                ("ida", {"ENTRADA": self.list, "TABLAS": self.folder}, "^Ninguna línea .* de un fichero de intercambio"),
                 ("informe", {"REGISTRO": os.path.join(self.folder, "none.ERR"),
                              "HTML": os.path.join(self.folder, "i.html")}, "^campiva-informe: Imposible")):
             with self.subTest(algorithm):
