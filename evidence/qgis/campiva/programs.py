@@ -24,7 +24,9 @@ _COLUMNAS = 200  # as wide as no line of progress is
 
 def busca_programa(nombre):
     """Path of a program: in PATH, or where Windows installs it. Raises OSError."""
-    raices = (os.environ.get("ProgramFiles", ""), os.path.join(os.environ.get("LOCALAPPDATA", ""), "Programs"))
+    # Where a variable names none there is no place: not the folder that somebody is in.
+    raices = [os.path.join(os.environ[raiz], dentro) for raiz, dentro in (("ProgramFiles", ""), ("LOCALAPPDATA", "Programs"))
+              if os.environ.get(raiz)]
     sitios = (None, *(os.path.join(raiz, "Campiva") for raiz in raices))
     suyo = next(filter(None, (shutil.which(nombre, path=sitio) for sitio in sitios)), None)
     if suyo is None:
@@ -74,8 +76,8 @@ def pon_ajustes(carpeta, **casillas):
         seccion, clave, titulo = _AJUSTES[nombre]
         if bool(_valor_en_el_registro(seccion, clave)) != pedida:
             raise OSError(f"En Windows «{titulo}» vale como se eligió la última vez en el diálogo del programa, y allí "
-                          f"{'no ' * pedida}está elegido: ábralo, elíjalo como lo quiere y haga un proceso, o cambie aquí "
-                          "la casilla")
+                          f"{'no ' * pedida}está elegido: ábralo, elíjalo como lo quiere y haga un proceso, o cambie "
+                          "aquí la casilla")
     return dict(os.environ, XDG_CONFIG_HOME=os.path.abspath(carpeta))
 
 

@@ -289,6 +289,19 @@ class TestRuns(InAFolder):
         with self.assertRaisesRegex(OSError, "no-hay-tal"):
             programs.busca_programa("no-hay-tal")
 
+    def test_a_program_is_looked_for_where_it_is_installed_and_not_where_somebody_is(self):
+        self.addCleanup(os.chdir, os.getcwd())
+        os.chdir(self.folder)
+        for path in ("Campiva/campiva-x", "Programs/Campiva/campiva-x"):
+            os.chmod(self.write(path, "#!/bin/sh\n"), 0o755)
+        with mock.patch.dict(os.environ, PATH="/none"):
+            with self.assertRaises(OSError):
+                programs.busca_programa("campiva-x")
+            for variable, found in (("ProgramFiles", "Campiva/campiva-x"),
+                                    ("LOCALAPPDATA", "Programs/Campiva/campiva-x")):
+                with mock.patch.dict(os.environ, {variable: self.folder}):
+                    self.assertEqual(programs.busca_programa("campiva-x"), os.path.join(self.folder, found))
+
 
 class TestMessages(InAFolder):
     SAID = [messages.de_campos(fields, place) for place, fields in enumerate((
