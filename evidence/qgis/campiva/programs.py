@@ -3,6 +3,7 @@
 import contextlib
 import os
 import re
+import select
 import shutil
 import signal
 import struct
@@ -208,10 +209,12 @@ def ejecuta(orden, entrada="", entorno=None, avance=lambda fase, tanto: None, pa
                 if parar() and not detenido:
                     detenido = True
                     _detiene(proceso)
-                with contextlib.suppress(subprocess.TimeoutExpired):
-                    proceso.wait(_MOMENTO)
-                if terminal:
+                if terminal:  # as soon as it tells something: it waits where its terminal is full
+                    select.select(terminal[:1], (), (), _MOMENTO)
                     _atiende(terminal[0], errores, avance)
+                else:
+                    with contextlib.suppress(subprocess.TimeoutExpired):
+                        proceso.wait(_MOMENTO)
         if terminal:
             _atiende(terminal[0], errores, avance)  # what came between the last look and the end
         return Resultado(proceso.returncode, _texto(salida), _texto(errores), detenido)

@@ -274,6 +274,14 @@ class TestRuns(InAFolder):
                 result = programs.ejecuta(["sh", "-c", order], parar=lambda: calls.append(1) or len(calls) > 1)
                 self.assertEqual(result.detenido, expected, result.estado)
 
+    def test_who_tells_much_does_not_wait_until_somebody_looks(self):
+        # What its terminal holds many times over, no faster than it is read.
+        lines = f"i=0; while [ $i -lt 4000 ]; do echo 'Falta algo {'x' * 90}'; i=$((i+1)); done >&2"
+        order = f"(sleep 3; kill $$) > /dev/null 2>&1 & w=$!; {lines}; kill $w"
+        with mock.patch.object(programs, "_MOMENTO", 0.5):
+            result = programs.ejecuta(["sh", "-c", order])
+        self.assertEqual((result.estado, result.errores.count("Falta algo")), (0, 4000))
+
     def test_what_goes_wrong_meanwhile_leaves_no_program_behind(self):
         def fails(phase, share):
             raise OSError("No queda sitio")
