@@ -276,8 +276,10 @@ class TestGivingBack(WithAMunicipality):
         self.assertEqual(len(self.edit_anew(button.Yes)), 1, "what is open already is gone on with")
         self.assertEqual(iface.activeLayer(), parcels)
         self.assertEqual(len(self.edit_anew(button.No, button.No)), 2)
-        with self.assertRaisesRegex(OSError, "sin guardar en Parcelas"):
+        with mock.patch.object(QgsProject, "removeMapLayer") as removes, \
+                self.assertRaisesRegex(OSError, "sin guardar en Parcelas"):
             layers.abre_copia(QgsProject.instance(), self.list, self.copy_file, REFERENCE)
+        removes.assert_not_called()
         self.assertTrue(parcels.isModified())
         self.assertEqual(parcels.featureCount(), count)
         self.assertFalse(os.path.exists(os.path.join(self.folder, "045127-edicion-2.gpkg")))
