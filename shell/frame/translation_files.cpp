@@ -1,3 +1,6 @@
+#include <algorithm>
+#include <iterator>
+
 #include "platform/cwinapp.h"
 #include "platform/files/set_healing.h"
 #include "platform/system.h"
@@ -11,9 +14,14 @@ namespace {
 
 constexpr UINT kCrea = CFile::modeCreate | CFile::modeWrite;
 
-bool NoEsta(const sistema::Error& error)
+/// Tells whether what can't be opened for this reason is there; where a name is none that a file
+/// could have, as a damaged list may have them, nothing is.
+bool EstaAhi(const sistema::Error& error)
 {
-    return error == std::errc::no_such_file_or_directory || error == std::errc::not_a_directory;
+    constexpr std::errc kEsta[] = {std::errc::permission_denied, std::errc::operation_not_permitted,
+                                   std::errc::is_a_directory, std::errc::device_or_resource_busy};
+    return std::any_of(std::begin(kEsta), std::end(kEsta),
+                       [&](std::errc razon) { return error == razon; });
 }
 
 } // namespace
@@ -53,7 +61,7 @@ bool CTraduccionDlg::AbreDibujo(CFile& fichero, const CString& nombre)
     const bool abierto = fichero.Open(nombre, kModo, &fallo, m_proceso->nombres);
     if (!abierto) {
         CajaError(cajas::kNoExiste, fallo);
-        if (!NoEsta(fallo.m_causa)) // its parcels are missing for now, and those of an older output
+        if (EstaAhi(fallo.m_causa)) // its parcels are missing for now, and those of an older output
                                     // aren't
             Sospecha(observaciones::kDibujoSinLeer, nombre);
     }
