@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <array>
 #include <limits>
+#include <string>
 #include <utility>
 
 #include "cadastre/co_holder_columns.h"
@@ -61,25 +62,42 @@ bool TieneComa(std::string_view fila)
 /// What the rows of one municipality have in common.
 class CFilasSuyas {
 public:
-    explicit CFilasSuyas(std::size_t campos) : m_campos(campos) {}
+    /// \param campos  of a row
+    /// \param ger     the province that they should name
+    CFilasSuyas(std::size_t campos, int ger) : m_campos(campos), m_ger(ger) {}
 
     void Toma(std::string_view fila)
     {
         ++m_todas;
         m_antes = std::exchange(m_tabuladores, Tabuladores(fila));
         m_partidas += m_tabuladores < m_campos ? 0 : 1;
-        m_conComillas += TieneComillas(fila) ? 1 : 0;
+        m_conComillas = m_conComillas && TieneComillas(fila);
+        m_deOtraGer += EsDeSuGer(fila) ? 0 : 1;
     }
     int Partidas() const { return m_partidas; }
+    int DeOtraGer() const { return m_deOtraGer; }
     bool EstanPartidas() const { return m_todas > 0 && m_partidas == m_todas; }
-    bool TienenComillas() const { return m_todas > 0 && m_conComillas == m_todas; }
+    bool TienenComillas() const { return m_todas > 0 && m_conComillas; }
     bool EsMenosLaUltima() const { return m_todas > 1 && m_tabuladores < m_antes; }
 
 private:
+    bool EsDeSuGer(std::string_view fila)
+    {
+        if (!m_gerLeida.empty() && fila.starts_with(m_gerLeida))
+            return true; // as nearly all are, without reading the number again
+        const bool esSuya = LeeEntero(fila) == m_ger;
+        if (esSuya)
+            m_gerLeida = fila.substr(0, fila.find('\t') + 1);
+        return esSuya;
+    }
+
     std::size_t m_campos;
+    int m_ger;
+    std::string m_gerLeida; // the first field, with its tab, of one that names it
     int m_todas = 0;
     int m_partidas = 0;
-    int m_conComillas = 0;
+    int m_deOtraGer = 0;
+    bool m_conComillas = true;
     std::size_t m_tabuladores = 0; // of the last one
     std::size_t m_antes = 0;       // of the one before
 };
@@ -119,7 +137,7 @@ bool CVexaACampiva2Dlg::LeeTabla(UINT estado, const CString& archivo, std::size_
     CString fila;
     bool primera = true;
     bool esSuya = false;
-    CFilasSuyas suyas(campos);
+    CFilasSuyas suyas(campos, m_vistas.cabecera.Ger);
     ansi::CMiraUtf8 utf8;
     while (tabla.ReadString(fila)) {
         if (!Avanza(tabla.GetPosition(), tabla.GetLength()))
@@ -139,12 +157,12 @@ bool CVexaACampiva2Dlg::LeeTabla(UINT estado, const CString& archivo, std::size_
         esSuya = suyo == municipio.Mun && (!cabecera || municipio.Mun != 0);
         if (!esSuya)
             continue;
-        vista.deOtraGer += LeeEntero(fila) != m_vistas.cabecera.Ger ? 1 : 0;
         suyas.Toma(fila);
         toma(fila);
     }
     vista.conColumnasPropias = suyas.EstanPartidas();
     vista.partidas = vista.conColumnasPropias ? 0 : suyas.Partidas();
+    vista.deOtraGer = suyas.DeOtraGer();
     vista.entreComillas = suyas.TienenComillas();
     vista.cortada = esSuya && suyas.EsMenosLaUltima() && !AcabaEnLinea(tabla);
     vista.enUtf8 = utf8.EsUtf8();
