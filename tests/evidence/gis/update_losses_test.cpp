@@ -67,6 +67,13 @@ TEST_F(Update, WritesNothingWhereItsSourceBreaksOff)
              CPLErrorReset();
          },
          true},
+        {"one before the next feature",
+         [&](GDALDataset& datos) {
+             falla();
+             EXPECT_TRUE(Pon(*datos.GetLayer(0), {{"entrada", "1"}, {"parcela", "11"}}, kCuadro));
+             CPLErrorReset();
+         },
+         false},
         {"one before the next layer is begun",
          [&](GDALDataset& datos) {
              falla();
