@@ -9,6 +9,7 @@
 #include <system_error>
 #include <utility>
 
+#include "cadastre/file_extensions.h"
 #include "cadastre/messages.h"
 #include "cadastre/polygon_list.h"
 #include "platform/files/content_copy.h"

@@ -6,9 +6,6 @@
 // The catalogue of messages. It is known when the program is built, so that raising a message with
 // the wrong arguments doesn't compile.
 
-/// Extension of the logs that messages are written to.
-inline constexpr const char* kExtensionRegistro = "ERR";
-
 /// Numbers of the messages in the string table. They never change: a technician's notes and the
 /// help name them.
 enum Mensaje : UINT {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <memory>
 
+#include "cadastre/file_extensions.h"
 #include "cadastre/messages.h"
 #include "catastro_to_vexa/input_check.h"
 #include "shell/frame/box_texts.h"

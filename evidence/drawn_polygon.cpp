@@ -6,6 +6,7 @@
 #include <span>
 #include <utility>
 
+#include "cadastre/file_extensions.h"
 #include "cadastre/label_codes.h"
 #include "cadastre/polygon_list.h"
 #include "evidence/paths.h"
@@ -22,7 +23,8 @@ using vexageo::CTexto;
 
 namespace {
 
-constexpr std::array<const char*, 4> kExtensiones = {"PAR", "SUB", "POL", "TOP"};
+constexpr std::array<const char*, 4> kExtensiones = {kExtensionParcelas, kExtensionSubparcelas,
+                                                     kExtensionPoligonos, kExtensionHojas};
 
 /// The labels of polygons and sheets may have any code, and be deleted.
 bool CuentanCodigos(ClaseTopologia que)

@@ -23,8 +23,7 @@ enum class ClaseTopologia : std::uint8_t { Parcelas, Subparcelas, Poligonos, Hoj
 inline constexpr ClaseTopologia kTopologiasDePoligono[] = {
     ClaseTopologia::Parcelas, ClaseTopologia::Subparcelas, ClaseTopologia::Poligonos};
 
-/// Extension of a drawing, and of the topologies beside it.
-inline constexpr const char* kExtensionDibujo = "BIN";
+/// Extension of a topology, as it stands beside a drawing.
 const char* ExtensionDe(ClaseTopologia que);
 /// The topology with an extension, in capitals; none for another file's.
 std::optional<ClaseTopologia> ClaseDeExtension(std::string_view extension);

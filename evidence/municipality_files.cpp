@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "cadastre/file_extensions.h"
 #include "cadastre/table_files.h"
 #include "evidence/paths.h"
 #include "platform/files/any_case_name.h"
@@ -75,7 +76,7 @@ CHojasHalladas BuscaHojas(const CString& carpeta)
         return halladas;
     for (const std::filesystem::path& nombre : todos) {
         const CString ruta = EnCarpeta(carpeta, sistema::Nombre(nombre));
-        if (ExtensionDe(ruta) != "TOP")
+        if (ExtensionDe(ruta) != kExtensionHojas)
             continue;
         if (!halladas.nombre.IsEmpty())
             return {CString(), true};

@@ -5,6 +5,7 @@
 #include <set>
 #include <utility>
 
+#include "cadastre/file_extensions.h"
 #include "cadastre/label_codes.h"
 #include "generator/cadastre_lines.h"
 #include "vexa_libs/drawing_writer.h"
@@ -16,6 +17,11 @@ namespace sintetico {
 namespace {
 
 constexpr UINT kModo = CFile::modeCreate | CFile::modeWrite;
+
+CString FicheroDe(const CString& base, const char* extension)
+{
+    return base + "." + extension;
+}
 
 CPunto<int> Punto(const CVertice& v)
 {
@@ -113,8 +119,10 @@ bool GrabaPoligono(const CString& base, short polig,
     CFile par;
     CFile sub;
     CFile pol;
-    if (!dibujo.Abre(base + ".BIN") || !par.Open(base + ".PAR", kModo) ||
-        !sub.Open(base + ".SUB", kModo) || !pol.Open(base + ".POL", kModo))
+    if (!dibujo.Abre(FicheroDe(base, kExtensionDibujo)) ||
+        !par.Open(FicheroDe(base, kExtensionParcelas), kModo) ||
+        !sub.Open(FicheroDe(base, kExtensionSubparcelas), kModo) ||
+        !pol.Open(FicheroDe(base, kExtensionPoligonos), kModo))
         return false;
     int numPar = 0;
     int numSub = 0;
@@ -143,7 +151,8 @@ bool GrabaHojas(const CString& base, const std::vector<CHoja>& hojas)
 {
     CDibujante dibujo;
     CFile top;
-    if (!dibujo.Abre(base + ".BIN") || !top.Open(base + ".TOP", kModo))
+    if (!dibujo.Abre(FicheroDe(base, kExtensionDibujo)) ||
+        !top.Open(FicheroDe(base, kExtensionHojas), kModo))
         return false;
     int numero = 0;
     for (const CHoja& hoja : hojas) {

@@ -1,5 +1,6 @@
 #include <string_view>
 
+#include "cadastre/file_extensions.h"
 #include "cadastre/polygon_list.h"
 #include "vexa_to_catastro/vexa_a_campiva2_dlg.h"
 
@@ -61,7 +62,8 @@ void CVexaACampiva2Dlg::CruzaPoligono(const CString& entrada, const CAvisos& avi
     };
     CFile bin;
     CFile topologia;
-    if (!AbreDibujo(bin, nombre("BIN")) || !AbreDibujo(topologia, nombre("PAR")))
+    if (!AbreDibujo(bin, nombre(kExtensionDibujo)) ||
+        !AbreDibujo(topologia, nombre(kExtensionParcelas)))
         return;
     const int polig = LeeEntero(entrada);
     CPoligonoEnCurso poligono;
@@ -69,7 +71,7 @@ void CVexaACampiva2Dlg::CruzaPoligono(const CString& entrada, const CAvisos& avi
     RegistraParcelas(&avisos.log, &avisos.numErrores, polig, &municipio, &topologia, &bin, poligono,
                      cruce);
     topologia.Close();
-    if (AbreDibujo(topologia, nombre("SUB")))
+    if (AbreDibujo(topologia, nombre(kExtensionSubparcelas)))
         RegistraSubparcelas(&avisos.log, &avisos.numErrores, &avisos.numWarnings, polig, &municipio,
                             &topologia, &bin, poligono, cruce);
 }

@@ -3,6 +3,7 @@
 #include <memory>
 #include <utility>
 
+#include "cadastre/file_extensions.h"
 #include "cadastre/messages.h"
 #include "shell/frame/box_texts.h"
 
@@ -100,7 +101,7 @@ void CVexaACampiva2Dlg::OnOK()
     const auto salida = [&](const char* extension) {
         return FicheroDeLista(CCadena(ArchivoTren).DamePath(), cabecera.nombreSalida, extension);
     };
-    std::vector<CString> salidas = {salida("R"), salida("M")};
+    std::vector<CString> salidas = {salida(kExtensionR), salida(kExtensionM)};
     if (Modificar != 0)
         salidas.insert(salidas.end(), {ArchivoParcelas, ArchivoSubparcelas});
     if (!CreaLog(salida(kExtensionRegistro), Entradas(), salidas))
@@ -118,7 +119,7 @@ void CVexaACampiva2Dlg::OnOK()
         ObservaEntradas();
         base.Ordena();
         const CString resumen = Resumen(base, cabecera.Mun, numErrores, numWarnings);
-        if (GrabaSalida(base, salida("R"), salida("M")))
+        if (GrabaSalida(base, salida(kExtensionR), salida(kExtensionM)))
             Despide(resumen);
     }
     Suelta(registros);

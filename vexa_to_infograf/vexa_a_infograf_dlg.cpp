@@ -1,5 +1,6 @@
 #include "vexa_to_infograf/vexa_a_infograf_dlg.h"
 
+#include "cadastre/file_extensions.h"
 #include "cadastre/messages.h"
 #include "cadastre/polygon_list.h"
 #include "shell/frame/box_texts.h"
@@ -33,7 +34,7 @@ void CVexaAInfografDlg::OnOK()
     lista.Close();
 
     const CString carpeta = CCadena(ArchivoTren).DamePath();
-    const CString salida = FicheroDeLista(carpeta, nombreSalida, "CSP");
+    const CString salida = FicheroDeLista(carpeta, nombreSalida, kExtensionInfograf);
     const std::vector<CString> fuentes = {ArchivoTren, ArchivoOrtos};
     CStdioFile csp;
     // Nothing is written to the log, which is the way back's, too; whoever collects a run's files

@@ -1,3 +1,4 @@
+#include "cadastre/file_extensions.h"
 #include "cadastre/infograf_record.h"
 #include "cadastre/polygon_list.h"
 #include "vexa_libs/ccadena.h"
@@ -105,7 +106,7 @@ bool CVexaAInfografDlg::LeeEntrada(const CString& carpeta, const CString& nombre
                                    CEntradaInfograf& entrada)
 {
     CFile bin;
-    if (!AbreDibujo(bin, FicheroDeLista(carpeta, nombre, "BIN")))
+    if (!AbreDibujo(bin, FicheroDeLista(carpeta, nombre, kExtensionDibujo)))
         return false;
     const auto lee = [&](const char* extension, std::optional<CTopologia>& topologia) {
         CFile poligonos;
@@ -116,9 +117,9 @@ bool CVexaAInfografDlg::LeeEntrada(const CString& carpeta, const CString& nombre
         topologia->Read(&bin, &poligonos);
         topologia->OrdenaPoligonos();
     };
-    lee("PAR", entrada.parcelas);
-    lee("POL", entrada.poligono);
-    lee("SUB", entrada.subparcelas);
+    lee(kExtensionParcelas, entrada.parcelas);
+    lee(kExtensionPoligonos, entrada.poligono);
+    lee(kExtensionSubparcelas, entrada.subparcelas);
     return true;
 }
 

@@ -2,6 +2,7 @@
 #include <cstdint>
 #include <utility>
 
+#include "cadastre/file_extensions.h"
 #include "cadastre/messages.h"
 #include "evidence/drawn_polygon.h"
 #include "evidence/paths.h"
@@ -220,8 +221,9 @@ CString OcupadaPor(const std::vector<CString>& suyos, const std::vector<CString>
 bool EsDeUnMunicipio(const CString& nombre)
 {
     const std::string extension = ExtensionDe(nombre);
-    return extension == kExtensionDibujo || extension == kExtensionRegistro || extension == "R" ||
-           extension == "M" || extension == "CSP" || ClaseDeExtension(extension).has_value();
+    return extension == kExtensionDibujo || extension == kExtensionRegistro ||
+           extension == kExtensionR || extension == kExtensionM ||
+           extension == kExtensionInfograf || ClaseDeExtension(extension).has_value();
 }
 
 /// The first of the summary's files that would fall on another, or on one of the batch or of its

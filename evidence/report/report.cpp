@@ -5,6 +5,7 @@
 #include <optional>
 #include <utility>
 
+#include "cadastre/file_extensions.h"
 #include "evidence/paths.h"
 #include "evidence/report/page_names.h"
 #include "evidence/report/reading/text.h"
@@ -320,7 +321,8 @@ void ElaboraEnsayo(const CString& lista, COpciones opciones, const CFirma& firma
     Prepara(ficheros, opciones, resultado);
     std::vector<CString> intocables = ConLosDelOtro(Leidos(ficheros), opciones);
     const CListaPoligonos& deVerdad = ficheros.lista;
-    for (const char* extension : {kExtensionRegistro, "R", "M"}) // what the last real run left
+    for (const char* extension :
+         {kExtensionRegistro, kExtensionR, kExtensionM}) // what the last real run left
         intocables.push_back(
             FicheroDeLista(deVerdad.carpeta, deVerdad.cabecera.nombreSalida, extension));
     std::string reparo = ReparoDeSalidas(opciones, pagina, std::move(intocables));

@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "cadastre/file_extensions.h"
 #include "evidence/drawing_findings.h"
 #include "evidence/paths.h"
 #include "evidence/units.h"

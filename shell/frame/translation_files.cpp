@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "cadastre/file_extensions.h"
 #include "platform/cwinapp.h"
 #include "platform/files/set_healing.h"
 #include "platform/system.h"
@@ -71,9 +72,9 @@ bool CTraduccionDlg::AbreDibujo(CFile& fichero, const CString& nombre)
 bool CTraduccionDlg::AbreOrtos(CFile& bin, CFile& top, const CString& nombre)
 {
     CCadena nombreBin = nombre;
-    nombreBin.CambiaExtension("BIN");
+    nombreBin.CambiaExtension(kExtensionDibujo);
     CCadena nombreTop = nombre;
-    nombreTop.CambiaExtension("TOP");
+    nombreTop.CambiaExtension(kExtensionHojas);
     const bool hayBin = AbreDibujo(bin, nombreBin);
     return AbreDibujo(top, nombreTop) && hayBin;
 }

@@ -4,6 +4,7 @@
 #include <set>
 #include <utility>
 
+#include "cadastre/file_extensions.h"
 #include "evidence/gis/geometry.h"
 #include "evidence/gis/reading/layers.h"
 #include "evidence/paths.h"

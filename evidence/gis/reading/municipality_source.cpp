@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <chrono>
 
+#include "cadastre/file_extensions.h"
 #include "cadastre/messages.h"
 #include "evidence/gis/complaints.h"
 #include "evidence/paths.h"

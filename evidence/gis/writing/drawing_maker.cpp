@@ -6,6 +6,7 @@
 
 #include <ogr_geometry.h>
 
+#include "cadastre/file_extensions.h"
 #include "evidence/gis/complaints.h"
 #include "evidence/gis/geometry.h"
 #include "evidence/gis/writing/free_entities.h"

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "cadastre/file_extensions.h"
 #include "evidence/paths.h"
 
 namespace {

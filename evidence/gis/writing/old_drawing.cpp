@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include "cadastre/file_extensions.h"
 #include "cadastre/polygon_list.h"
 #include "evidence/paths.h"
 #include "platform/ansi.h"

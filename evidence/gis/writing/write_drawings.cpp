@@ -2,6 +2,7 @@
 #include <map>
 #include <set>
 
+#include "cadastre/file_extensions.h"
 #include "evidence/gis/complaints.h"
 #include "evidence/gis/names.h"
 #include "evidence/gis/writing/write_dataset.h"

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "cadastre/file_extensions.h"
 #include "evidence/report/reading/text.h"
 #include "evidence/units.h"
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <optional>
 
+#include "cadastre/file_extensions.h"
 #include "evidence/drawn_polygon.h"
 #include "evidence/paths.h"
 #include "evidence/report/reading/text.h"

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <chrono>
 
+#include "cadastre/file_extensions.h"
 #include "cadastre/messages.h"
 #include "evidence/drawn_polygon.h"
 #include "evidence/paths.h"
@@ -17,9 +18,9 @@ namespace {
 
 // Of files beside a log that are no input: what the program and this one write; and that are no
 // list: the drawings as well.
-constexpr const char* kExtensionInfograf = "CSP";
-constexpr std::string_view kEscritas[] = {
-    kExtensionRegistro, "HTML", "HTM", "CSV", "R", "M", "GEOJSON", "JSON", kExtensionInfograf};
+constexpr std::string_view kEscritas[] = {kExtensionRegistro, "HTML",      "HTM",     "CSV",
+                                          kExtensionR,        kExtensionM, "GEOJSON", "JSON",
+                                          kExtensionInfograf};
 
 bool PuedeSerEntrada(const CString& nombre)
 {
@@ -128,8 +129,9 @@ bool EsDeInfograf(const COpciones& opciones, const CFicheros& ficheros)
     constexpr auto kHolgura = std::chrono::seconds(2); // some disks tell the time no better
     if (opciones.infograf)
         return *opciones.infograf;
-    const bool escribioR = std::ranges::any_of(
-        opciones.escritos, [](const CString& nombre) { return ExtensionDe(nombre) == "R"; });
+    const bool escribioR = std::ranges::any_of(opciones.escritos, [](const CString& nombre) {
+        return ExtensionDe(nombre) == kExtensionR;
+    });
     if (!ficheros.ficheroCsp.IsEmpty() || escribioR)
         return !escribioR;
     if (ficheros.registro == kEstandar)
@@ -144,7 +146,7 @@ bool EsDeInfograf(const COpciones& opciones, const CFicheros& ficheros)
     const CString carpeta = CCadena(ficheros.lista.nombre).DamePath();
     const auto delCsp = FechaDe(SalidaDeLista(carpeta, ficheros.base, kExtensionInfograf));
     return delCsp && *delCsp + kHolgura >= *delRegistro &&
-           !(FechaDe(SalidaDeLista(carpeta, ficheros.base, "R")) > delCsp);
+           !(FechaDe(SalidaDeLista(carpeta, ficheros.base, kExtensionR)) > delCsp);
 }
 
 /// Settles whether the run read an input or a list, and which: what the line names, else what
@@ -183,8 +185,8 @@ void SituaDibujos(const CString& ortos, CFicheros& ficheros)
     if (ficheros.sentido == Sentido::Infograf && ficheros.ficheroCsp.IsEmpty()) {
         ficheros.ficheroCsp = salida(kExtensionInfograf);
     } else if (ficheros.sentido == Sentido::Vuelta) {
-        ficheros.ficheroR = salida("R");
-        ficheros.ficheroM = salida("M");
+        ficheros.ficheroR = salida(kExtensionR);
+        ficheros.ficheroM = salida(kExtensionM);
     }
 }
 

@@ -4,6 +4,7 @@
 #include <chrono>
 #include <filesystem>
 
+#include "cadastre/file_extensions.h"
 #include "evidence/drawn_polygon.h"
 #include "evidence/paths.h"
 #include "platform/ansi.h"

@@ -3,6 +3,7 @@
 #include <array>
 
 #include "batch/job_command.h"
+#include "cadastre/file_extensions.h"
 #include "cadastre/messages.h"
 #include "evidence/drawn_polygon.h"
 #include "evidence/paths.h"
@@ -89,8 +90,8 @@ CEnsayo::CEnsayo(const CFicheros& ficheros, const COpciones& opciones)
     m_lista = sistema::Nombre(m_carpeta.Ruta() / kCarpetaLista / Solo(ficheros.lista.nombre));
     const CString carpeta = CCadena(m_lista).DamePath();
     m_suyos.registro = FicheroDeLista(carpeta, base, kExtensionRegistro);
-    m_suyos.ficheroR = FicheroDeLista(carpeta, base, "R");
-    m_suyos.ficheroM = FicheroDeLista(carpeta, base, "M");
+    m_suyos.ficheroR = FicheroDeLista(carpeta, base, kExtensionR);
+    m_suyos.ficheroM = FicheroDeLista(carpeta, base, kExtensionM);
     Copia(ficheros.lista.nombre, sistema::Ruta(m_lista));
     for (const Tabla tabla : {kParcelas, kSubparcelas})
         if (HayFichero(ficheros.tablas[tabla])) { // else the program says so
