@@ -4,6 +4,7 @@
 
 #include "cadastre/co_holder.h"
 #include "cadastre/exchange_format.h"
+#include "cadastre/record_types.h"
 
 // How a parcel's links to its co-holders stand in a line: what stands in front of them, and each
 // link. A row has one, a record of the written layout nine.
@@ -14,7 +15,7 @@ inline constexpr auto kColumnasCabecera = std::to_array<CColumna<CCotitular>>({
     {&CDatosLinea::Ger,             kNoSeLee, kNoSeLee, {0, "%03d"},           {0, "%03d"}},
     {&CDatosLinea::Mun,             kNoSeLee, kNoSeLee, {3, "%03d"},           {1, "%03d"}},
     {&CDatosLinea::EMenor,          kNoSeLee, kNoSeLee, {6, "%03d"},           kSinTabla},
-    {"CT",                          kNoSeLee, kNoSeLee, {9, "%s"},             kSinTabla},
+    {kTipoCotitulares,              kNoSeLee, kNoSeLee, {9, "%s"},             kSinTabla},
     {&CDatosLinea::Zona,            kNoSeLee, kNoSeLee, {11, "%02d"},          {2, "% 4d"}},
     {&CDatosLinea::Polig,           kNoSeLee, kNoSeLee, {13, "%03d"},          {3, "% 4d"}},
     {&CDatosLinea::Parcela,         kNoSeLee, kNoSeLee, {16, "%05d"},          {4, "% 6d"}},

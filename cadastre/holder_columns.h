@@ -4,6 +4,7 @@
 
 #include "cadastre/exchange_format.h"
 #include "cadastre/holder.h"
+#include "cadastre/record_types.h"
 
 // How a holder stands in a line.
 
@@ -13,7 +14,7 @@ inline constexpr auto kColumnasTitular = std::to_array<CColumna<CTitular>>({
     {&CDatosLinea::Ger,     kNoSeLee,       kNoSeLee,       {0, "%03d"},      {0, "%03d"}},
     {&CDatosLinea::Mun,     kNoSeLee,       kNoSeLee,       {3, "%03d"},      {1, "%03d"}},
     {&CDatosLinea::EMenor,  kNoSeLee,       kNoSeLee,       {6, "%03d"},      kSinTabla},
-    {"TL",                  kNoSeLee,       kNoSeLee,       {9, "%s"},        kSinTabla},
+    {kTipoTitular,          kNoSeLee,       kNoSeLee,       {9, "%s"},        kSinTabla},
     {&CTitular::NumOrden,   {11, 7, 12},    {8, 7, 9},      {11, "%07d"},     {2, "% 8d", kObligado}},
     {&CDatosLinea::partici, {18, 5, 19},    kNoSeLee,       kNoSeEscribe,     kSinTabla},
     {&CTitular::Nombre,     {23, 60, 24},   {49, 62, 50},   {19, "%-60.60s"}, {3, "%-60s", kObligado}, kSinCola},

@@ -4,6 +4,7 @@
 
 #include "cadastre/exchange_format.h"
 #include "cadastre/module_place.h"
+#include "cadastre/record_types.h"
 
 // How modules and places stand in a line.
 
@@ -15,7 +16,7 @@ inline constexpr auto kColumnasModulo = std::to_array<CColumna<CModulo>>({
     {&CDatosLinea::Ger,         kNoSeLee,      kNoSeLee, {0, "%03d"},   {0, "%03d"}},
     {&CDatosLinea::Mun,         kNoSeLee,      kNoSeLee, {3, "%03d"},   {1, "%03d"}},
     {&CDatosLinea::EMenor,      kNoSeLee,      kNoSeLee, {6, "%03d"},   kSinTabla},
-    {"MD",                      kNoSeLee,      kNoSeLee, {9, "%s"},     kSinTabla},
+    {kTipoModulo,               kNoSeLee,      kNoSeLee, {9, "%s"},     kSinTabla},
     {&CModulo::Cal,             {11, 2, 13},   kNoSeLee, {11, "%-2s"},  {2, "%-2s", kObligado}},
     {&CModulo::Inten,           {13, 2, 15},   kNoSeLee, {13, "%02d"},  {3, "% 3d"}},
     {"-",                       kNoSeLee,      kNoSeLee, {15, "%s"},    kSinTabla},
@@ -39,7 +40,7 @@ inline constexpr auto kColumnasParaje = std::to_array<CColumna<CParaje>>({
     {&CDatosLinea::Ger,         kNoSeLee,      kNoSeLee, {0, "%03d"},   {0, "%03d"}},
     {&CDatosLinea::Mun,         kNoSeLee,      kNoSeLee, {3, "%03d"},   {1, "%03d"}},
     {&CDatosLinea::EMenor,      kNoSeLee,      kNoSeLee, {6, "%03d"},   {2, "% 4d"}},
-    {"PJ",                      kNoSeLee,      kNoSeLee, {9, "%s"},     kSinTabla},
+    {kTipoParaje,               kNoSeLee,      kNoSeLee, {9, "%s"},     kSinTabla},
     {&CParaje::NumOrden,        {11, 5, 12},   kNoSeLee, {11, "%05d"},  {3, "% 6d", kObligado}},
     {&CParaje::Nombre,          {16, 30, 17},  kNoSeLee, {16, "%-30s"}, kSinTabla, kSinCola},
     {&CParaje::Nombre,          kNoSeLee,      kNoSeLee, kNoSeEscribe,  {4, "%-30s", kObligado}},

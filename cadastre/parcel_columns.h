@@ -4,6 +4,7 @@
 
 #include "cadastre/exchange_format.h"
 #include "cadastre/parcel.h"
+#include "cadastre/record_types.h"
 
 // How a parcel stands in a line. A line must be longer than 71 characters to say anything of its
 // holder and place. A row names its numbers a second time as they stand there, for the messages.
@@ -14,7 +15,7 @@ inline constexpr auto kColumnasParcela = std::to_array<CColumna<CParcela>>({
     {&CDatosLinea::Ger,             kNoSeLee,     kNoSeLee,     {0, "%03d"},       {0, "%03d"}},
     {&CDatosLinea::Mun,             kNoSeLee,     kNoSeLee,     {3, "%03d"},       {1, "%03d"}},
     {&CDatosLinea::EMenor,          kNoSeLee,     kNoSeLee,     {6, "%03d"},       kSinTabla},
-    {"PR",                          kNoSeLee,     kNoSeLee,     {9, "%s"},         kSinTabla},
+    {kTipoParcela,                  kNoSeLee,     kNoSeLee,     {9, "%s"},         kSinTabla},
     {&CParcela::Zona,               {11, 2, 13},  {19, 2, 21},  {11, "%02d"},      {2, "% 4d", kObligado}},
     {&CParcela::Polig,              {13, 3, 15},  {21, 3, 23},  {13, "%03d"},      {3, "% 4d", kObligado}},
     {&CParcela::Parcela,            {16, 5, 18},  {24, 5, 26},  {16, "%05d"},      {4, "% 6d", kObligado}},

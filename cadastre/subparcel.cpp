@@ -2,6 +2,7 @@
 
 #include "cadastre/column_reader.h"
 #include "cadastre/column_writer.h"
+#include "cadastre/record_types.h"
 #include "cadastre/subparcel_columns.h"
 
 namespace {

@@ -1,9 +1,9 @@
 #pragma once
 
 #include <array>
-#include <string_view>
 
 #include "cadastre/exchange_format.h"
+#include "cadastre/record_types.h"
 #include "cadastre/subparcel.h"
 
 // How a subparcel stands in a line: what all lines have, land, and construction. A line must be
@@ -15,7 +15,7 @@ inline constexpr auto kColumnasComunes = std::to_array<CColumna<CSubparcela>>({
     {&CDatosLinea::Ger,             kNoSeLee,      kNoSeLee,     {0, "%03d"},      {0, "%03d"}},
     {&CDatosLinea::Mun,             kNoSeLee,      kNoSeLee,     {3, "%03d"},      {1, "%03d"}},
     {&CDatosLinea::EMenor,          kNoSeLee,      kNoSeLee,     {6, "%03d"},      kSinTabla},
-    {"SP",                          kNoSeLee,      kNoSeLee,     {9, "%s"},        kSinTabla},
+    {kTipoSuelo,                    kNoSeLee,      kNoSeLee,     {9, "%s"},        kSinTabla},
     {&CDatosLinea::Zona,            kNoSeLee,      kNoSeLee,     {11, "%02d"},     {2, "% 4d"}},
     {&CDatosLinea::Polig,           {13, 3, 17},   kNoSeLee,     {13, "%03d"},     {3, "% 4d"}},
     {&CDatosLinea::Parcela,         {16, 5, 17},   kNoSeLee,     {16, "%05d"},     {4, "% 6d"}},
@@ -66,7 +66,3 @@ inline constexpr auto kColumnasConstruccion = std::to_array<CColumna<CSubparcela
 
 inline constexpr auto kColumnasSubparcela =
     Une(Une(kColumnasComunes, kColumnasSuelo), kColumnasConstruccion);
-
-/// Types of the lines that carry land and construction.
-inline constexpr std::string_view kTipoSuelo = "SP";
-inline constexpr std::string_view kTipoConstruccion = "SC";

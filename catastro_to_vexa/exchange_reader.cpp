@@ -1,6 +1,7 @@
 #include "catastro_to_vexa/exchange_reader.h"
 
 #include "cadastre/exchange_format.h"
+#include "cadastre/record_types.h"
 
 namespace {
 
@@ -49,8 +50,8 @@ constexpr struct {
     std::string_view tipo;
     void (*toma)(std::string_view linea, CLecturaCatastro& lectura);
 } kRegistros[] = {
-    {"MD", TomaModulo},     {"TL", TomaTitular},    {"PR", TomaParcela},
-    {"SP", TomaSubparcela}, {"SC", TomaSubparcela}, {"PJ", TomaParaje},
+    {kTipoModulo, TomaModulo},    {kTipoTitular, TomaTitular},         {kTipoParcela, TomaParcela},
+    {kTipoSuelo, TomaSubparcela}, {kTipoConstruccion, TomaSubparcela}, {kTipoParaje, TomaParaje},
 };
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "cadastre/holder_columns.h"
 #include "cadastre/module_place_columns.h"
 #include "cadastre/parcel_columns.h"
+#include "cadastre/record_types.h"
 #include "cadastre/subparcel_columns.h"
 #include "generator/compose_line.h"
 #include "platform/ansi.h"
@@ -27,7 +28,7 @@ std::string LineaTitular(const CMunicipioSintetico& m, const CParticipe& partici
     titular.NumOrden = numero;
     CDatosLinea datos;
     datos.partici = participe.partici;
-    std::string linea = NuevaLinea(m, "TL");
+    std::string linea = NuevaLinea(m, kTipoTitular);
     Compon<kColumnasTitular, &CColumna<CTitular>::catastro>(linea, titular, datos);
     return linea;
 }
@@ -39,7 +40,7 @@ std::string LineaParcela(const CMunicipioSintetico& m, const CParcelaDibujada& p
     datos.numImputa = m.personas[static_cast<std::size_t>(parcela.numero)].NumOrden;
     datos.Tit = parcela.Tit;
     datos.numParaje = m.parajes[static_cast<std::size_t>(parcela.paraje)].NumOrden;
-    std::string linea = NuevaLinea(m, "PR");
+    std::string linea = NuevaLinea(m, kTipoParcela);
     Compon<kColumnasParcela, &CColumna<CParcela>::catastro>(linea, parcela.datos, datos);
     return linea;
 }
@@ -135,10 +136,10 @@ void EstropeaSubparcelas(std::vector<std::string>& s)
     const std::string primera = s.at(0);
     s.push_back(Con(primera, kParcela, "90004")); // of no parcel
     s.push_back(Con(primera, kPolig, "999"));
-    s.push_back(primera.substr(0, 15));        // names no parcel
-    s.push_back(primera);                      // repeated letter
-    s.push_back(Con(primera, kLeeTipo, "SC")); // a building on land of the same letter
-    s.push_back(Con(s.at(20), kLetra, "zz"));  // one more than the parcel's surface holds
+    s.push_back(primera.substr(0, 15));                     // names no parcel
+    s.push_back(primera);                                   // repeated letter
+    s.push_back(Con(primera, kLeeTipo, kTipoConstruccion)); // a building on land of the same letter
+    s.push_back(Con(s.at(20), kLetra, "zz")); // one more than the parcel's surface holds
 }
 
 } // namespace
@@ -156,10 +157,10 @@ CLineasCatastro LineasCatastro(const CMunicipioSintetico& m)
     CLineasCatastro lineas;
     for (const CModulo& modulo : m.modulos)
         Compon<kColumnasModulo, &CColumna<CModulo>::catastro>(
-            lineas.modulos.emplace_back(NuevaLinea(m, "MD")), modulo, {});
+            lineas.modulos.emplace_back(NuevaLinea(m, kTipoModulo)), modulo, {});
     for (const CParaje& paraje : m.parajes)
         Compon<kColumnasParaje, &CColumna<CParaje>::catastro>(
-            lineas.parajes.emplace_back(NuevaLinea(m, "PJ")), paraje, {});
+            lineas.parajes.emplace_back(NuevaLinea(m, kTipoParaje)), paraje, {});
     for (std::size_t i = 0; i < m.numeros.size(); ++i)
         lineas.titulares.push_back(LineaTitular(m, m.numeros[i].front(), m.personas[i].NumOrden));
     for (std::size_t i = 0; i < m.numeros.size(); ++i)

@@ -4,6 +4,7 @@
 
 #include "cadastre/database.h"
 #include "cadastre/exchange_lines.h"
+#include "cadastre/record_types.h"
 #include "evidence/report/reading/input_lines.h"
 #include "evidence/report/reading/settled_parcels.h"
 #include "evidence/row_keys.h"
@@ -56,15 +57,15 @@ void CLectorCatastro::Toma(std::string_view linea, bool esTrozo)
     const CLineaFija fija(linea);
     m_municipio = m_base.RegistraMunicipio(static_cast<short>(fija.Entero(kLeeMun)));
     const std::string_view tipo = fija.Texto(kLeeTipo);
-    if (tipo == "MD")
+    if (tipo == kTipoModulo)
         TomaModulo(linea);
-    else if (tipo == "TL")
+    else if (tipo == kTipoTitular)
         TomaTitular(linea);
-    else if (tipo == "PR")
+    else if (tipo == kTipoParcela)
         TomaParcela(linea);
-    else if (tipo == "SP" || tipo == "SC")
+    else if (tipo == kTipoSuelo || tipo == kTipoConstruccion)
         TomaSubparcela(linea);
-    else if (tipo == "PJ")
+    else if (tipo == kTipoParaje)
         TomaParaje(linea);
     else if (esTrozo)
         ++m_leida.trozos;

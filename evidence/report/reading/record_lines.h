@@ -7,6 +7,7 @@
 #include "cadastre/column_reader.h"
 #include "cadastre/exchange_format.h"
 #include "cadastre/parcel_columns.h"
+#include "cadastre/record_types.h"
 #include "cadastre/subparcel_columns.h"
 #include "evidence/written_columns.h"
 

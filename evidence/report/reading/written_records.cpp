@@ -2,6 +2,7 @@
 
 #include "cadastre/holder_columns.h"
 #include "cadastre/module_place_columns.h"
+#include "cadastre/record_types.h"
 #include "evidence/paths.h"
 #include "evidence/report/reading/record_lines.h"
 #include "platform/files/cstdio_file.h"
@@ -31,23 +32,23 @@ void TomaCotitulares(const CLineaEscrita& linea, CEscritosCatastro& escritos)
 void TomaRegistro(const CLineaEscrita& linea, CEscritosCatastro& escritos)
 {
     const std::string_view tipo = linea.Tipo();
-    if (tipo == "TL")
+    if (tipo == kTipoTitular)
         escritos.titulares.push_back(
             CClaveRegistro::DeTitular(linea.Texto<kColumnasTitular, &CTitular::Nombre>(),
                                       linea.Texto<kColumnasTitular, &CTitular::DNI>()));
-    else if (tipo == "PR")
+    else if (tipo == kTipoParcela)
         TomaParcela(linea, escritos);
-    else if (tipo == "CT")
+    else if (tipo == kTipoCotitulares)
         TomaCotitulares(linea, escritos);
-    else if (tipo == "SP")
+    else if (tipo == kTipoSuelo)
         escritos.subparcelas.push_back(
             CClaveRegistro::DeSubparcela(Entero<kColumnasComunes, &CDatosLinea::Polig>(linea),
                                          Entero<kColumnasComunes, &CDatosLinea::Parcela>(linea),
                                          linea.Texto<kColumnasComunes, &CSubparcela::letra>()));
-    else if (tipo == "PJ")
+    else if (tipo == kTipoParaje)
         escritos.parajes.push_back(
             CClaveRegistro::DeParaje(linea.Texto<kColumnasParaje, &CParaje::Nombre>()));
-    else if (tipo == "MD")
+    else if (tipo == kTipoModulo)
         escritos.modulos.push_back( // the record has no room for the name
             CClaveRegistro::DeModulo({}, linea.Texto<kColumnasModulo, &CModulo::Cal>(),
                                      Entero<kColumnasModulo, &CModulo::Inten>(linea)));

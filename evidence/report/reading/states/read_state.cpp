@@ -1,10 +1,9 @@
 #include "evidence/report/reading/states/read_state.h"
 
-#include <algorithm>
 #include <array>
-#include <iterator>
 
 #include "cadastre/exchange_lines.h"
+#include "cadastre/record_types.h"
 #include "evidence/municipality_tables.h"
 #include "evidence/paths.h"
 #include "evidence/report/reading/bounds.h"
@@ -37,15 +36,15 @@ void TomaCatastro(std::string_view texto, CEstadoEnObra& obra)
     const auto mun = static_cast<short>(fija.Entero(kLeeMun));
     if (tipo == kTipoSuelo || tipo == kTipoConstruccion) {
         obra.TomaSubparcela(mun, linea);
-    } else if (tipo == "PR") {
+    } else if (tipo == kTipoParcela) {
         obra.TomaGerencia(static_cast<short>(fija.Entero(kLeeGer)));
         obra.TomaParcela(mun, linea);
-    } else if (tipo == "TL") {
+    } else if (tipo == kTipoTitular) {
         CTitular titular;
         CDatosLinea datos;
         titular.Lee(texto, kModoCatastro, datos);
         obra.TomaTitular(mun, std::move(titular), datos.partici);
-    } else if (tipo == "PJ") {
+    } else if (tipo == kTipoParaje) {
         TomaParaje(mun, linea, obra);
     }
 }
@@ -90,15 +89,15 @@ void TomaEscrita(std::string_view texto, CEstadoEnObra& obra)
     const short mun = Corto<kColumnasParcela, &CDatosLinea::Mun>(linea);
     if (tipo == kTipoSuelo)
         obra.TomaSubparcela(mun, linea);
-    else if (tipo == "PR")
+    else if (tipo == kTipoParcela)
         TomaParcela(mun, linea, obra);
-    else if (tipo == "CT")
+    else if (tipo == kTipoCotitulares)
         linea.RecorreGrupos([&, clave = ClaveDe(mun, linea)](const CLineaEscrita& grupo) {
             TomaVinculo<kColumnasVinculo>(clave, grupo, obra);
         });
-    else if (tipo == "TL")
+    else if (tipo == kTipoTitular)
         TomaTitular(mun, linea, obra);
-    else if (tipo == "PJ")
+    else if (tipo == kTipoParaje)
         TomaParaje(mun, linea, obra);
 }
 
@@ -120,9 +119,8 @@ bool RecorreLineas(const CString& nombre, auto toma)
 
 ClaseEstado ClaseDeFichero(const CString& nombre)
 {
-    constexpr std::string_view kTipos[] = {"MD", "TL", "PR", "SP", "SC", "PJ", "CT"};
-    const auto esTipo = [&](std::string_view texto) {
-        return std::ranges::find(kTipos, texto) != std::end(kTipos);
+    const auto esTipo = [](std::string_view tipo) {
+        return EsTipoDeIntercambio(tipo) || tipo == kTipoCotitulares;
     };
     int deCatastro = 0;
     int deR = 0;
