@@ -54,7 +54,7 @@ int main(int argc, char* argv[])
         sistema::EscribeError(lote::textos::kSinMemoria);
     } catch (const CInterrumpido&) {
         return lote::kDetenido;
-    } catch (const std::exception& fallo) { // a folder for what is passing, above all
+    } catch (const std::exception& fallo) {
         Quejate(fallo.what());
     }
     return lote::kAlgunFallo;

@@ -20,6 +20,8 @@ inline constexpr const char* kEnUtf16 =
     "Está en UTF-16: guárdelo como UTF-8 o como ANSI"_ansi; ///< of the settings' file
 inline constexpr const char* kNoCabeEnUnaLinea =
     "Lo demás está guardado, pero %s tiene un fin de línea"_ansi; ///< of a setting, by its key
+/// Named where the folder for what is passing can't be found.
+inline constexpr const char* kCarpetaTemporal = "TMPDIR (la carpeta temporal)";
 inline constexpr const char* kLoEscribeOtro = "Otro proceso lo está escribiendo"_ansi;
 inline constexpr const char* kSinDevolver =
     "No se ha podido devolver lo que tenían (lo hará el próximo proceso que trabaje en su carpeta):"_ansi;

@@ -1,6 +1,5 @@
 #include "evidence/report/report.h"
 
-#include <filesystem>
 #include <memory>
 #include <optional>
 #include <utility>
@@ -331,9 +330,6 @@ void ElaboraEnsayo(const CString& lista, COpciones opciones, const CFirma& firma
         const CSinTuberiaRota tuberia;
         try {
             reparo = Ensaya(ficheros, opciones, pagina, firma, resultado);
-        } catch (const std::filesystem::filesystem_error& fallo) { // of the folder
-            reparo =
-                "No se pudo preparar el ensayo: " + Texto(CFileException("", fallo.code()).Causa());
         } catch (const CInterrumpido&) { // the signal has its way behind the folder's end
             reparo = "El ensayo se detuvo";
         }

@@ -141,6 +141,8 @@ void Borra(const std::filesystem::path& ruta, Error& error);
 void Enlaza(const std::filesystem::path& ruta, const std::filesystem::path& segunda, Error& error);
 /// Names in the folder, without their path.
 std::vector<std::filesystem::path> Lista(const std::filesystem::path& carpeta, Error& error);
+/// Makes a folder that isn't there yet, for nobody but its owner.
+void CreaCarpeta(const std::filesystem::path& carpeta, Error& error);
 /// Makes the folder and those around it; one that is there is no failure.
 void CreaCarpetas(const std::filesystem::path& carpeta, Error& error);
 

@@ -265,6 +265,11 @@ std::vector<std::filesystem::path> Lista(const std::filesystem::path& carpeta, E
     return nombres;
 }
 
+void CreaCarpeta(const std::filesystem::path& carpeta, Error& error)
+{
+    Llama(Llamada::Crear, error, [&] { return mkdir(carpeta.c_str(), S_IRWXU); });
+}
+
 void CreaCarpetas(const std::filesystem::path& carpeta, Error& error)
 {
     Llama(Llamada::Crear, error, [] { return 0; });

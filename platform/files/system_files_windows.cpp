@@ -276,6 +276,12 @@ std::vector<std::filesystem::path> Lista(const std::filesystem::path& carpeta, E
     return nombres;
 }
 
+void CreaCarpeta(const std::filesystem::path& carpeta, Error& error)
+{
+    Llama(Llamada::Crear, error,
+          [&] { return CreateDirectoryW(carpeta.c_str(), nullptr) != 0; }); // in the user's own
+}
+
 void CreaCarpetas(const std::filesystem::path& carpeta, Error& error)
 {
     if (Llama(Llamada::Crear, error, [] { return true; }))

@@ -3,20 +3,25 @@
 #include <filesystem>
 #include <string>
 
+#include "platform/files/cfile_exception.h"
 #include "platform/files/side_names.h"
+#include "platform/layer_texts.h"
 
 /// A folder for what nobody has use for afterwards: the user's alone, among the system's for such,
-/// and gone with all that is in it when the object is. What can't be made raises
-/// std::filesystem::filesystem_error.
+/// and gone with all that is in it when the object is. What can't be made raises CFileException.
 class CCarpetaTemporal {
 public:
     /// \param nombre  what its name begins with
     explicit CCarpetaTemporal(const std::string& nombre)
-        : m_ruta(std::filesystem::absolute(std::filesystem::temp_directory_path()) /
-                 (nombre + "-" + lado::Marca()))
     {
-        std::filesystem::create_directory(m_ruta);
-        std::filesystem::permissions(m_ruta, std::filesystem::perms::owner_all);
+        sistema::Error error;
+        const std::filesystem::path deTodos = std::filesystem::temp_directory_path(error);
+        CFileException::Exige(error, textos::kCarpetaTemporal);
+        const std::filesystem::path ruta =
+            sistema::Entera(deTodos) / (nombre + "-" + lado::Marca());
+        sistema::CreaCarpeta(ruta, error);
+        CFileException::Exige(error, sistema::Nombre(ruta));
+        m_ruta = ruta;
     }
     CCarpetaTemporal(const CCarpetaTemporal&) = delete;
     CCarpetaTemporal& operator=(const CCarpetaTemporal&) = delete;

@@ -112,6 +112,7 @@ cp t.resultados/trabajos.log before.log && cp t.resultados/estado.tsv before.tsv
 mkdir bin && ln -s "$batch" bin/campiva-lote
 status 2 env PATH="$work/bin" campiva-lote --sshlogin : t
 status 1 env TMPDIR="$work/t" "$batch" t
+grep -q TMPDIR said || fail "the folder that can't be had isn't told"
 cmp t.resultados/trabajos.log before.log && cmp t.resultados/estado.tsv before.tsv
 
 # A disk that takes nothing more is told as such.

@@ -1,7 +1,5 @@
 #include "evidence/report/trial/trial_run.h"
 
-#include <array>
-
 #include "batch/job_command.h"
 #include "cadastre/file_extensions.h"
 #include "cadastre/messages.h"
@@ -20,7 +18,6 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr const char* kPrograma = "campiva";
-constexpr const char* kVuelta = "1";
 
 constexpr const char* kDicho = "dicho.txt";
 constexpr std::size_t kTramo = std::size_t{1} << 16U; // bytes of a copy at a time
@@ -85,8 +82,11 @@ CEnsayo::CEnsayo(const CFicheros& ficheros, const COpciones& opciones)
     : m_opciones(opciones), m_suyos(ficheros), m_tablas(ficheros.tablas)
 {
     const CString& base = ficheros.lista.cabecera.nombreSalida;
-    fs::create_directory(m_carpeta.Ruta() / kCarpetaLista);
-    fs::create_directory(m_carpeta.Ruta() / kCarpetaTablas);
+    for (const char* suya : {kCarpetaLista, kCarpetaTablas}) {
+        sistema::Error error;
+        sistema::CreaCarpeta(m_carpeta.Ruta() / suya, error);
+        CFileException::Exige(error, sistema::Nombre(m_carpeta.Ruta() / suya));
+    }
     m_lista = sistema::Nombre(m_carpeta.Ruta() / kCarpetaLista / Solo(ficheros.lista.nombre));
     const CString carpeta = CCadena(m_lista).DamePath();
     m_suyos.registro = FicheroDeLista(carpeta, base, kExtensionRegistro);
@@ -119,29 +119,35 @@ void CEnsayo::TraeDibujos(const CFicheros& ficheros)
         }
 }
 
-std::vector<std::string> CEnsayo::Argumentos() const
+/// The way back as a batch has it, with "Modificar".
+lote::CTrabajo CEnsayo::Trabajo() const
 {
-    std::vector<std::string> argumentos = {kVuelta};
+    const auto si = [](bool marcada) { return std::string(marcada ? "1" : "0"); };
+    lote::CTrabajo trabajo;
+    trabajo.traduccion = lote::Traduccion::Vuelta;
+    trabajo.carpeta = sistema::Nombre(m_carpeta.Ruta());
+    trabajo.campos = {{"lista", std::string(m_lista)},
+                      {"ortos", Entera(m_suyos.ortos)},
+                      {"modificar", si(true)},
+                      {"no_en_grafico", si(m_opciones.conserva)},
+                      {"no_en_bd", si(m_opciones.crea)},
+                      {"concentradas", si(m_opciones.concentradas)},
+                      {"tipo", ""}};
     for (const Tabla tabla :
          {kModulos, kTitulares, kParcelas, kSubparcelas, kParajes, kCotitulares})
-        argumentos.push_back(Entera(m_tablas[tabla]));
-    const auto si = [](bool marcada) { return std::string(marcada ? "1" : "0"); };
-    argumentos.insert(argumentos.end(), {std::string(m_lista), Entera(m_suyos.ortos), si(true),
-                                         si(m_opciones.conserva), si(m_opciones.crea)});
-    return argumentos;
+        trabajo.campos.emplace(lote::kCamposDeTablas[tabla], Entera(m_tablas[tabla]));
+    return trabajo;
 }
 
 std::string CEnsayo::Corre()
 {
-    COrden orden;
+    const lote::CTrabajo trabajo = Trabajo();
+    COrden orden = lote::OrdenDe(trabajo);
     orden.programa = sistema::BuscaPrograma(kPrograma);
-    orden.argumentos = Argumentos();
-    orden.carpeta = m_carpeta.Ruta();
     orden.dicho = Dicho();
     CAlmacenAparte ajustes(lote::kEmpresa, lote::kPrograma,
                            m_carpeta.Ruta() / m_carpeta.Ruta().filename());
-    ajustes.Escribe(std::array<CAjuste, 1>{
-        {{"VexaACampiva2", "ModificarConcentradas", m_opciones.concentradas ? "1" : "0", true}}});
+    ajustes.Escribe(lote::AjustesDe(trabajo));
     orden.entorno = {ajustes.Variable()};
     if (orden.programa.empty())
         return "No se halla el programa campiva, que hace el ensayo";

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "batch/job_table.h"
 #include "evidence/report/reading/run_files.h"
 #include "platform/files/temporary_folder.h"
 
@@ -34,7 +35,7 @@ public:
 private:
     std::filesystem::path Dicho() const;
     void TraeDibujos(const CFicheros& ficheros);
-    std::vector<std::string> Argumentos() const;
+    lote::CTrabajo Trabajo() const;
 
     const COpciones& m_opciones;
     CCarpetaTemporal m_carpeta{"campiva-ensayo"};
