@@ -72,22 +72,36 @@ CReemplazo::Apertura CReemplazo::Abre(std::string_view nombre, std::string_view 
 
 CReemplazo::Apertura CReemplazo::AbreRegular(std::string_view marca, Error& error)
 {
-    const sistema::CEstado carpeta =
-        HabiaDestino() ? sistema::Mira(CarpetaDe(m_destino), error) : sistema::CEstado();
-    if (!error && HabiaDestino())
+    if (HabiaDestino())
         sistema::PuedeEscribir(m_destino, error);
     if (error)
         return Apertura::NoSePuede;
     const sistema::Bloqueo bloqueo = m_candado.Toma(lado::De(m_destino, lado::kCandado), error);
     if (!error && bloqueo == sistema::Bloqueo::DeOtro)
         return Apertura::Ocupado;
-    const bool alLado = !HabiaDestino() || sistema::PuedeReemplazar(m_destino, m_estado, carpeta);
-    if (!error && alLado && CreaTemporal(marca, error) == Apertura::Abierto)
+    Error alMirar;
+    const bool alLado = PuedeIrAlLado(alMirar);
+    if (!alMirar && !error && alLado && CreaTemporal(marca, error) == Apertura::Abierto)
         return Apertura::Abierto;
-    if (HabiaDestino() && (!alLado || SinDerecho(error)))
+    if (!alMirar && HabiaDestino() && (!alLado || SinDerecho(error)))
         return CreaEnSitio(marca, error);
+    if (alMirar)
+        error = alMirar;
     m_candado.Suelta();
     return Apertura::NoSePuede;
+}
+
+/// Tells whether a new file may take the target's place, of which it takes note anew: whoever had
+/// its lock until now may have put another file there.
+bool CReemplazo::PuedeIrAlLado(Error& error)
+{
+    const sistema::CEstado ahora = sistema::MiraEnlace(m_destino, error);
+    if (ahora.tipo == Tipo::Regular)
+        m_estado = ahora;
+    if (error || !HabiaDestino())
+        return !error;
+    const sistema::CEstado carpeta = sistema::Mira(CarpetaDe(m_destino), error);
+    return !error && sistema::PuedeReemplazar(m_destino, m_estado, carpeta);
 }
 
 CReemplazo::Apertura CReemplazo::CreaTemporal(std::string_view marca, Error& error)
@@ -224,6 +238,9 @@ void CReemplazo::Coloca(Error& error)
         if (error)
             return;
         m_paso = Paso::Colocado;
+        Error alMirar; // some shares give a file its number by its name
+        if (const sistema::CEstado puesto = sistema::Mira(m_fichero, alMirar); !alMirar)
+            m_suyo = puesto;
         if (!sistema::kSeReemplazaAbierto) // or what the target held couldn't come back
             Cierra(m_fichero, error);
     } else {
@@ -316,6 +333,7 @@ bool CReemplazo::DevuelveSegundo(bool esNuestro, bool falta) noexcept
         return !error || (esNuestro && CopiaDeVuelta());
     }
     sistema::Borra(m_antes, error); // what it held stands there, or what another run has placed
+    m_conservado = {};              // and then this is all that is left of it
     return true;
 }
 

@@ -89,6 +89,7 @@ private:
     enum class Paso { Nada, Preparado, Colocado };
 
     Apertura AbreRegular(std::string_view marca, Error& error);
+    bool PuedeIrAlLado(Error& error);
     Apertura CreaTemporal(std::string_view marca, Error& error);
     Apertura CreaEnSitio(std::string_view marca, Error& error);
     void CreaCopia(std::string_view marca, Error& error);

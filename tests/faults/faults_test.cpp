@@ -636,6 +636,40 @@ TEST(Salidas, AnUndoLeavesWhatSomebodyElseHasPlaced)
     EXPECT_EQ(carpeta.Cuantos(), 2);
 }
 
+TEST(Salidas, KeepWhatWasWrittenBesideTheirLockAndNotWhatWasPlacedBeforeIt)
+{
+    const CCarpetaPrueba carpeta;
+    const auto abre = [&](CPlanDeFallos plan) {
+        carpeta.Pon("a.txt", "antes");
+        fs::remove(carpeta.Ruta() / "a.txt.anterior");
+        plan.anota = true;
+        plan.entretanto = [&] {
+            carpeta.Pon("x", "de otro");
+            fs::rename(carpeta.Ruta() / "x", carpeta.Ruta() / "a.txt");
+        };
+        CConjuntoSalidas conjunto;
+        CFile fichero;
+        Plan() = plan;
+        fichero.Open(carpeta.En("a.txt"), CFile::modeCreate | CFile::modeWrite, nullptr, &conjunto);
+        const std::vector<Llamada> hechas = std::exchange(Plan(), {}).hechas;
+        fichero.Close();
+        conjunto.Confirma();
+        return hechas;
+    };
+    const std::vector<Llamada> hechas = abre({});
+    const auto bloqueo = std::find(hechas.begin(), hechas.end(), Llamada::Bloquear);
+    ASSERT_NE(bloqueo, hechas.end());
+    const auto cuantas = static_cast<long>(hechas.size());
+    for (long en = 1; en <= cuantas; ++en) {
+        SCOPED_TRACE(testing::Message() << "the other before call " << en << " of " << cuantas);
+        abre({.entretantoEn = en});
+        if (en <= bloqueo - hechas.begin() + 1)
+            EXPECT_EQ(carpeta.Lee("a.txt.anterior"), "(no file)") << "an output like any older one";
+        else if (en == cuantas)
+            EXPECT_EQ(carpeta.Lee("a.txt.anterior"), "de otro");
+    }
+}
+
 TEST(Salidas, AreOnTheDiskBeforeWhatHangsOnThem)
 {
     CBanco banco(Escenarios()[0]);
