@@ -75,7 +75,7 @@ void CCampivaAVexaDlg::OnOK()
 
     int numErrores = 0;
     int numWarnings = 0;
-    m_conTabulador = 0;
+    m_lineas = CMiraLineas(TipoEntrada);
     m_deOtro = 0;
     const auto registros = std::make_shared<CBaseCatastro>(0);
     CBaseCatastro& base = *registros;
@@ -99,8 +99,6 @@ void CCampivaAVexaDlg::OnOK()
 
 void CCampivaAVexaDlg::ObservaEntrada(CStdioFile& entrada, const CBaseCatastro& base)
 {
-    if (m_conTabulador > 0)
-        Sospecha(observaciones::kTabuladores, ArchivoEntrada, m_conTabulador);
     if (m_deOtro > 0)
         Sospecha(observaciones::kOtraUltima, ArchivoEntrada, m_deOtro, m_ultimo);
     const bool nadaLeido =
@@ -111,21 +109,23 @@ void CCampivaAVexaDlg::ObservaEntrada(CStdioFile& entrada, const CBaseCatastro& 
     const char* observacion = nullptr;
     switch (MiraEntrada(entrada, TipoEntrada)) {
     case SospechaEntrada::Ninguna:
-        return;
+        break;
     case SospechaEntrada::Vacia:
         observacion = observaciones::kVacia;
         break;
     case SospechaEntrada::OtraForma:
-        if (!nadaLeido)
-            return; // its records stand further down
-        observacion =
-            TipoEntrada == 0 ? observaciones::kNoEsIntercambio : observaciones::kNoEsRelacion;
+        if (nadaLeido) // else its records stand further down
+            observacion =
+                TipoEntrada == 0 ? observaciones::kNoEsIntercambio : observaciones::kNoEsRelacion;
         break;
     case SospechaEntrada::SoloRetornos:
         observacion = observaciones::kSoloRetornos;
         break;
-    case SospechaEntrada::EsUtf8:
-        observacion = observaciones::kParecenUtf8;
+    case SospechaEntrada::ConMarca:
+        observacion = observaciones::kConMarca;
+        break;
+    case SospechaEntrada::EsUtf16:
+        observacion = observaciones::kEnUtf16;
         break;
     case SospechaEntrada::LineasLargas:
         observacion = observaciones::kLineasLargas;
@@ -134,5 +134,27 @@ void CCampivaAVexaDlg::ObservaEntrada(CStdioFile& entrada, const CBaseCatastro& 
         observacion = observaciones::kLineasCortas;
         break;
     }
-    Sospecha(observacion, ArchivoEntrada);
+    if (observacion != nullptr)
+        Sospecha(observacion, ArchivoEntrada);
+    else
+        ObservaLineas();
+}
+
+void CCampivaAVexaDlg::ObservaLineas()
+{
+    const struct {
+        int cuantas;
+        const char* observacion;
+    } lineas[] = {
+        {m_lineas.ConTabulador(), observaciones::kTabuladores},
+        {m_lineas.SinTipo(), observaciones::kLineasSinTipo},
+        {m_lineas.ConFines(), observaciones::kLineasConFines},
+        {m_lineas.Dobles(), observaciones::kLineasDobles},
+    };
+    for (const auto& [cuantas, observacion] : lineas)
+        if (cuantas > 0)
+            Sospecha(observacion, ArchivoEntrada, cuantas);
+    if (m_lineas.Cortada())
+        Sospecha(observaciones::kEntradaCortada, ArchivoEntrada);
+    SospechaUtf8(m_lineas.Utf8(), ArchivoEntrada);
 }

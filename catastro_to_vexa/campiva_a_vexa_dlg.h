@@ -4,6 +4,7 @@
 
 #include "cadastre/database.h"
 #include "cadastre/message_catalogue.h"
+#include "catastro_to_vexa/line_check.h"
 #include "resources/resource_ids.h"
 #include "shell/frame/translation_dialog.h"
 
@@ -53,15 +54,10 @@ private:
     void LeeListaSubparcelas(CBaseCatastro& base, CStdioFile* entrada, CStdioFile* log,
                              int* numErrores, int* numWarnings);
 
-    /// Counts a line that has a tab, which no file of fixed columns has.
-    void MiraTabuladores(std::string_view linea)
-    {
-        constexpr char kTabulador = '\t';
-        m_conTabulador += linea.find(kTabulador) != std::string_view::npos ? 1 : 0;
-    }
     /// Says behind the summary what speaks against the input being what it was read as; the tables
     /// that the run replaces are kept then. Raises CFileException where a read fails.
     void ObservaEntrada(CStdioFile& entrada, const CBaseCatastro& base);
+    void ObservaLineas();
     /// Sorts the database and writes the six tables. One that can't be created is told in a box and
     /// the others are written. Raises CFileException when a table can't be written to its end; that
     /// table and those behind it keep their old content.
@@ -79,7 +75,7 @@ private:
     }};
     const std::array<CBusqueda, 1> m_busquedas = {
         {{IDC_BUSCAR_ENTRADA, &ArchivoEntrada, IDS_FILTRO_TODOS}}};
-    int m_conTabulador = 0; ///< lines that this run has read
+    CMiraLineas m_lineas{0}; ///< that this run has read
     int m_deOtro = 0; ///< its parcels whose lines name another municipality than the last line
     int m_ultimo = 0; ///< the municipality of that
 };

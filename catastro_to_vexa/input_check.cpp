@@ -1,10 +1,10 @@
 #include "catastro_to_vexa/input_check.h"
 
 #include <algorithm>
-#include <iterator>
 #include <string_view>
 
 #include "cadastre/exchange_lines.h"
+#include "cadastre/record_types.h"
 #include "platform/ansi.h"
 #include "platform/files/cstdio_file.h"
 #include "platform/plain_texts.h"
@@ -22,9 +22,7 @@ struct CFormaEntrada {
 
 bool EsDeIntercambio(const CLineaFija& linea)
 {
-    constexpr std::string_view kTipos[] = {"MD", "TL", "PR", "SP", "SC", "PJ"};
-    return std::find(std::begin(kTipos), std::end(kTipos), linea.Texto(kLeeTipo)) !=
-           std::end(kTipos);
+    return EsTipoDeIntercambio(linea.Texto(kLeeTipo));
 }
 
 bool EsDeRelacion(const CLineaFija& linea)
@@ -36,6 +34,8 @@ bool EsDeRelacion(const CLineaFija& linea)
 constexpr CFormaEntrada kIntercambio = {EsDeIntercambio, kLineaCatastro - 1, 45};
 constexpr CFormaEntrada kRelacion = {EsDeRelacion, kLineaLista - 1, 76};
 
+constexpr std::size_t kBastan = std::size_t{64} * 1024; // bytes of the input that are looked at
+
 /// What the first lines came to.
 struct CMuestra {
     int lineas = 0; ///< those that aren't empty
@@ -43,7 +43,6 @@ struct CMuestra {
     int largas = 0;
     int cortas = 0;
     int retornos = 0; ///< those that are several
-    ansi::CMiraUtf8 utf8;
 
     void Toma(std::string_view linea, const CFormaEntrada& forma)
     {
@@ -52,9 +51,34 @@ struct CMuestra {
         largas += linea.size() > forma.masLarga ? 1 : 0;
         cortas += linea.size() < forma.masCorta ? 1 : 0;
         retornos += SonVariasLineas(linea) ? 1 : 0;
-        utf8.Toma(linea);
     }
 };
+
+/// The lines that begin a text: none in half, unless there is no other.
+CMuestra Muestra(std::string_view texto, const CFormaEntrada& forma)
+{
+    CMuestra muestra;
+    const bool esTodo = texto.size() < kBastan;
+    while (!texto.empty()) {
+        const std::size_t fin = texto.find('\n');
+        if (fin == std::string_view::npos && muestra.lineas > 0 && !esTodo)
+            break;
+        std::string_view linea = texto.substr(0, fin);
+        texto.remove_prefix(std::min(linea.size() + 1, texto.size()));
+        if (linea.ends_with('\r') && fin != std::string_view::npos)
+            linea.remove_suffix(1);
+        if (!linea.empty())
+            muestra.Toma(linea, forma);
+    }
+    return muestra;
+}
+
+/// Tells whether a text is in UTF-16, by its mark or by its first character.
+bool EsUtf16(std::string_view texto)
+{
+    return texto.starts_with("\xFF\xFE") || texto.starts_with("\xFE\xFF") ||
+           (texto.size() > 1 && (texto[0] == '\0') != (texto[1] == '\0'));
+}
 
 } // namespace
 
@@ -65,20 +89,18 @@ SospechaEntrada MiraEntrada(CStdioFile& entrada, int tipoEntrada)
     if (entrada.GetLength() == 0)
         return SospechaEntrada::Ninguna;
     entrada.Seek(0);
-    const CFormaEntrada& forma = tipoEntrada == 0 ? kIntercambio : kRelacion;
-    CMuestra muestra;
-    for (CString linea;
-         entrada.GetPosition() < ansi::CMiraUtf8::kBastan && entrada.ReadString(linea);)
-        if (!linea.IsEmpty())
-            muestra.Toma(linea, forma);
+    const std::string_view texto = entrada.Tramo(kBastan);
+    if (texto.starts_with(ansi::kMarcaUtf8))
+        return SospechaEntrada::ConMarca;
+    if (EsUtf16(texto))
+        return SospechaEntrada::EsUtf16;
+    const CMuestra muestra = Muestra(texto, tipoEntrada == 0 ? kIntercambio : kRelacion);
     if (muestra.lineas == 0)
         return SospechaEntrada::Vacia;
     if (muestra.retornos == muestra.lineas)
         return SospechaEntrada::SoloRetornos;
     if (muestra.registros == 0)
         return SospechaEntrada::OtraForma;
-    if (muestra.utf8.EsUtf8())
-        return SospechaEntrada::EsUtf8;
     if (muestra.lineas >= kLineasQueDicenAlgo && muestra.largas == muestra.lineas)
         return SospechaEntrada::LineasLargas;
     if (muestra.lineas >= kLineasQueDicenAlgo && muestra.cortas == muestra.lineas)

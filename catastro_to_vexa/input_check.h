@@ -8,7 +8,8 @@ enum class SospechaEntrada {
     Vacia,
     OtraForma,    ///< none of its first lines is a record of the form
     SoloRetornos, ///< no line feed ends its lines, which are read as one
-    EsUtf8,       ///< its letters beyond ASCII are UTF-8, where code page 1252 belongs
+    ConMarca,     ///< begins with a mark of UTF-8, and its first line is read wrong
+    EsUtf16,
     LineasLargas, ///< every line is longer than any of the form
     LineasCortas  ///< every line ends before the last column of the form's shortest record
 };

@@ -159,7 +159,7 @@ void CCampivaAVexaDlg::LeeArchivoNormal(CBaseCatastro& base, CStdioFile* entrada
             base.Ger = static_cast<short>(fija.Entero(kLeeGer));
         lectura.municipioActual = base.RegistraMunicipio(static_cast<short>(fija.Entero(kLeeMun)));
         TomaRegistro(linea, lectura);
-        MiraTabuladores(linea);
+        m_lineas.Toma(linea);
     }
     AsientaRegistros(lectura);
 }

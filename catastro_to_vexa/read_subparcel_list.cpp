@@ -101,7 +101,7 @@ void CCampivaAVexaDlg::LeeListaSubparcelas(CBaseCatastro& base, CStdioFile* entr
         if (!Avanza(entrada->GetPosition(), longitud))
             return;
         TomaLinea(linea, lectura);
-        MiraTabuladores(linea);
+        m_lineas.Toma(linea);
     }
     Fase(IDS_ASIGNANDO_TITULARIDAD);
     base.ReparteParticipaciones();

@@ -1,5 +1,7 @@
 #include "platform/ansi.h"
 
+#include <algorithm>
+
 namespace ansi {
 namespace {
 
@@ -38,6 +40,19 @@ void AnexaValor(std::string& destino, unsigned valor)
     destino += static_cast<char>(0x80U | (valor & 0x3FU));
 }
 
+bool EsUtf8(std::string_view texto)
+{
+    while (true) {
+        const auto* const alto = std::ranges::find_if(
+            texto, [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
+        texto.remove_prefix(static_cast<std::size_t>(alto - texto.begin()));
+        const std::size_t largo = LargoSecuencia(texto);
+        if (largo == 0)
+            return texto.empty();
+        texto.remove_prefix(largo);
+    }
+}
+
 } // namespace
 
 std::string AUtf8(std::string_view texto)
@@ -62,14 +77,15 @@ std::string AUtf8(std::string_view texto)
 
 void CMiraUtf8::Toma(std::string_view linea)
 {
-    if (m_hayOtras) // which settles it
-        return;
     unsigned todos = 0; // faster than to stop at the first letter
     for (const char c : linea)
         todos |= static_cast<unsigned char>(c);
     if (todos < 0x80)
         return;
-    (AUtf8(linea) == linea ? m_hayUtf8 : m_hayOtras) = true;
+    if (EsUtf8(linea))
+        ++m_enUtf8;
+    else
+        m_hayOtras = true;
 }
 
 } // namespace ansi

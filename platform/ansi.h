@@ -58,18 +58,18 @@ inline constexpr std::string_view kMarcaUtf8 = "\xEF\xBB\xBF";
 /// it is (names of files come in that way), any other byte from 0x80 is taken as code page 1252.
 std::string AUtf8(std::string_view texto);
 
-/// Looks whether a text, which should be in the code page, is in UTF-8: it has letters beyond
-/// ASCII, and each line that has one is. Its first lines tell.
+/// Looks whether lines of a text, which should be in the code page, are in UTF-8: they have letters
+/// beyond ASCII, and each of them is.
 class CMiraUtf8 {
 public:
-    static constexpr std::uint64_t kBastan = std::uint64_t{64} * 1024; ///< bytes of the text
-
     void Toma(std::string_view linea);
-    bool EsUtf8() const { return m_hayUtf8 && !m_hayOtras; }
+    int Lineas() const { return m_enUtf8; } ///< that are
+    /// Tells whether all that have such letters are, and there are some.
+    bool TodasLoEstan() const { return m_enUtf8 > 0 && !m_hayOtras; }
 
 private:
-    bool m_hayUtf8 = false;  // a line with letters that is
-    bool m_hayOtras = false; // one that isn't
+    int m_enUtf8 = 0;
+    bool m_hayOtras = false;
 };
 
 } // namespace ansi

@@ -57,12 +57,12 @@ void CVexaACampiva2Dlg::ObservaFilas()
             bool loEs;
             const char* forma;
         } deTodas[] = {{tabla->soloRetornos, observaciones::kSoloRetornos},
-                       {tabla->enUtf8, observaciones::kParecenUtf8},
                        {tabla->entreComillas, observaciones::kEntreComillas},
                        {tabla->cortada, observaciones::kTablaCortada}};
         for (const auto& [loEs, forma] : deTodas)
             if (loEs)
                 Sospecha(forma, tabla->archivo);
+        SospechaUtf8(tabla->utf8, tabla->archivo);
         const struct {
             int cuantas;
             const char* forma;
@@ -97,7 +97,7 @@ void CVexaACampiva2Dlg::ObservaEntradas()
     const bool marca = TieneMarca(m_vistas.primera);
     const bool vacia = m_vistas.primera.IsEmpty() && m_vistas.poligonos == 0;
     if (marca)
-        Sospecha(observaciones::kListaConMarca, ArchivoTren);
+        Sospecha(observaciones::kConMarca, ArchivoTren);
     else if (SonVariasLineas(m_vistas.primera))
         Sospecha(observaciones::kSoloRetornos, ArchivoTren);
     else if (vacia)

@@ -70,6 +70,7 @@ public:
     {
         ++m_todas;
         m_antes = std::exchange(m_tabuladores, Tabuladores(fila));
+        m_masCorta = std::min(m_masCorta, std::exchange(m_cola, ColaDe(fila)));
         m_partidas += m_tabuladores < m_campos ? 0 : 1;
         m_conComillas = m_conComillas && TieneComillas(fila);
         m_deOtraGer += EsDeSuGer(fila) ? 0 : 1;
@@ -78,9 +79,20 @@ public:
     int DeOtraGer() const { return m_deOtraGer; }
     bool EstanPartidas() const { return m_todas > 0 && m_partidas == m_todas; }
     bool TienenComillas() const { return m_todas > 0 && m_conComillas; }
-    bool EsMenosLaUltima() const { return m_todas > 1 && m_tabuladores < m_antes; }
+    /// Tells whether the last row has fewer fields than the one in front of it, or a shorter last
+    /// field than all.
+    bool EsMenosLaUltima() const
+    {
+        return m_todas > 1 &&
+               (m_tabuladores < m_antes || (m_tabuladores == m_antes && m_cola < m_masCorta));
+    }
 
 private:
+    static std::size_t ColaDe(std::string_view fila)
+    {
+        const std::size_t tabulador = fila.rfind('\t');
+        return tabulador == std::string_view::npos ? fila.size() : fila.size() - tabulador - 1;
+    }
     bool EsDeSuGer(std::string_view fila)
     {
         if (!m_gerLeida.empty() && fila.starts_with(m_gerLeida))
@@ -98,8 +110,10 @@ private:
     int m_partidas = 0;
     int m_deOtraGer = 0;
     bool m_conComillas = true;
-    std::size_t m_tabuladores = 0; // of the last one
-    std::size_t m_antes = 0;       // of the one before
+    std::size_t m_tabuladores = 0;                   // of the last one
+    std::size_t m_antes = 0;                         // of the one before
+    std::size_t m_cola = std::string_view::npos;     // length of the last one's last field
+    std::size_t m_masCorta = std::string_view::npos; // of those before
 };
 
 /// Tells whether a text that was read to its end has its last line end. Raises CFileException.
@@ -138,12 +152,10 @@ bool CVexaACampiva2Dlg::LeeTabla(UINT estado, const CString& archivo, std::size_
     bool primera = true;
     bool esSuya = false;
     CFilasSuyas suyas(campos, m_vistas.cabecera.Ger);
-    ansi::CMiraUtf8 utf8;
     while (tabla.ReadString(fila)) {
         if (!Avanza(tabla.GetPosition(), tabla.GetLength()))
             return false;
-        if (tabla.GetPosition() < ansi::CMiraUtf8::kBastan)
-            utf8.Toma(fila);
+        vista.utf8.Toma(fila);
         const bool cabecera = primera && EsCabecera(fila);
         if (primera)
             vista.soloRetornos = SonVariasLineas(fila);
@@ -165,7 +177,6 @@ bool CVexaACampiva2Dlg::LeeTabla(UINT estado, const CString& archivo, std::size_
     vista.deOtraGer = suyas.DeOtraGer();
     vista.entreComillas = suyas.TienenComillas();
     vista.cortada = esSuya && suyas.EsMenosLaUltima() && !AcabaEnLinea(tabla);
-    vista.enUtf8 = utf8.EsUtf8();
     return true;
 }
 

@@ -8,6 +8,7 @@
 #include "cadastre/message_catalogue.h"
 #include "cadastre/polygon_list.h"
 #include "cadastre/table_files.h"
+#include "platform/ansi.h"
 #include "resources/resource_ids.h"
 #include "shell/frame/translation_dialog.h"
 #include "vexa_libs/topological_polygon.h"
@@ -76,8 +77,8 @@ private:
         bool conColumnasPropias = false; ///< all are split: somebody has added columns
         bool entreComillas = false;      ///< all have texts in quotes
         bool cortada = false;            ///< it ends in the middle of a row
-        bool enUtf8 = false;
-        bool soloRetornos = false; ///< no line feed ends its lines, which are read as one
+        bool soloRetornos = false;       ///< no line feed ends its lines, which are read as one
+        ansi::CMiraUtf8 utf8 = {};
 
         void Cuenta(bool leida) { ++(leida ? tomadas : incompletas); }
         /// Counts a row that isn't empty, whosever it is.

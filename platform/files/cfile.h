@@ -61,6 +61,9 @@ public:
     /// `Fallo` instead. An output that belongs to a set waits there until the set is confirmed.
     void Close();
 
+    /// The name by which the file was opened to be read.
+    const CString& GetFilePath() const { return m_lector.Nombre(); }
+
     /// Reads up to `n` bytes; gives how many there were before the end of the file. Raises
     /// CFileException where a read fails, and where the file ends before the length that it had
     /// when it was opened. So do all operations of this class and the next that read.

@@ -34,6 +34,7 @@ public:
     bool Abre(const CString& nombre, const std::filesystem::path& ruta, bool entero,
               sistema::Error& error);
     void Cierra() noexcept;
+    const CString& Nombre() const { return m_nombre; }
 
     /// What stands unread in the buffer, at least `minimo` bytes of it unless the file ends before.
     /// It is valid until the next call; `Consume` moves the position.

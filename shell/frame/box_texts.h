@@ -52,6 +52,20 @@ inline constexpr const char* kSoloRetornos =
     "Las líneas de %s acaban en retorno de carro sin salto de línea, y se han leído como una sola"_ansi;
 inline constexpr const char* kParecenUtf8 =
     "El archivo %s parece estar en UTF-8: sus acentos y eñes se han leído mal"_ansi;
+inline constexpr const char* kLineasEnUtf8 =
+    "En %s hay líneas en UTF-8, %d, entre otras que no lo están: sus acentos y eñes se han leído mal"_ansi;
+inline constexpr const char* kEnUtf16 =
+    "El archivo %s está en UTF-16 y se ha leído mal: guárdelo como ANSI"_ansi;
+inline constexpr const char* kConMarca =
+    "El archivo %s empieza por una marca de Unicode y se ha leído mal: guárdelo como ANSI"_ansi;
+inline constexpr const char* kLineasSinTipo =
+    "En %s hay líneas que no empiezan como un registro, %d. No se han leído"_ansi;
+inline constexpr const char* kLineasConFines = "En %s hay líneas con retornos de carro o fines de "
+                                               "fichero dentro, %d. Lo que va detrás no se ha "
+                                               "leído"_ansi;
+inline constexpr const char* kLineasDobles =
+    "En %s hay líneas con más de un registro, %d. Sólo se ha leído el primero"_ansi;
+inline constexpr const char* kEntradaCortada = "El archivo %s acaba a mitad de una línea"_ansi;
 inline constexpr const char* kLineasLargas =
     "Todas las líneas de %s son más largas que las de su forma"_ansi;
 inline constexpr const char* kLineasCortas =
@@ -80,8 +94,6 @@ inline constexpr const char* kEntreComillas =
 inline constexpr const char* kTablaCortada = "El archivo %s acaba a mitad de una fila"_ansi;
 inline constexpr const char* kColumnasPropias =
     "Las filas de %s tienen más columnas que las de su tabla, que no se reescriben"_ansi;
-inline constexpr const char* kListaConMarca =
-    "La lista %s empieza por una marca de Unicode y se ha leído mal: guárdela como ANSI"_ansi;
 inline constexpr const char* kSinPoligonos = "La lista %s no nombra ningún polígono"_ansi;
 inline constexpr const char* kOtroMunicipio =
     "Ninguna fila de %s es del municipio %03d %03d, el de la primera línea de %s"_ansi;
@@ -92,6 +104,13 @@ inline constexpr const char* kFilasAjenas =
 
 inline constexpr const char* kDibujoSinLeer =
     "El archivo %s está en su sitio y no se pudo leer: lo escrito no cuenta con él"_ansi;
+inline constexpr const char* kDibujoAMedias =
+    "El archivo %s está dañado o fuera de fecha: lo escrito no cuenta con todo lo que dibuja"_ansi;
+inline constexpr const char* kRotulosPartidos =
+    "En %s hay rótulos con un tabulador o un fin de línea, %d, que parten las filas donde se "
+    "escriben. Corríjalos en el dibujo"_ansi;
+inline constexpr const char* kOtroDibujo =
+    "De la entrada %s se ha leído %s: lo que va tras el último punto se toma por extensión"_ansi;
 inline constexpr const char* kDetenido = "El proceso se detuvo: lo escrito no está completo"_ansi;
 
 } // namespace observaciones

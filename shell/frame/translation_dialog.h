@@ -7,6 +7,7 @@
 #include <variant>
 #include <vector>
 
+#include "platform/ansi.h"
 #include "platform/dialog.h"
 #include "platform/files/any_case_name.h"
 #include "platform/files/cstdio_file.h"
@@ -130,14 +131,25 @@ protected:
     {
         m_proceso->escritos.observaciones.emplace_back(Formatea(forma, argumentos...));
     }
-    /// Says in the same way what speaks against an input being what it was read as. What the
-    /// outputs replace is to stay beside them then (CConjuntoSalidas::ConservaAnteriores).
+    /// Says in the same way what speaks against an input being what it was read as, or whole.
     template <class... T>
     void Sospecha(const char* forma, const T&... argumentos)
     {
         Observa(forma, argumentos...);
-        m_proceso->salidas.ConservaAnteriores();
+        ConservaAnteriores();
     }
+    /// What the outputs replace is to stay beside them.
+    void ConservaAnteriores() { m_proceso->salidas.ConservaAnteriores(); }
+    /// The same where lines of an input, which belong in the code page, are in UTF-8.
+    void SospechaUtf8(const ansi::CMiraUtf8& utf8, const CString& archivo);
+    /// The same of a drawing that was read.
+    /// \param dañada    the topology doesn't end with its last whole record, or points to nothing
+    /// \param partidos  labels of the drawing that part the rows where they are written
+    void ObservaDibujo(const CFile& topologia, bool dañada, const CFile& dibujo, int partidos);
+    /// The same where the entry of a list has a point, so that another drawing than its own, which
+    /// is there, too, was read.
+    /// \param carpeta  of the list, as `DamePath` gives it
+    void ObservaEntradaConPunto(const CString& carpeta, const CString& entrada);
     /// The page of the run's report, where it isn't to have the log's name.
     void NombraInforme(const CString& pagina) { m_proceso->escritos.informe = pagina; }
     /// Shows the summary of a run that is done.

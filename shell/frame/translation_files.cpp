@@ -2,8 +2,10 @@
 #include <iterator>
 
 #include "cadastre/file_extensions.h"
+#include "cadastre/polygon_list.h"
 #include "platform/cwinapp.h"
 #include "platform/files/set_healing.h"
+#include "platform/files/system_files.h"
 #include "platform/system.h"
 #include "shell/frame/box_texts.h"
 #include "shell/frame/translation_dialog.h"
@@ -148,7 +150,38 @@ bool CTraduccionDlg::CreaSalida(CStdioFile& fichero, const CString& nombre, cons
         return true;
     }
     CajaError(queja, fallo);
+    ConservaAnteriores(); // the others change without it
     return false;
+}
+
+void CTraduccionDlg::SospechaUtf8(const ansi::CMiraUtf8& utf8, const CString& archivo)
+{
+    if (utf8.TodasLoEstan())
+        Sospecha(observaciones::kParecenUtf8, archivo);
+    else if (utf8.Lineas() > 0)
+        Sospecha(observaciones::kLineasEnUtf8, archivo, utf8.Lineas());
+}
+
+void CTraduccionDlg::ObservaDibujo(const CFile& topologia, bool dañada, const CFile& dibujo,
+                                   int partidos)
+{
+    if (dañada)
+        Sospecha(observaciones::kDibujoAMedias, topologia.GetFilePath());
+    if (partidos > 0)
+        Sospecha(observaciones::kRotulosPartidos, dibujo.GetFilePath(), partidos);
+}
+
+void CTraduccionDlg::ObservaEntradaConPunto(const CString& carpeta, const CString& entrada)
+{
+    if (entrada.Find('.') < 0)
+        return;
+    const CString leido = FicheroDeLista(carpeta, entrada, kExtensionDibujo);
+    const CString suyo =
+        CFile::EnDisco(carpeta + entrada + "." + kExtensionDibujo, m_proceso->nombres);
+    sistema::Error error;
+    if (suyo != leido &&
+        sistema::Mira(sistema::Ruta(suyo), error).tipo == sistema::CEstado::Tipo::Regular)
+        Sospecha(observaciones::kOtroDibujo, entrada, leido);
 }
 
 void CTraduccionDlg::ConfirmaSalidas()

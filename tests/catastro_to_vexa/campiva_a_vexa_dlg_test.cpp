@@ -52,6 +52,7 @@ TEST_F(Traduccion, TellsWhichFilesItCannotUse)
          "c.txt",
          {"El archivo " + en + "Modulos.txt no se puede crear"}},
     };
+    carpeta.Pon("Parajes.txt", "antes");
     for (const auto& caso : casos) {
         SCOPED_TRACE(caso.motivo);
         for (const char* nombre : {"a.txt", "b.ERR", "c.txt"})
@@ -67,6 +68,7 @@ TEST_F(Traduccion, TellsWhichFilesItCannotUse)
         EXPECT_EQ(errores, caso.cajas);
     }
     EXPECT_NE(carpeta.Lee("b.ERR"), "") << "the input that the log would have emptied";
+    EXPECT_EQ(carpeta.Lee("Parajes.txt.anterior"), "antes") << "they are of two runs";
     EXPECT_EQ(Filas("Parajes.txt"), 1) << "a table behind the one that can't be created";
     EXPECT_EQ(aplicacion.guion.cajas.back().titulo, "Fin del proceso");
 }

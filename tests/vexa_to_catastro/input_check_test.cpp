@@ -26,8 +26,8 @@ TEST_F(Cruce, ObservesInputsThatAreNotWhatTheyWereReadAsAndKeepsWhatItReplaces)
     Subparcela("7", "   a", "3");
     const Textos parcelas = tablas["Parcelas"];
     const Textos subparcelas = tablas["Subparcelas"];
-    const std::string marca =
-        "La lista lista.txt empieza por una marca de Unicode y se ha leído mal: guárdela como ANSI";
+    const std::string marca = "El archivo lista.txt empieza por una marca de Unicode y se ha leído "
+                              "mal: guárdelo como ANSI";
     const auto otro = [](const std::string& codigos) {
         return "Ninguna fila de Parcelas.txt es del municipio " + codigos +
                ", el de la primera línea de lista.txt";
@@ -282,29 +282,32 @@ TEST_F(Cruce, KeepsWhatAnotherProgramWritesIntoATableMeanwhile)
 TEST_F(Cruce, TellsTablesThatAnEditorHasStoredInUtf8)
 {
     Parcela("7", "3");
+    const std::string dePagina = "N\xDA\xD1"
+                                 "EZ";
+    const std::string todas =
+        "El archivo Titulares.txt parece estar en UTF-8: sus acentos y eñes se han leído mal";
+    const std::string algunas = "En Titulares.txt hay líneas en UTF-8, 1, entre otras que no lo "
+                                "están: sus acentos y eñes se han leído mal";
     const struct {
         const char* motivo;
-        std::string nombre;
-        bool seDice;
-    } casos[] = {{"letters of ASCII", "NUNEZ", false},
-                 {"the code page",
-                  "N\xDA\xD1"
-                  "EZ",
-                  false},
-                 {"UTF-8", "NÚÑEZ", true},
-                 {"the code page, somewhere", "NÚÑEZ\xD1", false}};
+        std::string uno;
+        std::string otro;
+        std::string observacion;
+    } casos[] = {{"letters of ASCII", "ANA", "NUNEZ", ""},
+                 {"the code page", "ANA", dePagina, ""},
+                 {"UTF-8", "ANA", "NÚÑEZ", todas},
+                 {"UTF-8 and the code page in a row", "ANA", "NÚÑEZ\xD1", ""},
+                 {"UTF-8 in front of the code page", "NÚÑEZ", dePagina, algunas},
+                 {"UTF-8 behind the code page", dePagina, "NÚÑEZ", algunas}};
     for (const auto& caso : casos) {
         SCOPED_TRACE(caso.motivo);
-        tablas["Titulares"] = {Fila({"045", "127", "1", "ANA", " ", "11111111"}),
-                               Fila({"045", "127", "2", caso.nombre, " ", "22222222"})};
+        tablas["Titulares"] = {Fila({"045", "127", "1", caso.uno, " ", "11111111"}),
+                               Fila({"045", "127", "2", caso.otro, " ", "22222222"})};
         Ejecuta(1);
         const auto& dicho = aplicacion.guion.escritos.observaciones;
-        EXPECT_EQ(dicho.empty() ? "" : carpeta.SinRuta(ansi::AUtf8(dicho[0])),
-                  caso.seDice
-                      ? "El archivo Titulares.txt parece estar en UTF-8: sus acentos y eñes "
-                        "se han leído mal"
-                      : "");
-        EXPECT_EQ(std::filesystem::remove(carpeta.Ruta() / "Parcelas.txt.anterior"), caso.seDice);
+        EXPECT_EQ(dicho.empty() ? "" : carpeta.SinRuta(ansi::AUtf8(dicho[0])), caso.observacion);
+        EXPECT_EQ(std::filesystem::remove(carpeta.Ruta() / "Parcelas.txt.anterior"),
+                  !caso.observacion.empty());
     }
 }
 
@@ -361,6 +364,9 @@ TEST_F(Cruce, TellsRowsThatAreReadOtherwiseThanTheySeemOrNotAtAll)
     const auto modulo = [](const std::string& jornadas) {
         return Fila({"045", "127", "LR", "1", "LABOR", "0", jornadas});
     };
+    const auto vinculo = [](const std::string& parte) {
+        return "045\t127\t0\t1\t1\t1\tPR\t" + parte;
+    };
     const std::string hay = "En Parcelas.txt hay filas ";
     const struct {
         const char* motivo;
@@ -396,6 +402,16 @@ TEST_F(Cruce, TellsRowsThatAreReadOtherwiseThanTheySeemOrNotAtAll)
          {una, otra.substr(0, 20)},
          0,
          "El archivo Parcelas.txt acaba a mitad de una fila"},
+        {"the last row's last field is cut",
+         "Cotitulares",
+         {vinculo("    33") + "\r\n", vinculo("    3")},
+         0,
+         "El archivo Cotitulares.txt acaba a mitad de una fila"},
+        {"a last field as short as another",
+         "Cotitulares",
+         {vinculo("3") + "\r\n", vinculo("33") + "\r\n", vinculo("3")},
+         0,
+         ""},
         {"the last line end alone is missing", "Parcelas", {otra, sinFin}, 0, ""},
         {"a short row that is whole",
          "Parcelas",
