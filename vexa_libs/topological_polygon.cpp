@@ -48,7 +48,16 @@ void EscribeLista(CEscritor& escritor, const std::vector<int>& lista)
 
 } // namespace
 
-bool CPoligonoTopologico::Read(CFile* fichero)
+bool CPoligonoTopologico::Read(CFile* fichero, bool* dañado)
+{
+    const bool queda = fichero->GetPosition() < fichero->GetLength();
+    const bool leido = LeeRegistro(fichero);
+    if (dañado != nullptr && queda && !leido)
+        *dañado = true;
+    return leido;
+}
+
+bool CPoligonoTopologico::LeeRegistro(CFile* fichero)
 {
     const std::uint64_t posicion = fichero->GetPosition();
     CLector cabecera(fichero->Tramo(kCabecera));

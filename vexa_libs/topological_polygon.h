@@ -17,7 +17,8 @@ public:
     /// that pass the file's end, bytes left over, islands more than 16 deep, an area that is no
     /// finite number. Behind a false the file stands nowhere in particular. Raises CFileException
     /// where a read fails.
-    bool Read(CFile* fichero);
+    /// \param dañado  where it isn't null, becomes true for a false that isn't the file's end
+    bool Read(CFile* fichero, bool* dañado = nullptr);
     /// The same for the record of an island alone; where another one stands, or none, the file
     /// stays in front of it.
     bool ReadIsla(CFile* fichero);
@@ -75,6 +76,7 @@ public:
     static constexpr std::int16_t kIsla = 2;
 
 private:
+    bool LeeRegistro(CFile* fichero);
     bool LeeCuerpo(CLector& lector, int hondura);
     void EscribeCuerpo(CEscritor& escritor) const;
 

@@ -70,7 +70,7 @@ bool LeeRotulo(const CPoligonoTopologico& poligono, CFile* dibujo, CTexto<int>& 
 bool CTopologia::Read(CFile* dibujo, CFile* poligonos)
 {
     *this = CTopologia();
-    for (CPoligonoTopologico poligono; poligono.Read(poligonos); poligono = {}) {
+    for (CPoligonoTopologico poligono; poligono.Read(poligonos, &m_faltaAlgo); poligono = {}) {
         poligono.SetPadre(-1);
         if (!poligono.EsIsla())
             m_poligonos.push_back(std::move(poligono));
@@ -89,16 +89,19 @@ void CTopologia::TomaEntidades(CPoligonoTopologico& poligono, CFile* dibujo)
     for (const CPoligonoTopologico& isla : poligono.ListaIslas())
         poligono.IndiceNuevo(GuardaContorno(isla, dibujo));
     CTexto<int> rotulo("nuevo");
-    const bool hayTexto = LeeRotulo(poligono, dibujo, rotulo) && rotulo.Tipo().EsTexto();
+    const bool leido = LeeRotulo(poligono, dibujo, rotulo);
+    m_faltaAlgo = m_faltaAlgo || (!leido && poligono.TieneCentroide());
+    const bool hayTexto = leido && rotulo.Tipo().EsTexto();
     poligono.IndiceCentroide(hayTexto ? Guarda(rotulo) : -1);
 }
 
 int CTopologia::GuardaContorno(const CPoligonoTopologico& poligono, CFile* dibujo)
 {
     CLinea<int> linea("nuevo");
-    ConstruyeLinea(poligono, dibujo, linea, [] { return true; });
-    return Guarda(SonDesmedidos(m_dibujo.CantidadVertices(), linea, *dibujo) ? CLinea<int>()
-                                                                             : linea);
+    ConstruyeLinea(poligono, dibujo, linea, [this] { return m_faltaAlgo = true; });
+    const bool cabe = !SonDesmedidos(m_dibujo.CantidadVertices(), linea, *dibujo);
+    m_faltaAlgo = m_faltaAlgo || !cabe;
+    return Guarda(cabe ? linea : CLinea<int>());
 }
 
 int CTopologia::Guarda(const CEntidadVexa<int>& entidad)

@@ -37,11 +37,12 @@ class CTopologia {
 public:
     /// Loads all polygons of the file and their entities. An island record goes into the list of
     /// the polygon before it. What can't be read is left out: a stretch, a centroid's text, or the
-    /// rest of a damaged file. Every parent is -1 then. Gives true, and raises CFileException where
-    /// a read fails.
+    /// rest of a damaged file; `FaltaAlgo` tells so. Every parent is -1 then. Gives true, and
+    /// raises CFileException where a read fails.
     /// \param dibujo     the open .BIN
     /// \param poligonos  the open topology file
     bool Read(CFile* dibujo, CFile* poligonos);
+    bool FaltaAlgo() const { return m_faltaAlgo; }
     /// Sorts by number, polygons of one number keeping their order.
     void OrdenaPoligonos();
 
@@ -87,6 +88,7 @@ private:
     const CBuscador& Buscador() const;
 
     std::vector<CPoligonoTopologico> m_poligonos;
+    bool m_faltaAlgo = false;
     /// What they point to in their drawing: a polygon's centroid index and its list of indexes are
     /// positions here.
     CDibujoVexa m_dibujo;

@@ -62,6 +62,7 @@ void CVexaACampiva2Dlg::CruzaPoligono(const CString& entrada, const CAvisos& avi
     };
     CFile bin;
     CFile topologia;
+    ObservaEntradaConPunto(CCadena(ArchivoTren).DamePath(), entrada);
     if (!AbreDibujo(bin, nombre(kExtensionDibujo)) ||
         !AbreDibujo(topologia, nombre(kExtensionParcelas)))
         return;

@@ -26,13 +26,15 @@ void CVexaACampiva2Dlg::RegistraParcelas(CStdioFile* log, int* numErrores, int p
     int sinWarnings = 0; // all that is told here is an error
     const CAvisos avisos{*log, *numErrores, sinWarnings};
     CPoligonoTopologico registro;
-    while (registro.Read(par)) {
+    bool dañado = false;
+    while (registro.Read(par, &dañado)) {
         double area = registro.Area();
         bool fueraDeFecha = false;
         const bool deParcela =
             LeeParcelaDeRegistro(registro, par, bin, poligono, area, fueraDeFecha);
         if (fueraDeFecha) {
             CajaError(kParFueraDeFecha, poligono.entrada);
+            ConservaAnteriores();
             return;
         }
         const int indice = deParcela ? ParcelaDelRotulo(avisos, polig, poligono.parcela, *municipio)
@@ -45,6 +47,7 @@ void CVexaACampiva2Dlg::RegistraParcelas(CStdioFile* log, int* numErrores, int p
         if (registro.EsParcela())
             GuardaContorno(registro, bin, poligono);
     }
+    ObservaDibujo(*par, dañado, *bin, 0);
 }
 
 bool CVexaACampiva2Dlg::LeeParcelaDeRegistro(const CPoligonoTopologico& registro, CFile* par,
@@ -70,6 +73,7 @@ void CVexaACampiva2Dlg::GuardaContorno(const CPoligonoTopologico& registro, CFil
 {
     const auto fueraDeFecha = [&] {
         CajaError(kParFueraDeFecha, poligono.entrada);
+        ConservaAnteriores();
         return true; // the line goes on without the stretch
     };
     CLinea<int> linea("nuevo");

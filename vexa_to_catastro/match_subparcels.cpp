@@ -21,7 +21,9 @@ void CVexaACampiva2Dlg::RegistraSubparcelas(CStdioFile* log, int* numErrores, in
     const CAvisos avisos{*log, *numErrores, *numWarnings};
     CTexto<int> rotulo("nuevo");
     CPoligonoTopologico registro;
-    while (registro.Read(sub)) {
+    bool dañado = false;
+    int partidos = 0;
+    while (registro.Read(sub, &dañado)) {
         double area = registro.Area();
         if (!registro.EsParcela() || !registro.TieneCentroide())
             continue;
@@ -29,11 +31,13 @@ void CVexaACampiva2Dlg::RegistraSubparcelas(CStdioFile* log, int* numErrores, in
         const Rotulo leido = LeeRotuloDeCodigo(registro, bin, rotulo, kCodigosDeSubparcela);
         if (leido == Rotulo::FueraDeFecha) {
             CajaError(kSubFueraDeFecha, poligono.entrada);
+            ConservaAnteriores();
             return;
         }
         if (leido == Rotulo::Ajeno)
             continue;
         const CString letra = LetraDelRotulo(rotulo.Texto());
+        partidos += ParteFilas(letra) ? 1 : 0;
         const CPunto<int> punto = rotulo.PrimerPunto();
         const int numero = poligono.ParcelaEn(punto);
         if (numero < 0) {
@@ -51,6 +55,7 @@ void CVexaACampiva2Dlg::RegistraSubparcelas(CStdioFile* log, int* numErrores, in
         }
         AjustaSubparcelas(avisos, parcela, indice, letra, area, cruce);
     }
+    ObservaDibujo(*sub, dañado, *bin, partidos);
 }
 
 void CVexaACampiva2Dlg::AjustaSubparcelas(const CAvisos& avisos, CParcela& parcela, int indice,

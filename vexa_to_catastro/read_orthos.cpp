@@ -1,3 +1,4 @@
+#include "cadastre/label_codes.h"
 #include "shell/frame/box_texts.h"
 #include "vexa_libs/topology.h"
 #include "vexa_to_catastro/vexa_a_campiva2_dlg.h"
@@ -34,7 +35,9 @@ bool CVexaACampiva2Dlg::LeeOrtos(CZonasOrto& ortos)
     if (!AbreOrtos(bin, top, ArchivoOrtos))
         return true;
     CPoligonoTopologico hoja;
-    while (hoja.Read(&top)) {
+    bool dañado = false;
+    int partidos = 0;
+    while (hoja.Read(&top, &dañado)) {
         if (!Avanza(top.GetPosition(), top.GetLength()))
             return false;
         if (hoja.EsIsla())
@@ -46,7 +49,9 @@ bool CVexaACampiva2Dlg::LeeOrtos(CZonasOrto& ortos)
             CajaError(cajas::kOrtosFueraDeFecha);
             return false;
         }
+        partidos += ParteFilas(texto.Texto()) ? 1 : 0;
         ortos.Inserta(linea, texto);
     }
+    ObservaDibujo(top, dañado, bin, partidos);
     return true;
 }

@@ -1,5 +1,6 @@
 #include "cadastre/file_extensions.h"
 #include "cadastre/infograf_record.h"
+#include "cadastre/label_codes.h"
 #include "cadastre/polygon_list.h"
 #include "vexa_libs/ccadena.h"
 #include "vexa_to_infograf/vexa_a_infograf_dlg.h"
@@ -98,6 +99,10 @@ CTopologia CVexaAInfografDlg::LeeOrtos()
     if (AbreOrtos(bin, top, ArchivoOrtos)) {
         ortos.Read(&bin, &top);
         ortos.OrdenaPoligonos();
+        int partidos = 0;
+        for (int i = 0; i < ortos.Poligonos(); ++i)
+            partidos += ParteFilas(ortos.DameTextoCentroide(i)) ? 1 : 0;
+        ObservaDibujo(top, ortos.FaltaAlgo(), bin, partidos);
     }
     return ortos;
 }
@@ -105,6 +110,7 @@ CTopologia CVexaAInfografDlg::LeeOrtos()
 bool CVexaAInfografDlg::LeeEntrada(const CString& carpeta, const CString& nombre,
                                    CEntradaInfograf& entrada)
 {
+    ObservaEntradaConPunto(carpeta, nombre);
     CFile bin;
     if (!AbreDibujo(bin, FicheroDeLista(carpeta, nombre, kExtensionDibujo)))
         return false;
@@ -115,6 +121,7 @@ bool CVexaAInfografDlg::LeeEntrada(const CString& carpeta, const CString& nombre
         bin.Seek(0);
         topologia.emplace();
         topologia->Read(&bin, &poligonos);
+        ObservaDibujo(poligonos, topologia->FaltaAlgo(), bin, 0);
         topologia->OrdenaPoligonos();
     };
     lee(kExtensionParcelas, entrada.parcelas);

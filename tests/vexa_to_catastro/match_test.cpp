@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <functional>
 
 #include "tests/vexa_to_catastro/run_fixture.h"
 
@@ -298,6 +299,7 @@ TEST_F(Cruce, TellsATopologyThatIsOutOfDate)
         {kParcela, 44, dibujo.Parcela("1", 10, 10), {0, marco, 2000000000}}, // two bad stretches
         {kParcela, 44, 2000000000, {}},                                      // ends the walk
         {kParcela, 44, dibujo.Parcela("2", 10, 10), {}}};
+    carpeta.Pon("045127.R", "antes");
     dibujo.sub = {{kParcela, 5, dibujo.Subparcela("1-a", 10, 10), {}},
                   {kParcela, 5, 3, {}},
                   {kParcela, 9, dibujo.Subparcela("1-a", 10, 10), {}}};
@@ -310,6 +312,70 @@ TEST_F(Cruce, TellsATopologyThatIsOutOfDate)
                              "E108: Archivo topológico del polígono 1.SUB fuera de fecha\n"}));
     EXPECT_EQ(Superficies("PR"), (std::vector<int>{44, 30}));
     EXPECT_EQ(Superficies("SP"), std::vector<int>{5});
+    EXPECT_EQ(carpeta.Lee("045127.R.anterior"), "antes");
+}
+
+TEST_F(Cruce, TellsADrawingThatIsNotWholeOrPartsRows)
+{
+    const std::string dañado =
+        " está dañado o fuera de fecha: lo escrito no cuenta con todo lo que dibuja";
+    const auto parten = [](const char* dibujo) {
+        return "En " + std::string(dibujo) +
+               " hay rótulos con un tabulador o un fin de línea, 1, que parten las filas donde se "
+               "escriben. Corríjalos en el dibujo";
+    };
+    const auto corta = [&](const char* nombre) {
+        const std::string todo = carpeta.Lee(nombre);
+        carpeta.Pon(nombre, todo.substr(0, todo.size() - 1));
+    };
+    const struct {
+        const char* motivo;
+        const char* letra;
+        const char* hoja;
+        std::function<void()> hace;
+        std::string observacion;
+    } casos[] = {
+        {"a good one", "1-a", "HOJA", [] {}, ""},
+        {"parcels that are cut", "1-a", "HOJA", [&] { corta("1.PAR"); },
+         "El archivo 1.PAR" + dañado},
+        {"subparcels that are cut", "1-a", "HOJA", [&] { corta("1.SUB"); },
+         "El archivo 1.SUB" + dañado},
+        {"sheets that are cut", "1-a", "HOJA", [&] { corta("ortos.TOP"); },
+         "El archivo ortos.TOP" + dañado},
+        {"a tab in a letter", "1-a\t", "HOJA", [] {}, parten("1.BIN")},
+        {"a line end in a sheet's name", "1-a", "06\n29", [] {}, parten("ortos.BIN")},
+        {"an entry with a point, and a drawing of that name", "1-a", "HOJA",
+         [&] {
+             lista = "TREN 045127\r\nP1.bis\r\n";
+             carpeta.Pon("1.bis.BIN", "");
+         },
+         "De la entrada 1.bis se ha leído 1.BIN: lo que va tras el último punto se toma por "
+         "extensión"},
+    };
+    Parcela("1", "30");
+    Parcela("2", "30");
+    Subparcela("1", "a", "3");
+    for (const auto& caso : casos) {
+        SCOPED_TRACE(caso.motivo);
+        sintetico::CMunicipioSintetico hojas;
+        hojas.parcelas = sintetico::Genera({.parcelas = 1}, 1).parcelas;
+        hojas.parcelas.front().rotulo = "x";
+        hojas.hojas = {{caso.hoja, {{0, 0}, {1000, 0}, {1000, 1000}, {0, 1000}}}};
+        ASSERT_TRUE(sintetico::GrabaDibujos(carpeta.Ruta().string(), hojas));
+        CDibujoPrueba dibujo(carpeta);
+        const int marco = dibujo.Cuadrado(0, 0, 100);
+        dibujo.par = {{kParcela, 44, dibujo.Parcela("1", 10, 10), {marco}},
+                      {kParcela, 44, dibujo.Parcela("2", 10, 10), {}}};
+        dibujo.sub = {{kParcela, 5, dibujo.Subparcela(caso.letra, 10, 10), {}}};
+        dibujo.Graba();
+        caso.hace();
+        carpeta.Pon("045127.R", "antes");
+        Ejecuta(0, 1, 0);
+        const auto& dicho = aplicacion.guion.escritos.observaciones;
+        EXPECT_EQ(dicho.empty() ? "" : carpeta.SinRuta(ansi::AUtf8(dicho[0])), caso.observacion);
+        EXPECT_EQ(std::filesystem::remove(carpeta.Ruta() / "045127.R.anterior"),
+                  !caso.observacion.empty());
+    }
 }
 
 TEST_F(Cruce, NamesTheFirstSheetThatHoldsTheLabel)

@@ -11,6 +11,7 @@
 
 #include "generator/cadastre_lines.h"
 #include "generator/drawing_files.h"
+#include "platform/ansi.h"
 #include "shell/frame/box_texts.h"
 #include "tests/support/drawing_in_the_making.h"
 #include "tests/support/files.h"
@@ -208,6 +209,36 @@ TEST_F(InfografDeMuestra, GoesOnWithoutAMissingFile)
     }
     Ejecuta();
     EXPECT_EQ(Registros(), completos);
+}
+
+TEST_F(InfografDeMuestra, TellsADrawingOfWhichItCouldNotReadAllAndKeepsTheOlderRecords)
+{
+    const struct {
+        const char* motivo;
+        const char* cortado; ///< to its half
+        const char* dicho;   ///< of which file
+    } casos[] = {
+        {"parcels", "001.PAR", "001.PAR"},
+        {"a drawing: labels and lines are gone", "002.BIN", "002.PAR"},
+        {"sheets whose drawing is cut", "ortos.BIN", "ortos.TOP"},
+    };
+    for (const auto& caso : casos) {
+        SCOPED_TRACE(caso.motivo);
+        ASSERT_TRUE(sintetico::GrabaDibujos(carpeta.En(""), municipio));
+        Ejecuta();
+        ASSERT_TRUE(aplicacion.guion.escritos.observaciones.empty());
+        const std::string todo = carpeta.Lee(caso.cortado);
+        carpeta.Pon(caso.cortado, todo.substr(0, todo.size() / 2));
+        Ejecuta();
+        EXPECT_EQ(Cajas(), Textos{});
+        const auto& dicho = aplicacion.guion.escritos.observaciones;
+        ASSERT_FALSE(dicho.empty());
+        EXPECT_EQ(carpeta.SinRuta(ansi::AUtf8(dicho[0])),
+                  std::string("El archivo ") + caso.dicho +
+                      " está dañado o fuera de fecha: lo escrito no cuenta con todo lo que dibuja");
+        EXPECT_EQ(Registros("045127.CSP.anterior"), completos);
+        std::filesystem::remove(carpeta.Ruta() / "045127.CSP.anterior");
+    }
 }
 
 TEST_F(InfografDeMuestra, AStopLeavesWhatWasWritten)
