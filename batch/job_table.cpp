@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <iterator>
+#include <span>
 #include <utility>
 
 #include "batch/batch_texts.h"
@@ -17,28 +18,36 @@ using Valores = std::array<std::string_view, 2>;
 constexpr Valores kUnFichero = {}; // any name
 constexpr Valores kSiNo = {"0", "1"};
 
+// The translations that a field steers. In a job of another it would change nothing, so who wrote
+// it there meant something else.
+constexpr Traduccion kSoloIda[] = {Traduccion::Ida};
+constexpr Traduccion kSoloVuelta[] = {Traduccion::Vuelta};
+constexpr Traduccion kIdaYVuelta[] = {Traduccion::Ida, Traduccion::Vuelta};
+constexpr Traduccion kConDibujos[] = {Traduccion::Vuelta, Traduccion::Infograf};
+
 struct CCampo {
     std::string_view nombre;
     std::string_view usual;
-    Valores valores = kUnFichero; ///< that it may have
+    std::span<const Traduccion> suyas; ///< the translations that it steers
+    Valores valores = kUnFichero;      ///< that it may have
 };
 
 // clang-format off
 constexpr CCampo kCampos[] = {
-    {"entrada", "entrada.txt"},
-    {"tipo", "catastro", {"catastro", "lista"}},
-    {"lista", "poligonos.txt"},
-    {"ortos", "ortos.TOP"},
-    {"modificar", "0", kSiNo},
-    {"no_en_grafico", "0", kSiNo},
-    {"no_en_bd", "0", kSiNo},
-    {"concentradas", "0", kSiNo},
-    {"modulos", "Modulos.txt"},
-    {"titulares", "Titulares.txt"},
-    {"parcelas", "Parcelas.txt"},
-    {"subparcelas", "Subparcelas.txt"},
-    {"parajes", "Parajes.txt"},
-    {"cotitulares", "Cotitulares.txt"},
+    {"entrada", "entrada.txt", kSoloIda},
+    {"tipo", "catastro", kSoloIda, {"catastro", "lista"}},
+    {"lista", "poligonos.txt", kConDibujos},
+    {"ortos", "ortos.TOP", kConDibujos},
+    {"modificar", "0", kSoloVuelta, kSiNo},
+    {"no_en_grafico", "0", kSoloVuelta, kSiNo},
+    {"no_en_bd", "0", kSoloVuelta, kSiNo},
+    {"concentradas", "0", kSoloVuelta, kSiNo},
+    {"modulos", "Modulos.txt", kIdaYVuelta},
+    {"titulares", "Titulares.txt", kIdaYVuelta},
+    {"parcelas", "Parcelas.txt", kIdaYVuelta},
+    {"subparcelas", "Subparcelas.txt", kIdaYVuelta},
+    {"parajes", "Parajes.txt", kIdaYVuelta},
+    {"cotitulares", "Cotitulares.txt", kIdaYVuelta},
 };
 // clang-format on
 
@@ -64,6 +73,8 @@ void PonCampo(CTrabajo& trabajo, const std::string& parte)
         std::ranges::find(kCampos, nombre, [](const auto& c) { return c.nombre; });
     if (igual == std::string::npos || campo == std::end(kCampos))
         throw CLineaMala(Formatea(textos::kNoHayCampo, nombre));
+    if (std::ranges::find(campo->suyas, trabajo.traduccion) == campo->suyas.end())
+        throw CLineaMala(Formatea(textos::kNoEsSuyo, nombre, NombreDe(trabajo.traduccion)));
     std::string valor = parte.substr(igual + 1);
     const Valores& valores = campo->valores;
     if (valores != kUnFichero && std::ranges::find(valores, valor) == valores.end())

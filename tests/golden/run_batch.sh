@@ -74,6 +74,12 @@ vuelta\tc\tno_en_bd=2|no_en_bd ha de ser 0 o 1, no "2"
 vuelta\tc\tconcentradas=|concentradas ha de ser
 vuelta\tc\tlista=|falta el valor de lista
 ida\tc\tentrada=|falta el valor de entrada
+ida\tc\tlista=x|el campo lista no es de la traducción ida
+ida\tc\tmodificar=1|el campo modificar no es de la traducción ida
+vuelta\tc\ttipo=lista|el campo tipo no es de la traducción vuelta
+vuelta\tc\tentrada=x|el campo entrada no es de la traducción vuelta
+infograf\tc\tparcelas=x|el campo parcelas no es de la traducción infograf
+infograf\tc\tno_en_bd=1|el campo no_en_bd no es de la traducción infograf
 END
 [ ! -e c/Parcelas.txt ] || fail "a job of a wrong table was done"
 printf 'ida\tc\n\nida\tc\n' > wrong.tsv

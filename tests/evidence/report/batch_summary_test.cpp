@@ -138,7 +138,8 @@ TEST_F(ResumenDeLote, ReadsOfAJobWhatItsLineNames)
 {
     for (const char* hay : {"Parcelas.txt", "s.txt", "Parajes.txt", "ortos.TOP"})
         carpeta.Pon(hay, "");
-    const std::string comun = "\t" + carpeta.Ruta().string() + "\tsubparcelas=s.txt";
+    const std::string alli = "\t" + carpeta.Ruta().string();
+    const std::string comun = alli + "\tsubparcelas=s.txt";
     const struct {
         std::string linea;
         int estado;
@@ -146,12 +147,11 @@ TEST_F(ResumenDeLote, ReadsOfAJobWhatItsLineNames)
         bool ortos, infograf, detenido;
     } casos[] = {
         {"ida" + comun, 0, 3, 0, false, false, false},
-        {"ida" + comun + "\tmodificar=1", 0, 3, 0, false, false, false},
         {"vuelta" + comun, 0, 3, 0, true, false, false},
         {"vuelta" + comun + "\tmodificar=1", 0, 1, 2, true, false, false},
         {"vuelta" + comun + "\tmodificar=1", 1, 3, 0, true, false, false},
         {"vuelta" + comun + "\tortos=no.TOP", 137, 3, 0, false, false, true},
-        {"infograf" + comun, 0, 0, 0, true, true, false},
+        {"infograf" + alli, 0, 0, 0, true, true, false},
     };
     for (const auto& caso : casos) {
         SCOPED_TRACE(caso.linea);
