@@ -182,7 +182,7 @@ El resumen pone primero lo peor: lo que falló, lo que nadie explica, lo que se
 perdió, los errores. Queda en DIR: resumen.html, resumen.csv, y los informes en
 informes/N.html. --html y --csv les dan otro nombre, --json lo da para programas.
 
-Las opciones son de un solo registro, menos --estricto. Un guión es la salida
+Las opciones son de un solo registro, menos --estricto. Un guion es la salida
 estándar, que entonces no lleva resumen; si va a ella otra cosa que la página,
 no hay página sin --html. Como registro es la entrada estándar; de qué proceso
 es lo dicen --entrada o --lista.
