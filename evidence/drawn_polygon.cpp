@@ -119,24 +119,26 @@ private:
     bool m_fueraDeFecha = false;  // a label couldn't be read
 };
 
-/// Tells each valid outline which of the pieces with its key it is.
-void CuentaPiezas(std::vector<CRecintoDibujado>& recintos)
+/// Tells each valid outline of some topologies which of the pieces with its key it is.
+void CuentaPiezas(std::span<CPoligonoDibujado> dibujos, ClaseTopologia que)
 {
     std::map<std::pair<int, CString>, int> piezas; // by parcel and letter, if any
-    for (CRecintoDibujado& recinto : recintos)
-        if (recinto.EsDeParcela())
-            recinto.pieza = ++piezas[{recinto.parcela, recinto.letra}];
-    for (CRecintoDibujado& recinto : recintos)
-        if (recinto.EsDeParcela())
-            recinto.piezas = piezas[{recinto.parcela, recinto.letra}];
+    for (CPoligonoDibujado& dibujo : dibujos)
+        for (CRecintoDibujado& recinto : dibujo.Topologia(que).recintos)
+            if (recinto.EsDeParcela())
+                recinto.pieza = ++piezas[{recinto.parcela, recinto.letra}];
+    for (CPoligonoDibujado& dibujo : dibujos)
+        for (CRecintoDibujado& recinto : dibujo.Topologia(que).recintos)
+            if (recinto.EsDeParcela())
+                recinto.piezas = piezas[{recinto.parcela, recinto.letra}];
 }
 
-void NumeraParcelas(std::vector<CRecintoDibujado>& parcelas)
+void NumeraParcelas(CPoligonoDibujado& poligono)
 {
-    for (CRecintoDibujado& recinto : parcelas)
+    for (CRecintoDibujado& recinto : poligono.parcelas.recintos)
         if (recinto.Valido())
             recinto.parcela = LeeEntero(recinto.rotulo);
-    CuentaPiezas(parcelas);
+    CuentaPiezas({&poligono, 1}, ClaseTopologia::Parcelas);
 }
 
 /// Gives each subparcel the smallest parcel that holds its label.
@@ -159,7 +161,7 @@ void SituaSubparcelas(CPoligonoDibujado& poligono, const CHayParcela& hayParcela
         const int i = indice.Busca(recinto.punto);
         recinto.parcela = i < 0 ? -1 : parcelas[static_cast<std::size_t>(i)].parcela;
     }
-    CuentaPiezas(poligono.subparcelas.recintos);
+    CuentaPiezas({&poligono, 1}, ClaseTopologia::Subparcelas);
 }
 
 } // namespace
@@ -234,8 +236,16 @@ CPoligonoDibujado LeePoligonoDibujado(const CString& carpeta, const CString& ent
 
 void Relaciona(CPoligonoDibujado& poligono, const CHayParcela& hayParcela)
 {
-    NumeraParcelas(poligono.parcelas.recintos);
+    NumeraParcelas(poligono);
     SituaSubparcelas(poligono, hayParcela);
+}
+
+void CuentaPiezas(std::span<CPoligonoDibujado> dibujos)
+{
+    if (dibujos.size() < 2)
+        return; // counted already
+    for (const ClaseTopologia que : {ClaseTopologia::Parcelas, ClaseTopologia::Subparcelas})
+        CuentaPiezas(dibujos, que);
 }
 
 CTopologiaDibujada LeeHojasDibujadas(const CCadena& ortos)

@@ -81,7 +81,7 @@ struct CRecintoDibujado {
 
     int parcela = -1; ///< of a valid outline: by its label, or of the parcel that it lies in
     CString letra;    ///< of a subparcel
-    int pieza = 1;    ///< among those of one parcel, or of one letter in it
+    int pieza = 1;    ///< among those of one parcel, or of one letter in it (see `CuentaPiezas`)
     int piezas = 1;
 };
 
@@ -132,6 +132,11 @@ LeePoligonoDibujado(const CString& carpeta, const CString& entrada,
 /// Gives the outlines of a polygon their numbers and letters, each subparcel its parcel, and counts
 /// their pieces: as the reading does, for a drawing that is still to be written.
 void Relaciona(CPoligonoDibujado& poligono, const CHayParcela& hayParcela);
+
+/// Counts the pieces of parcels and letters through all drawings of one polygon, which have been
+/// read or related each for itself.
+/// \param dibujos  in the order of the list, in which the way back walks them
+void CuentaPiezas(std::span<CPoligonoDibujado> dibujos);
 
 /// Reads the orthophoto sheets by the name of their .TOP or .BIN; empty, with `hay` false, unless
 /// both are there. Raises CFileException where a read fails.

@@ -1,5 +1,16 @@
 #include "evidence/outline_pieces.h"
 
+namespace {
+
+void Reune(const std::vector<CRecintoDibujado>& recintos, std::map<CClavePiezas, CPiezas>& piezas)
+{
+    for (const CRecintoDibujado& recinto : recintos)
+        if (recinto.EsDeParcela())
+            piezas[ClaveDePieza(recinto)].Toma(recinto);
+}
+
+} // namespace
+
 double CPiezas::Suma(std::size_t primeras) const
 {
     double suma = 0;
@@ -16,9 +27,16 @@ CClavePiezas ClaveDePieza(const CRecintoDibujado& recinto)
 std::map<CClavePiezas, CPiezas> ReunePiezas(const std::vector<CRecintoDibujado>& recintos)
 {
     std::map<CClavePiezas, CPiezas> piezas;
-    for (const CRecintoDibujado& recinto : recintos)
-        if (recinto.EsDeParcela())
-            piezas[ClaveDePieza(recinto)].Toma(recinto);
+    Reune(recintos, piezas);
+    return piezas;
+}
+
+std::map<CClavePiezas, CPiezas> ReunePiezas(std::span<const CPoligonoDibujado> dibujos,
+                                            ClaseTopologia que)
+{
+    std::map<CClavePiezas, CPiezas> piezas;
+    for (const CPoligonoDibujado& dibujo : dibujos)
+        Reune(dibujo.Topologia(que).recintos, piezas);
     return piezas;
 }
 

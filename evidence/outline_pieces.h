@@ -1,6 +1,7 @@
 #pragma once
 
 #include <map>
+#include <span>
 #include <utility>
 #include <vector>
 
@@ -32,6 +33,9 @@ CClavePiezas ClaveDePieza(const CRecintoDibujado& recinto);
 
 /// All valid outlines that belong to a parcel. They must stay where they are.
 std::map<CClavePiezas, CPiezas> ReunePiezas(const std::vector<CRecintoDibujado>& recintos);
+/// The same of all drawings of one polygon.
+std::map<CClavePiezas, CPiezas> ReunePiezas(std::span<const CPoligonoDibujado> dibujos,
+                                            ClaseTopologia que);
 
 /// "la parcela 12", "la letra a de la parcela 12"
 CString NombreDePieza(const CRecintoDibujado& recinto, ClaseTopologia que);

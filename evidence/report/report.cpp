@@ -7,6 +7,7 @@
 #include "cadastre/file_extensions.h"
 #include "evidence/paths.h"
 #include "evidence/report/page_names.h"
+#include "evidence/report/reading/polygon_entries.h"
 #include "evidence/report/reading/text.h"
 #include "evidence/report/trial/trial_run.h"
 #include "evidence/report/writing/csv.h"
@@ -104,7 +105,8 @@ private:
     }
     const CLugaresDeAvisos* Lugares() const { return HayDibujos() ? &m_lugares : nullptr; }
 
-    /// Each polygon is read once, shown to all who want to see it, and forgotten.
+    /// Each polygon is read once, with all of its drawings, shown to all who want to see it, and
+    /// forgotten.
     void RecorreDibujos(CContenido& contenido)
     {
         const CSuperficies& superficies = m_proceso.superficies;
@@ -115,17 +117,27 @@ private:
         CBalanceDibujo& dibujo = contenido.dibujo.emplace(superficies, m_proceso.registro);
         CMapas mapas({m_indice, dibujo.perdidas, MarcasDeCambio(), m_anclas},
                      dibujo.DeTablaSinEscribir());
-        for (const CString& entrada : lista.entradas) {
-            CVigilancia::Mira();
-            const CPoligonoDibujado poligono = LeePoligonoDibujado(lista.carpeta, entrada, hay);
-            dibujo.Toma(poligono);
-            m_lugares.Toma(poligono);
-            if (m_geojson)
-                m_geojson->Toma(poligono, m_indice);
-            if (!m_opciones.sinInformes)
-                mapas.Toma(poligono);
+        for (const std::vector<CString>& entradas : EntradasPorPoligono(lista)) {
+            std::vector<CPoligonoDibujado> dibujos;
+            for (const CString& entrada : entradas) {
+                CVigilancia::Mira();
+                dibujos.push_back(LeePoligonoDibujado(lista.carpeta, entrada, hay));
+            }
+            CuentaPiezas(dibujos);
+            dibujo.Toma(dibujos);
+            for (const CPoligonoDibujado& poligono : dibujos)
+                Enseña(poligono, mapas);
         }
         contenido.mapas = mapas.Acaba();
+    }
+
+    void Enseña(const CPoligonoDibujado& poligono, CMapas& mapas)
+    {
+        m_lugares.Toma(poligono);
+        if (m_geojson)
+            m_geojson->Toma(poligono, m_indice);
+        if (!m_opciones.sinInformes)
+            mapas.Toma(poligono);
     }
 
     void EscribeMensajes()

@@ -2,6 +2,8 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -14,12 +16,13 @@
 inline constexpr std::int16_t kParcela = vexageo::CPoligonoTopologico::kParcela;
 inline constexpr std::int16_t kIsla = vexageo::CPoligonoTopologico::kIsla;
 
-/// The drawing of polygon 1 in the making.
+/// The drawing of polygon 1, or another one by its name, in the making.
 class CDibujoPrueba {
 public:
-    explicit CDibujoPrueba(const CCarpetaPrueba& carpeta) : m_carpeta(carpeta)
+    explicit CDibujoPrueba(const CCarpetaPrueba& carpeta, std::string nombre = "1")
+        : m_carpeta(carpeta), m_nombre(std::move(nombre))
     {
-        EXPECT_TRUE(m_bin.Abre(carpeta.En("1.BIN")));
+        EXPECT_TRUE(m_bin.Abre(carpeta.En(m_nombre + ".BIN")));
     }
 
     /// A closed square of so many metres, written as one line; gives its position from 1.
@@ -62,13 +65,13 @@ public:
     void Graba()
     {
         m_bin.Cierra();
-        GrabaTopologia("1.PAR", par);
-        GrabaTopologia("1.SUB", sub);
-        GrabaTopologia("1.POL", pol);
+        GrabaTopologia(m_nombre + ".PAR", par);
+        GrabaTopologia(m_nombre + ".SUB", sub);
+        GrabaTopologia(m_nombre + ".POL", pol);
     }
 
 private:
-    void GrabaTopologia(const char* nombre, const std::vector<CRegistro>& registros)
+    void GrabaTopologia(const std::string& nombre, const std::vector<CRegistro>& registros)
     {
         CFile fichero;
         fichero.Open(m_carpeta.En(nombre), CFile::modeCreate | CFile::modeWrite);
@@ -93,5 +96,6 @@ private:
     }
 
     const CCarpetaPrueba& m_carpeta;
+    std::string m_nombre;
     vexageo::CEscritorDibujo m_bin;
 };

@@ -43,13 +43,15 @@ bool SeDiceYa(const CFalta& falta, const CRecintoDibujado& recinto)
 }
 
 /// The faults in words. What several outlines cost stands in the surfaces.
-std::string Di(const std::vector<CFalta>& faltas, const CRecintoDibujado& recinto)
+std::string Di(const std::vector<CFalta>& faltas, const CRecintoDibujado& recinto,
+               const CVariosDibujos& varios)
 {
     std::string texto;
     for (const CFalta& falta : faltas)
         texto += (texto.empty() ? "" : "; ") +
                  (falta.clase == ClaseFalta::Repetido
-                      ? "está en " + Miles(recinto.piezas) + " recintos: cuenta el último"
+                      ? "está en " + Miles(recinto.piezas) + " recintos" +
+                            varios.De(ClaveDePieza(recinto)) + ": cuenta el último"
                       : Texto(falta.texto));
     return texto;
 }
@@ -74,6 +76,31 @@ bool GuardaOtraArea(const CRecintoDibujado* recinto)
 
 } // namespace
 
+CVariosDibujos::CVariosDibujos(std::span<const CPoligonoDibujado> dibujos, ClaseTopologia que)
+{
+    if (dibujos.size() < 2)
+        return;
+    for (const CPoligonoDibujado& dibujo : dibujos)
+        for (const CRecintoDibujado& recinto : dibujo.Topologia(que).recintos) {
+            if (!recinto.EsDeParcela() || recinto.piezas == 1)
+                continue;
+            std::vector<const CPoligonoDibujado*>& suyos = m_dibujos[ClaveDePieza(recinto)];
+            if (suyos.empty() || suyos.back() != &dibujo)
+                suyos.push_back(&dibujo);
+        }
+}
+
+std::string CVariosDibujos::De(const CClavePiezas& clave) const
+{
+    const auto suyos = m_dibujos.find(clave);
+    if (suyos == m_dibujos.end() || suyos->second.size() < 2)
+        return {};
+    std::string nombres;
+    for (const CPoligonoDibujado* dibujo : suyos->second)
+        nombres += (nombres.empty() ? "" : ", ") + Texto(dibujo->entrada);
+    return " de " + Miles(suyos->second.size()) + " dibujos (" + nombres + ")";
+}
+
 CPoligonoRoto FaltaDelPoligono(const CPoligonoDibujado& poligono)
 {
     if (!poligono.hayDibujo)
@@ -95,17 +122,26 @@ CBalanceDibujo::CBalanceDibujo(const CSuperficies& superficies, const CRegistroL
             m_corregidas.emplace(aviso.polig, aviso.parcela);
 }
 
-void CBalanceDibujo::Toma(const CPoligonoDibujado& poligono)
+void CBalanceDibujo::Toma(std::span<const CPoligonoDibujado> dibujos)
+{
+    const CVariosDibujos deParcelas(dibujos, ClaseTopologia::Parcelas);
+    const CVariosDibujos deSubparcelas(dibujos, ClaseTopologia::Subparcelas);
+    for (const auto& [clave, piezas] : ReunePiezas(dibujos, ClaseTopologia::Parcelas))
+        Compara(dibujos.front().polig, clave.first, piezas, deParcelas.De(clave));
+    for (const CPoligonoDibujado& dibujo : dibujos) {
+        TomaDibujo(dibujo);
+        Halla(dibujo, ClaseTopologia::Parcelas, deParcelas);
+        Halla(dibujo, ClaseTopologia::Subparcelas, deSubparcelas);
+    }
+}
+
+void CBalanceDibujo::TomaDibujo(const CPoligonoDibujado& dibujo)
 {
     ++poligonos;
-    if (CPoligonoRoto roto = FaltaDelPoligono(poligono); !roto.que.empty())
+    if (CPoligonoRoto roto = FaltaDelPoligono(dibujo); !roto.que.empty())
         rotos.push_back(std::move(roto));
-    recintosParcela += static_cast<std::int64_t>(poligono.parcelas.recintos.size());
-    recintosSubparcela += static_cast<std::int64_t>(poligono.subparcelas.recintos.size());
-    for (const auto& [clave, piezas] : ReunePiezas(poligono.parcelas.recintos))
-        Compara(poligono.polig, clave.first, piezas);
-    Halla(poligono, ClaseTopologia::Parcelas);
-    Halla(poligono, ClaseTopologia::Subparcelas);
+    recintosParcela += static_cast<std::int64_t>(dibujo.parcelas.recintos.size());
+    recintosSubparcela += static_cast<std::int64_t>(dibujo.subparcelas.recintos.size());
 }
 
 std::int64_t CBalanceDibujo::SinExplicar() const
@@ -128,7 +164,8 @@ CPerdidas CBalanceDibujo::DeTablaSinEscribir() const
     return suyas;
 }
 
-void CBalanceDibujo::Halla(const CPoligonoDibujado& poligono, ClaseTopologia clase)
+void CBalanceDibujo::Halla(const CPoligonoDibujado& poligono, ClaseTopologia clase,
+                           const CVariosDibujos& varios)
 {
     const CTopologiaDibujada& topologia = poligono.Topologia(clase);
     const CFaltasDeRecintos faltas = FaltasDe(topologia, clase);
@@ -140,18 +177,19 @@ void CBalanceDibujo::Halla(const CPoligonoDibujado& poligono, ClaseTopologia cla
                 suyas.push_back(falta);
         if (!suyas.empty())
             hallazgos.push_back({poligono.polig, NombreEnElDibujo(recinto, clase),
-                                 Di(suyas, recinto), suyas.front().donde});
+                                 Di(suyas, recinto, varios), suyas.front().donde});
     }
 }
 
 /// Parcels that are on one side alone are told by the balance of the records.
-void CBalanceDibujo::Compara(int polig, int parcela, const CPiezas& piezas)
+void CBalanceDibujo::Compara(int polig, int parcela, const CPiezas& piezas,
+                             const std::string& dibujos)
 {
     const auto suya = m_superficies.find({polig, parcela});
     const std::int64_t area = EnMetrosCuadrados(piezas.Area());
     if (suya == m_superficies.end() || !suya->second.escrita) {
         if (m_hayEscritas)
-            sinEscribir[{polig, parcela}] += area;
+            sinEscribir[{polig, parcela}] = area;
         return;
     }
     const int recintos = static_cast<int>(piezas.Recintos().size());
@@ -162,8 +200,8 @@ void CBalanceDibujo::Compara(int polig, int parcela, const CPiezas& piezas)
     if (desajuste.Diferencia() == 0 && recintos == 1)
         return;
     if (desajuste.Perdida() > 0)
-        perdidas[{polig, parcela}] += desajuste.Perdida();
-    desajuste.motivo = Motivo(desajuste, piezas, suya->second);
+        perdidas[{polig, parcela}] = desajuste.Perdida();
+    desajuste.motivo = Motivo(desajuste, piezas, suya->second, dibujos);
     desajustes.push_back(std::move(desajuste));
 }
 
@@ -172,7 +210,7 @@ void CBalanceDibujo::Compara(int polig, int parcela, const CPiezas& piezas)
 /// rewritten. Any other takes that of its last outline, islands as they are stored; W304 says that
 /// it took that of its subparcels instead.
 std::string CBalanceDibujo::Motivo(const CDesajuste& desajuste, const CPiezas& piezas,
-                                   const CSuperficie& superficie) const
+                                   const CSuperficie& superficie, const std::string& dibujos) const
 {
     const bool esDelUltimo = desajuste.escrita == EnMetrosCuadrados(piezas.Ultima().areaRegistro);
     const bool conserva = superficie.tabla.value_or(desajuste.escrita) == desajuste.escrita;
@@ -183,7 +221,7 @@ std::string CBalanceDibujo::Motivo(const CDesajuste& desajuste, const CPiezas& p
         motivo += (motivo.empty() ? "" : "; ") + otro;
     };
     if (desajuste.recintos > 1)
-        anota("en " + Miles(desajuste.recintos) + " recintos: toma la del último");
+        anota("en " + Miles(desajuste.recintos) + " recintos" + dibujos + ": toma la del último");
     const bool corregida = m_corregidas.contains({desajuste.polig, desajuste.parcela});
     if (corregida)
         anota("toma la suma de sus subparcelas (W304)");

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <map>
 #include <set>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -33,6 +35,18 @@ struct CDesajuste {
     }
 };
 
+/// In which drawings of a polygon its parcels, or their letters, stand that are in several.
+class CVariosDibujos {
+public:
+    CVariosDibujos(std::span<const CPoligonoDibujado> dibujos, ClaseTopologia que);
+
+    /// " de 2 dibujos (001, 001B)", to be said behind the number of outlines; empty for one alone.
+    std::string De(const CClavePiezas& clave) const;
+
+private:
+    std::map<CClavePiezas, std::vector<const CPoligonoDibujado*>> m_dibujos;
+};
+
 /// What no message tells of an outline.
 struct CHallazgo {
     int polig = 0;
@@ -56,8 +70,10 @@ public:
     /// \param superficies  must outlive this object
     CBalanceDibujo(const CSuperficies& superficies, const CRegistroLeido& registro);
 
-    /// Takes a polygon, each once.
-    void Toma(const CPoligonoDibujado& poligono);
+    /// Takes a polygon, each once, with all of its drawings in the order of the list: the way back
+    /// takes the last outline of all.
+    /// \param dibujos  whose pieces are counted through all of them
+    void Toma(std::span<const CPoligonoDibujado> dibujos);
     /// How many surfaces of parcels nothing explains.
     std::int64_t SinExplicar() const;
     /// Square metres that don't count, as their parcels are in several outlines.
@@ -67,7 +83,7 @@ public:
     /// There are written surfaces to compare with.
     bool HayEscritas() const { return m_hayEscritas; }
 
-    std::int64_t poligonos = 0;
+    std::int64_t poligonos = 0; ///< drawings of polygons
     std::int64_t recintosParcela = 0;
     std::int64_t recintosSubparcela = 0;
     std::int64_t comparadas = 0; ///< parcels that are drawn and were written
@@ -80,10 +96,12 @@ public:
     std::vector<CPoligonoRoto> rotos;
 
 private:
-    void Halla(const CPoligonoDibujado& poligono, ClaseTopologia clase);
-    void Compara(int polig, int parcela, const CPiezas& piezas);
+    void TomaDibujo(const CPoligonoDibujado& dibujo);
+    void Halla(const CPoligonoDibujado& poligono, ClaseTopologia clase,
+               const CVariosDibujos& varios);
+    void Compara(int polig, int parcela, const CPiezas& piezas, const std::string& dibujos);
     std::string Motivo(const CDesajuste& desajuste, const CPiezas& piezas,
-                       const CSuperficie& superficie) const;
+                       const CSuperficie& superficie, const std::string& dibujos) const;
 
     const CSuperficies& m_superficies;
     bool m_hayEscritas;

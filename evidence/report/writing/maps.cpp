@@ -23,6 +23,10 @@ void CMapas::TomaSilueta(const CPoligonoDibujado& poligono, const std::string& a
     if (silueta.contornos.empty())
         return;
     silueta.conMensajes = HayMensajes(poligono);
+    if (!m_siluetas.empty() && m_siluetas.back().nombre == silueta.nombre) {
+        m_siluetas.back().Une(std::move(silueta));
+        return;
+    }
     silueta.cambios = m_comun.cambios.CuantasEn(poligono.polig);
     for (const CPerdidas* perdidas : {&m_comun.perdidas, &std::as_const(m_sinEscribir)}) {
         const auto hasta = perdidas->lower_bound({poligono.polig + 1, 0});

@@ -26,7 +26,7 @@ public:
     {
     }
 
-    /// Draws a polygon, each once, in the order of the list.
+    /// Draws a drawing of a polygon, each once, those of one polygon one behind the other.
     void Toma(const CPoligonoDibujado& poligono);
     /// The maps, that of all polygons first; to be called once, when all were taken.
     std::vector<CMapaHecho> Acaba();

@@ -1,6 +1,8 @@
 #include "evidence/report/writing/svg_overview.h"
 
 #include <algorithm>
+#include <iterator>
+#include <utility>
 
 #include "evidence/report/reading/text.h"
 #include "evidence/report/writing/anchors.h"
@@ -109,6 +111,15 @@ void PonNombre(CMarcas& svg, const CHojaSvg& hoja, const CSilueta& silueta)
 }
 
 } // namespace
+
+void CSilueta::Une(CSilueta otra)
+{
+    if (ancla.empty())
+        ancla = std::move(otra.ancla);
+    contornos.insert(contornos.end(), std::make_move_iterator(otra.contornos.begin()),
+                     std::make_move_iterator(otra.contornos.end()));
+    conMensajes = conMensajes || otra.conMensajes;
+}
 
 std::vector<CAnillo> ContornosDe(const CPoligonoDibujado& poligono)
 {

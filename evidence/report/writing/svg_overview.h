@@ -17,6 +17,9 @@ struct CSilueta {
     std::int64_t parcelas = 0; ///< that lose them
     std::int64_t cambios = 0;  ///< parcels that changed
     bool conMensajes = false;
+
+    /// Takes another drawing of the polygon. What it loses is counted already.
+    void Une(CSilueta otra);
 };
 
 /// Rings that show where a polygon lies: those of its own topology or, where that is missing, what
