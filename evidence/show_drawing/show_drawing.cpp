@@ -50,13 +50,30 @@ constexpr const char* kUso =
 constexpr int kNoSeLee = 2;
 constexpr int kDecimales = 2;
 
+/// The line with its control characters as "\x0A": a label may hold an end of line, which would
+/// make two lines of one.
+std::string ConControlesALaVista(std::string_view linea)
+{
+    constexpr unsigned char kBlanco = ' ';
+    constexpr std::string_view kCifras = "0123456789ABCDEF";
+    std::string vista;
+    for (const char c : linea) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (byte < kBlanco)
+            vista.append("\\x") += {kCifras[byte / 16U], kCifras[byte % 16U]};
+        else
+            vista += c;
+    }
+    return vista;
+}
+
 /// Prints lines, and counts those that tell a fault.
 class CImpresion {
 public:
     template <class... T>
     void Linea(std::string_view forma, const T&... argumentos)
     {
-        m_lineas += ansi::AUtf8(Formatea(forma, argumentos...)) + '\n';
+        m_lineas += ansi::AUtf8(ConControlesALaVista(Formatea(forma, argumentos...))) + '\n';
         if (m_lineas.size() > kDeUnaVez)
             Vacia();
     }

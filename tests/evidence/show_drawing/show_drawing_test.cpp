@@ -145,6 +145,19 @@ TEST_F(ShowDrawing, LooksAtSheetsAndPolygonsByTheirOwnRules)
     EXPECT_EQ(Muestra("1.TOP"), EXIT_SUCCESS);
 }
 
+TEST_F(ShowDrawing, ShowsControlCharactersOfALabel)
+{
+    const int marco = dibujo.Cuadrado(0, 0, 10);
+    const int hoja = dibujo.Rotulo("x", "06\t29\r\n\x1F", 500, 500);
+    dibujo.pol = {{kParcela, 100, hoja, {marco}, {500, 500}}};
+    dibujo.Graba();
+    std::filesystem::copy(carpeta.Ruta() / "1.POL", carpeta.Ruta() / "1.TOP");
+    for (const char* fichero : {"1.BIN", "1.TOP"}) {
+        Muestra(fichero);
+        EXPECT_THAT(salida, HasSubstr(R"( "06\x0929\x0D\x0A\x1F")")) << fichero;
+    }
+}
+
 TEST_F(ShowDrawing, GoesOnBehindDamage)
 {
     const int marco = dibujo.Cuadrado(0, 0, 10);
