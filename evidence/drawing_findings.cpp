@@ -33,13 +33,6 @@ bool TieneLetra(std::string_view texto)
     });
 }
 
-bool TieneControles(std::string_view texto)
-{
-    constexpr unsigned char kBlanco = ' ';
-    return std::ranges::any_of(texto,
-                               [](char c) { return static_cast<unsigned char>(c) < kBlanco; });
-}
-
 /// The label's point lies to the rings of an outline.
 struct CAnilloDelRotulo {
     Lugar lugar;
@@ -246,7 +239,7 @@ private:
         if (conNumero && LeeEntero(m_recinto.rotulo) <= 0)
             Falta(ClaseFalta::SinNumero, 0, rotulo,
                   Formatea("su rótulo, \"%s\", no empieza por un número"_ansi, m_recinto.rotulo));
-        if (TieneControles(m_que == ClaseTopologia::Hojas ? m_recinto.rotulo : m_recinto.letra))
+        if (ParteFilas(m_que == ClaseTopologia::Hojas ? m_recinto.rotulo : m_recinto.letra))
             Falta(ClaseFalta::ConControles, 0, rotulo,
                   "su rótulo tiene un carácter de control, que parte las líneas en las que se "
                   "escribe"_ansi);

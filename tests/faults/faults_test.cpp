@@ -663,10 +663,12 @@ TEST(Salidas, KeepWhatWasWrittenBesideTheirLockAndNotWhatWasPlacedBeforeIt)
     for (long en = 1; en <= cuantas; ++en) {
         SCOPED_TRACE(testing::Message() << "the other before call " << en << " of " << cuantas);
         abre({.entretantoEn = en});
-        if (en <= bloqueo - hechas.begin() + 1)
-            EXPECT_EQ(carpeta.Lee("a.txt.anterior"), "(no file)") << "an output like any older one";
-        else if (en == cuantas)
-            EXPECT_EQ(carpeta.Lee("a.txt.anterior"), "de otro");
+        const std::string queda = carpeta.Lee("a.txt.anterior");
+        if (en <= bloqueo - hechas.begin() + 1) {
+            EXPECT_EQ(queda, "(no file)") << "an output like any older one";
+        } else if (en == cuantas) {
+            EXPECT_EQ(queda, "de otro");
+        }
     }
 }
 

@@ -6,6 +6,8 @@
 #include <set>
 #include <utility>
 
+#include "cadastre/file_extensions.h"
+#include "cadastre/polygon_list.h"
 #include "evidence/drawn_polygon.h"
 #include "evidence/paths.h"
 #include "platform/files/any_case_name.h"
