@@ -47,6 +47,9 @@ inline constexpr std::string_view kMarcaHueco =
 inline constexpr const char* kSinMemoria = "No hay memoria para seguir";
 inline constexpr const char* kSinMemoriaNiCaja = "[Error]\nNo hay memoria para seguir\n\n";
 
+/// Caption of the box that says what a run has observed.
+inline constexpr const char* kObservaciones = "Observaciones";
+
 // The foot of a translation's window, on every desktop.
 inline constexpr const char* kNombresSinCarpeta =
     "Los nombres sin carpeta van a %s";                            ///< before a run

@@ -69,6 +69,25 @@ std::string NoHayEnsayo(const std::vector<CString>& orden)
     return Formatea(textos::kNoHayEnsayo, orden.empty() ? "" : ansi::AUtf8(orden.back()));
 }
 
+std::vector<CString> CajasDeObservaciones(const std::vector<CString>& observaciones)
+{
+    constexpr int kLetrasPorLinea = 60; // where boxes are narrowest
+    constexpr int kLineasPorCaja = 22;
+    std::vector<CString> cajas;
+    int lineas = 0;
+    for (const CString& observacion : observaciones) {
+        const int suyas = observacion.GetLength() / kLetrasPorLinea + 2; // with the one between two
+        lineas += suyas;
+        if (cajas.empty() || lineas > kLineasPorCaja) {
+            cajas.push_back(observacion);
+            lineas = suyas;
+        } else {
+            cajas.back() += "\n\n" + observacion;
+        }
+    }
+    return cajas;
+}
+
 std::string TituloEnProceso(int hecho, const CString& titulo)
 {
     return std::to_string(hecho) + " % - " + ansi::AUtf8(titulo);

@@ -19,6 +19,9 @@ std::string NoSeAbre(const CString& ruta);
 std::string NoHayInforme(const CString& log);
 /// The same of the trial of a run, by its order.
 std::string NoHayEnsayo(const std::vector<CString>& orden);
+/// What a run has observed, as the texts of the boxes that tell it in front of its window: a
+/// paragraph each, and as many in a box as a low screen has room for. No UTF-8, as boxes take none.
+std::vector<CString> CajasDeObservaciones(const std::vector<CString>& observaciones);
 /// The title of a window whose run is at so many per cent of its phase.
 std::string TituloEnProceso(int hecho, const CString& titulo);
 

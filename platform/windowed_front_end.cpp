@@ -3,9 +3,12 @@
 #include <algorithm>
 #include <memory>
 
+#include "platform/ansi.h"
 #include "platform/common_window.h"
 #include "platform/files/system_files.h"
 #include "platform/layer_texts.h"
+#include "platform/run_story.h"
+#include "platform/system.h"
 
 void CFrontalVentanas::Muestra(CVentanaComun& ventana)
 {
@@ -76,6 +79,15 @@ void CFrontalVentanas::InicioDeProceso(const CDialog& dialogo)
 
 void CFrontalVentanas::FinDeProceso(const CDialog& dialogo, const CEscritos& escritos)
 {
-    if (CVentanaComun* ventana = VentanaDe(dialogo))
-        ventana->FinDeProceso(escritos);
+    CVentanaComun* ventana = VentanaDe(dialogo);
+    if (ventana == nullptr) { // a run from the command line, which no further box may hold up
+        for (const CString& observacion : escritos.observaciones)
+            sistema::Imprime(stderr, ansi::AUtf8(observacion) + "\n");
+        return;
+    }
+    ventana->FinDeProceso(escritos);
+    // The line below the dialog has no room for them, and a closing box has said that all went
+    // well.
+    for (const CString& texto : CajasDeObservaciones(escritos.observaciones))
+        Caja(texto, textos::kObservaciones, MB_ICONWARNING);
 }

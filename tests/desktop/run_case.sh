@@ -142,6 +142,8 @@ case_vexa_to_catastro() {
   keys Return
   await Error # some parcels couldn't be stored
   keys Return
+  await Observaciones # a row couldn't be read
+  keys Return
   await "Vexa a Catastro campiva"
   keys alt+r
   if [ -n "$runner" ]; then # what Wine has for texts
@@ -227,11 +229,55 @@ case_stop() {
   long_run
   await "Fin del proceso"
   keys Return
+  await Observaciones # not all is written
+  keys Return
   await "Catastro campiva a Vexa"
   keys alt+F4
   ended
   [ "$(wc -l < "$work/run/Parcelas.txt")" -lt 400000 ] || fail "the run wasn't stopped"
   stored CampivaAVexa ArchivoEntrada=larga.txt
+}
+
+# A run that emptied the tables, as its list is another municipality's, tells it and what it kept in a box,
+# to the last word.
+case_observations() {
+  local folder=$(printf 'municipios_de_la_provincia_%d/' 1 2 3) fresh=$work/fresh
+  mkdir -p "$work/run/$folder" "$fresh"
+  cp "$samples"/villanueva_tablas_con_faltas/* "$fresh"
+  cp "$samples"/villanueva_dibujos_con_faltas/* "$work/run/$folder"
+  sed -i 's/045127/045128/' "$work/run/${folder}poligonos.txt"
+  {
+    printf '[Campiva]\r\nTipoTraduccion=1\r\n[VexaACampiva2]\r\nModificar=1\r\n'
+    for table in Modulos Titulares Parcelas Subparcelas Parajes Cotitulares; do
+      printf 'Archivo%s=%s%s.txt\r\n' "$table" "$folder" "$table"
+    done
+    printf 'ArchivoTren=%spoligonos.txt\r\nArchivoOrtos=%sortos.TOP\r\n' "$folder" "$folder"
+  } > "$settings"
+  put_settings
+  start
+  choose v "Vexa a Catastro campiva"
+  for run in once again last; do
+    rm -f "$work/run/$folder"*.{R,M,anterior}
+    cp "$fresh"/* "$work/run/$folder"
+    # What is told last ends in another way where an older copy keeps its name.
+    [ "$run" != last ] || echo older > "$work/run/${folder}Subparcelas.txt.anterior"
+    keys alt+a
+    until [ "$(front_title)" = "Fin del proceso" ]; do # an error box for each file that is missing
+      [ "$(front_title)" != Error ] || keys Return
+      sleep 0.3
+    done
+    keys Return
+    await Observaciones
+    measure
+    [ $((Y + HEIGHT)) -le 1000 ] || fail "the box passes the screen's bottom"
+    settled_look "$run"
+    keys Return
+    await "Vexa a Catastro campiva"
+  done
+  same_look once again || fail "the same is told in another way"
+  ! same_look once last || fail "the end of what is told doesn't show"
+  keys Escape
+  ended
 }
 
 case_closed_while_choosing() {
@@ -482,6 +528,13 @@ case_batch() {
   ended 1
   ! show_settings || fail "a batch run stored something"
   cmp "$work/run/p" "$golden/clean_municipality/expected/Parcelas.txt"
+  : > "$work/run/vacia.txt"
+  start 0 vacia.txt m t p s j c
+  await "Fin del proceso"
+  keys Return
+  ended # what it has observed holds nobody up
+  grep -q 'El archivo vacia.txt está vacío' "$work/stderr" || fail "nothing is told of an empty input"
+  : > "$work/stderr"
 }
 
 put_settings

@@ -53,6 +53,8 @@ keys alt+s
 await "Fin del proceso"
 picture_all summary
 keys Return
+await Observaciones # it was stopped
+keys Return
 await "Catastro campiva a Vexa"
 keys Escape
 ended

@@ -71,4 +71,31 @@ TEST(RelatoProceso, ForgetsARunWhenAnotherIsAskedFor)
     EXPECT_TRUE(relato.DeInforme().IsEmpty());
 }
 
+TEST(Observaciones, StandInAsManyBoxesAsTheyNeed)
+{
+    const std::string corta(40, 'a');
+    const std::string larga(250, 'b');
+    const std::string sinFin(5000, 'c');
+    const struct {
+        const char* motivo;
+        std::vector<CString> observaciones;
+        std::vector<CString> cajas;
+    } kCasos[] = {
+        {"nothing to tell", {}, {}},
+        {"one", {corta}, {corta}},
+        {"a paragraph each", {corta, larga}, {corta + "\n\n" + larga}},
+        {"as many as a screen takes",
+         {larga, larga, larga, corta, corta},
+         {larga + "\n\n" + larga + "\n\n" + larga + "\n\n" + corta + "\n\n" + corta}},
+        {"one more",
+         {larga, larga, larga, corta, corta, corta},
+         {larga + "\n\n" + larga + "\n\n" + larga + "\n\n" + corta + "\n\n" + corta, corta}},
+        {"one that fills a screen stands alone", {corta, sinFin, corta}, {corta, sinFin, corta}},
+    };
+    for (const auto& caso : kCasos) {
+        SCOPED_TRACE(caso.motivo);
+        EXPECT_EQ(CajasDeObservaciones(caso.observaciones), caso.cajas);
+    }
+}
+
 } // namespace
