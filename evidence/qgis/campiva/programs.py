@@ -28,8 +28,11 @@ def busca_programa(nombre):
     # Where a variable names none there is no place: not the folder that somebody is in.
     raices = [os.path.join(os.environ[raiz], dentro) for raiz, dentro in (("ProgramFiles", ""), ("LOCALAPPDATA", "Programs"))
               if os.environ.get(raiz)]
-    sitios = (None, *(os.path.join(raiz, "Campiva") for raiz in raices))
-    suyo = next(filter(None, (shutil.which(nombre, path=sitio) for sitio in sitios)), None)
+    sitios = [*filter(os.path.isabs, os.environ.get("PATH", os.defpath).split(os.pathsep)),
+              *(os.path.join(raiz, "Campiva") for raiz in raices)]
+    # By whole paths: for a bare name Windows would look there first.
+    fichero = nombre + (".exe" if os.name == "nt" else "")
+    suyo = next(filter(None, (shutil.which(os.path.join(sitio, fichero)) for sitio in sitios)), None)
     if suyo is None:
         raise OSError(f"No se encuentra el programa {nombre}: instale Campiva, o ponga su carpeta en PATH")
     return suyo

@@ -302,9 +302,12 @@ class TestRuns(InAFolder):
         os.chdir(self.folder)
         for path in ("Campiva/campiva-x", "Programs/Campiva/campiva-x"):
             os.chmod(self.write(path, "#!/bin/sh\n"), 0o755)
-        with mock.patch.dict(os.environ, PATH="/none"):
-            with self.assertRaises(OSError):
+        for path in ("/none", ":.:Campiva:"):
+            with self.subTest(path), mock.patch.dict(os.environ, PATH=path), self.assertRaises(OSError):
                 programs.busca_programa("campiva-x")
+        with mock.patch.dict(os.environ, PATH=os.path.join(self.folder, "Campiva")):
+            self.assertEqual(programs.busca_programa("campiva-x"), os.path.join(self.folder, "Campiva/campiva-x"))
+        with mock.patch.dict(os.environ, PATH="/none"):
             for variable, found in (("ProgramFiles", "Campiva/campiva-x"),
                                     ("LOCALAPPDATA", "Programs/Campiva/campiva-x")):
                 with mock.patch.dict(os.environ, {variable: self.folder}):
