@@ -52,8 +52,8 @@ void SalDeLaCarpetaDelPrograma();
 /// File of the program that runs; empty where the system doesn't tell.
 std::filesystem::path FicheroPrograma();
 
-/// The program of the name that stands beside the one that runs, or else in the user's path; empty
-/// for none.
+/// The program of the name that stands beside the one that runs, or else in a folder of the user's
+/// path that is named from the root; empty for none.
 std::filesystem::path BuscaPrograma(std::string_view nombre);
 /// Runs a program with its arguments, without a window and without streams of its own, and waits
 /// for its end, however long that takes. Gives its exit status; nothing where it can't be started

@@ -143,8 +143,9 @@ std::filesystem::path FicheroPrograma()
 std::filesystem::path BuscaPrograma(std::string_view nombre)
 {
     const auto sirve = [](const std::filesystem::path& ruta) {
-        std::error_code error;
-        return std::filesystem::is_regular_file(ruta, error) && access(ruta.c_str(), X_OK) == 0;
+        std::error_code error; // what stands in the folder that somebody works in isn't ours
+        return ruta.is_absolute() && std::filesystem::is_regular_file(ruta, error) &&
+               access(ruta.c_str(), X_OK) == 0;
     };
     if (auto junto = FicheroPrograma().parent_path() / nombre; sirve(junto))
         return junto;
@@ -153,7 +154,7 @@ std::filesystem::path BuscaPrograma(std::string_view nombre)
     while (!quedan.empty()) {
         const std::string_view carpeta = quedan.substr(0, quedan.find(':'));
         quedan.remove_prefix(std::min(carpeta.size() + 1, quedan.size()));
-        if (auto ruta = std::filesystem::path(carpeta) / nombre; !carpeta.empty() && sirve(ruta))
+        if (auto ruta = std::filesystem::path(carpeta) / nombre; sirve(ruta))
             return ruta;
     }
     return {};

@@ -231,15 +231,25 @@ std::filesystem::path FicheroPrograma()
 
 std::filesystem::path BuscaPrograma(std::string_view nombre)
 {
+    // The system's own search would take what stands in the folder that somebody works in.
     const std::filesystem::path fichero = Ruta(std::string(nombre) + ".exe");
-    std::error_code error;
-    if (auto junto = FicheroPrograma().parent_path() / fichero;
-        std::filesystem::is_regular_file(junto, error))
+    const auto sirve = [](const std::filesystem::path& ruta) {
+        std::error_code error;
+        return ruta.is_absolute() && std::filesystem::is_regular_file(ruta, error);
+    };
+    if (auto junto = FicheroPrograma().parent_path() / fichero; sirve(junto))
         return junto;
-    std::wstring ruta(kRutaMasLarga, L'\0');
-    ruta.resize(SearchPathW(nullptr, fichero.c_str(), nullptr, static_cast<DWORD>(ruta.size()),
-                            ruta.data(), nullptr));
-    return std::filesystem::path(ruta);
+    const wchar_t* const path = _wgetenv(L"PATH");
+    std::wstring_view quedan = path != nullptr ? path : L"";
+    while (!quedan.empty()) {
+        std::wstring_view carpeta = quedan.substr(0, quedan.find(L';'));
+        quedan.remove_prefix(std::min(carpeta.size() + 1, quedan.size()));
+        if (carpeta.size() > 1 && carpeta.front() == L'"' && carpeta.back() == L'"')
+            carpeta = carpeta.substr(1, carpeta.size() - 2);
+        if (auto ruta = std::filesystem::path(carpeta) / fichero; sirve(ruta))
+            return ruta;
+    }
+    return {};
 }
 
 std::filesystem::path CarpetaAjustes()

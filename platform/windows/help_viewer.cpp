@@ -42,6 +42,13 @@ std::wstring Registrado()
     return ruta;
 }
 
+/// Loads the library of a path, or of a name where the system keeps its own: not what lies in the
+/// folder that somebody works in.
+HMODULE CargaDelSistema(const wchar_t* biblioteca)
+{
+    return LoadLibraryExW(biblioteca, nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
+}
+
 /// A name for the viewer, which knows the system's code page only. One that has other letters is
 /// called by its short name.
 std::string AlVisor(std::wstring fichero)
@@ -87,9 +94,9 @@ bool CVisorAyuda::Carga()
 {
     if (m_modulo == nullptr && !m_noHay) {
         if (const std::wstring ruta = Registrado(); !ruta.empty())
-            m_modulo = LoadLibraryW(ruta.c_str());
+            m_modulo = CargaDelSistema(ruta.c_str());
         if (m_modulo == nullptr)
-            m_modulo = LoadLibraryW(kFichero);
+            m_modulo = CargaDelSistema(kFichero);
     }
     if (m_modulo != nullptr && m_funcion == nullptr)
         m_funcion = std::bit_cast<Funcion>(GetProcAddress(m_modulo, MAKEINTRESOURCEA(kEntrada)));

@@ -1,5 +1,17 @@
 #include "platform/windows/open_file.h"
 
+namespace {
+
+/// The editor that each system has. By its name alone one in the current folder would be taken.
+std::wstring Bloc()
+{
+    std::wstring carpeta(MAX_PATH, L'\0');
+    carpeta.resize(GetSystemDirectoryW(carpeta.data(), MAX_PATH));
+    return carpeta + L"\\notepad.exe";
+}
+
+} // namespace
+
 bool AbreConElSistema(HWND ventana, const std::wstring& ruta, bool esTexto)
 {
     SHELLEXECUTEINFOW pide = {};
@@ -13,7 +25,8 @@ bool AbreConElSistema(HWND ventana, const std::wstring& ruta, bool esTexto)
         return true;
     const std::wstring entreComillas = L'"' + ruta + L'"';
     pide.fMask = SEE_MASK_FLAG_NO_UI;
-    pide.lpFile = L"notepad.exe";
+    const std::wstring bloc = Bloc();
+    pide.lpFile = bloc.c_str();
     pide.lpParameters = entreComillas.c_str();
     return esTexto && ShellExecuteExW(&pide) != 0;
 }

@@ -9,6 +9,8 @@
 #include "platform/system.h"
 #include "tests/support/files.h"
 
+namespace fs = std::filesystem;
+
 namespace {
 
 /// An environment variable for the length of a test; null takes it away.
@@ -142,6 +144,21 @@ TEST(System, LooksForAProgramInThePath)
     EXPECT_EQ(sistema::BuscaPrograma("mio"), carpeta.Ruta() / "mio");
     EXPECT_EQ(sistema::BuscaPrograma("platform_test"),
               sistema::FicheroPrograma().parent_path() / "platform_test");
+}
+
+TEST(System, TakesNoProgramOfTheFolderThatSomebodyWorksIn)
+{
+    const CCarpetaPrueba carpeta;
+    fs::create_directory(carpeta.Ruta() / "bin");
+    for (const char* nombre : {"mio", "bin/mio"}) {
+        carpeta.Pon(nombre, "#!/bin/sh\n");
+        fs::permissions(carpeta.Ruta() / nombre, fs::perms::owner_all);
+    }
+    const CEnCarpeta aqui(carpeta.Ruta());
+    for (const char* path : {"", ":", ".", "bin", "./bin", ":/no/hay:.:bin:"}) {
+        const CVariable variable("PATH", path);
+        EXPECT_EQ(sistema::BuscaPrograma("mio"), "") << path;
+    }
 }
 
 TEST(RelatoProceso, OffersATrialBetweenRunsWhereItsProgramIsThere)

@@ -235,6 +235,35 @@ TEST(ProgramaWindows, WorksInItsUsersDocumentsRatherThanInAFolderOfPrograms)
     fs::current_path(antes);
 }
 
+TEST(ProgramaWindows, LooksForAnotherBesideItselfAndInThePathAndNotWhereSomebodyWorks)
+{
+    const std::wstring pathDeAntes = _wgetenv(L"PATH");
+    const CCarpetaPrueba trabajo, programas;
+    fs::create_directory(trabajo.Ruta() / "bin");
+    for (const char* nombre : {"mio.exe", "bin\\mio.exe"})
+        trabajo.Pon(nombre, "de otro");
+    programas.Pon("mio.exe", "mío");
+    const fs::path suyo = programas.Ruta() / "mio.exe";
+    const std::wstring carpeta = programas.Ruta().native();
+    const struct {
+        const char* motivo;
+        std::wstring path;
+        fs::path cual;
+    } casos[] = {
+        {"none names it", L"C:\\no hay", {}},
+        {"parts without a root", L";.;bin;.\\bin;\\bin;C:bin;", {}},
+        {"behind such", L".;C:\\no hay;" + carpeta, suyo},
+        {"in quotes", L"bin;\"" + carpeta + L"\";", suyo},
+    };
+    const CEnCarpeta aqui(trabajo.Ruta());
+    for (const auto& caso : casos) {
+        _wputenv_s(L"PATH", caso.path.c_str());
+        EXPECT_EQ(sistema::BuscaPrograma("mio"), caso.cual) << caso.motivo;
+    }
+    EXPECT_EQ(sistema::BuscaPrograma("platform_test"), sistema::FicheroPrograma());
+    _wputenv_s(L"PATH", pathDeAntes.c_str());
+}
+
 TEST(ProgramaWindows, KeepsTheMachineAwakeDuringARunOnly)
 {
     const auto despierta = [] { // what was asked for before comes back, and is asked for again
