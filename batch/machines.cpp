@@ -169,6 +169,7 @@ void HazEnMaquinas(const std::vector<const CTrabajo*>& trabajos, const COpciones
     COrden orden = OrdenDeParallel(partes, opciones, parallel, donde / "partes.tsv");
     orden.carpeta = carpeta;
     orden.dicho = carpeta / "parallel.txt";
+    orden.sobrevive = true; // its parts are batches of their own, which note what they do
     CAvance avance(static_cast<int>(trabajos.size()));
     const auto estado = Corre(orden, error, kEntreCuentas, [&] {
         Recoge(partes, estados);

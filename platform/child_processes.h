@@ -18,9 +18,11 @@ struct COrden {
     std::string entrada;           ///< what it reads; 4 KB at most
     std::filesystem::path dicho;   ///< file for what it prints, on both streams
     std::vector<std::pair<std::string, std::string>> entorno; ///< variables beside those of ours
+    bool sobrevive = false; ///< it goes on where this process ends before it
 };
 
-/// Programs that run at the same time.
+/// Programs that run at the same time. Where this process ends before them, however that comes, on
+/// Linux they are asked to end, on Windows killed. Elsewhere they go on.
 class CHijos {
 public:
     /// How many there can be at a time: on Windows they are waited for together.
@@ -34,7 +36,7 @@ public:
     CHijos();
     CHijos(const CHijos&) = delete;
     CHijos& operator=(const CHijos&) = delete;
-    /// What still runs goes on by itself.
+    /// What still runs goes on, without anybody to wait for it.
     ~CHijos();
 
     /// Starts one. Gives the number by which `Espera` tells of its end; with an error nothing runs.

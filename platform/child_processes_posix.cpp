@@ -4,13 +4,17 @@
 #include <cerrno>
 #include <climits>
 #include <csignal>
+#include <cstdlib>
 #include <limits>
 #include <string_view>
 
 #include <fcntl.h>
-#include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
+
+#ifdef __linux__
+#include <sys/prctl.h>
+#endif
 
 #include "platform/system.h"
 
@@ -61,65 +65,122 @@ void QuiereFines()
 /// What is done with streams, folder and signals between the start of a process and its program.
 class CPreparacion {
 public:
-    CPreparacion()
-    {
-        posix_spawn_file_actions_init(&m_flujos);
-        posix_spawnattr_init(&m_senales);
-        sigset_t ninguna;
-        sigemptyset(&ninguna);
-        posix_spawnattr_setsigmask(&m_senales, &ninguna);
-        sigset_t usuales; // what this process bears is nothing to its child
-        sigemptyset(&usuales);
-        sigaddset(&usuales, SIGPIPE);
-        sigaddset(&usuales, SIGXFSZ);
-        posix_spawnattr_setsigdefault(&m_senales, &usuales);
-        posix_spawnattr_setflags(&m_senales, kDeSenales);
-        QuiereFines();
-    }
-    CPreparacion(const CPreparacion&) = delete;
-    CPreparacion& operator=(const CPreparacion&) = delete;
-    ~CPreparacion()
-    {
-        posix_spawn_file_actions_destroy(&m_flujos);
-        posix_spawnattr_destroy(&m_senales);
-    }
+    CPreparacion() { QuiereFines(); }
     void Abre(int flujo, const char* fichero, int como)
     {
-        constexpr mode_t kDeTodos = 0666;
-        posix_spawn_file_actions_addopen(&m_flujos, flujo, fichero, como, kDeTodos);
+        m_flujos.push_back({flujo, sistema::kCerrado, fichero, como});
     }
-    void Toma(int flujo, int abierto)
-    {
-        posix_spawn_file_actions_adddup2(&m_flujos, abierto, flujo);
-    }
-    void Ve(const std::filesystem::path& carpeta)
-    {
-        posix_spawn_file_actions_addchdir_np(&m_flujos, carpeta.c_str());
-    }
+    void Toma(int flujo, int abierto) { m_flujos.push_back({flujo, abierto, nullptr, 0}); }
+    void Ve(const std::filesystem::path& carpeta) { m_carpeta = carpeta.c_str(); }
     /// A terminal sends its Ctrl-C to a whole group. A child of another group hears of it once,
     /// from this process; who hears twice takes it for impatience and leaves all as it stands.
-    void Aparta()
-    {
-        posix_spawnattr_setpgroup(&m_senales, 0);
-        posix_spawnattr_setflags(&m_senales, kDeSenales | POSIX_SPAWN_SETPGROUP);
-    }
+    void Aparta() { m_seAparta = true; }
+    /// What this process alone looks after is asked to end where this process is no more.
+    void AcabaConmigo() { m_acabaConmigo = true; }
     pid_t Empieza(std::vector<std::string> argumentos, std::vector<std::string> entorno,
-                  Error& error) const
-    {
-        pid_t hijo = 0;
-        const std::vector<char*> argv = Punteros(argumentos);
-        const std::vector<char*> envp = Punteros(entorno);
-        error = Fallo(
-            posix_spawn(&hijo, argv.front(), &m_flujos, &m_senales, argv.data(), envp.data()));
-        return hijo;
-    }
+                  Error& error) const;
 
 private:
-    static constexpr short kDeSenales = POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF;
+    struct CFlujo {
+        int cual;
+        int abierto;
+        const char* fichero; ///< null where it is what is open
+        int como;
+    };
 
-    posix_spawn_file_actions_t m_flujos = {};
-    posix_spawnattr_t m_senales = {};
+    bool Dispone(pid_t padre) const;
+    bool DisponeFlujos() const;
+
+    std::vector<CFlujo> m_flujos;
+    const char* m_carpeta = nullptr;
+    bool m_seAparta = false;
+    bool m_acabaConmigo = false;
 };
+
+/// Signals act as usual in the child, those that this process notes or bears as well. What it was
+/// started to ignore stays ignored.
+void PonSenalesUsuales()
+{
+    for (int senal = 1; senal < NSIG; ++senal) {
+        struct sigaction actual = {};
+        const bool seAguanta = senal == SIGPIPE || senal == SIGXFSZ;
+        if (sigaction(senal, nullptr, &actual) == 0 && actual.sa_handler != SIG_DFL &&
+            (seAguanta || actual.sa_handler != SIG_IGN))
+            std::signal(senal, SIG_DFL);
+    }
+}
+
+bool CPreparacion::DisponeFlujos() const
+{
+    constexpr mode_t kDeTodos = 0666;
+    for (const CFlujo& flujo : m_flujos) {
+        const int abierto =
+            flujo.fichero != nullptr ? open(flujo.fichero, flujo.como, kDeTodos) : flujo.abierto;
+        if (abierto == sistema::kCerrado || dup2(abierto, flujo.cual) == -1)
+            return false;
+        if (flujo.fichero != nullptr && abierto != flujo.cual)
+            close(abierto);
+    }
+    return true;
+}
+
+/// Waits for the child's program, or the reason why there is none. True for the latter.
+bool LeeAviso(int tuberia, int& fallo)
+{
+    ssize_t leidos = 0;
+    do
+        leidos = read(tuberia, &fallo, sizeof fallo);
+    while (leidos == -1 && errno == EINTR);
+    return leidos > 0;
+}
+
+/// The child's part, in which nothing may ask for memory. False with the reason in `errno`.
+bool CPreparacion::Dispone([[maybe_unused]] pid_t padre) const
+{
+    PonSenalesUsuales();
+#ifdef __linux__
+    // The second question is for who ended before the first.
+    if (m_acabaConmigo && (prctl(PR_SET_PDEATHSIG, SIGTERM) != 0 || getppid() != padre))
+        return false;
+#endif
+    if ((m_seAparta && setpgid(0, 0) != 0) || !DisponeFlujos() ||
+        (m_carpeta != nullptr && chdir(m_carpeta) != 0))
+        return false;
+    sigset_t ninguna;
+    sigemptyset(&ninguna);
+    return sigprocmask(SIG_SETMASK, &ninguna, nullptr) == 0;
+}
+
+pid_t CPreparacion::Empieza(std::vector<std::string> argumentos, std::vector<std::string> entorno,
+                            Error& error) const
+{
+    const std::vector<char*> argv = Punteros(argumentos);
+    const std::vector<char*> envp = Punteros(entorno);
+    int aviso[2] = {}; // by which the child tells what it couldn't do; its program closes it
+    error = Fallo(pipe2(aviso, O_CLOEXEC) == 0 ? 0 : errno);
+    if (error)
+        return 0;
+    // One that came between would be noted where nobody looks for it.
+    sigset_t todas, antes;
+    sigfillset(&todas);
+    pthread_sigmask(SIG_SETMASK, &todas, &antes);
+    const pid_t padre = getpid();
+    const pid_t hijo = fork();
+    if (hijo == 0) {
+        if (Dispone(padre))
+            execve(argv.front(), argv.data(), envp.data());
+        [[maybe_unused]] const auto escritos = write(aviso[1], &errno, sizeof errno);
+        _exit(EXIT_FAILURE);
+    }
+    int fallo = hijo == -1 ? errno : 0;
+    pthread_sigmask(SIG_SETMASK, &antes, nullptr);
+    close(aviso[1]);
+    if (hijo != -1 && LeeAviso(aviso[0], fallo))
+        waitpid(hijo, nullptr, 0);
+    close(aviso[0]);
+    error = Fallo(fallo);
+    return hijo;
+}
 
 /// A pipe with a text in it, to be read.
 int TuberiaCon(const std::string& texto, Error& error)
@@ -180,6 +241,8 @@ int CHijos::Empieza(const COrden& orden, Error& error)
     preparacion.Toma(STDERR_FILENO, STDOUT_FILENO);
     preparacion.Ve(orden.carpeta);
     preparacion.Aparta();
+    if (!orden.sobrevive)
+        preparacion.AcabaConmigo();
     std::vector<std::string> argumentos = {orden.programa.native()};
     argumentos.insert(argumentos.end(), orden.argumentos.begin(), orden.argumentos.end());
     const pid_t hijo = preparacion.Empieza(std::move(argumentos), Entorno(orden.entorno), error);

@@ -81,18 +81,40 @@ void DejaHeredar(const Manija& manija)
     SetHandleInformation(manija.get(), HANDLE_FLAG_INHERIT, HANDLE_FLAG_INHERIT);
 }
 
+/// The job of all that is started: its last handle is this process's own, however that ends, and
+/// what is in it ends with it. Null where the system gives none.
+HANDLE Trabajo()
+{
+    static const Manija trabajo = [] {
+        Manija nuevo(CreateJobObjectW(nullptr, nullptr));
+        JOBOBJECT_EXTENDED_LIMIT_INFORMATION limites = {};
+        limites.BasicLimitInformation.LimitFlags = JOB_OBJECT_LIMIT_KILL_ON_JOB_CLOSE;
+        if (nuevo != nullptr &&
+            SetInformationJobObject(nuevo.get(), JobObjectExtendedLimitInformation, &limites,
+                                    sizeof limites) == 0)
+            nuevo.reset();
+        return nuevo;
+    }();
+    return trabajo.get();
+}
+
 /// What is inherited, which is no more than what is named: another program that is started at the
-/// same time would keep it open.
+/// same time would keep it open. And the job in which the program begins, null for none.
 class CHerencia {
 public:
-    explicit CHerencia(std::vector<HANDLE> manijas) : m_manijas(std::move(manijas))
+    CHerencia(std::vector<HANDLE> manijas, HANDLE trabajo)
+        : m_manijas(std::move(manijas)), m_trabajo(trabajo)
     {
+        const DWORD cuantos = m_trabajo != nullptr ? 2 : 1;
         SIZE_T largo = 0;
-        InitializeProcThreadAttributeList(nullptr, 1, 0, &largo);
+        InitializeProcThreadAttributeList(nullptr, cuantos, 0, &largo);
         m_bytes.resize(largo);
-        InitializeProcThreadAttributeList(Lista(), 1, 0, &largo);
+        InitializeProcThreadAttributeList(Lista(), cuantos, 0, &largo);
         UpdateProcThreadAttribute(Lista(), 0, PROC_THREAD_ATTRIBUTE_HANDLE_LIST, m_manijas.data(),
                                   m_manijas.size() * sizeof(HANDLE), nullptr, nullptr);
+        if (m_trabajo != nullptr)
+            UpdateProcThreadAttribute(Lista(), 0, PROC_THREAD_ATTRIBUTE_JOB_LIST, &m_trabajo,
+                                      sizeof m_trabajo, nullptr, nullptr);
     }
     CHerencia(const CHerencia&) = delete;
     CHerencia& operator=(const CHerencia&) = delete;
@@ -104,13 +126,14 @@ public:
 
 private:
     std::vector<HANDLE> m_manijas;
+    HANDLE m_trabajo;
     std::vector<unsigned char> m_bytes;
 };
 
 Manija Lanza(const COrden& orden, const Manija& entrada, const Manija& salida, DWORD& numero,
              Error& error)
 {
-    CHerencia herencia({entrada.get(), salida.get()});
+    CHerencia herencia({entrada.get(), salida.get()}, orden.sobrevive ? nullptr : Trabajo());
     STARTUPINFOEXW inicio = {};
     inicio.StartupInfo.cb = sizeof inicio;
     inicio.StartupInfo.dwFlags = STARTF_USESTDHANDLES;

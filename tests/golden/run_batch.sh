@@ -157,6 +157,29 @@ got=0
 wait $batch_pid 2> /dev/null || got=$?
 [ $got -eq 130 ] && [ "$(wc -l < s4/signals)" = 1 ] || fail "status $got, signals: $(cat s4/signals)"
 
+# Who kills the batch kills its jobs: what one had in hand stays as it was.
+mkdir left && mkfifo left/entrada.txt && printf 'of before\n' > left/Parcelas.txt
+printf 'ida\tleft\n' > left.tsv
+exec 9<> left/entrada.txt # the job waits for more
+cat "$samples/villanueva.txt" >&9 &
+"$batch" left.tsv > said 2>&1 9>&- &
+batch_pid=$!
+in_hand() { compgen -G 'left/Parcelas.txt.~*' > /dev/null; }
+for _ in $(seq 200); do
+  in_hand && break
+  sleep 0.05
+done
+in_hand || fail "the job didn't begin"
+kill -KILL $batch_pid
+wait $batch_pid 2> /dev/null || true
+for _ in $(seq 100); do
+  in_hand || break
+  sleep 0.05
+done
+! in_hand || fail "a job outlives its batch"
+exec 9>&-
+[ "$(cat left/Parcelas.txt)" = "of before" ] || fail "a job writes where nobody looks any more"
+
 # What is no batch's stays in the folder of the results.
 mkdir -p mine/salidas mine/partes/2026 && touch mine/salidas/{nota.err,7.err,8.txt} mine/partes/{nota,3.txt,2026/nota} mine/{nota,trabajos.log}
 printf 'ida\tc\n' > mine.tsv
