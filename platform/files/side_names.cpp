@@ -33,7 +33,8 @@ Ruta De(const Ruta& destino, std::string_view sufijo, std::string_view marca)
 {
     // A name that leaves no room for the rest is cut, and a sum of it keeps it apart from others.
     constexpr std::size_t kNombreMasLargo = 200;
-    Ruta::string_type nombre = destino.filename().native();
+    // The whole path, since a system may drop dots and blanks at the end of a name.
+    Ruta::string_type nombre = sistema::Entera(destino).filename().native();
     if (nombre.size() > kNombreMasLargo) {
         const std::size_t suma = std::hash<Ruta::string_type>()(nombre);
         nombre = nombre.substr(0, kNombreMasLargo) + Ruta(std::to_string(suma)).native();

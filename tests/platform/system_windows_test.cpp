@@ -157,7 +157,8 @@ TEST(FicherosWindows, TwoProgramsNeverWriteOneOutput)
     const CString nombre = carpeta.Pon("a.txt", "antes");
     CFile uno, otro;
     ASSERT_TRUE(uno.Open(nombre, kEscribe));
-    EXPECT_THROW(otro.Open(nombre, kEscribe), CFileException) << "two write one output";
+    for (const char* suyo : {"a.txt", "A.TXT", "a.txt.", "a.txt ", "a.txt. ."})
+        EXPECT_THROW(otro.Open(carpeta.En(suyo), kEscribe), CFileException) << suyo;
     EscribeEntero(uno, "ahora");
     uno.Close();
     ASSERT_TRUE(otro.Open(nombre, kEscribe));
