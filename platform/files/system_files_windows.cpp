@@ -122,8 +122,12 @@ int CreaAnonimo(Error& error)
     wchar_t nombre[MAX_PATH + 1] = {};
     Manija manija;
     Llama(Llamada::Abrir, error, [&] {
-        if (GetTempPathW(MAX_PATH, carpeta) == 0 ||
-            GetTempFileNameW(carpeta, L"sal", 0, nombre) == 0)
+        const DWORD largo = GetTempPathW(MAX_PATH + 1, carpeta);
+        if (largo > MAX_PATH) { // then there is nothing in it, which would be the current folder
+            SetLastError(ERROR_FILENAME_EXCED_RANGE);
+            return false;
+        }
+        if (largo == 0 || GetTempFileNameW(carpeta, L"sal", 0, nombre) == 0)
             return false;
         manija =
             AbreManija(nombre, {.acceso = GENERIC_READ | GENERIC_WRITE,
