@@ -15,6 +15,13 @@ constexpr std::chrono::milliseconds kEntrePintadas{100};
 
 } // namespace
 
+bool TomaLoEscrito(CControl& campo, std::string_view texto)
+{
+    const bool enComillas = texto.size() > 1 && texto.starts_with('"') && texto.ends_with('"');
+    campo.SetWindowText(enComillas ? texto.substr(1, texto.size() - 2) : texto);
+    return enComillas;
+}
+
 CVentanaComun::CVentanaComun(CDialog& dialogo)
     : m_dialogo(dialogo), m_avance(dialogo.Avance()),
       m_relato(AfxGetApp()->Recursos().ficheros.informe, dialogo.SeEnsaya())

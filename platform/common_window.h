@@ -3,11 +3,16 @@
 #include <exception>
 #include <functional>
 #include <string>
+#include <string_view>
 
 #include "platform/dialog.h"
 #include "platform/run_story.h"
 
 struct CEscritos;
+
+/// Gives a field what its user wrote into it. A path that was copied in a file manager comes in
+/// quotes, out of which it is taken; then it is what the field shows, and true.
+bool TomaLoEscrito(CControl& campo, std::string_view texto);
 
 /// The window of a dialog, as far as it is the same on every desktop: the handlers that the user
 /// sets to work, and what a translation's window shows of its run.

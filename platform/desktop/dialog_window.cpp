@@ -70,7 +70,8 @@ wxWindow* NuevaEdicion(wxWindow& panel, CControl& control)
 {
     auto* edicion = new CCampoRuta(&panel);
     edicion->Bind(wxEVT_TEXT, [edicion, &control](wxCommandEvent&) {
-        control.SetWindowText(DeWx(edicion->GetValue()));
+        if (TomaLoEscrito(control, DeWx(edicion->GetValue())))
+            edicion->SetInsertionPointEnd();
     });
     return edicion;
 }

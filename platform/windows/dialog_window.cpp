@@ -328,14 +328,15 @@ void CVentanaDialogo::AlMandar(WORD aviso, WORD id, HWND ventana)
 void CVentanaDialogo::AlCambiar(CControl& control, WORD aviso, HWND ventana)
 {
     const ClaseControl clase = control.Clase();
-    if (clase == Edicion && aviso == EN_CHANGE && !m_reflejando)
-        control.SetWindowText(DeAncho(TextoDe(ventana)));
-    else if (clase == Lista && aviso == CBN_SELCHANGE)
+    if (clase == Edicion && aviso == EN_CHANGE && !m_reflejando) {
+        if (TomaLoEscrito(control, DeAncho(TextoDe(ventana))))
+            VeAlFinal(ventana);
+    } else if (clase == Lista && aviso == CBN_SELCHANGE) {
         control.SetCurSel(static_cast<int>(SendMessageW(ventana, CB_GETCURSEL, 0, 0)));
-    else if ((clase == Edicion && aviso == EN_SETFOCUS) ||
-             (clase == Lista && aviso == CBN_SETFOCUS))
+    } else if ((clase == Edicion && aviso == EN_SETFOCUS) ||
+               (clase == Lista && aviso == CBN_SETFOCUS)) {
         AlTomarFoco(ventana);
-    else if (clase == Boton || clase == BotonPorDefecto || clase == Casilla || clase == Radio) {
+    } else if (clase == Boton || clase == BotonPorDefecto || clase == Casilla || clase == Radio) {
         if (aviso == BN_CLICKED || aviso == BN_DBLCLK) // the second of two quick ones
             Despacha([&] { Suyo().Pulsa(control); });
         else if (aviso == BN_SETFOCUS)

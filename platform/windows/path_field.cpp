@@ -99,11 +99,15 @@ void HazCampoRuta(HWND campo)
         static_cast<void>(mas.release()); // the field's from here on
 }
 
-void MuestraFinal(HWND campo)
+void VeAlFinal(HWND campo)
 {
-    if (GetFocus() == campo)
-        return;
     const auto fin = static_cast<WPARAM>(GetWindowTextLengthW(campo));
     SendMessageW(campo, EM_SETSEL, fin, static_cast<LPARAM>(fin));
     SendMessageW(campo, EM_SCROLLCARET, 0, 0);
+}
+
+void MuestraFinal(HWND campo)
+{
+    if (GetFocus() != campo)
+        VeAlFinal(campo);
 }

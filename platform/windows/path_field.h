@@ -7,5 +7,8 @@
 /// dropped on it becomes its text.
 void HazCampoRuta(HWND campo);
 
+/// Goes to the end of the field's text.
+void VeAlFinal(HWND campo);
+
 /// Scrolls the field to its end, unless its user is in it.
 void MuestraFinal(HWND campo);

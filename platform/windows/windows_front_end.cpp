@@ -31,6 +31,17 @@ std::wstring NombreInicial(const CString& ruta)
     return sistema::Ruta(ruta).filename().native();
 }
 
+/// Has the user choose a file. The system refuses to begin with a text that can be no name.
+bool Pregunta(OPENFILENAMEW& caja)
+{
+    if (GetOpenFileNameW(&caja) != 0)
+        return true;
+    if (CommDlgExtendedError() != FNERR_INVALIDFILENAME)
+        return false;
+    *caja.lpstrFile = L'\0';
+    return GetOpenFileNameW(&caja) != 0;
+}
+
 HWND ManijaDe(const CVentanaDialogo* ventana)
 {
     return ventana != nullptr ? ventana->Manija() : nullptr;
@@ -126,7 +137,7 @@ bool CFrontalWindows::EligeFichero(CFileDialog& dialogo)
     caja.nMaxFile = static_cast<DWORD>(ruta.size());
     caja.lpstrInitialDir = carpeta.c_str();
     caja.Flags = dialogo.Flags() | OFN_EXPLORER;
-    if (GetOpenFileNameW(&caja) == 0)
+    if (!Pregunta(caja))
         return false;
     Elige(dialogo, sistema::Nombre(ruta.c_str()));
     return true;

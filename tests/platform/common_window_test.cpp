@@ -11,6 +11,7 @@ namespace {
 
 constexpr CPlantillaControl kControlesVentana[] = {
     {ClaseControl::Progreso, 40, "", 0, 0, 1, 1},
+    {ClaseControl::Edicion, 10, "", 0, 0, 1, 1},
     {ClaseControl::Boton, IDCANCEL, "&Detener", 0, 0, 1, 1},
 };
 constexpr CPlantillaDialogo kPlantillasVentana[] = {{7, "Prueba", 10, 10, kControlesVentana}};
@@ -104,6 +105,30 @@ TEST_F(VentanaComun, WhatAHandlerThrowsIsThrownWhereItsLoopWasAskedFor)
     EXPECT_EQ(pasos, (std::vector<std::string>{"the run gets: from inside",
                                                "the caller gets: from the run"}));
     EXPECT_FALSE(ventana.cruzo);
+}
+
+TEST_F(VentanaComun, APathIsTakenOutOfTheQuotesInWhichItWasCopied)
+{
+    constexpr struct {
+        const char* motivo;
+        const char* escrito;
+        const char* campo;
+        bool enComillas;
+    } kCasos[] = {
+        {"copied in a file manager", R"("C:\Mis datos\045.txt")", R"(C:\Mis datos\045.txt)", true},
+        {"no quotes at all", "045.txt", "045.txt", false},
+        {"one that was typed so far", R"("045.txt)", R"("045.txt)", false},
+        {"one that stands alone", R"(")", R"(")", false},
+        {"one pair goes", R"(""a"")", R"("a")", true},
+        {"nothing between them", R"("")", "", true},
+    };
+    CDialogoVisto dialogo;
+    CControl& campo = *dialogo.GetDlgItem(10);
+    for (const auto& caso : kCasos) {
+        SCOPED_TRACE(caso.motivo);
+        EXPECT_EQ(TomaLoEscrito(campo, caso.escrito), caso.enComillas);
+        EXPECT_EQ(campo.GetWindowText(), CString(caso.campo));
+    }
 }
 
 TEST_F(VentanaComun, GoesOnWhereTheRunCaughtWhatAHandlerThrew)
