@@ -24,6 +24,24 @@ sistema::CEstado Mirado(const CString& nombre, const std::filesystem::path& ruta
     return estado;
 }
 
+/// The path from the root, as far as the system tells without links.
+std::filesystem::path SinEnlaces(const std::filesystem::path& ruta)
+{
+    std::error_code error;
+    const auto entera = std::filesystem::weakly_canonical(sistema::Entera(ruta), error);
+    return error ? sistema::EnteraSinPuntos(ruta) : entera;
+}
+
+/// Tells whether one file or folder stands at both paths. Some shares give theirs no numbers; of
+/// these the letters tell.
+bool EsUno(const sistema::CEstado& uno, const std::filesystem::path& suya,
+           const sistema::CEstado& otro, const std::filesystem::path& ruta)
+{
+    if (uno.numero != 0 || otro.numero != 0)
+        return uno.EsElMismo(otro);
+    return uno.EsElMismo(otro) && sistema::SonElMismoNombre(SinEnlaces(suya), SinEnlaces(ruta));
+}
+
 /// Where a name of the program leads to, looked at once.
 class CSitio {
 public:
@@ -40,16 +58,17 @@ public:
     {
         using Tipo = sistema::CEstado::Tipo;
         if (m_estado.tipo == Tipo::Regular)
-            return m_estado.EsElMismo(otro.m_estado);
+            return EsUno(m_estado, m_ruta, otro.m_estado, otro.m_ruta);
         return m_estado.tipo == Tipo::NoHay &&
                sistema::SonElMismoNombre(m_ruta.filename(), otro.m_ruta.filename()) &&
-               Carpeta().EsElMismo(otro.Carpeta());
+               EsUno(Mirado(m_nombre, Carpeta()), Carpeta(), Mirado(otro.m_nombre, otro.Carpeta()),
+                     otro.Carpeta());
     }
 
 private:
-    sistema::CEstado Carpeta() const
+    std::filesystem::path Carpeta() const
     {
-        return Mirado(m_nombre, m_ruta.has_parent_path() ? m_ruta.parent_path() : ".");
+        return m_ruta.has_parent_path() ? m_ruta.parent_path() : ".";
     }
 
     CString m_nombre;
@@ -93,10 +112,12 @@ bool CFile::EsAlguno(const CString& nombre, const std::vector<CString>& otros)
 {
     if (otros.empty())
         return false;
-    const sistema::CEstado suyo = Mirado(nombre, sistema::Ruta(nombre));
+    const std::filesystem::path suya = sistema::Ruta(nombre);
+    const sistema::CEstado suyo = Mirado(nombre, suya);
     return suyo.tipo != sistema::CEstado::Tipo::NoHay &&
            std::any_of(otros.begin(), otros.end(), [&](const CString& otro) {
-               return suyo.EsElMismo(Mirado(otro, sistema::Ruta(otro)));
+               const std::filesystem::path ruta = sistema::Ruta(otro);
+               return EsUno(suyo, suya, Mirado(otro, ruta), ruta);
            });
 }
 

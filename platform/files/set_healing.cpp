@@ -23,6 +23,12 @@ using sistema::Bloqueo;
 using sistema::CEstado;
 using Tipo = CEstado::Tipo;
 
+/// Tells whether both are surely of one file or folder: some shares give theirs no numbers.
+bool SonUno(const CEstado& uno, const CEstado& otro)
+{
+    return uno.numero != 0 && uno.EsElMismo(otro);
+}
+
 /// One of the files that the run is about to read or write.
 struct CSuyo {
     CString nombre; ///< by which the program knows it
@@ -140,8 +146,8 @@ void Anota(std::vector<CCarpeta>& carpetas, const CString& nombre)
         const CEstado estado = sistema::Mira(ruta, error);
         if (error && !CFileException::EsCorriente(error))
             throw CFileException(sistema::Nombre(sistema::EnteraSinPuntos(ruta)), error, true);
-        carpeta = std::ranges::find_if(
-            carpetas, [&](const CCarpeta& c) { return c.estado.EsElMismo(estado); });
+        carpeta = std::ranges::find_if(carpetas,
+                                       [&](const CCarpeta& c) { return SonUno(c.estado, estado); });
         if (carpeta == carpetas.end())
             carpeta = carpetas.insert(carpetas.end(), {ruta, estado, {}, {}});
     }
@@ -236,7 +242,7 @@ void CSanador::Aplica(const Ruta& nombre, const CDiarioHallado& diario)
         return; // where its owner works he heals the rest himself
     for (const Ruta& otro : diario.Leido().diarios) {
         CCarpeta carpeta{CarpetaDe(otro), sistema::Mira(CarpetaDe(otro), error), {}, {}};
-        if (!error && !carpeta.estado.EsElMismo(m_carpeta.estado) &&
+        if (!error && !SonUno(carpeta.estado, m_carpeta.estado) &&
             lado::Parte(otro).sufijo == lado::kConjunto)
             CSanador(carpeta, m_tocados).SanaPorDiario(otro.filename());
     }
@@ -263,7 +269,7 @@ void CSanador::Devuelve(const CEntradaDiario& entrada, std::string_view marca,
             // The copy goes when the diary has gone.
             CopiaFichero(antes, destino, sistema::Modo::Cambiar, error);
     } else if (deAntes.tipo != Tipo::NoHay) {
-        if (!deAntes.EsElMismo(deAhora) && !DejaLoTocado(entrada, deAhora, diario, antes, error))
+        if (!SonUno(deAntes, deAhora) && !DejaLoTocado(entrada, deAhora, diario, antes, error))
             sistema::Renombra(antes, destino, error);
     } else if (entrada.antes == CEntradaDiario::Antes::Nada && deAhora.tipo == Tipo::Regular &&
                deAhora.numero == entrada.numero && deAhora.escrito <= diario.Estado().escrito) {
@@ -312,7 +318,7 @@ bool CSanador::EsDeAqui(const Ruta& destino) const
 {
     Error error;
     return !destino.has_parent_path() ||
-           (sistema::Mira(destino.parent_path(), error).EsElMismo(m_carpeta.estado) && !error);
+           (SonUno(sistema::Mira(destino.parent_path(), error), m_carpeta.estado) && !error);
 }
 
 /// The file of the run that a set leaves half done, null for none. A diary that can't be read tells
