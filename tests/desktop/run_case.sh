@@ -38,7 +38,7 @@ case_catastro_to_vexa() {
   start
   choose c "Catastro campiva a Vexa"
   keys Tab
-  fill villanueva.txt
+  fill '"villanueva.txt"' # as the Explorer copies a path
   keys alt+a
   await "Fin del proceso"
   keys Return
