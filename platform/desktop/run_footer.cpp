@@ -121,6 +121,8 @@ void CPieProceso::Haz(const char* mientras, std::string queja, std::function<CSt
 
 void CPieProceso::MiraSiEsta()
 {
+    if (m_relato.EnProceso()) // which would stand still behind a box
+        return;
     if (m_pagina.wait_for(std::chrono::seconds(0)) != std::future_status::ready)
         return;
     m_mirada.Stop();

@@ -84,6 +84,8 @@ void CPieProceso::PonAlDia()
     Ofrece(m_haceInforme, textos::kNombreHazInforme, m_relato.DeInforme());
     Ofrece(m_abreLog, textos::kNombreAbreLog, m_relato.Log());
     Ofrece(m_abreCarpeta, textos::kNombreAbreCarpeta, m_relato.Carpeta());
+    if (m_hayInforme && !m_relato.EnProceso())
+        PostMessageW(m_ventana, kHayInforme, 0, 0);
 }
 
 void CPieProceso::Ofrece(HWND boton, const char* nombre, const CString& ruta)
@@ -154,6 +156,9 @@ void CPieProceso::Deja(bool pedir)
 
 void CPieProceso::AbreInformeHecho()
 {
+    m_hayInforme = m_relato.EnProceso(); // which would stand still behind a box
+    if (m_hayInforme)
+        return;
     const std::shared_ptr<CInforme> informe = std::exchange(m_informe, nullptr);
     if (informe == nullptr)
         return;

@@ -52,6 +52,7 @@ private:
     RECT m_sitio = {};
     const CRelatoProceso& m_relato;
     std::shared_ptr<CInforme> m_informe; ///< that is being made; its maker has it, too
+    bool m_hayInforme = false;           ///< it is made, and waits for the end of a run
     std::function<std::vector<CString>()> m_orden;
     HWND m_texto;
     HWND m_haceEnsayo;

@@ -69,6 +69,7 @@ note_what_is_opened() {
 opened() { [ -e "$work/opened" ] && grep -qxF "$1" "$work/opened"; }
 
 twice_begun() { [ "$(wc -l < "$work/reports")" -eq 2 ]; }
+twice_made() { [ "$(wc -l < "$work/made")" -eq 2 ]; }
 
 # A report takes its time, in which the user goes on, and a second one isn't asked for.
 case_slow_report() {
@@ -80,7 +81,8 @@ case_slow_report() {
 #!/bin/sh
 echo begun >> "$work/reports"
 for _ in \$(seq $patience); do [ ! -e "$work/go" ] || break; sleep 0.1; done
-touch "\$2" # behind --html
+[ -e "$work/fails" ] || touch "\$2" # behind --html
+echo done >> "$work/made"
 END
   chmod +x "$work/bin/campiva-informe"
   cp "$samples/villanueva.txt" "$work/run"
@@ -103,8 +105,20 @@ END
   [ "$(wc -l < "$work/reports")" -eq 1 ] || fail "two reports are made at a time"
   touch "$work/go"
   eventually opened "$work/run/villanueva.html"
+  rm "$work/go"
+  touch "$work/fails"
   keys alt+f
   eventually twice_begun
+  keys alt+a
+  await "Fin del proceso"
+  touch "$work/go"
+  eventually twice_made
+  sleep 1
+  [ "$(front_title)" = "Fin del proceso" ] || fail "a report's box stands before a run that goes on"
+  keys Return
+  await "Abrir"
+  keys Return
+  await "Catastro campiva a Vexa"
   keys Escape
   ended
 }
