@@ -1,7 +1,7 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
-#include <string>
 #include <string_view>
 
 #include "platform/ansi.h"
@@ -19,14 +19,14 @@ public:
     int ConTabulador() const { return m_conTabulador; }
     int SinTipo() const { return m_sinTipo; }   ///< begin as no record does
     int ConFines() const { return m_conFines; } ///< have ends of lines, or of files, within
-    int Dobles() const { return m_dobles; }     ///< have a record behind the first one
+    int Dobles() const { return m_dobles; }     ///< of an exchange file, have a second record
     /// Tells that the last line has no end, and is shorter than those of its type in front of it.
     bool Cortada() const { return m_cortada; }
     const ansi::CMiraUtf8& Utf8() const { return m_utf8; }
 
 private:
-    void TomaControles(std::string_view linea, bool tieneTipo);
-    void TomaLargo(std::string_view linea, bool acaba);
+    void TomaTipo(std::string_view linea, bool acaba);
+    void TomaControles(std::string_view linea);
 
     bool m_esLista;
     int m_conTabulador = 0;
@@ -34,7 +34,9 @@ private:
     int m_conFines = 0;
     int m_dobles = 0;
     bool m_cortada = false;
-    std::string m_tipo;         // of the last line
-    std::size_t m_masCorta = 0; // of the last ones of that type
+    std::array<char, 2> m_tipo = {}; // of the last line
+    bool m_tieneTipo = false;        // that is one
+    std::size_t m_fin = 0;           // where the columns of its records end
+    std::size_t m_masCorta = 0;      // of the last lines of that type
     ansi::CMiraUtf8 m_utf8;
 };

@@ -1,6 +1,10 @@
 #include "platform/ansi.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <cstring>
+
+#include "platform/plain_texts.h"
 
 namespace ansi {
 namespace {
@@ -43,6 +47,12 @@ void AnexaValor(std::string& destino, unsigned valor)
 bool EsUtf8(std::string_view texto)
 {
     while (true) {
+        for (std::uint64_t ocho = 0; texto.size() >= sizeof ocho;
+             texto.remove_prefix(sizeof ocho)) {
+            std::memcpy(&ocho, texto.data(), sizeof ocho);
+            if ((ocho & 0x8080808080808080U) != 0)
+                break;
+        }
         const auto* const alto = std::ranges::find_if(
             texto, [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
         texto.remove_prefix(static_cast<std::size_t>(alto - texto.begin()));
@@ -77,11 +87,12 @@ std::string AUtf8(std::string_view texto)
 
 void CMiraUtf8::Toma(std::string_view linea)
 {
-    unsigned todos = 0; // faster than to stop at the first letter
-    for (const char c : linea)
-        todos |= static_cast<unsigned char>(c);
-    if (todos < 0x80)
-        return;
+    if (MiraBytes(linea).altos)
+        TomaConAltos(linea);
+}
+
+void CMiraUtf8::TomaConAltos(std::string_view linea)
+{
     if (EsUtf8(linea))
         ++m_enUtf8;
     else

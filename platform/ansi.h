@@ -63,7 +63,8 @@ std::string AUtf8(std::string_view texto);
 class CMiraUtf8 {
 public:
     void Toma(std::string_view linea);
-    int Lineas() const { return m_enUtf8; } ///< that are
+    void TomaConAltos(std::string_view linea); ///< one that surely has such letters
+    int Lineas() const { return m_enUtf8; }    ///< that are
     /// Tells whether all that have such letters are, and there are some.
     bool TodasLoEstan() const { return m_enUtf8 > 0 && !m_hayOtras; }
 

@@ -1,7 +1,10 @@
 #pragma once
 
 #include <algorithm>
+#include <array>
 #include <charconv>
+#include <cstdint>
+#include <cstring>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -20,6 +23,42 @@ constexpr std::string_view SinBlancos(std::string_view texto, std::string_view b
 {
     texto = texto.substr(0, texto.find_last_not_of(blancos) + 1);
     return texto.substr(std::min(texto.find_first_not_of(blancos), texto.size()));
+}
+
+/// What stands somewhere among the bytes of a text.
+struct CBytesVistos {
+    bool altos = false;     ///< one beyond ASCII
+    bool controles = false; ///< one below the blank
+};
+
+/// Looks at many bytes at a time, as a compiler does with those of a block: for who looks at each
+/// line of a file.
+inline CBytesVistos MiraBytes(std::string_view texto)
+{
+    constexpr std::size_t kBloque = 16;
+    constexpr unsigned char kAlto = 0x80;
+    std::array<unsigned char, kBloque> bits = {};
+    std::array<unsigned char, kBloque> bajos = {};
+    const auto toma = [&](const char* bytes, std::size_t cuantos) {
+        for (std::size_t i = 0; i < cuantos; ++i) {
+            const auto c = static_cast<unsigned char>(bytes[i]);
+            bits[i] |= c;
+            bajos[i] |= c < ' ' ? kAlto : 0;
+        }
+    };
+    std::size_t i = 0;
+    for (; i + kBloque <= texto.size(); i += kBloque)
+        toma(texto.data() + i, kBloque);
+    if (i > 0)
+        toma(texto.data() + texto.size() - kBloque, kBloque); // the last, some once more
+    else
+        toma(texto.data(), texto.size());
+    const auto hayAlto = [](const std::array<unsigned char, kBloque>& bytes) {
+        std::array<std::uint64_t, 2> mitades = {};
+        std::memcpy(mitades.data(), bytes.data(), kBloque);
+        return ((mitades[0] | mitades[1]) & 0x8080808080808080U) != 0;
+    };
+    return {hayAlto(bits), hayAlto(bajos)};
 }
 
 /// Tells whether what was read as a line is several, each ended by a carriage return alone.

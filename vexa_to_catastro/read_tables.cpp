@@ -70,7 +70,7 @@ public:
     {
         ++m_todas;
         m_antes = std::exchange(m_tabuladores, Tabuladores(fila));
-        m_masCorta = std::min(m_masCorta, std::exchange(m_cola, ColaDe(fila)));
+        m_masCorta = std::min(m_masCorta, std::exchange(m_largo, fila.size()));
         m_partidas += m_tabuladores < m_campos ? 0 : 1;
         m_conComillas = m_conComillas && TieneComillas(fila);
         m_deOtraGer += EsDeSuGer(fila) ? 0 : 1;
@@ -79,20 +79,15 @@ public:
     int DeOtraGer() const { return m_deOtraGer; }
     bool EstanPartidas() const { return m_todas > 0 && m_partidas == m_todas; }
     bool TienenComillas() const { return m_todas > 0 && m_conComillas; }
-    /// Tells whether the last row has fewer fields than the one in front of it, or a shorter last
-    /// field than all.
+    /// Tells whether the last row has fewer fields than the one in front of it, or is shorter than
+    /// all.
     bool EsMenosLaUltima() const
     {
         return m_todas > 1 &&
-               (m_tabuladores < m_antes || (m_tabuladores == m_antes && m_cola < m_masCorta));
+               (m_tabuladores < m_antes || (m_tabuladores == m_antes && m_largo < m_masCorta));
     }
 
 private:
-    static std::size_t ColaDe(std::string_view fila)
-    {
-        const std::size_t tabulador = fila.rfind('\t');
-        return tabulador == std::string_view::npos ? fila.size() : fila.size() - tabulador - 1;
-    }
     bool EsDeSuGer(std::string_view fila)
     {
         if (!m_gerLeida.empty() && fila.starts_with(m_gerLeida))
@@ -112,7 +107,7 @@ private:
     bool m_conComillas = true;
     std::size_t m_tabuladores = 0;                   // of the last one
     std::size_t m_antes = 0;                         // of the one before
-    std::size_t m_cola = std::string_view::npos;     // length of the last one's last field
+    std::size_t m_largo = std::string_view::npos;    // of the last one
     std::size_t m_masCorta = std::string_view::npos; // of those before
 };
 
