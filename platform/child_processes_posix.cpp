@@ -113,15 +113,15 @@ void PonSenalesUsuales()
 bool CPreparacion::DisponeFlujos() const
 {
     constexpr mode_t kDeTodos = 0666;
-    for (const CFlujo& flujo : m_flujos) {
-        const int abierto =
-            flujo.fichero != nullptr ? open(flujo.fichero, flujo.como, kDeTodos) : flujo.abierto;
+    return std::ranges::all_of(m_flujos, [](const CFlujo& flujo) {
+        const bool seAbre = flujo.fichero != nullptr;
+        const int abierto = seAbre ? open(flujo.fichero, flujo.como, kDeTodos) : flujo.abierto;
         if (abierto == sistema::kCerrado || dup2(abierto, flujo.cual) == -1)
             return false;
-        if (flujo.fichero != nullptr && abierto != flujo.cual)
+        if (seAbre && abierto != flujo.cual)
             close(abierto);
-    }
-    return true;
+        return true;
+    });
 }
 
 /// Waits for the child's program, or the reason why there is none. True for the latter.
