@@ -31,7 +31,7 @@ struct CLargoRegistro {
     std::size_t fin;
 };
 
-constexpr CLargoRegistro kRegistros[] = {
+constexpr CLargoRegistro kLargosDeRegistro[] = {
     {kTipoTitular, FinDe(kColumnasTitular)}, {kTipoParcela, FinDe(kColumnasParcela)},
     {kTipoSuelo, FinDe(kColumnasSuelo)},     {kTipoConstruccion, FinDe(kColumnasConstruccion)},
     {kTipoModulo, FinDe(kColumnasModulo)},   {kTipoParaje, FinDe(kColumnasParaje)},
@@ -41,8 +41,8 @@ constexpr std::size_t kNinguno = std::string_view::npos;
 
 std::size_t FinDelTipo(std::string_view tipo)
 {
-    const auto* const suyo = std::ranges::find(kRegistros, tipo, &CLargoRegistro::tipo);
-    return suyo == std::end(kRegistros) ? kNinguno : suyo->fin;
+    const auto* const suyo = std::ranges::find(kLargosDeRegistro, tipo, &CLargoRegistro::tipo);
+    return suyo == std::end(kLargosDeRegistro) ? kNinguno : suyo->fin;
 }
 
 bool EstaEnBlanco(std::string_view texto)
