@@ -315,6 +315,31 @@ TEST_F(Cruce, TellsATopologyThatIsOutOfDate)
     EXPECT_EQ(carpeta.Lee("045127.R.anterior"), "antes");
 }
 
+TEST_F(Cruce, KeepsWhatItReplacesWhereATopologyIsOutOfDate)
+{
+    Parcela("1", "30");
+    Subparcela("1", "a", "3");
+    enum Donde { Nada, Tramo, Rotulo, RotuloDeSubparcela };
+    for (const Donde donde : {Nada, Tramo, Rotulo, RotuloDeSubparcela}) {
+        SCOPED_TRACE(donde);
+        constexpr int kAjeno = 2000000000;
+        CDibujoPrueba dibujo(carpeta);
+        const int marco = dibujo.Cuadrado(0, 0, 100);
+        dibujo.par = {{kParcela, 44, dibujo.Parcela("1", 10, 10), {marco}}};
+        dibujo.sub = {{kParcela, 5, dibujo.Subparcela("1-a", 10, 10), {}}};
+        if (donde == Tramo)
+            dibujo.par[0].tramos.push_back(kAjeno);
+        else if (donde == Rotulo)
+            dibujo.par[0].rotulo = kAjeno;
+        else if (donde == RotuloDeSubparcela)
+            dibujo.sub[0].rotulo = kAjeno;
+        dibujo.Graba();
+        carpeta.Pon("045127.R", "antes");
+        Ejecuta(0, 1, 0);
+        EXPECT_EQ(std::filesystem::remove(carpeta.Ruta() / "045127.R.anterior"), donde != Nada);
+    }
+}
+
 TEST_F(Cruce, TellsADrawingThatIsNotWholeOrPartsRows)
 {
     const std::string dañado =

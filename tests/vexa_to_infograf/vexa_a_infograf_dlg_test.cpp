@@ -241,6 +241,52 @@ TEST_F(InfografDeMuestra, TellsADrawingOfWhichItCouldNotReadAllAndKeepsTheOlderR
     }
 }
 
+TEST_F(Infograf, TellsWhatATopologyPointsToInVainAndLabelsThatPartRows)
+{
+    const std::string dañado = "El archivo 1.POL está dañado o fuera de fecha: lo escrito no "
+                               "cuenta con todo lo que dibuja";
+    constexpr int kAjeno = 2000000000;
+    const struct {
+        const char* motivo;
+        int tramo;
+        int rotulo;
+        const char* hoja;
+        std::string entrada;
+        std::string observacion;
+    } casos[] = {
+        {"all is there", 0, 0, "HOJA", "1", ""},
+        {"a stretch that isn't there", kAjeno, 0, "HOJA", "1", dañado},
+        {"a label that isn't there", 0, kAjeno, "HOJA", "1", dañado},
+        {"a tab in a sheet's name", 0, 0, "06\t29", "1",
+         "En ortos.BIN hay rótulos con un tabulador o un fin de línea, 1, que parten las filas "
+         "donde se escriben. Corríjalos en el dibujo"},
+        {"an entry with a point, and a drawing of that name", 0, 0, "HOJA", "1.bis",
+         "De la entrada 1.bis se ha leído 1.BIN: lo que va tras el último punto se toma por "
+         "extensión"},
+    };
+    carpeta.Pon("1.bis.BIN", "");
+    for (const auto& caso : casos) {
+        SCOPED_TRACE(caso.motivo);
+        sintetico::CMunicipioSintetico hojas;
+        hojas.parcelas = sintetico::Genera({.parcelas = 1}, 1).parcelas;
+        hojas.parcelas.front().rotulo = "x";
+        hojas.hojas = {{caso.hoja, {{0, 0}, {1000, 0}, {1000, 1000}, {0, 1000}}}};
+        ASSERT_TRUE(sintetico::GrabaDibujos(carpeta.Ruta().string(), hojas));
+        CDibujoPrueba dibujo(carpeta);
+        const int marco = dibujo.Cuadrado(0, 0, 100);
+        const int rotulo = dibujo.Rotulo("125101", "1", 10, 10);
+        dibujo.pol = {{kParcela, 44, caso.rotulo != 0 ? caso.rotulo : rotulo, {marco}}};
+        if (caso.tramo != 0)
+            dibujo.pol[0].tramos.push_back(caso.tramo);
+        dibujo.Graba();
+        carpeta.Pon("poligonos.txt", "TREN 045127\r\nP" + caso.entrada + "\r\n");
+        Ejecuta();
+        EXPECT_EQ(Cajas(), Textos{});
+        const auto& dicho = aplicacion.guion.escritos.observaciones;
+        EXPECT_EQ(dicho.empty() ? "" : carpeta.SinRuta(ansi::AUtf8(dicho[0])), caso.observacion);
+    }
+}
+
 TEST_F(InfografDeMuestra, AStopLeavesWhatWasWritten)
 {
     std::size_t anterior = 0;
