@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <functional>
 
+#include "tests/support/sheets.h"
 #include "tests/vexa_to_catastro/run_fixture.h"
 
 TEST_F(Cruce, AParcelTakesItsSurfaceFromThePolygonThatBearsItsNumber)
@@ -382,11 +383,8 @@ TEST_F(Cruce, TellsADrawingThatIsNotWholeOrPartsRows)
     Subparcela("1", "a", "3");
     for (const auto& caso : casos) {
         SCOPED_TRACE(caso.motivo);
-        sintetico::CMunicipioSintetico hojas;
-        hojas.parcelas = sintetico::Genera({.parcelas = 1}, 1).parcelas;
-        hojas.parcelas.front().rotulo = "x";
-        hojas.hojas = {{caso.hoja, {{0, 0}, {1000, 0}, {1000, 1000}, {0, 1000}}}};
-        ASSERT_TRUE(sintetico::GrabaDibujos(carpeta.Ruta().string(), hojas));
+        ASSERT_TRUE(
+            GrabaHojas(carpeta, {{caso.hoja, {{0, 0}, {1000, 0}, {1000, 1000}, {0, 1000}}}}));
         CDibujoPrueba dibujo(carpeta);
         const int marco = dibujo.Cuadrado(0, 0, 100);
         dibujo.par = {{kParcela, 44, dibujo.Parcela("1", 10, 10), {marco}},
@@ -405,14 +403,10 @@ TEST_F(Cruce, TellsADrawingThatIsNotWholeOrPartsRows)
 
 TEST_F(Cruce, NamesTheFirstSheetThatHoldsTheLabel)
 {
-    sintetico::CMunicipioSintetico hojas;
-    hojas.parcelas =
-        sintetico::Genera({.parcelas = 1}, 1).parcelas; // a drawing has one parcel at least
-    hojas.parcelas.front().rotulo = "x";
-    hojas.hojas = {
+    const std::vector<sintetico::CHoja> hojas = {
         {"PRIMERA", {{0, 0}, {1000, 0}, {1000, 1000}, {0, 1000}}},
         {"SEGUNDA, CON UN NOMBRE LARGO", {{500, 0}, {2000, 0}, {2000, 1000}, {500, 1000}}}};
-    ASSERT_TRUE(sintetico::GrabaDibujos(carpeta.Ruta().string(), hojas));
+    ASSERT_TRUE(GrabaHojas(carpeta, hojas));
     for (const char* numero : {"1", "2", "3"})
         Parcela(numero, "0");
     CDibujoPrueba dibujo(carpeta);

@@ -16,6 +16,7 @@
 #include "tests/support/drawing_in_the_making.h"
 #include "tests/support/files.h"
 #include "tests/support/scripted_front_end.h"
+#include "tests/support/sheets.h"
 
 using CPunto = vexageo::CPunto<int>;
 using Textos = std::vector<std::string>;
@@ -267,11 +268,8 @@ TEST_F(Infograf, TellsWhatATopologyPointsToInVainAndLabelsThatPartRows)
     carpeta.Pon("1.bis.BIN", "");
     for (const auto& caso : casos) {
         SCOPED_TRACE(caso.motivo);
-        sintetico::CMunicipioSintetico hojas;
-        hojas.parcelas = sintetico::Genera({.parcelas = 1}, 1).parcelas;
-        hojas.parcelas.front().rotulo = "x";
-        hojas.hojas = {{caso.hoja, {{0, 0}, {1000, 0}, {1000, 1000}, {0, 1000}}}};
-        ASSERT_TRUE(sintetico::GrabaDibujos(carpeta.Ruta().string(), hojas));
+        ASSERT_TRUE(
+            GrabaHojas(carpeta, {{caso.hoja, {{0, 0}, {1000, 0}, {1000, 1000}, {0, 1000}}}}));
         CDibujoPrueba dibujo(carpeta);
         const int marco = dibujo.Cuadrado(0, 0, 100);
         const int rotulo = dibujo.Rotulo("125101", "1", 10, 10);
