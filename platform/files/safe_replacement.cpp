@@ -238,9 +238,6 @@ void CReemplazo::Coloca(Error& error)
         if (error)
             return;
         m_paso = Paso::Colocado;
-        Error alMirar; // some shares give a file its number by its name
-        if (const sistema::CEstado puesto = sistema::Mira(m_fichero, alMirar); !alMirar)
-            m_suyo = puesto;
         if (!sistema::kSeReemplazaAbierto) // or what the target held couldn't come back
             Cierra(m_fichero, error);
     } else {
