@@ -238,6 +238,8 @@ void CReemplazo::Coloca(Error& error)
         if (error)
             return;
         m_paso = Paso::Colocado;
+        Error alMirar;
+        m_colocado = sistema::Mira(m_fichero, alMirar);
         if (!sistema::kSeReemplazaAbierto) // or what the target held couldn't come back
             Cierra(m_fichero, error);
     } else {
@@ -248,8 +250,15 @@ void CReemplazo::Coloca(Error& error)
 bool CReemplazo::SigueColocado(Error& error) const
 {
     error.clear();
-    return EstaEnSitio() || !DejaRastro() ||
-           m_suyo.EsElMismo(sistema::MiraEnlace(m_destino, error));
+    return EstaEnSitio() || !DejaRastro() || EsNuestro(sistema::MiraEnlace(m_destino, error));
+}
+
+/// Tells whether a file is the output. Some shares number a file by its name, so that it has
+/// another number once it is placed; on some disks its number by the open file is true before that
+/// alone.
+bool CReemplazo::EsNuestro(const sistema::CEstado& estado) const
+{
+    return estado.EsElMismo(m_suyo) || estado.EsElMismo(m_colocado);
 }
 
 void CReemplazo::Conserva() noexcept
@@ -282,6 +291,7 @@ bool CReemplazo::Desecha() noexcept
     m_temporal.clear();
     m_antes.clear();
     m_conservado = {};
+    m_colocado = {};
     m_escritoMientras = false;
     m_paso = Paso::Nada;
     Suelta();
@@ -299,7 +309,7 @@ bool CReemplazo::Devuelve() noexcept
     const sistema::CEstado ahora = sistema::MiraEnlace(m_destino, error);
     if (error) // a copy goes into the file that was placed, whatever stands at its name
         return m_paso == Paso::Colocado && !m_antes.empty() && CopiaDeVuelta();
-    const bool esNuestro = ahora.EsElMismo(m_suyo);
+    const bool esNuestro = EsNuestro(ahora);
     if (!m_antes.empty())
         return DevuelveSegundo(esNuestro, ahora.tipo == Tipo::NoHay);
     if (esNuestro)

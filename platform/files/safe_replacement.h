@@ -95,6 +95,7 @@ private:
     void CreaCopia(std::string_view marca, Error& error);
     void GuardaCopia(std::string_view marca, Error& error);
     void ApartaLoQueHabia(std::string_view marca, Error& error);
+    bool EsNuestro(const sistema::CEstado& estado) const;
     bool EsComoAlAbrir(const sistema::CEstado& ahora) const;
     bool Devuelve() noexcept;
     bool DevuelveEnSitio() noexcept;
@@ -113,6 +114,7 @@ private:
     CAnterior m_conservado;
     sistema::CEstado m_estado; // of the target when it was opened
     bool m_escritoMientras = false;
-    sistema::CEstado m_suyo; // of the file in the making
+    sistema::CEstado m_suyo;     // of the file in the making
+    sistema::CEstado m_colocado; // the same when it has taken its target's place
     Paso m_paso = Paso::Nada;
 };
