@@ -47,7 +47,7 @@ std::size_t FinDelTipo(std::string_view tipo)
 
 bool EstaEnBlanco(std::string_view texto)
 {
-    return std::ranges::all_of(texto, [](char c) { return c == ' '; });
+    return SinBlancos(texto, " ").empty();
 }
 
 /// Tells whether another record of the same municipality stands behind the first one. What else

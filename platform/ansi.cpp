@@ -1,8 +1,6 @@
 #include "platform/ansi.h"
 
 #include <algorithm>
-#include <cstdint>
-#include <cstring>
 
 #include "platform/plain_texts.h"
 
@@ -47,12 +45,8 @@ void AnexaValor(std::string& destino, unsigned valor)
 bool EsUtf8(std::string_view texto)
 {
     while (true) {
-        for (std::uint64_t ocho = 0; texto.size() >= sizeof ocho;
-             texto.remove_prefix(sizeof ocho)) {
-            std::memcpy(&ocho, texto.data(), sizeof ocho);
-            if ((ocho & 0x8080808080808080U) != 0)
-                break;
-        }
+        while (texto.size() >= 8 && !HayAltoEnOcho(texto.data()))
+            texto.remove_prefix(8);
         const auto* const alto = std::ranges::find_if(
             texto, [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
         texto.remove_prefix(static_cast<std::size_t>(alto - texto.begin()));

@@ -25,6 +25,14 @@ constexpr std::string_view SinBlancos(std::string_view texto, std::string_view b
     return texto.substr(std::min(texto.find_first_not_of(blancos), texto.size()));
 }
 
+/// Tells whether one of eight bytes is beyond ASCII.
+inline bool HayAltoEnOcho(const void* bytes)
+{
+    std::uint64_t ocho = 0;
+    std::memcpy(&ocho, bytes, sizeof ocho);
+    return (ocho & 0x8080808080808080U) != 0;
+}
+
 /// What stands somewhere among the bytes of a text.
 struct CBytesVistos {
     bool altos = false;     ///< one beyond ASCII
@@ -54,9 +62,7 @@ inline CBytesVistos MiraBytes(std::string_view texto)
     else
         toma(texto.data(), texto.size());
     const auto hayAlto = [](const std::array<unsigned char, kBloque>& bytes) {
-        std::array<std::uint64_t, 2> mitades = {};
-        std::memcpy(mitades.data(), bytes.data(), kBloque);
-        return ((mitades[0] | mitades[1]) & 0x8080808080808080U) != 0;
+        return HayAltoEnOcho(bytes.data()) || HayAltoEnOcho(bytes.data() + kBloque / 2);
     };
     return {hayAlto(bits), hayAlto(bajos)};
 }
