@@ -33,8 +33,7 @@ void CVexaACampiva2Dlg::RegistraParcelas(CStdioFile* log, int* numErrores, int p
         const bool deParcela =
             LeeParcelaDeRegistro(registro, par, bin, poligono, area, fueraDeFecha);
         if (fueraDeFecha) {
-            CajaError(kParFueraDeFecha, poligono.entrada);
-            ConservaAnteriores();
+            DiceFueraDeFecha(kParFueraDeFecha, poligono.entrada);
             return;
         }
         const int indice = deParcela ? ParcelaDelRotulo(avisos, polig, poligono.parcela, *municipio)
@@ -72,8 +71,7 @@ void CVexaACampiva2Dlg::GuardaContorno(const CPoligonoTopologico& registro, CFil
                                        CPoligonoEnCurso& poligono)
 {
     const auto fueraDeFecha = [&] {
-        CajaError(kParFueraDeFecha, poligono.entrada);
-        ConservaAnteriores();
+        DiceFueraDeFecha(kParFueraDeFecha, poligono.entrada);
         return true; // the line goes on without the stretch
     };
     CLinea<int> linea("nuevo");

@@ -30,8 +30,7 @@ void CVexaACampiva2Dlg::RegistraSubparcelas(CStdioFile* log, int* numErrores, in
         SumaIslas(sub, area);
         const Rotulo leido = LeeRotuloDeCodigo(registro, bin, rotulo, kCodigosDeSubparcela);
         if (leido == Rotulo::FueraDeFecha) {
-            CajaError(kSubFueraDeFecha, poligono.entrada);
-            ConservaAnteriores();
+            DiceFueraDeFecha(kSubFueraDeFecha, poligono.entrada);
             return;
         }
         if (leido == Rotulo::Ajeno)

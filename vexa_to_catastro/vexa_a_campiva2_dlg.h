@@ -47,8 +47,8 @@ public:
 protected:
     CDescripcion Describe() override;
     /// The run. A stop, a missing table or list, or an ortho topology out of date leave the log and
-    /// nothing else. Raises CFileException when an output can't be written to its end; that output
-    /// and those behind it keep their old content.
+    /// nothing else. Raises CFileException when an output can't be written to its end; all keep
+    /// their old content then.
     void OnOK() override;
 
 private:
@@ -125,6 +125,12 @@ private:
     static bool LeeParcelaDeRegistro(const vexageo::CPoligonoTopologico& registro, CFile* par,
                                      CFile* bin, CPoligonoEnCurso& poligono, double& area,
                                      bool& fueraDeFecha);
+    /// Says in a box that a topology is out of date: the older outputs have what is missing now.
+    void DiceFueraDeFecha(Mensaje caja, const CString& entrada)
+    {
+        CajaError(caja, entrada);
+        ConservaAnteriores();
+    }
     /// Gives the parcel surface, position and sheet. `area` is square metres, the point that of the
     /// label.
     void AjustaParcela(CParcela& parcela, const vexageo::CPoligonoTopologico& registro, double area,
