@@ -99,6 +99,8 @@ void CCampivaAVexaDlg::OnOK()
 
 void CCampivaAVexaDlg::ObservaEntrada(CStdioFile& entrada, const CBaseCatastro& base)
 {
+    if (m_lineas.ConTabulador() > 0)
+        Sospecha(observaciones::kTabuladores, ArchivoEntrada, m_lineas.ConTabulador());
     if (m_deOtro > 0)
         Sospecha(observaciones::kOtraUltima, ArchivoEntrada, m_deOtro, m_ultimo);
     const bool nadaLeido =
@@ -106,38 +108,39 @@ void CCampivaAVexaDlg::ObservaEntrada(CStdioFile& entrada, const CBaseCatastro& 
             return m.Titulares().empty() && m.Parcelas().empty() && m.Modulos().empty() &&
                    m.Parajes().empty();
         });
-    const char* observacion = nullptr;
+    const auto sospecha = [&](const char* observacion) { Sospecha(observacion, ArchivoEntrada); };
     switch (MiraEntrada(entrada, TipoEntrada)) {
     case SospechaEntrada::Ninguna:
+        ObservaLineas();
         break;
     case SospechaEntrada::Vacia:
-        observacion = observaciones::kVacia;
+        sospecha(observaciones::kVacia);
         break;
     case SospechaEntrada::OtraForma:
-        if (nadaLeido) // else its records stand further down
-            observacion =
-                TipoEntrada == 0 ? observaciones::kNoEsIntercambio : observaciones::kNoEsRelacion;
+        if (!nadaLeido) // its records stand further down
+            ObservaLineas();
+        else
+            sospecha(TipoEntrada == 0 ? observaciones::kNoEsIntercambio
+                                      : observaciones::kNoEsRelacion);
         break;
     case SospechaEntrada::SoloRetornos:
-        observacion = observaciones::kSoloRetornos;
+        sospecha(observaciones::kSoloRetornos);
         break;
     case SospechaEntrada::ConMarca:
-        observacion = observaciones::kConMarca;
+        sospecha(observaciones::kConMarca);
         break;
     case SospechaEntrada::EsUtf16:
-        observacion = observaciones::kEnUtf16;
+        sospecha(observaciones::kEnUtf16);
         break;
-    case SospechaEntrada::LineasLargas:
-        observacion = observaciones::kLineasLargas;
+    case SospechaEntrada::LineasLargas: // whose pieces begin as no record does
+        sospecha(observaciones::kLineasLargas);
+        SospechaUtf8(m_lineas.Utf8(), ArchivoEntrada);
         break;
     case SospechaEntrada::LineasCortas:
-        observacion = observaciones::kLineasCortas;
+        sospecha(observaciones::kLineasCortas);
+        ObservaLineas();
         break;
     }
-    if (observacion != nullptr)
-        Sospecha(observacion, ArchivoEntrada);
-    else
-        ObservaLineas();
 }
 
 void CCampivaAVexaDlg::ObservaLineas()
@@ -146,7 +149,6 @@ void CCampivaAVexaDlg::ObservaLineas()
         int cuantas;
         const char* observacion;
     } lineas[] = {
-        {m_lineas.ConTabulador(), observaciones::kTabuladores},
         {m_lineas.SinTipo(), observaciones::kLineasSinTipo},
         {m_lineas.ConFines(), observaciones::kLineasConFines},
         {m_lineas.Dobles(), observaciones::kLineasDobles},

@@ -57,10 +57,11 @@ private:
     /// Says behind the summary what speaks against the input being what it was read as; the tables
     /// that the run replaces are kept then. Raises CFileException where a read fails.
     void ObservaEntrada(CStdioFile& entrada, const CBaseCatastro& base);
+    /// The same of its lines one by one.
     void ObservaLineas();
     /// Sorts the database and writes the six tables. One that can't be created is told in a box and
-    /// the others are written. Raises CFileException when a table can't be written to its end; that
-    /// table and those behind it keep their old content.
+    /// the others are written. Raises CFileException when a table can't be written to its end; all
+    /// keep their old content then.
     void GrabaTablas(CBaseCatastro& base);
 
     const std::array<CCampo, 8> m_campos = {{

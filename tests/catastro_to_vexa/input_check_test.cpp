@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/ansi.h"
+#include "shell/frame/box_texts.h"
 #include "tests/catastro_to_vexa/run_fixture.h"
 
 namespace {
@@ -125,6 +126,23 @@ TEST(EntradaSospechosa, IsToldBehindTheSummaryAndKeepsWhatItsTablesReplace)
         EXPECT_EQ(carpeta.Lee("Parajes.txt.anterior"), "antes");
         EXPECT_NE(carpeta.Lee("Parajes.txt.anterior.2"), "(no file)");
     }
+}
+
+TEST(EntradaSospechosa, TellsTabsAndUtf8BesideLinesOfAnotherLength)
+{
+    const CCarpetaPrueba carpeta;
+    CAplicacionPrueba aplicacion;
+    const CString entrada = carpeta.En("entrada.txt");
+    carpeta.Pon("entrada.txt", Veces(12, "PJ045127   00001LA\tPEÑA" + std::string(30, ' ') +
+                                             std::string(200, 'x')));
+    CCampivaAVexaDlg dialogo;
+    dialogo.EjecutaLote(entrada, carpeta.En("Modulos.txt"), carpeta.En("Titulares.txt"),
+                        carpeta.En("Parcelas.txt"), carpeta.En("Subparcelas.txt"),
+                        carpeta.En("Parajes.txt"), carpeta.En("Cotitulares.txt"), nullptr);
+    EXPECT_EQ(aplicacion.guion.escritos.observaciones,
+              (std::vector<CString>{Formatea(observaciones::kTabuladores, entrada, 12).c_str(),
+                                    Formatea(observaciones::kLineasLargas, entrada).c_str(),
+                                    Formatea(observaciones::kParecenUtf8, entrada).c_str()}));
 }
 
 TEST(EntradaSospechosa, TellsWhichTableCouldNotBeKept)
