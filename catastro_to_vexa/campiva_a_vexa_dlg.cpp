@@ -134,7 +134,7 @@ void CCampivaAVexaDlg::ObservaEntrada(CStdioFile& entrada, const CBaseCatastro& 
         break;
     case SospechaEntrada::LineasLargas: // whose pieces begin as no record does
         sospecha(observaciones::kLineasLargas);
-        SospechaUtf8(m_lineas.Utf8(), ArchivoEntrada);
+        SospechaPagina(m_lineas.Pagina(), ArchivoEntrada);
         break;
     case SospechaEntrada::LineasCortas:
         sospecha(observaciones::kLineasCortas);
@@ -158,5 +158,5 @@ void CCampivaAVexaDlg::ObservaLineas()
             Sospecha(observacion, ArchivoEntrada, cuantas);
     if (m_lineas.Cortada())
         Sospecha(observaciones::kEntradaCortada, ArchivoEntrada);
-    SospechaUtf8(m_lineas.Utf8(), ArchivoEntrada);
+    SospechaPagina(m_lineas.Pagina(), ArchivoEntrada);
 }

@@ -76,7 +76,7 @@ void CMiraLineas::Toma(std::string_view linea)
         return;
     const CBytesVistos vistos = MiraBytes(linea);
     if (vistos.altos)
-        m_utf8.TomaConAltos(linea);
+        m_pagina.TomaConAltos(linea);
     TomaTipo(linea, acaba);
     if (vistos.controles)
         TomaControles(linea);

@@ -22,7 +22,7 @@ public:
     int Dobles() const { return m_dobles; }     ///< of an exchange file, have a second record
     /// Tells that the last line has no end, and is shorter than those of its type in front of it.
     bool Cortada() const { return m_cortada; }
-    const ansi::CMiraUtf8& Utf8() const { return m_utf8; }
+    const ansi::CMiraPagina& Pagina() const { return m_pagina; }
 
 private:
     void TomaTipo(std::string_view linea, bool acaba);
@@ -38,5 +38,5 @@ private:
     bool m_tieneTipo = false;        // that is one
     std::size_t m_fin = 0;           // where the columns of its records end
     std::size_t m_masCorta = 0;      // of the last lines of that type
-    ansi::CMiraUtf8 m_utf8;
+    ansi::CMiraPagina m_pagina;
 };

@@ -3,14 +3,15 @@
 #include "fuzz/mutation.h"
 #include "vexa_libs/binary.h"
 
+using vexageo::kBytesCrc;
+using vexageo::kBytesPunto;
+
 namespace {
 
 constexpr std::string_view kEntidad = "VENT";
 constexpr std::string_view kPoligono = "VPOL";
 constexpr std::size_t kCabeceraEntidad = 16;
 constexpr std::size_t kCabeceraPoligono = 8;
-constexpr std::size_t kBytesPunto = 12;
-constexpr std::size_t kBytesCrc = 4;
 
 std::uint32_t Numero(std::string_view registro, std::size_t donde, std::size_t bytes)
 {

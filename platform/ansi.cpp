@@ -42,19 +42,29 @@ void AnexaValor(std::string& destino, unsigned valor)
     destino += static_cast<char>(0x80U | (valor & 0x3FU));
 }
 
-bool EsUtf8(std::string_view texto)
+/// Where the first byte beyond ASCII stands, from `desde` on; the text's size where there is none.
+std::size_t BuscaAlto(std::string_view texto, std::size_t desde)
 {
-    while (true) {
-        while (texto.size() >= 8 && !HayAltoEnOcho(texto.data()))
-            texto.remove_prefix(8);
-        const auto* const alto = std::ranges::find_if(
-            texto, [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
-        texto.remove_prefix(static_cast<std::size_t>(alto - texto.begin()));
-        const std::size_t largo = LargoSecuencia(texto);
-        if (largo == 0)
-            return texto.empty();
-        texto.remove_prefix(largo);
-    }
+    while (desde + 8 <= texto.size() && !HayAltoEnOcho(&texto[desde]))
+        desde += 8;
+    while (desde < texto.size() && static_cast<unsigned char>(texto[desde]) < 0x80)
+        ++desde;
+    return desde;
+}
+
+bool EsLetra(char c)
+{
+    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
+}
+
+/// Tells whether a letter of DOS's pages, 437 and 850, stands beside another: É, ó, ú, ñ or Ñ,
+/// where 1252 has the sign of a currency, or nothing.
+bool EsLetraDeDos(std::string_view texto, std::size_t donde)
+{
+    const char c = texto[donde];
+    return (c == '\x90' || (c >= '\xA2' && c <= '\xA5')) &&
+           ((donde > 0 && EsLetra(texto[donde - 1])) ||
+            (donde + 1 < texto.size() && EsLetra(texto[donde + 1])));
 }
 
 } // namespace
@@ -79,18 +89,25 @@ std::string AUtf8(std::string_view texto)
     return utf8;
 }
 
-void CMiraUtf8::Toma(std::string_view linea)
+void CMiraPagina::Toma(std::string_view linea)
 {
     if (MiraBytes(linea).altos)
         TomaConAltos(linea);
 }
 
-void CMiraUtf8::TomaConAltos(std::string_view linea)
+void CMiraPagina::TomaConAltos(std::string_view linea)
 {
-    if (EsUtf8(linea))
-        ++m_enUtf8;
-    else
-        m_hayOtras = true;
+    bool enUtf8 = true;
+    bool deDos = false;
+    for (std::size_t i = BuscaAlto(linea, 0); i < linea.size();) {
+        const std::size_t largo = LargoSecuencia(linea.substr(i));
+        enUtf8 = enUtf8 && largo > 0;
+        deDos = deDos || EsLetraDeDos(linea, i);
+        i = BuscaAlto(linea, i + std::max<std::size_t>(largo, 1));
+    }
+    m_enUtf8 += enUtf8 ? 1 : 0;
+    m_deDos += deDos ? 1 : 0;
+    m_hayOtras = m_hayOtras || !enUtf8;
 }
 
 } // namespace ansi

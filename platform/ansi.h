@@ -58,18 +58,20 @@ inline constexpr std::string_view kMarcaUtf8 = "\xEF\xBB\xBF";
 /// it is (names of files come in that way), any other byte from 0x80 is taken as code page 1252.
 std::string AUtf8(std::string_view texto);
 
-/// Looks whether lines of a text, which should be in the code page, are in UTF-8: they have letters
-/// beyond ASCII, and each of them is.
-class CMiraUtf8 {
+/// Looks whether lines of a text, which should be in code page 1252, are in another one: they have
+/// letters beyond ASCII, and each of them is UTF-8, or one of them is a letter in DOS's pages only.
+class CMiraPagina {
 public:
     void Toma(std::string_view linea);
     void TomaConAltos(std::string_view linea); ///< one that surely has such letters
-    int Lineas() const { return m_enUtf8; }    ///< that are
-    /// Tells whether all that have such letters are, and there are some.
-    bool TodasLoEstan() const { return m_enUtf8 > 0 && !m_hayOtras; }
+    int EnUtf8() const { return m_enUtf8; }
+    int DeDos() const { return m_deDos; }
+    /// Tells whether all that have such letters are in UTF-8, and there are some.
+    bool TodasEnUtf8() const { return m_enUtf8 > 0 && !m_hayOtras; }
 
 private:
     int m_enUtf8 = 0;
+    int m_deDos = 0;
     bool m_hayOtras = false;
 };
 

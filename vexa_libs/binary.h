@@ -14,6 +14,9 @@ namespace vexageo {
 /// A length past it is damage, also where a file with holes in it is long enough.
 inline constexpr std::uint64_t kRegistroMayor = std::uint64_t{256} << 20U;
 
+inline constexpr std::size_t kBytesPunto = 12; ///< of a point's three coordinates
+inline constexpr std::size_t kBytesCrc = 4;    ///< of the sum behind a record
+
 /// CRC-32 as in zip and PNG, polynomial 0xEDB88320.
 /// \param anterior  that of what stands in front of the bytes, for a sum taken piece by piece
 std::uint32_t Crc32(std::string_view bytes, std::uint32_t anterior = 0);

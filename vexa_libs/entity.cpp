@@ -12,8 +12,6 @@ namespace {
 constexpr std::string_view kMarcaEntidad = "VENT";
 constexpr std::string_view kMarcaDibujo = "VXBN";
 constexpr std::size_t kCabeceraEntidad = 16;
-constexpr std::size_t kBytesPunto = 12;
-constexpr std::size_t kBytesCrc = 4;
 constexpr int kVersion = 1;
 constexpr int kMasDecimales = 9;
 

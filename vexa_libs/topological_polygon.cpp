@@ -9,7 +9,6 @@ namespace {
 
 constexpr std::string_view kMarca = "VPOL";
 constexpr std::size_t kCabecera = 8;
-constexpr std::size_t kBytesCrc = 4;
 constexpr std::size_t kCuerpoMenor = 88; // of a polygon without stretches, indexes and islands
 constexpr int kMasHondo = 16;
 

@@ -4,14 +4,13 @@
 #include <cstdint>
 #include <utility>
 
+#include "vexa_libs/binary.h"
 #include "vexa_libs/ring.h"
 
 namespace vexageo {
 namespace {
 
-constexpr std::uint64_t kBytesPunto = 12;         // of a point in a drawing's file
-constexpr std::uint64_t kAnilloCorto = 1'000'000; // points that no ring needs to answer for
-
+constexpr std::uint64_t kAnilloCorto = 1'000'000;   // points that no ring needs to answer for
 constexpr std::uint64_t kAnillosCortos = 4'000'000; // the same of all rings together
 
 /// Points that a ring of this drawing may have: each line bounds two polygons at most, so a longer

@@ -62,7 +62,7 @@ void CVexaACampiva2Dlg::ObservaFilas()
         for (const auto& [loEs, forma] : deTodas)
             if (loEs)
                 Sospecha(forma, tabla->archivo);
-        SospechaUtf8(tabla->utf8, tabla->archivo);
+        SospechaPagina(tabla->pagina, tabla->archivo);
         const struct {
             int cuantas;
             const char* forma;

@@ -150,7 +150,7 @@ bool CVexaACampiva2Dlg::LeeTabla(UINT estado, const CString& archivo, std::size_
     while (tabla.ReadString(fila)) {
         if (!Avanza(tabla.GetPosition(), tabla.GetLength()))
             return false;
-        vista.utf8.Toma(fila);
+        vista.pagina.Toma(fila);
         const bool cabecera = primera && EsCabecera(fila);
         if (primera)
             vista.soloRetornos = SonVariasLineas(fila);

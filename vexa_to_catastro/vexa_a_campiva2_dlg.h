@@ -78,7 +78,7 @@ private:
         bool entreComillas = false;      ///< all have texts in quotes
         bool cortada = false;            ///< it ends in the middle of a row
         bool soloRetornos = false;       ///< no line feed ends its lines, which are read as one
-        ansi::CMiraUtf8 utf8 = {};
+        ansi::CMiraPagina pagina = {};
 
         void Cuenta(bool leida) { ++(leida ? tomadas : incompletas); }
         /// Counts a row that isn't empty, whosever it is.

@@ -54,6 +54,8 @@ inline constexpr const char* kParecenUtf8 =
     "El archivo %s parece estar en UTF-8: sus acentos y eñes se han leído mal"_ansi;
 inline constexpr const char* kLineasEnUtf8 =
     "En %s hay líneas en UTF-8, %d, entre otras que no lo están: sus acentos y eñes se han leído mal"_ansi;
+inline constexpr const char* kLineasDeDos =
+    "En %s hay líneas con letras de la página de códigos de DOS, %d: sus acentos y eñes se han leído mal"_ansi;
 inline constexpr const char* kEnUtf16 =
     "El archivo %s está en UTF-16 y se ha leído mal: guárdelo como ANSI"_ansi;
 inline constexpr const char* kConMarca =

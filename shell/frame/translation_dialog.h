@@ -140,8 +140,8 @@ protected:
     }
     /// What the outputs replace is to stay beside them.
     void ConservaAnteriores() { m_proceso->salidas.ConservaAnteriores(); }
-    /// The same where lines of an input, which belong in the code page, are in UTF-8.
-    void SospechaUtf8(const ansi::CMiraUtf8& utf8, const CString& archivo);
+    /// The same where lines of an input, which belong in code page 1252, are in another one.
+    void SospechaPagina(const ansi::CMiraPagina& pagina, const CString& archivo);
     /// The same of a drawing that was read.
     /// \param dañada    the topology doesn't end with its last whole record, or points to nothing
     /// \param partidos  labels of the drawing that part the rows where they are written

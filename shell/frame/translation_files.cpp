@@ -154,12 +154,14 @@ bool CTraduccionDlg::CreaSalida(CStdioFile& fichero, const CString& nombre, cons
     return false;
 }
 
-void CTraduccionDlg::SospechaUtf8(const ansi::CMiraUtf8& utf8, const CString& archivo)
+void CTraduccionDlg::SospechaPagina(const ansi::CMiraPagina& pagina, const CString& archivo)
 {
-    if (utf8.TodasLoEstan())
+    if (pagina.TodasEnUtf8())
         Sospecha(observaciones::kParecenUtf8, archivo);
-    else if (utf8.Lineas() > 0)
-        Sospecha(observaciones::kLineasEnUtf8, archivo, utf8.Lineas());
+    else if (pagina.EnUtf8() > 0)
+        Sospecha(observaciones::kLineasEnUtf8, archivo, pagina.EnUtf8());
+    if (pagina.DeDos() > 0)
+        Sospecha(observaciones::kLineasDeDos, archivo, pagina.DeDos());
 }
 
 void CTraduccionDlg::ObservaDibujo(const CFile& topologia, bool dañada, const CFile& dibujo,

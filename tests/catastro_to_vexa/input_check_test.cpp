@@ -44,6 +44,18 @@ TEST(EntradaSospechosa, IsToldBehindTheSummaryAndKeepsWhatItsTablesReplace)
          Veces(1, std::string("PJ045127   00001LA PEÑA"_ansi) + std::string(30, ' ')) +
              Veces(2, "PJ045127   00002LA CAÑADA" + std::string(30, ' ')),
          0, "líneas en UTF-8, 2, entre otras que no lo están: sus acentos y eñes se han leído mal"},
+        {"a code page of DOS, and a sign of 1252 that is no letter",
+         Veces(1, "PJ045127   00001LA PE\xA5"
+                  "A" +
+                      std::string(30, ' ')) +
+             Veces(1, "PJ045127   00002\xA5UBLO" + std::string(30, ' ')) +
+             Veces(1, "PJ045127   00003N\xE9\xA5"
+                      "EZ" +
+                          std::string(30, ' ')) +
+             Veces(1, "PJ045127   00004A 30 \xA3 " + std::string(30, ' ')),
+         0,
+         "líneas con letras de la página de códigos de DOS, 3: sus acentos y eñes se han leído "
+         "mal"},
         {"a mark of UTF-8", "\xEF\xBB\xBF" + Veces(3, kBuena), 0,
          "empieza por una marca de Unicode y se ha leído mal: guárdelo como ANSI"},
         {"a mark in front of a list", "\xEF\xBB\xBF" + Veces(3, relacion), 1,

@@ -279,7 +279,7 @@ TEST_F(Cruce, KeepsWhatAnotherProgramWritesIntoATableMeanwhile)
     EXPECT_EQ(carpeta.Lee("Parcelas.txt.anterior"), suyas);
 }
 
-TEST_F(Cruce, TellsTablesThatAnEditorHasStoredInUtf8)
+TEST_F(Cruce, TellsTablesThatAnEditorHasStoredInAnotherCodePage)
 {
     Parcela("7", "3");
     const std::string dePagina = "N\xDA\xD1"
@@ -288,6 +288,11 @@ TEST_F(Cruce, TellsTablesThatAnEditorHasStoredInUtf8)
         "El archivo Titulares.txt parece estar en UTF-8: sus acentos y eñes se han leído mal";
     const std::string algunas = "En Titulares.txt hay líneas en UTF-8, 1, entre otras que no lo "
                                 "están: sus acentos y eñes se han leído mal";
+    const std::string deDos = "N\xE9\xA5"
+                              "EZ";
+    const std::string dos =
+        "En Titulares.txt hay líneas con letras de la página de códigos de DOS, "
+        "1: sus acentos y eñes se han leído mal";
     const struct {
         const char* motivo;
         std::string uno;
@@ -298,7 +303,8 @@ TEST_F(Cruce, TellsTablesThatAnEditorHasStoredInUtf8)
                  {"UTF-8", "ANA", "NÚÑEZ", todas},
                  {"UTF-8 and the code page in a row", "ANA", "NÚÑEZ\xD1", ""},
                  {"UTF-8 in front of the code page", "NÚÑEZ", dePagina, algunas},
-                 {"UTF-8 behind the code page", dePagina, "NÚÑEZ", algunas}};
+                 {"UTF-8 behind the code page", dePagina, "NÚÑEZ", algunas},
+                 {"a page of DOS behind the code page", dePagina, deDos, dos}};
     for (const auto& caso : casos) {
         SCOPED_TRACE(caso.motivo);
         tablas["Titulares"] = {Fila({"045", "127", "1", caso.uno, " ", "11111111"}),
