@@ -5,7 +5,8 @@ set -euo pipefail
 export CAMPIVA=$1
 samples=$2 work=$3 batch=$(dirname "$1")/campiva-lote
 rm -rf "$work"
-mkdir -p "$work/config/VexaSoft"
+mkdir -p "$work/config/VexaSoft" "$work/tmp"
+export TMPDIR=$work/tmp # where a killed batch leaves its settings
 # What somebody chose in a dialog must not count.
 export XDG_CONFIG_HOME=$work/config
 printf '[CampivaAVexa]\nTipoEntrada=1\n' > "$XDG_CONFIG_HOME/VexaSoft/Campiva.ini"
