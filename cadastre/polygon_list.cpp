@@ -1,5 +1,7 @@
 #include "cadastre/polygon_list.h"
 
+#include <algorithm>
+
 #include "cadastre/exchange_format.h"
 
 namespace {
@@ -20,6 +22,13 @@ CCabeceraLista LeeCabeceraLista(const CString& primera)
 CString EntradaDeLista(const CString& linea)
 {
     return linea.Mid(1);
+}
+
+int EntradasDeMas(std::vector<CString> entradas)
+{
+    std::erase_if(entradas, [](const CString& entrada) { return entrada.IsEmpty(); });
+    std::sort(entradas.begin(), entradas.end());
+    return static_cast<int>(entradas.end() - std::unique(entradas.begin(), entradas.end()));
 }
 
 CCadena FicheroDeLista(const CString& carpeta, const CString& nombre, const char* extension)

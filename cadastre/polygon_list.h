@@ -1,5 +1,7 @@
 #pragma once
 
+#include <vector>
+
 #include "vexa_libs/ccadena.h"
 
 // The list file names the polygons of one municipality. Its first line tells the municipality, each
@@ -20,6 +22,9 @@ CCabeceraLista LeeCabeceraLista(const CString& primera);
 /// The entry of a line behind the first one: the base name of a polygon's files, which begins with
 /// the polygon's number. The line's first character says nothing.
 CString EntradaDeLista(const CString& linea);
+
+/// How many entries of a list name a polygon that another has named. A blank line names none.
+int EntradasDeMas(std::vector<CString> entradas);
 
 /// Path of a file that stands beside the list.
 /// \param carpeta    the list's folder, as `DamePath` gives it

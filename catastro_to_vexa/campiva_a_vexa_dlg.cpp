@@ -17,6 +17,14 @@ constexpr UINT kConmutados[] = {
     IDC_COTITULARES, UINT{IDOK},         ID_HELP,      IDC_ACERCA_DE,
 };
 
+bool NadaLeido(const CBaseCatastro& base)
+{
+    return std::all_of(base.Municipios().begin(), base.Municipios().end(), [](const CMunicipio& m) {
+        return m.Titulares().empty() && m.Parcelas().empty() && m.Modulos().empty() &&
+               m.Parajes().empty();
+    });
+}
+
 } // namespace
 
 CCampivaAVexaDlg::CCampivaAVexaDlg() : CTraduccionDlg(IDD_CAMPIVA_A_VEXA)
@@ -103,11 +111,8 @@ void CCampivaAVexaDlg::ObservaEntrada(CStdioFile& entrada, const CBaseCatastro& 
         Sospecha(observaciones::kTabuladores, ArchivoEntrada, m_lineas.ConTabulador());
     if (m_deOtro > 0)
         Sospecha(observaciones::kOtraUltima, ArchivoEntrada, m_deOtro, m_ultimo);
-    const bool nadaLeido =
-        std::all_of(base.Municipios().begin(), base.Municipios().end(), [](const CMunicipio& m) {
-            return m.Titulares().empty() && m.Parcelas().empty() && m.Modulos().empty() &&
-                   m.Parajes().empty();
-        });
+    if (base.NumParcelas() == 0 && base.NumTitulares() > 0)
+        Sospecha(observaciones::kSinParcelas, ArchivoEntrada);
     const auto sospecha = [&](const char* observacion) { Sospecha(observacion, ArchivoEntrada); };
     switch (MiraEntrada(entrada, TipoEntrada)) {
     case SospechaEntrada::Ninguna:
@@ -117,7 +122,7 @@ void CCampivaAVexaDlg::ObservaEntrada(CStdioFile& entrada, const CBaseCatastro& 
         sospecha(observaciones::kVacia);
         break;
     case SospechaEntrada::OtraForma:
-        if (!nadaLeido) // its records stand further down
+        if (!NadaLeido(base)) // its records stand further down
             ObservaLineas();
         else
             sospecha(TipoEntrada == 0 ? observaciones::kNoEsIntercambio

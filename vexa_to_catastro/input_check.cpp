@@ -70,7 +70,7 @@ void CVexaACampiva2Dlg::ObservaFilas()
                          {vale ? tabla->incompletas : 0, observaciones::kFilasIncompletas},
                          {vale ? tabla->sinMunicipio : 0, observaciones::kFilasSinMunicipio},
                          {tabla->repetidas, observaciones::kFilasRepetidas},
-                         {tabla->conComa, observaciones::kJornadasConComa}};
+                         {tabla->conResto, observaciones::kNumerosConResto}};
         for (const auto& [cuantas, forma] : deAlgunas)
             if (cuantas > 0)
                 Sospecha(forma, tabla->archivo, cuantas);
@@ -123,5 +123,9 @@ void CVexaACampiva2Dlg::ObservaEntradas()
             Sospecha(observaciones::kFilasAjenas, tabla->archivo, tabla->ajenas);
         if (tabla->conColumnasPropias)
             Sospecha(observaciones::kColumnasPropias, tabla->archivo);
+        if (tabla->sueltas > 0)
+            Sospecha(observaciones::kFilasSueltas, tabla->archivo, tabla->sueltas);
+        if (tabla->dejadas > 0 && !NingunaVale(*tabla))
+            Sospecha(observaciones::kFilasDejadas, tabla->archivo, tabla->dejadas);
     }
 }

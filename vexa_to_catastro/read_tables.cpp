@@ -50,13 +50,32 @@ bool EstaEnBlanco(std::string_view fila)
     return fila.find_first_not_of(std::string_view(" \t\r\f\x1A\0", 6)) == std::string_view::npos;
 }
 
-/// Tells whether the days of a module's row have a comma, as some spreadsheets write decimals.
-bool TieneComa(std::string_view fila)
+/// Looks at all bytes of a row, which a compiler does many at a time.
+bool TienePuntuacion(std::string_view fila)
 {
-    constexpr int kJornadas = ColumnaDe(kColumnasModulo, &CDatosLinea::jornadas).tabla.numero;
-    std::array<std::string_view, CamposDeFila(kColumnasModulo)> campos;
+    unsigned char hay = 0;
+    for (const char c : fila)
+        hay |= static_cast<unsigned char>(c == '.' || c == ',');
+    return hay != 0;
+}
+
+/// Tells whether a number of the row goes on behind what is read of it: decimals behind a comma, as
+/// some spreadsheets write them, or thousands behind a point.
+template <const auto& Tabla>
+bool TieneResto(std::string_view fila)
+{
+    if (!TienePuntuacion(fila))
+        return false; // as nearly all
+    std::array<std::string_view, CamposDeFila(Tabla)> campos;
     Leetira(fila, campos);
-    return campos[kJornadas].find(',') != std::string_view::npos;
+    return std::ranges::any_of(Tabla, [&](const auto& columna) {
+        const std::string_view forma = columna.tabla.forma;
+        if (!forma.ends_with('d') && !forma.ends_with('f'))
+            return false;
+        const std::string_view texto = campos[static_cast<std::size_t>(columna.tabla.numero)];
+        return texto.find(',') != std::string_view::npos ||
+               (forma.ends_with('d') && texto.find('.') != std::string_view::npos);
+    });
 }
 
 /// What the rows of one municipality have in common.
@@ -198,7 +217,7 @@ bool CVexaACampiva2Dlg::LeeModulos(CStdioFile* /*log*/, int* /*numErrores*/, int
                         CModulo modulo;
                         const bool leido = modulo.Lee(fila, kModoTabla);
                         vista.Cuenta(leido);
-                        vista.conComa += TieneComa(fila) ? 1 : 0;
+                        vista.conResto += TieneResto<kColumnasModulo>(fila) ? 1 : 0;
                         if (leido)
                             municipio->InsertaModulo(modulo);
                     });
@@ -239,12 +258,14 @@ void CVexaACampiva2Dlg::TomaParcela(std::string_view fila, const CAvisos& avisos
     m_vistas.parcelas.incompletas += leida && !datos.faltan ? 0 : 1;
     if (datos.faltan)
         return;
+    m_vistas.parcelas.conResto += TieneResto<kColumnasParcela>(fila) ? 1 : 0;
     const int titular = municipio.BuscaTitularNumOrden(datos.numImputa);
     if (titular < 0)
         Avisa(avisos, kTitularNoEncontrado, datos.numImputa, datos.Polig, datos.Parcela);
     parcela.paraje = municipio.BuscaParaje(datos.numParaje);
     if (parcela.paraje < 0)
         Avisa(avisos, kParajeNoEncontrado, datos.numParaje, datos.Polig, datos.Parcela);
+    const bool sinSuParaje = parcela.paraje < 0 && datos.numParaje > 0;
     if (!leida)
         return; // holder and place are told all the same
     const int polig = parcela.Polig;
@@ -254,9 +275,11 @@ void CVexaACampiva2Dlg::TomaParcela(std::string_view fila, const CAvisos& avisos
     if (i < 0) {
         Avisa(avisos, kParcelaNoInsertada, polig, numero);
         ParcelasNoSalvadas = true;
+        ++m_vistas.parcelas.dejadas;
         return;
     }
     ++m_vistas.parcelas.tomadas;
+    m_vistas.parcelas.sueltas += (titular < 0 && datos.numImputa > 0) || sinSuParaje ? 1 : 0;
     m_vistas.parcelas.repetidas += municipio.NumParcelas() == antes ? 1 : 0;
     // A holder that wasn't found is linked as such, so that the parcel has its main link.
     municipio.DameParcela(i).InsertaCotitular(titular, kOrdenPrincipal, datos.partici, datos.Tit);
@@ -276,9 +299,11 @@ bool CVexaACampiva2Dlg::LeeSubparcelas(CStdioFile* log, int* numErrores, int* nu
             CDatosLinea datos;
             const bool leida = subparcela.Lee(fila, kModoTabla, datos);
             vista.incompletas += leida ? 0 : 1;
+            vista.conResto += TieneResto<kColumnasSubparcela>(fila) ? 1 : 0;
             int i = kNoEncontrado;
             if (!municipio->BuscaParcela(datos.Polig, datos.Parcela, i)) {
                 Avisa(avisos, kSubparcelaSinParcela, datos.Polig, datos.Parcela, datos.letra);
+                ++vista.dejadas;
                 return;
             }
             if (!leida)
@@ -304,6 +329,7 @@ bool CVexaACampiva2Dlg::LeeCotitulares(CStdioFile* log, int* numErrores, int* nu
                         CDatosLinea datos;
                         const bool leido = vinculo.Lee(fila, datos);
                         vista.Cuenta(leido);
+                        vista.conResto += TieneResto<kColumnasCotitular>(fila) ? 1 : 0;
                         int i = kNoEncontrado;
                         if (!municipio->BuscaParcela(datos.Polig, datos.Parcela, i)) {
                             Avisa(avisos, kCotitularSinParcela, datos.Polig, datos.Parcela);

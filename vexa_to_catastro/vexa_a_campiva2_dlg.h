@@ -73,7 +73,9 @@ private:
         int sinMunicipio = 0;  ///< those in whose second field no number stands
         int deOtraGer = 0;     ///< those of the municipality's number in another province
         int repetidas = 0;     ///< those of a parcel that an earlier one has made
-        int conComa = 0;       ///< those whose days have a comma, behind which nothing is read
+        int conResto = 0;      ///< those with a number of which only the beginning is read
+        int sueltas = 0;       ///< those that name a holder or a place that isn't there
+        int dejadas = 0;       ///< those that became no record, which the log tells one by one
         bool conColumnasPropias = false; ///< all are split: somebody has added columns
         bool entreComillas = false;      ///< all have texts in quotes
         bool cortada = false;            ///< it ends in the middle of a row

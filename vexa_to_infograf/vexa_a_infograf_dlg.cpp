@@ -45,6 +45,8 @@ void CVexaAInfografDlg::OnOK()
         return;
     // The way back's page bears the log's name.
     NombraInforme(CFile::RutaCompleta(carpeta + nombreSalida + "_infograf.html"));
+    if (const int deMas = EntradasDeMas(entradas); deMas > 0)
+        Sospecha(observaciones::kPoligonosDeMas, ArchivoTren, deMas);
     ActivaControles(false);
     GrabaInfograf(&csp, entradas, carpeta);
     Log().Close();

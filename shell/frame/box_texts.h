@@ -68,6 +68,8 @@ inline constexpr const char* kLineasConFines = "En %s hay líneas con retornos d
 inline constexpr const char* kLineasDobles =
     "En %s hay líneas con más de un registro, %d. Sólo se ha leído el primero"_ansi;
 inline constexpr const char* kEntradaCortada = "El archivo %s acaba a mitad de una línea"_ansi;
+inline constexpr const char* kSinParcelas =
+    "En %s hay titulares, y ninguna parcela que se haya podido leer"_ansi;
 inline constexpr const char* kLineasLargas =
     "Todas las líneas de %s son más largas que las de su forma"_ansi;
 inline constexpr const char* kLineasCortas =
@@ -89,8 +91,16 @@ inline constexpr const char* kFilasDeOtraGer =
     "En %s hay filas de otra provincia que la de la lista, %d. Se han leído como del municipio"_ansi;
 inline constexpr const char* kFilasRepetidas =
     "En %s hay filas de parcelas que ya tienen otra, %d. Vale la primera"_ansi;
-inline constexpr const char* kJornadasConComa =
-    "En %s hay jornadas con coma decimal, %d. Se han leído sin sus decimales"_ansi;
+inline constexpr const char* kNumerosConResto =
+    "En %s hay filas con números que llevan coma o puntos de millares, %d. Se han leído sin lo que va detrás"_ansi;
+inline constexpr const char* kPoligonosDeMas =
+    "La lista %s nombra otra vez polígonos que ya tiene, %d. Sus registros van repetidos"_ansi;
+inline constexpr const char* kFilasSueltas =
+    "En %s hay parcelas cuyo titular o paraje falta en su tabla, %d. Se reescriben sin él"_ansi;
+inline constexpr const char* kFilasDejadas =
+    "En %s hay filas de las que habla el registro de errores, %d, que no se reescriben"_ansi;
+inline constexpr const char* kEntradaCambiada =
+    "Otro programa ha escrito en %s mientras se leía: puede haberse leído a medias"_ansi;
 inline constexpr const char* kEntreComillas =
     "Los textos de %s van entre comillas, que se han leído como parte de ellos"_ansi;
 inline constexpr const char* kTablaCortada = "El archivo %s acaba a mitad de una fila"_ansi;

@@ -122,7 +122,8 @@ protected:
     /// Raises CFileException as CFile::Open does.
     bool CreaSalida(CStdioFile& fichero, const CString& nombre, const char* queja,
                     const std::vector<CString>& entradas = {});
-    /// All outputs that were created take their places. Raises CFileException, with all targets as
+    /// All outputs that were created take their places; an input that another program has written
+    /// meanwhile is told before. Raises CFileException, with all targets as
     /// they were, where one of them can't.
     void ConfirmaSalidas();
     /// Says something beside the run's boxes, behind its end: a form of box_texts.h.
@@ -180,6 +181,14 @@ private:
     void OnAcercaDe();
     void OnBuscar(const CBusqueda& busqueda);
 
+    /// An input, as it was when it was opened.
+    struct CLeida {
+        CString nombre;
+        sistema::CEstado estado;
+    };
+    void AnotaLeida(const CFile& fichero, const CString& nombre);
+    void ObservaCambiadas();
+
     /// What the frame knows of the run at work. It goes with the run, whatever ends it.
     struct CProceso {
         CProceso(); // elsewhere, as in here the dialog isn't whole yet
@@ -187,6 +196,7 @@ private:
         CStdioFile log;
         CConjuntoSalidas salidas;
         CNombresEnDisco nombres; // of the folders in which drawings were looked for
+        std::vector<CLeida> leidas;
         CEscritos escritos;
         std::optional<UINT> focoAntes; ///< before the run switched the controls off
         bool detenido = false;         ///< by its user, who has what was written by then

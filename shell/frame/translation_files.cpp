@@ -52,9 +52,35 @@ bool CTraduccionDlg::AbreEntrada(CStdioFile& fichero, const CString& nombre)
         CajaError(cajas::kNoExiste, fallo);
         return false;
     }
-    if (!CFile::EsAlguno(nombre, m_proceso->escritos.leidos))
+    if (!CFile::EsAlguno(nombre, m_proceso->escritos.leidos)) {
         m_proceso->escritos.leidos.push_back(nombre);
+        AnotaLeida(fichero, nombre);
+    }
     return true;
+}
+
+void CTraduccionDlg::AnotaLeida(const CFile& fichero, const CString& nombre)
+{
+    sistema::Error error;
+    const sistema::CEstado estado = sistema::Mira(sistema::Ruta(fichero.GetFilePath()), error);
+    if (!error && estado.tipo == sistema::CEstado::Tipo::Regular)
+        m_proceso->leidas.push_back({nombre, estado});
+}
+
+/// What was being saved while the run read it may have been read by half. Of an input that is an
+/// output as well the outputs tell it (CConjuntoSalidas), but others may lack what it lacked.
+void CTraduccionDlg::ObservaCambiadas()
+{
+    for (const CLeida& leida : m_proceso->leidas) {
+        sistema::Error error;
+        const sistema::CEstado ahora = sistema::Mira(sistema::Ruta(leida.nombre), error);
+        if (!error && ahora.largo == leida.estado.largo && ahora.escrito == leida.estado.escrito)
+            continue;
+        if (CFile::EsAlguno(leida.nombre, m_proceso->escritos.salidas))
+            ConservaAnteriores();
+        else
+            Sospecha(observaciones::kEntradaCambiada, leida.nombre);
+    }
 }
 
 bool CTraduccionDlg::AbreDibujo(CFile& fichero, const CString& nombre)
@@ -67,6 +93,8 @@ bool CTraduccionDlg::AbreDibujo(CFile& fichero, const CString& nombre)
         if (EstaAhi(fallo.m_causa)) // its parcels are missing for now, and those of an older output
                                     // aren't
             Sospecha(observaciones::kDibujoSinLeer, nombre);
+    } else {
+        AnotaLeida(fichero, fichero.GetFilePath());
     }
     return abierto;
 }
@@ -190,6 +218,7 @@ void CTraduccionDlg::ConfirmaSalidas()
 {
     if (m_proceso->detenido)
         Sospecha(observaciones::kDetenido);
+    ObservaCambiadas();
     m_proceso->salidas.Confirma();
     for (const CConservada& una : m_proceso->salidas.Conservadas())
         Observa("%s", una.Frase());

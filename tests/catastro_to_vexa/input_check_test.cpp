@@ -101,6 +101,9 @@ TEST(EntradaSospechosa, IsToldBehindTheSummaryAndKeepsWhatItsTablesReplace)
          "2. El texto que lleva uno queda partido en su tabla, y lo que va detrás se lee en otra "
          "columna"},
         {"a few short ones may be so", Veces(9, "PJ045127   00001"), 0, ""},
+        {"holders without a parcel",
+         Veces(1, "TL045127   0000001" + std::string(100, ' ')) + Veces(1, kBuena), 0,
+         "hay titulares, y ninguna parcela que se haya podido leer"},
         {"parcels of one municipality", kBuena + "\r\n" + Veces(2, kParcela), 0, ""},
         {"a last line that is none", kBuena + "\r\n" + Veces(2, kParcela) + "FIN", 0,
          "hay parcelas, 2, de otro municipio que el de su última línea, 000, que es donde se han "

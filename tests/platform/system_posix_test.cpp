@@ -90,6 +90,8 @@ TEST(Sistema, NotesAnInterruptionAndTheWishToEndAndDiesOfOneMore)
     EXPECT_EXIT(llegan({SIGHUP}, kAcaba), KilledBySignal(SIGHUP), "hay que acabar");
     EXPECT_EXIT(llegan({SIGINT, SIGINT}, kAcaba), KilledBySignal(SIGINT), "hay que acabar");
     EXPECT_EXIT(llegan({SIGINT, SIGINT, SIGINT}, kNada), KilledBySignal(SIGINT), "");
+    EXPECT_EXIT(llegan({SIGHUP, SIGHUP}, kAcaba), KilledBySignal(SIGHUP), "hay que acabar")
+        << "a terminal's, and its shell's";
     EXPECT_EXIT(llegan({SIGHUP, SIGTERM}, kNada), KilledBySignal(SIGTERM), "");
     sistema::OlvidaSenales();
     for (const int senal : {SIGINT, SIGTERM, SIGHUP})

@@ -272,11 +272,38 @@ TEST_F(Cruce, KeepsWhatAnotherProgramWritesIntoATableMeanwhile)
     CVexaACampiva2Dlg dialogo;
     Ejecuta(dialogo, 1, 0, 0);
     const auto& dicho = aplicacion.guion.escritos.observaciones;
-    ASSERT_EQ(dicho.size(), 1U);
+    ASSERT_EQ(dicho.size(), 2U);
     EXPECT_EQ(carpeta.SinRuta(ansi::AUtf8(dicho[0])),
               "Otro programa ha escrito en Parcelas.txt durante el proceso; lo suyo queda en " +
                   ansi::AUtf8(carpeta.En("Parcelas.txt.anterior")));
     EXPECT_EQ(carpeta.Lee("Parcelas.txt.anterior"), suyas);
+    EXPECT_EQ(carpeta.Lee("Subparcelas.txt.anterior"), "Ger Mun\r\n")
+        << "whose parcels may have been there by half";
+}
+
+TEST_F(Cruce, TellsAnInputThatAnotherProgramWritesMeanwhile)
+{
+    for (const char* suya : {"Titulares.txt", "lista.txt", "001.PAR"}) {
+        SCOPED_TRACE(suya);
+        tablas["Parcelas"].clear();
+        Parcela("7", "3");
+        lista = "TREN 045127\r\nP001\r\nP002\r\n";
+        ASSERT_TRUE(sintetico::GrabaDibujos(
+            carpeta.Ruta().string(), sintetico::Genera({.parcelas = 30, .poligonos = 2}, 9)));
+        aplicacion.guion.alAtender = [&](CDialog&, int vez) {
+            const auto ruta = carpeta.Ruta() / suya;
+            std::filesystem::last_write_time(ruta, std::filesystem::file_time_type::clock::now() +
+                                                       std::chrono::seconds(vez));
+        };
+        CVexaACampiva2Dlg dialogo;
+        Ejecuta(dialogo, 1, 0, 0);
+        const auto& dicho = aplicacion.guion.escritos.observaciones;
+        ASSERT_FALSE(dicho.empty());
+        EXPECT_EQ(carpeta.SinRuta(ansi::AUtf8(dicho[0])),
+                  std::string("Otro programa ha escrito en ") + suya +
+                      " mientras se leía: puede haberse leído a medias");
+        EXPECT_TRUE(std::filesystem::remove(carpeta.Ruta() / "Parcelas.txt.anterior"));
+    }
 }
 
 TEST_F(Cruce, TellsTablesThatAnEditorHasStoredInAnotherCodePage)
@@ -367,6 +394,10 @@ TEST_F(Cruce, TellsRowsThatAreReadOtherwiseThanTheySeemOrNotAtAll)
     const std::string una = fila("1");
     const std::string otra = fila("2");
     const std::string sinFin = una.substr(0, una.size() - 2);
+    const std::string sinTitular = Fila(
+        {"045", "127", "0", "1", "3", "3", "", "", "7", "PR", "100", "VIEJA", "", "", "1", " "});
+    const std::string sinParaje = Fila(
+        {"045", "127", "0", "1", "4", "3", "", "", "1", "PR", "100", "VIEJA", "", "", "9", " "});
     const auto modulo = [](const std::string& jornadas) {
         return Fila({"045", "127", "LR", "1", "LABOR", "0", jornadas});
     };
@@ -440,12 +471,65 @@ TEST_F(Cruce, TellsRowsThatAreReadOtherwiseThanTheySeemOrNotAtAll)
          {"045\t127\t0\t1\t\"LA ERA\"\r\n", "045\t127\t0\t2\tEL \"ALTO\"\r\n"},
          0,
          ""},
+        {"values with points between thousands",
+         "Parcelas",
+         {una, Fila({"045", "127", "0", "1", "2", "3", "338.800", "", "1", "PR", "100", "HOJA", "",
+                     "", "1", " "})},
+         1,
+         hay + "con números que llevan coma o puntos de millares, 1. Se han leído sin lo que va "
+               "detrás"},
+        {"a share with decimals",
+         "Cotitulares",
+         {vinculo("33,33") + "\r\n"},
+         0,
+         "En Cotitulares.txt hay filas con números que llevan coma o puntos de millares, 1. Se han "
+         "leído sin lo que va detrás"},
+        {"a surface with decimals",
+         "Subparcelas",
+         {Fila({"045", "127", "0", "1", "1", "a", "", "S", "1234,5"})},
+         0,
+         "En Subparcelas.txt hay filas con números que llevan coma o puntos de millares, 1. Se han "
+         "leído sin lo que va detrás"},
+        {"a sheet's name with a point",
+         "Parcelas",
+         {Fila({"045", "127", "0", "1", "1", "3", "", "", "1", "PR", "100", "H. 1,2", "", "", "1",
+                " "})},
+         0,
+         ""},
+        {"a holder and a place that aren't there",
+         "Parcelas",
+         {una, sinTitular, sinParaje},
+         1,
+         "En Parcelas.txt hay parcelas cuyo titular o paraje falta en su tabla, 2. Se reescriben "
+         "sin él"},
+        {"the same where they stay", "Parcelas", {una, sinTitular}, 0, ""},
+        {"none named",
+         "Parcelas",
+         {Fila({"045", "127", "0", "1", "1", "3", "", "", "-1", "PR", "100", "HOJA", "", "", "0",
+                " "})},
+         1,
+         ""},
+        {"a parcel that can't be stored",
+         "Parcelas",
+         {una, Fila({"045", "127", "0", "1", "0", "3", "", "", "1", "PR", "100", "HOJA", "", "",
+                     "1", " "})},
+         1,
+         hay + "de las que habla el registro de errores, 1, que no se reescriben"},
+        {"a subparcel of no parcel",
+         "Subparcelas",
+         {Fila({"045", "127", "0", "1", "1", "a", "", "S", "3"}),
+          Fila({"045", "127", "0", "1", "9", "a", "", "S", "3"})},
+         1,
+         "En Subparcelas.txt hay filas de las que habla el registro de errores, 1, que no se "
+         "reescriben"},
         {"days with a point", "Modulos", {modulo("34.75")}, 0, ""},
         {"days with a comma",
          "Modulos",
          {modulo("34,75")},
          0,
-         "En Modulos.txt hay jornadas con coma decimal, 1. Se han leído sin sus decimales"},
+         "En Modulos.txt hay filas con números que llevan coma o puntos de millares, 1. Se han "
+         "leído "
+         "sin lo que va detrás"},
     };
     Parcela("1", "3");
     lista = kLista;

@@ -212,6 +212,19 @@ TEST_F(InfografDeMuestra, GoesOnWithoutAMissingFile)
     EXPECT_EQ(Registros(), completos);
 }
 
+TEST_F(InfografDeMuestra, TellsAPolygonThatTheListNamesTwice)
+{
+    carpeta.Pon("poligonos.txt", carpeta.Lee("poligonos.txt") + "\r\n\r\nP001\r\n");
+    Ejecuta();
+    EXPECT_EQ(Cuantos("00"), 3);
+    const auto& dicho = aplicacion.guion.escritos.observaciones;
+    ASSERT_FALSE(dicho.empty());
+    EXPECT_EQ(carpeta.SinRuta(ansi::AUtf8(dicho[0])),
+              "La lista poligonos.txt nombra otra vez polígonos que ya tiene, 1. Sus registros van "
+              "repetidos");
+    EXPECT_EQ(Registros("045127.CSP.anterior"), completos);
+}
+
 TEST_F(InfografDeMuestra, TellsADrawingOfWhichItCouldNotReadAllAndKeepsTheOlderRecords)
 {
     const struct {

@@ -123,11 +123,16 @@ void CEnsayo::TraeDibujos(const CFicheros& ficheros)
 lote::CTrabajo CEnsayo::Trabajo() const
 {
     const auto si = [](bool marcada) { return std::string(marcada ? "1" : "0"); };
+    // The program's line needs a name for the sheets; without them it names one that isn't there.
+    const std::string ortos =
+        m_suyos.ortos.IsEmpty()
+            ? sistema::Nombre(m_carpeta.Ruta() / kCarpetaLista / "ortos") + "." + kExtensionHojas
+            : Entera(m_suyos.ortos);
     lote::CTrabajo trabajo;
     trabajo.traduccion = lote::Traduccion::Vuelta;
     trabajo.carpeta = sistema::Nombre(m_carpeta.Ruta());
     trabajo.campos = {{"lista", std::string(m_lista)},
-                      {"ortos", Entera(m_suyos.ortos)},
+                      {"ortos", ortos},
                       {"modificar", si(true)},
                       {"no_en_grafico", si(m_opciones.conserva)},
                       {"no_en_bd", si(m_opciones.crea)},

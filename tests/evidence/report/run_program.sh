@@ -174,6 +174,9 @@ for mine in ERR R M; do
   grep -q "045127.$mine no se escribe" stderr || fail "a trial that would write over $mine isn't told"
 done
 TMPDIR=tmp status 0 "$informe" --ensayo sus_dibujos/poligonos.txt --tablas sus_tablas
+cp -r sus_dibujos sin_hojas
+rm sin_hojas/ortos.*
+TMPDIR=tmp status 0 "$informe" --ensayo sin_hojas/poligonos.txt --tablas sus_tablas
 equal "what is left in a folder named from here" "$(ls tmp)" ''
 # The page is long enough to find the pipe closed while it is written.
 mkfifo tuberia
