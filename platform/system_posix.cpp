@@ -32,9 +32,9 @@ void (*g_conTuberiaRota)(int) = SIG_DFL; // what it did before
 
 void AlLlegar(int numero)
 {
-    if (g_final == SIGHUP && numero == SIGHUP) {
-        // a terminal that closes sends one, and its shell another
-    } else if (g_final != 0) {
+    if (g_final == SIGHUP && numero == SIGHUP)
+        return; // a terminal that closes sends one, and its shell another
+    if (g_final != 0) {
         std::signal(numero, SIG_DFL);
         std::raise(numero);
     } else if (numero != SIGINT || g_interrupcion != 0 || g_seContesta == 0) {

@@ -108,7 +108,7 @@ public:
 
     /// Copies what a file holds, unless that is nothing, to `NAME.anterior` beside it, in the place
     /// of an older one. Gives that name, an empty one where nothing was copied. Raises
-    /// CFileException where it can't be copied.
+    /// CFileException where it can't be copied, and where another run is writing it.
     static CString GuardaAnterior(const CString& nombre);
 
     /// What was wrong with the first write that failed in a file that is written in its place; no

@@ -42,6 +42,18 @@ bool EsUno(const sistema::CEstado& uno, const std::filesystem::path& suya,
     return uno.EsElMismo(otro) && sistema::SonElMismoNombre(SinEnlaces(suya), SinEnlaces(ruta));
 }
 
+/// Tells whether another run is writing a file. Where that can't be asked, nobody is kept out.
+bool LoEscribeOtro(const std::filesystem::path& ruta)
+{
+    sistema::Error error;
+    const int fichero = sistema::Abre(ruta, sistema::Modo::Leer, error);
+    if (fichero == sistema::kCerrado)
+        return false;
+    const bool deOtro = sistema::Bloquea(fichero, error) == sistema::Bloqueo::DeOtro && !error;
+    sistema::Cierra(fichero, error);
+    return deOtro;
+}
+
 /// Where a name of the program leads to, looked at once.
 class CSitio {
 public:
@@ -99,6 +111,9 @@ CString CFile::GuardaAnterior(const CString& nombre)
     const sistema::CEstado estado = error ? sistema::CEstado() : Mirado(nombre, ruta);
     if (estado.tipo != sistema::CEstado::Tipo::Regular || estado.largo == 0)
         return {};
+    // What another run is writing isn't whole yet, and what was kept of an older one may be.
+    if (LoEscribeOtro(ruta))
+        throw CFileException(nombre, sistema::kDeOtro);
     const std::filesystem::path guardada = lado::De(sistema::Ruta(nombre), lado::kAnterior);
     const std::filesystem::path copia = lado::De(guardada, lado::kNuevo, lado::Marca());
     CopiaFichero(ruta, copia, sistema::Modo::Crear, error);

@@ -185,7 +185,10 @@ void CTraduccionDlg::Obedece(WPARAM wParam, LPARAM lParam)
         if (wParam == IDOK) // what the windows tell isn't of a run that can't even begin
             AfxGetApp()->Frontal().InicioDeProceso(*this);
         CDialog::WindowProc(WM_COMMAND, wParam, lParam);
-        LimpiaProceso();
+        if (m_proceso && !m_proceso->escritos.observaciones.empty())
+            DejaProceso(); // it couldn't begin, but has done something that must be told
+        else
+            LimpiaProceso();
         return;
     } catch (const CFileException& fallo) {
         MuestraError(fallo.Mensaje());

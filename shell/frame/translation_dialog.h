@@ -123,8 +123,8 @@ protected:
     bool CreaSalida(CStdioFile& fichero, const CString& nombre, const char* queja,
                     const std::vector<CString>& entradas = {});
     /// All outputs that were created take their places; an input that another program has written
-    /// meanwhile is told before. Raises CFileException, with all targets as
-    /// they were, where one of them can't.
+    /// meanwhile is told before. Raises CFileException, with all targets as they were, where one of
+    /// them can't.
     void ConfirmaSalidas();
     /// Says something beside the run's boxes, behind its end: a form of box_texts.h.
     template <class... T>

@@ -338,6 +338,20 @@ TEST_F(InfografDeMuestra, NoOutputFallsOnAnInput)
     }
 }
 
+TEST_F(InfografDeMuestra, TellsWhatItHasKeptWhereItCannotGoOn)
+{
+    carpeta.Pon("045127.ERR", "E101: de la vuelta");
+    std::filesystem::remove(carpeta.Ruta() / "045127.CSP");
+    std::filesystem::create_directory(carpeta.Ruta() / "045127.CSP");
+    Ejecuta();
+    EXPECT_EQ(Cajas(), Textos{"Imposible crear el archivo 045127.CSP"});
+    const auto& dicho = aplicacion.guion.escritos.observaciones;
+    ASSERT_EQ(dicho.size(), 1U);
+    EXPECT_EQ(carpeta.SinRuta(ansi::AUtf8(dicho[0])),
+              "Lo que había en 045127.ERR queda en " +
+                  ansi::AUtf8(carpeta.En("045127.ERR.anterior")));
+}
+
 TEST_F(InfografDeMuestra, TellsWhatItCannotOpenOrCreate)
 {
     const struct {

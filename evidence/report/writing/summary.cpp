@@ -106,8 +106,14 @@ CCifras CContenido::Cifras() const
 bool CContenido::HayPerdidas() const
 {
     const std::vector<CPerdida> perdidas = Perdidas();
-    return SinExplicar() > 0 || !proceso.Alarma().empty() || !proceso.SinComprobar().empty() ||
-           !proceso.observado.empty() || !proceso.infograf.sinPadre.empty() ||
+    const bool faltanDibujos =
+        (dibujo && !dibujo->rotos.empty()) ||
+        std::ranges::any_of(proceso.infograf.faltan, [](const CEvidenciaInfograf::CFaltan& falta) {
+            return !falta.entrada.IsEmpty(); // sheets are left out on purpose, too
+        });
+    return faltanDibujos || SinExplicar() > 0 || !proceso.Alarma().empty() ||
+           !proceso.SinComprobar().empty() || !proceso.observado.empty() ||
+           !proceso.infograf.sinPadre.empty() ||
            std::ranges::any_of(perdidas,
                                [](const CPerdida& perdida) { return perdida.metros > 0; });
 }

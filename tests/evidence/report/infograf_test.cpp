@@ -67,6 +67,14 @@ TEST_F(InformeDeInfograf, CountsRecordsByKindOnAPageOfItsOwn)
 
 TEST_F(InformeDeInfograf, NamesWhatIsMissingAndWhatHasNoParent)
 {
+    fs::rename(carpeta.Ruta() / "002.SUB", carpeta.Ruta() / "guardado.SUB");
+    Ejecuta();
+    EXPECT_TRUE(Informa().resultado.hayPerdidas) << "of a drawing that isn't whole";
+    fs::rename(carpeta.Ruta() / "guardado.SUB", carpeta.Ruta() / "002.SUB");
+    fs::rename(carpeta.Ruta() / "ortos.TOP", carpeta.Ruta() / "guardado.TOP");
+    Ejecuta();
+    EXPECT_FALSE(Informa().resultado.hayPerdidas) << "of sheets nothing is asked";
+    fs::rename(carpeta.Ruta() / "guardado.TOP", carpeta.Ruta() / "ortos.TOP");
     fs::rename(carpeta.Ruta() / "002.POL", carpeta.Ruta() / "002.guardado");
     fs::copy_file(carpeta.Ruta() / "001.POL", carpeta.Ruta() / "002.POL"); // elsewhere
     fs::remove(carpeta.Ruta() / "001.SUB");

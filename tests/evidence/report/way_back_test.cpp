@@ -493,6 +493,7 @@ TEST_F(InformeDeVuelta, MakesOneMatterOfAPolygonWithoutItsFiles)
         const CInformePrueba informe = Informa();
         EXPECT_TRUE(informe.Dice(caso.titulo));
         EXPECT_THAT(informe.Cuenta(), HasSubstr(caso.asuntos)) << caso.falta;
+        EXPECT_TRUE(informe.resultado.hayPerdidas) << caso.falta;
         carpeta.Pon(caso.falta, ""); // else the next drawing couldn't be told from it
     }
 }

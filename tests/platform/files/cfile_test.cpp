@@ -397,6 +397,22 @@ TEST(CFile, WhatAFileHeldIsKeptWithItsRightsWhateverNameLeadsThere)
         EXPECT_TRUE(CFile::GuardaAnterior(carpeta.En(nombre)).IsEmpty());
 }
 
+TEST(CFile, WhatAnotherRunIsWritingIsNotKeptInThePlaceOfAWholeOne)
+{
+    const CCarpetaPrueba carpeta;
+    carpeta.Pon("a.ERR.anterior", "de antes");
+    CFile deOtro;
+    ASSERT_TRUE(deOtro.Open(carpeta.En("a.ERR"),
+                            CFile::modeCreate | CFile::modeWrite | CFile::modeInPlace));
+    deOtro.Write("la mitad", 8);
+    deOtro.Flush();
+    EXPECT_THROW(CFile::GuardaAnterior(carpeta.En("a.ERR")), CFileException);
+    EXPECT_EQ(carpeta.Lee("a.ERR.anterior"), "de antes");
+    deOtro.Close();
+    EXPECT_FALSE(CFile::GuardaAnterior(carpeta.En("a.ERR")).IsEmpty());
+    EXPECT_EQ(carpeta.Lee("a.ERR.anterior"), "la mitad");
+}
+
 TEST(CFile, KnowsOneFileUnderTwoNames)
 {
     const CCarpetaPrueba carpeta;
