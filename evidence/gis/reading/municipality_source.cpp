@@ -5,6 +5,7 @@
 
 #include "cadastre/file_extensions.h"
 #include "cadastre/messages.h"
+#include "cadastre/polygon_list.h"
 #include "evidence/gis/complaints.h"
 #include "evidence/paths.h"
 #include "platform/ansi.h"
@@ -51,6 +52,7 @@ bool CMunicipioAbierto::Abre(const CString& lista, const COtrosSitios& otros)
     if (!leida)
         return false;
     m_lista = std::move(*leida);
+    LeeUnaVezCadaEntrada();
     m_otros = otros;
     m_hojas =
         otros.ortos.IsEmpty() ? BuscaHojas(m_lista.carpeta) : CHojasHalladas{otros.ortos, false};
@@ -58,6 +60,20 @@ bool CMunicipioAbierto::Abre(const CString& lista, const COtrosSitios& otros)
         CFile bin;
         return AbreSiHay(bin, FicheroDeLista(m_lista.carpeta, entrada, kExtensionDibujo),
                          kModoDibujo);
+    });
+}
+
+/// A drawing that the list names twice is one: of two a copy would bring each outline back twice.
+void CMunicipioAbierto::LeeUnaVezCadaEntrada()
+{
+    const int deMas = EntradasDeMas(m_lista.entradas);
+    if (deMas == 0)
+        return;
+    AdvierteCon("%s nombra otra vez polígonos que ya tiene, %d: se leen una vez"_ansi,
+                m_lista.nombre, deMas);
+    std::set<CString> vistas;
+    std::erase_if(m_lista.entradas, [&](const CString& entrada) {
+        return !entrada.IsEmpty() && !vistas.insert(entrada).second;
     });
 }
 

@@ -62,6 +62,7 @@ public:
     void AvisaDibujoDañado(const CString& fichero);
 
 private:
+    void LeeUnaVezCadaEntrada();
     void AvisaFalta(const CString& fichero, const char* detras = "");
     void AvisaDaño(const CString& fichero, std::uint64_t dañoEn);
     bool EsNueva(const CString& fichero) { return m_dichos.insert(fichero).second; }

@@ -70,6 +70,26 @@ TEST_F(Reading, ReadsADrawingWhenAFeatureOfItIsAskedFor)
     EXPECT_EQ(decima->GetFieldAsInteger("poligono"), 10) << "numbers stay as they were";
 }
 
+TEST_F(Reading, ReadsADrawingOnceThatTheListNamesTwice)
+{
+    {
+        const GDALDatasetUniquePtr datos = Crea();
+        OGRLayer* capa =
+            Capa(*datos, "parcelas", {{"poligono", OFTInteger}, {"parcela", OFTInteger}});
+        Pon(*capa, {{"poligono", "1"}, {"parcela", "7"}}, kCuadro);
+    }
+    const std::string lista = carpeta.Lee("lista.txt");
+    const auto ultima = lista.rfind('\n', lista.size() - 2) + 1;
+    carpeta.Pon("lista.txt", lista + "\r\n" + lista.substr(ultima));
+    dicho.clear();
+    const GDALDatasetUniquePtr datos = Abre(carpeta.En("lista.txt"));
+    ASSERT_NE(datos, nullptr);
+    EXPECT_EQ(datos->GetLayerByName("parcelas")->GetFeatureCount(), 1);
+    EXPECT_NE(dicho.find("nombra otra vez polígonos que ya tiene, 1: se leen una vez"),
+              std::string::npos)
+        << dicho;
+}
+
 TEST_F(Reading, BelievesNoExtentThatCantBeTrue)
 {
     const auto escribe = [&] {
