@@ -5,7 +5,6 @@
 
 #include "cadastre/file_extensions.h"
 #include "cadastre/messages.h"
-#include "cadastre/polygon_list.h"
 #include "evidence/gis/complaints.h"
 #include "evidence/paths.h"
 #include "platform/ansi.h"
@@ -66,15 +65,13 @@ bool CMunicipioAbierto::Abre(const CString& lista, const COtrosSitios& otros)
 /// A drawing that the list names twice is one: of two a copy would bring each outline back twice.
 void CMunicipioAbierto::LeeUnaVezCadaEntrada()
 {
-    const int deMas = EntradasDeMas(m_lista.entradas);
-    if (deMas == 0)
-        return;
-    AdvierteCon("%s nombra otra vez polígonos que ya tiene, %d: se leen una vez"_ansi,
-                m_lista.nombre, deMas);
     std::set<CString> vistas;
-    std::erase_if(m_lista.entradas, [&](const CString& entrada) {
+    const auto deMas = std::erase_if(m_lista.entradas, [&](const CString& entrada) {
         return !entrada.IsEmpty() && !vistas.insert(entrada).second;
     });
+    if (deMas > 0)
+        AdvierteCon("%s nombra otra vez polígonos que ya tiene, %d: se leen una vez"_ansi,
+                    m_lista.nombre, static_cast<int>(deMas));
 }
 
 CString CMunicipioAbierto::FaltaEnSitios() const
