@@ -57,7 +57,6 @@ void CVexaACampiva2Dlg::ObservaFilas()
             bool loEs;
             const char* forma;
         } deTodas[] = {{tabla->soloRetornos, observaciones::kSoloRetornos},
-                       {tabla->entreComillas, observaciones::kEntreComillas},
                        {tabla->cortada, observaciones::kTablaCortada}};
         for (const auto& [loEs, forma] : deTodas)
             if (loEs)
@@ -70,6 +69,7 @@ void CVexaACampiva2Dlg::ObservaFilas()
                          {vale ? tabla->incompletas : 0, observaciones::kFilasIncompletas},
                          {vale ? tabla->sinMunicipio : 0, observaciones::kFilasSinMunicipio},
                          {tabla->repetidas, observaciones::kFilasRepetidas},
+                         {tabla->conComillas, observaciones::kEntreComillas},
                          {tabla->conResto, observaciones::kNumerosConResto}};
         for (const auto& [cuantas, forma] : deAlgunas)
             if (cuantas > 0)

@@ -36,12 +36,16 @@ std::size_t Tabuladores(std::string_view fila)
     return suma;
 }
 
-/// Tells whether a field of the row begins with a quote.
+/// Tells whether a field of the row stands in quotes, into which spreadsheets put all texts or
+/// those with a comma or a quote.
 bool TieneComillas(std::string_view fila)
 {
     for (std::size_t i = fila.find('"'); i != std::string_view::npos; i = fila.find('"', i + 1))
-        if (i == 0 || fila[i - 1] == '\t')
-            return true;
+        if (i == 0 || fila[i - 1] == '\t') {
+            const std::string_view campo = fila.substr(i, fila.find('\t', i) - i);
+            if (campo.size() > 1 && campo.ends_with('"'))
+                return true;
+        }
     return false;
 }
 
@@ -91,13 +95,13 @@ public:
         m_antes = std::exchange(m_tabuladores, Tabuladores(fila));
         m_masCorta = std::min(m_masCorta, std::exchange(m_largo, fila.size()));
         m_partidas += m_tabuladores < m_campos ? 0 : 1;
-        m_conComillas = m_conComillas && TieneComillas(fila);
+        m_conComillas += TieneComillas(fila) ? 1 : 0;
         m_deOtraGer += EsDeSuGer(fila) ? 0 : 1;
     }
     int Partidas() const { return m_partidas; }
     int DeOtraGer() const { return m_deOtraGer; }
     bool EstanPartidas() const { return m_todas > 0 && m_partidas == m_todas; }
-    bool TienenComillas() const { return m_todas > 0 && m_conComillas; }
+    int ConComillas() const { return m_conComillas; }
     /// Tells whether the last row has fewer fields than the one in front of it, or is shorter than
     /// all.
     bool EsMenosLaUltima() const
@@ -123,7 +127,7 @@ private:
     int m_todas = 0;
     int m_partidas = 0;
     int m_deOtraGer = 0;
-    bool m_conComillas = true;
+    int m_conComillas = 0;
     std::size_t m_tabuladores = 0;                   // of the last one
     std::size_t m_antes = 0;                         // of the one before
     std::size_t m_largo = std::string_view::npos;    // of the last one
@@ -189,7 +193,7 @@ bool CVexaACampiva2Dlg::LeeTabla(UINT estado, const CString& archivo, std::size_
     vista.conColumnasPropias = suyas.EstanPartidas();
     vista.partidas = vista.conColumnasPropias ? 0 : suyas.Partidas();
     vista.deOtraGer = suyas.DeOtraGer();
-    vista.entreComillas = suyas.TienenComillas();
+    vista.conComillas = suyas.ConComillas();
     vista.cortada = esSuya && suyas.EsMenosLaUltima() && !AcabaEnLinea(tabla);
     return true;
 }

@@ -74,10 +74,10 @@ private:
         int deOtraGer = 0;     ///< those of the municipality's number in another province
         int repetidas = 0;     ///< those of a parcel that an earlier one has made
         int conResto = 0;      ///< those with a number of which only the beginning is read
+        int conComillas = 0;   ///< those with a text in quotes
         int sueltas = 0;       ///< those that name a holder or a place that isn't there
         int dejadas = 0;       ///< those that became no record, which the log tells one by one
         bool conColumnasPropias = false; ///< all are split: somebody has added columns
-        bool entreComillas = false;      ///< all have texts in quotes
         bool cortada = false;            ///< it ends in the middle of a row
         bool soloRetornos = false;       ///< no line feed ends its lines, which are read as one
         ansi::CMiraPagina pagina = {};

@@ -102,7 +102,7 @@ inline constexpr const char* kFilasDejadas =
 inline constexpr const char* kEntradaCambiada =
     "Otro programa ha escrito en %s mientras se leía: puede haberse leído a medias"_ansi;
 inline constexpr const char* kEntreComillas =
-    "Los textos de %s van entre comillas, que se han leído como parte de ellos"_ansi;
+    "En %s hay filas con textos entre comillas, %d, que se han leído como parte de ellos"_ansi;
 inline constexpr const char* kTablaCortada = "El archivo %s acaba a mitad de una fila"_ansi;
 inline constexpr const char* kColumnasPropias =
     "Las filas de %s tienen más columnas que las de su tabla, que no se reescriben"_ansi;
