@@ -12,13 +12,16 @@
 #include <wx/sizer.h>
 #include <wx/statbmp.h>
 #include <wx/stattext.h>
+#include <wx/timer.h>
 
 #include "platform/dialog.h"
 #include "platform/layer_texts.h"
+#include "platform/system.h"
 
 namespace {
 
 constexpr int kLetrasPorLinea = 90;
+constexpr int kEntreMiradas = 200; // milliseconds
 
 wxArtID DibujoDe(UINT flags)
 {
@@ -167,5 +170,12 @@ int MuestraCaja(wxWindow* padre, const wxString& texto, const wxString& titulo, 
     marco->Add(PonBotones(caja, flags), 0, wxALIGN_RIGHT | wxLEFT | wxRIGHT | wxBOTTOM, hueco);
     caja.SetSizerAndFit(marco);
     caja.CentreOnParent();
+    // A process that is to end waits for nobody's answer.
+    wxTimer mirada(&caja);
+    caja.Bind(wxEVT_TIMER, [&caja, flags](wxTimerEvent&) {
+        if (sistema::HayQueAcabar())
+            caja.EndModal(Botones(flags).back().respuesta);
+    });
+    mirada.Start(kEntreMiradas);
     return caja.ShowModal();
 }

@@ -118,8 +118,8 @@ void CTraduccionDlg::GuardaCampos()
 void CTraduccionDlg::ActivaControles(bool activar)
 {
     EnMarcha = !activar;
-    activar ? sistema::OlvidaSenales()
-            : sistema::VigilaSenales(AfxGetApp()->Frontal().AlguienContesta());
+    if (!activar)
+        sistema::VigilaSenales(AfxGetApp()->Frontal().AlguienContesta());
     if (!activar && m_proceso)
         m_proceso->focoAntes = Foco(); // a control that is switched off loses it
     for (const UINT id : Describe().conmutados)
@@ -133,6 +133,8 @@ void CTraduccionDlg::ActivaControles(bool activar)
         boton->SetWindowText(activar ? "Salir" : "Detener");
     if (activar && m_proceso)
         AfxGetApp()->Frontal().FinDeProceso(*this, m_proceso->escritos);
+    if (activar) // a signal that came for the run ends the program here, when all is told
+        sistema::OlvidaSenales();
 }
 
 std::span<const CEntradaMensaje> CTraduccionDlg::GetMessageMap() const
@@ -220,13 +222,17 @@ void CTraduccionDlg::AcabaProceso()
     AfxGetApp()->ConReserva([this] {
         if (const auto& causa = m_proceso->log.Fallo().m_causa)
             MuestraError(CFileException(m_proceso->escritos.log, causa).Mensaje());
-        Fase(IDS_NADA);
+        try {
+            Fase(IDS_NADA);
+        } catch (const CInterrumpido&) { // at the closing box; what there is to tell comes first
+        }
         ActivaControles(true);
     });
     LimpiaProceso();
 }
 
-/// Lets go of all that a run held. A signal that came for it ends the program here.
+/// Lets go of all that a run held. A signal that came for one that is broken off ends the program
+/// here.
 void CTraduccionDlg::LimpiaProceso()
 {
     m_proceso.reset();

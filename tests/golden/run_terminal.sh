@@ -21,7 +21,7 @@ fail() { echo "FAILED: $*; see $work/seen" >&2; exit 1; }
 at_terminal() { # what is typed, command; what was seen stands in ../seen
   printf "$1" >&3
   status=0
-  timeout 20 script -qec "$2" ../seen <&3 > /dev/null || status=$?
+  timeout 20 script -qefc "$2" ../seen <&3 > /dev/null || status=$?
   [ $status -ne 124 ] || fail "it waited for a key: $2"
   tr '\r' '\n' < ../seen > ../lines
 }
@@ -46,6 +46,14 @@ grep -a ' %  ' ../lines | while IFS= read -r line; do
   columns=$(printf %s "$line" | LC_ALL=C tr -d '\200-\277' | wc -c)
   [ "$columns" -lt 40 ] || fail "a progress line of $columns columns"
 done
+
+# Ctrl-C at the closing box ends the program, when all is told.
+head -c -9 villanueva.txt > cortada.txt
+rm ../seen
+(for _ in $(seq 500); do grep -qs "Fin del proceso" ../seen && break; sleep 0.02; done; printf '\003' >&3) &
+at_terminal '' "$program 0 cortada.txt $tables"
+[ $status -eq 130 ] || fail "status $status behind Ctrl-C"
+sees "cortada.txt acaba a mitad de una línea"
 
 # What goes elsewhere waits for nobody and names nothing.
 at_terminal '' "$program 0 villanueva.txt $tables > ../out"
