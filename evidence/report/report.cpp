@@ -54,18 +54,18 @@ public:
 
     /// What the trial would make of the tables, where no other state is named. Files of the trial
     /// are told without the folder that nobody will find.
-    std::string Contrasta(const CEnsayo& ensayo)
+    /// \param antes  the tables, or that other state
+    std::string Contrasta(const CEnsayo& ensayo, CEstadoLeido antes)
     {
         CFicheros& ficheros = m_proceso.ficheros;
         if (!m_opciones.contra.IsEmpty()) {
             CEstadoLeido ahora = EstadoDeProceso(m_proceso);
             ahora.nombre = "lo que saldría de la vuelta"_ansi;
-            m_contraste =
-                std::make_unique<CContraste>(LeeEstado(m_opciones.contra), std::move(ahora));
+            m_contraste = std::make_unique<CContraste>(std::move(antes), std::move(ahora));
         } else {
             m_contraste = std::make_unique<CContraste>(
-                LeeEstado(ficheros.tablas, CCadena(ficheros.tablas[kParcelas]).DamePath()),
-                LeeEstado(ensayo.Tablas(), "lo que dejaría Modificar"_ansi), Municipios::Todos);
+                std::move(antes), LeeEstado(ensayo.Tablas(), "lo que dejaría Modificar"_ansi),
+                Municipios::Todos);
         }
         for (CFicheroVisto& visto : m_proceso.vistos)
             visto.nombre = ensayo.SinCarpeta(visto.nombre);
@@ -311,10 +311,15 @@ std::string Ensaya(const CFicheros& ficheros, const COpciones& opciones, const C
                    const CFirma& firma, CResultado& resultado)
 {
     CEnsayo ensayo(ficheros, opciones);
+    // Before the trial, which takes a while: a real run may write the tables meanwhile.
+    CEstadoLeido antes =
+        opciones.contra.IsEmpty()
+            ? LeeEstado(ficheros.tablas, CCadena(ficheros.tablas[kParcelas]).DamePath())
+            : LeeEstado(opciones.contra);
     if (std::string reparo = ensayo.Corre(); !reparo.empty())
         return reparo;
     CElaboracion elaboracion(ensayo.Suyos(), opciones);
-    std::string reparo = elaboracion.Contrasta(ensayo);
+    std::string reparo = elaboracion.Contrasta(ensayo, std::move(antes));
     if (reparo.empty())
         elaboracion.Hace(pagina, firma, resultado);
     return reparo;

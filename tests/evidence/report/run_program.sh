@@ -145,6 +145,16 @@ status 0 "$informe" --cambios hechos.csv tablas_de_verdad --contra tablas
 equal "changes" "$(wc -l < hechos.csv)" 5
 cmp cambios.csv hechos.csv || fail "the trial told other changes than the run made"
 rm -r de_verdad tablas_de_verdad
+# What a real run writes in the tables while a trial goes on hides no change.
+mkdir bin
+cp "$informe" bin
+cp -r tablas tablas_de_otro
+printf '#!/bin/sh\nsed -i 5d "%s"\nexec "%s" "$@"\n' "$work/tablas_de_otro/Parcelas.txt" "$campiva" > bin/campiva
+chmod +x bin/campiva
+status 0 bin/campiva-informe --ensayo --cambios cambios_aparte.csv dibujos/poligonos.txt --tablas tablas_de_otro
+cmp tablas/Parcelas.txt tablas_de_otro/Parcelas.txt > /dev/null && fail "nobody wrote the tables"
+cmp cambios.csv cambios_aparte.csv || fail "what is written while a trial goes on changes what it tells"
+rm -r bin tablas_de_otro cambios_aparte.csv
 try 0 sus_dibujos/poligonos.txt --tablas sus_tablas --conserva --crea --contra intercambio.txt
 grep -q 'Cambios contra intercambio.txt: sin cambios' stdout || fail "the trial of what agrees changes something"
 # Rows of subparcels that "Modificar" would drop are no part of a parcel that changes.
