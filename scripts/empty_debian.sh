@@ -21,7 +21,9 @@ start_debian() {
   apt-config dump | grep -E '^Acquire::(https?|Check|Retries)' > "$2/etc/apt/apt.conf.d/90host" || true
   echo force-unsafe-io > "$2/etc/dpkg/dpkg.cfg.d/fast" # it is thrown away
   cp -L /etc/resolv.conf "$2/etc/"
-  mount -t proc proc "$2/proc" && mount --bind /dev "$2/dev" && mount --bind /dev/pts "$2/dev/pts"
+  # Its devices are its own: who takes away by hand what a killed script has left takes none of this machine's.
+  mount -t proc proc "$2/proc" && mount -t devpts -o newinstance,ptmxmode=666 devpts "$2/dev/pts" &&
+    mount -t tmpfs -o mode=1777 shm "$2/dev/shm"
 }
 
 # inside FOLDER COMMAND...: by a new user, whose environment says nothing.
@@ -32,7 +34,7 @@ inside() {
 # end_debian FOLDER: takes the system away. What still runs there keeps nothing of this machine's own.
 end_debian() {
   local mounted
-  for mounted in dev/pts dev proc; do
+  for mounted in dev/shm dev/pts proc; do
     ! mountpoint -q "$1/$mounted" || umount "$1/$mounted" || umount -l "$1/$mounted"
   done
   rm -rf --one-file-system "$1"

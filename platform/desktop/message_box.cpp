@@ -173,7 +173,7 @@ int MuestraCaja(wxWindow* padre, const wxString& texto, const wxString& titulo, 
     // A process that is to end waits for nobody's answer.
     wxTimer mirada(&caja);
     caja.Bind(wxEVT_TIMER, [&caja, flags](wxTimerEvent&) {
-        if (sistema::HayQueAcabar())
+        if (caja.IsModal() && sistema::HayQueAcabar()) // and nobody has just answered
             caja.EndModal(Botones(flags).back().respuesta);
     });
     mirada.Start(kEntreMiradas);
