@@ -252,8 +252,6 @@ case_stop() {
   stored CampivaAVexa ArchivoEntrada=larga.txt
 }
 
-# A run that emptied the tables, as its list is another municipality's, tells it and what it kept in a box,
-# to the last word.
 # Whoever ends a session finds no box that keeps the program from its end.
 case_told_to_end() {
   head -c -9 "$samples/villanueva.txt" > "$work/run/cortada.txt" # so that there are observations, too
@@ -266,6 +264,9 @@ case_told_to_end() {
   kill -s TERM "$program_pid"
   ended 143
 }
+
+# A run that emptied the tables, as its list is another municipality's, tells it and what it kept in a box,
+# to the last word.
 case_observations() {
   local folder=$(printf 'municipios_de_la_provincia_%d/' 1 2 3) fresh=$work/fresh
   mkdir -p "$work/run/$folder" "$fresh"
