@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <cstring>
 #include <string_view>
 #include <type_traits>
@@ -36,6 +37,22 @@ inline void Pon(char& campo, std::string_view texto)
         campo = texto.front();
 }
 
+/// The same of a column in which a number that passes 32 bits has room.
+inline void PonLargo(int& campo, std::string_view texto, CDatosLinea& datos)
+{
+    const std::int64_t numero = LeeEnteroLargo(texto);
+    campo = static_cast<int>(numero);
+    datos.pasan |= numero != campo;
+}
+
+template <class R>
+constexpr bool PuedePasar(const CColumna<R>& columna)
+{
+    constexpr int kSiempreCaben = 9; // digits
+    return std::max({int{columna.catastro.ancho}, int{columna.lista.ancho},
+                     AnchoDe(columna.tabla)}) > kSiempreCaben;
+}
+
 /// The text without the blanks that fill its field up, which are most of a name's.
 inline std::string_view SinRelleno(std::string_view texto)
 {
@@ -66,7 +83,9 @@ void PonCampo(std::string_view texto, R& registro, CDatosLinea& datos)
     if constexpr (Tabla[I].pierde == Blancos::DelEntorno)
         while (texto.starts_with(' '))
             texto.remove_prefix(1);
-    if constexpr (kDelRegistro<Tabla, I, R>)
+    if constexpr (std::is_same_v<C, int R::*const> && PuedePasar(Tabla[I]))
+        PonLargo(registro.*kCampo, texto, datos);
+    else if constexpr (kDelRegistro<Tabla, I, R>)
         Pon(registro.*kCampo, texto);
     else if constexpr (std::is_invocable_v<C, CDatosLinea&>)
         Pon(datos.*kCampo, texto);

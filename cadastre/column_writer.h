@@ -22,6 +22,7 @@ struct CTrozo {
     CMiembroDe<R> campo;
     CForma forma;
     std::size_t huecos = 0; ///< blanks, or a tab, in front of it
+    bool entero = false;    ///< a text that nobody expects to be cut there
 };
 
 /// The pieces of a line in the order in which they are written.
@@ -30,14 +31,17 @@ struct CFormatoLinea {
     char hueco = ' ';
     std::array<CTrozo<R>, N> trozos{};
     std::size_t cuantos = 0;
-    std::size_t cola = 0; ///< blanks behind the last one
+    std::size_t cola = 0;  ///< blanks behind the last one
+    std::size_t ancho = 0; ///< of a record; a row has none
 
     constexpr const CTrozo<R>& operator[](std::size_t i) const { return trozos[i]; }
 
-    constexpr void Añade(int orden, const CMiembroDe<R>& campo, const char* forma)
+    constexpr void Añade(int orden, const CMiembroDe<R>& campo, const char* forma,
+                         int anchoEnTabla = 0)
     {
         std::string_view texto = forma;
-        const CTrozo<R> trozo{orden, campo, AnalizaForma(texto)};
+        CTrozo<R> trozo{orden, campo, AnalizaForma(texto)};
+        trozo.entero = anchoEnTabla <= trozo.forma.precision;
         if (trozo.forma.tipo == '\0' || !texto.empty())
             throw "the form of a column is one form and nothing else";
         std::size_t i = cuantos++;
@@ -67,7 +71,8 @@ constexpr CFormatoLinea<R, N> RegistroFijo(const std::array<CColumna<R>, N>& tab
     CFormatoLinea<R, N> formato;
     for (const CColumna<R>& columna : tabla)
         if (columna.escrita.columna >= 0)
-            formato.Añade(columna.escrita.columna, columna.campo, columna.escrita.forma);
+            formato.Añade(columna.escrita.columna, columna.campo, columna.escrita.forma,
+                          AnchoDe(columna.tabla));
     int hasta = 0;
     for (std::size_t i = 0; i < formato.cuantos; ++i) {
         CTrozo<R>& trozo = formato.trozos[i];
@@ -79,6 +84,7 @@ constexpr CFormatoLinea<R, N> RegistroFijo(const std::array<CColumna<R>, N>& tab
     if (hasta > ancho)
         throw "the written columns pass the record's width";
     formato.cola = static_cast<std::size_t>(ancho - hasta);
+    formato.ancho = static_cast<std::size_t>(ancho);
     return formato;
 }
 
@@ -168,6 +174,22 @@ void EnCadaTrozo(const R& registro, const CDatosLinea& datos, F f)
     (std::make_index_sequence<Formato.cuantos>());
 }
 
+/// Tells whether a record that came out `largo` characters long has room for what it holds: no
+/// value made it wider, and no text lost more than blanks. Of texts for which tables have more room
+/// than records have nobody expects that.
+template <const auto& Formato, class R>
+bool Cabe(std::size_t largo, const R& registro, const CDatosLinea& datos)
+{
+    bool cabe = largo <= Formato.ancho;
+    EnCadaTrozo<Formato>(registro, datos, [&]<class V>(auto trozo, const V& valor) {
+        constexpr auto kHasta = static_cast<std::size_t>(Formato[trozo].forma.precision);
+        if constexpr (std::is_same_v<V, CString> && Formato[trozo].entero)
+            if (const std::string_view texto = valor; texto.size() > kHasta)
+                cabe &= texto.find_first_not_of(' ', kHasta) == std::string_view::npos;
+    });
+    return cabe;
+}
+
 } // namespace columnas
 
 /// Most bytes that the line may take, without a line end.
@@ -208,19 +230,26 @@ char* PonLinea(char* destino, const R& registro, const CDatosLinea& datos)
 }
 
 /// Appends the line, without a line end.
+/// \return false where the record lacks room for what it holds
 template <const auto& Formato, class R>
-void AnexaLinea(std::string& texto, const R& registro, const CDatosLinea& datos)
+[[nodiscard]] bool AnexaLinea(std::string& texto, const R& registro, const CDatosLinea& datos)
 {
     const std::size_t antes = texto.size();
     texto.resize(antes + Cota<Formato>(registro, datos));
     const char* const fin = PonLinea<Formato>(texto.data() + antes, registro, datos);
     texto.resize(static_cast<std::size_t>(fin - texto.data()));
+    return columnas::Cabe<Formato>(texto.size() - antes, registro, datos);
 }
 
-/// Writes one line. Raises CFileException.
+/// Writes one line; the file notes a record that lacks room for what it holds. Raises
+/// CFileException.
 template <const auto& Formato, class R>
 void GrabaLinea(CStdioFile& fichero, const R& registro, const CDatosLinea& datos)
 {
     char* const linea = fichero.EmpiezaLinea(Cota<Formato>(registro, datos));
-    fichero.AcabaLinea(PonLinea<Formato>(linea, registro, datos));
+    const char* const fin = PonLinea<Formato>(linea, registro, datos);
+    if constexpr (Formato.ancho > 0)
+        if (!columnas::Cabe<Formato>(static_cast<std::size_t>(fin - linea), registro, datos))
+            fichero.AnotaDesborde();
+    fichero.AcabaLinea(fin);
 }

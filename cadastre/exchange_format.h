@@ -7,6 +7,7 @@
 #include <variant>
 
 #include "platform/cstring.h"
+#include "platform/format.h"
 #include "vexa_libs/ccadena.h"
 
 // How a record stands in a line. Each record class has one table of columns beside it, from which
@@ -49,6 +50,7 @@ struct CDatosLinea {
     int cSing = 0;       ///< a character given by its number
     double jornadas = 0; ///< days, where the record holds hundredths
     bool faltan = false; ///< a row lacked one of these values that it should have
+    bool pasan = false;  ///< a number passed 32 bits, and another one was read
 
     /// Puts a surface in square metres into the three fields.
     void PonSuperficie(int superficie);
@@ -81,6 +83,13 @@ struct CCampoTabla {
     const char* forma = "";
     bool obligado = false; ///< a row without it is no record, or tells that it lacks it
 };
+
+/// How wide the field is written; 0 for one that has no form.
+constexpr int AnchoDe(const CCampoTabla& campo)
+{
+    std::string_view forma = campo.forma;
+    return forma.empty() ? 0 : AnalizaForma(forma).ancho;
+}
 
 /// Marks fields that a row must have.
 inline constexpr bool kObligado = true;

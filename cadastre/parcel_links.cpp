@@ -105,22 +105,25 @@ void CParcela::GrabaRegistrosCT(CStdioFile& fichero, short ger, short mun, short
     std::string& texto = fichero.Borrador();
     CDatosLinea datos = DatosDe(*this, ger, mun, emenor);
     int escritos = 0;
+    bool caben = true;
     for (const CCotitular& vinculo : m_cotitulares) {
         if (vinculo.orden == kOrdenPrincipal)
             continue;
         if (escritos++ % kGruposPorRegistro == 0) {
             if (datos.numRegistro++ > 0)
                 texto += kFinRegistro;
-            AnexaLinea<kCabeceraCT>(texto, vinculo, datos);
+            caben &= AnexaLinea<kCabeceraCT>(texto, vinculo, datos);
         }
         datos.numImputa = NumOrdenDe(vinculo, titulares);
-        AnexaLinea<kGrupoCT>(texto, vinculo, datos);
+        caben &= AnexaLinea<kGrupoCT>(texto, vinculo, datos);
     }
     // Counted from the links and not from the groups: without a main link, or with two of them, the
     // last record doesn't come out at nine.
     for (int i = vinculos - 1; i < datos.numRegistro * kGruposPorRegistro; ++i)
         texto += kGrupoVacio;
     texto += kFinRegistro;
+    if (!caben)
+        fichero.AnotaDesborde();
     fichero.WriteString(texto);
 }
 

@@ -85,6 +85,7 @@ void CCampivaAVexaDlg::OnOK()
     int numWarnings = 0;
     m_lineas = CMiraLineas(TipoEntrada);
     m_deOtro = 0;
+    m_pasan = 0;
     const auto registros = std::make_shared<CBaseCatastro>(0);
     CBaseCatastro& base = *registros;
     ActivaControles(false);
@@ -111,6 +112,8 @@ void CCampivaAVexaDlg::ObservaEntrada(CStdioFile& entrada, const CBaseCatastro& 
         Sospecha(observaciones::kTabuladores, ArchivoEntrada, m_lineas.ConTabulador());
     if (m_deOtro > 0)
         Sospecha(observaciones::kOtraUltima, ArchivoEntrada, m_deOtro, m_ultimo);
+    if (m_pasan > 0)
+        Sospecha(observaciones::kNumerosQuePasan, ArchivoEntrada, m_pasan);
     if (base.NumParcelas() == 0 && base.NumTitulares() > 0)
         Sospecha(observaciones::kSinParcelas, ArchivoEntrada);
     const auto sospecha = [&](const char* observacion) { Sospecha(observacion, ArchivoEntrada); };

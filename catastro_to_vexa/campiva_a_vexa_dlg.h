@@ -79,6 +79,7 @@ private:
     CMiraLineas m_lineas{0}; ///< that this run has read
     int m_deOtro = 0; ///< its parcels whose lines name another municipality than the last line
     int m_ultimo = 0; ///< the municipality of that
+    int m_pasan = 0;  ///< its lines with a number that passes 32 bits
 };
 
 /// Checks a database that was read, and tells the log of parcels without subparcels, or else

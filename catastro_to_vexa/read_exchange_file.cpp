@@ -190,6 +190,7 @@ bool CCampivaAVexaDlg::AsientaParcelas(CLecturaCatastro& lectura)
         CParcela parcela;
         CDatosLinea datos;
         parcela.Lee(lectura.parcelasLeidas.Primera(), kModoCatastro, datos);
+        m_pasan += datos.pasan ? 1 : 0;
         CVinculoParcela& vinculo = lectura.vinculosParcela.emplace_back();
         vinculo.numImputa = datos.numImputa;
         vinculo.Tit = datos.Tit;

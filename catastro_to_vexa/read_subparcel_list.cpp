@@ -20,7 +20,8 @@ struct CLecturaLista {
     CAvisos avisos;
     CActual titular;
     CActual parcela;
-    CString Tit; ///< of the last parcel line that was long enough to tell it
+    CString Tit;   ///< of the last parcel line that was long enough to tell it
+    int pasan = 0; ///< lines with a number that passes 32 bits
 };
 
 void TomaTitular(std::string_view linea, int municipio, CLecturaLista& lectura)
@@ -39,6 +40,7 @@ void TomaParcela(std::string_view linea, int municipio, CLecturaLista& lectura)
     datos.Tit = lectura.Tit;
     parcela.Lee(linea, kModoLista, datos);
     lectura.Tit = datos.Tit;
+    lectura.pasan += datos.pasan ? 1 : 0;
     CParaje paraje(datos.nombreParaje);
     paraje.NumOrden = static_cast<short>(suyo.Parajes().size());
     parcela.paraje = suyo.InsertaParaje(paraje);
@@ -50,7 +52,9 @@ void TomaSubparcela(std::string_view linea, CLecturaLista& lectura)
     if (lectura.parcela.indice < 0)
         return;
     CSubparcela subparcela;
-    subparcela.Lee(linea, kModoLista);
+    CDatosLinea datos;
+    subparcela.Lee(linea, kModoLista, datos);
+    lectura.pasan += datos.pasan ? 1 : 0;
     const CString letra = subparcela.letra;
     const int superfic = subparcela.superfic;
     const auto& [municipio, i] = lectura.parcela;
@@ -85,7 +89,7 @@ void TomaLinea(std::string_view linea, CLecturaLista& lectura)
 void CCampivaAVexaDlg::LeeListaSubparcelas(CBaseCatastro& base, CStdioFile* entrada,
                                            CStdioFile* log, int* numErrores, int* numWarnings)
 {
-    CLecturaLista lectura{base, {*log, *numErrores, *numWarnings}, {}, {}, {}};
+    CLecturaLista lectura{base, {*log, *numErrores, *numWarnings}, {}, {}, {}, 0};
     Fase(IDS_LEYENDO_BASE);
     const std::uint64_t longitud = entrada->GetLength();
     char bufer[kLineaLista + 1];
@@ -103,6 +107,7 @@ void CCampivaAVexaDlg::LeeListaSubparcelas(CBaseCatastro& base, CStdioFile* entr
         TomaLinea(linea, lectura);
         m_lineas.Toma(linea);
     }
+    m_pasan = lectura.pasan;
     Fase(IDS_ASIGNANDO_TITULARIDAD);
     base.ReparteParticipaciones();
 }

@@ -71,7 +71,7 @@ void Leetira(std::string_view tira, std::span<std::string_view> campos)
         campo = TomaCampo(tira, sigue);
 }
 
-int LeeEnteroConSigno(std::string_view texto)
+std::int64_t LeeEnteroConSigno(std::string_view texto)
 {
     const char* c = texto.data();
     const char* const fin = c + texto.size();
@@ -80,10 +80,10 @@ int LeeEnteroConSigno(std::string_view texto)
     const bool negativo = c != fin && *c == '-';
     if (negativo || (c != fin && *c == '+'))
         ++c;
-    std::uint32_t valor = 0;
+    std::uint64_t valor = 0;
     for (; c != fin && *c >= '0' && *c <= '9'; ++c)
-        valor = valor * 10U + static_cast<std::uint32_t>(*c - '0');
-    return static_cast<int>(negativo ? 0U - valor : valor);
+        valor = valor * 10U + static_cast<std::uint64_t>(*c - '0');
+    return static_cast<std::int64_t>(negativo ? 0U - valor : valor);
 }
 
 double LeeReal(std::string_view texto)

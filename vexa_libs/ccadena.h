@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <span>
 #include <string_view>
+#include <type_traits>
 
 #include "platform/cstring.h"
 
@@ -29,20 +30,29 @@ public:
 void Leetira(std::string_view tira, std::span<std::string_view> campos);
 
 /// A decimal number as `atoi` reads it: leading white space, one sign, digits, 0 if there are none.
-/// What passes 32 bits wraps.
-int LeeEnteroConSigno(std::string_view texto);
+/// What passes 64 bits wraps.
+std::int64_t LeeEnteroConSigno(std::string_view texto);
 
-/// The same; most texts are digits alone.
-inline int LeeEntero(std::string_view texto)
+/// The same; most texts are digits alone. What passes the bits of `T` wraps.
+template <class T>
+T LeeEnteroDe(std::string_view texto)
 {
-    std::uint32_t valor = 0;
+    std::make_unsigned_t<T> valor = 0;
     for (const char c : texto) {
         const std::uint32_t cifra = static_cast<unsigned char>(c) - std::uint32_t{'0'};
         if (cifra > 9)
-            return LeeEnteroConSigno(texto);
+            return static_cast<T>(LeeEnteroConSigno(texto));
         valor = valor * 10U + cifra;
     }
-    return static_cast<int>(valor);
+    return static_cast<T>(valor);
+}
+inline int LeeEntero(std::string_view texto)
+{
+    return LeeEnteroDe<int>(texto);
+}
+inline std::int64_t LeeEnteroLargo(std::string_view texto)
+{
+    return LeeEnteroDe<std::int64_t>(texto);
 }
 
 /// A real number with a decimal point, whatever the locale; 0 where the text begins with none.

@@ -69,6 +69,7 @@ void CVexaACampiva2Dlg::ObservaFilas()
                          {vale ? tabla->incompletas : 0, observaciones::kFilasIncompletas},
                          {vale ? tabla->sinMunicipio : 0, observaciones::kFilasSinMunicipio},
                          {tabla->repetidas, observaciones::kFilasRepetidas},
+                         {tabla->pasan, observaciones::kNumerosQuePasan},
                          {tabla->conComillas, observaciones::kEntreComillas},
                          {tabla->conResto, observaciones::kNumerosConResto}};
         for (const auto& [cuantas, forma] : deAlgunas)

@@ -262,6 +262,7 @@ void CVexaACampiva2Dlg::TomaParcela(std::string_view fila, const CAvisos& avisos
     m_vistas.parcelas.incompletas += leida && !datos.faltan ? 0 : 1;
     if (datos.faltan)
         return;
+    m_vistas.parcelas.pasan += datos.pasan ? 1 : 0;
     m_vistas.parcelas.conResto += TieneResto<kColumnasParcela>(fila) ? 1 : 0;
     const int titular = municipio.BuscaTitularNumOrden(datos.numImputa);
     if (titular < 0)
@@ -303,6 +304,7 @@ bool CVexaACampiva2Dlg::LeeSubparcelas(CStdioFile* log, int* numErrores, int* nu
             CDatosLinea datos;
             const bool leida = subparcela.Lee(fila, kModoTabla, datos);
             vista.incompletas += leida ? 0 : 1;
+            vista.pasan += datos.pasan ? 1 : 0;
             vista.conResto += TieneResto<kColumnasSubparcela>(fila) ? 1 : 0;
             int i = kNoEncontrado;
             if (!municipio->BuscaParcela(datos.Polig, datos.Parcela, i)) {

@@ -144,9 +144,11 @@ bool CVexaACampiva2Dlg::GrabaSalida(CBaseCatastro& base, const CString& nombreR,
     base.GrabaCotitulares(r, kFijo);
     base.GrabaSubparcelas(r, kFijo);
     base.GrabaParajes(r, kFijo);
+    ObservaDesbordes(r, nombreR);
     r.Close();
     if (CStdioFile m; CreaSalida(m, nombreM, cajas::kNoSeCrea, Entradas())) {
         base.GrabaModulos(m, kFijo);
+        ObservaDesbordes(m, nombreM);
         m.Close();
     }
     if (Modificar != 0)

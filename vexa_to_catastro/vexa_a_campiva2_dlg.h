@@ -74,6 +74,7 @@ private:
         int deOtraGer = 0;     ///< those of the municipality's number in another province
         int repetidas = 0;     ///< those of a parcel that an earlier one has made
         int conResto = 0;      ///< those with a number of which only the beginning is read
+        int pasan = 0;         ///< those with a number that passes 32 bits
         int conComillas = 0;   ///< those with a text in quotes
         int sueltas = 0;       ///< those that name a holder or a place that isn't there
         int dejadas = 0;       ///< those that became no record, which the log tells one by one

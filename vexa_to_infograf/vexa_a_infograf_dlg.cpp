@@ -50,6 +50,7 @@ void CVexaAInfografDlg::OnOK()
     ActivaControles(false);
     GrabaInfograf(&csp, entradas, carpeta);
     Log().Close();
+    ObservaDesbordes(csp, salida);
     csp.Close();
     ConfirmaSalidas();
     AcabaProceso();

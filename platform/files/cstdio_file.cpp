@@ -81,6 +81,7 @@ void CStdioFile::AcabaLinea(const char* fin)
     if (linea.find('\n') == std::string_view::npos) {
         std::memcpy(m_compuesta + linea.size(), kFinLinea.data(), kFinLinea.size());
         Escritor().Escrito(linea.size() + kFinLinea.size());
+        ++m_lineas;
         return;
     }
     Borrador().append(linea) += '\n'; // a line end among its characters is one like any other
@@ -95,6 +96,7 @@ void CStdioFile::WriteString(std::string_view texto)
         if (fin == std::string_view::npos)
             return;
         Escritor().Escribe(kFinLinea);
+        ++m_lineas;
         texto.remove_prefix(fin + 1);
     }
 }

@@ -26,9 +26,22 @@ public:
 
     /// Gives room in the buffer for a line of up to `cota` characters, so that it is composed
     /// where it is written from. `AcabaLinea` is told where the line ends and adds the line end.
-    /// Nothing else may be asked of the file between the two. Both raise CFileException.
+    /// Nothing else may be written to the file between the two. Both raise CFileException.
     char* EmpiezaLinea(std::size_t cota);
     void AcabaLinea(const char* fin);
+
+    /// Lines that were written with something that has no room in its column.
+    struct CDesbordes {
+        int cuantos = 0;
+        int primero = 0; ///< the first one's number in the file, from 1
+    };
+    /// Notes that the line that comes next, or ends next, is such a one.
+    void AnotaDesborde()
+    {
+        if (++m_desbordes.cuantos == 1)
+            m_desbordes.primero = m_lineas + 1;
+    }
+    const CDesbordes& Desbordes() const { return m_desbordes; }
 
     /// An empty text for whoever composes something before it is written here. It keeps its memory
     /// from one use to the next, so that writing a row costs no allocation. The next call, and
@@ -40,6 +53,8 @@ public:
     }
 
 private:
+    int m_lineas = 0; // that were written
+    CDesbordes m_desbordes;
     char* m_compuesta = nullptr; // the line that is being composed
     std::string m_borrador;
     std::string m_linea;

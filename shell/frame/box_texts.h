@@ -91,6 +91,9 @@ inline constexpr const char* kFilasDeOtraGer =
     "En %s hay filas de otra provincia que la de la lista, %d. Se han leído como del municipio"_ansi;
 inline constexpr const char* kFilasRepetidas =
     "En %s hay filas de parcelas que ya tienen otra, %d. Vale la primera"_ansi;
+inline constexpr const char* kNumerosQuePasan =
+    "En %s hay registros con un valor o una superficie de más de 2147483647, %d, que se han leído "
+    "mal"_ansi;
 inline constexpr const char* kNumerosConResto =
     "En %s hay filas con números que llevan coma o puntos de millares, %d. Se han leído sin lo que va detrás"_ansi;
 inline constexpr const char* kPoligonosDeMas =
@@ -123,6 +126,9 @@ inline constexpr const char* kRotulosPartidos =
     "escriben. Corríjalos en el dibujo"_ansi;
 inline constexpr const char* kOtroDibujo =
     "De la entrada %s se ha leído %s: lo que va tras el último punto se toma por extensión"_ansi;
+inline constexpr const char* kDesbordes =
+    "En %s hay registros con algún dato que no cabe en su columna, %d, desde la línea %d. Va "
+    "cortado, o corre lo que va detrás"_ansi;
 inline constexpr const char* kDetenido = "El proceso se detuvo: lo escrito no está completo"_ansi;
 
 } // namespace observaciones

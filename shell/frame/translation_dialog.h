@@ -122,6 +122,9 @@ protected:
     /// Raises CFileException as CFile::Open does.
     bool CreaSalida(CStdioFile& fichero, const CString& nombre, const char* queja,
                     const std::vector<CString>& entradas = {});
+    /// Says of an output how many of its records have something that has no room in its column,
+    /// where some do: whoever reads them by columns reads something else than the run knew.
+    void ObservaDesbordes(const CStdioFile& salida, const CString& nombre);
     /// All outputs that were created take their places; an input that another program has written
     /// meanwhile is told before. Raises CFileException, with all targets as they were, where one of
     /// them can't.

@@ -182,6 +182,12 @@ bool CTraduccionDlg::CreaSalida(CStdioFile& fichero, const CString& nombre, cons
     return false;
 }
 
+void CTraduccionDlg::ObservaDesbordes(const CStdioFile& salida, const CString& nombre)
+{
+    if (const auto& [cuantos, primero] = salida.Desbordes(); cuantos > 0)
+        Observa(observaciones::kDesbordes, nombre, cuantos, primero);
+}
+
 void CTraduccionDlg::SospechaPagina(const ansi::CMiraPagina& pagina, const CString& archivo)
 {
     if (pagina.TodasEnUtf8())

@@ -18,6 +18,12 @@ std::string Veces(int veces, const std::string& linea)
 
 const std::string kBuena = "PJ045127   00001LA ERA" + std::string(30, ' ');
 
+/// The line with something else at a column.
+std::string Con(std::string linea, std::size_t columna, std::string_view texto)
+{
+    return linea.replace(columna, texto.size(), texto) + "\r\n";
+}
+
 const std::string kParcela = "PR045127" + std::string(100, ' ');
 
 } // namespace
@@ -104,6 +110,13 @@ TEST(EntradaSospechosa, IsToldBehindTheSummaryAndKeepsWhatItsTablesReplace)
         {"holders without a parcel",
          Veces(1, "TL045127   0000001" + std::string(100, ' ')) + Veces(1, kBuena), 0,
          "hay titulares, y ninguna parcela que se haya podido leer"},
+        {"values that have room in 32 bits, and one that hasn't",
+         Veces(1, kBuena) + Con(kParcela, 30, "002147483647") + Con(kParcela, 30, "002147483648"),
+         0, "un valor o una superficie de más de 2147483647, 1, que se han leído mal"},
+        {"surfaces of a list",
+         Veces(1, relacion) + Con(relacion, 67, "2147483647") + Con(relacion, 67, "4294967297") +
+             Con(relacion, 21, "00100001") + Con("33" + relacion.substr(2), 77, "9999999999"),
+         1, "un valor o una superficie de más de 2147483647, 2, que se han leído mal"},
         {"parcels of one municipality", kBuena + "\r\n" + Veces(2, kParcela), 0, ""},
         {"a last line that is none", kBuena + "\r\n" + Veces(2, kParcela) + "FIN", 0,
          "hay parcelas, 2, de otro municipio que el de su última línea, 000, que es donde se han "

@@ -480,6 +480,22 @@ TEST_F(Cruce, TellsRowsThatAreReadOtherwiseThanTheySeemOrNotAtAll)
          1,
          hay + "con números que llevan coma o puntos de millares, 1. Se han leído sin lo que va "
                "detrás"},
+        {"values and surfaces that have room in 32 bits, and one that hasn't",
+         "Parcelas",
+         {una,
+          Fila({"045", "127", "0", "1", "2", "2147483647", "-2147483648", "", "1", "PR", "100",
+                "HOJA", "", "", "1", " "}),
+          Fila({"045", "127", "0", "1", "3", "   3", "   2147483648", "", "1", "PR", "100", "HOJA",
+                "", "", "1", " "})},
+         1,
+         "En Parcelas.txt hay registros con un valor o una superficie de más de 2147483647, 1, que "
+         "se han leído mal"},
+        {"a surface that hasn't room in 64 bits",
+         "Subparcelas",
+         {Fila({"045", "127", "0", "1", "1", "a", "", "S", "99999999999999999999"})},
+         0,
+         "En Subparcelas.txt hay registros con un valor o una superficie de más de 2147483647, 1, "
+         "que se han leído mal"},
         {"a share with decimals",
          "Cotitulares",
          {vinculo("33,33") + "\r\n"},

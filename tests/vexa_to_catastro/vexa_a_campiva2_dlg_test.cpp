@@ -51,6 +51,67 @@ TEST_F(Cruce, TellsWhichOutputsItCannotCreate)
     }
 }
 
+TEST_F(Cruce, TellsRecordsThatLackRoomForWhatTheyHold)
+{
+    const auto titular = [](const std::string& numero, const std::string& nombre,
+                            const std::string& dni, const std::string& via = "") {
+        return Fila({"045", "127", numero, nombre, " ", dni, "", "", "", "", "CL", via});
+    };
+    const auto parcela = [](const std::string& hoja, const std::string& paraje = "1") {
+        return Fila({"045", "127", "0", "1", "7", "3", "", "", "2", "PR", "100", hoja, "", "",
+                     paraje, " "});
+    };
+    const auto modulo = [](const std::string& evalua) {
+        return Fila({"045", "127", "LR", "1", "LABOR", evalua, "0"});
+    };
+    const auto vinculo = [](const std::string& parte) {
+        return Fila({"045", "127", "0", "1", "1", "2", "PR", parte});
+    };
+    const std::string nombre(60, 'N');
+    const struct {
+        const char* motivo;
+        std::string tabla;
+        std::string fila;
+        std::string dice;
+    } casos[] = {
+        {"all that has room", "Titulares", titular("9999999", nombre, "12345678"), ""},
+        {"a longer name", "Titulares", titular("3", nombre + "N", "1"), "R, 1, desde la línea 3"},
+        {"blanks behind a name", "Titulares", titular("3", nombre + "   ", "1"), ""},
+        {"a letter behind the DNI", "Titulares", titular("3", "ANA", "12345678Z"),
+         "R, 1, desde la línea 3"},
+        {"blanks behind it", "Titulares", titular("3", "ANA", "12345678  "), ""},
+        {"a street, for which records have less room than tables", "Titulares",
+         titular("3", "ANA", "1", "AVENIDA DE LA CONSTITUCION"), ""},
+        {"a number that is too long", "Titulares", titular("12345678", "ANA", "1"),
+         "R, 1, desde la línea 3"},
+        {"a sheet's name", "Parcelas", parcela("HOJA 123456"), "R, 1, desde la línea 4"},
+        {"the longest that has room", "Parcelas", parcela("HOJA 12345"), ""},
+        {"a co-holder's share", "Cotitulares", vinculo("123456"), "R, 1, desde la línea 4"},
+        {"one that has room", "Cotitulares", vinculo("12345"), ""},
+        {"a module's number", "Modulos", modulo("1234567"), "M, 1, desde la línea 1"},
+    };
+    Parcela("1", "3");
+    lista = "TREN 045127\r\n";
+    for (const auto& caso : casos) {
+        SCOPED_TRACE(caso.motivo);
+        tablas[caso.tabla].push_back(caso.fila);
+        Ejecuta(0, 1);
+        tablas[caso.tabla].pop_back();
+        Textos dicho;
+        for (const CString& una : aplicacion.guion.escritos.observaciones)
+            if (const std::string texto = carpeta.SinRuta(ansi::AUtf8(una));
+                texto.find("no cabe") != std::string::npos)
+                dicho.push_back(texto);
+        const std::string donde = caso.dice.substr(0, caso.dice.find(','));
+        EXPECT_EQ(dicho, caso.dice.empty()
+                             ? Textos{}
+                             : Textos{"En 045127." + donde +
+                                      " hay registros con algún dato que no cabe en su columna" +
+                                      caso.dice.substr(donde.size()) +
+                                      ". Va cortado, o corre lo que va detrás"});
+    }
+}
+
 TEST_F(Cruce, NoOutputFallsOnTheList)
 {
     lista = "TREN 045127\r\n";

@@ -274,6 +274,9 @@ TEST_F(Infograf, TellsWhatATopologyPointsToInVainAndLabelsThatPartRows)
         {"a tab in a sheet's name", 0, 0, "06\t29", "1",
          "En ortos.BIN hay rótulos con un tabulador o un fin de línea, 1, que parten las filas "
          "donde se escriben. Corríjalos en el dibujo"},
+        {"a sheet's name that is too long", 0, 0, "HOJA 123456", "1",
+         "En 045127.CSP hay registros con algún dato que no cabe en su columna, 1, desde la línea "
+         "2. Va cortado, o corre lo que va detrás"},
         {"an entry with a point, and a drawing of that name", 0, 0, "HOJA", "1.bis",
          "De la entrada 1.bis se ha leído 1.BIN: lo que va tras el último punto se toma por "
          "extensión"},

@@ -164,6 +164,16 @@ CPerdidas CBalanceDibujo::DeTablaSinEscribir() const
     return suyas;
 }
 
+CPerdidas CBalanceDibujo::DelDibujoSolo() const
+{
+    CPerdidas suyas = sinEscribir;
+    std::erase_if(suyas, [&](const auto& una) {
+        const auto suya = m_superficies.find(una.first);
+        return suya != m_superficies.end() && suya->second.tabla;
+    });
+    return suyas;
+}
+
 void CBalanceDibujo::Halla(const CPoligonoDibujado& poligono, ClaseTopologia clase,
                            const CVariosDibujos& varios)
 {

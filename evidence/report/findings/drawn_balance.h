@@ -80,6 +80,8 @@ public:
     std::int64_t Perdida() const;
     /// Square metres that the tables have of parcels that weren't written.
     CPerdidas DeTablaSinEscribir() const;
+    /// Square metres drawn of parcels that weren't written and that the tables know nothing of.
+    CPerdidas DelDibujoSolo() const;
     /// There are written surfaces to compare with.
     bool HayEscritas() const { return m_hayEscritas; }
 

@@ -70,6 +70,8 @@ std::vector<CContenido::CPerdida> CContenido::Perdidas() const
                            : perdida(dibujo->perdidas, "no cuentan, en ", " de varios recintos"));
     if (const CPerdidas deTabla = dibujo->DeTablaSinEscribir(); SumaMetros(deTabla) > 0)
         perdidas.push_back(perdida(deTabla, "no se escriben, de ", " de la tabla"));
+    if (const CPerdidas delDibujo = dibujo->DelDibujoSolo(); SumaMetros(delDibujo) > 0)
+        perdidas.push_back(perdida(delDibujo, "no se escriben, de ", " sin fila en la tabla"));
     return perdidas;
 }
 
@@ -95,6 +97,7 @@ CCifras CContenido::Cifras() const
     if (!dibujo || !dibujo->HayEscritas())
         return cifras;
     CPerdidas perdidas = dibujo->DeTablaSinEscribir();
+    perdidas.merge(dibujo->DelDibujoSolo());
     for (const auto& [parcela, metros] : dibujo->perdidas)
         perdidas[parcela] += metros;
     cifras.perdida = SumaMetros(perdidas);
