@@ -1,17 +1,20 @@
 """Packs files into an archive of one date, so that the same files make the same bytes.
 
-    pack.py ARCHIVE YYYY-MM-DD FOLDER FILE...
+    pack.py ARCHIVE YYYY-MM-DD FOLDER [FILE...]
 
-The files are named from the folder's parent, as the archive has them.
+The files, all that the folder has where none is named, have the folder's name in front in the archive.
 """
 
 import os
+import pathlib
 import sys
 import zipfile
 
 
 def main(archive, date, folder, *files):
     moment = (*map(int, date.split("-")), 0, 0, 0)
+    if not files:
+        files = [path.relative_to(folder).as_posix() for path in pathlib.Path(folder).rglob("*") if path.is_file()]
     with zipfile.ZipFile(archive, "w", zipfile.ZIP_DEFLATED) as packed:
         for name in sorted(files):
             entry = zipfile.ZipInfo(f"{os.path.basename(folder)}/{name}", moment)
