@@ -14,33 +14,33 @@
 
 namespace columnas {
 
-// The one place where a text becomes a field.
-inline void Pon(short& campo, std::string_view texto)
+// The one place where a text becomes a field. Behind a number nothing else should stand (`resto`).
+inline void Pon(short& campo, std::string_view texto, bool* resto)
 {
-    campo = static_cast<short>(LeeEntero(texto));
+    campo = static_cast<short>(LeeEntero(texto, resto));
 }
-inline void Pon(int& campo, std::string_view texto)
+inline void Pon(int& campo, std::string_view texto, bool* resto)
 {
-    campo = LeeEntero(texto);
+    campo = LeeEntero(texto, resto);
 }
-inline void Pon(double& campo, std::string_view texto)
+inline void Pon(double& campo, std::string_view texto, bool* resto)
 {
-    campo = LeeReal(texto);
+    campo = LeeReal(texto, resto);
 }
-inline void Pon(CString& campo, std::string_view texto)
+inline void Pon(CString& campo, std::string_view texto, bool* /*resto*/)
 {
     campo = texto;
 }
-inline void Pon(char& campo, std::string_view texto)
+inline void Pon(char& campo, std::string_view texto, bool* /*resto*/)
 {
     if (!texto.empty())
         campo = texto.front();
 }
 
 /// The same of a column in which a number that passes 32 bits has room.
-inline void PonLargo(int& campo, std::string_view texto, CDatosLinea& datos)
+inline void PonLargo(int& campo, std::string_view texto, CDatosLinea& datos, bool* resto)
 {
-    const std::int64_t numero = LeeEnteroLargo(texto);
+    const std::int64_t numero = LeeEnteroLargo(texto, resto);
     campo = static_cast<int>(numero);
     datos.pasan |= numero != campo;
 }
@@ -73,8 +73,9 @@ template <const auto& Tabla, std::size_t I, class R>
 inline constexpr bool kDelRegistro = std::is_invocable_v<decltype(kMiembro<Tabla, I>), R&>;
 
 /// Puts a text into the field of row `I` of a table. A fixed text takes none.
+/// \param resto  notes that a number goes on behind what is read of it; null for who doesn't ask
 template <const auto& Tabla, std::size_t I, class R>
-void PonCampo(std::string_view texto, R& registro, CDatosLinea& datos)
+void PonCampo(std::string_view texto, R& registro, CDatosLinea& datos, bool* resto = nullptr)
 {
     constexpr auto kCampo = kMiembro<Tabla, I>;
     using C = decltype(kCampo);
@@ -84,11 +85,11 @@ void PonCampo(std::string_view texto, R& registro, CDatosLinea& datos)
         while (texto.starts_with(' '))
             texto.remove_prefix(1);
     if constexpr (std::is_same_v<C, int R::*const> && PuedePasar(Tabla[I]))
-        PonLargo(registro.*kCampo, texto, datos);
+        PonLargo(registro.*kCampo, texto, datos, resto);
     else if constexpr (kDelRegistro<Tabla, I, R>)
-        Pon(registro.*kCampo, texto);
+        Pon(registro.*kCampo, texto, resto);
     else if constexpr (std::is_invocable_v<C, CDatosLinea&>)
-        Pon(datos.*kCampo, texto);
+        Pon(datos.*kCampo, texto, resto);
 }
 
 /// Calls `f` with each row's number of a table, known when the program is built.
@@ -156,7 +157,8 @@ constexpr std::size_t CamposDeFila(const std::array<CColumna<R>, N>& tabla)
 
 /// Reads the fields of a table row that aren't empty; the others stay as they are.
 /// \param datos  takes the values that stand beside the record, also where the result is false; its
-///               `faltan` becomes true if one of those that the row must have is empty
+///               `faltan` becomes true if one of those that the row must have is empty, its
+///               `resto` if a number of the row goes on behind what is read of it
 /// \return false, with the record as it was, if a field of the record that the row must have is
 ///         empty
 template <const auto& Tabla, class R>
@@ -180,7 +182,7 @@ bool LeeFila(std::string_view fila, R& registro, CDatosLinea& datos)
         if constexpr (kNumero >= 0)
             if (const std::string_view texto = campos[kNumero];
                 !texto.empty() && (completa || !columnas::kDelRegistro<Tabla, i, R>))
-                columnas::PonCampo<Tabla, i>(texto, registro, datos);
+                columnas::PonCampo<Tabla, i>(texto, registro, datos, &datos.resto);
     });
     return completa;
 }

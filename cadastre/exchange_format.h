@@ -51,6 +51,7 @@ struct CDatosLinea {
     double jornadas = 0; ///< days, where the record holds hundredths
     bool faltan = false; ///< a row lacked one of these values that it should have
     bool pasan = false;  ///< a number passed 32 bits, and another one was read
+    bool resto = false;  ///< of a row, a number went on behind what was read of it
 
     /// Puts a surface in square metres into the three fields.
     void PonSuperficie(int superficie);

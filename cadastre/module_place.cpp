@@ -14,9 +14,8 @@ constexpr auto kFilaParaje = FilaTabla(kColumnasParaje);
 
 } // namespace
 
-bool CModulo::Lee(std::string_view linea, int modo)
+bool CModulo::Lee(std::string_view linea, int modo, CDatosLinea& datos)
 {
-    CDatosLinea datos;
     if (modo == kModoTabla) {
         if (!LeeFila<kColumnasModulo>(linea, *this, datos))
             return false;
@@ -26,6 +25,12 @@ bool CModulo::Lee(std::string_view linea, int modo)
         LeeColumnas<kColumnasModulo, &CColumna<CModulo>::catastro>(CLineaFija(linea), *this, datos);
     }
     return true;
+}
+
+bool CModulo::Lee(std::string_view linea, int modo)
+{
+    CDatosLinea datos;
+    return Lee(linea, modo, datos);
 }
 
 void CModulo::Graba(CStdioFile& fichero, short ger, short mun, short emenor, bool fijo) const
@@ -38,13 +43,18 @@ void CModulo::Graba(CStdioFile& fichero, short ger, short mun, short emenor, boo
         GrabaLinea<kFilaModulo>(fichero, *this, datos);
 }
 
-bool CParaje::Lee(std::string_view linea, int modo)
+bool CParaje::Lee(std::string_view linea, int modo, CDatosLinea& datos)
 {
-    CDatosLinea datos;
     if (modo == kModoTabla)
         return LeeFila<kColumnasParaje>(linea, *this, datos);
     LeeColumnas<kColumnasParaje, &CColumna<CParaje>::catastro>(CLineaFija(linea), *this, datos);
     return true;
+}
+
+bool CParaje::Lee(std::string_view linea, int modo)
+{
+    CDatosLinea datos;
+    return Lee(linea, modo, datos);
 }
 
 bool CParaje::Lee(std::string_view linea)

@@ -5,6 +5,7 @@
 #include "platform/cstring.h"
 
 class CStdioFile;
+struct CDatosLinea;
 
 /// A value module of a municipality: a class and intensity with the figures that go with it.
 class CModulo {
@@ -18,6 +19,8 @@ public:
 
     /// Fills the fields from an MD line (`modo` 0) or a row of Modulos.txt (2).
     /// \return false, with the fields unset, only for a row without `Cal` or `Denominacion`
+    /// \param datos  takes what the row says beside the record
+    bool Lee(std::string_view linea, int modo, CDatosLinea& datos);
     bool Lee(std::string_view linea, int modo);
     /// Writes the MD record with `fijo`, else the table row. Raises CFileException.
     void Graba(CStdioFile& fichero, short ger, short mun, short emenor, bool fijo) const;
@@ -50,6 +53,8 @@ public:
 
     /// Fills the fields from a PJ line (`modo` 0) or a row of Parajes.txt (2).
     /// \return false, with the fields unset, only for a row without `NumOrden` or `Nombre`
+    /// \param datos  takes what the row says beside the record
+    bool Lee(std::string_view linea, int modo, CDatosLinea& datos);
     bool Lee(std::string_view linea, int modo);
     /// The same from a PJ line.
     bool Lee(std::string_view linea);

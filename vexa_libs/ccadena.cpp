@@ -71,27 +71,37 @@ void Leetira(std::string_view tira, std::span<std::string_view> campos)
         campo = TomaCampo(tira, sigue);
 }
 
-std::int64_t LeeEnteroConSigno(std::string_view texto)
+std::int64_t LeeEnteroConSigno(std::string_view texto, bool* resto)
 {
     const char* c = texto.data();
     const char* const fin = c + texto.size();
-    while (c != fin && (*c == ' ' || (*c >= '\t' && *c <= '\r')))
-        ++c;
+    const auto saltaBlancos = [&] {
+        while (c != fin && (*c == ' ' || (*c >= '\t' && *c <= '\r')))
+            ++c;
+    };
+    saltaBlancos();
     const bool negativo = c != fin && *c == '-';
     if (negativo || (c != fin && *c == '+'))
         ++c;
     std::uint64_t valor = 0;
     for (; c != fin && *c >= '0' && *c <= '9'; ++c)
         valor = valor * 10U + static_cast<std::uint64_t>(*c - '0');
+    if (c != fin && resto != nullptr) {
+        saltaBlancos();
+        *resto |= c != fin;
+    }
     return static_cast<std::int64_t>(negativo ? 0U - valor : valor);
 }
 
-double LeeReal(std::string_view texto)
+double LeeReal(std::string_view texto, bool* resto)
 {
     texto = SinBlancosDelante(texto);
     if (texto.starts_with('+') && !texto.starts_with("+-"))
         texto.remove_prefix(1);
     double valor = 0;
-    std::from_chars(texto.data(), texto.data() + texto.size(), valor);
+    const char* const fin = texto.data() + texto.size();
+    const char* const hasta = std::from_chars(texto.data(), fin, valor).ptr;
+    if (resto != nullptr)
+        *resto |= std::string_view(hasta, fin).find_first_not_of(kBlancos) != texto.npos;
     return valor;
 }

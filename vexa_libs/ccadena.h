@@ -31,29 +31,31 @@ void Leetira(std::string_view tira, std::span<std::string_view> campos);
 
 /// A decimal number as `atoi` reads it: leading white space, one sign, digits, 0 if there are none.
 /// What passes 64 bits wraps.
-std::int64_t LeeEnteroConSigno(std::string_view texto);
+/// \param resto  if given, becomes true where something but blanks stands behind it
+std::int64_t LeeEnteroConSigno(std::string_view texto, bool* resto = nullptr);
 
 /// The same; most texts are digits alone. What passes the bits of `T` wraps.
 template <class T>
-T LeeEnteroDe(std::string_view texto)
+T LeeEnteroDe(std::string_view texto, bool* resto = nullptr)
 {
     std::make_unsigned_t<T> valor = 0;
     for (const char c : texto) {
         const std::uint32_t cifra = static_cast<unsigned char>(c) - std::uint32_t{'0'};
         if (cifra > 9)
-            return static_cast<T>(LeeEnteroConSigno(texto));
+            return static_cast<T>(LeeEnteroConSigno(texto, resto));
         valor = valor * 10U + cifra;
     }
     return static_cast<T>(valor);
 }
-inline int LeeEntero(std::string_view texto)
+inline int LeeEntero(std::string_view texto, bool* resto = nullptr)
 {
-    return LeeEnteroDe<int>(texto);
+    return LeeEnteroDe<int>(texto, resto);
 }
-inline std::int64_t LeeEnteroLargo(std::string_view texto)
+inline std::int64_t LeeEnteroLargo(std::string_view texto, bool* resto = nullptr)
 {
-    return LeeEnteroDe<std::int64_t>(texto);
+    return LeeEnteroDe<std::int64_t>(texto, resto);
 }
 
 /// A real number with a decimal point, whatever the locale; 0 where the text begins with none.
-double LeeReal(std::string_view texto);
+/// \param resto  as above
+double LeeReal(std::string_view texto, bool* resto = nullptr);

@@ -71,11 +71,15 @@ void CVexaACampiva2Dlg::ObservaFilas()
                          {tabla->repetidas, observaciones::kFilasRepetidas},
                          {tabla->pasan, observaciones::kNumerosQuePasan},
                          {tabla->conComillas, observaciones::kEntreComillas},
-                         {tabla->conResto, observaciones::kNumerosConResto}};
+                         {vale ? tabla->conResto : 0, observaciones::kNumerosConResto}};
         for (const auto& [cuantas, forma] : deAlgunas)
             if (cuantas > 0)
                 Sospecha(forma, tabla->archivo, cuantas);
     }
+    if (m_vistas.titularesSinNumero > 0)
+        Sospecha(observaciones::kNumerosDeOtro, ArchivoTitulares, m_vistas.titularesSinNumero);
+    if (m_vistas.sumados > 0)
+        Sospecha(observaciones::kSumados, ArchivoCotitulares, m_vistas.sumados);
 }
 
 void CVexaACampiva2Dlg::ObservaTabla(const CTablaVista& tabla)

@@ -54,34 +54,6 @@ bool EstaEnBlanco(std::string_view fila)
     return fila.find_first_not_of(std::string_view(" \t\r\f\x1A\0", 6)) == std::string_view::npos;
 }
 
-/// Looks at all bytes of a row, which a compiler does many at a time.
-bool TienePuntuacion(std::string_view fila)
-{
-    unsigned char hay = 0;
-    for (const char c : fila)
-        hay |= static_cast<unsigned char>(c == '.' || c == ',');
-    return hay != 0;
-}
-
-/// Tells whether a number of the row goes on behind what is read of it: decimals behind a comma, as
-/// some spreadsheets write them, or thousands behind a point.
-template <const auto& Tabla>
-bool TieneResto(std::string_view fila)
-{
-    if (!TienePuntuacion(fila))
-        return false; // as nearly all
-    std::array<std::string_view, CamposDeFila(Tabla)> campos;
-    Leetira(fila, campos);
-    return std::ranges::any_of(Tabla, [&](const auto& columna) {
-        const std::string_view forma = columna.tabla.forma;
-        if (!forma.ends_with('d') && !forma.ends_with('f'))
-            return false;
-        const std::string_view texto = campos[static_cast<std::size_t>(columna.tabla.numero)];
-        return texto.find(',') != std::string_view::npos ||
-               (forma.ends_with('d') && texto.find('.') != std::string_view::npos);
-    });
-}
-
 /// What the rows of one municipality have in common.
 class CFilasSuyas {
 public:
@@ -205,8 +177,9 @@ bool CVexaACampiva2Dlg::LeeParajes(CStdioFile* /*log*/, int* /*numErrores*/, int
     return LeeTabla(IDS_LEYENDO_PARAJES, ArchivoParajes, CamposDeFila(kColumnasParaje), *municipio,
                     vista, [&](std::string_view fila) {
                         CParaje paraje;
-                        const bool leido = paraje.Lee(fila, kModoTabla);
-                        vista.Cuenta(leido);
+                        CDatosLinea datos;
+                        const bool leido = paraje.Lee(fila, kModoTabla, datos);
+                        vista.Cuenta(leido, datos);
                         if (leido)
                             municipio->InsertaParaje(paraje);
                     });
@@ -219,9 +192,9 @@ bool CVexaACampiva2Dlg::LeeModulos(CStdioFile* /*log*/, int* /*numErrores*/, int
     return LeeTabla(IDS_LEYENDO_MODULOS, ArchivoModulos, CamposDeFila(kColumnasModulo), *municipio,
                     vista, [&](std::string_view fila) {
                         CModulo modulo;
-                        const bool leido = modulo.Lee(fila, kModoTabla);
-                        vista.Cuenta(leido);
-                        vista.conResto += TieneResto<kColumnasModulo>(fila) ? 1 : 0;
+                        CDatosLinea datos;
+                        const bool leido = modulo.Lee(fila, kModoTabla, datos);
+                        vista.Cuenta(leido, datos);
                         if (leido)
                             municipio->InsertaModulo(modulo);
                     });
@@ -235,10 +208,15 @@ bool CVexaACampiva2Dlg::LeeTitulares(CStdioFile* log, int* numErrores, int* numW
     return LeeTabla(IDS_LEYENDO_TITULARES, ArchivoTitulares, CamposDeFila(kColumnasTitular),
                     *municipio, vista, [&](std::string_view fila) {
                         CTitular titular;
-                        const bool leido = titular.Lee(fila, kModoTabla);
-                        vista.Cuenta(leido);
-                        if (leido)
-                            RegistraTitular(avisos, *municipio, std::move(titular));
+                        CDatosLinea datos;
+                        const bool leido = titular.Lee(fila, kModoTabla, datos);
+                        vista.Cuenta(leido, datos);
+                        if (!leido)
+                            return;
+                        const int numero = titular.NumOrden;
+                        const int i = RegistraTitular(avisos, *municipio, std::move(titular));
+                        const bool loTiene = municipio->DameTitular(i).NumOrden != kSinNumero;
+                        m_vistas.titularesSinNumero += loTiene || numero == kSinNumero ? 0 : 1;
                     });
 }
 
@@ -260,10 +238,9 @@ void CVexaACampiva2Dlg::TomaParcela(std::string_view fila, const CAvisos& avisos
     CDatosLinea datos;
     const bool leida = parcela.Lee(fila, kModoTabla, datos);
     m_vistas.parcelas.incompletas += leida && !datos.faltan ? 0 : 1;
+    m_vistas.parcelas.CuentaNumeros(datos);
     if (datos.faltan)
         return;
-    m_vistas.parcelas.pasan += datos.pasan ? 1 : 0;
-    m_vistas.parcelas.conResto += TieneResto<kColumnasParcela>(fila) ? 1 : 0;
     const int titular = municipio.BuscaTitularNumOrden(datos.numImputa);
     if (titular < 0)
         Avisa(avisos, kTitularNoEncontrado, datos.numImputa, datos.Polig, datos.Parcela);
@@ -304,8 +281,7 @@ bool CVexaACampiva2Dlg::LeeSubparcelas(CStdioFile* log, int* numErrores, int* nu
             CDatosLinea datos;
             const bool leida = subparcela.Lee(fila, kModoTabla, datos);
             vista.incompletas += leida ? 0 : 1;
-            vista.pasan += datos.pasan ? 1 : 0;
-            vista.conResto += TieneResto<kColumnasSubparcela>(fila) ? 1 : 0;
+            vista.CuentaNumeros(datos);
             int i = kNoEncontrado;
             if (!municipio->BuscaParcela(datos.Polig, datos.Parcela, i)) {
                 Avisa(avisos, kSubparcelaSinParcela, datos.Polig, datos.Parcela, datos.letra);
@@ -334,8 +310,7 @@ bool CVexaACampiva2Dlg::LeeCotitulares(CStdioFile* log, int* numErrores, int* nu
                         CCotitular vinculo;
                         CDatosLinea datos;
                         const bool leido = vinculo.Lee(fila, datos);
-                        vista.Cuenta(leido);
-                        vista.conResto += TieneResto<kColumnasCotitular>(fila) ? 1 : 0;
+                        vista.Cuenta(leido, datos);
                         int i = kNoEncontrado;
                         if (!municipio->BuscaParcela(datos.Polig, datos.Parcela, i)) {
                             Avisa(avisos, kCotitularSinParcela, datos.Polig, datos.Parcela);
@@ -348,8 +323,10 @@ bool CVexaACampiva2Dlg::LeeCotitulares(CStdioFile* log, int* numErrores, int* nu
                         }
                         if (!leido)
                             return;
-                        municipio->DameParcela(i).InsertaCotitular(titular, kSinOrden,
-                                                                   vinculo.partici, vinculo.Tit);
+                        CParcela& parcela = municipio->DameParcela(i);
+                        const std::size_t antes = parcela.Cotitulares().size();
+                        parcela.InsertaCotitular(titular, kSinOrden, vinculo.partici, vinculo.Tit);
+                        m_vistas.sumados += parcela.Cotitulares().size() == antes ? 1 : 0;
                         municipio->InsertaPropiedad(titular, i, vinculo.partici, vinculo.Tit);
                     });
 }

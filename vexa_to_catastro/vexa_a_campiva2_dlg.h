@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "cadastre/database.h"
+#include "cadastre/exchange_format.h"
 #include "cadastre/message_catalogue.h"
 #include "cadastre/polygon_list.h"
 #include "cadastre/table_files.h"
@@ -83,7 +84,16 @@ private:
         bool soloRetornos = false;       ///< no line feed ends its lines, which are read as one
         ansi::CMiraPagina pagina = {};
 
-        void Cuenta(bool leida) { ++(leida ? tomadas : incompletas); }
+        void Cuenta(bool leida, const CDatosLinea& datos)
+        {
+            ++(leida ? tomadas : incompletas);
+            CuentaNumeros(datos);
+        }
+        void CuentaNumeros(const CDatosLinea& datos)
+        {
+            pasan += datos.pasan ? 1 : 0;
+            conResto += datos.resto ? 1 : 0;
+        }
         /// Counts a row that isn't empty, whosever it is.
         /// \param suyo       the municipality's number that stands in it
         /// \param municipio  the one that is read
@@ -187,6 +197,8 @@ private:
         CCabeceraLista cabecera;      ///< what that line tells
         int poligonos = 0;            ///< that the list names
         int parcelasDelMunicipio = 0; ///< rows with both codes of the list's first line
+        int titularesSinNumero = 0;   ///< rows of holders whose number another one has
+        int sumados = 0;              ///< rows of co-holders who held the parcel before them
         CTablaVista parajes{kCabeceraParajes, "paraje", "parajes"};
         CTablaVista modulos{kCabeceraModulos, "módulo"_ansi, "módulos"_ansi};
         CTablaVista titulares{kCabeceraTitulares, "titular", "titulares"};

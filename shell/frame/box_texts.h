@@ -94,8 +94,13 @@ inline constexpr const char* kFilasRepetidas =
 inline constexpr const char* kNumerosQuePasan =
     "En %s hay registros con un valor o una superficie de más de 2147483647, %d, que se han leído "
     "mal"_ansi;
+inline constexpr const char* kNumerosDeOtro =
+    "En %s hay titulares con el número de otro, %d. Sus parcelas van a nombre del primero"_ansi;
+inline constexpr const char* kSumados =
+    "En %s hay filas de quien ya es titular de su parcela, %d. Sus participaciones se han sumado"_ansi;
 inline constexpr const char* kNumerosConResto =
-    "En %s hay filas con números que llevan coma o puntos de millares, %d. Se han leído sin lo que va detrás"_ansi;
+    "En %s hay filas con números que llevan algo más que cifras, %d. Se han leído sin lo que va "
+    "detrás"_ansi;
 inline constexpr const char* kPoligonosDeMas =
     "La lista %s nombra otra vez polígonos que ya tiene, %d. Sus registros van repetidos"_ansi;
 inline constexpr const char* kFilasSueltas =

@@ -17,6 +17,12 @@ std::string EnUtf16(const std::string& texto)
     return salida;
 }
 
+/// Where a co-holder's row names whoever isn't the parcel's holder, number 1, already.
+bool NombraTitular(const std::string& tabla, int campo)
+{
+    return tabla == "Cotitulares" && campo == 5;
+}
+
 } // namespace
 
 TEST_F(Cruce, ObservesInputsThatAreNotWhatTheyWereReadAsAndKeepsWhatItReplaces)
@@ -163,7 +169,7 @@ TEST_F(Cruce, TellsEachTableOfWhichNothingIsRead)
         const std::string fichero = tabla + ".txt";
         std::string fila = "045\t127";
         for (int i = 2; i < campos; ++i)
-            fila += "\t1";
+            fila += NombraTitular(tabla, i) ? "\t2" : "\t1";
         std::string conPuntos = fila;
         std::replace(conPuntos.begin(), conPuntos.end(), '\t', ';');
         const std::string suya(cabecera, std::strlen(cabecera) - 1);
@@ -366,7 +372,7 @@ TEST_F(Cruce, TellsRowsThatATabTooManyHasSplitAndThoseThatLackAField)
         const auto fila = [&, n = campos](int vacio, int mas = 0) {
             std::string suya = "045\t127";
             for (int i = 2; i < n + mas; ++i)
-                suya += i == vacio ? "\t" : "\t1";
+                suya += i == vacio ? "\t" : NombraTitular(tabla, i) ? "\t2" : "\t1";
             return suya + "\r\n";
         };
         const std::string entera = fila(-1);
@@ -401,8 +407,12 @@ TEST_F(Cruce, TellsRowsThatAreReadOtherwiseThanTheySeemOrNotAtAll)
     const auto modulo = [](const std::string& jornadas) {
         return Fila({"045", "127", "LR", "1", "LABOR", "0", jornadas});
     };
-    const auto vinculo = [](const std::string& parte) {
-        return "045\t127\t0\t1\t1\t1\tPR\t" + parte;
+    const auto vinculo = [](const std::string& parte, const std::string& titular = "2") {
+        return "045\t127\t0\t1\t1\t" + titular + "\tPR\t" + parte;
+    };
+    const auto titular = [](const std::string& numero, const std::string& nombre,
+                            const std::string& dni, const std::string& casa) {
+        return Fila({"045", "127", numero, nombre, " ", dni, "", "", "", "", "CL", "SOL", casa});
     };
     const std::string hay = "En Parcelas.txt hay filas ";
     const struct {
@@ -446,7 +456,7 @@ TEST_F(Cruce, TellsRowsThatAreReadOtherwiseThanTheySeemOrNotAtAll)
          "El archivo Cotitulares.txt acaba a mitad de una fila"},
         {"a last field as short as another",
          "Cotitulares",
-         {vinculo("3") + "\r\n", vinculo("33") + "\r\n", vinculo("3")},
+         {vinculo("3") + "\r\n", vinculo("33", "8") + "\r\n", vinculo("3", "9")},
          0,
          ""},
         {"the last line end alone is missing", "Parcelas", {otra, sinFin}, 0, ""},
@@ -478,8 +488,7 @@ TEST_F(Cruce, TellsRowsThatAreReadOtherwiseThanTheySeemOrNotAtAll)
          {una, Fila({"045", "127", "0", "1", "2", "3", "338.800", "", "1", "PR", "100", "HOJA", "",
                      "", "1", " "})},
          1,
-         hay + "con números que llevan coma o puntos de millares, 1. Se han leído sin lo que va "
-               "detrás"},
+         hay + "con números que llevan algo más que cifras, 1. Se han leído sin lo que va detrás"},
         {"values and surfaces that have room in 32 bits, and one that hasn't",
          "Parcelas",
          {una,
@@ -500,14 +509,50 @@ TEST_F(Cruce, TellsRowsThatAreReadOtherwiseThanTheySeemOrNotAtAll)
          "Cotitulares",
          {vinculo("33,33") + "\r\n"},
          0,
-         "En Cotitulares.txt hay filas con números que llevan coma o puntos de millares, 1. Se han "
-         "leído sin lo que va detrás"},
+         "En Cotitulares.txt hay filas con números que llevan algo más que cifras, 1. Se han leído "
+         "sin lo que va detrás"},
         {"a surface with decimals",
          "Subparcelas",
          {Fila({"045", "127", "0", "1", "1", "a", "", "S", "1234,5"})},
          0,
-         "En Subparcelas.txt hay filas con números que llevan coma o puntos de millares, 1. Se han "
-         "leído sin lo que va detrás"},
+         "En Subparcelas.txt hay filas con números que llevan algo más que cifras, 1. Se han leído "
+         "sin lo que va detrás"},
+        {"a holder's number with a letter for a digit",
+         "Parcelas",
+         {una, Fila({"045", "127", "0", "1", "2", "3", "", "", "1O", "PR", "100", "HOJA", "", "",
+                     "1", " "})},
+         1,
+         hay + "con números que llevan algo más que cifras, 1. Se han leído sin lo que va detrás"},
+        {"a share with a blank between thousands",
+         "Cotitulares",
+         {vinculo("10\xA0"
+                  "000") +
+              "\r\n",
+          vinculo("    50  ") + "\r\n"},
+         0,
+         "En Cotitulares.txt hay filas con números que llevan algo más que cifras, 1. Se han leído "
+         "sin lo que va detrás"},
+        {"a house without a number, and one with more than that",
+         "Titulares",
+         {titular("1", "ANA", "11111111", "   78"), titular("2", "LUIS", "22222222", "S/N"),
+          titular("3", "EVA", "33333333", "12BIS")},
+         0,
+         "En Titulares.txt hay filas con números que llevan algo más que cifras, 2. Se han leído "
+         "sin lo que va detrás"},
+        {"a co-holder's row twice, and one of the parcel's holder",
+         "Cotitulares",
+         {vinculo("25") + "\r\n", vinculo("25") + "\r\n", vinculo("25", "1") + "\r\n"},
+         0,
+         "En Cotitulares.txt hay filas de quien ya es titular de su parcela, 2. Sus "
+         "participaciones "
+         "se han sumado"},
+        {"two holders of one number, and one twice",
+         "Titulares",
+         {titular("1", "ANA", "11111111", ""), titular("1", "LUIS", "22222222", ""),
+          titular("3", "EVA", "33333333", ""), titular("3", "EVA", "33333333", "")},
+         0,
+         "En Titulares.txt hay titulares con el número de otro, 1. Sus parcelas van a nombre del "
+         "primero"},
         {"a sheet's name with a point",
          "Parcelas",
          {Fila({"045", "127", "0", "1", "1", "3", "", "", "1", "PR", "100", "H. 1,2", "", "", "1",
@@ -545,9 +590,8 @@ TEST_F(Cruce, TellsRowsThatAreReadOtherwiseThanTheySeemOrNotAtAll)
          "Modulos",
          {modulo("34,75")},
          0,
-         "En Modulos.txt hay filas con números que llevan coma o puntos de millares, 1. Se han "
-         "leído "
-         "sin lo que va detrás"},
+         "En Modulos.txt hay filas con números que llevan algo más que cifras, 1. Se han leído sin "
+         "lo que va detrás"},
     };
     Parcela("1", "3");
     lista = kLista;
