@@ -102,6 +102,7 @@ double LeeReal(std::string_view texto, bool* resto)
     const char* const fin = texto.data() + texto.size();
     const char* const hasta = std::from_chars(texto.data(), fin, valor).ptr;
     if (resto != nullptr)
-        *resto |= std::string_view(hasta, fin).find_first_not_of(kBlancos) != texto.npos;
+        *resto |=
+            std::string_view(hasta, fin).find_first_not_of(kBlancos) != std::string_view::npos;
     return valor;
 }
