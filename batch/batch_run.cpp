@@ -217,20 +217,31 @@ void BorraLoDeAntes(const CEstados& estados)
                 sistema::Borra(donde / nombre, error);
 }
 
-/// Raises CLineaMala for two jobs of one translation that write the same file: both would end well,
-/// and one's would be gone.
-void ExigeSalidasPropias(const std::vector<CTrabajo>& trabajos, const std::string& tabla)
+/// Raises CLineaMala for two jobs of one translation that write the same file, of which both would
+/// end well and one's would be gone; and for one that reads a table which another one writes, as it
+/// would read the old one or the new one by chance.
+void ExigeFicherosPropios(const std::vector<CTrabajo>& trabajos, const std::string& tabla)
 {
     std::map<std::pair<Traduccion, fs::path>, int> deQuien;
+    const auto rehusa = [&](const CTrabajo& trabajo, const char* porque, const fs::path& fichero,
+                            int otra) {
+        throw CLineaMala(Formatea(textos::kEnLinea, tabla, trabajo.fila,
+                                  Formatea(porque, sistema::Nombre(fichero), otra)));
+    };
     for (const CTrabajo& trabajo : trabajos)
         for (const fs::path& salida : SalidasDe(trabajo)) {
             const auto [suya, nueva] = deQuien.try_emplace(
                 {trabajo.traduccion, sistema::EnteraSinPuntos(salida)}, trabajo.fila);
             if (!nueva && suya->second != trabajo.fila)
-                throw CLineaMala(Formatea(
-                    textos::kEnLinea, tabla, trabajo.fila,
-                    Formatea(textos::kEscribeLoMismo, sistema::Nombre(salida), suya->second)));
+                rehusa(trabajo, textos::kEscribeLoMismo, salida, suya->second);
         }
+    for (const CTrabajo& trabajo : trabajos)
+        for (const fs::path& leida : LeidasDe(trabajo))
+            for (const Traduccion otra : {Traduccion::Ida, Traduccion::Vuelta}) {
+                const auto suya = deQuien.find({otra, sistema::EnteraSinPuntos(leida)});
+                if (suya != deQuien.end() && suya->second != trabajo.fila)
+                    rehusa(trabajo, textos::kLeeLoQueEscribe, leida, suya->second);
+            }
 }
 
 /// Raises CLineaMala where the lines of the table name folders from another place than those whose
@@ -282,7 +293,7 @@ EstadoDeSalida Ejecuta(const COpciones& opciones)
 {
     const fs::path programa = Programa();
     const std::vector<CTrabajo> trabajos = LeeTabla(opciones.tabla);
-    ExigeSalidasPropias(trabajos, opciones.tabla);
+    ExigeFicherosPropios(trabajos, opciones.tabla);
     const fs::path carpeta = fs::absolute(sistema::Ruta(opciones.resultados));
     CEstados estados(carpeta);
     if (estados.Tiene(sistema::Ruta(opciones.tabla)))

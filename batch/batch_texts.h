@@ -50,6 +50,9 @@ inline constexpr const char* kNoEsSuyo = "el campo %s no es de la traducción %s
 inline constexpr const char* kNoHayValor = "%s ha de ser %s o %s, no \"%s\"";
 inline constexpr const char* kRepite = "repite el trabajo de la línea %d";
 inline constexpr const char* kEscribeLoMismo = "escribe %s, como el trabajo de la línea %d";
+inline constexpr const char* kLeeLoQueEscribe =
+    "lee %s, que escribe el trabajo de la línea %d; han de ir en tablas de trabajos distintas, una "
+    "tras otra";
 inline constexpr const char* kDesdeOtraCarpeta =
     "el lote de %s empezó en la carpeta %s; --reanuda ha de ser desde ella";
 inline constexpr const char* kSinPrograma = "no se encuentra campiva";

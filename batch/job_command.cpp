@@ -95,6 +95,15 @@ std::vector<fs::path> SalidasDe(const CTrabajo& trabajo)
     return salidas;
 }
 
+std::vector<fs::path> LeidasDe(const CTrabajo& trabajo)
+{
+    std::vector<fs::path> leidas;
+    if (trabajo.traduccion == Traduccion::Vuelta)
+        for (const std::string_view tabla : kCamposDeTablas)
+            leidas.push_back(FicheroDe(trabajo, tabla));
+    return leidas;
+}
+
 COrden OrdenDe(const CTrabajo& trabajo)
 {
     COrden orden;

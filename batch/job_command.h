@@ -61,6 +61,8 @@ std::filesystem::path RutaDelRegistro(const CTrabajo& trabajo);
 
 /// The files that the job writes, but for those whose names go with its log's.
 std::vector<std::filesystem::path> SalidasDe(const CTrabajo& trabajo);
+/// The files that the job reads and another one may write: tables.
+std::vector<std::filesystem::path> LeidasDe(const CTrabajo& trabajo);
 
 /// The settings that the job has.
 std::array<CAjuste, 2> AjustesDe(const CTrabajo& trabajo);

@@ -85,7 +85,7 @@ for log in c/045127.ERR d/kept.ERR; do
   cmp "$log" "before.${log%%/*}"
   [ "$(stat -c '%a %Y' "$log")" = "$(stat -c '%a %Y' "before.${log%%/*}")" ] || fail "rights or time of $log"
 done
-! ls ./*/*.anterior 2> /dev/null || fail "what was given back stayed beside it, too"
+! ls [cd]/*.anterior 2> /dev/null || fail "what was given back stayed beside it, too"
 
 # A list that is a pipe is the program's to wait for.
 rm c/poligonos.txt && mkfifo c/poligonos.txt
@@ -151,6 +151,16 @@ for jobs in 'ida\ta\nida\tb/../a/\tentrada=otra.txt\n' 'vuelta\tg\n\nvuelta\tg\t
   rm -rf t.resultados
   status 2 "$batch" t
   grep -q "t, línea [23]: escribe .*, como el trabajo de la línea [12]" said || { cat said >&2 && fail "$jobs"; }
+  [ ! -e t.resultados ] || fail "results of a table that is none"
+done
+# One that reads a table which another one writes would read the old one or the new one by chance.
+for jobs in 'ida\ta\nvuelta\ta\n' 'vuelta\tg\tparajes=../b/Parajes.txt\nida\tb\n' \
+  'vuelta\tg\tmodificar=1\nvuelta\tb\tsubparcelas=../g/./Subparcelas.txt\n'; do
+  printf "$jobs" > t
+  rm -rf t.resultados
+  status 2 "$batch" t
+  grep -q "t, línea [12]: lee .*, que escribe el trabajo de la línea [12]; han de ir en tablas" said ||
+    { cat said >&2 && fail "$jobs"; }
   [ ! -e t.resultados ] || fail "results of a table that is none"
 done
 printf 'ida\ta\nvuelta\tg\ninfograf\tg\nida\ta\tentrada=x\tparcelas=1\tsubparcelas=2\tparajes=3\tmodulos=4\ttitulares=5\tcotitulares=6\n' > t
