@@ -206,7 +206,7 @@ std::string CambiosEnBreve(const CContraste& contraste)
     const std::string sueltas = SinSuParcela(contraste);
     const std::string detras = sueltas.empty() ? "" : "; " + sueltas;
     if (!cambios.HayAlguno())
-        return "sin cambios" + detras;
+        return std::string("sin cambios en ") + kLoComparado + detras;
     const std::int64_t cambiadas = cambios.Cuantas(CCambioParcela::Que::Cambiada);
     const std::int64_t metros = cambios.ahora.metros - cambios.antes.metros;
     return Cuantos(cambios.nuevas.parcelas, "parcela nueva", "parcelas nuevas") + ", " +

@@ -9,6 +9,10 @@
 
 namespace informe {
 
+/// What is compared of two states, behind "sin cambios en".
+inline constexpr const char* kLoComparado =
+    "titulares, participaciones, superficies, subparcelas ni parajes";
+
 /// "3-12"; with its municipality where the states have several.
 std::string NombreDe(const CClaveParcela& clave, const CContraste& contraste);
 /// "ANA, 11111111"

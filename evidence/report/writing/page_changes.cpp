@@ -214,8 +214,9 @@ void PonCambios(CMarcas& marcas, const CContraste& contraste, const CAnclas* anc
     PonEstados(marcas, contraste);
     if (!cambios.HayAlguno())
         return Parrafo(marcas, kCuadra,
-                       "✓ Sin cambios: " + Cuantos(cambios.iguales, "parcela", "parcelas") + ", " +
-                           Hectareas(cambios.ahora.metros) + " ha.");
+                       std::string("✓ Sin cambios en ") + kLoComparado + ": " +
+                           Cuantos(cambios.iguales, "parcela", "parcelas") + ", " +
+                           Hectareas(cambios.ahora.metros) + " ha. Lo demás no se compara.");
     PonBalance(marcas, cambios);
     PonEnQue(marcas, cambios);
     PonRepartos(marcas, contraste);

@@ -333,7 +333,7 @@ TEST_F(Cambios, AreNoneBetweenTheFormsOfOneMunicipality)
         Ejecuta(texto);
         EXPECT_THAT(Compara("entrada.txt", ""), IsEmpty());
         EXPECT_THAT(Compara("", "entrada.txt"), IsEmpty());
-        EXPECT_THAT(carpeta.Lee("cambios.html"), HasSubstr("✓ Sin cambios: "));
+        EXPECT_THAT(carpeta.Lee("cambios.html"), HasSubstr("✓ Sin cambios en titulares, "));
     }
 }
 
