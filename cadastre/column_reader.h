@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <concepts>
 #include <cstdint>
 #include <cstring>
 #include <string_view>
@@ -14,43 +15,30 @@
 
 namespace columnas {
 
-// The one place where a text becomes a field. Behind a number nothing else should stand (`resto`).
-inline void Pon(short& campo, std::string_view texto, bool* resto)
+// The one place where a text becomes a field. What isn't read as it stands is noted beside the
+// record.
+template <std::signed_integral T>
+void Pon(T& campo, std::string_view texto, CDatosLinea& datos)
 {
-    campo = static_cast<short>(LeeEntero(texto, resto));
+    const std::int64_t numero = LeeEnteroLargo(texto, &datos.resto);
+    campo = static_cast<T>(numero);
+    if (numero != campo)
+        datos.pasan = true;
 }
-inline void Pon(int& campo, std::string_view texto, bool* resto)
+inline void Pon(double& campo, std::string_view texto, CDatosLinea& datos)
 {
-    campo = LeeEntero(texto, resto);
+    campo = LeeReal(texto, &datos.resto);
 }
-inline void Pon(double& campo, std::string_view texto, bool* resto)
-{
-    campo = LeeReal(texto, resto);
-}
-inline void Pon(CString& campo, std::string_view texto, bool* /*resto*/)
+inline void Pon(CString& campo, std::string_view texto, CDatosLinea& /*datos*/)
 {
     campo = texto;
 }
-inline void Pon(char& campo, std::string_view texto, bool* /*resto*/)
+inline void Pon(char& campo, std::string_view texto, CDatosLinea& datos)
 {
     if (!texto.empty())
         campo = texto.front();
-}
-
-/// The same of a column in which a number that passes 32 bits has room.
-inline void PonLargo(int& campo, std::string_view texto, CDatosLinea& datos, bool* resto)
-{
-    const std::int64_t numero = LeeEnteroLargo(texto, resto);
-    campo = static_cast<int>(numero);
-    datos.pasan |= numero != campo;
-}
-
-template <class R>
-constexpr bool PuedePasar(const CColumna<R>& columna)
-{
-    constexpr int kSiempreCaben = 9; // digits
-    return std::max({int{columna.catastro.ancho}, int{columna.lista.ancho},
-                     AnchoDe(columna.tabla)}) > kSiempreCaben;
+    if (texto.size() > 1 && texto.find_first_not_of(" \r", 1) != std::string_view::npos)
+        datos.letras = true;
 }
 
 /// The text without the blanks that fill its field up, which are most of a name's.
@@ -72,24 +60,30 @@ inline std::string_view SinRelleno(std::string_view texto)
 template <const auto& Tabla, std::size_t I, class R>
 inline constexpr bool kDelRegistro = std::is_invocable_v<decltype(kMiembro<Tabla, I>), R&>;
 
+template <class T, class C>
+constexpr bool EsEntero(T C::* /*campo*/)
+{
+    return std::signed_integral<T> && !std::same_as<T, char>;
+}
+constexpr bool EsEntero(const char* /*fijo*/)
+{
+    return false;
+}
+
 /// Puts a text into the field of row `I` of a table. A fixed text takes none.
-/// \param resto  notes that a number goes on behind what is read of it; null for who doesn't ask
 template <const auto& Tabla, std::size_t I, class R>
-void PonCampo(std::string_view texto, R& registro, CDatosLinea& datos, bool* resto = nullptr)
+void PonCampo(std::string_view texto, R& registro, CDatosLinea& datos)
 {
     constexpr auto kCampo = kMiembro<Tabla, I>;
-    using C = decltype(kCampo);
     if constexpr (Tabla[I].pierde != Blancos::Ninguno)
         texto = SinRelleno(texto);
     if constexpr (Tabla[I].pierde == Blancos::DelEntorno)
         while (texto.starts_with(' '))
             texto.remove_prefix(1);
-    if constexpr (std::is_same_v<C, int R::*const> && PuedePasar(Tabla[I]))
-        PonLargo(registro.*kCampo, texto, datos, resto);
-    else if constexpr (kDelRegistro<Tabla, I, R>)
-        Pon(registro.*kCampo, texto, resto);
-    else if constexpr (std::is_invocable_v<C, CDatosLinea&>)
-        Pon(datos.*kCampo, texto, resto);
+    if constexpr (kDelRegistro<Tabla, I, R>)
+        Pon(registro.*kCampo, texto, datos);
+    else if constexpr (std::is_invocable_v<decltype(kCampo), CDatosLinea&>)
+        Pon(datos.*kCampo, texto, datos);
 }
 
 /// Calls `f` with each row's number of a table, known when the program is built.
@@ -135,6 +129,7 @@ void LeeCampos(const CLineaFija& linea, R& registro, CDatosLinea& datos)
 /// Reads the fields of a line that `Cual` (`catastro` or `lista`) gives a place and that the line
 /// is long enough for; all others stay as they are. A one-character field whose place is behind the
 /// line's last character stays too.
+/// \param datos  takes the values that stand beside the record, and what its numbers lack
 template <const auto& Tabla, auto Cual, class R>
 void LeeColumnas(const CLineaFija& linea, R& registro, CDatosLinea& datos)
 {
@@ -157,8 +152,8 @@ constexpr std::size_t CamposDeFila(const std::array<CColumna<R>, N>& tabla)
 
 /// Reads the fields of a table row that aren't empty; the others stay as they are.
 /// \param datos  takes the values that stand beside the record, also where the result is false; its
-///               `faltan` becomes true if one of those that the row must have is empty, its
-///               `resto` if a number of the row goes on behind what is read of it
+///               `faltan` becomes true if one of those that the row must have is empty, and what
+///               of the row isn't read as it stands
 /// \return false, with the record as it was, if a field of the record that the row must have is
 ///         empty
 template <const auto& Tabla, class R>
@@ -180,9 +175,13 @@ bool LeeFila(std::string_view fila, R& registro, CDatosLinea& datos)
     columnas::EnCadaFila<Tabla>([&](auto i) {
         constexpr short kNumero = Tabla[i].tabla.numero;
         if constexpr (kNumero >= 0)
-            if (const std::string_view texto = campos[kNumero];
-                !texto.empty() && (completa || !columnas::kDelRegistro<Tabla, i, R>))
-                columnas::PonCampo<Tabla, i>(texto, registro, datos, &datos.resto);
+            if (std::string_view texto = campos[kNumero];
+                !texto.empty() && (completa || !columnas::kDelRegistro<Tabla, i, R>)) {
+                if constexpr (columnas::EsEntero(kMiembro<Tabla, i>)) // rows fill it up in front
+                    while (texto.starts_with(' '))
+                        texto.remove_prefix(1);
+                columnas::PonCampo<Tabla, i>(texto, registro, datos);
+            }
     });
     return completa;
 }

@@ -48,6 +48,14 @@ int CBaseCatastro::NumParcelas() const
     return static_cast<int>(suma);
 }
 
+int CBaseCatastro::ParcelasFaltasDeTitular() const
+{
+    int suma = 0;
+    for (const CMunicipio& municipio : m_municipios)
+        suma += municipio.ParcelasFaltasDeTitular();
+    return suma;
+}
+
 void CBaseCatastro::ReparteParticipaciones()
 {
     for (CMunicipio& municipio : m_municipios)

@@ -26,6 +26,7 @@ public:
     /// Sums over all municipalities.
     int NumTitulares() const;
     int NumParcelas() const;
+    int ParcelasFaltasDeTitular() const; ///< see CParcela::FaltaTitular
 
     /// Turns the shares of all parcels, so far square metres, into per cent, and then chooses each
     /// parcel's main holder.

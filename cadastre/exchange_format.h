@@ -50,13 +50,28 @@ struct CDatosLinea {
     int cSing = 0;       ///< a character given by its number
     double jornadas = 0; ///< days, where the record holds hundredths
     bool faltan = false; ///< a row lacked one of these values that it should have
-    bool pasan = false;  ///< a number passed 32 bits, and another one was read
-    bool resto = false;  ///< of a row, a number went on behind what was read of it
+    bool pasan = false;  ///< a number had no room in its field, and another one was read
+    bool resto = false;  ///< a number went on behind what was read of it
+    bool letras = false; ///< more stood in a field of one character
 
     /// Puts a surface in square metres into the three fields.
     void PonSuperficie(int superficie);
     /// The three fields as square metres; the sum wraps at 32 bits.
     int DameSuperficie() const;
+};
+
+/// How many records have a field that was read as another one, or by half.
+struct CCamposVistos {
+    int pasan = 0;
+    int conResto = 0;
+    int conLetras = 0;
+
+    void Toma(const CDatosLinea& datos)
+    {
+        pasan += datos.pasan ? 1 : 0;
+        conResto += datos.resto ? 1 : 0;
+        conLetras += datos.letras ? 1 : 0;
+    }
 };
 
 /// The field of a column: a member of the record, something beside it, or a fixed text.

@@ -1,5 +1,6 @@
 #include "cadastre/municipality.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <string_view>
 #include <utility>
@@ -54,6 +55,11 @@ int CMunicipio::InsertaParaje(const CParaje& paraje)
         return i;
     m_parajes.push_back(paraje);
     return static_cast<int>(m_parajes.size()) - 1;
+}
+
+int CMunicipio::ParcelasFaltasDeTitular() const
+{
+    return static_cast<int>(std::ranges::count_if(m_parcelas, &CParcela::FaltaTitular));
 }
 
 int CMunicipio::BuscaModulo(const CModulo& modulo) const

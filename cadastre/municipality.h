@@ -41,6 +41,8 @@ public:
     /// Index of the place with that name; appends it if there is none.
     int InsertaParaje(const CParaje& paraje);
 
+    int ParcelasFaltasDeTitular() const; ///< see CParcela::FaltaTitular
+
     /// Index of the first module equal in `Denominacion`, `Cal` and `Inten`, else kNoEncontrado.
     int BuscaModulo(const CModulo& modulo) const;
     /// Index of that module; appends it if there is none.

@@ -86,6 +86,8 @@ public:
     void GrabaCotitulares(CStdioFile& fichero, short ger, short mun, short emenor,
                           const std::vector<CTitular>& titulares, bool fijo) const;
     const std::vector<CCotitular>& Cotitulares() const { return m_cotitulares; }
+    /// Tells whether its shares, in per cent, leave more out than their rounding does.
+    bool FaltaTitular() const;
     /// Turns each share, so far square metres, into per cent of the subparcels' whole surface, 100
     /// where that is 0. Then chooses the main link (`EligeTitularPrincipal`).
     void ReparteParticipaciones();

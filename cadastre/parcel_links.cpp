@@ -1,4 +1,6 @@
 #include <algorithm>
+#include <cstdint>
+#include <iterator>
 #include <tuple>
 
 #include "cadastre/co_holder_columns.h"
@@ -62,6 +64,14 @@ int CParcela::InsertaCotitular(int titular, int orden, int partici, const CStrin
     m_ordenMaximo = std::max(m_ordenMaximo, orden);
     m_mayorTitular = std::max(m_mayorTitular, titular);
     return 1;
+}
+
+bool CParcela::FaltaTitular() const
+{
+    std::int64_t suma = 0;
+    for (const CCotitular& vinculo : m_cotitulares)
+        suma += vinculo.partici;
+    return suma > 0 && suma + std::ssize(m_cotitulares) < 100; // 0 are shares that nobody told
 }
 
 void CParcela::EligeTitularPrincipal()

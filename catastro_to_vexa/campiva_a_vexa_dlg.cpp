@@ -84,8 +84,7 @@ void CCampivaAVexaDlg::OnOK()
     int numErrores = 0;
     int numWarnings = 0;
     m_lineas = CMiraLineas(TipoEntrada);
-    m_deOtro = 0;
-    m_pasan = 0;
+    m_vista = {};
     const auto registros = std::make_shared<CBaseCatastro>(0);
     CBaseCatastro& base = *registros;
     ActivaControles(false);
@@ -108,12 +107,14 @@ void CCampivaAVexaDlg::OnOK()
 
 void CCampivaAVexaDlg::ObservaEntrada(CStdioFile& entrada, const CBaseCatastro& base)
 {
-    if (m_lineas.ConTabulador() > 0)
-        Sospecha(observaciones::kTabuladores, ArchivoEntrada, m_lineas.ConTabulador());
-    if (m_deOtro > 0)
-        Sospecha(observaciones::kOtraUltima, ArchivoEntrada, m_deOtro, m_ultimo);
-    if (m_pasan > 0)
-        Sospecha(observaciones::kNumerosQuePasan, ArchivoEntrada, m_pasan);
+    if (m_vista.deOtroUltimo > 0)
+        Sospecha(observaciones::kOtraUltima, ArchivoEntrada, m_vista.deOtroUltimo, m_vista.ultimo);
+    SospechaCuentas({{m_lineas.ConTabulador(), observaciones::kTabuladores},
+                     {m_vista.parten, observaciones::kCaracteresQueParten},
+                     {m_vista.campos.pasan, observaciones::kNumerosQuePasan},
+                     {m_vista.parajesDeOtro, observaciones::kParajesDeOtro},
+                     {base.ParcelasFaltasDeTitular(), observaciones::kFaltanTitulares}},
+                    ArchivoEntrada);
     if (base.NumParcelas() == 0 && base.NumTitulares() > 0)
         Sospecha(observaciones::kSinParcelas, ArchivoEntrada);
     const auto sospecha = [&](const char* observacion) { Sospecha(observacion, ArchivoEntrada); };
@@ -153,17 +154,16 @@ void CCampivaAVexaDlg::ObservaEntrada(CStdioFile& entrada, const CBaseCatastro& 
 
 void CCampivaAVexaDlg::ObservaLineas()
 {
-    const struct {
-        int cuantas;
-        const char* observacion;
-    } lineas[] = {
-        {m_lineas.SinTipo(), observaciones::kLineasSinTipo},
-        {m_lineas.ConFines(), observaciones::kLineasConFines},
-        {m_lineas.Dobles(), observaciones::kLineasDobles},
-    };
-    for (const auto& [cuantas, observacion] : lineas)
-        if (cuantas > 0)
-            Sospecha(observacion, ArchivoEntrada, cuantas);
+    SospechaCuentas({{m_lineas.DeOtraGer(), observaciones::kLineasDeOtraGer},
+                     {m_lineas.SinTipo(), observaciones::kLineasSinTipo},
+                     {m_lineas.ConFines(), observaciones::kLineasConFines},
+                     {m_lineas.Dobles(), observaciones::kLineasDobles},
+                     {m_vista.campos.conResto, observaciones::kNumerosConResto},
+                     {m_vista.titularesDeOtro, observaciones::kQuedanSinNumero},
+                     {m_vista.sinReferencia, observaciones::kParcelasSinReferencia},
+                     {m_vista.conOtrosDatos, observaciones::kParcelasConOtrosDatos},
+                     {m_vista.sinSuTitular, observaciones::kSubparcelasSinTitular}},
+                    ArchivoEntrada);
     if (m_lineas.Cortada())
         Sospecha(observaciones::kEntradaCortada, ArchivoEntrada);
     SospechaPagina(m_lineas.Pagina(), ArchivoEntrada);

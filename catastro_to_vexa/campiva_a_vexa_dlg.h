@@ -5,6 +5,7 @@
 #include "cadastre/database.h"
 #include "cadastre/message_catalogue.h"
 #include "catastro_to_vexa/line_check.h"
+#include "catastro_to_vexa/seen_input.h"
 #include "resources/resource_ids.h"
 #include "shell/frame/translation_dialog.h"
 
@@ -77,9 +78,7 @@ private:
     const std::array<CBusqueda, 1> m_busquedas = {
         {{IDC_BUSCAR_ENTRADA, &ArchivoEntrada, IDS_FILTRO_TODOS}}};
     CMiraLineas m_lineas{0}; ///< that this run has read
-    int m_deOtro = 0; ///< its parcels whose lines name another municipality than the last line
-    int m_ultimo = 0; ///< the municipality of that
-    int m_pasan = 0;  ///< its lines with a number that passes 32 bits
+    CEntradaVista m_vista;
 };
 
 /// Checks a database that was read, and tells the log of parcels without subparcels, or else

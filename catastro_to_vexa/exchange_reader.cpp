@@ -8,7 +8,9 @@ namespace {
 void TomaModulo(std::string_view linea, CLecturaCatastro& lectura)
 {
     CModulo modulo;
-    modulo.Lee(linea, kModoCatastro);
+    CDatosLinea datos;
+    modulo.Lee(linea, kModoCatastro, datos);
+    lectura.vista.campos.Toma(datos);
     CMunicipio& municipio = lectura.Municipio();
     if (municipio.BuscaModulo(modulo) >= 0)
         Avisa(lectura.avisos, kModuloRepetido, modulo.Denominacion, modulo.Cal, modulo.Inten);
@@ -21,6 +23,7 @@ void TomaTitular(std::string_view linea, CLecturaCatastro& lectura)
     CTitular titular;
     CDatosLinea datos;
     titular.Lee(linea, kModoCatastro, datos);
+    lectura.vista.campos.Toma(datos);
     CTitularLeido leido;
     leido.NumOrden = titular.NumOrden;
     leido.partici = datos.partici;
@@ -42,8 +45,13 @@ void TomaSubparcela(std::string_view linea, CLecturaCatastro& lectura)
 void TomaParaje(std::string_view linea, CLecturaCatastro& lectura)
 {
     CParaje paraje;
-    paraje.Lee(linea);
-    lectura.Municipio().InsertaParaje(paraje);
+    CDatosLinea datos;
+    paraje.Lee(linea, kModoCatastro, datos);
+    lectura.vista.campos.Toma(datos);
+    CMunicipio& municipio = lectura.Municipio();
+    const int conSuNumero = municipio.BuscaParaje(paraje.NumOrden);
+    const int i = municipio.InsertaParaje(paraje);
+    lectura.vista.parajesDeOtro += conSuNumero >= 0 && conSuNumero != i ? 1 : 0;
 }
 
 constexpr struct {

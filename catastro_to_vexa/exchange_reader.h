@@ -8,6 +8,7 @@
 #include "cadastre/exchange_lines.h"
 #include "cadastre/message_catalogue.h"
 #include "catastro_to_vexa/line_queue.h"
+#include "catastro_to_vexa/seen_input.h"
 
 // What an exchange file leaves pending until its last line is read. A record may name another one
 // that stands further on, so parcels, subparcels and links wait.
@@ -33,8 +34,9 @@ struct CTitularLeido {
 
 /// State of the reading of one exchange file. The base must outlive it.
 struct CLecturaCatastro {
-    CLecturaCatastro(CBaseCatastro& baseQueLlena, const CAvisos& avisosDelRun)
-        : base(baseQueLlena), avisos(avisosDelRun)
+    CLecturaCatastro(CBaseCatastro& baseQueLlena, const CAvisos& avisosDelRun,
+                     CEntradaVista& vistaDelRun)
+        : base(baseQueLlena), avisos(avisosDelRun), vista(vistaDelRun)
     {
     }
 
@@ -42,6 +44,7 @@ struct CLecturaCatastro {
 
     CBaseCatastro& base;
     CAvisos avisos;
+    CEntradaVista& vista;
     int municipioActual = -1;      ///< index of the municipality of the last line taken
     CColaLineas parcelasLeidas;    ///< PR lines
     CColaLineas subparcelasLeidas; ///< SP and SC lines

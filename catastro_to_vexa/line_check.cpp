@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 
 #include "cadastre/exchange_format.h"
 #include "cadastre/holder_columns.h"
@@ -13,7 +14,7 @@
 
 namespace {
 
-constexpr std::size_t kAnchoTipo = kLeeTipo.ancho;
+constexpr std::size_t kAnchoTipo = kLeeTipo.ancho;                     // with the office behind it
 constexpr std::size_t kAnchoMunicipio = kLeeGer.ancho + kLeeMun.ancho; // its two numbers
 
 /// Where the last column that is read of a record ends.
@@ -99,8 +100,28 @@ void CMiraLineas::TomaTipo(std::string_view linea, bool acaba)
         m_tieneTipo = esSuya(tipo[0]) && esSuya(tipo[1]);
         m_fin = m_esLista ? kNinguno : FinDelTipo({tipo.data(), tipo.size()});
     }
-    if (!m_tieneTipo && !EstaEnBlanco(linea))
+    if (m_tieneTipo)
+        TomaGer(linea);
+    else if (!EstaEnBlanco(linea))
         ++m_sinTipo;
+}
+
+void CMiraLineas::TomaGer(std::string_view linea)
+{
+    const bool esLaSuya = linea.size() >= kAnchoTipo + m_ger.size() &&
+                          std::memcmp(m_ger.data(), linea.data() + kAnchoTipo, m_ger.size()) == 0;
+    if (esLaSuya || CLineaFija(linea).Entero(kLeeGer) == 0)
+        return;
+    if (m_ger.front() == '\0')
+        TomaCabecera(linea);
+    else
+        ++m_deOtraGer;
+}
+
+void CMiraLineas::TomaCabecera(std::string_view linea)
+{
+    m_ger.fill(' ');
+    std::ranges::copy(CLineaFija(linea).Texto(kLeeGer), m_ger.begin());
 }
 
 void CMiraLineas::TomaControles(std::string_view linea)

@@ -16,6 +16,10 @@ public:
     /// \param linea  as its reader takes it: with its line end, or a piece of one that is too long
     void Toma(std::string_view linea);
 
+    /// The heading of a list, from which the tables take the office of all its lines.
+    void TomaCabecera(std::string_view linea);
+
+    int DeOtraGer() const { return m_deOtraGer; } ///< name another office than the tables will
     int ConTabulador() const { return m_conTabulador; }
     int SinTipo() const { return m_sinTipo; }   ///< begin as no record does
     int ConFines() const { return m_conFines; } ///< have ends of lines, or of files, within
@@ -26,9 +30,12 @@ public:
 
 private:
     void TomaTipo(std::string_view linea, bool acaba);
+    void TomaGer(std::string_view linea);
     void TomaControles(std::string_view linea);
 
     bool m_esLista;
+    std::array<char, 3> m_ger = {}; // of the first line that tells it
+    int m_deOtraGer = 0;
     int m_conTabulador = 0;
     int m_sinTipo = 0;
     int m_conFines = 0;

@@ -119,6 +119,12 @@ std::size_t Seguidas(const CColaLineas& subparcelas)
     return subparcelas.CuantasIguales(kPolig.columna, kPolig.ancho + kParcela.ancho);
 }
 
+/// Tells whether a character, which a line gives by its number, can't stand in a row of a table.
+bool ParteLaFila(char c)
+{
+    return c == '\t' || c == '\n' || c == '\r';
+}
+
 /// Links the parcel to the holder of a TL line that has the number which the parcel names.
 void Enlaza(CLecturaCatastro& lectura, int indiceParcela, const CTitularLeido& leido,
             const CString& Tit)
@@ -144,7 +150,7 @@ void Enlaza(CLecturaCatastro& lectura, int indiceParcela, const CTitularLeido& l
 void CCampivaAVexaDlg::LeeArchivoNormal(CBaseCatastro& base, CStdioFile* entrada, CStdioFile* log,
                                         int* numErrores, int* numWarnings)
 {
-    CLecturaCatastro lectura(base, {*log, *numErrores, *numWarnings});
+    CLecturaCatastro lectura(base, {*log, *numErrores, *numWarnings}, m_vista);
     Fase(IDS_LEYENDO_BASE);
     const std::uint64_t longitud = entrada->GetLength();
     char bufer[kLineaCatastro + 1];
@@ -181,16 +187,17 @@ bool CCampivaAVexaDlg::AsientaParcelas(CLecturaCatastro& lectura)
     if (n == 0)
         return true;
     lectura.Municipio().ReservaParcelas(n);
-    m_ultimo = lectura.Municipio().Mun;
+    m_vista.ultimo = lectura.Municipio().Mun;
     for (std::size_t k = 0; k < n; ++k, lectura.parcelasLeidas.Quita()) {
         if (!Avanza(k, n))
             return false;
         // All are looked for in the one municipality, with their places and holders.
-        m_deOtro += CLineaFija(lectura.parcelasLeidas.Primera()).Entero(kLeeMun) != m_ultimo;
+        m_vista.deOtroUltimo +=
+            CLineaFija(lectura.parcelasLeidas.Primera()).Entero(kLeeMun) != m_vista.ultimo;
         CParcela parcela;
         CDatosLinea datos;
         parcela.Lee(lectura.parcelasLeidas.Primera(), kModoCatastro, datos);
-        m_pasan += datos.pasan ? 1 : 0;
+        lectura.vista.campos.Toma(datos);
         CVinculoParcela& vinculo = lectura.vinculosParcela.emplace_back();
         vinculo.numImputa = datos.numImputa;
         vinculo.Tit = datos.Tit;
@@ -211,6 +218,8 @@ bool CCampivaAVexaDlg::AsientaSubparcelas(CLecturaCatastro& lectura)
         CSubparcela subparcela;
         CDatosLinea datos;
         subparcela.Lee(lectura.subparcelasLeidas.Primera(), kModoCatastro, datos);
+        lectura.vista.campos.Toma(datos);
+        m_vista.parten += ParteLaFila(subparcela.cSing) ? 1 : 0;
         int i = kNoEncontrado;
         if (!lectura.Municipio().BuscaParcela(datos.Polig, datos.Parcela, i)) {
             Avisa(lectura.avisos, kSubparcelaSinParcela, datos.Polig, datos.Parcela,

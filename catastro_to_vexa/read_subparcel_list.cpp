@@ -1,3 +1,4 @@
+#include <tuple>
 #include <utility>
 
 #include "cadastre/exchange_lines.h"
@@ -18,18 +19,24 @@ struct CActual {
 struct CLecturaLista {
     CBaseCatastro& base;
     CAvisos avisos;
-    CActual titular;
-    CActual parcela;
-    CString Tit;   ///< of the last parcel line that was long enough to tell it
-    int pasan = 0; ///< lines with a number that passes 32 bits
+    CEntradaVista& vista;
+    CActual titular = {};
+    CActual parcela = {};
+    CString Tit = {}; ///< of the last parcel line that was long enough to tell it
 };
 
 void TomaTitular(std::string_view linea, int municipio, CLecturaLista& lectura)
 {
     CTitular titular;
-    titular.Lee(linea, kModoLista);
+    CDatosLinea datos;
+    titular.Lee(linea, kModoLista, datos);
+    lectura.vista.campos.Toma(datos);
     CMunicipio& suyo = lectura.base.DameMunicipio(municipio);
-    lectura.titular = {municipio, RegistraTitular(lectura.avisos, suyo, std::move(titular))};
+    const int numero = titular.NumOrden;
+    const int i = RegistraTitular(lectura.avisos, suyo, std::move(titular));
+    const int conSuNumero = suyo.BuscaTitularNumOrden(numero);
+    lectura.vista.titularesDeOtro += conSuNumero >= 0 && conSuNumero != i ? 1 : 0;
+    lectura.titular = {municipio, i};
 }
 
 void TomaParcela(std::string_view linea, int municipio, CLecturaLista& lectura)
@@ -40,11 +47,20 @@ void TomaParcela(std::string_view linea, int municipio, CLecturaLista& lectura)
     datos.Tit = lectura.Tit;
     parcela.Lee(linea, kModoLista, datos);
     lectura.Tit = datos.Tit;
-    lectura.pasan += datos.pasan ? 1 : 0;
+    lectura.vista.campos.Toma(datos);
     CParaje paraje(datos.nombreParaje);
     paraje.NumOrden = static_cast<short>(suyo.Parajes().size());
     parcela.paraje = suyo.InsertaParaje(paraje);
-    lectura.parcela = {municipio, suyo.InsertaParcela(std::move(parcela))};
+    const auto datosSuyos = [](const CParcela& p) {
+        return std::tuple(p.Zona, p.Superficie, p.paraje);
+    };
+    const auto leidos = datosSuyos(parcela);
+    const int i = suyo.InsertaParcela(std::move(parcela));
+    if (i < 0)
+        ++lectura.vista.sinReferencia;
+    else
+        lectura.vista.conOtrosDatos += datosSuyos(suyo.DameParcela(i)) == leidos ? 0 : 1;
+    lectura.parcela = {municipio, i};
 }
 
 void TomaSubparcela(std::string_view linea, CLecturaLista& lectura)
@@ -54,7 +70,7 @@ void TomaSubparcela(std::string_view linea, CLecturaLista& lectura)
     CSubparcela subparcela;
     CDatosLinea datos;
     subparcela.Lee(linea, kModoLista, datos);
-    lectura.pasan += datos.pasan ? 1 : 0;
+    lectura.vista.campos.Toma(datos);
     const CString letra = subparcela.letra;
     const int superfic = subparcela.superfic;
     const auto& [municipio, i] = lectura.parcela;
@@ -65,8 +81,12 @@ void TomaSubparcela(std::string_view linea, CLecturaLista& lectura)
     parcela.InsertaSubparcela(std::move(subparcela), repetida);
     if (repetida)
         Avisa(lectura.avisos, kSubparcelaDuplicada, parcela.Polig, parcela.Parcela, letra);
-    if (lectura.titular.indice >= 0 && lectura.titular.municipio == municipio)
+    if (lectura.titular.indice < 0)
+        return;
+    if (lectura.titular.municipio == municipio)
         parcela.InsertaCotitular(lectura.titular.indice, kSinOrden, superfic, lectura.Tit);
+    else
+        ++lectura.vista.sinSuTitular;
 }
 
 void TomaLinea(std::string_view linea, CLecturaLista& lectura)
@@ -89,7 +109,8 @@ void TomaLinea(std::string_view linea, CLecturaLista& lectura)
 void CCampivaAVexaDlg::LeeListaSubparcelas(CBaseCatastro& base, CStdioFile* entrada,
                                            CStdioFile* log, int* numErrores, int* numWarnings)
 {
-    CLecturaLista lectura{base, {*log, *numErrores, *numWarnings}, {}, {}, {}, 0};
+    CLecturaLista lectura{
+        .base = base, .avisos = {*log, *numErrores, *numWarnings}, .vista = m_vista};
     Fase(IDS_LEYENDO_BASE);
     const std::uint64_t longitud = entrada->GetLength();
     char bufer[kLineaLista + 1];
@@ -100,6 +121,7 @@ void CCampivaAVexaDlg::LeeListaSubparcelas(CBaseCatastro& base, CStdioFile* entr
             const CLineaFija fija(linea);
             cabecera = !fija.Vacia();
             base.Ger = static_cast<short>(fija.Entero(kLeeGer));
+            m_lineas.TomaCabecera(linea);
             continue;
         }
         if (!Avanza(entrada->GetPosition(), longitud))
@@ -107,7 +129,6 @@ void CCampivaAVexaDlg::LeeListaSubparcelas(CBaseCatastro& base, CStdioFile* entr
         TomaLinea(linea, lectura);
         m_lineas.Toma(linea);
     }
-    m_pasan = lectura.pasan;
     Fase(IDS_ASIGNANDO_TITULARIDAD);
     base.ReparteParticipaciones();
 }

@@ -62,24 +62,22 @@ void CVexaACampiva2Dlg::ObservaFilas()
             if (loEs)
                 Sospecha(forma, tabla->archivo);
         SospechaPagina(tabla->pagina, tabla->archivo);
-        const struct {
-            int cuantas;
-            const char* forma;
-        } deAlgunas[] = {{tabla->partidas, observaciones::kFilasPartidas},
+        SospechaCuentas({{tabla->partidas, observaciones::kFilasPartidas},
                          {vale ? tabla->incompletas : 0, observaciones::kFilasIncompletas},
                          {vale ? tabla->sinMunicipio : 0, observaciones::kFilasSinMunicipio},
                          {tabla->repetidas, observaciones::kFilasRepetidas},
-                         {tabla->pasan, observaciones::kNumerosQuePasan},
+                         {vale ? tabla->campos.pasan : 0, observaciones::kNumerosQuePasan},
                          {tabla->conComillas, observaciones::kEntreComillas},
-                         {vale ? tabla->conResto : 0, observaciones::kNumerosConResto}};
-        for (const auto& [cuantas, forma] : deAlgunas)
-            if (cuantas > 0)
-                Sospecha(forma, tabla->archivo, cuantas);
+                         {vale ? tabla->campos.conResto : 0, observaciones::kNumerosConResto},
+                         {vale ? tabla->campos.conLetras : 0, observaciones::kLetrasDeMas}},
+                        tabla->archivo);
     }
-    if (m_vistas.titularesSinNumero > 0)
-        Sospecha(observaciones::kNumerosDeOtro, ArchivoTitulares, m_vistas.titularesSinNumero);
-    if (m_vistas.sumados > 0)
-        Sospecha(observaciones::kSumados, ArchivoCotitulares, m_vistas.sumados);
+    SospechaCuentas({{m_vistas.titularesSinNumero, observaciones::kNumerosDeOtro}},
+                    ArchivoTitulares);
+    SospechaCuentas({{m_vistas.sumados, observaciones::kSumados},
+                     {m_vistas.faltasDeTitular, observaciones::kFaltanTitulares}},
+                    ArchivoCotitulares);
+    SospechaCuentas({{m_vistas.enHojaSinNombre, observaciones::kHojasSinNombre}}, ArchivoOrtos);
 }
 
 void CVexaACampiva2Dlg::ObservaTabla(const CTablaVista& tabla)
@@ -118,19 +116,20 @@ void CVexaACampiva2Dlg::ObservaEntradas()
     }
     for (const CTablaVista* tabla : TablasVistas()) {
         ObservaTabla(*tabla);
-        if (tabla->deOtraGer > 0)
-            Sospecha(observaciones::kFilasDeOtraGer, tabla->archivo, tabla->deOtraGer);
+        SospechaCuentas({{tabla->deOtraGer, observaciones::kFilasDeOtraGer}}, tabla->archivo);
     }
+    if (parcelas.ajenas == 0) // the tables are one municipality's
+        for (const CTablaVista* tabla :
+             {&m_vistas.parajes, &m_vistas.modulos, &m_vistas.titulares, &m_vistas.cotitulares})
+            SospechaCuentas({{tabla->ajenas, observaciones::kFilasSinParcelas}}, tabla->archivo);
     if (Modificar == 0)
         return; // all stays in the tables
     for (const CTablaVista* tabla : {&parcelas, &subparcelas}) {
-        if (tabla->ajenas > 0)
-            Sospecha(observaciones::kFilasAjenas, tabla->archivo, tabla->ajenas);
+        SospechaCuentas({{tabla->ajenas, observaciones::kFilasAjenas}}, tabla->archivo);
         if (tabla->conColumnasPropias)
             Sospecha(observaciones::kColumnasPropias, tabla->archivo);
-        if (tabla->sueltas > 0)
-            Sospecha(observaciones::kFilasSueltas, tabla->archivo, tabla->sueltas);
-        if (tabla->dejadas > 0 && !NingunaVale(*tabla))
-            Sospecha(observaciones::kFilasDejadas, tabla->archivo, tabla->dejadas);
+        SospechaCuentas({{tabla->sueltas, observaciones::kFilasSueltas},
+                         {NingunaVale(*tabla) ? 0 : tabla->dejadas, observaciones::kFilasDejadas}},
+                        tabla->archivo);
     }
 }

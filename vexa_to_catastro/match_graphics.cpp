@@ -20,6 +20,7 @@ bool CVexaACampiva2Dlg::CruzaGraficoConBase(CStdioFile* log, int* numErrores, in
         !LeeCotitulares(log, numErrores, numWarnings, municipio) || !LeeOrtos(cruce.ortos) ||
         !LeeListaPoligonos(entradas) || !RecorrePoligonos(entradas, avisos, *municipio, cruce))
         return false;
+    m_vistas.faltasDeTitular = municipio->ParcelasFaltasDeTitular();
     CompruebaGrafico(log, numErrores, municipio, cruce.ParcelasVistas, cruce.SubparcelasVistas);
     CompruebaSuperficies(log, numErrores, numWarnings, municipio);
     return true;

@@ -1,5 +1,6 @@
 #include "cadastre/label_codes.h"
 #include "cadastre/wrapping.h"
+#include "platform/plain_texts.h"
 #include "vexa_libs/ccadena.h"
 #include "vexa_libs/topology.h"
 #include "vexa_to_catastro/topology_walk.h"
@@ -90,14 +91,16 @@ void CVexaACampiva2Dlg::GuardaContorno(const CPoligonoTopologico& registro, CFil
 
 void CVexaACampiva2Dlg::AjustaParcela(CParcela& parcela, const CPoligonoTopologico& registro,
                                       double area, const CPunto<int>& punto,
-                                      const CZonasOrto& ortos) const
+                                      const CZonasOrto& ortos)
 {
     if (parcela.claveConc == ' ' || ModificarConcentradas != 0)
         parcela.Superficie = Corta((registro.EsIsla() ? parcela.Superficie + area : area) + 0.5);
     parcela.x = Recorta(punto.X);
     parcela.y = Recorta(punto.Y);
-    if (const CString* orto = ortos.BuscaOrto(punto))
+    if (const CString* orto = ortos.BuscaOrto(punto)) {
         parcela.numOrtofoto = *orto;
+        m_vistas.enHojaSinNombre += SinBlancos(*orto, " ").empty() ? 1 : 0;
+    }
 }
 
 int CVexaACampiva2Dlg::ParcelaDelRotulo(const CAvisos& avisos, int polig, int numero,

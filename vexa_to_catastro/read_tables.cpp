@@ -180,8 +180,11 @@ bool CVexaACampiva2Dlg::LeeParajes(CStdioFile* /*log*/, int* /*numErrores*/, int
                         CDatosLinea datos;
                         const bool leido = paraje.Lee(fila, kModoTabla, datos);
                         vista.Cuenta(leido, datos);
-                        if (leido)
-                            municipio->InsertaParaje(paraje);
+                        if (!leido)
+                            return;
+                        const int conSuNumero = municipio->BuscaParaje(paraje.NumOrden);
+                        municipio->InsertaParaje(paraje);
+                        vista.repetidas += conSuNumero >= 0 ? 1 : 0;
                     });
 }
 
@@ -195,8 +198,11 @@ bool CVexaACampiva2Dlg::LeeModulos(CStdioFile* /*log*/, int* /*numErrores*/, int
                         CDatosLinea datos;
                         const bool leido = modulo.Lee(fila, kModoTabla, datos);
                         vista.Cuenta(leido, datos);
-                        if (leido)
-                            municipio->InsertaModulo(modulo);
+                        if (!leido)
+                            return;
+                        const std::size_t antes = municipio->Modulos().size();
+                        municipio->InsertaModulo(modulo);
+                        vista.repetidas += municipio->Modulos().size() == antes ? 1 : 0;
                     });
 }
 
@@ -214,9 +220,11 @@ bool CVexaACampiva2Dlg::LeeTitulares(CStdioFile* log, int* numErrores, int* numW
                         if (!leido)
                             return;
                         const int numero = titular.NumOrden;
+                        const int conSuNumero = municipio->BuscaTitularNumOrden(numero);
                         const int i = RegistraTitular(avisos, *municipio, std::move(titular));
-                        const bool loTiene = municipio->DameTitular(i).NumOrden != kSinNumero;
-                        m_vistas.titularesSinNumero += loTiene || numero == kSinNumero ? 0 : 1;
+                        if (numero == kSinNumero || conSuNumero < 0)
+                            return;
+                        ++(conSuNumero == i ? vista.repetidas : m_vistas.titularesSinNumero);
                     });
 }
 
@@ -238,7 +246,7 @@ void CVexaACampiva2Dlg::TomaParcela(std::string_view fila, const CAvisos& avisos
     CDatosLinea datos;
     const bool leida = parcela.Lee(fila, kModoTabla, datos);
     m_vistas.parcelas.incompletas += leida && !datos.faltan ? 0 : 1;
-    m_vistas.parcelas.CuentaNumeros(datos);
+    m_vistas.parcelas.campos.Toma(datos);
     if (datos.faltan)
         return;
     const int titular = municipio.BuscaTitularNumOrden(datos.numImputa);
@@ -281,7 +289,7 @@ bool CVexaACampiva2Dlg::LeeSubparcelas(CStdioFile* log, int* numErrores, int* nu
             CDatosLinea datos;
             const bool leida = subparcela.Lee(fila, kModoTabla, datos);
             vista.incompletas += leida ? 0 : 1;
-            vista.CuentaNumeros(datos);
+            vista.campos.Toma(datos);
             int i = kNoEncontrado;
             if (!municipio->BuscaParcela(datos.Polig, datos.Parcela, i)) {
                 Avisa(avisos, kSubparcelaSinParcela, datos.Polig, datos.Parcela, datos.letra);

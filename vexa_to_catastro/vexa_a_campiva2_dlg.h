@@ -73,26 +73,20 @@ private:
         int partidas = 0;      ///< those with more fields than the table has
         int sinMunicipio = 0;  ///< those in whose second field no number stands
         int deOtraGer = 0;     ///< those of the municipality's number in another province
-        int repetidas = 0;     ///< those of a parcel that an earlier one has made
-        int conResto = 0;      ///< those with a number of which only the beginning is read
-        int pasan = 0;         ///< those with a number that passes 32 bits
+        int repetidas = 0;     ///< those of what an earlier one has made
         int conComillas = 0;   ///< those with a text in quotes
         int sueltas = 0;       ///< those that name a holder or a place that isn't there
         int dejadas = 0;       ///< those that became no record, which the log tells one by one
         bool conColumnasPropias = false; ///< all are split: somebody has added columns
         bool cortada = false;            ///< it ends in the middle of a row
         bool soloRetornos = false;       ///< no line feed ends its lines, which are read as one
+        CCamposVistos campos = {};
         ansi::CMiraPagina pagina = {};
 
         void Cuenta(bool leida, const CDatosLinea& datos)
         {
             ++(leida ? tomadas : incompletas);
-            CuentaNumeros(datos);
-        }
-        void CuentaNumeros(const CDatosLinea& datos)
-        {
-            pasan += datos.pasan ? 1 : 0;
-            conResto += datos.resto ? 1 : 0;
+            campos.Toma(datos);
         }
         /// Counts a row that isn't empty, whosever it is.
         /// \param suyo       the municipality's number that stands in it
@@ -147,7 +141,7 @@ private:
     /// Gives the parcel surface, position and sheet. `area` is square metres, the point that of the
     /// label.
     void AjustaParcela(CParcela& parcela, const vexageo::CPoligonoTopologico& registro, double area,
-                       const vexageo::CPunto<int>& punto, const CZonasOrto& ortos) const;
+                       const vexageo::CPunto<int>& punto, const CZonasOrto& ortos);
     /// Keeps the boundary of a parcel and, in step with it, its label, for the subparcels.
     void GuardaContorno(const vexageo::CPoligonoTopologico& registro, CFile* bin,
                         CPoligonoEnCurso& poligono);
@@ -199,6 +193,8 @@ private:
         int parcelasDelMunicipio = 0; ///< rows with both codes of the list's first line
         int titularesSinNumero = 0;   ///< rows of holders whose number another one has
         int sumados = 0;              ///< rows of co-holders who held the parcel before them
+        int faltasDeTitular = 0;      ///< parcels whose shares leave something out
+        int enHojaSinNombre = 0;      ///< parcels that lie on a sheet whose label is blank
         CTablaVista parajes{kCabeceraParajes, "paraje", "parajes"};
         CTablaVista modulos{kCabeceraModulos, "módulo"_ansi, "módulos"_ansi};
         CTablaVista titulares{kCabeceraTitulares, "titular", "titulares"};

@@ -45,10 +45,14 @@ void CVexaAInfografDlg::OnOK()
         return;
     // The way back's page bears the log's name.
     NombraInforme(CFile::RutaCompleta(carpeta + nombreSalida + "_infograf.html"));
-    if (const int deMas = EntradasDeMas(entradas); deMas > 0)
-        Sospecha(observaciones::kPoligonosDeMas, ArchivoTren, deMas);
+    SospechaCuentas({{EntradasDeMas(entradas), observaciones::kPoligonosDeMas}}, ArchivoTren);
     ActivaControles(false);
+    m_sueltos = 0;
+    m_sinNumero = 0;
     GrabaInfograf(&csp, entradas, carpeta);
+    SospechaCuentas({{m_sueltos, observaciones::kRecintosSueltos},
+                     {m_sinNumero, observaciones::kRecintosSinNumero}},
+                    ArchivoTren);
     Log().Close();
     ObservaDesbordes(csp, salida);
     csp.Close();

@@ -54,6 +54,10 @@ private:
     bool GrabaPoligonos(const CEntradaInfograf& entrada, const CSalidaInfograf& salida);
     bool GrabaSubparcelas(const CEntradaInfograf& entrada, const CSalidaInfograf& salida);
 
+    // What the records of a run don't tell of its drawings.
+    int m_sueltos = 0;   ///< outlines without a record: nothing that should hold them does
+    int m_sinNumero = 0; ///< parcels and polygons whose labels are no number
+
     const std::array<CCampo, 2> m_campos = {{
         {IDC_TREN, "ArchivoTren", &ArchivoTren},
         {IDC_ORTOS, "ArchivoOrtos", &ArchivoOrtos},

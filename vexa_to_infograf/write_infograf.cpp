@@ -149,10 +149,13 @@ bool CVexaAInfografDlg::GrabaParcelas(CEntradaInfograf& entrada, const CSalidaIn
         CTopologia& parcelas = *entrada.parcelas;
         CRegistroInfograf registro(kParcelaInfograf);
         registro.Parcela = DameNumero(parcelas, i);
+        m_sinNumero += registro.Parcela > 0 ? 0 : 1;
         if (entrada.poligono) {
             const int poligono = entrada.poligono->EncuentraPoligono(DamePunto(parcelas, i));
-            if (poligono < 0)
+            if (poligono < 0) {
+                ++m_sueltos;
                 return; // its subparcels will be left out with it
+            }
             parcelas.SetPadre(i, poligono);
             registro.Polig = DameNumero(*entrada.poligono, poligono);
         }
@@ -166,6 +169,7 @@ bool CVexaAInfografDlg::GrabaPoligonos(const CEntradaInfograf& entrada,
     return Recorre(IDS_REGISTRANDO_POLIGONOS, entrada.poligono, [&](int i) {
         CRegistroInfograf registro(kPoligonoInfograf);
         registro.Polig = DameNumero(*entrada.poligono, i);
+        m_sinNumero += registro.Polig > 0 ? 0 : 1;
         salida.Graba(registro, *entrada.poligono, i);
     });
 }
@@ -176,8 +180,10 @@ bool CVexaAInfografDlg::GrabaSubparcelas(const CEntradaInfograf& entrada,
     return Recorre(IDS_REGISTRANDO_SUBPARCELAS, entrada.subparcelas, [&](int i) {
         const CTopologia& subparcelas = *entrada.subparcelas;
         CRegistroInfograf registro(kSubparcelaInfograf);
-        if (!SituaSubparcela(entrada, DamePunto(subparcelas, i), registro))
+        if (!SituaSubparcela(entrada, DamePunto(subparcelas, i), registro)) {
+            ++m_sueltos;
             return;
+        }
         registro.letras = subparcelas.DameTextoCentroide(i);
         salida.Graba(registro, subparcelas, i);
     });

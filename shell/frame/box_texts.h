@@ -77,6 +77,20 @@ inline constexpr const char* kLineasCortas =
 inline constexpr const char* kOtraUltima = "En %s hay parcelas, %d, de otro municipio que el de su "
                                            "última línea, %03d, que es donde se han "
                                            "buscado los datos de todas. ¿Sobra esa línea?"_ansi;
+inline constexpr const char* kLineasDeOtraGer =
+    "En %s hay líneas de otra gerencia que la primera, %d. Las tablas llevan la de ella"_ansi;
+inline constexpr const char* kParajesDeOtro =
+    "En %s hay parajes con el número de otro, %d. Sus parcelas van al primero"_ansi;
+inline constexpr const char* kQuedanSinNumero = "En %s hay líneas de titulares con el número de "
+                                                "otro, %d. Quedan sin número, y sus parcelas sin "
+                                                "titular"_ansi;
+inline constexpr const char* kParcelasSinReferencia =
+    "En %s hay parcelas sin número o sin polígono, %d. No se han leído, ni sus subparcelas"_ansi;
+inline constexpr const char* kParcelasConOtrosDatos =
+    "En %s hay parcelas que vienen otra vez con otra superficie, zona o paraje, %d. Vale la "
+    "primera"_ansi;
+inline constexpr const char* kSubparcelasSinTitular =
+    "En %s hay subparcelas de un titular de otro municipio, %d. Quedan sin él"_ansi;
 inline constexpr const char* kTabuladores = "En %s hay líneas con tabuladores, %d. El texto que "
                                             "lleva uno queda partido en su tabla, y lo que "
                                             "va detrás se lee en otra columna"_ansi;
@@ -90,17 +104,26 @@ inline constexpr const char* kFilasSinMunicipio =
 inline constexpr const char* kFilasDeOtraGer =
     "En %s hay filas de otra provincia que la de la lista, %d. Se han leído como del municipio"_ansi;
 inline constexpr const char* kFilasRepetidas =
-    "En %s hay filas de parcelas que ya tienen otra, %d. Vale la primera"_ansi;
+    "En %s hay filas de lo que ya tiene otra, %d. Vale la primera"_ansi;
+inline constexpr const char* kFilasSinParcelas =
+    "En %s hay filas de un municipio del que no hay parcelas, %d. No se han leído"_ansi;
+inline constexpr const char* kLetrasDeMas =
+    "En %s hay filas con más de una letra donde cabe una, %d. Se ha leído la primera"_ansi;
+inline constexpr const char* kFaltanTitulares =
+    "En %s hay parcelas cuyas participaciones suman menos de 100, %d. ¿Falta algún titular?"_ansi;
 inline constexpr const char* kNumerosQuePasan =
-    "En %s hay registros con un valor o una superficie de más de 2147483647, %d, que se han leído "
-    "mal"_ansi;
+    "En %s hay registros con un número demasiado grande, %d, que se ha leído mal: un valor o una "
+    "superficie llega a 2147483647; un volumen, a 32767"_ansi;
+inline constexpr const char* kCaracteresQueParten =
+    "En %s hay construcciones cuyo carácter singular es un tabulador o un fin de línea, %d, que "
+    "parte su fila"_ansi;
 inline constexpr const char* kNumerosDeOtro =
     "En %s hay titulares con el número de otro, %d. Sus parcelas van a nombre del primero"_ansi;
 inline constexpr const char* kSumados =
     "En %s hay filas de quien ya es titular de su parcela, %d. Sus participaciones se han sumado"_ansi;
-inline constexpr const char* kNumerosConResto =
-    "En %s hay filas con números que llevan algo más que cifras, %d. Se han leído sin lo que va "
-    "detrás"_ansi;
+inline constexpr const char* kNumerosConResto = "En %s hay registros con números que llevan algo "
+                                                "más que cifras, %d. Se han leído sin lo que va "
+                                                "detrás"_ansi;
 inline constexpr const char* kPoligonosDeMas =
     "La lista %s nombra otra vez polígonos que ya tiene, %d. Sus registros van repetidos"_ansi;
 inline constexpr const char* kFilasSueltas =
@@ -126,6 +149,17 @@ inline constexpr const char* kDibujoSinLeer =
     "El archivo %s está en su sitio y no se pudo leer: lo escrito no cuenta con él"_ansi;
 inline constexpr const char* kDibujoAMedias =
     "El archivo %s está dañado o fuera de fecha: lo escrito no cuenta con todo lo que dibuja"_ansi;
+inline constexpr const char* kTopologiaVacia =
+    "El archivo %s está vacío: de él no sale ningún recinto"_ansi;
+inline constexpr const char* kHojasSinNombre =
+    "En %s hay hojas sin rótulo, y parcelas en ellas, %d, que quedan sin hoja"_ansi;
+inline constexpr const char* kRecintosSueltos =
+    "En los dibujos de %s hay recintos fuera de su parcela o de su polígono, %d, que quedan sin "
+    "registro"_ansi;
+inline constexpr const char* kRecintosSinNumero =
+    "En los dibujos de %s hay parcelas o polígonos sin número en su rótulo, %d. Su registro lleva "
+    "un "
+    "0"_ansi;
 inline constexpr const char* kRotulosPartidos =
     "En %s hay rótulos con un tabulador o un fin de línea, %d, que parten las filas donde se "
     "escriben. Corríjalos en el dibujo"_ansi;

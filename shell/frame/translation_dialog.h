@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <initializer_list>
 #include <memory>
 #include <optional>
 #include <span>
@@ -142,6 +143,12 @@ protected:
         Observa(forma, argumentos...);
         ConservaAnteriores();
     }
+    struct CCuenta {
+        int cuantas;
+        const char* forma; ///< names the file, then says how many
+    };
+    /// The same of each thing of which the file has some.
+    void SospechaCuentas(std::initializer_list<CCuenta> cuentas, const CString& archivo);
     /// What the outputs replace is to stay beside them.
     void ConservaAnteriores() { m_proceso->salidas.ConservaAnteriores(); }
     /// The same where lines of an input, which belong in code page 1252, are in another one.

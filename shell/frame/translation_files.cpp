@@ -188,23 +188,30 @@ void CTraduccionDlg::ObservaDesbordes(const CStdioFile& salida, const CString& n
         Observa(observaciones::kDesbordes, nombre, cuantos, primero);
 }
 
+void CTraduccionDlg::SospechaCuentas(std::initializer_list<CCuenta> cuentas, const CString& archivo)
+{
+    for (const auto& [cuantas, forma] : cuentas)
+        if (cuantas > 0)
+            Sospecha(forma, archivo, cuantas);
+}
+
 void CTraduccionDlg::SospechaPagina(const ansi::CMiraPagina& pagina, const CString& archivo)
 {
     if (pagina.TodasEnUtf8())
         Sospecha(observaciones::kParecenUtf8, archivo);
-    else if (pagina.EnUtf8() > 0)
-        Sospecha(observaciones::kLineasEnUtf8, archivo, pagina.EnUtf8());
-    if (pagina.DeDos() > 0)
-        Sospecha(observaciones::kLineasDeDos, archivo, pagina.DeDos());
+    else
+        SospechaCuentas({{pagina.EnUtf8(), observaciones::kLineasEnUtf8}}, archivo);
+    SospechaCuentas({{pagina.DeDos(), observaciones::kLineasDeDos}}, archivo);
 }
 
 void CTraduccionDlg::ObservaDibujo(const CFile& topologia, bool dañada, const CFile& dibujo,
                                    int partidos)
 {
+    if (topologia.GetLength() == 0)
+        Sospecha(observaciones::kTopologiaVacia, topologia.GetFilePath());
     if (dañada)
         Sospecha(observaciones::kDibujoAMedias, topologia.GetFilePath());
-    if (partidos > 0)
-        Sospecha(observaciones::kRotulosPartidos, dibujo.GetFilePath(), partidos);
+    SospechaCuentas({{partidos, observaciones::kRotulosPartidos}}, dibujo.GetFilePath());
 }
 
 void CTraduccionDlg::ObservaEntradaConPunto(const CString& carpeta, const CString& entrada)

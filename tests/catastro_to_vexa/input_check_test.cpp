@@ -18,6 +18,8 @@ std::string Veces(int veces, const std::string& linea)
 
 const std::string kBuena = "PJ045127   00001LA ERA" + std::string(30, ' ');
 
+const std::string kOtra = "PJ045127   00002EL ALTO" + std::string(30, ' ');
+
 /// The line with something else at a column.
 std::string Con(std::string linea, std::size_t columna, std::string_view texto)
 {
@@ -25,12 +27,41 @@ std::string Con(std::string linea, std::size_t columna, std::string_view texto)
 }
 
 const std::string kParcela = "PR045127" + std::string(100, ' ');
+const std::string kConstruccion = "SC045127" + std::string(100, ' ');
+
+/// A holder of a list.
+std::string Titular(std::string_view numero, std::string_view nombre,
+                    std::string_view municipio = "127")
+{
+    const std::string linea = "31045" + std::string(municipio) + std::string(80, ' ');
+    return Con(Con(linea, 8, numero).substr(0, linea.size()), 49, nombre);
+}
+
+/// A parcel of an exchange file, and its holder with a share.
+std::string Participa(std::string_view parcela, std::string_view titular, std::string_view partici)
+{
+    const auto pon = [](std::string linea, std::size_t columna, std::string_view texto) {
+        return linea.replace(columna, texto.size(), texto);
+    };
+    std::string suya = pon("PR045127" + std::string(100, ' '), 13, "001");
+    suya = pon(pon(pon(pon(suya, 16, parcela), 46, titular), 53, "PR"), 71, "00001");
+    std::string suyo = pon("TL045127" + std::string(100, ' '), 11, titular);
+    suyo = pon(pon(suyo, 18, partici), 23, titular); // a name of its own
+    return suya + "\r\n" + suyo + "\r\n";
+}
+
+/// A line of a type with 100 more blanks.
+std::string De(std::string_view tipo)
+{
+    return std::string(tipo) + kParcela.substr(tipo.size());
+}
 
 } // namespace
 
 TEST(EntradaSospechosa, IsToldBehindTheSummaryAndKeepsWhatItsTablesReplace)
 {
-    const std::string relacion = "32045127" + std::string(80, ' ');
+    const std::string relacion =
+        "32045127" + std::string(13, ' ') + "00100001" + std::string(59, ' ');
     const struct {
         const char* motivo;
         std::string entrada;
@@ -87,11 +118,11 @@ TEST(EntradaSospechosa, IsToldBehindTheSummaryAndKeepsWhatItsTablesReplace)
          "líneas con más de un registro, 1. Sólo se ha leído el primero"},
         {"columns for other readers", Veces(2, kBuena + "2045127"), 0, ""},
         {"a type that nobody reads here", Veces(1, kBuena) + Veces(1, "CT045127"), 0, ""},
-        {"cut in its last line", Veces(2, kBuena) + kBuena.substr(0, 20), 0,
+        {"cut in its last line", Veces(2, kBuena) + kOtra.substr(0, 20), 0,
          "acaba a mitad de una línea"},
         {"without its last line end", Veces(2, kBuena) + kBuena, 0, ""},
         {"as short as one before",
-         Veces(1, kBuena.substr(0, 20)) + Veces(1, kBuena) + kBuena.substr(0, 20), 0, ""},
+         Veces(1, kOtra.substr(0, 20)) + Veces(1, kBuena) + kOtra.substr(0, 20), 0, ""},
         {"blanks alone", Veces(1, kBuena) + Veces(1, "   ") + Veces(1, kBuena), 0, ""},
         {"the code page",
          Veces(1, std::string("PJ045127   00001LA PEÑA"_ansi) + std::string(30, ' ')), 0, ""},
@@ -112,11 +143,63 @@ TEST(EntradaSospechosa, IsToldBehindTheSummaryAndKeepsWhatItsTablesReplace)
          "hay titulares, y ninguna parcela que se haya podido leer"},
         {"values that have room in 32 bits, and one that hasn't",
          Veces(1, kBuena) + Con(kParcela, 30, "002147483647") + Con(kParcela, 30, "002147483648"),
-         0, "un valor o una superficie de más de 2147483647, 1, que se han leído mal"},
+         0,
+         "un número demasiado grande, 1, que se ha leído mal: un valor o una superficie llega a "
+         "2147483647; un volumen, a 32767"},
         {"surfaces of a list",
-         Veces(1, relacion) + Con(relacion, 67, "2147483647") + Con(relacion, 67, "4294967297") +
-             Con(relacion, 21, "00100001") + Con("33" + relacion.substr(2), 77, "9999999999"),
-         1, "un valor o una superficie de más de 2147483647, 2, que se han leído mal"},
+         Veces(1, relacion) + Con(relacion, 67, "2147483647") +
+             Con(Con(relacion, 24, "00002").substr(0, 88), 67, "4294967297") +
+             Con("33" + relacion.substr(2), 77, "9999999999"),
+         1,
+         "un número demasiado grande, 2, que se ha leído mal: un valor o una superficie llega a "
+         "2147483647; un volumen, a 32767"},
+        {"a volume that has room in 16 bits, and one that hasn't",
+         Veces(1, kBuena) + Con(kConstruccion, 50, "032767") + Con(kConstruccion, 50, "040000"), 0,
+         "un número demasiado grande, 1, que se ha leído mal: un valor o una superficie llega a "
+         "2147483647; un volumen, a 32767"},
+        {"numbers with a letter, one of each record",
+         Veces(1, kBuena) + Con(Con(kParcela, 71, "00001").substr(0, 108), 13, "00100001  1O1") +
+             Con(kConstruccion, 50, "03O767") + Con(De("TL"), 18, "100 O") +
+             Con(De("MD"), 56, "1x") + Con(De("PJ"), 11, "2O"),
+         0, "números que llevan algo más que cifras, 5. Se han leído sin lo que va detrás"},
+        {"a list's surface with a comma, and a holder's number with a letter",
+         Veces(1, relacion) + Con(relacion, 67, "    1234,5") +
+             Con("31" + relacion.substr(2), 8, "12O"),
+         1, "números que llevan algo más que cifras, 2. Se han leído sin lo que va detrás"},
+        {"characters that part a row, and one that doesn't",
+         Veces(1, kBuena) + Con(kConstruccion, 73, "009") + Con(kConstruccion, 73, "010") +
+             Con(kConstruccion, 73, "269") + Con(kConstruccion, 73, "065"),
+         0,
+         "construcciones cuyo carácter singular es un tabulador o un fin de línea, 3, que parte su "
+         "fila"},
+        {"another office in the first line, and none in another one",
+         Con(kBuena, 2, "046") + Veces(2, kBuena) + Con(kBuena, 2, "   "), 0,
+         "líneas de otra gerencia que la primera, 2. Las tablas llevan la de ella"},
+        {"a list whose heading names no office", Con(relacion, 2, "   ") + Veces(1, relacion), 1,
+         "líneas de otra gerencia que la primera, 1. Las tablas llevan la de ella"},
+        {"two places of one number, and one that comes twice",
+         Veces(2, kBuena) + Con(kBuena, 16, "EL ALTO"), 0,
+         "parajes con el número de otro, 1. Sus parcelas van al primero"},
+        {"holders of a list with one number",
+         Veces(2, relacion) + Titular("0000001", "ANA") + Titular("0000001", "ANA") +
+             Titular("0000001", "LUIS"),
+         1,
+         "líneas de titulares con el número de otro, 1. Quedan sin número, y sus parcelas sin "
+         "titular"},
+        {"parcels of a list without a number or a polygon",
+         Veces(1, relacion) + Con(relacion, 21, "00100000") + Con(relacion, 21, "   00001"), 1,
+         "parcelas sin número o sin polígono, 2. No se han leído, ni sus subparcelas"},
+        {"a parcel of a list under each of its holders, once with another surface",
+         Veces(3, relacion) + Con(relacion, 67, "         7"), 1,
+         "parcelas que vienen otra vez con otra superficie, zona o paraje, 1. Vale la primera"},
+        {"a subparcel of a list whose holder is in another municipality",
+         Veces(2, relacion) + Titular("0000001", "ANA", "128") +
+             Con("33" + relacion.substr(2), 29, "   a"),
+         1, "subparcelas de un titular de otro municipio, 1. Quedan sin él"},
+        {"a share that leaves something out, and one that is rounded",
+         Veces(1, kBuena) + Participa("00001", "0000001", "00050") +
+             Participa("00002", "0000002", "00099"),
+         0, "parcelas cuyas participaciones suman menos de 100, 1. ¿Falta algún titular?"},
         {"parcels of one municipality", kBuena + "\r\n" + Veces(2, kParcela), 0, ""},
         {"a last line that is none", kBuena + "\r\n" + Veces(2, kParcela) + "FIN", 0,
          "hay parcelas, 2, de otro municipio que el de su última línea, 000, que es donde se han "

@@ -158,6 +158,8 @@ case_vexa_to_catastro() {
   keys Return
   await Observaciones # a row couldn't be read
   keys Return
+  await Observaciones # and so on, as far as a box has room for it
+  keys Return
   await "Vexa a Catastro campiva"
   keys alt+r
   if [ -n "$runner" ]; then # what Wine has for texts

@@ -17,10 +17,13 @@ std::string EnUtf16(const std::string& texto)
     return salida;
 }
 
-/// Where a co-holder's row names whoever isn't the parcel's holder, number 1, already.
-bool NombraTitular(const std::string& tabla, int campo)
+/// What stands in a row that is like any other one: a co-holder isn't the parcel's holder, number
+/// 1, already, and the shares leave nothing out.
+std::string Valor(const std::string& tabla, int campo)
 {
-    return tabla == "Cotitulares" && campo == 5;
+    if (tabla == "Cotitulares" && campo == 5)
+        return "2";
+    return tabla == "Parcelas" && campo == 10 ? "100" : "1";
 }
 
 } // namespace
@@ -169,7 +172,7 @@ TEST_F(Cruce, TellsEachTableOfWhichNothingIsRead)
         const std::string fichero = tabla + ".txt";
         std::string fila = "045\t127";
         for (int i = 2; i < campos; ++i)
-            fila += NombraTitular(tabla, i) ? "\t2" : "\t1";
+            fila += "\t" + Valor(tabla, i);
         std::string conPuntos = fila;
         std::replace(conPuntos.begin(), conPuntos.end(), '\t', ';');
         const std::string suya(cabecera, std::strlen(cabecera) - 1);
@@ -372,7 +375,7 @@ TEST_F(Cruce, TellsRowsThatATabTooManyHasSplitAndThoseThatLackAField)
         const auto fila = [&, n = campos](int vacio, int mas = 0) {
             std::string suya = "045\t127";
             for (int i = 2; i < n + mas; ++i)
-                suya += i == vacio ? "\t" : NombraTitular(tabla, i) ? "\t2" : "\t1";
+                suya += "\t" + (i == vacio ? "" : Valor(tabla, i));
             return suya + "\r\n";
         };
         const std::string entera = fila(-1);
@@ -385,7 +388,11 @@ TEST_F(Cruce, TellsRowsThatATabTooManyHasSplitAndThoseThatLackAField)
                         "que va detrás se lee en otra columna");
         EXPECT_EQ(dice(tabla, {entera, incompleta, incompleta}),
                   hay + "sin algún campo que deben tener, 2. No se han leído");
-        EXPECT_EQ(dice(tabla, {entera, ajena(partida), ajena(incompleta)}), "");
+        const bool esDeParcelas = tabla == "Parcelas" || tabla == "Subparcelas";
+        EXPECT_EQ(dice(tabla, {entera, ajena(partida), ajena(incompleta)}),
+                  esDeParcelas
+                      ? ""
+                      : hay + "de un municipio del que no hay parcelas, 2. No se han leído");
         EXPECT_EQ(dice(tabla, {partida}), "") << "columns of somebody's own";
     }
 }
@@ -404,8 +411,8 @@ TEST_F(Cruce, TellsRowsThatAreReadOtherwiseThanTheySeemOrNotAtAll)
         {"045", "127", "0", "1", "3", "3", "", "", "7", "PR", "100", "VIEJA", "", "", "1", " "});
     const std::string sinParaje = Fila(
         {"045", "127", "0", "1", "4", "3", "", "", "1", "PR", "100", "VIEJA", "", "", "9", " "});
-    const auto modulo = [](const std::string& jornadas) {
-        return Fila({"045", "127", "LR", "1", "LABOR", "0", jornadas});
+    const auto modulo = [](const std::string& jornadas, const std::string& intensidad = "1") {
+        return Fila({"045", "127", "LR", intensidad, "LABOR", "0", jornadas});
     };
     const auto vinculo = [](const std::string& parte, const std::string& titular = "2") {
         return "045\t127\t0\t1\t1\t" + titular + "\tPR\t" + parte;
@@ -443,7 +450,7 @@ TEST_F(Cruce, TellsRowsThatAreReadOtherwiseThanTheySeemOrNotAtAll)
          "Parcelas",
          {una, otra, una, una},
          0,
-         hay + "de parcelas que ya tienen otra, 2. Vale la primera"},
+         hay + "de lo que ya tiene otra, 2. Vale la primera"},
         {"the end of the last row is missing",
          "Parcelas",
          {una, otra.substr(0, 20)},
@@ -488,7 +495,8 @@ TEST_F(Cruce, TellsRowsThatAreReadOtherwiseThanTheySeemOrNotAtAll)
          {una, Fila({"045", "127", "0", "1", "2", "3", "338.800", "", "1", "PR", "100", "HOJA", "",
                      "", "1", " "})},
          1,
-         hay + "con números que llevan algo más que cifras, 1. Se han leído sin lo que va detrás"},
+         "En Parcelas.txt hay registros con números que llevan algo más que cifras, 1. Se han "
+         "leído sin lo que va detrás"},
         {"values and surfaces that have room in 32 bits, and one that hasn't",
          "Parcelas",
          {una,
@@ -497,32 +505,45 @@ TEST_F(Cruce, TellsRowsThatAreReadOtherwiseThanTheySeemOrNotAtAll)
           Fila({"045", "127", "0", "1", "3", "   3", "   2147483648", "", "1", "PR", "100", "HOJA",
                 "", "", "1", " "})},
          1,
-         "En Parcelas.txt hay registros con un valor o una superficie de más de 2147483647, 1, que "
-         "se han leído mal"},
+         "En Parcelas.txt hay registros con un número demasiado grande, 1, que se ha leído mal: un "
+         "valor o una superficie llega a 2147483647; un volumen, a 32767"},
         {"a surface that hasn't room in 64 bits",
          "Subparcelas",
          {Fila({"045", "127", "0", "1", "1", "a", "", "S", "99999999999999999999"})},
          0,
-         "En Subparcelas.txt hay registros con un valor o una superficie de más de 2147483647, 1, "
-         "que se han leído mal"},
+         "En Subparcelas.txt hay registros con un número demasiado grande, 1, que se ha leído mal: "
+         "un valor o una superficie llega a 2147483647; un volumen, a 32767"},
+        {"a polygon and a holder that have no room in 16 and 32 bits",
+         "Parcelas",
+         {una,
+          Fila({"045", "127", "0", "65537", "2", "3", "", "", "1", "PR", "100", "HOJA", "", "", "1",
+                " "}),
+          Fila({"045", "127", "0", "1", "3", "3", "", "", "4294967297", "PR", "100", "HOJA", "", "",
+                "1", " "})},
+         1,
+         "En Parcelas.txt hay registros con un número demasiado grande, 2, que se ha leído mal: un "
+         "valor o una superficie llega a 2147483647; un volumen, a 32767"},
         {"a share with decimals",
          "Cotitulares",
          {vinculo("33,33") + "\r\n"},
          0,
-         "En Cotitulares.txt hay filas con números que llevan algo más que cifras, 1. Se han leído "
+         "En Cotitulares.txt hay registros con números que llevan algo más que cifras, 1. Se han "
+         "leído "
          "sin lo que va detrás"},
         {"a surface with decimals",
          "Subparcelas",
          {Fila({"045", "127", "0", "1", "1", "a", "", "S", "1234,5"})},
          0,
-         "En Subparcelas.txt hay filas con números que llevan algo más que cifras, 1. Se han leído "
+         "En Subparcelas.txt hay registros con números que llevan algo más que cifras, 1. Se han "
+         "leído "
          "sin lo que va detrás"},
         {"a holder's number with a letter for a digit",
          "Parcelas",
          {una, Fila({"045", "127", "0", "1", "2", "3", "", "", "1O", "PR", "100", "HOJA", "", "",
                      "1", " "})},
          1,
-         hay + "con números que llevan algo más que cifras, 1. Se han leído sin lo que va detrás"},
+         "En Parcelas.txt hay registros con números que llevan algo más que cifras, 1. Se han "
+         "leído sin lo que va detrás"},
         {"a share with a blank between thousands",
          "Cotitulares",
          {vinculo("10\xA0"
@@ -530,14 +551,16 @@ TEST_F(Cruce, TellsRowsThatAreReadOtherwiseThanTheySeemOrNotAtAll)
               "\r\n",
           vinculo("    50  ") + "\r\n"},
          0,
-         "En Cotitulares.txt hay filas con números que llevan algo más que cifras, 1. Se han leído "
+         "En Cotitulares.txt hay registros con números que llevan algo más que cifras, 1. Se han "
+         "leído "
          "sin lo que va detrás"},
         {"a house without a number, and one with more than that",
          "Titulares",
          {titular("1", "ANA", "11111111", "   78"), titular("2", "LUIS", "22222222", "S/N"),
           titular("3", "EVA", "33333333", "12BIS")},
          0,
-         "En Titulares.txt hay filas con números que llevan algo más que cifras, 2. Se han leído "
+         "En Titulares.txt hay registros con números que llevan algo más que cifras, 2. Se han "
+         "leído "
          "sin lo que va detrás"},
         {"a co-holder's row twice, and one of the parcel's holder",
          "Cotitulares",
@@ -546,10 +569,52 @@ TEST_F(Cruce, TellsRowsThatAreReadOtherwiseThanTheySeemOrNotAtAll)
          "En Cotitulares.txt hay filas de quien ya es titular de su parcela, 2. Sus "
          "participaciones "
          "se han sumado"},
-        {"two holders of one number, and one twice",
+        {"a module twice, and one of another intensity",
+         "Modulos",
+         {modulo("34.75"), modulo("2"), modulo("2", "4")},
+         0,
+         "En Modulos.txt hay filas de lo que ya tiene otra, 1. Vale la primera"},
+        {"two places of one number",
+         "Parajes",
+         {"045\t127\t0\t1\tLA ERA\r\n", "045\t127\t0\t2\tEL ALTO\r\n",
+          "045\t127\t0\t1\tEL CERRO\r\n"},
+         0,
+         "En Parajes.txt hay filas de lo que ya tiene otra, 1. Vale la primera"},
+        {"a holder twice",
+         "Titulares",
+         {titular("1", "ANA", "11111111", "1"), titular("1", "ANA", "11111111", "2")},
+         0,
+         "En Titulares.txt hay filas de lo que ya tiene otra, 1. Vale la primera"},
+        {"more than a letter where one has room, and one with blanks",
+         "Parcelas",
+         {una,
+          Fila({"045", "127", "0", "1", "2", "3", "", "", "1", "PR", "100", "HOJA", "", "", "1",
+                "NO"}),
+          Fila({"045", "127", "0", "1", "3", "3", "", "", "1", "PR", "100", "HOJA", "", "", "1",
+                "N  "})},
+         1,
+         "En Parcelas.txt hay filas con más de una letra donde cabe una, 1. Se ha leído la "
+         "primera"},
+        {"a co-holder of another municipality, which no parcel is of",
+         "Cotitulares",
+         {vinculo("50") + "\r\n", "045\t128\t0\t1\t1\t2\tPR\t50\r\n"},
+         0,
+         "En Cotitulares.txt hay filas de un municipio del que no hay parcelas, 1. No se han "
+         "leído"},
+        {"a share of which the rest is missing",
+         "Parcelas",
+         {Fila({"045", "127", "0", "1", "1", "3", "", "", "1", "PR", "50", "HOJA", "", "", "1",
+                " "}),
+          Fila({"045", "127", "0", "1", "2", "3", "", "", "1", "PR", "99", "HOJA", "", "", "1",
+                " "})},
+         1,
+         "En Cotitulares.txt hay parcelas cuyas participaciones suman menos de 100, 1. ¿Falta "
+         "algún "
+         "titular?"},
+        {"two holders of one number",
          "Titulares",
          {titular("1", "ANA", "11111111", ""), titular("1", "LUIS", "22222222", ""),
-          titular("3", "EVA", "33333333", ""), titular("3", "EVA", "33333333", "")},
+          titular("3", "EVA", "33333333", "")},
          0,
          "En Titulares.txt hay titulares con el número de otro, 1. Sus parcelas van a nombre del "
          "primero"},
@@ -590,7 +655,8 @@ TEST_F(Cruce, TellsRowsThatAreReadOtherwiseThanTheySeemOrNotAtAll)
          "Modulos",
          {modulo("34,75")},
          0,
-         "En Modulos.txt hay filas con números que llevan algo más que cifras, 1. Se han leído sin "
+         "En Modulos.txt hay registros con números que llevan algo más que cifras, 1. Se han leído "
+         "sin "
          "lo que va detrás"},
     };
     Parcela("1", "3");

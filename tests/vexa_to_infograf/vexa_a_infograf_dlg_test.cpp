@@ -66,6 +66,14 @@ protected:
         return cajas;
     }
 
+    Textos Observaciones() const
+    {
+        Textos dichas;
+        for (const CString& dicha : aplicacion.guion.escritos.observaciones)
+            dichas.push_back(carpeta.SinRuta(ansi::AUtf8(dicha)));
+        return dichas;
+    }
+
     CCarpetaPrueba carpeta;
     CAplicacionPrueba aplicacion;
 };
@@ -131,6 +139,25 @@ TEST_F(Infograf, WritesARecordForEachPolygonInItsParent)
             "11 0000000700012633               30     1000      1500           50.00          0c",
         }));
     EXPECT_EQ(carpeta.Lee("045127.ERR"), "");
+    EXPECT_EQ(
+        Observaciones()[0],
+        "En los dibujos de poligonos.txt hay recintos fuera de su parcela o de su polígono, 3, "
+        "que quedan sin registro");
+}
+
+TEST_F(Infograf, TellsLabelsThatAreNoNumberAndTopologiesWithNothingInThem)
+{
+    CDibujoPrueba dibujo(carpeta);
+    const int finca = dibujo.Cuadrado(0, 0, 100);
+    dibujo.pol = {{kParcela, 10000, dibujo.Rotulo("1", "x", 5, 5), {finca}, {5, 5}}};
+    dibujo.par = {{kParcela, 10000, dibujo.Rotulo("1", "x1", 5, 5), {finca}, {5, 5}}};
+    dibujo.Graba();
+    carpeta.Pon("poligonos.txt", "TREN 045127\r\nP1\r\n");
+    Ejecuta();
+    EXPECT_EQ(Observaciones(),
+              (Textos{"El archivo 1.SUB está vacío: de él no sale ningún recinto",
+                      "En los dibujos de poligonos.txt hay parcelas o polígonos sin número en su "
+                      "rótulo, 2. Su registro lleva un 0"}));
 }
 
 TEST_F(Infograf, AValueWiderThanItsColumnPushesTheRestOn)
@@ -275,7 +302,7 @@ TEST_F(Infograf, TellsWhatATopologyPointsToInVainAndLabelsThatPartRows)
          "En ortos.BIN hay rótulos con un tabulador o un fin de línea, 1, que parten las filas "
          "donde se escriben. Corríjalos en el dibujo"},
         {"a sheet's name that is too long", 0, 0, "HOJA 123456", "1",
-         "En 045127.CSP hay registros con algún dato que no cabe en su columna, 1, desde la línea "
+         "En 045127.CSP hay registros con algún dato que no cabe en su columna, 3, desde la línea "
          "2. Va cortado, o corre lo que va detrás"},
         {"an entry with a point, and a drawing of that name", 0, 0, "HOJA", "1.bis",
          "De la entrada 1.bis se ha leído 1.BIN: lo que va tras el último punto se toma por "
@@ -292,6 +319,8 @@ TEST_F(Infograf, TellsWhatATopologyPointsToInVainAndLabelsThatPartRows)
         dibujo.pol = {{kParcela, 44, caso.rotulo != 0 ? caso.rotulo : rotulo, {marco}}};
         if (caso.tramo != 0)
             dibujo.pol[0].tramos.push_back(caso.tramo);
+        dibujo.par = {{kParcela, 44, rotulo, {marco}}};
+        dibujo.sub = dibujo.par;
         dibujo.Graba();
         carpeta.Pon("poligonos.txt", "TREN 045127\r\nP" + caso.entrada + "\r\n");
         Ejecuta();

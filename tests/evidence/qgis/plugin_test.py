@@ -241,7 +241,8 @@ class TestRuns(InAFolder):
         result = self.run_out("villanueva_con_faltas.txt", avance=lambda *said: heard.append(said))
         with open(os.path.join(self.folder, "villanueva_con_faltas.ERR"), encoding="cp1252") as written:
             log = written.read()
-        self.assertEqual([title for title, _ in result.cajas], ["Fin del proceso"])
+        self.assertEqual([title for title, _ in result.cajas], ["", "Fin del proceso"])
+        self.assertIn("villanueva_con_faltas.txt hay registros con números", result.cajas[0][1])
         self.assertEqual(result.cuenta("warnings"), log.count("W3"))
         self.assertGreater(result.cuenta("errores"), 10)
         self.assertEqual((result.estado, result.detenido), (0, False))
