@@ -175,19 +175,24 @@ void EnCadaTrozo(const R& registro, const CDatosLinea& datos, F f)
 }
 
 /// Tells whether a record that came out `largo` characters long has room for what it holds: no
-/// value made it wider, and no text lost more than blanks. Of texts for which tables have more room
-/// than records have nobody expects that.
+/// value made it wider, but for a text at its end, which moves nothing, and no text lost more than
+/// blanks. Of texts for which tables have more room than records have nobody expects that.
 template <const auto& Formato, class R>
 bool Cabe(std::size_t largo, const R& registro, const CDatosLinea& datos)
 {
-    bool cabe = largo <= Formato.ancho;
+    bool cabe = true;
+    std::size_t ancho = Formato.ancho;
     EnCadaTrozo<Formato>(registro, datos, [&]<class V>(auto trozo, const V& valor) {
-        constexpr auto kHasta = static_cast<std::size_t>(Formato[trozo].forma.precision);
+        constexpr const CForma& kForma = Formato[trozo].forma;
+        constexpr auto kHasta = static_cast<std::size_t>(kForma.precision);
+        if constexpr (std::is_same_v<V, CString> && trozo + 1 == Formato.cuantos)
+            if (const std::string_view texto = valor; kForma.precision < 0)
+                ancho += texto.size() - std::min<std::size_t>(texto.size(), kForma.ancho);
         if constexpr (std::is_same_v<V, CString> && Formato[trozo].entero)
             if (const std::string_view texto = valor; texto.size() > kHasta)
                 cabe &= texto.find_first_not_of(' ', kHasta) == std::string_view::npos;
     });
-    return cabe;
+    return cabe && largo <= ancho;
 }
 
 } // namespace columnas

@@ -320,7 +320,8 @@ TEST_F(Infograf, TellsWhatATopologyPointsToInVainAndLabelsThatPartRows)
         if (caso.tramo != 0)
             dibujo.pol[0].tramos.push_back(caso.tramo);
         dibujo.par = {{kParcela, 44, rotulo, {marco}}};
-        dibujo.sub = dibujo.par;
+        // Its text goes on behind the record's last column, which moves nothing.
+        dibujo.sub = {{kParcela, 44, dibujo.Rotulo("1", "100-ab", 10, 10), {marco}}};
         dibujo.Graba();
         carpeta.Pon("poligonos.txt", "TREN 045127\r\nP" + caso.entrada + "\r\n");
         Ejecuta();
