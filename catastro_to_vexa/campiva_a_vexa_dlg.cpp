@@ -11,12 +11,6 @@
 
 namespace {
 
-constexpr UINT kConmutados[] = {
-    IDC_ENTRADA,     IDC_BUSCAR_ENTRADA, IDC_MODULOS,  IDC_TITULARES,
-    IDC_SUBPARCELAS, IDC_PARAJES,        IDC_PARCELAS, IDC_TIPO_ENTRADA,
-    IDC_COTITULARES, UINT{IDOK},         ID_HELP,      IDC_ACERCA_DE,
-};
-
 bool NadaLeido(const CBaseCatastro& base)
 {
     return std::all_of(base.Municipios().begin(), base.Municipios().end(), [](const CMunicipio& m) {
@@ -45,7 +39,7 @@ void CCampivaAVexaDlg::PonValoresIniciales()
 
 CTraduccionDlg::CDescripcion CCampivaAVexaDlg::Describe()
 {
-    return {"CampivaAVexa", m_campos, m_busquedas, kConmutados};
+    return {"CampivaAVexa", m_campos, m_busquedas};
 }
 
 int CCampivaAVexaDlg::EjecutaLote(const CString& entrada, const CString& modulos,

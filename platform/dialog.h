@@ -27,6 +27,7 @@ public:
     UINT Id() const { return m_plantilla->id; }
     const CPlantillaControl& Plantilla() const { return *m_plantilla; }
     ClaseControl Clase() const { return m_plantilla->clase; }
+    bool SeManeja() const { return Clase() < ClaseControl::Texto; }
     /// Tells whether it is a label: it names what stands behind it, and is never asked for.
     bool EsRotulo() const { return Clase() == ClaseControl::Texto && Id() == kSinId; }
 

@@ -12,12 +12,14 @@ struct CCadenaRecurso {
 };
 
 enum class ClaseControl {
+    // What a user works.
     Boton,
     BotonPorDefecto,
     Casilla,
     Radio,
     Edicion,
     Lista,
+    // What is there to be read or looked at.
     Texto,
     Grupo,
     Progreso,

@@ -7,39 +7,9 @@
 #include "cadastre/messages.h"
 #include "shell/frame/box_texts.h"
 
-namespace {
-
-constexpr UINT kConmutados[] = {
-    IDC_TREN,
-    IDC_BUSCAR_TREN,
-    IDC_ORTOS,
-    IDC_BUSCAR_ORTOS,
-    IDC_MODULOS,
-    IDC_TITULARES,
-    IDC_SUBPARCELAS,
-    IDC_PARAJES,
-    IDC_PARCELAS,
-    IDC_COTITULARES,
-    IDC_BUSCAR_MODULOS,
-    IDC_BUSCAR_TITULARES,
-    IDC_BUSCAR_PARCELAS,
-    IDC_BUSCAR_SUBPARCELAS,
-    IDC_BUSCAR_PARAJES,
-    IDC_BUSCAR_COTITULARES,
-    IDC_MODIFICAR,
-    IDC_NO_EN_GRAFICO,
-    IDC_NO_EN_BD,
-    IDC_MODIFICAR_CONCENTRADAS,
-    UINT{IDOK},
-    ID_HELP,
-    IDC_ACERCA_DE,
-};
-
-} // namespace
-
 CTraduccionDlg::CDescripcion CVexaACampiva2Dlg::Describe()
 {
-    return {"VexaACampiva2", m_campos, m_busquedas, kConmutados};
+    return {"VexaACampiva2", m_campos, m_busquedas};
 }
 
 int CVexaACampiva2Dlg::EjecutaLote(const CString& modulos, const CString& titulares,

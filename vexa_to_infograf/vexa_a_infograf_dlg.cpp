@@ -5,17 +5,9 @@
 #include "cadastre/polygon_list.h"
 #include "shell/frame/box_texts.h"
 
-namespace {
-
-constexpr UINT kConmutados[] = {
-    IDC_TREN, IDC_BUSCAR_TREN, IDC_ORTOS, IDC_BUSCAR_ORTOS, UINT{IDOK}, ID_HELP, IDC_ACERCA_DE,
-};
-
-} // namespace
-
 CTraduccionDlg::CDescripcion CVexaAInfografDlg::Describe()
 {
-    return {"VexaAInfograf", m_campos, m_busquedas, kConmutados, false};
+    return {"VexaAInfograf", m_campos, m_busquedas, false};
 }
 
 void CVexaAInfografDlg::OnOK()

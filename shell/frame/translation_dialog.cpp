@@ -122,9 +122,9 @@ void CTraduccionDlg::ActivaControles(bool activar)
         sistema::VigilaSenales(AfxGetApp()->Frontal().AlguienContesta());
     if (!activar && m_proceso)
         m_proceso->focoAntes = Foco(); // a control that is switched off loses it
-    for (const UINT id : Describe().conmutados)
-        if (CControl* control = GetDlgItem(id))
-            control->EnableWindow(activar);
+    for (CControl& control : Controles())
+        if (control.SeManeja() && control.Id() != IDCANCEL)
+            control.EnableWindow(activar);
     if (!activar)
         GotoDlgCtrl(IDCANCEL);
     else if (m_proceso && m_proceso->focoAntes)

@@ -52,8 +52,7 @@ protected:
         const char* seccion;
         std::span<const CCampo> campos;
         std::span<const CBusqueda> busquedas;
-        std::span<const UINT> conmutados; ///< controls that a run disables
-        bool ayudaDeControles = true;     ///< answers a request for the help of one control
+        bool ayudaDeControles = true; ///< answers a request for the help of one control
     };
     virtual CDescripcion Describe() = 0;
     /// Gives the fields what they hold where nothing is stored.

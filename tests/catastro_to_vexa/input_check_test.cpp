@@ -181,7 +181,7 @@ TEST(EntradaSospechosa, IsToldBehindTheSummaryAndKeepsWhatItsTablesReplace)
          Veces(2, kBuena) + Con(kBuena, 16, "EL ALTO"), 0,
          "parajes con el número de otro, 1. Sus parcelas van al primero"},
         {"holders of a list with one number",
-         Veces(2, relacion) + Titular("0000001", "ANA") + Titular("0000001", "ANA") +
+         Veces(2, relacion) + Titular("0000001", "ANA") + Titular("0000005", "ANA") +
              Titular("0000001", "LUIS"),
          1,
          "líneas de titulares con el número de otro, 1. Quedan sin número, y sus parcelas sin "
