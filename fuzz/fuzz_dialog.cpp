@@ -17,6 +17,7 @@
 #include "shell/command_line.h"
 #include "shell/exit_status.h"
 #include "shell/start_up.h"
+#include "tests/support/files.h"
 #include "vexa_libs/ccadena.h"
 
 // The program at a terminal, and the texts that it takes from its user and finds beside it. The
@@ -28,21 +29,6 @@
 namespace {
 
 namespace fs = std::filesystem;
-
-/// Works in a folder as long as it lives.
-class CEnCarpeta {
-public:
-    explicit CEnCarpeta(const fs::path& carpeta) : m_antes(fs::current_path())
-    {
-        fs::current_path(carpeta);
-    }
-    CEnCarpeta(const CEnCarpeta&) = delete;
-    CEnCarpeta& operator=(const CEnCarpeta&) = delete;
-    ~CEnCarpeta() { fs::current_path(m_antes); }
-
-private:
-    fs::path m_antes;
-};
 
 constexpr UINT kMasColumnas = 200;
 constexpr const char* kPaginadores[] = {"", "cat", "no-hay-tal-programa", "true"};

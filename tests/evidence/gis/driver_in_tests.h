@@ -2,6 +2,7 @@
 
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <gdal_priv.h>
@@ -69,6 +70,23 @@ protected:
             OGRGeometryFactory::createFromWkt(wkt, nullptr, &geometria);
         elemento.SetGeometryDirectly(geometria);
         return capa.CreateFeature(&elemento) == OGRERR_NONE;
+    }
+    struct CUna {
+        const char* poligono;
+        const char* parcela;
+        const char* wkt; ///< null for a feature without an outline
+    };
+    /// Writes parcels into new drawings. False where the driver takes one of them for none.
+    bool Dibuja(const std::vector<CUna>& parcelas,
+                std::vector<const char*> opciones = {"GER=45", "MUN=127"})
+    {
+        const GDALDatasetUniquePtr datos = Crea(std::move(opciones));
+        OGRLayer* capa =
+            Capa(*datos, "parcelas", {{"poligono", OFTInteger}, {"parcela", OFTInteger}});
+        bool todas = true;
+        for (const CUna& una : parcelas)
+            todas &= Pon(*capa, {{"poligono", una.poligono}, {"parcela", una.parcela}}, una.wkt);
+        return todas;
     }
     /// A line for each feature: the values of these fields and the geometry.
     std::vector<std::string> Lee(GDALDataset& datos, const char* nombre,

@@ -400,13 +400,7 @@ TEST_F(Driver, RefusesByNameWhatItCantDrawAndWritesNothing)
     for (const auto& caso : casos) {
         SCOPED_TRACE(caso.motivo);
         dicho.clear();
-        {
-            const GDALDatasetUniquePtr datos = Crea();
-            OGRLayer* capa =
-                Capa(*datos, "parcelas", {{"poligono", OFTInteger}, {"parcela", OFTInteger}});
-            Pon(*capa, {{"poligono", "3"}, {"parcela", "7"}}, caso.wkt);
-            Pon(*capa, {{"poligono", "4"}, {"parcela", "1"}}, kCuadro);
-        }
+        Dibuja({{"3", "7", caso.wkt}, {"4", "1", kCuadro}});
         EXPECT_NE(dicho.find(caso.frase), std::string::npos) << dicho;
         EXPECT_NE(dicho.find("fallo: "), std::string::npos);
         EXPECT_EQ(carpeta.Cuantos(), 0);
@@ -464,13 +458,8 @@ TEST_F(Driver, GoesOnWhereAnOptionSaysSo)
     for (const auto& caso : casos) {
         SCOPED_TRACE(caso.motivo);
         dicho.clear();
-        {
-            const GDALDatasetUniquePtr datos = Crea({"GER=45", "MUN=127", caso.opcion});
-            OGRLayer* capa =
-                Capa(*datos, "parcelas", {{"poligono", OFTInteger}, {"parcela", OFTInteger}});
-            EXPECT_TRUE(Pon(*capa, {{"poligono", "3"}, {"parcela", "7"}}, caso.wkt));
-            EXPECT_TRUE(Pon(*capa, {{"poligono", "3"}, {"parcela", "1"}}, kCuadro));
-        }
+        EXPECT_TRUE(Dibuja({{"3", "7", caso.wkt}, {"3", "1", kCuadro}},
+                           {"GER=45", "MUN=127", caso.opcion}));
         EXPECT_EQ(dicho.find("fallo: "), std::string::npos) << dicho;
         EXPECT_NE(dicho.find(caso.frase), std::string::npos) << dicho;
         const GDALDatasetUniquePtr datos = Abre(carpeta.En("lista.txt"));
@@ -537,13 +526,7 @@ TEST_F(Driver, TellsOverlapsAndDrawsTheOutlinesAsTheyAre)
     for (const auto& caso : casos) {
         SCOPED_TRACE(caso.motivo);
         dicho.clear();
-        {
-            const GDALDatasetUniquePtr datos = Crea();
-            OGRLayer* capa =
-                Capa(*datos, "parcelas", {{"poligono", OFTInteger}, {"parcela", OFTInteger}});
-            EXPECT_TRUE(Pon(*capa, {{"poligono", "3"}, {"parcela", "7"}}, caso.una));
-            EXPECT_TRUE(Pon(*capa, {{"poligono", "3"}, {"parcela", "8"}}, caso.otra));
-        }
+        EXPECT_TRUE(Dibuja({{"3", "7", caso.una}, {"3", "8", caso.otra}}));
         EXPECT_EQ(dicho, caso.frase);
         const GDALDatasetUniquePtr datos = Abre(carpeta.En("lista.txt"));
         ASSERT_NE(datos, nullptr);
@@ -635,12 +618,7 @@ TEST_F(Driver, LeavesOldDrawingsAloneWhereItCantWriteAll)
 {
     carpeta.Pon("003.PAR", "viejo");
     std::filesystem::create_directory(carpeta.Ruta() / "003.SUB"); // no file can stand there
-    {
-        const GDALDatasetUniquePtr datos = Crea({"GER=45", "MUN=127", "SUSTITUYE=SI"});
-        OGRLayer* capa =
-            Capa(*datos, "parcelas", {{"poligono", OFTInteger}, {"parcela", OFTInteger}});
-        EXPECT_TRUE(Pon(*capa, {{"poligono", "3"}, {"parcela", "7"}}, kCuadro));
-    }
+    EXPECT_TRUE(Dibuja({{"3", "7", kCuadro}}, {"GER=45", "MUN=127", "SUSTITUYE=SI"}));
     EXPECT_NE(dicho.find("fallo: "), std::string::npos);
     EXPECT_EQ(carpeta.Lee("003.PAR"), "viejo");
     EXPECT_EQ(carpeta.Cuantos(), 2);
@@ -695,12 +673,7 @@ TEST_F(Driver, TellsEachCallOfTheSystemThatFailsAndGoesOnLiving)
         return todas;
     };
     const auto escribe = [&] {
-        {
-            const GDALDatasetUniquePtr datos = Crea();
-            OGRLayer* capa =
-                Capa(*datos, "parcelas", {{"poligono", OFTInteger}, {"parcela", OFTInteger}});
-            Pon(*capa, {{"poligono", "3"}, {"parcela", "7"}}, kCuadro);
-        }
+        Dibuja({{"3", "7", kCuadro}});
         Lineas todas;
         for (const char* nombre : {"003.BIN", "003.PAR", "003.SUB", "003.POL", "lista.txt"})
             todas.push_back(carpeta.Lee(nombre));

@@ -72,12 +72,7 @@ TEST_F(Reading, ReadsADrawingWhenAFeatureOfItIsAskedFor)
 
 TEST_F(Reading, ReadsADrawingOnceThatTheListNamesTwice)
 {
-    {
-        const GDALDatasetUniquePtr datos = Crea();
-        OGRLayer* capa =
-            Capa(*datos, "parcelas", {{"poligono", OFTInteger}, {"parcela", OFTInteger}});
-        Pon(*capa, {{"poligono", "1"}, {"parcela", "7"}}, kCuadro);
-    }
+    Dibuja({{"1", "7", kCuadro}});
     const std::string lista = carpeta.Lee("lista.txt");
     const auto ultima = lista.rfind('\n', lista.size() - 2) + 1;
     carpeta.Pon("lista.txt", lista + "\r\n" + lista.substr(ultima));
@@ -93,10 +88,7 @@ TEST_F(Reading, ReadsADrawingOnceThatTheListNamesTwice)
 TEST_F(Reading, BelievesNoExtentThatCantBeTrue)
 {
     const auto escribe = [&] {
-        const GDALDatasetUniquePtr datos = Crea({"GER=45", "MUN=127", "SUSTITUYE=SI"});
-        OGRLayer* capa =
-            Capa(*datos, "parcelas", {{"poligono", OFTInteger}, {"parcela", OFTInteger}});
-        Pon(*capa, {{"poligono", "3"}, {"parcela", "7"}}, kCuadro);
+        Dibuja({{"3", "7", kCuadro}}, {"GER=45", "MUN=127", "SUSTITUYE=SI"});
     };
     using CPunto = vexageo::CPunto<int>;
     const auto veinte = std::chrono::minutes(20);
