@@ -129,7 +129,8 @@ void LeeCampos(const CLineaFija& linea, R& registro, CDatosLinea& datos)
 /// Reads the fields of a line that `Cual` (`catastro` or `lista`) gives a place and that the line
 /// is long enough for; all others stay as they are. A one-character field whose place is behind the
 /// line's last character stays too.
-/// \param datos  takes the values that stand beside the record, and what its numbers lack
+/// \param datos  takes the values that stand beside the record, and notes what isn't read as it
+/// stands
 template <const auto& Tabla, auto Cual, class R>
 void LeeColumnas(const CLineaFija& linea, R& registro, CDatosLinea& datos)
 {

@@ -14,8 +14,9 @@
 
 namespace {
 
-constexpr std::size_t kAnchoTipo = kLeeTipo.ancho;                     // with the office behind it
+constexpr std::size_t kAnchoTipo = kLeeTipo.ancho;
 constexpr std::size_t kAnchoMunicipio = kLeeGer.ancho + kLeeMun.ancho; // its two numbers
+static_assert(kLeeGer.columna == kLeeTipo.ancho);
 
 /// Where the last column that is read of a record ends.
 template <class R, std::size_t N>

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <string_view>
 
+#include "cadastre/exchange_format.h"
 #include "platform/ansi.h"
 
 /// What speaks against the lines of an input, one by one: deliveries that were joined, cut short or
@@ -34,7 +35,7 @@ private:
     void TomaControles(std::string_view linea);
 
     bool m_esLista;
-    std::array<char, 3> m_ger = {}; // of the first line that tells it
+    std::array<char, kLeeGer.ancho> m_ger = {}; // of the first line that tells it
     int m_deOtraGer = 0;
     int m_conTabulador = 0;
     int m_sinTipo = 0;

@@ -157,9 +157,7 @@ inline constexpr const char* kRecintosSueltos =
     "En los dibujos de %s hay recintos fuera de su parcela o de su polígono, %d, que quedan sin "
     "registro"_ansi;
 inline constexpr const char* kRecintosSinNumero =
-    "En los dibujos de %s hay parcelas o polígonos sin número en su rótulo, %d. Su registro lleva "
-    "un "
-    "0"_ansi;
+    "En los dibujos de %s hay parcelas o polígonos sin número en su rótulo, %d. Llevan un 0"_ansi;
 inline constexpr const char* kRotulosPartidos =
     "En %s hay rótulos con un tabulador o un fin de línea, %d, que parten las filas donde se "
     "escriben. Corríjalos en el dibujo"_ansi;

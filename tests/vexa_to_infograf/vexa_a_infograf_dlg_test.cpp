@@ -157,7 +157,7 @@ TEST_F(Infograf, TellsLabelsThatAreNoNumberAndTopologiesWithNothingInThem)
     EXPECT_EQ(Observaciones(),
               (Textos{"El archivo 1.SUB está vacío: de él no sale ningún recinto",
                       "En los dibujos de poligonos.txt hay parcelas o polígonos sin número en su "
-                      "rótulo, 2. Su registro lleva un 0"}));
+                      "rótulo, 2. Llevan un 0"}));
 }
 
 TEST_F(Infograf, AValueWiderThanItsColumnPushesTheRestOn)
