@@ -18,33 +18,34 @@ constexpr std::size_t kAnchoTipo = kLeeTipo.ancho;
 constexpr std::size_t kAnchoMunicipio = kLeeGer.ancho + kLeeMun.ancho; // its two numbers
 static_assert(kLeeGer.columna == kLeeTipo.ancho);
 
-/// Where the last column that is read of a record ends.
 template <class R, std::size_t N>
-constexpr std::size_t FinDe(const std::array<CColumna<R>, N>& tabla)
+constexpr CLargoRegistro LargoDe(const std::array<CColumna<R>, N>& tabla)
 {
     int fin = 0;
-    for (const CColumna<R>& columna : tabla)
-        fin = std::max(fin, columna.catastro.columna + columna.catastro.ancho);
-    return static_cast<std::size_t>(fin);
+    int minimo = 0;
+    for (const CColumna<R>& columna : tabla) {
+        const CLectura& donde = columna.catastro;
+        fin = std::max(fin, donde.columna + donde.ancho);
+        minimo = std::max<int>(minimo, donde.minimo);
+    }
+    return {static_cast<std::size_t>(fin), static_cast<std::size_t>(minimo)};
 }
 
-struct CLargoRegistro {
+constexpr struct {
     std::string_view tipo;
-    std::size_t fin;
+    CLargoRegistro largo;
+} kLargosDeRegistro[] = {
+    {kTipoTitular, LargoDe(kColumnasTitular)}, {kTipoParcela, LargoDe(kColumnasParcela)},
+    {kTipoSuelo, LargoDe(kColumnasSuelo)},     {kTipoConstruccion, LargoDe(kColumnasConstruccion)},
+    {kTipoModulo, LargoDe(kColumnasModulo)},   {kTipoParaje, LargoDe(kColumnasParaje)},
 };
 
-constexpr CLargoRegistro kLargosDeRegistro[] = {
-    {kTipoTitular, FinDe(kColumnasTitular)}, {kTipoParcela, FinDe(kColumnasParcela)},
-    {kTipoSuelo, FinDe(kColumnasSuelo)},     {kTipoConstruccion, FinDe(kColumnasConstruccion)},
-    {kTipoModulo, FinDe(kColumnasModulo)},   {kTipoParaje, FinDe(kColumnasParaje)},
-};
-
-constexpr std::size_t kNinguno = std::string_view::npos;
-
-std::size_t FinDelTipo(std::string_view tipo)
+CLargoRegistro LargoDelTipo(std::string_view tipo)
 {
-    const auto* const suyo = std::ranges::find(kLargosDeRegistro, tipo, &CLargoRegistro::tipo);
-    return suyo == std::end(kLargosDeRegistro) ? kNinguno : suyo->fin;
+    for (const auto& [suyo, largo] : kLargosDeRegistro)
+        if (suyo == tipo)
+            return largo;
+    return {};
 }
 
 bool EstaEnBlanco(std::string_view texto)
@@ -82,7 +83,7 @@ void CMiraLineas::Toma(std::string_view linea)
     TomaTipo(linea, acaba);
     if (vistos.controles)
         TomaControles(linea);
-    else if (linea.size() > m_fin && EsDoble(linea, m_fin))
+    else if (linea.size() > m_largo.fin && EsDoble(linea, m_largo.fin))
         ++m_dobles;
 }
 
@@ -91,16 +92,18 @@ void CMiraLineas::TomaTipo(std::string_view linea, bool acaba)
 {
     const std::array<char, 2> tipo = {linea.front(), linea.size() > 1 ? linea[1] : '\0'};
     const bool sigue = tipo == m_tipo;
-    m_cortada = !acaba && sigue && linea.size() < m_masCorta;
-    m_masCorta = sigue ? std::min(m_masCorta, linea.size()) : linea.size();
     if (!sigue) {
         m_tipo = tipo;
         const auto esSuya = [desde = m_esLista ? '0' : 'A', hasta = m_esLista ? '9' : 'Z'](char c) {
             return c >= desde && c <= hasta;
         };
         m_tieneTipo = esSuya(tipo[0]) && esSuya(tipo[1]);
-        m_fin = m_esLista ? kNinguno : FinDelTipo({tipo.data(), tipo.size()});
+        m_largo = m_esLista ? CLargoRegistro() : LargoDelTipo({tipo.data(), tipo.size()});
     }
+    // A last column that is read where the line end is there.
+    const bool pierde = linea.size() >= m_largo.fin && linea.size() < m_largo.minimo;
+    m_cortada = !acaba && ((sigue && linea.size() < m_masCorta) || (pierde && linea.back() != ' '));
+    m_masCorta = sigue ? std::min(m_masCorta, linea.size()) : linea.size();
     if (m_tieneTipo)
         TomaGer(linea);
     else if (!EstaEnBlanco(linea))

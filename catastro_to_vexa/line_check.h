@@ -7,6 +7,12 @@
 #include "cadastre/exchange_format.h"
 #include "platform/ansi.h"
 
+/// How long the lines of a record are.
+struct CLargoRegistro {
+    std::size_t fin = std::string_view::npos; ///< where the last column that is read ends
+    std::size_t minimo = 0; ///< of a line, its end included, of which all columns are read
+};
+
 /// What speaks against the lines of an input, one by one: deliveries that were joined, cut short or
 /// converted on their way hold lines of which nothing is read, or something else than they say.
 class CMiraLineas {
@@ -25,7 +31,8 @@ public:
     int SinTipo() const { return m_sinTipo; }   ///< begin as no record does
     int ConFines() const { return m_conFines; } ///< have ends of lines, or of files, within
     int Dobles() const { return m_dobles; }     ///< of an exchange file, have a second record
-    /// Tells that the last line has no end, and is shorter than those of its type in front of it.
+    /// Tells that the last line has no end, and is shorter than those of its type in front of it or
+    /// loses its last field by that.
     bool Cortada() const { return m_cortada; }
     const ansi::CMiraPagina& Pagina() const { return m_pagina; }
 
@@ -44,7 +51,7 @@ private:
     bool m_cortada = false;
     std::array<char, 2> m_tipo = {}; // of the last line
     bool m_tieneTipo = false;        // that is one
-    std::size_t m_fin = 0;           // where the columns of its records end
-    std::size_t m_masCorta = 0;      // of the last lines of that type
+    CLargoRegistro m_largo;
+    std::size_t m_masCorta = 0; // of the last lines of that type
     ansi::CMiraPagina m_pagina;
 };

@@ -72,7 +72,8 @@ void CVexaACampiva2Dlg::ObservaFilas()
                          {vale ? tabla->campos.conLetras : 0, observaciones::kLetrasDeMas}},
                         tabla->archivo);
     }
-    SospechaCuentas({{m_vistas.titularesSinNumero, observaciones::kNumerosDeOtro}},
+    SospechaCuentas({{m_vistas.titularesSinNumero, observaciones::kNumerosDeOtro},
+                     {m_vistas.dniSinCeros, observaciones::kDniSinCeros}},
                     ArchivoTitulares);
     SospechaCuentas({{m_vistas.sumados, observaciones::kSumados},
                      {m_vistas.faltasDeTitular, observaciones::kFaltanTitulares}},

@@ -49,6 +49,16 @@ bool TieneComillas(std::string_view fila)
     return false;
 }
 
+/// Tells whether a DNI has lost the zeros in front, as it does in a spreadsheet, to which it is a
+/// number.
+bool EsDniSinCeros(std::string_view dni)
+{
+    constexpr std::size_t kCifras = 8;
+    dni = SinBlancos(dni);
+    return !dni.empty() && dni.size() < kCifras &&
+           dni.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
 bool EstaEnBlanco(std::string_view fila)
 {
     return fila.find_first_not_of(std::string_view(" \t\r\f\x1A\0", 6)) == std::string_view::npos;
@@ -219,6 +229,7 @@ bool CVexaACampiva2Dlg::LeeTitulares(CStdioFile* log, int* numErrores, int* numW
                         vista.Cuenta(leido, datos);
                         if (!leido)
                             return;
+                        m_vistas.dniSinCeros += EsDniSinCeros(titular.DNI) ? 1 : 0;
                         const int numero = titular.NumOrden;
                         const int conSuNumero = municipio->BuscaTitularNumOrden(numero);
                         const int i = RegistraTitular(avisos, *municipio, std::move(titular));

@@ -192,6 +192,7 @@ private:
         int poligonos = 0;            ///< that the list names
         int parcelasDelMunicipio = 0; ///< rows with both codes of the list's first line
         int titularesSinNumero = 0;   ///< rows of holders whose number another one has
+        int dniSinCeros = 0;          ///< rows of holders whose DNI has less than eight figures
         int sumados = 0;              ///< rows of co-holders who held the parcel before them
         int faltasDeTitular = 0;      ///< parcels whose shares leave something out
         int enHojaSinNombre = 0;      ///< parcels that lie on a sheet whose label is blank

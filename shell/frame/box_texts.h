@@ -119,6 +119,9 @@ inline constexpr const char* kCaracteresQueParten =
     "parte su fila"_ansi;
 inline constexpr const char* kNumerosDeOtro =
     "En %s hay titulares con el número de otro, %d. Sus parcelas van a nombre del primero"_ansi;
+inline constexpr const char* kDniSinCeros =
+    "En %s hay titulares con un DNI de menos de ocho cifras, %d. ¿Le quitó los ceros una hoja de "
+    "cálculo?"_ansi;
 inline constexpr const char* kSumados =
     "En %s hay filas de quien ya es titular de su parcela, %d. Sus participaciones se han sumado"_ansi;
 inline constexpr const char* kNumerosConResto = "En %s hay registros con números que llevan algo "

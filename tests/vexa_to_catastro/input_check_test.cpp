@@ -18,11 +18,13 @@ std::string EnUtf16(const std::string& texto)
 }
 
 /// What stands in a row that is like any other one: a co-holder isn't the parcel's holder, number
-/// 1, already, and the shares leave nothing out.
+/// 1, already, the shares leave nothing out, and a DNI has its figures.
 std::string Valor(const std::string& tabla, int campo)
 {
     if (tabla == "Cotitulares" && campo == 5)
         return "2";
+    if (tabla == "Titulares" && campo == 5)
+        return "11111111";
     return tabla == "Parcelas" && campo == 10 ? "100" : "1";
 }
 
@@ -569,6 +571,15 @@ TEST_F(Cruce, TellsRowsThatAreReadOtherwiseThanTheySeemOrNotAtAll)
          "En Cotitulares.txt hay filas de quien ya es titular de su parcela, 2. Sus "
          "participaciones "
          "se han sumado"},
+        {"a DNI as a spreadsheet leaves it, and what is none",
+         "Titulares",
+         {titular("1", "ANA", " 1000192", "1"), titular("2", "LUIS", "01000193", "2"),
+          titular("3", "EVA", "A1234567", "3"), titular("4", "OLMO S.A.", "B12", "3"),
+          titular("5", "PAZ", "        ", "3")},
+         0,
+         "En Titulares.txt hay titulares con un DNI de menos de ocho cifras, 1. ¿Le quitó los "
+         "ceros "
+         "una hoja de cálculo?"},
         {"a module twice, and one of another intensity",
          "Modulos",
          {modulo("34.75"), modulo("2"), modulo("2", "4")},
