@@ -42,6 +42,7 @@ for _ in 1 2; do
   status 0 "$batch" t
   says "a 0 0 0,b 0 4 5"
 done
+rm b/*.anterior # of the tables that the list, of whose holders some share a number, was written over
 rm b/entrada.txt
 status 1 "$batch" t
 says "a 0 0 0,b 1 - -"
@@ -85,7 +86,7 @@ for log in c/045127.ERR d/kept.ERR; do
   cmp "$log" "before.${log%%/*}"
   [ "$(stat -c '%a %Y' "$log")" = "$(stat -c '%a %Y' "before.${log%%/*}")" ] || fail "rights or time of $log"
 done
-! ls [cd]/*.anterior 2> /dev/null || fail "what was given back stayed beside it, too"
+! ls ./*/*.anterior 2> /dev/null || fail "what was given back stayed beside it, too"
 
 # A list that is a pipe is the program's to wait for.
 rm c/poligonos.txt && mkfifo c/poligonos.txt
