@@ -1,7 +1,5 @@
 #include "cadastre/database.h"
 
-#include <utility>
-
 namespace {
 
 int Codigo(const CMunicipio& municipio)

@@ -3,7 +3,6 @@
 #include <cstddef>
 #include <limits>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 #include "cadastre/co_holder.h"

@@ -1,7 +1,6 @@
 #include <algorithm>
 #include <cstdint>
 #include <iterator>
-#include <tuple>
 
 #include "cadastre/co_holder_columns.h"
 #include "cadastre/column_writer.h"

@@ -2,7 +2,6 @@
 
 #include <chrono>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "platform/cstring.h"

@@ -1,6 +1,5 @@
 #include "platform/settings.h"
 
-#include <algorithm>
 #include <chrono>
 #include <vector>
 

@@ -1,7 +1,6 @@
 #include "shell/start_up.h"
 
 #include <cstdio>
-#include <new>
 #include <string_view>
 
 #include "platform/system.h"

@@ -1,7 +1,5 @@
 #include "evidence/drawing_findings.h"
 
-#include <algorithm>
-
 #include <gtest/gtest.h>
 
 #include "platform/ansi.h"

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <algorithm>
-#include <filesystem>
 #include <map>
 #include <string>
 #include <string_view>

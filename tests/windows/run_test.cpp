@@ -1,6 +1,5 @@
 #include <filesystem>
 #include <functional>
-#include <string>
 
 #include <gtest/gtest.h>
 

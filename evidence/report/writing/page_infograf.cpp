@@ -1,4 +1,3 @@
-#include <algorithm>
 
 #include "evidence/report/reading/bounds.h"
 #include "evidence/report/reading/text.h"

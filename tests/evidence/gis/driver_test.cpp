@@ -1,6 +1,5 @@
 #include "tests/evidence/gis/driver_in_tests.h"
 
-#include <cerrno>
 #include <random>
 #include <stdexcept>
 
