@@ -101,10 +101,10 @@ CString ContradiccionDe(const CRecintoEntrante& recinto)
 /// Settles the label: as its own field says, else as the others make it. A polygon's outline has
 /// the number of its polygon with or without a label, so where there is a field for the label, an
 /// outline without one stays so; and so does a sheet without a name.
-void PonRotulo(const std::optional<CString>& hoja, bool hayCampo, CRecintoEntrante& recinto)
+void PonRotulo(const std::optional<CString>& hoja, CRecintoEntrante& recinto)
 {
     recinto.porNumeros = RotuloPorNumeros(recinto, hoja);
-    const bool dicho = recinto.clase == ClaseTopologia::Poligonos ? !hayCampo
+    const bool dicho = recinto.clase == ClaseTopologia::Poligonos ? recinto.sinCampoRotulo
                        : recinto.clase == ClaseTopologia::Hojas   ? hoja && !hoja->IsEmpty()
                                                                   : recinto.porNumeros.has_value();
     if (dicho && (!recinto.rotulo || recinto.rotulo->IsEmpty()))
@@ -128,7 +128,7 @@ CString FaltaDe(const CRecintoEntrante& recinto, const CCamposElemento& campos)
     if (CString falta = campos.FaltaDe(recinto.de, recinto.clase == ClaseTopologia::Hojas);
         !falta.IsEmpty())
         return falta;
-    if (!recinto.rotulo && !campos.Hay(capa::kRotulo))
+    if (!recinto.rotulo && recinto.sinCampoRotulo)
         return "no dice qué rótulo lleva: faltan los campos rotulo, parcela o letra"_ansi;
     if (recinto.parcela.value_or(0) < 0 || recinto.de.poligono.value_or(0) < 0)
         return "lleva un número negativo"_ansi;
@@ -143,6 +143,7 @@ void LeeCampos(ClaseTopologia clase, const OGRFeature& elemento, CRecintoEntrant
     CCamposElemento campos(elemento);
     recinto.clase = clase;
     recinto.rotulo = campos.Texto(capa::kRotulo);
+    recinto.sinCampoRotulo = !campos.Hay(capa::kRotulo);
     recinto.codigo = campos.Texto(capa::kCodigo);
     recinto.borrado = campos.SiNo(capa::kBorrado);
     recinto.numero = campos.Entero(capa::kNumero);
@@ -155,14 +156,14 @@ void LeeCampos(ClaseTopologia clase, const OGRFeature& elemento, CRecintoEntrant
         recinto.parcela = campos.Entero(capa::kParcela);
     if (clase == ClaseTopologia::Subparcelas)
         recinto.letra = campos.Texto(capa::kLetra);
-    PonRotulo(hoja, campos.Hay(capa::kRotulo), recinto);
-    recinto.nombre = NombreDe(clase, elemento, recinto);
-    if (const CString falta = FaltaDe(recinto, campos); !falta.IsEmpty())
-        recinto.rechazo = recinto.nombre + ": " + falta;
     const std::optional<double> x = campos.Real(capa::kX);
     const std::optional<double> y = campos.Real(capa::kY);
     if (x && y && std::fabs(*x) < kMayorCoordenada && std::fabs(*y) < kMayorCoordenada)
         recinto.punto = EnUnidades(*x, *y);
+    PonRotulo(hoja, recinto);
+    recinto.nombre = NombreDe(clase, elemento, recinto);
+    if (const CString falta = FaltaDe(recinto, campos); !falta.IsEmpty())
+        recinto.rechazo = recinto.nombre + ": " + falta;
 }
 
 CAnilloFino AnilloDe(const OGRLinearRing& curva)

@@ -32,6 +32,7 @@ struct CRecintoEntrante {
     CDePoligono de; ///< nothing for a sheet
     std::optional<int> numero;
     std::optional<CString> rotulo; ///< none for an outline without a label
+    bool sinCampoRotulo = false;   ///< the source has no labels: numbers say which outline it is
     std::optional<CString> codigo;
     std::optional<bool> borrado;
     std::optional<vexageo::CPunto<int>> punto; ///< where its label is wished

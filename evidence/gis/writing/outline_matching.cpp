@@ -105,6 +105,20 @@ public:
                 suyo.pareja.antes == nullptr && suyo.recinto.rotulo && resueltos[k])
                 Toma(suyo, false, lugares, ansi::AUtf8(*suyo.recinto.rotulo), kCualquiera);
     }
+    /// Of those that come without a field for labels the rest by what their numbers say.
+    void PorCampos()
+    {
+        CLugares<std::string> lugares;
+        for (std::size_t i = 0; i < m_registros.size(); ++i)
+            if (const CRecintoDibujado& antes = m_registros[i].dibujado; antes.Valido())
+                lugares[EnUno(antes.parcela, antes.letra)].push_back(i);
+        for (CRedondo& suyo : m_suyos)
+            if (suyo.pareja.antes == nullptr && suyo.recinto.sinCampoRotulo)
+                Toma(suyo, false, lugares,
+                     EnUno(suyo.recinto.parcela.value_or(-1),
+                           suyo.recinto.letra.value_or(CString())),
+                     kCualquiera);
+    }
     /// Of what was refused the rest by the numbers of their records, where these are one record's
     /// alone: what they would change is to stay.
     void PorNumero()
@@ -124,6 +138,12 @@ private:
     using CLugares = std::map<T, std::vector<std::size_t>>;
 
     static constexpr auto kCualquiera = [](std::size_t) { return true; };
+
+    /// Parcel and letter, of which other layers' outlines have none.
+    static std::string EnUno(int parcela, const CString& letra)
+    {
+        return std::to_string(parcela) + "-" + ansi::AUtf8(letra);
+    }
 
     static bool Vale(const CRecintoEntrante& recinto, const CRecintoDibujado& antes, int rigor)
     {
@@ -151,12 +171,10 @@ private:
     std::vector<bool> m_cogidos;
 };
 
-/// Tells whether label and fields are those that the driver shows of an outline.
-bool EsComoSeLee(const CRecintoEntrante& recinto, const CDibujoAntes::CRegistro& antes,
-                 const CDibujoAntes& dibujo)
+/// Tells whether the fields beside the label are those that the driver shows of an outline.
+bool CamposComoSeLeen(const CRecintoEntrante& recinto, const CDibujoAntes::CRegistro& antes,
+                      const CDibujoAntes& dibujo)
 {
-    if (!EsElMismoRotulo(recinto, antes.dibujado))
-        return false;
     switch (recinto.clase) {
     case ClaseTopologia::Parcelas:
         return recinto.parcela.value_or(-1) == antes.dibujado.parcela;
@@ -173,6 +191,21 @@ bool EsComoSeLee(const CRecintoEntrante& recinto, const CDibujoAntes::CRegistro&
     return true;
 }
 
+/// Gives the outlines that come without a field for labels those that they had, of which the
+/// numbers are a part alone: "7 bis" is 7 as well.
+void ConservaRotulos(std::vector<CRedondo>& suyos, const CDibujoAntes& dibujo)
+{
+    for (CRedondo& suyo : suyos) {
+        const CDibujoAntes::CRegistro* antes = suyo.pareja.antes;
+        if (antes == nullptr || !suyo.recinto.sinCampoRotulo ||
+            !CamposComoSeLeen(suyo.recinto, *antes, dibujo))
+            continue;
+        suyo.recinto.rotulo.reset();
+        if (HayRotulo(antes->dibujado))
+            suyo.recinto.rotulo = antes->dibujado.rotulo;
+    }
+}
+
 /// Settles the label of an outline whose fields say different things. One that comes as it is read
 /// is nobody's edit.
 /// \return false, which was told, where nothing says which of them counts
@@ -181,7 +214,8 @@ bool Resuelve(CRedondo& suyo, const CDibujoAntes& antes, const CModoDibujo& modo
     CRecintoEntrante& recinto = suyo.recinto;
     const CPareja& pareja = suyo.pareja;
     if (recinto.contradiccion.IsEmpty() ||
-        (pareja.mismoContorno && EsComoSeLee(recinto, *pareja.antes, antes)))
+        (pareja.mismoContorno && EsElMismoRotulo(recinto, pareja.antes->dibujado) &&
+         CamposComoSeLeen(recinto, *pareja.antes, antes)))
         return true;
     AvisaContradiccion(modo, "recintos cuyos campos se contradicen",
                        recinto.nombre + ": " + recinto.contradiccion, "el campo", "el rótulo"_ansi);
@@ -225,6 +259,8 @@ bool Empareja(std::vector<CRedondo>& suyos, ClaseTopologia clase, const CDibujoA
         resueltos.push_back(Resuelve(suyo, antes, modo));
     if (!registros.empty())
         reparto.PorRotulo(resueltos);
+    reparto.PorCampos();
+    ConservaRotulos(suyos, antes);
     reparto.PorNumero();
     return std::ranges::find(resueltos, false) == resueltos.end();
 }

@@ -165,12 +165,23 @@ std::optional<int> CCamposElemento::Entero(const char* nombre)
     return std::nullopt;
 }
 
-std::optional<double> CCamposElemento::Real(const char* nombre) const
+std::optional<double> CCamposElemento::Real(const char* nombre)
 {
     const int i = Puesto(nombre);
-    return i < 0 || EstaEnBlanco(m_elemento.GetFieldAsString(i))
-               ? std::nullopt
-               : std::optional(m_elemento.GetFieldAsDouble(i));
+    if (i < 0)
+        return std::nullopt;
+    const std::string_view texto = m_elemento.GetFieldAsString(i);
+    if (EstaEnBlanco(texto))
+        return std::nullopt;
+    if (m_elemento.GetFieldDefnRef(i)->GetType() != OFTString)
+        return m_elemento.GetFieldAsDouble(i); // what is not in its text counts as well
+    char* fin = nullptr;
+    const double valor = CPLStrtod(texto.data(), &fin);
+    if (fin != texto.data() && EstaEnBlanco(fin))
+        return valor;
+    Anota("el campo %s no es un número, cuyos decimales van tras un punto: %s"_ansi, nombre,
+          texto.data());
+    return std::nullopt;
 }
 
 std::optional<bool> CCamposElemento::SiNo(const char* nombre)

@@ -28,7 +28,7 @@ public:
     bool EsNumero(const char* nombre) const;
     std::optional<CString> Texto(const char* nombre);
     std::optional<int> Entero(const char* nombre);
-    std::optional<double> Real(const char* nombre) const;
+    std::optional<double> Real(const char* nombre);
     std::optional<bool> SiNo(const char* nombre);
 
     /// The first fault, in words, or that they name no polygon; empty for nothing.

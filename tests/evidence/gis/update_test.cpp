@@ -32,6 +32,64 @@ TEST_F(Update, LeavesAllBytesWhereNothingWasEdited)
     }
 }
 
+TEST_F(Update, KeepsLabelsOfWhatComesByItsNumbersAlone)
+{
+    CElementos parcelas = Elementos("parcelas");
+    std::erase_if(parcelas, [](const CValores& una) { return !una.contains("parcela"); });
+    CElementos subparcelas = Elementos("subparcelas");
+    Parcela(parcelas, "7")["rotulo"] = "7 bis";
+    Parcela(parcelas, "8")["rotulo"] = "008";
+    subparcelas.front()["rotulo"] = "x-a";
+    Escribe({{"parcelas", parcelas}, {"subparcelas", subparcelas}});
+    for (const char* fichero : kFicheros)
+        antes[fichero] = carpeta.Lee(fichero);
+    const auto soloNumeros = [](CElementos elementos) {
+        constexpr std::string_view kSuyos[] = {"poligono", "parcela", "letra", "wkt"};
+        for (CValores& uno : elementos)
+            std::erase_if(uno, [&](const auto& campo) {
+                return std::ranges::find(kSuyos, campo.first) == std::end(kSuyos);
+            });
+        return elementos;
+    };
+    parcelas = soloNumeros(Elementos("parcelas"));
+    subparcelas = soloNumeros(Elementos("subparcelas"));
+    const auto edita = [](CElementos elementos, const char* campo, const char* valor) {
+        elementos.front()[campo] = valor;
+        return elementos;
+    };
+    constexpr const char* kMasCorta = "POLYGON ((0 0,10 0,10 5,0 5,0 0))";
+    const struct {
+        const char* motivo;
+        CElementos parcelas;
+        CElementos subparcelas;
+        Lineas rotulos;
+        Lineas cambiados;
+    } casos[] = {
+        {"as they are", parcelas, subparcelas, {"7 bis|1", "008|2", "9|3", "x-a|0"}, {}},
+        {"other rings",
+         edita(parcelas, "wkt", kMasCorta),
+         edita(subparcelas, "wkt", kMasCorta),
+         {"7 bis|1", "008|2", "9|3", "x-a|0"},
+         {"1.BIN", "1.PAR", "1.SUB"}},
+        {"another number or letter",
+         edita(parcelas, "parcela", "17"),
+         edita(subparcelas, "letra", "b"),
+         {"17|1", "008|2", "9|3", "7-b|0"},
+         {"1.BIN", "1.PAR", "1.SUB"}},
+    };
+    for (const auto& caso : casos) {
+        SCOPED_TRACE(caso.motivo);
+        PonComoEstaba();
+        Escribe({{"parcelas", caso.parcelas}, {"subparcelas", caso.subparcelas}});
+        Lineas rotulos;
+        for (const char* capa : {"parcelas", "subparcelas"})
+            for (const CValores& uno : Elementos(capa))
+                rotulos.push_back(uno.at("rotulo") + "|" + uno.at("numero"));
+        EXPECT_EQ(rotulos, caso.rotulos) << dicho;
+        EXPECT_EQ(Cambiados(), caso.cambiados);
+    }
+}
+
 TEST_F(Update, EmptiesAPolygonThatTheSourceDoesntNameWhereAnOptionNamesIt)
 {
     const CElementos parcelas = Elementos("parcelas");
@@ -622,6 +680,9 @@ TEST_F(Update, RefusesByNameWhatADrawingCantHold)
          {{"poligono", "1"}, {"parcela", "12 bis"}},
          "el campo parcela no es un número entero: 12 bis"},
         {"half a number", {{"poligono", "1"}, {"parcela", "1.5"}}, "no es un número entero: 1.5"},
+        {"decimals behind a comma",
+         {{"poligono", "1"}, {"parcela", "12"}, {"rotulo_x", "5,5"}, {"rotulo_y", "5.5"}},
+         "el campo rotulo_x no es un número, cuyos decimales van tras un punto: 5,5"},
         {"a negative one", {{"poligono", "1"}, {"parcela", "-3"}}, "lleva un número negativo"},
         {"no polygon", {{"parcela", "3"}, {"poligono", ""}}, "falta el campo poligono"},
     };
