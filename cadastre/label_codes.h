@@ -1,8 +1,5 @@
 #pragma once
 
-#include <algorithm>
-#include <string_view>
-
 #include "platform/cstring.h"
 
 // Codes of the drawings' code table, and what a label says.
@@ -24,12 +21,6 @@ inline constexpr const char* kCodigosDeSubparcela[] = {kCodigoSubparcela, kCodig
 inline CString LetraDelRotulo(const CString& rotulo)
 {
     return rotulo.Mid(rotulo.Find('-') + 1);
-}
-
-/// Tells whether a label's text would part the row of a table that it is written to.
-inline bool ParteFilas(std::string_view texto)
-{
-    return std::ranges::any_of(texto, [](char c) { return static_cast<unsigned char>(c) < ' '; });
 }
 
 /// Square metres. No subparcel is looked for in a parcel of this area or more, which no surface of

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "platform/ansi.h"
+#include "platform/plain_texts.h"
 
 // The six table files carry a municipality between the two translations: a header line, then a row
 // for each element, for all municipalities in order, with one tab between fields. What a row holds
@@ -42,5 +43,18 @@ int MunicipioDeFila(std::string_view fila);
 
 /// Tells whether a row, the first one of its table, is the header line.
 bool EsCabecera(std::string_view fila);
+
+/// Tells whether a row, which isn't empty, says nothing all the same: blanks, or what a transfer
+/// leaves at the end of a file.
+constexpr bool EsFilaEnBlanco(std::string_view fila)
+{
+    return EstaEnBlanco(fila, std::string_view(" \t\r\f\x1A\0", 6));
+}
+
+/// Tells whether a text has what would part the row that it is written to.
+constexpr bool ParteFilas(std::string_view texto)
+{
+    return texto.find_first_of("\t\r\n") != std::string_view::npos;
+}
 
 using CTomaFila = std::function<void(std::string_view fila)>;

@@ -48,17 +48,12 @@ CLargoRegistro LargoDelTipo(std::string_view tipo)
     return {};
 }
 
-bool EstaEnBlanco(std::string_view texto)
-{
-    return SinBlancos(texto, " ").empty();
-}
-
 /// Tells whether another record of the same municipality stands behind the first one. What else
 /// stands behind its columns is for other readers.
 /// \param fin  where those end
 bool EsDoble(std::string_view linea, std::size_t fin)
 {
-    if (EstaEnBlanco(linea.substr(fin)))
+    if (EstaEnBlanco(linea.substr(fin), " "))
         return false;
     const std::string_view municipio = linea.substr(kAnchoTipo, kAnchoMunicipio);
     for (std::size_t i = linea.find(municipio, 2 * kAnchoTipo + municipio.size());
@@ -106,7 +101,7 @@ void CMiraLineas::TomaTipo(std::string_view linea, bool acaba)
     m_masCorta = sigue ? std::min(m_masCorta, linea.size()) : linea.size();
     if (m_tieneTipo)
         TomaGer(linea);
-    else if (!EstaEnBlanco(linea))
+    else if (!EstaEnBlanco(linea, " "))
         ++m_sinTipo;
 }
 

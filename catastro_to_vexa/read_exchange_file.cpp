@@ -7,6 +7,7 @@
 #include "cadastre/exchange_lines.h"
 #include "cadastre/subparcel_columns.h"
 #include "cadastre/wrapping.h"
+#include "cadastre/table_files.h"
 #include "catastro_to_vexa/campiva_a_vexa_dlg.h"
 #include "catastro_to_vexa/exchange_reader.h"
 #include "platform/memory_hint.h"
@@ -119,12 +120,6 @@ std::size_t Seguidas(const CColaLineas& subparcelas)
     return subparcelas.CuantasIguales(kPolig.columna, kPolig.ancho + kParcela.ancho);
 }
 
-/// Tells whether a character, which a line gives by its number, can't stand in a row of a table.
-bool ParteLaFila(char c)
-{
-    return c == '\t' || c == '\n' || c == '\r';
-}
-
 /// Links the parcel to the holder of a TL line that has the number which the parcel names.
 void Enlaza(CLecturaCatastro& lectura, int indiceParcela, const CTitularLeido& leido,
             const CString& Tit)
@@ -219,7 +214,7 @@ bool CCampivaAVexaDlg::AsientaSubparcelas(CLecturaCatastro& lectura)
         CDatosLinea datos;
         subparcela.Lee(lectura.subparcelasLeidas.Primera(), kModoCatastro, datos);
         lectura.vista.campos.Toma(datos);
-        m_vista.parten += ParteLaFila(subparcela.cSing) ? 1 : 0;
+        m_vista.parten += ParteFilas({&subparcela.cSing, 1}) ? 1 : 0;
         int i = kNoEncontrado;
         if (!lectura.Municipio().BuscaParcela(datos.Polig, datos.Parcela, i)) {
             Avisa(lectura.avisos, kSubparcelaSinParcela, datos.Polig, datos.Parcela,

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "cadastre/label_codes.h"
+#include "cadastre/table_files.h"
 #include "evidence/outline_pieces.h"
 #include "evidence/units.h"
 #include "platform/ansi.h"
@@ -240,9 +241,10 @@ private:
             Falta(ClaseFalta::SinNumero, 0, rotulo,
                   Formatea("su rótulo, \"%s\", no empieza por un número"_ansi, m_recinto.rotulo));
         if (ParteFilas(m_que == ClaseTopologia::Hojas ? m_recinto.rotulo : m_recinto.letra))
-            Falta(ClaseFalta::ConControles, 0, rotulo,
-                  "su rótulo tiene un carácter de control, que parte las líneas en las que se "
-                  "escribe"_ansi);
+            Falta(
+                ClaseFalta::ParteFilas, 0, rotulo,
+                "su rótulo tiene un tabulador o un fin de línea, que parte las filas en las que se "
+                "escribe"_ansi);
         if (m_que != ClaseTopologia::Subparcelas)
             return;
         if (!TieneLetra(m_recinto.letra))

@@ -30,9 +30,9 @@ enum class ClaseFalta : std::uint8_t {
     RotuloFuera,
     RotuloEnIsla,
     RotuloEnBorde,
-    SinNumero,    ///< of a parcel or polygon
-    SinLetra,     ///< of a subparcel
-    ConControles, ///< in what goes into the outputs, of a subparcel or a sheet
+    SinNumero,  ///< of a parcel or polygon
+    SinLetra,   ///< of a subparcel
+    ParteFilas, ///< a tab or a line end in what is written of a subparcel or a sheet
     // Among the outlines.
     FueraDeParcela, ///< a subparcel that lies in none
     Repetido        ///< a number or letter in several outlines, of which the last one counts

@@ -42,12 +42,12 @@ private:
 
 void CLectorTablas::Recorre(Tabla tabla, CFilasLeidas& clase, const CTomaFila& toma)
 {
-    const auto cuenta = [&](std::string_view fila) {
+    const auto cuenta = [&](std::string_view fila, bool primera) {
         ++clase.filas;
         const int suyo = MunicipioDeFila(fila);
         if (suyo == m_municipio.Mun)
             toma(fila);
-        else if (suyo == 0 && clase.filas > 1) // or it may be somebody's header
+        else if (suyo == 0 && !primera) // which may be somebody's header
             ++clase.sinMunicipio;
         else
             ++clase.deOtro;
@@ -188,15 +188,15 @@ CTablasLeidas CLectorTablas::Lee()
 
 } // namespace
 
-bool RecorreTabla(const CString& nombre, const CTomaFila& toma, UINT modo)
+bool RecorreTabla(const CString& nombre, const CTomaFilaDeTabla& toma, UINT modo)
 {
     CStdioFile tabla;
     if (!AbreSiHay(tabla, nombre, modo))
         return false;
     bool primera = true;
     for (CString fila; tabla.ReadString(fila); primera = false)
-        if (!fila.IsEmpty() && !(primera && EsCabecera(fila)))
-            toma(fila);
+        if (!EsFilaEnBlanco(fila) && !(primera && EsCabecera(fila)))
+            toma(fila, primera);
     return true;
 }
 

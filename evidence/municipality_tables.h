@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <string_view>
 #include <vector>
 
 #include "cadastre/municipality.h"
@@ -12,10 +13,13 @@
 
 // The rows of the six tables, and what the way back makes of them.
 
-/// Goes through the rows of a table; a header line and lines without anything are none. False where
+/// \param primera  it is the first line of its file
+using CTomaFilaDeTabla = std::function<void(std::string_view fila, bool primera)>;
+
+/// Goes through the rows of a table; a header line and lines that say nothing are none. False where
 /// the table isn't there. Raises CFileException where it can't be read.
 /// \param modo  how to open it, beside for reading: CFile::anyCase
-bool RecorreTabla(const CString& nombre, const CTomaFila& toma, UINT modo = 0);
+bool RecorreTabla(const CString& nombre, const CTomaFilaDeTabla& toma, UINT modo = 0);
 
 /// What the rows of a table come to.
 struct CFilasLeidas {

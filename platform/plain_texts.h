@@ -25,6 +25,12 @@ constexpr std::string_view SinBlancos(std::string_view texto, std::string_view b
     return texto.substr(std::min(texto.find_first_not_of(blancos), texto.size()));
 }
 
+/// Tells whether there is nothing else in a text.
+constexpr bool EstaEnBlanco(std::string_view texto, std::string_view blancos = " \t\r\n")
+{
+    return texto.find_first_not_of(blancos) == std::string_view::npos;
+}
+
 /// Tells whether one of eight bytes is beyond ASCII.
 inline bool HayAltoEnOcho(const void* bytes)
 {

@@ -1,4 +1,5 @@
 #include "cadastre/label_codes.h"
+#include "cadastre/table_files.h"
 #include "shell/frame/box_texts.h"
 #include "vexa_libs/topology.h"
 #include "vexa_to_catastro/vexa_a_campiva2_dlg.h"

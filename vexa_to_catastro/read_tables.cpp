@@ -58,11 +58,6 @@ bool EsDniSinCeros(std::string_view dni)
            dni.find_first_not_of("0123456789") == std::string_view::npos;
 }
 
-bool EstaEnBlanco(std::string_view fila)
-{
-    return fila.find_first_not_of(std::string_view(" \t\r\f\x1A\0", 6)) == std::string_view::npos;
-}
-
 /// What the rows of one municipality have in common.
 class CFilasSuyas {
 public:
@@ -135,7 +130,7 @@ void CVexaACampiva2Dlg::CTablaVista::CuentaFila(std::string_view fila, int suyo,
     if (suyo != 0)
         ajenas += suyo != municipio ? 1 : 0;
     else if (!primera) // which may be somebody's header
-        sinMunicipio += EstaEnBlanco(fila) ? 0 : 1;
+        sinMunicipio += EsFilaEnBlanco(fila) ? 0 : 1;
 }
 
 bool CVexaACampiva2Dlg::LeeTabla(UINT estado, const CString& archivo, std::size_t campos,

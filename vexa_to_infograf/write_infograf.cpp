@@ -2,6 +2,7 @@
 #include "cadastre/infograf_record.h"
 #include "cadastre/label_codes.h"
 #include "cadastre/polygon_list.h"
+#include "cadastre/table_files.h"
 #include "vexa_libs/ccadena.h"
 #include "vexa_to_infograf/vexa_a_infograf_dlg.h"
 

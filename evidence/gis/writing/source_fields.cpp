@@ -9,6 +9,7 @@
 
 #include "evidence/gis/names.h"
 #include "platform/ansi.h"
+#include "platform/plain_texts.h"
 
 namespace {
 
@@ -45,12 +46,6 @@ CString EnCodigo(std::string_view utf8, bool& todas)
         bytes.push_back(byte.value_or('?'));
     }
     return bytes;
-}
-
-/// A form without types has blanks where nothing is set.
-bool EstaEnBlanco(std::string_view texto)
-{
-    return texto.find_first_not_of(' ') == std::string_view::npos;
 }
 
 } // namespace

@@ -70,8 +70,9 @@ CPartida CBalanceIda::Empieza(Partida que, std::string lineas, const CEntradaLei
     CPartida partida(que);
     partida.Entra(std::move(lineas), clase.lineas);
     CCotejo cotejo(clase.quedan);
-    const bool hay = RecorreTabla(m_ficheros.tablas[tabla],
-                                  [&](std::string_view fila) { cotejo.Toma(clave(fila)); });
+    const bool hay =
+        RecorreTabla(m_ficheros.tablas[tabla],
+                     [&](std::string_view fila, bool /*primera*/) { cotejo.Toma(clave(fila)); });
     partida.Sale(Filas(tabla), cotejo.Hallados());
     if (hay)
         cotejo.Acaba(partida);
@@ -189,7 +190,7 @@ CPartida CBalanceIda::Vinculos(bool hayParcelas)
                   m_leida.vinculos.lineas);
     const std::int64_t principales = m_vinculos.Hallados();
     const bool hayCotitulares =
-        RecorreTabla(m_ficheros.tablas[kCotitulares], [&](std::string_view fila) {
+        RecorreTabla(m_ficheros.tablas[kCotitulares], [&](std::string_view fila, bool /*primera*/) {
             m_vinculos.Toma(NumerosDeFilaCotitular(fila).Clave());
         });
     if (!hayParcelas || !hayCotitulares)

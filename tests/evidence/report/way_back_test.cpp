@@ -78,12 +78,13 @@ TEST_F(InformeDeVuelta, AccountsForEveryRowWhateverTheOptions)
         Subparcela("7", "z", "10"); // isn't drawn
         Subparcela("77", "a", "1");
         Subparcela("7", "", "1");
-        tablas["Cotitulares"] = {Fila({"045", "127", "0", "1", "7", "2", "PR", "50"}),
+        tablas["Cotitulares"] = {Fila({"045", "", "0", "1", "8", "2", "PR", "1"}),
+                                 Fila({"045", "127", "0", "1", "7", "2", "PR", "50"}),
+                                 Fila({" ", " "}),
                                  Fila({"045", "127", "0", "1", "7", "2", "PR", "20"}),
                                  Fila({"045", "127", "0", "1", "7", "9", "PR", "50"}),
                                  Fila({"045", "127", "0", "1", "99", "2", "PR", "50"}),
                                  Fila({"045", "127", "0", "1", "8", "2", "", ""}),
-                                 Fila({"045", "", "0", "1", "8", "2", "PR", "1"}),
                                  Fila({"045", "999", "0", "1", "8", "2", "PR", "1"})};
         Ejecuta(modificar, noEnGrafico, noEnBD);
         const CInformePrueba informe = Informa();

@@ -156,8 +156,8 @@ TEST_F(ShowDrawing, ShowsControlCharactersOfALabel)
         Muestra(fichero);
         EXPECT_THAT(salida, HasSubstr(R"( "06\x0929\x0D\x0A\x1F")")) << fichero;
     }
-    EXPECT_THAT(Fallos(), ElementsAre("su rótulo tiene un carácter de control, que parte las "
-                                      "líneas en las que se escribe"));
+    EXPECT_THAT(Fallos(), ElementsAre("su rótulo tiene un tabulador o un fin de línea, que parte "
+                                      "las filas en las que se escribe"));
 }
 
 TEST_F(ShowDrawing, GoesOnBehindDamage)

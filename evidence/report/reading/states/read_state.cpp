@@ -161,7 +161,7 @@ bool RecorreFilas(const CString& tabla, auto toma)
 {
     return RecorreTabla(
         tabla,
-        [&](std::string_view fila) {
+        [&](std::string_view fila, bool /*primera*/) {
             const CFila<Columnas> campos(fila);
             toma(Corto<Columnas, &CDatosLinea::Mun>(campos), campos);
         },
