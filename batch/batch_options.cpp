@@ -26,6 +26,8 @@ bool TomaConValor(std::span<const std::string> argumentos, std::size_t& i, COpci
         throw CLineaMala(Formatea(textos::kFaltaValor, opcion));
     if (procesos)
         opciones.procesos = Procesos(argumentos[i]);
+    else if (argumentos[i].empty() || argumentos[i].starts_with('-')) // or it is the next option
+        throw CLineaMala(Formatea(textos::kFaltaValor, opcion));
     else
         (opcion == "--sshlogin" ? opciones.maquinas : opciones.resultados) = argumentos[i];
     return true;

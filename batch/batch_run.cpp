@@ -217,12 +217,12 @@ void BorraLoDeAntes(const CEstados& estados)
                 sistema::Borra(donde / nombre, error);
 }
 
-/// Raises CLineaMala for two jobs of one translation that write the same file, of which both would
-/// end well and one's would be gone; and for one that reads a table which another one writes, as it
-/// would read the old one or the new one by chance.
+/// Raises CLineaMala for two jobs that write the same file, of which both would end well and one's
+/// would be gone: be it a log alone, that of a way back and that of Infograf. And for one that
+/// reads a table which another one writes, as it would read the old one or the new one by chance.
 void ExigeFicherosPropios(const std::vector<CTrabajo>& trabajos, const std::string& tabla)
 {
-    std::map<std::pair<Traduccion, fs::path>, int> deQuien;
+    std::map<fs::path, int> deQuien;
     const auto rehusa = [&](const CTrabajo& trabajo, const char* porque, const fs::path& fichero,
                             int otra) {
         throw CLineaMala(Formatea(textos::kEnLinea, tabla, trabajo.fila,
@@ -230,18 +230,17 @@ void ExigeFicherosPropios(const std::vector<CTrabajo>& trabajos, const std::stri
     };
     for (const CTrabajo& trabajo : trabajos)
         for (const fs::path& salida : SalidasDe(trabajo)) {
-            const auto [suya, nueva] = deQuien.try_emplace(
-                {trabajo.traduccion, sistema::EnteraSinPuntos(salida)}, trabajo.fila);
+            const auto [suya, nueva] =
+                deQuien.try_emplace(sistema::EnteraSinPuntos(salida), trabajo.fila);
             if (!nueva && suya->second != trabajo.fila)
                 rehusa(trabajo, textos::kEscribeLoMismo, salida, suya->second);
         }
     for (const CTrabajo& trabajo : trabajos)
-        for (const fs::path& leida : LeidasDe(trabajo))
-            for (const Traduccion otra : {Traduccion::Ida, Traduccion::Vuelta}) {
-                const auto suya = deQuien.find({otra, sistema::EnteraSinPuntos(leida)});
-                if (suya != deQuien.end() && suya->second != trabajo.fila)
-                    rehusa(trabajo, textos::kLeeLoQueEscribe, leida, suya->second);
-            }
+        for (const fs::path& leida : LeidasDe(trabajo)) {
+            const auto suya = deQuien.find(sistema::EnteraSinPuntos(leida));
+            if (suya != deQuien.end() && suya->second != trabajo.fila)
+                rehusa(trabajo, textos::kLeeLoQueEscribe, leida, suya->second);
+        }
 }
 
 /// Raises CLineaMala where the lines of the table name folders from another place than those whose

@@ -110,6 +110,7 @@ COrden OrdenDeParallel(const std::vector<CParte>& partes, const COpciones& opcio
     COrden orden;
     orden.programa = parallel;
     orden.argumentos = {"--will-cite",
+                        "--quote", // a folder's blanks, and what a shell takes for more
                         "-j1",
                         "--sshlogin",
                         opciones.maquinas,

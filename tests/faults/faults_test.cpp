@@ -837,5 +837,5 @@ INSTANTIATE_TEST_SUITE_P(WithLocks, DosProcesos, testing::Values(Vecino::ConCand
 INSTANTIATE_TEST_SUITE_P(WithoutLocks, DosProcesos, testing::Values(Vecino::SinCandados));
 INSTANTIATE_TEST_SUITE_P(AnotherUser, DosProcesos, testing::Values(Vecino::OtroUsuario));
 
-INSTANTIATE_TEST_SUITE_P(Cada, Fallos, testing::Range<std::size_t>(0, 6),
+INSTANTIATE_TEST_SUITE_P(Cada, Fallos, testing::Range<std::size_t>(0, Escenarios().size()),
                          [](const auto& cual) { return "Run" + std::to_string(cual.param); });

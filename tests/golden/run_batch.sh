@@ -54,7 +54,8 @@ status 0 "$batch" --reanuda out.tsv
 printf 'E1 of the way back\n' > "a b/045127.ERR"
 printf 'infograf\ta b\n' > on.tsv
 status 0 "$batch" on.tsv
-[ "$(wc -l < "a b/045127.CSP")" -gt 900 ] && grep -q "of the way back" "a b/045127.ERR"
+[ "$(wc -l < "a b/045127.CSP")" -gt 900 ]
+grep -q "of the way back" "a b/045127.ERR"
 
 # Nothing is begun where a line is wrong.
 rm -r "a b"/*.txt
@@ -86,7 +87,8 @@ END
 printf 'ida\tc\n\nida\tc\n' > wrong.tsv
 status 2 "$batch" wrong.tsv
 grep -q "línea 3: repite el trabajo de la línea 1" said
-for options in "" "no.tsv" "-j x out.tsv" "--no out.tsv" "out.tsv on.tsv" "--reanuda wrong.tsv"; do
+for options in "" "no.tsv" "-j x out.tsv" "--no out.tsv" "out.tsv on.tsv" "--reanuda wrong.tsv" \
+  "--resultados --reanuda out.tsv"; do
   # shellcheck disable=SC2086
   status 2 "$batch" $options
 done
@@ -197,16 +199,24 @@ status 1 "$batch" --sshlogin : -j 1 parts.tsv
 [ "$(states parts.tsv)" = "1 ida c 0 0 0
 2 ida lista 0 4 5
 3 ida far 1 - -" ] || { states parts.tsv >&2 && fail "the states are others"; }
-[ -e c/Parcelas.txt ] && grep -q far parts.tsv.resultados/salidas/3.err
+[ -e c/Parcelas.txt ]
+grep -q far parts.tsv.resultados/salidas/3.err
 mkdir far && cp "$samples/villanueva.txt" far/entrada.txt
 rm c/Parcelas.txt
 status 0 "$batch" --sshlogin : --reanuda parts.tsv
-[ "$(states parts.tsv | tail -n 1)" = "3 ida far 0 0 0" ] && [ ! -e c/Parcelas.txt ]
+[ "$(states parts.tsv | tail -n 1)" = "3 ida far 0 0 0" ]
+[ ! -e c/Parcelas.txt ]
 # A line may begin with a tab, and the folder be called as a part of the translation.
 mkdir a && cp "$samples/villanueva.txt" a/entrada.txt
 printf '\tida\ta\n' > tab.tsv
 status 0 "$batch" --sshlogin : tab.tsv
 [ -e a/Parcelas.txt ]
+# The programs may stand where a shell would take the name for more than one.
+mkdir "a; touch theirs;" && cp "$batch" "a; touch theirs;" && rm a/Parcelas.txt
+status 0 "a; touch theirs;/campiva-lote" --sshlogin : tab.tsv
+[ -e a/Parcelas.txt ]
+[ -z "$(find . -name theirs)" ] || fail "a shell took a folder's name for a command"
+status 2 "$batch" --sshlogin "" tab.tsv
 # Who kills it finds what had ended by then, and is told where a part goes on by itself.
 printf '#!/bin/sh\necho x >> runs\nwhile [ ! -e go ]; do sleep 0.05; done\n' > waits
 chmod +x waits
@@ -262,5 +272,6 @@ if [ -x "$(dirname "$batch")/campiva-informe" ]; then
 fi
 mkdir alone && cp "$batch" alone
 PATH=/bin:/usr/bin status 1 alone/campiva-lote --resumen sum.tsv
-grep -q "No hay resumen" said && [ "$(states sum.tsv | wc -l)" = 3 ]
+grep -q "No hay resumen" said
+[ "$(states sum.tsv | wc -l)" = 3 ]
 echo "all as they should"

@@ -114,7 +114,8 @@ mkdir bin && ln -s "$batch" bin/campiva-lote
 status 2 env PATH="$work/bin" campiva-lote --sshlogin : t
 status 1 env TMPDIR="$work/t" "$batch" t
 grep -q TMPDIR said || fail "the folder that can't be had isn't told"
-cmp t.resultados/trabajos.log before.log && cmp t.resultados/estado.tsv before.tsv
+cmp t.resultados/trabajos.log before.log
+cmp t.resultados/estado.tsv before.tsv
 
 # A disk that takes nothing more is told as such.
 if [ -c /dev/full ]; then
@@ -147,6 +148,7 @@ cp -r "$samples/villanueva_dibujos" g
 cp g/poligonos.txt g/otra.txt
 for jobs in 'ida\ta\nida\tb/../a/\tentrada=otra.txt\n' 'vuelta\tg\n\nvuelta\tg\tlista=otra.txt\n' \
   'ida\ta\nida\tb\tparajes=../a/Parajes.txt\n' 'infograf\tg\ninfograf\t./g\n' \
+  'vuelta\tg\ninfograf\tg\n' 'ida\tg\tentrada=045127.txt\ninfograf\tg\n' \
   'vuelta\tg\nvuelta\tb\tlista=no_hay\tparcelas=../p\tmodificar=1\nvuelta\tc\tsubparcelas=../p\tmodificar=1\n'; do
   printf "$jobs" > t
   rm -rf t.resultados
@@ -164,7 +166,7 @@ for jobs in 'ida\ta\nvuelta\ta\n' 'vuelta\tg\tparajes=../b/Parajes.txt\nida\tb\n
     { cat said >&2 && fail "$jobs"; }
   [ ! -e t.resultados ] || fail "results of a table that is none"
 done
-printf 'ida\ta\nvuelta\tg\ninfograf\tg\nida\ta\tentrada=x\tparcelas=1\tsubparcelas=2\tparajes=3\tmodulos=4\ttitulares=5\tcotitulares=6\n' > t
+printf 'ida\ta\nvuelta\tg\nida\ta\tentrada=x\tparcelas=1\tsubparcelas=2\tparajes=3\tmodulos=4\ttitulares=5\tcotitulares=6\n' > t
 status 1 "$batch" t
 
 # The same lines, from another folder, are other jobs.

@@ -104,7 +104,9 @@ bool TomaOpcion(std::span<const std::string> argumentos, std::size_t& i, COpcion
         queja = "no hay opción " + argumento;
         return false;
     }
-    if (i + 1 == argumentos.size() || argumentos[i + 1].empty()) {
+    // What looks like an option is the next one, and no name of a file.
+    if (i + 1 == argumentos.size() || argumentos[i + 1].empty() ||
+        (argumentos[i + 1].starts_with('-') && argumentos[i + 1] != "-")) {
         queja = "a " + argumento + " le falta su nombre";
         return false;
     }

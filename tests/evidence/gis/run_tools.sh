@@ -29,7 +29,7 @@ for place in first again; do
     mv dibujos/045127.* .
   )
 done
-[ "$(wc -l < first/045127.CSP)" -gt 900 ] && [ "$(wc -l < first/045127.R)" -gt 900 ]
+for made in CSP R; do [ "$(wc -l < first/045127.$made)" -gt 900 ]; done
 for made in 045127.R 045127.M 045127.CSP back.ERR; do cmp "first/$made" "again/$made"; done
 
 # The layers tell what the run's log tells.

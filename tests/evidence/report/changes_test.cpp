@@ -347,6 +347,7 @@ TEST_F(Cambios, OfAFaultyInputAreWhatTheTranslationDropped)
     int sinParaje = 0;
     for (const std::string& mensaje : Mensajes())
         sinParaje += mensaje.starts_with("E102") ? 1 : 0;
+    ASSERT_GT(sinParaje, 0);
     const std::vector<std::string> filas = Compara("", "entrada.txt");
     EXPECT_EQ(filas.size(), sinParaje);
     for (const std::string& fila : filas)

@@ -53,6 +53,8 @@ TEST(ReportOptions, ComplainsOfALineThatItDoesNotUnderstand)
         {{"a.ERR", "-x"}, "-x"},
         {{"a.ERR", "--csv"}, "a --csv le falta"},
         {{"a.ERR", "--csv", ""}, "a --csv le falta"},
+        {{"--json", "--estricto", "a.ERR"}, "a --json le falta"},
+        {{"--con", "-x", "a.ERR"}, "a --con le falta"},
         {{"a.ERR", "--csv", "a", "--csv", "b"}, "dos veces"},
         {{"a.ERR", "b.ERR", "--html", "p.html"}, "de uno solo"},
         {{"a.ERR", "b.ERR", "--con", "f"}, "de uno solo"},
