@@ -87,10 +87,10 @@ public:
         resultado.cifras = contenido.Cifras(); // whether or not it can be written
         EscribeMensajes();
         EscribeTodo(contenido, pagina);
-        const bool hayPerdidas = contenido.HayPerdidas(); // both while nothing has changed yet
+        // While nothing has changed yet.
         std::string resumen = m_opciones.PorLaSalida() == 0 ? Resumen(contenido, pagina) : "";
         Coloca(m_salidas, resultado.quejas);
-        resultado.hayPerdidas = hayPerdidas;
+        resultado.hayPerdidas = resultado.cifras->hayPerdidas;
         resultado.leido = std::move(m_proceso.balance.leido);
         resultado.resumen = std::move(resumen);
     }

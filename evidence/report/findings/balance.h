@@ -68,6 +68,7 @@ struct CPartida {
     std::int64_t faltan = 0;           ///< records that should have been written and aren't there
     std::int64_t sobran = 0;           ///< records that are there and come from nowhere
     std::vector<std::string> ejemplos; ///< of both
+    std::string reparo;                ///< what is wrong with records that are all there
     std::string noSePuede;             ///< why nothing can be said
 };
 

@@ -69,12 +69,9 @@ std::vector<const CColumnaLote*> CResumenLote::Columnas() const
 
 bool CResumenLote::HayPerdidas() const
 {
-    const auto seLeyoEntero = [](const CTrabajoVisto& uno) {
-        return uno.DameSuerte() == Suerte::Hecho && uno.cifras->alarma.empty() &&
-               uno.cifras->sinComprobar.empty();
-    };
-    return !std::ranges::all_of(trabajos, seLeyoEntero) || Suma(&CCifras::sinExplicar) > 0 ||
-           QuePierden() > 0 || Suma(&CCifras::sinPadre) > 0;
+    return std::ranges::any_of(trabajos, [](const CTrabajoVisto& uno) {
+        return uno.DameSuerte() != Suerte::Hecho || uno.cifras->hayPerdidas;
+    });
 }
 
 } // namespace informe

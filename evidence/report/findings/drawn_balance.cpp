@@ -24,6 +24,8 @@ std::string FaltaDe(const CPoligonoDibujado& poligono, ClaseTopologia que)
     if (topologia.dañoEn != CTopologiaDibujada::kSinDaño)
         return fichero + " está dañado en el byte " +
                Miles(static_cast<std::int64_t>(topologia.dañoEn));
+    if (topologia.recintos.empty())
+        return fichero + " está vacío";
     return {};
 }
 

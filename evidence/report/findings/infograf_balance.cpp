@@ -1,12 +1,14 @@
 #include "evidence/report/findings/infograf_balance.h"
 
 #include <algorithm>
+#include <cmath>
 #include <optional>
 
 #include "cadastre/file_extensions.h"
 #include "evidence/drawn_polygon.h"
 #include "evidence/paths.h"
 #include "evidence/report/reading/text.h"
+#include "evidence/units.h"
 #include "vexa_libs/ccadena.h"
 #include "vexa_libs/topology.h"
 
@@ -96,6 +98,7 @@ private:
                 bin.Seek(0);
                 entrada.topologias[clase].emplace().Read(&bin, &topologia);
                 entrada.topologias[clase]->OrdenaPoligonos();
+                MiraSiEsEntera(entrada, clase, topologia);
             } else {
                 que += (que.empty() ? "falta su ." : " y .") + std::string(extension);
             }
@@ -104,11 +107,22 @@ private:
             m_evidencia.faltan.push_back({entrada.nombre, que});
         return true;
     }
+    /// What a topology doesn't give to the run: all, or all behind the damage.
+    void MiraSiEsEntera(const CEntrada& entrada, std::size_t clase, const CFile& topologia)
+    {
+        const std::string suya = std::string("su .") + ExtensionDe(kTopologias[clase]);
+        if (topologia.GetLength() == 0)
+            m_evidencia.faltan.push_back({entrada.nombre, suya + " está vacío"});
+        else if (entrada.topologias[clase]->FaltaAlgo())
+            m_evidencia.faltan.push_back(
+                {entrada.nombre, suya + " está dañado o fuera de fecha, y no sale todo de él"});
+    }
     void Espera(ClaseInfograf clase, const CTopologia& topologia, int i,
                 const CClaveRegistro& clave)
     {
         ++m_evidencia.clases[clase].recintos;
         m_evidencia.clases[clase].dibujada += topologia.DameArea(i);
+        m_evidencia.clases[clase].esperada += topologia.DameArea(i);
         esperadas[clase].push_back(clave);
     }
     void Huerfano(ClaseInfograf clase, const CEntrada& entrada, const CTopologia& topologia, int i,
@@ -219,6 +233,17 @@ CClaves Halladas(const std::vector<CEscritosInfograf::CRegistro>& registros,
     return halladas;
 }
 
+/// What the surfaces say of records that are those of the drawings; empty where they are theirs.
+std::string OtraSuperficie(const CEvidenciaInfograf::CClase& clase)
+{
+    constexpr double kRedondeo = 0.01; // of a record, in square metres
+    const double puede = kRedondeo * static_cast<double>(clase.registros + 1);
+    if (std::abs(clase.escrita - clase.esperada) <= puede)
+        return {};
+    return "los registros suman " + Superficie(EnMetrosCuadrados(clase.escrita)) +
+           " y sus recintos " + Superficie(EnMetrosCuadrados(clase.esperada));
+}
+
 /// Tells whether the records of a kind are the first ones of those that should be there.
 bool EsPrincipio(const CClaves& halladas, const CClaves& esperadas)
 {
@@ -245,6 +270,8 @@ CBalance BalanceInfograf(const CFicheros& ficheros, CEvidenciaInfograf& evidenci
             Coteja(esperadas, halladas, partida);
         else
             partida.noSePuede = "no está el fichero CSP";
+        if (partida.SePuedeDecir() && partida.SinExplicar() == 0)
+            partida.reparo = OtraSuperficie(clase);
         esPrincipio = esPrincipio && EsPrincipio(halladas, esperadas);
         falta = falta || halladas.size() < esperadas.size();
         balance.partidas.push_back(std::move(partida));

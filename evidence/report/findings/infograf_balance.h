@@ -19,6 +19,7 @@ struct CEvidenciaInfograf {
         std::int64_t huerfanos = 0; ///< of those
         std::int64_t registros = 0;
         double dibujada = 0; ///< square metres of the outlines
+        double esperada = 0; ///< and of those that get a record
         double escrita = 0;  ///< and of the records
     };
     /// An outline that gets no record, as none holds it that should.
@@ -28,7 +29,7 @@ struct CEvidenciaInfograf {
         std::string porque;
         vexageo::CPunto<int> sitio;
     };
-    /// Files that the run asks for and that aren't there.
+    /// Files that the run asks for and that aren't there, or aren't whole.
     struct CFaltan {
         CString entrada; ///< empty for the sheets
         std::string que; ///< "falta su .PAR"

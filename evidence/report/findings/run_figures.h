@@ -19,6 +19,8 @@ struct CCifras {
     std::int64_t lineasW = 0;
     std::string alarma;       ///< what is wrong with the run as a whole; empty for nothing
     std::string sinComprobar; ///< what of it can't be checked; empty for nothing
+    std::string incompleto;   ///< whose drawings aren't whole; empty for none
+    bool hayPerdidas = false; ///< something was lost, isn't explained, or can't be checked
 };
 
 } // namespace informe

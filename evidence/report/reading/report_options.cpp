@@ -172,8 +172,9 @@ la entrada o a la lista.
                    en él. Puede ir varias veces
   --escrito F      lo mismo, de un fichero que escribió el proceso
   --detenido       el proceso no llegó a escribir más que el registro
-  --estricto       acaba con 3 si se perdió superficie o algo queda sin explicar o
-                   sin comprobar, porque el proceso se detuvo o falta un fichero
+  --estricto       acaba con 3 si se perdió superficie, o algo sin mensaje, o algo
+                   queda sin explicar o sin comprobar, porque el proceso se detuvo
+                   o falta un fichero. Los errores del registro no cuentan
   --resumen DIR    una página y una hoja de todos los trabajos de campiva-lote,
                    con un informe de cada uno
   --sin-informes   sin los informes de cada uno; enlaza los que ya hay

@@ -67,6 +67,7 @@ std::string Nota(const CTrabajoVisto& uno)
     if (uno.cifras) {
         anota(uno.cifras->alarma);
         anota(uno.cifras->sinComprobar);
+        anota(uno.cifras->incompleto);
     }
     return nota;
 }

@@ -82,6 +82,8 @@ void Dictamen(CMarcas& marcas, const CPartida& partida)
     const std::int64_t sinExplicar = partida.SinExplicar();
     if (!partida.SePuedeDecir())
         return parrafo(kAlarma, "No se puede comprobar: " + partida.noSePuede + ".");
+    if (!partida.reparo.empty())
+        return parrafo(kAlarma, "✕ " + partida.reparo + ".");
     if (sinExplicar == 0)
         return parrafo(kCuadra, "✓ Cuadra: sin explicar, 0.");
     std::string texto = "✕ sin explicar: " + Miles(sinExplicar);

@@ -42,8 +42,11 @@ struct CContenido {
     std::vector<CPerdida> Perdidas() const;
     /// All of it in numbers.
     CCifras Cifras() const;
-    /// Surface was lost, or something isn't explained, or can't be checked, or was observed.
+    /// Surface was lost, or records without a message, or something isn't explained, or can't be
+    /// checked, or was observed.
     bool HayPerdidas() const;
+    /// The drawings of polygons that aren't whole, a sentence; empty for none.
+    std::string Incompleto() const;
     /// The log has lines; without any a page says nothing of them.
     bool HayMensajes() const { return !proceso.registro.avisos.empty(); }
     /// How many records and surfaces of parcels nothing explains.

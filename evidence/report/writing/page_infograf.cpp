@@ -1,4 +1,3 @@
-
 #include "evidence/report/reading/bounds.h"
 #include "evidence/report/reading/text.h"
 #include "evidence/report/writing/page_parts.h"

@@ -11,7 +11,7 @@ namespace informe {
 namespace {
 
 // Of what is written: another one where a program that reads it may err.
-constexpr int kFormaInforme = 2;
+constexpr int kFormaInforme = 3;
 
 const char* NombreSentido(const CProceso& proceso)
 {
@@ -56,6 +56,7 @@ CValor Parte(const CPartida& partida)
             {"sale", Lista(partida.sale, renglon)},
             {"sinExplicar", partida.SinExplicar()},
             {"ejemplos", partida.ejemplos},
+            {"reparo", SiHay(partida.reparo)},
             {"noSePuede", SiHay(partida.noSePuede)}};
 }
 

@@ -3,6 +3,7 @@
 #include "evidence/report/reading/text.h"
 #include "evidence/report/writing/change_texts.h"
 #include "evidence/report/writing/page_content.h"
+#include "evidence/report/writing/page_parts.h"
 
 namespace informe {
 namespace {
@@ -41,6 +42,22 @@ std::string CuantasSinComprobar(const CBalance& balance)
         balance.partidas, [](const CPartida& partida) { return !partida.SePuedeDecir(); });
     return cuantas == 0 ? std::string()
                         : ", " + Cuantos(cuantas, "partida", "partidas") + " sin comprobar";
+}
+
+/// What no message of the run says of its records: those that it lost, and what is wrong with those
+/// that are there.
+std::string LoPerdido(const CBalance& balance)
+{
+    std::string texto;
+    for (const CPartida& partida : balance.partidas) {
+        const std::string suyo = std::string("  ") + partida.Titulo() + ": ";
+        for (const CPartida::CRenglon& renglon : partida.sale)
+            if (renglon.EsPerdida())
+                texto += suyo + Miles(renglon.cuantos) + " " + renglon.texto + "\n";
+        if (!partida.reparo.empty())
+            texto += suyo + partida.reparo + "\n";
+    }
+    return texto;
 }
 
 /// What was lost of the surface, where something was.
@@ -86,6 +103,8 @@ CCifras CContenido::Cifras() const
     cifras.alarma = proceso.Alarma();
     cifras.sinComprobar = proceso.SinComprobar();
     cifras.sinExplicar = SinExplicar();
+    cifras.incompleto = Incompleto();
+    cifras.hayPerdidas = HayPerdidas();
     if (proceso.ficheros.sentido == Sentido::Infograf) {
         cifras.sinPadre = static_cast<std::int64_t>(proceso.infograf.sinPadre.size());
         return cifras;
@@ -106,17 +125,33 @@ CCifras CContenido::Cifras() const
     return cifras;
 }
 
+std::string CContenido::Incompleto() const
+{
+    constexpr std::size_t kComoMucho = 3;
+    std::vector<std::string> suyos;
+    if (dibujo)
+        for (const CPoligonoRoto& roto : dibujo->rotos)
+            suyos.push_back(Texto(roto.entrada) + ", " + roto.que);
+    for (const CEvidenciaInfograf::CFaltan& falta : proceso.infograf.faltan)
+        if (!falta.entrada.IsEmpty()) // sheets are left out on purpose, too
+            suyos.push_back(Texto(falta.entrada) + ", " + falta.que);
+    std::string texto;
+    for (const std::string& suyo : Primeros(suyos, kComoMucho))
+        texto += (texto.empty() ? "Dibujos que no están enteros: " : "; ") + suyo;
+    if (suyos.size() > kComoMucho)
+        texto += "; y " + Miles(suyos.size() - kComoMucho) + " más";
+    return texto + (texto.empty() ? "" : ".");
+}
+
 bool CContenido::HayPerdidas() const
 {
     const std::vector<CPerdida> perdidas = Perdidas();
-    const bool faltanDibujos =
-        (dibujo && !dibujo->rotos.empty()) ||
-        std::ranges::any_of(proceso.infograf.faltan, [](const CEvidenciaInfograf::CFaltan& falta) {
-            return !falta.entrada.IsEmpty(); // sheets are left out on purpose, too
-        });
-    return faltanDibujos || SinExplicar() > 0 || !proceso.Alarma().empty() ||
-           !proceso.SinComprobar().empty() || !proceso.observado.empty() ||
-           !proceso.infograf.sinPadre.empty() ||
+    const CBalance& balance = proceso.balance;
+    const bool conReparo = std::ranges::any_of(
+        balance.partidas, [](const CPartida& partida) { return !partida.reparo.empty(); });
+    return !Incompleto().empty() || conReparo || balance.HayPerdidas() || SinExplicar() > 0 ||
+           !proceso.Alarma().empty() || !proceso.SinComprobar().empty() ||
+           !proceso.observado.empty() || !proceso.infograf.sinPadre.empty() ||
            std::ranges::any_of(perdidas,
                                [](const CPerdida& perdida) { return perdida.metros > 0; });
 }
@@ -135,7 +170,9 @@ std::string Resumen(const CContenido& contenido, const CString& pagina)
             texto += Renglon(CodigoMensaje(mensaje), cuantos, Enunciado(mensaje));
     if (registro.Ajenas() > 0)
         texto += Renglon("-   ", registro.Ajenas(), "líneas que no son ningún mensaje");
-    for (const std::string& frase : {contenido.proceso.Alarma(), contenido.proceso.SinComprobar()})
+    texto += LoPerdido(contenido.proceso.balance);
+    for (const std::string& frase :
+         {contenido.proceso.Alarma(), contenido.proceso.SinComprobar(), contenido.Incompleto()})
         if (!frase.empty())
             texto += "  " + frase + "\n";
     for (const std::string& frase : contenido.proceso.observado)

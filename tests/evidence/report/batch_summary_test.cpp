@@ -6,11 +6,14 @@
 #include "batch/job_table.h"
 #include "evidence/report/reading/batch_jobs.h"
 #include "evidence/report/writing/run_json.h"
+#include "generator/drawing_files.h"
+#include "generator/synthetic_municipality.h"
 #include "platform/files/side_names.h"
 #include "platform/files/system_files.h"
 #include "platform/files/target_lock.h"
 #include "tests/catastro_to_vexa/run_fixture.h"
 #include "tests/evidence/report/report_fixture.h"
+#include "vexa_to_infograf/vexa_a_infograf_dlg.h"
 
 using testing::ElementsAre;
 using testing::EndsWith;
@@ -132,6 +135,34 @@ TEST_F(ResumenDeLote, CallsALossWhatCannotBeChecked)
     std::filesystem::remove(carpeta.Ruta() / "Parajes.txt");
     EXPECT_TRUE(Resume().hayPerdidas);
     EXPECT_THAT(Hoja().at(1), EndsWith(";Sin comprobar: Parajes (no está Parajes.txt)."));
+}
+
+/// What the report of a job calls a loss is one of its batch, too.
+TEST_F(ResumenDeLote, IsAsStrictAsTheReportsOfItsJobs)
+{
+    const auto municipio = sintetico::Genera({.parcelas = 20, .poligonos = 1}, 3);
+    ASSERT_TRUE(sintetico::GrabaDibujos(carpeta.En("medio/"), municipio));
+    CVexaAInfografDlg dialogo;
+    dialogo.Create(IDD_VEXA_A_INFOGRAF, nullptr);
+    dialogo.GetDlgItem(IDC_TREN)->SetWindowText(carpeta.En("medio/poligonos.txt"));
+    dialogo.GetDlgItem(IDC_ORTOS)->SetWindowText(carpeta.En("medio/ortos.TOP"));
+    dialogo.SendMessage(WM_COMMAND, IDOK, 0);
+    const std::string ventana = "Campiva\n  Tipo\n    1009  (*) de Catastro\nVexa a Infograf\n"
+                                "   2  <Salir>\n";
+    const std::string dicho = "El archivo e está vacío";
+    carpeta.Pon("t.resultados/salidas/1.err", ventana);
+    Lote({{"0\t0\t0\t0.02", "infograf\tmedio"}});
+    EXPECT_FALSE(Resume().hayPerdidas);
+    EXPECT_THAT(Hoja().at(1), EndsWith(";informes/1.html;"));
+    const std::string entero = carpeta.Lee("medio/001.SUB");
+    carpeta.Pon("medio/001.SUB", entero.substr(0, entero.size() - 10));
+    carpeta.Pon("t.resultados/salidas/1.err",
+                ventana + "[Error]\nEl archivo X\nno existe\n\n" + dicho + "\n");
+    EXPECT_TRUE(Resume().hayPerdidas);
+    EXPECT_THAT(Hoja().at(1),
+                HasSubstr(";El archivo X no existe. " + dicho +
+                          ". Dibujos que no están enteros: "
+                          "001, su .SUB está dañado o fuera de fecha, y no sale todo de él."));
 }
 
 TEST_F(ResumenDeLote, ReadsOfAJobWhatItsLineNames)

@@ -95,6 +95,41 @@ TEST_F(InformeDeInfograf, NamesWhatIsMissingAndWhatHasNoParent)
     EXPECT_TRUE(Informa().Dice("<b>Polígono 002: falta su .BIN, y no sale nada de él</b>"));
 }
 
+TEST_F(InformeDeInfograf, TellsWhatADamagedTopologyAndAnotherSurfaceCost)
+{
+    const std::string entero = carpeta.Lee("002.SUB");
+    const struct {
+        std::string suyo;
+        const char* dice;
+    } casos[] = {
+        {entero.substr(0, entero.size() / 2), "está dañado o fuera de fecha, y no sale todo de él"},
+        {"", "está vacío"},
+    };
+    for (const auto& [suyo, dice] : casos) {
+        carpeta.Pon("002.SUB", suyo);
+        Ejecuta();
+        const CInformePrueba informe = Informa();
+        EXPECT_TRUE(informe.resultado.hayPerdidas);
+        EXPECT_TRUE(informe.Dice("<b>Polígono 002: su .SUB " + std::string(dice) + "</b>"));
+        EXPECT_THAT(informe.resultado.resumen,
+                    HasSubstr("Dibujos que no están enteros: 002, su .SUB " + std::string(dice)));
+    }
+    carpeta.Pon("002.SUB", entero);
+    Ejecuta();
+    ASSERT_FALSE(Informa().resultado.hayPerdidas);
+    std::string csp;
+    for (std::string linea : carpeta.Lineas("045127.CSP"))
+        csp += (linea.starts_with("12") ? linea.replace(linea.find('.') - 9, 12, "        0.00")
+                                        : linea) +
+               "\r\n";
+    carpeta.Pon("045127.CSP", csp);
+    const CInformePrueba informe = Informa();
+    EXPECT_TRUE(informe.resultado.hayPerdidas);
+    EXPECT_THAT(informe.Partida("Parcelas"),
+                HasSubstr("|✕ los registros suman 0 m² y sus recintos "));
+    EXPECT_THAT(informe.Partida("Subparcelas"), HasSubstr("✓ Cuadra"));
+}
+
 TEST_F(InformeDeInfograf, ShowsARecordThatWasTakenOutAndARunThatEndedBefore)
 {
     Ejecuta();

@@ -111,6 +111,9 @@ TEST_F(InformeDeVuelta, TellsWhatWasDroppedWithoutAWord)
     EXPECT_THAT(informe.Partida("Titulares"),
                 HasSubstr("sin número, nombre o DNI, sin mensaje|1|"));
     EXPECT_TRUE(informe.Dice("<tr class=\"callado\">"));
+    EXPECT_TRUE(informe.resultado.hayPerdidas);
+    EXPECT_THAT(informe.resultado.resumen,
+                HasSubstr("\n  Titulares: 1 sin número, nombre o DNI, sin mensaje\n"));
 }
 
 TEST_F(InformeDeVuelta, ShowsARecordThatWasTakenOutOrPutIn)
