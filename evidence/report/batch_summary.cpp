@@ -2,9 +2,7 @@
 #include <cstdint>
 #include <utility>
 
-#include "cadastre/file_extensions.h"
 #include "cadastre/messages.h"
-#include "evidence/drawn_polygon.h"
 #include "evidence/paths.h"
 #include "evidence/report/reading/batch_jobs.h"
 #include "evidence/report/reading/run_words.h"
@@ -162,8 +160,9 @@ void Escribe(const CResumenLote& resumen, const CFirma& firma, const CSalidasLot
 {
     const CVigilancia vigilancia;
     CConjuntoSalidas todas;
-    EscribeSalida(nombres.json, todas, [&](const CEscribe& en) { en(LoteEnJson(resumen, firma)); });
-    EscribeSalida(nombres.hoja, todas,
+    EscribeSalida(nombres.json, kPrincipioJson, todas,
+                  [&](const CEscribe& en) { en(LoteEnJson(resumen, firma)); });
+    EscribeSalida(nombres.hoja, kPrincipioHojaLote, todas,
                   [&](const CEscribe& en) { EscribeHojaLote(resumen, nombres.hoja, en); });
     EscribeSalidaPagina(nombres.pagina, todas, [&](const CEscribe& en) {
         EscribePaginaLote(resumen, firma, nombres.pagina, en);
@@ -214,16 +213,6 @@ CString OcupadaPor(const std::vector<CString>& suyos, const std::vector<CString>
             continue; // what can't be looked at stands in the job's note
         }
     return {};
-}
-
-/// Tells whether a name is a drawing's, a topology's or one of what the ways back write: which of
-/// them a job has stands in its list, and no page or sheet is called so.
-bool EsDeUnMunicipio(const CString& nombre)
-{
-    const std::string extension = ExtensionDe(nombre);
-    return extension == kExtensionDibujo || extension == kExtensionRegistro ||
-           extension == kExtensionR || extension == kExtensionM ||
-           extension == kExtensionInfograf || ClaseDeExtension(extension).has_value();
 }
 
 /// The first of the summary's files that would fall on another, or on one of the batch or of its

@@ -146,15 +146,15 @@ private:
             m_geojson->TomaMensajes(m_proceso.registro, Lugares());
             m_geojson->Cierra();
         }
-        EscribeSalida(m_opciones.csv, m_salidas,
+        EscribeSalida(m_opciones.csv, kPrincipioMensajes, m_salidas,
                       [&](const CEscribe& en) { EscribeCsv(en, m_proceso.registro, Lugares()); });
     }
 
     void EscribeTodo(const CContenido& contenido, const CString& pagina)
     {
-        EscribeSalida(m_opciones.cambios, m_salidas,
+        EscribeSalida(m_opciones.cambios, kPrincipioCambios, m_salidas,
                       [&](const CEscribe& en) { EscribeCambiosCsv(en, *m_contraste); });
-        EscribeSalida(m_opciones.json, m_salidas,
+        EscribeSalida(m_opciones.json, kPrincipioJson, m_salidas,
                       [&](const CEscribe& en) { en(ProcesoEnJson(contenido)); });
         EscribeSalidaPagina(pagina, m_salidas,
                             [&](const CEscribe& en) { EscribePagina(contenido, en); });
@@ -181,9 +181,10 @@ void HazCambios(const CContenidoCambios& contenido, const COpciones& opciones,
     CConjuntoSalidas todas;
     // Without a log there is one sheet, whatever it is called.
     for (const CString& hoja : {opciones.cambios, opciones.csv})
-        EscribeSalida(hoja, todas,
+        EscribeSalida(hoja, kPrincipioCambios, todas,
                       [&](const CEscribe& en) { EscribeCambiosCsv(en, contenido.contraste); });
-    EscribeSalida(opciones.json, todas, [&](const CEscribe& en) { en(CambiosEnJson(contenido)); });
+    EscribeSalida(opciones.json, kPrincipioJson, todas,
+                  [&](const CEscribe& en) { en(CambiosEnJson(contenido)); });
     EscribeSalidaPagina(pagina, todas, [&](const CEscribe& en) { EscribePagina(contenido, en); });
     std::string resumen = opciones.PorLaSalida() == 0 ? Resumen(contenido.contraste, pagina) : "";
     Coloca(todas, resultado.quejas);
@@ -198,6 +199,8 @@ std::string ReparoDeSalidas(const COpciones& opciones, const CString& pagina,
     salidas.push_back(pagina);
     if (const CString* ocupada = BuscaOcupada(salidas, std::move(leidos)))
         return NoSePisa(*ocupada);
+    if (const auto suya = std::ranges::find_if(salidas, EsDeUnMunicipio); suya != salidas.end())
+        return NoSePisa(*suya);
     if (!opciones.json.IsEmpty() && !kHayJson)
         return kSinJson;
     return {};

@@ -13,6 +13,7 @@ namespace informe {
 /// \param pagina  its name, from which its links lead; `kEstandar` for the current folder's
 void EscribePaginaLote(const CResumenLote& resumen, const CFirma& firma, const CString& pagina,
                        const CEscribe& escribe);
+inline constexpr std::string_view kPrincipioHojaLote = "\xEF\xBB\xBFtrabajo;carpeta;";
 /// Writes the sheet, all jobs and their sums: UTF-8 with its mark, semicolons, CR LF.
 void EscribeHojaLote(const CResumenLote& resumen, const CString& hoja, const CEscribe& escribe);
 /// The same for programs; to be asked for only with `kHayJson`.

@@ -1,7 +1,6 @@
 #include "evidence/report/reading/text.h"
 #include "evidence/report/writing/batch_outputs.h"
 #include "evidence/report/writing/csv.h"
-#include "platform/ansi.h"
 
 namespace informe {
 namespace {
@@ -45,8 +44,7 @@ std::string Fila(const CTrabajoVisto& uno, const CString& hoja)
 
 void EscribeHojaLote(const CResumenLote& resumen, const CString& hoja, const CEscribe& escribe)
 {
-    std::vector<std::string> cabeza = {"trabajo", "carpeta", "traducción", "estado",
-                                       "estado de salida"};
+    std::vector<std::string> cabeza = {"traducción", "estado", "estado de salida"};
     std::vector<std::string> suma = {"suma", "", "", "", ""};
     for (const CColumnaLote& columna : kColumnasLote) {
         cabeza.emplace_back(columna.etiqueta);
@@ -54,7 +52,7 @@ void EscribeHojaLote(const CResumenLote& resumen, const CString& hoja, const CEs
     }
     cabeza.insert(cabeza.end(), {"segundos", "informe", "nota"});
     suma.insert(suma.end(), {SinPuntos(Decimal(resumen.Segundos(), 2)), "", ""});
-    escribe(ansi::kMarcaUtf8);
+    escribe(kPrincipioHojaLote);
     escribe(Linea(cabeza));
     for (const CTrabajoVisto& uno : resumen.trabajos)
         escribe(Fila(uno, hoja));

@@ -4,7 +4,6 @@
 
 #include "evidence/report/writing/change_texts.h"
 #include "evidence/report/writing/csv.h"
-#include "platform/ansi.h"
 
 namespace informe {
 namespace {
@@ -53,8 +52,8 @@ std::string FilaDePersona(const CContraste& contraste, const CCambioPersona& cam
 
 void EscribeCambiosCsv(const CEscribe& escribe, const CContraste& contraste)
 {
-    escribe(ansi::kMarcaUtf8);
-    escribe("qué;municipio;polígono;parcela;letra;antes;ahora;diferencia;por qué\r\n");
+    escribe(kPrincipioCambios);
+    escribe("polígono;parcela;letra;antes;ahora;diferencia;por qué\r\n");
     for (const CCambioParcela& cambio : contraste.cambios.parcelas)
         EscribeParcela(escribe, contraste, cambio);
     for (const CCambioPersona& cambio : contraste.cambios.personas)

@@ -2,7 +2,6 @@
 
 #include "evidence/report/reading/text.h"
 #include "evidence/units.h"
-#include "platform/ansi.h"
 
 namespace informe {
 namespace {
@@ -40,8 +39,8 @@ std::string Fila(const CAviso& aviso, const CString& texto, const CLugaresDeAvis
 void EscribeCsv(const CEscribe& escribe, const CRegistroLeido& registro,
                 const CLugaresDeAvisos* lugares)
 {
-    escribe(ansi::kMarcaUtf8);
-    escribe("línea;código;clase;polígono;parcela;letra;nombre;número;superficie;suma;x;y;"
+    escribe(kPrincipioMensajes);
+    escribe("polígono;parcela;letra;nombre;número;superficie;suma;x;y;"
             "mensaje\r\n");
     registro.RecorreConAvisos(
         [&](const CAviso& aviso, const CString& texto) { escribe(Fila(aviso, texto, lugares)); });

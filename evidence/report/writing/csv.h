@@ -11,6 +11,10 @@ namespace informe {
 
 struct CContraste;
 
+// How the two sheets begin.
+inline constexpr std::string_view kPrincipioMensajes = "\xEF\xBB\xBFlínea;código;clase;";
+inline constexpr std::string_view kPrincipioCambios = "\xEF\xBB\xBFqué;municipio;";
+
 /// Writes all lines of the log as a sheet: UTF-8 with its mark, by which its reader knows it,
 /// semicolons, CR LF. The log is read once more for its words. Raises CFileException.
 /// \param lugares  where the drawings show what the messages speak of; null for no drawings

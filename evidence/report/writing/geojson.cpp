@@ -99,10 +99,10 @@ std::vector<std::uint32_t> AvisosDeSubparcela(const CIndiceAvisos& indice, int p
 
 } // namespace
 
-CGeoJson::CGeoJson(const CString& nombre, CConjuntoSalidas& todas) : m_salida(nombre, todas)
+CGeoJson::CGeoJson(const CString& nombre, CConjuntoSalidas& todas)
+    : m_salida(nombre, kPrincipio, todas)
 {
-    m_salida.Escribe(
-        R"({"type":"FeatureCollection","nota":"Coordenadas del dibujo, en metros.","features":[)");
+    m_salida.Escribe(kPrincipio);
 }
 
 void CGeoJson::Rasgo(std::invocable<CJson&> auto geometria, std::invocable<CJson&> auto propiedades)

@@ -10,6 +10,9 @@ namespace informe {
 /// the drawing's, in metres; no system of coordinates is told, as the drawing tells none.
 class CGeoJson {
 public:
+    static constexpr std::string_view kPrincipio = ///< how it begins
+        R"({"type":"FeatureCollection","nota":"Coordenadas del dibujo, en metros.","features":[)";
+
     /// Creates the file. This and all others raise CFileException.
     CGeoJson(const CString& nombre, CConjuntoSalidas& todas);
 

@@ -22,11 +22,9 @@ using CEscribe = std::function<void(std::string_view)>;
 /// end, a write throws CInterrumpido.
 class CSalida {
 public:
-    CSalida(const CString& nombre, CConjuntoSalidas& todas) : m_estandar(nombre == kEstandar)
-    {
-        if (!m_estandar)
-            CreaSalida(m_fichero, nombre, todas);
-    }
+    /// \param principio  how all such files begin: what stands there and begins otherwise is
+    ///                   somebody's, and stays beside it, with all that the others replace
+    CSalida(const CString& nombre, std::string_view principio, CConjuntoSalidas& todas);
 
     void Escribe(std::string_view utf8)
     {
@@ -54,8 +52,9 @@ struct CFirma {
 };
 
 /// Writes one of the files; an empty name is no file.
-/// \param como  writes it, UTF-8, piece by piece
-void EscribeSalida(const CString& nombre, CConjuntoSalidas& todas,
+/// \param principio  as of CSalida
+/// \param como       writes it, UTF-8, piece by piece
+void EscribeSalida(const CString& nombre, std::string_view principio, CConjuntoSalidas& todas,
                    const std::function<void(const CEscribe&)>& como);
 
 /// Puts all that was written in its place. What another program wrote there in the meantime stays
@@ -65,6 +64,9 @@ void Coloca(CConjuntoSalidas& todas, std::vector<std::string>& quejas);
 /// What is written must fall on nothing that is read, nor on one another: gives the first output
 /// that does, null for none. Empty names are no outputs.
 const CString* BuscaOcupada(const std::vector<CString>& salidas, std::vector<CString> leidos);
+/// Tells whether a name is a drawing's, a topology's, a log's or one of what goes to the authority
+/// and to Infograf: no page or sheet is called so.
+bool EsDeUnMunicipio(const CString& nombre);
 /// The complaint of such a one.
 std::string NoSePisa(const CString& ocupada);
 

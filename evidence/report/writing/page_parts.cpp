@@ -1,6 +1,5 @@
 #include "evidence/report/writing/page_parts.h"
 
-#include <algorithm>
 #include <array>
 #include <cstdint>
 
@@ -37,28 +36,12 @@ std::string Principio()
     return documento.substr(0, documento.find("<title>"));
 }
 
-/// Tells whether there is a file by this name that is no page of the report. Raises CFileException.
-bool EsDeOtro(const CString& nombre)
-{
-    sistema::Error error;
-    const sistema::CEstado estado = sistema::Mira(sistema::Ruta(nombre), error);
-    CFile fichero;
-    if (nombre == kEstandar || estado.tipo != sistema::CEstado::Tipo::Regular ||
-        estado.largo == 0 || !fichero.Open(nombre, CFile::modeRead))
-        return false;
-    const std::string principio = Principio();
-    return fichero.Tramo(static_cast<std::size_t>(
-               std::min<std::uint64_t>(fichero.GetLength(), principio.size()))) != principio;
-}
-
 } // namespace
 
 void EscribeSalidaPagina(const CString& nombre, CConjuntoSalidas& todas,
                          const std::function<void(const CEscribe&)>& como)
 {
-    if (EsDeOtro(nombre))
-        todas.ConservaAnteriores();
-    EscribeSalida(nombre, todas, como);
+    EscribeSalida(nombre, Principio(), todas, como);
 }
 
 void EscribeDocumento(const CEscribe& escribe, const std::string& titulo, const char* estilo,

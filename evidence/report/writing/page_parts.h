@@ -23,9 +23,7 @@ namespace informe {
 /// \param estilo  what it has of style beside that of all pages
 void EscribeDocumento(const CEscribe& escribe, const std::string& titulo, const char* estilo,
                       const std::function<void(CMarcas&)>& cuerpo);
-/// Writes a page as one of the files. Its name is the log's more often than somebody's own choice:
-/// what stands there and is no page of the report stays beside it, with all that the others
-/// replace. Raises CFileException.
+/// Writes a page as one of the files. Raises CFileException.
 void EscribeSalidaPagina(const CString& nombre, CConjuntoSalidas& todas,
                          const std::function<void(const CEscribe&)>& como);
 /// When the page was made, and by what.

@@ -11,6 +11,9 @@
 
 #include "catastro_to_vexa/campiva_a_vexa_dlg.h"
 #include "evidence/report/report.h"
+#include "evidence/report/writing/batch_outputs.h"
+#include "evidence/report/writing/csv.h"
+#include "evidence/report/writing/geojson.h"
 #include "evidence/report/writing/page_parts.h"
 #include "evidence/show_drawing/show_drawing.h"
 #include "generator/cadastre_lines.h"
@@ -106,11 +109,15 @@ const struct CCaso {
     {"Sheets", {}, Impreso("ortos.TOP")},
 };
 
-/// What an output held before: of a page, something that the report may replace.
+/// What an output held before: something that the report may replace.
 std::string DeAntes(std::string_view salida)
 {
-    if (!salida.ends_with(".html"))
-        return "antes";
+    if (salida == "resumen.csv")
+        return std::string(informe::kPrincipioHojaLote) + "antes";
+    if (salida.ends_with(".csv"))
+        return std::string(informe::kPrincipioMensajes) + "antes";
+    if (salida.ends_with(".geojson"))
+        return std::string(informe::CGeoJson::kPrincipio) + "antes";
     std::string pagina;
     informe::EscribeDocumento([&](std::string_view utf8) { pagina += utf8; }, "antes", "",
                               [](informe::CMarcas&) {});

@@ -1,6 +1,7 @@
 #include <chrono>
 #include <filesystem>
 
+#include "evidence/report/writing/run_json.h"
 #include "generator/synthetic_municipality.h"
 #include "platform/files/output_diary.h"
 #include "platform/files/system_files.h"
@@ -114,6 +115,40 @@ TEST_F(InformeDeVuelta, TellsWhatWasDroppedWithoutAWord)
     EXPECT_TRUE(informe.resultado.hayPerdidas);
     EXPECT_THAT(informe.resultado.resumen,
                 HasSubstr("\n  Titulares: 1 sin número, nombre o DNI, sin mensaje\n"));
+}
+
+/// A name that completion or a script found is as likely one of somebody's files.
+TEST_F(InformeDeVuelta, KeepsWhatItsFilesReplaceUnlessItWroteThat)
+{
+    DosParcelas();
+    Ejecuta();
+    constexpr CString informe::COpciones::*kSalidas[] = {
+        &informe::COpciones::csv, &informe::COpciones::geojson, &informe::COpciones::cambios,
+        &informe::COpciones::json};
+    fs::create_directory(carpeta.Ruta() / "antes");
+    for (const auto& [tabla, filas] : tablas)
+        fs::copy_file(carpeta.Ruta() / (tabla + ".txt"),
+                      carpeta.Ruta() / "antes" / (tabla + ".txt"));
+    for (const auto salida : kSalidas) {
+        if (salida == &informe::COpciones::json && !informe::kHayJson)
+            continue;
+        informe::COpciones opciones;
+        opciones.contra = carpeta.En("antes");
+        opciones.*salida = carpeta.Pon("suyo.txt", "\xEF\xBB\xBF{ de alguien");
+        EXPECT_THAT(Informa(opciones).resultado.quejas,
+                    testing::Contains(HasSubstr("suyo.txt.anterior")));
+        EXPECT_EQ(carpeta.Lee("suyo.txt.anterior"), "\xEF\xBB\xBF{ de alguien");
+        fs::remove(carpeta.Ruta() / "suyo.txt.anterior");
+        fs::remove(carpeta.Ruta() / "045127.html.anterior");
+        EXPECT_THAT(Informa(opciones).resultado.quejas, testing::IsEmpty());
+        EXPECT_FALSE(fs::exists(carpeta.Ruta() / "suyo.txt.anterior"));
+        for (const char* nombre : {"otro.ERR", "otro.csp", "otro.SUB"}) {
+            opciones.*salida = carpeta.Pon(nombre, "de otro");
+            EXPECT_THAT(informe::HazInforme(carpeta.En("045127.ERR"), opciones, {"1", 0}).quejas,
+                        testing::ElementsAre(HasSubstr("no se escribe")));
+            EXPECT_EQ(carpeta.Lee(nombre), "de otro");
+        }
+    }
 }
 
 TEST_F(InformeDeVuelta, ShowsARecordThatWasTakenOutOrPutIn)
