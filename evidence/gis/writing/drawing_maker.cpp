@@ -9,7 +9,6 @@
 #include "cadastre/file_extensions.h"
 #include "evidence/gis/complaints.h"
 #include "evidence/gis/geometry.h"
-#include "evidence/gis/writing/free_entities.h"
 #include "evidence/gis/writing/label_point.h"
 #include "evidence/paths.h"
 #include "platform/ansi.h"
@@ -82,7 +81,8 @@ bool CDibujoHecho::Compon()
     ComponRegistros();
     CEntidadesLibres libres(m_pedido, m_antes, m_usadas, m_dibujo, *m_modo.noticias);
     m_bien = libres.Pon() && m_bien;
-    m_cambiaDibujo = m_cambiaDibujo || libres.Cambia() || !m_antes.Esta();
+    m_cambios.libres = libres.Cambios();
+    m_cambiaDibujo = m_cambiaDibujo || m_cambios.libres.Hay() || !m_antes.Esta();
     BorraLoQueSobra();
     m_bien = SePuedeCambiar() && m_bien;
     return Revisa() && m_bien;
@@ -303,8 +303,8 @@ bool CDibujoHecho::SePuedeCambiar() const
         return true;
     m_modo.noticias->Falla(
         "dibujos que no se pueden cambiar",
-        Formatea("el dibujo %s no se puede cambiar: %s. Con la opción SUSTITUYE=SI se hace uno "
-                 "nuevo"_ansi,
+        Formatea("el dibujo %s no se puede cambiar: %s. Con la opción SUSTITUYE=SI se hacen "
+                 "nuevos él y la lista, sólo con lo que trae el origen"_ansi,
                  m_pedido.nombre, falta));
     return false;
 }

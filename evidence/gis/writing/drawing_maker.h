@@ -7,6 +7,7 @@
 
 #include "evidence/gis/writing/drawing_request.h"
 #include "evidence/gis/writing/drawing_review.h"
+#include "evidence/gis/writing/free_entities.h"
 #include "evidence/gis/writing/old_drawing.h"
 #include "evidence/gis/writing/outline_rounding.h"
 #include "evidence/gis/writing/stretches.h"
@@ -18,6 +19,7 @@ struct CCambiosDibujo {
     int cambiados = 0;
     int quitados = 0;
     int iguales = 0;
+    CCambiosLibres libres;
 };
 
 /// A drawing with its topologies: a new one, or one that is there, in which what the source doesn't

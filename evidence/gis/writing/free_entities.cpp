@@ -28,15 +28,35 @@ bool CEntidadesLibres::Pon()
     return bien;
 }
 
-/// The old entity in whose place one stood when it was read; null where that is another drawing's.
-const CTexto<int>* CEntidadesLibres::LaDeAntes(const CEntidadEntrante& suya) const
+/// The position of the old entity in whose place one stood when it was read; none where that is
+/// another drawing's.
+std::optional<int> CEntidadesLibres::PosicionDeAntes(const CEntidadEntrante& suya)
 {
-    if (!suya.posicion || m_vistas.contains(*suya.posicion))
-        return nullptr;
+    if (!suya.posicion)
+        return PosicionDeUnaIgual(suya);
     const auto antes = m_antes.Entidades().find(*suya.posicion);
-    const bool hay =
-        antes != m_antes.Entidades().end() && antes->second.Tipo().EsLinea() == suya.EsLinea();
-    return hay ? &antes->second : nullptr;
+    const bool hay = !m_vistas.contains(*suya.posicion) && antes != m_antes.Entidades().end() &&
+                     antes->second.Tipo().EsLinea() == suya.EsLinea();
+    return hay ? suya.posicion : std::nullopt;
+}
+
+/// Where a source has lost the positions, one that is as it was is known by that alone: put beside
+/// itself it would be there twice, and once more each time.
+std::optional<int> CEntidadesLibres::PosicionDeUnaIgual(const CEntidadEntrante& suya)
+{
+    const auto sitio = [](const CTexto<int>& entidad) {
+        const CPunto<int> punto = entidad.PrimerPunto();
+        return std::tuple(entidad.Tipo().EsLinea(), punto.X, punto.Y);
+    };
+    if (m_porSitio.empty())
+        for (const auto& [posicion, entidad] : m_antes.Entidades())
+            m_porSitio.emplace(sitio(entidad), posicion);
+    const auto [desde, hasta] = m_porSitio.equal_range(sitio(suya.entidad));
+    const auto igual = std::find_if(desde, hasta, [&](const auto& una) {
+        return !m_vistas.contains(una.second) &&
+               EsIgual(m_antes.Entidades().at(una.second), suya.entidad);
+    });
+    return igual == hasta ? std::nullopt : std::optional(igual->second);
 }
 
 /// Tells whether one was read as an outline's and that outline's layer comes, too.
@@ -52,21 +72,20 @@ bool CEntidadesLibres::VieneDeRecinto(const CEntidadEntrante& suya) const
 
 bool CEntidadesLibres::PonUna(const CEntidadEntrante& suya)
 {
-    const CTexto<int>* antes = LaDeAntes(suya);
+    const std::optional<int> posicion = PosicionDeAntes(suya);
+    if (posicion)
+        m_vistas.insert(*posicion);
     if (!suya.rechazo.IsEmpty()) {
         m_noticias.Advierte("elementos rechazados",
-                            (antes == nullptr ? "Se deja fuera " : "Se deja como estaba ") +
-                                suya.rechazo);
-        if (antes != nullptr)
-            m_vistas.insert(*suya.posicion);
+                            (posicion ? "Se deja como estaba " : "Se deja fuera ") + suya.rechazo);
         return true;
     }
-    if (antes == nullptr)
+    if (!posicion)
         return VieneDeRecinto(suya) || Añade(suya, nullptr);
-    m_vistas.insert(*suya.posicion);
-    if (EsIgual(*antes, suya.entidad))
+    const CTexto<int>& antes = m_antes.Entidades().at(*posicion);
+    if (EsIgual(antes, suya.entidad))
         return true;
-    if (m_antes.EsDeRecinto(*suya.posicion)) {
+    if (m_antes.EsDeRecinto(*posicion)) {
         m_noticias.Falla(
             "rótulos y líneas de recintos que cambian en su propia capa"_ansi,
             suya.nombre + (suya.EsLinea() ? " es linde de un recinto: se cambia en la capa de ese "
@@ -75,8 +94,8 @@ bool CEntidadesLibres::PonUna(const CEntidadEntrante& suya)
                                             "recinto"_ansi));
         return false;
     }
-    m_dibujo.Borra(*suya.posicion);
-    return Añade(suya, antes);
+    m_dibujo.Borra(*posicion);
+    return Añade(suya, &antes);
 }
 
 bool CEntidadesLibres::Añade(const CEntidadEntrante& suya, const CTexto<int>* antes)
@@ -88,7 +107,7 @@ bool CEntidadesLibres::Añade(const CEntidadEntrante& suya, const CTexto<int>* a
     else
         for (CPunto<int>& punto : entidad.Puntos())
             punto = m_antes.ConAltura(punto);
-    m_cambia = true;
+    ++(antes == nullptr ? m_cambios.nuevos : m_cambios.cambiados);
     if (m_dibujo.Pon(entidad) != 0)
         return true;
     m_noticias.Falla("entidades que no caben"_ansi,
@@ -111,7 +130,7 @@ void CEntidadesLibres::BorraLasQueFaltan()
             continue;
         }
         m_dibujo.Borra(posicion);
-        m_cambia = true;
+        ++m_cambios.quitados;
     }
     if (faltanDeRecintos)
         m_noticias.Apunta("dibujos a cuyas capas rotulos o lineas les faltan rótulos o lindes de "

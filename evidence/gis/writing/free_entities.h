@@ -1,6 +1,9 @@
 #pragma once
 
+#include <map>
+#include <optional>
 #include <set>
+#include <tuple>
 
 #include "evidence/gis/writing/drawing_request.h"
 #include "evidence/gis/writing/old_drawing.h"
@@ -9,6 +12,15 @@
 /// Tells whether an entity is still as it was, by what the layers show of it: no heights, and of a
 /// text the first point alone.
 bool EsIgual(const vexageo::CTexto<int>& a, const vexageo::CTexto<int>& b);
+
+/// What became of the texts, points and lines that no outline is named or bounded by.
+struct CCambiosLibres {
+    bool Hay() const { return nuevos + cambiados + quitados > 0; }
+
+    int nuevos = 0;
+    int cambiados = 0;
+    int quitados = 0;
+};
 
 /// Puts the texts, points and lines of a source into a drawing. Those that name or bound an outline
 /// come out of it: where the drawing is there they must be as they were, and a new one makes them
@@ -26,11 +38,12 @@ public:
 
     /// False, which was told, where one can't be put there.
     bool Pon();
-    bool Cambia() const { return m_cambia; } ///< something was put or deleted
+    const CCambiosLibres& Cambios() const { return m_cambios; }
 
 private:
     bool PonUna(const CEntidadEntrante& suya);
-    const vexageo::CTexto<int>* LaDeAntes(const CEntidadEntrante& suya) const;
+    std::optional<int> PosicionDeAntes(const CEntidadEntrante& suya);
+    std::optional<int> PosicionDeUnaIgual(const CEntidadEntrante& suya);
     bool VieneDeRecinto(const CEntidadEntrante& suya) const;
     bool Añade(const CEntidadEntrante& suya, const vexageo::CTexto<int>* antes);
     void BorraLasQueFaltan();
@@ -41,5 +54,7 @@ private:
     vexageo::CEscritorDibujo& m_dibujo;
     CNoticias& m_noticias;
     std::set<int> m_vistas; // positions of old ones that came
-    bool m_cambia = false;
+    /// Those by what they are and where they begin, once one comes that doesn't say its own.
+    std::multimap<std::tuple<bool, int, int>, int> m_porSitio;
+    CCambiosLibres m_cambios;
 };

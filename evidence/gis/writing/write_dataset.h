@@ -74,6 +74,7 @@ private:
                                const std::vector<CPedidoDibujo>& pedidos) const;
     void PideDejadas(const CListaDibujada& lista, std::map<CString, CCapasTraidas>& dejadas,
                      std::vector<CPedidoDibujo>& pedidos) const;
+    void AvisaDeLoSustituido(const std::vector<CPedidoDibujo>& pedidos);
     void ReservaLista(CConjuntoSalidas& salidas) const;
     bool Graba(); ///< false, which was told, where nothing is to be written
     bool Coloca(CConjuntoSalidas& salidas) const;

@@ -52,9 +52,17 @@ bool EstaEntero(const CString& base, const CPedidoDibujo& pedido)
     if (suelta == pedido.clases.end())
         return true;
     FallaCon("el dibujo %s no se puede cambiar: tiene .%s y le falta el .BIN. Con la opción "
-             "SUSTITUYE=SI se hace uno nuevo"_ansi,
+             "SUSTITUYE=SI se hacen nuevos él y la lista, sólo con lo que trae el origen"_ansi,
              pedido.nombre, ExtensionDe(*suelta));
     return false;
+}
+
+/// Tells whether a topology of a drawing is there and isn't empty.
+bool HayRecintos(const CString& base, ClaseTopologia clase)
+{
+    CFile fichero;
+    return AbreSiHay(fichero, ConExtension(base, ExtensionDe(clase)), CFile::anyCase) &&
+           fichero.GetLength() > 0;
 }
 
 } // namespace
@@ -112,13 +120,9 @@ std::vector<ClaseTopologia> CMunicipioNuevo::SinTraer(const CString& entrada,
 {
     const CString base = CCadena(m_lista).DamePath() + entrada;
     std::vector<ClaseTopologia> sinTraer;
-    for (const ClaseTopologia clase : kTopologiasDePoligono) {
-        CFile fichero;
-        if (m_traidas.Hay(clase) && !traidas.Hay(clase) &&
-            AbreSiHay(fichero, ConExtension(base, ExtensionDe(clase)), CFile::anyCase) &&
-            fichero.GetLength() > 0)
+    for (const ClaseTopologia clase : kTopologiasDePoligono)
+        if (m_traidas.Hay(clase) && !traidas.Hay(clase) && HayRecintos(base, clase))
             sinTraer.push_back(clase);
-    }
     return sinTraer;
 }
 
@@ -181,6 +185,24 @@ bool CMunicipioNuevo::PideVacios(const CListaDibujada& lista, std::vector<CPedid
             pedido->traidas = pedido->delOrigen;
     }
     return true;
+}
+
+/// What a writing that makes all anew takes away beside what the source brings anew.
+void CMunicipioNuevo::AvisaDeLoSustituido(const std::vector<CPedidoDibujo>& pedidos)
+{
+    const CString carpeta = CCadena(m_lista).DamePath();
+    if (const std::optional<CListaPoligonos> lista = LeeLista(m_lista))
+        for (const CString& entrada : lista->entradas)
+            if (PedidoCon(entrada, pedidos) == nullptr &&
+                EstaEnDisco(ConExtension(carpeta + entrada, kExtensionDibujo)))
+                m_noticias.Apunta("polígonos que la opción SUSTITUYE quita de la lista"_ansi,
+                                  entrada);
+    for (const CPedidoDibujo& pedido : pedidos)
+        for (const ClaseTopologia clase : pedido.clases)
+            if (!pedido.delOrigen.Hay(clase) && HayRecintos(carpeta + pedido.nombre, clase))
+                m_noticias.Apunta("topologías que la opción SUSTITUYE deja sin recintos, pues el "
+                                  "origen no trae su capa"_ansi,
+                                  pedido.nombre + "." + ExtensionDe(clase));
 }
 
 /// Where all outlines of a polygon went to another one, it was named all the same.
@@ -272,6 +294,8 @@ bool CMunicipioNuevo::Graba()
     for (const CPedidoDibujo& pedido : pedidos)
         entradas.push_back(pedido.nombre);
     PideDejadas(lista, dejadas, pedidos);
+    if (m_sustituye)
+        AvisaDeLoSustituido(pedidos);
     bien = PideVacios(lista, pedidos) && bien;
     bien = TienenFicherosPropios(lista, pedidos) && bien;
     for (CPedidoDibujo& pedido : pedidos) {
@@ -348,10 +372,15 @@ bool CMunicipioNuevo::GrabaHojas(CConjuntoSalidas& salidas)
     };
     std::ranges::for_each(m_recintos, pon);
     std::ranges::for_each(m_entidades, pon);
-    if (pedido.recintos.empty() && pedido.entidades.empty())
-        return true;
-    m_hojas = nombre;
     const CString base = carpeta + nombre;
+    if (pedido.recintos.empty() && pedido.entidades.empty()) {
+        if (m_traidas.Hay(ClaseTopologia::Hojas) && HayRecintos(base, ClaseTopologia::Hojas))
+            m_noticias.Apunta("dibujos de hojas de los que el origen no trae ninguna y se quedan "
+                              "como están"_ansi,
+                              nombre);
+        return true;
+    }
+    m_hojas = nombre;
     m_comoEstaban.Apunta(base, pedido.clases);
     CDibujoAntes antes;
     const bool sePuede = m_sustituye || antes.Lee(base, pedido.clases) || EstaEntero(base, pedido);
@@ -379,13 +408,19 @@ bool CMunicipioNuevo::Graba(const CString& base, const CDibujoAntes& antes, CPed
 
 void CMunicipioNuevo::CuentaCambios(const CString& nombre, const CCambiosDibujo& cambios)
 {
-    const std::string frase =
+    std::string frase =
         Formatea("%s: %d recintos nuevos, %d cambiados, %d quitados y %d como estaban"_ansi, nombre,
                  cambios.nuevos, cambios.cambiados, cambios.quitados, cambios.iguales);
-    if (m_simula && cambios.nuevos + cambios.cambiados + cambios.quitados > 0)
+    const CCambiosLibres& libres = cambios.libres;
+    if (libres.Hay())
+        frase += Formatea("; %d textos o líneas sueltos nuevos, %d cambiados y %d quitados"_ansi,
+                          libres.nuevos, libres.cambiados, libres.quitados);
+    if (m_simula && (cambios.nuevos + cambios.cambiados + cambios.quitados > 0 || libres.Hay()))
         m_noticias.Advierte("dibujos que cambiarían"_ansi, frase);
     else if (cambios.quitados > 0) // a source of a part of them looks like one that deletes
         m_noticias.Advierte("dibujos que pierden recintos", frase);
+    else if (libres.quitados > 0)
+        m_noticias.Advierte("dibujos que pierden textos o líneas sueltos"_ansi, frase);
     else
         CPLDebug("VEXA", "%s", ansi::AUtf8(frase).c_str());
 }

@@ -240,6 +240,9 @@ TEST_F(Update, LeavesSheetsAloneThatHaveNoDrawing)
               std::string::npos)
         << dicho;
     EXPECT_EQ(carpeta.Lee("ortos.TOP"), "hojas");
+    Escribe({{"parcelas", Elementos("parcelas")}, {"hojas", {}}});
+    EXPECT_EQ(dicho, "aviso: 1 dibujos de hojas de los que el origen no trae ninguna y se quedan "
+                     "como están: ortos\n");
 }
 
 TEST_F(Update, KnowsAPolygonByTheNumberAsWhichItsNameWasRead)

@@ -421,8 +421,14 @@ TEST_F(Update, ChangesTextsAndLinesOfNobody)
     rotulos.push_back({{"poligono", "1"}, {"texto", "Fuente"}, {"wkt", "POINT (3 4)"}});
     ASSERT_EQ(capas["lineas"].back()["linde"], "0");
     capas["lineas"].pop_back();
+    Escribe(capas, {"SIMULA=SI"});
+    const std::string cambia = "aviso: 1: 0 recintos nuevos, 0 cambiados, 0 quitados y 0 como "
+                               "estaban; 1 textos o líneas sueltos nuevos, 1 cambiados y 1 "
+                               "quitados\n";
+    EXPECT_NE(dicho.find(cambia), std::string::npos) << dicho;
+    EXPECT_EQ(Cambiados(), Lineas());
     Escribe(capas);
-    EXPECT_EQ(dicho, "");
+    EXPECT_EQ(dicho, cambia);
     EXPECT_EQ(Cambiados(), Lineas{"1.BIN"});
     EsperaQueCrece();
     Lineas textos;
@@ -434,6 +440,24 @@ TEST_F(Update, ChangesTextsAndLinesOfNobody)
                               "Fuente|nuevo|0|POINT (3 4)"}));
     EXPECT_EQ(Elementos("lineas").back().at("borrado"), "1");
     EXPECT_EQ(Elementos("parcelas").size(), 4U);
+}
+
+/// A source may have lost the positions, as a sheet whose columns somebody chose.
+TEST_F(Update, KnowsTextsAndLinesAgainThatDontSayWhereTheyStood)
+{
+    std::map<std::string, CElementos> capas = {{"rotulos", Elementos("rotulos")},
+                                               {"lineas", Elementos("lineas")}};
+    capas["rotulos"].push_back(capas["rotulos"].back()); // one more at the same place
+    for (auto& [capa, elementos] : capas)
+        for (CValores& uno : elementos)
+            for (const char* campo : {"posicion", "capa", "linde"})
+                uno.erase(campo);
+    for (int vez = 0; vez < 2; ++vez) { // the second time both are there
+        Escribe(capas);
+        for (const auto& [capa, elementos] : capas)
+            EXPECT_EQ(Elementos(capa.c_str()).size(), elementos.size()) << capa;
+    }
+    EXPECT_EQ(dicho, "");
 }
 
 TEST_F(Update, RefusesALabelOrABoundaryThatChangesOutsideItsOutline)
@@ -519,6 +543,10 @@ TEST_F(Update, LeavesWhatItCantChangeAndSaysWhy)
         Escribe({{"parcelas", todas}}, opciones);
         EXPECT_EQ(carpeta.Lee("lista.txt"), "LISTA045128\r\nP1\r\n");
         EXPECT_EQ(carpeta.Lee("1.SUB"), "");
+        EXPECT_NE(dicho.find("1.SUB"), std::string::npos) << dicho;
+        EXPECT_TRUE(dicho.find("SUSTITUYE quita de la lista: 2\n") != std::string::npos ||
+                    caso.fichero == std::string("lista.txt"))
+            << dicho;
     }
 }
 
