@@ -144,8 +144,8 @@ int CDibujoHecho::NumeroDe(const CRedondo& redondo)
         return *redondo.recinto.numero;
     if (redondo.pareja.antes != nullptr)
         return redondo.pareja.antes->registro.NumPoligono();
-    if (m_antes.Esta())
-        return ++m_numeros[redondo.recinto.clase];
+    if (int& ultimo = m_numeros[redondo.recinto.clase]; m_antes.Esta())
+        return ultimo < std::numeric_limits<int>::max() ? ++ultimo : ultimo;
     return static_cast<int>(m_registros[redondo.recinto.clase].size()) + 1;
 }
 

@@ -26,7 +26,8 @@ constexpr const char* kCapas[] = {capa::kParcelas, capa::kSubparcelas, capa::kPo
 constexpr const char* kCodigos[] = {kCodigoParcela, kCodigoSubparcela, kCodigoPoligono,
                                     kCodigoHoja};
 constexpr const char* kEnGrados =
-    "está en grados: reproyecte antes a coordenadas en metros (-t_srs)"_ansi;
+    "está en grados: reproyecte antes a coordenadas en metros (-t_srs), o si lo son ya, como en un "
+    "GeoJSON que no dice su sistema, diga cuál es (-a_srs)"_ansi;
 constexpr const char* kNombres[] = {"la parcela", "la subparcela", "el polígono"_ansi, "la hoja"};
 
 CString EnTexto(const std::optional<int>& numero)
@@ -144,6 +145,7 @@ void LeeCampos(ClaseTopologia clase, const OGRFeature& elemento, CRecintoEntrant
     recinto.clase = clase;
     recinto.rotulo = campos.Texto(capa::kRotulo);
     recinto.sinCampoRotulo = !campos.Hay(capa::kRotulo);
+    recinto.rotuloEsNumero = campos.EsNumero(capa::kRotulo);
     recinto.codigo = campos.Texto(capa::kCodigo);
     recinto.borrado = campos.SiNo(capa::kBorrado);
     recinto.numero = campos.Entero(capa::kNumero);
@@ -226,6 +228,22 @@ bool CabeEnGrados(const OGREnvelope& caja)
     return std::max({-caja.MinX, -caja.MinY, caja.MaxX, caja.MaxY}) <= kVuelta;
 }
 
+/// Tells whether what says no reference can be in degrees alone: in metres it would be less than
+/// one in each direction, which no outline is but those of a drawing that was made so, on its
+/// hundredths.
+bool SoloCabeEnGrados(const OGRGeometry& geometria, const OGREnvelope& caja)
+{
+    constexpr double kIgual = 1e-6; // of a drawing's unit
+    const auto esEntera = [](double metros) {
+        const double unidades = metros / EnMetros(1);
+        return std::fabs(unidades - std::round(unidades)) < kIgual;
+    };
+    return geometria.getDimension() == 2 && CabeEnGrados(caja) && caja.MaxX - caja.MinX < 1 &&
+           caja.MaxY - caja.MinY < 1 &&
+           !(esEntera(caja.MinX) && esEntera(caja.MaxX) && esEntera(caja.MinY) &&
+             esEntera(caja.MaxY));
+}
+
 /// Why a geometry can be no outline at all; empty where it can.
 CString MotivoDe(const OGRGeometry* geometria)
 {
@@ -301,7 +319,9 @@ CString MotivoDeLugar(const OGRGeometry& geometria)
     geometria.getEnvelope(&caja);
     if (CString motivo = MotivoDeReferencia(geometria.getSpatialReference()); !motivo.IsEmpty())
         return motivo;
-    if (SinReferencia(geometria.getSpatialReference()) && CabeEnGrados(caja))
+    const OGRSpatialReference* const referencia = geometria.getSpatialReference();
+    if (referencia == nullptr ? SoloCabeEnGrados(geometria, caja)
+                              : SinReferencia(referencia) && CabeEnGrados(caja))
         return kEnGrados;
     return std::max({-caja.MinX, -caja.MinY, caja.MaxX, caja.MaxY}) < kMayorCoordenada
                ? CString()

@@ -33,6 +33,7 @@ struct CRecintoEntrante {
     std::optional<int> numero;
     std::optional<CString> rotulo; ///< none for an outline without a label
     bool sinCampoRotulo = false;   ///< the source has no labels: numbers say which outline it is
+    bool rotuloEsNumero = false;   ///< the source took the label for a number
     std::optional<CString> codigo;
     std::optional<bool> borrado;
     std::optional<vexageo::CPunto<int>> punto; ///< where its label is wished

@@ -113,14 +113,15 @@ public:
             if (const CRecintoDibujado& antes = m_registros[i].dibujado; antes.Valido())
                 lugares[EnUno(antes.parcela, antes.letra)].push_back(i);
         for (CRedondo& suyo : m_suyos)
-            if (suyo.pareja.antes == nullptr && suyo.recinto.sinCampoRotulo)
+            if (suyo.pareja.antes == nullptr &&
+                (suyo.recinto.sinCampoRotulo || suyo.recinto.rotuloEsNumero))
                 Toma(suyo, false, lugares,
                      EnUno(suyo.recinto.parcela.value_or(-1),
                            suyo.recinto.letra.value_or(CString())),
                      kCualquiera);
     }
-    /// Of what was refused the rest by the numbers of their records, where these are one record's
-    /// alone: what they would change is to stay.
+    /// Of what was refused, or can't be drawn, the rest by the numbers of their records, where
+    /// these are one record's alone: what they would change is to stay.
     void PorNumero()
     {
         CLugares<int> lugares;
@@ -128,7 +129,8 @@ public:
             lugares[m_registros[i].dibujado.numero].push_back(i);
         std::erase_if(lugares, [](const auto& suyos) { return suyos.second.size() > 1; });
         for (CRedondo& suyo : m_suyos)
-            if (suyo.pareja.antes == nullptr && !suyo.recinto.rechazo.IsEmpty())
+            if (suyo.pareja.antes == nullptr &&
+                !(suyo.recinto.rechazo.IsEmpty() && suyo.recinto.defecto.IsEmpty()))
                 Toma(suyo, false, lugares, suyo.recinto.numero.value_or(-1), kCualquiera);
     }
 
@@ -191,14 +193,23 @@ bool CamposComoSeLeen(const CRecintoEntrante& recinto, const CDibujoAntes::CRegi
     return true;
 }
 
-/// Gives the outlines that come without a field for labels those that they had, of which the
-/// numbers are a part alone: "7 bis" is 7 as well.
+/// Tells whether an outline that comes without its label as a text says by its numbers what it had:
+/// they are a part of the label alone, "7 bis" is 7 as well, and 008 is 8.
+bool DiceLoMismo(const CRecintoEntrante& recinto, const CDibujoAntes::CRegistro& antes,
+                 const CDibujoAntes& dibujo)
+{
+    const bool dice =
+        recinto.sinCampoRotulo || (recinto.rotuloEsNumero && HayRotulo(antes.dibujado) &&
+                                   LeeEntero(*recinto.rotulo) == LeeEntero(antes.dibujado.rotulo));
+    return dice && CamposComoSeLeen(recinto, antes, dibujo);
+}
+
+/// Gives such outlines the labels that they had.
 void ConservaRotulos(std::vector<CRedondo>& suyos, const CDibujoAntes& dibujo)
 {
     for (CRedondo& suyo : suyos) {
         const CDibujoAntes::CRegistro* antes = suyo.pareja.antes;
-        if (antes == nullptr || !suyo.recinto.sinCampoRotulo ||
-            !CamposComoSeLeen(suyo.recinto, *antes, dibujo))
+        if (antes == nullptr || !DiceLoMismo(suyo.recinto, *antes, dibujo))
             continue;
         suyo.recinto.rotulo.reset();
         if (HayRotulo(antes->dibujado))

@@ -20,9 +20,27 @@ using CTomaElemento = std::function<bool(const OGRFeature& elemento)>;
 /// A layer that takes features for the drawings. It keeps none to be read.
 class CCapaNuevaSalida final : public CCapaGdal {
 public:
-    CCapaNuevaSalida(CTomaElemento toma, const char* nombre, const OGRSpatialReference* referencia)
-        : CCapaGdal(nombre, wkbUnknown, referencia), m_toma(std::move(toma))
+    CCapaNuevaSalida(CTomaElemento toma, CFinDelOrigen& fin, const char* nombre,
+                     const OGRSpatialReference* referencia)
+        : CCapaGdal(nombre, wkbUnknown, referencia), m_toma(std::move(toma)), m_fin(fin)
     {
+    }
+
+    // A layer's transaction is its dataset's: without these GDAL takes one for begun all the same.
+    OGRErr StartTransaction() override
+    {
+        m_fin.Empieza();
+        return OGRERR_NONE;
+    }
+    OGRErr CommitTransaction() override
+    {
+        m_fin.Acaba();
+        return OGRERR_NONE;
+    }
+    OGRErr RollbackTransaction() override
+    {
+        m_fin.Deshace();
+        return OGRERR_NONE;
     }
 
     void ResetReading() override {}
@@ -53,13 +71,14 @@ private:
     }
 
     CTomaElemento m_toma;
+    CFinDelOrigen& m_fin;
     GIntBig m_ultimo = 0; // number of the last feature
 };
 
-/// Tells of what names no polygon whether it is in the drawing of one all the same.
+/// Tells of what names no polygon whether it may be in the drawing of one all the same.
 bool EsDeAlgunDibujo(const CRecintoEntrante& recinto)
 {
-    return !recinto.EsDeHojas() && recinto.de.entrada.IsEmpty() && recinto.numero;
+    return !recinto.EsDeHojas() && recinto.de.entrada.IsEmpty();
 }
 bool EsDeAlgunDibujo(const CEntidadEntrante& /*entidad*/)
 {
@@ -192,7 +211,8 @@ OGRLayer* CMunicipioNuevo::CreaCapa(const char* nombre, const OGRSpatialReferenc
         }
         if (!motivo.IsEmpty() && !RechazaCapa(motivo))
             return nullptr;
-        return Añade(std::make_unique<CCapaNuevaSalida>(std::move(toma), nombre, referencia));
+        return Añade(
+            std::make_unique<CCapaNuevaSalida>(std::move(toma), m_fin, nombre, referencia));
     });
 }
 
@@ -245,7 +265,7 @@ bool CMunicipioNuevo::SeSalta(std::vector<T>& tomados, std::size_t desde)
     const CString motivo = tomados.back().rechazo;
     tomados.erase(tomados.begin() + static_cast<std::ptrdiff_t>(desde), tomados.end());
     if (noSeSabeDonde)
-        m_noticias.Falla(kRechazados, motivo + ". Es uno de los que ya hay, y con INVALIDOS=SI se "
+        m_noticias.Falla(kRechazados, motivo + ". Si es uno de los que ya hay, con INVALIDOS=SI se "
                                                "quitaría de su dibujo"_ansi);
     else if (m_modo.saltaInvalidos)
         m_noticias.Advierte(kRechazados, "Se deja fuera "_ansi + motivo);

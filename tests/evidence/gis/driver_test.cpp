@@ -390,7 +390,10 @@ TEST_F(Driver, RefusesByNameWhatItCantDrawAndWritesNothing)
         {"nothing", nullptr, "no tiene contorno"},
         {"too far", "POLYGON ((0 0,30000000 0,0 10,0 0))", "no caben"},
         {"an arc", "CURVEPOLYGON (CIRCULARSTRING (0 0,5 5,10 0,5 -5,0 0))", "TOLERANCIA_ARCOS"},
-        {"nothing left", "POLYGON ((0 0,0.001 0,0 0.001,0 0))", "se queda en nada"},
+        {"nothing left", "POLYGON ((400 0,400.001 0,400 0.001,400 0))", "se queda en nada"},
+        {"degrees of which nothing says that they are",
+         "POLYGON ((-3.7025 40.4171,-3.7021 40.4171,-3.7021 40.4174,-3.7025 40.4171))",
+         "está en grados"},
         {"two pieces", "MULTIPOLYGON (((0 0,9 0,9 9,0 9,0 0)),((20 0,22 0,22 2,20 2,20 0)))",
          "la parcela 7 del polígono 003 está en 2 recintos: la vuelta toma el último, de 4.00 m2, "
          "y pierde 81.00 m2"},

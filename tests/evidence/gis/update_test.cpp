@@ -88,6 +88,20 @@ TEST_F(Update, KeepsLabelsOfWhatComesByItsNumbersAlone)
         EXPECT_EQ(rotulos, caso.rotulos) << dicho;
         EXPECT_EQ(Cambiados(), caso.cambiados);
     }
+    PonComoEstaba();
+    {
+        const GDALDatasetUniquePtr datos = Crea({}); // a source that took the labels for numbers
+        OGRLayer* capa =
+            Capa(*datos, "parcelas",
+                 {{"poligono", OFTInteger}, {"parcela", OFTInteger}, {"rotulo", OFTInteger}});
+        for (CValores suya : parcelas) {
+            const std::string wkt = std::exchange(suya["wkt"], "");
+            suya.erase("wkt");
+            suya["rotulo"] = suya["parcela"];
+            EXPECT_TRUE(Pon(*capa, suya, wkt.c_str()));
+        }
+    }
+    EXPECT_EQ(Cambiados(), Lineas());
 }
 
 TEST_F(Update, EmptiesAPolygonThatTheSourceDoesntNameWhereAnOptionNamesIt)
