@@ -46,6 +46,12 @@ bool HayFichero(const CString& nombre)
     return !NoSeHalla(nombre, error) && estado.tipo == sistema::CEstado::Tipo::Regular;
 }
 
+CString NombreSinCarpeta(const CString& nombre)
+{
+    const CString solo = sistema::Nombre(sistema::Ruta(nombre).filename());
+    return solo.IsEmpty() ? nombre : solo;
+}
+
 std::optional<std::filesystem::file_time_type> FechaDe(const CString& nombre)
 {
     sistema::Error error;

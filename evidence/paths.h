@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -24,9 +25,13 @@ bool NoSeHalla(const CString& nombre, const sistema::Error& error);
 /// Tells whether a regular file of that name is there. Raises CFileException where that can't be
 /// told.
 bool HayFichero(const CString& nombre);
+/// A file's name alone, or a folder's as it is where it ends in its stroke.
+CString NombreSinCarpeta(const CString& nombre);
 /// When a file was written last; none where it isn't there. Raises CFileException where that can't
 /// be told.
 std::optional<std::filesystem::file_time_type> FechaDe(const CString& nombre);
+/// What two such times may differ by where they mean the same: some disks tell the time no better.
+inline constexpr std::chrono::seconds kHolguraDeFechas{2};
 /// Opens a file for reading. False where it isn't there, or its name is empty; raises
 /// CFileException where it can't be opened for any other reason, a lacking permission included.
 /// \param modo  how to open it, beside for reading

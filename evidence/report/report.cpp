@@ -206,12 +206,6 @@ std::string ReparoDeSalidas(const COpciones& opciones, const CString& pagina,
     return {};
 }
 
-CString NombreSinCarpeta(const CString& nombre)
-{
-    const CString solo = sistema::Nombre(sistema::Ruta(nombre).filename());
-    return solo.IsEmpty() ? nombre : solo;
-}
-
 /// With those of the state that it is held against.
 std::vector<CString> ConLosDelOtro(std::vector<CString> leidos, const COpciones& opciones)
 {

@@ -1,10 +1,10 @@
 #include "evidence/report/findings/run_evidence.h"
 
-#include <chrono>
 #include <utility>
 
 #include "evidence/paths.h"
 #include "evidence/report/findings/run_balances.h"
+#include "evidence/report/reading/text.h"
 
 namespace informe {
 namespace {
@@ -12,10 +12,9 @@ namespace {
 /// Tells whether a table was written with the file R, which a run writes in front of it.
 bool EsDelFinal(const CString& tabla, const CFicheros& ficheros)
 {
-    constexpr auto kHolgura = std::chrono::seconds(2);
     const auto suya = FechaDe(tabla);
     const auto delR = FechaDe(ficheros.ficheroR);
-    return suya && delR && *suya >= *delR && *suya <= *delR + kHolgura;
+    return suya && delR && *suya >= *delR && *suya <= *delR + kHolguraDeFechas;
 }
 
 /// The log of the run. That of Infograf is always empty: what stands there is the way back's.
@@ -86,6 +85,13 @@ std::string CProceso::SinComprobar() const
         std::string& suyas = porMotivo.back().second;
         suyas += (suyas.empty() ? "" : ", ") + std::string(partida.Titulo());
     }
+    std::string viejas; // of those that take their places together
+    for (const CFicheroVisto& visto : vistos)
+        if (visto.viejo)
+            viejas += (viejas.empty() ? "" : ", ") + Texto(NombreSinCarpeta(visto.nombre));
+    if (!viejas.empty())
+        porMotivo.emplace_back("más viejo que el registro y que lo demás que escribió el proceso",
+                               viejas);
     std::string texto;
     for (const auto& [motivo, suyas] : porMotivo)
         texto.append(texto.empty() ? "Sin comprobar: " : "; ")

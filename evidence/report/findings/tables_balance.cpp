@@ -153,6 +153,13 @@ CPartida CBalanceVuelta::Empieza(const CNombres& nombres, const CFilasLeidas& cl
     return partida;
 }
 
+/// Notes that the table isn't there whose rows those of a part are looked for in.
+void SinLaSuya(Tabla tabla, CPartida& partida)
+{
+    if (partida.SePuedeDecir())
+        partida.noSePuede = "no está " + std::string(NombreTabla(tabla));
+}
+
 std::int64_t Cuantas(const CClaves& claves)
 {
     return static_cast<std::int64_t>(claves.size());
@@ -232,7 +239,13 @@ CBalance CBalanceVuelta::Hace() const
     balance.partidas = {titulares};
     Parcelas(balance);
     balance.partidas.push_back(Cotitulares());
+    if (!m_tablas.titulares.hay)
+        SinLaSuya(kTitulares, balance.partidas.back());
     Subparcelas(balance);
+    if (!m_tablas.parcelas.hay)
+        for (CPartida& partida : balance.partidas)
+            if (partida.que == Partida::Cotitulares || partida.que == Partida::Subparcelas)
+                SinLaSuya(kParcelas, partida);
     balance.partidas.insert(balance.partidas.end(), {parajes, modulos});
     for (CPartida& partida : balance.partidas)
         if (!partida.SePuedeDecir())

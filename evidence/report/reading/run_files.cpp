@@ -1,7 +1,8 @@
 #include "evidence/report/reading/run_files.h"
 
 #include <algorithm>
-#include <chrono>
+#include <array>
+#include <utility>
 
 #include "cadastre/file_extensions.h"
 #include "cadastre/messages.h"
@@ -126,7 +127,6 @@ CString SalidaDeLista(const CString& carpeta, const CString& base, const char* e
 /// that is as new as the log, with no way back behind it.
 bool EsDeInfograf(const COpciones& opciones, const CFicheros& ficheros)
 {
-    constexpr auto kHolgura = std::chrono::seconds(2); // some disks tell the time no better
     if (opciones.infograf)
         return *opciones.infograf;
     const bool escribioR = std::ranges::any_of(opciones.escritos, [](const CString& nombre) {
@@ -145,13 +145,31 @@ bool EsDeInfograf(const COpciones& opciones, const CFicheros& ficheros)
         return !ficheros.tablasDichas; // the way back reads tables
     const CString carpeta = CCadena(ficheros.lista.nombre).DamePath();
     const auto delCsp = FechaDe(SalidaDeLista(carpeta, ficheros.base, kExtensionInfograf));
-    return delCsp && *delCsp + kHolgura >= *delRegistro &&
+    return delCsp && *delCsp + kHolguraDeFechas >= *delRegistro &&
            !(FechaDe(SalidaDeLista(carpeta, ficheros.base, kExtensionR)) > delCsp);
+}
+
+/// Tells whether of an input and a list that have this log's name the input was read: the tables
+/// are as new as the log, and nothing is that a run on drawings writes.
+bool EsDeLaIda(const CFicheros& ficheros, const CString& lista)
+{
+    const auto delRegistro = FechaDe(ficheros.registro);
+    const auto esDeAhora = [&](const CString& nombre) {
+        const auto fecha = FechaDe(nombre);
+        return fecha && delRegistro && *fecha + kHolguraDeFechas >= *delRegistro;
+    };
+    const CString deLista = CCadena(lista).DamePath();
+    const bool dibujada = std::ranges::any_of(
+        std::array{kExtensionR, kExtensionInfograf}, [&](const char* extension) {
+            return esDeAhora(SalidaDeLista(deLista, ficheros.base, extension));
+        });
+    CNombresEnDisco nombres;
+    return !dibujada && esDeAhora(CFile::EnDisco(TablasEn(ficheros.carpeta)[kParcelas], nombres));
 }
 
 /// Settles whether the run read an input or a list, and which: what the line names, else what
 /// stands beside the log. A list tells by what it says that it is of this log, an input by its name
-/// alone, so the list is looked for first.
+/// alone, so the list is taken where nothing says otherwise.
 void SituaOrigen(const COpciones& opciones, CFicheros& ficheros)
 {
     CString& lista = ficheros.lista.nombre;
@@ -162,8 +180,11 @@ void SituaOrigen(const COpciones& opciones, CFicheros& ficheros)
         lista = opciones.lista;
     } else if (lista.IsEmpty() && ficheros.entrada.IsEmpty()) {
         lista = BuscaLista(ficheros.carpeta, ficheros.base);
-        if (lista.IsEmpty())
-            ficheros.entrada = BuscaEntrada(ficheros.carpeta, ficheros.base);
+        CString entrada = BuscaEntrada(ficheros.carpeta, ficheros.base);
+        if (lista.IsEmpty() || (!entrada.IsEmpty() && EsDeLaIda(ficheros, lista))) {
+            lista = CString();
+            ficheros.entrada = std::move(entrada);
+        }
     }
     if (!lista.IsEmpty())
         ficheros.sentido = EsDeInfograf(opciones, ficheros) ? Sentido::Infograf : Sentido::Vuelta;

@@ -17,7 +17,6 @@ namespace informe {
 namespace {
 
 constexpr std::size_t kPedazo = std::size_t{1} << 16U;
-constexpr auto kHolgura = std::chrono::seconds(2); // some disks tell the time no better
 
 std::time_t EnSegundos(std::filesystem::file_time_type fecha)
 {
@@ -106,8 +105,8 @@ void BuscaViejos(std::vector<CFicheroVisto>& vistos)
     const auto delRegistro = vistos.front().fecha ? FechaDe(vistos.front().nombre) : std::nullopt;
     for (CFicheroVisto& visto : vistos) {
         const auto fecha = FechaDe(visto.nombre);
-        visto.viejo =
-            visto.salida && visto.hay && fecha && delRegistro && *fecha + kHolgura < *delRegistro;
+        visto.viejo = visto.salida && visto.hay && fecha && delRegistro &&
+                      *fecha + kHolguraDeFechas < *delRegistro;
     }
 }
 

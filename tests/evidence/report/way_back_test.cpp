@@ -151,6 +151,24 @@ TEST_F(InformeDeVuelta, KeepsWhatItsFilesReplaceUnlessItWroteThat)
     }
 }
 
+TEST_F(InformeDeVuelta, CallsNothingUnexplainedOfRowsWhoseOwnTableIsGone)
+{
+    DeTodo();
+    Ejecuta(0, 1);
+    for (const auto& [tabla, dice] :
+         {std::pair("Titulares.txt",
+                    "Sin comprobar: Titulares, Cotitulares (no está Titulares.txt)"),
+          std::pair("Parcelas.txt",
+                    "Sin comprobar: Parcelas, Cotitulares, Subparcelas (no está Parcelas.txt)")}) {
+        const std::string suya = carpeta.Lee(tabla);
+        fs::remove(carpeta.Ruta() / tabla);
+        const CInformePrueba informe = Informa();
+        EXPECT_THAT(informe.Cuenta(), HasSubstr(", 0 sin explicar"));
+        EXPECT_THAT(informe.resultado.resumen, HasSubstr(dice));
+        carpeta.Pon(tabla, suya);
+    }
+}
+
 TEST_F(InformeDeVuelta, ShowsARecordThatWasTakenOutOrPutIn)
 {
     const struct {

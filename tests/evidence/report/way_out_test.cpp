@@ -12,6 +12,7 @@
 using testing::EndsWith;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
 
 namespace {
 
@@ -178,6 +179,43 @@ TEST_F(Traduccion, ReportSaysThatTheRunWasStopped)
     EXPECT_THAT(informe.Partida("Parcelas"), HasSubstr("No se puede comprobar"));
     EXPECT_THAT(informe.resultado.resumen, HasSubstr("se detuvo"));
     EXPECT_TRUE(informe.resultado.hayPerdidas);
+}
+
+TEST_F(Traduccion, ReportSaysWhichOutputIsOlderThanTheOthers)
+{
+    Ejecuta(DosParcelas());
+    std::filesystem::last_write_time(carpeta.Ruta() / "Parajes.txt",
+                                     std::filesystem::file_time_type::clock::now() -
+                                         std::chrono::hours(24));
+    const CInformePrueba informe(carpeta, "entrada.ERR");
+    EXPECT_TRUE(informe.resultado.hayPerdidas);
+    EXPECT_THAT(informe.resultado.resumen,
+                HasSubstr("\n  Sin comprobar: Parajes.txt (más viejo que el registro y "));
+}
+
+/// An input may be called as its municipality, whose list stands beside it.
+TEST_F(Traduccion, ReportTellsTheWayOutFromTheWayBackOfALogThatMayBeEithers)
+{
+    Ejecuta(DosParcelas());
+    const auto ahora = std::filesystem::last_write_time(carpeta.Ruta() / "entrada.ERR");
+    std::filesystem::rename(carpeta.Ruta() / "entrada.txt", carpeta.Ruta() / "045127.txt");
+    std::filesystem::rename(carpeta.Ruta() / "entrada.ERR", carpeta.Ruta() / "045127.ERR");
+    carpeta.Pon("poligonos.txt", "TREN 045127\r\n");
+    const auto sentido = [&] {
+        return informe::HazInforme(carpeta.En("045127.ERR"), {}, {"1", 0}).resumen;
+    };
+    EXPECT_THAT(sentido(), HasSubstr(": ida, "));
+    const auto ayer = ahora - std::chrono::hours(24);
+    for (const char* salida : {"045127.R", "045127.CSP"}) {
+        carpeta.Pon(salida, "");
+        std::filesystem::last_write_time(carpeta.Ruta() / salida, ayer);
+        EXPECT_THAT(sentido(), HasSubstr(": ida, ")) << salida;
+        std::filesystem::last_write_time(carpeta.Ruta() / salida, ahora);
+        EXPECT_THAT(sentido(), Not(HasSubstr(": ida, "))) << salida;
+        std::filesystem::remove(carpeta.Ruta() / salida);
+    }
+    std::filesystem::last_write_time(carpeta.Ruta() / "Parcelas.txt", ayer);
+    EXPECT_THAT(sentido(), Not(HasSubstr(": ida, "))) << "of a way back that was stopped";
 }
 
 TEST_F(Traduccion, ReportKnowsTablesByTheNamesThatTheyHaveOnTheDisk)
