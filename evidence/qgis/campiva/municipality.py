@@ -22,6 +22,12 @@ def igual(una, otra):
     return os.path.normcase(os.path.normpath(una)) == os.path.normcase(os.path.normpath(otra))
 
 
+def _como_en_la_lista(fichero):
+    """A file's name as a list has it, in small letters: where names are bytes, those are the code page's, too."""
+    letras = fichero if os.name == "nt" else os.fsencode(fichero).decode("cp1252", errors="replace")
+    return letras.lower()
+
+
 def _nombre_de(entrada):
     """What of a list's entry names its drawings: whatever folder and extension it has, others are taken."""
     fichero = os.path.basename(entrada)
@@ -78,8 +84,9 @@ class Municipio:
     def dibujos(self):
         """Paths of the list and of all drawings beside it, the sheets' too."""
         nombres = {entrada.lower() for entrada in self.entradas}
-        ortos = os.path.splitext(os.path.basename(self.ortos()))[0].lower()
-        partes = ((fichero, *os.path.splitext(fichero.lower())) for fichero in sorted(os.listdir(self.carpeta or ".")))
+        ortos = _como_en_la_lista(os.path.splitext(os.path.basename(self.ortos()))[0])
+        partes = ((fichero, *os.path.splitext(_como_en_la_lista(fichero)))
+                  for fichero in sorted(os.listdir(self.carpeta or ".")))
         return [self.lista] + [os.path.join(self.carpeta, fichero) for fichero, nombre, extension in partes
                                if nombre in nombres and extension in _DE_POLIGONO
                                or nombre == ortos and extension in _DE_HOJAS]
