@@ -191,21 +191,22 @@ public:
 
 #if GDAL_VERSION_NUM >= GDAL_COMPUTE_VERSION(3, 9, 0)
     OGRLayer* ICreateLayer(const char* nombre, const OGRGeomFieldDefn* geometria,
-                           CSLConstList /*opciones*/) final
+                           CSLConstList opciones) final
     {
-        return CreaCapa(nombre, geometria == nullptr ? nullptr : geometria->GetSpatialRef());
+        return CreaCapa(nombre, geometria == nullptr ? nullptr : geometria->GetSpatialRef(),
+                        opciones);
     }
 #elif GDAL_VERSION_NUM >= GDAL_COMPUTE_VERSION(3, 8, 0)
     OGRLayer* ICreateLayer(const char* nombre, const OGRSpatialReference* referencia,
-                           OGRwkbGeometryType /*tipo*/, char** /*opciones*/) final
+                           OGRwkbGeometryType /*tipo*/, char** opciones) final
     {
-        return CreaCapa(nombre, referencia);
+        return CreaCapa(nombre, referencia, opciones);
     }
 #else
     OGRLayer* ICreateLayer(const char* nombre, OGRSpatialReference* referencia,
-                           OGRwkbGeometryType /*tipo*/, char** /*opciones*/) final
+                           OGRwkbGeometryType /*tipo*/, char** opciones) final
     {
-        return CreaCapa(nombre, referencia);
+        return CreaCapa(nombre, referencia, opciones);
     }
 #endif
 
@@ -213,5 +214,6 @@ private:
     /// Tells whether the dataset has an ability, by GDAL's name of it.
     virtual bool Sabe(const char* capacidad) const = 0;
     /// Makes a layer. Null, which was told, where there can be none.
-    virtual OGRLayer* CreaCapa(const char* nombre, const OGRSpatialReference* referencia) = 0;
+    virtual OGRLayer* CreaCapa(const char* nombre, const OGRSpatialReference* referencia,
+                               CSLConstList opciones) = 0;
 };

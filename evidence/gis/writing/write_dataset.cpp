@@ -1,7 +1,10 @@
 #include "evidence/gis/writing/write_dataset.h"
 
+#include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <functional>
+#include <iterator>
 #include <optional>
 #include <utility>
 
@@ -85,6 +88,18 @@ bool EsDeAlgunDibujo(const CEntidadEntrante& /*entidad*/)
     return false; // with a place it is the sheets'
 }
 
+/// The option that a layer was given and that counts for all of them alone; null for none.
+const char* OpcionDelMunicipio(CSLConstList opciones)
+{
+    constexpr const char* kSuyas[] = {opcion::kGer,    opcion::kMun,       opcion::kCabecera,
+                                      opcion::kOrtos,  opcion::kPiezas,    opcion::kGanan,
+                                      opcion::kSimula, opcion::kInvalidos, opcion::kSustituye,
+                                      opcion::kVacia,  opcion::kArcos};
+    const auto* const suya = std::ranges::find_if(
+        kSuyas, [&](const char* cual) { return CSLFetchNameValue(opciones, cual) != nullptr; });
+    return suya == std::end(kSuyas) ? nullptr : *suya;
+}
+
 /// Metres that a chord may be off its arc; none for what is no such number.
 std::optional<double> Tolerancia(const char* texto)
 {
@@ -106,6 +121,11 @@ GDALDataset* CMunicipioNuevo::Crea(const char* lista, int bandas, CSLConstList o
     if (!EQUAL(ganan, "NADIE") && !EQUAL(ganan, opcion::kNumeros) &&
         !EQUAL(ganan, opcion::kRotulos)) {
         Falla("La opción GANAN es NADIE, NUMEROS o ROTULOS"_ansi);
+        return nullptr;
+    }
+    if (std::strpbrk(CSLFetchNameValueDef(opciones, opcion::kOrtos, ""), "/\\") != nullptr) {
+        Falla(
+            "La opción ORTOS es el nombre del dibujo de las hojas, que está junto a la lista"_ansi);
         return nullptr;
     }
     for (const char* opcion :
@@ -180,7 +200,8 @@ bool CMunicipioNuevo::RechazaCapa(const CString& motivo)
     return m_modo.saltaInvalidos;
 }
 
-OGRLayer* CMunicipioNuevo::CreaCapa(const char* nombre, const OGRSpatialReference* referencia)
+OGRLayer* CMunicipioNuevo::CreaCapa(const char* nombre, const OGRSpatialReference* referencia,
+                                    CSLConstList opciones)
 {
     m_fin.Mira();
     return SinExcepciones<OGRLayer*>(nullptr, [&]() -> OGRLayer* {
@@ -190,6 +211,8 @@ OGRLayer* CMunicipioNuevo::CreaCapa(const char* nombre, const OGRSpatialReferenc
         CString motivo;
         if (EQUAL(nombre, capa::kMensajes))
             Advierte("La capa mensajes no se escribe: sale del fichero de errores"_ansi);
+        else if (const char* suya = OpcionDelMunicipio(opciones))
+            motivo = Formatea("La opción %s es del municipio y no de una capa (-dsco)"_ansi, suya);
         else if (!clase && !entidad)
             motivo =
                 Formatea("De la capa %s no se hace un dibujo; las hay de parcelas, subparcelas, "

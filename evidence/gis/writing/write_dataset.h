@@ -39,7 +39,8 @@ private:
 
     void AlContar() const override { m_fin.Mira(); } // which ogr2ogr has done for each layer
     bool Sabe(const char* capacidad) const override;
-    OGRLayer* CreaCapa(const char* nombre, const OGRSpatialReference* referencia) override;
+    OGRLayer* CreaCapa(const char* nombre, const OGRSpatialReference* referencia,
+                       CSLConstList opciones) override;
 
     bool Termina() override;
     /// Takes a feature of a layer of outlines, or of entities. False, which was told, where it is

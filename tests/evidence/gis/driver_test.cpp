@@ -424,14 +424,19 @@ TEST_F(Driver, RefusesACodeThatNoDrawingCouldTellTheLengthOf)
 
 TEST_F(Driver, RefusesOptionsThatSayNothing)
 {
-    for (const char* opcion :
-         {"TOLERANCIA_ARCOS=0,05", "TOLERANCIA_ARCOS=nan", "TOLERANCIA_ARCOS=inf",
-          "TOLERANCIA_ARCOS=0", "TOLERANCIA_ARCOS=-1", "TOLERANCIA_ARCOS=1 m", "PIEZAS=QUIZA"}) {
+    for (const char* opcion : {"TOLERANCIA_ARCOS=0,05", "TOLERANCIA_ARCOS=nan",
+                               "TOLERANCIA_ARCOS=inf", "TOLERANCIA_ARCOS=0", "TOLERANCIA_ARCOS=-1",
+                               "TOLERANCIA_ARCOS=1 m", "PIEZAS=QUIZA", "ORTOS=../ortos"}) {
         SCOPED_TRACE(opcion);
         dicho.clear();
         EXPECT_EQ(Crea({"GER=45", "MUN=127", opcion}), nullptr);
         EXPECT_NE(dicho.find("fallo: La opción "), std::string::npos) << dicho;
     }
+    const GDALDatasetUniquePtr datos = Crea();
+    const char* const deCapa[] = {"SIMULA=SI", nullptr};
+    EXPECT_EQ(datos->CreateLayer("parcelas", nullptr, wkbPolygon, const_cast<char**>(deCapa)),
+              nullptr);
+    EXPECT_NE(dicho.find("fallo: La opción SIMULA es del municipio"), std::string::npos) << dicho;
 }
 
 TEST_F(Driver, GoesOnWhereAnOptionSaysSo)
