@@ -52,8 +52,21 @@ endif()
 execute_process(COMMAND bash ${CMAKE_CURRENT_LIST_DIR}/compare_options.sh "${WORK}/the usr"
   COMMAND_ERROR_IS_FATAL ANY)
 
-# It goes again, but for what somebody made of a sample.
+# Installed once more it replaces nothing that somebody made of a sample.
 set(changed "${WORK}/the usr/share/campiva/samples/villanueva_dibujos/poligonos.txt")
+file(APPEND ${changed} "P077\n")
+file(SHA256 ${changed} his)
+execute_process(COMMAND ${CMAKE_COMMAND} --install ${BUILD} --prefix "${WORK}/the usr"
+  OUTPUT_VARIABLE said COMMAND_ERROR_IS_FATAL ANY)
+file(GLOB_RECURSE kept "${WORK}/the usr/*.anterior*")
+file(SHA256 "${changed}.anterior" is)
+if(NOT is STREQUAL his OR NOT kept STREQUAL "${changed}.anterior" OR
+   NOT said MATCHES "poligonos.txt was changed and stays as")
+  message(FATAL_ERROR "kept: ${kept}\n${said}")
+endif()
+file(REMOVE ${kept})
+
+# It goes again, but for what somebody made of a sample.
 file(APPEND ${changed} "P077\n")
 execute_process(COMMAND ${CMAKE_COMMAND} --build ${BUILD} --target uninstall
   OUTPUT_VARIABLE said COMMAND_ERROR_IS_FATAL ANY)
