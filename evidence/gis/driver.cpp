@@ -3,12 +3,11 @@
 #include <gdal_priv.h>
 
 #include "evidence/gis/complaints.h"
+#include "evidence/gis/names.h"
 #include "evidence/gis/reading/read_dataset.h"
 #include "evidence/gis/writing/write_dataset.h"
 
 namespace {
-
-constexpr const char* kNombre = "Vexa";
 
 constexpr const char* kOpcionesAbrir = R"(<OpenOptionList>
   <Option name='TABLAS' type='string' description='Carpeta de las tablas, si no es la de la lista'/>
@@ -40,15 +39,15 @@ constexpr const char* kOpcionesCrear = R"(<CreationOptionList>
 
 void RegistraVexa()
 {
-    if (GDALGetDriverByName(kNombre) != nullptr)
+    if (GDALGetDriverByName(opcion::kControlador) != nullptr)
         return;
     auto* driver = new GDALDriver(); // NOLINT(cppcoreguidelines-owning-memory): the manager's
-    driver->SetDescription(kNombre);
+    driver->SetDescription(opcion::kControlador);
     driver->SetMetadataItem(GDAL_DCAP_VECTOR, "YES");
     driver->SetMetadataItem(GDAL_DCAP_VIRTUALIO, "YES");
     driver->SetMetadataItem(GDAL_DMD_LONGNAME, "Dibujos de Vexa, por su lista de polígonos");
     driver->SetMetadataItem(GDAL_DMD_EXTENSION, "txt");
-    driver->SetMetadataItem(GDAL_DMD_CONNECTION_PREFIX, "VEXA:");
+    driver->SetMetadataItem(GDAL_DMD_CONNECTION_PREFIX, opcion::kPrefijo);
     driver->SetMetadataItem(GDAL_DMD_OPENOPTIONLIST, kOpcionesAbrir);
     driver->SetMetadataItem(GDAL_DMD_CREATIONOPTIONLIST, kOpcionesCrear);
     driver->SetMetadataItem(GDAL_DMD_CREATIONFIELDDATATYPES,

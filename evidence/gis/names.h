@@ -4,7 +4,8 @@
 
 namespace opcion {
 
-inline constexpr const char* kPrefijo = "VEXA:"; ///< of a name that no other driver is to take
+inline constexpr const char* kControlador = "Vexa"; ///< the driver, by GDAL's name of it
+inline constexpr const char* kPrefijo = "VEXA:";    ///< of a name that no other driver is to take
 
 // To open.
 inline constexpr const char* kTablas = "TABLAS";
@@ -20,7 +21,8 @@ inline constexpr const char* kPiezas = "PIEZAS";
 inline constexpr const char* kInvalidos = "INVALIDOS";
 inline constexpr const char* kArcos = "TOLERANCIA_ARCOS";
 inline constexpr const char* kSustituye = "SUSTITUYE";
-inline constexpr const char* kGanan = "GANAN"; ///< NADIE, or one of the next two
+inline constexpr const char* kGanan = "GANAN"; ///< one of the next three
+inline constexpr const char* kNadie = "NADIE";
 inline constexpr const char* kNumeros = "NUMEROS";
 inline constexpr const char* kRotulos = "ROTULOS";
 inline constexpr const char* kSimula = "SIMULA";

@@ -2,6 +2,7 @@
 
 #include "evidence/gis/complaints.h"
 #include "evidence/gis/driver.h"
+#include "evidence/gis/names.h"
 
 // The entry of the plugin, which GDAL looks up by the name of its file.
 
@@ -9,7 +10,7 @@ extern "C" CPL_DLL void RegisterOGRVexa();
 
 void RegisterOGRVexa()
 {
-    if (GDAL_CHECK_VERSION("Vexa") != 0)
+    if (GDAL_CHECK_VERSION(opcion::kControlador) != 0)
         SinExcepciones(false, [] {
             RegistraVexa();
             return true;

@@ -1,5 +1,6 @@
 #include "evidence/gis/writing/read_only_fields.h"
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -12,11 +13,10 @@
 
 namespace {
 
-constexpr const char* kDelDibujo[] = {"area_registro", "area_contorno", "valido", "estado",
-                                      "faltas",        "pieza",         "piezas"};
-constexpr const char* kDeTablas[] = {"en_tablas",     "superficie", "titular",    "dni",
-                                     "participacion", "paraje",     "clave_conc", "tipo",
-                                     "calificacion",  "clase"};
+/// The fields that an outline is made of. All others that the driver shows are read alone.
+constexpr const char* kSeEscriben[] = {
+    capa::kEntrada, capa::kPoligono, capa::kParcela, capa::kLetra, capa::kHoja, capa::kRotulo,
+    capa::kCodigo,  capa::kBorrado,  capa::kNumero,  capa::kX,     capa::kY};
 constexpr const char* kEnTablas = "en_tablas";
 
 const char* Valor(const OGRFeature& elemento, const char* campo)
@@ -25,19 +25,37 @@ const char* Valor(const OGRFeature& elemento, const char* campo)
     return i >= 0 && elemento.IsFieldSetAndNotNull(i) ? elemento.GetFieldAsString(i) : "";
 }
 
+bool SeEscribe(const char* campo)
+{
+    return std::ranges::any_of(kSeEscriben, [&](const char* suyo) { return EQUAL(campo, suyo); });
+}
+
+/// The place of a field that is read alone, by its name as a source has it: Shapefiles keep ten
+/// letters of one. -1 for another one.
+int SoloLeido(const OGRFeature& antes, const std::string& campo)
+{
+    constexpr std::size_t kLetrasDeShape = 10;
+    for (int i = 0; i < antes.GetFieldCount(); ++i) {
+        const char* suyo = antes.GetFieldDefnRef(i)->GetNameRef();
+        if (EQUAL(suyo, campo.c_str()) ||
+            (campo.size() == kLetrasDeShape && EQUALN(suyo, campo.c_str(), kLetrasDeShape)))
+            return SeEscribe(suyo) ? -1 : i;
+    }
+    return -1;
+}
+
 /// Tells whether a value is another than the one that is shown, whatever form it came in.
-bool Difiere(const OGRFeature& antes, const char* campo, const std::string& valor)
+bool Difiere(const OGRFeature& antes, int i, const std::string& valor)
 {
     constexpr double kSeVe = 0.005;
-    const int i = antes.GetFieldIndex(campo);
-    if (i < 0 || valor.empty())
-        return false; // another layer's, or nothing is said
+    if (!antes.IsFieldSetAndNotNull(i))
+        return *Valor(antes, kEnTablas) != '\0'; // without tables nobody knows what they said
     if (antes.GetFieldDefnRef(i)->GetType() == OFTString)
-        return valor != Valor(antes, campo);
+        return valor != antes.GetFieldAsString(i);
     const double numero = EQUAL(valor.c_str(), "true")    ? 1
                           : EQUAL(valor.c_str(), "false") ? 0
                                                           : CPLAtof(valor.c_str());
-    return !antes.IsFieldSetAndNotNull(i) || std::fabs(numero - antes.GetFieldAsDouble(i)) > kSeVe;
+    return std::fabs(numero - antes.GetFieldAsDouble(i)) > kSeVe;
 }
 
 } // namespace
@@ -45,14 +63,11 @@ bool Difiere(const OGRFeature& antes, const char* campo, const std::string& valo
 void CSoloLeidos::Apunta(const char* capa, const OGRFeature& elemento)
 {
     CValores valores;
-    const auto toma = [&](const char* campo) {
-        if (const char* valor = Valor(elemento, campo); *valor != '\0')
+    for (int i = 0; i < elemento.GetFieldCount(); ++i) {
+        const char* campo = elemento.GetFieldDefnRef(i)->GetNameRef();
+        if (const char* valor = Valor(elemento, campo); *valor != '\0' && !SeEscribe(campo))
             valores[campo] = valor;
-    };
-    for (const char* campo : kDelDibujo)
-        toma(campo);
-    for (const char* campo : kDeTablas)
-        toma(campo);
+    }
     if (!valores.empty())
         m_elementos[{capa, Valor(elemento, capa::kEntrada), Valor(elemento, capa::kNumero)}]
             .push_back(std::move(valores));
@@ -62,17 +77,9 @@ void CSoloLeidos::Apunta(const char* capa, const OGRFeature& elemento)
 std::set<std::string> CSoloLeidos::Distintos(const OGRFeature& antes, const CValores& valores)
 {
     std::set<std::string> distintos;
-    const auto mira = [&](const char* campo) {
-        const auto valor = valores.find(campo);
-        if (valor != valores.end() && Difiere(antes, campo, valor->second))
+    for (const auto& [campo, valor] : valores)
+        if (const int i = SoloLeido(antes, campo); i >= 0 && Difiere(antes, i, valor))
             distintos.insert(campo);
-    };
-    for (const char* campo : kDelDibujo)
-        mira(campo);
-    // Where the tables aren't at hand nobody knows what they said.
-    if (*Valor(antes, kEnTablas) != '\0')
-        for (const char* campo : kDeTablas)
-            mira(campo);
     return distintos;
 }
 
@@ -109,7 +116,7 @@ void CSoloLeidos::Avisa(const CString& lista) const
         return;
     std::map<std::string, int> cambiados;
     {
-        const char* const drivers[] = {"Vexa", nullptr};
+        const char* const drivers[] = {opcion::kControlador, nullptr};
         const CPLErrorHandlerPusher callado(CPLQuietErrorHandler); // nobody asked to read it
         const GDALDatasetUniquePtr datos(
             GDALDataset::Open(lista.GetString(), GDAL_OF_VECTOR, drivers));

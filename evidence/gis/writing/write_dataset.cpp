@@ -117,8 +117,8 @@ GDALDataset* CMunicipioNuevo::Crea(const char* lista, int bandas, CSLConstList o
         Falla("Los dibujos se escriben en una carpeta del disco, no dentro de un archivo"_ansi);
         return nullptr;
     }
-    const char* ganan = CSLFetchNameValueDef(opciones, opcion::kGanan, "NADIE");
-    if (!EQUAL(ganan, "NADIE") && !EQUAL(ganan, opcion::kNumeros) &&
+    const char* ganan = CSLFetchNameValueDef(opciones, opcion::kGanan, opcion::kNadie);
+    if (!EQUAL(ganan, opcion::kNadie) && !EQUAL(ganan, opcion::kNumeros) &&
         !EQUAL(ganan, opcion::kRotulos)) {
         Falla("La opción GANAN es NADIE, NUMEROS o ROTULOS"_ansi);
         return nullptr;

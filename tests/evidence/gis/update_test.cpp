@@ -597,9 +597,15 @@ TEST_F(Update, TellsOnceOfEditsThatHaveNoEffect)
     Parcela(todas, "7")["superficie"] = "556";
     Parcela(todas, "8")["estado"] = "dudoso";
     Parcela(todas, "9")["estado"] = "dudoso";
+    for (CValores& una : todas) { // as a Shapefile has it
+        una["area_regis"] = una["area_registro"];
+        una.erase("area_registro");
+        una["observaciones"] = "de alguien";
+    }
+    Parcela(todas, "9")["area_regis"] = "5";
     Escribe({{"parcelas", todas}});
     EXPECT_EQ(dicho, "aviso: Sin efecto, porque estos campos sólo se leen; elementos que los "
-                     "cambian: estado (2), superficie (1)\n");
+                     "cambian: area_regis (1), estado (2), superficie (1)\n");
     EXPECT_EQ(Cambiados(), Lineas());
 }
 
