@@ -46,6 +46,7 @@ inline constexpr const char* kEnLinea = "%s, línea %d: %s";
 inline constexpr const char* kNoHayTraduccion = "no hay traducción \"%s\"";
 inline constexpr const char* kFaltaCarpeta = "falta la carpeta";
 inline constexpr const char* kNoHayCampo = "no hay campo \"%s\"";
+inline constexpr const char* kDosVeces = "el campo %s está dos veces";
 inline constexpr const char* kNoEsSuyo = "el campo %s no es de la traducción %s";
 inline constexpr const char* kNoHayValor = "%s ha de ser %s o %s, no \"%s\"";
 inline constexpr const char* kRepite = "repite el trabajo de la línea %d";

@@ -81,7 +81,8 @@ void PonCampo(CTrabajo& trabajo, const std::string& parte)
         throw CLineaMala(Formatea(textos::kNoHayValor, nombre, valores[0], valores[1], valor));
     if (valor.empty())
         throw CLineaMala(Formatea(textos::kFaltaValor, nombre));
-    trabajo.campos.find(nombre)->second = std::move(valor);
+    if (!trabajo.campos.emplace(nombre, std::move(valor)).second)
+        throw CLineaMala(Formatea(textos::kDosVeces, nombre));
 }
 
 CTrabajo LeeTrabajo(const std::string& linea)
@@ -97,10 +98,10 @@ CTrabajo LeeTrabajo(const std::string& linea)
     if (partes.size() < 2)
         throw CLineaMala(textos::kFaltaCarpeta);
     trabajo.carpeta = partes[1];
-    for (const auto& campo : kCampos)
-        trabajo.campos.emplace(campo.nombre, campo.usual);
     for (std::size_t i = 2; i < partes.size(); ++i)
         PonCampo(trabajo, partes[i]);
+    for (const auto& campo : kCampos)
+        trabajo.campos.emplace(campo.nombre, campo.usual); // where the line names none
     return trabajo;
 }
 

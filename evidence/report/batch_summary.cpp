@@ -82,6 +82,8 @@ private:
     bool m_seHacen;
 };
 
+constexpr const char* kNoDejo = "El registro es otro: el trabajo no dejó ninguno.";
+
 /// What the log said while the batch counted it, where it says something else by now.
 std::string OtroRegistro(const lote::CTrabajo& trabajo, const CTrabajoVisto& visto)
 {
@@ -91,7 +93,7 @@ std::string OtroRegistro(const lote::CTrabajo& trabajo, const CTrabajoVisto& vis
          visto.cifras->lineasW == cuenta->warnings))
         return {};
     if (!cuenta)
-        return "El registro es otro: el trabajo no dejó ninguno.";
+        return kNoDejo;
     return "El registro es otro: el lote contó " + Cuantos(cuenta->errores, "error", "errores") +
            " y " + Cuantos(cuenta->warnings, "warning", "warnings") + ".";
 }
@@ -114,8 +116,10 @@ void Lee(const lote::CTrabajo& trabajo, const CInformes& informes, const CFirma&
     visto.conQuejas = !resultado.quejas.empty();
     for (const std::string& queja : resultado.quejas)
         visto.reparos.push_back(queja + ".");
-    if (std::string otro = OtroRegistro(trabajo, visto); !otro.empty())
+    if (std::string otro = OtroRegistro(trabajo, visto); !otro.empty()) {
+        visto.cifras->hayPerdidas = visto.cifras->hayPerdidas || otro == kNoDejo;
         visto.reparos.push_back(std::move(otro));
+    }
     if (!informes.SeHacen())
         visto.informe = informes.Hallado(visto.numero, registro);
     else if (!resultado.resumen.empty()) // another one that is there may be of another job
@@ -223,6 +227,14 @@ CString Ocupada(const CSalidasLote& nombres, const CLoteLeido& leido)
     std::erase(salidas, CString(kEstandar));
     if (const CString* const ocupada = BuscaOcupada(salidas, leido.Suyos()))
         return *ocupada;
+    const auto esDelLote = [&](const CString& salida) {
+        const std::filesystem::path ruta = sistema::EnteraSinPuntos(sistema::Ruta(salida));
+        return leido.estados.Tiene(ruta) &&
+               ruta != sistema::EnteraSinPuntos(leido.estados.Pagina()) &&
+               ruta != sistema::EnteraSinPuntos(leido.estados.Hoja());
+    };
+    if (const auto suya = std::ranges::find_if(salidas, esDelLote); suya != salidas.end())
+        return *suya;
     if (const auto suya = std::ranges::find_if(salidas, EsDeUnMunicipio); suya != salidas.end())
         return *suya;
     for (const lote::CTrabajo& trabajo : leido.trabajos)

@@ -81,6 +81,7 @@ ida\tc\tmodificar=1|el campo modificar no es de la traducción ida
 vuelta\tc\ttipo=lista|el campo tipo no es de la traducción vuelta
 vuelta\tc\tentrada=x|el campo entrada no es de la traducción vuelta
 infograf\tc\tparcelas=x|el campo parcelas no es de la traducción infograf
+ida\tc\tentrada=a\tentrada=b|el campo entrada está dos veces
 infograf\tc\tno_en_bd=1|el campo no_en_bd no es de la traducción infograf
 END
 [ ! -e c/Parcelas.txt ] || fail "a job of a wrong table was done"

@@ -132,6 +132,9 @@ TEST_F(ResumenDeLote, CallsALossWhatCannotBeChecked)
     Ejecuta(Paraje("00001", "LA ERA"));
     Lote({{"0\t0\t0\t0.02", "ida\t."}});
     EXPECT_FALSE(Resume().hayPerdidas);
+    Lote({{"0\t-\t-\t0.02", "ida\t."}});
+    EXPECT_TRUE(Resume().hayPerdidas) << "of an older log";
+    Lote({{"0\t0\t0\t0.02", "ida\t."}});
     std::filesystem::remove(carpeta.Ruta() / "Parajes.txt");
     EXPECT_TRUE(Resume().hayPerdidas);
     EXPECT_THAT(Hoja().at(1), EndsWith(";Sin comprobar: Parajes (no está Parajes.txt)."));
@@ -262,7 +265,9 @@ TEST_F(ResumenDeLote, TellsWhatCannotBeWrittenAndKeepsTheNumbers)
 
     const std::string antes = carpeta.Lee("t.resultados/resumen.html");
     informe::COpciones opciones;
-    for (const char* hoja : {"no_hay/t.csv", "t.resultados/trabajos.log", "uno"}) {
+    carpeta.Pon("t.resultados/parallel.txt", "dicho");
+    for (const char* hoja : {"no_hay/t.csv", "t.resultados/trabajos.log", "uno",
+                             "t.resultados/parallel.txt", "t.resultados/salidas/1.err"}) {
         opciones.csv = carpeta.En(hoja);
         EXPECT_THAT(Resume(opciones).quejas, ElementsAre(HasSubstr(hoja)));
         EXPECT_EQ(carpeta.Lee("t.resultados/resumen.html"), antes);
