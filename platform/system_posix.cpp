@@ -10,6 +10,7 @@
 
 #include <fcntl.h>
 #include <poll.h>
+#include <pwd.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
 
@@ -168,7 +169,11 @@ std::filesystem::path CarpetaAjustes()
     if (xdg != nullptr && *xdg == '/') // a relative path there is to be passed over
         return xdg;
     const char* casa = std::getenv("HOME");
-    return std::filesystem::path(casa != nullptr ? casa : ".") / ".config";
+    if (casa == nullptr || *casa == '\0') { // or the settings would go where somebody works
+        const passwd* const suyo = getpwuid(getuid());
+        casa = suyo == nullptr ? "." : suyo->pw_dir;
+    }
+    return std::filesystem::path(casa) / ".config";
 }
 
 void VigilaSenales(bool seContesta)

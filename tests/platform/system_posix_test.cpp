@@ -55,13 +55,17 @@ TEST(Sistema, FindsTheFolderOfTheSettings)
         {"not told", nullptr, "/casa", "/casa/.config"},
         {"told in vain", "", "/casa", "/casa/.config"},
         {"a relative path is to be passed over", "ajustes", "/casa", "/casa/.config"},
-        {"a user without a home", nullptr, nullptr, "./.config"},
     };
     for (const auto& caso : kCasos) {
         SCOPED_TRACE(caso.motivo);
         const CVariable xdg("XDG_CONFIG_HOME", caso.xdg);
         const CVariable casa("HOME", caso.casa);
         EXPECT_EQ(sistema::CarpetaAjustes(), caso.carpeta);
+    }
+    const CVariable xdg("XDG_CONFIG_HOME", nullptr);
+    for (const char* nada : {static_cast<const char*>(nullptr), ""}) {
+        const CVariable casa("HOME", nada);
+        EXPECT_TRUE(sistema::CarpetaAjustes().is_absolute()) << "not in the municipality's folder";
     }
 }
 
