@@ -32,23 +32,31 @@ choose() { # letter, title
   keys "alt+$1" alt+a
   await "$2"
 }
-
-case_catastro_to_vexa() {
-  cp "$samples/villanueva.txt" "$work/run"
+dismiss() { # title of a box
+  await "$1"
+  keys Return
+}
+start_way_out() { # input
   start
   choose c "Catastro campiva a Vexa"
   keys Tab
-  fill '"villanueva.txt"' # as the Explorer copies a path
-  keys alt+a
-  await "Fin del proceso"
-  keys Return
-  await "Catastro campiva a Vexa"
-  keys Return # the focus is back in the field, where Enter runs once more and closes nothing
-  await "Fin del proceso"
-  keys Return
-  await "Catastro campiva a Vexa"
+  fill "$1"
+}
+leave() { # the program, by its dialog
   keys Escape
   ended
+}
+
+case_catastro_to_vexa() {
+  cp "$samples/villanueva.txt" "$work/run"
+  start_way_out '"villanueva.txt"' # as the Explorer copies a path
+  keys alt+a
+  dismiss "Fin del proceso"
+  await "Catastro campiva a Vexa"
+  keys Return # the focus is back in the field, where Enter runs once more and closes nothing
+  dismiss "Fin del proceso"
+  await "Catastro campiva a Vexa"
+  leave
   for table in Modulos Titulares Parcelas Subparcelas Parajes Cotitulares; do
     same "$table.txt" "$golden/clean_municipality/expected"
   done
@@ -86,19 +94,14 @@ echo done >> "$work/made"
 END
   chmod +x "$work/bin/campiva-informe"
   cp "$samples/villanueva.txt" "$work/run"
-  start
-  choose c "Catastro campiva a Vexa"
-  keys Tab
-  fill villanueva.txt
+  start_way_out villanueva.txt
   keys alt+a
-  await "Fin del proceso"
-  keys Return
+  dismiss "Fin del proceso"
   await "Catastro campiva a Vexa"
   keys alt+f
   eventually test -e "$work/reports"
   keys alt+a
-  await "Fin del proceso"
-  keys Return
+  dismiss "Fin del proceso"
   await "Catastro campiva a Vexa"
   keys alt+f
   sleep 0.5
@@ -116,11 +119,9 @@ END
   sleep 1
   [ "$(front_title)" = "Fin del proceso" ] || fail "a report's box stands before a run that goes on"
   keys Return
-  await "Abrir"
-  keys Return
+  dismiss "Abrir"
   await "Catastro campiva a Vexa"
-  keys Escape
-  ended
+  leave
 }
 
 case_vexa_to_catastro() {
@@ -152,14 +153,10 @@ case_vexa_to_catastro() {
     esac
     sleep 0.1
   done
-  await "Fin del proceso"
-  keys Return
-  await Error # some parcels couldn't be stored
-  keys Return
-  await Observaciones # a row couldn't be read
-  keys Return
-  await Observaciones # and so on, as far as a box has room for it
-  keys Return
+  dismiss "Fin del proceso"
+  dismiss Error # some parcels couldn't be stored
+  dismiss Observaciones # a row couldn't be read
+  dismiss Observaciones # and so on, as far as a box has room for it
   await "Vexa a Catastro campiva"
   keys alt+r
   if [ -n "$runner" ]; then # what Wine has for texts
@@ -177,8 +174,7 @@ case_vexa_to_catastro() {
         fail "the report knows nothing of the tables"
     fi
   fi
-  keys Escape
-  ended
+  leave
   (cd "$golden/drawings_disagree_all_options/expected" && find . -type f) | while read -r name; do
     same "$name" "$golden/drawings_disagree_all_options/expected"
   done
@@ -222,10 +218,7 @@ go_on_as_usual() {
 # A run long enough to be stopped, with the question answered No, then Yes.
 long_run() {
   $runner "$make_municipality" --parcels 400000 "$work/run/larga.txt"
-  start
-  choose c "Catastro campiva a Vexa"
-  keys Tab
-  fill larga.txt
+  start_way_out larga.txt
   slow_down
   keys alt+a
   await '[1-9]* % - Catastro campiva a Vexa'
@@ -243,10 +236,8 @@ case_stop() {
   # On Windows a run takes the user's messages one by one, and knows no keys of the dialog's own.
   [ -z "$runner" ] || local leave_key=alt+F4
   long_run
-  await "Fin del proceso"
-  keys Return
-  await Observaciones # not all is written
-  keys Return
+  dismiss "Fin del proceso"
+  dismiss Observaciones # not all is written
   await "Catastro campiva a Vexa"
   keys alt+F4
   ended
@@ -257,10 +248,7 @@ case_stop() {
 # Whoever ends a session finds no box that keeps the program from its end.
 case_told_to_end() {
   head -c -9 "$samples/villanueva.txt" > "$work/run/cortada.txt" # so that there are observations, too
-  start
-  choose c "Catastro campiva a Vexa"
-  keys Tab
-  fill cortada.txt
+  start_way_out cortada.txt
   keys alt+a
   await "Fin del proceso"
   kill -s TERM "$program_pid"
@@ -305,8 +293,7 @@ case_observations() {
   done
   same_look once again || fail "the same is told in another way"
   ! same_look once last || fail "the end of what is told doesn't show"
-  keys Escape
-  ended
+  leave
 }
 
 case_closed_while_choosing() {
@@ -356,8 +343,7 @@ case_browse() {
   browse "${folder}poligonos.txt"
   keys Tab
   browse ortos.TOP # the box of an empty field is in the folder of the file before
-  keys Escape
-  ended
+  leave
   stored VexaAInfograf "ArchivoOrtos=${folder}ortos.TOP"
 }
 
@@ -380,8 +366,7 @@ case_help() {
   keys F1
   await "Ayuda*Campiva"
   keys "${leave_help:-Escape}" # takes the help away and nothing else
-  await "Acerca de Campiva..."
-  keys Return
+  dismiss "Acerca de Campiva..."
   await "Vexa a Catastro campiva"
   keys alt+y
   await "Ayuda*Campiva"
@@ -418,8 +403,7 @@ case_long_path() {
   done
   same_look unotxt dostxt || fail "the beginning of a long path shows"
   ! same_look dostxt dosTXT || fail "the end of a long path doesn't show"
-  keys Escape
-  ended
+  leave
 }
 
 # Presses "Salir", at the right of the lowest row of the template, where it must be.
@@ -461,18 +445,14 @@ case_box_on_narrow_screen() {
   local folder=$(printf 'municipios_de_la_provincia_%d/' $(seq 8))
   mkdir -p "$work/run/${folder}045127.ERR" # no log can be created there
   cp "$samples/villanueva.txt" "$work/run/${folder}045127.txt"
-  start
-  choose c "Catastro campiva a Vexa"
-  keys Tab
-  fill "${folder}045127.txt"
+  start_way_out "${folder}045127.txt"
   keys alt+a
   await Error
   measure
   [ "$X" -ge 0 ] && [ $((X + WIDTH)) -lt 640 ] || fail "the box passes the screen: $WIDTH wide at $X"
   keys Return
   await "Catastro campiva a Vexa"
-  keys Escape
-  ended
+  leave
 }
 
 # What is pasted as several lines, here of the manual, is the first of them.
@@ -491,11 +471,9 @@ case_pasted_lines() {
   xdotool mousemove --window "$(xdotool getactivewindow)" $((WIDTH / 4)) $((HEIGHT * 18 / 100)) click 2
   sleep 0.3
   keys alt+a
-  await Error # there is no such file
-  keys Return
+  dismiss Error # there is no such file
   await "Catastro campiva a Vexa"
-  keys Escape
-  ended
+  leave
   grep -q 'ArchivoEntrada=..' "$settings" || fail "nothing was pasted"
 }
 
@@ -507,11 +485,9 @@ case_damaged_help() { # by one byte at which the reader of such files would die
   start
   choose v "Vexa a Catastro campiva"
   keys F1 alt+y
-  await Ayuda
-  keys Return
+  dismiss Ayuda
   await "Vexa a Catastro campiva"
-  keys Escape
-  ended
+  leave
 }
 
 # Windows: without its help file the program says so, and with the manual's pages it has those shown.
@@ -528,8 +504,7 @@ case_no_help() {
   start
   choose v "Vexa a Catastro campiva"
   keys F1
-  await Ayuda
-  keys Return
+  dismiss Ayuda
   await "Vexa a Catastro campiva"
   keys alt+y
   await Ayuda
@@ -543,24 +518,20 @@ case_no_help() {
   eventually grep -qs 'manual[\/]inicio.html' "$work/opened"
   for class in .html pagina; do $runner reg delete "$classes\\$class" /f > /dev/null 2>&1; done
   await "Vexa a Catastro campiva"
-  keys Escape
-  ended
+  leave
 }
 
 case_batch() {
   cp "$samples/villanueva.txt" "$work/run"
   start 0 villanueva.txt m t p s j no_hay/c
-  await Error
-  keys Return
-  await "Fin del proceso"
-  keys Return
+  dismiss Error
+  dismiss "Fin del proceso"
   ended 1
   ! show_settings || fail "a batch run stored something"
   cmp "$work/run/p" "$golden/clean_municipality/expected/Parcelas.txt"
   : > "$work/run/vacia.txt"
   start 0 vacia.txt m t p s j c
-  await "Fin del proceso"
-  keys Return
+  dismiss "Fin del proceso"
   ended # what it has observed holds nobody up
   grep -q 'El archivo vacia.txt está vacío' "$work/stderr" || fail "nothing is told of an empty input"
   : > "$work/stderr"
