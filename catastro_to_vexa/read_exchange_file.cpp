@@ -6,8 +6,8 @@
 
 #include "cadastre/exchange_lines.h"
 #include "cadastre/subparcel_columns.h"
-#include "cadastre/wrapping.h"
 #include "cadastre/table_files.h"
+#include "cadastre/wrapping.h"
 #include "catastro_to_vexa/campiva_a_vexa_dlg.h"
 #include "catastro_to_vexa/exchange_reader.h"
 #include "platform/memory_hint.h"

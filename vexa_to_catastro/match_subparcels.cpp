@@ -1,6 +1,6 @@
 #include "cadastre/label_codes.h"
-#include "cadastre/wrapping.h"
 #include "cadastre/table_files.h"
+#include "cadastre/wrapping.h"
 #include "vexa_to_catastro/topology_walk.h"
 #include "vexa_to_catastro/vexa_a_campiva2_dlg.h"
 

@@ -28,6 +28,19 @@ void ApuntaPosiciones(const CPoligonoTopologico& registro, std::set<int>& posici
 
 } // namespace
 
+bool EstaEnDisco(const CString& nombre)
+{
+    CFile fichero;
+    return AbreSiHay(fichero, nombre, CFile::anyCase);
+}
+
+bool HayRecintos(const CString& base, ClaseTopologia clase)
+{
+    CFile fichero;
+    return AbreSiHay(fichero, ConExtension(base, ExtensionDe(clase)), CFile::anyCase) &&
+           fichero.GetLength() > 0;
+}
+
 void ApuntaPosiciones(const CDibujoAntes::CRegistro& registro, std::set<int>& posiciones)
 {
     ApuntaPosiciones(registro.registro, posiciones);

@@ -67,5 +67,11 @@ private:
     std::set<int> m_usadas;
 };
 
+/// Tells whether there is a file by this name, in whatever letters.
+bool EstaEnDisco(const CString& nombre);
+/// Tells whether a topology of a drawing is there and isn't empty.
+/// \param base  path of the files without their extension
+bool HayRecintos(const CString& base, ClaseTopologia clase);
+
 /// Adds the positions of all entities that a record, or one of its islands, names.
 void ApuntaPosiciones(const CDibujoAntes::CRegistro& registro, std::set<int>& posiciones);

@@ -1,6 +1,5 @@
 #include <algorithm>
 #include <map>
-#include <set>
 
 #include "cadastre/file_extensions.h"
 #include "evidence/gis/complaints.h"
@@ -28,20 +27,6 @@ void Pon(CEntidadEntrante entidad, CPedidoDibujo& pedido)
     pedido.entidades.push_back(std::move(entidad));
 }
 
-/// The request for a drawing; null for none.
-template <class T>
-auto PedidoCon(const CString& nombre, T& pedidos) -> decltype(pedidos.data())
-{
-    const auto suyo = std::ranges::find(pedidos, nombre, &CPedidoDibujo::nombre);
-    return suyo == pedidos.end() ? nullptr : &*suyo;
-}
-
-bool EstaEnDisco(const CString& nombre)
-{
-    CFile fichero;
-    return AbreSiHay(fichero, nombre, CFile::anyCase);
-}
-
 /// Tells whether no topology without its drawing would go by what is written; one that would was
 /// told.
 bool EstaEntero(const CString& base, const CPedidoDibujo& pedido)
@@ -55,14 +40,6 @@ bool EstaEntero(const CString& base, const CPedidoDibujo& pedido)
              "SUSTITUYE=SI se hacen nuevos él y la lista, sólo con lo que trae el origen"_ansi,
              pedido.nombre, ExtensionDe(*suelta));
     return false;
-}
-
-/// Tells whether a topology of a drawing is there and isn't empty.
-bool HayRecintos(const CString& base, ClaseTopologia clase)
-{
-    CFile fichero;
-    return AbreSiHay(fichero, ConExtension(base, ExtensionDe(clase)), CFile::anyCase) &&
-           fichero.GetLength() > 0;
 }
 
 } // namespace
@@ -111,114 +88,6 @@ std::vector<CPedidoDibujo> CMunicipioNuevo::Pedidos()
     std::ranges::for_each(m_recintos, pon);
     std::ranges::for_each(m_entidades, pon);
     return pedidos;
-}
-
-/// The layers that the source has of other polygons, and of which this one has outlines that don't
-/// come.
-std::vector<ClaseTopologia> CMunicipioNuevo::SinTraer(const CString& entrada,
-                                                      const CCapasTraidas& traidas) const
-{
-    const CString base = CCadena(m_lista).DamePath() + entrada;
-    std::vector<ClaseTopologia> sinTraer;
-    for (const ClaseTopologia clase : kTopologiasDePoligono)
-        if (m_traidas.Hay(clase) && !traidas.Hay(clase) && HayRecintos(base, clase))
-            sinTraer.push_back(clase);
-    return sinTraer;
-}
-
-std::optional<std::set<CString>>
-CMunicipioNuevo::Vacios(const CListaDibujada& lista,
-                        const std::vector<CPedidoDibujo>& pedidos) const
-{
-    std::set<CString> vacios;
-    const char* vacia = m_opciones.FetchNameValueDef(opcion::kVacia, "");
-    if (EQUAL(vacia, opcion::kTodos))
-        return lista.Entradas();
-    const CPLStringList dichos(
-        CSLTokenizeString2(vacia, ",", CSLT_STRIPLEADSPACES | CSLT_STRIPENDSPACES));
-    for (int i = 0; i < dichos.size(); ++i) {
-        const CString* entrada = lista.PorVista(dichos[i]);
-        const CPedidoDibujo* pedido = entrada == nullptr ? nullptr : PedidoCon(*entrada, pedidos);
-        if (entrada == nullptr ||
-            (pedido != nullptr && pedido->traidas.recintos == pedido->delOrigen.recintos)) {
-            FallaCon(entrada == nullptr
-                         ? "La opción VACIA nombra %s, que no está en la lista"_ansi
-                         : "La opción VACIA nombra %s, y el origen trae recintos suyos"_ansi,
-                     AnsiParaDecir(dichos[i]));
-            return std::nullopt;
-        }
-        vacios.insert(*entrada);
-    }
-    return vacios;
-}
-
-/// A layer of a polygon all of whose outlines were deleted and one that the source never had look
-/// alike.
-bool CMunicipioNuevo::PideVacios(const CListaDibujada& lista, std::vector<CPedidoDibujo>& pedidos)
-{
-    const std::optional<std::set<CString>> vacios = Vacios(lista, pedidos);
-    if (!vacios)
-        return false;
-    for (const CString& entrada : lista.Entradas()) {
-        CPedidoDibujo* pedido = PedidoCon(entrada, pedidos);
-        const std::vector<ClaseTopologia> sinTraer =
-            SinTraer(entrada, pedido == nullptr ? CCapasTraidas() : pedido->traidas);
-        const bool seVacia = vacios->contains(entrada);
-        if (pedido != nullptr) {
-            for (const ClaseTopologia clase : sinTraer)
-                m_noticias.Apunta(seVacia ? "capas que la opción VACIA deja sin recintos"_ansi
-                                          : "capas de las que el origen no trae ningún recinto de "
-                                            "un polígono y se quedan como están; la opción VACIA "
-                                            "las vacía"_ansi,
-                                  entrada + "." + ExtensionDe(clase));
-        } else if (!sinTraer.empty()) {
-            m_noticias.Apunta(seVacia
-                                  ? "polígonos que la opción VACIA deja sin los recintos que el "
-                                    "origen podría traer"_ansi
-                                  : "polígonos de la lista que el origen no nombra y se quedan "
-                                    "como están; la opción VACIA los vacía"_ansi,
-                              entrada);
-            if (seVacia)
-                pedido = &pedidos.emplace_back(PedidoDe(entrada));
-        }
-        if (seVacia && pedido != nullptr)
-            pedido->traidas = pedido->delOrigen;
-    }
-    return true;
-}
-
-/// What a writing that makes all anew takes away beside what the source brings anew.
-void CMunicipioNuevo::AvisaDeLoSustituido(const std::vector<CPedidoDibujo>& pedidos)
-{
-    const CString carpeta = CCadena(m_lista).DamePath();
-    if (const std::optional<CListaPoligonos> lista = LeeLista(m_lista))
-        for (const CString& entrada : lista->entradas)
-            if (PedidoCon(entrada, pedidos) == nullptr &&
-                EstaEnDisco(ConExtension(carpeta + entrada, kExtensionDibujo)))
-                m_noticias.Apunta("polígonos que la opción SUSTITUYE quita de la lista"_ansi,
-                                  entrada);
-    for (const CPedidoDibujo& pedido : pedidos)
-        for (const ClaseTopologia clase : pedido.clases)
-            if (!pedido.delOrigen.Hay(clase) && HayRecintos(carpeta + pedido.nombre, clase))
-                m_noticias.Apunta("topologías que la opción SUSTITUYE deja sin recintos, pues el "
-                                  "origen no trae su capa"_ansi,
-                                  pedido.nombre + "." + ExtensionDe(clase));
-}
-
-/// Where all outlines of a polygon went to another one, it was named all the same.
-void CMunicipioNuevo::PideDejadas(const CListaDibujada& lista,
-                                  std::map<CString, CCapasTraidas>& dejadas,
-                                  std::vector<CPedidoDibujo>& pedidos) const
-{
-    for (auto& [dejada, capas] : dejadas) {
-        if (!lista.Tiene(dejada))
-            continue;
-        CPedidoDibujo* pedido = PedidoCon(dejada, pedidos);
-        if (pedido == nullptr)
-            pedido = &pedidos.emplace_back(PedidoDe(dejada));
-        pedido->traidas.recintos.merge(capas.recintos);
-        pedido->traidas.entidades.merge(capas.entidades);
-    }
 }
 
 bool CMunicipioNuevo::TienenFicherosPropios(const CListaDibujada& lista,
