@@ -149,8 +149,8 @@ bool EsDeInfograf(const COpciones& opciones, const CFicheros& ficheros)
            !(FechaDe(SalidaDeLista(carpeta, ficheros.base, kExtensionR)) > delCsp);
 }
 
-/// Tells whether of an input and a list that have this log's name the input was read: the tables
-/// are as new as the log, and nothing is that a run on drawings writes.
+/// Tells whether of an input and a list that have this log's name the input was read: the holders,
+/// which no way back writes, are as new as the log, and nothing is that a run on drawings writes.
 bool EsDeLaIda(const CFicheros& ficheros, const CString& lista)
 {
     const auto delRegistro = FechaDe(ficheros.registro);
@@ -164,7 +164,7 @@ bool EsDeLaIda(const CFicheros& ficheros, const CString& lista)
             return esDeAhora(SalidaDeLista(deLista, ficheros.base, extension));
         });
     CNombresEnDisco nombres;
-    return !dibujada && esDeAhora(CFile::EnDisco(TablasEn(ficheros.carpeta)[kParcelas], nombres));
+    return !dibujada && esDeAhora(CFile::EnDisco(TablasEn(ficheros.carpeta)[kTitulares], nombres));
 }
 
 /// Settles whether the run read an input or a list, and which: what the line names, else what

@@ -214,8 +214,8 @@ TEST_F(Traduccion, ReportTellsTheWayOutFromTheWayBackOfALogThatMayBeEithers)
         EXPECT_THAT(sentido(), Not(HasSubstr(": ida, "))) << salida;
         std::filesystem::remove(carpeta.Ruta() / salida);
     }
-    std::filesystem::last_write_time(carpeta.Ruta() / "Parcelas.txt", ayer);
-    EXPECT_THAT(sentido(), Not(HasSubstr(": ida, "))) << "of a way back that was stopped";
+    std::filesystem::last_write_time(carpeta.Ruta() / "Titulares.txt", ayer);
+    EXPECT_THAT(sentido(), Not(HasSubstr(": ida, "))) << "of a way back that wrote parcels anew";
 }
 
 TEST_F(Traduccion, ReportKnowsTablesByTheNamesThatTheyHaveOnTheDisk)
