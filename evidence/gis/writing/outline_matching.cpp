@@ -93,6 +93,19 @@ public:
                         return Vale(m_suyos[k].recinto, m_registros[i].dibujado, rigor);
                     });
     }
+    /// Of the others those with the same number and label, where no other record has that number:
+    /// several pieces of a parcel have one label.
+    void PorNumeroYRotulo(const std::vector<bool>& resueltos)
+    {
+        const CLugares<int> lugares = PorNumeros();
+        for (std::size_t k = 0; k < m_suyos.size(); ++k)
+            if (CRedondo& suyo = m_suyos[k]; suyo.pareja.antes == nullptr && suyo.recinto.numero &&
+                                             suyo.recinto.rotulo && resueltos[k])
+                Toma(suyo, false, lugares, *suyo.recinto.numero, [&](std::size_t i) {
+                    return HayRotulo(m_registros[i].dibujado) &&
+                           SeVenIgual(*suyo.recinto.rotulo, m_registros[i].dibujado.rotulo);
+                });
+    }
     /// Of the others those with the same label, where it was settled.
     void PorRotulo(const std::vector<bool>& resueltos)
     {
@@ -124,10 +137,7 @@ public:
     /// these are one record's alone: what they would change is to stay.
     void PorNumero()
     {
-        CLugares<int> lugares;
-        for (std::size_t i = 0; i < m_registros.size(); ++i)
-            lugares[m_registros[i].dibujado.numero].push_back(i);
-        std::erase_if(lugares, [](const auto& suyos) { return suyos.second.size() > 1; });
+        const CLugares<int> lugares = PorNumeros();
         for (CRedondo& suyo : m_suyos)
             if (suyo.pareja.antes == nullptr &&
                 !(suyo.recinto.rechazo.IsEmpty() && suyo.recinto.defecto.IsEmpty()))
@@ -141,6 +151,15 @@ private:
 
     static constexpr auto kCualquiera = [](std::size_t) { return true; };
 
+    /// The records by their numbers, of which those are left out that several have.
+    CLugares<int> PorNumeros() const
+    {
+        CLugares<int> lugares;
+        for (std::size_t i = 0; i < m_registros.size(); ++i)
+            lugares[m_registros[i].dibujado.numero].push_back(i);
+        std::erase_if(lugares, [](const auto& suyos) { return suyos.second.size() > 1; });
+        return lugares;
+    }
     /// Parcel and letter, of which other layers' outlines have none.
     static std::string EnUno(int parcela, const CString& letra)
     {
@@ -198,9 +217,9 @@ bool CamposComoSeLeen(const CRecintoEntrante& recinto, const CDibujoAntes::CRegi
 bool DiceLoMismo(const CRecintoEntrante& recinto, const CDibujoAntes::CRegistro& antes,
                  const CDibujoAntes& dibujo)
 {
-    const bool dice =
-        recinto.sinCampoRotulo || (recinto.rotuloEsNumero && HayRotulo(antes.dibujado) &&
-                                   LeeEntero(*recinto.rotulo) == LeeEntero(antes.dibujado.rotulo));
+    const bool dice = recinto.sinCampoRotulo ||
+                      (recinto.rotuloEsNumero && recinto.rotulo && HayRotulo(antes.dibujado) &&
+                       LeeEntero(*recinto.rotulo) == LeeEntero(antes.dibujado.rotulo));
     return dice && CamposComoSeLeen(recinto, antes, dibujo);
 }
 
@@ -268,8 +287,10 @@ bool Empareja(std::vector<CRedondo>& suyos, ClaseTopologia clase, const CDibujoA
     resueltos.reserve(suyos.size());
     for (CRedondo& suyo : suyos)
         resueltos.push_back(Resuelve(suyo, antes, modo));
-    if (!registros.empty())
+    if (!registros.empty()) {
+        reparto.PorNumeroYRotulo(resueltos);
         reparto.PorRotulo(resueltos);
+    }
     reparto.PorCampos();
     ConservaRotulos(suyos, antes);
     reparto.PorNumero();

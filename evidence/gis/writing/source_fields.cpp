@@ -137,7 +137,7 @@ std::optional<CString> CCamposElemento::Texto(const char* nombre)
 
 bool CCamposElemento::EsNumero(const char* nombre) const
 {
-    const int i = Puesto(nombre);
+    const int i = m_elemento.GetFieldIndex(nombre);
     const OGRFieldType tipo = i < 0 ? OFTString : m_elemento.GetFieldDefnRef(i)->GetType();
     return tipo == OFTInteger || tipo == OFTInteger64 || tipo == OFTReal;
 }

@@ -216,6 +216,23 @@ TEST_F(Update, KeepsWhatIsThereOfWhatIsLeftOut)
     }
 }
 
+TEST_F(Update, KnowsOneOfSeveralPiecesByTheNumberOfItsRecord)
+{
+    CElementos todas = Elementos("parcelas");
+    CValores& otra = Parcela(todas, "8");
+    otra["parcela"] = otra["rotulo"] = "7";
+    Escribe({{"parcelas", todas}}, {"PIEZAS=SI"});
+    todas = Elementos("parcelas");
+    std::erase_if(todas, [](const CValores& una) { return una.at("numero") == "1"; });
+    ASSERT_EQ(todas.front()["numero"], "2");
+    todas.front()["wkt"] = "POLYGON ((50 50,60 60,60 50,50 60,50 50))";
+    Escribe({{"parcelas", todas}}, {"INVALIDOS=SI"});
+    EXPECT_NE(dicho.find("Se deja como estaba la parcela 7"), std::string::npos) << dicho;
+    Lineas parcelas = Parcelas();
+    parcelas.resize(3);
+    EXPECT_EQ(parcelas, (Lineas{"1|7|100|2", "1|9|100|3", "1|-|9|4"}));
+}
+
 TEST_F(Update, KnowsNoneByANumberThatSeveralRecordsHave)
 {
     CElementos todas = Elementos("parcelas");
