@@ -26,7 +26,9 @@ void LeeCampos(ClaseEntidad clase, CCamposElemento& campos, CEntidadEntrante& su
 {
     suya.de = LeeDePoligono(campos);
     suya.posicion = campos.Entero(capa::kPosicion);
-    const CString codigo = campos.Texto(capa::kCodigo).value_or("nuevo");
+    const std::optional<CString> dicho = campos.Texto(capa::kCodigo);
+    const CString codigo = dicho.value_or("nuevo");
+    suya.sinCodigo = !dicho;
     const bool borrado = campos.SiNo(capa::kBorrado).value_or(false);
     if (clase == ClaseEntidad::Lineas) {
         suya.entidad = EntidadDe(CTipoDat::Linea, codigo, borrado);

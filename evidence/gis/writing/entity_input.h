@@ -25,6 +25,7 @@ struct CEntidadEntrante {
     CString nombre;                    ///< that messages call it by
     CDePoligono de;                    ///< nothing for one of the sheets' drawing
     std::optional<int> posicion;       ///< that it had in its drawing, from 1
+    bool sinCodigo = false;            ///< its own is the usual one, as the source says none
     std::optional<std::string> deCapa; ///< layer of the outline that it names or bounds
     vexageo::CTexto<int> entidad;      ///< of any kind
     CString rechazo; ///< why its feature was refused, with its name; empty where it wasn't

@@ -7,6 +7,20 @@
 using vexageo::CPunto;
 using vexageo::CTexto;
 
+namespace {
+
+/// A line from the one of its ends on that comes first on the map.
+CTexto<int> EnSuSentido(CTexto<int> entidad)
+{
+    const auto orden = [](const CPunto<int>& punto) { return std::pair(punto.X, punto.Y); };
+    if (auto& puntos = entidad.Puntos();
+        entidad.Tipo().EsLinea() && !puntos.empty() && orden(puntos.back()) < orden(puntos.front()))
+        std::ranges::reverse(puntos);
+    return entidad;
+}
+
+} // namespace
+
 bool EsIgual(const CTexto<int>& a, const CTexto<int>& b)
 {
     const bool mismosPuntos =
@@ -19,44 +33,56 @@ bool EsIgual(const CTexto<int>& a, const CTexto<int>& b)
            (a.Tipo().EsLinea() || SeVenIgual(a.Texto(), b.Texto()));
 }
 
+/// Those that say where they stood come first: of two that are alike the other one is new.
 bool CEntidadesLibres::Pon()
 {
     bool bien = true;
-    for (const CEntidadEntrante& suya : m_pedido.entidades)
-        bien = PonUna(suya) && bien;
+    for (const bool conPosicion : {true, false})
+        for (const CEntidadEntrante& suya : m_pedido.entidades)
+            if (suya.posicion.has_value() == conPosicion)
+                bien = PonUna(suya) && bien;
     BorraLasQueFaltan();
     return bien;
 }
 
 /// The position of the old entity in whose place one stood when it was read; none where that is
 /// another drawing's.
-std::optional<int> CEntidadesLibres::PosicionDeAntes(const CEntidadEntrante& suya)
+std::optional<int> CEntidadesLibres::PosicionDeAntes(const CEntidadEntrante& suya) const
 {
-    if (!suya.posicion)
-        return PosicionDeUnaIgual(suya);
+    if (!suya.posicion || m_vistas.contains(*suya.posicion))
+        return std::nullopt;
     const auto antes = m_antes.Entidades().find(*suya.posicion);
-    const bool hay = !m_vistas.contains(*suya.posicion) && antes != m_antes.Entidades().end() &&
-                     antes->second.Tipo().EsLinea() == suya.EsLinea();
+    const bool hay =
+        antes != m_antes.Entidades().end() && antes->second.Tipo().EsLinea() == suya.EsLinea();
     return hay ? suya.posicion : std::nullopt;
 }
 
 /// Where a source has lost the positions, one that is as it was is known by that alone: put beside
 /// itself it would be there twice, and once more each time.
-std::optional<int> CEntidadesLibres::PosicionDeUnaIgual(const CEntidadEntrante& suya)
+bool CEntidadesLibres::EsUnaDeAntes(const CEntidadEntrante& suya)
 {
     const auto sitio = [](const CTexto<int>& entidad) {
         const CPunto<int> punto = entidad.PrimerPunto();
         return std::tuple(entidad.Tipo().EsLinea(), punto.X, punto.Y);
     };
     if (m_porSitio.empty())
-        for (const auto& [posicion, entidad] : m_antes.Entidades())
-            m_porSitio.emplace(sitio(entidad), posicion);
-    const auto [desde, hasta] = m_porSitio.equal_range(sitio(suya.entidad));
+        for (const auto& [posicion, entidad] : m_antes.Entidades()) {
+            const CTexto<int> suSentido = EnSuSentido(entidad);
+            m_porSitio.emplace(sitio(suSentido), std::pair(posicion, suSentido));
+        }
+    CTexto<int> entidad = EnSuSentido(suya.entidad);
+    const auto [desde, hasta] = m_porSitio.equal_range(sitio(entidad));
     const auto igual = std::find_if(desde, hasta, [&](const auto& una) {
-        return !m_vistas.contains(una.second) &&
-               EsIgual(m_antes.Entidades().at(una.second), suya.entidad);
+        const auto& [posicion, antes] = una.second;
+        if (suya.sinCodigo) { // then its code is the old one's as much as any
+            entidad.Tipo() = CTipoDat(entidad.Tipo().Tipo(), antes.Tipo().Codigo());
+            entidad.Tipo().SetBorrado(suya.entidad.Tipo().EsBorrado());
+        }
+        return !m_vistas.contains(posicion) && EsIgual(antes, entidad);
     });
-    return igual == hasta ? std::nullopt : std::optional(igual->second);
+    if (igual != hasta)
+        m_vistas.insert(igual->second.first);
+    return igual != hasta;
 }
 
 /// Tells whether one was read as an outline's and that outline's layer comes, too.
@@ -75,11 +101,15 @@ bool CEntidadesLibres::PonUna(const CEntidadEntrante& suya)
     const std::optional<int> posicion = PosicionDeAntes(suya);
     if (posicion)
         m_vistas.insert(*posicion);
+    const bool esDeAntes = !suya.posicion && EsUnaDeAntes(suya);
     if (!suya.rechazo.IsEmpty()) {
         m_noticias.Advierte("elementos rechazados",
-                            (posicion ? "Se deja como estaba " : "Se deja fuera ") + suya.rechazo);
+                            (posicion || esDeAntes ? "Se deja como estaba " : "Se deja fuera ") +
+                                suya.rechazo);
         return true;
     }
+    if (esDeAntes)
+        return true;
     if (!posicion)
         return VieneDeRecinto(suya) || Añade(suya, nullptr);
     const CTexto<int>& antes = m_antes.Entidades().at(*posicion);

@@ -4,6 +4,7 @@
 #include <optional>
 #include <set>
 #include <tuple>
+#include <utility>
 
 #include "evidence/gis/writing/drawing_request.h"
 #include "evidence/gis/writing/old_drawing.h"
@@ -42,8 +43,8 @@ public:
 
 private:
     bool PonUna(const CEntidadEntrante& suya);
-    std::optional<int> PosicionDeAntes(const CEntidadEntrante& suya);
-    std::optional<int> PosicionDeUnaIgual(const CEntidadEntrante& suya);
+    std::optional<int> PosicionDeAntes(const CEntidadEntrante& suya) const;
+    bool EsUnaDeAntes(const CEntidadEntrante& suya);
     bool VieneDeRecinto(const CEntidadEntrante& suya) const;
     bool Añade(const CEntidadEntrante& suya, const vexageo::CTexto<int>* antes);
     void BorraLasQueFaltan();
@@ -55,6 +56,6 @@ private:
     CNoticias& m_noticias;
     std::set<int> m_vistas; // positions of old ones that came
     /// Those by what they are and where they begin, once one comes that doesn't say its own.
-    std::multimap<std::tuple<bool, int, int>, int> m_porSitio;
+    std::multimap<std::tuple<bool, int, int>, std::pair<int, vexageo::CTexto<int>>> m_porSitio;
     CCambiosLibres m_cambios;
 };

@@ -464,14 +464,25 @@ TEST_F(Update, KnowsTextsAndLinesAgainThatDontSayWhereTheyStood)
     capas["rotulos"].push_back(capas["rotulos"].back()); // one more at the same place
     for (auto& [capa, elementos] : capas)
         for (CValores& uno : elementos)
-            for (const char* campo : {"posicion", "capa", "linde"})
+            for (const char* campo : {"posicion", "capa", "linde", "codigo"})
                 uno.erase(campo);
+    CValores& linea = capas["lineas"].front(); // drawn from its other end
+    ASSERT_EQ(linea["wkt"], "LINESTRING (10 0,0 0,0 10,10 10)");
+    linea["wkt"] = "LINESTRING (10 10,0 10,0 0,10 0)";
     for (int vez = 0; vez < 2; ++vez) { // the second time both are there
         Escribe(capas);
         for (const auto& [capa, elementos] : capas)
             EXPECT_EQ(Elementos(capa.c_str()).size(), elementos.size()) << capa;
     }
     EXPECT_EQ(dicho, "");
+    // A copy that somebody put in front of what still says its position is the new one.
+    CElementos rotulos = Elementos("rotulos");
+    CValores copia = rotulos.front();
+    copia.erase("posicion");
+    rotulos.insert(rotulos.begin(), copia);
+    rotulos[1]["texto"] = "otro";
+    Escribe({{"rotulos", rotulos}});
+    EXPECT_NE(dicho.find("es de un recinto: se cambia en la capa"), std::string::npos) << dicho;
 }
 
 TEST_F(Update, RefusesALabelOrABoundaryThatChangesOutsideItsOutline)
