@@ -24,7 +24,9 @@ std::string FaltaDe(const CPoligonoDibujado& poligono, ClaseTopologia que)
     if (topologia.dañoEn != CTopologiaDibujada::kSinDaño)
         return fichero + " está dañado en el byte " +
                Miles(static_cast<std::int64_t>(topologia.dañoEn));
-    if (topologia.recintos.empty())
+    const CTopologiaDibujada& otra = poligono.Topologia(
+        que == ClaseTopologia::Parcelas ? ClaseTopologia::Subparcelas : ClaseTopologia::Parcelas);
+    if (topologia.recintos.empty() && !otra.recintos.empty()) // else nothing is drawn there
         return fichero + " está vacío";
     return {};
 }

@@ -98,24 +98,31 @@ private:
                 bin.Seek(0);
                 entrada.topologias[clase].emplace().Read(&bin, &topologia);
                 entrada.topologias[clase]->OrdenaPoligonos();
-                MiraSiEsEntera(entrada, clase, topologia);
+                if (entrada.topologias[clase]->FaltaAlgo())
+                    Falta(entrada, clase, "está dañado o fuera de fecha, y no sale todo de él");
             } else {
                 que += (que.empty() ? "falta su ." : " y .") + std::string(extension);
             }
         }
         if (!que.empty())
             m_evidencia.faltan.push_back({entrada.nombre, que});
+        MiraSiEstaVacia(entrada, kDeParcela, kDeSubparcela);
+        MiraSiEstaVacia(entrada, kDeSubparcela, kDeParcela);
         return true;
     }
-    /// What a topology doesn't give to the run: all, or all behind the damage.
-    void MiraSiEsEntera(const CEntrada& entrada, std::size_t clase, const CFile& topologia)
+    void Falta(const CEntrada& entrada, std::size_t clase, const char* que)
     {
-        const std::string suya = std::string("su .") + ExtensionDe(kTopologias[clase]);
-        if (topologia.GetLength() == 0)
-            m_evidencia.faltan.push_back({entrada.nombre, suya + " está vacío"});
-        else if (entrada.topologias[clase]->FaltaAlgo())
-            m_evidencia.faltan.push_back(
-                {entrada.nombre, suya + " está dañado o fuera de fecha, y no sale todo de él"});
+        m_evidencia.faltan.push_back(
+            {entrada.nombre, std::string("su .") + ExtensionDe(kTopologias[clase]) + " " + que});
+    }
+    /// Where the other one is empty as well, nothing is drawn there.
+    void MiraSiEstaVacia(const CEntrada& entrada, ClaseInfograf clase, ClaseInfograf otra)
+    {
+        const auto cuantos = [&](ClaseInfograf cual) {
+            return entrada.topologias[cual] ? entrada.topologias[cual]->Poligonos() : -1;
+        };
+        if (cuantos(clase) == 0 && cuantos(otra) > 0)
+            Falta(entrada, clase, "está vacío");
     }
     void Espera(ClaseInfograf clase, const CTopologia& topologia, int i,
                 const CClaveRegistro& clave)

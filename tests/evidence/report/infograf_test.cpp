@@ -114,6 +114,11 @@ TEST_F(InformeDeInfograf, TellsWhatADamagedTopologyAndAnotherSurfaceCost)
         EXPECT_THAT(informe.resultado.resumen,
                     HasSubstr("Dibujos que no están enteros: 002, su .SUB " + std::string(dice)));
     }
+    const std::string parcelas = carpeta.Lee("002.PAR");
+    carpeta.Pon("002.PAR", "");
+    Ejecuta();
+    EXPECT_FALSE(Informa().resultado.hayPerdidas) << "of a polygon in which nothing is drawn";
+    carpeta.Pon("002.PAR", parcelas);
     carpeta.Pon("002.SUB", entero);
     Ejecuta();
     ASSERT_FALSE(Informa().resultado.hayPerdidas);
