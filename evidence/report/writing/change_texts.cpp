@@ -1,6 +1,7 @@
 #include "evidence/report/writing/change_texts.h"
 
 #include <algorithm>
+#include <array>
 
 #include "evidence/report/reading/text.h"
 
@@ -32,10 +33,14 @@ CDiferencia DeSubparcela(const CCambioSubparcela& cambio)
     CDiferencia diferencia{"subparcela", {}, {}, {}, metros(cambio.ahora) - metros(cambio.antes)};
     diferencia.letra =
         Texto(DeLetras((cambio.antes == nullptr ? cambio.ahora : cambio.antes)->letra));
-    if (cambio.antes != nullptr)
-        diferencia.antes = EnPalabras(*cambio.antes);
-    if (cambio.ahora != nullptr)
-        diferencia.ahora = EnPalabras(*cambio.ahora);
+    for (const bool deTodo : {false, true}) {
+        if (cambio.antes != nullptr)
+            diferencia.antes = EnPalabras(*cambio.antes, deTodo);
+        if (cambio.ahora != nullptr)
+            diferencia.ahora = EnPalabras(*cambio.ahora, deTodo);
+        if (diferencia.antes != diferencia.ahora)
+            break; // else what differs is one of the pairs
+    }
     return diferencia;
 }
 
@@ -80,24 +85,43 @@ std::string Titulares(const CEstadoMunicipio& estado, const CEstadoMunicipio::CP
     return todos.empty() ? "sin titular" : Enumera(todos, comoMucho);
 }
 
-std::string EnPalabras(const CEstadoMunicipio::CSubparcela& subparcela)
+std::string EnPalabras(const CEstadoMunicipio::CSubparcela& subparcela, bool deTodo)
 {
     std::string texto = Miles(subparcela.superficie) + " m²";
-    std::string antes;
-    for (std::size_t i = 0; i < subparcela.calificacion.size(); ++i) {
-        if (subparcela.calificacion[i] == 0)
-            continue;
+    std::array<std::string, 2> clases;
+    for (std::size_t i = 0; i < clases.size(); ++i) {
         const std::string intensidad = std::to_string(subparcela.intensidad[i]);
-        const std::string clase = Texto(DeLetras(subparcela.calificacion[i])) + " " +
-                                  (intensidad.size() < 2 ? "0" : "") + intensidad;
-        if (clase != antes) // as a rule the pairs are the same
-            texto += (antes.empty() ? ", " : " / ") + clase;
-        antes = clase;
+        if (subparcela.calificacion[i] != 0 || (deTodo && subparcela.intensidad[i] != 0))
+            clases[i] = Texto(DeLetras(subparcela.calificacion[i])) + " " +
+                        (intensidad.size() < 2 ? "0" : "") + intensidad;
     }
+    const auto& [una, otra] = clases;
+    if (deTodo || (una != otra && !una.empty() && !otra.empty()))
+        texto += ", " + (una.empty() ? "—" : una) + " / " + (otra.empty() ? "—" : otra);
+    else if (!(una + otra).empty()) // as a rule the pairs are the same, or there is one
+        texto += ", " + (una.empty() ? otra : una);
     if (subparcela.componente != 0)
         texto += ", componente " + std::to_string(subparcela.componente);
     return texto;
 }
+
+namespace {
+
+/// Where what differs stands behind those that have room, all of them are named.
+CDiferencia DeTitulares(Difiere que, const CCambioParcela& cambio, const CContraste& contraste,
+                        std::size_t comoMucho)
+{
+    const auto son = [&](std::size_t tantos) {
+        return CDiferencia{NombreDe(que),
+                           {},
+                           Titulares(contraste.antes.estado, *cambio.antes, tantos),
+                           Titulares(contraste.ahora.estado, *cambio.ahora, tantos)};
+    };
+    CDiferencia algunos = son(comoMucho);
+    return algunos.antes != algunos.ahora ? algunos : son(std::string::npos);
+}
+
+} // namespace
 
 std::vector<CDiferencia> Diferencias(const CCambioParcela& cambio, const CContraste& contraste,
                                      std::size_t titularesComoMucho)
@@ -107,10 +131,7 @@ std::vector<CDiferencia> Diferencias(const CCambioParcela& cambio, const CContra
     std::vector<CDiferencia> todas;
     for (const Difiere que : {Difiere::Titular, Difiere::Participacion})
         if (cambio.Hay(que))
-            todas.push_back({NombreDe(que),
-                             {},
-                             Titulares(viejo, *cambio.antes, titularesComoMucho),
-                             Titulares(nuevo, *cambio.ahora, titularesComoMucho)});
+            todas.push_back(DeTitulares(que, cambio, contraste, titularesComoMucho));
     if (cambio.Hay(Difiere::Superficie))
         todas.push_back({NombreDe(Difiere::Superficie),
                          {},

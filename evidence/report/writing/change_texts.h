@@ -23,7 +23,8 @@ std::string NombreDe(const CEstadoMunicipio& estado, int persona);
 std::string Titulares(const CEstadoMunicipio& estado, const CEstadoMunicipio::CParcela& parcela,
                       std::size_t comoMucho);
 /// "1.200 m², VI 02"
-std::string EnPalabras(const CEstadoMunicipio::CSubparcela& subparcela);
+/// \param deTodo  both pairs of class and intensity, also where one says it all
+std::string EnPalabras(const CEstadoMunicipio::CSubparcela& subparcela, bool deTodo);
 
 /// One thing that differs in a parcel that both states have.
 struct CDiferencia {

@@ -152,6 +152,9 @@ TEST_F(Cambios, TellEachKindOfDifference)
         {"one with another class",
          [](CLineas& l) { l.subparcelas[0].insert(43, "00CR02"); },
          {"subparcela;127;1;1;a;100 m², C- 00;100 m², C- 00 / CR 02;;"}},
+        {"one with the same class once more",
+         [](CLineas& l) { l.subparcelas[0].insert(43, "00C-00"); },
+         {"subparcela;127;1;1;a;100 m², C- 00 / —;100 m², C- 00 / C- 00;;"}},
         {"a letter that stands twice, once without a surface",
          [](CLineas& l) { l.subparcelas.push_back(Suelo("00001", "   a", "00000")); },
          {"subparcela;127;1;1;a;;100 m², C- 00;100;"}},
@@ -354,6 +357,18 @@ TEST_F(Cambios, OfAFaultyInputAreWhatTheTranslationDropped)
         EXPECT_THAT(fila, testing::StartsWith("parcela desaparecida;"));
 }
 
+TEST_F(Cambios, AreNamedOnThePageBehindAsManyHoldersAsItHasRoomFor)
+{
+    CLineas antes;
+    for (const char* dni : {"44444444", "55555555", "66666666"})
+        antes.gente.push_back(Titular("0000002", "00010", "INÉS"_ansi, dni));
+    CLineas ahora = antes;
+    ahora.gente.back() = Titular("0000002", "00020", "INÉS"_ansi, "66666666");
+    EXPECT_EQ(Filas(antes, ahora).size(), 1U);
+    for (const char* dice : {"INÉS, 66666666 (PR 10)", "INÉS, 66666666 (PR 20)"})
+        EXPECT_THAT(carpeta.Lee("cambios.html"), HasSubstr(dice));
+}
+
 TEST_F(Cambios, StandInThePageOfARunAndBesideItsSummary)
 {
     carpeta.Pon("antes.txt", CLineas().Texto());
@@ -376,6 +391,48 @@ TEST_F(Cambios, LookAtTheMunicipalitiesOfTheNewerStateAlone)
     antes.parcelas.push_back(deOtro.replace(5, 3, "128"));
     EXPECT_THAT(Filas(antes, {}), IsEmpty());
     EXPECT_THAT(carpeta.Lee("cambios.html"), HasSubstr("No se miran 1 parcela de otro municipio"));
+    // Who goes on in another one is gone from this one all the same.
+    std::string deLaOtra = antes.gente.back();
+    CLineas ahora;
+    ahora.gente.pop_back();
+    for (CLineas* uno : {&antes, &ahora})
+        uno->gente.push_back(deLaOtra.replace(5, 3, "128"));
+    ahora.parcelas.push_back(antes.parcelas.back());
+    EXPECT_THAT(Filas(antes, ahora),
+                testing::Contains(testing::StartsWith("titular desaparecido;;;;;EVA, 33333333;")));
+}
+
+TEST_F(Cambios, TellWhoIsTheMainHolderWhereTheTablesSayIt)
+{
+    CLineas lineas;
+    lineas.gente[1] = Titular("0000002", "00050", "LUIS", "22222222");
+    lineas.gente[2] = Titular("0000002", "00050", "EVA", "33333333");
+    Ejecuta(lineas.Texto());
+    std::filesystem::create_directory(carpeta.Ruta() / "antes");
+    for (const char* tabla : {"Modulos.txt", "Titulares.txt", "Parcelas.txt", "Subparcelas.txt",
+                              "Parajes.txt", "Cotitulares.txt"})
+        std::filesystem::copy_file(carpeta.Ruta() / tabla, carpeta.Ruta() / "antes" / tabla);
+    EXPECT_THAT(Compara("", "antes"), IsEmpty());
+    // The two of 1-2 change places, and their shares are the same.
+    const auto cambia = [&](const char* tabla, std::size_t fila, unsigned campo,
+                            const std::string& valor) {
+        std::string texto = carpeta.Lee(tabla);
+        std::size_t desde = 0;
+        for (std::size_t i = 0; i <= fila; ++i)
+            desde = texto.find('\n', desde) + 1;
+        for (unsigned i = 0; i < campo; ++i)
+            desde = texto.find('\t', desde) + 1;
+        carpeta.Pon(tabla, texto.replace(desde, texto.find('\t', desde) - desde, valor));
+    };
+    const std::string principal = Campo("Parcelas.txt", 1, 8);
+    const std::string otro = Campo("Cotitulares.txt", 0, 5);
+    ASSERT_NE(principal, otro);
+    cambia("Parcelas.txt", 1, 8, otro);
+    cambia("Cotitulares.txt", 0, 5, principal);
+    EXPECT_THAT(Compara("", "antes"),
+                testing::ElementsAre("titular;127;1;2;;LUIS, 22222222 (PR 50) y EVA, 33333333 (PR "
+                                     "50);EVA, 33333333 (PR 50) y LUIS, 22222222 (PR 50);;"));
+    EXPECT_THAT(Compara("entrada.txt", ""), IsEmpty()) << "lines name all alike";
 }
 
 TEST_F(Cambios, TellWhatTheyCannotCompare)

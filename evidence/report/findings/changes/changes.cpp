@@ -33,6 +33,8 @@ private:
     void ComparaTitulares(const CParcela& antes, const CParcela& ahora, CCambioParcela& cambio);
     static void Partes(const CEstadoMunicipio& estado, const CParcela& parcela,
                        const std::vector<int>& numeros, CPartes& partes);
+    static int Principal(const CEstadoMunicipio& estado, const CParcela& parcela,
+                         const std::vector<int>& numeros);
     void Pon(const CCambioParcela& cambio, CCambios::CSuma& suma);
 
     const CEstadoMunicipio& m_antes;
@@ -69,13 +71,26 @@ void CComparacion::Partes(const CEstadoMunicipio& estado, const CParcela& parcel
     std::ranges::sort(partes);
 }
 
+/// Who is named first of those that hold a parcel, by his number in both states; below 0 for none.
+int CComparacion::Principal(const CEstadoMunicipio& estado, const CParcela& parcela,
+                            const std::vector<int>& numeros)
+{
+    const auto vinculos = estado.Vinculos(parcela);
+    return vinculos.empty() ? -1 : numeros[static_cast<std::size_t>(vinculos.front().persona)];
+}
+
 void CComparacion::ComparaTitulares(const CParcela& antes, const CParcela& ahora,
                                     CCambioParcela& cambio)
 {
     Partes(m_antes, antes, m_gente.DeAntes(), m_partesAntes);
     Partes(m_ahora, ahora, m_gente.DeAhora(), m_partesAhora);
-    if (m_partesAntes == m_partesAhora)
+    if (m_partesAntes == m_partesAhora) {
+        if (m_antes.conPrincipal && m_ahora.conPrincipal &&
+            Principal(m_antes, antes, m_gente.DeAntes()) !=
+                Principal(m_ahora, ahora, m_gente.DeAhora()))
+            cambio.Pon(Difiere::Titular);
         return;
+    }
     const auto quien = [](const CParte& parte) { return std::get<0>(parte); };
     const bool sonLosMismos = std::ranges::equal(m_partesAntes, m_partesAhora, {}, quien, quien);
     cambio.Pon(sonLosMismos ? Difiere::Participacion : Difiere::Titular);

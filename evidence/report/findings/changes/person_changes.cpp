@@ -11,14 +11,16 @@ namespace {
 
 using CPersona = CEstadoMunicipio::CPersona;
 
+/// Each municipality has people of its own: who is gone from one may go on in the next.
 bool EsLaMisma(const CPersona& a, const CPersona& b)
 {
-    return a.nombre == b.nombre && a.dni == b.dni;
+    return a.mun == b.mun && a.nombre == b.nombre && a.dni == b.dni;
 }
 
 std::uint32_t HashDe(const CPersona& persona)
 {
-    return ::HashDe(::HashDe(persona.nombre), ::HashDe(persona.dni));
+    return ::HashDe(::HashDe(::HashDe(persona.nombre), ::HashDe(persona.dni)),
+                    static_cast<std::uint32_t>(persona.mun));
 }
 
 /// The square metres, and the parcels, that each person of a state holds some share of.
@@ -76,7 +78,7 @@ void CPersonasDeDos::Numera()
             m_desaparecidas.push_back({i});
 }
 
-/// Ties those on either side who alone have a text of that field.
+/// Ties those on either side who alone have a text of that field in their municipality.
 void CPersonasDeDos::Empareja(CString CPersona::*campo, CCambioPersona::Que que)
 {
     constexpr int kNinguna = -1;
@@ -85,14 +87,15 @@ void CPersonasDeDos::Empareja(CString CPersona::*campo, CCambioPersona::Que que)
         int ahora = kNinguna;
         bool varias = false;
     };
-    std::map<std::string_view, CLados> porTexto;
+    std::map<std::pair<short, std::string_view>, CLados> porTexto;
     const auto anota = [&](const CEstadoMunicipio& estado, const std::vector<CSuelto>& sueltos,
                            int CLados::*lado) {
         for (std::size_t i = 0; i < sueltos.size(); ++i) {
-            const CString& texto = estado.Persona(sueltos[i].persona).*campo;
+            const CPersona& persona = estado.Persona(sueltos[i].persona);
+            const CString& texto = persona.*campo;
             if (texto.IsEmpty() || sueltos[i].pareja >= 0)
                 continue;
-            CLados& lados = porTexto[texto];
+            CLados& lados = porTexto[{persona.mun, texto}];
             lados.varias = lados.varias || lados.*lado != kNinguna;
             lados.*lado = static_cast<int>(i);
         }

@@ -80,6 +80,7 @@ struct CEstadoMunicipio {
         return parcela.paraje < 0 ? CString() : parajes[static_cast<std::size_t>(parcela.paraje)];
     }
 
+    bool conPrincipal = false;      ///< the first link of a parcel is that of its main holder
     std::vector<short> gerencias;   ///< offices of its parcels, each once; 0 is none
     std::vector<CParcela> parcelas; ///< each once, in the order of the file
     std::vector<CPersona> personas;

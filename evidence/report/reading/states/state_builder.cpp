@@ -204,6 +204,7 @@ void CEstadoEnObra::OrdenaSubparcelas(std::span<CSubparcela> suyas)
 
 CEstadoMunicipio CEstadoEnObra::Acaba()
 {
+    m_estado.conPrincipal = m_reparto == Reparto::PorNumero; // lines name all alike
     AsientaParajes();
     AsientaPersonas();
     AsientaVinculos();
