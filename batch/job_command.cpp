@@ -173,8 +173,8 @@ CRegistro::CRegistro(const CTrabajo& trabajo)
     m_habia = fs::file_size(m_ruta, error);
     if (error)
         m_habia = 0;
-    else
-        m_fecha = fs::last_write_time(m_ruta, error);
+    else if (const auto fecha = fs::last_write_time(m_ruta, error); !error)
+        m_fecha = fecha;
 }
 
 /// As it was: who holds what the way back wrote against its log goes by their times.
@@ -185,7 +185,7 @@ void CRegistro::Devuelve(const fs::path& anterior) const
     if (error)
         return;
     sistema::Borra(anterior, error);
-    fs::last_write_time(m_ruta, m_fecha, error);
+    fs::last_write_time(m_ruta, *m_fecha, error);
 }
 
 bool CRegistro::EsDeAntes() const
@@ -202,7 +202,9 @@ std::optional<CCuenta> CRegistro::Acaba() const
         std::error_code error;
         const fs::path anterior = lado::De(m_ruta, lado::kAnterior);
         const bool vacio = fs::file_size(m_ruta, error) == 0 && !error;
-        if (m_habia != 0 && vacio && fs::file_size(anterior, error) == m_habia && !error)
+        if (m_fecha && m_habia == 0 && vacio) // nothing but its time is another
+            fs::last_write_time(m_ruta, *m_fecha, error);
+        else if (m_habia != 0 && vacio && fs::file_size(anterior, error) == m_habia && !error)
             Devuelve(anterior);
         return cuenta;
     }

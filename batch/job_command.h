@@ -83,9 +83,10 @@ private:
     bool EsDeAntes() const;
 
     bool m_esInfograf;
-    std::filesystem::path m_ruta;            ///< empty where nothing names it
-    std::uintmax_t m_habia = 0;              ///< its length before
-    std::filesystem::file_time_type m_fecha; ///< and when it was written
+    std::filesystem::path m_ruta; ///< empty where nothing names it
+    std::uintmax_t m_habia = 0;   ///< its length before
+    /// And when it was written; none where it wasn't there.
+    std::optional<std::filesystem::file_time_type> m_fecha;
 };
 
 } // namespace lote

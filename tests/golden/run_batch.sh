@@ -56,6 +56,12 @@ printf 'infograf\ta b\n' > on.tsv
 status 0 "$batch" on.tsv
 [ "$(wc -l < "a b/045127.CSP")" -gt 900 ]
 grep -q "of the way back" "a b/045127.ERR"
+# One without a message keeps its time, against which what the way back wrote is held.
+: > "a b/045127.ERR"
+touch -d '2 hours ago' "a b/045127.ERR"
+written=$(stat -c %Y "a b/045127.ERR")
+status 0 "$batch" on.tsv
+[ "$(stat -c %Y "a b/045127.ERR")" -eq "$written" ] || fail "an empty log is another's by its time"
 
 # Nothing is begun where a line is wrong.
 rm -r "a b"/*.txt

@@ -108,12 +108,23 @@ void CMunicipioNuevo::AvisaDeLoSustituido(const std::vector<CPedidoDibujo>& pedi
                 EstaEnDisco(ConExtension(carpeta + entrada, kExtensionDibujo)))
                 m_noticias.Apunta("polígonos que la opción SUSTITUYE quita de la lista"_ansi,
                                   entrada);
-    for (const CPedidoDibujo& pedido : pedidos)
-        for (const ClaseTopologia clase : pedido.clases)
-            if (!pedido.delOrigen.Hay(clase) && HayRecintos(carpeta + pedido.nombre, clase))
+    for (const CPedidoDibujo& pedido : pedidos) {
+        const bool sinSueltos = !pedido.delOrigen.Hay(ClaseEntidad::Rotulos) ||
+                                !pedido.delOrigen.Hay(ClaseEntidad::Lineas);
+        if (sinSueltos && EstaEnDisco(ConExtension(carpeta + pedido.nombre, kExtensionDibujo)))
+            m_noticias.Apunta("dibujos que la opción SUSTITUYE hace nuevos, sin los textos o las "
+                              "líneas sueltos que tuvieran"_ansi,
+                              pedido.nombre);
+        for (const ClaseTopologia clase : pedido.clases) {
+            const bool seHace = clase == ClaseTopologia::Poligonos && // around the parcels
+                                pedido.delOrigen.Hay(ClaseTopologia::Parcelas);
+            if (!seHace && !pedido.delOrigen.Hay(clase) &&
+                HayRecintos(carpeta + pedido.nombre, clase))
                 m_noticias.Apunta("topologías que la opción SUSTITUYE deja sin recintos, pues el "
                                   "origen no trae su capa"_ansi,
                                   pedido.nombre + "." + ExtensionDe(clase));
+        }
+    }
 }
 
 /// Where all outlines of a polygon went to another one, it was named all the same.

@@ -22,10 +22,9 @@ def igual(una, otra):
     return os.path.normcase(os.path.normpath(una)) == os.path.normcase(os.path.normpath(otra))
 
 
-def _como_en_la_lista(fichero):
-    """A file's name as a list has it, in small letters: where names are bytes, those are the code page's, too."""
-    letras = fichero if os.name == "nt" else os.fsencode(fichero).decode("cp1252", errors="replace")
-    return letras.lower()
+def _en_la_lista(fichero):
+    """A file's name as a list may have it, in small letters: where names are bytes, they may be the code page's."""
+    return {fichero.lower(), os.fsencode(fichero).decode("cp1252", errors="replace").lower()}
 
 
 def _nombre_de(entrada):
@@ -84,9 +83,8 @@ class Municipio:
     def dibujos(self):
         """Paths of the list and of all drawings beside it, the sheets' too."""
         nombres = {entrada.lower() for entrada in self.entradas}
-        ortos = _como_en_la_lista(os.path.splitext(os.path.basename(self.ortos()))[0])
-        partes = ((fichero, *os.path.splitext(_como_en_la_lista(fichero)))
-                  for fichero in sorted(os.listdir(self.carpeta or ".")))
+        ortos = os.path.splitext(os.path.basename(self.ortos()))[0].lower()
+        partes = ((fichero, *os.path.splitext(fichero)) for fichero in sorted(os.listdir(self.carpeta or ".")))
         return [self.lista] + [os.path.join(self.carpeta, fichero) for fichero, nombre, extension in partes
-                               if nombre in nombres and extension in _DE_POLIGONO
-                               or nombre == ortos and extension in _DE_HOJAS]
+                               if extension.lower() in _DE_POLIGONO and nombres & _en_la_lista(nombre)
+                               or extension.lower() in _DE_HOJAS and nombre.lower() == ortos]
