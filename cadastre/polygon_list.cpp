@@ -1,8 +1,10 @@
 #include "cadastre/polygon_list.h"
 
 #include <algorithm>
+#include <string_view>
 
 #include "cadastre/exchange_format.h"
+#include "platform/plain_texts.h"
 
 namespace {
 
@@ -22,6 +24,12 @@ CCabeceraLista LeeCabeceraLista(const CString& primera)
 CString EntradaDeLista(const CString& linea)
 {
     return linea.Mid(1);
+}
+
+int EntradasConNombre(const std::vector<CString>& entradas)
+{
+    return static_cast<int>(std::ranges::count_if(
+        entradas, [](std::string_view entrada) { return !EstaEnBlanco(entrada, " "); }));
 }
 
 int EntradasDeMas(std::vector<CString> entradas)

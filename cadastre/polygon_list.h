@@ -25,6 +25,8 @@ CString EntradaDeLista(const CString& linea);
 
 /// How many entries of a list name a polygon that another has named. A blank line names none.
 int EntradasDeMas(std::vector<CString> entradas);
+/// How many of the entries name a polygon at all.
+int EntradasConNombre(const std::vector<CString>& entradas);
 
 /// Path of a file that stands beside the list.
 /// \param carpeta    the list's folder, as `DamePath` gives it

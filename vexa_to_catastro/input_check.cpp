@@ -12,15 +12,6 @@
 
 namespace {
 
-/// Tells whether a text begins with the mark that editors put before UTF-8 and UTF-16, which shifts
-/// all columns.
-bool TieneMarca(std::string_view texto)
-{
-    constexpr std::string_view kMarcas[] = {ansi::kMarcaUtf8, "\xFF\xFE", "\xFE\xFF"};
-    return std::any_of(std::begin(kMarcas), std::end(kMarcas),
-                       [&](std::string_view marca) { return texto.starts_with(marca); });
-}
-
 /// Tells whether a header line is that of another table than it should be.
 bool EsDeOtraTabla(std::string_view cabecera, std::string_view propia)
 {
@@ -98,17 +89,7 @@ void CVexaACampiva2Dlg::ObservaEntradas()
     const CCabeceraLista& cabecera = m_vistas.cabecera;
     const CTablaVista& parcelas = m_vistas.parcelas;
     const CTablaVista& subparcelas = m_vistas.subparcelas;
-    const bool marca = TieneMarca(m_vistas.primera);
-    const bool vacia = m_vistas.primera.IsEmpty() && m_vistas.poligonos == 0;
-    if (marca)
-        Sospecha(observaciones::kConMarca, ArchivoTren);
-    else if (SonVariasLineas(m_vistas.primera))
-        Sospecha(observaciones::kSoloRetornos, ArchivoTren);
-    else if (vacia)
-        Sospecha(observaciones::kVacia, ArchivoTren);
-    else if (m_vistas.poligonos == 0)
-        Sospecha(observaciones::kSinPoligonos, ArchivoTren);
-    if (marca || vacia)
+    if (!ObservaLista(ArchivoTren, m_vistas.primera, m_vistas.poligonos))
         return; // the codes that were read say nothing about the tables
     if (parcelas.todas > 0 && m_vistas.parcelasDelMunicipio == 0) {
         Sospecha(observaciones::kOtroMunicipio, ArchivoParcelas, cabecera.Ger, cabecera.Mun,

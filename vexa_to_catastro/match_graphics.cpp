@@ -34,12 +34,9 @@ bool CVexaACampiva2Dlg::LeeListaPoligonos(std::vector<CString>& entradas)
         return false;
     CString linea;
     lista.ReadString(linea); // the municipality's, used already
-    while (lista.ReadString(linea)) {
+    while (lista.ReadString(linea))
         entradas.push_back(EntradaDeLista(linea));
-        const std::string_view entrada = entradas.back();
-        if (entrada.find_first_not_of(' ') != std::string_view::npos)
-            ++m_vistas.poligonos;
-    }
+    m_vistas.poligonos = EntradasConNombre(entradas);
     return true;
 }
 

@@ -17,11 +17,11 @@ void CVexaAInfografDlg::OnOK()
     CStdioFile lista;
     if (!AbreEntrada(lista, ArchivoTren))
         return;
-    CString linea;
-    lista.ReadString(linea);
-    const CString nombreSalida = LeeCabeceraLista(linea).nombreSalida;
+    CString primera;
+    lista.ReadString(primera);
+    const CString nombreSalida = LeeCabeceraLista(primera).nombreSalida;
     std::vector<CString> entradas;
-    while (lista.ReadString(linea))
+    for (CString linea; lista.ReadString(linea);)
         entradas.push_back(EntradaDeLista(linea));
     lista.Close();
 
@@ -37,6 +37,7 @@ void CVexaAInfografDlg::OnOK()
         return;
     // The way back's page bears the log's name.
     NombraInforme(CFile::RutaCompleta(carpeta + nombreSalida + "_infograf.html"));
+    ObservaLista(ArchivoTren, primera, EntradasConNombre(entradas));
     SospechaCuentas({{EntradasDeMas(entradas), observaciones::kPoligonosDeMas}}, ArchivoTren);
     ActivaControles(false);
     m_sueltos = 0;

@@ -114,7 +114,7 @@ private:
         const CHayParcela hay = [&](int polig, int parcela) {
             return superficies.empty() || superficies.contains({polig, parcela});
         };
-        CBalanceDibujo& dibujo = contenido.dibujo.emplace(superficies, m_proceso.registro);
+        CBalanceDibujo& dibujo = contenido.dibujo.emplace(m_proceso);
         CMapas mapas({m_indice, dibujo.perdidas, MarcasDeCambio(), m_anclas},
                      dibujo.DeTablaSinEscribir());
         for (const std::vector<CString>& entradas : EntradasPorPoligono(lista)) {

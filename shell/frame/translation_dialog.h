@@ -152,6 +152,8 @@ protected:
     void ConservaAnteriores() { m_proceso->salidas.ConservaAnteriores(); }
     /// The same where lines of an input, which belong in code page 1252, are in another one.
     void SospechaPagina(const ansi::CMiraPagina& pagina, const CString& archivo);
+    /// The same of a list that was read. False where its first line says nothing of a municipality.
+    bool ObservaLista(const CString& lista, const CString& primera, int poligonos);
     /// The same of a drawing that was read.
     /// \param dañada    the topology doesn't end with its last whole record, or points to nothing
     /// \param partidos  labels of the drawing that part the rows where they are written

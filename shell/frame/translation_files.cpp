@@ -1,11 +1,14 @@
 #include <algorithm>
 #include <iterator>
+#include <string_view>
 
 #include "cadastre/file_extensions.h"
 #include "cadastre/polygon_list.h"
+#include "platform/ansi.h"
 #include "platform/cwinapp.h"
 #include "platform/files/set_healing.h"
 #include "platform/files/system_files.h"
+#include "platform/plain_texts.h"
 #include "platform/system.h"
 #include "shell/frame/box_texts.h"
 #include "shell/frame/translation_dialog.h"
@@ -25,6 +28,15 @@ bool EstaAhi(const sistema::Error& error)
                                    std::errc::is_a_directory, std::errc::device_or_resource_busy};
     return std::any_of(std::begin(kEsta), std::end(kEsta),
                        [&](std::errc razon) { return error == razon; });
+}
+
+/// Tells whether a text begins with the mark that editors put before UTF-8 and UTF-16, which shifts
+/// all columns.
+bool TieneMarca(std::string_view texto)
+{
+    constexpr std::string_view kMarcas[] = {ansi::kMarcaUtf8, "\xFF\xFE", "\xFE\xFF"};
+    return std::any_of(std::begin(kMarcas), std::end(kMarcas),
+                       [&](std::string_view marca) { return texto.starts_with(marca); });
 }
 
 } // namespace
@@ -212,6 +224,21 @@ void CTraduccionDlg::ObservaDibujo(const CFile& topologia, bool dañada, const C
     if (dañada)
         Sospecha(observaciones::kDibujoAMedias, topologia.GetFilePath());
     SospechaCuentas({{partidos, observaciones::kRotulosPartidos}}, dibujo.GetFilePath());
+}
+
+bool CTraduccionDlg::ObservaLista(const CString& lista, const CString& primera, int poligonos)
+{
+    const bool marca = TieneMarca(primera);
+    const bool vacia = primera.IsEmpty() && poligonos == 0;
+    if (marca)
+        Sospecha(observaciones::kConMarca, lista);
+    else if (SonVariasLineas(primera))
+        Sospecha(observaciones::kSoloRetornos, lista);
+    else if (vacia)
+        Sospecha(observaciones::kVacia, lista);
+    else if (poligonos == 0)
+        Sospecha(observaciones::kSinPoligonos, lista);
+    return !marca && !vacia;
 }
 
 void CTraduccionDlg::ObservaEntradaConPunto(const CString& carpeta, const CString& entrada)

@@ -331,6 +331,24 @@ TEST_F(Infograf, TellsWhatATopologyPointsToInVainAndLabelsThatPartRows)
     }
 }
 
+TEST_F(InfografDeMuestra, AListThatNamesNoPolygonIsToldAndWhatWasThereStays)
+{
+    for (const char* lista : {"TREN 045127\r\n", "TREN 045127\r\n\r\nP  \r\n"}) {
+        SCOPED_TRACE(lista);
+        Ejecuta();
+        ASSERT_EQ(Registros(), completos);
+        const std::string entera = carpeta.Lee("poligonos.txt");
+        carpeta.Pon("poligonos.txt", lista);
+        Ejecuta();
+        ASSERT_FALSE(aplicacion.guion.escritos.observaciones.empty());
+        EXPECT_EQ(ansi::AUtf8(aplicacion.guion.escritos.observaciones[0]),
+                  ansi::AUtf8(Formatea(observaciones::kSinPoligonos, carpeta.En("poligonos.txt"))));
+        EXPECT_EQ(Registros("045127.CSP.anterior"), completos);
+        carpeta.Pon("poligonos.txt", entera);
+        std::filesystem::remove(carpeta.Ruta() / "045127.CSP.anterior");
+    }
+}
+
 TEST_F(InfografDeMuestra, AStopLeavesWhatWasWritten)
 {
     std::size_t anterior = 0;

@@ -116,12 +116,10 @@ CPoligonoRoto FaltaDelPoligono(const CPoligonoDibujado& poligono)
             par + (par.empty() || sub.empty() ? "" : " y ") + sub};
 }
 
-CBalanceDibujo::CBalanceDibujo(const CSuperficies& superficies, const CRegistroLeido& registro)
-    : m_superficies(superficies),
-      m_hayEscritas(std::ranges::any_of(
-          superficies, [](const auto& una) { return una.second.escrita.has_value(); }))
+CBalanceDibujo::CBalanceDibujo(const CProceso& proceso)
+    : m_superficies(proceso.superficies), m_hayEscritas(proceso.EscribioParcelas())
 {
-    for (const CAviso& aviso : registro.avisos)
+    for (const CAviso& aviso : proceso.registro.avisos)
         if (aviso.Es(kSuperficieCorregida))
             m_corregidas.emplace(aviso.polig, aviso.parcela);
 }

@@ -11,6 +11,7 @@
 #include "evidence/drawing_findings.h"
 #include "evidence/drawn_polygon.h"
 #include "evidence/outline_pieces.h"
+#include "evidence/report/findings/run_evidence.h"
 #include "evidence/report/reading/log_messages.h"
 #include "evidence/report/reading/surfaces.h"
 
@@ -67,8 +68,8 @@ struct CPoligonoRoto {
 /// Compares surfaces and gathers what is wrong with the drawings, polygon by polygon.
 class CBalanceDibujo {
 public:
-    /// \param superficies  must outlive this object
-    CBalanceDibujo(const CSuperficies& superficies, const CRegistroLeido& registro);
+    /// \param proceso  must outlive this object
+    explicit CBalanceDibujo(const CProceso& proceso);
 
     /// Takes a polygon, each once, with all of its drawings in the order of the list: the way back
     /// takes the last outline of all.

@@ -57,6 +57,11 @@ void CProceso::HazBalance()
     }
 }
 
+bool CProceso::EscribioParcelas() const
+{
+    return !Detenido() && HayFichero(ficheros.ficheroR);
+}
+
 std::string CProceso::Alarma() const
 {
     if (infograf.acabaAntes)

@@ -20,6 +20,8 @@ struct CProceso {
     explicit CProceso(CFicheros suyos);
 
     bool Detenido() const { return informe::Detenido(vistos, ficheros) || infograf.acabaAntes; }
+    /// Its file of parcels is there, be there any in it or none.
+    bool EscribioParcelas() const;
     /// What is wrong with the run as a whole, a sentence; empty for nothing.
     std::string Alarma() const;
     /// What of it can't be checked beside that, and why; empty for nothing.

@@ -151,7 +151,7 @@ bool EsDeInfograf(const COpciones& opciones, const CFicheros& ficheros)
 
 /// Tells whether of an input and a list that have this log's name the input was read: the holders,
 /// which no way back writes, are as new as the log, and nothing is that a run on drawings writes.
-bool EsDeLaIda(const CFicheros& ficheros, const CString& lista)
+bool EsDeLaIda(const COpciones& opciones, const CFicheros& ficheros, const CString& lista)
 {
     const auto delRegistro = FechaDe(ficheros.registro);
     const auto esDeAhora = [&](const CString& nombre) {
@@ -163,8 +163,12 @@ bool EsDeLaIda(const CFicheros& ficheros, const CString& lista)
         std::array{kExtensionR, kExtensionInfograf}, [&](const char* extension) {
             return esDeAhora(SalidaDeLista(deLista, ficheros.base, extension));
         });
+    const CString& nombrada = ficheros.tablas[kTitulares];
+    const CString& carpeta = opciones.tablas.IsEmpty() ? ficheros.carpeta : opciones.tablas;
     CNombresEnDisco nombres;
-    return !dibujada && esDeAhora(CFile::EnDisco(TablasEn(ficheros.carpeta)[kTitulares], nombres));
+    return !dibujada &&
+           esDeAhora(CFile::EnDisco(nombrada.IsEmpty() ? TablasEn(carpeta)[kTitulares] : nombrada,
+                                    nombres));
 }
 
 /// Settles whether the run read an input or a list, and which: what the line names, else what
@@ -181,7 +185,7 @@ void SituaOrigen(const COpciones& opciones, CFicheros& ficheros)
     } else if (lista.IsEmpty() && ficheros.entrada.IsEmpty()) {
         lista = BuscaLista(ficheros.carpeta, ficheros.base);
         CString entrada = BuscaEntrada(ficheros.carpeta, ficheros.base);
-        if (lista.IsEmpty() || (!entrada.IsEmpty() && EsDeLaIda(ficheros, lista))) {
+        if (lista.IsEmpty() || (!entrada.IsEmpty() && EsDeLaIda(opciones, ficheros, lista))) {
             lista = CString();
             ficheros.entrada = std::move(entrada);
         }

@@ -222,6 +222,16 @@ TEST_F(InformeDeVuelta, ShowsARowThatWasTakenOutOfATable)
     }
 }
 
+TEST_F(InformeDeVuelta, CountsAllOfTheTableAsLostWhereNothingWasWritten)
+{
+    DosParcelas();
+    lista = "TREN 045127\r\n"; // no polygon
+    Ejecuta();
+    const CInformePrueba informe = Informa();
+    EXPECT_TRUE(informe.resultado.hayPerdidas);
+    EXPECT_THAT(informe.Cuenta(), HasSubstr("264 m² no se escriben, de 2 parcelas de la tabla"));
+}
+
 TEST_F(InformeDeVuelta, HoldsTheDrawnSurfaceAgainstTheWrittenOne)
 {
     DosParcelas();

@@ -205,6 +205,20 @@ TEST_F(Traduccion, ReportTellsTheWayOutFromTheWayBackOfALogThatMayBeEithers)
         return informe::HazInforme(carpeta.En("045127.ERR"), {}, {"1", 0}).resumen;
     };
     EXPECT_THAT(sentido(), HasSubstr(": ida, "));
+    std::filesystem::create_directory(carpeta.Ruta() / "tablas");
+    for (const char* tabla : {"Titulares.txt", "Parcelas.txt"})
+        std::filesystem::rename(carpeta.Ruta() / tabla, carpeta.Ruta() / "tablas" / tabla);
+    EXPECT_THAT(sentido(), Not(HasSubstr(": ida, "))) << "of which the tables aren't there";
+    informe::COpciones opciones;
+    opciones.tablas = carpeta.En("tablas");
+    EXPECT_THAT(informe::HazInforme(carpeta.En("045127.ERR"), opciones, {"1", 0}).resumen,
+                HasSubstr(": ida, "));
+    opciones = {};
+    opciones.con = {carpeta.En("tablas/Titulares.txt")};
+    EXPECT_THAT(informe::HazInforme(carpeta.En("045127.ERR"), opciones, {"1", 0}).resumen,
+                HasSubstr(": ida, "));
+    for (const char* tabla : {"Titulares.txt", "Parcelas.txt"})
+        std::filesystem::rename(carpeta.Ruta() / "tablas" / tabla, carpeta.Ruta() / tabla);
     const auto ayer = ahora - std::chrono::hours(24);
     for (const char* salida : {"045127.R", "045127.CSP"}) {
         carpeta.Pon(salida, "");
