@@ -1,5 +1,6 @@
 #include "evidence/report/findings/run_evidence.h"
 
+#include <ctime>
 #include <utility>
 
 #include "evidence/paths.h"
@@ -8,6 +9,10 @@
 
 namespace informe {
 namespace {
+
+/// Seconds that an output is older than the log by where it is another run's: those of one are
+/// further apart than they were once somebody has copied them without their times.
+constexpr std::time_t kDeOtroProceso = 600;
 
 /// Tells whether a table was written with the file R, which a run writes in front of it.
 bool EsDelFinal(const CString& tabla, const CFicheros& ficheros)
@@ -92,7 +97,7 @@ std::string CProceso::SinComprobar() const
     }
     std::string viejas; // of those that take their places together
     for (const CFicheroVisto& visto : vistos)
-        if (visto.viejo)
+        if (visto.viejo && *vistos.front().fecha - *visto.fecha > kDeOtroProceso)
             viejas += (viejas.empty() ? "" : ", ") + Texto(NombreSinCarpeta(visto.nombre));
     if (!viejas.empty())
         porMotivo.emplace_back("más viejo que el registro y que lo demás que escribió el proceso",
