@@ -4,6 +4,7 @@
 #include <array>
 
 #include "evidence/report/reading/text.h"
+#include "platform/ansi.h"
 
 namespace informe {
 namespace {
@@ -221,11 +222,30 @@ std::string SinSuParcela(const CContraste& contraste)
                                 " antes y " + Miles(ahora) + " ahora";
 }
 
+std::string EnUtf8(const CContraste& contraste)
+{
+    const auto parece = [](const CEstadoMunicipio& estado) {
+        ansi::CMiraPagina pagina;
+        for (const CEstadoMunicipio::CPersona& persona : estado.personas)
+            pagina.Toma(persona.nombre);
+        for (const CString& paraje : estado.parajes)
+            pagina.Toma(paraje);
+        return pagina.TodasEnUtf8();
+    };
+    const bool antes = parece(contraste.antes.estado);
+    if (antes == parece(contraste.ahora.estado))
+        return {};
+    return Texto((antes ? contraste.antes : contraste.ahora).nombre) +
+           " parece estar en UTF-8, y lo que difiere por sus acentos y eñes no ha cambiado";
+}
+
 std::string CambiosEnBreve(const CContraste& contraste)
 {
     const CCambios& cambios = contraste.cambios;
     const std::string sueltas = SinSuParcela(contraste);
-    const std::string detras = sueltas.empty() ? "" : "; " + sueltas;
+    const std::string enUtf8 = EnUtf8(contraste);
+    const std::string detras =
+        (sueltas.empty() ? "" : "; " + sueltas) + (enUtf8.empty() ? "" : "; " + enUtf8);
     if (!cambios.HayAlguno())
         return std::string("sin cambios en ") + kLoComparado + detras;
     const std::int64_t cambiadas = cambios.Cuantas(CCambioParcela::Que::Cambiada);

@@ -55,6 +55,8 @@ std::string PorQue(const CCambioParcela& cambio, const CContraste& contraste,
 
 /// What of the subparcels can't be compared, where it isn't the same in both; empty for nothing.
 std::string SinSuParcela(const CContraste& contraste);
+/// That one of the two states seems to be in UTF-8 and the other isn't; empty where they are alike.
+std::string EnUtf8(const CContraste& contraste);
 /// What became of the parcels, as the terminal tells it.
 std::string CambiosEnBreve(const CContraste& contraste);
 

@@ -22,8 +22,10 @@ std::string ConSigno(std::int64_t metros)
 
 CCelda CeldaDe(const CClaveParcela& clave, const CContraste& contraste, const CAnclas* anclas)
 {
+    // Of several municipalities the maps are one's alone.
+    const bool enlaza = anclas != nullptr && contraste.cambios.municipios == 1;
     return {NombreDe(clave, contraste), nullptr,
-            anclas == nullptr ? std::string() : anclas->AParcela(clave.polig, clave.parcela)};
+            enlaza ? anclas->AParcela(clave.polig, clave.parcela) : std::string()};
 }
 
 void PonEstados(CMarcas& marcas, const CContraste& contraste)
@@ -41,6 +43,8 @@ void PonEstados(CMarcas& marcas, const CContraste& contraste)
                     " de otro municipio.");
     if (const std::string sueltas = SinSuParcela(contraste); !sueltas.empty())
         Parrafo(marcas, kAlarma, "Hay " + sueltas + ".");
+    if (const std::string cual = EnUtf8(contraste); !cual.empty())
+        Parrafo(marcas, kAlarma, "Ojo: " + cual + ".");
 }
 
 /// Adds up from the older state to the newer one, in parcels and in hectares.

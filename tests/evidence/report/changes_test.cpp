@@ -357,6 +357,20 @@ TEST_F(Cambios, OfAFaultyInputAreWhatTheTranslationDropped)
         EXPECT_THAT(fila, testing::StartsWith("parcela desaparecida;"));
 }
 
+TEST_F(Cambios, TellThatOneOfTheStatesIsInAnotherCodePage)
+{
+    CLineas antes;
+    antes.gente.push_back(Titular("0000003", "00100", "MUÑOZ"_ansi, "44444444"));
+    CLineas ahora = antes;
+    ahora.gente.back() = Titular("0000003", "00100", "MUÑOZ", "44444444");
+    const std::string dice = " parece estar en UTF-8, y lo que difiere por sus acentos";
+    EXPECT_EQ(Filas(antes, ahora).size(), 1U);
+    EXPECT_THAT(resultado.resumen, HasSubstr("ahora.txt" + dice));
+    EXPECT_THAT(carpeta.Lee("cambios.html"), HasSubstr("ahora.txt" + dice));
+    EXPECT_THAT(Filas(ahora, ahora), IsEmpty());
+    EXPECT_THAT(resultado.resumen, testing::Not(HasSubstr(dice))) << "both are";
+}
+
 TEST_F(Cambios, AreNamedOnThePageBehindAsManyHoldersAsItHasRoomFor)
 {
     CLineas antes;
