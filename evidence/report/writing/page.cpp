@@ -1,3 +1,4 @@
+#include <set>
 #include <utility>
 #include <vector>
 
@@ -23,8 +24,11 @@ void CifrasDeInfograf(CMarcas& marcas, const CEvidenciaInfograf& infograf)
     std::int64_t registros = 0;
     for (const CEvidenciaInfograf::CClase& clase : infograf.clases)
         registros += clase.registros;
-    Cifra(marcas, infograf.faltan.size(), "dibujo sin todos sus ficheros",
-          "dibujos sin todos sus ficheros", "err");
+    std::set<CString> incompletos; // of one drawing several files may lack something
+    for (const CEvidenciaInfograf::CFaltan& falta : infograf.faltan)
+        incompletos.insert(falta.entrada);
+    Cifra(marcas, incompletos.size(), "dibujo que no está entero", "dibujos que no están enteros",
+          "err");
     Cifra(marcas, infograf.sinPadre.size(), "recinto sin padre", "recintos sin padre", "err");
     Cifra(marcas, registros, "registro", "registros", "");
 }
