@@ -29,7 +29,7 @@ CString EntradaDeLista(const CString& linea)
 int EntradasConNombre(const std::vector<CString>& entradas)
 {
     return static_cast<int>(std::ranges::count_if(
-        entradas, [](std::string_view entrada) { return !EstaEnBlanco(entrada, " "); }));
+        entradas, [](std::string_view entrada) { return !EstaEnBlanco(entrada); }));
 }
 
 int EntradasDeMas(std::vector<CString> entradas)

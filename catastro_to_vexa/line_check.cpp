@@ -53,7 +53,7 @@ CLargoRegistro LargoDelTipo(std::string_view tipo)
 /// \param fin  where those end
 bool EsDoble(std::string_view linea, std::size_t fin)
 {
-    if (EstaEnBlanco(linea.substr(fin), " "))
+    if (EstaEnBlanco(linea.substr(fin)))
         return false;
     const std::string_view municipio = linea.substr(kAnchoTipo, kAnchoMunicipio);
     for (std::size_t i = linea.find(municipio, 2 * kAnchoTipo + municipio.size());
@@ -101,7 +101,7 @@ void CMiraLineas::TomaTipo(std::string_view linea, bool acaba)
     m_masCorta = sigue ? std::min(m_masCorta, linea.size()) : linea.size();
     if (m_tieneTipo)
         TomaGer(linea);
-    else if (!EstaEnBlanco(linea, " "))
+    else if (!EstaEnBlanco(linea))
         ++m_sinTipo;
 }
 

@@ -6,7 +6,6 @@
 #include <map>
 #include <utility>
 
-#include "cadastre/label_codes.h"
 #include "cadastre/table_files.h"
 #include "evidence/outline_pieces.h"
 #include "evidence/units.h"

@@ -26,7 +26,7 @@ constexpr std::string_view SinBlancos(std::string_view texto, std::string_view b
 }
 
 /// Tells whether there is nothing else in a text.
-constexpr bool EstaEnBlanco(std::string_view texto, std::string_view blancos = " \t\r\n")
+constexpr bool EstaEnBlanco(std::string_view texto, std::string_view blancos = " ")
 {
     return texto.find_first_not_of(blancos) == std::string_view::npos;
 }

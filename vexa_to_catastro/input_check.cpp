@@ -2,8 +2,6 @@
 #include <iterator>
 #include <string_view>
 
-#include "platform/ansi.h"
-#include "platform/plain_texts.h"
 #include "shell/frame/box_texts.h"
 #include "vexa_to_catastro/vexa_a_campiva2_dlg.h"
 

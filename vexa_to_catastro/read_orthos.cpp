@@ -1,4 +1,3 @@
-#include "cadastre/label_codes.h"
 #include "cadastre/table_files.h"
 #include "shell/frame/box_texts.h"
 #include "vexa_libs/topology.h"

@@ -10,7 +10,6 @@
 #include "cadastre/parcel_columns.h"
 #include "cadastre/subparcel_columns.h"
 #include "cadastre/table_files.h"
-#include "platform/ansi.h"
 #include "platform/plain_texts.h"
 #include "vexa_to_catastro/vexa_a_campiva2_dlg.h"
 

@@ -1,6 +1,5 @@
 #include "cadastre/file_extensions.h"
 #include "cadastre/infograf_record.h"
-#include "cadastre/label_codes.h"
 #include "cadastre/polygon_list.h"
 #include "cadastre/table_files.h"
 #include "vexa_libs/ccadena.h"

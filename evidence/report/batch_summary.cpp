@@ -82,8 +82,6 @@ private:
     bool m_seHacen;
 };
 
-constexpr const char* kNoDejo = "El registro es otro: el trabajo no dejó ninguno.";
-
 /// What the log said while the batch counted it, where it says something else by now.
 std::string OtroRegistro(const lote::CTrabajo& trabajo, const CTrabajoVisto& visto)
 {
@@ -93,7 +91,7 @@ std::string OtroRegistro(const lote::CTrabajo& trabajo, const CTrabajoVisto& vis
          visto.cifras->lineasW == cuenta->warnings))
         return {};
     if (!cuenta)
-        return kNoDejo;
+        return "El registro es otro: el trabajo no dejó ninguno.";
     return "El registro es otro: el lote contó " + Cuantos(cuenta->errores, "error", "errores") +
            " y " + Cuantos(cuenta->warnings, "warning", "warnings") + ".";
 }
@@ -117,7 +115,8 @@ void Lee(const lote::CTrabajo& trabajo, const CInformes& informes, const CFirma&
     for (const std::string& queja : resultado.quejas)
         visto.reparos.push_back(queja + ".");
     if (std::string otro = OtroRegistro(trabajo, visto); !otro.empty()) {
-        visto.cifras->hayPerdidas = visto.cifras->hayPerdidas || otro == kNoDejo;
+        if (!visto.hecho->cuenta) // of an older run nothing says how this one came out
+            visto.cifras->hayPerdidas = true;
         visto.reparos.push_back(std::move(otro));
     }
     if (!informes.SeHacen())

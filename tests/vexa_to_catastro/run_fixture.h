@@ -8,7 +8,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "cadastre/table_files.h"
 #include "generator/drawing_files.h"
 #include "platform/ansi.h"
 #include "tests/support/drawing_in_the_making.h"

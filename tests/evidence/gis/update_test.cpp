@@ -4,7 +4,6 @@
 #include <filesystem>
 #include <random>
 
-#include "platform/ansi.h"
 #include "tests/faults/fault_plan.h"
 
 // Writing over a municipality: what the source brings changes, and nothing else.
