@@ -189,6 +189,7 @@ void CVentanaDialogo::MideUnidades()
 {
     for (const auto& [control, widget] : m_widgets)
         m_unidades.HazSitio(control->Plantilla(), widget->GetBestSize());
+    JuntaFilas();
     for (const auto& [control, widget] : m_widgets)
         if (auto* dibujo = dynamic_cast<wxStaticBitmap*>(widget)) {
             const CPlantillaControl& plantilla = control->Plantilla();
@@ -197,11 +198,47 @@ void CVentanaDialogo::MideUnidades()
         }
 }
 
+wxSize CVentanaDialogo::Cabe() const
+{
+    const int pantalla = std::max(0, wxDisplay::GetFromWindow(this));
+    const wxSize area = wxDisplay(static_cast<unsigned>(pantalla)).GetClientArea().GetSize();
+    return area - wxSize(2 * GetCharWidth(), 3 * GetCharHeight()); // title and edges
+}
+
+wxSize CVentanaDialogo::Entera(const CUnidades& unidades) const
+{
+    const CPlantillaDialogo& plantilla = Dialogo().Plantilla();
+    return unidades.Pixeles(plantilla.ancho, plantilla.alto) +
+           wxSize(0, m_pie != nullptr ? m_pie->GetBestSize().y : 0);
+}
+
+void CVentanaDialogo::JuntaFilas()
+{
+    while (Entera(m_unidades).y > Cabe().y) {
+        const CUnidades juntas = m_unidades.MasJuntas();
+        if (SeTocan(juntas))
+            return;
+        m_unidades = juntas;
+    }
+}
+
+bool CVentanaDialogo::SeTocan(const CUnidades& unidades) const
+{
+    std::vector<wxRect> sitios;
+    for (const auto& [control, widget] : m_widgets)
+        if (const CPlantillaControl& plantilla = control->Plantilla(); plantilla.clase != Grupo)
+            sitios.push_back(unidades.Sitio(plantilla, widget->GetBestSize(), 0).Inflate(0, 1));
+    for (auto uno = sitios.begin(); uno != sitios.end(); ++uno)
+        if (std::any_of(uno + 1, sitios.end(),
+                        [&](const wxRect& otro) { return uno->Intersects(otro); }))
+            return true;
+    return false;
+}
+
 void CVentanaDialogo::PonLados()
 {
     const CPlantillaDialogo& plantilla = Dialogo().Plantilla();
-    const wxSize natural = m_unidades.Pixeles(plantilla.ancho, plantilla.alto);
-    m_panel->SetMinSize(natural);
+    m_panel->SetMinSize(m_unidades.Pixeles(plantilla.ancho, plantilla.alto));
     m_panel->Bind(wxEVT_SIZE, [this](wxSizeEvent& suceso) {
         Coloca();
         suceso.Skip();
@@ -217,14 +254,11 @@ void CVentanaDialogo::PonLados()
         marco->Add(m_pie, 0, wxEXPAND);
     m_marco->SetSizer(marco);
 
-    const int pantalla = std::max(0, wxDisplay::GetFromWindow(this));
-    const wxSize area = wxDisplay(static_cast<unsigned>(pantalla)).GetClientArea().GetSize();
-    const wxSize cabe = area - wxSize(2 * GetCharWidth(), 3 * GetCharHeight()); // title and edges
-    wxSize lados = natural + wxSize(0, m_pie != nullptr ? m_pie->GetBestSize().y : 0);
+    wxSize lados = Entera(m_unidades);
     const int entero = lados.y;
-    if (lados.y > cabe.y)
+    if (entero > Cabe().y)
         lados.x += wxSystemSettings::GetMetric(wxSYS_VSCROLL_X, this);
-    lados.DecTo(cabe);
+    lados.DecTo(Cabe());
     SetClientSize(lados);
     SetMinClientSize(lados);
     SetMaxClientSize({-1, entero});

@@ -42,6 +42,14 @@ private:
     wxWindow* Crea(CControl& control);
     wxWindow* CreaRadio(const CPlantillaControl& plantilla);
     void MideUnidades();
+    /// What of the screen a dialog can take.
+    wxSize Cabe() const;
+    /// Brings the rows of a dialog that is higher than the screen closer together, until it isn't
+    /// or widgets would touch.
+    void JuntaFilas();
+    bool SeTocan(const CUnidades& unidades) const;
+    /// The size of the template with what stands below it.
+    wxSize Entera(const CUnidades& unidades) const;
     /// Gives the window the size of its template, or what of it the screen takes.
     void PonLados();
     void Coloca();

@@ -46,6 +46,14 @@ void CUnidades::HazSitio(const CPlantillaControl& control, const wxSize& necesar
         m_y = std::max(m_y, necesario.y / static_cast<double>(control.alto + kHolgura));
 }
 
+CUnidades CUnidades::MasJuntas() const
+{
+    constexpr double kPaso = 0.99;
+    CUnidades juntas = *this;
+    juntas.m_y *= kPaso;
+    return juntas;
+}
+
 wxSize CUnidades::Pixeles(int ancho, int alto) const
 {
     return {static_cast<int>(std::lround(ancho * m_x)), static_cast<int>(std::lround(alto * m_y))};
