@@ -3,19 +3,30 @@
 #include <string>
 
 #include <cpl_error.h>
+#include <ogr_core.h>
 
 /// Tells whether all came that a dataset was to take. No driver is told that its source broke off:
 /// whoever writes in transactions says so himself, and of all others the last complaint says it.
 /// It begins with the dataset: a complaint that is there already is none of its source.
 class CFinDelOrigen {
 public:
-    void Empieza() { m_abierta = m_porPartes = true; }
-    void Acaba()
+    // Transactions, which GDAL may always begin and end.
+    OGRErr Empieza()
+    {
+        m_abierta = m_porPartes = true;
+        return OGRERR_NONE;
+    }
+    OGRErr Acaba()
     {
         m_abierta = false;
         Mira();
+        return OGRERR_NONE;
     }
-    void Deshace() { m_deshecho = true; }
+    OGRErr Deshace()
+    {
+        m_deshecho = true;
+        return OGRERR_NONE;
+    }
     /// A look in between, while a complaint is still the last one: the copy of the source's next
     /// layer may begin with another, or with none.
     void Mira() { m_deshecho = m_deshecho || HayQuejaNueva(); }

@@ -30,21 +30,9 @@ public:
     }
 
     // A layer's transaction is its dataset's: without these GDAL takes one for begun all the same.
-    OGRErr StartTransaction() override
-    {
-        m_fin.Empieza();
-        return OGRERR_NONE;
-    }
-    OGRErr CommitTransaction() override
-    {
-        m_fin.Acaba();
-        return OGRERR_NONE;
-    }
-    OGRErr RollbackTransaction() override
-    {
-        m_fin.Deshace();
-        return OGRERR_NONE;
-    }
+    OGRErr StartTransaction() override { return m_fin.Empieza(); }
+    OGRErr CommitTransaction() override { return m_fin.Acaba(); }
+    OGRErr RollbackTransaction() override { return m_fin.Deshace(); }
 
     void ResetReading() override {}
     OGRFeature* GetNextFeature() override { return nullptr; }
@@ -243,24 +231,6 @@ bool CMunicipioNuevo::Sabe(const char* capacidad) const
 {
     return EQUAL(capacidad, ODsCCreateLayer) || EQUAL(capacidad, ODsCCurveGeometries) ||
            EQUAL(capacidad, ODsCTransactions);
-}
-
-OGRErr CMunicipioNuevo::StartTransaction(int /*forzar*/)
-{
-    m_fin.Empieza();
-    return OGRERR_NONE;
-}
-
-OGRErr CMunicipioNuevo::CommitTransaction()
-{
-    m_fin.Acaba();
-    return OGRERR_NONE;
-}
-
-OGRErr CMunicipioNuevo::RollbackTransaction()
-{
-    m_fin.Deshace();
-    return OGRERR_NONE;
 }
 
 bool CMunicipioNuevo::Toma(const std::optional<ClaseTopologia>& clase,

@@ -28,9 +28,9 @@ public:
 
     // All is written together at the end: one that is rolled back, or not committed, lets nothing
     // be written, whatever others were.
-    OGRErr StartTransaction(int forzar) override;
-    OGRErr CommitTransaction() override;
-    OGRErr RollbackTransaction() override;
+    OGRErr StartTransaction(int /*forzar*/) override { return m_fin.Empieza(); }
+    OGRErr CommitTransaction() override { return m_fin.Acaba(); }
+    OGRErr RollbackTransaction() override { return m_fin.Deshace(); }
 
 private:
     static constexpr const char* kRechazados = "elementos rechazados"; // in the tidings
