@@ -106,8 +106,7 @@ void CDibujoHecho::PreparaTramos(std::vector<CAnillo> todos)
 {
     for (const CRedondo& redondo : m_redondos)
         todos.insert(todos.end(), redondo.anillos.begin(), redondo.anillos.end());
-    m_tramos = std::make_unique<CTramos>(todos);
-    m_tramos->ConAlturas([this](const CPunto<int>& punto) { return m_antes.ConAltura(punto); });
+    m_tramos.emplace(todos, [this](const CPunto<int>& punto) { return m_antes.ConAltura(punto); });
     for (const auto& [posicion, entidad] : m_antes.Entidades())
         if (entidad.Tipo().EsLinea() && !entidad.Tipo().EsBorrado() &&
             m_antes.EsDeRecinto(posicion))

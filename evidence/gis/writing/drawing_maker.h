@@ -1,7 +1,7 @@
 #pragma once
 
 #include <map>
-#include <memory>
+#include <optional>
 #include <set>
 #include <vector>
 
@@ -70,7 +70,7 @@ private:
     CModoDibujo m_modo;
     bool m_bien = true;
     std::vector<CRedondo> m_redondos;
-    std::unique_ptr<CTramos> m_tramos;
+    std::optional<CTramos> m_tramos;
     vexageo::CEscritorDibujo m_dibujo;
     std::map<ClaseTopologia, std::vector<CRegistroHecho>> m_registros;
     std::map<ClaseTopologia, int> m_numeros; // the last one given

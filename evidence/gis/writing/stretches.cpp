@@ -25,7 +25,7 @@ std::int64_t CTramos::Clave(const CPunto<int>& punto)
                                      static_cast<std::uint32_t>(punto.Y));
 }
 
-CTramos::CTramos(const std::vector<CAnillo>& anillos)
+CTramos::CTramos(const std::vector<CAnillo>& anillos, CAltura altura) : m_altura(std::move(altura))
 {
     std::unordered_set<CClaveArista, CDispersa> vistas;
     for (const CAnillo& anillo : anillos)
@@ -129,8 +129,7 @@ int CTramos::PonLinea(CAnillo linea, vexageo::CEscritorDibujo& dibujo)
     if (const auto hecha = m_lineas.find(ida); hecha != m_lineas.end())
         return hecha->second;
     const CClaveArista vuelta(Clave(linea.back()), Clave(linea[linea.size() - 2]));
-    if (m_altura)
-        std::ranges::transform(linea, linea.begin(), m_altura);
+    std::ranges::transform(linea, linea.begin(), m_altura);
     const int posicion = dibujo.Linea(kCodigoLinde, std::move(linea));
     if (posicion != 0) {
         m_lineas[ida] = posicion;

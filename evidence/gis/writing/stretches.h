@@ -14,18 +14,17 @@
 /// neighbours share is one line, which each of them names in its direction.
 class CTramos {
 public:
+    /// Gives a point the height that it has in the drawing.
+    using CAltura = std::function<vexageo::CPunto<int>(const vexageo::CPunto<int>&)>;
+
     /// \param anillos  noded, all those of the drawing
-    explicit CTramos(const std::vector<CAnillo>& anillos);
+    /// \param altura   of the points of new lines
+    CTramos(const std::vector<CAnillo>& anillos, CAltura altura);
 
     /// A line that the drawing has already, and that bounds an outline: a ring that runs along all
     /// of it names it.
     /// \param posicion  in the drawing, from 1
     void Conoce(int posicion, const CAnillo& puntos);
-    /// The points that new lines get have the heights that this gives them.
-    void ConAlturas(std::function<vexageo::CPunto<int>(const vexageo::CPunto<int>&)> altura)
-    {
-        m_altura = std::move(altura);
-    }
 
     /// Gives the positions in the drawing of the lines that make one of the rings, in its order,
     /// negative for those that run the other way. Adds the lines that the drawing hasn't got yet.
@@ -53,7 +52,7 @@ private:
         CAnillo puntos; // in its direction
     };
     std::unordered_multimap<CClaveArista, CConocida, CDispersa> m_conocidas; // by their first edge
-    std::function<vexageo::CPunto<int>(const vexageo::CPunto<int>&)> m_altura;
+    CAltura m_altura;
     std::unordered_map<std::int64_t, int> m_aristas; // that end at a point
     std::unordered_map<CClaveArista, int, CDispersa>
         m_lineas; // by their first two points, either way

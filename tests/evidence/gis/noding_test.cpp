@@ -1,6 +1,7 @@
 #include "evidence/gis/writing/noding.h"
 
 #include <cmath>
+#include <functional>
 #include <random>
 #include <set>
 
@@ -211,7 +212,7 @@ TEST(Stretches, AreCutWhereOutlinesPartAndSharedWithTheirSign)
     const CAnillo derecha = {{100, 0}, {200, 0}, {200, 100}, {100, 100}};
     const CAnillo suelta = {{900, 900}, {990, 900}, {990, 990}};
     const CAnillo alReves = {{990, 990}, {990, 900}, {900, 900}};
-    CTramos tramos({izquierda, derecha, suelta, alReves});
+    CTramos tramos({izquierda, derecha, suelta, alReves}, std::identity());
     CCarpetaPrueba carpeta;
     vexageo::CEscritorDibujo dibujo;
     const std::vector<int> i = tramos.Pon(izquierda, dibujo);
