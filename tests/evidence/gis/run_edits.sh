@@ -3,19 +3,14 @@
 # middle of a municipality: the way back must show each of them and nothing else.
 #   run_edits.sh CAMPIVA FOLDER_OF_PLUGIN SAMPLES FOLDER_OF_PARCELS
 set -euo pipefail
-campiva=$1 samples=$3 real=$4
-export GDAL_DRIVER_PATH=$2
-work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
-export XDG_CONFIG_HOME=$work/config
-cd "$work"
-tables=(Modulos.txt Titulares.txt Parcelas.txt Subparcelas.txt Parajes.txt Cotitulares.txt)
+samples=$3 real=$4
+. "$(dirname "$0")/work_folder.sh"
 
 # The surfaces that the way back finds, a line for each parcel: polygon, parcel, square metres.
 surfaces() {
   (
     cd "$1"
-    for table in "${tables[@]}"; do printf 'Ger\tMun\r\n' > "$table"; done
+    no_tables
     "$campiva" 1 "${tables[@]}" lista.txt ortos.TOP 0 1 1 > out 2>&1 || true
     LC_ALL=C awk 'substr($0, 10, 2) == "PR" {
       print substr($0, 14, 3) + 0, substr($0, 17, 5) + 0, substr($0, 22, 9) + 0 }' ./*.R | sort
@@ -122,16 +117,7 @@ edit sample
 compgen -G "$real/*.jsonl.xz" > /dev/null || { echo "equal, without real parcels"; exit 0; }
 for set in "$real"/*.jsonl.xz; do
   rm -rf real
-  mkdir real
-  xz -dc "$set" | python3 -c '
-import json, sys
-features = [{"type": "Feature", "properties": {"poligono": d["polig"], "parcela": d["parcela"]},
-             "geometry": {"type": "Polygon", "coordinates": d["rings"]}}
-            for d in map(json.loads, sys.stdin)]
-json.dump({"type": "FeatureCollection", "name": "parcelas", "features": features,
-           "crs": {"type": "name", "properties": {"name": "urn:ogc:def:crs:EPSG::25830"}}},
-          sys.stdout)' > parcelas.geojson
-  ogr2ogr -f Vexa -dsco GER=45 -dsco MUN=155 -dsco PIEZAS=SI real/lista.txt parcelas.geojson 2> told
+  drawn_of "$set" real
   edit real
 done
 echo "equal"

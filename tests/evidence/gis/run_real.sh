@@ -3,34 +3,20 @@
 # outline has, and drawings made from the drawings must be taken alike to the byte.
 #   run_real.sh CAMPIVA FOLDER_OF_PLUGIN FOLDER_OF_PARCELS
 set -euo pipefail
-campiva=$1 real=$3
-export GDAL_DRIVER_PATH=$2
+real=$3
 compgen -G "$real/*.jsonl.xz" > /dev/null || exit 77
-work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
-export XDG_CONFIG_HOME=$work/config
-cd "$work"
-tables=(Modulos.txt Titulares.txt Parcelas.txt Subparcelas.txt Parajes.txt Cotitulares.txt)
+. "$(dirname "$0")/work_folder.sh"
 
 for set in "$real"/*.jsonl.xz; do
   rm -rf ./*
-  xz -dc "$set" | python3 -c '
-import json, sys
-features = [{"type": "Feature", "properties": {"poligono": d["polig"], "parcela": d["parcela"]},
-             "geometry": {"type": "Polygon", "coordinates": d["rings"]}}
-            for d in map(json.loads, sys.stdin)]
-json.dump({"type": "FeatureCollection", "name": "parcelas", "features": features,
-           "crs": {"type": "name", "properties": {"name": "urn:ogc:def:crs:EPSG::25830"}}},
-          sys.stdout)' > parcelas.geojson
-  mkdir first again
-  ogr2ogr -f Vexa -dsco GER=45 -dsco MUN=155 -dsco PIEZAS=SI first/lista.txt parcelas.geojson 2> told
+  drawn_of "$set" first
+  mkdir again
   ogr2ogr -f GPKG all.gpkg first/lista.txt
   ogr2ogr -f Vexa -dsco PIEZAS=SI again/lista.txt all.gpkg 2> told_again
   for place in first again; do
     (
       cd $place
-      for table in "${tables[@]}"; do printf 'Ger\tMun\r\n' > "$table"; done
-      # No table knows the parcels, so that the drawing makes them all.
+      no_tables
       "$campiva" 1 "${tables[@]}" lista.txt ortos.TOP 0 1 1 > out 2>&1 || true
       mv 045155.ERR back.ERR
       printf '%s\n' 1011 1 1003=lista.txt 1005=ortos.TOP 1 | "$campiva" > out 2>&1 || true

@@ -3,13 +3,8 @@
 # the byte.
 #   run_tools.sh CAMPIVA FOLDER_OF_PLUGIN SAMPLES
 set -euo pipefail
-campiva=$1 samples=$3
-export GDAL_DRIVER_PATH=$2
-work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
-export XDG_CONFIG_HOME=$work/config
-cd "$work"
-tables=(Modulos.txt Titulares.txt Parcelas.txt Subparcelas.txt Parajes.txt Cotitulares.txt)
+samples=$3
+. "$(dirname "$0")/work_folder.sh"
 
 cp "$samples/villanueva.txt" in.txt
 "$campiva" 0 in.txt "${tables[@]}" > out
