@@ -1,6 +1,7 @@
 #pragma once
 
 #include <map>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -33,6 +34,11 @@ protected:
     }
     ~CPruebaDriver() override { CPLPopErrorHandler(); }
 
+    /// Tells whether GDAL was told a sentence. Who expected otherwise sees all that it was told.
+    testing::AssertionResult Dice(const std::string& frase) const
+    {
+        return testing::AssertionResult(dicho.find(frase) != std::string::npos) << dicho;
+    }
     GDALDatasetUniquePtr Abre(const CString& lista, std::vector<const char*> opciones = {})
     {
         const char* const drivers[] = {"Vexa", nullptr};
@@ -48,6 +54,15 @@ protected:
                                                    GDT_Unknown,
                                                    const_cast<char**>(opciones.data())));
     }
+    /// A municipality of one parcel, 7, whose label stands before its boundary in the drawing.
+    void PonUnaParcela()
+    {
+        CDibujoPrueba dibujo(carpeta);
+        const int rotulo = dibujo.Parcela("7", 100, 100);
+        dibujo.par = {{kParcela, 100, rotulo, {dibujo.Cuadrado(0, 0, 10)}}};
+        dibujo.Graba();
+        carpeta.Pon("lista.txt", "TREN 045127\r\nP1\r\n");
+    }
     /// A layer with the fields that its features give.
     OGRLayer* Capa(GDALDataset& datos, const char* nombre,
                    const std::vector<std::pair<const char*, OGRFieldType>>& campos)
@@ -60,15 +75,19 @@ protected:
         }
         return capa;
     }
+    static std::unique_ptr<OGRGeometry> Geometria(const char* wkt) ///< null for none
+    {
+        OGRGeometry* geometria = nullptr;
+        if (wkt != nullptr)
+            OGRGeometryFactory::createFromWkt(wkt, nullptr, &geometria);
+        return std::unique_ptr<OGRGeometry>(geometria);
+    }
     bool Pon(OGRLayer& capa, const std::map<std::string, std::string>& campos, const char* wkt)
     {
         OGRFeature elemento(capa.GetLayerDefn());
         for (const auto& [campo, valor] : campos)
             elemento.SetField(campo.c_str(), valor.c_str());
-        OGRGeometry* geometria = nullptr;
-        if (wkt != nullptr)
-            OGRGeometryFactory::createFromWkt(wkt, nullptr, &geometria);
-        elemento.SetGeometryDirectly(geometria);
+        elemento.SetGeometryDirectly(Geometria(wkt).release());
         return capa.CreateFeature(&elemento) == OGRERR_NONE;
     }
     struct CUna {

@@ -9,7 +9,18 @@
 
 namespace {
 
-class Driver : public CPruebaDriver {};
+class Driver : public CPruebaDriver {
+protected:
+    /// Puts files into todo.zip and gives their folder in it, as GDAL calls that.
+    std::string Archiva(const std::string& lugar, const std::vector<const char*>& ficheros)
+    {
+        const std::string dentro =
+            std::string("/vsizip/") + carpeta.En("todo.zip").GetString() + "/" + lugar;
+        for (const char* fichero : ficheros)
+            EXPECT_EQ(CPLCopyFile((dentro + fichero).c_str(), carpeta.En(fichero).GetString()), 0);
+        return dentro;
+    }
+};
 
 } // namespace
 
@@ -93,10 +104,7 @@ TEST_F(Driver, LeavesOtherFilesToOthers)
 
 TEST_F(Driver, TellsWhichFilesAreMissingOrDamaged)
 {
-    CDibujoPrueba dibujo(carpeta);
-    const int marco = dibujo.Cuadrado(0, 0, 10);
-    dibujo.par = {{kParcela, 100, dibujo.Parcela("7", 100, 100), {marco}}};
-    dibujo.Graba();
+    PonUnaParcela();
     carpeta.Pon("lista.txt", "TREN 045127\r\nP1\r\nP2\r\n");
     std::filesystem::remove(carpeta.Ruta() / "1.SUB");
     const std::string par = carpeta.Lee("1.PAR");
@@ -123,11 +131,7 @@ TEST_F(Driver, TellsWhichFilesAreMissingOrDamaged)
 TEST_F(Driver, TellsADrawingThatLacksWhatItsOutlinesAreMadeOf)
 {
     for (const bool entero : {true, false}) {
-        CDibujoPrueba dibujo(carpeta);
-        const int rotulo = dibujo.Parcela("7", 100, 100);
-        dibujo.par = {{kParcela, 100, rotulo, {dibujo.Cuadrado(0, 0, 10)}}};
-        dibujo.Graba();
-        carpeta.Pon("lista.txt", "TREN 045127\r\nP1\r\n");
+        PonUnaParcela();
         if (!entero) // its last entity is the square
             carpeta.Pon("1.BIN", carpeta.Lee("1.BIN").substr(0, carpeta.Lee("1.BIN").size() - 1));
         dicho.clear();
@@ -154,7 +158,7 @@ TEST_F(Driver, RefusesAnOptionThatNamesNothing)
             (opcion == std::string("SRS") ? nombre : carpeta.En(nombre).GetString());
         dicho.clear();
         EXPECT_EQ(Abre(carpeta.En("lista.txt"), {dada.c_str()}), nullptr) << dada;
-        EXPECT_NE(dicho.find("fallo: "), std::string::npos) << dada;
+        EXPECT_TRUE(Dice("fallo: ")) << dada;
     }
     carpeta.Pon("hojas.BIN", "");
     EXPECT_NE(Abre(carpeta.En("lista.txt"),
@@ -200,16 +204,9 @@ TEST_F(Driver, FindsTheSheetsAndNamesAllItsFiles)
 
 TEST_F(Driver, ReadsAMunicipalityInsideAnArchive)
 {
-    CDibujoPrueba dibujo(carpeta);
-    dibujo.par = {{kParcela, 100, dibujo.Parcela("7", 100, 100), {dibujo.Cuadrado(0, 0, 10)}}};
-    dibujo.Graba();
-    carpeta.Pon("lista.txt", "TREN 045127\r\nP1\r\n");
-    const std::string archivo = carpeta.En("todo.zip").GetString();
-    for (const char* fichero : {"lista.txt", "1.BIN", "1.PAR", "1.SUB", "1.POL"})
-        ASSERT_EQ(CPLCopyFile(("/vsizip/" + archivo + "/pueblo/" + fichero).c_str(),
-                              carpeta.En(fichero).GetString()),
-                  0);
-    const std::string dentro = "/vsizip/" + archivo + "/pueblo/";
+    PonUnaParcela();
+    const std::string dentro =
+        Archiva("pueblo/", {"lista.txt", "1.BIN", "1.PAR", "1.SUB", "1.POL"});
     std::string copia;
     {
         const GDALDatasetUniquePtr datos = Abre((dentro + "lista.txt").c_str());
@@ -235,19 +232,12 @@ TEST_F(Driver, ReadsAMunicipalityInsideAnArchive)
 
 TEST_F(Driver, ReadsNoPartOfADamagedArchiveAsTheWhole)
 {
-    CDibujoPrueba dibujo(carpeta);
-    dibujo.par = {{kParcela, 100, dibujo.Parcela("7", 100, 100), {dibujo.Cuadrado(0, 0, 10)}}};
-    dibujo.Graba();
-    carpeta.Pon("lista.txt", "TREN 045127\r\nP1\r\n");
+    PonUnaParcela();
     std::string tabla = "Ger\r\n"; // longer than what is copied at a time
     for (unsigned i = 0; i < 4000; ++i)
         tabla += "045\t127\t" + std::to_string(i * 2654435761U) + "\r\n";
     carpeta.Pon("Parcelas.txt", tabla);
-    const std::string archivo = carpeta.En("todo.zip").GetString();
-    for (const char* fichero : {"lista.txt", "1.BIN", "1.PAR", "Parcelas.txt"})
-        ASSERT_EQ(CPLCopyFile(("/vsizip/" + archivo + "/" + fichero).c_str(),
-                              carpeta.En(fichero).GetString()),
-                  0);
+    Archiva("", {"lista.txt", "1.BIN", "1.PAR", "Parcelas.txt"});
     const std::string bytes = carpeta.Lee("todo.zip");
     int rechazados = 0;
     for (std::size_t i = 0; i < bytes.size() && !HasFailure(); i += 1 + i / 50) {
@@ -260,11 +250,11 @@ TEST_F(Driver, ReadsNoPartOfADamagedArchiveAsTheWhole)
         const GDALDatasetUniquePtr datos =
             Abre(("/vsizip/" + std::string(carpeta.En(suyo)) + "/lista.txt").c_str());
         std::filesystem::remove(carpeta.Ruta() / suyo);
-        rechazados += dicho.find(" no se puede copiar ") != std::string::npos ? 1 : 0;
+        rechazados += Dice(" no se puede copiar ") ? 1 : 0;
         if (datos == nullptr)
             continue;
         const Lineas leidas = Lee(*datos, "parcelas", {"parcela"});
-        EXPECT_EQ(dicho.find("fallo: "), std::string::npos) << dicho;
+        EXPECT_FALSE(Dice("fallo: "));
         EXPECT_TRUE(leidas == (Lineas{"7|POLYGON ((0 0,10 0,10 10,0 10,0 0))"}) || !dicho.empty());
     }
     EXPECT_GT(rechazados, 100);
@@ -272,12 +262,8 @@ TEST_F(Driver, ReadsNoPartOfADamagedArchiveAsTheWhole)
 
 TEST_F(Driver, PutsMessagesWithoutAPlaceIntoTheirPolygon)
 {
-    CDibujoPrueba dibujo(carpeta);
-    const int marco = dibujo.Cuadrado(0, 0, 10);
-    dibujo.par = {{kParcela, 100, dibujo.Parcela("7", 100, 100), {marco}}};
-    dibujo.Graba();
+    PonUnaParcela();
     const std::string par = carpeta.Lee("1.PAR");
-    carpeta.Pon("lista.txt", "TREN 045127\r\nP1\r\n");
     std::string registro;
     for (const char* donde : {"1      7", "1      8", "2      7"})
         registro += std::string("E111: La parcela    ") + donde +
@@ -402,8 +388,8 @@ TEST_F(Driver, RefusesByNameWhatItCantDrawAndWritesNothing)
         SCOPED_TRACE(caso.motivo);
         dicho.clear();
         Dibuja({{"3", "7", caso.wkt}, {"4", "1", kCuadro}});
-        EXPECT_NE(dicho.find(caso.frase), std::string::npos) << dicho;
-        EXPECT_NE(dicho.find("fallo: "), std::string::npos);
+        EXPECT_TRUE(Dice(caso.frase));
+        EXPECT_TRUE(Dice("fallo: "));
         EXPECT_EQ(carpeta.Cuantos(), 0);
     }
 }
@@ -418,7 +404,7 @@ TEST_F(Driver, RefusesACodeThatNoDrawingCouldTellTheLengthOf)
         Pon(*capa, {{"poligono", "3"}, {"parcela", "7"}, {"codigo", std::string(65536, '1')}},
             kCuadro);
     }
-    EXPECT_NE(dicho.find("el código es demasiado largo"), std::string::npos) << dicho;
+    EXPECT_TRUE(Dice("el código es demasiado largo"));
     EXPECT_EQ(carpeta.Cuantos(), 0);
 }
 
@@ -430,13 +416,13 @@ TEST_F(Driver, RefusesOptionsThatSayNothing)
         SCOPED_TRACE(opcion);
         dicho.clear();
         EXPECT_EQ(Crea({"GER=45", "MUN=127", opcion}), nullptr);
-        EXPECT_NE(dicho.find("fallo: La opción "), std::string::npos) << dicho;
+        EXPECT_TRUE(Dice("fallo: La opción "));
     }
     const GDALDatasetUniquePtr datos = Crea();
     const char* const deCapa[] = {"SIMULA=SI", nullptr};
     EXPECT_EQ(datos->CreateLayer("parcelas", nullptr, wkbPolygon, const_cast<char**>(deCapa)),
               nullptr);
-    EXPECT_NE(dicho.find("fallo: La opción SIMULA es del municipio"), std::string::npos) << dicho;
+    EXPECT_TRUE(Dice("fallo: La opción SIMULA es del municipio"));
 }
 
 TEST_F(Driver, GoesOnWhereAnOptionSaysSo)
@@ -466,8 +452,8 @@ TEST_F(Driver, GoesOnWhereAnOptionSaysSo)
         dicho.clear();
         EXPECT_TRUE(Dibuja({{"3", "7", caso.wkt}, {"3", "1", kCuadro}},
                            {"GER=45", "MUN=127", caso.opcion}));
-        EXPECT_EQ(dicho.find("fallo: "), std::string::npos) << dicho;
-        EXPECT_NE(dicho.find(caso.frase), std::string::npos) << dicho;
+        EXPECT_FALSE(Dice("fallo: "));
+        EXPECT_TRUE(Dice(caso.frase));
         const GDALDatasetUniquePtr datos = Abre(carpeta.En("lista.txt"));
         EXPECT_EQ(Lee(*datos, "parcelas", {}).size(), caso.parcelas);
     }
@@ -492,15 +478,9 @@ TEST_F(Driver, MakesNoListOfAMunicipalityThatIsNone)
     for (const auto& [opciones, frase] : casos) {
         SCOPED_TRACE(opciones.back());
         dicho.clear();
-        {
-            const GDALDatasetUniquePtr datos = Crea(opciones);
-            ASSERT_NE(datos, nullptr);
-            OGRLayer* capa =
-                Capa(*datos, "parcelas", {{"poligono", OFTInteger}, {"parcela", OFTInteger}});
-            EXPECT_TRUE(Pon(*capa, {{"poligono", "3"}, {"parcela", "7"}}, kCuadro));
-        }
+        EXPECT_TRUE(Dibuja({{"3", "7", kCuadro}}, opciones));
         EXPECT_EQ(std::filesystem::exists(carpeta.Ruta() / "lista.txt"), frase == nullptr) << dicho;
-        EXPECT_TRUE(frase == nullptr || dicho.find(frase) != std::string::npos) << dicho;
+        EXPECT_TRUE(frase == nullptr || Dice(frase)) << dicho;
     }
 }
 
@@ -575,13 +555,11 @@ TEST_F(Driver, DrawsAnyOutlinesOnWholeHundredthsAsTheyAre)
                     contornos.back().c_str());
             }
         }
-        ASSERT_EQ(dicho.find("fallo: "), std::string::npos) << dicho;
+        ASSERT_FALSE(Dice("fallo: "));
         const GDALDatasetUniquePtr datos = Abre(carpeta.En("lista.txt"));
         std::size_t i = 0;
         for (const auto& elemento : *datos->GetLayerByName("parcelas")) {
-            OGRGeometry* suya = nullptr;
-            OGRGeometryFactory::createFromWkt(contornos.at(i++).c_str(), nullptr, &suya);
-            const std::unique_ptr<OGRGeometry> pedida(suya);
+            const std::unique_ptr<OGRGeometry> pedida = Geometria(contornos.at(i++).c_str());
             const OGRGeometry* leida = elemento->GetGeometryRef();
             EXPECT_TRUE(leida->IsValid());
             // In metres a point that lies on an edge lies a hair off it.
@@ -597,25 +575,26 @@ TEST_F(Driver, DrawsAnyOutlinesOnWholeHundredthsAsTheyAre)
 
 TEST_F(Driver, RefusesWhatNobodyCouldMeanByALayerOrAMunicipality)
 {
+    const struct {
+        const char* capa;
+        const char* srs;
+        const char* frase; ///< null for a layer that is made
+    } casos[] = {
+        {"caminos", "EPSG:25830", "De la capa caminos no se hace un dibujo"},
+        {"parcelas", "WGS84", "está en grados"},
+        {"parcelas", "EPSG:2264", "está en US survey foot y no en metros"},
+        {"parcelas", "EPSG:3857", "está en la proyección de Mercator"},
+        {"parcelas", "EPSG:25830", nullptr},
+    };
     {
         const GDALDatasetUniquePtr datos = Crea();
-        EXPECT_EQ(datos->CreateLayer("caminos", nullptr, wkbPolygon), nullptr);
-        EXPECT_NE(dicho.find("De la capa caminos no se hace un dibujo"), std::string::npos);
-        OGRSpatialReference grados;
-        grados.SetWellKnownGeogCS("WGS84");
-        EXPECT_EQ(datos->CreateLayer("parcelas", &grados, wkbPolygon), nullptr);
-        EXPECT_NE(dicho.find("está en grados"), std::string::npos);
-        OGRSpatialReference pies;
-        pies.importFromEPSG(2264);
-        EXPECT_EQ(datos->CreateLayer("parcelas", &pies, wkbPolygon), nullptr);
-        EXPECT_NE(dicho.find("está en US survey foot y no en metros"), std::string::npos) << dicho;
-        OGRSpatialReference web;
-        web.importFromEPSG(3857);
-        EXPECT_EQ(datos->CreateLayer("parcelas", &web, wkbPolygon), nullptr);
-        EXPECT_NE(dicho.find("está en la proyección de Mercator"), std::string::npos) << dicho;
-        OGRSpatialReference huso;
-        huso.importFromEPSG(25830);
-        EXPECT_NE(datos->CreateLayer("parcelas", &huso, wkbPolygon), nullptr) << dicho;
+        for (const auto& [capa, srs, frase] : casos) {
+            OGRSpatialReference referencia;
+            ASSERT_EQ(referencia.SetFromUserInput(srs), OGRERR_NONE);
+            const bool hecha = datos->CreateLayer(capa, &referencia, wkbPolygon) != nullptr;
+            EXPECT_EQ(hecha, frase == nullptr) << srs;
+            EXPECT_TRUE(frase == nullptr || Dice(frase)) << dicho;
+        }
     }
     EXPECT_EQ(carpeta.Cuantos(), 0);
 }
@@ -625,7 +604,7 @@ TEST_F(Driver, LeavesOldDrawingsAloneWhereItCantWriteAll)
     carpeta.Pon("003.PAR", "viejo");
     std::filesystem::create_directory(carpeta.Ruta() / "003.SUB"); // no file can stand there
     EXPECT_TRUE(Dibuja({{"3", "7", kCuadro}}, {"GER=45", "MUN=127", "SUSTITUYE=SI"}));
-    EXPECT_NE(dicho.find("fallo: "), std::string::npos);
+    EXPECT_TRUE(Dice("fallo: "));
     EXPECT_EQ(carpeta.Lee("003.PAR"), "viejo");
     EXPECT_EQ(carpeta.Cuantos(), 2);
 }
@@ -663,10 +642,7 @@ TEST_F(Driver, LetsNoExceptionIntoGdal)
 
 TEST_F(Driver, TellsEachCallOfTheSystemThatFailsAndGoesOnLiving)
 {
-    CDibujoPrueba dibujo(carpeta);
-    dibujo.par = {{kParcela, 100, dibujo.Parcela("7", 100, 100), {dibujo.Cuadrado(0, 0, 10)}}};
-    dibujo.Graba();
-    carpeta.Pon("lista.txt", "TREN 045127\r\nP1\r\n");
+    PonUnaParcela();
     carpeta.Pon("Parcelas.txt", "45\t127\t0\t1\t7\t555\t0\t0\t12\tPR\t100\tX\t1\t2\t3\tC\r\n");
     carpeta.Pon("045127.ERR", "E111: La parcela    1      7 en base\r\n");
     const auto lee = [&] {
@@ -690,7 +666,7 @@ TEST_F(Driver, TellsEachCallOfTheSystemThatFailsAndGoesOnLiving)
         const Lineas limpias = hace();
         const long cuantas = Plan().llamadas;
         EXPECT_GT(cuantas, 10);
-        EXPECT_EQ(dicho.find("fallo: "), std::string::npos) << dicho;
+        EXPECT_FALSE(Dice("fallo: "));
         for (long en = 1; en <= cuantas && !HasFailure(); ++en) {
             SCOPED_TRACE(testing::Message() << "call " << en << " of " << cuantas);
             for (std::size_t i = 0; i < antes.size(); ++i)
@@ -700,7 +676,7 @@ TEST_F(Driver, TellsEachCallOfTheSystemThatFailsAndGoesOnLiving)
             Plan().error = EIO;
             const Lineas lineas = hace();
             Plan() = {};
-            EXPECT_TRUE(lineas == limpias || dicho.find("fallo: ") != std::string::npos);
+            EXPECT_TRUE(lineas == limpias || Dice("fallo: "));
         }
     };
     prueba(lee, {});

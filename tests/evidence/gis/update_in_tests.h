@@ -9,6 +9,7 @@
 
 using CValores = std::map<std::string, std::string>; // fields, and the geometry as "wkt"
 using CElementos = std::vector<CValores>;
+using CCapas = std::map<std::string, CElementos>; // by the layers' names
 
 inline constexpr const char* kSeQuedan =
     " polígonos de la lista que el origen no nombra y se quedan como "
@@ -65,10 +66,17 @@ protected:
         std::erase_if(elementos, [](const CValores& suyo) { return suyo.at("poligono") != "1"; });
         return elementos;
     }
+    /// The same of several layers.
+    CCapas Capas(const std::vector<const char*>& nombres)
+    {
+        CCapas capas;
+        for (const char* nombre : nombres)
+            capas[nombre] = Elementos(nombre);
+        return capas;
+    }
     /// Writes layers over what is there. That polygon 2, which most of them don't name, stays as it
     /// was is told each time, and left out of `dicho`.
-    void Escribe(const std::map<std::string, CElementos>& capas,
-                 const std::vector<const char*>& opciones = {})
+    void Escribe(const CCapas& capas, const std::vector<const char*>& opciones = {})
     {
         dicho.clear();
         PonCapas(capas, opciones);
@@ -76,8 +84,19 @@ protected:
         if (const std::size_t lugar = dicho.find(seQueda); lugar != std::string::npos)
             dicho.erase(lugar, seQueda.size());
     }
-    void PonCapas(const std::map<std::string, CElementos>& capas,
-                  const std::vector<const char*>& opciones)
+    /// Writes them where that is refused with a sentence, and nothing changes.
+    void EsperaQueNiega(const CCapas& capas, const std::string& frase,
+                        const std::vector<const char*>& opciones = {})
+    {
+        Escribe(capas, opciones);
+        EXPECT_TRUE(Dice(frase));
+        EXPECT_TRUE(dicho.ends_with("fallo: No se ha escrito ningún dibujo\n") ||
+                    Dice("fallo: Imposible escribir"))
+            << dicho;
+        EXPECT_EQ(Cambiados(), Lineas());
+        EXPECT_EQ(carpeta.Cuantos(), static_cast<int>(std::size(kFicheros)));
+    }
+    void PonCapas(const CCapas& capas, const std::vector<const char*>& opciones)
     {
         const GDALDatasetUniquePtr datos = Crea(opciones);
         ASSERT_NE(datos, nullptr);
