@@ -19,6 +19,10 @@ vexageo::CPunto<int> EnUnidades(double x, double y); ///< of metres; they must f
 /// The parts of a geometry that are of a type, itself where it is.
 std::vector<const OGRGeometry*> PartesDe(const OGRGeometry& geometria, OGRwkbGeometryType tipo);
 
+/// The geometry with chords in the place of its arcs, none farther off its arc than the tolerance.
+/// \param tolerancia  in the units of the geometry, above 0
+std::unique_ptr<OGRGeometry> SinArcos(const OGRGeometry& geometria, double tolerancia);
+
 /// The boxes of features, in metres; one that has no place has an empty one.
 using CCajas = std::vector<OGREnvelope>;
 

@@ -7,7 +7,6 @@
 #include "cadastre/polygon_list.h"
 #include "evidence/gis/complaints.h"
 #include "evidence/gis/names.h"
-#include "evidence/gis/writing/contradictions.h"
 #include "evidence/gis/writing/source_fields.h"
 #include "evidence/municipality_files.h"
 #include "evidence/paths.h"
@@ -62,10 +61,11 @@ bool Situa(const CModoDibujo& modo, const CPorNumero& porNumero, const CString& 
     if (!de.poligono || (de.nombrada && LeeEntero(de.entrada) == *de.poligono))
         return true;
     if (de.nombrada) {
-        AvisaContradiccion(modo, "elementos de dos polígonos a la vez"_ansi,
-                           Formatea("%s: su campo poligono dice %d y su campo entrada dice %s"_ansi,
-                                    nombre, *de.poligono, de.entrada),
-                           "poligono", "entrada");
+        modo.AvisaContradiccion(
+            "elementos de dos polígonos a la vez"_ansi,
+            Formatea("%s: su campo poligono dice %d y su campo entrada dice %s"_ansi, nombre,
+                     *de.poligono, de.entrada),
+            "poligono", "entrada");
         if (modo.ganan != Ganan::Numeros)
             return modo.ganan == Ganan::Rotulos;
     }

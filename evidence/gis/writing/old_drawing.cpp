@@ -66,18 +66,16 @@ bool CDibujoAntes::Lee(const CString& base, std::span<const ClaseTopologia> clas
 /// Gives the outlines what the driver shows of them beside their labels.
 void CDibujoAntes::RelacionaRecintos()
 {
+    constexpr ClaseTopologia kClases[] = {ClaseTopologia::Parcelas, ClaseTopologia::Subparcelas};
     CPoligonoDibujado poligono;
-    const auto cambia = [&](ClaseTopologia clase, std::vector<CRecintoDibujado>& recintos) {
-        std::vector<CRegistro>& registros = m_topologias[clase].registros;
-        recintos.resize(registros.size());
-        for (std::size_t i = 0; i < registros.size(); ++i)
-            std::swap(registros[i].dibujado, recintos[i]);
-    };
-    for (int vez = 0; vez < 2; ++vez) { // there and back
-        cambia(ClaseTopologia::Parcelas, poligono.parcelas.recintos);
-        cambia(ClaseTopologia::Subparcelas, poligono.subparcelas.recintos);
-        if (vez == 0)
-            Relaciona(poligono, {});
+    for (const ClaseTopologia clase : kClases)
+        for (CRegistro& registro : m_topologias[clase].registros)
+            poligono.Topologia(clase).recintos.push_back(std::move(registro.dibujado));
+    Relaciona(poligono, {});
+    for (const ClaseTopologia clase : kClases) {
+        auto suyo = poligono.Topologia(clase).recintos.begin();
+        for (CRegistro& registro : m_topologias[clase].registros)
+            registro.dibujado = std::move(*suyo++);
     }
 }
 

@@ -11,7 +11,6 @@
 #include "cadastre/label_codes.h"
 #include "evidence/gis/geometry.h"
 #include "evidence/gis/names.h"
-#include "evidence/gis/writing/arcs.h"
 #include "evidence/units.h"
 #include "platform/ansi.h"
 #include "vexa_libs/ccadena.h"

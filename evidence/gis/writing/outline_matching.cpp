@@ -6,7 +6,6 @@
 #include <string>
 
 #include "evidence/gis/geometry.h"
-#include "evidence/gis/writing/contradictions.h"
 #include "platform/ansi.h"
 #include "vexa_libs/ccadena.h"
 
@@ -247,8 +246,9 @@ bool Resuelve(CRedondo& suyo, const CDibujoAntes& antes, const CModoDibujo& modo
         (pareja.mismoContorno && EsElMismoRotulo(recinto, pareja.antes->dibujado) &&
          CamposComoSeLeen(recinto, *pareja.antes, antes)))
         return true;
-    AvisaContradiccion(modo, "recintos cuyos campos se contradicen",
-                       recinto.nombre + ": " + recinto.contradiccion, "el campo", "el rótulo"_ansi);
+    modo.AvisaContradiccion("recintos cuyos campos se contradicen",
+                            recinto.nombre + ": " + recinto.contradiccion, "el campo",
+                            "el rótulo"_ansi);
     if (modo.ganan != Ganan::Numeros)
         return modo.ganan == Ganan::Rotulos;
     recinto.rotulo = recinto.porNumeros;
@@ -287,10 +287,8 @@ bool Empareja(std::vector<CRedondo>& suyos, ClaseTopologia clase, const CDibujoA
     resueltos.reserve(suyos.size());
     for (CRedondo& suyo : suyos)
         resueltos.push_back(Resuelve(suyo, antes, modo));
-    if (!registros.empty()) {
-        reparto.PorNumeroYRotulo(resueltos);
-        reparto.PorRotulo(resueltos);
-    }
+    reparto.PorNumeroYRotulo(resueltos);
+    reparto.PorRotulo(resueltos);
     reparto.PorCampos();
     ConservaRotulos(suyos, antes);
     reparto.PorNumero();
