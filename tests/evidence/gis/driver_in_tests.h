@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cerrno>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -11,6 +13,7 @@
 #include <ogrsf_frmts.h>
 
 #include "evidence/gis/driver.h"
+#include "tests/faults/fault_plan.h"
 #include "tests/support/drawing_in_the_making.h"
 
 using Lineas = std::vector<std::string>;
@@ -123,6 +126,26 @@ protected:
                 linea += geometria->exportToWkt();
         }
         return lineas;
+    }
+
+    /// Has each call to the system fail in turn of those that this makes. It comes to what it came
+    /// to without, or a failure is told.
+    void FallaCadaLlamada(const std::function<Lineas()>& hace)
+    {
+        Plan() = {};
+        const Lineas limpias = hace();
+        const long cuantas = Plan().llamadas;
+        EXPECT_GT(cuantas, 10);
+        EXPECT_FALSE(Dice("fallo: "));
+        for (long en = 1; en <= cuantas && !HasFailure(); ++en) {
+            SCOPED_TRACE(testing::Message() << "call " << en << " of " << cuantas);
+            dicho.clear();
+            Plan() = {CPlanDeFallos::Que::FallaLlamada, en};
+            Plan().error = EIO;
+            const Lineas lineas = hace();
+            Plan() = {};
+            EXPECT_TRUE(lineas == limpias || Dice("fallo: "));
+        }
     }
 
     CCarpetaPrueba carpeta;

@@ -5,7 +5,6 @@
 
 #include "evidence/gis/reading/layer.h"
 #include "platform/ansi.h"
-#include "tests/faults/fault_plan.h"
 
 namespace {
 
@@ -655,30 +654,14 @@ TEST_F(Driver, TellsEachCallOfTheSystemThatFailsAndGoesOnLiving)
         return todas;
     };
     const auto escribe = [&] {
+        for (const char* nombre : {"003.BIN", "003.PAR", "003.SUB", "003.POL"})
+            std::filesystem::remove(carpeta.Ruta() / nombre);
         Dibuja({{"3", "7", kCuadro}});
         Lineas todas;
         for (const char* nombre : {"003.BIN", "003.PAR", "003.SUB", "003.POL", "lista.txt"})
             todas.push_back(carpeta.Lee(nombre));
         return todas;
     };
-    const auto prueba = [&](const std::function<Lineas()>& hace, const Lineas& antes) {
-        Plan() = {};
-        const Lineas limpias = hace();
-        const long cuantas = Plan().llamadas;
-        EXPECT_GT(cuantas, 10);
-        EXPECT_FALSE(Dice("fallo: "));
-        for (long en = 1; en <= cuantas && !HasFailure(); ++en) {
-            SCOPED_TRACE(testing::Message() << "call " << en << " of " << cuantas);
-            for (std::size_t i = 0; i < antes.size(); ++i)
-                std::filesystem::remove(carpeta.Ruta() / antes[i]);
-            dicho.clear();
-            Plan() = {CPlanDeFallos::Que::FallaLlamada, en};
-            Plan().error = EIO;
-            const Lineas lineas = hace();
-            Plan() = {};
-            EXPECT_TRUE(lineas == limpias || Dice("fallo: "));
-        }
-    };
-    prueba(lee, {});
-    prueba(escribe, {"003.BIN", "003.PAR", "003.SUB", "003.POL"});
+    FallaCadaLlamada(lee);
+    FallaCadaLlamada(escribe);
 }

@@ -3,7 +3,6 @@
 
 #include "evidence/gis/reading/last_used.h"
 #include "tests/evidence/gis/driver_in_tests.h"
-#include "tests/faults/fault_plan.h"
 
 namespace {
 

@@ -106,7 +106,9 @@ protected:
             for (const CValores& elemento : elementos)
                 for (const auto& [campo, valor] : elemento)
                     if (campo != "wkt" && capa->GetLayerDefn()->GetFieldIndex(campo.c_str()) < 0) {
-                        OGRFieldDefn definicion(campo.c_str(), OFTString);
+                        const auto tipo = tipos.find(campo);
+                        OGRFieldDefn definicion(campo.c_str(),
+                                                tipo == tipos.end() ? OFTString : tipo->second);
                         ASSERT_EQ(capa->CreateField(&definicion), OGRERR_NONE);
                     }
             for (CValores elemento : elementos) {
@@ -162,6 +164,7 @@ protected:
     }
 
     std::map<std::string, std::string> antes;
+    std::map<std::string, OGRFieldType> tipos; ///< of the source's fields that are no texts
     std::function<void(GDALDataset&)> alFinal; ///< what happens before the dataset is closed
 };
 

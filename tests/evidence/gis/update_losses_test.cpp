@@ -51,86 +51,49 @@ TEST_F(Update, LeavesDrawingsAloneThatTheListDoesntHave)
 
 TEST_F(Update, WritesNothingWhereItsSourceBreaksOff)
 {
-    const auto falla = [] { CPLError(CE_Failure, CPLE_FileIO, "no se lee más"); };
+    const auto falla = [](GDALDataset&) { CPLError(CE_Failure, CPLE_FileIO, "no se lee más"); };
+    const auto calla = [](GDALDataset&) { CPLErrorReset(); };
+    const auto cuenta = [](GDALDataset& datos) { datos.GetLayerCount(); }; // as ogr2ogr does
+    const auto otraCapa = [](GDALDataset& datos) { datos.CreateLayer("subparcelas"); };
+    const auto elemento = [&](GDALDataset& datos) {
+        EXPECT_TRUE(Pon(*datos.GetLayer(0), {{"entrada", "1"}, {"parcela", "11"}}, kCuadro));
+    };
+    const auto empieza = [](auto& de) { EXPECT_EQ(de.StartTransaction(), OGRERR_NONE); };
+    const auto acaba = [](auto& de) { EXPECT_EQ(de.CommitTransaction(), OGRERR_NONE); };
+    const auto deshace = [](auto& de) { EXPECT_EQ(de.RollbackTransaction(), OGRERR_NONE); };
+    const auto enSuCapa = [](auto hace) {
+        return [=](GDALDataset& datos) { hace(*datos.GetLayer(0)); };
+    };
     const struct {
         const char* motivo;
-        std::function<void(GDALDataset&)> alFinal;
+        std::vector<std::function<void(GDALDataset&)>> alFinal;
         bool escribe;
     } casos[] = {
-        {"all went well", nullptr, true},
-        {"a failure behind the last feature", [&](GDALDataset&) { falla(); }, false},
-        {"one that nobody looked at any longer",
-         [&](GDALDataset&) {
-             falla();
-             CPLErrorReset();
-         },
-         true},
-        {"one before the next feature",
-         [&](GDALDataset& datos) {
-             falla();
-             EXPECT_TRUE(Pon(*datos.GetLayer(0), {{"entrada", "1"}, {"parcela", "11"}}, kCuadro));
-             CPLErrorReset();
-         },
-         false},
-        {"one before the next layer is begun",
-         [&](GDALDataset& datos) {
-             falla();
-             datos.GetLayerCount(); // as ogr2ogr asks, which forgets it then
-             CPLErrorReset();
-         },
-         false},
-        {"one before the next layer, without the question",
-         [&](GDALDataset& datos) {
-             falla();
-             datos.CreateLayer("subparcelas");
-             CPLErrorReset();
-         },
-         false},
-        {"all in a transaction",
-         [](GDALDataset& datos) {
-             datos.StartTransaction();
-             datos.CommitTransaction();
-         },
-         true},
-        {"a failure before the end of one",
-         [&](GDALDataset& datos) {
-             datos.StartTransaction();
-             falla();
-             datos.CommitTransaction();
-         },
-         false},
-        {"a transaction that nobody ended", [](GDALDataset& datos) { datos.StartTransaction(); },
-         false},
+        {"all went well", {}, true},
+        {"a failure behind the last feature", {falla}, false},
+        {"one that nobody looked at any longer", {falla, calla}, true},
+        {"one before the next feature", {falla, elemento, calla}, false},
+        {"one before the next layer is begun", {falla, cuenta, calla}, false},
+        {"one before the next layer, without the question", {falla, otraCapa, calla}, false},
+        {"all in a transaction", {empieza, acaba}, true},
+        {"a failure before the end of one", {empieza, falla, acaba}, false},
+        {"a transaction that nobody ended", {empieza}, false},
         {"a layer's transaction that was rolled back",
-         [](GDALDataset& datos) {
-             EXPECT_EQ(datos.GetLayer(0)->StartTransaction(), OGRERR_NONE);
-             EXPECT_EQ(datos.GetLayer(0)->RollbackTransaction(), OGRERR_NONE);
-             EXPECT_EQ(datos.StartTransaction(), OGRERR_NONE);
-             EXPECT_EQ(datos.CommitTransaction(), OGRERR_NONE);
-         },
+         {enSuCapa(empieza), enSuCapa(deshace), empieza, acaba},
          false},
-        {"a layer's transaction",
-         [](GDALDataset& datos) {
-             EXPECT_EQ(datos.GetLayer(0)->StartTransaction(), OGRERR_NONE);
-             EXPECT_EQ(datos.GetLayer(0)->CommitTransaction(), OGRERR_NONE);
-         },
-         true},
-        {"the second one rolled back",
-         [](GDALDataset& datos) {
-             datos.StartTransaction();
-             datos.CommitTransaction();
-             datos.StartTransaction();
-             datos.RollbackTransaction();
-         },
-         false},
+        {"a layer's transaction", {enSuCapa(empieza), enSuCapa(acaba)}, true},
+        {"the second one rolled back", {empieza, acaba, empieza, deshace}, false},
     };
     CElementos todas = Elementos("parcelas");
     todas.resize(2);
     for (const auto& caso : casos) {
         SCOPED_TRACE(caso.motivo);
         PonComoEstaba();
-        falla(); // of something else, before
-        alFinal = caso.alFinal;
+        CPLError(CE_Failure, CPLE_FileIO, "de otra cosa, antes");
+        alFinal = [&](GDALDataset& datos) {
+            for (const auto& paso : caso.alFinal)
+                paso(datos);
+        };
         Escribe({{"parcelas", todas}});
         EXPECT_EQ(Cambiados(), caso.escribe ? (Lineas{"1.BIN", "1.PAR"}) : Lineas());
         EXPECT_EQ(
@@ -143,56 +106,42 @@ TEST_F(Update, WritesNothingWhereItsSourceBreaksOff)
 
 TEST_F(Update, KeepsWhatIsThereOfWhatIsLeftOut)
 {
-    using CEdita = std::function<void(CValores&)>;
-    const auto pon = [](const char* campo, const char* valor) -> CEdita {
-        return [=](CValores& una) { una[campo] = valor; };
+    struct CEdicion {
+        CValores pone;
+        std::vector<const char*> quita = {};
     };
+    const char* pajarita = "POLYGON ((50 50,60 60,60 50,50 60,50 50))";
+    const char* arcos = "CURVEPOLYGON (CIRCULARSTRING (50 50,55 55,60 50,55 45,50 50))";
     const struct {
         const char* motivo;
-        CEdita edita; ///< parcel 9
+        CEdicion edicion; ///< of parcel 9
         const char* porque;
     } casos[] = {
-        {"letters of another alphabet", pon("rotulo", "9Ω"), "lleva letras"},
-        {"the same, of one known by its rings",
-         [](CValores& una) {
-             una["rotulo"] = "9Ω";
-             una.erase("parcela");
-             una.erase("numero");
-         },
+        {"letters of another alphabet", {{{"rotulo", "9Ω"}}}, "lleva letras"},
+        {"of one known by its rings", {{{"rotulo", "9Ω"}}, {"parcela", "numero"}}, "lleva letras"},
+        {"of one known by its record's number",
+         {{{"rotulo", "9Ω"}, {"wkt", kCuadro}}, {"parcela"}},
          "lleva letras"},
-        {"the same, of one known by its record's number",
-         [](CValores& una) {
-             una["rotulo"] = "9Ω";
-             una.erase("parcela");
-             una["wkt"] = kCuadro;
-         },
-         "lleva letras"},
-        {"arcs", pon("wkt", "CURVEPOLYGON (CIRCULARSTRING (50 50,55 55,60 50,55 45,50 50))"),
-         "tiene arcos"},
-        {"too far", pon("wkt", "POLYGON ((0 0,30000000 0,0 10,0 0))"), "no caben"},
-        {"no surface", pon("wkt", "LINESTRING (0 0,1 1)"), "no es un recinto"},
-        {"half a number", pon("parcela", "9.5"), "no es un número entero"},
-        {"neither yes nor no", pon("borrado", "quizá"), "no dice ni sí ni no: quizá"},
+        {"arcs", {{{"wkt", arcos}}}, "tiene arcos"},
+        {"too far", {{{"wkt", "POLYGON ((0 0,30000000 0,0 10,0 0))"}}}, "no caben"},
+        {"no surface", {{{"wkt", "LINESTRING (0 0,1 1)"}}}, "no es un recinto"},
+        {"half a number", {{{"parcela", "9.5"}}}, "no es un número entero"},
+        {"neither yes nor no", {{{"borrado", "quizá"}}}, "no dice ni sí ni no: quizá"},
         {"a ring across itself, of one known by its record's number",
-         [](CValores& una) {
-             una["rotulo"] = "19";
-             una["parcela"] = "19";
-             una["wkt"] = "POLYGON ((50 50,60 60,60 50,50 60,50 50))";
-         },
+         {{{"rotulo", "19"}, {"parcela", "19"}, {"wkt", pajarita}}},
          "no es válido"},
-        {"a broken label",
-         [](CValores& una) {
-             una["rotulo"] = "9\n1";
-             una.erase("parcela");
-         },
-         "carácter de control"},
+        {"a broken label", {{{"rotulo", "9\n1"}}, {"parcela"}}, "carácter de control"},
     };
     for (const auto& caso : casos) {
         SCOPED_TRACE(caso.motivo);
         PonComoEstaba();
         CElementos todas = Elementos("parcelas");
         Parcela(todas, "8")["wkt"] = "POLYGON ((10 0,20 0,20 5,10 5,10 0))";
-        caso.edita(Parcela(todas, "9"));
+        CValores& nueve = Parcela(todas, "9");
+        for (const auto& [campo, valor] : caso.edicion.pone)
+            nueve[campo] = valor;
+        for (const char* campo : caso.edicion.quita)
+            nueve.erase(campo);
         // New ones have nothing that could stay.
         todas.push_back({{"poligono", "1"}, {"parcela", "20"}, {"wkt", "POINT (1 1)"}});
         todas.push_back({{"poligono", "5"}, {"parcela", "21"}, {"wkt", "POINT (1 1)"}});
@@ -262,15 +211,13 @@ TEST_F(Update, KnowsAPolygonByTheNumberAsWhichItsNameWasRead)
     const std::string lista = carpeta.Lee("lista.txt");
     const CElementos parcelas = Elementos("parcelas");
     for (const OGRFieldType tipo : {OFTInteger, OFTInteger64, OFTReal}) {
-        dicho.clear();
-        {
-            const GDALDatasetUniquePtr datos = Crea({});
-            OGRLayer* capa = Capa(*datos, "parcelas", {{"entrada", tipo}, {"rotulo", OFTString}});
-            for (const CValores& una : parcelas)
-                Pon(*capa,
-                    {{"entrada", "1"}, {"rotulo", una.contains("rotulo") ? una.at("rotulo") : ""}},
-                    una.at("wkt").c_str());
-        }
+        tipos = {{"entrada", tipo}};
+        CElementos todas;
+        for (const CValores& una : parcelas)
+            todas.push_back({{"entrada", "1"},
+                             {"rotulo", una.contains("rotulo") ? una.at("rotulo") : ""},
+                             {"wkt", una.at("wkt")}});
+        Escribe({{"parcelas", todas}});
         EXPECT_FALSE(Dice("fallo: "));
         EXPECT_EQ(carpeta.Lee("lista.txt"), lista);
         EXPECT_FALSE(std::filesystem::exists(carpeta.Ruta() / "1.BIN"));
@@ -351,14 +298,9 @@ TEST_F(Update, RefusesANameThatItsSourceTookForADate)
 {
     for (const auto& [tipo, valor] :
          {std::pair(OFTDate, "0629/01/01"), std::pair(OFTDateTime, "0629/01/01 00:00:00")}) {
-        dicho.clear();
-        {
-            const GDALDatasetUniquePtr datos = Crea({});
-            OGRLayer* capa = Capa(*datos, "hojas", {{"hoja", tipo}});
-            Pon(*capa, {{"hoja", valor}}, kCuadro);
-        }
-        EXPECT_TRUE(Dice("el campo hoja es de fecha u hora y no de texto"));
-        EXPECT_EQ(carpeta.Cuantos(), 9);
+        tipos = {{"hoja", tipo}};
+        EsperaQueNiega({{"hojas", {{{"hoja", valor}, {"wkt", kCuadro}}}}},
+                       "el campo hoja es de fecha u hora y no de texto");
     }
 }
 
