@@ -4,7 +4,6 @@
 #include <set>
 #include <utility>
 
-#include "cadastre/file_extensions.h"
 #include "evidence/gis/geometry.h"
 #include "evidence/gis/reading/layers.h"
 #include "evidence/paths.h"
@@ -22,25 +21,13 @@ struct CEntidad {
     CTexto<int> entidad;
 };
 
-/// The sheets stand behind the drawings of the list.
-bool SonHojas(const CMunicipioAbierto& municipio, std::size_t dibujo)
-{
-    return dibujo == municipio.Lista().entradas.size();
-}
-
 /// Hands out the lines of a drawing, or all that is none.
 void Recorre(CMunicipioAbierto& municipio, std::size_t dibujo, bool lineas,
              const std::function<void(int, const CTexto<int>&)>& toma)
 {
-    const CString nombre = SonHojas(municipio, dibujo)
-                               ? municipio.HojasDibujadas()
-                               : municipio.Fichero(dibujo, kExtensionDibujo);
     CFile bin;
-    if (!AbreSiHay(bin, nombre, kModoDibujo)) {
-        if (SonHojas(municipio, dibujo))
-            municipio.AvisaSinHojas();
-        else
-            municipio.AvisaSinDibujo(dibujo);
+    if (!AbreSiHay(bin, municipio.Dibujo(dibujo), kModoDibujo)) {
+        municipio.AvisaSinDibujo(dibujo);
         return;
     }
     const bool entero = RecorreEntidades(bin, [&](int posicion, const CTexto<int>& entidad) {
@@ -48,7 +35,7 @@ void Recorre(CMunicipioAbierto& municipio, std::size_t dibujo, bool lineas,
             toma(posicion, entidad);
     });
     if (!entero)
-        municipio.AvisaDibujoDañado(nombre);
+        municipio.AvisaDibujoDañado(dibujo);
 }
 
 /// The lines that bound an outline, by their positions.
@@ -65,18 +52,13 @@ void ApuntaLindes(const vexageo::CPoligonoTopologico& registro, CLindes& lindes)
 CLindes Lindes(CMunicipioAbierto& municipio, std::size_t dibujo)
 {
     CLindes lindes;
-    const auto lee = [&](const CString& nombre) {
+    for (const CString& nombre : municipio.Topologias(dibujo)) {
         CFile topologia;
         if (AbreSiHay(topologia, nombre, kModoDibujo))
             RecorreRegistros(topologia, [&](const vexageo::CPoligonoTopologico& registro, bool) {
                 ApuntaLindes(registro, lindes);
             });
-    };
-    if (SonHojas(municipio, dibujo))
-        lee(municipio.Ortos());
-    else
-        for (const ClaseTopologia clase : kTopologiasDePoligono)
-            lee(municipio.Fichero(dibujo, ExtensionDe(clase)));
+    }
     return lindes;
 }
 
@@ -100,7 +82,7 @@ CDueños Dueños(CMunicipioAbierto& municipio, std::size_t dibujo)
                 dueños.try_emplace(recinto.posicionRotulo,
                                    CDueño{capa, recinto.numero, recinto.estado, recinto.parcela});
     };
-    if (SonHojas(municipio, dibujo)) {
+    if (municipio.SonHojas(dibujo)) {
         apunta(capa::kHojas, municipio.Hojas());
         return dueños;
     }
@@ -114,7 +96,7 @@ CDueños Dueños(CMunicipioAbierto& municipio, std::size_t dibujo)
 void PonComunes(CElemento& elemento, const CMunicipioAbierto& municipio, std::size_t dibujo,
                 const CEntidad& suya)
 {
-    if (!SonHojas(municipio, dibujo)) {
+    if (!municipio.SonHojas(dibujo)) {
         const CString& entrada = municipio.Lista().entradas[dibujo];
         elemento.SetField(capa::kPoligono, LeeEntero(entrada));
         elemento.PonTexto(capa::kEntrada, entrada);
@@ -191,9 +173,8 @@ CCapaNueva CapaDeEntidades(OGRwkbGeometryType geometria, CMunicipioAbierto& muni
             },
             [](const CEntidad& suya) { return CajaDe(suya.entidad); });
     };
-    const std::size_t dibujos = municipio.Lista().entradas.size() + 1;
     return std::make_unique<CCapa>(lineas ? capa::kLineas : capa::kRotulos, geometria, referencia,
-                                   Campos(propios), CFuente{dibujos, lee, mira});
+                                   Campos(propios), CFuente{municipio.Dibujos(), lee, mira});
 }
 
 } // namespace

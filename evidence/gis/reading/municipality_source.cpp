@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <ranges>
 
 #include "cadastre/file_extensions.h"
 #include "cadastre/messages.h"
@@ -55,10 +56,10 @@ bool CMunicipioAbierto::Abre(const CString& lista, const COtrosSitios& otros)
     m_otros = otros;
     m_hojas =
         otros.ortos.IsEmpty() ? BuscaHojas(m_lista.carpeta) : CHojasHalladas{otros.ortos, false};
-    return std::ranges::any_of(m_lista.entradas, [&](const CString& entrada) {
+    const auto entradas = std::views::iota(std::size_t{0}, m_lista.entradas.size());
+    return std::ranges::any_of(entradas, [&](std::size_t entrada) {
         CFile bin;
-        return AbreSiHay(bin, FicheroDeLista(m_lista.carpeta, entrada, kExtensionDibujo),
-                         kModoDibujo);
+        return AbreSiHay(bin, Dibujo(entrada), kModoDibujo);
     });
 }
 
@@ -89,11 +90,6 @@ CString CMunicipioAbierto::FaltaEnSitios() const
                : CString();
 }
 
-CCadena CMunicipioAbierto::HojasDibujadas() const
-{
-    return m_hojas.nombre.IsEmpty() ? CCadena() : ConExtension(m_hojas.nombre, kExtensionDibujo);
-}
-
 CCadena CMunicipioAbierto::Registro() const
 {
     return m_otros.registro.IsEmpty()
@@ -113,9 +109,21 @@ const CTablasLeidas& CMunicipioAbierto::Tablas()
     return m_tablas.emplace(LeeTablas(nombres, m_lista.cabecera.Mun, {false, true, {}, {}}));
 }
 
-CCadena CMunicipioAbierto::Fichero(std::size_t entrada, const char* extension) const
+CCadena CMunicipioAbierto::Fichero(std::size_t dibujo, const char* extension) const
 {
-    return FicheroDeLista(m_lista.carpeta, m_lista.entradas[entrada], extension);
+    if (!SonHojas(dibujo))
+        return FicheroDeLista(m_lista.carpeta, m_lista.entradas[dibujo], extension);
+    return m_hojas.nombre.IsEmpty() ? CCadena() : ConExtension(m_hojas.nombre, extension);
+}
+
+std::vector<CCadena> CMunicipioAbierto::Topologias(std::size_t dibujo) const
+{
+    if (SonHojas(dibujo))
+        return {Fichero(dibujo, ExtensionDe(ClaseTopologia::Hojas))};
+    std::vector<CCadena> nombres;
+    for (const ClaseTopologia clase : kTopologiasDePoligono)
+        nombres.push_back(Fichero(dibujo, ExtensionDe(clase)));
+    return nombres;
 }
 
 CPoligonoDibujado CMunicipioAbierto::Poligono(std::size_t entrada,
@@ -140,19 +148,19 @@ CPoligonoDibujado CMunicipioAbierto::Poligono(std::size_t entrada,
             AvisaFalta(fichero);
         AvisaDaño(fichero, topologia.dañoEn);
         if (PierdeTramos(topologia))
-            AvisaDibujoDañado(Fichero(entrada, kExtensionDibujo));
+            AvisaDibujoDañado(entrada);
     }
     return poligono;
 }
 
 CTopologiaDibujada CMunicipioAbierto::Hojas()
 {
-    CTopologiaDibujada hojas = LeeHojasDibujadas(Ortos());
+    CTopologiaDibujada hojas = LeeHojasDibujadas(m_hojas.nombre);
     if (!hojas.hay)
         AvisaSinHojas();
-    AvisaDaño(Ortos(), hojas.dañoEn);
+    AvisaDaño(m_hojas.nombre, hojas.dañoEn);
     if (PierdeTramos(hojas))
-        AvisaDibujoDañado(HojasDibujadas());
+        AvisaDibujoDañado(m_lista.entradas.size());
     return hojas;
 }
 
@@ -187,9 +195,12 @@ void CMunicipioAbierto::AvisaFalta(const CString& fichero, const char* detras)
         m_noticias.Advierte("ficheros que faltan", "Falta "_ansi + fichero + detras);
 }
 
-void CMunicipioAbierto::AvisaSinDibujo(std::size_t entrada)
+void CMunicipioAbierto::AvisaSinDibujo(std::size_t dibujo)
 {
-    AvisaFalta(Fichero(entrada, kExtensionDibujo), ", y sin él no se lee nada del polígono"_ansi);
+    if (SonHojas(dibujo))
+        AvisaSinHojas();
+    else
+        AvisaFalta(Dibujo(dibujo), ", y sin él no se lee nada del polígono"_ansi);
 }
 
 void CMunicipioAbierto::AvisaSinHojas()
@@ -199,7 +210,7 @@ void CMunicipioAbierto::AvisaSinHojas()
                             "Hay varios .TOP y ninguno es ortos.TOP, así que no se lee "
                             "ninguna hoja; la opción ORTOS dice cuál vale"_ansi);
     if (!m_hojas.nombre.IsEmpty())
-        AvisaFalta(HojasDibujadas(), ", y sin él no se lee ninguna hoja"_ansi);
+        AvisaFalta(Dibujo(m_lista.entradas.size()), ", y sin él no se lee ninguna hoja"_ansi);
 }
 
 void CMunicipioAbierto::AvisaDaño(const CString& fichero, std::uint64_t dañoEn)
@@ -211,9 +222,9 @@ void CMunicipioAbierto::AvisaDaño(const CString& fichero, std::uint64_t dañoEn
                                  fichero, static_cast<double>(dañoEn)));
 }
 
-void CMunicipioAbierto::AvisaDibujoDañado(const CString& fichero)
+void CMunicipioAbierto::AvisaDibujoDañado(std::size_t dibujo)
 {
-    if (EsNueva(fichero))
+    if (const CString fichero = Dibujo(dibujo); EsNueva(fichero))
         m_noticias.Advierte("dibujos dañados"_ansi,
                             fichero + " está dañado: no se leen todos sus rótulos y líneas"_ansi);
 }
@@ -227,16 +238,11 @@ std::vector<CString> CMunicipioAbierto::Ficheros() const
         if (!suyo.IsEmpty() && HayFichero(suyo))
             ficheros.push_back(std::move(suyo));
     };
-    for (const CString& entrada : m_lista.entradas) {
-        apunta(FicheroDeLista(m_lista.carpeta, entrada, kExtensionDibujo));
-        for (const ClaseTopologia clase : kTopologiasDePoligono)
-            apunta(FicheroDeLista(m_lista.carpeta, entrada, ExtensionDe(clase)));
+    for (std::size_t dibujo = 0; dibujo < Dibujos(); ++dibujo) {
+        apunta(Dibujo(dibujo));
+        std::ranges::for_each(Topologias(dibujo), apunta);
     }
-    if (!m_hojas.nombre.IsEmpty())
-        for (const char* extension : {kExtensionDibujo, ExtensionDe(ClaseTopologia::Hojas)})
-            apunta(ConExtension(m_hojas.nombre, extension));
-    for (const CString& tabla : m_deTablas)
-        apunta(tabla);
+    std::ranges::for_each(m_deTablas, apunta);
     apunta(Registro());
     return ficheros;
 }

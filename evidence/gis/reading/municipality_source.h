@@ -5,6 +5,7 @@
 #include <span>
 #include <vector>
 
+#include "cadastre/file_extensions.h"
 #include "evidence/drawn_polygon.h"
 #include "evidence/gis/reading/outline_extents.h"
 #include "evidence/gis/tidings.h"
@@ -36,8 +37,6 @@ public:
     CString FaltaEnSitios() const;
 
     const CListaPoligonos& Lista() const { return m_lista; }
-    /// The sheets' .TOP; empty where there is none.
-    CCadena Ortos() const { return m_hojas.nombre; }
     CCadena Registro() const;
     /// All files that are there: the list, drawings with their topologies, sheets, tables and log.
     std::vector<CString> Ficheros() const;
@@ -45,24 +44,28 @@ public:
     /// What the tables say of parcels; one that isn't there says nothing.
     const CTablasLeidas& Tablas();
 
-    /// The name of a file of an entry of the list, counted from 0.
-    CCadena Fichero(std::size_t entrada, const char* extension) const;
+    // The drawings, counted from 0: those of the list's entries, and behind them the sheets'.
+
+    bool SonHojas(std::size_t dibujo) const { return dibujo == m_lista.entradas.size(); }
+    std::size_t Dibujos() const { return m_lista.entradas.size() + 1; }
+    /// The name of a drawing's .BIN, and those of its topologies; empty for sheets where there are
+    /// none.
+    CCadena Dibujo(std::size_t dibujo) const { return Fichero(dibujo, kExtensionDibujo); }
+    std::vector<CCadena> Topologias(std::size_t dibujo) const;
     /// The drawing of an entry with these of its topologies; subparcels need the parcels' one.
     CPoligonoDibujado Poligono(std::size_t entrada, std::span<const ClaseTopologia> cuales);
     CTopologiaDibujada Hojas();
     /// The extents of an entry's outlines as their records say them; nothing where that can't be
     /// trusted, so that the drawing has to be asked.
     std::optional<CCajas> Extensiones(std::size_t entrada, ClaseTopologia que);
-    /// The sheets' .BIN; empty where there is none.
-    CCadena HojasDibujadas() const;
-    /// Tells that an entry's drawing isn't there, or the sheets'; that a drawing can't be read to
-    /// its end.
-    void AvisaSinDibujo(std::size_t entrada);
-    void AvisaSinHojas();
-    void AvisaDibujoDañado(const CString& fichero);
+    /// Tells that a drawing isn't there, or can't be read to its end.
+    void AvisaSinDibujo(std::size_t dibujo);
+    void AvisaDibujoDañado(std::size_t dibujo);
 
 private:
     void LeeUnaVezCadaEntrada();
+    CCadena Fichero(std::size_t dibujo, const char* extension) const;
+    void AvisaSinHojas();
     void AvisaFalta(const CString& fichero, const char* detras = "");
     void AvisaDaño(const CString& fichero, std::uint64_t dañoEn);
     bool EsNueva(const CString& fichero) { return m_dichos.insert(fichero).second; }
