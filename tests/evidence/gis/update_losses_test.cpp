@@ -306,102 +306,83 @@ TEST_F(Update, RefusesANameThatItsSourceTookForADate)
 
 TEST_F(Update, RefusesByNameWhatItCantWrite)
 {
-    const auto una = [](CValores suya) {
-        suya.try_emplace("wkt", kCuadro);
-        return CElementos{suya};
+    const auto una = [](const char* capa, CValores suya) {
+        suya.try_emplace("wkt", capa == std::string("rotulos") ? "POINT (1 1)" : kCuadro);
+        return CCapas{{capa, {suya}}};
+    };
+    const auto deUno = [&](const char* campo, const char* valor) {
+        return una("parcelas", {{"poligono", "1"}, {campo, valor}});
     };
     const auto deDibujo = [&](const char* entrada) {
-        return una({{"entrada", entrada}, {"parcela", "7"}});
+        return una("parcelas", {{"entrada", entrada}, {"parcela", "7"}});
+    };
+    const auto conHoja = [&](const char* entrada) {
+        CCapas capas = deDibujo(entrada);
+        capas.merge(una("hojas", {{"hoja", "0629-1-1"}}));
+        return capas;
     };
     const auto otra = [&](const char* capa, const char* campo) {
-        CElementos todas = Elementos(capa);
-        todas[0][campo] += "0";
-        return todas;
+        CCapas capas = Capas({capa});
+        capas[capa][0][campo] += "0";
+        return capas;
     };
-    CElementos sinPoligono = Elementos("parcelas");
-    for (const char* campo : {"poligono", "entrada"})
-        Parcela(sinPoligono, "9").erase(campo);
-    CElementos sinNumero = sinPoligono;
-    sinNumero[2].erase("numero");
-    const CElementos hoja = una({{"hoja", "0629-1-1"}});
+    const auto sin = [&](const std::vector<const char*>& campos) { // of parcel 9
+        CCapas capas = Capas({"parcelas"});
+        CValores& suya = Parcela(capas["parcelas"], "9");
+        for (const char* campo : campos)
+            suya.erase(campo);
+        return capas;
+    };
+    const char* otros = "son los mismos ficheros";
+    const char* control = "carácter de control";
+    const char* esta = "no está en la lista, y está 1: ";
+    const char* deCual = "no dice de qué polígono es";
     const struct {
         const char* motivo;
         CCapas capas;
         const char* frase;
         const char* opcion = "ORTOS=ortos";
     } casos[] = {
-        {"letters of another alphabet",
-         {{"parcelas", una({{"poligono", "1"}, {"rotulo", "7α"}})}},
+        {"letters of another alphabet", deUno("rotulo", "7α"),
          "el campo rotulo lleva letras que un dibujo no puede llevar: 7?"},
-        {"no number",
-         {{"parcelas", una({{"poligono", "1"}, {"parcela", "12 bis"}})}},
+        {"no number", deUno("parcela", "12 bis"),
          "el campo parcela no es un número entero: 12 bis"},
-        {"half a number",
-         {{"parcelas", una({{"poligono", "1"}, {"parcela", "1.5"}})}},
-         "no es un número entero: 1.5"},
+        {"half a number", deUno("parcela", "1.5"), "no es un número entero: 1.5"},
         {"decimals behind a comma",
-         {{"parcelas",
-           una({{"poligono", "1"}, {"parcela", "12"}, {"rotulo_x", "5,5"}, {"rotulo_y", "5.5"}})}},
+         una("parcelas",
+             {{"poligono", "1"}, {"parcela", "12"}, {"rotulo_x", "5,5"}, {"rotulo_y", "5.5"}}),
          "el campo rotulo_x no es un número, cuyos decimales van tras un punto: 5,5"},
-        {"a negative one",
-         {{"parcelas", una({{"poligono", "1"}, {"parcela", "-3"}})}},
-         "lleva un número negativo"},
-        {"no polygon",
-         {{"parcelas", una({{"parcela", "3"}, {"poligono", ""}})}},
+        {"a negative one", deUno("parcela", "-3"), "lleva un número negativo"},
+        {"no polygon", una("parcelas", {{"parcela", "3"}, {"poligono", ""}}),
          "falta el campo poligono"},
         // It may be one that is there, and would go from its drawing.
-        {"no polygon, to be left out",
-         {{"parcelas", sinPoligono}},
-         "no dice de qué polígono es",
+        {"to be left out", sin({"poligono", "entrada"}), deCual, "INVALIDOS=SI"},
+        {"the same without its number", sin({"poligono", "entrada", "numero"}), deCual,
          "INVALIDOS=SI"},
-        {"no polygon and no number, to be left out",
-         {{"parcelas", sinNumero}},
-         "no dice de qué polígono es",
-         "INVALIDOS=SI"},
-        {"a sheet that breaks a line",
-         {{"hojas", una({{"hoja", "0629-1\n"}})}},
-         "carácter de control"},
-        {"a label that does",
-         {{"parcelas", una({{"poligono", "1"}, {"rotulo", "7\x01"}})}},
-         "carácter de control"},
+        {"a sheet that breaks a line", una("hojas", {{"hoja", "0629-1\n"}}), control},
+        {"a label that does", deUno("rotulo", "7\x01"), control},
         {"a letter that does",
-         {{"subparcelas", una({{"poligono", "1"}, {"parcela", "7"}, {"letra", "b\r"}})}},
-         "carácter de control"},
-        {"a name that does",
-         {{"rotulos", {{{"entrada", "1\t"}, {"texto", "a"}, {"wkt", "POINT (1 1)"}}}}},
-         "carácter de control"},
-        {"a name that leads elsewhere",
-         {{"rotulos", {{{"entrada", "../1"}, {"texto", "a"}, {"wkt", "POINT (1 1)"}}}}},
-         "carácter de control"},
-        {"a zero in front", {{"parcelas", deDibujo("01")}}, "no está en la lista, y está 1: "},
-        {"a blank behind", {{"parcelas", deDibujo("1 ")}}, "no está en la lista, y está 1: "},
-        {"both in front", {{"parcelas", deDibujo(" 001")}}, "no está en la lista, y está 1: "},
-        {"what looks like an extension",
-         {{"parcelas", deDibujo("2.bis")}, {"hojas", hoja}},
-         "son los mismos ficheros"},
-        {"the sheets' drawing",
-         {{"parcelas", deDibujo("ortos")}, {"hojas", hoja}},
-         "son los mismos ficheros"},
-        {"sheets upon a polygon",
-         {{"parcelas", deDibujo("3")}, {"hojas", hoja}},
-         "son los mismos ficheros",
-         "ORTOS=2"},
-        {"two of the source",
-         {{"parcelas", deDibujo("3")}, {"hojas", hoja}},
-         "son los mismos ficheros",
-         "ORTOS=3.bis"},
-        {"another label of an outline",
-         {{"rotulos", otra("rotulos", "texto")}},
+         una("subparcelas", {{"poligono", "1"}, {"parcela", "7"}, {"letra", "b\r"}}), control},
+        {"a name that does", una("rotulos", {{"entrada", "1\t"}, {"texto", "a"}}), control},
+        {"a name that leads elsewhere", una("rotulos", {{"entrada", "../1"}, {"texto", "a"}}),
+         control},
+        {"a zero in front", deDibujo("01"), esta},
+        {"a blank behind", deDibujo("1 "), esta},
+        {"both in front", deDibujo(" 001"), esta},
+        {"what looks like an extension", conHoja("2.bis"), otros},
+        {"the sheets' drawing", conHoja("ortos"), otros},
+        {"sheets upon a polygon", conHoja("3"), otros, "ORTOS=2"},
+        {"two of the source", conHoja("3"), otros, "ORTOS=3.bis"},
+        {"another label of an outline", otra("rotulos", "texto"),
          "el rótulo \"70\" del polígono 1 (elemento 1) es de un"},
-        {"another boundary of one",
-         {{"lineas", otra("lineas", "codigo")}},
+        {"another boundary of one", otra("lineas", "codigo"),
          "la línea del polígono 1 (elemento 1) es linde de un"},
     };
     for (const auto& caso : casos) {
         SCOPED_TRACE(caso.motivo);
         EsperaQueNiega(caso.capas, caso.frase, {caso.opcion});
     }
-    Escribe({{"parcelas", deDibujo("1B")}});
+    Escribe(deDibujo("1B"));
     EXPECT_FALSE(Dice("fallo: ")) << "a letter tells names apart";
 }
 

@@ -296,8 +296,7 @@ class TestGivingBack(WithAMunicipality):
         with self.assertRaisesRegex(OSError, "ya no están en el proyecto"):
             self.plugin.muestra_mensajes(self.list)
         self.edit_anew(QMessageBox.StandardButton.No)
-        self.assertIn("ya no están en el proyecto", iface.messageBar().currentItem().text())
-        iface.messageBar().clearWidgets()
+        self.assertIn("ya no están en el proyecto", self.told())
 
     def test_a_copy_without_one_of_its_layers_gets_it_back(self):
         QgsProject.instance().removeMapLayer(self.copy["hojas"])
@@ -318,8 +317,7 @@ class TestGivingBack(WithAMunicipality):
                 iface.setActiveLayer(layer)
                 self.plugin.acciones["devolver"].trigger()
         self.assertEqual(titles, ["Devolver al dibujo: antes.gpkg", "Devolver al dibujo: 045127-edicion.gpkg"])
-        self.assertIn("varias copias", iface.messageBar().currentItem().text())
-        iface.messageBar().clearWidgets()
+        self.assertIn("varias copias", self.told())
 
     def test_half_of_a_copy_is_none(self):
         written, before = gdal_files.traduce, sorted(os.listdir(self.folder))
@@ -342,5 +340,4 @@ class TestGivingBack(WithAMunicipality):
         with mock.patch.object(there.Devolucion, "devuelve", kept), mock.patch.object(
                 there.DialogoDevolver, "exec", lambda dialog: (dialog.accept(), dialog.result())[1]):
             self.plugin.acciones["devolver"].trigger()
-        self.assertIn("queda en 001.PAR.x", iface.messageBar().currentItem().text())
-        iface.messageBar().clearWidgets()
+        self.assertIn("queda en 001.PAR.x", self.told())

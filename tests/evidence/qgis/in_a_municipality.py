@@ -7,7 +7,7 @@ import unittest
 
 import processing
 from qgis.core import QgsCoordinateReferenceSystem, QgsProject
-from qgis.utils import plugins
+from qgis.utils import iface, plugins
 
 from campiva import layers
 
@@ -33,6 +33,12 @@ class WithAMunicipality(unittest.TestCase):
     def open(self):
         self.plugin.abre(self.list, self.folder if self.TABLES else "", REFERENCE)
         return {layer.name(): layer for layer in layers.capas_de(QgsProject.instance(), self.list)}
+
+    def told(self):
+        """What the bar says, which is read then."""
+        text = iface.messageBar().currentItem().text()
+        iface.messageBar().clearWidgets()
+        return text
 
     def forget_subparcels(self):
         """Has the next run find other messages."""

@@ -56,35 +56,17 @@ class TestOpening(WithAMunicipality):
         self.translate()
         self.assertEqual([message.texto for message in self.plugin.panel.tabla.mensajes], self.log_lines())
         self.plugin.acciones["editar"].trigger()
-        self.assertIn("Vexa", iface.messageBar().currentItem().text())
-        iface.messageBar().clearWidgets()
+        self.assertIn("Vexa", self.told())
 
     def test_the_reference_system_is_asked_for_once(self):
-        asked = []
-
-        class Dialog:
-            DialogCode = QDialog.DialogCode
-
-            def __init__(self, _window):
-                asked.append(self)
-
-            def setWindowTitle(self, _title):
-                pass
-
-            def setCrs(self, reference):
-                self.reference = reference
-
-            def crs(self):
-                return QgsCoordinateReferenceSystem("EPSG:25829")
-
-            def exec(self):
-                return self.DialogCode.Accepted
-
-        with mock.patch("campiva.plugin.QgsProjectionSelectionDialog", Dialog), \
+        dialog = mock.Mock()
+        dialog.return_value.exec.return_value = QDialog.DialogCode.Accepted
+        dialog.return_value.crs.return_value = QgsCoordinateReferenceSystem("EPSG:25829")
+        with mock.patch("campiva.plugin.QgsProjectionSelectionDialog", dialog), \
                 mock.patch("campiva.plugin.QFileDialog.getOpenFileName", lambda *_: (self.list, "")):
             for _ in range(2):
                 self.plugin.acciones["abrir"].trigger()
-        self.assertEqual(len(asked), 1)
+        dialog.assert_called_once()
         opened = layers.capas_de(QgsProject.instance(), self.list)
         self.assertEqual({(layer.crs().authid(), layers.dato(layer, layers.TABLAS)) for layer in opened},
                          {("EPSG:25829", self.folder)})
@@ -107,8 +89,7 @@ class TestOpening(WithAMunicipality):
 
     def test_what_is_missing_is_told(self):
         self.open()
-        self.assertIn("002.BIN", iface.messageBar().currentItem().text())
-        iface.messageBar().clearWidgets()
+        self.assertIn("002.BIN", self.told())
 
 
 class TestPanel(WithAMunicipality):
