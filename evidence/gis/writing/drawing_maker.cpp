@@ -183,7 +183,7 @@ bool CDibujoHecho::ComponRegistro(const CRedondo& redondo)
          antes == nullptr ? kDetrasDeTodos : redondo.pareja.orden});
     m_cambiadas.insert(recinto.clase);
     m_cambiaDibujo = true;
-    ++(antes == nullptr ? m_cambios.nuevos : m_cambios.cambiados);
+    ++(antes == nullptr ? m_cambios.recintos.nuevos : m_cambios.recintos.cambiados);
     return true;
 }
 
@@ -202,7 +202,7 @@ void CDibujoHecho::ConservaRegistro(const CRedondo& redondo)
         CambiaRotulo(recinto, hecho);
     if (otroNumero || otroRotulo)
         m_cambiadas.insert(recinto.clase);
-    ++(otroNumero || otroRotulo ? m_cambios.cambiados : m_cambios.iguales);
+    ++(otroNumero || otroRotulo ? m_cambios.recintos.cambiados : m_cambios.iguales);
     m_registros[recinto.clase].push_back(std::move(hecho));
 }
 
@@ -257,7 +257,7 @@ void CDibujoHecho::ConservaLoDemas()
             const auto nuevos = std::ranges::count(hechos, kDetrasDeTodos, &CRegistroHecho::orden);
             const int quitados =
                 static_cast<int>(std::ssize(registros) - std::ssize(hechos) + nuevos);
-            m_cambios.quitados += quitados;
+            m_cambios.recintos.quitados += quitados;
             if (quitados > 0)
                 m_cambiadas.insert(clase);
             continue;
@@ -283,7 +283,7 @@ void CDibujoHecho::BorraLoQueSobra()
 /// Tells whether the drawing that is there can be changed; where not, it was told why.
 bool CDibujoHecho::SePuedeCambiar() const
 {
-    if (!m_antes.Esta() || !Cambia())
+    if (!m_antes.Esta() || (!m_cambiaDibujo && m_cambiadas.empty()))
         return true;
     CString falta = m_antes.Falta();
     for (const ClaseTopologia clase : m_cambiadas)

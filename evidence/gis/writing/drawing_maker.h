@@ -13,13 +13,11 @@
 #include "evidence/gis/writing/stretches.h"
 #include "platform/files/output_set.h"
 
-/// What became of the outlines of a drawing.
+/// What became of a drawing.
 struct CCambiosDibujo {
-    int nuevos = 0;
-    int cambiados = 0;
-    int quitados = 0;
-    int iguales = 0;
-    CCambiosLibres libres;
+    CCambios recintos;
+    int iguales = 0; ///< outlines that are as they were
+    CCambios libres; ///< texts, points and lines that no outline is named or bounded by
 };
 
 /// A drawing with its topologies: a new one, or one that is there, in which what the source doesn't
@@ -42,7 +40,6 @@ public:
     void Graba(const CString& base, CConjuntoSalidas& salidas);
 
     const CCambiosDibujo& Cambios() const { return m_cambios; }
-    bool Cambia() const { return m_cambiaDibujo || !m_cambiadas.empty(); }
 
 private:
     struct CRegistroHecho {

@@ -1,11 +1,19 @@
 #pragma once
 
 #include <map>
+#include <optional>
 #include <vector>
 
 #include "evidence/drawn_polygon.h"
 #include "evidence/gis/writing/drawing_request.h"
-#include "evidence/gis/writing/overlaps.h"
+
+/// What is to be known of an outline of a drawing that is looked over.
+struct CRecintoRevisado {
+    CString nombre;                  ///< as messages call it; empty for one that no source brought
+    std::optional<int> parcelaDicha; ///< that a subparcel's fields name
+    bool nuevoContorno = false;
+    bool nuevoRotulo = false;
+};
 
 /// The outlines of a kind, in the order in which they will be read.
 using CRevisados = std::map<ClaseTopologia, std::vector<CRecintoRevisado>>;

@@ -14,8 +14,8 @@
 /// text the first point alone.
 bool EsIgual(const vexageo::CTexto<int>& a, const vexageo::CTexto<int>& b);
 
-/// What became of the texts, points and lines that no outline is named or bounded by.
-struct CCambiosLibres {
+/// What became of a drawing's outlines, or of what else it holds.
+struct CCambios {
     bool Hay() const { return nuevos + cambiados + quitados > 0; }
 
     int nuevos = 0;
@@ -39,7 +39,7 @@ public:
 
     /// False, which was told, where one can't be put there.
     bool Pon();
-    const CCambiosLibres& Cambios() const { return m_cambios; }
+    const CCambios& Cambios() const { return m_cambios; }
 
 private:
     bool PonUna(const CEntidadEntrante& suya);
@@ -57,5 +57,5 @@ private:
     std::set<int> m_vistas; // positions of old ones that came
     /// Those by what they are and where they begin, once one comes that doesn't say its own.
     std::multimap<std::tuple<bool, int, int>, std::pair<int, vexageo::CTexto<int>>> m_porSitio;
-    CCambiosLibres m_cambios;
+    CCambios m_cambios;
 };

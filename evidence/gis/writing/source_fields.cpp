@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 #include <string_view>
+#include <utility>
 
 #include <cpl_string.h>
 
@@ -34,33 +35,31 @@ char32_t Siguiente(std::string_view& utf8)
     return letra;
 }
 
-/// The text in the code page, with a question mark for each letter that is lacking, which `todas`
-/// tells.
-CString EnCodigo(std::string_view utf8, bool& todas)
+/// The text in the code page, with a question mark for each letter that is lacking, and whether
+/// none is.
+std::pair<CString, bool> EnCodigo(std::string_view utf8)
 {
     std::string bytes;
-    todas = true;
+    bool todas = true;
     while (!utf8.empty()) {
         const std::optional<char> byte = ansi::ByteDe(Siguiente(utf8));
         todas = todas && byte;
         bytes.push_back(byte.value_or('?'));
     }
-    return bytes;
+    return {bytes, todas};
 }
 
 } // namespace
 
 std::optional<CString> EnAnsi(const char* utf8)
 {
-    bool todas = false;
-    CString texto = EnCodigo(utf8, todas);
+    auto [texto, todas] = EnCodigo(utf8);
     return todas ? std::optional(std::move(texto)) : std::nullopt;
 }
 
 CString AnsiParaDecir(const char* utf8)
 {
-    bool todas = false;
-    return EnCodigo(utf8, todas);
+    return EnCodigo(utf8).first;
 }
 
 bool TieneControles(std::string_view texto)

@@ -277,16 +277,16 @@ bool CMunicipioNuevo::Graba(const CString& base, const CDibujoAntes& antes, CPed
 
 void CMunicipioNuevo::CuentaCambios(const CString& nombre, const CCambiosDibujo& cambios)
 {
+    const auto& [recintos, iguales, libres] = cambios;
     std::string frase =
         Formatea("%s: %d recintos nuevos, %d cambiados, %d quitados y %d como estaban"_ansi, nombre,
-                 cambios.nuevos, cambios.cambiados, cambios.quitados, cambios.iguales);
-    const CCambiosLibres& libres = cambios.libres;
+                 recintos.nuevos, recintos.cambiados, recintos.quitados, iguales);
     if (libres.Hay())
         frase += Formatea("; %d textos o líneas sueltos nuevos, %d cambiados y %d quitados"_ansi,
                           libres.nuevos, libres.cambiados, libres.quitados);
-    if (m_simula && (cambios.nuevos + cambios.cambiados + cambios.quitados > 0 || libres.Hay()))
+    if (m_simula && (recintos.Hay() || libres.Hay()))
         m_noticias.Advierte("dibujos que cambiarían"_ansi, frase);
-    else if (cambios.quitados > 0) // a source of a part of them looks like one that deletes
+    else if (recintos.quitados > 0) // a source of a part of them looks like one that deletes
         m_noticias.Advierte("dibujos que pierden recintos", frase);
     else if (libres.quitados > 0)
         m_noticias.Advierte("dibujos que pierden textos o líneas sueltos"_ansi, frase);
