@@ -91,59 +91,45 @@ TEST_F(Update, KeepsLabelsOfWhatComesByItsNumbersAlone)
 
 TEST_F(Update, EmptiesAPolygonThatTheSourceDoesntNameWhereAnOptionNamesIt)
 {
-    const CElementos parcelas = Elementos("parcelas");
+    const CCapas parcelas = Capas({"parcelas"});
+    const CCapas sinSubparcelas = {{"parcelas", parcelas.at("parcelas")}, {"subparcelas", {}}};
+    const CCapas nada = {{"parcelas", {}}};
+    const auto seVacian = [](const std::string& cuantos, const char* cuales) {
+        return "aviso: " + cuantos + kSeVacian + cuales;
+    };
     const struct {
         const char* motivo;
         CCapas capas;
-        std::vector<const char*> opciones;
+        const char* opcion;
         std::string frase; ///< empty for nothing told
-        Lineas cambian;
+        Lineas cambian = {};
+        const char* simula = "SIMULA=NO";
     } casos[] = {
-        {"kept, and told", {{"parcelas", parcelas}}, {}, std::string("aviso: 1") + kSeQuedan, {}},
-        {"texts alone empty nothing", {{"rotulos", Elementos("rotulos")}}, {}, "", {}},
-        {"by its name",
-         {{"parcelas", parcelas}},
-         {"VACIA= 2 "},
-         std::string("aviso: 1") + kSeVacian + "2",
-         {"2.BIN", "2.PAR"}},
-        {"all that aren't named",
-         {{"parcelas", parcelas}},
-         {"VACIA=todos"},
-         std::string("aviso: 1") + kSeVacian + "2",
-         {"2.BIN", "2.PAR"}},
-        {"in each layer that the source has",
-         {{"parcelas", parcelas}, {"subparcelas", {}}},
-         {"VACIA=2", "SIMULA=NO"},
+        {"kept, and told", parcelas, "ORTOS=ortos", std::string("aviso: 1") + kSeQuedan},
+        {"texts alone empty nothing", Capas({"rotulos"}), "ORTOS=ortos", ""},
+        {"by its name", parcelas, "VACIA= 2 ", seVacian("1", "2"), Lineas{"2.BIN", "2.PAR"}},
+        {"all that aren't named", parcelas, "VACIA=todos", seVacian("1", "2"),
+         Lineas{"2.BIN", "2.PAR"}},
+        {"in each layer that the source has", sinSubparcelas, "VACIA=2",
          "aviso: 1 capas de las que el origen no trae ningún recinto de un polígono y se quedan "
-         "como están; la opción VACIA las vacía: 1.SUB\naviso: 1" +
-             std::string(kSeVacian) + "2",
-         {"2.BIN", "2.PAR", "2.SUB"}},
-        {"all of it",
-         {{"parcelas", {}}},
-         {"VACIA=1,2"},
-         std::string("aviso: 2") + kSeVacian + "1, 2",
-         {"1.BIN", "1.PAR", "2.BIN", "2.PAR"}},
-        {"told alone",
-         {{"parcelas", parcelas}},
-         {"VACIA=2", "SIMULA=SI"},
-         "aviso: 2: 0 recintos nuevos, 0 cambiados, 4 quitados y 0 como estaban",
-         {}},
-        {"one that isn't there",
-         {{"parcelas", parcelas}},
-         {"VACIA=2,3"},
-         "fallo: La opción VACIA nombra 3, que no está en la lista",
-         {}},
-        {"one that comes",
-         {{"parcelas", parcelas}},
-         {"VACIA=2,1"},
-         "fallo: La opción VACIA nombra 1, y el origen trae recintos suyos",
-         {}},
+         "como están; la opción VACIA las vacía: 1.SUB\n" +
+             seVacian("1", "2"),
+         Lineas{"2.BIN", "2.PAR", "2.SUB"}},
+        {"all of it", nada, "VACIA=1,2", seVacian("2", "1, 2"),
+         Lineas{"1.BIN", "1.PAR", "2.BIN", "2.PAR"}},
+        {"told alone", parcelas, "VACIA=2",
+         "aviso: 2: 0 recintos nuevos, 0 cambiados, 4 quitados y 0 como estaban", Lineas(),
+         "SIMULA=SI"},
+        {"one that isn't there", parcelas, "VACIA=2,3",
+         "fallo: La opción VACIA nombra 3, que no está en la lista"},
+        {"one that comes", parcelas, "VACIA=2,1",
+         "fallo: La opción VACIA nombra 1, y el origen trae recintos suyos"},
     };
     for (const auto& caso : casos) {
         SCOPED_TRACE(caso.motivo);
         PonComoEstaba();
         dicho.clear();
-        PonCapas(caso.capas, caso.opciones);
+        PonCapas(caso.capas, {caso.opcion, caso.simula});
         EXPECT_TRUE(caso.frase.empty() ? dicho.empty() : Dice(caso.frase)) << dicho;
         EXPECT_EQ(Cambiados(), caso.cambian);
     }
@@ -183,27 +169,24 @@ TEST_F(Update, BringsEachEditOfAnOutlineAndNothingElse)
         const char* motivo;
         std::function<void(CElementos&)> edita;
         Lineas quedan; ///< of polygon 1
-        Lineas cambian;
+        Lineas cambian = {"1.BIN", "1.PAR"};
     } casos[] = {
         {"deleted",
          [](CElementos& todas) { todas.erase(todas.begin() + 1); },
-         {"7|100|1", "9|100|3", "-|9|4"},
-         {"1.BIN", "1.PAR"}},
+         {"7|100|1", "9|100|3", "-|9|4"}},
         {"new, by its number alone",
          [](CElementos& todas) {
              todas.push_back({{"poligono", "1"},
                               {"parcela", "20"},
                               {"wkt", "POLYGON ((0 10,10 10,10 15,0 15,0 10))"}});
          },
-         {"7|100|1", "8|100|2", "9|100|3", "-|9|4", "20|50|5"},
-         {"1.BIN", "1.PAR"}},
+         {"7|100|1", "8|100|2", "9|100|3", "-|9|4", "20|50|5"}},
         {"moved boundary",
          [](CElementos& todas) {
              Parcela(todas, "7")["wkt"] = "POLYGON ((0 0,12 0,12 10,0 10,0 0))";
              Parcela(todas, "8")["wkt"] = "POLYGON ((12 0,20 0,20 10,12 10,12 0))";
          },
-         {"7|120|1", "8|80|2", "9|100|3", "-|9|4"},
-         {"1.BIN", "1.PAR"}},
+         {"7|120|1", "8|80|2", "9|100|3", "-|9|4"}},
         {"split, and the label's field taken out",
          [](CElementos& todas) {
              Parcela(todas, "9")["wkt"] = "POLYGON ((50 50,60 50,60 54,50 54,50 50))";
@@ -212,8 +195,7 @@ TEST_F(Update, BringsEachEditOfAnOutlineAndNothingElse)
              todas.back()["parcela"] = "21";
              todas.back()["wkt"] = "POLYGON ((50 54,60 54,60 60,50 60,50 54))";
          },
-         {"7|100|1", "8|100|2", "9|40|3", "-|9|4", "21|60|3"},
-         {"1.BIN", "1.PAR"}},
+         {"7|100|1", "8|100|2", "9|40|3", "-|9|4", "21|60|3"}},
         {"another number",
          [](CElementos& todas) {
              Parcela(todas, "9")["parcela"] = "19";
@@ -221,12 +203,10 @@ TEST_F(Update, BringsEachEditOfAnOutlineAndNothingElse)
                  if (una["parcela"] == "19")
                      una["rotulo"] = "19";
          },
-         {"7|100|1", "8|100|2", "19|100|3", "-|9|4"},
-         {"1.BIN", "1.PAR"}},
+         {"7|100|1", "8|100|2", "19|100|3", "-|9|4"}},
         {"a label for the one without",
          [](CElementos& todas) { todas[3]["parcela"] = "30"; },
-         {"7|100|1", "8|100|2", "9|100|3", "30|9|4"},
-         {"1.BIN", "1.PAR"}},
+         {"7|100|1", "8|100|2", "9|100|3", "30|9|4"}},
         {"another number of the record alone",
          [](CElementos& todas) { todas[0]["numero"] = "77"; },
          {"7|100|77", "8|100|2", "9|100|3", "-|9|4"},
@@ -470,30 +450,18 @@ TEST_F(Update, LeavesWhatItCantChangeAndSaysWhy)
         const char* motivo;
         const char* fichero;
         std::string bytes;
-        std::vector<const char*> opciones;
         const char* frase;
+        std::vector<const char*> opciones = {};
     } casos[] = {
-        {"another municipality",
-         "lista.txt",
-         antes["lista.txt"],
-         {"GER=45", "MUN=128"},
-         "es del municipio 045127 y lo que se escribe es de 045128"},
-        {"no list", "lista.txt", "una carta\r\n", {}, "no es una lista de polígonos"},
-        {"a damaged drawing",
-         "1.BIN",
-         cortado,
-         {},
-         "el dibujo 1 no se puede cambiar: su .BIN está"},
-        {"a damaged topology",
-         "1.PAR",
-         antes["1.PAR"] + "VPOL",
-         {},
+        {"another municipality", "lista.txt", antes["lista.txt"],
+         "es del municipio 045127 y lo que se escribe es de 045128",
+         std::vector{"GER=45", "MUN=128"}},
+        {"no list", "lista.txt", "una carta\r\n", "no es una lista de polígonos"},
+        {"a damaged drawing", "1.BIN", cortado, "el dibujo 1 no se puede cambiar: su .BIN está"},
+        {"a damaged topology", "1.PAR", antes["1.PAR"] + "VPOL",
          "el dibujo 1 no se puede cambiar: su .PAR está dañado"},
-        {"no drawing", "1.BIN", "", {}, "tiene .SUB y le falta el .BIN"},
-        {"a record of a newer drawing",
-         "1.BIN",
-         antes["1.BIN"].substr(0, 16),
-         {},
+        {"no drawing", "1.BIN", "", "tiene .SUB y le falta el .BIN"},
+        {"a record of a newer drawing", "1.BIN", antes["1.BIN"].substr(0, 16),
          "sus topologías están fuera de fecha"},
     };
     CElementos todas = Elementos("parcelas");
@@ -510,8 +478,7 @@ TEST_F(Update, LeavesWhatItCantChangeAndSaysWhy)
         for (const char* fichero : kFicheros)
             EXPECT_TRUE(carpeta.Lee(fichero) == antes[fichero] ||
                         fichero == std::string(caso.fichero));
-        std::vector<const char*> opciones = {"SUSTITUYE=SI", "GER=45", "MUN=128"};
-        Escribe({{"parcelas", todas}}, opciones);
+        Escribe({{"parcelas", todas}}, {"SUSTITUYE=SI", "GER=45", "MUN=128"});
         EXPECT_EQ(carpeta.Lee("lista.txt"), "LISTA045128\r\nP1\r\n");
         EXPECT_EQ(carpeta.Lee("1.SUB"), "");
         EXPECT_TRUE(Dice("1.SUB"));
