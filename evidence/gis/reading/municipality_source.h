@@ -7,7 +7,7 @@
 
 #include "cadastre/file_extensions.h"
 #include "evidence/drawn_polygon.h"
-#include "evidence/gis/reading/outline_extents.h"
+#include "evidence/gis/geometry.h"
 #include "evidence/gis/tidings.h"
 #include "evidence/municipality_files.h"
 #include "evidence/municipality_tables.h"

@@ -6,6 +6,7 @@
 
 using vexageo::CPunto;
 using vexageo::CTexto;
+using vexageo::CTipoDat;
 
 namespace {
 
