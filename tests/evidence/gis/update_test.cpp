@@ -56,19 +56,14 @@ TEST_F(Update, KeepsLabelsOfWhatComesByItsNumbersAlone)
         CElementos parcelas;
         CElementos subparcelas;
         Lineas rotulos;
-        Lineas cambiados;
+        Lineas cambiados = {"1.BIN", "1.PAR", "1.SUB"};
     } casos[] = {
-        {"as they are", parcelas, subparcelas, {"7 bis|1", "008|2", "9|3", "x-a|0"}, {}},
-        {"other rings",
-         edita(parcelas, "wkt", kMasCorta),
-         edita(subparcelas, "wkt", kMasCorta),
-         {"7 bis|1", "008|2", "9|3", "x-a|0"},
-         {"1.BIN", "1.PAR", "1.SUB"}},
-        {"another number or letter",
-         edita(parcelas, "parcela", "17"),
-         edita(subparcelas, "letra", "b"),
-         {"17|1", "008|2", "9|3", "7-b|0"},
-         {"1.BIN", "1.PAR", "1.SUB"}},
+        {"as they are", parcelas, subparcelas, Lineas{"7 bis|1", "008|2", "9|3", "x-a|0"},
+         Lineas()},
+        {"other rings", edita(parcelas, "wkt", kMasCorta), edita(subparcelas, "wkt", kMasCorta),
+         Lineas{"7 bis|1", "008|2", "9|3", "x-a|0"}},
+        {"another number or letter", edita(parcelas, "parcela", "17"),
+         edita(subparcelas, "letra", "b"), Lineas{"17|1", "008|2", "9|3", "7-b|0"}},
     };
     for (const auto& caso : casos) {
         SCOPED_TRACE(caso.motivo);
