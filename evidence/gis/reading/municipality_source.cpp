@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <chrono>
 #include <cmath>
-#include <ranges>
 
 #include "cadastre/file_extensions.h"
 #include "cadastre/messages.h"
@@ -106,10 +105,10 @@ bool CMunicipioAbierto::Abre(const CString& lista, const COtrosSitios& otros)
     m_otros = otros;
     m_hojas =
         otros.ortos.IsEmpty() ? BuscaHojas(m_lista.carpeta) : CHojasHalladas{otros.ortos, false};
-    const auto entradas = std::views::iota(std::size_t{0}, m_lista.entradas.size());
-    return std::ranges::any_of(entradas, [&](std::size_t entrada) {
+    return std::ranges::any_of(m_lista.entradas, [&](const CString& entrada) {
         CFile bin;
-        return AbreSiHay(bin, Dibujo(entrada), kModoDibujo);
+        return AbreSiHay(bin, FicheroDeLista(m_lista.carpeta, entrada, kExtensionDibujo),
+                         kModoDibujo);
     });
 }
 
