@@ -182,6 +182,9 @@ TEST_F(Driver, FindsTheSheetsAndNamesAllItsFiles)
     EXPECT_EQ(hojas(), 0U);
     copia("fotos");
     EXPECT_EQ(hojas(), 1U) << "the only one";
+    const std::string porSuBin = std::string("ORTOS=") + carpeta.En("fotos.BIN").GetString();
+    const GDALDatasetUniquePtr nombradas = Abre(carpeta.En("lista.txt"), {porSuBin.c_str()});
+    EXPECT_TRUE(Lee(*nombradas, "lineas", {"linde"}).at(1).starts_with("1|")) << "a sheet's edge";
     carpeta.Pon("045127.ERR", "");
     carpeta.Pon("Parajes.txt", "");
     const GDALDatasetUniquePtr datos = Abre(carpeta.En("lista.txt"));
