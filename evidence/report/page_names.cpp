@@ -3,7 +3,6 @@
 #include <vector>
 
 #include "evidence/paths.h"
-#include "evidence/report/reading/log_messages.h"
 #include "evidence/report/reading/text.h"
 #include "evidence/report/writing/output_file.h"
 
@@ -17,12 +16,11 @@ constexpr const char* kPaginaCambios = "cambios.html";
 
 CString PaginaDe(const COpciones& opciones, const CString& usual)
 {
-    if (opciones.sinInformes || !opciones.html.IsEmpty())
-        return opciones.sinInformes ? CString() : opciones.html;
-    for (const CString& otra : opciones.Otras())
-        if (otra == kEstandar)
-            return {};
-    return usual;
+    if (opciones.sinInformes)
+        return {};
+    if (!opciones.html.IsEmpty())
+        return opciones.html;
+    return opciones.PorLaSalida() > 0 ? CString() : usual;
 }
 
 CString PaginaUsual(const CFicheros& ficheros)

@@ -71,15 +71,14 @@ public:
             visto.nombre = ensayo.SinCarpeta(visto.nombre);
         ficheros.registro = ensayo.SinCarpeta(ficheros.registro);
         m_proceso.observado = ensayo.LoObservado();
-        m_esEnsayo = true;
         return m_contraste->reparo;
     }
 
     void Hace(const CString& pagina, const CFirma& firma, CResultado& resultado)
     {
         CContenido contenido{
-            firma,      Texto(m_opciones.csv), m_proceso, m_lineas, m_anclas, {}, {}, {},
-            m_esEnsayo, m_contraste.get()};
+            firma, Texto(m_opciones.csv), m_proceso,        m_lineas, m_anclas, {}, {},
+            {},    m_opciones.ensayo,     m_contraste.get()};
         if (HayDibujos())
             RecorreDibujos(contenido);
         contenido.asuntos =
@@ -169,7 +168,6 @@ private:
     std::optional<CVigilancia> m_vigilancia; // from when all but the drawings is read
     CConjuntoSalidas m_salidas;
     std::unique_ptr<CGeoJson> m_geojson;
-    bool m_esEnsayo = false;
     std::unique_ptr<CContraste> m_contraste; // null where nothing is compared with the run
 };
 
@@ -223,8 +221,10 @@ void Sana(const std::vector<CString>& leidos, CResultado& resultado)
         resultado.quejas.push_back(Texto(tocado.Frase()));
 }
 
-void ElaboraCambios(const CString& estado, ClaseEstado clase, const COpciones& opciones,
-                    const CFirma& firma, CResultado& resultado)
+// Each of the reports gives why there is none; empty for nothing.
+
+std::string ElaboraCambios(const CString& estado, ClaseEstado clase, const COpciones& opciones,
+                           const CFirma& firma, CResultado& resultado)
 {
     const CString pagina = PaginaDe(opciones, PaginaUsualDeCambios(estado, clase));
     const std::vector<CString> leidos = ConLosDelOtro(FicherosDeEstado(estado), opciones);
@@ -233,16 +233,13 @@ void ElaboraCambios(const CString& estado, ClaseEstado clase, const COpciones& o
     if (opciones.DicenDeUnProceso())
         reparo =
             Texto(estado) + " no es un registro: no caben las opciones que dicen de un proceso";
-    if (!reparo.empty()) {
-        resultado.quejas.push_back(reparo);
-        return;
-    }
+    if (!reparo.empty())
+        return reparo;
     const CContraste contraste(LeeEstado(opciones.contra), LeeEstado(estado));
     if (contraste.reparo.empty())
         HazCambios({firma, Texto(NombreSinCarpeta(estado)), contraste}, opciones, pagina,
                    resultado);
-    else
-        resultado.quejas.push_back(contraste.reparo);
+    return contraste.reparo;
 }
 
 /// Heals what is read, complains of what isn't there, and reads the list of drawings.
@@ -268,31 +265,27 @@ bool PuedeSerRegistro(const CString& nombre)
     return leido.Ajenas() < static_cast<std::int64_t>(leido.avisos.size());
 }
 
-void Elabora(const CString& registro, const COpciones& opciones, const CFirma& firma,
-             CResultado& resultado)
+std::string Elabora(const CString& registro, const COpciones& opciones, const CFirma& firma,
+                    CResultado& resultado)
 {
     if (!opciones.contra.IsEmpty() && registro != kEstandar) {
         if (const ClaseEstado clase = ClaseDeEstado(registro); clase != ClaseEstado::NoEs)
             return ElaboraCambios(registro, clase, opciones, firma, resultado);
-        if (!opciones.DicenDeUnProceso() && !PuedeSerRegistro(registro)) {
-            resultado.quejas.push_back(Texto(registro) + " no es un registro, ni otro estado");
-            return;
-        }
+        if (!opciones.DicenDeUnProceso() && !PuedeSerRegistro(registro))
+            return Texto(registro) + " no es un registro, ni otro estado";
     }
     CFicheros ficheros = BuscaFicheros(registro, opciones);
     const CString pagina = PaginaDe(opciones, PaginaUsual(ficheros));
     Prepara(ficheros, opciones, resultado);
-    const std::string reparo =
+    std::string reparo =
         ReparoDeSalidas(opciones, pagina, ConLosDelOtro(Leidos(ficheros), opciones));
-    if (!reparo.empty()) {
-        resultado.quejas.push_back(reparo);
-        return;
-    }
+    if (!reparo.empty())
+        return reparo;
     CElaboracion elaboracion(ficheros, opciones);
-    if (const std::string noSePuede = elaboracion.Contrasta(); !noSePuede.empty())
-        resultado.quejas.push_back(noSePuede);
-    else
+    reparo = elaboracion.Contrasta();
+    if (reparo.empty())
         elaboracion.Hace(pagina, firma, resultado);
+    return reparo;
 }
 
 /// As long as it is there, a pipe that nobody reads any more is a failed write.
@@ -323,8 +316,8 @@ std::string Ensaya(const CFicheros& ficheros, const COpciones& opciones, const C
 }
 
 /// The report of a way back that is only tried.
-void ElaboraEnsayo(const CString& lista, COpciones opciones, const CFirma& firma,
-                   CResultado& resultado)
+std::string ElaboraEnsayo(const CString& lista, COpciones opciones, const CFirma& firma,
+                          CResultado& resultado)
 {
     opciones.lista = lista;
     CFicheros ficheros = BuscaFicheros(kEstandar, opciones);
@@ -339,17 +332,15 @@ void ElaboraEnsayo(const CString& lista, COpciones opciones, const CFirma& firma
         intocables.push_back(
             FicheroDeLista(deVerdad.carpeta, deVerdad.cabecera.nombreSalida, extension));
     std::string reparo = ReparoDeSalidas(opciones, pagina, std::move(intocables));
-    if (reparo.empty() && resultado.quejas.empty()) {
-        const CVigilancia vigilancia; // of the folder, too
-        const CSinTuberiaRota tuberia;
-        try {
-            reparo = Ensaya(ficheros, opciones, pagina, firma, resultado);
-        } catch (const CInterrumpido&) { // the signal has its way behind the folder's end
-            reparo = "El ensayo se detuvo";
-        }
+    if (!reparo.empty() || !resultado.quejas.empty())
+        return reparo;
+    const CVigilancia vigilancia; // of the folder, too
+    const CSinTuberiaRota tuberia;
+    try {
+        return Ensaya(ficheros, opciones, pagina, firma, resultado);
+    } catch (const CInterrumpido&) { // the signal has its way behind the folder's end
+        return "El ensayo se detuvo";
     }
-    if (!reparo.empty())
-        resultado.quejas.push_back(std::move(reparo));
 }
 
 /// Why one of two states can't be looked at; empty for nothing, and where there is only one.
@@ -367,12 +358,12 @@ CResultado HazInforme(const CString& registro, const COpciones& opciones, const 
 {
     CResultado resultado;
     try {
-        if (std::string reparo = ReparoDeEstados(registro, opciones); !reparo.empty())
+        std::string reparo = ReparoDeEstados(registro, opciones);
+        if (reparo.empty())
+            reparo = opciones.ensayo ? ElaboraEnsayo(registro, opciones, firma, resultado)
+                                     : Elabora(registro, opciones, firma, resultado);
+        if (!reparo.empty())
             resultado.quejas.push_back(std::move(reparo));
-        else if (opciones.ensayo)
-            ElaboraEnsayo(registro, opciones, firma, resultado);
-        else
-            Elabora(registro, opciones, firma, resultado);
     } catch (const CFileException& fallo) {
         resultado.quejas.push_back(Texto(EnUnaLinea(fallo)));
     } catch (const CInterrumpido&) { // the signal has had its way, unless it can't end the process
