@@ -37,50 +37,37 @@ struct CSalidasLote {
     CString json;
 };
 
-/// The reports of the jobs, beside the results.
-class CInformes {
-public:
-    CInformes(const COpciones& opciones, const lote::CEstados& estados)
-        : m_estados(estados), m_seHacen(!opciones.sinInformes)
-    {
-        if (!m_seHacen)
-            return;
-        sistema::Error error;
-        sistema::CreaCarpetas(estados.Informes(), error);
-        CFileException::Exige(error, sistema::Nombre(estados.Informes()));
-    }
+// The reports of the jobs, beside the results.
 
-    bool SeHacen() const { return m_seHacen; }
-    CString De(int numero) const { return sistema::Nombre(m_estados.Informe(numero)); }
-    /// The one that is there, if it is as new as the job's log.
-    CString Hallado(int numero, const CString& registro) const
-    {
-        CString suyo = De(numero);
-        const auto suya = FechaDe(registro);
-        const bool vale = suya && HayFichero(suyo) && FechaDe(suyo) >= suya;
-        return vale ? suyo : CString();
-    }
-    /// Those of a longer table, which go once nothing leads to them any more.
-    std::vector<std::filesystem::path> Sobrantes(std::size_t cuantos) const
-    {
-        std::vector<std::filesystem::path> sobran;
-        if (!m_seHacen)
-            return sobran;
-        const std::string ultimo = std::to_string(cuantos);
-        sistema::Error error;
-        for (const std::filesystem::path& nombre : sistema::Lista(m_estados.Informes(), error)) {
-            const std::string numero = sistema::Nombre(nombre.stem());
-            if (lote::TieneNumero(nombre, ".html") && // what else is there is somebody's
-                std::pair(numero.size(), numero) > std::pair(ultimo.size(), ultimo))
-                sobran.push_back(m_estados.Informes() / nombre);
-        }
-        return sobran;
-    }
+void CreaCarpeta(const std::filesystem::path& informes)
+{
+    sistema::Error error;
+    sistema::CreaCarpetas(informes, error);
+    CFileException::Exige(error, sistema::Nombre(informes));
+}
 
-private:
-    const lote::CEstados& m_estados;
-    bool m_seHacen;
-};
+/// Tells whether a job's report is there, as new as its log.
+bool Vale(const CString& informe, const CString& registro)
+{
+    const auto delRegistro = FechaDe(registro);
+    return delRegistro && HayFichero(informe) && FechaDe(informe) >= delRegistro;
+}
+
+/// Those of a longer table, which go once nothing leads to them any more.
+std::vector<std::filesystem::path> Sobrantes(const std::filesystem::path& informes,
+                                             std::size_t cuantos)
+{
+    std::vector<std::filesystem::path> sobran;
+    const std::string ultimo = std::to_string(cuantos);
+    sistema::Error error;
+    for (const std::filesystem::path& nombre : sistema::Lista(informes, error)) {
+        const std::string numero = sistema::Nombre(nombre.stem());
+        if (lote::TieneNumero(nombre, ".html") && // what else is there is somebody's
+            std::pair(numero.size(), numero) > std::pair(ultimo.size(), ultimo))
+            sobran.push_back(informes / nombre);
+    }
+    return sobran;
+}
 
 /// What the log said while the batch counted it, where it says something else by now.
 std::string OtroRegistro(const lote::CTrabajo& trabajo, const CTrabajoVisto& visto)
@@ -97,8 +84,9 @@ std::string OtroRegistro(const lote::CTrabajo& trabajo, const CTrabajoVisto& vis
 }
 
 /// Reads a job that was done, and makes its report.
-void Lee(const lote::CTrabajo& trabajo, const CInformes& informes, const CFirma& firma,
-         CTrabajoVisto& visto)
+/// \param informe  the name of its report
+void Lee(const lote::CTrabajo& trabajo, const CString& informe, bool sinInformes,
+         const CFirma& firma, CTrabajoVisto& visto)
 {
     const CString registro = sistema::Nombre(lote::RutaDelRegistro(trabajo));
     if (registro.IsEmpty()) {
@@ -107,8 +95,8 @@ void Lee(const lote::CTrabajo& trabajo, const CInformes& informes, const CFirma&
         return;
     }
     COpciones opciones = OpcionesDe(trabajo, *visto.hecho);
-    opciones.sinInformes = !informes.SeHacen();
-    opciones.html = informes.De(visto.numero);
+    opciones.sinInformes = sinInformes;
+    opciones.html = informe;
     CResultado resultado = HazInforme(registro, opciones, firma);
     visto.cifras = std::move(resultado.cifras);
     visto.conQuejas = !resultado.quejas.empty();
@@ -119,10 +107,9 @@ void Lee(const lote::CTrabajo& trabajo, const CInformes& informes, const CFirma&
             visto.cifras->hayPerdidas = true;
         visto.reparos.push_back(std::move(otro));
     }
-    if (!informes.SeHacen())
-        visto.informe = informes.Hallado(visto.numero, registro);
-    else if (!resultado.resumen.empty()) // another one that is there may be of another job
-        visto.informe = opciones.html;
+    // Another one that is there may be of another job.
+    if (sinInformes ? Vale(informe, registro) : !resultado.resumen.empty())
+        visto.informe = informe;
 }
 
 /// The file with what a job said; empty where it said nothing.
@@ -134,8 +121,7 @@ CString LoQueDijo(const std::filesystem::path& ruta)
     return !NoSeHalla(nombre, error) && largo > 0 ? nombre : CString();
 }
 
-CTrabajoVisto Mira(const CLoteLeido& leido, std::size_t i, const CInformes& informes,
-                   const CFirma& firma)
+CTrabajoVisto Mira(const CLoteLeido& leido, std::size_t i, bool sinInformes, const CFirma& firma)
 {
     const lote::CTrabajo& trabajo = leido.trabajos[i];
     const lote::CEstados& estados = leido.estados;
@@ -150,7 +136,8 @@ CTrabajoVisto Mira(const CLoteLeido& leido, std::size_t i, const CInformes& info
         for (const std::string& frase : Observado(lote::LoDicho(estados.Dicho(trabajo.numero))))
             visto.reparos.push_back(frase + ".");
         if (visto.hecho)
-            Lee(trabajo, informes, firma, visto);
+            Lee(trabajo, sistema::Nombre(estados.Informe(trabajo.numero)), sinInformes, firma,
+                visto);
     } catch (const CFileException& fallo) {
         visto.conQuejas = true;
         visto.reparos.push_back(Texto(EnUnaLinea(fallo)) + ".");
@@ -252,16 +239,19 @@ void Resume(const COpciones& opciones, const CFirma& firma, CResultado& resultad
         resultado.quejas.push_back(NoSePisa(ocupada));
         return;
     }
-    const CInformes informes(opciones, estados);
+    if (!opciones.sinInformes)
+        CreaCarpeta(estados.Informes());
     CResumenLote resumen;
     resumen.nombre = Texto(opciones.resumen);
     resumen.carpeta = opciones.resumen;
     resumen.reparos = leido.Reparos();
     for (std::size_t i = 0; i < leido.trabajos.size(); ++i)
-        resumen.trabajos.push_back(Mira(leido, i, informes, firma));
+        resumen.trabajos.push_back(Mira(leido, i, opciones.sinInformes, firma));
     resumen.Ordena();
     CResultado suyo = LoQueResulta(resumen, opciones, nombres.pagina);
-    const auto sobrantes = informes.Sobrantes(leido.trabajos.size());
+    std::vector<std::filesystem::path> sobrantes;
+    if (!opciones.sinInformes)
+        sobrantes = Sobrantes(estados.Informes(), leido.trabajos.size());
     Escribe(resumen, firma, nombres, suyo);
     // From here on nothing asks for memory: the summary stands.
     sistema::Error error;
