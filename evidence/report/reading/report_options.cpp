@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string_view>
+#include <variant>
 
 #include "evidence/report/reading/log_messages.h"
 
@@ -10,25 +11,22 @@ namespace {
 
 constexpr struct {
     std::string_view nombre;
-    CString COpciones::*valor;
-} kConValor[] = {
-    {"--html", &COpciones::html},       {"--geojson", &COpciones::geojson},
-    {"--csv", &COpciones::csv},         {"--lista", &COpciones::lista},
-    {"--entrada", &COpciones::entrada}, {"--tablas", &COpciones::tablas},
-    {"--ortos", &COpciones::ortos},     {"--json", &COpciones::json},
-    {"--contra", &COpciones::contra},   {"--cambios", &COpciones::cambios},
+    /// What it sets: a name, one more name, or that it is there.
+    std::variant<CString COpciones::*, std::vector<CString> COpciones::*, bool COpciones::*> valor;
+} kOpciones[] = {
+    {"--html", &COpciones::html},
+    {"--geojson", &COpciones::geojson},
+    {"--csv", &COpciones::csv},
+    {"--lista", &COpciones::lista},
+    {"--entrada", &COpciones::entrada},
+    {"--tablas", &COpciones::tablas},
+    {"--ortos", &COpciones::ortos},
+    {"--json", &COpciones::json},
+    {"--contra", &COpciones::contra},
+    {"--cambios", &COpciones::cambios},
     {"--resumen", &COpciones::resumen},
-};
-
-constexpr struct {
-    std::string_view nombre;
-    std::vector<CString> COpciones::*valores;
-} kConValores[] = {{"--con", &COpciones::con}, {"--escrito", &COpciones::escritos}};
-
-constexpr struct {
-    std::string_view nombre;
-    bool COpciones::*valor;
-} kSinValor[] = {
+    {"--con", &COpciones::con},
+    {"--escrito", &COpciones::escritos},
     {"--detenido", &COpciones::detenido},
     {"--estricto", &COpciones::estricto},
     {"--ensayo", &COpciones::ensayo},
@@ -41,8 +39,9 @@ constexpr struct {
 bool TieneAlgunValor(const COpciones& opciones)
 {
     return !opciones.con.empty() || !opciones.escritos.empty() || opciones.detenido ||
-           opciones.ensayo || std::ranges::any_of(kConValor, [&](const auto& opcion) {
-               return !(opciones.*opcion.valor).IsEmpty();
+           opciones.ensayo || std::ranges::any_of(kOpciones, [&](const auto& opcion) {
+               const auto* const nombre = std::get_if<CString COpciones::*>(&opcion.valor);
+               return nombre != nullptr && !(opciones.**nombre).IsEmpty();
            });
 }
 
@@ -82,27 +81,20 @@ std::string Repara(const COpciones& opciones)
     return {};
 }
 
-template <class T, std::size_t N>
-const T* Busca(const T (&opciones)[N], std::string_view nombre)
-{
-    const T* const suya = std::ranges::find(opciones, nombre, &T::nombre);
-    return suya == std::end(opciones) ? nullptr : suya;
-}
-
 /// Takes the option that stands at `i`, and its value.
 bool TomaOpcion(std::span<const std::string> argumentos, std::size_t& i, COpciones& opciones,
                 std::string& queja)
 {
     const std::string& argumento = argumentos[i];
-    if (const auto* const marca = Busca(kSinValor, argumento)) {
-        opciones.*marca->valor = true;
-        return true;
-    }
-    const auto* const una = Busca(kConValor, argumento);
-    const auto* const varias = Busca(kConValores, argumento);
-    if (una == nullptr && varias == nullptr) {
+    const auto* const suya =
+        std::ranges::find(kOpciones, argumento, [](const auto& opcion) { return opcion.nombre; });
+    if (suya == std::end(kOpciones)) {
         queja = "no hay opción " + argumento;
         return false;
+    }
+    if (const auto* const marca = std::get_if<bool COpciones::*>(&suya->valor)) {
+        opciones.** marca = true;
+        return true;
     }
     // What looks like an option is the next one, and no name of a file.
     if (i + 1 == argumentos.size() || argumentos[i + 1].empty() ||
@@ -110,15 +102,17 @@ bool TomaOpcion(std::span<const std::string> argumentos, std::size_t& i, COpcion
         queja = "a " + argumento + " le falta su nombre";
         return false;
     }
-    if (varias != nullptr) {
-        (opciones.*varias->valores).emplace_back(argumentos[++i]);
+    const std::string& valor = argumentos[++i];
+    if (const auto* const varios = std::get_if<std::vector<CString> COpciones::*>(&suya->valor)) {
+        (opciones.**varios).emplace_back(valor);
         return true;
     }
-    if (!(opciones.*una->valor).IsEmpty()) {
+    CString& uno = opciones.*std::get<CString COpciones::*>(suya->valor);
+    if (!uno.IsEmpty()) {
         queja = argumento + " está dos veces";
         return false;
     }
-    opciones.*una->valor = argumentos[++i];
+    uno = valor;
     return true;
 }
 
