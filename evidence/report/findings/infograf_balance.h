@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "evidence/report/findings/balance.h"
-#include "evidence/report/reading/infograf_records.h"
 #include "evidence/report/reading/run_files.h"
+#include "evidence/report/reading/written_records.h"
 #include "vexa_libs/point.h"
 
 namespace informe {

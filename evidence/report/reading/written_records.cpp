@@ -1,11 +1,16 @@
 #include "evidence/report/reading/written_records.h"
 
+#include <utility>
+
 #include "cadastre/holder_columns.h"
+#include "cadastre/infograf_record_columns.h"
 #include "cadastre/module_place_columns.h"
 #include "cadastre/record_types.h"
 #include "evidence/paths.h"
 #include "evidence/report/reading/record_lines.h"
+#include "evidence/written_columns.h"
 #include "platform/files/cstdio_file.h"
+#include "vexa_libs/ccadena.h"
 
 namespace informe {
 namespace {
@@ -56,13 +61,44 @@ void TomaRegistro(const CLineaEscrita& linea, CEscritosCatastro& escritos)
         ++escritos.ajenos;
 }
 
-bool Recorre(const CString& nombre, CEscritosCatastro& escritos)
+// The records of Infograf.
+using R = CRegistroInfograf;
+
+constexpr CLectura kTipo = LecturaDe(kColumnasInfograf, &R::tipo);
+constexpr CLectura kPolig = LecturaDe(kColumnasInfograf, &R::Polig);
+constexpr CLectura kParcela = LecturaDe(kColumnasInfograf, &R::Parcela);
+constexpr CLectura kArea = LecturaDe(kColumnasInfograf, &R::area);
+constexpr CLectura kLetras = LecturaDe(kColumnasInfograf, &R::letras);
+
+constexpr std::string_view kCabecera = "00"; // in front of a polygon's name
+
+void TomaInfograf(const CLineaFija& linea, CEscritosInfograf& escritos)
+{
+    const std::string_view tipo = linea.Texto(kTipo);
+    const int polig = linea.Entero(kPolig);
+    const double area = LeeReal(linea.Texto(kArea));
+    const auto pon = [&](ClaseInfograf clase, CClaveRegistro clave) {
+        escritos.clases[clase].push_back({std::move(clave), area});
+    };
+    if (tipo == kParcelaInfograf.tipo)
+        pon(kDeParcela, CClaveRegistro::DeParcela(polig, linea.Entero(kParcela)));
+    else if (tipo == kPoligonoInfograf.tipo)
+        pon(kDePoligono, CClaveRegistro::DePoligono(polig));
+    else if (tipo == kSubparcelaInfograf.tipo)
+        pon(kDeSubparcela,
+            CClaveRegistro::DeSubparcela(polig, linea.Entero(kParcela), linea.Texto(kLetras)));
+    else if (!tipo.starts_with(kCabecera))
+        ++escritos.ajenos;
+}
+
+/// Hands on the lines of a file. False where it isn't there.
+bool Recorre(const CString& nombre, auto toma)
 {
     CStdioFile fichero;
     if (!AbreSiHay(fichero, nombre))
         return false;
     for (CString linea; fichero.ReadString(linea);)
-        TomaRegistro(CLineaEscrita(linea), escritos);
+        toma(linea);
     return true;
 }
 
@@ -71,8 +107,17 @@ bool Recorre(const CString& nombre, CEscritosCatastro& escritos)
 CEscritosCatastro LeeEscritos(const CString& ficheroR, const CString& ficheroM)
 {
     CEscritosCatastro escritos;
-    escritos.hayR = Recorre(ficheroR, escritos);
-    escritos.hayM = Recorre(ficheroM, escritos);
+    const auto toma = [&](const CString& linea) { TomaRegistro(CLineaEscrita(linea), escritos); };
+    escritos.hayR = Recorre(ficheroR, toma);
+    escritos.hayM = Recorre(ficheroM, toma);
+    return escritos;
+}
+
+CEscritosInfograf LeeInfograf(const CString& csp)
+{
+    CEscritosInfograf escritos;
+    escritos.hay =
+        Recorre(csp, [&](const CString& linea) { TomaInfograf(CLineaFija(linea), escritos); });
     return escritos;
 }
 

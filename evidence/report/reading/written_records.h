@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <vector>
 
@@ -7,7 +8,10 @@
 
 namespace informe {
 
-/// What stands in the files R and M of a way back.
+// What stands in the files that a run on drawings writes. One that isn't there leaves its part
+// empty; a read that fails raises CFileException.
+
+/// The files R and M of a way back.
 struct CEscritosCatastro {
     struct CParcelaEscrita {
         CClaveRegistro clave;
@@ -26,7 +30,23 @@ struct CEscritosCatastro {
     std::vector<CClaveRegistro> modulos; ///< by class and intensity
 };
 
-/// Reads both; one that isn't there leaves its part empty. A read that fails raises CFileException.
 CEscritosCatastro LeeEscritos(const CString& ficheroR, const CString& ficheroM);
+
+/// The kinds of records of Infograf.
+enum ClaseInfograf { kDeParcela, kDePoligono, kDeSubparcela, kClasesInfograf };
+
+/// The file of a way on to Infograf.
+struct CEscritosInfograf {
+    struct CRegistro {
+        CClaveRegistro clave;
+        double area; ///< square metres
+    };
+
+    bool hay = false;
+    std::int64_t ajenos = 0;                                    ///< lines that are no record
+    std::array<std::vector<CRegistro>, kClasesInfograf> clases; ///< in the order of the file
+};
+
+CEscritosInfograf LeeInfograf(const CString& csp);
 
 } // namespace informe
