@@ -19,7 +19,7 @@ void CParcelasAsentadas::Reserva(std::size_t cuantas)
 
 bool CParcelasAsentadas::Inserta(CNumeros numeros)
 {
-    if (numeros.polig < 1 || numeros.parcela < 1)
+    if (numeros.primero < 1 || numeros.segundo < 1)
         return false;
     const bool detrasDeTodas = m_ascienden && (m_parcelas.empty() || m_parcelas.back() < numeros);
     if (!detrasDeTodas && Busca(numeros) >= 0)
@@ -45,7 +45,7 @@ int CParcelasAsentadas::Busca(CNumeros numeros) const
 CParcelasAsentadas::Vinculo CParcelasAsentadas::Vincula(int parcela, int titular)
 {
     int& mayor = m_mayorTitular[static_cast<std::size_t>(parcela)];
-    const CVinculo vinculo{parcela, titular};
+    const CNumeros vinculo{parcela, titular};
     // Holders mostly come one behind the other: one behind all others of the parcel is new.
     if (titular <= mayor && m_porVinculo.Busca(m_vinculos, std::identity(), vinculo) >= 0)
         return Vinculo::YaEstaba;

@@ -13,15 +13,17 @@ namespace informe {
 /// a balance asks of them, in a tenth of the room that their records take.
 class CParcelasAsentadas {
 public:
+    /// Two numbers that something is known by: a polygon's and a parcel's, or the place of a parcel
+    /// and a holder's number.
     struct CNumeros {
-        int polig;
-        int parcela;
+        int primero;
+        int segundo;
 
         friend auto operator<=>(const CNumeros&, const CNumeros&) = default;
         friend std::uint32_t HashDe(const CNumeros& n)
         {
-            return ::HashDe(static_cast<std::uint32_t>(n.polig),
-                            static_cast<std::uint32_t>(n.parcela));
+            return ::HashDe(static_cast<std::uint32_t>(n.primero),
+                            static_cast<std::uint32_t>(n.segundo));
         }
     };
     /// What becomes of a link.
@@ -37,21 +39,9 @@ public:
     Vinculo Vincula(int parcela, int titular);
 
 private:
-    struct CVinculo {
-        int parcela;
-        int titular;
-
-        friend bool operator==(const CVinculo&, const CVinculo&) = default;
-        friend std::uint32_t HashDe(const CVinculo& v)
-        {
-            return ::HashDe(static_cast<std::uint32_t>(v.parcela),
-                            static_cast<std::uint32_t>(v.titular));
-        }
-    };
-
     std::vector<CNumeros> m_parcelas;
     std::vector<int> m_mayorTitular; // of each parcel's links, below 0 for none
-    std::vector<CVinculo> m_vinculos;
+    std::vector<CNumeros> m_vinculos;
     CIndice<Gana::Primero> m_porNumeros;
     CIndice<Gana::Primero> m_porVinculo;
     mutable std::size_t m_hallada = 0; // the last one that was asked for
