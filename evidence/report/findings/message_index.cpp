@@ -43,10 +43,8 @@ bool CIndiceAvisos::HayDeParcela(int polig, int parcela) const
 std::vector<std::uint32_t> CIndiceAvisos::DeSubparcela(int polig, int parcela,
                                                        const CString& letra) const
 {
-    std::vector<std::uint32_t> posiciones;
-    for (const CEntrada& entrada : Tramo(polig, parcela))
-        if (m_registro.avisos[entrada.posicion].letra == letra)
-            posiciones.push_back(entrada.posicion);
+    std::vector<std::uint32_t> posiciones = DeParcela(polig, parcela);
+    std::erase_if(posiciones, [&](std::uint32_t i) { return m_registro.avisos[i].letra != letra; });
     return posiciones;
 }
 

@@ -1,6 +1,7 @@
 #include "evidence/report/reading/batch_jobs.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "evidence/paths.h"
 #include "evidence/report/reading/text.h"
@@ -94,11 +95,13 @@ COpciones OpcionesDe(const lote::CTrabajo& trabajo, const lote::CHecho& hecho)
     COpciones opciones;
     opciones.detenido = hecho.estado == lote::kMuerto;
     opciones.infograf = trabajo.traduccion == Infograf;
-    (trabajo.traduccion == Ida ? opciones.entrada : opciones.lista) =
-        fichero(trabajo.traduccion == Ida ? "entrada" : "lista");
-    if (trabajo.traduccion != Ida)
+    if (trabajo.traduccion == Ida) {
+        opciones.entrada = fichero("entrada");
+    } else {
+        opciones.lista = fichero("lista");
         if (CString ortos = fichero("ortos"); HayFichero(ortos))
-            opciones.ortos = ortos;
+            opciones.ortos = std::move(ortos);
+    }
     if (trabajo.traduccion == Infograf)
         return opciones;
     for (const std::string_view campo : lote::kCamposDeTablas) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <chrono>
 #include <filesystem>
+#include <ranges>
 
 #include "cadastre/file_extensions.h"
 #include "evidence/drawn_polygon.h"
@@ -99,6 +100,12 @@ void MiraTablas(const CFicheros& ficheros, CNombresEnDisco& nombres,
     }
 }
 
+/// What the run wrote beside its log, which is the first one.
+auto Salidas(const std::vector<CFicheroVisto>& vistos)
+{
+    return vistos | std::views::drop(1) | std::views::filter(&CFicheroVisto::salida);
+}
+
 /// Tells of each output whether it is older than the log that stands in front.
 void BuscaViejos(std::vector<CFicheroVisto>& vistos)
 {
@@ -143,22 +150,15 @@ bool Detenido(const std::vector<CFicheroVisto>& vistos, const CFicheros& fichero
 {
     if (ficheros.detenido)
         return true;
-    bool alguna = false;
-    for (std::size_t i = 1; i < vistos.size(); ++i) { // the first one is the log
-        if (!vistos[i].salida)
-            continue;
-        alguna = true;
-        if (vistos[i].hay && !vistos[i].viejo)
-            return false;
-    }
-    return alguna &&
+    auto salidas = Salidas(vistos);
+    const auto esDeAhora = [](const CFicheroVisto& visto) { return visto.hay && !visto.viejo; };
+    return !salidas.empty() && std::ranges::none_of(salidas, esDeAhora) &&
            (ficheros.sentido != Sentido::Ida || ficheros.tablasDichas || !SinSalidas(vistos));
 }
 
 bool SinSalidas(const std::vector<CFicheroVisto>& vistos)
 {
-    return std::none_of(vistos.begin() + 1, vistos.end(),
-                        [](const CFicheroVisto& visto) { return visto.salida && visto.hay; });
+    return std::ranges::none_of(Salidas(vistos), &CFicheroVisto::hay);
 }
 
 } // namespace informe

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <set>
 #include <tuple>
 #include <utility>
 
@@ -28,7 +29,6 @@ private:
     using CPartes = std::vector<CParte>;
 
     void ReuneMunicipios(const CEstadoMunicipio& estado);
-    bool EsDeLosSuyos(short mun) const { return std::ranges::binary_search(m_municipios, mun); }
     void ComparaUna(const CParcela& antes, const CParcela& ahora);
     void ComparaTitulares(const CParcela& antes, const CParcela& ahora, CCambioParcela& cambio);
     static void Partes(const CEstadoMunicipio& estado, const CParcela& parcela,
@@ -41,18 +41,15 @@ private:
     const CEstadoMunicipio& m_ahora;
     CPersonasDeDos m_gente;
     CCambios m_cambios;
-    std::vector<short> m_municipios; // in order
-    CPartes m_partesAntes;           // of the parcel at work
+    std::set<short> m_municipios;
+    CPartes m_partesAntes; // of the parcel at work
     CPartes m_partesAhora;
 };
 
 void CComparacion::ReuneMunicipios(const CEstadoMunicipio& estado)
 {
     for (const CParcela& parcela : estado.parcelas)
-        if (m_municipios.empty() || m_municipios.back() != parcela.clave.mun)
-            m_municipios.push_back(parcela.clave.mun);
-    std::ranges::sort(m_municipios);
-    m_municipios.erase(std::unique(m_municipios.begin(), m_municipios.end()), m_municipios.end());
+        m_municipios.insert(parcela.clave.mun);
 }
 
 void CComparacion::Pon(const CCambioParcela& cambio, CCambios::CSuma& suma)
@@ -135,7 +132,7 @@ CCambios CComparacion::Compara()
     }
     for (std::size_t i = 0; i < m_antes.parcelas.size(); ++i) {
         const CParcela& antes = m_antes.parcelas[i];
-        if (!EsDeLosSuyos(antes.clave.mun)) {
+        if (!m_municipios.contains(antes.clave.mun)) {
             ++m_cambios.deOtroMunicipio;
             continue;
         }

@@ -114,14 +114,14 @@ void CPersonasDeDos::Empareja(CString CPersona::*campo, CCambioPersona::Que que)
     }
 }
 
-std::vector<CCambioPersona> CPersonasDeDos::Cambios(const std::vector<short>& municipios) const
+std::vector<CCambioPersona> CPersonasDeDos::Cambios(const std::set<short>& municipios) const
 {
     const auto haberesAntes = Haberes(m_antes);
     const auto haberesAhora = Haberes(m_ahora);
     std::vector<CCambioPersona> cambios;
     const auto pon = [&](CCambioPersona cambio, const auto& haberes, int persona,
                          const CEstadoMunicipio& estado) {
-        if (!std::ranges::binary_search(municipios, estado.Persona(persona).mun))
+        if (!municipios.contains(estado.Persona(persona).mun))
             return;
         std::tie(cambio.metros, cambio.parcelas) = haberes[static_cast<std::size_t>(persona)];
         cambios.push_back(cambio);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <set>
 #include <vector>
 
 #include "evidence/report/reading/states/municipality_state.h"
@@ -28,8 +29,8 @@ public:
     const std::vector<int>& DeAntes() const { return m_deAntes; }
     const std::vector<int>& DeAhora() const { return m_deAhora; }
     /// In the order of the two states: those who are gone, who are new, who got another name.
-    /// \param municipios  in order; people of others are passed over
-    std::vector<CCambioPersona> Cambios(const std::vector<short>& municipios) const;
+    /// \param municipios  people of others are passed over
+    std::vector<CCambioPersona> Cambios(const std::set<short>& municipios) const;
 
 private:
     struct CSuelto {

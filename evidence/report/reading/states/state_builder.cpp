@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "cadastre/wrapping.h"
+#include "platform/plain_texts.h"
 
 namespace informe {
 namespace {
@@ -24,10 +25,7 @@ constexpr int kParajeEscrito = LecturaDe(kColumnasParaje, &CParaje::Nombre).anch
 CEstadoMunicipio::CLetras EnLetras(std::string_view texto)
 {
     constexpr std::size_t kCaben = sizeof(CEstadoMunicipio::CLetras);
-    while (texto.ends_with(' '))
-        texto.remove_suffix(1);
-    while (texto.starts_with(' '))
-        texto.remove_prefix(1);
+    texto = SinBlancos(texto, " ");
     CEstadoMunicipio::CLetras letras = 0;
     for (std::size_t i = 0; i < kCaben; ++i)
         letras = letras << 8U | (i < texto.size() ? static_cast<unsigned char>(texto[i]) : 0U);
