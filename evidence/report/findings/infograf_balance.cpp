@@ -26,8 +26,6 @@ constexpr ClaseTopologia kTopologias[] = {ClaseTopologia::Parcelas, ClaseTopolog
 struct CEntrada {
     CString nombre;
     std::array<std::optional<CTopologia>, kClasesInfograf> topologias;
-
-    std::optional<CTopologia>& De(ClaseInfograf clase) { return topologias[clase]; }
 };
 
 CPunto<int> Punto(const CTopologia& topologia, int i)
@@ -148,8 +146,8 @@ private:
     /// A parcel lies in the polygon that holds its point, where there are polygons.
     void TomaParcelas(CEntrada& entrada)
     {
-        std::optional<CTopologia>& parcelas = entrada.De(kDeParcela);
-        const std::optional<CTopologia>& poligonos = entrada.De(kDePoligono);
+        std::optional<CTopologia>& parcelas = entrada.topologias[kDeParcela];
+        const std::optional<CTopologia>& poligonos = entrada.topologias[kDePoligono];
         for (int i = 0; parcelas && i < parcelas->Poligonos(); ++i) {
             const int padre = poligonos ? poligonos->EncuentraPoligono(Punto(*parcelas, i)) : -1;
             parcelas->SetPadre(i, padre);
@@ -163,7 +161,7 @@ private:
     }
     void TomaPoligonos(CEntrada& entrada)
     {
-        const std::optional<CTopologia>& poligonos = entrada.De(kDePoligono);
+        const std::optional<CTopologia>& poligonos = entrada.topologias[kDePoligono];
         for (int i = 0; poligonos && i < poligonos->Poligonos(); ++i)
             Espera(kDePoligono, *poligonos, i, CClaveRegistro::DePoligono(Numero(*poligonos, i)));
     }
@@ -171,9 +169,9 @@ private:
     /// polygon that holds its point.
     void TomaSubparcelas(CEntrada& entrada)
     {
-        const std::optional<CTopologia>& subparcelas = entrada.De(kDeSubparcela);
-        const std::optional<CTopologia>& parcelas = entrada.De(kDeParcela);
-        const std::optional<CTopologia>& poligonos = entrada.De(kDePoligono);
+        const std::optional<CTopologia>& subparcelas = entrada.topologias[kDeSubparcela];
+        const std::optional<CTopologia>& parcelas = entrada.topologias[kDeParcela];
+        const std::optional<CTopologia>& poligonos = entrada.topologias[kDePoligono];
         for (int i = 0; subparcelas && i < subparcelas->Poligonos(); ++i) {
             const CPunto<int> punto = Punto(*subparcelas, i);
             const int parcela = parcelas ? parcelas->EncuentraPoligono(punto) : -1;

@@ -39,22 +39,16 @@ struct CCausa {
     friend auto operator<=>(const CCausa&, const CCausa&) = default;
 };
 
-using CNumeros = CNumerosParcela;
-
 class CReunion {
 public:
-    CReunion(const CProceso& proceso, const CLugaresDeAvisos* lugares, const CBalanceDibujo* dibujo)
-        : m_proceso(proceso), m_lugares(lugares), m_dibujo(dibujo)
-    {
-        Prepara();
-    }
+    CReunion(const CProceso& proceso, const CLugaresDeAvisos* lugares,
+             const CBalanceDibujo* dibujo);
 
     CAsuntos Reune();
 
 private:
-    void Prepara();
     CCausa Causa(const CAviso& aviso, std::uint32_t posicion);
-    CCausa CausaDeParcela(const CAviso& aviso, CNumeros parcela);
+    CCausa CausaDeParcela(const CAviso& aviso, CNumerosParcela parcela);
     CCausa CausaDePersona(const CString& nombre) { return {Clase::Persona, Numero(nombre), 0, 0}; }
     int Numero(const CString& texto);
     /// The causes that are alike: those of one matter.
@@ -83,18 +77,21 @@ private:
     std::vector<CCausa> m_causas;
     std::map<CString, int> m_numeros; // of texts
     std::vector<CString> m_textos;
-    std::map<CNumeros, int> m_sinParaje; // parcels that the way out dropped, and the place's number
-    std::set<CNumeros> m_repetidas;
-    std::set<CNumeros> m_sinDibujo; // parcels with a subparcel that isn't drawn
+    // Parcels that the way out dropped, and the place's number.
+    std::map<CNumerosParcela, int> m_sinParaje;
+    std::set<CNumerosParcela> m_repetidas;
+    std::set<CNumerosParcela> m_sinDibujo; // parcels with a subparcel that isn't drawn
     std::map<int, const CPoligonoRoto*> m_rotos;
 };
 
 /// Notes what the messages say of one another's causes. On the way out E102 drops the parcel, and
 /// all that hangs on it then misses it; the way back only leaves the parcel without its place.
-void CReunion::Prepara()
+CReunion::CReunion(const CProceso& proceso, const CLugaresDeAvisos* lugares,
+                   const CBalanceDibujo* dibujo)
+    : m_proceso(proceso), m_lugares(lugares), m_dibujo(dibujo)
 {
     for (const CAviso& aviso : Registro().avisos) {
-        const CNumeros parcela(aviso.polig, aviso.parcela);
+        const CNumerosParcela parcela(aviso.polig, aviso.parcela);
         if (aviso.Es(kParajeNoEncontrado) && m_proceso.ficheros.sentido != Sentido::Vuelta)
             m_sinParaje.emplace(parcela, aviso.numero);
         else if (aviso.Es(kParcelaRepetida))
@@ -122,7 +119,7 @@ int CReunion::Numero(const CString& texto)
 /// of the parcels costs E111 and E109, that of the subparcels E113 and E109; and a parcel some of
 /// whose subparcels are missing no longer has the sum of their surfaces (E112, W304). Nor has one
 /// that takes the surface of the last of its outlines alone.
-CCausa CReunion::CausaDeParcela(const CAviso& aviso, CNumeros parcela)
+CCausa CReunion::CausaDeParcela(const CAviso& aviso, CNumerosParcela parcela)
 {
     const bool deSuma = aviso.Es(kSuperficieDifiere) || aviso.Es(kSuperficieCorregida);
     if (deSuma && HayPerdidas() && m_dibujo->perdidas.contains(parcela))
@@ -340,14 +337,6 @@ CAsuntos CReunion::Reune()
     return asuntos;
 }
 
-CAsunto SinMensajes(std::string titulo, const CCoste& coste)
-{
-    CAsunto asunto;
-    asunto.titulo = std::move(titulo);
-    asunto.coste = coste;
-    return asunto;
-}
-
 /// What a drawing loses for want of a file.
 std::string TituloDeFalta(const CEvidenciaInfograf::CFaltan& falta)
 {
@@ -360,13 +349,14 @@ CAsuntos AsuntosDeInfograf(const CProceso& proceso)
 {
     std::vector<CAsunto> asuntos;
     for (const CEvidenciaInfograf::CFaltan& falta : proceso.infograf.faltan)
-        asuntos.push_back(SinMensajes(TituloDeFalta(falta), {}));
+        asuntos.push_back({.titulo = TituloDeFalta(falta)});
     std::map<CString, std::int64_t> sinPadre;
     for (const CEvidenciaInfograf::CSinPadre& suyo : proceso.infograf.sinPadre)
         ++sinPadre[suyo.entrada];
     for (const auto& [entrada, cuantos] : sinPadre)
-        asuntos.push_back(SinMensajes(
-            "Polígono " + Texto(entrada) + ": recintos que no caen en el suyo", {0, cuantos}));
+        asuntos.push_back(
+            {.titulo = "Polígono " + Texto(entrada) + ": recintos que no caen en el suyo",
+             .coste = {0, cuantos}});
     const auto total = static_cast<std::int64_t>(asuntos.size());
     const auto sueltos =
         asuntos.begin() + static_cast<std::ptrdiff_t>(proceso.infograf.faltan.size());

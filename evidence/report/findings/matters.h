@@ -17,16 +17,16 @@
 namespace informe {
 
 struct CAsunto {
-    std::string titulo;
-    CCoste coste;
+    std::string titulo = {};
+    CCoste coste = {};
     std::int64_t mensajes = 0;
     std::int64_t errores = 0;
-    std::vector<std::pair<const CMensaje*, std::int64_t>> cuentas; ///< the cause's in front
-    std::vector<std::uint32_t> primeros; ///< positions of its first messages
-    int polig = CAviso::kNada;           ///< where it lies, if it lies in one parcel or polygon
+    std::vector<std::pair<const CMensaje*, std::int64_t>> cuentas = {}; ///< the cause's in front
+    std::vector<std::uint32_t> primeros = {}; ///< positions of its first messages
+    int polig = CAviso::kNada; ///< where it lies, if it lies in one parcel or polygon
     int parcela = CAviso::kNada;
     /// The parcels that lose surface by it, and how many square metres: those that lose most first.
-    std::vector<std::pair<CNumerosParcela, std::int64_t>> parcelas;
+    std::vector<std::pair<CNumerosParcela, std::int64_t>> parcelas = {};
 };
 
 struct CAsuntos {

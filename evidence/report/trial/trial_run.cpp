@@ -7,6 +7,7 @@
 #include "evidence/paths.h"
 #include "evidence/report/reading/run_words.h"
 #include "evidence/report/reading/text.h"
+#include "evidence/report/writing/watched_signals.h"
 #include "platform/files/any_case_name.h"
 #include "platform/plain_texts.h"
 #include "platform/settings.h"
@@ -38,8 +39,7 @@ void Copia(const CString& nombre, const fs::path& hasta)
     CreaSalida(copia, sistema::Nombre(hasta), sola);
     for (std::string_view tramo = fuente.Tramo(kTramo); !tramo.empty();
          tramo = fuente.Tramo(kTramo)) {
-        if (sistema::HayQueAcabar())
-            throw CInterrumpido();
+        CVigilancia::Mira();
         copia.Write(tramo.data(), static_cast<UINT>(tramo.size()));
     }
     copia.Close();
@@ -160,8 +160,7 @@ std::string CEnsayo::Corre()
     lote::Corre(orden, error);
     if (error)
         throw CFileException(sistema::Nombre(orden.programa), error, true);
-    if (sistema::HayQueAcabar())
-        throw CInterrumpido();
+    CVigilancia::Mira();
     if (HayFichero(m_suyos.ficheroR))
         return {};
     const std::string dicho = EnUnaLinea(lote::LoDicho(orden.dicho));
