@@ -57,9 +57,7 @@ void CEstadoEnObra::TomaParaje(short mun, int numero, std::string_view nombre)
 
 int CEstadoEnObra::BuscaParcela(const CClaveParcela& clave) const
 {
-    return m_porClave.Busca(HashDe(clave), [&](int i) {
-        return m_estado.parcelas[static_cast<std::size_t>(i)].clave == clave;
-    });
+    return m_porClave.Busca(m_estado.parcelas, &CParcela::clave, clave);
 }
 
 std::pair<int, bool> CEstadoEnObra::AsientaParcela(const CClaveParcela& clave, int superficie,
@@ -72,9 +70,6 @@ std::pair<int, bool> CEstadoEnObra::AsientaParcela(const CClaveParcela& clave, i
     parcela.clave = clave;
     parcela.superficie = superficie;
     parcela.paraje = numParaje; // the number, until all places are known
-    m_porClave.Pon(HashDe(clave), i, [&](int j) {
-        return m_estado.parcelas[static_cast<std::size_t>(j)].clave == clave;
-    });
     return {i, true};
 }
 

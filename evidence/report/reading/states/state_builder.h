@@ -96,8 +96,8 @@ private:
 
     Reparto m_reparto;
     CEstadoMunicipio m_estado;
-    CBaseCatastro m_base{0}; // for its rules on who is the same person
-    CTablaHash m_porClave;   // parcels
+    CBaseCatastro m_base{0};           // for its rules on who is the same person
+    CIndice<Gana::Primero> m_porClave; // parcels
     std::vector<CTitularLeido> m_titulares;
     std::vector<CVinculoLeido> m_vinculos;
     std::vector<CParajeLeido> m_parajes;
