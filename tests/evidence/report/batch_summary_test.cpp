@@ -1,6 +1,5 @@
 #include "evidence/report/report.h"
 
-#include <chrono>
 #include <filesystem>
 
 #include "batch/job_table.h"
@@ -13,13 +12,14 @@
 #include "platform/files/target_lock.h"
 #include "tests/catastro_to_vexa/run_fixture.h"
 #include "tests/evidence/report/report_fixture.h"
-#include "vexa_to_infograf/vexa_a_infograf_dlg.h"
 
 using testing::ElementsAre;
 using testing::EndsWith;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
+
+namespace fs = std::filesystem;
 
 namespace {
 
@@ -31,7 +31,7 @@ protected:
     ResumenDeLote()
     {
         for (const char* lugar : {"uno", "a #1 ñ", "medio", "t.resultados/salidas"})
-            std::filesystem::create_directories(carpeta.Ruta() / sistema::Ruta(lugar));
+            fs::create_directories(carpeta.Ruta() / sistema::Ruta(lugar));
         carpeta.Pon("uno/entrada.txt", "");
         carpeta.Pon("uno/entrada.ERR", "W302: Parcela    1      1 no tiene titular\r\n");
         carpeta.Pon("a #1 ñ/entrada.txt", "");
@@ -82,9 +82,7 @@ TEST_F(ResumenDeLote, PutsTheWorstFirstAndSumsAllUp)
           {"0\t0\t0\t0.01", "ida\tno_hay"},
           {"137\t0\t1\t0.01", "ida\tuno\tmodulos=mas.txt"},
           {"0\t0\t0\t0.02", "ida\t."}});
-    informe::COpciones opciones;
-    opciones.json = carpeta.En("t.json");
-    const informe::CResultado resultado = Resume(opciones);
+    const informe::CResultado resultado = Resume({.json = carpeta.En("t.json")});
     const std::string sinTablas = "No se halló ninguna tabla: el proceso se detuvo antes de "
                                   "escribirlas, o están en otra carpeta, que --tablas nombra.";
     const std::string dicho = "El archivo P no se puede crear. El archivo e está vacío. ";
@@ -135,7 +133,7 @@ TEST_F(ResumenDeLote, CallsALossWhatCannotBeChecked)
     Lote({{"0\t-\t-\t0.02", "ida\t."}});
     EXPECT_TRUE(Resume().hayPerdidas) << "of an older log";
     Lote({{"0\t0\t0\t0.02", "ida\t."}});
-    std::filesystem::remove(carpeta.Ruta() / "Parajes.txt");
+    fs::remove(carpeta.Ruta() / "Parajes.txt");
     EXPECT_TRUE(Resume().hayPerdidas);
     EXPECT_THAT(Hoja().at(1), EndsWith(";Sin comprobar: Parajes (no está Parajes.txt)."));
 }
@@ -145,11 +143,7 @@ TEST_F(ResumenDeLote, IsAsStrictAsTheReportsOfItsJobs)
 {
     const auto municipio = sintetico::Genera({.parcelas = 20, .poligonos = 1}, 3);
     ASSERT_TRUE(sintetico::GrabaDibujos(carpeta.En("medio/"), municipio));
-    CVexaAInfografDlg dialogo;
-    dialogo.Create(IDD_VEXA_A_INFOGRAF, nullptr);
-    dialogo.GetDlgItem(IDC_TREN)->SetWindowText(carpeta.En("medio/poligonos.txt"));
-    dialogo.GetDlgItem(IDC_ORTOS)->SetWindowText(carpeta.En("medio/ortos.TOP"));
-    dialogo.SendMessage(WM_COMMAND, IDOK, 0);
+    EjecutaAInfograf(carpeta, "medio/");
     const std::string ventana = "Campiva\n  Tipo\n    1009  (*) de Catastro\nVexa a Infograf\n"
                                 "   2  <Salir>\n";
     const std::string dicho = "El archivo e está vacío";
@@ -225,10 +219,10 @@ TEST_F(ResumenDeLote, LosesNoJobByWhatIsDamaged)
         Lote({{"0\t0\t1\t0.25", "ida\tuno"}, {"0\t0\t0\t0.25", "vuelta\tuno"}});
         const std::string fichero = std::string("t.resultados/") + caso.fichero;
         if (*caso.linea == 0)
-            std::filesystem::remove(carpeta.Ruta() / fichero);
+            fs::remove(carpeta.Ruta() / fichero);
         else
             carpeta.Pon(fichero, carpeta.Lee(fichero) + caso.linea);
-        std::filesystem::remove(carpeta.Ruta() / "t.resultados/resumen.html");
+        fs::remove(carpeta.Ruta() / "t.resultados/resumen.html");
         const informe::CResultado resultado = Resume();
         const std::string pagina = carpeta.Lee("t.resultados/resumen.html");
         EXPECT_THAT(caso.hayPagina ? pagina : resultado.quejas.at(0), HasSubstr(caso.dice));
@@ -247,7 +241,7 @@ TEST_F(ResumenDeLote, TellsThatTheBatchIsAtWork)
     sistema::Error error;
     candado.Toma(lado::De(carpeta.Ruta() / "t.resultados/trabajos.log", lado::kCandado), error);
     EXPECT_THAT(dice(), Not(HasSubstr("en marcha"))) << "the batch's own summary, at its end";
-    std::filesystem::remove(carpeta.Ruta() / "t.resultados/estado.tsv");
+    fs::remove(carpeta.Ruta() / "t.resultados/estado.tsv");
     EXPECT_THAT(dice(), HasSubstr("El lote está en marcha todavía."));
     candado.Suelta();
     EXPECT_THAT(dice(), HasSubstr("El lote no ha llegado a su fin."));
@@ -255,7 +249,7 @@ TEST_F(ResumenDeLote, TellsThatTheBatchIsAtWork)
 
 TEST_F(ResumenDeLote, TellsWhatCannotBeWrittenAndKeepsTheNumbers)
 {
-    std::filesystem::create_directories(carpeta.Ruta() / "t.resultados/informes/1.html/en medio");
+    fs::create_directories(carpeta.Ruta() / "t.resultados/informes/1.html/en medio");
     Lote({{"0\t-\t-\t0.25", "ida\tuno"}, {"0\t0\t0\t0.25", "ida\ta #1 ñ"}});
     const informe::CResultado resultado = Resume();
     EXPECT_THAT(resultado.quejas, ElementsAre(HasSubstr("De 1 trabajo hecho no se pudo")));
@@ -264,23 +258,20 @@ TEST_F(ResumenDeLote, TellsWhatCannotBeWrittenAndKeepsTheNumbers)
     EXPECT_THAT(Hoja()[2], HasSubstr("El registro es otro: el trabajo no dejó ninguno."));
 
     const std::string antes = carpeta.Lee("t.resultados/resumen.html");
-    informe::COpciones opciones;
     carpeta.Pon("t.resultados/parallel.txt", "dicho");
     for (const char* hoja : {"no_hay/t.csv", "t.resultados/trabajos.log", "uno",
                              "t.resultados/parallel.txt", "t.resultados/salidas/1.err"}) {
-        opciones.csv = carpeta.En(hoja);
-        EXPECT_THAT(Resume(opciones).quejas, ElementsAre(HasSubstr(hoja)));
+        EXPECT_THAT(Resume({.csv = carpeta.En(hoja)}).quejas, ElementsAre(HasSubstr(hoja)));
         EXPECT_EQ(carpeta.Lee("t.resultados/resumen.html"), antes);
     }
 }
 
 TEST_F(ResumenDeLote, FallsOnNoFileOfTheBatchOrItsJobs)
 {
-    std::filesystem::create_directories(carpeta.Ruta() / "t.resultados/informes");
+    fs::create_directories(carpeta.Ruta() / "t.resultados/informes");
     carpeta.Pon("medio/poligonos.txt", "   1 salida\r\n");
     carpeta.Pon("t", "the table");
-    std::filesystem::create_hard_link(carpeta.Ruta() / "uno/entrada.txt",
-                                      carpeta.Ruta() / "uno/otro nombre");
+    fs::create_hard_link(carpeta.Ruta() / "uno/entrada.txt", carpeta.Ruta() / "uno/otro nombre");
     Lote({{"0\t0\t1\t0.25", "ida\tuno\ttitulares=mis.txt\tmodulos=mis.txt"},
           {"", "vuelta\tmedio"},
           {"0\t0\t0\t0.25", "infograf\tmedio\tortos=o.TOP"}});
@@ -306,16 +297,15 @@ TEST_F(ResumenDeLote, FallsOnNoFileOfTheBatchOrItsJobs)
         }
     }
     EXPECT_EQ(carpeta.Lee("t.resultados/trabajos.log"), diario);
-    informe::COpciones opciones;
-    opciones.csv = carpeta.En("uno/resumen.csv");
-    EXPECT_THAT(Resume(opciones).quejas, Not(testing::Contains(HasSubstr("no se escribe"))));
+    EXPECT_THAT(Resume({.csv = carpeta.En("uno/resumen.csv")}).quejas,
+                Not(testing::Contains(HasSubstr("no se escribe"))));
     EXPECT_NE(carpeta.Lee("uno/resumen.csv"), "(no file)");
 }
 
 TEST_F(ResumenDeLote, TakesAwayNoMoreThanReportsOfJobsThatAreGone)
 {
     Lote({{"0\t0\t1\t0.25", "ida\tuno"}, {"0\t0\t0\t0.25", "ida\tno_hay"}});
-    std::filesystem::create_directory(carpeta.Ruta() / "t.resultados/informes");
+    fs::create_directory(carpeta.Ruta() / "t.resultados/informes");
     const struct {
         const char* nombre;
         bool queda;
@@ -327,9 +317,7 @@ TEST_F(ResumenDeLote, TakesAwayNoMoreThanReportsOfJobsThatAreGone)
     };
     for (const auto& caso : casos)
         carpeta.Pon(std::string("t.resultados/informes/") + caso.nombre, "before");
-    informe::COpciones opciones;
-    opciones.csv = carpeta.En("no_hay/t.csv");
-    Resume(opciones); // of which there is none
+    Resume({.csv = carpeta.En("no_hay/t.csv")}); // of which there is none
     for (const auto& caso : casos)
         EXPECT_TRUE(hay(caso.nombre)) << caso.nombre;
     Resume();
@@ -337,10 +325,8 @@ TEST_F(ResumenDeLote, TakesAwayNoMoreThanReportsOfJobsThatAreGone)
         EXPECT_EQ(hay(caso.nombre), caso.queda) << caso.nombre;
     EXPECT_THAT(carpeta.Lee("t.resultados/informes/1.html"), HasSubstr("W302"));
 
-    opciones = {};
-    opciones.sinInformes = true;
-    for (const auto& otras : {informe::COpciones(), opciones}) {
-        Resume(otras);
+    for (const bool sinInformes : {false, true}) {
+        Resume({.sinInformes = sinInformes});
         const std::string pagina = carpeta.Lee("t.resultados/resumen.html");
         EXPECT_THAT(pagina, HasSubstr("informes/1.html"));
         EXPECT_THAT(pagina, Not(HasSubstr("informes/2.html"))) << "its log is gone";
@@ -350,7 +336,7 @@ TEST_F(ResumenDeLote, TakesAwayNoMoreThanReportsOfJobsThatAreGone)
 TEST_F(ResumenDeLote, LinksFromWhereItsPageStandsToReportsThatAreThere)
 {
     Lote({{"0\t0\t1\t0.25", "ida\tuno"}, {"0\t2\t0\t0.25", "ida\ta #1 ñ"}});
-    std::filesystem::create_directory(carpeta.Ruta() / "t.resultados/informes");
+    fs::create_directory(carpeta.Ruta() / "t.resultados/informes");
     carpeta.Pon("t.resultados/informes/nota.html", "mine");
     carpeta.Pon("t.resultados/informes/7.html", "of another batch");
     Resume();
@@ -358,12 +344,8 @@ TEST_F(ResumenDeLote, LinksFromWhereItsPageStandsToReportsThatAreThere)
     EXPECT_EQ(carpeta.Lee("t.resultados/informes/7.html"), "(no file)");
 
     // As they are from now on: one is older than the log of its job by now.
-    std::filesystem::last_write_time(carpeta.Ruta() / "t.resultados/informes/1.html",
-                                     std::filesystem::file_time_type::clock::now() -
-                                         std::chrono::hours(1));
-    informe::COpciones opciones;
-    opciones.sinInformes = true;
-    opciones.html = carpeta.En("medio/p.html");
+    Envejece(carpeta.Ruta() / "t.resultados/informes/1.html");
+    informe::COpciones opciones = {.html = carpeta.En("medio/p.html"), .sinInformes = true};
     const std::string antes = carpeta.Lee("t.resultados/informes/2.html");
     EXPECT_THAT(Resume(opciones).quejas, IsEmpty());
     EXPECT_EQ(carpeta.Lee("t.resultados/informes/2.html"), antes);
@@ -371,8 +353,7 @@ TEST_F(ResumenDeLote, LinksFromWhereItsPageStandsToReportsThatAreThere)
     EXPECT_THAT(pagina, HasSubstr("<a href=\"../t.resultados/informes/2.html\">a #1 ñ</a>"));
     EXPECT_THAT(pagina, HasSubstr("<td class=\"nombre\">uno<small>"));
     opciones.resumen = carpeta.En("a #1 ñ/r");
-    std::filesystem::rename(carpeta.Ruta() / kResultados,
-                            carpeta.Ruta() / sistema::Ruta("a #1 ñ/r"));
+    fs::rename(carpeta.Ruta() / kResultados, carpeta.Ruta() / sistema::Ruta("a #1 ñ/r"));
     informe::HazResumen(opciones, {"1", 0});
     EXPECT_THAT(carpeta.Lee("medio/p.html"),
                 HasSubstr("<a href=\"../a%20%231%20%C3%B1/r/informes/2.html\">a #1 ñ</a>"));

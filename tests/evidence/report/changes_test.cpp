@@ -7,6 +7,7 @@
 #include "tests/evidence/report/report_fixture.h"
 
 using testing::AnyOf;
+using testing::ElementsAre;
 using testing::ElementsAreArray;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -56,13 +57,8 @@ struct CLineas {
 /// What the sheet of changes says, without its head and the ends of its lines.
 std::vector<std::string> FilasDe(const CCarpetaPrueba& carpeta, const char* hoja)
 {
-    std::string texto = carpeta.Lee(hoja);
-    std::vector<std::string> filas;
-    for (std::size_t i = texto.find("\r\n") + 2; i < texto.size();) {
-        const std::size_t fin = texto.find("\r\n", i);
-        filas.push_back(texto.substr(i, fin - i));
-        i = fin + 2;
-    }
+    std::vector<std::string> filas = carpeta.Lineas(hoja);
+    filas.erase(filas.begin());
     return filas;
 }
 
@@ -79,11 +75,10 @@ protected:
     }
     std::vector<std::string> Compara(const char* ahora, const char* antes)
     {
-        informe::COpciones opciones;
-        opciones.contra = carpeta.En(antes);
-        opciones.cambios = carpeta.En("cambios.csv");
-        opciones.html = carpeta.En("cambios.html");
-        resultado = informe::HazInforme(carpeta.En(ahora), opciones, {"1", 0});
+        resultado = Resultado(carpeta, ahora,
+                              {.html = carpeta.En("cambios.html"),
+                               .contra = carpeta.En(antes),
+                               .cambios = carpeta.En("cambios.csv")});
         EXPECT_THAT(resultado.quejas, IsEmpty());
         EXPECT_EQ(ReparosDePagina(carpeta.Lee("cambios.html")), "");
         return FilasDe(carpeta, "cambios.csv");
@@ -368,7 +363,7 @@ TEST_F(Cambios, TellThatOneOfTheStatesIsInAnotherCodePage)
     EXPECT_THAT(resultado.resumen, HasSubstr("ahora.txt" + dice));
     EXPECT_THAT(carpeta.Lee("cambios.html"), HasSubstr("ahora.txt" + dice));
     EXPECT_THAT(Filas(ahora, ahora), IsEmpty());
-    EXPECT_THAT(resultado.resumen, testing::Not(HasSubstr(dice))) << "both are";
+    EXPECT_THAT(resultado.resumen, Not(HasSubstr(dice))) << "both are";
 }
 
 TEST_F(Cambios, AreNamedOnThePageBehindAsManyHoldersAsItHasRoomFor)
@@ -389,9 +384,7 @@ TEST_F(Cambios, StandInThePageOfARunAndBesideItsSummary)
     CLineas ahora;
     ahora.parcelas[0] = DeMetros(1, 1, 510);
     Ejecuta(ahora.Texto());
-    informe::COpciones opciones;
-    opciones.contra = carpeta.En("antes.txt");
-    const CInformePrueba informe(carpeta, "entrada.ERR", opciones);
+    const CInformePrueba informe(carpeta, "entrada.ERR", {.contra = carpeta.En("antes.txt")});
     EXPECT_TRUE(informe.Dice("<section id=\"cambios\">"));
     EXPECT_TRUE(informe.Dice("Cambian de superficie 1; 2 parcelas quedan como estaban."));
     EXPECT_THAT(informe.resultado.resumen, HasSubstr("  Cambios contra "));
@@ -422,10 +415,7 @@ TEST_F(Cambios, TellWhoIsTheMainHolderWhereTheTablesSayIt)
     lineas.gente[1] = Titular("0000002", "00050", "LUIS", "22222222");
     lineas.gente[2] = Titular("0000002", "00050", "EVA", "33333333");
     Ejecuta(lineas.Texto());
-    std::filesystem::create_directory(carpeta.Ruta() / "antes");
-    for (const char* tabla : {"Modulos.txt", "Titulares.txt", "Parcelas.txt", "Subparcelas.txt",
-                              "Parajes.txt", "Cotitulares.txt"})
-        std::filesystem::copy_file(carpeta.Ruta() / tabla, carpeta.Ruta() / "antes" / tabla);
+    CopiaTablas(carpeta, "antes");
     EXPECT_THAT(Compara("", "antes"), IsEmpty());
     // The two of 1-2 change places, and their shares are the same.
     const auto cambia = [&](const char* tabla, std::size_t fila, unsigned campo,
@@ -444,8 +434,8 @@ TEST_F(Cambios, TellWhoIsTheMainHolderWhereTheTablesSayIt)
     cambia("Parcelas.txt", 1, 8, otro);
     cambia("Cotitulares.txt", 0, 5, principal);
     EXPECT_THAT(Compara("", "antes"),
-                testing::ElementsAre("titular;127;1;2;;LUIS, 22222222 (PR 50) y EVA, 33333333 (PR "
-                                     "50);EVA, 33333333 (PR 50) y LUIS, 22222222 (PR 50);;"));
+                ElementsAre("titular;127;1;2;;LUIS, 22222222 (PR 50) y EVA, 33333333 (PR "
+                            "50);EVA, 33333333 (PR 50) y LUIS, 22222222 (PR 50);;"));
     EXPECT_THAT(Compara("entrada.txt", ""), IsEmpty()) << "lines name all alike";
 }
 
@@ -479,25 +469,19 @@ TEST_F(Cambios, TellWhatTheyCannotCompare)
         {"", " es de otro municipio que "},
     };
     for (const auto& caso : kCasos) {
-        informe::COpciones opciones;
-        opciones.contra = carpeta.En(caso.contra);
-        const auto hecho = informe::HazInforme(carpeta.En("estado.txt"), opciones, {"1", 0});
-        ASSERT_EQ(hecho.quejas.size(), 1U) << caso.contra;
-        EXPECT_THAT(hecho.quejas.front(), HasSubstr(caso.queja));
+        EXPECT_THAT(Resultado(carpeta, "estado.txt", {.contra = carpeta.En(caso.contra)}).quejas,
+                    ElementsAre(HasSubstr(caso.queja)))
+            << caso.contra;
     }
     EXPECT_EQ(carpeta.Lee("estado_cambios.html"), "(no file)");
-    informe::COpciones opciones;
-    opciones.contra = carpeta.En("estado.txt");
-    EXPECT_THAT(informe::HazInforme(carpeta.En("vacio.txt"), opciones, {"1", 0}).quejas,
-                testing::ElementsAre(HasSubstr("vacio.txt no es un registro, ni otro estado")));
-    opciones.contra = carpeta.En("otro.txt");
-    opciones.html = opciones.contra;
-    EXPECT_THAT(informe::HazInforme(carpeta.En("estado.txt"), opciones, {"1", 0}).quejas.front(),
-                HasSubstr("no se escribe, porque se lee"));
-    opciones.html = "";
-    opciones.lista = opciones.contra;
-    EXPECT_THAT(informe::HazInforme(carpeta.En("estado.txt"), opciones, {"1", 0}).quejas.front(),
-                HasSubstr("no es un registro: no caben las opciones"));
+    EXPECT_THAT(Resultado(carpeta, "vacio.txt", {.contra = carpeta.En("estado.txt")}).quejas,
+                ElementsAre(HasSubstr("vacio.txt no es un registro, ni otro estado")));
+    const CString otroEstado = carpeta.En("otro.txt");
+    EXPECT_THAT(Resultado(carpeta, "estado.txt", {.html = otroEstado, .contra = otroEstado}).quejas,
+                ElementsAre(HasSubstr("no se escribe, porque se lee")));
+    EXPECT_THAT(
+        Resultado(carpeta, "estado.txt", {.lista = otroEstado, .contra = otroEstado}).quejas,
+        ElementsAre(HasSubstr("no es un registro: no caben las opciones")));
 }
 
 TEST_F(Cambios, OfARunThatLeftNothingCannotBeTold)
@@ -505,11 +489,9 @@ TEST_F(Cambios, OfARunThatLeftNothingCannotBeTold)
     Ejecuta(CLineas().Texto());
     carpeta.Pon("antes.txt", CLineas().Texto());
     std::filesystem::remove(carpeta.Ruta() / "Subparcelas.txt");
-    informe::COpciones opciones;
-    opciones.contra = carpeta.En("antes.txt");
-    const auto hecho = informe::HazInforme(carpeta.En("entrada.ERR"), opciones, {"1", 0});
-    ASSERT_EQ(hecho.quejas.size(), 1U);
-    EXPECT_THAT(hecho.quejas.front(), HasSubstr("le falta la tabla"));
+    const informe::COpciones opciones = {.contra = carpeta.En("antes.txt")};
+    EXPECT_THAT(Resultado(carpeta, "entrada.ERR", opciones).quejas,
+                ElementsAre(HasSubstr("le falta la tabla")));
     EXPECT_EQ(carpeta.Lee("entrada.html"), "(no file)");
     const CEnCarpeta aqui(carpeta.Ruta());
     EXPECT_THAT(informe::HazInforme("entrada.ERR", opciones, {"1", 0}).quejas.front(),

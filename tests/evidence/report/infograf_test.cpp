@@ -5,7 +5,6 @@
 #include "generator/synthetic_municipality.h"
 #include "tests/evidence/report/report_fixture.h"
 #include "tests/support/scripted_front_end.h"
-#include "vexa_to_infograf/vexa_a_infograf_dlg.h"
 
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -24,14 +23,7 @@ protected:
         const auto municipio = sintetico::Genera({.parcelas = 60, .poligonos = 2}, 3);
         EXPECT_TRUE(sintetico::GrabaDibujos(carpeta.En(""), municipio));
     }
-    void Ejecuta()
-    {
-        CVexaAInfografDlg dialogo;
-        dialogo.Create(IDD_VEXA_A_INFOGRAF, nullptr);
-        dialogo.GetDlgItem(IDC_TREN)->SetWindowText(carpeta.En("poligonos.txt"));
-        dialogo.GetDlgItem(IDC_ORTOS)->SetWindowText(carpeta.En("ortos.TOP"));
-        dialogo.SendMessage(WM_COMMAND, IDOK, 0);
-    }
+    void Ejecuta() const { EjecutaAInfograf(carpeta); }
     CInformePrueba Informa(const informe::COpciones& opciones = {}) const
     {
         return CInformePrueba(carpeta, "045127.ERR", opciones, "045127_infograf.html");
@@ -60,7 +52,7 @@ TEST_F(InformeDeInfograf, CountsRecordsByKindOnAPageOfItsOwn)
         EXPECT_FALSE(informe.Dice(std::string("<b>") + deLaVuelta)) << deLaVuelta;
     EXPECT_EQ(carpeta.Lee("045127.html"), "la de la vuelta");
     // What the way back told is kept, and has its own page.
-    const auto vuelta = informe::HazInforme(carpeta.En("045127.ERR.anterior"), {}, {"1", 0});
+    const auto vuelta = Resultado(carpeta, "045127.ERR.anterior");
     EXPECT_THAT(vuelta.resumen, HasSubstr(": vuelta, 1 error, "));
     EXPECT_THAT(carpeta.Lee("045127.html"), HasSubstr("E111"));
 }
@@ -158,21 +150,16 @@ TEST_F(InformeDeInfograf, IsToldFromTheWayBack)
     carpeta.Pon("045127.R", "");
     fs::last_write_time(carpeta.Ruta() / "045127.R", csp + std::chrono::seconds(1));
     const auto sentido = [&](const informe::COpciones& opciones) {
-        return informe::HazInforme(carpeta.En("045127.ERR"), opciones, {"1", 0}).resumen;
+        return Resultado(carpeta, "045127.ERR", opciones).resumen;
     };
     EXPECT_THAT(sentido({}), HasSubstr(": vuelta, ")) << "a way back came behind";
-    informe::COpciones opciones;
-    opciones.escritos = {carpeta.En("045127.CSP")};
-    EXPECT_THAT(sentido(opciones), HasSubstr(": a Infograf, "));
-    opciones.escritos = {carpeta.En("045127.R")};
+    EXPECT_THAT(sentido({.escritos = {carpeta.En("045127.CSP")}}), HasSubstr(": a Infograf, "));
     fs::last_write_time(carpeta.Ruta() / "045127.R", csp - std::chrono::hours(1));
     EXPECT_THAT(sentido({}), HasSubstr(": a Infograf, "));
-    EXPECT_THAT(sentido(opciones), HasSubstr(": vuelta, "));
+    EXPECT_THAT(sentido({.escritos = {carpeta.En("045127.R")}}), HasSubstr(": vuelta, "));
     fs::last_write_time(carpeta.Ruta() / "045127.CSP", csp - std::chrono::hours(1));
     EXPECT_THAT(sentido({}), HasSubstr(": vuelta, ")) << "the log is newer";
-    opciones = {};
-    opciones.detenido = true;
-    EXPECT_THAT(sentido(opciones),
+    EXPECT_THAT(sentido({.detenido = true}),
                 testing::AllOf(HasSubstr(": a Infograf, "), HasSubstr("no llegó a su fin")))
         << "no way back without tables";
 }

@@ -3,6 +3,8 @@
 #include <set>
 #include <vector>
 
+#include "vexa_to_infograf/vexa_a_infograf_dlg.h"
+
 namespace {
 
 /// Goes through the elements of a page.
@@ -62,6 +64,23 @@ private:
 };
 
 } // namespace
+
+void EjecutaAInfograf(const CCarpetaPrueba& carpeta, const std::string& lugar)
+{
+    CVexaAInfografDlg dialogo;
+    dialogo.Create(IDD_VEXA_A_INFOGRAF, nullptr);
+    dialogo.GetDlgItem(IDC_TREN)->SetWindowText(carpeta.En(lugar + "poligonos.txt"));
+    dialogo.GetDlgItem(IDC_ORTOS)->SetWindowText(carpeta.En(lugar + "ortos.TOP"));
+    dialogo.SendMessage(WM_COMMAND, IDOK, 0);
+}
+
+void CopiaTablas(const CCarpetaPrueba& carpeta, const char* donde)
+{
+    std::filesystem::create_directory(carpeta.Ruta() / donde);
+    for (const char* tabla : {"Modulos.txt", "Titulares.txt", "Parcelas.txt", "Subparcelas.txt",
+                              "Parajes.txt", "Cotitulares.txt"})
+        std::filesystem::copy_file(carpeta.Ruta() / tabla, carpeta.Ruta() / donde / tabla);
+}
 
 std::string ReparosDePagina(std::string_view pagina)
 {

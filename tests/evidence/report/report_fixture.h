@@ -1,6 +1,8 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
+#include <filesystem>
 #include <string>
 #include <string_view>
 
@@ -24,11 +26,32 @@ inline std::int64_t Veces(std::string_view texto, std::string_view que)
     return veces;
 }
 
+/// Has a file written a day ago.
+inline void Envejece(const std::filesystem::path& fichero)
+{
+    std::filesystem::last_write_time(fichero, std::filesystem::file_time_type::clock::now() -
+                                                  std::chrono::hours(24));
+}
+
+/// Runs the way on to Infograf.
+/// \param lugar  folder below the other one, with its stroke, where the list and the sheets are
+void EjecutaAInfograf(const CCarpetaPrueba& carpeta, const std::string& lugar = "");
+
+/// Copies the tables into a new folder below.
+void CopiaTablas(const CCarpetaPrueba& carpeta, const char* donde);
+
+/// What comes of a report of something in the folder, whatever its page says.
+inline informe::CResultado Resultado(const CCarpetaPrueba& carpeta, std::string_view registro,
+                                     const informe::COpciones& opciones = {})
+{
+    return informe::HazInforme(carpeta.En(registro), opciones, {"1", 0});
+}
+
 /// What the report of a log in the folder says.
 struct CInformePrueba {
     explicit CInformePrueba(const CCarpetaPrueba& carpeta, const char* registro,
-                            informe::COpciones opciones = {}, std::string nombre = {})
-        : resultado(informe::HazInforme(carpeta.En(registro), opciones, {"1", 0}))
+                            const informe::COpciones& opciones = {}, std::string nombre = {})
+        : resultado(Resultado(carpeta, registro, opciones))
     {
         if (nombre.empty())
             nombre = std::string(registro).replace(std::string_view(registro).rfind('.'),

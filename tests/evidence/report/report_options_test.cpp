@@ -6,37 +6,39 @@
 using namespace informe;
 using testing::HasSubstr;
 
-TEST(ReportOptions, TakesLogsAndTheirOptions)
+namespace {
+
+COpciones Leidas(const std::vector<std::string>& argumentos)
 {
     std::string queja;
-    const std::vector<std::string> argumentos = {"--lista", "l.txt", "a.ERR", "--csv", "a.csv"};
     const auto opciones = LeeOpciones(argumentos, queja);
-    ASSERT_TRUE(opciones) << queja;
-    EXPECT_EQ(opciones->registros, std::vector<CString>{"a.ERR"});
-    EXPECT_EQ(opciones->lista, CString("l.txt"));
-    EXPECT_EQ(opciones->csv, CString("a.csv"));
-    EXPECT_TRUE(opciones->html.IsEmpty());
-    const std::vector<std::string> con = {"--con", "a", "--con", "b", "a.ERR"};
-    EXPECT_EQ(LeeOpciones(con, queja)->con, (std::vector<CString>{"a", "b"}));
-    const std::vector<std::string> detenido = {"--escrito", "c", "--detenido", "a.ERR"};
-    EXPECT_EQ(LeeOpciones(detenido, queja)->escritos, std::vector<CString>{"c"});
-    EXPECT_TRUE(LeeOpciones(detenido, queja)->detenido);
-    const std::vector<std::string> ensayo = {"--ensayo", "--crea", "l.txt", "--cambios", "c.csv"};
-    ASSERT_TRUE(LeeOpciones(ensayo, queja)) << queja;
-    EXPECT_TRUE(LeeOpciones(ensayo, queja)->crea);
-    EXPECT_FALSE(LeeOpciones(ensayo, queja)->conserva);
-    const std::vector<std::string> varios = {"a.ERR", "--", "--csv"};
-    EXPECT_EQ(LeeOpciones(varios, queja)->registros, (std::vector<CString>{"a.ERR", "--csv"}));
-    const std::vector<std::string> resumen = {
-        "--resumen", "t.resultados", "--sin-informes", "--json",
-        "-",         "--csv",        "t.csv",          "--estricto"};
-    ASSERT_TRUE(LeeOpciones(resumen, queja)) << queja;
-    EXPECT_EQ(LeeOpciones(resumen, queja)->resumen, CString("t.resultados"));
-    EXPECT_TRUE(LeeOpciones(resumen, queja)->sinInformes);
-    const std::vector<std::string> ayuda = {"a.ERR", "--help", "--nada"};
-    EXPECT_EQ(LeeOpciones(ayuda, queja)->pide, COpciones::Pide::Ayuda);
-    const std::vector<std::string> version = {"--version"};
-    EXPECT_EQ(LeeOpciones(version, queja)->pide, COpciones::Pide::Version);
+    EXPECT_TRUE(opciones) << queja;
+    return opciones.value_or(COpciones());
+}
+
+} // namespace
+
+TEST(ReportOptions, TakesLogsAndTheirOptions)
+{
+    const COpciones opciones = Leidas({"--lista", "l.txt", "a.ERR", "--csv", "a.csv"});
+    EXPECT_EQ(opciones.registros, std::vector<CString>{"a.ERR"});
+    EXPECT_EQ(opciones.lista, CString("l.txt"));
+    EXPECT_EQ(opciones.csv, CString("a.csv"));
+    EXPECT_TRUE(opciones.html.IsEmpty());
+    EXPECT_EQ(Leidas({"--con", "a", "--con", "b", "a.ERR"}).con, (std::vector<CString>{"a", "b"}));
+    const COpciones detenido = Leidas({"--escrito", "c", "--detenido", "a.ERR"});
+    EXPECT_EQ(detenido.escritos, std::vector<CString>{"c"});
+    EXPECT_TRUE(detenido.detenido);
+    const COpciones ensayo = Leidas({"--ensayo", "--crea", "l.txt", "--cambios", "c.csv"});
+    EXPECT_TRUE(ensayo.crea);
+    EXPECT_FALSE(ensayo.conserva);
+    EXPECT_EQ(Leidas({"a.ERR", "--", "--csv"}).registros, (std::vector<CString>{"a.ERR", "--csv"}));
+    const COpciones resumen = Leidas({"--resumen", "t.resultados", "--sin-informes", "--json", "-",
+                                      "--csv", "t.csv", "--estricto"});
+    EXPECT_EQ(resumen.resumen, CString("t.resultados"));
+    EXPECT_TRUE(resumen.sinInformes);
+    EXPECT_EQ(Leidas({"a.ERR", "--help", "--nada"}).pide, COpciones::Pide::Ayuda);
+    EXPECT_EQ(Leidas({"--version"}).pide, COpciones::Pide::Version);
 }
 
 TEST(ReportOptions, ComplainsOfALineThatItDoesNotUnderstand)

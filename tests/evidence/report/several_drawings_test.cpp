@@ -157,9 +157,7 @@ TEST_F(InformeDeVariosDibujos, ShowsWhichOutlineCountsOnTheMapsOfAll)
         {"045", "127", "0", "2", "7", "81", "", "", "1", "PR", "100", "", "", "", "1", " "}));
     Dibuja({{"1", {10}}, {"2", {9}}, {"1B", {8}}});
     Ejecuta();
-    informe::COpciones opciones;
-    opciones.geojson = carpeta.En("m.geojson");
-    const CInformePrueba informe = Informa(opciones);
+    const CInformePrueba informe = Informa({.geojson = carpeta.En("m.geojson")});
     for (const char* dice : {"<path id=\"p1-7\" class=\"ok pieza perdida\" data-p=\"1-7\"",
                              "<title>Parcela 1-7, recinto 1 de 2: no cuentan sus 100 m²</title>",
                              "<path class=\"ok pieza\" data-p=\"1-7\"",

@@ -8,10 +8,12 @@
 #include "tests/evidence/report/report_fixture.h"
 #include "tests/vexa_to_catastro/run_fixture.h"
 
+using testing::Contains;
 using testing::EndsWith;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
+using testing::StartsWith;
 
 namespace fs = std::filesystem;
 
@@ -39,12 +41,18 @@ class InformeDeVuelta : public Cruce {
 protected:
     void DosParcelas()
     {
+        VaciaParcelas();
         Parcela("7", "164");
         Parcela("8", "100");
         Subparcela("7", "a", "164");
         Subparcela("8", "a", "100");
         CDibujoPrueba dibujo(carpeta);
         DibujaDos(dibujo);
+    }
+    void VaciaParcelas()
+    {
+        for (const char* tabla : {"Parcelas", "Subparcelas"})
+            tablas[tabla].clear();
     }
     /// Rows in each of the six tables.
     void DeTodo()
@@ -66,9 +74,6 @@ TEST_F(InformeDeVuelta, AccountsForEveryRowWhateverTheOptions)
     } opciones[] = {{0, 0, 0}, {0, 1, 1}, {0, 1, 0}, {1, 0, 1}, {1, 1, 1}};
     for (const auto& [modificar, noEnGrafico, noEnBD] : opciones) {
         SCOPED_TRACE(testing::Message() << modificar << noEnGrafico << noEnBD);
-        for (auto& [tabla, filas] : tablas)
-            if (tabla != "Titulares" && tabla != "Parajes")
-                filas.clear();
         DosParcelas();
         Parcela("9", "10"); // isn't drawn
         Parcela("7", "1");  // once more
@@ -125,26 +130,21 @@ TEST_F(InformeDeVuelta, KeepsWhatItsFilesReplaceUnlessItWroteThat)
     constexpr CString informe::COpciones::*kSalidas[] = {
         &informe::COpciones::csv, &informe::COpciones::geojson, &informe::COpciones::cambios,
         &informe::COpciones::json};
-    fs::create_directory(carpeta.Ruta() / "antes");
-    for (const auto& [tabla, filas] : tablas)
-        fs::copy_file(carpeta.Ruta() / (tabla + ".txt"),
-                      carpeta.Ruta() / "antes" / (tabla + ".txt"));
+    CopiaTablas(carpeta, "antes");
     for (const auto salida : kSalidas) {
         if (salida == &informe::COpciones::json && !informe::kHayJson)
             continue;
-        informe::COpciones opciones;
-        opciones.contra = carpeta.En("antes");
+        informe::COpciones opciones = {.contra = carpeta.En("antes")};
         opciones.*salida = carpeta.Pon("suyo.txt", "\xEF\xBB\xBF{ de alguien");
-        EXPECT_THAT(Informa(opciones).resultado.quejas,
-                    testing::Contains(HasSubstr("suyo.txt.anterior")));
+        EXPECT_THAT(Informa(opciones).resultado.quejas, Contains(HasSubstr("suyo.txt.anterior")));
         EXPECT_EQ(carpeta.Lee("suyo.txt.anterior"), "\xEF\xBB\xBF{ de alguien");
         fs::remove(carpeta.Ruta() / "suyo.txt.anterior");
         fs::remove(carpeta.Ruta() / "045127.html.anterior");
-        EXPECT_THAT(Informa(opciones).resultado.quejas, testing::IsEmpty());
+        EXPECT_THAT(Informa(opciones).resultado.quejas, IsEmpty());
         EXPECT_FALSE(fs::exists(carpeta.Ruta() / "suyo.txt.anterior"));
         for (const char* nombre : {"otro.ERR", "otro.csp", "otro.SUB"}) {
             opciones.*salida = carpeta.Pon(nombre, "de otro");
-            EXPECT_THAT(informe::HazInforme(carpeta.En("045127.ERR"), opciones, {"1", 0}).quejas,
+            EXPECT_THAT(Resultado(carpeta, "045127.ERR", opciones).quejas,
                         testing::ElementsAre(HasSubstr("no se escribe")));
             EXPECT_EQ(carpeta.Lee(nombre), "de otro");
         }
@@ -273,8 +273,7 @@ TEST_F(InformeDeVuelta, CountsWhatAConcentratedParcelLosesByItsOutlines)
     };
     for (const auto& caso : casos) {
         SCOPED_TRACE(testing::Message() << caso.modificar << caso.tabla);
-        for (const char* tabla : {"Parcelas", "Subparcelas"})
-            tablas[tabla].clear();
+        VaciaParcelas();
         Parcela("7", caso.tabla, "C");
         Subparcela("7", "a", "164");
         CDibujoPrueba dibujo(carpeta);
@@ -317,20 +316,17 @@ TEST_F(InformeDeVuelta, IsKnownByAListThatIsNamedAmongOtherFiles)
 {
     DosParcelas();
     Ejecuta();
-    std::filesystem::create_directory(carpeta.Ruta() / "otra");
-    std::filesystem::copy_file(carpeta.Ruta() / "045127.ERR", carpeta.Ruta() / "otra/045127.ERR");
-    informe::COpciones opciones;
-    opciones.con = {carpeta.En("045127.R"), carpeta.En("lista.txt")};
-    const CInformePrueba informe(carpeta, "otra/045127.ERR", opciones);
-    EXPECT_THAT(informe.resultado.quejas, testing::IsEmpty());
-    EXPECT_THAT(informe.Cuenta(), testing::StartsWith("vuelta, "));
+    fs::create_directory(carpeta.Ruta() / "otra");
+    fs::copy_file(carpeta.Ruta() / "045127.ERR", carpeta.Ruta() / "otra/045127.ERR");
+    const CInformePrueba informe(carpeta, "otra/045127.ERR",
+                                 {.con = {carpeta.En("045127.R"), carpeta.En("lista.txt")}});
+    EXPECT_THAT(informe.resultado.quejas, IsEmpty());
+    EXPECT_THAT(informe.Cuenta(), StartsWith("vuelta, "));
 }
 
 TEST_F(InformeDeVuelta, TellsOfEverySquareMetre)
 {
     for (const char* superficie : {"0", "1"}) {
-        tablas["Parcelas"].clear();
-        tablas["Subparcelas"].clear();
         DosParcelas();
         Parcela("9", superficie); // isn't drawn, and isn't kept
         Ejecuta();
@@ -366,8 +362,7 @@ TEST_F(InformeDeVuelta, RoundsAParcelOnce)
 TEST_F(InformeDeVuelta, CountsWhatIsDrawnOfParcelsThatWereNotWritten)
 {
     for (const int noEnBD : {0, 1}) {
-        for (const char* tabla : {"Parcelas", "Subparcelas"})
-            tablas[tabla].clear();
+        VaciaParcelas();
         Parcela("7", "164");
         CDibujoPrueba dibujo(carpeta);
         DibujaDos(dibujo);
@@ -437,10 +432,8 @@ TEST_F(InformeDeVuelta, WritesFeaturesAndASheet)
 {
     DosParcelas();
     Ejecuta();
-    informe::COpciones opciones;
-    opciones.geojson = carpeta.En("m.geojson");
-    opciones.csv = carpeta.En("m.csv");
-    const CInformePrueba informe = Informa(opciones);
+    const CInformePrueba informe =
+        Informa({.geojson = carpeta.En("m.geojson"), .csv = carpeta.En("m.csv")});
     ASSERT_THAT(informe.resultado.quejas, IsEmpty());
     const std::string rasgos = carpeta.Lee("m.geojson");
     EXPECT_THAT(rasgos, HasSubstr(R"("coordinates":[[[0.00,0.00],[10.00,0.00],[10.00,10.00],)"
@@ -477,8 +470,7 @@ TEST_F(InformeDeVuelta, SaysThatTheRunWroteItsTablesAgain)
         Ejecuta(modificar);
         for (const char* tabla : {"Parcelas.txt", "Subparcelas.txt"})
             if (modificar == 0) // they are older than the run, and not of its own second
-                fs::last_write_time(carpeta.Ruta() / tabla,
-                                    fs::file_time_type::clock::now() - std::chrono::hours(1));
+                Envejece(carpeta.Ruta() / tabla);
         const CInformePrueba informe = Informa();
         EXPECT_EQ(informe.Dice(kSupone), modificar == 1);
         EXPECT_THAT(informe.Cuenta(), EndsWith(", 0 sin explicar"));
@@ -501,23 +493,25 @@ TEST_F(InformeDeVuelta, ReadsNoTableThatIsHalfDone)
     carpeta.Pon("Parcelas.txt", "a medias");
     sistema::Error error;
     const auto numero = sistema::Mira(carpeta.Ruta() / "Parcelas.txt", error).numero;
-    const CString diario =
-        carpeta.Pon("Parcelas.txt.~0123456789ab.~conjunto",
-                    EscribeDiario({}, {{"Parcelas.txt", CEntradaDiario::Antes::Fichero, numero}}));
-    std::filesystem::permissions(std::string(diario), std::filesystem::perms{0666});
+    const auto ponDiario = [&](fs::perms permisos) {
+        const CString diario = carpeta.Pon(
+            "Parcelas.txt.~0123456789ab.~conjunto",
+            EscribeDiario({}, {{"Parcelas.txt", CEntradaDiario::Antes::Fichero, numero}}));
+        fs::permissions(std::string(diario), permisos);
+        return diario;
+    };
+    const CString diario = ponDiario(fs::perms{0666});
     if (sistema::Mira(sistema::Ruta(diario), error).permisos != 0) { // where a system has such ones
-        EXPECT_THAT(Informa().resultado.quejas, testing::Contains(HasSubstr("~conjunto")));
+        EXPECT_THAT(Informa().resultado.quejas, Contains(HasSubstr("~conjunto")));
     }
-    std::filesystem::permissions(std::string(diario), std::filesystem::perms{0644});
+    fs::permissions(std::string(diario), fs::perms{0644});
     EXPECT_EQ(Informa().Cuenta(), cuenta);
 
     // Somebody puts another file there: it is his work, and counts.
     carpeta.Pon("Parcelas.txt.~0123456789ab.~antes", "de antes");
-    carpeta.Pon("Parcelas.txt.~0123456789ab.~conjunto",
-                EscribeDiario({}, {{"Parcelas.txt", CEntradaDiario::Antes::Fichero, numero}}));
-    std::filesystem::permissions(std::string(diario), std::filesystem::perms{0644});
+    ponDiario(fs::perms{0644});
     EXPECT_THAT(Informa().resultado.quejas,
-                testing::Contains(HasSubstr("Parcelas.txt se ha cambiado desde entonces")));
+                Contains(HasSubstr("Parcelas.txt se ha cambiado desde entonces")));
     EXPECT_EQ(carpeta.Lee("Parcelas.txt.anterior"), "de antes");
     EXPECT_EQ(Informa().Cuenta(), cuenta);
 }
@@ -527,15 +521,13 @@ TEST_F(InformeDeVuelta, FallsOnNoDrawingThatItReadsByWhateverName)
     DosParcelas();
     Ejecuta();
     for (const auto& [antes, ahora] : {std::pair("1.PAR", "1.par"), {"045127.R", "045127.r"}})
-        std::filesystem::rename(carpeta.Ruta() / antes, carpeta.Ruta() / ahora);
+        fs::rename(carpeta.Ruta() / antes, carpeta.Ruta() / ahora);
     carpeta.Pon("ortos.BIN", "x");
     carpeta.Pon("ortos.TOP", "x");
     for (const char* nombre : {"1.par", "1.BIN", "045127.r", "ortos.TOP", "ortos.BIN"}) {
         const std::string antes = carpeta.Lee(nombre);
-        informe::COpciones opciones;
-        opciones.geojson = carpeta.En(nombre);
-        EXPECT_THAT(Informa(opciones).resultado.quejas,
-                    testing::Contains(HasSubstr("no se escribe")))
+        EXPECT_THAT(Informa({.geojson = carpeta.En(nombre)}).resultado.quejas,
+                    Contains(HasSubstr("no se escribe")))
             << nombre;
         EXPECT_EQ(carpeta.Lee(nombre), antes);
     }
@@ -551,10 +543,8 @@ TEST_F(InformeDeVuelta, MakesOneMatterOfAPolygonWithoutItsFiles)
                  {"1.PAR", "<b>Polígono 1: falta su .PAR</b>", ", 1 asunto, 0 sin explicar"},
                  {"1.SUB", "<b>Polígono 1: falta su .SUB</b>", ", 2 asuntos, 0 sin explicar"}};
     for (const auto& caso : casos) {
-        for (const char* tabla : {"Parcelas", "Subparcelas"})
-            tablas[tabla].clear();
         DosParcelas();
-        std::filesystem::remove(carpeta.Ruta() / caso.falta);
+        fs::remove(carpeta.Ruta() / caso.falta);
         Ejecuta();
         const CInformePrueba informe = Informa();
         EXPECT_TRUE(informe.Dice(caso.titulo));
@@ -575,7 +565,7 @@ TEST_F(InformeDeVuelta, CallsALossWhatCannotBeChecked)
     dibujo.Graba();
     Ejecuta();
     EXPECT_FALSE(Informa().resultado.hayPerdidas) << Informa().resultado.resumen;
-    std::filesystem::remove(carpeta.Ruta() / "045127.R");
+    fs::remove(carpeta.Ruta() / "045127.R");
     const CInformePrueba sinR = Informa();
     EXPECT_TRUE(sinR.resultado.hayPerdidas);
     EXPECT_THAT(sinR.Cuenta(), EndsWith(", 0 sin explicar, 5 partidas sin comprobar"));
@@ -586,15 +576,14 @@ TEST_F(InformeDeVuelta, TellsARunThatWasStopped)
 {
     DosParcelas();
     Ejecuta();
-    std::filesystem::remove(carpeta.Ruta() / "045127.M");
-    const auto ayer = std::filesystem::file_time_type::clock::now() - std::chrono::hours(24);
-    std::filesystem::last_write_time(carpeta.Ruta() / "045127.R", ayer);
+    fs::remove(carpeta.Ruta() / "045127.M");
+    Envejece(carpeta.Ruta() / "045127.R");
     CInformePrueba informe = Informa();
     EXPECT_TRUE(informe.Dice("El proceso se detuvo"));
     EXPECT_THAT(informe.Partida("Parcelas"), HasSubstr("no llegó a escribirlo"));
     EXPECT_TRUE(informe.Dice("no hay con qué compararla"));
     EXPECT_TRUE(informe.resultado.hayPerdidas);
-    std::filesystem::remove(carpeta.Ruta() / "045127.R");
+    fs::remove(carpeta.Ruta() / "045127.R");
     informe = Informa();
     EXPECT_TRUE(informe.Dice("El proceso se detuvo"));
     EXPECT_THAT(informe.Partida("Parcelas"), HasSubstr("no está el fichero R"));
@@ -605,12 +594,10 @@ TEST_F(InformeDeVuelta, FindsTheListByWhatItSays)
     DosParcelas();
     Ejecuta();
     carpeta.Pon("a_otra.txt", "TREN 045128\r\nP1\r\n");
-    EXPECT_THAT(Informa().Cuenta(), testing::StartsWith("vuelta, "));
-    std::filesystem::rename(carpeta.Ruta() / "lista.txt", carpeta.Ruta() / "lista.R");
+    EXPECT_THAT(Informa().Cuenta(), StartsWith("vuelta, "));
+    fs::rename(carpeta.Ruta() / "lista.txt", carpeta.Ruta() / "lista.R");
     EXPECT_TRUE(Informa().Dice("Proceso sin identificar"));
-    informe::COpciones opciones;
-    opciones.lista = carpeta.En("lista.R");
-    EXPECT_THAT(Informa(opciones).Cuenta(), testing::StartsWith("vuelta, "));
+    EXPECT_THAT(Informa({.lista = carpeta.En("lista.R")}).Cuenta(), StartsWith("vuelta, "));
 }
 
 TEST_F(InformeDeVuelta, GoesOverMadeDrawingsWithAndWithoutFaults)

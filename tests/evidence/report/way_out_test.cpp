@@ -14,6 +14,8 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
 
+namespace fs = std::filesystem;
+
 namespace {
 
 std::string DosParcelas()
@@ -33,7 +35,15 @@ void QuitaFila(const CCarpetaPrueba& carpeta, const char* tabla)
 
 } // namespace
 
-TEST_F(Traduccion, ReportAccountsForEveryLineOfAnyInput)
+class InformeDeIda : public Traduccion {
+protected:
+    CInformePrueba Informa(const informe::COpciones& opciones = {}) const
+    {
+        return CInformePrueba(carpeta, "entrada.ERR", opciones);
+    }
+};
+
+TEST_F(InformeDeIda, AccountsForEveryLineOfAnyInput)
 {
     for (const bool lista : {false, true})
         for (const bool faltas : {false, true})
@@ -45,7 +55,7 @@ TEST_F(Traduccion, ReportAccountsForEveryLineOfAnyInput)
                 for (const auto& linea : sintetico::LineasDeEntrada(municipio, lista, faltas))
                     texto += linea + "\r\n";
                 Ejecuta(texto, lista ? 1 : 0);
-                const CInformePrueba informe(carpeta, "entrada.ERR");
+                const CInformePrueba informe = Informa();
                 EXPECT_THAT(informe.Cuenta(), EndsWith(", 0 sin explicar"));
                 EXPECT_THAT(informe.resultado.quejas, IsEmpty());
                 // Of a list there are subparcels behind no parcel, which no message tells.
@@ -54,7 +64,7 @@ TEST_F(Traduccion, ReportAccountsForEveryLineOfAnyInput)
             }
 }
 
-TEST_F(Traduccion, ReportCountsEachLineOfNoEffect)
+TEST_F(InformeDeIda, CountsEachLineOfNoEffect)
 {
     for (const bool deTodo : {false, true}) {
         std::string texto = DosParcelas();
@@ -65,8 +75,7 @@ TEST_F(Traduccion, ReportCountsEachLineOfNoEffect)
         else
             texto += "\r\nPJ045127   00002LA VEGA" + std::string(200, ' ') + "\r\n";
         Ejecuta(texto);
-        const std::string lineas =
-            CInformePrueba(carpeta, "entrada.ERR").Partida("Líneas de la entrada");
+        const std::string lineas = Informa().Partida("Líneas de la entrada");
         for (const char* dice : {"|de otros tipos, sin efecto|1|", "|vacías|1|",
                                  "|final de una línea demasiado larga, sin efecto|1|"})
             EXPECT_EQ(Veces(lineas, dice), deTodo ? 1 : 0) << lineas;
@@ -74,14 +83,14 @@ TEST_F(Traduccion, ReportCountsEachLineOfNoEffect)
     }
 }
 
-TEST_F(Traduccion, ReportTellsOfEachKindWhereItWent)
+TEST_F(InformeDeIda, TellsOfEachKindWhereItWent)
 {
     const std::string muyLarga = "PJ045127   00002LA VEGA" + std::string(400, ' ') + "\r\n";
     Ejecuta(DosParcelas() + Paraje("00007", "LA ERA") + Parcela("00003", "0000001", "00099") +
             Suelo("00003", "   a", "00100") + Parcela("00001", "0000001", "00001") +
             Titular("0000005", "00100", "ANA", "11111111") + "CT045127\r\n\r\nXX\r\n" + muyLarga +
             Titular("0000001", "00050", "LUIS", "22222222"));
-    const CInformePrueba informe(carpeta, "entrada.ERR");
+    const CInformePrueba informe = Informa();
     EXPECT_THAT(informe.Partida("Líneas de la entrada"), HasSubstr("|de tipo «CT», sin efecto|1|"));
     EXPECT_THAT(informe.Partida("Líneas de la entrada"),
                 HasSubstr("|final de una línea demasiado larga, sin efecto|2|"));
@@ -100,7 +109,7 @@ TEST_F(Traduccion, ReportTellsOfEachKindWhereItWent)
                           "descartadas|2|suma|8|✓"));
 }
 
-TEST_F(Traduccion, ReportShowsWhatWasTakenOutOfAnOutput)
+TEST_F(InformeDeIda, ShowsWhatWasTakenOutOfAnOutput)
 {
     const struct {
         const char* fichero;
@@ -119,31 +128,30 @@ TEST_F(Traduccion, ReportShowsWhatWasTakenOutOfAnOutput)
     for (const auto& caso : casos) {
         Ejecuta(modulo + DosParcelas() + Titular("0000001", "00050", "LUIS", "22222222"));
         QuitaFila(carpeta, caso.fichero);
-        const CInformePrueba informe(carpeta, "entrada.ERR");
+        const CInformePrueba informe = Informa();
         EXPECT_THAT(informe.Partida(caso.partida), HasSubstr(caso.dice));
-        EXPECT_THAT(informe.Cuenta(), testing::Not(HasSubstr(" 0 sin explicar")));
+        EXPECT_THAT(informe.Cuenta(), Not(HasSubstr(" 0 sin explicar")));
     }
     Ejecuta(DosParcelas() + Suelo("00003", "   a", "00100"));
     carpeta.Pon("entrada.ERR", "");
-    EXPECT_THAT(CInformePrueba(carpeta, "entrada.ERR").Partida("Subparcelas"),
-                HasSubstr("✕ sin explicar: 1"))
+    EXPECT_THAT(Informa().Partida("Subparcelas"), HasSubstr("✕ sin explicar: 1"))
         << "a message taken out of the log";
 }
 
-TEST_F(Traduccion, ReportTellsAnInputThatWasReadAsTheOtherKind)
+TEST_F(InformeDeIda, TellsAnInputThatWasReadAsTheOtherKind)
 {
     Ejecuta(DosParcelas(), 1);
-    const CInformePrueba informe(carpeta, "entrada.ERR");
+    const CInformePrueba informe = Informa();
     EXPECT_TRUE(informe.Dice("¿Se leyó la entrada como si fuera de la otra clase"));
     EXPECT_THAT(informe.Partida("Parcelas"), HasSubstr("✕ sin explicar: 2"));
 }
 
-TEST_F(Traduccion, ReportGathersWhatHasOneCause)
+TEST_F(InformeDeIda, GathersWhatHasOneCause)
 {
     Ejecuta(DosParcelas() + Parcela("00003", "0000001", "00099") + Suelo("00003", "   a", "00100") +
             Suelo("00003", "   b", "00100") + Titular("0000001", "00050", "LUIS", "11111111") +
             Parcela("00004", "0000009", "00001") + Parcela("00001", "0000001", "00001"));
-    const CInformePrueba informe(carpeta, "entrada.ERR");
+    const CInformePrueba informe = Informa();
     EXPECT_THAT(informe.Cuenta(), HasSubstr("4 asuntos"));
     EXPECT_TRUE(informe.Dice("<b>Parcela 1-1: está más de una vez</b>"))
         << "who is linked to it twice is its matter, not the holder's";
@@ -157,23 +165,22 @@ TEST_F(Traduccion, ReportGathersWhatHasOneCause)
     EXPECT_TRUE(informe.Dice("<b>Parcela 1-4: sin subparcelas</b>"));
 }
 
-TEST_F(Traduccion, ReportShowsNamesAsNames)
+TEST_F(InformeDeIda, ShowsNamesAsNames)
 {
     Ejecuta(DosParcelas() + Titular("0000002", "00100", "<script>alert(1)</script>", "22222222") +
             Titular("0000003", "00100", "<script>alert(1)</script>", "33333333"));
-    const CInformePrueba informe(carpeta, "entrada.ERR");
+    const CInformePrueba informe = Informa();
     EXPECT_TRUE(informe.Dice("para &lt;script&gt;alert(1)&lt;/script&gt;"));
     EXPECT_FALSE(informe.Dice("<script>alert"));
 }
 
-TEST_F(Traduccion, ReportSaysThatTheRunWasStopped)
+TEST_F(InformeDeIda, SaysThatTheRunWasStopped)
 {
     Ejecuta(DosParcelas());
-    const auto ayer = std::filesystem::file_time_type::clock::now() - std::chrono::hours(24);
-    for (const auto& fichero : std::filesystem::directory_iterator(carpeta.Ruta()))
+    for (const auto& fichero : fs::directory_iterator(carpeta.Ruta()))
         if (fichero.path().extension() == ".txt")
-            std::filesystem::last_write_time(fichero.path(), ayer);
-    const CInformePrueba informe(carpeta, "entrada.ERR");
+            Envejece(fichero);
+    const CInformePrueba informe = Informa();
     EXPECT_TRUE(informe.Dice("El proceso se detuvo"));
     EXPECT_TRUE(informe.Dice("más viejo que el registro"));
     EXPECT_THAT(informe.Partida("Parcelas"), HasSubstr("No se puede comprobar"));
@@ -181,95 +188,82 @@ TEST_F(Traduccion, ReportSaysThatTheRunWasStopped)
     EXPECT_TRUE(informe.resultado.hayPerdidas);
 }
 
-TEST_F(Traduccion, ReportSaysWhichOutputIsOlderThanTheOthers)
+TEST_F(InformeDeIda, SaysWhichOutputIsOlderThanTheOthers)
 {
     Ejecuta(DosParcelas());
-    std::filesystem::last_write_time(carpeta.Ruta() / "Parajes.txt",
-                                     std::filesystem::file_time_type::clock::now() -
-                                         std::chrono::hours(24));
-    const CInformePrueba informe(carpeta, "entrada.ERR");
+    Envejece(carpeta.Ruta() / "Parajes.txt");
+    const CInformePrueba informe = Informa();
     EXPECT_TRUE(informe.resultado.hayPerdidas);
     EXPECT_THAT(informe.resultado.resumen,
                 HasSubstr("\n  Sin comprobar: Parajes.txt (más viejo que el registro y "));
 }
 
 /// An input may be called as its municipality, whose list stands beside it.
-TEST_F(Traduccion, ReportTellsTheWayOutFromTheWayBackOfALogThatMayBeEithers)
+TEST_F(InformeDeIda, TellsTheWayOutFromTheWayBackOfALogThatMayBeEithers)
 {
     Ejecuta(DosParcelas());
-    const auto ahora = std::filesystem::last_write_time(carpeta.Ruta() / "entrada.ERR");
-    std::filesystem::rename(carpeta.Ruta() / "entrada.txt", carpeta.Ruta() / "045127.txt");
-    std::filesystem::rename(carpeta.Ruta() / "entrada.ERR", carpeta.Ruta() / "045127.ERR");
+    const auto ahora = fs::last_write_time(carpeta.Ruta() / "entrada.ERR");
+    fs::rename(carpeta.Ruta() / "entrada.txt", carpeta.Ruta() / "045127.txt");
+    fs::rename(carpeta.Ruta() / "entrada.ERR", carpeta.Ruta() / "045127.ERR");
     carpeta.Pon("poligonos.txt", "TREN 045127\r\n");
-    const auto sentido = [&] {
-        return informe::HazInforme(carpeta.En("045127.ERR"), {}, {"1", 0}).resumen;
+    const auto sentido = [&](const informe::COpciones& opciones = {}) {
+        return Resultado(carpeta, "045127.ERR", opciones).resumen;
     };
     EXPECT_THAT(sentido(), HasSubstr(": ida, "));
-    std::filesystem::create_directory(carpeta.Ruta() / "tablas");
+    fs::create_directory(carpeta.Ruta() / "tablas");
     for (const char* tabla : {"Titulares.txt", "Parcelas.txt"})
-        std::filesystem::rename(carpeta.Ruta() / tabla, carpeta.Ruta() / "tablas" / tabla);
+        fs::rename(carpeta.Ruta() / tabla, carpeta.Ruta() / "tablas" / tabla);
     EXPECT_THAT(sentido(), Not(HasSubstr(": ida, "))) << "of which the tables aren't there";
-    informe::COpciones opciones;
-    opciones.tablas = carpeta.En("tablas");
-    EXPECT_THAT(informe::HazInforme(carpeta.En("045127.ERR"), opciones, {"1", 0}).resumen,
-                HasSubstr(": ida, "));
-    opciones = {};
-    opciones.con = {carpeta.En("tablas/Titulares.txt")};
-    EXPECT_THAT(informe::HazInforme(carpeta.En("045127.ERR"), opciones, {"1", 0}).resumen,
-                HasSubstr(": ida, "));
+    EXPECT_THAT(sentido({.tablas = carpeta.En("tablas")}), HasSubstr(": ida, "));
+    EXPECT_THAT(sentido({.con = {carpeta.En("tablas/Titulares.txt")}}), HasSubstr(": ida, "));
     for (const char* tabla : {"Titulares.txt", "Parcelas.txt"})
-        std::filesystem::rename(carpeta.Ruta() / "tablas" / tabla, carpeta.Ruta() / tabla);
-    const auto ayer = ahora - std::chrono::hours(24);
+        fs::rename(carpeta.Ruta() / "tablas" / tabla, carpeta.Ruta() / tabla);
     for (const char* salida : {"045127.R", "045127.CSP"}) {
         carpeta.Pon(salida, "");
-        std::filesystem::last_write_time(carpeta.Ruta() / salida, ayer);
+        Envejece(carpeta.Ruta() / salida);
         EXPECT_THAT(sentido(), HasSubstr(": ida, ")) << salida;
-        std::filesystem::last_write_time(carpeta.Ruta() / salida, ahora);
+        fs::last_write_time(carpeta.Ruta() / salida, ahora);
         EXPECT_THAT(sentido(), Not(HasSubstr(": ida, "))) << salida;
-        std::filesystem::remove(carpeta.Ruta() / salida);
+        fs::remove(carpeta.Ruta() / salida);
     }
-    std::filesystem::last_write_time(carpeta.Ruta() / "Titulares.txt", ayer);
+    Envejece(carpeta.Ruta() / "Titulares.txt");
     EXPECT_THAT(sentido(), Not(HasSubstr(": ida, "))) << "of a way back that wrote parcels anew";
 }
 
-TEST_F(Traduccion, ReportKnowsTablesByTheNamesThatTheyHaveOnTheDisk)
+TEST_F(InformeDeIda, KnowsTablesByTheNamesThatTheyHaveOnTheDisk)
 {
     Ejecuta(DosParcelas());
-    const auto ayer = std::filesystem::file_time_type::clock::now() - std::chrono::hours(24);
     const CNombresTablas antes = TablasEn(carpeta.En(""));
-    std::vector<std::filesystem::path> tablas;
+    std::vector<fs::path> tablas;
     for (const CString& tabla : antes) {
-        const std::filesystem::path nombre = sistema::Ruta(tabla);
+        const fs::path nombre = sistema::Ruta(tabla);
         tablas.push_back(carpeta.Ruta() / EnMayusculas(nombre.filename().string()));
-        std::filesystem::rename(nombre, tablas.back());
+        fs::rename(nombre, tablas.back());
     }
-    const bool sonOtrosNombres = !std::filesystem::exists(carpeta.Ruta() / "Parcelas.txt");
-    informe::COpciones opciones;
-    opciones.tablas = carpeta.En("");
-    const CInformePrueba entero(carpeta, "entrada.ERR", opciones);
+    const bool sonOtrosNombres = !fs::exists(carpeta.Ruta() / "Parcelas.txt");
+    informe::COpciones opciones = {.tablas = carpeta.En("")};
+    const CInformePrueba entero = Informa(opciones);
     EXPECT_THAT(entero.resultado.quejas, IsEmpty());
     EXPECT_THAT(entero.Partida("Parcelas"), HasSubstr("|2|Sale|filas de Parcelas.txt|2|"));
     EXPECT_TRUE(entero.Dice(sonOtrosNombres ? "PARCELAS.TXT" : "Parcelas.txt"));
     const std::string parcelas = carpeta.Lee("PARCELAS.TXT");
     opciones.csv = carpeta.En("PARCELAS.TXT");
-    EXPECT_THAT(CInformePrueba(carpeta, "entrada.ERR", opciones).resultado.quejas,
+    EXPECT_THAT(Informa(opciones).resultado.quejas,
                 testing::ElementsAre(HasSubstr("no se escribe")));
-    opciones = {};
-    opciones.contra = carpeta.En("");
-    opciones.csv = carpeta.En("PARCELAS.TXT");
-    EXPECT_THAT(informe::HazInforme(carpeta.En("entrada.txt"), opciones, {"1", 0}).quejas,
+    opciones = {.csv = carpeta.En("PARCELAS.TXT"), .contra = carpeta.En("")};
+    EXPECT_THAT(Resultado(carpeta, "entrada.txt", opciones).quejas,
                 testing::ElementsAre(HasSubstr("no se escribe")));
     EXPECT_EQ(carpeta.Lee("PARCELAS.TXT"), parcelas);
-    for (const std::filesystem::path& tabla : tablas)
-        std::filesystem::last_write_time(tabla, ayer);
-    EXPECT_TRUE(CInformePrueba(carpeta, "entrada.ERR").Dice("más viejo que el registro"));
+    for (const fs::path& tabla : tablas)
+        Envejece(tabla);
+    EXPECT_TRUE(Informa().Dice("más viejo que el registro"));
 }
 
-TEST_F(Traduccion, ReportDoesWithoutWhatIsMissing)
+TEST_F(InformeDeIda, DoesWithoutWhatIsMissing)
 {
     Ejecuta(DosParcelas());
-    std::filesystem::remove(carpeta.Ruta() / "Parajes.txt");
-    const CInformePrueba sinTabla(carpeta, "entrada.ERR");
+    fs::remove(carpeta.Ruta() / "Parajes.txt");
+    const CInformePrueba sinTabla = Informa();
     EXPECT_THAT(sinTabla.Partida("Parajes"),
                 HasSubstr("No se puede comprobar: no está Parajes.txt"));
     EXPECT_THAT(sinTabla.Partida("Parcelas"), HasSubstr("✓"));
@@ -279,43 +273,42 @@ TEST_F(Traduccion, ReportDoesWithoutWhatIsMissing)
                 HasSubstr("\n  Sin comprobar: Parajes (no está Parajes.txt).\n"));
     for (const char* tabla :
          {"Modulos.txt", "Titulares.txt", "Parcelas.txt", "Subparcelas.txt", "Cotitulares.txt"})
-        std::filesystem::remove(carpeta.Ruta() / tabla);
-    const CInformePrueba sinTablas(carpeta, "entrada.ERR");
+        fs::remove(carpeta.Ruta() / tabla);
+    const CInformePrueba sinTablas = Informa();
     EXPECT_TRUE(sinTablas.Dice("el proceso se detuvo antes de escribirlas, o están en otra "
                                "carpeta"));
     EXPECT_TRUE(sinTablas.resultado.hayPerdidas);
-    informe::COpciones opciones;
-    opciones.tablas = carpeta.En("");
-    const CInformePrueba enSuCarpeta(carpeta, "entrada.ERR", opciones);
-    EXPECT_TRUE(enSuCarpeta.Dice("El proceso se detuvo, o no llegó a su fin"));
-    opciones = {};
-    opciones.detenido = true; // as the windows say of a run that they saw end
-    EXPECT_THAT(CInformePrueba(carpeta, "entrada.ERR", opciones).resultado.resumen,
-                HasSubstr("El proceso se detuvo, o no llegó a su fin"));
-    std::filesystem::remove(carpeta.Ruta() / "entrada.txt");
-    const CInformePrueba sinEntrada(carpeta, "entrada.ERR");
+    // The folder is named; or the windows say of a run that they saw end how it ended.
+    for (const auto& opciones :
+         {informe::COpciones{.tablas = carpeta.En("")}, informe::COpciones{.detenido = true}}) {
+        const CInformePrueba informe = Informa(opciones);
+        EXPECT_TRUE(informe.Dice("El proceso se detuvo, o no llegó a su fin"));
+        EXPECT_THAT(informe.resultado.resumen, HasSubstr("El proceso se detuvo, o no llegó a su"));
+    }
+    fs::remove(carpeta.Ruta() / "entrada.txt");
+    const CInformePrueba sinEntrada = Informa();
     EXPECT_TRUE(sinEntrada.Dice("no se halló ni su entrada ni su lista"));
     EXPECT_TRUE(sinEntrada.resultado.hayPerdidas);
     EXPECT_THAT(sinEntrada.resultado.resumen, HasSubstr("\n  No se halló la entrada ni la lista"));
     EXPECT_THAT(sinEntrada.resultado.quejas, IsEmpty());
 }
 
-TEST_F(Traduccion, ReportSeesWhatTheFilesOfTheRunAre)
+TEST_F(InformeDeIda, SeesWhatTheFilesOfTheRunAre)
 {
     Ejecuta(DosParcelas());
     informe::COpciones opciones;
-    std::filesystem::create_directory(carpeta.Ruta() / "otra");
+    fs::create_directory(carpeta.Ruta() / "otra");
     for (const char* tabla :
          {"Modulos", "Titulares", "Parcelas", "Subparcelas", "Parajes", "Cotitulares", "entrada"}) {
         const std::string antes = std::string(tabla) + ".txt";
         const std::string ahora =
             std::string("otra/") + (antes == "entrada.txt" ? "entrada.cat" : antes + "2");
-        std::filesystem::rename(carpeta.Ruta() / antes, carpeta.Ruta() / ahora);
+        fs::rename(carpeta.Ruta() / antes, carpeta.Ruta() / ahora);
         (antes == "entrada.txt" ? opciones.con : opciones.escritos).push_back(carpeta.En(ahora));
     }
     opciones.con.push_back(carpeta.En("entrada.ERR"));
     opciones.con.push_back(carpeta.Pon("otra/raro.txt", "hola\r\n"));
-    const CInformePrueba informe(carpeta, "entrada.ERR", opciones);
+    const CInformePrueba informe = Informa(opciones);
     EXPECT_THAT(informe.resultado.quejas,
                 testing::ElementsAre(HasSubstr("otra/raro.txt no se sabe qué es")));
     EXPECT_THAT(informe.Cuenta(), testing::StartsWith("ida, "));
@@ -324,25 +317,22 @@ TEST_F(Traduccion, ReportSeesWhatTheFilesOfTheRunAre)
     EXPECT_FALSE(informe.Dice("reescrita")) << "the way out only writes tables";
 }
 
-TEST_F(Traduccion, ReportComplainsOfWhatTheLineNamesInVain)
+TEST_F(InformeDeIda, ComplainsOfWhatTheLineNamesInVain)
 {
     Ejecuta(DosParcelas());
-    informe::COpciones opciones;
-    opciones.entrada = carpeta.En("no_hay.txt");
-    EXPECT_THAT(CInformePrueba(carpeta, "entrada.ERR", opciones).resultado.quejas,
+    EXPECT_THAT(Informa({.entrada = carpeta.En("no_hay.txt")}).resultado.quejas,
                 testing::ElementsAre(HasSubstr("no_hay.txt no existe")));
     EXPECT_THAT(CInformePrueba(carpeta, "no_hay.ERR").resultado.quejas,
                 testing::ElementsAre(HasSubstr("no_hay.ERR")));
     for (auto opcion :
          {&informe::COpciones::csv, &informe::COpciones::geojson, &informe::COpciones::html}) {
         const std::string antes = carpeta.Lee("entrada.txt");
-        opciones = {};
+        informe::COpciones opciones;
         opciones.*opcion = carpeta.En("entrada.txt");
-        EXPECT_THAT(CInformePrueba(carpeta, "entrada.ERR", opciones).resultado.quejas,
+        EXPECT_THAT(Informa(opciones).resultado.quejas,
                     testing::ElementsAre(HasSubstr("no se escribe")));
         EXPECT_EQ(carpeta.Lee("entrada.txt"), antes);
         opciones.*opcion = carpeta.En("no_hay/f");
-        EXPECT_THAT(CInformePrueba(carpeta, "entrada.ERR", opciones).resultado.quejas,
-                    testing::ElementsAre(HasSubstr("no_hay")));
+        EXPECT_THAT(Informa(opciones).resultado.quejas, testing::ElementsAre(HasSubstr("no_hay")));
     }
 }
