@@ -14,37 +14,13 @@
 namespace informe {
 namespace {
 
-/// Puts the parts together from what the input should come to, the tables and the log.
-class CBalanceIda {
-public:
-    CBalanceIda(const CFicheros& ficheros, const CRegistroLeido& registro,
-                const CEntradaLeida& leida)
-        : m_ficheros(ficheros), m_registro(registro), m_leida(leida),
-          m_vinculos(leida.vinculos.quedan)
-    {
-    }
+/// What the input should come to, the tables and the log.
+struct CIdaLeida {
+    const CFicheros& ficheros;
+    const CRegistroLeido& registro;
+    const CEntradaLeida& entrada;
 
-    CBalance Hace();
-
-private:
-    CPartida Lineas() const;
-    CPartida Modulos() const;
-    CPartida Titulares() const;
-    CPartida Parcelas();
-    CPartida Subparcelas() const;
-    CPartida Parajes() const;
-    CPartida Vinculos(bool hayParcelas);
-    /// The lines of a kind against the rows of its table.
-    template <class F>
-    CPartida Empieza(Partida que, std::string lineas, const CEntradaLeida::CLineas& clase,
-                     Tabla tabla, F clave) const;
-    std::int64_t Cuenta(Mensaje mensaje) const { return m_registro.Cuenta(mensaje); }
-    std::vector<std::string> Notas(const std::vector<CPartida>& partidas) const;
-
-    const CFicheros& m_ficheros;
-    const CRegistroLeido& m_registro;
-    const CEntradaLeida& m_leida;
-    CCotejo m_vinculos;
+    std::int64_t Cuenta(Mensaje mensaje) const { return registro.Cuenta(mensaje); }
 };
 
 std::string Filas(Tabla tabla)
@@ -63,15 +39,16 @@ CClaveRegistro ClaveFila(std::string_view fila)
     return CClaveRegistro::De(registro);
 }
 
+/// The lines of a kind against the rows of its table.
 template <class F>
-CPartida CBalanceIda::Empieza(Partida que, std::string lineas, const CEntradaLeida::CLineas& clase,
-                              Tabla tabla, F clave) const
+CPartida Empieza(const CIdaLeida& leida, Partida que, std::string lineas,
+                 const CEntradaLeida::CLineas& clase, Tabla tabla, F clave)
 {
     CPartida partida(que);
     partida.Entra(std::move(lineas), clase.lineas);
     CCotejo cotejo(clase.quedan);
     const bool hay =
-        RecorreTabla(m_ficheros.tablas[tabla],
+        RecorreTabla(leida.ficheros.tablas[tabla],
                      [&](std::string_view fila, bool /*primera*/) { cotejo.Toma(clave(fila)); });
     partida.Sale(Filas(tabla), cotejo.Hallados());
     if (hay)
@@ -83,20 +60,20 @@ CPartida CBalanceIda::Empieza(Partida que, std::string lineas, const CEntradaLei
 
 /// The lines of the input by their types, so that none is passed over in silence. The most frequent
 /// of the types without effect come first.
-CPartida CBalanceIda::Lineas() const
+CPartida Lineas(const CEntradaLeida& entrada)
 {
     CPartida partida(Partida::Lineas);
-    partida.Entra("líneas leídas", m_leida.lineas);
-    const bool lista = m_leida.esLista;
+    partida.Entra("líneas leídas", entrada.lineas);
+    const bool lista = entrada.esLista;
     if (!lista)
-        partida.Sale("MD, módulos", m_leida.modulos.lineas);
-    partida.Sale(lista ? "31, titulares" : "TL, titulares", m_leida.titulares.lineas);
-    partida.Sale(lista ? "32, parcelas" : "PR, parcelas", m_leida.parcelas.lineas);
-    partida.Sale(lista ? "33, subparcelas" : "SP y SC, subparcelas", m_leida.subparcelas.lineas);
+        partida.Sale("MD, módulos", entrada.modulos.lineas);
+    partida.Sale(lista ? "31, titulares" : "TL, titulares", entrada.titulares.lineas);
+    partida.Sale(lista ? "32, parcelas" : "PR, parcelas", entrada.parcelas.lineas);
+    partida.Sale(lista ? "33, subparcelas" : "SP y SC, subparcelas", entrada.subparcelas.lineas);
     if (!lista)
-        partida.Sale("PJ, parajes", m_leida.parajes.lineas);
-    std::vector<std::pair<std::string, std::int64_t>> ajenas(m_leida.ajenas.begin(),
-                                                             m_leida.ajenas.end());
+        partida.Sale("PJ, parajes", entrada.parajes.lineas);
+    std::vector<std::pair<std::string, std::int64_t>> ajenas(entrada.ajenas.begin(),
+                                                             entrada.ajenas.end());
     std::stable_sort(ajenas.begin(), ajenas.end(),
                      [](const auto& a, const auto& b) { return a.second > b.second; });
     std::int64_t otras = 0;
@@ -110,120 +87,123 @@ CPartida CBalanceIda::Lineas() const
     }
     if (otras > 0)
         partida.Sale("de otros tipos, sin efecto", otras);
-    if (m_leida.trozos > 0)
-        partida.Sale("final de una línea demasiado larga, sin efecto", m_leida.trozos);
-    if (m_leida.vacias > 0)
-        partida.Sale("vacías", m_leida.vacias);
+    if (entrada.trozos > 0)
+        partida.Sale("final de una línea demasiado larga, sin efecto", entrada.trozos);
+    if (entrada.vacias > 0)
+        partida.Sale("vacías", entrada.vacias);
     return partida;
 }
 
-CPartida CBalanceIda::Modulos() const
+CPartida Modulos(const CIdaLeida& leida)
+{
+    CPartida partida = Empieza(leida, Partida::Modulos, "líneas MD", leida.entrada.modulos,
+                               kModulos, ClaveFila<CModulo>);
+    partida.Sale("ya estaban (E203)", leida.Cuenta(kModuloRepetido));
+    return partida;
+}
+
+CPartida Titulares(const CIdaLeida& leida)
 {
     CPartida partida =
-        Empieza(Partida::Modulos, "líneas MD", m_leida.modulos, kModulos, ClaveFila<CModulo>);
-    partida.Sale("ya estaban (E203)", Cuenta(kModuloRepetido));
+        Empieza(leida, Partida::Titulares, leida.entrada.esLista ? "líneas 31" : "líneas TL",
+                leida.entrada.titulares, kTitulares, ClaveDeFilaTitular);
+    partida.Sale("unidas a otra de igual nombre y DNI", leida.entrada.titulares.unidas);
     return partida;
 }
 
-CPartida CBalanceIda::Titulares() const
-{
-    CPartida partida = Empieza(Partida::Titulares, m_leida.esLista ? "líneas 31" : "líneas TL",
-                               m_leida.titulares, kTitulares, ClaveDeFilaTitular);
-    partida.Sale("unidas a otra de igual nombre y DNI", m_leida.titulares.unidas);
-    return partida;
-}
-
-CPartida CBalanceIda::Parcelas()
+/// \param vinculos  is told of the main holders
+CPartida Parcelas(const CIdaLeida& leida, CCotejo& vinculos)
 {
     const auto clave = [&](std::string_view fila) {
         const CNumerosDeFila parcela = NumerosDeFilaParcela(fila);
         if (parcela.numImputa != -1)
-            m_vinculos.Toma(parcela.Clave());
+            vinculos.Toma(parcela.Clave());
         return parcela.Clave();
     };
-    CPartida partida = Empieza(Partida::Parcelas, m_leida.esLista ? "líneas 32" : "líneas PR",
-                               m_leida.parcelas, kParcelas, clave);
-    if (m_leida.esLista) {
-        partida.Sale("de una parcela que ya estaba", m_leida.parcelas.unidas);
+    CPartida partida =
+        Empieza(leida, Partida::Parcelas, leida.entrada.esLista ? "líneas 32" : "líneas PR",
+                leida.entrada.parcelas, kParcelas, clave);
+    if (leida.entrada.esLista) {
+        partida.Sale("de una parcela que ya estaba", leida.entrada.parcelas.unidas);
         partida.SalePerdido("con polígono o parcela menor que 1, sin mensaje",
-                            m_leida.parcelas.sinEfecto);
+                            leida.entrada.parcelas.sinEfecto);
         return partida;
     }
-    partida.Sale("sin su paraje (E102)", Cuenta(kParajeNoEncontrado));
-    partida.Sale("ya estaban (E206)", Cuenta(kParcelaRepetida));
-    partida.Sale("con polígono o parcela menor que 1 (E207)", Cuenta(kParcelaNoValida));
+    partida.Sale("sin su paraje (E102)", leida.Cuenta(kParajeNoEncontrado));
+    partida.Sale("ya estaban (E206)", leida.Cuenta(kParcelaRepetida));
+    partida.Sale("con polígono o parcela menor que 1 (E207)", leida.Cuenta(kParcelaNoValida));
     return partida;
 }
 
-CPartida CBalanceIda::Subparcelas() const
+CPartida Subparcelas(const CIdaLeida& leida)
 {
     CPartida partida =
-        Empieza(Partida::Subparcelas, m_leida.esLista ? "líneas 33" : "líneas SP y SC",
-                m_leida.subparcelas, kSubparcelas, ClaveDeFilaSubparcela);
-    if (m_leida.esLista)
+        Empieza(leida, Partida::Subparcelas, leida.entrada.esLista ? "líneas 33" : "líneas SP y SC",
+                leida.entrada.subparcelas, kSubparcelas, ClaveDeFilaSubparcela);
+    if (leida.entrada.esLista)
         partida.SalePerdido("sin parcela válida delante, sin mensaje",
-                            m_leida.subparcelas.sinEfecto);
+                            leida.entrada.subparcelas.sinEfecto);
     else
-        partida.Sale("sin su parcela (E103)", Cuenta(kSubparcelaSinParcela));
+        partida.Sale("sin su parcela (E103)", leida.Cuenta(kSubparcelaSinParcela));
     return partida;
 }
 
-CPartida CBalanceIda::Parajes() const
+CPartida Parajes(const CIdaLeida& leida)
 {
-    CPartida partida =
-        Empieza(Partida::Parajes, m_leida.esLista ? "nombrados en líneas 32" : "líneas PJ",
-                m_leida.parajes, kParajes, ClaveFila<CParaje>);
-    if (m_leida.esLista)
-        partida.Sale("de un nombre que ya estaba", m_leida.parajes.unidas);
+    CPartida partida = Empieza(leida, Partida::Parajes,
+                               leida.entrada.esLista ? "nombrados en líneas 32" : "líneas PJ",
+                               leida.entrada.parajes, kParajes, ClaveFila<CParaje>);
+    if (leida.entrada.esLista)
+        partida.Sale("de un nombre que ya estaba", leida.entrada.parajes.unidas);
     else
         partida.SalePerdido("de un nombre que ya estaba: su número se pierde, sin mensaje",
-                            m_leida.parajes.unidas);
+                            leida.entrada.parajes.unidas);
     return partida;
 }
 
 /// \param hayParcelas  their table is there; it was asked for the main holders when it was read
-CPartida CBalanceIda::Vinculos(bool hayParcelas)
+CPartida Vinculos(const CIdaLeida& leida, bool hayParcelas, CCotejo& vinculos)
 {
     CPartida partida(Partida::Titularidades);
-    partida.Entra(m_leida.esLista ? "líneas 33, bajo su titular"
-                                  : "parcelas con cada titular de su número",
-                  m_leida.vinculos.lineas);
-    const std::int64_t principales = m_vinculos.Hallados();
-    const bool hayCotitulares =
-        RecorreTabla(m_ficheros.tablas[kCotitulares], [&](std::string_view fila, bool /*primera*/) {
-            m_vinculos.Toma(NumerosDeFilaCotitular(fila).Clave());
+    partida.Entra(leida.entrada.esLista ? "líneas 33, bajo su titular"
+                                        : "parcelas con cada titular de su número",
+                  leida.entrada.vinculos.lineas);
+    const std::int64_t principales = vinculos.Hallados();
+    const bool hayCotitulares = RecorreTabla(
+        leida.ficheros.tablas[kCotitulares], [&](std::string_view fila, bool /*primera*/) {
+            vinculos.Toma(NumerosDeFilaCotitular(fila).Clave());
         });
     if (!hayParcelas || !hayCotitulares)
         partida.noSePuede =
             "no está " + std::string(NombreTabla(hayParcelas ? kCotitulares : kParcelas));
     partida.Sale("titulares principales, en Parcelas.txt", principales);
-    partida.Sale(Filas(kCotitulares), m_vinculos.Hallados() - principales);
-    if (m_leida.esLista) {
-        partida.Sale("sumadas a la parte del mismo titular", m_leida.vinculos.unidas);
+    partida.Sale(Filas(kCotitulares), vinculos.Hallados() - principales);
+    if (leida.entrada.esLista) {
+        partida.Sale("sumadas a la parte del mismo titular", leida.entrada.vinculos.unidas);
         partida.SalePerdido("sin parcela válida o sin titular delante, sin mensaje",
-                            m_leida.vinculos.sinEfecto);
+                            leida.entrada.vinculos.sinEfecto);
     } else {
-        partida.Sale("ya era cotitular (E211)", Cuenta(kYaCotitular));
-        partida.Sale("ya era titular (E212)", Cuenta(kYaTitular));
-        partida.Sale("de parcelas descartadas", m_leida.vinculos.sinEfecto);
+        partida.Sale("ya era cotitular (E211)", leida.Cuenta(kYaCotitular));
+        partida.Sale("ya era titular (E212)", leida.Cuenta(kYaTitular));
+        partida.Sale("de parcelas descartadas", leida.entrada.vinculos.sinEfecto);
     }
     if (partida.SePuedeDecir())
-        m_vinculos.Acaba(partida);
+        vinculos.Acaba(partida);
     return partida;
 }
 
-std::vector<std::string> CBalanceIda::Notas(const std::vector<CPartida>& partidas) const
+std::vector<std::string> Notas(const CEntradaLeida& entrada, const std::vector<CPartida>& partidas)
 {
-    std::vector<std::string> notas = {m_leida.esLista
+    std::vector<std::string> notas = {entrada.esLista
                                           ? "La entrada es una relación de subparcelas con "
                                             "titulares."
                                           : "La entrada es un fichero de Catastro."};
-    if (m_leida.municipios > 1)
-        notas.push_back("Trae " + Miles(m_leida.municipios) +
+    if (entrada.municipios > 1)
+        notas.push_back("Trae " + Miles(entrada.municipios) +
                         " municipios: las parcelas de un fichero de Catastro van todas al de su "
                         "última línea.");
-    if (m_leida.sinVinculo > 0)
-        notas.push_back(Cuantos(m_leida.sinVinculo, "línea PR de", "líneas PR de") +
+    if (entrada.sinVinculo > 0)
+        notas.push_back(Cuantos(entrada.sinVinculo, "línea PR de", "líneas PR de") +
                         " 71 caracteres o menos, sin titular ni paraje.");
     std::int64_t filas = 0;
     bool todas = true;
@@ -232,22 +212,27 @@ std::vector<std::string> CBalanceIda::Notas(const std::vector<CPartida>& partida
         if (partida.que != Partida::Lineas)
             filas += partida.sale.front().cuantos;
     }
-    if (todas && filas == 0 && m_leida.lineas > 1)
+    if (todas && filas == 0 && entrada.lineas > 1)
         notas.emplace_back(
             "Las tablas no tienen más que su cabecera. ¿Se leyó la entrada como si fuera "
             "de la otra clase (TipoEntrada)?");
     return notas;
 }
 
-CBalance CBalanceIda::Hace()
+CBalance Reune(const CIdaLeida& leida)
 {
     CBalance balance;
-    const CPartida parcelas = Parcelas();
-    balance.partidas = {Lineas(),      Titulares(), parcelas,
-                        Subparcelas(), Parajes(),   Vinculos(parcelas.SePuedeDecir())};
-    if (!m_leida.esLista)
-        balance.partidas.insert(balance.partidas.begin() + 1, Modulos());
-    balance.notas = Notas(balance.partidas);
+    CCotejo vinculos(leida.entrada.vinculos.quedan);
+    const CPartida parcelas = Parcelas(leida, vinculos);
+    balance.partidas = {Lineas(leida.entrada),
+                        Titulares(leida),
+                        parcelas,
+                        Subparcelas(leida),
+                        Parajes(leida),
+                        Vinculos(leida, parcelas.SePuedeDecir(), vinculos)};
+    if (!leida.entrada.esLista)
+        balance.partidas.insert(balance.partidas.begin() + 1, Modulos(leida));
+    balance.notas = Notas(leida.entrada, balance.partidas);
     return balance;
 }
 
@@ -259,7 +244,7 @@ CBalance BalanceIda(const CFicheros& ficheros, const CRegistroLeido& registro, C
         std::make_shared<const CEntradaLeida>(LeeEntrada(ficheros.entrada, personas));
     CBalance balance;
     if (leida->hay) {
-        balance = CBalanceIda(ficheros, registro, *leida).Hace();
+        balance = Reune(CIdaLeida{ficheros, registro, *leida});
         balance.leido = leida;
         return balance;
     }

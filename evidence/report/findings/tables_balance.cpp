@@ -100,50 +100,32 @@ private:
     std::int64_t m_fuera = 0;
 };
 
-/// Puts the parts together from the tables' rows, the records of the files R and M, and the log.
-/// Messages are counted by the log, and never for more than the rows that they speak of: one that
-/// the reading of the tables doesn't bear out comes from elsewhere and explains nothing.
-class CBalanceVuelta {
-public:
-    CBalanceVuelta(const CRegistroLeido& registro, const CTablasLeidas& tablas,
-                   const CEscritosCatastro& escritos)
-        : m_registro(registro), m_tablas(tablas), m_escritos(escritos)
-    {
-    }
-
-    CBalance Hace() const;
-
-private:
-    /// What one kind of record is called on either side.
-    struct CNombres {
-        Partida que;
-        Tabla tabla;
-        char fichero; ///< R or M
-        const char* registros;
-        const char* incompletas; ///< what a row lacks that is lost without a message
-    };
-    CPartida Empieza(const CNombres& nombres, const CFilasLeidas& clase,
-                     std::int64_t escritos) const;
-    CPartida FilaAFila(const CNombres& nombres, const CFilasLeidas& clase,
-                       const CClaves& escritas) const;
-    void Parcelas(CBalance& balance) const;
-    void Subparcelas(CBalance& balance) const;
-    CPartida Cotitulares() const;
-    std::int64_t Cuenta(Mensaje mensaje) const { return m_registro.Cuenta(mensaje); }
-
-    const CRegistroLeido& m_registro;
-    const CTablasLeidas& m_tablas;
-    const CEscritosCatastro& m_escritos;
+/// The tables' rows, the records of the files R and M, and the log. Messages are counted by the
+/// log, and never for more than the rows that they speak of: one that the reading of the tables
+/// doesn't bear out comes from elsewhere and explains nothing.
+struct CVueltaLeida {
+    const CRegistroLeido& registro;
+    const CTablasLeidas& tablas;
+    const CEscritosCatastro& escritos;
 };
 
-CPartida CBalanceVuelta::Empieza(const CNombres& nombres, const CFilasLeidas& clase,
-                                 std::int64_t escritos) const
+/// What one kind of record is called on either side.
+struct CNombresDeClase {
+    Partida que;
+    Tabla tabla;
+    char fichero; ///< R or M
+    const char* registros;
+    const char* incompletas; ///< what a row lacks that is lost without a message
+};
+
+CPartida Empieza(const CVueltaLeida& leida, const CNombresDeClase& nombres,
+                 const CFilasLeidas& clase, std::int64_t escritos)
 {
     CPartida partida(nombres.que);
     partida.Entra("filas de " + std::string(NombreTabla(nombres.tabla)), clase.filas);
     if (!clase.hay)
         partida.noSePuede = "no está " + std::string(NombreTabla(nombres.tabla));
-    else if (!(nombres.fichero == 'R' ? m_escritos.hayR : m_escritos.hayM))
+    else if (!(nombres.fichero == 'R' ? leida.escritos.hayR : leida.escritos.hayM))
         partida.noSePuede = std::string("no está el fichero ") + nombres.fichero;
     partida.Sale(nombres.registros, escritos);
     partida.Sale("de otro municipio", clase.deOtro);
@@ -166,83 +148,86 @@ std::int64_t Cuantas(const CClaves& claves)
 }
 
 /// A kind whose rows the drawing neither adds to nor takes from.
-CPartida CBalanceVuelta::FilaAFila(const CNombres& nombres, const CFilasLeidas& clase,
-                                   const CClaves& escritas) const
+CPartida FilaAFila(const CVueltaLeida& leida, const CNombresDeClase& nombres,
+                   const CFilasLeidas& clase, const CClaves& escritas)
 {
-    CPartida partida = Empieza(nombres, clase, Cuantas(escritas));
+    CPartida partida = Empieza(leida, nombres, clase, Cuantas(escritas));
     Coteja(clase.quedan, escritas, partida);
     return partida;
 }
 
-void CBalanceVuelta::Parcelas(CBalance& balance) const
+void Parcelas(const CVueltaLeida& leida, CBalance& balance)
 {
-    const CFilasLeidas& clase = m_tablas.parcelas;
+    const CFilasLeidas& clase = leida.tablas.parcelas;
     CClaves escritas;
-    for (const auto& escrita : m_escritos.parcelas)
+    for (const auto& escrita : leida.escritos.parcelas)
         escritas.push_back(escrita.clave);
-    CPartida partida = Empieza({Partida::Parcelas, kParcelas, 'R', "registros PR",
+    CPartida partida = Empieza(leida,
+                               {Partida::Parcelas, kParcelas, 'R', "registros PR",
                                 "sin zona, polígono, parcela, numImputa, Tit o partici"},
                                clase, Cuantas(escritas));
     partida.SalePerdido("de una parcela que ya estaba, sin mensaje", clase.unidas);
     partida.Sale("con polígono o parcela menor que 1 (E213)",
-                 std::min(clase.conMensaje, Cuenta(kParcelaNoInsertada)));
-    CCuadre(clase.quedan, std::move(escritas), ClavesDe(m_registro, kParcelaNoEnBase, false),
-            ClavesDe(m_registro, kParcelaNoEnGrafico, false))
+                 std::min(clase.conMensaje, leida.registro.Cuenta(kParcelaNoInsertada)));
+    CCuadre(clase.quedan, std::move(escritas), ClavesDe(leida.registro, kParcelaNoEnBase, false),
+            ClavesDe(leida.registro, kParcelaNoEnGrafico, false))
         .Cierra("creadas desde el gráfico (E106)",
                 "no están en el gráfico y no se conservan (E111)", std::move(partida), balance);
 }
 
-void CBalanceVuelta::Subparcelas(CBalance& balance) const
+void Subparcelas(const CVueltaLeida& leida, CBalance& balance)
 {
-    const CFilasLeidas& clase = m_tablas.subparcelas;
+    const CFilasLeidas& clase = leida.tablas.subparcelas;
     CPartida partida =
-        Empieza({Partida::Subparcelas, kSubparcelas, 'R', "registros SP", "sin letra"}, clase,
-                Cuantas(m_escritos.subparcelas));
+        Empieza(leida, {Partida::Subparcelas, kSubparcelas, 'R', "registros SP", "sin letra"},
+                clase, Cuantas(leida.escritos.subparcelas));
     partida.Sale("sin su parcela (E103)",
-                 std::min(clase.conMensaje, Cuenta(kSubparcelaSinParcela)));
-    CCuadre(clase.quedan, m_escritos.subparcelas, ClavesDe(m_registro, kSubparcelaNoEnBase, true),
-            ClavesDe(m_registro, kSubparcelaNoEnGrafico, true))
+                 std::min(clase.conMensaje, leida.registro.Cuenta(kSubparcelaSinParcela)));
+    CCuadre(clase.quedan, leida.escritos.subparcelas,
+            ClavesDe(leida.registro, kSubparcelaNoEnBase, true),
+            ClavesDe(leida.registro, kSubparcelaNoEnGrafico, true))
         .Cierra("creadas desde el gráfico (E110)",
                 "no están en el gráfico y no se conservan (E113)", std::move(partida), balance);
 }
 
-CPartida CBalanceVuelta::Cotitulares() const
+CPartida Cotitulares(const CVueltaLeida& leida)
 {
-    const CFilasLeidas& clase = m_tablas.cotitulares;
-    CPartida partida = FilaAFila({Partida::Cotitulares, kCotitulares, 'R',
+    const CFilasLeidas& clase = leida.tablas.cotitulares;
+    CPartida partida = FilaAFila(leida,
+                                 {Partida::Cotitulares, kCotitulares, 'R',
                                   "cotitulares en registros CT", "sin Titul o partici"},
-                                 clase, m_escritos.cotitulares);
-    partida.Sale("sin su parcela (E104)",
-                 std::min(m_tablas.cotitularesSinParcela, Cuenta(kCotitularSinParcela)));
-    partida.Sale("sin su titular (E105)",
-                 std::min(m_tablas.cotitularesSinTitular, Cuenta(kCotitularSinTitular)));
+                                 clase, leida.escritos.cotitulares);
+    partida.Sale("sin su parcela (E104)", std::min(leida.tablas.cotitularesSinParcela,
+                                                   leida.registro.Cuenta(kCotitularSinParcela)));
+    partida.Sale("sin su titular (E105)", std::min(leida.tablas.cotitularesSinTitular,
+                                                   leida.registro.Cuenta(kCotitularSinTitular)));
     partida.Sale("sumadas a la parte del mismo titular", clase.unidas);
     return partida;
 }
 
-CBalance CBalanceVuelta::Hace() const
+CBalance Reune(const CVueltaLeida& leida)
 {
     CBalance balance;
-    CPartida titulares =
-        FilaAFila({Partida::Titulares, kTitulares, 'R', "registros TL", "sin número, nombre o DNI"},
-                  m_tablas.titulares, m_escritos.titulares);
-    titulares.Sale("unidas a otra de igual nombre y DNI", m_tablas.titulares.unidas);
+    CPartida titulares = FilaAFila(
+        leida, {Partida::Titulares, kTitulares, 'R', "registros TL", "sin número, nombre o DNI"},
+        leida.tablas.titulares, leida.escritos.titulares);
+    titulares.Sale("unidas a otra de igual nombre y DNI", leida.tablas.titulares.unidas);
     CPartida parajes =
-        FilaAFila({Partida::Parajes, kParajes, 'R', "registros PJ", "sin número o nombre"},
-                  m_tablas.parajes, m_escritos.parajes);
+        FilaAFila(leida, {Partida::Parajes, kParajes, 'R', "registros PJ", "sin número o nombre"},
+                  leida.tablas.parajes, leida.escritos.parajes);
     parajes.SalePerdido("de un nombre que ya estaba: su número se pierde, sin mensaje",
-                        m_tablas.parajes.unidas);
-    CPartida modulos =
-        FilaAFila({Partida::Modulos, kModulos, 'M', "registros MD", "sin Cal o Denominacion"},
-                  m_tablas.modulos, m_escritos.modulos);
-    modulos.SalePerdido("de un módulo que ya estaba, sin mensaje", m_tablas.modulos.unidas);
+                        leida.tablas.parajes.unidas);
+    CPartida modulos = FilaAFila(
+        leida, {Partida::Modulos, kModulos, 'M', "registros MD", "sin Cal o Denominacion"},
+        leida.tablas.modulos, leida.escritos.modulos);
+    modulos.SalePerdido("de un módulo que ya estaba, sin mensaje", leida.tablas.modulos.unidas);
     balance.partidas = {titulares};
-    Parcelas(balance);
-    balance.partidas.push_back(Cotitulares());
-    if (!m_tablas.titulares.hay)
+    Parcelas(leida, balance);
+    balance.partidas.push_back(Cotitulares(leida));
+    if (!leida.tablas.titulares.hay)
         SinLaSuya(kTitulares, balance.partidas.back());
-    Subparcelas(balance);
-    if (!m_tablas.parcelas.hay)
+    Subparcelas(leida, balance);
+    if (!leida.tablas.parcelas.hay)
         for (CPartida& partida : balance.partidas)
             if (partida.que == Partida::Cotitulares || partida.que == Partida::Subparcelas)
                 SinLaSuya(kParcelas, partida);
@@ -250,8 +235,8 @@ CBalance CBalanceVuelta::Hace() const
     for (CPartida& partida : balance.partidas)
         if (!partida.SePuedeDecir())
             partida.faltan = partida.sobran = 0;
-    if (m_escritos.ajenos > 0)
-        balance.notas.push_back(Cuantos(m_escritos.ajenos, "línea", "líneas") +
+    if (leida.escritos.ajenos > 0)
+        balance.notas.push_back(Cuantos(leida.escritos.ajenos, "línea", "líneas") +
                                 " de los ficheros R y M no son registros de los que escribe el "
                                 "programa.");
     return balance;
@@ -276,7 +261,7 @@ CBalance BalanceVuelta(const CFicheros& ficheros, const CRegistroLeido& registro
         suya.escrita = escrita.superficie;
         suya.concentrada = suya.concentrada || escrita.concentrada;
     }
-    return CBalanceVuelta(registro, tablas, escritos).Hace();
+    return Reune(CVueltaLeida{registro, tablas, escritos});
 }
 
 } // namespace informe
