@@ -41,17 +41,15 @@ CContraste::CContraste(CEstadoLeido viejo, CEstadoLeido nuevo, Municipios cuales
 CEstadoLeido EstadoDeProceso(const CProceso& proceso)
 {
     const CFicheros& ficheros = proceso.ficheros;
-    CEstadoLeido leido;
-    leido.nombre = ficheros.registro;
     if (proceso.Detenido())
-        leido.reparo = "es de un proceso que se detuvo, y no dejó con qué comparar";
-    else if (ficheros.sentido == Sentido::Vuelta)
+        return {.nombre = ficheros.registro,
+                .reparo = "es de un proceso que se detuvo, y no dejó con qué comparar"};
+    if (ficheros.sentido == Sentido::Vuelta)
         return LeeEstado(ficheros.ficheroR);
-    else if (ficheros.sentido == Sentido::Ida)
+    if (ficheros.sentido == Sentido::Ida)
         return LeeEstado(ficheros.tablas, CCadena(ficheros.tablas[kParcelas]).DamePath());
-    else
-        leido.reparo = "no es de una ida ni de una vuelta, y no hay con qué comparar";
-    return leido;
+    return {.nombre = ficheros.registro,
+            .reparo = "no es de una ida ni de una vuelta, y no hay con qué comparar"};
 }
 
 } // namespace informe

@@ -1,6 +1,7 @@
 #include "evidence/report/reading/states/read_state.h"
 
 #include <array>
+#include <utility>
 
 #include "cadastre/exchange_lines.h"
 #include "cadastre/record_types.h"
@@ -101,6 +102,12 @@ void TomaEscrita(std::string_view texto, CEstadoEnObra& obra)
         TomaParaje(mun, linea, obra);
 }
 
+/// Why what was read is no state; empty for nothing.
+std::string ReparoDe(const CEstadoEnObra& obra)
+{
+    return obra.HayParcelas() ? "" : "no tiene ninguna parcela";
+}
+
 using CTomaLinea = void (*)(std::string_view linea, CEstadoEnObra& obra);
 
 /// Hands on the lines of a file, in pieces where they are longer than the program takes. False
@@ -142,17 +149,12 @@ CEstadoLeido LeeFichero(const CString& nombre, ClaseEstado clase)
     const bool deR = clase == ClaseEstado::FicheroR;
     CEstadoEnObra obra(deR ? PorNumero : PorLineas);
     const CTomaLinea toma = deR ? TomaEscrita : TomaCatastro;
-    CEstadoLeido leido;
-    leido.clase = clase;
-    leido.nombre = nombre;
     RecorreLineas(nombre, [&](std::string_view linea) {
         toma(linea, obra);
         return true;
     });
-    if (!obra.HayParcelas())
-        leido.reparo = "no tiene ninguna parcela";
-    leido.estado = obra.Acaba();
-    return leido;
+    std::string reparo = ReparoDe(obra);
+    return {clase, nombre, obra.Acaba(), std::move(reparo)};
 }
 
 /// Hands on the rows of a table, each with its municipality. False where the table isn't there.
@@ -227,26 +229,20 @@ CEstadoLeido LeeEstado(const CString& nombre)
         return LeeEstado(TablasEn(nombre), nombre);
     if (clase != ClaseEstado::NoEs)
         return LeeFichero(nombre, clase);
-    CEstadoLeido leido;
-    leido.nombre = nombre;
-    leido.reparo = HayFichero(nombre) ? "no es un fichero de Catastro, ni un fichero R, ni la "
-                                        "carpeta de unas tablas"
-                                      : "no existe";
-    return leido;
+    return {.nombre = nombre,
+            .reparo = HayFichero(nombre) ? "no es un fichero de Catastro, ni un fichero R, ni la "
+                                           "carpeta de unas tablas"
+                                         : "no existe"};
 }
 
 CEstadoLeido LeeEstado(const CNombresTablas& tablas, const CString& carpeta)
 {
     CEstadoEnObra obra(CEstadoEnObra::Reparto::PorNumero);
-    CEstadoLeido leido;
-    leido.clase = ClaseEstado::Tablas;
-    leido.nombre = carpeta.IsEmpty() ? CString(".") : carpeta;
-    if (const std::optional<Tabla> falta = TomaTablas(tablas, obra))
-        leido.reparo = "no se puede comparar: le falta la tabla " + Texto(tablas[*falta]);
-    else if (!obra.HayParcelas())
-        leido.reparo = "no tiene ninguna parcela";
-    leido.estado = obra.Acaba();
-    return leido;
+    const std::optional<Tabla> falta = TomaTablas(tablas, obra);
+    std::string reparo =
+        falta ? "no se puede comparar: le falta la tabla " + Texto(tablas[*falta]) : ReparoDe(obra);
+    return {ClaseEstado::Tablas, carpeta.IsEmpty() ? CString(".") : carpeta, obra.Acaba(),
+            std::move(reparo)};
 }
 
 std::vector<CString> FicherosDeEstado(const CString& nombre)

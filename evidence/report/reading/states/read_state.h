@@ -24,9 +24,9 @@ ClaseEstado ClaseDeEstado(const CString& nombre);
 /// A state, and what it was read from.
 struct CEstadoLeido {
     ClaseEstado clase = ClaseEstado::NoEs;
-    CString nombre; ///< of the file, or of the folder
-    CEstadoMunicipio estado;
-    std::string reparo; ///< why it is none, a sentence without its end; empty for nothing
+    CString nombre = {}; ///< of the file, or of the folder
+    CEstadoMunicipio estado = {};
+    std::string reparo = {}; ///< why it is none, a sentence without its end; empty for nothing
 };
 
 /// Reads the state that a name stands for. What it lacks to be one, to be there at all, is told as
