@@ -65,17 +65,13 @@ int Atiende(const std::vector<std::string>& argumentos)
                      queja.c_str());
         return kNoSeEntiende;
     }
-    switch (opciones->pide) {
-    case informe::COpciones::Pide::Ayuda:
+    if (opciones->pide == informe::COpciones::Pide::Informes)
+        return Informa(*opciones);
+    if (opciones->pide == informe::COpciones::Pide::Ayuda)
         std::fputs(informe::kUso, stdout);
-        return kHecho;
-    case informe::COpciones::Pide::Version:
+    else
         std::printf("campiva-informe %s\n", informe::kVersion);
-        return kHecho;
-    case informe::COpciones::Pide::Informes:
-        break;
-    }
-    return Informa(*opciones);
+    return kHecho;
 }
 
 } // namespace

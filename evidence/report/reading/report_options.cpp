@@ -198,11 +198,9 @@ std::optional<COpciones> LeeOpciones(std::span<const std::string> argumentos, st
             opciones.registros.emplace_back(argumento);
         } else if (argumento == "--") {
             soloNombres = true;
-        } else if (argumento == "--help") {
-            opciones.pide = COpciones::Pide::Ayuda;
-            return opciones;
-        } else if (argumento == "--version") {
-            opciones.pide = COpciones::Pide::Version;
+        } else if (argumento == "--help" || argumento == "--version") {
+            using enum COpciones::Pide;
+            opciones.pide = argumento == "--help" ? Ayuda : Version;
             return opciones;
         } else if (!TomaOpcion(argumentos, i, opciones, queja)) {
             return std::nullopt;
