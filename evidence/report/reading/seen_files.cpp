@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <chrono>
 #include <filesystem>
-#include <ranges>
+#include <span>
 
 #include "cadastre/file_extensions.h"
 #include "evidence/drawn_polygon.h"
@@ -100,12 +100,6 @@ void MiraTablas(const CFicheros& ficheros, CNombresEnDisco& nombres,
     }
 }
 
-/// What the run wrote beside its log, which is the first one.
-auto Salidas(const std::vector<CFicheroVisto>& vistos)
-{
-    return vistos | std::views::drop(1) | std::views::filter(&CFicheroVisto::salida);
-}
-
 /// Tells of each output whether it is older than the log that stands in front.
 void BuscaViejos(std::vector<CFicheroVisto>& vistos)
 {
@@ -150,15 +144,19 @@ bool Detenido(const std::vector<CFicheroVisto>& vistos, const CFicheros& fichero
 {
     if (ficheros.detenido)
         return true;
-    auto salidas = Salidas(vistos);
-    const auto esDeAhora = [](const CFicheroVisto& visto) { return visto.hay && !visto.viejo; };
-    return !salidas.empty() && std::ranges::none_of(salidas, esDeAhora) &&
+    const auto otros = std::span(vistos).subspan(1); // the first one is the log
+    const auto esDeAhora = [](const CFicheroVisto& visto) {
+        return visto.salida && visto.hay && !visto.viejo;
+    };
+    return std::ranges::any_of(otros, &CFicheroVisto::salida) &&
+           std::ranges::none_of(otros, esDeAhora) &&
            (ficheros.sentido != Sentido::Ida || ficheros.tablasDichas || !SinSalidas(vistos));
 }
 
 bool SinSalidas(const std::vector<CFicheroVisto>& vistos)
 {
-    return std::ranges::none_of(Salidas(vistos), &CFicheroVisto::hay);
+    return std::none_of(vistos.begin() + 1, vistos.end(),
+                        [](const CFicheroVisto& visto) { return visto.salida && visto.hay; });
 }
 
 } // namespace informe
