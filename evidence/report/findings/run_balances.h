@@ -2,7 +2,6 @@
 
 #include "evidence/report/findings/balance.h"
 #include "evidence/report/reading/log_messages.h"
-#include "evidence/report/reading/people.h"
 #include "evidence/report/reading/run_files.h"
 #include "evidence/report/reading/surfaces.h"
 

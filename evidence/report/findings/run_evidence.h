@@ -6,7 +6,6 @@
 #include "evidence/report/findings/balance.h"
 #include "evidence/report/findings/infograf_balance.h"
 #include "evidence/report/reading/log_messages.h"
-#include "evidence/report/reading/people.h"
 #include "evidence/report/reading/seen_files.h"
 #include "evidence/report/reading/surfaces.h"
 

@@ -17,8 +17,8 @@ CLineasMostradas::CLineasMostradas(const CRegistroLeido& registro)
         if (todas || dichos[registro.avisos[i].mensaje]++ < topes::kLineasDeCadaNumero)
             m_posiciones.insert(i);
     auto elegida = m_posiciones.begin();
-    registro.Recorre([&](std::uint32_t linea, const CString& texto) {
-        if (elegida == m_posiciones.end() || *elegida + 1 != linea)
+    registro.RecorreConAvisos([&](const CAviso& aviso, const CString& texto) {
+        if (elegida == m_posiciones.end() || *elegida + 1 != aviso.linea)
             return;
         m_lineas.push_back({*elegida, Texto(texto)});
         ++elegida;

@@ -10,7 +10,7 @@
 
 #include "cadastre/exchange_format.h"
 #include "evidence/record_key.h"
-#include "evidence/report/reading/people.h"
+#include "evidence/report/reading/log_messages.h"
 #include "platform/files/cstdio_file.h"
 
 // What the lines of an input come to by the rules of the way out: which are kept, which join one

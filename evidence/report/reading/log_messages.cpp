@@ -26,14 +26,14 @@ std::string Recibe()
 }
 
 /// The lines of a text, as those of a file are read.
-void RecorreTexto(std::string_view texto, const CRegistroLeido::CTomaLinea& toma)
+void RecorreTexto(std::string_view texto, const std::function<void(const CString& texto)>& toma)
 {
-    for (std::uint32_t linea = 1; !texto.empty(); ++linea) {
+    while (!texto.empty()) {
         const std::size_t fin = std::min(texto.find('\n'), texto.size());
         std::string_view una = texto.substr(0, fin);
         if (una.ends_with('\r'))
             una.remove_suffix(1);
-        toma(linea, CString(una));
+        toma(CString(una));
         texto.remove_prefix(std::min(fin + 1, texto.size()));
     }
 }
@@ -61,24 +61,18 @@ std::int64_t CRegistroLeido::Suma(Contador contador) const
     return suma;
 }
 
-void CRegistroLeido::Añade(CAviso aviso)
-{
-    ++m_cuentas[aviso.mensaje];
-    avisos.push_back(std::move(aviso));
-}
-
 CRegistroLeido::CRegistroLeido(const CString& nombre) : m_nombre(nombre)
 {
     if (nombre == kEstandar)
         m_recibido = Recibe();
-    Recorre([&](std::uint32_t linea, const CString& texto) {
-        CAviso aviso = LeeMensaje(texto);
-        aviso.linea = linea;
-        Añade(std::move(aviso));
+    Recorre([&](const CString& texto) {
+        CAviso& aviso = avisos.emplace_back(LeeMensaje(texto));
+        aviso.linea = static_cast<std::uint32_t>(avisos.size());
+        ++m_cuentas[aviso.mensaje];
     });
 }
 
-void CRegistroLeido::Recorre(const CTomaLinea& toma) const
+void CRegistroLeido::Recorre(const std::function<void(const CString& texto)>& toma) const
 {
     if (m_recibido)
         return RecorreTexto(*m_recibido, toma);
@@ -87,16 +81,15 @@ void CRegistroLeido::Recorre(const CTomaLinea& toma) const
     CStdioFile fichero;
     if (CFileException fallo; !fichero.Open(m_nombre, CFile::modeRead, &fallo))
         throw CFileException(m_nombre, fallo.m_causa, true);
-    CString texto;
-    for (std::uint32_t linea = 1; fichero.ReadString(texto); ++linea)
-        toma(linea, texto);
+    for (CString texto; fichero.ReadString(texto);)
+        toma(texto);
 }
 
 void CRegistroLeido::RecorreConAvisos(
     const std::function<void(const CAviso& aviso, const CString& texto)>& toma) const
 {
     auto aviso = avisos.begin();
-    Recorre([&](std::uint32_t /*linea*/, const CString& texto) {
+    Recorre([&](const CString& texto) {
         if (aviso != avisos.end())
             toma(*aviso++, texto);
     });

@@ -5,6 +5,7 @@
 #include <functional>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 
 #include "evidence/log_reader.h"
@@ -20,8 +21,6 @@ inline constexpr const char* kEstandar = "-";
 /// gone for once more by whoever wants them.
 class CRegistroLeido {
 public:
-    using CTomaLinea = std::function<void(std::uint32_t linea, const CString& texto)>;
-
     CRegistroLeido() = default; ///< an empty one
     /// Reads a log; the standard input, which is kept, by the name `kEstandar`. Raises
     /// CFileException where one can't be opened or read.
@@ -32,11 +31,9 @@ public:
     std::int64_t Warnings() const { return Suma(Contador::Warnings); }
     std::int64_t Ajenas() const { return Cuenta(nullptr); } ///< lines that are no message
 
-    void Añade(CAviso aviso);
-    /// Goes through the lines, which come numbered from 1 and without their ends. Raises
-    /// CFileException where they can't be read once more.
-    void Recorre(const CTomaLinea& toma) const;
-    /// The same with what was read of each. Lines that came to the log since then are passed over.
+    /// Goes through the lines, which come without their ends, with what was read of each. Lines
+    /// that came to the log since then are passed over. Raises CFileException where they can't be
+    /// read once more.
     void RecorreConAvisos(
         const std::function<void(const CAviso& aviso, const CString& texto)>& toma) const;
     const CString& Nombre() const { return m_nombre; } ///< of its file
@@ -46,12 +43,42 @@ public:
     std::deque<CAviso> avisos; ///< one for each line, in order
 
 private:
+    void Recorre(const std::function<void(const CString& texto)>& toma) const;
     std::int64_t Cuenta(const CMensaje* mensaje) const;
     std::int64_t Suma(Contador contador) const;
 
     CString m_nombre;
     std::optional<std::string> m_recibido;
     std::map<const CMensaje*, std::int64_t> m_cuentas; // null for lines that are no message
+};
+
+/// The people that a log speaks of: it calls some by their names, others by their DNI. Whoever
+/// reads the holders tells of each of them, so that it is known whose DNI that is.
+class CPersonas {
+public:
+    explicit CPersonas(const CRegistroLeido& registro)
+    {
+        for (const CAviso& aviso : registro.avisos)
+            if (aviso.Es(kMismoDNI))
+                m_buscados.insert(aviso.texto);
+    }
+
+    /// Tells it of a holder.
+    void Mira(const CString& nombre, const CString& dni)
+    {
+        if (m_buscados.contains(dni))
+            m_dniDe.emplace(nombre, dni);
+    }
+    /// The DNI by which the log speaks of the person, or else the name.
+    const CString& Clave(const CString& nombre) const
+    {
+        const auto suyo = m_dniDe.find(nombre);
+        return suyo == m_dniDe.end() ? nombre : suyo->second;
+    }
+
+private:
+    std::set<CString> m_buscados;
+    std::map<CString, CString> m_dniDe;
 };
 
 /// What a message says with its values left out: "Paraje … no encontrado en parcela …".

@@ -230,7 +230,7 @@ TEST(ReportMap, LeavesOutWhatPassesItsBoundAndSaysSo)
     aviso.polig = 1;
     for (const int parcela : {3, 5}) {
         aviso.parcela = parcela;
-        registro.Añade(aviso);
+        registro.avisos.push_back(aviso);
     }
     const informe::CIndiceAvisos indice(registro);
     const CCarpetaPrueba carpeta;
