@@ -230,15 +230,13 @@ CString Ocupada(const CSalidasLote& nombres, const CLoteLeido& leido)
     return {};
 }
 
-void Resume(const COpciones& opciones, const CFirma& firma, CResultado& resultado)
+CResultado Resume(const COpciones& opciones, const CFirma& firma)
 {
     const CLoteLeido leido(opciones.resumen);
     const lote::CEstados& estados = leido.estados;
     const CSalidasLote nombres(opciones, estados);
-    if (const CString ocupada = Ocupada(nombres, leido); !ocupada.IsEmpty()) {
-        resultado.quejas.push_back(NoSePisa(ocupada));
-        return;
-    }
+    if (const CString ocupada = Ocupada(nombres, leido); !ocupada.IsEmpty())
+        return {.quejas = {NoSePisa(ocupada)}};
     if (!opciones.sinInformes)
         CreaCarpeta(estados.Informes());
     CResumenLote resumen;
@@ -248,36 +246,33 @@ void Resume(const COpciones& opciones, const CFirma& firma, CResultado& resultad
     for (std::size_t i = 0; i < leido.trabajos.size(); ++i)
         resumen.trabajos.push_back(Mira(leido, i, opciones.sinInformes, firma));
     resumen.Ordena();
-    CResultado suyo = LoQueResulta(resumen, opciones, nombres.pagina);
+    CResultado resultado = LoQueResulta(resumen, opciones, nombres.pagina);
     std::vector<std::filesystem::path> sobrantes;
     if (!opciones.sinInformes)
         sobrantes = Sobrantes(estados.Informes(), leido.trabajos.size());
-    Escribe(resumen, firma, nombres, suyo);
+    Escribe(resumen, firma, nombres, resultado);
     // From here on nothing asks for memory: the summary stands.
     sistema::Error error;
     for (const std::filesystem::path& sobrante : sobrantes)
         sistema::Borra(sobrante, error);
-    resultado = std::move(suyo);
+    return resultado;
 }
 
 } // namespace
 
 CResultado HazResumen(const COpciones& opciones, const CFirma& firma)
 {
-    CResultado resultado;
     try {
         if (!opciones.json.IsEmpty() && !kHayJson)
-            resultado.quejas.emplace_back(kSinJson);
-        else
-            Resume(opciones, firma, resultado);
+            return {.quejas = {kSinJson}};
+        return Resume(opciones, firma);
     } catch (const CFileException& fallo) {
-        resultado.quejas.push_back(Texto(EnUnaLinea(fallo)));
+        return {.quejas = {Texto(EnUnaLinea(fallo))}};
     } catch (const CInterrumpido&) { // the signal has had its way, unless it can't end the process
-        resultado.quejas.emplace_back("El resumen se detuvo");
+        return {.quejas = {"El resumen se detuvo"}};
     } catch (const lote::CLineaMala& mala) {
-        resultado.quejas.emplace_back(mala.what());
+        return {.quejas = {mala.what()}};
     }
-    return resultado;
 }
 
 } // namespace informe

@@ -12,11 +12,11 @@
 namespace informe {
 
 struct CResultado {
-    std::string resumen;               ///< for the terminal
-    std::optional<CCifras> cifras;     ///< none where something couldn't be read
-    bool hayPerdidas = false;          ///< the same as of CContenido
-    std::vector<std::string> quejas;   ///< what couldn't be read or written, or is another's
-    std::shared_ptr<const void> leido; ///< what it was made of (see CBalance)
+    std::string resumen = {};               ///< for the terminal
+    std::optional<CCifras> cifras = {};     ///< none where something couldn't be read
+    bool hayPerdidas = false;               ///< the same as of CContenido
+    std::vector<std::string> quejas = {};   ///< what couldn't be read or written, or is another's
+    std::shared_ptr<const void> leido = {}; ///< what it was made of (see CBalance)
 };
 
 /// Writes the report of a log, and what else the options ask for. Raises no CFileException: what
