@@ -96,12 +96,6 @@ public:
 
 private:
     bool HayDibujos() const { return m_proceso.ficheros.sentido == Sentido::Vuelta; }
-    CMarcasDeCambio MarcasDeCambio() const
-    {
-        return m_contraste == nullptr
-                   ? CMarcasDeCambio()
-                   : CMarcasDeCambio(m_contraste->cambios, m_proceso.ficheros.lista.cabecera.Mun);
-    }
     const CLugaresDeAvisos* Lugares() const { return HayDibujos() ? &m_lugares : nullptr; }
 
     /// Each polygon is read once, with all of its drawings, shown to all who want to see it, and
@@ -114,7 +108,10 @@ private:
             return superficies.empty() || superficies.contains({polig, parcela});
         };
         CBalanceDibujo& dibujo = contenido.dibujo.emplace(m_proceso);
-        CMapas mapas({m_indice, dibujo.perdidas, MarcasDeCambio(), m_anclas},
+        CMarcasDeCambio cambios = m_contraste == nullptr
+                                      ? CMarcasDeCambio()
+                                      : CMarcasDeCambio(m_contraste->cambios, lista.cabecera.Mun);
+        CMapas mapas({m_indice, dibujo.perdidas, std::move(cambios), m_anclas},
                      dibujo.DeTablaSinEscribir());
         for (const std::vector<CString>& entradas : EntradasPorPoligono(lista)) {
             std::vector<CPoligonoDibujado> dibujos;

@@ -21,7 +21,7 @@ void CPartida::Faltan(std::int64_t cuantos, const CClaveRegistro& clave)
         return;
     (cuantos > 0 ? faltan : sobran) += std::abs(cuantos);
     if (ejemplos.size() < topes::kEjemplos)
-        ejemplos.push_back((cuantos > 0 ? "falta " : "sobra ") + Nombra(clave));
+        ejemplos.push_back((cuantos > 0 ? "falta " : "sobra ") + TextoSinBlancos(clave.Nombre()));
 }
 
 const char* CPartida::Titulo() const
@@ -84,11 +84,6 @@ void Coteja(const std::vector<CClaveRegistro>& esperados,
     for (const CClaveRegistro& hallado : hallados)
         cotejo.Toma(hallado);
     cotejo.Acaba(partida);
-}
-
-std::string Nombra(const CClaveRegistro& clave)
-{
-    return TextoSinBlancos(clave.Nombre());
 }
 
 } // namespace informe

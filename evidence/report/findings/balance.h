@@ -115,7 +115,4 @@ private:
 void Coteja(const std::vector<CClaveRegistro>& esperados,
             const std::vector<CClaveRegistro>& hallados, CPartida& partida);
 
-/// What a person calls a record by, in UTF-8.
-std::string Nombra(const CClaveRegistro& clave);
-
 } // namespace informe

@@ -62,17 +62,13 @@ public:
 private:
     void MiraOrtos()
     {
-        const auto falta = [&](const char* extension) {
-            CFile fichero;
-            return !AbreSiHay(fichero, ConExtension(m_ficheros.ortos, extension), CFile::anyCase);
-        };
-        const char* const deHojas = ExtensionDe(ClaseTopologia::Hojas);
         if (m_ficheros.ortos.IsEmpty())
-            m_evidencia.faltan.push_back({{}, "no se halló su gráfico"});
-        else if (falta(deHojas))
-            m_evidencia.faltan.push_back({{}, std::string("falta su .") + deHojas});
-        else if (falta(kExtensionDibujo))
-            m_evidencia.faltan.push_back({{}, std::string("falta su .") + kExtensionDibujo});
+            return Falta({}, "no se halló su gráfico");
+        for (const char* extension : {ExtensionDe(ClaseTopologia::Hojas), kExtensionDibujo}) {
+            CFile fichero;
+            if (!AbreSiHay(fichero, ConExtension(m_ficheros.ortos, extension), CFile::anyCase))
+                return Falta({}, std::string("falta su .") + extension);
+        }
     }
     bool Lee(CEntrada& entrada)
     {
@@ -83,9 +79,8 @@ private:
         };
         CFile bin;
         if (!abre(bin, kExtensionDibujo)) {
-            m_evidencia.faltan.push_back(
-                {entrada.nombre,
-                 std::string("falta su .") + kExtensionDibujo + ", y no sale nada de él"});
+            Falta(entrada.nombre,
+                  std::string("falta su .") + kExtensionDibujo + ", y no sale nada de él");
             return false;
         }
         std::string que;
@@ -103,15 +98,19 @@ private:
             }
         }
         if (!que.empty())
-            m_evidencia.faltan.push_back({entrada.nombre, que});
+            Falta(entrada.nombre, que);
         MiraSiEstaVacia(entrada, kDeParcela, kDeSubparcela);
         MiraSiEstaVacia(entrada, kDeSubparcela, kDeParcela);
         return true;
     }
+    /// \param entrada  empty for the sheets
+    void Falta(const CString& entrada, const std::string& que)
+    {
+        m_evidencia.faltan.push_back({entrada, que});
+    }
     void Falta(const CEntrada& entrada, std::size_t clase, const char* que)
     {
-        m_evidencia.faltan.push_back(
-            {entrada.nombre, std::string("su .") + ExtensionDe(kTopologias[clase]) + " " + que});
+        Falta(entrada.nombre, std::string("su .") + ExtensionDe(kTopologias[clase]) + " " + que);
     }
     /// Where the other one is empty as well, nothing is drawn there.
     void MiraSiEstaVacia(const CEntrada& entrada, ClaseInfograf clase, ClaseInfograf otra)

@@ -337,19 +337,14 @@ CAsuntos CReunion::Reune()
     return asuntos;
 }
 
-/// What a drawing loses for want of a file.
-std::string TituloDeFalta(const CEvidenciaInfograf::CFaltan& falta)
-{
-    return falta.entrada.IsEmpty()
-               ? "Ortofotos: " + falta.que + ", y ningún registro nombra su hoja"
-               : "Polígono " + Texto(falta.entrada) + ": " + falta.que;
-}
-
 CAsuntos AsuntosDeInfograf(const CProceso& proceso)
 {
     std::vector<CAsunto> asuntos;
     for (const CEvidenciaInfograf::CFaltan& falta : proceso.infograf.faltan)
-        asuntos.push_back({.titulo = TituloDeFalta(falta)});
+        asuntos.push_back(
+            {.titulo = falta.entrada.IsEmpty()
+                           ? "Ortofotos: " + falta.que + ", y ningún registro nombra su hoja"
+                           : "Polígono " + Texto(falta.entrada) + ": " + falta.que});
     std::map<CString, std::int64_t> sinPadre;
     for (const CEvidenciaInfograf::CSinPadre& suyo : proceso.infograf.sinPadre)
         ++sinPadre[suyo.entrada];

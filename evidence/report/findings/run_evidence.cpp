@@ -104,11 +104,7 @@ std::string CProceso::SinComprobar() const
                                viejas);
     std::string texto;
     for (const auto& [motivo, suyas] : porMotivo)
-        texto.append(texto.empty() ? "Sin comprobar: " : "; ")
-            .append(suyas)
-            .append(" (")
-            .append(motivo)
-            .append(")");
+        texto += (texto.empty() ? "Sin comprobar: " : "; ") + suyas + " (" + motivo + ")";
     return texto.empty() ? texto : texto + ".";
 }
 

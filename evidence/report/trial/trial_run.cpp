@@ -20,7 +20,6 @@ namespace fs = std::filesystem;
 
 constexpr const char* kPrograma = "campiva";
 
-constexpr const char* kDicho = "dicho.txt";
 constexpr std::size_t kTramo = std::size_t{1} << 16U; // bytes of a copy at a time
 
 // A list may have any name, so it has a folder with what stands beside it, and the tables another.
@@ -55,11 +54,6 @@ void Enlaza(const CString& nombre, const fs::path& hasta)
         Copia(nombre, hasta);
 }
 
-fs::path Solo(const CString& nombre)
-{
-    return sistema::Ruta(nombre).filename();
-}
-
 std::string Entera(const CString& nombre)
 {
     return nombre.IsEmpty() ? std::string()
@@ -79,7 +73,8 @@ std::string EnUnaLinea(const std::string& dicho)
 } // namespace
 
 CEnsayo::CEnsayo(const CFicheros& ficheros, const COpciones& opciones)
-    : m_opciones(opciones), m_suyos(ficheros), m_tablas(ficheros.tablas)
+    : m_opciones(opciones), m_dicho(m_carpeta.Ruta() / "dicho.txt"), m_suyos(ficheros),
+      m_tablas(ficheros.tablas)
 {
     const CString& base = ficheros.lista.cabecera.nombreSalida;
     for (const char* suya : {kCarpetaLista, kCarpetaTablas}) {
@@ -87,7 +82,8 @@ CEnsayo::CEnsayo(const CFicheros& ficheros, const COpciones& opciones)
         sistema::CreaCarpeta(m_carpeta.Ruta() / suya, error);
         CFileException::Exige(error, sistema::Nombre(m_carpeta.Ruta() / suya));
     }
-    m_lista = sistema::Nombre(m_carpeta.Ruta() / kCarpetaLista / Solo(ficheros.lista.nombre));
+    m_lista = sistema::Nombre(m_carpeta.Ruta() / kCarpetaLista /
+                              sistema::Ruta(ficheros.lista.nombre).filename());
     const CString carpeta = CCadena(m_lista).DamePath();
     m_suyos.registro = FicheroDeLista(carpeta, base, kExtensionRegistro);
     m_suyos.ficheroR = FicheroDeLista(carpeta, base, kExtensionR);
@@ -112,7 +108,8 @@ void CEnsayo::TraeDibujos(const CFicheros& ficheros)
              {kExtensionDibujo, ExtensionDe(Parcelas), ExtensionDe(Subparcelas)}) {
             const CString nombre =
                 CFile::EnDisco(FicheroDeLista(ficheros.lista.carpeta, entrada, extension), nombres);
-            const fs::path hasta = m_carpeta.Ruta() / kCarpetaLista / Solo(nombre);
+            const fs::path hasta =
+                m_carpeta.Ruta() / kCarpetaLista / sistema::Ruta(nombre).filename();
             std::error_code error;
             if (HayFichero(nombre) && !fs::exists(fs::symlink_status(hasta, error)))
                 Enlaza(nombre, hasta);
@@ -149,7 +146,7 @@ std::string CEnsayo::Corre()
     const lote::CTrabajo trabajo = Trabajo();
     COrden orden = lote::OrdenDe(trabajo);
     orden.programa = sistema::BuscaPrograma(kPrograma);
-    orden.dicho = Dicho();
+    orden.dicho = m_dicho;
     CAlmacenAparte ajustes(lote::kEmpresa, lote::kPrograma,
                            m_carpeta.Ruta() / m_carpeta.Ruta().filename());
     ajustes.Escribe(lote::AjustesDe(trabajo));
@@ -167,14 +164,9 @@ std::string CEnsayo::Corre()
     return "El ensayo no llegó a su fin" + (dicho.empty() ? std::string() : ": " + dicho);
 }
 
-fs::path CEnsayo::Dicho() const
-{
-    return m_carpeta.Ruta() / kDicho;
-}
-
 std::vector<std::string> CEnsayo::LoObservado() const
 {
-    std::vector<std::string> observado = Observado(lote::LoDicho(Dicho()));
+    std::vector<std::string> observado = Observado(lote::LoDicho(m_dicho));
     for (std::string& frase : observado)
         for (const char* suya : {kCarpetaLista, kCarpetaTablas}) {
             const std::string carpeta =

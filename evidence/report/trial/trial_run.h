@@ -33,12 +33,12 @@ public:
     CString SinCarpeta(const CString& nombre) const;
 
 private:
-    std::filesystem::path Dicho() const;
     void TraeDibujos(const CFicheros& ficheros);
     lote::CTrabajo Trabajo() const;
 
     const COpciones& m_opciones;
     CCarpetaTemporal m_carpeta{"campiva-ensayo"};
+    std::filesystem::path m_dicho; // what the program says
     CFicheros m_suyos;
     CNombresTablas m_tablas;
     CString m_lista;

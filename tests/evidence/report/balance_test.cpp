@@ -76,5 +76,7 @@ TEST(Balance, CallsEachRecordWhatAPersonCallsIt)
         {"a module by class and intensity", CClaveRegistro::DeModulo({}, "C-", 3), "C- 3"},
     };
     for (const auto& caso : casos)
-        EXPECT_EQ(Nombra(caso.clave), caso.nombre) << caso.motivo;
+        EXPECT_THAT(Cotejada({caso.clave}, {}).ejemplos,
+                    ElementsAre(std::string("falta ") + caso.nombre))
+            << caso.motivo;
 }
