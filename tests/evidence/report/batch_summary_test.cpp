@@ -69,8 +69,7 @@ TEST_F(ResumenDeLote, PutsTheWorstFirstAndSumsAllUp)
 {
     Ejecuta(Paraje("00001", "LA ERA") + Titular("0000001", "00100", "ANA", "11111111") +
             Parcela("00001", "0000001", "00001") + Suelo("00001", "   a", "00100"));
-    std::string parajes = carpeta.Lee("Parajes.txt");
-    carpeta.Pon("Parajes.txt", parajes.substr(0, parajes.find('\n') + 1)); // a row was taken out
+    QuitaFila(carpeta, "Parajes.txt");
     carpeta.Pon(
         "t.resultados/salidas/3.err",
         "[Error]\nEl archivo P\nno se puede crear\n\n[Fin del proceso]\nHecho.\n\nErrores: 2"

@@ -65,6 +65,13 @@ private:
 
 } // namespace
 
+void QuitaFila(const CCarpetaPrueba& carpeta, const std::string& tabla)
+{
+    std::string texto = carpeta.Lee(tabla);
+    texto.resize(texto.rfind('\n', texto.size() - 2) + 1);
+    carpeta.Pon(tabla, texto);
+}
+
 void EjecutaAInfograf(const CCarpetaPrueba& carpeta, const std::string& lugar)
 {
     CVexaAInfografDlg dialogo;

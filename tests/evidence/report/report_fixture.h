@@ -33,6 +33,9 @@ inline void Envejece(const std::filesystem::path& fichero)
                                                   std::chrono::hours(24));
 }
 
+/// Takes the last row off a table.
+void QuitaFila(const CCarpetaPrueba& carpeta, const std::string& tabla);
+
 /// Runs the way on to Infograf.
 /// \param lugar  folder below the other one, with its stroke, where the list and the sheets are
 void EjecutaAInfograf(const CCarpetaPrueba& carpeta, const std::string& lugar = "");

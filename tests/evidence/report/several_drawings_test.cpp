@@ -95,6 +95,7 @@ TEST_F(InformeDeVariosDibujos, TellsWhatAParcelLosesOverAllDrawingsOfItsPolygon)
         const char* concentrada;
         int recintos, dibujada, escrita, perdida;
         const char* motivo;
+        int modificar = 0, concentradas = 0;
     } casos[] = {
         {"one drawing", {{"1", {10, 8}}}, "164", " ",
          2, 164, 64, 100, "en 2 recintos: toma la del último"},
@@ -109,6 +110,14 @@ TEST_F(InformeDeVariosDibujos, TellsWhatAParcelLosesOverAllDrawingsOfItsPolygon)
          4, 225, 25, 200, "en 4 recintos de 3 dibujos (1, 1B, 1C): toma la del último"},
         {"both in the later drawing", {{"1", {}}, {"1B", {10, 8}}}, "164", " ",
          2, 164, 64, 100, "en 2 recintos: toma la del último"},
+        {"concentrated, in one drawing", {{"1", {10, 8}}}, "150", "C",
+         2, 164, 150, 14, "concentrada: conserva la de la tabla"},
+        {"there, with more than is drawn", {{"1", {10, 8}}}, "170", "C",
+         2, 164, 170, 0, "concentrada: conserva la de la tabla"},
+        {"there, where the run is told to take the drawing's", {{"1", {10, 8}}}, "164", "C",
+         2, 164, 64, 100, "en 2 recintos: toma la del último", 0, 1},
+        {"there, and the tables are written again", {{"1", {10, 8}}}, "164", "C",
+         2, 164, 64, 100, "en 2 recintos: toma la del último", 1, 1},
         {"concentrated", {{"1", {10}}, {"1B", {8}}}, "150", "C",
          2, 164, 150, 14, "concentrada: conserva la de la tabla"},
         {"concentrated, with more than is drawn", {{"1", {10}}, {"1B", {8}}}, "170", "C",
@@ -121,7 +130,7 @@ TEST_F(InformeDeVariosDibujos, TellsWhatAParcelLosesOverAllDrawingsOfItsPolygon)
         SCOPED_TRACE(caso.razon);
         Tablas(caso.tabla, caso.concentrada);
         Dibuja(caso.dibujos);
-        Ejecuta();
+        Ejecuta(caso.modificar, 0, 0, caso.concentradas);
         ASSERT_EQ(Superficies("PR"), (std::vector<int>{caso.escrita, 100}));
         const CInformePrueba informe = Informa();
         EXPECT_THAT(informe.pagina,
@@ -131,6 +140,10 @@ TEST_F(InformeDeVariosDibujos, TellsWhatAParcelLosesOverAllDrawingsOfItsPolygon)
         EXPECT_EQ(informe.Dice(Suma(kNoCuenta, caso.perdida, 1)), caso.perdida > 0);
         EXPECT_EQ(informe.resultado.cifras.value().perdida, caso.perdida);
         EXPECT_EQ(informe.resultado.hayPerdidas, caso.perdida > 0);
+        const std::string noCuentan =
+            std::to_string(caso.perdida) + " m² no cuentan, en 1 parcela de varios recintos, ";
+        EXPECT_THAT(informe.Cuenta(),
+                    StartsWith("vuelta, " + (caso.perdida > 0 ? noCuentan : "0 errores")));
         EXPECT_THAT(informe.Cuenta(), EndsWith(", 0 sin explicar"));
     }
 }

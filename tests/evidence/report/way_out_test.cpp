@@ -25,14 +25,6 @@ std::string DosParcelas()
            Parcela("00002", "0000001", "00001") + Suelo("00002", "   a", "00100");
 }
 
-/// Takes the last row off a table.
-void QuitaFila(const CCarpetaPrueba& carpeta, const char* tabla)
-{
-    std::string texto = carpeta.Lee(tabla);
-    texto.resize(texto.rfind('\n', texto.size() - 2) + 1);
-    carpeta.Pon(tabla, texto);
-}
-
 } // namespace
 
 class InformeDeIda : public Traduccion {
