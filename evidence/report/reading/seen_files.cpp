@@ -37,10 +37,9 @@ std::uint32_t SumaFichero(CFile& fichero)
 
 CFicheroVisto Mira(const char* papel, const CString& nombre, bool salida, CNombresEnDisco& nombres)
 {
-    CFicheroVisto visto;
-    visto.papel = papel;
-    visto.nombre = nombre.IsEmpty() ? nombre : CFile::EnDisco(nombre, nombres);
-    visto.salida = salida;
+    CFicheroVisto visto{.papel = papel,
+                        .nombre = nombre.IsEmpty() ? nombre : CFile::EnDisco(nombre, nombres),
+                        .salida = salida};
     CFile fichero;
     visto.hay = AbreSiHay(fichero, visto.nombre);
     if (!visto.hay)
@@ -55,14 +54,12 @@ CFicheroVisto Mira(const char* papel, const CString& nombre, bool salida, CNombr
 /// What came by the standard input.
 CFicheroVisto MiraRecibido(const char* papel, std::string_view texto)
 {
-    CFicheroVisto visto;
-    visto.papel = papel;
-    visto.nombre = "(entrada estándar)"_ansi;
-    visto.salida = true;
-    visto.hay = true;
-    visto.largo = texto.size();
-    visto.crc = vexageo::Crc32(texto, 0);
-    return visto;
+    return {.papel = papel,
+            .nombre = "(entrada estándar)"_ansi,
+            .salida = true,
+            .hay = true,
+            .largo = texto.size(),
+            .crc = vexageo::Crc32(texto, 0)};
 }
 
 /// The drawings as the run reads them: the way back asks nothing of a .POL.

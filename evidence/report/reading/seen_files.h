@@ -14,14 +14,14 @@ namespace informe {
 
 /// A file of the run as it was found.
 struct CFicheroVisto {
-    std::string papel; ///< what it was to the run
-    CString nombre;
+    std::string papel = {}; ///< what it was to the run
+    CString nombre = {};
     bool salida = false;
     bool hay = false;
-    bool viejo = false;               ///< an output that is older than the log
-    std::uint64_t largo = 0;          ///< bytes
-    std::optional<std::time_t> fecha; ///< of the last write
-    std::uint32_t crc = 0;            ///< of all its bytes (vexageo::Crc32)
+    bool viejo = false;                    ///< an output that is older than the log
+    std::uint64_t largo = 0;               ///< bytes
+    std::optional<std::time_t> fecha = {}; ///< of the last write
+    std::uint32_t crc = 0;                 ///< of all its bytes (vexageo::Crc32)
 };
 
 /// Looks at all files of the run, the log first, and reads each whole for its sum. One that is

@@ -45,13 +45,14 @@ void CEstadoEnObra::TomaTitular(short mun, CTitular titular, int partici)
     const int numero = titular.NumOrden;
     const int indice = Municipio(mun).InsertaTitular(std::move(titular));
     if (m_reparto == Reparto::PorLineas)
-        m_titulares.push_back({mun, numero, indice, partici});
+        m_titulares.push_back({{mun, numero}, indice, partici});
 }
 
 void CEstadoEnObra::TomaParaje(short mun, int numero, std::string_view nombre)
 {
-    m_parajes.push_back({mun, static_cast<short>(numero), // the low 16 bits, as the program has it
-                         static_cast<int>(m_estado.parajes.size())});
+    // Of the number the low 16 bits, as the program has it.
+    m_parajes.push_back(
+        {{mun, static_cast<short>(numero)}, static_cast<int>(m_estado.parajes.size())});
     m_estado.parajes.push_back(ComoSeEscribe(nombre, kParajeEscrito));
 }
 
@@ -82,12 +83,12 @@ void CEstadoEnObra::TomaVinculo(const CClaveParcela& clave, int numero, std::str
 
 void CEstadoEnObra::AsientaParajes()
 {
-    std::ranges::stable_sort(m_parajes, {}, &CParajeLeido::Clave);
+    std::ranges::stable_sort(m_parajes, {}, &CParajeLeido::clave);
     for (CParcela& parcela : m_estado.parcelas) {
-        const std::pair buscado(parcela.clave.mun, parcela.paraje);
-        const auto suyo = std::ranges::lower_bound(m_parajes, buscado, {}, &CParajeLeido::Clave);
+        const CClaveLeida buscado(parcela.clave.mun, parcela.paraje);
+        const auto suyo = std::ranges::lower_bound(m_parajes, buscado, {}, &CParajeLeido::clave);
         parcela.paraje =
-            suyo == m_parajes.end() || suyo->Clave() != buscado ? kNoEncontrado : suyo->posicion;
+            suyo == m_parajes.end() || suyo->clave != buscado ? kNoEncontrado : suyo->posicion;
     }
 }
 
@@ -114,9 +115,9 @@ void CEstadoEnObra::Enlaza(int parcela, const CEstadoMunicipio::CVinculo& vincul
 
 void CEstadoEnObra::EnlazaPorLineas(const CVinculoLeido& leido, short mun)
 {
-    const std::pair buscado(mun, leido.numero);
-    auto linea = std::ranges::lower_bound(m_titulares, buscado, {}, &CTitularLeido::Numero);
-    for (; linea != m_titulares.end() && linea->Numero() == buscado; ++linea)
+    const CClaveLeida buscado(mun, leido.numero);
+    auto linea = std::ranges::lower_bound(m_titulares, buscado, {}, &CTitularLeido::clave);
+    for (; linea != m_titulares.end() && linea->clave == buscado; ++linea)
         Enlaza(leido.parcela, {Persona(mun, linea->indice), linea->partici, leido.titulo});
 }
 
@@ -135,7 +136,7 @@ void CEstadoEnObra::AsientaPersonas()
                                          ComoSeEscribe(titular.DNI, kDniEscrito), municipio.Mun});
     }
     m_ultimos.resize(m_estado.personas.size());
-    std::ranges::stable_sort(m_titulares, {}, &CTitularLeido::Numero);
+    std::ranges::stable_sort(m_titulares, {}, &CTitularLeido::clave);
 }
 
 /// The links of a parcel come together.

@@ -48,13 +48,12 @@ private:
     using CParcela = CEstadoMunicipio::CParcela;
     using CSubparcela = CEstadoMunicipio::CSubparcela;
 
+    using CClaveLeida = std::pair<short, int>; ///< of a municipality and a number in it
+
     struct CTitularLeido {
-        short mun;
-        int numero;
+        CClaveLeida clave;
         int indice; ///< in its municipality
         int partici;
-
-        std::pair<short, int> Numero() const { return {mun, numero}; }
     };
     struct CVinculoLeido {
         int parcela;
@@ -63,11 +62,8 @@ private:
         CEstadoMunicipio::CLetras titulo;
     };
     struct CParajeLeido {
-        short mun;
-        int numero;
+        CClaveLeida clave;
         int posicion;
-
-        std::pair<short, int> Clave() const { return {mun, numero}; }
     };
     struct CSubparcelaLeida {
         CClaveParcela clave;
