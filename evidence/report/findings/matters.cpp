@@ -219,10 +219,6 @@ CAsunto CReunion::Cuenta(const CTramo& tramo) const
 /// the database; then what it lacks, and last sums and surfaces, which any of the others upsets.
 std::string CReunion::TituloDeParcela(const CAsunto& asunto)
 {
-    const auto hay = [&](Mensaje numero) {
-        return std::ranges::any_of(asunto.cuentas,
-                                   [&](const auto& c) { return c.first->numero == numero; });
-    };
     constexpr std::pair<Mensaje, const char*> kMotivos[] = {
         {kParcelaNoValida, "sus números no valen"},
         {kParcelaNoInsertada, "no se pudo insertar"},
@@ -243,9 +239,10 @@ std::string CReunion::TituloDeParcela(const CAsunto& asunto)
         {kSuperficieCorregida, "toma la superficie de sus subparcelas"},
         {kAbstractaDifiere, "una subparcela abstracta difiere del gráfico"},
     };
-    for (const auto& [mensaje, motivo] : kMotivos)
-        if (hay(mensaje))
-            return motivo;
+    for (const auto& [numero, motivo] : kMotivos)
+        for (const auto& [mensaje, veces] : asunto.cuentas)
+            if (mensaje->numero == numero)
+                return motivo;
     return "sus mensajes";
 }
 

@@ -41,7 +41,7 @@ bool TieneAlgunValor(const COpciones& opciones)
     return !opciones.con.empty() || !opciones.escritos.empty() || opciones.detenido ||
            opciones.ensayo || std::ranges::any_of(kOpciones, [&](const auto& opcion) {
                const auto* const nombre = std::get_if<CString COpciones::*>(&opcion.valor);
-               return nombre != nullptr && !(opciones.**nombre).IsEmpty();
+               return nombre != nullptr && !(opciones.*(*nombre)).IsEmpty();
            });
 }
 
@@ -93,7 +93,7 @@ bool TomaOpcion(std::span<const std::string> argumentos, std::size_t& i, COpcion
         return false;
     }
     if (const auto* const marca = std::get_if<bool COpciones::*>(&suya->valor)) {
-        opciones.** marca = true;
+        opciones.*(*marca) = true;
         return true;
     }
     // What looks like an option is the next one, and no name of a file.
@@ -104,7 +104,7 @@ bool TomaOpcion(std::span<const std::string> argumentos, std::size_t& i, COpcion
     }
     const std::string& valor = argumentos[++i];
     if (const auto* const varios = std::get_if<std::vector<CString> COpciones::*>(&suya->valor)) {
-        (opciones.**varios).emplace_back(valor);
+        (opciones.*(*varios)).emplace_back(valor);
         return true;
     }
     CString& uno = opciones.*std::get<CString COpciones::*>(suya->valor);
