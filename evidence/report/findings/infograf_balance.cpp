@@ -22,6 +22,8 @@ using CClaves = std::vector<CClaveRegistro>;
 constexpr ClaseTopologia kTopologias[] = {ClaseTopologia::Parcelas, ClaseTopologia::Poligonos,
                                           ClaseTopologia::Subparcelas};
 
+constexpr int kAnchoLetras = 4; // columns of a subparcel's label, by which it is read back
+
 /// An entry of the list as the run reads it.
 struct CEntrada {
     CString nombre;
@@ -185,16 +187,11 @@ private:
                                   : "no cae en ningún polígono");
             else
                 Espera(kDeSubparcela, *subparcelas, i,
-                       CClaveRegistro::DeSubparcela(poligonos ? Numero(*poligonos, padre) : 0,
-                                                    parcelas ? Numero(*parcelas, parcela) : 0,
-                                                    Letras(*subparcelas, i)));
+                       CClaveRegistro::DeSubparcela(
+                           poligonos ? Numero(*poligonos, padre) : 0,
+                           parcelas ? Numero(*parcelas, parcela) : 0,
+                           subparcelas->DameTextoCentroide(i).Left(kAnchoLetras)));
         }
-    }
-    /// The label as far as its columns go, by which it is read back.
-    static CString Letras(const CTopologia& subparcelas, int i)
-    {
-        constexpr int kAncho = 4;
-        return subparcelas.DameTextoCentroide(i).Left(kAncho);
     }
 
     const CFicheros& m_ficheros;
@@ -214,15 +211,6 @@ constexpr std::array<CNombres, kClasesInfograf> kNombres = {
      {Partida::Poligonos, "recintos de .POL", "registros de polígono (13)", ""},
      {Partida::Subparcelas, "recintos de .SUB", "registros de subparcela (11)",
       "en ninguna parcela, o en ningún polígono, sin mensaje"}}};
-
-CPartida PartidaDe(const CNombres& nombres, const CEvidenciaInfograf::CClase& clase)
-{
-    CPartida partida(nombres.que);
-    partida.Entra(nombres.recintos, clase.recintos);
-    partida.Sale(nombres.registros, clase.registros);
-    partida.SalePerdido(nombres.huerfanos, clase.huerfanos);
-    return partida;
-}
 
 /// The keys of the records of a kind, in their order; sums up their surfaces.
 CClaves Halladas(const std::vector<CEscritosInfograf::CRegistro>& registros,
@@ -248,13 +236,6 @@ std::string OtraSuperficie(const CEvidenciaInfograf::CClase& clase)
            " y sus recintos " + Superficie(EnMetrosCuadrados(clase.esperada));
 }
 
-/// Tells whether the records of a kind are the first ones of those that should be there.
-bool EsPrincipio(const CClaves& halladas, const CClaves& esperadas)
-{
-    return halladas.size() <= esperadas.size() &&
-           std::equal(halladas.begin(), halladas.end(), esperadas.begin());
-}
-
 } // namespace
 
 CBalance BalanceInfograf(const CFicheros& ficheros, CEvidenciaInfograf& evidencia)
@@ -263,20 +244,25 @@ CBalance BalanceInfograf(const CFicheros& ficheros, CEvidenciaInfograf& evidenci
     recuento.Hace();
     const CEscritosInfograf escritos = LeeInfograf(ficheros.ficheroCsp);
     CBalance balance;
-    bool esPrincipio = escritos.hay;
+    bool esPrincipio = escritos.hay; // the records are the first ones of those that should be there
     bool falta = false;
     for (std::size_t i = 0; i < kClasesInfograf; ++i) {
         CEvidenciaInfograf::CClase& clase = evidencia.clases[i];
         const CClaves& esperadas = recuento.esperadas[i];
         const CClaves halladas = Halladas(escritos.clases[i], clase);
-        CPartida partida = PartidaDe(kNombres[i], clase);
+        const CNombres& nombres = kNombres[i];
+        CPartida partida(nombres.que);
+        partida.Entra(nombres.recintos, clase.recintos);
+        partida.Sale(nombres.registros, clase.registros);
+        partida.SalePerdido(nombres.huerfanos, clase.huerfanos);
         if (escritos.hay)
             Coteja(esperadas, halladas, partida);
         else
             partida.noSePuede = "no está el fichero CSP";
         if (partida.SePuedeDecir() && partida.SinExplicar() == 0)
             partida.reparo = OtraSuperficie(clase);
-        esPrincipio = esPrincipio && EsPrincipio(halladas, esperadas);
+        esPrincipio =
+            esPrincipio && std::ranges::mismatch(halladas, esperadas).in1 == halladas.end();
         falta = falta || halladas.size() < esperadas.size();
         balance.partidas.push_back(std::move(partida));
     }

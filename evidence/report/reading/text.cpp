@@ -24,11 +24,6 @@ void PonPuntos(std::string& cifras)
     }
 }
 
-bool EsControl(char c)
-{
-    return static_cast<unsigned char>(c) < 0x20 || c == 0x7F;
-}
-
 } // namespace
 
 std::string Miles(std::int64_t numero)
@@ -85,7 +80,8 @@ std::string Texto(std::string_view texto)
     std::string limpio;
     limpio.reserve(utf8.size());
     for (const char c : utf8) {
-        if (EsControl(c))
+        const bool esControl = static_cast<unsigned char>(c) < 0x20 || c == 0x7F;
+        if (esControl)
             limpio += c == '\t' ? std::string_view(" ") : kNoEsCaracter;
         else
             limpio += c;
