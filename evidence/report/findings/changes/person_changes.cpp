@@ -11,12 +11,6 @@ namespace {
 
 using CPersona = CEstadoMunicipio::CPersona;
 
-/// Each municipality has people of its own: who is gone from one may go on in the next.
-bool EsLaMisma(const CPersona& a, const CPersona& b)
-{
-    return a.mun == b.mun && a.nombre == b.nombre && a.dni == b.dni;
-}
-
 std::uint32_t HashDe(const CPersona& persona)
 {
     return ::HashDe(::HashDe(::HashDe(persona.nombre), ::HashDe(persona.dni)),
@@ -56,7 +50,7 @@ void CPersonasDeDos::Numera()
     };
     CTablaHash tabla;
     const auto numera = [&](const CPersona& persona, int propio) {
-        const auto igual = [&](int otra) { return EsLaMisma(de(otra), persona); };
+        const auto igual = [&](int otra) { return de(otra) == persona; };
         const std::uint32_t hash = HashDe(persona);
         const int hallada = tabla.Busca(hash, igual);
         if (hallada < 0)

@@ -31,10 +31,13 @@ struct CClaveParcela {
 /// lists that lie close together, as there may be a million lines of it. Texts are code page 1252
 /// without the blanks that fill their columns.
 struct CEstadoMunicipio {
+    /// Each municipality has people of its own: who is gone from one may go on in the next.
     struct CPersona {
         CString nombre;
         CString dni;
         short mun = 0;
+
+        friend bool operator==(const CPersona&, const CPersona&) = default;
     };
     /// A short text as a number, in the order of its letters.
     using CLetras = std::uint32_t;
