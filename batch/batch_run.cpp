@@ -109,14 +109,11 @@ private:
     void Reparte(const fs::path& programa, CHijos& hijos);
     bool HayEnMarcha() const;
     std::optional<std::pair<const CTrabajo&, CHecho>> Recoge(CHijos& hijos);
-    void Anota(const CTrabajo& trabajo, const CHecho& hecho);
 
     CEstados& m_estados;
     std::vector<const CTrabajo*> m_pendientes;
     std::list<CPuesto> m_puestos;
     std::size_t m_siguiente = 0;
-    int m_hechos = 0;
-    int m_fallidos = 0;
 };
 
 void CLote::HazAqui(const fs::path& programa, std::size_t procesos, const fs::path& temporal)
@@ -146,8 +143,8 @@ void CLote::Atiende(const fs::path& programa, CHijos& hijos)
         if (!HayEnMarcha())
             return; // and nothing is to be begun any more
         if (const auto acabado = Recoge(hijos))
-            Anota(acabado->first, acabado->second);
-        avance.Cuenta(m_hechos, m_fallidos);
+            m_estados.Anota(acabado->first, acabado->second);
+        avance.Cuenta(m_estados.Acabados());
     }
 }
 
@@ -177,15 +174,8 @@ void CLote::Reparte(const fs::path& programa, CHijos& hijos)
             const CTrabajo& trabajo = *m_pendientes[m_siguiente++];
             const fs::path dicho = m_estados.Dicho(trabajo.numero);
             if (!puesto.Empieza(trabajo, programa, dicho, hijos))
-                Anota(trabajo, puesto.Acaba(kAlgunFallo, dicho));
+                m_estados.Anota(trabajo, puesto.Acaba(kAlgunFallo, dicho));
         }
-}
-
-void CLote::Anota(const CTrabajo& trabajo, const CHecho& hecho)
-{
-    ++m_hechos;
-    m_fallidos += hecho.estado != 0 ? 1 : 0;
-    m_estados.Anota(trabajo, hecho);
 }
 
 fs::path Programa()
@@ -209,8 +199,8 @@ std::size_t Procesos(const COpciones& opciones)
 void BorraLoDeAntes(const CEstados& estados)
 {
     sistema::Error error;
-    const std::pair<fs::path, std::string_view> deAntes[] = {
-        {estados.Carpeta() / "salidas", ".err"}, {estados.Informes(), ".html"}};
+    const std::pair<fs::path, std::string_view> deAntes[] = {{estados.Dichos(), ".err"},
+                                                             {estados.Informes(), ".html"}};
     for (const auto& [donde, extension] : deAntes)
         for (const fs::path& nombre : sistema::Lista(donde, error))
             if (TieneNumero(nombre, extension)) // what else is there is somebody's
@@ -274,14 +264,14 @@ void Prepara(const fs::path& carpeta, CEstados& estados, CCandado& candado, bool
     };
     crea(carpeta);
     estados.Ocupa(candado);
-    ExigePartesLibres(carpeta);
+    ExigePartesLibres(estados);
     if (estados.EsDeOtro())
         throw CLineaMala(Formatea(textos::kNoEsDeResultados, sistema::Nombre(carpeta)));
     if (reanuda)
         estados.Lee();
     else
         estados.Empieza();
-    crea(carpeta / "salidas");
+    crea(estados.Dichos());
     if (!reanuda)
         BorraLoDeAntes(estados);
 }

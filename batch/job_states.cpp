@@ -14,11 +14,6 @@ namespace {
 
 constexpr std::string_view kSinCuenta = "-\t-"; // of a job that left no log
 
-// What the results have: files, and folders whose files have numbers.
-constexpr const char* kFicheros[] = {"trabajos.log", "estado.tsv",  "trabajos.tsv", "resumen.html",
-                                     "resumen.csv",  "resumen.txt", "parallel.txt"};
-constexpr const char* kCarpetas[] = {"salidas", "informes", "partes"};
-
 /// The four numbers of a job that has ended, between tabs.
 std::string Numeros(const CHecho& hecho)
 {
@@ -154,14 +149,16 @@ bool CEstados::EsDeOtro() const
 bool CEstados::Tiene(const std::filesystem::path& ruta) const
 {
     sistema::Error error;
-    const auto son = [&](const std::filesystem::path& una, const std::filesystem::path& otra) {
-        return sistema::Mira(una, error).EsElMismo(sistema::Mira(otra, error));
+    const auto es = [&](const std::filesystem::path& una,
+                        std::initializer_list<std::filesystem::path> suyas) {
+        return std::ranges::any_of(suyas, [&](const std::filesystem::path& suya) {
+            return sistema::Mira(una, error).EsElMismo(sistema::Mira(suya, error));
+        });
     };
-    const auto donde = std::filesystem::canonical(ruta, error).parent_path();
-    return std::ranges::any_of(kFicheros,
-                               [&](const char* suyo) { return son(ruta, m_carpeta / suyo); }) ||
-           std::ranges::any_of(kCarpetas,
-                               [&](const char* suya) { return son(donde, m_carpeta / suya); });
+    return es(ruta,
+              {Diario(), Tabla(), Trabajos(), Pagina(), Hoja(), DichoResumen(), DichoParallel()}) ||
+           es(std::filesystem::canonical(ruta, error).parent_path(),
+              {Dichos(), Informes(), Partes()});
 }
 
 void CEstados::Abre()
@@ -178,6 +175,8 @@ void CEstados::Abre()
 void CEstados::Anota(const CTrabajo& trabajo, const CHecho& hecho)
 {
     m_hechos[trabajo.linea] = hecho;
+    ++m_acabados.todos;
+    m_acabados.fallidos += hecho.estado != 0 ? 1 : 0;
     errno = 0;
     m_diario << Numeros(hecho) << '\t' << trabajo.linea << '\n';
     Exige(m_diario.flush());

@@ -14,6 +14,12 @@ namespace lote {
 /// Writes a file in the place of an older one. Raises CFileException.
 void Escribe(const std::filesystem::path& ruta, const std::string& texto);
 
+/// The jobs that have ended in this run.
+struct CAcabados {
+    int todos = 0;
+    int fallidos = 0;
+};
+
 /// What became of the jobs. Each is written down as it ends, so that whoever kills the batch loses
 /// no more than the jobs that were at work; the table of all is written at the end.
 class CEstados {
@@ -40,6 +46,7 @@ public:
 
     /// How the job ended the last time; null where it never did.
     const CHecho* De(const CTrabajo& trabajo) const;
+    const CAcabados& Acabados() const { return m_acabados; }
     /// How many of the jobs failed, or weren't done.
     int Fallidos(const std::vector<CTrabajo>& trabajos) const;
     /// What an earlier run left of each job, its words and its report, gets the job's number where
@@ -57,11 +64,15 @@ public:
     std::filesystem::path Diario() const { return m_carpeta / "trabajos.log"; }
     std::filesystem::path Tabla() const { return m_carpeta / "estado.tsv"; }
     std::filesystem::path Trabajos() const { return m_carpeta / "trabajos.tsv"; }
-    /// What the job said.
+    /// What the jobs said.
+    std::filesystem::path Dichos() const { return m_carpeta / "salidas"; }
     std::filesystem::path Dicho(int numero) const
     {
-        return m_carpeta / "salidas" / (std::to_string(numero) + ".err");
+        return Dichos() / (std::to_string(numero) + ".err");
     }
+    // What goes to other machines and comes back, and what was said of that.
+    std::filesystem::path Partes() const { return m_carpeta / "partes"; }
+    std::filesystem::path DichoParallel() const { return m_carpeta / "parallel.txt"; }
     // What the report makes of the results: its summary, what it said, and a page for each job.
     std::filesystem::path Pagina() const { return m_carpeta / "resumen.html"; }
     std::filesystem::path Hoja() const { return m_carpeta / "resumen.csv"; }
@@ -82,6 +93,7 @@ private:
     std::filesystem::path m_carpeta;
     std::ofstream m_diario;
     int m_cortadas = 0;
+    CAcabados m_acabados;
     std::map<std::string, CHecho, std::less<>> m_hechos; // by the jobs' lines
 };
 

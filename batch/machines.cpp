@@ -13,8 +13,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* kPartes = "partes";
-
 /// Tells whether a folder holds the results of a part.
 bool EsParte(const fs::path& carpeta)
 {
@@ -89,20 +87,6 @@ void Recoge(std::vector<CParte>& partes, CEstados& estados)
     }
 }
 
-/// How far the parts are.
-void Cuenta(const std::vector<CParte>& partes, const CEstados& estados, CAvance& avance)
-{
-    int hechos = 0;
-    int fallidos = 0;
-    for (const CParte& parte : partes)
-        for (const CSuyo& suyo : parte.suyos)
-            if (suyo.anotado) {
-                ++hechos;
-                fallidos += estados.De(*suyo.aqui)->estado != 0 ? 1 : 0;
-            }
-    avance.Cuenta(hechos, fallidos);
-}
-
 /// \param lista  for the names of tables and results
 COrden OrdenDeParallel(const std::vector<CParte>& partes, const COpciones& opciones,
                        const fs::path& parallel, const fs::path& lista)
@@ -142,11 +126,11 @@ fs::path Parallel()
     return programa;
 }
 
-void ExigePartesLibres(const fs::path& carpeta)
+void ExigePartesLibres(const CEstados& estados)
 {
     sistema::Error error;
-    for (const fs::path& nombre : sistema::Lista(carpeta / kPartes, error)) {
-        const fs::path parte = carpeta / kPartes / nombre;
+    for (const fs::path& nombre : sistema::Lista(estados.Partes(), error)) {
+        const fs::path parte = estados.Partes() / nombre;
         CCandado candado;
         if (EsParte(parte))
             CEstados(parte).Ocupa(candado);
@@ -157,8 +141,7 @@ void HazEnMaquinas(const std::vector<const CTrabajo*>& trabajos, const COpciones
                    const fs::path& parallel, CEstados& estados)
 {
     constexpr std::chrono::seconds kEntreCuentas{2};
-    const fs::path& carpeta = estados.Carpeta();
-    const fs::path donde = carpeta / kPartes;
+    const fs::path donde = estados.Partes();
     sistema::Error error;
     for (const fs::path& nombre : sistema::Lista(donde, error))
         if (TieneNumero(nombre, ".tsv") ||
@@ -168,13 +151,13 @@ void HazEnMaquinas(const std::vector<const CTrabajo*>& trabajos, const COpciones
     CFileException::Exige(error, sistema::Nombre(donde));
     std::vector<CParte> partes = Partes(trabajos, donde);
     COrden orden = OrdenDeParallel(partes, opciones, parallel, donde / "partes.tsv");
-    orden.carpeta = carpeta;
-    orden.dicho = carpeta / "parallel.txt";
+    orden.carpeta = estados.Carpeta();
+    orden.dicho = estados.DichoParallel();
     orden.sobrevive = true; // its parts are batches of their own, which note what they do
     CAvance avance(static_cast<int>(trabajos.size()));
     const auto estado = Corre(orden, error, kEntreCuentas, [&] {
         Recoge(partes, estados);
-        Cuenta(partes, estados, avance);
+        avance.Cuenta(estados.Acabados());
     });
     CFileException::Exige(error, sistema::Nombre(orden.programa));
     Recoge(partes, estados);

@@ -13,8 +13,7 @@ std::filesystem::path Parallel();
 
 /// Raises CLineaMala where a part that an earlier run gave out is still at work, which it is when
 /// that run was killed.
-/// \param carpeta  of the results
-void ExigePartesLibres(const std::filesystem::path& carpeta);
+void ExigePartesLibres(const CEstados& estados);
 
 /// Has the jobs done on several machines: in parts, each of which a batch of its own works off
 /// where GNU parallel sends it. What parallel said stands in the results, and on the standard error

@@ -29,7 +29,7 @@ CAvance::~CAvance()
         sistema::Imprime(stderr, "\r" + std::string(m_ancho, ' ') + "\r");
 }
 
-void CAvance::Cuenta(int hechos, int fallidos)
+void CAvance::Cuenta(const CAcabados& acabados)
 {
     constexpr std::chrono::milliseconds kEnTerminal{200};
     constexpr std::chrono::minutes kEnRegistro{1};
@@ -37,6 +37,7 @@ void CAvance::Cuenta(int hechos, int fallidos)
     if (ahora - m_dicho < kEnTerminal || (!m_esTerminal && ahora - m_dicho < kEnRegistro))
         return;
     m_dicho = ahora;
+    const auto& [hechos, fallidos] = acabados;
     std::string linea = Formatea(textos::kAvance, hechos, m_trabajos, fallidos);
     if (hechos > 0)
         linea +=

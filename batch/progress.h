@@ -3,6 +3,8 @@
 #include <chrono>
 #include <cstddef>
 
+#include "batch/job_states.h"
+
 namespace lote {
 
 /// Tells on the standard error how far the batch is: at a terminal in a line that changes,
@@ -14,8 +16,7 @@ public:
     CAvance& operator=(const CAvance&) = delete;
     ~CAvance(); ///< the line is gone
 
-    /// \param hechos  of this run; `fallidos` of them failed
-    void Cuenta(int hechos, int fallidos);
+    void Cuenta(const CAcabados& acabados);
 
 private:
     using Reloj = std::chrono::steady_clock;
