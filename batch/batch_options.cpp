@@ -15,24 +15,6 @@ int Procesos(const std::string& texto)
     return valor;
 }
 
-/// Takes an option that has a value; false for one that has none.
-bool TomaConValor(std::span<const std::string> argumentos, std::size_t& i, COpciones& opciones)
-{
-    const std::string& opcion = argumentos[i];
-    const bool procesos = opcion == "-j" || opcion == "--procesos";
-    if (!procesos && opcion != "--sshlogin" && opcion != "--resultados")
-        return false;
-    if (++i == argumentos.size())
-        throw CLineaMala(Formatea(textos::kFaltaValor, opcion));
-    if (procesos)
-        opciones.procesos = Procesos(argumentos[i]);
-    else if (argumentos[i].empty() || argumentos[i].starts_with('-')) // or it is the next option
-        throw CLineaMala(Formatea(textos::kFaltaValor, opcion));
-    else
-        (opcion == "--sshlogin" ? opciones.maquinas : opciones.resultados) = argumentos[i];
-    return true;
-}
-
 } // namespace
 
 COpciones LeeOpciones(std::span<const std::string> argumentos)
@@ -40,17 +22,29 @@ COpciones LeeOpciones(std::span<const std::string> argumentos)
     COpciones opciones;
     for (std::size_t i = 0; i < argumentos.size(); ++i) {
         const std::string& argumento = argumentos[i];
-        if (TomaConValor(argumentos, i, opciones))
-            continue;
-        if (argumento == "--help" || argumento == "-h") {
-            opciones.pide = COpciones::Pide::Ayuda;
+        const auto valor = [&]() -> const std::string& {
+            if (++i == argumentos.size())
+                throw CLineaMala(Formatea(textos::kFaltaValor, argumento));
+            return argumentos[i];
+        };
+        const auto nombre = [&]() -> const std::string& {
+            const std::string& suyo = valor();
+            if (suyo.empty() || suyo.starts_with('-')) // or it is the next option
+                throw CLineaMala(Formatea(textos::kFaltaValor, argumento));
+            return suyo;
+        };
+        const bool ayuda = argumento == "--help" || argumento == "-h";
+        if (ayuda || argumento == "--version") {
+            opciones.pide = ayuda ? COpciones::Pide::Ayuda : COpciones::Pide::Version;
             return opciones;
         }
-        if (argumento == "--version") {
-            opciones.pide = COpciones::Pide::Version;
-            return opciones;
-        }
-        if (argumento == "--reanuda")
+        if (argumento == "-j" || argumento == "--procesos")
+            opciones.procesos = Procesos(valor());
+        else if (argumento == "--sshlogin")
+            opciones.maquinas = nombre();
+        else if (argumento == "--resultados")
+            opciones.resultados = nombre();
+        else if (argumento == "--reanuda")
             opciones.reanuda = true;
         else if (argumento == "--resumen")
             opciones.resume = true;

@@ -64,7 +64,6 @@ inline constexpr const char* kEsDeResultados =
 inline constexpr const char* kNoEsDeResultados =
     "en %s hay ficheros y no son resultados de campiva-lote; --resultados ha de dar otra carpeta";
 inline constexpr const char* kEnManosDeOtro = "otro campiva-lote trabaja en %s";
-inline constexpr const char* kNoSeEscribe = "no se puede escribir %s";
 inline constexpr const char* kSinMemoria = "campiva-lote: no hay memoria bastante\n";
 
 // While it works, and at the end.

@@ -1,7 +1,6 @@
 #include "batch/job_command.h"
 
 #include <algorithm>
-#include <cctype>
 #include <exception>
 #include <fstream>
 #include <iterator>
@@ -32,12 +31,10 @@ fs::path EnSuCarpeta(const CTrabajo& trabajo, const CString& nombre)
 char ClaseDe(std::string_view linea)
 {
     constexpr std::size_t kNumero = 4; // a letter and three digits
-    if (linea.size() < kNumero + 2 || linea.substr(kNumero, 2) != ": ")
-        return ' ';
-    for (std::size_t i = 1; i < kNumero; ++i)
-        if (std::isdigit(static_cast<unsigned char>(linea[i])) == 0)
-            return ' ';
-    return linea.front();
+    const bool conNumero = linea.size() >= kNumero + 2 && linea.substr(kNumero, 2) == ": " &&
+                           std::ranges::all_of(linea.substr(1, kNumero - 1),
+                                               [](char c) { return c >= '0' && c <= '9'; });
+    return conNumero ? linea.front() : ' ';
 }
 
 /// Nothing where it can't be read. What comes once only, out of a pipe, is left to the program.
