@@ -33,22 +33,19 @@ bool TieneLetra(std::string_view texto)
     });
 }
 
-/// The label's point lies to the rings of an outline.
-struct CAnilloDelRotulo {
-    Lugar lugar;
-    int isla = 0; ///< the one it lies in, or on whose boundary
-};
-
-CAnilloDelRotulo SituaRotulo(const CRecintoDibujado& recinto)
+/// How the label's point lies to the rings of an outline, and in which island or on whose boundary,
+/// from 1; 0 for none.
+std::pair<Lugar, int> SituaRotulo(const CRecintoDibujado& recinto)
 {
     const Lugar lugar = vexageo::Situa(recinto.contorno, recinto.punto);
-    if (lugar != Lugar::Dentro)
-        return {lugar};
-    for (std::size_t i = 0; i < recinto.islas.size(); ++i)
-        if (const Lugar enIsla = vexageo::Situa(recinto.islas[i].contorno, recinto.punto);
-            enIsla != Lugar::Fuera)
-            return {enIsla, static_cast<int>(i) + 1};
-    return {lugar};
+    if (lugar == Lugar::Dentro)
+        for (int isla = 0; const CIslaDibujada& suya : recinto.islas) {
+            ++isla;
+            if (const Lugar enIsla = vexageo::Situa(suya.contorno, recinto.punto);
+                enIsla != Lugar::Fuera)
+                return {enIsla, isla};
+        }
+    return {lugar, 0};
 }
 
 /// The sides of a ring, each in one direction, in order: those of equal rings are equal, wherever
@@ -71,13 +68,15 @@ std::vector<std::array<int, 4>> Lados(const CAnillo& anillo)
 /// Finds the faults of one outline.
 class CExamen {
 public:
+    using enum ClaseFalta;
+
     CExamen(const CRecintoDibujado& recinto, ClaseTopologia que) : m_recinto(recinto), m_que(que) {}
 
     std::vector<CFalta> Faltas()
     {
         if (m_recinto.tramosPerdidos > 0)
             Falta(
-                ClaseFalta::TramoPerdido, 0, m_recinto.punto,
+                TramoPerdido,
                 Formatea("%d de los tramos de su contorno no se leen en el dibujo: fuera de fecha",
                          m_recinto.tramosPerdidos));
         MiraContorno(m_recinto.contorno, m_recinto.areaPropia, 0);
@@ -98,21 +97,24 @@ private:
             {clase, isla, donde, isla > 0 ? Formatea("isla %d: ", isla) + texto : texto});
     }
 
+    /// One that isn't of a ring, where the label stands.
+    void Falta(ClaseFalta clase, const CString& texto) { Falta(clase, 0, m_recinto.punto, texto); }
+
     void MiraContorno(const CAnillo& anillo, double area, int isla)
     {
         if (anillo.size() < kMenosPuntos) {
-            Falta(ClaseFalta::NoEncierra, isla, anillo.empty() ? m_recinto.punto : anillo.front(),
+            Falta(NoEncierra, isla, anillo.empty() ? m_recinto.punto : anillo.front(),
                   "su contorno no encierra nada");
             return;
         }
         if (!(anillo.front() == anillo.back()))
-            Falta(ClaseFalta::NoCierra, isla, anillo.back(),
+            Falta(NoCierra, isla, anillo.back(),
                   Formatea("su contorno no cierra: va de %.2lf %.2lf a %.2lf %.2lf",
                            EnMetros(anillo.front().X), EnMetros(anillo.front().Y),
                            EnMetros(anillo.back().X), EnMetros(anillo.back().Y)));
         if (const auto encuentro = vexageo::BuscaEncuentro(anillo)) {
             const bool cruza = encuentro->clase == vexageo::Encuentro::Cruza;
-            Falta(cruza ? ClaseFalta::Cruza : ClaseFalta::Repasa, isla, encuentro->donde,
+            Falta(cruza ? Cruza : Repasa, isla, encuentro->donde,
                   Formatea(
                       cruza ? "su contorno se cruza a sí mismo en %.2lf %.2lf"_ansi
                             : "su contorno pasa dos veces por la misma línea en %.2lf %.2lf"_ansi,
@@ -121,7 +123,7 @@ private:
         const double dibujada = vexageo::DobleArea(anillo) / vexageo::kDobleMetroCuadrado;
         if (std::fabs(dibujada - std::fabs(area)) > kTolerancia)
             Falta(
-                ClaseFalta::AreaDistinta, isla, anillo.front(),
+                AreaDistinta, isla, anillo.front(),
                 Formatea("su contorno encierra %.2lf m2 y el registro dice %.2lf", dibujada, area));
     }
 
@@ -134,12 +136,12 @@ private:
             MiraContorno(isla.contorno, isla.areaPropia, numero);
             const CPunto<int> donde = isla.contorno.empty() ? m_recinto.punto : isla.contorno[0];
             if (isla.areaPropia > 0)
-                Falta(ClaseFalta::IslaPositiva, numero, donde,
+                Falta(IslaPositiva, numero, donde,
                       Formatea("su superficie es positiva y se suma en vez de restarse: %.2lf m2",
                                isla.areaPropia));
             const auto [otra, nueva] = vistas.try_emplace(Lados(isla.contorno), numero);
             if (!nueva && isla.contorno.size() >= kMenosPuntos)
-                Falta(ClaseFalta::IslaRepetida, numero, donde,
+                Falta(IslaRepetida, numero, donde,
                       Formatea(
                           "es la misma que la isla %d%s: cuenta dos veces, con %.2lf m2 ésta"_ansi,
                           otra->second, DondeEsta(isla, otra->second), isla.area));
@@ -155,32 +157,26 @@ private:
 
     void MiraEstado()
     {
-        using enum EstadoRecinto;
-        const auto falta = [&](ClaseFalta clase, const CString& texto) {
-            Falta(clase, 0, m_recinto.punto, texto);
-        };
         switch (m_recinto.estado) {
-        case Valido:
+        case EstadoRecinto::Valido:
             break;
-        case OtraClase:
-            return falta(ClaseFalta::OtraClase, TextoOtraClase());
-        case SinRotulo:
-            return falta(ClaseFalta::SinRotulo, TextoSinRotulo());
-        case NoEsTexto:
-            return falta(ClaseFalta::NoEsTexto, "su rótulo no es un texto"_ansi);
-        case Borrado:
-            return falta(ClaseFalta::Borrado, "su rótulo está borrado"_ansi);
-        case CodigoAjeno:
-            return falta(
-                ClaseFalta::CodigoAjeno,
+        case EstadoRecinto::OtraClase:
+            return Falta(OtraClase, TextoOtraClase());
+        case EstadoRecinto::SinRotulo:
+            return Falta(SinRotulo, TextoSinRotulo());
+        case EstadoRecinto::NoEsTexto:
+            return Falta(NoEsTexto, "su rótulo no es un texto"_ansi);
+        case EstadoRecinto::Borrado:
+            return Falta(Borrado, "su rótulo está borrado"_ansi);
+        case EstadoRecinto::CodigoAjeno:
+            return Falta(
+                CodigoAjeno,
                 Formatea("el código de su rótulo, %s, no es de %s"_ansi, m_recinto.codigo,
                          m_que == ClaseTopologia::Parcelas ? "una parcela" : "una subparcela"));
-        case FueraDeFecha:
-            return falta(ClaseFalta::FueraDeFecha,
-                         "su rótulo no se lee en el dibujo: fuera de fecha"_ansi);
-        case NoSeLlega:
-            return falta(ClaseFalta::NoSeLlega,
-                         "no se llega a él: está tras un rótulo que no se lee"_ansi);
+        case EstadoRecinto::FueraDeFecha:
+            return Falta(FueraDeFecha, "su rótulo no se lee en el dibujo: fuera de fecha"_ansi);
+        case EstadoRecinto::NoSeLlega:
+            return Falta(NoSeLlega, "no se llega a él: está tras un rótulo que no se lee"_ansi);
         }
     }
 
@@ -215,43 +211,41 @@ private:
         const CPunto<int>& rotulo = m_recinto.punto;
         const CPunto<int>& centroide = m_recinto.centroide;
         if (!EnElMismoSitio(rotulo, centroide))
-            Falta(ClaseFalta::CentroideDistinto, 0, rotulo,
+            Falta(CentroideDistinto,
                   Formatea("su rótulo está en %.2lf %.2lf y el registro dice %.2lf %.2lf"_ansi,
                            EnMetros(rotulo.X), EnMetros(rotulo.Y), EnMetros(centroide.X),
                            EnMetros(centroide.Y)));
         if (m_recinto.tramosPerdidos > 0 || m_recinto.contorno.size() < kMenosPuntos)
             return;
-        const CAnilloDelRotulo sitio = SituaRotulo(m_recinto);
-        const CString isla = sitio.isla > 0 ? Formatea(" de su isla %d", sitio.isla) : CString();
-        if (sitio.lugar == Lugar::Fuera)
-            Falta(ClaseFalta::RotuloFuera, 0, rotulo, "su rótulo cae fuera de su contorno"_ansi);
-        else if (sitio.lugar == Lugar::Borde)
-            Falta(ClaseFalta::RotuloEnBorde, 0, rotulo, "su rótulo está en el borde"_ansi + isla);
-        else if (sitio.isla > 0)
-            Falta(ClaseFalta::RotuloEnIsla, 0, rotulo, "su rótulo cae dentro"_ansi + isla);
+        const auto [lugar, numero] = SituaRotulo(m_recinto);
+        const CString isla = numero > 0 ? Formatea(" de su isla %d", numero) : CString();
+        if (lugar == Lugar::Fuera)
+            Falta(RotuloFuera, "su rótulo cae fuera de su contorno"_ansi);
+        else if (lugar == Lugar::Borde)
+            Falta(RotuloEnBorde, "su rótulo está en el borde"_ansi + isla);
+        else if (numero > 0)
+            Falta(RotuloEnIsla, "su rótulo cae dentro"_ansi + isla);
     }
 
     void MiraTexto()
     {
-        const CPunto<int>& rotulo = m_recinto.punto;
         const bool conNumero =
             m_que == ClaseTopologia::Parcelas || m_que == ClaseTopologia::Poligonos;
         if (conNumero && LeeEntero(m_recinto.rotulo) <= 0)
-            Falta(ClaseFalta::SinNumero, 0, rotulo,
+            Falta(SinNumero,
                   Formatea("su rótulo, \"%s\", no empieza por un número"_ansi, m_recinto.rotulo));
-        if (ParteFilas(m_que == ClaseTopologia::Hojas ? m_recinto.rotulo : m_recinto.letra))
+        if (::ParteFilas(m_que == ClaseTopologia::Hojas ? m_recinto.rotulo : m_recinto.letra))
             Falta(
-                ClaseFalta::ParteFilas, 0, rotulo,
+                ParteFilas,
                 "su rótulo tiene un tabulador o un fin de línea, que parte las filas en las que se "
                 "escribe"_ansi);
         if (m_que != ClaseTopologia::Subparcelas)
             return;
         if (!TieneLetra(m_recinto.letra))
-            Falta(ClaseFalta::SinLetra, 0, rotulo,
+            Falta(SinLetra,
                   Formatea("su rótulo, \"%s\", no dice ninguna letra"_ansi, m_recinto.rotulo));
         if (m_recinto.parcela < 0)
-            Falta(ClaseFalta::FueraDeParcela, 0, rotulo,
-                  "su rótulo no cae en ninguna parcela: se pasa por alto"_ansi);
+            Falta(FueraDeParcela, "su rótulo no cae en ninguna parcela: se pasa por alto"_ansi);
     }
 
     const CRecintoDibujado& m_recinto;
