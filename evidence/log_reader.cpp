@@ -149,7 +149,6 @@ std::string_view SinRelleno(std::string_view argumento)
 bool LeePorForma(std::string_view forma, std::string_view linea, std::span<const Papel> papeles,
                  CAviso& aviso)
 {
-    constexpr std::string_view kConversiones = "dsf";
     if (forma.ends_with('\n'))
         forma.remove_suffix(1);
     std::size_t k = 0;
@@ -161,12 +160,10 @@ bool LeePorForma(std::string_view forma, std::string_view linea, std::span<const
         forma.remove_prefix(fijo.size());
         if (forma.empty())
             break;
-        const std::size_t fin = forma.find_first_of(kConversiones);
-        const bool relleno = forma[fin] == 's' && fin > 1;
-        const char conversion = forma[fin];
-        forma.remove_prefix(fin + 1);
+        const CForma suya = AnalizaForma(forma);
+        const bool relleno = suya.tipo == 's' && suya.ancho > 0;
         const std::string_view argumento =
-            Argumento(linea, conversion, forma.substr(0, forma.find('%')));
+            Argumento(linea, suya.tipo, forma.substr(0, forma.find('%')));
         if (argumento.data() == nullptr || k == papeles.size())
             return false;
         Anota(aviso, papeles[k++], relleno ? SinRelleno(argumento) : argumento);

@@ -53,5 +53,5 @@ CConsejo DameConsejo(std::string_view codigo)
     const auto parrafo = [&](std::string_view nombre) {
         return SinMarcas(Entre(seccion, "<b>" + std::string(nombre) + ".</b>", "</p>"));
     };
-    return {parrafo("Causa"), parrafo("Remedio"), parrafo("Ejemplo")};
+    return {parrafo("Causa"), parrafo("Remedio")};
 }

@@ -7,7 +7,6 @@
 struct CConsejo {
     std::string causa;
     std::string remedio;
-    std::string ejemplo; ///< empty where it gives none
 };
 
 /// What the manual's page of messages says of the message with a code, "E112"; empty texts for a

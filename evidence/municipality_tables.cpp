@@ -24,14 +24,15 @@ public:
     CTablasLeidas Lee();
 
 private:
-    void Recorre(Tabla tabla, CFilasLeidas& clase, const CTomaFila& toma);
+    /// \param toma  takes a row of the municipality; false for one that lacks what it needs
+    void Recorre(Tabla tabla, CFilasLeidas& clase, bool (CLectorTablas::*toma)(std::string_view));
     void Queda(CFilasLeidas& clase, bool nueva, const CClaveRegistro& clave) const;
-    void TomaTitular(std::string_view fila);
-    void TomaParcela(std::string_view fila);
-    void TomaSubparcela(std::string_view fila);
-    void TomaCotitular(std::string_view fila);
-    void TomaParaje(std::string_view fila);
-    void TomaModulo(std::string_view fila);
+    bool TomaTitular(std::string_view fila);
+    bool TomaParcela(std::string_view fila);
+    bool TomaSubparcela(std::string_view fila);
+    bool TomaCotitular(std::string_view fila);
+    bool TomaParaje(std::string_view fila);
+    bool TomaModulo(std::string_view fila);
 
     const CNombresTablas& m_tablas;
     const CQueSeLee& m_que;
@@ -40,13 +41,14 @@ private:
     std::set<std::pair<int, int>> m_vinculos; // parcel and holder, by their places
 };
 
-void CLectorTablas::Recorre(Tabla tabla, CFilasLeidas& clase, const CTomaFila& toma)
+void CLectorTablas::Recorre(Tabla tabla, CFilasLeidas& clase,
+                            bool (CLectorTablas::*toma)(std::string_view))
 {
     const auto cuenta = [&](std::string_view fila, bool primera) {
         ++clase.filas;
         const int suyo = MunicipioDeFila(fila);
         if (suyo == m_municipio.Mun)
-            toma(fila);
+            clase.incompletas += (this->*toma)(fila) ? 0 : 1;
         else if (suyo == 0 && !primera) // which may be somebody's header
             ++clase.sinMunicipio;
         else
@@ -64,13 +66,11 @@ void CLectorTablas::Queda(CFilasLeidas& clase, bool nueva, const CClaveRegistro&
         clase.quedan.push_back(clave);
 }
 
-void CLectorTablas::TomaTitular(std::string_view fila)
+bool CLectorTablas::TomaTitular(std::string_view fila)
 {
     CTitular titular;
-    if (!titular.Lee(fila, kModoTabla)) {
-        ++m_leidas.titulares.incompletas;
-        return;
-    }
+    if (!titular.Lee(fila, kModoTabla))
+        return false;
     if (m_que.mira)
         m_que.mira(titular);
     const CClaveRegistro clave = CClaveRegistro::DeTitular(titular.Nombre.Left(kNombreEscrito),
@@ -78,17 +78,16 @@ void CLectorTablas::TomaTitular(std::string_view fila)
     const std::size_t antes = m_municipio.Titulares().size();
     m_municipio.InsertaTitular(std::move(titular));
     Queda(m_leidas.titulares, m_municipio.Titulares().size() > antes, clave);
+    return true;
 }
 
-void CLectorTablas::TomaParcela(std::string_view fila)
+bool CLectorTablas::TomaParcela(std::string_view fila)
 {
     CFilasLeidas& clase = m_leidas.parcelas;
     CParcela parcela(0, 0, 0, {});
     CDatosLinea datos;
-    if (!parcela.Lee(fila, kModoTabla, datos) || datos.faltan) {
-        ++clase.incompletas;
-        return;
-    }
+    if (!parcela.Lee(fila, kModoTabla, datos) || datos.faltan)
+        return false;
     const auto clave = CClaveRegistro::DeParcela(parcela.Polig, parcela.Parcela);
     const int titular = m_municipio.BuscaTitularNumOrden(datos.numImputa);
     if (m_que.detalle) {
@@ -104,9 +103,10 @@ void CLectorTablas::TomaParcela(std::string_view fila)
         Queda(clase, nueva, clave);
     if (nueva)
         m_vinculos.emplace(i, titular);
+    return true;
 }
 
-void CLectorTablas::TomaSubparcela(std::string_view fila)
+bool CLectorTablas::TomaSubparcela(std::string_view fila)
 {
     CFilasLeidas& clase = m_leidas.subparcelas;
     CSubparcela subparcela;
@@ -115,74 +115,69 @@ void CLectorTablas::TomaSubparcela(std::string_view fila)
     int i = kNoEncontrado;
     if (!m_municipio.BuscaParcela(datos.Polig, datos.Parcela, i)) {
         ++clase.conMensaje; // that there is no such parcel is told before anything else
-        return;
+        return true;
     }
-    if (!leida) {
-        ++clase.incompletas;
-        return;
-    }
+    if (!leida)
+        return false;
     Queda(clase, true, CClaveRegistro::DeSubparcela(datos.Polig, datos.Parcela, subparcela.letra));
     bool repetida = false; // a letter that is there is told by a message, and stays all the same
     if (m_que.detalle)
         m_municipio.DameParcela(i).InsertaSubparcela(std::move(subparcela), repetida);
+    return true;
 }
 
-void CLectorTablas::TomaCotitular(std::string_view fila)
+bool CLectorTablas::TomaCotitular(std::string_view fila)
 {
-    CFilasLeidas& clase = m_leidas.cotitulares;
     CCotitular vinculo;
     CDatosLinea datos;
     const bool leido = vinculo.Lee(fila, datos);
     int i = kNoEncontrado;
     if (!m_municipio.BuscaParcela(datos.Polig, datos.Parcela, i)) {
         ++m_leidas.cotitularesSinParcela;
-        return;
+        return true;
     }
     const int titular = m_municipio.BuscaTitularNumOrden(datos.numImputa);
     if (titular < 0)
         ++m_leidas.cotitularesSinTitular;
-    else if (!leido)
-        ++clase.incompletas;
-    else // a second link to the same holder adds to the first one's share
-        Queda(clase, m_vinculos.emplace(i, titular).second,
+    else if (leido) // a second link to the same holder adds to the first one's share
+        Queda(m_leidas.cotitulares, m_vinculos.emplace(i, titular).second,
               CClaveRegistro::DeParcela(datos.Polig, datos.Parcela));
+    return titular < 0 || leido;
 }
 
-void CLectorTablas::TomaParaje(std::string_view fila)
+bool CLectorTablas::TomaParaje(std::string_view fila)
 {
     CParaje paraje;
-    if (!paraje.Lee(fila, kModoTabla)) {
-        ++m_leidas.parajes.incompletas;
-        return;
-    }
+    if (!paraje.Lee(fila, kModoTabla))
+        return false;
     const std::size_t antes = m_municipio.Parajes().size();
     m_municipio.InsertaParaje(paraje);
     Queda(m_leidas.parajes, m_municipio.Parajes().size() > antes, CClaveRegistro::De(paraje));
+    return true;
 }
 
-void CLectorTablas::TomaModulo(std::string_view fila)
+bool CLectorTablas::TomaModulo(std::string_view fila)
 {
     CModulo modulo;
-    if (!modulo.Lee(fila, kModoTabla)) {
-        ++m_leidas.modulos.incompletas;
-        return;
-    }
+    if (!modulo.Lee(fila, kModoTabla))
+        return false;
     const std::size_t antes = m_municipio.Modulos().size();
     m_municipio.InsertaModulo(modulo);
     // The MD record has no room for the name.
     Queda(m_leidas.modulos, m_municipio.Modulos().size() > antes,
           CClaveRegistro::DeModulo({}, modulo.Cal, modulo.Inten));
+    return true;
 }
 
 /// Places and holders before the parcels that name them, parcels before what hangs on them.
 CTablasLeidas CLectorTablas::Lee()
 {
-    Recorre(kParajes, m_leidas.parajes, [&](auto fila) { TomaParaje(fila); });
-    Recorre(kModulos, m_leidas.modulos, [&](auto fila) { TomaModulo(fila); });
-    Recorre(kTitulares, m_leidas.titulares, [&](auto fila) { TomaTitular(fila); });
-    Recorre(kParcelas, m_leidas.parcelas, [&](auto fila) { TomaParcela(fila); });
-    Recorre(kSubparcelas, m_leidas.subparcelas, [&](auto fila) { TomaSubparcela(fila); });
-    Recorre(kCotitulares, m_leidas.cotitulares, [&](auto fila) { TomaCotitular(fila); });
+    Recorre(kParajes, m_leidas.parajes, &CLectorTablas::TomaParaje);
+    Recorre(kModulos, m_leidas.modulos, &CLectorTablas::TomaModulo);
+    Recorre(kTitulares, m_leidas.titulares, &CLectorTablas::TomaTitular);
+    Recorre(kParcelas, m_leidas.parcelas, &CLectorTablas::TomaParcela);
+    Recorre(kSubparcelas, m_leidas.subparcelas, &CLectorTablas::TomaSubparcela);
+    Recorre(kCotitulares, m_leidas.cotitulares, &CLectorTablas::TomaCotitular);
     return std::move(m_leidas);
 }
 
