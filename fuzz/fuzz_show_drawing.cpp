@@ -17,11 +17,11 @@ public:
             Quita("1.BIN");
         else
             Pon("1.BIN", entrada.Trozo(0));
-        const CString fichero = En(entrada.Opcion(0) ? "1.BIN" : "1.PAR");
-        const char* const argumentos[] = {"show_drawing", fichero.GetString()};
-        const int cuantos = entrada.Opcion(2) ? 1 : 2;
+        std::vector<std::string> argumentos = {"show_drawing"};
+        if (!entrada.Opcion(2))
+            argumentos.emplace_back(En(entrada.Opcion(0) ? "1.BIN" : "1.PAR"));
         Ejecuta(entrada, false, [&] {
-            const int estado = EnseñaDibujo(cuantos, argumentos);
+            const int estado = EnseñaDibujo(argumentos);
             const bool sinFichero = entrada.Opcion(1) || entrada.Opcion(2);
             Exige(estado == kNoSeLee ? sinFichero || entrada.Fallo() != 0
                                      : !sinFichero && (estado == 0 || estado == kHayFallos),

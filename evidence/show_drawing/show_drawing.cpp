@@ -31,21 +31,18 @@ using vexageo::CTipoDat;
 
 namespace {
 
-constexpr const char* kUso =
-    "Uso: show_drawing FICHERO\n"
-    "\n"
-    "FICHERO es un dibujo (.BIN) o una topología (.PAR, .SUB, .POL, .TOP), cuyo dibujo se busca a "
-    "su\n"
-    "lado, y para un .SUB también su .PAR. De un dibujo salen sus entidades; de una topología, "
-    "sus\n"
-    "recintos con sus islas. Cada línea que empieza por \"!\" cuenta un fallo de lo que está "
-    "encima:\n"
-    "lo dañado, lo que no corresponde al dibujo y lo que una traducción perdería o tomaría mal.\n"
-    "\n"
-    "  --help  escribe este texto\n"
-    "\n"
-    "Estado de salida: 0; 1 si hay fallos; 2 si no se puede leer el fichero, o escribir lo que\n"
-    "dice.\n";
+constexpr const char* kUso = R"(Uso: show_drawing FICHERO
+
+FICHERO es un dibujo (.BIN) o una topología (.PAR, .SUB, .POL, .TOP), cuyo dibujo se busca a su
+lado, y para un .SUB también su .PAR. De un dibujo salen sus entidades; de una topología, sus
+recintos con sus islas. Cada línea que empieza por "!" cuenta un fallo de lo que está encima:
+lo dañado, lo que no corresponde al dibujo y lo que una traducción perdería o tomaría mal.
+
+  --help  escribe este texto
+
+Estado de salida: 0; 1 si hay fallos; 2 si no se puede leer el fichero, o escribir lo que
+dice.
+)";
 
 constexpr int kNoSeLee = 2;
 constexpr int kDecimales = 2;
@@ -300,9 +297,9 @@ CFaltasDeRecintos FaltasConVecinos(CImpresion& informe, const CString& nombre, C
 }
 
 /// Prints the file. False where it or its drawing isn't there, or it is neither.
-bool Muestra(CImpresion& informe, const char* nombre)
+bool Muestra(CImpresion& informe, const CString& nombre)
 {
-    const std::string extension = ExtensionDe(CString(nombre));
+    const std::string extension = ExtensionDe(nombre);
     const std::optional<ClaseTopologia> que = ClaseDeExtension(extension);
     SanaConjuntos({nombre});
     CFile fichero;
@@ -320,12 +317,12 @@ bool Muestra(CImpresion& informe, const char* nombre)
 
 /// Prints the file and how many faults it has, and tells what keeps it from that.
 /// \return the exit status
-int Imprime(const char* nombre)
+int Imprime(const std::string& nombre)
 {
     CImpresion informe;
     try {
         if (!Muestra(informe, nombre)) {
-            std::fprintf(stderr, "show_drawing: no se puede leer %s o su dibujo\n", nombre);
+            std::fprintf(stderr, "show_drawing: no se puede leer %s o su dibujo\n", nombre.c_str());
             return kNoSeLee;
         }
     } catch (const CFileException& fallo) {
@@ -344,18 +341,18 @@ int Imprime(const char* nombre)
 
 } // namespace
 
-int EnseñaDibujo(int argc, const char* const* argv)
+int EnseñaDibujo(const std::vector<std::string>& argumentos)
 {
-    if (argc != 2) {
+    if (argumentos.size() != 2) {
         std::fputs(kUso, stderr);
         return kNoSeLee;
     }
-    if (std::string_view(argv[1]) == "--help") {
+    if (argumentos[1] == "--help") {
         std::fputs(kUso, stdout);
         return EXIT_SUCCESS;
     }
     try {
-        return Imprime(argv[1]);
+        return Imprime(argumentos[1]);
     } catch (const std::bad_alloc&) {
         std::fputs("show_drawing: no hay memoria bastante\n", stderr);
         return kNoSeLee;

@@ -4,10 +4,5 @@
 int main(int argc, char* argv[])
 {
     sistema::PreparaFlujos();
-    const std::vector<std::string> textos = sistema::Argumentos(argc, argv);
-    std::vector<const char*> argumentos;
-    argumentos.reserve(textos.size());
-    for (const std::string& texto : textos)
-        argumentos.push_back(texto.c_str());
-    return EnseñaDibujo(static_cast<int>(argumentos.size()), argumentos.data());
+    return EnseñaDibujo(sistema::Argumentos(argc, argv));
 }

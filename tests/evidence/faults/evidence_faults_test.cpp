@@ -49,6 +49,25 @@ struct CResultado {
 
 using CCorre = std::function<CResultado(const CCarpetaPrueba&, const CPlanDeFallos&)>;
 
+/// What a report comes to that is made under a plan.
+CResultado Haz(const CPlanDeFallos& plan, const std::function<informe::CResultado()>& hazlo)
+{
+    CResultado resultado;
+    Plan() = plan;
+    try {
+        const informe::CResultado hecho = hazlo();
+        Plan().que = Que::Nada;
+        resultado.escrito = hecho.resumen;
+        for (const std::string& queja : hecho.quejas)
+            resultado.quejas += queja + "\n";
+    } catch (const std::bad_alloc&) {
+        Plan().que = Que::Nada;
+        resultado.quejas = kSinMemoria;
+    }
+    resultado.hecho = resultado.quejas.empty();
+    return resultado;
+}
+
 /// The report of a log in the folder, as its program makes it.
 CCorre Informe(const char* registro, const char* geojson)
 {
@@ -57,20 +76,7 @@ CCorre Informe(const char* registro, const char* geojson)
         opciones.csv = c.En("mensajes.csv");
         if (geojson != nullptr)
             opciones.geojson = c.En(geojson);
-        CResultado resultado;
-        Plan() = plan;
-        try {
-            const auto hecho = informe::HazInforme(c.En(registro), opciones, {"1", 0});
-            Plan().que = Que::Nada;
-            resultado.escrito = hecho.resumen;
-            for (const std::string& queja : hecho.quejas)
-                resultado.quejas += queja + "\n";
-        } catch (const std::bad_alloc&) {
-            Plan().que = Que::Nada;
-            resultado.quejas = kSinMemoria;
-        }
-        resultado.hecho = resultado.quejas.empty();
-        return resultado;
+        return Haz(plan, [&] { return informe::HazInforme(c.En(registro), opciones, {"1", 0}); });
     };
 }
 
@@ -78,12 +84,11 @@ CCorre Informe(const char* registro, const char* geojson)
 CCorre Impreso(const char* nombre)
 {
     return [=](const CCarpetaPrueba& c, const CPlanDeFallos& plan) {
-        const CString ruta = c.En(nombre);
-        const char* const argumentos[] = {"show_drawing", ruta.GetString()};
+        const std::vector<std::string> argumentos = {"show_drawing", c.En(nombre).GetString()};
         testing::internal::CaptureStdout();
         testing::internal::CaptureStderr();
         Plan() = plan;
-        const int estado = EnseñaDibujo(2, argumentos);
+        const int estado = EnseñaDibujo(argumentos);
         Plan().que = Que::Nada;
         CResultado resultado{estado == EXIT_SUCCESS, testing::internal::GetCapturedStdout(),
                              testing::internal::GetCapturedStderr()};
@@ -139,6 +144,27 @@ void PonMunicipio(const CCarpetaPrueba& c)
                                     c.En("Parcelas.txt"), c.En("Subparcelas.txt"),
                                     c.En("Parajes.txt"), c.En("Cotitulares.txt"),
                                     c.En("poligonos.txt"), c.En("ortos.TOP"), 0, 1, 1, nullptr);
+}
+
+/// Has somebody else write an output before each call to the system, one a run: what is written
+/// stays beside it, and the complaints tell that.
+void PruebaLoAjeno(const CCarpetaPrueba& carpeta, const std::string& salida,
+                   const std::function<std::string(const CPlanDeFallos&)>& quejas)
+{
+    quejas({});
+    const long cuantas = Plan().llamadas;
+    int dichos = 0;
+    for (long en = 1; en <= cuantas && !testing::Test::HasFailure(); ++en) {
+        SCOPED_TRACE(testing::Message() << "before call " << en << " of " << cuantas);
+        CPlanDeFallos plan;
+        plan.entretanto = [&] { carpeta.Pon(salida, "de otro"); };
+        plan.entretantoEn = en;
+        const std::string suyas = quejas(plan);
+        const bool queda = fs::remove(carpeta.Ruta() / (salida + ".anterior"));
+        EXPECT_EQ(suyas.find(salida + ".anterior") != std::string::npos, queda) << suyas;
+        dichos += queda ? 1 : 0;
+    }
+    EXPECT_GT(dichos, 3);
 }
 
 class FallosDeEvidencia : public testing::TestWithParam<std::size_t> {
@@ -252,17 +278,7 @@ protected:
         carpeta.Pon("r/resumen.csv", DeAntes("resumen.csv"));
         informe::COpciones opciones;
         opciones.resumen = carpeta.En("r");
-        quejas.clear();
-        Plan() = plan;
-        try {
-            const auto resultado = informe::HazResumen(opciones, {"1", 0});
-            Plan().que = Que::Nada;
-            for (const std::string& queja : resultado.quejas)
-                quejas += queja + "\n";
-        } catch (const std::bad_alloc&) {
-            Plan().que = Que::Nada;
-            quejas = kSinMemoria;
-        }
+        quejas = Haz(plan, [&] { return informe::HazResumen(opciones, {"1", 0}); }).quejas;
     }
     std::string Salidas() const
     {
@@ -334,20 +350,10 @@ TEST_F(FallosDelResumen, ASignalLeavesNothingHalfWritten)
 
 TEST_F(FallosDelResumen, WhatAnotherWritesMeanwhileStaysAndIsTold)
 {
-    Resume({});
-    const long cuantas = Plan().llamadas;
-    int dichos = 0;
-    for (long en = 1; en <= cuantas && !HasFailure(); ++en) {
-        SCOPED_TRACE(testing::Message() << "before call " << en << " of " << cuantas);
-        CPlanDeFallos plan;
-        plan.entretanto = [&] { carpeta.Pon("r/resumen.csv", "de otro"); };
-        plan.entretantoEn = en;
+    PruebaLoAjeno(carpeta, "r/resumen.csv", [&](const CPlanDeFallos& plan) {
         Resume(plan);
-        const bool queda = fs::remove(carpeta.Ruta() / "r/resumen.csv.anterior");
-        EXPECT_EQ(quejas.find("resumen.csv.anterior") != std::string::npos, queda) << quejas;
-        dichos += queda ? 1 : 0;
-    }
-    EXPECT_GT(dichos, 3);
+        return quejas;
+    });
 }
 
 TEST(FallosDelEnsayo, AreOfTheCopyThatHasNoRoom)
@@ -370,23 +376,10 @@ TEST_P(FallosDeEvidencia, WhatAnotherWritesToAnOutputMeanwhileStaysAndIsTold)
 {
     if (caso.salidas.empty())
         return;
-    const std::string salida = caso.salidas.back();
-    caso.corre(carpeta, {});
-    const long cuantas = Plan().llamadas;
-    int dichos = 0;
-    for (long en = 1; en <= cuantas && !HasFailure(); ++en) {
-        SCOPED_TRACE(testing::Message() << "before call " << en << " of " << cuantas);
+    PruebaLoAjeno(carpeta, caso.salidas.back(), [&](const CPlanDeFallos& plan) {
         Repon();
-        CPlanDeFallos plan;
-        plan.entretanto = [&] { carpeta.Pon(salida, "de otro"); };
-        plan.entretantoEn = en;
-        const CResultado resultado = caso.corre(carpeta, plan);
-        const bool queda = fs::remove(carpeta.Ruta() / (salida + ".anterior"));
-        EXPECT_EQ(resultado.quejas.find(salida + ".anterior") != std::string::npos, queda)
-            << resultado.quejas;
-        dichos += queda ? 1 : 0;
-    }
-    EXPECT_GT(dichos, 3);
+        return caso.corre(carpeta, plan).quejas;
+    });
 }
 
 TEST_P(FallosDeEvidencia, ACallThatFailsIsToldAndChangesNothing)

@@ -21,14 +21,13 @@ protected:
     /// Prints a file of the folder.
     int Muestra(const char* nombre)
     {
-        const CString ruta = carpeta.En(nombre);
-        return Ejecuta({"show_drawing", ruta.GetString()});
+        return Ejecuta({"show_drawing", carpeta.En(nombre).GetString()});
     }
-    int Ejecuta(const std::vector<const char*>& argumentos)
+    int Ejecuta(const std::vector<std::string>& argumentos)
     {
         testing::internal::CaptureStdout();
         testing::internal::CaptureStderr();
-        const int estado = EnseñaDibujo(static_cast<int>(argumentos.size()), argumentos.data());
+        const int estado = EnseñaDibujo(argumentos);
         salida = testing::internal::GetCapturedStdout();
         quejas = testing::internal::GetCapturedStderr();
         return estado;
