@@ -63,11 +63,6 @@ void Cifras(CMarcas& marcas, const CResumenLote& resumen)
     });
 }
 
-std::string Segundos(double segundos)
-{
-    return Decimal(segundos, 2);
-}
-
 using CColumnas = std::vector<const CColumnaLote*>; // of which some job has a value
 
 /// \param que  what a narrow screen, which shows no heads of columns, puts in front
@@ -97,7 +92,7 @@ void FilaDe(CMarcas& marcas, const CTrabajoVisto& uno, const CString& pagina,
             const auto valor = uno.cifras ? (*uno.cifras).*columna->cifra : std::nullopt;
             CeldaDeNumero(marcas, columna->etiqueta, valor ? EnColumna(*columna, *valor) : "");
         }
-        CeldaDeNumero(marcas, "segundos", uno.hecho ? Segundos(uno.hecho->segundos) : "");
+        CeldaDeNumero(marcas, "segundos", uno.hecho ? Decimal(uno.hecho->segundos, 2) : "");
     });
 }
 
@@ -110,7 +105,7 @@ void FilaDeSuma(CMarcas& marcas, const CResumenLote& resumen, const CColumnas& c
         for (const CColumnaLote* columna : columnas)
             CeldaDeNumero(marcas, columna->etiqueta,
                           EnColumna(*columna, resumen.Suma(columna->cifra)));
-        CeldaDeNumero(marcas, "segundos", Segundos(resumen.Segundos()));
+        CeldaDeNumero(marcas, "segundos", Decimal(resumen.Segundos(), 2));
     });
 }
 

@@ -21,17 +21,12 @@ std::string Enumera(const std::vector<std::string>& cosas, std::size_t comoMucho
     return texto;
 }
 
-std::string Paraje(const CEstadoMunicipio& estado, const CEstadoMunicipio::CParcela& parcela)
-{
-    return Texto(estado.Paraje(parcela));
-}
-
 CDiferencia DeSubparcela(const CCambioSubparcela& cambio)
 {
     const auto metros = [](const CEstadoMunicipio::CSubparcela* una) {
         return una == nullptr ? 0 : static_cast<std::int64_t>(una->superficie);
     };
-    CDiferencia diferencia{"subparcela", {}, {}, {}, metros(cambio.ahora) - metros(cambio.antes)};
+    CDiferencia diferencia{"subparcela", {}, {}, metros(cambio.ahora) - metros(cambio.antes)};
     diferencia.letra =
         Texto(DeLetras((cambio.antes == nullptr ? cambio.ahora : cambio.antes)->letra));
     for (const bool deTodo : {false, true}) {
@@ -43,6 +38,18 @@ CDiferencia DeSubparcela(const CCambioSubparcela& cambio)
             break; // else what differs is one of the pairs
     }
     return diferencia;
+}
+
+/// Where what differs stands behind those that have room, all of them are named.
+CDiferencia DeTitulares(Difiere que, const CCambioParcela& cambio, const CContraste& contraste,
+                        std::size_t comoMucho)
+{
+    const auto son = [&](std::size_t tantos) {
+        return CDiferencia{NombreDe(que), Titulares(contraste.antes.estado, *cambio.antes, tantos),
+                           Titulares(contraste.ahora.estado, *cambio.ahora, tantos)};
+    };
+    CDiferencia algunos = son(comoMucho);
+    return algunos.antes != algunos.ahora ? algunos : son(std::string::npos);
 }
 
 /// Tells whether a parcel of a split or join is there on both sides.
@@ -106,24 +113,6 @@ std::string EnPalabras(const CEstadoMunicipio::CSubparcela& subparcela, bool deT
     return texto;
 }
 
-namespace {
-
-/// Where what differs stands behind those that have room, all of them are named.
-CDiferencia DeTitulares(Difiere que, const CCambioParcela& cambio, const CContraste& contraste,
-                        std::size_t comoMucho)
-{
-    const auto son = [&](std::size_t tantos) {
-        return CDiferencia{NombreDe(que),
-                           {},
-                           Titulares(contraste.antes.estado, *cambio.antes, tantos),
-                           Titulares(contraste.ahora.estado, *cambio.ahora, tantos)};
-    };
-    CDiferencia algunos = son(comoMucho);
-    return algunos.antes != algunos.ahora ? algunos : son(std::string::npos);
-}
-
-} // namespace
-
 std::vector<CDiferencia> Diferencias(const CCambioParcela& cambio, const CContraste& contraste,
                                      std::size_t titularesComoMucho)
 {
@@ -134,21 +123,15 @@ std::vector<CDiferencia> Diferencias(const CCambioParcela& cambio, const CContra
         if (cambio.Hay(que))
             todas.push_back(DeTitulares(que, cambio, contraste, titularesComoMucho));
     if (cambio.Hay(Difiere::Superficie))
-        todas.push_back({NombreDe(Difiere::Superficie),
-                         {},
-                         std::to_string(cambio.Antes()),
-                         std::to_string(cambio.Ahora()),
-                         cambio.Diferencia(),
-                         true});
+        todas.push_back({NombreDe(Difiere::Superficie), std::to_string(cambio.Antes()),
+                         std::to_string(cambio.Ahora()), cambio.Diferencia(), true});
     if (cambio.Hay(Difiere::Subparcelas))
         for (const CCambioSubparcela& una : CambiosDeSubparcelas(viejo.Subparcelas(*cambio.antes),
                                                                  nuevo.Subparcelas(*cambio.ahora)))
             todas.push_back(DeSubparcela(una));
     if (cambio.Hay(Difiere::Paraje))
-        todas.push_back({NombreDe(Difiere::Paraje),
-                         {},
-                         Paraje(viejo, *cambio.antes),
-                         Paraje(nuevo, *cambio.ahora)});
+        todas.push_back({NombreDe(Difiere::Paraje), Texto(viejo.Paraje(*cambio.antes)),
+                         Texto(nuevo.Paraje(*cambio.ahora))});
     return todas;
 }
 

@@ -28,12 +28,12 @@ std::string EnPalabras(const CEstadoMunicipio::CSubparcela& subparcela, bool deT
 
 /// One thing that differs in a parcel that both states have.
 struct CDiferencia {
-    const char* que; ///< "titular", "superficie"
-    std::string letra;
+    std::string que; ///< "titular", "superficie"
     std::string antes;
     std::string ahora;
     std::int64_t metros = 0; ///< how much more surface there is now
     bool deSuperficie = false;
+    std::string letra = {};
 };
 std::vector<CDiferencia> Diferencias(const CCambioParcela& cambio, const CContraste& contraste,
                                      std::size_t titularesComoMucho);

@@ -10,10 +10,9 @@ namespace {
 
 constexpr auto kTodos = std::numeric_limits<std::size_t>::max();
 
-std::string Fila(const std::string& que, const std::string& parcela, const CDiferencia& una,
-                 const std::string& porque)
+std::string Fila(const CDiferencia& una, const std::string& parcela, const std::string& porque)
 {
-    std::string fila = que + ";" + parcela;
+    std::string fila = una.que + ";" + parcela;
     for (const std::string& campo : {una.letra, una.antes, una.ahora})
         fila += ";" + CampoCsv(campo);
     fila += ";" + (una.metros == 0 ? "" : std::to_string(una.metros));
@@ -29,23 +28,22 @@ void EscribeParcela(const CEscribe& escribe, const CContraste& contraste,
     const std::string porque = PorQue(cambio, contraste, kTodos);
     if (cambio.que == CCambioParcela::Que::Cambiada) {
         for (const CDiferencia& una : Diferencias(cambio, contraste, kTodos))
-            escribe(Fila(una.que, parcela, una, porque));
+            escribe(Fila(una, parcela, porque));
         return;
     }
-    CDiferencia una{"", {}, {}, {}, cambio.Diferencia()};
+    CDiferencia una{std::string("parcela ") + NombreDe(cambio.que), {}, {}, cambio.Diferencia()};
     (cambio.ahora == nullptr ? una.antes : una.ahora) = std::to_string(std::abs(una.metros));
-    escribe(Fila(std::string("parcela ") + NombreDe(cambio.que), parcela, una, porque));
+    escribe(Fila(una, parcela, porque));
 }
 
 std::string FilaDePersona(const CContraste& contraste, const CCambioPersona& cambio)
 {
-    CDiferencia una{"",
-                    {},
+    CDiferencia una{std::string("titular ") + NombreDe(cambio.que),
                     NombreDe(contraste.antes.estado, cambio.antes),
                     NombreDe(contraste.ahora.estado, cambio.ahora)};
     if (cambio.antes < 0 || cambio.ahora < 0)
         una.metros = cambio.antes < 0 ? cambio.metros : -cambio.metros;
-    return Fila(std::string("titular ") + NombreDe(cambio.que), ";;", una, {});
+    return Fila(una, ";;", {});
 }
 
 } // namespace

@@ -18,8 +18,17 @@ CJson& CJson::Crudo(std::string_view valor)
     return *this;
 }
 
-void CJson::PonTexto(std::string_view utf8)
+CJson& CJson::Campo(std::string_view nombre)
 {
+    Valor(nombre);
+    m_texto += ':';
+    m_primero = true;
+    return *this;
+}
+
+CJson& CJson::Valor(std::string_view utf8)
+{
+    Separa();
     m_texto += '"';
     for (const char c : utf8) {
         if (c == '"' || c == '\\') {
@@ -32,21 +41,6 @@ void CJson::PonTexto(std::string_view utf8)
         }
     }
     m_texto += '"';
-}
-
-CJson& CJson::Campo(std::string_view nombre)
-{
-    Separa();
-    PonTexto(nombre);
-    m_texto += ':';
-    m_primero = true;
-    return *this;
-}
-
-CJson& CJson::Valor(std::string_view utf8)
-{
-    Separa();
-    PonTexto(utf8);
     return *this;
 }
 

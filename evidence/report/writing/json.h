@@ -44,7 +44,6 @@ private:
     }
     CJson& Crudo(std::string_view valor);
     void Separa();
-    void PonTexto(std::string_view utf8);
 
     std::string m_texto;
     bool m_primero = true; // nothing stands in front that a comma would part the next value from

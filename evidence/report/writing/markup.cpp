@@ -28,10 +28,10 @@ void CMarcas::PonMarca(const char* elemento, CAtributos atributos, const char* f
 {
     m_texto.append("<").append(elemento);
     for (const CAtributo& atributo : atributos) {
-        if (atributo.Nombre() == nullptr)
+        if (atributo.nombre == nullptr)
             continue;
-        m_texto.append(" ").append(atributo.Nombre()).append("=\"");
-        Texto(atributo.Valor());
+        m_texto.append(" ").append(atributo.nombre).append("=\"");
+        Texto(atributo.valor);
         m_texto += '"';
     }
     m_texto += fin;

@@ -10,27 +10,23 @@
 
 namespace informe {
 
-/// An attribute of an element. One whose value is null is left out.
-class CAtributo {
-public:
-    CAtributo(const char* nombre, const char* valor)
-        : m_nombre(valor == nullptr ? nullptr : nombre), m_valor(valor == nullptr ? "" : valor)
+/// An attribute of an element. One whose value is null is left out, and has no name.
+struct CAtributo {
+    CAtributo(const char* suNombre, const char* suValor)
+        : nombre(suValor == nullptr ? nullptr : suNombre), valor(suValor == nullptr ? "" : suValor)
     {
     }
-    CAtributo(const char* nombre, std::string valor) : m_nombre(nombre), m_valor(std::move(valor))
+    CAtributo(const char* suNombre, std::string suValor)
+        : nombre(suNombre), valor(std::move(suValor))
     {
     }
-    CAtributo(const char* nombre, std::integral auto valor)
-        : m_nombre(nombre), m_valor(std::to_string(valor))
+    CAtributo(const char* suNombre, std::integral auto suValor)
+        : nombre(suNombre), valor(std::to_string(suValor))
     {
     }
 
-    const char* Nombre() const { return m_nombre; } ///< null for one that is left out
-    const std::string& Valor() const { return m_valor; }
-
-private:
-    const char* m_nombre;
-    std::string m_valor;
+    const char* nombre;
+    std::string valor;
 };
 
 using CAtributos = std::initializer_list<CAtributo>;

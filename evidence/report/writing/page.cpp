@@ -41,7 +41,7 @@ void Cifras(CMarcas& marcas, const CContenido& contenido)
     marcas.Bloque("ul", {{"class", "cifras"}}, [&] {
         marcas.Linea();
         for (const CContenido::CPerdida& perdida : contenido.Perdidas())
-            Cifra(marcas, perdida.metros == 0, perdida.cuanto, perdida.que, "err");
+            Cifra(marcas, perdida.metros == 0, Superficie(perdida.metros), perdida.que, "err");
         if (proceso.ficheros.sentido == Sentido::Infograf) {
             CifrasDeInfograf(marcas, proceso.infograf);
         } else {

@@ -30,12 +30,10 @@ struct CContenido {
     bool ensayo = false;                   ///< the run was only tried
     const CContraste* contraste = nullptr; ///< null where nothing is compared with the run
 
-    /// A surface that was lost, as all that is told begins with it: "127,4 ha" and "no cuentan, en
-    /// 44 parcelas de varios recintos".
+    /// A surface that was lost, with which all that is told begins.
     struct CPerdida {
         std::int64_t metros;
-        std::string cuanto;
-        std::string que;
+        std::string que; ///< "no cuentan, en 44 parcelas de varios recintos"
     };
     /// First what several outlines cost, 0 too, then parcels of the tables that weren't written.
     /// Empty where no surfaces can be compared.

@@ -27,17 +27,12 @@ void FilaDesajuste(CMarcas& marcas, const CAnclas& anclas, const CDesajuste& uno
 
 /// Those that nothing explains first, then those that lose most, and the greater differences before
 /// the smaller.
-std::vector<CDesajuste> EnOrden(std::vector<CDesajuste> desajustes)
-{
-    std::ranges::stable_sort(desajustes, {}, [](const CDesajuste& uno) {
-        return std::tuple(!uno.motivo.empty(), -uno.Perdida(), -std::abs(uno.Diferencia()));
-    });
-    return desajustes;
-}
-
 void TablaDesajustes(CMarcas& marcas, const CAnclas& anclas, const CBalanceDibujo& dibujo)
 {
-    const std::vector<CDesajuste> orden = EnOrden(dibujo.desajustes);
+    std::vector<CDesajuste> orden = dibujo.desajustes;
+    std::ranges::stable_sort(orden, {}, [](const CDesajuste& uno) {
+        return std::tuple(!uno.motivo.empty(), -uno.Perdida(), -std::abs(uno.Diferencia()));
+    });
     Tabla(marcas, nullptr,
           {{"Parcela"},
            {"Recintos", true},

@@ -111,13 +111,22 @@ void Fila(CMarcas& marcas, CAtributos atributos, std::initializer_list<CCelda> c
     });
 }
 
-void CabeceraTabla(CMarcas& marcas, const std::vector<CColumnaPagina>& columnas)
+void Tabla(CMarcas& marcas, const char* ancla, const std::vector<CColumnaPagina>& columnas,
+           const std::function<void()>& filas, const std::function<void()>& pie)
 {
-    marcas.Elemento("thead", {}, [&] {
-        marcas.Elemento("tr", {}, [&] {
-            for (const CColumnaPagina& columna : columnas)
-                marcas.Elemento("th", {{"class", columna.deNumeros ? kNumero : nullptr}},
-                                columna.titulo);
+    const auto cabeza = [&] {
+        for (const CColumnaPagina& columna : columnas)
+            marcas.Elemento("th", {{"class", columna.deNumeros ? kNumero : nullptr}},
+                            columna.titulo);
+    };
+    marcas.Bloque("div", {{"class", "ancha"}}, [&] {
+        marcas.Elemento("table", {{"id", ancla}}, [&] {
+            marcas.Elemento("thead", {}, [&] { marcas.Elemento("tr", {}, cabeza); });
+            marcas.Elemento("tbody", {}, [&] {
+                marcas.Linea();
+                filas();
+            });
+            pie();
         });
     });
 }

@@ -78,26 +78,9 @@ struct CColumnaPagina {
     bool deNumeros = false;
 };
 /// A table whose rows `filas` writes, and `pie` what stands below them.
-void CabeceraTabla(CMarcas& marcas, const std::vector<CColumnaPagina>& columnas);
-void Tabla(CMarcas& marcas, const char* ancla, const std::vector<CColumnaPagina>& columnas,
-           std::invocable auto filas, std::invocable auto pie)
-{
-    marcas.Bloque("div", {{"class", "ancha"}}, [&] {
-        marcas.Elemento("table", {{"id", ancla}}, [&] {
-            CabeceraTabla(marcas, columnas);
-            marcas.Elemento("tbody", {}, [&] {
-                marcas.Linea();
-                filas();
-            });
-            pie();
-        });
-    });
-}
-void Tabla(CMarcas& marcas, const char* ancla, const std::vector<CColumnaPagina>& columnas,
-           std::invocable auto filas)
-{
-    Tabla(marcas, ancla, columnas, filas, [] {});
-}
+void Tabla(
+    CMarcas& marcas, const char* ancla, const std::vector<CColumnaPagina>& columnas,
+    const std::function<void()>& filas, const std::function<void()>& pie = [] {});
 /// As many of them as a table shows.
 template <class T>
 std::span<const T> Primeros(const std::vector<T>& todos, std::size_t comoMucho)

@@ -16,10 +16,7 @@ const char* NombreCorto(Sentido sentido)
 
 std::string Renglon(std::string_view codigo, std::int64_t cuantos, const std::string& que)
 {
-    constexpr std::size_t kAncho = 9;
-    std::string cifra = Miles(cuantos);
-    cifra.insert(0, kAncho - std::min(cifra.size(), kAncho), ' ');
-    return "  " + std::string(codigo) + " " + cifra + "  " + que + "\n";
+    return Formatea("  %s %9s  %s\n", codigo, Miles(cuantos), que);
 }
 
 std::string Mensajes(const CProceso& proceso)
@@ -66,7 +63,7 @@ std::string EnBreve(const CContenido& contenido)
     std::string texto;
     for (const CContenido::CPerdida& perdida : contenido.Perdidas())
         if (perdida.metros > 0)
-            texto += perdida.cuanto + " " + perdida.que + ", ";
+            texto += Superficie(perdida.metros) + " " + perdida.que + ", ";
     return texto;
 }
 
@@ -77,13 +74,12 @@ std::vector<CContenido::CPerdida> CContenido::Perdidas() const
     if (!dibujo || !dibujo->HayEscritas())
         return {};
     const auto perdida = [](const CPerdidas& suyas, const char* que, const char* cuyas) {
-        const std::int64_t metros = SumaMetros(suyas);
-        return CPerdida{metros, Superficie(metros),
+        return CPerdida{SumaMetros(suyas),
                         que + Cuantos(suyas.size(), "parcela", "parcelas") + cuyas};
     };
     std::vector<CPerdida> perdidas;
     perdidas.push_back(dibujo->perdidas.empty()
-                           ? CPerdida{0, Superficie(0), "perdidos en varios recintos"}
+                           ? CPerdida{0, "perdidos en varios recintos"}
                            : perdida(dibujo->perdidas, "no cuentan, en ", " de varios recintos"));
     if (const CPerdidas deTabla = dibujo->DeTablaSinEscribir(); SumaMetros(deTabla) > 0)
         perdidas.push_back(perdida(deTabla, "no se escriben, de ", " de la tabla"));

@@ -15,15 +15,14 @@ using vexageo::CPunto;
 enum class Trato { Bien, Aviso, Error, SinUso };
 
 /// Classes of an outline, and of the label in it.
-const char* Clase(Trato trato)
-{
-    constexpr const char* kClases[] = {"ok", "avi", "err", "sin"};
-    return kClases[static_cast<std::size_t>(trato)];
-}
+struct CClases {
+    const char* recinto;
+    const char* rotulo;
+};
 
-const char* ClaseRotulo(Trato trato)
+CClases Clases(Trato trato)
 {
-    constexpr const char* kClases[] = {"r", "ra", "re", "rs"};
+    constexpr CClases kClases[] = {{"ok", "r"}, {"avi", "ra"}, {"err", "re"}, {"sin", "rs"}};
     return kClases[static_cast<std::size_t>(trato)];
 }
 
@@ -162,10 +161,10 @@ void CMapa::PonParcela(const CRecintoDibujado& recinto)
         return;
     }
     const std::string rotulo = Texto(recinto.rotulo);
-    PonContorno(recinto, Clase(Trato::SinUso), {},
+    PonContorno(recinto, Clases(Trato::SinUso).recinto, {},
                 "Recinto" + (rotulo.empty() ? "" : " «" + rotulo + "»") + ": " +
                     Texto(NombreEstado(recinto.estado)));
-    PonRotulo(recinto, rotulo.empty() ? "?" : rotulo, ClaseRotulo(Trato::SinUso));
+    PonRotulo(recinto, rotulo.empty() ? "?" : rotulo, Clases(Trato::SinUso).rotulo);
 }
 
 void CMapa::PonParcelaValida(const CRecintoDibujado& recinto, const CPosiciones& avisos)
@@ -173,7 +172,7 @@ void CMapa::PonParcelaValida(const CRecintoDibujado& recinto, const CPosiciones&
     const Trato trato = TratoDe(avisos);
     std::string titulo = "Parcela " + std::to_string(m_poligono.polig) + "-" +
                          std::to_string(recinto.parcela) + Explica(avisos);
-    std::string clase = Clase(trato);
+    std::string clase = Clases(trato).recinto;
     const bool pierde = PierdeSuperficie(recinto);
     const bool noCuenta = pierde && recinto.pieza < recinto.piezas;
     const std::string metros = Superficie(EnMetrosCuadrados(recinto.areaRegistro));
@@ -193,7 +192,7 @@ void CMapa::PonParcelaValida(const CRecintoDibujado& recinto, const CPosiciones&
                     ? ""
                     : CAnclas::DeParcela(m_poligono.polig, recinto.parcela),
                 titulo);
-    PonRotulo(recinto, Texto(recinto.rotulo), noCuenta ? "rp" : ClaseRotulo(trato));
+    PonRotulo(recinto, Texto(recinto.rotulo), noCuenta ? "rp" : Clases(trato).rotulo);
     if (noCuenta)
         PonRotulo(recinto, "−" + metros, "rm");
 }
@@ -212,7 +211,7 @@ void CMapa::PonSubparcela(const CRecintoDibujado& recinto)
             m_comun.indice.DeSubparcela(m_poligono.polig, recinto.parcela, recinto.letra);
         const std::string nombre = "Subparcela " + std::to_string(m_poligono.polig) + "-" +
                                    std::to_string(recinto.parcela) + " " + letra;
-        PonContorno(recinto, std::string("sub ") + Clase(TratoDe(avisos)), {},
+        PonContorno(recinto, std::string("sub ") + Clases(TratoDe(avisos)).recinto, {},
                     avisos.empty() ? std::string() : nombre + Explica(avisos));
     }
     PonRotulo(recinto, letra, "rl");
@@ -334,7 +333,7 @@ void PonLeyenda(CMarcas& marcas, bool conCambios)
             if (una.deCambio && !conCambios)
                 continue;
             muestra(una.deCambio ? nullptr : tramas.c_str(), una.texto, [&] {
-                if (una.clase == std::string_view(Clase(Trato::Error)))
+                if (una.clase == std::string_view(Clases(Trato::Error).recinto))
                     PonTramas(marcas, kSerie, 4);
                 marcas.Figura("path", {{"class", una.clase}, {"d", "M1 1h24v14h-24z"}});
             });
