@@ -19,9 +19,10 @@ protected:
         return poligono;
     }
     CFaltasDeRecintos Parcelas() { return FaltasDe(Lee().parcelas, ClaseTopologia::Parcelas); }
-    CFaltasDeRecintos Subparcelas()
+    /// Of what was read.
+    CFaltasDeRecintos Subparcelas() const
     {
-        return FaltasDe(Lee().subparcelas, ClaseTopologia::Subparcelas);
+        return FaltasDe(poligono.subparcelas, ClaseTopologia::Subparcelas);
     }
 
     CCarpetaPrueba carpeta;
@@ -55,10 +56,8 @@ TEST_F(DrawingFindings, FindsNothingInSoundOutlines)
     dibujo.sub = {{kParcela, 100, dibujo.Subparcela("7-a", 50, 50), {marco}, {50, 50}}};
     dibujo.pol = {{kParcela, 100, dibujo.Rotulo("cualquiera", "1", 9, 9), {marco}, {9, 9}}};
     Lee();
-    for (const CFaltasDeRecintos& faltas :
-         {FaltasDe(poligono.parcelas, ClaseTopologia::Parcelas),
-          FaltasDe(poligono.subparcelas, ClaseTopologia::Subparcelas),
-          FaltasDe(poligono.poligonos, ClaseTopologia::Poligonos)}) {
+    for (const ClaseTopologia que : kTopologiasDePoligono) {
+        const CFaltasDeRecintos faltas = FaltasDe(poligono.Topologia(que), que);
         ASSERT_EQ(faltas.size(), 1U);
         EXPECT_EQ(Utf8(TextoFaltas(faltas[0])), "");
     }
@@ -95,12 +94,12 @@ TEST_F(DrawingFindings, LooksAtTheBoundary)
          "1 de los tramos de su contorno no se leen en el dibujo: fuera de fecha"},
     };
     int numero = 0;
-    for (const auto& caso : casos) {
-        CString texto;
-        texto.Format("%d", ++numero);
-        dibujo.par.push_back(
-            {kParcela, caso.area, dibujo.Parcela(texto, 900, 500), caso.tramos, {900, 500}});
-    }
+    for (const auto& caso : casos)
+        dibujo.par.push_back({kParcela,
+                              caso.area,
+                              dibujo.Parcela(std::to_string(++numero), 900, 500),
+                              caso.tramos,
+                              {900, 500}});
     const CFaltasDeRecintos faltas = Parcelas();
     for (std::size_t i = 0; i < faltas.size(); ++i) {
         SCOPED_TRACE(i);
@@ -151,13 +150,9 @@ TEST_F(DrawingFindings, LooksWhereTheLabelStands)
     };
     int numero = 0;
     for (const auto& caso : casos) {
-        CString texto;
-        texto.Format("%d", ++numero);
-        dibujo.par.push_back({kParcela,
-                              100,
-                              dibujo.Parcela(texto, caso.rotulo.X, caso.rotulo.Y),
-                              {marco},
-                              caso.centroide});
+        const CString texto = std::to_string(++numero);
+        const int rotulo = dibujo.Parcela(texto, caso.rotulo.X, caso.rotulo.Y);
+        dibujo.par.push_back({kParcela, 100, rotulo, {marco}, caso.centroide});
         dibujo.par.push_back({kIsla, -4, 0, {hueco}});
     }
     const CFaltasDeRecintos faltas = Parcelas();
@@ -206,8 +201,7 @@ TEST_F(DrawingFindings, TellsWhoseSurfaceTheIslandsOfAnUnlabelledOutlineTake)
     EXPECT_EQ(
         Utf8(TextoFaltas(Parcelas()[0])),
         "no tiene rótulo: se pasa por alto, y sus islas se restan de la parcela rotulada antes");
-    EXPECT_EQ(Utf8(TextoFaltas(FaltasDe(poligono.subparcelas, ClaseTopologia::Subparcelas)[0])),
-              "no tiene rótulo: se pasa por alto");
+    EXPECT_EQ(Utf8(TextoFaltas(Subparcelas()[0])), "no tiene rótulo: se pasa por alto");
 }
 
 TEST_F(DrawingFindings, TellsWhatRepeatedNumbersAndLettersLose)
@@ -230,8 +224,7 @@ TEST_F(DrawingFindings, TellsWhatRepeatedNumbersAndLettersLose)
     EXPECT_EQ(Utf8(TextoFaltas(parcelas[1])),
               "la parcela 7 está en 2 recintos: cuenta éste, el último, de 400.00 m2, y se pierden "
               "100.00 m2 de los demás");
-    const CFaltasDeRecintos subparcelas =
-        FaltasDe(poligono.subparcelas, ClaseTopologia::Subparcelas);
+    const CFaltasDeRecintos subparcelas = Subparcelas();
     EXPECT_EQ(
         Utf8(TextoFaltas(subparcelas[0])),
         "la letra a de la parcela 7 está en 2 recintos y éste no cuenta: se pierden sus 25.00 "
@@ -251,7 +244,7 @@ TEST_F(DrawingFindings, FindsWhatPartsTheRowsThatALabelIsWrittenTo)
         dibujo.sub.push_back(
             {kParcela, 100, dibujo.Subparcela(rotulo, 500, 500), {marco}, {500, 500}});
     EXPECT_EQ(Clases(Parcelas().at(0)), CClases());
-    const CFaltasDeRecintos suyas = FaltasDe(poligono.subparcelas, ClaseTopologia::Subparcelas);
+    const CFaltasDeRecintos suyas = Subparcelas();
     ASSERT_EQ(suyas.size(), 5U);
     for (const std::size_t i : {0U, 1U, 2U})
         EXPECT_EQ(Clases(suyas[i]), CClases{ParteFilas}) << i;

@@ -22,6 +22,14 @@ struct CSinMensajes {
     informe::CAnclas anclas{registro, lineas};
 };
 
+/// The report of a log that has nothing beside it.
+CInformePrueba InformeDe(std::string_view registro)
+{
+    const CCarpetaPrueba carpeta;
+    carpeta.Pon("a.ERR", registro);
+    return CInformePrueba(carpeta, "a.ERR");
+}
+
 } // namespace
 
 TEST(ReportPage, IsTheSameForTheSameFiles)
@@ -63,9 +71,7 @@ TEST(ReportPage, IsLookedOverForWhatNoBrowserTells)
 
 TEST(ReportPage, AsksNothingOfTheNetwork)
 {
-    const CCarpetaPrueba carpeta;
-    carpeta.Pon("a.ERR", "E206: La parcela    1      2 ya existe\r\n");
-    const std::string pagina = CInformePrueba(carpeta, "a.ERR").pagina;
+    const std::string pagina = InformeDe("E206: La parcela    1      2 ya existe\r\n").pagina;
     for (const char* fuera : {"http:", "https:", "src=", "@import", "<link", "url(//"})
         EXPECT_EQ(Veces(pagina, fuera), 0) << fuera;
     // Nor could it: the browser refuses, and is told so before anything else.
@@ -79,9 +85,8 @@ TEST(ReportPage, AsksNothingOfTheNetwork)
 
 TEST(ReportPage, ShowsLinesThatAreNoMessageAsSuch)
 {
-    const CCarpetaPrueba carpeta;
-    carpeta.Pon("a.ERR", "hola\r\nE206: medio\r\n\r\nE206: La parcela    1      2 ya existe\r\n");
-    const CInformePrueba informe(carpeta, "a.ERR");
+    const CInformePrueba informe =
+        InformeDe("hola\r\nE206: medio\r\n\r\nE206: La parcela    1      2 ya existe\r\n");
     EXPECT_TRUE(informe.Dice("<tr id=\"m1\" class=\"ajena\">"));
     EXPECT_TRUE(informe.Dice("3 líneas que no son ningún mensaje"));
     EXPECT_TRUE(informe.Dice("<b>Líneas que no son mensajes</b>"));
@@ -111,28 +116,22 @@ TEST(ReportPage, BoundsItsListsAndCountsTheRest)
 
 TEST(ReportPage, NamesTheFirstLinesOfAMatter)
 {
-    const CCarpetaPrueba carpeta;
     for (const int lineas : {12, 13}) {
         std::string registro;
         for (int i = 0; i < lineas; ++i)
             registro += "E105: Titular      7 no encontrado en el fichero de cotitulares.\r\n";
-        carpeta.Pon("a.ERR", registro);
-        const CInformePrueba informe(carpeta, "a.ERR");
-        EXPECT_TRUE(informe.Dice("<a href=\"#m12\">12</a>" + std::string(lineas > 12 ? " …" : "") +
-                                 "</span>"));
+        EXPECT_TRUE(InformeDe(registro).Dice("<a href=\"#m12\">12</a>" +
+                                             std::string(lineas > 12 ? " …" : "") + "</span>"));
     }
-    carpeta.Pon("a.ERR", "E109: La subparcela    a de coordenadas 1.00 2.00 no se encuentra en "
-                         "ninguna parcela\r\n");
-    EXPECT_TRUE(
-        CInformePrueba(carpeta, "a.ERR").Dice("<b>Subparcelas dibujadas fuera de toda parcela</b>"))
+    EXPECT_TRUE(InformeDe("E109: La subparcela    a de coordenadas 1.00 2.00 no se encuentra en "
+                          "ninguna parcela\r\n")
+                    .Dice("<b>Subparcelas dibujadas fuera de toda parcela</b>"))
         << "without drawings nobody knows in which polygon";
 }
 
 TEST(ReportPage, TellsCauseAndRemedyOfEachNumber)
 {
-    const CCarpetaPrueba carpeta;
-    carpeta.Pon("a.ERR", "E206: La parcela    1      2 ya existe\r\n");
-    const CInformePrueba informe(carpeta, "a.ERR");
+    const CInformePrueba informe = InformeDe("E206: La parcela    1      2 ya existe\r\n");
     EXPECT_TRUE(informe.Dice("id=\"E206\""));
     EXPECT_TRUE(informe.Dice("<a href=\"#m1\" data-codigo=\"E206\">ver el mensaje</a>"));
     EXPECT_TRUE(informe.Dice("La parcela … … ya existe"));
@@ -142,9 +141,7 @@ TEST(ReportPage, TellsCauseAndRemedyOfEachNumber)
 
 TEST(ReportPage, AnEmptyLogIsGoodNews)
 {
-    const CCarpetaPrueba carpeta;
-    carpeta.Pon("a.ERR", "");
-    const CInformePrueba informe(carpeta, "a.ERR");
+    const CInformePrueba informe = InformeDe("");
     EXPECT_THAT(informe.resultado.quejas, IsEmpty());
     EXPECT_TRUE(informe.Dice("El registro está vacío"));
 }
