@@ -2,25 +2,10 @@
 # Many municipalities in a batch: what is done, told, and done again.
 #   run_batch.sh CAMPIVA SAMPLES WORK; the batch's program stands beside CAMPIVA
 set -euo pipefail
-export CAMPIVA=$1
-samples=$2 work=$3 batch=$(dirname "$1")/campiva-lote
-rm -rf "$work"
-mkdir -p "$work/config/VexaSoft" "$work/tmp"
-export TMPDIR=$work/tmp # where a killed batch leaves its settings
+. "$(dirname "$0")/batch.sh"
 # What somebody chose in a dialog must not count.
-export XDG_CONFIG_HOME=$work/config
+mkdir "$XDG_CONFIG_HOME/VexaSoft"
 printf '[CampivaAVexa]\nTipoEntrada=1\n' > "$XDG_CONFIG_HOME/VexaSoft/Campiva.ini"
-batch=$(realpath "$batch")
-cd "$work"
-
-fail() { echo "$1" >&2 && exit 1; }
-# status WANTED COMMAND...
-status() {
-  local wanted=$1 got=0
-  shift
-  "$@" > said 2>&1 || got=$?
-  [ "$got" -eq "$wanted" ] || { cat said >&2 && fail "status $got, not $wanted: $*"; }
-}
 # The state of each job, without its time.
 states() { tail -n +2 "$1.resultados/estado.tsv" | cut -f 1-6 | tr '\t' ' '; }
 
@@ -126,19 +111,15 @@ for signal in TERM HUP KILL; do
   printf 'of an older run\n' | tee slow.tsv.resultados/estado.tsv > said 2> /dev/null || true
   CAMPIVA=$work/slow "$batch" -j 1 slow.tsv > said 2>&1 &
   batch_pid=$!
-  for _ in $(seq 200); do
-    [ "$({ wc -l < slow.tsv.resultados/trabajos.log; } 2> /dev/null)" = 1 ] && break
-    sleep 0.05
-  done
+  wait_for '[ "$({ wc -l < slow.tsv.resultados/trabajos.log; } 2> /dev/null)" = 1 ]'
   status 2 "$batch" slow.tsv # at the same results
   grep -q "otro campiva-lote trabaja" said
   kill -$signal $batch_pid
-  got=0
-  wait $batch_pid 2> /dev/null || got=$?
   if [ $signal = KILL ]; then
+    end 137
     [ ! -e slow.tsv.resultados/estado.tsv ] || fail "a state of another run"
   else
-    [ $got -eq 130 ] || fail "status $got after SIG$signal"
+    end 130
     [ "$(states slow.tsv | cut -d ' ' -f 3,4)" = "s1 0
 s2 137
 s3 -" ] || { states slow.tsv >&2 && fail "the states are others"; }
@@ -158,14 +139,10 @@ set -m
 CAMPIVA=$work/listens "$batch" group.tsv > said 2>&1 &
 batch_pid=$!
 set +m
-for _ in $(seq 200); do
-  [ -e s4/began ] && break
-  sleep 0.05
-done
+wait_for '[ -e s4/began ]'
 kill -INT -- -$batch_pid
-got=0
-wait $batch_pid 2> /dev/null || got=$?
-[ $got -eq 130 ] && [ "$(wc -l < s4/signals)" = 1 ] || fail "status $got, signals: $(cat s4/signals)"
+end 130
+[ "$(wc -l < s4/signals)" = 1 ] || fail "signals: $(cat s4/signals)"
 
 # Who kills the batch kills its jobs: what one had in hand stays as it was.
 mkdir left && mkfifo left/entrada.txt && printf 'of before\n' > left/Parcelas.txt
@@ -175,18 +152,10 @@ head -c 4000 "$samples/villanueva.txt" >&9 # as much as any pipe takes that nobo
 "$batch" left.tsv > said 2>&1 9>&- &
 batch_pid=$!
 in_hand() { compgen -G 'left/Parcelas.txt.~*' > /dev/null; }
-for _ in $(seq 200); do
-  in_hand && break
-  sleep 0.05
-done
-in_hand || fail "the job didn't begin"
+wait_for in_hand
 kill -KILL $batch_pid
-wait $batch_pid 2> /dev/null || true
-for _ in $(seq 100); do
-  in_hand || break
-  sleep 0.05
-done
-! in_hand || fail "a job outlives its batch"
+end 137
+wait_for '! in_hand' # else a job outlives its batch
 exec 9>&-
 [ "$(cat left/Parcelas.txt)" = "of before" ] || fail "a job writes where nobody looks any more"
 
@@ -231,12 +200,9 @@ mkdir p1 p2 && touch p1/go
 printf 'ida\tp1\nida\tp2\n' > killed.tsv
 CAMPIVA=$work/waits "$batch" --sshlogin : killed.tsv > said 2>&1 &
 batch_pid=$!
-for _ in $(seq 400); do
-  grep -q p1 killed.tsv.resultados/trabajos.log 2> /dev/null && [ -e p2/runs ] && break
-  sleep 0.05
-done
+wait_for 'grep -q p1 killed.tsv.resultados/trabajos.log 2> /dev/null && [ -e p2/runs ]'
 kill -KILL $batch_pid
-wait $batch_pid 2> /dev/null || true
+end 137
 for again in "" --reanuda; do
   # shellcheck disable=SC2086
   CAMPIVA=$work/waits status 2 "$batch" $again killed.tsv
@@ -244,10 +210,7 @@ for again in "" --reanuda; do
 done
 grep -q p1 killed.tsv.resultados/trabajos.log || fail "what was known of the jobs is gone"
 touch p2/go
-for _ in $(seq 200); do
-  [ -e killed.tsv.resultados/partes/2/estado.tsv ] && break
-  sleep 0.05
-done
+wait_for '[ -e killed.tsv.resultados/partes/2/estado.tsv ]'
 sleep 0.2 # for its lock
 CAMPIVA=$work/waits status 0 "$batch" --reanuda killed.tsv
 [ "$(wc -l < p1/runs)" = 1 ] || fail "a job that had ended was done again"
@@ -256,7 +219,7 @@ rows() { tail -n +2 "$1.resultados/resumen.csv" | tr -d '\r' | cut -d ';' -f 1-1
 rm -rf c && cp -r "$samples/villanueva_dibujos_con_faltas" c && cp "$samples"/villanueva_tablas_con_faltas/* c
 cp -r c d
 printf 'vuelta\td\nvuelta\tgone\nvuelta\tc\n' > sum.tsv
-if [ -x "$(dirname "$batch")/campiva-informe" ]; then
+if [ -x "$report" ]; then
   status 1 "$batch" --resumen sum.tsv
   grep -q "3 trabajos, 3 fallaron, .* perdidos en .* de 2 trabajos, 840 errores, 6 warnings, 0 sin explicar" said
   ! grep -q "No hay resumen" said || fail "a summary that came to its end is told as cut short"
@@ -271,7 +234,7 @@ if [ -x "$(dirname "$batch")/campiva-informe" ]; then
   ! grep -q 'id="m1"' to.tsv.resultados/informes/1.html || fail "messages of the way back in Infograf's report"
   cp sum.tsv.resultados/resumen.csv before.csv
   mkdir elsewhere
-  (cd elsewhere && status 0 "$(dirname "$batch")/campiva-informe" --resumen ../sum.tsv.resultados)
+  (cd elsewhere && status 0 "$report" --resumen ../sum.tsv.resultados)
   cmp before.csv sum.tsv.resultados/resumen.csv || fail "the summary of the way back is another behind Infograf"
   # Another run of the batch leaves no summary of the one before.
   status 1 "$batch" sum.tsv

@@ -2,21 +2,7 @@
 # Many municipalities in a batch that something goes against.
 #   run_batch_faults.sh CAMPIVA SAMPLES WORK; the batch's program stands beside CAMPIVA
 set -euo pipefail
-export CAMPIVA=$1
-samples=$2 work=$3 batch=$(realpath "$(dirname "$1")/campiva-lote")
-rm -rf "$work"
-mkdir -p "$work/config"
-export XDG_CONFIG_HOME=$work/config
-cd "$work"
-
-fail() { echo "$1" >&2 && exit 1; }
-# status WANTED COMMAND...; what hangs is no end
-status() {
-  local wanted=$1 got=0
-  shift
-  timeout -k 1 15 "$@" > said 2>&1 || got=$?
-  [ "$got" -eq "$wanted" ] || { cat said >&2 && fail "status $got, not $wanted: $*"; }
-}
+. "$(dirname "$0")/batch.sh"
 # says STATES: those of the table t, without the jobs' times, lines between commas.
 says() {
   local got
@@ -57,9 +43,9 @@ for way in "trap '' CHLD;" "sleep 0.3 &"; do
     says "a 0 0 0,gone 1 - -"
   done
 done
-if [ -x "$(dirname "$batch")/campiva-informe" ]; then
+if [ -x "$report" ]; then
   cp "$samples"/villanueva_dibujos/* a
-  (cd a && status 0 bash -c "trap '' CHLD; exec \"\$0\" --ensayo poligonos.txt" "$(dirname "$batch")/campiva-informe")
+  (cd a && status 0 bash -c "trap '' CHLD; exec \"\$0\" --ensayo poligonos.txt" "$report")
 fi
 
 # Nobody need read what it says.
@@ -95,15 +81,10 @@ printf 'vuelta\tc\n' > t
 rm -r t.resultados # or what an earlier job said would pass for the sign that this one is at work
 "$batch" t > said 2>&1 &
 batch_pid=$!
-for _ in $(seq 200); do
-  [ ! -e t.resultados/salidas/1.err ] || break
-  sleep 0.05
-done
+wait_for '[ -e t.resultados/salidas/1.err ]'
 kill -TERM $batch_pid
-got=0
-wait $batch_pid || got=$?
+end 130
 exec 3>&-
-[ $got -eq 130 ] || { cat said >&2 && fail "status $got after a signal"; }
 says "c 137 - -"
 
 # A former state outlives a run that lacks what it needs.
