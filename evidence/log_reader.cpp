@@ -119,16 +119,12 @@ void Anota(CAviso& aviso, Papel papel, std::string_view argumento)
 /// as far as the last place where what follows it in the form stands.
 std::string_view Argumento(std::string_view& resto, char conversion, std::string_view sigue)
 {
-    std::size_t hasta = 0;
-    if (conversion == 's') {
-        hasta = sigue.empty() ? resto.size() : resto.rfind(sigue);
-    } else {
-        const char* const suyos = conversion == 'd' ? "+-0123456789" : "+-.0123456789";
-        hasta = resto.find_first_not_of(' ');
-        if (hasta != std::string_view::npos)
-            hasta = resto.find_first_not_of(suyos, hasta);
-        hasta = std::min(hasta, resto.size());
-    }
+    const char* const suyos = conversion == 'd' ? "+-0123456789" : "+-.0123456789";
+    std::size_t hasta = resto.size();
+    if (conversion != 's')
+        hasta = std::min(resto.find_first_not_of(suyos, resto.find_first_not_of(' ')), hasta);
+    else if (!sigue.empty())
+        hasta = resto.rfind(sigue);
     if (hasta == std::string_view::npos)
         return {};
     const std::string_view argumento = resto.substr(0, hasta);

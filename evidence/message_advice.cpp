@@ -49,7 +49,7 @@ std::string SinMarcas(std::string_view html)
 CConsejo DameConsejo(std::string_view codigo)
 {
     const std::string titulo = "<h3><a name=\"" + std::string(codigo) + "\">";
-    const std::string_view seccion = Entre(PaginaMensajes(), titulo, "<h");
+    const std::string_view seccion = Entre(kPaginaMensajes, titulo, "<h");
     const auto parrafo = [&](std::string_view nombre) {
         return SinMarcas(Entre(seccion, "<b>" + std::string(nombre) + ".</b>", "</p>"));
     };

@@ -1,5 +1,5 @@
 #pragma once
 
 /// The manual's page of messages in HTML, as it stands among the help's sources. The build makes
-/// this function from it.
-const char* PaginaMensajes();
+/// this text of it.
+extern const char* const kPaginaMensajes;

@@ -1,5 +1,6 @@
 #include "evidence/show_drawing/show_drawing.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <new>
@@ -223,22 +224,18 @@ private:
     {
         std::size_t recintos = 0;
         int isla = 0; // of the outline, the last one seen
-        std::uint64_t posicion = m_topologia.GetPosition();
-        for (CPoligonoTopologico registro; registro.Read(&m_topologia);
-             posicion = m_topologia.GetPosition()) {
+        const auto muestra = [&](const CPoligonoTopologico& registro, bool esIsla) {
             MuestraRegistro(registro, 0);
-            if (registro.EsIsla() && recintos > 0) {
-                MuestraFaltas(faltas, recintos - 1, ++isla);
-                continue;
-            }
+            if (esIsla)
+                return MuestraFaltas(faltas, recintos - 1, ++isla);
             MuestraFaltas(faltas, recintos++, 0);
             isla = 0;
             for (const CPoligonoTopologico& suya : registro.ListaIslas()) {
                 MuestraConIslas(suya, 1);
                 MuestraFaltas(faltas, recintos - 1, ++isla);
             }
-        }
-        m_topologia.Seek(posicion);
+        };
+        m_topologia.Seek(std::min(RecorreRegistros(m_topologia, muestra), m_topologia.GetLength()));
     }
 
     /// \param recinto  none of them where the file isn't the one that was read before
