@@ -30,10 +30,6 @@ CValor Cifras(const CTrabajoVisto& uno)
 
 CValor Trabajo(const CTrabajoVisto& uno, const CString& carpeta)
 {
-    const auto fichero = [&](const CString& nombre) {
-        const std::string camino = Texto(Desde(EnCarpeta(carpeta, "resumen.json"), nombre));
-        return camino.empty() ? CValor() : CValor(camino);
-    };
     return {{"trabajo", uno.numero},
             {"carpeta", uno.carpeta},
             {"traduccion", uno.traduccion},
@@ -41,7 +37,7 @@ CValor Trabajo(const CTrabajoVisto& uno, const CString& carpeta)
             {"estado", uno.hecho ? CValor(uno.hecho->estado) : CValor()},
             {"segundos", uno.hecho ? CValor(uno.hecho->segundos) : CValor()},
             {"cifras", Cifras(uno)},
-            {"informe", fichero(uno.informe)},
+            {"informe", SiHay(Texto(Desde(EnCarpeta(carpeta, "resumen.json"), uno.informe)))},
             {"nota", Nota(uno)}};
 }
 

@@ -152,20 +152,12 @@ std::string VistaGeneral(const std::vector<CSilueta>& siluetas)
                "Los que sólo "
                "tienen mensajes, en ocre" +
                    std::string(hayCambios ? "; los que sólo cambian, en azul." : "."));
-    svg.Bloque("svg",
-               {{"class", "mapa general"},
-                {"role", "group"},
-                {"aria-label", "Mapa del municipio"},
-                {"viewBox", hoja.Ventana()},
-                {"style", hoja.EstiloLetra()}},
-               [&] {
-                   svg.Linea();
-                   for (const CSilueta& silueta : siluetas)
-                       PonSilueta(svg, hoja, silueta, mayor);
-                   for (const CSilueta& silueta : siluetas)
-                       PonNombre(svg, hoja, silueta);
-                   hoja.PonEscala(svg);
-               });
+    hoja.PonMapa(svg, "mapa general", "Mapa del municipio", "", [&] {
+        for (const CSilueta& silueta : siluetas)
+            PonSilueta(svg, hoja, silueta, mayor);
+        for (const CSilueta& silueta : siluetas)
+            PonNombre(svg, hoja, silueta);
+    });
     return svg.Toma();
 }
 

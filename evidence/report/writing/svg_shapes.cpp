@@ -94,15 +94,23 @@ long long CHojaSvg::Ancho(const CAnillo& anillo)
     return menor == anillo.end() ? 0 : (0LL + mayor->X - menor->X) / kDecimetro;
 }
 
-std::string CHojaSvg::Ventana() const
+void CHojaSvg::PonMapa(CMarcas& svg, const char* clase, const std::string& nombre,
+                       const std::string& estilo, const std::function<void()>& dentro) const
 {
     const long long letra = Letra();
-    return Orden("-", letra, -letra) + Orden(" ", Ancho() + 2 * letra, Alto() + 6 * letra);
-}
-
-std::string CHojaSvg::EstiloLetra() const
-{
-    return "font-size:" + std::to_string(Letra()) + "px;";
+    const std::string ventana =
+        Orden("-", letra, -letra) + Orden(" ", Ancho() + 2 * letra, Alto() + 6 * letra);
+    svg.Bloque("svg",
+               {{"class", clase},
+                {"role", "group"},
+                {"aria-label", nombre},
+                {"viewBox", ventana},
+                {"style", "font-size:" + std::to_string(letra) + "px;" + estilo}},
+               [&] {
+                   svg.Linea();
+                   dentro();
+                   PonEscala(svg);
+               });
 }
 
 void CHojaSvg::PonEscala(CMarcas& svg) const

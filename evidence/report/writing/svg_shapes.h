@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -37,12 +38,14 @@ public:
     std::string Camino(const CAnillo& anillo) const;
     /// How wide a ring is, from left to right.
     static long long Ancho(const CAnillo& anillo);
-    std::string Ventana() const;
-    std::string EstiloLetra() const;
-    /// A bar of a round length, and where north is.
-    void PonEscala(CMarcas& svg) const;
+    /// A whole map: what `dentro` draws, a bar of a round length, and where north is.
+    /// \param nombre  for who can't see it
+    /// \param estilo  what it has beside the size of its letters
+    void PonMapa(CMarcas& svg, const char* clase, const std::string& nombre,
+                 const std::string& estilo, const std::function<void()>& dentro) const;
 
 private:
+    void PonEscala(CMarcas& svg) const;
     long long Ancho() const { return Sitio(m_maximas.Maximo).x + 1; }
     long long Alto() const { return Sitio(m_maximas.Minimo).y + 1; }
 

@@ -175,6 +175,7 @@ protected:
         if (caso.trasInfograf)
             GuardaRegistro();
         Repon();
+        antes = Salidas();
         limpio = caso.corre(carpeta, {});
         salidasLimpias = Salidas();
         EXPECT_TRUE(limpio.hecho) << limpio.quejas;
@@ -244,12 +245,7 @@ protected:
     const CCarpetaPrueba carpeta;
     CResultado limpio;
     std::string salidasLimpias;
-    const std::string antes = [&] {
-        std::string todas;
-        for (const char* salida : caso.salidas)
-            todas += DeAntes(salida);
-        return todas;
-    }();
+    std::string antes;
     int hechos = 0;
     int fallados = 0;
 };
