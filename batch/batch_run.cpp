@@ -101,82 +101,76 @@ public:
                 m_pendientes.push_back(&trabajo);
     }
     /// \param temporal  for what nobody has use for afterwards
-    void HazAqui(const fs::path& programa, std::size_t procesos, const fs::path& temporal);
+    void HazAqui(const fs::path& programa, std::size_t procesos, const fs::path& temporal)
+    {
+        for (std::size_t i = 0; i < std::min(procesos, m_pendientes.size()); ++i)
+            m_puestos.emplace_back(temporal /
+                                   (temporal.filename().string() + "-" + std::to_string(i)));
+        CHijos hijos;
+        try {
+            Atiende(programa, hijos);
+        } catch (...) { // nothing can be written down any more, so nothing is to go on unseen
+            hijos.PideAcabar();
+            while (HayEnMarcha())
+                Recoge(hijos);
+            throw;
+        }
+    }
     const std::vector<const CTrabajo*>& Pendientes() const { return m_pendientes; }
 
 private:
-    void Atiende(const fs::path& programa, CHijos& hijos);
-    void Reparte(const fs::path& programa, CHijos& hijos);
-    bool HayEnMarcha() const;
-    std::optional<std::pair<const CTrabajo&, CHecho>> Recoge(CHijos& hijos);
+    /// Keeps all places at work until nothing is left, or until the process is to end.
+    void Atiende(const fs::path& programa, CHijos& hijos)
+    {
+        CAvance avance(static_cast<int>(m_pendientes.size()));
+        for (bool avisados = false;;) {
+            if (!sistema::HayQueAcabar())
+                Reparte(programa, hijos);
+            else if (!std::exchange(avisados, true))
+                hijos.PideAcabar();
+            if (!HayEnMarcha())
+                return; // and nothing is to be begun any more
+            if (const auto acabado = Recoge(hijos))
+                m_estados.Anota(acabado->first, acabado->second);
+            avance.Cuenta(m_estados.Acabados());
+        }
+    }
+
+    bool HayEnMarcha() const
+    {
+        return std::ranges::any_of(m_puestos,
+                                   [](const CPuesto& puesto) { return !puesto.EstaLibre(); });
+    }
+
+    /// Waits a while for the end of a job, whose place is free then.
+    std::optional<std::pair<const CTrabajo&, CHecho>> Recoge(CHijos& hijos)
+    {
+        const auto fin = hijos.Espera(kUnRato);
+        for (CPuesto& puesto : m_puestos)
+            if (fin && puesto.Es(fin->hijo)) {
+                const CTrabajo& trabajo = puesto.Trabajo();
+                return {{trabajo, puesto.Acaba(fin->estado, m_estados.Dicho(trabajo.numero))}};
+            }
+        return std::nullopt;
+    }
+
+    /// Gives each free place a job.
+    void Reparte(const fs::path& programa, CHijos& hijos)
+    {
+        for (CPuesto& puesto : m_puestos)
+            while (puesto.EstaLibre() && m_siguiente < m_pendientes.size()) {
+                const CTrabajo& trabajo = *m_pendientes[m_siguiente++];
+                const fs::path dicho = m_estados.Dicho(trabajo.numero);
+                if (!puesto.Empieza(trabajo, programa, dicho, hijos))
+                    m_estados.Anota(trabajo, puesto.Acaba(kAlgunFallo, dicho));
+            }
+    }
 
     CEstados& m_estados;
     std::vector<const CTrabajo*> m_pendientes;
     std::list<CPuesto> m_puestos;
     std::size_t m_siguiente = 0;
 };
-
-void CLote::HazAqui(const fs::path& programa, std::size_t procesos, const fs::path& temporal)
-{
-    for (std::size_t i = 0; i < std::min(procesos, m_pendientes.size()); ++i)
-        m_puestos.emplace_back(temporal / (temporal.filename().string() + "-" + std::to_string(i)));
-    CHijos hijos;
-    try {
-        Atiende(programa, hijos);
-    } catch (...) { // nothing can be written down any more, so nothing is to go on unseen
-        hijos.PideAcabar();
-        while (HayEnMarcha())
-            Recoge(hijos);
-        throw;
-    }
-}
-
-/// Keeps all places at work until nothing is left, or until the process is to end.
-void CLote::Atiende(const fs::path& programa, CHijos& hijos)
-{
-    CAvance avance(static_cast<int>(m_pendientes.size()));
-    for (bool avisados = false;;) {
-        if (!sistema::HayQueAcabar())
-            Reparte(programa, hijos);
-        else if (!std::exchange(avisados, true))
-            hijos.PideAcabar();
-        if (!HayEnMarcha())
-            return; // and nothing is to be begun any more
-        if (const auto acabado = Recoge(hijos))
-            m_estados.Anota(acabado->first, acabado->second);
-        avance.Cuenta(m_estados.Acabados());
-    }
-}
-
-bool CLote::HayEnMarcha() const
-{
-    return std::ranges::any_of(m_puestos,
-                               [](const CPuesto& puesto) { return !puesto.EstaLibre(); });
-}
-
-/// Waits a while for the end of a job, whose place is free then.
-std::optional<std::pair<const CTrabajo&, CHecho>> CLote::Recoge(CHijos& hijos)
-{
-    const auto fin = hijos.Espera(kUnRato);
-    for (CPuesto& puesto : m_puestos)
-        if (fin && puesto.Es(fin->hijo)) {
-            const CTrabajo& trabajo = puesto.Trabajo();
-            return {{trabajo, puesto.Acaba(fin->estado, m_estados.Dicho(trabajo.numero))}};
-        }
-    return std::nullopt;
-}
-
-/// Gives each free place a job.
-void CLote::Reparte(const fs::path& programa, CHijos& hijos)
-{
-    for (CPuesto& puesto : m_puestos)
-        while (puesto.EstaLibre() && m_siguiente < m_pendientes.size()) {
-            const CTrabajo& trabajo = *m_pendientes[m_siguiente++];
-            const fs::path dicho = m_estados.Dicho(trabajo.numero);
-            if (!puesto.Empieza(trabajo, programa, dicho, hijos))
-                m_estados.Anota(trabajo, puesto.Acaba(kAlgunFallo, dicho));
-        }
-}
 
 fs::path Programa()
 {
