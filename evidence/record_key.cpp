@@ -1,10 +1,7 @@
 #include "evidence/record_key.h"
 
-#include <string>
-
 #include "cadastre/holder.h"
 #include "cadastre/module_place.h"
-#include "platform/plain_texts.h"
 
 namespace {
 
@@ -18,21 +15,6 @@ std::string Une(std::string_view primera, const char* entre, std::string_view se
 }
 
 } // namespace
-
-CClaveRegistro CClaveRegistro::DeParcela(int polig, int parcela)
-{
-    return {Clase::Parcela, polig, parcela, {}};
-}
-
-CClaveRegistro CClaveRegistro::DePoligono(int polig)
-{
-    return {Clase::Poligono, polig, 0, std::to_string(polig)};
-}
-
-CClaveRegistro CClaveRegistro::DeSubparcela(int polig, int parcela, std::string_view letra)
-{
-    return {Clase::Subparcela, polig, parcela, SinBlancos(letra)};
-}
 
 CClaveRegistro CClaveRegistro::DeTitular(std::string_view nombre, std::string_view dni)
 {
@@ -50,11 +32,6 @@ CClaveRegistro CClaveRegistro::DeTitular(std::string_view nombre, std::string_vi
 CClaveRegistro CClaveRegistro::De(const CTitular& titular)
 {
     return DeTitular(titular.Nombre, titular.DNI);
-}
-
-CClaveRegistro CClaveRegistro::DeParaje(std::string_view nombre)
-{
-    return {Clase::Paraje, 0, 0, SinCola(nombre)};
 }
 
 CClaveRegistro CClaveRegistro::De(const CParaje& paraje)

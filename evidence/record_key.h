@@ -2,10 +2,12 @@
 
 #include <compare>
 #include <cstdint>
+#include <string>
 #include <string_view>
 #include <utility>
 
 #include "platform/cstring.h"
+#include "platform/plain_texts.h"
 
 class CModulo;
 class CParaje;
@@ -14,12 +16,24 @@ class CTitular;
 /// What tells one record from others of its kind, and what a person calls it by.
 class CClaveRegistro {
 public:
-    static CClaveRegistro DeParcela(int polig, int parcela);
-    static CClaveRegistro DePoligono(int polig);
-    static CClaveRegistro DeSubparcela(int polig, int parcela, std::string_view letra);
+    static CClaveRegistro DeParcela(int polig, int parcela)
+    {
+        return {Clase::Parcela, polig, parcela, {}};
+    }
+    static CClaveRegistro DePoligono(int polig)
+    {
+        return {Clase::Poligono, polig, 0, std::to_string(polig)};
+    }
+    static CClaveRegistro DeSubparcela(int polig, int parcela, std::string_view letra)
+    {
+        return {Clase::Subparcela, polig, parcela, SinBlancos(letra)};
+    }
     static CClaveRegistro DeTitular(std::string_view nombre, std::string_view dni);
     static CClaveRegistro De(const CTitular& titular);
-    static CClaveRegistro DeParaje(std::string_view nombre);
+    static CClaveRegistro DeParaje(std::string_view nombre)
+    {
+        return {Clase::Paraje, 0, 0, SinCola(nombre)};
+    }
     static CClaveRegistro De(const CParaje& paraje);
     /// \param denominacion  empty where only class and intensity are known
     static CClaveRegistro DeModulo(std::string_view denominacion, std::string_view cal, int inten);

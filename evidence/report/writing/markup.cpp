@@ -24,7 +24,7 @@ CMarcas& CMarcas::Texto(std::string_view utf8)
     return *this;
 }
 
-void CMarcas::PonMarca(const char* elemento, CAtributos atributos, const char* fin)
+CMarcas& CMarcas::PonMarca(const char* elemento, CAtributos atributos, const char* fin)
 {
     m_texto.append("<").append(elemento);
     for (const CAtributo& atributo : atributos) {
@@ -34,13 +34,7 @@ void CMarcas::PonMarca(const char* elemento, CAtributos atributos, const char* f
         Texto(atributo.valor);
         m_texto += '"';
     }
-    m_texto += fin;
-}
-
-CMarcas& CMarcas::Cierra(const char* elemento)
-{
-    m_texto.append("</").append(elemento).append(">");
-    return *this;
+    return Hecho(fin);
 }
 
 CMarcas& CMarcas::Linea()
@@ -49,30 +43,6 @@ CMarcas& CMarcas::Linea()
     if (m_escribe && m_texto.size() > kPedazo)
         Vuelca();
     return *this;
-}
-
-CMarcas& CMarcas::Suelto(const char* elemento, CAtributos atributos)
-{
-    PonMarca(elemento, atributos, ">");
-    return *this;
-}
-
-CMarcas& CMarcas::Figura(const char* elemento, CAtributos atributos)
-{
-    PonMarca(elemento, atributos, "/>");
-    return *this;
-}
-
-CMarcas& CMarcas::Hecho(std::string_view marcas)
-{
-    m_texto += marcas;
-    return *this;
-}
-
-void CMarcas::Vuelca()
-{
-    m_escribe(m_texto);
-    m_texto.clear();
 }
 
 } // namespace informe

@@ -44,14 +44,14 @@ public:
     CMarcas& Linea();
     CMarcas& Elemento(const char* elemento, CAtributos atributos, std::string_view texto)
     {
-        Abre(elemento, atributos);
+        PonMarca(elemento, atributos, ">");
         Texto(texto);
         return Cierra(elemento);
     }
     /// An element with what `dentro` writes.
     CMarcas& Elemento(const char* elemento, CAtributos atributos, std::invocable auto dentro)
     {
-        Abre(elemento, atributos);
+        PonMarca(elemento, atributos, ">");
         dentro();
         return Cierra(elemento);
     }
@@ -61,19 +61,32 @@ public:
         Elemento(elemento, atributos, contenido).Linea();
     }
     /// An element that never has content: `<br>`.
-    CMarcas& Suelto(const char* elemento, CAtributos atributos = {});
+    CMarcas& Suelto(const char* elemento, CAtributos atributos = {})
+    {
+        return PonMarca(elemento, atributos, ">");
+    }
     /// An element of SVG without content: `<path/>`.
-    CMarcas& Figura(const char* elemento, CAtributos atributos);
+    CMarcas& Figura(const char* elemento, CAtributos atributos)
+    {
+        return PonMarca(elemento, atributos, "/>");
+    }
     /// Markup that is made already: the program's own, or another object's.
-    CMarcas& Hecho(std::string_view marcas);
+    CMarcas& Hecho(std::string_view marcas)
+    {
+        m_texto += marcas;
+        return *this;
+    }
 
-    void Vuelca();
+    void Vuelca()
+    {
+        m_escribe(m_texto);
+        m_texto.clear();
+    }
     std::string Toma() { return std::move(m_texto); }
 
 private:
-    void PonMarca(const char* elemento, CAtributos atributos, const char* fin);
-    void Abre(const char* elemento, CAtributos atributos) { PonMarca(elemento, atributos, ">"); }
-    CMarcas& Cierra(const char* elemento);
+    CMarcas& PonMarca(const char* elemento, CAtributos atributos, const char* fin);
+    CMarcas& Cierra(const char* elemento) { return Hecho("</").Hecho(elemento).Hecho(">"); }
 
     CEscribe m_escribe;
     std::string m_texto;

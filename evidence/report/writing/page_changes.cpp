@@ -186,16 +186,6 @@ void PonParcelas(CMarcas& marcas, const CContraste& contraste, const CAnclas* an
     Callan(marcas, elegidas.size());
 }
 
-void FilaDePersona(CMarcas& marcas, const CContraste& contraste, const CCambioPersona& cambio)
-{
-    Fila(marcas, {},
-         {{NombreDe(cambio.que)},
-          {NombreDe(contraste.antes.estado, cambio.antes)},
-          {NombreDe(contraste.ahora.estado, cambio.ahora)},
-          {Miles(cambio.parcelas), kNumero},
-          {Hectareas(cambio.metros), kNumero}});
-}
-
 void PonPersonas(CMarcas& marcas, const CContraste& contraste)
 {
     const std::vector<CCambioPersona>& personas = contraste.cambios.personas;
@@ -205,7 +195,12 @@ void PonPersonas(CMarcas& marcas, const CContraste& contraste)
     Tabla(marcas, "personas",
           {{"Qué"}, {"Antes"}, {"Ahora"}, {"Parcelas", true}, {"Hectáreas", true}}, [&] {
               for (const CCambioPersona& cambio : Primeros(personas, topes::kFilasCambios))
-                  FilaDePersona(marcas, contraste, cambio);
+                  Fila(marcas, {},
+                       {{NombreDe(cambio.que)},
+                        {NombreDe(contraste.antes.estado, cambio.antes)},
+                        {NombreDe(contraste.ahora.estado, cambio.ahora)},
+                        {Miles(cambio.parcelas), kNumero},
+                        {Hectareas(cambio.metros), kNumero}});
           });
     Callan(marcas, personas.size());
 }

@@ -53,16 +53,6 @@ CSitioHoja CHojaSvg::Sitio(const CPunto<int>& punto) const
     return {decimetros(punto.X, m_maximas.Minimo.X), decimetros(m_maximas.Maximo.Y, punto.Y)};
 }
 
-CSitioHoja CHojaSvg::Dentro(const CSitioHoja& sitio) const
-{
-    return {std::clamp(sitio.x, 0LL, Ancho()), std::clamp(sitio.y, 0LL, Alto())};
-}
-
-long long CHojaSvg::Letra() const
-{
-    return std::max<long long>(std::max(Ancho(), Alto()) / 70, 1);
-}
-
 /// From its second point on a ring is told by steps; those that are too small are passed over.
 std::string CHojaSvg::Camino(const CAnillo& anillo) const
 {

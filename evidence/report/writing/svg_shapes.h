@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <functional>
 #include <string>
 #include <vector>
@@ -30,9 +31,12 @@ public:
     bool Hay() const { return m_maximas.Hay; } ///< there is something to be drawn
     CSitioHoja Sitio(const vexageo::CPunto<int>& punto) const;
     /// The place itself, or the one at the edge nearest to it.
-    CSitioHoja Dentro(const CSitioHoja& sitio) const;
+    CSitioHoja Dentro(const CSitioHoja& sitio) const
+    {
+        return {std::clamp(sitio.x, 0LL, Ancho()), std::clamp(sitio.y, 0LL, Alto())};
+    }
     /// Size of a letter that can be read on a page, which margins and signs go by.
-    long long Letra() const;
+    long long Letra() const { return std::max(std::max(Ancho(), Alto()) / 70, 1LL); }
     /// The way of an outline and its islands, as a path has it.
     std::string Camino(const CRecintoDibujado& recinto) const;
     std::string Camino(const CAnillo& anillo) const;
