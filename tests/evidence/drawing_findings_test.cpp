@@ -27,6 +27,8 @@ protected:
 
     CCarpetaPrueba carpeta;
     CDibujoPrueba dibujo{carpeta};
+    const int marco = dibujo.Cuadrado(0, 0, 10);
+    const int hueco = dibujo.Cuadrado(200, 200, 2);
     CPoligonoDibujado poligono;
 };
 
@@ -47,8 +49,6 @@ std::string Utf8(const CString& texto)
 
 TEST_F(DrawingFindings, FindsNothingInSoundOutlines)
 {
-    const int marco = dibujo.Cuadrado(0, 0, 10);
-    const int hueco = dibujo.Cuadrado(200, 200, 2);
     const int otro = dibujo.Cuadrado(600, 600, 2);
     dibujo.par = {{kParcela, 100, dibujo.Parcela("7", 50, 50), {marco}, {50, 50}},
                   {kIsla, -4, 0, {hueco}},
@@ -65,7 +65,6 @@ TEST_F(DrawingFindings, FindsNothingInSoundOutlines)
 
 TEST_F(DrawingFindings, LooksAtTheBoundary)
 {
-    const int marco = dibujo.Cuadrado(0, 0, 10);
     const int lazo = dibujo.Linea({{0, 0}, {1000, 1000}, {1000, 0}, {0, 1000}, {0, 0}});
     const int espiga =
         dibujo.Linea({{0, 0}, {1000, 0}, {1000, 1000}, {2000, 1000}, {0, 1000}, {0, 0}});
@@ -110,8 +109,6 @@ TEST_F(DrawingFindings, LooksAtTheBoundary)
 
 TEST_F(DrawingFindings, LooksAtTheIslands)
 {
-    const int marco = dibujo.Cuadrado(0, 0, 10);
-    const int hueco = dibujo.Cuadrado(200, 200, 2);
     // The same ring from another corner, the other way round.
     const int alReves = dibujo.Linea({{400, 400}, {400, 200}, {200, 200}, {200, 400}, {400, 400}});
     const int vecino = dibujo.Cuadrado(600, 200, 2);
@@ -134,8 +131,6 @@ TEST_F(DrawingFindings, LooksAtTheIslands)
 
 TEST_F(DrawingFindings, LooksWhereTheLabelStands)
 {
-    const int marco = dibujo.Cuadrado(0, 0, 10);
-    const int hueco = dibujo.Cuadrado(200, 200, 2);
     const struct {
         vexageo::CPunto<int> rotulo;
         vexageo::CPunto<int> centroide;
@@ -162,7 +157,6 @@ TEST_F(DrawingFindings, LooksWhereTheLabelStands)
 
 TEST_F(DrawingFindings, LooksAtTheLabel)
 {
-    const int marco = dibujo.Cuadrado(0, 0, 10);
     const auto parcela = [&](int rotulo) {
         return CDibujoPrueba::CRegistro{kParcela, 100, rotulo, {marco}, {500, 500}};
     };
@@ -194,8 +188,6 @@ TEST_F(DrawingFindings, LooksAtTheLabel)
 
 TEST_F(DrawingFindings, TellsWhoseSurfaceTheIslandsOfAnUnlabelledOutlineTake)
 {
-    const int marco = dibujo.Cuadrado(0, 0, 10);
-    const int hueco = dibujo.Cuadrado(200, 200, 2);
     dibujo.par = {{kParcela, 100, 0, {marco}}, {kIsla, -4, 0, {hueco}}};
     dibujo.sub = dibujo.par;
     EXPECT_EQ(
@@ -238,7 +230,6 @@ TEST_F(DrawingFindings, TellsWhatRepeatedNumbersAndLettersLose)
 /// Of a parcel's label the number alone is read, so what else stands there breaks no line.
 TEST_F(DrawingFindings, FindsWhatPartsTheRowsThatALabelIsWrittenTo)
 {
-    const int marco = dibujo.Cuadrado(0, 0, 10);
     dibujo.par = {{kParcela, 100, dibujo.Parcela("7\t", 500, 500), {marco}, {500, 500}}};
     for (const char* rotulo : {"7-a\tb", "7-a\n", "7-\ra", "7\t-a", "7-a\x01"})
         dibujo.sub.push_back(

@@ -17,13 +17,13 @@ protected:
 
     CCarpetaPrueba carpeta;
     CDibujoPrueba dibujo{carpeta};
+    const int marco = dibujo.Cuadrado(0, 0, 10);
 };
 
 } // namespace
 
 TEST_F(DrawnPolygon, KeepsEveryOutlineAndTellsWhatTheWayBackMakesOfIt)
 {
-    const int marco = dibujo.Cuadrado(0, 0, 10);
     dibujo.par = {
         {kParcela, 100, dibujo.Parcela("7", 500, 500), {marco}},
         {kParcela, 100, 0, {marco}, {1, 2}},
@@ -50,7 +50,6 @@ TEST_F(DrawnPolygon, KeepsEveryOutlineAndTellsWhatTheWayBackMakesOfIt)
 
 TEST_F(DrawnPolygon, AddsIslandsUpAsTheWayBackDoes)
 {
-    const int marco = dibujo.Cuadrado(0, 0, 10);
     const int hueco = dibujo.Cuadrado(200, 200, 2);
     dibujo.par = {{kIsla, -1, 0, {hueco}}, // behind nothing: by itself
                   {kParcela, 100, dibujo.Parcela("7", 100, 100), {marco}},

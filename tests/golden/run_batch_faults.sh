@@ -124,29 +124,30 @@ grep -q "no son resultados" said
   { ls -R own >&2 && fail "files of others went"; }
 mkdir empty && status 1 "$batch" --resultados empty t && status 1 "$batch" --resultados empty t
 
-# Two jobs that write the same files, by whatever names, are none; nor is anything begun.
+# Two jobs that write the same files, by whatever names, are none; nor is anything begun. One that reads a table which
+# another one writes would read the old one or the new one by chance.
 cp -r "$samples/villanueva_dibujos" g
 cp g/poligonos.txt g/otra.txt
-for jobs in 'ida\ta\nida\tb/../a/\tentrada=otra.txt\n' 'vuelta\tg\n\nvuelta\tg\tlista=otra.txt\n' \
-  'ida\ta\nida\tb\tparajes=../a/Parajes.txt\n' 'infograf\tg\ninfograf\t./g\n' \
-  'vuelta\tg\ninfograf\tg\n' 'ida\tg\tentrada=045127.txt\ninfograf\tg\n' \
-  'vuelta\tg\nvuelta\tb\tlista=no_hay\tparcelas=../p\tmodificar=1\nvuelta\tc\tsubparcelas=../p\tmodificar=1\n'; do
+declare -A says=([written]='línea [23]: escribe .*, como el trabajo de la línea [12]'
+  [read]='línea [12]: lee .*, que escribe el trabajo de la línea [12]; han de ir en tablas')
+while IFS='|' read -r kind jobs; do
   printf "$jobs" > t
   rm -rf t.resultados
   status 2 "$batch" t
-  grep -q "t, línea [23]: escribe .*, como el trabajo de la línea [12]" said || { cat said >&2 && fail "$jobs"; }
+  grep -q "t, ${says[$kind]}" said || { cat said >&2 && fail "$jobs"; }
   [ ! -e t.resultados ] || fail "results of a table that is none"
-done
-# One that reads a table which another one writes would read the old one or the new one by chance.
-for jobs in 'ida\ta\nvuelta\ta\n' 'vuelta\tg\tparajes=../b/Parajes.txt\nida\tb\n' \
-  'vuelta\tg\tmodificar=1\nvuelta\tb\tsubparcelas=../g/./Subparcelas.txt\n'; do
-  printf "$jobs" > t
-  rm -rf t.resultados
-  status 2 "$batch" t
-  grep -q "t, línea [12]: lee .*, que escribe el trabajo de la línea [12]; han de ir en tablas" said ||
-    { cat said >&2 && fail "$jobs"; }
-  [ ! -e t.resultados ] || fail "results of a table that is none"
-done
+done << 'END'
+written|ida\ta\nida\tb/../a/\tentrada=otra.txt\n
+written|vuelta\tg\n\nvuelta\tg\tlista=otra.txt\n
+written|ida\ta\nida\tb\tparajes=../a/Parajes.txt\n
+written|infograf\tg\ninfograf\t./g\n
+written|vuelta\tg\ninfograf\tg\n
+written|ida\tg\tentrada=045127.txt\ninfograf\tg\n
+written|vuelta\tg\nvuelta\tb\tlista=no_hay\tparcelas=../p\tmodificar=1\nvuelta\tc\tsubparcelas=../p\tmodificar=1\n
+read|ida\ta\nvuelta\ta\n
+read|vuelta\tg\tparajes=../b/Parajes.txt\nida\tb\n
+read|vuelta\tg\tmodificar=1\nvuelta\tb\tsubparcelas=../g/./Subparcelas.txt\n
+END
 printf 'ida\ta\nvuelta\tg\nida\ta\tentrada=x\tparcelas=1\tsubparcelas=2\tparajes=3\tmodulos=4\ttitulares=5\tcotitulares=6\n' > t
 status 1 "$batch" t
 

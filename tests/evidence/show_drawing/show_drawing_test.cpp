@@ -45,6 +45,7 @@ protected:
 
     CCarpetaPrueba carpeta;
     CDibujoPrueba dibujo{carpeta};
+    const int marco = dibujo.Cuadrado(0, 0, 10);
     std::string salida;
     std::string quejas;
 };
@@ -53,7 +54,6 @@ protected:
 
 TEST_F(ShowDrawing, PrintsSoundFilesWithoutFault)
 {
-    const int marco = dibujo.Cuadrado(0, 0, 10);
     dibujo.par = {{kParcela, 100, dibujo.Parcela("7", 500, 500), {marco}, {500, 500}, 3}};
     dibujo.Graba();
     EXPECT_EQ(Muestra("1.PAR"), EXIT_SUCCESS);
@@ -67,7 +67,6 @@ TEST_F(ShowDrawing, PrintsSoundFilesWithoutFault)
 
 TEST_F(ShowDrawing, TellsAFaultBelowWhatHasIt)
 {
-    const int marco = dibujo.Cuadrado(0, 0, 10);
     const int hueco = dibujo.Cuadrado(200, 200, 2);
     dibujo.par = {{kParcela, 100, dibujo.Parcela("7", 300, 300), {marco}, {300, 300}, 1},
                   {kIsla, -4, 0, {hueco}, {}, 2},
@@ -88,7 +87,6 @@ TEST_F(ShowDrawing, TellsAFaultBelowWhatHasIt)
 
 TEST_F(ShowDrawing, TellsAnIslandOfTheListThatStandsBehindTheRecordToo)
 {
-    const int marco = dibujo.Cuadrado(0, 0, 10);
     const int hueco = dibujo.Cuadrado(200, 200, 2);
     const int rotulo = dibujo.Parcela("7", 50, 50);
     dibujo.Graba();
@@ -118,7 +116,6 @@ TEST_F(ShowDrawing, TellsAnIslandOfTheListThatStandsBehindTheRecordToo)
 
 TEST_F(ShowDrawing, KnowsTheParcelsOfSubparcels)
 {
-    const int marco = dibujo.Cuadrado(0, 0, 10);
     dibujo.par = {{kParcela, 100, dibujo.Parcela("7", 500, 500), {marco}, {500, 500}}};
     dibujo.sub = {{kParcela, 100, dibujo.Subparcela("a", 400, 400), {marco}, {400, 400}},
                   {kParcela, 100, dibujo.Subparcela("a", 600, 600), {marco}, {600, 600}}};
@@ -134,7 +131,6 @@ TEST_F(ShowDrawing, KnowsTheParcelsOfSubparcels)
 
 TEST_F(ShowDrawing, LooksAtSheetsAndPolygonsByTheirOwnRules)
 {
-    const int marco = dibujo.Cuadrado(0, 0, 10);
     dibujo.pol = {{kParcela, 100, dibujo.Rotulo("x", "uno", 0, 0), {marco}}};
     dibujo.Graba();
     std::filesystem::copy(carpeta.Ruta() / "1.POL", carpeta.Ruta() / "1.TOP");
@@ -146,7 +142,6 @@ TEST_F(ShowDrawing, LooksAtSheetsAndPolygonsByTheirOwnRules)
 
 TEST_F(ShowDrawing, ShowsControlCharactersOfALabel)
 {
-    const int marco = dibujo.Cuadrado(0, 0, 10);
     const int hoja = dibujo.Rotulo("x", "06\t29\r\n\x1F", 500, 500);
     dibujo.pol = {{kParcela, 100, hoja, {marco}, {500, 500}}};
     dibujo.Graba();
@@ -161,7 +156,6 @@ TEST_F(ShowDrawing, ShowsControlCharactersOfALabel)
 
 TEST_F(ShowDrawing, GoesOnBehindDamage)
 {
-    const int marco = dibujo.Cuadrado(0, 0, 10);
     dibujo.par = {{kParcela, 100, dibujo.Parcela("7", 500, 500), {marco}, {500, 500}}};
     dibujo.Graba();
     const std::string entero = carpeta.Lee("1.PAR");
@@ -196,7 +190,6 @@ TEST_F(ShowDrawing, GoesOnBehindDamage)
 
 TEST_F(ShowDrawing, TellsDecimalsThatNobodyReads)
 {
-    dibujo.Cuadrado(0, 0, 10);
     dibujo.Graba();
     std::string bin = carpeta.Lee("1.BIN");
     constexpr std::size_t kDecimales = 5;
