@@ -15,6 +15,23 @@ int Procesos(const std::string& texto)
     return valor;
 }
 
+/// What stands behind the option at `i`, which goes on to it.
+const std::string& Valor(std::span<const std::string> argumentos, std::size_t& i)
+{
+    if (++i == argumentos.size())
+        throw CLineaMala(Formatea(textos::kFaltaValor, argumentos[i - 1]));
+    return argumentos[i];
+}
+
+/// The same of one that is a name.
+const std::string& Nombre(std::span<const std::string> argumentos, std::size_t& i)
+{
+    const std::string& nombre = Valor(argumentos, i);
+    if (nombre.empty() || nombre.starts_with('-')) // or it is the next option
+        throw CLineaMala(Formatea(textos::kFaltaValor, argumentos[i - 1]));
+    return nombre;
+}
+
 } // namespace
 
 COpciones LeeOpciones(std::span<const std::string> argumentos)
@@ -22,28 +39,17 @@ COpciones LeeOpciones(std::span<const std::string> argumentos)
     COpciones opciones;
     for (std::size_t i = 0; i < argumentos.size(); ++i) {
         const std::string& argumento = argumentos[i];
-        const auto valor = [&]() -> const std::string& {
-            if (++i == argumentos.size())
-                throw CLineaMala(Formatea(textos::kFaltaValor, argumento));
-            return argumentos[i];
-        };
-        const auto nombre = [&]() -> const std::string& {
-            const std::string& suyo = valor();
-            if (suyo.empty() || suyo.starts_with('-')) // or it is the next option
-                throw CLineaMala(Formatea(textos::kFaltaValor, argumento));
-            return suyo;
-        };
         const bool ayuda = argumento == "--help" || argumento == "-h";
         if (ayuda || argumento == "--version") {
             opciones.pide = ayuda ? COpciones::Pide::Ayuda : COpciones::Pide::Version;
             return opciones;
         }
         if (argumento == "-j" || argumento == "--procesos")
-            opciones.procesos = Procesos(valor());
+            opciones.procesos = Procesos(Valor(argumentos, i));
         else if (argumento == "--sshlogin")
-            opciones.maquinas = nombre();
+            opciones.maquinas = Nombre(argumentos, i);
         else if (argumento == "--resultados")
-            opciones.resultados = nombre();
+            opciones.resultados = Nombre(argumentos, i);
         else if (argumento == "--reanuda")
             opciones.reanuda = true;
         else if (argumento == "--resumen")
