@@ -58,20 +58,20 @@ void Parcelas(CMarcas& marcas, const CContenido& contenido, const CAsunto& asunt
 {
     if (asunto.parcelas.empty())
         return;
-    const std::size_t dichas = std::min(asunto.parcelas.size(), topes::kParcelasDeAsunto);
+    const auto dichas = Primeros(asunto.parcelas, topes::kParcelasDeAsunto);
     marcas.Elemento("ul", {{"class", "piezas"}}, [&] {
-        for (std::size_t i = 0; i < dichas; ++i) {
-            const auto& [numeros, metros] = asunto.parcelas[i];
-            const auto& [polig, parcela] = numeros;
-            marcas.Elemento("li", {}, [&, polig = polig, parcela = parcela, metros = metros] {
+        for (const auto& una : dichas) {
+            marcas.Elemento("li", {}, [&] {
+                const auto& [polig, parcela] = una.first;
                 Enlace(marcas, contenido.anclas.AParcela(polig, parcela),
                        std::to_string(polig) + "-" + std::to_string(parcela));
-                marcas.Texto(" ").Texto(Superficie(metros));
+                marcas.Texto(" ").Texto(Superficie(una.second));
             });
             marcas.Texto(" ");
         }
-        if (dichas < asunto.parcelas.size())
-            marcas.Elemento("li", {}, "y " + Miles(asunto.parcelas.size() - dichas) + " más");
+        if (dichas.size() < asunto.parcelas.size())
+            marcas.Elemento("li", {},
+                            "y " + Miles(asunto.parcelas.size() - dichas.size()) + " más");
     });
 }
 
