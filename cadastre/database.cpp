@@ -7,6 +7,16 @@ int Codigo(const CMunicipio& municipio)
     return municipio.Mun;
 }
 
+/// The sum of what `cuantos` counts in each municipality.
+template <class F>
+int Total(const std::vector<CMunicipio>& municipios, F cuantos)
+{
+    std::size_t suma = 0;
+    for (const CMunicipio& municipio : municipios)
+        suma += static_cast<std::size_t>(cuantos(municipio));
+    return static_cast<int>(suma);
+}
+
 } // namespace
 
 int CBaseCatastro::BuscaMunicipio(short mun) const
@@ -32,26 +42,17 @@ int CBaseCatastro::RegistraMunicipio(short mun)
 
 int CBaseCatastro::NumTitulares() const
 {
-    std::size_t suma = 0;
-    for (const CMunicipio& municipio : m_municipios)
-        suma += municipio.Titulares().size();
-    return static_cast<int>(suma);
+    return Total(m_municipios, [](const CMunicipio& m) { return m.Titulares().size(); });
 }
 
 int CBaseCatastro::NumParcelas() const
 {
-    std::size_t suma = 0;
-    for (const CMunicipio& municipio : m_municipios)
-        suma += municipio.Parcelas().size();
-    return static_cast<int>(suma);
+    return Total(m_municipios, [](const CMunicipio& m) { return m.NumParcelas(); });
 }
 
 int CBaseCatastro::ParcelasFaltasDeTitular() const
 {
-    int suma = 0;
-    for (const CMunicipio& municipio : m_municipios)
-        suma += municipio.ParcelasFaltasDeTitular();
-    return suma;
+    return Total(m_municipios, [](const CMunicipio& m) { return m.ParcelasFaltasDeTitular(); });
 }
 
 void CBaseCatastro::ReparteParticipaciones()

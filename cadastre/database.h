@@ -41,13 +41,13 @@ public:
     // The sorts. Elements with equal keys keep their order, and the positions by which records
     // point to one another are rewritten. Before anything is written all are called in this order:
     // the later ones sort by the new positions. `Ordena` does so.
-    void OrdenaMunicipios();  ///< by code
-    void OrdenaTitulares();   ///< by number; this and those below within each municipality
-    void OrdenaParajes();     ///< by name
-    void OrdenaParcelas();    ///< by zone, polygon, parcel
-    void OrdenaSubparcelas(); ///< within each parcel, by letter
-    void OrdenaModulos();     ///< by denomination
-    void OrdenaCotitulares(); ///< within each parcel
+    void OrdenaMunicipios(); ///< by code; those below within each municipality (see CMunicipio)
+    void OrdenaTitulares() { EnCadaMunicipio(&CMunicipio::OrdenaTitulares); }
+    void OrdenaParajes() { EnCadaMunicipio(&CMunicipio::OrdenaParajes); }
+    void OrdenaParcelas() { EnCadaMunicipio(&CMunicipio::OrdenaParcelas); }
+    void OrdenaSubparcelas() { EnCadaMunicipio(&CMunicipio::OrdenaSubparcelas); }
+    void OrdenaModulos() { EnCadaMunicipio(&CMunicipio::OrdenaModulos); }
+    void OrdenaCotitulares() { EnCadaMunicipio(&CMunicipio::OrdenaCotitulares); }
     void Ordena();
 
     // The writers of whole files: with `fijo` the records of the written layout, else the rows of a

@@ -24,36 +24,6 @@ void CBaseCatastro::EnCadaMunicipio(void (CMunicipio::*ordena)())
         (municipio.*ordena)();
 }
 
-void CBaseCatastro::OrdenaTitulares()
-{
-    EnCadaMunicipio(&CMunicipio::OrdenaTitulares);
-}
-
-void CBaseCatastro::OrdenaParajes()
-{
-    EnCadaMunicipio(&CMunicipio::OrdenaParajes);
-}
-
-void CBaseCatastro::OrdenaParcelas()
-{
-    EnCadaMunicipio(&CMunicipio::OrdenaParcelas);
-}
-
-void CBaseCatastro::OrdenaSubparcelas()
-{
-    EnCadaMunicipio(&CMunicipio::OrdenaSubparcelas);
-}
-
-void CBaseCatastro::OrdenaModulos()
-{
-    EnCadaMunicipio(&CMunicipio::OrdenaModulos);
-}
-
-void CBaseCatastro::OrdenaCotitulares()
-{
-    EnCadaMunicipio(&CMunicipio::OrdenaCotitulares);
-}
-
 void CBaseCatastro::Ordena()
 {
     OrdenaMunicipios();
