@@ -258,3 +258,15 @@ void GrabaLinea(CStdioFile& fichero, const R& registro, const CDatosLinea& datos
             fichero.AnotaDesborde();
     fichero.AcabaLinea(fin);
 }
+
+/// Writes the record of the written layout with `fijo`, else the table row. Raises CFileException.
+template <const auto& Tabla, int Ancho = kAnchoRegistro, class R>
+void GrabaRegistro(CStdioFile& fichero, const R& registro, const CDatosLinea& datos, bool fijo)
+{
+    static constexpr auto kRegistro = RegistroFijo(Tabla, Ancho);
+    static constexpr auto kFila = FilaTabla(Tabla);
+    if (fijo)
+        GrabaLinea<kRegistro>(fichero, registro, datos);
+    else
+        GrabaLinea<kFila>(fichero, registro, datos);
+}

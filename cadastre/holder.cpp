@@ -8,9 +8,6 @@
 
 namespace {
 
-constexpr auto kRegistroTitular = RegistroFijo(kColumnasTitular, kAnchoRegistro);
-constexpr auto kFilaTitular = FilaTabla(kColumnasTitular);
-
 constexpr struct {
     std::string_view palabra;
     const char* sig;
@@ -67,10 +64,7 @@ bool CTitular::Lee(std::string_view linea, int modo)
 void CTitular::Graba(CStdioFile& fichero, short ger, short mun, short emenor, bool fijo) const
 {
     const CDatosLinea datos(ger, mun, emenor);
-    if (fijo)
-        GrabaLinea<kRegistroTitular>(fichero, *this, datos);
-    else
-        GrabaLinea<kFilaTitular>(fichero, *this, datos);
+    GrabaRegistro<kColumnasTitular>(fichero, *this, datos, fijo);
 }
 
 int CTitular::InsertaPropiedad(int parcela, int partici, const CString& Tit)

@@ -5,15 +5,6 @@
 #include "cadastre/module_place_columns.h"
 #include "cadastre/wrapping.h"
 
-namespace {
-
-constexpr auto kRegistroModulo = RegistroFijo(kColumnasModulo, kAnchoModulo);
-constexpr auto kFilaModulo = FilaTabla(kColumnasModulo);
-constexpr auto kRegistroParaje = RegistroFijo(kColumnasParaje, kAnchoRegistro);
-constexpr auto kFilaParaje = FilaTabla(kColumnasParaje);
-
-} // namespace
-
 bool CModulo::Lee(std::string_view linea, int modo, CDatosLinea& datos)
 {
     if (modo == kModoTabla) {
@@ -37,10 +28,7 @@ void CModulo::Graba(CStdioFile& fichero, short ger, short mun, short emenor, boo
 {
     CDatosLinea datos(ger, mun, emenor);
     datos.jornadas = Jornadas * 0.01;
-    if (fijo)
-        GrabaLinea<kRegistroModulo>(fichero, *this, datos);
-    else
-        GrabaLinea<kFilaModulo>(fichero, *this, datos);
+    GrabaRegistro<kColumnasModulo, kAnchoModulo>(fichero, *this, datos, fijo);
 }
 
 bool CParaje::Lee(std::string_view linea, int modo, CDatosLinea& datos)
@@ -65,8 +53,5 @@ bool CParaje::Lee(std::string_view linea)
 void CParaje::Graba(CStdioFile& fichero, short ger, short mun, short emenor, bool fijo) const
 {
     const CDatosLinea datos(ger, mun, emenor);
-    if (fijo)
-        GrabaLinea<kRegistroParaje>(fichero, *this, datos);
-    else
-        GrabaLinea<kFilaParaje>(fichero, *this, datos);
+    GrabaRegistro<kColumnasParaje>(fichero, *this, datos, fijo);
 }

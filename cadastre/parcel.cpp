@@ -13,9 +13,6 @@
 
 namespace {
 
-constexpr auto kRegistroParcela = RegistroFijo(kColumnasParcela, kAnchoRegistro);
-constexpr auto kFilaParcela = FilaTabla(kColumnasParcela);
-
 /// Link groups of the PR record. It counts by tens, while a CT record carries nine links.
 int GruposVinculos(int vinculos)
 {
@@ -82,10 +79,7 @@ void CParcela::Graba(CStdioFile& fichero, short ger, short mun, short emenor,
     datos.gruposVinculos = GruposVinculos(datos.numVinculos);
     datos.numParaje = paraje >= 0 ? parajes[static_cast<std::size_t>(paraje)].NumOrden : 0;
     datos.PonSuperficie(Superficie);
-    if (fijo)
-        GrabaLinea<kRegistroParcela>(fichero, *this, datos);
-    else
-        GrabaLinea<kFilaParcela>(fichero, *this, datos);
+    GrabaRegistro<kColumnasParcela>(fichero, *this, datos, fijo);
 }
 
 int CParcela::BuscaSubparcela(const CString& letra, int desde) const

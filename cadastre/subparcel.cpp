@@ -7,9 +7,6 @@
 
 namespace {
 
-constexpr auto kRegistroSubparcela = RegistroFijo(kColumnasSubparcela, kAnchoRegistro);
-constexpr auto kFilaSubparcela = FilaTabla(kColumnasSubparcela);
-
 /// The read layout carries land and construction in two kinds of line.
 void LeeCatastro(const CLineaFija& linea, CSubparcela& subparcela, CDatosLinea& datos)
 {
@@ -59,8 +56,5 @@ void CSubparcela::Graba(CStdioFile& fichero, short ger, short mun, short emenor,
     datos.Polig = polig;
     datos.Parcela = parcela;
     datos.PonSuperficie(superfic);
-    if (fijo)
-        GrabaLinea<kRegistroSubparcela>(fichero, *this, datos);
-    else
-        GrabaLinea<kFilaSubparcela>(fichero, *this, datos);
+    GrabaRegistro<kColumnasSubparcela>(fichero, *this, datos, fijo);
 }
