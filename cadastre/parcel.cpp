@@ -1,9 +1,6 @@
 #include "cadastre/parcel.h"
 
 #include <algorithm>
-#include <array>
-#include <set>
-#include <span>
 #include <unordered_map>
 
 #include "cadastre/column_reader.h"
@@ -18,27 +15,6 @@ int GruposVinculos(int vinculos)
 {
     return vinculos < 2 ? 0 : (vinculos - 1) / 10 + 1;
 }
-
-/// A set of letters. The few that a parcel has as a rule need no memory of their own.
-class CLetrasVistas {
-public:
-    /// False if the letter was there.
-    bool Añade(std::string_view letra)
-    {
-        const std::span vistas(m_pocas.data(), m_cuantas);
-        if (std::find(vistas.begin(), vistas.end(), letra) != vistas.end())
-            return false;
-        if (m_cuantas == m_pocas.size())
-            return m_otras.insert(letra).second;
-        m_pocas[m_cuantas++] = letra;
-        return true;
-    }
-
-private:
-    std::array<std::string_view, 12> m_pocas;
-    std::size_t m_cuantas = 0;
-    std::set<std::string_view> m_otras;
-};
 
 } // namespace
 
@@ -141,12 +117,15 @@ void CParcela::SumaSuperficies(int& superficie, int& suma) const
 {
     superficie = Superficie;
     suma = 0;
-    CLetrasVistas contadas;
-    for (const CSubparcela& sub : m_subparcelas) {
-        if (!sub.salvar)
-            continue;
-        const bool nueva = contadas.Añade(sub.letra);
-        if (nueva || sub.tipo == kTipoAbstracta)
+    const auto primeraSalvada = [this](const CString& letra) {
+        int i = BuscaSubparcela(letra, 0);
+        while (!m_subparcelas[static_cast<std::size_t>(i)].salvar)
+            i = BuscaSubparcela(letra, i + 1);
+        return i;
+    };
+    for (int i = 0; const CSubparcela& sub : m_subparcelas) {
+        if (sub.salvar && (sub.tipo == kTipoAbstracta || primeraSalvada(sub.letra) == i))
             suma = Suma(suma, sub.superfic);
+        ++i;
     }
 }
