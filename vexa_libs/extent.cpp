@@ -63,6 +63,14 @@ CCaja CCaja::De(const std::vector<CPunto<int>>& puntos, const CMarco& marco)
     return Encierra(puntos, [&marco](const CPunto<int>& punto) { return marco.Mide(punto); });
 }
 
+CCaja CCaja::De(const std::vector<CCaja>& cajas)
+{
+    CCaja todas = cajas.front();
+    for (const CCaja& caja : cajas)
+        todas.Junta(caja);
+    return todas;
+}
+
 CCaja CCaja::Gira(const CMarco& de, const CMarco& a) const
 {
     if (de == a)

@@ -64,6 +64,8 @@ struct CCaja {
 
     /// \param puntos  one at least
     static CCaja De(const std::vector<CPunto<int>>& puntos, const CMarco& marco);
+    /// What holds all of some boxes of one frame, one at least.
+    static CCaja De(const std::vector<CCaja>& cajas);
 
     bool Tiene(const CMedidas& medidas) const
     {

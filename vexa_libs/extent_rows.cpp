@@ -14,9 +14,7 @@ std::size_t CCajasJuntas::SitioEnFila(std::size_t i)
 
 CCajasJuntas::CCajasJuntas(const std::vector<CCaja>& cajas)
 {
-    CCaja todas = cajas.front();
-    for (const CCaja& caja : cajas)
-        todas.Junta(caja);
+    const CCaja todas = CCaja::De(cajas);
     m_origen = todas.minimo;
     std::copy(cajas.begin(), cajas.end(), m_cajas.begin());
     for (std::size_t k = 0; k < m_origen.size(); ++k) {

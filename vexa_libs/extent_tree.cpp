@@ -8,14 +8,6 @@
 namespace vexageo {
 namespace {
 
-CCaja Suma(const std::vector<CCaja>& cajas)
-{
-    CCaja suma = cajas.front();
-    for (const CCaja& caja : cajas)
-        suma.Junta(caja);
-    return suma;
-}
-
 double Areas(const std::vector<CCaja>& cajas)
 {
     double areas = 0;
@@ -147,7 +139,7 @@ void CArbolCajas::PonGiro(const F& fuente, std::vector<CCaja>& cajas, CRama& ram
     const std::optional<CMarco> marco = rama.rumbo.Marco();
     if (!marco || gira(*marco) > kMasCeñidas * rectas)
         gira(CMarco::Diagonal());
-    rama.girada = Suma(cajas);
+    rama.girada = CCaja::De(cajas);
     nodo.giro = std::make_unique<const CGiro>(rama.marco, cajas);
 }
 
@@ -168,7 +160,7 @@ CArbolCajas::CRama CArbolCajas::PonNodo(const F& fuente, const std::vector<CCaja
                        [&](const CVia& via) { return rectas[via.posicion - fuente.Primera()]; });
     };
     tomaCajas();
-    const CCaja suma = Suma(cajas);
+    const CCaja suma = CCaja::De(cajas);
     const bool enMuchas = Areas(cajas) > kMuchas * suma.Area();
     if (enMuchas) {
         std::sort(vias.begin(), vias.end());

@@ -64,11 +64,6 @@ struct CAnilloConsultado::CVisita {
     std::size_t aristas; // of a chain of the level at work
 };
 
-bool CAnilloConsultado::CCadena::Abarca(const CPunto<int>& punto) const
-{
-    return minX <= punto.X && punto.X <= maxX && minY <= punto.Y && punto.Y <= maxY;
-}
-
 const CPunto<int>& CAnilloConsultado::Esquina(std::size_t arista) const
 {
     return arista == 0 ? m_anillo->back() : (*m_anillo)[arista - 1];
@@ -89,33 +84,25 @@ Lugar CAnilloConsultado::Situa(const CPunto<int>& punto) const
 
 CAnilloConsultado::CNiveles CAnilloConsultado::Construye() const
 {
-    CNiveles niveles;
-    std::vector<CCadena> nivel;
     const auto cadenas = [](std::size_t debajo) { return (debajo - 1) / kPorCadena + 1; };
-    nivel.reserve(cadenas(m_anillo->size()));
-    for (std::size_t i = 0; i < m_anillo->size(); i += kPorCadena) {
-        const CPunto<int>& a = Esquina(i);
-        CCadena& cadena = nivel.emplace_back(CCadena{a.X, a.Y, a.X, a.Y});
-        for (std::size_t k = i; k < std::min(i + kPorCadena, m_anillo->size()); ++k) {
-            const CPunto<int>& b = (*m_anillo)[k];
-            cadena = {std::min(cadena.minX, b.X), std::min(cadena.minY, b.Y),
-                      std::max(cadena.maxX, b.X), std::max(cadena.maxY, b.Y)};
-        }
+    const auto caja = [](const CPunto<int>& p) { return CCaja{{p.X, p.Y}, {p.X, p.Y}}; };
+    CNiveles niveles(1);
+    std::vector<CCaja>& primero = niveles.back();
+    primero.reserve(cadenas(m_anillo->size()));
+    for (std::size_t i = 0; i < m_anillo->size(); ++i) {
+        if (i % kPorCadena == 0)
+            primero.push_back(caja(Esquina(i)));
+        primero.back().Junta(caja((*m_anillo)[i]));
     }
-    niveles.push_back(std::move(nivel));
     while (niveles.back().size() > 1) {
-        const std::vector<CCadena>& debajo = niveles.back();
-        std::vector<CCadena> encima;
+        const std::vector<CCaja>& debajo = niveles.back();
+        std::vector<CCaja> encima;
         encima.reserve(cadenas(debajo.size()));
         for (std::size_t i = 0; i < debajo.size(); ++i) {
-            const CCadena& c = debajo[i];
-            if (i % kPorCadena == 0) {
-                encima.push_back(c);
-                continue;
-            }
-            CCadena& suma = encima.back();
-            suma = {std::min(suma.minX, c.minX), std::min(suma.minY, c.minY),
-                    std::max(suma.maxX, c.maxX), std::max(suma.maxY, c.maxY)};
+            if (i % kPorCadena == 0)
+                encima.push_back(debajo[i]);
+            else
+                encima.back().Junta(debajo[i]);
         }
         niveles.push_back(std::move(encima));
     }
@@ -124,13 +111,13 @@ CAnilloConsultado::CNiveles CAnilloConsultado::Construye() const
 
 void CAnilloConsultado::Mira(CVisita& visita, std::size_t nivel, std::size_t i) const
 {
-    const CCadena& cadena = (*m_niveles)[nivel][i];
+    const CCaja& cadena = (*m_niveles)[nivel][i];
     const CPunto<int>& punto = visita.cuenta.punto;
     const std::size_t desde = i * visita.aristas;
     const std::size_t hasta = std::min(desde + visita.aristas, m_anillo->size());
-    if (punto.X < cadena.minX)
+    if (punto.X < cadena.minimo[0])
         return visita.cuenta.CadenaALaDerecha(Esquina(desde), Esquina(hasta));
-    if (!cadena.Abarca(punto))
+    if (!cadena.Tiene({punto.X, punto.Y}))
         return;
     if (nivel == 0) {
         for (std::size_t k = desde; k < hasta; ++k)

@@ -3,6 +3,7 @@
 #include <memory>
 #include <vector>
 
+#include "vexa_libs/extent.h"
 #include "vexa_libs/point.h"
 
 // Exact geometry of closed rings in whole coordinates of 32 bits. A ring that isn't closed is
@@ -29,11 +30,7 @@ public:
     const std::vector<CPunto<int>>& Anillo() const { return *m_anillo; }
 
 private:
-    struct CCadena {
-        int minX, minY, maxX, maxY;
-        bool Abarca(const CPunto<int>& punto) const;
-    };
-    using CNiveles = std::vector<std::vector<CCadena>>; // the shortest chains first, the ring last
+    using CNiveles = std::vector<std::vector<CCaja>>; // the shortest chains first, the ring last
     struct CVisita;
 
     const CPunto<int>& Esquina(std::size_t arista) const; ///< where an edge begins
