@@ -16,33 +16,35 @@ public:
     explicit CDibujoVexa(const CDataSemilla* semilla = nullptr) : m_semilla(semilla) {}
     CDibujoVexa(const CDibujoVexa& otro);
     CDibujoVexa(CDibujoVexa&& otro) noexcept; ///< leaves the other one empty
-    CDibujoVexa& operator=(const CDibujoVexa& otro);
-    CDibujoVexa& operator=(CDibujoVexa&& otro) noexcept;
+    CDibujoVexa& operator=(CDibujoVexa otro) noexcept;
     ~CDibujoVexa() = default;
 
     /// Keeps a copy of the entity, behind those that are there. The copy keeps its address as long
     /// as the drawing has it. Gives true.
     bool Inserta(const CEntidadVexa<int>& entidad);
     /// The entity at a valid position, from 0.
-    CEntidadVexa<int>* operator[](unsigned i) { return m_entidades[i].get(); }
-    const CEntidadVexa<int>* operator[](unsigned i) const { return m_entidades[i].get(); }
+    CEntidadVexa<int>* operator[](unsigned i) { return m_contenido.entidades[i].get(); }
+    const CEntidadVexa<int>* operator[](unsigned i) const { return m_contenido.entidades[i].get(); }
 
     /// The line or the text at that place; what stands there must be one.
     const CLinea<int>& Linea(unsigned i) const
     {
-        return static_cast<const CLinea<int>&>(*m_entidades[i]);
+        return static_cast<const CLinea<int>&>(*m_contenido.entidades[i]);
     }
     const CTexto<int>& Texto(unsigned i) const
     {
-        return static_cast<const CTexto<int>&>(*m_entidades[i]);
+        return static_cast<const CTexto<int>&>(*m_contenido.entidades[i]);
     }
 
-    unsigned CantidadLineas() const { return m_lineas; }
-    unsigned CantidadTextos() const { return m_textos; }
-    unsigned CantidadPuntos() const { return m_puntos; }
-    unsigned CantidadBorrados() const { return m_borrados; }
-    unsigned Cantidad() const { return static_cast<unsigned>(m_entidades.size()); }
-    std::uint64_t CantidadVertices() const { return m_vertices; } ///< points of all entities
+    unsigned CantidadLineas() const { return m_contenido.lineas; }
+    unsigned CantidadTextos() const { return m_contenido.textos; }
+    unsigned CantidadPuntos() const { return m_contenido.puntos; }
+    unsigned CantidadBorrados() const { return m_contenido.borrados; }
+    unsigned Cantidad() const { return static_cast<unsigned>(m_contenido.entidades.size()); }
+    std::uint64_t CantidadVertices() const
+    {
+        return m_contenido.vertices;
+    } ///< points of all entities
 
     void SinMensajes() { m_mensajes = false; }
     void ConMensajes() { m_mensajes = true; }
@@ -52,21 +54,24 @@ public:
     {
         return m_semilla != nullptr ? m_semilla->Precision() : CDataSemilla().Precision();
     }
-    const CMaximas<int>& GetMaximasInt() const { return m_maximas; }
+    const CMaximas<int>& GetMaximasInt() const { return m_contenido.maximas; }
     CMaximas<double> GetMaximasDouble() const; ///< in metres
 
 private:
-    void Intercambia(CDibujoVexa& otro) noexcept;
+    /// What was put in.
+    struct CContenido {
+        unsigned lineas = 0;
+        unsigned textos = 0;
+        unsigned puntos = 0;
+        unsigned borrados = 0;
+        std::uint64_t vertices = 0;
+        CMaximas<int> maximas;
+        std::vector<std::unique_ptr<CEntidadVexa<int>>> entidades;
+    };
 
-    unsigned m_lineas = 0;
-    unsigned m_textos = 0;
-    unsigned m_puntos = 0;
-    unsigned m_borrados = 0;
-    std::uint64_t m_vertices = 0;
-    bool m_mensajes = true;
     const CDataSemilla* m_semilla;
-    CMaximas<int> m_maximas;
-    std::vector<std::unique_ptr<CEntidadVexa<int>>> m_entidades;
+    bool m_mensajes = true;
+    CContenido m_contenido;
 };
 
 } // namespace vexageo
