@@ -1,7 +1,6 @@
 #include "vexa_libs/binary.h"
 
 #include <array>
-#include <bit>
 
 namespace vexageo {
 namespace {
@@ -60,11 +59,6 @@ std::uint32_t Crc32(std::string_view bytes, std::uint32_t anterior)
     for (const char c : bytes)
         crc = (crc >> 8U) ^ kTablasCrc[0][(crc ^ static_cast<unsigned char>(c)) & 0xFFU];
     return crc ^ 0xFFFFFFFFU;
-}
-
-void CEscritor::F64(double valor)
-{
-    Pon(std::bit_cast<std::uint64_t>(valor), 8);
 }
 
 void CEscritor::Pon(std::uint64_t valor, std::size_t n)

@@ -75,7 +75,7 @@ public:
     void I16(std::int16_t valor) { Pon(static_cast<std::uint16_t>(valor), 2); }
     void U32(std::uint32_t valor) { Pon(valor, 4); }
     void I32(std::int32_t valor) { Pon(static_cast<std::uint32_t>(valor), 4); }
-    void F64(double valor);
+    void F64(double valor) { Pon(std::bit_cast<std::uint64_t>(valor), 8); }
     void Bytes(std::string_view bytes) { m_bytes.append(bytes); }
     const std::string& Hecho() const { return m_bytes; }
 

@@ -21,8 +21,15 @@ public:
     class CSeleccion {
     public:
         bool Vacia() const { return m_bits == 0; }
-        std::size_t Primera() const;
-        void Quita(std::size_t i);
+        std::size_t Primera() const
+        {
+            const auto bit = static_cast<std::size_t>(std::countr_zero(m_bits));
+            return bit / 8 * kTandas + bit % 8;
+        }
+        void Quita(std::size_t i)
+        {
+            m_bits &= ~(std::uint64_t{1} << (i / kTandas * 8 + i % kTandas));
+        }
         void Corta(const CSeleccion& otra) { m_bits &= otra.m_bits; }
 
     private:
@@ -45,7 +52,11 @@ private:
     using CFila = std::array<std::int8_t, kCabida>;
 
     static std::size_t SitioEnFila(std::size_t i);
-    unsigned Celda(std::size_t k, int medida) const;
+    /// The column or row of a measure, from 0 on; one that there isn't outside all boxes.
+    unsigned Celda(std::size_t k, int medida) const
+    {
+        return (static_cast<unsigned>(medida) - static_cast<unsigned>(m_origen[k])) >> m_paso[k];
+    }
     /// Bytes with a sign are what most processors compare.
     static std::int8_t Octeto(unsigned celda)
     {
@@ -57,23 +68,6 @@ private:
     std::array<int, 2> m_paso{}; // binary digits that a column or a row spans
     std::array<CCaja, kCabida> m_cajas{};
 };
-
-inline std::size_t CCajasJuntas::CSeleccion::Primera() const
-{
-    const auto bit = static_cast<std::size_t>(std::countr_zero(m_bits));
-    return bit / 8 * kTandas + bit % 8;
-}
-
-inline void CCajasJuntas::CSeleccion::Quita(std::size_t i)
-{
-    m_bits &= ~(std::uint64_t{1} << (i / kTandas * 8 + i % kTandas));
-}
-
-/// The column or row of a measure, from 0 on; one that there isn't for what lies outside all boxes.
-inline unsigned CCajasJuntas::Celda(std::size_t k, int medida) const
-{
-    return (static_cast<unsigned>(medida) - static_cast<unsigned>(m_origen[k])) >> m_paso[k];
-}
 
 inline CCajasJuntas::CSeleccion CCajasJuntas::Cerca(const CMedidas& medidas) const
 {
