@@ -11,6 +11,19 @@
 
 namespace {
 
+/// What is said of an input whatever form it was read as.
+constexpr struct {
+    SospechaEntrada que;
+    const char* observacion;
+} kObservaciones[] = {
+    {SospechaEntrada::Vacia, observaciones::kVacia},
+    {SospechaEntrada::SoloRetornos, observaciones::kSoloRetornos},
+    {SospechaEntrada::ConMarca, observaciones::kConMarca},
+    {SospechaEntrada::EsUtf16, observaciones::kEnUtf16},
+    {SospechaEntrada::LineasLargas, observaciones::kLineasLargas},
+    {SospechaEntrada::LineasCortas, observaciones::kLineasCortas},
+};
+
 bool NadaLeido(const CBaseCatastro& base)
 {
     return std::all_of(base.Municipios().begin(), base.Municipios().end(), [](const CMunicipio& m) {
@@ -111,39 +124,19 @@ void CCampivaAVexaDlg::ObservaEntrada(CStdioFile& entrada, const CBaseCatastro& 
                     ArchivoEntrada);
     if (base.NumParcelas() == 0 && base.NumTitulares() > 0)
         Sospecha(observaciones::kSinParcelas, ArchivoEntrada);
-    const auto sospecha = [&](const char* observacion) { Sospecha(observacion, ArchivoEntrada); };
-    switch (MiraEntrada(entrada, TipoEntrada)) {
-    case SospechaEntrada::Ninguna:
+    SospechaEntrada sospecha = MiraEntrada(entrada, TipoEntrada);
+    if (sospecha == SospechaEntrada::OtraForma && !NadaLeido(base))
+        sospecha = SospechaEntrada::Ninguna; // its records stand further down
+    for (const auto& [que, observacion] : kObservaciones)
+        if (que == sospecha)
+            Sospecha(observacion, ArchivoEntrada);
+    if (sospecha == SospechaEntrada::OtraForma)
+        Sospecha(TipoEntrada == 0 ? observaciones::kNoEsIntercambio : observaciones::kNoEsRelacion,
+                 ArchivoEntrada);
+    else if (sospecha == SospechaEntrada::Ninguna || sospecha == SospechaEntrada::LineasCortas)
         ObservaLineas();
-        break;
-    case SospechaEntrada::Vacia:
-        sospecha(observaciones::kVacia);
-        break;
-    case SospechaEntrada::OtraForma:
-        if (!NadaLeido(base)) // its records stand further down
-            ObservaLineas();
-        else
-            sospecha(TipoEntrada == 0 ? observaciones::kNoEsIntercambio
-                                      : observaciones::kNoEsRelacion);
-        break;
-    case SospechaEntrada::SoloRetornos:
-        sospecha(observaciones::kSoloRetornos);
-        break;
-    case SospechaEntrada::ConMarca:
-        sospecha(observaciones::kConMarca);
-        break;
-    case SospechaEntrada::EsUtf16:
-        sospecha(observaciones::kEnUtf16);
-        break;
-    case SospechaEntrada::LineasLargas: // whose pieces begin as no record does
-        sospecha(observaciones::kLineasLargas);
+    else if (sospecha == SospechaEntrada::LineasLargas) // whose pieces begin as no record does
         SospechaPagina(m_lineas.Pagina(), ArchivoEntrada);
-        break;
-    case SospechaEntrada::LineasCortas:
-        sospecha(observaciones::kLineasCortas);
-        ObservaLineas();
-        break;
-    }
 }
 
 void CCampivaAVexaDlg::ObservaLineas()

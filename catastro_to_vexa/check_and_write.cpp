@@ -30,32 +30,20 @@ void CompruebaBase(CBaseCatastro& base, CStdioFile* log, int* numErrores)
 void CCampivaAVexaDlg::GrabaTablas(CBaseCatastro& base)
 {
     base.Ordena();
-    using B = CBaseCatastro;
-    const struct {
-        const CString& archivo;
-        UINT estado;
-        void (*graba)(B& base, CStdioFile& fichero);
-    } tablas[] = {
-        {ArchivoTitulares, IDS_GRABANDO_TITULARES,
-         [](B& b, CStdioFile& f) { b.GrabaTitulares(f, false); }},
-        {ArchivoParcelas, IDS_GRABANDO_PARCELAS,
-         [](B& b, CStdioFile& f) { b.GrabaParcelas(f, false); }},
-        {ArchivoModulos, IDS_GRABANDO_MODULOS,
-         [](B& b, CStdioFile& f) { b.GrabaModulos(f, false); }},
-        {ArchivoSubparcelas, IDS_GRABANDO_SUBPARCELAS,
-         [](B& b, CStdioFile& f) { b.GrabaSubparcelas(f, false); }},
-        {ArchivoParajes, IDS_GRABANDO_PARAJES,
-         [](B& b, CStdioFile& f) { b.GrabaParajes(f, false); }},
-        {ArchivoCotitulares, IDS_GRABANDO_COTITULARES,
-         [](B& b, CStdioFile& f) { b.GrabaCotitulares(f, false); }},
-    };
-    for (const auto& tabla : tablas) {
+    const auto graba = [&](const CString& archivo, UINT estado, auto tabla) {
         CStdioFile fichero;
-        if (!CreaSalida(fichero, tabla.archivo, cajas::kNoSePuedeCrear, {ArchivoEntrada}))
-            continue;
-        Fase(tabla.estado);
-        tabla.graba(base, fichero);
+        if (!CreaSalida(fichero, archivo, cajas::kNoSePuedeCrear, {ArchivoEntrada}))
+            return;
+        Fase(estado);
+        (base.*tabla)(fichero, false);
         fichero.Close();
-    }
+    };
+    using B = CBaseCatastro;
+    graba(ArchivoTitulares, IDS_GRABANDO_TITULARES, &B::GrabaTitulares);
+    graba(ArchivoParcelas, IDS_GRABANDO_PARCELAS, &B::GrabaParcelas);
+    graba(ArchivoModulos, IDS_GRABANDO_MODULOS, &B::GrabaModulos);
+    graba(ArchivoSubparcelas, IDS_GRABANDO_SUBPARCELAS, &B::GrabaSubparcelas);
+    graba(ArchivoParajes, IDS_GRABANDO_PARAJES, &B::GrabaParajes);
+    graba(ArchivoCotitulares, IDS_GRABANDO_COTITULARES, &B::GrabaCotitulares);
     ConfirmaSalidas();
 }

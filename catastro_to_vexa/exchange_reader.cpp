@@ -7,10 +7,8 @@ namespace {
 
 void TomaModulo(std::string_view linea, CLecturaCatastro& lectura)
 {
-    CModulo modulo;
     CDatosLinea datos;
-    modulo.Lee(linea, kModoCatastro, datos);
-    lectura.vista.campos.Toma(datos);
+    const CModulo modulo = lectura.vista.Lee<CModulo>(linea, kModoCatastro, datos);
     CMunicipio& municipio = lectura.Municipio();
     if (municipio.BuscaModulo(modulo) >= 0)
         Avisa(lectura.avisos, kModuloRepetido, modulo.Denominacion, modulo.Cal, modulo.Inten);
@@ -20,10 +18,8 @@ void TomaModulo(std::string_view linea, CLecturaCatastro& lectura)
 
 void TomaTitular(std::string_view linea, CLecturaCatastro& lectura)
 {
-    CTitular titular;
     CDatosLinea datos;
-    titular.Lee(linea, kModoCatastro, datos);
-    lectura.vista.campos.Toma(datos);
+    CTitular titular = lectura.vista.Lee<CTitular>(linea, kModoCatastro, datos);
     CTitularLeido leido;
     leido.NumOrden = titular.NumOrden;
     leido.partici = datos.partici;
@@ -44,10 +40,8 @@ void TomaSubparcela(std::string_view linea, CLecturaCatastro& lectura)
 
 void TomaParaje(std::string_view linea, CLecturaCatastro& lectura)
 {
-    CParaje paraje;
     CDatosLinea datos;
-    paraje.Lee(linea, kModoCatastro, datos);
-    lectura.vista.campos.Toma(datos);
+    const CParaje paraje = lectura.vista.Lee<CParaje>(linea, kModoCatastro, datos);
     CMunicipio& municipio = lectura.Municipio();
     const int conSuNumero = municipio.BuscaParaje(paraje.NumOrden);
     const int i = municipio.InsertaParaje(paraje);

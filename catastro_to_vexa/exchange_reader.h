@@ -34,22 +34,16 @@ struct CTitularLeido {
 
 /// State of the reading of one exchange file. The base must outlive it.
 struct CLecturaCatastro {
-    CLecturaCatastro(CBaseCatastro& baseQueLlena, const CAvisos& avisosDelRun,
-                     CEntradaVista& vistaDelRun)
-        : base(baseQueLlena), avisos(avisosDelRun), vista(vistaDelRun)
-    {
-    }
-
     CMunicipio& Municipio() { return base.DameMunicipio(municipioActual); }
 
     CBaseCatastro& base;
     CAvisos avisos;
     CEntradaVista& vista;
-    int municipioActual = -1;      ///< index of the municipality of the last line taken
-    CColaLineas parcelasLeidas;    ///< PR lines
-    CColaLineas subparcelasLeidas; ///< SP and SC lines
-    std::deque<CVinculoParcela> vinculosParcela; ///< of the PR lines that are read
-    std::vector<CTitularLeido> titularesLeidos;
+    int municipioActual = -1;           ///< index of the municipality of the last line taken
+    CColaLineas parcelasLeidas = {};    ///< PR lines
+    CColaLineas subparcelasLeidas = {}; ///< SP and SC lines
+    std::deque<CVinculoParcela> vinculosParcela = {}; ///< of the PR lines that are read
+    std::vector<CTitularLeido> titularesLeidos = {};
 };
 
 /// Does what the line's record type calls for; a line of an unknown type does nothing. A module, a

@@ -145,7 +145,8 @@ void Enlaza(CLecturaCatastro& lectura, int indiceParcela, const CTitularLeido& l
 void CCampivaAVexaDlg::LeeArchivoNormal(CBaseCatastro& base, CStdioFile* entrada, CStdioFile* log,
                                         int* numErrores, int* numWarnings)
 {
-    CLecturaCatastro lectura(base, {*log, *numErrores, *numWarnings}, m_vista);
+    CLecturaCatastro lectura{
+        .base = base, .avisos = {*log, *numErrores, *numWarnings}, .vista = m_vista};
     Fase(IDS_LEYENDO_BASE);
     const std::uint64_t longitud = entrada->GetLength();
     char bufer[kLineaCatastro + 1];
@@ -189,10 +190,9 @@ bool CCampivaAVexaDlg::AsientaParcelas(CLecturaCatastro& lectura)
         // All are looked for in the one municipality, with their places and holders.
         m_vista.deOtroUltimo +=
             CLineaFija(lectura.parcelasLeidas.Primera()).Entero(kLeeMun) != m_vista.ultimo;
-        CParcela parcela;
         CDatosLinea datos;
-        parcela.Lee(lectura.parcelasLeidas.Primera(), kModoCatastro, datos);
-        lectura.vista.campos.Toma(datos);
+        CParcela parcela =
+            m_vista.Lee<CParcela>(lectura.parcelasLeidas.Primera(), kModoCatastro, datos);
         CVinculoParcela& vinculo = lectura.vinculosParcela.emplace_back();
         vinculo.numImputa = datos.numImputa;
         vinculo.Tit = datos.Tit;
@@ -210,10 +210,9 @@ bool CCampivaAVexaDlg::AsientaSubparcelas(CLecturaCatastro& lectura)
     for (std::size_t k = 0; k < n; ++k, lectura.subparcelasLeidas.Quita()) {
         if (!Avanza(k, n))
             return false;
-        CSubparcela subparcela;
         CDatosLinea datos;
-        subparcela.Lee(lectura.subparcelasLeidas.Primera(), kModoCatastro, datos);
-        lectura.vista.campos.Toma(datos);
+        CSubparcela subparcela =
+            m_vista.Lee<CSubparcela>(lectura.subparcelasLeidas.Primera(), kModoCatastro, datos);
         m_vista.parten += ParteFilas({&subparcela.cSing, 1}) ? 1 : 0;
         int i = kNoEncontrado;
         if (!lectura.Municipio().BuscaParcela(datos.Polig, datos.Parcela, i)) {

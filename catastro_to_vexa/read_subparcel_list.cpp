@@ -27,10 +27,8 @@ struct CLecturaLista {
 
 void TomaTitular(std::string_view linea, int municipio, CLecturaLista& lectura)
 {
-    CTitular titular;
     CDatosLinea datos;
-    titular.Lee(linea, kModoLista, datos);
-    lectura.vista.campos.Toma(datos);
+    CTitular titular = lectura.vista.Lee<CTitular>(linea, kModoLista, datos);
     CMunicipio& suyo = lectura.base.DameMunicipio(municipio);
     const int numero = titular.NumOrden;
     const int i = RegistraTitular(lectura.avisos, suyo, std::move(titular));
@@ -42,12 +40,10 @@ void TomaTitular(std::string_view linea, int municipio, CLecturaLista& lectura)
 void TomaParcela(std::string_view linea, int municipio, CLecturaLista& lectura)
 {
     CMunicipio& suyo = lectura.base.DameMunicipio(municipio);
-    CParcela parcela(0, 0, 0, {});
     CDatosLinea datos;
     datos.Tit = lectura.Tit;
-    parcela.Lee(linea, kModoLista, datos);
+    CParcela parcela = lectura.vista.Lee<CParcela>(linea, kModoLista, datos);
     lectura.Tit = datos.Tit;
-    lectura.vista.campos.Toma(datos);
     CParaje paraje(datos.nombreParaje);
     paraje.NumOrden = static_cast<short>(suyo.Parajes().size());
     parcela.paraje = suyo.InsertaParaje(paraje);
@@ -67,10 +63,8 @@ void TomaSubparcela(std::string_view linea, CLecturaLista& lectura)
 {
     if (lectura.parcela.indice < 0)
         return;
-    CSubparcela subparcela;
     CDatosLinea datos;
-    subparcela.Lee(linea, kModoLista, datos);
-    lectura.vista.campos.Toma(datos);
+    CSubparcela subparcela = lectura.vista.Lee<CSubparcela>(linea, kModoLista, datos);
     const CString letra = subparcela.letra;
     const int superfic = subparcela.superfic;
     const auto& [municipio, i] = lectura.parcela;

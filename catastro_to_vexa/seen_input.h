@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string_view>
+
 #include "cadastre/exchange_format.h"
 
 /// What a run of the way out has read of its input by half, or not at all, and no message tells.
@@ -13,4 +15,14 @@ struct CEntradaVista {
     int sinReferencia = 0;   ///< parcels that can't be stored, of a list
     int conOtrosDatos = 0;   ///< parcels that come again and aren't the same, of a list
     int sinSuTitular = 0;    ///< subparcels whose holder is in another municipality, of a list
+
+    /// The record of a line; what of it isn't read as it stands is counted.
+    template <class R>
+    R Lee(std::string_view linea, Modo modo, CDatosLinea& datos)
+    {
+        R registro;
+        registro.Lee(linea, modo, datos);
+        campos.Toma(datos);
+        return registro;
+    }
 };
