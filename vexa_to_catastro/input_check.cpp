@@ -42,14 +42,10 @@ void CVexaACampiva2Dlg::ObservaFilas()
 {
     for (const CTablaVista* tabla : TablasVistas()) {
         const bool vale = !NingunaVale(*tabla); // or that is said instead
-        const struct {
-            bool loEs;
-            const char* forma;
-        } deTodas[] = {{tabla->soloRetornos, observaciones::kSoloRetornos},
-                       {tabla->cortada, observaciones::kTablaCortada}};
-        for (const auto& [loEs, forma] : deTodas)
-            if (loEs)
-                Sospecha(forma, tabla->archivo);
+        if (tabla->soloRetornos)
+            Sospecha(observaciones::kSoloRetornos, tabla->archivo);
+        if (tabla->cortada)
+            Sospecha(observaciones::kTablaCortada, tabla->archivo);
         SospechaPagina(tabla->pagina, tabla->archivo);
         SospechaCuentas({{tabla->partidas, observaciones::kFilasPartidas},
                          {vale ? tabla->incompletas : 0, observaciones::kFilasIncompletas},
