@@ -11,7 +11,6 @@
 #include "vexa_libs/drawing_writer.h"
 
 using vexageo::CPoligonoTopologico;
-using vexageo::CPunto;
 
 namespace sintetico {
 namespace {
@@ -23,11 +22,6 @@ CString FicheroDe(const CString& base, const char* extension)
     return base + "." + extension;
 }
 
-CPunto<int> Punto(const CVertice& v)
-{
-    return {v.x, v.y};
-}
-
 /// The drawing of a polygon in the making. Each edge is one line, shared by the outlines on both of
 /// its sides.
 class CDibujante {
@@ -37,18 +31,15 @@ public:
 
     int Rotulo(const char* codigo, const CString& texto, const CVertice& donde)
     {
-        return m_dibujo.Rotulo(codigo, texto, Punto(donde));
+        return m_dibujo.Rotulo(codigo, texto, donde);
     }
     CPoligonoTopologico Poligono(const CContorno& contorno, int numero,
                                  std::int16_t clase = CPoligonoTopologico::kParcela)
     {
-        std::vector<CPunto<int>> puntos;
         std::vector<int> tramos;
-        for (std::size_t i = 0; i < contorno.size(); ++i) {
-            puntos.push_back(Punto(contorno[i]));
+        for (std::size_t i = 0; i < contorno.size(); ++i)
             tramos.push_back(Borde(contorno[i], contorno[(i + 1) % contorno.size()]));
-        }
-        return vexageo::NuevoPoligono(numero, clase, puntos, tramos);
+        return vexageo::NuevoPoligono(numero, clase, contorno, tramos);
     }
 
 private:
@@ -56,13 +47,13 @@ private:
     int Borde(const CVertice& a, const CVertice& b)
     {
         const auto clave = [](const CVertice& p, const CVertice& q) {
-            return std::array<int, 4>{p.x, p.y, q.x, q.y};
+            return std::array<int, 4>{p.X, p.Y, q.X, q.Y};
         };
         if (const auto hecho = m_bordes.find(clave(a, b)); hecho != m_bordes.end())
             return hecho->second;
         if (const auto hecho = m_bordes.find(clave(b, a)); hecho != m_bordes.end())
             return -hecho->second;
-        return m_bordes[clave(a, b)] = m_dibujo.Linea(kCodigoLinde, {Punto(a), Punto(b)});
+        return m_bordes[clave(a, b)] = m_dibujo.Linea(kCodigoLinde, {a, b});
     }
 
     vexageo::CEscritorDibujo m_dibujo;
@@ -75,7 +66,7 @@ void GrabaRecinto(CFile& topologia, CDibujante& dibujo, const CRecinto& recinto,
                   int rotulo)
 {
     CPoligonoTopologico poligono = dibujo.Poligono(recinto.contorno, numero);
-    vexageo::PonRotulo(poligono, rotulo, Punto(recinto.rotulo));
+    vexageo::PonRotulo(poligono, rotulo, recinto.rotulo);
     std::vector<CPoligonoTopologico> detras;
     for (const CContorno& hueco : recinto.huecos) {
         const CPoligonoTopologico isla = dibujo.Poligono(hueco, numero, CPoligonoTopologico::kIsla);
@@ -93,7 +84,7 @@ void GrabaRecinto(CFile& topologia, CDibujante& dibujo, const CRecinto& recinto,
 CContorno Alrededor(const std::vector<const CParcelaDibujada*>& parcelas)
 {
     using CPar = std::pair<int, int>;
-    const auto par = [](const CVertice& v) { return CPar(v.x, v.y); };
+    const auto par = [](const CVertice& v) { return CPar(v.X, v.Y); };
     std::set<std::pair<CPar, CPar>> bordes;
     for (const CParcelaDibujada* parcela : parcelas)
         for (const CRecinto& recinto : parcela->recintos)
@@ -214,19 +205,19 @@ void DesacuerdaDibujos(CMunicipioSintetico& municipio)
     p.at(1).rotulo = "no es un número";          // reads as 0
     p.at(2).subparcelas.front().rotulo = "3-zz"; // a letter that the tables don't have
     p.at(3).subparcelas.pop_back();              // a subparcel that isn't drawn
-    p.at(4).subparcelas.front().recintos.front().rotulo = {kOrigen.x - 100000,
-                                                           kOrigen.y}; // in no parcel
+    p.at(4).subparcelas.front().recintos.front().rotulo = {kOrigen.X - 100000,
+                                                           kOrigen.Y}; // in no parcel
     CRecinto& casi = p.at(5).subparcelas.front().recintos.front();     // two square metres less
     casi.huecos.push_back({casi.rotulo,
-                           {casi.rotulo.x + kMalla, casi.rotulo.y},
-                           {casi.rotulo.x + kMalla, casi.rotulo.y + kMalla / 2},
-                           {casi.rotulo.x, casi.rotulo.y + kMalla / 2}});
+                           {casi.rotulo.X + kMalla, casi.rotulo.Y},
+                           {casi.rotulo.X + kMalla, casi.rotulo.Y + kMalla / 2},
+                           {casi.rotulo.X, casi.rotulo.Y + kMalla / 2}});
     for (CParcelaDibujada& parcela : p) {
         if (!esAbstracta(parcela))
             continue;
         for (CRecinto& recinto : parcela.subparcelas.front().recintos)
             recinto.huecos.clear(); // the pond counts as land in the drawing
-        parcela.subparcelas.front().recintos.back().contorno[0].x -= kMalla;
+        parcela.subparcelas.front().recintos.back().contorno[0].X -= kMalla;
         break;
     }
 }

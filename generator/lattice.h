@@ -2,15 +2,14 @@
 
 #include <vector>
 
+#include "vexa_libs/point.h"
+
 // The lattice that a synthetic municipality's outlines stand on.
 
 namespace sintetico {
 
 /// A point of the drawing, in hundredths of a metre.
-struct CVertice {
-    int x;
-    int y;
-};
+using CVertice = vexageo::CPunto<int>;
 
 // Outlines stand on a lattice of two metres, so that every area is a whole number of square metres.
 inline constexpr int kMalla = 200;

@@ -178,8 +178,8 @@ void CGenerador::GeneraPoligonos()
     const int columnas = std::max(1, static_cast<int>(std::sqrt(celdas)));
     const int filas = (celdas + columnas - 1) / columnas;
     for (int p = 0; p < poligonos; ++p) {
-        const CVertice esquina = {kOrigen.x + p % porFila * (columnas * kLado + kEntrePoligonos),
-                                  kOrigen.y + p / porFila * (filas * kLado + kEntrePoligonos)};
+        const CVertice esquina = {kOrigen.X + p % porFila * (columnas * kLado + kEntrePoligonos),
+                                  kOrigen.Y + p / porFila * (filas * kLado + kEntrePoligonos)};
         const int suyas = m_cuantas / poligonos + (p < m_cuantas % poligonos ? 1 : 0);
         GeneraPoligono(static_cast<short>(p + 1), suyas, esquina, columnas);
     }
@@ -193,8 +193,8 @@ void CGenerador::GeneraPoligono(short polig, int celdas, CVertice esquina, int c
     std::vector<CVertice> vertices;
     for (int fila = 0; fila <= filas; ++fila)
         for (int columna = 0; columna <= columnas; ++columna)
-            vertices.push_back({esquina.x + columna * kLado + Hasta(kTemblor) * kMalla,
-                                esquina.y + fila * kLado + Hasta(kTemblor) * kMalla});
+            vertices.push_back({esquina.X + columna * kLado + Hasta(kTemblor) * kMalla,
+                                esquina.Y + fila * kLado + Hasta(kTemblor) * kMalla});
     const auto celda = [&](int i) {
         const int a = i / columnas * (columnas + 1) + i % columnas;
         const auto v = [&](int k) { return vertices[static_cast<std::size_t>(k)]; };
@@ -227,15 +227,15 @@ void CGenerador::GeneraHojas()
     CVertice menor = kOrigen;
     CVertice mayor = kOrigen;
     for (const CParcelaDibujada& parcela : m_municipio.parcelas) {
-        mayor.x = std::max(mayor.x, parcela.recintos.back().rotulo.x);
-        mayor.y = std::max(mayor.y, parcela.recintos.back().rotulo.y);
+        mayor.X = std::max(mayor.X, parcela.recintos.back().rotulo.X);
+        mayor.Y = std::max(mayor.Y, parcela.recintos.back().rotulo.Y);
     }
-    const int filas = (mayor.y - menor.y) / kLadoHoja + 1;
-    const int columnas = (mayor.x - menor.x) / kLadoHoja + 1;
+    const int filas = (mayor.Y - menor.Y) / kLadoHoja + 1;
+    const int columnas = (mayor.X - menor.X) / kLadoHoja + 1;
     for (int fila = 0; fila < filas; ++fila) {
         for (int columna = 0; columna < columnas; ++columna) {
-            const CVertice centro = {menor.x + columna * kLadoHoja + kLadoHoja / 2,
-                                     menor.y + fila * kLadoHoja + kLadoHoja / 2};
+            const CVertice centro = {menor.X + columna * kLadoHoja + kLadoHoja / 2,
+                                     menor.Y + fila * kLadoHoja + kLadoHoja / 2};
             CHoja hoja{{}, Cuadrado(centro, kLadoHoja / 2 + kSolapeHoja)};
             hoja.nombre.Format("0629-%d-%d", fila + 1, columna + 1);
             m_municipio.hojas.push_back(hoja);
@@ -247,7 +247,7 @@ void CGenerador::GeneraHojas()
         const auto orden = [](int distancia) {
             return std::max(0, (distancia - kSolapeHoja - 1) / kLadoHoja);
         };
-        const int hoja = orden(punto.y - menor.y) * columnas + orden(punto.x - menor.x);
+        const int hoja = orden(punto.Y - menor.Y) * columnas + orden(punto.X - menor.X);
         parcela.datos.numOrtofoto = m_municipio.hojas[static_cast<std::size_t>(hoja)].nombre;
     }
 }
@@ -264,8 +264,8 @@ CParcelaDibujada CGenerador::NuevaParcela(short polig, int numero,
     parcela.datos.Superficie = Area(ultimo);
     parcela.datos.valorCatastral = parcela.datos.Superficie * (20 + Hasta(60));
     parcela.datos.añoVal = 1996 + Hasta(10);
-    parcela.datos.x = ultimo.rotulo.x / 1000 % 1000;
-    parcela.datos.y = ultimo.rotulo.y / 1000 % 1000;
+    parcela.datos.x = ultimo.rotulo.X / 1000 % 1000;
+    parcela.datos.y = ultimo.rotulo.Y / 1000 % 1000;
     parcela.datos.claveConc = m_sorteo.UnoDeCada(40) ? 'C' : ' ';
     ParteParcela(parcela);
     return parcela;

@@ -9,7 +9,7 @@ namespace vexageo {
 template <class T>
 struct CPunto {
     CPunto() = default;
-    CPunto(T x, T y, T z = 0) : X(x), Y(y), Z(z) {}
+    constexpr CPunto(T x, T y, T z = 0) : X(x), Y(y), Z(z) {}
 
     friend bool operator==(const CPunto& a, const CPunto& b)
     {
