@@ -116,6 +116,12 @@ TEST_F(Cruce, ASubparcelFallsIntoTheSmallestParcelThatHoldsIt)
 
 TEST_F(Cruce, GivesTheSurfaceOfAPolygonToItsLetter)
 {
+    const std::string noEsta =
+        "E110: La subparcela    1      9  x-a en gráfico no tiene correspondencia en base de datos";
+    const auto difiere = [](const std::string& metros) {
+        return "W303: La subparcela abstracta    1      9    a difiere en superficie " + metros +
+               " del gráfico";
+    };
     const struct {
         const char* motivo;
         const char* concentrada;
@@ -128,15 +134,7 @@ TEST_F(Cruce, GivesTheSurfaceOfAPolygonToItsLetter)
     } casos[] = {
         {"both lines of the letter", " ", 0, " ", "9-a", 99.5, {100, 100, 7}, {}},
         {"without a hyphen the whole label", " ", 0, " ", "a", 50, {50, 50, 7}, {}},
-        {"behind the first hyphen",
-         " ",
-         0,
-         " ",
-         "9-x-a",
-         50,
-         {999, 999, 7, 50},
-         {"E110: La subparcela    1      9  x-a en gráfico no tiene correspondencia en base de "
-          "datos"}},
+        {"behind the first hyphen", " ", 0, " ", "9-x-a", 50, {999, 999, 7, 50}, {noEsta}},
         {"a concentrated parcel keeps its surfaces", "C", 0, " ", "9-a", 50, {999, 999, 7}, {}},
         {"unless it is to be changed", "C", 1, " ", "9-a", 50, {50, 50, 7}, {}},
         {"an abstract one is compared, all of its letter together",
@@ -146,8 +144,7 @@ TEST_F(Cruce, GivesTheSurfaceOfAPolygonToItsLetter)
          "9-a",
          1999.4,
          {999, 999, 7},
-         {"W303: La subparcela abstracta    1      9    a difiere en superficie       -1 del "
-          "gráfico"}},
+         {difiere("      -1")}},
         {"less than a square metre isn't told", " ", 0, "A", "9-a", 1998.9, {999, 999, 7}, {}},
         {"an abstract one of a concentrated parcel too",
          "C",
@@ -156,8 +153,7 @@ TEST_F(Cruce, GivesTheSurfaceOfAPolygonToItsLetter)
          "9-a",
          1990,
          {999, 999, 7},
-         {"W303: La subparcela abstracta    1      9    a difiere en superficie        8 del "
-          "gráfico"}},
+         {difiere("       8")}},
     };
     for (const auto& caso : casos) {
         SCOPED_TRACE(caso.motivo);
@@ -279,8 +275,7 @@ TEST_F(Cruce, GoesOnWithoutTheFilesOfAPolygon)
             EXPECT_EQ(cajas, caso.cajas);
             EXPECT_EQ(Superficies("PR"), std::vector<int>{caso.superficie});
             EXPECT_EQ(aplicacion.guion.cajas.back().titulo, "Fin del proceso");
-            const auto& dicho = aplicacion.guion.escritos.observaciones;
-            EXPECT_EQ(dicho.empty() ? "" : carpeta.SinRuta(ansi::AUtf8(dicho[0])),
+            EXPECT_EQ(Observacion(),
                       esCarpeta ? "El archivo " + std::string(caso.falta) +
                                       " está en su sitio y no se pudo leer: lo escrito no cuenta "
                                       "con él"
@@ -398,8 +393,7 @@ TEST_F(Cruce, TellsADrawingThatIsNotWholeOrPartsRows)
         caso.hace();
         carpeta.Pon("045127.R", "antes");
         Ejecuta(0, 1, 0);
-        const auto& dicho = aplicacion.guion.escritos.observaciones;
-        EXPECT_EQ(dicho.empty() ? "" : carpeta.SinRuta(ansi::AUtf8(dicho[0])), caso.observacion);
+        EXPECT_EQ(Observacion(), caso.observacion);
         EXPECT_EQ(std::filesystem::remove(carpeta.Ruta() / "045127.R.anterior"),
                   !caso.observacion.empty());
     }

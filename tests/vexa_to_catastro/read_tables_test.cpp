@@ -5,8 +5,12 @@ TEST_F(Cruce, TellsEachFaultOfTheTables)
     const auto parcela = [](std::string_view polig, std::string_view numero,
                             std::string_view numImputa, std::string_view tit,
                             std::string_view paraje) {
-        return Fila({"045", "127", "0", polig, numero, "0", "", "", numImputa, tit, "100", "", "",
-                     "", paraje, " "});
+        return FilaParcela({.numero = numero,
+                            .polig = polig,
+                            .superficie = "0",
+                            .titular = numImputa,
+                            .tit = tit,
+                            .paraje = paraje});
     };
     const std::string buena = parcela("1", "7", "1", "PR", "1");
     const struct {

@@ -16,6 +16,22 @@
 #include "vexa_libs/ccadena.h"
 #include "vexa_to_catastro/vexa_a_campiva2_dlg.h"
 
+using Textos = std::vector<std::string>;
+
+/// A row of Parcelas.txt, by those of its fields that tests tell.
+struct CFilaParcela {
+    std::string_view numero;
+    std::string_view polig = "1";
+    std::string_view superficie = "3";
+    std::string_view valor = "";
+    std::string_view titular = "1";
+    std::string_view tit = "PR";
+    std::string_view partici = "100";
+    std::string_view hoja = "VIEJA";
+    std::string_view paraje = "1";
+    std::string_view concentrada = " ";
+};
+
 /// A run of the translation from the command line, in a folder of its own.
 class Cruce : public testing::Test {
 protected:
@@ -38,17 +54,30 @@ protected:
             fila.append(fila.empty() ? "" : "\t").append(campo);
         return fila + "\r\n";
     }
+    static std::string FilaParcela(const CFilaParcela& p)
+    {
+        return Fila({"045", "127", "0", p.polig, p.numero, p.superficie, p.valor, "", p.titular,
+                     p.tit, p.partici, p.hoja, "", "", p.paraje, p.concentrada});
+    }
     void Parcela(std::string_view numero, std::string_view superficie,
                  std::string_view concentrada = " ")
     {
-        tablas["Parcelas"].push_back(Fila({"045", "127", "0", "1", numero, superficie, "", "", "1",
-                                           "PR", "100", "VIEJA", "", "", "1", concentrada}));
+        tablas["Parcelas"].push_back(
+            FilaParcela({.numero = numero, .superficie = superficie, .concentrada = concentrada}));
     }
     void Subparcela(std::string_view numero, std::string_view letra, std::string_view superficie,
                     std::string_view tipo = " ")
     {
         tablas["Subparcelas"].push_back(
             Fila({"045", "127", "0", "1", numero, letra, tipo, "S", superficie}));
+    }
+
+    static std::string Tabla(const Textos& filas)
+    {
+        std::string texto = "Ger Mun\r\n";
+        for (const std::string& fila : filas)
+            texto += fila;
+        return texto;
     }
 
     void Ejecuta(int modificar = 0, int noEnGrafico = 0, int noEnBD = 0, int concentradas = 0)
@@ -59,12 +88,8 @@ protected:
     void Ejecuta(CVexaACampiva2Dlg& dialogo, int modificar, int noEnGrafico, int noEnBD,
                  int concentradas = 0)
     {
-        for (const auto& [tabla, filas] : tablas) {
-            std::string texto = "Ger Mun\r\n";
-            for (const std::string& fila : filas)
-                texto += fila;
-            carpeta.Pon(tabla + ".txt", texto);
-        }
+        for (const auto& [tabla, filas] : tablas)
+            carpeta.Pon(tabla + ".txt", Tabla(filas));
         carpeta.Pon("lista.txt", lista);
         aplicacion.WriteProfileInt("VexaACampiva2", "ModificarConcentradas", concentradas);
         EjecutaLote(dialogo, modificar, noEnGrafico, noEnBD);
@@ -85,15 +110,12 @@ protected:
                             noEnGrafico, noEnBD, nullptr);
     }
 
-    std::vector<std::string> Lineas(std::string_view nombre) const
-    {
-        return carpeta.Lineas(nombre);
-    }
-    std::vector<std::string> Mensajes() const { return Lineas("045127.ERR"); }
+    Textos Lineas(std::string_view nombre) const { return carpeta.Lineas(nombre); }
+    Textos Mensajes() const { return Lineas("045127.ERR"); }
     /// Records of a type in the exchange file.
-    std::vector<std::string> Registros(std::string_view tipo) const
+    Textos Registros(std::string_view tipo) const
     {
-        std::vector<std::string> suyos;
+        Textos suyos;
         for (const std::string& linea : Lineas("045127.R"))
             if (std::string_view(linea).substr(9, 2) == tipo)
                 suyos.push_back(linea);
@@ -108,9 +130,9 @@ protected:
         return superficies;
     }
     /// Texts of the error boxes without their paths.
-    std::vector<std::string> Errores() const
+    Textos Errores() const
     {
-        std::vector<std::string> errores;
+        Textos errores;
         for (const CCajaVista& caja : aplicacion.guion.cajas) {
             if (caja.flags != MB_ICONERROR)
                 continue;
@@ -119,11 +141,23 @@ protected:
         }
         return errores;
     }
+    /// What was said behind the summary, without the first path in each.
+    Textos Observaciones() const
+    {
+        Textos dichas;
+        for (const CString& dicha : aplicacion.guion.escritos.observaciones)
+            dichas.push_back(carpeta.SinRuta(ansi::AUtf8(dicha)));
+        return dichas;
+    }
+    /// The first of them, empty where there is none.
+    std::string Observacion() const
+    {
+        const Textos dichas = Observaciones();
+        return dichas.empty() ? "" : dichas[0];
+    }
 
     CCarpetaPrueba carpeta;
     CAplicacionPrueba aplicacion;
-    std::map<std::string, std::vector<std::string>> tablas;
+    std::map<std::string, Textos> tablas;
     std::string lista;
 };
-
-using Textos = std::vector<std::string>;

@@ -58,8 +58,7 @@ TEST_F(Cruce, TellsRecordsThatLackRoomForWhatTheyHold)
         return Fila({"045", "127", numero, nombre, " ", dni, "", "", "", "", "CL", via});
     };
     const auto parcela = [](const std::string& hoja, const std::string& paraje = "1") {
-        return Fila({"045", "127", "0", "1", "7", "3", "", "", "2", "PR", "100", hoja, "", "",
-                     paraje, " "});
+        return FilaParcela({.numero = "7", .titular = "2", .hoja = hoja, .paraje = paraje});
     };
     const auto modulo = [](const std::string& evalua) {
         return Fila({"045", "127", "LR", "1", "LABOR", evalua, "0"});
@@ -97,11 +96,9 @@ TEST_F(Cruce, TellsRecordsThatLackRoomForWhatTheyHold)
         tablas[caso.tabla].push_back(caso.fila);
         Ejecuta(0, 1);
         tablas[caso.tabla].pop_back();
-        Textos dicho;
-        for (const CString& una : aplicacion.guion.escritos.observaciones)
-            if (const std::string texto = carpeta.SinRuta(ansi::AUtf8(una));
-                texto.find("no cabe") != std::string::npos)
-                dicho.push_back(texto);
+        Textos dicho = Observaciones();
+        std::erase_if(dicho,
+                      [](const std::string& d) { return d.find("no cabe") == std::string::npos; });
         const std::string donde = caso.dice.substr(0, caso.dice.find(','));
         EXPECT_EQ(dicho, caso.dice.empty()
                              ? Textos{}

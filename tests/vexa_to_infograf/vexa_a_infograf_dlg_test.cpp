@@ -244,9 +244,9 @@ TEST_F(InfografDeMuestra, TellsAPolygonThatTheListNamesTwice)
     carpeta.Pon("poligonos.txt", carpeta.Lee("poligonos.txt") + "\r\n\r\nP001\r\n");
     Ejecuta();
     EXPECT_EQ(Cuantos("00"), 3);
-    const auto& dicho = aplicacion.guion.escritos.observaciones;
+    const Textos dicho = Observaciones();
     ASSERT_FALSE(dicho.empty());
-    EXPECT_EQ(carpeta.SinRuta(ansi::AUtf8(dicho[0])),
+    EXPECT_EQ(dicho[0],
               "La lista poligonos.txt nombra otra vez polígonos que ya tiene, 1. Sus registros van "
               "repetidos");
     EXPECT_EQ(Registros("045127.CSP.anterior"), completos);
@@ -272,9 +272,9 @@ TEST_F(InfografDeMuestra, TellsADrawingOfWhichItCouldNotReadAllAndKeepsTheOlderR
         carpeta.Pon(caso.cortado, todo.substr(0, todo.size() / 2));
         Ejecuta();
         EXPECT_EQ(Cajas(), Textos{});
-        const auto& dicho = aplicacion.guion.escritos.observaciones;
+        const Textos dicho = Observaciones();
         ASSERT_FALSE(dicho.empty());
-        EXPECT_EQ(carpeta.SinRuta(ansi::AUtf8(dicho[0])),
+        EXPECT_EQ(dicho[0],
                   std::string("El archivo ") + caso.dicho +
                       " está dañado o fuera de fecha: lo escrito no cuenta con todo lo que dibuja");
         EXPECT_EQ(Registros("045127.CSP.anterior"), completos);
@@ -326,8 +326,8 @@ TEST_F(Infograf, TellsWhatATopologyPointsToInVainAndLabelsThatPartRows)
         carpeta.Pon("poligonos.txt", "TREN 045127\r\nP" + caso.entrada + "\r\n");
         Ejecuta();
         EXPECT_EQ(Cajas(), Textos{});
-        const auto& dicho = aplicacion.guion.escritos.observaciones;
-        EXPECT_EQ(dicho.empty() ? "" : carpeta.SinRuta(ansi::AUtf8(dicho[0])), caso.observacion);
+        const Textos dicho = Observaciones();
+        EXPECT_EQ(dicho.empty() ? "" : dicho[0], caso.observacion);
     }
 }
 
@@ -396,11 +396,10 @@ TEST_F(InfografDeMuestra, TellsWhatItHasKeptWhereItCannotGoOn)
     std::filesystem::create_directory(carpeta.Ruta() / "045127.CSP");
     Ejecuta();
     EXPECT_EQ(Cajas(), Textos{"Imposible crear el archivo 045127.CSP"});
-    const auto& dicho = aplicacion.guion.escritos.observaciones;
+    const Textos dicho = Observaciones();
     ASSERT_EQ(dicho.size(), 1U);
-    EXPECT_EQ(carpeta.SinRuta(ansi::AUtf8(dicho[0])),
-              "Lo que había en 045127.ERR queda en " +
-                  ansi::AUtf8(carpeta.En("045127.ERR.anterior")));
+    EXPECT_EQ(dicho[0], "Lo que había en 045127.ERR queda en " +
+                            ansi::AUtf8(carpeta.En("045127.ERR.anterior")));
 }
 
 TEST_F(InfografDeMuestra, TellsWhatItCannotOpenOrCreate)
