@@ -2,8 +2,6 @@
 
 #include "tests/catastro_to_vexa/run_fixture.h"
 
-using Textos = std::vector<std::string>;
-
 namespace {
 
 /// The dialog with its protected parts open to a test.

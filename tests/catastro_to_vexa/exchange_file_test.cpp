@@ -1,7 +1,5 @@
 #include "tests/catastro_to_vexa/run_fixture.h"
 
-using Textos = std::vector<std::string>;
-
 namespace {
 
 const std::string kParaje = Paraje("00001", "LA ERA");

@@ -29,6 +29,12 @@ std::string Con(std::string linea, std::size_t columna, std::string_view texto)
 const std::string kParcela = "PR045127" + std::string(100, ' ');
 const std::string kConstruccion = "SC045127" + std::string(100, ' ');
 
+/// A line of a type with 100 more blanks.
+std::string De(std::string_view tipo)
+{
+    return std::string(tipo) + kParcela.substr(tipo.size());
+}
+
 /// A holder of a list.
 std::string Titular(std::string_view numero, std::string_view nombre,
                     std::string_view municipio = "127")
@@ -40,20 +46,8 @@ std::string Titular(std::string_view numero, std::string_view nombre,
 /// A parcel of an exchange file, and its holder with a share.
 std::string Participa(std::string_view parcela, std::string_view titular, std::string_view partici)
 {
-    const auto pon = [](std::string linea, std::size_t columna, std::string_view texto) {
-        return linea.replace(columna, texto.size(), texto);
-    };
-    std::string suya = pon("PR045127" + std::string(100, ' '), 13, "001");
-    suya = pon(pon(pon(pon(suya, 16, parcela), 46, titular), 53, "PR"), 71, "00001");
-    std::string suyo = pon("TL045127" + std::string(100, ' '), 11, titular);
-    suyo = pon(pon(suyo, 18, partici), 23, titular); // a name of its own
-    return suya + "\r\n" + suyo + "\r\n";
-}
-
-/// A line of a type with 100 more blanks.
-std::string De(std::string_view tipo)
-{
-    return std::string(tipo) + kParcela.substr(tipo.size());
+    return Linea(kParcela, {{13, "001"}, {16, parcela}, {46, titular}, {53, "PR"}, {71, "00001"}}) +
+           Linea(De("TL"), {{11, titular}, {18, partici}, {23, titular}}); // a name of its own
 }
 
 } // namespace
@@ -75,21 +69,18 @@ TEST(EntradaSospechosa, IsToldBehindTheSummaryAndKeepsWhatItsTablesReplace)
         {"blank lines alone", "\r\n\r\n", 0, "está vacío"},
         {"a list read as an exchange file", Veces(3, relacion), 0, "(TipoEntrada=1)?"},
         {"an exchange file read as a list", Veces(3, kBuena), 1, "(TipoEntrada=0)?"},
-        {"UTF-8", Veces(1, "PJ045127   00001LA PEÑA" + std::string(30, ' ')), 0,
-         "se han leído mal"},
+        {"UTF-8", Paraje("00001", "LA PEÑA"), 0, "se han leído mal"},
         {"UTF-8 behind lines of the code page",
-         Veces(1, std::string("PJ045127   00001LA PEÑA"_ansi) + std::string(30, ' ')) +
+         Paraje("00001", "LA PEÑA"_ansi) +
              Veces(2, "PJ045127   00002LA CAÑADA" + std::string(30, ' ')),
          0, "líneas en UTF-8, 2, entre otras que no lo están: sus acentos y eñes se han leído mal"},
         {"a code page of DOS, and a sign of 1252 that is no letter",
-         Veces(1, "PJ045127   00001LA PE\xA5"
-                  "A" +
-                      std::string(30, ' ')) +
-             Veces(1, "PJ045127   00002\xA5UBLO" + std::string(30, ' ')) +
-             Veces(1, "PJ045127   00003N\xE9\xA5"
-                      "EZ" +
-                          std::string(30, ' ')) +
-             Veces(1, "PJ045127   00004A 30 \xA3 " + std::string(30, ' ')),
+         Paraje("00001", "LA PE\xA5"
+                         "A") +
+             Paraje("00002", "\xA5UBLO") +
+             Paraje("00003", "N\xE9\xA5"
+                             "EZ") +
+             Paraje("00004", "A 30 \xA3 "),
          0,
          "líneas con letras de la página de códigos de DOS, 3: sus acentos y eñes se han leído "
          "mal"},
@@ -127,14 +118,12 @@ TEST(EntradaSospechosa, IsToldBehindTheSummaryAndKeepsWhatItsTablesReplace)
         {"as short as one before",
          Veces(1, kOtra.substr(0, 20)) + Veces(1, kBuena) + kOtra.substr(0, 20), 0, ""},
         {"blanks alone", Veces(1, kBuena) + Veces(1, "   ") + Veces(1, kBuena), 0, ""},
-        {"the code page",
-         Veces(1, std::string("PJ045127   00001LA PEÑA"_ansi) + std::string(30, ' ')), 0, ""},
+        {"the code page", Paraje("00001", "LA PEÑA"_ansi), 0, ""},
         {"lines longer than any", Veces(12, kBuena + std::string(200, 'x')), 0,
          "más largas que las de su forma"},
         {"lines shorter than any", Veces(12, "PJ045127   00001"), 0,
          "más cortas que las de su forma"},
-        {"a tab in a text",
-         Veces(2, kBuena) + Veces(1, "PJ045127   00002LA\tERA" + std::string(30, ' ')), 0,
+        {"a tab in a text", Veces(2, kBuena) + Paraje("00002", "LA\tERA"), 0,
          "1. El texto que lleva uno queda partido en su tabla, y lo que va detrás se lee en otra "
          "columna"},
         {"a tab in a list", Veces(1, relacion) + Veces(2, "2204512\t" + std::string(80, ' ')), 1,
@@ -214,18 +203,15 @@ TEST(EntradaSospechosa, IsToldBehindTheSummaryAndKeepsWhatItsTablesReplace)
     };
     for (const auto& caso : casos) {
         SCOPED_TRACE(caso.motivo);
-        const CCarpetaPrueba carpeta;
-        CAplicacionPrueba aplicacion;
-        aplicacion.WriteProfileInt("CampivaAVexa", "TipoEntrada", caso.tipo);
+        CBancoDeIda banco;
+        const CCarpetaPrueba& carpeta = banco.carpeta;
+        banco.aplicacion.WriteProfileInt("CampivaAVexa", "TipoEntrada", caso.tipo);
         carpeta.Pon("entrada.txt", caso.entrada);
         carpeta.Pon("Parajes.txt", "antes");
         CCampivaAVexaDlg dialogo;
-        dialogo.EjecutaLote(carpeta.En("entrada.txt"), carpeta.En("Modulos.txt"),
-                            carpeta.En("Titulares.txt"), carpeta.En("Parcelas.txt"),
-                            carpeta.En("Subparcelas.txt"), carpeta.En("Parajes.txt"),
-                            carpeta.En("Cotitulares.txt"), nullptr);
-        EXPECT_EQ(aplicacion.guion.cajas.size(), 1U) << "the summary alone";
-        const auto& dicho = aplicacion.guion.escritos.observaciones;
+        banco.EjecutaLote(dialogo, "entrada.txt");
+        EXPECT_EQ(banco.aplicacion.guion.cajas.size(), 1U) << "the summary alone";
+        const auto& dicho = banco.aplicacion.guion.escritos.observaciones;
         if (*caso.observacion == '\0') {
             EXPECT_TRUE(dicho.empty());
             EXPECT_EQ(carpeta.Lee("Parajes.txt.anterior"), "(no file)");
@@ -242,37 +228,23 @@ TEST(EntradaSospechosa, IsToldBehindTheSummaryAndKeepsWhatItsTablesReplace)
     }
 }
 
-TEST(EntradaSospechosa, TellsTabsAndUtf8BesideLinesOfAnotherLength)
+TEST_F(Traduccion, TellsTabsAndUtf8BesideLinesOfAnotherLength)
 {
-    const CCarpetaPrueba carpeta;
-    CAplicacionPrueba aplicacion;
     const CString entrada = carpeta.En("entrada.txt");
-    carpeta.Pon("entrada.txt", Veces(12, "PJ045127   00001LA\tPEÑA" + std::string(30, ' ') +
-                                             std::string(200, 'x')));
-    CCampivaAVexaDlg dialogo;
-    dialogo.EjecutaLote(entrada, carpeta.En("Modulos.txt"), carpeta.En("Titulares.txt"),
-                        carpeta.En("Parcelas.txt"), carpeta.En("Subparcelas.txt"),
-                        carpeta.En("Parajes.txt"), carpeta.En("Cotitulares.txt"), nullptr);
+    Ejecuta(Veces(12, "PJ045127   00001LA\tPEÑA" + std::string(30, ' ') + std::string(200, 'x')));
     EXPECT_EQ(aplicacion.guion.escritos.observaciones,
               (std::vector<CString>{Formatea(observaciones::kTabuladores, entrada, 12).c_str(),
                                     Formatea(observaciones::kLineasLargas, entrada).c_str(),
                                     Formatea(observaciones::kParecenUtf8, entrada).c_str()}));
 }
 
-TEST(EntradaSospechosa, TellsWhichTableCouldNotBeKept)
+TEST_F(Traduccion, TellsWhichTableCouldNotBeKept)
 {
-    const CCarpetaPrueba carpeta;
-    CAplicacionPrueba aplicacion;
-    carpeta.Pon("entrada.txt", "");
     carpeta.Pon("Parajes.txt", "antes");
     carpeta.Pon("Parajes.txt.anterior", "");
     for (int i = 2; i <= 1000; ++i) // all names that it could have
         carpeta.Pon(Formatea("Parajes.txt.anterior.%d", i).c_str(), "");
-    CCampivaAVexaDlg dialogo;
-    dialogo.EjecutaLote(carpeta.En("entrada.txt"), carpeta.En("Modulos.txt"),
-                        carpeta.En("Titulares.txt"), carpeta.En("Parcelas.txt"),
-                        carpeta.En("Subparcelas.txt"), carpeta.En("Parajes.txt"),
-                        carpeta.En("Cotitulares.txt"), nullptr);
+    Ejecuta("");
     const auto& dicho = aplicacion.guion.escritos.observaciones;
     ASSERT_EQ(dicho.size(), 2U);
     EXPECT_EQ(ansi::AUtf8(dicho[1]), "Lo que había en " + ansi::AUtf8(carpeta.En("Parajes.txt")) +

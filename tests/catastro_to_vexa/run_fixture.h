@@ -14,9 +14,11 @@
 #include "tests/support/scripted_front_end.h"
 #include "vexa_libs/ccadena.h"
 
-/// A run of the translation from the command line, in a folder of its own.
-class Traduccion : public testing::Test {
-protected:
+using Textos = std::vector<std::string>;
+
+/// Runs of the translation from the command line, in a folder of their own.
+class CBancoDeIda {
+public:
     /// Runs on an input of these bytes and with these stored settings.
     void Ejecuta(std::string_view entrada, int tipoEntrada = 0)
     {
@@ -28,17 +30,18 @@ protected:
     void EjecutaLote(std::string_view entrada)
     {
         CCampivaAVexaDlg dialogo;
+        EjecutaLote(dialogo, entrada);
+    }
+    void EjecutaLote(CCampivaAVexaDlg& dialogo, std::string_view entrada) const
+    {
         dialogo.EjecutaLote(carpeta.En(entrada), carpeta.En("Modulos.txt"),
                             carpeta.En("Titulares.txt"), carpeta.En("Parcelas.txt"),
                             carpeta.En("Subparcelas.txt"), carpeta.En("Parajes.txt"),
                             carpeta.En("Cotitulares.txt"), nullptr);
     }
 
-    std::vector<std::string> Lineas(std::string_view nombre) const
-    {
-        return carpeta.Lineas(nombre);
-    }
-    std::vector<std::string> Mensajes() const { return Lineas("entrada.ERR"); }
+    Textos Lineas(std::string_view nombre) const { return carpeta.Lineas(nombre); }
+    Textos Mensajes() const { return Lineas("entrada.ERR"); }
     /// A field of a row of a table, both counted from 0, without the blanks before it.
     std::string Campo(std::string_view tabla, std::size_t fila, unsigned campo) const
     {
@@ -52,6 +55,8 @@ protected:
     CCarpetaPrueba carpeta;
     CAplicacionPrueba aplicacion;
 };
+
+class Traduccion : public testing::Test, protected CBancoDeIda {};
 
 /// A line of the read layout: its head, then pieces at their columns.
 struct CPieza {

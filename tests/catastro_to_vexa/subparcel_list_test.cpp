@@ -1,7 +1,5 @@
 #include "tests/catastro_to_vexa/run_fixture.h"
 
-using Textos = std::vector<std::string>;
-
 namespace {
 
 constexpr int kLista = 1;
