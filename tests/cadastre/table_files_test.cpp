@@ -19,13 +19,8 @@ CBaseCatastro DosMunicipios()
         modulo.Cal = "LR";
         modulo.Denominacion = "Labor";
         m.InsertaModulo(modulo);
-        for (const int numero : {7, 8}) {
-            CTitular titular;
-            titular.Nombre = numero == 7 ? "ANA" : "LUIS";
-            titular.DNI = numero == 7 ? "1" : "2";
-            titular.NumOrden = numero;
-            m.InsertaTitular(titular);
-        }
+        m.InsertaTitular(Titular("ANA", "1", 7));
+        m.InsertaTitular(Titular("LUIS", "2", 8));
         CParcela parcela(12, 345, 1, "0559");
         parcela.paraje = 0;
         parcela.InsertaCotitular(0, 0, 60, "PR");

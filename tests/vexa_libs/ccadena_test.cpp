@@ -2,6 +2,7 @@
 
 #include <array>
 #include <climits>
+#include <span>
 
 #include <gtest/gtest.h>
 
@@ -37,30 +38,40 @@ TEST(Cadena, KnowsTheFolderAndTheExtensionOfAPath)
 
 TEST(Cadena, SplitsARowAtItsTabs)
 {
-    const struct {
+    constexpr struct {
         const char* motivo;
-        const char* fila;
-        std::array<const char*, 3> campos;
-        unsigned cuantos;
-    } casos[] = {
-        {"as many as asked for", "a\tb\tc", {"a", "b", "c"}, 3},
-        {"blanks stay", " a \t  \tc ", {" a ", "  ", "c "}, 3},
-        {"more than asked for", "a\tb\tc\td", {"a", "b", "c"}, 3},
-        {"fewer", "a", {"a", "", ""}, 1},
-        {"empty ones", "\t\t", {"", "", ""}, 3},
-        {"nothing", "", {"", "", ""}, 1},
+        std::string_view fila;
+        unsigned pedidos, cuantos;
+        std::array<const char*, 4> campos;
+    } kCasos[] = {
+        {"as many as asked for", "a\tb\tc", 3, 3, {"a", "b", "c", "antes"}},
+        {"blanks stay", " a \t  \tc ", 3, 3, {" a ", "  ", "c ", "antes"}},
+        {"more than asked for", "a\tb\tc\td", 3, 3, {"a", "b", "c", "antes"}},
+        {"fewer", "a", 3, 1, {"a", "antes", "antes", "antes"}},
+        {"empty ones", "\t\t", 3, 3, {"", "", "", "antes"}},
+        {"shorter than asked for", "a\tb", 4, 2, {"a", "b", "antes", "antes"}},
+        {"a closing tab opens one more", "a\t", 4, 2, {"a", "", "antes", "antes"}},
+        {"an empty row has one field", "", 4, 1, {"", "antes", "antes", "antes"}},
+        {"none asked for", "a\tb", 0, 0, {"antes", "antes", "antes", "antes"}},
+        {"fewer than there are", "a\tb\tc", 1, 1, {"a", "antes", "antes", "antes"}},
+        {"a line end is no separator", "a\nb\tc", 2, 2, {"a\nb", "c", "antes", "antes"}},
     };
-    for (const auto& caso : casos) {
+    for (const auto& caso : kCasos) {
         SCOPED_TRACE(caso.motivo);
-        std::array<CString, 3> copias;
-        EXPECT_EQ(CCadena(caso.fila).Leetira(3, copias.data()), caso.cuantos);
-        std::array<std::string_view, 3> vistas = {"antes", "antes", "antes"};
-        Leetira(caso.fila, vistas);
-        for (std::size_t i = 0; i < 3; ++i) {
-            EXPECT_EQ(copias[i], CString(caso.campos[i]));
-            EXPECT_EQ(vistas[i], caso.campos[i]) << "what the row doesn't reach is emptied";
+        std::array<CString, 4> copias = {"antes", "antes", "antes", "antes"};
+        EXPECT_EQ(CCadena(caso.fila).Leetira(caso.pedidos, copias.data()), caso.cuantos);
+        std::array<std::string_view, 4> vistas = {"antes", "antes", "antes", "antes"};
+        Leetira(caso.fila, std::span(vistas).first(caso.pedidos));
+        for (std::size_t i = 0; i < 4; ++i) {
+            EXPECT_EQ(copias[i], CString(caso.campos[i])) << "what isn't reached is left alone";
+            EXPECT_EQ(vistas[i], i < caso.cuantos || i >= caso.pedidos ? caso.campos[i] : "")
+                << "and emptied";
         }
     }
+    std::array<CString, 2> fila = {"a\tb", "antes"};
+    CCadena(fila[0]).Leetira(2, fila.data()); // a row that lies in its own array
+    EXPECT_EQ(fila[0], CString("a"));
+    EXPECT_EQ(fila[1], CString("b"));
 }
 
 TEST(Numeros, AreReadAsFarAsTheyGo)
@@ -97,34 +108,6 @@ TEST(Numeros, AreReadAsFarAsTheyGo)
     };
     for (const auto& caso : reales)
         EXPECT_EQ(LeeReal(caso.texto), caso.valor) << caso.texto;
-}
-
-TEST(Cadena, LeavesAloneTheFieldsThatTheRowDoesNotReach)
-{
-    constexpr struct {
-        const char* motivo;
-        std::string_view fila;
-        unsigned pedidos, cuantos;
-        std::array<const char*, 4> campos;
-    } kCasos[] = {
-        {"shorter than asked for", "a\tb", 4, 2, {"a", "b", "antes", "antes"}},
-        {"a closing tab opens one more", "a\t", 4, 2, {"a", "", "antes", "antes"}},
-        {"an empty row has one field", "", 4, 1, {"", "antes", "antes", "antes"}},
-        {"none asked for", "a\tb", 0, 0, {"antes", "antes", "antes", "antes"}},
-        {"fewer than there are", "a\tb\tc", 1, 1, {"a", "antes", "antes", "antes"}},
-        {"a line end is no separator", "a\nb\tc", 2, 2, {"a\nb", "c", "antes", "antes"}},
-    };
-    for (const auto& caso : kCasos) {
-        SCOPED_TRACE(caso.motivo);
-        std::array<CString, 4> campos = {"antes", "antes", "antes", "antes"};
-        EXPECT_EQ(CCadena(caso.fila).Leetira(caso.pedidos, campos.data()), caso.cuantos);
-        for (std::size_t i = 0; i < campos.size(); ++i)
-            EXPECT_EQ(campos[i], CString(caso.campos[i]));
-    }
-    std::array<CString, 2> fila = {"a\tb", "antes"};
-    CCadena(fila[0]).Leetira(2, fila.data()); // a row that lies in its own array
-    EXPECT_EQ(fila[0], CString("a"));
-    EXPECT_EQ(fila[1], CString("b"));
 }
 
 TEST(Numeros, EndWhereTheTextEnds)

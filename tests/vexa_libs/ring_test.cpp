@@ -5,6 +5,7 @@
 #include <cmath>
 #include <numeric>
 #include <random>
+#include <span>
 
 #include <gtest/gtest.h>
 
@@ -42,6 +43,28 @@ void EsperaLugar(const CAnillo& anillo, const CPunto<int>& punto, Lugar esperado
         linea.Puntos() = girado;
         EXPECT_EQ(linea.EstaDentro(punto) != 0, esperado != Lugar::Fuera) << "as a line";
     }
+}
+
+CIndiceAnillos IndiceDe(const std::vector<CAnillo>& anillos)
+{
+    CIndiceAnillos indice;
+    for (std::size_t i = 0; i < anillos.size(); ++i)
+        indice.Añade(anillos[i], vexageo::DobleArea(anillos[i]), static_cast<int>(i));
+    return indice;
+}
+
+/// What the index of the rings must answer: by a walk of them all.
+int Andando(std::span<const CAnillo> anillos, const CPunto<int>& punto)
+{
+    const auto area = [&](int i) {
+        return vexageo::DobleArea(anillos[static_cast<std::size_t>(i)]);
+    };
+    int hallado = -1;
+    for (int i = 0; i < static_cast<int>(anillos.size()); ++i)
+        if (Situa(anillos[static_cast<std::size_t>(i)], punto) != Lugar::Fuera &&
+            (hallado < 0 || area(i) < area(hallado)))
+            hallado = i;
+    return hallado;
 }
 
 } // namespace
@@ -139,20 +162,12 @@ TEST(IndiceAnillos, AnswersAsAWalkOfAllRingsDoes)
         anillos.push_back(Cuadrado(i, i, 200 - 2 * i));
     anillos.push_back(anillos[7]);
     anillos.push_back({{3, 3}});
-    CIndiceAnillos indice;
-    EXPECT_EQ(indice.Busca({5, 5}), -1) << "no ring at all";
-    const auto area = [&](std::size_t i) { return vexageo::DobleArea(anillos[i]); };
-    for (std::size_t i = 0; i < anillos.size(); ++i)
-        indice.Añade(anillos[i], area(i), static_cast<int>(i));
+    EXPECT_EQ(CIndiceAnillos().Busca({5, 5}), -1) << "no ring at all";
+    const CIndiceAnillos indice = IndiceDe(anillos);
     for (int x = -3; x < 210; x += 3) {
         for (int y = -3; y < 210; y += 7) {
             const CPunto<int> punto(x, y);
-            int esperado = -1;
-            for (std::size_t i = 0; i < anillos.size(); ++i)
-                if (Situa(anillos[i], punto) != Lugar::Fuera &&
-                    (esperado < 0 || area(i) < area(static_cast<std::size_t>(esperado))))
-                    esperado = static_cast<int>(i);
-            ASSERT_EQ(indice.Busca(punto), esperado) << x << ", " << y;
+            ASSERT_EQ(indice.Busca(punto), Andando(anillos, punto)) << x << ", " << y;
         }
     }
 }
@@ -207,9 +222,7 @@ TEST(IndiceAnillos, AsksFewOfManyRings)
     };
     for (const auto& caso : casos) {
         SCOPED_TRACE(caso.motivo);
-        CIndiceAnillos indice;
-        for (std::size_t i = 0; i < caso.anillos.size(); ++i)
-            indice.Añade(caso.anillos[i], vexageo::DobleArea(caso.anillos[i]), static_cast<int>(i));
+        const CIndiceAnillos indice = IndiceDe(caso.anillos);
         int preguntas = 0;
         const auto cuenta = [&](int, Lugar lugar) {
             ++preguntas;
@@ -237,21 +250,13 @@ TEST(IndiceAnillos, AnswersAsAWalkDoesWhereSlantedRingsCross)
         anillos.push_back(
             {{x, y}, {x + dx, y + dy}, {x + dx - ancho, y + dy + ancho}, {x, y + ancho}});
     }
-    const auto area = [&](std::size_t i) { return vexageo::DobleArea(anillos[i]); };
-    CIndiceAnillos indice;
-    for (std::size_t i = 0; i < anillos.size(); ++i)
-        indice.Añade(anillos[i], area(i), static_cast<int>(i));
+    const CIndiceAnillos indice = IndiceDe(anillos);
     for (int k = 0; k < 1500; ++k) { // on edges, near them, and anywhere
         const CAnillo& anillo = anillos[azar() % anillos.size()];
         const CPunto<int>& a = anillo[azar() % 4];
         const CPunto<int>& b = anillo[azar() % 4];
         const CPunto<int> punto(std::midpoint(a.X, b.X), std::midpoint(a.Y, b.Y) + k % 3);
-        int esperado = -1;
-        for (std::size_t i = 0; i < anillos.size(); ++i)
-            if (Situa(anillos[i], punto) != Lugar::Fuera &&
-                (esperado < 0 || area(i) < area(static_cast<std::size_t>(esperado))))
-                esperado = static_cast<int>(i);
-        ASSERT_EQ(indice.Busca(punto), esperado) << punto.X << ", " << punto.Y;
+        ASSERT_EQ(indice.Busca(punto), Andando(anillos, punto)) << punto.X << ", " << punto.Y;
     }
 }
 
@@ -305,23 +310,19 @@ TEST(IndiceAnillos, AnswersAsAWalkDoesForRingsOfManyKinds)
 {
     std::mt19937 azar(11);
     std::vector<CAnillo> anillos(200);
-    const auto area = [&](std::size_t i) { return vexageo::DobleArea(anillos[i]); };
     CIndiceAnillos indice;
     for (std::size_t cuantos = 0; cuantos < anillos.size();) { // asked between one and the next too
         anillos[cuantos] = AnilloAlAzar(azar);
-        indice.Añade(anillos[cuantos], area(cuantos), static_cast<int>(cuantos));
+        indice.Añade(anillos[cuantos], vexageo::DobleArea(anillos[cuantos]),
+                     static_cast<int>(cuantos));
         ++cuantos;
         for (int k = 0; k < 20; ++k) {
             const CAnillo& anillo = anillos[azar() % cuantos];
             const CPunto<int>& a = anillo[azar() % anillo.size()];
             const CPunto<int>& b = anillo[azar() % anillo.size()];
             const CPunto<int> punto(std::midpoint(a.X, b.X), k % 2 == 0 ? a.Y : b.Y);
-            int esperado = -1;
-            for (std::size_t i = 0; i < cuantos; ++i)
-                if (Situa(anillos[i], punto) != Lugar::Fuera &&
-                    (esperado < 0 || area(i) < area(static_cast<std::size_t>(esperado))))
-                    esperado = static_cast<int>(i);
-            ASSERT_EQ(indice.Busca(punto), esperado) << punto.X << ", " << punto.Y;
+            ASSERT_EQ(indice.Busca(punto), Andando(std::span(anillos).first(cuantos), punto))
+                << punto.X << ", " << punto.Y;
         }
     }
 }
