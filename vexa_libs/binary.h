@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "vexa_libs/point.h"
+
 // Numbers as the drawing files carry them: little-endian two's complement.
 
 namespace vexageo {
@@ -34,6 +36,12 @@ public:
     std::int32_t I32() { return static_cast<std::int32_t>(Toma<4>()); }
     std::uint64_t U64() { return Toma<8>(); }
     double F64() { return std::bit_cast<double>(U64()); }
+    CPunto<int> Punto()
+    {
+        const int x = I32();
+        const int y = I32();
+        return {x, y, I32()};
+    }
     std::string_view Bytes(std::size_t n)
     {
         if (n > m_resto.size()) {
@@ -76,6 +84,12 @@ public:
     void U32(std::uint32_t valor) { Pon(valor, 4); }
     void I32(std::int32_t valor) { Pon(static_cast<std::uint32_t>(valor), 4); }
     void F64(double valor) { Pon(std::bit_cast<std::uint64_t>(valor), 8); }
+    void Punto(const CPunto<int>& punto)
+    {
+        I32(punto.X);
+        I32(punto.Y);
+        I32(punto.Z);
+    }
     void Bytes(std::string_view bytes) { m_bytes.append(bytes); }
     const std::string& Hecho() const { return m_bytes; }
 

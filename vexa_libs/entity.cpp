@@ -101,11 +101,8 @@ bool CEntidadVexa<T>::Lee(CFile* fichero, bool soloLineas)
     m_tipo = CTipoDat(tipo, lector.Bytes(cabecera.codigo));
     m_tipo.SetBorrado(cabecera.estado != 0);
     m_puntos.resize(cabecera.puntos);
-    for (CPunto<T>& punto : m_puntos) {
-        punto.X = lector.I32();
-        punto.Y = lector.I32();
-        punto.Z = lector.I32();
-    }
+    for (CPunto<T>& punto : m_puntos)
+        punto = lector.Punto();
     m_texto = lector.Bytes(cabecera.texto);
     return true;
 }
@@ -121,11 +118,8 @@ void CEntidadVexa<T>::Write(CFile* fichero) const
     escritor.U32(static_cast<std::uint32_t>(m_puntos.size()));
     escritor.U32(static_cast<std::uint32_t>(m_texto.GetLength()));
     escritor.Bytes(m_tipo.Codigo());
-    for (const CPunto<T>& punto : m_puntos) {
-        escritor.I32(punto.X);
-        escritor.I32(punto.Y);
-        escritor.I32(punto.Z);
-    }
+    for (const CPunto<T>& punto : m_puntos)
+        escritor.Punto(punto);
     escritor.Bytes(m_texto);
     escritor.U32(Crc32(escritor.Hecho()));
     fichero->Write(escritor.Hecho().data(), static_cast<UINT>(escritor.Hecho().size()));

@@ -12,20 +12,6 @@ constexpr std::size_t kCabecera = 8;
 constexpr std::size_t kCuerpoMenor = 88; // of a polygon without stretches, indexes and islands
 constexpr int kMasHondo = 16;
 
-CPunto<int> LeePunto(CLector& lector)
-{
-    const int x = lector.I32();
-    const int y = lector.I32();
-    return {x, y, lector.I32()};
-}
-
-void EscribePunto(CEscritor& escritor, const CPunto<int>& punto)
-{
-    escritor.I32(punto.X);
-    escritor.I32(punto.Y);
-    escritor.I32(punto.Z);
-}
-
 void LeeLista(CLector& lector, std::vector<int>& lista)
 {
     const std::uint32_t cuantos = lector.U32();
@@ -99,10 +85,10 @@ bool CPoligonoTopologico::LeeCuerpo(CLector& lector, int hondura)
 {
     m_numero = lector.I32();
     m_clase = lector.I16();
-    m_centroide = LeePunto(lector);
-    m_interior = LeePunto(lector);
-    m_maximas.Minimo = LeePunto(lector);
-    m_maximas.Maximo = LeePunto(lector);
+    m_centroide = lector.Punto();
+    m_interior = lector.Punto();
+    m_maximas.Minimo = lector.Punto();
+    m_maximas.Maximo = lector.Punto();
     m_maximas.Hay = true;
     m_area = lector.F64();
     m_propio = lector.I16();
@@ -138,10 +124,10 @@ void CPoligonoTopologico::EscribeCuerpo(CEscritor& escritor) const
 {
     escritor.I32(m_numero);
     escritor.I16(m_clase);
-    EscribePunto(escritor, m_centroide);
-    EscribePunto(escritor, m_interior);
-    EscribePunto(escritor, m_maximas.Minimo);
-    EscribePunto(escritor, m_maximas.Maximo);
+    escritor.Punto(m_centroide);
+    escritor.Punto(m_interior);
+    escritor.Punto(m_maximas.Minimo);
+    escritor.Punto(m_maximas.Maximo);
     escritor.F64(m_area);
     escritor.I16(m_propio);
     escritor.I32(m_offsetCentroide);
