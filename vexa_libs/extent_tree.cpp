@@ -110,10 +110,9 @@ void CArbolCajas::CSitio::Ordena(std::vector<CSitio>& sitios)
     const double nodos = std::ceil(static_cast<double>(sitios.size()) / kPorNodo);
     const std::size_t porTira = static_cast<std::size_t>(std::ceil(std::sqrt(nodos))) * kPorNodo;
     for (std::size_t i = 0; i < sitios.size(); i += porTira) {
-        const auto desde = sitios.begin() + static_cast<std::ptrdiff_t>(i);
-        const auto hasta =
-            sitios.begin() + static_cast<std::ptrdiff_t>(std::min(i + porTira, sitios.size()));
-        std::sort(desde, hasta, [](const CSitio& a, const CSitio& b) { return a.PorY(b); });
+        const auto tira = std::span(sitios).subspan(i, std::min(porTira, sitios.size() - i));
+        std::sort(tira.begin(), tira.end(),
+                  [](const CSitio& a, const CSitio& b) { return a.PorY(b); });
     }
 }
 
