@@ -20,12 +20,9 @@ void TomaTitular(std::string_view linea, CLecturaCatastro& lectura)
 {
     CDatosLinea datos;
     CTitular titular = lectura.vista.Lee<CTitular>(linea, kModoCatastro, datos);
-    CTitularLeido leido;
-    leido.NumOrden = titular.NumOrden;
-    leido.partici = datos.partici;
-    leido.municipio = lectura.municipioActual;
-    leido.indice = RegistraTitular(lectura.avisos, lectura.Municipio(), std::move(titular));
-    lectura.titularesLeidos.push_back(leido);
+    const int numero = titular.NumOrden;
+    const int i = RegistraTitular(lectura.avisos, lectura.Municipio(), std::move(titular));
+    lectura.titularesLeidos.push_back({i, numero, datos.partici, lectura.municipioActual});
 }
 
 void TomaParcela(std::string_view linea, CLecturaCatastro& lectura)

@@ -193,11 +193,8 @@ bool CCampivaAVexaDlg::AsientaParcelas(CLecturaCatastro& lectura)
         CDatosLinea datos;
         CParcela parcela =
             m_vista.Lee<CParcela>(lectura.parcelasLeidas.Primera(), kModoCatastro, datos);
-        CVinculoParcela& vinculo = lectura.vinculosParcela.emplace_back();
-        vinculo.numImputa = datos.numImputa;
-        vinculo.Tit = datos.Tit;
-        vinculo.Polig = parcela.Polig;
-        vinculo.Parcela = parcela.Parcela;
+        CVinculoParcela& vinculo = lectura.vinculosParcela.emplace_back(
+            CVinculoParcela{datos.numImputa, parcela.Polig, parcela.Parcela, datos.Tit});
         vinculo.indice = AsientaParcela(std::move(parcela), datos.numParaje, lectura);
     }
     return true;
