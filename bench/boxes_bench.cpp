@@ -52,11 +52,8 @@ CBusca Nuestro(const CDibujo& dibujo)
 
 CCajaBoost Caja(const CAnillo& anillo)
 {
-    const auto [oeste, este] = std::minmax_element(
-        anillo.begin(), anillo.end(), [](const auto& a, const auto& b) { return a.X < b.X; });
-    const auto [sur, norte] = std::minmax_element(
-        anillo.begin(), anillo.end(), [](const auto& a, const auto& b) { return a.Y < b.Y; });
-    return {{oeste->X, sur->Y}, {este->X, norte->Y}};
+    const auto [minimo, maximo] = vexageo::CCaja::De(anillo, vexageo::CMarco());
+    return {{minimo[0], minimo[1]}, {maximo[0], maximo[1]}};
 }
 
 /// Filled all at once, which makes the best tree; of nodes of 4 to 16 boxes those of 8 are the
