@@ -5,6 +5,9 @@ namespace {
 const std::string kParaje = Paraje("00001", "LA ERA");
 const std::string kAna = Titular("0000001", "00060", "ANA", "11111111");
 const std::string kLuis = Titular("0000002", "00040", "LUIS", "22222222");
+const std::string kDeAna = Parcela("00001", "0000001", "00001");
+const std::string kDeNadie = Parcela("00001", "0000007", "00001"); // nobody has the number
+const std::string kSuelo = Suelo("00001", "   a", "00100");
 
 } // namespace
 
@@ -15,39 +18,32 @@ TEST_F(Traduccion, TellsEachFaultOfAnExchangeFile)
         std::string entrada;
         Textos mensajes;
     } casos[] = {
-        {"a clean file",
-         kParaje + kAna + Parcela("00001", "0000001", "00001") + Suelo("00001", "   a", "00100"),
-         {}},
-        {"places and holders may stand behind the parcels",
-         Suelo("00001", "   a", "00100") + Parcela("00001", "0000001", "00001") + kAna + kParaje,
-         {}},
+        {"a clean file", kParaje + kAna + kDeAna + kSuelo, {}},
+        {"places and holders may stand behind the parcels", kSuelo + kDeAna + kAna + kParaje, {}},
         {"no such place: the parcel goes, its subparcel is told, its link isn't",
-         kParaje + kAna + Parcela("00001", "0000001", "00009") + Suelo("00001", "   a", "00100"),
+         kParaje + kAna + Parcela("00001", "0000001", "00009") + kSuelo,
          {"E102: Paraje    9 no encontrado en parcela    1      1",
           "E103: Parcela    1      1 inexistente en subparcela a"}},
         {"a repeated parcel is linked a second time",
-         kParaje + kAna + Parcela("00001", "0000001", "00001") +
-             Parcela("00001", "0000001", "00001") + Suelo("00001", "   a", "00100"),
+         kParaje + kAna + kDeAna + kDeAna + kSuelo,
          {"E206: La parcela    1      1 ya existe",
           "E212: El cotitular ANA ya era titular en la parcela    1      1"}},
         {"parcel number 0",
          kParaje + kAna + Parcela("00000", "0000001", "00001"),
          {"E207: Referencia de parcela    1      0 no válida"}},
         {"no such holder",
-         kParaje + kAna + Parcela("00001", "0000007", "00001") + Suelo("00001", "   a", "00100"),
+         kParaje + kAna + kDeNadie + kSuelo,
          {"E202: Parcela    1      1 sin propietarios"}},
         {"neither subparcels nor holders gives the first alone",
-         kParaje + Parcela("00001", "0000007", "00001"),
+         kParaje + kDeNadie,
          {"E201: Parcela    1      1 sin subparcelas",
           "E112: La parcela    1      1 difiere en superficie      100 de sus subparcelas        "
           "0"}},
         {"a repeated letter counts once in the sum",
-         kParaje + kAna + Parcela("00001", "0000001", "00001") + Suelo("00001", "   a", "00100") +
-             Suelo("00001", "   a", "00900"),
+         kParaje + kAna + kDeAna + kSuelo + Suelo("00001", "   a", "00900"),
          {"W301: La subparcela    1      1    a está duplicada"}},
         {"two holders of one number: the second gets a new one",
-         kParaje + kAna + Titular("0000001", "00040", "EVA", "33333333") + kLuis +
-             Parcela("00001", "0000001", "00001") + Suelo("00001", "   a", "00100"),
+         kParaje + kAna + Titular("0000001", "00040", "EVA", "33333333") + kLuis + kDeAna + kSuelo,
          {"E214: El cotitular EVA no tiene asignado número imputación. Se le asigna el número 3."}},
         {"same name, other DNI; same DNI, other name",
          kAna + Titular("0000003", "00000", "ANA", "99999999") +
@@ -60,7 +56,7 @@ TEST_F(Traduccion, TellsEachFaultOfAnExchangeFile)
          {"E203: El módulo LABOR con calificación C- e intensidad 2 ya insertado."}},
         {"types that nobody knows, and an empty line", "CT045127\r\n\r\nXX\r\npr045127\r\n", {}},
         {"a parcel line of 71 characters names neither place nor holder",
-         kParaje + kAna + Parcela("00001", "0000001", "00001").substr(0, 70) + "\r\n",
+         kParaje + kAna + kDeAna.substr(0, 70) + "\r\n",
          {"E102: Paraje    0 no encontrado en parcela    1      1"}},
         {"a subparcel line of 16 characters names no parcel",
          std::string("SP0451270000010\r\n"),
@@ -77,8 +73,7 @@ TEST_F(Traduccion, MakesNoLinkForALineTooShortToNameAHolder)
 {
     // Number 0 exists both as a place and as a holder, and still the short line links nobody.
     Ejecuta(Paraje("00000", "LA ERA") + Titular("0000000", "00100", "CERO", "11111111") +
-            Parcela("00001", "0000000", "00000").substr(0, 70) + "\r\n" +
-            Suelo("00001", "   a", "00100"));
+            Parcela("00001", "0000000", "00000").substr(0, 70) + "\r\n" + kSuelo);
     EXPECT_EQ(Mensajes(), Textos{"E202: Parcela    1      1 sin propietarios"});
     EXPECT_EQ(Filas("Parcelas.txt"), 1);
 }
@@ -86,7 +81,7 @@ TEST_F(Traduccion, MakesNoLinkForALineTooShortToNameAHolder)
 TEST_F(Traduccion, LinksEveryHolderOfANumberAndChoosesTheGreatestShare)
 {
     Ejecuta(kParaje + kAna + kLuis + Titular("0000002", "00070", "ANA", "11111111") +
-            Parcela("00001", "0000002", "00001") + Suelo("00001", "   a", "00100"));
+            Parcela("00001", "0000002", "00001") + kSuelo);
     EXPECT_EQ(Mensajes(), Textos{});
     // Ana's 70 beat the 40 of Luis, though the number is his.
     EXPECT_EQ(
@@ -117,16 +112,15 @@ TEST_F(Traduccion, FindsAHolderAmongNumbersThatLeaveOutMany)
         SCOPED_TRACE(caso.motivo);
         Ejecuta(kParaje + Titular(caso.segundo, "00100", "LUIS", "22222222") +
                 Titular("0000005", "00100", "ANA", "11111111") +
-                Parcela("00001", caso.nombrado, "00001") + Suelo("00001", "   a", "00100"));
+                Parcela("00001", caso.nombrado, "00001") + kSuelo);
         EXPECT_EQ(Campo("Parcelas.txt", 0, 8), caso.parcela);
     }
 }
 
 TEST_F(Traduccion, KeepsHoldersOfAnotherMunicipalityOutOfThePhaseOfTheLast)
 {
-    Ejecuta("TL045099  " + kAna.substr(10) + "PJ045099   00001OTRO\r\n" + kParaje + kLuis +
-            Parcela("00001", "0000001", "00001") + Parcela("00002", "0000002", "00001") +
-            Suelo("00001", "   a", "00100") + Suelo("00002", "   a", "00100"));
+    Ejecuta("TL045099  " + kAna.substr(10) + "PJ045099   00001OTRO\r\n" + kParaje + kLuis + kDeAna +
+            Parcela("00002", "0000002", "00001") + kSuelo + Suelo("00002", "   a", "00100"));
     EXPECT_EQ(Mensajes(), Textos{"E202: Parcela    1      1 sin propietarios"});
     EXPECT_THAT(aplicacion.guion.cajas.back().texto,
                 testing::HasSubstr("municipios leidos  :      2"));
@@ -146,10 +140,9 @@ TEST_F(Traduccion, StopsInEachPhaseWithWhatWasReadUntilThen)
 {
     // EVA has the number of ANA, and more of the first parcel than she.
     const std::string eva = Titular("0000001", "00070", "EVA", "33333333");
-    const std::string entrada = kParaje + kAna + kLuis + eva +
-                                Parcela("00001", "0000001", "00001") +
-                                Parcela("00002", "0000002", "00001") +
-                                Suelo("00001", "   a", "00100") + Suelo("00002", "   a", "00100");
+    const std::string entrada = kParaje + kAna + kLuis + eva + kDeAna +
+                                Parcela("00002", "0000002", "00001") + kSuelo +
+                                Suelo("00002", "   a", "00100");
     // One pump for each phase and each tick: 1 + 8 lines, 1 + 2 parcels, 1 + 2 subparcels, 1 + 2
     // links.
     const struct {

@@ -24,6 +24,7 @@ std::string SubparcelaLista(std::string_view letra, std::string_view superficie)
 const std::string kAnaEnLista = TitularLista("0000001", "11111111", "ANA");
 const std::string kLuisEnLista = TitularLista("0000002", "22222222", "LUIS");
 const std::string kTreinta = ParcelaLista("00030", "LA ERA", "0000000100");
+const std::string kEntera = SubparcelaLista("a   ", "0000000100");
 
 } // namespace
 
@@ -50,26 +51,23 @@ TEST_F(Traduccion, TellsEachFaultOfAList)
         int subparcelas;
     } casos[] = {
         {"a letter twice, both stored, the sum counts it once",
-         kAnaEnLista + kTreinta + SubparcelaLista("a   ", "0000000100") +
-             SubparcelaLista("a   ", "0000000005"),
+         kAnaEnLista + kTreinta + kEntera + SubparcelaLista("a   ", "0000000005"),
          {"W301: La subparcela    3     30    a está duplicada"},
          2},
         {"no surface",
-         kAnaEnLista + kTreinta + SubparcelaLista("a   ", "0000000100") +
-             SubparcelaLista("b   ", "         0"),
+         kAnaEnLista + kTreinta + kEntera + SubparcelaLista("b   ", "         0"),
          {"E209: Subparcela    3     30 b con superficie 0"},
          2},
         {"a parcel numbered 0 takes its subparcels with it, without a word",
-         kAnaEnLista + ParcelaLista("00000", "LA ERA", "0000000100") +
-             SubparcelaLista("a   ", "0000000100"),
+         kAnaEnLista + ParcelaLista("00000", "LA ERA", "0000000100") + kEntera,
          {},
          0},
         {"a subparcel in front of every holder is stored and links nobody",
-         kTreinta + SubparcelaLista("a   ", "0000000100") + kAnaEnLista,
+         kTreinta + kEntera + kAnaEnLista,
          {"E202: Parcela    3     30 sin propietarios"},
          1},
         {"lines of type 34 and of no type pass",
-         kAnaEnLista + kTreinta + "34\r\n99045127\r\n\r\n" + SubparcelaLista("a   ", "0000000100"),
+         kAnaEnLista + kTreinta + "34\r\n99045127\r\n\r\n" + kEntera,
          {},
          1},
         {"holders in conflict",
@@ -79,11 +77,11 @@ TEST_F(Traduccion, TellsEachFaultOfAList)
           "E205: Ya existe otro titular con el mismo DNI y distinto nombre que 11111111"},
          0},
         {"a holder of another municipality than the parcel's is not linked",
-         "31045099" + kAnaEnLista.substr(8) + kTreinta + SubparcelaLista("a   ", "0000000100"),
+         "31045099" + kAnaEnLista.substr(8) + kTreinta + kEntera,
          {"E202: Parcela    3     30 sin propietarios"},
          1},
         {"a subparcel line of another municipality belongs to the current parcel",
-         kAnaEnLista + kTreinta + "33045099" + SubparcelaLista("a   ", "0000000100").substr(8),
+         kAnaEnLista + kTreinta + "33045099" + kEntera.substr(8),
          {},
          1},
     };
@@ -119,7 +117,7 @@ TEST_F(Traduccion, TakesTheHeadingFromTheFirstLineWithAnything)
 TEST_F(Traduccion, NumbersPlacesByTheirOrderAndFindsTheOneOfTheSameName)
 {
     Ejecuta(
-        kCabecera + kAnaEnLista + kTreinta + SubparcelaLista("a   ", "0000000100") +
+        kCabecera + kAnaEnLista + kTreinta + kEntera +
             ParcelaLista("00031", "EL POZO", "0000000005") + SubparcelaLista("a   ", "0000000005") +
             ParcelaLista("00032", "LA ERA", "0000000005") + SubparcelaLista("a   ", "0000000005"),
         kLista);
@@ -132,8 +130,8 @@ TEST_F(Traduccion, NumbersPlacesByTheirOrderAndFindsTheOneOfTheSameName)
 TEST_F(Traduccion, KeepsTheTitleOfTheLastParcelLineLongEnoughToTellIt)
 {
     std::string sinTitulo = ParcelaLista("00031", "EL POZO", "0000000000");
-    Ejecuta(kCabecera + kAnaEnLista + kTreinta + SubparcelaLista("a   ", "0000000100") +
-                sinTitulo.substr(0, 60) + "\r\n" + SubparcelaLista("a   ", "0000000000"),
+    Ejecuta(kCabecera + kAnaEnLista + kTreinta + kEntera + sinTitulo.substr(0, 60) + "\r\n" +
+                SubparcelaLista("a   ", "0000000000"),
             kLista);
     EXPECT_EQ(Campo("Parcelas.txt", 1, 9), "PR");
 }
