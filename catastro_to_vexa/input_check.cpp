@@ -2,8 +2,11 @@
 
 #include <algorithm>
 #include <string_view>
+#include <utility>
 
 #include "cadastre/exchange_lines.h"
+#include "cadastre/module_place_columns.h"
+#include "cadastre/parcel_columns.h"
 #include "cadastre/record_types.h"
 #include "platform/ansi.h"
 #include "platform/files/cstdio_file.h"
@@ -17,7 +20,7 @@ constexpr int kLineasQueDicenAlgo = 10; // a few lines may all be short by chanc
 struct CFormaEntrada {
     bool (*esRegistro)(const CLineaFija& linea);
     std::size_t masLarga; ///< characters that its reader takes, without the line end
-    std::size_t masCorta; ///< up to the last column of its shortest record
+    CLectura ultimo;      ///< the last field of its shortest record
 };
 
 bool EsDeIntercambio(const CLineaFija& linea)
@@ -31,8 +34,10 @@ bool EsDeRelacion(const CLineaFija& linea)
     return tipo >= kLineaTitular && tipo <= kLineaIgnorada;
 }
 
-constexpr CFormaEntrada kIntercambio = {EsDeIntercambio, kLineaCatastro - 1, 45};
-constexpr CFormaEntrada kRelacion = {EsDeRelacion, kLineaLista - 1, 76};
+constexpr CFormaEntrada kIntercambio = {EsDeIntercambio, kLineaCatastro - 1,
+                                        ColumnaDe(kColumnasParaje, &CParaje::Nombre).catastro};
+constexpr CFormaEntrada kRelacion = {EsDeRelacion, kLineaLista - 1,
+                                     ColumnaDe(kColumnasParcela, &CParcela::Superficie).lista};
 
 constexpr std::size_t kBastan = std::size_t{64} * 1024; // bytes of the input that are looked at
 
@@ -49,7 +54,8 @@ struct CMuestra {
         ++lineas;
         registros += forma.esRegistro(CLineaFija(linea)) ? 1 : 0;
         largas += linea.size() > forma.masLarga ? 1 : 0;
-        cortas += linea.size() < forma.masCorta ? 1 : 0;
+        const int ultima = forma.ultimo.columna + forma.ultimo.ancho - 1;
+        cortas += std::cmp_less(linea.size(), ultima) ? 1 : 0;
         retornos += SonVariasLineas(linea) ? 1 : 0;
     }
 };
