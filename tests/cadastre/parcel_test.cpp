@@ -13,26 +13,21 @@ CParcela DeFila(std::string_view conBarras)
     return DeFila(CParcela(0, 0, 0, ""), conBarras);
 }
 
-std::vector<CTitular> Titulares(const std::vector<int>& numeros)
+/// Holders or places with these numbers.
+template <class R>
+std::vector<R> ConNumeros(std::initializer_list<short> numeros)
 {
-    std::vector<CTitular> titulares(numeros.size());
-    for (std::size_t i = 0; i < numeros.size(); ++i)
-        titulares[i].NumOrden = numeros[i];
-    return titulares;
-}
-
-std::vector<CParaje> Parajes(const std::vector<short>& numeros)
-{
-    std::vector<CParaje> parajes(numeros.size());
-    for (std::size_t i = 0; i < numeros.size(); ++i)
-        parajes[i].NumOrden = numeros[i];
-    return parajes;
+    std::vector<R> registros;
+    for (const short numero : numeros)
+        registros.emplace_back().NumOrden = numero;
+    return registros;
 }
 
 std::string Graba(const CParcela& parcela, bool fijo)
 {
     return Grabado([&](CStdioFile& f) {
-        parcela.Graba(f, 28, 79, 0, Titulares({11, 7654}), Parajes({9, 42}), fijo);
+        parcela.Graba(f, 28, 79, 0, ConNumeros<CTitular>({11, 7654}), ConNumeros<CParaje>({9, 42}),
+                      fijo);
     });
 }
 
