@@ -27,7 +27,10 @@ enum Modo {
 /// and values that the record holds in another form.
 struct CDatosLinea {
     CDatosLinea() = default;
-    CDatosLinea(short ger, short mun, short emenor) : Ger(ger), Mun(mun), EMenor(emenor) {}
+    CDatosLinea(short ger, short mun, short emenor, short zona = 0, int polig = 0, int parcela = 0)
+        : Ger(ger), Mun(mun), EMenor(emenor), Zona(zona), Polig(polig), Parcela(parcela)
+    {
+    }
 
     short Ger = 0;
     short Mun = 0;

@@ -27,15 +27,6 @@ int NumOrdenDe(const CCotitular& vinculo, const std::vector<CTitular>& titulares
                                 : -1;
 }
 
-CDatosLinea DatosDe(const CParcela& parcela, short ger, short mun, short emenor)
-{
-    CDatosLinea datos(ger, mun, emenor);
-    datos.Zona = parcela.Zona;
-    datos.Polig = parcela.Polig;
-    datos.Parcela = parcela.Parcela;
-    return datos;
-}
-
 } // namespace
 
 int CParcela::InsertaCotitular(int titular, int orden, int partici, const CString& Tit)
@@ -96,7 +87,7 @@ void CParcela::GrabaCotitulares(CStdioFile& fichero, short ger, short mun, short
         GrabaRegistrosCT(fichero, ger, mun, emenor, titulares);
         return;
     }
-    CDatosLinea datos = DatosDe(*this, ger, mun, emenor);
+    CDatosLinea datos(ger, mun, emenor, Zona, Polig, Parcela);
     for (const CCotitular& vinculo : m_cotitulares) {
         if (vinculo.orden == kOrdenPrincipal)
             continue;
@@ -112,7 +103,7 @@ void CParcela::GrabaRegistrosCT(CStdioFile& fichero, short ger, short mun, short
     if (vinculos < 2)
         return;
     std::string& texto = fichero.Borrador();
-    CDatosLinea datos = DatosDe(*this, ger, mun, emenor);
+    CDatosLinea datos(ger, mun, emenor, Zona, Polig, Parcela);
     int escritos = 0;
     bool caben = true;
     for (const CCotitular& vinculo : m_cotitulares) {

@@ -51,10 +51,7 @@ void CSubparcela::Graba(CStdioFile& fichero, short ger, short mun, short emenor,
 {
     if (fijo && !salvar)
         return;
-    CDatosLinea datos(ger, mun, emenor);
-    datos.Zona = zona;
-    datos.Polig = polig;
-    datos.Parcela = parcela;
+    CDatosLinea datos(ger, mun, emenor, zona, polig, parcela);
     datos.PonSuperficie(superfic);
     GrabaRegistro<kColumnasSubparcela>(fichero, *this, datos, fijo);
 }
