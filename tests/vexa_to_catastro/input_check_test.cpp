@@ -347,10 +347,10 @@ TEST_F(Cruce, TellsRowsThatATabTooManyHasSplitAndThoseThatLackAField)
     };
     for (const auto& [tabla, campos, obligado] : casos) {
         SCOPED_TRACE(tabla + " " + std::to_string(obligado));
-        const auto fila = [&, n = campos](int vacio, int mas = 0) {
+        const auto fila = [n = campos, de = tabla](int vacio, int mas = 0) {
             std::string suya = "045\t127";
             for (int i = 2; i < n + mas; ++i)
-                suya += "\t" + (i == vacio ? "" : Valor(tabla, i));
+                suya += "\t" + (i == vacio ? "" : Valor(de, i));
             return suya + "\r\n";
         };
         const std::string entera = fila(-1);
