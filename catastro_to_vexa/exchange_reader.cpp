@@ -8,7 +8,7 @@ namespace {
 void TomaModulo(std::string_view linea, CLecturaCatastro& lectura)
 {
     CDatosLinea datos;
-    const CModulo modulo = lectura.vista.Lee<CModulo>(linea, kModoCatastro, datos);
+    const auto modulo = lectura.vista.Lee<CModulo>(linea, kModoCatastro, datos);
     CMunicipio& municipio = lectura.Municipio();
     if (municipio.BuscaModulo(modulo) >= 0)
         Avisa(lectura.avisos, kModuloRepetido, modulo.Denominacion, modulo.Cal, modulo.Inten);
@@ -19,7 +19,7 @@ void TomaModulo(std::string_view linea, CLecturaCatastro& lectura)
 void TomaTitular(std::string_view linea, CLecturaCatastro& lectura)
 {
     CDatosLinea datos;
-    CTitular titular = lectura.vista.Lee<CTitular>(linea, kModoCatastro, datos);
+    auto titular = lectura.vista.Lee<CTitular>(linea, kModoCatastro, datos);
     const int numero = titular.NumOrden;
     const int i = RegistraTitular(lectura.avisos, lectura.Municipio(), std::move(titular));
     lectura.titularesLeidos.push_back({i, numero, datos.partici, lectura.municipioActual});
@@ -38,7 +38,7 @@ void TomaSubparcela(std::string_view linea, CLecturaCatastro& lectura)
 void TomaParaje(std::string_view linea, CLecturaCatastro& lectura)
 {
     CDatosLinea datos;
-    const CParaje paraje = lectura.vista.Lee<CParaje>(linea, kModoCatastro, datos);
+    const auto paraje = lectura.vista.Lee<CParaje>(linea, kModoCatastro, datos);
     CMunicipio& municipio = lectura.Municipio();
     const int conSuNumero = municipio.BuscaParaje(paraje.NumOrden);
     const int i = municipio.InsertaParaje(paraje);

@@ -191,7 +191,7 @@ bool CCampivaAVexaDlg::AsientaParcelas(CLecturaCatastro& lectura)
         m_vista.deOtroUltimo +=
             CLineaFija(lectura.parcelasLeidas.Primera()).Entero(kLeeMun) != m_vista.ultimo;
         CDatosLinea datos;
-        CParcela parcela =
+        auto parcela =
             m_vista.Lee<CParcela>(lectura.parcelasLeidas.Primera(), kModoCatastro, datos);
         CVinculoParcela& vinculo = lectura.vinculosParcela.emplace_back(
             CVinculoParcela{datos.numImputa, parcela.Polig, parcela.Parcela, datos.Tit});
@@ -208,7 +208,7 @@ bool CCampivaAVexaDlg::AsientaSubparcelas(CLecturaCatastro& lectura)
         if (!Avanza(k, n))
             return false;
         CDatosLinea datos;
-        CSubparcela subparcela =
+        auto subparcela =
             m_vista.Lee<CSubparcela>(lectura.subparcelasLeidas.Primera(), kModoCatastro, datos);
         m_vista.parten += ParteFilas({&subparcela.cSing, 1}) ? 1 : 0;
         int i = kNoEncontrado;

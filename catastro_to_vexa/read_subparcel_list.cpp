@@ -28,7 +28,7 @@ struct CLecturaLista {
 void TomaTitular(std::string_view linea, int municipio, CLecturaLista& lectura)
 {
     CDatosLinea datos;
-    CTitular titular = lectura.vista.Lee<CTitular>(linea, kModoLista, datos);
+    auto titular = lectura.vista.Lee<CTitular>(linea, kModoLista, datos);
     CMunicipio& suyo = lectura.base.DameMunicipio(municipio);
     const int numero = titular.NumOrden;
     const int i = RegistraTitular(lectura.avisos, suyo, std::move(titular));
@@ -42,7 +42,7 @@ void TomaParcela(std::string_view linea, int municipio, CLecturaLista& lectura)
     CMunicipio& suyo = lectura.base.DameMunicipio(municipio);
     CDatosLinea datos;
     datos.Tit = lectura.Tit;
-    CParcela parcela = lectura.vista.Lee<CParcela>(linea, kModoLista, datos);
+    auto parcela = lectura.vista.Lee<CParcela>(linea, kModoLista, datos);
     lectura.Tit = datos.Tit;
     CParaje paraje(datos.nombreParaje);
     paraje.NumOrden = static_cast<short>(suyo.Parajes().size());
@@ -64,7 +64,7 @@ void TomaSubparcela(std::string_view linea, CLecturaLista& lectura)
     if (lectura.parcela.indice < 0)
         return;
     CDatosLinea datos;
-    CSubparcela subparcela = lectura.vista.Lee<CSubparcela>(linea, kModoLista, datos);
+    auto subparcela = lectura.vista.Lee<CSubparcela>(linea, kModoLista, datos);
     const CString letra = subparcela.letra;
     const int superfic = subparcela.superfic;
     const auto& [municipio, i] = lectura.parcela;

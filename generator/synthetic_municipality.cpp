@@ -192,9 +192,11 @@ void CGenerador::GeneraPoligono(short polig, int celdas, CVertice esquina, int c
     const int filas = (celdas + columnas - 1) / columnas;
     std::vector<CVertice> vertices;
     for (int fila = 0; fila <= filas; ++fila)
-        for (int columna = 0; columna <= columnas; ++columna)
-            vertices.push_back({esquina.X + columna * kLado + Hasta(kTemblor) * kMalla,
-                                esquina.Y + fila * kLado + Hasta(kTemblor) * kMalla});
+        for (int columna = 0; columna <= columnas; ++columna) {
+            const int x = esquina.X + columna * kLado + Hasta(kTemblor) * kMalla; // drawn first
+            const int y = esquina.Y + fila * kLado + Hasta(kTemblor) * kMalla;
+            vertices.emplace_back(x, y);
+        }
     const auto celda = [&](int i) {
         const int a = i / columnas * (columnas + 1) + i % columnas;
         const auto v = [&](int k) { return vertices[static_cast<std::size_t>(k)]; };
