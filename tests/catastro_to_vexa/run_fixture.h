@@ -27,7 +27,7 @@ public:
         EjecutaLote("entrada.txt");
     }
 
-    void EjecutaLote(std::string_view entrada)
+    void EjecutaLote(std::string_view entrada) const
     {
         CCampivaAVexaDlg dialogo;
         EjecutaLote(dialogo, entrada);

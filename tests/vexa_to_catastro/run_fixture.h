@@ -23,7 +23,7 @@ struct CFilaParcela {
     std::string_view numero;
     std::string_view polig = "1";
     std::string_view superficie = "3";
-    std::string_view valor = "";
+    std::string_view valor = {};
     std::string_view titular = "1";
     std::string_view tit = "PR";
     std::string_view partici = "100";
