@@ -30,28 +30,6 @@ sistema::CEstado EstadoDe(const CString& nombre)
     return nombre.IsEmpty() ? sistema::CEstado() : sistema::Mira(sistema::Ruta(nombre), error);
 }
 
-bool EsFichero(const sistema::CEstado& estado)
-{
-    return estado.tipo == sistema::CEstado::Tipo::Regular;
-}
-
-/// What tells a file that was written from the one that was there before.
-struct CHecho {
-    bool EsDe(const CHecho& otro) const
-    {
-        return estado.EsElMismo(otro.estado) && fecha == otro.fecha;
-    }
-
-    sistema::CEstado estado;
-    std::filesystem::file_time_type fecha;
-};
-
-CHecho Hecho(const CString& nombre)
-{
-    sistema::Error error;
-    return {EstadoDe(nombre), std::filesystem::last_write_time(sistema::Ruta(nombre), error)};
-}
-
 } // namespace
 
 std::string NoSeAbre(const CString& ruta)
@@ -152,11 +130,11 @@ void CRelatoProceso::Termina(Reloj::time_point ahora, const CEscritos& escritos)
     for (const CString& observacion : escritos.observaciones)
         m_texto += (m_texto.empty() ? "" : ".  ") + ansi::AUtf8(observacion);
     const sistema::CEstado log = EstadoDe(escritos.log);
-    const bool vacio = EsFichero(log) && log.largo == 0;
+    const bool vacio = log.EsRegular() && log.largo == 0;
     if (vacio && escritos.observaciones.empty() && !escritos.huboErrores)
         m_texto += (m_texto.empty() ? "" : ".  ") + std::string(textos::kRegistroVacio);
-    m_log = EsFichero(log) && !vacio ? escritos.log : CString();
-    const bool hayPrograma = EsFichero(log) && !m_programaInforme.IsEmpty() &&
+    m_log = log.EsRegular() && !vacio ? escritos.log : CString();
+    const bool hayPrograma = log.EsRegular() && !m_programaInforme.IsEmpty() &&
                              !sistema::BuscaPrograma(m_programaInforme).empty();
     m_deInforme = hayPrograma ? escritos.log : CString();
     m_pagina = escritos.informe.IsEmpty()
@@ -167,7 +145,7 @@ void CRelatoProceso::Termina(Reloj::time_point ahora, const CEscritos& escritos)
         m_leidos.push_back(CFile::RutaCompleta(leido));
     m_escritos.clear();
     for (const CString& salida : escritos.salidas)
-        if (EsFichero(EstadoDe(salida)))
+        if (EstadoDe(salida).EsRegular())
             m_escritos.push_back(CFile::RutaCompleta(salida));
     m_carpeta = m_escritos.empty()
                     ? CString()
@@ -205,10 +183,10 @@ CString CRelatoProceso::HazPagina(const CString& pagina,
                                   const std::vector<std::string>& argumentos) const
 {
     constexpr int kAlgoFalto = 1; // the page may be there all the same
-    const CHecho antes = Hecho(pagina);
+    const sistema::CEstado antes = EstadoDe(pagina);
     const auto estado = sistema::Ejecuta(sistema::BuscaPrograma(m_programaInforme), argumentos);
-    const CHecho ahora = Hecho(pagina);
-    return estado && *estado <= kAlgoFalto && EsFichero(ahora.estado) && !ahora.EsDe(antes)
-               ? pagina
-               : CString();
+    const sistema::CEstado ahora = EstadoDe(pagina);
+    const bool esLaDeAntes = ahora.EsElMismo(antes) && ahora.escrito == antes.escrito;
+    return estado && *estado <= kAlgoFalto && ahora.EsRegular() && !esLaDeAntes ? pagina
+                                                                                : CString();
 }

@@ -89,13 +89,3 @@ std::string_view CFile::Tramo(std::size_t n)
     m_lector.Consume(tramo.size());
     return tramo;
 }
-
-void CFile::Seek(std::uint64_t posicion)
-{
-    m_lector.Seek(posicion);
-}
-
-void CFile::Write(const void* bytes, UINT n)
-{
-    m_escritor.Escribe({static_cast<const char*>(bytes), n});
-}

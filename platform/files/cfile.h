@@ -76,14 +76,17 @@ public:
     /// Goes to a position, in bytes from the start of a file that is read. One past its end is no
     /// fault: there is nothing to be read there. Raises CFileException for a file without positions
     /// (a pipe), unless the position is still in the buffer.
-    void Seek(std::uint64_t posicion);
+    void Seek(std::uint64_t posicion) { m_lector.Seek(posicion); }
 
     // All that write go through the buffer, so a write that fails may show later. They raise
     // CFileException, and the output is thrown away then; a file that is written in its place
     // raises nothing and tells by `Fallo`.
 
     /// Writes the bytes.
-    void Write(const void* bytes, UINT n);
+    void Write(const void* bytes, UINT n)
+    {
+        m_escritor.Escribe({static_cast<const char*>(bytes), n});
+    }
 
     /// Hands what was written so far to the system; it isn't brought to the disk.
     void Flush();

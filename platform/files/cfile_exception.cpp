@@ -131,8 +131,7 @@ bool CFileException::EsCorriente(const sistema::Error& error)
         errc::invalid_argument,
         errc::device_or_resource_busy, // another program has it open and lets nobody else in
     };
-    return std::any_of(std::begin(kCorrientes), std::end(kCorrientes),
-                       [&](errc corriente) { return error == corriente; });
+    return std::ranges::any_of(kCorrientes, [&](errc corriente) { return error == corriente; });
 }
 
 bool CFileException::SeVe() const

@@ -5,6 +5,7 @@
 
 #include "platform/files/any_case_name.h"
 #include "platform/files/content_copy.h"
+#include "platform/files/output_folders.h"
 #include "platform/files/safe_replacement.h"
 #include "platform/files/side_names.h"
 #include "platform/files/system_files.h"
@@ -37,21 +38,17 @@ std::filesystem::path SinEnlaces(const std::filesystem::path& ruta)
 bool EsUno(const sistema::CEstado& uno, const std::filesystem::path& suya,
            const sistema::CEstado& otro, const std::filesystem::path& ruta)
 {
-    if (uno.numero != 0 || otro.numero != 0)
-        return uno.EsElMismo(otro);
-    return uno.EsElMismo(otro) && sistema::SonElMismoNombre(SinEnlaces(suya), SinEnlaces(ruta));
+    return uno.EsElMismo(otro) &&
+           (uno.numero != 0 || sistema::SonElMismoNombre(SinEnlaces(suya), SinEnlaces(ruta)));
 }
 
 /// Tells whether another run is writing a file. Where that can't be asked, nobody is kept out.
 bool LoEscribeOtro(const std::filesystem::path& ruta)
 {
     sistema::Error error;
-    const int fichero = sistema::Abre(ruta, sistema::Modo::Leer, error);
-    if (fichero == sistema::kCerrado)
-        return false;
-    const bool deOtro = sistema::Bloquea(fichero, error) == sistema::Bloqueo::DeOtro && !error;
-    sistema::Cierra(fichero, error);
-    return deOtro;
+    const sistema::CAbierto fichero = sistema::Abre(ruta, sistema::Modo::Leer, error);
+    return fichero != sistema::kCerrado &&
+           sistema::Bloquea(fichero, error) == sistema::Bloqueo::DeOtro && !error;
 }
 
 /// Where a name of the program leads to, looked at once.
@@ -68,20 +65,16 @@ public:
     /// Tells whether both are, or will be, one regular file.
     bool SeraElMismo(const CSitio& otro) const
     {
-        using Tipo = sistema::CEstado::Tipo;
-        if (m_estado.tipo == Tipo::Regular)
+        if (m_estado.EsRegular())
             return EsUno(m_estado, m_ruta, otro.m_estado, otro.m_ruta);
-        return m_estado.tipo == Tipo::NoHay &&
+        return m_estado.tipo == sistema::CEstado::Tipo::NoHay &&
                sistema::SonElMismoNombre(m_ruta.filename(), otro.m_ruta.filename()) &&
                EsUno(Mirado(m_nombre, Carpeta()), Carpeta(), Mirado(otro.m_nombre, otro.Carpeta()),
                      otro.Carpeta());
     }
 
 private:
-    std::filesystem::path Carpeta() const
-    {
-        return m_ruta.has_parent_path() ? m_ruta.parent_path() : ".";
-    }
+    std::filesystem::path Carpeta() const { return CarpetaDe(m_ruta); }
 
     CString m_nombre;
     std::filesystem::path m_ruta;
@@ -109,7 +102,7 @@ CString CFile::GuardaAnterior(const CString& nombre)
     sistema::Error error;
     const std::filesystem::path ruta = CReemplazo::DestinoReal(sistema::Ruta(nombre), error);
     const sistema::CEstado estado = error ? sistema::CEstado() : Mirado(nombre, ruta);
-    if (estado.tipo != sistema::CEstado::Tipo::Regular || estado.largo == 0)
+    if (!estado.EsRegular() || estado.largo == 0)
         return {};
     // What another run is writing isn't whole yet, and what was kept of an older one may be.
     if (LoEscribeOtro(ruta))
@@ -130,7 +123,7 @@ bool CFile::EsAlguno(const CString& nombre, const std::vector<CString>& otros)
     const std::filesystem::path suya = sistema::Ruta(nombre);
     const sistema::CEstado suyo = Mirado(nombre, suya);
     return suyo.tipo != sistema::CEstado::Tipo::NoHay &&
-           std::any_of(otros.begin(), otros.end(), [&](const CString& otro) {
+           std::ranges::any_of(otros, [&](const CString& otro) {
                const std::filesystem::path ruta = sistema::Ruta(otro);
                return EsUno(suyo, suya, Mirado(otro, ruta), ruta);
            });
@@ -148,8 +141,7 @@ CString CFile::Repetida(const std::vector<CString>& nombres)
         if (nombre.IsEmpty())
             continue;
         const CSitio sitio(nombre);
-        if (std::any_of(vistos.begin(), vistos.end(),
-                        [&](const CSitio& otro) { return sitio.SeraElMismo(otro); }))
+        if (std::ranges::any_of(vistos, [&](const CSitio& v) { return sitio.SeraElMismo(v); }))
             return nombre;
         vistos.push_back(sitio);
     }

@@ -16,21 +16,18 @@ bool TienenLoMismo(const std::filesystem::path& uno, const std::filesystem::path
     sistema::Error error;
     const sistema::CEstado suyo = sistema::MiraEnlace(uno, error);
     const sistema::CEstado delOtro = error ? sistema::CEstado() : sistema::MiraEnlace(otro, error);
-    if (error || delOtro.tipo != sistema::CEstado::Tipo::Regular || suyo.largo != delOtro.largo)
+    if (error || !delOtro.EsRegular() || suyo.largo != delOtro.largo)
         return false;
-    const int ficheros[] = {sistema::Abre(uno, sistema::Modo::LeerEse, error),
-                            error ? sistema::kCerrado
-                                  : sistema::Abre(otro, sistema::Modo::LeerEse, error)};
+    const sistema::CAbierto primero = sistema::Abre(uno, sistema::Modo::LeerEse, error);
+    const sistema::CAbierto segundo =
+        error ? sistema::CAbierto() : sistema::Abre(otro, sistema::Modo::LeerEse, error);
     bool iguales = !error;
     char trozos[2][kTrozo];
     for (std::uint64_t posicion = 0; iguales && posicion < suyo.largo; posicion += kTrozo) {
-        const auto deUno = LeeTrozo(ficheros[0], trozos[0], kTrozo, posicion, error);
+        const auto trozo = LeeTrozo(primero, trozos[0], kTrozo, posicion, error);
         iguales =
-            !error && deUno == LeeTrozo(ficheros[1], trozos[1], kTrozo, posicion, error) && !error;
+            !error && trozo == LeeTrozo(segundo, trozos[1], kTrozo, posicion, error) && !error;
     }
-    for (const int fichero : ficheros)
-        if (fichero != sistema::kCerrado)
-            sistema::Cierra(fichero, error);
     return iguales;
 }
 
@@ -64,10 +61,10 @@ void CopiaContenido(int desde, int hasta, sistema::Error& error)
 void CopiaFichero(const std::filesystem::path& desde, const std::filesystem::path& hasta,
                   sistema::Modo modo, sistema::Error& error)
 {
-    const int fuente = sistema::Abre(desde, sistema::Modo::LeerEse, error);
+    const sistema::CAbierto fuente = sistema::Abre(desde, sistema::Modo::LeerEse, error);
     const bool esNueva = modo == sistema::Modo::Crear;
     const sistema::Modo como = esNueva ? sistema::Modo::CrearPrivado : modo;
-    const int copia = error ? sistema::kCerrado : sistema::Abre(hasta, como, error);
+    const sistema::CAbierto copia = error ? sistema::CAbierto() : sistema::Abre(hasta, como, error);
     sistema::Error ajeno;
     if (!error && esNueva)
         sistema::CopiaDerechos(copia, desde, ajeno); // or it stays private
@@ -75,9 +72,6 @@ void CopiaFichero(const std::filesystem::path& desde, const std::filesystem::pat
         CopiaContenido(fuente, copia, error);
     if (error && copia != sistema::kCerrado && esNueva)
         sistema::Borra(hasta, ajeno);
-    for (const int fichero : {fuente, copia})
-        if (fichero != sistema::kCerrado)
-            sistema::Cierra(fichero, ajeno);
 }
 
 CAnterior GuardaComoAnterior(const std::filesystem::path& loQueTenia,

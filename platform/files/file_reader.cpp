@@ -32,7 +32,7 @@ bool CLectorFichero::Abre(const CString& nombre, const std::filesystem::path& ru
     }
     m_nombre = nombre;
     m_longitud = estado.largo;
-    m_esRegular = estado.tipo == sistema::CEstado::Tipo::Regular;
+    m_esRegular = estado.EsRegular();
     m_lote = kLote;
     if (!entero || !m_esRegular || m_longitud > kEnteroMayor) {
         m_bufer.Cabe(kLote);
@@ -47,10 +47,7 @@ bool CLectorFichero::Abre(const CString& nombre, const std::filesystem::path& ru
 
 void CLectorFichero::Cierra() noexcept
 {
-    sistema::Error error;
-    if (m_fichero != sistema::kCerrado)
-        sistema::Cierra(m_fichero, error);
-    m_fichero = sistema::kCerrado;
+    m_fichero = {};
     m_longitud = 0;
     m_esRegular = false;
     m_bufer.Deja(0);

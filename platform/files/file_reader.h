@@ -21,9 +21,6 @@ public:
     };
 
     explicit CLectorFichero(Fin fin) : m_fin(fin) {}
-    CLectorFichero(const CLectorFichero&) = delete;
-    CLectorFichero& operator=(const CLectorFichero&) = delete;
-    ~CLectorFichero() { Cierra(); }
 
     /// Opens the file, and lets go of the one before.
     /// \param nombre  how complaints name it
@@ -64,7 +61,7 @@ private:
 
     Fin m_fin;
     CString m_nombre;
-    int m_fichero = sistema::kCerrado;
+    sistema::CAbierto m_fichero;
     std::uint64_t m_longitud = 0;
     bool m_esRegular = false; // it has positions and a length
     CBufer m_bufer;

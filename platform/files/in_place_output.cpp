@@ -9,7 +9,10 @@ namespace {
 
 class CSalidaEnSitio final : public CDestino {
 public:
-    CSalidaEnSitio(int fichero, sistema::Error& fallo) : m_fichero(fichero), m_fallo(fallo) {}
+    CSalidaEnSitio(sistema::CAbierto fichero, sistema::Error& fallo)
+        : m_fichero(std::move(fichero)), m_fallo(fallo)
+    {
+    }
     ~CSalidaEnSitio() override { Cierra(); }
 
     void Escribe(std::string_view bytes) override;
@@ -24,7 +27,7 @@ private:
             m_fallo = error;
     }
 
-    int m_fichero;
+    sistema::CAbierto m_fichero;
     sistema::Error& m_fallo;
     bool m_hayHueco = false; // what was to be written last isn't there
 };
@@ -51,7 +54,7 @@ void CSalidaEnSitio::Cierra() noexcept
     sistema::Error error;
     if (m_hayHueco) // at the very end
         sistema::Escribe(m_fichero, textos::kMarcaHueco, error);
-    sistema::Cierra(std::exchange(m_fichero, sistema::kCerrado), error);
+    m_fichero.Cierra(error);
     Anota(error);
 }
 
@@ -64,14 +67,15 @@ std::unique_ptr<CDestino> AbreEnSitio(const CString& nombre, sistema::Error& fal
     const std::filesystem::path ruta = CReemplazo::DestinoReal(sistema::Ruta(nombre), error);
     if (error)
         return nullptr;
-    const int fichero = sistema::Abre(ruta, sistema::Modo::EnSitio, error);
+    sistema::CAbierto abierto = sistema::Abre(ruta, sistema::Modo::EnSitio, error);
+    const int fichero = abierto;
     if (fichero == sistema::kCerrado) {
         sistema::Error deMirar;
         if (sistema::Mira(ruta, deMirar).tipo == Tipo::Carpeta) // some systems have no word for it
             error = std::make_error_code(std::errc::is_a_directory);
         return nullptr;
     }
-    auto salida = std::make_unique<CSalidaEnSitio>(fichero, fallo);
+    auto salida = std::make_unique<CSalidaEnSitio>(std::move(abierto), fallo);
     const bool regular = sistema::Mira(fichero, error).tipo == Tipo::Regular;
     if (!error && regular && sistema::Bloquea(fichero, error) == sistema::Bloqueo::DeOtro && !error)
         error = sistema::kDeOtro;

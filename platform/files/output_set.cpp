@@ -92,15 +92,12 @@ void CDiario::EscribeUno(const Ruta& ruta, std::string_view bytes)
     Error error;
     if (bytes.size() > kDiarioMasLargo)
         error = std::make_error_code(std::errc::file_too_large);
-    const int fichero =
-        error ? sistema::kCerrado : sistema::Abre(ruta, sistema::Modo::CrearSinOtros, error);
+    const sistema::CAbierto fichero =
+        error ? sistema::CAbierto() : sistema::Abre(ruta, sistema::Modo::CrearSinOtros, error);
     if (!error)
         sistema::Escribe(fichero, bytes, error);
     if (!error)
         sistema::Asegura(fichero, error);
-    Error alCerrar;
-    if (fichero != sistema::kCerrado)
-        sistema::Cierra(fichero, alCerrar);
     CFileException::Exige(error, sistema::Nombre(ruta));
 }
 
@@ -256,10 +253,5 @@ void CConjuntoSalidas::Confirma()
             m_conservadas.push_back({salida.nombre, sistema::Nombre(reemplazo.Conservado()),
                                      reemplazo.EscritoMientras()});
     }
-    m_salidas.clear();
-}
-
-void CConjuntoSalidas::Desecha()
-{
     m_salidas.clear();
 }

@@ -54,7 +54,7 @@ public:
     /// meantime, which always are.
     const std::vector<CConservada>& Conservadas() const { return m_conservadas; }
     /// Throws away all that was written and empties the set; the targets stay as they were.
-    void Desecha();
+    void Desecha() { m_salidas.clear(); }
 
 private:
     struct CSalida {

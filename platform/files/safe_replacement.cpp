@@ -118,7 +118,7 @@ CReemplazo::Apertura CReemplazo::CreaTemporal(std::string_view marca, Error& err
         return Apertura::Abierto;
     Error alBorrar;
     sistema::Borra(m_temporal, alBorrar);
-    Cierra(m_fichero, alBorrar);
+    m_fichero = {};
     m_temporal.clear();
     return Apertura::NoSePuede;
 }
@@ -155,11 +155,6 @@ void CReemplazo::CreaCopia(std::string_view marca, Error& error)
     Error quedaPrivada;
     if (!m_temporal.empty())
         sistema::CopiaDerechos(m_anterior, m_destino, quedaPrivada);
-}
-
-void CReemplazo::Asegura(Error& error) const
-{
-    sistema::Asegura(m_fichero, error);
 }
 
 void CReemplazo::Prepara(std::string_view marca, Error& error)
@@ -241,9 +236,9 @@ void CReemplazo::Coloca(Error& error)
         Error alMirar;
         m_colocado = sistema::Mira(m_fichero, alMirar);
         if (!sistema::kSeReemplazaAbierto) // or what the target held couldn't come back
-            Cierra(m_fichero, error);
+            m_fichero.Cierra(error);
     } else {
-        Cierra(m_fichero, error);
+        m_fichero.Cierra(error);
     }
 }
 
@@ -349,28 +344,19 @@ bool CReemplazo::DevuelveSegundo(bool esNuestro, bool falta) noexcept
 bool CReemplazo::CopiaDeVuelta() noexcept
 {
     Error error;
-    int antes = sistema::Abre(m_antes, sistema::Modo::Leer, error);
+    sistema::CAbierto antes = sistema::Abre(m_antes, sistema::Modo::Leer, error);
     if (!error && Abierto())
         CopiaContenido(antes, m_fichero, error);
     const bool devuelto = !error && Abierto();
-    Cierra(antes, error);
+    antes = {};
     if (devuelto)
         sistema::Borra(m_antes, error);
     return devuelto;
 }
 
-void CReemplazo::Cierra(int& fichero, Error& error) noexcept
-{
-    error.clear();
-    if (fichero != sistema::kCerrado)
-        sistema::Cierra(fichero, error);
-    fichero = sistema::kCerrado;
-}
-
 void CReemplazo::Suelta() noexcept
 {
-    Error error;
-    for (int* fichero : {&m_fichero, &m_enSitio, &m_anterior})
-        Cierra(*fichero, error);
+    for (sistema::CAbierto* fichero : {&m_fichero, &m_enSitio, &m_anterior})
+        *fichero = {};
     m_candado.Suelta();
 }

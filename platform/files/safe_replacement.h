@@ -52,7 +52,7 @@ public:
     }
 
     /// Brings what was written to the disk.
-    void Asegura(Error& error) const;
+    void Asegura(Error& error) const { sistema::Asegura(m_fichero, error); }
     /// Keeps what the target holds, to be able to give it back.
     void Prepara(std::string_view marca, Error& error);
     /// Tells whether another program wrote the target between `Abre` and `Prepara`.
@@ -101,13 +101,12 @@ private:
     bool DevuelveEnSitio() noexcept;
     bool DevuelveSegundo(bool esNuestro, bool falta) noexcept;
     bool CopiaDeVuelta() noexcept;
-    void Cierra(int& fichero, Error& error) noexcept;
     void Suelta() noexcept;
 
     CCandado m_candado; // of the target
-    int m_fichero = sistema::kCerrado;
-    int m_enSitio = sistema::kCerrado;  // the target, to be overwritten in its place
-    int m_anterior = sistema::kCerrado; // a copy of what it held
+    sistema::CAbierto m_fichero;
+    sistema::CAbierto m_enSitio;  // the target, to be overwritten in its place
+    sistema::CAbierto m_anterior; // a copy of what it held
     Ruta m_destino;
     Ruta m_temporal; // what grows beside the target: the output, or the copy of what it held
     Ruta m_antes;    // what the target held, beside it

@@ -56,14 +56,6 @@ public:
         if (!m_error && EsElDeSuNombre(m_error) && m_estado.largo <= kDiarioMasLargo)
             Lee();
     }
-    CDiarioHallado(const CDiarioHallado&) = delete;
-    CDiarioHallado& operator=(const CDiarioHallado&) = delete;
-    ~CDiarioHallado()
-    {
-        Error error;
-        if (m_fichero != sistema::kCerrado)
-            sistema::Cierra(m_fichero, error);
-    }
 
     const Error& Fallo() const { return m_error; }
     const CEstado& Estado() const { return m_estado; }
@@ -89,7 +81,7 @@ private:
     }
 
     Ruta m_ruta;
-    int m_fichero = sistema::kCerrado;
+    sistema::CAbierto m_fichero;
     CEstado m_estado;
     CDiarioLeido m_leido;
     Error m_error;

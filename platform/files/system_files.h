@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 #include <system_error>
+#include <utility>
 #include <vector>
 
 // What the layer asks of the operating system about files and their names: one source for each
@@ -47,10 +48,41 @@ enum class Modo {
     CrearPrivado   ///< the same; nobody else is to read it either, until it gets other rights
 };
 
-/// Number of the open file, kCerrado on failure. It is binary and has no buffer.
-int Abre(const std::filesystem::path& ruta, Modo modo, Error& error);
+void Cierra(int fichero, Error& error);
+
+/// The number of an open file, which is closed with the object.
+class CAbierto {
+public:
+    CAbierto(int numero = kCerrado) : m_numero(numero) {}
+    CAbierto(CAbierto&& otro) noexcept : m_numero(std::exchange(otro.m_numero, kCerrado)) {}
+    CAbierto& operator=(CAbierto otro) noexcept
+    {
+        std::swap(m_numero, otro.m_numero);
+        return *this;
+    }
+    ~CAbierto()
+    {
+        Error error;
+        Cierra(error);
+    }
+    operator int() const& { return m_numero; }
+    operator int() const&& = delete; // it would be closed already
+    /// Closes it now, for who must know whether that went well.
+    void Cierra(Error& error)
+    {
+        error.clear();
+        if (m_numero != kCerrado)
+            sistema::Cierra(std::exchange(m_numero, kCerrado), error);
+    }
+
+private:
+    int m_numero;
+};
+
+/// Opens a file; kCerrado on failure. It is binary and has no buffer.
+CAbierto Abre(const std::filesystem::path& ruta, Modo modo, Error& error);
 /// A file without a name, in the system's folder for such, to be read and written.
-int CreaAnonimo(Error& error);
+CAbierto CreaAnonimo(Error& error);
 /// Reads up to `n` bytes: the next ones, or those at a position. Gives how many were read, which
 /// may be fewer; 0 at the end of the file and on failure.
 std::size_t Lee(int fichero, char* bytes, std::size_t n, Error& error);
@@ -65,7 +97,6 @@ void Recorta(int fichero, std::uint64_t largo, Error& error);
 /// Waits until what was written, or what a folder holds, stands on the disk.
 void Asegura(int fichero, Error& error);
 void AseguraCarpeta(const std::filesystem::path& carpeta, Error& error);
-void Cierra(int fichero, Error& error);
 
 /// What stands behind a name or an open file.
 struct CEstado {
@@ -80,6 +111,7 @@ struct CEstado {
     std::uint64_t nombres = 1; ///< that the file has
     std::int64_t escrito = 0;  ///< when it was last written; tells earlier from later on one disk
 
+    bool EsRegular() const { return tipo == Tipo::Regular; }
     /// Tells of a folder that its users may not put away one another's files.
     bool EsDeTodosConDueño() const
     {

@@ -78,7 +78,7 @@ bool EsperaLector(const std::filesystem::path& ruta, Error& error)
 
 } // namespace
 
-int Abre(const std::filesystem::path& ruta, Modo modo, Error& error)
+CAbierto Abre(const std::filesystem::path& ruta, Modo modo, Error& error)
 {
     mode_t permisos = modo == Modo::CrearSinOtros ? 0644 : 0666;
     if (modo == Modo::CrearPrivado)
@@ -113,7 +113,7 @@ int Abre(const std::filesystem::path& ruta, Modo modo, Error& error)
     return fichero;
 }
 
-int CreaAnonimo(Error& error)
+CAbierto CreaAnonimo(Error& error)
 {
     Error sinCarpeta;
     std::string nombre =

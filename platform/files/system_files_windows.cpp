@@ -27,9 +27,9 @@ struct CCambioDeNombre {
 };
 
 /// Number for an open file, which has it from here on.
-int Numera(Manija manija, Error& error)
+CAbierto Numera(Manija manija, Error& error)
 {
-    const int fichero =
+    CAbierto fichero =
         _open_osfhandle(reinterpret_cast<std::intptr_t>(manija.get()), _O_BINARY | _O_NOINHERIT);
     if (fichero == kCerrado)
         error = std::make_error_code(std::errc::too_many_files_open);
@@ -81,7 +81,7 @@ std::size_t LeeManija(int fichero, char* bytes, std::size_t n, OVERLAPPED* donde
 
 } // namespace
 
-int Abre(const std::filesystem::path& ruta, Modo modo, Error& error)
+CAbierto Abre(const std::filesystem::path& ruta, Modo modo, Error& error)
 {
     CApertura como = {.acceso = GENERIC_READ | GENERIC_WRITE};
     if (modo == Modo::Leer || modo == Modo::LeerEse)
@@ -113,10 +113,10 @@ int Abre(const std::filesystem::path& ruta, Modo modo, Error& error)
     }
     if (!error && sinEnlaces && EsEnlace(manija.get()))
         error = std::make_error_code(std::errc::too_many_symbolic_link_levels);
-    return error ? kCerrado : Numera(std::move(manija), error);
+    return error ? CAbierto() : Numera(std::move(manija), error);
 }
 
-int CreaAnonimo(Error& error)
+CAbierto CreaAnonimo(Error& error)
 {
     wchar_t carpeta[MAX_PATH + 1] = {};
     wchar_t nombre[MAX_PATH + 1] = {};
@@ -135,7 +135,7 @@ int CreaAnonimo(Error& error)
                                 .atributos = FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE});
         return manija != nullptr;
     });
-    return error ? kCerrado : Numera(std::move(manija), error);
+    return error ? CAbierto() : Numera(std::move(manija), error);
 }
 
 std::size_t Lee(int fichero, char* bytes, std::size_t n, Error& error)

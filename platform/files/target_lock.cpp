@@ -9,13 +9,13 @@ namespace {
 
 /// Opens the lock's file, and makes it if need be. One that another user's run left, and can't be
 /// written, can be locked all the same.
-int AbreCandado(const std::filesystem::path& ruta, Error& error)
+sistema::CAbierto AbreCandado(const std::filesystem::path& ruta, Error& error)
 {
-    const int fichero = sistema::Abre(ruta, sistema::Modo::Tomar, error);
+    sistema::CAbierto fichero = sistema::Abre(ruta, sistema::Modo::Tomar, error);
     if (error != std::errc::permission_denied)
         return fichero;
     Error alLeer;
-    const int suyo = sistema::Abre(ruta, sistema::Modo::Leer, alLeer);
+    sistema::CAbierto suyo = sistema::Abre(ruta, sistema::Modo::Leer, alLeer);
     if (!alLeer)
         error.clear();
     return suyo;
@@ -29,7 +29,7 @@ Bloqueo CCandado::Toma(const std::filesystem::path& ruta, Error& error)
     Suelta();
     m_ruta = ruta;
     for (int i = 0; i < kIntentos; ++i) {
-        const int fichero = AbreCandado(ruta, error);
+        sistema::CAbierto fichero = AbreCandado(ruta, error);
         if (error)
             return Bloqueo::NoHay;
         const Bloqueo bloqueo = sistema::Bloquea(fichero, error);
@@ -37,7 +37,6 @@ Bloqueo CCandado::Toma(const std::filesystem::path& ruta, Error& error)
             // Between the two calls another run may have put it away.
             const sistema::CEstado estado = sistema::Mira(fichero, error);
             if (!error && estado.EsElMismo(sistema::MiraEnlace(ruta, error))) {
-                m_fichero = fichero;
                 // A file of somebody's that was put or linked there is neither opened to others nor
                 // taken away.
                 const bool esUnCandado = estado.largo == 0 && estado.nombres == 1;
@@ -45,13 +44,13 @@ Bloqueo CCandado::Toma(const std::filesystem::path& ruta, Error& error)
                     m_ruta.clear();
                 else if (sistema::EsMio(estado))
                     sistema::AbreATodos(fichero, estado);
+                m_fichero = std::move(fichero);
                 return bloqueo;
             }
         }
-        Error alCerrar;
+        Error alBorrar;
         if (error && bloqueo != Bloqueo::DeOtro) // nobody else's, and of no use
-            sistema::Borra(ruta, alCerrar);
-        sistema::Cierra(fichero, alCerrar);
+            sistema::Borra(ruta, alBorrar);
         if (error)
             return Bloqueo::NoHay;
         if (bloqueo == Bloqueo::DeOtro)
@@ -67,5 +66,5 @@ void CCandado::Suelta() noexcept
     Error error;
     if (!m_ruta.empty())
         sistema::Borra(m_ruta, error); // as long as it is locked, or another run's would go
-    sistema::Cierra(std::exchange(m_fichero, sistema::kCerrado), error);
+    m_fichero.Cierra(error);
 }

@@ -20,5 +20,5 @@ public:
 
 private:
     std::filesystem::path m_ruta;
-    int m_fichero = sistema::kCerrado;
+    sistema::CAbierto m_fichero;
 };

@@ -26,8 +26,7 @@ bool EstaAhi(const sistema::Error& error)
 {
     constexpr std::errc kEsta[] = {std::errc::permission_denied, std::errc::operation_not_permitted,
                                    std::errc::is_a_directory, std::errc::device_or_resource_busy};
-    return std::any_of(std::begin(kEsta), std::end(kEsta),
-                       [&](std::errc razon) { return error == razon; });
+    return std::ranges::any_of(kEsta, [&](std::errc razon) { return error == razon; });
 }
 
 /// Tells whether a text begins with the mark that editors put before UTF-8 and UTF-16, which shifts
@@ -35,8 +34,7 @@ bool EstaAhi(const sistema::Error& error)
 bool TieneMarca(std::string_view texto)
 {
     constexpr std::string_view kMarcas[] = {ansi::kMarcaUtf8, "\xFF\xFE", "\xFE\xFF"};
-    return std::any_of(std::begin(kMarcas), std::end(kMarcas),
-                       [&](std::string_view marca) { return texto.starts_with(marca); });
+    return std::ranges::any_of(kMarcas, [&](auto marca) { return texto.starts_with(marca); });
 }
 
 } // namespace
@@ -75,7 +73,7 @@ void CTraduccionDlg::AnotaLeida(const CFile& fichero, const CString& nombre)
 {
     sistema::Error error;
     const sistema::CEstado estado = sistema::Mira(sistema::Ruta(fichero.GetFilePath()), error);
-    if (!error && estado.tipo == sistema::CEstado::Tipo::Regular)
+    if (!error && estado.EsRegular())
         m_proceso->leidas.push_back({nombre, estado});
 }
 
@@ -249,8 +247,7 @@ void CTraduccionDlg::ObservaEntradaConPunto(const CString& carpeta, const CStrin
     const CString suyo =
         CFile::EnDisco(carpeta + entrada + "." + kExtensionDibujo, m_proceso->nombres);
     sistema::Error error;
-    if (suyo != leido &&
-        sistema::Mira(sistema::Ruta(suyo), error).tipo == sistema::CEstado::Tipo::Regular)
+    if (suyo != leido && sistema::Mira(sistema::Ruta(suyo), error).EsRegular())
         Sospecha(observaciones::kOtroDibujo, entrada, leido);
 }
 
