@@ -61,39 +61,23 @@ void QuiereFines()
         std::signal(SIGCHLD, SIG_DFL);
 }
 
+/// One of the child's streams: what is open, or a file to be opened.
+struct CFlujo {
+    int cual;
+    int abierto = sistema::kCerrado;
+    const char* fichero = nullptr;
+    int como = 0;
+};
+
 /// What is done with streams, folder and signals between the start of a process and its program.
-class CPreparacion {
-public:
-    CPreparacion() { QuiereFines(); }
-    void Abre(int flujo, const char* fichero, int como)
-    {
-        m_flujos.push_back({flujo, sistema::kCerrado, fichero, como});
-    }
-    void Toma(int flujo, int abierto) { m_flujos.push_back({flujo, abierto, nullptr, 0}); }
-    void Ve(const std::filesystem::path& carpeta) { m_carpeta = carpeta.c_str(); }
+struct CPreparacion {
+    std::vector<CFlujo> flujos;
+    const char* carpeta = nullptr;
     /// A terminal sends its Ctrl-C to a whole group. A child of another group hears of it once,
     /// from this process; who hears twice takes it for impatience and leaves all as it stands.
-    void Aparta() { m_seAparta = true; }
+    bool seAparta = false;
     /// What this process alone looks after is asked to end where this process is no more.
-    void AcabaConmigo() { m_acabaConmigo = true; }
-    pid_t Empieza(std::vector<std::string> argumentos, std::vector<std::string> entorno,
-                  Error& error) const;
-
-private:
-    struct CFlujo {
-        int cual;
-        int abierto;
-        const char* fichero; ///< null where it is what is open
-        int como;
-    };
-
-    bool Dispone(pid_t padre) const;
-    bool DisponeFlujos() const;
-
-    std::vector<CFlujo> m_flujos;
-    const char* m_carpeta = nullptr;
-    bool m_seAparta = false;
-    bool m_acabaConmigo = false;
+    bool acabaConmigo = false;
 };
 
 /// Signals act as usual in the child, those that this process notes or bears as well. What it was
@@ -109,10 +93,10 @@ void PonSenalesUsuales()
     }
 }
 
-bool CPreparacion::DisponeFlujos() const
+bool DisponeFlujos(const std::vector<CFlujo>& flujos)
 {
     constexpr mode_t kDeTodos = 0666;
-    return std::ranges::all_of(m_flujos, [](const CFlujo& flujo) {
+    return std::ranges::all_of(flujos, [](const CFlujo& flujo) {
         const bool seAbre = flujo.fichero != nullptr;
         const int abierto = seAbre ? open(flujo.fichero, flujo.como, kDeTodos) : flujo.abierto;
         if (abierto == sistema::kCerrado || dup2(abierto, flujo.cual) == -1)
@@ -134,25 +118,27 @@ bool LeeAviso(int tuberia, int& fallo)
 }
 
 /// The child's part, in which nothing may ask for memory. False with the reason in `errno`.
-bool CPreparacion::Dispone([[maybe_unused]] pid_t padre) const
+bool Dispone(const CPreparacion& asi, [[maybe_unused]] pid_t padre)
 {
     PonSenalesUsuales();
 #ifdef __linux__
     // The second question is for who ended before the first.
-    if (m_acabaConmigo && (prctl(PR_SET_PDEATHSIG, SIGTERM) != 0 || getppid() != padre))
+    if (asi.acabaConmigo && (prctl(PR_SET_PDEATHSIG, SIGTERM) != 0 || getppid() != padre))
         return false;
 #endif
-    if ((m_seAparta && setpgid(0, 0) != 0) || !DisponeFlujos() ||
-        (m_carpeta != nullptr && chdir(m_carpeta) != 0))
+    if ((asi.seAparta && setpgid(0, 0) != 0) || !DisponeFlujos(asi.flujos) ||
+        (asi.carpeta != nullptr && chdir(asi.carpeta) != 0))
         return false;
     sigset_t ninguna;
     sigemptyset(&ninguna);
     return sigprocmask(SIG_SETMASK, &ninguna, nullptr) == 0;
 }
 
-pid_t CPreparacion::Empieza(std::vector<std::string> argumentos, std::vector<std::string> entorno,
-                            Error& error) const
+pid_t Lanza(const std::filesystem::path& programa, std::vector<std::string> argumentos,
+            std::vector<std::string> entorno, const CPreparacion& asi, Error& error)
 {
+    QuiereFines();
+    argumentos.insert(argumentos.begin(), programa.native());
     const std::vector<char*> argv = Punteros(argumentos);
     const std::vector<char*> envp = Punteros(entorno);
     int aviso[2] = {}; // by which the child tells what it couldn't do; its program closes it
@@ -166,7 +152,7 @@ pid_t CPreparacion::Empieza(std::vector<std::string> argumentos, std::vector<std
     const pid_t padre = getpid();
     const pid_t hijo = fork();
     if (hijo == 0) {
-        if (Dispone(padre))
+        if (Dispone(asi, padre))
             execve(argv.front(), argv.data(), envp.data());
         [[maybe_unused]] const auto escritos = write(aviso[1], &errno, sizeof errno);
         _exit(EXIT_FAILURE);
@@ -234,17 +220,16 @@ int CHijos::Empieza(const COrden& orden, Error& error)
     const int entrada = TuberiaCon(orden.entrada, error);
     if (error)
         return 0;
-    CPreparacion preparacion;
-    preparacion.Toma(STDIN_FILENO, entrada);
-    preparacion.Abre(STDOUT_FILENO, orden.dicho.c_str(), O_WRONLY | O_CREAT | O_TRUNC);
-    preparacion.Toma(STDERR_FILENO, STDOUT_FILENO);
-    preparacion.Ve(orden.carpeta);
-    preparacion.Aparta();
-    if (!orden.sobrevive)
-        preparacion.AcabaConmigo();
-    std::vector<std::string> argumentos = {orden.programa.native()};
-    argumentos.insert(argumentos.end(), orden.argumentos.begin(), orden.argumentos.end());
-    const pid_t hijo = preparacion.Empieza(std::move(argumentos), Entorno(orden.entorno), error);
+    const CPreparacion asi = {
+        .flujos = {{STDIN_FILENO, entrada},
+                   {STDOUT_FILENO, sistema::kCerrado, orden.dicho.c_str(),
+                    O_WRONLY | O_CREAT | O_TRUNC},
+                   {STDERR_FILENO, STDOUT_FILENO}},
+        .carpeta = orden.carpeta.c_str(),
+        .seAparta = true,
+        .acabaConmigo = !orden.sobrevive,
+    };
+    const pid_t hijo = Lanza(orden.programa, orden.argumentos, Entorno(orden.entorno), asi, error);
     close(entrada);
     if (!error)
         m_estado->vivos.push_back(hijo);
@@ -278,13 +263,11 @@ void CHijos::PideAcabar()
 std::optional<int> sistema::Ejecuta(const std::filesystem::path& programa,
                                     const std::vector<std::string>& argumentos)
 {
-    CPreparacion preparacion;
+    CPreparacion asi;
     for (const int flujo : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
-        preparacion.Abre(flujo, "/dev/null", O_RDWR);
-    std::vector<std::string> todos = {programa.native()};
-    todos.insert(todos.end(), argumentos.begin(), argumentos.end());
+        asi.flujos.push_back({flujo, kCerrado, "/dev/null", O_RDWR});
     Error error;
-    const pid_t hijo = preparacion.Empieza(std::move(todos), Entorno({}), error);
+    const pid_t hijo = Lanza(programa, argumentos, Entorno({}), asi, error);
     if (error)
         return std::nullopt;
     int estado = 0;

@@ -45,26 +45,6 @@ void AlLlegar(int numero)
     }
 }
 
-/// Passes over the signals that are meant for a program in front of this one while it lives.
-class CSinSenales {
-public:
-    CSinSenales()
-        : m_interrupcion(std::signal(SIGINT, SIG_IGN)), m_tuberia(std::signal(SIGPIPE, SIG_IGN))
-    {
-    }
-    CSinSenales(const CSinSenales&) = delete;
-    CSinSenales& operator=(const CSinSenales&) = delete;
-    ~CSinSenales()
-    {
-        std::signal(SIGINT, m_interrupcion);
-        std::signal(SIGPIPE, m_tuberia);
-    }
-
-private:
-    void (*m_interrupcion)(int);
-    void (*m_tuberia)(int);
-};
-
 } // namespace
 
 void EscribeError(std::string_view texto) noexcept
@@ -97,10 +77,14 @@ bool Pagina(std::string_view texto)
     std::FILE* entrada = paginador.empty() ? nullptr : popen(paginador.c_str(), "w");
     if (entrada == nullptr)
         return false;
-    const CSinSenales mientras; // he who leaves it early or presses Ctrl-C means the pager
+    // He who leaves it early or presses Ctrl-C means the pager.
+    auto* const conInterrupcion = std::signal(SIGINT, SIG_IGN);
+    auto* const conTuberiaRota = std::signal(SIGPIPE, SIG_IGN);
     std::fwrite(texto.data(), 1, texto.size(), entrada);
     constexpr int kNoExiste = 127; // the shell's word for it
     const int estado = pclose(entrada);
+    std::signal(SIGINT, conInterrupcion);
+    std::signal(SIGPIPE, conTuberiaRota);
     return !WIFEXITED(estado) || WEXITSTATUS(estado) != kNoExiste;
 }
 
