@@ -46,8 +46,7 @@ std::wstring Entorno(const std::vector<std::pair<std::string, std::string>>& suy
     for (const wchar_t* variable = todas; *variable != 0; variable += std::wcslen(variable) + 1) {
         const std::wstring_view texto = variable;
         const std::string nombre = sistema::Nombre(texto.substr(0, texto.find(L'=', 1)));
-        if (std::none_of(suyas.begin(), suyas.end(),
-                         [&](const auto& suya) { return suya.first == nombre; }))
+        if (std::ranges::none_of(suyas, [&](const auto& suya) { return suya.first == nombre; }))
             variables.append(texto).push_back(0);
     }
     FreeEnvironmentStringsW(todas);
@@ -130,8 +129,7 @@ private:
     std::vector<unsigned char> m_bytes;
 };
 
-Manija Lanza(const COrden& orden, const Manija& entrada, const Manija& salida, DWORD& numero,
-             Error& error)
+Manija Lanza(const COrden& orden, const Manija& entrada, const Manija& salida, Error& error)
 {
     CHerencia herencia({entrada.get(), salida.get()}, orden.sobrevive ? nullptr : Trabajo());
     STARTUPINFOEXW inicio = {};
@@ -152,7 +150,6 @@ Manija Lanza(const COrden& orden, const Manija& entrada, const Manija& salida, D
         return nullptr;
     }
     CloseHandle(proceso.hThread);
-    numero = proceso.dwProcessId;
     return Manija(proceso.hProcess);
 }
 
@@ -162,7 +159,6 @@ const std::size_t CHijos::kComoMucho = MAXIMUM_WAIT_OBJECTS;
 
 struct CHijos::CEstado {
     std::vector<Manija> procesos;
-    std::vector<DWORD> numeros; // of these processes, in their order
 };
 
 CHijos::CHijos() : m_estado(std::make_unique<CEstado>()) {}
@@ -181,13 +177,11 @@ int CHijos::Empieza(const COrden& orden, Error& error)
         return 0;
     DejaHeredar(entrada);
     DejaHeredar(salida);
-    DWORD numero = 0;
-    Manija proceso = Lanza(orden, entrada, salida, numero, error);
+    Manija proceso = Lanza(orden, entrada, salida, error);
     if (proceso == nullptr)
         return 0;
     m_estado->procesos.push_back(std::move(proceso));
-    m_estado->numeros.push_back(numero);
-    return static_cast<int>(numero);
+    return static_cast<int>(GetProcessId(m_estado->procesos.back().get()));
 }
 
 std::optional<CHijos::CFin> CHijos::Espera(std::chrono::milliseconds comoMucho)
@@ -206,16 +200,15 @@ std::optional<CHijos::CFin> CHijos::Espera(std::chrono::milliseconds comoMucho)
         return std::nullopt;
     DWORD estado = 0;
     GetExitCodeProcess(manijas[cual], &estado);
-    const CFin fin = {static_cast<int>(m_estado->numeros[cual]), static_cast<int>(estado)};
+    const CFin fin = {static_cast<int>(GetProcessId(manijas[cual])), static_cast<int>(estado)};
     m_estado->procesos.erase(std::next(m_estado->procesos.begin(), cual));
-    m_estado->numeros.erase(std::next(m_estado->numeros.begin(), cual));
     return fin;
 }
 
 void CHijos::PideAcabar()
 {
-    for (const DWORD numero : m_estado->numeros)
-        GenerateConsoleCtrlEvent(CTRL_BREAK_EVENT, numero);
+    for (const Manija& proceso : m_estado->procesos)
+        GenerateConsoleCtrlEvent(CTRL_BREAK_EVENT, GetProcessId(proceso.get()));
 }
 
 std::optional<int> sistema::Ejecuta(const std::filesystem::path& programa,

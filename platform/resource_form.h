@@ -27,6 +27,12 @@ enum class ClaseControl {
     Icono
 };
 
+/// Tells whether a user presses it.
+constexpr bool SePulsa(ClaseControl clase)
+{
+    return clase < ClaseControl::Edicion;
+}
+
 /// Id of labels and group boxes, which nothing asks for.
 inline constexpr UINT kSinId = 0xFFFF;
 

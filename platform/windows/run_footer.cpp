@@ -9,7 +9,7 @@
 #include "platform/front_end.h"
 #include "platform/layer_texts.h"
 #include "platform/windows/accessible_name.h"
-#include "platform/windows/dialog_units.h"
+#include "platform/windows/dialog_font.h"
 #include "platform/windows/open_file.h"
 #include "platform/windows/text.h"
 

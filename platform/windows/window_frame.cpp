@@ -4,7 +4,7 @@
 #include <cmath>
 
 #include "platform/window_layout.h"
-#include "platform/windows/dialog_units.h"
+#include "platform/windows/dialog_font.h"
 #include "platform/windows/run_footer.h"
 #include "platform/windows/text.h"
 
@@ -33,20 +33,12 @@ SIZE Interior(HWND ventana)
 /// Pixels that the control's text takes, with what stands around it.
 LONG AnchoNecesario(HWND control, const CPlantillaControl& plantilla)
 {
-    using enum ClaseControl;
     SIZE ideal = {};
-    switch (plantilla.clase) {
-    case Texto:
+    if (plantilla.clase == ClaseControl::Texto)
         return Mide(control, TextoDe(control)).cx;
-    case Boton:
-    case BotonPorDefecto:
-    case Casilla:
-    case Radio:
+    if (SePulsa(plantilla.clase))
         SendMessageW(control, BCM_GETIDEALSIZE, 0, reinterpret_cast<LPARAM>(&ideal));
-        return ideal.cx;
-    default:
-        return 0;
-    }
+    return ideal.cx;
 }
 
 } // namespace

@@ -25,21 +25,19 @@ std::wstring Filtros(const CString& filtros)
     return texto;
 }
 
-/// The name that the box shows first: a whole path where its folder is there, else the name alone.
-std::wstring NombreInicial(const CString& ruta)
-{
-    return sistema::Ruta(ruta).filename().native();
-}
-
-/// Has the user choose a file. The system refuses to begin with a text that can be no name.
+/// Has the user choose a file. The system refuses to begin with a text that can be no name, and
+/// leaves the process in the folder of the file, where what is relative would become another file.
 bool Pregunta(OPENFILENAMEW& caja)
 {
-    if (GetOpenFileNameW(&caja) != 0)
-        return true;
-    if (CommDlgExtendedError() != FNERR_INVALIDFILENAME)
-        return false;
-    *caja.lpstrFile = L'\0';
-    return GetOpenFileNameW(&caja) != 0;
+    std::error_code error;
+    const std::filesystem::path carpeta = std::filesystem::current_path(error);
+    BOOL elegido = GetOpenFileNameW(&caja);
+    if (elegido == 0 && CommDlgExtendedError() == FNERR_INVALIDFILENAME) {
+        *caja.lpstrFile = L'\0';
+        elegido = GetOpenFileNameW(&caja);
+    }
+    std::filesystem::current_path(carpeta, error);
+    return elegido != 0;
 }
 
 HWND ManijaDe(const CVentanaDialogo* ventana)
@@ -50,7 +48,7 @@ HWND ManijaDe(const CVentanaDialogo* ventana)
 bool EsFichero(const std::filesystem::path& ruta)
 {
     sistema::Error error;
-    return sistema::Mira(ruta, error).tipo == sistema::CEstado::Tipo::Regular;
+    return sistema::Mira(ruta, error).EsRegular();
 }
 
 /// The text of a control, from the file that stands beside the help file too. Empty where it has
@@ -73,20 +71,6 @@ std::optional<std::wstring> TextoDeControl(const CString& fichero, const CString
     std::replace(texto.begin(), texto.end(), L'\n', L' '); // the popup breaks its lines by itself
     return texto;
 }
-
-/// The system's box leaves the process in the folder of the file; what is relative would become
-/// another file.
-class CMismaCarpeta {
-public:
-    CMismaCarpeta() : m_carpeta(std::filesystem::current_path(m_error)) {}
-    CMismaCarpeta(const CMismaCarpeta&) = delete;
-    CMismaCarpeta& operator=(const CMismaCarpeta&) = delete;
-    ~CMismaCarpeta() { std::filesystem::current_path(m_carpeta, m_error); }
-
-private:
-    std::error_code m_error;
-    std::filesystem::path m_carpeta;
-};
 
 } // namespace
 
@@ -124,10 +108,9 @@ int CFrontalWindows::Caja(const CString& texto, const CString& titulo, UINT flag
 bool CFrontalWindows::EligeFichero(CFileDialog& dialogo)
 {
     constexpr std::size_t kMasLarga = 32768; // no path of the system is longer
-    const CMismaCarpeta alSalir;
     const std::wstring filtros = Filtros(dialogo.Filtros());
     const std::wstring carpeta = CarpetaInicial(dialogo).native();
-    std::wstring ruta = NombreInicial(dialogo.GetPathName());
+    std::wstring ruta = sistema::Ruta(dialogo.GetPathName()).filename().native();
     ruta.resize(kMasLarga);
     OPENFILENAMEW caja = {};
     caja.lStructSize = sizeof caja;
