@@ -111,16 +111,6 @@ CString CString::Mid(int desde, int cuantos) const
                                           static_cast<std::size_t>(cuantos));
 }
 
-int CString::Find(char c) const
-{
-    return static_cast<int>(std::string_view(*this).find(c));
-}
-
-int CString::ReverseFind(char c) const
-{
-    return static_cast<int>(std::string_view(*this).rfind(c));
-}
-
 CString& CString::TrimRight(std::string_view cuales)
 {
     const std::string_view texto = *this;
@@ -153,11 +143,6 @@ bool CString::LoadString(UINT numero)
     const CCadenaRecurso* const cadena = BuscaRecurso(RecursosDeLaAplicacion().cadenas, numero);
     Asigna(cadena != nullptr ? cadena->texto : "");
     return cadena != nullptr;
-}
-
-CString& CString::operator+=(std::string_view texto)
-{
-    return *this = Suma(*this, texto);
 }
 
 CString CString::Suma(std::string_view a, std::string_view b)

@@ -59,8 +59,8 @@ public:
     CString Mid(int desde) const { return Mid(desde, GetLength()); }
     CString Left(int cuantos) const { return Mid(0, cuantos); }
     /// Position of the first, or last, such character, -1 if there is none.
-    int Find(char c) const;
-    int ReverseFind(char c) const;
+    int Find(char c) const { return static_cast<int>(std::string_view(*this).find(c)); }
+    int ReverseFind(char c) const { return static_cast<int>(std::string_view(*this).rfind(c)); }
     /// Cuts the characters of `cuales`, blanks by default, from the end, or from the start.
     CString& TrimRight(std::string_view cuales = " ");
     CString& TrimLeft(std::string_view cuales = " ");
@@ -85,7 +85,7 @@ public:
     /// that it doesn't hold.
     bool LoadString(UINT numero);
 
-    CString& operator+=(std::string_view texto);
+    CString& operator+=(std::string_view texto) { return *this = Suma(*this, texto); }
 
     friend CString operator+(const CString& a, const CString& b) { return Suma(a, b); }
     friend bool operator==(const CString& a, const CString& b)

@@ -29,9 +29,7 @@ std::vector<CControl*> GrupoDe(std::deque<CControl>& controles, const CControl& 
 
 bool TieneLeyenda(ClaseControl clase)
 {
-    return clase == ClaseControl::Boton || clase == ClaseControl::BotonPorDefecto ||
-           clase == ClaseControl::Casilla || clase == ClaseControl::Radio ||
-           clase == ClaseControl::Progreso;
+    return SePulsa(clase) || clase == ClaseControl::Progreso;
 }
 
 /// The caption without the mark of its mnemonic.
@@ -111,11 +109,6 @@ LRESULT CControl::SendMessage(UINT mensaje, WPARAM wParam, LPARAM /*lParam*/)
     return antes;
 }
 
-LRESULT CWnd::SendMessage(UINT mensaje, WPARAM wParam, LPARAM lParam)
-{
-    return WindowProc(mensaje, wParam, lParam);
-}
-
 LRESULT CWnd::WindowProc(UINT mensaje, WPARAM wParam, LPARAM lParam)
 {
     for (const CEntradaMensaje& entrada : GetMessageMap())
@@ -137,7 +130,7 @@ CDialog::~CDialog()
         AfxGetApp()->Frontal().Cierra(*this);
 }
 
-bool CDialog::CreaControles(UINT plantilla)
+bool CDialog::Create(UINT plantilla, CWnd* /*padre*/)
 {
     m_plantilla = BuscaRecurso(AfxGetApp()->Recursos().dialogos, plantilla);
     if (m_plantilla == nullptr)
@@ -150,14 +143,9 @@ bool CDialog::CreaControles(UINT plantilla)
     return true;
 }
 
-bool CDialog::Create(UINT plantilla, CWnd* /*padre*/)
-{
-    return CreaControles(plantilla);
-}
-
 int CDialog::DoModal()
 {
-    if (!CreaControles(m_idPlantilla))
+    if (!Create(m_idPlantilla, nullptr))
         return -1;
     AfxGetApp()->Frontal().MuestraModal(*this);
     return m_resultado.value_or(IDCANCEL);
@@ -278,11 +266,6 @@ void CDialog::OnOK()
 {
     UpdateData(true);
     EndDialog(IDOK);
-}
-
-void CDialog::OnCancel()
-{
-    EndDialog(IDCANCEL);
 }
 
 std::span<const CEntradaMensaje> CDialog::GetMessageMap() const

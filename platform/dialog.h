@@ -77,7 +77,10 @@ public:
     virtual ~CWnd() = default;
 
     /// Runs the message's handler and gives its result; 0 where there is none.
-    LRESULT SendMessage(UINT mensaje, WPARAM wParam, LPARAM lParam);
+    LRESULT SendMessage(UINT mensaje, WPARAM wParam, LPARAM lParam)
+    {
+        return WindowProc(mensaje, wParam, lParam);
+    }
     /// Shows a box with this window as its owner and gives the answer.
     int MessageBox(const CString& texto, const CString& titulo, UINT flags);
     /// Command "help": ends in `WinHelp`.
@@ -225,12 +228,10 @@ protected:
     virtual void DoDataExchange(CDataExchange* /*dx*/) {}
     virtual BOOL OnInitDialog();
     virtual void OnOK();
-    virtual void OnCancel();
+    virtual void OnCancel() { EndDialog(IDCANCEL); }
     std::span<const CEntradaMensaje> GetMessageMap() const override;
 
 private:
-    bool CreaControles(UINT plantilla);
-
     UINT m_idPlantilla;
     const CPlantillaDialogo* m_plantilla = nullptr;
     std::deque<CControl> m_controles; // a control keeps its address

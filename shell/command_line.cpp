@@ -1,6 +1,7 @@
 #include "shell/command_line.h"
 
 #include <algorithm>
+#include <span>
 #include <string_view>
 
 #include "vexa_libs/ccadena.h"
@@ -13,9 +14,8 @@ constexpr std::string_view kTabEnArgumento("\0", 1);
 
 bool HayVacios(const CTokens& tokens, std::size_t desde, std::size_t hasta)
 {
-    return std::any_of(tokens.begin() + static_cast<std::ptrdiff_t>(desde),
-                       tokens.begin() + static_cast<std::ptrdiff_t>(hasta) + 1,
-                       [](const CString& token) { return token.IsEmpty(); });
+    return std::ranges::any_of(std::span(tokens).subspan(desde, hasta - desde + 1),
+                               &CString::IsEmpty);
 }
 
 } // namespace

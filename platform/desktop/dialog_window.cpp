@@ -200,8 +200,7 @@ void CVentanaDialogo::MideUnidades()
 
 wxSize CVentanaDialogo::Cabe() const
 {
-    const int pantalla = std::max(0, wxDisplay::GetFromWindow(this));
-    const wxSize area = wxDisplay(static_cast<unsigned>(pantalla)).GetClientArea().GetSize();
+    const wxSize area = wxDisplay(this).GetClientArea().GetSize();
     return area - wxSize(2 * GetCharWidth(), 3 * GetCharHeight()); // title and edges
 }
 
@@ -284,11 +283,6 @@ void CVentanaDialogo::SirveAlUsuario()
 {
     if (!HayQueSalir())
         m_bucle.Run();
-}
-
-void CVentanaDialogo::DejaDeServir()
-{
-    m_bucle.ScheduleExit(); // a box may have a loop of its own on top
 }
 
 bool CVentanaDialogo::TomaUno()

@@ -30,7 +30,8 @@ private:
     void Aparece() override;
     void Esconde() override { Hide(); }
     void SirveAlUsuario() override;
-    void DejaDeServir() override;
+    /// A box may have a loop of its own on top.
+    void DejaDeServir() override { m_bucle.ScheduleExit(); }
     bool TomaUno() override;
     void PonControl(const CControl& control) override;
     void PonBarra(int hecho) override;

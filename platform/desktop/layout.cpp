@@ -15,14 +15,12 @@ constexpr int kHolgura = 2;
 
 bool CreceAncho(ClaseControl clase)
 {
-    return clase == Boton || clase == BotonPorDefecto || clase == Casilla || clase == Radio ||
-           clase == Texto;
+    return SePulsa(clase) || clase == Texto;
 }
 
 bool CreceAlto(ClaseControl clase)
 {
-    return clase == Boton || clase == BotonPorDefecto || clase == Edicion || clase == Casilla ||
-           clase == Radio;
+    return SePulsa(clase) || clase == Edicion;
 }
 
 /// Widgets that fill their place in height; all others keep their own height.

@@ -41,8 +41,7 @@ wxArtID DibujoDe(UINT flags)
 /// screen would be made narrower behind its layout's back, which is then too low for the text.
 int AnchoDeLinea(const wxDialog& caja, int icono)
 {
-    const int pantalla = std::max(0, wxDisplay::GetFromWindow(&caja));
-    const int cabe = wxDisplay(static_cast<unsigned>(pantalla)).GetClientArea().width;
+    const int cabe = wxDisplay(&caja).GetClientArea().width;
     const int orillas = 6 * caja.GetCharWidth(); // of the box and of its window
     return std::min(kLetrasPorLinea * caja.GetCharWidth(), cabe - orillas - icono);
 }

@@ -324,11 +324,6 @@ void CFrontalTerminal::FinDeProceso(const CDialog& /*dialogo*/, const CEscritos&
     sistema::Imprime(stdout, carpeta.empty() ? "" : "\n");
 }
 
-void CFrontalTerminal::Cierra(const CDialog& /*dialogo*/)
-{
-    AcabaProceso();
-}
-
 std::optional<std::string> CFrontalTerminal::LeeDeLaAyuda(const std::filesystem::path& fichero)
 {
     const CString nombre = sistema::Nombre(fichero);

@@ -30,7 +30,7 @@ public:
     void Refleja(const CDialog& dialogo, const CControl& control) override;
     void FinDeProceso(const CDialog& dialogo, const CEscritos& escritos) override;
     CGuionMandatos Guion() const override { return m_guion; }
-    void Cierra(const CDialog& dialogo) override;
+    void Cierra(const CDialog& /*dialogo*/) override { AcabaProceso(); }
     bool MuestraAyuda(const CString& ficheroAyuda) override;
     bool MuestraAyudaControl(const CString& temas, const HH_POPUP& popup) override;
 

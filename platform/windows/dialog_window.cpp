@@ -127,19 +127,13 @@ CControl* CVentanaDialogo::ControlDe(HWND ventana)
     return nullptr;
 }
 
-HWND CVentanaDialogo::ControlCon(UINT id) const
-{
-    return GetDlgItem(m_ventana, static_cast<int>(id));
-}
-
 void CVentanaDialogo::PonFocoInicial()
 {
     HWND primero = GetNextDlgTabItem(m_ventana, nullptr, FALSE);
     const CControl* control = ControlDe(primero);
     const auto& controles = Dialogo().Controles();
-    const bool hayMarcado = std::any_of(controles.begin(), controles.end(), [](const CControl& c) {
-        return c.Clase() == Radio && c.GetCheck() != 0;
-    });
+    const bool hayMarcado = std::ranges::any_of(
+        controles, [](const CControl& c) { return c.Clase() == Radio && c.GetCheck() != 0; });
     // A radio button is marked by the focus, so where none is it begins elsewhere.
     if (control != nullptr && control->Clase() == Radio && !hayMarcado)
         primero = ControlCon(UINT{IDOK});
@@ -165,11 +159,6 @@ void CVentanaDialogo::SirveAlUsuario()
     }
     if (m_debajo != nullptr) // before it goes, else another program's window would come up
         EnableWindow(m_debajo, TRUE);
-}
-
-void CVentanaDialogo::DejaDeServir()
-{
-    PostMessageW(m_ventana, WM_NULL, 0, 0);
 }
 
 bool CVentanaDialogo::TomaUno()
@@ -336,7 +325,7 @@ void CVentanaDialogo::AlCambiar(CControl& control, WORD aviso, HWND ventana)
     } else if ((clase == Edicion && aviso == EN_SETFOCUS) ||
                (clase == Lista && aviso == CBN_SETFOCUS)) {
         AlTomarFoco(ventana);
-    } else if (clase == Boton || clase == BotonPorDefecto || clase == Casilla || clase == Radio) {
+    } else if (SePulsa(clase)) {
         if (aviso == BN_CLICKED || aviso == BN_DBLCLK) // the second of two quick ones
             Despacha([&] { Suyo().Pulsa(control); });
         else if (aviso == BN_SETFOCUS)

@@ -28,13 +28,13 @@ public:
     HWND Manija() const { return m_ventana; }
     bool SeVe() const override { return IsWindowVisible(m_ventana) != 0; }
     /// The window of a control, null where there is none with the id.
-    HWND ControlCon(UINT id) const;
+    HWND ControlCon(UINT id) const { return GetDlgItem(m_ventana, static_cast<int>(id)); }
 
 private:
     void Aparece() override;
     void Esconde() override { ShowWindow(m_ventana, SW_HIDE); }
     void SirveAlUsuario() override;
-    void DejaDeServir() override;
+    void DejaDeServir() override { PostMessageW(m_ventana, WM_NULL, 0, 0); }
     /// No key of a dialog's navigation is heeded.
     bool TomaUno() override;
     void PonControl(const CControl& control) override;
