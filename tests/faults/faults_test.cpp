@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <functional>
 #include <map>
+#include <set>
 
 #include <sys/wait.h>
 #include <unistd.h>
@@ -18,6 +19,7 @@
 #include "platform/files/set_healing.h"
 #include "platform/layer_texts.h"
 #include "tests/faults/fault_plan.h"
+#include "tests/faults/folder_dialog.h"
 #include "tests/support/files.h"
 #include "tests/support/scripted_front_end.h"
 #include "vexa_to_catastro/vexa_a_campiva2_dlg.h"
@@ -36,9 +38,6 @@ using Alcance = CPlanDeFallos::Alcance;
 using sistema::Llamada;
 using Contenidos = std::map<std::string, std::string>;
 
-const char* const kTablas[] = {"Titulares.txt",   "Parcelas.txt", "Modulos.txt",
-                               "Subparcelas.txt", "Parajes.txt",  "Cotitulares.txt"};
-
 // The runs wait for the disk some thousand times; where there is one in memory they use that.
 const bool kEnMemoria = fs::is_directory("/dev/shm") && setenv("TMPDIR", "/dev/shm", 1) == 0;
 
@@ -49,11 +48,6 @@ struct CEscenario {
     std::function<void(const CCarpetaPrueba&)> prepara;
     std::function<void(const CCarpetaPrueba&)> corre;
 };
-
-sintetico::CMunicipioSintetico Municipio()
-{
-    return sintetico::Genera({.parcelas = 4, .poligonos = 1, .subparcelas = 1}, 7);
-}
 
 void TraduceA(const CString& entrada, const std::function<CString(const char*)>& tabla)
 {
@@ -73,12 +67,6 @@ void TraduceAhi(const CCarpetaPrueba& c)
 {
     const CEnCarpeta ahi(c.Ruta());
     TraduceA("entrada.txt", [](const char* tabla) { return CString(tabla); });
-}
-
-void PonTablasDeAntes(const CCarpetaPrueba& c)
-{
-    for (const char* tabla : kTablas)
-        c.Pon(tabla, "antes\r\n");
 }
 
 void PonEntrada(const CCarpetaPrueba& c, const std::vector<std::string>& lineas)
@@ -103,34 +91,8 @@ void Vuelve(const CCarpetaPrueba& c)
                         c.En("poligonos.txt"), c.En("ortos.TOP"), 1, 1, 1, nullptr);
 }
 
-class CIdaDirecta : public CCampivaAVexaDlg {
-public:
-    void Corre(const CCarpetaPrueba& c)
-    {
-        Create(IDD_CAMPIVA_A_VEXA, nullptr);
-        ArchivoEntrada = c.En("entrada.txt");
-        ArchivoModulos = c.En("Modulos.txt");
-        ArchivoTitulares = c.En("Titulares.txt");
-        ArchivoParcelas = c.En("Parcelas.txt");
-        ArchivoSubparcelas = c.En("Subparcelas.txt");
-        ArchivoParajes = c.En("Parajes.txt");
-        ArchivoCotitulares = c.En("Cotitulares.txt");
-        UpdateData(false);
-        SendMessage(WM_COMMAND, IDOK, 0);
-    }
-};
-
-class CInfografDirecto : public CVexaAInfografDlg {
-public:
-    void Corre(const CCarpetaPrueba& c, UINT mandato)
-    {
-        Create(IDD_VEXA_A_INFOGRAF, nullptr);
-        ArchivoTren = c.En("poligonos.txt");
-        ArchivoOrtos = c.En("ortos.TOP");
-        UpdateData(false);
-        SendMessage(WM_COMMAND, mandato, 0);
-    }
-};
+using CIda = CDialogoDe<CCampivaAVexaDlg>;
+using CInfograf = CDialogoDe<CVexaAInfografDlg>;
 
 const std::vector<CEscenario>& Escenarios()
 {
@@ -165,14 +127,14 @@ const std::vector<CEscenario>& Escenarios()
              PonTablasYDibujos(c);
              c.Pon("045127.CSP", "antes\r\n");
          },
-         [](const auto& c) { CInfografDirecto().Corre(c, IDOK); }},
+         [](const auto& c) { CInfograf(c, IDD_VEXA_A_INFOGRAF).Corre(); }},
         {"the settings of a dialog",
          {"config/VexaSoft/Campiva.ini"},
          [](const auto& c) {
              PonTablasYDibujos(c);
              CAplicacionPrueba().WriteProfileInt("Otra", "Clave", 1);
          },
-         [](const auto& c) { CInfografDirecto().Corre(c, IDCANCEL); }},
+         [](const auto& c) { CInfograf(c, IDD_VEXA_A_INFOGRAF).Corre(IDCANCEL); }},
     };
     return escenarios;
 }
@@ -226,17 +188,14 @@ public:
         m_visto = Plan();
         Plan() = {};
         resultado.error = resultado.error || aplicacion.HuboCajaDeError();
-        resultado.ajustes =
-            std::any_of(aplicacion.guion.cajas.begin(), aplicacion.guion.cajas.end(),
-                        [](const auto& caja) { return caja.titulo == "Ajustes"; });
-        for (const CCajaVista& caja : aplicacion.guion.cajas)
-            resultado.nombra =
-                resultado.nombra ||
-                caja.texto.find(ansi::AUtf8(textos::kSinDevolver)) != std::string::npos;
-        for (const CCajaVista& caja : aplicacion.guion.cajas)
-            if (caja.flags == MB_ICONERROR)
-                resultado.soloLog =
-                    resultado.soloLog && caja.texto.find(".ERR\n") != std::string::npos;
+        for (const auto& [titulo, texto, flags] : aplicacion.guion.cajas) {
+            const auto dice = [&](const std::string& algo) {
+                return texto.find(algo) != texto.npos;
+            };
+            resultado.ajustes |= titulo == "Ajustes";
+            resultado.nombra |= dice(ansi::AUtf8(textos::kSinDevolver));
+            resultado.soloLog &= flags != MB_ICONERROR || dice(".ERR\n");
+        }
         resultado.salidas = Salidas();
         return resultado;
     }
@@ -260,6 +219,16 @@ public:
         for (const std::string& nombre : m_escenario.salidas)
             salidas[nombre] = m_carpeta.Lee(nombre);
         return salidas;
+    }
+    /// The calls of some kinds that a clean run makes, from 1.
+    std::vector<long> LlamadasDe(const std::set<Llamada>& cuales)
+    {
+        Corre({.que = Que::Nada, .anota = true});
+        std::vector<long> vistas;
+        for (std::size_t i = 0; i < m_visto.hechas.size(); ++i)
+            if (cuales.contains(m_visto.hechas[i]))
+                vistas.push_back(static_cast<long>(i + 1));
+        return vistas;
     }
     const Contenidos& Antes() const { return m_antes; }
     const Contenidos& Limpio() const { return m_limpio; }
@@ -298,6 +267,14 @@ private:
     CPlanDeFallos m_visto;
 };
 
+/// A run told no error, has the outputs of a clean one and leaves no trace.
+void AcabaLimpio(const CBanco& banco, const CResultado& resultado)
+{
+    EXPECT_FALSE(resultado.error);
+    EXPECT_TRUE(resultado.salidas == banco.Limpio());
+    EXPECT_EQ(banco.Restos(), "");
+}
+
 /// Either all outputs are those of a clean run, and no error was told but of the log, or all are
 /// what they were and an error was told. After that a clean run has its clean outputs and leaves no
 /// trace.
@@ -309,10 +286,7 @@ void EsTodoONada(CBanco& banco, const CResultado& resultado)
     EXPECT_TRUE(nada || !resultado.error || resultado.soloLog) << "outputs under an error";
     EXPECT_TRUE(resultado.error || resultado.ajustes || hecho)
         << "nothing was done, and nothing told";
-    const CResultado despues = banco.Sigue({});
-    EXPECT_FALSE(despues.error);
-    EXPECT_TRUE(despues.salidas == banco.Limpio());
-    EXPECT_EQ(banco.Restos(), "");
+    AcabaLimpio(banco, banco.Sigue({}));
 }
 
 /// Kills the run as the plan says. What it left is healed by whatever next run begins in the
@@ -325,10 +299,7 @@ bool MuereYSana(CBanco& banco, const CPlanDeFallos& plan)
     SanaConjuntos(banco.Nombres());
     const Contenidos sanadas = banco.Salidas();
     EXPECT_TRUE(sanadas == banco.Antes() || sanadas == banco.Limpio());
-    const CResultado despues = banco.Sigue({});
-    EXPECT_FALSE(despues.error);
-    EXPECT_TRUE(despues.salidas == banco.Limpio());
-    EXPECT_EQ(banco.Restos(), "");
+    AcabaLimpio(banco, banco.Sigue({}));
     return true;
 }
 
@@ -365,8 +336,7 @@ TEST(Ajustes, ADialogReadsThemOnce)
     const long unaVez = Plan().llamadas;
     ASSERT_GT(unaVez, 0);
     Plan() = {};
-    CInfografDirecto dialogo;
-    dialogo.Create(IDD_VEXA_A_INFOGRAF, nullptr);
+    const CInfograf dialogo(carpeta, IDD_VEXA_A_INFOGRAF);
     EXPECT_EQ(Plan().llamadas, unaVez);
 }
 
@@ -426,10 +396,7 @@ TEST_P(Fallos, WhatAKilledRunLeftIsHealed)
 
 TEST_P(Fallos, WhatIsOverwrittenInItsPlaceIsAsSafe)
 {
-    const CResultado limpio = banco.Corre({.sinDerechos = true});
-    EXPECT_FALSE(limpio.error);
-    EXPECT_TRUE(limpio.salidas == banco.Limpio());
-    EXPECT_EQ(banco.Restos(), "");
+    AcabaLimpio(banco, banco.Corre({.sinDerechos = true}));
     const long cuantas = banco.Visto().llamadas;
     for (long en = 1; en <= cuantas && !HasFailure(); ++en) {
         SCOPED_TRACE(testing::Message() << "call " << en);
@@ -445,44 +412,32 @@ TEST_P(Fallos, WhatIsOverwrittenInItsPlaceIsAsSafe)
 
 TEST_P(Fallos, NoFailedWriteRenameOrSyncIsPassedOver)
 {
-    banco.Corre({.que = Que::Nada, .anota = true});
-    const std::vector<Llamada> hechas = banco.Visto().hechas;
-    for (std::size_t i = 0; i < hechas.size(); ++i) {
-        const Llamada cual = hechas[i];
-        if (cual != Llamada::Escribir && cual != Llamada::Asegurar && cual != Llamada::Renombrar)
-            continue;
-        SCOPED_TRACE(testing::Message() << "call " << i + 1);
-        const CResultado resultado =
-            banco.Corre({Que::FallaLlamada, static_cast<long>(i + 1), Alcance::EsaSola, EIO});
+    for (const long en :
+         banco.LlamadasDe({Llamada::Escribir, Llamada::Asegurar, Llamada::Renombrar})) {
+        SCOPED_TRACE(testing::Message() << "call " << en);
+        const CResultado resultado = banco.Corre({Que::FallaLlamada, en, Alcance::EsaSola, EIO});
         EXPECT_TRUE(resultado.error || resultado.ajustes);
     }
 }
 
 TEST_P(Fallos, NoNameGoesWhereNothingCanBeRenamedAnyMore)
 {
-    banco.Corre({.que = Que::Nada, .anota = true});
-    const std::vector<Llamada> hechas = banco.Visto().hechas;
-    for (std::size_t i = 0; i < hechas.size(); ++i) {
-        if (hechas[i] != Llamada::Renombrar)
-            continue;
-        SCOPED_TRACE(testing::Message() << "call " << i + 1);
-        EsTodoONada(banco, banco.Corre({Que::FallaLlamada, static_cast<long>(i + 1),
-                                        Alcance::YLasDeSuClase, EIO}));
+    for (const long en : banco.LlamadasDe({Llamada::Renombrar})) {
+        SCOPED_TRACE(testing::Message() << "call " << en);
+        EsTodoONada(banco, banco.Corre({Que::FallaLlamada, en, Alcance::YLasDeSuClase, EIO}));
     }
 }
 
 TEST_P(Fallos, WhatWasThereComesBackWhereNothingCanBeLookedAtAnyMore)
 {
-    banco.Corre({.que = Que::Nada, .anota = true});
-    const std::vector<Llamada> hechas = banco.Visto().hechas;
     const bool habia = banco.Antes().begin()->second != "(no file)";
-    const auto primera = std::find(hechas.begin(), hechas.end(), Llamada::Renombrar);
-    for (auto i = primera; i != hechas.end(); ++i) {
-        if (*i != Llamada::Mirar)
+    const long primera = banco.LlamadasDe({Llamada::Renombrar}).front();
+    for (const long en : banco.LlamadasDe({Llamada::Mirar})) {
+        if (en < primera)
             continue;
-        SCOPED_TRACE(testing::Message() << "call " << i - hechas.begin() + 1);
+        SCOPED_TRACE(testing::Message() << "call " << en);
         const CResultado resultado =
-            banco.Corre({Que::FallaLlamada, i - hechas.begin() + 1, Alcance::YLasDeSuClase, EIO});
+            banco.Corre({Que::FallaLlamada, en, Alcance::YLasDeSuClase, EIO});
         // What wasn't there before can't be told from what somebody else has put there.
         habia ? EsTodoONada(banco, resultado) : EsTodoONadaALaLarga(banco, resultado);
     }
@@ -547,9 +502,9 @@ TEST(Salidas, ThatAnotherProgramHasOpenCanBeClosedBeforeTheRun)
             PonEntrada(carpeta, lineas);
             CAplicacionPrueba aplicacion;
             aplicacion.guion.respuestas = {respuesta};
-            CIdaDirecta dialogo;
+            CIda dialogo(carpeta, IDD_CAMPIVA_A_VEXA);
             Plan() = {.que = Que::FallaLlamada, .en = en, .error = EBUSY};
-            dialogo.Corre(carpeta);
+            dialogo.Corre();
             Plan() = {};
             const auto& cajas = aplicacion.guion.cajas;
             if (cajas.front().flags != (MB_RETRYCANCEL | MB_ICONWARNING))
@@ -565,6 +520,24 @@ TEST(Salidas, ThatAnotherProgramHasOpenCanBeClosedBeforeTheRun)
     EXPECT_EQ(preguntas[1], preguntas[0]);
 }
 
+namespace {
+
+/// Writes two files as a set, which takes its places under the plan.
+void GrabaConjunto(CConjuntoSalidas& conjunto, const CCarpetaPrueba& carpeta,
+                   const CPlanDeFallos& plan)
+{
+    for (const char* nombre : {"a.txt", "b.txt"}) {
+        CFile fichero;
+        fichero.Open(carpeta.En(nombre), CFile::modeCreate | CFile::modeWrite, nullptr, &conjunto);
+        fichero.Write("ahora", 5);
+        fichero.Close();
+    }
+    Plan() = plan;
+    conjunto.Confirma();
+}
+
+} // namespace
+
 TEST(Salidas, WhatIsOnlyReservedIsNobodyElsesUntilAllAreInTheirPlaces)
 {
     const CCarpetaPrueba carpeta;
@@ -573,14 +546,7 @@ TEST(Salidas, WhatIsOnlyReservedIsNobodyElsesUntilAllAreInTheirPlaces)
     const auto graba = [&](const CPlanDeFallos& plan) {
         CConjuntoSalidas conjunto;
         ASSERT_EQ(conjunto.Reserva(carpeta.En("lista.txt"), error), CReemplazo::Apertura::Abierto);
-        for (const char* nombre : {"a.txt", "b.txt"}) {
-            CFile fichero;
-            fichero.Open(carpeta.En(nombre), CFile::modeCreate | CFile::modeWrite, nullptr,
-                         &conjunto);
-            fichero.Close();
-        }
-        Plan() = plan;
-        conjunto.Confirma();
+        GrabaConjunto(conjunto, carpeta, plan);
     };
     graba({.que = Que::Nada, .anota = true});
     const std::vector<Llamada> hechas = std::exchange(Plan(), {}).hechas;
@@ -608,15 +574,7 @@ TEST(Salidas, AnUndoLeavesWhatSomebodyElseHasPlaced)
         for (const char* nombre : {"a.txt", "b.txt"})
             carpeta.Pon(nombre, "antes");
         CConjuntoSalidas conjunto;
-        for (const char* nombre : {"a.txt", "b.txt"}) {
-            CFile fichero;
-            fichero.Open(carpeta.En(nombre), CFile::modeCreate | CFile::modeWrite, nullptr,
-                         &conjunto);
-            fichero.Write("ahora", 5);
-            fichero.Close();
-        }
-        Plan() = plan;
-        conjunto.Confirma();
+        GrabaConjunto(conjunto, carpeta, plan);
     };
     graba({.que = Que::Nada, .anota = true});
     const std::vector<Llamada>& hechas = Plan().hechas;

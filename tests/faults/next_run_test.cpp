@@ -9,6 +9,7 @@
 #include "generator/cadastre_lines.h"
 #include "generator/drawing_files.h"
 #include "tests/faults/fault_plan.h"
+#include "tests/faults/folder_dialog.h"
 #include "tests/support/files.h"
 #include "tests/support/scripted_front_end.h"
 #include "vexa_to_catastro/vexa_a_campiva2_dlg.h"
@@ -23,50 +24,15 @@ namespace {
 
 using Que = CPlanDeFallos::Que;
 
-sintetico::CMunicipioSintetico Municipio(unsigned semilla)
+template <class D, UINT kPlantilla>
+std::unique_ptr<CDialogoDeCarpeta> Nuevo(const CCarpetaPrueba& c)
 {
-    return sintetico::Genera({.parcelas = 4, .poligonos = 1, .subparcelas = 1}, semilla);
+    return std::make_unique<CDialogoDe<D>>(c, kPlantilla);
 }
-
-/// A dialog whose run can be asked for with the names in a folder.
-class CDialogoDeCarpeta {
-public:
-    virtual ~CDialogoDeCarpeta() = default;
-    virtual void Corre() = 0;
-    virtual CTraduccionDlg& Dialogo() = 0;
-};
-
-template <class D>
-class CDialogoDe : public CDialogoDeCarpeta, private D {
-public:
-    CDialogoDe(const CCarpetaPrueba& c, UINT plantilla)
-    {
-        D::Create(plantilla, nullptr);
-        if constexpr (requires { D::ArchivoEntrada; })
-            D::ArchivoEntrada = c.En("entrada.txt");
-        if constexpr (requires { D::ArchivoTren; }) {
-            D::ArchivoTren = c.En("poligonos.txt");
-            D::ArchivoOrtos = c.En("ortos.TOP");
-        }
-        if constexpr (requires { D::ArchivoModulos; }) {
-            D::ArchivoModulos = c.En("Modulos.txt");
-            D::ArchivoTitulares = c.En("Titulares.txt");
-            D::ArchivoParcelas = c.En("Parcelas.txt");
-            D::ArchivoSubparcelas = c.En("Subparcelas.txt");
-            D::ArchivoParajes = c.En("Parajes.txt");
-            D::ArchivoCotitulares = c.En("Cotitulares.txt");
-        }
-        D::UpdateData(false);
-    }
-    void Corre() override { D::SendMessage(WM_COMMAND, IDOK, 0); }
-    CTraduccionDlg& Dialogo() override { return *this; }
-};
-
-using CNuevoDialogo = std::unique_ptr<CDialogoDeCarpeta> (*)(const CCarpetaPrueba& c);
 
 const struct CTraduccion {
     const char* nombre;
-    CNuevoDialogo nuevo;
+    std::unique_ptr<CDialogoDeCarpeta> (*nuevo)(const CCarpetaPrueba& c);
     const char* lista; ///< the input that is read first
 
     friend void PrintTo(const CTraduccion& traduccion, std::ostream* donde)
@@ -74,30 +40,16 @@ const struct CTraduccion {
         *donde << traduccion.nombre;
     }
 } kTraducciones[] = {
-    {"CatastroToVexa",
-     [](const CCarpetaPrueba& c) -> std::unique_ptr<CDialogoDeCarpeta> {
-         return std::make_unique<CDialogoDe<CCampivaAVexaDlg>>(c, IDD_CAMPIVA_A_VEXA);
-     },
-     "entrada.txt"},
-    {"VexaToCatastro",
-     [](const CCarpetaPrueba& c) -> std::unique_ptr<CDialogoDeCarpeta> {
-         return std::make_unique<CDialogoDe<CVexaACampiva2Dlg>>(c, IDD_VEXA_A_CAMPIVA2);
-     },
-     "poligonos.txt"},
-    {"VexaToInfograf",
-     [](const CCarpetaPrueba& c) -> std::unique_ptr<CDialogoDeCarpeta> {
-         return std::make_unique<CDialogoDe<CVexaAInfografDlg>>(c, IDD_VEXA_A_INFOGRAF);
-     },
-     "poligonos.txt"},
+    {"CatastroToVexa", Nuevo<CCampivaAVexaDlg, IDD_CAMPIVA_A_VEXA>, "entrada.txt"},
+    {"VexaToCatastro", Nuevo<CVexaACampiva2Dlg, IDD_VEXA_A_CAMPIVA2>, "poligonos.txt"},
+    {"VexaToInfograf", Nuevo<CVexaAInfografDlg, IDD_VEXA_A_INFOGRAF>, "poligonos.txt"},
 };
 
 class NextRun : public testing::TestWithParam<CTraduccion> {
 protected:
     NextRun()
     {
-        for (const char* tabla : {"Titulares.txt", "Parcelas.txt", "Modulos.txt", "Subparcelas.txt",
-                                  "Parajes.txt", "Cotitulares.txt"})
-            m_carpeta.Pon(tabla, "antes\r\n");
+        PonTablasDeAntes(m_carpeta);
         sintetico::GrabaLineas(m_carpeta.En("entrada.txt"),
                                sintetico::LineasCatastro(Municipio(7)).Todas());
         CAplicacionPrueba aplicacion;
@@ -107,11 +59,6 @@ protected:
             hoja.nombre = "OTRA"; // than the tables say
         sintetico::GrabaDibujos(m_carpeta.Ruta().string(), dibujado);
         m_principio = Ficheros();
-        Prepara();
-    }
-
-    void Prepara()
-    {
         for (const bool ilegible : {false, true})
             m_deNuevo[ilegible ? 1 : 0] = VistoDeNuevo(ilegible);
     }
