@@ -1,11 +1,9 @@
-#include <memory>
 #include <string>
 
 #include <gtest/gtest.h>
 
-#include <windows.h>
-
 #include "platform/files/set_healing.h"
+#include "platform/files/windows_handles.h"
 #include "tests/faults/fault_plan.h"
 #include "tests/support/files.h"
 
@@ -14,11 +12,6 @@
 namespace fs = std::filesystem;
 
 namespace {
-
-struct CCierra {
-    void operator()(HANDLE manija) const { CloseHandle(manija); }
-};
-using Manija = std::unique_ptr<void, CCierra>;
 
 constexpr const char* kNombres[] = {"a.txt", "b.txt", "c.txt"};
 constexpr std::string_view kAntes = "antes";
@@ -45,18 +38,12 @@ DWORD Escribe(const fs::path& carpeta, long vez)
     EXPECT_NE(empezado, FALSE) << "error " << GetLastError();
     if (empezado == FALSE)
         return ~DWORD{0};
-    const Manija hilo(proceso.hThread);
-    const Manija suyo(proceso.hProcess);
+    const sistema::Manija hilo(proceso.hThread);
+    const sistema::Manija suyo(proceso.hProcess);
     DWORD estado = 0;
     WaitForSingleObject(suyo.get(), INFINITE);
     GetExitCodeProcess(suyo.get(), &estado);
     return estado;
-}
-
-Manija Ocupa(const fs::path& ruta, DWORD comparte)
-{
-    return Manija(
-        CreateFileW(ruta.c_str(), GENERIC_READ, comparte, nullptr, OPEN_EXISTING, 0, nullptr));
 }
 
 /// All targets are as they were, or all are new.
@@ -91,7 +78,8 @@ TEST(SalidasWindows, KilledWhileATargetIsOpenElsewhereAreHealed)
             for (const char* nombre : kNombres)
                 carpeta.Pon(nombre, kAntes);
             {
-                const Manija abierta = Ocupa(carpeta.Ruta() / "b.txt", caso.comparte);
+                const sistema::Manija abierta = sistema::AbreManija(
+                    carpeta.Ruta() / "b.txt", {.acceso = GENERIC_READ, .comparte = caso.comparte});
                 estado = Escribe(carpeta.Ruta(), vez);
                 SanaConjuntos(nombres);
                 EsTodoONada(carpeta);

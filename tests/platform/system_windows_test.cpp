@@ -1,16 +1,13 @@
-#include <memory>
 #include <string>
 
 #include <gtest/gtest.h>
-
-#include <windows.h>
 
 #include <shlobj.h>
 
 #include "platform/files/cstdio_file.h"
 #include "platform/files/output_set.h"
 #include "platform/files/set_healing.h"
-#include "platform/files/system_files.h"
+#include "platform/files/windows_handles.h"
 #include "platform/system.h"
 #include "tests/support/files.h"
 
@@ -20,18 +17,13 @@ namespace {
 
 constexpr UINT kEscribe = CFile::modeCreate | CFile::modeWrite;
 
-struct CCierra {
-    void operator()(HANDLE manija) const { CloseHandle(manija); }
-};
-using Manija = std::unique_ptr<void, CCierra>;
-
 /// Has the file open as another program would.
-Manija Ocupa(const fs::path& ruta, DWORD comparte)
+sistema::Manija Ocupa(const fs::path& ruta, DWORD comparte)
 {
-    HANDLE manija =
-        CreateFileW(ruta.c_str(), GENERIC_READ, comparte, nullptr, OPEN_EXISTING, 0, nullptr);
-    EXPECT_NE(manija, INVALID_HANDLE_VALUE);
-    return Manija(manija == INVALID_HANDLE_VALUE ? nullptr : manija);
+    sistema::Manija manija =
+        sistema::AbreManija(ruta, {.acceso = GENERIC_READ, .comparte = comparte});
+    EXPECT_NE(manija, nullptr);
+    return manija;
 }
 
 void EscribeEntero(CFile& fichero, std::string_view bytes)
@@ -55,7 +47,7 @@ TEST(FicherosWindows, WhatAnotherProgramHasOpenIsToldAndStays)
         const CCarpetaPrueba carpeta;
         const CString tabla = carpeta.Pon("tabla.txt", "antes");
         {
-            const Manija ocupada = Ocupa(carpeta.Ruta() / "tabla.txt", caso.comparte);
+            const sistema::Manija ocupada = Ocupa(carpeta.Ruta() / "tabla.txt", caso.comparte);
             sistema::Error motivo;
             try {
                 CFile fichero;
@@ -81,7 +73,8 @@ TEST(FicherosWindows, WhatAnotherProgramLetsOthersWriteGetsTheNewContent)
 {
     const CCarpetaPrueba carpeta;
     const CString tabla = carpeta.Pon("tabla.txt", "antes, y más largo");
-    const Manija abierta = Ocupa(carpeta.Ruta() / "tabla.txt", FILE_SHARE_READ | FILE_SHARE_WRITE);
+    const sistema::Manija abierta =
+        Ocupa(carpeta.Ruta() / "tabla.txt", FILE_SHARE_READ | FILE_SHARE_WRITE);
     CFile fichero;
     ASSERT_TRUE(fichero.Open(tabla, kEscribe));
     EscribeEntero(fichero, "ahora");
@@ -103,7 +96,7 @@ TEST(FicherosWindows, OneOutputThatIsOpenElsewhereKeepsAllOthersAsTheyWere)
             ASSERT_NE(salida, nullptr) << error.message();
             salida->Escribe("ahora", error);
         }
-        const Manija ocupada = Ocupa(carpeta.Ruta() / "b.txt", FILE_SHARE_READ);
+        const sistema::Manija ocupada = Ocupa(carpeta.Ruta() / "b.txt", FILE_SHARE_READ);
         EXPECT_THROW(salidas.Confirma(), CFileException);
     }
     for (const char* nombre : {"a.txt", "b.txt", "c.txt"})

@@ -4,8 +4,6 @@
 
 namespace {
 
-constexpr DWORD kEntreMiradas = 50; // milliseconds between two looks
-
 std::wstring TextoDe(HWND ventana)
 {
     std::wstring texto(256, L'\0');
@@ -31,16 +29,24 @@ BOOL CALLBACK Mira(HWND ventana, LPARAM dato)
 
 } // namespace
 
+bool Llega(const std::function<bool()>& cosa)
+{
+    constexpr DWORD kCadaVez = 50;
+    for (DWORD esperado = 0; esperado < kPaciencia; esperado += kCadaVez) {
+        if (cosa())
+            return true;
+        Sleep(kCadaVez);
+    }
+    return false;
+}
+
 HWND EsperaVentana(HANDLE proceso, const wchar_t* titulo)
 {
     CBusca busca = {GetProcessId(proceso), titulo, nullptr};
-    for (DWORD esperado = 0; busca.hallada == nullptr && esperado < kPaciencia;
-         esperado += kEntreMiradas) {
+    EXPECT_TRUE(Llega([&] {
         EnumWindows(Mira, reinterpret_cast<LPARAM>(&busca));
-        if (busca.hallada == nullptr)
-            Sleep(kEntreMiradas);
-    }
-    EXPECT_NE(busca.hallada, nullptr) << "no window";
+        return busca.hallada != nullptr;
+    })) << "no window";
     return busca.hallada;
 }
 

@@ -1,16 +1,16 @@
 #pragma once
 
-#include <memory>
+#include <functional>
 #include <string>
 
-#include <windows.h>
+#include "platform/files/windows_handles.h"
 
-struct CCierraManija {
-    void operator()(HANDLE manija) const { CloseHandle(manija); }
-};
-using Manija = std::unique_ptr<void, CCierraManija>;
+using sistema::Manija;
 
 constexpr DWORD kPaciencia = 60'000; // milliseconds
+
+/// Tells whether something comes true as long as the tests are patient.
+bool Llega(const std::function<bool()>& cosa);
 
 /// The visible window of a process that has the title, once it is there; null where it never comes.
 HWND EsperaVentana(HANDLE proceso, const wchar_t* titulo);

@@ -1,5 +1,4 @@
 #include <filesystem>
-#include <functional>
 
 #include <gtest/gtest.h>
 
@@ -17,17 +16,6 @@ constexpr int kEntrada = 1000;
 
 constexpr const wchar_t* kDialogo = L"Catastro campiva a Vexa";
 constexpr const wchar_t* kResumen = L"Fin del proceso";
-
-bool Llega(const std::function<bool()>& cosa)
-{
-    constexpr DWORD kCadaVez = 50;
-    for (DWORD esperado = 0; esperado < kPaciencia; esperado += kCadaVez) {
-        if (cosa())
-            return true;
-        Sleep(kCadaVez);
-    }
-    return false;
-}
 
 void VaAlDialogo(CProgramaConducido& programa)
 {
