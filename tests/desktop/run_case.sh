@@ -146,13 +146,7 @@ case_vexa_to_catastro() {
     [ "$tables" = "$(cat "$work/run/villanueva_tablas_con_faltas/"* | md5sum)" ] || fail "the trial changes a table"
   fi
   keys alt+a
-  for _ in $(seq "$patience"); do # an error box for each file that is missing or out of date
-    case $(front_title) in
-      Error) await Error; keys Return ;;
-      "Fin del proceso") break ;;
-    esac
-    sleep 0.1
-  done
+  past_errors
   dismiss "Fin del proceso"
   dismiss Error # some parcels couldn't be stored
   dismiss Observaciones # a row couldn't be read
@@ -279,10 +273,7 @@ case_observations() {
     # What is told last ends in another way where an older copy keeps its name.
     [ "$run" != last ] || echo older > "$work/run/${folder}Subparcelas.txt.anterior"
     keys alt+a
-    until [ "$(front_title)" = "Fin del proceso" ]; do # an error box for each file that is missing
-      [ "$(front_title)" != Error ] || keys Return
-      sleep 0.3
-    done
+    past_errors
     keys Return
     await Observaciones
     measure

@@ -50,6 +50,14 @@ keys() { xdotool key --delay 30 "$@"; }
 # Replaces the text of the field in focus.
 fill() { keys ctrl+a; xdotool type --delay 8 -- "$1"; }
 
+# Answers an error box for each file that is missing or out of date, until the run is over.
+past_errors() {
+  until [ "$(front_title)" = "Fin del proceso" ]; do
+    [ "$(front_title)" != Error ] || keys Return
+    sleep 0.3
+  done
+}
+
 # Starts the program in the folder run, with the arguments, away from its user's own settings.
 start() {
   (cd "$work/run" && XDG_CONFIG_HOME="$work/config" XDG_DATA_HOME="$work/data" \

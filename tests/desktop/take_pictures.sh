@@ -78,10 +78,7 @@ picture_all vexa_to_catastro
 keys Escape
 sleep 0.5
 keys alt+a
-until [ "$(front_title)" = "Fin del proceso" ]; do # an error box for each file that is missing
-  [ "$(front_title)" != Error ] || keys Return
-  sleep 0.3
-done
+past_errors
 keys Return
 await "Vexa a Catastro campiva"
 picture done

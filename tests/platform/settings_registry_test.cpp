@@ -10,8 +10,9 @@
 
 #include "platform/ansi.h"
 #include "platform/settings.h"
-#include "tests/support/files.h"
 #include "tests/support/scripted_front_end.h"
+
+using AjustesRegistro = ConAplicacion;
 
 namespace {
 
@@ -46,10 +47,8 @@ std::string Almacenado(const wchar_t* clave)
 
 } // namespace
 
-TEST(AjustesRegistro, NumbersAndTextsAreStoredInTheSystemsForms)
+TEST_F(AjustesRegistro, NumbersAndTextsAreStoredInTheSystemsForms)
 {
-    const CCarpetaPrueba carpeta;
-    CAplicacionPrueba aplicacion;
     ASSERT_NE(aplicacion.WriteProfileInt("Uno", "Numero", 7), 0);
     ASSERT_NE(aplicacion.WriteProfileInt("Uno", "Menos", -2), 0);
     ASSERT_NE(aplicacion.WriteProfileString("Uno", "Texto", "7"), 0);
@@ -62,9 +61,8 @@ TEST(AjustesRegistro, NumbersAndTextsAreStoredInTheSystemsForms)
     EXPECT_EQ(Almacenado(L"Vacio"), "1: 0 0");
 }
 
-TEST(AjustesRegistro, WhatIsStoredTogetherIsReadTogether)
+TEST_F(AjustesRegistro, WhatIsStoredTogetherIsReadTogether)
 {
-    const CCarpetaPrueba carpeta;
     constexpr int kVeces = 300;
     const CString claves[] = {"Numero", "Texto"};
     CAlmacenAjustes almacen("VexaSoft", "Campiva");
@@ -86,10 +84,8 @@ TEST(AjustesRegistro, WhatIsStoredTogetherIsReadTogether)
     EXPECT_EQ(mezcladas, 0);
 }
 
-TEST(AjustesRegistro, EitherFormOfANumberIsRead)
+TEST_F(AjustesRegistro, EitherFormOfANumberIsRead)
 {
-    const CCarpetaPrueba carpeta;
-    CAplicacionPrueba aplicacion;
     for (const DWORD tipo : {REG_SZ, REG_EXPAND_SZ}) {
         PonTexto(tipo, L"-7");
         EXPECT_EQ(aplicacion.GetProfileInt("Uno", "Clave", 8), -7);
@@ -102,10 +98,8 @@ TEST(AjustesRegistro, EitherFormOfANumberIsRead)
     }
 }
 
-TEST(AjustesRegistro, WhatAnotherHandWroteIsTakenAsFarAsItGoes)
+TEST_F(AjustesRegistro, WhatAnotherHandWroteIsTakenAsFarAsItGoes)
 {
-    const CCarpetaPrueba carpeta;
-    CAplicacionPrueba aplicacion;
     Pon(REG_SZ, L"abc", 3 * sizeof(wchar_t));
     EXPECT_EQ(aplicacion.GetProfileString("Uno", "Clave", "x"), CString("abc")) << "no zero";
     Pon(REG_SZ, L"ab\0cd", 6 * sizeof(wchar_t));

@@ -4,8 +4,9 @@
 
 #include "platform/ansi.h"
 #include "platform/files/cfile.h"
-#include "tests/support/files.h"
 #include "tests/support/scripted_front_end.h"
+
+using Ajustes = ConAplicacion;
 
 namespace {
 
@@ -13,10 +14,8 @@ constexpr const char* kFichero = "config/VexaSoft/Campiva.ini";
 
 } // namespace
 
-TEST(Ajustes, StandInSectionsInTheOrderInWhichTheyCame)
+TEST_F(Ajustes, StandInSectionsInTheOrderInWhichTheyCame)
 {
-    const CCarpetaPrueba carpeta;
-    CAplicacionPrueba aplicacion;
     aplicacion.WriteProfileString("Uno", "Clave", "peña.txt");
     aplicacion.WriteProfileString("Uno", "Ansi", "Ñ"_ansi);
     aplicacion.WriteProfileInt("Dos", "Clave", -7);
@@ -25,10 +24,8 @@ TEST(Ajustes, StandInSectionsInTheOrderInWhichTheyCame)
               "[Uno]\r\nClave=peña.txt\r\nAnsi=\xD1\r\nClave2=3\r\n\r\n[Dos]\r\nClave=-7\r\n");
 }
 
-TEST(Ajustes, AHandWrittenFileIsTakenAndKept)
+TEST_F(Ajustes, AHandWrittenFileIsTakenAndKept)
 {
-    const CCarpetaPrueba carpeta;
-    CAplicacionPrueba aplicacion;
     std::filesystem::create_directories(carpeta.Ruta() / "config/VexaSoft");
     carpeta.Pon(kFichero, "; nota\n[Uno]\nClave=5\nMala=5x\nVacia=\n\n[Otra]\nClave=6\n");
     EXPECT_EQ(aplicacion.GetProfileInt("Uno", "Clave", 1), 5);
@@ -41,10 +38,8 @@ TEST(Ajustes, AHandWrittenFileIsTakenAndKept)
         "; nota\r\n[Uno]\r\nClave=5\r\nMala=5x\r\nVacia=\r\nNueva=9\r\n\r\n[Otra]\r\nClave=6\r\n");
 }
 
-TEST(Ajustes, WhatAPersonWroteIsRead)
+TEST_F(Ajustes, WhatAPersonWroteIsRead)
 {
-    const CCarpetaPrueba carpeta;
-    CAplicacionPrueba aplicacion;
     std::filesystem::create_directories(carpeta.Ruta() / "config/VexaSoft");
     constexpr struct {
         const char* motivo;
@@ -68,10 +63,8 @@ TEST(Ajustes, WhatAPersonWroteIsRead)
     }
 }
 
-TEST(Ajustes, ANoteBehindANumberStaysAsLongAsTheNumberDoes)
+TEST_F(Ajustes, ANoteBehindANumberStaysAsLongAsTheNumberDoes)
 {
-    const CCarpetaPrueba carpeta;
-    CAplicacionPrueba aplicacion;
     std::filesystem::create_directories(carpeta.Ruta() / "config/VexaSoft");
     constexpr const char* kTexto = "[Uno]\r\nClave=1\t; por la lista\r\nOtra=a.txt # b\r\n";
     carpeta.Pon(kFichero, kTexto);
@@ -83,10 +76,8 @@ TEST(Ajustes, ANoteBehindANumberStaysAsLongAsTheNumberDoes)
     EXPECT_EQ(carpeta.Lee(kFichero), "[Uno]\r\nClave=0\r\nOtra=a.txt\r\n");
 }
 
-TEST(Ajustes, AStoreThatCannotBeReadOrHoldAValueLosesNone)
+TEST_F(Ajustes, AStoreThatCannotBeReadOrHoldAValueLosesNone)
 {
-    const CCarpetaPrueba carpeta;
-    CAplicacionPrueba aplicacion;
     aplicacion.WriteProfileString("Uno", "Clave", "a");
     const std::string antes = carpeta.Lee(kFichero);
     const CAjuste ajustes[] = {
@@ -117,20 +108,16 @@ TEST(Ajustes, AStoreThatCannotBeReadOrHoldAValueLosesNone)
 #endif
 }
 
-TEST(Ajustes, WithoutAPlaceNothingIsStoredAndNothingTold)
+TEST_F(Ajustes, WithoutAPlaceNothingIsStoredAndNothingTold)
 {
-    const CCarpetaPrueba carpeta;
     carpeta.Pon("config", "a file where the folder should be");
-    CAplicacionPrueba aplicacion;
     EXPECT_EQ(aplicacion.WriteProfileInt("Uno", "Clave", 1), 0);
     EXPECT_EQ(aplicacion.GetProfileInt("Uno", "Clave", 8), 8);
     EXPECT_TRUE(aplicacion.guion.cajas.empty());
 }
 
-TEST(Ajustes, AKeyIsFoundByItsWholeNameInItsSection)
+TEST_F(Ajustes, AKeyIsFoundByItsWholeNameInItsSection)
 {
-    const CCarpetaPrueba carpeta;
-    CAplicacionPrueba aplicacion;
     std::filesystem::create_directories(carpeta.Ruta() / "config/VexaSoft");
     constexpr const char* kTexto = "Clave=fuera\r\n[Uno]\r\nClaveLarga=a\r\n;Clave=b\r\nClave=c\r\n"
                                    "Clave=d\r\n[Unos]\r\nOtra=e\r\n[Uno]\r\nOtra=f\r\n";
@@ -150,10 +137,8 @@ TEST(Ajustes, AKeyIsFoundByItsWholeNameInItsSection)
     EXPECT_EQ(carpeta.Lee(kFichero), despues);
 }
 
-TEST(Ajustes, AFileThatCannotBeReplacedStaysAsItWas)
+TEST_F(Ajustes, AFileThatCannotBeReplacedStaysAsItWas)
 {
-    const CCarpetaPrueba carpeta;
-    CAplicacionPrueba aplicacion;
     std::filesystem::create_directories(carpeta.Ruta() / kFichero / "dentro");
     EXPECT_EQ(aplicacion.WriteProfileInt("Uno", "Clave", 1), 0);
     EXPECT_TRUE(std::filesystem::is_directory(carpeta.Ruta() / kFichero));

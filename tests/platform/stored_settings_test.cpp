@@ -5,13 +5,12 @@
 
 #include "platform/ansi.h"
 #include "platform/files/cfile.h"
-#include "tests/support/files.h"
 #include "tests/support/scripted_front_end.h"
 
-TEST(AjustesGuardados, ComeBackAsTheyWereStored)
+using AjustesGuardados = ConAplicacion;
+
+TEST_F(AjustesGuardados, ComeBackAsTheyWereStored)
 {
-    const CCarpetaPrueba carpeta;
-    CAplicacionPrueba aplicacion;
     EXPECT_EQ(aplicacion.GetProfileString("Uno", "Clave", "por defecto"), CString("por defecto"));
     const std::string larga(40000, 'r'); // as long as no path is
     for (const char* valor :
@@ -25,10 +24,8 @@ TEST(AjustesGuardados, ComeBackAsTheyWereStored)
     EXPECT_EQ(aplicacion.GetProfileInt("Dos", "Clave2", 1), 1) << "a key of another section";
 }
 
-TEST(AjustesGuardados, ANumberIsTakenWholeOrNotAtAll)
+TEST_F(AjustesGuardados, ANumberIsTakenWholeOrNotAtAll)
 {
-    const CCarpetaPrueba carpeta;
-    CAplicacionPrueba aplicacion;
     constexpr int kDefecto = 77;
     constexpr struct {
         const char* texto;
@@ -54,10 +51,8 @@ TEST(AjustesGuardados, ANumberIsTakenWholeOrNotAtAll)
     }
 }
 
-TEST(AjustesGuardados, SeveralValuesComeInTheOrderOfTheirKeys)
+TEST_F(AjustesGuardados, SeveralValuesComeInTheOrderOfTheirKeys)
 {
-    const CCarpetaPrueba carpeta;
-    CAplicacionPrueba aplicacion;
     aplicacion.WriteProfileString("Uno", "Clave", "a");
     aplicacion.WriteProfileString("Uno", "Vacia", "");
     aplicacion.WriteProfileString("Dos", "Otra", "b");
@@ -67,10 +62,8 @@ TEST(AjustesGuardados, SeveralValuesComeInTheOrderOfTheirKeys)
     EXPECT_TRUE(aplicacion.LeeAjustes("Uno", {}).empty());
 }
 
-TEST(AjustesGuardados, WithoutACompanyTheStoreIsNotEvenLookedAt)
+TEST_F(AjustesGuardados, WithoutACompanyTheStoreIsNotEvenLookedAt)
 {
-    const CCarpetaPrueba carpeta;
-    CAplicacionPrueba aplicacion;
     aplicacion.WriteProfileInt("Uno", "Clave", 1);
     aplicacion.SetRegistryKey("");
     EXPECT_EQ(aplicacion.WriteProfileInt("Uno", "Clave", 2), 0);

@@ -41,6 +41,16 @@ private:
     std::string m_antes;
 };
 
+/// Puts a program there that anybody may run: the lines of a shell behind its first.
+void PonPrograma(const CCarpetaPrueba& carpeta, const char* nombre, const std::string& lineas)
+{
+    carpeta.Pon(nombre, "#!/bin/sh\n" + lineas);
+    fs::permissions(carpeta.Ruta() / nombre, fs::perms::owner_all);
+}
+
+/// Makes a page of the arguments that it gets, without their folders.
+constexpr const char* kDiceSusArgumentos = "for a; do printf '%s ' \"${a##*/}\"; done > \"$2\"\n";
+
 } // namespace
 
 TEST(Sistema, FindsTheFolderOfTheSettings)
@@ -156,10 +166,8 @@ TEST(System, TakesNoProgramOfTheFolderThatSomebodyWorksIn)
 {
     const CCarpetaPrueba carpeta;
     fs::create_directory(carpeta.Ruta() / "bin");
-    for (const char* nombre : {"mio", "bin/mio"}) {
-        carpeta.Pon(nombre, "#!/bin/sh\n");
-        fs::permissions(carpeta.Ruta() / nombre, fs::perms::owner_all);
-    }
+    for (const char* nombre : {"mio", "bin/mio"})
+        PonPrograma(carpeta, nombre, "");
     const CEnCarpeta aqui(carpeta.Ruta());
     for (const char* path : {"", ":", ".", "bin", "./bin", ":/no/hay:.:bin:"}) {
         const CVariable variable("PATH", path);
@@ -172,8 +180,7 @@ TEST(RelatoProceso, OffersATrialBetweenRunsWhereItsProgramIsThere)
     const CCarpetaPrueba carpeta;
     const CVariable variable("PATH", carpeta.Ruta().c_str());
     EXPECT_FALSE(CRelatoProceso("informe", true).OfreceEnsayo()) << "there is no such program";
-    carpeta.Pon("informe", "#!/bin/sh\nfor a; do printf '%s ' \"${a##*/}\"; done > \"$2\"\n");
-    std::filesystem::permissions(carpeta.Ruta() / "informe", std::filesystem::perms::owner_all);
+    PonPrograma(carpeta, "informe", kDiceSusArgumentos);
     EXPECT_FALSE(CRelatoProceso("informe").OfreceEnsayo()) << "not every run can be tried";
     CRelatoProceso relato("informe", true);
     EXPECT_TRUE(relato.OfreceEnsayo());
@@ -200,18 +207,17 @@ TEST(RelatoProceso, OffersTheReportWhereItsProgramIsThere)
     carpeta.Pon("salida", "");
     const CVariable variable("PATH", carpeta.Ruta().c_str());
     EXPECT_TRUE(termina("a.ERR").DeInforme().IsEmpty());
-    carpeta.Pon("informe", "#!/bin/sh\nfor a; do printf '%s ' \"${a##*/}\"; done > \"$2\"\n");
-    std::filesystem::permissions(carpeta.Ruta() / "informe", std::filesystem::perms::owner_all);
+    PonPrograma(carpeta, "informe", kDiceSusArgumentos);
     EXPECT_TRUE(termina("no_hay.ERR").DeInforme().IsEmpty());
     const CRelatoProceso relato = termina("a.ERR");
     EXPECT_EQ(relato.DeInforme(), carpeta.En("a.ERR"));
     EXPECT_EQ(relato.HazInforme(), carpeta.En("a.html"));
     EXPECT_EQ(carpeta.Lee("a.html"), "--html a.html --con entrada --escrito salida -- a.ERR ");
     for (const int estado : {0, 1, 2}) {
-        carpeta.Pon("informe", "#!/bin/sh\nexit " + std::to_string(estado) + "\n");
+        PonPrograma(carpeta, "informe", "exit " + std::to_string(estado) + "\n");
         EXPECT_TRUE(relato.HazInforme().IsEmpty()) << "the page that is there is another run's";
     }
-    carpeta.Pon("informe", "#!/bin/sh\necho \"$*\" > \"$2\"; exit 1\n");
+    PonPrograma(carpeta, "informe", "echo \"$*\" > \"$2\"; exit 1\n");
     EXPECT_EQ(relato.HazInforme(), carpeta.En("a.html")) << "written in the older one's place";
     CRelatoProceso otro("informe"); // a run that was stopped, with a page of another name
     otro.Termina({}, {carpeta.En("a.ERR"), {}, {}, {}, false, carpeta.En("otra.html")});

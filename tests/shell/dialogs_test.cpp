@@ -24,9 +24,6 @@
 
 namespace {
 
-constexpr UINT kDialogos[] = {IDD_ACERCA_DE, IDD_TIPO_TRADUCCION, IDD_CAMPIVA_A_VEXA,
-                              IDD_VEXA_A_CAMPIVA2, IDD_VEXA_A_INFOGRAF};
-
 std::string LeeAyuda(const char* nombre)
 {
     std::ifstream fichero(std::string(HELP_SOURCES) + "/" + nombre, std::ios::binary);
@@ -53,8 +50,7 @@ CPlantillaControl Cerrado(CPlantillaControl control)
 
 TEST(Plantillas, NothingIsCutAndNothingOverlaps)
 {
-    for (const UINT id : kDialogos) {
-        const CPlantillaDialogo& dialogo = *BuscaRecurso(RecursosDelPrograma().dialogos, id);
+    for (const CPlantillaDialogo& dialogo : RecursosDelPrograma().dialogos) {
         SCOPED_TRACE(dialogo.titulo);
         for (std::size_t i = 0; i < dialogo.controles.size(); ++i) {
             const CPlantillaControl a = Cerrado(dialogo.controles[i]);
@@ -72,8 +68,7 @@ TEST(Plantillas, NothingIsCutAndNothingOverlaps)
 
 TEST(Plantillas, AMnemonicAndAnIdLeadToOneControl)
 {
-    for (const UINT id : kDialogos) {
-        const CPlantillaDialogo& dialogo = *BuscaRecurso(RecursosDelPrograma().dialogos, id);
+    for (const CPlantillaDialogo& dialogo : RecursosDelPrograma().dialogos) {
         SCOPED_TRACE(dialogo.titulo);
         std::set<char> letras;
         std::set<UINT> ids;
@@ -91,10 +86,9 @@ TEST(Plantillas, AMnemonicAndAnIdLeadToOneControl)
 TEST(Ayuda, TellsOfEveryControlAndEveryMessage)
 {
     const std::string textos = LeeAyuda("Ayuda IDC.txt");
-    for (const UINT id : kDialogos) {
-        for (const CPlantillaControl& control :
-             BuscaRecurso(RecursosDelPrograma().dialogos, id)->controles) {
-            const bool pide = id != IDD_ACERCA_DE && control.id != kSinId &&
+    for (const CPlantillaDialogo& dialogo : RecursosDelPrograma().dialogos) {
+        for (const CPlantillaControl& control : dialogo.controles) {
+            const bool pide = dialogo.id != IDD_ACERCA_DE && control.id != kSinId &&
                               control.clase != ClaseControl::Imagen;
             EXPECT_TRUE(!pide || !TextoDeTema(textos, control.id).empty()) << control.id;
         }

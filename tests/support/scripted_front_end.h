@@ -4,9 +4,12 @@
 #include <string>
 #include <vector>
 
+#include <gtest/gtest.h>
+
 #include "platform/cwinapp.h"
 #include "platform/dialog.h"
 #include "platform/front_end.h"
+#include "tests/support/files.h"
 #include "vexa_libs/cversion_app.h"
 
 /// A box that the program showed, as one line for a test to compare: "[caption] flags: text".
@@ -54,4 +57,11 @@ public:
     CAplicacionPrueba();
 
     CGuion guion;
+};
+
+/// A test of an application in a folder of its own.
+class ConAplicacion : public testing::Test {
+protected:
+    CCarpetaPrueba carpeta;
+    CAplicacionPrueba aplicacion;
 };
