@@ -26,7 +26,6 @@ TEST_F(Ajustes, StandInSectionsInTheOrderInWhichTheyCame)
 
 TEST_F(Ajustes, AHandWrittenFileIsTakenAndKept)
 {
-    std::filesystem::create_directories(carpeta.Ruta() / "config/VexaSoft");
     carpeta.Pon(kFichero, "; nota\n[Uno]\nClave=5\nMala=5x\nVacia=\n\n[Otra]\nClave=6\n");
     EXPECT_EQ(aplicacion.GetProfileInt("Uno", "Clave", 1), 5);
     EXPECT_EQ(aplicacion.GetProfileInt("Uno", "Mala", 1), 1) << "no number";
@@ -40,7 +39,6 @@ TEST_F(Ajustes, AHandWrittenFileIsTakenAndKept)
 
 TEST_F(Ajustes, WhatAPersonWroteIsRead)
 {
-    std::filesystem::create_directories(carpeta.Ruta() / "config/VexaSoft");
     constexpr struct {
         const char* motivo;
         const char* linea;
@@ -65,7 +63,6 @@ TEST_F(Ajustes, WhatAPersonWroteIsRead)
 
 TEST_F(Ajustes, ANoteBehindANumberStaysAsLongAsTheNumberDoes)
 {
-    std::filesystem::create_directories(carpeta.Ruta() / "config/VexaSoft");
     constexpr const char* kTexto = "[Uno]\r\nClave=1\t; por la lista\r\nOtra=a.txt # b\r\n";
     carpeta.Pon(kFichero, kTexto);
     EXPECT_EQ(aplicacion.GetProfileInt("Uno", "Clave", 7), 1);
@@ -118,7 +115,6 @@ TEST_F(Ajustes, WithoutAPlaceNothingIsStoredAndNothingTold)
 
 TEST_F(Ajustes, AKeyIsFoundByItsWholeNameInItsSection)
 {
-    std::filesystem::create_directories(carpeta.Ruta() / "config/VexaSoft");
     constexpr const char* kTexto = "Clave=fuera\r\n[Uno]\r\nClaveLarga=a\r\n;Clave=b\r\nClave=c\r\n"
                                    "Clave=d\r\n[Unos]\r\nOtra=e\r\n[Uno]\r\nOtra=f\r\n";
     carpeta.Pon(kFichero, kTexto);

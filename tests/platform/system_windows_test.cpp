@@ -233,7 +233,6 @@ TEST(ProgramaWindows, LooksForAnotherBesideItselfAndInThePathAndNotWhereSomebody
 {
     const std::wstring pathDeAntes = _wgetenv(L"PATH");
     const CCarpetaPrueba trabajo, programas;
-    fs::create_directory(trabajo.Ruta() / "bin");
     for (const char* nombre : {"mio.exe", "bin\\mio.exe"})
         trabajo.Pon(nombre, "de otro");
     programas.Pon("mio.exe", "mío");

@@ -54,7 +54,9 @@ CString CCarpetaPrueba::En(std::string_view nombre) const
 
 CString CCarpetaPrueba::Pon(std::string_view nombre, std::string_view bytes) const
 {
-    std::ofstream fichero(m_ruta / sistema::Ruta(nombre), std::ios::binary);
+    const fs::path ruta = m_ruta / sistema::Ruta(nombre);
+    fs::create_directories(ruta.parent_path());
+    std::ofstream fichero(ruta, std::ios::binary);
     fichero.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
     return En(nombre);
 }

@@ -18,7 +18,8 @@ public:
     /// Path of a file in the folder; without a name the folder's own, with what parts the two.
     CString En(std::string_view nombre) const;
     const std::filesystem::path& Ruta() const { return m_ruta; }
-    /// Writes and reads whole files, byte for byte. A file that isn't there reads as "(no file)".
+    /// Writes and reads whole files, byte for byte. Folders on the way to one are made; a file that
+    /// isn't there reads as "(no file)".
     CString Pon(std::string_view nombre, std::string_view bytes) const;
     std::string Lee(std::string_view nombre) const;
     /// Lines of a text of the program, as UTF-8 and without their ends.

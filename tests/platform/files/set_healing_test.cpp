@@ -43,7 +43,6 @@ long CuantosEn(const fs::path& carpeta)
 /// there before, in the folder "m".
 void PonAMedias(const CCarpetaPrueba& carpeta)
 {
-    fs::create_directories(carpeta.Ruta() / "m");
     carpeta.Pon("m/a.txt", "nueva");
     carpeta.Pon("m/a.txt.~0123456789ab.~antes", "vieja");
     carpeta.Pon("m/b.txt", "vieja");
@@ -156,7 +155,6 @@ TEST(Conjuntos, WhatWasWorkedOnSinceTheirEndStays)
 TEST(Conjuntos, AreHealedByTheDiaryOfAnOlderVersion)
 {
     const CCarpetaPrueba carpeta;
-    fs::create_directories(carpeta.Ruta() / "otra");
     carpeta.Pon("a.txt", "nueva");
     carpeta.Pon("a.txt.~antes", "vieja");
     carpeta.Pon("otra/b.txt", "nueva");
@@ -262,7 +260,6 @@ TEST(Conjuntos, AreHealedAsFarAsTheirDiaryCanBeTrusted)
 TEST(Conjuntos, ADiaryReachesNoFileOfAnotherFolderAndNoneWithoutItsNumber)
 {
     const CCarpetaPrueba carpeta;
-    fs::create_directories(carpeta.Ruta() / "otra");
     for (const char* nombre : {"a.txt", "b.txt", "otra/a.txt", "otra/nota.txt"})
         carpeta.Pon(nombre, "privado");
     carpeta.Pon(
