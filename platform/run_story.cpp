@@ -37,16 +37,6 @@ std::string NoSeAbre(const CString& ruta)
     return Formatea(textos::kNoSeAbre, ansi::AUtf8(ruta));
 }
 
-std::string NoHayInforme(const CString& log)
-{
-    return Formatea(textos::kNoHayInforme, ansi::AUtf8(log));
-}
-
-std::string NoHayEnsayo(const std::vector<CString>& orden)
-{
-    return Formatea(textos::kNoHayEnsayo, orden.empty() ? "" : ansi::AUtf8(orden.back()));
-}
-
 std::vector<CString> CajasDeObservaciones(const std::vector<CString>& observaciones)
 {
     constexpr int kLetrasPorLinea = 60; // where boxes are narrowest
@@ -150,6 +140,19 @@ void CRelatoProceso::Termina(Reloj::time_point ahora, const CEscritos& escritos)
     m_carpeta = m_escritos.empty()
                     ? CString()
                     : sistema::Nombre(sistema::Ruta(m_escritos.front()).parent_path());
+}
+
+CPaginaPedida CRelatoProceso::Informe() const
+{
+    return {textos::kHaciendoInforme, Formatea(textos::kNoHayInforme, ansi::AUtf8(m_deInforme)),
+            [relato = *this] { return relato.HazInforme(); }};
+}
+
+CPaginaPedida CRelatoProceso::Ensayo(const std::vector<CString>& orden) const
+{
+    return {textos::kHaciendoEnsayo,
+            Formatea(textos::kNoHayEnsayo, orden.empty() ? "" : ansi::AUtf8(orden.back())),
+            [relato = *this, orden] { return relato.HazEnsayo(orden); }};
 }
 
 CString CRelatoProceso::HazInforme() const

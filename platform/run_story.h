@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -14,15 +15,21 @@ struct CEscritos;
 
 /// The complaint that nothing opens a file here.
 std::string NoSeAbre(const CString& ruta);
-/// The complaint that no report could be made of a log.
-std::string NoHayInforme(const CString& log);
-/// The same of the trial of a run, by its order.
-std::string NoHayEnsayo(const std::vector<CString>& orden);
 /// What a run has observed, as the texts of the boxes that tell it in front of its window: a
 /// paragraph each, and as many in a box as a low screen has room for. No UTF-8, as boxes take none.
 std::vector<CString> CajasDeObservaciones(const std::vector<CString>& observaciones);
 /// The title of a window whose run is at so many per cent of its phase.
 std::string TituloEnProceso(int hecho, const CString& titulo);
+
+/// A page that is asked for. Whoever makes it has all that he needs for himself: the next run may
+/// begin, or the window go.
+struct CPaginaPedida {
+    const char* mientras; ///< what is told meanwhile
+    std::string queja;    ///< where none could be made
+    /// Has it made, and waits for it. The page, empty where this call made none: one that was there
+    /// before is another run's.
+    std::function<CString()> hace;
+};
 
 /// The story of a window's runs, one after the other.
 class CRelatoProceso {
@@ -51,14 +58,11 @@ public:
     const CString& Carpeta() const { return m_carpeta; }
     /// The log that a report may be made of: the program that makes it is there.
     const CString& DeInforme() const { return m_deInforme; }
-    /// Has the report made, and waits for it. The page, empty where this call made none: one that
-    /// was there before is another run's.
-    CString HazInforme() const;
+    CPaginaPedida Informe() const;
     /// A trial can be made now: no run is at work, and the program is there.
     bool OfreceEnsayo() const { return m_seEnsaya && !m_enProceso; }
-    /// Has the run tried, and waits for it. The page, empty where this call made none.
     /// \param orden  as the dialog gives it (CDialog::OrdenDeEnsayo)
-    CString HazEnsayo(const std::vector<CString>& orden) const;
+    CPaginaPedida Ensayo(const std::vector<CString>& orden) const;
 
 private:
     /// What has passed, as "0:12" or "1:02:03".
@@ -66,6 +70,8 @@ private:
     /// The same, and what is left of the phase as far as its pace tells; too early in it nothing is
     /// foretold.
     std::string PasadoYResto(Reloj::time_point ahora) const;
+    CString HazInforme() const;
+    CString HazEnsayo(const std::vector<CString>& orden) const;
     CString HazPagina(const CString& pagina, const std::vector<std::string>& argumentos) const;
 
     CString m_programaInforme;

@@ -88,28 +88,14 @@ void CPieProceso::Ofrece(wxButton& boton, const char* nombre, const CString& rut
     PonNombreAccesible(boton, nombre + AWx(ruta));
 }
 
-// The maker of a page has all that it needs for itself: the next run may begin, or the window go.
-void CPieProceso::HazInforme()
+void CPieProceso::Haz(CPaginaPedida pedida)
 {
-    Haz(textos::kHaciendoInforme, NoHayInforme(m_relato.DeInforme()),
-        [relato = m_relato] { return relato.HazInforme(); });
-}
-
-void CPieProceso::HazEnsayo()
-{
-    const std::vector<CString> orden = m_orden();
-    Haz(textos::kHaciendoEnsayo, NoHayEnsayo(orden),
-        [relato = m_relato, orden] { return relato.HazEnsayo(orden); });
-}
-
-void CPieProceso::Haz(const char* mientras, std::string queja, std::function<CString()> hace)
-{
-    m_queja = std::move(queja);
+    m_queja = std::move(pedida.queja);
     m_foco = FindFocus(); // a button that is switched off loses it
-    m_texto->SetLabelText(wxString::FromUTF8(mientras));
+    m_texto->SetLabelText(wxString::FromUTF8(pedida.mientras));
     m_haceEnsayo->Disable();
     m_haceInforme->Disable();
-    const auto trabajo = std::make_shared<std::packaged_task<CString()>>(std::move(hace));
+    const auto trabajo = std::make_shared<std::packaged_task<CString()>>(std::move(pedida.hace));
     m_pagina = trabajo->get_future();
     try {
         std::thread([trabajo] { (*trabajo)(); }).detach();

@@ -30,10 +30,10 @@ private:
     void Ofrece(wxButton& boton, const char* nombre, const CString& ruta);
     void AbreLog() { Abre(m_relato.Log()); }
     void AbreCarpeta() { Abre(m_relato.Carpeta()); }
-    void HazEnsayo();
-    void HazInforme();
+    void HazEnsayo() { Haz(m_relato.Ensayo(m_orden())); }
+    void HazInforme() { Haz(m_relato.Informe()); }
     /// Makes a page while the user goes on; one at a time.
-    void Haz(const char* mientras, std::string queja, std::function<CString()> hace);
+    void Haz(CPaginaPedida pedida);
     /// Opens the page if it is made by now.
     void MiraSiEsta();
     void Abre(const CString& ruta);

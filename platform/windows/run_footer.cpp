@@ -99,9 +99,9 @@ void CPieProceso::Ofrece(HWND boton, const char* nombre, const CString& ruta)
 bool CPieProceso::AlPulsar(HWND boton)
 {
     if (boton == m_haceInforme)
-        HazInforme();
+        Haz(m_relato.Informe());
     else if (boton == m_haceEnsayo)
-        HazEnsayo();
+        Haz(m_relato.Ensayo(m_orden()));
     else if (boton == m_abreLog || boton == m_abreCarpeta)
         Abre(boton == m_abreLog ? m_relato.Log() : m_relato.Carpeta());
     else
@@ -109,28 +109,14 @@ bool CPieProceso::AlPulsar(HWND boton)
     return true;
 }
 
-// The maker of a page has all that it needs for itself: the next run may begin, or the window go.
-void CPieProceso::HazInforme()
-{
-    Haz(textos::kHaciendoInforme, NoHayInforme(m_relato.DeInforme()),
-        [relato = m_relato] { return relato.HazInforme(); });
-}
-
-void CPieProceso::HazEnsayo()
-{
-    const std::vector<CString> orden = m_orden();
-    Haz(textos::kHaciendoEnsayo, NoHayEnsayo(orden),
-        [relato = m_relato, orden] { return relato.HazEnsayo(orden); });
-}
-
-void CPieProceso::Haz(const char* mientras, std::string queja, std::function<CString()> hace)
+void CPieProceso::Haz(CPaginaPedida pedida)
 {
     if (m_informe != nullptr)
         return;
     Deja(false);
-    m_informe = std::make_shared<CInforme>(CInforme{std::move(queja), {}});
-    PonTexto(m_texto, AAncho(mientras));
-    const auto trabajo = [hace = std::move(hace), informe = m_informe, ventana = m_ventana] {
+    m_informe = std::make_shared<CInforme>(CInforme{std::move(pedida.queja), {}});
+    PonTexto(m_texto, AAncho(pedida.mientras));
+    const auto trabajo = [hace = std::move(pedida.hace), informe = m_informe, ventana = m_ventana] {
         try {
             informe->pagina = hace();
         } catch (const std::bad_alloc&) { // then there is none

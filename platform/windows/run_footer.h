@@ -40,10 +40,8 @@ private:
     HWND Crea(const wchar_t* clase, const char* texto, DWORD estilo);
     /// Shows a button where there is what it opens.
     static void Ofrece(HWND boton, const char* nombre, const CString& ruta);
-    void HazInforme();
-    void HazEnsayo();
     /// Makes a page while the user goes on; one at a time.
-    void Haz(const char* mientras, std::string queja, std::function<CString()> hace);
+    void Haz(CPaginaPedida pedida);
     void Deja(bool pedir);
     void Abre(const CString& ruta) const;
     void Quejate(const std::string& queja) const;

@@ -165,7 +165,6 @@ TEST(System, LooksForAProgramInThePath)
 TEST(System, TakesNoProgramOfTheFolderThatSomebodyWorksIn)
 {
     const CCarpetaPrueba carpeta;
-    fs::create_directory(carpeta.Ruta() / "bin");
     for (const char* nombre : {"mio", "bin/mio"})
         PonPrograma(carpeta, nombre, "");
     const CEnCarpeta aqui(carpeta.Ruta());
@@ -184,11 +183,11 @@ TEST(RelatoProceso, OffersATrialBetweenRunsWhereItsProgramIsThere)
     EXPECT_FALSE(CRelatoProceso("informe").OfreceEnsayo()) << "not every run can be tried";
     CRelatoProceso relato("informe", true);
     EXPECT_TRUE(relato.OfreceEnsayo());
-    EXPECT_EQ(relato.HazEnsayo({"--ensayo", "--con", "tabla", carpeta.En("lista.txt")}),
+    EXPECT_EQ(relato.Ensayo({"--ensayo", "--con", "tabla", carpeta.En("lista.txt")}).hace(),
               carpeta.En("lista_ensayo.html"));
     EXPECT_EQ(carpeta.Lee("lista_ensayo.html"),
               "--html lista_ensayo.html --ensayo --con tabla -- lista.txt ");
-    EXPECT_TRUE(relato.HazEnsayo({"--ensayo", ""}).IsEmpty()) << "no list is named";
+    EXPECT_TRUE(relato.Ensayo({"--ensayo", ""}).hace().IsEmpty()) << "no list is named";
     relato.Avanza({}, 0);
     EXPECT_FALSE(relato.OfreceEnsayo());
     relato.Termina({}, {});
@@ -211,16 +210,16 @@ TEST(RelatoProceso, OffersTheReportWhereItsProgramIsThere)
     EXPECT_TRUE(termina("no_hay.ERR").DeInforme().IsEmpty());
     const CRelatoProceso relato = termina("a.ERR");
     EXPECT_EQ(relato.DeInforme(), carpeta.En("a.ERR"));
-    EXPECT_EQ(relato.HazInforme(), carpeta.En("a.html"));
+    EXPECT_EQ(relato.Informe().hace(), carpeta.En("a.html"));
     EXPECT_EQ(carpeta.Lee("a.html"), "--html a.html --con entrada --escrito salida -- a.ERR ");
     for (const int estado : {0, 1, 2}) {
         PonPrograma(carpeta, "informe", "exit " + std::to_string(estado) + "\n");
-        EXPECT_TRUE(relato.HazInforme().IsEmpty()) << "the page that is there is another run's";
+        EXPECT_TRUE(relato.Informe().hace().IsEmpty()) << "the page that is there is another run's";
     }
     PonPrograma(carpeta, "informe", "echo \"$*\" > \"$2\"; exit 1\n");
-    EXPECT_EQ(relato.HazInforme(), carpeta.En("a.html")) << "written in the older one's place";
+    EXPECT_EQ(relato.Informe().hace(), carpeta.En("a.html")) << "written in the older one's place";
     CRelatoProceso otro("informe"); // a run that was stopped, with a page of another name
     otro.Termina({}, {carpeta.En("a.ERR"), {}, {}, {}, false, carpeta.En("otra.html")});
-    EXPECT_EQ(otro.HazInforme(), carpeta.En("otra.html"));
+    EXPECT_EQ(otro.Informe().hace(), carpeta.En("otra.html"));
     EXPECT_THAT(carpeta.Lee("otra.html"), testing::HasSubstr(" --detenido -- "));
 }
