@@ -168,21 +168,19 @@ pid_t Lanza(const std::filesystem::path& programa, std::vector<std::string> argu
 }
 
 /// A pipe with a text in it, to be read.
-int TuberiaCon(const std::string& texto, Error& error)
+sistema::CAbierto TuberiaCon(const std::string& texto, Error& error)
 {
     int extremos[2] = {};
     if (texto.size() > PIPE_BUF) { // which each holds, so that nobody need read at once
         error = Fallo(EMSGSIZE);
-        return sistema::kCerrado;
+        return {};
     }
     error = Fallo(pipe2(extremos, O_CLOEXEC) == 0 ? 0 : errno);
     if (error)
-        return sistema::kCerrado;
-    if (write(extremos[1], texto.data(), texto.size()) != static_cast<ssize_t>(texto.size())) {
+        return {};
+    const sistema::CAbierto escribe = extremos[1];
+    if (write(escribe, texto.data(), texto.size()) != static_cast<ssize_t>(texto.size()))
         error = Fallo(EIO);
-        close(extremos[0]);
-    }
-    close(extremos[1]);
     return extremos[0];
 }
 
@@ -217,7 +215,7 @@ CHijos::~CHijos()
 
 int CHijos::Empieza(const COrden& orden, Error& error)
 {
-    const int entrada = TuberiaCon(orden.entrada, error);
+    const sistema::CAbierto entrada = TuberiaCon(orden.entrada, error);
     if (error)
         return 0;
     const CPreparacion asi = {
@@ -230,7 +228,6 @@ int CHijos::Empieza(const COrden& orden, Error& error)
         .acabaConmigo = !orden.sobrevive,
     };
     const pid_t hijo = Lanza(orden.programa, orden.argumentos, Entorno(orden.entorno), asi, error);
-    close(entrada);
     if (!error)
         m_estado->vivos.push_back(hijo);
     return hijo;

@@ -61,11 +61,6 @@ public:
     bool OnInit() override { return true; }
 };
 
-wxColour Color(std::uint32_t bgr)
-{
-    return {bgr & 0xFFFFFFU};
-}
-
 } // namespace
 
 CFrontalEscritorio::CFrontalEscritorio(char* programa, const char* entrada)
@@ -166,6 +161,6 @@ bool CFrontalEscritorio::MuestraAyudaControl(const CString& temas, const HH_POPU
     texto.Replace("\n", " "); // the popup breaks its lines by itself
     if (texto.empty())
         return false;
-    MuestraGlobo(padre, texto, {popup.pt.x, popup.pt.y}, Color(popup.clrBackground));
+    MuestraGlobo(padre, texto, {popup.pt.x, popup.pt.y}, wxColour(popup.clrBackground & 0xFFFFFFU));
     return true;
 }

@@ -58,14 +58,6 @@ void PonTexto(wxWindow& widget, const wxString& texto)
     }
 }
 
-wxButton* NuevoBoton(wxWindow& panel, const wxString& leyenda, bool porDefecto)
-{
-    auto* boton = new wxButton(&panel, wxID_ANY, leyenda);
-    if (porDefecto)
-        boton->SetDefault();
-    return boton;
-}
-
 wxWindow* NuevaEdicion(wxWindow& panel, CControl& control)
 {
     auto* edicion = new CCampoRuta(&panel);
@@ -142,7 +134,9 @@ wxWindow* CVentanaDialogo::Crea(CControl& control)
     switch (plantilla.clase) {
     case Boton:
     case BotonPorDefecto: {
-        wxButton* boton = NuevoBoton(*m_panel, leyenda, plantilla.clase == BotonPorDefecto);
+        auto* boton = new wxButton(m_panel, wxID_ANY, leyenda);
+        if (plantilla.clase == BotonPorDefecto)
+            boton->SetDefault();
         boton->Bind(wxEVT_BUTTON, pulsa);
         return boton;
     }

@@ -62,16 +62,9 @@ wxRect CUnidades::Sitio(const CPlantillaControl& control, const wxSize& necesari
     const wxSize origen = Pixeles(control.x, control.y);
     const wxSize fin = Pixeles(control.x + control.ancho, control.y + control.alto);
     wxRect sitio(wxPoint(origen.x, origen.y), fin - origen);
-    switch (QueHaceAlEnsanchar(control)) {
-    case AlEnsanchar::SeDesplaza:
-        sitio.x += sobra;
-        break;
-    case AlEnsanchar::Crece:
-        sitio.width += sobra;
-        break;
-    case AlEnsanchar::Queda:
-        break;
-    }
+    const AlEnsanchar cambio = QueHaceAlEnsanchar(control);
+    sitio.x += cambio == AlEnsanchar::SeDesplaza ? sobra : 0;
+    sitio.width += cambio == AlEnsanchar::Crece ? sobra : 0;
     if (control.clase == Lista)
         sitio.height = necesario.y; // the template's height counts the list dropped down
     else if (!LlenaAlto(control.clase) && necesario.y > 0) {

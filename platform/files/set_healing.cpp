@@ -53,8 +53,10 @@ public:
             m_fichero = sistema::Abre(m_ruta, sistema::Modo::Leer, m_error);
         if (!m_error)
             m_estado = sistema::Mira(m_fichero, m_error);
-        if (!m_error && EsElDeSuNombre(m_error) && m_estado.largo <= kDiarioMasLargo)
-            Lee();
+        if (!m_error && EsElDeSuNombre(m_error) && m_estado.largo <= kDiarioMasLargo) {
+            std::string bytes(static_cast<std::size_t>(m_estado.largo), '\0');
+            m_leido = LeeDiario(LeeTrozo(m_fichero, bytes.data(), bytes.size(), 0, m_error));
+        }
     }
 
     const Error& Fallo() const { return m_error; }
@@ -74,12 +76,6 @@ public:
     }
 
 private:
-    void Lee()
-    {
-        std::string bytes(static_cast<std::size_t>(m_estado.largo), '\0');
-        m_leido = LeeDiario(LeeTrozo(m_fichero, bytes.data(), bytes.size(), 0, m_error));
-    }
-
     Ruta m_ruta;
     sistema::CAbierto m_fichero;
     CEstado m_estado;

@@ -110,8 +110,7 @@ void CVentanaDialogo::PonImagenes()
 HWND CVentanaDialogo::VentanaDe(const CControl& control) const
 {
     const auto& controles = Dialogo().Controles();
-    const auto este = std::find_if(controles.begin(), controles.end(),
-                                   [&](const CControl& c) { return &c == &control; });
+    const auto este = std::ranges::find(controles, &control, [](const CControl& c) { return &c; });
     const auto lugar = static_cast<std::size_t>(este - controles.begin());
     return lugar < m_controles.size() ? m_controles[lugar] : nullptr;
 }
@@ -120,7 +119,7 @@ CControl* CVentanaDialogo::ControlDe(HWND ventana)
 {
     // The edit of a list is a window of its own.
     for (; ventana != nullptr && ventana != m_ventana; ventana = GetParent(ventana)) {
-        const auto este = std::find(m_controles.begin(), m_controles.end(), ventana);
+        const auto este = std::ranges::find(m_controles, ventana);
         if (este != m_controles.end())
             return &Suyo().Controles()[static_cast<std::size_t>(este - m_controles.begin())];
     }

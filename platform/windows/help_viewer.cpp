@@ -2,6 +2,7 @@
 
 #include <bit>
 #include <cstddef>
+#include <utility>
 
 #include "platform/html_help.h"
 
@@ -92,16 +93,16 @@ CVisorAyuda::~CVisorAyuda()
 
 bool CVisorAyuda::Carga()
 {
-    if (m_modulo == nullptr && !m_noHay) {
+    if (!std::exchange(m_buscado, true)) {
+        HMODULE modulo = nullptr;
         if (const std::wstring ruta = Registrado(); !ruta.empty())
-            m_modulo = CargaDelSistema(ruta.c_str());
-        if (m_modulo == nullptr)
-            m_modulo = CargaDelSistema(kFichero);
+            modulo = CargaDelSistema(ruta.c_str());
+        if (modulo == nullptr)
+            modulo = CargaDelSistema(kFichero);
+        if (modulo != nullptr)
+            m_funcion = std::bit_cast<Funcion>(GetProcAddress(modulo, MAKEINTRESOURCEA(kEntrada)));
     }
-    if (m_modulo != nullptr && m_funcion == nullptr)
-        m_funcion = std::bit_cast<Funcion>(GetProcAddress(m_modulo, MAKEINTRESOURCEA(kEntrada)));
-    m_noHay = m_funcion == nullptr;
-    return !m_noHay;
+    return m_funcion != nullptr;
 }
 
 bool CVisorAyuda::MuestraTema(HWND ventana, const std::wstring& fichero)

@@ -33,7 +33,6 @@ private:
     using Funcion = HWND(WINAPI*)(HWND, const char*, UINT, DWORD_PTR);
 
     bool Carga();
-    HMODULE m_modulo = nullptr;
-    Funcion m_funcion = nullptr;
-    bool m_noHay = false;
+    Funcion m_funcion = nullptr; ///< null where the viewer can't be reached
+    bool m_buscado = false;
 };

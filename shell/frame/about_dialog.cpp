@@ -12,18 +12,10 @@ BOOL CAcercaDeDlg::OnInitDialog()
     CenterWindow();
     SetIcon(IDR_ICONO);
     const auto& aplicacion = dynamic_cast<const CVersionApp&>(*AfxGetApp());
-    const struct {
-        UINT control;
-        CString valor;
-    } valores[] = {
-        {IDC_NOMBRE, aplicacion.GetAppProductName()},
-        {IDC_DESCRIPCION, aplicacion.GetAppDescription()},
-        {IDC_VERSION, aplicacion.GetAppVersion()},
-        {IDC_COPYRIGHT, aplicacion.GetAppCopyright()},
-        {IDC_AUTOR, aplicacion.GetAppCompany()},
-    };
-    for (const auto& [control, valor] : valores)
-        if (CControl* destino = GetDlgItem(control))
-            destino->SetWindowText(valor);
+    GetDlgItem(IDC_NOMBRE)->SetWindowText(aplicacion.GetAppProductName());
+    GetDlgItem(IDC_DESCRIPCION)->SetWindowText(aplicacion.GetAppDescription());
+    GetDlgItem(IDC_VERSION)->SetWindowText(aplicacion.GetAppVersion());
+    GetDlgItem(IDC_COPYRIGHT)->SetWindowText(aplicacion.GetAppCopyright());
+    GetDlgItem(IDC_AUTOR)->SetWindowText(aplicacion.GetAppCompany());
     return 1;
 }
