@@ -67,7 +67,6 @@ inline constexpr const char* kNombreAbreLog = "Abrir el registro de errores: ";
 inline constexpr const char* kNombreHazInforme = "Hacer y abrir el informe de: ";
 inline constexpr const char* kNombreHazEnsayo = "Ver lo que cambiaría el proceso, sin cambiar nada";
 inline constexpr const char* kNombreAbreCarpeta = "Abrir la carpeta de los archivos escritos: ";
-inline constexpr const char* kTituloNoSeAbre = "Abrir";
 inline constexpr const char* kNoSeAbre = "Ningún programa abre aquí %s";
 inline constexpr const char* kNoHayInforme = "No se pudo hacer el informe de %s";
 inline constexpr const char* kNoHayEnsayo =

@@ -136,6 +136,5 @@ void CPieProceso::Abre(const CString& ruta)
 
 void CPieProceso::Quejate(const std::string& queja)
 {
-    MuestraCaja(wxGetTopLevelParent(this), wxString::FromUTF8(queja), textos::kTituloNoSeAbre,
-                MB_ICONERROR);
+    MuestraCaja(wxGetTopLevelParent(this), wxString::FromUTF8(queja), textos::kError, MB_ICONERROR);
 }

@@ -164,6 +164,5 @@ void CPieProceso::Abre(const CString& ruta) const
 
 void CPieProceso::Quejate(const std::string& queja) const
 {
-    MessageBoxW(m_ventana, AAncho(queja).c_str(), AAncho(textos::kTituloNoSeAbre).c_str(),
-                MB_ICONERROR);
+    MessageBoxW(m_ventana, AAncho(queja).c_str(), AAncho(textos::kError).c_str(), MB_ICONERROR);
 }

@@ -119,7 +119,7 @@ END
   sleep 1
   [ "$(front_title)" = "Fin del proceso" ] || fail "a report's box stands before a run that goes on"
   keys Return
-  dismiss "Abrir"
+  dismiss "Error"
   await "Catastro campiva a Vexa"
   leave
 }
