@@ -152,7 +152,7 @@ CPaginaPedida CRelatoProceso::Ensayo(const std::vector<CString>& orden) const
 {
     return {textos::kHaciendoEnsayo,
             Formatea(textos::kNoHayEnsayo, orden.empty() ? "" : ansi::AUtf8(orden.back())),
-            [relato = *this, orden] { return relato.HazEnsayo(orden); }};
+            [relato = *this, suya = orden] { return relato.HazEnsayo(suya); }};
 }
 
 CString CRelatoProceso::HazInforme() const

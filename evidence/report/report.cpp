@@ -108,11 +108,10 @@ private:
             return superficies.empty() || superficies.contains({polig, parcela});
         };
         CBalanceDibujo& dibujo = contenido.dibujo.emplace(m_proceso);
-        CMarcasDeCambio cambios = m_contraste == nullptr
-                                      ? CMarcasDeCambio()
-                                      : CMarcasDeCambio(m_contraste->cambios, lista.cabecera.Mun);
-        CMapas mapas({m_indice, dibujo.perdidas, std::move(cambios), m_anclas},
-                     dibujo.DeTablaSinEscribir());
+        const CMarcasDeCambio cambios =
+            m_contraste == nullptr ? CMarcasDeCambio()
+                                   : CMarcasDeCambio(m_contraste->cambios, lista.cabecera.Mun);
+        CMapas mapas({m_indice, dibujo.perdidas, cambios, m_anclas}, dibujo.DeTablaSinEscribir());
         for (const std::vector<CString>& entradas : EntradasPorPoligono(lista)) {
             std::vector<CPoligonoDibujado> dibujos;
             for (const CString& entrada : entradas) {

@@ -104,7 +104,11 @@ std::string CProceso::SinComprobar() const
                                viejas);
     std::string texto;
     for (const auto& [motivo, suyas] : porMotivo)
-        texto += (texto.empty() ? "Sin comprobar: " : "; ") + suyas + " (" + motivo + ")";
+        texto.append(texto.empty() ? "Sin comprobar: " : "; ")
+            .append(suyas)
+            .append(" (")
+            .append(motivo)
+            .append(")");
     return texto.empty() ? texto : texto + ".";
 }
 

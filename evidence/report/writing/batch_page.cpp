@@ -21,11 +21,11 @@ std::string NombreSuyo(const CString& carpeta)
 /// A name of a file as a link has it: what isn't a letter of a name by its number.
 std::string EnUrl(const std::string& camino)
 {
-    constexpr std::string_view kLetras =
+    constexpr std::string_view kTalCual =
         "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789-_.~/";
     std::string url;
     for (const char c : camino)
-        if (kLetras.find(c) != std::string_view::npos)
+        if (kTalCual.find(c) != std::string_view::npos)
             url += c;
         else
             url += "%" + Hexadecimal(static_cast<unsigned char>(c), 2);
