@@ -178,10 +178,10 @@ sistema::CAbierto TuberiaCon(const std::string& texto, Error& error)
     error = Fallo(pipe2(extremos, O_CLOEXEC) == 0 ? 0 : errno);
     if (error)
         return {};
-    const sistema::CAbierto escribe = extremos[1];
+    const sistema::CAbierto escribe(extremos[1]);
     if (write(escribe, texto.data(), texto.size()) != static_cast<ssize_t>(texto.size()))
         error = Fallo(EIO);
-    return extremos[0];
+    return sistema::CAbierto(extremos[0]);
 }
 
 sigset_t FinDeHijo()

@@ -41,10 +41,8 @@ public:
     unsigned CantidadPuntos() const { return m_contenido.puntos; }
     unsigned CantidadBorrados() const { return m_contenido.borrados; }
     unsigned Cantidad() const { return static_cast<unsigned>(m_contenido.entidades.size()); }
-    std::uint64_t CantidadVertices() const
-    {
-        return m_contenido.vertices;
-    } ///< points of all entities
+    /// The points of all entities.
+    std::uint64_t CantidadVertices() const { return m_contenido.vertices; }
 
     void SinMensajes() { m_mensajes = false; }
     void ConMensajes() { m_mensajes = true; }

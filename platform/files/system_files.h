@@ -53,7 +53,8 @@ void Cierra(int fichero, Error& error);
 /// The number of an open file, which is closed with the object.
 class CAbierto {
 public:
-    CAbierto(int numero = kCerrado) : m_numero(numero) {}
+    CAbierto() = default;
+    explicit CAbierto(int numero) : m_numero(numero) {}
     CAbierto(CAbierto&& otro) noexcept : m_numero(std::exchange(otro.m_numero, kCerrado)) {}
     CAbierto& operator=(CAbierto otro) noexcept
     {
@@ -76,7 +77,7 @@ public:
     }
 
 private:
-    int m_numero;
+    int m_numero = kCerrado;
 };
 
 /// Opens a file; kCerrado on failure. It is binary and has no buffer.

@@ -110,7 +110,7 @@ CAbierto Abre(const std::filesystem::path& ruta, Modo modo, Error& error)
     do
         fichero = Llama(Llamada::Abrir, error, [&] { return open(ruta.c_str(), como, permisos); });
     while (modo == Modo::EnSitio && EsperaLector(ruta, error));
-    return fichero;
+    return CAbierto(fichero);
 }
 
 CAbierto CreaAnonimo(Error& error)
@@ -122,7 +122,7 @@ CAbierto CreaAnonimo(Error& error)
         Llama(Llamada::Abrir, error, [&] { return mkostemp(nombre.data(), O_CLOEXEC); });
     if (fichero != kCerrado)
         unlink(nombre.c_str());
-    return fichero;
+    return CAbierto(fichero);
 }
 
 std::size_t Lee(int fichero, char* bytes, std::size_t n, Error& error)

@@ -29,8 +29,8 @@ struct CCambioDeNombre {
 /// Number for an open file, which has it from here on.
 CAbierto Numera(Manija manija, Error& error)
 {
-    CAbierto fichero =
-        _open_osfhandle(reinterpret_cast<std::intptr_t>(manija.get()), _O_BINARY | _O_NOINHERIT);
+    CAbierto fichero(
+        _open_osfhandle(reinterpret_cast<std::intptr_t>(manija.get()), _O_BINARY | _O_NOINHERIT));
     if (fichero == kCerrado)
         error = std::make_error_code(std::errc::too_many_files_open);
     else
