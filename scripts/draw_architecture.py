@@ -17,7 +17,7 @@ LEFT_OUT = {"tests", "bench", "fuzz"}
 KINDS = {  # of folders that are more than a part of the program: shape and colour
     "platform/terminal": "front", "platform/desktop": "front", "platform/windows": "front",
     "evidence": "beside", "evidence/report": "beside", "evidence/gis": "beside",
-    "evidence/show_drawing": "beside", "generator": "beside",
+    "evidence/show_drawing": "beside", "batch": "beside", "generator": "beside",
 }
 STYLES = {"front": 'fillcolor="#e8f0e4"', "beside": 'fillcolor="#f4ead8"', "core": 'fillcolor="#e4ecf5"'}
 

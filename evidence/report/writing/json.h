@@ -9,8 +9,8 @@
 
 namespace informe {
 
-/// A value of JSON as it grows. Commas and the escapes of texts, which are UTF-8, come by
-/// themselves.
+/// A value of GeoJSON as it grows: features are too many to be held as values. Commas and the
+/// escapes of texts, which are UTF-8, come by themselves.
 class CJson {
 public:
     CJson& Objeto(std::invocable auto dentro) { return Entre('{', dentro, '}'); }
