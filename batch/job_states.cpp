@@ -149,16 +149,16 @@ bool CEstados::EsDeOtro() const
 bool CEstados::Tiene(const std::filesystem::path& ruta) const
 {
     sistema::Error error;
-    const auto es = [&](const std::filesystem::path& una,
-                        std::initializer_list<std::filesystem::path> suyas) {
+    const std::filesystem::path ficheros[] = {Diario(), Tabla(),        Trabajos(),     Pagina(),
+                                              Hoja(),   DichoResumen(), DichoParallel()};
+    const std::filesystem::path carpetas[] = {Dichos(), Informes(), Partes()};
+    const auto es = [&](const std::filesystem::path& una, const auto& suyas) {
         return std::ranges::any_of(suyas, [&](const std::filesystem::path& suya) {
             return sistema::Mira(una, error).EsElMismo(sistema::Mira(suya, error));
         });
     };
-    return es(ruta,
-              {Diario(), Tabla(), Trabajos(), Pagina(), Hoja(), DichoResumen(), DichoParallel()}) ||
-           es(std::filesystem::canonical(ruta, error).parent_path(),
-              {Dichos(), Informes(), Partes()});
+    return es(ruta, ficheros) ||
+           es(std::filesystem::canonical(ruta, error).parent_path(), carpetas);
 }
 
 void CEstados::Abre()
