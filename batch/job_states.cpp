@@ -104,10 +104,11 @@ void CEstados::Lee()
     std::string_view quedan = todo;
     for (std::size_t fin = quedan.find('\n'); fin != std::string_view::npos;
          fin = quedan.find('\n')) {
-        std::string_view linea = quedan.substr(0, fin);
+        const std::string_view linea = quedan.substr(0, fin);
         quedan.remove_prefix(fin + 1);
-        if (const auto hecho = TomaNumeros(linea))
-            m_hechos[std::string(linea)] = *hecho;
+        std::string_view suya = linea; // the job's own, once its numbers are taken
+        if (const auto hecho = TomaNumeros(suya))
+            m_hechos[std::string(suya)] = *hecho;
         else
             m_cortadas += linea.empty() ? 0 : 1;
     }

@@ -205,6 +205,10 @@ TEST_F(ResumenDeLote, LosesNoJobByWhatIsDamaged)
     } casos[] = {
         {"nothing", "otra", "x", "<b>1</b> hecho, sin leer", true},
         {"a line is cut", "trabajos.log", "0\t0\t0", "1 línea de trabajos.log está a medias", true},
+        {"a line is cut behind a tab", "trabajos.log", "0\t0\t\n",
+         "1 línea de trabajos.log está a medias", true},
+        {"seconds that are none", "trabajos.log", "0\t0\t0\tx\tida\tuno\n",
+         "1 línea de trabajos.log está a medias", true},
         {"a line of a job of before", "trabajos.log", "0\t0\t0\t0.1\tida\tantes\n",
          "1 trabajo de trabajos.log no está", true},
         {"no state of all", "estado.tsv", "", "El lote no ha llegado a su fin", true},
