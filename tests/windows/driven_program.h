@@ -3,6 +3,8 @@
 #include <functional>
 #include <string>
 
+#include <windows.h>
+
 #include "platform/files/windows_handles.h"
 
 using sistema::Manija;
